@@ -1,0 +1,48 @@
+#pragma once
+
+#include "module/host.h"
+
+class QObject;
+
+/// The nineteen logical signals of the welding equipment; the value is the row in `lumo.port`.
+enum I_PORT {
+    DI_LASER_STATE = 0,
+    DI_LASER_HEAD_STATE,
+    DI_WATER_COOLING_STATE,
+    DI_AIR_PRESSURE_STATE,
+    DI_TEMPERATURE_STATE,
+    DI_WELDING_STATE,
+    DO_GAS,
+    DO_RED_LIGHT,
+    DO_WIRE_ENABLE,
+    DO_LASER_ENABLE,
+    DO_ALARM,
+    DO_LASER_SAFETY_LOCK,
+    DO_WIRE_SAFETY_LOCK,
+    DO_GAS_SAFETY_LOCK,
+    DO_WIRE_PULLBACK,
+    AO_WIRE_SPEED,
+    AO_LASER_POWER,
+    AO_LASER_FREQUENCY,
+    AO_LASER_DUTY_CYCLE,
+};
+
+/// Switches a logical output: one "register.write", or a record appended to `batch` when given.
+/// False, and nothing done, when the port is disabled or its row is missing.
+bool setPortDO(QObject* sender, I_PORT port, bool on, ModuleObject* batch = nullptr);
+
+/// Sets a logical analogue output to a fraction of full scale. Not-a-number writes 0.
+bool setPortAO(QObject* sender, I_PORT port, double fraction, ModuleObject* batch = nullptr);
+
+/// Whether the port is in use.
+bool portEnabled(I_PORT port);
+
+/// State of an enabled digital port; false when disabled or not readable.
+bool portState(I_PORT port);
+
+/// Read-back of an enabled analogue port in percent of full scale; 0 when disabled or not readable.
+double portPercent(I_PORT port);
+
+/// The 16-bit register value of a fraction of full scale: nearest to fraction × 32767, halves up,
+/// clamped to the 16-bit range; not-a-number gives 0.
+int scaledFraction(double fraction);

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "module/host.h"
+
+#include <QVector3D>
+
+/// The point at which the robot stands when a statement begins: the target of the nearest move
+/// before it (full circles end where they began), else the robot's posture.
+ModuleObject* findLastTargetPosNode(ModuleObject* stmt);
+
+/// Midpoints of the three arcs s→p1→p2→s of the circle through three points (nodes with `trans`
+/// in metres), written into the `trans` of aux1, aux2, aux3 as single-precision values.
+void calcAux(const ModuleObject* s, const ModuleObject* p1, const ModuleObject* p2, ModuleObject* aux1,
+             ModuleObject* aux2, ModuleObject* aux3);
+
+/// The angle from a to b turning about the unit vector `axis`, in [0, 2π).
+double calcTheta(const QVector3D& a, const QVector3D& b, const QVector3D& axis);
+
+/// v turned by theta about the unit vector `axis` (Rodrigues' rotation formula).
+QVector3D calcRotation(const QVector3D& v, const QVector3D& axis, double theta);
+
+/// Whether no circle goes through the three points (nodes with `trans`): two coincide or all lie on
+/// one line. Judged in double precision against the precision of the points themselves.
+bool pointsMakeNoCircle(const ModuleObject* s, const ModuleObject* p1, const ModuleObject* p2);

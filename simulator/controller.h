@@ -1,0 +1,81 @@
+#pragma once
+
+#include <QHash>
+#include <QObject>
+#include <QString>
+#include <QVariant>
+
+#include <memory>
+
+class KordService;
+struct KordCall;
+
+namespace sim {
+
+/// How a simulated controller misbehaves.
+enum class Quirk {
+    Bunch,      ///< two results in one pass of the event loop
+    Sync,       ///< a result inside the command
+    Late,       ///< results of stopped motions come 300 ms later
+    Double,     ///< every result twice
+    WrongKind,  ///< a result on another command's node
+    SlowState,  ///< the robot state follows 50 ms late
+};
+
+/// A simulated robot controller: answers every command of the robot service and fills every data
+/// node. Drives an arm through its motion queue, keeps registers, inputs and outputs. It knows the
+/// robot service only, never a package. Time comes from Qt timers alone.
+class Controller : public QObject {
+    Q_OBJECT
+public:
+    struct Options {
+        int axes = 6;           ///< 6 or 7
+        bool writeMulti = true; ///< offers "register.write_multi"
+    };
+    enum class MotionEvent { Queued, Started, Passed, Stopped, Dropped, Failed };
+    Q_ENUM(MotionEvent)
+
+    Controller(KordService* service, const Options& options, QObject* parent = nullptr);
+    ~Controller() override;
+
+    void setPower(bool on);
+    /// "auto" or "manual".
+    void setMode(const QString& mode);
+    /// "DI3" or "LUMO_DI.#2"; false for an unknown name.
+    bool setInput(const QString& name, bool value);
+    bool input(const QString& name) const;
+    /// State of an output ("DO3", "LUMO_DO.#3" as bool; "LUMO_AO_1" as int); invalid when unknown.
+    QVariant output(const QString& name) const;
+    /// Every input or output name, in their order.
+    QStringList inputNames() const;
+    QStringList outputNames() const;
+    /// The motion under way, or the next one, ends with this negative code.
+    void failMotion(int code);
+    void setQuirk(Quirk quirk, bool on);
+    static bool quirkFromName(const QString& name, Quirk* quirk);
+    /// The pendant's report of a key (next, last, center, enter, delete); false for an unknown one.
+    bool reportKey(const QString& name, bool value);
+    /// True when no motion is under way or braking and no result is still to come.
+    bool standsStill() const;
+    /// Path length travelled by the tool since construction, metres.
+    double travelled() const;
+
+signals:
+    /// "LUMO_DO.#3" true, "LUMO_AO_1" 1638, "DO3" true. Only changes.
+    void outputChanged(const QString& name, const QVariant& value);
+    void inputChanged(const QString& name, bool value);
+    /// A write to a register or output that does not exist.
+    void rejected(const QString& name, const QString& reason);
+    /// `id` counts motion commands from 1.
+    void motion(int id, sim::Controller::MotionEvent event);
+    /// Emitted just before a result is written to the command's node.
+    void result(const QString& command, int id, int code);
+    /// Every 10 ms while the robot moves, after the posture was written.
+    void postureMoved();
+
+private:
+    struct Private;
+    std::unique_ptr<Private> d_;
+};
+
+}  // namespace sim
