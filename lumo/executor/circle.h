@@ -19,6 +19,9 @@ double calcTheta(const QVector3D& a, const QVector3D& b, const QVector3D& axis);
 /// v turned by theta about the unit vector `axis` (Rodrigues' rotation formula).
 QVector3D calcRotation(const QVector3D& v, const QVector3D& axis, double theta);
 
-/// Whether no circle goes through the three points (nodes with `trans`): two coincide or all lie on
-/// one line. Judged in double precision against the precision of the points themselves.
-bool pointsMakeNoCircle(const ModuleObject* s, const ModuleObject* p1, const ModuleObject* p2);
+/// Why no circle goes through three points.
+enum class CircleFault { None, Coincident, Collinear };
+
+/// Whether a circle goes through the three points (nodes with `trans`, metres). Judged in double
+/// precision against the single precision that the midpoints are computed in.
+CircleFault circleFault(const ModuleObject* s, const ModuleObject* p1, const ModuleObject* p2);

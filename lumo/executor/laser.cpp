@@ -1,0 +1,288 @@
+// The laser: opening, closing, pulsing and parameter changes, and what keeps them from overlapping.
+
+#include "executor/lumoexecutor.h"
+#include "module/keys.h"
+
+#include <algorithm>
+
+using namespace lumo;
+
+namespace {
+
+using Role = PortStep::Role;
+
+qint64 nowMs() {
+    return mendo::Clock::current().elapsedMs();
+}
+
+}  // namespace
+
+bool LumoExecutor::weldingPermitted() {
+    const bool weld = m(key::weldSwitch)->getBool(true);
+    if (m(key::robotMode)->getString() == word::automatic) {
+        return weld;
+    }
+    return weld && m(key::handWeldSwitch)->getBool(false);
+}
+
+int LumoExecutor::limitopenLaser(ModuleObject* stmt) {
+    if (!weldingPermitted()) {
+        return 0;
+    }
+    const int mine = beginSequence();
+    if (mine != sequence_) {
+        return 0;
+    }
+    weldCut_ = false;
+    weld_ = Weld::Opening;
+    changeAOParamUpdate(stmt);
+    if (mine != sequence_) {
+        return 0;
+    }
+    const int code = openLaser();
+    if (mine != sequence_) {
+        return 0;  // abandoned: what was open before counts as before
+    }
+    weld_ = Weld::Open;
+    weldStamp_ = run_ && run_->mode == 0 ? run_->stamp : -1;
+    setWeldFlag(true);
+    return code;
+}
+
+int LumoExecutor::limitcloseLaser() {
+    if (!weldingPermitted()) {
+        return 0;
+    }
+    if (weldCut_) {
+        weldCut_ = false;  // closed already, when the permission was lost
+        return 0;
+    }
+    const int code = closeLaser();
+    // Also when interrupted: a resume must not reopen the laser at the seam's end.
+    setWeldFlag(false);
+    return code;
+}
+
+int LumoExecutor::openLaser() {
+    const int mine = sequence_;
+    writePort({DO_GAS, 1.0, Role::Progress});
+    if (mine != sequence_) {
+        return 0;
+    }
+    // Ended by its time; a pause, an emergency stop or a lost permission abandon the opening.
+    waitFor(WaitKind::PreFlow, nowMs() + LaserParams::from(paramNode()).preFlowMs);
+    if (mine != sequence_) {
+        return 0;
+    }
+    laserOn = true;
+    const LaserParams params = LaserParams::from(paramNode());
+    writeGroup({{AO_LASER_POWER, 0.0, Role::Progress},
+                {DO_LASER_ENABLE, 1.0, Role::Progress},
+                {AO_LASER_DUTY_CYCLE, params.ratio, Role::Progress},
+                {AO_LASER_FREQUENCY, params.frequency, Role::Progress}});
+    if (mine != sequence_) {
+        return 0;
+    }
+    const qint64 enabledMs = nowMs();
+    schedule_.add(enabledMs, openingPlan(params, rampStepMs()));
+    pulseTimer.start(std::max(1, openTime));
+    emit activityChanged();
+    // Nothing but its time and the application's end shortens the dwell.
+    if (waiter_.runPrivate(WaitKind::Dwell, QString::number(line_), enabledMs + std::max(0, stayTime)) ==
+        WaitEnd::Quit) {
+        quit();
+    }
+    return 0;
+}
+
+int LumoExecutor::closeLaser() {
+    // Below a wait that a pause has just ended no other wait can run: all steps count from now.
+    const bool waitless = waiter_.onStack();
+    const int mine = beginSequence();
+    if (mine != sequence_) {
+        return 0;
+    }
+    const LaserParams params = LaserParams::from(paramNode());
+    const qint64 startMs = nowMs();
+    if (!beginClosing(mine, startMs, params)) {
+        return 0;
+    }
+    if (waitless) {
+        schedule_.add(startMs, gasOffPlan(params.postFlowMs));
+        return 0;
+    }
+    // These three are ended by their time; a pause or an emergency stop supersede the closing.
+    waitFor(WaitKind::RampDown, startMs + params.decreaseMs);
+    if (mine != sequence_) {
+        return 0;
+    }
+    waitFor(WaitKind::CloseDelay, nowMs() + LaserParams::from(paramNode()).closeDelayMs);
+    if (mine != sequence_) {
+        return 0;
+    }
+    const int postFlowMs = LaserParams::from(paramNode()).postFlowMs;
+    const qint64 flowMs = nowMs();
+    schedule_.add(flowMs, gasOffPlan(postFlowMs));
+    waitFor(WaitKind::PostFlow, flowMs + postFlowMs);
+    return 0;
+}
+
+bool LumoExecutor::beginClosing(int mine, qint64 startMs, const LaserParams& params) {
+    weld_ = Weld::Dark;
+    stopPulsing();
+    writePort({DO_WIRE_PULLBACK, 1.0, Role::Progress});
+    if (mine != sequence_) {
+        return false;
+    }
+    schedule_.add(startMs, closingPlan(params, rampStepMs()));
+    return true;
+}
+
+void LumoExecutor::onPermission() {
+    if (weld_ == Weld::Dark || weldingPermitted()) {
+        return;
+    }
+    const int mine = beginSequence();
+    weldCut_ = true;
+    setWeldFlag(false);
+    if (waiter_.waitsFor(WaitKind::PreFlow)) {
+        waiter_.end(WaitEnd::Permission);
+    }
+    if (mine != sequence_) {
+        return;
+    }
+    // The run goes on: nothing waits for this closing.
+    const LaserParams params = LaserParams::from(paramNode());
+    const qint64 startMs = nowMs();
+    if (beginClosing(mine, startMs, params)) {
+        schedule_.add(startMs, gasOffPlan(params.decreaseMs + params.closeDelayMs + params.postFlowMs));
+    }
+}
+
+void LumoExecutor::changeAOParamUpdate(ModuleObject* stmt) {
+    if (!stmt) {
+        return;
+    }
+    const int mine = sequence_;
+    m(key::curParam)->setValue(this, stmt->c(field::index, false)->getInt(0));
+    if (mine != sequence_) {
+        return;
+    }
+    const LaserParams params = LaserParams::from(paramNode());
+    openTime = params.openMs;
+    openInterval = params.openIntervalMs;
+    stayTime = params.stayMs;
+    changeAOParam();
+}
+
+void LumoExecutor::changeAOParam() {
+    const int mine = sequence_;
+    const LaserParams params = LaserParams::from(paramNode());
+    const bool closing = schedule_.isPending(DO_LASER_ENABLE, Role::SwitchOff);
+    if (portState(DO_LASER_ENABLE) && !closing) {
+        schedule_.dropProgress(AO_LASER_POWER);
+        writeGroup({{AO_LASER_POWER, params.power, Role::Progress},
+                    {AO_LASER_DUTY_CYCLE, params.ratio, Role::Progress},
+                    {AO_LASER_FREQUENCY, params.frequency, Role::Progress}});
+    }
+    if (mine == sequence_) {
+        writePort({AO_WIRE_SPEED, params.wireSpeed, Role::Progress});
+    }
+}
+
+void LumoExecutor::pulseStep() {
+    schedule_.runDue();  // what was scheduled before this timer comes first, also when both are late
+    if (!pulseTimer.isActive() || (laserOn && openInterval == 0)) {
+        return;
+    }
+    laserOn = !laserOn;
+    const double on = laserOn ? 1.0 : 0.0;
+    writePort({DO_LASER_ENABLE, on, Role::Progress});
+    if (!pulseTimer.isActive()) {
+        return;  // stopped by whoever heard of the write
+    }
+    writePort({DO_WIRE_ENABLE, on, Role::Progress});
+    if (pulseTimer.isActive() && isBusy()) {
+        pulseTimer.setInterval(std::max(1, laserOn ? openTime : openInterval));
+    }
+}
+
+int LumoExecutor::beginSequence() {
+    const int mine = ++sequence_;
+    const std::vector<PortStep> pending = schedule_.takeSteps();
+    for (const PortStep& off : shutdownSteps()) {
+        const bool wasPending = std::any_of(pending.begin(), pending.end(), [&off](const PortStep& step) {
+            return step.role == Role::SwitchOff && step.port == off.port;
+        });
+        if (wasPending) {
+            writePort(off);
+        }
+    }
+    return mine;
+}
+
+void LumoExecutor::shutDown() {
+    ++sequence_;
+    weld_ = Weld::Dark;
+    stopPulsing();
+    schedule_.takeSteps();
+    for (const PortStep& off : shutdownSteps()) {
+        writePort(off);
+    }
+}
+
+void LumoExecutor::stopPulsing() {
+    pulseTimer.stop();
+    laserOn = false;
+    stayTime = 0;
+    emit activityChanged();
+}
+
+void LumoExecutor::writePort(const PortStep& step, ModuleObject* batch) {
+    switch (step.port) {
+        case AO_LASER_POWER:
+            // A closing must not raise the power that is out.
+            lastPower_ = step.role == Role::RampDown ? std::min(step.value, lastPower_) : step.value;
+            setPortAO(this, step.port, lastPower_, batch);
+            break;
+        case AO_WIRE_SPEED:
+        case AO_LASER_FREQUENCY:
+        case AO_LASER_DUTY_CYCLE:
+            setPortAO(this, step.port, step.value, batch);
+            break;
+        default:
+            setPortDO(this, step.port, step.value > 0.0, batch);
+    }
+}
+
+void LumoExecutor::writeGroup(std::initializer_list<PortStep> steps) {
+    if (kordservice()->commandNode(QString())->hasCmobj(command::registerWriteMulti, false)) {
+        ModuleObject batch;
+        for (const PortStep& step : steps) {
+            writePort(step, &batch);
+        }
+        if (batch.cmobjCount() > 0) {
+            kordservice()->command(this, command::registerWriteMulti, &batch);
+        }
+        return;
+    }
+    const int mine = sequence_;
+    for (const PortStep& step : steps) {
+        writePort(step);
+        if (mine != sequence_) {
+            return;
+        }
+    }
+}
+
+WaitEnd LumoExecutor::waitFor(WaitKind kind, qint64 dueMs) {
+    const WaitEnd end = waiter_.run(kind, QString::number(line_), dueMs);
+    if (end == WaitEnd::Quit) {
+        quit();
+    }
+    return end;
+}
+
+void LumoExecutor::setWeldFlag(bool open) {
+    m(key::weldOpen)->setValue(this, open);
+}

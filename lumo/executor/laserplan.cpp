@@ -1,0 +1,96 @@
+#include "executor/laserplan.h"
+
+#include "module/keys.h"
+
+#include <algorithm>
+
+namespace {
+
+using Role = PortStep::Role;
+
+double fraction(const ModuleObject* set, const char* name) {
+    return set->c(QString::fromLatin1(name), false)->getDouble(0.0) / 100.0;
+}
+
+int milliseconds(const ModuleObject* set, const char* name) {
+    return std::max(0, set->c(QString::fromLatin1(name), false)->getInt(0));
+}
+
+}  // namespace
+
+LaserParams LaserParams::from(const ModuleObject* set) {
+    LaserParams params;
+    params.power = fraction(set, "power");
+    params.frequency = fraction(set, "frequency");
+    params.ratio = fraction(set, "ratio");
+    params.wireSpeed = fraction(set, "speed");
+    params.increaseMs = milliseconds(set, "increase_time");
+    params.decreaseMs = milliseconds(set, "decrease_time");
+    params.stayMs = milliseconds(set, "stay_time");
+    params.closeDelayMs = milliseconds(set, "close_delay");
+    params.openMs = milliseconds(set, "open_time");
+    params.openIntervalMs = milliseconds(set, "open_interval");
+    params.preFlowMs = milliseconds(set, "delay_before_blow");
+    params.postFlowMs = milliseconds(set, "delay_after_blow");
+    params.pullbackEndMs = milliseconds(set, "move_wire_time");
+    params.refeedStartMs = milliseconds(set, "stop_wire_time");
+    params.refeedEndMs = milliseconds(set, "give_wire_time");
+    return params;
+}
+
+ModuleObject* paramNode() {
+    return m(lumo::key::param)->c(m(lumo::key::curParam)->getInt(-1));
+}
+
+int rampStepMs() {
+    constexpr int defaultMs = 20;
+    const int dtMs = m(lumo::key::executeDt)->getInt(defaultMs);
+    return dtMs > 0 ? dtMs : defaultMs;
+}
+
+Sequence openingPlan(const LaserParams& params, int dtMs) {
+    Sequence plan;
+    for (qint64 t = dtMs; t < params.increaseMs; t += dtMs) {
+        plan.push_back(
+            {static_cast<int>(t),
+             {AO_LASER_POWER, static_cast<double>(t) * params.power / params.increaseMs, Role::Progress}});
+    }
+    plan.push_back({params.increaseMs, {AO_LASER_POWER, params.power, Role::Progress}});
+    plan.push_back({params.increaseMs, {DO_WIRE_ENABLE, 1.0, Role::Progress}});
+    return plan;
+}
+
+Sequence closingPlan(const LaserParams& params, int dtMs) {
+    Sequence plan;
+    plan.push_back({params.pullbackEndMs, {DO_WIRE_PULLBACK, 0.0, Role::SwitchOff}});
+    if (params.refeedEndMs >= params.refeedStartMs) {
+        plan.push_back({params.refeedStartMs, {DO_WIRE_ENABLE, 1.0, Role::Progress}});
+    }
+    plan.push_back({params.refeedEndMs, {DO_WIRE_ENABLE, 0.0, Role::SwitchOff}});
+    for (qint64 t = dtMs; t < params.decreaseMs; t += dtMs) {
+        const double left = static_cast<double>(params.decreaseMs - t);
+        plan.push_back(
+            {static_cast<int>(t), {AO_LASER_POWER, left * params.power / params.decreaseMs, Role::RampDown}});
+    }
+    for (const I_PORT port : {AO_LASER_POWER, DO_LASER_ENABLE, AO_LASER_DUTY_CYCLE, AO_LASER_FREQUENCY}) {
+        plan.push_back({params.decreaseMs, {port, 0.0, Role::SwitchOff}});
+    }
+    return plan;
+}
+
+Sequence gasOffPlan(int ms) {
+    return {{ms, {DO_GAS, 0.0, Role::GasOff}}};
+}
+
+const std::vector<PortStep>& shutdownSteps() {
+    static const std::vector<PortStep> steps{
+        {DO_WIRE_PULLBACK, 0.0, Role::SwitchOff},
+        {DO_WIRE_ENABLE, 0.0, Role::SwitchOff},
+        {AO_LASER_POWER, 0.0, Role::SwitchOff},
+        {DO_LASER_ENABLE, 0.0, Role::SwitchOff},
+        {AO_LASER_DUTY_CYCLE, 0.0, Role::SwitchOff},
+        {AO_LASER_FREQUENCY, 0.0, Role::SwitchOff},
+        {DO_GAS, 0.0, Role::GasOff},
+    };
+    return steps;
+}

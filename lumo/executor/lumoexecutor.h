@@ -1,0 +1,193 @@
+#pragma once
+
+#include "executor/laserplan.h"
+#include "executor/programindex.h"
+#include "executor/programstamp.h"
+#include "executor/schedule.h"
+#include "executor/wait.h"
+#include "module/export.h"
+#include "module/host.h"
+
+#include <QEventLoop>
+#include <QObject>
+#include <QTimer>
+#include <QVariant>
+#include <QVariantMap>
+#include <QVector>
+
+/// Whether two positions (list nodes, metres) are less than `distanceM` apart.
+bool isNearTrans(const ModuleObject* a, const ModuleObject* b, double distanceM);
+
+/// Runs welding programs on the robot: one instance, driven by the trigger keys of the data tree.
+///
+/// Everything runs on the GUI thread; waits are nested event loops, in which a pause, a loss of
+/// power, a refused start, a lost permission or the application's end can come at any moment. Three
+/// counters tell a continuation whether it is still wanted: `aborts_` (pause, emergency stop, quit)
+/// ends walks and steps, `sequence_` ends an opening or closing when a newer one, or a shutdown, has
+/// begun, and the results of queued motions are counted, so that each settles the oldest.
+/// docs/executor.md has the table of what each event does in each wait.
+class LUMO_EXPORT LumoExecutor : public QObject {
+    Q_OBJECT
+    /// The innermost wait: "kind" ("move", "zone", "preflow", "dwell", "rampdown", "closedelay",
+    /// "postflow", "delay", "input"), "detail" (the line, counted from 0, or the input's name),
+    /// "since" and "due" (host clock ms; due -1 when open-ended). Empty when nothing is awaited.
+    Q_PROPERTY(QVariantMap waiting READ waiting NOTIFY activityChanged)
+    /// Port writes that are scheduled and not done; the pulse timer counts as one while it runs.
+    Q_PROPERTY(int pendingSteps READ pendingSteps NOTIFY activityChanged)
+    /// Walks, single steps and pauses on the stack.
+    Q_PROPERTY(int depth READ depth NOTIFY activityChanged)
+public:
+    /// `lumo` is the package's node, the executor's parent and owner.
+    explicit LumoExecutor(ModuleObject* lumo);
+    /// Shuts the equipment down when a run or a sequence is under way.
+    ~LumoExecutor() override;
+
+    [[nodiscard]] QVariantMap waiting() const { return waiter_.waiting(); }
+    [[nodiscard]] int pendingSteps() const;
+    [[nodiscard]] int depth() const { return depth_; }
+
+    // --- Driver -------------------------------------------------------------------------------
+
+    /// Executes one line of the program under way; 0, or the motion's error code.
+    int execProgram(int line);
+    /// Queues the batch of moves that begins at a line. Nonzero when a full circle is impossible.
+    int moveAll(int line);
+    /// Queues one move statement; other types are ignored. Nonzero as moveAll.
+    int addCmd(ModuleObject* stmt);
+
+    // --- Moves --------------------------------------------------------------------------------
+
+    void addMoveJCmd(ModuleObject* stmt);
+    void addMoveLCmd(ModuleObject* stmt);
+    void addMoveCCmd(ModuleObject* stmt);
+    /// Nonzero, and nothing queued, when the circle starts at the posture and cannot be drawn.
+    int addMoveCCCmd(ModuleObject* stmt);
+    /// Waits for the statement's motion: its result, or 0 when the zone, a pause or a stop ended it.
+    int waitMoveing(ModuleObject* stmt, const QString& caller);
+    [[nodiscard]] bool IsLastMoveBeforeStop(ModuleObject* stmt, const QString& caller) const;
+    void storeCurrentMoveData(ModuleObject* stmt, const QString& type);
+    /// The nearest start-of-welding statement before the given one, null when there is none.
+    [[nodiscard]] ModuleObject* findNearestForwardParam(ModuleObject* stmt) const;
+
+    // --- Laser --------------------------------------------------------------------------------
+
+    [[nodiscard]] static bool weldingPermitted();
+    int limitopenLaser(ModuleObject* stmt);
+    int limitcloseLaser();
+    int openLaser();
+    int closeLaser();
+    void changeAOParamUpdate(ModuleObject* stmt);
+    void changeAOParam();
+
+    // --- I/O and delay ------------------------------------------------------------------------
+
+    int setDO(ModuleObject* stmt);
+    int waitDI(ModuleObject* stmt);
+    int delay(ModuleObject* stmt);
+
+public slots:
+    void runOnce(const QVariant& var, const QVariant& old, QObject* context);
+    void start(const QVariant& var);
+    void pause();
+    void estop(const QVariant& var);
+
+signals:
+    /// `waiting`, `pendingSteps` or `depth` may have changed.
+    void activityChanged();
+
+private slots:
+    void handleMove(const QString& type, int code);
+
+private:
+    /// How far the laser is in its life.
+    enum class Weld { Dark, Opening, Open };
+
+    /// A walk or a single step on the stack.
+    struct Run {
+        Run(const ModuleObject* source, int runMode, int abortsNow, int stampNow);
+        RunProgram program;
+        int mode;                   ///< run mode when it was accepted
+        int aborts;                 ///< `aborts_` when it was accepted
+        int stamp;                  ///< stamp of the hand program when it was accepted
+        QVector<int> motionOfLine;  ///< number of the motion that a line queued, -1: none
+        QString circleError;        ///< text of the impossible circle met at queueing
+    };
+
+    /// A motion handed to the controller whose result settles it.
+    struct Motion {
+        bool zoneEnded = false;  ///< its wait ended in the zone: the result is dropped
+        bool settled = false;
+        int code = 0;  ///< of a settled one
+    };
+
+    // Driver
+    void connectTree();
+    [[nodiscard]] QString refusal(int line, const ModuleObject* program) const;
+    [[nodiscard]] bool refuseCircle(const Run& run, int from, int to) const;
+    void walk(Run& run, int line);
+    void openAgain(const Run& run, int line);
+    void endWeldOfWalk(bool reachedEnd);
+    void step(Run& run, int line);
+    void failRun(int code);
+    void endRun();
+    void emergencyStop();
+    void quit();
+    [[nodiscard]] bool isIdle() const;
+    [[nodiscard]] bool isBusy() const;
+    void setState(QLatin1String state);
+    void changeDepth(int by);
+    [[nodiscard]] bool isAborted() const { return run_ && run_->aborts != aborts_; }
+    void warn(const QString& text) const;
+    [[nodiscard]] static QString circleText(CircleFault fault, int line);
+
+    // Moves
+    void setTrajectory(ModuleObject* args, ModuleObject* stmt);
+    void queueMotion(ModuleObject* stmt, QLatin1String command, const ModuleObject* args);
+    int waitZone(ModuleObject* stmt, int motion);
+    void testZone(ModuleObject* stmt, const QString& type, double radiusM, const ModuleObject* circleStart);
+    int motionCode(WaitEnd end);
+    void forgetMotions();
+    [[nodiscard]] int outstanding() const { return motions_.size() - settled_; }
+
+    // Laser
+    void pulseStep();
+    void onPermission();
+    /// Begins a sequence: what earlier ones left is settled. The number tells who is superseded.
+    int beginSequence();
+    /// Begins the closing that is sequence `mine`; false when it was superseded meanwhile.
+    bool beginClosing(int mine, qint64 startMs, const LaserParams& params);
+    void shutDown();
+    void stopPulsing();
+    void writePort(const PortStep& step, ModuleObject* batch = nullptr);
+    void writeGroup(std::initializer_list<PortStep> steps);
+    WaitEnd waitFor(WaitKind kind, qint64 dueMs);
+    void setWeldFlag(bool open);
+
+    // I/O
+    [[nodiscard]] static bool inputState(const ModuleObject* stmt);
+
+    QEventLoop waitLoop;
+    QTimer pulseTimer;
+    int queueLine = 0;
+    bool queueNeeded = false;
+    int openTime = 0, openInterval = 0, stayTime = 0;  ///< ms, of the parameter set in force
+    bool laserOn = false;
+    bool zoneReached = false;
+    bool arcFirstReached = false, arcSecondReached = false;
+
+    Schedule schedule_;
+    Waiter waiter_;
+    ProgramStamp stamp_;
+    Run* run_ = nullptr;  ///< the walk or step on the stack
+    int line_ = -1;       ///< the line it executes
+    int awaited_ = -1;    ///< number of the motion whose wait is running
+    int depth_ = 0;
+    int aborts_ = 0;
+    int sequence_ = 0;
+    QVector<Motion> motions_;  ///< since the last reset, pause or stop
+    int settled_ = 0;
+    Weld weld_ = Weld::Dark;
+    bool weldCut_ = false;    ///< the weld under way was closed because permission was lost
+    int weldStamp_ = -1;      ///< stamp of the hand program whose weld was opened last, -1: none
+    double lastPower_ = 0.0;  ///< laser power that the executor wrote last
+};

@@ -1,0 +1,98 @@
+#include "executor/wait.h"
+
+namespace {
+
+QString kindName(WaitKind kind) {
+    switch (kind) {
+        case WaitKind::Move:
+            return QStringLiteral("move");
+        case WaitKind::Zone:
+            return QStringLiteral("zone");
+        case WaitKind::PreFlow:
+            return QStringLiteral("preflow");
+        case WaitKind::Dwell:
+            return QStringLiteral("dwell");
+        case WaitKind::RampDown:
+            return QStringLiteral("rampdown");
+        case WaitKind::CloseDelay:
+            return QStringLiteral("closedelay");
+        case WaitKind::PostFlow:
+            return QStringLiteral("postflow");
+        case WaitKind::Delay:
+            return QStringLiteral("delay");
+        case WaitKind::Input:
+            return QStringLiteral("input");
+    }
+    return QString();
+}
+
+}  // namespace
+
+Waiter::Waiter(QEventLoop& loop, Schedule& schedule, QObject* parent)
+    : QObject(parent), loop_(loop), schedule_(schedule) {}
+
+WaitEnd Waiter::run(WaitKind kind, const QString& detail, qint64 dueMs) {
+    if (onStack_) {
+        return WaitEnd::Nested;
+    }
+    onStack_ = true;
+    ended_ = false;
+    kind_ = kind;
+    reason_ = WaitEnd::Quit;
+    const int wake = dueMs < 0 ? 0 : schedule_.wakeAt(dueMs, [this] { end(WaitEnd::Time); });
+    push(kind, detail, dueMs);
+    if (!ended_) {
+        loop_.exec();  // ended by end(), or by the application's quit, which leaves the reason as it is
+    }
+    schedule_.cancelWake(wake);
+    onStack_ = false;
+    pop();
+    return reason_;
+}
+
+WaitEnd Waiter::runPrivate(WaitKind kind, const QString& detail, qint64 dueMs) {
+    QEventLoop loop;
+    WaitEnd reason = WaitEnd::Quit;
+    const int wake = schedule_.wakeAt(dueMs, [&loop, &reason] {
+        reason = WaitEnd::Time;
+        loop.quit();
+    });
+    push(kind, detail, dueMs);
+    if (reason != WaitEnd::Time) {
+        loop.exec();  // ended by its time, or by the application's quit
+    }
+    schedule_.cancelWake(wake);
+    pop();
+    return reason;
+}
+
+void Waiter::end(WaitEnd reason, int code) {
+    if (!onStack_ || ended_) {
+        return;
+    }
+    ended_ = true;
+    reason_ = reason;
+    code_ = code;
+    loop_.exit();
+}
+
+QVariantMap Waiter::waiting() const {
+    if (waits_.empty()) {
+        return {};
+    }
+    const Info& info = waits_.back();
+    return {{QStringLiteral("kind"), kindName(info.kind)},
+            {QStringLiteral("detail"), info.detail},
+            {QStringLiteral("since"), info.sinceMs},
+            {QStringLiteral("due"), info.dueMs}};
+}
+
+void Waiter::push(WaitKind kind, const QString& detail, qint64 dueMs) {
+    waits_.push_back({kind, detail, mendo::Clock::current().elapsedMs(), dueMs});
+    emit waitingChanged();
+}
+
+void Waiter::pop() {
+    waits_.pop_back();
+    emit waitingChanged();
+}
