@@ -22,6 +22,7 @@ struct Wiring {
 class Cell : public QObject {
     Q_OBJECT
 public:
+    /// `controller` must outlive the cell. All equipment is well; its signals are written here.
     Cell(Controller* controller, const Wiring& wiring, QObject* parent = nullptr);
     ~Cell() override;
 
@@ -41,6 +42,8 @@ signals:
     void emittingChanged(bool on);
 
 private:
+    void follow();
+
     struct Private;
     std::unique_ptr<Private> d_;
 };

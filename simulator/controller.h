@@ -14,23 +14,32 @@ namespace sim {
 
 /// How a simulated controller misbehaves.
 enum class Quirk {
-    Bunch,      ///< two results in one pass of the event loop
-    Sync,       ///< a result inside the command
-    Late,       ///< results of stopped motions come 300 ms later
-    Double,     ///< every result twice
-    WrongKind,  ///< a result on another command's node
+    Bunch,      ///< a result waits for the next one: two in one pass of the event loop
+    Sync,       ///< the result (0) inside the motion command, none when the motion is done
+    Late,       ///< the motion under way at a stop gets the result 0, 300 ms after it
+    Double,     ///< every result twice, 1 ms apart
+    WrongKind,  ///< results of move.j on move.l's node, of move.l on move.c's, of move.c on move.j's
     SlowState,  ///< the robot state follows 50 ms late
 };
 
 /// A simulated robot controller: answers every command of the robot service and fills every data
 /// node. Drives an arm through its motion queue, keeps registers, inputs and outputs. It knows the
-/// robot service only, never a package. Time comes from Qt timers alone.
+/// robot service only, never a package. Time comes from Qt timers and the host's clock alone.
+///
+/// It begins powered, idle, in automatic mode, the arm at home, all inputs and outputs off. The pose
+/// in "sys.posture" is that of the arm's own torch, whatever tool set is handed over.
+///
+/// Results: 0; -1 out of reach; -2 joint limit; -3 no circle; -4 drive off; -5 a speed that is not
+/// positive; -6 a target that is missing, incomplete or made for another number of axes. The moves
+/// before one that cannot be made are moved, up to their exact target. "move.reset" and "move.stop"
+/// both empty the queue and brake the arm where it moves. Speeds are those of the tool, in joint
+/// motions too; where the tool hardly moves, 0.02 m a radian of turning count as its way.
 class Controller : public QObject {
     Q_OBJECT
 public:
     struct Options {
-        int axes = 6;           ///< 6 or 7
-        bool writeMulti = true; ///< offers "register.write_multi"
+        int axes = 6;            ///< 6 or 7
+        bool writeMulti = true;  ///< offers "register.write_multi"
     };
     enum class MotionEvent { Queued, Started, Passed, Stopped, Dropped, Failed };
     Q_ENUM(MotionEvent)
@@ -38,6 +47,7 @@ public:
     Controller(KordService* service, const Options& options, QObject* parent = nullptr);
     ~Controller() override;
 
+    /// Off: the arm brakes, the queue is dropped, registers and outputs stay.
     void setPower(bool on);
     /// "auto" or "manual".
     void setMode(const QString& mode);
@@ -49,7 +59,8 @@ public:
     /// Every input or output name, in their order.
     QStringList inputNames() const;
     QStringList outputNames() const;
-    /// The motion under way, or the next one, ends with this negative code.
+    /// The motion under way, or the first of the next batch, ends with this negative code; one under
+    /// way is braked first. Codes that are not negative do nothing.
     void failMotion(int code);
     void setQuirk(Quirk quirk, bool on);
     static bool quirkFromName(const QString& name, Quirk* quirk);

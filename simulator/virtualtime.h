@@ -13,8 +13,10 @@ namespace sim {
 /// so an hour passes in the time its handlers take, and every run is the same to the millisecond.
 ///
 /// Timers due together fire in the order they were armed; a timer's handler is not entered again
-/// while it runs; zero timers (interval 0) fire once a pass and never keep the clock from going on
-/// when a later timer is due. Install before the QApplication is made; installs the host's clock too.
+/// while it runs (a repeating one loses the ticks that fall into its own handler's nested loop); zero
+/// timers (interval 0) fire once a pass and never keep the clock from going on when a later timer is
+/// due. Install before the QApplication is made; installs the host's clock too, which then starts at
+/// 2024-01-01 08:00 local time. Sockets are not served. GUI thread only, but for wakeUp().
 class VirtualTime : public QAbstractEventDispatcher, public mendo::Clock {
     Q_OBJECT
 public:
@@ -25,18 +27,22 @@ public:
 
     qint64 nowMs() const;
     /// Dispatches until the virtual clock has gone on by `ms` and everything due then was handled.
-    /// May be called inside a handler (nested) too.
+    /// May be called inside a handler (nested) too. Like settle() and advanceUntil() it also deletes
+    /// what deleteLater() was called for outside any event loop, unless it is nested.
     void advance(qint64 ms);
     /// Dispatches until `done` returns true or `limitMs` have passed; returns whether it was done.
     bool advanceUntil(const std::function<bool()>& done, qint64 limitMs);
     /// Posted events and what is due now, without the clock going on.
     void settle();
-    /// Armed timers, for the check that none outlives its operation. Those of `ignored`'s tree don't count.
-    int armedTimers() const;
-    /// Called when a loop would wait for ever: nothing posted, no timer armed. Without a handler
-    /// the wait is interrupted and a warning printed.
+    /// Armed timers, for the check that none outlives its operation. Those of the tree below
+    /// `ignored`, itself included, don't count.
+    int armedTimers(const QObject* ignored = nullptr) const;
+    /// Called when a loop would wait for ever: nothing posted, no timer armed. It has to post, arm or
+    /// end something; when it does not, or without a handler, a warning is printed and every loop of
+    /// the thread is ended with the exit code 1, as QCoreApplication::exit(1) does.
     void setStallHandler(std::function<void()> handler);
-    /// Paces virtual time by the wall clock times `factor`; 0 (the default): as fast as can be.
+    /// Paces virtual time by the wall clock times `factor`; 0 (the default): as fast as can be. One
+    /// that falls more than 200 ms behind does not catch up.
     void setPace(double factor);
 
     // mendo::Clock
@@ -60,6 +66,8 @@ public:
 private:
     VirtualTime();
     ~VirtualTime() override;
+    bool pass(QEventLoop::ProcessEventsFlags flags, bool wait, qint64 limit);
+    void stall();
     struct Private;
     std::unique_ptr<Private> d_;
 };

@@ -5,6 +5,8 @@
 #include <QObject>
 #include <QString>
 
+#include <memory>
+
 class QWidget;
 
 namespace gantu {
@@ -34,7 +36,7 @@ public:
     mendo::ModuleObject* mobj() const;
 
 private:
-    mendo::ModuleObject* mobj_;
+    std::unique_ptr<mendo::ModuleObject> mobj_;
 };
 
 }  // namespace gantu

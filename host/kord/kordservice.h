@@ -8,15 +8,16 @@
 
 /// One call of the robot service, valid while it is announced.
 struct KordCall {
-    QString name;                                 ///< "move.l", "register.write", …
-    bool exec = false;                            ///< made by execCommand
-    QObject* sender = nullptr;                    ///< may be null
-    const mendo::ModuleObject* node = nullptr;    ///< argument node; null for none or a value
-    QVariant value;                               ///< argument value, usually a QVariantHash
+    QString name;                               ///< "move.l", "register.write", …
+    bool exec = false;                          ///< made by execCommand
+    QObject* sender = nullptr;                  ///< may be null
+    const mendo::ModuleObject* node = nullptr;  ///< argument node; null for none or a value
+    QVariant value;                             ///< argument value, usually a QVariantHash
 
     /// The argument under a key, from the node's child or the hash; invalid when missing.
     QVariant argument(const QString& key) const;
 };
+Q_DECLARE_METATYPE(KordCall)
 
 /// The robot service: command nodes and data nodes, and an announcement of every call. It answers
 /// nothing by itself: whoever drives the robot (a simulated controller, a test, a bridge to a real

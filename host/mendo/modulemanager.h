@@ -6,6 +6,8 @@
 #include <QObject>
 #include <QString>
 
+#include <memory>
+
 namespace mendo {
 
 /// The root of the data tree and the host's file service.
@@ -42,6 +44,7 @@ signals:
 
 private:
     ModuleManager();
+    std::unique_ptr<ModuleObject> root_;
 };
 
 }  // namespace mendo

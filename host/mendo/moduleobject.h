@@ -4,6 +4,7 @@
 #include <QList>
 #include <QObject>
 #include <QString>
+#include <QStringView>
 #include <QVariant>
 
 #include <memory>
@@ -11,6 +12,8 @@
 namespace mendo {
 
 struct Branch;
+class NodeRef;
+class Slot;
 
 /// A node of the observable data tree: a name, a value and, as a map or a list, children.
 ///
@@ -76,8 +79,10 @@ public:
 
     /// Own value; invalid for null and for a plain map or list.
     QVariant value() const;
-    /// Typed values. Text and numbers convert both ways ("500" is 500, "60.0" is 60); what does not
-    /// convert, a missing value and the null node give `def`.
+    /// Typed values. Text and numbers convert both ways ("500" is 500, "60.0" is 60), an integer of a
+    /// number with a fraction is cut off toward zero, "true" and "false" are booleans in any letter
+    /// case and any number but 0 is true. What does not convert, a missing value, infinity,
+    /// not-a-number, an integer out of range and the null node give `def`.
     int getInt(int def = 0) const;
     double getDouble(double def = 0.0) const;
     bool getBool(bool def = false) const;
@@ -91,8 +96,10 @@ public:
     /// lists where the next element is "#N"; of a list only the next position can be created. Emits
     /// `added` on the parent of what it made, then `changed` on the node. Returns this node.
     ModuleObject* set(QObject* sender, const QString& path, const QVariant& value, bool create = true);
-    /// Adds an empty child and returns it. In a map an existing child of that name is returned; in a
-    /// list an empty or taken name is replaced by a generated one. The null node adds nothing.
+    /// Adds an empty child and returns it. What has no children yet becomes a list by a child without
+    /// a name (or "#0"), otherwise a map; that holds for `insert` too. In a map an existing child of that
+    /// name is returned; in a list an empty or taken name is replaced by a generated one. The null node adds
+    /// nothing.
     ModuleObject* append(QObject* sender, const QString& name = QString());
     /// Takes `node` (out of its parent, if it has one) as a child at `index`, -1 for the end. In a
     /// map an existing child of the same name is replaced, in a list the newcomer is renamed.
@@ -109,16 +116,19 @@ public:
     /// outside change nothing.
     void reorder(QObject* sender, int from, int to);
     /// Deep copy of value and children. The null node as source empties. Children of a map that
-    /// both have stay the same objects; list elements are new. `merge`: children that the source
-    /// lacks stay (list elements are matched by position). `notify`: one `changed` on this node.
+    /// both have stay the same objects, in the source's order; list elements are new and unnamed.
+    /// `merge`: children and values that the source lacks stay (list elements are matched by
+    /// position). `notify`: one `changed` on this node. A tree is at most 1024 levels deep: what
+    /// lies deeper is left out with a warning, here and in every operation that adds nodes.
     void copyFrom(QObject* sender, const ModuleObject* source, bool notify = true, bool merge = false);
-    /// Replaces the content with a JSON value, with the rules of `copyFrom`. `{}` on a list empties
-    /// it and keeps it a list; an undefined value changes nothing. `keepValue`: the own value stays
+    /// Replaces the content with a JSON value, with the rules of `copyFrom`. `{}` or null on a list
+    /// empties it and keeps it a list; an undefined value changes nothing. `keepValue`: the own value stays
     /// beside loaded children.
     virtual void loadJson(QObject* sender, const QJsonValue& value, bool notify = true, bool merge = false,
                           bool keepValue = false);
-    /// The node as JSON: children if it has any or is a list or map, else the value. Names of list
-    /// elements are dropped. `withNulls` false leaves out map entries that are null.
+    /// The node as JSON: children if it has any or is a list or a map without a value, else the value
+    /// (null for what JSON cannot hold: pointers, not-a-number). Names of list elements are dropped.
+    /// `withNulls` false leaves out map entries that are null.
     QJsonValue exportToJson(bool withNulls = true) const;
     /// Emits `changed(value, value, nullptr)` without a write.
     void trigger();
@@ -129,6 +139,39 @@ signals:
     void added(const QString& name, QObject* sender);
     /// The child can still be asked for its position.
     void removed(const QString& name, QObject* sender);
+
+private:
+    friend struct Branch;
+    friend class Graveyard;
+    friend class NodeRef;
+
+    /// The object of a record, whose value and children it takes over.
+    ModuleObject(Slot& slot, ModuleObject* parent, int position);
+
+    int find(QStringView element) const;
+    ModuleObject* childAt(int position) const;
+    ModuleObject* descendant(const QString& name) const;
+    bool isInside(const ModuleObject* node) const;
+    int depth() const;
+    Branch& ensureBranch();
+    void make(QObject* sender, const NodeRef& parent, QStringView rest, const QString& path,
+              const QVariant& value);
+    void announceAdded(int position, QObject* sender);
+    void announceRemoved(int position, QObject* sender);
+    ModuleObject* detach(int position);
+    void takeOut(QObject* sender, int position, bool notify);
+    bool leave(QObject* sender, bool notify);
+    bool makeRoom(QObject* sender, const ModuleObject* newcomer, bool notify);
+    void place(ModuleObject* node, int index);
+    void replaceContent(QObject* sender, Slot& content, bool notify, bool merge, bool keepValue);
+
+    QString name_;
+    QVariant value_;
+    std::unique_ptr<Branch> branch_;
+    ModuleObject* parent_ = nullptr;
+    mutable int hint_ = -1;  // position when last seen, or the place among the removed nodes
+    bool removed_ = false;
+    bool dying_ = false;
 };
 
 }  // namespace mendo

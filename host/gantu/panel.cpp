@@ -1,0 +1,73 @@
+#include "gantu/panel.h"
+
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <QHash>
+#include <QLibrary>
+#include <QPointer>
+#include <QStackedWidget>
+#include <QTranslator>
+
+#include <memory>
+
+namespace {
+
+QPointer<QStackedWidget>& centerWidget() {
+    static QPointer<QStackedWidget> widget;
+    return widget;
+}
+
+/// What a package's catalogues have in common: the file name up to the last '_'.
+QString packageOf(const QString& path) {
+    const QString name = QFileInfo(path).completeBaseName();
+    return name.left(name.lastIndexOf(QLatin1Char('_')));
+}
+
+}  // namespace
+
+bool Translator::installQMTranslator(const QString& path) {
+    static QHash<QString, QPointer<QTranslator>> installed;
+    QCoreApplication* application = QCoreApplication::instance();
+    if (!application || !QFileInfo::exists(path)) {
+        return false;
+    }
+    auto translator = std::make_unique<QTranslator>();
+    if (!translator->load(path)) {
+        return false;
+    }
+    QPointer<QTranslator>& current = installed[packageOf(path)];
+    delete current;  // takes itself out of the application
+    current = translator.release();
+    current->setParent(application);
+    return QCoreApplication::installTranslator(current);
+}
+
+Translator* translator() {
+    static Translator translator;
+    return &translator;
+}
+
+QStackedWidget* instantiatedCenterWidget() {
+    return centerWidget();
+}
+
+void setInstantiatedCenterWidget(QStackedWidget* widget) {
+    centerWidget() = widget;
+}
+
+namespace gantu {
+
+bool loadPackage(const QString& libraryFile, QString* error) {
+    QLibrary library(libraryFile);
+    // Objects and functions of the package are in use until the process ends.
+    library.setLoadHints(QLibrary::PreventUnloadHint);
+    if (library.load()) {
+        return true;
+    }
+    if (error) {
+        *error = library.errorString();
+    }
+    return false;
+}
+
+}  // namespace gantu

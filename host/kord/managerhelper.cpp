@@ -1,0 +1,21 @@
+#include "kord/managerhelper.h"
+
+#include "gantu/bmodule.h"
+
+namespace kord {
+
+ManagerHelper::ManagerHelper() : module_(new gantu::BModule) {
+    module_->mobj()->append(nullptr, QStringLiteral("language"));
+}
+
+ManagerHelper* ManagerHelper::instance() {
+    // Never destroyed, like the settings it holds.
+    static auto* helper = new ManagerHelper;
+    return helper;
+}
+
+gantu::BModule* ManagerHelper::module() const {
+    return module_;
+}
+
+}  // namespace kord

@@ -1,0 +1,199 @@
+#include "mendo/branch.h"
+
+#include "mendo/moduleobject.h"
+
+#include <QSet>
+
+#include <algorithm>
+#include <climits>
+
+namespace mendo {
+
+namespace {
+// Up to this size a map is searched child by child.
+constexpr int scannedSize = 8;
+constexpr QLatin1String generatedPrefix("id");
+
+/// The address of a string's shared text, which tells the names of one branch apart.
+const void* textOf(const QString& name) {
+    return const_cast<QString&>(name).data_ptr();
+}
+}  // namespace
+
+Branch::Names& Branch::names() {
+    if (!names_) {
+        names_ = std::make_unique<Names>();
+    }
+    return *names_;
+}
+
+/// The place nearest to `from` for which `matches` holds; -1 when looking on would take longer than
+/// renewing the hints. Each change of the branch displaces a child by one place at most.
+template <typename Matches>
+int Branch::search(int from, Matches matches) {
+    constexpr int alwaysSearched = 16;
+    const int most = std::max(alwaysSearched, size() - searched_);
+    for (int distance = 0; distance <= most; ++distance) {
+        for (const int position : {from - distance, from + distance}) {
+            if (position >= 0 && position < size() && matches(position)) {
+                searched_ += distance;
+                return position;
+            }
+        }
+    }
+    searched_ = 0;
+    return -1;
+}
+
+int Branch::find(QStringView name) {
+    if (size() <= scannedSize) {
+        for (int i = 0; i < size(); ++i) {
+            if (QStringView(entries[i].name) == name && !entries[i].name.isNull()) {
+                return i;
+            }
+        }
+        return -1;
+    }
+    if (!names_ || !names_->complete) {
+        buildIndex();
+    }
+    const auto place = names_->places.constFind(name);
+    if (place == names_->places.constEnd()) {
+        return -1;
+    }
+    const void* const text = place->text;
+    const int position =
+        search(place->hint + names_->drift, [this, text](int i) { return textOf(entries[i].name) == text; });
+    if (position >= 0) {
+        names_->drift = position - place->hint;
+        return position;
+    }
+    buildIndex();
+    return names_->places.constFind(name)->hint;
+}
+
+int Branch::positionOf(const ModuleObject* object) {
+    const int position = search(object->hint_, [&](int i) { return entries[i].object() == object; });
+    if (position >= 0) {
+        object->hint_ = position;
+        return position;
+    }
+    for (int i = 0; i < size(); ++i) {
+        if (const ModuleObject* child = entries[i].object()) {
+            child->hint_ = i;
+        }
+    }
+    return object->hint_;
+}
+
+void Branch::insert(int position, Slot&& slot) {
+    if (!slot.name.isNull()) {
+        if (kind == Kind::List) {
+            noteGenerated(slot.name);
+        }
+        note(slot.name, position);
+    }
+    entries.insert(position, std::move(slot));
+}
+
+Slot Branch::take(int position) {
+    Slot slot = entries.take(position);
+    if (names_ && names_->complete && !slot.name.isNull()) {
+        names_->places.remove(QStringView(slot.name));
+    }
+    return slot;
+}
+
+QString Branch::nameAt(int position) {
+    Slot& slot = entries[position];
+    if (slot.name.isNull() && kind == Kind::List) {
+        slot.name = freshName();
+        note(slot.name, position);
+    }
+    return slot.name;
+}
+
+QString Branch::freshName() {
+    QString name;
+    do {
+        name = generatedPrefix + QString::number(names().next++);
+    } while (find(name) >= 0);
+    return name;
+}
+
+void Branch::forgetIndex() {
+    if (names_) {
+        names_->places.clear();
+        names_->complete = false;
+    }
+}
+
+void Branch::buildIndex() {
+    names().places.clear();
+    names_->drift = 0;
+    names_->complete = true;
+    for (int i = 0; i < size(); ++i) {
+        if (!entries[i].name.isNull()) {
+            note(entries[i].name, i);
+        }
+    }
+}
+
+void Branch::note(const QString& name, int position) {
+    if (names_ && names_->complete) {
+        names_->places.insert(QStringView(name), {textOf(name), position - names_->drift});
+    }
+}
+
+void Branch::noteGenerated(const QString& name) {
+    if (!name.startsWith(generatedPrefix)) {
+        return;
+    }
+    bool isNumber = false;
+    const quint64 number = name.midRef(generatedPrefix.size()).toULongLong(&isNumber);
+    if (isNumber && number >= names().next && number < ULLONG_MAX) {
+        names_->next = number + 1;
+    }
+}
+
+QString sharedKey(const QString& name) {
+    // Keys of records are few; names that are made up as they go must not fill the table for ever.
+    constexpr int mostKeys = 4096;
+    constexpr int longestKey = 64;
+    static QSet<QString> keys;
+    const auto known = keys.constFind(name);
+    if (known != keys.constEnd()) {
+        return *known;
+    }
+    if (keys.size() < mostKeys && name.size() <= longestKey) {
+        keys.insert(name);
+    }
+    return name;
+}
+
+int positionOfElement(QStringView element) {
+    if (element.size() < 2 || element.front() != QLatin1Char('#')) {
+        return -1;
+    }
+    qint64 number = 0;
+    for (const QChar character : element.mid(1)) {
+        if (character < QLatin1Char('0') || character > QLatin1Char('9')) {
+            return -1;
+        }
+        number = number * 10 + (character.unicode() - '0');
+        if (number > INT_MAX) {
+            number = INT_MAX;
+        }
+    }
+    return static_cast<int>(number);
+}
+
+QStringView takeElement(QStringView& path, bool& more) {
+    const auto dot = path.indexOf(QLatin1Char('.'));
+    more = dot >= 0;
+    const QStringView element = more ? path.left(dot) : path;
+    path = more ? path.mid(dot + 1) : QStringView();
+    return element;
+}
+
+}  // namespace mendo

@@ -1,0 +1,179 @@
+// The file service of the module manager.
+
+#include "mendo/modulemanager.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QMetaMethod>
+#include <QSaveFile>
+
+#include <fcntl.h>
+#include <unistd.h>
+#include <cerrno>
+#include <cstring>
+
+namespace mendo {
+
+namespace {
+
+struct Problem {
+    int line = 0;
+    int column = 0;
+    QString reason;
+};
+
+void announce(const QString& fileName, const Problem& problem) {
+    emit ModuleManager::instance()->fileProblem(fileName, problem.line, problem.column, problem.reason);
+}
+
+bool fail(const QString& fileName, const QString& reason) {
+    announce(fileName, {0, 0, reason});
+    return false;
+}
+
+QString systemError() {
+    return QString::fromLocal8Bit(std::strerror(errno));
+}
+
+/// Where the parser found fault: it stops behind a character that it did not expect, but on a value
+/// that it cannot read and at the end of an unfinished text.
+int offsetOf(const QJsonParseError& error, const QByteArray& text) {
+    const int stop = error.offset;
+    bool behind = false;
+    switch (error.error) {
+        case QJsonParseError::UnterminatedObject:
+        case QJsonParseError::UnterminatedArray:
+        case QJsonParseError::MissingNameSeparator:
+        case QJsonParseError::MissingValueSeparator:
+        case QJsonParseError::MissingObject:
+            behind = stop < text.size() || text.endsWith(']') || text.endsWith('}');
+            break;
+        case QJsonParseError::IllegalValue:
+            behind = true;
+            break;
+        default:
+            break;
+    }
+    return behind && stop > 0 ? stop - 1 : stop;
+}
+
+/// Parses a JSON array or object, a byte-order mark before it allowed; an undefined value and the place,
+/// counted in characters from 1, for anything else.
+QJsonValue parse(const QByteArray& text, Problem* problem) {
+    QJsonParseError error;
+    const QJsonDocument document = QJsonDocument::fromJson(text, &error);
+    if (error.error == QJsonParseError::NoError) {
+        return document.isArray() ? QJsonValue(document.array()) : QJsonValue(document.object());
+    }
+    const QByteArray before = text.left(offsetOf(error, text));
+    const int lineStart = before.lastIndexOf('\n') + 1;
+    problem->line = before.count('\n') + 1;
+    // A byte-order mark is dropped by the conversion and so not counted.
+    problem->column = QString::fromUtf8(before.mid(lineStart)).toUcs4().size() + 1;
+    problem->reason = error.errorString();
+    return QJsonValue(QJsonValue::Undefined);
+}
+
+/// Gives the file a second name that is free: NAME.damaged, NAME.damaged.2, … False when it cannot.
+bool keepDamaged(const QString& fileName) {
+    constexpr int mostKept = 1000;
+    const QString keptName = fileName + QStringLiteral(".damaged");
+    const QByteArray source = QFile::encodeName(fileName);
+    for (int number = 1; number <= mostKept; ++number) {
+        const QString name = number == 1 ? keptName : keptName + QStringLiteral(".%1").arg(number);
+        const QByteArray kept = QFile::encodeName(name);
+        if (::linkat(AT_FDCWD, source.constData(), AT_FDCWD, kept.constData(), AT_SYMLINK_FOLLOW) == 0) {
+            return true;
+        }
+        if (errno != EEXIST) {
+            return QFile::copy(fileName, name);  // a file system without hard links
+        }
+    }
+    return false;
+}
+
+bool parses(const QString& fileName) {
+    QFile file(fileName);
+    Problem ignored;
+    return file.open(QIODevice::ReadOnly) && !parse(file.readAll(), &ignored).isUndefined();
+}
+
+/// Makes the entries of a folder durable; false, with the reason in errno, when that fails.
+bool syncFolder(const QString& folder) {
+    const int descriptor = ::open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (descriptor < 0) {
+        return false;
+    }
+    // Some file systems have nothing to sync in a folder and say so.
+    const bool synced = ::fsync(descriptor) == 0 || errno == EINVAL || errno == ENOTSUP;
+    const int reason = errno;
+    ::close(descriptor);
+    errno = reason;
+    return synced;
+}
+
+}  // namespace
+
+QJsonValue ModuleManager::readFromJson(const QString& fileName) {
+    QFile file(fileName);
+    if (!file.exists()) {
+        return QJsonValue(QJsonValue::Undefined);
+    }
+    Problem problem;
+    if (!file.open(QIODevice::ReadOnly)) {
+        problem.reason = file.errorString();
+    } else {
+        const QByteArray text = file.readAll();
+        if (file.error() == QFileDevice::NoError) {
+            const QJsonValue value = parse(text, &problem);
+            if (!value.isUndefined()) {
+                return value;
+            }
+        } else {
+            problem.reason = file.errorString();
+        }
+    }
+    announce(fileName, problem);
+    return QJsonValue(QJsonValue::Undefined);
+}
+
+bool ModuleManager::writeToJson(const QString& fileName, const QJsonValue& value, bool indented) {
+    QJsonDocument document;
+    if (value.isArray()) {
+        document.setArray(value.toArray());
+    } else if (value.isObject()) {
+        document.setObject(value.toObject());
+    } else {
+        return fail(fileName, QStringLiteral("only an array or an object can be written"));
+    }
+    const QByteArray text = document.toJson(indented ? QJsonDocument::Indented : QJsonDocument::Compact);
+
+    QSaveFile file(fileName);
+    if (!file.open(QIODevice::WriteOnly)) {
+        return fail(fileName, file.errorString());
+    }
+    if (file.write(text) != text.size() || !file.flush()) {
+        return fail(fileName, file.errorString());
+    }
+    if (::fsync(file.handle()) != 0) {
+        return fail(fileName, systemError());
+    }
+    if (QFileInfo::exists(fileName) && !parses(fileName) && !keepDamaged(fileName)) {
+        return fail(fileName, QStringLiteral("the file in its place is damaged and cannot be kept"));
+    }
+    if (!file.commit()) {
+        return fail(fileName, file.errorString());
+    }
+    const QFileInfo target(fileName);
+    const QString folder =
+        QFileInfo(target.isSymLink() ? target.canonicalFilePath() : target.absoluteFilePath()).absolutePath();
+    if (!syncFolder(folder)) {
+        return fail(fileName, QStringLiteral("the folder could not be synced: ") + systemError());
+    }
+    return true;
+}
+
+}  // namespace mendo

@@ -1,0 +1,258 @@
+#include "mendo/moduleobject.h"
+
+#include "mendo/branch.h"
+#include "mendo/convert.h"
+#include "mendo/graveyard.h"
+#include "mendo/noderef.h"
+#include "mendo/nullnode.h"
+
+#include <QPointer>
+#include <QStringList>
+
+#include <algorithm>
+#include <vector>
+
+namespace mendo {
+
+namespace {
+
+void collect(const ModuleObject* node, bool recursive, QList<ModuleObject*>* found) {
+    for (int i = 0; i < node->cmobjCount(); ++i) {
+        ModuleObject* child = node->c(i);
+        found->append(child);
+        if (recursive) {
+            collect(child, true, found);
+        }
+    }
+}
+
+/// Positions that lead from `node` to its first descendant of that name, depth first, last one first.
+bool trace(const NodeRef& node, const QString& name, std::vector<int>* way) {
+    for (int i = 0; i < node.size(); ++i) {
+        const QString& childName = node.branch()->entries[i].name;
+        if ((!childName.isNull() && childName == name) || trace(node.child(i), name, way)) {
+            way->push_back(i);
+            return true;
+        }
+    }
+    return false;
+}
+
+}  // namespace
+
+ModuleObject::ModuleObject(const QString& name, ModuleObject* parent) : name_(name) {
+    if (parent) {
+        parent->insert(nullptr, this);
+    }
+}
+
+ModuleObject::ModuleObject(Slot& slot, ModuleObject* parent, int position)
+    : name_(slot.name),
+      value_(std::move(slot.value)),
+      branch_(slot.takeBranch()),
+      parent_(parent),
+      hint_(position) {
+    slot.value = QVariant();
+    slot.setObject(this);
+}
+
+ModuleObject::~ModuleObject() {
+    dying_ = true;
+    if (parent_) {
+        parent_->announceRemoved(indexInPmobj(), nullptr);
+    }
+    if (parent_) {
+        parent_->detach(indexInPmobj());
+    }
+    Graveyard::instance().release(this);
+
+    // The children are detached first, so that none can be reached through a half-destroyed parent.
+    const std::unique_ptr<Branch> branch = std::move(branch_);
+    std::vector<QPointer<ModuleObject>> children;
+    for (int i = 0; branch && i < branch->size(); ++i) {
+        if (ModuleObject* child = branch->entries[i].object()) {
+            child->parent_ = nullptr;
+            if (!child->dying_) {
+                children.emplace_back(child);
+            }
+        }
+    }
+    for (const QPointer<ModuleObject>& child : children) {
+        delete child;
+    }
+}
+
+ModuleObject* ModuleObject::null() {
+    // Never destroyed: lookups may outlive everything else in the process.
+    static auto* node = new NullNode;
+    return node;
+}
+
+bool ModuleObject::isNull() const {
+    return false;
+}
+
+// --- Looking up ---------------------------------------------------------------------------------
+
+int ModuleObject::find(QStringView element) const {
+    return NodeRef(const_cast<ModuleObject*>(this)).find(element);
+}
+
+ModuleObject* ModuleObject::childAt(int position) const {
+    Slot& slot = branch_->entries[position];
+    if (ModuleObject* object = slot.object()) {
+        object->hint_ = position;
+        return object;
+    }
+    return new ModuleObject(slot, const_cast<ModuleObject*>(this), position);
+}
+
+ModuleObject* ModuleObject::descendant(const QString& name) const {
+    std::vector<int> way;
+    auto* node = const_cast<ModuleObject*>(this);
+    if (!trace(NodeRef(node), name, &way)) {
+        return null();
+    }
+    std::for_each(way.rbegin(), way.rend(), [&node](int position) { node = node->childAt(position); });
+    return node;
+}
+
+ModuleObject* ModuleObject::c(const QString& name, bool recursive) const {
+    const int position = find(name);
+    if (position >= 0) {
+        return childAt(position);
+    }
+    return recursive ? descendant(name) : null();
+}
+
+ModuleObject* ModuleObject::c(int index) const {
+    return index >= 0 && index < cmobjCount() ? childAt(index) : null();
+}
+
+ModuleObject* ModuleObject::r(const QString& path) const {
+    auto* node = const_cast<ModuleObject*>(this);
+    QStringView rest(path);
+    for (bool more = !rest.isEmpty(); more;) {
+        const int position = node->find(takeElement(rest, more));
+        if (position < 0) {
+            return null();
+        }
+        node = node->childAt(position);
+    }
+    return node;
+}
+
+QList<ModuleObject*> ModuleObject::cmobjs(bool recursive) const {
+    QList<ModuleObject*> found;
+    found.reserve(cmobjCount());
+    collect(this, recursive, &found);
+    return found;
+}
+
+int ModuleObject::cmobjCount() const {
+    return branch_ ? branch_->size() : 0;
+}
+
+bool ModuleObject::hasCmobj(const QString& name, bool recursive) const {
+    std::vector<int> way;
+    return find(name) >= 0 || (recursive && trace(NodeRef(const_cast<ModuleObject*>(this)), name, &way));
+}
+
+bool ModuleObject::hasRmobj(const QString& path) const {
+    NodeRef node(const_cast<ModuleObject*>(this));
+    QStringView rest(path);
+    for (bool more = !rest.isEmpty(); more;) {
+        const int position = node.find(takeElement(rest, more));
+        if (position < 0) {
+            return false;
+        }
+        node = node.child(position);
+    }
+    return !isNull();
+}
+
+QString ModuleObject::name() const {
+    if (name_.isNull() && parent_) {
+        const_cast<ModuleObject*>(this)->name_ = parent_->branch_->nameAt(indexInPmobj());
+    }
+    return name_;
+}
+
+bool ModuleObject::isList() const {
+    return branch_ && branch_->kind == Branch::Kind::List;
+}
+
+int ModuleObject::indexInPmobj() const {
+    return parent_ ? parent_->branch_->positionOf(this) : -1;
+}
+
+ModuleObject* ModuleObject::pmobj() const {
+    return parent_ ? parent_ : null();
+}
+
+ModuleObject* ModuleObject::prevBmobj() const {
+    return parent_ ? parent_->c(indexInPmobj() - 1) : null();
+}
+
+ModuleObject* ModuleObject::nextBmobj() const {
+    return parent_ ? parent_->c(indexInPmobj() + 1) : null();
+}
+
+QString ModuleObject::path() const {
+    QStringList elements;
+    for (const ModuleObject* node = this; node->parent_; node = node->parent_) {
+        elements.prepend(node->parent_->isList() ? QLatin1Char('#') + QString::number(node->indexInPmobj())
+                                                 : node->name());
+    }
+    return elements.join(QLatin1Char('.'));
+}
+
+bool ModuleObject::isInside(const ModuleObject* node) const {
+    for (const ModuleObject* ancestor = this; ancestor; ancestor = ancestor->parent_) {
+        if (ancestor == node) {
+            return true;
+        }
+    }
+    return false;
+}
+
+int ModuleObject::depth() const {
+    int levels = 0;
+    for (const ModuleObject* node = parent_; node; node = node->parent_) {
+        ++levels;
+    }
+    return levels;
+}
+
+int ModuleObject::indexOfRname(const QString& name) {
+    return std::max(0, positionOfElement(QStringView(name).mid(name.lastIndexOf(QLatin1Char('.')) + 1)));
+}
+
+QString ModuleObject::generateId(ModuleObject* list) {
+    static Branch orphans;
+    return !list || list->isNull() ? orphans.freshName() : list->ensureBranch().freshName();
+}
+
+// --- Values -------------------------------------------------------------------------------------
+
+QVariant ModuleObject::value() const {
+    return value_;
+}
+
+int ModuleObject::getInt(int def) const {
+    return toInt(value_, def);
+}
+
+double ModuleObject::getDouble(double def) const {
+    return toDouble(value_, def);
+}
+
+bool ModuleObject::getBool(bool def) const {
+    return toBool(value_, def);
+}
+
+QString ModuleObject::getString(const QString& def) const {
+    return toText(value_, def);
+}
+
+}  // namespace mendo

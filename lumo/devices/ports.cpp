@@ -1,0 +1,81 @@
+#include "devices/ports.h"
+
+#include "module/keys.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace {
+
+constexpr double fullScale = 32767.0;
+
+ModuleObject* portRow(I_PORT port) {
+    return m(lumo::key::port)->c(static_cast<int>(port));
+}
+
+QString portName(I_PORT port) {
+    return portRow(port)->c(lumo::field::name)->getString();
+}
+
+/// Sends a register write, or appends it to the batch.
+void writeRegister(QObject* sender, const QString& name, const QString& type, int value, int bias,
+                   ModuleObject* batch) {
+    ModuleObject record;
+    record.set(sender, lumo::field::name, name)
+        ->set(sender, lumo::field::type, type)
+        ->set(sender, lumo::field::value, value)
+        ->set(sender, lumo::field::bias, bias);
+    if (batch) {
+        batch->append(sender)->copyFrom(sender, &record);
+    } else {
+        kordservice()->command(sender, lumo::command::registerWrite, &record);
+    }
+}
+
+}  // namespace
+
+bool portEnabled(I_PORT port) {
+    return portRow(port)->c(lumo::field::enable)->getBool(false);
+}
+
+bool setPortDO(QObject* sender, I_PORT port, bool on, ModuleObject* batch) {
+    if (!portEnabled(port)) {
+        return false;
+    }
+    const QString name = portName(port);
+    const QString registerName = name.section(QLatin1Char('.'), 0, 0);
+    writeRegister(sender, registerName, QStringLiteral("bit"), on ? 1 : 0, ModuleObject::indexOfRname(name),
+                  batch);
+    return true;
+}
+
+bool setPortAO(QObject* sender, I_PORT port, double fraction, ModuleObject* batch) {
+    if (!portEnabled(port)) {
+        return false;
+    }
+    writeRegister(sender, portName(port), QStringLiteral("int16"), scaledFraction(fraction), 0, batch);
+    return true;
+}
+
+bool portState(I_PORT port) {
+    return portEnabled(port) &&
+           kordservice()->dataNode(mName(lumo::key::registerValues, portName(port)))->getBool(false);
+}
+
+double portPercent(I_PORT port) {
+    if (!portEnabled(port)) {
+        return 0.0;
+    }
+    const QString path = mName(lumo::key::registerValues, portName(port), mIndex(0));
+    return kordservice()->dataNode(path)->getInt(0) / fullScale * 100.0;
+}
+
+int scaledFraction(double fraction) {
+    if (std::isnan(fraction)) {
+        return 0;
+    }
+    using Register = std::numeric_limits<qint16>;
+    const double scaled = std::floor(fraction * fullScale + 0.5);
+    return static_cast<int>(std::clamp(scaled, double(Register::min()), double(Register::max())));
+}

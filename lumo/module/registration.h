@@ -1,0 +1,12 @@
+#pragma once
+
+#include "module/keys.h"
+
+namespace lumo {
+
+/// The package's name in the host's registries.
+constexpr QLatin1String packageName = "lumo"_l1;
+/// The factory key of the page's module.
+constexpr QLatin1String pageModuleKey = "rova.robot.pack.lumo"_l1;
+
+}  // namespace lumo

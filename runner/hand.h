@@ -1,0 +1,53 @@
+#pragma once
+
+#include <QJsonArray>
+#include <QJsonValue>
+#include <QObject>
+#include <QString>
+
+namespace run {
+
+/// Does to the data tree what an operator's hand on the panel does, and is the sender of its writes.
+class Hand : public QObject {
+    Q_OBJECT
+public:
+    explicit Hand(QObject* parent = nullptr) : QObject(parent) {}
+
+    /// The package's exported run mode.
+    void setRunMode(int* runMode) { runMode_ = runMode; }
+
+    /// As opening a project does: program and, where the file has one, tool set.
+    void loadProject(const QJsonValue& content);
+    /// As the reset button does.
+    void resetResumeData();
+    void setWeld(bool on);
+    void setHandWeld(bool on);
+    /// What the start button writes before the trigger. Lines count from 0.
+    void prepareRun(int line);
+    /// What the button for a single step writes before the trigger.
+    void prepareStep();
+
+    // The following may return only when the run, step or closing that they cause is over.
+    void start(int line);
+    void once(int line);
+    void resume();
+    void pause();
+    /// Writes any node of the tree, which is made where it is missing.
+    void set(const QString& path, const QJsonValue& value);
+
+    /// Whether one of them has not returned.
+    bool isPressing() const { return pressing_ > 0; }
+    [[nodiscard]] static bool isIdle();
+
+signals:
+    void released();
+
+private:
+    void write(const QString& path, const QVariant& value);
+    void press(const QString& trigger, int runMode, int line);
+
+    int* runMode_ = nullptr;
+    int pressing_ = 0;
+};
+
+}  // namespace run

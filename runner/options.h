@@ -1,0 +1,48 @@
+#pragma once
+
+#include "runner/problem.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+#include <vector>
+
+namespace run {
+
+/// What the command line asks for. File names are absolute, the `…Name` members as the caller typed them.
+struct Options {
+    QString project, projectName;
+    QString settings;  ///< working directory of the package, the project's folder by default
+    QString language = QStringLiteral("en");
+    QString mode = QStringLiteral("auto");
+    bool power = true;
+    bool weld = true;
+    bool handWeld = false;
+    int line = 1;             ///< start line, from 1
+    std::optional<int> once;  ///< a single step of this line, from 1
+    int axes = 6;
+    bool writeMulti = true;
+    QString scenario, scenarioName;
+    int ackMs = 0;
+    int untilMs = 3600000;
+    bool realtime = false;
+    QString trace;  ///< "-" for standard output; empty: none
+    bool posture = false;
+    QString vcd;
+    bool quiet = false;
+    std::vector<double> point;  ///< six numbers, mm and degrees; empty: not asked for
+    bool help = false;
+    bool version = false;
+};
+
+/// Reads the arguments (without the program's name). Nothing, with one line in `problem`, when they
+/// make no sense. File names are taken relative to the current directory.
+std::optional<Options> parseOptions(const QStringList& arguments, Problem* problem);
+
+/// The line that --version prints.
+QString versionText();
+/// The text that --help prints.
+QString usage();
+
+}  // namespace run

@@ -1,0 +1,46 @@
+#include "runner/pointrecord.h"
+
+#include "runner/jsonwriter.h"
+#include "simulator/arm.h"
+
+#include <QtMath>
+
+namespace run {
+
+namespace {
+
+template <typename Numbers>
+void writeList(JsonWriter& writer, const QString& key, const Numbers& numbers) {
+    writer.key(key).beginArray();
+    for (const double number : numbers)
+        writer.number(number);
+    writer.endArray();
+}
+
+}  // namespace
+
+std::optional<QByteArray> pointRecord(const std::vector<double>& pose, int axes, Problem* problem) {
+    constexpr double kMmPerM = 1000.0;
+    const sim::Arm arm(axes);
+    sim::Pose target;
+    for (std::size_t i = 0; i < target.trans.size(); ++i) {
+        target.trans[i] = pose[i] / kMmPerM;
+        target.rot[i] = qDegreesToRadians(pose[i + target.trans.size()]);
+    }
+    sim::Arm::Fault fault = sim::Arm::Fault::None;
+    const std::optional<sim::Joints> joints = arm.inverse(target, arm.home(), &fault);
+    if (!joints) {
+        problem->reason = fault == sim::Arm::Fault::JointLimit
+                              ? QStringLiteral("--point: the arm cannot turn that way")
+                              : QStringLiteral("--point: the point is out of the arm's reach");
+        return std::nullopt;
+    }
+    JsonWriter writer;
+    writer.beginObject();
+    writeList(writer, QStringLiteral("trans"), target.trans);
+    writeList(writer, QStringLiteral("rot"), target.rot);
+    writeList(writer, QStringLiteral("near"), *joints);
+    return writer.endObject().take();
+}
+
+}  // namespace run

@@ -1,0 +1,74 @@
+#include "runner/project.h"
+
+#include "runner/fieldcheck.h"
+
+namespace run {
+
+namespace {
+
+const QString kType = QStringLiteral("type");
+
+/// Why an element is no statement; empty when it is one.
+QString typeFault(const QJsonObject& element) {
+    const QJsonValue type = element.value(kType);
+    if (type.isUndefined())
+        return QStringLiteral("statement without a type");
+    if (!type.isString())
+        return QStringLiteral("the statement's type is no text");
+    if (type.toString().isEmpty())
+        return QStringLiteral("the statement's type is empty");
+    if (!statementTypes().contains(type.toString()))
+        return QStringLiteral("unknown statement type \"%1\"").arg(type.toString());
+    return {};
+}
+
+}  // namespace
+
+std::optional<Project> Project::read(const QString& file, const QString& shown, Problem* problem) {
+    const std::optional<JsonText> text = JsonText::read(file, shown, problem);
+    return text ? fromText(*text, problem) : std::nullopt;
+}
+
+std::optional<Project> Project::fromText(const JsonText& text, Problem* problem) {
+    Project project(text);
+    bool toolsetSeen = false;
+    for (int i = 0; i < text.array().size(); ++i) {
+        const QJsonValue value = text.array().at(i);
+        if (!value.isObject()) {
+            *problem = text.problemAt(i, QStringLiteral("element %1 is no object").arg(i + 1));
+            return std::nullopt;
+        }
+        const QJsonObject element = value.toObject();
+        if (!toolsetSeen && element.contains(QStringLiteral("end"))) {
+            toolsetSeen = true;
+            continue;
+        }
+        const QString fault = typeFault(element);
+        if (!fault.isEmpty()) {
+            *problem = text.problemAt(i, kType, QStringLiteral("element %1: %2").arg(i + 1).arg(fault));
+            return std::nullopt;
+        }
+        project.statements_.push_back(i);
+    }
+    return project;
+}
+
+std::vector<Problem> Project::warnings(int sets) const {
+    std::vector<Problem> found;
+    int line = 0;
+    for (const int element : statements_) {
+        const QJsonObject statement = text_.array().at(element).toObject();
+        const QString who = QStringLiteral("line %1 (%2)").arg(++line).arg(statement.value(kType).toString());
+        for (const FieldRemark& remark : checkFields(statement, sets)) {
+            if (remark.path.isEmpty())
+                found.push_back(text_.problemAt(element, who + QLatin1Char(' ') + remark.remark));
+            else
+                found.push_back(
+                    text_.problemAt(element, remark.path,
+                                    QStringLiteral("%1: \"%2\" %3").arg(who, remark.path, remark.remark)));
+        }
+    }
+    return found;
+}
+
+}  // namespace run

@@ -1,0 +1,171 @@
+#include "runner/recorder.h"
+
+#include "mendo/log.h"
+#include "mendo/modulemanager.h"
+
+#include <QFileInfo>
+#include <QMetaEnum>
+
+namespace run {
+
+using sim::Controller;
+
+namespace {
+
+const QString kName = QStringLiteral("name");
+const QString kValue = QStringLiteral("value");
+const QString kPath = QStringLiteral("path");
+const QString kReason = QStringLiteral("reason");
+const QString kTitle = QStringLiteral("title");
+const QString kText = QStringLiteral("text");
+
+QString senderWord(const QObject* sender) {
+    if (!sender)
+        return QStringLiteral("none");
+    return sender->inherits("LumoExecutor") ? QStringLiteral("executor") : QStringLiteral("panel");
+}
+
+}  // namespace
+
+Recorder::Recorder(Trace* trace, TreeFollower* follower, QObject* parent) : QObject(parent), trace_(trace) {
+    connect(kordservice(), &KordService::issued, this, &Recorder::onIssued);
+    connect(kordservice(), &KordService::handed, this, &Recorder::onHanded);
+    connect(follower, &TreeFollower::changed, this, &Recorder::onChanged);
+    connect(mendo::LogHub::instance(), &mendo::LogHub::line, this, &Recorder::onLog);
+    connect(m(), &mendo::ModuleManager::fileProblem, this, &Recorder::onFileProblem);
+}
+
+void Recorder::attach(Controller* controller, bool posture) {
+    connect(controller, &Controller::outputChanged, this, &Recorder::onOutput);
+    connect(controller, &Controller::rejected, this, &Recorder::onRejected);
+    connect(controller, &Controller::inputChanged, this, &Recorder::onInput);
+    connect(controller, &Controller::motion, this, &Recorder::onMotion);
+    connect(controller, &Controller::result, this, &Recorder::onResult);
+    if (posture)
+        connect(controller, &Controller::postureMoved, this, &Recorder::onPosture);
+}
+
+void Recorder::onIssued(const KordCall& call) {
+    if (!recording_)
+        return;
+    JsonWriter& line = trace_->begin("command");
+    line.key(kName).string(call.name);
+    line.key(QStringLiteral("call"))
+        .string(call.exec ? QStringLiteral("execCommand") : QStringLiteral("command"));
+    line.key(QStringLiteral("sender")).string(senderWord(call.sender));
+    line.key(QStringLiteral("args"));
+    if (call.node)
+        line.node(call.node);
+    else
+        line.variant(call.value);
+    trace_->end();
+}
+
+void Recorder::onHanded(const QString& path, const mendo::ModuleObject* node) {
+    if (!recording_)
+        return;
+    trace_->begin("set").key(kPath).string(path).key(kValue).node(node);
+    trace_->end();
+}
+
+void Recorder::onChanged(const Change& change) {
+    if (!recording_)
+        return;
+    JsonWriter& line = trace_->begin("changed");
+    line.key(kPath).string(change.path).key(kValue);
+    if (change.value.isValid())
+        line.variant(change.value);
+    else
+        line.node(change.node);
+    line.key(QStringLiteral("old")).variant(change.oldValue);
+    trace_->end();
+}
+
+void Recorder::onOutput(const QString& name, const QVariant& value) {
+    if (!recording_)
+        return;
+    trace_->begin("output").key(kName).string(name).key(kValue).variant(value);
+    trace_->end();
+}
+
+void Recorder::onRejected(const QString& name, const QString& reason) {
+    if (!recording_)
+        return;
+    trace_->begin("rejected").key(kName).string(name).key(kReason).string(reason);
+    trace_->end();
+}
+
+void Recorder::onInput(const QString& name, bool value) {
+    if (!recording_)
+        return;
+    trace_->begin("input").key(kName).string(name).key(kValue).boolean(value);
+    trace_->end();
+}
+
+void Recorder::onMotion(int id, Controller::MotionEvent event) {
+    if (!recording_)
+        return;
+    const QString word = QLatin1String(QMetaEnum::fromType<Controller::MotionEvent>().valueToKey(int(event)));
+    trace_->begin("motion").key(QStringLiteral("id")).integer(id);
+    trace_->line().key(QStringLiteral("event")).string(word.toLower());
+    trace_->end();
+}
+
+void Recorder::onResult(const QString& command, int id, int code) {
+    if (!recording_)
+        return;
+    trace_->begin("result").key(kName).string(command);
+    trace_->line().key(QStringLiteral("id")).integer(id).key(QStringLiteral("code")).integer(code);
+    trace_->end();
+}
+
+void Recorder::onPosture() {
+    if (!recording_)
+        return;
+    const mendo::ModuleObject* posture = kordservice()->dataNode(QStringLiteral("sys.posture"));
+    JsonWriter& line = trace_->begin("posture");
+    for (const QString& part : {QStringLiteral("trans"), QStringLiteral("rot"), QStringLiteral("near")})
+        line.key(part).node(posture->r(part));
+    trace_->end();
+}
+
+void Recorder::message(const QString& icon, const QString& title, const QString& text) {
+    if (!recording_)
+        return;
+    trace_->begin("message").key(QStringLiteral("icon")).string(icon);
+    trace_->line().key(kTitle).string(title).key(kText).string(text);
+    trace_->end();
+}
+
+void Recorder::answer(const QString& title, const QString& answer) {
+    if (!recording_)
+        return;
+    trace_->begin("answer").key(kTitle).string(title).key(QStringLiteral("answer")).string(answer);
+    trace_->end();
+}
+
+void Recorder::event(const QByteArray& entry) {
+    if (!recording_)
+        return;
+    trace_->begin("event").key(QStringLiteral("action")).raw(entry);
+    trace_->end();
+}
+
+void Recorder::onLog(const QString& level, const QString& text) {
+    if (!recording_)
+        return;
+    trace_->begin("log").key(QStringLiteral("level")).string(level).key(kText).string(text);
+    trace_->end();
+}
+
+void Recorder::onFileProblem(const QString& fileName, int line, int column, const QString& reason) {
+    if (!recording_)
+        return;
+    const QString place =
+        line > 0 ? QStringLiteral(" (line %1, column %2)").arg(line).arg(column) : QString();
+    trace_->begin("file").key(kName).string(QFileInfo(fileName).fileName());
+    trace_->line().key(kReason).string(reason + place);
+    trace_->end();
+}
+
+}  // namespace run

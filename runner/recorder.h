@@ -1,0 +1,46 @@
+#pragma once
+
+#include "kord/kordservice.h"
+#include "runner/trace.h"
+#include "runner/treefollower.h"
+#include "simulator/controller.h"
+
+#include <QObject>
+
+namespace run {
+
+/// Turns what happens in the host, the controller and the package's loggers into trace lines, from
+/// the moment recording is switched on. Made before the controller, so that a command's line comes
+/// before the lines of what it does.
+class Recorder : public QObject {
+    Q_OBJECT
+public:
+    Recorder(Trace* trace, TreeFollower* follower, QObject* parent = nullptr);
+
+    /// `posture`: record its posture, too.
+    void attach(sim::Controller* controller, bool posture);
+    void setRecording(bool on) { recording_ = on && trace_->isOpen(); }
+
+    void message(const QString& icon, const QString& title, const QString& text);
+    void answer(const QString& title, const QString& answer);
+    /// A scenario entry, as JSON.
+    void event(const QByteArray& entry);
+
+private:
+    void onIssued(const KordCall& call);
+    void onHanded(const QString& path, const mendo::ModuleObject* node);
+    void onChanged(const Change& change);
+    void onOutput(const QString& name, const QVariant& value);
+    void onRejected(const QString& name, const QString& reason);
+    void onInput(const QString& name, bool value);
+    void onMotion(int id, sim::Controller::MotionEvent event);
+    void onResult(const QString& command, int id, int code);
+    void onPosture();
+    void onLog(const QString& level, const QString& text);
+    void onFileProblem(const QString& fileName, int line, int column, const QString& reason);
+
+    Trace* trace_;
+    bool recording_ = false;
+};
+
+}  // namespace run

@@ -1,0 +1,56 @@
+#include "runner/report.h"
+
+namespace run {
+
+namespace {
+
+constexpr double kMsPerS = 1000.0;
+constexpr double kMmPerM = 1000.0;
+
+}  // namespace
+
+void Report::head() {
+    if (!headed_)
+        std::fprintf(out_, "%6s  %-7s  %12s\n", "line", "type", "time");
+    headed_ = true;
+}
+
+void Report::statement(int line, const QString& type, qint64 atMs) {
+    if (!out_)
+        return;
+    head();
+    std::fprintf(out_, "%6d  %-7s  %10.3f s\n", line + 1, type.toUtf8().constData(), double(atMs) / kMsPerS);
+}
+
+void Report::message(const QString& icon, const QString& title, const QString& text, qint64 atMs) {
+    if (!out_)
+        return;
+    head();
+    const QString line = QStringLiteral("%1: %2").arg(title, text).simplified();
+    std::fprintf(out_, "%15s  %10.3f s  %s\n", icon.toUtf8().constData(), double(atMs) / kMsPerS,
+                 line.toUtf8().constData());
+}
+
+void Report::table(const Figures& figures) {
+    if (!out_)
+        return;
+    const auto seconds = [this](const char* name, qint64 ms) {
+        std::fprintf(out_, "%-12s %12.3f s\n", name, double(ms) / kMsPerS);
+    };
+    const auto millimetres = [this](const char* name, double metres) {
+        std::fprintf(out_, "%-12s %12.1f mm\n", name, metres * kMmPerM);
+    };
+    std::fprintf(out_, "\n%-12s %12s\n", "ended", figures.reason.toUtf8().constData());
+    if (!figures.waiting.isEmpty())
+        std::fprintf(out_, "%-12s %12s\n", "waiting for", figures.waiting.toUtf8().constData());
+    std::fprintf(out_, "%-12s %12d\n", "lines run", figures.lines);
+    millimetres("path length", figures.pathM);
+    seconds("laser on", figures.laserMs);
+    millimetres("weld length", figures.weldM);
+    seconds("gas", figures.gasMs);
+    seconds("wire", figures.wireMs);
+    seconds("duration", figures.durationMs);
+    std::fflush(out_);
+}
+
+}  // namespace run

@@ -1,0 +1,56 @@
+#pragma once
+
+#include "runner/scenario.h"
+
+#include <QObject>
+#include <QString>
+
+namespace sim {
+class Cell;
+class Controller;
+}  // namespace sim
+
+namespace run {
+
+class Hand;
+
+/// Applies the entries of a scenario at their times.
+class ScenarioPlayer : public QObject {
+    Q_OBJECT
+public:
+    /// `projectFolder`: where the files of "load" are.
+    ScenarioPlayer(const Scenario& scenario, Hand* hand, sim::Controller* controller, sim::Cell* cell,
+                   const QString& projectFolder, QObject* parent = nullptr);
+
+    /// Times count from now; those of time 0 come when the event loop is entered next.
+    void start();
+    /// Whether entries are left.
+    bool isPending() const { return next_ < scenario_.entries().size(); }
+    /// Whether entries are left or one is being applied.
+    bool isPlaying() const { return isPending() || applying_ > 0; }
+
+signals:
+    /// An entry is about to be applied; `text` is the entry as JSON.
+    void applying(const QByteArray& text);
+    /// A node is about to be written.
+    void writing(const QString& path);
+    void applied();
+
+private:
+    void makeDue(std::size_t end);
+    void drain();
+    void apply(const ScenarioEntry& entry);
+    void applyToHand(const ScenarioEntry& entry);
+    void load(const QString& file);
+
+    Scenario scenario_;
+    Hand* hand_;
+    sim::Controller* controller_;
+    sim::Cell* cell_;
+    QString projectFolder_;
+    std::size_t next_ = 0;  ///< entry to be applied next
+    std::size_t due_ = 0;   ///< entries before this one are due
+    int applying_ = 0;
+};
+
+}  // namespace run

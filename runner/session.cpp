@@ -1,0 +1,342 @@
+#include "runner/session.h"
+
+#include "gantu/panel.h"
+#include "kord/kordservice.h"
+#include "mendo/clock.h"
+#include "mendo/log.h"
+#include "mendo/modulemanager.h"
+#include "simulator/cell.h"
+#include "simulator/controller.h"
+#include "simulator/virtualtime.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+
+namespace run {
+
+namespace {
+
+constexpr int kFailed = 1;
+constexpr int kBadInput = 2;
+constexpr int kStuckMs = 1000;
+
+std::FILE* reportStream(const Options& options) {
+    if (options.quiet)
+        return nullptr;
+    return options.trace == QLatin1String("-") ? stderr : stdout;
+}
+
+/// What the executor waits for, in words; empty when it waits for nothing.
+QString waitingText(const QObject* executor) {
+    const QVariantMap waiting = executor->property("waiting").toMap();
+    const QVariant detail = waiting.value(QStringLiteral("detail"));
+    const QString kind = waiting.value(QStringLiteral("kind")).toString();
+    bool isLine = false;
+    const int line = detail.toInt(&isLine);
+    const QString what = isLine ? QStringLiteral("line %1").arg(line + 1) : detail.toString();
+    return what.isEmpty() ? kind : QStringLiteral("%1 (%2)").arg(kind, what);
+}
+
+}  // namespace
+
+Session::Session(const Options& options)
+    : options_(options), report_(reportStream(options)), watch_(&follower_), recorder_(&trace_, &follower_) {
+    trace_.setClock([this] { return elapsedMs(); });
+    mendo::LogHub::instance()->setConsole(false);
+    until_.setSingleShot(true);
+    until_.setTimerType(Qt::PreciseTimer);
+    connect(&until_, &QTimer::timeout, this, [this] { finish(QStringLiteral("until")); });
+    stuck_->setSingleShot(true);
+    stuck_->setInterval(kStuckMs);
+    connect(stuck_, &QTimer::timeout, this, [this] {
+        if (isStuck())
+            finish(QStringLiteral("stalled"));
+    });
+    connect(m(), &mendo::ModuleManager::fileProblem, this, &Session::onFileProblem);
+    connect(&follower_, &TreeFollower::changed, this, &Session::onChanged);
+    connect(&watch_, &RunWatch::lineBegun, this, &Session::onLineBegun);
+}
+
+Session::~Session() = default;
+
+int Session::run() {
+    if (!readInput() || !openFiles() || !setUp())
+        return status_;
+    QMetaObject::invokeMethod(
+        this, [this] { begin(); }, Qt::QueuedConnection);
+    mendo::ModuleManager::setOutermostLoop(1);
+    QCoreApplication::exec();
+    return status_;
+}
+
+bool Session::readInput() {
+    status_ = kBadInput;
+    Problem problem;
+    project_ = Project::read(options_.project, options_.projectName, &problem);
+    if (!project_) {
+        printError(problem.text());
+        return false;
+    }
+    if (!QDir::setCurrent(options_.settings)) {
+        printError(QStringLiteral("%1: the folder cannot be entered").arg(options_.settings));
+        return false;
+    }
+    bench_ = std::make_unique<Bench>(options_);
+    recorder_.attach(bench_->controller(), options_.posture);
+    bench_->wireCell();
+    std::optional<Scenario> scenario = Scenario();
+    if (!options_.scenario.isEmpty())
+        scenario = Scenario::read(options_.scenario, options_.scenarioName,
+                                  bench_->controller()->inputNames(), &problem);
+    if (!scenario) {
+        printError(problem.text());
+        return false;
+    }
+    player_ = std::make_unique<ScenarioPlayer>(*scenario, &hand_, bench_->controller(), bench_->cell(),
+                                               QFileInfo(options_.project).absolutePath());
+    return true;
+}
+
+bool Session::openFiles() {
+    QString error;
+    if (!options_.trace.isEmpty() && !trace_.open(options_.trace, &error)) {
+        printError(QStringLiteral("--trace: ") + error);
+        return false;
+    }
+    if (!options_.vcd.isEmpty() && !vcd_.open(options_.vcd, &error)) {
+        printError(QStringLiteral("--vcd: ") + error);
+        return false;
+    }
+    return true;
+}
+
+bool Session::setUp() {
+    status_ = kFailed;
+    messages_ = std::make_unique<MessageWatch>(options_.ackMs);
+    if (vcd_.isOpen())
+        vcdRecorder_ = std::make_unique<VcdRecorder>(&vcd_, bench_->controller(), bench_->cell(), &follower_,
+                                                     [this] { return elapsedMs(); });
+    QString error;
+    if (!bench_->openPanel(options_.language, &error)) {
+        printError(error);
+        return false;
+    }
+    watch_.setRunMode(bench_->runMode());
+    hand_.setRunMode(bench_->runMode());
+    for (const Problem& warning : project_->warnings(m(QStringLiteral("lumo.param"))->cmobjCount()))
+        printWarning(warning.text());
+    connectEnds();
+    return true;
+}
+
+/// Whatever may have been the last thing to happen.
+void Session::connectEnds() {
+    const sim::Controller* controller = bench_->controller();
+    connect(controller, &sim::Controller::motion, this, &Session::scheduleCheck);
+    connect(controller, &sim::Controller::result, this, &Session::scheduleCheck);
+    connect(controller, &sim::Controller::postureMoved, this, &Session::scheduleCheck);
+    connect(bench_->executor(), SIGNAL(activityChanged()), this, SLOT(scheduleCheck()));
+    connect(&hand_, &Hand::released, this, &Session::scheduleCheck);
+    connect(messages_.get(), &MessageWatch::closed, this, &Session::scheduleCheck);
+    connect(messages_.get(), &MessageWatch::shown, &recorder_, &Recorder::message);
+    connect(messages_.get(), &MessageWatch::shown, this, &Session::onMessage);
+    connect(messages_.get(), &MessageWatch::answered, &recorder_, &Recorder::answer);
+    connect(player_.get(), &ScenarioPlayer::applying, &recorder_, &Recorder::event);
+    connect(player_.get(), &ScenarioPlayer::writing, &follower_, &TreeFollower::followElement);
+    connect(player_.get(), &ScenarioPlayer::applied, this, &Session::scheduleCheck);
+    sim::VirtualTime* time = sim::VirtualTime::instance();
+    connect(time, &QAbstractEventDispatcher::aboutToBlock, this, &Session::onAboutToBlock);
+    if (options_.realtime)
+        time->setPace(1);
+}
+
+void Session::begin() {
+    recorder_.setRecording(true);
+    traceBegin();
+    if (vcdRecorder_)
+        vcdRecorder_->begin();
+    hand_.loadProject(project_->content());
+    hand_.setWeld(options_.weld);
+    hand_.setHandWeld(options_.handWeld);
+    if (options_.once)
+        hand_.prepareStep();
+    else
+        hand_.prepareRun(options_.line - 1);
+    startMs_ = mendo::Clock::current().elapsedMs();
+    until_.start(options_.untilMs);
+    player_->start();
+    go();
+    scheduleCheck();
+}
+
+void Session::go() {
+    if (options_.once)
+        hand_.once(*options_.once - 1);
+    else
+        hand_.resume();
+}
+
+void Session::onLineBegun(int line, const QString& type) {
+    report_.statement(line, type, elapsedMs());
+}
+
+void Session::onMessage(const QString& icon, const QString& title, const QString& text) {
+    report_.message(icon, title, text, elapsedMs());
+}
+
+void Session::onChanged(const Change& change) {
+    if (change.path == QLatin1String("kord.r.state") || change.path == QLatin1String("lumo.execute.state"))
+        scheduleCheck();
+}
+
+void Session::onFileProblem(const QString& fileName, int line, int column, const QString& reason) {
+    printWarning(Problem{QFileInfo(fileName).fileName(), line, column, reason}.text());
+}
+
+qint64 Session::elapsedMs() const {
+    return startMs_ ? mendo::Clock::current().elapsedMs() - *startMs_ : 0;
+}
+
+/// The time limit's own timer must not hide that nothing else is pending.
+void Session::onAboutToBlock() {
+    if (startMs_ && !finished_ && sim::VirtualTime::instance()->armedTimers(&until_) == 0)
+        QMetaObject::invokeMethod(
+            this, [this] { checkStall(); }, Qt::QueuedConnection);
+}
+
+void Session::checkStall() {
+    check();
+    if (!finished_ && sim::VirtualTime::instance()->armedTimers(&until_) == 0)
+        finish(QStringLiteral("stalled"));
+}
+
+void Session::scheduleCheck() {
+    if (checkPosted_ || !startMs_)
+        return;
+    checkPosted_ = true;
+    QMetaObject::invokeMethod(
+        this, [this] { check(); }, Qt::QueuedConnection);
+}
+
+void Session::check() {
+    checkPosted_ = false;
+    if (isOver())
+        finish(watch_.reason());
+    else
+        watchStuckRun();
+}
+
+/// A page may keep timers going for ever, so a run that awaits a motion of a robot that stands still
+/// is given up after a while, too.
+void Session::watchStuckRun() {
+    if (!isStuck())
+        stuck_->stop();
+    else if (!stuck_->isActive())
+        stuck_->start();
+}
+
+bool Session::isStuck() const {
+    const QObject* executor = bench_->executor();
+    const QString kind = executor->property("waiting").toMap().value(QStringLiteral("kind")).toString();
+    return kind == QLatin1String("move") && executor->property("pendingSteps").toInt() == 0 &&
+           !player_->isPending() && !messages_->isPending() && bench_->controller()->standsStill();
+}
+
+bool Session::isOver() const {
+    const QObject* executor = bench_->executor();
+    return !hand_.isPressing() && !player_->isPlaying() && !messages_->isPending() && Hand::isIdle() &&
+           executor->property("depth").toInt() == 0 && executor->property("pendingSteps").toInt() == 0 &&
+           bench_->controller()->standsStill();
+}
+
+Figures Session::figures(const QString& reason) const {
+    const sim::Cell* cell = bench_->cell();
+    Figures f;
+    f.reason = reason;
+    f.waiting = waitingText(bench_->executor());
+    f.lines = watch_.lines();
+    f.pathM = bench_->controller()->travelled();
+    f.laserMs = cell->laserOnMs();
+    f.weldM = cell->weldLength();
+    f.gasMs = cell->gasOnMs();
+    f.wireMs = cell->wireOnMs();
+    f.durationMs = elapsedMs();
+    return f;
+}
+
+void Session::finish(const QString& reason) {
+    if (finished_)
+        return;
+    finished_ = true;
+    JsonWriter& line = trace_.begin("done").key(QStringLiteral("reason")).string(reason);
+    line.key(QStringLiteral("state")).string(m(QStringLiteral("lumo.execute.state"))->getString());
+    line.key(QStringLiteral("line")).integer(m(QStringLiteral("lumo.current.line"))->getInt());
+    line.key(QStringLiteral("lines")).integer(watch_.lines());
+    line.key(QStringLiteral("ms")).integer(elapsedMs());
+    trace_.end();
+    recorder_.setRecording(false);
+    report_.table(figures(reason));
+    const bool written = closeFiles();
+    status_ = written && reason == QLatin1String("finished") ? 0 : kFailed;
+    until_.stop();
+    stuck_->stop();
+    QCoreApplication::exit(status_);
+}
+
+bool Session::closeFiles() {
+    QString error;
+    const bool traced = trace_.close(&error);
+    if (!traced)
+        printError(QStringLiteral("--trace: ") + error);
+    const bool dumped = vcd_.close(elapsedMs(), &error);
+    if (!dumped)
+        printError(QStringLiteral("--vcd: ") + error);
+    return traced && dumped;
+}
+
+void Session::traceOptions(JsonWriter& line) const {
+    const auto onOff = [](bool on) { return on ? QStringLiteral("on") : QStringLiteral("off"); };
+    line.key(QStringLiteral("options")).beginObject();
+    line.key(QStringLiteral("project")).string(QFileInfo(options_.project).fileName());
+    line.key(QStringLiteral("language")).string(options_.language);
+    line.key(QStringLiteral("mode")).string(options_.mode);
+    line.key(QStringLiteral("power")).string(onOff(options_.power));
+    line.key(QStringLiteral("weld")).string(onOff(options_.weld));
+    line.key(QStringLiteral("hand-weld")).string(onOff(options_.handWeld));
+    if (options_.once)
+        line.key(QStringLiteral("once")).integer(*options_.once);
+    else
+        line.key(QStringLiteral("line")).integer(options_.line);
+    line.key(QStringLiteral("axes")).integer(options_.axes);
+    line.key(QStringLiteral("no-write-multi")).boolean(!options_.writeMulti);
+    if (!options_.scenario.isEmpty())
+        line.key(QStringLiteral("scenario")).string(QFileInfo(options_.scenario).fileName());
+    line.key(QStringLiteral("ack")).integer(options_.ackMs);
+    line.key(QStringLiteral("until")).integer(options_.untilMs);
+    line.key(QStringLiteral("posture")).boolean(options_.posture);
+    line.endObject();
+}
+
+void Session::traceBegin() {
+    JsonWriter& line = trace_.begin("begin");
+    traceOptions(line);
+    line.key(QStringLiteral("statements")).integer(project_->statementCount());
+    line.key(QStringLiteral("sets")).beginArray();
+    for (const mendo::ModuleObject* set : m(QStringLiteral("lumo.param"))->cmobjs())
+        line.string(set->r(QStringLiteral("name"))->getString());
+    line.endArray();
+    line.key(QStringLiteral("ports")).beginArray();
+    for (const mendo::ModuleObject* port : m(QStringLiteral("lumo.port"))->cmobjs()) {
+        line.beginObject();
+        for (const QString& field :
+             {QStringLiteral("type"), QStringLiteral("name"), QStringLiteral("enable")})
+            line.key(field).node(port->r(field));
+        line.endObject();
+    }
+    line.endArray();
+    line.key(QStringLiteral("dt")).node(m(QStringLiteral("lumo.execute.dt")));
+    trace_.end();
+}
+
+}  // namespace run

@@ -1,0 +1,86 @@
+#pragma once
+
+#include "runner/bench.h"
+#include "runner/hand.h"
+#include "runner/messagewatch.h"
+#include "runner/options.h"
+#include "runner/project.h"
+#include "runner/recorder.h"
+#include "runner/report.h"
+#include "runner/runwatch.h"
+#include "runner/scenarioplayer.h"
+#include "runner/trace.h"
+#include "runner/treefollower.h"
+#include "runner/vcdrecorder.h"
+#include "runner/vcdwriter.h"
+
+#include <QObject>
+#include <QTimer>
+
+#include <memory>
+#include <optional>
+
+namespace run {
+
+/// One call of the runner: reads the input, sets the cell up, runs the project and ends when nothing
+/// more can happen. Needs virtual time to be installed.
+class Session : public QObject {
+    Q_OBJECT
+public:
+    explicit Session(const Options& options);
+    ~Session() override;
+
+    /// Returns the exit status.
+    int run();
+
+private slots:
+    void scheduleCheck();  // a slot by name, for a signal whose class is the package's
+
+private:
+    bool readInput();
+    bool openFiles();
+    bool setUp();
+    void connectEnds();
+
+    void begin();
+    void traceBegin();
+    void traceOptions(JsonWriter& line) const;
+    void go();
+
+    void onLineBegun(int line, const QString& type);
+    void onMessage(const QString& icon, const QString& title, const QString& text);
+    void onChanged(const Change& change);
+    void onFileProblem(const QString& fileName, int line, int column, const QString& reason);
+    void onAboutToBlock();
+    void check();
+    void checkStall();
+    void watchStuckRun();
+    bool isOver() const;
+    bool isStuck() const;
+    void finish(const QString& reason);
+    Figures figures(const QString& reason) const;
+    bool closeFiles();
+    qint64 elapsedMs() const;
+
+    Options options_;
+    std::optional<Project> project_;
+    Trace trace_;
+    VcdWriter vcd_;
+    Report report_;
+    TreeFollower follower_;
+    RunWatch watch_;
+    Recorder recorder_;
+    Hand hand_;
+    std::unique_ptr<Bench> bench_;
+    std::unique_ptr<MessageWatch> messages_;
+    std::unique_ptr<ScenarioPlayer> player_;
+    std::unique_ptr<VcdRecorder> vcdRecorder_;
+    QTimer until_;
+    QTimer* stuck_ = new QTimer(&until_);  ///< below it: neither is anything that a run waits for
+    std::optional<qint64> startMs_;        ///< the host's clock when the trigger was written
+    bool checkPosted_ = false;
+    bool finished_ = false;
+    int status_ = 0;
+};
+
+}  // namespace run

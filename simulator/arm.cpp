@@ -1,0 +1,256 @@
+#include "simulator/arm.h"
+
+#include "simulator/frames.h"
+
+#include <kdl/chain.hpp>
+#include <kdl/chainfksolverpos_recursive.hpp>
+#include <kdl/chainiksolverpos_lma.hpp>
+#include <kdl/chainiksolvervel_pinv.hpp>
+
+#include <cmath>
+#include <limits>
+
+namespace sim {
+
+namespace {
+
+constexpr double kPi = 3.14159265358979323846;
+constexpr double kTolerance =
+    2e-6;  // metres and radians together, before the last steps and at singular poses
+constexpr double kExact = 1e-11;
+constexpr int kLastSteps = 3;
+constexpr int kMaxIterations = 100;
+// A solution this near to the seed (radians, over all joints) is the nearest one: the arm's other
+// configurations are farther off.
+constexpr double kNear = 0.2;
+
+constexpr double rad(double degrees) {
+    return degrees * kPi / 180.0;
+}
+
+struct Axis {
+    double offset, d, a, alpha;  // degrees, metres, metres, degrees
+    double low, high;            // degrees
+};
+
+constexpr Axis kSixAxes[] = {
+    {0, 0.45, 0.08, -90, -170, 170}, {-90, 0, 0.62, 0, -100, 135}, {0, 0, 0, -90, -210, 75},
+    {0, 0.70, 0, 90, -190, 190},     {0, 0, 0, -90, -130, 130},    {0, 0.25, 0, 0, -360, 360},
+};
+
+constexpr Axis kSevenAxes[] = {
+    {0, 0.45, 0.08, -90, -170, 170}, {0, 0, 0, 90, -100, 135},     {0, 0.62, 0, -90, -170, 170},
+    {0, 0, 0, 90, -165, 165},        {0, 0.70, 0, -90, -190, 190}, {0, 0, 0, 90, -130, 130},
+    {180, 0.25, 0, 0, -360, 360},
+};
+
+// About home, for the search of the exact joints.
+const Joints kSixRough = {0, rad(-14), rad(49), 0, rad(55), 0};
+const Joints kSevenRough = {0, rad(-14), 0, rad(139), 0, rad(55), 0};
+
+/// Shoulder, elbow (from the straight arm) and wrist of the poses where a search starts when the way
+/// from the seed leads nowhere or far off: elbow up from folded to stretched, and elbow down.
+constexpr double kStarts[][3] = {
+    {rad(-14), rad(139), rad(55)}, {rad(30), rad(90), rad(60)},   {rad(60), rad(40), rad(80)},
+    {rad(60), rad(40), rad(10)},   {rad(100), rad(-90), rad(90)}, {rad(110), rad(-60), rad(-30)},
+};
+
+double squaredDistance(const Joints& a, const Joints& b) {
+    double sum = 0;
+    for (size_t i = 0; i < a.size(); ++i)
+        sum += (a[i] - b[i]) * (a[i] - b[i]);
+    return sum;
+}
+
+// The vector's own Norm() takes everything below a micrometre for nothing.
+double length(const KDL::Vector& vector) {
+    return std::sqrt(dot(vector, vector));
+}
+
+double size(const KDL::Twist& twist) {
+    return length(twist.vel) + length(twist.rot);
+}
+
+KDL::JntArray toArray(const Joints& joints, unsigned size) {
+    KDL::JntArray array(size);
+    for (unsigned i = 0; i < size; ++i)
+        array(i) = i < joints.size() ? joints[i] : 0.0;
+    return array;
+}
+
+}  // namespace
+
+KDL::Frame toFrame(const Pose& pose) {
+    return {KDL::Rotation::RPY(pose.rot[0], pose.rot[1], pose.rot[2]),
+            KDL::Vector(pose.trans[0], pose.trans[1], pose.trans[2])};
+}
+
+Pose toPose(const KDL::Frame& frame) {
+    Pose pose;
+    pose.trans = {frame.p.x(), frame.p.y(), frame.p.z()};
+    frame.M.GetRPY(pose.rot[0], pose.rot[1], pose.rot[2]);
+    for (double& angle : pose.rot) {
+        if (angle < 1e-9 - kPi)
+            angle += 2 * kPi;
+    }
+    return pose;
+}
+
+struct Arm::Private {
+    explicit Private(int count);
+    KDL::Frame forward(const Joints& joints) const;
+    bool within(const Joints& joints) const;
+    bool solve(const KDL::Frame& goal, const Joints& start, Joints* found) const;
+    KDL::Twist missing(const KDL::JntArray& joints, const KDL::Frame& goal) const;
+    void bringNear(const Joints& seed, Joints* joints) const;
+    Joints start(const double (&shape)[3], double azimuth, bool flipped) const;
+
+    int axes;
+    const Axis* table;
+    KDL::Chain chain;
+    std::unique_ptr<KDL::ChainFkSolverPos_recursive> fk;
+    std::unique_ptr<KDL::ChainIkSolverPos_LMA> ik;
+    std::unique_ptr<KDL::ChainIkSolverVel_pinv> velocity;
+    Joints home;
+};
+
+Arm::Private::Private(int count) : axes(count == 7 ? 7 : 6), table(count == 7 ? kSevenAxes : kSixAxes) {
+    for (int i = 0; i < axes; ++i) {
+        const Axis& axis = table[i];
+        chain.addSegment(KDL::Segment(KDL::Joint(KDL::Joint::RotZ),
+                                      KDL::Frame::DH(axis.a, rad(axis.alpha), axis.d, rad(axis.offset))));
+    }
+    fk = std::make_unique<KDL::ChainFkSolverPos_recursive>(chain);
+    Eigen::Matrix<double, 6, 1> weights;
+    weights.setOnes();
+    ik = std::make_unique<KDL::ChainIkSolverPos_LMA>(chain, weights, kTolerance / 4, kMaxIterations);
+    velocity = std::make_unique<KDL::ChainIkSolverVel_pinv>(chain);
+
+    const KDL::Frame pose(KDL::Rotation::RPY(kPi, 0, 0), KDL::Vector(0.5, 0, 0.4));
+    solve(pose, axes == 7 ? kSevenRough : kSixRough, &home);
+}
+
+KDL::Frame Arm::Private::forward(const Joints& joints) const {
+    KDL::Frame frame;
+    fk->JntToCart(toArray(joints, unsigned(axes)), frame);
+    return frame;
+}
+
+bool Arm::Private::within(const Joints& joints) const {
+    for (int i = 0; i < axes; ++i) {
+        const double angle = joints[size_t(i)];
+        if (!(angle >= rad(table[i].low) - 1e-9 && angle <= rad(table[i].high) + 1e-9))
+            return false;
+    }
+    return true;
+}
+
+/// One search. The solver says that it failed also where its steps became too small at the goal, so
+/// the result itself is judged; it takes turns below a microradian for none, the last steps are ours.
+bool Arm::Private::solve(const KDL::Frame& goal, const Joints& start, Joints* found) const {
+    const KDL::JntArray from = toArray(start, unsigned(axes));
+    KDL::JntArray joints = from;
+    ik->CartToJnt(from, goal, joints);
+    KDL::Twist error = missing(joints, goal);
+    KDL::JntArray step = from;
+    for (int i = 0; i < kLastSteps && size(error) > kExact && size(error) < kTolerance; ++i) {
+        velocity->CartToJnt(joints, error, step);
+        joints.data += step.data;
+        error = missing(joints, goal);
+    }
+    if (!(size(error) < kTolerance))
+        return false;
+    found->assign(joints.data.data(), joints.data.data() + axes);
+    return true;
+}
+
+/// The small step and turn from where the joints take the tool to the goal.
+KDL::Twist Arm::Private::missing(const KDL::JntArray& joints, const KDL::Frame& goal) const {
+    KDL::Frame reached;
+    fk->JntToCart(joints, reached);
+    const KDL::Vector turn = (reached.M.UnitX() * goal.M.UnitX() + reached.M.UnitY() * goal.M.UnitY() +
+                              reached.M.UnitZ() * goal.M.UnitZ()) /
+                             2;
+    // The cross products vanish for half a turn as well.
+    const bool opposite = dot(reached.M.UnitX(), goal.M.UnitX()) + dot(reached.M.UnitY(), goal.M.UnitY()) +
+                              dot(reached.M.UnitZ(), goal.M.UnitZ()) <
+                          0;
+    return {goal.p - reached.p, opposite ? KDL::Vector(kPi, 0, 0) : turn};
+}
+
+/// Turns each joint by whole turns to where it is nearest to the seed inside its limits.
+void Arm::Private::bringNear(const Joints& seed, Joints* joints) const {
+    for (size_t i = 0; i < size_t(axes); ++i) {
+        const double low = rad(table[i].low), high = rad(table[i].high);
+        double angle = (*joints)[i] + 2 * kPi * std::round((seed[i] - (*joints)[i]) / (2 * kPi));
+        if (angle > high)
+            angle -= 2 * kPi * std::ceil((angle - high) / (2 * kPi));
+        else if (angle < low)
+            angle += 2 * kPi * std::ceil((low - angle) / (2 * kPi));
+        if (angle >= low && angle <= high)
+            (*joints)[i] = angle;
+    }
+}
+
+Joints Arm::Private::start(const double (&shape)[3], double azimuth, bool flipped) const {
+    const double roll = flipped ? kPi : 0.0;
+    const double wrist = flipped ? -shape[2] : shape[2];
+    if (axes == 7)
+        return {azimuth, shape[0], 0, shape[1], roll, wrist, roll};
+    return {azimuth, shape[0], shape[1] - kPi / 2, roll, wrist, roll};
+}
+
+Arm::Arm(int axes) : d_(std::make_unique<Private>(axes)) {}
+Arm::~Arm() = default;
+
+int Arm::axes() const {
+    return d_->axes;
+}
+
+const Joints& Arm::home() const {
+    return d_->home;
+}
+
+Pose Arm::forward(const Joints& joints) const {
+    return toPose(d_->forward(joints));
+}
+
+std::optional<Joints> Arm::inverse(const Pose& pose, const Joints& seed, Fault* fault) const {
+    const KDL::Frame goal = toFrame(pose);
+    const Joints from = int(seed.size()) == d_->axes ? seed : d_->home;
+    bool reached = false;
+    std::optional<Joints> best;
+    double bestDistance = std::numeric_limits<double>::max();
+    const auto search = [&](const Joints& start) {
+        Joints found;
+        if (!d_->solve(goal, start, &found))
+            return;
+        reached = true;
+        d_->bringNear(from, &found);
+        const double distance = squaredDistance(found, from);
+        if (d_->within(found) && distance < bestDistance) {
+            best = found;
+            bestDistance = distance;
+        }
+    };
+
+    search(from);
+    if (bestDistance > kNear * kNear) {
+        const double azimuth = std::atan2(pose.trans[1], pose.trans[0]);
+        for (const auto& shape : kStarts) {
+            for (const double side : {0.0, azimuth > 0 ? -kPi : kPi}) {
+                search(d_->start(shape, azimuth + side, false));
+                search(d_->start(shape, azimuth + side, true));
+            }
+        }
+    }
+    if (fault)
+        *fault = best ? Fault::None : reached ? Fault::JointLimit : Fault::OutOfReach;
+    return best;
+}
+
+bool Arm::withinLimits(const Joints& joints) const {
+    return int(joints.size()) == d_->axes && d_->within(joints);
+}
+
+}  // namespace sim

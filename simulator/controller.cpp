@@ -1,0 +1,320 @@
+#include "simulator/controller.h"
+
+#include "kord/kordservice.h"
+#include "mendo/modulemanager.h"
+#include "simulator/controlnodes.h"
+#include "simulator/iobank.h"
+#include "simulator/motionqueue.h"
+#include "simulator/resultdesk.h"
+
+#include <QSet>
+#include <QTimer>
+
+#include <algorithm>
+#include <iterator>
+
+namespace sim {
+
+namespace {
+
+constexpr int kLateMs = 300;
+constexpr int kSlowStateMs = 50;
+
+constexpr const char* kQuirks[] = {"bunch", "sync", "late", "double", "wrongKind", "slowState"};
+
+const QString kIdle = QStringLiteral("idle");
+const QString kMoving = QStringLiteral("moving");
+
+}  // namespace
+
+/// The controller's parts, and what it does when they report.
+struct Controller::Private {
+    Private(Controller* controller, KordService* robotService, const Options& options);
+
+    void handle(const KordCall& call);
+    int obey(const KordCall& call);
+    void order(const KordCall& call, MotionCommand::Kind kind);
+    void release();
+    int writeRegister(const QString& name, const QString& type, const QVariant& value, const QVariant& bias);
+    int writeRegisters(const KordCall& call);
+    void finish(int id, MotionCommand::Kind kind, int code);
+    void stopped(int id, MotionCommand::Kind kind);
+    void rest();
+    void setState(const QString& state);
+    void writeState(const QString& state);
+
+    Controller* q;
+    KordService* service;
+    Arm arm;
+    IoBank io;
+    MotionQueue queue;
+    ResultDesk desk;
+    bool powered = true;
+    int motions = 0;     ///< ordered so far
+    QSet<int> answered;  ///< motions whose result was written inside their command
+    bool sync = false, late = false, slowState = false;
+    QString state = kIdle;  ///< as it is, maybe not yet as it is shown
+    int statesOnTheirWay = 0;
+};
+
+Controller::Private::Private(Controller* controller, KordService* robotService, const Options& options)
+    : q(controller),
+      service(robotService),
+      arm(options.axes),
+      io(robotService, controller),
+      queue(arm, controller),
+      desk(robotService, controller) {
+    fillControllerNodes(q, service, arm.axes());
+    writePosture(q, service, queue.stand());
+    service->offerCommand(QStringLiteral("register.write_multi"), options.writeMulti);
+    m(QStringLiteral("kord.r.power"))->setValue(q, QStringLiteral("on"));
+    m(QStringLiteral("kord.r.mode"))->setValue(q, QStringLiteral("auto"));
+    writeState(kIdle);
+
+    connect(service, &KordService::issued, q, [this](const KordCall& call) { handle(call); });
+    connect(&io, &IoBank::outputChanged, q, &Controller::outputChanged);
+    connect(&io, &IoBank::inputChanged, q, &Controller::inputChanged);
+    connect(&io, &IoBank::rejected, q, &Controller::rejected);
+    connect(&desk, &ResultDesk::result, q, &Controller::result);
+    connect(&queue, &MotionQueue::started, q, [this](int id) { emit q->motion(id, MotionEvent::Started); });
+    connect(&queue, &MotionQueue::passed, q, [this](int id) { emit q->motion(id, MotionEvent::Passed); });
+    connect(&queue, &MotionQueue::dropped, q, [this](int id) {
+        answered.remove(id);
+        emit q->motion(id, MotionEvent::Dropped);
+    });
+    connect(&queue, &MotionQueue::failed, q, [this](int id) { emit q->motion(id, MotionEvent::Failed); });
+    connect(&queue, &MotionQueue::stopped, q,
+            [this](int id, MotionCommand::Kind kind) { stopped(id, kind); });
+    connect(&queue, &MotionQueue::finished, q,
+            [this](int id, MotionCommand::Kind kind, int code) { finish(id, kind, code); });
+    connect(&queue, &MotionQueue::braked, q, [this] { rest(); });
+    connect(&queue, &MotionQueue::ticked, q, [this] {
+        writePosture(q, service, queue.stand());
+        emit q->postureMoved();
+    });
+}
+
+// --- Commands ------------------------------------------------------------------------------------
+
+void Controller::Private::handle(const KordCall& call) {
+    MotionCommand::Kind kind;
+    if (motionKind(call.name, &kind)) {
+        order(call, kind);
+        return;
+    }
+    const QString name = call.name;
+    const int code = obey(call);
+    if (service->commandNode(QString())->hasCmobj(name))
+        service->commandNode(name)->setValue(q, code);
+}
+
+/// What is no motion is done inside the call: 0, or -1 when something was rejected.
+int Controller::Private::obey(const KordCall& call) {
+    if (call.name == QLatin1String("register.write"))
+        return writeRegister(call.argument(QStringLiteral("name")).toString(),
+                             call.argument(QStringLiteral("type")).toString(),
+                             call.argument(QStringLiteral("value")), call.argument(QStringLiteral("bias")));
+    if (call.name == QLatin1String("register.write_multi"))
+        return writeRegisters(call);
+    if (call.name == QLatin1String("device.io.out.do"))
+        return io.writeOutput(call.argument(QStringLiteral("name")).toString(),
+                              call.argument(QStringLiteral("value")))
+                   ? 0
+                   : -1;
+    if (call.name == QLatin1String("move.opr.enough")) {
+        release();
+    } else if (call.name == QLatin1String("move.stop") || call.name == QLatin1String("move.reset")) {
+        desk.forgetHeld();
+        queue.stop();
+    }
+    return 0;
+}
+
+void Controller::Private::order(const KordCall& call, MotionCommand::Kind kind) {
+    const int id = ++motions;
+    queue.add(readMotion(call, kind, id, arm.axes()));
+    emit q->motion(id, MotionEvent::Queued);
+    if (sync) {
+        answered.insert(id);
+        desk.deliver({kind, id, MotionDone}, true);
+    }
+}
+
+void Controller::Private::release() {
+    if (!queue.hasWaiting())
+        return;
+    if (powered)
+        setState(kMoving);
+    queue.release(powered ? MotionDone : DriveOff);
+}
+
+int Controller::Private::writeRegister(const QString& name, const QString& type, const QVariant& value,
+                                       const QVariant& bias) {
+    return io.writeRegister(name, type, value, bias.toInt()) ? 0 : -1;
+}
+
+int Controller::Private::writeRegisters(const KordCall& call) {
+    if (!service->commandNode(QString())->hasCmobj(call.name)) {
+        emit q->rejected(call.name, QStringLiteral("no such command"));
+        return -1;
+    }
+    int code = 0;
+    const auto write = [&](const QString& name, const QString& type, const QVariant& value,
+                           const QVariant& bias) {
+        code = std::min(code, writeRegister(name, type, value, bias));
+    };
+    if (call.node) {
+        for (const mendo::ModuleObject* record : call.node->cmobjs())
+            write(record->c(QStringLiteral("name"))->getString(),
+                  record->c(QStringLiteral("type"))->getString(), record->c(QStringLiteral("value"))->value(),
+                  record->c(QStringLiteral("bias"))->value());
+    }
+    const QVariantList records = call.value.toList();
+    for (const QVariant& record : records) {
+        const QVariantHash fields = record.canConvert<QVariantHash>() ? record.toHash() : QVariantHash();
+        write(fields.value(QStringLiteral("name")).toString(),
+              fields.value(QStringLiteral("type")).toString(), fields.value(QStringLiteral("value")),
+              fields.value(QStringLiteral("bias")));
+    }
+    return code;
+}
+
+// --- Motion --------------------------------------------------------------------------------------
+
+void Controller::Private::finish(int id, MotionCommand::Kind kind, int code) {
+    const bool last = !queue.moving();
+    writePosture(q, service, queue.stand());
+    if (last)
+        setState(kIdle);
+    if (!answered.remove(id))
+        desk.deliver({kind, id, code}, last);
+}
+
+void Controller::Private::stopped(int id, MotionCommand::Kind kind) {
+    emit q->motion(id, MotionEvent::Stopped);
+    desk.forgetHeld();
+    if (!answered.remove(id) && late)
+        desk.deliverLater({kind, id, MotionDone}, kLateMs);
+}
+
+void Controller::Private::rest() {
+    writePosture(q, service, queue.stand());
+    if (!queue.moving())
+        setState(kIdle);
+}
+
+void Controller::Private::setState(const QString& newState) {
+    if (state == newState)
+        return;
+    state = newState;
+    if (!slowState && statesOnTheirWay == 0) {
+        writeState(newState);
+        return;
+    }
+    ++statesOnTheirWay;
+    QTimer::singleShot(kSlowStateMs, Qt::PreciseTimer, q, [this, newState] {
+        --statesOnTheirWay;
+        writeState(newState);
+    });
+}
+
+void Controller::Private::writeState(const QString& newState) {
+    m(QStringLiteral("kord.r.state"))->setValue(q, newState);
+}
+
+// --- The controller ------------------------------------------------------------------------------
+
+Controller::Controller(KordService* service, const Options& options, QObject* parent)
+    : QObject(parent), d_(std::make_unique<Private>(this, service, options)) {}
+
+Controller::~Controller() = default;
+
+void Controller::setPower(bool on) {
+    d_->powered = on;
+    if (!on) {
+        d_->desk.forgetHeld();
+        d_->queue.stop();
+    }
+    m(QStringLiteral("kord.r.power"))->setValue(this, on ? QStringLiteral("on") : QStringLiteral("off"));
+}
+
+void Controller::setMode(const QString& mode) {
+    m(QStringLiteral("kord.r.mode"))->setValue(this, mode);
+}
+
+bool Controller::setInput(const QString& name, bool value) {
+    return d_->io.setInput(name, value);
+}
+
+bool Controller::input(const QString& name) const {
+    return d_->io.input(name);
+}
+
+QVariant Controller::output(const QString& name) const {
+    return d_->io.output(name);
+}
+
+QStringList Controller::inputNames() const {
+    return d_->io.inputNames();
+}
+
+QStringList Controller::outputNames() const {
+    return d_->io.outputNames();
+}
+
+void Controller::failMotion(int code) {
+    if (code < 0)
+        d_->queue.fail(code);
+}
+
+void Controller::setQuirk(Quirk quirk, bool on) {
+    switch (quirk) {
+        case Quirk::Bunch:
+            d_->desk.setBunch(on);
+            break;
+        case Quirk::Sync:
+            d_->sync = on;
+            break;
+        case Quirk::Late:
+            d_->late = on;
+            break;
+        case Quirk::Double:
+            d_->desk.setDouble(on);
+            break;
+        case Quirk::WrongKind:
+            d_->desk.setWrongKind(on);
+            break;
+        case Quirk::SlowState:
+            d_->slowState = on;
+            break;
+    }
+}
+
+bool Controller::quirkFromName(const QString& name, Quirk* quirk) {
+    for (size_t i = 0; i < std::size(kQuirks); ++i) {
+        if (name == QLatin1String(kQuirks[i])) {
+            *quirk = Quirk(i);
+            return true;
+        }
+    }
+    return false;
+}
+
+bool Controller::reportKey(const QString& name, bool value) {
+    mendo::ModuleObject* keys = pendantKeys();
+    if (!keys->hasCmobj(name))
+        return false;
+    keys->c(name)->setValue(this, value);
+    keys->trigger();
+    return true;
+}
+
+bool Controller::standsStill() const {
+    return !d_->queue.moving() && d_->desk.idle() && d_->statesOnTheirWay == 0;
+}
+
+double Controller::travelled() const {
+    return d_->queue.travelled();
+}
+
+}  // namespace sim

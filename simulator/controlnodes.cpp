@@ -1,0 +1,87 @@
+#include "simulator/controlnodes.h"
+
+#include "kord/controllermanager.h"
+#include "kord/kordservice.h"
+#include "mendo/modulemanager.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+
+#include <cmath>
+
+namespace sim {
+
+using mendo::ModuleObject;
+
+namespace {
+
+constexpr double kDefaultZone = 0.002;  // metres
+
+// Millimetres, degrees, kilograms, kg·mm².
+constexpr char kTools[] = R"([
+    {"name": "laser_head", "frame": {"pos": {"x": 0, "y": 0, "z": 150},
+                                     "ori": {"euler": {"a": 0, "b": 0, "c": 0}}},
+     "load": {"mass": 2.4, "pose": {"pos": {"x": 0, "y": 0, "z": 60}}, "moment": [9500, 9500, 3200]}},
+    {"name": "laser_head_wire", "frame": {"pos": {"x": 12, "y": 0, "z": 158},
+                                          "ori": {"euler": {"a": 0, "b": 30, "c": 0}}},
+     "load": {"mass": 3.1, "pose": {"pos": {"x": 8, "y": 0, "z": 70}}, "moment": [14000, 13500, 5200]}},
+    {"name": "pointer", "frame": {"pos": {"x": 0, "y": 0, "z": 120},
+                                  "ori": {"euler": {"a": 0, "b": 0, "c": 0}}},
+     "load": {"mass": 0.3, "pose": {"pos": {"x": 0, "y": 0, "z": 40}}, "moment": [400, 400, 60]}}
+])";
+
+constexpr char kWorkObjects[] = R"([
+    {"name": "table", "frame": {"pos": {"x": 500, "y": 0, "z": 0},
+                                "ori": {"euler": {"a": 0, "b": 0, "c": 0}}}},
+    {"name": "fixture_left", "frame": {"pos": {"x": 450, "y": 300, "z": 80},
+                                       "ori": {"euler": {"a": 0, "b": 0, "c": 90}}}},
+    {"name": "fixture_right", "frame": {"pos": {"x": 450, "y": -300, "z": 80},
+                                        "ori": {"euler": {"a": 0, "b": 0, "c": -90}}}}
+])";
+
+QJsonValue parsed(const char* text) {
+    return QJsonDocument::fromJson(QByteArray(text)).array();
+}
+
+void writeList(QObject* sender, ModuleObject* list, const double* values, size_t count, double perUnit) {
+    if (size_t(list->cmobjCount()) > count)
+        list->clear(sender, false);
+    for (size_t i = 0; i < count; ++i) {
+        // Dividing by a whole number gives the double that is nearest to the decimal fraction.
+        const double value = std::round(values[i] * perUnit) / perUnit;
+        list->set(sender, mIndex(int(i)), value == 0 ? 0.0 : value, true);
+    }
+}
+
+}  // namespace
+
+void fillControllerNodes(QObject* sender, KordService* service, int axes) {
+    service->dataNode(QStringLiteral("sys.info"))->set(sender, QStringLiteral("joint_num"), axes, true);
+    service->dataNode(QStringLiteral("move"))
+        ->set(sender, QStringLiteral("default_zone"), kDefaultZone, true);
+    m(QStringLiteral("rova.project.tool._list"))->loadJson(sender, parsed(kTools));
+    m(QStringLiteral("rova.project.wobj._list"))->loadJson(sender, parsed(kWorkObjects));
+    for (const char* drag : {"rova.handle.drag", "rova.sidemove.drag"}) {
+        m(QLatin1String(drag))->set(sender, QStringLiteral("space"), 0, true);
+        m(QLatin1String(drag))->set(sender, QStringLiteral("type"), 0, true);
+    }
+    ModuleObject* keys = pendantKeys();
+    for (ModuleObject* key : keys->cmobjs())
+        key->setValue(sender, true);
+}
+
+ModuleObject* pendantKeys() {
+    return kord::ControllerManager::cmdItemMobj(QStringLiteral("endtool.keypad.state_change"),
+                                                QStringLiteral("notify"));
+}
+
+void writePosture(QObject* sender, KordService* service, const MotionQueue::Stand& stand) {
+    ModuleObject* posture = service->dataNode(QStringLiteral("sys.posture"));
+    const auto& pose = stand.pose;
+    writeList(sender, posture->c(QStringLiteral("trans")), pose.trans.data(), pose.trans.size(), 1e9);
+    writeList(sender, posture->c(QStringLiteral("rot")), pose.rot.data(), pose.rot.size(), 1e11);
+    writeList(sender, posture->c(QStringLiteral("near")), stand.joints.data(), stand.joints.size(), 1e11);
+    posture->trigger();
+}
+
+}  // namespace sim

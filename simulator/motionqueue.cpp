@@ -1,0 +1,281 @@
+#include "simulator/motionqueue.h"
+
+#include "mendo/clock.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace sim {
+
+namespace {
+
+constexpr double kBraking = 4.0;  // m/s²
+constexpr int kTickMs = 10;
+constexpr int kResultGapMs = 1;
+
+qint64 nowMs() {
+    return mendo::Clock::current().elapsedMs();
+}
+
+/// The first whole millisecond at or after a time.
+qint64 wholeMs(double seconds) {
+    return qint64(std::ceil(seconds * 1000 - 1e-6));
+}
+
+}  // namespace
+
+double MotionQueue::Brake::seconds() const {
+    return speed / kBraking;
+}
+
+double MotionQueue::Brake::at(double time) const {
+    const double t = std::min(std::max(time, 0.0), seconds());
+    return s + speed * t - kBraking * t * t / 2;
+}
+
+MotionQueue::MotionQueue(const Arm& arm, QObject* parent)
+    : QObject(parent), arm_(arm), stand_{arm.forward(arm.home()), arm.home()} {
+    tick_.setInterval(kTickMs);
+    tick_.setTimerType(Qt::PreciseTimer);
+    connect(&tick_, &QTimer::timeout, this, &MotionQueue::ticked);
+    event_.setSingleShot(true);
+    event_.setTimerType(Qt::PreciseTimer);
+    connect(&event_, &QTimer::timeout, this, &MotionQueue::advance);
+}
+
+MotionQueue::~MotionQueue() = default;
+
+// --- Orders --------------------------------------------------------------------------------------
+
+void MotionQueue::add(MotionCommand motion) {
+    waiting_.push_back(std::move(motion));
+}
+
+void MotionQueue::release(int refusal) {
+    if (waiting_.empty())
+        return;
+    if (refusal == MotionDone && nextCode_ != MotionDone) {
+        refusal = nextCode_;
+        nextCode_ = MotionDone;
+    }
+    if (refusal != MotionDone)
+        waiting_.front().refusal = refusal;
+    const bool standing = batches_.empty();
+    MotionPlan plan(arm_, endStand(), std::move(waiting_));
+    waiting_.clear();
+    batches_.push_back({std::move(plan)});
+    if (standing)
+        startBatch();
+    arm();
+}
+
+void MotionQueue::stop() {
+    std::optional<UnderWay> current = underWay();
+    if (brake_ && brake_->failure) {
+        current = UnderWay{brake_->failure->id, brake_->failure->kind};
+        brake_->failure.reset();
+    }
+    const std::vector<int> queued = takeQueued();
+    if (moving() && !brake_)
+        beginBrake({});
+    if (current)
+        emit stopped(current->id, current->kind);
+    drop(queued);
+}
+
+void MotionQueue::fail(int code) {
+    const std::optional<UnderWay> current = underWay();
+    if (!current) {
+        nextCode_ = code;
+        return;
+    }
+    const std::vector<int> queued = takeQueued();
+    beginBrake(MotionPlan::Failure{current->id, code, current->kind, {}});
+    drop(queued);
+}
+
+std::optional<MotionQueue::UnderWay> MotionQueue::underWay() const {
+    if (batches_.empty() || brake_ || batches_.front().next >= batches_.front().plan.marks().size())
+        return {};
+    const Batch& front = batches_.front();
+    return UnderWay{front.plan.marks()[front.next].id, front.plan.kind(front.next)};
+}
+
+/// Forgets every motion behind the one under way and returns their numbers, in order.
+std::vector<int> MotionQueue::takeQueued() {
+    std::vector<int> ids;
+    for (size_t i = 0; i < batches_.size(); ++i) {
+        const MotionPlan& plan = batches_[i].plan;
+        const bool front = i == 0;
+        if (front && brake_)
+            continue;
+        for (size_t k = front ? batches_[i].next + 1 : 0; k < plan.marks().size(); ++k)
+            ids.push_back(plan.marks()[k].id);
+        if (plan.failure().code != MotionDone) {
+            ids.push_back(plan.failure().id);
+            ids.insert(ids.end(), plan.failure().dropped.begin(), plan.failure().dropped.end());
+        }
+    }
+    for (const MotionCommand& motion : waiting_)
+        ids.push_back(motion.id);
+    if (batches_.size() > 1)
+        batches_.erase(batches_.begin() + 1, batches_.end());
+    waiting_.clear();
+    return ids;
+}
+
+void MotionQueue::drop(const std::vector<int>& ids) {
+    for (const int id : ids)
+        emit dropped(id);
+}
+
+// --- Where the arm is ----------------------------------------------------------------------------
+
+MotionQueue::Stand MotionQueue::stand() const {
+    return batches_.empty() ? stand_ : batches_.front().plan.at(position());
+}
+
+double MotionQueue::travelled() const {
+    return batches_.empty() ? way_ : way_ + batches_.front().plan.travelled(position());
+}
+
+/// Where the arm will be when everything released is done.
+MotionQueue::Stand MotionQueue::endStand() const {
+    if (batches_.empty())
+        return stand_;
+    if (brake_ && batches_.size() == 1)
+        return batches_.front().plan.at(brake_->at(brake_->seconds()));
+    return batches_.back().plan.end();
+}
+
+/// The way behind in the batch under way.
+double MotionQueue::position() const {
+    if (brake_)
+        return brake_->at(double(nowMs() - brake_->startMs) / 1000);
+    const Batch& front = batches_.front();
+    return front.plan.profile().at(double(nowMs() - front.startMs) / 1000).s;
+}
+
+// --- In time -------------------------------------------------------------------------------------
+
+void MotionQueue::startBatch() {
+    Batch& front = batches_.front();
+    front.startMs = nowMs();
+    if (!tick_.isActive())
+        tick_.start();
+    if (!front.plan.marks().empty())
+        emit started(front.plan.marks().front().id);
+}
+
+/// The batch under way is done with; the arm stands, or the next batch starts.
+void MotionQueue::leaveFront(const Stand& stand, double s) {
+    stand_ = stand;
+    way_ += batches_.front().plan.travelled(s);
+    batches_.pop_front();
+    brake_.reset();
+    if (!batches_.empty())
+        startBatch();
+    else
+        tick_.stop();
+}
+
+void MotionQueue::beginBrake(const std::optional<MotionPlan::Failure>& failure) {
+    const Batch& front = batches_.front();
+    const qint64 now = nowMs();
+    const SpeedProfile::Point point = front.plan.profile().at(double(now - front.startMs) / 1000);
+    brake_ = Brake{now, point.s, point.speed, failure};
+    arm();
+}
+
+std::optional<qint64> MotionQueue::nextDue() const {
+    if (batches_.empty())
+        return {};
+    if (brake_) {
+        const qint64 atRest = brake_->startMs + wholeMs(brake_->seconds());
+        return brake_->failure ? std::max(atRest, lastResultMs_ + kResultGapMs) : atRest;
+    }
+    const Batch& front = batches_.front();
+    const auto& marks = front.plan.marks();
+    const double time = front.next < marks.size() ? marks[front.next].time : front.plan.profile().duration();
+    return std::max(
+        {front.startMs + wholeMs(time), front.startMs + kResultGapMs, lastResultMs_ + kResultGapMs});
+}
+
+void MotionQueue::arm() {
+    const auto due = nextDue();
+    if (due)
+        event_.start(int(std::max<qint64>(*due - nowMs(), 0)));
+    else
+        event_.stop();
+}
+
+void MotionQueue::advance() {
+    const auto due = nextDue();
+    if (!due || nowMs() < *due)
+        arm();  // fired early
+    else if (brake_)
+        endBrake();
+    else if (batches_.front().next < batches_.front().plan.marks().size())
+        passMark();
+    else
+        endFailed();
+}
+
+void MotionQueue::passMark() {
+    Batch& front = batches_.front();
+    const UnderWay done = *underWay();
+    const MotionPlan::Stand end = front.plan.end();
+    const double length = front.plan.profile().length();
+    const bool failing = front.plan.failure().code != MotionDone;
+    ++front.next;
+    lastResultMs_ = nowMs();
+    emit passed(done.id);
+    if (front.next < front.plan.marks().size())
+        emit started(front.plan.marks()[front.next].id);
+    else if (!failing)
+        leaveFront(end, length);
+    // Armed before the announcement, which may run an event loop of its own.
+    arm();
+    emit finished(done.id, done.kind, MotionDone);
+}
+
+void MotionQueue::endBrake() {
+    const MotionPlan& plan = batches_.front().plan;
+    const double s = brake_->at(brake_->seconds());
+    const std::optional<MotionPlan::Failure> failure = brake_->failure;
+    Stand stand = plan.at(s);
+    // Between two knots the joints are only interpolated; at rest they have to fit the pose.
+    if (const auto exact = arm_.inverse(stand.pose, stand.joints))
+        stand.joints = *exact;
+    std::vector<int> queued;
+    if (failure)
+        queued = takeQueued();
+    leaveFront(stand, s);
+    arm();
+    if (failure)
+        report(*failure, queued);
+    else
+        emit braked();
+}
+
+/// The batch under way has come to the end of what can be moved.
+void MotionQueue::endFailed() {
+    const MotionPlan& plan = batches_.front().plan;
+    const MotionPlan::Failure failure = plan.failure();
+    const MotionPlan::Stand end = plan.end();
+    const double length = plan.profile().length();
+    std::vector<int> queued = takeQueued();
+    queued.erase(std::remove(queued.begin(), queued.end(), failure.id), queued.end());
+    leaveFront(end, length);
+    arm();
+    report(failure, queued);
+}
+
+void MotionQueue::report(const MotionPlan::Failure& failure, const std::vector<int>& queued) {
+    lastResultMs_ = nowMs();
+    emit failed(failure.id);
+    drop(queued);
+    emit finished(failure.id, failure.kind, failure.code);
+}
+
+}  // namespace sim

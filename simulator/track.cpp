@@ -1,0 +1,245 @@
+#include "simulator/track.h"
+
+#include "simulator/frames.h"
+
+#include <kdl/path_circle.hpp>
+#include <kdl/path_line.hpp>
+#include <kdl/rotational_interpolation_sa.hpp>
+
+#include <algorithm>
+#include <cmath>
+
+namespace sim {
+
+namespace {
+
+constexpr double kPi = 3.14159265358979323846;
+constexpr double kKnotLength = 0.01;           // metres
+constexpr double kKnotTurn = 5 * kPi / 180;    // of the tool, and of an arc
+constexpr double kSampleTurn = 2 * kPi / 180;  // of a joint
+constexpr int kBlendSamples = 32;              // the speed is even to 3 % at a right angle
+constexpr double kSamePlace = 1e-5;            // metres
+constexpr double kStraight = 1e-6;             // sine of the angle between two chords
+
+// The vector's own Norm() takes everything below a micrometre for nothing.
+double size(const KDL::Vector& vector) {
+    return std::sqrt(dot(vector, vector));
+}
+
+double turn(const KDL::Rotation& from, const KDL::Rotation& to) {
+    return size(KDL::diff(from, to));
+}
+
+Joints mix(const Joints& a, const Joints& b, double share) {
+    Joints joints(a.size());
+    for (size_t i = 0; i < a.size(); ++i)
+        joints[i] = a[i] + (b[i] - a[i]) * share;
+    return joints;
+}
+
+double clamped(double s, double length) {
+    return std::min(std::max(s, 0.0), length);
+}
+
+int steps(double amount, double each) {
+    return int(std::ceil(amount / each - 1e-9));
+}
+
+}  // namespace
+
+// --- PoseTrack ---------------------------------------------------------------------------------
+
+PoseTrack::PoseTrack(const KDL::Frame& start) : end_(start) {}
+
+std::unique_ptr<PoseTrack> PoseTrack::line(const KDL::Frame& start, const KDL::Frame& end) {
+    auto track = std::make_unique<PoseTrack>(start);
+    track->append(std::make_unique<KDL::Path_Line>(start, end, new KDL::RotationalInterpolation_SingleAxis,
+                                                   kTurnRadius),
+                  size(end.p - start.p), turn(start.M, end.M), 0);
+    track->end_ = end;
+    return track;
+}
+
+bool PoseTrack::appendArc(const KDL::Frame& aux, const KDL::Frame& end) {
+    const KDL::Vector u = aux.p - end_.p, v = end.p - end_.p;
+    const KDL::Vector n = u * v;
+    const double uu = dot(u, u), vv = dot(v, v), nn = dot(n, n);
+    if (!(std::sqrt(uu) > kSamePlace && std::sqrt(vv) > kSamePlace && size(end.p - aux.p) > kSamePlace &&
+          nn > kStraight * kStraight * uu * vv))
+        return false;
+
+    const KDL::Vector center = end_.p + ((uu * v - vv * u) * n) / (2 * nn);
+    const KDL::Vector normal = n / std::sqrt(nn);
+    const KDL::Vector from = end_.p - center, to = end.p - center;
+    double angle = std::atan2(dot(normal, from * to), dot(from, to));
+    if (angle <= 0)
+        angle += 2 * kPi;
+    // The point that the library takes for the plane and the direction: a quarter turn on.
+    append(std::make_unique<KDL::Path_Circle>(end_, center, center + normal * from, end.M, angle,
+                                              new KDL::RotationalInterpolation_SingleAxis, kTurnRadius),
+           angle * size(from), turn(end_.M, end.M), angle);
+    end_ = end;
+    return true;
+}
+
+void PoseTrack::append(std::unique_ptr<KDL::Path> path, double toolPath, double turn, double bend) {
+    Part part;
+    part.from = length_;
+    part.way = parts_.empty() ? 0 : parts_.back().way + parts_.back().toolPath;
+    part.toolPath = toolPath;
+    part.steps = std::max(
+        {1, sim::steps(toolPath, kKnotLength), sim::steps(turn, kKnotTurn), sim::steps(bend, kKnotTurn)});
+    length_ += path->PathLength();
+    part.path = std::move(path);
+    parts_.push_back(std::move(part));
+}
+
+Arm::Fault PoseTrack::follow(const Arm& arm, const Joints& start) {
+    knots_.assign(1, {0, start});
+    for (size_t i = 0; i < parts_.size(); ++i) {
+        const double to = i + 1 < parts_.size() ? parts_[i + 1].from : length_;
+        for (int step = 1; step <= parts_[i].steps; ++step) {
+            const double s = parts_[i].from + (to - parts_[i].from) * step / parts_[i].steps;
+            Arm::Fault fault = Arm::Fault::None;
+            const auto joints = arm.inverse(toPose(frame(s)), knots_.back().joints, &fault);
+            if (!joints)
+                return fault;
+            knots_.push_back({s, *joints});
+        }
+    }
+    return Arm::Fault::None;
+}
+
+const PoseTrack::Part& PoseTrack::partAt(double s) const {
+    const auto after = std::upper_bound(parts_.begin(), parts_.end(), s,
+                                        [](double value, const Part& part) { return value < part.from; });
+    return after == parts_.begin() ? *after : *(after - 1);
+}
+
+KDL::Frame PoseTrack::frame(double s) const {
+    if (s >= length_)
+        return end_;
+    const Part& part = partAt(s);
+    return part.path->Pos(std::max(s, 0.0) - part.from);
+}
+
+Joints PoseTrack::joints(double s) const {
+    const auto after = std::upper_bound(knots_.begin(), knots_.end(), s,
+                                        [](double value, const Knot& knot) { return value < knot.s; });
+    if (after == knots_.begin())
+        return knots_.front().joints;
+    if (after == knots_.end())
+        return knots_.back().joints;
+    const Knot& before = *(after - 1);
+    return mix(before.joints, after->joints, (s - before.s) / (after->s - before.s));
+}
+
+double PoseTrack::travelled(double s) const {
+    const double at = clamped(s, length_);
+    const Part& part = partAt(at);
+    const double own = part.path->PathLength();
+    return own > 0 ? part.way + part.toolPath * std::min((at - part.from) / own, 1.0)
+                   : part.way + part.toolPath;
+}
+
+// --- LengthTable -------------------------------------------------------------------------------
+
+void LengthTable::append(double ds, double dWay) {
+    samples_.push_back({samples_.back().s + ds, samples_.back().way + dWay});
+}
+
+size_t LengthTable::find(double s, double* part) const {
+    const auto after = std::upper_bound(samples_.begin() + 1, samples_.end() - 1, s,
+                                        [](double value, const Sample& sample) { return value < sample.s; });
+    const Sample& before = *(after - 1);
+    const double step = after->s - before.s;
+    *part = step > 0 ? clamped((s - before.s) / step, 1.0) : 1.0;
+    return size_t(after - samples_.begin()) - 1;
+}
+
+double LengthTable::share(double s) const {
+    double part = 0;
+    const size_t index = find(s, &part);
+    return (double(index) + part) / double(samples_.size() - 1);
+}
+
+double LengthTable::way(double s) const {
+    double part = 0;
+    const size_t index = find(s, &part);
+    return samples_[index].way + (samples_[index + 1].way - samples_[index].way) * part;
+}
+
+// --- JointTrack --------------------------------------------------------------------------------
+
+JointTrack::JointTrack(const Arm& arm, const Joints& from, const Joints& to)
+    : arm_(arm), from_(from), to_(to) {
+    double widest = 0;
+    for (size_t i = 0; i < from.size(); ++i)
+        widest = std::max(widest, std::abs(to[i] - from[i]));
+    const int count = std::max(1, sim::steps(widest, kSampleTurn));
+    KDL::Vector last = toFrame(arm.forward(from)).p;
+    for (int i = 1; i <= count; ++i) {
+        const KDL::Vector next = toFrame(arm.forward(mix(from, to, double(i) / count))).p;
+        const double way = size(next - last);
+        table_.append(std::max(way, kTurnRadius * widest / count), way);
+        last = next;
+    }
+    length_ = table_.length();
+}
+
+KDL::Frame JointTrack::frame(double s) const {
+    return toFrame(arm_.forward(joints(s)));
+}
+
+Joints JointTrack::joints(double s) const {
+    return s >= length_ ? to_ : mix(from_, to_, table_.share(s));
+}
+
+double JointTrack::travelled(double s) const {
+    return table_.way(s);
+}
+
+// --- BlendTrack --------------------------------------------------------------------------------
+
+BlendTrack::BlendTrack(const Arm& arm, std::shared_ptr<const Track> in, std::shared_ptr<const Track> out,
+                       double radius)
+    : arm_(arm),
+      in_(std::move(in)),
+      out_(std::move(out)),
+      radius_(radius),
+      byJoints_(in_->isJointMotion() && out_->isJointMotion()) {
+    KDL::Frame last = mixed(0);
+    for (int i = 1; i <= kBlendSamples; ++i) {
+        const KDL::Frame next = mixed(double(i) / kBlendSamples);
+        const double way = size(next.p - last.p);
+        table_.append(std::max(way, kTurnRadius * turn(last.M, next.M)), way);
+        last = next;
+    }
+    length_ = table_.length();
+}
+
+KDL::Frame BlendTrack::mixed(double u) const {
+    if (byJoints_)
+        return toFrame(arm_.forward(mixedJoints(u)));
+    const KDL::Frame in = in_->frame(in_->length() - radius_ * (1 - u));
+    const KDL::Frame out = out_->frame(radius_ * u);
+    return {KDL::addDelta(in.M, KDL::diff(in.M, out.M), u), in.p * (1 - u) + out.p * u};
+}
+
+Joints BlendTrack::mixedJoints(double u) const {
+    return mix(in_->joints(in_->length() - radius_ * (1 - u)), out_->joints(radius_ * u), u);
+}
+
+KDL::Frame BlendTrack::frame(double s) const {
+    return mixed(table_.share(s));
+}
+
+Joints BlendTrack::joints(double s) const {
+    return mixedJoints(table_.share(s));
+}
+
+double BlendTrack::travelled(double s) const {
+    return table_.way(s);
+}
+
+}  // namespace sim

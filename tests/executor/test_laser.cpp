@@ -1,0 +1,294 @@
+#include "module/globals.h"
+#include "support/executorbench.h"
+
+#include <QTest>
+
+using test::sameLog;
+
+/// What the equipment gets, as (ms, port, value), for whole programs and their interruptions.
+class TestLaser : public QObject {
+    Q_OBJECT
+
+    test::ExecutorBench bench_;
+
+    static QByteArray weld(const QByteArray& inside) {
+        return R"([{"type":"open"},)" + inside + R"(,{"type":"close"}])";
+    }
+
+    QStringList equipment() const {
+        QStringList lines = bench_.robot.log();
+        lines.erase(
+            std::remove_if(lines.begin(), lines.end(),
+                           [](const QString& line) { return line.contains(QLatin1String(" move.")); }),
+            lines.end());
+        return lines;
+    }
+
+private slots:
+    void init() { bench_.reset(); }
+
+    void aWholeWeld() {
+        bench_.setParam("increase_time", 50);
+        bench_.setParam("decrease_time", 50);
+        bench_.load(weld(R"({"type":"delay","delaytime":300})"));
+        bench_.run();
+        QVERIFY(
+            sameLog(equipment(),
+                    {"0 SPEED 8192", "0 GAS 1", "200 [POWER 0, LASER 1, DUTY 9830, FREQ 13107]",
+                     "220 POWER 6553", "240 POWER 13107", "250 POWER 16384", "250 WIRE 1",
+                     // dwell until 400, delay until 700
+                     "700 PULL 1", "720 POWER 9830", "740 POWER 3277", "750 POWER 0", "750 LASER 0",
+                     "750 DUTY 0", "750 FREQ 0", "900 PULL 0", "900 WIRE 1", "900 WIRE 0", "1150 GAS 0"}));
+        QCOMPARE(bench_.robot.nowMs(), qint64(1150));
+        QVERIFY(!bench_.weldFlag());
+    }
+
+    void theRampOfTheDefaults() {
+        bench_.load(weld(R"({"type":"delay"})"));
+        bench_.run();
+        const QStringList ramp{"220 POWER 1638",  "240 POWER 3277",  "260 POWER 4915",  "280 POWER 6553",
+                               "300 POWER 8192",  "320 POWER 9830",  "340 POWER 11468", "360 POWER 13107",
+                               "380 POWER 14745", "400 POWER 16384", "400 WIRE 1"};
+        QVERIFY(sameLog(bench_.robot.logBetween(201, 401).mid(0, 11), ramp));
+    }
+
+    void withoutBatches_theGroupGoesOneByOne() {
+        kordservice()->offerCommand(QStringLiteral("register.write_multi"), false);
+        bench_.load(weld(R"({"type":"delay"})"));
+        bench_.run();
+        QVERIFY(sameLog(bench_.robot.logBetween(200, 201),
+                        {"200 POWER 0", "200 LASER 1", "200 DUTY 9830", "200 FREQ 13107"}));
+    }
+
+    void anEmptyBatch_isNotSent() {
+        for (int port = 0; port < 19; ++port) {
+            bench_.enablePort(port, port == 0);
+        }
+        bench_.load(weld(R"({"type":"delay"})"));
+        bench_.run();
+        QCOMPARE(equipment(), QStringList());
+        QCOMPARE(bench_.robot.nowMs(), qint64(1000));
+    }
+
+    void stepPeriodsThatAreNoPeriods_countAs20_data() {
+        QTest::addColumn<QVariant>("dt");
+        QTest::newRow("zero") << QVariant(0);
+        QTest::newRow("negative") << QVariant(-3);
+        QTest::newRow("text") << QVariant("x");
+    }
+
+    void stepPeriodsThatAreNoPeriods_countAs20() {
+        QFETCH(QVariant, dt);
+        m("lumo.execute.dt")->setValue(this, dt);
+        bench_.setParam("increase_time", 50);
+        bench_.load(weld(R"({"type":"delay"})"));
+        bench_.run();
+        QCOMPARE(bench_.robot.firstTime("POWER 13107"), qint64(240));
+    }
+
+    void pulsing() {
+        bench_.setParam("increase_time", 0);
+        bench_.setParam("open_time", 100);
+        bench_.setParam("open_interval", 40);
+        bench_.setParam("stay_time", 0);
+        bench_.load(weld(R"({"type":"delay","delaytime":300})"));
+        bench_.run();
+        QVERIFY(sameLog(bench_.robot.logBetween(201, 500),
+                        {"300 LASER 0", "300 WIRE 0", "340 LASER 1", "340 WIRE 1", "440 LASER 0",
+                         "440 WIRE 0", "480 LASER 1", "480 WIRE 1"}));
+    }
+
+    void aRampStepAndAPulseAtOneTime_keepTheirOrder() {
+        // Scheduled before the pulse timer was started, so before it at the same moment.
+        bench_.setParam("open_interval", 50);
+        bench_.load(weld(R"({"type":"delay","delaytime":300})"));
+        bench_.run();
+        QVERIFY(sameLog(bench_.robot.logBetween(400, 401),
+                        {"400 POWER 16384", "400 WIRE 1", "400 LASER 0", "400 WIRE 0"}));
+    }
+
+    void aPulseTimeOfZero_isOneMillisecond() {
+        bench_.setParam("open_time", 0);
+        bench_.setParam("open_interval", 3);
+        bench_.setParam("increase_time", 0);
+        bench_.setParam("stay_time", 0);
+        bench_.load(weld(R"({"type":"delay","delaytime":5})"));
+        bench_.run();
+        QVERIFY(sameLog(bench_.robot.logBetween(201, 205),
+                        {"201 LASER 0", "201 WIRE 0", "204 LASER 1", "204 WIRE 1"}));
+    }
+
+    void aParamInsideTheRamp_replacesThePower() {
+        bench_.setParam("stay_time", 0);
+        bench_.setParam("power", 80, 1);
+        bench_.setParam("speed", 10, 1);
+        bench_.load(weld(
+            R"({"type":"delay","delaytime":30},{"type":"param","index":1},{"type":"delay","delaytime":300})"));
+        bench_.run();
+        QVERIFY(sameLog(
+            bench_.robot.logBetween(201, 500),
+            {"220 POWER 1638", "230 [POWER 26214, DUTY 9830, FREQ 13107]", "230 SPEED 3277", "400 WIRE 1"}));
+    }
+
+    void aParamInTheDark_changesOnlyTheWireSpeed() {
+        bench_.load(R"([{"type":"param","index":0}])");
+        bench_.run();
+        QCOMPARE(equipment(), QStringList{"0 SPEED 8192"});
+        QCOMPARE(m("lumo.cur_param")->getInt(), 0);
+    }
+
+    void aSetThatDoesNotExist_isAllZeros() {
+        bench_.load(R"([{"type":"open","index":7},{"type":"close"}])");
+        bench_.run();
+        QVERIFY(sameLog(equipment(), {"0 SPEED 0", "0 GAS 1", "0 [POWER 0, LASER 1, DUTY 0, FREQ 0]",
+                                      "0 POWER 0", "0 WIRE 1", "0 PULL 1", "0 PULL 0", "0 WIRE 1", "0 WIRE 0",
+                                      "0 POWER 0", "0 LASER 0", "0 DUTY 0", "0 FREQ 0", "0 GAS 0"}));
+    }
+
+    void aPauseInsideAWait_countsEverythingFromThePause() {
+        bench_.load(weld(R"({"type":"delay","delaytime":5000})"));
+        bench_.at(1000, [] { test::ExecutorBench::pause(); });
+        bench_.run();
+        QCOMPARE(bench_.robot.nowMs(), qint64(1000));
+        bench_.settle();
+        const QStringList log = bench_.robot.logBetween(1000, 9999);
+        QCOMPARE(log.first(), QString("1000 PULL 1"));
+        QVERIFY(
+            sameLog(log.mid(log.size() - 8), {"1200 PULL 0", "1200 WIRE 1", "1200 WIRE 0", "1200 POWER 0",
+                                              "1200 LASER 0", "1200 DUTY 0", "1200 FREQ 0", "1200 GAS 0"}));
+        QVERIFY(bench_.weldFlag());
+        QCOMPARE(bench_.resumeLine(), 1);
+    }
+
+    void resuming_opensTheLaserAgain() {
+        bench_.load(weld(R"({"type":"moveL"})"));
+        bench_.at(500, [] { test::ExecutorBench::pause(); });
+        bench_.run();
+        bench_.settle();
+        bench_.run(bench_.resumeLine());
+        QVERIFY(sameLog(
+            bench_.robot.logBetween(0, 201).mid(0, 4),
+            {"0 move.reset", "0 SPEED 8192", "0 GAS 1", "200 [POWER 0, LASER 1, DUTY 9830, FREQ 13107]"}));
+        QCOMPARE(bench_.robot.firstTime("move.l 0 0"), qint64(400));
+        QVERIFY(!bench_.weldFlag());
+    }
+
+    void resumingInAnotherProgram_staysDark_data() {
+        QTest::addColumn<int>("mode");
+        QTest::addColumn<bool>("replaced");
+        QTest::newRow("replaced meanwhile") << 0 << true;
+        QTest::newRow("a station's program") << 1 << false;
+    }
+
+    void resumingInAnotherProgram_staysDark() {
+        QFETCH(int, mode);
+        QFETCH(bool, replaced);
+        const QByteArray program = weld(R"({"type":"moveL"})");
+        bench_.load(program);
+        m("lumo")->append(this, "signalbind_program")->copyFrom(this, m("lumo.program"));
+        bench_.at(500, [] { test::ExecutorBench::pause(); });
+        bench_.run();
+        bench_.settle();
+        if (replaced) {
+            bench_.load(program);
+        }
+        bench_.run(1, mode);
+        QCOMPARE(bench_.robot.firstTime("GAS 1"), qint64(-1));
+        QVERIFY(!bench_.weldFlag());
+    }
+
+    void aSecondPause_switchesOffAtOnce() {
+        bench_.setParam("decrease_time", 2000);
+        bench_.load(weld(R"({"type":"delay","delaytime":5000})"));
+        bench_.at(1000, [] { test::ExecutorBench::pause(); });
+        bench_.run();
+        bench_.time.advance(500);
+        test::ExecutorBench::pause();
+        QVERIFY(
+            sameLog(bench_.robot.logBetween(1500, 1501), {"1500 POWER 12288", "1500 POWER 0", "1500 LASER 0",
+                                                          "1500 DUTY 0", "1500 FREQ 0", "1500 PULL 1"}));
+    }
+
+    void aClosingDuringTheRampUp_neverRaisesThePower() {
+        bench_.setParam("increase_time", 1000);
+        bench_.setParam("stay_time", 0);
+        bench_.load(weld(R"({"type":"delay","delaytime":100})"));
+        bench_.run();
+        int last = 100000;
+        for (const QString& line : bench_.robot.logBetween(300, 1000).filter(" POWER ")) {
+            const int power = line.section(QLatin1Char(' '), 2).toInt();
+            QVERIFY2(power <= last && power <= 1638, qPrintable(line));
+            last = power;
+        }
+        QCOMPARE(last, 0);
+    }
+
+    void aWeldLeftOpenAtTheEnd_isClosed() {
+        bench_.load(R"([{"type":"open"},{"type":"delay","delaytime":100}])");
+        bench_.run();
+        QCOMPARE(bench_.robot.firstTime("PULL 1"), qint64(500));
+        QCOMPARE(bench_.robot.output("LASER"), 0.0);
+        QCOMPARE(bench_.robot.output("GAS"), 0.0);
+        QVERIFY(!bench_.weldFlag());
+    }
+
+    void powerLoss_shutsDownInOneGo() {
+        bench_.load(weld(R"({"type":"moveL"})"));
+        bench_.at(310, [] { test::ScriptedRobot::setPower("off"); });
+        bench_.run();
+        QVERIFY(sameLog(bench_.robot.logBetween(310, 99999),
+                        {"310 move.stop", "310 PULL 0", "310 WIRE 0", "310 POWER 0", "310 LASER 0",
+                         "310 DUTY 0", "310 FREQ 0", "310 GAS 0"}));
+        bench_.settle();
+        QCOMPARE(executor->pendingSteps(), 0);
+    }
+
+    void powerLossAfterAPause_shutsDownToo() {
+        bench_.setParam("decrease_time", 1000);
+        bench_.load(weld(R"({"type":"moveL"})"));
+        bench_.at(600, [] { test::ExecutorBench::pause(); });
+        bench_.run();
+        bench_.time.advance(300);
+        test::ScriptedRobot::setPower("off");
+        QVERIFY(sameLog(bench_.robot.logBetween(900, 99999).mid(1),
+                        {"900 PULL 0", "900 WIRE 0", "900 POWER 0", "900 LASER 0", "900 DUTY 0", "900 FREQ 0",
+                         "900 GAS 0"}));
+        test::ScriptedRobot::setPower("error");  // nothing is pending any more
+        bench_.time.advance(2000);
+        QVERIFY(bench_.robot.logBetween(901, 99999).isEmpty());
+    }
+
+    void powerLossInAnIdlePausesClosing_endsIt() {
+        m("lumo.cur_param")->setValue(this, 0);
+        bench_.robot.mark();
+        QTimer::singleShot(450, this, [] { test::ScriptedRobot::setPower("off"); });
+        test::ExecutorBench::pause();
+        QCOMPARE(bench_.robot.nowMs(), qint64(450));
+        QCOMPARE(bench_.robot.log().last(), QString("450 GAS 0"));
+        QCOMPARE(executor->depth(), 0);
+    }
+
+    void anIdlePause_runsItsClosing() {
+        m("lumo.cur_param")->setValue(this, 0);
+        bench_.robot.mark();
+        test::ExecutorBench::pause();
+        QCOMPARE(bench_.robot.nowMs(), qint64(600));
+        QCOMPARE(bench_.robot.firstTime("PULL 1"), qint64(0));
+        QCOMPARE(bench_.robot.firstTime("GAS 0"), qint64(600));
+        QCOMPARE(bench_.robot.firstTime("move.stop"), qint64(-1));
+    }
+
+    void aNewOpening_settlesTheWireStepsOfTheClosingBefore() {
+        bench_.setParam("move_wire_time", 3000);
+        bench_.setParam("stop_wire_time", 3500);
+        bench_.setParam("give_wire_time", 4000);
+        bench_.load(R"([{"type":"open"},{"type":"close"},{"type":"open"},{"type":"close"}])");
+        bench_.run();
+        // The first closing begins at 400 and takes 600 ms.
+        QVERIFY(sameLog(bench_.robot.logBetween(1000, 1001),
+                        {"1000 GAS 0", "1000 PULL 0", "1000 WIRE 0", "1000 SPEED 8192", "1000 GAS 1"}));
+    }
+};
+
+LUMO_TEST_MAIN(TestLaser)
+#include "test_laser.moc"

@@ -1,0 +1,125 @@
+#include "module/globals.h"
+#include "support/executorbench.h"
+
+#include <QTest>
+
+using test::sameLog;
+
+/// The welding permission: when the laser may be driven, and what losing it does.
+class TestPermission : public QObject {
+    Q_OBJECT
+
+    test::ExecutorBench bench_;
+
+    static void setSwitch(const char* name, bool on) {
+        m(QStringLiteral("lumo.allWeldBtnstatus.") + QLatin1String(name))->setValue(nullptr, on);
+    }
+
+private slots:
+    void init() { bench_.reset(); }
+
+    void permission_data() {
+        QTest::addColumn<QByteArray>("mode");
+        QTest::addColumn<bool>("weld");
+        QTest::addColumn<bool>("handWeld");
+        QTest::addColumn<bool>("permitted");
+        QTest::newRow("auto") << QByteArray("auto") << true << false << true;
+        QTest::newRow("auto, switched off") << QByteArray("auto") << false << true << false;
+        QTest::newRow("manual") << QByteArray("manual") << true << false << false;
+        QTest::newRow("manual with both switches") << QByteArray("manual") << true << true << true;
+        QTest::newRow("manual with the second switch alone")
+            << QByteArray("manual") << false << true << false;
+        QTest::newRow("any other mode") << QByteArray("") << true << true << true;
+    }
+
+    void permission() {
+        QFETCH(QByteArray, mode);
+        QFETCH(bool, weld);
+        QFETCH(bool, handWeld);
+        QFETCH(bool, permitted);
+        test::ScriptedRobot::setMode(mode);
+        setSwitch("weldbtn", weld);
+        setSwitch("handweldbtn", handWeld);
+        bench_.load(R"([{"type":"open"},{"type":"close"}])");
+        bool flagInside = false;
+        bench_.at(400, [&] { flagInside = bench_.weldFlag(); });
+        bench_.run();
+        bench_.settle();
+        QCOMPARE(bench_.robot.firstTime("GAS 1"), permitted ? qint64(0) : qint64(-1));
+        QCOMPARE(bench_.robot.firstTime("PULL 1"), permitted ? qint64(400) : qint64(-1));
+        QVERIFY(!bench_.weldFlag());
+    }
+
+    void lostMidWeld_closesWhileTheRunGoesOn_data() {
+        QTest::addColumn<QByteArray>("what");
+        QTest::newRow("mode") << QByteArray("mode");
+        QTest::newRow("weld switch") << QByteArray("weldbtn");
+    }
+
+    void lostMidWeld_closesWhileTheRunGoesOn() {
+        QFETCH(QByteArray, what);
+        bench_.load(R"([{"type":"open","weldspeed":20},{"type":"moveL","speed":100},
+                        {"type":"setDO","DO_type":"IO","doName":"DO1"},{"type":"moveL","speed":100},{"type":"close"}])");
+        bench_.at(600, [what] {
+            if (what == "mode") {
+                test::ScriptedRobot::setMode("manual");
+            } else {
+                setSwitch(what, false);
+            }
+        });
+        bench_.run();
+        QVERIFY(sameLog(
+            bench_.robot.logBetween(800, 99999),
+            {"800 PULL 0", "800 WIRE 1", "800 WIRE 0", "800 POWER 0", "800 LASER 0", "800 DUTY 0",
+             "800 FREQ 0", "900 out DO1 1", "900 move.l 0.1 0", "900 move.opr.enough", "1200 GAS 0"}));
+        QCOMPARE(bench_.robot.firstTime("PULL 1"), qint64(600));
+        QCOMPARE(bench_.robot.nowMs(), qint64(1400));
+        QVERIFY(!bench_.weldFlag());
+    }
+
+    void regained_theCloseStaysRefusedAndTheNextOpenWelds() {
+        bench_.load(R"([{"type":"open"},{"type":"delay","delaytime":1000},{"type":"close"},
+                        {"type":"open"},{"type":"delay","delaytime":100},{"type":"close"}])");
+        bench_.at(600, [] { test::ScriptedRobot::setMode("manual"); });
+        bench_.at(700, [] { test::ScriptedRobot::setMode("auto"); });
+        bench_.run();
+        QVERIFY(sameLog(bench_.robot.log().filter("PULL 1"), {"600 PULL 1", "1900 PULL 1"}));
+        QVERIFY(sameLog(bench_.robot.log().filter("GAS 1"), {"0 GAS 1", "1400 GAS 1"}));
+    }
+
+    void lostInTheOpening_theRunGoesOnDark_data() {
+        QTest::addColumn<int>("atMs");
+        QTest::addColumn<int>("moveAt");
+        QTest::addColumn<bool>("laserCameOn");
+        QTest::newRow("gas pre-flow") << 100 << 100 << false;
+        QTest::newRow("dwell, which keeps its length") << 300 << 400 << true;
+    }
+
+    void lostInTheOpening_theRunGoesOnDark() {
+        QFETCH(int, atMs);
+        QFETCH(int, moveAt);
+        QFETCH(bool, laserCameOn);
+        bench_.load(R"([{"type":"open","weldspeed":20},{"type":"moveL","speed":100},{"type":"close"}])");
+        bench_.at(atMs, [] { test::ScriptedRobot::setMode("manual"); });
+        bench_.run();
+        bench_.settle();
+        QCOMPARE(bench_.robot.firstTime("move.l 0.1 0"), qint64(moveAt));
+        QCOMPARE(!bench_.robot.logBetween(200, 201).filter("LASER 1").isEmpty(), laserCameOn);
+        QCOMPARE(bench_.robot.firstTime("LASER 0"), qint64(atMs + 200));
+        QCOMPARE(bench_.robot.firstTime("GAS 0"), qint64(atMs + 600));
+        QVERIFY(!bench_.weldFlag());
+    }
+
+    void aParamWhileThatClosingRuns_doesNotRaiseThePower() {
+        bench_.setParam("power", 90, 1);
+        bench_.load(
+            R"([{"type":"open"},{"type":"delay","delaytime":250},{"type":"param","index":1},{"type":"delay","delaytime":400}])");
+        bench_.at(600, [] { test::ScriptedRobot::setMode("manual"); });
+        bench_.run();
+        QVERIFY(bench_.robot.logBetween(600, 9999).filter("[POWER").isEmpty());
+        QCOMPARE(bench_.robot.output("POWER"), 0.0);
+    }
+};
+
+LUMO_TEST_MAIN(TestPermission)
+#include "test_permission.moc"

@@ -1,0 +1,176 @@
+#include "mendo/log.h"
+#include "module/globals.h"
+#include "support/executorbench.h"
+
+#include <QSignalSpy>
+#include <QTest>
+
+using test::sameLog;
+
+/// Motion results: counted, in order, early, late, doubled, failed; and a run that somebody stops.
+class TestResults : public QObject {
+    Q_OBJECT
+
+    test::ExecutorBench bench_;
+
+    /// Times at which the walk wrote the lines it executes.
+    QVector<qint64> lineTimes_;
+
+private slots:
+    void initTestCase() {
+        connect(m("lumo.current.line"), &ModuleObject::changed, this,
+                [this](const QVariant&, const QVariant&, QObject* sender) {
+                    if (sender == executor) {
+                        lineTimes_ << bench_.robot.nowMs();
+                    }
+                });
+    }
+
+    void init() {
+        bench_.reset();
+        lineTimes_.clear();
+    }
+
+    void eachResultSettlesTheOldestMove_data() {
+        QTest::addColumn<bool>("inside");
+        QTest::addColumn<bool>("bunched");
+        QTest::addColumn<QVector<qint64>>("times");
+        QTest::newRow("one by one") << false << false << QVector<qint64>{0, 500, 1000, 1500};
+        QTest::newRow("inside the command") << true << false << QVector<qint64>{0, 0, 0, 0};
+        QTest::newRow("two in one pass") << false << true << QVector<qint64>{0, 500, 1000, 1000};
+    }
+
+    void eachResultSettlesTheOldestMove() {
+        QFETCH(bool, inside);
+        QFETCH(bool, bunched);
+        bench_.robot.answersInside = inside;
+        bench_.robot.bunched = bunched;
+        bench_.load(R"([{"type":"moveL"},{"type":"moveL"},{"type":"moveL"},{"type":"delay"}])");
+        bench_.run();
+        QTEST(lineTimes_, "times");
+    }
+
+    void aResultWithNothingOutstanding_endsNothing() {
+        QSignalSpy log(mendo::LogHub::instance(), &mendo::LogHub::line);
+        bench_.load(R"([{"type":"delay","delaytime":300}])");
+        bench_.at(100, [] { test::ScriptedRobot::answer("move.l", -7); });
+        bench_.run();
+        QCOMPARE(bench_.robot.nowMs(), qint64(300));
+        QCOMPARE(log.at(0).at(1).toString(), QString("LumoExecutor::handleMove move l -7"));
+        QCOMPARE(bench_.boxes(), QStringList());
+    }
+
+    void theResultAfterTheZone_isDroppedOnce() {
+        QSignalSpy log(mendo::LogHub::instance(), &mendo::LogHub::line);
+        bench_.robot.zoneLeadMs = 120;
+        bench_.load(R"([{"type":"moveL","zone":2,"point":{"trans":[1,0,0]}},{"type":"close"},
+                        {"type":"moveL","point":{"trans":[2,0,0]}},{"type":"delay"}])");
+        m("lumo.cur_param")->setValue(this, 0);
+        bench_.run();
+        // The closing begins at 400 and takes three times 200 ms, the second move 500 ms more.
+        QCOMPARE(lineTimes_, QVector<qint64>({0, 400, 1000, 1500}));
+        QStringList texts;
+        for (const auto& line : log) {
+            texts << line.at(1).toString();
+        }
+        QCOMPARE(texts.count("ignore move result!"), 1);
+        QVERIFY(texts.contains("enter zone! moveL:  [1,0,0]"));
+    }
+
+    void aMotionError_pausesAndIsReported_data() {
+        QTest::addColumn<int>("code");
+        QTest::addColumn<QString>("text");
+        QTest::newRow("-42") << -42 << "机器人运动错误：-0x2a";
+        QTest::newRow("-1") << -1 << "机器人运动错误：-0x1";
+    }
+
+    void aMotionError_pausesAndIsReported() {
+        QFETCH(int, code);
+        bench_.robot.codes = {0, code};
+        bench_.load(
+            R"([{"type":"open"},{"type":"moveL"},{"type":"moveL"},{"type":"moveL"},{"type":"close"}])");
+        QStringList boxesBefore;
+        bench_.at(950, [&boxesBefore] { boxesBefore = test::ExecutorBench::boxes(); });
+        bench_.run();
+        QTEST(bench_.boxes().join('|'), "text");
+        QCOMPARE(boxesBefore, QStringList());
+        QCOMPARE(bench_.resumeLine(), 2);
+        QVERIFY(bench_.weldFlag());
+        QCOMPARE(bench_.state(), QString("idle"));
+        QCOMPARE(bench_.robot.firstTime("move.stop"), qint64(1400));  // the third move is still queued
+        QCOMPARE(bench_.robot.output("LASER"), 0.0);
+        QCOMPARE(bench_.robot.output("GAS"), 0.0);
+    }
+
+    void pauseStopsMotionsThatHaveNotBegun() {
+        // The robot still says "idle" although motions were handed over.
+        bench_.load(R"([{"type":"moveL"},{"type":"moveL"}])");
+        bench_.at(100, [this] {
+            m("kord.r.state")->setValue(this, "idle");
+            test::ExecutorBench::pause();
+        });
+        bench_.run();
+        QCOMPARE(bench_.robot.firstTime("move.stop"), qint64(100));
+        QCOMPARE(bench_.resumeLine(), 0);
+    }
+
+    void aPauseInsideAHandler_stopsBeforeTheStatement_data() {
+        QTest::addColumn<QString>("node");
+        QTest::newRow("state") << "lumo.execute.state";
+        QTest::newRow("line") << "lumo.execute.line";
+        QTest::newRow("resume line") << "lumo.current.line";
+        QTest::newRow("type") << "lumo.current.programtype";
+    }
+
+    void aPauseInsideAHandler_stopsBeforeTheStatement() {
+        QFETCH(QString, node);
+        bench_.load(R"([{"type":"setDO","DO_type":"IO","doName":"DO1"},{"type":"moveL"}])");
+        QObject scope;
+        bool fired = false;
+        connect(m(node), &ModuleObject::changed, &scope, [&fired] {
+            if (!std::exchange(fired, true)) {
+                test::ExecutorBench::pause();
+            }
+        });
+        bench_.run();
+        QCOMPARE(bench_.robot.firstTime("out DO1 1"), qint64(-1));
+        QCOMPARE(bench_.state(), QString("idle"));
+        QCOMPARE(executor->depth(), 0);
+    }
+
+    void startsAreRefusedWhileTheDwellOfAPausedOpeningIsOnTheStack() {
+        bench_.setParam("stay_time", 3000);
+        bench_.load(R"([{"type":"open"},{"type":"moveL"},{"type":"close"}])");
+        bench_.at(500, [] { test::ExecutorBench::pause(); });
+        QString state;
+        bench_.at(2000, [&] {
+            state = bench_.state();
+            test::ExecutorBench::trigger("start", 0);
+        });
+        bench_.run();
+        QCOMPARE(state, QString("idle"));
+        QCOMPARE(bench_.boxes(), QStringList{"当前不是空闲状态"});
+        QCOMPARE(bench_.robot.nowMs(), qint64(3200));
+        QCOMPARE(bench_.robot.firstTime("move.l 0 0"), qint64(-1));
+    }
+
+    void aRunIsTheProgramThatWasAccepted() {
+        bench_.load(R"([{"type":"delay","delaytime":100},{"type":"setDO","DO_type":"IO","doName":"DO1"}])");
+        bench_.at(50, [this] { bench_.load(R"([{"type":"setDO","DO_type":"IO","doName":"DO9"}])"); });
+        bench_.run();
+        QVERIFY(sameLog(bench_.robot.log(), {"0 move.reset", "100 out DO1 1"}));
+    }
+
+    void aForeignStateWrite_endsTheRunDark() {
+        bench_.load(
+            R"([{"type":"open"},{"type":"delay","delaytime":1000},{"type":"moveL"},{"type":"close"}])");
+        bench_.at(700, [this] { m("lumo.execute.state")->setValue(this, "idle"); });
+        bench_.run();
+        bench_.settle();
+        QCOMPARE(bench_.robot.output("LASER"), 0.0);
+        QCOMPARE(bench_.robot.firstTime("move.l 0 0"), qint64(-1));
+    }
+};
+
+LUMO_TEST_MAIN(TestResults)
+#include "test_results.moc"

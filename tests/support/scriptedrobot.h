@@ -1,0 +1,77 @@
+#pragma once
+
+#include "kord/kordservice.h"
+#include "mendo/moduleobject.h"
+
+#include <QHash>
+#include <QObject>
+#include <QPointer>
+#include <QStringList>
+#include <QTimer>
+#include <QVector>
+
+namespace test {
+
+/// A stand-in controller whose answers a test writes down: every queued motion takes a fixed time
+/// and ends with a code from a list. It keeps the registers that the package reads back, and a log of
+/// every call, one line each: "<ms> <what>", ms counting from the last mark().
+class ScriptedRobot : public QObject {
+public:
+    explicit ScriptedRobot(QObject* parent = nullptr);
+
+    /// Back to power on, automatic, idle, at the origin, 500 ms a motion, all results 0, empty log.
+    void reset();
+    void mark();
+    /// Log lines of register writes as "<ms> LASER 1" (names of equipment), group writes in
+    /// brackets, motions as "<ms> move.l speed zone", other calls by name.
+    QStringList log() const { return log_; }
+    /// Only lines at or after `fromMs` and before `toMs`.
+    QStringList logBetween(qint64 fromMs, qint64 toMs) const;
+    /// When the log first says this; -1 for never.
+    qint64 firstTime(const QString& what) const;
+    /// When the equipment was switched off for good; -1 when it was never on.
+    qint64 offSince(const QString& name) const { return offSince_.value(name, -1); }
+    void note(const QString& what);
+    qint64 nowMs() const;
+
+    int motionMs = 500;
+    int zoneLeadMs = 0;          ///< the tool is at the target this long before the result
+    QVector<int> codes;          ///< by motion, in the order of queueing; missing ones 0
+    bool answersInside = false;  ///< results inside the motion command
+    bool bunched = false;        ///< the result of every second motion together with the next one's
+    QVector<double> speeds;      ///< "traj.speed" of every motion, m/s
+
+    /// The state of an output by equipment name.
+    double output(const QString& name) const { return outputs_.value(name); }
+    void standAt(const QVector<double>& trans);
+    static void setPower(const char* power);
+    static void setMode(const char* mode);
+    /// Writes a result as the controller does.
+    static void answer(const char* command, int code);
+
+private:
+    struct Motion {
+        QString command;
+        QVector<double> target;
+        int number;
+    };
+
+    void onIssued(const KordCall& call);
+    void onWrite(const KordCall& call);
+    QString describeWrite(const mendo::ModuleObject* record);
+    void beginNext();
+    void arrive();
+    void finish();
+    void setState(const char* state);
+
+    QStringList log_;
+    QVector<Motion> queue_;
+    QHash<QString, double> outputs_;
+    QHash<QString, qint64> offSince_;
+    QTimer motion_, zone_;
+    qint64 markMs_ = 0;
+    int queued_ = 0;
+    bool running_ = false;
+};
+
+}  // namespace test
