@@ -5,6 +5,8 @@
 
 #include <QtMath>
 
+#include <cmath>
+
 namespace run {
 
 namespace {
@@ -21,6 +23,7 @@ void writeList(JsonWriter& writer, const QString& key, const Numbers& numbers) {
 
 std::optional<QByteArray> pointRecord(const std::vector<double>& pose, int axes, Problem* problem) {
     constexpr double kMmPerM = 1000.0;
+    constexpr double kPerRad = 1e11;
     const sim::Arm arm(axes);
     sim::Pose target;
     for (std::size_t i = 0; i < target.trans.size(); ++i) {
@@ -35,11 +38,15 @@ std::optional<QByteArray> pointRecord(const std::vector<double>& pose, int axes,
                               : QStringLiteral("--point: the point is out of the arm's reach");
         return std::nullopt;
     }
+    sim::Joints nearJoints = *joints;
+    for (double& angle : nearJoints) {
+        angle = std::round(angle * kPerRad) / kPerRad + 0.0;  // as fine as the posture; + 0.0 turns -0 into 0
+    }
     JsonWriter writer;
     writer.beginObject();
     writeList(writer, QStringLiteral("trans"), target.trans);
     writeList(writer, QStringLiteral("rot"), target.rot);
-    writeList(writer, QStringLiteral("near"), *joints);
+    writeList(writer, QStringLiteral("near"), nearJoints);
     return writer.endObject().take();
 }
 
