@@ -12,11 +12,15 @@ function(lumo_package_resources out)
   set(catalogue_entries "")
   set(icon_entries "")
 
-  file(GLOB catalogues CONFIGURE_DEPENDS ${folder}/language/*.ts)
-  qt5_add_translation(compiled_catalogues ${catalogues})
-  foreach(file ${compiled_catalogues})
-    get_filename_component(name ${file} NAME)
-    string(APPEND catalogue_entries "    <file alias=\"language/${name}\">${file}</file>\n")
+  # One catalogue a language, from one source file a subsystem and language.
+  foreach(language en ru)
+    file(GLOB catalogues CONFIGURE_DEPENDS ${folder}/language/*_${language}.ts)
+    set(file ${CMAKE_CURRENT_BINARY_DIR}/lumo_${language}.qm)
+    add_custom_command(OUTPUT ${file}
+      COMMAND Qt5::lrelease -silent ${catalogues} -qm ${file}
+      DEPENDS ${catalogues}
+      COMMENT "Compiling lumo_${language}.qm")
+    string(APPEND catalogue_entries "    <file alias=\"language/lumo_${language}.qm\">${file}</file>\n")
   endforeach()
 
   file(GLOB drawings CONFIGURE_DEPENDS ${folder}/icons/*.svg)
