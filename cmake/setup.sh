@@ -62,7 +62,7 @@ install_packages() {
     local apt=("${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -q -y -o DPkg::Lock::Timeout=120)
     "${apt[@]}" update >"$log" 2>&1 || true # old lists may do; if not, the installation says so
     if ! "${apt[@]}" install --no-install-recommends "${missing[@]}" >>"$log" 2>&1; then
-        grep -E '^(E|W|Err):? ?' "$log" | sort -u | tail -n 12 >&2
+        grep -E '^[EW]: ' "$log" | head -n 4 >&2
         die "apt-get could not install ${missing[*]}." \
             "Without a network it cannot; all it said is in $log."
     fi

@@ -43,12 +43,13 @@ LumoExecutor::~LumoExecutor() {
 }
 
 void LumoExecutor::connectTree() {
+    KordService* const service = kordservice();  // first: it makes the robot's nodes, the host's among them
     connect(m(key::triggerStart), &ModuleObject::changed, this, &LumoExecutor::start);
     connect(m(key::triggerPause), &ModuleObject::changed, this, &LumoExecutor::pause);
     connect(m(key::triggerOnce), &ModuleObject::changed, this, &LumoExecutor::runOnce);
     connect(m(key::robotPower), &ModuleObject::changed, this, &LumoExecutor::estop);
     for (const QString& kind : {QStringLiteral("j"), QStringLiteral("l"), QStringLiteral("c")}) {
-        connect(kordservice()->commandNode(QStringLiteral("move.") + kind), &ModuleObject::changed, this,
+        connect(service->commandNode(QStringLiteral("move.") + kind), &ModuleObject::changed, this,
                 [this, kind](const QVariant& result) { handleMove(kind, result.toInt()); });
     }
     connect(&pulseTimer, &QTimer::timeout, this, &LumoExecutor::pulseStep);
