@@ -319,8 +319,8 @@ void LumoExecutor::endRun() {
 
 void LumoExecutor::pause() {
     qDebug() << "pause";
+    const int mine = ++aborts_;
     changeDepth(+1);
-    ++aborts_;
     // The robot may still say "idle" just after motions were handed over.
     if (m(key::robotState)->getString() != word::idle || outstanding() > 0) {
         kordservice()->command(this, command::stop, static_cast<const ModuleObject*>(nullptr));
@@ -328,7 +328,9 @@ void LumoExecutor::pause() {
     forgetMotions();
     waiter_.end(WaitEnd::Abort);
     m(key::currentPausePoint)->copyFrom(this, kordservice()->get(this, key::posture), true, false);
-    closeLaser();
+    if (mine == aborts_) {  // else somebody who heard of this stopped everything meanwhile
+        closeLaser();
+    }
     setState(word::idle);
     changeDepth(-1);
 }
@@ -339,7 +341,7 @@ void LumoExecutor::estop(const QVariant& var) {
     }
     if (!isIdle() || (run_ && !isAborted())) {
         emergencyStop();
-    } else if (pendingSteps() > 0 || waiter_.onStack()) {
+    } else if (pendingSteps() > 0 || closing_ == sequence_) {
         // The closing of a pause is still under way.
         ++aborts_;
         waiter_.end(WaitEnd::Abort);

@@ -154,6 +154,7 @@ private:
     void onPermission();
     /// Begins a sequence: what earlier ones left is settled. The number tells who is superseded.
     int beginSequence();
+    void runClosing(int mine, bool waitless);
     /// Begins the closing that is sequence `mine`; false when it was superseded meanwhile.
     bool beginClosing(int mine, qint64 startMs, const LaserParams& params);
     void shutDown();
@@ -184,6 +185,7 @@ private:
     int depth_ = 0;
     int aborts_ = 0;
     int sequence_ = 0;
+    int closing_ = -1;         ///< number of the sequence whose closing is on the stack
     QVector<Motion> motions_;  ///< since the last reset, pause or stop
     int settled_ = 0;
     Weld weld_ = Weld::Dark;

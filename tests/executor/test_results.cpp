@@ -2,6 +2,7 @@
 #include "module/globals.h"
 #include "support/executorbench.h"
 
+#include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -136,6 +137,21 @@ private slots:
         QCOMPARE(bench_.robot.firstTime("out DO1 1"), qint64(-1));
         QCOMPARE(bench_.state(), QString("idle"));
         QCOMPARE(executor->depth(), 0);
+    }
+
+    void powerLostInsideAPause_leavesEverythingOff() {
+        bench_.load(R"([{"type":"open"},{"type":"moveL"},{"type":"close"}])");
+        QObject scope;
+        bool lost = false;
+        connect(kordservice(), &KordService::issued, &scope, [&lost](const KordCall& call) {
+            if (call.name == QLatin1String("move.stop") && !std::exchange(lost, true)) {
+                test::ScriptedRobot::setPower("off");
+            }
+        });
+        bench_.at(600, [] { test::ExecutorBench::pause(); });
+        bench_.run();
+        QVERIFY(bench_.robot.logBetween(600, 99999).filter(QRegularExpression(" [1-9]\\d*$")).isEmpty());
+        QCOMPARE(executor->pendingSteps(), 0);
     }
 
     void startsAreRefusedWhileTheDwellOfAPausedOpeningIsOnTheStack() {
