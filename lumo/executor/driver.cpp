@@ -19,7 +19,7 @@ constexpr int stationRun = 1;
 int lineFrom(const QVariant& var) {
     bool isNumber = false;
     const int line = var.toInt(&isNumber);
-    return isNumber ? line : -1;
+    return isNumber && var.type() != QVariant::Bool ? line : -1;
 }
 
 }  // namespace
@@ -187,13 +187,13 @@ void LumoExecutor::openAgain(const Run& run, int line) {
 }
 
 void LumoExecutor::endWeldOfWalk(bool reachedEnd) {
-    if (!reachedEnd) {
-        // Somebody wrote the state: the walk ends like a pause, and the weld can be resumed.
-        if (weld_ != Weld::Dark) {
-            closeLaser();
-        }
-    } else if (m(key::weldOpen)->getBool(false)) {
+    // Asks the laser too, not only the flag: others may write that.
+    const bool flagged = m(key::weldOpen)->getBool(false);
+    if (weld_ != Weld::Dark || (reachedEnd && flagged)) {
         closeLaser();
+    }
+    // Where somebody wrote the state the walk ends like a pause, and the weld can be resumed.
+    if (reachedEnd && flagged) {
         setWeldFlag(false);
     }
 }

@@ -105,12 +105,12 @@ int LumoExecutor::openLaser() {
 int LumoExecutor::closeLaser() {
     // Below a wait that a pause has just ended no other wait can run: all steps count from now.
     const bool waitless = waiter_.onStack();
+    const int outer = std::exchange(closing_, sequence_ + 1);
     const int mine = beginSequence();
     if (mine == sequence_) {
-        const int outer = std::exchange(closing_, mine);
         runClosing(mine, waitless);
-        closing_ = outer;
     }
+    closing_ = outer;
     return 0;
 }
 
@@ -158,9 +158,12 @@ void LumoExecutor::onPermission() {
     if (weld_ == Weld::Dark || weldingPermitted()) {
         return;
     }
+    const bool wasOpen = weld_ == Weld::Open;
     const int mine = beginSequence();
-    weldCut_ = true;
-    setWeldFlag(false);
+    if (wasOpen) {  // an abandoned opening leaves the flag as it was
+        weldCut_ = true;
+        setWeldFlag(false);
+    }
     if (waiter_.waitsFor(WaitKind::PreFlow)) {
         waiter_.end(WaitEnd::Permission);
     }
@@ -242,9 +245,13 @@ void LumoExecutor::shutDown() {
     weld_ = Weld::Dark;
     stopPulsing();
     schedule_.takeSteps();
-    for (const PortStep& off : shutdownSteps()) {
-        writePort(off);
+    // As steps that are due: a pause that somebody who hears of one begins settles those that are left.
+    Sequence off;
+    for (const PortStep& step : shutdownSteps()) {
+        off.push_back({0, step});
     }
+    schedule_.add(nowMs(), off);
+    schedule_.runDue();
 }
 
 void LumoExecutor::stopPulsing() {

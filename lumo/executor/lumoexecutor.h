@@ -145,6 +145,8 @@ private:
     void queueMotion(ModuleObject* stmt, QLatin1String command, const ModuleObject* args);
     int waitZone(ModuleObject* stmt, int motion);
     void testZone(ModuleObject* stmt, const QString& type, double radiusM, const ModuleObject* circleStart);
+    /// Gives the oldest outstanding motion its result and returns its number.
+    int settle(int code);
     int motionCode(WaitEnd end);
     void forgetMotions();
     [[nodiscard]] int outstanding() const { return motions_.size() - settled_; }

@@ -132,17 +132,27 @@ void LumoExecutor::handleMove(const QString& type, int code) {
         logW() << "unexpected move result!";
         return;
     }
-    const int motion = settled_++;
-    motions_[motion].settled = true;
-    motions_[motion].code = code;
+    int motion = settle(code);
     if (motions_.at(motion).zoneEnded) {
         logW() << "ignore move result!";
         zoneReached = false;
-        return;
+        if (code >= 0 || outstanding() == 0) {
+            return;
+        }
+        // The controller drops what was queued behind a failed motion: its result will not come.
+        logW() << "motions queued behind a failed one are lost!";
+        motion = settle(code);
     }
     if (motion == awaited_) {
         waiter_.end(WaitEnd::Result, code);
     }
+}
+
+int LumoExecutor::settle(int code) {
+    const int motion = settled_++;
+    motions_[motion].settled = true;
+    motions_[motion].code = code;
+    return motion;
 }
 
 void LumoExecutor::forgetMotions() {

@@ -232,6 +232,14 @@ private slots:
         QVERIFY(!bench_.weldFlag());
     }
 
+    void aWeldWhoseFlagSomebodyCleared_isClosedAtTheEnd() {
+        bench_.load(R"([{"type":"open"},{"type":"delay","delaytime":100}])");
+        bench_.at(450, [this] { m("lumo.current.openmiddlecolse")->setValue(this, false); });
+        bench_.run();
+        QCOMPARE(bench_.robot.offSince("LASER"), qint64(700));
+        QCOMPARE(executor->pendingSteps(), 0);
+    }
+
     void powerLoss_shutsDownInOneGo() {
         bench_.load(weld(R"({"type":"moveL"})"));
         bench_.at(310, [] { test::ScriptedRobot::setPower("off"); });

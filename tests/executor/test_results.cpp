@@ -78,6 +78,18 @@ private slots:
         QVERIFY(texts.contains("enter zone! moveL:  [1,0,0]"));
     }
 
+    void anErrorAfterTheZone_failsTheMovesQueuedBehindIt() {
+        bench_.robot.zoneLeadMs = 300;
+        bench_.load(R"([{"type":"moveL","zone":2,"point":{"trans":[1,0,0]}},{"type":"close"},
+                        {"type":"moveL"},{"type":"delay"}])");
+        bench_.robot.setMode("manual");  // the close does nothing: the next move is queued in the zone
+        bench_.robot.codes = {-9};
+        bench_.at(300, [this] { bench_.robot.loseTheQueueAfterTheNextResult(); });
+        bench_.run();
+        QCOMPARE(bench_.boxes(), QStringList{"机器人运动错误：-0x9"});
+        QCOMPARE(bench_.resumeLine(), 2);
+    }
+
     void aMotionError_pausesAndIsReported_data() {
         QTest::addColumn<int>("code");
         QTest::addColumn<QString>("text");
