@@ -7,6 +7,7 @@
 
 #include <QCoreApplication>
 #include <QDebug>
+#include <QScopedValueRollback>
 
 using namespace lumo;
 
@@ -319,6 +320,9 @@ void LumoExecutor::endRun() {
 
 void LumoExecutor::pause() {
     qDebug() << "pause";
+    if (stopping_) {
+        return;  // the stop does all that a pause would, and must not wait for its closing
+    }
     const int mine = ++aborts_;
     changeDepth(+1);
     // The robot may still say "idle" just after motions were handed over.
@@ -343,6 +347,7 @@ void LumoExecutor::estop(const QVariant& var) {
         emergencyStop();
     } else if (pendingSteps() > 0 || closing_ == sequence_) {
         // The closing of a pause is still under way.
+        const QScopedValueRollback<bool> stopping(stopping_, true);
         ++aborts_;
         waiter_.end(WaitEnd::Abort);
         shutDown();
@@ -350,6 +355,7 @@ void LumoExecutor::estop(const QVariant& var) {
 }
 
 void LumoExecutor::emergencyStop() {
+    const QScopedValueRollback<bool> stopping(stopping_, true);
     ++aborts_;
     forgetMotions();
     waiter_.end(WaitEnd::Abort);

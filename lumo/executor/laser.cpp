@@ -31,8 +31,8 @@ int LumoExecutor::limitopenLaser(ModuleObject* stmt) {
         return 0;
     }
     const int mine = beginSequence();
-    if (mine != sequence_) {
-        return 0;
+    if (mine != sequence_ || !weldingPermitted()) {
+        return 0;  // whoever heard of what was settled may have stopped it or taken the permission back
     }
     weldCut_ = false;
     weld_ = Weld::Opening;
@@ -155,7 +155,7 @@ bool LumoExecutor::beginClosing(int mine, qint64 startMs, const LaserParams& par
 }
 
 void LumoExecutor::onPermission() {
-    if (weld_ == Weld::Dark || weldingPermitted()) {
+    if (weld_ == Weld::Dark || stopping_ || weldingPermitted()) {
         return;
     }
     const bool wasOpen = weld_ == Weld::Open;
@@ -245,13 +245,9 @@ void LumoExecutor::shutDown() {
     weld_ = Weld::Dark;
     stopPulsing();
     schedule_.takeSteps();
-    // As steps that are due: a pause that somebody who hears of one begins settles those that are left.
-    Sequence off;
-    for (const PortStep& step : shutdownSteps()) {
-        off.push_back({0, step});
+    for (const PortStep& off : shutdownSteps()) {
+        writePort(off);
     }
-    schedule_.add(nowMs(), off);
-    schedule_.runDue();
 }
 
 void LumoExecutor::stopPulsing() {

@@ -186,6 +186,7 @@ private:
     int awaited_ = -1;    ///< number of the motion whose wait is running
     int depth_ = 0;
     int aborts_ = 0;
+    bool stopping_ = false;  ///< an emergency stop is being done: no pause may come in between
     int sequence_ = 0;
     int closing_ = -1;         ///< number of the sequence whose closing is on the stack
     QVector<Motion> motions_;  ///< since the last reset, pause or stop

@@ -251,6 +251,20 @@ private slots:
         QCOMPARE(executor->pendingSteps(), 0);
     }
 
+    void aPauseInsideAnEmergencyStop_doesNotDelayIt() {
+        bench_.load(weld(R"({"type":"moveL"})"));
+        QObject scope;
+        connect(executor, &LumoExecutor::activityChanged, &scope, [this] {
+            if (bench_.robot.nowMs() == 310 && m("kord.r.power")->getString() == "off") {
+                test::ExecutorBench::pause();
+            }
+        });
+        bench_.at(310, [] { test::ScriptedRobot::setPower("off"); });
+        bench_.run();
+        QCOMPARE(bench_.robot.offSince("LASER"), qint64(310));
+        QCOMPARE(bench_.robot.firstTime("PULL 1"), qint64(-1));
+    }
+
     void powerLossAfterAPause_shutsDownToo() {
         bench_.setParam("decrease_time", 1000);
         bench_.load(weld(R"({"type":"moveL"})"));
