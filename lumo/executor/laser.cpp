@@ -234,8 +234,14 @@ int LumoExecutor::beginSequence() {
             return step.role == Role::SwitchOff && step.port == off.port;
         });
         if (wasPending) {
-            writePort(off);
+            settling_.push_back(off);
         }
+    }
+    // A list of its own: a sequence that somebody who hears of a write begins does the rest first.
+    while (!settling_.empty()) {
+        const PortStep off = settling_.front();
+        settling_.pop_front();
+        writePort(off);
     }
     return mine;
 }
@@ -244,6 +250,7 @@ void LumoExecutor::shutDown() {
     ++sequence_;
     weld_ = Weld::Dark;
     stopPulsing();
+    settling_.clear();
     schedule_.takeSteps();
     for (const PortStep& off : shutdownSteps()) {
         writePort(off);

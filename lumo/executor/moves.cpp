@@ -188,7 +188,7 @@ int LumoExecutor::waitMoveing(ModuleObject* stmt, const QString& caller) {
     awaited_ = motion;
     int code = 0;
     if (IsLastMoveBeforeStop(stmt, caller)) {
-        code = waitZone(stmt, motion);
+        code = waitZone(stmt);
     } else {
         // Ended by the motion's result, a pause or an emergency stop.
         code = motionCode(waiter_.run(WaitKind::Move, QString::number(line_), -1));
@@ -204,7 +204,7 @@ int LumoExecutor::motionCode(WaitEnd end) {
     return end == WaitEnd::Result ? waiter_.resultCode() : 0;
 }
 
-int LumoExecutor::waitZone(ModuleObject* stmt, int motion) {
+int LumoExecutor::waitZone(ModuleObject* stmt) {
     const QString type = stmt->c(field::type, false)->getString(QString());
     const double radiusM = stmt->hasCmobj(field::zone, false)
                                ? stmt->c(field::zone, false)->getDouble(0.0) / mmPerM
@@ -219,11 +219,7 @@ int LumoExecutor::waitZone(ModuleObject* stmt, int motion) {
             [this, stmt, &type, radiusM, &circleStart] { testZone(stmt, type, radiusM, &circleStart); });
     poll.start(zonePollMs);
     // Ended by the tool entering the zone, the motion's result, a pause or an emergency stop.
-    const WaitEnd end = waiter_.run(WaitKind::Zone, QString::number(line_), -1);
-    if (end == WaitEnd::Zone) {
-        motions_[motion].zoneEnded = true;
-    }
-    return motionCode(end);
+    return motionCode(waiter_.run(WaitKind::Zone, QString::number(line_), -1));
 }
 
 void LumoExecutor::testZone(ModuleObject* stmt, const QString& type, double radiusM,
@@ -254,6 +250,7 @@ void LumoExecutor::testZone(ModuleObject* stmt, const QString& type, double radi
     const bool named = isArc || isCircle || type == statement::moveL;
     logE() << QStringLiteral("enter zone! %1: ").arg(named ? type : QString()) << asJson(current);
     zoneReached = true;
+    motions_[awaited_].zoneEnded = true;
     waiter_.end(WaitEnd::Zone);
 }
 

@@ -209,6 +209,23 @@ private slots:
                                                           "1500 DUTY 0", "1500 FREQ 0", "1500 PULL 1"}));
     }
 
+    void aPauseWhileTheNextRunSettles_switchesOffAtOnceToo() {
+        bench_.setParam("decrease_time", 2000);
+        bench_.load(weld(R"({"type":"delay","delaytime":5000})"));
+        bench_.at(1000, [] { test::ExecutorBench::pause(); });
+        bench_.run();
+        bench_.time.advance(50);
+        QObject scope;
+        bool paused = false;
+        connect(kordservice(), &KordService::issued, &scope, [&paused](const KordCall& call) {
+            if (call.name == QLatin1String("register.write") && !std::exchange(paused, true)) {
+                test::ExecutorBench::pause();
+            }
+        });
+        test::ExecutorBench::trigger("start", 1);
+        QCOMPARE(bench_.robot.offSince("LASER"), qint64(1050));
+    }
+
     void aClosingDuringTheRampUp_neverRaisesThePower() {
         bench_.setParam("increase_time", 1000);
         bench_.setParam("stay_time", 0);

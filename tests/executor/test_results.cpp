@@ -78,6 +78,16 @@ private slots:
         QVERIFY(texts.contains("enter zone! moveL:  [1,0,0]"));
     }
 
+    void aPauseInTheMomentTheZoneIsEntered_isAPause() {
+        bench_.robot.zoneLeadMs = 120;
+        bench_.load(R"([{"type":"moveL","zone":2,"point":{"trans":[1,0,0]}},{"type":"close"}])");
+        // Due together with the poll that ends the wait, and after it: the walk has not gone on yet.
+        bench_.at(360, [] { QTimer::singleShot(40, executor, [] { test::ExecutorBench::pause(); }); });
+        bench_.run();
+        QCOMPARE(bench_.resumeLine(), 0);
+        QCOMPARE(bench_.state(), QString("idle"));
+    }
+
     void anErrorAfterTheZone_failsTheMovesQueuedBehindIt() {
         bench_.robot.zoneLeadMs = 300;
         bench_.load(R"([{"type":"moveL","zone":2,"point":{"trans":[1,0,0]}},{"type":"close"},
