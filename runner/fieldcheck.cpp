@@ -36,10 +36,10 @@ const Fields& moveFields(const QString& type) {
     return type == QLatin1String("moveL") ? linear : arc;
 }
 
-/// A statement that names an input or output, either by its own name or as a register bit.
+/// A statement that names an input or output by its own name, or else as a register bit.
 Fields signalFields(const QJsonObject& statement, QLatin1String kind, const Fields& io, const Fields& bit) {
     Fields fields = {{kind, Kind::Text}};
-    const bool isIo = statement.value(kind).toString(QStringLiteral("IO")) == QLatin1String("IO");
+    const bool isIo = statement.value(kind).toString() == QLatin1String("IO");
     return joined(fields, isIo ? io : bit);
 }
 

@@ -7,6 +7,8 @@
 #include <QFileInfo>
 #include <QJsonDocument>
 
+#include <algorithm>
+
 namespace run {
 
 namespace {
@@ -17,6 +19,12 @@ bool isSpace(char c) {
 
 bool endsNumber(char c) {
     return isSpace(c) || c == ',' || c == ']' || c == '}' || c == ':';
+}
+
+/// Whether a text that is JSON holds one plain value, which Qt's parser does not take as a document.
+bool isPlain(const QByteArray& text) {
+    const QByteArray bare = text.trimmed();
+    return !bare.startsWith('[') && !bare.startsWith('{');
 }
 
 QByteArray withoutMark(const QByteArray& text) {
@@ -45,41 +53,53 @@ std::optional<JsonText> JsonText::parse(const QByteArray& text, const QString& s
     json.text_ = withoutMark(text);
     QJsonParseError error;
     const QJsonDocument document = QJsonDocument::fromJson(json.text_, &error);
-    if (error.error != QJsonParseError::NoError) {
-        const std::optional<JsonFault> fault = findJsonFault(json.text_);
-        *problem =
-            fault
-                ? json.problemAtOffset(fault->offset, QStringLiteral("no JSON: expected ") + fault->expected)
-                : json.problemAtOffset(error.offset, QStringLiteral("no JSON: ") + error.errorString());
-        return std::nullopt;
-    }
+    const bool parsed = error.error == QJsonParseError::NoError;
+    const std::optional<JsonFault> fault = parsed ? std::nullopt : findJsonFault(json.text_);
     int pos = json.skipSpace(0);
-    if (!document.isArray()) {
+    if (fault)
+        *problem =
+            json.problemAtOffset(fault->offset, QStringLiteral("no JSON: expected ") + fault->expected);
+    else if (!parsed && !isPlain(json.text_))
+        *problem = json.problemAtOffset(error.offset, QStringLiteral("no JSON: ") + error.errorString());
+    else if (!document.isArray())
         *problem = json.problemAtOffset(pos, QStringLiteral("holds no array"));
+    if (!document.isArray())
         return std::nullopt;
-    }
     json.array_ = document.array();
     json.elements_.reserve(std::size_t(json.array_.size()));
+    Place place;
     for (int i = 0; i < json.array_.size(); ++i) {
         pos = json.skipSpace(pos + 1);  // behind the bracket or comma
-        json.elements_.push_back(pos);
+        place = json.placeFrom(place, pos);
+        json.elements_.push_back(place);
         pos = json.skipSpace(json.skipValue(pos));
     }
     return json;
 }
 
+/// The place at `offset`, which does not lie before another one.
+JsonText::Place JsonText::placeFrom(const Place& before, int offset) const {
+    const QByteArray between = text_.mid(before.offset, offset - before.offset);
+    const int newline = between.lastIndexOf('\n');
+    const int columns = QString::fromUtf8(between.mid(newline + 1)).size();
+    return {offset, before.line + between.count('\n'), newline < 0 ? before.column + columns : columns + 1};
+}
+
+// From the element before it: a project may be one long line.
 Problem JsonText::problemAtOffset(int offset, const QString& reason) const {
-    const QByteArray before = text_.left(offset);
-    const int lineStart = before.lastIndexOf('\n') + 1;
-    return {file_, before.count('\n') + 1, QString::fromUtf8(before.mid(lineStart)).size() + 1, reason};
+    const auto behind =
+        std::upper_bound(elements_.begin(), elements_.end(), offset,
+                         [](int wanted, const Place& element) { return wanted < element.offset; });
+    const Place place = placeFrom(behind == elements_.begin() ? Place() : *(behind - 1), offset);
+    return {file_, place.line, place.column, reason};
 }
 
 Problem JsonText::problemAt(int element, const QString& reason) const {
-    return problemAtOffset(elements_[std::size_t(element)], reason);
+    return problemAtOffset(elements_[std::size_t(element)].offset, reason);
 }
 
 Problem JsonText::problemAt(int element, const QString& path, const QString& reason) const {
-    int pos = elements_[std::size_t(element)];
+    int pos = elements_[std::size_t(element)].offset;
     for (const QString& key : path.split(QLatin1Char('.'))) {
         const std::optional<int> value = findEntry(pos, key);
         if (!value)
@@ -150,7 +170,7 @@ std::optional<int> JsonText::findEntry(int object, const QString& key) const {
 }
 
 QByteArray JsonText::compact(int element) const {
-    int pos = elements_[std::size_t(element)];
+    int pos = elements_[std::size_t(element)].offset;
     const int end = skipValue(pos);
     QByteArray out;
     while (pos < end) {

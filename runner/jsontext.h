@@ -35,6 +35,13 @@ public:
     QByteArray compact(int element) const;
 
 private:
+    /// A place in the text; lines and columns count from 1, columns in UTF-16 units.
+    struct Place {
+        int offset = 0;
+        int line = 1;
+        int column = 1;
+    };
+    Place placeFrom(const Place& before, int offset) const;
     Problem problemAtOffset(int offset, const QString& reason) const;
     int skipSpace(int pos) const;
     int skipString(int pos) const;
@@ -44,7 +51,7 @@ private:
     QString file_;
     QByteArray text_;
     QJsonArray array_;
-    std::vector<int> elements_;  ///< offset of each element
+    std::vector<Place> elements_;  ///< where each element begins
 };
 
 }  // namespace run

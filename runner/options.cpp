@@ -77,7 +77,23 @@ bool readScenario(Options& o, const QString& text, QString* why) {
     return fileName(text, &o.scenario, why);
 }
 
+bool readLine(Options& o, const QString& text, QString* why) {
+    o.lineGiven = true;
+    return wholeNumber(text, 1, &o.line, why);
+}
+
+bool readSettings(Options& o, const QString& text, QString* why) {
+    o.settingsName = text;
+    return fileName(text, &o.settings, why);
+}
+
+bool readVcd(Options& o, const QString& text, QString* why) {
+    o.vcdName = text;
+    return fileName(text, &o.vcd, why);
+}
+
 bool readTrace(Options& o, const QString& text, QString* why) {
+    o.traceName = text;
     if (text != QLatin1String("-"))
         return fileName(text, &o.trace, why);
     o.trace = text;
@@ -100,7 +116,7 @@ bool readPoint(Options& o, const QString& text, QString* why) {
 const Option kOptions[] = {
     {"settings", "DIR",
      "folder of the settings files, the package's working directory\n(default: the project's folder)",
-     [](Options& o, const QString& v, QString* why) { return fileName(v, &o.settings, why); }},
+     readSettings},
     {"language", "cn|en|ru", "language of the panel (en)",
      [](Options& o, const QString& v, QString* why) {
          o.language = v;
@@ -117,8 +133,7 @@ const Option kOptions[] = {
      [](Options& o, const QString& v, QString* why) { return onOff(v, &o.weld, why); }},
     {"hand-weld", "on|off", "the hand welding switch (off)",
      [](Options& o, const QString& v, QString* why) { return onOff(v, &o.handWeld, why); }},
-    {"line", "N", "line to start at, from 1 (1)",
-     [](Options& o, const QString& v, QString* why) { return wholeNumber(v, 1, &o.line, why); }},
+    {"line", "N", "line to start at, from 1 (1)", readLine},
     {"once", "N", "a single step of line N instead of a run", readOnce},
     {"axes", "6|7", "axes of the robot (6)",
      [](Options& o, const QString& v, QString* why) {
@@ -138,8 +153,7 @@ const Option kOptions[] = {
     {"trace", "FILE", "write the trace; \"-\" for standard output", readTrace},
     {"posture", "", "trace the robot's posture, every 10 ms while it moves",
      [](Options& o, const QString&, QString*) { return o.posture = true; }},
-    {"vcd", "FILE", "write the signals as a value change dump",
-     [](Options& o, const QString& v, QString* why) { return fileName(v, &o.vcd, why); }},
+    {"vcd", "FILE", "write the signals as a value change dump", readVcd},
     {"quiet", "", "neither progress nor table",
      [](Options& o, const QString&, QString*) { return o.quiet = true; }},
     {"point", "X,Y,Z,RX,RY,RZ", "print the record of a point (mm, degrees) and end", readPoint},
@@ -182,14 +196,14 @@ QString complete(Options& options, const QStringList& files) {
         return {};
     if (files.size() != 1 || files.first().isEmpty())
         return QStringLiteral("expected one project file, got %1, see --help").arg(files.size());
-    if (options.once && options.line != 1)
+    if (options.once && options.lineGiven)
         return QStringLiteral("--line and --once exclude each other");
     options.projectName = files.first();
     options.project = QFileInfo(files.first()).absoluteFilePath();
     if (options.settings.isEmpty())
         options.settings = QFileInfo(options.project).absolutePath();
     else if (!QFileInfo(options.settings).isDir())
-        return QStringLiteral("--settings %1 is no folder").arg(options.settings);
+        return QStringLiteral("--settings %1 is no folder").arg(options.settingsName);
     return {};
 }
 

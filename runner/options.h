@@ -14,12 +14,14 @@ namespace run {
 struct Options {
     QString project, projectName;
     QString settings;  ///< working directory of the package, the project's folder by default
+    QString settingsName;
     QString language = QStringLiteral("en");
     QString mode = QStringLiteral("auto");
     bool power = true;
     bool weld = true;
     bool handWeld = false;
     int line = 1;             ///< start line, from 1
+    bool lineGiven = false;   ///< whether the caller named it
     std::optional<int> once;  ///< a single step of this line, from 1
     int axes = 6;
     bool writeMulti = true;
@@ -27,9 +29,9 @@ struct Options {
     int ackMs = 0;
     int untilMs = 3600000;
     bool realtime = false;
-    QString trace;  ///< "-" for standard output; empty: none
+    QString trace, traceName;  ///< "-" for standard output; empty: none
     bool posture = false;
-    QString vcd;
+    QString vcd, vcdName;
     bool quiet = false;
     std::vector<double> point;  ///< six numbers, mm and degrees; empty: not asked for
     bool help = false;

@@ -11,11 +11,12 @@ namespace run {
 
 namespace {
 
+/// Numbers as fine as the posture's; + 0.0 turns -0 into 0.
 template <typename Numbers>
-void writeList(JsonWriter& writer, const QString& key, const Numbers& numbers) {
+void writeList(JsonWriter& writer, const QString& key, const Numbers& numbers, double perUnit) {
     writer.key(key).beginArray();
     for (const double number : numbers)
-        writer.number(number);
+        writer.number(std::round(number * perUnit) / perUnit + 0.0);
     writer.endArray();
 }
 
@@ -23,6 +24,7 @@ void writeList(JsonWriter& writer, const QString& key, const Numbers& numbers) {
 
 std::optional<QByteArray> pointRecord(const std::vector<double>& pose, int axes, Problem* problem) {
     constexpr double kMmPerM = 1000.0;
+    constexpr double kPerM = 1e9;
     constexpr double kPerRad = 1e11;
     const sim::Arm arm(axes);
     sim::Pose target;
@@ -38,15 +40,11 @@ std::optional<QByteArray> pointRecord(const std::vector<double>& pose, int axes,
                               : QStringLiteral("--point: the point is out of the arm's reach");
         return std::nullopt;
     }
-    sim::Joints nearJoints = *joints;
-    for (double& angle : nearJoints) {
-        angle = std::round(angle * kPerRad) / kPerRad + 0.0;  // as fine as the posture; + 0.0 turns -0 into 0
-    }
     JsonWriter writer;
     writer.beginObject();
-    writeList(writer, QStringLiteral("trans"), target.trans);
-    writeList(writer, QStringLiteral("rot"), target.rot);
-    writeList(writer, QStringLiteral("near"), nearJoints);
+    writeList(writer, QStringLiteral("trans"), target.trans, kPerM);
+    writeList(writer, QStringLiteral("rot"), target.rot, kPerRad);
+    writeList(writer, QStringLiteral("near"), *joints, kPerRad);
     return writer.endObject().take();
 }
 

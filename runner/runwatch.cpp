@@ -6,9 +6,6 @@ namespace run {
 
 namespace {
 
-constexpr int kStationRun = 1;
-constexpr int kSingleStep = 2;
-
 const QString kFinished = QStringLiteral("finished");
 
 }  // namespace
@@ -20,9 +17,12 @@ RunWatch::RunWatch(TreeFollower* follower, QObject* parent) : QObject(parent) {
 // Each notification arrives here before the executor acts on it, so what is first seen in a run is
 // what ended it: a motion error stores the point of the pause without a trigger or a loss of power.
 void RunWatch::onChanged(const Change& change) {
-    if (change.path == QLatin1String("lumo.execute.state")) {
-        if (change.byExecutor())
-            onState(change.value.toString());
+    if (change.path == QLatin1String("lumo.execute.trigger.start")) {
+        stepAsked_ = false;
+    } else if (change.path == QLatin1String("lumo.execute.trigger.once")) {
+        stepAsked_ = true;
+    } else if (change.path == QLatin1String("lumo.execute.state")) {
+        onState(change);
     } else if (change.path == QLatin1String("lumo.execute.trigger.pause")) {
         end(QStringLiteral("paused"));
     } else if (change.path == QLatin1String("kord.r.power")) {
@@ -32,14 +32,29 @@ void RunWatch::onChanged(const Change& change) {
         if (change.byExecutor())
             end(QStringLiteral("error"));
     } else if (change.byExecutor()) {
-        count(change);
+        onProgress(change);
     }
 }
 
-void RunWatch::onState(const QString& state) {
-    running_ = state == QLatin1String("busy");
-    if (running_)
+void RunWatch::onState(const Change& change) {
+    const bool busy = change.value.toString() == QLatin1String("busy");
+    if (!change.byExecutor()) {
+        // It stops a walk at its next line, and has nothing to stop in a single step.
+        if (!busy && !step_)
+            end(QStringLiteral("error"));
+        return;
+    }
+    running_ = busy;
+    if (running_) {
         reason_ = kFinished;
+        step_ = stepAsked_;
+    }
+}
+
+// A failed motion pauses a walk, which is seen above; the executor does not look at a step's result.
+void RunWatch::motionEnded(int code) {
+    if (step_ && code < 0)
+        end(QStringLiteral("error"));
 }
 
 void RunWatch::end(const QString& reason) {
@@ -47,16 +62,22 @@ void RunWatch::end(const QString& reason) {
         reason_ = reason;
 }
 
-void RunWatch::count(const Change& change) {
-    const bool step = runMode_ && *runMode_ == kSingleStep;
-    if (change.path != QLatin1String(step ? "lumo.execute.line" : "lumo.current.line"))
-        return;
+void RunWatch::onProgress(const Change& change) {
+    if (step_) {
+        if (change.path == QLatin1String("lumo.execute.line")) {
+            const mendo::ModuleObject* statement = m(QStringLiteral("lumo.program"))->c(change.value.toInt());
+            begin(change.value.toInt(), statement->r(QStringLiteral("type"))->getString());
+        }
+    } else if (change.path == QLatin1String("lumo.current.line")) {
+        line_ = change.value.toInt();
+    } else if (change.path == QLatin1String("lumo.current.programtype")) {
+        begin(line_, change.value.toString());
+    }
+}
+
+void RunWatch::begin(int line, const QString& type) {
     ++lines_;
-    const bool station = runMode_ && *runMode_ == kStationRun;
-    const int line = change.value.toInt();
-    const mendo::ModuleObject* program =
-        m(station ? QStringLiteral("lumo.signalbind_program") : QStringLiteral("lumo.program"));
-    emit lineBegun(line, program->c(line)->r(QStringLiteral("type"))->getString());
+    emit lineBegun(line, type);
 }
 
 }  // namespace run

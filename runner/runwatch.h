@@ -12,10 +12,7 @@ namespace run {
 class RunWatch : public QObject {
     Q_OBJECT
 public:
-    /// `runMode`: the package's run mode, looked at for single steps.
-    RunWatch(TreeFollower* follower, QObject* parent = nullptr);
-
-    void setRunMode(const int* runMode) { runMode_ = runMode; }
+    explicit RunWatch(TreeFollower* follower, QObject* parent = nullptr);
 
     /// "finished", "paused", "error" or "power" of the last run that was accepted; "refused" when
     /// none was.
@@ -23,19 +20,25 @@ public:
     /// Statements executed so far.
     int lines() const { return lines_; }
 
+    /// The controller reports a motion's result.
+    void motionEnded(int code);
+
 signals:
     /// A statement begins; `line` counts from 0.
     void lineBegun(int line, const QString& type);
 
 private:
     void onChanged(const Change& change);
-    void onState(const QString& state);
+    void onState(const Change& change);
     void end(const QString& reason);
-    void count(const Change& change);
+    void onProgress(const Change& change);
+    void begin(int line, const QString& type);
 
-    const int* runMode_ = nullptr;
+    bool stepAsked_ = false;  ///< the trigger that was written last is the one for a single step
+    bool step_ = false;       ///< the run that was accepted last is a single step
     bool running_ = false;
     QString reason_ = QStringLiteral("refused");
+    int line_ = -1;  ///< the walk's, its type is still to come
     int lines_ = 0;
 };
 

@@ -2,6 +2,8 @@
 
 #include "simulator/controller.h"
 
+#include <QDir>
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -171,6 +173,15 @@ std::optional<Scenario> Scenario::fromText(const JsonText& text, const QStringLi
     std::stable_sort(scenario.entries_.begin(), scenario.entries_.end(),
                      [](const ScenarioEntry& a, const ScenarioEntry& b) { return a.atMs < b.atMs; });
     return scenario;
+}
+
+QStringList Scenario::files(const QString& folder) const {
+    QStringList names;
+    for (const ScenarioEntry& entry : entries_) {
+        if (entry.action == Action::Load)
+            names.append(QDir(folder).absoluteFilePath(entry.keys.value(QStringLiteral("file")).toString()));
+    }
+    return names;
 }
 
 }  // namespace run

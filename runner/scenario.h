@@ -52,6 +52,8 @@ public:
 
     /// In the order in which they are applied: by time, then as the file has them.
     const std::vector<ScenarioEntry>& entries() const { return entries_; }
+    /// The projects that "load" names, taken relative to a folder.
+    QStringList files(const QString& folder) const;
 
 private:
     std::vector<ScenarioEntry> entries_;

@@ -5,6 +5,7 @@
 #include "mendo/clock.h"
 #include "mendo/log.h"
 #include "mendo/modulemanager.h"
+#include "runner/outputcheck.h"
 #include "simulator/cell.h"
 #include "simulator/controller.h"
 #include "simulator/virtualtime.h"
@@ -36,6 +37,10 @@ QString waitingText(const QObject* executor) {
     const int line = detail.toInt(&isLine);
     const QString what = isLine ? QStringLiteral("line %1").arg(line + 1) : detail.toString();
     return what.isEmpty() ? kind : QStringLiteral("%1 (%2)").arg(kind, what);
+}
+
+void printFileError(const QString& option, const QString& file, const QString& error) {
+    printError(QStringLiteral("%1 %2: %3").arg(option, file, error));
 }
 
 }  // namespace
@@ -93,26 +98,32 @@ bool Session::readInput() {
         printError(problem.text());
         return false;
     }
-    player_ = std::make_unique<ScenarioPlayer>(*scenario, &hand_, bench_->controller(), bench_->cell(),
-                                               QFileInfo(options_.project).absolutePath());
+    const QString folder = QFileInfo(options_.project).absolutePath();
+    const QString fault = outputFault(options_, scenario->files(folder));
+    if (!fault.isEmpty()) {
+        printError(fault);
+        return false;
+    }
+    player_ =
+        std::make_unique<ScenarioPlayer>(*scenario, &hand_, bench_->controller(), bench_->cell(), folder);
     return true;
 }
 
 bool Session::openFiles() {
+    status_ = kFailed;
     QString error;
     if (!options_.trace.isEmpty() && !trace_.open(options_.trace, &error)) {
-        printError(QStringLiteral("--trace: ") + error);
+        printFileError(QStringLiteral("--trace"), options_.traceName, error);
         return false;
     }
     if (!options_.vcd.isEmpty() && !vcd_.open(options_.vcd, &error)) {
-        printError(QStringLiteral("--vcd: ") + error);
+        printFileError(QStringLiteral("--vcd"), options_.vcdName, error);
         return false;
     }
     return true;
 }
 
 bool Session::setUp() {
-    status_ = kFailed;
     messages_ = std::make_unique<MessageWatch>(options_.ackMs);
     if (vcd_.isOpen())
         vcdRecorder_ = std::make_unique<VcdRecorder>(&vcd_, bench_->controller(), bench_->cell(), &follower_,
@@ -122,7 +133,6 @@ bool Session::setUp() {
         printError(error);
         return false;
     }
-    watch_.setRunMode(bench_->runMode());
     hand_.setRunMode(bench_->runMode());
     for (const Problem& warning : project_->warnings(m(QStringLiteral("lumo.param"))->cmobjCount()))
         printWarning(warning.text());
@@ -135,6 +145,8 @@ void Session::connectEnds() {
     const sim::Controller* controller = bench_->controller();
     connect(controller, &sim::Controller::motion, this, &Session::scheduleCheck);
     connect(controller, &sim::Controller::result, this, &Session::scheduleCheck);
+    connect(controller, &sim::Controller::result, &watch_,
+            [this](const QString&, int, int code) { watch_.motionEnded(code); });
     connect(controller, &sim::Controller::postureMoved, this, &Session::scheduleCheck);
     connect(bench_->executor(), SIGNAL(activityChanged()), this, SLOT(scheduleCheck()));
     connect(&hand_, &Hand::released, this, &Session::scheduleCheck);
@@ -200,7 +212,9 @@ qint64 Session::elapsedMs() const {
 
 /// The time limit's own timer must not hide that nothing else is pending.
 void Session::onAboutToBlock() {
-    if (startMs_ && !finished_ && sim::VirtualTime::instance()->armedTimers(&until_) == 0)
+    if (!startMs_ || finished_ || player_->isPending())
+        return;  // entries that are left have their timers, not to be counted for each of them
+    if (sim::VirtualTime::instance()->armedTimers(&until_) == 0)
         QMetaObject::invokeMethod(
             this, [this] { checkStall(); }, Qt::QueuedConnection);
 }
@@ -288,10 +302,10 @@ bool Session::closeFiles() {
     QString error;
     const bool traced = trace_.close(&error);
     if (!traced)
-        printError(QStringLiteral("--trace: ") + error);
+        printFileError(QStringLiteral("--trace"), options_.traceName, error);
     const bool dumped = vcd_.close(elapsedMs(), &error);
     if (!dumped)
-        printError(QStringLiteral("--vcd: ") + error);
+        printFileError(QStringLiteral("--vcd"), options_.vcdName, error);
     return traced && dumped;
 }
 

@@ -38,6 +38,7 @@ bool Change::byExecutor() const {
 
 TreeFollower::TreeFollower(QObject* parent) : QObject(parent) {
     kordservice();  // makes the robot's nodes
+    connect(m(kRobot), &ModuleObject::added, this, &TreeFollower::onAdded);
     for (ModuleObject* node : m(kRobot)->cmobjs())
         follow(node);
     connect(m()->root(), &ModuleObject::added, this, &TreeFollower::onRootAdded);
@@ -57,20 +58,23 @@ void TreeFollower::followPackage() {
         follow(m(path));
 }
 
-void TreeFollower::follow(ModuleObject* node) {
+void TreeFollower::follow(ModuleObject* node, Elements elements) {
     if (node->isNull())
         return;
     connect(node, &ModuleObject::changed, this, &TreeFollower::onChanged, Qt::UniqueConnection);
     connect(node, &ModuleObject::added, this, &TreeFollower::onAdded, Qt::UniqueConnection);
-    if (node->isList())
+    if (node->isList() && elements == Elements::Skip)
         return;
     for (ModuleObject* child : node->cmobjs())
-        follow(child);
+        follow(child, elements);
 }
 
 void TreeFollower::followElement(const QString& path) {
-    if (isFollowed(path))
-        follow(m(path));
+    QString there = path;
+    while (isFollowed(there) && m(there)->isNull())
+        there.truncate(there.lastIndexOf(QLatin1Char('.')));
+    if (isFollowed(there))
+        follow(m(there));
 }
 
 void TreeFollower::onChanged(const QVariant& value, const QVariant& oldValue, QObject* from) {
@@ -83,10 +87,11 @@ void TreeFollower::onChanged(const QVariant& value, const QVariant& oldValue, QO
     emit changed({path, node, value, oldValue, from});
 }
 
+// What was made is told before its value is written. It came alone, not with a copied point.
 void TreeFollower::onAdded(const QString& name) {
-    auto* parent = qobject_cast<ModuleObject*>(sender());
-    if (isFollowed(parent->path()))
-        follow(parent->c(name));
+    ModuleObject* node = qobject_cast<ModuleObject*>(sender())->c(name);
+    if (isFollowed(node->path()))
+        follow(node, Elements::Follow);
 }
 
 }  // namespace run

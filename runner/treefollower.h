@@ -31,8 +31,9 @@ class TreeFollower : public QObject {
 public:
     explicit TreeFollower(QObject* parent = nullptr);
 
-    /// Follows the node at a path even where it is an element of a list, if it lies where this looks.
-    /// (Elements are left alone otherwise: they come and go with every copied point.)
+    /// Follows the node at a path, or the last part of the path that is there, even where it is an
+    /// element of a list, if it lies where this looks. (Elements that were there before are left
+    /// alone otherwise: they come and go with every copied point.)
     void followElement(const QString& path);
 
 signals:
@@ -41,7 +42,8 @@ signals:
 private:
     void onRootAdded(const QString& name);
     void followPackage();
-    void follow(mendo::ModuleObject* node);
+    enum class Elements { Skip, Follow };
+    void follow(mendo::ModuleObject* node, Elements elements = Elements::Skip);
     void onChanged(const QVariant& value, const QVariant& oldValue, QObject* sender);
     void onAdded(const QString& name);
 };

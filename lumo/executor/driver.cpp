@@ -7,6 +7,7 @@
 
 #include <QCoreApplication>
 #include <QDebug>
+#include <QScopedValueRollback>
 
 using namespace lumo;
 
@@ -19,7 +20,7 @@ constexpr int stationRun = 1;
 int lineFrom(const QVariant& var) {
     bool isNumber = false;
     const int line = var.toInt(&isNumber);
-    return isNumber ? line : -1;
+    return isNumber && var.type() != QVariant::Bool ? line : -1;
 }
 
 }  // namespace
@@ -187,13 +188,13 @@ void LumoExecutor::openAgain(const Run& run, int line) {
 }
 
 void LumoExecutor::endWeldOfWalk(bool reachedEnd) {
-    if (!reachedEnd) {
-        // Somebody wrote the state: the walk ends like a pause, and the weld can be resumed.
-        if (weld_ != Weld::Dark) {
-            closeLaser();
-        }
-    } else if (m(key::weldOpen)->getBool(false)) {
+    // Asks the laser too, not only the flag: others may write that.
+    const bool flagged = m(key::weldOpen)->getBool(false);
+    if (weld_ != Weld::Dark || (reachedEnd && flagged)) {
         closeLaser();
+    }
+    // Where somebody wrote the state the walk ends like a pause, and the weld can be resumed.
+    if (reachedEnd && flagged) {
         setWeldFlag(false);
     }
 }
@@ -319,8 +320,11 @@ void LumoExecutor::endRun() {
 
 void LumoExecutor::pause() {
     qDebug() << "pause";
+    if (stopping_) {
+        return;  // the stop does all that a pause would, and must not wait for its closing
+    }
+    const int mine = ++aborts_;
     changeDepth(+1);
-    ++aborts_;
     // The robot may still say "idle" just after motions were handed over.
     if (m(key::robotState)->getString() != word::idle || outstanding() > 0) {
         kordservice()->command(this, command::stop, static_cast<const ModuleObject*>(nullptr));
@@ -328,7 +332,9 @@ void LumoExecutor::pause() {
     forgetMotions();
     waiter_.end(WaitEnd::Abort);
     m(key::currentPausePoint)->copyFrom(this, kordservice()->get(this, key::posture), true, false);
-    closeLaser();
+    if (mine == aborts_) {  // else somebody who heard of this stopped everything meanwhile
+        closeLaser();
+    }
     setState(word::idle);
     changeDepth(-1);
 }
@@ -339,8 +345,9 @@ void LumoExecutor::estop(const QVariant& var) {
     }
     if (!isIdle() || (run_ && !isAborted())) {
         emergencyStop();
-    } else if (pendingSteps() > 0 || waiter_.onStack()) {
+    } else if (pendingSteps() > 0 || closing_ == sequence_) {
         // The closing of a pause is still under way.
+        const QScopedValueRollback<bool> stopping(stopping_, true);
         ++aborts_;
         waiter_.end(WaitEnd::Abort);
         shutDown();
@@ -348,6 +355,7 @@ void LumoExecutor::estop(const QVariant& var) {
 }
 
 void LumoExecutor::emergencyStop() {
+    const QScopedValueRollback<bool> stopping(stopping_, true);
     ++aborts_;
     forgetMotions();
     waiter_.end(WaitEnd::Abort);

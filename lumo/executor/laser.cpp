@@ -4,6 +4,7 @@
 #include "module/keys.h"
 
 #include <algorithm>
+#include <utility>
 
 using namespace lumo;
 
@@ -30,8 +31,8 @@ int LumoExecutor::limitopenLaser(ModuleObject* stmt) {
         return 0;
     }
     const int mine = beginSequence();
-    if (mine != sequence_) {
-        return 0;
+    if (mine != sequence_ || !weldingPermitted()) {
+        return 0;  // whoever heard of what was settled may have stopped it or taken the permission back
     }
     weldCut_ = false;
     weld_ = Weld::Opening;
@@ -85,8 +86,14 @@ int LumoExecutor::openLaser() {
     }
     const qint64 enabledMs = nowMs();
     schedule_.add(enabledMs, openingPlan(params, rampStepMs()));
+    if (mine != sequence_) {
+        return 0;
+    }
     pulseTimer.start(std::max(1, openTime));
     emit activityChanged();
+    if (mine != sequence_) {
+        return 0;
+    }
     // Nothing but its time and the application's end shortens the dwell.
     if (waiter_.runPrivate(WaitKind::Dwell, QString::number(line_), enabledMs + std::max(0, stayTime)) ==
         WaitEnd::Quit) {
@@ -98,53 +105,65 @@ int LumoExecutor::openLaser() {
 int LumoExecutor::closeLaser() {
     // Below a wait that a pause has just ended no other wait can run: all steps count from now.
     const bool waitless = waiter_.onStack();
+    const int outer = std::exchange(closing_, sequence_ + 1);
     const int mine = beginSequence();
-    if (mine != sequence_) {
-        return 0;
+    if (mine == sequence_) {
+        runClosing(mine, waitless);
     }
+    closing_ = outer;
+    return 0;
+}
+
+void LumoExecutor::runClosing(int mine, bool waitless) {
     const LaserParams params = LaserParams::from(paramNode());
     const qint64 startMs = nowMs();
     if (!beginClosing(mine, startMs, params)) {
-        return 0;
+        return;
     }
     if (waitless) {
         schedule_.add(startMs, gasOffPlan(params.postFlowMs));
-        return 0;
+        return;
     }
     // These three are ended by their time; a pause or an emergency stop supersede the closing.
     waitFor(WaitKind::RampDown, startMs + params.decreaseMs);
     if (mine != sequence_) {
-        return 0;
+        return;
     }
     waitFor(WaitKind::CloseDelay, nowMs() + LaserParams::from(paramNode()).closeDelayMs);
     if (mine != sequence_) {
-        return 0;
+        return;
     }
-    const int postFlowMs = LaserParams::from(paramNode()).postFlowMs;
-    const qint64 flowMs = nowMs();
-    schedule_.add(flowMs, gasOffPlan(postFlowMs));
-    waitFor(WaitKind::PostFlow, flowMs + postFlowMs);
-    return 0;
+    const qint64 flowEndMs = nowMs() + LaserParams::from(paramNode()).postFlowMs;
+    schedule_.add(flowEndMs, gasOffPlan(0));
+    if (mine == sequence_) {
+        waitFor(WaitKind::PostFlow, flowEndMs);
+    }
 }
 
 bool LumoExecutor::beginClosing(int mine, qint64 startMs, const LaserParams& params) {
     weld_ = Weld::Dark;
     stopPulsing();
+    if (mine != sequence_) {
+        return false;
+    }
     writePort({DO_WIRE_PULLBACK, 1.0, Role::Progress});
     if (mine != sequence_) {
         return false;
     }
     schedule_.add(startMs, closingPlan(params, rampStepMs()));
-    return true;
+    return mine == sequence_;
 }
 
 void LumoExecutor::onPermission() {
-    if (weld_ == Weld::Dark || weldingPermitted()) {
+    if (weld_ == Weld::Dark || stopping_ || weldingPermitted()) {
         return;
     }
+    const bool wasOpen = weld_ == Weld::Open;
     const int mine = beginSequence();
-    weldCut_ = true;
-    setWeldFlag(false);
+    if (wasOpen) {  // an abandoned opening leaves the flag as it was
+        weldCut_ = true;
+        setWeldFlag(false);
+    }
     if (waiter_.waitsFor(WaitKind::PreFlow)) {
         waiter_.end(WaitEnd::Permission);
     }
@@ -215,8 +234,14 @@ int LumoExecutor::beginSequence() {
             return step.role == Role::SwitchOff && step.port == off.port;
         });
         if (wasPending) {
-            writePort(off);
+            settling_.push_back(off);
         }
+    }
+    // A list of its own: a sequence that somebody who hears of a write begins does the rest first.
+    while (!settling_.empty()) {
+        const PortStep off = settling_.front();
+        settling_.pop_front();
+        writePort(off);
     }
     return mine;
 }
@@ -225,6 +250,7 @@ void LumoExecutor::shutDown() {
     ++sequence_;
     weld_ = Weld::Dark;
     stopPulsing();
+    settling_.clear();
     schedule_.takeSteps();
     for (const PortStep& off : shutdownSteps()) {
         writePort(off);

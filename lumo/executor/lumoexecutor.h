@@ -15,6 +15,8 @@
 #include <QVariantMap>
 #include <QVector>
 
+#include <deque>
+
 /// Whether two positions (list nodes, metres) are less than `distanceM` apart.
 bool isNearTrans(const ModuleObject* a, const ModuleObject* b, double distanceM);
 
@@ -143,8 +145,10 @@ private:
     // Moves
     void setTrajectory(ModuleObject* args, ModuleObject* stmt);
     void queueMotion(ModuleObject* stmt, QLatin1String command, const ModuleObject* args);
-    int waitZone(ModuleObject* stmt, int motion);
+    int waitZone(ModuleObject* stmt);
     void testZone(ModuleObject* stmt, const QString& type, double radiusM, const ModuleObject* circleStart);
+    /// Gives the oldest outstanding motion its result and returns its number.
+    int settle(int code);
     int motionCode(WaitEnd end);
     void forgetMotions();
     [[nodiscard]] int outstanding() const { return motions_.size() - settled_; }
@@ -154,6 +158,7 @@ private:
     void onPermission();
     /// Begins a sequence: what earlier ones left is settled. The number tells who is superseded.
     int beginSequence();
+    void runClosing(int mine, bool waitless);
     /// Begins the closing that is sequence `mine`; false when it was superseded meanwhile.
     bool beginClosing(int mine, qint64 startMs, const LaserParams& params);
     void shutDown();
@@ -183,8 +188,11 @@ private:
     int awaited_ = -1;    ///< number of the motion whose wait is running
     int depth_ = 0;
     int aborts_ = 0;
+    bool stopping_ = false;  ///< an emergency stop is being done: no pause may come in between
     int sequence_ = 0;
-    QVector<Motion> motions_;  ///< since the last reset, pause or stop
+    std::deque<PortStep> settling_;  ///< switch-offs of superseded sequences still to be written
+    int closing_ = -1;               ///< number of the sequence whose closing is on the stack
+    QVector<Motion> motions_;        ///< since the last reset, pause or stop
     int settled_ = 0;
     Weld weld_ = Weld::Dark;
     bool weldCut_ = false;    ///< the weld under way was closed because permission was lost

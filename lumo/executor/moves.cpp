@@ -132,17 +132,27 @@ void LumoExecutor::handleMove(const QString& type, int code) {
         logW() << "unexpected move result!";
         return;
     }
-    const int motion = settled_++;
-    motions_[motion].settled = true;
-    motions_[motion].code = code;
+    int motion = settle(code);
     if (motions_.at(motion).zoneEnded) {
         logW() << "ignore move result!";
         zoneReached = false;
-        return;
+        if (code >= 0 || outstanding() == 0) {
+            return;
+        }
+        // The controller drops what was queued behind a failed motion: its result will not come.
+        logW() << "motions queued behind a failed one are lost!";
+        motion = settle(code);
     }
     if (motion == awaited_) {
         waiter_.end(WaitEnd::Result, code);
     }
+}
+
+int LumoExecutor::settle(int code) {
+    const int motion = settled_++;
+    motions_[motion].settled = true;
+    motions_[motion].code = code;
+    return motion;
 }
 
 void LumoExecutor::forgetMotions() {
@@ -178,7 +188,7 @@ int LumoExecutor::waitMoveing(ModuleObject* stmt, const QString& caller) {
     awaited_ = motion;
     int code = 0;
     if (IsLastMoveBeforeStop(stmt, caller)) {
-        code = waitZone(stmt, motion);
+        code = waitZone(stmt);
     } else {
         // Ended by the motion's result, a pause or an emergency stop.
         code = motionCode(waiter_.run(WaitKind::Move, QString::number(line_), -1));
@@ -194,7 +204,7 @@ int LumoExecutor::motionCode(WaitEnd end) {
     return end == WaitEnd::Result ? waiter_.resultCode() : 0;
 }
 
-int LumoExecutor::waitZone(ModuleObject* stmt, int motion) {
+int LumoExecutor::waitZone(ModuleObject* stmt) {
     const QString type = stmt->c(field::type, false)->getString(QString());
     const double radiusM = stmt->hasCmobj(field::zone, false)
                                ? stmt->c(field::zone, false)->getDouble(0.0) / mmPerM
@@ -209,11 +219,7 @@ int LumoExecutor::waitZone(ModuleObject* stmt, int motion) {
             [this, stmt, &type, radiusM, &circleStart] { testZone(stmt, type, radiusM, &circleStart); });
     poll.start(zonePollMs);
     // Ended by the tool entering the zone, the motion's result, a pause or an emergency stop.
-    const WaitEnd end = waiter_.run(WaitKind::Zone, QString::number(line_), -1);
-    if (end == WaitEnd::Zone) {
-        motions_[motion].zoneEnded = true;
-    }
-    return motionCode(end);
+    return motionCode(waiter_.run(WaitKind::Zone, QString::number(line_), -1));
 }
 
 void LumoExecutor::testZone(ModuleObject* stmt, const QString& type, double radiusM,
@@ -244,6 +250,7 @@ void LumoExecutor::testZone(ModuleObject* stmt, const QString& type, double radi
     const bool named = isArc || isCircle || type == statement::moveL;
     logE() << QStringLiteral("enter zone! %1: ").arg(named ? type : QString()) << asJson(current);
     zoneReached = true;
+    motions_[awaited_].zoneEnded = true;
     waiter_.end(WaitEnd::Zone);
 }
 

@@ -46,8 +46,11 @@ WaitEnd Waiter::run(WaitKind kind, const QString& detail, qint64 dueMs) {
     }
     schedule_.cancelWake(wake);
     onStack_ = false;
-    pop();
-    return reason_;
+    const WaitEnd reason = reason_;
+    const int code = code_;
+    pop();  // whoever hears of it may wait himself
+    code_ = code;
+    return reason;
 }
 
 WaitEnd Waiter::runPrivate(WaitKind kind, const QString& detail, qint64 dueMs) {

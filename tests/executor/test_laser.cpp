@@ -209,6 +209,23 @@ private slots:
                                                           "1500 DUTY 0", "1500 FREQ 0", "1500 PULL 1"}));
     }
 
+    void aPauseWhileTheNextRunSettles_switchesOffAtOnceToo() {
+        bench_.setParam("decrease_time", 2000);
+        bench_.load(weld(R"({"type":"delay","delaytime":5000})"));
+        bench_.at(1000, [] { test::ExecutorBench::pause(); });
+        bench_.run();
+        bench_.time.advance(50);
+        QObject scope;
+        bool paused = false;
+        connect(kordservice(), &KordService::issued, &scope, [&paused](const KordCall& call) {
+            if (call.name == QLatin1String("register.write") && !std::exchange(paused, true)) {
+                test::ExecutorBench::pause();
+            }
+        });
+        test::ExecutorBench::trigger("start", 1);
+        QCOMPARE(bench_.robot.offSince("LASER"), qint64(1050));
+    }
+
     void aClosingDuringTheRampUp_neverRaisesThePower() {
         bench_.setParam("increase_time", 1000);
         bench_.setParam("stay_time", 0);
@@ -232,6 +249,14 @@ private slots:
         QVERIFY(!bench_.weldFlag());
     }
 
+    void aWeldWhoseFlagSomebodyCleared_isClosedAtTheEnd() {
+        bench_.load(R"([{"type":"open"},{"type":"delay","delaytime":100}])");
+        bench_.at(450, [this] { m("lumo.current.openmiddlecolse")->setValue(this, false); });
+        bench_.run();
+        QCOMPARE(bench_.robot.offSince("LASER"), qint64(700));
+        QCOMPARE(executor->pendingSteps(), 0);
+    }
+
     void powerLoss_shutsDownInOneGo() {
         bench_.load(weld(R"({"type":"moveL"})"));
         bench_.at(310, [] { test::ScriptedRobot::setPower("off"); });
@@ -241,6 +266,20 @@ private slots:
                          "310 DUTY 0", "310 FREQ 0", "310 GAS 0"}));
         bench_.settle();
         QCOMPARE(executor->pendingSteps(), 0);
+    }
+
+    void aPauseInsideAnEmergencyStop_doesNotDelayIt() {
+        bench_.load(weld(R"({"type":"moveL"})"));
+        QObject scope;
+        connect(executor, &LumoExecutor::activityChanged, &scope, [this] {
+            if (bench_.robot.nowMs() == 310 && m("kord.r.power")->getString() == "off") {
+                test::ExecutorBench::pause();
+            }
+        });
+        bench_.at(310, [] { test::ScriptedRobot::setPower("off"); });
+        bench_.run();
+        QCOMPARE(bench_.robot.offSince("LASER"), qint64(310));
+        QCOMPARE(bench_.robot.firstTime("PULL 1"), qint64(-1));
     }
 
     void powerLossAfterAPause_shutsDownToo() {

@@ -110,6 +110,20 @@ private slots:
         QVERIFY(!bench_.weldFlag());
     }
 
+    void lostWhileTheOpeningSettles_nothingIsOpened() {
+        bench_.setParam("move_wire_time", 900);
+        bench_.load(R"([{"type":"open"},{"type":"close"},{"type":"open"},{"type":"close"}])");
+        QObject scope;
+        connect(kordservice(), &KordService::issued, &scope, [this](const KordCall&) {
+            if (!bench_.robot.log().isEmpty() && bench_.robot.log().last() == QLatin1String("1000 PULL 0")) {
+                setSwitch("weldbtn", false);
+            }
+        });
+        bench_.run();
+        QCOMPARE(bench_.robot.log().filter("GAS 1"), QStringList{"0 GAS 1"});
+        QCOMPARE(bench_.robot.output("LASER"), 0.0);
+    }
+
     void aParamWhileThatClosingRuns_doesNotRaiseThePower() {
         bench_.setParam("power", 90, 1);
         bench_.load(

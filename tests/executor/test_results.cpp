@@ -2,6 +2,7 @@
 #include "module/globals.h"
 #include "support/executorbench.h"
 
+#include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -77,6 +78,28 @@ private slots:
         QVERIFY(texts.contains("enter zone! moveL:  [1,0,0]"));
     }
 
+    void aPauseInTheMomentTheZoneIsEntered_isAPause() {
+        bench_.robot.zoneLeadMs = 120;
+        bench_.load(R"([{"type":"moveL","zone":2,"point":{"trans":[1,0,0]}},{"type":"close"}])");
+        // Due together with the poll that ends the wait, and after it: the walk has not gone on yet.
+        bench_.at(360, [] { QTimer::singleShot(40, executor, [] { test::ExecutorBench::pause(); }); });
+        bench_.run();
+        QCOMPARE(bench_.resumeLine(), 0);
+        QCOMPARE(bench_.state(), QString("idle"));
+    }
+
+    void anErrorAfterTheZone_failsTheMovesQueuedBehindIt() {
+        bench_.robot.zoneLeadMs = 300;
+        bench_.load(R"([{"type":"moveL","zone":2,"point":{"trans":[1,0,0]}},{"type":"close"},
+                        {"type":"moveL"},{"type":"delay"}])");
+        bench_.robot.setMode("manual");  // the close does nothing: the next move is queued in the zone
+        bench_.robot.codes = {-9};
+        bench_.at(300, [this] { bench_.robot.loseTheQueueAfterTheNextResult(); });
+        bench_.run();
+        QCOMPARE(bench_.boxes(), QStringList{"机器人运动错误：-0x9"});
+        QCOMPARE(bench_.resumeLine(), 2);
+    }
+
     void aMotionError_pausesAndIsReported_data() {
         QTest::addColumn<int>("code");
         QTest::addColumn<QString>("text");
@@ -136,6 +159,21 @@ private slots:
         QCOMPARE(bench_.robot.firstTime("out DO1 1"), qint64(-1));
         QCOMPARE(bench_.state(), QString("idle"));
         QCOMPARE(executor->depth(), 0);
+    }
+
+    void powerLostInsideAPause_leavesEverythingOff() {
+        bench_.load(R"([{"type":"open"},{"type":"moveL"},{"type":"close"}])");
+        QObject scope;
+        bool lost = false;
+        connect(kordservice(), &KordService::issued, &scope, [&lost](const KordCall& call) {
+            if (call.name == QLatin1String("move.stop") && !std::exchange(lost, true)) {
+                test::ScriptedRobot::setPower("off");
+            }
+        });
+        bench_.at(600, [] { test::ExecutorBench::pause(); });
+        bench_.run();
+        QVERIFY(bench_.robot.logBetween(600, 99999).filter(QRegularExpression(" [1-9]\\d*$")).isEmpty());
+        QCOMPARE(executor->pendingSteps(), 0);
     }
 
     void startsAreRefusedWhileTheDwellOfAPausedOpeningIsOnTheStack() {

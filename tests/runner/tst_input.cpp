@@ -18,6 +18,7 @@ private slots:
     void missingFileAndFolder();
     void warnings_data();
     void warnings();
+    void longProjectsAreCheckedInTime();
     void badScenario_data();
     void badScenario();
     void everyAction();
@@ -59,6 +60,8 @@ void RunnerInput::badProject_data() {
     QTest::newRow("out of range") << QByteArray("[1e999]") << "p.json:1:7: no JSON: illegal number";
     QTest::newRow("something behind") << QByteArray("[] x") << "p.json:1:4: no JSON";
     QTest::newRow("object") << QByteArray("\n {}") << "p.json:2:2: holds no array";
+    QTest::newRow("number") << QByteArray("\n 5") << "p.json:2:2: holds no array";
+    QTest::newRow("text") << QByteArray("\"x\"") << "p.json:1:1: holds no array";
     QTest::newRow("element") << QByteArray("[{\"type\":\"close\"},\n 5]")
                              << "p.json:2:2: element 2 is no object";
     QTest::newRow("no type") << QByteArray("[{\"execute\":true}]")
@@ -138,6 +141,12 @@ void RunnerInput::warnings_data() {
     QTest::newRow("output by bit")
         << QByteArray("\"type\":\"setDO\",\"execute\":true,\"DO_type\":\"register\",\"value\":\"true\"")
         << "lacks DO_reg.name, DO_reg.type, DO_reg.bias";
+    QTest::newRow("output of no kind")
+        << QByteArray("\"type\":\"setDO\",\"execute\":true,\"value\":\"true\",\"doName\":\"DO1\"")
+        << "lacks DO_type, DO_reg.name, DO_reg.type, DO_reg.bias";
+    QTest::newRow("input of no kind")
+        << QByteArray("\"type\":\"waitDI\",\"execute\":true,\"value1\":\"true\",\"diName\":\"DI1\"")
+        << "lacks DI_type, DI_reg.name, DI_reg.bias";
     QTest::newRow("input") << QByteArray("\"type\":\"waitDI\",\"execute\":true,\"DI_type\":\"IO\"")
                            << "lacks diName, value1";
     QTest::newRow("close") << QByteArray("\"type\":\"close\",\"execute\":false") << QString();
@@ -153,6 +162,22 @@ void RunnerInput::warnings() {
     QCOMPARE(int(found.size()), warning.isEmpty() ? 0 : 1);
     if (!warning.isEmpty())
         QVERIFY2(found.front().text().contains(warning), qPrintable(found.front().text()));
+}
+
+/// All on one line, with a warning for each statement: time that grows with the square of its
+/// length would be far beyond what a test is given.
+void RunnerInput::longProjectsAreCheckedInTime() {
+    constexpr int kStatements = 100000;
+    const QByteArray statement = R"({"type":"delay","execute":true,"delaytime":"500"},)";
+    QByteArray text = '[' + statement.repeated(kStatements);
+    text.back() = ']';
+    Problem problem;
+    const auto read = project(text, &problem);
+    QVERIFY2(read, qPrintable(problem.text()));
+    const std::vector<Problem> found = read->warnings(2);
+    QCOMPARE(int(found.size()), kStatements);
+    QCOMPARE(found.back().line, 1);
+    QCOMPARE(found.back().column, 2 + (kStatements - 1) * statement.size() + statement.indexOf("\"500\""));
 }
 
 void RunnerInput::badScenario_data() {

@@ -1,6 +1,9 @@
 #include "runner/options.h"
+#include "runner/outputcheck.h"
 
 #include <QtTest>
+
+#include <unistd.h>
 
 using run::Options;
 using run::parseOptions;
@@ -15,6 +18,8 @@ private slots:
     void badUsage_data();
     void badUsage();
     void helpNamesEveryOption();
+    void outputsDestroyNothing_data();
+    void outputsDestroyNothing();
 };
 
 void RunnerOptions::defaults() {
@@ -102,12 +107,14 @@ void RunnerOptions::badUsage_data() {
                             << "no number from 1";
     QTest::newRow("line and once") << "--once 1 --line 2 a.json"
                                    << "exclude";
+    QTest::newRow("line 1 and once") << "--line 1 --once=1 a.json"
+                                     << "exclude";
     QTest::newRow("ack") << "--ack x a.json"
                          << "no number from 0";
     QTest::newRow("until") << "--until= a.json"
                            << "no number from 0";
     QTest::newRow("settings") << "--settings no/such/folder a.json"
-                              << "is no folder";
+                              << "--settings no/such/folder is no folder";
     QTest::newRow("empty trace") << "--trace= a.json"
                                  << "names no file";
     QTest::newRow("stations") << "--stations x"
@@ -133,6 +140,59 @@ void RunnerOptions::helpNamesEveryOption() {
         "until realtime trace posture vcd quiet version help point");
     for (const QString& name : words.split(QLatin1Char(' ')))
         QVERIFY2(run::usage().contains(QStringLiteral("  --%1 ").arg(name)), qPrintable(name));
+}
+
+void RunnerOptions::outputsDestroyNothing_data() {
+    QTest::addColumn<QString>("line");
+    QTest::addColumn<QString>("fault");
+    QTest::newRow("files of their own") << "--trace t --vcd v" << QString();
+    QTest::newRow("neither") << "--settings set" << QString();
+    QTest::newRow("standard output") << "--trace - --vcd ./-" << QString();
+    QTest::newRow("project") << "--trace p.json"
+                             << "--trace p.json would overwrite";
+    QTest::newRow("project by another way") << "--vcd set/../p.json"
+                                            << "--vcd set/../p.json would overwrite";
+    QTest::newRow("project by a link") << "--trace soft"
+                                       << "--trace soft would overwrite";
+    QTest::newRow("project by its other name") << "--trace hard"
+                                               << "--trace hard would overwrite";
+    QTest::newRow("scenario") << "--scenario s.json --vcd s.json"
+                              << "--vcd s.json would overwrite";
+    QTest::newRow("no scenario here") << "--vcd s.json" << QString();
+    QTest::newRow("settings file") << "--settings set --trace set/lumo_port.json"
+                                   << "would overwrite";
+    QTest::newRow("settings file to be") << "--trace lumo_param.json"
+                                         << "would overwrite";
+    QTest::newRow("settings of others") << "--trace set/lumo_port.json" << QString();
+    QTest::newRow("project to load") << "--trace other.json"
+                                     << "would overwrite";
+    QTest::newRow("each other") << "--trace t --vcd set/../t"
+                                << "same file";
+    QTest::newRow("nowhere") << "--trace /dev/null --vcd /dev/null" << QString();
+}
+
+void RunnerOptions::outputsDestroyNothing() {
+    QFETCH(QString, line);
+    QFETCH(QString, fault);
+    const QTemporaryDir folder;
+    const QDir dir(folder.path());
+    QVERIFY(dir.mkdir(QStringLiteral("set")));
+    for (const QString& name : {QStringLiteral("p.json"), QStringLiteral("s.json"),
+                                QStringLiteral("set/lumo_port.json"), QStringLiteral("other.json")})
+        QVERIFY(QFile(dir.filePath(name)).open(QIODevice::WriteOnly));
+    const QString project = dir.filePath(QStringLiteral("p.json"));
+    QVERIFY(QFile::link(project, dir.filePath(QStringLiteral("soft"))));
+    QCOMPARE(::link(QFile::encodeName(project), QFile::encodeName(dir.filePath(QStringLiteral("hard")))), 0);
+
+    const QString before = QDir::currentPath();
+    QDir::setCurrent(folder.path());
+    Problem problem;
+    const auto options = parseOptions((line + QStringLiteral(" p.json")).split(QLatin1Char(' ')), &problem);
+    QDir::setCurrent(before);
+    QVERIFY2(options, qPrintable(problem.text()));
+    const QString found = run::outputFault(*options, {dir.filePath(QStringLiteral("other.json"))});
+    QCOMPARE(found.isEmpty(), fault.isEmpty());
+    QVERIFY2(found.contains(fault), qPrintable(found));
 }
 
 QTEST_GUILESS_MAIN(RunnerOptions)

@@ -9,6 +9,8 @@ class RunnerProgram : public QObject {
 private slots:
     void badInput_data();
     void badInput();
+    void filesThatCannotBeWritten_data();
+    void filesThatCannotBeWritten();
     void helpVersionAndPoint();
     void traceOnStandardOutputIsClean();
     void sameInputSameBytes();
@@ -18,6 +20,7 @@ private slots:
     void stalls();
     void boxesAreAnsweredAfterAWhile();
     void entriesOfOneTimeComeInOnePass();
+    void longScenariosAreReadInTime();
     void scenarioEntryStandsAsWritten();
     void loadReplacesTheProgram();
     void warningsDoNotStopTheRun();
@@ -152,7 +155,11 @@ void RunnerProgram::badInput_data() {
                                  << QByteArray("none.json: there is no such file");
     QTest::newRow("scenario") << QStringList{"p.json", "--scenario", "bad.json"}
                               << QByteArray("bad.json:1:2: entry 1: the key \"at\"");
-    QTest::newRow("no folder") << QStringList{"p.json", "--vcd", "none/a.vcd"} << QByteArray("--vcd: ");
+    QTest::newRow("trace onto the project")
+        << QStringList{"p.json", "--trace", "p.json"} << QByteArray("--trace p.json would overwrite");
+    QTest::newRow("trace onto a project to load")
+        << QStringList{"p.json", "--scenario", "load.json", "--trace", "bad.json"}
+        << QByteArray("--trace bad.json would overwrite");
     QTest::newRow("unreachable") << QStringList{"--point", "2000,0,0,180,0,0"}
                                  << QByteArray("out of the arm's reach");
 }
@@ -163,7 +170,9 @@ void RunnerProgram::badInput() {
     const Folder folder;
     folder.write(QStringLiteral("p.json"), seam());
     folder.write(QStringLiteral("bad.json"), "[{\"type\":\"close\"},\n {\"type\": \"weld\"}]");
-    if (!arguments.contains(QStringLiteral("--point")) && !arguments.contains(QStringLiteral("--vcd")))
+    folder.write(QStringLiteral("load.json"), R"([{"at":1,"do":"load","file":"bad.json"}])");
+    const QByteArray kept = folder.read(QStringLiteral("bad.json"));
+    if (!arguments.contains(QStringLiteral("--point")) && !arguments.contains(QStringLiteral("--trace")))
         arguments += QStringList{"--trace", "t.jsonl"};
     const Result result = folder.run(arguments);
     QCOMPARE(result.status, 2);
@@ -171,6 +180,33 @@ void RunnerProgram::badInput() {
     QCOMPARE(result.err.count('\n'), 1);
     QVERIFY2(result.err.contains(error), result.err.constData());
     QVERIFY(!folder.has(QStringLiteral("t.jsonl")));
+    QCOMPARE(folder.read(QStringLiteral("p.json")), seam());
+    QCOMPARE(folder.read(QStringLiteral("bad.json")), kept);
+}
+
+void RunnerProgram::filesThatCannotBeWritten_data() {
+    QTest::addColumn<QString>("option");
+    QTest::addColumn<QString>("file");
+    QTest::newRow("trace, no folder") << "--trace"
+                                      << "none/t.jsonl";
+    QTest::newRow("dump, no folder") << "--vcd"
+                                     << "none/a.vcd";
+    QTest::newRow("trace, full") << "--trace"
+                                 << "/dev/full";
+    QTest::newRow("dump, full") << "--vcd"
+                                << "/dev/full";
+}
+
+void RunnerProgram::filesThatCannotBeWritten() {
+    QFETCH(QString, option);
+    QFETCH(QString, file);
+    const Folder folder;
+    folder.write(QStringLiteral("p.json"), '[' + kDelay + ']');
+    const Result result = folder.run({"p.json", "--quiet", option, file});
+    QCOMPARE(result.status, 1);
+    QCOMPARE(result.err.count('\n'), 1);
+    QVERIFY2(result.err.startsWith("lumo-run: " + (option + ' ' + file).toUtf8() + ": "),
+             result.err.constData());
 }
 
 void RunnerProgram::helpVersionAndPoint() {
@@ -241,6 +277,11 @@ void RunnerProgram::outcomes_data() {
                                   << "error";
     QTest::newRow("out of time") << QByteArray("[]") << QStringList{"--until", "900"} << "until";
     QTest::newRow("single step") << QByteArray("[]") << QStringList{"--once", "1"} << "finished";
+    QTest::newRow("single step that fails") << QByteArray(R"([{"at":100,"do":"motionError","code":-1}])")
+                                            << QStringList{"--once", "1"} << "error";
+    QTest::newRow("state written by somebody else")
+        << QByteArray(R"([{"at":1200,"do":"set","path":"lumo.execute.state","value":"idle"}])") << none
+        << "error";
     QTest::newRow("step of no move") << QByteArray("[]") << QStringList{"--once", "2"} << "refused";
 }
 
@@ -307,6 +348,21 @@ void RunnerProgram::entriesOfOneTimeComeInOnePass() {
     for (const QJsonObject& input : result.of(QStringLiteral("input")))
         QCOMPARE(input.value(QStringLiteral("t")).toInt(), 2000);
     QCOMPARE(result.of(QStringLiteral("input")).size(), 2);
+}
+
+/// Time that grows with the square of the entries would be far beyond what a run is given.
+void RunnerProgram::longScenariosAreReadInTime() {
+    constexpr int kEntries = 150000;
+    QByteArray scenario = "[";
+    for (int i = 0; i < kEntries; ++i)
+        scenario += "{\"at\":" + QByteArray::number(i) + ",\"do\":\"weld\",\"value\":true},";
+    scenario.back() = ']';
+    const Folder folder;
+    folder.write(QStringLiteral("p.json"), '[' + kDelay + ']');
+    folder.write(QStringLiteral("s.json"), scenario);
+    const Result result = folder.run({"p.json", "--scenario", "s.json"});
+    QCOMPARE(result.status, 0);
+    QVERIFY2(result.out.contains("149.999 s"), result.out.constData());
 }
 
 void RunnerProgram::scenarioEntryStandsAsWritten() {

@@ -3,6 +3,8 @@
 #include "mendo/clock.h"
 #include "mendo/modulemanager.h"
 
+#include <utility>
+
 using mendo::ModuleObject;
 
 namespace test {
@@ -168,6 +170,9 @@ void ScriptedRobot::arrive() {
 void ScriptedRobot::finish() {
     const Motion motion = queue_.takeFirst();
     running_ = false;
+    if (std::exchange(losesQueue_, false)) {
+        queue_.clear();
+    }
     if (queue_.isEmpty()) {
         setState("idle");
     } else {

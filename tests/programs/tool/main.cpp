@@ -48,9 +48,14 @@ QSet<QByteArray> comparedKinds(const QDir& folder) {
     return kinds;
 }
 
+/// A case has a project of its own, or a file "project" that names one elsewhere.
+QString projectOf(const QDir& folder) {
+    return readWords(folder.filePath(QStringLiteral("project"))).value(0, QStringLiteral("project.json"));
+}
+
 std::optional<Outcome> runCase(const QString& runner, const QDir& folder) {
-    QStringList arguments = {QStringLiteral("project.json"), QStringLiteral("--quiet"),
-                             QStringLiteral("--trace"), QStringLiteral("-")};
+    QStringList arguments = {projectOf(folder), QStringLiteral("--quiet"), QStringLiteral("--trace"),
+                             QStringLiteral("-")};
     if (folder.exists(QStringLiteral("scenario.json")))
         arguments += {QStringLiteral("--scenario"), QStringLiteral("scenario.json")};
     arguments += readWords(folder.filePath(QStringLiteral("options")));
@@ -87,6 +92,9 @@ QByteArray judge(const QString& runner, const QDir& folder, bool accept) {
     const QByteArrayList actual = linesOfKinds(outcome->trace, comparedKinds(folder));
     if (outcome->status != expectedStatus(actual))
         return "exit status " + QByteArray::number(outcome->status) + " does not go with the trace" + errors;
+    // Warnings of the runner, and what a sanitizer complains of.
+    if (outcome->errors != readFile(folder.filePath(QStringLiteral("errors"))).value_or(QByteArray()))
+        return "standard error is not what the case expects" + errors;
     const QString path = folder.filePath(QStringLiteral("expected.jsonl"));
     if (accept)
         return writeExpected(path, actual) ? QByteArray() : QByteArray("expected.jsonl could not be written");

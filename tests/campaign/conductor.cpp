@@ -1,0 +1,153 @@
+#include "campaign/conductor.h"
+
+#include "executor/lumoexecutor.h"
+#include "module/globals.h"
+#include "module/keys.h"
+
+#include <algorithm>
+
+namespace campaign {
+
+namespace {
+
+constexpr int tickMs = 37;  // out of step with the executor's polls
+constexpr qint64 plannedLimitMs = 30000;
+constexpr qint64 givingLimitMs = 300000;
+constexpr int standingTicks = 20;
+
+}  // namespace
+
+Conductor::Conductor(World& world, Recorder& recorder, Performer& performer, const Scenario& scenario)
+    : world_(world), recorder_(recorder), performer_(performer), scenario_(scenario) {
+    connect(&tick_, &QTimer::timeout, this, &Conductor::tick);
+}
+
+void Conductor::begin() {
+    performer_.arm();
+    tick_.start(tickMs);
+}
+
+bool Conductor::atRest() const {
+    const Facts facts = Recorder::facts();
+    return facts.idle && facts.depth == 0 && facts.pending == 0 && world_.controller->standsStill();
+}
+
+void Conductor::enter(Course course) {
+    course_ = course;
+    sinceMs_ = recorder_.nowMs();
+}
+
+void Conductor::tick() {
+    checkWait();
+    const qint64 now = recorder_.nowMs();
+    switch (course_) {
+        case Course::Planned:
+            if (now > plannedLimitMs || (now > performer_.lastMs() + 200 && atRest())) {
+                performer_.stop();
+                world_.controller->setPower(true);
+                enter(Course::Giving);
+            }
+            break;
+        case Course::Giving:
+            if (atRest()) {
+                stopAll();
+            } else if (now > sinceMs_ + givingLimitMs) {
+                if (isHopeless()) {
+                    stopAll();
+                } else {
+                    complain(QStringLiteral("the run does not end"));
+                }
+            } else {
+                give();
+            }
+            break;
+        case Course::Stopping:
+            if (now > sinceMs_ + scenario_.endMs && atRest()) {
+                tick_.stop();
+                enter(Course::Over);
+            } else if (now > sinceMs_ + scenario_.endMs + closingMs()) {
+                tick_.stop();
+                stuck_(QStringLiteral("pause and power off did not bring the executor to rest"));
+            }
+            break;
+        case Course::Over:
+            break;
+    }
+}
+
+/// What is awaited cannot come: an input that the cell does not have, or a result that got lost.
+bool Conductor::isHopeless() const {
+    return performer_.mayLoseErrors() ||
+           executor->waiting().value(QStringLiteral("detail")).toString() == QLatin1String("DI99");
+}
+
+/// Each input takes both states, long enough for the executor's poll.
+void Conductor::give() {
+    if (executor->waiting().value(QStringLiteral("kind")).toString() != QLatin1String("input") ||
+        ++gifts_ % 5 != 0) {
+        return;
+    }
+    for (const char* input : {"DI1", "DI2", "FIXTURE_DI.#0", "FIXTURE_DI.#1"}) {
+        performer_.setInput(QString::fromLatin1(input), gifts_ % 2 == 0);
+    }
+}
+
+void Conductor::stopAll() {
+    enter(Course::Stopping);
+    // A pause may wait for its closing: not in the tick, which has to go on meanwhile.
+    QTimer::singleShot(0, Qt::PreciseTimer, this, [this] { performer_.pause(); });
+    QTimer::singleShot(scenario_.endMs, Qt::PreciseTimer, this, [this] {
+        if (scenario_.endExecutor && executor->depth() == 0) {
+            performer_.endExecutor();
+        } else {
+            performer_.setPower(false);
+        }
+    });
+}
+
+/// The longest that a closing with these parameter sets can take, the dwell below it and the robot's
+/// braking included.
+int Conductor::closingMs() const {
+    int longest = 0;
+    for (const ModuleObject* set : m(lumo::key::param)->cmobjs()) {
+        int sum = 1000;
+        for (const char* time : {"stay_time", "decrease_time", "close_delay", "delay_after_blow",
+                                 "move_wire_time", "give_wire_time"}) {
+            sum += std::max(0, set->c(QString::fromLatin1(time))->getInt());
+        }
+        longest = std::max(longest, sum);
+    }
+    return std::max(longest, 1000);
+}
+
+/// A wait that is overdue, or for a robot that has nothing to do, will not end.
+void Conductor::checkWait() {
+    const QVariantMap wait = executor ? executor->waiting() : QVariantMap();
+    const qint64 due = wait.value(QStringLiteral("due"), -1).toLongLong();
+    const QString kind = wait.value(QStringLiteral("kind")).toString();
+    const bool forRobot = kind == QLatin1String("move") || kind == QLatin1String("zone");
+    standing_ = forRobot && world_.controller->standsStill() ? standing_ + 1 : 0;
+    if (course_ != Course::Planned && course_ != Course::Giving) {
+        return;
+    }
+    if (due >= 0 && due + tickMs < world_.time.nowMs()) {
+        complain(QStringLiteral("the wait \"%1\" is overdue").arg(kind));
+    } else if (standing_ > standingTicks && performer_.mayLoseErrors()) {
+        performer_.stop();
+        stopAll();
+    } else if (standing_ > standingTicks) {
+        complain(QStringLiteral("a move is awaited, but the robot has nothing left to do"));
+    }
+}
+
+/// Says what is wrong and goes on with the end of the schedule.
+void Conductor::complain(const QString& words) {
+    Event event;
+    event.kind = Event::Kind::Complaint;
+    event.text = words;
+    recorder_.record(event);
+    performer_.stop();
+    stopAll();
+}
+
+}  // namespace campaign

@@ -1,0 +1,80 @@
+#pragma once
+
+#include "campaign/invariants.h"
+
+#include <QVector>
+
+namespace campaign {
+
+/// The laser is on only from a permitted opening to the end of its closing; a closing takes as long as
+/// its ramp, ends at power 0 and never raises the power; a weld is never continued elsewhere.
+class LaserRule : public Rule {
+public:
+    void on(const Event& event, const Outputs& outputs, const Runs& runs) override;
+
+private:
+    void onWrite(const Event& event, const Outputs& outputs);
+    void onRun(const Event& event, const Runs& runs);
+    void onPermission(const Event& event, bool laserOn);
+    void beginOpening(const Event& event);
+    /// The laser has to be off `ms` from now, or earlier where that was due already.
+    void closeWithin(const Event& event, int ms, const QString& why);
+    void closeNow(const Event& event, const Outputs& outputs, const QString& why);
+
+    bool announced_ = false;    ///< an opening may begin now
+    bool armed_ = false;        ///< it has begun with permission, and nothing has ended it
+    bool permitted_ = true;     ///< as of the event before
+    bool continued_ = false;    ///< the opening announced continues a weld
+    qint64 closingSince_ = -1;  ///< when what ends the weld came, -1: nothing
+    qint64 deadline_ = -1;      ///< when the laser has to be off, -1: not yet known
+    QString why_;
+    int weldMode_ = -1;  ///< run mode of the weld that was left open last, -1: none
+    int weldGeneration_ = -1;
+};
+
+/// After a loss of power that finds something under way everything is off at once, and stays off until
+/// the next start, step or pause.
+class StopRule : public Rule {
+public:
+    void on(const Event& event, const Outputs& outputs, const Runs& runs) override;
+
+private:
+    bool stopped_ = false;
+    int action_ = 0;  ///< the loss of power that is on the stack
+};
+
+/// Nothing is on when the executor says that it rests.
+class RestRule : public Rule {
+public:
+    void on(const Event& event, const Outputs& outputs, const Runs& runs) override;
+};
+
+/// One run at a time; a start that is refused says so and changes nothing else; a run that came to its
+/// end leaves no weld open.
+class StartRule : public Rule {
+public:
+    void on(const Event& event, const Outputs& outputs, const Runs& runs) override;
+
+private:
+    void onBegun(const Run& run, const Runs& runs);
+    void onEnded(const Run& run, const Event& event);
+    void onRefused(const Event& asked, const Event& done);
+};
+
+/// The walk is never ahead of the robot: what follows a move begins when its result has come or the
+/// tool is in its zone, and nothing follows a move that failed.
+class WalkRule : public Rule {
+public:
+    void on(const Event& event, const Outputs& outputs, const Runs& runs) override;
+
+private:
+    void onStatement(const Event& event);
+
+    QVector<int> results_;       ///< since the last reset, stop or loss of power
+    int walked_ = 0;             ///< moves begun since the last reset
+    bool afterMove_ = false;     ///< the statement before was a move
+    bool inZone_ = false;        ///< the tool has entered that move's zone
+    bool falseResults_ = false;  ///< results can no longer be told apart
+};
+
+}  // namespace campaign

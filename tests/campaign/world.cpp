@@ -1,0 +1,136 @@
+#include "campaign/world.h"
+
+#include "campaign/recorder.h"
+#include "devices/ports.h"
+#include "executor/lumoexecutor.h"
+#include "gantu/bmodule.h"
+#include "kord/managerhelper.h"
+#include "mendo/log.h"
+#include "module/globals.h"
+#include "module/host.h"
+#include "module/keys.h"
+#include "panel/lumowidget.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QMessageBox>
+#include <QPixmapCache>
+
+namespace campaign {
+
+namespace {
+
+QString assignment(int port) {
+    if (port < DO_GAS) {
+        return QStringLiteral("LUMO_DI.") + mIndex(port);
+    }
+    return port < AO_WIRE_SPEED ? QStringLiteral("LUMO_DO.") + mIndex(port - DO_GAS)
+                                : QStringLiteral("LUMO_AO_%1").arg(port - AO_WIRE_SPEED);
+}
+
+}  // namespace
+
+World::World() : time(*sim::VirtualTime::instance()) {
+    QDir::setCurrent(folder_.path());
+    mendo::LogHub::instance()->setConsole(false);
+    kord::ManagerHelper::instance()->module()->mobj()->set(this, QStringLiteral("language"),
+                                                           QStringLiteral("en"));
+    QPixmapCache::setCacheLimit(0);  // it would keep a timer, which is no timer of ours
+    center_ = std::make_unique<QStackedWidget>();
+    center_->addWidget(new QWidget);
+    setInstantiatedCenterWidget(center_.get());
+    center_->show();
+    { const LumoWidget page; }  // fills the tree and makes the executor, which outlive it
+    endExecutor();
+    pristine_ = m(lumo::key::lumo)->exportToJson();
+    time.settle();
+}
+
+World::~World() {
+    endExecutor();
+    setInstantiatedCenterWidget(nullptr);
+}
+
+void World::fill(const Scenario& scenario) {
+    ModuleObject* const root = m(lumo::key::lumo);
+    root->loadJson(this, pristine_);
+    root->set(this, QStringLiteral("signalbind_program"), QVariant(), true);
+    const auto ports = m(lumo::key::port)->cmobjs();
+    for (int port = 0; port < ports.size(); ++port) {
+        ports[port]->set(this, lumo::field::name, assignment(port));
+        ports[port]->set(this, lumo::field::enable, !scenario.disabledPorts.contains(port));
+    }
+    m(lumo::key::program)->loadJson(this, scenario.program);
+    m(lumo::key::stationProgram)->loadJson(this, scenario.otherProgram);
+    m(lumo::key::param)->loadJson(this, scenario.sets);
+    m(lumo::key::executeDt)->setValue(this, scenario.dtMs);
+    m(lumo::key::weldSwitch)->setValue(this, scenario.weld);
+    m(lumo::key::handWeldSwitch)->setValue(this, scenario.handWeld);
+    hand_or_signalbing = 0;
+    timersBefore_ = time.armedTimers();
+}
+
+void World::makeExecutor() {
+    executor = new LumoExecutor(m(lumo::key::lumo));
+}
+
+void World::makeCell(const Scenario& scenario) {
+    sim::Controller::Options options;
+    options.axes = scenario.axes;
+    options.writeMulti = scenario.writeMulti;
+    controller = std::make_unique<sim::Controller>(kordservice(), options);
+    if (!scenario.automatic) {
+        controller->setMode(QStringLiteral("manual"));
+    }
+    const auto name = [](int port) { return assignment(port); };
+    cell = std::make_unique<sim::Cell>(
+        controller.get(), sim::Wiring{name(DO_GAS), name(DO_WIRE_ENABLE), name(DO_WIRE_PULLBACK),
+                                      name(DO_LASER_ENABLE), name(AO_LASER_POWER), name(AO_WIRE_SPEED)});
+}
+
+void World::endExecutor() {
+    delete executor;
+    executor = nullptr;
+}
+
+Ending World::takeDown(int resumeLines) {
+    Ending ending;
+    const Facts facts = Recorder::facts();
+    ending.idle = facts.idle;
+    ending.depth = facts.depth;
+    ending.pending = facts.pending;
+    ending.outputsOn = outputsOn();
+    ending.resumeLine = m(lumo::key::currentLine)->getInt(-1);
+    ending.lineCount = resumeLines;
+    closeMessages();
+    time.settle();
+    ending.boxes = messageCount();
+    ending.timersMore = time.armedTimers(controller.get()) - timersBefore_;
+    endExecutor();
+    cell.reset();
+    controller.reset();
+    time.settle();
+    return ending;
+}
+
+QStringList World::outputsOn() const {
+    QStringList names;
+    for (const int port : {int(DO_GAS), int(DO_WIRE_ENABLE), int(DO_LASER_ENABLE), int(DO_WIRE_PULLBACK),
+                           int(AO_LASER_POWER)}) {
+        if (controller->output(assignment(port)).toInt() != 0) {
+            names << nameOfPort(port);
+        }
+    }
+    return names;
+}
+
+void closeMessages() {
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    for (QWidget* window : windows) {
+        if (auto* box = qobject_cast<QMessageBox*>(window)) {
+            box->done(QMessageBox::Ok);
+        }
+    }
+}
+
+}  // namespace campaign
