@@ -29,6 +29,7 @@ QSize PanelBody::minimumSizeHint() const {
 void PanelBody::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
     arrange();
+    emit resized();
 }
 
 bool PanelBody::event(QEvent* event) {

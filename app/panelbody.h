@@ -26,6 +26,10 @@ public:
 
     QSize minimumSizeHint() const override;
 
+signals:
+    /// There may be room now, or no more.
+    void resized();
+
 protected:
     void resizeEvent(QResizeEvent* event) override;
     bool event(QEvent* event) override;

@@ -7,7 +7,6 @@
 #include <QCoreApplication>
 #include <QFile>
 #include <QHBoxLayout>
-#include <QLayout>
 #include <QStackedWidget>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -39,6 +38,10 @@ PanelWindow::PanelWindow()
     column->addWidget(makeHeader());
     column->addWidget(body_, 1);
     setCentralWidget(content);
+    connect(body_, &PanelBody::resized, this, [this] {
+        if (!operatorPlaces_)
+            placeStrip();
+    });
 }
 
 QWidget* PanelWindow::makeHeader() {
@@ -89,14 +92,7 @@ void PanelWindow::unfoldStrip(bool unfolded) {
 }
 
 void PanelWindow::placeStrip() {
-    layout()->activate();
     unfoldStrip(body_->hasRoom());
-}
-
-void PanelWindow::resizeEvent(QResizeEvent* event) {
-    QMainWindow::resizeEvent(event);
-    if (!operatorPlaces_)
-        placeStrip();
 }
 
 void PanelWindow::closeEvent(QCloseEvent* event) {

@@ -28,7 +28,6 @@ public:
     void placeStrip();
 
 protected:
-    void resizeEvent(QResizeEvent* event) override;
     /// Ends the program, whatever waits below: what must be switched off is switched off then.
     void closeEvent(QCloseEvent* event) override;
 

@@ -45,6 +45,7 @@ private slots:
     void jog_isRefusedWhileTheProgramRuns();
     void damagedFile_isTold();
     void project_isOpenedByThePagesButton();
+    void strip_isUnfoldedAtTheStartWhereItFits();
     void strip_neverSqueezesThePage();
     void cell_isWiredByThePortFile();
     void closing_switchesTheLaserOff();
@@ -341,6 +342,22 @@ void AppPanel::project_isOpenedByThePagesButton() {
     QCOMPARE(m(QStringLiteral("lumo.toolset.end.name"))->getString(), QStringLiteral("laser_head"));
     QCOMPARE(text("lblProject"), QStringLiteral("seam"));
     QVERIFY(!QApplication::activeModalWidget());
+}
+
+void AppPanel::strip_isUnfoldedAtTheStartWhereItFits() {
+    for (const int width : {1024, 1280}) {
+        app::PanelWindow window;
+        auto* page = new QWidget;
+        page->setMinimumWidth(900);
+        window.pages()->addWidget(page);
+        auto* strip = new QWidget;
+        strip->setFixedWidth(280);
+        window.setStrip(strip);
+        window.resize(width, 768);
+        window.show();
+        sim::VirtualTime::instance()->advance(10);
+        QCOMPARE(strip->isVisible(), width == 1280);
+    }
 }
 
 void AppPanel::strip_neverSqueezesThePage() {

@@ -21,6 +21,8 @@ const QByteArray oneWeld = R"([{"type":"open","index":0,"weldspeed":"20","execut
 
 }  // namespace
 
+Q_DECLARE_METATYPE(const ModuleObject*)
+
 /// The pages of the panel and how the operator goes from one to another.
 class TestPanel : public QObject {
     Q_OBJECT
@@ -41,7 +43,7 @@ class TestPanel : public QObject {
     }
 
 private slots:
-    void initTestCase() { qRegisterMetaType<const mendo::ModuleObject*>(); }
+    void initTestCase() { qRegisterMetaType<const ModuleObject*>("const mendo::ModuleObject*"); }
 
     void init() { bench_.renew(); }
 

@@ -10,6 +10,8 @@
 #include <QTest>
 #include <QtMath>
 
+Q_DECLARE_METATYPE(const ModuleObject*)
+
 /// The selectors of tool and work object, without the page around them.
 class TestToolset : public QObject {
     Q_OBJECT
@@ -29,7 +31,7 @@ class TestToolset : public QObject {
     static double number(const char* path) { return m(QString::fromLatin1(path))->getDouble(-1); }
 
 private slots:
-    void initTestCase() { qRegisterMetaType<const mendo::ModuleObject*>(); }
+    void initTestCase() { qRegisterMetaType<const ModuleObject*>("const mendo::ModuleObject*"); }
 
     void init() {
         m("lumo.toolset")->copyFrom(this, m("lumo.default.default_toolset"));
