@@ -1,6 +1,5 @@
 #pragma once
 
-#include "gantu/package.h"
 #include "runner/options.h"
 
 #include <QObject>
@@ -9,6 +8,9 @@
 
 #include <memory>
 
+namespace gantu {
+class BModule;
+}
 namespace sim {
 class Cell;
 class Controller;
@@ -46,7 +48,8 @@ private:
     sim::Controller* controller_ = nullptr;
     sim::Cell* cell_ = nullptr;
     std::unique_ptr<QStackedWidget> center_;
-    gantu::Package package_;
+    std::unique_ptr<gantu::BModule> module_;
+    std::unique_ptr<gantu::BModule> page_;
     QObject* executor_ = nullptr;
     int* runMode_ = nullptr;
 };

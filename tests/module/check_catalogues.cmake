@@ -1,0 +1,21 @@
+# Fails when a text in the sources lacks its translation, or a catalogue holds one that nobody uses.
+# cmake -D LUPDATE=… -D SOURCES=… -D CATALOGUES=… -D SCRATCH=… -P check_catalogues.cmake
+file(MAKE_DIRECTORY ${SCRATCH})
+foreach(language en ru)
+  set(copy ${SCRATCH}/lumo_${language}.ts)
+  configure_file(${CATALOGUES}/lumo_${language}.ts ${copy} COPYONLY)
+  execute_process(COMMAND ${LUPDATE} -silent -locations none ${SOURCES} -ts ${copy}
+    RESULT_VARIABLE result ERROR_VARIABLE said)
+  if(NOT result EQUAL 0)
+    message(FATAL_ERROR "lupdate failed: ${said}")
+  endif()
+  file(STRINGS ${copy} faults REGEX "<source>|type=\"(unfinished|vanished|obsolete)\"" ENCODING UTF-8)
+  set(source "")
+  foreach(line IN LISTS faults)
+    if(line MATCHES "<source>")
+      set(source "${line}")
+    else()
+      message(SEND_ERROR "lumo_${language}.ts: ${source} ${line}")
+    endif()
+  endforeach()
+endforeach()
