@@ -167,8 +167,9 @@ void RunnerInput::warnings() {
 /// All on one line, with a warning for each statement: time that grows with the square of its
 /// length would be far beyond what a test is given.
 void RunnerInput::longProjectsAreCheckedInTime() {
-    constexpr int kStatements = 100000;
-    const QByteArray statement = R"({"type":"delay","execute":true,"delaytime":"500"},)";
+    constexpr int kStatements = 10000;
+    const QByteArray statement = "{\"type\":\"delay\",\"execute\":true,\"note\":\"" + QByteArray(10000, 'x') +
+                                 "\",\"delaytime\":\"500\"},";
     QByteArray text = '[' + statement.repeated(kStatements);
     text.back() = ']';
     Problem problem;
