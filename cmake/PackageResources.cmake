@@ -1,5 +1,5 @@
 # lumo_package_resources(OUT): the package's compiled resources, as sources for the target that embeds
-# them. Catalogues are compiled from resources/language/*.ts and icons drawn from resources/icons/*.svg,
+# them. Catalogues are compiled from resources/language/*.ts, icons and the theme's images drawn from *.svg,
 # so only their sources are kept. The collection is named lumo_asset, in format version 2, which every
 # Qt 5 reads.
 find_program(RSVG_CONVERT rsvg-convert)
@@ -7,32 +7,44 @@ if(NOT RSVG_CONVERT)
   message(FATAL_ERROR "rsvg-convert is missing (Debian package librsvg2-bin): it draws the icons.")
 endif()
 
+# lumo_drawings(OUT FOLDER BUILT SIZE): draws the folder's SVG files, SIZE pixels wide and high, into a
+# folder of the build, and returns their entries for the collection.
+function(lumo_drawings out folder built size)
+  set(entries "")
+  file(GLOB drawings CONFIGURE_DEPENDS ${folder}/*.svg)
+  file(MAKE_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR}/${built})
+  foreach(drawing ${drawings})
+    get_filename_component(name ${drawing} NAME_WE)
+    set(image ${CMAKE_CURRENT_BINARY_DIR}/${built}/${name}.png)
+    add_custom_command(OUTPUT ${image}
+      COMMAND ${RSVG_CONVERT} --width ${size} --height ${size} --output ${image} ${drawing}
+      DEPENDS ${drawing}
+      COMMENT "Drawing ${name}.png")
+    string(APPEND entries "    <file alias=\"${name}.png\">${image}</file>\n")
+  endforeach()
+  string(STRIP "${entries}" entries)
+  set(${out} ${entries} PARENT_SCOPE)
+endfunction()
+
 function(lumo_package_resources out)
   set(folder ${CMAKE_CURRENT_SOURCE_DIR}/resources)
   set(catalogue_entries "")
-  set(icon_entries "")
 
-  file(GLOB catalogues CONFIGURE_DEPENDS ${folder}/language/*.ts)
-  qt5_add_translation(compiled_catalogues ${catalogues})
-  foreach(file ${compiled_catalogues})
-    get_filename_component(name ${file} NAME)
-    string(APPEND catalogue_entries "    <file alias=\"language/${name}\">${file}</file>\n")
+  # One catalogue a language, from one source file a subsystem and language.
+  foreach(language en ru)
+    file(GLOB catalogues CONFIGURE_DEPENDS ${folder}/language/*_${language}.ts)
+    set(file ${CMAKE_CURRENT_BINARY_DIR}/lumo_${language}.qm)
+    add_custom_command(OUTPUT ${file}
+      COMMAND Qt5::lrelease -silent ${catalogues} -qm ${file}
+      DEPENDS ${catalogues}
+      COMMENT "Compiling lumo_${language}.qm")
+    string(APPEND catalogue_entries "    <file alias=\"language/lumo_${language}.qm\">${file}</file>\n")
   endforeach()
 
-  file(GLOB drawings CONFIGURE_DEPENDS ${folder}/icons/*.svg)
-  file(MAKE_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR}/img)
-  foreach(drawing ${drawings})
-    get_filename_component(name ${drawing} NAME_WE)
-    set(icon ${CMAKE_CURRENT_BINARY_DIR}/img/${name}.png)
-    add_custom_command(OUTPUT ${icon}
-      COMMAND ${RSVG_CONVERT} --width 96 --height 96 --output ${icon} ${drawing}
-      DEPENDS ${drawing}
-      COMMENT "Drawing ${name}.png")
-    string(APPEND icon_entries "    <file alias=\"${name}.png\">${icon}</file>\n")
-  endforeach()
+  lumo_drawings(icon_entries ${folder}/icons img 96)
+  lumo_drawings(theme_entries ${folder}/theme theme 20)
 
   string(STRIP "${catalogue_entries}" catalogue_entries)
-  string(STRIP "${icon_entries}" icon_entries)
   set(collection ${CMAKE_CURRENT_BINARY_DIR}/lumo_asset.qrc)
   configure_file(${folder}/lumo_asset.qrc.in ${collection} @ONLY)
   qt5_add_resources(sources ${collection} OPTIONS --format-version 2 --compress 9)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "gantu/package.h"
 #include "runner/options.h"
 
 #include <QObject>
@@ -8,9 +9,6 @@
 
 #include <memory>
 
-namespace gantu {
-class BModule;
-}
 namespace sim {
 class Cell;
 class Controller;
@@ -48,8 +46,7 @@ private:
     sim::Controller* controller_ = nullptr;
     sim::Cell* cell_ = nullptr;
     std::unique_ptr<QStackedWidget> center_;
-    std::unique_ptr<gantu::BModule> module_;
-    std::unique_ptr<gantu::BModule> page_;
+    gantu::Package package_;
     QObject* executor_ = nullptr;
     int* runMode_ = nullptr;
 };

@@ -19,6 +19,7 @@ namespace {
 
 constexpr int kLateMs = 300;
 constexpr int kSlowStateMs = 50;
+constexpr int kJog = 0;  // the number of every motion that no command ordered
 
 constexpr const char* kQuirks[] = {"bunch", "sync", "late", "double", "wrongKind", "slowState"};
 
@@ -39,6 +40,8 @@ struct Controller::Private {
     int writeRegisters(const KordCall& call);
     void finish(int id, MotionCommand::Kind kind, int code);
     void stopped(int id, MotionCommand::Kind kind);
+    void announce(int id, MotionEvent event);
+    JogAnswer jog(JogAxis axis, double step);
     void rest();
     void setState(const QString& state);
     void writeState(const QString& state);
@@ -76,13 +79,13 @@ Controller::Private::Private(Controller* controller, KordService* robotService, 
     connect(&io, &IoBank::inputChanged, q, &Controller::inputChanged);
     connect(&io, &IoBank::rejected, q, &Controller::rejected);
     connect(&desk, &ResultDesk::result, q, &Controller::result);
-    connect(&queue, &MotionQueue::started, q, [this](int id) { emit q->motion(id, MotionEvent::Started); });
-    connect(&queue, &MotionQueue::passed, q, [this](int id) { emit q->motion(id, MotionEvent::Passed); });
+    connect(&queue, &MotionQueue::started, q, [this](int id) { announce(id, MotionEvent::Started); });
+    connect(&queue, &MotionQueue::passed, q, [this](int id) { announce(id, MotionEvent::Passed); });
     connect(&queue, &MotionQueue::dropped, q, [this](int id) {
         answered.remove(id);
-        emit q->motion(id, MotionEvent::Dropped);
+        announce(id, MotionEvent::Dropped);
     });
-    connect(&queue, &MotionQueue::failed, q, [this](int id) { emit q->motion(id, MotionEvent::Failed); });
+    connect(&queue, &MotionQueue::failed, q, [this](int id) { announce(id, MotionEvent::Failed); });
     connect(&queue, &MotionQueue::stopped, q,
             [this](int id, MotionCommand::Kind kind) { stopped(id, kind); });
     connect(&queue, &MotionQueue::finished, q,
@@ -181,19 +184,41 @@ int Controller::Private::writeRegisters(const KordCall& call) {
 
 // --- Motion --------------------------------------------------------------------------------------
 
+void Controller::Private::announce(int id, MotionEvent event) {
+    if (id != kJog)
+        emit q->motion(id, event);
+}
+
+JogAnswer Controller::Private::jog(JogAxis axis, double step) {
+    if (!powered)
+        return JogAnswer::DriveOff;
+    if (!q->standsStill() || queue.hasWaiting())
+        return JogAnswer::Moving;
+    const MotionQueue::Stand stand = queue.stand();
+    MotionCommand motion = jogMotion(stand.pose, axis, step);
+    Arm::Fault fault = Arm::Fault::None;
+    if (!arm.inverse(motion.poses.front().end, stand.joints, &fault))
+        return fault == Arm::Fault::JointLimit ? JogAnswer::JointLimit : JogAnswer::OutOfReach;
+    motion.id = kJog;
+    queue.add(std::move(motion));
+    setState(kMoving);
+    queue.release();
+    return JogAnswer::Moves;
+}
+
 void Controller::Private::finish(int id, MotionCommand::Kind kind, int code) {
     const bool last = !queue.moving();
     writePosture(q, service, queue.stand());
     if (last)
         setState(kIdle);
-    if (!answered.remove(id))
+    if (id != kJog && !answered.remove(id))
         desk.deliver({kind, id, code}, last);
 }
 
 void Controller::Private::stopped(int id, MotionCommand::Kind kind) {
-    emit q->motion(id, MotionEvent::Stopped);
+    announce(id, MotionEvent::Stopped);
     desk.forgetHeld();
-    if (!answered.remove(id) && late)
+    if (id != kJog && !answered.remove(id) && late)
         desk.deliverLater({kind, id, MotionDone}, kLateMs);
 }
 
@@ -265,6 +290,10 @@ QStringList Controller::outputNames() const {
 void Controller::failMotion(int code) {
     if (code < 0)
         d_->queue.fail(code);
+}
+
+JogAnswer Controller::jog(JogAxis axis, double step) {
+    return d_->jog(axis, step);
 }
 
 void Controller::setQuirk(Quirk quirk, bool on) {

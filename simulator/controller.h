@@ -1,5 +1,7 @@
 #pragma once
 
+#include "simulator/jog.h"
+
 #include <QHash>
 #include <QObject>
 #include <QString>
@@ -62,6 +64,9 @@ public:
     /// The motion under way, or the first of the next batch, ends with this negative code; one under
     /// way is braked first. Codes that are not negative do nothing.
     void failMotion(int code);
+    /// The pendant's jog keys: moves the tool by one step, metres or radians. Nothing of it is
+    /// announced by `motion` or written as a result; the robot's state and posture follow as usual.
+    JogAnswer jog(JogAxis axis, double step);
     void setQuirk(Quirk quirk, bool on);
     static bool quirkFromName(const QString& name, Quirk* quirk);
     /// The pendant's report of a key (next, last, center, enter, delete); false for an unknown one.

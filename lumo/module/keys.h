@@ -68,6 +68,8 @@ constexpr QLatin1String registerValues = "register.values"_l1;
 constexpr QLatin1String registerList = "rova.robot.register._list"_l1;
 constexpr QLatin1String toolList = "rova.project.tool._list"_l1;
 constexpr QLatin1String wobjList = "rova.project.wobj._list"_l1;
+/// Data node of the robot service: the tool and work object in force for teaching and motion.
+constexpr QLatin1String coordToolset = "pel.coord.toolset"_l1;
 
 }  // namespace key
 
@@ -87,6 +89,14 @@ constexpr QLatin1String laserPower = "laserPower"_l1;
 constexpr QLatin1String laserDutyCycle = "laserDutyCycle"_l1;
 constexpr QLatin1String wireEnable = "wireEnable"_l1;
 constexpr QLatin1String delaytime = "delaytime"_l1;
+constexpr QLatin1String doName = "doName"_l1;
+constexpr QLatin1String doType = "DO_type"_l1;
+constexpr QLatin1String doReg = "DO_reg"_l1;
+constexpr QLatin1String diName = "diName"_l1;
+constexpr QLatin1String diType = "DI_type"_l1;
+constexpr QLatin1String diReg = "DI_reg"_l1;
+/// The awaited state; an output's is `value`.
+constexpr QLatin1String value1 = "value1"_l1;
 constexpr QLatin1String trans = "trans"_l1;
 constexpr QLatin1String rot = "rot"_l1;
 constexpr QLatin1String near = "near"_l1;
@@ -97,6 +107,12 @@ constexpr QLatin1String value = "value"_l1;
 constexpr QLatin1String bias = "bias"_l1;
 constexpr QLatin1String end = "end"_l1;
 constexpr QLatin1String ref = "ref"_l1;
+constexpr QLatin1String jointNum = "joint_num"_l1;
+// Rows of a parameter set.
+constexpr QLatin1String power = "power"_l1;
+constexpr QLatin1String ratio = "ratio"_l1;
+constexpr QLatin1String rw = "rw"_l1;
+constexpr QLatin1String len = "len"_l1;
 }  // namespace field
 
 /// Statement types, as a record's `type` holds them.
@@ -117,8 +133,11 @@ namespace word {
 constexpr QLatin1String idle = "idle"_l1;
 constexpr QLatin1String busy = "busy"_l1;
 constexpr QLatin1String on = "on"_l1;
+constexpr QLatin1String off = "off"_l1;
 constexpr QLatin1String automatic = "auto"_l1;
 constexpr QLatin1String io = "IO"_l1;
+/// What is stored as the kind of a signal that is not "IO".
+constexpr QLatin1String registerKind = "register"_l1;
 constexpr QLatin1String falseText = "false"_l1;
 constexpr QLatin1String trueText = "true"_l1;
 }  // namespace word

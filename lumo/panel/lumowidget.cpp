@@ -1,5 +1,7 @@
 #include "panel/lumowidget.h"
 
+#include "editor/pointwidget.h"
+#include "editor/programwidget.h"
 #include "executor/lumoexecutor.h"
 #include "gantu/bmodule.h"
 #include "kord/managerhelper.h"
@@ -8,7 +10,14 @@
 #include "module/host.h"
 #include "module/keys.h"
 #include "module/messagebox.h"
+#include "panel/keypad.h"
+#include "panel/projectdialogs.h"
+#include "panel/projectfile.h"
+#include "panel/toolset.h"
+#include "params/paramconfigwidget.h"
+#include "ui_lumowidget.h"
 
+#include <QComboBox>
 #include <QJsonArray>
 #include <QJsonObject>
 
@@ -50,17 +59,39 @@ bool isPlain(const QJsonValue& value) {
 
 QString LumoWidget::filePath;
 
-LumoWidget::LumoWidget(QWidget* parent) : QWidget(parent) {
+LumoWidget::LumoWidget(QWidget* parent) : QWidget(parent), ui_(std::make_unique<Ui::LumoWidget>()) {
+    ui_->setupUi(this);
     lumo::logW() << QStringLiteral("LumoWidget::LumoWidget  ui->setupUi(this) begin once--------");
     const QString sheet = kord::ThemeManager::genStyleSheet(QStringLiteral(":/UI/style.json"));
     kord::ThemeManager::setRecursiveWidgetStyleSheet(this, sheet, {});
     if (m(lumo::key::lumo)->isNull()) {
         load();
     }
+    makeEditor();
+    getToolsAndWobjs(ui_->toolCmb, true);
+    getToolsAndWobjs(ui_->wobjCmb, false);
+    connectNavigation();
+    connectProject();
+    connectToolset();
+    new lumo::Keypad(this);
 }
 
 LumoWidget::~LumoWidget() {
     lumo::logW() << QStringLiteral("LumoWidget::~LumoWidget() ~~~~~~~~");
+    if (pointPage_) {
+        isnew_pWgt = false;
+    }
+    // The pages go after this page's own members, and must not call on them any more.
+    const QList<QWidget*> pages =
+        ui_->stackedWidget->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
+    for (QWidget* page : pages) {
+        page->disconnect(this);
+    }
+    for (const QLatin1String path : {lumo::key::dialogProgram, lumo::key::dialogStatement}) {
+        if (auto* dialog = qobject_cast<QWidget*>(m(path)->value().value<QObject*>())) {
+            dialog->close();
+        }
+    }
 }
 
 void LumoWidget::load() {
@@ -105,6 +136,151 @@ void LumoWidget::loadPorts() {
 
 void LumoWidget::loadList(const QString& fileName, const QString& path) {
     m(path)->loadJson(this, readList(fileName));
+}
+
+// --- Pages ----------------------------------------------------------------------------------------
+
+void LumoWidget::makeEditor() {
+    editor_ = new ProgramWidget(this);
+    ui_->stackedWidget->addWidget(editor_);
+    connect(editor_, &ProgramWidget::pointBtnClicked, this, &LumoWidget::openPointPage);
+    connect(editor_, &ProgramWidget::updateUItoolwobj, this, &LumoWidget::reapplyToolset);
+    if (!filePath.isEmpty()) {
+        editor_->setProjectPath(filePath);
+        showProjectName();
+    }
+}
+
+void LumoWidget::connectNavigation() {
+    connect(ui_->btnProject, &QAbstractButton::clicked, this, &LumoWidget::showEditor);
+    connect(ui_->btnParamCfg, &QAbstractButton::clicked, this, &LumoWidget::showParams);
+}
+
+/// Shows a page that stands without the top bar.
+void LumoWidget::showAlone(QWidget* page) {
+    ui_->topWgt->hide();
+    ui_->stackedWidget->setCurrentWidget(page);
+}
+
+void LumoWidget::showEditor() {
+    deletPWgt();
+    ui_->stackedWidget->setCurrentWidget(editor_);
+}
+
+void LumoWidget::showParams() {
+    deletPWgt();
+    auto* page = new ParamConfigWidget(this);
+    connect(page, &ParamConfigWidget::signalparamconfigchangedProgramlist, this, &LumoWidget::redrawLines);
+    ui_->stackedWidget->addWidget(page);
+    paramPages_.append(page);
+    showAlone(page);
+    constexpr int pagesKept = 2;
+    while (paramPages_.size() > pagesKept) {
+        discard(paramPages_.takeFirst());
+    }
+}
+
+void LumoWidget::redrawLines(const QList<int>& lines) {
+    for (const int line : lines) {
+        editor_->changeStatement(line);
+    }
+}
+
+/// Takes a page out of the stack. It may be the one whose signal is being handled.
+void LumoWidget::discard(QWidget* page) {
+    page->disconnect(this);
+    ui_->stackedWidget->removeWidget(page);
+    page->deleteLater();
+}
+
+void LumoWidget::openPointPage(int row, ModuleObject* statement, int jointCount) {
+    deletPWgt();
+    isnew_pWgt = true;
+    pointPage_ = new PointWidget(row, statement, jointCount, this);
+    connect(pointPage_, &PointWidget::okayBtnClicked, this, &LumoWidget::pointPageAccepted);
+    connect(pointPage_, &PointWidget::cancelBtnClicked, this, &LumoWidget::showEditor);
+    ui_->stackedWidget->addWidget(pointPage_);
+    showAlone(pointPage_);
+    pointPage_->testNofocus();
+}
+
+void LumoWidget::pointPageAccepted(int row) {
+    showEditor();
+    editor_->changeStatement(row);
+}
+
+void LumoWidget::deletPWgt() {
+    ui_->topWgt->show();
+    if (pointPage_) {
+        discard(pointPage_);
+        pointPage_ = nullptr;
+    }
+    isnew_pWgt = false;
+}
+
+// --- Project --------------------------------------------------------------------------------------
+
+void LumoWidget::connectProject() {
+    auto* project = new lumo::ProjectDialogs(this);
+    connect(ui_->btnNew, &QAbstractButton::clicked, project, &lumo::ProjectDialogs::newProject);
+    connect(ui_->btnOpen, &QAbstractButton::clicked, project, &lumo::ProjectDialogs::openProject);
+    connect(ui_->btnSaveAs, &QAbstractButton::clicked, project, &lumo::ProjectDialogs::saveProjectAs);
+    connect(ui_->btnSave, &QAbstractButton::clicked, project, [project] { project->saveProject(filePath); });
+    connect(project, &lumo::ProjectDialogs::projectChosen, this, &LumoWidget::projectChosen);
+    connect(project, &lumo::ProjectDialogs::projectSaved, editor_, &ProgramWidget::checkStored);
+    connect(project, &lumo::ProjectDialogs::toolsetLoaded, this, &LumoWidget::selectLoadedToolset);
+}
+
+void LumoWidget::projectChosen(const QString& path) {
+    filePath = path;
+    editor_->setProjectPath(path);
+    isEnable_moveorder = true;
+    editor_->refreshMoveOrderEnable(true);
+    showProjectName();
+}
+
+void LumoWidget::showProjectName() {
+    ui_->lblProject->setText(lumo::projectName(filePath));
+}
+
+// --- Tool and work object -------------------------------------------------------------------------
+
+void LumoWidget::getToolsAndWobjs(QComboBox* combo, bool isTool) {
+    lumo::fillToolsetSelector(combo, isTool);
+}
+
+void LumoWidget::connectToolset() {
+    connect(ui_->toolCmb, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
+            [this] { lumo::applyToolsetSelector(this, ui_->toolCmb, true); });
+    connect(ui_->wobjCmb, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
+            [this] { lumo::applyToolsetSelector(this, ui_->wobjCmb, false); });
+    connect(m(lumo::key::executeState), &ModuleObject::changed, this, &LumoWidget::followState);
+}
+
+void LumoWidget::reapplyToolset() {
+    emit ui_->toolCmb->currentIndexChanged(ui_->toolCmb->currentIndex());
+    emit ui_->wobjCmb->currentIndexChanged(ui_->wobjCmb->currentIndex());
+}
+
+void LumoWidget::selectLoadedToolset() {
+    const ModuleObject* toolset = m(lumo::key::toolset);
+    const QString tool = toolset->c(lumo::field::end)->c(lumo::field::name)->getString();
+    const QString wobj = toolset->c(lumo::field::ref)->c(lumo::field::name)->getString();
+    const bool toolChanged = lumo::selectToolsetName(ui_->toolCmb, tool);
+    const bool wobjChanged = lumo::selectToolsetName(ui_->wobjCmb, wobj);
+    if (!toolChanged && !wobjChanged) {
+        lumo::sendToolset(this);
+    }
+}
+
+/// A station brings its own tool set for the length of its run; afterwards the selectors hold again.
+void LumoWidget::followState(const QVariant& state) {
+    constexpr int byStation = 1;
+    if (state.toString() == lumo::word::busy) {
+        stationRun_ = hand_or_signalbing == byStation;
+    } else if (std::exchange(stationRun_, false)) {
+        reapplyToolset();
+    }
 }
 
 void showAlertDialog(const QString& text) {

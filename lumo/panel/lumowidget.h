@@ -1,11 +1,25 @@
 #pragma once
 
 #include "module/export.h"
+#include "module/host.h"
 
+#include <QList>
 #include <QWidget>
 
-/// The package's page in the operator panel. The first one made in a process also fills the `lumo`
-/// subtree and makes the executor, both of which outlive it.
+#include <memory>
+
+class ParamConfigWidget;
+class PointWidget;
+class ProgramWidget;
+class QComboBox;
+
+namespace Ui {
+class LumoWidget;
+}
+
+/// The package's page in the operator panel: the navigation, the top bar of the project, and a stack
+/// that shows one page at a time. The first one made in a process also fills the `lumo` subtree and
+/// makes the executor, both of which outlive it.
 class LumoWidget : public QWidget {
     Q_OBJECT
 public:
@@ -21,10 +35,39 @@ public:
     void load();
     /// Appends the stations 1 to 4, unbound, to `lumo.signalsConfig`.
     void addFourDefaultSignalsConfig();
+    /// Adds the package's own tool (or work object) and those of the host to a selector.
+    void getToolsAndWobjs(QComboBox* combo, bool isTool);
+    /// Closes the point page, if there is one, and shows the top bar.
+    void deletPWgt();
 
 private:
     void loadPorts();
     void loadList(const QString& fileName, const QString& path);
+
+    void makeEditor();
+    void connectNavigation();
+    void showAlone(QWidget* page);
+    void showEditor();
+    void showParams();
+    void redrawLines(const QList<int>& lines);
+    void discard(QWidget* page);
+    void openPointPage(int row, ModuleObject* statement, int jointCount);
+    void pointPageAccepted(int row);
+
+    void connectProject();
+    void projectChosen(const QString& path);
+    void showProjectName();
+
+    void connectToolset();
+    void reapplyToolset();
+    void selectLoadedToolset();
+    void followState(const QVariant& state);
+
+    std::unique_ptr<Ui::LumoWidget> ui_;
+    ProgramWidget* editor_ = nullptr;
+    PointWidget* pointPage_ = nullptr;      ///< while it is shown
+    QList<ParamConfigWidget*> paramPages_;  ///< oldest first
+    bool stationRun_ = false;               ///< the run under way was started by a station
 };
 
 /// A message without a title; returns at once, the box stays until the operator closes it.

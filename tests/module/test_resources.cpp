@@ -1,4 +1,4 @@
-// The compiled resources: defaults documents, catalogues, theme and icons.
+// The compiled resources: defaults documents, theme and icons.
 
 #include "kord/thememanager.h"
 #include "mendo/modulemanager.h"
@@ -9,8 +9,8 @@
 #include <QJsonArray>
 #include <QJsonObject>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QTest>
-#include <QTranslator>
 
 namespace {
 
@@ -67,8 +67,6 @@ private slots:
     void documents_differInTagsAndTwoTemplates();
     void documents_areInTheirLanguage();
     void documents_beginWithAByteOrderMark();
-    void catalogues_knowTheTexts_data();
-    void catalogues_knowTheTexts();
     void theme_parses();
     void icons_data();
     void icons();
@@ -109,41 +107,6 @@ void TestResources::documents_beginWithAByteOrderMark() {
         QVERIFY(file.open(QIODevice::ReadOnly));
         QCOMPARE(file.read(3), QByteArray("\xEF\xBB\xBF"));
     }
-}
-
-void TestResources::catalogues_knowTheTexts_data() {
-    QTest::addColumn<QByteArray>("context");
-    QTest::addColumn<QByteArray>("source");
-    QTest::addColumn<QString>("english");
-    const auto row = [](const char* context, const char* source, const char* english) {
-        QTest::newRow(english) << QByteArray(context) << QByteArray(source) << QString(english);
-    };
-    row("QObject", "激光焊接", "Laser Welding");
-    row("LumoWidget", "工位", "Station");
-    row("LumoExecutor", "运行错误", "Running Error");
-    row("LumoExecutor", "当前不是空闲状态", "Robot is Not Idle");
-    row("LumoExecutor", "未选中启动行", "Please select the starting row");
-    row("LumoExecutor", "机器人未上电", "The robot is power off.");
-    row("LumoExecutor", "机器人正在运行中", "The robot is running");
-    row("LumoExecutor", "单步只能运行运动指令", "Single step can only support motion command");
-    row("LumoExecutor", "机器人运动错误：-0x%1", "Robot motion error：-0x%1");
-    row("LumoExecutor", "第 %1 行：整圆的三个点共线，无法确定圆",
-        "Line %1: the three points of the full circle lie on one line and define no circle");
-    row("LumoExecutor", "第 %1 行：整圆的点重合，无法确定圆",
-        "Line %1: points of the full circle coincide and define no circle");
-}
-
-void TestResources::catalogues_knowTheTexts() {
-    QFETCH(QByteArray, context);
-    QFETCH(QByteArray, source);
-    QFETCH(QString, english);
-    QTranslator toEnglish, toRussian;
-    QVERIFY(toEnglish.load(":/lumo/language/lumo_en.qm"));
-    QVERIFY(toRussian.load(":/lumo/language/lumo_ru.qm"));
-    QCOMPARE(toEnglish.translate(context, source), english);
-    const QString russian = toRussian.translate(context, source);
-    QVERIFY2(russian.contains(QRegularExpression("\\p{Cyrillic}")), qPrintable(russian));
-    QCOMPARE(russian.contains("%1"), english.contains("%1"));
 }
 
 void TestResources::theme_parses() {

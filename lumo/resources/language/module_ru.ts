@@ -47,11 +47,4 @@
         <translation>Строка %1: точки полной окружности совпадают и не задают окружность</translation>
     </message>
 </context>
-<context>
-    <name>LumoWidget</name>
-    <message>
-        <source>工位</source>
-        <translation>Пост</translation>
-    </message>
-</context>
 </TS>

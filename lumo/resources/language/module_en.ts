@@ -47,11 +47,4 @@
         <translation>Line %1: points of the full circle coincide and define no circle</translation>
     </message>
 </context>
-<context>
-    <name>LumoWidget</name>
-    <message>
-        <source>工位</source>
-        <translation>Station</translation>
-    </message>
-</context>
 </TS>

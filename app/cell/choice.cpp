@@ -1,0 +1,41 @@
+#include "app/cell/choice.h"
+
+#include <QAbstractButton>
+#include <QButtonGroup>
+#include <QHBoxLayout>
+#include <QPushButton>
+
+namespace app {
+
+Choice::Choice(const QString& name, const QStringList& texts, QWidget* parent)
+    : QWidget(parent), buttons_(new QButtonGroup(this)) {
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(0);
+    for (int i = 0; i < texts.size(); ++i) {
+        auto* button = new QPushButton(texts[i]);
+        button->setObjectName(name + QString::number(i));
+        button->setCheckable(true);
+        button->setFocusPolicy(Qt::TabFocus);
+        button->setMinimumHeight(48);
+        buttons_->addButton(button, i);
+        row->addWidget(button, 1);
+    }
+    setCurrent(0);
+    connect(buttons_, &QButtonGroup::idClicked, this, [this](int index) {
+        setCurrent(current_);
+        emit asked(index);
+    });
+}
+
+void Choice::setCurrent(int index) {
+    current_ = index;
+    if (QAbstractButton* button = buttons_->button(index))
+        button->setChecked(true);
+}
+
+int Choice::current() const {
+    return current_;
+}
+
+}  // namespace app

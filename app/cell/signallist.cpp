@@ -1,0 +1,131 @@
+#include "app/cell/signallist.h"
+
+#include "app/cell/nodes.h"
+#include "mendo/modulemanager.h"
+#include "simulator/controller.h"
+
+#include <QGridLayout>
+#include <QLabel>
+
+#include <algorithm>
+
+namespace app {
+
+namespace {
+
+constexpr int kColumns = 4;
+
+/// The register or group that a signal belongs to: "LUMO_DI.#2" to "LUMO_DI", "LUMO_AO_1" to
+/// "LUMO_AO", "DI3" to "DI".
+QString groupOf(const QString& name) {
+    if (name.contains(QLatin1Char('.')))
+        return name.section(QLatin1Char('.'), 0, 0);
+    QString group = name;
+    while (!group.isEmpty() && (group.back().isDigit() || group.back() == QLatin1Char('_')))
+        group.chop(1);
+    return group;
+}
+
+/// What is left to say beside the group's title: the number of the bit, of the register or of the input.
+QString captionOf(const QString& name, const QString& group) {
+    QString rest = name.mid(group.size());
+    while (!rest.isEmpty() && !rest.front().isDigit())
+        rest.remove(0, 1);
+    return rest;
+}
+
+/// The equipment's registers come first, then the robot's own signals, then those of other machines.
+int rankOf(const QString& group) {
+    if (group.startsWith(QLatin1String("LUMO_")))
+        return 0;
+    return group == QLatin1String("DI") || group == QLatin1String("DO") ? 1 : 2;
+}
+
+}  // namespace
+
+SignalList::SignalList(SignalButton::Kind kind, sim::Controller* controller, QWidget* parent)
+    : QWidget(parent), controller_(controller), column_(new QVBoxLayout(this)) {
+    const bool inputs = kind == SignalButton::Kind::Input;
+    QStringList names = inputs ? controller->inputNames() : controller->outputNames();
+    std::stable_sort(names.begin(), names.end(), [](const QString& a, const QString& b) {
+        return rankOf(groupOf(a)) < rankOf(groupOf(b));
+    });
+    addSignals(kind, names);
+    column_->addStretch(1);
+    if (inputs)
+        connect(controller, &sim::Controller::inputChanged, this,
+                [this](const QString& name, bool value) { byName_[name]->setValue(value); });
+    else
+        connect(controller, &sim::Controller::outputChanged, this,
+                [this](const QString& name, const QVariant& value) { byName_[name]->setValue(value); });
+}
+
+void SignalList::addSignals(SignalButton::Kind kind, const QStringList& names) {
+    for (const QString& name : names) {
+        const QString group = groupOf(name);
+        auto* button = new SignalButton(kind, name, captionOf(name, group));
+        sectionOf(group).signals_.append(button);
+        byName_.insert(name, button);
+        if (kind == SignalButton::Kind::Input) {
+            button->setValue(controller_->input(name));
+            connect(button, &SignalButton::clicked, this,
+                    [this, button] { controller_->setInput(button->name(), !button->isOn()); });
+        } else {
+            button->setValue(controller_->output(name));
+        }
+    }
+    for (const Section& section : qAsConst(sections_))
+        arrange(section);
+}
+
+SignalList::Section& SignalList::sectionOf(const QString& title) {
+    if (sections_.isEmpty() || sections_.last().title != title) {
+        auto* heading = new QLabel(title);
+        heading->setProperty("heading", true);
+        auto* grid = new QGridLayout;
+        grid->setSpacing(4);
+        column_->addWidget(heading);
+        column_->addLayout(grid);
+        sections_.append({title, grid, {}});
+    }
+    return sections_.last();
+}
+
+void SignalList::showEvent(QShowEvent* event) {
+    refreshLabels();
+    QWidget::showEvent(event);
+}
+
+void SignalList::refreshLabels() {
+    QHash<QString, QString> labels;
+    for (const mendo::ModuleObject* port : m(node::ports)->cmobjs())
+        labels.insert(port->c(QStringLiteral("name"))->getString(),
+                      port->c(QStringLiteral("tag"))->getString());
+    for (const Section& section : qAsConst(sections_)) {
+        for (SignalButton* button : section.signals_)
+            button->setLabel(labels.value(button->name()));
+        arrange(section);
+    }
+}
+
+void SignalList::arrange(const Section& section) {
+    int row = 0;
+    for (SignalButton* button : section.signals_) {
+        if (!button->label().isEmpty())
+            section.grid->addWidget(button, row++, 0, 1, kColumns);
+    }
+    int column = 0;
+    for (SignalButton* button : section.signals_) {
+        if (!button->label().isEmpty())
+            continue;
+        const int span = button->valueText().size() > 1 ? kColumns / 2 : 1;
+        section.grid->addWidget(button, row, column, 1, span);
+        column += span;
+        if (column >= kColumns) {
+            column = 0;
+            ++row;
+        }
+    }
+}
+
+}  // namespace app

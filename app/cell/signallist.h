@@ -1,0 +1,46 @@
+#pragma once
+
+#include "app/cell/signalbutton.h"
+
+#include <QHash>
+#include <QVector>
+#include <QWidget>
+
+class QGridLayout;
+class QVBoxLayout;
+
+namespace sim {
+class Controller;
+}
+
+namespace app {
+
+/// All inputs or all outputs of the controller, by register, those of the equipment first: what is
+/// assigned takes a row with its label, the rest stands side by side.
+class SignalList : public QWidget {
+    Q_OBJECT
+public:
+    SignalList(SignalButton::Kind kind, sim::Controller* controller, QWidget* parent = nullptr);
+
+protected:
+    /// Labels follow the port assignment of the moment.
+    void showEvent(QShowEvent* event) override;
+
+private:
+    struct Section {
+        QString title;
+        QGridLayout* grid = nullptr;
+        QVector<SignalButton*> signals_;
+    };
+    void addSignals(SignalButton::Kind kind, const QStringList& names);
+    Section& sectionOf(const QString& title);
+    void refreshLabels();
+    static void arrange(const Section& section);
+
+    sim::Controller* controller_;
+    QVBoxLayout* column_;
+    QVector<Section> sections_;
+    QHash<QString, SignalButton*> byName_;
+};
+
+}  // namespace app

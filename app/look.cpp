@@ -1,0 +1,25 @@
+#include "app/look.h"
+
+#include <QApplication>
+#include <QFont>
+#include <QStyle>
+#include <QStyleFactory>
+
+namespace app {
+
+namespace {
+
+constexpr int kFontPx = 14;
+
+}  // namespace
+
+void installLook() {
+    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    QApplication::setPalette(QApplication::style()->standardPalette());
+    QFont font;
+    font.setFamilies({QStringLiteral("DejaVu Sans"), QStringLiteral("WenQuanYi Micro Hei")});
+    font.setPixelSize(kFontPx);
+    QApplication::setFont(font);
+}
+
+}  // namespace app

@@ -1,0 +1,129 @@
+#include "app/language.h"
+#include "app/look.h"
+#include "app/noticebar.h"
+#include "app/options.h"
+#include "app/panel.h"
+#include "app/preferences.h"
+#include "app/shots/gallery.h"
+#include "app/workfolder.h"
+#include "gantu/package.h"
+#include "mendo/modulemanager.h"
+#include "simulator/virtualtime.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFile>
+#include <QLocale>
+#include <QScreen>
+#include <QTextCodec>
+
+#include <cstdio>
+
+namespace {
+
+constexpr int kFailed = 1;
+constexpr int kBadUsage = 2;
+constexpr QSize kSize(1280, 800);
+
+/// Says what is wrong and returns the exit status.
+int fail(const QString& text, int status) {
+    std::fprintf(stderr, "lumo-panel: %s\n", text.toUtf8().constData());
+    return status;
+}
+
+int print(const QString& text) {
+    std::fputs(text.toUtf8().constData(), stdout);
+    return 0;
+}
+
+/// What Qt complains about, without what the offscreen platform says of every window and what Qt says
+/// wherever there is no login session; the package's debug stream is of no use here.
+void onQtMessage(QtMsgType type, const QMessageLogContext&, const QString& text) {
+    const bool noise = text.startsWith(QLatin1String("This plugin does not support")) ||
+                       text.startsWith(QLatin1String("QStandardPaths:"));
+    if (type != QtDebugMsg && type != QtInfoMsg && !noise)
+        fail(text, kFailed);
+}
+
+/// Language and working directory of this start; what was asked for is remembered. What is to be told
+/// once the window is there is left in `lost`.
+bool prepare(const app::Options& options, QString* lost) {
+    if (!app::enterWorkFolder(options.settings, app::Preferences::folder(), lost))
+        return false;
+    QString language = options.language.isEmpty() ? app::Preferences::language() : options.language;
+    if (language.isEmpty())
+        language = app::languageOf(QLocale::system().name());
+    if (!options.language.isEmpty())
+        app::Preferences::rememberLanguage(language);
+    if (!options.settings.isEmpty())
+        app::Preferences::rememberFolder(QDir::currentPath());
+    app::installLanguage(language);
+    return true;
+}
+
+/// On a screen that is hardly larger than the panel, the panel is all there is.
+void show(QWidget* window) {
+    const QSize room = window->screen()->availableSize();
+    window->resize(kSize.boundedTo(room));
+    if (room.width() <= kSize.width() || room.height() <= kSize.height())
+        window->showMaximized();
+    else
+        window->show();
+}
+
+/// Without a screen and on virtual time, so that every start gives the same pictures.
+int takePictures(const app::Options& options, int& argc, char** argv) {
+    if (options.language.isEmpty()) {
+        const QCoreApplication application(argc, argv);
+        return app::writeEveryGallery(options.screenshots);
+    }
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qInstallMessageHandler(onQtMessage);
+    sim::VirtualTime::install();
+    const QApplication application(argc, argv);
+    app::installLook();
+    app::installLanguage(options.language);
+    return app::writeGallery(options.screenshots, options.language);
+}
+
+int run(const app::Options& options) {
+    QString lost;
+    if (!prepare(options, &lost))
+        return fail(QStringLiteral("the folder of projects and settings cannot be entered"), kFailed);
+    app::installLook();
+    app::Panel panel;
+    QString error;
+    if (!panel.open(gantu::findLibrary(QStringLiteral("lumo")), &error))
+        return fail(error, kFailed);
+    if (!lost.isEmpty())
+        panel.window()->notices()->report(lost, 0, 0, QStringLiteral("No such file or directory"));
+    show(panel.window());
+    if (!options.project.isEmpty() && !panel.openProject(options.project))
+        fail(QStringLiteral("--open: the page has no way to open a project"), kFailed);
+    mendo::ModuleManager::setOutermostLoop(1);
+    return QApplication::exec();
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));  // file names, in any locale
+    QStringList arguments;
+    for (int i = 1; i < argc; ++i)
+        arguments.append(QFile::decodeName(argv[i]));
+    QString error;
+    const std::optional<app::Options> options = app::parseOptions(arguments, &error);
+    if (!options)
+        return fail(error, kBadUsage);
+    if (options->help)
+        return print(app::usage());
+    if (options->version)
+        return print(app::versionText());
+    QCoreApplication::setOrganizationName(QStringLiteral("lumo"));
+    QCoreApplication::setApplicationName(QStringLiteral("lumo-panel"));
+    int programOnly = 1;  // Qt's own options are none of ours
+    if (!options->screenshots.isEmpty())
+        return takePictures(*options, programOnly, argv);
+    const QApplication application(programOnly, argv);
+    return run(*options);
+}

@@ -1,0 +1,121 @@
+#include "app/noticebar.h"
+
+#include "mendo/clock.h"
+
+#include <QDir>
+#include <QEvent>
+#include <QFileInfo>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QToolButton>
+
+namespace app {
+
+namespace {
+
+constexpr int kMostListed = 10;
+constexpr int kShownPathWidth = 320;
+
+QToolButton* makeButton(QWidget* parent, const QString& name) {
+    auto* button = new QToolButton(parent);
+    button->setObjectName(name);
+    button->setFocusPolicy(Qt::TabFocus);
+    button->setMinimumSize(48, 48);
+    return button;
+}
+
+}  // namespace
+
+NoticeBar::NoticeBar(QWidget* window)
+    : QFrame(window),
+      window_(window),
+      text_(new QLabel(this)),
+      more_(makeButton(this, QStringLiteral("btnNotices"))),
+      close_(makeButton(this, QStringLiteral("btnDismiss"))),
+      list_(new QLabel(window)) {
+    setObjectName(QStringLiteral("noticeBar"));
+    text_->setObjectName(QStringLiteral("lblNotice"));
+    text_->setTextFormat(Qt::PlainText);
+    text_->setWordWrap(true);
+    text_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored);
+    more_->setCheckable(true);
+    close_->setText(QStringLiteral("✕"));
+    close_->setToolTip(tr("关闭提示"));
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins(12, 0, 0, 0);
+    row->setSpacing(0);
+    row->addWidget(text_, 1);
+    row->addWidget(more_);
+    row->addWidget(close_);
+    list_->setObjectName(QStringLiteral("noticeList"));
+    list_->setTextFormat(Qt::PlainText);
+    list_->setWordWrap(true);
+    list_->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    list_->hide();
+    hide();
+    window_->installEventFilter(this);
+    connect(more_, &QToolButton::toggled, this, &NoticeBar::showList);
+    connect(close_, &QToolButton::clicked, this, &NoticeBar::dismiss);
+}
+
+void NoticeBar::report(const QString& file, int line, int column, const QString& reason) {
+    const FileProblem problem{file, line, column, reason};
+    if (!texts_.isEmpty() && problem == newest_)
+        return;
+    newest_ = problem;
+    const QString path = QDir::toNativeSeparators(QFileInfo(file).absoluteFilePath());
+    texts_.prepend(mendo::Clock::current().now().toString(QStringLiteral("HH:mm:ss  ")) +
+                   problemText(problem, path));
+    if (texts_.size() > kMostListed)
+        texts_.removeLast();
+    show();
+    refresh();
+}
+
+QWidget* NoticeBar::list() const {
+    return list_;
+}
+
+void NoticeBar::dismiss() {
+    more_->setChecked(false);
+    texts_.clear();
+    hide();
+}
+
+void NoticeBar::showList(bool shown) {
+    list_->setVisible(shown);
+    if (shown) {
+        placeList();
+        list_->raise();
+    }
+}
+
+void NoticeBar::placeList() {
+    const QPoint below = mapTo(window_, QPoint(0, height()));
+    const int room = window_->height() - below.y();
+    list_->setGeometry(below.x(), below.y(), width(), qMin(list_->heightForWidth(width()), room));
+}
+
+void NoticeBar::refresh() {
+    const QString path = QDir::toNativeSeparators(QFileInfo(newest_.file).absoluteFilePath());
+    const QString shown = text_->fontMetrics().elidedText(path, Qt::ElideLeft, kShownPathWidth);
+    text_->setText(QStringLiteral("⚠ ") + problemText(newest_, shown));
+    text_->setToolTip(problemText(newest_, path));
+    more_->setText(tr("全部（%1）").arg(texts_.size()));
+    more_->setVisible(texts_.size() > 1);
+    list_->setText(texts_.join(QStringLiteral("\n\n")));
+    placeList();
+}
+
+void NoticeBar::resizeEvent(QResizeEvent* event) {
+    QFrame::resizeEvent(event);
+    placeList();
+}
+
+bool NoticeBar::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::Resize && watched == window_)
+        placeList();
+    return QFrame::eventFilter(watched, event);
+}
+
+}  // namespace app

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+
+namespace app {
+
+/// What the command line asks for. File names are absolute; what was not given is empty.
+struct Options {
+    QString language;  ///< "cn", "en" or "ru"
+    QString settings;  ///< working directory of the package
+    QString project;   ///< to be opened at start
+    QString screenshots;
+    bool help = false;
+    bool version = false;
+};
+
+/// Reads the arguments (without the program's name). Nothing, with one line in `error`, when they make
+/// no sense. File names are taken relative to the current directory.
+std::optional<Options> parseOptions(const QStringList& arguments, QString* error);
+
+/// The languages, in the order in which they are offered.
+QStringList languages();
+
+/// The line that --version prints.
+QString versionText();
+/// The text that --help prints.
+QString usage();
+
+}  // namespace app

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "app/panelwindow.h"
+#include "gantu/package.h"
+
+#include <QObject>
+
+#include <memory>
+
+namespace sim {
+class Cell;
+class Controller;
+}  // namespace sim
+
+namespace app {
+
+/// The host around the package: the robot service with a simulated controller and weld cell behind
+/// it, the panel's window, and the package in it. One in a process; language and working directory
+/// are set before.
+class Panel : public QObject {
+    Q_OBJECT
+public:
+    /// Makes the controller, as it is when it comes up: without drive power, in automatic mode.
+    Panel();
+    ~Panel() override;
+
+    /// Loads the package from its library, shows its first page and wires the cell as the port file in
+    /// the working directory tells. False, with the reason in `error`, when there is no such package.
+    bool open(const QString& libraryFile, QString* error);
+
+    /// Opens a project as a hand does, with the page's Open button. False when the page has none that
+    /// answers.
+    bool openProject(const QString& file);
+
+    PanelWindow* window() const { return window_.get(); }
+    sim::Controller* controller() const { return controller_; }
+
+private:
+    QWidget* showPage(const QString& key);
+    void onFileProblem(const QString& fileName, int line, int column, const QString& reason);
+
+    sim::Controller* controller_;
+    sim::Cell* cell_ = nullptr;
+    std::unique_ptr<PanelWindow> window_;
+    gantu::Package package_;
+};
+
+}  // namespace app

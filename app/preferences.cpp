@@ -1,0 +1,57 @@
+#include "app/preferences.h"
+
+#include "app/options.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QSettings>
+#include <QStandardPaths>
+
+namespace app {
+
+namespace {
+
+const QString kLanguage = QStringLiteral("language");
+const QString kFolder = QStringLiteral("folder");
+
+}  // namespace
+
+QString languageOf(const QString& locale) {
+    const QString code = locale.section(QLatin1Char('_'), 0, 0);
+    if (code == QLatin1String("zh"))
+        return QStringLiteral("cn");
+    return code == QLatin1String("ru") ? code : QStringLiteral("en");
+}
+
+bool isInCheckout(const QString& folder) {
+    QDir place(folder);
+    do {
+        if (place.exists(QStringLiteral("lumo/resources/lumo.json")))
+            return true;
+    } while (place.cdUp());
+    return false;
+}
+
+QString defaultFolder(const QString& current) {
+    return isInCheckout(current) ? current
+                                 : QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
+}
+
+QString Preferences::language() {
+    const QString language = QSettings().value(kLanguage).toString();
+    return languages().contains(language) ? language : QString();
+}
+
+void Preferences::rememberLanguage(const QString& language) {
+    QSettings().setValue(kLanguage, language);
+}
+
+QString Preferences::folder() {
+    return QSettings().value(kFolder).toString();
+}
+
+void Preferences::rememberFolder(const QString& folder) {
+    QSettings().setValue(kFolder, folder);
+}
+
+}  // namespace app

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QString>
+
+namespace app {
+
+/// The language when none was given or remembered: that of the system where the panel speaks it,
+/// else English. `locale`: a name such as "zh_CN".
+QString languageOf(const QString& locale);
+
+/// Whether a folder lies in a checkout of this project.
+bool isInCheckout(const QString& folder);
+
+/// The folder of projects and settings when none was given or remembered: `current` in a checkout,
+/// else the user's data folder, which need not exist yet.
+QString defaultFolder(const QString& current);
+
+/// What the panel remembers from one start to the next, in the user's configuration. What was never
+/// remembered is empty.
+class Preferences {
+public:
+    [[nodiscard]] static QString language();
+    static void rememberLanguage(const QString& language);
+    [[nodiscard]] static QString folder();
+    static void rememberFolder(const QString& folder);
+};
+
+}  // namespace app

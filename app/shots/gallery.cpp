@@ -1,0 +1,113 @@
+#include "app/shots/gallery.h"
+
+#include "app/options.h"
+#include "app/panel.h"
+#include "app/shots/scene.h"
+#include "app/shots/stops.h"
+#include "gantu/package.h"
+#include "mendo/log.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QSettings>
+#include <QTemporaryDir>
+
+#include <cstdio>
+
+namespace app {
+
+namespace {
+
+constexpr int kFailed = 1;
+
+int complain(const QString& text) {
+    std::fprintf(stderr, "lumo-panel: %s\n", text.toUtf8().constData());
+    return kFailed;
+}
+
+/// The projects and settings that the pictures show, as a working directory.
+bool layOutSample(const QString& folder) {
+    const QDir sample(QStringLiteral(":/app/sample"));
+    bool copied = QDir().mkpath(folder) && QDir::setCurrent(folder);
+    const QStringList names = sample.entryList();
+    for (const QString& fileName : names) {
+        copied = copied && QFile::copy(sample.filePath(fileName), fileName);
+        QFile::setPermissions(fileName, QFile::ReadOwner | QFile::WriteOwner);
+    }
+    return copied;
+}
+
+/// Takes one stop's pictures in all sizes; whether all are there.
+bool visit(const Stop& stop, Scene* scene, const QDir& folder, const QString& language) {
+    bool whole = true;
+    for (const QSize& size : pictureSizes()) {
+        scene->reset(size);
+        stop.go(*scene);
+        const QString file = pictureName(language, size, QLatin1String(stop.name));
+        QString problem = scene->problem();
+        if (problem.isEmpty() && scene->picture().size() != size)
+            problem = scene->picture().isNull() ? QStringLiteral("what was waited for did not come")
+                                                : QStringLiteral("the panel does not fit");
+        if (!scene->picture().isNull() && !scene->picture().save(folder.filePath(file)))
+            problem = QStringLiteral("it cannot be written");
+        if (!problem.isEmpty()) {
+            complain(file + QStringLiteral(": ") + problem);
+            whole = false;
+        }
+    }
+    return whole;
+}
+
+}  // namespace
+
+std::vector<QSize> pictureSizes() {
+    return {QSize(1024, 768), QSize(1280, 800)};
+}
+
+QString pictureName(const QString& language, const QSize& size, const QString& name) {
+    return QStringLiteral("%1-%2x%3-%4.png")
+        .arg(language, QString::number(size.width()), QString::number(size.height()), name);
+}
+
+int writeGallery(const QString& folder, const QString& language) {
+    mendo::LogHub::instance()->setConsole(false);
+    if (!QDir().mkpath(folder))
+        return complain(folder + QStringLiteral(": the folder cannot be made"));
+    const QTemporaryDir place;
+    if (!place.isValid() || !layOutSample(place.filePath(QStringLiteral("cell"))))
+        return complain(QStringLiteral("the sample cannot be laid out"));
+    // A file dialog keeps its look and history in the user's configuration.
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, place.path());
+    Panel panel;
+    QString error;
+    if (!panel.open(gantu::findLibrary(QStringLiteral("lumo")), &error))
+        return complain(error);
+    panel.window()->show();
+    Scene scene(&panel);
+    bool whole = true;
+    for (const Stop& stop : stops())
+        whole = visit(stop, &scene, QDir(folder), language) && whole;
+    scene.reset(pictureSizes().front());
+    QDir::setCurrent(QDir::rootPath());
+    return whole ? 0 : kFailed;
+}
+
+int writeEveryGallery(const QString& folder) {
+    int status = 0;
+    for (const QString& language : languages()) {
+        QProcess process;
+        process.setProcessChannelMode(QProcess::ForwardedChannels);
+        process.start(QCoreApplication::applicationFilePath(),
+                      {QStringLiteral("--screenshots"), folder, QStringLiteral("--language"), language});
+        process.waitForFinished(-1);
+        if (process.exitStatus() != QProcess::NormalExit)
+            status = complain(language + QStringLiteral(": the pictures' process ended early"));
+        else if (process.exitCode() != 0)
+            status = process.exitCode();
+    }
+    return status;
+}
+
+}  // namespace app

@@ -1,0 +1,244 @@
+#include "app/shots/scene.h"
+
+#include "app/noticebar.h"
+#include "app/panel.h"
+#include "mendo/modulemanager.h"
+#include "simulator/controller.h"
+#include "simulator/virtualtime.h"
+
+#include <QAbstractButton>
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QDialog>
+#include <QDialogButtonBox>
+#include <QDir>
+#include <QFileDialog>
+#include <QFileSystemModel>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QPainter>
+#include <QPushButton>
+#include <QThread>
+#include <QTimer>
+
+#include <algorithm>
+
+namespace app {
+
+namespace {
+
+constexpr int kLayoutMs = 50;
+constexpr int kLongestRunMs = 120000;
+constexpr int kTitleHeight = 26;
+
+sim::VirtualTime* clock() {
+    return sim::VirtualTime::instance();
+}
+
+/// What is on the screen besides the panel's window, the oldest first.
+QWidgetList overlays(const QWidget* window) {
+    QWidgetList shown;
+    const QWidgetList all = QApplication::topLevelWidgets();
+    for (QWidget* widget : all) {
+        if (widget != window && widget->isVisible())
+            shown << widget;
+    }
+    // A dialog that belongs to another one lies over it.
+    const auto depth = [](const QWidget* widget) {
+        int levels = 0;
+        for (; widget; widget = widget->parentWidget())
+            ++levels;
+        return levels;
+    };
+    std::stable_sort(shown.begin(), shown.end(),
+                     [&](const QWidget* a, const QWidget* b) { return depth(a) < depth(b); });
+    return shown;
+}
+
+/// Draws a window as a window manager shows it: with its title, unless it wants none.
+void paintWindow(QPainter* painter, QWidget* widget, const QPoint& place) {
+    const QPixmap content = widget->grab();
+    painter->drawPixmap(place, content);
+    if (widget->windowFlags().testFlag(Qt::FramelessWindowHint) || widget->windowType() == Qt::Popup)
+        return;
+    const QRect title(place.x(), place.y() - kTitleHeight, content.width(), kTitleHeight);
+    painter->fillRect(title, QColor(0x5b, 0x6b, 0x7d));
+    painter->setPen(Qt::white);
+    painter->drawText(title.adjusted(8, 0, -8, 0), Qt::AlignVCenter | Qt::AlignLeft, widget->windowTitle());
+    painter->setPen(QColor(0x5b, 0x6b, 0x7d));
+    painter->drawRect(QRect(title.topLeft(), QSize(title.width() - 1, kTitleHeight + content.height() - 1)));
+}
+
+/// The folder's content is read by a thread of its own, on the wall clock.
+void awaitFiles(const QDialog* dialog) {
+    const auto* view = dialog->findChild<QAbstractItemView*>(QStringLiteral("listView"));
+    for (int i = 0; view && i < 200 && view->model()->rowCount(view->rootIndex()) == 0; ++i) {
+        QThread::msleep(5);
+        clock()->advance(20);
+    }
+    clock()->advance(200);
+}
+
+}  // namespace
+
+Scene::Scene(Panel* panel) : panel_(panel) {}
+
+sim::Controller* Scene::controller() const {
+    return panel_->controller();
+}
+
+void Scene::reset(const QSize& size) {
+    steps_ = std::make_unique<QObject>();
+    picture_ = QPixmap();
+    problem_.clear();
+    closeDialogs();
+    settle();
+    controller()->setPower(false);
+    controller()->setMode(QStringLiteral("auto"));
+    controller()->setInput(QStringLiteral("DI3"), true);
+    PanelWindow* window = panel_->window();
+    window->notices()->dismiss();
+    window->resize(size);
+    clock()->advance(kLayoutMs);
+    window->placeStrip();
+    for (const char* home : {"cellTab0", "btnProject"}) {
+        auto* button = window->findChild<QAbstractButton*>(QLatin1String(home));
+        if (button)
+            button->click();
+    }
+    clock()->advance(kLayoutMs);
+    picture_ = QPixmap();
+}
+
+/// Answers no to whatever is open.
+void Scene::closeDialogs() {
+    const QWidgetList shown = overlays(panel_->window());
+    for (QWidget* widget : shown) {
+        if (auto* dialog = qobject_cast<QDialog*>(widget))
+            dialog->reject();
+        else
+            widget->close();
+    }
+    clock()->advance(kLayoutMs);
+}
+
+void Scene::fail(const QString& problem) {
+    if (problem_.isEmpty())
+        problem_ = problem;
+}
+
+template <typename Widget>
+Widget* Scene::find(const QString& name) {
+    if (!problem_.isEmpty())
+        return nullptr;
+    QWidgetList windows = overlays(panel_->window());
+    windows.prepend(panel_->window());
+    for (auto window = windows.rbegin(); window != windows.rend(); ++window) {
+        const QList<Widget*> named = (*window)->template findChildren<Widget*>(name);
+        for (Widget* widget : named) {
+            if (widget->isVisible() && widget->isEnabled())
+                return widget;
+        }
+    }
+    fail(QStringLiteral("%1 is not there or not enabled").arg(name));
+    return nullptr;
+}
+
+void Scene::click(const QString& button) {
+    if (auto* found = find<QAbstractButton>(button)) {
+        found->click();
+        clock()->advance(kLayoutMs);
+    }
+}
+
+void Scene::selectRow(const QString& table, int row) {
+    auto* view = find<QAbstractItemView>(table);
+    if (!view)
+        return;
+    const QModelIndex index = view->model()->index(row, 1);
+    if (!index.isValid())
+        fail(QStringLiteral("%1 has no row %2").arg(table).arg(row));
+    view->setCurrentIndex(index);
+    clock()->advance(kLayoutMs);
+}
+
+void Scene::type(const QString& lineEdit, const QString& text) {
+    auto* field = find<QLineEdit>(lineEdit);
+    if (!field)
+        return;
+    field->selectAll();
+    QKeyEvent erase(QEvent::KeyPress, Qt::Key_Backspace, Qt::NoModifier);
+    QApplication::sendEvent(field, &erase);
+    for (const QChar character : text) {
+        QKeyEvent press(QEvent::KeyPress, 0, Qt::NoModifier, QString(character));
+        QApplication::sendEvent(field, &press);
+    }
+    clock()->advance(kLayoutMs);
+}
+
+void Scene::accept() {
+    const QWidgetList shown = overlays(panel_->window());
+    const auto* buttons = shown.isEmpty() ? nullptr : shown.last()->findChild<QDialogButtonBox*>();
+    if (!buttons || buttons->buttons().isEmpty()) {
+        fail(QStringLiteral("there is nothing to be accepted"));
+        return;
+    }
+    for (const auto which : {QDialogButtonBox::Ok, QDialogButtonBox::Yes}) {
+        if (QAbstractButton* button = buttons->button(which)) {
+            button->click();
+            break;
+        }
+    }
+    clock()->advance(kLayoutMs);
+}
+
+void Scene::openProject(const QString& fileName) {
+    if (!panel_->openProject(QDir::current().absoluteFilePath(fileName)))
+        fail(QStringLiteral("%1 cannot be opened").arg(fileName));
+    clock()->advance(kLayoutMs);
+}
+
+void Scene::after(int ms, const Step& step) {
+    QTimer::singleShot(ms, steps_.get(), step);
+}
+
+void Scene::whenLineRuns(int line, const Step& step) {
+    auto* once = new QObject(steps_.get());
+    connect(m(QStringLiteral("lumo.execute.line")), &mendo::ModuleObject::changed, once,
+            [this, once, line, step](const QVariant& value) {
+                if (value.toInt() != line)
+                    return;
+                once->deleteLater();
+                after(kLayoutMs, step);
+            });
+}
+
+void Scene::settle() {
+    clock()->advanceUntil(
+        [this] {
+            return m(QStringLiteral("lumo.execute.state"))->getString() != QLatin1String("busy") &&
+                   controller()->standsStill();
+        },
+        kLongestRunMs);
+    clock()->advance(2000);
+}
+
+void Scene::shoot() {
+    if (!problem_.isEmpty())
+        return;
+    PanelWindow* window = panel_->window();
+    const QWidgetList shown = overlays(window);
+    for (QWidget* widget : shown) {
+        if (const auto* dialog = qobject_cast<QFileDialog*>(widget))
+            awaitFiles(dialog);
+    }
+    clock()->settle();
+    QPixmap picture = window->grab();
+    QPainter painter(&picture);
+    for (QWidget* widget : shown)
+        paintWindow(&painter, widget, widget->pos() - window->pos());
+    painter.end();
+    picture_ = picture;
+}
+
+}  // namespace app

@@ -1,0 +1,54 @@
+#include "gantu/package.h"
+
+#include "gantu/bmodule.h"
+#include "gantu/panel.h"
+#include "mendo/creatormanager.h"
+
+#include <QCoreApplication>
+#include <QFileInfo>
+
+namespace gantu {
+
+QString findLibrary(const QString& package) {
+    const QString lib = QCoreApplication::applicationDirPath() + QStringLiteral("/../lib/");
+    const QString file = QStringLiteral("lib%1.so").arg(package);
+    const QString folder = package + QLatin1Char('/');
+    for (const QString& place : {lib + file, lib + QStringLiteral(PANELHOST_ARCHITECTURE "/") + folder + file,
+                                 lib + folder + file}) {
+        if (QFileInfo::exists(place)) {
+            return QFileInfo(place).canonicalFilePath();
+        }
+    }
+    return {};
+}
+
+Package::Package() = default;
+
+Package::~Package() = default;
+
+bool Package::load(const QString& libraryFile, const QString& name, QString* error) {
+    if (libraryFile.isEmpty()) {
+        *error = QStringLiteral("the package lib%1.so is not beside this program").arg(name);
+        return false;
+    }
+    if (!loadPackage(libraryFile, error)) {
+        return false;
+    }
+    module_.reset(bfactory().create(name, nullptr));
+    if (!module_) {
+        *error = QStringLiteral("the package registers no module \"%1\"").arg(name);
+        return false;
+    }
+    module_->init();
+    return true;
+}
+
+QWidget* Package::page(const QString& key) {
+    std::unique_ptr<BModule>& module = pages_[key];
+    if (!module) {
+        module.reset(bfactory().create(key, nullptr));
+    }
+    return module ? module->wgt() : nullptr;
+}
+
+}  // namespace gantu

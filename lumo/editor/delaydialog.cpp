@@ -1,0 +1,21 @@
+#include "editor/delaydialog.h"
+
+#include "editor/fieldlimits.h"
+#include "module/keys.h"
+#include "ui_delaydialog.h"
+
+DelayDialog::DelayDialog(ModuleObject* statement, QWidget* parent)
+    : WatchedLineDialog(Closing::ByOwner, parent), ui_(std::make_unique<Ui::DelayDialog>()) {
+    ui_->setupUi(this);
+    setUpButtons(ui_->buttonBox, tr("确定"), tr("取消"));
+    watch(ui_->lineEdit);
+    allowOnlyDigits(ui_->lineEdit);
+    ui_->lineEdit->setText(statement->r(lumo::field::delaytime)->getString());
+    requireText();
+}
+
+DelayDialog::~DelayDialog() = default;
+
+QString DelayDialog::value() const {
+    return ui_->lineEdit->text();
+}

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "editor/watchedlinedialog.h"
+#include "module/host.h"
+
+#include <memory>
+
+namespace Ui {
+class DelayDialog;
+}
+
+/// How long a "delay" statement waits. OK is disabled while nothing is typed.
+class DelayDialog final : public WatchedLineDialog {
+    Q_OBJECT
+public:
+    /// Reads the statement, which is not kept.
+    explicit DelayDialog(ModuleObject* statement, QWidget* parent = nullptr);
+    ~DelayDialog() override;
+
+    /// Milliseconds, as typed.
+    [[nodiscard]] QString value() const;
+
+signals:
+    void signaldelayIsok(bool ok);
+
+protected:
+    void announce(bool ok) override { emit signaldelayIsok(ok); }
+
+private:
+    const std::unique_ptr<Ui::DelayDialog> ui_;
+};

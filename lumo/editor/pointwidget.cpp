@@ -1,0 +1,231 @@
+#include "editor/pointwidget.h"
+
+#include "editor/drag.h"
+#include "editor/fieldlimits.h"
+#include "module/keys.h"
+#include "ui_pointwidget.h"
+
+#include <QtMath>
+
+#include <cmath>
+
+using namespace lumo;
+
+namespace {
+
+constexpr double millimetresPerMetre = 1000.0;
+constexpr double degreesPerHalfTurn = 180.0;
+constexpr int shownDigits = 6;
+constexpr int seventhJoint = 7;
+
+/// Operators write a decimal comma as well as a point.
+double numberIn(const QString& text) {
+    const double number = QString(text).replace(QLatin1Char(','), QLatin1Char('.')).toDouble();
+    return std::isfinite(number) ? number : 0.0;
+}
+
+QString element(QLatin1String list, int index) {
+    return mName(list, mIndex(index));
+}
+
+}  // namespace
+
+PointWidget::PointWidget(int row, ModuleObject* statement, int jointCount, QWidget* parent)
+    : QWidget(parent),
+      ui_(std::make_unique<Ui::PointWidget>()),
+      statement_(statement),
+      program_(statement->pmobj()),
+      row_(row),
+      position_(statement->indexInPmobj()),
+      jointCount_(jointCount),
+      hasSecondPoint_(statement->hasCmobj(field::point1)),
+      p0_(std::make_unique<ModuleObject>(QStringLiteral("p0"))),
+      p1_(std::make_unique<ModuleObject>(QStringLiteral("p1"))) {
+    ui_->setupUi(this);
+    setAttribute(Qt::WA_StyledBackground);
+    refreshUIWithType();
+    p2t(statement->r(field::point), jointMode_);
+    ui_->lineEditSpeed->setText(statement->r(field::speed)->getString());
+    ui_->lineEditTurn->setText(statement->r(field::zone)->getString());
+    ui_->textEditNote->setPlainText(statement->r(field::note)->getString());
+    shownNote_ = ui_->textEditNote->toPlainText();
+    ui_->lineEditSpeed->setValidator(new SpeedValidator(ui_->lineEditSpeed));
+    allowOnlyDigits(ui_->lineEditTurn);
+    limitToZone(ui_->lineEditTurn);
+    connectControls();
+}
+
+PointWidget::~PointWidget() {
+    m(key::dialogStatement)->setValue(this, QVariant());
+}
+
+void PointWidget::connectControls() {
+    connect(ui_->okayBtn, &QPushButton::clicked, this, &PointWidget::confirm);
+    connect(ui_->cancelBtn, &QPushButton::clicked, this, &PointWidget::cancelBtnClicked);
+    connect(ui_->updateBtn1, &QPushButton::clicked, this, &PointWidget::teachFirst);
+    connect(ui_->updateBtn2, &QPushButton::clicked, this, &PointWidget::teachSecond);
+    connect(m(mName(key::keypad, QStringLiteral("center.clicked"))), &ModuleObject::changed, ui_->okayBtn,
+            &QPushButton::click);
+    followDragKeys(this);
+}
+
+void PointWidget::refreshUIWithType() {
+    const QString type = statement_->r(field::type)->getString();
+    jointMode_ = type == statement::moveJ;
+    if (jointMode_) {
+        ui_->lblType->setText(tr("空走参数设置"));
+        int joint = 0;
+        for (QLabel* caption : {ui_->lblX1, ui_->lblY1, ui_->lblZ1, ui_->lblA1, ui_->lblB1, ui_->lblC1}) {
+            caption->setText(QStringLiteral("J%1:").arg(++joint));
+        }
+        hiddenPoint2();
+    } else if (type == statement::moveL) {
+        ui_->lblType->setText(tr("直线参数设置"));
+        hiddenPoint2();
+    } else {
+        ui_->lblType->setText(tr("全圆/圆弧参数设置"));
+    }
+    const bool hasSeventh = jointMode_ && jointCount_ >= seventhJoint;
+    ui_->lblJ7->setVisible(hasSeventh);
+    ui_->lineEditJ7->setVisible(hasSeventh);
+}
+
+void PointWidget::hiddenPoint2() {
+    for (QWidget* caption :
+         std::initializer_list<QWidget*>{ui_->lblP2, ui_->updateBtn2, ui_->lblX2, ui_->lblY2, ui_->lblZ2,
+                                         ui_->lblA2, ui_->lblB2, ui_->lblC2}) {
+        caption->hide();
+    }
+    for (const Coordinate& coordinate : secondPoint()) {
+        coordinate.field->hide();
+    }
+}
+
+PointWidget::Coordinates PointWidget::firstPoint(bool jointMode) const {
+    QLineEdit* const lines[] = {ui_->lineEditX1, ui_->lineEditY1, ui_->lineEditZ1, ui_->lineEditA1,
+                                ui_->lineEditB1, ui_->lineEditC1, ui_->lineEditJ7};
+    Coordinates coordinates;
+    if (jointMode) {
+        const int joints = jointCount_ >= seventhJoint ? seventhJoint : seventhJoint - 1;
+        for (int i = 0; i < joints; ++i) {
+            coordinates.append({lines[i], element(field::near, i), Unit::Degree});
+        }
+        return coordinates;
+    }
+    for (int i = 0; i < 3; ++i) {
+        coordinates.append({lines[i], element(field::trans, i), Unit::Millimetre});
+    }
+    for (int i = 0; i < 3; ++i) {
+        coordinates.append({lines[3 + i], element(field::rot, i), Unit::Degree});
+    }
+    return coordinates;
+}
+
+PointWidget::Coordinates PointWidget::secondPoint() const {
+    return {{ui_->lineEditX2, element(field::trans, 0), Unit::Millimetre},
+            {ui_->lineEditY2, element(field::trans, 1), Unit::Millimetre},
+            {ui_->lineEditZ2, element(field::trans, 2), Unit::Millimetre},
+            {ui_->lineEditA2, element(field::rot, 0), Unit::Degree},
+            {ui_->lineEditB2, element(field::rot, 1), Unit::Degree},
+            {ui_->lineEditC2, element(field::rot, 2), Unit::Degree}};
+}
+
+QString PointWidget::shownText(const ModuleObject* point, const Coordinate& coordinate) {
+    const double value = point->r(coordinate.path)->getDouble();
+    const double shown =
+        coordinate.unit == Unit::Millimetre ? value * millimetresPerMetre : value / M_PI * degreesPerHalfTurn;
+    return QString::number(shown, 'g', shownDigits);
+}
+
+void PointWidget::showPoint(const ModuleObject* point, const Coordinates& coordinates) {
+    for (const Coordinate& coordinate : coordinates) {
+        coordinate.field->setText(shownText(point, coordinate));
+    }
+}
+
+void PointWidget::storePoint(ModuleObject* point, const Coordinates& coordinates) {
+    for (const Coordinate& coordinate : coordinates) {
+        const QString text = coordinate.field->text();
+        if (point->hasRmobj(coordinate.path) && text == shownText(point, coordinate)) {
+            continue;
+        }
+        const double number = numberIn(text);
+        point->set(this, coordinate.path,
+                   coordinate.unit == Unit::Millimetre ? number / millimetresPerMetre
+                                                       : number * M_PI / degreesPerHalfTurn);
+    }
+}
+
+void PointWidget::p2t(ModuleObject* point, bool jointMode) {
+    showPoint(point, firstPoint(jointMode));
+    if (!jointMode && hasSecondPoint_) {
+        showPoint(statement_->r(field::point1), secondPoint());
+    }
+}
+
+void PointWidget::t2p(ModuleObject* point, bool jointMode) {
+    storePoint(point, firstPoint(jointMode));
+    if (!jointMode && hasSecondPoint_) {
+        storePoint(statement_->r(field::point1), secondPoint());
+    }
+}
+
+void PointWidget::teachFirst() {
+    p0_->copyFrom(this, kordservice()->get(this, key::posture));
+    // Not the second point: its fields may hold what was typed and is not stored yet.
+    showPoint(p0_.get(), firstPoint(jointMode_));
+}
+
+void PointWidget::teachSecond() {
+    if (!isStatementInPlace()) {
+        return;
+    }
+    p1_->copyFrom(this, kordservice()->get(this, key::posture));
+    statement_->r(field::point1)->copyFrom(this, p1_.get());
+    if (hasSecondPoint_) {
+        showPoint(statement_->r(field::point1), secondPoint());
+    }
+}
+
+bool PointWidget::isStatementInPlace() const {
+    return statement_ && statement_->pmobj() == program_;
+}
+
+void PointWidget::storeNumber(QLatin1String name, const QLineEdit* line) {
+    if (line->text() != statement_->r(name)->getString()) {
+        statement_->set(this, name, line->text().toInt());
+    }
+}
+
+void PointWidget::save() {
+    if (!isStatementInPlace()) {
+        return;
+    }
+    ModuleObject* point = statement_->append(this, field::point);
+    if (p0_->cmobjCount() > 0) {
+        point->copyFrom(this, p0_.get());
+    }
+    if (p1_->cmobjCount() > 0) {
+        statement_->r(field::point1)->copyFrom(this, p1_.get());
+    }
+    t2p(point, jointMode_);
+    storeNumber(field::speed, ui_->lineEditSpeed);
+    storeNumber(field::zone, ui_->lineEditTurn);
+    const QString note = ui_->textEditNote->toPlainText();
+    if (note != shownNote_) {
+        statement_->set(this, field::note, note);
+    }
+}
+
+void PointWidget::confirm() {
+    if (!isStatementInPlace()) {
+        emit cancelBtnClicked();
+        return;
+    }
+    save();
+    emit okayBtnClicked(row_ + statement_->indexInPmobj() - position_);
+}
+
+void PointWidget::testNofocus() {
+    ui_->label_28->setFocus(Qt::OtherFocusReason);
+}

@@ -1,0 +1,340 @@
+#include "editor/programtable.h"
+
+#include "editor/programwidget.h"
+#include "editor/statementtext.h"
+#include "executor/programindex.h"
+#include "module/keys.h"
+
+#include <QHeaderView>
+#include <QLabel>
+#include <QResizeEvent>
+#include <QScrollBar>
+#include <QSignalBlocker>
+#include <QStyledItemDelegate>
+
+#include <algorithm>
+
+using namespace lumo;
+
+namespace {
+
+/// Rows below get their label only when the marker comes, and so many of them keep it: an empty label
+/// shows nothing, and the view moves each one of them whenever it scrolls.
+constexpr int labelledRows = 50;
+constexpr int widestNote = 200;
+constexpr int leastDetails = 240;
+/// What the details have before the notes get more than their caption needs.
+constexpr int usualDetails = 280;
+constexpr int mostDetails = 520;
+constexpr int markerPointSize = 15;
+/// How long the width of a column has to rest before all rows are sized for it.
+constexpr int restMs = 200;
+
+/// Measures only the cells that can need more than the least height of a row, and leaves some air around
+/// their lines. Without it the last line would be cut off where lines in several scripts, and so of
+/// several heights, meet in one cell.
+class RowDelegate : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+        constexpr int air = 6;
+        const bool isLong =
+            index.column() == ProgramTable::DetailColumn || index.column() == ProgramTable::NoteColumn;
+        return isLong ? QStyledItemDelegate::sizeHint(option, index) + QSize(0, air) : QSize(0, 0);
+    }
+};
+
+}  // namespace
+
+ProgramTable::ProgramTable(QWidget* parent) : QTableWidget(parent) {
+    setItemDelegate(new RowDelegate(this));
+    sizeRows_.setSingleShot(true);
+    sizeRows_.setInterval(restMs);
+    connect(&sizeRows_, &QTimer::timeout, this, &ProgramTable::resizeRowsToContents);
+}
+
+void ProgramTable::follow() {
+    for (const auto& [column, width] : {std::pair{MarkerColumn, 5}, std::pair{LineColumn, 5},
+                                        std::pair{CommandColumn, 100}, std::pair{DetailColumn, 400}}) {
+        setColumnWidth(column, width);
+    }
+    rebuild();
+    connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this](int column) {
+        if (column == DetailColumn || column == NoteColumn) {
+            sizeRows_.start();
+        }
+    });
+    connect(program(), &ModuleObject::changed, this, &ProgramTable::onChanged);
+    connect(program(), &ModuleObject::added, this, &ProgramTable::onAdded);
+    connect(program(), &ModuleObject::removed, this, &ProgramTable::onRemoved);
+}
+
+ModuleObject* ProgramTable::program() {
+    return m(key::program);
+}
+
+// --- Following the tree ---------------------------------------------------------------------------
+
+void ProgramTable::onChanged() {
+    if (moving_) {
+        ++changesWhileMoving_;
+        return;
+    }
+    rebuild();
+}
+
+void ProgramTable::onAdded(const QString& name) {
+    // What was inserted in silence, or inside this very notification, has no row yet.
+    if (rowCount() + 1 != program()->cmobjCount()) {
+        rebuild();
+        return;
+    }
+    const ModuleObject* const statement = program()->c(name);
+    const int row = statement->indexInPmobj();
+    addStatement(row);
+    renumber(row);
+    drawRow(row, statement);
+    resizeRowToContents(row);
+    emit programShown();
+}
+
+void ProgramTable::onRemoved(const QString& name) {
+    const ModuleObject* const leaving = program()->c(name);
+    if (rowCount() != program()->cmobjCount()) {
+        rebuild(leaving);
+        return;
+    }
+    const int row = leaving->indexInPmobj();
+    delStatement(row);
+    renumber(row);
+    emit programShown();
+}
+
+void ProgramTable::rebuild(const ModuleObject* leaving) {
+    const int scrolled = verticalScrollBar()->value();
+    QList<ModuleObject*> statements = program()->cmobjs();
+    statements.removeOne(const_cast<ModuleObject*>(leaving));
+    setRowCount(statements.size());
+    {
+        const QSignalBlocker oneUpdateForAll(model());
+        for (int row = 0; row < statements.size(); ++row) {
+            createCells(row);
+            drawRow(row, statements.at(row));
+        }
+        renumber(0);
+    }
+    fitColumns();
+    resizeRowsToContents();
+    sizeRows_.stop();
+    verticalScrollBar()->setValue(scrolled);
+    emit programShown();
+}
+
+void ProgramTable::moveStatement(QObject* sender, int from, int to) {
+    changesWhileMoving_ = 0;
+    moving_ = true;
+    program()->reorder(sender, from, to);
+    moving_ = false;
+    if (changesWhileMoving_ != 1 || rowCount() != program()->cmobjCount()) {
+        rebuild();  // somebody else changed the program meanwhile
+        return;
+    }
+    for (int row = std::min(from, to); row <= std::max(from, to); ++row) {
+        drawRow(row, program()->c(row));
+        resizeRowToContents(row);
+    }
+    emit programShown();
+}
+
+// --- Rows -----------------------------------------------------------------------------------------
+
+void ProgramTable::addStatement(int row) {
+    insertRow(row);
+    createCells(row);
+}
+
+void ProgramTable::delStatement(int row) {
+    removeRow(row);
+}
+
+void ProgramTable::changeStatement(int row) {
+    if (row < 0 || row >= rowCount()) {
+        return;
+    }
+    drawTexts(row, program()->c(row));
+    resizeRowToContents(row);
+    emit programShown();
+}
+
+void ProgramTable::changeStatements(const QString& havingField) {
+    const QList<ModuleObject*> statements = program()->cmobjs();
+    for (int row = 0; row < std::min(rowCount(), statements.size()); ++row) {
+        const bool asked = havingField.isEmpty() || statements.at(row)->hasCmobj(havingField);
+        if (asked && showsOtherThan(row, statements.at(row))) {
+            drawTexts(row, statements.at(row));
+            resizeRowToContents(row);
+        }
+    }
+    emit programShown();
+}
+
+/// Whether the row's texts are no longer the statement's.
+bool ProgramTable::showsOtherThan(int row, const ModuleObject* statement) const {
+    return item(row, DetailColumn)->text() != statementDetails(statement) ||
+           item(row, NoteColumn)->text() != statement->c(field::note)->getString();
+}
+
+void ProgramTable::showRunFlag(int row) {
+    if (row >= 0 && row < rowCount()) {
+        drawRunFlag(row, program()->c(row));
+    }
+}
+
+void ProgramTable::createCells(int row) {
+    if (row < labelledRows && !cellWidget(row, MarkerColumn)) {
+        setCellWidget(row, MarkerColumn, new QLabel);
+    }
+    for (int column = 0; column < columnCount(); ++column) {
+        if (!item(row, column)) {
+            setItem(row, column, new QTableWidgetItem);
+        }
+    }
+}
+
+void ProgramTable::renumber(int fromRow) {
+    for (int row = fromRow; row < rowCount(); ++row) {
+        drawCell(row, LineColumn, QString::number(row + 1));
+    }
+}
+
+/// A row whose cells may show another statement's texts.
+void ProgramTable::drawRow(int row, const ModuleObject* statement) {
+    if (!drawTexts(row, statement)) {
+        drawCell(row, DetailColumn, QString());
+        drawCell(row, NoteColumn, QString());
+        drawRunFlag(row, statement);
+    }
+}
+
+/// False for a statement that has nothing to show but its command: the other cells are left alone.
+bool ProgramTable::drawTexts(int row, const ModuleObject* statement) {
+    drawCell(row, CommandColumn, type2cn(statement->c(field::type)->getString()));
+    const QString details = statementDetails(statement);
+    if (details.isNull()) {
+        return false;
+    }
+    drawCell(row, DetailColumn, details);
+    drawCell(row, NoteColumn, statement->c(field::note)->getString());
+    drawRunFlag(row, statement);
+    return true;
+}
+
+void ProgramTable::drawRunFlag(int row, const ModuleObject* statement) {
+    const bool executed = isExecutedStatement(statement);
+    drawCell(row, RunColumn, executed ? ProgramWidget::tr("运行") : ProgramWidget::tr("不运行"));
+    item(row, RunColumn)->setForeground(executed ? Qt::black : Qt::red);
+}
+
+void ProgramTable::drawCell(int row, Column column, const QString& text) {
+    item(row, column)->setText(text);
+}
+
+/// What the captions and the commands leave is shared by the details and the notes.
+void ProgramTable::fitColumns() {
+    resizeColumnToContents(NoteColumn);
+    if (!hasPlace_) {
+        return;
+    }
+    const int notes = columnWidth(NoteColumn);
+    int room = viewport()->width() - captionWidth(RunColumn);
+    for (const Column column : {MarkerColumn, LineColumn, CommandColumn}) {
+        setColumnWidth(column, std::max(columnWidth(column), captionWidth(column)));
+        room -= columnWidth(column);
+    }
+    setColumnWidth(NoteColumn,
+                   std::min({notes, widestNote, std::max(captionWidth(NoteColumn), room - usualDetails)}));
+    setColumnWidth(DetailColumn, std::clamp(room - columnWidth(NoteColumn), leastDetails, mostDetails));
+    // The header stretches its last section when it is resized itself, not when another section is.
+    setColumnWidth(RunColumn, captionWidth(RunColumn) +
+                                  std::max(0, room - columnWidth(NoteColumn) - columnWidth(DetailColumn)));
+}
+
+int ProgramTable::captionWidth(Column column) const {
+    constexpr int aroundCaption = 10;
+    QFont font = horizontalHeader()->font();
+    font.setBold(true);
+    return QFontMetrics(font).horizontalAdvance(horizontalHeaderItem(column)->text()) + aroundCaption;
+}
+
+void ProgramTable::resizeEvent(QResizeEvent* event) {
+    QTableWidget::resizeEvent(event);
+    hasPlace_ = true;
+    if (event->oldSize().width() != event->size().width()) {
+        fitColumns();
+    }
+}
+
+// --- Selection and marker -------------------------------------------------------------------------
+
+int ProgramTable::selectedRow() const {
+    const QList<QModelIndex> rows = selectedRows();
+    return rows.isEmpty() ? -1 : rows.first().row();
+}
+
+QList<QModelIndex> ProgramTable::selectedRows() const {
+    QList<QModelIndex> rows = selectionModel()->selectedRows();
+    std::sort(rows.begin(), rows.end());
+    return rows;
+}
+
+void ProgramTable::selectOnly(int row) {
+    if (row >= 0 && row < rowCount()) {
+        selectionModel()->setCurrentIndex(model()->index(row, MarkerColumn),
+                                          QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    }
+}
+
+QLabel* ProgramTable::markerLabel(int row) const {
+    return qobject_cast<QLabel*>(cellWidget(row, MarkerColumn));
+}
+
+void ProgramTable::setMarker(int row) {
+    clearMarker();
+    if (row < 0 || row >= rowCount()) {
+        return;
+    }
+    if (!markerLabel(row)) {
+        labelRow(row);
+    }
+    QLabel* const label = markerLabel(row);
+    label->setAlignment(Qt::AlignCenter);
+    QFont font = label->font();
+    font.setPointSize(markerPointSize);
+    label->setFont(font);
+    label->setStyleSheet(QStringLiteral("background-color: rgb(0, 255, 0);"));
+    label->setText(QStringLiteral("-->"));
+    marker_ = model()->index(row, MarkerColumn);
+}
+
+void ProgramTable::labelRow(int row) {
+    setCellWidget(row, MarkerColumn, new QLabel);
+    visited_.append(QPersistentModelIndex(model()->index(row, MarkerColumn)));
+    if (visited_.size() <= labelledRows) {
+        return;
+    }
+    const QPersistentModelIndex oldest = visited_.takeFirst();
+    if (oldest.isValid()) {
+        markerLabel(oldest.row())->hide();  // removing it deletes it later: after a run that waits here
+        removeCellWidget(oldest.row(), MarkerColumn);
+    }
+}
+
+void ProgramTable::clearMarker() {
+    if (QLabel* const label = marker_.isValid() ? markerLabel(marker_.row()) : nullptr) {
+        label->clear();
+        label->setStyleSheet(QString());
+        label->setFont(QFont());
+    }
+    marker_ = QPersistentModelIndex();
+}

@@ -1,0 +1,395 @@
+#include "editor/programwidget.h"
+
+#include "binding/switchbutton.h"
+#include "editor/drag.h"
+#include "editor/pairing.h"
+#include "editor/pendantkeys.h"
+#include "editor/runcontrols.h"
+#include "editor/startline.h"
+#include "editor/statementcreation.h"
+#include "editor/storedstate.h"
+#include "module/globals.h"
+#include "module/keys.h"
+#include "module/messagebox.h"
+#include "ui_programwidget.h"
+
+#include <QEvent>
+#include <QPointer>
+#include <QRegularExpressionValidator>
+
+using namespace lumo;
+
+namespace {
+
+constexpr int moveKinds = 4;
+
+bool holdsDialog(QLatin1String path) {
+    const QVariant value = m(path)->value();
+    return value.isValid() && !value.isNull();
+}
+
+}  // namespace
+
+ProgramWidget::ProgramWidget(QWidget* parent)
+    : QWidget(parent),
+      ui_(std::make_unique<Ui::ProgramWidget>()),
+      clipboard_(std::make_unique<ModuleObject>(QStringLiteral("temp"))),
+      jointCount_(kordservice()->get(nullptr, key::sysInfo, field::jointNum)->getInt()) {
+    ui_->setupUi(this);
+    ui_->tableWidget->follow();
+    dialogs_ = new EditorDialogs(this);
+    creation_ = new StatementCreation(dialogs_, ui_->tableWidget, this);
+    run_ = new RunControls(ui_->tableWidget, this);
+    startLine_ = new StartLine(ui_->tableWidget, ui_->lblStart, this);
+    stored_ = new StoredState(this);
+    rules_ = std::make_unique<EnablingRules>(buttons());
+    setUpTexts();
+    connectStatementButtons();
+    connectEditing();
+    connectRunControls();
+    connectKeys();
+    setUpWeldSwitch(ui_->widget_weld, true, key::weldSwitch);
+    setUpWeldSwitch(ui_->widget_handweld, false, key::handWeldSwitch);
+
+    ui_->tableWidget->selectOnly(m(key::executeLine)->getInt(0));
+    onState(m(key::executeState)->value());
+    refreshMoveOrderEnable(isEnable_moveorder);
+    rcPower(m(key::robotPower)->value());
+    showStored();
+}
+
+ProgramWidget::~ProgramWidget() {
+    delete run_;
+    delete dialogs_;
+    m(key::dialogProgram)->setValue(this, QVariant());
+}
+
+// --- Construction ---------------------------------------------------------------------------------
+
+void ProgramWidget::setUpTexts() {
+    const std::pair<QWidget*, QString> tips[] = {{ui_->btnEdit, tr("编辑")},
+                                                 {ui_->btnDel, tr("删除")},
+                                                 {ui_->btnCopy, tr("复制")},
+                                                 {ui_->btnPaste, tr("粘贴")},
+                                                 {ui_->btnUp, tr("上移")},
+                                                 {ui_->btnDown, tr("下移")},
+                                                 {ui_->anotationBtn, tr("运行/不运行")},
+                                                 {ui_->multiBtn, tr("多选")},
+                                                 {ui_->speedBtn, tr("修改速度")},
+                                                 {ui_->turningBtn, tr("修改转弯区")},
+                                                 {ui_->btnStart, tr("开始")},
+                                                 {ui_->btnRunOnce, tr("移动点位")},
+                                                 {ui_->btnPause, tr("停止")},
+                                                 {ui_->btnReset, tr("复位")}};
+    for (const auto& [button, tip] : tips) {
+        button->setToolTip(tip);
+    }
+    // A single digit is on its way to being valid, and is jumped to all the same.
+    ui_->lineEdit_steptojump->setValidator(new QRegularExpressionValidator(
+        QRegularExpression(QStringLiteral("[1-9][0-9]+$")), ui_->lineEdit_steptojump));
+    ui_->btnParam->hide();
+}
+
+void ProgramWidget::connectStatementButtons() {
+    ModuleObject* const templates = m(key::defaultProgram);
+    const std::pair<QPushButton*, QLatin1String> creators[] = {
+        {ui_->btnMoveJ, statement::moveJ},    {ui_->btnMoveL, statement::moveL},
+        {ui_->btnMoveCC, statement::moveCC},  {ui_->btnMoveC, statement::moveC},
+        {ui_->btnOpenLaser, statement::open}, {ui_->btnClose, statement::close},
+        {ui_->btnParam, statement::param},    {ui_->btnWaitDI, statement::waitDI},
+        {ui_->btnSetDO, statement::setDO},    {ui_->btnDelay, statement::delay}};
+    for (const auto& [button, type] : creators) {
+        initStatementBtn(this, button, ProgramTable::program(), templates->c(type));
+    }
+}
+
+void ProgramWidget::initStatementBtn(QObject* owner, QPushButton* button, ModuleObject* /*program*/,
+                                     ModuleObject* templateRecord) {
+    connect(button, &QPushButton::clicked, owner, [this, record = QPointer<ModuleObject>(templateRecord)] {
+        if (record) {
+            creation_->create(record);
+        }
+    });
+}
+
+void ProgramWidget::connectEditing() {
+    connect(ui_->btnEdit, &QPushButton::clicked, this, &ProgramWidget::editSelected);
+    connect(ui_->tableWidget, &QTableWidget::cellDoubleClicked, ui_->btnEdit, &QPushButton::click);
+    connect(ui_->btnDel, &QPushButton::clicked, this, &ProgramWidget::deleteSelected);
+    connect(ui_->btnCopy, &QPushButton::clicked, this, &ProgramWidget::copySelected);
+    connect(ui_->btnPaste, &QPushButton::clicked, this, &ProgramWidget::paste);
+    connect(ui_->btnUp, &QPushButton::clicked, this, [this] { moveSelected(-1); });
+    connect(ui_->btnDown, &QPushButton::clicked, this, [this] { moveSelected(+1); });
+    connect(ui_->anotationBtn, &QPushButton::clicked, this, &ProgramWidget::toggleRunFlags);
+    connect(ui_->multiBtn, &QPushButton::clicked, this, &ProgramWidget::toggleMultiSelection);
+    connect(ui_->speedBtn, &QPushButton::clicked, this, [this] { changeSelected(&EditorDialogs::askSpeed); });
+    connect(ui_->turningBtn, &QPushButton::clicked, this,
+            [this] { changeSelected(&EditorDialogs::askZone); });
+    connect(ui_->btnSteptojump, &QPushButton::clicked, this, &ProgramWidget::jump);
+    connect(ui_->tableWidget, &ProgramTable::programShown, stored_, &StoredState::touch);
+    connect(stored_, &StoredState::changed, this, &ProgramWidget::showStored);
+}
+
+void ProgramWidget::connectRunControls() {
+    connect(ui_->btnStart, &QToolButton::clicked, run_, &RunControls::start);
+    connect(ui_->btnRunOnce, &QToolButton::clicked, run_, &RunControls::moveToPoint);
+    connect(ui_->btnPause, &QToolButton::clicked, run_, &RunControls::pause);
+    connect(ui_->btnReset, &QToolButton::clicked, run_, &RunControls::reset);
+    connect(run_, &RunControls::aboutToRun, this, &ProgramWidget::updateUItoolwobj);
+    connect(m(key::executeState), &ModuleObject::changed, this, &ProgramWidget::onState);
+    connect(m(key::executeLine), &ModuleObject::changed, this, &ProgramWidget::onLine);
+    connect(m(key::robotPower), &ModuleObject::changed, this, &ProgramWidget::rcPower);
+}
+
+void ProgramWidget::connectKeys() {
+    auto* const keys = new PendantKeys(this);
+    ProgramTable* const table = ui_->tableWidget;
+    connect(keys, &PendantKeys::next, table, [table] { table->selectOnly(table->selectedRow() + 1); });
+    connect(keys, &PendantKeys::last, table,
+            [table] { table->selectOnly(std::max(0, table->selectedRow() - 1)); });
+    connect(keys, &PendantKeys::center, ui_->btnEdit, &QPushButton::click);
+    connect(keys, &PendantKeys::enter, this, &ProgramWidget::insertByKey);
+    connect(keys, &PendantKeys::remove, this, &ProgramWidget::deleteByKey);
+    followDragKeys(this);
+}
+
+void ProgramWidget::setUpWeldSwitch(QWidget* button, bool on, QLatin1String path) {
+    auto* const weldSwitch = qobject_cast<SwitchButton*>(button);
+    weldSwitch->setBgColorOn(Qt::red);
+    weldSwitch->setBgColorOff(Qt::gray);
+    weldSwitch->setTextOn(QStringLiteral("ON"));
+    weldSwitch->setTextOff(QStringLiteral("OFF"));
+    weldSwitch->setChecked(on);
+    ModuleObject* const node = m(path);
+    node->setValue(this, on);
+    connect(weldSwitch, &SwitchButton::statusChanged, this,
+            [this, node](bool checked) { node->setValue(this, checked); });
+    connect(node, &ModuleObject::changed, weldSwitch,
+            [weldSwitch](const QVariant& value) { weldSwitch->setChecked(value.toBool()); });
+}
+
+EditorButtons ProgramWidget::buttons() const {
+    EditorButtons all;
+    all.statementGroup = {ui_->btnMoveJ,     ui_->btnMoveL, ui_->btnMoveCC,    ui_->btnMoveC,
+                          ui_->btnOpenLaser, ui_->btnClose, ui_->btnParam,     ui_->btnWaitDI,
+                          ui_->btnSetDO,     ui_->btnDelay, ui_->btnSteptojump};
+    all.editingGroup = {ui_->btnEdit, ui_->btnDown,  ui_->btnUp,    ui_->btnCopy,    ui_->btnPaste,
+                        ui_->btnDel,  ui_->multiBtn, ui_->speedBtn, ui_->turningBtn, ui_->anotationBtn};
+    all.runTools = {ui_->btnStart, ui_->btnRunOnce, ui_->btnPause, ui_->btnReset};
+    all.pause = ui_->btnPause;
+    all.multi = ui_->multiBtn;
+    all.batchSpeed = ui_->speedBtn;
+    all.batchZone = ui_->turningBtn;
+    return all;
+}
+
+// --- For the main panel ---------------------------------------------------------------------------
+
+void ProgramWidget::setProjectPath(const QString& path) {
+    run_->setProjectPath(path);
+    stored_->setProjectPath(path);
+    startLine_->refresh();
+    showStored();
+}
+
+void ProgramWidget::checkStored() {
+    stored_->check();
+}
+
+void ProgramWidget::addStatement(int row) {
+    ui_->tableWidget->addStatement(row);
+}
+
+void ProgramWidget::delStatement(int row) {
+    ui_->tableWidget->delStatement(row);
+}
+
+void ProgramWidget::changeStatement(int row) {
+    ui_->tableWidget->changeStatement(row);
+}
+
+bool ProgramWidget::checkOpenMatchClose() {
+    const WeldPairs pairs = weldPairs(ProgramTable::program());
+    openRows_ = pairs.opens;
+    closeRows_ = pairs.closes;
+    return pairs.match();
+}
+
+// --- Enabling -------------------------------------------------------------------------------------
+
+bool ProgramWidget::isMultiSelection() const {
+    return ui_->tableWidget->selectionMode() == QAbstractItemView::MultiSelection;
+}
+
+void ProgramWidget::refreshUIEnable(bool enable) {
+    rules_->refreshUIEnable(enable);
+}
+
+void ProgramWidget::refreshMoveOrderEnable(bool enable) {
+    rules_->refreshMoveOrderEnable(enable);
+    startLine_->refresh();
+}
+
+void ProgramWidget::rcPower(const QVariant& power) {
+    rules_->rcPower(power.toString(), isMultiSelection());
+}
+
+void ProgramWidget::onState(const QVariant& state) {
+    rules_->executorState(state.toString());
+}
+
+void ProgramWidget::onLine(const QVariant& line) {
+    const int row = line.toInt();
+    if (hand_or_signalbing == 0) {
+        ui_->tableWidget->setMarker(row);
+    }
+    ui_->tableWidget->selectOnly(row);
+}
+
+// --- Editing --------------------------------------------------------------------------------------
+
+void ProgramWidget::editSelected() {
+    const int row = ui_->tableWidget->selectedRow();
+    if (row < 0 || holdsDialog(key::dialogStatement) || dialogs_->isOpen()) {
+        return;
+    }
+    const QPointer<ModuleObject> edited = ProgramTable::program()->c(row);
+    const QString type = edited->c(field::type)->getString();
+    if (type.startsWith(QLatin1String("move"))) {
+        emit pointBtnClicked(row, edited, jointCount_);
+        return;
+    }
+    dialogs_->ask(edited, key::dialogStatement, [this, edited](bool ok, const EditorDialogs::Store& store) {
+        // A statement that was removed meanwhile is no longer a line of the program.
+        if (ok && edited && edited->pmobj() == ProgramTable::program()) {
+            store(edited);
+            changeStatement(edited->indexInPmobj());
+        }
+    });
+}
+
+void ProgramWidget::deleteSelected() {
+    const int row = ui_->tableWidget->selectedRow();
+    if (row >= 0) {
+        ProgramTable::program()->remove(this, mIndex(row));
+    }
+}
+
+void ProgramWidget::copySelected() {
+    const int row = ui_->tableWidget->selectedRow();
+    if (row >= 0) {
+        clipboard_->copyFrom(this, ProgramTable::program()->c(row));
+    }
+}
+
+void ProgramWidget::paste() {
+    const int row = ui_->tableWidget->selectedRow();
+    if (row < 0 || clipboard_->size() == 0) {
+        return;
+    }
+    ModuleObject* const program = ProgramTable::program();
+    auto pasted = std::make_unique<ModuleObject>(ModuleObject::generateId(program));
+    pasted->copyFrom(this, clipboard_.get());
+    if (program->insert(this, pasted.get(), true, row + 1)) {
+        pasted.release();
+    }
+}
+
+void ProgramWidget::moveSelected(int by) {
+    const int from = ui_->tableWidget->selectedRow();
+    const int to = from + by;
+    if (from >= 0 && to >= 0 && to < ui_->tableWidget->rowCount()) {
+        ui_->tableWidget->moveStatement(this, from, to);
+        ui_->tableWidget->selectOnly(to);
+    }
+}
+
+void ProgramWidget::toggleRunFlags() {
+    const QList<QModelIndex> rows = ui_->tableWidget->selectedRows();
+    for (const QModelIndex& index : rows) {
+        ModuleObject* const flag = ProgramTable::program()->c(index.row())->c(field::execute);
+        if (!flag->isNull()) {
+            flag->setValue(this, !flag->getBool());
+            ui_->tableWidget->showRunFlag(index.row());
+            changeStatement(index.row());
+        }
+    }
+}
+
+void ProgramWidget::toggleMultiSelection() {
+    if (isMultiSelection()) {
+        ui_->tableWidget->setSelectionMode(QAbstractItemView::SingleSelection);
+        ui_->multiBtn->setText(tr("多选"));
+        ui_->tableWidget->clearSelection();
+        rules_->leaveMultiSelection();
+    } else {
+        ui_->tableWidget->setSelectionMode(QAbstractItemView::MultiSelection);
+        ui_->multiBtn->setText(tr("单选"));
+        rules_->enterMultiSelection();
+    }
+}
+
+void ProgramWidget::changeSelected(AskBatch ask) {
+    const QList<QModelIndex> rows = ui_->tableWidget->selectedRows();
+    if (rows.isEmpty() || dialogs_->isOpen()) {
+        return;
+    }
+    (dialogs_->*ask)(rows, [this](bool ok, const EditorDialogs::Store& store) {
+        if (ok) {
+            store(nullptr);
+            ui_->tableWidget->changeStatements();
+        }
+    });
+}
+
+void ProgramWidget::jump() {
+    if (m(key::executeState)->getString() != word::idle) {
+        showMessage(QMessageBox::Warning, tr("运行错误"), tr("当前不是空闲状态"));
+        return;
+    }
+    const int line = ui_->lineEdit_steptojump->text().toInt();
+    if (line > ui_->tableWidget->rowCount()) {
+        showMessage(QMessageBox::Warning, tr("输入错误"), tr("跳转行数大于当前程序行数!"));
+        return;
+    }
+    ui_->tableWidget->selectOnly(line - 1);
+}
+
+void ProgramWidget::insertByKey() {
+    logW() << QStringLiteral("lumo.keypad.enter.clicked isActiveWindow yes");
+    QPushButton* const buttons[moveKinds] = {ui_->btnMoveJ, ui_->btnMoveL, ui_->btnMoveCC, ui_->btnMoveC};
+    buttons[keyedMove_]->click();
+}
+
+void ProgramWidget::deleteByKey() {
+    logW() << QStringLiteral("lumo.keypad.delete.clicked isActiveWindow yes");
+    keyedMove_ = (keyedMove_ + 1) % moveKinds;
+    ui_->btnDel->click();
+}
+
+// --- Showing --------------------------------------------------------------------------------------
+
+void ProgramWidget::showStored() {
+    if (!stored_->hasFile()) {
+        ui_->lblStored->clear();
+        return;
+    }
+    const bool stored = stored_->isStored();
+    ui_->lblStored->setText(stored ? tr("已保存") : tr("有未保存的更改"));
+    ui_->lblStored->setStyleSheet(stored ? QString()
+                                         : QStringLiteral("color: rgb(200, 80, 0); font-weight: bold;"));
+}
+
+void ProgramWidget::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    // These rows show values of parameter sets and ports, which other pages change.
+    ui_->tableWidget->changeStatements(field::index);
+    stored_->touch();
+}
+
+void ProgramWidget::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::ActivationChange) {
+        stored_->touch();
+    }
+}

@@ -1,0 +1,118 @@
+#pragma once
+
+#include "editor/editordialogs.h"
+#include "editor/enabling.h"
+#include "module/host.h"
+
+#include <QString>
+#include <QVariant>
+#include <QVector>
+#include <QWidget>
+
+#include <memory>
+
+class QPushButton;
+class RunControls;
+class StatementCreation;
+
+namespace lumo {
+class StartLine;
+class StoredState;
+}  // namespace lumo
+
+namespace Ui {
+class ProgramWidget;
+}
+
+/// The page on which the operator writes a welding program and runs it: the table of the statements in
+/// `lumo.program`, the buttons that insert and change them, the line jump and the run controls.
+///
+/// It keeps no copy of the program: changes go to the tree, the table follows the tree's notifications.
+/// "Selected" are the rows of the table's selection, never its current row.
+class ProgramWidget : public QWidget {
+    Q_OBJECT
+public:
+    explicit ProgramWidget(QWidget* parent = nullptr);
+    /// Leaves nothing under `lumo.dialog.program`. An open dialog goes with the page, unanswered.
+    ~ProgramWidget() override;
+
+    /// The open project's file, which a start saves; empty when there is none.
+    void setProjectPath(const QString& path);
+    /// Compares the program with its file now: call it when the project was saved.
+    void checkStored();
+
+    /// Inserts an empty row into the table, or removes one. The program is not touched.
+    void addStatement(int row);
+    void delStatement(int row);
+    /// Shows a statement's present texts.
+    void changeStatement(int row);
+    /// Makes `button` insert a statement of the template's type into `program`, which is
+    /// `lumo.program`, for as long as `owner` lives.
+    void initStatementBtn(QObject* owner, QPushButton* button, ModuleObject* program,
+                          ModuleObject* templateRecord);
+
+    /// Whether starts and stops of welding alternate, beginning with a start and ending with a stop.
+    bool checkOpenMatchClose();
+    /// Rows of the starts and of the stops, as the last check found them.
+    [[nodiscard]] const QVector<int>& openRows() const { return openRows_; }
+    [[nodiscard]] const QVector<int>& closeRows() const { return closeRows_; }
+
+    /// Enables the editor for an idle executor, or disables it for a busy one.
+    void refreshUIEnable(bool enable);
+    /// A project is open, or none is.
+    void refreshMoveOrderEnable(bool enable);
+    /// The robot's drive power was switched.
+    void rcPower(const QVariant& power);
+
+signals:
+    /// Asks for the page on which a move statement is changed.
+    void pointBtnClicked(int row, mendo::ModuleObject* statement, int jointCount);
+    /// Asks for the selected tool and work object to be applied again, before a run.
+    void updateUItoolwobj();
+
+protected:
+    void showEvent(QShowEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+private:
+    using AskBatch = void (EditorDialogs::*)(const QList<QModelIndex>& rows,
+                                             const EditorDialogs::Answered& answered);
+    void setUpTexts();
+    void connectStatementButtons();
+    void connectEditing();
+    void connectRunControls();
+    void connectKeys();
+    void setUpWeldSwitch(QWidget* button, bool on, QLatin1String path);
+    [[nodiscard]] lumo::EditorButtons buttons() const;
+
+    void editSelected();
+    void deleteSelected();
+    void copySelected();
+    void paste();
+    void moveSelected(int by);
+    void toggleRunFlags();
+    void toggleMultiSelection();
+    void changeSelected(AskBatch ask);
+    void jump();
+    void insertByKey();
+    void deleteByKey();
+
+    void onState(const QVariant& state);
+    void onLine(const QVariant& line);
+    void showStored();
+    [[nodiscard]] bool isMultiSelection() const;
+
+    const std::unique_ptr<Ui::ProgramWidget> ui_;
+    const std::unique_ptr<ModuleObject> clipboard_;
+    const int jointCount_;
+    QVector<int> openRows_, closeRows_;
+    int keyedMove_ = 0;  ///< which move the pendant's enter key inserts
+
+    // Children of the page.
+    EditorDialogs* dialogs_;
+    StatementCreation* creation_;
+    RunControls* run_;
+    lumo::StartLine* startLine_;
+    lumo::StoredState* stored_;
+    std::unique_ptr<lumo::EnablingRules> rules_;
+};

@@ -1,0 +1,129 @@
+#include "editor/runcontrols.h"
+
+#include "editor/pairing.h"
+#include "editor/programtable.h"
+#include "editor/programwidget.h"
+#include "executor/lumoexecutor.h"
+#include "module/globals.h"
+#include "module/keys.h"
+#include "module/messagebox.h"
+#include "panel/projectfile.h"
+#include "panel/resumedata.h"
+
+#include <QAbstractButton>
+#include <QMessageBox>
+#include <QStackedWidget>
+
+using namespace lumo;
+
+namespace {
+
+constexpr int handRun = 0;
+constexpr int singleStep = 2;
+
+}  // namespace
+
+RunControls::RunControls(ProgramTable* table, QWidget* page) : QObject(page), table_(table), page_(page) {}
+
+RunControls::~RunControls() {
+    delete question_;
+}
+
+bool RunControls::isIdle() {
+    return m(key::executeState)->getString() == word::idle && !(executor && executor->depth() > 0);
+}
+
+bool RunControls::refusedForPairs() const {
+    if (weldPairs(ProgramTable::program()).match()) {
+        return false;
+    }
+    showMessage(QMessageBox::Warning, ProgramWidget::tr("程序错误"),
+                ProgramWidget::tr("当前程序中的\"开始焊接\"和\"停止焊接\"个数或者顺序不匹配!"));
+    return true;
+}
+
+void RunControls::start() {
+    if (isIdle()) {
+        if (refusedForPairs()) {
+            return;
+        }
+        const int row = table_->selectedRow();
+        if (row >= 0 && row != m(key::currentLine)->getInt()) {
+            askToJump();
+            return;
+        }
+    }
+    run();
+}
+
+void RunControls::askToJump() {
+    if (question_) {
+        return;
+    }
+    const QStackedWidget* const center = instantiatedCenterWidget();
+    auto* const box =
+        new QMessageBox(QMessageBox::Question, ProgramWidget::tr("选中行警告"),
+                        ProgramWidget::tr("是否跳转到当前行并开始执行!"), QMessageBox::Yes | QMessageBox::No,
+                        center && center->currentWidget() ? center->currentWidget() : page_);
+    box->button(QMessageBox::Yes)->setText(ProgramWidget::tr("是"));
+    box->button(QMessageBox::No)->setText(ProgramWidget::tr("否"));
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    question_ = box;
+    connect(box, &QDialog::finished, this, [this](int answer) { jumpAnswered(answer == QMessageBox::Yes); });
+    // The row that was asked about would be another statement's.
+    for (const auto change : {&ModuleObject::added, &ModuleObject::removed}) {
+        connect(ProgramTable::program(), change, box, &QDialog::reject);
+    }
+    connect(ProgramTable::program(), &ModuleObject::changed, box, &QDialog::reject);
+    box->open();
+}
+
+void RunControls::jumpAnswered(bool yes) {
+    if (!yes) {
+        return;
+    }
+    if (isIdle()) {
+        const int row = table_->selectedRow();
+        if (row < 0 || refusedForPairs()) {
+            return;
+        }
+        m(key::weldOpen)->setValue(page_, false);
+        m(key::currentLine)->setValue(page_, row);
+    }
+    run();
+}
+
+void RunControls::run() {
+    if (isIdle()) {
+        if (!filePath_.isEmpty()) {
+            saveProject(filePath_);
+        }
+        hand_or_signalbing = handRun;
+        emit aboutToRun();
+        m(key::processTime)->setValue(page_, 0);
+    }
+    m(key::triggerStart)->setValue(page_, m(key::currentLine)->getInt());
+}
+
+void RunControls::moveToPoint() {
+    if (isIdle()) {
+        hand_or_signalbing = singleStep;
+        emit aboutToRun();
+        m(key::weldOpen)->setValue(page_, false);
+    }
+    m(key::triggerOnce)->setValue(page_, table_->selectedRow());
+}
+
+void RunControls::pause() {
+    m(key::triggerPause)->trigger();
+}
+
+void RunControls::reset() {
+    if (!isIdle()) {
+        showMessage(QMessageBox::Warning, ProgramWidget::tr("运行错误"),
+                    ProgramWidget::tr("当前不是空闲状态"));
+        return;
+    }
+    resetResumeData(page_);
+    table_->selectOnly(0);
+}

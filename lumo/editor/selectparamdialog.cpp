@@ -1,0 +1,45 @@
+#include "editor/selectparamdialog.h"
+
+#include "editor/fieldlimits.h"
+#include "module/keys.h"
+#include "ui_selectparamdialog.h"
+
+using namespace lumo;
+
+SelectParamDialog::SelectParamDialog(ModuleObject* statement, QWidget* parent)
+    : WatchedLineDialog(Closing::ByOwner, parent),
+      ui_(std::make_unique<Ui::SelectParamDialog>()),
+      statement_(statement) {
+    ui_->setupUi(this);
+    setUpButtons(ui_->buttonBox, tr("确定"), tr("取消"));
+    watch(ui_->lineEdit);
+    allowOnlyDigits(ui_->lineEdit);
+    const QList<ModuleObject*> sets = m(key::param)->cmobjs();
+    for (const ModuleObject* set : sets) {
+        ui_->comboBox->addItem(set->r(field::name)->getString());
+    }
+    ui_->comboBox->setCurrentIndex(statement->r(field::index)->getInt());
+}
+
+SelectParamDialog::~SelectParamDialog() = default;
+
+void SelectParamDialog::setbeginOrparam(int mode) {
+    if (mode == 1) {
+        ui_->label->hide();
+        ui_->lineEdit->setText(statement_ ? statement_->r(field::weldspeed)->getString() : QString());
+        requireText();
+    } else if (mode == 0) {
+        ui_->label_2->hide();
+        ui_->label_3->hide();
+        ui_->label_4->hide();
+        ui_->lineEdit->hide();
+    }
+}
+
+int SelectParamDialog::index() const {
+    return ui_->comboBox->currentIndex();
+}
+
+QString SelectParamDialog::weldSpeed() const {
+    return ui_->lineEdit->text();
+}

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "editor/watchedlinedialog.h"
+#include "module/host.h"
+
+#include <QPointer>
+
+#include <memory>
+
+namespace Ui {
+class SelectParamDialog;
+}
+
+/// Chooses a parameter set: for a start of welding together with the weld's speed, or for a change
+/// within a weld.
+class SelectParamDialog final : public WatchedLineDialog {
+    Q_OBJECT
+public:
+    explicit SelectParamDialog(ModuleObject* statement, QWidget* parent = nullptr);
+    ~SelectParamDialog() override;
+
+    /// 1: the form of a start of welding, with the statement's weld speed; OK is disabled while that
+    /// is empty. 0: the form of a change of parameters. Anything else changes nothing.
+    void setbeginOrparam(int mode);
+    /// Position of the chosen set in the list of sets; -1 when none is chosen.
+    [[nodiscard]] int index() const;
+    /// Millimetres a second, as typed.
+    [[nodiscard]] QString weldSpeed() const;
+
+signals:
+    void signalSelectParamIsok(bool ok);
+
+protected:
+    void announce(bool ok) override { emit signalSelectParamIsok(ok); }
+
+private:
+    const std::unique_ptr<Ui::SelectParamDialog> ui_;
+    const QPointer<ModuleObject> statement_;
+};

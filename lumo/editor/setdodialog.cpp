@@ -1,0 +1,22 @@
+#include "editor/setdodialog.h"
+
+#include "module/keys.h"
+#include "ui_setdodialog.h"
+
+SetDODialog::SetDODialog(ModuleObject* statement, QWidget* parent)
+    : IoDialog({QLatin1String("DO"), QLatin1String("rdwr"), lumo::field::doName, lumo::field::value,
+                lumo::field::doType, lumo::field::doReg},
+               parent),
+      ui_(std::make_unique<Ui::SetDODialog>()) {
+    ui_->setupUi(this);
+    setUpButtons(ui_->buttonBox, tr("确定"), tr("取消"));
+    build({ui_->rdbIOOut, ui_->rdbRegOut, ui_->label_2, ui_->cmbDO, ui_->lblDOReg, ui_->cmbDOReg,
+           ui_->cmbDORegBias, ui_->cmbValue},
+          statement);
+}
+
+SetDODialog::~SetDODialog() = default;
+
+void SetDODialog::refreshDOCmb() {
+    refreshSource();
+}

@@ -1,0 +1,108 @@
+#include "editor/startline.h"
+
+#include "editor/programtable.h"
+#include "editor/programwidget.h"
+#include "executor/lumoexecutor.h"
+#include "module/globals.h"
+#include "module/keys.h"
+
+#include <QLabel>
+
+namespace lumo {
+
+namespace {
+
+constexpr int stationRun = 1;
+
+QString runningText(const StartOutlook& outlook) {
+    return outlook.run == StartOutlook::Run::OfStation
+               ? ProgramWidget::tr("工位程序正在运行")
+               : ProgramWidget::tr("正在执行第 %1 行").arg(outlook.runningLine + 1);
+}
+
+QString resumeText(const StartOutlook& outlook) {
+    const int line = outlook.resumeLine + 1;
+    switch (outlook.weld) {
+        case StartOutlook::Weld::Reopens:
+            return ProgramWidget::tr("开始：从第 %1 行继续，激光将重新打开").arg(line);
+        case StartOutlook::Weld::StaysOff:
+            return ProgramWidget::tr("开始：从第 %1 行继续，激光不会打开").arg(line);
+        case StartOutlook::Weld::None:
+            break;
+    }
+    return (outlook.resumeLine == 0 ? ProgramWidget::tr("开始：从第 %1 行执行")
+                                    : ProgramWidget::tr("开始：从第 %1 行继续"))
+        .arg(line);
+}
+
+}  // namespace
+
+QString startText(const StartOutlook& outlook) {
+    if (outlook.run != StartOutlook::Run::Idle) {
+        return runningText(outlook);
+    }
+    if (!outlook.projectOpen) {
+        return ProgramWidget::tr("请先新建或打开工程");
+    }
+    if (outlook.lineCount == 0) {
+        return ProgramWidget::tr("程序为空");
+    }
+    if (outlook.selectedLine >= 0 && outlook.selectedLine != outlook.resumeLine) {
+        return ProgramWidget::tr("开始：确认后从选中的第 %1 行执行").arg(outlook.selectedLine + 1);
+    }
+    if (outlook.resumeLine < 0 || outlook.resumeLine >= outlook.lineCount) {
+        return ProgramWidget::tr("第 %1 行已不存在：请复位或选择一行").arg(outlook.resumeLine + 1);
+    }
+    return resumeText(outlook);
+}
+
+StartLine::StartLine(ProgramTable* table, QLabel* label, QObject* parent)
+    : QObject(parent), table_(table), label_(label), stamp_(m(key::program)), weldStamp_(stamp_.value()) {
+    for (const QLatin1String path : {key::executeState, key::executeLine, key::currentLine, key::robotMode,
+                                     key::weldSwitch, key::handWeldSwitch}) {
+        connect(m(path), &ModuleObject::changed, this, &StartLine::refresh);
+    }
+    connect(m(key::weldOpen), &ModuleObject::changed, this, &StartLine::onWeldOpen);
+    // After the stamp, which hears of the same changes.
+    connect(m(key::program), &ModuleObject::changed, this, &StartLine::refresh);
+    connect(m(key::program), &ModuleObject::removed, this, &StartLine::refresh);
+    connect(table, &ProgramTable::programShown, this, &StartLine::refresh);
+    connect(table, &ProgramTable::itemSelectionChanged, this, &StartLine::refresh);
+}
+
+void StartLine::onWeldOpen(const QVariant& open) {
+    if (open.toBool()) {
+        weldStamp_ = hand_or_signalbing == stationRun ? -1 : stamp_.value();
+    }
+    refresh();
+}
+
+/// The executor opens the laser again only in the program and the run mode that left the weld open.
+StartOutlook::Weld StartLine::weldOutlook() const {
+    if (!m(key::weldOpen)->getBool(false)) {
+        return StartOutlook::Weld::None;
+    }
+    return weldStamp_ == stamp_.value() && LumoExecutor::weldingPermitted() ? StartOutlook::Weld::Reopens
+                                                                            : StartOutlook::Weld::StaysOff;
+}
+
+StartOutlook StartLine::outlook() const {
+    StartOutlook outlook;
+    outlook.projectOpen = isEnable_moveorder;
+    if (m(key::executeState)->getString() != word::idle) {
+        outlook.run =
+            hand_or_signalbing == stationRun ? StartOutlook::Run::OfStation : StartOutlook::Run::ByHand;
+    }
+    outlook.runningLine = m(key::executeLine)->getInt();
+    outlook.lineCount = table_->rowCount();
+    outlook.resumeLine = m(key::currentLine)->getInt();
+    outlook.selectedLine = table_->selectedRow();
+    outlook.weld = weldOutlook();
+    return outlook;
+}
+
+void StartLine::refresh() {
+    label_->setText(startText(outlook()));
+}
+
+}  // namespace lumo

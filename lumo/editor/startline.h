@@ -1,0 +1,51 @@
+#pragma once
+
+#include "executor/programstamp.h"
+#include "module/host.h"
+
+#include <QObject>
+#include <QString>
+
+class ProgramTable;
+class QLabel;
+
+namespace lumo {
+
+/// What decides where Start would go on. Lines count from 0.
+struct StartOutlook {
+    enum class Run { Idle, ByHand, OfStation };
+    enum class Weld { None, Reopens, StaysOff };
+
+    bool projectOpen = false;
+    Run run = Run::Idle;
+    int runningLine = 0;
+    int lineCount = 0;
+    int resumeLine = 0;
+    int selectedLine = -1;   ///< -1: none
+    Weld weld = Weld::None;  ///< what becomes of a weld that was left open
+};
+
+/// Where Start would go on, in the operator's words.
+[[nodiscard]] QString startText(const StartOutlook& outlook);
+
+/// Keeps the line above the program table. It only reads the tree.
+class StartLine : public QObject {
+    Q_OBJECT
+public:
+    StartLine(ProgramTable* table, QLabel* label, QObject* parent);
+
+    /// Shows the present outlook.
+    void refresh();
+
+private:
+    void onWeldOpen(const QVariant& open);
+    [[nodiscard]] StartOutlook outlook() const;
+    [[nodiscard]] StartOutlook::Weld weldOutlook() const;
+
+    ProgramTable* table_;
+    QLabel* label_;
+    ProgramStamp stamp_;
+    int weldStamp_;  ///< stamp of the program whose weld was left open; -1: a station's
+};
+
+}  // namespace lumo

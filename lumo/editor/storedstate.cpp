@@ -1,0 +1,92 @@
+#include "editor/storedstate.h"
+
+#include "module/host.h"
+#include "module/keys.h"
+#include "panel/projectfile.h"
+
+#include <QCryptographicHash>
+#include <QFile>
+#include <QFileInfo>
+#include <QJsonDocument>
+
+namespace lumo {
+
+namespace {
+
+/// How long the program has to rest before it is compared: that takes a while in a long one.
+constexpr int restMs = 300;
+constexpr char byteOrderMark[] = "\xEF\xBB\xBF";
+
+QByteArray digestOf(const QJsonDocument& document) {
+    return QCryptographicHash::hash(document.toJson(QJsonDocument::Compact), QCryptographicHash::Sha1);
+}
+
+}  // namespace
+
+StoredState::StoredState(QObject* parent) : QObject(parent) {
+    rest_.setSingleShot(true);
+    rest_.setInterval(restMs);
+    connect(&rest_, &QTimer::timeout, this, &StoredState::check);
+    ModuleObject* const toolset = m(key::toolset);
+    for (const ModuleObject* node : {toolset, toolset->c(field::end), toolset->c(field::ref)}) {
+        connect(node, &ModuleObject::changed, this, &StoredState::touch);
+    }
+}
+
+void StoredState::setProjectPath(const QString& path) {
+    path_ = path;
+    fileTime_ = QDateTime();
+    touch();
+}
+
+void StoredState::touch() {
+    rest_.start();
+}
+
+void StoredState::check() {
+    rest_.stop();
+    bool stored = true;
+    if (!path_.isEmpty()) {
+        readFile();
+        const Digest tree = digest(projectDocument());
+        stored =
+            tree.statements == file_.statements && (file_.toolset.isEmpty() || tree.toolset == file_.toolset);
+    }
+    if (stored != isStored_) {
+        isStored_ = stored;
+        emit changed();
+    }
+}
+
+/// In silence: what is wrong with a file was reported when it was opened.
+void StoredState::readFile() {
+    const QFileInfo info(path_);
+    if (info.lastModified() == fileTime_ && info.size() == fileSize_) {
+        return;
+    }
+    fileTime_ = info.lastModified();
+    fileSize_ = info.size();
+    file_ = Digest();
+    QFile file(path_);
+    if (file.open(QIODevice::ReadOnly)) {
+        QByteArray content = file.readAll();
+        if (content.startsWith(byteOrderMark)) {
+            content.remove(0, int(sizeof byteOrderMark) - 1);
+        }
+        const QJsonDocument document = QJsonDocument::fromJson(content);
+        if (document.isArray()) {
+            file_ = digest(document.array());
+        }
+    }
+}
+
+StoredState::Digest StoredState::digest(const QJsonValue& document) {
+    const std::optional<Project> project = projectFrom(document);
+    if (!project) {
+        return {};
+    }
+    return {digestOf(QJsonDocument(project->statements)),
+            project->toolset.isEmpty() ? QByteArray() : digestOf(QJsonDocument(project->toolset))};
+}
+
+}  // namespace lumo

@@ -1,0 +1,22 @@
+#include "editor/waitdidialog.h"
+
+#include "module/keys.h"
+#include "ui_waitdidialog.h"
+
+WaitDIDialog::WaitDIDialog(ModuleObject* statement, QWidget* parent)
+    : IoDialog({QLatin1String("DI"), QLatin1String("rd"), lumo::field::diName, lumo::field::value1,
+                lumo::field::diType, lumo::field::diReg},
+               parent),
+      ui_(std::make_unique<Ui::WaitDIDialog>()) {
+    ui_->setupUi(this);
+    setUpButtons(ui_->buttonBox, tr("确定"), tr("取消"));
+    build({ui_->rdbIOIn, ui_->rdbRegIn, ui_->label_2, ui_->cmbDI, ui_->lblDIReg, ui_->cmbDIReg,
+           ui_->cmbDIRegBias, ui_->cmbValue},
+          statement);
+}
+
+WaitDIDialog::~WaitDIDialog() = default;
+
+void WaitDIDialog::refreshDICmb() {
+    refreshSource();
+}

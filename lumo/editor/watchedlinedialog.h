@@ -1,0 +1,35 @@
+#pragma once
+
+#include "editor/answerdialog.h"
+
+class QLineEdit;
+
+/// For the event filter of a line that is typed over rather than edited: true for a mouse press, which
+/// is not to go on to the line. The press that brings the keyboard to the line selects its text.
+bool isPressOnLine(QLineEdit* line, const QEvent* event);
+
+/// A dialog with OK, Cancel and one line to type in, which it watches: a mouse press on the line is
+/// reported and goes no further, and the line's window is activated, so that the panel's input method
+/// comes up.
+class WatchedLineDialog : public AnswerDialog {
+    Q_OBJECT
+public:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+signals:
+    void lineeditclicked();
+
+protected:
+    using AnswerDialog::AnswerDialog;
+
+    /// The line is the form's; call it once, when the form is built.
+    void watch(QLineEdit* line);
+    /// OK is enabled only while something is in the line.
+    void requireText();
+    void showEvent(QShowEvent* event) override;
+
+private:
+    void refreshOk();
+
+    QLineEdit* line_ = nullptr;
+};

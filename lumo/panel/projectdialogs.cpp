@@ -1,0 +1,166 @@
+#include "panel/projectdialogs.h"
+
+#include "executor/lumoexecutor.h"
+#include "module/globals.h"
+#include "module/host.h"
+#include "module/keys.h"
+#include "module/messagebox.h"
+#include "panel/lumowidget.h"
+#include "panel/resumedata.h"
+#include "params/addparamdialog.h"
+
+#include <QDir>
+#include <QUrl>
+
+namespace lumo {
+
+namespace {
+
+void warn(const QString& text) {
+    showMessage(QMessageBox::Warning, LumoWidget::tr("提示"), text);
+}
+
+/// Qt's own dialog, for a finger: a list of names, and the two places where projects are.
+QFileDialog* makeFileDialog(QWidget* parent) {
+    constexpr QSize size(760, 520);
+    auto* dialog =
+        new QFileDialog(parent, LumoWidget::tr("打开工程"), QDir::currentPath(), QStringLiteral("*.json"));
+    dialog->setOption(QFileDialog::DontUseNativeDialog);
+    dialog->setAcceptMode(QFileDialog::AcceptOpen);
+    dialog->setFileMode(QFileDialog::AnyFile);
+    dialog->setDefaultSuffix(QStringLiteral("json"));
+    dialog->setViewMode(QFileDialog::List);
+    dialog->setSidebarUrls({QUrl::fromLocalFile(QDir::currentPath()), QUrl::fromLocalFile(QDir::homePath())});
+    dialog->setLabelText(QFileDialog::Accept, LumoWidget::tr("保存"));
+    dialog->setLabelText(QFileDialog::Reject, LumoWidget::tr("取消"));
+    dialog->setLabelText(QFileDialog::LookIn, LumoWidget::tr("文件夹："));
+    dialog->setLabelText(QFileDialog::FileName, LumoWidget::tr("文件名："));
+    dialog->setLabelText(QFileDialog::FileType, LumoWidget::tr("文件类型："));
+    dialog->resize(size);
+    return dialog;
+}
+
+}  // namespace
+
+ProjectDialogs::ProjectDialogs(QWidget* page) : QObject(page), page_(page) {}
+
+ProjectDialogs::~ProjectDialogs() = default;
+
+bool ProjectDialogs::refusedWhileRunning() {
+    const bool idle = m(key::executeState)->getString() == word::idle && executor->depth() == 0;
+    if (!idle) {
+        showMessage(QMessageBox::Warning, LumoWidget::tr("运行错误"), LumoWidget::tr("当前不是空闲状态"));
+    }
+    return !idle;
+}
+
+void ProjectDialogs::newProject() {
+    if (!refusedWhileRunning()) {
+        askName({LumoWidget::tr("新建工程"), LumoWidget::tr("请输入新建工程名称"),
+                 "LumoWidget::LumoWidget 新建工程 slot isok =", true,
+                 [this](const QString& name) { createProject(name); }});
+    }
+}
+
+void ProjectDialogs::saveProjectAs() {
+    askName({LumoWidget::tr("另存为工程"), LumoWidget::tr("请输入另存为工程名称"),
+             "LumoWidget::LumoWidget 另存为工程 slot isok =", false,
+             [this](const QString& name) { copyProject(name); }});
+}
+
+void ProjectDialogs::askName(const Purpose& purpose) {
+    delete nameDialog_;  // one that was answered with a name that cannot be used
+    nameDialog_ = new AddParamDialog(page_);
+    nameDialog_->settitlename(purpose.title);
+    connect(nameDialog_, &AddParamDialog::signalAddParamIsok, this,
+            [this, purpose](bool ok) { nameAnswered(purpose, ok); });
+    nameDialog_->setWindowModality(Qt::WindowModal);
+    nameDialog_->show();
+    nameDialog_->activateWindow();
+}
+
+void ProjectDialogs::nameAnswered(const Purpose& purpose, bool ok) {
+    nameDialog_->disconnect(this);
+    logW() << QString::fromUtf8(purpose.logText) << QVariant(ok).toString();
+    if (!ok) {
+        nameDialog_->deleteLater();
+        return;
+    }
+    const QString name = nameDialog_->name();
+    switch (projectNameFault(name)) {
+        case NameFault::Empty:
+            showMessage(QMessageBox::NoIcon, QString(), purpose.emptyText);
+            return;
+        case NameFault::TooLong:
+            warn(LumoWidget::tr("输入工程名过长，限制长度为20"));
+            return;
+        case NameFault::Taken:
+            warn(LumoWidget::tr("该工程名已存在"));
+            return;
+        case NameFault::None:
+            break;
+    }
+    nameDialog_->deleteLater();
+    if (!purpose.needsIdle || !refusedWhileRunning()) {
+        purpose.accept(name);
+    }
+}
+
+void ProjectDialogs::createProject(const QString& name) {
+    const QString path = projectFileName(name);
+    if (!writeProject(path, QJsonArray())) {
+        return;
+    }
+    emit projectChosen(path);
+    loadFile(path);
+}
+
+void ProjectDialogs::copyProject(const QString& name) {
+    lumo::saveProject(projectFileName(name));
+}
+
+void ProjectDialogs::openProject() {
+    if (refusedWhileRunning()) {
+        return;
+    }
+    delete fileDialog_;
+    fileDialog_ = makeFileDialog(page_);
+    connect(fileDialog_, &QFileDialog::fileSelected, this, &ProjectDialogs::fileSelected);
+    connect(fileDialog_, &QDialog::finished, fileDialog_, &QObject::deleteLater);
+    fileDialog_->open();
+}
+
+void ProjectDialogs::fileSelected(const QString& path) {
+    fileDialog_->disconnect(this);
+    logW() << "LumoWidget::LumoWidget QFileDialog::fileSelected filename =" << path;
+    if (path.isEmpty() || refusedWhileRunning()) {
+        return;
+    }
+    if (isSettingsFile(path)) {
+        emit m()->fileProblem(path, 0, 0, QStringLiteral("the file holds settings, no project"));
+        return;
+    }
+    emit projectChosen(path);
+    loadFile(path);
+}
+
+/// A file that does not read leaves an empty program behind, and the tool set as it was.
+void ProjectDialogs::loadFile(const QString& path) {
+    const Project project = readProject(path).value_or(Project());
+    loadProject(this, project);
+    resetResumeData(this);
+    if (!project.toolset.isEmpty()) {
+        emit toolsetLoaded();
+    }
+}
+
+void ProjectDialogs::saveProject(const QString& path) {
+    if (path.isEmpty()) {
+        showMessage(QMessageBox::Warning, LumoWidget::tr("警告"), LumoWidget::tr("当前没有已打开工程"));
+    } else if (lumo::saveProject(path)) {
+        emit projectSaved();
+        showMessage(QMessageBox::Information, LumoWidget::tr("提示"), LumoWidget::tr("保存成功"));
+    }
+}
+
+}  // namespace lumo

@@ -1,0 +1,180 @@
+#include "panel/projectfile.h"
+
+#include "module/host.h"
+#include "module/keys.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QJsonDocument>
+
+#include <algorithm>
+
+using mendo::ModuleManager;
+
+namespace lumo {
+
+namespace {
+
+constexpr QLatin1String fileEnding = ".json"_l1;
+constexpr QLatin1String settingsNames[] = {"lumo_port"_l1, "lumo_param"_l1, "lumo_signalsConfig"_l1};
+
+void report(const QString& path, const QString& reason) {
+    emit m()->fileProblem(path, 0, 0, reason);
+}
+
+bool isToolset(const QJsonValue& element) {
+    return element.toObject().contains(field::end);
+}
+
+/// Stricter than what is loaded: other lists, such as the parameter sets, are no project.
+bool isProject(const QJsonValue& content) {
+    if (!content.isArray()) {
+        return false;
+    }
+    const QJsonArray elements = content.toArray();
+    return std::all_of(elements.begin(), elements.end(), [](const QJsonValue& element) {
+        return isToolset(element) || !element.toObject().value(field::type).toString().isEmpty();
+    });
+}
+
+/// Whether the file is JSON of another kind. Read without a report: of a damaged file, which is not
+/// meant here, the operator heard when it was opened.
+bool holdsSomethingElse(const QString& path) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        return false;
+    }
+    const QJsonDocument document = QJsonDocument::fromJson(file.readAll());
+    return document.isArray() ? !isProject(document.array()) : !document.isEmpty();
+}
+
+/// Copies the file to a name that is free: NAME.damaged, NAME.damaged.2, …
+bool keepAside(const QString& path) {
+    constexpr int mostKept = 1000;
+    QString kept = path + QLatin1String(".damaged");
+    for (int number = 2; QFileInfo::exists(kept) && number <= mostKept; ++number) {
+        kept = path + QStringLiteral(".damaged.%1").arg(number);
+    }
+    return QFile::copy(path, kept);
+}
+
+/// Whether a text can be the name of a file that folders show.
+bool isFileName(const QString& name) {
+    return !name.startsWith(QLatin1Char('.')) && std::none_of(name.begin(), name.end(), [](QChar c) {
+        return c == QLatin1Char('/') || c.category() == QChar::Other_Control;
+    });
+}
+
+/// The place of a file, whether it is there or not.
+QString location(const QString& path) {
+    const QFileInfo file(path);
+    return file.exists() ? file.canonicalFilePath() : QDir::cleanPath(file.absoluteFilePath());
+}
+
+bool isSettingsName(const QString& name) {
+    return std::any_of(std::begin(settingsNames), std::end(settingsNames), [&name](QLatin1String settings) {
+        return name.compare(settings, Qt::CaseInsensitive) == 0;
+    });
+}
+
+}  // namespace
+
+std::optional<Project> projectFrom(const QJsonValue& content) {
+    if (!content.isArray()) {
+        return std::nullopt;
+    }
+    Project project;
+    project.statements = content.toArray();
+    const auto isObject = [](const QJsonValue& element) { return element.isObject(); };
+    if (!std::all_of(project.statements.begin(), project.statements.end(), isObject)) {
+        return std::nullopt;
+    }
+    const auto toolset = std::find_if(project.statements.begin(), project.statements.end(), isToolset);
+    if (toolset != project.statements.end()) {
+        project.toolset = (*toolset).toObject();
+        project.statements.erase(toolset);
+    }
+    return project;
+}
+
+std::optional<Project> readProject(const QString& path) {
+    if (!QFileInfo::exists(path)) {
+        report(path, QStringLiteral("there is no such file"));
+        return std::nullopt;
+    }
+    const QJsonValue content = ModuleManager::readFromJson(path);
+    if (content.isUndefined()) {
+        return std::nullopt;  // reported by the reading
+    }
+    std::optional<Project> project = projectFrom(content);
+    if (!project) {
+        report(path, QStringLiteral("the file holds no project"));
+    }
+    return project;
+}
+
+void loadProject(QObject* sender, const Project& project) {
+    m(key::program)->loadJson(sender, project.statements);
+    if (!project.toolset.isEmpty()) {
+        m(key::toolset)->loadJson(sender, project.toolset);
+    }
+}
+
+QJsonValue projectDocument() {
+    QJsonArray content = m(key::program)->exportToJson(true).toArray();
+    content.append(m(key::toolset)->exportToJson(true));
+    return content;
+}
+
+bool writeProject(const QString& path, const QJsonValue& content) {
+    // The host keeps what does not parse; a JSON file of another kind is kept here.
+    if (holdsSomethingElse(path) && !keepAside(path)) {
+        report(path, QStringLiteral("the file in its place is no project and cannot be kept"));
+        return false;
+    }
+    return ModuleManager::writeToJson(path, content, true);
+}
+
+bool saveProject(const QString& path) {
+    return writeProject(path, projectDocument());
+}
+
+QString projectName(const QString& path) {
+    return path.section(QLatin1Char('/'), -1).section(QLatin1Char('.'), 0, 0);
+}
+
+QString projectFileName(const QString& name) {
+    return name + fileEnding;
+}
+
+bool isSettingsFile(const QString& path) {
+    const QString asked = location(path);
+    return std::any_of(std::begin(settingsNames), std::end(settingsNames),
+                       [&asked](QLatin1String name) { return asked == location(projectFileName(name)); });
+}
+
+NameFault projectNameFault(const QString& name, const QStringList& files, const QStringList& others) {
+    constexpr int longest = 19;
+    if (name.trimmed().isEmpty()) {
+        return NameFault::Empty;
+    }
+    if (name.size() > longest) {
+        return NameFault::TooLong;
+    }
+    const bool fileTaken = std::any_of(files.begin(), files.end(), [&name](const QString& file) {
+        return QFileInfo(file).baseName() == name || file == projectFileName(name);
+    });
+    if (fileTaken || others.contains(projectFileName(name)) || isSettingsName(name) || !isFileName(name)) {
+        return NameFault::Taken;
+    }
+    return NameFault::None;
+}
+
+NameFault projectNameFault(const QString& name) {
+    const QDir folder;
+    return projectNameFault(name, folder.entryList(QDir::Files, QDir::Unsorted),
+                            folder.entryList(QDir::AllEntries | QDir::System | QDir::Hidden, QDir::Unsorted));
+}
+
+}  // namespace lumo

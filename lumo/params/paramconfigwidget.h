@@ -1,0 +1,57 @@
+#pragma once
+
+#include "module/host.h"
+
+#include <QList>
+#include <QPointer>
+#include <QWidget>
+
+#include <memory>
+
+class AddParamDialog;
+class ParamValuesDialog;
+class QTableWidgetItem;
+
+namespace Ui {
+class ParamConfigWidget;
+}
+
+/// The page of the parameter sets: adds, renames, edits and deletes them, and keeps their file.
+///
+/// It writes the sets, the file and the signal for what the operator does, and for nothing else.
+class ParamConfigWidget final : public QWidget {
+    Q_OBJECT
+public:
+    explicit ParamConfigWidget(QWidget* parent = nullptr);
+    ~ParamConfigWidget() override;
+
+    /// Writes the list to "lumo_param.json" in the working directory; a list without sets as "{}".
+    /// What goes wrong is announced by the host's file service.
+    void save();
+    /// Centres both cells in the row of every set of the list.
+    void setItemTextCenter(ModuleObject* list);
+
+signals:
+    /// Lines of the program that show something of what has changed.
+    void signalparamconfigchangedProgramlist(QList<int> lines);
+
+private slots:
+    void on_tblWgtGroup_itemChanged(QTableWidgetItem* item);
+
+private:
+    void showRow(int row, const QString& name);
+    void renumber();
+    int selectedRow() const;
+    void askName();
+    void nameAnswered(bool ok);
+    void addSet(const QString& name);
+    void askDeletion();
+    void deleteSet(ModuleObject* set);
+    void editValues();
+    void valuesAnswered(bool ok);
+
+    const std::unique_ptr<Ui::ParamConfigWidget> ui_;
+    QPointer<AddParamDialog> nameDialog_;
+    QPointer<ParamValuesDialog> valuesDialog_;
+    QList<int> changedLines_;
+};

@@ -1,0 +1,174 @@
+#include "params/paramvaluesdialog.h"
+
+#include "editor/watchedlinedialog.h"
+#include "module/keys.h"
+#include "ui_paramvaluesdialog.h"
+
+#include <QLineEdit>
+#include <QRegularExpressionValidator>
+
+using namespace lumo;
+
+namespace {
+
+enum Column { NumberColumn, GroupColumn, TagColumn, ValueColumn, RangeColumn, ColumnCount };
+
+/// Where the three groups of definitions begin; the first row of a group is its grey head.
+constexpr int procedureRow = 3;
+constexpr int wireRow = 11;
+
+bool isGroupHead(int row) {
+    return row == 0 || row == procedureRow || row == wireRow;
+}
+
+int groupStart(int row) {
+    return row >= wireRow ? wireRow : row >= procedureRow ? procedureRow : 0;
+}
+
+// Pixels.
+constexpr int cellMargin = 6;
+constexpr int maxNameWidth = 400;
+
+/// Percentages, as opposed to times in milliseconds.
+bool isPercentage(int row) {
+    return row < procedureRow || row == wireRow;
+}
+
+/// The set's name as a heading. Names are as long as one likes, the dialog is not.
+QString heading(const QString& name) {
+    QFont font;
+    font.setPixelSize(2 * QFontInfo(font).pixelSize());
+    font.setBold(true);
+    const QString shown = QFontMetrics(font).elidedText(name, Qt::ElideRight, maxNameWidth);
+    return QStringLiteral("<h1>[%1]:</h1>").arg(shown.toHtmlEscaped());
+}
+
+QString valuePattern(int row) {
+    return isPercentage(row) ? QStringLiteral("^(?:[1-9]\\d{0,1}|0|100|[1-2]\\d{1})$")
+                             : QStringLiteral("^(?:[1-9]\\d{0,2}|0|5000|[1-4]\\d{3})$");
+}
+
+QLabel* cellLabel(const QString& text = QString()) {
+    auto* label = new QLabel(text);
+    label->setAlignment(Qt::AlignCenter);
+    label->setMargin(cellMargin);
+    return label;
+}
+
+}  // namespace
+
+ParamValuesDialog::ParamValuesDialog(ModuleObject* set, QWidget* parent)
+    : AnswerDialog(Closing::ByItself, parent),
+      ui_(std::make_unique<Ui::ParamValuesDialog>()),
+      set_(set),
+      list_(set->pmobj()) {
+    ui_->setupUi(this);
+    setUpButtons(ui_->buttonBox, tr("确定"), tr("取消"));
+    const QList<ModuleObject*> definitions = m(key::defaultParam)->cmobjs();
+    ui_->tableWidget->setRowCount(definitions.size());
+    for (int row = 0; row < definitions.size(); ++row) {
+        addRow(row, definitions[row]);
+    }
+    mergeGroups();
+    QHeaderView* header = ui_->tableWidget->horizontalHeader();
+    header->setSectionResizeMode(QHeaderView::Stretch);
+    header->setSectionResizeMode(GroupColumn, QHeaderView::ResizeToContents);
+    header->setSectionResizeMode(TagColumn, QHeaderView::ResizeToContents);
+    connect(ui_->tableWidget, &QTableWidget::cellChanged, this, &ParamValuesDialog::activateCell);
+    ui_->label->setText(heading(set->r(field::name)->getString()));
+}
+
+ParamValuesDialog::~ParamValuesDialog() = default;
+
+void ParamValuesDialog::addRow(int row, const ModuleObject* definition) {
+    const QString groups[] = {tr("功率参数"), tr("过程参数"), tr("送丝参数")};
+    const int start = groupStart(row);
+    const QString& group = groups[start == 0 ? 0 : start == procedureRow ? 1 : 2];
+    QTableWidget* table = ui_->tableWidget;
+    table->setCellWidget(row, NumberColumn, cellLabel(QString::number(row - start + 1)));
+    table->setCellWidget(row, GroupColumn, cellLabel(isGroupHead(row) ? QString() : group));
+    table->setCellWidget(row, TagColumn, cellLabel(definition->r(field::tag)->getString()));
+    const QString name = definition->r(field::name)->getString();
+    table->setCellWidget(row, ValueColumn, valueLine(row, set_->r(name)->getString()));
+    table->setCellWidget(row, RangeColumn,
+                         cellLabel(QStringLiteral("[%1,%2]")
+                                       .arg(definition->r(QStringLiteral("range.#0"))->getInt())
+                                       .arg(definition->r(QStringLiteral("range.#1"))->getInt())));
+    if (isGroupHead(row)) {
+        for (int column = 0; column < ColumnCount; ++column) {
+            table->cellWidget(row, column)->setStyleSheet(QStringLiteral("background-color: #CCCCCC"));
+        }
+    } else {
+        // The labels of a merged cell lie upon each other; only the uppermost is to be seen.
+        table->cellWidget(row, GroupColumn)->setStyleSheet(QStringLiteral("background-color: #FFFFFF"));
+    }
+}
+
+QLineEdit* ParamValuesDialog::valueLine(int row, const QString& text) {
+    auto* line = new QLineEdit(text);
+    line->setAlignment(Qt::AlignCenter);
+    line->setValidator(new QRegularExpressionValidator(QRegularExpression(valuePattern(row)), line));
+    line->installEventFilter(this);
+    lines_.append(line);
+    return line;
+}
+
+void ParamValuesDialog::mergeGroups() {
+    const int rows = ui_->tableWidget->rowCount();
+    for (int row = 0; row < rows; ++row) {
+        const int next = row < procedureRow ? procedureRow : row < wireRow ? wireRow : rows;
+        if (isGroupHead(row) && row + 1 < qMin(next, rows)) {
+            ui_->tableWidget->setSpan(row + 1, GroupColumn, qMin(next, rows) - row - 1, 1);
+        }
+    }
+}
+
+bool ParamValuesDialog::eventFilter(QObject* watched, QEvent* event) {
+    auto* line = qobject_cast<QLineEdit*>(watched);
+    if (line && isPressOnLine(line, event)) {
+        line->activateWindow();
+        return true;
+    }
+    return AnswerDialog::eventFilter(watched, event);
+}
+
+void ParamValuesDialog::activateCell(int row, int column) {
+    logW() << QStringLiteral("ParamValuesDialog::ParamValuesDialog row = ") << row
+           << QStringLiteral(" column = ") << column;
+    if (QWidget* cell = ui_->tableWidget->cellWidget(row, column)) {
+        cell->activateWindow();
+    }
+}
+
+void ParamValuesDialog::save() {
+    if (!set_ || set_->pmobj() != list_) {
+        return;
+    }
+    const QList<ModuleObject*> definitions = m(key::defaultParam)->cmobjs();
+    for (int row = 0; row < qMin(definitions.size(), lines_.size()); ++row) {
+        const QString name = definitions[row]->r(field::name)->getString();
+        const double value = lines_[row]->text().toDouble();
+        if (name == QLatin1String("power") && set_->r(name)->getDouble() != value) {
+            updateProgram(field::laserPower, value);
+        } else if (name == QLatin1String("ratio") && set_->r(name)->getDouble() != value) {
+            updateProgram(field::laserDutyCycle, value);
+        }
+        set_->set(this, name, value);
+    }
+}
+
+void ParamValuesDialog::updateProgram(QLatin1String field, double value) {
+    const QString setName = set_->r(field::name)->getString();
+    const ModuleObject* sets = m(key::param);
+    const QList<ModuleObject*> lines = m(key::program)->cmobjs();
+    for (int line = 0; line < lines.size(); ++line) {
+        if (lines[line]->r(field::type)->getString() != statement::open) {
+            continue;
+        }
+        const ModuleObject* used = sets->c(lines[line]->r(field::index)->getInt());
+        if (!used->isNull() && used->r(field::name)->getString() == setName) {
+            lines[line]->set(this, field, value);
+            emit signalparamValueschangedProgram(line);
+        }
+    }
+}

@@ -1,0 +1,189 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="en_US" sourcelanguage="zh_CN">
+<context>
+    <name>SetDODialog</name>
+    <message>
+        <source>寄存器</source>
+        <translation>Register</translation>
+    </message>
+    <message>
+        <source>DO名称：</source>
+        <translation>DO Name:</translation>
+    </message>
+    <message>
+        <source>值：</source>
+        <translation>Value: </translation>
+    </message>
+    <message>
+        <source>确定</source>
+        <translation>Ok</translation>
+    </message>
+    <message>
+        <source>取消</source>
+        <translation>Cancel</translation>
+    </message>
+</context>
+<context>
+    <name>WaitDIDialog</name>
+    <message>
+        <source>寄存器</source>
+        <translation>Register</translation>
+    </message>
+    <message>
+        <source>DI名称：</source>
+        <translation>DI Name:</translation>
+    </message>
+    <message>
+        <source>值：</source>
+        <translation>Value: </translation>
+    </message>
+    <message>
+        <source>确定</source>
+        <translation>Ok</translation>
+    </message>
+    <message>
+        <source>取消</source>
+        <translation>Cancel</translation>
+    </message>
+</context>
+<context>
+    <name>SelectParamDialog</name>
+    <message>
+        <source>&lt;h1&gt;开始焊接&lt;/h1&gt;</source>
+        <translation>&lt;h1&gt;Start Welding&lt;/h1&gt;</translation>
+    </message>
+    <message>
+        <source>&lt;h1&gt;工艺参数&lt;/h1&gt;</source>
+        <translation>&lt;h1&gt;Welding Parameters&lt;/h1&gt;</translation>
+    </message>
+    <message>
+        <source>工艺参数：</source>
+        <translation>Welding Parameters</translation>
+    </message>
+    <message>
+        <source> 速度 (mm/s)</source>
+        <translation>Velocity(mm/s)</translation>
+    </message>
+    <message>
+        <source>确定</source>
+        <translation>Ok</translation>
+    </message>
+    <message>
+        <source>取消</source>
+        <translation>Cancel</translation>
+    </message>
+</context>
+<context>
+    <name>DelayDialog</name>
+    <message>
+        <source>&lt;h1&gt;DELAY&lt;/h1&gt;</source>
+        <translation>&lt;h1&gt;DELAY&lt;/h1&gt;</translation>
+    </message>
+    <message>
+        <source>延时：</source>
+        <translation>delay:</translation>
+    </message>
+    <message>
+        <source>ms</source>
+        <translation>ms</translation>
+    </message>
+    <message>
+        <source>确定</source>
+        <translation>Ok</translation>
+    </message>
+    <message>
+        <source>取消</source>
+        <translation>Cancel</translation>
+    </message>
+</context>
+<context>
+    <name>UpdateSpeedDialog</name>
+    <message>
+        <source>&lt;h1&gt;速度批量修改&lt;/h1&gt;</source>
+        <translation>&lt;h1&gt;Modifying Velocity&lt;/h1&gt;</translation>
+    </message>
+    <message>
+        <source> 速度 (mm/s)</source>
+        <translation>Velocity(mm/s)</translation>
+    </message>
+    <message>
+        <source>确定</source>
+        <translation>Ok</translation>
+    </message>
+    <message>
+        <source>取消</source>
+        <translation>Cancel</translation>
+    </message>
+</context>
+<context>
+    <name>UpdateTurningParamDialog</name>
+    <message>
+        <source>&lt;h1&gt;转弯区批量修改&lt;/h1&gt;</source>
+        <translation>&lt;h1&gt;Modifying Turning Radius&lt;/h1&gt;</translation>
+    </message>
+    <message>
+        <source>转弯区(mm)</source>
+        <translation>Turning Radius(mm)</translation>
+    </message>
+    <message>
+        <source>确定</source>
+        <translation>Ok</translation>
+    </message>
+    <message>
+        <source>取消</source>
+        <translation>Cancel</translation>
+    </message>
+</context>
+<context>
+    <name>PointWidget</name>
+    <message>
+        <source>直线</source>
+        <translation>Line</translation>
+    </message>
+    <message>
+        <source>点位</source>
+        <translation>Point</translation>
+    </message>
+    <message>
+        <source>更新点位</source>
+        <translation>Update</translation>
+    </message>
+    <message>
+        <source>速度与转弯区</source>
+        <translation>Velocity and Turning radius</translation>
+    </message>
+    <message>
+        <source>速度(mm/s):</source>
+        <translation>Velocity(mm/s)</translation>
+    </message>
+    <message>
+        <source>转弯区(mm)：</source>
+        <translation>Turning Radius(mm)</translation>
+    </message>
+    <message>
+        <source>备注</source>
+        <translation>Remark</translation>
+    </message>
+    <message>
+        <source>确认</source>
+        <translation>Yes</translation>
+    </message>
+    <message>
+        <source>取消</source>
+        <translation>Cancle</translation>
+    </message>
+    <message>
+        <source>空走参数设置</source>
+        <translation>Joint movement parameter setting</translation>
+    </message>
+    <message>
+        <source>直线参数设置</source>
+        <translation>Line movement parameter setting</translation>
+    </message>
+    <message>
+        <source>全圆/圆弧参数设置</source>
+        <translation>Circle/Arc Parameter Setting</translation>
+    </message>
+</context>
+</TS>

@@ -1,0 +1,189 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="ru_RU" sourcelanguage="zh_CN">
+<context>
+    <name>SetDODialog</name>
+    <message>
+        <source>寄存器</source>
+        <translation>Регистр</translation>
+    </message>
+    <message>
+        <source>DO名称：</source>
+        <translation>Выход DO:</translation>
+    </message>
+    <message>
+        <source>值：</source>
+        <translation>Значение: </translation>
+    </message>
+    <message>
+        <source>确定</source>
+        <translation>ОК</translation>
+    </message>
+    <message>
+        <source>取消</source>
+        <translation>Отмена</translation>
+    </message>
+</context>
+<context>
+    <name>WaitDIDialog</name>
+    <message>
+        <source>寄存器</source>
+        <translation>Регистр</translation>
+    </message>
+    <message>
+        <source>DI名称：</source>
+        <translation>Вход DI:</translation>
+    </message>
+    <message>
+        <source>值：</source>
+        <translation>Значение: </translation>
+    </message>
+    <message>
+        <source>确定</source>
+        <translation>ОК</translation>
+    </message>
+    <message>
+        <source>取消</source>
+        <translation>Отмена</translation>
+    </message>
+</context>
+<context>
+    <name>SelectParamDialog</name>
+    <message>
+        <source>&lt;h1&gt;开始焊接&lt;/h1&gt;</source>
+        <translation>&lt;h1&gt;Начало сварки&lt;/h1&gt;</translation>
+    </message>
+    <message>
+        <source>&lt;h1&gt;工艺参数&lt;/h1&gt;</source>
+        <translation>&lt;h1&gt;Параметры сварки&lt;/h1&gt;</translation>
+    </message>
+    <message>
+        <source>工艺参数：</source>
+        <translation>Параметры сварки:</translation>
+    </message>
+    <message>
+        <source> 速度 (mm/s)</source>
+        <translation>Скорость (мм/с)</translation>
+    </message>
+    <message>
+        <source>确定</source>
+        <translation>ОК</translation>
+    </message>
+    <message>
+        <source>取消</source>
+        <translation>Отмена</translation>
+    </message>
+</context>
+<context>
+    <name>DelayDialog</name>
+    <message>
+        <source>&lt;h1&gt;DELAY&lt;/h1&gt;</source>
+        <translation>&lt;h1&gt;Задержка&lt;/h1&gt;</translation>
+    </message>
+    <message>
+        <source>延时：</source>
+        <translation>Задержка:</translation>
+    </message>
+    <message>
+        <source>ms</source>
+        <translation>мс</translation>
+    </message>
+    <message>
+        <source>确定</source>
+        <translation>ОК</translation>
+    </message>
+    <message>
+        <source>取消</source>
+        <translation>Отмена</translation>
+    </message>
+</context>
+<context>
+    <name>UpdateSpeedDialog</name>
+    <message>
+        <source>&lt;h1&gt;速度批量修改&lt;/h1&gt;</source>
+        <translation>&lt;h1&gt;Изменение скорости&lt;/h1&gt;</translation>
+    </message>
+    <message>
+        <source> 速度 (mm/s)</source>
+        <translation>Скорость (мм/с)</translation>
+    </message>
+    <message>
+        <source>确定</source>
+        <translation>ОК</translation>
+    </message>
+    <message>
+        <source>取消</source>
+        <translation>Отмена</translation>
+    </message>
+</context>
+<context>
+    <name>UpdateTurningParamDialog</name>
+    <message>
+        <source>&lt;h1&gt;转弯区批量修改&lt;/h1&gt;</source>
+        <translation>&lt;h1&gt;Изменение сглаживания&lt;/h1&gt;</translation>
+    </message>
+    <message>
+        <source>转弯区(mm)</source>
+        <translation>Радиус сглаживания (мм)</translation>
+    </message>
+    <message>
+        <source>确定</source>
+        <translation>ОК</translation>
+    </message>
+    <message>
+        <source>取消</source>
+        <translation>Отмена</translation>
+    </message>
+</context>
+<context>
+    <name>PointWidget</name>
+    <message>
+        <source>直线</source>
+        <translation>Линейное движение</translation>
+    </message>
+    <message>
+        <source>点位</source>
+        <translation>Точка</translation>
+    </message>
+    <message>
+        <source>更新点位</source>
+        <translation>Обновить точку</translation>
+    </message>
+    <message>
+        <source>速度与转弯区</source>
+        <translation>Скорость и радиус сглаживания</translation>
+    </message>
+    <message>
+        <source>速度(mm/s):</source>
+        <translation>Скорость (мм/с):</translation>
+    </message>
+    <message>
+        <source>转弯区(mm)：</source>
+        <translation>Радиус сглаживания (мм):</translation>
+    </message>
+    <message>
+        <source>备注</source>
+        <translation>Примечание</translation>
+    </message>
+    <message>
+        <source>确认</source>
+        <translation>Да</translation>
+    </message>
+    <message>
+        <source>取消</source>
+        <translation>Отмена</translation>
+    </message>
+    <message>
+        <source>空走参数设置</source>
+        <translation>Параметры движения по осям</translation>
+    </message>
+    <message>
+        <source>直线参数设置</source>
+        <translation>Параметры линейного движения</translation>
+    </message>
+    <message>
+        <source>全圆/圆弧参数设置</source>
+        <translation>Параметры окружности/дуги</translation>
+    </message>
+</context>
+</TS>

@@ -1,0 +1,358 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="en_US" sourcelanguage="zh_CN">
+<context>
+    <name>QObject</name>
+    <message>
+        <source>空走</source>
+        <translation>Joint</translation>
+    </message>
+    <message>
+        <source>直线</source>
+        <translation>Line</translation>
+    </message>
+    <message>
+        <source>全圆</source>
+        <translation>Circle</translation>
+    </message>
+    <message>
+        <source>圆弧</source>
+        <translation>Arc</translation>
+    </message>
+    <message>
+        <source>开始焊接</source>
+        <translation>Start Welding</translation>
+    </message>
+    <message>
+        <source>停止焊接</source>
+        <translation>Stop Welding</translation>
+    </message>
+    <message>
+        <source>工艺参数</source>
+        <translation>Welding Parameters</translation>
+    </message>
+    <message>
+        <source>延时</source>
+        <translation>delay</translation>
+    </message>
+    <message>
+        <source>轴角度：</source>
+        <translation>Joint Angle:</translation>
+    </message>
+    <message>
+        <source>°；</source>
+        <translation>.;</translation>
+    </message>
+    <message>
+        <source>点位：</source>
+        <translation>Point:</translation>
+    </message>
+    <message>
+        <source>速度：</source>
+        <translation>Speed:</translation>
+    </message>
+    <message>
+        <source>mm/s；</source>
+        <translation>mm/s;</translation>
+    </message>
+    <message>
+        <source>转弯区：</source>
+        <translation>Radius: </translation>
+    </message>
+    <message>
+        <source>mm；</source>
+        <translation>mm;</translation>
+    </message>
+    <message>
+        <source>工具：</source>
+        <translation>Tool:</translation>
+    </message>
+    <message>
+        <source>工件：</source>
+        <translation>Wobj:</translation>
+    </message>
+    <message>
+        <source>坐标：</source>
+        <translation>Coord:</translation>
+    </message>
+    <message>
+        <source>参数名称：</source>
+        <translation>Param Name:</translation>
+    </message>
+    <message>
+        <source>激光功率：</source>
+        <translation>Laser Power:</translation>
+    </message>
+    <message>
+        <source>激光占空比：</source>
+        <translation>Laser Ratio:</translation>
+    </message>
+    <message>
+        <source>送丝使能：</source>
+        <translation>Wire Enable:</translation>
+    </message>
+    <message>
+        <source>焊接速度：</source>
+        <translation>Weld Speed:</translation>
+    </message>
+    <message>
+        <source>DO名称：</source>
+        <translation>DO Name:</translation>
+    </message>
+    <message>
+        <source>DI名称：</source>
+        <translation>DI Name:</translation>
+    </message>
+    <message>
+        <source>设置为：</source>
+        <translation>Set To: </translation>
+    </message>
+    <message>
+        <source>等待该信号变为：</source>
+        <translation>Waiting for signal become to</translation>
+    </message>
+    <message>
+        <source>延时时间为：</source>
+        <translation>Delay Time is:</translation>
+    </message>
+</context>
+<context>
+    <name>ProgramWidget</name>
+    <message>
+        <source>指针</source>
+        <translation>Pointer</translation>
+    </message>
+    <message>
+        <source>行数</source>
+        <translation>Row</translation>
+    </message>
+    <message>
+        <source>指令</source>
+        <translation>Command</translation>
+    </message>
+    <message>
+        <source>参数</source>
+        <translation>Parameters</translation>
+    </message>
+    <message>
+        <source>备注</source>
+        <translation>Remark</translation>
+    </message>
+    <message>
+        <source>是否运行</source>
+        <translation>Enabled or not</translation>
+    </message>
+    <message>
+        <source>编辑</source>
+        <translation>Edit</translation>
+    </message>
+    <message>
+        <source>删除</source>
+        <translation>Delete</translation>
+    </message>
+    <message>
+        <source>复制</source>
+        <translation>Copy</translation>
+    </message>
+    <message>
+        <source>粘贴</source>
+        <translation>Paste</translation>
+    </message>
+    <message>
+        <source>上移</source>
+        <translation>Up</translation>
+    </message>
+    <message>
+        <source>下移</source>
+        <translation>Down</translation>
+    </message>
+    <message>
+        <source>运行/不运行</source>
+        <translation>Enabled or not</translation>
+    </message>
+    <message>
+        <source>多选</source>
+        <translation>Multiple</translation>
+    </message>
+    <message>
+        <source>单选</source>
+        <translation>Single Select</translation>
+    </message>
+    <message>
+        <source>修改速度</source>
+        <translation>Velocity</translation>
+    </message>
+    <message>
+        <source>修改转弯区</source>
+        <translation>Radius</translation>
+    </message>
+    <message>
+        <source>空走</source>
+        <translation>Joint</translation>
+    </message>
+    <message>
+        <source>直线</source>
+        <translation>Line</translation>
+    </message>
+    <message>
+        <source>全圆</source>
+        <translation>Circle</translation>
+    </message>
+    <message>
+        <source>圆弧</source>
+        <translation>Arc</translation>
+    </message>
+    <message>
+        <source>开始焊接</source>
+        <translation>Start Welding</translation>
+    </message>
+    <message>
+        <source>停止焊接</source>
+        <translation>Stop Welding</translation>
+    </message>
+    <message>
+        <source>工艺参数</source>
+        <translation>Welding Parameters</translation>
+    </message>
+    <message>
+        <source>WAITDI</source>
+        <translation>WAITDI</translation>
+    </message>
+    <message>
+        <source>SETDO</source>
+        <translation>SETDO</translation>
+    </message>
+    <message>
+        <source>延时</source>
+        <translation>DELAY</translation>
+    </message>
+    <message>
+        <source>步跳转</source>
+        <translation>StepToJump</translation>
+    </message>
+    <message>
+        <source>Goto</source>
+        <translation>Goto</translation>
+    </message>
+    <message>
+        <source>焊接</source>
+        <translation>Weld</translation>
+    </message>
+    <message>
+        <source>手动焊接</source>
+        <translation>Hand Weld</translation>
+    </message>
+    <message>
+        <source>开始</source>
+        <translation>Start</translation>
+    </message>
+    <message>
+        <source>移动点位</source>
+        <translation>Move Point</translation>
+    </message>
+    <message>
+        <source>停止</source>
+        <translation>Stop</translation>
+    </message>
+    <message>
+        <source>复位</source>
+        <translation>Resume</translation>
+    </message>
+    <message>
+        <source>运行</source>
+        <translation>Enabled</translation>
+    </message>
+    <message>
+        <source>不运行</source>
+        <translation>Disabled</translation>
+    </message>
+    <message>
+        <source>运行错误</source>
+        <translation>Running Error</translation>
+    </message>
+    <message>
+        <source>当前不是空闲状态</source>
+        <translation>Robot is not idle</translation>
+    </message>
+    <message>
+        <source>输入错误</source>
+        <translation>Input Error</translation>
+    </message>
+    <message>
+        <source>跳转行数大于当前程序行数!</source>
+        <translation>The number of jump lines is greater than the number of current program lines!</translation>
+    </message>
+    <message>
+        <source>程序错误</source>
+        <translation>Program Error</translation>
+    </message>
+    <message>
+        <source>当前程序中的&quot;开始焊接&quot;和&quot;停止焊接&quot;个数或者顺序不匹配!</source>
+        <translation>The number or order of &quot;start welding&quot; and &quot;stop welding&quot; in the current program does not match!</translation>
+    </message>
+    <message>
+        <source>选中行警告</source>
+        <translation>Selected Row Warning</translation>
+    </message>
+    <message>
+        <source>是否跳转到当前行并开始执行!</source>
+        <translation>Whether to jump to the current line and start execution!</translation>
+    </message>
+    <message>
+        <source>是</source>
+        <translation>Yes</translation>
+    </message>
+    <message>
+        <source>否</source>
+        <translation>No</translation>
+    </message>
+    <message>
+        <source>工位程序正在运行</source>
+        <translation>A station&#x27;s program is running</translation>
+    </message>
+    <message>
+        <source>正在执行第 %1 行</source>
+        <translation>Running line %1</translation>
+    </message>
+    <message>
+        <source>开始：从第 %1 行继续，激光将重新打开</source>
+        <translation>Start continues at line %1, the laser reopens</translation>
+    </message>
+    <message>
+        <source>开始：从第 %1 行继续，激光不会打开</source>
+        <translation>Start continues at line %1, the laser stays off</translation>
+    </message>
+    <message>
+        <source>开始：从第 %1 行执行</source>
+        <translation>Start begins at line %1</translation>
+    </message>
+    <message>
+        <source>开始：从第 %1 行继续</source>
+        <translation>Start continues at line %1</translation>
+    </message>
+    <message>
+        <source>请先新建或打开工程</source>
+        <translation>Create or open a project first</translation>
+    </message>
+    <message>
+        <source>程序为空</source>
+        <translation>The program is empty</translation>
+    </message>
+    <message>
+        <source>开始：确认后从选中的第 %1 行执行</source>
+        <translation>Start asks, then begins at the selected line %1</translation>
+    </message>
+    <message>
+        <source>第 %1 行已不存在：请复位或选择一行</source>
+        <translation>Line %1 is gone: reset or select a line</translation>
+    </message>
+    <message>
+        <source>已保存</source>
+        <translation>Saved</translation>
+    </message>
+    <message>
+        <source>有未保存的更改</source>
+        <translation>Unsaved changes</translation>
+    </message>
+</context>
+</TS>

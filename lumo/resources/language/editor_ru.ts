@@ -1,0 +1,358 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="ru_RU" sourcelanguage="zh_CN">
+<context>
+    <name>QObject</name>
+    <message>
+        <source>空走</source>
+        <translation>По осям</translation>
+    </message>
+    <message>
+        <source>直线</source>
+        <translation>Прямая</translation>
+    </message>
+    <message>
+        <source>全圆</source>
+        <translation>Окружность</translation>
+    </message>
+    <message>
+        <source>圆弧</source>
+        <translation>Дуга</translation>
+    </message>
+    <message>
+        <source>开始焊接</source>
+        <translation>Начало сварки</translation>
+    </message>
+    <message>
+        <source>停止焊接</source>
+        <translation>Конец сварки</translation>
+    </message>
+    <message>
+        <source>工艺参数</source>
+        <translation>Параметры сварки</translation>
+    </message>
+    <message>
+        <source>延时</source>
+        <translation>Задержка</translation>
+    </message>
+    <message>
+        <source>轴角度：</source>
+        <translation>Углы осей: </translation>
+    </message>
+    <message>
+        <source>°；</source>
+        <translation>°;</translation>
+    </message>
+    <message>
+        <source>点位：</source>
+        <translation>Точка: </translation>
+    </message>
+    <message>
+        <source>速度：</source>
+        <translation>Скорость: </translation>
+    </message>
+    <message>
+        <source>mm/s；</source>
+        <translation>мм/с;</translation>
+    </message>
+    <message>
+        <source>转弯区：</source>
+        <translation>Радиус сглаживания: </translation>
+    </message>
+    <message>
+        <source>mm；</source>
+        <translation>мм;</translation>
+    </message>
+    <message>
+        <source>工具：</source>
+        <translation>Инструмент: </translation>
+    </message>
+    <message>
+        <source>工件：</source>
+        <translation>Деталь: </translation>
+    </message>
+    <message>
+        <source>坐标：</source>
+        <translation>Коорд.: </translation>
+    </message>
+    <message>
+        <source>参数名称：</source>
+        <translation>Набор параметров: </translation>
+    </message>
+    <message>
+        <source>激光功率：</source>
+        <translation>Мощность лазера: </translation>
+    </message>
+    <message>
+        <source>激光占空比：</source>
+        <translation>Скважность лазера: </translation>
+    </message>
+    <message>
+        <source>送丝使能：</source>
+        <translation>Подача проволоки: </translation>
+    </message>
+    <message>
+        <source>焊接速度：</source>
+        <translation>Скорость сварки: </translation>
+    </message>
+    <message>
+        <source>DO名称：</source>
+        <translation>Выход DO: </translation>
+    </message>
+    <message>
+        <source>DI名称：</source>
+        <translation>Вход DI: </translation>
+    </message>
+    <message>
+        <source>设置为：</source>
+        <translation>Установить: </translation>
+    </message>
+    <message>
+        <source>等待该信号变为：</source>
+        <translation>Ждать состояния сигнала: </translation>
+    </message>
+    <message>
+        <source>延时时间为：</source>
+        <translation>Время задержки: </translation>
+    </message>
+</context>
+<context>
+    <name>ProgramWidget</name>
+    <message>
+        <source>指针</source>
+        <translation>Метка</translation>
+    </message>
+    <message>
+        <source>行数</source>
+        <translation>Строка</translation>
+    </message>
+    <message>
+        <source>指令</source>
+        <translation>Команда</translation>
+    </message>
+    <message>
+        <source>参数</source>
+        <translation>Параметры</translation>
+    </message>
+    <message>
+        <source>备注</source>
+        <translation>Примечание</translation>
+    </message>
+    <message>
+        <source>是否运行</source>
+        <translation>Выполнение</translation>
+    </message>
+    <message>
+        <source>编辑</source>
+        <translation>Изменить</translation>
+    </message>
+    <message>
+        <source>删除</source>
+        <translation>Удалить</translation>
+    </message>
+    <message>
+        <source>复制</source>
+        <translation>Копи­ровать</translation>
+    </message>
+    <message>
+        <source>粘贴</source>
+        <translation>Вставить</translation>
+    </message>
+    <message>
+        <source>上移</source>
+        <translation>Вверх</translation>
+    </message>
+    <message>
+        <source>下移</source>
+        <translation>Вниз</translation>
+    </message>
+    <message>
+        <source>运行/不运行</source>
+        <translation>Вкл. / выкл.</translation>
+    </message>
+    <message>
+        <source>多选</source>
+        <translation>Выбор строк</translation>
+    </message>
+    <message>
+        <source>单选</source>
+        <translation>Одна строка</translation>
+    </message>
+    <message>
+        <source>修改速度</source>
+        <translation>Скорость</translation>
+    </message>
+    <message>
+        <source>修改转弯区</source>
+        <translation>Радиус сгла­живания</translation>
+    </message>
+    <message>
+        <source>空走</source>
+        <translation>По осям</translation>
+    </message>
+    <message>
+        <source>直线</source>
+        <translation>Прямая</translation>
+    </message>
+    <message>
+        <source>全圆</source>
+        <translation>Окруж­ность</translation>
+    </message>
+    <message>
+        <source>圆弧</source>
+        <translation>Дуга</translation>
+    </message>
+    <message>
+        <source>开始焊接</source>
+        <translation>Начало сварки</translation>
+    </message>
+    <message>
+        <source>停止焊接</source>
+        <translation>Конец сварки</translation>
+    </message>
+    <message>
+        <source>工艺参数</source>
+        <translation>Параметры сварки</translation>
+    </message>
+    <message>
+        <source>WAITDI</source>
+        <translation>WAITDI</translation>
+    </message>
+    <message>
+        <source>SETDO</source>
+        <translation>SETDO</translation>
+    </message>
+    <message>
+        <source>延时</source>
+        <translation>Задержка</translation>
+    </message>
+    <message>
+        <source>步跳转</source>
+        <translation>К строке</translation>
+    </message>
+    <message>
+        <source>Goto</source>
+        <translation>Перейти</translation>
+    </message>
+    <message>
+        <source>焊接</source>
+        <translation>Сварка</translation>
+    </message>
+    <message>
+        <source>手动焊接</source>
+        <translation>Ручная сварка</translation>
+    </message>
+    <message>
+        <source>开始</source>
+        <translation>Пуск</translation>
+    </message>
+    <message>
+        <source>移动点位</source>
+        <translation>Переход в точку</translation>
+    </message>
+    <message>
+        <source>停止</source>
+        <translation>Стоп</translation>
+    </message>
+    <message>
+        <source>复位</source>
+        <translation>Сброс</translation>
+    </message>
+    <message>
+        <source>运行</source>
+        <translation>Вкл.</translation>
+    </message>
+    <message>
+        <source>不运行</source>
+        <translation>Выкл.</translation>
+    </message>
+    <message>
+        <source>运行错误</source>
+        <translation>Ошибка выполнения</translation>
+    </message>
+    <message>
+        <source>当前不是空闲状态</source>
+        <translation>Робот занят</translation>
+    </message>
+    <message>
+        <source>输入错误</source>
+        <translation>Ошибка ввода</translation>
+    </message>
+    <message>
+        <source>跳转行数大于当前程序行数!</source>
+        <translation>Номер строки перехода больше числа строк программы!</translation>
+    </message>
+    <message>
+        <source>程序错误</source>
+        <translation>Ошибка программы</translation>
+    </message>
+    <message>
+        <source>当前程序中的&quot;开始焊接&quot;和&quot;停止焊接&quot;个数或者顺序不匹配!</source>
+        <translation>Количество или порядок команд «Начало сварки» и «Конец сварки» в программе не совпадает!</translation>
+    </message>
+    <message>
+        <source>选中行警告</source>
+        <translation>Выбрана другая строка</translation>
+    </message>
+    <message>
+        <source>是否跳转到当前行并开始执行!</source>
+        <translation>Перейти к выбранной строке и начать выполнение?</translation>
+    </message>
+    <message>
+        <source>是</source>
+        <translation>Да</translation>
+    </message>
+    <message>
+        <source>否</source>
+        <translation>Нет</translation>
+    </message>
+    <message>
+        <source>工位程序正在运行</source>
+        <translation>Выполняется программа поста</translation>
+    </message>
+    <message>
+        <source>正在执行第 %1 行</source>
+        <translation>Выполняется строка %1</translation>
+    </message>
+    <message>
+        <source>开始：从第 %1 行继续，激光将重新打开</source>
+        <translation>Пуск продолжит со строки %1, лазер включится снова</translation>
+    </message>
+    <message>
+        <source>开始：从第 %1 行继续，激光不会打开</source>
+        <translation>Пуск продолжит со строки %1, лазер останется выключен</translation>
+    </message>
+    <message>
+        <source>开始：从第 %1 行执行</source>
+        <translation>Пуск начнёт со строки %1</translation>
+    </message>
+    <message>
+        <source>开始：从第 %1 行继续</source>
+        <translation>Пуск продолжит со строки %1</translation>
+    </message>
+    <message>
+        <source>请先新建或打开工程</source>
+        <translation>Сначала создайте или откройте проект</translation>
+    </message>
+    <message>
+        <source>程序为空</source>
+        <translation>Программа пуста</translation>
+    </message>
+    <message>
+        <source>开始：确认后从选中的第 %1 行执行</source>
+        <translation>Пуск после подтверждения начнёт с выбранной строки %1</translation>
+    </message>
+    <message>
+        <source>第 %1 行已不存在：请复位或选择一行</source>
+        <translation>Строки %1 больше нет: сделайте сброс или выберите строку</translation>
+    </message>
+    <message>
+        <source>已保存</source>
+        <translation>Сохранено</translation>
+    </message>
+    <message>
+        <source>有未保存的更改</source>
+        <translation>Есть несохранённые изменения</translation>
+    </message>
+</context>
+</TS>

@@ -1,0 +1,15 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="ru_RU" sourcelanguage="zh_CN">
+<context>
+    <name>SwitchButton</name>
+    <message>
+        <source>开启</source>
+        <translation>Вкл.</translation>
+    </message>
+    <message>
+        <source>关闭</source>
+        <translation>Выкл.</translation>
+    </message>
+</context>
+</TS>

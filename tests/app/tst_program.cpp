@@ -1,0 +1,83 @@
+#include "app/shots/gallery.h"
+#include "app/shots/stops.h"
+
+#include <QImage>
+#include <QtTest>
+
+/// The built program as its caller meets it.
+class AppProgram : public QObject {
+    Q_OBJECT
+private slots:
+    void badUsage_isOneLine();
+    void helpAndVersion();
+    void pictures_showEveryStop();
+
+private:
+    struct Result {
+        int status = -1;
+        QByteArray out, err;
+    };
+    Result run(const QStringList& arguments) const {
+        QProcess process;
+        process.setWorkingDirectory(folder_.path());
+        // Whole stacks for every allocation would make a build with sanitizers many times slower; the
+        // program has its suppressions in it.
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.remove(QStringLiteral("LSAN_OPTIONS"));
+        process.setProcessEnvironment(environment);
+        process.start(QStringLiteral(LUMO_PANEL), arguments);
+        process.waitForFinished(240000);
+        Result result;
+        result.status = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+        result.out = process.readAllStandardOutput();
+        result.err = process.readAllStandardError();
+        return result;
+    }
+    QTemporaryDir folder_;
+};
+
+void AppProgram::badUsage_isOneLine() {
+    const Result result = run({QStringLiteral("--language"), QStringLiteral("de")});
+    QCOMPARE(result.status, 2);
+    QCOMPARE(result.err, QByteArray("lumo-panel: --language de is none of cn, en, ru\n"));
+    QVERIFY(result.out.isEmpty());
+}
+
+void AppProgram::helpAndVersion() {
+    const Result help = run({QStringLiteral("--help")});
+    QCOMPARE(help.status, 0);
+    QVERIFY2(help.out.startsWith("Usage: lumo-panel [options]\n"), help.out);
+    const Result version = run({QStringLiteral("--version")});
+    QCOMPARE(version.status, 0);
+    QCOMPARE(version.out, QByteArray("lumo-panel 26\n"));
+    QVERIFY2(help.err.isEmpty() && version.err.isEmpty(), help.err + version.err);
+}
+
+void AppProgram::pictures_showEveryStop() {
+    const Result result = run({QStringLiteral("--screenshots"), QStringLiteral("shots/new"),
+                               QStringLiteral("--language"), QStringLiteral("ru")});
+    QVERIFY2(result.status == 0, result.err);
+    const QDir shots(QDir(folder_.path()).filePath(QStringLiteral("shots/new")));
+    QStringList expected;
+    QSet<QByteArray> different;
+    for (const app::Stop& stop : app::stops()) {
+        for (const QSize& size : app::pictureSizes()) {
+            const QString name = app::pictureName(QStringLiteral("ru"), size, QLatin1String(stop.name));
+            expected << name;
+            const QImage picture(shots.filePath(name));
+            QVERIFY2(picture.size() == size, qPrintable(name));
+            different.insert(QCryptographicHash::hash(
+                QByteArray::fromRawData(reinterpret_cast<const char*>(picture.constBits()),
+                                        int(picture.sizeInBytes())),
+                QCryptographicHash::Sha1));
+        }
+    }
+    expected.sort();
+    QCOMPARE(shots.entryList(QDir::Files, QDir::Name), expected);
+    // The panel after its start is the picture of its robot too, where the strip fits; all others differ.
+    QVERIFY2(different.size() >= expected.size() - int(app::pictureSizes().size()),
+             qPrintable(QString::number(different.size())));
+}
+
+QTEST_GUILESS_MAIN(AppProgram)
+#include "tst_program.moc"

@@ -1,0 +1,247 @@
+#include "editor/wrapbutton.h"
+#include "editorfixture.h"
+#include "kord/thememanager.h"
+#include "language.h"
+
+#include <QHeaderView>
+#include <QJsonArray>
+#include <QJsonObject>
+#include <QRandomGenerator>
+#include <QScrollBar>
+
+/// The table follows the tree.
+class TestProgramTable : public QObject {
+    Q_OBJECT
+
+    EditorFixture editor_;
+
+    static QJsonObject statement(QRandomGenerator& random) {
+        const QString note(random.bounded(0, 60), QLatin1Char('n'));
+        QJsonObject result{{"note", note}, {"execute", random.bounded(2) == 1}};
+        switch (random.bounded(5)) {
+            case 0:
+                result["type"] = "moveJ";
+                result["point"] = QJsonObject{{"near", QJsonArray{random.generateDouble(), 1, 2, 3, 4, 5}}};
+                result["speed"] = random.bounded(200);
+                break;
+            case 1:
+                result["type"] = "open";
+                result["index"] = random.bounded(3);
+                result["laserPower"] = "50";
+                result["weldspeed"] = QString::number(random.bounded(99));
+                break;
+            case 2:
+                result["type"] = "setDO";
+                result["doName"] = "DO1";
+                result["DO_type"] = "IO";
+                result["value"] = "true";
+                break;
+            case 3:
+                result["type"] = "delay";
+                result["delaytime"] = random.bounded(5000);
+                break;
+            default:
+                result["type"] = "close";
+        }
+        return result;
+    }
+
+    void insertAnywhere(QRandomGenerator& random) {
+        auto* const node = new ModuleObject(ModuleObject::generateId(EditorFixture::program()));
+        node->loadJson(this, statement(random));
+        EditorFixture::program()->insert(this, node, true,
+                                         random.bounded(EditorFixture::program()->size() + 1));
+    }
+
+    /// One change to the program, made elsewhere or by the editor's own buttons.
+    void change(QRandomGenerator& random) {
+        ModuleObject* const program = EditorFixture::program();
+        const int size = program->size();
+        const int what = random.bounded(100);
+        if (size == 0 || what < 35) {
+            insertAnywhere(random);
+        } else if (what < 60) {
+            program->remove(this, mIndex(random.bounded(size)));
+        } else if (what < 70) {
+            program->reorder(this, random.bounded(size), random.bounded(size));
+        } else if (what < 80) {
+            editor_.table()->moveStatement(this, random.bounded(size), random.bounded(size));
+        } else if (what < 98) {
+            editor_.table()->selectOnly(random.bounded(size));
+            editor_.click("anotationBtn");
+        } else {
+            QJsonArray statements;
+            for (int count = random.bounded(12); count > 0; --count) {
+                statements.append(statement(random));
+            }
+            program->loadJson(this, statements);
+        }
+    }
+
+    QVector<int> heights() const {
+        QVector<int> result;
+        for (int row = 0; row < editor_.table()->rowCount(); ++row) {
+            result << editor_.table()->rowHeight(row);
+        }
+        return result;
+    }
+
+private slots:
+    void init() { editor_.reset(); }
+
+    void tellsTheTruth_afterThousandsOfChanges() {
+        QRandomGenerator random(20240101);
+        for (int step = 0; step < 4000; ++step) {
+            change(random);
+            if (!editor_.tableTellsTheTruth()) {
+                QFAIL(qPrintable(QString("after change %1").arg(step)));
+            }
+        }
+        editor_.bench.time.advance(1000);
+        const QVector<int> followed = heights();
+        editor_.table()->resizeRowsToContents();
+        QCOMPARE(followed, heights());
+    }
+
+    void changesInsideANotification_areFollowed() {
+        editor_.load(R"([{"type":"delay","delaytime":1}])");
+        QRandomGenerator random(1);
+        int left = 3;
+        QObject scope;
+        // Connected after the table: the program changes before others hear of the first change.
+        connect(EditorFixture::program(), &ModuleObject::added, &scope, [&] {
+            if (--left > 0) {
+                insertAnywhere(random);
+            }
+        });
+        insertAnywhere(random);
+        QVERIFY(editor_.tableTellsTheTruth());
+        QCOMPARE(editor_.table()->rowCount(), 4);
+    }
+
+    void whatWasInsertedInSilence_appearsWithTheNextChange() {
+        EditorFixture::program()->insert(this, new ModuleObject("silent"), false);
+        QRandomGenerator random(1);
+        insertAnywhere(random);
+        QVERIFY(editor_.tableTellsTheTruth());
+        EditorFixture::program()->insert(this, new ModuleObject("silent too"), false);
+        EditorFixture::program()->remove(this, mIndex(0));
+        QVERIFY(editor_.tableTellsTheTruth());
+    }
+
+    void rebuild_keepsSelectionScrollAndMarker() {
+        QJsonArray statements;
+        QRandomGenerator random(5);
+        for (int line = 0; line < 60; ++line) {
+            statements.append(statement(random));
+        }
+        EditorFixture::program()->loadJson(this, statements);
+        m("lumo.execute.line")->setValue(this, 30);
+        editor_.select(31);
+        const int scrolled = editor_.table()->verticalScrollBar()->value();
+        QVERIFY(scrolled > 0);
+        EditorFixture::program()->loadJson(this, statements);
+        editor_.bench.time.advance(1000);
+        QCOMPARE(editor_.selected(), QVector<int>{31});
+        QCOMPARE(editor_.marked(), QVector<int>{30});
+        QCOMPARE(editor_.table()->verticalScrollBar()->value(), scrolled);
+    }
+
+    void marker_isInOneRowOnly_data() {
+        QTest::addColumn<int>("lines");
+        QTest::newRow("rows with a label each") << 5;
+        QTest::newRow("rows that get their label from the marker") << 400;
+    }
+
+    void marker_isInOneRowOnly() {
+        QFETCH(int, lines);
+        QJsonArray statements;
+        for (int line = 0; line < lines; ++line) {
+            statements.append(QJsonObject{{"type", "close"}});
+        }
+        EditorFixture::program()->loadJson(this, statements);
+        ModuleObject* const line = m("lumo.execute.line");
+        // As in a run that waits: labels that were taken away are still to be deleted.
+        for (int row = 0; row < lines; ++row) {
+            line->setValue(this, row);
+        }
+        QCOMPARE(editor_.marked(), QVector<int>{lines - 1});
+        const auto labels = editor_.table()->viewport()->findChildren<QLabel*>();
+        const int green = int(std::count_if(labels.begin(), labels.end(), [](const QLabel* label) {
+            return !label->isHidden() && !label->text().isEmpty();
+        }));
+        QCOMPARE(green, 1);
+        EditorFixture::program()->remove(this, mIndex(0));
+        QCOMPARE(editor_.marked(), QVector<int>{lines - 2});
+        line->setValue(this, -1);
+        QCOMPARE(editor_.marked(), QVector<int>());
+    }
+
+    void pieceless_rowsKeepTheirTexts() {
+        editor_.load(R"([{"type":"close","note":"n","execute":true}])");
+        editor_.table()->item(0, ProgramTable::DetailColumn)->setText("kept");
+        editor_.page->changeStatement(0);
+        QCOMPARE(editor_.column(ProgramTable::DetailColumn), QStringList{"kept"});
+        QCOMPARE(editor_.column(ProgramTable::CommandColumn), QStringList{"停止焊接"});
+    }
+
+    void rowsOfParameterSets_areFreshWhenTheEditorIsShownAgain() {
+        editor_.load(R"([{"type":"delay"},{"type":"open","index":0,"laserPower":"50"}])");
+        editor_.page->hide();
+        editor_.bench.setParam("power", 77);
+        editor_.page->show();
+        QCOMPARE(editor_.column(ProgramTable::DetailColumn).at(1),
+                 QString("1.参数名称：A;\n2.激光功率：77%;"));
+    }
+
+    void changedDetails_giveTheRowItsHeight() {
+        editor_.load(R"([{"type":"moveL","note":""},{"type":"moveL","speed":1,"note":""}])");
+        const int low = editor_.table()->rowHeight(0);
+        EditorFixture::program()->c(0)->loadJson(this, QJsonObject{{"type", "moveL"},
+                                                                   {"point", QJsonObject()},
+                                                                   {"point1", QJsonObject()},
+                                                                   {"speed", 1},
+                                                                   {"zone", 2},
+                                                                   {"delaytime", 3}});
+        editor_.page->changeStatement(0);
+        QVERIFY(editor_.table()->rowHeight(0) > low);
+        QCOMPARE(editor_.table()->rowHeight(1), low);
+    }
+
+    void rowsThatDoNotExist_areLeftAlone() {
+        editor_.load(R"([{"type":"delay"}])");
+        editor_.page->changeStatement(-1);
+        editor_.page->changeStatement(1);
+        editor_.table()->selectOnly(0);
+        editor_.table()->selectOnly(1);
+        QCOMPARE(editor_.selected(), QVector<int>{0});
+    }
+
+    void everythingFits_inTheWidthOfASmallPanel_data() {
+        QTest::addColumn<QString>("language");
+        for (const char* language : {"cn", "en", "ru"}) {
+            QTest::newRow(language) << QString(language);
+        }
+    }
+
+    void everythingFits_inTheWidthOfASmallPanel() {
+        QFETCH(QString, language);
+        const Language shown(language);
+        editor_.load(
+            R"([{"type":"moveL","point":{},"note":"a remark that is quite a bit longer than others"}])");
+        editor_.makePage();
+        editor_.page->setStyleSheet(kord::ThemeManager::genStyleSheet(":/UI/style.json") +
+                                    editor_.page->styleSheet());
+        editor_.page->resize(910, 650);
+        editor_.bench.time.advance(1000);
+        QVERIFY(!editor_.table()->horizontalScrollBar()->isVisible());
+        const auto buttons = editor_.page->findChildren<WrapButton*>();
+        for (const WrapButton* button : buttons) {
+            QVERIFY2(button->width() >= 60 && button->height() <= 40, qPrintable(button->objectName()));
+            QVERIFY2(button->shownPixelSize() >= 10, qPrintable(button->objectName()));
+        }
+    }
+};
+
+LUMO_TEST_MAIN(TestProgramTable)
+#include "test_programtable.moc"

@@ -1,0 +1,282 @@
+#include "pagebench.h"
+
+#include "editor/pointwidget.h"
+#include "kord/controllermanager.h"
+#include "params/paramconfigwidget.h"
+
+#include <QComboBox>
+#include <QDialog>
+#include <QJsonArray>
+#include <QJsonObject>
+#include <QPointer>
+#include <QToolButton>
+#include <QTranslator>
+
+namespace {
+
+const QByteArray oneMove = R"([{"type":"moveL","speed":20,"zone":2,"note":"","execute":true,
+                                "point":{"trans":[0.5,0,0],"rot":[0,0,0]}}])";
+const QByteArray oneWeld = R"([{"type":"open","index":0,"weldspeed":"20","execute":true},
+                               {"type":"close","execute":true}])";
+
+}  // namespace
+
+Q_DECLARE_METATYPE(const ModuleObject*)
+
+/// The pages of the panel and how the operator goes from one to another.
+class TestPanel : public QObject {
+    Q_OBJECT
+
+    test::PageBench bench_;
+
+    QStackedWidget* stack() const {
+        return bench_.page->findChild<QStackedWidget*>(QStringLiteral("stackedWidget"));
+    }
+    QByteArray shownPage() const { return stack()->currentWidget()->metaObject()->className(); }
+    bool hasTopBar() const { return bench_.find<QWidget>("topWgt") != nullptr; }
+    QTableWidget* table() const { return bench_.page->findChild<QTableWidget*>("tableWidget"); }
+    void openPointPage() {
+        bench_.load(oneMove);
+        table()->selectRow(0);
+        bench_.click("btnEdit");
+        QCOMPARE(shownPage(), QByteArray("PointWidget"));
+    }
+
+private slots:
+    void initTestCase() { qRegisterMetaType<const ModuleObject*>("const mendo::ModuleObject*"); }
+
+    void init() { bench_.renew(); }
+
+    void editorComesFirst() {
+        QCOMPARE(shownPage(), QByteArray("ProgramWidget"));
+        QVERIFY(hasTopBar());
+        QCOMPARE(bench_.shownProject(), "工程名");
+    }
+
+    void buttonsOfMissingPages_areDisabled_data() {
+        QTest::addColumn<QByteArray>("button");
+        QTest::addColumn<bool>("enabled");
+        QTest::newRow("project") << QByteArray("btnProject") << true;
+        QTest::newRow("parameters") << QByteArray("btnParamCfg") << true;
+        QTest::newRow("ports") << QByteArray("btnPort") << false;
+        QTest::newRow("monitor") << QByteArray("btnMonitor") << false;
+        QTest::newRow("device") << QByteArray("btnDeviceControl") << false;
+        QTest::newRow("stations") << QByteArray("btnBind") << false;
+    }
+
+    void buttonsOfMissingPages_areDisabled() {
+        QFETCH(QByteArray, button);
+        const auto* tool = bench_.find<QToolButton>(button);
+        QVERIFY(tool);
+        QTEST(tool->isEnabled(), "enabled");
+        QCOMPARE(tool->toolTip(), tool->text());
+    }
+
+    void paramPage_isNewOnEachVisit_andTwoAreKept() {
+        QList<QPointer<QWidget>> seen;
+        for (int visit = 0; visit < 4; ++visit) {
+            bench_.click("btnParamCfg");
+            seen << stack()->currentWidget();
+            QVERIFY(!hasTopBar());
+            QCOMPARE(bench_.find<QToolButton>("btnParamCfg")->isChecked(), true);
+            bench_.click("btnProject");
+            QCOMPARE(shownPage(), QByteArray("ProgramWidget"));
+            QVERIFY(hasTopBar());
+            bench_.time.settle();
+        }
+        QVERIFY(!seen[0] && !seen[1]);
+        QVERIFY(seen[2] && seen[3] && seen[2] != seen[3]);
+        QCOMPARE(stack()->count(), 3);
+    }
+
+    void renamedSet_isRedrawnInTheEditor() {
+        bench_.load(oneWeld);
+        QVERIFY(table()->item(0, 3)->text().contains("A;"));
+        bench_.click("btnParamCfg");
+        bench_.find<QTableWidget>("tblWgtGroup")->item(0, 1)->setText("steel");
+        QVERIFY(table()->item(0, 3)->text().contains("steel"));
+    }
+
+    void pointPage_returnsToTheEditor_data() {
+        QTest::addColumn<QByteArray>("button");
+        QTest::addColumn<bool>("stored");
+        QTest::newRow("OK") << QByteArray("okayBtn") << true;
+        QTest::newRow("cancel") << QByteArray("cancelBtn") << false;
+        QTest::newRow("another page") << QByteArray("btnParamCfg") << false;
+        QTest::newRow("the editor's button") << QByteArray("btnProject") << false;
+    }
+
+    void pointPage_returnsToTheEditor() {
+        QFETCH(QByteArray, button);
+        QFETCH(bool, stored);
+        openPointPage();
+        const QPointer<QWidget> pointPage = stack()->currentWidget();
+        QVERIFY(isnew_pWgt);
+        QVERIFY(!hasTopBar());
+        auto* speed = bench_.find<QLineEdit>("lineEditSpeed");
+        QVERIFY(!speed->hasFocus());
+        speed->selectAll();
+        QTest::keyClicks(speed, "33");
+        bench_.click(button);
+        bench_.time.settle();
+        QVERIFY(!pointPage);
+        QVERIFY(!isnew_pWgt);
+        QCOMPARE(m("lumo.program.#0.speed")->getInt(), stored ? 33 : 20);
+        QCOMPARE(table()->item(0, 3)->text().contains("v33"), stored);
+        bench_.click("btnProject");
+        QCOMPARE(shownPage(), QByteArray("ProgramWidget"));
+        QVERIFY(hasTopBar());
+
+        // It can be opened again.
+        table()->selectRow(0);
+        bench_.click("btnEdit");
+        QCOMPARE(shownPage(), QByteArray("PointWidget"));
+    }
+
+    void pageThatGoesAway_endsThePointPage() {
+        openPointPage();
+        bench_.makePage();
+        QVERIFY(!isnew_pWgt);
+        table()->selectRow(0);
+        bench_.click("btnEdit");
+        QCOMPARE(shownPage(), QByteArray("PointWidget"));
+    }
+
+    void pageThatGoesAway_closesTheDialogsOfTheTree_data() {
+        QTest::addColumn<QString>("path");
+        QTest::newRow("program") << "lumo.dialog.program";
+        QTest::newRow("statement") << "lumo.dialog.statement";
+    }
+
+    void pageThatGoesAway_closesTheDialogsOfTheTree() {
+        QFETCH(QString, path);
+        QDialog dialog;
+        dialog.open();
+        m(path)->setValue(this, QVariant::fromValue<QWidget*>(&dialog));
+        bench_.page.reset();
+        QVERIFY(!dialog.isVisible());
+        m(path)->setValue(this, QVariant());
+    }
+
+    void pageThatGoesAway_withADialogOfTheEditor_data() {
+        QTest::addColumn<QByteArray>("button");
+        QTest::newRow("new delay") << QByteArray("btnDelay");
+        QTest::newRow("new start of welding") << QByteArray("btnOpenLaser");
+        QTest::newRow("new output") << QByteArray("btnSetDO");
+        QTest::newRow("edit") << QByteArray("btnEdit");
+    }
+
+    void pageThatGoesAway_withADialogOfTheEditor() {
+        QFETCH(QByteArray, button);
+        bench_.click("btnNew");
+        bench_.answerName("seam");
+        bench_.load(oneWeld);
+        table()->selectRow(0);
+        bench_.click(button);
+        QVERIFY(QApplication::activeModalWidget());
+        bench_.page.reset();
+        bench_.time.settle();
+        QVERIFY(!QApplication::activeModalWidget());
+        QCOMPARE(bench_.types(), QStringList({"open", "close"}));
+        QVERIFY(!m("lumo.dialog.program")->value().value<QObject*>());
+        QVERIFY(!m("lumo.dialog.statement")->value().value<QObject*>());
+        bench_.makePage();
+        table()->selectRow(0);
+        bench_.click("btnEdit");
+        QVERIFY(QApplication::activeModalWidget());
+    }
+
+    void selector_isTheToolInForce() {
+        m("rova.project.tool._list")->loadJson(this, QJsonArray({QJsonObject{{"name", "T1"}}}));
+        m("lumo.toolset.end.name")->setValue(this, "T1");
+        QSignalSpy handed(kordservice(), &KordService::handed);
+        bench_.makePage();
+        auto* tools = bench_.find<QComboBox>("toolCmb");
+        QCOMPARE(tools->currentText(), "T1");
+        QCOMPARE(handed.size(), 0);
+        QTest::keyClick(tools, Qt::Key_Up);
+        QCOMPARE(m("lumo.toolset.end.name")->getString(), "tool0");
+        QCOMPARE(handed.size(), 1);
+    }
+
+    void start_appliesBothSelectorsAgain() {
+        bench_.load(oneWeld);
+        m("lumo.toolset.end.name")->setValue(this, "left over");
+        m("lumo.toolset.ref.name")->setValue(this, "left over");
+        isEnable_moveorder = true;
+        bench_.makePage();
+        bench_.robot.setPower("on");
+        QSignalSpy handed(kordservice(), &KordService::handed);
+        bench_.click("btnStart");
+        QCOMPARE(handed.size(), 2);
+        QCOMPARE(m("lumo.toolset.end.name")->getString(), "tool0");
+        QCOMPARE(m("lumo.toolset.ref.name")->getString(), "wobj0");
+        bench_.settle();
+    }
+
+    void toolsetOfAStation_endsWithItsRun_data() {
+        QTest::addColumn<int>("mode");
+        QTest::addColumn<QString>("tool");
+        QTest::newRow("by hand") << 0 << "station's";
+        QTest::newRow("by a station") << 1 << "tool0";
+        QTest::newRow("single step") << 2 << "station's";
+    }
+
+    void toolsetOfAStation_endsWithItsRun() {
+        QFETCH(int, mode);
+        bench_.robot.setPower("on");
+        const QByteArray delay = R"([{"type":"delay","delaytime":100,"execute":true}])";
+        bench_.load(delay);
+        m("lumo")->append(this, "signalbind_program")->copyFrom(this, m("lumo.program"));
+        m("lumo.toolset.end.name")->setValue(this, "station's");
+        bench_.at(50, [] { QCOMPARE(m("lumo.toolset.end.name")->getString(), "station's"); });
+        bench_.run(0, mode);
+        QCOMPARE(bench_.state(), "idle");
+        QTEST(m("lumo.toolset.end.name")->getString(), "tool");
+        m("lumo")->remove(this, "signalbind_program");
+    }
+
+    void pendantKey_reachesTheTree() {
+        ModuleObject* keys = kord::ControllerManager::cmdItemMobj("endtool.keypad.state_change", "notify");
+        QSignalSpy clicked(m("lumo.keypad.next.clicked"), &ModuleObject::changed);
+        keys->set(nullptr, "next", false)->trigger();
+        bench_.time.advance(200);
+        keys->set(nullptr, "next", true)->trigger();
+        QCOMPARE(clicked.size(), 1);
+    }
+
+    void page_fitsEachLanguage_data() {
+        QTest::addColumn<QString>("language");
+        QTest::newRow("Chinese") << "";
+        QTest::newRow("English") << "en";
+        QTest::newRow("Russian") << "ru";
+    }
+
+    // Captions of the buttons are never shortened and nothing makes the page wider than the panel.
+    void page_fitsEachLanguage() {
+        QFETCH(QString, language);
+        if (!language.isEmpty()) {
+            QVERIFY(translator()->installQMTranslator(
+                QStringLiteral(":/lumo/language/lumo_%1.qm").arg(language)));
+        }
+        bench_.makePage();
+        qDeleteAll(qApp->findChildren<QTranslator*>());
+        bench_.page->findChild<QLabel*>("lblProject")->setText(QString(60, 'W'));
+        QVERIFY2(bench_.page->minimumSizeHint().width() <= 1024,
+                 qPrintable(QString::number(bench_.page->minimumSizeHint().width())));
+        QVERIFY(bench_.page->minimumSizeHint().height() <= 768);
+        instantiatedCenterWidget()->resize(1024, 768);
+        bench_.time.settle();
+        for (const char* bar : {"navWidget", "topWgt"}) {
+            for (const QToolButton* button : bench_.find<QWidget>(bar)->findChildren<QToolButton*>()) {
+                const int room = button->width() - 4;
+                QVERIFY2(button->fontMetrics().horizontalAdvance(button->text()) <= room,
+                         qPrintable(button->text()));
+                QVERIFY(button->height() >= 48 && button->width() >= 48);
+            }
+        }
+    }
+};
+
+LUMO_TEST_MAIN(TestPanel)
+#include "test_panel.moc"

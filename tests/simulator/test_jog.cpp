@@ -1,0 +1,119 @@
+#include "controllerfixture.h"
+#include "virtualmain.h"
+
+#include <cmath>
+
+using sim::JogAnswer;
+using sim::JogAxis;
+
+namespace {
+
+constexpr double kPi = 3.14159265358979323846;
+
+/// "x y z rx ry rz" in millimetres and degrees.
+QString place(const ControllerFixture& robot) {
+    QStringList numbers;
+    for (int i = 0; i < 6; ++i) {
+        const QString path = QLatin1String(i < 3 ? "trans." : "rot.") + mIndex(i % 3);
+        const double value = robot.posture(path)->getDouble() * (i < 3 ? 1000 : 180 / kPi);
+        numbers << QString::number(std::round(value * 1000) / 1000 + 0.0);
+    }
+    return numbers.join(QLatin1Char(' '));
+}
+
+}  // namespace
+
+class TestJog : public QObject {
+    Q_OBJECT
+private slots:
+    void cleanup() { QCOMPARE(sim::VirtualTime::instance()->armedTimers(), 0); }
+
+    void step_movesTheTool_data() {
+        QTest::addColumn<int>("axis");
+        QTest::addColumn<double>("step");
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("x") << int(JogAxis::X) << 0.01 << "510 0 400 180 0 0";
+        QTest::newRow("y") << int(JogAxis::Y) << -0.001 << "500 -1 400 180 0 0";
+        QTest::newRow("z") << int(JogAxis::Z) << 0.0001 << "500 0 400.1 180 0 0";
+        QTest::newRow("rx") << int(JogAxis::Rx) << -kPi / 18 << "500 0 400 170 0 0";
+        // About the base's axes: the tool points down, so its own angles turn the other way.
+        QTest::newRow("ry") << int(JogAxis::Ry) << kPi / 18 << "500 0 400 180 10 0";
+        QTest::newRow("rz") << int(JogAxis::Rz) << kPi / 180 << "500 0 400 180 0 1";
+    }
+    void step_movesTheTool() {
+        QFETCH(int, axis);
+        QFETCH(double, step);
+        ControllerFixture robot;
+        robot.start();
+        QCOMPARE(robot.controller.jog(JogAxis(axis), step), JogAnswer::Moves);
+        QCOMPARE(robot.state(), QStringLiteral("moving"));
+        const QString diary = robot.diary(2000);
+        QTEST(place(robot), "expected");
+        // Nothing of a motion or a result: whoever awaits one must not take this for it.
+        QVERIFY2(QRegularExpression(QStringLiteral("^0 moving, \\d+ idle$")).match(diary).hasMatch(),
+                 qPrintable(diary));
+    }
+
+    void stepsAddUp() {
+        ControllerFixture robot;
+        for (int i = 0; i < 5; ++i) {
+            QCOMPARE(robot.controller.jog(JogAxis::X, 0.001), JogAnswer::Moves);
+            robot.diary();
+        }
+        QCOMPARE(place(robot), QStringLiteral("505 0 400 180 0 0"));
+    }
+
+    void refused_data() {
+        QTest::addColumn<QString>("given");
+        QTest::addColumn<double>("step");
+        QTest::addColumn<int>("answer");
+        QTest::newRow("no power") << "off" << 0.01 << int(JogAnswer::DriveOff);
+        QTest::newRow("a jog before") << "jog" << 0.01 << int(JogAnswer::Moving);
+        QTest::newRow("a motion under way") << "motion" << 0.01 << int(JogAnswer::Moving);
+        QTest::newRow("a motion not released") << "waiting" << 0.01 << int(JogAnswer::Moving);
+        QTest::newRow("too far") << "" << 2.0 << int(JogAnswer::OutOfReach);
+    }
+    void refused() {
+        QFETCH(QString, given);
+        QFETCH(double, step);
+        ControllerFixture robot;
+        if (given == QLatin1String("off"))
+            robot.controller.setPower(false);
+        if (given == QLatin1String("jog"))
+            QCOMPARE(robot.controller.jog(JogAxis::Y, 0.01), JogAnswer::Moves);
+        if (given == QLatin1String("motion") || given == QLatin1String("waiting"))
+            robot.line(0.5, 0.01, 0.4);
+        if (given == QLatin1String("motion"))
+            robot.order("move.opr.enough");
+        QTEST(int(robot.controller.jog(JogAxis::X, step)), "answer");
+        robot.diary();
+        QCOMPARE(robot.posture(QStringLiteral("trans.#0"))->getDouble(), 0.5);
+    }
+
+    void lostPower_endsIt() {
+        ControllerFixture robot;
+        robot.start();
+        robot.controller.jog(JogAxis::X, 0.1);
+        robot.advance(500);
+        robot.controller.setPower(false);
+        const QString diary = robot.diary();
+        const double x = robot.posture(QStringLiteral("trans.#0"))->getDouble();
+        QVERIFY2(x > 0.54 && x < 0.56, qPrintable(QString::number(x)));
+        QCOMPARE(diary.section(QLatin1Char(' '), -1), QStringLiteral("idle"));
+        QVERIFY2(!diary.contains(QLatin1String("stopped")), qPrintable(diary));
+    }
+
+    void commandedMotion_comesAfterIt() {
+        ControllerFixture robot;
+        robot.controller.jog(JogAxis::X, 0.01);
+        robot.start();
+        robot.line(0.5, 0.05, 0.4);
+        robot.order("move.opr.enough");
+        const QString diary = robot.diary();
+        QVERIFY2(diary.endsWith(QLatin1String("result move.l 1 0")), qPrintable(diary));
+        QCOMPARE(place(robot), QStringLiteral("500 50 400 180 0 0"));
+    }
+};
+
+VIRTUAL_TIME_MAIN(TestJog)
+#include "test_jog.moc"
