@@ -287,13 +287,18 @@ private slots:
             other.show();
             QApplication::setActiveWindow(&other);
         } else {
+            editor_.page->setParent(&other);
             editor_.page->hide();
+            other.show();
+            QApplication::setActiveWindow(&other);
+            QVERIFY(editor_.page->isActiveWindow());
         }
         for (const char* key : {"next", "enter", "delete", "center"}) {
             editor_.key(key);
         }
         QCOMPARE(EditorFixture::types(), QStringList({"moveJ", "close", "delay"}));
         QCOMPARE(editor_.selected(), QVector<int>{0});
+        editor_.page->setParent(nullptr);
     }
 
     void pendant_setsTheHandGuiding_data() {

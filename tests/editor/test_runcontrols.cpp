@@ -102,6 +102,14 @@ private slots:
         m("lumo.current.openmiddlecolse")->setValue(this, true);
         editor_.select(1);
         QCOMPARE(startText(), QString("开始：确认后从选中的第 2 行执行"));
+        QStringList states;
+        QObject scope;
+        connect(m("lumo.execute.state"), &ModuleObject::changed, &scope, [&](const QVariant& state) {
+            states << QString("%1 weld:%2 line:%3")
+                          .arg(state.toString())
+                          .arg(editor_.bench.weldFlag())
+                          .arg(resumeLine());
+        });
         editor_.bench.robot.mark();
         editor_.click("btnStart");
         editor_.click("btnStart");  // asks once
@@ -109,8 +117,9 @@ private slots:
         QCOMPARE(editor_.bench.state(), QString("idle"));
         editor_.answerBox(yes ? QMessageBox::Yes : QMessageBox::No);
         QCOMPARE(editor_.bench.robot.nowMs(), qint64(yes ? 600 : 0));
+        const QStringList run{"busy weld:0 line:1", "idle weld:0 line:2"};
+        QCOMPARE(states, yes ? run : QStringList());
         QCOMPARE(editor_.bench.weldFlag(), !yes);
-        QCOMPARE(resumeLine(), yes ? 2 : 0);
         QCOMPARE(QFile::exists("project.json"), yes);
     }
 

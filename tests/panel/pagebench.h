@@ -76,6 +76,8 @@ public:
         auto* dialog = find<QFileDialog>();
         QVERIFY(dialog);
         auto* line = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+        time.settle();  // the dialog gets the keyboard; without it, it completes what is typed
+        QVERIFY(line->hasFocus());
         QTest::keyClicks(line, name);
         QTest::keyClick(line, Qt::Key_Return);
         time.settle();

@@ -240,7 +240,8 @@ private slots:
             QCOMPARE(bench_.state(), "busy");
             if (before) {
                 bench_.click(button);
-                QVERIFY(!bench_.page->findChild<QDialog*>());
+                QVERIFY(!bench_.page->findChild<AddParamDialog*>());
+                QVERIFY(!bench_.page->findChild<QFileDialog*>());
             } else if (button == "btnNew") {
                 bench_.answerName("new");
             } else {
@@ -323,10 +324,10 @@ private slots:
         QCOMPARE(bench_.shownProject(), "seam");
         QVERIFY(bench_.find<QPushButton>("btnMoveJ")->isEnabled());
         QCOMPARE(combo("toolCmb")->currentText(), "tool0");
-        m("lumo.program.#0.note")->setValue(this, "second");
+        m("lumo.program.#0.delaytime")->setValue(this, "77");
         bench_.robot.setPower("on");
         bench_.click("btnStart");
-        QVERIFY(bench_.content("seam.json").contains("second"));
+        QVERIFY(bench_.content("seam.json").contains("77"));
     }
 
     void pageThatGoesAway_takesItsDialogsAlong_data() {

@@ -256,7 +256,7 @@ private slots:
         row("lumo_port", NameFault::Taken);
         row("LUMO_SignalsConfig", NameFault::Taken);
         row("a/b", NameFault::Taken);
-        row("/tmp", NameFault::Taken);
+        row("/seam", NameFault::Taken);
         row(".", NameFault::Taken);
         row("..", NameFault::Taken);
         row(".seam", NameFault::Taken);  // no folder would show it
