@@ -1,62 +1,38 @@
 #include "simulator/virtualtime.h"
 
+#include "simulator/timertable.h"
+
 #include <qpa/qwindowsysteminterface.h>
 
 #include <QCoreApplication>
 #include <QDebug>
 #include <QElapsedTimer>
-#include <QHash>
 #include <QScopedValueRollback>
 #include <QThread>
-#include <QTimerEvent>
 
 #include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <cmath>
 #include <condition_variable>
-#include <limits>
 #include <mutex>
-#include <set>
-#include <tuple>
 
 namespace sim {
 
 namespace {
 
-constexpr qint64 kNever = std::numeric_limits<qint64>::max();
+constexpr qint64 kNever = TimerTable::kNever;
 // Handlers that post or arm the next one at once, without end, must not freeze the clock either.
 constexpr int kPassesPerInstant = 100000;
 constexpr qint64 kLagMs = 200;
 
 VirtualTime* installed = nullptr;
 
-struct Timer {
-    int interval = 0;
-    Qt::TimerType type = Qt::CoarseTimer;
-    QObject* object = nullptr;
-    qint64 due = 0;
-    quint64 order = 0;
-    quint64 serial = 0;       ///< tells a timer from a later one that got the same id
-    qint64 firedAt = -1;      ///< the instant at which it fired last
-    bool activating = false;  ///< its handler is on the stack
-};
-
-using Entry = std::tuple<qint64, quint64, int>;  // due, order, id
-
-bool isBelow(const QObject* object, const QObject* root) {
-    while (object && object != root)
-        object = object->parent();
-    return object != nullptr;
-}
-
 }  // namespace
 
 struct VirtualTime::Private {
     qint64 now = 0;
-    quint64 orders = 0;
-    QHash<int, Timer> timers;
-    std::set<Entry> queue;
+    TimerTable timers;
     std::atomic<bool> woken{false};
     std::atomic<bool> interrupted{false};
     int handlers = 0;    ///< event and timer handlers on the stack
@@ -70,83 +46,17 @@ struct VirtualTime::Private {
     std::mutex mutex;
     std::condition_variable wake;
 
-    void arm(int id, Timer& timer, qint64 due) {
-        timer.due = due;
-        timer.order = ++orders;
-        queue.emplace(due, timer.order, id);
-    }
-    void disarm(int id, const Timer& timer) { queue.erase({timer.due, timer.order, id}); }
-    void rearm(int id, Timer& timer);
-    void fire(int id, Timer& timer);
     int fireDue();
-    bool anythingDue() const;
-    qint64 nextDue() const;
+    bool anythingDue() const { return timers.anythingDue(now); }
     void sleepUntil(qint64 dueMs);
     bool jump(qint64 limit);
 };
 
-void VirtualTime::Private::rearm(int id, Timer& timer) {
-    disarm(id, timer);
-    if (timer.interval <= 0) {
-        arm(id, timer, now);
-        return;
-    }
-    // Ticks that were lost keep the rhythm.
-    const qint64 missed = (now - timer.due) / timer.interval;
-    arm(id, timer, timer.due + (missed + 1) * timer.interval);
-}
-
-void VirtualTime::Private::fire(int id, Timer& timer) {
-    timer.activating = true;
-    timer.firedAt = now;
-    const quint64 serial = timer.serial;
-    QTimerEvent event(id);
-    ++handlers;
-    QCoreApplication::sendEvent(timer.object, &event);
-    --handlers;
-    // The handler may have stopped or replaced the timer, and the hash may have moved it.
-    const auto found = timers.find(id);
-    if (found != timers.end() && found->serial == serial)
-        found->activating = false;
-}
-
 int VirtualTime::Private::fireDue() {
-    const quint64 last = orders;  // what is armed from here on waits for the next pass
-    int fired = 0;
-    for (;;) {
-        auto entry = queue.begin();
-        while (entry != queue.end() && std::get<0>(*entry) <= now && std::get<1>(*entry) > last)
-            ++entry;
-        if (entry == queue.end() || std::get<0>(*entry) > now)
-            return fired;
-        const int id = std::get<2>(*entry);
-        Timer& timer = timers[id];
-        rearm(id, timer);
-        if (timer.activating)
-            continue;
-        fire(id, timer);
-        ++fired;
-    }
-}
-
-bool VirtualTime::Private::anythingDue() const {
-    for (const Entry& entry : queue) {
-        if (std::get<0>(entry) > now)
-            return false;
-        const Timer& timer = *timers.constFind(std::get<2>(entry));
-        if (!timer.activating && (timer.interval > 0 || timer.firedAt != now))
-            return true;
-    }
-    return false;
-}
-
-qint64 VirtualTime::Private::nextDue() const {
-    for (const Entry& entry : queue) {
-        const Timer& timer = *timers.constFind(std::get<2>(entry));
-        if (!timer.activating && timer.interval > 0)
-            return std::get<0>(entry);
-    }
-    return kNever;
+    ++handlers;
+    const int fired = timers.fireDue(now);
+    --handlers;
+    return fired;
 }
 
 /// Sleeps until the wall clock has caught up with a virtual moment; ends early when woken.
@@ -165,7 +75,7 @@ void VirtualTime::Private::sleepUntil(qint64 dueMs) {
 
 /// Moves the clock to the next timer, but not past `limit`. False when it stays.
 bool VirtualTime::Private::jump(qint64 limit) {
-    const qint64 due = nextDue();
+    const qint64 due = timers.nextDue();
     if (due == kNever && limit == kNever)
         return false;
     const qint64 target = std::min(due, limit);
@@ -249,7 +159,7 @@ void VirtualTime::stall() {
         handler();
         --d_->handlers;
     }
-    if (handled && (d_->woken || d_->interrupted || d_->nextDue() != kNever || d_->anythingDue()))
+    if (handled && (d_->woken || d_->interrupted || d_->timers.nextDue() != kNever || d_->anythingDue()))
         return;
     qWarning("Virtual time stands still: something is awaited and nothing is pending.");
     QCoreApplication::exit(1);
@@ -281,9 +191,7 @@ void VirtualTime::settle() {
 }
 
 int VirtualTime::armedTimers(const QObject* ignored) const {
-    return int(std::count_if(d_->timers.cbegin(), d_->timers.cend(), [ignored](const Timer& timer) {
-        return !ignored || !isBelow(timer.object, ignored);
-    }));
+    return d_->timers.count(ignored);
 }
 
 void VirtualTime::setStallHandler(std::function<void()> handler) {
@@ -309,52 +217,23 @@ void VirtualTime::registerSocketNotifier(QSocketNotifier*) {}
 void VirtualTime::unregisterSocketNotifier(QSocketNotifier*) {}
 
 void VirtualTime::registerTimer(int timerId, int interval, Qt::TimerType type, QObject* object) {
-    Timer timer;
-    timer.interval = std::max(interval, 0);
-    timer.type = type;
-    timer.object = object;
-    d_->arm(timerId, timer, d_->now + timer.interval);
-    timer.serial = timer.order;
-    d_->timers.insert(timerId, timer);
+    d_->timers.add(timerId, interval, type, object, d_->now);
 }
 
 bool VirtualTime::unregisterTimer(int timerId) {
-    const auto found = d_->timers.find(timerId);
-    if (found == d_->timers.end())
-        return false;
-    d_->disarm(timerId, *found);
-    d_->timers.erase(found);
-    return true;
+    return d_->timers.remove(timerId);
 }
 
 bool VirtualTime::unregisterTimers(QObject* object) {
-    bool any = false;
-    for (auto timer = d_->timers.begin(); timer != d_->timers.end();) {
-        if (timer->object == object) {
-            d_->disarm(timer.key(), *timer);
-            timer = d_->timers.erase(timer);
-            any = true;
-        } else {
-            ++timer;
-        }
-    }
-    return any;
+    return d_->timers.removeOf(object);
 }
 
 QList<QAbstractEventDispatcher::TimerInfo> VirtualTime::registeredTimers(QObject* object) const {
-    QList<TimerInfo> infos;
-    for (const Entry& entry : d_->queue) {
-        const int id = std::get<2>(entry);
-        const Timer& timer = *d_->timers.constFind(id);
-        if (timer.object == object)
-            infos.append(TimerInfo(id, timer.interval, timer.type));
-    }
-    return infos;
+    return d_->timers.timersOf(object);
 }
 
 int VirtualTime::remainingTime(int timerId) {
-    const auto found = d_->timers.constFind(timerId);
-    return found == d_->timers.constEnd() ? -1 : int(std::max<qint64>(found->due - d_->now, 0));
+    return d_->timers.remaining(timerId, d_->now);
 }
 
 void VirtualTime::wakeUp() {
