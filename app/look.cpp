@@ -1,6 +1,7 @@
 #include "app/look.h"
 
 #include <QApplication>
+#include <QFile>
 #include <QFont>
 #include <QStyle>
 #include <QStyleFactory>
@@ -20,6 +21,11 @@ void installLook() {
     font.setFamilies({QStringLiteral("DejaVu Sans"), QStringLiteral("WenQuanYi Micro Hei")});
     font.setPixelSize(kFontPx);
     QApplication::setFont(font);
+}
+
+QString frameStyle() {
+    QFile file(QStringLiteral(":/app/panel.qss"));
+    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
 }
 
 }  // namespace app

@@ -3,9 +3,12 @@
 #include "app/noticebar.h"
 #include "app/options.h"
 #include "app/panel.h"
+#include "app/pendant/pendantwindow.h"
 #include "app/preferences.h"
 #include "app/quitsignals.h"
 #include "app/shots/gallery.h"
+#include "app/time/pacedtime.h"
+#include "app/views/viewswindow.h"
 #include "app/workfolder.h"
 #include "gantu/package.h"
 #include "mendo/modulemanager.h"
@@ -62,7 +65,8 @@ bool prepare(const app::Options& options, QString* lost) {
     return true;
 }
 
-/// On a screen that is hardly larger than the panel, the panel is all there is.
+/// On a screen that is hardly larger than the panel, the panel is all there is. On a wide one it stands on
+/// the left, where the views find room beside it.
 void show(QWidget* window) {
     const QSize room = window->screen()->availableSize();
     window->resize(kSize.boundedTo(room));
@@ -70,6 +74,8 @@ void show(QWidget* window) {
         window->showMaximized();
     else
         window->show();
+    if (room.width() >= kSize.width() + app::ViewsWindow::kWidth)
+        window->move(window->screen()->availableGeometry().topLeft());
 }
 
 /// Without a screen and on virtual time, so that every start gives the same pictures.
@@ -87,7 +93,7 @@ int takePictures(const app::Options& options, int& argc, char** argv) {
     return app::writeGallery(options.screenshots, options.language);
 }
 
-int run(const app::Options& options) {
+int run(const app::Options& options, app::PacedTime* time) {
     const app::QuitSignals quitSignals;
     QString lost;
     if (!prepare(options, &lost))
@@ -97,9 +103,11 @@ int run(const app::Options& options) {
     QString error;
     if (!panel.open(gantu::findLibrary(QStringLiteral("lumo")), &error))
         return fail(error, kFailed);
+    QObject::connect(&panel, &app::Panel::speedChosen, time, &app::PacedTime::setFactor);
     if (!lost.isEmpty())
         panel.window()->notices()->report(lost, 0, 0, QStringLiteral("No such file or directory"));
     show(panel.window());
+    panel.pendant()->showBeside(panel.window()->frameGeometry());
     if (!options.project.isEmpty() && !panel.openProject(options.project))
         fail(QStringLiteral("--open: the page has no way to open a project"), kFailed);
     mendo::ModuleManager::setOutermostLoop(1);
@@ -126,6 +134,7 @@ int main(int argc, char** argv) {
     int programOnly = 1;  // Qt's own options are none of ours
     if (!options->screenshots.isEmpty())
         return takePictures(*options, programOnly, argv);
+    app::PacedTime* const time = app::PacedTime::install();
     const QApplication application(programOnly, argv);
-    return run(*options);
+    return run(*options, time);
 }

@@ -15,6 +15,8 @@ namespace {
 
 constexpr int kMostListed = 10;
 constexpr int kShownPathWidth = 320;
+constexpr int kLeastPathWidth = 80;
+constexpr int kPathStep = 20;
 
 QToolButton* makeButton(QWidget* parent, const QString& name) {
     auto* button = new QToolButton(parent);
@@ -91,24 +93,38 @@ void NoticeBar::showList(bool shown) {
 }
 
 void NoticeBar::placeList() {
-    const QPoint below = mapTo(window_, QPoint(0, height()));
-    const int room = window_->height() - below.y();
-    list_->setGeometry(below.x(), below.y(), width(), qMin(list_->heightForWidth(width()), room));
+    const QPoint place = mapTo(window_, QPoint(0, 0));
+    const int above = place.y();
+    const int below = window_->height() - above - height();
+    const int needed = qMin(list_->heightForWidth(width()), qMax(above, below));
+    list_->setGeometry(place.x(), below >= above ? above + height() : above - needed, width(), needed);
 }
 
 void NoticeBar::refresh() {
     const QString path = QDir::toNativeSeparators(QFileInfo(newest_.file).absoluteFilePath());
-    const QString shown = text_->fontMetrics().elidedText(path, Qt::ElideLeft, kShownPathWidth);
-    text_->setText(QStringLiteral("⚠ ") + problemText(newest_, shown));
     text_->setToolTip(problemText(newest_, path));
+    showText(path);
     more_->setText(tr("全部（%1）").arg(texts_.size()));
     more_->setVisible(texts_.size() > 1);
     list_->setText(texts_.join(QStringLiteral("\n\n")));
     placeList();
 }
 
+/// With as much of the path as there is room for.
+void NoticeBar::showText(const QString& path) {
+    for (int width = kShownPathWidth; width >= kLeastPathWidth; width -= kPathStep) {
+        const QString shown = text_->fontMetrics().elidedText(path, Qt::ElideLeft, width);
+        text_->setText(QStringLiteral("⚠ ") + problemText(newest_, shown));
+        if (text_->heightForWidth(text_->width()) <= text_->height())
+            return;
+    }
+}
+
 void NoticeBar::resizeEvent(QResizeEvent* event) {
     QFrame::resizeEvent(event);
+    layout()->activate();
+    if (!texts_.isEmpty())
+        refresh();
     placeList();
 }
 

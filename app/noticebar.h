@@ -10,7 +10,7 @@ class QToolButton;
 
 namespace app {
 
-/// Tells the operator what the file service reports, in the panel's header: the newest problem, and on
+/// Tells the operator what the file service reports, in the panel's status line: the newest problem, and on
 /// demand the last ones. It never takes the focus and asks for nothing.
 class NoticeBar : public QFrame {
     Q_OBJECT
@@ -38,6 +38,7 @@ private:
     void showList(bool shown);
     void placeList();
     void refresh();
+    void showText(const QString& path);
 
     QWidget* window_;
     QLabel* text_;

@@ -3,14 +3,26 @@
 #include "app/cell/cellstrip.h"
 #include "app/navigation.h"
 #include "app/noticebar.h"
+#include "app/path/pathpage.h"
+#include "app/path/seamtrack.h"
+#include "app/pendant/pendantwindow.h"
+#include "app/progress/progressview.h"
+#include "app/progress/runwatcher.h"
+#include "app/scope/scopepage.h"
+#include "app/scope/signalrecorder.h"
+#include "app/views/viewswindow.h"
+#include "app/why/whyline.h"
+#include "app/why/whywatch.h"
 #include "gantu/panel.h"
 #include "kord/kordservice.h"
 #include "mendo/modulemanager.h"
+#include "recording/treefollower.h"
 #include "simulator/cell.h"
 #include "simulator/controller.h"
 #include "simulator/wiring.h"
 
 #include <QAbstractButton>
+#include <QAbstractItemView>
 #include <QFileDialog>
 #include <QStackedWidget>
 
@@ -28,16 +40,42 @@ Panel::~Panel() = default;
 
 bool Panel::open(const QString& libraryFile, QString* error) {
     cell_ = new sim::Cell(controller_, sim::readWiring(QStringLiteral("lumo_port.json")), this);
+    // Before the package: what changes is recorded before what it causes.
+    follower_ = new rec::TreeFollower(this);
+    recorder_ = new SignalRecorder(controller_, cell_, follower_, this);
+    seams_ = new SeamTrack(controller_, cell_, follower_, this);
     if (!package_.load(libraryFile, QStringLiteral("lumo"), error))
         return false;
     Navigation* navigation = window_->navigation();
     navigation->refresh();
-    if (!showPage(navigation->firstKey())) {
+    const QWidget* page = showPage(navigation->firstKey());
+    if (!page) {
         *error = QStringLiteral("the package has no page");
         return false;
     }
-    window_->setStrip(new CellStrip(controller_));
+    auto* strip = new CellStrip(controller_, cell_);
+    connect(strip, &CellStrip::speedChosen, this, &Panel::speedChosen);
+    connect(strip, &CellStrip::speedChosen, window_.get(), &PanelWindow::showSpeed);
+    window_->setStrip(strip);
+    pendant_ = std::make_unique<PendantWindow>(controller_);
+    makeViews(page, libraryFile);
+    makeStatus(libraryFile);
     return true;
+}
+
+void Panel::makeStatus(const QString& libraryFile) {
+    const PackageFlags package = PackageFlags::find(libraryFile);
+    window_->setStatus(new WhyLine(new WhyWatch(package, this)),
+                       new ProgressView(new RunWatcher(package, this)));
+}
+
+void Panel::makeViews(const QWidget* page, const QString& libraryFile) {
+    views_ = std::make_unique<ViewsWindow>();
+    auto* path = new PathPage(seams_, PackageFlags::find(libraryFile));
+    path->followTable(page->findChild<QAbstractItemView*>(QStringLiteral("tableWidget")));
+    views_->addPage(path, tr("路径"));
+    views_->addPage(new ScopePage(recorder_), tr("信号"));
+    window_->setViews(views_.get());
 }
 
 QWidget* Panel::showPage(const QString& key) {

@@ -7,12 +7,20 @@
 
 #include <memory>
 
+namespace rec {
+class TreeFollower;
+}
 namespace sim {
 class Cell;
 class Controller;
 }  // namespace sim
 
 namespace app {
+
+class PendantWindow;
+class SeamTrack;
+class SignalRecorder;
+class ViewsWindow;
 
 /// The host around the package: the robot service with a simulated controller and weld cell behind
 /// it, the panel's window, and the package in it. One in a process; language and working directory
@@ -34,14 +42,29 @@ public:
 
     PanelWindow* window() const { return window_.get(); }
     sim::Controller* controller() const { return controller_; }
+    /// Of the open panel.
+    const SignalRecorder* recorder() const { return recorder_; }
+    ViewsWindow* views() const { return views_.get(); }
+    PendantWindow* pendant() const { return pendant_.get(); }
+
+signals:
+    /// How many times as fast as the wall clock the cell is to run: whoever keeps the time sees to it.
+    void speedChosen(double factor);
 
 private:
     QWidget* showPage(const QString& key);
+    void makeViews(const QWidget* page, const QString& libraryFile);
+    void makeStatus(const QString& libraryFile);
     void onFileProblem(const QString& fileName, int line, int column, const QString& reason);
 
     sim::Controller* controller_;
     sim::Cell* cell_ = nullptr;
+    rec::TreeFollower* follower_ = nullptr;
+    SignalRecorder* recorder_ = nullptr;
+    SeamTrack* seams_ = nullptr;
     std::unique_ptr<PanelWindow> window_;
+    std::unique_ptr<ViewsWindow> views_;
+    std::unique_ptr<PendantWindow> pendant_;
     gantu::Package package_;
 };
 

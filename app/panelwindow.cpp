@@ -1,12 +1,14 @@
 #include "app/panelwindow.h"
 
+#include "app/look.h"
 #include "app/navigation.h"
 #include "app/noticebar.h"
 #include "app/panelbody.h"
+#include "app/views/viewswindow.h"
 
 #include <QApplication>
-#include <QFile>
 #include <QHBoxLayout>
+#include <QShortcut>
 #include <QStackedWidget>
 #include <QTimer>
 #include <QToolButton>
@@ -16,12 +18,16 @@ namespace app {
 
 namespace {
 
-constexpr int kHeaderHeight = 50;
-
-/// The look of header and strip. Pages have their own, so it is not set on the window.
-QString frameStyle() {
-    QFile file(QStringLiteral(":/app/panel.qss"));
-    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+/// A button of the header that is down while what it opens is open.
+QToolButton* makeHeaderButton(const QString& name, const QString& text) {
+    auto* button = new QToolButton;
+    button->setObjectName(name);
+    button->setText(text);
+    button->setCheckable(true);
+    button->setFocusPolicy(Qt::TabFocus);
+    button->setMinimumSize(120, 48);
+    button->hide();
+    return button;
 }
 
 }  // namespace
@@ -29,8 +35,10 @@ QString frameStyle() {
 PanelWindow::PanelWindow()
     : navigation_(new Navigation),
       notices_(new NoticeBar(this)),
-      stripButton_(new QToolButton),
-      body_(new PanelBody) {
+      viewsButton_(makeHeaderButton(QStringLiteral("btnViews"), tr("路径与信号"))),
+      stripButton_(makeHeaderButton(QStringLiteral("btnCell"), tr("模拟单元"))),
+      body_(new PanelBody),
+      status_(new QHBoxLayout) {
     setWindowTitle(tr("激光焊接操作面板"));
     auto* content = new QWidget;
     auto* column = new QVBoxLayout(content);
@@ -38,6 +46,7 @@ PanelWindow::PanelWindow()
     column->setSpacing(0);
     column->addWidget(makeHeader());
     column->addWidget(body_, 1);
+    column->addWidget(makeStatusLine());
     setCentralWidget(content);
     connect(body_, &PanelBody::resized, this, [this] {
         if (!operatorPlaces_)
@@ -46,12 +55,6 @@ PanelWindow::PanelWindow()
 }
 
 QWidget* PanelWindow::makeHeader() {
-    stripButton_->setObjectName(QStringLiteral("btnCell"));
-    stripButton_->setText(tr("模拟单元"));
-    stripButton_->setCheckable(true);
-    stripButton_->setFocusPolicy(Qt::TabFocus);
-    stripButton_->setMinimumSize(120, 48);
-    stripButton_->hide();
     connect(stripButton_, &QToolButton::clicked, this, [this](bool on) {
         operatorPlaces_ = true;
         body_->setFolded(!on);
@@ -61,23 +64,56 @@ QWidget* PanelWindow::makeHeader() {
     header->setObjectName(QStringLiteral("header"));
     header->setFixedHeight(kHeaderHeight);
     header->setStyleSheet(frameStyle());
-    notices_->list()->setStyleSheet(frameStyle());
     auto* row = new QHBoxLayout(header);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(0);
     row->addWidget(navigation_);
-    // Notices take the room that is left, so that a page never gets smaller by one.
-    auto* room = new QWidget;
-    auto* roomRow = new QHBoxLayout(room);
-    roomRow->setContentsMargins(0, 0, 0, 0);
-    roomRow->addWidget(notices_);
-    row->addWidget(room, 1);
+    row->addStretch(1);
+    row->addWidget(viewsButton_);
     row->addWidget(stripButton_);
     return header;
 }
 
+/// Notices have their room there, so that a page never gets smaller by one.
+QWidget* PanelWindow::makeStatusLine() {
+    auto* line = new QFrame;
+    line->setObjectName(QStringLiteral("statusLine"));
+    line->setFixedHeight(kStatusHeight);
+    line->setStyleSheet(frameStyle());
+    notices_->list()->setStyleSheet(frameStyle());
+    line->setLayout(status_);
+    status_->setContentsMargins(0, 0, 0, 0);
+    status_->setSpacing(0);
+    status_->addWidget(notices_, 3);
+    return line;
+}
+
+void PanelWindow::setStatus(QWidget* why, QWidget* progress) {
+    status_->insertWidget(0, why, 2);
+    status_->addWidget(progress);
+}
+
 QStackedWidget* PanelWindow::pages() const {
     return body_->pages();
+}
+
+void PanelWindow::setViews(ViewsWindow* views) {
+    viewsButton_->show();
+    viewsButton_->setToolTip(QStringLiteral("F6, F7"));
+    connect(viewsButton_, &QToolButton::clicked, views, [this, views](bool on) {
+        if (on)
+            views->open(0, this);
+        else
+            views->close();
+    });
+    connect(views, &ViewsWindow::opened, viewsButton_, &QToolButton::setChecked);
+    int page = 0;
+    for (const auto key : {Qt::Key_F6, Qt::Key_F7}) {
+        auto* shortcut = new QShortcut(key, this);
+        shortcut->setContext(Qt::ApplicationShortcut);
+        connect(shortcut, &QShortcut::activated, views, [this, views, page] { views->open(page, this); });
+        ++page;
+    }
 }
 
 void PanelWindow::setStrip(QWidget* strip) {
@@ -90,6 +126,11 @@ void PanelWindow::setStrip(QWidget* strip) {
 void PanelWindow::unfoldStrip(bool unfolded) {
     stripButton_->setChecked(unfolded);
     body_->setFolded(!unfolded);
+}
+
+void PanelWindow::showSpeed(double factor) {
+    const QString name = tr("模拟单元");
+    stripButton_->setText(factor == 1 ? name : QStringLiteral("%1 %2x").arg(name).arg(factor));
 }
 
 void PanelWindow::placeStrip() {

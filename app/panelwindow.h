@@ -2,6 +2,7 @@
 
 #include <QMainWindow>
 
+class QHBoxLayout;
 class QStackedWidget;
 class QToolButton;
 
@@ -10,21 +11,34 @@ namespace app {
 class Navigation;
 class NoticeBar;
 class PanelBody;
+class ViewsWindow;
 
-/// The host's window: a header with navigation and notices, the pages, and beside them the cell.
+/// The host's window: a header with navigation, the pages, beside them the cell, and below them a status
+/// line with notices.
 class PanelWindow : public QMainWindow {
     Q_OBJECT
 public:
+    static constexpr int kHeaderHeight = 50;
+    static constexpr int kStatusHeight = 48;
+
     PanelWindow();
 
     Navigation* navigation() const { return navigation_; }
     NoticeBar* notices() const { return notices_; }
     /// The central stacked widget, the home of every page.
     QStackedWidget* pages() const;
+    /// Offers the views in the header, and by F6 (path) and F7 (signals) anywhere. Their window is a window
+    /// of its own, not owned.
+    void setViews(ViewsWindow* views);
+    /// Takes over what stands in the status line: why the panel does not do what one may expect of it, and
+    /// how far a run is.
+    void setStatus(QWidget* why, QWidget* progress);
     /// Takes over the strip of the cell. Until the operator folds or unfolds it, it is unfolded where
     /// it fits beside the pages, and folded elsewhere.
     void setStrip(QWidget* strip);
     void unfoldStrip(bool unfolded);
+    /// The strip's button tells when the cell does not run as fast as the wall clock.
+    void showSpeed(double factor);
     void placeStrip();
 
 protected:
@@ -36,11 +50,14 @@ protected:
 
 private:
     QWidget* makeHeader();
+    QWidget* makeStatusLine();
 
     Navigation* navigation_;
     NoticeBar* notices_;
+    QToolButton* viewsButton_;
     QToolButton* stripButton_;
     PanelBody* body_;
+    QHBoxLayout* status_;
     bool operatorPlaces_ = false;
 };
 

@@ -13,6 +13,8 @@ namespace {
 
 const QString kLanguage = QStringLiteral("language");
 const QString kFolder = QStringLiteral("folder");
+const QString kPendantPlace = QStringLiteral("pendant/place");
+const QString kPendantUnfolded = QStringLiteral("pendant/unfolded");
 
 }  // namespace
 
@@ -52,6 +54,23 @@ QString Preferences::folder() {
 
 void Preferences::rememberFolder(const QString& folder) {
     QSettings().setValue(kFolder, folder);
+}
+
+std::optional<QPoint> Preferences::pendantPlace() {
+    const QVariant place = QSettings().value(kPendantPlace);
+    if (place.canConvert<QPoint>())
+        return place.toPoint();
+    return {};
+}
+
+bool Preferences::pendantUnfolded() {
+    return QSettings().value(kPendantUnfolded, true).toBool();
+}
+
+void Preferences::rememberPendant(const QPoint& place, bool unfolded) {
+    QSettings settings;
+    settings.setValue(kPendantPlace, place);
+    settings.setValue(kPendantUnfolded, unfolded);
 }
 
 }  // namespace app

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <QPoint>
 #include <QString>
+
+#include <optional>
 
 namespace app {
 
@@ -23,6 +26,10 @@ public:
     static void rememberLanguage(const QString& language);
     [[nodiscard]] static QString folder();
     static void rememberFolder(const QString& folder);
+    /// Where the operator has put the pendant, and whether all of it is shown.
+    [[nodiscard]] static std::optional<QPoint> pendantPlace();
+    [[nodiscard]] static bool pendantUnfolded();
+    static void rememberPendant(const QPoint& place, bool unfolded);
 };
 
 }  // namespace app

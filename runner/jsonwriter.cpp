@@ -7,9 +7,6 @@
 #include <QVariantHash>
 #include <QVariantMap>
 
-#include <charconv>
-#include <cmath>
-
 namespace run {
 
 namespace {
@@ -44,18 +41,6 @@ QByteArray quoted(const QString& value) {
 }
 
 }  // namespace
-
-QByteArray numberText(double number) {
-    if (!std::isfinite(number))
-        return "null";
-    constexpr double kExactIntegers = 1e15;
-    char buffer[64];
-    const bool plain = std::abs(number) < kExactIntegers && number == std::trunc(number);
-    const std::to_chars_result end =
-        plain ? std::to_chars(buffer, buffer + sizeof buffer, number, std::chars_format::fixed)
-              : std::to_chars(buffer, buffer + sizeof buffer, number);
-    return QByteArray(buffer, int(end.ptr - buffer));
-}
 
 void JsonWriter::separate() {
     if (needsComma_)

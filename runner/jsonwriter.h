@@ -1,5 +1,7 @@
 #pragma once
 
+#include "recording/numbertext.h"
+
 #include <QByteArray>
 #include <QJsonValue>
 #include <QString>
@@ -13,8 +15,7 @@ class ModuleObject;
 
 namespace run {
 
-/// The shortest text that reads back as the same number; "null" for what is no number.
-QByteArray numberText(double number);
+using rec::numberText;
 
 /// Writes JSON on one line with the keys in the order in which they are given. (Qt's own objects sort
 /// them.) The caller keeps begin and end in pairs.

@@ -27,10 +27,11 @@ QString senderWord(const QObject* sender) {
 
 }  // namespace
 
-Recorder::Recorder(Trace* trace, TreeFollower* follower, QObject* parent) : QObject(parent), trace_(trace) {
+Recorder::Recorder(Trace* trace, rec::TreeFollower* follower, QObject* parent)
+    : QObject(parent), trace_(trace) {
     connect(kordservice(), &KordService::issued, this, &Recorder::onIssued);
     connect(kordservice(), &KordService::handed, this, &Recorder::onHanded);
-    connect(follower, &TreeFollower::changed, this, &Recorder::onChanged);
+    connect(follower, &rec::TreeFollower::changed, this, &Recorder::onChanged);
     connect(mendo::LogHub::instance(), &mendo::LogHub::line, this, &Recorder::onLog);
     connect(m(), &mendo::ModuleManager::fileProblem, this, &Recorder::onFileProblem);
 }
@@ -68,7 +69,7 @@ void Recorder::onHanded(const QString& path, const mendo::ModuleObject* node) {
     trace_->end();
 }
 
-void Recorder::onChanged(const Change& change) {
+void Recorder::onChanged(const rec::Change& change) {
     if (!recording_)
         return;
     JsonWriter& line = trace_->begin("changed");

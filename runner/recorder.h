@@ -1,8 +1,8 @@
 #pragma once
 
 #include "kord/kordservice.h"
+#include "recording/treefollower.h"
 #include "runner/trace.h"
-#include "runner/treefollower.h"
 #include "simulator/controller.h"
 
 #include <QObject>
@@ -15,7 +15,7 @@ namespace run {
 class Recorder : public QObject {
     Q_OBJECT
 public:
-    Recorder(Trace* trace, TreeFollower* follower, QObject* parent = nullptr);
+    Recorder(Trace* trace, rec::TreeFollower* follower, QObject* parent = nullptr);
 
     /// `posture`: record its posture, too.
     void attach(sim::Controller* controller, bool posture);
@@ -29,7 +29,7 @@ public:
 private:
     void onIssued(const KordCall& call);
     void onHanded(const QString& path, const mendo::ModuleObject* node);
-    void onChanged(const Change& change);
+    void onChanged(const rec::Change& change);
     void onOutput(const QString& name, const QVariant& value);
     void onRejected(const QString& name, const QString& reason);
     void onInput(const QString& name, bool value);

@@ -10,13 +10,13 @@ const QString kFinished = QStringLiteral("finished");
 
 }  // namespace
 
-RunWatch::RunWatch(TreeFollower* follower, QObject* parent) : QObject(parent) {
-    connect(follower, &TreeFollower::changed, this, &RunWatch::onChanged);
+RunWatch::RunWatch(rec::TreeFollower* follower, QObject* parent) : QObject(parent) {
+    connect(follower, &rec::TreeFollower::changed, this, &RunWatch::onChanged);
 }
 
 // Each notification arrives here before the executor acts on it, so what is first seen in a run is
 // what ended it: a motion error stores the point of the pause without a trigger or a loss of power.
-void RunWatch::onChanged(const Change& change) {
+void RunWatch::onChanged(const rec::Change& change) {
     if (change.path == QLatin1String("lumo.execute.trigger.start")) {
         stepAsked_ = false;
     } else if (change.path == QLatin1String("lumo.execute.trigger.once")) {
@@ -36,7 +36,7 @@ void RunWatch::onChanged(const Change& change) {
     }
 }
 
-void RunWatch::onState(const Change& change) {
+void RunWatch::onState(const rec::Change& change) {
     const bool busy = change.value.toString() == QLatin1String("busy");
     if (!change.byExecutor()) {
         // It stops a walk at its next line, and has nothing to stop in a single step.
@@ -62,7 +62,7 @@ void RunWatch::end(const QString& reason) {
         reason_ = reason;
 }
 
-void RunWatch::onProgress(const Change& change) {
+void RunWatch::onProgress(const rec::Change& change) {
     if (step_) {
         if (change.path == QLatin1String("lumo.execute.line")) {
             const mendo::ModuleObject* statement = m(QStringLiteral("lumo.program"))->c(change.value.toInt());

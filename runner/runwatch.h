@@ -1,6 +1,6 @@
 #pragma once
 
-#include "runner/treefollower.h"
+#include "recording/treefollower.h"
 
 #include <QObject>
 #include <QString>
@@ -12,7 +12,7 @@ namespace run {
 class RunWatch : public QObject {
     Q_OBJECT
 public:
-    explicit RunWatch(TreeFollower* follower, QObject* parent = nullptr);
+    explicit RunWatch(rec::TreeFollower* follower, QObject* parent = nullptr);
 
     /// "finished", "paused", "error" or "power" of the last run that was accepted; "refused" when
     /// none was.
@@ -28,10 +28,10 @@ signals:
     void lineBegun(int line, const QString& type);
 
 private:
-    void onChanged(const Change& change);
-    void onState(const Change& change);
+    void onChanged(const rec::Change& change);
+    void onState(const rec::Change& change);
     void end(const QString& reason);
-    void onProgress(const Change& change);
+    void onProgress(const rec::Change& change);
     void begin(int line, const QString& type);
 
     bool stepAsked_ = false;  ///< the trigger that was written last is the one for a single step

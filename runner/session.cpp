@@ -59,7 +59,7 @@ Session::Session(const Options& options)
             finish(QStringLiteral("stalled"));
     });
     connect(m(), &mendo::ModuleManager::fileProblem, this, &Session::onFileProblem);
-    connect(&follower_, &TreeFollower::changed, this, &Session::onChanged);
+    connect(&follower_, &rec::TreeFollower::changed, this, &Session::onChanged);
     connect(&watch_, &RunWatch::lineBegun, this, &Session::onLineBegun);
 }
 
@@ -155,7 +155,7 @@ void Session::connectEnds() {
     connect(messages_.get(), &MessageWatch::shown, this, &Session::onMessage);
     connect(messages_.get(), &MessageWatch::answered, &recorder_, &Recorder::answer);
     connect(player_.get(), &ScenarioPlayer::applying, &recorder_, &Recorder::event);
-    connect(player_.get(), &ScenarioPlayer::writing, &follower_, &TreeFollower::followElement);
+    connect(player_.get(), &ScenarioPlayer::writing, &follower_, &rec::TreeFollower::followElement);
     connect(player_.get(), &ScenarioPlayer::applied, this, &Session::scheduleCheck);
     sim::VirtualTime* time = sim::VirtualTime::instance();
     connect(time, &QAbstractEventDispatcher::aboutToBlock, this, &Session::onAboutToBlock);
@@ -197,7 +197,7 @@ void Session::onMessage(const QString& icon, const QString& title, const QString
     report_.message(icon, title, text, elapsedMs());
 }
 
-void Session::onChanged(const Change& change) {
+void Session::onChanged(const rec::Change& change) {
     if (change.path == QLatin1String("kord.r.state") || change.path == QLatin1String("lumo.execute.state"))
         scheduleCheck();
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "recording/treefollower.h"
+#include "recording/vcdwriter.h"
 #include "runner/bench.h"
 #include "runner/hand.h"
 #include "runner/messagewatch.h"
@@ -10,9 +12,7 @@
 #include "runner/runwatch.h"
 #include "runner/scenarioplayer.h"
 #include "runner/trace.h"
-#include "runner/treefollower.h"
 #include "runner/vcdrecorder.h"
-#include "runner/vcdwriter.h"
 
 #include <QObject>
 #include <QTimer>
@@ -49,7 +49,7 @@ private:
 
     void onLineBegun(int line, const QString& type);
     void onMessage(const QString& icon, const QString& title, const QString& text);
-    void onChanged(const Change& change);
+    void onChanged(const rec::Change& change);
     void onFileProblem(const QString& fileName, int line, int column, const QString& reason);
     void onAboutToBlock();
     void check();
@@ -65,9 +65,9 @@ private:
     Options options_;
     std::optional<Project> project_;
     Trace trace_;
-    VcdWriter vcd_;
+    rec::VcdWriter vcd_;
     Report report_;
-    TreeFollower follower_;
+    rec::TreeFollower follower_;
     RunWatch watch_;
     Recorder recorder_;
     Hand hand_;

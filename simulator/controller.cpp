@@ -41,7 +41,8 @@ struct Controller::Private {
     void finish(int id, MotionCommand::Kind kind, int code);
     void stopped(int id, MotionCommand::Kind kind);
     void announce(int id, MotionEvent event);
-    JogAnswer jog(JogAxis axis, double step);
+    void setPower(bool on);
+    JogAnswer jog(const JogMove& move, bool held);
     void rest();
     void setState(const QString& state);
     void writeState(const QString& state);
@@ -53,6 +54,8 @@ struct Controller::Private {
     MotionQueue queue;
     ResultDesk desk;
     bool powered = true;
+    bool emergencyStop = false;
+    bool jogging = false;
     int motions = 0;     ///< ordered so far
     QSet<int> answered;  ///< motions whose result was written inside their command
     bool sync = false, late = false, slowState = false;
@@ -189,18 +192,22 @@ void Controller::Private::announce(int id, MotionEvent event) {
         emit q->motion(id, event);
 }
 
-JogAnswer Controller::Private::jog(JogAxis axis, double step) {
+JogAnswer Controller::Private::jog(const JogMove& move, bool held) {
     if (!powered)
         return JogAnswer::DriveOff;
     if (!q->standsStill() || queue.hasWaiting())
         return JogAnswer::Moving;
     const MotionQueue::Stand stand = queue.stand();
-    MotionCommand motion = jogMotion(stand.pose, axis, step);
-    Arm::Fault fault = Arm::Fault::None;
-    if (!arm.inverse(motion.poses.front().end, stand.joints, &fault))
-        return fault == Arm::Fault::JointLimit ? JogAnswer::JointLimit : JogAnswer::OutOfReach;
+    MotionCommand motion;
+    JogMove whole = held ? farthestJog(arm, stand, move) : move;
+    if (whole.way == 0)
+        whole.way = move.way;  // says why not
+    const JogAnswer answer = planJog(arm, stand, whole, &motion);
+    if (answer != JogAnswer::Moves)
+        return answer;
     motion.id = kJog;
     queue.add(std::move(motion));
+    jogging = true;
     setState(kMoving);
     queue.release();
     return JogAnswer::Moves;
@@ -209,6 +216,8 @@ JogAnswer Controller::Private::jog(JogAxis axis, double step) {
 void Controller::Private::finish(int id, MotionCommand::Kind kind, int code) {
     const bool last = !queue.moving();
     writePosture(q, service, queue.stand());
+    if (id == kJog)
+        jogging = false;
     if (last)
         setState(kIdle);
     if (id != kJog && !answered.remove(id))
@@ -219,6 +228,8 @@ void Controller::Private::finish(int id, MotionCommand::Kind kind, int code) {
 
 void Controller::Private::stopped(int id, MotionCommand::Kind kind) {
     announce(id, MotionEvent::Stopped);
+    if (id == kJog)
+        jogging = false;
     desk.forgetHeld();
     if (id != kJog && !answered.remove(id) && late)
         desk.deliverLater({kind, id, MotionDone}, kLateMs);
@@ -249,6 +260,15 @@ void Controller::Private::writeState(const QString& newState) {
     m(QStringLiteral("kord.r.state"))->setValue(q, newState);
 }
 
+void Controller::Private::setPower(bool on) {
+    powered = on;
+    if (!on) {
+        desk.forgetHeld();
+        queue.stop();
+    }
+    m(QStringLiteral("kord.r.power"))->setValue(q, on ? QStringLiteral("on") : QStringLiteral("off"));
+}
+
 // --- The controller ------------------------------------------------------------------------------
 
 Controller::Controller(KordService* service, const Options& options, QObject* parent)
@@ -257,12 +277,21 @@ Controller::Controller(KordService* service, const Options& options, QObject* pa
 Controller::~Controller() = default;
 
 void Controller::setPower(bool on) {
-    d_->powered = on;
-    if (!on) {
-        d_->desk.forgetHeld();
-        d_->queue.stop();
-    }
-    m(QStringLiteral("kord.r.power"))->setValue(this, on ? QStringLiteral("on") : QStringLiteral("off"));
+    if (!on || !d_->emergencyStop)
+        d_->setPower(on);
+}
+
+void Controller::setEmergencyStop(bool pressed) {
+    if (pressed == d_->emergencyStop)
+        return;
+    d_->emergencyStop = pressed;
+    if (pressed)
+        d_->setPower(false);
+    emit emergencyStopChanged(pressed);
+}
+
+bool Controller::emergencyStop() const {
+    return d_->emergencyStop;
 }
 
 void Controller::setMode(const QString& mode) {
@@ -294,8 +323,21 @@ void Controller::failMotion(int code) {
         d_->queue.fail(code);
 }
 
+JogAnswer Controller::jog(const JogMove& move) {
+    return d_->jog(move, false);
+}
+
 JogAnswer Controller::jog(JogAxis axis, double step) {
-    return d_->jog(axis, step);
+    return jog(baseStep(axis, step));
+}
+
+JogAnswer Controller::jogOn(const JogMove& move) {
+    return d_->jog(move, true);
+}
+
+void Controller::stopJog() {
+    if (d_->jogging)
+        d_->queue.stop();
 }
 
 void Controller::setQuirk(Quirk quirk, bool on) {

@@ -49,8 +49,12 @@ public:
     Controller(KordService* service, const Options& options, QObject* parent = nullptr);
     ~Controller() override;
 
-    /// Off: the arm brakes, the queue is dropped, registers and outputs stay.
+    /// Off: the arm brakes, the queue is dropped, registers and outputs stay. It stays off while the
+    /// emergency stop is pressed.
     void setPower(bool on);
+    /// Pressed: takes the drive power away. Turned back, it leaves it off.
+    void setEmergencyStop(bool pressed);
+    bool emergencyStop() const;
     /// "auto" or "manual".
     void setMode(const QString& mode);
     /// "DI3" or "LUMO_DI.#2"; false for an unknown name.
@@ -64,9 +68,15 @@ public:
     /// The motion under way, or the first of the next batch, ends with this negative code; one under
     /// way is braked first. Codes that are not negative do nothing.
     void failMotion(int code);
-    /// The pendant's jog keys: moves the tool by one step, metres or radians. Nothing of it is
-    /// announced by `motion` or written as a result; the robot's state and posture follow as usual.
+    /// The pendant's jog keys. Nothing of a jog is announced by `motion` or written as a result; the
+    /// robot's state and posture follow as usual.
+    JogAnswer jog(const JogMove& move);
+    /// A step along or about an axis of the base, metres or radians.
     JogAnswer jog(JogAxis axis, double step);
+    /// As far as the arm gets in the direction of the move's way, until stopJog().
+    JogAnswer jogOn(const JogMove& move);
+    /// Brakes the jog that is under way, with what was ordered behind it.
+    void stopJog();
     void setQuirk(Quirk quirk, bool on);
     static bool quirkFromName(const QString& name, Quirk* quirk);
     /// The pendant's report of a key (next, last, center, enter, delete); false for an unknown one.
@@ -77,6 +87,7 @@ public:
     double travelled() const;
 
 signals:
+    void emergencyStopChanged(bool pressed);
     /// "LUMO_DO.#3" true, "LUMO_AO_1" 1638, "DO3" true. Only changes.
     void outputChanged(const QString& name, const QVariant& value);
     void inputChanged(const QString& name, bool value);

@@ -1,16 +1,26 @@
 #include "simulator/jog.h"
 
 #include "simulator/frames.h"
+#include "simulator/track.h"
+
+#include <cmath>
 
 namespace sim {
 
 namespace {
 
-constexpr double kLineSpeed = 0.1;   // m/s
-constexpr double kTurnSpeed = 0.01;  // m/s of the way that turning counts as: half a radian a second
+constexpr double kLineSpeed = 0.1;  // m/s
+constexpr double kTurnSpeed = 0.5;  // rad/s
 
-KDL::Rotation turn(JogAxis axis, double angle) {
-    switch (axis) {
+// How far a jog that is held is looked ahead for, and in which steps.
+constexpr double kLineEach[] = {0.01, 0.002}, kLineMost = 3;  // metres
+constexpr double kTurnEach[] = {0.08, 0.02}, kTurnMost = 3;   // rad; half a turn could go either way round
+constexpr double kJointMost = 4 * 3.14159265358979323846;
+constexpr int kHalvings = 40;
+constexpr double kLeastJoint = 1e-6;  // rad; less is none
+
+KDL::Rotation turn(int axis, double angle) {
+    switch (JogAxis(axis)) {
         case JogAxis::Rx:
             return KDL::Rotation::RotX(angle);
         case JogAxis::Ry:
@@ -22,20 +32,124 @@ KDL::Rotation turn(JogAxis axis, double angle) {
     }
 }
 
+KDL::Frame targetFrame(const Pose& start, const JogMove& move) {
+    KDL::Frame target = toFrame(start);
+    const bool ofTool = move.frame == JogFrame::Tool;
+    if (isTurn(move)) {
+        const KDL::Rotation rotation = turn(move.axis, move.way);
+        target.M = ofTool ? target.M * rotation : rotation * target.M;
+    } else {
+        KDL::Vector way;
+        way[move.axis] = move.way;
+        target.p += ofTool ? target.M * way : way;
+    }
+    return target;
+}
+
+Joints targetJoints(const Joints& start, const JogMove& move) {
+    Joints joints = start;
+    joints[size_t(move.axis)] += move.way;
+    return joints;
+}
+
+JogAnswer answerTo(Arm::Fault fault) {
+    switch (fault) {
+        case Arm::Fault::None:
+            return JogAnswer::Moves;
+        case Arm::Fault::OutOfReach:
+            return JogAnswer::OutOfReach;
+        case Arm::Fault::JointLimit:
+            break;
+    }
+    return JogAnswer::JointLimit;
+}
+
+JogAnswer planJoint(const Arm& arm, const Joints& start, const JogMove& move, MotionCommand* motion) {
+    const Joints target = targetJoints(start, move);
+    if (!arm.withinLimits(target))
+        return JogAnswer::JointLimit;
+    *motion = {};
+    motion->kind = MotionCommand::Kind::Joint;
+    motion->joints = target;
+    // The speed of a motion is that of the tool, on the circle that it goes round the joint.
+    motion->speed = move.speed * JointTrack(arm, start, target).length() / std::abs(move.way);
+    return JogAnswer::Moves;
+}
+
+JogAnswer planTool(const Arm& arm, const MotionPlan::Stand& start, const JogMove& move,
+                   MotionCommand* motion) {
+    const KDL::Frame target = targetFrame(start.pose, move);
+    const Arm::Fault fault = PoseTrack::line(toFrame(start.pose), target)->follow(arm, start.joints);
+    if (fault != Arm::Fault::None)
+        return answerTo(fault);
+    *motion = {};
+    motion->kind = MotionCommand::Kind::Line;
+    motion->poses.push_back({Pose(), toPose(target)});
+    motion->speed = isTurn(move) ? move.speed * kTurnRadius : move.speed;
+    return JogAnswer::Moves;
+}
+
+/// By halving: between the limits everything can be reached.
+double jointWay(const Arm& arm, const Joints& start, JogMove move, double direction) {
+    double reached = 0, missed = kJointMost;
+    for (int i = 0; i < kHalvings; ++i) {
+        const double middle = (reached + missed) / 2;
+        move.way = direction * middle;
+        (arm.withinLimits(targetJoints(start, move)) ? reached : missed) = middle;
+    }
+    return reached > kLeastJoint ? reached : 0;
+}
+
+/// In steps, because the next posture depends on the last; in small ones only at the end.
+double toolWay(const Arm& arm, const MotionPlan::Stand& start, JogMove move, double direction) {
+    const double most = isTurn(move) ? kTurnMost : kLineMost;
+    Joints joints = start.joints;
+    double reached = 0;
+    for (const double each : isTurn(move) ? kTurnEach : kLineEach) {
+        while (reached + each <= most) {
+            move.way = direction * (reached + each);
+            const auto next = arm.inverse(toPose(targetFrame(start.pose, move)), joints);
+            if (!next)
+                break;
+            joints = *next;
+            reached += each;
+        }
+    }
+    // The planner's own steps may lead to another posture, and from there no further.
+    MotionCommand motion;
+    for (move.way = direction * reached; reached > 0; move.way = direction * reached) {
+        if (planTool(arm, start, move, &motion) == JogAnswer::Moves)
+            return reached;
+        reached -= isTurn(move) ? kTurnEach[0] : kLineEach[0];
+    }
+    return 0;
+}
+
 }  // namespace
 
-MotionCommand jogMotion(const Pose& start, JogAxis axis, double step) {
-    KDL::Frame target = toFrame(start);
-    const bool turning = axis >= JogAxis::Rx;
-    if (turning)
-        target.M = turn(axis, step) * target.M;
-    else
-        target.p[int(axis)] += step;
-    MotionCommand motion;
-    motion.kind = MotionCommand::Kind::Line;
-    motion.poses.push_back({Pose(), toPose(target)});
-    motion.speed = turning ? kTurnSpeed : kLineSpeed;
-    return motion;
+bool isTurn(const JogMove& move) {
+    return move.frame == JogFrame::Joint || move.axis >= int(JogAxis::Rx);
+}
+
+JogMove baseStep(JogAxis axis, double way) {
+    JogMove move{JogFrame::Base, int(axis), way, kLineSpeed};
+    if (isTurn(move))
+        move.speed = kTurnSpeed;
+    return move;
+}
+
+JogAnswer planJog(const Arm& arm, const MotionPlan::Stand& start, const JogMove& move,
+                  MotionCommand* motion) {
+    return move.frame == JogFrame::Joint ? planJoint(arm, start.joints, move, motion)
+                                         : planTool(arm, start, move, motion);
+}
+
+JogMove farthestJog(const Arm& arm, const MotionPlan::Stand& start, const JogMove& move) {
+    const double direction = move.way < 0 ? -1 : 1;
+    JogMove farthest = move;
+    farthest.way = direction * (move.frame == JogFrame::Joint ? jointWay(arm, start.joints, move, direction)
+                                                              : toolWay(arm, start, move, direction));
+    return farthest;
 }
 
 }  // namespace sim

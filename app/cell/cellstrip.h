@@ -5,20 +5,24 @@
 class QStackedWidget;
 
 namespace sim {
+class Cell;
 class Controller;
-}
+}  // namespace sim
 
 namespace app {
 
-/// The simulated cell at hand, a strip as wide as a hand: the robot with its drive, pendant keys and
-/// jog, the inputs, and the outputs.
+/// The simulated cell at hand, a strip as wide as a hand: its inputs, its outputs, and its faults.
 class CellStrip : public QFrame {
     Q_OBJECT
 public:
     static constexpr int kWidth = 280;
 
     /// The package's page has been made.
-    explicit CellStrip(sim::Controller* controller, QWidget* parent = nullptr);
+    CellStrip(sim::Controller* controller, sim::Cell* cell, QWidget* parent = nullptr);
+
+signals:
+    /// How many times as fast as the wall clock the cell is to run.
+    void speedChosen(double factor);
 
 private:
     void addPage(QWidget* page);

@@ -38,4 +38,8 @@ int Choice::current() const {
     return current_;
 }
 
+void Choice::setText(int index, const QString& text) {
+    buttons_->button(index)->setText(text);
+}
+
 }  // namespace app

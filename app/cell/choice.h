@@ -17,6 +17,7 @@ public:
 
     void setCurrent(int index);
     int current() const;
+    void setText(int index, const QString& text);
 
 signals:
     void asked(int index);

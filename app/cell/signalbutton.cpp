@@ -10,6 +10,7 @@ namespace {
 constexpr double kFullScale = 32767;
 constexpr int kInputHeight = 48;
 constexpr int kOutputHeight = 36;
+constexpr int kAnalogueHeight = 48;
 constexpr int kLamp = 14;
 constexpr int kMargin = 6;
 constexpr int kSmallPx = 13;
@@ -20,7 +21,10 @@ const QColor kLine(0xb9, 0xc4, 0xd0);
 const QColor kFace(0xf4, 0xf7, 0xfa);
 const QColor kPressed(0xdf, 0xea, 0xf6);
 const QColor kFocus(0x2f, 0x6f, 0xb0);
-const QColor kOn(0x2e, 0x9e, 0x5b);
+const QColor kFault(0xf0, 0xa2, 0x02);
+const QColor kBeam(0xd6, 0x2b, 0x1f);
+const QColor kTrack(0xdd, 0xe3, 0xe9);
+constexpr int kBar = 5;
 
 }  // namespace
 
@@ -33,16 +37,20 @@ SignalButton::SignalButton(Kind kind, const QString& name, const QString& captio
     setFocusPolicy(Qt::TabFocus);
 }
 
-void SignalButton::setLabel(const QString& label) {
-    if (label_ == label)
-        return;
-    label_ = label;
-    setToolTip(label.isEmpty() ? name_ : name_ + QStringLiteral("  ") + label);
+void SignalButton::setPort(const AssignedPort& port) {
+    port_ = port;
+    setToolTip(port.label.isEmpty() ? name_ : name_ + QStringLiteral("  ") + port.label);
     update();
+}
+
+bool SignalButton::isFault() const {
+    return (port_.meaning == Meaning::Well && !on_) || (port_.meaning == Meaning::Alarm && on_);
 }
 
 void SignalButton::setValue(const QVariant& value) {
     analogue_ = value.userType() != QMetaType::Bool;
+    if (analogue_)
+        setMinimumHeight(kAnalogueHeight);
     number_ = value.toInt();
     on_ = number_ != 0;
     setAccessibleDescription(valueText());
@@ -69,6 +77,9 @@ void SignalButton::paintEvent(QPaintEvent*) {
     QRect inside = rect().adjusted(kMargin, 2, -kMargin, -2);
     painter.setPen(kText);
     if (analogue_) {
+        paintBar(&painter);
+        inside.setBottom(inside.bottom() - kBar);
+        painter.setPen(kText);
         painter.drawText(inside, Qt::AlignRight | Qt::AlignVCenter, valueText());
         inside.setRight(inside.right() - fontMetrics().horizontalAdvance(valueText()) - kMargin);
     } else {
@@ -76,7 +87,7 @@ void SignalButton::paintEvent(QPaintEvent*) {
         inside.setRight(inside.right() - kLamp - kMargin);
     }
     painter.setPen(kText);
-    if (label_.isEmpty()) {
+    if (port_.label.isEmpty()) {
         painter.drawText(inside, Qt::AlignLeft | Qt::AlignVCenter, text());
         return;
     }
@@ -86,9 +97,9 @@ void SignalButton::paintEvent(QPaintEvent*) {
     painter.drawText(nameColumn, Qt::AlignLeft | Qt::AlignVCenter, text());
     inside.setLeft(nameColumn.right());
     painter.setPen(kText);
-    if (fontMetrics().horizontalAdvance(label_) > inside.width())
+    if (fontMetrics().horizontalAdvance(port_.label) > inside.width())
         painter.setFont(smallFont());
-    painter.drawText(inside, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextWordWrap, label_);
+    painter.drawText(inside, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextWordWrap, port_.label);
 }
 
 /// For a label that takes two lines.
@@ -98,12 +109,41 @@ QFont SignalButton::smallFont() const {
     return small;
 }
 
-/// Filled when on, a ring when off: colour is not all that tells.
+/// Filled when on, a ring when off.
 void SignalButton::paintLamp(QPainter* painter, const QRect& place) const {
     const QRectF lamp(place.right() - kLamp, place.center().y() - kLamp / 2.0 + 1, kLamp, kLamp);
-    painter->setPen(QPen(on_ ? kOn : kFaint, 2));
-    painter->setBrush(on_ ? QBrush(kOn) : QBrush(Qt::NoBrush));
+    const QPointF top(lamp.center().x(), lamp.top()), bottom(lamp.center().x(), lamp.bottom());
+    if (isFault()) {
+        painter->setPen(QPen(kText, 1.5));
+        painter->setBrush(kFault);
+        painter->drawPolygon(QPolygonF(
+            {top - QPointF(0, 2), lamp.bottomRight() + QPointF(1, 0), lamp.bottomLeft() - QPointF(1, 0)}));
+        painter->drawLine(top + QPointF(0, 3), bottom - QPointF(0, 5));
+        painter->drawPoint(bottom - QPointF(0, 2));
+        return;
+    }
+    if (port_.meaning == Meaning::Beam && on_) {
+        painter->setPen(QPen(kBeam.darker(), 1.5));
+        painter->setBrush(kBeam);
+        painter->drawPolygon(
+            QPolygonF({top - QPointF(0, 2), QPointF(lamp.right() + 2, lamp.center().y()),
+                       bottom + QPointF(0, 2), QPointF(lamp.left() - 2, lamp.center().y())}));
+        return;
+    }
+    painter->setPen(QPen(kFaint, 2));
+    painter->setBrush(on_ ? QBrush(kText) : QBrush(Qt::NoBrush));
     painter->drawEllipse(lamp);
+}
+
+void SignalButton::paintBar(QPainter* painter) const {
+    const QRectF track(kMargin, height() - kBar - 4, width() - 2 * kMargin, kBar);
+    QRectF filled = track;
+    filled.setWidth(track.width() * qBound(0.0, number_ / kFullScale, 1.0));
+    painter->setPen(Qt::NoPen);
+    painter->setBrush(kTrack);
+    painter->drawRoundedRect(track, 2, 2);
+    painter->setBrush(port_.meaning == Meaning::Beam ? kBeam : kText);
+    painter->drawRoundedRect(filled, 2, 2);
 }
 
 }  // namespace app

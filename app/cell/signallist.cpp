@@ -1,7 +1,5 @@
 #include "app/cell/signallist.h"
 
-#include "app/cell/nodes.h"
-#include "mendo/modulemanager.h"
 #include "simulator/controller.h"
 
 #include <QGridLayout>
@@ -97,13 +95,10 @@ void SignalList::showEvent(QShowEvent* event) {
 }
 
 void SignalList::refreshLabels() {
-    QHash<QString, QString> labels;
-    for (const mendo::ModuleObject* port : m(node::ports)->cmobjs())
-        labels.insert(port->c(QStringLiteral("name"))->getString(),
-                      port->c(QStringLiteral("tag"))->getString());
+    const QHash<QString, AssignedPort> ports = assignedPorts();
     for (const Section& section : qAsConst(sections_)) {
         for (SignalButton* button : section.signals_)
-            button->setLabel(labels.value(button->name()));
+            button->setPort(ports.value(button->name()));
         arrange(section);
     }
 }

@@ -129,11 +129,18 @@
     </message>
 </context>
 <context>
-    <name>app::CellStrip</name>
+    <name>Lane</name>
     <message>
-        <source>机器人</source>
-        <translation>Robot</translation>
+        <source>程序运行</source>
+        <translation>Program runs</translation>
     </message>
+    <message>
+        <source>激光出光</source>
+        <translation>Laser emits</translation>
+    </message>
+</context>
+<context>
+    <name>app::CellStrip</name>
     <message>
         <source>输入</source>
         <translation>Inputs</translation>
@@ -142,17 +149,13 @@
         <source>输出</source>
         <translation>Outputs</translation>
     </message>
+    <message>
+        <source>故障</source>
+        <translation>Faults</translation>
+    </message>
 </context>
 <context>
     <name>app::DriveBox</name>
-    <message>
-        <source>关</source>
-        <translation>Off</translation>
-    </message>
-    <message>
-        <source>开</source>
-        <translation>On</translation>
-    </message>
     <message>
         <source>自动</source>
         <translation>Auto</translation>
@@ -160,10 +163,6 @@
     <message>
         <source>手动</source>
         <translation>Manual</translation>
-    </message>
-    <message>
-        <source>电源</source>
-        <translation>Drives</translation>
     </message>
     <message>
         <source>模式</source>
@@ -195,14 +194,107 @@
     </message>
 </context>
 <context>
-    <name>app::JogBox</name>
+    <name>app::FaultList</name>
     <message>
-        <source>点动</source>
-        <translation>Jog</translation>
+        <source>设备故障</source>
+        <translation>Equipment</translation>
     </message>
     <message>
-        <source>步长 mm/°</source>
-        <translation>Step mm/°</translation>
+        <source>运动故障</source>
+        <translation>Motion</translation>
+    </message>
+    <message>
+        <source>当前或下一个运动出错
+错误码 %1</source>
+        <translation>Fail this or the next motion
+with code %1</translation>
+    </message>
+    <message>
+        <source>控制器异常</source>
+        <translation>Controller misbehaves</translation>
+    </message>
+    <message>
+        <source>全部恢复正常</source>
+        <translation>Set all back to normal</translation>
+    </message>
+    <message>
+        <source>激光器未就绪</source>
+        <translation>Laser not ready</translation>
+    </message>
+    <message>
+        <source>激光头故障</source>
+        <translation>Laser head faulty</translation>
+    </message>
+    <message>
+        <source>水冷故障</source>
+        <translation>Chiller faulty</translation>
+    </message>
+    <message>
+        <source>气压不足</source>
+        <translation>Gas pressure low</translation>
+    </message>
+    <message>
+        <source>温度过高</source>
+        <translation>Temperature too high</translation>
+    </message>
+    <message>
+        <source>运动结果成批返回</source>
+        <translation>Results come in bunches</translation>
+    </message>
+    <message>
+        <source>运动结果立即返回</source>
+        <translation>Results come at once</translation>
+    </message>
+    <message>
+        <source>停止 300 ms 后返回结果</source>
+        <translation>Result 300 ms after a stop</translation>
+    </message>
+    <message>
+        <source>每个结果返回两次</source>
+        <translation>Every result twice</translation>
+    </message>
+    <message>
+        <source>结果写到别的指令</source>
+        <translation>Results of the wrong command</translation>
+    </message>
+    <message>
+        <source>机器人状态延迟 50 ms</source>
+        <translation>Robot state 50 ms late</translation>
+    </message>
+</context>
+<context>
+    <name>app::JogBox</name>
+    <message>
+        <source>基座</source>
+        <translation>Base</translation>
+    </message>
+    <message>
+        <source>工具</source>
+        <translation>Tool</translation>
+    </message>
+    <message>
+        <source>关节</source>
+        <translation>Joints</translation>
+    </message>
+    <message>
+        <source>连续</source>
+        <translation>Hold</translation>
+    </message>
+    <message>
+        <source>步长，mm 或 °；连续：按住时运动</source>
+        <translation>Step in mm or °; Hold: moves as long as a key is held</translation>
+    </message>
+    <message>
+        <source>步长
+mm，°</source>
+        <translation>Step
+mm, °</translation>
+    </message>
+    <message>
+        <source>速度
+mm/s，°/s</source>
+        <translation>Speed
+mm/s, °/s</translation>
     </message>
     <message>
         <source>机器人未上电</source>
@@ -218,23 +310,15 @@
     </message>
     <message>
         <source>超出关节限位</source>
-        <translation>Beyond a joint limit</translation>
+        <translation>Joint limit</translation>
     </message>
     <message>
         <source>程序正在运行</source>
         <translation>A program is running</translation>
     </message>
-    <message>
-        <source>mm</source>
-        <translation>mm</translation>
-    </message>
 </context>
 <context>
     <name>app::KeyBox</name>
-    <message>
-        <source>手柄按键</source>
-        <translation>Pendant keys</translation>
-    </message>
     <message>
         <source>上一个</source>
         <translation>Last</translation>
@@ -255,6 +339,10 @@
         <source>删除</source>
         <translation>Delete</translation>
     </message>
+    <message>
+        <source>短按：选择和插入；按住 3 秒：拖动示教</source>
+        <translation>Short press: select and insert. Held for 3 s: hand guiding</translation>
+    </message>
 </context>
 <context>
     <name>app::NoticeBar</name>
@@ -268,6 +356,17 @@
     </message>
 </context>
 <context>
+    <name>app::Panel</name>
+    <message>
+        <source>路径</source>
+        <translation>Path</translation>
+    </message>
+    <message>
+        <source>信号</source>
+        <translation>Signals</translation>
+    </message>
+</context>
+<context>
     <name>app::PanelWindow</name>
     <message>
         <source>激光焊接操作面板</source>
@@ -276,6 +375,404 @@
     <message>
         <source>模拟单元</source>
         <translation>Simulated cell</translation>
+    </message>
+    <message>
+        <source>路径与信号</source>
+        <translation>Path, signals</translation>
+    </message>
+</context>
+<context>
+    <name>app::PathLegend</name>
+    <message>
+        <source>焊接</source>
+        <translation>Weld</translation>
+    </message>
+    <message>
+        <source>空走</source>
+        <translation>Move</translation>
+    </message>
+    <message>
+        <source>关节运动</source>
+        <translation>Joint move</translation>
+    </message>
+    <message>
+        <source>示教点</source>
+        <translation>Taught point</translation>
+    </message>
+    <message>
+        <source>已焊</source>
+        <translation>Welded</translation>
+    </message>
+    <message>
+        <source>选中行</source>
+        <translation>Selected line</translation>
+    </message>
+    <message>
+        <source>工具</source>
+        <translation>Tool</translation>
+    </message>
+    <message>
+        <source>出光</source>
+        <translation>Laser on</translation>
+    </message>
+    <message>
+        <source>无法运动</source>
+        <translation>Impossible</translation>
+    </message>
+</context>
+<context>
+    <name>app::PathPage</name>
+    <message>
+        <source>全部显示</source>
+        <translation>Show all</translation>
+    </message>
+    <message>
+        <source>清除焊缝</source>
+        <translation>Clear seam</translation>
+    </message>
+    <message>
+        <source>放大</source>
+        <translation>Larger</translation>
+    </message>
+    <message>
+        <source>缩小</source>
+        <translation>Smaller</translation>
+    </message>
+    <message>
+        <source>第 %1 行</source>
+        <translation>Line %1</translation>
+    </message>
+    <message>
+        <source>无法运动</source>
+        <translation>cannot be moved</translation>
+    </message>
+    <message>
+        <source>焊接</source>
+        <translation>weld</translation>
+    </message>
+    <message>
+        <source>空走</source>
+        <translation>dark move</translation>
+    </message>
+    <message>
+        <source>已焊 %1 mm</source>
+        <translation>Welded %1 mm</translation>
+    </message>
+    <message>
+        <source>%1 mm</source>
+        <translation>%1 mm</translation>
+    </message>
+    <message>
+        <source>工位程序</source>
+        <translation>Program of a station</translation>
+    </message>
+    <message>
+        <source>路径起点</source>
+        <translation>the path begins</translation>
+    </message>
+</context>
+<context>
+    <name>app::PathView</name>
+    <message>
+        <source>路径视图</source>
+        <translation>Path view</translation>
+    </message>
+    <message>
+        <source>俯视</source>
+        <translation>From above</translation>
+    </message>
+    <message>
+        <source>侧视</source>
+        <translation>From the side</translation>
+    </message>
+    <message>
+        <source>%1 mm</source>
+        <translation>%1 mm</translation>
+    </message>
+</context>
+<context>
+    <name>app::PendantWindow</name>
+    <message>
+        <source>手控器</source>
+        <translation>Pendant</translation>
+    </message>
+    <message>
+        <source>点动</source>
+        <translation>Jog</translation>
+    </message>
+    <message>
+        <source>末端按键</source>
+        <translation>Tool keys</translation>
+    </message>
+</context>
+<context>
+    <name>app::PostureTable</name>
+    <message>
+        <source>mm</source>
+        <translation>mm</translation>
+    </message>
+</context>
+<context>
+    <name>app::ScopePage</name>
+    <message>
+        <source>保持</source>
+        <translation>Hold</translation>
+    </message>
+    <message>
+        <source>标记</source>
+        <translation>Mark</translation>
+    </message>
+    <message>
+        <source>显示更长时间</source>
+        <translation>Show a longer time</translation>
+    </message>
+    <message>
+        <source>显示更短时间</source>
+        <translation>Show a shorter time</translation>
+    </message>
+    <message>
+        <source>光标到上一个变化</source>
+        <translation>Cursor to the change before</translation>
+    </message>
+    <message>
+        <source>光标到下一个变化</source>
+        <translation>Cursor to the next change</translation>
+    </message>
+    <message>
+        <source>显示的时段</source>
+        <translation>What is shown</translation>
+    </message>
+    <message>
+        <source>上次运行</source>
+        <translation>Last run</translation>
+    </message>
+    <message>
+        <source>全部记录</source>
+        <translation>All recorded</translation>
+    </message>
+    <message>
+        <source>导出</source>
+        <translation>Export</translation>
+    </message>
+    <message>
+        <source>%1 s</source>
+        <translation>%1 s</translation>
+    </message>
+    <message>
+        <source>点击曲线放置光标；右侧为当前值</source>
+        <translation>Tap the curves to place a cursor; values now on the right</translation>
+    </message>
+    <message>
+        <source>光标 %1</source>
+        <translation>Cursor %1</translation>
+    </message>
+    <message>
+        <source>还没有运行过</source>
+        <translation>Nothing has run yet</translation>
+    </message>
+    <message>
+        <source>已写入 %1</source>
+        <translation>%1 written</translation>
+    </message>
+    <message>
+        <source>无法写入文件：%1
+%2</source>
+        <translation>The file cannot be written: %1
+%2</translation>
+    </message>
+</context>
+<context>
+    <name>app::StopBox</name>
+    <message>
+        <source>关</source>
+        <translation>Off</translation>
+    </message>
+    <message>
+        <source>开</source>
+        <translation>On</translation>
+    </message>
+    <message>
+        <source>复位急停</source>
+        <translation>Release</translation>
+    </message>
+    <message>
+        <source>驱动电源</source>
+        <translation>Drive power</translation>
+    </message>
+    <message>
+        <source>收起</source>
+        <translation>Fold</translation>
+    </message>
+    <message>
+        <source>点动、按键</source>
+        <translation>Jog, keys</translation>
+    </message>
+</context>
+<context>
+    <name>app::StopButton</name>
+    <message>
+        <source>急停</source>
+        <translation>STOP</translation>
+    </message>
+    <message>
+        <source>紧急停止</source>
+        <translation>Emergency stop</translation>
+    </message>
+    <message>
+        <source>紧急停止：F12 或 Pause，在任何窗口中有效</source>
+        <translation>Emergency stop: F12 or Pause, in every window</translation>
+    </message>
+    <message>
+        <source>已按下</source>
+        <translation>Pressed</translation>
+    </message>
+</context>
+<context>
+    <name>app::ViewsWindow</name>
+    <message>
+        <source>路径与信号</source>
+        <translation>Path, signals</translation>
+    </message>
+</context>
+<context>
+    <name>app::WhyText</name>
+    <message>
+        <source>机器人正在运动</source>
+        <translation>the robot moves</translation>
+    </message>
+    <message>
+        <source>机器人正在运动到焊缝终点</source>
+        <translation>the robot moves to the end of the seam</translation>
+    </message>
+    <message>
+        <source>焊前送气，剩余 %1</source>
+        <translation>gas flows before the weld, %1 left</translation>
+    </message>
+    <message>
+        <source>激光已打开，机器人停留，剩余 %1</source>
+        <translation>the laser is on, the robot stays, %1 left</translation>
+    </message>
+    <message>
+        <source>激光功率正在下降，剩余 %1</source>
+        <translation>laser power ramps down, %1 left</translation>
+    </message>
+    <message>
+        <source>激光已关闭，延时结束，剩余 %1</source>
+        <translation>the laser is off, end delay, %1 left</translation>
+    </message>
+    <message>
+        <source>焊后送气，剩余 %1</source>
+        <translation>gas flows after the weld, %1 left</translation>
+    </message>
+    <message>
+        <source>延时，剩余 %1</source>
+        <translation>delay, %1 left</translation>
+    </message>
+    <message>
+        <source>工位程序第 %1 行：%2</source>
+        <translation>Station, line %1: %2</translation>
+    </message>
+    <message>
+        <source>第 %1 行：%2</source>
+        <translation>Line %1: %2</translation>
+    </message>
+    <message>
+        <source>工位程序第 %1 行：等待 %2，已等待 %3</source>
+        <translation>Station, line %1 waits for %2, %3</translation>
+    </message>
+    <message>
+        <source>第 %1 行：等待 %2，已等待 %3</source>
+        <translation>Line %1 waits for %2, %3</translation>
+    </message>
+    <message>
+        <source>正在执行</source>
+        <translation>being executed</translation>
+    </message>
+    <message>
+        <source>正在关闭激光、气体和送丝</source>
+        <translation>Laser, gas and wire are being switched off</translation>
+    </message>
+    <message>
+        <source>没有程序在运行</source>
+        <translation>No program runs</translation>
+    </message>
+    <message>
+        <source>驱动未上电</source>
+        <translation>the drives are off</translation>
+    </message>
+    <message>
+        <source>焊接开关已关闭</source>
+        <translation>the Weld switch is off</translation>
+    </message>
+    <message>
+        <source>手动模式下手动焊接开关已关闭</source>
+        <translation>manual mode, and the Hand Weld switch is off</translation>
+    </message>
+    <message>
+        <source>端口“%1”已停用</source>
+        <translation>port &quot;%1&quot; is disabled</translation>
+    </message>
+    <message>
+        <source>允许焊接</source>
+        <translation>Welding is permitted</translation>
+    </message>
+    <message>
+        <source>不能焊接：%1</source>
+        <translation>No welding: %1</translation>
+    </message>
+    <message>
+        <source>、</source>
+        <translation>, </translation>
+    </message>
+    <message>
+        <source>编辑已锁定：没有打开的工程</source>
+        <translation>Editing is locked: no project is open</translation>
+    </message>
+    <message>
+        <source>编辑已锁定：程序正在运行</source>
+        <translation>Editing is locked: a program is running</translation>
+    </message>
+    <message>
+        <source>编辑已锁定：驱动已上电</source>
+        <translation>Editing is locked: the drives are on</translation>
+    </message>
+    <message>
+        <source>%1 毫秒</source>
+        <translation>%1 ms</translation>
+    </message>
+    <message>
+        <source>%1 秒</source>
+        <translation>%1 s</translation>
+    </message>
+    <message>
+        <source>%1 分</source>
+        <translation>%1 min</translation>
+    </message>
+</context>
+<context>
+    <name>app::SpeedBox</name>
+    <message>
+        <source>单元的时间：快速运行时，焊接中的一切比例不变</source>
+        <translation>How fast the cell&#x27;s time goes; faster, nothing in a weld changes its proportion</translation>
+    </message>
+    <message>
+        <source>时间</source>
+        <translation>Time</translation>
+    </message>
+</context>
+<context>
+    <name>app::ProgressView</name>
+    <message>
+        <source>等待输入，之后 %1</source>
+        <translation>waits for an input, then %1</translation>
+    </message>
+    <message>
+        <source>剩余 %1 + 等待输入</source>
+        <translation>%1 left + inputs</translation>
+    </message>
+    <message>
+        <source>剩余 %1</source>
+        <translation>%1 left</translation>
     </message>
 </context>
 </TS>

@@ -129,11 +129,18 @@
     </message>
 </context>
 <context>
-    <name>app::CellStrip</name>
+    <name>Lane</name>
     <message>
-        <source>机器人</source>
-        <translation>Робот</translation>
+        <source>程序运行</source>
+        <translation>Программа идёт</translation>
     </message>
+    <message>
+        <source>激光出光</source>
+        <translation>Луч включён</translation>
+    </message>
+</context>
+<context>
+    <name>app::CellStrip</name>
     <message>
         <source>输入</source>
         <translation>Входы</translation>
@@ -142,17 +149,13 @@
         <source>输出</source>
         <translation>Выходы</translation>
     </message>
+    <message>
+        <source>故障</source>
+        <translation>Сбои</translation>
+    </message>
 </context>
 <context>
     <name>app::DriveBox</name>
-    <message>
-        <source>关</source>
-        <translation>Откл.</translation>
-    </message>
-    <message>
-        <source>开</source>
-        <translation>Вкл.</translation>
-    </message>
     <message>
         <source>自动</source>
         <translation>Авто</translation>
@@ -160,10 +163,6 @@
     <message>
         <source>手动</source>
         <translation>Ручной</translation>
-    </message>
-    <message>
-        <source>电源</source>
-        <translation>Приводы</translation>
     </message>
     <message>
         <source>模式</source>
@@ -195,14 +194,107 @@
     </message>
 </context>
 <context>
-    <name>app::JogBox</name>
+    <name>app::FaultList</name>
     <message>
-        <source>点动</source>
-        <translation>Перемещение</translation>
+        <source>设备故障</source>
+        <translation>Оборудование</translation>
     </message>
     <message>
-        <source>步长 mm/°</source>
-        <translation>Шаг, мм/°</translation>
+        <source>运动故障</source>
+        <translation>Движение</translation>
+    </message>
+    <message>
+        <source>当前或下一个运动出错
+错误码 %1</source>
+        <translation>Ошибка этого или следующего
+движения, код %1</translation>
+    </message>
+    <message>
+        <source>控制器异常</source>
+        <translation>Сбои контроллера</translation>
+    </message>
+    <message>
+        <source>全部恢复正常</source>
+        <translation>Вернуть всё в норму</translation>
+    </message>
+    <message>
+        <source>激光器未就绪</source>
+        <translation>Лазер не готов</translation>
+    </message>
+    <message>
+        <source>激光头故障</source>
+        <translation>Неисправна головка</translation>
+    </message>
+    <message>
+        <source>水冷故障</source>
+        <translation>Неисправен чиллер</translation>
+    </message>
+    <message>
+        <source>气压不足</source>
+        <translation>Низкое давление газа</translation>
+    </message>
+    <message>
+        <source>温度过高</source>
+        <translation>Перегрев</translation>
+    </message>
+    <message>
+        <source>运动结果成批返回</source>
+        <translation>Ответы пачками</translation>
+    </message>
+    <message>
+        <source>运动结果立即返回</source>
+        <translation>Ответ сразу при команде</translation>
+    </message>
+    <message>
+        <source>停止 300 ms 后返回结果</source>
+        <translation>Ответ 300 мс после стопа</translation>
+    </message>
+    <message>
+        <source>每个结果返回两次</source>
+        <translation>Каждый ответ дважды</translation>
+    </message>
+    <message>
+        <source>结果写到别的指令</source>
+        <translation>Ответ не той команды</translation>
+    </message>
+    <message>
+        <source>机器人状态延迟 50 ms</source>
+        <translation>Состояние с задержкой 50 мс</translation>
+    </message>
+</context>
+<context>
+    <name>app::JogBox</name>
+    <message>
+        <source>基座</source>
+        <translation>База</translation>
+    </message>
+    <message>
+        <source>工具</source>
+        <translation>Инструмент</translation>
+    </message>
+    <message>
+        <source>关节</source>
+        <translation>Оси</translation>
+    </message>
+    <message>
+        <source>连续</source>
+        <translation>Непр.</translation>
+    </message>
+    <message>
+        <source>步长，mm 或 °；连续：按住时运动</source>
+        <translation>Шаг в мм или °; «Непр.»: движется, пока нажата кнопка</translation>
+    </message>
+    <message>
+        <source>步长
+mm，°</source>
+        <translation>Шаг
+мм, °</translation>
+    </message>
+    <message>
+        <source>速度
+mm/s，°/s</source>
+        <translation>Скорость
+мм/с, °/с</translation>
     </message>
     <message>
         <source>机器人未上电</source>
@@ -224,17 +316,9 @@
         <source>程序正在运行</source>
         <translation>Программа выполняется</translation>
     </message>
-    <message>
-        <source>mm</source>
-        <translation>мм</translation>
-    </message>
 </context>
 <context>
     <name>app::KeyBox</name>
-    <message>
-        <source>手柄按键</source>
-        <translation>Клавиши пульта</translation>
-    </message>
     <message>
         <source>上一个</source>
         <translation>Назад</translation>
@@ -255,6 +339,10 @@
         <source>删除</source>
         <translation>Удалить</translation>
     </message>
+    <message>
+        <source>短按：选择和插入；按住 3 秒：拖动示教</source>
+        <translation>Коротко: выбор и вставка. Удержание 3 с: ведение рукой</translation>
+    </message>
 </context>
 <context>
     <name>app::NoticeBar</name>
@@ -268,6 +356,17 @@
     </message>
 </context>
 <context>
+    <name>app::Panel</name>
+    <message>
+        <source>路径</source>
+        <translation>Траектория</translation>
+    </message>
+    <message>
+        <source>信号</source>
+        <translation>Сигналы</translation>
+    </message>
+</context>
+<context>
     <name>app::PanelWindow</name>
     <message>
         <source>激光焊接操作面板</source>
@@ -276,6 +375,404 @@
     <message>
         <source>模拟单元</source>
         <translation>Модель ячейки</translation>
+    </message>
+    <message>
+        <source>路径与信号</source>
+        <translation>Путь, сигналы</translation>
+    </message>
+</context>
+<context>
+    <name>app::PathLegend</name>
+    <message>
+        <source>焊接</source>
+        <translation>Сварка</translation>
+    </message>
+    <message>
+        <source>空走</source>
+        <translation>Переход</translation>
+    </message>
+    <message>
+        <source>关节运动</source>
+        <translation>По осям</translation>
+    </message>
+    <message>
+        <source>示教点</source>
+        <translation>Точка</translation>
+    </message>
+    <message>
+        <source>已焊</source>
+        <translation>Сварено</translation>
+    </message>
+    <message>
+        <source>选中行</source>
+        <translation>Выбранная строка</translation>
+    </message>
+    <message>
+        <source>工具</source>
+        <translation>Инструмент</translation>
+    </message>
+    <message>
+        <source>出光</source>
+        <translation>Луч включён</translation>
+    </message>
+    <message>
+        <source>无法运动</source>
+        <translation>Невозможно</translation>
+    </message>
+</context>
+<context>
+    <name>app::PathPage</name>
+    <message>
+        <source>全部显示</source>
+        <translation>Показать всё</translation>
+    </message>
+    <message>
+        <source>清除焊缝</source>
+        <translation>Стереть шов</translation>
+    </message>
+    <message>
+        <source>放大</source>
+        <translation>Крупнее</translation>
+    </message>
+    <message>
+        <source>缩小</source>
+        <translation>Мельче</translation>
+    </message>
+    <message>
+        <source>第 %1 行</source>
+        <translation>Строка %1</translation>
+    </message>
+    <message>
+        <source>无法运动</source>
+        <translation>невозможно выполнить</translation>
+    </message>
+    <message>
+        <source>焊接</source>
+        <translation>сварка</translation>
+    </message>
+    <message>
+        <source>空走</source>
+        <translation>переход</translation>
+    </message>
+    <message>
+        <source>已焊 %1 mm</source>
+        <translation>Сварено %1 мм</translation>
+    </message>
+    <message>
+        <source>%1 mm</source>
+        <translation>%1 мм</translation>
+    </message>
+    <message>
+        <source>工位程序</source>
+        <translation>Программа поста</translation>
+    </message>
+    <message>
+        <source>路径起点</source>
+        <translation>начало траектории</translation>
+    </message>
+</context>
+<context>
+    <name>app::PathView</name>
+    <message>
+        <source>路径视图</source>
+        <translation>Вид траектории</translation>
+    </message>
+    <message>
+        <source>俯视</source>
+        <translation>Вид сверху</translation>
+    </message>
+    <message>
+        <source>侧视</source>
+        <translation>Вид сбоку</translation>
+    </message>
+    <message>
+        <source>%1 mm</source>
+        <translation>%1 мм</translation>
+    </message>
+</context>
+<context>
+    <name>app::PendantWindow</name>
+    <message>
+        <source>手控器</source>
+        <translation>Пульт</translation>
+    </message>
+    <message>
+        <source>点动</source>
+        <translation>Перемещение</translation>
+    </message>
+    <message>
+        <source>末端按键</source>
+        <translation>Кнопки</translation>
+    </message>
+</context>
+<context>
+    <name>app::PostureTable</name>
+    <message>
+        <source>mm</source>
+        <translation>мм</translation>
+    </message>
+</context>
+<context>
+    <name>app::ScopePage</name>
+    <message>
+        <source>保持</source>
+        <translation>Удержать</translation>
+    </message>
+    <message>
+        <source>标记</source>
+        <translation>Метка</translation>
+    </message>
+    <message>
+        <source>显示更长时间</source>
+        <translation>Показать больше времени</translation>
+    </message>
+    <message>
+        <source>显示更短时间</source>
+        <translation>Показать меньше времени</translation>
+    </message>
+    <message>
+        <source>光标到上一个变化</source>
+        <translation>Курсор к предыдущему изменению</translation>
+    </message>
+    <message>
+        <source>光标到下一个变化</source>
+        <translation>Курсор к следующему изменению</translation>
+    </message>
+    <message>
+        <source>显示的时段</source>
+        <translation>Показанное</translation>
+    </message>
+    <message>
+        <source>上次运行</source>
+        <translation>Последний запуск</translation>
+    </message>
+    <message>
+        <source>全部记录</source>
+        <translation>Вся запись</translation>
+    </message>
+    <message>
+        <source>导出</source>
+        <translation>Экспорт</translation>
+    </message>
+    <message>
+        <source>%1 s</source>
+        <translation>%1 с</translation>
+    </message>
+    <message>
+        <source>点击曲线放置光标；右侧为当前值</source>
+        <translation>Коснитесь кривых, чтобы поставить курсор; справа текущие значения</translation>
+    </message>
+    <message>
+        <source>光标 %1</source>
+        <translation>Курсор %1</translation>
+    </message>
+    <message>
+        <source>还没有运行过</source>
+        <translation>Запусков ещё не было</translation>
+    </message>
+    <message>
+        <source>已写入 %1</source>
+        <translation>%1 записан</translation>
+    </message>
+    <message>
+        <source>无法写入文件：%1
+%2</source>
+        <translation>Файл не записать: %1
+%2</translation>
+    </message>
+</context>
+<context>
+    <name>app::StopBox</name>
+    <message>
+        <source>关</source>
+        <translation>Выкл</translation>
+    </message>
+    <message>
+        <source>开</source>
+        <translation>Вкл</translation>
+    </message>
+    <message>
+        <source>复位急停</source>
+        <translation>Отжать</translation>
+    </message>
+    <message>
+        <source>驱动电源</source>
+        <translation>Приводы</translation>
+    </message>
+    <message>
+        <source>收起</source>
+        <translation>Свернуть</translation>
+    </message>
+    <message>
+        <source>点动、按键</source>
+        <translation>Движение</translation>
+    </message>
+</context>
+<context>
+    <name>app::StopButton</name>
+    <message>
+        <source>急停</source>
+        <translation>СТОП</translation>
+    </message>
+    <message>
+        <source>紧急停止</source>
+        <translation>Аварийный останов</translation>
+    </message>
+    <message>
+        <source>紧急停止：F12 或 Pause，在任何窗口中有效</source>
+        <translation>Аварийный останов: F12 или Pause, в любом окне</translation>
+    </message>
+    <message>
+        <source>已按下</source>
+        <translation>Нажат</translation>
+    </message>
+</context>
+<context>
+    <name>app::ViewsWindow</name>
+    <message>
+        <source>路径与信号</source>
+        <translation>Путь, сигналы</translation>
+    </message>
+</context>
+<context>
+    <name>app::WhyText</name>
+    <message>
+        <source>机器人正在运动</source>
+        <translation>робот движется</translation>
+    </message>
+    <message>
+        <source>机器人正在运动到焊缝终点</source>
+        <translation>робот движется к концу шва</translation>
+    </message>
+    <message>
+        <source>焊前送气，剩余 %1</source>
+        <translation>продувка газом до сварки, осталось %1</translation>
+    </message>
+    <message>
+        <source>激光已打开，机器人停留，剩余 %1</source>
+        <translation>лазер включён, робот стоит, осталось %1</translation>
+    </message>
+    <message>
+        <source>激光功率正在下降，剩余 %1</source>
+        <translation>мощность лазера снижается, осталось %1</translation>
+    </message>
+    <message>
+        <source>激光已关闭，延时结束，剩余 %1</source>
+        <translation>лазер выключен, задержка окончания, осталось %1</translation>
+    </message>
+    <message>
+        <source>焊后送气，剩余 %1</source>
+        <translation>продувка газом после сварки, осталось %1</translation>
+    </message>
+    <message>
+        <source>延时，剩余 %1</source>
+        <translation>пауза, осталось %1</translation>
+    </message>
+    <message>
+        <source>工位程序第 %1 行：%2</source>
+        <translation>Пост, строка %1: %2</translation>
+    </message>
+    <message>
+        <source>第 %1 行：%2</source>
+        <translation>Строка %1: %2</translation>
+    </message>
+    <message>
+        <source>工位程序第 %1 行：等待 %2，已等待 %3</source>
+        <translation>Пост, строка %1 ждёт %2, %3</translation>
+    </message>
+    <message>
+        <source>第 %1 行：等待 %2，已等待 %3</source>
+        <translation>Строка %1 ждёт %2, %3</translation>
+    </message>
+    <message>
+        <source>正在执行</source>
+        <translation>выполняется</translation>
+    </message>
+    <message>
+        <source>正在关闭激光、气体和送丝</source>
+        <translation>Лазер, газ и проволока отключаются</translation>
+    </message>
+    <message>
+        <source>没有程序在运行</source>
+        <translation>Программа не выполняется</translation>
+    </message>
+    <message>
+        <source>驱动未上电</source>
+        <translation>приводы выключены</translation>
+    </message>
+    <message>
+        <source>焊接开关已关闭</source>
+        <translation>переключатель «Сварка» выключен</translation>
+    </message>
+    <message>
+        <source>手动模式下手动焊接开关已关闭</source>
+        <translation>ручной режим, а переключатель «Ручная сварка» выключен</translation>
+    </message>
+    <message>
+        <source>端口“%1”已停用</source>
+        <translation>порт «%1» отключён</translation>
+    </message>
+    <message>
+        <source>允许焊接</source>
+        <translation>Сварка разрешена</translation>
+    </message>
+    <message>
+        <source>不能焊接：%1</source>
+        <translation>Сварка невозможна: %1</translation>
+    </message>
+    <message>
+        <source>、</source>
+        <translation>, </translation>
+    </message>
+    <message>
+        <source>编辑已锁定：没有打开的工程</source>
+        <translation>Правка закрыта: проект не открыт</translation>
+    </message>
+    <message>
+        <source>编辑已锁定：程序正在运行</source>
+        <translation>Правка закрыта: программа выполняется</translation>
+    </message>
+    <message>
+        <source>编辑已锁定：驱动已上电</source>
+        <translation>Правка закрыта: приводы включены</translation>
+    </message>
+    <message>
+        <source>%1 毫秒</source>
+        <translation>%1 мс</translation>
+    </message>
+    <message>
+        <source>%1 秒</source>
+        <translation>%1 с</translation>
+    </message>
+    <message>
+        <source>%1 分</source>
+        <translation>%1 мин</translation>
+    </message>
+</context>
+<context>
+    <name>app::SpeedBox</name>
+    <message>
+        <source>单元的时间：快速运行时，焊接中的一切比例不变</source>
+        <translation>Ход времени ячейки: при ускорении пропорции сварки не меняются</translation>
+    </message>
+    <message>
+        <source>时间</source>
+        <translation>Время</translation>
+    </message>
+</context>
+<context>
+    <name>app::ProgressView</name>
+    <message>
+        <source>等待输入，之后 %1</source>
+        <translation>ждёт вход, затем %1</translation>
+    </message>
+    <message>
+        <source>剩余 %1 + 等待输入</source>
+        <translation>осталось %1 + входы</translation>
+    </message>
+    <message>
+        <source>剩余 %1</source>
+        <translation>осталось %1</translation>
     </message>
 </context>
 </TS>

@@ -18,6 +18,7 @@
 #include <QLineEdit>
 #include <QPainter>
 #include <QPushButton>
+#include <QTabBar>
 #include <QThread>
 #include <QTimer>
 
@@ -103,6 +104,7 @@ void Scene::reset(const QSize& size) {
     problem_.clear();
     closeDialogs();
     settle();
+    controller()->setEmergencyStop(false);
     controller()->setPower(false);
     controller()->setMode(QStringLiteral("auto"));
     controller()->setInput(QStringLiteral("DI3"), true);
@@ -184,6 +186,13 @@ void Scene::type(const QString& lineEdit, const QString& text) {
         QApplication::sendEvent(field, &press);
     }
     clock()->advance(kLayoutMs);
+}
+
+void Scene::tab(int index) {
+    if (auto* tabs = find<QTabBar>(QString())) {
+        tabs->setCurrentIndex(index);
+        clock()->advance(kLayoutMs);
+    }
 }
 
 void Scene::accept() {

@@ -40,6 +40,8 @@ public:
     void selectRow(const QString& table, int row);
     /// Replaces what stands in a field.
     void type(const QString& lineEdit, const QString& text);
+    /// Chooses a tab of the newest window that has some.
+    void tab(int index);
     /// Presses the standard button of the newest dialog or message.
     void accept();
     /// Opens a project in the working directory.

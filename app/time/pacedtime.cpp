@@ -17,6 +17,13 @@ constexpr double kLagMs = 200;
 constexpr double kNsPerMs = 1e6;
 constexpr double kExact = 1e-6;  // what rounding may add to a whole number
 
+/// Whether an object's timers are for the eyes alone: tooltips (whose waking is timed by the application)
+/// and the blinking of carets.
+bool isForTheEyes(const QObject* object) {
+    return object == QCoreApplication::instance() || object->inherits("QTipLabel") ||
+           object->inherits("QWidgetLineControl") || object->inherits("QWidgetTextControl");
+}
+
 }  // namespace
 
 PacedTime* PacedTime::install() {
@@ -155,23 +162,29 @@ void PacedTime::unregisterSocketNotifier(QSocketNotifier* notifier) {
 }
 
 void PacedTime::registerTimer(int timerId, int interval, Qt::TimerType type, QObject* object) {
-    timers_.add(timerId, interval, type, object, elapsedMs());
+    if (isForTheEyes(object) && platform())
+        platform_->registerTimer(timerId, interval, type, object);
+    else
+        timers_.add(timerId, interval, type, object, elapsedMs());
 }
 
 bool PacedTime::unregisterTimer(int timerId) {
-    return timers_.remove(timerId);
+    return timers_.remove(timerId) || (platform_ && platform_->unregisterTimer(timerId));
 }
 
 bool PacedTime::unregisterTimers(QObject* object) {
-    return timers_.removeOf(object);
+    const bool any = timers_.removeOf(object);
+    return (platform_ && platform_->unregisterTimers(object)) || any;
 }
 
 QList<QAbstractEventDispatcher::TimerInfo> PacedTime::registeredTimers(QObject* object) const {
-    return timers_.timersOf(object);
+    const QList<TimerInfo> paced = timers_.timersOf(object);
+    return platform_ ? paced + platform_->registeredTimers(object) : paced;
 }
 
 int PacedTime::remainingTime(int timerId) {
-    return timers_.remaining(timerId, elapsedMs());
+    const int paced = timers_.remaining(timerId, elapsedMs());
+    return paced < 0 && platform_ ? platform_->remainingTime(timerId) : paced;
 }
 
 void PacedTime::wakeUp() {

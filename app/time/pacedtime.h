@@ -14,7 +14,8 @@ namespace app {
 
 /// An event dispatcher for the panel: windows, input and sockets as the platform's own serves them, and
 /// every timer of the process, the package's and Qt's own too, on a clock that runs `factor` times as
-/// fast as the wall clock. It is the host's clock as well.
+/// fast as the wall clock. It is the host's clock as well. Tooltips and carets keep the wall clock's time:
+/// they are for the operator, not for the cell.
 ///
 /// A timer fires at its own millisecond of that clock, however late the wall clock has become: the
 /// order and the times of all that timers do are those of a real second, at any factor and on any

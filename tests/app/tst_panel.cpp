@@ -5,7 +5,6 @@
 #include "app/panel.h"
 #include "gantu/bmodule.h"
 #include "gantu/panel.h"
-#include "kord/controllermanager.h"
 #include "kord/kordservice.h"
 #include "mendo/creatormanager.h"
 #include "mendo/log.h"
@@ -31,18 +30,14 @@ private slots:
     void init();
     void packagesPage_isShown();
     void pageRegisteredLater_isReached();
-    void powerAndMode_actOnTheRobot_data();
-    void powerAndMode_actOnTheRobot();
     void input_isSwitched();
     void output_isShown();
     void signal_carriesThePortItIsAssignedTo();
-    void key_isReported_data();
-    void key_isReported();
-    void keyThatGoesAway_isLetGo();
-    void jog_movesTheTool_data();
-    void jog_movesTheTool();
-    void jog_saysWhyNot();
-    void jog_isRefusedWhileTheProgramRuns();
+    void fault_isInjectedAndTakenBack_data();
+    void fault_isInjectedAndTakenBack();
+    void quirk_isInjected();
+    void motionError_isInjected();
+    void value_saysWhetherItIsAFault();
     void damagedFile_isTold();
     void project_isOpenedByThePagesButton();
     void dialog_keepsTheKeyboard_data();
@@ -63,15 +58,6 @@ private:
         QTest::mouseClick(button, Qt::LeftButton);
     }
     QString text(const char* label) const { return find<QLabel>(QLatin1String(label))->text(); }
-    static mendo::ModuleObject* keyNode(const QString& key) {
-        return kord::ControllerManager::cmdItemMobj(QStringLiteral("endtool.keypad.state_change"),
-                                                    QStringLiteral("notify"))
-            ->c(key);
-    }
-    double place(int axis) const {
-        const QString list = axis < 3 ? QStringLiteral("trans") : QStringLiteral("rot");
-        return kordservice()->get(nullptr, QStringLiteral("sys.posture"), list)->c(axis % 3)->getDouble();
-    }
     void settle() {
         sim::VirtualTime::instance()->advanceUntil([this] { return panel_->controller()->standsStill(); },
                                                    10000);
@@ -109,7 +95,6 @@ void AppPanel::init() {
     panel_->controller()->setMode(QStringLiteral("auto"));
     panel_->window()->unfoldStrip(true);
     click(QStringLiteral("cellTab0"));
-    click(QStringLiteral("step1"));
 }
 
 void AppPanel::packagesPage_isShown() {
@@ -153,39 +138,8 @@ void AppPanel::pageRegisteredLater_isReached() {
     QCOMPARE(panel_->window()->pages()->count(), 2);
 }
 
-void AppPanel::powerAndMode_actOnTheRobot_data() {
-    QTest::addColumn<QString>("button");
-    QTest::addColumn<QString>("path");
-    QTest::addColumn<QString>("value");
-    QTest::newRow("off") << "power0"
-                         << "kord.r.power"
-                         << "off";
-    QTest::newRow("on") << "power1"
-                        << "kord.r.power"
-                        << "on";
-    QTest::newRow("manual") << "mode1"
-                            << "kord.r.mode"
-                            << "manual";
-    QTest::newRow("auto") << "mode0"
-                          << "kord.r.mode"
-                          << "auto";
-}
-
-void AppPanel::powerAndMode_actOnTheRobot() {
-    QFETCH(QString, button);
-    QFETCH(QString, path);
-    // From the other state, in which the strip follows the robot.
-    const bool first = button.endsWith(QLatin1Char('0'));
-    panel_->controller()->setPower(first);
-    panel_->controller()->setMode(first ? QStringLiteral("manual") : QStringLiteral("auto"));
-    QVERIFY(!find(button)->isChecked());
-    click(button);
-    QTEST(m(path)->getString(), "value");
-    QVERIFY(find(button)->isChecked());
-}
-
 void AppPanel::input_isSwitched() {
-    click(QStringLiteral("cellTab1"));
+    click(QStringLiteral("cellTab0"));
     auto* input = find<SignalButton>(QStringLiteral("DI3"));
     QVERIFY(input->isVisible());
     QTest::mouseClick(input, Qt::LeftButton);
@@ -196,7 +150,7 @@ void AppPanel::input_isSwitched() {
 }
 
 void AppPanel::output_isShown() {
-    click(QStringLiteral("cellTab2"));
+    click(QStringLiteral("cellTab1"));
     const auto* lamp = find<SignalButton>(QStringLiteral("LUMO_DO.#7"));
     const auto* power = find<SignalButton>(QStringLiteral("LUMO_AO_5"));
     QCOMPARE(lamp->valueText(), QStringLiteral("0"));
@@ -211,116 +165,103 @@ void AppPanel::output_isShown() {
 }
 
 void AppPanel::signal_carriesThePortItIsAssignedTo() {
-    click(QStringLiteral("cellTab2"));
+    click(QStringLiteral("cellTab1"));
     QCOMPARE(find<SignalButton>(QStringLiteral("LUMO_DO.#0"))->label(), QStringLiteral("Gas Enable"));
     m(QStringLiteral("lumo.port.#6.name"))->setValue(this, QStringLiteral("LUMO_DO.#12"));
     click(QStringLiteral("cellTab0"));
-    click(QStringLiteral("cellTab2"));
+    click(QStringLiteral("cellTab1"));
     QVERIFY(find<SignalButton>(QStringLiteral("LUMO_DO.#0"))->label().isEmpty());
     QCOMPARE(find<SignalButton>(QStringLiteral("LUMO_DO.#12"))->label(), QStringLiteral("Gas Enable"));
     m(QStringLiteral("lumo.port.#6.name"))->setValue(this, QStringLiteral("LUMO_DO.#0"));
 }
 
-void AppPanel::key_isReported_data() {
-    QTest::addColumn<QString>("key");
-    for (const char* key : {"next", "last", "center", "enter", "delete"})
-        QTest::newRow(key) << QString::fromLatin1(key);
+void AppPanel::fault_isInjectedAndTakenBack_data() {
+    QTest::addColumn<QString>("fault");
+    QTest::addColumn<QString>("input");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<bool>("dark");
+    const struct {
+        const char* name;
+        const char* text;
+        bool dark;
+    } rows[] = {{"laser", "Laser not ready", true},
+                {"head", "Laser head faulty", true},
+                {"chiller", "Chiller faulty", true},
+                {"gas", "Gas pressure low", false},
+                {"temperature", "Temperature too high", false}};
+    int bit = 0;
+    for (const auto& row : rows)
+        QTest::newRow(row.name) << QString::fromLatin1(row.name) << QStringLiteral("LUMO_DI.#%1").arg(bit++)
+                                << QString::fromLatin1(row.text) << row.dark;
 }
 
-void AppPanel::key_isReported() {
-    QFETCH(QString, key);
-    auto* button = find(QStringLiteral("key_") + key);
-    QTest::mousePress(button, Qt::LeftButton);
-    QCOMPARE(keyNode(key)->getBool(true), false);
-    QTest::mouseRelease(button, Qt::LeftButton);
-    QCOMPARE(keyNode(key)->getBool(false), true);
-    QTest::keyPress(button, Qt::Key_Space);
-    QCOMPARE(keyNode(key)->getBool(true), false);
-    QTest::keyRelease(button, Qt::Key_Space);
-    QCOMPARE(keyNode(key)->getBool(false), true);
+void AppPanel::fault_isInjectedAndTakenBack() {
+    QFETCH(QString, fault);
+    QFETCH(QString, input);
+    QFETCH(QString, text);
+    QFETCH(bool, dark);
+    write("LUMO_DO", 1, 3);
+    write("LUMO_AO_1", 10000, 0);
+    click(QStringLiteral("cellTab2"));
+    const auto* button = find(QStringLiteral("fault_") + fault);
+    click(button->objectName());
+    QCOMPARE(panel_->controller()->input(input), false);
+    QVERIFY2(button->text().startsWith(QStringLiteral("⚠ ") + text), qPrintable(button->text()));
+    QVERIFY2(button->toolTip().startsWith(input + QStringLiteral("  ")), qPrintable(button->toolTip()));
+    QCOMPARE(panel_->controller()->input(QStringLiteral("LUMO_DI.#5")), !dark);
+    QCOMPARE(find(QStringLiteral("cellTab2"))->text(), QStringLiteral("⚠ Faults (1)"));
+    click(QStringLiteral("btnClearFaults"));
+    QCOMPARE(panel_->controller()->input(input), true);
+    QCOMPARE(panel_->controller()->input(QStringLiteral("LUMO_DI.#5")), true);
+    QCOMPARE(find(QStringLiteral("cellTab2"))->text(), QStringLiteral("Faults"));
+    write("LUMO_AO_1", 0, 0);
+    write("LUMO_DO", 0, 3);
 }
 
-void AppPanel::keyThatGoesAway_isLetGo() {
-    QTest::mousePress(find(QStringLiteral("key_next")), Qt::LeftButton);
-    panel_->window()->unfoldStrip(false);
-    QCOMPARE(keyNode(QStringLiteral("next"))->getBool(false), true);
-    panel_->window()->unfoldStrip(true);
-    QTest::mouseRelease(find(QStringLiteral("key_next")), Qt::LeftButton);
-}
-
-void AppPanel::jog_movesTheTool_data() {
-    QTest::addColumn<QString>("step");
-    QTest::addColumn<QString>("key");
-    QTest::addColumn<int>("axis");
-    QTest::addColumn<double>("way");
-    QTest::newRow("x") << "step2"
-                       << "jogX+" << 0 << 0.01;
-    QTest::newRow("y") << "step1"
-                       << "jogY-" << 1 << -0.001;
-    QTest::newRow("z") << "step0"
-                       << "jogZ+" << 2 << 0.0001;
-    QTest::newRow("rx") << "step2"
-                        << "jogRX-" << 3 << -0.17453292;
-    QTest::newRow("ry") << "step1"
-                        << "jogRY+" << 4 << 0.017453292;
-    QTest::newRow("rz") << "step1"
-                        << "jogRZ-" << 5 << -0.017453292;
-}
-
-void AppPanel::jog_movesTheTool() {
-    QFETCH(QString, step);
-    QFETCH(QString, key);
-    QFETCH(int, axis);
-    QFETCH(double, way);
-    const double before = place(axis);
-    click(step);
-    click(key);
-    QCOMPARE(text("lblJogAnswer"), QString());
+void AppPanel::quirk_isInjected() {
+    click(QStringLiteral("cellTab2"));
+    click(QStringLiteral("fault_slowState"));
+    panel_->controller()->jog(sim::JogAxis::X, 0.001);
+    QCOMPARE(m(QStringLiteral("kord.r.state"))->getString(), QStringLiteral("idle"));
+    sim::VirtualTime::instance()->advance(50);
+    QCOMPARE(m(QStringLiteral("kord.r.state"))->getString(), QStringLiteral("moving"));
     settle();
-    QVERIFY2(std::abs(place(axis) - before - way) < 1e-7, qPrintable(QString::number(place(axis) - before)));
-    QString back = key;
-    click(back.replace(key.size() - 1, 1, key.endsWith(QLatin1Char('+')) ? "-" : "+"));
-    settle();
-    QVERIFY(std::abs(place(axis) - before) < 1e-7);
-    QCOMPARE(text("lblX"), QStringLiteral("500.00 mm"));
-    QCOMPARE(text("lblRX"), QStringLiteral("180.00 °"));
+    click(QStringLiteral("fault_slowState"));
+    panel_->controller()->jog(sim::JogAxis::X, -0.001);
+    QCOMPARE(m(QStringLiteral("kord.r.state"))->getString(), QStringLiteral("moving"));
 }
 
-void AppPanel::jog_saysWhyNot() {
-    click(QStringLiteral("step2"));
-    click(QStringLiteral("jogX+"));
-    click(QStringLiteral("jogX+"));
-    QCOMPARE(text("lblJogAnswer"), QStringLiteral("The robot is moving"));
+void AppPanel::motionError_isInjected() {
+    mendo::ModuleObject* result = kordservice()->commandNode(QStringLiteral("move.j"));
+    mendo::ModuleObject arguments(QStringLiteral("tmp"));
+    arguments.append(this, QStringLiteral("point"))
+        ->copyFrom(this, kordservice()->get(nullptr, QStringLiteral("sys.posture"), QStringLiteral("near")));
+    arguments.set(this, QStringLiteral("traj.speed"), 0.1, true);
+    click(QStringLiteral("cellTab2"));
+    click(QStringLiteral("failMotion"));
+    kordservice()->command(this, QStringLiteral("move.j"), &arguments);
+    kordservice()->command(this, QStringLiteral("move.opr.enough"),
+                           static_cast<const mendo::ModuleObject*>(nullptr));
     settle();
-    int steps = 1;
-    for (; steps < 100 && text("lblJogAnswer") != QLatin1String("Out of reach"); ++steps) {
-        click(QStringLiteral("jogX+"));
-        settle();
-    }
-    QVERIFY2(place(0) > 0.9, qPrintable(QString::number(place(0))));
-    QVERIFY(steps < 100);
-    const double farthest = place(0);
-    panel_->controller()->setPower(false);
-    QCOMPARE(text("lblJogAnswer"), QStringLiteral("The drives are off"));
-    click(QStringLiteral("jogX-"));
-    settle();
-    QCOMPARE(place(0), farthest);
-    panel_->controller()->setPower(true);
-    QCOMPARE(text("lblJogAnswer"), QString());
-    QCOMPARE(panel_->controller()->jog(sim::JogAxis::X, 0.5 - farthest), sim::JogAnswer::Moves);
+    QCOMPARE(result->getInt(), -42);
 }
 
-void AppPanel::jog_isRefusedWhileTheProgramRuns() {
-    m(QStringLiteral("lumo.execute.state"))->setValue(this, QStringLiteral("busy"));
-    QVERIFY(!find(QStringLiteral("jogX+"))->isEnabled());
-    QCOMPARE(text("lblJogAnswer"), QStringLiteral("A program is running"));
-    QVERIFY(text("lblProgramState").contains(QLatin1String("Running")));
-    const double before = place(0);
-    click(QStringLiteral("jogX+"));
-    settle();
-    QCOMPARE(place(0), before);
-    m(QStringLiteral("lumo.execute.state"))->setValue(this, QStringLiteral("idle"));
-    QVERIFY(find(QStringLiteral("jogX+"))->isEnabled());
+/// Off is as normal as on, but where the equipment's state is.
+void AppPanel::value_saysWhetherItIsAFault() {
+    click(QStringLiteral("cellTab0"));
+    const auto* state = find<SignalButton>(QStringLiteral("LUMO_DI.#3"));
+    const auto* other = find<SignalButton>(QStringLiteral("LUMO_DI.#6"));
+    QVERIFY(!state->isFault() && !other->isFault());
+    QTest::mouseClick(find(QStringLiteral("LUMO_DI.#3")), Qt::LeftButton);
+    QVERIFY(state->isFault());
+    QTest::mouseClick(find(QStringLiteral("LUMO_DI.#3")), Qt::LeftButton);
+    QVERIFY(!state->isFault());
+    click(QStringLiteral("cellTab1"));
+    const auto* alarm = find<SignalButton>(QStringLiteral("LUMO_DO.#4"));
+    QVERIFY(!alarm->isFault());
+    write("LUMO_DO", 1, 4);
+    QVERIFY(alarm->isFault());
+    write("LUMO_DO", 0, 4);
 }
 
 void AppPanel::damagedFile_isTold() {

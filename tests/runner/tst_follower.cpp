@@ -1,15 +1,15 @@
 #include "mendo/modulemanager.h"
 #include "runner/runwatch.h"
-#include "runner/treefollower.h"
+#include "recording/treefollower.h"
 
 #include <QJsonArray>
 #include <QJsonObject>
 #include <QtTest>
 
 using mendo::ModuleObject;
-using run::Change;
+using rec::Change;
 using run::RunWatch;
-using run::TreeFollower;
+using rec::TreeFollower;
 
 /// Stands in for the package's executor, which is known by its class name.
 class LumoExecutor : public QObject {

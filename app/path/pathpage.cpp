@@ -1,0 +1,174 @@
+#include "app/path/pathpage.h"
+
+#include "app/cell/nodes.h"
+#include "app/path/pathlegend.h"
+#include "app/path/pathview.h"
+#include "app/path/seamtrack.h"
+#include "kord/kordservice.h"
+#include "mendo/modulemanager.h"
+
+#include <QAbstractItemView>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+
+namespace app {
+
+namespace {
+
+constexpr double kMmPerM = 1000;
+constexpr double kZoomStep = 1.5;
+constexpr int kButtonHeight = 48;
+
+QPushButton* makeButton(const QString& name, const QString& text) {
+    auto* button = new QPushButton(text);
+    button->setObjectName(name);
+    button->setMinimumSize(kButtonHeight, kButtonHeight);
+    return button;
+}
+
+QString mm(double metres) {
+    return QString::number(metres * kMmPerM, 'f', 1);
+}
+
+sim::Joints jointsNow() {
+    sim::Joints joints;
+    const mendo::ModuleObject* near = kordservice()->dataNode(QStringLiteral("sys.posture.near"));
+    for (int i = 0; i < near->cmobjCount(); ++i)
+        joints.push_back(near->c(i)->getDouble());
+    return joints;
+}
+
+}  // namespace
+
+PathPage::PathPage(SeamTrack* seams, const PackageFlags& package, QWidget* parent)
+    : QWidget(parent),
+      seams_(seams),
+      package_(package),
+      arm_(kordservice()->dataNode(QStringLiteral("sys.info.joint_num"))->getInt()),
+      view_(new PathView(seams)),
+      selection_(new QLabel),
+      seam_(new QLabel) {
+    selection_->setObjectName(QStringLiteral("lblPathLine"));
+    seam_->setObjectName(QStringLiteral("lblSeam"));
+    auto* line = new QHBoxLayout;
+    line->setContentsMargins(10, 0, 10, 0);
+    line->addWidget(selection_, 1);
+    line->addWidget(seam_);
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 4);
+    column->setSpacing(4);
+    column->addWidget(makeButtons());
+    column->addWidget(view_, 1);
+    column->addLayout(line);
+    column->addWidget(new PathLegend);
+    connect(&program_, &ProgramFollower::changed, this, [this] {
+        if (isVisible())
+            layOut();
+    });
+    connect(&program_, &ProgramFollower::replaced, this, &PathPage::onReplaced);
+    connect(m(node::programState), &mendo::ModuleObject::changed, this, &PathPage::onState);
+    connect(seams, &SeamTrack::changed, this, &PathPage::showSeam);
+    showSeam();
+}
+
+QWidget* PathPage::makeButtons() {
+    auto* bar = new QWidget;
+    auto* row = new QHBoxLayout(bar);
+    row->setContentsMargins(8, 6, 8, 2);
+    QPushButton* const fit = makeButton(QStringLiteral("btnFit"), tr("全部显示"));
+    QPushButton* const larger = makeButton(QStringLiteral("btnLarger"), QStringLiteral("+"));
+    QPushButton* const smaller = makeButton(QStringLiteral("btnSmaller"), QStringLiteral("−"));
+    QPushButton* const clear = makeButton(QStringLiteral("btnClearSeam"), tr("清除焊缝"));
+    larger->setAccessibleName(tr("放大"));
+    smaller->setAccessibleName(tr("缩小"));
+    for (QPushButton* button : {fit, larger, smaller})
+        row->addWidget(button);
+    row->addStretch(1);
+    row->addWidget(clear);
+    connect(fit, &QPushButton::clicked, view_, &PathView::fit);
+    connect(larger, &QPushButton::clicked, view_, [this] { view_->zoom(kZoomStep); });
+    connect(smaller, &QPushButton::clicked, view_, [this] { view_->zoom(1 / kZoomStep); });
+    connect(clear, &QPushButton::clicked, seams_, &SeamTrack::clear);
+    return bar;
+}
+
+void PathPage::followTable(const QAbstractItemView* table) {
+    table_ = table;
+    if (!table)
+        return;
+    connect(table->selectionModel(), &QItemSelectionModel::selectionChanged, this, &PathPage::showSelection);
+    showSelection();
+}
+
+void PathPage::showEvent(QShowEvent* event) {
+    program_.setFollowing(true);
+    layOut();
+    QWidget::showEvent(event);
+}
+
+void PathPage::hideEvent(QHideEvent* event) {
+    program_.setFollowing(false);
+    QWidget::hideEvent(event);
+}
+
+bool PathPage::stationRuns() const {
+    return package_.mode() == PackageFlags::ByStation &&
+           m(node::programState)->getString() == QLatin1String("busy");
+}
+
+void PathPage::layOut() {
+    showsStation_ = stationRuns();
+    const QJsonArray statements =
+        showsStation_ ? m(node::stationProgram)->exportToJson().toArray() : program_.statements();
+    view_->setMoves(layOutPath(statements, arm_, {seams_->tool(), jointsNow()}));
+    showSelection();
+}
+
+void PathPage::onState() {
+    if (isVisible() && showsStation_ != stationRuns())
+        layOut();
+}
+
+/// Seams of another program say nothing about this one.
+void PathPage::onReplaced() {
+    seams_->clear();
+    view_->fit();
+}
+
+void PathPage::showSelection() {
+    QSet<int> lines;
+    if (showsStation_) {
+        view_->setSelected(lines);
+        selection_->setText(tr("工位程序"));
+        return;
+    }
+    if (table_) {
+        const QModelIndexList rows = table_->selectionModel()->selectedIndexes();
+        for (const QModelIndex& row : rows)
+            lines.insert(row.row());
+    }
+    view_->setSelected(lines);
+    QString text;
+    for (const PathMove& move : view_->moves()) {
+        if (lines.size() == 1 && lines.contains(move.line))
+            text = describe(move);
+    }
+    selection_->setText(text);
+}
+
+QString PathPage::describe(const PathMove& move) const {
+    const QString line = tr("第 %1 行").arg(move.line + 1);
+    if (move.impossible)
+        return line + QStringLiteral(": ") + tr("无法运动");
+    if (move.way.size() == 1)
+        return line + QStringLiteral(": ") + tr("路径起点");
+    const QString kind = move.weld ? tr("焊接") : tr("空走");
+    return line + QStringLiteral(": %1, ").arg(kind) + tr("%1 mm").arg(mm(move.length()));
+}
+
+void PathPage::showSeam() {
+    seam_->setText(tr("已焊 %1 mm").arg(mm(seams_->length())));
+}
+
+}  // namespace app

@@ -1,0 +1,56 @@
+#pragma once
+
+#include "app/path/programfollower.h"
+#include "app/why/packageflags.h"
+#include "simulator/arm.h"
+
+#include <QPointer>
+#include <QWidget>
+
+class QAbstractItemView;
+class QLabel;
+
+namespace app {
+
+class PathView;
+class SeamTrack;
+struct PathMove;
+
+/// The path of the program that is edited, or of a station's while it runs, with what is welded of it: the
+/// view, its buttons, its legend, and a line about the selected statement. Only reads.
+class PathPage : public QWidget {
+    Q_OBJECT
+public:
+    /// The package's page has been made. `seams` must outlive it.
+    PathPage(SeamTrack* seams, const PackageFlags& package, QWidget* parent = nullptr);
+
+    /// The table of the program, whose selected rows are shown; may be null.
+    void followTable(const QAbstractItemView* table);
+    PathView* view() const { return view_; }
+
+protected:
+    void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+
+private:
+    QWidget* makeButtons();
+    bool stationRuns() const;
+    void layOut();
+    void onState();
+    void showSelection();
+    void showSeam();
+    void onReplaced();
+    QString describe(const PathMove& move) const;
+
+    SeamTrack* seams_;
+    PackageFlags package_;
+    ProgramFollower program_;
+    sim::Arm arm_;
+    QPointer<const QAbstractItemView> table_;
+    PathView* view_;
+    QLabel* selection_;
+    QLabel* seam_;
+    bool showsStation_ = false;
+};
+
+}  // namespace app

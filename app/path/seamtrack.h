@@ -1,0 +1,62 @@
+#pragma once
+
+#include "app/path/polyline.h"
+
+#include <QObject>
+
+#include <deque>
+
+namespace rec {
+class TreeFollower;
+struct Change;
+}  // namespace rec
+namespace sim {
+class Cell;
+class Controller;
+}  // namespace sim
+
+namespace app {
+
+/// The seams that the laser has made: where the tool went while it emitted. Of very long ones the
+/// last part is kept.
+class SeamTrack : public QObject {
+    Q_OBJECT
+public:
+    static constexpr int kPiecePlaces = 1000;
+    static constexpr int kMostPieces = 100;
+
+    /// All must outlive it. The follower hears of a run before the executor begins it.
+    SeamTrack(sim::Controller* controller, sim::Cell* cell, rec::TreeFollower* follower,
+              QObject* parent = nullptr);
+
+    /// Where the tool is now.
+    const Place& tool() const { return tool_; }
+    bool emitting() const { return emitting_; }
+    /// Of at most kPiecePlaces places each.
+    const std::deque<Polyline>& pieces() const { return pieces_; }
+    /// Of all since clear(), metres.
+    double length() const { return length_; }
+    void clear();
+
+signals:
+    /// Tool, laser or seam are not what they were.
+    void changed();
+
+private:
+    void onTree(const rec::Change& change);
+    void onEmitting(bool on);
+    void onMoved();
+    void begin();
+    void append();
+
+    Place tool_;
+    bool emitting_;
+    bool fromTheStart_ = false;  ///< a run from the first line was asked for
+    std::deque<Polyline> pieces_;
+    double length_ = 0;
+};
+
+/// Where the controller says that the tool is.
+Place toolPlace();
+
+}  // namespace app

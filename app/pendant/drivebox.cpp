@@ -1,0 +1,60 @@
+#include "app/pendant/drivebox.h"
+
+#include "app/cell/choice.h"
+#include "app/cell/nodes.h"
+#include "mendo/modulemanager.h"
+#include "simulator/controller.h"
+
+#include <QGridLayout>
+#include <QLabel>
+
+namespace app {
+
+namespace {
+
+const char* const kModes[] = {"auto", "manual"};
+
+QLabel* stateLabel(const QString& name) {
+    auto* label = new QLabel;
+    label->setObjectName(name);
+    label->setAlignment(Qt::AlignCenter);
+    return label;
+}
+
+/// Whether a state node says that something is under way, which `busy` puts in words.
+void showState(QLabel* label, const QString& path, const QString& busy, const QString& idle) {
+    const bool isIdle = m(path)->getString() == QLatin1String("idle");
+    label->setText(isIdle ? idle : QStringLiteral("▶ ") + busy);
+}
+
+}  // namespace
+
+DriveBox::DriveBox(sim::Controller* controller, QWidget* parent)
+    : QWidget(parent),
+      mode_(new Choice(QStringLiteral("mode"), {tr("自动"), tr("手动")})),
+      robot_(stateLabel(QStringLiteral("lblRobotState"))),
+      program_(stateLabel(QStringLiteral("lblProgramState"))) {
+    auto* grid = new QGridLayout(this);
+    grid->setContentsMargins(0, 0, 0, 0);
+    grid->setVerticalSpacing(2);
+    grid->setColumnStretch(1, 1);
+    const QString captions[] = {tr("模式"), tr("机器人"), tr("程序")};
+    QWidget* const widgets[] = {mode_, robot_, program_};
+    for (int row = 0; row < 3; ++row) {
+        grid->addWidget(new QLabel(captions[row]), row, 0);
+        grid->addWidget(widgets[row], row, 1);
+    }
+    connect(mode_, &Choice::asked, this,
+            [controller](int index) { controller->setMode(QLatin1String(kModes[index])); });
+    for (const QString& path : {node::mode, node::robotState, node::programState})
+        connect(m(path), &mendo::ModuleObject::changed, this, &DriveBox::refresh);
+    refresh();
+}
+
+void DriveBox::refresh() {
+    mode_->setCurrent(m(node::mode)->getString() == QLatin1String(kModes[0]) ? 0 : 1);
+    showState(robot_, node::robotState, tr("运动中"), tr("静止"));
+    showState(program_, node::programState, tr("运行中"), tr("空闲"));
+}
+
+}  // namespace app

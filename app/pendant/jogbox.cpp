@@ -1,0 +1,130 @@
+#include "app/pendant/jogbox.h"
+
+#include "app/cell/choice.h"
+#include "app/cell/nodes.h"
+#include "app/pendant/jogkeys.h"
+#include "app/pendant/posturetable.h"
+#include "mendo/modulemanager.h"
+#include "simulator/controller.h"
+
+#include <QGridLayout>
+#include <QLabel>
+
+namespace app {
+
+namespace {
+
+const sim::JogFrame kFrames[] = {sim::JogFrame::Base, sim::JogFrame::Tool, sim::JogFrame::Joint};
+constexpr int kHeld = 0;                      // of the steps
+constexpr double kSteps[] = {0, 0.1, 1, 10};  // millimetres or degrees
+constexpr double kSpeeds[] = {2, 10, 50};     // millimetres or degrees a second
+
+}  // namespace
+
+JogBox::JogBox(sim::Controller* controller, QWidget* parent)
+    : QWidget(parent),
+      controller_(controller),
+      frame_(new Choice(QStringLiteral("jogFrame"), {tr("基座"), tr("工具"), tr("关节")})),
+      step_(new Choice(QStringLiteral("step"),
+                       {tr("连续"), QStringLiteral("0.1"), QStringLiteral("1"), QStringLiteral("10")})),
+      speed_(new Choice(QStringLiteral("speed"),
+                        {QStringLiteral("2"), QStringLiteral("10"), QStringLiteral("50")})),
+      posture_(new PostureTable),
+      keys_(new JogKeys),
+      answer_(new QLabel) {
+    answer_->setObjectName(QStringLiteral("lblJogAnswer"));
+    answer_->setWordWrap(true);
+    step_->setToolTip(tr("步长，mm 或 °；连续：按住时运动"));
+    auto* grid = new QGridLayout(this);
+    grid->setContentsMargins(0, 0, 0, 0);
+    grid->setSpacing(4);
+    grid->setColumnStretch(1, 1);
+    grid->addWidget(frame_, 0, 0, 1, 2);
+    grid->addWidget(new QLabel(tr("步长\nmm，°")), 1, 0);
+    grid->addWidget(step_, 1, 1);
+    grid->addWidget(new QLabel(tr("速度\nmm/s，°/s")), 2, 0);
+    grid->addWidget(speed_, 2, 1);
+    grid->addWidget(posture_, 3, 0, 1, 2);
+    grid->addWidget(keys_, 4, 0, 1, 2);
+    grid->addWidget(answer_, 5, 0, 1, 2);
+    speed_->setCurrent(1);
+    connect(frame_, &Choice::asked, this, [this](int index) {
+        frame_->setCurrent(index);
+        refreshFrame();
+    });
+    for (Choice* choice : {step_, speed_}) {
+        connect(choice, &Choice::asked, keys_, &JogKeys::letGo);
+        connect(choice, &Choice::asked, choice, &Choice::setCurrent);
+    }
+    connect(keys_, &JogKeys::held, this, &JogBox::onHeld);
+    connect(m(node::mode), &mendo::ModuleObject::changed, this, &JogBox::endJog);
+    for (const QString& path : {node::power, node::programState})
+        connect(m(path), &mendo::ModuleObject::changed, this, &JogBox::refreshKeys);
+    refreshFrame();
+    refreshKeys();
+}
+
+void JogBox::onHeld(int axis, int direction, bool on) {
+    if (!on) {
+        if (step_->current() == kHeld)
+            controller_->stopJog();
+        return;
+    }
+    QString text = obstacle();
+    if (text.isEmpty()) {
+        const sim::JogFrame frame = kFrames[frame_->current()];
+        const double unit = jogUnit(frame, axis);
+        const bool held = step_->current() == kHeld;
+        const double way = held ? 1 : kSteps[step_->current()];
+        const sim::JogMove move{frame, axis, direction * way * unit, kSpeeds[speed_->current()] * unit};
+        text = reason(held ? controller_->jogOn(move) : controller_->jog(move));
+    }
+    answer_->setText(text);
+}
+
+/// Why the robot does not move; empty when it does.
+QString JogBox::reason(sim::JogAnswer answer) {
+    switch (answer) {
+        case sim::JogAnswer::Moves:
+            break;
+        case sim::JogAnswer::DriveOff:
+            return tr("机器人未上电");
+        case sim::JogAnswer::Moving:
+            return tr("机器人正在运动");
+        case sim::JogAnswer::OutOfReach:
+            return tr("超出工作范围");
+        case sim::JogAnswer::JointLimit:
+            return tr("超出关节限位");
+    }
+    return {};
+}
+
+/// Why the robot cannot be jogged now; empty when it can.
+QString JogBox::obstacle() const {
+    if (m(node::power)->getString() != QLatin1String("on"))
+        return tr("机器人未上电");
+    if (m(node::programState)->getString() != QLatin1String("idle"))
+        return tr("程序正在运行");
+    return {};
+}
+
+void JogBox::endJog() {
+    keys_->letGo();
+    controller_->stopJog();
+}
+
+void JogBox::refreshFrame() {
+    const sim::JogFrame frame = kFrames[frame_->current()];
+    keys_->setFrame(frame);
+    posture_->showJoints(frame == sim::JogFrame::Joint);
+}
+
+void JogBox::refreshKeys() {
+    const QString text = obstacle();
+    if (!text.isEmpty())
+        keys_->letGo();
+    keys_->setEnabled(text.isEmpty());
+    answer_->setText(text);
+}
+
+}  // namespace app

@@ -1,0 +1,64 @@
+#include "app/pendant/keybox.h"
+
+#include "app/pendant/holdbutton.h"
+#include "simulator/controller.h"
+
+#include <QCoreApplication>
+#include <QGridLayout>
+#include <QKeyEvent>
+#include <QLabel>
+
+namespace app {
+
+namespace {
+
+constexpr int kColumns = 2;
+
+}  // namespace
+
+KeyBox::KeyBox(sim::Controller* controller, QWidget* parent) : QWidget(parent) {
+    const struct {
+        const char* name;
+        QString text;
+    } keys[] = {{"last", tr("上一个")},
+                {"next", tr("下一个")},
+                {"center", tr("中间")},
+                {"enter", tr("确认")},
+                {"delete", tr("删除")}};
+    auto* grid = new QGridLayout(this);
+    grid->setContentsMargins(0, 0, 0, 0);
+    grid->setSpacing(4);
+    int index = 0;
+    for (const auto& key : keys) {
+        const QString name = QLatin1String(key.name);
+        auto* button = new HoldButton(QStringLiteral("%1\nF%2").arg(key.text).arg(index + 1));
+        button->setObjectName(QStringLiteral("key_") + name);
+        grid->addWidget(button, index / kColumns, index % kColumns);
+        byFunctionKey_.insert(Qt::Key_F1 + index, button);
+        ++index;
+        // The tool's node is false while a key is down.
+        connect(button, &HoldButton::held, controller,
+                [controller, name](bool down) { controller->reportKey(name, !down); });
+    }
+    auto* hint = new QLabel(tr("短按：选择和插入；按住 3 秒：拖动示教"));
+    hint->setWordWrap(true);
+    grid->addWidget(hint, grid->rowCount(), 0, 1, kColumns);
+    grid->setRowStretch(grid->rowCount(), 1);
+    QCoreApplication::instance()->installEventFilter(this);
+}
+
+bool KeyBox::eventFilter(QObject*, QEvent* event) {
+    if (event->type() != QEvent::KeyPress && event->type() != QEvent::KeyRelease)
+        return false;
+    const auto* keyEvent = static_cast<QKeyEvent*>(event);
+    HoldButton* button = byFunctionKey_.value(keyEvent->key());
+    if (!button || keyEvent->modifiers() != Qt::NoModifier)
+        return false;
+    if (!keyEvent->isAutoRepeat() && event->type() == QEvent::KeyPress)
+        button->hold();
+    else if (!keyEvent->isAutoRepeat())
+        button->letGo();
+    return true;
+}
+
+}  // namespace app

@@ -1,0 +1,171 @@
+#include "app/pendant/pendantwindow.h"
+
+#include "app/cell/choice.h"
+#include "app/look.h"
+#include "app/pendant/dialogguard.h"
+#include "app/pendant/drivebox.h"
+#include "app/pendant/jogbox.h"
+#include "app/pendant/keybox.h"
+#include "app/pendant/placement.h"
+#include "app/pendant/stopbox.h"
+#include "app/preferences.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QScreen>
+#include <QShortcut>
+#include <QStackedWidget>
+#include <QTimer>
+#include <QVBoxLayout>
+#include <QWindow>
+
+namespace app {
+
+namespace {
+
+constexpr int kFoldedWidth = 108;  // as wide as the column of the pages' buttons
+constexpr int kWidth = 300;
+constexpr int kTitle = 30;  // what a window manager adds, before it is known
+constexpr int kByHand = 60;
+constexpr int kLastLine = 48;  // the panel's, which says what it waits for
+
+}  // namespace
+
+PendantWindow::PendantWindow(sim::Controller* controller)
+    : QWidget(nullptr, Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowStaysOnTopHint |
+                           Qt::WindowDoesNotAcceptFocus),
+      stop_(new StopBox(controller)),
+      rest_(makeRest(controller)) {
+    setObjectName(QStringLiteral("pendant"));
+    setWindowTitle(tr("手控器"));
+    setAttribute(Qt::WA_ShowWithoutActivating);
+    setAttribute(Qt::WA_AlwaysShowToolTips);
+    setAttribute(Qt::WA_QuitOnClose, false);
+    setAttribute(Qt::WA_StyledBackground);
+    setStyleSheet(frameStyle());
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(2, 2, 2, 2);
+    column->setSpacing(6);
+    column->addWidget(stop_);
+    column->addWidget(rest_, 1);
+    auto* keyboard = new QShortcut(Qt::Key_F9, this);
+    keyboard->setContext(Qt::ApplicationShortcut);
+    connect(keyboard, &QShortcut::activated, this, &PendantWindow::passKeyboard);
+    connect(stop_, &StopBox::foldAsked, this, [this] { setUnfolded(!isUnfolded()); });
+    new DialogGuard(this);
+    setUnfolded(true);
+}
+
+QWidget* PendantWindow::makeRest(sim::Controller* controller) {
+    auto* tabs = new Choice(QStringLiteral("pendantTab"), {tr("点动"), tr("末端按键")});
+    auto* pages = new QStackedWidget;
+    pages->addWidget(new JogBox(controller));
+    pages->addWidget(new KeyBox(controller));
+    connect(tabs, &Choice::asked, pages, [tabs, pages](int index) {
+        tabs->setCurrent(index);
+        pages->setCurrentIndex(index);
+    });
+    auto* rest = new QWidget;
+    auto* column = new QVBoxLayout(rest);
+    column->setContentsMargins(4, 0, 4, 4);
+    column->setSpacing(4);
+    column->addWidget(new DriveBox(controller));
+    column->addWidget(tabs);
+    column->addWidget(pages, 1);
+    return rest;
+}
+
+void PendantWindow::showBeside(const QRect& panel) {
+    const QRect room = screen()->availableGeometry();
+    const auto remembered = Preferences::pendantPlace();
+    const auto beside = cornerBeside(panel, size() + QSize(0, kTitle), room);
+    if (remembered && QGuiApplication::screenAt(*remembered)) {
+        setUnfolded(Preferences::pendantUnfolded());
+        move(*remembered);
+    } else if (beside) {
+        move(*beside);
+    } else {
+        setUnfolded(false);
+        move(room.x(), room.y() + room.height() - height() - kTitle - kLastLine);
+    }
+    placed_ = pos();
+    show();
+    QTimer::singleShot(0, this, &PendantWindow::keepOnScreen);
+}
+
+void PendantWindow::setUnfolded(bool unfolded) {
+    const QRect before = frameGeometry();
+    const QRect room = screen()->availableGeometry();
+    const bool atBottom = before.bottom() > room.bottom() - kByHand;
+    const bool atRight = before.right() > room.right() - kByHand;
+    rest_->setVisible(unfolded);
+    stop_->setUnfolded(unfolded);
+    setFixedWidth(unfolded ? kWidth : kFoldedWidth);
+    layout()->invalidate();
+    setFixedHeight(layout()->sizeHint().height());
+    if (!isVisible())
+        return;
+    // It grows from the corner that it stands in.
+    const QSize grown(width() - before.width(),
+                      height() + frameGeometry().height() - geometry().height() - before.height());
+    const bool byHand = (pos() - placed_).manhattanLength() > kByHand;
+    move(pos() - QPoint(atRight ? grown.width() : 0, atBottom ? grown.height() : 0));
+    keepOnScreen();
+    if (byHand)
+        Preferences::rememberPendant(pos(), unfolded);
+    else
+        placed_ = pos();
+}
+
+bool PendantWindow::isUnfolded() const {
+    return !rest_->isHidden();
+}
+
+QRect PendantWindow::stopGeometry() const {
+    return QRect(stop_->mapToGlobal(QPoint()), stop_->size());
+}
+
+void PendantWindow::keepOnScreen() {
+    const QRect frame = frameGeometry();
+    const QRect kept = movedInto(frame, screen()->availableGeometry());
+    if (kept != frame)
+        move(pos() + kept.topLeft() - frame.topLeft());
+}
+
+void PendantWindow::passKeyboard() {
+    if (isActiveWindow()) {
+        QWidget* const dialog = QApplication::activeModalWidget();
+        if (QWindow* window = dialog ? dialog->windowHandle() : before_.data())
+            window->requestActivate();
+        return;
+    }
+    before_ = QGuiApplication::focusWindow();
+    windowHandle()->setFlag(Qt::WindowDoesNotAcceptFocus, false);
+    activateWindow();
+    if (!focusWidget())
+        focusNextChild();
+}
+
+bool PendantWindow::event(QEvent* event) {
+    if (event->type() == QEvent::WindowDeactivate && windowHandle())
+        windowHandle()->setFlag(Qt::WindowDoesNotAcceptFocus, true);
+    return QWidget::event(event);
+}
+
+void PendantWindow::moveEvent(QMoveEvent* event) {
+    QWidget::moveEvent(event);
+    if (event->spontaneous() && isVisible() && (pos() - placed_).manhattanLength() > kByHand)
+        Preferences::rememberPendant(pos(), isUnfolded());
+}
+
+void PendantWindow::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::WindowStateChange && isMinimized())
+        QTimer::singleShot(0, this, &QWidget::showNormal);
+}
+
+void PendantWindow::closeEvent(QCloseEvent* event) {
+    event->setAccepted(!event->spontaneous());
+}
+
+}  // namespace app

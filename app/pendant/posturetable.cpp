@@ -1,0 +1,69 @@
+#include "app/pendant/posturetable.h"
+
+#include "app/cell/nodes.h"
+#include "app/pendant/jogkeys.h"
+#include "kord/kordservice.h"
+#include "mendo/moduleobject.h"
+
+#include <QGridLayout>
+#include <QLabel>
+
+#include <cmath>
+
+namespace app {
+
+namespace {
+
+constexpr int kRows = 3;
+constexpr int kBetween = 10;  // pixels
+
+/// Two decimals, without a sign before nought.
+QString shown(double value) {
+    const double rounded = std::round(value * 100) / 100;
+    return QString::number(rounded == 0 ? 0 : rounded, 'f', 2);
+}
+
+}  // namespace
+
+PostureTable::PostureTable(QWidget* parent) : QWidget(parent) {
+    auto* grid = new QGridLayout(this);
+    grid->setContentsMargins(0, 0, 0, 0);
+    grid->setVerticalSpacing(2);
+    for (int axis = 0; axis < int(values_.size()); ++axis) {
+        auto* value = new QLabel;
+        value->setObjectName(QStringLiteral("lblPosture%1").arg(axis));
+        value->setAlignment(Qt::AlignRight);
+        const int column = axis < kRows ? 0 : 3;
+        names_[size_t(axis)] = new QLabel;
+        values_[size_t(axis)] = value;
+        grid->addWidget(names_[size_t(axis)], axis % kRows, column);
+        grid->addWidget(value, axis % kRows, column + 1);
+        grid->setColumnStretch(column + 1, 1);
+    }
+    grid->setColumnMinimumWidth(2, kBetween);
+    connect(kordservice()->dataNode(node::posture), &mendo::ModuleObject::changed, this,
+            &PostureTable::refresh);
+    refresh();
+}
+
+void PostureTable::showJoints(bool joints) {
+    joints_ = joints;
+    refresh();
+}
+
+void PostureTable::refresh() {
+    const mendo::ModuleObject* posture = kordservice()->dataNode(node::posture);
+    const auto frame = joints_ ? sim::JogFrame::Joint : sim::JogFrame::Base;
+    for (int axis = 0; axis < int(values_.size()); ++axis) {
+        const bool length = !joints_ && axis < kRows;
+        const QString list = joints_  ? QStringLiteral("near")
+                             : length ? QStringLiteral("trans")
+                                      : QStringLiteral("rot");
+        const double value = posture->c(list)->c(joints_ ? axis : axis % kRows)->getDouble();
+        names_[size_t(axis)]->setText(jogAxisName(frame, axis));
+        values_[size_t(axis)]->setText(shown(value / jogUnit(frame, axis)) + QLatin1Char(' ') +
+                                       (length ? tr("mm") : QStringLiteral("°")));
+    }
+}
+
+}  // namespace app

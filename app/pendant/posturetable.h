@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QWidget>
+
+#include <array>
+
+class QLabel;
+
+namespace app {
+
+/// Where the tool is, or how the joints stand, as the robot service tells it: millimetres and degrees.
+class PostureTable : public QWidget {
+    Q_OBJECT
+public:
+    explicit PostureTable(QWidget* parent = nullptr);
+
+    void showJoints(bool joints);
+
+private:
+    void refresh();
+
+    bool joints_ = false;
+    std::array<QLabel*, 6> names_{}, values_{};
+};
+
+}  // namespace app

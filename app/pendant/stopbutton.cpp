@@ -1,0 +1,74 @@
+#include "app/pendant/stopbutton.h"
+
+#include <QPainter>
+#include <QPainterPath>
+
+namespace app {
+
+namespace {
+
+const QColor kPlate(0xff, 0xd1, 0x00);
+const QColor kRed(0xd4, 0x1f, 0x1f);
+const QColor kDeep(0x94, 0x12, 0x12);
+const QColor kFocus(0x1d, 0x4f, 0x91);
+
+constexpr double kOut = 4, kIn = 9;  // from the plate's edge to the mushroom's
+constexpr int kTextPx = 19;
+constexpr int kKeyPx = 13;
+
+}  // namespace
+
+StopButton::StopButton(QWidget* parent) : QAbstractButton(parent) {
+    setObjectName(QStringLiteral("btnStop"));
+    setFixedSize(kSide, kSide);
+    setFocusPolicy(Qt::TabFocus);
+    setText(tr("急停"));
+    setAccessibleName(tr("紧急停止"));
+    setToolTip(tr("紧急停止：F12 或 Pause，在任何窗口中有效"));
+}
+
+void StopButton::setLatched(bool latched) {
+    latched_ = latched;
+    setAccessibleDescription(latched ? tr("已按下") : QString());
+    update();
+}
+
+void StopButton::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.fillRect(rect(), kPlate);
+    const double edge = latched_ || isDown() ? kIn : kOut;
+    const QRectF head = QRectF(rect()).adjusted(edge, edge, -edge, -edge);
+    painter.setPen(QPen(hasFocus() ? kFocus : kDeep, hasFocus() ? 4 : 2));
+    painter.setBrush(latched_ ? kDeep : kRed);
+    painter.drawEllipse(head);
+    if (latched_)
+        paintArrows(&painter, head.adjusted(7, 7, -7, -7));
+    painter.setPen(Qt::white);
+    QFont bold = font();
+    bold.setBold(true);
+    bold.setPixelSize(kTextPx);
+    painter.setFont(bold);
+    const QRectF text(0, 0, width(), height());
+    painter.drawText(text.adjusted(0, -10, 0, -10), Qt::AlignCenter, this->text());
+    bold.setPixelSize(kKeyPx);
+    painter.setFont(bold);
+    painter.drawText(text.adjusted(0, 18, 0, 18), Qt::AlignCenter, QStringLiteral("F12"));
+}
+
+/// Turned to the right it comes out again.
+void StopButton::paintArrows(QPainter* painter, const QRectF& place) const {
+    painter->setPen(QPen(Qt::white, 2));
+    painter->setBrush(Qt::white);
+    constexpr int kWhole = 16;  // of a degree
+    for (const int top : {70, 250}) {
+        painter->drawArc(place, top * kWhole, 40 * kWhole);
+        const QPointF tip(place.center().x() + (top < 90 ? 10 : -10),
+                          top < 90 ? place.top() + 2 : place.bottom() - 2);
+        const double ahead = top < 90 ? 5 : -5;
+        painter->drawPolygon(
+            QPolygonF({tip + QPointF(ahead, 0), tip - QPointF(ahead / 2, 4), tip + QPointF(-ahead / 2, 4)}));
+    }
+}
+
+}  // namespace app

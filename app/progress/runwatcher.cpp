@@ -1,0 +1,114 @@
+#include "app/progress/runwatcher.h"
+
+#include "app/cell/nodes.h"
+#include "app/why/whywatch.h"
+#include "kord/kordservice.h"
+#include "mendo/clock.h"
+#include "mendo/modulemanager.h"
+
+namespace app {
+
+using mendo::ModuleObject;
+
+namespace {
+
+constexpr int kTickMs = 200;
+constexpr int kLinesAtOnce = 40;  // some 20 ms
+
+qint64 nowMs() {
+    return mendo::Clock::current().elapsedMs();
+}
+
+std::array<double, 3> tripleAt(const ModuleObject* list) {
+    return {list->c(0)->getDouble(), list->c(1)->getDouble(), list->c(2)->getDouble()};
+}
+
+sim::MotionPlan::Stand standNow() {
+    const ModuleObject* posture = kordservice()->dataNode(node::posture);
+    sim::MotionPlan::Stand stand;
+    stand.pose = {tripleAt(posture->c(QStringLiteral("trans"))), tripleAt(posture->c(QStringLiteral("rot")))};
+    const QList<ModuleObject*> joints = posture->c(QStringLiteral("near"))->cmobjs();
+    for (const ModuleObject* joint : joints)
+        stand.joints.push_back(joint->getDouble());
+    return stand;
+}
+
+}  // namespace
+
+RunWatcher::RunWatcher(const PackageFlags& package, QObject* parent) : QObject(parent), package_(package) {
+    tick_.setInterval(kTickMs);
+    connect(&idle_, &QTimer::timeout, this, &RunWatcher::estimate);
+    connect(&tick_, &QTimer::timeout, this, &RunWatcher::advanced);
+    connect(m(node::programState), &ModuleObject::changed, this, &RunWatcher::onState);
+    connect(m(node::currentLine), &ModuleObject::changed, this, &RunWatcher::onLine);
+}
+
+qint64 RunWatcher::goneMs() const {
+    return nowMs() - begunMs_;
+}
+
+std::optional<RunProgress::View> RunWatcher::view() const {
+    return progress_ ? std::optional<RunProgress::View>(progress_->at(nowMs())) : std::nullopt;
+}
+
+void RunWatcher::onState() {
+    const bool running = m(node::programState)->getString() == QLatin1String("busy");
+    if (running == running_)
+        return;
+    running_ = running;
+    if (running) {
+        begin();
+        tick_.start();
+        emit begun();
+    } else {
+        tick_.stop();
+        idle_.stop();
+        emit ended();
+    }
+}
+
+void RunWatcher::begin() {
+    const int mode = package_.mode();
+    RunStart start;
+    start.step = mode == PackageFlags::SingleStep;
+    start.line = m(start.step ? node::onceTrigger : node::startTrigger)->getInt();
+    start.stand = standNow();
+    start.permitted = readSwitches().isSwitchedOn();
+    start.weldOpen = mode == PackageFlags::ByHand && m(node::weldOpen)->getBool(false);
+    start.set = m(node::currentSet)->getInt();
+    start.defaultZoneM = kordservice()->dataNode(QStringLiteral("move.default_zone"))->getDouble();
+    const ModuleObject* program = m(mode == PackageFlags::ByStation ? node::stationProgram : node::program);
+    startLine_ = line_ = start.line;
+    begunMs_ = lineBegunMs_ = nowMs();
+    progress_.reset();
+    estimate_.reset();
+    arm_ =
+        std::make_unique<sim::Arm>(kordservice()->dataNode(QStringLiteral("sys.info.joint_num"))->getInt());
+    estimate_ = std::make_unique<RunEstimate>(program->exportToJson().toArray(),
+                                              m(node::parameterSets)->exportToJson().toArray(), start, *arm_);
+    idle_.start(0);
+    estimate();
+}
+
+/// A part of it, between everything else.
+void RunWatcher::estimate() {
+    if (!estimate_->advance(kLinesAtOnce))
+        return;
+    idle_.stop();
+    progress_.emplace(estimate_->lines(), startLine_, begunMs_);
+    progress_->beginLine(line_, lineBegunMs_);
+    estimate_.reset();
+    emit advanced();
+}
+
+void RunWatcher::onLine(const QVariant& line) {
+    if (!running_ || package_.mode() == PackageFlags::SingleStep || line.toInt() == line_)
+        return;
+    line_ = line.toInt();
+    lineBegunMs_ = nowMs();
+    if (progress_)
+        progress_->beginLine(line_, lineBegunMs_);
+    emit advanced();
+}
+
+}  // namespace app

@@ -1,0 +1,316 @@
+#include "app/scope/scopepage.h"
+
+#include "app/scope/scopeplot.h"
+
+#include <QComboBox>
+#include <QDateTime>
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QSaveFile>
+#include <QScrollBar>
+#include <QSignalBlocker>
+
+#include <set>
+
+namespace app {
+
+namespace {
+
+constexpr int kTickMs = 200;
+constexpr int kButtonHeight = 48;
+constexpr double kStretchStep = 2;
+constexpr double kMsPerS = 1000;
+
+QString seconds(qint64 ms, int decimals) {
+    return QString::number(double(ms) / kMsPerS, 'f', decimals);
+}
+
+}  // namespace
+
+ScopePage::ScopePage(const SignalRecorder* recorder, QWidget* parent)
+    : QWidget(parent),
+      recorder_(recorder),
+      plot_(new ScopePlot(recorder)),
+      hold_(makeButton(QStringLiteral("btnHold"), tr("保持"))),
+      mark_(makeButton(QStringLiteral("btnMark"), tr("标记"))),
+      length_(new QLabel),
+      readout_(new QLabel),
+      scroll_(new QScrollBar(Qt::Horizontal)),
+      rows_(new QScrollBar(Qt::Vertical)),
+      range_(new QComboBox),
+      written_(new QLabel) {
+    readout_->setObjectName(QStringLiteral("lblCursor"));
+    written_->setObjectName(QStringLiteral("lblWritten"));
+    length_->setObjectName(QStringLiteral("lblLength"));
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(8, 6, 8, 6);
+    column->setSpacing(4);
+    column->addWidget(makeControls());
+    column->addWidget(makePlot(), 1);
+    column->addWidget(scroll_);
+    column->addWidget(readout_);
+    column->addWidget(makeExport());
+    connect(plot_, &ScopePlot::cursorAsked, this, &ScopePage::setCursor);
+    connect(plot_, &ScopePlot::edgeAsked, this, &ScopePage::jump);
+    connect(plot_, &ScopePlot::stretchAsked, this, &ScopePage::stretch);
+    connect(scroll_, &QScrollBar::valueChanged, this, &ScopePage::scrollTo);
+    connect(&tick_, &QTimer::timeout, this, &ScopePage::refresh);
+    tick_.setInterval(kTickMs);
+}
+
+QPushButton* ScopePage::makeButton(const QString& name, const QString& text) {
+    auto* button = new QPushButton(text, this);
+    button->setObjectName(name);
+    button->setMinimumSize(kButtonHeight, kButtonHeight);
+    return button;
+}
+
+QWidget* ScopePage::makeControls() {
+    QPushButton* const longer = makeButton(QStringLiteral("btnLonger"), QStringLiteral("−"));
+    QPushButton* const shorter = makeButton(QStringLiteral("btnShorter"), QStringLiteral("+"));
+    QPushButton* const back = makeButton(QStringLiteral("btnEdgeBack"), QStringLiteral("◀"));
+    QPushButton* const next = makeButton(QStringLiteral("btnEdgeNext"), QStringLiteral("▶"));
+    hold_->setCheckable(true);
+    mark_->setCheckable(true);
+    longer->setAccessibleName(tr("显示更长时间"));
+    shorter->setAccessibleName(tr("显示更短时间"));
+    back->setAccessibleName(tr("光标到上一个变化"));
+    next->setAccessibleName(tr("光标到下一个变化"));
+    for (QPushButton* button : {longer, shorter, back, next})
+        button->setToolTip(button->accessibleName());
+    auto* bar = new QWidget;
+    auto* row = new QHBoxLayout(bar);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->addWidget(hold_);
+    row->addWidget(longer);
+    row->addWidget(shorter);
+    row->addWidget(length_, 1);
+    row->addWidget(back);
+    row->addWidget(next);
+    row->addWidget(mark_);
+    connect(hold_, &QPushButton::clicked, this, &ScopePage::setHeld);
+    connect(mark_, &QPushButton::clicked, this, &ScopePage::toggleMark);
+    connect(longer, &QPushButton::clicked, this, [this] { stretch(kStretchStep); });
+    connect(shorter, &QPushButton::clicked, this, [this] { stretch(1 / kStretchStep); });
+    connect(back, &QPushButton::clicked, this, [this] { jump(-1); });
+    connect(next, &QPushButton::clicked, this, [this] { jump(1); });
+    return bar;
+}
+
+QWidget* ScopePage::makePlot() {
+    auto* area = new QWidget;
+    auto* row = new QHBoxLayout(area);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(2);
+    row->addWidget(plot_, 1);
+    row->addWidget(rows_);
+    connect(plot_, &ScopePlot::resized, this, &ScopePage::refreshRows);
+    connect(rows_, &QScrollBar::valueChanged, plot_, [this](int first) {
+        plot_->setFirstRow(first);
+        plot_->replot();
+    });
+    return area;
+}
+
+QWidget* ScopePage::makeExport() {
+    range_->setObjectName(QStringLiteral("cmbRange"));
+    range_->addItems({tr("显示的时段"), tr("上次运行"), tr("全部记录")});
+    range_->setMinimumHeight(kButtonHeight);
+    written_->setWordWrap(true);
+    auto* bar = new QWidget;
+    auto* row = new QHBoxLayout(bar);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->addWidget(new QLabel(tr("导出")));
+    row->addWidget(range_);
+    for (const char* ending : {"png", "csv", "vcd"}) {
+        const QString text = QString::fromLatin1(ending);
+        QPushButton* const button = makeButton(QStringLiteral("btn_") + text, text.toUpper());
+        row->addWidget(button);
+        connect(button, &QPushButton::clicked, this, [this, text] { askFile(text); });
+    }
+    row->addWidget(written_, 1);
+    return bar;
+}
+
+// --- What is shown ------------------------------------------------------------------------------
+
+void ScopePage::showEvent(QShowEvent* event) {
+    refresh();
+    tick_.start();
+    QWidget::showEvent(event);
+}
+
+void ScopePage::hideEvent(QHideEvent* event) {
+    tick_.stop();
+    QWidget::hideEvent(event);
+}
+
+TimeSpan ScopePage::shown() const {
+    return window_.span(SignalRecorder::nowMs());
+}
+
+void ScopePage::refresh() {
+    const std::vector<Lane> lanes = lanesOf(recorder_->cellSignals(), recorder_->record());
+    if (lanes != plot_->lanes()) {
+        plot_->setLanes(lanes);
+        refreshRows();
+    }
+    const TimeSpan span = shown();
+    // A cursor that time has carried off would tell values of what is not seen.
+    if (!window_.isHeld() && plot_->cursorMs() && *plot_->cursorMs() < span.fromMs)
+        plot_->setCursor({});
+    plot_->showSpan(span);
+    refreshScrollBar(span);
+    refreshReadout();
+}
+
+void ScopePage::refreshRows() {
+    const int hidden = int(plot_->lanes().size()) - plot_->rowsThatFit();
+    rows_->setRange(0, std::max(0, hidden));
+    rows_->setPageStep(plot_->rowsThatFit());
+    rows_->setVisible(hidden > 0);
+}
+
+/// Milliseconds from the beginning of the record; it fits where the record is no longer than the window.
+void ScopePage::refreshScrollBar(const TimeSpan& span) {
+    const QSignalBlocker blocker(scroll_);
+    const TimeSpan all = recorder_->all();
+    scroll_->setRange(0, int(std::max<qint64>(0, all.length() - span.length())));
+    scroll_->setPageStep(int(span.length()));
+    scroll_->setSingleStep(int(span.length() / 10));
+    scroll_->setValue(int(span.fromMs - all.fromMs));
+    hold_->setChecked(window_.isHeld());
+    length_->setText(tr("%1 s").arg(seconds(span.length(), span.length() < kMsPerS ? 2 : 0)));
+}
+
+void ScopePage::refreshReadout() {
+    const auto cursor = plot_->cursorMs();
+    mark_->setEnabled(cursor.has_value());
+    mark_->setChecked(plot_->markMs().has_value());
+    if (!cursor) {
+        readout_->setText(tr("点击曲线放置光标；右侧为当前值"));
+        return;
+    }
+    const QDateTime time = QDateTime::fromMSecsSinceEpoch(*cursor + recorder_->epochMs());
+    QString text = tr("光标 %1").arg(time.toString(QStringLiteral("hh:mm:ss.zzz")));
+    if (const auto mark = plot_->markMs())
+        text += QStringLiteral("    Δ %1 s").arg(seconds(*cursor - *mark, 3));
+    readout_->setText(text);
+}
+
+void ScopePage::setHeld(bool held) {
+    if (held)
+        window_.hold(SignalRecorder::nowMs());
+    else
+        window_.release();
+    refresh();
+}
+
+void ScopePage::stretch(double factor) {
+    const TimeSpan span = shown();
+    const qint64 middle = span.fromMs + span.length() / 2;
+    const qint64 cursor = plot_->cursorMs().value_or(middle);
+    window_.stretch(factor, cursor >= span.fromMs && cursor <= span.toMs ? cursor : middle);
+    refresh();
+}
+
+void ScopePage::scrollTo(int position) {
+    window_.scrollTo(recorder_->all().fromMs + position);
+    refresh();
+}
+
+void ScopePage::setCursor(qint64 ms) {
+    const TimeSpan all = recorder_->all();
+    plot_->setCursor(std::clamp(ms, all.fromMs, all.toMs));
+    refresh();
+}
+
+/// To the nearest change of a shown signal.
+void ScopePage::jump(int direction) {
+    const SignalRecord& record = recorder_->record();
+    std::set<int> wanted;
+    for (const Lane& lane : plot_->lanes())
+        wanted.insert(lane.signal);
+    const TimeSpan span = shown();
+    const qint64 from = plot_->cursorMs().value_or(direction > 0 ? span.fromMs : span.toMs);
+    const auto& changes = record.changes();
+    qint64 position = direction > 0 ? qint64(record.firstAt(from + 1)) : qint64(record.firstAt(from)) - 1;
+    for (; position >= 0 && position < qint64(changes.size()); position += direction) {
+        const SignalRecord::Change& change = changes[size_t(position)];
+        if (!wanted.count(change.signal))
+            continue;
+        window_.reveal(change.ms, SignalRecorder::nowMs());
+        setCursor(change.ms);
+        return;
+    }
+}
+
+void ScopePage::toggleMark() {
+    plot_->setMark(plot_->markMs() ? std::nullopt : plot_->cursorMs());
+    refresh();
+}
+
+// --- Export -------------------------------------------------------------------------------------
+
+TimeSpan ScopePage::chosen() const {
+    switch (range_->currentIndex()) {
+        case LastRun:
+            return recorder_->lastRun();
+        case All:
+            return recorder_->all();
+        default: {
+            const TimeSpan span = shown();
+            return {std::max(span.fromMs, recorder_->record().beginMs()), span.toMs};
+        }
+    }
+}
+
+void ScopePage::askFile(const QString& ending) {
+    if (range_->currentIndex() == LastRun && !recorder_->hasRun()) {
+        written_->setText(tr("还没有运行过"));
+        return;
+    }
+    const QString name = QStringLiteral("signals.") + ending;
+    auto* dialog =
+        new QFileDialog(this, tr("导出"), QDir::current().filePath(name), QStringLiteral("*.") + ending);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->setOption(QFileDialog::DontUseNativeDialog);
+    dialog->setAcceptMode(QFileDialog::AcceptSave);
+    dialog->setDefaultSuffix(ending);
+    connect(dialog, &QFileDialog::fileSelected, this, &ScopePage::exportTo);
+    dialog->open();
+}
+
+void ScopePage::exportTo(const QString& file) {
+    QSaveFile out(file);
+    QString error;
+    if (!out.open(QIODevice::WriteOnly))
+        error = out.errorString();
+    else if (write(&out, QFileInfo(file).suffix().toLower(), &error) && !out.commit())
+        error = out.errorString();
+    written_->setText(error.isEmpty() ? tr("已写入 %1").arg(QFileInfo(file).fileName()) : QString());
+    if (error.isEmpty())
+        return;
+    auto* message = new QMessageBox(QMessageBox::Warning, tr("导出"),
+                                    tr("无法写入文件：%1\n%2").arg(file, error), QMessageBox::Ok, this);
+    message->setAttribute(Qt::WA_DeleteOnClose);
+    message->open();
+}
+
+bool ScopePage::write(QIODevice* device, const QString& ending, QString* error) const {
+    if (ending == QLatin1String("vcd"))
+        return writeVcd(device, *recorder_, chosen(), error);
+    if (ending == QLatin1String("csv"))
+        return writeCsv(device, *recorder_, plot_->lanes(), chosen(), error);
+    if (plot_->picture().save(device, "PNG"))
+        return true;
+    *error = device->errorString();
+    return false;
+}
+
+}  // namespace app

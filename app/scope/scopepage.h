@@ -1,0 +1,71 @@
+#pragma once
+
+#include "app/scope/scopeexport.h"
+#include "app/scope/timewindow.h"
+
+#include <QTimer>
+#include <QWidget>
+
+
+class QComboBox;
+class QLabel;
+class QPushButton;
+class QScrollBar;
+
+namespace app {
+
+class ScopePlot;
+
+/// The signal scope: inputs and outputs over time with a cursor, hold, zoom and export. Only reads.
+class ScopePage : public QWidget {
+    Q_OBJECT
+public:
+    /// The package's page has been made. `recorder` must outlive it.
+    explicit ScopePage(const SignalRecorder* recorder, QWidget* parent = nullptr);
+
+    ScopePlot* plot() const { return plot_; }
+    /// Writes a file; its ending (png, csv or vcd) tells what. What goes wrong is told in a message.
+    void exportTo(const QString& file);
+
+protected:
+    void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+
+private:
+    enum Range { Shown, LastRun, All };
+    QWidget* makeControls();
+    QWidget* makePlot();
+    QWidget* makeExport();
+    QPushButton* makeButton(const QString& name, const QString& text);
+
+    void refresh();
+    void refreshScrollBar(const TimeSpan& shown);
+    void refreshRows();
+    void refreshReadout();
+    void setHeld(bool held);
+    void stretch(double factor);
+    void scrollTo(int position);
+    void setCursor(qint64 ms);
+    void jump(int direction);
+    void toggleMark();
+
+    TimeSpan shown() const;
+    TimeSpan chosen() const;
+    void askFile(const QString& ending);
+    bool write(QIODevice* device, const QString& ending, QString* error) const;
+
+    const SignalRecorder* recorder_;
+    TimeWindow window_;
+    ScopePlot* plot_;
+    QPushButton* hold_;
+    QPushButton* mark_;
+    QLabel* length_;
+    QLabel* readout_;
+    QScrollBar* scroll_;
+    QScrollBar* rows_;
+    QComboBox* range_;
+    QLabel* written_;
+    QTimer tick_;
+};
+
+}  // namespace app

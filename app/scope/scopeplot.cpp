@@ -1,0 +1,284 @@
+#include "app/scope/scopeplot.h"
+
+#include <qwt_date_scale_draw.h>
+#include <qwt_date_scale_engine.h>
+#include <qwt_picker_machine.h>
+#include <qwt_plot_canvas.h>
+#include <qwt_plot_curve.h>
+#include <qwt_plot_grid.h>
+#include <qwt_plot_layout.h>
+#include <qwt_plot_marker.h>
+#include <qwt_plot_picker.h>
+#include <qwt_plot_renderer.h>
+#include <qwt_scale_draw.h>
+#include <qwt_scale_widget.h>
+#include <QKeyEvent>
+#include <QWheelEvent>
+
+namespace app {
+
+namespace {
+
+constexpr double kLaneHeight = 0.66;  // of a row
+constexpr int kLeastRow = 20;         // pixels
+constexpr int kPictureRow = 26;
+constexpr int kAxisPixels = 50;
+constexpr int kValuesPixels = 64;
+constexpr double kStretchStep = 1.6;
+constexpr int kSmallPx = 13;
+
+const QColor kInk(0x2f, 0x41, 0x58);
+const QColor kDigital(0x2f, 0x6f, 0xb0);
+const QColor kAnalogue(0x8a, 0x5a, 0x00);
+const QColor kGrid(0xe2, 0xe7, 0xec);
+const QColor kCursor(0xe4, 0x57, 0x2e);
+
+QColor faint(QColor colour) {
+    colour.setAlpha(60);
+    return colour;
+}
+
+QwtPlotMarker* makeMarker(QwtPlot* plot, Qt::PenStyle style) {
+    auto* marker = new QwtPlotMarker;
+    marker->setLineStyle(QwtPlotMarker::VLine);
+    marker->setLinePen(kCursor, 2, style);
+    marker->setZ(50);
+    marker->attach(plot);
+    marker->setVisible(false);
+    return marker;
+}
+
+}  // namespace
+
+/// A scale with a text for each row instead of numbers.
+class ScopePlot::RowScale : public QwtScaleDraw {
+public:
+    RowScale() {
+        enableComponent(Backbone, false);
+        enableComponent(Ticks, false);
+    }
+    void setTexts(const QStringList& texts) {
+        texts_ = texts;
+        invalidateCache();
+    }
+    const QStringList& texts() const { return texts_; }
+    QwtText label(double value) const override { return texts_.value(texts_.size() - 1 - int(value)); }
+
+private:
+    QStringList texts_;
+};
+
+ScopePlot::ScopePlot(const SignalRecorder* recorder, QWidget* parent)
+    : QwtPlot(parent),
+      recorder_(recorder),
+      names_(new RowScale),
+      values_(new RowScale),
+      cursor_(makeMarker(this, Qt::SolidLine)),
+      mark_(makeMarker(this, Qt::DashLine)) {
+    setObjectName(QStringLiteral("scopePlot"));
+    setFocusPolicy(Qt::StrongFocus);
+    setAutoReplot(false);
+    setUpTime();
+    setUpRows();
+    setUpCursor();
+}
+
+ScopePlot::~ScopePlot() = default;
+
+void ScopePlot::setUpTime() {
+    auto* times = new QwtDateScaleDraw(Qt::LocalTime);
+    times->setDateFormat(QwtDate::Millisecond, QStringLiteral("hh:mm:ss.zzz"));
+    for (const auto interval : {QwtDate::Second, QwtDate::Minute, QwtDate::Hour, QwtDate::Day})
+        times->setDateFormat(interval, QStringLiteral("hh:mm:ss"));
+    setAxisScaleDraw(xBottom, times);
+    setAxisScaleEngine(xBottom, new QwtDateScaleEngine(Qt::LocalTime));
+    setAxisMaxMajor(xBottom, 5);
+    auto* grid = new QwtPlotGrid;
+    grid->enableY(false);
+    grid->setMajorPen(kGrid, 1, Qt::SolidLine);
+    grid->attach(this);
+}
+
+void ScopePlot::setUpRows() {
+    enableAxis(yRight);
+    setAxisScaleDraw(yLeft, names_);
+    setAxisScaleDraw(yRight, values_);
+    QFont small = font();
+    small.setPixelSize(kSmallPx);
+    for (const int axis : {int(yLeft), int(yRight), int(xBottom)})
+        setAxisFont(axis, small);
+    values_->setMinimumExtent(kValuesPixels);
+    plotLayout()->setAlignCanvasToScales(true);
+    auto* frame = qobject_cast<QwtPlotCanvas*>(canvas());
+    frame->setFrameStyle(QFrame::NoFrame);
+    frame->setPalette(Qt::white);
+    frame->setFocusPolicy(Qt::NoFocus);
+    frame->setBorderRadius(0);
+}
+
+void ScopePlot::setUpCursor() {
+    auto* picker = new QwtPlotPicker(xBottom, yLeft, canvas());
+    picker->setStateMachine(new QwtPickerDragPointMachine);
+    const auto ask = [this](const QPointF& place) {
+        emit cursorAsked(qint64(place.x()) - recorder_->epochMs());
+    };
+    connect(picker, QOverload<const QPointF&>::of(&QwtPlotPicker::appended), this, ask);
+    connect(picker, QOverload<const QPointF&>::of(&QwtPlotPicker::moved), this, ask);
+}
+
+void ScopePlot::setLanes(const std::vector<Lane>& lanes) {
+    lanes_ = lanes;
+    for (QwtPlotCurve* curve : curves_) {
+        curve->detach();
+        delete curve;
+    }
+    curves_.clear();
+    QStringList names;
+    for (size_t i = 0; i < lanes_.size(); ++i) {
+        const QColor colour = lanes_[i].analogue ? kAnalogue : kDigital;
+        auto* curve = new QwtPlotCurve;
+        curve->setPen(colour, 1.6);
+        curve->setBrush(faint(colour));
+        curve->setBaseline(bottomOf(i));
+        curve->setPaintAttribute(QwtPlotCurve::FilterPoints);
+        curve->attach(this);
+        curves_.push_back(curve);
+        names << lanes_[i].label;
+    }
+    names_->setTexts(names);
+    setFirstRow(firstRow_);
+}
+
+int ScopePlot::rowsThatFit() const {
+    return std::max(1, (height() - kAxisPixels) / kLeastRow);
+}
+
+void ScopePlot::setFirstRow(int row) {
+    const int count = std::min(int(lanes_.size()), rowsThatFit());
+    firstRow_ = std::clamp(row, 0, int(lanes_.size()) - count);
+    showRows(firstRow_, count);
+}
+
+/// The first row is the topmost.
+void ScopePlot::showRows(int first, int count) {
+    const double top = double(lanes_.size()) - first;
+    QList<double> middles;
+    for (int i = count; i > 0; --i)
+        middles << top - i + 0.5;
+    const QwtScaleDiv rows(top - count, top, {}, {}, middles);
+    setAxisScaleDiv(yLeft, rows);
+    setAxisScaleDiv(yRight, rows);
+}
+
+QImage ScopePlot::picture() {
+    QImage image(width(), int(lanes_.size()) * kPictureRow + kAxisPixels, QImage::Format_RGB32);
+    image.fill(Qt::white);
+    showRows(0, int(lanes_.size()));
+    QwtPlotRenderer().renderTo(this, image);
+    setFirstRow(firstRow_);
+    return image;
+}
+
+void ScopePlot::showSpan(const TimeSpan& span) {
+    const double epoch = double(recorder_->epochMs());
+    setAxisScale(xBottom, double(span.fromMs) + epoch, double(span.toMs) + epoch);
+    fillCurves(span);
+    fillValues(span);
+    place(cursor_, cursorMs_);
+    place(mark_, markMs_);
+    replot();
+}
+
+/// Two points for a change, so that it is an edge. A signal goes on until now and no further.
+void ScopePlot::fillCurves(const TimeSpan& span) {
+    const SignalRecord& record = recorder_->record();
+    const double epoch = double(recorder_->epochMs());
+    const qint64 from = std::max(span.fromMs, record.beginMs());
+    const qint64 to = std::min(span.toMs, SignalRecorder::nowMs());
+    std::vector<double> values = record.before(from);
+    std::vector<int> laneOf(values.size(), -1);
+    std::vector<QVector<QPointF>> lines(lanes_.size());
+    const auto append = [&](size_t lane, qint64 ms) {
+        const double level = lanes_[lane].level(values[size_t(lanes_[lane].signal)]);
+        lines[lane].append({double(ms) + epoch, bottomOf(lane) + level * kLaneHeight});
+    };
+    for (size_t lane = 0; lane < lanes_.size(); ++lane) {
+        laneOf[size_t(lanes_[lane].signal)] = int(lane);
+        append(lane, from);
+    }
+    const size_t end = record.firstAt(to + 1);
+    for (size_t i = record.firstAt(from); i < end; ++i) {
+        const SignalRecord::Change& change = record.changes()[i];
+        const int lane = laneOf[size_t(change.signal)];
+        if (lane >= 0)
+            append(size_t(lane), change.ms);
+        values[size_t(change.signal)] = change.value;
+        if (lane >= 0)
+            append(size_t(lane), change.ms);
+    }
+    for (size_t lane = 0; lane < lanes_.size(); ++lane) {
+        append(lane, std::max(from, to));
+        curves_[lane]->setSamples(lines[lane]);
+    }
+}
+
+void ScopePlot::fillValues(const TimeSpan& span) {
+    const std::vector<double> values = recorder_->record().at(cursorMs_.value_or(span.toMs));
+    QStringList texts;
+    for (const Lane& lane : lanes_)
+        texts << lane.text(values[size_t(lane.signal)]);
+    if (texts == values_->texts())
+        return;
+    values_->setTexts(texts);
+    axisWidget(yRight)->update();
+}
+
+void ScopePlot::place(QwtPlotMarker* marker, std::optional<qint64> ms) {
+    marker->setVisible(ms.has_value());
+    if (ms)
+        marker->setXValue(double(*ms + recorder_->epochMs()));
+}
+
+void ScopePlot::setCursor(std::optional<qint64> ms) {
+    cursorMs_ = ms;
+}
+
+void ScopePlot::setMark(std::optional<qint64> ms) {
+    markMs_ = ms;
+}
+
+QString ScopePlot::valueText(int lane) const {
+    return values_->texts().value(lane);
+}
+
+void ScopePlot::resizeEvent(QResizeEvent* event) {
+    QwtPlot::resizeEvent(event);
+    setFirstRow(firstRow_);
+    emit resized();
+}
+
+void ScopePlot::keyPressEvent(QKeyEvent* event) {
+    switch (event->key()) {
+        case Qt::Key_Left:
+            emit edgeAsked(-1);
+            break;
+        case Qt::Key_Right:
+            emit edgeAsked(1);
+            break;
+        case Qt::Key_Plus:
+        case Qt::Key_Equal:
+            emit stretchAsked(1 / kStretchStep);
+            break;
+        case Qt::Key_Minus:
+            emit stretchAsked(kStretchStep);
+            break;
+        default:
+            QwtPlot::keyPressEvent(event);
+    }
+}
+
+void ScopePlot::wheelEvent(QWheelEvent* event) {
+    emit stretchAsked(event->angleDelta().y() > 0 ? 1 / kStretchStep : kStretchStep);
+}
+
+}  // namespace app

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "app/scope/signalrecorder.h"
+
+#include <algorithm>
+
+namespace app {
+
+/// The section of time that the scope shows: its end goes along with the time, or is held. Milliseconds
+/// of the host's clock.
+class TimeWindow {
+public:
+    static constexpr qint64 kShortestMs = 100, kLongestMs = SignalRecord::kKeptMs;
+
+    TimeSpan span(qint64 nowMs) const {
+        const qint64 end = held_ ? endMs_ : nowMs;
+        return {end - lengthMs_, end};
+    }
+    qint64 lengthMs() const { return lengthMs_; }
+    bool isHeld() const { return held_; }
+
+    void hold(qint64 nowMs) { scrollTo(nowMs - lengthMs_); }
+    void release() { held_ = false; }
+    /// Shows the section that begins at a time, held.
+    void scrollTo(qint64 fromMs) {
+        held_ = true;
+        endMs_ = fromMs + lengthMs_;
+    }
+    /// Shows that much more (or, below 1, less). Held, what is at `fixedMs` stays where it is.
+    void stretch(double factor, qint64 fixedMs) {
+        const qint64 old = lengthMs_;
+        lengthMs_ = std::clamp(qint64(double(old) * factor), kShortestMs, kLongestMs);
+        endMs_ = fixedMs + (endMs_ - fixedMs) * lengthMs_ / old;
+    }
+    /// Holds and scrolls, if need be, so that a time is in view.
+    void reveal(qint64 ms, qint64 nowMs) {
+        const TimeSpan shown = span(nowMs);
+        if (ms < shown.fromMs || ms > shown.toMs)
+            scrollTo(ms - lengthMs_ / 2);
+        else if (!held_)
+            hold(nowMs);
+    }
+
+private:
+    qint64 lengthMs_ = 60 * 1000;
+    qint64 endMs_ = 0;
+    bool held_ = false;
+};
+
+}  // namespace app

@@ -1,0 +1,66 @@
+#include "app/why/whyline.h"
+
+#include "app/why/whywatch.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QStyle>
+#include <QVariant>
+
+namespace app {
+
+WhyLine::WhyLine(const WhyWatch* watch, QWidget* parent)
+    : QFrame(parent), watch_(watch), sign_(new QLabel), text_(new QLabel) {
+    setObjectName(QStringLiteral("whyLine"));
+    sign_->setObjectName(QStringLiteral("lblWhySign"));
+    sign_->setFixedWidth(24);
+    sign_->setAlignment(Qt::AlignCenter);
+    text_->setObjectName(QStringLiteral("lblWhy"));
+    text_->setTextFormat(Qt::PlainText);
+    text_->setWordWrap(true);
+    text_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored);
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins(6, 2, 6, 2);
+    row->setSpacing(6);
+    row->addWidget(sign_);
+    row->addWidget(text_, 1);
+    connect(watch, &WhyWatch::changed, this, &WhyLine::refresh);
+    refresh();
+}
+
+void WhyLine::refresh() {
+    const bool permitted = watch_->state().isPermitted();
+    const QString sign = permitted ? QStringLiteral("✓") : QStringLiteral("⚠");
+    if (sign_->text() != sign) {
+        sign_->setText(sign);
+        sign_->setProperty("warning", !permitted);
+        sign_->style()->unpolish(sign_);
+        sign_->style()->polish(sign_);
+    }
+    setToolTip(watch_->sentences().join(QLatin1Char('\n')));
+    text_->setAccessibleName(watch_->sentences().join(QLatin1Char(' ')));
+    fit();
+}
+
+/// The sentences come in the order of their weight: the end may be cut off.
+void WhyLine::fit() {
+    const QRect room = text_->contentsRect();
+    const QString whole = watch_->sentences().join(QStringLiteral("  ·  "));
+    QString shown = whole;
+    const auto fits = [&] {
+        const QRect needed = text_->fontMetrics().boundingRect(0, 0, room.width(), 10 * room.height(),
+                                                               Qt::TextWordWrap, shown);
+        return needed.height() <= room.height() && needed.width() <= room.width();
+    };
+    for (int end = whole.size(); end > 0 && !fits(); --end)
+        shown = whole.left(end).trimmed() + QStringLiteral("…");
+    text_->setText(shown);
+}
+
+void WhyLine::resizeEvent(QResizeEvent* event) {
+    QFrame::resizeEvent(event);
+    layout()->activate();
+    fit();
+}
+
+}  // namespace app
