@@ -2,10 +2,13 @@
 
 #include "app/panel.h"
 #include "app/shots/scene.h"
+#include "mendo/modulemanager.h"
 #include "simulator/controller.h"
 
+#include <QDoubleSpinBox>
 #include <QFile>
 
+#include <initializer_list>
 #include <iterator>
 
 namespace app {
@@ -90,6 +93,47 @@ void cell(Scene& s, const char* tab) {
     s.panel()->window()->unfoldStrip(true);
     press(s, tab);
     s.shoot();
+}
+
+void monitor(Scene& s) {
+    press(s, "btnMonitor");
+    s.settle();
+    s.shoot();
+}
+
+/// Takes inputs and analogue outputs out of use, or back in.
+void useMonitoredPorts(bool used) {
+    const QList<mendo::ModuleObject*> ports = m(QStringLiteral("lumo.port"))->cmobjs();
+    for (mendo::ModuleObject* port : ports) {
+        if (port->c(QStringLiteral("type"))->getString() != QLatin1String("DO"))
+            port->set(nullptr, QStringLiteral("enable"), used);
+    }
+}
+
+void percent(Scene& s, const char* field, double value) {
+    auto* box = s.panel()->window()->findChild<QDoubleSpinBox*>(QLatin1String(field));
+    if (box)
+        box->setValue(value);
+}
+
+/// Presses buttons of the device page, which follows the outputs a little later.
+void switchDevices(Scene& s, std::initializer_list<const char*> buttons) {
+    for (const char* button : buttons)
+        press(s, button);
+    s.settle();
+}
+
+void unlockDevices(Scene& s) {
+    press(s, "btnDeviceControl");
+    percent(s, "dspnLaserFrequency", 50);
+    percent(s, "dspnLaserRatio", 100);
+    percent(s, "dspnLaserPower", 12.5);
+    percent(s, "dspnWireSpeed", 30);
+    switchDevices(s, {"btnLaserControl", "btnBlowControl", "btnWireControl"});
+}
+
+void lockDevices(Scene& s) {
+    switchDevices(s, {"btnLaserControl", "btnBlowControl", "btnWireControl"});
 }
 
 /// The panel itself.
@@ -338,6 +382,56 @@ const Stop kParameters[] = {
      }},
 };
 
+/// Status monitor and device control panel.
+const Stop kDevices[] = {
+    {"monitor", monitor},
+    {"monitor_welding",
+     [](Scene& s) {
+         s.openProject(kSample);
+         s.whenLineRuns(MoveL, [&s] {
+             press(s, "btnMonitor");
+             s.after(300, [&s] {
+                 s.shoot();
+                 press(s, "btnProject");
+                 press(s, "btnPause");
+             });
+         });
+         startSample(s);
+     }},
+    {"monitor_faults",
+     [](Scene& s) {
+         s.controller()->setInput(QStringLiteral("LUMO_DI.#2"), false);
+         s.controller()->setInput(QStringLiteral("LUMO_DI.#3"), false);
+         monitor(s);
+         s.controller()->setInput(QStringLiteral("LUMO_DI.#2"), true);
+         s.controller()->setInput(QStringLiteral("LUMO_DI.#3"), true);
+     }},
+    {"monitor_disabled",
+     [](Scene& s) {
+         useMonitoredPorts(false);
+         monitor(s);
+         useMonitoredPorts(true);
+     }},
+    {"device_locked",
+     [](Scene& s) {
+         press(s, "btnDeviceControl");
+         s.shoot();
+     }},
+    {"device_unlocked",
+     [](Scene& s) {
+         unlockDevices(s);
+         s.shoot();
+         lockDevices(s);
+     }},
+    {"device_laser_on",
+     [](Scene& s) {
+         unlockDevices(s);
+         switchDevices(s, {"btnLaserTest", "btnBlowTest", "btnWireTest"});
+         s.shoot();
+         lockDevices(s);
+     }},
+};
+
 /// What the file service reports.
 const Stop kNotices[] = {
     {"notice",
@@ -366,6 +460,7 @@ std::vector<Stop> collect() {
     append(&all, kEditor);
     append(&all, kRuns);
     append(&all, kParameters);
+    append(&all, kDevices);
     append(&all, kNotices);
     return all;
 }

@@ -8,9 +8,10 @@
 
 #include <memory>
 
-class ParamConfigWidget;
+class DeviceControlWidget;
 class PointWidget;
 class ProgramWidget;
+class StatusMonitorWidget;
 class QComboBox;
 
 namespace Ui {
@@ -41,14 +42,16 @@ public:
     void deletPWgt();
 
 private:
-    void loadPorts();
-    void loadList(const QString& fileName, const QString& path);
-
     void makeEditor();
+    void makeDevicePages();
     void connectNavigation();
     void showAlone(QWidget* page);
     void showEditor();
+    void showPorts();
     void showParams();
+    void showNew(QWidget* page, QList<QWidget*>* pages);
+    void showMonitor();
+    void showDeviceControl();
     void redrawLines(const QList<int>& lines);
     void discard(QWidget* page);
     void openPointPage(int row, ModuleObject* statement, int jointCount);
@@ -65,9 +68,12 @@ private:
 
     std::unique_ptr<Ui::LumoWidget> ui_;
     ProgramWidget* editor_ = nullptr;
-    PointWidget* pointPage_ = nullptr;      ///< while it is shown
-    QList<ParamConfigWidget*> paramPages_;  ///< oldest first
-    bool stationRun_ = false;               ///< the run under way was started by a station
+    StatusMonitorWidget* monitor_ = nullptr;
+    DeviceControlWidget* deviceControl_ = nullptr;
+    PointWidget* pointPage_ = nullptr;  ///< while it is shown
+    QList<QWidget*> portPages_;         ///< oldest first
+    QList<QWidget*> paramPages_;        ///< oldest first
+    bool stationRun_ = false;           ///< the run under way was started by a station
 };
 
 /// A message without a title; returns at once, the box stays until the operator closes it.

@@ -59,8 +59,8 @@ private slots:
         QTest::newRow("project") << QByteArray("btnProject") << true;
         QTest::newRow("parameters") << QByteArray("btnParamCfg") << true;
         QTest::newRow("ports") << QByteArray("btnPort") << false;
-        QTest::newRow("monitor") << QByteArray("btnMonitor") << false;
-        QTest::newRow("device") << QByteArray("btnDeviceControl") << false;
+        QTest::newRow("monitor") << QByteArray("btnMonitor") << true;
+        QTest::newRow("device") << QByteArray("btnDeviceControl") << true;
         QTest::newRow("stations") << QByteArray("btnBind") << false;
     }
 
@@ -86,7 +86,7 @@ private slots:
         }
         QVERIFY(!seen[0] && !seen[1]);
         QVERIFY(seen[2] && seen[3] && seen[2] != seen[3]);
-        QCOMPARE(stack()->count(), 3);
+        QCOMPARE(stack()->count(), 5);
     }
 
     void renamedSet_isRedrawnInTheEditor() {
