@@ -7,7 +7,7 @@ namespace app {
 namespace {
 
 struct Known {
-    const char* reason;  ///< as the file service, Qt or the system says it
+    const char* reason;  ///< as the package, the file service, Qt or the system says it; %1 is a file
     const char* text;
 };
 
@@ -37,6 +37,12 @@ const Known kReasons[] = {
     {"the file holds no list", QT_TRANSLATE_NOOP("FileProblem", "文件内容不是列表")},
     {"the file in its place is damaged and cannot be kept",
      QT_TRANSLATE_NOOP("FileProblem", "原文件已损坏，且无法保留副本")},
+    {"there is no such file", QT_TRANSLATE_NOOP("FileProblem", "没有此文件")},
+    {"the file holds no project", QT_TRANSLATE_NOOP("FileProblem", "文件内容不是工程")},
+    {"the file holds settings, no project", QT_TRANSLATE_NOOP("FileProblem", "文件内容是设置，不是工程")},
+    {"the file in its place is no project and cannot be kept",
+     QT_TRANSLATE_NOOP("FileProblem", "原文件不是工程，且无法保留副本")},
+    {"Existing file %1 is not writable", QT_TRANSLATE_NOOP("FileProblem", "文件受写保护")},
 };
 
 /// What a system's error follows.
@@ -44,11 +50,22 @@ const Known kBeginnings[] = {
     {"the folder could not be synced: ", QT_TRANSLATE_NOOP("FileProblem", "无法确认已写入磁盘：")},
 };
 
+/// Whether the reason is that of the pattern, of whatever file.
+bool isOf(const QString& pattern, const QString& reason) {
+    const int file = pattern.indexOf(QLatin1String("%1"));
+    return file < 0 ? reason == pattern
+                    : reason.startsWith(pattern.left(file)) && reason.endsWith(pattern.mid(file + 2));
+}
+
 /// Qt gives its reasons in English or, where it has a catalogue, in the panel's language.
 bool isSaid(const Known& known, const QString& reason) {
-    return reason == QLatin1String(known.reason) ||
-           reason == QCoreApplication::translate("QJsonParseError", known.reason) ||
-           reason == QCoreApplication::translate("QIODevice", known.reason);
+    if (isOf(QLatin1String(known.reason), reason))
+        return true;
+    for (const char* context : {"QJsonParseError", "QIODevice", "QSaveFile"}) {
+        if (isOf(QCoreApplication::translate(context, known.reason), reason))
+            return true;
+    }
+    return false;
 }
 
 QString inPanelLanguage(const Known& known) {

@@ -4,6 +4,7 @@
 #include "app/options.h"
 #include "app/panel.h"
 #include "app/preferences.h"
+#include "app/quitsignals.h"
 #include "app/shots/gallery.h"
 #include "app/workfolder.h"
 #include "gantu/package.h"
@@ -87,6 +88,7 @@ int takePictures(const app::Options& options, int& argc, char** argv) {
 }
 
 int run(const app::Options& options) {
+    const app::QuitSignals quitSignals;
     QString lost;
     if (!prepare(options, &lost))
         return fail(QStringLiteral("the folder of projects and settings cannot be entered"), kFailed);

@@ -4,10 +4,11 @@
 #include "app/noticebar.h"
 #include "app/panelbody.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QFile>
 #include <QHBoxLayout>
 #include <QStackedWidget>
+#include <QTimer>
 #include <QToolButton>
 #include <QVBoxLayout>
 
@@ -93,6 +94,13 @@ void PanelWindow::unfoldStrip(bool unfolded) {
 
 void PanelWindow::placeStrip() {
     unfoldStrip(body_->hasRoom());
+}
+
+void PanelWindow::changeEvent(QEvent* event) {
+    QMainWindow::changeEvent(event);
+    QWidget* const dialog = QApplication::activeModalWidget();
+    if (event->type() == QEvent::ActivationChange && isActiveWindow() && dialog && dialog != this)
+        QTimer::singleShot(0, dialog, &QWidget::activateWindow);
 }
 
 void PanelWindow::closeEvent(QCloseEvent* event) {

@@ -28,6 +28,9 @@ public:
     void placeStrip();
 
 protected:
+    /// Gives the keyboard back to the dialog that blocks the window: a click beside the dialog activates
+    /// the window, where no key would be heard.
+    void changeEvent(QEvent* event) override;
     /// Ends the program, whatever waits below: what must be switched off is switched off then.
     void closeEvent(QCloseEvent* event) override;
 

@@ -213,6 +213,8 @@ void Controller::Private::finish(int id, MotionCommand::Kind kind, int code) {
         setState(kIdle);
     if (id != kJog && !answered.remove(id))
         desk.deliver({kind, id, code}, last);
+    else if (last)
+        desk.deliverHeld();
 }
 
 void Controller::Private::stopped(int id, MotionCommand::Kind kind) {

@@ -33,9 +33,13 @@ void ResultDesk::deliver(const Result& result, bool last) {
         held_ = result;
         return;
     }
-    if (const auto first = std::exchange(held_, std::nullopt))
-        writeWithCopy(*first);
+    deliverHeld();
     writeWithCopy(result);
+}
+
+void ResultDesk::deliverHeld() {
+    if (const auto held = std::exchange(held_, std::nullopt))
+        writeWithCopy(*held);
 }
 
 void ResultDesk::deliverLater(const Result& result, int ms) {

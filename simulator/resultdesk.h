@@ -29,6 +29,8 @@ public:
     /// `last`: no other one will follow for now.
     void deliver(const Result& result, bool last);
     void deliverLater(const Result& result, int ms);
+    /// Delivers a result that is held back for a companion that will not come.
+    void deliverHeld();
     /// Forgets a result that is held back for its companion.
     void forgetHeld() { held_.reset(); }
     /// Nothing is held back or on its way.

@@ -20,6 +20,8 @@ constexpr double kPi = 3.14159265358979323846;
 constexpr double kSteps[] = {0.1, 1, 10};  // millimetres or degrees
 constexpr int kLengths = 3;                // of the six axes, the first three
 
+constexpr int kBetweenReadouts = 6;  // pixels
+
 const char* const kAxes[] = {"X", "Y", "Z", "RX", "RY", "RZ"};
 
 /// Metres or radians of one millimetre or degree.
@@ -73,12 +75,13 @@ QWidget* JogBox::makeReadout() {
         auto* value = new QLabel;
         value->setObjectName(QStringLiteral("lbl") + QLatin1String(kAxes[axis]));
         value->setAlignment(Qt::AlignRight);
-        const int column = axis < kLengths ? 0 : 2;
+        const int column = axis < kLengths ? 0 : 3;
         grid->addWidget(new QLabel(QLatin1String(kAxes[axis])), axis % kLengths, column);
         grid->addWidget(value, axis % kLengths, column + 1);
         grid->setColumnStretch(column + 1, 1);
         values_[size_t(axis)] = value;
     }
+    grid->setColumnMinimumWidth(2, kBetweenReadouts);
     return readout;
 }
 

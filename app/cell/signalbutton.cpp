@@ -12,7 +12,7 @@ constexpr int kInputHeight = 48;
 constexpr int kOutputHeight = 36;
 constexpr int kLamp = 14;
 constexpr int kMargin = 6;
-constexpr int kSmallPx = 11;
+constexpr int kSmallPx = 13;
 
 const QColor kText(0x2f, 0x41, 0x58);
 const QColor kFaint(0x6b, 0x7a, 0x8b);

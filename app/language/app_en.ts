@@ -88,6 +88,26 @@
         <translation>the file in its place is damaged and cannot be kept</translation>
     </message>
     <message>
+        <source>没有此文件</source>
+        <translation>there is no such file</translation>
+    </message>
+    <message>
+        <source>文件内容不是工程</source>
+        <translation>the file holds no project</translation>
+    </message>
+    <message>
+        <source>文件内容是设置，不是工程</source>
+        <translation>the file holds settings, no project</translation>
+    </message>
+    <message>
+        <source>原文件不是工程，且无法保留副本</source>
+        <translation>the file in its place is no project and cannot be kept</translation>
+    </message>
+    <message>
+        <source>文件受写保护</source>
+        <translation>the file is write-protected</translation>
+    </message>
+    <message>
         <source>无法确认已写入磁盘：</source>
         <translation>the folder could not be synced: </translation>
     </message>

@@ -88,6 +88,26 @@
         <translation>прежний файл повреждён, и его нельзя сохранить</translation>
     </message>
     <message>
+        <source>没有此文件</source>
+        <translation>нет такого файла</translation>
+    </message>
+    <message>
+        <source>文件内容不是工程</source>
+        <translation>это не файл проекта</translation>
+    </message>
+    <message>
+        <source>文件内容是设置，不是工程</source>
+        <translation>это файл настроек, а не проекта</translation>
+    </message>
+    <message>
+        <source>原文件不是工程，且无法保留副本</source>
+        <translation>прежний файл не является проектом, и его нельзя сохранить</translation>
+    </message>
+    <message>
+        <source>文件受写保护</source>
+        <translation>файл защищён от записи</translation>
+    </message>
+    <message>
         <source>无法确认已写入磁盘：</source>
         <translation>не удалось подтвердить запись на диск: </translation>
     </message>
@@ -143,7 +163,7 @@
     </message>
     <message>
         <source>电源</source>
-        <translation>Привод</translation>
+        <translation>Приводы</translation>
     </message>
     <message>
         <source>模式</source>
@@ -186,7 +206,7 @@
     </message>
     <message>
         <source>机器人未上电</source>
-        <translation>Привод выключен</translation>
+        <translation>Приводы выключены</translation>
     </message>
     <message>
         <source>机器人正在运动</source>

@@ -69,6 +69,16 @@ void paintWindow(QPainter* painter, QWidget* widget, const QPoint& place) {
     painter->drawRect(QRect(title.topLeft(), QSize(title.width() - 1, kTitleHeight + content.height() - 1)));
 }
 
+/// Where a window stands over the panel's. A dialog is in the middle, as on a screen that has room for it:
+/// the one here is smaller than the panel.
+QPoint placeOf(const QWidget* widget, const QWidget* window) {
+    if (!qobject_cast<const QDialog*>(widget))
+        return widget->pos() - window->pos();
+    QRect place(QPoint(), widget->size());
+    place.moveCenter(window->rect().center());
+    return place.topLeft();
+}
+
 /// The folder's content is read by a thread of its own, on the wall clock.
 void awaitFiles(const QDialog* dialog) {
     const auto* view = dialog->findChild<QAbstractItemView*>(QStringLiteral("listView"));
@@ -236,7 +246,7 @@ void Scene::shoot() {
     QPixmap picture = window->grab();
     QPainter painter(&picture);
     for (QWidget* widget : shown)
-        paintWindow(&painter, widget, widget->pos() - window->pos());
+        paintWindow(&painter, widget, placeOf(widget, window));
     painter.end();
     picture_ = picture;
 }

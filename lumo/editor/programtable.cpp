@@ -22,9 +22,9 @@ namespace {
 /// shows nothing, and the view moves each one of them whenever it scrolls.
 constexpr int labelledRows = 50;
 constexpr int widestNote = 200;
-constexpr int leastDetails = 240;
+constexpr int leastDetails = 180;
 /// What the details have before the notes get more than their caption needs.
-constexpr int usualDetails = 280;
+constexpr int usualDetails = 320;
 constexpr int mostDetails = 520;
 constexpr int markerPointSize = 15;
 /// How long the width of a column has to rest before all rows are sized for it.
@@ -49,18 +49,22 @@ public:
 
 ProgramTable::ProgramTable(QWidget* parent) : QTableWidget(parent) {
     setItemDelegate(new RowDelegate(this));
+    setTabKeyNavigation(false);  // rows are chosen, not cells: Tab leads on to the buttons
     sizeRows_.setSingleShot(true);
     sizeRows_.setInterval(restMs);
     connect(&sizeRows_, &QTimer::timeout, this, &ProgramTable::resizeRowsToContents);
 }
 
 void ProgramTable::follow() {
+    QHeaderView* const header = horizontalHeader();
+    header->setTextElideMode(Qt::ElideNone);
+    header->setDefaultAlignment(Qt::Alignment(QFlag(int(Qt::AlignCenter) | int(Qt::TextWordWrap))));
     for (const auto& [column, width] : {std::pair{MarkerColumn, 5}, std::pair{LineColumn, 5},
                                         std::pair{CommandColumn, 100}, std::pair{DetailColumn, 400}}) {
         setColumnWidth(column, width);
     }
     rebuild();
-    connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this](int column) {
+    connect(header, &QHeaderView::sectionResized, this, [this](int column) {
         if (column == DetailColumn || column == NoteColumn) {
             sizeRows_.start();
         }
@@ -260,11 +264,16 @@ void ProgramTable::fitColumns() {
                                   std::max(0, room - columnWidth(NoteColumn) - columnWidth(DetailColumn)));
 }
 
+/// A caption of several words takes several lines.
 int ProgramTable::captionWidth(Column column) const {
-    constexpr int aroundCaption = 10;
-    QFont font = horizontalHeader()->font();
-    font.setBold(true);
-    return QFontMetrics(font).horizontalAdvance(horizontalHeaderItem(column)->text()) + aroundCaption;
+    constexpr int aroundCaption = 12;
+    const QFontMetrics metrics = horizontalHeader()->fontMetrics();
+    const QStringList words = horizontalHeaderItem(column)->text().split(QLatin1Char(' '));
+    int width = 0;
+    for (const QString& word : words) {
+        width = std::max(width, metrics.horizontalAdvance(word));
+    }
+    return std::max(width + aroundCaption, horizontalHeader()->minimumSectionSize());
 }
 
 void ProgramTable::resizeEvent(QResizeEvent* event) {

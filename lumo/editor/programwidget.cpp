@@ -196,6 +196,11 @@ void ProgramWidget::checkStored() {
     stored_->check();
 }
 
+void ProgramWidget::showFromTheTop() {
+    ui_->tableWidget->setMarker(-1);
+    ui_->tableWidget->selectOnly(0);
+}
+
 void ProgramWidget::addStatement(int row) {
     ui_->tableWidget->addStatement(row);
 }

@@ -40,6 +40,8 @@ public:
     void setProjectPath(const QString& path);
     /// Compares the program with its file now: call it when the project was saved.
     void checkStored();
+    /// Selects the first line, without the marker of what ran before: another program has come.
+    void showFromTheTop();
 
     /// Inserts an empty row into the table, or removes one. The program is not touched.
     void addStatement(int row);

@@ -22,6 +22,9 @@ public:
     RunControls(ProgramTable* table, QWidget* page);
     ~RunControls() override;
 
+    /// Whether nothing runs: no program, no single step, and no pause that is still closing a weld.
+    [[nodiscard]] static bool isIdle();
+
     /// Where a start saves the program; it does not while the path is empty.
     void setProjectPath(const QString& path) { filePath_ = path; }
 
@@ -41,7 +44,6 @@ private:
     void askToJump();
     void jumpAnswered(bool yes);
     void run();
-    [[nodiscard]] static bool isIdle();
     [[nodiscard]] bool refusedForPairs() const;
 
     ProgramTable* table_;

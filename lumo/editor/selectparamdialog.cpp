@@ -18,7 +18,11 @@ SelectParamDialog::SelectParamDialog(ModuleObject* statement, QWidget* parent)
     for (const ModuleObject* set : sets) {
         ui_->comboBox->addItem(set->r(field::name)->getString());
     }
+    ui_->comboBox->setPlaceholderText(sets.isEmpty() ? tr("请先在参数配置中增加参数") : tr("请选择工艺参数"));
     ui_->comboBox->setCurrentIndex(statement->r(field::index)->getInt());
+    connect(ui_->comboBox, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
+            &SelectParamDialog::refreshOk);
+    refreshOk();
 }
 
 SelectParamDialog::~SelectParamDialog() = default;
@@ -38,6 +42,10 @@ void SelectParamDialog::setbeginOrparam(int mode) {
 
 int SelectParamDialog::index() const {
     return ui_->comboBox->currentIndex();
+}
+
+bool SelectParamDialog::canAccept() const {
+    return index() >= 0 && WatchedLineDialog::canAccept();
 }
 
 QString SelectParamDialog::weldSpeed() const {

@@ -12,7 +12,7 @@ class SelectParamDialog;
 }
 
 /// Chooses a parameter set: for a start of welding together with the weld's speed, or for a change
-/// within a weld.
+/// within a weld. OK is disabled while no set is chosen, as when the statement's own is gone.
 class SelectParamDialog final : public WatchedLineDialog {
     Q_OBJECT
 public:
@@ -31,6 +31,7 @@ signals:
     void signalSelectParamIsok(bool ok);
 
 protected:
+    [[nodiscard]] bool canAccept() const override;
     void announce(bool ok) override { emit signalSelectParamIsok(ok); }
 
 private:

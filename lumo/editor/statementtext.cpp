@@ -18,9 +18,10 @@ QString fixed(double value) {
 }
 
 QString position(const ModuleObject* trans, double factor) {
-    return QStringLiteral("xyz(%1, %2, %3)mm;")
-        .arg(fixed(trans->c(0)->getDouble() * factor), fixed(trans->c(1)->getDouble() * factor),
-             fixed(trans->c(2)->getDouble() * factor));
+    return QStringLiteral("xyz(%1, %2, %3)")
+               .arg(fixed(trans->c(0)->getDouble() * factor), fixed(trans->c(1)->getDouble() * factor),
+                    fixed(trans->c(2)->getDouble() * factor)) +
+           QObject::tr("mm;");
 }
 
 QString frame(const QString& label, const ModuleObject* node) {
@@ -201,7 +202,7 @@ QString waitValue2Cn(const ModuleObject* value) {
 }
 
 QString delayTime2Cn(const ModuleObject* delaytime) {
-    return QObject::tr("延时时间为：") + delaytime->getString() + QLatin1String("ms");
+    return QObject::tr("延时时间为：") + delaytime->getString() + QObject::tr("ms");
 }
 
 namespace lumo {

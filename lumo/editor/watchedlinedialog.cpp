@@ -19,12 +19,17 @@ void WatchedLineDialog::watch(QLineEdit* line) {
 }
 
 void WatchedLineDialog::requireText() {
+    requiresText_ = true;
     connect(line_, &QLineEdit::textChanged, this, &WatchedLineDialog::refreshOk, Qt::UniqueConnection);
     refreshOk();
 }
 
+bool WatchedLineDialog::canAccept() const {
+    return !requiresText_ || !line_->text().isEmpty();
+}
+
 void WatchedLineDialog::refreshOk() {
-    okButton()->setEnabled(!line_->text().isEmpty());
+    okButton()->setEnabled(canAccept());
 }
 
 bool WatchedLineDialog::eventFilter(QObject* watched, QEvent* event) {

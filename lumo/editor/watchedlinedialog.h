@@ -26,10 +26,13 @@ protected:
     void watch(QLineEdit* line);
     /// OK is enabled only while something is in the line.
     void requireText();
+    /// Whether OK is to be offered as things are.
+    [[nodiscard]] virtual bool canAccept() const;
+    /// Offers OK, or does not: call it when what canAccept() looks at has changed.
+    void refreshOk();
     void showEvent(QShowEvent* event) override;
 
 private:
-    void refreshOk();
-
     QLineEdit* line_ = nullptr;
+    bool requiresText_ = false;
 };

@@ -243,6 +243,9 @@ int LumoExecutor::beginSequence() {
         settling_.pop_front();
         writePort(off);
     }
+    if (!pending.empty()) {
+        emit activityChanged();
+    }
     return mine;
 }
 
@@ -255,6 +258,7 @@ void LumoExecutor::shutDown() {
     for (const PortStep& off : shutdownSteps()) {
         writePort(off);
     }
+    emit activityChanged();
 }
 
 void LumoExecutor::stopPulsing() {

@@ -248,10 +248,12 @@ void LumoExecutor::testZone(ModuleObject* stmt, const QString& type, double radi
         return;
     }
     const bool named = isArc || isCircle || type == statement::moveL;
-    logE() << QStringLiteral("enter zone! %1: ").arg(named ? type : QString()) << asJson(current);
+    const QString line = QStringLiteral("enter zone! %1: ").arg(named ? type : QString());
+    const QString place = asJson(current);
     zoneReached = true;
     motions_[awaited_].zoneEnded = true;
     waiter_.end(WaitEnd::Zone);
+    logE() << line << place;  // last: who reads along may pause
 }
 
 void LumoExecutor::storeCurrentMoveData(ModuleObject* stmt, const QString& type) {

@@ -62,9 +62,7 @@ std::vector<PortStep> Schedule::takeSteps() {
             steps.push_back(entry.step);
         }
     }
-    if (removeWhere([](const Entry& entry) { return entry.wakeId == 0; })) {
-        emit pendingChanged();
-    }
+    removeWhere([](const Entry& entry) { return entry.wakeId == 0; });
     return steps;
 }
 

@@ -52,7 +52,8 @@ public:
     /// scheduled before them comes before them.
     void runDue();
 
-    /// Removes all port steps and returns them in their order; wakes stay.
+    /// Removes all port steps and returns them in their order; wakes stay. Tells nobody: what is taken may
+    /// have to be done before anybody may hear that nothing is pending.
     std::vector<PortStep> takeSteps();
     /// Removes pending progress steps of one port.
     void dropProgress(I_PORT port);

@@ -135,6 +135,7 @@ void LumoWidget::connectNavigation() {
 /// Shows a page that stands without the top bar.
 void LumoWidget::showAlone(QWidget* page) {
     ui_->topWgt->hide();
+    ui_->line_2->hide();
     ui_->stackedWidget->setCurrentWidget(page);
 }
 
@@ -211,6 +212,7 @@ void LumoWidget::pointPageAccepted(int row) {
 
 void LumoWidget::deletPWgt() {
     ui_->topWgt->show();
+    ui_->line_2->show();
     if (pointPage_) {
         discard(pointPage_);
         pointPage_ = nullptr;
@@ -227,6 +229,7 @@ void LumoWidget::connectProject() {
     connect(ui_->btnSaveAs, &QAbstractButton::clicked, project, &lumo::ProjectDialogs::saveProjectAs);
     connect(ui_->btnSave, &QAbstractButton::clicked, project, [project] { project->saveProject(filePath); });
     connect(project, &lumo::ProjectDialogs::projectChosen, this, &LumoWidget::projectChosen);
+    connect(project, &lumo::ProjectDialogs::projectLoaded, editor_, &ProgramWidget::showFromTheTop);
     connect(project, &lumo::ProjectDialogs::projectSaved, editor_, &ProgramWidget::checkStored);
     connect(project, &lumo::ProjectDialogs::toolsetLoaded, this, &LumoWidget::selectLoadedToolset);
 }

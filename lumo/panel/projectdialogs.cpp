@@ -1,9 +1,7 @@
 #include "panel/projectdialogs.h"
 
-#include "executor/lumoexecutor.h"
-#include "module/globals.h"
+#include "editor/runcontrols.h"
 #include "module/host.h"
-#include "module/keys.h"
 #include "module/messagebox.h"
 #include "panel/lumowidget.h"
 #include "panel/resumedata.h"
@@ -47,11 +45,11 @@ ProjectDialogs::ProjectDialogs(QWidget* page) : QObject(page), page_(page) {}
 ProjectDialogs::~ProjectDialogs() = default;
 
 bool ProjectDialogs::refusedWhileRunning() {
-    const bool idle = m(key::executeState)->getString() == word::idle && executor->depth() == 0;
-    if (!idle) {
-        showMessage(QMessageBox::Warning, LumoWidget::tr("运行错误"), LumoWidget::tr("当前不是空闲状态"));
+    if (RunControls::isIdle()) {
+        return false;
     }
-    return !idle;
+    showMessage(QMessageBox::Warning, LumoWidget::tr("运行错误"), LumoWidget::tr("当前不是空闲状态"));
+    return true;
 }
 
 void ProjectDialogs::newProject() {
@@ -149,6 +147,7 @@ void ProjectDialogs::loadFile(const QString& path) {
     const Project project = readProject(path).value_or(Project());
     loadProject(this, project);
     resetResumeData(this);
+    emit projectLoaded();
     if (!project.toolset.isEmpty()) {
         emit toolsetLoaded();
     }

@@ -35,6 +35,8 @@ public:
 signals:
     /// `path` is the open project now; its program comes into the tree next.
     void projectChosen(const QString& path);
+    /// The chosen project's program is in the tree.
+    void projectLoaded();
     /// A tool set came with the program and is in the tree.
     void toolsetLoaded();
     /// The open project's file holds the program.

@@ -29,6 +29,7 @@ ParamConfigWidget::ParamConfigWidget(QWidget* parent)
     : QWidget(parent), ui_(std::make_unique<Ui::ParamConfigWidget>()) {
     ui_->setupUi(this);
     ui_->tblWgtGroup->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+    ui_->tblWgtGroup->setTabKeyNavigation(false);
     const QList<ModuleObject*> sets = m(key::param)->cmobjs();
     logW() << QStringLiteral("ParamConfigWidget::ParamConfigWidget pns->cmobjs() count  = ") << sets.size();
     for (int row = 0; row < sets.size(); ++row) {

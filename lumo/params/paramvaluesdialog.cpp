@@ -59,6 +59,7 @@ ParamValuesDialog::ParamValuesDialog(ModuleObject* set, QWidget* parent)
         addRow(row, definitions[row]);
     }
     dressGroups(ui_->tableWidget, rowGroups(), GroupColumn);
+    ui_->tableWidget->setTabKeyNavigation(false);  // Tab goes from field to field
     QHeaderView* header = ui_->tableWidget->horizontalHeader();
     header->setSectionResizeMode(QHeaderView::Stretch);
     header->setSectionResizeMode(GroupColumn, QHeaderView::ResizeToContents);
@@ -95,6 +96,10 @@ QLineEdit* ParamValuesDialog::valueLine(int row, const QString& text) {
 
 bool ParamValuesDialog::eventFilter(QObject* watched, QEvent* event) {
     auto* line = qobject_cast<QLineEdit*>(watched);
+    if (line && event->type() == QEvent::FocusIn) {
+        QTableWidget* const table = ui_->tableWidget;
+        table->scrollTo(table->model()->index(lines_.indexOf(line), ValueColumn));
+    }
     if (line && isPressOnLine(line, event)) {
         line->activateWindow();
         return true;

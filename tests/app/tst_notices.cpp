@@ -48,6 +48,8 @@ void AppNotices::problem_isToldInThePanelsLanguage_data() {
     // Chinese first: a process does not go back to it.
     QTest::newRow("Chinese") << "cn" << 3 << "missing value separator"
                              << QStringLiteral("/x/a.json 第3行第7列：两个值之间缺少逗号");
+    QTest::newRow("Chinese, no project")
+        << "cn" << 0 << "the file holds no project" << QStringLiteral("/x/a.json：文件内容不是工程");
     QTest::newRow("English") << "en" << 3 << "missing value separator"
                              << "/x/a.json, line 3, column 7: a comma is missing between two values";
     QTest::newRow("Russian") << "ru" << 3 << "missing value separator"
@@ -59,6 +61,21 @@ void AppNotices::problem_isToldInThePanelsLanguage_data() {
                                << QStringLiteral(
                                       "/x/a.json: не удалось подтвердить запись на диск: нет прав "
                                       "доступа");
+    QTest::newRow("no project") << "ru" << 0 << "the file holds no project"
+                                << QStringLiteral("/x/a.json: это не файл проекта");
+    QTest::newRow("settings") << "ru" << 0 << "the file holds settings, no project"
+                              << QStringLiteral("/x/a.json: это файл настроек, а не проекта");
+    QTest::newRow("no file") << "ru" << 0 << "there is no such file"
+                             << QStringLiteral("/x/a.json: нет такого файла");
+    QTest::newRow("cannot be kept") << "ru" << 0 << "the file in its place is no project and cannot be kept"
+                                    << QStringLiteral(
+                                           "/x/a.json: прежний файл не является проектом, и его "
+                                           "нельзя сохранить");
+    QTest::newRow("protected") << "ru" << 0 << "Existing file /x/a.json is not writable"
+                               << QStringLiteral("/x/a.json: файл защищён от записи");
+    QTest::newRow("protected, in Qt's words")
+        << "ru" << 0 << QStringLiteral("Существующий файл «/x/a.json» защищён от записи")
+        << QStringLiteral("/x/a.json: файл защищён от записи");
     QTest::newRow("unknown reason") << "ru" << 0 << "Stale file handle"
                                     << "/x/a.json: Stale file handle";
 }

@@ -45,6 +45,8 @@ private slots:
     void jog_isRefusedWhileTheProgramRuns();
     void damagedFile_isTold();
     void project_isOpenedByThePagesButton();
+    void dialog_keepsTheKeyboard_data();
+    void dialog_keepsTheKeyboard();
     void strip_isUnfoldedAtTheStartWhereItFits();
     void strip_neverSqueezesThePage();
     void cell_isWiredByThePortFile();
@@ -342,6 +344,30 @@ void AppPanel::project_isOpenedByThePagesButton() {
     QCOMPARE(m(QStringLiteral("lumo.toolset.end.name"))->getString(), QStringLiteral("laser_head"));
     QCOMPARE(text("lblProject"), QStringLiteral("seam"));
     QVERIFY(!QApplication::activeModalWidget());
+}
+
+void AppPanel::dialog_keepsTheKeyboard_data() {
+    QTest::addColumn<QString>("button");
+    QTest::newRow("a dialog that no window manager knows") << "btnNew";
+    QTest::newRow("a file dialog") << "btnOpen";
+}
+
+/// A click beside a dialog activates the window below it, which hears no key.
+void AppPanel::dialog_keepsTheKeyboard() {
+    QFETCH(QString, button);
+    click(button);
+    sim::VirtualTime::instance()->advance(50);
+    QPointer<QWidget> dialog = QApplication::activeModalWidget();
+    QVERIFY(dialog);
+    panel_->window()->activateWindow();
+    sim::VirtualTime::instance()->advance(50);
+    QCOMPARE(QApplication::activeWindow(), dialog.data());
+    QTest::keyPress(QGuiApplication::focusWindow(), Qt::Key_Escape);  // the window ends with it
+    sim::VirtualTime::instance()->advance(50);
+    QVERIFY(!dialog || !dialog->isVisible());
+    panel_->window()->activateWindow();
+    sim::VirtualTime::instance()->advance(50);
+    QVERIFY(panel_->window()->isActiveWindow());
 }
 
 void AppPanel::strip_isUnfoldedAtTheStartWhereItFits() {

@@ -4,6 +4,8 @@
 #include <QImage>
 #include <QtTest>
 
+#include <csignal>
+
 /// The built program as its caller meets it.
 class AppProgram : public QObject {
     Q_OBJECT
@@ -11,21 +13,28 @@ private slots:
     void badUsage_isOneLine();
     void helpAndVersion();
     void pictures_showEveryStop();
+    void signal_endsInOrder_data();
+    void signal_endsInOrder();
 
 private:
     struct Result {
         int status = -1;
         QByteArray out, err;
     };
-    Result run(const QStringList& arguments) const {
-        QProcess process;
-        process.setWorkingDirectory(folder_.path());
+    void start(QProcess* process, const QStringList& arguments) const {
+        process->setWorkingDirectory(folder_.path());
         // Whole stacks for every allocation would make a build with sanitizers many times slower; the
         // program has its suppressions in it.
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         environment.remove(QStringLiteral("LSAN_OPTIONS"));
-        process.setProcessEnvironment(environment);
-        process.start(QStringLiteral(LUMO_PANEL), arguments);
+        environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+        environment.insert(QStringLiteral("XDG_CONFIG_HOME"), folder_.path());
+        process->setProcessEnvironment(environment);
+        process->start(QStringLiteral(LUMO_PANEL), arguments);
+    }
+    Result run(const QStringList& arguments) const {
+        QProcess process;
+        start(&process, arguments);
         process.waitForFinished(240000);
         Result result;
         result.status = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
@@ -77,6 +86,31 @@ void AppProgram::pictures_showEveryStop() {
     // The panel after its start is the picture of its robot too, where the strip fits; all others differ.
     QVERIFY2(different.size() >= expected.size() - int(app::pictureSizes().size()),
              qPrintable(QString::number(different.size())));
+}
+
+void AppProgram::signal_endsInOrder_data() {
+    QTest::addColumn<int>("number");
+    QTest::newRow("terminated") << SIGTERM;
+    QTest::newRow("interrupted") << SIGINT;
+    QTest::newRow("hung up") << SIGHUP;
+}
+
+/// As by closing the window: a program that a signal kills switches nothing off.
+void AppProgram::signal_endsInOrder() {
+    QFETCH(int, number);
+    const QTemporaryDir settings;
+    QProcess panel;
+    panel.setProcessChannelMode(QProcess::MergedChannels);
+    start(&panel, {QStringLiteral("--settings"), settings.path(), QStringLiteral("--language"),
+                   QStringLiteral("en")});
+    QByteArray said;
+    while (!said.contains("lumo v26") && panel.waitForReadyRead(60000))
+        said += panel.readAll();
+    QVERIFY2(said.contains("lumo v26"), said);  // the package is loaded: signals are listened to by now
+    kill(pid_t(panel.processId()), number);
+    QVERIFY(panel.waitForFinished(60000));
+    QCOMPARE(panel.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(panel.exitCode(), 0);
 }
 
 QTEST_GUILESS_MAIN(AppProgram)

@@ -141,7 +141,7 @@ int main(int argc, char** argv) {
     parser.addHelpOption();
     parser.addOptions(
         {{"seed", "The first schedule's seed (1).", "number", "1"},
-         {"count", "How many schedules, of this seed and those that follow (400).", "number", "400"},
+         {"count", "How many schedules, of this seed and those that follow (2500).", "number", "2500"},
          {"verbose", "Print every event."},
          {"keep-going", "Go on after a violation, and say of each schedule what did not hold."}});
     parser.process(application);

@@ -218,6 +218,10 @@ QVector<Action> drawActions(Random& random, int lineCount) {
         Action action;
         action.kind = i == 0 ? (random.chance(90) ? Kind::Start : Kind::Once) : drawKind(random);
         action.moment = drawMoment(random, i == 0);
+        if (action.moment.kind == Moment::Kind::Inside && random.chance(60)) {
+            // What stops something is the hardest to bear in the middle of a write.
+            action.kind = random.oneOf({Kind::Pause, Kind::Pause, Kind::Power, Kind::Weld, Kind::Mode});
+        }
         detail(action, random, lineCount);
         fit(action);
         actions.append(action);

@@ -15,10 +15,10 @@ void LaserRule::on(const Event& event, const Outputs& outputs, const Runs& runs)
         deadline_ = -1;
     }
     onRun(event, runs);
+    onCloseStatement(event, runs);
     switch (event.kind) {
         case Kind::Statement:
             announced_ = event.text == QLatin1String("open");
-            continued_ = false;
             if (event.text == QLatin1String("close") && event.facts.permitted && laserOn) {
                 closeWithin(event, event.facts.decreaseMs + 1, QStringLiteral("a close statement"));
             }
@@ -65,7 +65,6 @@ void LaserRule::onRun(const Event& event, const Runs& runs) {
         // A weld may be continued by hand, in the program in which it was left open by hand.
         announced_ = run->asked.kind == Kind::Start && run->asked.facts.weldOpen && run->asked.mode == 0 &&
                      weldMode_ == 0 && weldGeneration_ == run->generation;
-        continued_ = announced_;
     }
     if (event.kind == Kind::WeldFlag && event.value != 0 && runs.current()) {
         weldMode_ = runs.current()->asked.mode;
@@ -74,6 +73,25 @@ void LaserRule::onRun(const Event& event, const Runs& runs) {
     if (event.kind == Kind::Activity && event.facts.depth == 0) {
         announced_ = false;
         armed_ = false;
+    }
+}
+
+/// A close statement whose closing has begun closes the weld, so that no start opens it again.
+void LaserRule::onCloseStatement(const Event& event, const Runs& runs) {
+    if (closeBegun_ && (event.kind == Kind::Statement || runs.ended())) {
+        if (event.facts.weldOpen) {
+            broken(QStringLiteral("the weld counts as open behind its close statement"));
+        }
+        closeBegun_ = false;
+    }
+    const bool pullsBack = event.kind == Kind::Write && event.port == DO_WIRE_PULLBACK && event.value != 0;
+    if (event.kind == Kind::Statement) {
+        closeAhead_ = event.text == QLatin1String("close") && event.facts.permitted;
+    } else if (event.kind == Kind::Pause || event.kind == Kind::Power || event.kind == Kind::Permission) {
+        closeAhead_ = false;
+    } else if (closeAhead_ && pullsBack) {
+        closeAhead_ = false;
+        closeBegun_ = true;
     }
 }
 

@@ -20,11 +20,13 @@ private:
     /// The laser has to be off `ms` from now, or earlier where that was due already.
     void closeWithin(const Event& event, int ms, const QString& why);
     void closeNow(const Event& event, const Outputs& outputs, const QString& why);
+    void onCloseStatement(const Event& event, const Runs& runs);
 
     bool announced_ = false;    ///< an opening may begin now
     bool armed_ = false;        ///< it has begun with permission, and nothing has ended it
     bool permitted_ = true;     ///< as of the event before
-    bool continued_ = false;    ///< the opening announced continues a weld
+    bool closeAhead_ = false;   ///< a close statement may begin its closing now
+    bool closeBegun_ = false;   ///< it has
     qint64 closingSince_ = -1;  ///< when what ends the weld came, -1: nothing
     qint64 deadline_ = -1;      ///< when the laser has to be off, -1: not yet known
     QString why_;
@@ -40,7 +42,7 @@ public:
 
 private:
     bool stopped_ = false;
-    int action_ = 0;  ///< the loss of power that is on the stack
+    int action_ = 0;  ///< the loss of power that is on the stack, 0: none
 };
 
 /// Nothing is on when the executor says that it rests.
@@ -62,19 +64,22 @@ private:
 };
 
 /// The walk is never ahead of the robot: what follows a move begins when its result has come or the
-/// tool is in its zone, and nothing follows a move that failed.
+/// tool is in its zone, and nothing follows a move that failed. A pause leaves no motion to the robot.
 class WalkRule : public Rule {
 public:
     void on(const Event& event, const Outputs& outputs, const Runs& runs) override;
 
 private:
     void onStatement(const Event& event);
+    void onPause(const Event& event, const Runs& runs);
 
     QVector<int> results_;       ///< since the last reset, stop or loss of power
     int walked_ = 0;             ///< moves begun since the last reset
     bool afterMove_ = false;     ///< the statement before was a move
     bool inZone_ = false;        ///< the tool has entered that move's zone
     bool falseResults_ = false;  ///< results can no longer be told apart
+    int outstanding_ = 0;        ///< motions that the robot has and has not answered
+    int stopDue_ = 0;            ///< the pause that has to stop the robot, 0: none
 };
 
 }  // namespace campaign

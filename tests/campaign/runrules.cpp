@@ -8,21 +8,26 @@ using Kind = Event::Kind;
 // --- After a loss of power -------------------------------------------------------------------------
 
 void StopRule::on(const Event& event, const Outputs& outputs, const Runs& runs) {
-    if (event.kind == Kind::Pause || runs.begun()) {
+    // A pause that comes inside the stop itself is a part of it.
+    if ((event.kind == Kind::Pause && action_ == 0) || runs.begun()) {
         stopped_ = false;
     }
     const QStringList on = outputs.on();
     if (event.kind == Kind::Power && event.value == 0) {
-        const bool busy = !event.facts.idle || event.facts.pending > 0 || !event.facts.wait.isEmpty();
-        if (busy || (event.facts.depth > 0 && !on.isEmpty())) {
+        // Idle, with nothing on and nothing to come, a loss of power asks for nothing.
+        if (!event.facts.idle || event.facts.pending > 0 || !on.isEmpty()) {
             stopped_ = true;
-            action_ = event.action;
+            action_ = action_ == 0 ? event.action : action_;  // one inside another is a part of that
         }
+    }
+    const bool returns = event.kind == Kind::Done && event.action == action_;
+    if (returns) {
+        action_ = 0;
     }
     if (!stopped_) {
         return;
     }
-    if (event.kind == Kind::Done && event.action == action_ && !on.isEmpty()) {
+    if (returns && !on.isEmpty()) {
         broken(QStringLiteral("the loss of power has left on: ") + on.join(QStringLiteral(", ")));
     }
     if (event.kind == Kind::Write && event.value > outputs.value(event.port)) {
@@ -121,7 +126,8 @@ void StartRule::onRefused(const Event& asked, const Event& done) {
 
 // --- The walk --------------------------------------------------------------------------------------
 
-void WalkRule::on(const Event& event, const Outputs&, const Runs&) {
+void WalkRule::on(const Event& event, const Outputs&, const Runs& runs) {
+    onPause(event, runs);
     switch (event.kind) {
         case Kind::Quirk:
             falseResults_ = true;
@@ -166,6 +172,23 @@ void WalkRule::onStatement(const Event& event) {
     afterMove_ = moves.contains(event.text);
     inZone_ = false;
     walked_ += afterMove_ ? 1 : 0;
+}
+
+void WalkRule::onPause(const Event& event, const Runs& runs) {
+    if (event.kind == Kind::Command) {
+        outstanding_ = event.text == QLatin1String("move.reset") || event.text == QLatin1String("move.stop")
+                           ? 0
+                           : outstanding_ + (event.text == QLatin1String("move.opr.enough") ? 0 : 1);
+        stopDue_ = event.text == QLatin1String("move.stop") ? 0 : stopDue_;
+    } else if (event.kind == Kind::Result) {
+        // After an error the robot has dropped the rest.
+        outstanding_ = event.value < 0 ? 0 : qMax(0, outstanding_ - 1);
+    } else if (event.kind == Kind::Pause && !runs.inPower() && (outstanding_ > 0 || !event.facts.robotIdle)) {
+        stopDue_ = event.action;
+    } else if (event.kind == Kind::Done && stopDue_ != 0 && event.action == stopDue_) {
+        broken(QStringLiteral("a pause did not stop the robot"));
+        stopDue_ = 0;
+    }
 }
 
 }  // namespace campaign

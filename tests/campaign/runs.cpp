@@ -109,8 +109,9 @@ bool Runs::asking() const {
 }
 
 bool Runs::inPower() const {
-    return std::any_of(actions_.begin(), actions_.end(),
-                       [](const Action& action) { return action.event.kind == Event::Kind::Power; });
+    return std::any_of(actions_.begin(), actions_.end(), [](const Action& action) {
+        return action.event.kind == Event::Kind::Power && action.event.value == 0;
+    });
 }
 
 }  // namespace campaign

@@ -30,7 +30,7 @@ public:
     [[nodiscard]] int count() const;
     /// A start or step that has neither been accepted nor returned is the innermost action.
     [[nodiscard]] bool asking() const;
-    /// A write of the robot's power is on the stack.
+    /// A loss of power is on the stack.
     [[nodiscard]] bool inPower() const;
     /// How often the hand program was replaced.
     [[nodiscard]] int generation() const { return generation_; }

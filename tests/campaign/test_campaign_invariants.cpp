@@ -144,13 +144,27 @@ QString text(std::initializer_list<const char*> parts) {
 class TestCampaignInvariants : public QObject {
     Q_OBJECT
 
-private slots:
-    void course_data() {
+    static void columns() {
         QTest::addColumn<QString>("diary");
         QTest::addColumn<QString>("broken");
-        const auto row = [](const char* name, const QString& diary, const char* broken) {
-            QTest::newRow(name) << diary << QString::fromLatin1(broken);
-        };
+    }
+
+    static void row(const char* name, const QString& diary, const char* broken) {
+        QTest::newRow(name) << diary << QString::fromLatin1(broken);
+    }
+
+    static void check() {
+        QFETCH(QString, diary);
+        QFETCH(QString, broken);
+        Checker checker;
+        Diary(checker).play(diary);
+        const QString all = checker.broken().join(QStringLiteral("; "));
+        QVERIFY2(broken.isEmpty() ? all.isEmpty() : all.contains(broken), qPrintable(all));
+    }
+
+private slots:
+    void weld_data() {
+        columns();
         row("a weld", text({accepted, opening, closing, ended}), "");
         row("a paused weld", text({accepted, opening, pauseAt400, pauseEnds}), "");
         row("a weld without power", text({accepted, opening, "400 power 0", shutdown}), "");
@@ -172,6 +186,9 @@ private slots:
             text({accepted, opening, "350 permit 0\n 552 write POWER 0"}), "has to be off by 551 ms");
         row("laser on long after the close",
             text({accepted, opening, "400 statement close\n 602 write POWER 0"}), "has to be off by 601 ms");
+        row("weld open behind its close",
+            text({accepted, opening}) + QString(closing).replace("flag 0", "statement delay"),
+            "behind its close statement");
         row("closing raises the power", text({accepted, opening, pauseAt400, "450 write POWER 9500"}),
             "raises the laser power");
         row("closing ends with power", text({accepted, opening, pauseAt400, "500 write LASER 0"}),
@@ -185,12 +202,20 @@ private slots:
         row("a weld is resumed in another mode",
             text({accepted, opening, pauseAt400, pauseEnds}) + QString(again).replace("start 0", "start 1"),
             "gas");
+    }
 
+    void weld() { check(); }
+
+    void stop_data() {
+        columns();
         row("power loss leaves gas on",
             text({accepted, opening, "400 power 0"}) + QString(shutdown).replace("400 write GAS 0\n", ""),
             "left on: GAS");
         row("wire on after a power loss",
             text({accepted, opening, "400 power 0", shutdown, "450 write WIRE 1"}), "WIRE is raised");
+        row("pause inside a power loss",
+            text({accepted, opening, "400 power 0\n 400 pause\n 400 done", shutdown, "450 write WIRE 1"}),
+            "WIRE is raised");
         row("statement after a power loss",
             text({accepted, opening, "400 power 0", shutdown, "450 output DO1"}), "sets DO1");
         row("motion after a power loss",
@@ -204,7 +229,12 @@ private slots:
             "rests with something on: WIRE");
         row("rest while the source emits", text({accepted, opening, "300 emits 1", closing, ended}),
             "rests while the laser source emits");
+    }
 
+    void stop() { check(); }
+
+    void run_data() {
+        columns();
         row("two runs", text({accepted, "10 start 0\n 10 depth 2"}), "another one is on the stack");
         row("start while not idle", text({"0 facts idle 0\n 0 start 0\n 0 depth 1"}), "not idle");
         row("start without power", text({"0 facts powered 0\n 0 start 0\n 0 depth 1"}), "without power");
@@ -230,34 +260,33 @@ private slots:
             "ahead");
         row("walk on after an error", text({accepted, "0 statement moveL\n 9 result -1\n 9 statement delay"}),
             "motion error");
+        row("a pause that stops nothing",
+            text({accepted, "0 command move.l\n 0 statement moveL\n 9 pause\n 9 depth 2\n 9 done"}),
+            "did not stop the robot");
+        row("a pause of a robot that stands",
+            text({accepted, "0 command move.l\n 5 result 0\n 9 pause\n 9 depth 2\n 9 done"}), "");
         row("results that mean nothing",
             text({accepted, "0 quirk\n 0 done\n 0 statement moveL\n 9 statement delay"}), "");
     }
 
-    void course() {
-        QFETCH(QString, diary);
-        QFETCH(QString, broken);
-        Checker checker;
-        Diary(checker).play(diary);
-        const QString all = checker.broken().join(QStringLiteral("; "));
-        QVERIFY2(broken.isEmpty() ? all.isEmpty() : all.contains(broken), qPrintable(all));
-    }
+    void run() { check(); }
 
     void ending_data() {
         QTest::addColumn<Ending>("ending");
         QTest::addColumn<QString>("broken");
-        const auto row = [](const char* name, const Ending& ending, const char* broken) {
+        const auto endingRow = [](const char* name, const Ending& ending, const char* broken) {
             QTest::newRow(name) << ending << QString::fromLatin1(broken);
         };
-        row("rest", {true, 0, 0, 0, 0, {}, 2, 3}, "");
-        row("nothing was run", {true, 0, 0, 0, 0, {}, 0, -1}, "");
-        row("busy", {false, 0, 0, 0, 0, {}, 0, -1}, "not idle");
-        row("a run on the stack", {true, 1, 0, 0, 0, {}, 0, -1}, "depth is 1");
-        row("steps", {true, 0, 2, 0, 0, {}, 0, -1}, "2 steps");
-        row("a message", {true, 0, 0, 1, 0, {}, 0, -1}, "1 messages");
-        row("a timer", {true, 0, 0, 0, 1, {}, 0, -1}, "1 timers");
-        row("an output", {true, 0, 0, 0, 0, {QStringLiteral("GAS")}, 0, -1}, "GAS is on at the controller");
-        row("a line too many", {true, 0, 0, 0, 0, {}, 3, 3}, "resume line 3");
+        endingRow("rest", {true, 0, 0, 0, 0, {}, 2, 3}, "");
+        endingRow("nothing was run", {true, 0, 0, 0, 0, {}, 0, -1}, "");
+        endingRow("busy", {false, 0, 0, 0, 0, {}, 0, -1}, "not idle");
+        endingRow("a run on the stack", {true, 1, 0, 0, 0, {}, 0, -1}, "depth is 1");
+        endingRow("steps", {true, 0, 2, 0, 0, {}, 0, -1}, "2 steps");
+        endingRow("a message", {true, 0, 0, 1, 0, {}, 0, -1}, "1 messages");
+        endingRow("a timer", {true, 0, 0, 0, 1, {}, 0, -1}, "1 timers");
+        endingRow("an output", {true, 0, 0, 0, 0, {QStringLiteral("GAS")}, 0, -1},
+                  "GAS is on at the controller");
+        endingRow("a line too many", {true, 0, 0, 0, 0, {}, 3, 3}, "resume line 3");
     }
 
     void ending() {

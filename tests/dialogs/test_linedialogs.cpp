@@ -169,11 +169,36 @@ private slots:
         QCOMPARE(dialog.index(), 2);
     }
 
+    void setThatIsGone_isNotReplacedByAnother_data() {
+        QTest::addColumn<int>("mode");
+        QTest::newRow("start of welding") << 1;
+        QTest::newRow("change") << 0;
+    }
+
     void setThatIsGone_isNotReplacedByAnother() {
-        const auto statement = test::node(R"({"index":4})");
+        QFETCH(int, mode);
+        const auto statement = test::node(R"({"index":4,"weldspeed":20})");
         SelectParamDialog dialog(statement.get());
+        dialog.setbeginOrparam(mode);
+        dialog.open();
         QCOMPARE(dialog.index(), -1);
-        QCOMPARE(child<QComboBox>(&dialog, "comboBox")->currentText(), QString());
+        auto* sets = child<QComboBox>(&dialog, "comboBox");
+        QCOMPARE(sets->currentText(), QString());
+        const QPushButton* ok = test::button(&dialog, QDialogButtonBox::Ok);
+        QVERIFY(!ok->isEnabled());
+        QTest::keyClick(sets, Qt::Key_Down);
+        QCOMPARE(dialog.index(), 0);
+        QVERIFY(ok->isEnabled());
+    }
+
+    void withoutSets_nothingCanBeChosen() {
+        m(QStringLiteral("lumo.param"))->loadJson(this, QJsonArray());
+        const auto statement = test::node(R"({"index":0,"weldspeed":20})");
+        SelectParamDialog dialog(statement.get());
+        dialog.setbeginOrparam(1);
+        QTest::keyClicks(child<QLineEdit>(&dialog, "lineEdit"), "5");
+        QVERIFY(!test::button(&dialog, QDialogButtonBox::Ok)->isEnabled());
+        QVERIFY(!child<QComboBox>(&dialog, "comboBox")->placeholderText().isEmpty());
     }
 
     void batch_data() {

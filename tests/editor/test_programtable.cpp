@@ -104,6 +104,16 @@ private slots:
         QCOMPARE(followed, heights());
     }
 
+    /// The arrows go from row to row; Tab leads on to the buttons, with the row still chosen.
+    void tab_leavesTheTable() {
+        editor_.load(R"([{"type":"delay"},{"type":"close"},{"type":"delay"}])");
+        editor_.select(0);
+        QTest::keyClick(editor_.table(), Qt::Key_Down);
+        QTest::keyClick(editor_.table(), Qt::Key_Tab);
+        QCOMPARE(editor_.table()->selectedRow(), 1);
+        QVERIFY(qobject_cast<QAbstractButton*>(editor_.page->focusWidget()));
+    }
+
     void changesInsideANotification_areFollowed() {
         editor_.load(R"([{"type":"delay","delaytime":1}])");
         QRandomGenerator random(1);

@@ -105,27 +105,28 @@ private slots:
             "1.Point:xyz(500.000, 0.000, 250.000)mm;\n2.Speed:v35mm/s;\n3.Radius: 0mm;\n"
             "4.Tool:torch, Coord:xyz(0.100, 0.000, 0.050)mm;\n5.Wobj:wobj0, Coord:xyz(0.000, 0.000, "
             "0.000)mm;",
-            "1.Точка: xyz(500.000, 0.000, 250.000)mm;\n2.Скорость: v35мм/с;\n3.Радиус сглаживания: 0мм;\n"
-            "4.Инструмент: torch, Коорд.: xyz(0.100, 0.000, 0.050)mm;\n"
-            "5.Деталь: wobj0, Коорд.: xyz(0.000, 0.000, 0.000)mm;");
+            "1.Точка: xyz(500.000, 0.000, 250.000)мм;\n2.Скорость: v35мм/с;\n3.Радиус сглаживания: 0мм;\n"
+            "4.Инструмент: torch, Коорд.: xyz(0.100, 0.000, 0.050)мм;\n"
+            "5.Деталь: wobj0, Коорд.: xyz(0.000, 0.000, 0.000)мм;");
         row("moveC shows both its points as positions",
             R"({"type":"moveC","point":{},"point1":{"trans":[1,-2,0.0004]}})",
             "1.点位：xyz(0.000, 0.000, 0.000)mm;\n2.点位：xyz(1000.000, -2000.000, 0.400)mm;",
             "1.Point:xyz(0.000, 0.000, 0.000)mm;\n2.Point:xyz(1000.000, -2000.000, 0.400)mm;",
-            "1.Точка: xyz(0.000, 0.000, 0.000)mm;\n2.Точка: xyz(1000.000, -2000.000, 0.400)mm;");
+            "1.Точка: xyz(0.000, 0.000, 0.000)мм;\n2.Точка: xyz(1000.000, -2000.000, 0.400)мм;");
         row("open shows the set's and the port's values, not its own",
             R"({"type":"open","index":0,"laserPower":"1","laserDutyCycle":"2","wireEnable":false,"weldspeed":"18"})",
             "1.参数名称：thin;\n2.激光功率：50%;\n3.激光占空比：30%;\n4.送丝使能：ON;\n5.焊接速度：v18mm/s；",
             "1.Param Name:thin;\n2.Laser Power:50%;\n3.Laser Ratio:30%;\n4.Wire Enable:ON;\n5.Weld "
             "Speed:v18mm/s;",
-            "1.Набор параметров: thin;\n2.Мощность лазера: 50%;\n3.Скважность лазера: 30%;\n4.Подача "
+            "1.Набор параметров: thin;\n2.Мощность лазера: 50%;\n3.Коэффициент заполнения: 30%;\n4.Подача "
             "проволоки: ON;\n"
             "5.Скорость сварки: v18мм/с;");
         row("param that names no set",
             R"({"type":"param","index":7,"laserPower":50,"laserDutyCycle":50,"wireEnable":true})",
             "1.参数名称：;\n2.激光功率：%;\n3.激光占空比：%;\n4.送丝使能：ON;",
             "1.Param Name:;\n2.Laser Power:%;\n3.Laser Ratio:%;\n4.Wire Enable:ON;",
-            "1.Набор параметров: ;\n2.Мощность лазера: %;\n3.Скважность лазера: %;\n4.Подача проволоки: ON;");
+            "1.Набор параметров: ;\n2.Мощность лазера: %;\n3.Коэффициент заполнения: %;\n4.Подача проволоки: "
+            "ON;");
         row("setDO of an output",
             R"({"type":"setDO","doName":"DO1","DO_type":"IO","DO_reg":{"name":"R","bias":4},"value":"true"})",
             "1.DO名称：DO1\n2.设置为：true", "1.DO Name:DO1\n2.Set To: true",
@@ -136,7 +137,7 @@ private slots:
             "1.DI Name:R1[3]\n2.Waiting for signal become tofalse",
             "1.Вход DI: R1[3]\n2.Ждать состояния сигнала: false");
         row("delay is not numbered", R"({"type":"delay","delaytime":500})", "延时时间为：500ms",
-            "Delay Time is:500ms", "Время задержки: 500ms");
+            "Delay Time is:500ms", "Время задержки: 500мс");
     }
 
     void details() {

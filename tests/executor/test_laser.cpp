@@ -226,6 +226,34 @@ private slots:
         QCOMPARE(bench_.robot.offSince("LASER"), qint64(1050));
     }
 
+    void aPauseByWhoeverHearsThatNothingIsPending_findsTheLaserOff_data() {
+        QTest::addColumn<bool>("powerLost");
+        QTest::newRow("second pause") << false;
+        QTest::newRow("power lost") << true;
+    }
+    void aPauseByWhoeverHearsThatNothingIsPending_findsTheLaserOff() {
+        QFETCH(bool, powerLost);
+        bench_.setParam("decrease_time", 2000);
+        bench_.load(weld(R"({"type":"delay","delaytime":5000})"));
+        bench_.at(1000, [] { test::ExecutorBench::pause(); });
+        bench_.run();
+        bench_.time.advance(50);
+        QObject scope;
+        bool paused = false;
+        connect(executor, &LumoExecutor::activityChanged, &scope, [&paused] {
+            if (executor->pendingSteps() == 0 && !std::exchange(paused, true)) {
+                test::ExecutorBench::pause();
+            }
+        });
+        if (powerLost) {
+            bench_.robot.setPower("off");
+        } else {
+            test::ExecutorBench::pause();
+        }
+        QVERIFY(paused);
+        QCOMPARE(bench_.robot.offSince("LASER"), qint64(1050));
+    }
+
     void aClosingDuringTheRampUp_neverRaisesThePower() {
         bench_.setParam("increase_time", 1000);
         bench_.setParam("stay_time", 0);

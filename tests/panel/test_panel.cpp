@@ -2,6 +2,7 @@
 
 #include "editor/pointwidget.h"
 #include "kord/controllermanager.h"
+#include "panel/elidedcombo.h"
 #include "params/paramconfigwidget.h"
 
 #include <QComboBox>
@@ -197,6 +198,24 @@ private slots:
         QTest::keyClick(tools, Qt::Key_Up);
         QCOMPARE(m("lumo.toolset.end.name")->getString(), "tool0");
         QCOMPARE(handed.size(), 1);
+    }
+
+    void selector_shortensWhatDoesNotFit_data() {
+        QTest::addColumn<QString>("tool");
+        QTest::addColumn<bool>("whole");
+        QTest::newRow("usual") << "laser_head" << true;
+        QTest::newRow("long") << "laser_head_with_wire_feeder" << false;
+    }
+
+    void selector_shortensWhatDoesNotFit() {
+        QFETCH(QString, tool);
+        m("rova.project.tool._list")->loadJson(this, QJsonArray({QJsonObject{{"name", tool}}}));
+        m("lumo.toolset.end.name")->setValue(this, tool);
+        bench_.makePage();
+        const auto* tools = bench_.find<lumo::ElidedCombo>("toolCmb");
+        QCOMPARE(tools->currentText(), tool);
+        QTEST(tools->shownText() == tool, "whole");
+        QVERIFY(tools->fontMetrics().horizontalAdvance(tools->shownText()) < tools->width());
     }
 
     void start_appliesBothSelectorsAgain() {

@@ -154,6 +154,23 @@ private slots:
         QVERIFY(bench_.find<QPushButton>("btnMoveJ")->isEnabled());
     }
 
+    /// Start is not to ask about a line, nor the marker to point at one, that was another program's.
+    void open_beginsAtTheFirstLine() {
+        bench_.load(twoLines);
+        m("lumo.execute.line")->setValue(this, 1);
+        auto* table = bench_.page->findChild<QTableWidget*>("tableWidget");
+        const auto isMarked = [table](int row) {
+            const auto* label = qobject_cast<QLabel*>(table->cellWidget(row, 0));
+            return label && !label->text().isEmpty();
+        };
+        QVERIFY(isMarked(1));
+        bench_.write("seam.json", twoLines);
+        openFile("seam.json");
+        QCOMPARE(table->selectionModel()->selectedRows().size(), 1);
+        QCOMPARE(table->selectionModel()->selectedRows().first().row(), 0);
+        QVERIFY(!isMarked(0) && !isMarked(1));
+    }
+
     void open_withTheToolInForce_tellsTheRobot() {
         bench_.write("seam.json", R"([{"end":{"name":"tool0","trans":[0.2,0,0]},"ref":{"name":"wobj0"}}])");
         openFile("seam.json");

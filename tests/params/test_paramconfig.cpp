@@ -164,6 +164,14 @@ private slots:
         QCOMPARE(rows(), QStringList({"1 B", "2 A"}));
     }
 
+    void tab_leavesTheTable() {
+        open({"A", "B", "C"});
+        select(1);
+        QTest::keyClick(table(), Qt::Key_Tab);
+        QCOMPARE(table()->currentRow(), 1);
+        QVERIFY(qobject_cast<QAbstractButton*>(page_->focusWidget()));
+    }
+
     void add_makesASetOfDefaults() {
         open({"A"});
         add("Steel 2 mm");

@@ -146,6 +146,25 @@ private slots:
         QCOMPARE(line(dialog, 5)->cursorPosition(), 4);
     }
 
+    /// Row after row without the mouse, and never typing where nobody sees it.
+    void tab_goesFromFieldToField() {
+        ParamValuesDialog dialog(sets()->c(0));
+        dialog.open();
+        bench_.time.settle();
+        QTest::mouseClick(line(dialog, 0), Qt::LeftButton);
+        const int rows = table(dialog)->rowCount();
+        for (int row = 0; row < rows; ++row) {
+            QCOMPARE(dialog.focusWidget(), line(dialog, row));
+            QVERIFY(table(dialog)->viewport()->rect().contains(line(dialog, row)->geometry()));
+            QTest::keyClicks(line(dialog, row), QString::number(row));
+            QTest::keyClick(line(dialog, row), Qt::Key_Tab);
+        }
+        for (int row = 0; row < rows; ++row) {
+            QCOMPARE(line(dialog, row)->text(), QString::number(row));
+        }
+        QVERIFY(qobject_cast<QPushButton*>(dialog.focusWidget()));
+    }
+
     void changes_reachTheProgram_data() {
         QTest::addColumn<int>("row");
         QTest::addColumn<QString>("typed");

@@ -277,6 +277,19 @@ private slots:
         QVERIFY(robot.controller.standsStill());
     }
 
+    void bunchQuirk_deliversTheHeldResultThoughTheLastWasAnsweredAtOnce() {
+        ControllerFixture robot;
+        robot.controller.setQuirk(Quirk::Bunch, true);
+        robot.start();
+        robot.line(0.51, 0, 0.4);
+        robot.controller.setQuirk(Quirk::Sync, true);
+        robot.line(0.52, 0, 0.4);
+        robot.order("move.opr.enough");
+        robot.diary();
+        QCOMPARE(robot.lines.filter(QStringLiteral("result")).size(), 2);
+        QVERIFY(robot.controller.standsStill());
+    }
+
     void standsStill_waitsForBrakingAndResults() {
         ControllerFixture robot;
         robot.line(0.7, 0, 0.4, 0.2);

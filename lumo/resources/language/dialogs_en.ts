@@ -73,6 +73,14 @@
         <source>取消</source>
         <translation>Cancel</translation>
     </message>
+    <message>
+        <source>请先在参数配置中增加参数</source>
+        <translation>Add a parameter set first</translation>
+    </message>
+    <message>
+        <source>请选择工艺参数</source>
+        <translation>Select a parameter set</translation>
+    </message>
 </context>
 <context>
     <name>DelayDialog</name>

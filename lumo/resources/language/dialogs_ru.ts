@@ -73,6 +73,14 @@
         <source>取消</source>
         <translation>Отмена</translation>
     </message>
+    <message>
+        <source>请先在参数配置中增加参数</source>
+        <translation>Сначала добавьте набор параметров</translation>
+    </message>
+    <message>
+        <source>请选择工艺参数</source>
+        <translation>Выберите набор параметров</translation>
+    </message>
 </context>
 <context>
     <name>DelayDialog</name>
@@ -167,7 +175,7 @@
     </message>
     <message>
         <source>确认</source>
-        <translation>Да</translation>
+        <translation>ОК</translation>
     </message>
     <message>
         <source>取消</source>

@@ -64,6 +64,14 @@
         <translation>mm;</translation>
     </message>
     <message>
+        <source>mm;</source>
+        <translation>mm;</translation>
+    </message>
+    <message>
+        <source>ms</source>
+        <translation>ms</translation>
+    </message>
+    <message>
         <source>工具：</source>
         <translation>Tool:</translation>
     </message>

@@ -64,6 +64,14 @@
         <translation>мм;</translation>
     </message>
     <message>
+        <source>mm;</source>
+        <translation>мм;</translation>
+    </message>
+    <message>
+        <source>ms</source>
+        <translation>мс</translation>
+    </message>
+    <message>
         <source>工具：</source>
         <translation>Инструмент: </translation>
     </message>
@@ -85,7 +93,7 @@
     </message>
     <message>
         <source>激光占空比：</source>
-        <translation>Скважность лазера: </translation>
+        <translation>Коэффициент заполнения: </translation>
     </message>
     <message>
         <source>送丝使能：</source>
@@ -120,7 +128,7 @@
     <name>ProgramWidget</name>
     <message>
         <source>指针</source>
-        <translation>Метка</translation>
+        <translation>Курсор</translation>
     </message>
     <message>
         <source>行数</source>
@@ -136,15 +144,15 @@
     </message>
     <message>
         <source>备注</source>
-        <translation>Примечание</translation>
+        <translation>Примеч.</translation>
     </message>
     <message>
         <source>是否运行</source>
-        <translation>Выполнение</translation>
+        <translation>Вкл. / выкл.</translation>
     </message>
     <message>
         <source>编辑</source>
-        <translation>Изменить</translation>
+        <translation>Правка</translation>
     </message>
     <message>
         <source>删除</source>
@@ -152,11 +160,11 @@
     </message>
     <message>
         <source>复制</source>
-        <translation>Копи­ровать</translation>
+        <translation>Копия</translation>
     </message>
     <message>
         <source>粘贴</source>
-        <translation>Вставить</translation>
+        <translation>Вставка</translation>
     </message>
     <message>
         <source>上移</source>
@@ -184,7 +192,7 @@
     </message>
     <message>
         <source>修改转弯区</source>
-        <translation>Радиус сгла­живания</translation>
+        <translation>Радиус</translation>
     </message>
     <message>
         <source>空走</source>

@@ -24,7 +24,7 @@
     </message>
     <message>
         <source>机器人未上电</source>
-        <translation>Питание робота выключено.</translation>
+        <translation>Приводы робота выключены.</translation>
     </message>
     <message>
         <source>机器人正在运行中</source>

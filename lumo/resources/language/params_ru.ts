@@ -52,7 +52,7 @@
     </message>
     <message>
         <source>提示</source>
-        <translation>Подсказка</translation>
+        <translation>Сообщение</translation>
     </message>
     <message>
         <source>该参数名称已存在</source>
