@@ -197,10 +197,11 @@ QString completeStations(Options& options, const QStringList& files) {
     if (options.lineGiven || options.once)
         return QStringLiteral("--stations and --%1 exclude each other")
             .arg(options.lineGiven ? QStringLiteral("line") : QStringLiteral("once"));
-    if (!options.settings.isEmpty())
-        return QStringLiteral("--stations and --settings exclude each other");
     if (!QFileInfo(options.stations).isDir())
         return QStringLiteral("--stations %1 is no folder").arg(options.stationsName);
+    if (!options.settings.isEmpty() &&
+        QDir(options.settings).canonicalPath() != QDir(options.stations).canonicalPath())
+        return QStringLiteral("--settings %1 is not the folder of the stations").arg(options.settingsName);
     options.settings = options.stations;
     return {};
 }

@@ -35,9 +35,11 @@ bool StationPage::find(QWidget* panel) {
     table_ = page_->findChild<QTableWidget*>(QStringLiteral("tableWidget"));
     if (!switch_ || !table_)
         return false;
-    for (int row = 0; row < table_->rowCount(); ++row)
-        states_.append(text(row, kStateColumn));
-    connect(table_->model(), &QAbstractItemModel::dataChanged, this, &StationPage::readStates);
+    readStates();
+    const QAbstractItemModel* model = table_->model();
+    for (const auto rowsChanged : {&QAbstractItemModel::rowsInserted, &QAbstractItemModel::rowsRemoved})
+        connect(model, rowsChanged, this, &StationPage::readStates);
+    connect(model, &QAbstractItemModel::dataChanged, this, &StationPage::readStates);
     return true;
 }
 
@@ -73,7 +75,7 @@ QString StationPage::project(int row) const {
     return text(row, kProjectColumn);
 }
 
-// Rows come and go only by the operator's hand; what a new row shows first is no change of its state.
+// Where rows came or went the texts are only taken down, and what a new row shows first is no change.
 void StationPage::readStates() {
     const QStringList before = states_;
     states_.clear();
@@ -82,7 +84,7 @@ void StationPage::readStates() {
     if (states_.size() != before.size())
         return;
     for (int row = 0; row < before.size(); ++row) {
-        if (states_[row] != before[row])
+        if (!before[row].isEmpty() && states_[row] != before[row])
             emit stateChanged(row, states_[row]);
     }
 }

@@ -5,9 +5,14 @@
 #include "mendo/modulemanager.h"
 #include "simulator/controller.h"
 
+#include <QApplication>
+#include <QComboBox>
 #include <QDoubleSpinBox>
 #include <QFile>
+#include <QMouseEvent>
+#include <QTableWidget>
 
+#include <algorithm>
 #include <initializer_list>
 #include <iterator>
 
@@ -134,6 +139,53 @@ void unlockDevices(Scene& s) {
 
 void lockDevices(Scene& s) {
     switchDevices(s, {"btnLaserControl", "btnBlowControl", "btnWireControl"});
+}
+
+/// The table of the page shown.
+QTableWidget* shownTable(Scene& s) {
+    const QList<QTableWidget*> tables = s.panel()->window()->findChildren<QTableWidget*>(kTable);
+    const auto shown = std::find_if(tables.begin(), tables.end(),
+                                    [](const QTableWidget* table) { return table->isVisible(); });
+    return shown == tables.end() ? nullptr : *shown;
+}
+
+/// Opens the choices of a port as a finger does.
+void choosePort(Scene& s, int row) {
+    press(s, "btnPort");
+    const QTableWidget* table = shownTable(s);
+    auto* box = table ? qobject_cast<QComboBox*>(table->cellWidget(row, 3)) : nullptr;
+    if (!box)
+        return;
+    QMouseEvent down(QEvent::MouseButtonPress, QPointF(box->rect().center()), Qt::LeftButton, Qt::LeftButton,
+                     Qt::NoModifier);
+    QApplication::sendEvent(box, &down);
+    s.shoot();
+    box->hidePopup();
+}
+
+void press(QWidget* widget) {
+    QMouseEvent down(QEvent::MouseButtonPress, QPointF(widget->rect().center()), Qt::LeftButton,
+                     Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(widget, &down);
+}
+
+/// Opens the page of the stations and presses its switch.
+void pressListening(Scene& s) {
+    press(s, "btnBind");
+    if (auto* button = s.panel()->window()->findChild<QWidget*>(QStringLiteral("switchBtn"))) {
+        press(button);
+    }
+}
+
+void setStationInputs(Scene& s, bool value) {
+    for (const char* input : {"DI1", "FIXTURE_DI.#0"})
+        s.controller()->setInput(QLatin1String(input), value);
+}
+
+void editStation(Scene& s, int row) {
+    press(s, "btnBind");
+    s.selectRow(kTable, row);
+    press(s, "btnEdit");
 }
 
 /// The panel itself.
@@ -382,6 +434,90 @@ const Stop kParameters[] = {
      }},
 };
 
+/// The assignment of the ports.
+const Stop kPorts[] = {
+    {"ports",
+     [](Scene& s) {
+         press(s, "btnPort");
+         s.shoot();
+     }},
+    {"ports_outputs",
+     [](Scene& s) {
+         press(s, "btnPort");
+         if (QTableWidget* table = shownTable(s))
+             table->scrollToBottom();
+         s.shoot();
+     }},
+    {"ports_choice", [](Scene& s) { choosePort(s, 2); }},
+    {"ports_saved",
+     [](Scene& s) {
+         press(s, "btnPort");
+         press(s, "okayBtn");
+         s.shoot();
+     }},
+};
+
+/// Stations.
+const Stop kStations[] = {
+    {"stations",
+     [](Scene& s) {
+         press(s, "btnBind");
+         s.shoot();
+     }},
+    {"stations_listening",
+     [](Scene& s) {
+         power(s);
+         setStationInputs(s, false);
+         pressListening(s);
+         setStationInputs(s, true);
+         s.after(250, [&s] { setStationInputs(s, false); });
+         s.after(2500, [&s] {
+             s.shoot();
+             press(s, "btnProject");
+             press(s, "btnPause");
+         });
+         s.settle();
+         s.settle();  // the second station's run
+         pressListening(s);
+     }},
+    {"stations_edit_none",
+     [](Scene& s) {
+         press(s, "btnBind");
+         press(s, "btnEdit");
+         s.shoot();
+     }},
+    {"stations_delete_own",
+     [](Scene& s) {
+         press(s, "btnBind");
+         s.selectRow(kTable, 0);
+         press(s, "btnDel");
+         s.shoot();
+     }},
+    {"station",
+     [](Scene& s) {
+         editStation(s, 0);
+         s.shoot();
+     }},
+    {"station_registers",
+     [](Scene& s) {
+         editStation(s, 1);
+         s.shoot();
+     }},
+    {"station_new_without_name",
+     [](Scene& s) {
+         press(s, "btnBind");
+         press(s, "btnAdd");
+         press(s, "okayBtn");
+         s.shoot();
+     }},
+    {"station_project",
+     [](Scene& s) {
+         editStation(s, 4);
+         press(s, "btnOpen");
+         s.shoot();
+     }},
+};
+
 /// Status monitor and device control panel.
 const Stop kDevices[] = {
     {"monitor", monitor},
@@ -460,6 +596,8 @@ std::vector<Stop> collect() {
     append(&all, kEditor);
     append(&all, kRuns);
     append(&all, kParameters);
+    append(&all, kPorts);
+    append(&all, kStations);
     append(&all, kDevices);
     append(&all, kNotices);
     return all;

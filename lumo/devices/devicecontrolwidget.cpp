@@ -3,6 +3,7 @@
 #include "module/stylesheet.h"
 #include "ui_devicecontrolwidget.h"
 
+#include <QCoreApplication>
 #include <QTimer>
 
 namespace {
@@ -27,6 +28,8 @@ DeviceControlWidget::DeviceControlWidget(QWidget* parent)
     for (const Lock& lock : locks_) {
         connect(lock.button, &QPushButton::clicked, this, [this, &lock] { pressLock(lock); });
     }
+    connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, this,
+            &DeviceControlWidget::switchOff);
     constexpr int periodMs = 160;
     auto* timer = new QTimer(this);
     connect(timer, &QTimer::timeout, this, &DeviceControlWidget::refresh);
@@ -68,11 +71,25 @@ void DeviceControlWidget::pressLock(const Lock& lock) {
     setPortDO(this, lock.output, on);
 }
 
+/// The button may be allowed a little longer than its lock is on: such a press switches nothing on.
 void DeviceControlWidget::pressDevice(const Device& device) {
-    setPortDO(this, device.output, !portState(device.output));
+    const bool on = !portState(device.output);
+    if (on && !portState(device.lock)) {
+        return;
+    }
+    setPortDO(this, device.output, on);
     for (const auto& [port, field] : device.setPoints) {
         constexpr double percentOfFull = 100.0;
         setPortAO(this, port, field->value() / percentOfFull);
+    }
+}
+
+/// With the application goes the last hand that could switch off what burns or flows.
+void DeviceControlWidget::switchOff() {
+    for (const Device& device : devices_) {
+        if (portState(device.output)) {
+            setPortDO(this, device.output, false);
+        }
     }
 }
 

@@ -58,6 +58,11 @@ TextPlace placeOf(const QByteArray& text, int offset) {
 
 }  // namespace
 
+TextPlace contentPlace(const QByteArray& json) {
+    const QByteArray mark = QByteArrayLiteral("\xEF\xBB\xBF");
+    return placeOf(json, skipSpace(json, json.startsWith(mark) ? mark.size() : 0));
+}
+
 TextPlace elementPlace(const QByteArray& json, int position) {
     int at = skipSpace(json, json.indexOf('[') + 1);
     for (int element = 0; at < json.size() && json[at] != ']'; ++element) {

@@ -8,6 +8,10 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
+#include <filesystem>
+#include <string>
+#include <system_error>
+
 namespace lumo {
 
 namespace {
@@ -26,14 +30,25 @@ QJsonValue contentOf(const QString& path) {
     return document.isArray() ? QJsonValue(document.array()) : QJsonValue(document.object());
 }
 
-/// Copies the file to a name that is free: NAME.damaged, NAME.damaged.2, …
+/// Gives the file a second name that is free: NAME.damaged, NAME.damaged.2, … The new content, which is
+/// renamed over the first, leaves it alone. False when it cannot.
 bool keepAside(const QString& path) {
     constexpr int mostKept = 1000;
-    QString kept = path + QLatin1String(".damaged");
-    for (int number = 2; QFileInfo::exists(kept) && number <= mostKept; ++number) {
-        kept = path + QStringLiteral(".damaged.%1").arg(number);
+    // The file itself: a link would go on to the new content.
+    const std::string source = QFile::encodeName(QFileInfo(path).canonicalFilePath()).toStdString();
+    for (int number = 1; number <= mostKept; ++number) {
+        const QString kept =
+            path + (number == 1 ? QStringLiteral(".damaged") : QStringLiteral(".damaged.%1").arg(number));
+        std::error_code error;
+        std::filesystem::create_hard_link(source, QFile::encodeName(kept).toStdString(), error);
+        if (!error) {
+            return true;
+        }
+        if (error != std::errc::file_exists) {
+            return QFile::copy(path, kept);  // a file system without hard links
+        }
     }
-    return QFile::copy(path, kept);
+    return false;
 }
 
 }  // namespace
@@ -42,8 +57,8 @@ bool writeKeeping(const QString& path, const QJsonValue& content,
                   const std::function<bool(const QJsonValue&)>& isOurs) {
     const QJsonValue old = contentOf(path);
     if (!old.isUndefined() && !isOurs(old) && !keepAside(path)) {
-        emit m()->fileProblem(path, 0, 0,
-                              QStringLiteral("the file in its place holds something else and cannot be kept"));
+        emit m()->fileProblem(
+            path, 0, 0, QStringLiteral("the file in its place holds something else and cannot be kept"));
         return false;
     }
     return mendo::ModuleManager::writeToJson(path, content, true);

@@ -1,47 +1,47 @@
 #include "module/recordcheck.h"
 
+#include "module/host.h"
+
 namespace lumo {
 
 namespace {
 
-bool isNumberText(const QString& text) {
-    bool isNumber = false;
-    text.toDouble(&isNumber);
-    return isNumber || text.isEmpty();
-}
-
-bool isBooleanText(const QString& text) {
-    return text.compare(QLatin1String("true"), Qt::CaseInsensitive) == 0 ||
-           text.compare(QLatin1String("false"), Qt::CaseInsensitive) == 0;
-}
-
-/// Whether the tree's typed values read it as the model's kind.
-bool converts(const QJsonValue& value, const QJsonValue& model) {
-    if (value.isNull() || value.type() == model.type()) {
-        return true;
+/// Whether the tree's typed values read it as the model's kind: then the default does not matter.
+bool isReadAs(const QJsonValue& model, const QJsonValue& value) {
+    const bool isEmptyNumber = model.isDouble() && value == QJsonValue(QString());
+    if (value.isNull() || isEmptyNumber) {
+        return true;  // missing
     }
-    if (model.isDouble()) {
-        return value.isString() && isNumberText(value.toString());
-    }
-    return model.isBool() && (value.isDouble() || (value.isString() && isBooleanText(value.toString())));
-}
-
-QString kindName(const QJsonValue& model) {
+    ModuleObject node;
+    node.setValue(nullptr, value.toVariant());
     switch (model.type()) {
         case QJsonValue::Double:
-            return QStringLiteral("no number");
+            return node.getDouble(0.0) == node.getDouble(1.0);
         case QJsonValue::Bool:
-            return QStringLiteral("neither true nor false");
+            return node.getBool(false) == node.getBool(true);
         case QJsonValue::Object:
-            return QStringLiteral("no object");
+            return value.isObject();
         default:
-            return QStringLiteral("no text");
+            return node.getString() == node.getString(QStringLiteral("none"));
     }
 }
 
-/// Leaves out what does not convert; the reason for the first such field, empty when all do.
+QString faultOf(const QString& field, const QJsonValue& model) {
+    switch (model.type()) {
+        case QJsonValue::Double:
+            return QStringLiteral("'%1' is no number").arg(field);
+        case QJsonValue::Bool:
+            return QStringLiteral("'%1' is neither true nor false").arg(field);
+        case QJsonValue::Object:
+            return QStringLiteral("'%1' is no object").arg(field);
+        default:
+            return QStringLiteral("'%1' is no text").arg(field);
+    }
+}
+
+/// Leaves out what cannot be read; the fault of the first such field, empty when all can.
 QString mend(QJsonObject* record, const QJsonObject& model) {
-    QString reason;
+    QString first;
     for (auto field = model.begin(); field != model.end(); ++field) {
         const QString name = field.key();
         const auto found = record->find(name);
@@ -49,34 +49,39 @@ QString mend(QJsonObject* record, const QJsonObject& model) {
             continue;
         }
         QString fault;
-        if (!converts(*found, *field)) {
-            fault = QStringLiteral("'%1' is %2").arg(name, kindName(*field));
+        if (!isReadAs(*field, *found)) {
+            fault = faultOf(name, *field);
             record->erase(found);
         } else if ((*found).isObject()) {
             QJsonObject inner = (*found).toObject();
             fault = mend(&inner, (*field).toObject());
             record->insert(name, inner);
         }
-        if (reason.isEmpty()) {
-            reason = fault;
+        if (first.isEmpty()) {
+            first = fault;
         }
     }
-    return reason;
+    return first;
 }
 
 }  // namespace
+
+void CheckedRecords::note(int position, const QString& fault) {
+    if (!faults.contains(position)) {
+        faults.insert(position, fault);
+    }
+}
 
 CheckedRecords checkRecords(const QJsonArray& records, const QJsonObject& model,
                             const QJsonObject& substitute) {
     CheckedRecords checked;
     for (int position = 0; position < records.size(); ++position) {
         QJsonObject record = records[position].toObject(substitute);
-        QString reason =
+        const QString fault =
             records[position].isObject() ? mend(&record, model) : QStringLiteral("this is no record");
         checked.records.append(record);
-        if (!reason.isEmpty() && checked.faults++ == 0) {
-            checked.firstFault = position;
-            checked.reason = reason;
+        if (!fault.isEmpty()) {
+            checked.note(position, fault);
         }
     }
     return checked;

@@ -28,7 +28,7 @@ QJsonObject modelRecord(Settings list) {
     }
     if (list == Settings::Stations) {
         QJsonObject model = m(key::defaultSignalsConfig)->exportToJson().toObject();
-        model[QLatin1String("time")] = 0;
+        model[field::time] = 0;
         return model;
     }
     QJsonObject model{{field::name, QString()}};
@@ -50,33 +50,62 @@ bool isRecordList(const QJsonValue& content) {
                        [](const QJsonValue& element) { return element.isObject(); });
 }
 
-/// What the records are, and what is wrong with them: the number of the ports is fixed.
+/// Rows that stand where a port of another kind belongs: after a row was lost or moved, for example.
+void noteOtherKinds(CheckedRecords* rows) {
+    const QList<ModuleObject*> ports = node(Settings::Ports)->cmobjs();
+    for (int row = 0; row < qMin(rows->records.size(), ports.size()); ++row) {
+        const QString own = ports[row]->c(field::type)->getString();
+        const QJsonValue kind = rows->records[row].toObject().value(field::type);
+        if (!kind.isUndefined() && !kind.isNull() && kind.toString() != own) {
+            rows->note(row, QStringLiteral("'%1' is not %2").arg(field::type, own));
+        }
+    }
+}
+
 CheckedRecords check(Settings list, const QJsonArray& records) {
     const QJsonObject model = modelRecord(list);
-    const bool areMerged = list == Settings::Ports;
-    CheckedRecords checked = checkRecords(records, model, areMerged ? QJsonObject() : model);
-    const int ports = node(Settings::Ports)->size();
-    if (areMerged && checked.faults == 0 && records.size() != ports) {
-        checked.faults = 1;
-        checked.firstFault = qMin(ports, records.size() - 1);
-        checked.reason = QStringLiteral("there are %1 rows for %2 ports").arg(records.size()).arg(ports);
+    if (list != Settings::Ports) {
+        return checkRecords(records, model, model);
     }
-    return checked;
+    CheckedRecords rows = checkRecords(records, model, QJsonObject());
+    noteOtherKinds(&rows);
+    return rows;
+}
+
+/// The number of the ports is fixed.
+bool isComplete(Settings list, const QJsonArray& records) {
+    return list != Settings::Ports || records.size() == node(Settings::Ports)->size();
 }
 
 bool isSound(Settings list, const QJsonValue& content) {
-    return isEmptyList(content) || (isRecordList(content) && check(list, content.toArray()).faults == 0);
+    if (isEmptyList(content)) {
+        return true;
+    }
+    const QJsonArray records = content.toArray();
+    return isRecordList(content) && isComplete(list, records) && check(list, records).faults.isEmpty();
 }
 
-void report(Settings list, const CheckedRecords& checked) {
+QByteArray textOf(Settings list) {
     QFile file(settingsFile(list));
-    const TextPlace place = file.open(QIODevice::ReadOnly)
-                                ? elementPlace(file.readAll(), checked.firstFault)
-                                : TextPlace();
-    const QString others = checked.faults > 1
-                               ? QStringLiteral("; faults in %1 more records").arg(checked.faults - 1)
-                               : QString();
-    emit m()->fileProblem(file.fileName(), place.line, place.column, checked.reason + others);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+void report(Settings list, const TextPlace& place, const QString& reason) {
+    emit m()->fileProblem(settingsFile(list), place.line, place.column, reason);
+}
+
+/// At the first record too many, or the last there is.
+void reportCount(int rows) {
+    const int ports = node(Settings::Ports)->size();
+    report(Settings::Ports, elementPlace(textOf(Settings::Ports), qMin(ports, rows - 1)),
+           QStringLiteral("there are %1 rows for %2 ports").arg(rows).arg(ports));
+}
+
+void reportFaults(Settings list, const CheckedRecords& checked) {
+    const int others = checked.faults.size() - 1;
+    const QString& first = checked.faults.first();
+    report(list, elementPlace(textOf(list), checked.faults.firstKey()),
+           others > 0 ? QStringLiteral("%1; faults in %2 more records").arg(first).arg(others) : first);
 }
 
 void mergePorts(QObject* sender, const QJsonArray& records) {
@@ -104,15 +133,15 @@ void loadSettings(QObject* sender, Settings list) {
         return;
     }
     if (!isEmptyList(content) && !isRecordList(content)) {
-        emit m()->fileProblem(settingsFile(list), 0, 0, QStringLiteral("the file holds no list of records"));
+        report(list, contentPlace(textOf(list)), QStringLiteral("the file holds no list of records"));
         return;
     }
-    CheckedRecords checked;
-    if (content.isArray() && !isEmptyList(content)) {
-        checked = check(list, content.toArray());
+    const CheckedRecords checked = check(list, content.toArray());
+    if (!isEmptyList(content) && !isComplete(list, content.toArray())) {
+        reportCount(content.toArray().size());
     }
-    if (checked.faults > 0) {
-        report(list, checked);
+    if (!checked.faults.isEmpty()) {
+        reportFaults(list, checked);
     }
     if (list == Settings::Ports) {
         mergePorts(sender, checked.records);

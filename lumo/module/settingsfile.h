@@ -21,13 +21,13 @@ constexpr QLatin1String settingsNames[] = {"lumo_port"_l1, "lumo_param"_l1, "lum
 /// own whatever the file holds; the others replace the list. An empty list is stored as "{}". A missing
 /// file, and one that holds no list of records, leaves the tree as it is.
 ///
-/// What of the file could not be used is reported once by the host's file service, with the line and
-/// column of the first record that it is true of.
+/// What is wrong with the file is reported by the host's file service, with line and column: records
+/// that could not be read as they are in one report, at the first of them, and for the ports a wrong
+/// number of rows.
 void loadSettings(QObject* sender, Settings list);
 
-/// Writes the list, ports without their labels. A file in its place of which something could not be
-/// used is kept as NAME.damaged. False, after a report of the host's file service, when nothing was
-/// written.
+/// Writes the list, ports without their labels. A file in its place with which something is wrong is
+/// kept as NAME.damaged. False, after a report of the host's file service, when nothing was written.
 bool saveSettings(Settings list);
 
 }  // namespace lumo

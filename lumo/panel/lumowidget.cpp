@@ -1,5 +1,7 @@
 #include "panel/lumowidget.h"
 
+#include "binding/signalsbindingparamwidget.h"
+#include "binding/signalsbindwidget.h"
 #include "devices/devicecontrolwidget.h"
 #include "devices/portconfigwidget.h"
 #include "devices/statusmonitorwidget.h"
@@ -22,6 +24,7 @@
 #include "ui_lumowidget.h"
 
 #include <QComboBox>
+#include <QTableWidget>
 
 using mendo::ModuleManager;
 
@@ -53,6 +56,7 @@ LumoWidget::LumoWidget(QWidget* parent) : QWidget(parent), ui_(std::make_unique<
     }
     makeEditor();
     makeDevicePages();
+    makeStationPage();
     getToolsAndWobjs(ui_->toolCmb, true);
     getToolsAndWobjs(ui_->wobjCmb, false);
     connectNavigation();
@@ -124,12 +128,23 @@ void LumoWidget::makeDevicePages() {
     ui_->stackedWidget->addWidget(deviceControl_);
 }
 
+void LumoWidget::makeStationPage() {
+    stations_ = new SignalsBindWidget(this);
+    ui_->stackedWidget->addWidget(stations_);
+    connect(stations_, &SignalsBindWidget::addBtnClicked, this,
+            [this](QTableWidget* table) { showSignalsParamWgt(table, true); });
+    connect(stations_, &SignalsBindWidget::editBtnClicked, this,
+            [this](QTableWidget* table) { showSignalsParamWgt(table, false); });
+    connect(stations_, &SignalsBindWidget::startRefused, this, &LumoWidget::reapplyToolset);
+}
+
 void LumoWidget::connectNavigation() {
     connect(ui_->btnProject, &QAbstractButton::clicked, this, &LumoWidget::showEditor);
     connect(ui_->btnPort, &QAbstractButton::clicked, this, &LumoWidget::showPorts);
     connect(ui_->btnParamCfg, &QAbstractButton::clicked, this, &LumoWidget::showParams);
     connect(ui_->btnMonitor, &QAbstractButton::clicked, this, &LumoWidget::showMonitor);
     connect(ui_->btnDeviceControl, &QAbstractButton::clicked, this, &LumoWidget::showDeviceControl);
+    connect(ui_->btnBind, &QAbstractButton::clicked, this, &LumoWidget::showStations);
 }
 
 /// Shows a page that stands without the top bar.
@@ -181,6 +196,21 @@ void LumoWidget::showDeviceControl() {
     deviceControl_->testNofocus();
 }
 
+void LumoWidget::showStations() {
+    deletPWgt();
+    deletSWgt();
+    showAlone(stations_);
+}
+
+void LumoWidget::showSignalsParamWgt(QTableWidget* table, bool isNew) {
+    deletSWgt();
+    stationPage_ = new SignalsBindingParamWidget(table, isNew, this);
+    connect(stationPage_, &SignalsBindingParamWidget::okayBtnClicked, this, &LumoWidget::showStations);
+    connect(stationPage_, &SignalsBindingParamWidget::cancelBtnClicked, this, &LumoWidget::showStations);
+    ui_->stackedWidget->addWidget(stationPage_);
+    showAlone(stationPage_);
+}
+
 void LumoWidget::redrawLines(const QList<int>& lines) {
     for (const int line : lines) {
         editor_->changeStatement(line);
@@ -218,6 +248,13 @@ void LumoWidget::deletPWgt() {
         pointPage_ = nullptr;
     }
     isnew_pWgt = false;
+}
+
+void LumoWidget::deletSWgt() {
+    if (stationPage_) {
+        discard(stationPage_);
+        stationPage_ = nullptr;
+    }
 }
 
 // --- Project --------------------------------------------------------------------------------------

@@ -11,8 +11,11 @@
 class DeviceControlWidget;
 class PointWidget;
 class ProgramWidget;
+class SignalsBindWidget;
+class SignalsBindingParamWidget;
 class StatusMonitorWidget;
 class QComboBox;
+class QTableWidget;
 
 namespace Ui {
 class LumoWidget;
@@ -38,12 +41,17 @@ public:
     void addFourDefaultSignalsConfig();
     /// Adds the package's own tool (or work object) and those of the host to a selector.
     void getToolsAndWobjs(QComboBox* combo, bool isTool);
+    /// Opens the page on which a station is made, or the one of the table's current row changed.
+    void showSignalsParamWgt(QTableWidget* table, bool isNew);
     /// Closes the point page, if there is one, and shows the top bar.
     void deletPWgt();
+    /// Closes the page of one station, if there is one.
+    void deletSWgt();
 
 private:
     void makeEditor();
     void makeDevicePages();
+    void makeStationPage();
     void connectNavigation();
     void showAlone(QWidget* page);
     void showEditor();
@@ -52,6 +60,7 @@ private:
     void showNew(QWidget* page, QList<QWidget*>* pages);
     void showMonitor();
     void showDeviceControl();
+    void showStations();
     void redrawLines(const QList<int>& lines);
     void discard(QWidget* page);
     void openPointPage(int row, ModuleObject* statement, int jointCount);
@@ -70,10 +79,12 @@ private:
     ProgramWidget* editor_ = nullptr;
     StatusMonitorWidget* monitor_ = nullptr;
     DeviceControlWidget* deviceControl_ = nullptr;
-    PointWidget* pointPage_ = nullptr;  ///< while it is shown
-    QList<QWidget*> portPages_;         ///< oldest first
-    QList<QWidget*> paramPages_;        ///< oldest first
-    bool stationRun_ = false;           ///< the run under way was started by a station
+    SignalsBindWidget* stations_ = nullptr;
+    PointWidget* pointPage_ = nullptr;                  ///< while it is shown
+    SignalsBindingParamWidget* stationPage_ = nullptr;  ///< while there is one
+    QList<QWidget*> portPages_;                         ///< oldest first
+    QList<QWidget*> paramPages_;                        ///< oldest first
+    bool stationRun_ = false;                           ///< the run under way was started by a station
 };
 
 /// A message without a title; returns at once, the box stays until the operator closes it.

@@ -75,7 +75,8 @@ void ParamValuesDialog::addRow(int row, const ModuleObject* definition) {
     const int start = rowGroups().startOf(row);
     QTableWidget* table = ui_->tableWidget;
     table->setCellWidget(row, NumberColumn, cellLabel(QString::number(row - start + 1)));
-    table->setCellWidget(row, GroupColumn, cellLabel(row == start ? QString() : groups[rowGroups().groupOf(row)]));
+    table->setCellWidget(row, GroupColumn,
+                         cellLabel(row == start ? QString() : groups[rowGroups().groupOf(row)]));
     table->setCellWidget(row, TagColumn, cellLabel(definition->r(field::tag)->getString()));
     const QString name = definition->r(field::name)->getString();
     table->setCellWidget(row, ValueColumn, valueLine(row, set_->r(name)->getString()));

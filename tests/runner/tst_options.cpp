@@ -81,6 +81,9 @@ void RunnerOptions::stationsStandForTheProject() {
     QCOMPARE(options->settings, folder.path());
     QCOMPARE(options->folder(), folder.path());
     QVERIFY(options->project.isEmpty());
+    const QString again = folder.path() + QLatin1String("/.");
+    QVERIFY(parseOptions({QStringLiteral("--stations"), folder.path(), QStringLiteral("--settings"), again},
+                         &problem));
 }
 
 void RunnerOptions::badUsage_data() {
@@ -136,8 +139,8 @@ void RunnerOptions::badUsage_data() {
                                          << "--stations and --line exclude";
     QTest::newRow("stations and a step") << "--once 1 --stations ."
                                          << "--stations and --once exclude";
-    QTest::newRow("stations and settings") << "--stations . --settings ."
-                                           << "exclude";
+    QTest::newRow("stations with settings elsewhere") << "--stations . --settings .."
+                                                      << "--settings .. is not the folder of the stations";
     QTest::newRow("point of five") << "--point 1,2,3,4,5"
                                    << "X,Y,Z,RX,RY,RZ";
     QTest::newRow("point of words") << "--point 1,2,3,4,5,x"

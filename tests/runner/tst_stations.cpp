@@ -12,6 +12,10 @@ private slots:
     void tableTellsWhoRan();
     void monitorEntryWorksBesideAProject();
     void damagedProjectIsToldBeforehand();
+    void stationWithoutAProgramIsRefused_data();
+    void stationWithoutAProgramIsRefused();
+    void noStationsNoMonitoring();
+    void sameBytesAgain();
     void baselineIsTheSwitchsMoment();
 };
 
@@ -186,6 +190,54 @@ void RunnerStations::damagedProjectIsToldBeforehand() {
     const Result result = folder.monitor("[]");
     QVERIFY2(result.err.startsWith("lumo-run: warning: one.json:2:"), result.err.constData());
     QVERIFY(result.of(QStringLiteral("file")).isEmpty());
+}
+
+void RunnerStations::stationWithoutAProgramIsRefused_data() {
+    QTest::addColumn<QString>("project");
+    QTest::addColumn<QByteArray>("warning");
+    QTest::addColumn<int>("messages");
+    QTest::newRow("missing") << "gone.json" << QByteArray("gone.json: there is no such file") << 1;
+    QTest::newRow("no program in it") << "none.json" << QByteArray() << 1;
+    QTest::newRow("none bound") << "" << QByteArray() << 0;  // the entry is dropped in silence
+}
+
+/// It asks, its output is on until it is its turn; nothing runs, and the next one gets the robot.
+void RunnerStations::stationWithoutAProgramIsRefused() {
+    QFETCH(QString, project);
+    QFETCH(QByteArray, warning);
+    QFETCH(int, messages);
+    const Stations folder;
+    folder.write(QStringLiteral("none.json"), "[]");
+    const QJsonArray two{station(1, project), station(2, QStringLiteral("two.json"))};
+    folder.write(QStringLiteral("lumo_signalsConfig.json"), QJsonDocument(two).toJson());
+    const Result result = folder.monitor('[' + pulse(1, 1100) + ',' + pulse(2, 2100) + ']');
+    QCOMPARE(statesOf(result),
+             (QStringList{"0 Triggered", "0 Untriggerd", "1 Triggered", "1 Running", "1 Untriggerd"}));
+    QVERIFY(result.out.contains(R"("kind":"output","name":"DO1","value":true})"));
+    QVERIFY(result.out.contains(R"("kind":"output","name":"DO1","value":false})"));
+    QCOMPARE(result.of(QStringLiteral("message")).size(), messages);
+    QCOMPARE(result.of(QStringLiteral("file")).size(), warning.isEmpty() ? 0 : 1);
+    QCOMPARE(result.status, 0);
+    QVERIFY2(
+        warning.isEmpty() ? result.err.isEmpty() : result.err.startsWith("lumo-run: warning: " + warning),
+        result.err.constData());
+}
+
+void RunnerStations::noStationsNoMonitoring() {
+    const Stations folder;
+    folder.write(QStringLiteral("lumo_signalsConfig.json"), "{}");
+    const Result result = folder.monitor('[' + pulse(1, 1100) + ']');
+    QCOMPARE(reasonOf(result), QStringLiteral("refused"));
+    QCOMPARE(result.done().value(QStringLiteral("ms")).toInt(), 2170);
+    QCOMPARE(result.err, QByteArray());
+}
+
+void RunnerStations::sameBytesAgain() {
+    const Stations folder;
+    const QByteArray scenario = '[' + pulse(1, 1100) + ',' + pulse(2, 1100) + ',' + pulse(1, 3100) + ']';
+    const QByteArray first = folder.monitor(scenario).out;
+    QVERIFY(first.contains("\"Running\""));
+    QCOMPARE(folder.monitor(scenario).out, first);
 }
 
 /// Entries of time 0 come after the switch: what is on then is an edge. Off and on again takes it

@@ -1,4 +1,5 @@
 #include "runner/runnerfolder.h"
+#include "runner/stationshift.h"
 
 #include <QRegularExpression>
 
@@ -13,6 +14,8 @@ private slots:
     void endsWithTheShift();
     void pressesBecomeRuns_data();
     void pressesBecomeRuns();
+    void everyPressIsAnswered();
+    void runsEndAsTheScenarioSays();
     void interruptedRunsAreKnown();
     void statesComeInTheirOrder();
     void queueIsServedInOrder();
@@ -20,6 +23,8 @@ private slots:
     void stopOutputsStayOn();
     void heldStopPausesAgainAndAgain();
     void laserBelongsToWelds();
+    void nothingIsLeftOn();
+    void runsBringTheirToolSet();
     void refusalsAreTold();
     void stationRunsAreNotCounted();
 
@@ -28,12 +33,12 @@ private:
         int row = -1;
         int begin = 0, end = 0;
         QString cause;         ///< what stopped it; empty: it came to its end
-        bool welding = false;  ///< when it was stopped
+        bool welding = false;  ///< the laser emitted when it was stopped
     };
 
     void readRuns();
-    bool startLevel(const QHash<QString, bool>& levels, int row) const;
-    int pressesOf(int row) const;
+    QList<int> endsOf(int row) const;
+    StationShift shift() const { return {stations_, scenario_}; }
     QList<QJsonObject> outputsOf(const QString& name) const;
 
     Result result_;
@@ -44,6 +49,9 @@ private:
 namespace {
 
 const QString kEnd = QStringLiteral("Untriggerd");
+const QString kEmission = QStringLiteral("LUMO_DI.#5");
+constexpr int kStartLookMs = 100;  // valid time of the first station
+constexpr int kStopLookMs = 300;
 
 int timeOf(const QJsonObject& line) {
     return line.value(QStringLiteral("t")).toInt();
@@ -51,14 +59,6 @@ int timeOf(const QJsonObject& line) {
 
 QString textOf(const QJsonObject& line, const char* key) {
     return line.value(QLatin1String(key)).toString();
-}
-
-/// The controller's name of a station's signal.
-QString signalOf(const QJsonObject& station, const QString& key) {
-    if (station.value(key + QLatin1String("_type")) == QLatin1String("IO"))
-        return station.value(key).toString();
-    const QJsonObject reg = station.value(key + QLatin1String("_reg")).toObject();
-    return QStringLiteral("%1.#%2").arg(textOf(reg, "name")).arg(reg.value(QStringLiteral("bias")).toInt());
 }
 
 QJsonArray arrayIn(const QString& name) {
@@ -81,7 +81,7 @@ void StationsHour::initTestCase() {
 
 /// Runs and what ended them, from the executor's state and what came before its end.
 void StationsHour::readRuns() {
-    bool running = false, welding = false, operatorsHand = false;
+    bool running = false, emits = false, welding = false, operatorsHand = false;
     QString cause;
     for (const QJsonObject& line : qAsConst(result_.trace)) {
         const QString kind = textOf(line, "kind");
@@ -93,12 +93,15 @@ void StationsHour::readRuns() {
         } else if (kind == QLatin1String("station")) {
             if (textOf(line, "state") == QLatin1String("Running"))
                 runs_.last().row = line.value(QStringLiteral("row")).toInt();
-        } else if (path == QLatin1String("lumo.current.openmiddlecolse")) {
-            welding = line.value(QStringLiteral("value")).toBool();
+        } else if (kind == QLatin1String("input")) {
+            if (textOf(line, "name") == kEmission)
+                emits = line.value(QStringLiteral("value")).toBool();
         } else if (running && cause.isEmpty() && path == QLatin1String("lumo.execute.trigger.pause")) {
             cause = operatorsHand ? QStringLiteral("operator") : QStringLiteral("stop input");
+            welding = emits;
         } else if (running && cause.isEmpty() && path == QLatin1String("kord.r.power")) {
             cause = QStringLiteral("power");
+            welding = emits;
         } else if (path == QLatin1String("lumo.execute.state") && value == QLatin1String("busy")) {
             runs_.append(Run{-1, timeOf(line), 0, QString(), false});
             running = true;
@@ -118,38 +121,6 @@ void StationsHour::endsWithTheShift() {
     // A second after the last entry, which switches the monitoring off.
     QCOMPARE(timeOf(result_.done()), 3599000);
     QCOMPARE(textOf(result_.done(), "state"), QStringLiteral("idle"));
-}
-
-bool StationsHour::startLevel(const QHash<QString, bool>& levels, int row) const {
-    const QJsonObject station = stations_[row].toObject();
-    const bool rises = textOf(station, "type") == QLatin1String("Rising Edge");
-    return levels.value(signalOf(station, QStringLiteral("DI"))) == rises;
-}
-
-/// How often a station's start input shows another level than at the last switch-on to somebody who
-/// looks every 100 ms while the switch is on: a press is seen as long as its level stays.
-int StationsHour::pressesOf(int row) const {
-    QHash<QString, bool> levels;
-    bool monitoring = true, atRest = true, pressed = false;
-    int next = 0, presses = 0;
-    for (int t = 0; t <= 3600000; t += 100) {
-        for (; next < scenario_.size() && scenario_[next].toObject().value(QStringLiteral("at")).toInt() <= t;
-             ++next) {
-            const QJsonObject entry = scenario_[next].toObject();
-            const bool value = entry.value(QStringLiteral("value")).toBool();
-            if (textOf(entry, "do") == QLatin1String("input"))
-                levels.insert(textOf(entry, "name"), value);
-            if (textOf(entry, "do") != QLatin1String("monitor"))
-                continue;
-            monitoring = value;
-            pressed = false;
-            atRest = !startLevel(levels, row);
-        }
-        const bool now = monitoring && atRest && startLevel(levels, row);
-        presses += now && !pressed ? 1 : 0;
-        pressed = now;
-    }
-    return presses;
 }
 
 // What is on the way from presses to runs: a second press during the own run (station 1), one that is
@@ -175,12 +146,57 @@ void StationsHour::pressesBecomeRuns() {
     int row = 0;
     while (textOf(stations_[row].toObject(), "stationname") != name)
         ++row;
-    QCOMPARE(pressesOf(row), presses);
+    QCOMPARE(shift().presses(row, kStartLookMs), presses);
     const auto mine = [row](const Run& run) { return run.row == row; };
     QCOMPARE(int(std::count_if(runs_.begin(), runs_.end(), mine)), runs);
     QCOMPARE(int(std::count_if(runs_.begin(), runs_.end(),
                                [&mine](const Run& run) { return mine(run) && run.cause.isEmpty(); })),
              finished);
+}
+
+/// When the state of a station said that it was done.
+QList<int> StationsHour::endsOf(int row) const {
+    QList<int> times;
+    for (const QJsonObject& line : result_.of(QStringLiteral("station"))) {
+        if (line.value(QStringLiteral("row")).toInt() == row && textOf(line, "state") == kEnd)
+            times.append(timeOf(line));
+    }
+    return times;
+}
+
+/// A look that sees the input of a station that is at rest has one answer: a run, or a refusal, which
+/// needs a reason in the files. What is seen until then changes nothing.
+void StationsHour::everyPressIsAnswered() {
+    for (int row = 0; row < stations_.size(); ++row) {
+        const bool readable = !arrayIn(textOf(stations_[row].toObject(), "filePath")).isEmpty();
+        const QList<int> ends = endsOf(row);
+        QList<int> answered;
+        int runs = 0;
+        for (const int t : shift().seen(row, StationShift::Input::Start, kStartLookMs)) {
+            if (!answered.isEmpty() && t <= answered.last())
+                continue;
+            const auto end = std::find_if(ends.begin(), ends.end(), [t](int ms) { return ms > t; });
+            QVERIFY2(end != ends.end(), qPrintable(QString::number(t)));
+            answered.append(*end);
+            const bool ran = std::any_of(runs_.begin(), runs_.end(), [=](const Run& run) {
+                return run.row == row && run.begin >= t && run.end == *end;
+            });
+            QCOMPARE(ran, readable && (shift().hasPowerAt(*end) || shift().hasPowerAt(t)));
+            runs += ran ? 1 : 0;
+        }
+        QCOMPARE(answered, ends);
+        QCOMPARE(
+            int(std::count_if(runs_.begin(), runs_.end(), [row](const Run& run) { return run.row == row; })),
+            runs);
+    }
+}
+
+void StationsHour::runsEndAsTheScenarioSays() {
+    for (const Run& run : qAsConst(runs_)) {
+        const QString cause = shift().causeBetween(run.begin, run.end, kStopLookMs);
+        QVERIFY2(run.cause == cause,
+                 qPrintable(QStringLiteral("%1: %2, not %3").arg(run.end).arg(run.cause, cause)));
+    }
 }
 
 void StationsHour::interruptedRunsAreKnown() {
@@ -241,7 +257,8 @@ QList<QJsonObject> StationsHour::outputsOf(const QString& name) const {
 void StationsHour::startOutputsComeInPairs() {
     for (int row = 0; row < stations_.size(); ++row) {
         QList<int> on, off, triggered, over;
-        for (const QJsonObject& line : outputsOf(signalOf(stations_[row].toObject(), QStringLiteral("DO"))))
+        for (const QJsonObject& line :
+             outputsOf(StationShift::signalOf(stations_[row].toObject(), QStringLiteral("DO"))))
             (line.value(QStringLiteral("value")).toBool() ? on : off).append(timeOf(line));
         for (const QJsonObject& line : result_.of(QStringLiteral("station"))) {
             if (line.value(QStringLiteral("row")).toInt() != row)
@@ -261,7 +278,8 @@ void StationsHour::startOutputsComeInPairs() {
 void StationsHour::stopOutputsStayOn() {
     QStringList on;
     for (const QJsonValue& station : qAsConst(stations_)) {
-        for (const QJsonObject& line : outputsOf(signalOf(station.toObject(), QStringLiteral("DO2"))))
+        for (const QJsonObject& line :
+             outputsOf(StationShift::signalOf(station.toObject(), QStringLiteral("DO2"))))
             on.append(textOf(line, "name") + QLatin1Char(line.value("value").toBool() ? '+' : '-'));
     }
     QCOMPARE(on, (QStringList{"DO10+", "FIXTURE_DO.#4+"}));
@@ -316,6 +334,40 @@ void StationsHour::laserBelongsToWelds() {
     }
     QVERIFY(!enabled);
     QVERIFY(litUp >= 56 * 2 + 53 * 3 + 46 + 44);  // the welds of the runs that came to their end
+}
+
+/// When everybody has gone home only the stop outputs are on, which nothing switches off.
+void StationsHour::nothingIsLeftOn() {
+    QMap<QString, QJsonValue> outputs;
+    for (const QJsonObject& line : result_.of(QStringLiteral("output")))
+        outputs.insert(textOf(line, "name"), line.value(QStringLiteral("value")));
+    QStringList on;
+    for (auto output = outputs.cbegin(); output != outputs.cend(); ++output) {
+        if (output.value().toVariant().toDouble() != 0)
+            on.append(output.key());
+    }
+    QCOMPARE(on, (QStringList{"DO10", "FIXTURE_DO.#4"}));
+    QVERIFY(outputs.contains(QStringLiteral("LUMO_DO.#3")) && outputs.contains(QStringLiteral("LUMO_AO_1")));
+}
+
+/// The controller has the project's tool when a run begins, and the hand's again when it is over.
+void StationsHour::runsBringTheirToolSet() {
+    QHash<int, QString> toolAt;  // the last one handed over in that millisecond
+    for (const QJsonObject& line : result_.of(QStringLiteral("set"))) {
+        const QJsonObject end =
+            line.value(QStringLiteral("value")).toObject().value(QStringLiteral("end")).toObject();
+        toolAt.insert(timeOf(line), textOf(end, "name"));
+    }
+    for (const Run& run : qAsConst(runs_)) {
+        const QJsonArray project = arrayIn(textOf(stations_[run.row].toObject(), "filePath"));
+        const auto toolset = std::find_if(project.begin(), project.end(), [](const QJsonValue& element) {
+            return element.toObject().contains(QStringLiteral("end"));
+        });
+        QVERIFY(toolset != project.end());
+        const QJsonObject end = (*toolset).toObject().value(QStringLiteral("end")).toObject();
+        QCOMPARE(toolAt.value(run.begin), textOf(end, "name"));
+        QCOMPARE(toolAt.value(run.end), QStringLiteral("tool0"));
+    }
 }
 
 void StationsHour::refusalsAreTold() {

@@ -139,7 +139,7 @@
     </message>
     <message>
         <source>送丝测试</source>
-        <translation>Подача проволоки</translation>
+        <translation>Включение подачи проволоки</translation>
     </message>
 </context>
 </TS>
