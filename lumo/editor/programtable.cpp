@@ -251,7 +251,7 @@ void ProgramTable::fitColumns() {
         return;
     }
     const int notes = columnWidth(NoteColumn);
-    int room = viewport()->width() - captionWidth(RunColumn);
+    int room = viewport()->width() - runFlagWidth();
     for (const Column column : {MarkerColumn, LineColumn, CommandColumn}) {
         setColumnWidth(column, std::max(columnWidth(column), captionWidth(column)));
         room -= columnWidth(column);
@@ -260,8 +260,8 @@ void ProgramTable::fitColumns() {
                    std::min({notes, widestNote, std::max(captionWidth(NoteColumn), room - usualDetails)}));
     setColumnWidth(DetailColumn, std::clamp(room - columnWidth(NoteColumn), leastDetails, mostDetails));
     // The header stretches its last section when it is resized itself, not when another section is.
-    setColumnWidth(RunColumn, captionWidth(RunColumn) +
-                                  std::max(0, room - columnWidth(NoteColumn) - columnWidth(DetailColumn)));
+    setColumnWidth(RunColumn,
+                   runFlagWidth() + std::max(0, room - columnWidth(NoteColumn) - columnWidth(DetailColumn)));
 }
 
 /// A caption of several words takes several lines.
@@ -274,6 +274,14 @@ int ProgramTable::captionWidth(Column column) const {
         width = std::max(width, metrics.horizontalAdvance(word));
     }
     return std::max(width + aroundCaption, horizontalHeader()->minimumSectionSize());
+}
+
+/// Neither of the two flags is ever shortened.
+int ProgramTable::runFlagWidth() const {
+    constexpr int aroundFlag = 14;
+    const int flag = std::max(fontMetrics().horizontalAdvance(ProgramWidget::tr("运行")),
+                              fontMetrics().horizontalAdvance(ProgramWidget::tr("不运行")));
+    return std::max(flag + aroundFlag, captionWidth(RunColumn));
 }
 
 void ProgramTable::resizeEvent(QResizeEvent* event) {
