@@ -22,6 +22,8 @@ namespace {
 /// shows nothing, and the view moves each one of them whenever it scrolls.
 constexpr int labelledRows = 50;
 constexpr int widestNote = 200;
+/// What notes have before they push the details together.
+constexpr int usualNote = 90;
 constexpr int leastDetails = 180;
 /// What the details have before the notes get more than their caption needs.
 constexpr int usualDetails = 320;
@@ -251,13 +253,13 @@ void ProgramTable::fitColumns() {
         return;
     }
     const int notes = columnWidth(NoteColumn);
+    const int leastNote = std::max(captionWidth(NoteColumn), std::min(notes, usualNote));
     int room = viewport()->width() - runFlagWidth();
     for (const Column column : {MarkerColumn, LineColumn, CommandColumn}) {
         setColumnWidth(column, std::max(columnWidth(column), captionWidth(column)));
         room -= columnWidth(column);
     }
-    setColumnWidth(NoteColumn,
-                   std::min({notes, widestNote, std::max(captionWidth(NoteColumn), room - usualDetails)}));
+    setColumnWidth(NoteColumn, std::min({notes, widestNote, std::max(leastNote, room - usualDetails)}));
     setColumnWidth(DetailColumn, std::clamp(room - columnWidth(NoteColumn), leastDetails, mostDetails));
     // The header stretches its last section when it is resized itself, not when another section is.
     setColumnWidth(RunColumn,
