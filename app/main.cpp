@@ -19,11 +19,13 @@
 #include <QTextCodec>
 
 #include <cstdio>
+#include <cstdlib>
 
 namespace {
 
 constexpr int kFailed = 1;
 constexpr int kBadUsage = 2;
+constexpr int kNoDisplay = 3;
 constexpr QSize kSize(1280, 800);
 
 /// Says what is wrong and returns the exit status.
@@ -38,10 +40,15 @@ int print(const QString& text) {
 }
 
 /// What Qt complains about, without what the offscreen platform says of every window and what Qt says
-/// wherever there is no login session; the package's debug stream is of no use here.
+/// wherever there is no login session; the package's debug stream is of no use here. Without a display
+/// Qt would abort with a core.
 void onQtMessage(QtMsgType type, const QMessageLogContext&, const QString& text) {
     const bool noise = text.startsWith(QLatin1String("This plugin does not support")) ||
                        text.startsWith(QLatin1String("QStandardPaths:"));
+    if (type == QtFatalMsg) {
+        fail(QStringLiteral("no display can be opened"), kNoDisplay);
+        std::_Exit(kNoDisplay);
+    }
     if (type != QtDebugMsg && type != QtInfoMsg && !noise)
         fail(text, kFailed);
 }
@@ -126,6 +133,8 @@ int main(int argc, char** argv) {
     int programOnly = 1;  // Qt's own options are none of ours
     if (!options->screenshots.isEmpty())
         return takePictures(*options, programOnly, argv);
+    qInstallMessageHandler(onQtMessage);
     const QApplication application(programOnly, argv);
+    qInstallMessageHandler(nullptr);
     return run(*options);
 }

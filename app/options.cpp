@@ -125,7 +125,7 @@ QString usage() {
     }
     return text + QStringLiteral(
                       "\nExit status: 0 closed, or pictures written; 1 the panel could not be opened, or a\n"
-                      "picture is missing; 2 bad usage.\n");
+                      "picture is missing; 2 bad usage; 3 no display can be opened.\n");
 }
 
 }  // namespace app

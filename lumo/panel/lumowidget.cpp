@@ -267,6 +267,7 @@ void LumoWidget::connectProject() {
     connect(ui_->btnSave, &QAbstractButton::clicked, project, [project] { project->saveProject(filePath); });
     connect(project, &lumo::ProjectDialogs::projectChosen, this, &LumoWidget::projectChosen);
     connect(project, &lumo::ProjectDialogs::projectLoaded, editor_, &ProgramWidget::showFromTheTop);
+    connect(project, &lumo::ProjectDialogs::projectLoaded, editor_, &ProgramWidget::checkStored);
     connect(project, &lumo::ProjectDialogs::projectSaved, editor_, &ProgramWidget::checkStored);
     connect(project, &lumo::ProjectDialogs::toolsetLoaded, this, &LumoWidget::selectLoadedToolset);
 }
