@@ -17,9 +17,10 @@ def kind(file):
 
 
 failed = []
-examples = [f for f in root.glob("examples/*/*.json") if f.name != "scenario.json"]
+damaged = {"rework.json"}  # on purpose
+examples = [f for f in root.glob("examples/*/*.json") if f.name not in {"scenario.json", *damaged}]
 kinds = {kind(f) for f in examples}
-if not {"project", "lumo_param", "lumo_port"} <= kinds:
+if kinds != set(check):
     failed.append(f"the examples are only of {sorted(kinds)}")
 for file in examples:
     for error in check[kind(file)].iter_errors(json.loads(file.read_text())):
