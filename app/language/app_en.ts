@@ -2,6 +2,25 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en" sourcelanguage="zh_CN">
 <context>
+    <name>ExampleShelf</name>
+    <message>
+        <source>搭接直焊缝</source>
+        <translation>Lap seam</translation>
+    </message>
+    <message>
+        <source>管与法兰环焊缝</source>
+        <translation>Pipe in a flange</translation>
+    </message>
+    <message>
+        <source>箱盖断续焊</source>
+        <translation>Stitched box</translation>
+    </message>
+    <message>
+        <source>四个工位</source>
+        <translation>Four stations</translation>
+    </message>
+</context>
+<context>
     <name>FileProblem</name>
     <message>
         <source>没有权限</source>
