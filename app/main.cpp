@@ -1,3 +1,4 @@
+#include "app/examples/exampleshelf.h"
 #include "app/language.h"
 #include "app/look.h"
 #include "app/noticebar.h"
@@ -63,10 +64,25 @@ bool prepare(const app::Options& options, QString* lost) {
         language = app::languageOf(QLocale::system().name());
     if (!options.language.isEmpty())
         app::Preferences::rememberLanguage(language);
-    if (!options.settings.isEmpty())
+    if (!options.settings.isEmpty() && options.example.isEmpty())
         app::Preferences::rememberFolder(QDir::currentPath());
     app::installLanguage(language);
     return true;
+}
+
+/// Puts the operator's copy of an example in the place of project and settings. False, with what is wrong.
+bool takeExample(app::Options* options, QString* problem) {
+    const app::ExampleShelf shelf = app::ExampleShelf::ofThisProgram();
+    if (!shelf.names().contains(options->example)) {
+        *problem = QStringLiteral("--example %1 is none of %2")
+                       .arg(options->example, shelf.names().join(QStringLiteral(", ")));
+        return false;
+    }
+    options->settings = shelf.take(options->example, problem);
+    options->project = shelf.project(options->example);
+    if (options->settings.isEmpty())
+        *problem = QStringLiteral("%1 cannot be written").arg(*problem);
+    return !options->settings.isEmpty();
 }
 
 /// On a screen that is hardly larger than the panel, the panel is all there is.
@@ -94,8 +110,11 @@ int takePictures(const app::Options& options, int& argc, char** argv) {
     return app::writeGallery(options.screenshots, options.language);
 }
 
-int run(const app::Options& options) {
+int run(app::Options options) {
     const app::QuitSignals quitSignals;
+    QString problem;
+    if (!options.example.isEmpty() && !takeExample(&options, &problem))
+        return fail(problem, kBadUsage);
     QString lost;
     if (!prepare(options, &lost))
         return fail(QStringLiteral("the folder of projects and settings cannot be entered"), kFailed);
