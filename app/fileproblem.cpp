@@ -1,17 +1,24 @@
 #include "app/fileproblem.h"
 
 #include <QCoreApplication>
+#include <QRegularExpression>
+#include <QStringList>
+
+#include <optional>
 
 namespace app {
 
 namespace {
 
 struct Known {
-    const char* reason;  ///< as the package, the file service, Qt or the system says it; %1 is a file
+    const char* reason;  ///< as the package, the file service, Qt or the system says it; %1, %2: anything
     const char* text;
 };
 
 const Known kReasons[] = {
+    // Those that hold another reason come first.
+    {"%1; faults in %2 more records", QT_TRANSLATE_NOOP("FileProblem", "%1；另有%2条记录有错误")},
+    {"the folder could not be synced: %1", QT_TRANSLATE_NOOP("FileProblem", "无法确认已写入磁盘：%1")},
     {"Permission denied", QT_TRANSLATE_NOOP("FileProblem", "没有权限")},
     {"No space left on device", QT_TRANSLATE_NOOP("FileProblem", "磁盘已满")},
     {"Read-only file system", QT_TRANSLATE_NOOP("FileProblem", "磁盘只读")},
@@ -34,38 +41,52 @@ const Known kReasons[] = {
     {"too deeply nested document", QT_TRANSLATE_NOOP("FileProblem", "嵌套层数过多")},
     {"too large document", QT_TRANSLATE_NOOP("FileProblem", "文件过大")},
     {"garbage at the end of the document", QT_TRANSLATE_NOOP("FileProblem", "文件末尾有多余内容")},
-    {"the file holds no list", QT_TRANSLATE_NOOP("FileProblem", "文件内容不是列表")},
+    {"the file holds no list of records", QT_TRANSLATE_NOOP("FileProblem", "文件内容不是记录列表")},
+    {"there are %1 rows for %2 ports", QT_TRANSLATE_NOOP("FileProblem", "共有%1行，应为%2个端口")},
+    {"this is no record", QT_TRANSLATE_NOOP("FileProblem", "这不是记录")},
+    {"%1 is no number", QT_TRANSLATE_NOOP("FileProblem", "%1不是数字")},
+    {"%1 is no text", QT_TRANSLATE_NOOP("FileProblem", "%1不是文字")},
+    {"%1 is no object", QT_TRANSLATE_NOOP("FileProblem", "%1不是对象")},
+    {"%1 is neither true nor false", QT_TRANSLATE_NOOP("FileProblem", "%1既不是true也不是false")},
+    {"'type' is not %1", QT_TRANSLATE_NOOP("FileProblem", "'type'不是%1")},
     {"the file in its place is damaged and cannot be kept",
      QT_TRANSLATE_NOOP("FileProblem", "原文件已损坏，且无法保留副本")},
     {"there is no such file", QT_TRANSLATE_NOOP("FileProblem", "没有此文件")},
     {"the file holds no project", QT_TRANSLATE_NOOP("FileProblem", "文件内容不是工程")},
     {"the file holds settings, no project", QT_TRANSLATE_NOOP("FileProblem", "文件内容是设置，不是工程")},
-    {"the file in its place is no project and cannot be kept",
-     QT_TRANSLATE_NOOP("FileProblem", "原文件不是工程，且无法保留副本")},
+    {"the file in its place holds something else and cannot be kept",
+     QT_TRANSLATE_NOOP("FileProblem", "原文件是其他内容，且无法保留副本")},
     {"Existing file %1 is not writable", QT_TRANSLATE_NOOP("FileProblem", "文件受写保护")},
 };
 
-/// What a system's error follows.
-const Known kBeginnings[] = {
-    {"the folder could not be synced: ", QT_TRANSLATE_NOOP("FileProblem", "无法确认已写入磁盘：")},
-};
-
-/// Whether the reason is that of the pattern, of whatever file.
-bool isOf(const QString& pattern, const QString& reason) {
-    const int file = pattern.indexOf(QLatin1String("%1"));
-    return file < 0 ? reason == pattern
-                    : reason.startsWith(pattern.left(file)) && reason.endsWith(pattern.mid(file + 2));
+/// What stands for %1 and %2 in a reason; nothing when it is not of that pattern.
+std::optional<QStringList> argumentsIn(const QString& reason, const QString& pattern) {
+    static const QRegularExpression place(QStringLiteral("\\\\%\\d"));
+    QString expression = QRegularExpression::escape(pattern);
+    expression.replace(place, QStringLiteral("(.+)"));
+    const QRegularExpressionMatch match =
+        QRegularExpression(QRegularExpression::anchoredPattern(expression)).match(reason);
+    if (!match.hasMatch())
+        return std::nullopt;
+    return match.capturedTexts().mid(1);
 }
 
 /// Qt gives its reasons in English or, where it has a catalogue, in the panel's language.
-bool isSaid(const Known& known, const QString& reason) {
-    if (isOf(QLatin1String(known.reason), reason))
-        return true;
+std::optional<QStringList> argumentsOf(const QString& reason, const Known& known) {
+    if (auto arguments = argumentsIn(reason, QLatin1String(known.reason)))
+        return arguments;
     for (const char* context : {"QJsonParseError", "QIODevice", "QSaveFile"}) {
-        if (isOf(QCoreApplication::translate(context, known.reason), reason))
-            return true;
+        if (auto arguments = argumentsIn(reason, QCoreApplication::translate(context, known.reason)))
+            return arguments;
     }
-    return false;
+    return std::nullopt;
+}
+
+/// An argument may be a reason itself.
+QString filled(QString text, const QStringList& arguments) {
+    for (int number = arguments.size(); number > 0; --number)
+        text.replace(QStringLiteral("%%1").arg(number), localReason(arguments[number - 1]));
+    return text;
 }
 
 QString inPanelLanguage(const Known& known) {
@@ -80,13 +101,8 @@ bool FileProblem::operator==(const FileProblem& other) const {
 
 QString localReason(const QString& reason) {
     for (const Known& known : kReasons) {
-        if (isSaid(known, reason))
-            return inPanelLanguage(known);
-    }
-    for (const Known& known : kBeginnings) {
-        const QLatin1String beginning(known.reason);
-        if (reason.startsWith(beginning))
-            return inPanelLanguage(known) + localReason(reason.mid(beginning.size()));
+        if (const auto arguments = argumentsOf(reason, known))
+            return filled(inPanelLanguage(known), *arguments);
     }
     return reason;
 }

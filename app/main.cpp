@@ -1,3 +1,4 @@
+#include "app/examples/exampleshelf.h"
 #include "app/language.h"
 #include "app/look.h"
 #include "app/noticebar.h"
@@ -22,11 +23,13 @@
 #include <QTextCodec>
 
 #include <cstdio>
+#include <cstdlib>
 
 namespace {
 
 constexpr int kFailed = 1;
 constexpr int kBadUsage = 2;
+constexpr int kNoDisplay = 3;
 constexpr QSize kSize(1280, 800);
 
 /// Says what is wrong and returns the exit status.
@@ -41,10 +44,15 @@ int print(const QString& text) {
 }
 
 /// What Qt complains about, without what the offscreen platform says of every window and what Qt says
-/// wherever there is no login session; the package's debug stream is of no use here.
+/// wherever there is no login session; the package's debug stream is of no use here. Without a display
+/// Qt would abort with a core.
 void onQtMessage(QtMsgType type, const QMessageLogContext&, const QString& text) {
     const bool noise = text.startsWith(QLatin1String("This plugin does not support")) ||
                        text.startsWith(QLatin1String("QStandardPaths:"));
+    if (type == QtFatalMsg) {
+        fail(QStringLiteral("no display can be opened"), kNoDisplay);
+        std::_Exit(kNoDisplay);
+    }
     if (type != QtDebugMsg && type != QtInfoMsg && !noise)
         fail(text, kFailed);
 }
@@ -59,10 +67,25 @@ bool prepare(const app::Options& options, QString* lost) {
         language = app::languageOf(QLocale::system().name());
     if (!options.language.isEmpty())
         app::Preferences::rememberLanguage(language);
-    if (!options.settings.isEmpty())
+    if (!options.settings.isEmpty() && options.example.isEmpty())
         app::Preferences::rememberFolder(QDir::currentPath());
     app::installLanguage(language);
     return true;
+}
+
+/// Puts the operator's copy of an example in the place of project and settings. False, with what is wrong.
+bool takeExample(app::Options* options, QString* problem) {
+    const app::ExampleShelf shelf = app::ExampleShelf::ofThisProgram();
+    if (!shelf.names().contains(options->example)) {
+        *problem = QStringLiteral("--example %1 is none of %2")
+                       .arg(options->example, shelf.names().join(QStringLiteral(", ")));
+        return false;
+    }
+    options->settings = shelf.take(options->example, problem);
+    options->project = shelf.project(options->example);
+    if (options->settings.isEmpty())
+        *problem = QStringLiteral("%1 cannot be written").arg(*problem);
+    return !options->settings.isEmpty();
 }
 
 /// On a screen that is hardly larger than the panel, the panel is all there is. On a wide one it stands on
@@ -93,8 +116,11 @@ int takePictures(const app::Options& options, int& argc, char** argv) {
     return app::writeGallery(options.screenshots, options.language);
 }
 
-int run(const app::Options& options, app::PacedTime* time) {
+int run(app::Options options, app::PacedTime* time) {
     const app::QuitSignals quitSignals;
+    QString problem;
+    if (!options.example.isEmpty() && !takeExample(&options, &problem))
+        return fail(problem, kBadUsage);
     QString lost;
     if (!prepare(options, &lost))
         return fail(QStringLiteral("the folder of projects and settings cannot be entered"), kFailed);
@@ -135,6 +161,8 @@ int main(int argc, char** argv) {
     if (!options->screenshots.isEmpty())
         return takePictures(*options, programOnly, argv);
     app::PacedTime* const time = app::PacedTime::install();
+    qInstallMessageHandler(onQtMessage);
     const QApplication application(programOnly, argv);
+    qInstallMessageHandler(nullptr);
     return run(*options, time);
 }

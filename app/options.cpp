@@ -37,6 +37,12 @@ bool readProject(Options& o, const QString& text, QString* why) {
     return file.isFile() && file.isReadable();
 }
 
+bool readExample(Options& o, const QString& text, QString* why) {
+    o.example = text;
+    *why = QStringLiteral("is no example");
+    return !text.isEmpty() && !text.contains(QLatin1Char('/'));
+}
+
 bool readScreenshots(Options& o, const QString& text, QString* why) {
     const QFileInfo folder(text);
     o.screenshots = folder.absoluteFilePath();
@@ -51,6 +57,10 @@ const Option kOptions[] = {
      "folder in a checkout, else the user's data folder)",
      readSettings},
     {"open", "PROJECT", "open a project, as the Open button does", readProject},
+    {"example", "NAME",
+     "open a copy of an example (lap_seam, flange, box_stitch, stations) with its\n"
+     "settings; not remembered",
+     readExample},
     {"screenshots", "DIR",
      "write a picture of every page, dialog and message, in every language (or that\n"
      "of --language) and two sizes, without a screen, and end",
@@ -99,9 +109,12 @@ std::optional<Options> parseOptions(const QStringList& arguments, QString* error
     QString reason;
     for (int i = 0; i < arguments.size() && reason.isEmpty(); ++i)
         reason = readOption(options, arguments, i);
-    const bool tour = !options.screenshots.isEmpty();
-    if (reason.isEmpty() && tour && !(options.settings.isEmpty() && options.project.isEmpty()))
+    const bool own = !(options.settings.isEmpty() && options.project.isEmpty());
+    const bool example = !options.example.isEmpty();
+    if (reason.isEmpty() && !options.screenshots.isEmpty() && (own || example))
         reason = QStringLiteral("--screenshots brings its own project and settings");
+    if (reason.isEmpty() && example && own)
+        reason = QStringLiteral("--example brings its own project and settings");
     if (reason.isEmpty())
         return options;
     *error = reason.simplified();
@@ -125,7 +138,7 @@ QString usage() {
     }
     return text + QStringLiteral(
                       "\nExit status: 0 closed, or pictures written; 1 the panel could not be opened, or a\n"
-                      "picture is missing; 2 bad usage.\n");
+                      "picture is missing; 2 bad usage; 3 no display can be opened.\n");
 }
 
 }  // namespace app

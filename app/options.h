@@ -12,6 +12,7 @@ struct Options {
     QString language;  ///< "cn", "en" or "ru"
     QString settings;  ///< working directory of the package
     QString project;   ///< to be opened at start
+    QString example;   ///< whose copy to open instead
     QString screenshots;
     bool help = false;
     bool version = false;

@@ -35,6 +35,7 @@ public:
 
     sim::Controller* controller() const { return controller_; }
     sim::Cell* cell() const { return cell_; }
+    QWidget* panel() const { return center_.get(); }
     /// Of the open panel.
     QObject* executor() const { return executor_; }
     int* runMode() const { return runMode_; }

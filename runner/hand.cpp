@@ -1,6 +1,7 @@
 #include "runner/hand.h"
 
 #include "mendo/modulemanager.h"
+#include "runner/stationpage.h"
 
 #include <QJsonObject>
 
@@ -74,6 +75,10 @@ void Hand::setWeld(bool on) {
 
 void Hand::setHandWeld(bool on) {
     write(QStringLiteral("lumo.allWeldBtnstatus.handweldbtn"), on);
+}
+
+void Hand::setMonitoring(bool on) {
+    stationPage_->setMonitoring(on);
 }
 
 void Hand::prepareRun(int line) {

@@ -7,7 +7,9 @@
 
 namespace run {
 
-/// Does to the data tree what an operator's hand on the panel does, and is the sender of its writes.
+class StationPage;
+
+/// Does what an operator's hand on the panel does, mostly to the data tree, and is the sender of its writes.
 class Hand : public QObject {
     Q_OBJECT
 public:
@@ -15,6 +17,7 @@ public:
 
     /// The package's exported run mode.
     void setRunMode(int* runMode) { runMode_ = runMode; }
+    void setStationPage(StationPage* page) { stationPage_ = page; }
 
     /// As opening a project does: program and, where the file has one, tool set.
     void loadProject(const QJsonValue& content);
@@ -22,6 +25,8 @@ public:
     void resetResumeData();
     void setWeld(bool on);
     void setHandWeld(bool on);
+    /// The station page's switch.
+    void setMonitoring(bool on);
     /// What the start button writes before the trigger. Lines count from 0.
     void prepareRun(int line);
     /// What the button for a single step writes before the trigger.
@@ -47,6 +52,7 @@ private:
     void press(const QString& trigger, int runMode, int line);
 
     int* runMode_ = nullptr;
+    StationPage* stationPage_ = nullptr;
     int pressing_ = 0;
 };
 

@@ -100,9 +100,9 @@ bool readTrace(Options& o, const QString& text, QString* why) {
     return true;
 }
 
-bool readStations(Options&, const QString&, QString* why) {
-    *why = QStringLiteral("is not available yet");
-    return false;
+bool readStations(Options& o, const QString& text, QString* why) {
+    o.stationsName = text;
+    return fileName(text, &o.stations, why);
 }
 
 bool readPoint(Options& o, const QString& text, QString* why) {
@@ -143,7 +143,7 @@ const Option kOptions[] = {
     {"no-write-multi", "", "a controller that cannot write several registers at once",
      [](Options& o, const QString&, QString*) { return !(o.writeMulti = false); }},
     {"scenario", "FILE", "what happens to the cell, and when", readScenario},
-    {"stations", "DIR", "station monitoring instead of a project (not available yet)", readStations},
+    {"stations", "DIR", "monitor the stations of this folder instead of running a project", readStations},
     {"ack", "MS", "answer message boxes after that long (0: at once)",
      [](Options& o, const QString& v, QString* why) { return wholeNumber(v, 0, &o.ackMs, why); }},
     {"until", "MS", "give up after that much virtual time (3600000)",
@@ -190,10 +190,28 @@ QString readOption(Options& options, const QStringList& arguments, int& index) {
     return QStringLiteral("--%1 %2 %3").arg(name, value.isEmpty() ? QStringLiteral("\"\"") : value, why);
 }
 
+/// Projects and settings of the stations are in one folder, and they start where their inputs say.
+QString completeStations(Options& options, const QStringList& files) {
+    if (!files.isEmpty())
+        return QStringLiteral("--stations and a project exclude each other");
+    if (options.lineGiven || options.once)
+        return QStringLiteral("--stations and --%1 exclude each other")
+            .arg(options.lineGiven ? QStringLiteral("line") : QStringLiteral("once"));
+    if (!QFileInfo(options.stations).isDir())
+        return QStringLiteral("--stations %1 is no folder").arg(options.stationsName);
+    if (!options.settings.isEmpty() &&
+        QDir(options.settings).canonicalPath() != QDir(options.stations).canonicalPath())
+        return QStringLiteral("--settings %1 is not the folder of the stations").arg(options.settingsName);
+    options.settings = options.stations;
+    return {};
+}
+
 /// What is wrong with the whole, and the folder that follows from the project.
 QString complete(Options& options, const QStringList& files) {
     if (options.help || options.version || !options.point.empty())
         return {};
+    if (!options.stations.isEmpty())
+        return completeStations(options, files);
     if (files.size() != 1 || files.first().isEmpty())
         return QStringLiteral("expected one project file, got %1, see --help").arg(files.size());
     if (options.once && options.lineGiven)
@@ -230,15 +248,21 @@ std::optional<Options> parseOptions(const QStringList& arguments, Problem* probl
     return std::nullopt;
 }
 
+QString Options::folder() const {
+    return stations.isEmpty() ? QFileInfo(project).absolutePath() : stations;
+}
+
 QString versionText() {
     return QStringLiteral("lumo-run " LUMO_VERSION "\n");
 }
 
 QString usage() {
     QString text = QStringLiteral(
-        "Usage: lumo-run [options] PROJECT.json\n\n"
-        "Runs a welding project with the real package on a simulated robot and weld cell, without a\n"
-        "screen and on virtual time, and says what happened.\n\nOptions:\n");
+        "Usage: lumo-run [options] PROJECT.json\n"
+        "       lumo-run [options] --stations DIR\n\n"
+        "Runs a welding project, or the projects of stations that their inputs start, with the real\n"
+        "package on a simulated robot and weld cell, without a screen and on virtual time, and says\n"
+        "what happened.\n\nOptions:\n");
     for (const Option& option : kOptions) {
         const QString left =
             QStringLiteral("  --%1 %2").arg(QLatin1String(option.name), QLatin1String(option.value));

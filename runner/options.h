@@ -12,8 +12,9 @@ namespace run {
 
 /// What the command line asks for. File names are absolute, the `…Name` members as the caller typed them.
 struct Options {
-    QString project, projectName;
-    QString settings;  ///< working directory of the package, the project's folder by default
+    QString project, projectName;    ///< empty with `stations`
+    QString stations, stationsName;  ///< folder of the stations to be monitored; empty: a project is run
+    QString settings;  ///< working directory of the package; by default the project's or the stations' folder
     QString settingsName;
     QString language = QStringLiteral("en");
     QString mode = QStringLiteral("auto");
@@ -36,6 +37,9 @@ struct Options {
     std::vector<double> point;  ///< six numbers, mm and degrees; empty: not asked for
     bool help = false;
     bool version = false;
+
+    /// The folder in which the scenario's projects are looked for.
+    QString folder() const;
 };
 
 /// Reads the arguments (without the program's name). Nothing, with one line in `problem`, when they

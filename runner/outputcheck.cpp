@@ -39,7 +39,9 @@ bool isSame(const QString& one, const QString& other) {
 }  // namespace
 
 QString outputFault(const Options& options, const QStringList& loaded) {
-    QStringList read = {options.project};
+    QStringList read;
+    if (!options.project.isEmpty())
+        read.append(options.project);
     if (!options.scenario.isEmpty())
         read.append(options.scenario);
     for (const QString& settings : {QStringLiteral("lumo_port.json"), QStringLiteral("lumo_param.json"),

@@ -145,6 +145,14 @@ void Recorder::answer(const QString& title, const QString& answer) {
     trace_->end();
 }
 
+void Recorder::station(int row, const QString& state) {
+    if (!recording_)
+        return;
+    trace_->begin("station").key(QStringLiteral("row")).integer(row);
+    trace_->line().key(QStringLiteral("state")).string(state);
+    trace_->end();
+}
+
 void Recorder::event(const QByteArray& entry) {
     if (!recording_)
         return;

@@ -23,6 +23,8 @@ public:
 
     void message(const QString& icon, const QString& title, const QString& text);
     void answer(const QString& title, const QString& answer);
+    /// The state text of a station, `row` from 0.
+    void station(int row, const QString& state);
     /// A scenario entry, as JSON.
     void event(const QByteArray& entry);
 

@@ -7,11 +7,18 @@ namespace {
 constexpr double kMsPerS = 1000.0;
 constexpr double kMmPerM = 1000.0;
 
+/// A text in a column, by its characters: a Cyrillic letter has two bytes.
+QByteArray column(const QString& text, int width = 22) {
+    return text.simplified().leftJustified(width).toUtf8();
+}
+
 }  // namespace
 
 void Report::head() {
-    if (!headed_)
+    if (!headed_ && progress_ == Progress::Statements)
         std::fprintf(out_, "%6s  %-7s  %12s\n", "line", "type", "time");
+    else if (!headed_)
+        std::fprintf(out_, "%15s  %12s  %s\n", "station", "time", "state");
     headed_ = true;
 }
 
@@ -20,6 +27,14 @@ void Report::statement(int line, const QString& type, qint64 atMs) {
         return;
     head();
     std::fprintf(out_, "%6d  %-7s  %10.3f s\n", line + 1, type.toUtf8().constData(), double(atMs) / kMsPerS);
+}
+
+void Report::station(const QString& name, const QString& state, qint64 atMs) {
+    if (!out_)
+        return;
+    head();
+    std::fprintf(out_, "%s  %10.3f s  %s\n", name.simplified().rightJustified(15).toUtf8().constData(),
+                 double(atMs) / kMsPerS, state.toUtf8().constData());
 }
 
 void Report::message(const QString& icon, const QString& title, const QString& text, qint64 atMs) {
@@ -50,6 +65,20 @@ void Report::table(const Figures& figures) {
     seconds("gas", figures.gasMs);
     seconds("wire", figures.wireMs);
     seconds("duration", figures.durationMs);
+    std::fflush(out_);
+}
+
+void Report::stations(const std::vector<StationLine>& lines) {
+    if (!out_)
+        return;
+    std::fprintf(out_, "\n%s  %s  %5s  %8s  %12s  %12s\n", column(QStringLiteral("station")).constData(),
+                 column(QStringLiteral("project")).constData(), "runs", "finished", "busy", "laser on");
+    for (const StationLine& line : lines) {
+        const StationFigures& f = line.figures;
+        std::fprintf(out_, "%s  %s  %5d  %8d  %10.3f s  %10.3f s\n", column(line.name).constData(),
+                     column(line.project).constData(), f.runs, f.finished, double(f.busyMs) / kMsPerS,
+                     double(f.laserMs) / kMsPerS);
+    }
     std::fflush(out_);
 }
 

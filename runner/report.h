@@ -1,8 +1,11 @@
 #pragma once
 
+#include "runner/stationwatch.h"
+
 #include <QString>
 
 #include <cstdio>
+#include <vector>
 
 namespace run {
 
@@ -19,22 +22,37 @@ struct Figures {
     qint64 durationMs = 0;
 };
 
-/// What a run prints for a person: a line for each statement and message, and a table at the end.
+/// A line of the stations' table.
+struct StationLine {
+    QString name;
+    QString project;
+    StationFigures figures;
+};
+
+/// What a run prints for a person: a line for each statement, or each state of a station, and each
+/// message, and tables at the end.
 class Report {
 public:
-    /// `out` null: prints nothing.
-    explicit Report(std::FILE* out) : out_(out) {}
+    enum class Progress { Statements, Stations };
+    /// `out` null: prints nothing. `progress`: whose lines will come.
+    explicit Report(std::FILE* out, Progress progress = Progress::Statements)
+        : out_(out), progress_(progress) {}
 
     /// `line` from 0.
     void statement(int line, const QString& type, qint64 atMs);
+    /// The state of a station changed.
+    void station(const QString& name, const QString& state, qint64 atMs);
     /// A message box.
     void message(const QString& icon, const QString& title, const QString& text, qint64 atMs);
     void table(const Figures& figures);
+    /// What each station did.
+    void stations(const std::vector<StationLine>& lines);
 
 private:
     void head();
 
     std::FILE* out_;
+    Progress progress_;
     bool headed_ = false;
 };
 

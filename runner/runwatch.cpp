@@ -44,10 +44,14 @@ void RunWatch::onState(const rec::Change& change) {
             end(QStringLiteral("error"));
         return;
     }
+    const bool wasRunning = running_;
     running_ = busy;
     if (running_) {
         reason_ = kFinished;
         step_ = stepAsked_;
+        emit begun();
+    } else if (wasRunning) {
+        emit ended();
     }
 }
 

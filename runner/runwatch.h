@@ -24,6 +24,10 @@ public:
     void motionEnded(int code);
 
 signals:
+    /// A run or single step was accepted. This comes before the page hears of it.
+    void begun();
+    /// It is over, `reason()` says how.
+    void ended();
     /// A statement begins; `line` counts from 0.
     void lineBegun(int line, const QString& type);
 

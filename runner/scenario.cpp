@@ -135,9 +135,6 @@ std::optional<Fault> entryFault(const QJsonObject& entry, const QStringList& inp
         if (!known.contains(key))
             return Fault{key, QStringLiteral("\"%1\" has no key \"%2\"").arg(QLatin1String(row->word), key)};
     }
-    if (row->action == Action::Monitor)
-        return Fault{verb,
-                     QStringLiteral("\"monitor\" needs the station page, which this panel does not have")};
     return std::nullopt;
 }
 
@@ -173,6 +170,11 @@ std::optional<Scenario> Scenario::fromText(const JsonText& text, const QStringLi
     std::stable_sort(scenario.entries_.begin(), scenario.entries_.end(),
                      [](const ScenarioEntry& a, const ScenarioEntry& b) { return a.atMs < b.atMs; });
     return scenario;
+}
+
+bool Scenario::has(Action action) const {
+    return std::any_of(entries_.begin(), entries_.end(),
+                       [action](const ScenarioEntry& entry) { return entry.action == action; });
 }
 
 QStringList Scenario::files(const QString& folder) const {

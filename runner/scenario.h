@@ -52,6 +52,9 @@ public:
 
     /// In the order in which they are applied: by time, then as the file has them.
     const std::vector<ScenarioEntry>& entries() const { return entries_; }
+    bool has(Action action) const;
+    /// When the last one comes; 0 without any.
+    int lastMs() const { return entries_.empty() ? 0 : entries_.back().atMs; }
     /// The projects that "load" names, taken relative to a folder.
     QStringList files(const QString& folder) const;
 

@@ -104,6 +104,9 @@ void ScenarioPlayer::applyToHand(const ScenarioEntry& entry) {
         case Action::HandWeld:
             hand_->setHandWeld(value.toBool());
             break;
+        case Action::Monitor:
+            hand_->setMonitoring(value.toBool());
+            break;
         case Action::Set:
             emit writing(path);
             hand_->set(path, value);

@@ -24,6 +24,10 @@ public:
 
     /// Times count from now; those of time 0 come when the event loop is entered next.
     void start();
+    /// When the last entry comes, ms from the start.
+    int lastMs() const { return scenario_.lastMs(); }
+    /// Whether an entry switches the monitoring of stations.
+    bool needsStationPage() const { return scenario_.has(Action::Monitor); }
     /// Whether entries are left.
     bool isPending() const { return next_ < scenario_.entries().size(); }
     /// Whether entries are left or one is being applied.

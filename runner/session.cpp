@@ -5,6 +5,7 @@
 #include "mendo/clock.h"
 #include "mendo/log.h"
 #include "mendo/modulemanager.h"
+#include "runner/beginline.h"
 #include "runner/outputcheck.h"
 #include "simulator/cell.h"
 #include "simulator/controller.h"
@@ -21,6 +22,8 @@ namespace {
 constexpr int kFailed = 1;
 constexpr int kBadInput = 2;
 constexpr int kStuckMs = 1000;
+constexpr int kStationRun = 1;
+constexpr int kCalmMs = 1000;  // after the last entry of a scenario for stations
 
 std::FILE* reportStream(const Options& options) {
     if (options.quiet)
@@ -46,21 +49,33 @@ void printFileError(const QString& option, const QString& file, const QString& e
 }  // namespace
 
 Session::Session(const Options& options)
-    : options_(options), report_(reportStream(options)), watch_(&follower_), recorder_(&trace_, &follower_) {
+    : options_(options),
+      report_(reportStream(options),
+              options.stations.isEmpty() ? Report::Progress::Statements : Report::Progress::Stations),
+      watch_(&follower_),
+      recorder_(&trace_, &follower_),
+      stationWatch_([this] { return elapsedMs(); }, [this] { return bench_->cell()->laserOnMs(); }) {
     trace_.setClock([this] { return elapsedMs(); });
     mendo::LogHub::instance()->setConsole(false);
     until_.setSingleShot(true);
     until_.setTimerType(Qt::PreciseTimer);
     connect(&until_, &QTimer::timeout, this, [this] { finish(QStringLiteral("until")); });
+    calm_.setSingleShot(true);
+    calm_.setTimerType(Qt::PreciseTimer);
+    connect(&calm_, &QTimer::timeout, this, &Session::scheduleCheck);
     stuck_->setSingleShot(true);
     stuck_->setInterval(kStuckMs);
     connect(stuck_, &QTimer::timeout, this, [this] {
-        if (isStuck())
+        if (isStuck() || isForgotten())
             finish(QStringLiteral("stalled"));
     });
     connect(m(), &mendo::ModuleManager::fileProblem, this, &Session::onFileProblem);
     connect(&follower_, &rec::TreeFollower::changed, this, &Session::onChanged);
     connect(&watch_, &RunWatch::lineBegun, this, &Session::onLineBegun);
+    connect(&watch_, &RunWatch::begun, this,
+            [this] { stationWatch_.runBegun(*bench_->runMode() == kStationRun); });
+    connect(&watch_, &RunWatch::ended, this, [this] { stationWatch_.runEnded(watch_.reason()); });
+    connect(&stationPage_, &StationPage::stateChanged, this, &Session::onStation);
 }
 
 Session::~Session() = default;
@@ -78,8 +93,7 @@ int Session::run() {
 bool Session::readInput() {
     status_ = kBadInput;
     Problem problem;
-    project_ = Project::read(options_.project, options_.projectName, &problem);
-    if (!project_) {
+    if (!readProgram(&problem)) {
         printError(problem.text());
         return false;
     }
@@ -98,19 +112,30 @@ bool Session::readInput() {
         printError(problem.text());
         return false;
     }
-    const QString folder = QFileInfo(options_.project).absolutePath();
-    const QString fault = outputFault(options_, scenario->files(folder));
+    QStringList files = scenario->files(options_.folder());
+    if (stations_) {
+        for (const QString& name : stations_->projects())
+            files.append(QDir(options_.folder()).absoluteFilePath(name));
+    }
+    const QString fault = outputFault(options_, files);
     if (!fault.isEmpty()) {
         printError(fault);
         return false;
     }
-    player_ =
-        std::make_unique<ScenarioPlayer>(*scenario, &hand_, bench_->controller(), bench_->cell(), folder);
+    player_ = std::make_unique<ScenarioPlayer>(*scenario, &hand_, bench_->controller(), bench_->cell(),
+                                               options_.folder());
     return true;
 }
 
+bool Session::readProgram(Problem* problem) {
+    if (options_.stations.isEmpty())
+        project_ = Project::read(options_.project, options_.projectName, problem);
+    else
+        stations_ = StationList::read(options_.stations, options_.stationsName, problem);
+    return project_ || stations_;
+}
+
 bool Session::openFiles() {
-    status_ = kFailed;
     QString error;
     if (!options_.trace.isEmpty() && !trace_.open(options_.trace, &error)) {
         printFileError(QStringLiteral("--trace"), options_.traceName, error);
@@ -124,6 +149,7 @@ bool Session::openFiles() {
 }
 
 bool Session::setUp() {
+    status_ = kFailed;
     messages_ = std::make_unique<MessageWatch>(options_.ackMs);
     if (vcd_.isOpen())
         vcdRecorder_ = std::make_unique<VcdRecorder>(&vcd_, bench_->controller(), bench_->cell(), &follower_,
@@ -133,8 +159,15 @@ bool Session::setUp() {
         printError(error);
         return false;
     }
+    const bool hasStationPage = stationPage_.find(bench_->panel());
+    if (!hasStationPage && (stations_ || player_->needsStationPage())) {
+        printError(QStringLiteral("the package has no station page"));
+        return false;
+    }
     hand_.setRunMode(bench_->runMode());
-    for (const Problem& warning : project_->warnings(m(QStringLiteral("lumo.param"))->cmobjCount()))
+    hand_.setStationPage(&stationPage_);
+    const int sets = m(QStringLiteral("lumo.param"))->cmobjCount();
+    for (const Problem& warning : project_ ? project_->warnings(sets) : stations_->warnings(sets))
         printWarning(warning.text());
     connectEnds();
     return true;
@@ -165,32 +198,47 @@ void Session::connectEnds() {
 
 void Session::begin() {
     recorder_.setRecording(true);
-    traceBegin();
+    writeBeginLine(trace_, options_, project_ ? project_->statementCount() : 0);
     if (vcdRecorder_)
         vcdRecorder_->begin();
-    hand_.loadProject(project_->content());
+    if (project_)
+        hand_.loadProject(project_->content());
+    else
+        stationPage_.show();
     hand_.setWeld(options_.weld);
     hand_.setHandWeld(options_.handWeld);
     if (options_.once)
         hand_.prepareStep();
-    else
+    else if (project_)
         hand_.prepareRun(options_.line - 1);
     startMs_ = mendo::Clock::current().elapsedMs();
     until_.start(options_.untilMs);
     player_->start();
+    if (stations_)
+        calm_.start(player_->lastMs() + kCalmMs);
     go();
     scheduleCheck();
 }
 
 void Session::go() {
-    if (options_.once)
+    if (stations_)
+        hand_.setMonitoring(true);
+    else if (options_.once)
         hand_.once(*options_.once - 1);
     else
         hand_.resume();
 }
 
 void Session::onLineBegun(int line, const QString& type) {
-    report_.statement(line, type, elapsedMs());
+    if (project_)
+        report_.statement(line, type, elapsedMs());
+}
+
+void Session::onStation(int row, const QString& state) {
+    stationWatch_.stateChanged(row);
+    recorder_.station(row, state);
+    report_.station(stationPage_.name(row), state, elapsedMs());
+    scheduleCheck();
 }
 
 void Session::onMessage(const QString& icon, const QString& title, const QString& text) {
@@ -244,7 +292,7 @@ void Session::check() {
 /// A page may keep timers going for ever, so a run that awaits a motion of a robot that stands still
 /// is given up after a while, too.
 void Session::watchStuckRun() {
-    if (!isStuck())
+    if (!isStuck() && !isForgotten())
         stuck_->stop();
     else if (!stuck_->isActive())
         stuck_->start();
@@ -258,10 +306,23 @@ bool Session::isStuck() const {
 }
 
 bool Session::isOver() const {
+    return isAtRest() && areStationsDone();
+}
+
+bool Session::isAtRest() const {
     const QObject* executor = bench_->executor();
     return !hand_.isPressing() && !player_->isPlaying() && !messages_->isPending() && Hand::isIdle() &&
            executor->property("depth").toInt() == 0 && executor->property("pendingSteps").toInt() == 0 &&
            bench_->controller()->standsStill();
+}
+
+bool Session::areStationsDone() const {
+    return !stations_ || (stationPage_.queued() == 0 && !calm_.isActive());
+}
+
+/// Projects are queued, but the station page is switched off and nobody is left to switch it on.
+bool Session::isForgotten() const {
+    return stations_ && !stationPage_.isMonitoring() && stationPage_.queued() > 0 && isAtRest();
 }
 
 Figures Session::figures(const QString& reason) const {
@@ -279,6 +340,15 @@ Figures Session::figures(const QString& reason) const {
     return f;
 }
 
+std::vector<StationLine> Session::stationLines() const {
+    std::vector<StationFigures> figures = stationWatch_.figures();
+    figures.resize(std::size_t(stationPage_.count()));
+    std::vector<StationLine> lines;
+    for (int row = 0; row < stationPage_.count(); ++row)
+        lines.push_back({stationPage_.name(row), stationPage_.project(row), figures[std::size_t(row)]});
+    return lines;
+}
+
 void Session::finish(const QString& reason) {
     if (finished_)
         return;
@@ -290,6 +360,8 @@ void Session::finish(const QString& reason) {
     line.key(QStringLiteral("ms")).integer(elapsedMs());
     trace_.end();
     recorder_.setRecording(false);
+    if (stations_)
+        report_.stations(stationLines());
     report_.table(figures(reason));
     const bool written = closeFiles();
     status_ = written && reason == QLatin1String("finished") ? 0 : kFailed;
@@ -307,50 +379,6 @@ bool Session::closeFiles() {
     if (!dumped)
         printFileError(QStringLiteral("--vcd"), options_.vcdName, error);
     return traced && dumped;
-}
-
-void Session::traceOptions(JsonWriter& line) const {
-    const auto onOff = [](bool on) { return on ? QStringLiteral("on") : QStringLiteral("off"); };
-    line.key(QStringLiteral("options")).beginObject();
-    line.key(QStringLiteral("project")).string(QFileInfo(options_.project).fileName());
-    line.key(QStringLiteral("language")).string(options_.language);
-    line.key(QStringLiteral("mode")).string(options_.mode);
-    line.key(QStringLiteral("power")).string(onOff(options_.power));
-    line.key(QStringLiteral("weld")).string(onOff(options_.weld));
-    line.key(QStringLiteral("hand-weld")).string(onOff(options_.handWeld));
-    if (options_.once)
-        line.key(QStringLiteral("once")).integer(*options_.once);
-    else
-        line.key(QStringLiteral("line")).integer(options_.line);
-    line.key(QStringLiteral("axes")).integer(options_.axes);
-    line.key(QStringLiteral("no-write-multi")).boolean(!options_.writeMulti);
-    if (!options_.scenario.isEmpty())
-        line.key(QStringLiteral("scenario")).string(QFileInfo(options_.scenario).fileName());
-    line.key(QStringLiteral("ack")).integer(options_.ackMs);
-    line.key(QStringLiteral("until")).integer(options_.untilMs);
-    line.key(QStringLiteral("posture")).boolean(options_.posture);
-    line.endObject();
-}
-
-void Session::traceBegin() {
-    JsonWriter& line = trace_.begin("begin");
-    traceOptions(line);
-    line.key(QStringLiteral("statements")).integer(project_->statementCount());
-    line.key(QStringLiteral("sets")).beginArray();
-    for (const mendo::ModuleObject* set : m(QStringLiteral("lumo.param"))->cmobjs())
-        line.string(set->r(QStringLiteral("name"))->getString());
-    line.endArray();
-    line.key(QStringLiteral("ports")).beginArray();
-    for (const mendo::ModuleObject* port : m(QStringLiteral("lumo.port"))->cmobjs()) {
-        line.beginObject();
-        for (const QString& field :
-             {QStringLiteral("type"), QStringLiteral("name"), QStringLiteral("enable")})
-            line.key(field).node(port->r(field));
-        line.endObject();
-    }
-    line.endArray();
-    line.key(QStringLiteral("dt")).node(m(QStringLiteral("lumo.execute.dt")));
-    trace_.end();
 }
 
 }  // namespace run

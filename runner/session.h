@@ -11,6 +11,9 @@
 #include "runner/report.h"
 #include "runner/runwatch.h"
 #include "runner/scenarioplayer.h"
+#include "runner/stationlist.h"
+#include "runner/stationpage.h"
+#include "runner/stationwatch.h"
 #include "runner/trace.h"
 #include "runner/vcdrecorder.h"
 
@@ -38,16 +41,18 @@ private slots:
 
 private:
     bool readInput();
+    bool readProgram(Problem* problem);
     bool openFiles();
     bool setUp();
     void connectEnds();
 
     void begin();
-    void traceBegin();
-    void traceOptions(JsonWriter& line) const;
     void go();
 
+    void connectStations();
+
     void onLineBegun(int line, const QString& type);
+    void onStation(int row, const QString& state);
     void onMessage(const QString& icon, const QString& title, const QString& text);
     void onChanged(const rec::Change& change);
     void onFileProblem(const QString& fileName, int line, int column, const QString& reason);
@@ -56,26 +61,34 @@ private:
     void checkStall();
     void watchStuckRun();
     bool isOver() const;
+    bool isAtRest() const;
     bool isStuck() const;
+    bool areStationsDone() const;
+    bool isForgotten() const;
     void finish(const QString& reason);
     Figures figures(const QString& reason) const;
+    std::vector<StationLine> stationLines() const;
     bool closeFiles();
     qint64 elapsedMs() const;
 
     Options options_;
-    std::optional<Project> project_;
+    std::optional<Project> project_;       ///< or
+    std::optional<StationList> stations_;  ///< what is monitored instead of it
     Trace trace_;
     rec::VcdWriter vcd_;
     Report report_;
     rec::TreeFollower follower_;
     RunWatch watch_;
     Recorder recorder_;
+    StationPage stationPage_;
+    StationWatch stationWatch_;
     Hand hand_;
     std::unique_ptr<Bench> bench_;
     std::unique_ptr<MessageWatch> messages_;
     std::unique_ptr<ScenarioPlayer> player_;
     std::unique_ptr<VcdRecorder> vcdRecorder_;
     QTimer until_;
+    QTimer calm_;                          ///< the stations' inputs have been left alone for a while
     QTimer* stuck_ = new QTimer(&until_);  ///< below it: neither is anything that a run waits for
     std::optional<qint64> startMs_;        ///< the host's clock when the trigger was written
     bool checkPosted_ = false;

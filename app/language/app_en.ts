@@ -2,6 +2,25 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en" sourcelanguage="zh_CN">
 <context>
+    <name>ExampleShelf</name>
+    <message>
+        <source>搭接直焊缝</source>
+        <translation>Lap seam</translation>
+    </message>
+    <message>
+        <source>管与法兰环焊缝</source>
+        <translation>Pipe in a flange</translation>
+    </message>
+    <message>
+        <source>箱盖断续焊</source>
+        <translation>Stitched box</translation>
+    </message>
+    <message>
+        <source>四个工位</source>
+        <translation>Four stations</translation>
+    </message>
+</context>
+<context>
     <name>FileProblem</name>
     <message>
         <source>没有权限</source>
@@ -80,8 +99,40 @@
         <translation>something follows the end of the document</translation>
     </message>
     <message>
-        <source>文件内容不是列表</source>
-        <translation>the file holds no list</translation>
+        <source>%1；另有%2条记录有错误</source>
+        <translation>%1; faults in %2 more records</translation>
+    </message>
+    <message>
+        <source>文件内容不是记录列表</source>
+        <translation>the file holds no list of records</translation>
+    </message>
+    <message>
+        <source>共有%1行，应为%2个端口</source>
+        <translation>there are %1 rows for %2 ports</translation>
+    </message>
+    <message>
+        <source>这不是记录</source>
+        <translation>this is no record</translation>
+    </message>
+    <message>
+        <source>%1不是数字</source>
+        <translation>%1 is no number</translation>
+    </message>
+    <message>
+        <source>%1不是文字</source>
+        <translation>%1 is no text</translation>
+    </message>
+    <message>
+        <source>%1不是对象</source>
+        <translation>%1 is no object</translation>
+    </message>
+    <message>
+        <source>%1既不是true也不是false</source>
+        <translation>%1 is neither true nor false</translation>
+    </message>
+    <message>
+        <source>'type'不是%1</source>
+        <translation>'type' is not %1</translation>
     </message>
     <message>
         <source>原文件已损坏，且无法保留副本</source>
@@ -100,16 +151,16 @@
         <translation>the file holds settings, no project</translation>
     </message>
     <message>
-        <source>原文件不是工程，且无法保留副本</source>
-        <translation>the file in its place is no project and cannot be kept</translation>
+        <source>原文件是其他内容，且无法保留副本</source>
+        <translation>the file in its place holds something else and cannot be kept</translation>
     </message>
     <message>
         <source>文件受写保护</source>
         <translation>the file is write-protected</translation>
     </message>
     <message>
-        <source>无法确认已写入磁盘：</source>
-        <translation>the folder could not be synced: </translation>
+        <source>无法确认已写入磁盘：%1</source>
+        <translation>the folder could not be synced: %1</translation>
     </message>
     <message>
         <source>%1：%2</source>

@@ -2,6 +2,25 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="ru" sourcelanguage="zh_CN">
 <context>
+    <name>ExampleShelf</name>
+    <message>
+        <source>搭接直焊缝</source>
+        <translation>Нахлёсточный шов</translation>
+    </message>
+    <message>
+        <source>管与法兰环焊缝</source>
+        <translation>Труба во фланце</translation>
+    </message>
+    <message>
+        <source>箱盖断续焊</source>
+        <translation>Прерывистый шов на коробе</translation>
+    </message>
+    <message>
+        <source>四个工位</source>
+        <translation>Четыре поста</translation>
+    </message>
+</context>
+<context>
     <name>FileProblem</name>
     <message>
         <source>没有权限</source>
@@ -80,8 +99,40 @@
         <translation>лишние данные в конце файла</translation>
     </message>
     <message>
-        <source>文件内容不是列表</source>
-        <translation>в файле нет списка</translation>
+        <source>%1；另有%2条记录有错误</source>
+        <translation>%1; ошибки и в других записях: %2</translation>
+    </message>
+    <message>
+        <source>文件内容不是记录列表</source>
+        <translation>в файле нет списка записей</translation>
+    </message>
+    <message>
+        <source>共有%1行，应为%2个端口</source>
+        <translation>строк: %1, а портов: %2</translation>
+    </message>
+    <message>
+        <source>这不是记录</source>
+        <translation>это не запись</translation>
+    </message>
+    <message>
+        <source>%1不是数字</source>
+        <translation>%1: не число</translation>
+    </message>
+    <message>
+        <source>%1不是文字</source>
+        <translation>%1: не текст</translation>
+    </message>
+    <message>
+        <source>%1不是对象</source>
+        <translation>%1: не объект</translation>
+    </message>
+    <message>
+        <source>%1既不是true也不是false</source>
+        <translation>%1: не true и не false</translation>
+    </message>
+    <message>
+        <source>'type'不是%1</source>
+        <translation>'type': не %1</translation>
     </message>
     <message>
         <source>原文件已损坏，且无法保留副本</source>
@@ -100,16 +151,16 @@
         <translation>это файл настроек, а не проекта</translation>
     </message>
     <message>
-        <source>原文件不是工程，且无法保留副本</source>
-        <translation>прежний файл не является проектом, и его нельзя сохранить</translation>
+        <source>原文件是其他内容，且无法保留副本</source>
+        <translation>в прежнем файле другое содержимое, и его нельзя сохранить</translation>
     </message>
     <message>
         <source>文件受写保护</source>
         <translation>файл защищён от записи</translation>
     </message>
     <message>
-        <source>无法确认已写入磁盘：</source>
-        <translation>не удалось подтвердить запись на диск: </translation>
+        <source>无法确认已写入磁盘：%1</source>
+        <translation>не удалось подтвердить запись на диск: %1</translation>
     </message>
     <message>
         <source>%1：%2</source>

@@ -11,6 +11,7 @@
 /// part in the drawing.
 class SwitchButton : public QWidget {
     Q_OBJECT
+    Q_PROPERTY(bool checked READ checked)
 public:
     explicit SwitchButton(QWidget* parent = nullptr);
 

@@ -58,6 +58,14 @@ bool setPortAO(QObject* sender, I_PORT port, double fraction, ModuleObject* batc
     return true;
 }
 
+void switchOffPort(QObject* sender, I_PORT port) {
+    if (port >= AO_WIRE_SPEED && portPercent(port) != 0.0) {
+        setPortAO(sender, port, 0.0);
+    } else if (port >= DO_GAS && port < AO_WIRE_SPEED && portState(port)) {
+        setPortDO(sender, port, false);
+    }
+}
+
 bool portState(I_PORT port) {
     return portEnabled(port) &&
            kordservice()->dataNode(mName(lumo::key::registerValues, portName(port)))->getBool(false);

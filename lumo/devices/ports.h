@@ -34,6 +34,10 @@ bool setPortDO(QObject* sender, I_PORT port, bool on, ModuleObject* batch = null
 /// Sets a logical analogue output to a fraction of full scale. Not-a-number writes 0.
 bool setPortAO(QObject* sender, I_PORT port, double fraction, ModuleObject* batch = nullptr);
 
+/// Switches an output off that is on, before its port is assigned elsewhere or taken out of use:
+/// afterwards nobody would. Nothing for inputs.
+void switchOffPort(QObject* sender, I_PORT port);
+
 /// Whether the port is in use.
 bool portEnabled(I_PORT port);
 

@@ -22,6 +22,8 @@ namespace {
 /// shows nothing, and the view moves each one of them whenever it scrolls.
 constexpr int labelledRows = 50;
 constexpr int widestNote = 200;
+/// What notes have before they push the details together.
+constexpr int usualNote = 90;
 constexpr int leastDetails = 180;
 /// What the details have before the notes get more than their caption needs.
 constexpr int usualDetails = 320;
@@ -251,17 +253,17 @@ void ProgramTable::fitColumns() {
         return;
     }
     const int notes = columnWidth(NoteColumn);
-    int room = viewport()->width() - captionWidth(RunColumn);
+    const int leastNote = std::max(captionWidth(NoteColumn), std::min(notes, usualNote));
+    int room = viewport()->width() - runFlagWidth();
     for (const Column column : {MarkerColumn, LineColumn, CommandColumn}) {
         setColumnWidth(column, std::max(columnWidth(column), captionWidth(column)));
         room -= columnWidth(column);
     }
-    setColumnWidth(NoteColumn,
-                   std::min({notes, widestNote, std::max(captionWidth(NoteColumn), room - usualDetails)}));
+    setColumnWidth(NoteColumn, std::min({notes, widestNote, std::max(leastNote, room - usualDetails)}));
     setColumnWidth(DetailColumn, std::clamp(room - columnWidth(NoteColumn), leastDetails, mostDetails));
     // The header stretches its last section when it is resized itself, not when another section is.
-    setColumnWidth(RunColumn, captionWidth(RunColumn) +
-                                  std::max(0, room - columnWidth(NoteColumn) - columnWidth(DetailColumn)));
+    setColumnWidth(RunColumn,
+                   runFlagWidth() + std::max(0, room - columnWidth(NoteColumn) - columnWidth(DetailColumn)));
 }
 
 /// A caption of several words takes several lines.
@@ -274,6 +276,14 @@ int ProgramTable::captionWidth(Column column) const {
         width = std::max(width, metrics.horizontalAdvance(word));
     }
     return std::max(width + aroundCaption, horizontalHeader()->minimumSectionSize());
+}
+
+/// Neither of the two flags is ever shortened.
+int ProgramTable::runFlagWidth() const {
+    constexpr int aroundFlag = 14;
+    const int flag = std::max(fontMetrics().horizontalAdvance(ProgramWidget::tr("运行")),
+                              fontMetrics().horizontalAdvance(ProgramWidget::tr("不运行")));
+    return std::max(flag + aroundFlag, captionWidth(RunColumn));
 }
 
 void ProgramTable::resizeEvent(QResizeEvent* event) {

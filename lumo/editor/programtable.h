@@ -67,6 +67,7 @@ private:
     void drawCell(int row, Column column, const QString& text);
     void fitColumns();
     [[nodiscard]] int captionWidth(Column column) const;
+    [[nodiscard]] int runFlagWidth() const;
     [[nodiscard]] QLabel* markerLabel(int row) const;
     void labelRow(int row);
     void clearMarker();

@@ -38,7 +38,7 @@ public:
 
     /// The open project's file, which a start saves; empty when there is none.
     void setProjectPath(const QString& path);
-    /// Compares the program with its file now: call it when the project was saved.
+    /// Compares the program with its file now: call it when the project was opened or saved.
     void checkStored();
     /// Selects the first line, without the marker of what ran before: another program has come.
     void showFromTheTop();

@@ -145,6 +145,9 @@ void LumoExecutor::walk(Run& run, int line) {
     weldCut_ = false;
     kordservice()->command(this, command::reset, static_cast<const ModuleObject*>(nullptr));
     if (!isAborted()) {
+        settleBeforeMoving();
+    }
+    if (!isAborted()) {
         openAgain(run, line);
     }
     int i = line;
@@ -202,6 +205,9 @@ void LumoExecutor::endWeldOfWalk(bool reachedEnd) {
 void LumoExecutor::step(Run& run, int line) {
     forgetMotions();
     kordservice()->command(this, command::reset, static_cast<const ModuleObject*>(nullptr));
+    if (!isAborted()) {
+        settleBeforeMoving();
+    }
     if (isAborted() || !run.program.isExecuted(line)) {
         return;
     }

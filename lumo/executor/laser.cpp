@@ -226,9 +226,9 @@ void LumoExecutor::pulseStep() {
     }
 }
 
-int LumoExecutor::beginSequence() {
+int LumoExecutor::beginSequence(Gas gas) {
     const int mine = ++sequence_;
-    const std::vector<PortStep> pending = schedule_.takeSteps();
+    const std::vector<PortStep> pending = schedule_.takeSteps(gas == Gas::Own);
     for (const PortStep& off : shutdownSteps()) {
         const bool wasPending = std::any_of(pending.begin(), pending.end(), [&off](const PortStep& step) {
             return step.role == Role::SwitchOff && step.port == off.port;

@@ -156,8 +156,12 @@ private:
     // Laser
     void pulseStep();
     void onPermission();
+    /// Whether the gas is the new sequence's own, or flows on as the one before wanted it.
+    enum class Gas { Own, Left };
     /// Begins a sequence: what earlier ones left is settled. The number tells who is superseded.
-    int beginSequence();
+    int beginSequence(Gas gas = Gas::Own);
+    /// A robot that moves must not take the ramp of an earlier closing along.
+    void settleBeforeMoving() { beginSequence(Gas::Left); }
     void runClosing(int mine, bool waitless);
     /// Begins the closing that is sequence `mine`; false when it was superseded meanwhile.
     bool beginClosing(int mine, qint64 startMs, const LaserParams& params);

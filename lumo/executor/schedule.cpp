@@ -55,14 +55,17 @@ void Schedule::runDue() {
     arm();
 }
 
-std::vector<PortStep> Schedule::takeSteps() {
+std::vector<PortStep> Schedule::takeSteps(bool withGasOff) {
+    const auto isTaken = [withGasOff](const Entry& entry) {
+        return entry.wakeId == 0 && (withGasOff || entry.step.role != PortStep::Role::GasOff);
+    };
     std::vector<PortStep> steps;
     for (const auto& [dueMs, entry] : entries_) {
-        if (entry.wakeId == 0) {
+        if (isTaken(entry)) {
             steps.push_back(entry.step);
         }
     }
-    removeWhere([](const Entry& entry) { return entry.wakeId == 0; });
+    removeWhere(isTaken);
     return steps;
 }
 

@@ -52,9 +52,10 @@ public:
     /// scheduled before them comes before them.
     void runDue();
 
-    /// Removes all port steps and returns them in their order; wakes stay. Tells nobody: what is taken may
-    /// have to be done before anybody may hear that nothing is pending.
-    std::vector<PortStep> takeSteps();
+    /// Removes all port steps, with those that end the gas or without them, and returns them in their order;
+    /// wakes stay. Tells nobody: what is taken may have to be done before anybody may hear that nothing is
+    /// pending.
+    std::vector<PortStep> takeSteps(bool withGasOff = true);
     /// Removes pending progress steps of one port.
     void dropProgress(I_PORT port);
     [[nodiscard]] bool isPending(I_PORT port, PortStep::Role role) const;

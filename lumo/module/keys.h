@@ -113,6 +113,11 @@ constexpr QLatin1String power = "power"_l1;
 constexpr QLatin1String ratio = "ratio"_l1;
 constexpr QLatin1String rw = "rw"_l1;
 constexpr QLatin1String len = "len"_l1;
+// A station.
+constexpr QLatin1String stationName = "stationname"_l1;
+constexpr QLatin1String filePath = "filePath"_l1;
+constexpr QLatin1String time = "time"_l1;
+constexpr QLatin1String status = "status"_l1;
 }  // namespace field
 
 /// Statement types, as a record's `type` holds them.
@@ -138,6 +143,10 @@ constexpr QLatin1String automatic = "auto"_l1;
 constexpr QLatin1String io = "IO"_l1;
 /// What is stored as the kind of a signal that is not "IO".
 constexpr QLatin1String registerKind = "register"_l1;
+/// Kinds of ports.
+constexpr QLatin1String portInput = "DI"_l1;
+constexpr QLatin1String portOutput = "DO"_l1;
+constexpr QLatin1String portAnalog = "AO"_l1;
 constexpr QLatin1String falseText = "false"_l1;
 constexpr QLatin1String trueText = "true"_l1;
 }  // namespace word

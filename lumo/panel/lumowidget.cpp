@@ -1,5 +1,10 @@
 #include "panel/lumowidget.h"
 
+#include "binding/signalsbindingparamwidget.h"
+#include "binding/signalsbindwidget.h"
+#include "devices/devicecontrolwidget.h"
+#include "devices/portconfigwidget.h"
+#include "devices/statusmonitorwidget.h"
 #include "editor/pointwidget.h"
 #include "editor/programwidget.h"
 #include "executor/lumoexecutor.h"
@@ -10,6 +15,7 @@
 #include "module/host.h"
 #include "module/keys.h"
 #include "module/messagebox.h"
+#include "module/settingsfile.h"
 #include "panel/keypad.h"
 #include "panel/projectdialogs.h"
 #include "panel/projectfile.h"
@@ -18,8 +24,7 @@
 #include "ui_lumowidget.h"
 
 #include <QComboBox>
-#include <QJsonArray>
-#include <QJsonObject>
+#include <QTableWidget>
 
 using mendo::ModuleManager;
 
@@ -37,24 +42,6 @@ QString defaultsDocument() {
     return QStringLiteral(":/lumo/lumo_ru.json");
 }
 
-/// Reads a settings file whose content is a list; an empty list is stored as an empty object.
-/// Undefined for a file that is missing or, which is announced, holds anything else.
-QJsonValue readList(const QString& fileName) {
-    QJsonValue content = ModuleManager::readFromJson(fileName);
-    if (content.isObject() && content.toObject().isEmpty()) {
-        return QJsonArray();
-    }
-    if (!content.isUndefined() && !content.isArray()) {
-        emit m()->fileProblem(fileName, 0, 0, QStringLiteral("the file holds no list"));
-        return QJsonValue(QJsonValue::Undefined);
-    }
-    return content;
-}
-
-bool isPlain(const QJsonValue& value) {
-    return value.isString() || value.isBool() || value.isDouble();
-}
-
 }  // namespace
 
 QString LumoWidget::filePath;
@@ -68,6 +55,8 @@ LumoWidget::LumoWidget(QWidget* parent) : QWidget(parent), ui_(std::make_unique<
         load();
     }
     makeEditor();
+    makeDevicePages();
+    makeStationPage();
     getToolsAndWobjs(ui_->toolCmb, true);
     getToolsAndWobjs(ui_->wobjCmb, false);
     connectNavigation();
@@ -97,10 +86,10 @@ LumoWidget::~LumoWidget() {
 void LumoWidget::load() {
     ModuleObject* root = m()->regist(this, lumo::key::lumo);
     root->loadJson(this, ModuleManager::readFromJson(defaultsDocument()));
-    loadPorts();
-    loadList(QStringLiteral("lumo_param.json"), lumo::key::param);
+    lumo::loadSettings(this, lumo::Settings::Ports);
+    lumo::loadSettings(this, lumo::Settings::Params);
     addFourDefaultSignalsConfig();
-    loadList(QStringLiteral("lumo_signalsConfig.json"), lumo::key::signalsConfig);
+    lumo::loadSettings(this, lumo::Settings::Stations);
 
     auto* toolset = new ModuleObject(QStringLiteral("default_toolset"));
     toolset->copyFrom(this, m(lumo::key::toolset));
@@ -119,25 +108,6 @@ void LumoWidget::addFourDefaultSignalsConfig() {
     }
 }
 
-/// The rows of the file go by position into the default rows: assignment and enable only, so that
-/// labels, kinds and the number of ports stay the package's own whatever the file holds.
-void LumoWidget::loadPorts() {
-    const QJsonArray rows = readList(QStringLiteral("lumo_port.json")).toArray();
-    const QList<ModuleObject*> ports = m(lumo::key::port)->cmobjs();
-    for (int i = 0; i < rows.size() && i < ports.size(); ++i) {
-        for (const QLatin1String field : {lumo::field::name, lumo::field::enable}) {
-            const QJsonValue value = rows[i].toObject().value(field);
-            if (isPlain(value)) {
-                ports[i]->set(this, field, value.toVariant());
-            }
-        }
-    }
-}
-
-void LumoWidget::loadList(const QString& fileName, const QString& path) {
-    m(path)->loadJson(this, readList(fileName));
-}
-
 // --- Pages ----------------------------------------------------------------------------------------
 
 void LumoWidget::makeEditor() {
@@ -151,9 +121,30 @@ void LumoWidget::makeEditor() {
     }
 }
 
+void LumoWidget::makeDevicePages() {
+    monitor_ = new StatusMonitorWidget(this);
+    ui_->stackedWidget->addWidget(monitor_);
+    deviceControl_ = new DeviceControlWidget(this);
+    ui_->stackedWidget->addWidget(deviceControl_);
+}
+
+void LumoWidget::makeStationPage() {
+    stations_ = new SignalsBindWidget(this);
+    ui_->stackedWidget->addWidget(stations_);
+    connect(stations_, &SignalsBindWidget::addBtnClicked, this,
+            [this](QTableWidget* table) { showSignalsParamWgt(table, true); });
+    connect(stations_, &SignalsBindWidget::editBtnClicked, this,
+            [this](QTableWidget* table) { showSignalsParamWgt(table, false); });
+    connect(stations_, &SignalsBindWidget::startRefused, this, &LumoWidget::reapplyToolset);
+}
+
 void LumoWidget::connectNavigation() {
     connect(ui_->btnProject, &QAbstractButton::clicked, this, &LumoWidget::showEditor);
+    connect(ui_->btnPort, &QAbstractButton::clicked, this, &LumoWidget::showPorts);
     connect(ui_->btnParamCfg, &QAbstractButton::clicked, this, &LumoWidget::showParams);
+    connect(ui_->btnMonitor, &QAbstractButton::clicked, this, &LumoWidget::showMonitor);
+    connect(ui_->btnDeviceControl, &QAbstractButton::clicked, this, &LumoWidget::showDeviceControl);
+    connect(ui_->btnBind, &QAbstractButton::clicked, this, &LumoWidget::showStations);
 }
 
 /// Shows a page that stands without the top bar.
@@ -168,17 +159,56 @@ void LumoWidget::showEditor() {
     ui_->stackedWidget->setCurrentWidget(editor_);
 }
 
+void LumoWidget::showPorts() {
+    deletPWgt();
+    auto* page = new PortConfigWidget(this);
+    connect(page, &PortConfigWidget::signalportconfigchangedProgramlist, this, &LumoWidget::redrawLines);
+    showNew(page, &portPages_);
+}
+
 void LumoWidget::showParams() {
     deletPWgt();
     auto* page = new ParamConfigWidget(this);
     connect(page, &ParamConfigWidget::signalparamconfigchangedProgramlist, this, &LumoWidget::redrawLines);
+    showNew(page, &paramPages_);
+}
+
+/// Shows a page that is made for each visit. The one before it stays: what it began (a question, a
+/// save) may not have ended.
+void LumoWidget::showNew(QWidget* page, QList<QWidget*>* pages) {
     ui_->stackedWidget->addWidget(page);
-    paramPages_.append(page);
+    pages->append(page);
     showAlone(page);
     constexpr int pagesKept = 2;
-    while (paramPages_.size() > pagesKept) {
-        discard(paramPages_.takeFirst());
+    while (pages->size() > pagesKept) {
+        discard(pages->takeFirst());
     }
+}
+
+void LumoWidget::showMonitor() {
+    deletPWgt();
+    showAlone(monitor_);
+}
+
+void LumoWidget::showDeviceControl() {
+    deletPWgt();
+    showAlone(deviceControl_);
+    deviceControl_->testNofocus();
+}
+
+void LumoWidget::showStations() {
+    deletPWgt();
+    deletSWgt();
+    showAlone(stations_);
+}
+
+void LumoWidget::showSignalsParamWgt(QTableWidget* table, bool isNew) {
+    deletSWgt();
+    stationPage_ = new SignalsBindingParamWidget(table, isNew, this);
+    connect(stationPage_, &SignalsBindingParamWidget::okayBtnClicked, this, &LumoWidget::showStations);
+    connect(stationPage_, &SignalsBindingParamWidget::cancelBtnClicked, this, &LumoWidget::showStations);
+    ui_->stackedWidget->addWidget(stationPage_);
+    showAlone(stationPage_);
 }
 
 void LumoWidget::redrawLines(const QList<int>& lines) {
@@ -220,6 +250,13 @@ void LumoWidget::deletPWgt() {
     isnew_pWgt = false;
 }
 
+void LumoWidget::deletSWgt() {
+    if (stationPage_) {
+        discard(stationPage_);
+        stationPage_ = nullptr;
+    }
+}
+
 // --- Project --------------------------------------------------------------------------------------
 
 void LumoWidget::connectProject() {
@@ -230,6 +267,7 @@ void LumoWidget::connectProject() {
     connect(ui_->btnSave, &QAbstractButton::clicked, project, [project] { project->saveProject(filePath); });
     connect(project, &lumo::ProjectDialogs::projectChosen, this, &LumoWidget::projectChosen);
     connect(project, &lumo::ProjectDialogs::projectLoaded, editor_, &ProgramWidget::showFromTheTop);
+    connect(project, &lumo::ProjectDialogs::projectLoaded, editor_, &ProgramWidget::checkStored);
     connect(project, &lumo::ProjectDialogs::projectSaved, editor_, &ProgramWidget::checkStored);
     connect(project, &lumo::ProjectDialogs::toolsetLoaded, this, &LumoWidget::selectLoadedToolset);
 }

@@ -8,10 +8,14 @@
 
 #include <memory>
 
-class ParamConfigWidget;
+class DeviceControlWidget;
 class PointWidget;
 class ProgramWidget;
+class SignalsBindWidget;
+class SignalsBindingParamWidget;
+class StatusMonitorWidget;
 class QComboBox;
+class QTableWidget;
 
 namespace Ui {
 class LumoWidget;
@@ -37,18 +41,26 @@ public:
     void addFourDefaultSignalsConfig();
     /// Adds the package's own tool (or work object) and those of the host to a selector.
     void getToolsAndWobjs(QComboBox* combo, bool isTool);
+    /// Opens the page on which a station is made, or the one of the table's current row changed.
+    void showSignalsParamWgt(QTableWidget* table, bool isNew);
     /// Closes the point page, if there is one, and shows the top bar.
     void deletPWgt();
+    /// Closes the page of one station, if there is one.
+    void deletSWgt();
 
 private:
-    void loadPorts();
-    void loadList(const QString& fileName, const QString& path);
-
     void makeEditor();
+    void makeDevicePages();
+    void makeStationPage();
     void connectNavigation();
     void showAlone(QWidget* page);
     void showEditor();
+    void showPorts();
     void showParams();
+    void showNew(QWidget* page, QList<QWidget*>* pages);
+    void showMonitor();
+    void showDeviceControl();
+    void showStations();
     void redrawLines(const QList<int>& lines);
     void discard(QWidget* page);
     void openPointPage(int row, ModuleObject* statement, int jointCount);
@@ -65,9 +77,14 @@ private:
 
     std::unique_ptr<Ui::LumoWidget> ui_;
     ProgramWidget* editor_ = nullptr;
-    PointWidget* pointPage_ = nullptr;      ///< while it is shown
-    QList<ParamConfigWidget*> paramPages_;  ///< oldest first
-    bool stationRun_ = false;               ///< the run under way was started by a station
+    StatusMonitorWidget* monitor_ = nullptr;
+    DeviceControlWidget* deviceControl_ = nullptr;
+    SignalsBindWidget* stations_ = nullptr;
+    PointWidget* pointPage_ = nullptr;                  ///< while it is shown
+    SignalsBindingParamWidget* stationPage_ = nullptr;  ///< while there is one
+    QList<QWidget*> portPages_;                         ///< oldest first
+    QList<QWidget*> paramPages_;                        ///< oldest first
+    bool stationRun_ = false;                           ///< the run under way was started by a station
 };
 
 /// A message without a title; returns at once, the box stays until the operator closes it.

@@ -18,8 +18,9 @@ void warn(const QString& text) {
     showMessage(QMessageBox::Warning, LumoWidget::tr("提示"), text);
 }
 
-/// Qt's own dialog, for a finger: a list of names, and the two places where projects are.
-QFileDialog* makeFileDialog(QWidget* parent) {
+}  // namespace
+
+QFileDialog* makeProjectDialog(QWidget* parent) {
     constexpr QSize size(760, 520);
     auto* dialog =
         new QFileDialog(parent, LumoWidget::tr("打开工程"), QDir::currentPath(), QStringLiteral("*.json"));
@@ -37,8 +38,6 @@ QFileDialog* makeFileDialog(QWidget* parent) {
     dialog->resize(size);
     return dialog;
 }
-
-}  // namespace
 
 ProjectDialogs::ProjectDialogs(QWidget* page) : QObject(page), page_(page) {}
 
@@ -122,7 +121,7 @@ void ProjectDialogs::openProject() {
         return;
     }
     delete fileDialog_;
-    fileDialog_ = makeFileDialog(page_);
+    fileDialog_ = makeProjectDialog(page_);
     connect(fileDialog_, &QFileDialog::fileSelected, this, &ProjectDialogs::fileSelected);
     connect(fileDialog_, &QDialog::finished, fileDialog_, &QObject::deleteLater);
     fileDialog_->open();

@@ -14,6 +14,10 @@ class QWidget;
 
 namespace lumo {
 
+/// Qt's own dialog that asks for a project, for a finger: a list of names, and the two places where
+/// projects are. Shown with `open()`.
+[[nodiscard]] QFileDialog* makeProjectDialog(QWidget* parent);
+
 /// The work behind the four project buttons: asks for a name or a file, then creates, opens, saves or
 /// copies a project.
 ///

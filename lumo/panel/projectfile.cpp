@@ -1,12 +1,12 @@
 #include "panel/projectfile.h"
 
 #include "module/host.h"
+#include "module/keptfile.h"
 #include "module/keys.h"
+#include "module/settingsfile.h"
 
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
-#include <QJsonDocument>
 
 #include <algorithm>
 
@@ -17,7 +17,6 @@ namespace lumo {
 namespace {
 
 constexpr QLatin1String fileEnding = ".json"_l1;
-constexpr QLatin1String settingsNames[] = {"lumo_port"_l1, "lumo_param"_l1, "lumo_signalsConfig"_l1};
 
 void report(const QString& path, const QString& reason) {
     emit m()->fileProblem(path, 0, 0, reason);
@@ -36,27 +35,6 @@ bool isProject(const QJsonValue& content) {
     return std::all_of(elements.begin(), elements.end(), [](const QJsonValue& element) {
         return isToolset(element) || !element.toObject().value(field::type).toString().isEmpty();
     });
-}
-
-/// Whether the file is JSON of another kind. Read without a report: of a damaged file, which is not
-/// meant here, the operator heard when it was opened.
-bool holdsSomethingElse(const QString& path) {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        return false;
-    }
-    const QJsonDocument document = QJsonDocument::fromJson(file.readAll());
-    return document.isArray() ? !isProject(document.array()) : !document.isEmpty();
-}
-
-/// Copies the file to a name that is free: NAME.damaged, NAME.damaged.2, …
-bool keepAside(const QString& path) {
-    constexpr int mostKept = 1000;
-    QString kept = path + QLatin1String(".damaged");
-    for (int number = 2; QFileInfo::exists(kept) && number <= mostKept; ++number) {
-        kept = path + QStringLiteral(".damaged.%1").arg(number);
-    }
-    return QFile::copy(path, kept);
 }
 
 /// Whether a text can be the name of a file that folders show.
@@ -128,12 +106,7 @@ QJsonValue projectDocument() {
 }
 
 bool writeProject(const QString& path, const QJsonValue& content) {
-    // The host keeps what does not parse; a JSON file of another kind is kept here.
-    if (holdsSomethingElse(path) && !keepAside(path)) {
-        report(path, QStringLiteral("the file in its place is no project and cannot be kept"));
-        return false;
-    }
-    return ModuleManager::writeToJson(path, content, true);
+    return writeKeeping(path, content, isProject);
 }
 
 bool saveProject(const QString& path) {

@@ -2,11 +2,11 @@
 
 #include "module/keys.h"
 #include "module/messagebox.h"
+#include "module/settingsfile.h"
 #include "params/addparamdialog.h"
 #include "params/paramvaluesdialog.h"
 #include "ui_paramconfigwidget.h"
 
-#include <QJsonObject>
 #include <QSignalBlocker>
 #include <QStackedWidget>
 
@@ -73,12 +73,7 @@ int ParamConfigWidget::selectedRow() const {
 }
 
 void ParamConfigWidget::save() {
-    const QString file = QStringLiteral("lumo_param.json");
-    if (ui_->tblWgtGroup->rowCount() == 0) {
-        mendo::ModuleManager::writeToJson(file, QJsonObject(), true);
-    } else {
-        mendo::ModuleManager::writeToJson(file, m(key::param)->exportToJson(), true);
-    }
+    saveSettings(Settings::Params);
 }
 
 void ParamConfigWidget::on_tblWgtGroup_itemChanged(QTableWidgetItem* item) {

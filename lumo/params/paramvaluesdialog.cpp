@@ -1,6 +1,7 @@
 #include "params/paramvaluesdialog.h"
 
 #include "editor/watchedlinedialog.h"
+#include "module/groupedtable.h"
 #include "module/keys.h"
 #include "ui_paramvaluesdialog.h"
 
@@ -11,23 +12,18 @@ using namespace lumo;
 
 namespace {
 
-enum Column { NumberColumn, GroupColumn, TagColumn, ValueColumn, RangeColumn, ColumnCount };
+enum Column { NumberColumn, GroupColumn, TagColumn, ValueColumn, RangeColumn };
 
 /// Where the three groups of definitions begin; the first row of a group is its grey head.
 constexpr int procedureRow = 3;
 constexpr int wireRow = 11;
 
-bool isGroupHead(int row) {
-    return row == 0 || row == procedureRow || row == wireRow;
+const RowGroups& rowGroups() {
+    static const RowGroups groups{{0, procedureRow, wireRow}};
+    return groups;
 }
 
-int groupStart(int row) {
-    return row >= wireRow ? wireRow : row >= procedureRow ? procedureRow : 0;
-}
-
-// Pixels.
-constexpr int cellMargin = 6;
-constexpr int maxNameWidth = 400;
+constexpr int maxNameWidthPx = 400;
 
 /// Percentages, as opposed to times in milliseconds.
 bool isPercentage(int row) {
@@ -39,20 +35,13 @@ QString heading(const QString& name) {
     QFont font;
     font.setPixelSize(2 * QFontInfo(font).pixelSize());
     font.setBold(true);
-    const QString shown = QFontMetrics(font).elidedText(name, Qt::ElideRight, maxNameWidth);
+    const QString shown = QFontMetrics(font).elidedText(name, Qt::ElideRight, maxNameWidthPx);
     return QStringLiteral("<h1>[%1]:</h1>").arg(shown.toHtmlEscaped());
 }
 
 QString valuePattern(int row) {
     return isPercentage(row) ? QStringLiteral("^(?:[1-9]\\d{0,1}|0|100|[1-2]\\d{1})$")
                              : QStringLiteral("^(?:[1-9]\\d{0,2}|0|5000|[1-4]\\d{3})$");
-}
-
-QLabel* cellLabel(const QString& text = QString()) {
-    auto* label = new QLabel(text);
-    label->setAlignment(Qt::AlignCenter);
-    label->setMargin(cellMargin);
-    return label;
 }
 
 }  // namespace
@@ -69,7 +58,7 @@ ParamValuesDialog::ParamValuesDialog(ModuleObject* set, QWidget* parent)
     for (int row = 0; row < definitions.size(); ++row) {
         addRow(row, definitions[row]);
     }
-    mergeGroups();
+    dressGroups(ui_->tableWidget, rowGroups(), GroupColumn);
     ui_->tableWidget->setTabKeyNavigation(false);  // Tab goes from field to field
     QHeaderView* header = ui_->tableWidget->horizontalHeader();
     header->setSectionResizeMode(QHeaderView::Stretch);
@@ -83,11 +72,11 @@ ParamValuesDialog::~ParamValuesDialog() = default;
 
 void ParamValuesDialog::addRow(int row, const ModuleObject* definition) {
     const QString groups[] = {tr("功率参数"), tr("过程参数"), tr("送丝参数")};
-    const int start = groupStart(row);
-    const QString& group = groups[start == 0 ? 0 : start == procedureRow ? 1 : 2];
+    const int start = rowGroups().startOf(row);
     QTableWidget* table = ui_->tableWidget;
     table->setCellWidget(row, NumberColumn, cellLabel(QString::number(row - start + 1)));
-    table->setCellWidget(row, GroupColumn, cellLabel(isGroupHead(row) ? QString() : group));
+    table->setCellWidget(row, GroupColumn,
+                         cellLabel(row == start ? QString() : groups[rowGroups().groupOf(row)]));
     table->setCellWidget(row, TagColumn, cellLabel(definition->r(field::tag)->getString()));
     const QString name = definition->r(field::name)->getString();
     table->setCellWidget(row, ValueColumn, valueLine(row, set_->r(name)->getString()));
@@ -95,14 +84,6 @@ void ParamValuesDialog::addRow(int row, const ModuleObject* definition) {
                          cellLabel(QStringLiteral("[%1,%2]")
                                        .arg(definition->r(QStringLiteral("range.#0"))->getInt())
                                        .arg(definition->r(QStringLiteral("range.#1"))->getInt())));
-    if (isGroupHead(row)) {
-        for (int column = 0; column < ColumnCount; ++column) {
-            table->cellWidget(row, column)->setStyleSheet(QStringLiteral("background-color: #CCCCCC"));
-        }
-    } else {
-        // The labels of a merged cell lie upon each other; only the uppermost is to be seen.
-        table->cellWidget(row, GroupColumn)->setStyleSheet(QStringLiteral("background-color: #FFFFFF"));
-    }
 }
 
 QLineEdit* ParamValuesDialog::valueLine(int row, const QString& text) {
@@ -112,16 +93,6 @@ QLineEdit* ParamValuesDialog::valueLine(int row, const QString& text) {
     line->installEventFilter(this);
     lines_.append(line);
     return line;
-}
-
-void ParamValuesDialog::mergeGroups() {
-    const int rows = ui_->tableWidget->rowCount();
-    for (int row = 0; row < rows; ++row) {
-        const int next = row < procedureRow ? procedureRow : row < wireRow ? wireRow : rows;
-        if (isGroupHead(row) && row + 1 < qMin(next, rows)) {
-            ui_->tableWidget->setSpan(row + 1, GroupColumn, qMin(next, rows) - row - 1, 1);
-        }
-    }
 }
 
 bool ParamValuesDialog::eventFilter(QObject* watched, QEvent* event) {

@@ -42,7 +42,6 @@ protected:
 private:
     void addRow(int row, const ModuleObject* definition);
     QLineEdit* valueLine(int row, const QString& text);
-    void mergeGroups();
     void activateCell(int row, int column);
     void updateProgram(QLatin1String field, double value);
 

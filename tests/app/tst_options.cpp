@@ -80,6 +80,12 @@ void AppOptions::badUsage_data() {
                                           << "is no folder";
     QTest::newRow("pictures of a project") << "--screenshots a --open cell/seam.json"
                                            << "its own project";
+    QTest::newRow("pictures of an example") << "--screenshots a --example flange"
+                                            << "--screenshots brings its own project";
+    QTest::newRow("a project in an example") << "--example flange --open cell/seam.json"
+                                             << "--example brings its own project and settings";
+    QTest::newRow("an example elsewhere") << "--example ../flange"
+                                          << "--example ../flange is no example";
     QTest::newRow("pictures of settings") << "--settings cell --screenshots a"
                                           << "its own project";
 }
@@ -94,8 +100,8 @@ void AppOptions::badUsage() {
 }
 
 void AppOptions::helpNamesEveryOption() {
-    for (const char* option : {"--language cn|en|ru", "--settings DIR", "--open PROJECT", "--screenshots DIR",
-                               "--version", "--help"})
+    for (const char* option : {"--language cn|en|ru", "--settings DIR", "--open PROJECT", "--example NAME",
+                               "--screenshots DIR", "--version", "--help"})
         QVERIFY2(app::usage().contains(QLatin1String(option)), option);
 }
 

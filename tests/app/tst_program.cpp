@@ -12,6 +12,7 @@ class AppProgram : public QObject {
 private slots:
     void badUsage_isOneLine();
     void helpAndVersion();
+    void withoutDisplay_saysSo();
     void pictures_showEveryStop();
     void signal_endsInOrder_data();
     void signal_endsInOrder();
@@ -21,20 +22,22 @@ private:
         int status = -1;
         QByteArray out, err;
     };
-    void start(QProcess* process, const QStringList& arguments) const {
+    void start(QProcess* process, const QStringList& arguments,
+               const QString& platform = QStringLiteral("offscreen")) const {
         process->setWorkingDirectory(folder_.path());
         // Whole stacks for every allocation would make a build with sanitizers many times slower; the
         // program has its suppressions in it.
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         environment.remove(QStringLiteral("LSAN_OPTIONS"));
-        environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+        environment.insert(QStringLiteral("QT_QPA_PLATFORM"), platform);
+        environment.insert(QStringLiteral("DISPLAY"), QStringLiteral(":4321"));  // nobody's
         environment.insert(QStringLiteral("XDG_CONFIG_HOME"), folder_.path());
         process->setProcessEnvironment(environment);
         process->start(QStringLiteral(LUMO_PANEL), arguments);
     }
-    Result run(const QStringList& arguments) const {
+    Result run(const QStringList& arguments, const QString& platform = QStringLiteral("offscreen")) const {
         QProcess process;
-        start(&process, arguments);
+        start(&process, arguments, platform);
         process.waitForFinished(240000);
         Result result;
         result.status = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
@@ -60,6 +63,12 @@ void AppProgram::helpAndVersion() {
     QCOMPARE(version.status, 0);
     QCOMPARE(version.out, QByteArray("lumo-panel 26\n"));
     QVERIFY2(help.err.isEmpty() && version.err.isEmpty(), help.err + version.err);
+}
+
+void AppProgram::withoutDisplay_saysSo() {
+    const Result result = run({}, QStringLiteral("xcb"));
+    QCOMPARE(result.status, 3);
+    QVERIFY2(result.err.endsWith("lumo-panel: no display can be opened\n"), result.err);
 }
 
 void AppProgram::pictures_showEveryStop() {

@@ -49,7 +49,7 @@ private slots:
             "Пуск продолжит со строки 1, лазер включится снова");
         row("another line selected", outlook(9, 6, 2, Weld::Reopens), "开始：确认后从选中的第 3 行执行",
             "Start asks, then begins at the selected line 3",
-            "Пуск после подтверждения начнёт с выбранной строки 3");
+            "Пуск спросит и начнёт с выбранной строки 3");
         row("its line was deleted", outlook(4, 6, -1), "第 7 行已不存在：请复位或选择一行",
             "Line 7 is gone: reset or select a line",
             "Строки 7 больше нет: сделайте сброс или выберите строку");

@@ -209,6 +209,32 @@ private slots:
                                                           "1500 DUTY 0", "1500 FREQ 0", "1500 PULL 1"}));
     }
 
+    void aDarkStartInsideARamp_switchesTheLaserOffFirst_data() {
+        QTest::addColumn<bool>("once");
+        QTest::newRow("start") << false;
+        QTest::newRow("single step") << true;
+    }
+
+    /// The weld is not opened again after a reset; its ramp must not go along with the robot.
+    void aDarkStartInsideARamp_switchesTheLaserOffFirst() {
+        QFETCH(bool, once);
+        bench_.setParam("decrease_time", 2000);
+        bench_.load(R"([{"type":"open"},{"type":"delay","delaytime":5000},{"type":"close"},{"type":"moveL"}])");
+        bench_.at(1000, [] { test::ExecutorBench::pause(); });
+        bench_.run();
+        bench_.time.advance(50);
+        m("lumo.current.openmiddlecolse")->setValue(this, false);
+        if (once) {
+            bench_.once(3);
+        } else {
+            bench_.run(3);
+        }
+        QCOMPARE(bench_.robot.offSince("LASER"), qint64(0));
+        QVERIFY(bench_.robot.log().indexOf("0 LASER 0") < bench_.robot.log().indexOf("0 move.l 0 0"));
+        bench_.settle();
+        QCOMPARE(bench_.robot.offSince("GAS"), qint64(200 - 50));  // as the pause wanted it
+    }
+
     void aPauseWhileTheNextRunSettles_switchesOffAtOnceToo() {
         bench_.setParam("decrease_time", 2000);
         bench_.load(weld(R"({"type":"delay","delaytime":5000})"));

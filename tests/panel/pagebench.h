@@ -1,5 +1,6 @@
 #pragma once
 
+#include "editor/programwidget.h"
 #include "module/globals.h"
 #include "panel/lumowidget.h"
 #include "params/addparamdialog.h"
@@ -27,6 +28,12 @@ public:
 
     /// A process that has just begun: no project, empty program, an empty folder.
     void renew() {
+        clear();
+        makePage();
+    }
+
+    /// The same, before the page is made.
+    void clear() {
         reset();
         page.reset();
         LumoWidget::filePath.clear();
@@ -38,7 +45,6 @@ public:
         QDir::setCurrent(folder->path());
         problems.clear();
         ScriptedRobot::setPower("off");
-        makePage();
     }
 
     void makePage() {
@@ -49,7 +55,7 @@ public:
 
     template <class Widget>
     Widget* find(const char* name = nullptr) const {
-        for (Widget* widget : page->findChildren<Widget*>(QLatin1String(name))) {
+        for (Widget* widget : instantiatedCenterWidget()->findChildren<Widget*>(QLatin1String(name))) {
             if (widget->isVisible()) {
                 return widget;
             }
@@ -100,7 +106,11 @@ public:
         return result;
     }
     QString shownProject() const { return page->findChild<QLabel*>(QStringLiteral("lblProject"))->text(); }
-    int rows() const { return page->findChild<QTableWidget*>(QStringLiteral("tableWidget"))->rowCount(); }
+    /// The program's; other pages have a table of that name too.
+    QTableWidget* programTable() const {
+        return page->findChild<ProgramWidget*>()->findChild<QTableWidget*>();
+    }
+    int rows() const { return programTable()->rowCount(); }
 
     std::unique_ptr<QTemporaryDir> folder;
     std::unique_ptr<LumoWidget> page;

@@ -35,7 +35,7 @@ class TestPanel : public QObject {
     }
     QByteArray shownPage() const { return stack()->currentWidget()->metaObject()->className(); }
     bool hasTopBar() const { return bench_.find<QWidget>("topWgt") != nullptr; }
-    QTableWidget* table() const { return bench_.page->findChild<QTableWidget*>("tableWidget"); }
+    QTableWidget* table() const { return bench_.programTable(); }
     void openPointPage() {
         bench_.load(oneMove);
         table()->selectRow(0);
@@ -59,10 +59,10 @@ private slots:
         QTest::addColumn<bool>("enabled");
         QTest::newRow("project") << QByteArray("btnProject") << true;
         QTest::newRow("parameters") << QByteArray("btnParamCfg") << true;
-        QTest::newRow("ports") << QByteArray("btnPort") << false;
-        QTest::newRow("monitor") << QByteArray("btnMonitor") << false;
-        QTest::newRow("device") << QByteArray("btnDeviceControl") << false;
-        QTest::newRow("stations") << QByteArray("btnBind") << false;
+        QTest::newRow("ports") << QByteArray("btnPort") << true;
+        QTest::newRow("monitor") << QByteArray("btnMonitor") << true;
+        QTest::newRow("device") << QByteArray("btnDeviceControl") << true;
+        QTest::newRow("stations") << QByteArray("btnBind") << true;
     }
 
     void buttonsOfMissingPages_areDisabled() {
@@ -73,13 +73,20 @@ private slots:
         QCOMPARE(tool->toolTip(), tool->text());
     }
 
-    void paramPage_isNewOnEachVisit_andTwoAreKept() {
+    void page_isNewOnEachVisit_andTwoAreKept_data() {
+        QTest::addColumn<QByteArray>("button");
+        QTest::newRow("parameters") << QByteArray("btnParamCfg");
+        QTest::newRow("ports") << QByteArray("btnPort");
+    }
+
+    void page_isNewOnEachVisit_andTwoAreKept() {
+        QFETCH(QByteArray, button);
         QList<QPointer<QWidget>> seen;
         for (int visit = 0; visit < 4; ++visit) {
-            bench_.click("btnParamCfg");
+            bench_.click(button);
             seen << stack()->currentWidget();
             QVERIFY(!hasTopBar());
-            QCOMPARE(bench_.find<QToolButton>("btnParamCfg")->isChecked(), true);
+            QCOMPARE(bench_.find<QToolButton>(button)->isChecked(), true);
             bench_.click("btnProject");
             QCOMPARE(shownPage(), QByteArray("ProgramWidget"));
             QVERIFY(hasTopBar());
@@ -87,7 +94,7 @@ private slots:
         }
         QVERIFY(!seen[0] && !seen[1]);
         QVERIFY(seen[2] && seen[3] && seen[2] != seen[3]);
-        QCOMPARE(stack()->count(), 3);
+        QCOMPARE(stack()->count(), 6);
     }
 
     void renamedSet_isRedrawnInTheEditor() {
@@ -96,6 +103,16 @@ private slots:
         bench_.click("btnParamCfg");
         bench_.find<QTableWidget>("tblWgtGroup")->item(0, 1)->setText("steel");
         QVERIFY(table()->item(0, 3)->text().contains("steel"));
+    }
+
+    void wireUse_isRedrawnInTheEditor() {
+        bench_.load(oneWeld);
+        const QString before = table()->item(0, 3)->text();
+        bench_.click("btnPort");
+        auto* check = qobject_cast<QAbstractButton*>(bench_.find<QTableWidget>()->cellWidget(8, 4));
+        QTest::mouseClick(check, Qt::LeftButton);
+        bench_.click("okayBtn");
+        QVERIFY(table()->item(0, 3)->text() != before);
     }
 
     void pointPage_returnsToTheEditor_data() {

@@ -158,7 +158,7 @@ private slots:
     void open_beginsAtTheFirstLine() {
         bench_.load(twoLines);
         m("lumo.execute.line")->setValue(this, 1);
-        auto* table = bench_.page->findChild<QTableWidget*>("tableWidget");
+        auto* table = bench_.programTable();
         const auto isMarked = [table](int row) {
             const auto* label = qobject_cast<QLabel*>(table->cellWidget(row, 0));
             return label && !label->text().isEmpty();

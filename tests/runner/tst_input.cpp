@@ -218,8 +218,8 @@ void RunnerInput::badScenario_data() {
                            << "\"name\" names no quirk";
     QTest::newRow("motionError") << QByteArray("[{\"at\":0,\"do\":\"motionError\",\"code\":3}]")
                                  << "\"code\" is no negative whole number";
-    QTest::newRow("monitor") << QByteArray("[{\"at\":0,\"do\":\"monitor\",\"value\":true}]")
-                             << "s.json:1:15: entry 1: \"monitor\" needs the station page";
+    QTest::newRow("monitor") << QByteArray("[{\"at\":0,\"do\":\"monitor\",\"value\":\"on\"}]")
+                             << "s.json:1:33: entry 1: \"value\" is neither true nor false";
 }
 
 void RunnerInput::badScenario() {

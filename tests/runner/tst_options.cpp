@@ -15,6 +15,7 @@ private slots:
     void defaults();
     void everyOption();
     void filesBelongToTheCallersFolder();
+    void stationsStandForTheProject();
     void badUsage_data();
     void badUsage();
     void helpNamesEveryOption();
@@ -72,6 +73,19 @@ void RunnerOptions::filesBelongToTheCallersFolder() {
     QVERIFY(QFileInfo(options->settings).isAbsolute());
 }
 
+void RunnerOptions::stationsStandForTheProject() {
+    const QTemporaryDir folder;
+    Problem problem;
+    const auto options = parseOptions({QStringLiteral("--stations"), folder.path()}, &problem);
+    QVERIFY2(options, qPrintable(problem.text()));
+    QCOMPARE(options->settings, folder.path());
+    QCOMPARE(options->folder(), folder.path());
+    QVERIFY(options->project.isEmpty());
+    const QString again = folder.path() + QLatin1String("/.");
+    QVERIFY(parseOptions({QStringLiteral("--stations"), folder.path(), QStringLiteral("--settings"), again},
+                         &problem));
+}
+
 void RunnerOptions::badUsage_data() {
     QTest::addColumn<QString>("line");
     QTest::addColumn<QString>("part");
@@ -117,8 +131,16 @@ void RunnerOptions::badUsage_data() {
                               << "--settings no/such/folder is no folder";
     QTest::newRow("empty trace") << "--trace= a.json"
                                  << "names no file";
-    QTest::newRow("stations") << "--stations x"
-                              << "not available yet";
+    QTest::newRow("stations, no folder") << "--stations no/such/folder"
+                                         << "--stations no/such/folder is no folder";
+    QTest::newRow("stations and a project") << "--stations . a.json"
+                                            << "exclude";
+    QTest::newRow("stations and a line") << "--stations . --line 1"
+                                         << "--stations and --line exclude";
+    QTest::newRow("stations and a step") << "--once 1 --stations ."
+                                         << "--stations and --once exclude";
+    QTest::newRow("stations with settings elsewhere") << "--stations . --settings .."
+                                                      << "--settings .. is not the folder of the stations";
     QTest::newRow("point of five") << "--point 1,2,3,4,5"
                                    << "X,Y,Z,RX,RY,RZ";
     QTest::newRow("point of words") << "--point 1,2,3,4,5,x"

@@ -1,7 +1,4 @@
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
-#include <QtTest>
+#include "runner/runnerfolder.h"
 
 /// The built program as its caller meets it: exit status, output, files.
 class RunnerProgram : public QObject {
@@ -9,8 +6,8 @@ class RunnerProgram : public QObject {
 private slots:
     void badInput_data();
     void badInput();
-    void filesThatCannotBeWritten_data();
-    void filesThatCannotBeWritten();
+    void filesThatFillUp_data();
+    void filesThatFillUp();
     void helpVersionAndPoint();
     void traceOnStandardOutputIsClean();
     void sameInputSameBytes();
@@ -34,51 +31,6 @@ private slots:
 
 namespace {
 
-struct Result {
-    int status = -1;
-    QByteArray out, err;
-    QList<QJsonObject> trace;  ///< of standard output
-
-    QList<QJsonObject> of(const QString& kind) const {
-        QList<QJsonObject> found;
-        for (const QJsonObject& line : trace) {
-            if (line.value(QStringLiteral("kind")) == kind)
-                found.append(line);
-        }
-        return found;
-    }
-    QJsonObject done() const { return trace.isEmpty() ? QJsonObject() : trace.last(); }
-};
-
-const QByteArray kPorts = [] {
-    const char* const names[] = {"LUMO_DI.#0", "LUMO_DI.#1", "LUMO_DI.#2", "LUMO_DI.#3", "LUMO_DI.#4",
-                                 "LUMO_DI.#5", "LUMO_DO.#0", "LUMO_DO.#1", "LUMO_DO.#2", "LUMO_DO.#3",
-                                 "LUMO_DO.#4", "LUMO_DO.#5", "LUMO_DO.#6", "LUMO_DO.#7", "LUMO_DO.#8",
-                                 "LUMO_AO_0",  "LUMO_AO_1",  "LUMO_AO_2",  "LUMO_AO_3"};
-    QJsonArray rows;
-    for (int i = 0; i < 19; ++i)
-        rows.append(QJsonObject{{"type", i < 6    ? "DI"
-                                         : i < 15 ? "DO"
-                                                  : "AO"},
-                                {"name", names[i]},
-                                {"enable", true}});
-    return QJsonDocument(rows).toJson();
-}();
-
-const QByteArray kParams =
-    R"([{"name":"thin","power":50,"frequency":50,"ratio":50,"increase_time":200,"decrease_time":200,
-    "stay_time":100,"close_delay":100,"open_time":200,"open_interval":0,"delay_before_blow":200,
-    "delay_after_blow":300,"speed":10,"move_wire_time":100,"stop_wire_time":150,"give_wire_time":200}])";
-
-QByteArray moveL(double x, double z) {
-    return "{\"type\":\"moveL\",\"execute\":true,\"speed\":100,\"zone\":0,\"point\":{\"trans\":[" +
-           QByteArray::number(x) + ",0," + QByteArray::number(z) +
-           "],\"rot\":[3.141592653589793,0,0],\"near\":[0,0,0,0,0,0]}}";
-}
-
-const QByteArray kOpen = R"({"type":"open","execute":true,"index":0,"weldspeed":20})";
-const QByteArray kClose = R"({"type":"close","execute":true})";
-const QByteArray kDelay = R"({"type":"delay","execute":true,"delaytime":500})";
 const QByteArray kWait = R"({"type":"waitDI","execute":true,"DI_type":"IO","diName":"DI3","value1":"true"})";
 const QByteArray kSetDo = R"({"type":"setDO","execute":true,"DO_type":"IO","doName":"DO2","value":"true"})";
 const QByteArray kToolset = R"({"end":{"name":"torch"},"ref":{"name":"table"}})";
@@ -87,56 +39,6 @@ const QByteArray kToolset = R"({"end":{"name":"torch"},"ref":{"name":"table"}})"
 QByteArray seam() {
     return '[' + moveL(0.5, 0.35) + ",\n" + kOpen + ",\n" + moveL(0.52, 0.35) + ",\n" + kClose + ",\n" +
            kDelay + ",\n" + kToolset + ']';
-}
-
-/// A folder with settings and the given files.
-class Folder {
-public:
-    Folder() {
-        write(QStringLiteral("lumo_port.json"), kPorts);
-        write(QStringLiteral("lumo_param.json"), kParams);
-    }
-    void write(const QString& name, const QByteArray& text) const {
-        QFile file(path(name));
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write(text);
-    }
-    QString path(const QString& name = QString()) const { return dir_.filePath(name); }
-    QByteArray read(const QString& name) const {
-        QFile file(path(name));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
-    bool has(const QString& name) const { return QFileInfo::exists(path(name)); }
-
-    Result run(const QStringList& arguments, const QString& program = QStringLiteral(LUMO_RUN)) const {
-        QProcess process;
-        process.setWorkingDirectory(path());
-        process.start(program, arguments);
-        process.waitForFinished(60000);
-        Result result;
-        result.status = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
-        result.out = process.readAllStandardOutput();
-        result.err = process.readAllStandardError();
-        for (const QByteArray& line : result.out.split('\n')) {
-            if (!line.isEmpty())
-                result.trace.append(QJsonDocument::fromJson(line).object());
-        }
-        return result;
-    }
-    /// Runs project and scenario, trace on standard output.
-    Result trace(const QByteArray& project, const QByteArray& scenario = "[]",
-                 const QStringList& more = {}) const {
-        write(QStringLiteral("p.json"), project);
-        write(QStringLiteral("s.json"), scenario);
-        return run(QStringList{"p.json", "--scenario", "s.json", "--quiet", "--trace", "-"} + more);
-    }
-
-private:
-    QTemporaryDir dir_;
-};
-
-QString reasonOf(const Result& result) {
-    return result.done().value(QStringLiteral("reason")).toString();
 }
 
 }  // namespace
@@ -148,7 +50,10 @@ void RunnerProgram::badInput_data() {
     QTest::newRow("no file") << QStringList{"none.json"} << QByteArray("none.json: there is no such file");
     QTest::newRow("line") << QStringList{"p.json", "--line", "x"}
                           << QByteArray("--line x is no number from 1");
-    QTest::newRow("stations") << QStringList{"--stations", "."} << QByteArray("not available yet");
+    QTest::newRow("trace, no folder")
+        << QStringList{"p.json", "--trace", "none/t.jsonl"} << QByteArray("--trace none/t.jsonl: ");
+    QTest::newRow("dump, no folder") << QStringList{"p.json", "--vcd", "none/a.vcd", "--trace", "-"}
+                                     << QByteArray("--vcd none/a.vcd: ");
     QTest::newRow("type") << QStringList{"bad.json"}
                           << QByteArray("bad.json:2:11: element 2: unknown statement type");
     QTest::newRow("no scenario") << QStringList{"p.json", "--scenario", "none.json"}
@@ -184,20 +89,16 @@ void RunnerProgram::badInput() {
     QCOMPARE(folder.read(QStringLiteral("bad.json")), kept);
 }
 
-void RunnerProgram::filesThatCannotBeWritten_data() {
+void RunnerProgram::filesThatFillUp_data() {
     QTest::addColumn<QString>("option");
     QTest::addColumn<QString>("file");
-    QTest::newRow("trace, no folder") << "--trace"
-                                      << "none/t.jsonl";
-    QTest::newRow("dump, no folder") << "--vcd"
-                                     << "none/a.vcd";
-    QTest::newRow("trace, full") << "--trace"
-                                 << "/dev/full";
-    QTest::newRow("dump, full") << "--vcd"
-                                << "/dev/full";
+    QTest::newRow("trace") << "--trace"
+                           << "/dev/full";
+    QTest::newRow("dump") << "--vcd"
+                          << "/dev/full";
 }
 
-void RunnerProgram::filesThatCannotBeWritten() {
+void RunnerProgram::filesThatFillUp() {
     QFETCH(QString, option);
     QFETCH(QString, file);
     const Folder folder;

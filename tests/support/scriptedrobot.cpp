@@ -14,8 +14,10 @@ namespace {
 /// Equipment by the register that the fixture assigns its port to.
 QString equipment(const QString& reg, int bias) {
     static const QHash<QString, QString> names{
-        {"LUMO_DO#0", "GAS"},     {"LUMO_DO#2", "WIRE"},    {"LUMO_DO#3", "LASER"},  {"LUMO_DO#8", "PULL"},
-        {"LUMO_AO_0#0", "SPEED"}, {"LUMO_AO_1#0", "POWER"}, {"LUMO_AO_2#0", "FREQ"}, {"LUMO_AO_3#0", "DUTY"}};
+        {"LUMO_DO#0", "GAS"},      {"LUMO_DO#1", "RED"},     {"LUMO_DO#5", "LASERLOCK"},
+        {"LUMO_DO#6", "WIRELOCK"}, {"LUMO_DO#7", "GASLOCK"}, {"LUMO_DO#2", "WIRE"},
+        {"LUMO_DO#3", "LASER"},    {"LUMO_DO#8", "PULL"},    {"LUMO_AO_0#0", "SPEED"},
+        {"LUMO_AO_1#0", "POWER"},  {"LUMO_AO_2#0", "FREQ"},  {"LUMO_AO_3#0", "DUTY"}};
     const QString key = QStringLiteral("%1#%2").arg(reg).arg(bias);
     return names.value(key, key);
 }

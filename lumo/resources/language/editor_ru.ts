@@ -348,7 +348,7 @@
     </message>
     <message>
         <source>开始：确认后从选中的第 %1 行执行</source>
-        <translation>Пуск после подтверждения начнёт с выбранной строки %1</translation>
+        <translation>Пуск спросит и начнёт с выбранной строки %1</translation>
     </message>
     <message>
         <source>第 %1 行已不存在：请复位或选择一行</source>
@@ -360,7 +360,7 @@
     </message>
     <message>
         <source>有未保存的更改</source>
-        <translation>Есть несохранённые изменения</translation>
+        <translation>Не сохранено</translation>
     </message>
 </context>
 </TS>

@@ -1,0 +1,81 @@
+#include "app/examples/exampleshelf.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QStandardPaths>
+
+namespace app {
+
+namespace {
+
+constexpr struct {
+    const char* name;
+    const char* title;
+} kTitles[] = {
+    {"lap_seam", QT_TRANSLATE_NOOP("ExampleShelf", "搭接直焊缝")},
+    {"flange", QT_TRANSLATE_NOOP("ExampleShelf", "管与法兰环焊缝")},
+    {"box_stitch", QT_TRANSLATE_NOOP("ExampleShelf", "箱盖断续焊")},
+    {"stations", QT_TRANSLATE_NOOP("ExampleShelf", "四个工位")},
+};
+
+/// In a checkout beside the folder of the build, else where documents are installed.
+QString shippedFolder() {
+    const QDir programs(QCoreApplication::applicationDirPath());
+    for (const char* place : {"../../examples", "../share/doc/lumo/examples"}) {
+        const QDir folder(programs.filePath(QLatin1String(place)));
+        if (folder.exists())
+            return folder.canonicalPath();
+    }
+    return {};
+}
+
+}  // namespace
+
+ExampleShelf::ExampleShelf(const QString& from, const QString& to) : from_(from), to_(to) {}
+
+ExampleShelf ExampleShelf::ofThisProgram() {
+    const QDir data(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation));
+    return {shippedFolder(), data.filePath(QStringLiteral("examples"))};
+}
+
+QStringList ExampleShelf::names() const {
+    return from_.isEmpty() ? QStringList()
+                           : QDir(from_).entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name);
+}
+
+QString ExampleShelf::title(const QString& name) {
+    for (const auto& known : kTitles) {
+        if (name == QLatin1String(known.name))
+            return QCoreApplication::translate("ExampleShelf", known.title);
+    }
+    return name;
+}
+
+QString ExampleShelf::take(const QString& name, QString* error) const {
+    const QDir source(QDir(from_).filePath(name));
+    const QDir copy(QDir(to_).filePath(name));
+    if (!names().contains(name) || !QDir().mkpath(copy.path())) {
+        *error = copy.path();
+        return {};
+    }
+    const QStringList files = source.entryList({QStringLiteral("*.json")}, QDir::Files);
+    for (const QString& file : files) {
+        const QString target = copy.filePath(file);
+        if (QFile::exists(target))
+            continue;
+        if (!QFile::copy(source.filePath(file), target)) {
+            *error = target;
+            return {};
+        }
+        // What is installed may not be written to, and its copy would not either.
+        QFile::setPermissions(target, QFile::permissions(target) | QFile::WriteOwner);
+    }
+    return copy.path();
+}
+
+QString ExampleShelf::project(const QString& name) const {
+    const QString file = QDir(to_).filePath(QStringLiteral("%1/%1.json").arg(name));
+    return QFile::exists(file) ? file : QString();
+}
+
+}  // namespace app

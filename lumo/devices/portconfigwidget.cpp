@@ -1,0 +1,191 @@
+#include "devices/portconfigwidget.h"
+
+#include "devices/ports.h"
+#include "module/groupedtable.h"
+#include "module/keys.h"
+#include "module/messagebox.h"
+#include "module/settingsfile.h"
+#include "ui_portconfigwidget.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QEvent>
+#include <QListView>
+#include <QWheelEvent>
+
+using namespace lumo;
+
+namespace {
+
+enum Column { NumberColumn, GroupColumn, TagColumn, NameColumn, EnableColumn };
+
+const RowGroups& portGroups() {
+    static const RowGroups groups{{DI_LASER_STATE, DO_GAS, AO_WIRE_SPEED}};
+    return groups;
+}
+
+/// Scrolling the table must not change an assignment on the way.
+class PortNameBox final : public QComboBox {
+public:
+    PortNameBox() { setFocusPolicy(Qt::StrongFocus); }
+
+protected:
+    void wheelEvent(QWheelEvent* event) override { event->ignore(); }
+};
+
+/// A finger hits it anywhere in its cell.
+class CellCheckBox final : public QCheckBox {
+public:
+    using QCheckBox::QCheckBox;
+
+protected:
+    bool hitButton(const QPoint& position) const override { return rect().contains(position); }
+};
+
+/// What precedes a choice, by finger or by key.
+bool isChoosing(const QEvent* event) {
+    return event->type() == QEvent::MouseButtonPress || event->type() == QEvent::KeyPress;
+}
+
+/// "Not assigned", and the name of each bit.
+QStringList bitNames(const ModuleObject* registers, const QString& bits) {
+    QStringList names{QString()};
+    const int count = registers->c(bits)->size();
+    for (int bit = 0; bit < count; ++bit) {
+        names << mName(bits, mIndex(bit));
+    }
+    return names;
+}
+
+}  // namespace
+
+PortConfigWidget::PortConfigWidget(QWidget* parent)
+    : QWidget(parent), ui_(std::make_unique<Ui::PortConfigWidget>()), ports_(m(key::port)) {
+    ui_->setupUi(this);
+    connect(ui_->okayBtn, &QPushButton::clicked, this, &PortConfigWidget::save);
+    listNames();
+    const QList<ModuleObject*> ports = ports_->cmobjs();
+    QTableWidget* table = ui_->tableWidget;
+    table->setRowCount(ports.size());
+    for (int row = 0; row < ports.size(); ++row) {
+        addRow(row, ports[row]);
+    }
+    dressGroups(table, portGroups(), GroupColumn);
+    table->setTabKeyNavigation(false);  // Tab goes from box to box
+    table->resizeColumnToContents(TagColumn);
+    table->resizeColumnToContents(NameColumn);
+    table->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+    table->horizontalHeader()->setSectionResizeMode(TagColumn, QHeaderView::ResizeToContents);
+}
+
+PortConfigWidget::~PortConfigWidget() = default;
+
+void PortConfigWidget::listNames() {
+    const ModuleObject* registers = kordservice()->dataNode(key::registerValues);
+    inputNames_ = bitNames(registers, QStringLiteral("LUMO_DI"));
+    outputNames_ = bitNames(registers, QStringLiteral("LUMO_DO"));
+    analogNames_ = QStringList{QString()};
+    const QList<ModuleObject*> all = registers->cmobjs();
+    for (const ModuleObject* entry : all) {
+        if (entry->name().startsWith(QLatin1String("lumo_ao"), Qt::CaseInsensitive)) {
+            analogNames_ << entry->name();
+        }
+    }
+    logW() << QStringLiteral("PortConfigWidget di_names  =  ") << inputNames_;
+    logW() << QStringLiteral("PortConfigWidget do_names  =  ") << outputNames_;
+    logW() << QStringLiteral("PortConfigWidget ao_names  =  ") << analogNames_;
+}
+
+const QStringList& PortConfigWidget::namesOf(const QString& type) const {
+    static const QStringList none;
+    if (type == word::portInput) {
+        return inputNames_;
+    }
+    if (type == word::portOutput) {
+        return outputNames_;
+    }
+    return type == word::portAnalog ? analogNames_ : none;
+}
+
+void PortConfigWidget::addRow(int row, const ModuleObject* port) {
+    const QString groups[] = {tr("输入"), tr("输出"), tr("模拟量输出")};
+    const RowGroups& layout = portGroups();
+    const QString group = layout.isHead(row) ? QString()
+                                             : QStringLiteral("%1%2").arg(groups[layout.groupOf(row)],
+                                                                          port->c(field::type)->getString());
+    auto* enableBox = new CellCheckBox(tr("启用"));
+    enableBox->setChecked(port->c(field::enable)->getBool());
+    enableBoxes_.append(enableBox);
+    nameBoxes_.append(nameBox(port));
+    QLabel* groupLabel = cellLabel(group);
+    groupLabel->setWordWrap(true);
+    QTableWidget* table = ui_->tableWidget;
+    table->setCellWidget(row, NumberColumn, cellLabel(QString::number(row - layout.startOf(row) + 1)));
+    table->setCellWidget(row, GroupColumn, groupLabel);
+    table->setCellWidget(row, TagColumn, cellLabel(port->c(field::tag)->getString()));
+    table->setCellWidget(row, NameColumn, nameBoxes_.last());
+    table->setCellWidget(row, EnableColumn, enableBox);
+}
+
+QComboBox* PortConfigWidget::nameBox(const ModuleObject* port) {
+    auto* box = new PortNameBox;
+    box->setStyleSheet(QStringLiteral("background-color: rgb(255, 255, 255)"));
+    box->setView(new QListView);
+    box->setProperty("func", QStringLiteral("secretly"));
+    box->addItems(namesOf(port->c(field::type)->getString()));
+    box->setCurrentText(port->c(field::name)->getString());
+    box->installEventFilter(this);
+    return box;
+}
+
+bool PortConfigWidget::eventFilter(QObject* watched, QEvent* event) {
+    auto* box = qobject_cast<QComboBox*>(watched);
+    if (isChoosing(event) && nameBoxes_.contains(box)) {
+        restrict(box);
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+void PortConfigWidget::restrict(QComboBox* box) {
+    const QString own = box->currentText();
+    QStringList names = namesOf(ports_->c(nameBoxes_.indexOf(box))->c(field::type)->getString());
+    for (const QComboBox* other : qAsConst(nameBoxes_)) {
+        if (other != box && !other->currentText().isEmpty()) {
+            names.removeAll(other->currentText());
+        }
+    }
+    box->clear();
+    box->addItems(names);
+    box->setCurrentText(own);
+}
+
+void PortConfigWidget::switchWire(bool enabled) {
+    const QList<ModuleObject*> lines = m(key::program)->cmobjs();
+    for (int line = 0; line < lines.size(); ++line) {
+        if (lines[line]->c(field::type)->getString() == statement::open) {
+            lines[line]->set(this, field::wireEnable, enabled);
+            changedLines_.append(line);
+        }
+    }
+}
+
+void PortConfigWidget::save() {
+    changedLines_.clear();
+    for (int row = 0; row < nameBoxes_.size(); ++row) {
+        ModuleObject* port = ports_->c(row);
+        const QString name = nameBoxes_[row]->currentText();
+        const bool enabled = enableBoxes_[row]->isChecked();
+        if (!enabled || name != port->c(field::name)->getString()) {
+            switchOffPort(this, static_cast<I_PORT>(row));
+        }
+        if (row == DO_WIRE_ENABLE && port->c(field::enable)->getBool() != enabled) {
+            switchWire(enabled);
+        }
+        port->set(this, field::name, name)->set(this, field::enable, enabled);
+    }
+    emit signalportconfigchangedProgramlist(changedLines_);
+    saveSettings(Settings::Ports);
+    if (!nameBoxes_.isEmpty()) {
+        showMessage(QMessageBox::Information, tr("提示"), tr("保存成功"));
+    }
+}

@@ -1,0 +1,67 @@
+#include "module/keptfile.h"
+
+#include "module/host.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <filesystem>
+#include <string>
+#include <system_error>
+
+namespace lumo {
+
+namespace {
+
+/// The file's content, undefined where there is nothing to lose. Read without a report: of a damaged
+/// file, which the host keeps, the operator heard when it was opened.
+QJsonValue contentOf(const QString& path) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        return QJsonValue(QJsonValue::Undefined);
+    }
+    const QJsonDocument document = QJsonDocument::fromJson(file.readAll());
+    if (document.isEmpty()) {
+        return QJsonValue(QJsonValue::Undefined);
+    }
+    return document.isArray() ? QJsonValue(document.array()) : QJsonValue(document.object());
+}
+
+/// Gives the file a second name that is free: NAME.damaged, NAME.damaged.2, … The new content, which is
+/// renamed over the first, leaves it alone. False when it cannot.
+bool keepAside(const QString& path) {
+    constexpr int mostKept = 1000;
+    // The file itself: a link would go on to the new content.
+    const std::string source = QFile::encodeName(QFileInfo(path).canonicalFilePath()).toStdString();
+    for (int number = 1; number <= mostKept; ++number) {
+        const QString kept =
+            path + (number == 1 ? QStringLiteral(".damaged") : QStringLiteral(".damaged.%1").arg(number));
+        std::error_code error;
+        std::filesystem::create_hard_link(source, QFile::encodeName(kept).toStdString(), error);
+        if (!error) {
+            return true;
+        }
+        if (error != std::errc::file_exists) {
+            return QFile::copy(path, kept);  // a file system without hard links
+        }
+    }
+    return false;
+}
+
+}  // namespace
+
+bool writeKeeping(const QString& path, const QJsonValue& content,
+                  const std::function<bool(const QJsonValue&)>& isOurs) {
+    const QJsonValue old = contentOf(path);
+    if (!old.isUndefined() && !isOurs(old) && !keepAside(path)) {
+        emit m()->fileProblem(
+            path, 0, 0, QStringLiteral("the file in its place holds something else and cannot be kept"));
+        return false;
+    }
+    return mendo::ModuleManager::writeToJson(path, content, true);
+}
+
+}  // namespace lumo

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QJsonValue>
+#include <QString>
+
+#include <functional>
+
+namespace lumo {
+
+/// Writes `content` whole by the host's file service, which keeps a file in its place that does not
+/// parse as NAME.damaged. So is a file that parses but holds something that `isOurs` refuses: somebody
+/// typed it. False, after a report of the file service, when nothing was written.
+bool writeKeeping(const QString& path, const QJsonValue& content,
+                  const std::function<bool(const QJsonValue&)>& isOurs);
+
+}  // namespace lumo

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QJsonArray>
+#include <QJsonObject>
+#include <QJsonValue>
+#include <QMap>
+#include <QString>
+
+namespace lumo {
+
+/// The records of a settings file as they can be used, and what was wrong with them.
+struct CheckedRecords {
+    QJsonArray records;
+    QMap<int, QString> faults;  ///< by position, in plain English; the first fault of each record
+
+    void note(int position, const QString& fault);
+};
+
+/// Makes records fit to be loaded. `model` is a record with every field that is read: a text, a
+/// number, a boolean or a map of such. A field that cannot be read as the model's kind is left out, so
+/// that it counts as missing; a record that is no object becomes `substitute`, so that the others keep
+/// their positions. Fields that the model does not have stay.
+[[nodiscard]] CheckedRecords checkRecords(const QJsonArray& records, const QJsonObject& model,
+                                          const QJsonObject& substitute);
+
+}  // namespace lumo

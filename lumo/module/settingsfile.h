@@ -1,0 +1,33 @@
+#pragma once
+
+#include "module/keys.h"
+
+#include <QString>
+
+class QObject;
+
+namespace lumo {
+
+/// The lists of the tree that have a file of their own in the working directory.
+enum class Settings { Ports, Params, Stations };
+
+/// Their files, without the ending; in the order of the enumeration.
+constexpr QLatin1String settingsNames[] = {"lumo_port"_l1, "lumo_param"_l1, "lumo_signalsConfig"_l1};
+
+[[nodiscard]] QString settingsFile(Settings list);
+
+/// Takes the file's records over into the tree. Those of the ports go by position into the default
+/// rows, assignment and enable only, so that labels, kinds and the number of ports stay the package's
+/// own whatever the file holds; the others replace the list. An empty list is stored as "{}". A missing
+/// file, and one that holds no list of records, leaves the tree as it is.
+///
+/// What is wrong with the file is reported by the host's file service, with line and column: records
+/// that could not be read as they are in one report, at the first of them, and for the ports a wrong
+/// number of rows.
+void loadSettings(QObject* sender, Settings list);
+
+/// Writes the list, ports without their labels. A file in its place with which something is wrong is
+/// kept as NAME.damaged. False, after a report of the host's file service, when nothing was written.
+bool saveSettings(Settings list);
+
+}  // namespace lumo

@@ -1,0 +1,186 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="en_US" sourcelanguage="zh_CN">
+<context>
+    <name>SignalsBindWidget</name>
+    <message>
+        <source>工程列表</source>
+        <translation>Projects List</translation>
+    </message>
+    <message>
+        <source>开关监听</source>
+        <translation>Start Listening</translation>
+    </message>
+    <message>
+        <source>序号</source>
+        <translation>Num</translation>
+    </message>
+    <message>
+        <source>工位名称</source>
+        <translation>Station Name</translation>
+    </message>
+    <message>
+        <source>工程名</source>
+        <translation>Project Name</translation>
+    </message>
+    <message>
+        <source>DI类型</source>
+        <translation>DI Type</translation>
+    </message>
+    <message>
+        <source>DI信号</source>
+        <translation>DI</translation>
+    </message>
+    <message>
+        <source>触发类型</source>
+        <translation>Trigger Type</translation>
+    </message>
+    <message>
+        <source>有效时间(ms)</source>
+        <translation>Signal Duration(ms)</translation>
+    </message>
+    <message>
+        <source>状态</source>
+        <translation>State</translation>
+    </message>
+    <message>
+        <source>DO类型</source>
+        <translation>DO Type</translation>
+    </message>
+    <message>
+        <source>DO信号</source>
+        <translation>DO</translation>
+    </message>
+    <message>
+        <source>添加</source>
+        <translation>New</translation>
+    </message>
+    <message>
+        <source>编辑</source>
+        <translation>Edit</translation>
+    </message>
+    <message>
+        <source>删除</source>
+        <translation>Delete</translation>
+    </message>
+    <message>
+        <source>已触发</source>
+        <translation>Triggered</translation>
+    </message>
+    <message>
+        <source>正在运行</source>
+        <translation>Running</translation>
+    </message>
+    <message>
+        <source>未触发</source>
+        <translation>Untriggerd</translation>
+    </message>
+    <message>
+        <source>提示</source>
+        <translation>Tips</translation>
+    </message>
+    <message>
+        <source>请先选中行</source>
+        <translation>Please select a row.</translation>
+    </message>
+    <message>
+        <source>默认行禁止删除</source>
+        <translation>The default line cannot be deleted</translation>
+    </message>
+</context>
+<context>
+    <name>SignalsBindingParamWidget</name>
+    <message>
+        <source>上升沿</source>
+        <translation>Rising Edge</translation>
+    </message>
+    <message>
+        <source>下降沿</source>
+        <translation>Falling Edge</translation>
+    </message>
+    <message>
+        <source>寄存器</source>
+        <translation>Register</translation>
+    </message>
+    <message>
+        <source> 信号绑定参数配置</source>
+        <translation>Signal Binding Configuration</translation>
+    </message>
+    <message>
+        <source>编辑名称</source>
+        <translation>Edit Name</translation>
+    </message>
+    <message>
+        <source>固定名称</source>
+        <translation>Fixed Name</translation>
+    </message>
+    <message>
+        <source>工位名称</source>
+        <translation>Station Name</translation>
+    </message>
+    <message>
+        <source>选择工程</source>
+        <translation>Select Project</translation>
+    </message>
+    <message>
+        <source>清除工程</source>
+        <translation>Clear Project</translation>
+    </message>
+    <message>
+        <source>工程名</source>
+        <translation>Project Name</translation>
+    </message>
+    <message>
+        <source>输入信号</source>
+        <translation>Input Signal</translation>
+    </message>
+    <message>
+        <source>输出信号</source>
+        <translation>Output Signal</translation>
+    </message>
+    <message>
+        <source>启动设置</source>
+        <translation>Start Setting</translation>
+    </message>
+    <message>
+        <source>停止设置</source>
+        <translation>Stop Setting</translation>
+    </message>
+    <message>
+        <source>信号名称：</source>
+        <translation>Signal Name:</translation>
+    </message>
+    <message>
+        <source>触发类型：</source>
+        <translation>Trigger Type:</translation>
+    </message>
+    <message>
+        <source>信号生效时间(ms)：</source>
+        <translation>Signal Duration(ms):</translation>
+    </message>
+    <message>
+        <source>取消</source>
+        <translation>Cancel</translation>
+    </message>
+    <message>
+        <source>确认</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>提示</source>
+        <translation>Tips</translation>
+    </message>
+    <message>
+        <source>工位名称不能为空!</source>
+        <translation>The station name cannot be empty!</translation>
+    </message>
+    <message>
+        <source>启动: </source>
+        <translation>Start: </translation>
+    </message>
+    <message>
+        <source>停止: </source>
+        <translation>Stop: </translation>
+    </message>
+</context>
+</TS>

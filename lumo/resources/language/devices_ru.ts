@@ -1,0 +1,145 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="ru_RU" sourcelanguage="zh_CN">
+<context>
+    <name>QObject</name>
+    <message>
+        <source>关闭</source>
+        <translation>Отключено</translation>
+    </message>
+    <message>
+        <source>正常</source>
+        <translation>В норме</translation>
+    </message>
+    <message>
+        <source>异常</source>
+        <translation>Не в норме</translation>
+    </message>
+</context>
+<context>
+    <name>StatusMonitorWidget</name>
+    <message>
+        <source>设备状态</source>
+        <translation>Состояние оборудования</translation>
+    </message>
+    <message>
+        <source>激光器状态：</source>
+        <translation>Лазер:</translation>
+    </message>
+    <message>
+        <source>激光头状态：</source>
+        <translation>Лазерная головка:</translation>
+    </message>
+    <message>
+        <source>水冷箱状态：</source>
+        <translation>Чиллер:</translation>
+    </message>
+    <message>
+        <source>气压状态：</source>
+        <translation>Давление газа:</translation>
+    </message>
+    <message>
+        <source>温度状态：</source>
+        <translation>Температура:</translation>
+    </message>
+    <message>
+        <source>焊接状态：</source>
+        <translation>Сварка:</translation>
+    </message>
+    <message>
+        <source>加工统计</source>
+        <translation>Статистика обработки</translation>
+    </message>
+    <message>
+        <source>加工时长：</source>
+        <translation>Время обработки:</translation>
+    </message>
+    <message>
+        <source>秒</source>
+        <translation>с</translation>
+    </message>
+    <message>
+        <source>加工个数：</source>
+        <translation>Выполнено программ:</translation>
+    </message>
+    <message>
+        <source>清零</source>
+        <translation>Сбросить</translation>
+    </message>
+    <message>
+        <source>激光状态</source>
+        <translation>Параметры лазера</translation>
+    </message>
+    <message>
+        <source>激光频率（%）：</source>
+        <translation>Частота импульсов (%):</translation>
+    </message>
+    <message>
+        <source>占空比（%）：</source>
+        <translation>Коэффициент заполнения (%):</translation>
+    </message>
+    <message>
+        <source>激光功率（%）：</source>
+        <translation>Мощность лазера (%):</translation>
+    </message>
+</context>
+<context>
+    <name>DeviceControlWidget</name>
+    <message>
+        <source>激光控制</source>
+        <translation>Лазер</translation>
+    </message>
+    <message>
+        <source>激光频率：</source>
+        <translation>Частота импульсов:</translation>
+    </message>
+    <message>
+        <source>占空比：</source>
+        <translation>Коэффициент заполнения:</translation>
+    </message>
+    <message>
+        <source>激光功率：</source>
+        <translation>Мощность лазера:</translation>
+    </message>
+    <message>
+        <source>激光保护</source>
+        <translation>Блокировка лазера</translation>
+    </message>
+    <message>
+        <source>激光测试</source>
+        <translation>Включение лазера</translation>
+    </message>
+    <message>
+        <source>红光</source>
+        <translation>Красный указатель</translation>
+    </message>
+    <message>
+        <source>气体控制</source>
+        <translation>Защитный газ</translation>
+    </message>
+    <message>
+        <source>给气保护</source>
+        <translation>Блокировка газа</translation>
+    </message>
+    <message>
+        <source>给气测试</source>
+        <translation>Подача газа</translation>
+    </message>
+    <message>
+        <source>送丝控制</source>
+        <translation>Подача проволоки</translation>
+    </message>
+    <message>
+        <source>送丝速度：</source>
+        <translation>Скорость подачи проволоки:</translation>
+    </message>
+    <message>
+        <source>送丝保护</source>
+        <translation>Блокировка подачи проволоки</translation>
+    </message>
+    <message>
+        <source>送丝测试</source>
+        <translation>Включение подачи проволоки</translation>
+    </message>
+</context>
+</TS>

@@ -1,0 +1,560 @@
+// Stations at work: what their inputs trigger, in which order their projects run, and what they are told.
+
+#include "binding/stationbench.h"
+#include "editor/language.h"
+#include "module/settingsfile.h"
+
+#include <QComboBox>
+#include <QTest>
+
+class TestMonitoring : public QObject {
+    Q_OBJECT
+
+    test::StationBench bench_;
+
+    static QJsonObject with(QJsonObject station, const QJsonObject& fields) {
+        for (auto field = fields.begin(); field != fields.end(); ++field) {
+            station.insert(field.key(), field.value());
+        }
+        return station;
+    }
+
+    static QJsonObject registerAt(const char* name, int bias) {
+        return {{"name", name}, {"bias", bias}, {"type", "bit"}};
+    }
+
+    /// The edge and kind of one side of a station; its register is the input of the same number.
+    static QJsonObject side(bool start, const QString& edge, bool io) {
+        const QString input = start ? "DI" : "DI2";
+        return {{start ? "type" : "type2", edge},
+                {input + "_type", io ? "IO" : "寄存器"},
+                {input + "_reg", registerAt("LUMO_DI", 7)}};
+    }
+
+    void setInput(bool start, bool io, bool level) {
+        if (io) {
+            bench_.input(start ? "DI1" : "DI11", level);
+        } else {
+            kordservice()->dataNode("register.values.LUMO_DI")->set(this, "#7", level);
+        }
+    }
+
+    /// One look at the inputs.
+    void look(bool start) { bench_.time.advance(start ? 100 : 300); }
+
+private slots:
+    // --- Inputs -----------------------------------------------------------------------------------
+
+    void edges_data() {
+        QTest::addColumn<bool>("start");
+        QTest::addColumn<bool>("io");
+        QTest::addColumn<QString>("edge");
+        QTest::addColumn<QString>("levels");    // at the switch and at every look after it
+        QTest::addColumn<QString>("triggers");  // at every look
+        for (const bool start : {true, false}) {
+            for (const bool io : {true, false}) {
+                const QByteArray name =
+                    QByteArray(start ? "start" : "stop") + (io ? ", input: " : ", register: ");
+                const auto row = [&](const char* what, const char* edge, const char* levels,
+                                     const char* triggers) {
+                    QTest::newRow(name + what) << start << io << edge << levels << triggers;
+                };
+                row("rises", "上升沿", "0010", "-T-");
+                row("stays on", "上升沿", "0111", "TTT");
+                row("was on at the switch", "上升沿", "1101", "---");
+                row("falls", "下降沿", "1101", "-T-");
+                row("stays off", "下降沿", "1000", "TTT");
+                row("was off at the switch", "下降沿", "0010", "---");
+                row("another language's edge", "Falling Edge", "101", "T-");
+                row("no edge", "", "0101", "---");
+            }
+        }
+    }
+
+    void edges() {
+        QFETCH(bool, start);
+        QFETCH(bool, io);
+        QFETCH(QString, edge);
+        QFETCH(QString, levels);
+        QFETCH(QString, triggers);
+        bench_.renewAlone({with(test::station(1, "P1.json"), side(start, edge, io))});
+        setInput(start, io, levels[0] == '1');
+        bench_.pressSwitch();
+        QString seen;
+        for (const QChar level : levels.mid(1)) {
+            setInput(start, io, level == '1');
+            bench_.log.clear();
+            look(start);
+            seen += bench_.logOf(start ? "DO1 on" : "DO11 on").isEmpty() ? '-' : 'T';
+        }
+        QCOMPARE(seen, triggers);
+    }
+
+    void unreadableInput_isLow() {
+        bench_.renewAlone({with(test::station(1, "P1.json"), {{"DI", "DI99"}, {"type", "下降沿"}})});
+        bench_.pressSwitch();
+        bench_.time.advance(1000);
+        QCOMPARE(bench_.log, QStringList());
+    }
+
+    void baseline_isTakenAnewAtTheSwitch() {
+        bench_.renewAlone(bench_.count(1));
+        bench_.pressSwitch();
+        bench_.pressSwitch();
+        bench_.input("DI1", true);
+        bench_.pressSwitch();
+        bench_.time.advance(1000);
+        QCOMPARE(bench_.log, QStringList());
+    }
+
+    void period_isTheFirstStations() {
+        bench_.renewAlone(
+            {with(test::station(1, "P1.json"), {{"time", "250"}}), test::station(2, "P2.json")});
+        bench_.pressSwitch();
+        bench_.input("DI2", true);
+        bench_.play(249);
+        QCOMPARE(bench_.log, QStringList());
+        bench_.play(250);
+        QCOMPARE(bench_.logOf("DO2"), QStringList("250 DO2 on"));
+    }
+
+    void addedAndEditedRows_getABaselineFirst_data() {
+        QTest::addColumn<bool>("added");
+        QTest::newRow("added") << true;
+        QTest::newRow("edited") << false;
+    }
+
+    void addedAndEditedRows_getABaselineFirst() {
+        QFETCH(bool, added);
+        bench_.renew(bench_.count(1));
+        bench_.pressSwitch();
+        bench_.play(100);
+        bench_.input("DI4", true);
+        if (added) {
+            bench_.click("btnAdd");
+            QTest::keyClicks(bench_.find<QLineEdit>("lineEdit_stationname"), "new");
+        } else {
+            bench_.clickRow(0, "btnEdit");
+        }
+        bench_.find<QComboBox>("cmbDI")->setCurrentText("DI4");
+        bench_.click("okayBtn");
+        bench_.play(400);
+        bench_.input("DI4", false);
+        bench_.play(500);
+        bench_.input("DI4", true);
+        bench_.play(600);
+        // It was on when it was looked at first.
+        QCOMPARE(bench_.states().last(), "---");
+    }
+
+    void emptyTable_leavesTheSwitchOff() {
+        bench_.renewAlone(QJsonArray());
+        bench_.time.advance(1000);
+        const int timers = bench_.time.armedTimers();
+        bench_.pressSwitch();
+        bench_.time.advance(1000);
+        QCOMPARE(bench_.time.armedTimers(), timers);
+        QVERIFY(!bench_.stations()->findChild<QWidget*>("switchBtn")->property("checked").toBool());
+    }
+
+    // --- Runs -------------------------------------------------------------------------------------
+
+    void run_isToldToItsStation() {
+        bench_.renewAlone(bench_.count(1));
+        bench_.pressSwitch();
+        bench_.pulse(1, 100);
+        bench_.play(1000);
+        QVERIFY(test::sameLog(bench_.log, {"100 DO1 on", "100 row 1 已触发", "200 row 1 正在运行", "200 busy",
+                                           "700 DO1 off", "700 row 1 未触发", "700 idle"}));
+        QCOMPARE(hand_or_signalbing, 1);
+        QCOMPARE(bench_.stations()->queued(), 0);
+    }
+
+    void registers_areToldToo() {
+        bench_.renewAlone({with(test::station(1, "P1.json"), {{"DO_type", "Register"},
+                                                              {"DO_reg", registerAt("FIXTURE", 4)},
+                                                              {"DO2_type", "Регистр"},
+                                                              {"DO2_reg", registerAt("FIXTURE", 5)}})});
+        bench_.pressSwitch();
+        bench_.pulse(1, 100);
+        bench_.when(850, [this] { bench_.input("DI11", true); });
+        bench_.play(1000);
+        QCOMPARE(bench_.logOf("FIXTURE"),
+                 QStringList({"100 FIXTURE.4 on", "700 FIXTURE.4 off", "900 FIXTURE.5 on"}));
+    }
+
+    void queue_isServedInTheOrderOfTheTriggers() {
+        bench_.renewAlone(bench_.count(3));
+        bench_.pressSwitch();
+        bench_.pulse(3, 100);
+        bench_.pulse(1, 200);
+        bench_.pulse(2, 300);
+        bench_.pulse(1, 400);
+        bench_.play(3000);
+        QCOMPARE(bench_.logOf("正在运行"),
+                 QStringList({"200 row 3 正在运行", "800 row 1 正在运行", "1400 row 2 正在运行"}));
+        QCOMPARE(bench_.logOf("off"), QStringList({"700 DO3 off", "1300 DO1 off", "1900 DO2 off"}));
+        // There is one program of the stations, however often they start.
+        const QList<ModuleObject*> nodes = m("lumo")->cmobjs();
+        QCOMPARE(
+            std::count_if(nodes.begin(), nodes.end(),
+                          [](const ModuleObject* node) { return node->name().startsWith("signalbind"); }),
+            1);
+    }
+
+    void heldInput_startsAgainOnceTheRunIsOver() {
+        bench_.renewAlone(bench_.count(1));
+        bench_.pressSwitch();
+        bench_.when(50, [this] { bench_.input("DI1", true); });
+        bench_.when(950, [this] { bench_.input("DI1", false); });
+        bench_.play(3000);
+        QCOMPARE(bench_.logOf("busy"), QStringList({"200 busy", "1000 busy"}));
+        QCOMPARE(bench_.logOf("off"), QStringList({"700 DO1 off", "1500 DO1 off"}));
+    }
+
+    void sameProject_runsOnceForBoth() {
+        bench_.renewAlone(
+            {test::station(1, "P1.json"), test::station(2, "P1.json"), test::station(3, "P3.json")});
+        bench_.pressSwitch();
+        bench_.pulse(1, 100);
+        bench_.pulse(2, 400);
+        bench_.when(500, [this] {
+            QCOMPARE(bench_.states(), QStringList({"正在运行", "已触发", "---"}));
+            QCOMPARE(bench_.stations()->queued(), 1);
+        });
+        bench_.play(2000);
+        QCOMPARE(bench_.logOf("busy").size(), 1);
+        QCOMPARE(bench_.logOf("off"), QStringList({"700 DO1 off", "700 DO2 off"}));
+        QCOMPARE(bench_.states(), QStringList({"未触发", "未触发", "---"}));
+    }
+
+    void rowWithoutProject_isGivenUp() {
+        bench_.renewAlone({test::station(1, ""), test::station(2, "P2.json")});
+        bench_.pressSwitch();
+        bench_.pulse(1, 100);
+        bench_.pulse(2, 200);
+        bench_.play(1000);
+        QCOMPARE(bench_.logOf("DO1"), QStringList({"100 DO1 on", "200 DO1 off"}));
+        QCOMPARE(bench_.logOf("busy"), QStringList("400 busy"));
+        QCOMPARE(bench_.states(), QStringList({"未触发", "未触发"}));
+    }
+
+    void refusedStart_isTakenBack_data() {
+        QTest::addColumn<QByteArray>("file");
+        QTest::addColumn<QByteArray>("power");
+        QTest::addColumn<QString>("box");
+        QTest::addColumn<int>("reports");
+        const QByteArray tool = R"({"end":{"name":"torch 2"},"ref":{"name":"table"}})";
+        QTest::newRow("no power") << "[" + tool + "," + QByteArray(test::StationBench::delay).mid(1)
+                                  << QByteArray("off") << "机器人未上电" << 0;
+        QTest::newRow("empty project") << "[" + tool + "]" << QByteArray("on") << "未选中启动行" << 0;
+        QTest::newRow("damaged project")
+            << QByteArray("[{\"type\":") << QByteArray("on") << "未选中启动行" << 1;
+        QTest::newRow("no project") << QByteArray("{\"a\":1}") << QByteArray("on") << "未选中启动行" << 1;
+        QTest::newRow("no file") << QByteArray() << QByteArray("on") << "未选中启动行" << 1;
+    }
+
+    void refusedStart_isTakenBack() {
+        QFETCH(QByteArray, file);
+        QFETCH(QByteArray, power);
+        bench_.renew(bench_.count(2));
+        const QJsonValue toolset = m("lumo.toolset")->exportToJson();
+        QFile::remove("P1.json");
+        if (!file.isEmpty()) {
+            bench_.write("P1.json", file);
+        }
+        bench_.pressSwitch();
+        bench_.robot.setPower(power);
+        bench_.pulse(1, 100);
+        bench_.play(250);
+        QTEST(bench_.boxes().join(';'), "box");
+        QTEST(bench_.problems.count(), "reports");
+        QVERIFY(
+            test::sameLog(bench_.log, {"100 DO1 on", "100 row 1 已触发", "200 DO1 off", "200 row 1 未触发"}));
+        // The refused project's tool must not be left to the program of the hand.
+        QCOMPARE(m("lumo.toolset")->exportToJson(), toolset);
+        bench_.robot.setPower("on");
+        bench_.pulse(2, 300);
+        bench_.play(1000);
+        QCOMPARE(bench_.logOf("busy"), QStringList("400 busy"));
+    }
+
+    void toolset_isTheProjectsForItsRun() {
+        bench_.renew(bench_.count(1));
+        bench_.write(
+            "P1.json",
+            R"([{"type":"delay","delaytime":500},{"end":{"name":"torch 2"},"ref":{"name":"table"}}])");
+        const auto toolInForce = [] {
+            return kordservice()->dataNode("pel.coord.toolset")->r("end.name")->getString();
+        };
+        bench_.pressSwitch();
+        bench_.pulse(1, 100);
+        bench_.when(400, [&toolInForce] {
+            QCOMPARE(toolInForce(), "torch 2");
+            QCOMPARE(m("lumo.signalbind_program")->size(), 1);
+        });
+        bench_.play(1000);
+        QCOMPARE(toolInForce(), "tool0");
+    }
+
+    void handRun_isNoStations() {
+        bench_.renewAlone(bench_.count(1));
+        bench_.load(test::StationBench::delay);
+        bench_.pressSwitch();
+        bench_.pulse(1, 200);
+        bench_.run();
+        QCOMPARE(bench_.states(), QStringList("已触发"));
+        bench_.play(2000);
+        QVERIFY(test::sameLog(bench_.log,
+                              {"0 busy", "200 DO1 on", "200 row 1 已触发", "500 idle", "600 row 1 正在运行",
+                               "600 busy", "1100 DO1 off", "1100 row 1 未触发", "1100 idle"}));
+    }
+
+    // --- Stop inputs ------------------------------------------------------------------------------
+
+    void stopInput_pausesWhateverRuns() {
+        bench_.renewAlone(bench_.count(2));
+        bench_.pressSwitch();
+        bench_.pulse(1, 100);
+        bench_.pulse(2, 200);
+        bench_.pulse(12, 600);  // of station 2, which waits
+        bench_.play(2000);
+        QCOMPARE(bench_.logOf("DO12"), QStringList("600 DO12 on"));
+        QCOMPARE(bench_.logOf("DO1 off"), QStringList("600 DO1 off"));
+        QCOMPARE(bench_.logOf("busy"), QStringList({"200 busy", "800 busy"}));
+        QCOMPARE(bench_.states(), QStringList({"未触发", "未触发"}));
+    }
+
+    void heldStopInput_pausesAgainAndAgain() {
+        bench_.renewAlone(bench_.count(1));
+        bench_.pressSwitch();
+        bench_.when(50, [this] {
+            bench_.input("DI11", true);
+            bench_.input("DI1", true);
+        });
+        bench_.play(1250);
+        QCOMPARE(bench_.logOf("DO11"),
+                 QStringList({"300 DO11 on", "600 DO11 on", "900 DO11 on", "1200 DO11 on"}));
+        // What the held start input asks for meanwhile is not lost.
+        QCOMPARE(bench_.logOf("busy"), QStringList({"200 busy", "400 busy", "800 busy", "1000 busy"}));
+        QCOMPARE(bench_.logOf("idle"), QStringList({"300 idle", "600 idle", "900 idle", "1200 idle"}));
+    }
+
+    void stopInputInAWeld_leavesTheLaserOff_andTheNextStartBeginsAnew() {
+        bench_.renewAlone(bench_.count(1));
+        bench_.write("P1.json", R"([{"type":"open","index":0,"weldspeed":10},
+            {"type":"moveL","point":{"trans":[0.1,0,0],"rot":[0,0,0]},"speed":10,"zone":0},
+            {"type":"moveL","point":{"trans":[0.2,0,0],"rot":[0,0,0]},"speed":10,"zone":0},{"type":"close"}])");
+        bench_.robot.motionMs = 2000;
+        bench_.pressSwitch();
+        bench_.pulse(1, 100);
+        bench_.when(1590, [this] { QVERIFY(bench_.weldFlag() && bench_.robot.output("POWER") > 0); });
+        bench_.pulse(11, 1800);
+        bench_.when(3000, [this] {
+            QCOMPARE(bench_.robot.output("POWER"), 0.0);
+            QCOMPARE(bench_.robot.output("LASER"), 0.0);
+            QVERIFY(bench_.weldFlag());
+            bench_.robot.mark();
+        });
+        bench_.pulse(1, 3100);
+        bench_.play(10000);
+        // Opened once, by its own statement, after the gas has flowed.
+        QVERIFY(bench_.robot.log().contains("800 GAS 1"));
+        QCOMPARE(bench_.robot.log().filter("LASER 1"),
+                 QStringList("1000 [POWER 0, LASER 1, DUTY 9830, FREQ 13107]"));
+    }
+
+    // --- What can come in a wait ------------------------------------------------------------------
+
+    void closingBeforeTheStart_data() {
+        QTest::addColumn<QByteArray>("what");
+        QTest::addColumn<bool>("starts");
+        QTest::addColumn<QString>("state");
+        QTest::newRow("nothing") << QByteArray() << true << "未触发";
+        QTest::newRow("switched off") << QByteArray("off") << false << "已触发";
+        QTest::newRow("switched off and on") << QByteArray("off on") << true << "未触发";
+        QTest::newRow("another pause") << QByteArray("pause") << true << "未触发";
+        QTest::newRow("a start by hand") << QByteArray("start") << true << "未触发";
+        QTest::newRow("power off") << QByteArray("power") << false << "未触发";
+        QTest::newRow("the row is deleted") << QByteArray("delete") << false << "";
+        QTest::newRow("the page is deleted") << QByteArray("page") << false << "";
+    }
+
+    // The pause before a start waits for the closing of the parameter set in force: 600 ms here.
+    void closingBeforeTheStart() {
+        QFETCH(QByteArray, what);
+        QFETCH(bool, starts);
+        QFETCH(QString, state);
+        bench_.renewAlone(bench_.count(5));
+        bench_.load(test::StationBench::delay);
+        m("lumo.cur_param")->setValue(this, 0);
+        bench_.pressSwitch();
+        bench_.pulse(5, 100);
+        bench_.when(350, [this, what] {
+            QVERIFY(!bench_.waitingKind().isEmpty());
+            for (const QByteArray& step : what.split(' ')) {
+                act(step);
+            }
+        });
+        bench_.play(2500);
+        QCOMPARE(bench_.logOf("busy").size(), starts ? 1 : 0);
+        QCOMPARE(executor->depth(), 0);
+        QCOMPARE(bench_.logOf("DO5 off").size(), state == "已触发" ? 0 : 1);
+        QCOMPARE(!bench_.alone, what == "page");
+        if (bench_.alone) {
+            QCOMPARE(bench_.states().value(4), state);
+        }
+        bench_.closeBoxes();
+    }
+
+    void pageDeletedInARun_leavesTheRunAlone() {
+        bench_.renewAlone(bench_.count(1));
+        bench_.pressSwitch();
+        bench_.pulse(1, 100);
+        QTimer::singleShot(400, this, [this] { bench_.alone.reset(); });
+        bench_.play(1000);
+        QVERIFY(!bench_.alone);
+        QCOMPARE(bench_.logOf("idle"), QStringList("700 idle"));
+        QCOMPARE(executor->depth(), 0);
+    }
+
+    void rowDeletedInItsRun_isToldAtTheEnd() {
+        bench_.renewAlone(bench_.count(6));
+        bench_.pressSwitch();
+        bench_.pulse(5, 100);
+        bench_.pulse(6, 200);
+        bench_.when(400, [this] {
+            bench_.clickRow(4, "btnDel");
+            QCOMPARE(bench_.states().mid(4), QStringList("已触发"));
+            QVERIFY(bench_.logOf("off").isEmpty());
+        });
+        bench_.play(2000);
+        QCOMPARE(bench_.logOf("off"), QStringList({"700 DO5 off", "1300 DO6 off"}));
+        QCOMPARE(bench_.logOf("正在运行"), QStringList({"200 row 5 正在运行", "800 row 5 正在运行"}));
+        QCOMPARE(bench_.states().mid(4), QStringList("未触发"));
+    }
+
+    void rowDeletedWhileItWaits_isGivenUp() {
+        bench_.renewAlone({test::station(1, "P1.json"), test::station(2, "P2.json"),
+                           test::station(3, "P3.json"), test::station(4, "P4.json"),
+                           test::station(5, "P5.json"), test::station(6, "P1.json")});
+        bench_.pressSwitch();
+        bench_.pulse(2, 100);
+        bench_.pulse(5, 200);
+        bench_.pulse(6, 300);
+        bench_.pulse(1, 400);
+        bench_.when(450, [this] { bench_.clickRow(4, "btnDel"); });
+        bench_.when(500, [this] {
+            bench_.clickRow(4, "btnDel");
+            QCOMPARE(bench_.stations()->queued(), 2);  // station 1 waits for the same project
+        });
+        bench_.play(3000);
+        QCOMPARE(bench_.logOf("off"),
+                 QStringList({"450 DO5 off", "500 DO6 off", "700 DO2 off", "1300 DO1 off"}));
+        QCOMPARE(bench_.logOf("正在运行"), QStringList({"200 row 2 正在运行", "800 row 1 正在运行"}));
+    }
+
+    void baselines_followDeletedRows() {
+        bench_.renewAlone(bench_.count(6));
+        bench_.input("DI5", true);
+        bench_.pressSwitch();
+        bench_.play(100);
+        bench_.clickRow(4, "btnDel");
+        bench_.input("DI6", true);
+        bench_.play(110);
+        QCOMPARE(bench_.states().last(), "---");
+        bench_.play(200);
+        QCOMPARE(bench_.states().last(), "已触发");
+    }
+
+    void editedWhileItWaits_forgetsItsProject() {
+        bench_.renew(bench_.count(2));
+        bench_.pressSwitch();
+        bench_.pulse(1, 100);
+        bench_.pulse(2, 200);
+        bench_.when(400, [this] {
+            bench_.clickRow(1, "btnEdit");
+            bench_.click("btnclear");
+            bench_.click("okayBtn");
+        });
+        bench_.play(2000);
+        QCOMPARE(bench_.logOf("DO2"), QStringList({"200 DO2 on", "400 DO2 off"}));
+        QCOMPARE(bench_.logOf("busy"), QStringList("200 busy"));
+    }
+
+    void editedOutput_whatWasSwitchedOnIsSwitchedOff() {
+        bench_.renew(bench_.count(1));
+        kordservice()->dataNode("device.io")->set(this, "DO.DO7", false);
+        bench_.pressSwitch();
+        bench_.pulse(1, 100);
+        bench_.when(400, [this] {
+            bench_.clickRow(0, "btnEdit");
+            bench_.find<QComboBox>("cmbDO")->setCurrentText("DO7");
+            bench_.click("okayBtn");
+        });
+        bench_.play(2000);
+        QCOMPARE(bench_.logOf("off"), QStringList("700 DO1 off"));
+    }
+
+    void queue_survivesTheSwitch() {
+        bench_.renewAlone(bench_.count(2));
+        bench_.pressSwitch();
+        bench_.pulse(1, 100);
+        bench_.pulse(2, 200);
+        bench_.when(400, [this] { bench_.pressSwitch(); });
+        bench_.play(2000);
+        QCOMPARE(bench_.states(), QStringList({"未触发", "已触发"}));
+        QCOMPARE(bench_.stations()->queued(), 1);
+        bench_.pressSwitch();
+        bench_.play(3000);
+        QCOMPARE(bench_.logOf("busy"), QStringList({"200 busy", "2200 busy"}));
+    }
+
+    void languageChange_betweenTwoStarts() {
+        bench_.renew(QJsonArray());
+        bench_.page.reset();
+        bench_.write("lumo_signalsConfig.json",
+                     R"([{"stationname":"Пост 1","filePath":"P1.json","type":"По фронту",
+            "type2":"По спаду","time":100,"DI":"DI1","DI_type":"IO","DI2_type":"Регистр",
+            "DI2_reg":{"name":"LUMO_DI","type":"bit","bias":1},"DO":"DO1","DO_type":"IO","DO2":"DO2","DO2_type":"IO"}])");
+        lumo::loadSettings(this, lumo::Settings::Stations);
+        const Language english("en");
+        bench_.makePage();
+        bench_.click("btnBind");
+        QCOMPARE(bench_.cell(0, 3), "Start: IO\nStop: Register");
+        QCOMPARE(bench_.cell(0, 5), "Rising Edge\nFalling Edge");
+        bench_.pressSwitch();
+        bench_.pulse(1, 100);
+        QString seen;
+        bench_.when(400, [this, &seen] { seen = bench_.states().first(); });
+        bench_.play(2000);
+        QCOMPARE(seen, "Running");
+        bench_.clickRow(0, "btnEdit");
+        bench_.click("okayBtn");
+        const QByteArray file = bench_.content("lumo_signalsConfig.json");
+        QVERIFY2(file.contains("\"Rising Edge\"") && file.contains("\"Falling Edge\"") &&
+                     file.contains("\"Register\""),
+                 file);
+    }
+
+private:
+    void act(const QByteArray& step) {
+        if (step == "off" || step == "on") {
+            bench_.pressSwitch();
+        } else if (step == "pause") {
+            bench_.pause();
+        } else if (step == "start") {
+            bench_.trigger("start", 0);
+            QCOMPARE(bench_.boxes(), QStringList("当前不是空闲状态"));
+        } else if (step == "power") {
+            bench_.robot.setPower("off");
+        } else if (step == "delete") {
+            bench_.clickRow(4, "btnDel");
+        } else if (step == "page") {
+            bench_.alone.reset();
+        }
+    }
+};
+
+LUMO_TEST_MAIN(TestMonitoring)
+#include "test_monitoring.moc"

@@ -1,0 +1,29 @@
+#!/usr/bin/env bash
+# The Debian package: unpacked into an empty folder it runs from there, it names what its programs load,
+# and lintian finds nothing.
+source "$(dirname "$0")/common.sh" "$@"
+
+cd "$build"
+cpack -G DEB -B "$work/made" >"$work/cpack.log" 2>&1 || fail "cpack: $(tail -n 20 "$work/cpack.log")"
+package=$(echo "$work"/made/*.deb)
+dpkg-deb -x "$package" "$work/unpacked"
+prefix=$work/unpacked/usr
+
+check_programs "$prefix"
+
+depends=$(dpkg-deb -f "$package" Depends)
+# Not what was built: that would hide a library which is not in the package.
+objects=$(find "$prefix" -type f \( -path '*/bin/*' -o -name '*.so*' \))
+while read -r library; do
+    [ -z "$(find "$prefix" -name "$library")" ] || continue
+    file=$(ldconfig -p | awk -v name="$library" '$1 == name { print $NF; exit }')
+    [ -n "$file" ] || fail "$library is loaded and nowhere to be found"
+    file=$(readlink -f "$file")
+    owner=$(dpkg-query -S "$file" "${file#/usr}" 2>/dev/null | cut -d: -f1 | head -n 1) || true
+    tr -s ' ,|' '\n' <<<"$depends" | grep -qxF "$owner" || fail "$library is of $owner; declared: $depends"
+done < <(for object in $objects; do objdump -p "$object" | awk '$1 == "NEEDED" { print $2 }'; done | sort -u)
+
+desktop-file-validate "$prefix"/share/applications/*.desktop
+appstreamcli validate --no-net --pedantic "$prefix"/share/metainfo/*.xml
+# Building as root is what a container does.
+lintian --allow-root --fail-on error,warning,info "$package"

@@ -1,0 +1,115 @@
+#pragma once
+
+#include <QByteArray>
+#include <QDir>
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QtTest>
+
+/// What a call of lumo-run left behind.
+struct Result {
+    int status = -1;
+    QByteArray out, err;
+    QList<QJsonObject> trace;  ///< of standard output
+
+    QList<QJsonObject> of(const QString& kind) const {
+        QList<QJsonObject> found;
+        for (const QJsonObject& line : trace) {
+            if (line.value(QStringLiteral("kind")) == kind)
+                found.append(line);
+        }
+        return found;
+    }
+    QJsonObject done() const { return trace.isEmpty() ? QJsonObject() : trace.last(); }
+};
+
+/// Calls the program in a folder.
+inline Result runIn(const QString& folder, const QStringList& arguments,
+                    const QString& program = QStringLiteral(LUMO_RUN)) {
+    constexpr int kLimitMs = 240000;
+    QProcess process;
+    process.setWorkingDirectory(folder);
+    process.start(program, arguments);
+    process.waitForFinished(kLimitMs);
+    Result result;
+    result.status = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+    result.out = process.readAllStandardOutput();
+    result.err = process.readAllStandardError();
+    for (const QByteArray& line : result.out.split('\n')) {
+        if (!line.isEmpty())
+            result.trace.append(QJsonDocument::fromJson(line).object());
+    }
+    return result;
+}
+
+inline QString reasonOf(const Result& result) {
+    return result.done().value(QStringLiteral("reason")).toString();
+}
+
+inline const QByteArray kPorts = [] {
+    const char* const names[] = {"LUMO_DI.#0", "LUMO_DI.#1", "LUMO_DI.#2", "LUMO_DI.#3", "LUMO_DI.#4",
+                                 "LUMO_DI.#5", "LUMO_DO.#0", "LUMO_DO.#1", "LUMO_DO.#2", "LUMO_DO.#3",
+                                 "LUMO_DO.#4", "LUMO_DO.#5", "LUMO_DO.#6", "LUMO_DO.#7", "LUMO_DO.#8",
+                                 "LUMO_AO_0",  "LUMO_AO_1",  "LUMO_AO_2",  "LUMO_AO_3"};
+    QJsonArray rows;
+    for (int i = 0; i < 19; ++i)
+        rows.append(QJsonObject{{"type", i < 6    ? "DI"
+                                         : i < 15 ? "DO"
+                                                  : "AO"},
+                                {"name", names[i]},
+                                {"enable", true}});
+    return QJsonDocument(rows).toJson();
+}();
+
+inline const QByteArray kParams =
+    R"([{"name":"thin","power":50,"frequency":50,"ratio":50,"increase_time":200,"decrease_time":200,
+    "stay_time":100,"close_delay":100,"open_time":200,"open_interval":0,"delay_before_blow":200,
+    "delay_after_blow":300,"speed":10,"move_wire_time":100,"stop_wire_time":150,"give_wire_time":200}])";
+
+inline QByteArray moveL(double x, double z) {
+    return "{\"type\":\"moveL\",\"execute\":true,\"speed\":100,\"zone\":0,\"point\":{\"trans\":[" +
+           QByteArray::number(x) + ",0," + QByteArray::number(z) +
+           "],\"rot\":[3.141592653589793,0,0],\"near\":[0,0,0,0,0,0]}}";
+}
+
+inline const QByteArray kOpen = R"({"type":"open","execute":true,"index":0,"weldspeed":20})";
+inline const QByteArray kClose = R"({"type":"close","execute":true})";
+inline const QByteArray kDelay = R"({"type":"delay","execute":true,"delaytime":500})";
+
+/// A folder with settings and the given files.
+class Folder {
+public:
+    Folder() {
+        write(QStringLiteral("lumo_port.json"), kPorts);
+        write(QStringLiteral("lumo_param.json"), kParams);
+    }
+    void write(const QString& name, const QByteArray& text) const {
+        QFile file(path(name));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(text);
+    }
+    QString path(const QString& name = QString()) const { return dir_.filePath(name); }
+    QByteArray read(const QString& name) const {
+        QFile file(path(name));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+    bool has(const QString& name) const { return QFileInfo::exists(path(name)); }
+
+    Result run(const QStringList& arguments, const QString& program = QStringLiteral(LUMO_RUN)) const {
+        return runIn(path(), arguments, program);
+    }
+    /// Runs project and scenario, trace on standard output.
+    Result trace(const QByteArray& project, const QByteArray& scenario = "[]",
+                 const QStringList& more = {}) const {
+        write(QStringLiteral("p.json"), project);
+        write(QStringLiteral("s.json"), scenario);
+        return run(QStringList{"p.json", "--scenario", "s.json", "--quiet", "--trace", "-"} + more);
+    }
+
+private:
+    QTemporaryDir dir_;
+};
