@@ -72,7 +72,9 @@ void Panel::makeStatus(const QString& libraryFile) {
 void Panel::makeViews(const QWidget* page, const QString& libraryFile) {
     views_ = std::make_unique<ViewsWindow>();
     auto* path = new PathPage(seams_, PackageFlags::find(libraryFile));
-    path->followTable(page->findChild<QAbstractItemView*>(QStringLiteral("tableWidget")));
+    // Other pages have a table of that name too.
+    if (const auto* editor = page->findChild<QWidget*>(QStringLiteral("ProgramWidget")))
+        path->followTable(editor->findChild<QAbstractItemView*>(QStringLiteral("tableWidget")));
     views_->addPage(path, tr("路径"));
     views_->addPage(new ScopePage(recorder_), tr("信号"));
     window_->setViews(views_.get());

@@ -24,6 +24,7 @@
 #include "ui_lumowidget.h"
 
 #include <QComboBox>
+#include <QStackedWidget>
 #include <QTableWidget>
 
 using mendo::ModuleManager;
@@ -138,7 +139,18 @@ void LumoWidget::makeStationPage() {
     connect(stations_, &SignalsBindWidget::startRefused, this, &LumoWidget::reapplyToolset);
 }
 
+/// A page that is not shown must not make the panel larger.
+void LumoWidget::sizeByShownPage() {
+    QStackedWidget* const pages = ui_->stackedWidget;
+    for (int i = 0; i < pages->count(); ++i) {
+        const auto policy = i == pages->currentIndex() ? QSizePolicy::Preferred : QSizePolicy::Ignored;
+        pages->widget(i)->setSizePolicy(policy, policy);
+    }
+}
+
 void LumoWidget::connectNavigation() {
+    connect(ui_->stackedWidget, &QStackedWidget::currentChanged, this, &LumoWidget::sizeByShownPage);
+    sizeByShownPage();
     connect(ui_->btnProject, &QAbstractButton::clicked, this, &LumoWidget::showEditor);
     connect(ui_->btnPort, &QAbstractButton::clicked, this, &LumoWidget::showPorts);
     connect(ui_->btnParamCfg, &QAbstractButton::clicked, this, &LumoWidget::showParams);
@@ -156,7 +168,6 @@ void LumoWidget::showAlone(QWidget* page) {
 
 void LumoWidget::showEditor() {
     deletPWgt();
-    ui_->stackedWidget->setCurrentWidget(editor_);
 }
 
 void LumoWidget::showPorts() {
@@ -241,6 +252,8 @@ void LumoWidget::pointPageAccepted(int row) {
 }
 
 void LumoWidget::deletPWgt() {
+    // First the page that has room beside the bar: another one with it may be larger than the panel.
+    ui_->stackedWidget->setCurrentWidget(editor_);
     ui_->topWgt->show();
     ui_->line_2->show();
     if (pointPage_) {

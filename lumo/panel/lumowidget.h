@@ -52,6 +52,7 @@ private:
     void makeEditor();
     void makeDevicePages();
     void makeStationPage();
+    void sizeByShownPage();
     void connectNavigation();
     void showAlone(QWidget* page);
     void showEditor();

@@ -214,7 +214,8 @@ void AppViews::seam_isWhereTheLaserWas() {
 
 void AppViews::seam_isKeptUntilTheNextPass() {
     const double before = seamShown();
-    auto* table = find<QAbstractItemView>("tableWidget");
+    auto* table =
+        find<QWidget>("ProgramWidget")->findChild<QAbstractItemView*>(QStringLiteral("tableWidget"));
     table->setCurrentIndex(table->model()->index(1, 1));
     click("btnRunOnce");
     settle();
@@ -251,6 +252,7 @@ void AppViews::window_opensAndCloses() {
     QVERIFY(!panel_->views()->isVisible());
     QVERIFY(!header->isChecked());
     panel_->window()->activateWindow();
+    pass(10);
     if (key)
         QTest::keyClick(panel_->window(), Qt::Key(key));
     else
@@ -262,7 +264,8 @@ void AppViews::window_opensAndCloses() {
 }
 
 void AppViews::selectedRows_areShown() {
-    auto* table = find<QAbstractItemView>("tableWidget");
+    auto* table =
+        find<QWidget>("ProgramWidget")->findChild<QAbstractItemView*>(QStringLiteral("tableWidget"));
     table->setCurrentIndex(table->model()->index(3, 1));
     QCOMPARE(path()->selected(), QSet<int>{3});
     QCOMPARE(find<QLabel>("lblPathLine")->text(), QStringLiteral("Line 4: weld, 60.0 mm"));
