@@ -3,7 +3,7 @@
 #include <QApplication>
 #include <QFile>
 #include <QFont>
-#include <QStyle>
+#include <QProxyStyle>
 #include <QStyleFactory>
 
 namespace app {
@@ -12,10 +12,23 @@ namespace {
 
 constexpr int kFontPx = 14;
 
+/// Without the icons that some desktops put on the buttons of a dialog, tight against their captions.
+class PlainDialogs : public QProxyStyle {
+public:
+    PlainDialogs() : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion"))) {}
+
+    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                  QStyleHintReturn* data) const override {
+        return hint == SH_DialogButtonBox_ButtonsHaveIcons
+                   ? 0
+                   : QProxyStyle::styleHint(hint, option, widget, data);
+    }
+};
+
 }  // namespace
 
 void installLook() {
-    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    QApplication::setStyle(new PlainDialogs);
     QApplication::setPalette(QApplication::style()->standardPalette());
     QFont font;
     font.setFamilies({QStringLiteral("DejaVu Sans"), QStringLiteral("WenQuanYi Micro Hei")});

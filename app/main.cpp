@@ -7,6 +7,8 @@
 #include "app/pendant/pendantwindow.h"
 #include "app/preferences.h"
 #include "app/quitsignals.h"
+#include "app/scope/scopeexport.h"
+#include "app/scope/signalrecorder.h"
 #include "app/shots/gallery.h"
 #include "app/time/pacedtime.h"
 #include "app/views/viewswindow.h"
@@ -19,9 +21,11 @@
 #include <QDir>
 #include <QFile>
 #include <QLocale>
+#include <QSaveFile>
 #include <QScreen>
 #include <QTextCodec>
 
+#include <unistd.h>
 #include <cstdio>
 #include <cstdlib>
 
@@ -88,6 +92,13 @@ bool takeExample(app::Options* options, QString* problem) {
     return !options->settings.isEmpty();
 }
 
+/// The package reads its settings once in a process: an example begins in a new one, in this one's place.
+int becomeExample(const QString& program, const QString& example) {
+    const QByteArray file = QFile::encodeName(program), name = QFile::encodeName(example);
+    execl(file.constData(), file.constData(), "--example", name.constData(), nullptr);
+    return fail(QStringLiteral("%1 cannot be started again").arg(program), kFailed);
+}
+
 /// On a screen that is hardly larger than the panel, the panel is all there is. On a wide one it stands on
 /// the left, where the views find room beside it.
 void show(QWidget* window) {
@@ -116,7 +127,20 @@ int takePictures(const app::Options& options, int& argc, char** argv) {
     return app::writeGallery(options.screenshots, options.language);
 }
 
-int run(app::Options options, app::PacedTime* time) {
+/// What the cell did from the start on, the last minutes of a long session.
+bool writeSignals(const app::Panel& panel, const QString& fileName) {
+    QSaveFile file(fileName);
+    QString error;
+    const app::SignalRecorder& recorder = *panel.recorder();
+    if (file.open(QIODevice::WriteOnly) && app::writeVcd(&file, recorder, recorder.all(), &error) &&
+        file.commit())
+        return true;
+    fail(QStringLiteral("--vcd %1: %2").arg(fileName, error.isEmpty() ? file.errorString() : error), kFailed);
+    return false;
+}
+
+/// `example`: the one that the operator wants instead of what he has open; empty for none.
+int run(app::Options options, app::PacedTime* time, QString* example) {
     const app::QuitSignals quitSignals;
     QString problem;
     if (!options.example.isEmpty() && !takeExample(&options, &problem))
@@ -130,6 +154,10 @@ int run(app::Options options, app::PacedTime* time) {
     if (!panel.open(gantu::findLibrary(QStringLiteral("lumo")), &error))
         return fail(error, kFailed);
     QObject::connect(&panel, &app::Panel::speedChosen, time, &app::PacedTime::setFactor);
+    QObject::connect(&panel, &app::Panel::exampleChosen, &panel, [example](const QString& name) {
+        *example = name;
+        QCoreApplication::quit();
+    });
     if (!lost.isEmpty())
         panel.window()->notices()->report(lost, 0, 0, QStringLiteral("No such file or directory"));
     show(panel.window());
@@ -137,7 +165,8 @@ int run(app::Options options, app::PacedTime* time) {
     if (!options.project.isEmpty() && !panel.openProject(options.project))
         fail(QStringLiteral("--open: the page has no way to open a project"), kFailed);
     mendo::ModuleManager::setOutermostLoop(1);
-    return QApplication::exec();
+    const int status = QApplication::exec();
+    return options.vcd.isEmpty() || writeSignals(panel, options.vcd) ? status : kFailed;
 }
 
 }  // namespace
@@ -162,7 +191,13 @@ int main(int argc, char** argv) {
         return takePictures(*options, programOnly, argv);
     app::PacedTime* const time = app::PacedTime::install();
     qInstallMessageHandler(onQtMessage);
-    const QApplication application(programOnly, argv);
-    qInstallMessageHandler(nullptr);
-    return run(*options, time);
+    QString example, program;
+    int status = 0;
+    {
+        const QApplication application(programOnly, argv);
+        qInstallMessageHandler(nullptr);
+        program = QApplication::applicationFilePath();
+        status = run(*options, time, &example);
+    }
+    return example.isEmpty() ? status : becomeExample(program, example);
 }

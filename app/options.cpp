@@ -1,5 +1,6 @@
 #include "app/options.h"
 
+#include <QDir>
 #include <QFileInfo>
 
 #include <algorithm>
@@ -43,6 +44,13 @@ bool readExample(Options& o, const QString& text, QString* why) {
     return !text.isEmpty() && !text.contains(QLatin1Char('/'));
 }
 
+bool readVcd(Options& o, const QString& text, QString* why) {
+    const QFileInfo file(text);
+    o.vcd = file.absoluteFilePath();
+    *why = QStringLiteral("is no file that can be written");
+    return !text.isEmpty() && !file.isDir() && file.dir().exists();
+}
+
 bool readScreenshots(Options& o, const QString& text, QString* why) {
     const QFileInfo folder(text);
     o.screenshots = folder.absoluteFilePath();
@@ -61,6 +69,7 @@ const Option kOptions[] = {
      "open a copy of an example (lap_seam, flange, box_stitch, stations) with its\n"
      "settings; not remembered",
      readExample},
+    {"vcd", "FILE", "write the cell's signals as a value change dump at the end", readVcd},
     {"screenshots", "DIR",
      "write a picture of every page, dialog and message, in every language (or that\n"
      "of --language) and two sizes, without a screen, and end",

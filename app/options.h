@@ -13,6 +13,7 @@ struct Options {
     QString settings;  ///< working directory of the package
     QString project;   ///< to be opened at start
     QString example;   ///< whose copy to open instead
+    QString vcd;       ///< where the cell's signals are written at the end
     QString screenshots;
     bool help = false;
     bool version = false;

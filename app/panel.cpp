@@ -1,6 +1,8 @@
 #include "app/panel.h"
 
 #include "app/cell/cellstrip.h"
+#include "app/examples/examplesbutton.h"
+#include "app/examples/exampleshelf.h"
 #include "app/navigation.h"
 #include "app/noticebar.h"
 #include "app/path/pathpage.h"
@@ -60,7 +62,15 @@ bool Panel::open(const QString& libraryFile, QString* error) {
     pendant_ = std::make_unique<PendantWindow>(controller_);
     makeViews(page, libraryFile);
     makeStatus(libraryFile);
+    makeExamples();
     return true;
+}
+
+void Panel::makeExamples() {
+    auto* examples = new ExamplesButton(ExampleShelf::ofThisProgram());
+    connect(examples, &ExamplesButton::chosen, this, &Panel::exampleChosen);
+    window_->addToHeader(examples);
+    examples->follow();
 }
 
 void Panel::makeStatus(const QString& libraryFile) {

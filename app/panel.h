@@ -50,11 +50,14 @@ public:
 signals:
     /// How many times as fast as the wall clock the cell is to run: whoever keeps the time sees to it.
     void speedChosen(double factor);
+    /// The operator wants an example, which is a panel of its own: it has other settings.
+    void exampleChosen(const QString& name);
 
 private:
     QWidget* showPage(const QString& key);
     void makeViews(const QWidget* page, const QString& libraryFile);
     void makeStatus(const QString& libraryFile);
+    void makeExamples();
     void onFileProblem(const QString& fileName, int line, int column, const QString& reason);
 
     sim::Controller* controller_;

@@ -71,7 +71,12 @@ QWidget* PanelWindow::makeHeader() {
     row->addStretch(1);
     row->addWidget(viewsButton_);
     row->addWidget(stripButton_);
+    header_ = row;
     return header;
+}
+
+void PanelWindow::addToHeader(QWidget* button) {
+    header_->insertWidget(header_->indexOf(viewsButton_), button);
 }
 
 /// Notices have their room there, so that a page never gets smaller by one.

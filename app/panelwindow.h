@@ -30,6 +30,8 @@ public:
     /// Offers the views in the header, and by F6 (path) and F7 (signals) anywhere. Their window is a window
     /// of its own, not owned.
     void setViews(ViewsWindow* views);
+    /// Puts a button before those of views and cell.
+    void addToHeader(QWidget* button);
     /// Takes over what stands in the status line: why the panel does not do what one may expect of it, and
     /// how far a run is.
     void setStatus(QWidget* why, QWidget* progress);
@@ -54,6 +56,7 @@ private:
 
     Navigation* navigation_;
     NoticeBar* notices_;
+    QHBoxLayout* header_ = nullptr;
     QToolButton* viewsButton_;
     QToolButton* stripButton_;
     PanelBody* body_;

@@ -2,6 +2,13 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="ru" sourcelanguage="zh_CN">
 <context>
+    <name>app::ExamplesButton</name>
+    <message>
+        <source>示例</source>
+        <translation>Примеры</translation>
+    </message>
+</context>
+<context>
     <name>ExampleShelf</name>
     <message>
         <source>搭接直焊缝</source>

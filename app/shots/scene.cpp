@@ -9,7 +9,6 @@
 #include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QApplication>
-#include <QComboBox>
 #include <QDialog>
 #include <QDialogButtonBox>
 #include <QDir>
@@ -71,11 +70,12 @@ void paintWindow(QPainter* painter, QWidget* widget, const QPoint& place) {
     painter->drawRect(QRect(title.topLeft(), QSize(title.width() - 1, kTitleHeight + content.height() - 1)));
 }
 
-/// Where a window stands over the panel's. A dialog is in the middle, and choices are at their box, as on
-/// a screen that has room for it: the one here is smaller than the panel.
+/// Where a window stands over the panel's. A dialog is in the middle, and choices are at what opened them, as
+/// on a screen that has room for it: the one here is smaller than the panel.
 QPoint placeOf(const QWidget* widget, const QWidget* window) {
-    if (const auto* box = qobject_cast<const QComboBox*>(widget->parentWidget()))
-        return {box->mapTo(window, QPoint()).x(), widget->y() - window->y()};
+    const QWidget* owner = widget->windowType() == Qt::Popup ? widget->parentWidget() : nullptr;
+    if (owner)
+        return {owner->mapTo(window, QPoint()).x(), widget->y() - window->y()};
     if (!qobject_cast<const QDialog*>(widget))
         return widget->pos() - window->pos();
     QRect place(QPoint(), widget->size());

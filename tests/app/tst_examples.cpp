@@ -1,5 +1,10 @@
+#include "app/examples/examplesbutton.h"
 #include "app/examples/exampleshelf.h"
+#include "mendo/modulemanager.h"
 
+#include <QJsonArray>
+#include <QJsonObject>
+#include <QMenu>
 #include <QtTest>
 
 /// Examples are copied for the operator, and what he made of a copy is kept.
@@ -13,6 +18,7 @@ private slots:
     void whatCannotBeTaken_isNamed_data();
     void whatCannotBeTaken_isNamed();
     void everyExampleOfThisProject_hasATitle();
+    void button_isThereWhileNothingIsInTheWay();
 
 private:
     QString path(const QString& name) const { return QDir(folder_->path()).filePath(name); }
@@ -92,6 +98,30 @@ void AppExamples::everyExampleOfThisProject_hasATitle() {
     QVERIFY(names.size() >= 4);
     for (const QString& name : names)
         QVERIFY2(app::ExampleShelf::title(name) != name, qPrintable(name));
+}
+
+void AppExamples::button_isThereWhileNothingIsInTheWay() {
+    mendo::ModuleObject* root = m()->regist(this, QStringLiteral("lumo"));
+    root->append(this, QStringLiteral("program"));
+    root->set(this, QStringLiteral("execute.state"), QStringLiteral("idle"), true);
+    QWidget header;
+    app::ExamplesButton button(shelf(), &header);
+    button.follow();
+    QVERIFY(!button.isHidden());
+    QSignalSpy chosen(&button, &app::ExamplesButton::chosen);
+    button.findChild<QMenu*>()->actions().last()->trigger();
+    QCOMPARE(chosen.value(0).value(0).toString(), QStringLiteral("seam"));
+
+    root->set(this, QStringLiteral("execute.state"), QStringLiteral("busy"), true);
+    QVERIFY(button.isHidden());
+    root->set(this, QStringLiteral("execute.state"), QStringLiteral("idle"), true);
+    root->c(QStringLiteral("program"))->loadJson(this, QJsonArray{QJsonObject{{"type", "delay"}}});
+    QVERIFY(button.isHidden());
+    root->c(QStringLiteral("program"))->loadJson(this, QJsonArray());
+    QVERIFY(!button.isHidden());
+    app::ExamplesButton none(app::ExampleShelf(QString(), QString()), &header);
+    none.follow();
+    QVERIFY(none.isHidden());
 }
 
 QTEST_MAIN(AppExamples)

@@ -86,6 +86,8 @@ void AppOptions::badUsage_data() {
                                              << "--example brings its own project and settings";
     QTest::newRow("an example elsewhere") << "--example ../flange"
                                           << "--example ../flange is no example";
+    QTest::newRow("signals into a folder") << "--vcd cell"
+                                           << "--vcd cell is no file that can be written";
     QTest::newRow("pictures of settings") << "--settings cell --screenshots a"
                                           << "its own project";
 }

@@ -14,6 +14,7 @@ private slots:
     void helpAndVersion();
     void withoutDisplay_saysSo();
     void pictures_showEveryStop();
+    void example_isACopyOfTheOperators();
     void signal_endsInOrder_data();
     void signal_endsInOrder();
 
@@ -32,6 +33,7 @@ private:
         environment.insert(QStringLiteral("QT_QPA_PLATFORM"), platform);
         environment.insert(QStringLiteral("DISPLAY"), QStringLiteral(":4321"));  // nobody's
         environment.insert(QStringLiteral("XDG_CONFIG_HOME"), folder_.path());
+        environment.insert(QStringLiteral("XDG_DATA_HOME"), folder_.path());
         process->setProcessEnvironment(environment);
         process->start(QStringLiteral(LUMO_PANEL), arguments);
     }
@@ -97,6 +99,21 @@ void AppProgram::pictures_showEveryStop() {
              qPrintable(QString::number(different.size())));
 }
 
+void AppProgram::example_isACopyOfTheOperators() {
+    QCOMPARE(run({QStringLiteral("--example"), QStringLiteral("none")}).status, 2);
+    QProcess panel;
+    panel.setProcessChannelMode(QProcess::MergedChannels);
+    start(&panel, {QStringLiteral("--example"), QStringLiteral("flange")});
+    QByteArray said;
+    while (!said.contains("flange.json") && panel.waitForReadyRead(60000))
+        said += panel.readAll();
+    const QString copy = folder_.filePath(QStringLiteral("lumo/lumo-panel/examples/flange/flange.json"));
+    QVERIFY2(said.contains(copy.toUtf8()), said);
+    QVERIFY(QFile::exists(copy));
+    kill(pid_t(panel.processId()), SIGTERM);
+    QVERIFY(panel.waitForFinished(60000));
+}
+
 void AppProgram::signal_endsInOrder_data() {
     QTest::addColumn<int>("number");
     QTest::newRow("terminated") << SIGTERM;
@@ -110,8 +127,9 @@ void AppProgram::signal_endsInOrder() {
     const QTemporaryDir settings;
     QProcess panel;
     panel.setProcessChannelMode(QProcess::MergedChannels);
+    const QString dump = settings.filePath(QStringLiteral("cell.vcd"));
     start(&panel, {QStringLiteral("--settings"), settings.path(), QStringLiteral("--language"),
-                   QStringLiteral("en")});
+                   QStringLiteral("en"), QStringLiteral("--vcd"), dump});
     QByteArray said;
     while (!said.contains("lumo v26") && panel.waitForReadyRead(60000))
         said += panel.readAll();
@@ -120,6 +138,7 @@ void AppProgram::signal_endsInOrder() {
     QVERIFY(panel.waitForFinished(60000));
     QCOMPARE(panel.exitStatus(), QProcess::NormalExit);
     QCOMPARE(panel.exitCode(), 0);
+    QVERIFY(QFileInfo(dump).size() > 0);
 }
 
 QTEST_GUILESS_MAIN(AppProgram)

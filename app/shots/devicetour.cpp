@@ -1,0 +1,259 @@
+#include "app/shots/tours.h"
+
+#include "app/panel.h"
+#include "app/shots/scene.h"
+#include "app/shots/steps.h"
+#include "mendo/modulemanager.h"
+#include "simulator/controller.h"
+
+#include <QApplication>
+#include <QComboBox>
+#include <QDoubleSpinBox>
+#include <QMouseEvent>
+#include <QTableWidget>
+
+#include <algorithm>
+#include <initializer_list>
+#include <iterator>
+
+namespace app {
+
+namespace {
+
+void monitor(Scene& s) {
+    press(s, "btnMonitor");
+    s.settle();
+    s.shoot();
+}
+
+/// Takes inputs and analogue outputs out of use, or back in.
+void useMonitoredPorts(bool used) {
+    const QList<mendo::ModuleObject*> ports = m(QStringLiteral("lumo.port"))->cmobjs();
+    for (mendo::ModuleObject* port : ports) {
+        if (port->c(QStringLiteral("type"))->getString() != QLatin1String("DO"))
+            port->set(nullptr, QStringLiteral("enable"), used);
+    }
+}
+
+void percent(Scene& s, const char* field, double value) {
+    auto* box = s.panel()->window()->findChild<QDoubleSpinBox*>(QLatin1String(field));
+    if (box)
+        box->setValue(value);
+}
+
+/// Presses buttons of the device page, which follows the outputs a little later.
+void switchDevices(Scene& s, std::initializer_list<const char*> buttons) {
+    for (const char* button : buttons)
+        press(s, button);
+    s.settle();
+}
+
+void unlockDevices(Scene& s) {
+    press(s, "btnDeviceControl");
+    percent(s, "dspnLaserFrequency", 50);
+    percent(s, "dspnLaserRatio", 100);
+    percent(s, "dspnLaserPower", 12.5);
+    percent(s, "dspnWireSpeed", 30);
+    switchDevices(s, {"btnLaserControl", "btnBlowControl", "btnWireControl"});
+}
+
+void lockDevices(Scene& s) {
+    switchDevices(s, {"btnLaserControl", "btnBlowControl", "btnWireControl"});
+}
+
+/// The table of the page shown.
+QTableWidget* shownTable(Scene& s) {
+    const QList<QTableWidget*> tables = s.panel()->window()->findChildren<QTableWidget*>(kTable);
+    const auto shown = std::find_if(tables.begin(), tables.end(),
+                                    [](const QTableWidget* table) { return table->isVisible(); });
+    return shown == tables.end() ? nullptr : *shown;
+}
+
+/// Opens the choices of a port as a finger does.
+void choosePort(Scene& s, int row) {
+    press(s, "btnPort");
+    const QTableWidget* table = shownTable(s);
+    auto* box = table ? qobject_cast<QComboBox*>(table->cellWidget(row, 3)) : nullptr;
+    if (!box)
+        return;
+    QMouseEvent down(QEvent::MouseButtonPress, QPointF(box->rect().center()), Qt::LeftButton, Qt::LeftButton,
+                     Qt::NoModifier);
+    QApplication::sendEvent(box, &down);
+    s.shoot();
+    box->hidePopup();
+}
+
+void press(QWidget* widget) {
+    QMouseEvent down(QEvent::MouseButtonPress, QPointF(widget->rect().center()), Qt::LeftButton,
+                     Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(widget, &down);
+}
+
+/// Opens the page of the stations and presses its switch.
+void pressListening(Scene& s) {
+    press(s, "btnBind");
+    if (auto* button = s.panel()->window()->findChild<QWidget*>(QStringLiteral("switchBtn"))) {
+        press(button);
+    }
+}
+
+void setStationInputs(Scene& s, bool value) {
+    for (const char* input : {"DI1", "FIXTURE_DI.#0"})
+        s.controller()->setInput(QLatin1String(input), value);
+}
+
+void editStation(Scene& s, int row) {
+    press(s, "btnBind");
+    s.selectRow(kTable, row);
+    press(s, "btnEdit");
+}
+
+/// The assignment of the ports.
+const Stop kPorts[] = {
+    {"ports",
+     [](Scene& s) {
+         press(s, "btnPort");
+         s.shoot();
+     }},
+    {"ports_outputs",
+     [](Scene& s) {
+         press(s, "btnPort");
+         if (QTableWidget* table = shownTable(s))
+             table->scrollToBottom();
+         s.shoot();
+     }},
+    {"ports_choice", [](Scene& s) { choosePort(s, 2); }},
+    {"ports_saved",
+     [](Scene& s) {
+         press(s, "btnPort");
+         press(s, "okayBtn");
+         s.shoot();
+     }},
+};
+
+/// Stations.
+const Stop kStations[] = {
+    {"stations",
+     [](Scene& s) {
+         press(s, "btnBind");
+         s.shoot();
+     }},
+    {"stations_listening",
+     [](Scene& s) {
+         power(s);
+         setStationInputs(s, false);
+         pressListening(s);
+         setStationInputs(s, true);
+         s.after(250, [&s] { setStationInputs(s, false); });
+         s.after(2500, [&s] {
+             s.shoot();
+             press(s, "btnProject");
+             press(s, "btnPause");
+         });
+         s.settle();
+         s.settle();  // the second station's run
+         pressListening(s);
+     }},
+    {"stations_edit_none",
+     [](Scene& s) {
+         press(s, "btnBind");
+         press(s, "btnEdit");
+         s.shoot();
+     }},
+    {"stations_delete_own",
+     [](Scene& s) {
+         press(s, "btnBind");
+         s.selectRow(kTable, 0);
+         press(s, "btnDel");
+         s.shoot();
+     }},
+    {"station",
+     [](Scene& s) {
+         editStation(s, 0);
+         s.shoot();
+     }},
+    {"station_registers",
+     [](Scene& s) {
+         editStation(s, 1);
+         s.shoot();
+     }},
+    {"station_new_without_name",
+     [](Scene& s) {
+         press(s, "btnBind");
+         press(s, "btnAdd");
+         press(s, "okayBtn");
+         s.shoot();
+     }},
+    {"station_project",
+     [](Scene& s) {
+         editStation(s, 4);
+         press(s, "btnOpen");
+         s.shoot();
+     }},
+};
+
+/// Status monitor and device control panel.
+const Stop kDevices[] = {
+    {"monitor", monitor},
+    {"monitor_welding",
+     [](Scene& s) {
+         s.openProject(kSample);
+         s.whenLineRuns(MoveL, [&s] {
+             press(s, "btnMonitor");
+             s.after(300, [&s] {
+                 s.shoot();
+                 press(s, "btnProject");
+                 press(s, "btnPause");
+             });
+         });
+         startSample(s);
+     }},
+    {"monitor_faults",
+     [](Scene& s) {
+         s.controller()->setInput(QStringLiteral("LUMO_DI.#2"), false);
+         s.controller()->setInput(QStringLiteral("LUMO_DI.#3"), false);
+         monitor(s);
+         s.controller()->setInput(QStringLiteral("LUMO_DI.#2"), true);
+         s.controller()->setInput(QStringLiteral("LUMO_DI.#3"), true);
+     }},
+    {"monitor_disabled",
+     [](Scene& s) {
+         useMonitoredPorts(false);
+         monitor(s);
+         useMonitoredPorts(true);
+     }},
+    {"device_locked",
+     [](Scene& s) {
+         press(s, "btnDeviceControl");
+         s.shoot();
+     }},
+    {"device_unlocked",
+     [](Scene& s) {
+         unlockDevices(s);
+         s.shoot();
+         lockDevices(s);
+     }},
+    {"device_laser_on",
+     [](Scene& s) {
+         unlockDevices(s);
+         switchDevices(s, {"btnLaserTest", "btnBlowTest", "btnWireTest"});
+         s.shoot();
+         lockDevices(s);
+     }},
+};
+
+}  // namespace
+
+std::vector<Stop> portStops() {
+    return {std::begin(kPorts), std::end(kPorts)};
+}
+
+std::vector<Stop> stationStops() {
+    return {std::begin(kStations), std::end(kStations)};
+}
+
+std::vector<Stop> deviceStops() {
+    return {std::begin(kDevices), std::end(kDevices)};
+}
+
+}  // namespace app

@@ -1,0 +1,291 @@
+#include "app/shots/tours.h"
+
+#include "app/shots/scene.h"
+#include "app/shots/steps.h"
+#include "simulator/controller.h"
+
+#include <iterator>
+
+namespace app {
+
+namespace {
+
+void name(Scene& s, const char* button, const QString& text) {
+    press(s, button);
+    s.type(QStringLiteral("lineEdit"), text);
+}
+
+void edit(Scene& s, int row) {
+    s.openProject(kSample);
+    s.selectRow(kTable, row);
+    press(s, "btnEdit");
+    s.shoot();
+}
+
+void batch(Scene& s, const char* button) {
+    s.openProject(kSample);
+    press(s, "multiBtn");
+    s.selectRow(kTable, MoveL);
+    s.selectRow(kTable, MoveC);
+    if (button)
+        press(s, button);
+    s.shoot();
+    press(s, "multiBtn");
+}
+
+void parameters(Scene& s) {
+    press(s, "btnParamCfg");
+}
+
+/// Projects, before one is open.
+const Stop kProjects[] = {
+    {"project_save_none",
+     [](Scene& s) {
+         press(s, "btnSave");
+         s.shoot();
+     }},
+    {"project_new",
+     [](Scene& s) {
+         press(s, "btnNew");
+         s.shoot();
+     }},
+    {"project_new_without_name",
+     [](Scene& s) {
+         press(s, "btnNew");
+         s.accept();
+         s.shoot();
+     }},
+    {"project_new_long_name",
+     [](Scene& s) {
+         name(s, "btnNew", QStringLiteral("a_name_of_20_letters"));
+         s.accept();
+         s.shoot();
+     }},
+    {"project_new_taken_name",
+     [](Scene& s) {
+         name(s, "btnNew", QStringLiteral("seam"));
+         s.accept();
+         s.shoot();
+     }},
+    {"project_open",
+     [](Scene& s) {
+         press(s, "btnOpen");
+         s.shoot();
+     }},
+    {"project_save_as",
+     [](Scene& s) {
+         name(s, "btnSaveAs", QStringLiteral("seam_2"));
+         s.shoot();
+     }},
+    {"project_save_as_without_name",
+     [](Scene& s) {
+         press(s, "btnSaveAs");
+         s.accept();
+         s.shoot();
+     }},
+};
+
+/// The editor.
+const Stop kEditor[] = {
+    {"editor",
+     [](Scene& s) {
+         s.openProject(kSample);
+         s.selectRow(kTable, MoveL);
+         s.shoot();
+     }},
+    {"editor_power_on",
+     [](Scene& s) {
+         s.openProject(kSample);
+         power(s);
+         s.shoot();
+     }},
+    {"editor_saved",
+     [](Scene& s) {
+         s.openProject(kSample);
+         press(s, "btnSave");
+         s.shoot();
+     }},
+    {"editor_point_joint", [](Scene& s) { edit(s, MoveJ); }},
+    {"editor_point_line", [](Scene& s) { edit(s, MoveL); }},
+    {"editor_point_arc", [](Scene& s) { edit(s, MoveC); }},
+    {"editor_point_circle", [](Scene& s) { edit(s, MoveCC); }},
+    {"editor_weld_start", [](Scene& s) { edit(s, Open); }},
+    {"editor_weld_parameters", [](Scene& s) { edit(s, Param); }},
+    {"editor_output", [](Scene& s) { edit(s, SetDo); }},
+    {"editor_output_register", [](Scene& s) { edit(s, SetRegister); }},
+    {"editor_input", [](Scene& s) { edit(s, WaitDi); }},
+    {"editor_input_register", [](Scene& s) { edit(s, WaitRegister); }},
+    {"editor_delay", [](Scene& s) { edit(s, Delay); }},
+    {"editor_several", [](Scene& s) { batch(s, nullptr); }},
+    {"editor_several_speed", [](Scene& s) { batch(s, "speedBtn"); }},
+    {"editor_several_zone", [](Scene& s) { batch(s, "turningBtn"); }},
+    {"editor_jump_too_far",
+     [](Scene& s) {
+         s.openProject(kSample);
+         s.type(QStringLiteral("lineEdit_steptojump"), QStringLiteral("99"));
+         press(s, "btnSteptojump");
+         s.shoot();
+         s.type(QStringLiteral("lineEdit_steptojump"), QString());
+     }},
+};
+
+/// Runs.
+const Stop kRuns[] = {
+    {"run_unpaired",
+     [](Scene& s) {
+         s.openProject(QStringLiteral("unpaired.json"));
+         press(s, "btnStart");
+         s.shoot();
+     }},
+    {"run_jump_question",
+     [](Scene& s) {
+         s.openProject(kSample);
+         press(s, "btnReset");
+         s.selectRow(kTable, MoveC);
+         power(s);
+         press(s, "btnStart");
+         s.shoot();
+     }},
+    {"run_no_power",
+     [](Scene& s) {
+         s.openProject(kSample);
+         press(s, "btnReset");
+         press(s, "btnStart");
+         s.shoot();
+     }},
+    {"run_robot_moving",
+     [](Scene& s) {
+         s.openProject(kSample);
+         press(s, "btnReset");
+         power(s);
+         s.controller()->jog(sim::JogAxis::X, 0.05);
+         press(s, "btnStart");
+         s.shoot();
+         s.controller()->jog(sim::JogAxis::X, -0.05);
+     }},
+    {"run_step_no_move",
+     [](Scene& s) {
+         s.openProject(kSample);
+         s.selectRow(kTable, Open);
+         power(s);
+         press(s, "btnRunOnce");
+         s.shoot();
+     }},
+    {"run_step_no_line",
+     [](Scene& s) {
+         openText(s, "empty.json", "[]");
+         power(s);
+         press(s, "btnRunOnce");
+         s.shoot();
+     }},
+    {"run_no_circle",
+     [](Scene& s) {
+         s.openProject(QStringLiteral("circle.json"));
+         press(s, "btnReset");
+         power(s);
+         press(s, "btnStart");
+         s.shoot();
+     }},
+    {"run_welding",
+     [](Scene& s) {
+         s.openProject(kSample);
+         s.whenLineRuns(MoveL, [&s] {
+             s.shoot();
+             press(s, "btnPause");
+         });
+         startSample(s);
+     }},
+    {"run_not_idle",
+     [](Scene& s) {
+         s.openProject(kSample);
+         s.whenLineRuns(MoveL, [&s] {
+             press(s, "btnReset");
+             s.shoot();
+             press(s, "btnPause");
+         });
+         startSample(s);
+     }},
+    {"run_paused",
+     [](Scene& s) {
+         s.openProject(kSample);
+         s.whenLineRuns(MoveC, [&s] { press(s, "btnPause"); });
+         startSample(s);
+         s.shoot();
+     }},
+    {"run_motion_error",
+     [](Scene& s) {
+         s.openProject(kSample);
+         s.controller()->failMotion(-42);
+         startSample(s);
+         s.shoot();
+     }},
+};
+
+/// Parameter sets.
+const Stop kParameters[] = {
+    {"parameters",
+     [](Scene& s) {
+         parameters(s);
+         s.shoot();
+     }},
+    {"parameters_values",
+     [](Scene& s) {
+         parameters(s);
+         s.selectRow(kSets, 0);
+         press(s, "btnEdit");
+         s.shoot();
+     }},
+    {"parameters_add",
+     [](Scene& s) {
+         parameters(s);
+         press(s, "btnAdd");
+         s.shoot();
+     }},
+    {"parameters_add_without_name",
+     [](Scene& s) {
+         parameters(s);
+         press(s, "btnAdd");
+         s.accept();
+         s.shoot();
+     }},
+    {"parameters_add_taken_name",
+     [](Scene& s) {
+         parameters(s);
+         name(s, "btnAdd", QStringLiteral("steel 2 mm"));
+         s.accept();
+         s.shoot();
+     }},
+    {"parameters_delete",
+     [](Scene& s) {
+         parameters(s);
+         s.selectRow(kSets, 1);
+         press(s, "btnDel");
+         s.shoot();
+     }},
+    {"parameters_edit_none",
+     [](Scene& s) {
+         parameters(s);
+         press(s, "btnEdit");
+         s.shoot();
+     }},
+};
+
+}  // namespace
+
+std::vector<Stop> projectStops() {
+    return {std::begin(kProjects), std::end(kProjects)};
+}
+
+std::vector<Stop> editorStops() {
+    return {std::begin(kEditor), std::end(kEditor)};
+}
+
+std::vector<Stop> runStops() {
+    return {std::begin(kRuns), std::end(kRuns)};
+}
+
+std::vector<Stop> parameterStops() {
+    return {std::begin(kParameters), std::end(kParameters)};
+}
+
+}  // namespace app

@@ -1,0 +1,267 @@
+#include "app/shots/tours.h"
+
+#include "app/panel.h"
+#include "app/pendant/pendantwindow.h"
+#include "app/shots/scene.h"
+#include "app/shots/steps.h"
+#include "app/views/viewswindow.h"
+#include "simulator/controller.h"
+
+#include <iterator>
+
+namespace app {
+
+namespace {
+
+/// Presses a tab of the strip, unfolded if need be.
+void cell(Scene& s, const char* tab) {
+    s.panel()->window()->unfoldStrip(true);
+    press(s, tab);
+    s.shoot();
+}
+
+/// Opens the window of the views at a tab, as a hand does.
+void view(Scene& s, int tab) {
+    press(s, "btnViews");
+    s.tab(tab);
+    // A screen of pictures is smaller than the panel: the window stands as it would on the panel's.
+    const QRect panel = s.panel()->window()->geometry();
+    constexpr int kTitle = 26;
+    ViewsWindow* views = s.panel()->views();
+    views->setGeometry(placeBeside(panel, panel, ViewsWindow::kWidth,
+                                   {0, PanelWindow::kHeaderHeight + kTitle, 0, PanelWindow::kStatusHeight}));
+}
+
+/// Takes the picture in the middle of the sample's weld, with the window of the views at a tab.
+void weldInView(Scene& s, int tab) {
+    s.openProject(kSample);
+    view(s, tab);
+    s.whenLineRuns(MoveC, [&s] {
+        s.after(900, [&s] {
+            s.shoot();
+            press(s, "btnPause");
+        });
+    });
+    startSample(s);
+}
+
+/// Shows the pendant over the panel, as on a screen that is no larger, with one of its tabs.
+void pendant(Scene& s, bool unfolded, const char* tab) {
+    constexpr int kLastLine = 48;
+    PendantWindow* window = s.panel()->pendant();
+    window->setUnfolded(unfolded);
+    window->show();
+    const QRect panel = s.panel()->window()->geometry();
+    const int left = unfolded ? panel.width() - window->width() : 0;
+    const int bottom = panel.height() - (unfolded ? 0 : kLastLine);
+    window->move(panel.topLeft() + QPoint(left, bottom - window->height()));
+    if (unfolded)
+        press(s, tab);
+}
+
+/// The panel itself.
+const Stop kPanel[] = {
+    {"panel_start", [](Scene& s) { s.shoot(); }},
+    {"panel_examples",
+     [](Scene& s) {
+         press(s, "btnExamples");
+         s.shoot();
+     }},
+    {"panel_cell_inputs", [](Scene& s) { cell(s, "cellTab0"); }},
+    {"panel_cell_outputs", [](Scene& s) { cell(s, "cellTab1"); }},
+    {"panel_cell_faults",
+     [](Scene& s) {
+         cell(s, "cellTab2");
+         press(s, "fault_chiller");
+         press(s, "fault_late");
+         s.shoot();
+         press(s, "btnClearFaults");
+     }},
+    {"panel_cell_fault_input",
+     [](Scene& s) {
+         cell(s, "cellTab2");
+         press(s, "fault_gas");
+         cell(s, "cellTab0");
+         press(s, "cellTab2");
+         press(s, "btnClearFaults");
+     }},
+    {"panel_cell_welding",
+     [](Scene& s) {
+         s.openProject(kSample);
+         s.panel()->window()->unfoldStrip(true);
+         press(s, "cellTab1");
+         s.whenLineRuns(MoveL, [&s] {
+             s.shoot();
+             press(s, "btnPause");
+         });
+         startSample(s);
+     }},
+    {"panel_cell_folded",
+     [](Scene& s) {
+         s.panel()->window()->unfoldStrip(true);
+         press(s, "speed3");
+         s.panel()->window()->unfoldStrip(false);
+         s.shoot();
+         s.panel()->window()->unfoldStrip(true);
+         press(s, "speed0");
+     }},
+};
+
+/// The status line.
+const Stop kStatus[] = {
+    {"status_manual",
+     [](Scene& s) {
+         s.openProject(kSample);
+         power(s);
+         s.controller()->setMode(QStringLiteral("manual"));
+         s.shoot();
+         s.controller()->setMode(QStringLiteral("auto"));
+     }},
+    {"status_ramp",
+     [](Scene& s) {
+         s.openProject(kSample);
+         s.whenLineRuns(Close, [&s] {
+             s.after(120, [&s] {
+                 s.shoot();
+                 press(s, "btnPause");
+             });
+         });
+         startSample(s);
+     }},
+    {"status_input",
+     [](Scene& s) {
+         s.openProject(kSample);
+         s.controller()->setInput(QStringLiteral("DI3"), false);
+         s.whenLineRuns(WaitDi, [&s] {
+             s.after(12300, [&s] {
+                 s.shoot();
+                 s.controller()->setInput(QStringLiteral("DI3"), true);
+             });
+         });
+         startSample(s);
+     }},
+    {"status_notice",
+     [](Scene& s) {
+         openText(s, "damaged.json", "[\n  {\"type\": \"moveL\" \"note\": \"\"}\n]\n");
+         s.openProject(kSample);
+         s.whenLineRuns(Open, [&s] {
+             s.after(150, [&s] {
+                 s.shoot();
+                 press(s, "btnPause");
+             });
+         });
+         startSample(s);
+     }},
+};
+
+/// What the file service reports.
+const Stop kNotices[] = {
+    {"notice",
+     [](Scene& s) {
+         openText(s, "damaged.json", "[\n  {\"type\": \"moveL\" \"note\": \"\"}\n]\n");
+         s.shoot();
+     }},
+    {"notice_list",
+     [](Scene& s) {
+         openText(s, "damaged.json", "[\n  {\"type\": \"moveL\" \"note\": \"\"}\n]\n");
+         openText(s, "cut_off.json", "[\n  {\"type\": \"moveL\"},");
+         press(s, "btnNotices");
+         s.shoot();
+     }},
+};
+
+/// The window of the views.
+const Stop kViews[] = {
+    {"views_path",
+     [](Scene& s) {
+         s.openProject(kSample);
+         s.selectRow(kTable, MoveC);
+         view(s, 0);
+         s.shoot();
+     }},
+    {"views_path_welding", [](Scene& s) { weldInView(s, 0); }},
+    {"views_signals", [](Scene& s) { weldInView(s, 1); }},
+    {"views_signals_cursor",
+     [](Scene& s) {
+         s.openProject(kSample);
+         startSample(s);
+         view(s, 1);
+         press(s, "btnEdgeBack");
+         press(s, "btnEdgeBack");
+         press(s, "btnMark");
+         for (int i = 0; i < 4; ++i)
+             press(s, "btnEdgeBack");
+         press(s, "btnShorter");
+         s.shoot();
+         press(s, "btnMark");
+         press(s, "btnLonger");
+         press(s, "btnHold");
+     }},
+    {"views_signals_export",
+     [](Scene& s) {
+         view(s, 1);
+         press(s, "btn_vcd");
+         s.shoot();
+     }},
+};
+
+/// The pendant.
+const Stop kPendant[] = {
+    {"pendant_jog",
+     [](Scene& s) {
+         pendant(s, true, "pendantTab0");
+         power(s);
+         s.shoot();
+     }},
+    {"pendant_joints",
+     [](Scene& s) {
+         pendant(s, true, "pendantTab0");
+         press(s, "jogFrame2");
+         s.shoot();
+         press(s, "jogFrame0");
+     }},
+    {"pendant_keys",
+     [](Scene& s) {
+         pendant(s, true, "pendantTab1");
+         s.shoot();
+         press(s, "pendantTab0");
+     }},
+    {"pendant_folded",
+     [](Scene& s) {
+         s.openProject(kSample);
+         pendant(s, false, nullptr);
+         s.shoot();
+     }},
+    {"pendant_stopped",
+     [](Scene& s) {
+         s.openProject(kSample);
+         pendant(s, true, "pendantTab0");
+         s.whenLineRuns(MoveL, [&s] { press(s, "btnStop"); });
+         startSample(s);
+         s.shoot();
+     }},
+};
+
+}  // namespace
+
+std::vector<Stop> panelStops() {
+    return {std::begin(kPanel), std::end(kPanel)};
+}
+
+std::vector<Stop> statusStops() {
+    return {std::begin(kStatus), std::end(kStatus)};
+}
+
+std::vector<Stop> noticeStops() {
+    return {std::begin(kNotices), std::end(kNotices)};
+}
+
+std::vector<Stop> viewStops() {
+    return {std::begin(kViews), std::end(kViews)};
+}
+
+std::vector<Stop> pendantStops() {
+    return {std::begin(kPendant), std::end(kPendant)};
+}
+
+}  // namespace app
