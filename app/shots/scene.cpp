@@ -29,6 +29,7 @@ namespace app {
 namespace {
 
 constexpr int kLayoutMs = 50;
+constexpr int kRestMs = 300;  // a table sizes its rows when its width has rested
 constexpr int kLongestRunMs = 120000;
 constexpr int kTitleHeight = 26;
 
@@ -121,7 +122,7 @@ void Scene::reset(const QSize& size) {
         if (button)
             button->click();
     }
-    clock()->advance(kLayoutMs);
+    clock()->advance(kRestMs);
     picture_ = QPixmap();
 }
 
