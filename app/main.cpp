@@ -104,12 +104,13 @@ int becomeExample(const QString& program, const QString& example) {
 void show(QWidget* window) {
     const QSize room = window->screen()->availableSize();
     window->resize(kSize.boundedTo(room));
+    // Before it is shown: afterwards a window manager has placed it.
+    if (room.width() >= kSize.width() + app::ViewsWindow::kWidth)
+        window->move(window->screen()->availableGeometry().topLeft());
     if (room.width() <= kSize.width() || room.height() <= kSize.height())
         window->showMaximized();
     else
         window->show();
-    if (room.width() >= kSize.width() + app::ViewsWindow::kWidth)
-        window->move(window->screen()->availableGeometry().topLeft());
 }
 
 /// Without a screen and on virtual time, so that every start gives the same pictures.

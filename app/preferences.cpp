@@ -25,18 +25,18 @@ QString languageOf(const QString& locale) {
     return code == QLatin1String("ru") ? code : QStringLiteral("en");
 }
 
-bool isInCheckout(const QString& folder) {
+QString checkoutOf(const QString& folder) {
     QDir place(folder);
     do {
         if (place.exists(QStringLiteral("lumo/resources/lumo.json")))
-            return true;
+            return place.absolutePath();
     } while (place.cdUp());
-    return false;
+    return {};
 }
 
 QString defaultFolder(const QString& current) {
-    return isInCheckout(current) ? current
-                                 : QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
+    return checkoutOf(current).isEmpty() ? QStandardPaths::writableLocation(QStandardPaths::AppDataLocation)
+                                         : current;
 }
 
 QString Preferences::language() {

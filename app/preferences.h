@@ -11,8 +11,8 @@ namespace app {
 /// else English. `locale`: a name such as "zh_CN".
 QString languageOf(const QString& locale);
 
-/// Whether a folder lies in a checkout of this project.
-bool isInCheckout(const QString& folder);
+/// The checkout of this project that a folder lies in; empty when it lies in none.
+QString checkoutOf(const QString& folder);
 
 /// The folder of projects and settings when none was given or remembered: `current` in a checkout,
 /// else the user's data folder, which need not exist yet.

@@ -1,5 +1,7 @@
 #include "app/examples/exampleshelf.h"
 
+#include "app/preferences.h"
+
 #include <QCoreApplication>
 #include <QDir>
 #include <QStandardPaths>
@@ -18,15 +20,13 @@ constexpr struct {
     {"stations", QT_TRANSLATE_NOOP("ExampleShelf", "四个工位")},
 };
 
-/// In a checkout beside the folder of the build, else where documents are installed.
+/// Those of the checkout that the program was built in, else those that are installed with it.
 QString shippedFolder() {
-    const QDir programs(QCoreApplication::applicationDirPath());
-    for (const char* place : {"../../examples", "../share/doc/lumo/examples"}) {
-        const QDir folder(programs.filePath(QLatin1String(place)));
-        if (folder.exists())
-            return folder.canonicalPath();
-    }
-    return {};
+    const QString programs = QCoreApplication::applicationDirPath();
+    const QString checkout = checkoutOf(programs);
+    const QDir folder(checkout.isEmpty() ? programs + QStringLiteral("/../share/doc/lumo/examples")
+                                         : checkout + QStringLiteral("/examples"));
+    return folder.exists() ? folder.canonicalPath() : QString();
 }
 
 }  // namespace
