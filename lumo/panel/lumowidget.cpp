@@ -139,12 +139,13 @@ void LumoWidget::makeStationPage() {
     connect(stations_, &SignalsBindWidget::startRefused, this, &LumoWidget::reapplyToolset);
 }
 
-/// A page that is not shown must not make the panel larger.
+/// A page that is not shown must not make the panel higher. Its width counts: the room beside the pages is
+/// the same whichever is shown.
 void LumoWidget::sizeByShownPage() {
     QStackedWidget* const pages = ui_->stackedWidget;
     for (int i = 0; i < pages->count(); ++i) {
         const auto policy = i == pages->currentIndex() ? QSizePolicy::Preferred : QSizePolicy::Ignored;
-        pages->widget(i)->setSizePolicy(policy, policy);
+        pages->widget(i)->setSizePolicy(QSizePolicy::Preferred, policy);
     }
 }
 

@@ -217,6 +217,21 @@ private slots:
         QCOMPARE(handed.size(), 1);
     }
 
+    /// What stands beside the pages has its place, and no page makes the panel higher than itself.
+    void room_isThatOfTheShownPage() {
+        bench_.makePage();
+        const int width = bench_.page->minimumSizeHint().width();
+        for (const char* button : {"btnPort", "btnParamCfg", "btnMonitor", "btnDeviceControl", "btnBind"}) {
+            bench_.click(button);
+            bench_.time.settle();
+            QVERIFY2(bench_.page->minimumSizeHint().width() == width, button);
+        }
+        const int stations = bench_.page->minimumSizeHint().height();
+        bench_.click("btnDeviceControl");
+        bench_.time.settle();
+        QVERIFY(bench_.page->minimumSizeHint().height() > stations);
+    }
+
     void selector_shortensWhatDoesNotFit_data() {
         QTest::addColumn<QString>("tool");
         QTest::addColumn<bool>("whole");
