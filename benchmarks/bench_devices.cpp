@@ -1,14 +1,16 @@
 // What reading the registers at their period costs while nobody touches anything: the share of one core
 // that the whole page takes, over virtual time and over the wall clock, with each page in front and with
-// the panel hidden. Ends with 1 when a share is over the limit.
+// the panel hidden.
+
+#include "sidebyside.h"
 
 #include "panel/pagebench.h"
 
 #include <QApplication>
 
-#include <algorithm>
-#include <cstdio>
 #include <ctime>
+#include <string>
+#include <vector>
 
 namespace {
 
@@ -16,31 +18,30 @@ constexpr double limitPercent = 1.0;
 
 /// Percent of one core while the page goes on for `ms`: processor time, which other programs do not
 /// lengthen.
-double shareOf(test::PageBench& bench, qint64 ms) {
+double shareOf(test::PageBench& page, qint64 ms) {
     const std::clock_t begin = std::clock();
-    bench.time.advance(ms);
+    page.time.advance(ms);
     const double usedMs = 1000.0 * static_cast<double>(std::clock() - begin) / CLOCKS_PER_SEC;
     return 100.0 * usedMs / static_cast<double>(ms);
 }
 
 /// Median of some stretches of virtual time, in which no tick is lost and none waited for.
-double shareOfVirtualTime(test::PageBench& bench) {
+double shareOfVirtualTime(test::PageBench& page) {
     constexpr int rounds = 7;
     constexpr qint64 roundMs = 10 * 60 * 1000;
-    QVector<double> shares;
+    std::vector<double> shares;
     for (int round = 0; round < rounds; ++round) {
-        shares << shareOf(bench, roundMs);
+        shares.push_back(shareOf(page, roundMs));
     }
-    std::sort(shares.begin(), shares.end());
-    return shares.at(rounds / 2);
+    return bench::median(shares);
 }
 
 /// In step with the wall clock: sleeping and waking up count too.
-double shareOfWallTime(test::PageBench& bench) {
+double shareOfWallTime(test::PageBench& page) {
     constexpr qint64 stretchMs = 5000;
-    bench.time.setPace(1.0);
-    const double share = shareOf(bench, stretchMs);
-    bench.time.setPace(0.0);
+    page.time.setPace(1.0);
+    const double share = shareOf(page, stretchMs);
+    page.time.setPace(0.0);
     return share;
 }
 
@@ -56,12 +57,18 @@ void addRegisters() {
     }
 }
 
-bool report(const char* name, test::PageBench& bench) {
-    const double virtualShare = shareOfVirtualTime(bench);
-    const double wallShare = shareOfWallTime(bench);
-    std::printf("%-22s %.3f %% of one core over virtual time, %.3f %% over wall time\n", name, virtualShare,
-                wallShare);
-    return virtualShare < limitPercent && wallShare < limitPercent;
+void addFigures(const std::string& name, test::PageBench& page, void (*show)(test::PageBench&)) {
+    const auto addFigure = [&](const char* time, double (*share)(test::PageBench&)) {
+        bench::add(("idle page: " + name + ", " + time).c_str(),
+                   [&page, show, share](benchmark::State& state) {
+                       show(page);
+                       for ([[maybe_unused]] auto iteration : state) {
+                           bench::report(state, share(page), "% of a core", limitPercent);
+                       }
+                   });
+    };
+    addFigure("virtual time", shareOfVirtualTime);
+    addFigure("wall clock", shareOfWallTime);
 }
 
 }  // namespace
@@ -69,23 +76,12 @@ bool report(const char* name, test::PageBench& bench) {
 int main(int argc, char** argv) {
     sim::VirtualTime::install();
     QApplication app(argc, argv);
-    test::PageBench bench;
+    test::PageBench page;
     addRegisters();
-
-    struct Page {
-        const char* name;
-        const char* button;
-    };
-    constexpr Page pages[] = {{"editor in front", "btnProject"},
-                              {"monitor in front", "btnMonitor"},
-                              {"device panel in front", "btnDeviceControl"}};
-    bool within = true;
-    for (const Page& page : pages) {
-        bench.click(page.button);
-        within &= report(page.name, bench);
-    }
-    bench.page->hide();
-    within &= report("panel hidden", bench);
-    std::printf("limit %.1f %%: %s\n", limitPercent, within ? "kept" : "NOT kept");
-    return within ? 0 : 1;
+    addFigures("editor in front", page, [](test::PageBench& shown) { shown.click("btnProject"); });
+    addFigures("monitor in front", page, [](test::PageBench& shown) { shown.click("btnMonitor"); });
+    addFigures("device panel in front", page,
+               [](test::PageBench& shown) { shown.click("btnDeviceControl"); });
+    addFigures("panel hidden", page, [](test::PageBench& shown) { shown.page->hide(); });
+    return bench::runFigures(argc, argv);
 }

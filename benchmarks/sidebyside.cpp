@@ -1,0 +1,109 @@
+#include "sidebyside.h"
+
+#include <algorithm>
+#include <cmath>
+#include <ctime>
+#include <utility>
+#include <vector>
+
+namespace bench {
+
+namespace {
+
+/// Seconds on the clock.
+double now(Clock clock) {
+    timespec time{};
+    clock_gettime(clock == Clock::Processor ? CLOCK_PROCESS_CPUTIME_ID : CLOCK_MONOTONIC, &time);
+    return static_cast<double>(time.tv_sec) + 1e-9 * static_cast<double>(time.tv_nsec);
+}
+
+double block(const Side& side, int count, Clock clock) {
+    if (side.prepare) {
+        side.prepare();
+    }
+    const double begin = now(clock);
+    side.run(count);
+    return now(clock) - begin;
+}
+
+/// How many operations make a block of the planned length; warms the side up besides.
+int countFor(const Side& side, const Plan& plan) {
+    int count = 1;
+    while (count < side.mostCount && block(side, count, plan.clock) < 1e-3 * plan.blockMs) {
+        count = count > side.mostCount / 2 ? side.mostCount : count * 2;
+    }
+    return count;
+}
+
+}  // namespace
+
+Side once(std::function<void()> operation, std::function<void()> prepare) {
+    return {[operation = std::move(operation)](int) { operation(); }, std::move(prepare), 1};
+}
+
+double quantile(std::vector<double> values, double share) {
+    const auto place = std::lround(share * static_cast<double>(values.size() - 1));
+    std::nth_element(values.begin(), values.begin() + place, values.end());
+    return values[static_cast<std::size_t>(place)];
+}
+
+double median(std::vector<double> values) {
+    return quantile(std::move(values), 0.5);
+}
+
+void sideBySide(benchmark::State& state, const Side& work, const Side& reference, const Plan& plan) {
+    for ([[maybe_unused]] auto iteration : state) {
+        const int workCount = countFor(work, plan);
+        const int referenceCount = countFor(reference, plan);
+        std::vector<double> workTimes, referenceTimes, ratios;
+        for (int round = 0; round < plan.rounds; ++round) {
+            double workTime = 0.0;
+            double referenceTime = 0.0;
+            const auto measureWork = [&] { workTime = block(work, workCount, plan.clock) / workCount; };
+            // The order alternates, so that what one side leaves behind in the caches hits both.
+            if (round % 2 == 0) {
+                measureWork();
+            }
+            referenceTime = block(reference, referenceCount, plan.clock) / referenceCount;
+            if (round % 2 != 0) {
+                measureWork();
+            }
+            workTimes.push_back(workTime);
+            referenceTimes.push_back(referenceTime);
+            ratios.push_back(workTime / referenceTime);
+        }
+        state.SetIterationTime(median(workTimes));
+        state.counters["ratio"] = median(ratios);
+        state.counters["lower"] = quantile(ratios, 0.25);
+        state.counters["upper"] = quantile(ratios, 0.75);
+        state.counters["ns"] = 1e9 * median(workTimes);
+        state.counters["reference_ns"] = 1e9 * median(referenceTimes);
+        state.counters["target"] = plan.target;
+    }
+}
+
+void report(benchmark::State& state, double value, const char* unit, double target, Bound bound) {
+    state.counters["value"] = value;
+    state.SetLabel(unit);
+    if (bound != Bound::None) {
+        state.counters["target"] = target;
+        state.counters["at_least"] = bound == Bound::AtLeast ? 1 : 0;
+    }
+    state.SetIterationTime(1e-9);  // the value says it all
+}
+
+void add(const char* name, std::function<void(benchmark::State&)> measure) {
+    benchmark::RegisterBenchmark(name, std::move(measure))->UseManualTime()->Iterations(1);
+}
+
+int runFigures(int argc, char** argv) {
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
+        return 1;
+    }
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
+}
+
+}  // namespace bench
