@@ -1,4 +1,4 @@
-// What the data tree costs beside Qt's own means: a signal without a tree, and the item model.
+// What the data tree costs beside Qt's own means: a signal with nothing around it, and the item model.
 
 #include "sidebyside.h"
 
@@ -7,72 +7,113 @@
 #include <QCoreApplication>
 #include <QStandardItemModel>
 
+#include <memory>
+#include <vector>
+
 namespace {
 
+using mendo::ModuleManager;
 using mendo::ModuleObject;
 
-/// A bare signal with the arguments of a node's, and nothing around it.
+/// A signal with the arguments of a node's, and nothing around it.
 class Emitter : public QObject {
     Q_OBJECT
 signals:
     void changed(const QVariant& newValue, const QVariant& oldValue, QObject* sender);
 };
 
-/// What every side calls for each notification.
+/// What is called for each notification, on every side.
 class Listener : public QObject {
     Q_OBJECT
 public:
-    void hear(const QVariant& newValue) { sum_ += newValue.toInt(); }
-    void hearIndex(const QModelIndex& index) { sum_ += index.row(); }
+    void hear() { ++heard_; }
 
 private:
-    qint64 sum_ = 0;
+    qint64 heard_ = 0;
 };
 
-/// A tree like the package's: a few top-level keys, some of them with children.
-class Tree {
+/// A set of places with a listener each: nodes of the tree, and for each a bare emitter and an item.
+class Places {
 public:
-    Tree() {
-        for (const char* key : {"default", "port", "param", "cur_param", "program", "current", "toolset",
-                                "count", "processTime", "dialog", "execute", "keypad"}) {
-            root_->append(nullptr, QLatin1String(key));
+    explicit Places(const QStringList& names) {
+        for (const QString& name : names) {
+            paths.push_back(name);
+            nodes.push_back(m(name));
+            unheard.push_back(std::make_unique<ModuleObject>());
+            emitters.push_back(std::make_unique<Emitter>());
+            QObject::connect(nodes.back(), &ModuleObject::changed, &listener, &Listener::hear);
+            QObject::connect(emitters.back().get(), &Emitter::changed, &listener, &Listener::hear);
+            model.appendRow(new QStandardItem);
         }
-        for (const char* path : {"execute.line", "execute.dt", "execute.trigger.start", "execute.state"}) {
-            root_->set(nullptr, QLatin1String(path), 0);
+        QObject::connect(&model, &QAbstractItemModel::dataChanged, &listener, &Listener::hear);
+        for (int row = 0; row < model.rowCount(); ++row) {
+            items.push_back(model.index(row, 0));
         }
     }
-    ModuleObject* root() const { return root_; }
+
+    /// Each place in turn.
+    std::size_t next() {
+        place_ = place_ + 1 < paths.size() ? place_ + 1 : 0;
+        return place_;
+    }
+
+    Listener listener;
+    std::vector<QString> paths;
+    std::vector<ModuleObject*> nodes;
+    std::vector<std::unique_ptr<ModuleObject>> unheard;
+    std::vector<std::unique_ptr<Emitter>> emitters;
+    QStandardItemModel model;
+    std::vector<QModelIndex> items;
 
 private:
-    ModuleObject* root_ = m()->regist(nullptr, QStringLiteral("bench"));
+    std::size_t place_ = 0;
 };
 
-struct Scene {
-    Tree tree;
-    Emitter emitter;
-    Listener listener;
-    ModuleObject* heard = tree.root()->r(QStringLiteral("execute.line"));
-    ModuleObject* unheard = tree.root()->r(QStringLiteral("execute.state"));
-    const QString heardPath = heard->path();
-    const QString unheardPath = unheard->path();
-    /// Nobody has asked for this node, so it has no object.
-    const QString plainPath = QStringLiteral("bench.execute.dt");
+/// Writes a new value to each place in turn.
+template <typename Write>
+bench::Side inTurn(Places& places, Write write) {
+    return bench::each([&places, write, value = 0]() mutable { write(places.next(), ++value); });
+}
 
-    Scene() {
-        QObject::connect(&emitter, &Emitter::changed, &listener, &Listener::hear);
-        QObject::connect(heard, &ModuleObject::changed, &listener, &Listener::hear);
-    }
+bench::Side bareSignal(Places& places) {
+    return inTurn(places, [&places](std::size_t place, int number) {
+        const QVariant value(number);
+        emit places.emitters[place]->changed(value, value, &places.listener);
+    });
+}
 
-    /// A value made, kept and announced: what any observable value does at least.
-    bench::Side bareSignal() {
-        return bench::each([this, count = 0]() mutable {
-            const QVariant value(++count);
-            emit emitter.changed(value, value, &listener);
-        });
-    }
-};
+bench::Side writeByPath(Places& places) {
+    return inTurn(places, [&places](std::size_t place, int number) {
+        m(places.paths[place])->setValue(&places.listener, number);
+    });
+}
 
-void compare(const char* name, bench::Side work, const bench::Side& reference, double target) {
+bench::Side setAtPath(Places& places) {
+    ModuleObject* const root = m()->root();
+    return inTurn(places, [&places, root](std::size_t place, int number) {
+        root->set(&places.listener, places.paths[place], number);
+    });
+}
+
+bench::Side writeHeld(Places& places) {
+    return inTurn(places, [&places](std::size_t place, int number) {
+        places.nodes[place]->setValue(&places.listener, number);
+    });
+}
+
+bench::Side writeUnheard(Places& places) {
+    return inTurn(places, [&places](std::size_t place, int number) {
+        places.unheard[place]->setValue(&places.listener, number);
+    });
+}
+
+bench::Side writeItem(Places& places) {
+    return inTurn(places, [&places](std::size_t place, int number) {
+        places.model.setData(places.items[place], number);
+    });
+}
+
+void compare(const char* name, const bench::Side& work, const bench::Side& reference, double target) {
     bench::Plan plan;
     plan.target = target;
     bench::add(name, [work, reference, plan](benchmark::State& state) {
@@ -80,37 +121,41 @@ void compare(const char* name, bench::Side work, const bench::Side& reference, d
     });
 }
 
-void addWrites(Scene& scene) {
-    ModuleObject* const root = m()->root();
-    const bench::Side bare = scene.bareSignal();
-    compare("tree: write by dotted path, one listener / bare signal",
-            bench::each(
-                [&scene, count = 0]() mutable { m(scene.heardPath)->setValue(&scene.listener, ++count); }),
-            bare, 2.4);
-    compare("tree: set at dotted path, one listener / bare signal",
-            bench::each([&scene, root, count = 0]() mutable {
-                root->set(&scene.listener, scene.heardPath, ++count);
-            }),
-            bare, 2.4);
-    compare("tree: write through a held node, one listener / bare signal",
-            bench::each([&scene, count = 0]() mutable { scene.heard->setValue(&scene.listener, ++count); }),
-            bare, 1.1);
-    compare("tree: write through a held node, nobody listening / bare signal",
-            bench::each([&scene, count = 0]() mutable { scene.unheard->setValue(&scene.listener, ++count); }),
-            bare, 0.4);
-    compare("tree: write by dotted path, nobody listening / bare signal",
-            bench::each([&scene, root, count = 0]() mutable {
-                root->set(&scene.listener, scene.plainPath, ++count);
-            }),
-            bare, 0.4);
+/// The package's tree as it is at the start, and as many parameter sets as nobody has.
+QStringList fillTree() {
+    constexpr int sets = 1000;
+    ModuleObject* const lumo = m()->regist(nullptr, QStringLiteral("lumo"));
+    lumo->loadJson(nullptr, ModuleManager::readFromJson(QStringLiteral(DEFAULTS)));
+    m()->root()->set(nullptr, QStringLiteral("kord.r.power"), 0);
+    QStringList many;
+    for (int number = 0; number < sets; ++number) {
+        for (const char* row : {"power", "frequency"}) {
+            many << QStringLiteral("lumo.param.#%1.%2").arg(number).arg(QLatin1String(row));
+            m()->root()->set(nullptr, many.back(), 0);
+        }
+    }
+    return many;
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
     QCoreApplication app(argc, argv);
-    Scene scene;
-    addWrites(scene);
+    Places many(fillTree());
+    // Those that a run writes.
+    Places usual({"lumo.execute.line", "lumo.current.line", "lumo.current.programtype", "lumo.execute.state",
+                  "lumo.execute.trigger.start", "lumo.cur_param", "lumo.current.openmiddlecolse",
+                  "kord.r.power"});
+    const bench::Side bare = bareSignal(usual);
+    compare("tree: write by dotted path, one listener / bare signal", writeByPath(usual), bare, 2.4);
+    compare("tree: set at a dotted path, one listener / bare signal", setAtPath(usual), bare, 2.4);
+    compare("tree: write by dotted path, one of 2000 places / bare signal of one of 2000", writeByPath(many),
+            bareSignal(many), 2.4);
+    compare("tree: write through a held node, one listener / bare signal", writeHeld(usual), bare, 1.1);
+    compare("tree: write through a held node, nobody listening / bare signal", writeUnheard(usual), bare,
+            0.4);
+    compare("tree: write by dotted path / item model's setData, one listener each", writeByPath(usual),
+            writeItem(usual), 1.0);
     return bench::runFigures(argc, argv);
 }
 

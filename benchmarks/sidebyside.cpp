@@ -17,6 +17,7 @@ double now(Clock clock) {
     return static_cast<double>(time.tv_sec) + 1e-9 * static_cast<double>(time.tv_nsec);
 }
 
+/// Seconds that `count` operations take.
 double block(const Side& side, int count, Clock clock) {
     if (side.prepare) {
         side.prepare();
@@ -24,6 +25,11 @@ double block(const Side& side, int count, Clock clock) {
     const double begin = now(clock);
     side.run(count);
     return now(clock) - begin;
+}
+
+/// Seconds for one unit of the side's work.
+double unitTime(const Side& side, int count, Clock clock) {
+    return block(side, count, clock) / (count * side.units);
 }
 
 /// How many operations make a block of the planned length; warms the side up besides.
@@ -38,7 +44,11 @@ int countFor(const Side& side, const Plan& plan) {
 }  // namespace
 
 Side once(std::function<void()> operation, std::function<void()> prepare) {
-    return {[operation = std::move(operation)](int) { operation(); }, std::move(prepare), 1};
+    Side side;
+    side.run = [operation = std::move(operation)](int) { operation(); };
+    side.prepare = std::move(prepare);
+    side.mostCount = 1;
+    return side;
 }
 
 double quantile(std::vector<double> values, double share) {
@@ -59,12 +69,12 @@ void sideBySide(benchmark::State& state, const Side& work, const Side& reference
         for (int round = 0; round < plan.rounds; ++round) {
             double workTime = 0.0;
             double referenceTime = 0.0;
-            const auto measureWork = [&] { workTime = block(work, workCount, plan.clock) / workCount; };
+            const auto measureWork = [&] { workTime = unitTime(work, workCount, plan.clock); };
             // The order alternates, so that what one side leaves behind in the caches hits both.
             if (round % 2 == 0) {
                 measureWork();
             }
-            referenceTime = block(reference, referenceCount, plan.clock) / referenceCount;
+            referenceTime = unitTime(reference, referenceCount, plan.clock);
             if (round % 2 != 0) {
                 measureWork();
             }

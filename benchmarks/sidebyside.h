@@ -21,17 +21,20 @@ struct Side {
     std::function<void()> prepare;
     /// How many operations one preparation lasts for.
     int mostCount = INT_MAX;
+    /// An operation handles so many things; times are for one of them.
+    double units = 1.0;
 };
 
 /// The operation repeated. For short operations: the call is resolved where the loop is compiled.
 template <typename Operation>
 Side each(Operation operation) {
-    return {[operation](int count) mutable {
-                for (int i = 0; i < count; ++i) {
-                    operation();
-                }
-            },
-            {}};
+    Side side;
+    side.run = [operation](int count) mutable {
+        for (int i = 0; i < count; ++i) {
+            operation();
+        }
+    };
+    return side;
 }
 
 /// An operation that needs its preparation each time.
@@ -52,7 +55,7 @@ struct Plan {
 };
 
 /// Measures `work` against `reference` and reports the median of the rounds' ratios (`ratio`, with its
-/// quartiles `lower` and `upper`) and the medians in nanoseconds for one operation (`ns`, `reference_ns`).
+/// quartiles `lower` and `upper`) and the medians in nanoseconds (`ns`, `reference_ns`).
 void sideBySide(benchmark::State& state, const Side& work, const Side& reference, const Plan& plan);
 
 enum class Bound { AtMost, AtLeast, None };
