@@ -18,6 +18,15 @@ constexpr QLatin1String generatedPrefix("id");
 const void* textOf(const QString& name) {
     return const_cast<QString&>(name).data_ptr();
 }
+
+/// Most names differ in length or in the first letter, which spares a call.
+bool isNamed(const Slot& slot, QStringView name) {
+    const QString& own = slot.name;
+    if (own.size() != name.size() || own.isNull()) {
+        return false;
+    }
+    return own.isEmpty() || (own.front() == name.front() && QStringView(own) == name);
+}
 }  // namespace
 
 Branch::Names& Branch::names() {
@@ -48,7 +57,7 @@ int Branch::search(int from, Matches matches) {
 int Branch::find(QStringView name) {
     if (size() <= scannedSize) {
         for (int i = 0; i < size(); ++i) {
-            if (QStringView(entries[i].name) == name && !entries[i].name.isNull()) {
+            if (isNamed(entries[i], name)) {
                 return i;
             }
         }
@@ -171,10 +180,7 @@ QString sharedKey(const QString& name) {
     return name;
 }
 
-int positionOfElement(QStringView element) {
-    if (element.size() < 2 || element.front() != QLatin1Char('#')) {
-        return -1;
-    }
+int numberOfElement(QStringView element) {
     qint64 number = 0;
     for (const QChar character : element.mid(1)) {
         if (character < QLatin1Char('0') || character > QLatin1Char('9')) {
@@ -186,14 +192,6 @@ int positionOfElement(QStringView element) {
         }
     }
     return static_cast<int>(number);
-}
-
-QStringView takeElement(QStringView& path, bool& more) {
-    const auto dot = path.indexOf(QLatin1Char('.'));
-    more = dot >= 0;
-    const QStringView element = more ? path.left(dot) : path;
-    path = more ? path.mid(dot + 1) : QStringView();
-    return element;
 }
 
 }  // namespace mendo

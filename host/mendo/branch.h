@@ -62,10 +62,24 @@ private:
 /// The shared copy of a map key, so that equal keys of a million records are one string.
 QString sharedKey(const QString& name);
 
+/// The number behind the first character; -1 when there is anything but digits.
+int numberOfElement(QStringView element);
+
 /// N of the path element "#N"; -1 for anything else.
-int positionOfElement(QStringView element);
+inline int positionOfElement(QStringView element) {
+    return element.size() < 2 || element.front() != QLatin1Char('#') ? -1 : numberOfElement(element);
+}
 
 /// Cuts the first element off a dotted path; `more` tells whether another one follows.
-QStringView takeElement(QStringView& path, bool& more);
+inline QStringView takeElement(QStringView& path, bool& more) {
+    qsizetype end = 0;  // elements are short: looking by hand takes less than a call
+    while (end < path.size() && path[end] != QLatin1Char('.')) {
+        ++end;
+    }
+    more = end < path.size();
+    const QStringView element = path.left(end);
+    path = more ? path.mid(end + 1) : QStringView();
+    return element;
+}
 
 }  // namespace mendo

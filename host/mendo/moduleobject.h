@@ -91,7 +91,7 @@ public:
     // --- Writing ------------------------------------------------------------------------------
 
     /// Replaces the own value and emits `changed`; children stay.
-    virtual void setValue(QObject* sender, const QVariant& value);
+    virtual void setValue(QObject* sender, QVariant value);
     /// Sets the value at a relative path. With `create`, missing elements are made: maps on the way,
     /// lists where the next element is "#N"; of a list only the next position can be created. Emits
     /// `added` on the parent of what it made, then `changed` on the node. Returns this node.
@@ -140,6 +140,9 @@ signals:
     /// The child can still be asked for its position.
     void removed(const QString& name, QObject* sender);
 
+protected:
+    void connectNotify(const QMetaMethod& signal) override;
+
 private:
     friend struct Branch;
     friend class Graveyard;
@@ -170,6 +173,7 @@ private:
     std::unique_ptr<Branch> branch_;
     ModuleObject* parent_ = nullptr;
     mutable int hint_ = -1;  // position when last seen, or the place among the removed nodes
+    bool heard_ = false;     // somebody has connected to `changed`
     bool removed_ = false;
     bool dying_ = false;
 };

@@ -41,6 +41,21 @@ Slot slotFor(QStringView element) {
     return isListElement(element) ? Slot() : Slot(sharedKey(element.toString()));
 }
 
+/// Puts a copy of `value` into an empty variant. An integer is read in the width in which it was just
+/// written: QVariant reads twice that, which has to wait until the write has reached the cache, as long as
+/// a tenth of a whole notification.
+void copyInto(QVariant& empty, const QVariant& value) {
+    const QVariant::DataPtr& source = const_cast<QVariant&>(value).data_ptr();
+    if (source.type == QMetaType::Int) {
+        QVariant::DataPtr& target = empty.data_ptr();
+        target.data.i = source.data.i;
+        target.type = QMetaType::Int;
+        target.is_null = source.is_null;
+    } else {
+        empty = value;
+    }
+}
+
 void warnTooDeep(const QString& what) {
     qWarning().noquote() << what << "refused: the tree would be deeper than" << deepest << "levels";
 }
@@ -70,10 +85,20 @@ void ModuleObject::announceRemoved(int position, QObject* sender) {
     }
 }
 
-void ModuleObject::setValue(QObject* sender, const QVariant& value) {
-    const QVariant newValue = value;
-    const QVariant oldValue = std::exchange(value_, newValue);
-    emit changed(newValue, oldValue, sender);
+void ModuleObject::setValue(QObject* sender, QVariant value) {
+    if (!heard_) {
+        value_ = std::move(value);
+        return;
+    }
+    QVariant oldValue;
+    oldValue.swap(value_);
+    copyInto(value_, value);
+    emit changed(value, oldValue, sender);
+}
+
+void ModuleObject::connectNotify(const QMetaMethod& signal) {
+    static const QMetaMethod changedSignal = QMetaMethod::fromSignal(&ModuleObject::changed);
+    heard_ = heard_ || signal == changedSignal;
 }
 
 void ModuleObject::trigger() {

@@ -5,7 +5,7 @@
 
 namespace mendo {
 
-void NullNode::setValue(QObject*, const QVariant&) {}
+void NullNode::setValue(QObject*, QVariant) {}
 
 bool NullNode::insert(QObject*, ModuleObject*, bool, int) {
     return false;

@@ -11,7 +11,7 @@ public:
     NullNode() = default;
 
     bool isNull() const override { return true; }
-    void setValue(QObject* sender, const QVariant& value) override;
+    void setValue(QObject* sender, QVariant value) override;
     bool insert(QObject* sender, ModuleObject* node, bool notify, int index) override;
     bool remove(QObject* sender, const QString& name, bool notify) override;
     void loadJson(QObject* sender, const QJsonValue& value, bool notify, bool merge, bool keepValue) override;
