@@ -5,6 +5,7 @@
 #include "mendo/graveyard.h"
 #include "mendo/noderef.h"
 #include "mendo/nullnode.h"
+#include "mendo/pathmemory.h"
 
 #include <QPointer>
 #include <QStringList>
@@ -68,6 +69,7 @@ ModuleObject::~ModuleObject() {
 
     // The children are detached first, so that none can be reached through a half-destroyed parent.
     const std::unique_ptr<Branch> branch = std::move(branch_);
+    PathMemory::forget();
     std::vector<QPointer<ModuleObject>> children;
     for (int i = 0; branch && i < branch->size(); ++i) {
         if (ModuleObject* child = branch->entries[i].object()) {
@@ -131,14 +133,21 @@ ModuleObject* ModuleObject::c(int index) const {
 
 ModuleObject* ModuleObject::r(const QString& path) const {
     auto* node = const_cast<ModuleObject*>(this);
+    if (path.isEmpty()) {
+        return node;
+    }
+    if (ModuleObject* known = PathMemory::recall(this, path)) {
+        return known;
+    }
     QStringView rest(path);
-    for (bool more = !rest.isEmpty(); more;) {
+    for (bool more = true; more;) {
         const int position = node->find(takeElement(rest, more));
         if (position < 0) {
             return null();
         }
         node = node->childAt(position);
     }
+    PathMemory::remember(this, path, node);
     return node;
 }
 

@@ -4,6 +4,7 @@
 #include "mendo/graveyard.h"
 #include "mendo/moduleobject.h"
 #include "mendo/noderef.h"
+#include "mendo/pathmemory.h"
 
 #include <QDebug>
 #include <QMetaMethod>
@@ -112,6 +113,10 @@ ModuleObject* ModuleObject::set(QObject* sender, const QString& path, const QVar
     if (isNull()) {
         return this;
     }
+    if (ModuleObject* known = path.isEmpty() ? this : PathMemory::recall(this, path)) {
+        known->setValue(sender, value);
+        return this;
+    }
     NodeRef node(this);
     QStringView rest(path);
     for (bool more = !rest.isEmpty(); more;) {
@@ -126,6 +131,7 @@ ModuleObject* ModuleObject::set(QObject* sender, const QString& path, const QVar
         node = node.child(position);
     }
     if (node.object()) {
+        PathMemory::remember(this, path, node.object());
         node.object()->setValue(sender, value);
     } else {
         node.value() = value;  // nobody has asked for this node, so nobody listens

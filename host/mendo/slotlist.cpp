@@ -1,6 +1,7 @@
 #include "mendo/slotlist.h"
 
 #include "mendo/branch.h"
+#include "mendo/pathmemory.h"
 
 #include <cstdlib>
 #include <cstring>
@@ -88,7 +89,9 @@ SlotList::SlotList(SlotList&& other) noexcept
     : data_(std::exchange(other.data_, nullptr)),
       size_(std::exchange(other.size_, 0)),
       capacity_(std::exchange(other.capacity_, 0)),
-      gap_(std::exchange(other.gap_, 0)) {}
+      gap_(std::exchange(other.gap_, 0)) {
+    PathMemory::forget();
+}
 
 SlotList& SlotList::operator=(SlotList&& other) noexcept {
     SlotList old(std::move(*this));
@@ -100,6 +103,7 @@ SlotList& SlotList::operator=(SlotList&& other) noexcept {
 }
 
 SlotList::~SlotList() {
+    PathMemory::forget();
     for (int i = 0; i < size_; ++i) {
         (*this)[i].~Slot();
     }
@@ -133,6 +137,7 @@ void SlotList::insert(int position, Slot&& slot) {
     if (size_ == capacity_) {
         reserve(capacity_ < smallestCapacity ? smallestCapacity : capacity_ + capacity_ / 2);
     }
+    PathMemory::forget();
     moveGap(position);
     new (data_ + position) Slot(std::move(slot));
     ++gap_;
@@ -140,6 +145,7 @@ void SlotList::insert(int position, Slot&& slot) {
 }
 
 Slot SlotList::take(int position) {
+    PathMemory::forget();
     Slot& place = (*this)[position];
     Slot taken(std::move(place));
     place.~Slot();

@@ -5,7 +5,9 @@
 
 #include <QRegularExpression>
 #include <QTest>
+
 #include <QTimer>
+#include <functional>
 
 #include <cmath>
 #include <limits>
@@ -14,11 +16,15 @@
 
 using mendo::ModuleObject;
 
+Q_DECLARE_METATYPE(std::function<void(ModuleObject*)>)
+
 class TestModuleObject : public QObject {
     Q_OBJECT
 private slots:
     void lookup_findsByNameAndPosition_data();
     void lookup_findsByNameAndPosition();
+    void lookup_followsEveryChange_data();
+    void lookup_followsEveryChange();
     void lookup_recursiveTakesTheFirstDepthFirst();
     void nullNode_ignoresWritesAndReportsConnections();
     void siblings_knowTheirPlaceAfterEveryChange();
@@ -61,6 +67,60 @@ void TestModuleObject::lookup_findsByNameAndPosition() {
     QCOMPARE(m(path, &node), node.r(path));
     QVERIFY(node.r(QString()) == &node);
     QCOMPARE(node.c(QStringLiteral("dotted.name"))->getInt(), 3);
+}
+
+void TestModuleObject::lookup_followsEveryChange_data() {
+    QTest::addColumn<std::function<void(ModuleObject*)>>("change");
+    using Change = std::function<void(ModuleObject*)>;
+    const QString a = QStringLiteral("a");
+    const auto row = [](const char* name, const Change& change) { QTest::newRow(name) << change; };
+    row("nothing", [](ModuleObject*) {});
+    row("write", [](ModuleObject* root) { root->set(nullptr, QStringLiteral("a.b.c"), 5); });
+    row("remove", [a](ModuleObject* root) { root->remove(nullptr, a); });
+    row("remove and make again", [a](ModuleObject* root) {
+        root->remove(nullptr, a);
+        root->set(nullptr, QStringLiteral("a.b.c"), 6);
+    });
+    row("remove, make again, purge", [a](ModuleObject* root) {
+        root->remove(nullptr, a);
+        mendo::ModuleManager::purgeRemoved();
+        root->set(nullptr, QStringLiteral("a.b.c"), 7);
+    });
+    row("delete", [](ModuleObject* root) { delete root->r(QStringLiteral("a.b")); });
+    row("clear", [a](ModuleObject* root) { root->c(a)->clear(nullptr); });
+    row("load others", [a](ModuleObject* root) { root->loadJson(nullptr, json("{'x': {'b': {'c': 8}}}")); });
+    row("load a value", [a](ModuleObject* root) { root->c(a)->loadJson(nullptr, 9); });
+    row("replace", [a](ModuleObject* root) {
+        auto* other = new ModuleObject(a);
+        other->set(nullptr, QStringLiteral("b.c"), 10);
+        root->insert(nullptr, other);
+    });
+    row("move away", [](ModuleObject* root) {
+        root->r(QStringLiteral("other"))->insert(nullptr, root->r(QStringLiteral("a.b")));
+    });
+    row("reorder", [](ModuleObject* root) { root->reorder(nullptr, 0, 1); });
+}
+
+/// Also what was looked up before: the way by names, one by one, says what is right.
+void TestModuleObject::lookup_followsEveryChange() {
+    QFETCH(std::function<void(ModuleObject*)>, change);
+    ModuleObject root;
+    root.loadJson(nullptr, json("{'a': {'b': {'c': 1}}, 'other': {'b': {'c': 2}}}"));
+    const QStringList paths = {QStringLiteral("a"), QStringLiteral("a.b"), QStringLiteral("a.b.c"),
+                               QStringLiteral("other.b.c")};
+    for (const QString& path : paths) {
+        QVERIFY(!root.r(path)->isNull());
+    }
+    change(&root);
+    for (const QString& path : paths) {
+        ModuleObject* node = &root;
+        for (const QString& name : path.split(QLatin1Char('.'))) {
+            node = node->c(name);
+        }
+        QCOMPARE(root.r(path), node);
+        root.set(nullptr, path, QStringLiteral("written"), false);
+        QCOMPARE(node->value().isValid(), !node->isNull());
+    }
 }
 
 void TestModuleObject::lookup_recursiveTakesTheFirstDepthFirst() {
