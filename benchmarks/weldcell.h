@@ -1,0 +1,64 @@
+#pragma once
+
+#include "module/host.h"
+
+#include <QJsonArray>
+#include <QObject>
+#include <QStackedWidget>
+#include <QStringList>
+#include <QTemporaryDir>
+#include <QTimer>
+
+#include <functional>
+#include <memory>
+
+class LumoExecutor;
+
+namespace bench {
+
+/// A program as operators write them: every twentieth line opens a weld, every twentieth closes it, the
+/// others move.
+QJsonArray weldProgram(int lines);
+/// Moves only, short enough apart that one batch takes them all.
+QJsonArray moveProgram(int lines);
+
+/// A stand-in controller that answers each motion at the next turn of the event loop.
+class PromptRobot : public QObject {
+public:
+    PromptRobot();
+    /// Hears every register write: name of the register, bias, value.
+    std::function<void(const QString& name, int bias, int value)> written;
+
+private:
+    void onIssued(const KordCall& call);
+    void answer();
+
+    QStringList queue_;
+    int first_ = 0;
+    QTimer next_;
+};
+
+/// The package with its real tree and executor on whatever event dispatcher the process has; power on,
+/// automatic, all ports assigned, one parameter set, a robot that answers at once.
+class WeldCell : public QObject {
+public:
+    WeldCell();
+    ~WeldCell() override;
+
+    void load(const QJsonArray& program);
+    /// A field of the parameter set, in ms or percent.
+    void setParam(const char* field, double value);
+    /// Runs the program from its first line; back when the run is over.
+    void run();
+
+    [[nodiscard]] QStackedWidget* center() const { return center_.get(); }
+    PromptRobot robot;
+
+private:
+    void assignPorts();
+
+    QTemporaryDir folder_;
+    std::unique_ptr<QStackedWidget> center_;
+};
+
+}  // namespace bench
