@@ -4,6 +4,8 @@
 
 #include <QFile>
 
+#include <fcntl.h>
+
 #include <cstdio>
 
 namespace mendo {
@@ -14,6 +16,15 @@ namespace {
 QString levelOf(const QString& tag) {
     const int begin = tag.indexOf(QLatin1Char('[')) + 1;
     return tag.mid(begin, tag.indexOf(QLatin1Char('|'), begin) - begin);
+}
+
+/// Where there is no folder for logs this fails with every line: QFile's own way to say so costs as much as
+/// the line.
+bool openToAppend(QFile* sink, const QString& file) {
+    constexpr int forAll = 0666;
+    const int handle =
+        ::open(QFile::encodeName(file).constData(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, forAll);
+    return handle >= 0 && sink->open(handle, QIODevice::WriteOnly, QFileDevice::AutoCloseHandle);
 }
 
 }  // namespace
@@ -55,19 +66,21 @@ void QLog::finish(const QString& file) {
         return;
     }
     finished_ = true;
-    const QString line = taggedText();
-    if (LogHub::instance()->console()) {
-        const QString reset = colour_.isEmpty() ? QString() : QStringLiteral("\033[0m");
-        const QByteArray bytes = (colour_ + line + reset + QLatin1Char('\n')).toUtf8();
-        std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), stderr);
-    }
-    if (!file.isEmpty()) {
-        QFile sink(file);
-        if (sink.open(QIODevice::WriteOnly | QIODevice::Append)) {
+    LogHub* const hub = LogHub::instance();
+    QFile sink;
+    const bool filed = !file.isEmpty() && openToAppend(&sink, file);
+    if (hub->console() || filed) {  // else nobody reads the time, which takes longer than the rest
+        const QString line = taggedText();
+        if (hub->console()) {
+            const QString reset = colour_.isEmpty() ? QString() : QStringLiteral("\033[0m");
+            const QByteArray bytes = (colour_ + line + reset + QLatin1Char('\n')).toUtf8();
+            std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), stderr);
+        }
+        if (filed) {
             sink.write((line + QLatin1Char('\n')).toUtf8());
         }
     }
-    emit LogHub::instance()->line(levelOf(tag_), text());
+    emit hub->line(levelOf(tag_), text());
 }
 
 QFLog::QFLog(const QString& colour, const QString& tag, const QString& suffix, const QString& file,

@@ -4,35 +4,34 @@ namespace lumo {
 
 namespace {
 
-mendo::QFLog fileLog(const char* colour, const QString& tag) {
-    return mendo::QFLog(QString::fromLatin1(colour), tag, QString(),
-                        QStringLiteral("./log/%1").arg(QLatin1String("lumo")), QStringLiteral("log"));
+mendo::QFLog fileLog(const QString& colour, const QString& tag) {
+    return mendo::QFLog(colour, tag, QString(), QStringLiteral("./log/lumo"), QStringLiteral("log"));
 }
 
-mendo::QLog consoleLog(const char* colour, const QString& tag) {
-    return mendo::QLog(QString::fromLatin1(colour), tag, QString());
+mendo::QLog consoleLog(const QString& colour, const QString& tag) {
+    return mendo::QLog(colour, tag, QString());
 }
 
 }  // namespace
 
 mendo::QFLog logS() {
-    return fileLog("\033[35m", QStringLiteral("[S|%1]"));
+    return fileLog(QStringLiteral("\033[35m"), QStringLiteral("[S|%1]"));
 }
 
 mendo::QFLog logE() {
-    return fileLog("\033[31m", QStringLiteral("[E|%1]"));
+    return fileLog(QStringLiteral("\033[31m"), QStringLiteral("[E|%1]"));
 }
 
 mendo::QFLog logW() {
-    return fileLog("\033[33m", QStringLiteral("[W|%1]"));
+    return fileLog(QStringLiteral("\033[33m"), QStringLiteral("[W|%1]"));
 }
 
 mendo::QLog logI() {
-    return consoleLog("\033[36m", QStringLiteral("[I|%1]"));
+    return consoleLog(QStringLiteral("\033[36m"), QStringLiteral("[I|%1]"));
 }
 
 mendo::QLog logD() {
-    return consoleLog("\033[32m", QStringLiteral("[d|%1]"));
+    return consoleLog(QStringLiteral("\033[32m"), QStringLiteral("[d|%1]"));
 }
 
 }  // namespace lumo
