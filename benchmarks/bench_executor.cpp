@@ -5,13 +5,24 @@
 #include "weldcell.h"
 
 #include "editor/programwidget.h"
+#include "executor/lumoexecutor.h"
+#include "module/globals.h"
+#include "module/keys.h"
 
 #include <QApplication>
+#include <QElapsedTimer>
 #include <QEventLoop>
 
+#include <cstdio>
 #include <string>
 
 namespace {
+
+using namespace lumo;
+
+constexpr int usualLines = 200;
+/// A motion command that the executor does not hear of.
+const QString bareMove = QStringLiteral("move.bare");
 
 void dropDebug(QtMsgType type, const QMessageLogContext&, const QString& text) {
     if (type != QtDebugMsg && type != QtInfoMsg) {
@@ -19,25 +30,139 @@ void dropDebug(QtMsgType type, const QMessageLogContext&, const QString& text) {
     }
 }
 
+/// An event loop that the robot's answer to a motion ends, with nothing around it.
+class BareWait : public QObject {
+public:
+    /// `logged`: each answer gets a line in the log, as the executor's does.
+    explicit BareWait(bool logged) {
+        if (logged) {
+            connect(kordservice()->commandNode(bareMove), &ModuleObject::changed, &loop_,
+                    [](const QVariant& code) { logW() << "the answer" << code.toInt(); });
+        }
+        connect(kordservice()->commandNode(bareMove), &ModuleObject::changed, &loop_, &QEventLoop::quit);
+    }
+    void untilAnswer() { loop_.exec(); }
+
+private:
+    QEventLoop loop_;
+};
+
+/// Sums up how long the executor's waits last: its activity changes when one begins and when it ends.
+class WaitTimes : public QObject {
+public:
+    WaitTimes() { connect(executor, &LumoExecutor::activityChanged, this, &WaitTimes::note); }
+    [[nodiscard]] double ns() const { return static_cast<double>(ns_); }
+    [[nodiscard]] int count() const { return count_; }
+    /// The executor tells of depth too: those notes are before the first wait and behind the last.
+    void begin() { notes_ = 0; }
+
+private:
+    void note() {
+        const qint64 now = clock_.nsecsElapsed();
+        const int number = notes_++;
+        if (number > 0 && number % 2 == 0) {
+            ns_ += now - begin_;
+            ++count_;
+        }
+        begin_ = now;
+    }
+
+    QElapsedTimer clock_ = [] {
+        QElapsedTimer clock;
+        clock.start();
+        return clock;
+    }();
+    qint64 ns_ = 0;
+    qint64 begin_ = 0;
+    int notes_ = 0;
+    int count_ = 0;
+};
+
+void prepare(bench::WeldCell& cell, int lines) {
+    if (m(key::program)->cmobjCount() != lines) {
+        cell.load(bench::moveProgram(lines));
+        QApplication::processEvents();
+    }
+}
+
 /// One run of a program of moves; a unit is a move.
-bench::Side awaitedMoves(bench::WeldCell& cell, int lines) {
-    bench::Side side = bench::once([&cell] { cell.run(); },
-                                   [&cell, lines] {
-                                       if (m("lumo.program")->cmobjCount() != lines) {
-                                           cell.load(bench::moveProgram(lines));
-                                           QApplication::processEvents();
-                                       }
-                                   });
+bench::Side moveLines(bench::WeldCell& cell, int lines) {
+    bench::Side side = bench::once([&cell] { cell.run(); }, [&cell, lines] { prepare(cell, lines); });
     side.units = lines;
     return side;
 }
 
-/// A loop that a timer ends at its next turn, as the robot's answer ends the wait of a move.
-bench::Side nestedLoops(QEventLoop& loop, QTimer& answer) {
-    return bench::each([&loop, &answer] {
-        answer.start(0);
-        loop.exec();
-    });
+/// What a line of a move has to do by contract and nothing else: tell the tree where the run is, hand the
+/// motion over, keep the record to resume from, wait for the answer.
+void handOver(BareWait& wait, ModuleObject* statement, int line) {
+    ModuleObject args(QStringLiteral("args"));
+    args.append(nullptr, field::point)->copyFrom(nullptr, statement->c(field::point), true, false);
+    args.set(nullptr, QStringLiteral("traj.speed"), statement->c(field::speed)->getDouble() / 1000.0);
+    args.set(nullptr, QStringLiteral("traj.zone"), statement->c(field::zone)->getDouble() / 1000.0);
+    kordservice()->command(nullptr, bareMove, &args);
+    kordservice()->command(nullptr, command::enough, static_cast<const ModuleObject*>(nullptr));
+    m(key::executeLine)->setValue(nullptr, line);
+    m(key::currentLine)->setValue(nullptr, line);
+    m(key::currentType)->setValue(nullptr, QString(statement::moveL));
+    m(key::currentMoveType)->setValue(nullptr, QString(statement::moveL));
+    m(key::currentStartPoint)->copyFrom(nullptr, kordservice()->get(nullptr, key::posture), true, false);
+    m(key::currentProgram)->append(nullptr, statement::moveL)->copyFrom(nullptr, statement, true, false);
+    wait.untilAnswer();
+}
+
+bench::Side handOvers(bench::WeldCell& cell, BareWait& wait, int lines) {
+    bench::Side side = bench::once(
+        [&wait] {
+            int line = 0;
+            for (ModuleObject* const statement : m(key::program)->cmobjs()) {
+                handOver(wait, statement, line++);
+            }
+        },
+        [&cell, lines] {
+            prepare(cell, lines);
+            kordservice()->command(nullptr, command::reset, static_cast<const ModuleObject*>(nullptr));
+        });
+    side.units = lines;
+    return side;
+}
+
+/// As the executor does: all moves of the program, then the word that they are enough.
+void handOverBatch() {
+    const ModuleObject args;
+    for (int i = 0; i < usualLines; ++i) {
+        kordservice()->command(nullptr, bareMove, &args);
+    }
+    kordservice()->command(nullptr, command::enough, static_cast<const ModuleObject*>(nullptr));
+}
+
+/// The wait of a move, measured inside runs, beside the bare wait.
+void compareWaits(benchmark::State& state, bench::WeldCell& cell, bool logged, double target) {
+    constexpr int rounds = 31;
+    BareWait bare(logged);
+    prepare(cell, usualLines);
+    cell.run();
+    std::vector<double> ratios, times, bareTimes;
+    for ([[maybe_unused]] auto iteration : state) {
+        for (int round = 0; round < rounds; ++round) {
+            WaitTimes waits;
+            waits.begin();
+            cell.run();
+            if (waits.count() != usualLines) {
+                state.SkipWithError("a run did not wait once for each move");
+                return;
+            }
+            QElapsedTimer clock;
+            handOverBatch();
+            clock.start();
+            for (int i = 0; i < usualLines; ++i) {
+                bare.untilAnswer();
+            }
+            times.push_back(waits.ns() / usualLines);
+            bareTimes.push_back(static_cast<double>(clock.nsecsElapsed()) / usualLines);
+            ratios.push_back(times.back() / bareTimes.back());
+        }
+        bench::reportRatios(state, ratios, times, bareTimes, target);
+    }
 }
 
 void addLength(bench::WeldCell& cell, int lines, int rounds) {
@@ -49,10 +174,9 @@ void addLength(bench::WeldCell& cell, int lines, int rounds) {
                 std::to_string(fewLines))
                    .c_str(),
                [&cell, lines, plan](benchmark::State& state) {
-                   ProgramWidget page;
+                   ProgramWidget page;  // not shown: painting would hide what grows
                    page.resize(914, 658);
-                   page.show();
-                   bench::sideBySide(state, awaitedMoves(cell, lines), awaitedMoves(cell, fewLines), plan);
+                   bench::sideBySide(state, moveLines(cell, lines), moveLines(cell, fewLines), plan);
                });
 }
 
@@ -62,18 +186,21 @@ int main(int argc, char** argv) {
     qInstallMessageHandler(dropDebug);
     QApplication app(argc, argv);
     bench::WeldCell cell;
-    QEventLoop loop;
-    QTimer answer;
-    answer.setSingleShot(true);
-    QObject::connect(&answer, &QTimer::timeout, &loop, &QEventLoop::quit);
-
+    kordservice()->offerCommand(bareMove, true);
+    constexpr double target = 1.5;
+    bench::add("executor: the wait of a move / bare nested event loop that the same answer ends",
+               [&](benchmark::State& state) { compareWaits(state, cell, false, target); });
+    bench::add("executor: the wait of a move / the same loop that logs the answer",
+               [&](benchmark::State& state) { compareWaits(state, cell, true, target); });
     bench::Plan plan;
-    plan.target = 1.5;
-    bench::add("executor: a move queued, awaited and gone on from / bare nested event loop",
+    plan.target = target;
+    bench::add("executor: a line that moves / its hand-over, records and log and a bare nested event loop",
                [&](benchmark::State& state) {
-                   bench::sideBySide(state, awaitedMoves(cell, 200), nestedLoops(loop, answer), plan);
+                   BareWait bare(true);
+                   bench::sideBySide(state, moveLines(cell, usualLines), handOvers(cell, bare, usualLines),
+                                     plan);
                });
-    addLength(cell, 10000, 5);
+    addLength(cell, 10000, 7);
     addLength(cell, 100000, 3);
     return bench::runFigures(argc, argv);
 }

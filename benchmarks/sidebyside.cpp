@@ -82,14 +82,24 @@ void sideBySide(benchmark::State& state, const Side& work, const Side& reference
             referenceTimes.push_back(referenceTime);
             ratios.push_back(workTime / referenceTime);
         }
-        state.SetIterationTime(median(workTimes));
-        state.counters["ratio"] = median(ratios);
-        state.counters["lower"] = quantile(ratios, 0.25);
-        state.counters["upper"] = quantile(ratios, 0.75);
-        state.counters["ns"] = 1e9 * median(workTimes);
-        state.counters["reference_ns"] = 1e9 * median(referenceTimes);
-        state.counters["target"] = plan.target;
+        for (auto* times : {&workTimes, &referenceTimes}) {
+            for (double& time : *times) {
+                time *= 1e9;
+            }
+        }
+        reportRatios(state, ratios, workTimes, referenceTimes, plan.target);
     }
+}
+
+void reportRatios(benchmark::State& state, const std::vector<double>& ratios,
+                  const std::vector<double>& timesNs, const std::vector<double>& referenceNs, double target) {
+    state.SetIterationTime(1e-9 * median(timesNs));
+    state.counters["ratio"] = median(ratios);
+    state.counters["lower"] = quantile(ratios, 0.25);
+    state.counters["upper"] = quantile(ratios, 0.75);
+    state.counters["ns"] = median(timesNs);
+    state.counters["reference_ns"] = median(referenceNs);
+    state.counters["target"] = target;
 }
 
 void report(benchmark::State& state, double value, const char* unit, double target, Bound bound) {

@@ -58,6 +58,10 @@ struct Plan {
 /// quartiles `lower` and `upper`) and the medians in nanoseconds (`ns`, `reference_ns`).
 void sideBySide(benchmark::State& state, const Side& work, const Side& reference, const Plan& plan);
 
+/// Reports rounds that were measured otherwise, as sideBySide does.
+void reportRatios(benchmark::State& state, const std::vector<double>& ratios,
+                  const std::vector<double>& timesNs, const std::vector<double>& referenceNs, double target);
+
 enum class Bound { AtMost, AtLeast, None };
 
 /// Reports a figure that is no ratio of times: `value` in `unit` and its target (`at_least` 1 for a lower
