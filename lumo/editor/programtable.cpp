@@ -1,6 +1,7 @@
 #include "editor/programtable.h"
 
 #include "editor/programwidget.h"
+#include "editor/rowdelegate.h"
 #include "editor/statementtext.h"
 #include "executor/programindex.h"
 #include "module/keys.h"
@@ -10,7 +11,6 @@
 #include <QResizeEvent>
 #include <QScrollBar>
 #include <QSignalBlocker>
-#include <QStyledItemDelegate>
 
 #include <algorithm>
 
@@ -31,21 +31,6 @@ constexpr int mostDetails = 520;
 constexpr int markerPointSize = 15;
 /// How long the width of a column has to rest before all rows are sized for it.
 constexpr int restMs = 200;
-
-/// Measures only the cells that can need more than the least height of a row, and leaves some air around
-/// their lines. Without it the last line would be cut off where lines in several scripts, and so of
-/// several heights, meet in one cell.
-class RowDelegate : public QStyledItemDelegate {
-public:
-    using QStyledItemDelegate::QStyledItemDelegate;
-
-    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
-        constexpr int air = 6;
-        const bool isLong =
-            index.column() == ProgramTable::DetailColumn || index.column() == ProgramTable::NoteColumn;
-        return isLong ? QStyledItemDelegate::sizeHint(option, index) + QSize(0, air) : QSize(0, 0);
-    }
-};
 
 }  // namespace
 

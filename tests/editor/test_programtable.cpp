@@ -8,6 +8,18 @@
 #include <QJsonObject>
 #include <QRandomGenerator>
 #include <QScrollBar>
+#include <QStyledItemDelegate>
+
+/// Lays out every text of a program by itself.
+class MeasuresEach : public QStyledItemDelegate {
+public:
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+        constexpr int air = 6;
+        const bool isLong =
+            index.column() == ProgramTable::DetailColumn || index.column() == ProgramTable::NoteColumn;
+        return isLong ? QStyledItemDelegate::sizeHint(option, index) + QSize(0, air) : QSize(0, 0);
+    }
+};
 
 /// The table follows the tree.
 class TestProgramTable : public QObject {
@@ -217,6 +229,45 @@ private slots:
         editor_.page->changeStatement(0);
         QVERIFY(editor_.table()->rowHeight(0) > low);
         QCOMPARE(editor_.table()->rowHeight(1), low);
+    }
+
+    void heights_areThoseOfEachText_howeverAlikeTheyAre_data() {
+        QTest::addColumn<QString>("language");
+        QTest::addColumn<QString>("family");
+        for (const char* language : {"cn", "en", "ru"}) {
+            for (const char* family : {"", "DejaVu Serif", "DejaVu Sans Mono"}) {
+                QTest::addRow("%s %s", language, family) << QString(language) << QString(family);
+            }
+        }
+    }
+
+    /// Numbers of every length, so that the notes break at every place.
+    void heights_areThoseOfEachText_howeverAlikeTheyAre() {
+        QFETCH(QString, language);
+        QFETCH(QString, family);
+        const Language shown(language);
+        editor_.makePage();
+        ProgramTable* const table = editor_.table();
+        if (!family.isEmpty()) {
+            table->setFont(QFont(family));
+        }
+        QJsonArray statements;
+        for (int line = 0; line < 300; ++line) {
+            const QString digit = QString::number(line % 10);
+            const QString note =
+                QString("焊 seam ") + digit.repeated(line / 10) + " шов " + digit.repeated(5);
+            statements.append(
+                QJsonObject{{"type", "moveL"},
+                            {"point", QJsonObject{{"trans", QJsonArray{line, -line * 10, 0.1}}}},
+                            {"speed", line},
+                            {"note", note}});
+        }
+        EditorFixture::program()->loadJson(this, statements);
+        const QVector<int> seen = heights();
+        MeasuresEach each;
+        table->setItemDelegate(&each);
+        table->resizeRowsToContents();
+        QCOMPARE(seen, heights());
     }
 
     void rowsThatDoNotExist_areLeftAlone() {

@@ -1,0 +1,78 @@
+#include "editor/rowdelegate.h"
+
+#include "editor/programtable.h"
+
+#include <QFontMetricsF>
+
+namespace {
+
+constexpr int air = 6;
+/// More texts of different shapes than this are not kept.
+constexpr int mostShapes = 2000;
+
+bool isDigit(QChar letter) {
+    return letter >= QLatin1Char('0') && letter <= QLatin1Char('9');
+}
+
+/// What has the same lines as the text: digits stand for one another.
+QString shapeOf(const QString& text) {
+    QString shape = text;
+    for (QChar& letter : shape) {
+        if (isDigit(letter)) {
+            letter = QLatin1Char('0');
+        }
+    }
+    return shape;
+}
+
+/// Whether every digit is as wide as every other, whatever digit it follows.
+bool areDigitsAlike(const QFont& font) {
+    constexpr int digits = 10;
+    QString pairs;
+    for (int first = 0; first < digits; ++first) {
+        for (int second = 0; second < digits; ++second) {
+            pairs += QString::number(first) + QString::number(second);
+        }
+    }
+    const QFontMetricsF metrics(font);
+    const qreal width = metrics.horizontalAdvance(QLatin1Char('0'));
+    for (int digit = 1; digit < digits; ++digit) {
+        if (!qFuzzyCompare(metrics.horizontalAdvance(QString::number(digit)), width)) {
+            return false;
+        }
+    }
+    return qFuzzyCompare(metrics.horizontalAdvance(pairs), pairs.size() * width);
+}
+
+}  // namespace
+
+RowDelegate::Known& RowDelegate::known(const QStyleOptionViewItem& option, int column) const {
+    Known& known = columns_[column];
+    if (known.width != option.rect.width() || known.font != option.font) {
+        known.font = option.font;
+        known.width = option.rect.width();
+        known.digitsAreAlike = areDigitsAlike(option.font);
+        known.sizes.clear();
+    }
+    return known;
+}
+
+QSize RowDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const {
+    const int column = index.column();
+    if (column != ProgramTable::DetailColumn && column != ProgramTable::NoteColumn) {
+        return {0, 0};
+    }
+    Known& texts = known(option, column);
+    const QString text = index.data().toString();
+    const QString shape = texts.digitsAreAlike ? shapeOf(text) : text;
+    const auto kept = texts.sizes.constFind(shape);
+    if (kept != texts.sizes.constEnd()) {
+        return *kept;
+    }
+    const QSize size = QStyledItemDelegate::sizeHint(option, index) + QSize(0, air);
+    if (texts.sizes.size() >= mostShapes) {
+        texts.sizes.clear();
+    }
+    texts.sizes.insert(shape, size);
+    return size;
+}
