@@ -1,137 +1,154 @@
 // How long the program editor takes for a long program, beside a plain table that is filled with the
-// same texts and sized once; and what a move of the running-line marker costs in a short and in a long one.
+// same texts, updates off, and sized once; and what a change of a line and a move of the marker cost.
+
+#include "sidebyside.h"
+#include "weldcell.h"
 
 #include "editor/programtable.h"
 #include "editor/programwidget.h"
 #include "module/globals.h"
-#include "support/executorbench.h"
+#include "module/keys.h"
 
 #include <QApplication>
 #include <QHeaderView>
-#include <QJsonArray>
-#include <QJsonObject>
 
-#include <algorithm>
-#include <cstdio>
-#include <ctime>
-#include <functional>
+#include <memory>
 
 namespace {
 
-/// Processor time, which other programs do not lengthen.
-double millisecondsOf(const std::function<void()>& work) {
-    const std::clock_t begin = std::clock();
-    work();
-    return 1000.0 * static_cast<double>(std::clock() - begin) / CLOCKS_PER_SEC;
-}
+constexpr int lines = 10000;
 
-double median(QVector<double> values) {
-    std::sort(values.begin(), values.end());
-    return values.at(values.size() / 2);
-}
+/// The editor on the screen, and beside it a plain table of the same width and texts.
+struct Tables {
+    explicit Tables(bench::WeldCell& weldCell) : cell(weldCell) {
+        isEnable_moveorder = true;
+        page.resize(914, 658);
+        page.show();
+        QApplication::processEvents();
+        table = page.findChild<ProgramTable*>();
+    }
 
-QJsonObject move(int number) {
-    const QJsonObject frame{{"name", "tool0"}, {"trans", QJsonArray{0, 0, 0}}};
-    return {{"type", "moveL"},
-            {"point", QJsonObject{{"trans", QJsonArray{0.001 * number, 0.2, 0.3}}}},
-            {"speed", 20},
-            {"zone", 2},
-            {"toolset", QJsonObject{{"end", frame}, {"ref", frame}}},
-            {"note", QString()},
-            {"execute", true}};
-}
+    void open(const QJsonArray& program) {
+        cell.load(program);
+        QApplication::processEvents();
+    }
 
-/// Every tenth line starts or stops welding, the others move.
-QJsonArray program(int lines) {
-    QJsonArray statements;
-    for (int line = 0; line < lines; ++line) {
-        if (line % 20 == 0) {
-            statements.append(QJsonObject{{"type", "open"},
-                                          {"index", 0},
-                                          {"weldspeed", "20"},
-                                          {"laserPower", "50"},
-                                          {"laserDutyCycle", "50"},
-                                          {"wireEnable", false},
-                                          {"execute", true}});
-        } else if (line % 20 == 10) {
-            statements.append(QJsonObject{{"type", "close"}, {"execute", true}});
-        } else {
-            statements.append(move(line));
+    /// An empty table that looks as the editor's does.
+    void renewPlain() {
+        plain = std::make_unique<QTableWidget>(0, table->columnCount());
+        plain->resize(table->size());
+        plain->setFont(table->font());
+        plain->verticalHeader()->hide();
+        plain->verticalHeader()->setMinimumSectionSize(table->verticalHeader()->minimumSectionSize());
+        for (int column = 0; column < table->columnCount(); ++column) {
+            plain->setColumnWidth(column, table->columnWidth(column));
         }
+        plain->show();
+        QApplication::processEvents();
     }
-    return statements;
-}
 
-/// The texts of `source` in a table without anything else, with columns of the same width.
-double plainTable(const ProgramTable& source) {
-    QTableWidget plain(0, source.columnCount());
-    plain.resize(source.size());
-    plain.setFont(source.font());
-    plain.verticalHeader()->hide();
-    plain.verticalHeader()->setMinimumSectionSize(source.verticalHeader()->minimumSectionSize());
-    for (int column = 0; column < source.columnCount(); ++column) {
-        plain.setColumnWidth(column, source.columnWidth(column));
-    }
-    plain.show();
-    QApplication::processEvents();
-    return millisecondsOf([&plain, &source] {
-        plain.setRowCount(source.rowCount());
-        for (int row = 0; row < source.rowCount(); ++row) {
-            for (int column = 0; column < source.columnCount(); ++column) {
-                plain.setItem(row, column, new QTableWidgetItem(source.item(row, column)->text()));
+    void fillPlain() {
+        plain->setUpdatesEnabled(false);
+        plain->setRowCount(table->rowCount());
+        for (int row = 0; row < table->rowCount(); ++row) {
+            for (int column = 0; column < table->columnCount(); ++column) {
+                plain->setItem(row, column, new QTableWidgetItem(table->item(row, column)->text()));
             }
         }
-        plain.resizeRowsToContents();
+        plain->resizeRowsToContents();
+        plain->setUpdatesEnabled(true);
+    }
+
+    bench::WeldCell& cell;
+    ProgramWidget page;
+    ProgramTable* table = nullptr;
+    std::unique_ptr<QTableWidget> plain;
+};
+
+/// Until it is on the screen.
+bench::Side opening(Tables& tables) {
+    static const QJsonArray program = bench::weldProgram(lines);
+    return bench::once([&tables] { tables.open(program); }, [&tables] { tables.open(QJsonArray()); });
+}
+
+bench::Side plainOpening(Tables& tables) {
+    return bench::once(
+        [&tables] {
+            tables.fillPlain();
+            QApplication::processEvents();
+        },
+        [&tables] {
+            if (tables.table->rowCount() != lines) {
+                tables.open(bench::weldProgram(lines));
+            }
+            tables.renewPlain();
+        });
+}
+
+/// A row that moves, somewhere in the middle, and no row twice in turn.
+int nextRow() {
+    static int row = lines / 2;
+    row = row + 20 < lines ? row + 20 : 1;
+    return row;
+}
+
+bench::Side changedLine(Tables& tables) {
+    return bench::each([&tables, speed = 0]() mutable {
+        const int row = nextRow() + 1;
+        m(lumo::key::program)->c(row)->set(nullptr, QStringLiteral("speed"), ++speed % 90 + 10);
+        tables.table->changeStatement(row);
     });
 }
 
-/// Microseconds for one move of the marker, on average of walks over the last `walk` lines.
-double markerMove(test::ExecutorBench& bench, int lines, int walk) {
-    m("lumo.program")->loadJson(nullptr, program(lines));
-    bench.time.advance(1000);
-    constexpr int moves = 2000;
-    ModuleObject* const line = m("lumo.execute.line");
-    const double ms = millisecondsOf([&] {
-        for (int i = 0; i < moves; ++i) {
-            line->setValue(nullptr, lines - walk + i % walk);
-            bench.time.settle();
+bench::Side sizedRow(Tables& tables) {
+    return bench::each([&tables] { tables.plain->resizeRowToContents(nextRow() + 1); });
+}
+
+/// The marker walks over the last ten lines of a program.
+bench::Side markerWalk(bench::WeldCell& cell, int length) {
+    constexpr int walk = 10;
+    bench::Side side;
+    side.run = [length, place = 0](int count) mutable {
+        for (int i = 0; i < count; ++i) {
+            place = (place + 1) % walk;
+            m(lumo::key::executeLine)->setValue(nullptr, length - walk + place);
+            QApplication::processEvents();
         }
-    });
-    return 1000.0 * ms / moves;
+    };
+    side.prepare = [&cell, length] {
+        if (m(lumo::key::program)->cmobjCount() != length) {
+            cell.load(bench::weldProgram(length));
+            QApplication::processEvents();
+        }
+    };
+    return side;
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-    sim::VirtualTime::install();
     QApplication app(argc, argv);
-    test::ExecutorBench bench;
-    bench.reset();
-    isEnable_moveorder = true;
-    ProgramWidget page;
-    page.resize(914, 658);
-    page.show();
-    QApplication::processEvents();
-    const auto* table = page.findChild<ProgramTable*>();
-
-    constexpr int lines = 10000;
-    constexpr int rounds = 5;
-    QVector<double> opening, plain;
-    const QJsonArray longProgram = program(lines);
-    for (int round = 0; round < rounds; ++round) {
-        m("lumo.program")->loadJson(nullptr, QJsonArray());
-        opening << millisecondsOf([&] { m("lumo.program")->loadJson(nullptr, longProgram); });
-        plain << plainTable(*table);
-    }
-    std::printf("opening %d lines: editor %.0f ms, plain table %.0f ms, ratio %.2f\n", lines, median(opening),
-                median(plain), median(opening) / median(plain));
-
-    constexpr int shortWalk = 10;
-    const double inShort = markerMove(bench, shortWalk, shortWalk);
-    const double inLong = markerMove(bench, lines, shortWalk);
-    const double through = markerMove(bench, lines, lines);
-    std::printf(
-        "marker move: %.0f us in %d lines; in %d lines %.0f us, ratio %.2f, and %.0f us where it never was\n",
-        inShort, shortWalk, lines, inLong, inLong / inShort, through);
-    return 0;
+    bench::WeldCell cell;
+    Tables tables(cell);
+    bench::Plan plan;
+    plan.rounds = 9;
+    bench::add("editor: opening 10000 lines / filling and sizing a plain table",
+               [&](benchmark::State& state) {
+                   bench::sideBySide(state, opening(tables), plainOpening(tables), plan);
+               });
+    bench::Plan linePlan;
+    bench::add("editor: a changed line / sizing its row in a plain table", [&](benchmark::State& state) {
+        tables.open(bench::weldProgram(lines));
+        tables.renewPlain();
+        tables.fillPlain();
+        bench::sideBySide(state, changedLine(tables), sizedRow(tables), linePlan);
+    });
+    bench::Plan markerPlan;
+    markerPlan.target = 1.3;
+    markerPlan.rounds = 5;
+    markerPlan.blockMs = 20.0;
+    bench::add("editor: a move of the marker in 10000 lines / in 10", [&](benchmark::State& state) {
+        bench::sideBySide(state, markerWalk(cell, lines), markerWalk(cell, 10), markerPlan);
+    });
+    return bench::runFigures(argc, argv);
 }
