@@ -254,8 +254,8 @@ private slots:
         QJsonArray statements;
         for (int line = 0; line < 300; ++line) {
             const QString digit = QString::number(line % 10);
-            const QString note =
-                QString("焊 seam ") + digit.repeated(line / 10) + " шов " + digit.repeated(5);
+            const QString note = QString("焊 seam ") + digit.repeated(line / 10) + " шов " +
+                                 digit.repeated(5) + (line % 2 == 0 ? " iiiiii" : " WWWWWW");
             statements.append(
                 QJsonObject{{"type", "moveL"},
                             {"point", QJsonObject{{"trans", QJsonArray{line, -line * 10, 0.1}}}},

@@ -1,0 +1,114 @@
+// How long the panel takes to its first paint, beside an empty window; and what it costs when nobody touches
+// it and the drives are off.
+
+#include "childrun.h"
+#include "sidebyside.h"
+
+#include <unistd.h>
+
+#include <cstdlib>
+#include <filesystem>
+
+namespace {
+
+/// A home without anything remembered, for as long as this lives.
+class Home {
+public:
+    Home() {
+        char name[] = "/tmp/lumo-bench-XXXXXX";
+        folder_ = mkdtemp(name);
+    }
+    ~Home() { std::filesystem::remove_all(folder_); }
+    Home(const Home&) = delete;
+    Home& operator=(const Home&) = delete;
+
+    [[nodiscard]] std::vector<std::string> environment(const std::string& platform,
+                                                       const std::string& screen) const {
+        return {"HOME=" + folder_,
+                "XDG_CONFIG_HOME=" + folder_ + "/config",
+                "XDG_DATA_HOME=" + folder_ + "/data",
+                "XDG_RUNTIME_DIR=" + folder_,
+                "LC_ALL=C.UTF-8",
+                "QT_QPA_PLATFORM=" + platform,
+                "DISPLAY=" + screen};
+    }
+
+private:
+    std::string folder_;
+};
+
+bench::Call withPlugin(const std::string& program, std::vector<std::string> environment) {
+    environment.emplace_back("QT_QPA_GENERIC_PLUGINS=firstpaint");
+    environment.emplace_back("QT_PLUGIN_PATH=" PLUGINS);
+    return {bench::built(program), {}, std::move(environment)};
+}
+
+/// The panel and the empty window in turn, each to its first paint.
+void compareStarts(benchmark::State& state, const std::vector<std::string>& environment,
+                   double bench::Spent::*time, double target) {
+    constexpr int rounds = 21;
+    const bench::Call panel = withPlugin("lumo-panel", environment);
+    const bench::Call empty = withPlugin("emptywindow", environment);
+    bench::run(panel);  // the libraries are in memory from now on
+    std::vector<double> ratios, panelNs, emptyNs;
+    for ([[maybe_unused]] auto iteration : state) {
+        for (int round = 0; round < rounds; ++round) {
+            const bench::Spent first = bench::run(round % 2 == 0 ? panel : empty);
+            const bench::Spent second = bench::run(round % 2 == 0 ? empty : panel);
+            if (first.status != 0 || second.status != 0) {
+                state.SkipWithError("no first paint");
+                return;
+            }
+            panelNs.push_back(1e9 * (round % 2 == 0 ? first : second).*time);
+            emptyNs.push_back(1e9 * (round % 2 == 0 ? second : first).*time);
+            ratios.push_back(panelNs.back() / emptyNs.back());
+        }
+        bench::reportRatios(state, ratios, panelNs, emptyNs, target);
+    }
+}
+
+/// Percent of a core, over a while after the start has settled.
+void measureIdle(benchmark::State& state, const std::vector<std::string>& environment, double target) {
+    constexpr unsigned settleS = 5;
+    constexpr unsigned watchS = 25;
+    for ([[maybe_unused]] auto iteration : state) {
+        const pid_t panel = bench::begin({bench::built("lumo-panel"), {}, environment});
+        sleep(settleS);
+        const double before = bench::processorTime(panel);
+        sleep(watchS);
+        const double used = bench::processorTime(panel) - before;
+        bench::end(panel);
+        if (before <= 0.0) {
+            state.SkipWithError("the panel did not start");
+            return;
+        }
+        bench::report(state, 100.0 * used / watchS, "% of a core", target);
+    }
+}
+
+void addFigures(const std::string& where, const std::vector<std::string>& environment) {
+    constexpr double startTarget = 3.0;
+    constexpr double idleTarget = 2.0;
+    bench::add(("start: panel to first paint / empty window, wall clock, " + where).c_str(),
+               [environment](benchmark::State& state) {
+                   compareStarts(state, environment, &bench::Spent::wallS, startTarget);
+               });
+    bench::add(("start: panel to first paint / empty window, processor time, " + where).c_str(),
+               [environment](benchmark::State& state) {
+                   compareStarts(state, environment, &bench::Spent::processorS, startTarget);
+               });
+    bench::add(("idle: the panel with its page shown and the drives off, " + where).c_str(),
+               [environment](benchmark::State& state) { measureIdle(state, environment, idleTarget); });
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    const Home home;
+    const bench::Screen screen;
+    addFigures("offscreen", home.environment("offscreen", ""));
+    if (!screen.name().empty()) {
+        addFigures("X server", home.environment("xcb", screen.name()));
+    }
+    return bench::runFigures(argc, argv);
+}
