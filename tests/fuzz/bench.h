@@ -50,7 +50,9 @@ void use(const Values&...) {}
 /// Aborts, saying what does not hold, when it does not.
 void require(bool holds, const char* what);
 
-/// Whether this input is one of those, about one in `share`, that go through costly steps as well.
+/// Whether this input is one of those, about one in `share`, that go through costly steps as well; every
+/// one of them after `chooseAll`.
+void chooseAll();
 [[nodiscard]] bool isChosen(const QByteArray& input, unsigned share);
 
 }  // namespace fuzz

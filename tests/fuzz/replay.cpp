@@ -26,6 +26,7 @@ std::vector<QString> filesOf(const QString& place) {
 
 int main(int argc, char** argv) {
     int inputs = 0;
+    fuzz::chooseAll();
     for (int i = 1; i < argc; ++i) {
         for (const QString& name : filesOf(QFile::decodeName(argv[i]))) {
             QFile file(name);
