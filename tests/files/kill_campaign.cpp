@@ -24,9 +24,10 @@ using namespace files;
 
 namespace {
 
-enum Place { BeforeOpen, Writing, BeforeRename, AfterRename, Between, placeCount };
-const char* const placeNames[placeCount] = {"before open", "while writing", "before rename", "after rename",
-                                            "between saves"};
+/// The new file is written without a name and gets one, beside the old, just before it is renamed.
+enum Place { Unnamed, Partial, BeforeRename, AfterRename, Between, placeCount };
+const char* const placeNames[placeCount] = {"new file unnamed", "named, in part", "before rename",
+                                            "after rename", "between saves"};
 
 struct Tally {
     int kills = 0;
@@ -86,12 +87,12 @@ Place Campaign::placeOf(const Saving& saving, int found) const {
     }
     const QStringList names = leftovers(saving);
     if (names.isEmpty()) {
-        return BeforeOpen;
+        return Unnamed;
     }
     const QString folder = QFileInfo(saving.file).path() + QLatin1Char('/');
     const auto& documents = documents_.at(saving.name);
     const QByteArray& whole = documents[std::size_t(report->started % generations)];
-    return contentOf(folder + names.first()) == whole ? BeforeRename : Writing;
+    return contentOf(folder + names.first()) == whole ? BeforeRename : Partial;
 }
 
 void Campaign::complain(const Saving& saving, const QString& what) {
