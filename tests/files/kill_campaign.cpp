@@ -71,6 +71,11 @@ void Campaign::prepare(const Saving& saving, const QByteArray& old) {
         Saving plain = saving;
         plain.target.clear();
         documents_[saving.name] = documentsOf(plain);
+        plain.fill(generations + 1);
+        plain.save();
+        if (contentOf(plain.file) != documents_[saving.name][1]) {
+            complain(saving, QStringLiteral("the documents do not repeat: what comes is no proof"));
+        }
         clearFolder();
         place(saving, old);
     }

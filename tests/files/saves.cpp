@@ -52,7 +52,7 @@ void fillParams(int generation) {
     QJsonObject set;
     const QList<ModuleObject*> definitions = m(lumo::key::defaultParam)->cmobjs();
     for (const ModuleObject* definition : definitions) {
-        set[definition->r(lumo::field::name)->getString()] = generation;
+        set[definition->r(lumo::field::name)->getString()] = generation % generations;
     }
     m(lumo::key::param)->loadJson(nullptr, copies(set, lumo::field::name, generation, 3));
 }
