@@ -134,7 +134,7 @@ bool writeSignals(const app::Panel& panel, const QString& fileName) {
     QString error;
     const app::SignalRecorder& recorder = *panel.recorder();
     if (file.open(QIODevice::WriteOnly) && app::writeVcd(&file, recorder, recorder.all(), &error) &&
-        file.commit())
+        file.flush() && file.commit())  // commit alone does not notice that what is buffered fails
         return true;
     fail(QStringLiteral("--vcd %1: %2").arg(fileName, error.isEmpty() ? file.errorString() : error), kFailed);
     return false;

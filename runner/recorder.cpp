@@ -153,7 +153,7 @@ void Recorder::station(int row, const QString& state) {
     trace_->end();
 }
 
-void Recorder::event(const QByteArray& entry) {
+void Recorder::scenarioEntry(const QByteArray& entry) {
     if (!recording_)
         return;
     trace_->begin("event").key(QStringLiteral("action")).raw(entry);

@@ -187,7 +187,7 @@ void Session::connectEnds() {
     connect(messages_.get(), &MessageWatch::shown, &recorder_, &Recorder::message);
     connect(messages_.get(), &MessageWatch::shown, this, &Session::onMessage);
     connect(messages_.get(), &MessageWatch::answered, &recorder_, &Recorder::answer);
-    connect(player_.get(), &ScenarioPlayer::applying, &recorder_, &Recorder::event);
+    connect(player_.get(), &ScenarioPlayer::applying, &recorder_, &Recorder::scenarioEntry);
     connect(player_.get(), &ScenarioPlayer::writing, &follower_, &rec::TreeFollower::followElement);
     connect(player_.get(), &ScenarioPlayer::applied, this, &Session::scheduleCheck);
     sim::VirtualTime* time = sim::VirtualTime::instance();

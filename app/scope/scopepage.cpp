@@ -291,7 +291,7 @@ void ScopePage::exportTo(const QString& file) {
     QString error;
     if (!out.open(QIODevice::WriteOnly))
         error = out.errorString();
-    else if (write(&out, QFileInfo(file).suffix().toLower(), &error) && !out.commit())
+    else if (write(&out, QFileInfo(file).suffix().toLower(), &error) && !(out.flush() && out.commit()))
         error = out.errorString();
     written_->setText(error.isEmpty() ? tr("已写入 %1").arg(QFileInfo(file).fileName()) : QString());
     if (error.isEmpty())

@@ -95,10 +95,24 @@ bool keepDamaged(const QString& fileName) {
     return false;
 }
 
+/// Whether there is certainly no such file: where that cannot be told, there may be one.
+bool isMissing(const QString& fileName) {
+    return ::access(QFile::encodeName(fileName).constData(), F_OK) != 0 &&
+           (errno == ENOENT || errno == ENOTDIR);
+}
+
 bool parses(const QString& fileName) {
     QFile file(fileName);
     Problem ignored;
     return file.open(QIODevice::ReadOnly) && !parse(file.readAll(), &ignored).isUndefined();
+}
+
+bool sync(int descriptor) {
+    int result = 0;
+    do {
+        result = ::fsync(descriptor);
+    } while (result != 0 && errno == EINTR);
+    return result == 0;
 }
 
 /// Makes the entries of a folder durable; false, with the reason in errno, when that fails.
@@ -108,7 +122,7 @@ bool syncFolder(const QString& folder) {
         return false;
     }
     // Some file systems have nothing to sync in a folder and say so.
-    const bool synced = ::fsync(descriptor) == 0 || errno == EINVAL || errno == ENOTSUP;
+    const bool synced = sync(descriptor) || errno == EINVAL || errno == ENOTSUP;
     const int reason = errno;
     ::close(descriptor);
     errno = reason;
@@ -119,7 +133,7 @@ bool syncFolder(const QString& folder) {
 
 QJsonValue ModuleManager::readFromJson(const QString& fileName) {
     QFile file(fileName);
-    if (!file.exists()) {
+    if (!file.exists() && isMissing(fileName)) {
         return QJsonValue(QJsonValue::Undefined);
     }
     Problem problem;
@@ -158,10 +172,10 @@ bool ModuleManager::writeToJson(const QString& fileName, const QJsonValue& value
     if (file.write(text) != text.size() || !file.flush()) {
         return fail(fileName, file.errorString());
     }
-    if (::fsync(file.handle()) != 0) {
+    if (!sync(file.handle())) {
         return fail(fileName, systemError());
     }
-    if (QFileInfo::exists(fileName) && !parses(fileName) && !keepDamaged(fileName)) {
+    if (!isMissing(fileName) && !parses(fileName) && !keepDamaged(fileName)) {
         return fail(fileName, QStringLiteral("the file in its place is damaged and cannot be kept"));
     }
     if (!file.commit()) {

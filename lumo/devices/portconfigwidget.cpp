@@ -184,8 +184,7 @@ void PortConfigWidget::save() {
         port->set(this, field::name, name)->set(this, field::enable, enabled);
     }
     emit signalportconfigchangedProgramlist(changedLines_);
-    saveSettings(Settings::Ports);
-    if (!nameBoxes_.isEmpty()) {
+    if (saveSettings(Settings::Ports) && !nameBoxes_.isEmpty()) {
         showMessage(QMessageBox::Information, tr("提示"), tr("保存成功"));
     }
 }

@@ -16,6 +16,13 @@ int milliseconds(const ModuleObject* set, const char* name) {
     return std::max(0, set->c(QString::fromLatin1(name), false)->getInt(0));
 }
 
+/// The step of a ramp of this length. A ramp that is longer than any that the page takes, out of a file
+/// that somebody typed, keeps its length with wider steps: they must fit into memory.
+int rampStep(int rampMs, int dtMs) {
+    constexpr int mostSteps = 5000;
+    return std::max(dtMs, rampMs / mostSteps);
+}
+
 }  // namespace
 
 LaserParams LaserParams::from(const ModuleObject* set) {
@@ -50,7 +57,8 @@ int rampStepMs() {
 
 Sequence openingPlan(const LaserParams& params, int dtMs) {
     Sequence plan;
-    for (qint64 t = dtMs; t < params.increaseMs; t += dtMs) {
+    const int step = rampStep(params.increaseMs, dtMs);
+    for (qint64 t = step; t < params.increaseMs; t += step) {
         plan.push_back(
             {static_cast<int>(t),
              {AO_LASER_POWER, static_cast<double>(t) * params.power / params.increaseMs, Role::Progress}});
@@ -67,7 +75,8 @@ Sequence closingPlan(const LaserParams& params, int dtMs) {
         plan.push_back({params.refeedStartMs, {DO_WIRE_ENABLE, 1.0, Role::Progress}});
     }
     plan.push_back({params.refeedEndMs, {DO_WIRE_ENABLE, 0.0, Role::SwitchOff}});
-    for (qint64 t = dtMs; t < params.decreaseMs; t += dtMs) {
+    const int step = rampStep(params.decreaseMs, dtMs);
+    for (qint64 t = step; t < params.decreaseMs; t += step) {
         const double left = static_cast<double>(params.decreaseMs - t);
         plan.push_back(
             {static_cast<int>(t), {AO_LASER_POWER, left * params.power / params.decreaseMs, Role::RampDown}});

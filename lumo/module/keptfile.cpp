@@ -16,18 +16,28 @@ namespace lumo {
 
 namespace {
 
-/// The file's content, undefined where there is nothing to lose. Read without a report: of a damaged
-/// file, which the host keeps, the operator heard when it was opened.
-QJsonValue contentOf(const QString& path) {
+bool isMissing(const QString& path) {
+    std::error_code error;
+    const auto status = std::filesystem::status(QFile::encodeName(path).toStdString(), error);
+    return status.type() == std::filesystem::file_type::not_found;
+}
+
+/// Whether the file may hold something that `isOurs` refuses; one that cannot be read may. Read without
+/// a report: of a damaged file, which the host keeps, the operator heard when it was opened.
+bool mayHoldOther(const QString& path, const std::function<bool(const QJsonValue&)>& isOurs) {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
-        return QJsonValue(QJsonValue::Undefined);
+        return !isMissing(path);
     }
-    const QJsonDocument document = QJsonDocument::fromJson(file.readAll());
+    const QByteArray text = file.readAll();
+    if (file.error() != QFileDevice::NoError) {
+        return true;
+    }
+    const QJsonDocument document = QJsonDocument::fromJson(text);
     if (document.isEmpty()) {
-        return QJsonValue(QJsonValue::Undefined);
+        return false;
     }
-    return document.isArray() ? QJsonValue(document.array()) : QJsonValue(document.object());
+    return !isOurs(document.isArray() ? QJsonValue(document.array()) : QJsonValue(document.object()));
 }
 
 /// Gives the file a second name that is free: NAME.damaged, NAME.damaged.2, … The new content, which is
@@ -55,8 +65,7 @@ bool keepAside(const QString& path) {
 
 bool writeKeeping(const QString& path, const QJsonValue& content,
                   const std::function<bool(const QJsonValue&)>& isOurs) {
-    const QJsonValue old = contentOf(path);
-    if (!old.isUndefined() && !isOurs(old) && !keepAside(path)) {
+    if (mayHoldOther(path, isOurs) && !keepAside(path)) {
         emit m()->fileProblem(
             path, 0, 0, QStringLiteral("the file in its place holds something else and cannot be kept"));
         return false;

@@ -76,9 +76,10 @@ CheckedRecords checkRecords(const QJsonArray& records, const QJsonObject& model,
                             const QJsonObject& substitute) {
     CheckedRecords checked;
     for (int position = 0; position < records.size(); ++position) {
-        QJsonObject record = records[position].toObject(substitute);
-        const QString fault =
-            records[position].isObject() ? mend(&record, model) : QStringLiteral("this is no record");
+        const bool isRecord = records[position].isObject();
+        // Not toObject(substitute), which takes an empty record for none.
+        QJsonObject record = isRecord ? records[position].toObject() : substitute;
+        const QString fault = isRecord ? mend(&record, model) : QStringLiteral("this is no record");
         checked.records.append(record);
         if (!fault.isEmpty()) {
             checked.note(position, fault);

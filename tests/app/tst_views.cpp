@@ -22,6 +22,10 @@
 #include <QPushButton>
 #include <QtTest>
 
+#include <sys/resource.h>
+
+#include <csignal>
+
 using app::Place;
 
 Q_DECLARE_METATYPE(app::Place)
@@ -32,6 +36,7 @@ class AppViews : public QObject {
 private slots:
     void initTestCase();
     void init();
+    void export_thatTheDiskRefuses_isTold();
     void dump_equalsTheRunners();
     void robot_staysOnThePathThatIsDrawn();
     void seam_isWhereTheLaserWas();
@@ -157,6 +162,23 @@ void AppViews::initTestCase() {
 void AppViews::init() {
     panel_->views()->open(0, panel_->window());
     pass(10);
+}
+
+/// Also what is short enough to be buffered until the end.
+void AppViews::export_thatTheDiskRefuses_isTold() {
+    const auto old = ::signal(SIGXFSZ, SIG_IGN);
+    rlimit limit{};
+    ::getrlimit(RLIMIT_FSIZE, &limit);
+    rlimit none = limit;
+    none.rlim_cur = 0;
+    ::setrlimit(RLIMIT_FSIZE, &none);
+    scope()->exportTo(QStringLiteral("refused.png"));
+    ::setrlimit(RLIMIT_FSIZE, &limit);
+    ::signal(SIGXFSZ, old);
+    QVERIFY(!QFile::exists(QStringLiteral("refused.png")));
+    const auto boxes = scope()->findChildren<QMessageBox*>();
+    QCOMPARE(boxes.size(), 1);
+    delete boxes.first();
 }
 
 void AppViews::dump_equalsTheRunners() {

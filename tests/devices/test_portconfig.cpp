@@ -5,6 +5,7 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QDir>
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -277,6 +278,16 @@ private slots:
         confirm();
         QCOMPARE(file().size(), 19);
         QCOMPARE(bench_.boxes(), QStringList{"保存成功"});
+    }
+
+    void ok_whenTheFileCannotBeWritten_claimsNoSuccess() {
+        open();
+        QVERIFY(QDir().mkdir(fileName));  // nothing can be renamed over a folder
+        QSignalSpy problems(m(), &mendo::ModuleManager::fileProblem);
+        confirm();
+        QVERIFY(QDir().rmdir(fileName));
+        QCOMPARE(problems.size(), 1);
+        QCOMPARE(bench_.boxes(), QStringList());
     }
 
     void outputThatIsOn_isSwitchedOffBeforeItsPortLeavesIt_data() {

@@ -4,6 +4,9 @@
 #include <QJsonObject>
 #include <QTest>
 
+#include <algorithm>
+#include <cmath>
+
 /// Openings and closings as lists of (ms, port, value).
 class TestLaserPlan : public QObject {
     Q_OBJECT
@@ -62,6 +65,25 @@ private slots:
         params.refeedStartMs = times[2];
         params.refeedEndMs = times[3];
         QTEST(text(closingPlan(params, 20)), "plan");
+    }
+
+    void endlessRamps_keepTheirLengthInFewSteps() {
+        LaserParams params;
+        params.power = 0.5;
+        params.increaseMs = params.decreaseMs = 1000000000;
+        for (const Sequence& plan : {openingPlan(params, 1), closingPlan(params, 1)}) {
+            QVERIFY(plan.size() < 6000);
+            QCOMPARE(plan.back().ms, 1000000000);
+            double largest = 0.0;
+            double last = -1.0;
+            for (const TimedStep& timed : plan) {
+                if (timed.step.port == AO_LASER_POWER) {
+                    largest = last < 0.0 ? largest : std::max(largest, std::abs(timed.step.value - last));
+                    last = timed.step.value;
+                }
+            }
+            QVERIFY(largest < 0.001);
+        }
     }
 
     void oddParameterValues_readAsZero() {

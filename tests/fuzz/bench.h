@@ -1,0 +1,61 @@
+#pragma once
+
+#include <QByteArray>
+#include <QCoreApplication>
+#include <QString>
+#include <QTemporaryDir>
+
+#include <cstddef>
+#include <cstdint>
+
+namespace fuzz {
+
+/// Where inputs are read: a folder of its own, which is the working directory, and the package's data
+/// tree as after a start with no settings files. One in a process, made for the first input.
+class Bench {
+public:
+    Bench();
+
+    /// Gives a file in the folder this content.
+    void write(const QString& name, const QByteArray& content) const;
+    /// Puts the package's tree back to what it is after a start.
+    void renewTree() const;
+    /// Deletes all files that were kept beside others.
+    void dropKept() const;
+
+private:
+    QTemporaryDir folder_;
+    QCoreApplication application_;
+};
+
+/// What the reading of one input may take: 1 MiB and 200 times the input above what was held before,
+/// at any moment, and one second of this thread. Whoever takes more is aborted. Memory is only
+/// measured under AddressSanitizer.
+class Budget {
+public:
+    explicit Budget(std::size_t inputBytes);
+    ~Budget();
+    Budget(const Budget&) = delete;
+    Budget& operator=(const Budget&) = delete;
+
+private:
+    std::size_t inputBytes_;
+    std::int64_t beganNs_;
+};
+
+/// Takes what was read: here only the reading matters.
+template <typename... Values>
+void use(const Values&...) {}
+
+/// Aborts, saying what does not hold, when it does not.
+void require(bool holds, const char* what);
+
+/// Whether this input is one of those, about one in `share`, that go through costly steps as well; every
+/// one of them after `chooseAll`.
+void chooseAll();
+[[nodiscard]] bool isChosen(const QByteArray& input, unsigned share);
+
+}  // namespace fuzz
+
+/// What every target is: reads one input and uses what was read.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
