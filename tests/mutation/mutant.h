@@ -14,8 +14,8 @@ namespace mutation {
 class Switch {
 public:
     static Switch& instance() {
-        static Switch only;
-        return only;
+        static Switch* const only = new Switch;  // outlives the objects that are destroyed at exit
+        return *only;
     }
 
     bool isActive(int id) {

@@ -120,8 +120,8 @@ def limit():
 def run_test(command, environment, seconds, **extra):
     """How it ended: passed, failed or time-out; and how long it took."""
     with Scratch() as folder:
-        values = dict(os.environ, QT_QPA_PLATFORM="offscreen", HOME=folder, TMPDIR=folder, **environment)
-        values.update(XDG_RUNTIME_DIR=folder, XDG_CONFIG_HOME=folder, **extra)
+        values = {**os.environ, "QT_QPA_PLATFORM": "offscreen", **environment, "HOME": folder, "TMPDIR": folder,
+                  "XDG_RUNTIME_DIR": folder, "XDG_CONFIG_HOME": folder, **extra}
         started = time.monotonic()
         process = subprocess.Popen(command, cwd=folder, env=values, stdin=subprocess.DEVNULL,
                                    stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, preexec_fn=limit)
