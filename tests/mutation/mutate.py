@@ -1,0 +1,389 @@
+#!/usr/bin/python3
+"""Writes mutated copies of C++ sources: one program that holds all mutants, switched at run time.
+
+Every place that can be mutated becomes a choice, `(lumoMutant(17) ? (a <= b) : (a < b))`; the mutant is
+made active by the environment variable LUMO_MUTANT (mutant.h). What the compiler refuses is dropped.
+
+    mutate.py --root DIR --commands compile_commands.json --out DIR FILE…
+
+FILEs are relative to the root. The copies keep their names below --out; mutants.json lists what was
+changed: id, file, line, function, operator, before, after.
+"""
+import argparse
+import bisect
+import json
+import os
+import re
+import shlex
+import sys
+
+from clang.cindex import CursorKind, Index, TypeKind
+
+HERE = os.path.dirname(os.path.abspath(__file__))
+
+SWAPPED = {
+    "<": ("<=", ">="), "<=": ("<", ">"), ">": (">=", "<="), ">=": (">", "<"), "==": ("!=",), "!=": ("==",),
+    "&&": ("||",), "||": ("&&",), "+": ("-",), "-": ("+",), "*": ("/",), "/": ("*",),
+    "+=": ("-=",), "-=": ("+=",), "++": ("--",), "--": ("++",),
+}
+COMPARISONS = ("<", "<=", ">", ">=", "==", "!=")
+WRAPPERS = (CursorKind.UNEXPOSED_EXPR, CursorKind.PAREN_EXPR)
+FUNCTIONS = (CursorKind.FUNCTION_DECL, CursorKind.CXX_METHOD, CursorKind.CONSTRUCTOR, CursorKind.DESTRUCTOR,
+             CursorKind.FUNCTION_TEMPLATE, CursorKind.CONVERSION_FUNCTION)
+STATEMENTS = (CursorKind.CALL_EXPR, CursorKind.BINARY_OPERATOR, CursorKind.UNARY_OPERATOR,
+              CursorKind.COMPOUND_ASSIGNMENT_OPERATOR)
+ARITHMETIC = (TypeKind.BOOL, TypeKind.CHAR_U, TypeKind.UCHAR, TypeKind.USHORT, TypeKind.UINT, TypeKind.ULONG,
+              TypeKind.ULONGLONG, TypeKind.CHAR_S, TypeKind.SCHAR, TypeKind.SHORT, TypeKind.INT,
+              TypeKind.LONG, TypeKind.LONGLONG, TypeKind.FLOAT, TypeKind.DOUBLE, TypeKind.LONGDOUBLE)
+# Statements that tell only a developer something.
+SILENT = re.compile(rb"q(Debug|Info|Warning|Critical)\b|Q_UNUSED|Q_ASSERT")
+
+
+class Site:
+    """A range of the source with the texts that can stand in its place."""
+
+    def __init__(self, start, end, is_statement):
+        self.start, self.end, self.is_statement = start, end, is_statement
+        self.as_bool = False
+        self.alternatives = []  # of dict(kind, before, after, text)
+        self.inner = []
+
+
+class Source:
+    """One file: finds its sites and renders its copy."""
+
+    def __init__(self, path, shown_name, flags):
+        self.path, self.name, self.flags = path, shown_name, flags
+        with open(path, "rb") as file:
+            self.text = file.read()
+        self.sites = {}
+        self.constants = []  # (start and end of the word constexpr, end of the declaration)
+        self.functions = []
+
+    # --- Finding ----------------------------------------------------------------------------------
+
+    def parse(self):
+        unit = Index.create().parse(self.path, args=self.flags)
+        errors = [d for d in unit.diagnostics if d.severity >= 3]
+        if errors:
+            sys.exit(f"{self.path} does not parse: {errors[0]}")
+        for cursor in unit.cursor.get_children():
+            if cursor.location.file and cursor.location.file.name == self.path:
+                self.visit(cursor, "")
+
+    def visit(self, cursor, function):
+        kind = cursor.kind
+        if kind in FUNCTIONS and cursor.is_definition():
+            parent = cursor.semantic_parent
+            owner = parent.spelling + "::" if parent and parent.kind in (
+                CursorKind.CLASS_DECL, CursorKind.STRUCT_DECL) else ""
+            function = owner + cursor.spelling
+        if kind == CursorKind.STATIC_ASSERT:
+            return
+        children = list(cursor.get_children())
+        self.add_expression(cursor, children, function)
+        self.add_condition(cursor, children, function)
+        for child in self.statements_of(cursor, children):
+            self.add_removal(child, function)
+        if kind == CursorKind.VAR_DECL:
+            self.add_constant(cursor)
+        for child in children:
+            self.visit(child, function)
+
+    def range_of(self, cursor):
+        return cursor.extent.start.offset, cursor.extent.end.offset
+
+    def words(self, start, end):
+        return self.text[start:end]
+
+    def add(self, start, end, function, kind, before, after, text, is_statement=False, as_bool=False):
+        if start >= end:
+            return
+        site = self.sites.setdefault((start, end, is_statement), Site(start, end, is_statement))
+        site.as_bool = site.as_bool or as_bool
+        tidy = lambda words: re.sub(r"\s+", " ", words.decode())
+        site.alternatives.append({
+            "file": self.name, "line": self.text.count(b"\n", 0, start) + 1, "function": function,
+            "operator": kind, "before": tidy(before), "after": tidy(after), "text": text})
+
+    def add_expression(self, cursor, children, function):
+        kind = cursor.kind
+        start, end = self.range_of(cursor)
+        whole = self.words(start, end)
+        is_overloaded = kind == CursorKind.CALL_EXPR and cursor.spelling in ("operator==", "operator!=")
+        if kind in (CursorKind.BINARY_OPERATOR, CursorKind.COMPOUND_ASSIGNMENT_OPERATOR) or is_overloaded:
+            if len(children) < 2:
+                return
+            left, right = children[0], children[-1]
+            left_end, right_start = left.extent.end.offset, right.extent.start.offset
+            operator = self.words(left_end, right_start).decode().strip()
+            is_arithmetic = all(c.type.get_canonical().kind in ARITHMETIC for c in (left, right))
+            if operator not in SWAPPED or (operator[0] in "+-*/" and not is_arithmetic):
+                return
+            for swapped in SWAPPED[operator]:
+                text = whole[:left_end - start] + f" {swapped} ".encode() + whole[right_start - start:]
+                self.add(start, end, function, operator, whole, text, text)
+        elif kind == CursorKind.UNARY_OPERATOR and children:
+            operand = self.words(*self.range_of(children[0]))
+            if whole[:1] == b"!" and whole[1:2] != b"=":
+                self.add(start, end, function, "!", whole, operand, b"static_cast<bool>(" + operand + b")")
+            for operator in ("++", "--"):
+                mark, swapped = operator.encode(), SWAPPED[operator][0].encode()
+                if whole.startswith(mark) or whole.endswith(mark):
+                    text = whole.replace(mark, swapped)
+                    self.add(start, end, function, operator, whole, text, text)
+        elif kind == CursorKind.CXX_BOOL_LITERAL_EXPR and whole in (b"true", b"false"):
+            other = b"false" if whole == b"true" else b"true"
+            self.add(start, end, function, "constant", whole, other, other)
+        elif kind in (CursorKind.INTEGER_LITERAL, CursorKind.FLOATING_LITERAL):
+            try:
+                number = int(whole, 0) if kind == CursorKind.INTEGER_LITERAL else float(whole)
+            except ValueError:
+                return
+            for other in (number + 1, number - 1):
+                # The words around tell which constant it was.
+                line_start = self.text.rfind(b"\n", 0, start) + 1
+                line_end = self.text.find(b"\n", end)
+                before = self.words(line_start, line_end).strip()
+                after = (self.words(line_start, start) + str(other).encode() +
+                         self.words(end, line_end)).strip()
+                self.add(start, end, function, "constant", before, after, str(other).encode())
+
+    def add_condition(self, cursor, children, function):
+        """Negates a condition that no other mutant negates already."""
+        kind = cursor.kind
+        if kind in (CursorKind.IF_STMT, CursorKind.WHILE_STMT, CursorKind.CONDITIONAL_OPERATOR) and children:
+            condition = children[0]
+        elif kind == CursorKind.DO_STMT and children:
+            condition = children[-1]
+        else:
+            return
+        if not condition.kind.is_expression():
+            return  # a declaration
+        inner = condition
+        while inner.kind in WRAPPERS and len(list(inner.get_children())) == 1:
+            inner = next(inner.get_children())
+        start, end = self.range_of(condition)
+        whole = self.words(start, end)
+        if any(start <= s <= e <= end and (s, e) == self.range_of(inner) and
+               any(a["operator"] in COMPARISONS + ("!",) for a in site.alternatives)
+               for (s, e, _), site in self.sites.items()):
+            return
+        if inner.kind == CursorKind.UNARY_OPERATOR and whole.startswith(b"!"):
+            return
+        if inner.kind in (CursorKind.BINARY_OPERATOR, CursorKind.CALL_EXPR):
+            operands = list(inner.get_children())
+            between = self.words(operands[0].extent.end.offset, operands[-1].extent.start.offset) if len(
+                operands) > 1 else b""
+            if between.decode(errors="replace").strip() in COMPARISONS:
+                return
+        text = b"!(" + whole + b")"
+        self.add(start, end, function, "condition", whole, text, text, as_bool=True)
+
+    def statements_of(self, cursor, children):
+        kind = cursor.kind
+        if kind == CursorKind.COMPOUND_STMT:
+            return children
+        if kind == CursorKind.IF_STMT:
+            return children[1:]
+        if kind in (CursorKind.WHILE_STMT, CursorKind.FOR_STMT, CursorKind.CXX_FOR_RANGE_STMT,
+                    CursorKind.CASE_STMT, CursorKind.DEFAULT_STMT):
+            return children[-1:]
+        return []
+
+    def add_removal(self, statement, function):
+        inner = statement
+        while inner.kind == CursorKind.UNEXPOSED_EXPR and len(list(inner.get_children())) == 1:
+            inner = next(inner.get_children())
+        is_return = inner.kind == CursorKind.RETURN_STMT and not list(inner.get_children())
+        if not is_return and inner.kind not in STATEMENTS:
+            return
+        start, end = self.range_of(statement)
+        semicolon = re.compile(rb"\s*;").match(self.text, end)
+        whole = self.words(start, end)
+        if semicolon and not SILENT.match(whole):
+            self.add(start, semicolon.end(), function, "statement", whole + b";", b"", b"", is_statement=True)
+
+    def add_constant(self, cursor):
+        """Constants that a mutant changes can be no constexpr."""
+        start, end = self.range_of(cursor)
+        word = re.compile(rb"(static\s+)?constexpr\b").search(self.text, start, end)
+        if word and word.start() == start:
+            at = self.text.index(b"constexpr", start)
+            self.constants.append((at, at + len(b"constexpr"), end))
+
+    # --- Rendering --------------------------------------------------------------------------------
+
+    def tree(self):
+        """The sites with something in them, nested."""
+        alive = [s for s in self.sites.values() if s.alternatives]
+        alive.sort(key=lambda s: (s.start, -s.end, not s.is_statement))
+        top, stack = [], []
+        for site in alive:
+            site.inner = []
+            while stack and stack[-1].end <= site.start:
+                stack.pop()
+            if stack and site.end > stack[-1].end:
+                sys.exit(f"{self.path}: overlapping ranges at byte {site.start}")
+            (stack[-1].inner if stack else top).append(site)
+            stack.append(site)
+        return top
+
+    def render(self):
+        """The copy; fills `placed` with the sites' places in it, outer ones first."""
+        self.placed = []
+        out = bytearray(f'#line 1 "{self.path}"\n'.encode())
+        top = self.tree()
+        starts = sorted(s.start for s in self.sites.values() if s.alternatives)
+        softened = {at: end for at, end, until in self.constants
+                    if bisect.bisect_left(starts, at) < bisect.bisect_left(starts, until)}
+
+        def plain(start, end):
+            at = start
+            for word in sorted(softened):
+                if at <= word and softened[word] <= end:
+                    out.extend(self.text[at:word] + b"const")
+                    at = softened[word]
+            out.extend(self.text[at:end])
+
+        def nested(start, end, sites):
+            at = start
+            for site in sites:
+                plain(at, site.start)
+                place(site)
+                at = site.end
+            plain(at, end)
+
+        def place(site):
+            index = len(self.placed)
+            self.placed.append([len(out), 0, site])
+            if site.is_statement:
+                out.extend(b"{ if (!lumoMutant(%d)) { " % site.alternatives[0]["id"])
+                nested(site.start, site.end, site.inner)
+                out.extend(b" } }")
+            else:
+                out.extend(b"(")
+                for alternative in site.alternatives:
+                    out.extend(b"lumoMutant(%d) ? (" % alternative["id"] + alternative["text"] + b") : ")
+                out.extend(b"static_cast<bool>(" if site.as_bool else b"(")
+                nested(site.start, site.end, site.inner)
+                out.extend(b"))")
+            self.placed[index][1] = len(out)
+
+        nested(0, len(self.text), top)
+        return bytes(out)
+
+    def drop_refused(self):
+        """Drops what does not compile; says how many mutants that were."""
+        dropped = 0
+        for _ in range(20):
+            copy = self.render()
+            # Without the line mark: offsets are of the copy.
+            flags = self.flags + ["-include", os.path.join(HERE, "mutant.h"), "-w", "-ferror-limit=0",
+                                  "-Wno-c++11-narrowing"]
+            first = copy.index(b"\n") + 1
+            unit = Index.create().parse(self.path, args=flags,
+                                        unsaved_files=[(self.path, copy[first:].decode())])
+            errors = [d for d in unit.diagnostics if d.severity >= 3]
+            if not errors:
+                return dropped
+            hit = set()
+            for error in errors:
+                for diagnostic in [error, *error.children]:
+                    offset = diagnostic.location.offset + first
+                    around = [site for start, end, site in self.placed if start <= offset < end]
+                    if around:
+                        hit.add(id(around[-1]))
+                        break
+                    declared = self.constant_near(copy, offset)
+                    if declared:
+                        hit.update(id(site) for site in declared)
+                        break
+            for site in self.sites.values():
+                if id(site) in hit:
+                    dropped += len(site.alternatives)
+                    site.alternatives = []
+            if not hit:
+                sys.exit(f"{self.path}: no mutant explains {errors[0]}")
+        sys.exit(f"{self.path}: the copy does not get right")
+
+    def constant_near(self, copy, offset):
+        """The sites of the declaration that starts on the line of this offset."""
+        line_end = copy.find(b"\n", offset)
+        return [site for start, _, site in self.placed if offset <= start < line_end]
+
+
+def flags_for(path, entry):
+    """The flags of the build, without what names the compiler, its input and its output."""
+    words = shlex.split(entry["command"]) if "command" in entry else entry["arguments"]
+    words = words[next(i for i, w in enumerate(words) if w.startswith("-")):]
+    flags, skip = [], False
+    for word in words:
+        if skip:
+            skip = False
+        elif word in ("-o", "-MF", "-MT", "-MQ"):
+            skip = True
+        elif word not in ("-c", "-MD", "-MMD", path):
+            flags.append(word)
+    # libclang knows no place of its own for the compiler's headers.
+    return flags + ["-w", *builtin_includes()]
+
+
+def builtin_includes():
+    if not hasattr(builtin_includes, "found"):
+        folders = sorted(f"/usr/lib/clang/{v}/include" for v in os.listdir("/usr/lib/clang")) if os.path.isdir(
+            "/usr/lib/clang") else []
+        builtin_includes.found = [w for f in folders[-1:] for w in ("-isystem", f)]
+    return builtin_includes.found
+
+
+def write_if_new(path, content):
+    if os.path.exists(path):
+        with open(path, "rb") as file:
+            if file.read() == content:
+                return
+    os.makedirs(os.path.dirname(path), exist_ok=True)
+    with open(path, "wb") as file:
+        file.write(content)
+
+
+def mutate(root, commands, out, names):
+    """Writes the copies and mutants.json; gives the mutants."""
+    with open(commands) as file:
+        entries = {os.path.realpath(os.path.join(e["directory"], e["file"])): e for e in json.load(file)}
+    mutants = []
+    for name in names:
+        path = os.path.realpath(os.path.join(root, name))
+        source = Source(path, name, flags_for(path, entries[path]))
+        source.parse()
+        following = len(mutants)
+        for site in sorted(source.sites.values(), key=lambda s: (s.start, -s.end)):
+            for alternative in site.alternatives:
+                alternative["id"] = following
+                following += 1
+        dropped = source.drop_refused()
+        # Numbered again without those that were dropped.
+        following = len(mutants)
+        for site in sorted(source.sites.values(), key=lambda s: (s.start, -s.end)):
+            for alternative in site.alternatives:
+                alternative["id"] = following
+                following += 1
+                mutants.append({k: v for k, v in alternative.items() if k != "text"})
+        write_if_new(os.path.join(out, name), source.render())
+        print(f"{name}: {len([m for m in mutants if m['file'] == name])} mutants, {dropped} dropped", flush=True)
+    write_if_new(os.path.join(out, "mutants.json"), json.dumps(mutants, indent=1, ensure_ascii=False).encode())
+    return mutants
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
+    parser.add_argument("--root", required=True)
+    parser.add_argument("--commands", required=True)
+    parser.add_argument("--out", required=True)
+    parser.add_argument("files", nargs="+")
+    arguments = parser.parse_args()
+    mutate(arguments.root, arguments.commands, arguments.out, arguments.files)
+
+
+if __name__ == "__main__":
+    main()
