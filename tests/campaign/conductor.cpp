@@ -1,5 +1,6 @@
 #include "campaign/conductor.h"
 
+#include "binding/signalsbindwidget.h"
 #include "executor/lumoexecutor.h"
 #include "module/globals.h"
 #include "module/keys.h"
@@ -29,7 +30,10 @@ void Conductor::begin() {
 
 bool Conductor::atRest() const {
     const Facts facts = Recorder::facts();
-    return facts.idle && facts.depth == 0 && facts.pending == 0 && world_.controller->standsStill();
+    const bool nothingWaits =
+        !world_.panel.stations() || !world_.panel.isListening() || world_.panel.stations()->queued() == 0;
+    return facts.idle && facts.depth == 0 && facts.pending == 0 && nothingWaits &&
+           world_.controller->standsStill();
 }
 
 void Conductor::enter(Course course) {
@@ -63,8 +67,7 @@ void Conductor::tick() {
             break;
         case Course::Stopping:
             if (now > sinceMs_ + scenario_.endMs && atRest()) {
-                tick_.stop();
-                enter(Course::Over);
+                end();
             } else if (now > sinceMs_ + scenario_.endMs + closingMs()) {
                 tick_.stop();
                 stuck_(QStringLiteral("pause and power off did not bring the executor to rest"));
@@ -73,6 +76,18 @@ void Conductor::tick() {
         case Course::Over:
             break;
     }
+}
+
+/// What is still open is answered when everything is over, and whatever that does is over too.
+void Conductor::end() {
+    if (PageWorld::dialogs() > 0 && !answered_) {
+        answered_ = true;
+        performer_.replyToAll();
+        enter(Course::Stopping);
+        return;
+    }
+    tick_.stop();
+    enter(Course::Over);
 }
 
 /// What is awaited cannot come: an input that the cell does not have, or a result that got lost.

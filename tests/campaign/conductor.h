@@ -24,6 +24,7 @@ private:
 
     void tick();
     void give();
+    void end();
     void stopAll();
     void checkWait();
     void complain(const QString& words);
@@ -39,6 +40,7 @@ private:
     std::function<void(const QString&)> stuck_;
     Course course_ = Course::Planned;
     qint64 sinceMs_ = 0;
+    bool answered_ = false;  ///< everything that was open at the end
     int gifts_ = 0;
     int standing_ = 0;  ///< ticks since the robot that is waited for has nothing to do
     QTimer tick_;

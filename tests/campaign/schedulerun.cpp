@@ -2,6 +2,7 @@
 
 #include "campaign/conductor.h"
 #include "campaign/sources.h"
+#include "campaign/triggers.h"
 #include "module/globals.h"
 
 #include <algorithm>
@@ -44,6 +45,10 @@ Outcome runSchedule(World& world, const Scenario& scenario, const Observers& obs
     };
     world.fill(scenario);
     Performer performer(world, recorder, scenario);
+    std::unique_ptr<Triggers> triggers;
+    if (scenario.stage != Stage::Bare) {
+        triggers = std::make_unique<Triggers>(performer);
+    }
     Sources first;
     QObject::connect(&first, &Sources::heard, &recorder, [&](const Event& event) {
         const Event kept = recorder.record(event);
@@ -59,10 +64,15 @@ Outcome runSchedule(World& world, const Scenario& scenario, const Observers& obs
     first.follow(executor);
     world.makeCell(scenario);
     first.follow(world.controller.get(), world.cell.get());
+    world.makePage(scenario);
     Sources last;
     last.hearOnly(executor);
     QObject::connect(&last, &Sources::heard, &performer,
                      [&performer](const Event& event) { performer.notice(event, false); });
+
+    if (triggers) {
+        triggers->listenLast();
+    }
 
     Conductor conductor(world, recorder, performer, scenario);
     conductor.setStuckHandler([&](const QString& words) {

@@ -12,7 +12,6 @@
 #include "panel/lumowidget.h"
 
 #include <QApplication>
-#include <QDir>
 #include <QMessageBox>
 #include <QPixmapCache>
 
@@ -31,24 +30,19 @@ QString assignment(int port) {
 }  // namespace
 
 World::World() : time(*sim::VirtualTime::instance()) {
-    QDir::setCurrent(folder_.path());
     mendo::LogHub::instance()->setConsole(false);
     kord::ManagerHelper::instance()->module()->mobj()->set(this, QStringLiteral("language"),
                                                            QStringLiteral("en"));
     QPixmapCache::setCacheLimit(0);  // it would keep a timer, which is no timer of ours
-    center_ = std::make_unique<QStackedWidget>();
-    center_->addWidget(new QWidget);
-    setInstantiatedCenterWidget(center_.get());
-    center_->show();
-    { const LumoWidget page; }  // fills the tree and makes the executor, which outlive it
+    { const LumoWidget page; }       // fills the tree and makes the executor, which outlive it
     endExecutor();
     pristine_ = m(lumo::key::lumo)->exportToJson();
     time.settle();
 }
 
 World::~World() {
+    panel.end();
     endExecutor();
-    setInstantiatedCenterWidget(nullptr);
 }
 
 void World::fill(const Scenario& scenario) {
@@ -66,7 +60,7 @@ void World::fill(const Scenario& scenario) {
     m(lumo::key::executeDt)->setValue(this, scenario.dtMs);
     m(lumo::key::weldSwitch)->setValue(this, scenario.weld);
     m(lumo::key::handWeldSwitch)->setValue(this, scenario.handWeld);
-    hand_or_signalbing = 0;
+    panel.prepare(scenario);
     timersBefore_ = time.armedTimers();
 }
 
@@ -88,6 +82,12 @@ void World::makeCell(const Scenario& scenario) {
                                       name(DO_LASER_ENABLE), name(AO_LASER_POWER), name(AO_WIRE_SPEED)});
 }
 
+void World::makePage(const Scenario& scenario) {
+    if (scenario.stage != Stage::Bare) {
+        panel.make();
+    }
+}
+
 void World::endExecutor() {
     delete executor;
     executor = nullptr;
@@ -102,6 +102,7 @@ Ending World::takeDown(int resumeLines) {
     ending.outputsOn = outputsOn();
     ending.resumeLine = m(lumo::key::currentLine)->getInt(-1);
     ending.lineCount = resumeLines;
+    panel.end();
     closeMessages();
     time.settle();
     ending.boxes = messageCount();
