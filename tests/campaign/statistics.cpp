@@ -65,10 +65,6 @@ QString stopBy(const Event& event) {
     if (event.kind == Kind::Power && event.value == 0) {
         return event.text.isEmpty() ? QStringLiteral("a loss of power") : event.text;
     }
-    if (event.kind == Kind::Act &&
-        (name.endsWith(QLatin1String("weld switch")) || name == QLatin1String("mode"))) {
-        return QStringLiteral("the permission");
-    }
     return event.kind == Kind::Act && name == QLatin1String("quit") ? name : QString();
 }
 
@@ -157,9 +153,13 @@ QString Statistics::causeOf(const Wait& wait) const {
         }
     }
     const bool forRobot = wait.kind == QLatin1String("move") || wait.kind == QLatin1String("zone");
-    for (auto event = recent_.rbegin(); forRobot && event != recent_.rend(); ++event) {
-        if (event->kind == Kind::Result || event->kind == Kind::Zone) {
+    const bool needsPermission = wait.kind == QLatin1String("preflow");
+    for (auto event = recent_.rbegin(); event != recent_.rend(); ++event) {
+        if (forRobot && (event->kind == Kind::Result || event->kind == Kind::Zone)) {
             return event->kind == Kind::Zone ? QStringLiteral("the zone") : QStringLiteral("a result");
+        }
+        if (needsPermission && event->kind == Kind::Permission && !event->facts.permitted) {
+            return QStringLiteral("the permission lost");
         }
     }
     if (wait.dueMs >= 0 && wait.dueMs <= mendo::Clock::current().elapsedMs()) {
