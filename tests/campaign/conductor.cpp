@@ -5,6 +5,8 @@
 #include "module/globals.h"
 #include "module/keys.h"
 
+#include <QCoreApplication>
+
 #include <algorithm>
 
 namespace campaign {
@@ -38,6 +40,9 @@ bool Conductor::atRest() const {
 
 void Conductor::enter(Course course) {
     course_ = course;
+    if (course == Course::Over && scenario_.quits()) {
+        QCoreApplication::exit();
+    }
     sinceMs_ = recorder_.nowMs();
 }
 

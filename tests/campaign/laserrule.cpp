@@ -39,6 +39,12 @@ void LaserRule::on(const Event& event, const Outputs& outputs, const Runs& runs)
                 }
             }
             break;
+        case Kind::Quit:
+            closeNow(event, outputs, QString());
+            if (laserOn) {
+                closeWithin(event, 0, QStringLiteral("the request to quit"));
+            }
+            break;
         case Kind::Permission:
             onPermission(event, laserOn);
             break;
@@ -51,7 +57,7 @@ void LaserRule::on(const Event& event, const Outputs& outputs, const Runs& runs)
             onWrite(event, outputs);
             break;
         case Kind::Emission:
-            if (event.value != 0 && !laserOn) {
+            if (event.value != 0 && !laserOn && !outputs.byHand(DO_LASER_ENABLE)) {
                 broken(QStringLiteral("the source emits, though the laser was not enabled"));
             }
             break;

@@ -217,6 +217,11 @@ void addPage(Scenario& scenario, Random& random) {
         insert(scenario.actions, 1 + random.below(scenario.actions.size()),
                input ? drawStationInput(random) : drawSomething(scenario.stage, random));
     }
+    if (random.chance(10)) {
+        Action quit = follower(Kind::Quit, 0);
+        quit.moment = drawTurn(random);
+        insert(scenario.actions, 1 + random.below(scenario.actions.size()), {quit});
+    }
     if (random.chance(5)) {
         Action panel = follower(Kind::Panel, 0);
         panel.on = random.chance(80);

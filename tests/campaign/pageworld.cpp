@@ -178,6 +178,10 @@ QString PageWorld::disagreement() const {
     return markers > 1 ? QStringLiteral("%1 rows are marked").arg(markers) : QString();
 }
 
+int PageWorld::objects() {
+    return instantiatedCenterWidget()->findChildren<QObject*>().size();
+}
+
 int PageWorld::dialogs() {
     return openDialogs().size();
 }

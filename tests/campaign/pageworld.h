@@ -42,8 +42,9 @@ public:
 
     /// What of the program the table shows otherwise than it is; empty when they agree.
     [[nodiscard]] QString disagreement() const;
-    /// QObjects of the page, and dialogs on the screen.
     [[nodiscard]] static int dialogs();
+    /// Below the host's central widget, besides its layout.
+    [[nodiscard]] static int objects();
 
 private:
     QTemporaryDir folder_;

@@ -212,7 +212,10 @@ void Performer::carryOut(const Action& action) {
 
 void Performer::carryOutAtPage(const Action& action) {
     using Kind = Action::Kind;
-    act(Event::Kind::Act, action.toText(), 0, [&] {
+    if (action.kind == Kind::Quit) {
+        quitMs_ = recorder_.nowMs();
+    }
+    act(action.kind == Kind::Quit ? Event::Kind::Quit : Event::Kind::Act, action.toText(), 0, [&] {
         if (action.kind == Kind::Hand) {
             hand_.doThis(action.text, action.number, action.mode, action.on, *world_.controller);
         } else if (action.kind == Kind::Reply) {
@@ -226,6 +229,18 @@ void Performer::carryOutAtPage(const Action& action) {
             QCoreApplication::quit();
         }
     });
+    checkTable();
+}
+
+/// The table tells of the program as it is, whatever was done.
+void Performer::checkTable() {
+    const QString wrong = world_.panel.disagreement();
+    if (!wrong.isEmpty()) {
+        Event event;
+        event.kind = Event::Kind::Complaint;
+        event.text = wrong;
+        recorder_.record(event);
+    }
 }
 
 Event Performer::asked(Event::Kind kind, int line, int mode, bool withSender) {
@@ -334,6 +349,7 @@ void Performer::replace(bool hand) {
     }
     act(Event::Kind::Replace, QStringLiteral("hand program replaced"), 0,
         [&] { m(lumo::key::program)->loadJson(this, scenario_.otherProgram); });
+    checkTable();
 }
 
 void Performer::edit(int kind, int line) {

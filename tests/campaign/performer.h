@@ -34,6 +34,9 @@ public:
     /// Answers every dialog that is left.
     void replyToAll();
 
+    /// When the application was asked to quit; -1: it was not.
+    [[nodiscard]] qint64 quitMs() const { return quitMs_; }
+
     /// Actions of the end of a schedule.
     void pause();
     void setPower(bool on);
@@ -52,6 +55,7 @@ private:
     void perform(int index);
     void carryOut(const Action& action);
     void carryOutAtPage(const Action& action);
+    void checkTable();
     void start(const Action& action);
     void once(const Action& action);
     /// What a start or step asks for, as things stand.
@@ -75,6 +79,7 @@ private:
     bool ownTrigger_ = false;  ///< the next trigger that is heard of was written here
     qint64 lastMs_ = 0;
     bool mayLoseErrors_ = false;
+    qint64 quitMs_ = -1;
 };
 
 }  // namespace campaign

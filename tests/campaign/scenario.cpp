@@ -4,6 +4,8 @@
 
 #include <QStringList>
 
+#include <algorithm>
+
 namespace campaign {
 
 namespace {
@@ -132,6 +134,11 @@ QJsonObject Action::toJson() const {
             {"text", text},
             {"moment", moment.toJson()},
             {"words", toText() + QStringLiteral(", ") + moment.toText()}};
+}
+
+bool Scenario::quits() const {
+    return std::any_of(actions.begin(), actions.end(),
+                       [](const Action& action) { return action.kind == Action::Kind::Quit; });
 }
 
 QJsonObject Scenario::toJson() const {

@@ -91,6 +91,8 @@ struct Scenario {
     QJsonObject projects;      ///< files in the working directory: statements by the file's name
     QVector<Action> actions;
 
+    /// Whether the application ends in it: then it has to run in the application's own loop.
+    [[nodiscard]] bool quits() const;
     [[nodiscard]] QJsonObject toJson() const;
 };
 

@@ -5,6 +5,8 @@
 #include "campaign/triggers.h"
 #include "module/globals.h"
 
+#include <QCoreApplication>
+
 #include <algorithm>
 #include <cstdlib>
 
@@ -85,8 +87,17 @@ Outcome runSchedule(World& world, const Scenario& scenario, const Observers& obs
         observers.ready(world);
     }
     conductor.begin();
-    world.time.advanceUntil([&conductor] { return conductor.isOver(); }, limitMs);
-    checker.end(world.takeDown(recorder.resumeLines()));
+    if (scenario.quits()) {
+        QCoreApplication::exec();
+    } else {
+        world.time.advanceUntil([&conductor] { return conductor.isOver(); }, limitMs);
+    }
+    const qint64 overMs = recorder.nowMs();
+    performer.stop();
+    Ending ending = world.takeDown(recorder.resumeLines());
+    ending.quit = performer.quitMs() >= 0;
+    ending.quitTookMs = ending.quit ? overMs - performer.quitMs() : 0;
+    checker.end(ending);
     onQtMessage = nullptr;
     return outcomeOf(recorder, checker.broken());
 }

@@ -15,6 +15,8 @@
 #include <QMessageBox>
 #include <QPixmapCache>
 
+#include <private/qfont_p.h>
+
 namespace campaign {
 
 namespace {
@@ -61,11 +63,13 @@ void World::fill(const Scenario& scenario) {
     m(lumo::key::weldSwitch)->setValue(this, scenario.weld);
     m(lumo::key::handWeldSwitch)->setValue(this, scenario.handWeld);
     panel.prepare(scenario);
-    timersBefore_ = time.armedTimers();
+    timersBefore_ = armedTimers();
+    objectsBefore_ = objects();
 }
 
 void World::makeExecutor() {
     executor = new LumoExecutor(m(lumo::key::lumo));
+    helpersBefore_ = executor->findChildren<QObject*>().size();
 }
 
 void World::makeCell(const Scenario& scenario) {
@@ -102,16 +106,32 @@ Ending World::takeDown(int resumeLines) {
     ending.outputsOn = outputsOn();
     ending.resumeLine = m(lumo::key::currentLine)->getInt(-1);
     ending.lineCount = resumeLines;
+    ending.station = panel.staleStation();
+    if (executor) {
+        ending.objectsMore = executor->findChildren<QObject*>().size() - helpersBefore_;
+    }
     panel.end();
+    time.settle();
     closeMessages();
     time.settle();
+    ending.objectsMore += objects() - objectsBefore_;
     ending.boxes = messageCount();
-    ending.timersMore = time.armedTimers(controller.get()) - timersBefore_;
+    ending.timersMore = armedTimers() - timersBefore_;
     endExecutor();
     cell.reset();
     controller.reset();
     time.settle();
     return ending;
+}
+
+/// Those of the controller, which models a robot, and of Qt's cache of fonts are no timers of ours.
+int World::armedTimers() const {
+    return time.armedTimers(controller.get()) - time.registeredTimers(QFontCache::instance()).size();
+}
+
+/// On the screen and below the host's central widget.
+int World::objects() const {
+    return PageWorld::objects() + QApplication::topLevelWidgets().size();
 }
 
 QStringList World::outputsOn() const {

@@ -40,9 +40,13 @@ public:
 
 private:
     [[nodiscard]] QStringList outputsOn() const;
+    [[nodiscard]] int armedTimers() const;
+    [[nodiscard]] int objects() const;
 
     QJsonValue pristine_;  ///< the subtree as the package fills it
     int timersBefore_ = 0;
+    int objectsBefore_ = 0;
+    int helpersBefore_ = 0;
 };
 
 void closeMessages();
