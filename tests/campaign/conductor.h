@@ -15,6 +15,8 @@ public:
     Conductor(World& world, Recorder& recorder, Performer& performer, const Scenario& scenario);
 
     void begin();
+    /// Forgets the rest, where the application has ended.
+    void stop() { tick_.stop(); }
     [[nodiscard]] bool isOver() const { return course_ == Course::Over; }
     /// What cannot go on; then nothing of this schedule can be taken down.
     void setStuckHandler(std::function<void(const QString&)> handler) { stuck_ = std::move(handler); }

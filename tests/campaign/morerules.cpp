@@ -41,7 +41,7 @@ void GasRule::on(const Event& event, const Outputs& outputs, const Runs& runs) {
 }
 
 void GasRule::onGasOff(const Event& event, const Outputs& outputs, const Runs& runs) {
-    if (outputs.value(DO_LASER_ENABLE) != 0) {
+    if (outputs.value(DO_LASER_ENABLE) != 0 && pausedMs_ < 0) {
         gasOffMs_ = event.ms;
     }
     if (off_ || runs.inPower()) {

@@ -116,17 +116,17 @@ Ending World::takeDown(int resumeLines) {
     time.settle();
     ending.objectsMore += objects() - objectsBefore_;
     ending.boxes = messageCount();
-    ending.timersMore = armedTimers() - timersBefore_;
-    endExecutor();
     cell.reset();
     controller.reset();
+    ending.timersMore = armedTimers() - timersBefore_;
+    endExecutor();
     time.settle();
     return ending;
 }
 
-/// Those of the controller, which models a robot, and of Qt's cache of fonts are no timers of ours.
+/// Those of Qt's cache of fonts are no timers of ours.
 int World::armedTimers() const {
-    return time.armedTimers(controller.get()) - time.registeredTimers(QFontCache::instance()).size();
+    return time.armedTimers() - time.registeredTimers(QFontCache::instance()).size();
 }
 
 /// On the screen and below the host's central widget.
