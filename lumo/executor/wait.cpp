@@ -42,7 +42,9 @@ WaitEnd Waiter::run(WaitKind kind, const QString& detail, qint64 dueMs) {
     const int wake = dueMs < 0 ? 0 : schedule_.wakeAt(dueMs, [this] { end(WaitEnd::Time); });
     push(kind, detail, dueMs);
     if (!ended_) {
+        entered_ = true;
         loop_.exec();  // ended by end(), or by the application's quit, which leaves the reason as it is
+        entered_ = false;
     }
     schedule_.cancelWake(wake);
     onStack_ = false;
@@ -56,12 +58,15 @@ WaitEnd Waiter::run(WaitKind kind, const QString& detail, qint64 dueMs) {
 WaitEnd Waiter::runPrivate(WaitKind kind, const QString& detail, qint64 dueMs) {
     QEventLoop loop;
     WaitEnd reason = WaitEnd::Quit;
-    const int wake = schedule_.wakeAt(dueMs, [&loop, &reason] {
-        reason = WaitEnd::Time;
+    bool entered = false;
+    const int wake = schedule_.wakeAt(dueMs, [&loop, &reason, &entered] {
+        // As in end().
+        reason = !entered || loop.isRunning() ? WaitEnd::Time : WaitEnd::Quit;
         loop.quit();
     });
     push(kind, detail, dueMs);
     if (reason != WaitEnd::Time) {
+        entered = true;
         loop.exec();  // ended by its time, or by the application's quit
     }
     schedule_.cancelWake(wake);
@@ -74,8 +79,12 @@ void Waiter::end(WaitEnd reason, int code) {
         return;
     }
     ended_ = true;
-    reason_ = reason;
-    code_ = code;
+    // A loop that was told to end already is one of a quitting application: what comes in the same turn
+    // must not let the run go on.
+    if (!entered_ || loop_.isRunning()) {
+        reason_ = reason;
+        code_ = code;
+    }
     loop_.exit();
 }
 

@@ -1,7 +1,9 @@
 #include "module/globals.h"
 #include "support/executorbench.h"
 
+#include <QRegularExpression>
 #include <QTest>
+#include <QTimer>
 
 using test::sameLog;
 
@@ -219,7 +221,8 @@ private slots:
     void aDarkStartInsideARamp_switchesTheLaserOffFirst() {
         QFETCH(bool, once);
         bench_.setParam("decrease_time", 2000);
-        bench_.load(R"([{"type":"open"},{"type":"delay","delaytime":5000},{"type":"close"},{"type":"moveL"}])");
+        bench_.load(
+            R"([{"type":"open"},{"type":"delay","delaytime":5000},{"type":"close"},{"type":"moveL"}])");
         bench_.at(1000, [] { test::ExecutorBench::pause(); });
         bench_.run();
         bench_.time.advance(50);
@@ -334,6 +337,29 @@ private slots:
         bench_.run();
         QCOMPARE(bench_.robot.offSince("LASER"), qint64(310));
         QCOMPARE(bench_.robot.firstTime("PULL 1"), qint64(-1));
+    }
+
+    void aQuitInTheTurnInWhichAWaitEnds_shutsDown_data() {
+        QTest::addColumn<int>("ms");
+        QTest::newRow("pre-flow") << 200;
+        QTest::newRow("dwell") << 450;
+        QTest::newRow("delay") << 750;
+    }
+
+    /// The wait's own time comes right behind the request, before any loop has ended.
+    void aQuitInTheTurnInWhichAWaitEnds_shutsDown() {
+        QFETCH(int, ms);
+        bench_.setParam("stay_time", 250);  // the ramp is over before
+        bench_.load(weld(R"({"type":"delay","delaytime":300})"));
+        bench_.at(ms, [] { QCoreApplication::quit(); });
+        QTimer::singleShot(0, qApp, [this] { bench_.run(); });
+        QCoreApplication::exec();
+        const QString at = QString::number(ms);
+        QStringList off{" PULL 0", " WIRE 0", " POWER 0", " LASER 0", " DUTY 0", " FREQ 0", " GAS 0"};
+        off.replaceInStrings(QRegularExpression("^"), at);
+        QVERIFY(sameLog(equipment().filter(QRegularExpression("^" + at + " ")), off));
+        QCOMPARE(bench_.robot.nowMs(), qint64(ms));
+        QCOMPARE(bench_.state(), "idle");
     }
 
     void powerLossAfterAPause_shutsDownToo() {
