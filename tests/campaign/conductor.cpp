@@ -16,6 +16,7 @@ namespace {
 constexpr int tickMs = 37;  // out of step with the executor's polls
 constexpr qint64 plannedLimitMs = 30000;
 constexpr qint64 givingLimitMs = 300000;
+constexpr qint64 listeningLimitMs = 20000;  ///< stations may ask for their projects for ever
 constexpr int standingTicks = 20;
 
 }  // namespace
@@ -54,6 +55,7 @@ void Conductor::tick() {
             if (now > plannedLimitMs || (now > performer_.lastMs() + 200 && atRest())) {
                 performer_.stop();
                 world_.controller->setPower(true);
+                releaseStations();
                 enter(Course::Giving);
             }
             break;
@@ -67,6 +69,9 @@ void Conductor::tick() {
                     complain(QStringLiteral("the run does not end"));
                 }
             } else {
+                if (now > sinceMs_ + listeningLimitMs) {
+                    world_.panel.stopListening();
+                }
                 give();
             }
             break;
@@ -99,6 +104,13 @@ void Conductor::end() {
 bool Conductor::isHopeless() const {
     return performer_.mayLoseErrors() ||
            executor->waiting().value(QStringLiteral("detail")).toString() == QLatin1String("DI99");
+}
+
+/// A stop input that is held pauses again and again.
+void Conductor::releaseStations() {
+    for (int input = 3; world_.panel.isListening() && input <= 14; ++input) {
+        performer_.setInput(QStringLiteral("DI%1").arg(input), false);
+    }
 }
 
 /// Each input takes both states, long enough for the executor's poll.

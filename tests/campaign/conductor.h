@@ -25,6 +25,7 @@ private:
     enum class Course { Planned, Giving, Stopping, Over };
 
     void tick();
+    void releaseStations();
     void give();
     void end();
     void stopAll();

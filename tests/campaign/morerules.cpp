@@ -20,8 +20,11 @@ void GasRule::on(const Event& event, const Outputs& outputs, const Runs& runs) {
     postFlowMs_ = std::min(postFlowMs_, event.facts.postFlowMs);
     if (laserOn) {
         laserOffMs_ = event.ms;
+    }
+    if (laserOn && !closing_) {
         postFlowMs_ = event.facts.postFlowMs;
     }
+    closing_ |= event.kind == Kind::Write && event.port == DO_WIRE_PULLBACK && event.value != 0;
     if (event.kind == Kind::Pause) {
         pausedMs_ = event.ms;
         postFlowMs_ = event.facts.postFlowMs;
@@ -29,6 +32,7 @@ void GasRule::on(const Event& event, const Outputs& outputs, const Runs& runs) {
         off_ = true;
     } else if (event.kind == Kind::Write && event.port == DO_GAS) {
         if (event.value != 0) {
+            closing_ = false;
             pausedMs_ = -1;
             laserOffMs_ = -1;
         } else if (outputs.value(DO_GAS) != 0) {

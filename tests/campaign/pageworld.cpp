@@ -132,6 +132,13 @@ bool PageWorld::isListening() const {
     return page && page->findChild<SwitchButton*>(QStringLiteral("switchBtn"))->checked();
 }
 
+void PageWorld::stopListening() const {
+    if (isListening()) {
+        auto* const button = stations()->findChild<SwitchButton*>(QStringLiteral("switchBtn"));
+        send(button, QEvent::MouseButtonPress, button->rect().center(), Qt::LeftButton);
+    }
+}
+
 QString PageWorld::staleStation() const {
     const SignalsBindWidget* const page = stations();
     const QTableWidget* const shown = page ? page->findChild<QTableWidget*>() : nullptr;

@@ -37,6 +37,8 @@ public:
 
     /// Whether the switch of the stations is on.
     [[nodiscard]] bool isListening() const;
+    /// Switches it off, whatever dialog is open.
+    void stopListening() const;
     /// What the stations' page shows of stations that wait for nothing, but should not.
     [[nodiscard]] QString staleStation() const;
 
