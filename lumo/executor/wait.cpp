@@ -2,6 +2,10 @@
 
 namespace {
 
+/// Exit code of a loop that its own wait has ended. The application's quit ends every loop with another
+/// one, also a loop that was told to end in the same turn and has not returned yet.
+constexpr int ownCode = 0x10c;
+
 QString kindName(WaitKind kind) {
     switch (kind) {
         case WaitKind::Move:
@@ -26,6 +30,13 @@ QString kindName(WaitKind kind) {
     return QString();
 }
 
+/// A loop that was told to end already is one of an application that quits: that counts.
+void exitOwn(QEventLoop* loop, bool entered) {
+    if (entered && loop->isRunning()) {
+        loop->exit(ownCode);
+    }
+}
+
 }  // namespace
 
 Waiter::Waiter(QEventLoop& loop, Schedule& schedule, QObject* parent)
@@ -43,7 +54,9 @@ WaitEnd Waiter::run(WaitKind kind, const QString& detail, qint64 dueMs) {
     push(kind, detail, dueMs);
     if (!ended_) {
         entered_ = true;
-        loop_.exec();  // ended by end(), or by the application's quit, which leaves the reason as it is
+        if (loop_.exec() != ownCode) {
+            reason_ = WaitEnd::Quit;
+        }
         entered_ = false;
     }
     schedule_.cancelWake(wake);
@@ -60,14 +73,15 @@ WaitEnd Waiter::runPrivate(WaitKind kind, const QString& detail, qint64 dueMs) {
     WaitEnd reason = WaitEnd::Quit;
     bool entered = false;
     const int wake = schedule_.wakeAt(dueMs, [&loop, &reason, &entered] {
-        // As in end().
-        reason = !entered || loop.isRunning() ? WaitEnd::Time : WaitEnd::Quit;
-        loop.quit();
+        reason = WaitEnd::Time;
+        exitOwn(&loop, entered);
     });
     push(kind, detail, dueMs);
     if (reason != WaitEnd::Time) {
         entered = true;
-        loop.exec();  // ended by its time, or by the application's quit
+        if (loop.exec() != ownCode) {
+            reason = WaitEnd::Quit;
+        }
     }
     schedule_.cancelWake(wake);
     pop();
@@ -79,13 +93,9 @@ void Waiter::end(WaitEnd reason, int code) {
         return;
     }
     ended_ = true;
-    // A loop that was told to end already is one of a quitting application: what comes in the same turn
-    // must not let the run go on.
-    if (!entered_ || loop_.isRunning()) {
-        reason_ = reason;
-        code_ = code;
-    }
-    loop_.exit();
+    reason_ = reason;
+    code_ = code;
+    exitOwn(&loop_, entered_);
 }
 
 QVariantMap Waiter::waiting() const {

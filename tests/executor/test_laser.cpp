@@ -341,17 +341,24 @@ private slots:
 
     void aQuitInTheTurnInWhichAWaitEnds_shutsDown_data() {
         QTest::addColumn<int>("ms");
-        QTest::newRow("pre-flow") << 200;
-        QTest::newRow("dwell") << 450;
-        QTest::newRow("delay") << 750;
+        QTest::addColumn<bool>("before");
+        for (const bool before : {true, false}) {
+            QTest::addRow("pre-flow, %d", before) << 200 << before;
+            QTest::addRow("dwell, %d", before) << 450 << before;
+            QTest::addRow("delay, %d", before) << 750 << before;
+        }
     }
 
-    /// The wait's own time comes right behind the request, before any loop has ended.
+    /// The wait's own time comes right behind the request or before it; no loop has returned yet.
     void aQuitInTheTurnInWhichAWaitEnds_shutsDown() {
         QFETCH(int, ms);
         bench_.setParam("stay_time", 250);  // the ramp is over before
         bench_.load(weld(R"({"type":"delay","delaytime":300})"));
-        bench_.at(ms, [] { QCoreApplication::quit(); });
+        QFETCH(bool, before);
+        const auto quit = [] { QCoreApplication::quit(); };
+        // Of what is due together, that comes first which was armed first.
+        bench_.at(before ? ms : ms - 1,
+                  [before, quit] { before ? quit() : QTimer::singleShot(1, Qt::PreciseTimer, qApp, quit); });
         QTimer::singleShot(0, qApp, [this] { bench_.run(); });
         QCoreApplication::exec();
         const QString at = QString::number(ms);
