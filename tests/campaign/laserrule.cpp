@@ -1,6 +1,8 @@
 #include "campaign/rules.h"
 #include "devices/ports.h"
 
+#include <algorithm>
+
 namespace campaign {
 
 using Kind = Event::Kind;
@@ -155,7 +157,7 @@ void LaserRule::onWrite(const Event& event, const Outputs& outputs) {
     } else if (event.port == DO_GAS && switchesOn && !armed_) {
         broken(QStringLiteral("the gas is switched on outside an opening"));
     } else if (event.port == AO_LASER_POWER && laserOn && !armed_ &&
-               event.value > outputs.value(AO_LASER_POWER)) {
+               event.value > std::max(0, outputs.value(AO_LASER_POWER))) {
         broken(QStringLiteral("a closing raises the laser power from %1 to %2")
                    .arg(outputs.value(AO_LASER_POWER))
                    .arg(event.value));
