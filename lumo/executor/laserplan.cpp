@@ -12,13 +12,15 @@ double fraction(const ModuleObject* set, const char* name) {
     return set->c(QString::fromLatin1(name), false)->getDouble(0.0) / 100.0;
 }
 
+/// Not negative, and at most some days: the sum of a closing's times has to fit.
 int milliseconds(const ModuleObject* set, const char* name) {
-    return std::max(0, set->c(QString::fromLatin1(name), false)->getInt(0));
+    constexpr int longestMs = 500'000'000;
+    return std::clamp(set->c(QString::fromLatin1(name), false)->getInt(0), 0, longestMs);
 }
 
-/// The step of a ramp of this length. A ramp that is longer than any that the page takes, out of a file
-/// that somebody typed, keeps its length with wider steps: they must fit into memory.
-int rampStep(int rampMs, int dtMs) {
+/// Step of a ramp. One that is longer than any that the page takes, out of a file that somebody typed,
+/// keeps its length with wider steps: they must fit into memory.
+int stepOf(int rampMs, int dtMs) {
     constexpr int mostSteps = 5000;
     return std::max(dtMs, rampMs / mostSteps);
 }
@@ -57,8 +59,8 @@ int rampStepMs() {
 
 Sequence openingPlan(const LaserParams& params, int dtMs) {
     Sequence plan;
-    const int step = rampStep(params.increaseMs, dtMs);
-    for (qint64 t = step; t < params.increaseMs; t += step) {
+    const int stepMs = stepOf(params.increaseMs, dtMs);
+    for (qint64 t = stepMs; t < params.increaseMs; t += stepMs) {
         plan.push_back(
             {static_cast<int>(t),
              {AO_LASER_POWER, static_cast<double>(t) * params.power / params.increaseMs, Role::Progress}});
@@ -75,8 +77,8 @@ Sequence closingPlan(const LaserParams& params, int dtMs) {
         plan.push_back({params.refeedStartMs, {DO_WIRE_ENABLE, 1.0, Role::Progress}});
     }
     plan.push_back({params.refeedEndMs, {DO_WIRE_ENABLE, 0.0, Role::SwitchOff}});
-    const int step = rampStep(params.decreaseMs, dtMs);
-    for (qint64 t = step; t < params.decreaseMs; t += step) {
+    const int stepMs = stepOf(params.decreaseMs, dtMs);
+    for (qint64 t = stepMs; t < params.decreaseMs; t += stepMs) {
         const double left = static_cast<double>(params.decreaseMs - t);
         plan.push_back(
             {static_cast<int>(t), {AO_LASER_POWER, left * params.power / params.decreaseMs, Role::RampDown}});

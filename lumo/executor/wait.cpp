@@ -2,6 +2,10 @@
 
 namespace {
 
+/// Exit code of a loop that its own wait has ended. The application's quit ends every loop with another
+/// one, also a loop that was told to end in the same turn and has not returned yet.
+constexpr int ownCode = 0x10c;
+
 QString kindName(WaitKind kind) {
     switch (kind) {
         case WaitKind::Move:
@@ -26,6 +30,13 @@ QString kindName(WaitKind kind) {
     return QString();
 }
 
+/// A loop that was told to end already is one of an application that quits: that counts.
+void exitOwn(QEventLoop* loop, bool entered) {
+    if (entered && loop->isRunning()) {
+        loop->exit(ownCode);
+    }
+}
+
 }  // namespace
 
 Waiter::Waiter(QEventLoop& loop, Schedule& schedule, QObject* parent)
@@ -42,7 +53,11 @@ WaitEnd Waiter::run(WaitKind kind, const QString& detail, qint64 dueMs) {
     const int wake = dueMs < 0 ? 0 : schedule_.wakeAt(dueMs, [this] { end(WaitEnd::Time); });
     push(kind, detail, dueMs);
     if (!ended_) {
-        loop_.exec();  // ended by end(), or by the application's quit, which leaves the reason as it is
+        entered_ = true;
+        if (loop_.exec() != ownCode) {
+            reason_ = WaitEnd::Quit;
+        }
+        entered_ = false;
     }
     schedule_.cancelWake(wake);
     onStack_ = false;
@@ -56,13 +71,17 @@ WaitEnd Waiter::run(WaitKind kind, const QString& detail, qint64 dueMs) {
 WaitEnd Waiter::runPrivate(WaitKind kind, const QString& detail, qint64 dueMs) {
     QEventLoop loop;
     WaitEnd reason = WaitEnd::Quit;
-    const int wake = schedule_.wakeAt(dueMs, [&loop, &reason] {
+    bool entered = false;
+    const int wake = schedule_.wakeAt(dueMs, [&loop, &reason, &entered] {
         reason = WaitEnd::Time;
-        loop.quit();
+        exitOwn(&loop, entered);
     });
     push(kind, detail, dueMs);
     if (reason != WaitEnd::Time) {
-        loop.exec();  // ended by its time, or by the application's quit
+        entered = true;
+        if (loop.exec() != ownCode) {
+            reason = WaitEnd::Quit;
+        }
     }
     schedule_.cancelWake(wake);
     pop();
@@ -76,7 +95,7 @@ void Waiter::end(WaitEnd reason, int code) {
     ended_ = true;
     reason_ = reason;
     code_ = code;
-    loop_.exit();
+    exitOwn(&loop_, entered_);
 }
 
 QVariantMap Waiter::waiting() const {

@@ -20,7 +20,7 @@ enum class WaitEnd {
     Zone,        ///< the tool entered the zone
     Abort,       ///< a pause or an emergency stop
     Permission,  ///< welding is no longer permitted
-    Quit,        ///< the application quits
+    Quit,        ///< the application quits; whatever else would end the wait comes too late then
     Nested,      ///< it never began: the loop is still on the stack below
 };
 
@@ -72,6 +72,7 @@ private:
     std::vector<Info> waits_;
     bool onStack_ = false;
     bool ended_ = false;
+    bool entered_ = false;  ///< the loop runs, or was told to end
     WaitKind kind_ = WaitKind::Move;
     WaitEnd reason_ = WaitEnd::Quit;
     int code_ = 0;

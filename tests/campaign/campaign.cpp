@@ -1,14 +1,13 @@
 // A fault campaign: random programs and random schedules of everything that can come in between,
 // against the real executor on the simulated cell, on virtual time. What has to hold is in rules.h.
 
-#include "campaign/conductor.h"
-#include "campaign/sources.h"
-#include "module/globals.h"
+#include "campaign/casefolder.h"
+#include "campaign/options.h"
+#include "campaign/statistics.h"
+#include "campaign/world.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
-#include <QElapsedTimer>
-#include <QJsonDocument>
 
 #include <cstdio>
 #include <cstdlib>
@@ -24,106 +23,134 @@ void print(const QString& text) {
     std::printf("%s\n", qPrintable(text));
 }
 
-/// The scenario as one JSON object, a line for each element of its lists.
-void print(const Scenario& scenario) {
-    const QJsonObject object = scenario.toJson();
-    QStringList members;
-    for (auto member = object.begin(); member != object.end(); ++member) {
-        // An array of one element, without its brackets, is how Qt writes a value alone.
-        const auto compact = [](const QJsonValue& value) {
-            const QByteArray text = QJsonDocument(QJsonArray{value}).toJson(QJsonDocument::Compact);
-            return QString::fromUtf8(text.mid(1, text.size() - 2));
-        };
-        QString text = compact(*member);
-        if (member->isArray()) {
-            QStringList elements;
-            for (const QJsonValue element : member->toArray()) {
-                elements << QStringLiteral("    ") + compact(element);
-            }
-            text = elements.isEmpty()
-                       ? QStringLiteral("[]")
-                       : QStringLiteral("[\n%1\n  ]").arg(elements.join(QStringLiteral(",\n")));
-        }
-        members << QStringLiteral("  \"%1\": %2").arg(member.key(), text);
-    }
-    print(QStringLiteral("{\n%1\n}").arg(members.join(QStringLiteral(",\n"))));
-}
-
-/// What Qt reports while a schedule runs; nothing but misuse does.
-std::function<void(const QString&)> onQtMessage;
-
-void handleMessage(QtMsgType type, const QMessageLogContext&, const QString& text) {
-    const bool isOffscreen = text.startsWith(QLatin1String("This plugin does not support"));
-    if (type != QtDebugMsg && type != QtInfoMsg && !isOffscreen && onQtMessage) {
-        onQtMessage(text);
-    }
-}
-
-void report(const Scenario& scenario, const Recorder& recorder, const QStringList& broken, bool verbose) {
+void tell(const Scenario& scenario, const Outcome& outcome, bool withEvents) {
     print(QStringLiteral("\nseed %1: %2")
               .arg(scenario.seed)
-              .arg(broken.mid(0, brokenShown).join(QStringLiteral("\n  then: "))));
-    print(scenario);
-    const auto& events = recorder.events();
-    const int end = recorder.brokenAt() < 0 ? static_cast<int>(events.size()) : recorder.brokenAt();
-    for (int i = verbose ? end : std::max(0, end - tailLength); i < end; ++i) {
-        print(events[static_cast<std::size_t>(i)].toText());
+              .arg(outcome.broken.mid(0, brokenShown).join(QStringLiteral("\n  then: "))));
+    if (withEvents) {
+        print(readable(scenario.toJson()));
+        print(eventsBefore(outcome, tailLength).join(QLatin1Char('\n')));
     }
-    print(QStringLiteral("Once more, with every event: campaign --seed %1 --count 1 --verbose")
-              .arg(scenario.seed));
     std::fflush(stdout);
 }
 
-/// Runs one schedule; what did not hold, in words.
-QStringList runOne(World& world, const Scenario& scenario, bool verbose, bool quiet) {
-    Checker checker;
-    Recorder recorder(checker);
-    if (verbose) {
-        print(QStringLiteral("seed %1").arg(scenario.seed));
-        recorder.setListener([](const Event& event) { print(event.toText()); });
-    }
-    onQtMessage = [&recorder](const QString& text) {
-        Event event;
-        event.kind = Event::Kind::Complaint;
-        event.text = QStringLiteral("Qt reports: ") + text;
-        recorder.record(event);
-    };
-    world.fill(scenario);
-    Performer performer(world, recorder, scenario);
-    Sources first;
-    QObject::connect(&first, &Sources::heard, &recorder, [&](const Event& event) {
-        const Event kept = recorder.record(event);
-        if (kept.action >= 0) {
-            performer.notice(kept, true);
-        }
-        // Nobody comes after these.
-        if (kept.action >= 0 && kept.kind == Event::Kind::Activity) {
-            performer.notice(kept, false);
-        }
-    });
-    world.makeExecutor();
-    first.follow(executor);
-    world.makeCell(scenario);
-    first.follow(world.controller.get(), world.cell.get());
-    Sources last;
-    last.hearOnly(executor);
-    QObject::connect(&last, &Sources::heard, &performer,
-                     [&performer](const Event& event) { performer.notice(event, false); });
+/// Runs schedules in this process, and says in the way that was asked for what comes of them.
+class Runner {
+public:
+    explicit Runner(const Options& options) : options_(options) {}
 
-    Conductor conductor(world, recorder, performer, scenario);
-    conductor.setStuckHandler([&](const QString& words) {
-        // The executor is somewhere below: there is no way back to a clean beginning.
-        report(scenario, recorder, checker.broken() + QStringList(words), verbose);
-        std::_Exit(EXIT_FAILURE);
-    });
-    conductor.begin();
-    world.time.advanceUntil([&conductor] { return conductor.isOver(); }, 1000000);
-    checker.end(world.takeDown(recorder.resumeLines()));
-    onQtMessage = nullptr;
-    if (!checker.broken().isEmpty() && !quiet) {
-        report(scenario, recorder, checker.broken(), verbose);
+    /// Whether everything held.
+    bool run(const Scenario& scenario) {
+        Statistics statistics;
+        Observers observers;
+        observers.heard = [&](const Event& event) {
+            statistics.on(event);
+            if (options_.verbose) {
+                print(event.toText());
+            }
+        };
+        observers.stuck = [&](const Outcome& outcome) { over(scenario, outcome, statistics); };
+        if (options_.worker) {
+            announceBegin(scenario.seed);
+        }
+        statistics.begin(scenario);
+        const Outcome outcome = runSchedule(world_, scenario, observers);
+        over(scenario, outcome, statistics);
+        return outcome.broken.isEmpty();
     }
-    return checker.broken();
+
+    [[nodiscard]] const Statistics& sums() const { return sums_; }
+
+private:
+    void over(const Scenario& scenario, const Outcome& outcome, Statistics& statistics) {
+        statistics.end(outcome);
+        sums_.add(statistics.toJson());
+        if (options_.worker) {
+            announceEnd(scenario.seed, outcome.broken, statistics.toJson());
+        } else if (!outcome.broken.isEmpty()) {
+            tell(scenario, outcome, !options_.verbose);
+        }
+    }
+
+    const Options& options_;
+    World world_;
+    Statistics sums_;
+};
+
+/// Every case; a program that reads of none says so.
+int replay(const Options& options) {
+    const QStringList cases = casesIn(options.replay);
+    if (cases.isEmpty()) {
+        std::fprintf(stderr, "campaign: no case in %s\n", qPrintable(options.replay));
+        return 2;
+    }
+    Runner runner(options);
+    int failed = 0;
+    for (const QString& path : cases) {
+        Scenario scenario;
+        QString problem;
+        if (!readCase(path, &scenario, &problem)) {
+            std::fprintf(stderr, "campaign: %s\n", qPrintable(problem));
+            return 2;
+        }
+        if (!options.worker) {
+            print(path);
+            std::fflush(stdout);
+        }
+        failed += runner.run(scenario) ? 0 : 1;
+    }
+    if (!options.worker) {
+        print(QStringLiteral("%1 of %2 cases broke an invariant").arg(failed).arg(cases.size()));
+    }
+    return failed == 0 || options.worker ? EXIT_SUCCESS : EXIT_FAILURE;
+}
+
+int runSeeds(const Options& options) {
+    Runner runner(options);
+    int failed = 0;
+    for (int i = 0; i < options.seeds.count; ++i) {
+        failed += runner.run(drawScenario(options.seeds.first + static_cast<quint64>(i))) ? 0 : 1;
+    }
+    if (options.report) {
+        print(runner.sums().toMarkdown());
+    }
+    return failed == 0 || options.worker ? EXIT_SUCCESS : EXIT_FAILURE;
+}
+
+void describe(QCommandLineParser& parser) {
+    parser.setApplicationDescription(
+        QStringLiteral("Random schedules against the executor on the simulated cell."));
+    parser.addHelpOption();
+    parser.addOptions(
+        {{"seed", "The first schedule's seed (1).", "number", "1"},
+         {"count", "How many schedules, of this seed and those that follow (2500).", "number", "2500"},
+         {"jobs", "How many processes at a time (1).", "number", "1"},
+         {"limit", "Seconds of the wall clock that a schedule may take (60).", "seconds", "60"},
+         {"verbose", "Print every event; for one schedule or case."},
+         {"keep-going", "Go on after a violation, and say of each schedule what did not hold."},
+         {"keep", "Shrink what fails to the shortest schedule that still does, and keep it.", "folder"},
+         {"replay", "Run a kept case, or each one in a folder, instead of seeds.", "path"},
+         {"report", "Print what the schedules were made of, as tables."}});
+    QCommandLineOption worker(QStringLiteral("worker"));
+    worker.setFlags(QCommandLineOption::HiddenFromHelp);
+    parser.addOption(worker);
+}
+
+/// False when a number is none.
+bool read(const QCommandLineParser& parser, Options& options) {
+    bool numbers[4] = {};
+    options.seeds.first = parser.value(QStringLiteral("seed")).toULongLong(&numbers[0]);
+    options.seeds.count = parser.value(QStringLiteral("count")).toInt(&numbers[1]);
+    options.jobs = parser.value(QStringLiteral("jobs")).toInt(&numbers[2]);
+    options.limitMs = 1000 * parser.value(QStringLiteral("limit")).toInt(&numbers[3]);
+    options.verbose = parser.isSet(QStringLiteral("verbose"));
+    options.keepGoing = parser.isSet(QStringLiteral("keep-going"));
+    options.report = parser.isSet(QStringLiteral("report"));
+    options.worker = parser.isSet(QStringLiteral("worker"));
+    options.keep = parser.value(QStringLiteral("keep"));
+    options.replay = parser.value(QStringLiteral("replay"));
+    return numbers[0] && numbers[1] && numbers[2] && numbers[3] && options.seeds.count > 0 &&
+           options.jobs > 0 && options.limitMs > 0;
 }
 
 }  // namespace
@@ -132,45 +159,28 @@ int main(int argc, char** argv) {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
     }
-    sim::VirtualTime* const time = sim::VirtualTime::install();
-    QApplication application(argc, argv);
-    qInstallMessageHandler(handleMessage);
+    QStringList words;
+    for (int i = 0; i < argc; ++i) {
+        words << QString::fromLocal8Bit(argv[i]);
+    }
     QCommandLineParser parser;
-    parser.setApplicationDescription(
-        QStringLiteral("Random schedules against the executor on the simulated cell."));
-    parser.addHelpOption();
-    parser.addOptions(
-        {{"seed", "The first schedule's seed (1).", "number", "1"},
-         {"count", "How many schedules, of this seed and those that follow (2500).", "number", "2500"},
-         {"verbose", "Print every event."},
-         {"keep-going", "Go on after a violation, and say of each schedule what did not hold."}});
-    parser.process(application);
-    bool numbers[2] = {};
-    const quint64 seed = parser.value(QStringLiteral("seed")).toULongLong(&numbers[0]);
-    const int count = parser.value(QStringLiteral("count")).toInt(&numbers[1]);
-    if (!numbers[0] || !numbers[1] || count < 1) {
-        std::fprintf(stderr, "campaign: --seed and --count take a number from 1.\n");
+    describe(parser);
+    Options options;
+    if (!parser.parse(words) || !parser.positionalArguments().isEmpty() || !read(parser, options)) {
+        std::fprintf(stderr, "campaign: %s\n",
+                     parser.errorText().isEmpty() ? "the numbers count from 1, and nothing else is asked for"
+                                                  : qPrintable(parser.errorText()));
         return 2;
     }
-    const bool verbose = parser.isSet(QStringLiteral("verbose"));
-    const bool keepGoing = parser.isSet(QStringLiteral("keep-going"));
-    QElapsedTimer wall;
-    wall.start();
-    World world;
-    int failed = 0;
-    for (int i = 0; i < count && (failed == 0 || keepGoing); ++i) {
-        const Scenario scenario = drawScenario(seed + static_cast<quint64>(i));
-        const QStringList broken = runOne(world, scenario, verbose, keepGoing);
-        failed += broken.isEmpty() ? 0 : 1;
-        if (keepGoing && !broken.isEmpty()) {
-            print(QStringLiteral("%1: %2").arg(scenario.seed).arg(broken.first()));
-            std::fflush(stdout);
+    if (parser.isSet(QStringLiteral("help")) || options.watches()) {
+        const QCoreApplication application(argc, argv);
+        if (parser.isSet(QStringLiteral("help"))) {
+            parser.showHelp();
         }
+        return watch(options);
     }
-    print(QStringLiteral("%1 of %2 schedules broke an invariant; %3 min of virtual time in %4 s")
-              .arg(failed)
-              .arg(count)
-              .arg(time->nowMs() / 60000)
-              .arg(wall.elapsed() / 1000.0, 0, 'f', 1));
-    return failed == 0 ? EXIT_SUCCESS : EXIT_FAILURE;
+    sim::VirtualTime::install();
+    const QApplication application(argc, argv);
+    watchQt();
+    return options.replay.isEmpty() ? runSeeds(options) : replay(options);
 }

@@ -1,8 +1,11 @@
 #include "campaign/conductor.h"
 
+#include "binding/signalsbindwidget.h"
 #include "executor/lumoexecutor.h"
 #include "module/globals.h"
 #include "module/keys.h"
+
+#include <QCoreApplication>
 
 #include <algorithm>
 
@@ -13,6 +16,7 @@ namespace {
 constexpr int tickMs = 37;  // out of step with the executor's polls
 constexpr qint64 plannedLimitMs = 30000;
 constexpr qint64 givingLimitMs = 300000;
+constexpr qint64 listeningLimitMs = 20000;  ///< stations may ask for their projects for ever
 constexpr int standingTicks = 20;
 
 }  // namespace
@@ -29,11 +33,17 @@ void Conductor::begin() {
 
 bool Conductor::atRest() const {
     const Facts facts = Recorder::facts();
-    return facts.idle && facts.depth == 0 && facts.pending == 0 && world_.controller->standsStill();
+    const bool nothingWaits =
+        !world_.panel.stations() || !world_.panel.isListening() || world_.panel.stations()->queued() == 0;
+    return facts.idle && facts.depth == 0 && facts.pending == 0 && nothingWaits &&
+           world_.controller->standsStill();
 }
 
 void Conductor::enter(Course course) {
     course_ = course;
+    if (course == Course::Over && scenario_.quits()) {
+        QCoreApplication::exit();
+    }
     sinceMs_ = recorder_.nowMs();
 }
 
@@ -45,6 +55,7 @@ void Conductor::tick() {
             if (now > plannedLimitMs || (now > performer_.lastMs() + 200 && atRest())) {
                 performer_.stop();
                 world_.controller->setPower(true);
+                releaseStations();
                 enter(Course::Giving);
             }
             break;
@@ -58,13 +69,15 @@ void Conductor::tick() {
                     complain(QStringLiteral("the run does not end"));
                 }
             } else {
+                if (now > sinceMs_ + listeningLimitMs) {
+                    world_.panel.stopListening();
+                }
                 give();
             }
             break;
         case Course::Stopping:
             if (now > sinceMs_ + scenario_.endMs && atRest()) {
-                tick_.stop();
-                enter(Course::Over);
+                end();
             } else if (now > sinceMs_ + scenario_.endMs + closingMs()) {
                 tick_.stop();
                 stuck_(QStringLiteral("pause and power off did not bring the executor to rest"));
@@ -75,10 +88,29 @@ void Conductor::tick() {
     }
 }
 
+/// What is still open is answered when everything is over, and whatever that does is over too.
+void Conductor::end() {
+    if (PageWorld::dialogs() > 0 && !answered_) {
+        answered_ = true;
+        performer_.replyToAll();
+        enter(Course::Stopping);
+        return;
+    }
+    tick_.stop();
+    enter(Course::Over);
+}
+
 /// What is awaited cannot come: an input that the cell does not have, or a result that got lost.
 bool Conductor::isHopeless() const {
     return performer_.mayLoseErrors() ||
            executor->waiting().value(QStringLiteral("detail")).toString() == QLatin1String("DI99");
+}
+
+/// A stop input that is held pauses again and again.
+void Conductor::releaseStations() {
+    for (int input = 3; world_.panel.isListening() && input <= 14; ++input) {
+        performer_.setInput(QStringLiteral("DI%1").arg(input), false);
+    }
 }
 
 /// Each input takes both states, long enough for the executor's poll.

@@ -15,6 +15,8 @@ public:
     Conductor(World& world, Recorder& recorder, Performer& performer, const Scenario& scenario);
 
     void begin();
+    /// Forgets the rest, where the application has ended.
+    void stop() { tick_.stop(); }
     [[nodiscard]] bool isOver() const { return course_ == Course::Over; }
     /// What cannot go on; then nothing of this schedule can be taken down.
     void setStuckHandler(std::function<void(const QString&)> handler) { stuck_ = std::move(handler); }
@@ -23,7 +25,9 @@ private:
     enum class Course { Planned, Giving, Stopping, Over };
 
     void tick();
+    void releaseStations();
     void give();
+    void end();
     void stopAll();
     void checkWait();
     void complain(const QString& words);
@@ -39,6 +43,7 @@ private:
     std::function<void(const QString&)> stuck_;
     Course course_ = Course::Planned;
     qint64 sinceMs_ = 0;
+    bool answered_ = false;  ///< everything that was open at the end
     int gifts_ = 0;
     int standing_ = 0;  ///< ticks since the robot that is waited for has nothing to do
     QTimer tick_;

@@ -1,8 +1,7 @@
 // How scenarios are drawn: which actions, and when.
 
+#include "campaign/draw.h"
 #include "campaign/programs.h"
-#include "campaign/random.h"
-#include "campaign/scenario.h"
 #include "devices/ports.h"
 
 namespace campaign {
@@ -13,26 +12,6 @@ using Kind = Action::Kind;
 
 QString word(const char* text) {
     return QString::fromLatin1(text);
-}
-
-Moment drawWait(Random& random) {
-    Moment moment;
-    moment.kind = Moment::Kind::InWait;
-    moment.text = word(random.oneOf({"move", "move", "zone", "preflow", "dwell", "rampdown", "closedelay",
-                                     "postflow", "delay", "input"}));
-    moment.nth = random.chance(50) ? 0 : random.below(4);
-    moment.behind = random.chance(50);
-    if (random.chance(35)) {
-        moment.fromDue = true;
-        moment.ms = random.between(-1, 1);
-    } else if (moment.text == QLatin1String("zone") && random.chance(40)) {
-        moment.ms = 50 * random.between(1, 25);  // in one pass of the event loop with the executor's poll
-    } else if (moment.text == QLatin1String("input") && random.chance(40)) {
-        moment.ms = 100 * random.between(1, 4);
-    } else {
-        moment.ms = random.below(random.oneOf({3, 40, 400}));
-    }
-    return moment;
 }
 
 Moment drawInside(Random& random) {
@@ -178,14 +157,6 @@ void fit(Action& action) {
     }
 }
 
-Action follower(Kind kind, int ms) {
-    Action action;
-    action.kind = kind;
-    action.moment.kind = Moment::Kind::After;
-    action.moment.ms = ms;
-    return action;
-}
-
 /// What usually comes after a stop: the power returns, somebody presses again, the run is resumed.
 void followStop(QVector<Action>& actions, Random& random) {
     const bool wasPower = actions.last().kind == Kind::Power;
@@ -232,12 +203,48 @@ QVector<Action> drawActions(Random& random, int lineCount) {
     return actions;
 }
 
+/// One schedule in three has the page.
+Stage stageOf(quint64 seed) {
+    constexpr quint64 period = 6;
+    const quint64 place = seed % period;
+    return place == 0 ? Stage::Page : place == 3 ? Stage::Stations : Stage::Bare;
+}
+
 }  // namespace
+
+Moment drawWait(Random& random) {
+    Moment moment;
+    moment.kind = Moment::Kind::InWait;
+    moment.text = word(random.oneOf({"move", "move", "zone", "preflow", "dwell", "rampdown", "closedelay",
+                                     "postflow", "delay", "input"}));
+    moment.nth = random.chance(50) ? 0 : random.below(4);
+    moment.behind = random.chance(50);
+    if (random.chance(35)) {
+        moment.fromDue = true;
+        moment.ms = random.between(-1, 1);
+    } else if (moment.text == QLatin1String("zone") && random.chance(40)) {
+        moment.ms = 50 * random.between(1, 25);  // in one pass of the event loop with the executor's poll
+    } else if (moment.text == QLatin1String("input") && random.chance(40)) {
+        moment.ms = 100 * random.between(1, 4);
+    } else {
+        moment.ms = random.below(random.oneOf({3, 40, 400}));
+    }
+    return moment;
+}
+
+Action follower(Action::Kind kind, int ms) {
+    Action action;
+    action.kind = kind;
+    action.moment.kind = Moment::Kind::After;
+    action.moment.ms = ms;
+    return action;
+}
 
 Scenario drawScenario(quint64 seed) {
     Random random(seed);
     Scenario scenario;
     scenario.seed = seed;
+    scenario.stage = stageOf(seed);
     scenario.program = drawProgram(random);
     scenario.otherProgram = drawProgram(random);
     scenario.sets = drawSets(random);
@@ -256,6 +263,9 @@ Scenario drawScenario(quint64 seed) {
     scenario.endExecutor = random.chance(15);
     scenario.endMs = random.below(random.oneOf({1, 50, 700}));
     scenario.actions = drawActions(random, scenario.program.size());
+    if (scenario.stage != Stage::Bare) {
+        addPage(scenario, random);
+    }
     return scenario;
 }
 

@@ -16,6 +16,8 @@ QString words(const Event& event) {
             return QStringLiteral("> pause");
         case Event::Kind::Power:
             return QStringLiteral("> power %1").arg(event.value ? "on" : "off");
+        case Event::Kind::Quit:
+            return QStringLiteral("> quit");
         case Event::Kind::Replace:
         case Event::Kind::Quirk:
         case Event::Kind::Act:
@@ -41,6 +43,10 @@ QString words(const Event& event) {
             return QStringLiteral("node ") + event.text;
         case Event::Kind::Write:
             return QStringLiteral("write %1 %2").arg(nameOfPort(event.port)).arg(event.value);
+        case Event::Kind::Foreign:
+            return QStringLiteral("by hand %1 %2").arg(nameOfPort(event.port)).arg(event.value);
+        case Event::Kind::Dropped:
+            return QStringLiteral("log: ") + event.text;
         case Event::Kind::Output:
             return QStringLiteral("output %1 %2").arg(event.text).arg(event.value);
         case Event::Kind::Command:

@@ -13,7 +13,10 @@ struct Facts {
     bool weldOpen = false;  ///< the flag of the resume data
     int depth = 0;          ///< the executor's walks, steps and pauses
     int pending = 0;        ///< its pending steps
+    bool gasUsed = true;    ///< the port of the gas is in use
     int decreaseMs = 0;     ///< power ramp-down of the parameter set in force
+    int postFlowMs = 0;     ///< its gas post-flow
+    int resumeLine = 0;     ///< lumo.current.line
     int boxes = 0;          ///< messages on the screen; counted for Done only
     QString wait;           ///< kind of the innermost wait, empty for none
 };
@@ -26,6 +29,7 @@ struct Event {
         Pause,       ///< the pause trigger is about to be fired
         Power,       ///< robot power is about to be written; value: on
         Replace,     ///< the hand program is about to be replaced, or all of it was removed
+        Quit,        ///< the application is about to be asked to quit
         Quirk,       ///< the robot begins to deliver results that belong to no motion
         Act,         ///< anything else that the schedule does
         Done,        ///< what the schedule did has returned
@@ -37,9 +41,11 @@ struct Event {
         Param,       ///< a parameter set is taken over
         Node,        ///< another node of the resume data is written
         Write,       ///< the executor writes a logical port
+        Foreign,     ///< somebody else does
         Output,      ///< a statement sets an output
         Command,     ///< the executor gives the robot another command
         Result,      ///< a result arrives on a motion command's node
+        Dropped,     ///< the executor says why it passes over a result
         Zone,        ///< the executor says that the tool has entered the zone
         Permission,  ///< operating mode or a weld switch was written
         Robot,       ///< the robot's state was written

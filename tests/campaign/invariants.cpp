@@ -8,6 +8,12 @@ namespace campaign {
 void Outputs::on(const Event& event) {
     if (event.kind == Event::Kind::Write && event.port >= 0) {
         values_[static_cast<std::size_t>(event.port)] = event.value;
+        byHand_[static_cast<std::size_t>(event.port)] &= event.value != 0;
+    } else if (event.kind == Event::Kind::Foreign) {
+        byHand_[static_cast<std::size_t>(event.port)] = event.value != 0;
+        if (event.value == 0) {
+            values_[static_cast<std::size_t>(event.port)] = 0;
+        }
     } else if (event.kind == Event::Kind::Emission) {
         emitting_ = event.value != 0;
     }
@@ -34,6 +40,9 @@ Checker::Checker() {
     rules_.push_back(std::make_unique<RestRule>());
     rules_.push_back(std::make_unique<StartRule>());
     rules_.push_back(std::make_unique<WalkRule>());
+    rules_.push_back(std::make_unique<GasRule>());
+    rules_.push_back(std::make_unique<MotionRule>());
+    rules_.push_back(std::make_unique<ResumeRule>());
 }
 
 void Checker::on(const Event& event) {
@@ -58,12 +67,25 @@ void Checker::end(const Ending& ending) {
     require(ending.depth == 0, QStringLiteral("its depth is %1").arg(ending.depth));
     require(ending.pending == 0, QStringLiteral("%1 steps are pending").arg(ending.pending));
     require(ending.boxes == 0, QStringLiteral("%1 messages are left").arg(ending.boxes));
+    require(ending.objectsMore == 0, QStringLiteral("%1 objects are left").arg(ending.objectsMore));
+    require(
+        ending.quitTookMs == 0,
+        QStringLiteral("%1 ms have passed since the application was asked to quit").arg(ending.quitTookMs));
+    require(ending.station.isEmpty(), ending.station);
     require(ending.timersMore == 0, QStringLiteral("%1 timers are left").arg(ending.timersMore));
-    require(ending.outputsOn.isEmpty(),
-            ending.outputsOn.join(QStringLiteral(", ")) + QStringLiteral(" is on at the controller"));
+    QStringList outputsOn = ending.outputsOn;
+    for (const int port : {DO_GAS, DO_WIRE_ENABLE, DO_LASER_ENABLE, DO_WIRE_PULLBACK, AO_LASER_POWER}) {
+        // What was switched on by hand goes off with the application alone, and set points are no danger.
+        if (outputs_.byHand(port) && (!ending.quit || port >= AO_WIRE_SPEED)) {
+            outputsOn.removeAll(nameOfPort(port));
+        }
+    }
+    require(outputsOn.isEmpty(),
+            outputsOn.join(QStringLiteral(", ")) + QStringLiteral(" is on at the controller"));
     require(outputs_.on().isEmpty(),
             outputs_.on().join(QStringLiteral(", ")) + QStringLiteral(" is on, as far as was written"));
-    require(!outputs_.emitting(), QStringLiteral("the laser source emits"));
+    require(!outputs_.emitting() || (outputs_.byHand(DO_LASER_ENABLE) && !ending.quit),
+            QStringLiteral("the laser source emits"));
     require(ending.lineCount < 0 || (ending.resumeLine >= 0 && ending.resumeLine < ending.lineCount),
             QStringLiteral("the resume line %1 is none of its program, which has %2 lines")
                 .arg(ending.resumeLine)

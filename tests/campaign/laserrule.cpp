@@ -1,6 +1,8 @@
 #include "campaign/rules.h"
 #include "devices/ports.h"
 
+#include <algorithm>
+
 namespace campaign {
 
 using Kind = Event::Kind;
@@ -39,6 +41,12 @@ void LaserRule::on(const Event& event, const Outputs& outputs, const Runs& runs)
                 }
             }
             break;
+        case Kind::Quit:
+            closeNow(event, outputs, QString());
+            if (laserOn) {
+                closeWithin(event, 0, QStringLiteral("the request to quit"));
+            }
+            break;
         case Kind::Permission:
             onPermission(event, laserOn);
             break;
@@ -51,7 +59,7 @@ void LaserRule::on(const Event& event, const Outputs& outputs, const Runs& runs)
             onWrite(event, outputs);
             break;
         case Kind::Emission:
-            if (event.value != 0 && !laserOn) {
+            if (event.value != 0 && !laserOn && !outputs.byHand(DO_LASER_ENABLE)) {
                 broken(QStringLiteral("the source emits, though the laser was not enabled"));
             }
             break;
@@ -149,7 +157,7 @@ void LaserRule::onWrite(const Event& event, const Outputs& outputs) {
     } else if (event.port == DO_GAS && switchesOn && !armed_) {
         broken(QStringLiteral("the gas is switched on outside an opening"));
     } else if (event.port == AO_LASER_POWER && laserOn && !armed_ &&
-               event.value > outputs.value(AO_LASER_POWER)) {
+               event.value > std::max(0, outputs.value(AO_LASER_POWER))) {
         broken(QStringLiteral("a closing raises the laser power from %1 to %2")
                    .arg(outputs.value(AO_LASER_POWER))
                    .arg(event.value));

@@ -4,9 +4,11 @@
 #include "module/globals.h"
 #include "module/keys.h"
 
+#include <QCoreApplication>
 #include <QTimer>
 
 #include <algorithm>
+#include <utility>
 
 namespace campaign {
 
@@ -29,7 +31,11 @@ bool mayBeRefused(const QJsonArray& program, int from, int to) {
 }  // namespace
 
 Performer::Performer(World& world, Recorder& recorder, const Scenario& scenario)
-    : world_(world), recorder_(recorder), scenario_(scenario), timers_(std::make_unique<QObject>()) {
+    : world_(world),
+      recorder_(recorder),
+      hand_(world.panel),
+      scenario_(scenario),
+      timers_(std::make_unique<QObject>()) {
     for (const Action& action : scenario.actions) {
         planned_.append({action});
     }
@@ -194,7 +200,64 @@ void Performer::carryOut(const Action& action) {
         case Kind::Answer:
             plain([] { closeMessages(); });
             break;
+        case Kind::Hand:
+        case Kind::Reply:
+        case Kind::Port:
+        case Kind::Panel:
+        case Kind::Quit:
+            carryOutAtPage(action);
+            break;
     }
+}
+
+void Performer::carryOutAtPage(const Action& action) {
+    using Kind = Action::Kind;
+    if (action.kind == Kind::Quit) {
+        quitMs_ = recorder_.nowMs();
+    }
+    act(action.kind == Kind::Quit ? Event::Kind::Quit : Event::Kind::Act, action.toText(), 0, [&] {
+        if (action.kind == Kind::Hand) {
+            hand_.doThis(action.text, action.number, action.mode, action.on, *world_.controller);
+        } else if (action.kind == Kind::Reply) {
+            hand_.reply(action.text, action.number);
+        } else if (action.kind == Kind::Panel) {
+            world_.panel.end();
+            if (action.on) {
+                world_.panel.make();
+            }
+        } else if (action.kind == Kind::Quit) {
+            QCoreApplication::quit();
+        }
+    });
+    checkTable();
+}
+
+/// The table tells of the program as it is, whatever was done.
+void Performer::checkTable() {
+    const QString wrong = world_.panel.disagreement();
+    if (!wrong.isEmpty()) {
+        Event event;
+        event.kind = Event::Kind::Complaint;
+        event.text = wrong;
+        recorder_.record(event);
+    }
+}
+
+Event Performer::asked(Event::Kind kind, int line, int mode, bool withSender) {
+    const bool once = kind == Event::Kind::Once;
+    const QJsonArray program =
+        m(!once && mode == 1 ? lumo::key::stationProgram : lumo::key::program)->exportToJson().toArray();
+    Event event;
+    event.kind = kind;
+    event.value = line;
+    event.mode = mode;
+    event.lineExists = line >= 0 && line < program.size();
+    event.mayBeRefused = mayBeRefused(program, line, once ? line + 1 : program.size()) ||
+                         (once && withSender && !isMove(program.at(line)));
+    if (!once) {
+        recorder_.setAskedProgram(program);
+    }
+    return event;
 }
 
 void Performer::start(const Action& action) {
@@ -204,38 +267,64 @@ void Performer::start(const Action& action) {
     if (mode == 1) {
         replace(false);  // a station brings its program anew
     }
-    const QJsonArray program =
-        m(mode == 1 ? lumo::key::stationProgram : lumo::key::program)->exportToJson().toArray();
-    Event event;
-    event.kind = Event::Kind::Start;
-    event.value = line;
-    event.mode = mode;
-    event.lineExists = line >= 0 && line < program.size();
-    event.mayBeRefused = mayBeRefused(program, line, program.size());
-    act(event, [&] {
-        recorder_.setAskedProgram(program);
+    act(asked(Event::Kind::Start, line, mode, true), [&] {
         hand_or_signalbing = mode;
-        m(lumo::key::triggerStart)->setValue(this, line);
+        writeTrigger(lumo::key::triggerStart, line, this);
     });
 }
 
 void Performer::once(const Action& action) {
-    const QJsonArray program = m(lumo::key::program)->exportToJson().toArray();
-    const int line = action.number;
-    Event event;
-    event.kind = Event::Kind::Once;
-    event.value = line;
-    event.mode = 2;
-    event.lineExists = line >= 0 && line < program.size();
-    event.mayBeRefused = mayBeRefused(program, line, line + 1) || (action.on && !isMove(program.at(line)));
-    act(event, [&] {
+    act(asked(Event::Kind::Once, action.number, 2, action.on), [&] {
         hand_or_signalbing = 2;
-        m(lumo::key::triggerOnce)->setValue(action.on ? this : nullptr, line);
+        writeTrigger(lumo::key::triggerOnce, action.number, action.on ? this : nullptr);
     });
 }
 
+void Performer::writeTrigger(QLatin1String path, const QVariant& value, QObject* sender) {
+    ownTrigger_ = true;
+    m(path)->setValue(sender, value);
+}
+
+int Performer::beginForeign(Event::Kind kind, const QVariant& value, const QObject* sender) {
+    if (std::exchange(ownTrigger_, false)) {
+        return 0;
+    }
+    bool isNumber = false;
+    const int line = value.toInt(&isNumber);
+    Event event;
+    event.kind = kind;
+    if (kind != Event::Kind::Pause) {
+        event = asked(kind, isNumber ? line : -1, hand_or_signalbing, sender != nullptr);
+    }
+    event.action = ++acts_;
+    recorder_.record(event);
+    return event.action;
+}
+
+void Performer::endForeign(int action) {
+    if (action == 0) {
+        return;
+    }
+    Event done;
+    done.kind = Event::Kind::Done;
+    done.action = action;
+    recorder_.record(done);
+}
+
+void Performer::noteReplacement() {
+    act(Event::Kind::Replace, QStringLiteral("another hand program"), 0, [] {});
+}
+
+void Performer::replyToAll() {
+    act(Event::Kind::Act, QStringLiteral("everything is answered"), 0,
+        [&] { hand_.replyToAll(static_cast<int>(scenario_.seed % 1000)); });
+}
+
 void Performer::pause() {
-    act(Event::Kind::Pause, QString(), 0, [] { m(lumo::key::triggerPause)->trigger(); });
+    act(Event::Kind::Pause, QString(), 0, [this] {
+        ownTrigger_ = true;
+        m(lumo::key::triggerPause)->trigger();
+    });
 }
 
 void Performer::setPower(bool on) {
@@ -260,6 +349,7 @@ void Performer::replace(bool hand) {
     }
     act(Event::Kind::Replace, QStringLiteral("hand program replaced"), 0,
         [&] { m(lumo::key::program)->loadJson(this, scenario_.otherProgram); });
+    checkTable();
 }
 
 void Performer::edit(int kind, int line) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "campaign/hand.h"
 #include "campaign/recorder.h"
 #include "campaign/scenario.h"
 #include "campaign/world.h"
@@ -25,6 +26,17 @@ public:
     /// Results were made up, doubled or given in advance: a motion's error may have got lost.
     [[nodiscard]] bool mayLoseErrors() const { return mayLoseErrors_; }
 
+    /// A trigger is written: records it, unless this wrote it. The number of the action, 0 for its own.
+    int beginForeign(Event::Kind kind, const QVariant& value, const QObject* sender);
+    void endForeign(int action);
+    /// Another program is in the place of the hand program.
+    void noteReplacement();
+    /// Answers every dialog that is left.
+    void replyToAll();
+
+    /// When the application was asked to quit; -1: it was not.
+    [[nodiscard]] qint64 quitMs() const { return quitMs_; }
+
     /// Actions of the end of a schedule.
     void pause();
     void setPower(bool on);
@@ -42,8 +54,12 @@ private:
     void arm(qint64 ms, const std::function<void()>& expired);
     void perform(int index);
     void carryOut(const Action& action);
+    void carryOutAtPage(const Action& action);
+    void checkTable();
     void start(const Action& action);
     void once(const Action& action);
+    /// What a start or step asks for, as things stand.
+    [[nodiscard]] Event asked(Event::Kind kind, int line, int mode, bool withSender);
     void replace(bool hand);
     void edit(int kind, int line);
     [[nodiscard]] bool matches(const Moment& moment, const Event& event, bool early) const;
@@ -51,15 +67,19 @@ private:
     template <typename Deed>
     void act(Event::Kind kind, const QString& text, int value, Deed deed);
     void act(Event event, const std::function<void()>& deed);
+    void writeTrigger(QLatin1String path, const QVariant& value, QObject* sender);
 
     World& world_;
     Recorder& recorder_;
+    Hand hand_;
     const Scenario& scenario_;
     QVector<Planned> planned_;
     std::unique_ptr<QObject> timers_;
     int acts_ = 0;
+    bool ownTrigger_ = false;  ///< the next trigger that is heard of was written here
     qint64 lastMs_ = 0;
     bool mayLoseErrors_ = false;
+    qint64 quitMs_ = -1;
 };
 
 }  // namespace campaign

@@ -1,5 +1,6 @@
 #include "campaign/recorder.h"
 
+#include "devices/ports.h"
 #include "executor/lumoexecutor.h"
 #include "mendo/clock.h"
 #include "module/globals.h"
@@ -88,10 +89,13 @@ Facts Recorder::facts() {
     const bool weld = m(lumo::key::weldSwitch)->getBool(true);
     const bool automatic = m(lumo::key::robotMode)->getString() == lumo::word::automatic;
     facts.permitted = weld && (automatic || m(lumo::key::handWeldSwitch)->getBool(false));
+    facts.gasUsed = portEnabled(DO_GAS);
+    facts.resumeLine = m(lumo::key::currentLine)->getInt(-1);
     facts.weldOpen = m(lumo::key::weldOpen)->getBool(false);
     const int set = m(lumo::key::curParam)->getInt(-1);
-    facts.decreaseMs =
-        std::max(0, m(lumo::key::param)->c(set)->c(QStringLiteral("decrease_time"))->getInt(0));
+    const ModuleObject* const inForce = m(lumo::key::param)->c(set);
+    facts.decreaseMs = std::max(0, inForce->c(QStringLiteral("decrease_time"))->getInt(0));
+    facts.postFlowMs = std::max(0, inForce->c(QStringLiteral("delay_after_blow"))->getInt(0));
     if (executor) {
         facts.depth = executor->depth();
         facts.pending = executor->pendingSteps();

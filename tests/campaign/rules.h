@@ -82,4 +82,48 @@ private:
     int stopDue_ = 0;            ///< the pause that has to stop the robot, 0: none
 };
 
+/// With the gas in use it flows before the laser comes on, and after it has gone off until the post-flow
+/// is over; that of a pause counts from the pause.
+class GasRule : public Rule {
+public:
+    void on(const Event& event, const Outputs& outputs, const Runs& runs) override;
+
+private:
+    void onGasOff(const Event& event, const Outputs& outputs, const Runs& runs);
+
+    bool closing_ = false;    ///< a closing has begun since the gas came on
+    bool off_ = false;        ///< everything is being switched off: a loss of power, the end
+    qint64 pausedMs_ = -1;    ///< the last pause since the gas came on
+    qint64 laserOffMs_ = -1;  ///< when the laser was on last
+    int postFlowMs_ = 0;      ///< shortest post-flow in force since then
+    qint64 gasOffMs_ = -1;    ///< the gas went off while the laser was on
+};
+
+/// Every motion that was handed over is awaited, or its result passed over for a reason that is logged.
+class MotionRule : public Rule {
+public:
+    void on(const Event& event, const Outputs& outputs, const Runs& runs) override;
+
+private:
+    void onResult();
+    void onDropped(const Event& event);
+
+    int outstanding_ = 0;
+    int zones_ = 0;              ///< motions whose wait ended in the zone since the last reset
+    bool silent_ = false;        ///< a result came that belongs to no motion, and nothing was said of it
+    bool belongs_ = false;       ///< the last result belongs to a motion
+    bool falseResults_ = false;  ///< results can no longer be told apart
+};
+
+/// A run goes through its lines once, upwards, from the line it was asked for; a pause leaves the line that
+/// it interrupted for the resume.
+class ResumeRule : public Rule {
+public:
+    void on(const Event& event, const Outputs& outputs, const Runs& runs) override;
+
+private:
+    int line_ = -1;   ///< the last one of the run under way, -1: none yet
+    int action_ = 0;  ///< the pause that is to leave it, 0: none
+};
+
 }  // namespace campaign

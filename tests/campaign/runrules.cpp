@@ -55,7 +55,7 @@ void RestRule::on(const Event& event, const Outputs& outputs, const Runs& runs) 
     if (!outputs.on().isEmpty()) {
         broken(QStringLiteral("the executor rests with something on: ") +
                outputs.on().join(QStringLiteral(", ")));
-    } else if (outputs.emitting()) {
+    } else if (outputs.emitting() && !outputs.byHand(DO_LASER_ENABLE)) {
         broken(QStringLiteral("the executor rests while the laser source emits"));
     }
 }

@@ -16,6 +16,7 @@ bool isAction(const Event& event) {
         case Event::Kind::Once:
         case Event::Kind::Pause:
         case Event::Kind::Power:
+        case Event::Kind::Quit:
         case Event::Kind::Replace:
         case Event::Kind::Quirk:
         case Event::Kind::Act:
@@ -46,7 +47,8 @@ void Runs::on(const Event& event) {
     if (event.kind == Event::Kind::Replace) {
         ++generation_;
     }
-    if (event.kind == Event::Kind::Pause || (event.kind == Event::Kind::Power && event.value == 0)) {
+    if (event.kind == Event::Kind::Pause || event.kind == Event::Kind::Quit ||
+        (event.kind == Event::Kind::Power && event.value == 0)) {
         disturb();
     }
 }

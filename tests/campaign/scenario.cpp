@@ -1,6 +1,10 @@
 #include "campaign/scenario.h"
 
+#include "campaign/names.h"
+
 #include <QStringList>
+
+#include <algorithm>
 
 namespace campaign {
 
@@ -102,8 +106,39 @@ QString Action::toText() const {
             return QStringLiteral("fault %1 %2").arg(text, onOff(on));
         case Kind::Answer:
             return QStringLiteral("messages are answered");
+        case Kind::Hand:
+            return QStringLiteral("hand: %1 (%2, %3, %4)").arg(text).arg(number).arg(mode).arg(onOff(on));
+        case Kind::Reply:
+            return QStringLiteral("reply %1, entering %2").arg(text).arg(number);
+        case Kind::Port:
+            return QStringLiteral("port %1 %2").arg(nameOfPort(number), text);
+        case Kind::Panel:
+            return on ? QStringLiteral("page made anew") : QStringLiteral("page closed");
+        case Kind::Quit:
+            return QStringLiteral("quit");
     }
     return QString();
+}
+
+QJsonObject Moment::toJson() const {
+    return {{"kind", nameOf(kind)}, {"ms", ms},       {"nth", nth},   {"fromDue", fromDue},
+            {"behind", behind},     {"early", early}, {"text", text}, {"hook", nameOf(hook)},
+            {"port", port}};
+}
+
+QJsonObject Action::toJson() const {
+    return {{"kind", nameOf(kind)},
+            {"number", number},
+            {"mode", mode},
+            {"on", on},
+            {"text", text},
+            {"moment", moment.toJson()},
+            {"words", toText() + QStringLiteral(", ") + moment.toText()}};
+}
+
+bool Scenario::quits() const {
+    return std::any_of(actions.begin(), actions.end(),
+                       [](const Action& action) { return action.kind == Action::Kind::Quit; });
 }
 
 QJsonObject Scenario::toJson() const {
@@ -113,9 +148,10 @@ QJsonObject Scenario::toJson() const {
     }
     QJsonArray schedule;
     for (const Action& action : actions) {
-        schedule.append(action.toText() + QStringLiteral(" — ") + action.moment.toText());
+        schedule.append(action.toJson());
     }
     return {{"seed", static_cast<double>(seed)},
+            {"stage", nameOf(stage)},
             {"dt", dtMs},
             {"axes", axes},
             {"writeMulti", writeMulti},
@@ -123,9 +159,12 @@ QJsonObject Scenario::toJson() const {
             {"weld", weld},
             {"handWeld", handWeld},
             {"disabledPorts", disabled},
-            {"end", endExecutor ? QStringLiteral("executor deleted") : QStringLiteral("pause, power off")},
+            {"endExecutor", endExecutor},
             {"endMs", endMs},
-            {"schedule", schedule},
+            {"projectOpen", projectOpen},
+            {"stations", stations},
+            {"projects", projects},
+            {"actions", schedule},
             {"sets", sets},
             {"program", program},
             {"otherProgram", otherProgram}};

@@ -27,6 +27,7 @@ struct Moment {
     int port = -1;  ///< Inside a Write: this port only; -1: any
 
     [[nodiscard]] QString toText() const;
+    [[nodiscard]] QJsonObject toJson() const;
 };
 
 /// Something that happens to the executor from outside.
@@ -49,6 +50,11 @@ struct Action {
         Param,     ///< number: the set, text: the field, mode: the value
         Fault,     ///< text: the equipment, on: faulty
         Answer,    ///< messages are closed
+        Hand,      ///< what somebody does at the page: text: which deed; number, mode, on: how
+        Reply,     ///< text: what the open dialog is answered with; number: what is entered before
+        Port,      ///< number: the port, text: what becomes of its row
+        Panel,     ///< the page is closed; on: and made anew
+        Quit,      ///< the application ends
     };
     Moment moment;
     Kind kind = Kind::Pause;
@@ -58,11 +64,20 @@ struct Action {
     QString text;
 
     [[nodiscard]] QString toText() const;
+    [[nodiscard]] QJsonObject toJson() const;
+};
+
+/// What the executor has around it.
+enum class Stage {
+    Bare,      ///< nothing: triggers are written by the schedule
+    Page,      ///< the panel's page, in which somebody works
+    Stations,  ///< the same, with stations that listen
 };
 
 /// All that a schedule is made of. It follows from its seed alone.
 struct Scenario {
     quint64 seed = 0;
+    Stage stage = Stage::Bare;
     QJsonArray program, otherProgram, sets;
     QVector<int> disabledPorts;
     bool writeMulti = true;
@@ -71,8 +86,13 @@ struct Scenario {
     int dtMs = 20;
     bool endExecutor = false;  ///< in the end the executor is deleted instead of paused
     int endMs = 0;             ///< from the last pause to the last loss of power
+    bool projectOpen = false;  ///< the page has an open project: the program's file
+    QJsonArray stations;       ///< records of the page of the stations
+    QJsonObject projects;      ///< files in the working directory: statements by the file's name
     QVector<Action> actions;
 
+    /// Whether the application ends in it: then it has to run in the application's own loop.
+    [[nodiscard]] bool quits() const;
     [[nodiscard]] QJsonObject toJson() const;
 };
 

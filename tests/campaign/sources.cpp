@@ -27,9 +27,10 @@ Event made(Kind kind, const QString& text, int value) {
 }  // namespace
 
 Sources::Sources() {
+    readPorts();
     const auto rows = m(lumo::key::port)->cmobjs();
-    for (int port = 0; port < rows.size(); ++port) {
-        ports_.insert(rows[port]->c(lumo::field::name)->getString(), port);
+    for (const ModuleObject* row : rows) {
+        connect(row->c(lumo::field::name), &ModuleObject::changed, this, &Sources::readPorts);
     }
     listen(lumo::key::executeState, Kind::State, false);
     listen(lumo::key::currentLine, Kind::Line, true);
@@ -55,8 +56,19 @@ Sources::Sources() {
             [this](const QString&, const QString& text) {
                 if (text.startsWith(QLatin1String("enter zone!"))) {
                     emit heard(made(Kind::Zone, text, 0));
+                } else if (text.contains(QLatin1String(" move result!"))) {
+                    emit heard(made(Kind::Dropped, text, 0));
                 }
             });
+}
+
+/// Where two ports are assigned to the same, the first one counts.
+void Sources::readPorts() {
+    ports_.clear();
+    const auto rows = m(lumo::key::port)->cmobjs();
+    for (int port = rows.size() - 1; port >= 0; --port) {
+        ports_.insert(rows[port]->c(lumo::field::name)->getString(), port);
+    }
 }
 
 void Sources::follow(LumoExecutor* executor) {
@@ -88,17 +100,20 @@ void Sources::listen(const QString& path, Kind kind, bool executorOnly) {
 }
 
 void Sources::onIssued(const KordCall& call) {
-    if (call.sender != executor_ && call.name != lumo::command::outDo) {
+    // A statement's output has no sender.
+    const bool foreign = call.sender != executor_;
+    const bool writesRegister = call.name == lumo::command::registerWrite && call.node;
+    if (foreign && !writesRegister && !(call.name == lumo::command::outDo && !call.sender)) {
         return;
     }
     if (call.name == lumo::command::registerWriteMulti) {
         for (const ModuleObject* record : call.node->cmobjs()) {
             onRegister(record->c(lumo::field::name)->getString(), record->c(lumo::field::bias)->getInt(),
-                       record->c(lumo::field::value)->getInt());
+                       record->c(lumo::field::value)->getInt(), false);
         }
-    } else if (call.name == lumo::command::registerWrite && call.node) {
+    } else if (writesRegister) {
         onRegister(call.argument(lumo::field::name).toString(), call.argument(lumo::field::bias).toInt(),
-                   call.argument(lumo::field::value).toInt());
+                   call.argument(lumo::field::value).toInt(), foreign);
     } else if (call.name == lumo::command::registerWrite || call.name == lumo::command::outDo) {
         emit heard(made(Kind::Output, call.argument(lumo::field::name).toString(),
                         call.argument(lumo::field::value).toInt()));
@@ -107,10 +122,13 @@ void Sources::onIssued(const KordCall& call) {
     }
 }
 
-void Sources::onRegister(const QString& name, int bias, int value) {
+void Sources::onRegister(const QString& name, int bias, int value, bool foreign) {
     const QString bit = name + QLatin1Char('.') + mIndex(bias);
-    Event event = made(Kind::Write, QString(), value);
+    Event event = made(foreign ? Kind::Foreign : Kind::Write, QString(), value);
     event.port = ports_.contains(bit) ? ports_.value(bit) : ports_.value(name, -1);
+    if (event.port < 0 && (foreign || name.isEmpty())) {
+        return;  // no equipment of ours, or a port in use that is assigned to nothing
+    }
     if (event.port < 0) {
         event = made(Kind::Complaint, QStringLiteral("no port is assigned to ") + bit, 0);
     }

@@ -33,7 +33,8 @@ signals:
 
 private:
     void onIssued(const KordCall& call);
-    void onRegister(const QString& name, int bias, int value);
+    void onRegister(const QString& name, int bias, int value, bool foreign);
+    void readPorts();
     void listen(const QString& path, Event::Kind kind, bool executorOnly);
 
     QHash<QString, int> ports_;  ///< by "LUMO_DO.#3"

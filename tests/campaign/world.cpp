@@ -12,9 +12,10 @@
 #include "panel/lumowidget.h"
 
 #include <QApplication>
-#include <QDir>
 #include <QMessageBox>
 #include <QPixmapCache>
+
+#include <private/qfont_p.h>
 
 namespace campaign {
 
@@ -31,24 +32,19 @@ QString assignment(int port) {
 }  // namespace
 
 World::World() : time(*sim::VirtualTime::instance()) {
-    QDir::setCurrent(folder_.path());
     mendo::LogHub::instance()->setConsole(false);
     kord::ManagerHelper::instance()->module()->mobj()->set(this, QStringLiteral("language"),
                                                            QStringLiteral("en"));
     QPixmapCache::setCacheLimit(0);  // it would keep a timer, which is no timer of ours
-    center_ = std::make_unique<QStackedWidget>();
-    center_->addWidget(new QWidget);
-    setInstantiatedCenterWidget(center_.get());
-    center_->show();
-    { const LumoWidget page; }  // fills the tree and makes the executor, which outlive it
+    { const LumoWidget page; }       // fills the tree and makes the executor, which outlive it
     endExecutor();
     pristine_ = m(lumo::key::lumo)->exportToJson();
     time.settle();
 }
 
 World::~World() {
+    panel.end();
     endExecutor();
-    setInstantiatedCenterWidget(nullptr);
 }
 
 void World::fill(const Scenario& scenario) {
@@ -66,12 +62,14 @@ void World::fill(const Scenario& scenario) {
     m(lumo::key::executeDt)->setValue(this, scenario.dtMs);
     m(lumo::key::weldSwitch)->setValue(this, scenario.weld);
     m(lumo::key::handWeldSwitch)->setValue(this, scenario.handWeld);
-    hand_or_signalbing = 0;
-    timersBefore_ = time.armedTimers();
+    panel.prepare(scenario);
+    timersBefore_ = armedTimers();
+    objectsBefore_ = objects();
 }
 
 void World::makeExecutor() {
     executor = new LumoExecutor(m(lumo::key::lumo));
+    helpersBefore_ = executor->findChildren<QObject*>().size();
 }
 
 void World::makeCell(const Scenario& scenario) {
@@ -88,6 +86,12 @@ void World::makeCell(const Scenario& scenario) {
                                       name(DO_LASER_ENABLE), name(AO_LASER_POWER), name(AO_WIRE_SPEED)});
 }
 
+void World::makePage(const Scenario& scenario) {
+    if (scenario.stage != Stage::Bare) {
+        panel.make();
+    }
+}
+
 void World::endExecutor() {
     delete executor;
     executor = nullptr;
@@ -102,15 +106,32 @@ Ending World::takeDown(int resumeLines) {
     ending.outputsOn = outputsOn();
     ending.resumeLine = m(lumo::key::currentLine)->getInt(-1);
     ending.lineCount = resumeLines;
+    ending.station = panel.staleStation();
+    if (executor) {
+        ending.objectsMore = executor->findChildren<QObject*>().size() - helpersBefore_;
+    }
+    panel.end();
+    time.settle();
     closeMessages();
     time.settle();
+    ending.objectsMore += objects() - objectsBefore_;
     ending.boxes = messageCount();
-    ending.timersMore = time.armedTimers(controller.get()) - timersBefore_;
-    endExecutor();
     cell.reset();
     controller.reset();
+    ending.timersMore = armedTimers() - timersBefore_;
+    endExecutor();
     time.settle();
     return ending;
+}
+
+/// Those of Qt's cache of fonts are no timers of ours.
+int World::armedTimers() const {
+    return time.armedTimers() - time.registeredTimers(QFontCache::instance()).size();
+}
+
+/// On the screen and below the host's central widget.
+int World::objects() const {
+    return PageWorld::objects() + QApplication::topLevelWidgets().size();
 }
 
 QStringList World::outputsOn() const {

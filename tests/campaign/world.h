@@ -1,6 +1,7 @@
 #pragma once
 
 #include "campaign/invariants.h"
+#include "campaign/pageworld.h"
 #include "campaign/scenario.h"
 #include "simulator/cell.h"
 #include "simulator/controller.h"
@@ -8,8 +9,6 @@
 
 #include <QJsonValue>
 #include <QObject>
-#include <QStackedWidget>
-#include <QTemporaryDir>
 
 #include <memory>
 
@@ -27,22 +26,27 @@ public:
     /// The executor, then the controller and its cell: whoever wants to hear before them is there.
     void makeExecutor();
     void makeCell(const Scenario& scenario);
+    /// The page, where the scenario has one.
+    void makePage(const Scenario& scenario);
     /// Deletes the executor, which shuts down what is under way; none is no error.
     void endExecutor();
     /// Takes everything down and tells how it was.
     Ending takeDown(int resumeLines);
 
     sim::VirtualTime& time;
+    PageWorld panel;
     std::unique_ptr<sim::Controller> controller;
     std::unique_ptr<sim::Cell> cell;
 
 private:
     [[nodiscard]] QStringList outputsOn() const;
+    [[nodiscard]] int armedTimers() const;
+    [[nodiscard]] int objects() const;
 
-    QTemporaryDir folder_;
-    std::unique_ptr<QStackedWidget> center_;
     QJsonValue pristine_;  ///< the subtree as the package fills it
     int timersBefore_ = 0;
+    int objectsBefore_ = 0;
+    int helpersBefore_ = 0;
 };
 
 void closeMessages();

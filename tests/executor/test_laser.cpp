@@ -1,7 +1,9 @@
 #include "module/globals.h"
 #include "support/executorbench.h"
 
+#include <QRegularExpression>
 #include <QTest>
+#include <QTimer>
 
 using test::sameLog;
 
@@ -219,7 +221,8 @@ private slots:
     void aDarkStartInsideARamp_switchesTheLaserOffFirst() {
         QFETCH(bool, once);
         bench_.setParam("decrease_time", 2000);
-        bench_.load(R"([{"type":"open"},{"type":"delay","delaytime":5000},{"type":"close"},{"type":"moveL"}])");
+        bench_.load(
+            R"([{"type":"open"},{"type":"delay","delaytime":5000},{"type":"close"},{"type":"moveL"}])");
         bench_.at(1000, [] { test::ExecutorBench::pause(); });
         bench_.run();
         bench_.time.advance(50);
@@ -334,6 +337,36 @@ private slots:
         bench_.run();
         QCOMPARE(bench_.robot.offSince("LASER"), qint64(310));
         QCOMPARE(bench_.robot.firstTime("PULL 1"), qint64(-1));
+    }
+
+    void aQuitInTheTurnInWhichAWaitEnds_shutsDown_data() {
+        QTest::addColumn<int>("ms");
+        QTest::addColumn<bool>("before");
+        for (const bool before : {true, false}) {
+            QTest::addRow("pre-flow, %d", before) << 200 << before;
+            QTest::addRow("dwell, %d", before) << 450 << before;
+            QTest::addRow("delay, %d", before) << 750 << before;
+        }
+    }
+
+    /// The wait's own time comes right behind the request or before it; no loop has returned yet.
+    void aQuitInTheTurnInWhichAWaitEnds_shutsDown() {
+        QFETCH(int, ms);
+        bench_.setParam("stay_time", 250);  // the ramp is over before
+        bench_.load(weld(R"({"type":"delay","delaytime":300})"));
+        QFETCH(bool, before);
+        const auto quit = [] { QCoreApplication::quit(); };
+        // Of what is due together, that comes first which was armed first.
+        bench_.at(before ? ms : ms - 1,
+                  [before, quit] { before ? quit() : QTimer::singleShot(1, Qt::PreciseTimer, qApp, quit); });
+        QTimer::singleShot(0, qApp, [this] { bench_.run(); });
+        QCoreApplication::exec();
+        const QString at = QString::number(ms);
+        QStringList off{" PULL 0", " WIRE 0", " POWER 0", " LASER 0", " DUTY 0", " FREQ 0", " GAS 0"};
+        off.replaceInStrings(QRegularExpression("^"), at);
+        QVERIFY(sameLog(equipment().filter(QRegularExpression("^" + at + " ")), off));
+        QCOMPARE(bench_.robot.nowMs(), qint64(ms));
+        QCOMPARE(bench_.state(), "idle");
     }
 
     void powerLossAfterAPause_shutsDownToo() {

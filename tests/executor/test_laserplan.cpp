@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 /// Openings and closings as lists of (ms, port, value).
 class TestLaserPlan : public QObject {
@@ -94,6 +95,23 @@ private slots:
         QCOMPARE(params.increaseMs, 0);
         QCOMPARE(params.stayMs, 0);
         QCOMPARE(LaserParams::from(ModuleObject::null()).power, 0.0);
+    }
+
+    /// No dialog takes them, but a file may hold them.
+    void timesOfWeeks_neitherOverflowNorFillTheMemory() {
+        ModuleObject set(QStringLiteral("set"));
+        set.loadJson(nullptr, QJsonObject{{"power", 50},
+                                          {"increase_time", 2000000000},
+                                          {"decrease_time", 2000000000},
+                                          {"close_delay", 2000000000},
+                                          {"delay_after_blow", 2000000000}});
+        const LaserParams params = LaserParams::from(&set);
+        QVERIFY(qint64(params.decreaseMs) + params.closeDelayMs + params.postFlowMs <=
+                std::numeric_limits<int>::max());
+        const Sequence opening = openingPlan(params, 1);
+        QVERIFY(opening.size() < 200000);
+        QCOMPARE(opening.back().ms, params.increaseMs);
+        QVERIFY(closingPlan(params, 1).size() < 200000);
     }
 };
 
