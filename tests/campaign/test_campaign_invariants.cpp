@@ -274,19 +274,23 @@ private slots:
     void ending_data() {
         QTest::addColumn<Ending>("ending");
         QTest::addColumn<QString>("broken");
-        const auto endingRow = [](const char* name, const Ending& ending, const char* broken) {
+        const auto row = [](const char* name, const char* broken, void (*change)(Ending*)) {
+            Ending ending;
+            change(&ending);
             QTest::newRow(name) << ending << QString::fromLatin1(broken);
         };
-        endingRow("rest", {true, 0, 0, 0, 0, {}, 2, 3}, "");
-        endingRow("nothing was run", {true, 0, 0, 0, 0, {}, 0, -1}, "");
-        endingRow("busy", {false, 0, 0, 0, 0, {}, 0, -1}, "not idle");
-        endingRow("a run on the stack", {true, 1, 0, 0, 0, {}, 0, -1}, "depth is 1");
-        endingRow("steps", {true, 0, 2, 0, 0, {}, 0, -1}, "2 steps");
-        endingRow("a message", {true, 0, 0, 1, 0, {}, 0, -1}, "1 messages");
-        endingRow("a timer", {true, 0, 0, 0, 1, {}, 0, -1}, "1 timers");
-        endingRow("an output", {true, 0, 0, 0, 0, {QStringLiteral("GAS")}, 0, -1},
-                  "GAS is on at the controller");
-        endingRow("a line too many", {true, 0, 0, 0, 0, {}, 3, 3}, "resume line 3");
+        row("nothing was run", "", [](Ending*) {});
+        row("rest", "", [](Ending* end) { end->resumeLine = 2, end->lineCount = 3; });
+        row("busy", "not idle", [](Ending* end) { end->idle = false; });
+        row("a run on the stack", "depth is 1", [](Ending* end) { end->depth = 1; });
+        row("steps", "2 steps", [](Ending* end) { end->pending = 2; });
+        row("a message", "1 messages", [](Ending* end) { end->boxes = 1; });
+        row("a timer", "1 timers", [](Ending* end) { end->timersMore = 1; });
+        row("an object", "1 objects", [](Ending* end) { end->objectsMore = 1; });
+        row("a station's row", "row 2", [](Ending* end) { end->station = QStringLiteral("row 2"); });
+        row("an output", "GAS is on at the controller",
+            [](Ending* end) { end->outputsOn << QStringLiteral("GAS"); });
+        row("a line too many", "resume line 3", [](Ending* end) { end->resumeLine = 3, end->lineCount = 3; });
     }
 
     void ending() {
