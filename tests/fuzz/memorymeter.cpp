@@ -10,10 +10,15 @@
 
 #ifdef FUZZ_MEASURES_MEMORY
 
-#include <sanitizer/allocator_interface.h>
-
 #include <cstdio>
 #include <cstdlib>
+
+// Of the sanitizers' allocator interface, whose header comes with Clang only.
+extern "C" {
+int __sanitizer_install_malloc_and_free_hooks(void (*onAllocation)(const volatile void*, std::size_t),
+                                              void (*onRelease)(const volatile void*));
+std::size_t __sanitizer_get_allocated_size(const volatile void* block);
+}
 
 namespace fuzz {
 
@@ -56,7 +61,7 @@ void onAllocation(const volatile void*, std::size_t bytes) {
 
 void onRelease(const volatile void* block) {
     if (counting && block) {
-        held -= static_cast<std::ptrdiff_t>(__sanitizer_get_allocated_size(const_cast<const void*>(block)));
+        held -= static_cast<std::ptrdiff_t>(__sanitizer_get_allocated_size(block));
     }
 }
 
