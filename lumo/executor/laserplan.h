@@ -22,8 +22,8 @@ ModuleObject* paramNode();
 /// The step of power ramps from "lumo.execute.dt"; 20 ms where that is no positive number.
 int rampStepMs();
 
-/// The laser comes on: power from 0 in equal time steps (longer ones in a ramp of many minutes), full power
-/// at the end of the ramp, then the wire. Times count from the moment the laser was enabled.
+/// The laser comes on: power from 0 in equal time steps (longer ones where there would be more than 5,000),
+/// full power at the end of the ramp, then the wire. Times count from the moment the laser was enabled.
 Sequence openingPlan(const LaserParams& params, int dtMs);
 
 /// The laser goes off: wire pull-back and re-feed, power ramp, then power, enable, duty cycle and
