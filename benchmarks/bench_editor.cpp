@@ -147,8 +147,8 @@ int main(int argc, char** argv) {
     markerPlan.target = 1.3;
     markerPlan.rounds = 5;
     markerPlan.blockMs = 20.0;
-    bench::add("editor: a move of the marker in 10000 lines / in 10", [&](benchmark::State& state) {
-        bench::sideBySide(state, markerWalk(cell, lines), markerWalk(cell, 10), markerPlan);
+    bench::add("editor: a move of the marker in 10000 lines / in 100", [&](benchmark::State& state) {
+        bench::sideBySide(state, markerWalk(cell, lines), markerWalk(cell, 100), markerPlan);
     });
     return bench::runFigures(argc, argv);
 }
