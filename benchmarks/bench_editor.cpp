@@ -107,18 +107,22 @@ bench::Side sizedRow(Tables& tables) {
 /// The marker walks over the last ten lines of a program.
 bench::Side markerWalk(bench::WeldCell& cell, int length) {
     constexpr int walk = 10;
+    const auto moveTo = [length](int place) {
+        m(lumo::key::executeLine)->setValue(nullptr, length - walk + place % walk);
+        QApplication::processEvents();
+    };
     bench::Side side;
-    side.run = [length, place = 0](int count) mutable {
-        for (int i = 0; i < count; ++i) {
-            place = (place + 1) % walk;
-            m(lumo::key::executeLine)->setValue(nullptr, length - walk + place);
-            QApplication::processEvents();
+    side.run = [moveTo](int count) {
+        for (int place = 0; place < count; ++place) {
+            moveTo(place);
         }
     };
-    side.prepare = [&cell, length] {
+    side.prepare = [&cell, length, moveTo] {
         if (m(lumo::key::program)->cmobjCount() != length) {
             cell.load(bench::weldProgram(length));
-            QApplication::processEvents();
+        }
+        for (int place = 0; place < walk; ++place) {  // what loading left to be done later is done now
+            moveTo(place);
         }
     };
     return side;
