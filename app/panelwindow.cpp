@@ -122,8 +122,8 @@ void PanelWindow::setViews(ViewsWindow* views) {
 }
 
 void PanelWindow::setStrip(QWidget* strip) {
-    strip->setStyleSheet(frameStyle());
     body_->setStrip(strip);
+    strip->setStyleSheet(frameStyle());  // in its place: what moves is styled again
     stripButton_->show();
     placeStrip();
 }

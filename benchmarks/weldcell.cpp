@@ -77,6 +77,11 @@ void PromptRobot::onIssued(const KordCall& call) {
                     call.argument(QStringLiteral("bias")).toInt(),
                     call.argument(QStringLiteral("value")).toInt());
         }
+    } else if (call.name == QLatin1String("device.io.out.do")) {
+        if (written) {
+            written(call.argument(QStringLiteral("name")).toString(), 0,
+                    call.argument(QStringLiteral("value")).toInt());
+        }
     } else if (call.name == QLatin1String("move.opr.enough")) {
         if (first_ < queue_.size()) {
             next_.start(0);

@@ -26,7 +26,8 @@ QJsonArray moveProgram(int lines);
 class PromptRobot : public QObject {
 public:
     PromptRobot();
-    /// Hears every register write: name of the register, bias, value.
+    /// Hears every write of a register (name, bias, value) or of an output of the controller (name, 0,
+    /// value).
     std::function<void(const QString& name, int bias, int value)> written;
 
 private:

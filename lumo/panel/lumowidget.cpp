@@ -111,8 +111,10 @@ void LumoWidget::addFourDefaultSignalsConfig() {
 
 // --- Pages ----------------------------------------------------------------------------------------
 
+// Pages are made where they stay: each widget of one that moves would be styled again.
+
 void LumoWidget::makeEditor() {
-    editor_ = new ProgramWidget(this);
+    editor_ = new ProgramWidget(ui_->stackedWidget);
     ui_->stackedWidget->addWidget(editor_);
     connect(editor_, &ProgramWidget::pointBtnClicked, this, &LumoWidget::openPointPage);
     connect(editor_, &ProgramWidget::updateUItoolwobj, this, &LumoWidget::reapplyToolset);
@@ -123,14 +125,14 @@ void LumoWidget::makeEditor() {
 }
 
 void LumoWidget::makeDevicePages() {
-    monitor_ = new StatusMonitorWidget(this);
+    monitor_ = new StatusMonitorWidget(ui_->stackedWidget);
     ui_->stackedWidget->addWidget(monitor_);
-    deviceControl_ = new DeviceControlWidget(this);
+    deviceControl_ = new DeviceControlWidget(ui_->stackedWidget);
     ui_->stackedWidget->addWidget(deviceControl_);
 }
 
 void LumoWidget::makeStationPage() {
-    stations_ = new SignalsBindWidget(this);
+    stations_ = new SignalsBindWidget(ui_->stackedWidget);
     ui_->stackedWidget->addWidget(stations_);
     connect(stations_, &SignalsBindWidget::addBtnClicked, this,
             [this](QTableWidget* table) { showSignalsParamWgt(table, true); });
@@ -173,14 +175,14 @@ void LumoWidget::showEditor() {
 
 void LumoWidget::showPorts() {
     deletPWgt();
-    auto* page = new PortConfigWidget(this);
+    auto* page = new PortConfigWidget(ui_->stackedWidget);
     connect(page, &PortConfigWidget::signalportconfigchangedProgramlist, this, &LumoWidget::redrawLines);
     showNew(page, &portPages_);
 }
 
 void LumoWidget::showParams() {
     deletPWgt();
-    auto* page = new ParamConfigWidget(this);
+    auto* page = new ParamConfigWidget(ui_->stackedWidget);
     connect(page, &ParamConfigWidget::signalparamconfigchangedProgramlist, this, &LumoWidget::redrawLines);
     showNew(page, &paramPages_);
 }
@@ -216,7 +218,7 @@ void LumoWidget::showStations() {
 
 void LumoWidget::showSignalsParamWgt(QTableWidget* table, bool isNew) {
     deletSWgt();
-    stationPage_ = new SignalsBindingParamWidget(table, isNew, this);
+    stationPage_ = new SignalsBindingParamWidget(table, isNew, ui_->stackedWidget);
     connect(stationPage_, &SignalsBindingParamWidget::okayBtnClicked, this, &LumoWidget::showStations);
     connect(stationPage_, &SignalsBindingParamWidget::cancelBtnClicked, this, &LumoWidget::showStations);
     ui_->stackedWidget->addWidget(stationPage_);
@@ -239,7 +241,7 @@ void LumoWidget::discard(QWidget* page) {
 void LumoWidget::openPointPage(int row, ModuleObject* statement, int jointCount) {
     deletPWgt();
     isnew_pWgt = true;
-    pointPage_ = new PointWidget(row, statement, jointCount, this);
+    pointPage_ = new PointWidget(row, statement, jointCount, ui_->stackedWidget);
     connect(pointPage_, &PointWidget::okayBtnClicked, this, &LumoWidget::pointPageAccepted);
     connect(pointPage_, &PointWidget::cancelBtnClicked, this, &LumoWidget::showEditor);
     ui_->stackedWidget->addWidget(pointPage_);
