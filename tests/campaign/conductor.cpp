@@ -102,8 +102,13 @@ void Conductor::end() {
 
 /// What is awaited cannot come: an input that the cell does not have, or a result that got lost.
 bool Conductor::isHopeless() const {
+    const QVariantMap wait = executor->waiting();
+    static const QStringList given{QStringLiteral("DI1"), QStringLiteral("DI2"),
+                                   QStringLiteral("FIXTURE_DI.#0"), QStringLiteral("FIXTURE_DI.#1")};
+    const bool forInput = wait.value(QStringLiteral("kind")).toString() == QLatin1String("input");
     return performer_.mayLoseErrors() ||
-           executor->waiting().value(QStringLiteral("detail")).toString() == QLatin1String("DI99");
+           wait.value(QStringLiteral("due")).toLongLong() > world_.time.nowMs() ||
+           (forInput && !given.contains(wait.value(QStringLiteral("detail")).toString()));
 }
 
 /// A stop input that is held pauses again and again.
@@ -139,17 +144,17 @@ void Conductor::stopAll() {
 
 /// The longest that a closing with these parameter sets can take, the dwell below it and the robot's
 /// braking included.
-int Conductor::closingMs() const {
-    int longest = 0;
+qint64 Conductor::closingMs() const {
+    qint64 longest = 0;
     for (const ModuleObject* set : m(lumo::key::param)->cmobjs()) {
-        int sum = 1000;
+        qint64 sum = 1000;
         for (const char* time : {"stay_time", "decrease_time", "close_delay", "delay_after_blow",
                                  "move_wire_time", "give_wire_time"}) {
             sum += std::max(0, set->c(QString::fromLatin1(time))->getInt());
         }
         longest = std::max(longest, sum);
     }
-    return std::max(longest, 1000);
+    return std::max<qint64>(longest, 1000);
 }
 
 /// A wait that is overdue, or for a robot that has nothing to do, will not end.

@@ -33,7 +33,7 @@ private:
     void complain(const QString& words);
     [[nodiscard]] bool isHopeless() const;
     [[nodiscard]] bool atRest() const;
-    [[nodiscard]] int closingMs() const;
+    [[nodiscard]] qint64 closingMs() const;
     void enter(Course course);
 
     World& world_;
