@@ -100,7 +100,8 @@ void Conductor::end() {
     enter(Course::Over);
 }
 
-/// What is awaited cannot come: an input that the cell does not have, or a result that got lost.
+/// What is awaited cannot come: an input that the cell does not have, a result that got lost, the end of
+/// days, or of a motion of hours.
 bool Conductor::isHopeless() const {
     const QVariantMap wait = executor->waiting();
     static const QStringList given{QStringLiteral("DI1"), QStringLiteral("DI2"),
