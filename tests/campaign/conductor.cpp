@@ -107,7 +107,7 @@ bool Conductor::isHopeless() const {
     static const QStringList given{QStringLiteral("DI1"), QStringLiteral("DI2"),
                                    QStringLiteral("FIXTURE_DI.#0"), QStringLiteral("FIXTURE_DI.#1")};
     const bool forInput = wait.value(QStringLiteral("kind")).toString() == QLatin1String("input");
-    return performer_.mayLoseErrors() ||
+    return performer_.mayLoseErrors() || !world_.controller->standsStill() || closingMs() > givingLimitMs ||
            wait.value(QStringLiteral("due")).toLongLong() > world_.time.nowMs() ||
            (forInput && !given.contains(wait.value(QStringLiteral("detail")).toString()));
 }
