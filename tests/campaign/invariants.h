@@ -16,6 +16,8 @@ class Outputs {
 public:
     void on(const Event& event);
     [[nodiscard]] int value(int port) const { return values_[static_cast<std::size_t>(port)]; }
+    /// The same, whatever somebody else did to the port since.
+    [[nodiscard]] int written(int port) const { return written_[static_cast<std::size_t>(port)]; }
     /// Whether the simulated source emits.
     [[nodiscard]] bool emitting() const { return emitting_; }
     /// Whether somebody else than the executor has switched a port on, and nobody off again.
@@ -24,7 +26,7 @@ public:
     [[nodiscard]] QStringList on() const;
 
 private:
-    std::array<int, 19> values_{};
+    std::array<int, 19> values_{}, written_{};
     std::array<bool, 19> byHand_{};  ///< somebody else switched it on
     bool emitting_ = false;
 };
