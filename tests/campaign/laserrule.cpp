@@ -148,6 +148,9 @@ void LaserRule::closeNow(const Event& event, const Outputs& outputs, const QStri
 }
 
 void LaserRule::onWrite(const Event& event, const Outputs& outputs) {
+    if (quits_) {
+        return;  // what is due in the same turn is undone in it
+    }
     const bool laserOn = outputs.value(DO_LASER_ENABLE) != 0;
     const bool switchesOn = event.value != 0;
     if (announced_ && switchesOn && (event.port == DO_GAS || event.port == DO_LASER_ENABLE)) {
@@ -169,7 +172,7 @@ void LaserRule::onWrite(const Event& event, const Outputs& outputs) {
             broken(QStringLiteral("the laser is enabled though welding is not permitted"));
         }
     } else if (event.port == DO_LASER_ENABLE) {
-        if (!armed_ && !quits_ && laserOn && outputs.written(AO_LASER_POWER) > 0) {
+        if (!armed_ && laserOn && outputs.written(AO_LASER_POWER) > 0) {
             broken(QStringLiteral("a closing disables the laser at power %1, not 0")
                        .arg(outputs.written(AO_LASER_POWER)));
         }

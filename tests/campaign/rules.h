@@ -24,7 +24,7 @@ private:
 
     bool announced_ = false;    ///< an opening may begin now
     bool armed_ = false;        ///< it has begun with permission, and nothing has ended it
-    bool quits_ = false;        ///< a pulse that ends in the same turn is no closing
+    bool quits_ = false;        ///< all is over in the turn in which the application ends
     bool permitted_ = true;     ///< as of the event before
     bool closeAhead_ = false;   ///< a close statement may begin its closing now
     bool closeBegun_ = false;   ///< it has
