@@ -60,7 +60,7 @@ void Conductor::tick() {
             }
             break;
         case Course::Giving:
-            if (atRest()) {
+            if (atRest() || takesDays()) {
                 stopAll();
             } else if (now > sinceMs_ + givingLimitMs) {
                 if (isHopeless()) {
@@ -98,6 +98,15 @@ void Conductor::end() {
     }
     tick_.stop();
     enter(Course::Over);
+}
+
+/// Nobody waits for the end of what a file of odd values asks for.
+bool Conductor::takesDays() const {
+    const Facts facts = Recorder::facts();
+    const bool onlyCloses = facts.idle && facts.depth == 0 && facts.pending > 0;
+    return executor->waiting().value(QStringLiteral("due")).toLongLong() >
+               world_.time.nowMs() + givingLimitMs ||
+           (onlyCloses && closingMs() > givingLimitMs);
 }
 
 /// What is awaited cannot come: an input that the cell does not have, a result that got lost, the end of

@@ -32,6 +32,7 @@ private:
     void checkWait();
     void complain(const QString& words);
     [[nodiscard]] bool isHopeless() const;
+    [[nodiscard]] bool takesDays() const;
     [[nodiscard]] bool atRest() const;
     [[nodiscard]] qint64 closingMs() const;
     void enter(Course course);
