@@ -37,7 +37,7 @@ void GasRule::on(const Event& event, const Outputs& outputs, const Runs& runs) {
             onGasOff(event, outputs, runs);
         }
     } else if (event.kind == Kind::Write && event.port == DO_LASER_ENABLE && event.value != 0 &&
-               event.facts.gasUsed && outputs.value(DO_GAS) == 0) {
+               event.facts.gasUsed && outputs.written(DO_GAS) == 0) {
         broken(QStringLiteral("the laser is enabled without gas"));
     }
 }

@@ -61,6 +61,18 @@ QJsonObject spoil(QJsonObject record, Random& random) {
     return record;
 }
 
+/// A dwell keeps its length, whatever happens: one of days would take the whole schedule.
+void shortenDwells(QJsonArray& sets) {
+    constexpr double longestMs = 20000;
+    for (int i = 0; i < sets.size(); ++i) {
+        QJsonObject set = sets[i].toObject();
+        if (set["stay_time"].toVariant().toDouble() > longestMs) {
+            set["stay_time"] = longestMs;
+        }
+        sets[i] = set;
+    }
+}
+
 QJsonArray spoilSome(QJsonArray records, int percent, Random& random) {
     for (int i = 0; i < records.size(); ++i) {
         if (records[i].isObject() && random.chance(percent)) {
@@ -78,13 +90,15 @@ void makeOdd(Scenario& scenario, Random& random) {
     for (int i = 0; i < 3; ++i) {
         scenario.sets = spoilSome(scenario.sets, 40, random);
     }
+    shortenDwells(scenario.sets);
     scenario.stations = spoilSome(scenario.stations, 30, random);
     const QStringList files = scenario.projects.keys();
     for (const QString& file : files) {
         scenario.projects[file] = spoilSome(scenario.projects[file].toArray(), 20, random);
     }
     for (Action& action : scenario.actions) {
-        if (action.kind == Action::Kind::Param && random.chance(50)) {
+        const bool isDwell = action.text == QLatin1String("stay_time");
+        if (action.kind == Action::Kind::Param && !isDwell && random.chance(50)) {
             action.mode = random.oneOf({-100, 1000000000, 2147483647, 100000});
         }
     }
