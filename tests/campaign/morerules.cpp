@@ -95,7 +95,7 @@ void MotionRule::on(const Event& event, const Outputs&, const Runs& runs) {
 }
 
 void MotionRule::onResult() {
-    if (silent_) {
+    if (silent_ && !falseResults_) {
         broken(QStringLiteral("a result that belongs to no motion was passed over in silence"));
     }
     belongs_ = outstanding_ > 0;
