@@ -60,7 +60,7 @@ void Conductor::tick() {
             }
             break;
         case Course::Giving:
-            if (atRest()) {
+            if (atRest() || takesDays()) {
                 stopAll();
             } else if (now > sinceMs_ + givingLimitMs) {
                 if (isHopeless()) {
@@ -100,10 +100,25 @@ void Conductor::end() {
     enter(Course::Over);
 }
 
-/// What is awaited cannot come: an input that the cell does not have, or a result that got lost.
+/// Nobody waits for the end of what a file of odd values asks for.
+bool Conductor::takesDays() const {
+    const Facts facts = Recorder::facts();
+    const bool onlyCloses = facts.idle && facts.depth == 0 && facts.pending > 0;
+    return executor->waiting().value(QStringLiteral("due")).toLongLong() >
+               world_.time.nowMs() + givingLimitMs ||
+           (onlyCloses && closingMs() > givingLimitMs);
+}
+
+/// What is awaited cannot come: an input that the cell does not have, a result that got lost, the end of
+/// days, or of a motion of hours.
 bool Conductor::isHopeless() const {
-    return performer_.mayLoseErrors() ||
-           executor->waiting().value(QStringLiteral("detail")).toString() == QLatin1String("DI99");
+    const QVariantMap wait = executor->waiting();
+    static const QStringList given{QStringLiteral("DI1"), QStringLiteral("DI2"),
+                                   QStringLiteral("FIXTURE_DI.#0"), QStringLiteral("FIXTURE_DI.#1")};
+    const bool forInput = wait.value(QStringLiteral("kind")).toString() == QLatin1String("input");
+    return performer_.mayLoseErrors() || !world_.controller->standsStill() || closingMs() > givingLimitMs ||
+           wait.value(QStringLiteral("due")).toLongLong() > world_.time.nowMs() ||
+           (forInput && !given.contains(wait.value(QStringLiteral("detail")).toString()));
 }
 
 /// A stop input that is held pauses again and again.
@@ -139,17 +154,17 @@ void Conductor::stopAll() {
 
 /// The longest that a closing with these parameter sets can take, the dwell below it and the robot's
 /// braking included.
-int Conductor::closingMs() const {
-    int longest = 0;
+qint64 Conductor::closingMs() const {
+    qint64 longest = 0;
     for (const ModuleObject* set : m(lumo::key::param)->cmobjs()) {
-        int sum = 1000;
+        qint64 sum = 1000;
         for (const char* time : {"stay_time", "decrease_time", "close_delay", "delay_after_blow",
                                  "move_wire_time", "give_wire_time"}) {
             sum += std::max(0, set->c(QString::fromLatin1(time))->getInt());
         }
         longest = std::max(longest, sum);
     }
-    return std::max(longest, 1000);
+    return std::max<qint64>(longest, 1000);
 }
 
 /// A wait that is overdue, or for a robot that has nothing to do, will not end.

@@ -32,8 +32,9 @@ private:
     void checkWait();
     void complain(const QString& words);
     [[nodiscard]] bool isHopeless() const;
+    [[nodiscard]] bool takesDays() const;
     [[nodiscard]] bool atRest() const;
-    [[nodiscard]] int closingMs() const;
+    [[nodiscard]] qint64 closingMs() const;
     void enter(Course course);
 
     World& world_;

@@ -266,6 +266,9 @@ Scenario drawScenario(quint64 seed) {
     if (scenario.stage != Stage::Bare) {
         addPage(scenario, random);
     }
+    if (random.chance(12)) {
+        makeOdd(scenario, random);
+    }
     return scenario;
 }
 

@@ -11,5 +11,7 @@ Moment drawWait(Random& random);
 Action follower(Action::Kind kind, int ms);
 /// Gives a scenario the page, the files and the stations, and weaves in what somebody does there.
 void addPage(Scenario& scenario, Random& random);
+/// Puts values into programs, parameter sets and stations that no dialog would write.
+void makeOdd(Scenario& scenario, Random& random);
 
 }  // namespace campaign

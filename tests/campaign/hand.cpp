@@ -17,6 +17,8 @@
 #include <QPushButton>
 #include <QTableWidget>
 
+#include <algorithm>
+
 namespace campaign {
 
 namespace {
@@ -89,6 +91,16 @@ void replyToFile(QFileDialog* dialog, const QString& with, Random& random) {
     press(field, Qt::Key_Return, QStringLiteral("\r"));
 }
 
+/// The lists of the port page offer what no other one has.
+bool isOffered(const QComboBox* combo, int item) {
+    const auto others = combo->window()->findChildren<QComboBox*>();
+    return !combo->property("func").isValid() ||
+           std::none_of(others.begin(), others.end(), [combo, item](const QComboBox* other) {
+               return other != combo && other->property("func").isValid() &&
+                      other->currentText() == combo->itemText(item);
+           });
+}
+
 /// The button that accepts, or rejects; null when there is none.
 QAbstractButton* buttonOf(const QWidget* dialog, bool accepts) {
     const auto* const box = dialog->findChild<QDialogButtonBox*>();
@@ -158,6 +170,9 @@ void Hand::selectRow(int row) const {
 
 void Hand::choose(int number, int item) const {
     auto* const combo = numbered<QComboBox>(number);
+    if (combo && combo->count() > 0 && !isOffered(combo, item % combo->count())) {
+        return;
+    }
     if (combo && combo->count() > 0) {
         combo->setCurrentIndex(item % combo->count());
         emit combo->activated(combo->currentIndex());

@@ -8,6 +8,7 @@ namespace campaign {
 void Outputs::on(const Event& event) {
     if (event.kind == Event::Kind::Write && event.port >= 0) {
         values_[static_cast<std::size_t>(event.port)] = event.value;
+        written_[static_cast<std::size_t>(event.port)] = event.value;
         byHand_[static_cast<std::size_t>(event.port)] &= event.value != 0;
     } else if (event.kind == Event::Kind::Foreign) {
         byHand_[static_cast<std::size_t>(event.port)] = event.value != 0;

@@ -16,6 +16,8 @@ class Outputs {
 public:
     void on(const Event& event);
     [[nodiscard]] int value(int port) const { return values_[static_cast<std::size_t>(port)]; }
+    /// The same, whatever somebody else did to the port since.
+    [[nodiscard]] int written(int port) const { return written_[static_cast<std::size_t>(port)]; }
     /// Whether the simulated source emits.
     [[nodiscard]] bool emitting() const { return emitting_; }
     /// Whether somebody else than the executor has switched a port on, and nobody off again.
@@ -24,7 +26,7 @@ public:
     [[nodiscard]] QStringList on() const;
 
 private:
-    std::array<int, 19> values_{};
+    std::array<int, 19> values_{}, written_{};
     std::array<bool, 19> byHand_{};  ///< somebody else switched it on
     bool emitting_ = false;
 };
@@ -35,14 +37,14 @@ struct Ending {
     int depth = 0;
     int pending = 0;
     int boxes = 0;
-    int objectsMore = 0;    ///< objects of executor, page and screen that were not there before
-    bool quit = false;      ///< the application was asked to quit
-    qint64 quitTookMs = 0;  ///< from then to the end of its loop
-    QString station;        ///< a row of the stations' page that is not true
     int timersMore = 0;     ///< armed timers that were not there before the schedule
     QStringList outputsOn;  ///< controller outputs of the equipment that are not 0
     int resumeLine = 0;     ///< lumo.current.line
     int lineCount = -1;     ///< of the program in which it was written, -1: never
+    int objectsMore = 0;    ///< objects of executor, page and screen that were not there before
+    bool quit = false;      ///< the application was asked to quit
+    qint64 quitTookMs = 0;  ///< from then to the end of its loop
+    QString station{};      ///< a row of the stations' page that is not true
 };
 
 /// One family of invariants. It hears every event together with how things were before it.

@@ -42,6 +42,7 @@ void LaserRule::on(const Event& event, const Outputs& outputs, const Runs& runs)
             }
             break;
         case Kind::Quit:
+            quits_ = true;
             closeNow(event, outputs, QString());
             if (laserOn) {
                 closeWithin(event, 0, QStringLiteral("the request to quit"));
@@ -147,6 +148,9 @@ void LaserRule::closeNow(const Event& event, const Outputs& outputs, const QStri
 }
 
 void LaserRule::onWrite(const Event& event, const Outputs& outputs) {
+    if (quits_) {
+        return;  // what is due in the same turn is undone in it
+    }
     const bool laserOn = outputs.value(DO_LASER_ENABLE) != 0;
     const bool switchesOn = event.value != 0;
     if (announced_ && switchesOn && (event.port == DO_GAS || event.port == DO_LASER_ENABLE)) {
@@ -157,9 +161,9 @@ void LaserRule::onWrite(const Event& event, const Outputs& outputs) {
     } else if (event.port == DO_GAS && switchesOn && !armed_) {
         broken(QStringLiteral("the gas is switched on outside an opening"));
     } else if (event.port == AO_LASER_POWER && laserOn && !armed_ &&
-               event.value > std::max(0, outputs.value(AO_LASER_POWER))) {
+               event.value > std::max(0, outputs.written(AO_LASER_POWER))) {
         broken(QStringLiteral("a closing raises the laser power from %1 to %2")
-                   .arg(outputs.value(AO_LASER_POWER))
+                   .arg(outputs.written(AO_LASER_POWER))
                    .arg(event.value));
     } else if (event.port == DO_LASER_ENABLE && switchesOn) {
         if (!armed_) {
@@ -168,9 +172,9 @@ void LaserRule::onWrite(const Event& event, const Outputs& outputs) {
             broken(QStringLiteral("the laser is enabled though welding is not permitted"));
         }
     } else if (event.port == DO_LASER_ENABLE) {
-        if (!armed_ && laserOn && outputs.value(AO_LASER_POWER) > 0) {
+        if (!armed_ && laserOn && outputs.written(AO_LASER_POWER) > 0) {
             broken(QStringLiteral("a closing disables the laser at power %1, not 0")
-                       .arg(outputs.value(AO_LASER_POWER)));
+                       .arg(outputs.written(AO_LASER_POWER)));
         }
         deadline_ = -1;
     }

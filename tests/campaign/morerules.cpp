@@ -28,8 +28,6 @@ void GasRule::on(const Event& event, const Outputs& outputs, const Runs& runs) {
     if (event.kind == Kind::Pause) {
         pausedMs_ = event.ms;
         postFlowMs_ = event.facts.postFlowMs;
-    } else if (event.kind == Kind::Quit) {
-        off_ = true;
     } else if (event.kind == Kind::Write && event.port == DO_GAS) {
         if (event.value != 0) {
             closing_ = false;
@@ -39,7 +37,7 @@ void GasRule::on(const Event& event, const Outputs& outputs, const Runs& runs) {
             onGasOff(event, outputs, runs);
         }
     } else if (event.kind == Kind::Write && event.port == DO_LASER_ENABLE && event.value != 0 &&
-               event.facts.gasUsed && outputs.value(DO_GAS) == 0) {
+               event.facts.gasUsed && outputs.written(DO_GAS) == 0) {
         broken(QStringLiteral("the laser is enabled without gas"));
     }
 }
@@ -48,7 +46,7 @@ void GasRule::onGasOff(const Event& event, const Outputs& outputs, const Runs& r
     if (outputs.value(DO_LASER_ENABLE) != 0 && pausedMs_ < 0) {
         gasOffMs_ = event.ms;
     }
-    if (off_ || runs.inPower()) {
+    if (runs.inPower()) {
         return;
     }
     const qint64 from = std::max(pausedMs_, pausedMs_ < 0 ? laserOffMs_ : qint64(-1));
@@ -97,7 +95,7 @@ void MotionRule::on(const Event& event, const Outputs&, const Runs& runs) {
 }
 
 void MotionRule::onResult() {
-    if (silent_) {
+    if (silent_ && !falseResults_) {
         broken(QStringLiteral("a result that belongs to no motion was passed over in silence"));
     }
     belongs_ = outstanding_ > 0;

@@ -102,8 +102,27 @@ Moment drawTurn(Random& random) {
     }
 }
 
+/// Somebody who sees a message answers it before he goes on.
+void answerFirst(QVector<Action>& actions, Random& random) {
+    if (random.chance(60)) {
+        actions << follower(Kind::Answer, 0);
+    }
+}
+
+/// What has to be done in this order to have an effect, `ms` apart.
+QVector<Action> drawSeries(std::initializer_list<const char*> deeds, int ms, Random& random) {
+    QVector<Action> actions;
+    answerFirst(actions, random);
+    for (const char* const name : deeds) {
+        actions << deed(QString::fromLatin1(name), random);
+        actions.last().moment.ms = ms;
+    }
+    return actions;
+}
+
 QVector<Action> drawVisit(const Visit& visit, Random& random) {
     QVector<Action> actions;
+    answerFirst(actions, random);
     if (*visit.page != '\0') {
         actions << deed(QString::fromLatin1(visit.page), random);
     }
@@ -125,7 +144,8 @@ QVector<Action> drawVisit(const Visit& visit, Random& random) {
 
 QVector<Action> drawSomething(Stage stage, Random& random) {
     QVector<Action> actions;
-    switch (random.weighted({80, 12, 4, 4})) {
+    const int ms = random.between(1, 400);
+    switch (random.weighted({70, 12, 4, 4, 6, 6})) {
         case 0:
             return stage == Stage::Stations && random.chance(35)
                        ? drawVisit(drawFrom(stationVisits, random), random)
@@ -135,6 +155,19 @@ QVector<Action> drawSomething(Stage stage, Random& random) {
             break;
         case 2:
             actions << deed(QStringLiteral("key"), random);
+            break;
+        case 3:
+            // The page needs a moment to see that a lock is released.
+            actions =
+                random.chance(50)
+                    ? drawSeries({"btnDeviceControl", "btnLaserControl", "btnLaserTest", "btnLaserTest"}, ms,
+                                 random)
+                    : drawSeries({"btnDeviceControl", "btnBlowControl", "btnBlowTest", "btnWireControl",
+                                  "btnWireTest"},
+                                 ms, random);
+            break;
+        case 4:
+            actions = drawSeries({"btnPort", "box", "combo", "combo", "okayBtn"}, ms, random);
             break;
         default:
             actions << deed(QStringLiteral("jump"), random);
@@ -210,6 +243,9 @@ void addPage(Scenario& scenario, Random& random) {
                                deed(QStringLiteral("switchBtn"), random)};
         listen.first().moment = Moment();
         insert(scenario.actions, 0, listen);
+        if (random.chance(50)) {
+            scenario.actions[2].moment.ms = random.below(12000);  // the start by hand
+        }
     }
     const int count = random.between(2, 10);
     for (int i = 0; i < count; ++i) {

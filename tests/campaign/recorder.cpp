@@ -94,8 +94,9 @@ Facts Recorder::facts() {
     facts.weldOpen = m(lumo::key::weldOpen)->getBool(false);
     const int set = m(lumo::key::curParam)->getInt(-1);
     const ModuleObject* const inForce = m(lumo::key::param)->c(set);
-    facts.decreaseMs = std::max(0, inForce->c(QStringLiteral("decrease_time"))->getInt(0));
-    facts.postFlowMs = std::max(0, inForce->c(QStringLiteral("delay_after_blow"))->getInt(0));
+    constexpr int longestMs = 500000000;  // longer ones are cut
+    facts.decreaseMs = qBound(0, inForce->c(QStringLiteral("decrease_time"))->getInt(0), longestMs);
+    facts.postFlowMs = qBound(0, inForce->c(QStringLiteral("delay_after_blow"))->getInt(0), longestMs);
     if (executor) {
         facts.depth = executor->depth();
         facts.pending = executor->pendingSteps();

@@ -24,6 +24,7 @@ private:
 
     bool announced_ = false;    ///< an opening may begin now
     bool armed_ = false;        ///< it has begun with permission, and nothing has ended it
+    bool quits_ = false;        ///< all is over in the turn in which the application ends
     bool permitted_ = true;     ///< as of the event before
     bool closeAhead_ = false;   ///< a close statement may begin its closing now
     bool closeBegun_ = false;   ///< it has
@@ -92,7 +93,6 @@ private:
     void onGasOff(const Event& event, const Outputs& outputs, const Runs& runs);
 
     bool closing_ = false;    ///< a closing has begun since the gas came on
-    bool off_ = false;        ///< everything is being switched off: a loss of power, the end
     qint64 pausedMs_ = -1;    ///< the last pause since the gas came on
     qint64 laserOffMs_ = -1;  ///< when the laser was on last
     int postFlowMs_ = 0;      ///< shortest post-flow in force since then

@@ -1,6 +1,8 @@
 #include "campaign/rules.h"
 #include "devices/ports.h"
 
+#include <algorithm>
+
 namespace campaign {
 
 using Kind = Event::Kind;
@@ -30,7 +32,7 @@ void StopRule::on(const Event& event, const Outputs& outputs, const Runs& runs) 
     if (returns && !on.isEmpty()) {
         broken(QStringLiteral("the loss of power has left on: ") + on.join(QStringLiteral(", ")));
     }
-    if (event.kind == Kind::Write && event.value > outputs.value(event.port)) {
+    if (event.kind == Kind::Write && event.value > std::max(0, outputs.value(event.port))) {
         broken(QStringLiteral("%1 is raised to %2 after a loss of power")
                    .arg(nameOfPort(event.port))
                    .arg(event.value));

@@ -44,6 +44,7 @@ void Runs::on(const Event& event) {
             leave();
         }
     }
+    quit_ |= event.kind == Event::Kind::Quit;
     if (event.kind == Event::Kind::Replace) {
         ++generation_;
     }
@@ -111,9 +112,9 @@ bool Runs::asking() const {
 }
 
 bool Runs::inPower() const {
-    return std::any_of(actions_.begin(), actions_.end(), [](const Action& action) {
-        return action.event.kind == Event::Kind::Power && action.event.value == 0;
-    });
+    return quit_ || std::any_of(actions_.begin(), actions_.end(), [](const Action& action) {
+               return action.event.kind == Event::Kind::Power && action.event.value == 0;
+           });
 }
 
 }  // namespace campaign

@@ -30,7 +30,7 @@ public:
     [[nodiscard]] int count() const;
     /// A start or step that has neither been accepted nor returned is the innermost action.
     [[nodiscard]] bool asking() const;
-    /// A loss of power is on the stack.
+    /// A loss of power is on the stack, or the application ends, which is the same to the executor.
     [[nodiscard]] bool inPower() const;
     /// How often the hand program was replaced.
     [[nodiscard]] int generation() const { return generation_; }
@@ -55,6 +55,7 @@ private:
     std::optional<Run> begun_, ended_;
     std::optional<Event> refused_;
     int generation_ = 0;
+    bool quit_ = false;
 };
 
 }  // namespace campaign

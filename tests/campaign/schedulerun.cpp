@@ -95,7 +95,7 @@ Outcome runSchedule(World& world, const Scenario& scenario, const Observers& obs
     const qint64 overMs = recorder.nowMs();
     performer.stop();
     conductor.stop();
-    Ending ending = world.takeDown(recorder.resumeLines());
+    Ending ending = world.takeDown(recorder.resumeLines(), performer.quitMs() >= 0);
     ending.quit = performer.quitMs() >= 0;
     ending.quitTookMs = ending.quit ? overMs - performer.quitMs() : 0;
     checker.end(ending);

@@ -47,6 +47,10 @@ private:
             *flag = value != 0;
         } else if (name == QLatin1String("boxes")) {
             facts_.boxes = value;
+        } else if (name == QLatin1String("postFlow")) {
+            facts_.postFlowMs = value;
+        } else if (name == QLatin1String("resumeLine")) {
+            facts_.resumeLine = value;
         } else {
             QFAIL(qPrintable(QStringLiteral("no fact is called ") + name));
         }
@@ -61,7 +65,8 @@ private:
             {"state", Kind::State},       {"statement", Kind::Statement}, {"flag", Kind::WeldFlag},
             {"set", Kind::Param},         {"write", Kind::Write},         {"output", Kind::Output},
             {"command", Kind::Command},   {"result", Kind::Result},       {"zone", Kind::Zone},
-            {"permit", Kind::Permission}, {"emits", Kind::Emission},
+            {"permit", Kind::Permission}, {"emits", Kind::Emission},      {"byHand", Kind::Foreign},
+            {"line", Kind::Line},         {"dropped", Kind::Dropped},     {"quit", Kind::Quit},
         };
         QVERIFY2(kinds.contains(verb), qPrintable(verb));
         event.kind = kinds.value(verb);
@@ -79,7 +84,7 @@ private:
             facts_.weldOpen = event.value != 0;
         } else if (verb == QLatin1String("permit")) {
             facts_.permitted = event.value != 0;
-        } else if (verb == QLatin1String("write")) {
+        } else if (verb == QLatin1String("write") || verb == QLatin1String("byHand")) {
             event.port = portOf(event.text);
             event.value = second;
         } else if (verb == QLatin1String("start") || verb == QLatin1String("once")) {
@@ -88,7 +93,8 @@ private:
         }
         if (verb == QLatin1String("done")) {
             event.action = stack_.takeLast();
-        } else if (QStringList{"start", "once", "pause", "power", "replace", "quirk"}.contains(verb)) {
+        } else if (QStringList{"start", "once", "pause", "power", "replace", "quirk", "quit"}.contains(
+                       verb)) {
             event.action = ++actions_;
             stack_ << event.action;
         }
@@ -206,6 +212,31 @@ private slots:
 
     void weld() { check(); }
 
+    void gas_data() {
+        columns();
+        row("post-flow", text({"0 facts postFlow 200", accepted, opening, closing, ended}), "");
+        row("short post-flow", text({"0 facts postFlow 201", accepted, opening, closing, ended}),
+            "200 ms after the laser");
+        row("post-flow of a pause", text({"0 facts postFlow 200", accepted, opening, pauseAt400, pauseEnds}),
+            "");
+        row("short post-flow of a pause",
+            text({"0 facts postFlow 201", accepted, opening, pauseAt400, pauseEnds}),
+            "200 ms after the pause");
+        row("no post-flow after a loss of power",
+            text({"0 facts postFlow 200", accepted, opening, "400 power 0", shutdown}), "");
+        row("laser without gas", text({accepted, "0 statement open\n 0 set 0\n 0 write LASER 1"}),
+            "without gas");
+        row("gas off in the weld", text({accepted, opening, "350 write GAS 0\n 351 write POWER 8000"}),
+            "gas is off since 350 ms");
+        row("gas that somebody else switches off",
+            text({accepted, opening, "350 byHand GAS 0", closing, ended}), "");
+        row("laser that somebody else switches on", text({"0 byHand LASER 1\n 1 emits 1\n 2 depth 0 0"}), "");
+        row("laser on after a request to quit", text({accepted, opening, "400 quit\n 401 write POWER 0"}),
+            "has to be off by 400 ms");
+    }
+
+    void gas() { check(); }
+
     void stop_data() {
         columns();
         row("power loss leaves gas on",
@@ -265,6 +296,25 @@ private slots:
             "did not stop the robot");
         row("a pause of a robot that stands",
             text({accepted, "0 command move.l\n 5 result 0\n 9 pause\n 9 depth 2\n 9 done"}), "");
+        row("motions that nobody awaited",
+            text({accepted, "0 command move.l\n 0 statement delay\n 0 state idle\n 0 depth 0\n 0 done"}),
+            "1 motions that were not awaited");
+        row("a surplus result that is logged",
+            text({accepted, "5 result 0\n 5 dropped unexpected\n 6 result 0"}), "");
+        row("a surplus result in silence", text({accepted, "5 result 0\n 6 result 0"}), "in silence");
+        row("a result taken for a surplus one",
+            text({accepted, "0 command move.l\n 5 result 0\n 5 dropped unexpected"}),
+            "that nobody asked for");
+        row("a result ignored without a zone",
+            text({accepted, "0 command move.l\n 5 result 0\n 5 dropped ignore"}),
+            "no wait has ended in a zone");
+        row("lines upwards", text({accepted, "0 line 0\n 0 line 2\n 0 line 3"}), "");
+        row("a line once more", text({accepted, "0 line 0\n 0 line 2\n 0 line 2"}), "to line 2 after line 2");
+        row("a pause leaves its line",
+            text({accepted, "0 line 4\n 0 facts resumeLine 4\n 5 pause\n 5 depth 2\n 5 done"}), "");
+        row("a pause leaves another line",
+            text({accepted, "0 line 4\n 0 facts resumeLine 5\n 5 pause\n 5 depth 2\n 5 done"}),
+            "leaves line 5");
         row("results that mean nothing",
             text({accepted, "0 quirk\n 0 done\n 0 statement moveL\n 9 statement delay"}), "");
     }
@@ -288,6 +338,7 @@ private slots:
         row("a timer", "1 timers", [](Ending* end) { end->timersMore = 1; });
         row("an object", "1 objects", [](Ending* end) { end->objectsMore = 1; });
         row("a station's row", "row 2", [](Ending* end) { end->station = QStringLiteral("row 2"); });
+        row("a slow quit", "7 ms have passed", [](Ending* end) { end->quit = true, end->quitTookMs = 7; });
         row("an output", "GAS is on at the controller",
             [](Ending* end) { end->outputsOn << QStringLiteral("GAS"); });
         row("a line too many", "resume line 3", [](Ending* end) { end->resumeLine = 3, end->lineCount = 3; });

@@ -97,7 +97,7 @@ void World::endExecutor() {
     executor = nullptr;
 }
 
-Ending World::takeDown(int resumeLines) {
+Ending World::takeDown(int resumeLines, bool quits) {
     Ending ending;
     const Facts facts = Recorder::facts();
     ending.idle = facts.idle;
@@ -118,6 +118,10 @@ Ending World::takeDown(int resumeLines) {
     ending.boxes = messageCount();
     cell.reset();
     controller.reset();
+    if (quits) {
+        constexpr int longestDelayMs = 400;  // of the controller's answers, which outlive it
+        time.advance(longestDelayMs);
+    }
     ending.timersMore = armedTimers() - timersBefore_;
     endExecutor();
     time.settle();

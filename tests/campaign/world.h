@@ -31,7 +31,7 @@ public:
     /// Deletes the executor, which shuts down what is under way; none is no error.
     void endExecutor();
     /// Takes everything down and tells how it was.
-    Ending takeDown(int resumeLines);
+    Ending takeDown(int resumeLines, bool quits);
 
     sim::VirtualTime& time;
     PageWorld panel;
