@@ -3,6 +3,7 @@
 
 #include "campaign/casefolder.h"
 #include "campaign/options.h"
+#include "campaign/scenarioreader.h"
 #include "campaign/statistics.h"
 #include "campaign/world.h"
 
@@ -54,7 +55,10 @@ public:
             announceBegin(scenario.seed);
         }
         statistics.begin(scenario);
-        const Outcome outcome = runSchedule(world_, scenario, observers);
+        Outcome outcome = runSchedule(world_, scenario, observers);
+        if (options_.twice) {
+            compareWithNext(scenario, outcome);
+        }
         over(scenario, outcome, statistics);
         return outcome.broken.isEmpty();
     }
@@ -62,6 +66,18 @@ public:
     [[nodiscard]] const Statistics& sums() const { return sums_; }
 
 private:
+    /// Whatever a schedule left behind, and whatever its JSON leaves out, would show here.
+    void compareWithNext(const Scenario& scenario, Outcome& outcome) {
+        Scenario again;
+        QString problem;
+        if (scenarioFromJson(scenario.toJson(), &again, &problem)) {
+            problem = difference(outcome, runSchedule(world_, again));
+        }
+        if (!problem.isEmpty()) {
+            outcome.broken << problem;
+        }
+    }
+
     void over(const Scenario& scenario, const Outcome& outcome, Statistics& statistics) {
         statistics.end(outcome);
         sums_.add(statistics.toJson());
@@ -126,6 +142,7 @@ void describe(QCommandLineParser& parser) {
          {"count", "How many schedules, of this seed and those that follow (2500).", "number", "2500"},
          {"jobs", "How many processes at a time (1).", "number", "1"},
          {"limit", "Seconds of the wall clock that a schedule may take (60).", "seconds", "60"},
+         {"twice", "Run each schedule again, from its JSON, and compare every event."},
          {"verbose", "Print every event; for one schedule or case."},
          {"keep-going", "Go on after a violation, and say of each schedule what did not hold."},
          {"keep", "Shrink what fails to the shortest schedule that still does, and keep it.", "folder"},
@@ -145,6 +162,7 @@ bool read(const QCommandLineParser& parser, Options& options) {
     options.limitMs = 1000 * parser.value(QStringLiteral("limit")).toInt(&numbers[3]);
     options.verbose = parser.isSet(QStringLiteral("verbose"));
     options.keepGoing = parser.isSet(QStringLiteral("keep-going"));
+    options.twice = parser.isSet(QStringLiteral("twice"));
     options.report = parser.isSet(QStringLiteral("report"));
     options.worker = parser.isSet(QStringLiteral("worker"));
     options.keep = parser.value(QStringLiteral("keep"));

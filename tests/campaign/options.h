@@ -14,6 +14,7 @@ struct Options {
     bool verbose = false;
     bool keepGoing = false;
     bool report = false;
+    bool twice = false;   ///< each schedule once more, from its JSON: the same has to happen
     bool worker = false;  ///< for a process that watches: each schedule in lines that it reads
     QString keep;         ///< folder for shrunk cases, empty: none are kept
     QString replay;       ///< a case, or a folder of cases, instead of seeds

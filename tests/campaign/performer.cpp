@@ -78,8 +78,10 @@ bool Performer::matches(const Moment& moment, const Event& event, bool early) co
         return !early && event.kind == Event::Kind::Activity && event.value != 0 &&
                event.facts.wait == moment.text;
     }
+    // A null text begins with no text but a null one.
+    const bool isNamed = moment.text.isEmpty() || event.text.startsWith(moment.text);
     return moment.kind == Moment::Kind::Inside && moment.early == early && moment.hook == event.kind &&
-           (moment.port < 0 || moment.port == event.port) && event.text.startsWith(moment.text);
+           (moment.port < 0 || moment.port == event.port) && isNamed;
 }
 
 void Performer::notice(const Event& event, bool early) {

@@ -35,6 +35,9 @@ Outcome runSchedule(World& world, const Scenario& scenario, const Observers& obs
 /// Hands what Qt reports to the schedule that runs: nothing but misuse does.
 void watchQt();
 
+/// Where the second run of a schedule differs from the first, in words; empty: nowhere.
+QString difference(const Outcome& first, const Outcome& second);
+
 /// The last `count` events before the first invariant was broken (before the end when none was).
 QStringList eventsBefore(const Outcome& outcome, int count);
 

@@ -172,6 +172,11 @@ QString Statistics::causeOf(const Wait& wait) const {
 void Statistics::end(const Outcome& outcome) {
     countUp(totals, QStringLiteral("virtual ms"), outcome.virtualMs);
     countUp(totals, QStringLiteral("events"), static_cast<qint64>(outcome.events.size()));
+    uint diary = 0;
+    for (const Event& event : outcome.events) {
+        diary = qHash(event.toText(), diary);
+    }
+    countUp(totals, QStringLiteral("diary"), diary);
     countUp(totals, QStringLiteral("findings"), outcome.broken.isEmpty() ? 0 : 1);
 }
 
@@ -214,6 +219,8 @@ QString Statistics::toMarkdown() const {
     }
     text += markdownRow({QStringLiteral("virtual hours"),
                          QString::number(static_cast<double>(total("virtual ms")) / msPerHour, 'f', 1)});
+    // A sum, whatever the order in which the schedules ended: equal for equal events.
+    text += markdownRow({QStringLiteral("checksum of the events"), QString::number(total("diary"), 16)});
     return text + table(QStringLiteral("Schedules by what is in them"), schedules, QStringLiteral("kind")) +
            table(QStringLiteral("Actions carried out"), actions, QStringLiteral("action")) +
            crossTable(QStringLiteral("Actions inside waits"), inWaits, QStringLiteral("action")) +

@@ -11,9 +11,13 @@ namespace {
 
 constexpr int chunkSize = 250;
 
-QStringList argumentsFor(const Range& seeds) {
-    return {QStringLiteral("--worker"), QStringLiteral("--seed"), QString::number(seeds.first),
-            QStringLiteral("--count"), QString::number(seeds.count)};
+QStringList argumentsFor(const Range& seeds, bool twice) {
+    QStringList arguments{QStringLiteral("--worker"), QStringLiteral("--seed"), QString::number(seeds.first),
+                          QStringLiteral("--count"), QString::number(seeds.count)};
+    if (twice) {
+        arguments << QStringLiteral("--twice");
+    }
+    return arguments;
 }
 
 }  // namespace
@@ -40,7 +44,7 @@ void Supervisor::run() {
 
 void Supervisor::startNext() {
     const Chunk chunk = waiting_.takeFirst();
-    auto* const child = new ChildProcess(argumentsFor(chunk.seeds), options_.limitMs, this);
+    auto* const child = new ChildProcess(argumentsFor(chunk.seeds, options_.twice), options_.limitMs, this);
     running_.append(child);
     connect(child, &ChildProcess::scheduleOver, this,
             [this, chunk](quint64 seed, const QStringList& broken, const QJsonObject& statistics) {

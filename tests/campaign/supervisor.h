@@ -25,6 +25,7 @@ public:
         int jobs = 1;
         int limitMs = 60000;     ///< of the wall clock, for one schedule
         bool keepGoing = false;  ///< else the first finding ends it
+        bool twice = false;      ///< each schedule is run again and compared
     };
 
     Supervisor(const Range& seeds, const Options& options);

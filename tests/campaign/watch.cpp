@@ -46,7 +46,7 @@ QString onceMore(quint64 seed) {
 int watch(const Options& options) {
     QElapsedTimer wall;
     wall.start();
-    Supervisor supervisor(options.seeds, {options.jobs, options.limitMs, options.keepGoing});
+    Supervisor supervisor(options.seeds, {options.jobs, options.limitMs, options.keepGoing, options.twice});
     QObject::connect(&supervisor, &Supervisor::found, &supervisor, [](quint64 seed, const QString& words) {
         print(QStringLiteral("%1: %2").arg(seed).arg(words));
     });
