@@ -12,6 +12,8 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <iostream>
+#include <string>
 
 namespace {
 
@@ -93,8 +95,28 @@ private:
     Statistics sums_;
 };
 
+/// Cases as their paths come in, until no more do; a file that is none is passed over.
+int replayAsTold(const Options& options) {
+    Runner runner(options);
+    std::string path;
+    while (std::getline(std::cin, path)) {
+        Scenario scenario;
+        QString problem;
+        if (readCase(QString::fromStdString(path), &scenario, &problem)) {
+            runner.run(scenario);
+        } else {
+            announceBegin(scenario.seed);
+            announceEnd(scenario.seed, {problem}, {});
+        }
+    }
+    return EXIT_SUCCESS;
+}
+
 /// Every case; a program that reads of none says so.
 int replay(const Options& options) {
+    if (options.replay == QLatin1String("-") && options.worker) {
+        return replayAsTold(options);
+    }
     const QStringList cases = casesIn(options.replay);
     if (cases.isEmpty()) {
         std::fprintf(stderr, "campaign: no case in %s\n", qPrintable(options.replay));

@@ -33,9 +33,17 @@ QString signatureOf(const QStringList& broken) {
     return words.left(words.indexOf(number)).trimmed();
 }
 
-CaseKeeper::CaseKeeper(const QString& folder, int limitMs) : folder_(folder), limitMs_(limitMs) {}
+CaseKeeper::CaseKeeper(const QString& folder, int limitMs)
+    : folder_(folder),
+      limitMs_(limitMs),
+      trials_({QStringLiteral("--worker"), QStringLiteral("--replay"), QStringLiteral("-")}, limitMs) {}
 
-QStringList CaseKeeper::tried(const QJsonObject& scenario) const {
+QStringList CaseKeeper::tried(const QJsonObject& scenario) {
+    writeCase(scratch_.path(), scenario, {}, {});
+    return trials_.ask(scratch_.path());
+}
+
+QStringList CaseKeeper::triedAlone(const QJsonObject& scenario) const {
     writeCase(scratch_.path(), scenario, {}, {});
     ChildProcess child({QStringLiteral("--worker"), QStringLiteral("--replay"), scratch_.path()}, limitMs_);
     QStringList result;
@@ -68,8 +76,13 @@ QString CaseKeeper::keep(const Finding& finding) {
     QElapsedTimer wall;
     wall.start();
     QStringList broken = finding.broken;
+    // What is told when a process ends (a leak) needs one for each trial.
+    const bool alone = signature.startsWith(QLatin1String("the process ended"));
     const auto fails = [&](const QJsonObject& candidate) {
-        const QStringList words = wall.elapsed() < budgetMs ? tried(candidate) : QStringList();
+        QStringList words;
+        if (wall.elapsed() < budgetMs) {
+            words = alone ? triedAlone(candidate) : tried(candidate);
+        }
         const bool same = !words.isEmpty() && signatureOf(words) == signature;
         broken = same ? words : broken;
         return same;

@@ -16,13 +16,15 @@ public:
     QString keep(const Finding& finding);
 
 private:
-    /// What the schedule breaks in a process of its own; empty: nothing.
-    [[nodiscard]] QStringList tried(const QJsonObject& scenario) const;
+    /// What the schedule breaks in a process for all trials, or in one of its own; empty: nothing.
+    [[nodiscard]] QStringList tried(const QJsonObject& scenario);
+    [[nodiscard]] QStringList triedAlone(const QJsonObject& scenario) const;
     [[nodiscard]] QStringList eventsOf(const QString& caseFolder) const;
 
     QString folder_;
     int limitMs_;
     QTemporaryDir scratch_;
+    ChildProcess trials_;
 };
 
 /// What two violations of one invariant have in common: the words before the first number.

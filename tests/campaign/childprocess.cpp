@@ -62,6 +62,27 @@ void ChildProcess::runToEnd() {
     }
 }
 
+QStringList ChildProcess::ask(const QString& line) {
+    QStringList result;
+    const QMetaObject::Connection answer =
+        connect(this, &ChildProcess::scheduleOver, this,
+                [&result](quint64, const QStringList& broken) { result = broken; });
+    if (process_.state() == QProcess::NotRunning) {
+        hung_ = false;
+        process_.start();
+    }
+    process_.write(line.toUtf8() + '\n');
+    const int before = ended_;
+    while (ended_ == before && process_.state() != QProcess::NotRunning) {
+        if (!process_.waitForReadyRead(limitMs_) && process_.state() != QProcess::NotRunning) {
+            kill();
+            process_.waitForFinished();
+        }
+    }
+    disconnect(answer);
+    return result;
+}
+
 void ChildProcess::kill() {
     hung_ = true;
     process_.kill();

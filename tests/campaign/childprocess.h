@@ -35,6 +35,11 @@ public:
     /// Starts and returns when the process is over; needs no event loop.
     void runToEnd();
 
+    /// Hands a line to the process, which is started where it does not run, and returns what its next
+    /// schedule broke: empty for nothing. Needs no event loop. A process that does not survive it is
+    /// started anew for the next line.
+    QStringList ask(const QString& line);
+
     /// Schedules that have ended.
     [[nodiscard]] int ended() const { return ended_; }
     /// How the process ended when that was after its last schedule and not as it should; else empty.

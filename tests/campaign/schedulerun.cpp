@@ -110,13 +110,15 @@ QString difference(const Outcome& first, const Outcome& second) {
     const std::size_t count = std::max(first.events.size(), second.events.size());
     for (std::size_t i = 0; i < count; ++i) {
         if (textAt(first, i) != textAt(second, i)) {
-            return QStringLiteral("the same schedule run again differs in event %1 of %2: \"%3\", and then \"%4\"")
+            return QStringLiteral(
+                       "the same schedule run again differs in event %1 of %2: \"%3\", and then \"%4\"")
                 .arg(i)
                 .arg(first.events.size())
                 .arg(textAt(first, i), textAt(second, i));
         }
     }
-    return first.broken == second.broken ? QString() : QStringLiteral("the same schedule run again breaks other rules");
+    return first.broken == second.broken ? QString()
+                                         : QStringLiteral("the same schedule run again breaks other rules");
 }
 
 QStringList eventsBefore(const Outcome& outcome, int count) {
