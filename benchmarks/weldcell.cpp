@@ -66,6 +66,7 @@ QJsonArray moveProgram(int lines) {
 
 PromptRobot::PromptRobot() {
     next_.setSingleShot(true);
+    next_.setTimerType(Qt::PreciseTimer);
     connect(&next_, &QTimer::timeout, this, &PromptRobot::answer);
     connect(kordservice(), &KordService::issued, this, &PromptRobot::onIssued);
 }
@@ -84,7 +85,7 @@ void PromptRobot::onIssued(const KordCall& call) {
         }
     } else if (call.name == QLatin1String("move.opr.enough")) {
         if (first_ < queue_.size()) {
-            next_.start(0);
+            next_.start(answerMs);
         }
     } else if (call.name == QLatin1String("move.reset") || call.name == QLatin1String("move.stop")) {
         queue_.clear();
@@ -98,7 +99,7 @@ void PromptRobot::onIssued(const KordCall& call) {
 void PromptRobot::answer() {
     const QString command = queue_.at(first_++);
     if (first_ < queue_.size()) {
-        next_.start(0);
+        next_.start(answerMs);
     }
     kordservice()->commandNode(command)->setValue(this, 0);
 }

@@ -22,10 +22,11 @@ QJsonArray weldProgram(int lines);
 /// Moves only, short enough apart that one batch takes them all.
 QJsonArray moveProgram(int lines);
 
-/// A stand-in controller that answers each motion at the next turn of the event loop.
+/// A stand-in controller that answers each motion at the next turn of the event loop, or some ms later.
 class PromptRobot : public QObject {
 public:
     PromptRobot();
+    int answerMs = 0;
     /// Hears every write of a register (name, bias, value) or of an output of the controller (name, 0,
     /// value).
     std::function<void(const QString& name, int bias, int value)> written;

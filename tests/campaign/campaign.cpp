@@ -14,6 +14,7 @@
 #include <cstdlib>
 #include <iostream>
 #include <string>
+#include <thread>
 
 namespace {
 
@@ -37,6 +38,26 @@ void tell(const Scenario& scenario, const Outcome& outcome, bool withEvents) {
     std::fflush(stdout);
 }
 
+char* volatile forgotten = nullptr;
+
+/// Proves that whoever watches names the schedule: CAMPAIGN_MISHAP is "crash 7", "hang 7" or "leak 7".
+void meetWithMishap(quint64 seed) {
+    const QString mishap = qEnvironmentVariable("CAMPAIGN_MISHAP");
+    if (mishap.section(QLatin1Char(' '), 1).toULongLong() != seed) {
+        return;
+    }
+    if (mishap.startsWith(QLatin1String("crash"))) {
+        std::abort();
+    }
+    while (mishap.startsWith(QLatin1String("hang"))) {
+        std::this_thread::yield();
+    }
+    if (mishap.startsWith(QLatin1String("leak"))) {
+        forgotten = new char[64];
+        forgotten = nullptr;
+    }
+}
+
 /// Runs schedules in this process, and says in the way that was asked for what comes of them.
 class Runner {
 public:
@@ -55,6 +76,7 @@ public:
         observers.stuck = [&](const Outcome& outcome) { over(scenario, outcome, statistics); };
         if (options_.worker) {
             announceBegin(scenario.seed);
+            meetWithMishap(scenario.seed);
         }
         statistics.begin(scenario);
         Outcome outcome = runSchedule(world_, scenario, observers);

@@ -1,5 +1,6 @@
 #include "campaign/statistics.h"
 
+#include "campaign/pageworld.h"
 #include "executor/lumoexecutor.h"
 #include "mendo/clock.h"
 #include "module/globals.h"
@@ -22,6 +23,7 @@ const QString schedules = QStringLiteral("schedules");
 const QString actions = QStringLiteral("actions");
 const QString inWaits = QStringLiteral("inWaits");
 const QString waitEnds = QStringLiteral("waitEnds");
+const QString latencies = QStringLiteral("latencies");
 
 bool isAction(const Event& event) {
     return event.action > 0 && event.kind != Kind::Done;
@@ -90,6 +92,7 @@ void Statistics::begin(const Scenario& scenario) {
     waits_.clear();
     onStack_.clear();
     recent_.clear();
+    latency_.begin();
     actions_ = 0;
     countUp(totals, QStringLiteral("schedules"));
     for (const QString& trait : traitsOf(scenario)) {
@@ -102,6 +105,7 @@ void Statistics::on(const Event& event) {
         recent_.clear();
     }
     recent_.append(event);
+    latency_.on(event, situation(event));
     if (event.kind == Kind::Activity) {
         onActivity();
     } else if (event.kind == Kind::Done) {
@@ -169,7 +173,36 @@ QString Statistics::causeOf(const Wait& wait) const {
                                                : QStringLiteral("something else");
 }
 
+/// Where a stop finds the executor: the wait, or what it is doing, and what is on the screen.
+QString Statistics::situation(const Event& event) const {
+    const bool isStop = event.kind == Kind::Pause || event.kind == Kind::Power || event.kind == Kind::Quit ||
+                        event.kind == Kind::Permission;
+    if (!isStop) {
+        return QString();
+    }
+    const bool inDeed = std::any_of(onStack_.begin(), onStack_.end(), [](const Event& action) {
+        return action.text.startsWith(QLatin1String("hand: "));
+    });
+    const QString where = event.facts.wait.isEmpty() ? QStringLiteral("no wait") : event.facts.wait;
+    return inDeed                     ? where + QStringLiteral(", inside a click on the page")
+           : PageWorld::dialogs() > 0 ? where + QStringLiteral(", a dialog open")
+                                      : where;
+}
+
+void Statistics::countLatency() {
+    const auto& counts = latency_.counts();
+    for (auto stop = counts.begin(); stop != counts.end(); ++stop) {
+        for (auto where = stop->begin(); where != stop->end(); ++where) {
+            const QString row = stop.key() + QStringLiteral(" in ") + where.key();
+            countUp(latencies, pair(row, QStringLiteral("in the same ms")), where->atOnce);
+            countUp(latencies, pair(row, QStringLiteral("within its ramp")), where->inItsRamp);
+            countUp(latencies, pair(row, QStringLiteral("later")), where->later);
+        }
+    }
+}
+
 void Statistics::end(const Outcome& outcome) {
+    countLatency();
     countUp(totals, QStringLiteral("virtual ms"), outcome.virtualMs);
     countUp(totals, QStringLiteral("events"), static_cast<qint64>(outcome.events.size()));
     uint diary = 0;
@@ -224,7 +257,9 @@ QString Statistics::toMarkdown() const {
     return text + table(QStringLiteral("Schedules by what is in them"), schedules, QStringLiteral("kind")) +
            table(QStringLiteral("Actions carried out"), actions, QStringLiteral("action")) +
            crossTable(QStringLiteral("Actions inside waits"), inWaits, QStringLiteral("action")) +
-           crossTable(QStringLiteral("What ended the waits"), waitEnds, QStringLiteral("wait"));
+           crossTable(QStringLiteral("What ended the waits"), waitEnds, QStringLiteral("wait")) +
+           crossTable(QStringLiteral("Stops that met an enabled laser, and when it was disabled"), latencies,
+                      QStringLiteral("stop"));
 }
 
 QString Statistics::table(const QString& title, const QString& name, const QString& heading) const {

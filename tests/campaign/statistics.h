@@ -1,6 +1,7 @@
 #pragma once
 
 #include "campaign/schedulerun.h"
+#include "campaign/stoplatency.h"
 
 #include <QJsonObject>
 #include <QMap>
@@ -11,7 +12,7 @@ namespace campaign {
 QStringList traitsOf(const Scenario& scenario);
 
 /// Counts what schedules were made of and what became of them: of what kind they were, which actions were
-/// carried out and inside which waits, and what ended the waits.
+/// carried out and inside which waits, what ended the waits, and how soon a stop disabled the laser.
 class Statistics {
 public:
     /// Counts one schedule; on() in between, inside each of its events.
@@ -35,6 +36,8 @@ private:
     };
 
     void onActivity();
+    [[nodiscard]] QString situation(const Event& event) const;
+    void countLatency();
     [[nodiscard]] QString causeOf(const Wait& wait) const;
     void countUp(const QString& table, const QString& row, qint64 by = 1);
     [[nodiscard]] QString table(const QString& title, const QString& name, const QString& heading) const;
@@ -45,6 +48,7 @@ private:
     QVector<Wait> waits_;
     QVector<Event> onStack_;  ///< actions that have not returned
     QVector<Event> recent_;   ///< what came in this millisecond
+    StopLatency latency_;
     int actions_ = 0;
 };
 

@@ -1,0 +1,290 @@
+// Stop latency on the wall clock: from the moment at which a loss of power or a pause comes, in another
+// thread and at random, until the write that disables the laser; idle, and while somebody works at the panel:
+// the page is painted thirty times a second, pages change and messages open and close. What comes waits for
+// the event loop like everything that the robot says; beside it stands what the executor then takes itself.
+//
+// A pause ramps the power down first: the time of that ramp is taken off.
+
+#include "sidebyside.h"
+#include "weldcell.h"
+
+#include "executor/lumoexecutor.h"
+#include "module/globals.h"
+#include "module/keys.h"
+#include "module/messagebox.h"
+#include "panel/lumowidget.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QJsonObject>
+
+#include <atomic>
+#include <chrono>
+#include <condition_variable>
+#include <cstdio>
+#include <mutex>
+#include <random>
+#include <string>
+#include <thread>
+
+namespace {
+
+using namespace lumo;
+using SteadyClock = std::chrono::steady_clock;
+
+constexpr int samplesWanted = 2500;  // of each of four figures
+constexpr int rampDownMs = 10;
+constexpr int longestDelayUs = 45000;  // longer than a weld of the program below
+
+void dropDebug(QtMsgType type, const QMessageLogContext&, const QString& text) {
+    if (type != QtDebugMsg && type != QtInfoMsg) {
+        std::fprintf(stderr, "%s\n", qPrintable(text));
+    }
+}
+
+double msSince(SteadyClock::time_point since) {
+    return std::chrono::duration<double, std::milli>(SteadyClock::now() - since).count();
+}
+
+/// Welds with the waits that meet an enabled laser: a dwell, moves, a delay, the power's ramp-down.
+QJsonArray program() {
+    QJsonArray statements;
+    for (int weld = 0; weld < 100; ++weld) {
+        statements.append(QJsonObject{{"type", "open"}, {"index", 0}, {"execute", true}});
+        for (const QJsonValue move : bench::moveProgram(3)) {
+            statements.append(move);
+        }
+        statements.append(QJsonObject{{"type", "delay"}, {"delaytime", 9}});
+        statements.append(QJsonObject{{"type", "close"}, {"execute", true}});
+    }
+    return statements;
+}
+
+/// A thread that says "now" once after each call of arm, at a random moment.
+class RandomMoments {
+public:
+    explicit RandomMoments(std::function<void(SteadyClock::time_point)> come)
+        : come_(std::move(come)), thread_([this] { work(); }) {}
+    ~RandomMoments() {
+        {
+            const std::lock_guard<std::mutex> lock(mutex_);
+            ends_ = true;
+        }
+        changed_.notify_one();
+        thread_.join();
+    }
+
+    void arm() {
+        {
+            const std::lock_guard<std::mutex> lock(mutex_);
+            armed_ = true;
+        }
+        changed_.notify_one();
+    }
+
+private:
+    void work() {
+        std::mt19937 engine(1);
+        std::uniform_int_distribution<int> delayUs(0, longestDelayUs);
+        std::unique_lock<std::mutex> lock(mutex_);
+        while (!ends_) {
+            changed_.wait(lock, [this] { return armed_ || ends_; });
+            changed_.wait_for(lock, std::chrono::microseconds(delayUs(engine)), [this] { return ends_; });
+            if (armed_ && !ends_) {
+                armed_ = false;
+                come_(SteadyClock::now());
+            }
+        }
+    }
+
+    std::function<void(SteadyClock::time_point)> come_;
+    std::mutex mutex_;
+    std::condition_variable changed_;
+    bool armed_ = false;
+    bool ends_ = false;
+    std::thread thread_;
+};
+
+enum class Stop { PowerLoss, Pause };
+
+/// In ms.
+struct Latencies {
+    std::vector<double> whole;     ///< from the moment on
+    std::vector<double> executor;  ///< from the notification on
+};
+
+/// Stops the run at random moments, and starts it again, until there are enough that met an enabled laser.
+class Stops : public QObject {
+public:
+    Stops(bench::WeldCell& cell, Stop stop) : cell_(cell), stop_(stop) {}
+
+    Latencies measure() {
+        cell_.robot.written = [this](const QString& name, int bias, int value) {
+            onWritten(name, bias, value);
+        };
+        RandomMoments moments([this](SteadyClock::time_point now) {
+            QMetaObject::invokeMethod(
+                this, [this, now] { come(now); }, Qt::QueuedConnection);
+        });
+        while (latencies_.whole.size() < samplesWanted) {
+            m(key::robotPower)->setValue(this, QStringLiteral("on"));
+            moments.arm();
+            cell_.run();
+            finish();
+        }
+        cell_.robot.written = nullptr;
+        return latencies_;
+    }
+
+private:
+    void come(SteadyClock::time_point cameAt) {
+        came_ = true;
+        counts_ = enabled_;  // else there is nothing to switch off
+        cameAt_ = cameAt;
+        toldAt_ = SteadyClock::now();
+        if (stop_ == Stop::PowerLoss) {
+            m(key::robotPower)->setValue(this, QStringLiteral("off"));
+        } else {
+            m(key::triggerPause)->trigger();
+        }
+    }
+
+    void onWritten(const QString& name, int bias, int value) {
+        constexpr int laserEnable = 3;
+        if (name != QLatin1String("LUMO_DO") || bias != laserEnable) {
+            return;
+        }
+        enabled_ = value != 0;
+        if (!enabled_ && counts_) {
+            counts_ = false;
+            const double rampMs = stop_ == Stop::Pause ? rampDownMs : 0.0;
+            latencies_.whole.push_back(msSince(cameAt_) - rampMs);
+            latencies_.executor.push_back(msSince(toldAt_) - rampMs);
+        }
+    }
+
+    /// The moment that did not come before the program's end, and the rest of a closing.
+    void finish() {
+        while (!came_ || executor->depth() > 0 || executor->pendingSteps() > 0) {
+            QApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        }
+        came_ = false;
+        counts_ = false;
+    }
+
+    bench::WeldCell& cell_;
+    Stop stop_;
+    Latencies latencies_;
+    SteadyClock::time_point cameAt_, toldAt_;
+    bool enabled_ = false;
+    bool came_ = false;
+    bool counts_ = false;
+};
+
+/// Somebody who looks at one page after the other, and the messages that open meanwhile.
+class BusyPanel : public QObject {
+public:
+    explicit BusyPanel(QStackedWidget* center) : page_(new LumoWidget) {
+        center->resize(1280, 800);
+        center->addWidget(page_);
+        center->setCurrentWidget(page_);
+        center->show();
+        every(33, [this] { page_->update(); });
+        every(110, [this] { changePage(); });
+        every(170, [this] { changeMessage(); });
+    }
+    ~BusyPanel() override {
+        closeMessages();
+        delete page_;
+    }
+
+private:
+    template <typename Deed>
+    void every(int ms, Deed deed) {
+        auto* const timer = new QTimer(this);
+        connect(timer, &QTimer::timeout, this, deed);
+        timer->start(ms);
+    }
+
+    void changePage() {
+        static const char* const buttons[] = {"btnPort", "btnParamCfg",      "btnMonitor",
+                                              "btnBind", "btnDeviceControl", "btnProject"};
+        const char* const name = buttons[turn_++ % (sizeof buttons / sizeof buttons[0])];
+        page_->findChild<QAbstractButton*>(QString::fromLatin1(name))->click();
+    }
+
+    void changeMessage() {
+        if (!closeMessages()) {
+            showMessage(QMessageBox::Information, QString(), QStringLiteral("message"));
+        }
+    }
+
+    static bool closeMessages() {
+        bool closed = false;
+        const QWidgetList windows = QApplication::topLevelWidgets();
+        for (QWidget* const window : windows) {
+            if (auto* const box = qobject_cast<QMessageBox*>(window)) {
+                box->done(QMessageBox::Ok);
+                closed = true;
+            }
+        }
+        return closed;
+    }
+
+    LumoWidget* page_;
+    int turn_ = 0;
+};
+
+struct Figure {
+    Stop stop;
+    const char* name;
+};
+
+/// One figure for each share of the latencies, measured once.
+void addFigures(bench::WeldCell& cell, const Figure& figure, bool busy, Latencies& latencies) {
+    const auto fill = [&cell, figure, busy, &latencies] {
+        if (latencies.whole.empty()) {
+            std::unique_ptr<BusyPanel> panel;
+            if (busy) {
+                panel = std::make_unique<BusyPanel>(cell.center());
+            }
+            latencies = Stops(cell, figure.stop).measure();
+        }
+    };
+    constexpr std::pair<const char*, double> shares[] = {{"p50", 0.5}, {"p99", 0.99}, {"worst", 1.0}};
+    for (const auto& share : shares) {
+        const std::string name = std::string("stop: ") + figure.name + " to laser off, " + share.first +
+                                 (busy ? ", panel at work" : ", idle");
+        bench::add(name.c_str(), [fill, &latencies, share](benchmark::State& state) {
+            fill();
+            char unit[64];
+            std::snprintf(unit, sizeof unit, "ms; of it in the executor %.3f ms",
+                          bench::quantile(latencies.executor, share.second));
+            for ([[maybe_unused]] auto iteration : state) {
+                bench::report(state, bench::quantile(latencies.whole, share.second), unit, 0.0,
+                              bench::Bound::None);
+            }
+            state.counters["count"] = static_cast<double>(latencies.whole.size());
+        });
+    }
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    qInstallMessageHandler(dropDebug);
+    QApplication app(argc, argv);
+    bench::WeldCell cell;
+    cell.setParam("increase_time", 4);
+    cell.setParam("stay_time", 6);
+    cell.setParam("decrease_time", rampDownMs);
+    cell.robot.answerMs = 3;
+    cell.load(program());
+    Latencies latencies[4];
+    int next = 0;
+    for (const bool busy : {false, true}) {
+        addFigures(cell, {Stop::PowerLoss, "a loss of power"}, busy, latencies[next++]);
+        addFigures(cell, {Stop::Pause, "a pause"}, busy, latencies[next++]);
+    }
+    return bench::runFigures(argc, argv);
+}
