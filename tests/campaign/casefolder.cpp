@@ -75,12 +75,12 @@ bool readCase(const QString& path, Scenario* scenario, QString* problem) {
 
 QStringList casesIn(const QString& path) {
     if (!QFileInfo(path).isDir() || QFile::exists(QDir(path).filePath(scenarioFile))) {
-        return {path};
+        return {QFileInfo(path).absoluteFilePath()};
     }
     QStringList cases;
     for (const QFileInfo& folder : QDir(path).entryInfoList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name)) {
         if (QFile::exists(QDir(folder.filePath()).filePath(scenarioFile))) {
-            cases << folder.filePath();
+            cases << folder.absoluteFilePath();
         }
     }
     return cases;

@@ -17,7 +17,8 @@ bool writeCase(const QString& folder, const QJsonObject& scenario, const QString
 /// The schedule in a file, or in the scenario.json of a folder. False, and why, when it is none.
 bool readCase(const QString& path, Scenario* scenario, QString* problem);
 
-/// The path itself when it is a case; of a folder of cases each of them, sorted by name.
+/// The path itself when it is a case; of a folder of cases each of them, sorted by name. Absolute: schedules
+/// have a working directory of their own.
 QStringList casesIn(const QString& path);
 
 }  // namespace campaign
