@@ -26,7 +26,8 @@ bool isMissing(const QString& path) {
 /// a report: of a damaged file, which the host keeps, the operator heard when it was opened.
 bool mayHoldOther(const QString& path, const std::function<bool(const QJsonValue&)>& isOurs) {
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
+    // A pipe or a device may never end: what it holds is not asked.
+    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly)) {
         return !isMissing(path);
     }
     const QByteArray text = file.readAll();
@@ -55,7 +56,8 @@ bool keepAside(const QString& path) {
             return true;
         }
         if (error != std::errc::file_exists) {
-            return QFile::copy(path, kept);  // a file system without hard links
+            // A file system without hard links.
+            return QFileInfo(path).isFile() && QFile::copy(path, kept);
         }
     }
     return false;

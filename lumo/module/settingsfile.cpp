@@ -85,6 +85,7 @@ bool isSound(Settings list, const QJsonValue& content) {
     return isRecordList(content) && isComplete(list, records) && check(list, records).faults.isEmpty();
 }
 
+/// Of a file that the file service has read before: it is a plain one.
 QByteArray textOf(Settings list) {
     QFile file(settingsFile(list));
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
