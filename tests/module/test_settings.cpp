@@ -275,6 +275,19 @@ private slots:
         QVERIFY(QFileInfo::exists(file_ + ".damaged"));
     }
 
+    /// A disk or a share that failed for a while: what could not be read is not to be lost.
+    void soundFileThatCouldNotBeRead_isKept() {
+        const QByteArray sound = list(portLines());
+        file_ = "lumo_port.json";
+        QVERIFY(QFile::link("lumo_port.json", "lumo_port.json"));
+        LumoWidget page;
+        QCOMPARE(reports_.size(), 1);
+        QVERIFY(QFile::remove("lumo_port.json"));
+        write(file_, json(sound));
+        reports_.clear();
+        save(Settings::Ports, json(sound), true);
+    }
+
     void damagedFileBehindALink_isKept() {
         write("shared.json", "[7, {}]");
         QVERIFY(QFile::link("shared.json", "lumo_port.json"));
