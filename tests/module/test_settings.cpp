@@ -279,7 +279,7 @@ private slots:
     void soundFileThatCouldNotBeRead_isKept() {
         const QByteArray sound = list(portLines());
         file_ = "lumo_port.json";
-        QVERIFY(QFile::link("lumo_port.json", "lumo_port.json"));
+        QCOMPARE(::mkfifo(file_.toLatin1(), 0600), 0);
         LumoWidget page;
         QCOMPARE(reports_.size(), 1);
         QVERIFY(QFile::remove("lumo_port.json"));
