@@ -24,6 +24,8 @@ const Known kReasons[] = {
     {"Read-only file system", QT_TRANSLATE_NOOP("FileProblem", "磁盘只读")},
     {"No such file or directory", QT_TRANSLATE_NOOP("FileProblem", "文件或文件夹不存在")},
     {"Is a directory", QT_TRANSLATE_NOOP("FileProblem", "这是文件夹，不是文件")},
+    {"file to open is a directory", QT_TRANSLATE_NOOP("FileProblem", "这是文件夹，不是文件")},
+    {"this is no plain file", QT_TRANSLATE_NOOP("FileProblem", "这不是普通文件")},
     {"Disk quota exceeded", QT_TRANSLATE_NOOP("FileProblem", "磁盘配额已用完")},
     {"Input/output error", QT_TRANSLATE_NOOP("FileProblem", "磁盘读写错误")},
     {"File too large", QT_TRANSLATE_NOOP("FileProblem", "文件过大")},

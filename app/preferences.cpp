@@ -2,10 +2,16 @@
 
 #include "app/options.h"
 
+#include <QCoreApplication>
 #include <QDir>
-#include <QFileInfo>
+#include <QFileDevice>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QSettings>
 #include <QStandardPaths>
+#include <QVariant>
+
+#include <unistd.h>
 
 namespace app {
 
@@ -15,6 +21,37 @@ const QString kLanguage = QStringLiteral("language");
 const QString kFolder = QStringLiteral("folder");
 const QString kPendantPlace = QStringLiteral("pendant/place");
 const QString kPendantUnfolded = QStringLiteral("pendant/unfolded");
+
+bool readMap(QIODevice& file, QSettings::SettingsMap& map) {
+    const QJsonDocument document = QJsonDocument::fromJson(file.readAll());
+    map = document.object().toVariantMap();
+    return document.isObject();
+}
+
+/// Whole, or not at all: what is still on its way to the disk when the file is renamed over the old one
+/// Qt would not ask about, and leave an empty file on a full disk.
+bool writeMap(QIODevice& file, const QSettings::SettingsMap& map) {
+    const QByteArray text = QJsonDocument(QJsonObject::fromVariantMap(map)).toJson();
+    auto* const onDisk = qobject_cast<QFileDevice*>(&file);
+    return file.write(text) == text.size() && onDisk && onDisk->flush() && ::fsync(onDisk->handle()) == 0;
+}
+
+/// Of the running program, in the user's configuration.
+class Store : public QSettings {
+public:
+    Store() : QSettings(file(), format()) {}
+
+private:
+    static QString file() {
+        const QString folder = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
+        return QStringLiteral("%1/%2/%3.json")
+            .arg(folder, QCoreApplication::organizationName(), QCoreApplication::applicationName());
+    }
+    static Format format() {
+        static const Format json = registerFormat(QStringLiteral("json"), readMap, writeMap);
+        return json;
+    }
+};
 
 }  // namespace
 
@@ -40,37 +77,37 @@ QString defaultFolder(const QString& current) {
 }
 
 QString Preferences::language() {
-    const QString language = QSettings().value(kLanguage).toString();
+    const QString language = Store().value(kLanguage).toString();
     return languages().contains(language) ? language : QString();
 }
 
 void Preferences::rememberLanguage(const QString& language) {
-    QSettings().setValue(kLanguage, language);
+    Store().setValue(kLanguage, language);
 }
 
 QString Preferences::folder() {
-    return QSettings().value(kFolder).toString();
+    return Store().value(kFolder).toString();
 }
 
 void Preferences::rememberFolder(const QString& folder) {
-    QSettings().setValue(kFolder, folder);
+    Store().setValue(kFolder, folder);
 }
 
 std::optional<QPoint> Preferences::pendantPlace() {
-    const QVariant place = QSettings().value(kPendantPlace);
-    if (place.canConvert<QPoint>())
-        return place.toPoint();
-    return {};
+    const QVariantList place = Store().value(kPendantPlace).toList();
+    if (place.size() != 2)
+        return {};
+    return QPoint(place[0].toInt(), place[1].toInt());
 }
 
 bool Preferences::pendantUnfolded() {
-    return QSettings().value(kPendantUnfolded, true).toBool();
+    return Store().value(kPendantUnfolded, true).toBool();
 }
 
 void Preferences::rememberPendant(const QPoint& place, bool unfolded) {
-    QSettings settings;
-    settings.setValue(kPendantPlace, place);
-    settings.setValue(kPendantUnfolded, unfolded);
+    Store store;
+    store.setValue(kPendantPlace, QVariantList{place.x(), place.y()});
+    store.setValue(kPendantUnfolded, unfolded);
 }
 
 }  // namespace app

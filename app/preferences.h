@@ -18,8 +18,8 @@ QString checkoutOf(const QString& folder);
 /// else the user's data folder, which need not exist yet.
 QString defaultFolder(const QString& current);
 
-/// What the panel remembers from one start to the next, in the user's configuration. What was never
-/// remembered is empty.
+/// What the panel remembers from one start to the next, in the user's configuration (NAME.json). What
+/// was never remembered is empty.
 class Preferences {
 public:
     [[nodiscard]] static QString language();

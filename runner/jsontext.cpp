@@ -1,9 +1,9 @@
 #include "runner/jsontext.h"
 
+#include "mendo/plainfile.h"
 #include "runner/jsonfault.h"
 #include "runner/jsonwriter.h"
 
-#include <QFile>
 #include <QFileInfo>
 #include <QJsonDocument>
 
@@ -34,17 +34,17 @@ QByteArray withoutMark(const QByteArray& text) {
 }  // namespace
 
 std::optional<JsonText> JsonText::read(const QString& file, const QString& shown, Problem* problem) {
-    QFile in(file);
     *problem = Problem{shown, 0, 0, QString()};
+    std::optional<QByteArray> text;
     if (!QFileInfo::exists(file))
         problem->reason = QStringLiteral("there is no such file");
     else if (QFileInfo(file).isDir())
         problem->reason = QStringLiteral("is a folder");
-    else if (!in.open(QIODevice::ReadOnly))
-        problem->reason = in.errorString();
-    if (!problem->reason.isEmpty())
+    else
+        text = mendo::readPlainFile(file, &problem->reason);
+    if (!text)
         return std::nullopt;
-    return parse(in.readAll(), shown, problem);
+    return parse(*text, shown, problem);
 }
 
 std::optional<JsonText> JsonText::parse(const QByteArray& text, const QString& shown, Problem* problem) {

@@ -1,7 +1,8 @@
 #include "runner/stationlist.h"
 
+#include "mendo/plainfile.h"
+
 #include <QDir>
-#include <QFile>
 #include <QJsonDocument>
 
 namespace run {
@@ -12,9 +13,9 @@ const QString kFile = QStringLiteral("lumo_signalsConfig.json");
 
 /// An empty list is written as an empty object.
 bool isEmptyList(const QString& file) {
-    QFile in(file);
+    QString ignored;
     const QJsonDocument document =
-        in.open(QIODevice::ReadOnly) ? QJsonDocument::fromJson(in.readAll()) : QJsonDocument();
+        QJsonDocument::fromJson(mendo::readPlainFile(file, &ignored).value_or(QByteArray()));
     return document.isObject() && document.object().isEmpty();
 }
 

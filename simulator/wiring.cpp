@@ -1,6 +1,7 @@
 #include "simulator/wiring.h"
 
-#include <QFile>
+#include "mendo/plainfile.h"
+
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -15,8 +16,8 @@ enum PortRow { Gas = 6, WireEnable = 8, LaserEnable = 9, WirePullback = 14, Wire
 }  // namespace
 
 Wiring readWiring(const QString& portFile) {
-    QFile file(portFile);
-    QByteArray text = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    QString ignored;
+    QByteArray text = mendo::readPlainFile(portFile, &ignored).value_or(QByteArray());
     if (text.startsWith("\xEF\xBB\xBF"))
         text.remove(0, 3);
     const QJsonArray rows = QJsonDocument::fromJson(text).array();

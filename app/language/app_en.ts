@@ -50,6 +50,10 @@
         <translation>this is a folder, not a file</translation>
     </message>
     <message>
+        <source>这不是普通文件</source>
+        <translation>this is no plain file</translation>
+    </message>
+    <message>
         <source>磁盘配额已用完</source>
         <translation>the disk quota is used up</translation>
     </message>

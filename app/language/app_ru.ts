@@ -50,6 +50,10 @@
         <translation>это папка, а не файл</translation>
     </message>
     <message>
+        <source>这不是普通文件</source>
+        <translation>это не обычный файл</translation>
+    </message>
+    <message>
         <source>磁盘配额已用完</source>
         <translation>исчерпана дисковая квота</translation>
     </message>

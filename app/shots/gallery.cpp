@@ -80,6 +80,7 @@ int writeGallery(const QString& folder, const QString& language) {
         return complain(QStringLiteral("the sample cannot be laid out"));
     // A file dialog keeps its look and history in the user's configuration.
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, place.path());
+    qputenv("XDG_CONFIG_HOME", QFile::encodeName(place.path()));
     Panel panel;
     QString error;
     if (!panel.open(gantu::findLibrary(QStringLiteral("lumo")), &error))

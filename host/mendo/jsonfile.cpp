@@ -1,6 +1,7 @@
 // The file service of the module manager.
 
 #include "mendo/modulemanager.h"
+#include "mendo/plainfile.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -89,7 +90,8 @@ bool keepDamaged(const QString& fileName) {
             return true;
         }
         if (errno != EEXIST) {
-            return QFile::copy(fileName, name);  // a file system without hard links
+            // A file system without hard links.
+            return QFileInfo(fileName).isFile() && QFile::copy(fileName, name);
         }
     }
     return false;
@@ -102,9 +104,9 @@ bool isMissing(const QString& fileName) {
 }
 
 bool parses(const QString& fileName) {
-    QFile file(fileName);
     Problem ignored;
-    return file.open(QIODevice::ReadOnly) && !parse(file.readAll(), &ignored).isUndefined();
+    const std::optional<QByteArray> text = readPlainFile(fileName, &ignored.reason);
+    return text && !parse(*text, &ignored).isUndefined();
 }
 
 bool sync(int descriptor) {
@@ -132,22 +134,14 @@ bool syncFolder(const QString& folder) {
 }  // namespace
 
 QJsonValue ModuleManager::readFromJson(const QString& fileName) {
-    QFile file(fileName);
-    if (!file.exists() && isMissing(fileName)) {
+    if (!QFile::exists(fileName) && isMissing(fileName)) {
         return QJsonValue(QJsonValue::Undefined);
     }
     Problem problem;
-    if (!file.open(QIODevice::ReadOnly)) {
-        problem.reason = file.errorString();
-    } else {
-        const QByteArray text = file.readAll();
-        if (file.error() == QFileDevice::NoError) {
-            const QJsonValue value = parse(text, &problem);
-            if (!value.isUndefined()) {
-                return value;
-            }
-        } else {
-            problem.reason = file.errorString();
+    if (const std::optional<QByteArray> text = readPlainFile(fileName, &problem.reason)) {
+        const QJsonValue value = parse(*text, &problem);
+        if (!value.isUndefined()) {
+            return value;
         }
     }
     announce(fileName, problem);

@@ -22,8 +22,8 @@ public:
     ModuleObject* regist(QObject* owner, const QString& name);
 
     /// Reads a JSON file or compiled resource, a UTF-8 byte-order mark allowed. A missing file gives
-    /// an undefined value in silence (it is the usual first start); one that cannot be read or does
-    /// not parse gives an undefined value and is announced by `fileProblem`.
+    /// an undefined value in silence (it is the usual first start); one that cannot be read, is no
+    /// plain file or does not parse gives an undefined value and is announced by `fileProblem`.
     static QJsonValue readFromJson(const QString& fileName);
     /// Writes the file whole: beside the old one, file and folder synced, renamed over it. An
     /// existing file that does not parse as JSON is kept as NAME.damaged. False and `fileProblem`

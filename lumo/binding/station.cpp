@@ -154,7 +154,7 @@ QString sourceText(const SignalSource& source) {
     if (source.isIo || source.registerName.isEmpty() || source.bias < 0) {
         return source.name();
     }
-    return QStringLiteral("%1[%2]").arg(source.registerName).arg(source.bias + 1);
+    return QStringLiteral("%1[%2]").arg(source.registerName).arg(qint64(source.bias) + 1);
 }
 
 QString edgeText(const ModuleObject* station, StationSignal input) {

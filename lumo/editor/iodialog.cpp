@@ -70,7 +70,7 @@ void IoDialog::fillRegisters(const ModuleObject* stored) {
     selectText(ui_.registers, name, 1);
     fillElements();
     if (!name.isEmpty() && bias >= ui_.elements->count()) {
-        ui_.elements->addItem(QString::number(bias + 1), bias);
+        ui_.elements->addItem(QString::number(qint64(bias) + 1), bias);
     }
     ui_.elements->setCurrentIndex(qMax(0, ui_.elements->findData(bias)));
     connect(ui_.registers, QOverload<int>::of(&QComboBox::currentIndexChanged), this,

@@ -40,7 +40,7 @@ QString signalName(const ModuleObject* statement, QLatin1String name, QLatin1Str
     }
     const ModuleObject* const element = statement->c(reg);
     return QStringLiteral("%1[%2]").arg(element->c(field::name)->getString(),
-                                        QString::number(element->c(field::bias)->getInt() + 1));
+                                        QString::number(qint64(element->c(field::bias)->getInt()) + 1));
 }
 
 /// A piece that shows one field of the statement.

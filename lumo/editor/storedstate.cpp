@@ -68,7 +68,8 @@ void StoredState::readFile() {
     fileSize_ = info.size();
     file_ = Digest();
     QFile file(path_);
-    if (file.open(QIODevice::ReadOnly)) {
+    // A pipe or a device may never end.
+    if (info.isFile() && file.open(QIODevice::ReadOnly)) {
         QByteArray content = file.readAll();
         if (content.startsWith(byteOrderMark)) {
             content.remove(0, int(sizeof byteOrderMark) - 1);

@@ -16,18 +16,13 @@ namespace lumo {
 
 namespace {
 
-bool isMissing(const QString& path) {
-    std::error_code error;
-    const auto status = std::filesystem::status(QFile::encodeName(path).toStdString(), error);
-    return status.type() == std::filesystem::file_type::not_found;
-}
-
 /// Whether the file may hold something that `isOurs` refuses; one that cannot be read may. Read without
 /// a report: of a damaged file, which the host keeps, the operator heard when it was opened.
 bool mayHoldOther(const QString& path, const std::function<bool(const QJsonValue&)>& isOurs) {
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        return !isMissing(path);
+    // A pipe or a device may never end: what it holds is not asked.
+    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly)) {
+        return isThere(path);
     }
     const QByteArray text = file.readAll();
     if (file.error() != QFileDevice::NoError) {
@@ -55,13 +50,20 @@ bool keepAside(const QString& path) {
             return true;
         }
         if (error != std::errc::file_exists) {
-            return QFile::copy(path, kept);  // a file system without hard links
+            // A file system without hard links.
+            return QFileInfo(path).isFile() && QFile::copy(path, kept);
         }
     }
     return false;
 }
 
 }  // namespace
+
+bool isThere(const QString& path) {
+    std::error_code error;
+    const auto status = std::filesystem::status(QFile::encodeName(path).toStdString(), error);
+    return status.type() != std::filesystem::file_type::not_found;
+}
 
 bool writeKeeping(const QString& path, const QJsonValue& content,
                   const std::function<bool(const QJsonValue&)>& isOurs) {

@@ -8,6 +8,7 @@
 #include <QFile>
 
 #include <algorithm>
+#include <iterator>
 
 using mendo::ModuleManager;
 
@@ -16,6 +17,13 @@ namespace lumo {
 namespace {
 
 const QLatin1String treePaths[] = {key::port, key::param, key::signalsConfig};
+
+/// Lists whose file was there but could not be read: what it holds is not in the tree.
+bool isUnread[std::size(treePaths)] = {};
+
+bool& unread(Settings list) {
+    return isUnread[static_cast<int>(list)];
+}
 
 ModuleObject* node(Settings list) {
     return m(treePaths[static_cast<int>(list)]);
@@ -85,6 +93,7 @@ bool isSound(Settings list, const QJsonValue& content) {
     return isRecordList(content) && isComplete(list, records) && check(list, records).faults.isEmpty();
 }
 
+/// Of a file that the file service has read before: it is a plain one.
 QByteArray textOf(Settings list) {
     QFile file(settingsFile(list));
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
@@ -129,6 +138,7 @@ QString settingsFile(Settings list) {
 
 void loadSettings(QObject* sender, Settings list) {
     const QJsonValue content = ModuleManager::readFromJson(settingsFile(list));
+    unread(list) = content.isUndefined() && isThere(settingsFile(list));
     if (content.isUndefined()) {
         return;
     }
@@ -160,8 +170,11 @@ bool saveSettings(Settings list) {
         }
     }
     const QJsonValue content = records.isEmpty() ? QJsonValue(QJsonObject()) : QJsonValue(records);
-    return writeKeeping(settingsFile(list), content,
-                        [list](const QJsonValue& old) { return isSound(list, old); });
+    const bool written = writeKeeping(settingsFile(list), content, [list](const QJsonValue& old) {
+        return !unread(list) && isSound(list, old);
+    });
+    unread(list) = unread(list) && !written;
+    return written;
 }
 
 }  // namespace lumo

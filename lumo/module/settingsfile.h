@@ -26,8 +26,9 @@ constexpr QLatin1String settingsNames[] = {"lumo_port"_l1, "lumo_param"_l1, "lum
 /// number of rows.
 void loadSettings(QObject* sender, Settings list);
 
-/// Writes the list, ports without their labels. A file in its place with which something is wrong is
-/// kept as NAME.damaged. False, after a report of the host's file service, when nothing was written.
+/// Writes the list, ports without their labels. A file in its place with which something is wrong, or
+/// which could not be read before, is kept as NAME.damaged. False, after a report of the host's file service,
+/// when nothing was written.
 bool saveSettings(Settings list);
 
 }  // namespace lumo

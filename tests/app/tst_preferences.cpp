@@ -3,6 +3,9 @@
 
 #include <QtTest>
 
+#include <sys/resource.h>
+#include <csignal>
+
 /// Language and working directory, from what was given, remembered or found.
 class AppPreferences : public QObject {
     Q_OBJECT
@@ -11,6 +14,8 @@ private slots:
     void languageFollowsTheSystem_data();
     void languageFollowsTheSystem();
     void whatWasAskedForIsRemembered();
+    void placeOfThePendantIsRemembered();
+    void fullDiskLeavesWhatWasRemembered();
     void rememberedLanguageThatIsNoneIsForgotten();
     void folder_data();
     void folder();
@@ -54,6 +59,35 @@ void AppPreferences::whatWasAskedForIsRemembered() {
     app::Preferences::rememberFolder(path(QStringLiteral("kept")));
     QCOMPARE(app::Preferences::language(), QStringLiteral("ru"));
     QCOMPARE(app::Preferences::folder(), path(QStringLiteral("kept")));
+}
+
+void AppPreferences::placeOfThePendantIsRemembered() {
+    QVERIFY(!app::Preferences::pendantPlace());
+    QVERIFY(app::Preferences::pendantUnfolded());
+    app::Preferences::rememberPendant(QPoint(-12, 34), false);
+    QCOMPARE(app::Preferences::pendantPlace(), std::optional<QPoint>(QPoint(-12, 34)));
+    QVERIFY(!app::Preferences::pendantUnfolded());
+}
+
+/// No file can grow: each write to the disk fails as on a full one.
+void AppPreferences::fullDiskLeavesWhatWasRemembered() {
+    app::Preferences::rememberLanguage(QStringLiteral("ru"));
+    QFile file(path(QStringLiteral("config/lumo/lumo-panel.json")));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QByteArray before = file.readAll();
+    QVERIFY(before.contains("ru"));
+    file.close();
+
+    std::signal(SIGXFSZ, SIG_IGN);
+    rlimit usual{};
+    QCOMPARE(::getrlimit(RLIMIT_FSIZE, &usual), 0);
+    const rlimit none{0, usual.rlim_max};
+    QCOMPARE(::setrlimit(RLIMIT_FSIZE, &none), 0);
+    app::Preferences::rememberLanguage(QStringLiteral("cn"));
+    QCOMPARE(::setrlimit(RLIMIT_FSIZE, &usual), 0);
+
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QCOMPARE(file.readAll(), before);
 }
 
 void AppPreferences::rememberedLanguageThatIsNoneIsForgotten() {

@@ -116,6 +116,10 @@ private slots:
             << QByteArray(R"({"DO_type":"Register","DO_reg":{"name":"R","bias":-1}})")
             << StationSignal::StartOutput << "Start: Register"
             << "R";
+        QTest::newRow("last bit of all")
+            << QByteArray(R"({"DI_type":"","DI_reg":{"name":"R","bias":2147483647}})")
+            << StationSignal::StartInput << "Start: Register"
+            << "R[2147483648]";
         QTest::newRow("nothing chosen") << QByteArray(R"({"DO2_type":"Register","DO2":"DO1"})")
                                         << StationSignal::StopOutput << "Stop: Register"
                                         << "";

@@ -81,12 +81,10 @@ bool Campaign::failSave(const Saving& saving, const std::vector<QByteArray>& doc
     }
     const Report* const report = sharedReport();
     const QByteArray content = contentOf(saving.file);
-    // The preferences tell nothing, and Qt renames an empty file over them on a full disk: the panel
-    // then asks again for what it had remembered, nothing of which was typed.
-    const bool isAsked = static_cast<bool>(saving.load);
-    if (content != before && content != documents[1] && (isAsked || !content.isEmpty())) {
+    if (content != before && content != documents[1]) {
         find(saving, outcome, call, way, "the file is neither the old nor the new one");
     }
+    const bool isAsked = static_cast<bool>(saving.load);  // the preferences are not
     if (report->result && content != documents[1] && isAsked) {
         find(saving, outcome, call, way, "called saved, but it is not");
     }

@@ -13,7 +13,6 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QSettings>
 #include <QTemporaryDir>
 
 namespace files {
@@ -115,7 +114,7 @@ bool savePreferences() {
 Saving preferences() {
     return {
         QStringLiteral("preferences"),
-        QStringLiteral("Lumo/files.conf"),
+        QStringLiteral("Lumo/files.json"),
         QString(),
         QByteArray(),
         [](int generation) { rememberedFolder = mark(generation).repeated(1 + generation % generations); },
@@ -144,7 +143,7 @@ Product::Product() : parts_(std::make_unique<Parts>()) {
     QDir::setCurrent(parts_->folder.path());
     QCoreApplication::setOrganizationName(QStringLiteral("Lumo"));
     QCoreApplication::setApplicationName(QStringLiteral("files"));
-    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, parts_->folder.path());
+    qputenv("XDG_CONFIG_HOME", QFile::encodeName(parts_->folder.path()));
     const LumoWidget page;  // registers the tree, which stays
 }
 

@@ -7,7 +7,9 @@
 #include <QDir>
 #include <QFile>
 #include <QHash>
+#include <QVariant>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
@@ -36,6 +38,25 @@ std::int64_t threadNs() {
     return std::int64_t(time.tv_sec) * 1000000000 + time.tv_nsec;
 }
 
+bool isNumber(const QVariant& value) {
+    return value.type() == QVariant::Double || value.type() == QVariant::LongLong;
+}
+
+bool isSameVariant(const QVariant& one, const QVariant& other) {
+    if (isNumber(one) && isNumber(other))
+        return one.toDouble() == other.toDouble();
+    if (one.type() != other.type())
+        return false;
+    const QVariantList ones = one.toList(), others = other.toList();
+    const QVariantMap map = one.toMap(), otherMap = other.toMap();
+    if (one.type() == QVariant::List)
+        return std::equal(ones.begin(), ones.end(), others.begin(), others.end(), isSameVariant);
+    if (one.type() == QVariant::Map)
+        return map.keys() == otherMap.keys() &&
+               std::equal(map.begin(), map.end(), otherMap.begin(), isSameVariant);
+    return one == other;
+}
+
 }  // namespace
 
 Bench::Bench() : folder_(folderTemplate()), application_(argumentCount, arguments) {
@@ -46,10 +67,7 @@ Bench::Bench() : folder_(folderTemplate()), application_(argumentCount, argument
 }
 
 void Bench::write(const QString& name, const QByteArray& content) const {
-    QFile file(name);
-    require(file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered) &&
-                file.write(content) == content.size(),
-            "an input file can be written");
+    files_.put(name, content);
 }
 
 void Bench::renewTree() const {
@@ -58,9 +76,18 @@ void Bench::renewTree() const {
     mendo::ModuleManager::purgeRemoved();
 }
 
-void Bench::dropKept() const {
+void Bench::moveToDisk() const {
+    const QHash<QString, QByteArray> files = files_.takeAll();
+    for (auto file = files.begin(); file != files.end(); ++file) {
+        QFile out(file.key());
+        require(out.open(QIODevice::WriteOnly | QIODevice::Unbuffered) && out.write(*file) == file->size(),
+                "an input file can be written");
+    }
+}
+
+void Bench::clearDisk() const {
     QDir folder;
-    for (const QString& name : folder.entryList({QStringLiteral("*.damaged*")}, QDir::Files))
+    for (const QString& name : folder.entryList(QDir::Files | QDir::System | QDir::Hidden))
         folder.remove(name);
 }
 
@@ -81,6 +108,10 @@ void require(bool holds, const char* what) {
         std::fprintf(stderr, "does not hold: %s\n", what);
         std::abort();
     }
+}
+
+bool isSame(const QJsonValue& one, const QJsonValue& other) {
+    return isSameVariant(one.toVariant(), other.toVariant());
 }
 
 void chooseAll() {

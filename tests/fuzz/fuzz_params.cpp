@@ -26,8 +26,6 @@ void plan(const ModuleObject* sets) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static const fuzz::Bench bench;
     const QByteArray input(reinterpret_cast<const char*>(data), int(size));
-    fuzz::readSettings(bench, lumo::Settings::Params, lumo::key::param, input, plan);
-    m(lumo::key::param)->loadJson(nullptr, QJsonArray());
-    mendo::ModuleManager::purgeRemoved();
+    fuzz::readSettings(bench, lumo::Settings::Params, lumo::key::param, input, QJsonArray(), plan);
     return 0;
 }

@@ -24,8 +24,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     static const fuzz::Bench bench;
     static const QJsonValue usual = m(lumo::key::port)->exportToJson();
     const QByteArray input(reinterpret_cast<const char*>(data), int(size));
-    fuzz::readSettings(bench, lumo::Settings::Ports, lumo::key::port, input, drive);
-    m(lumo::key::port)->loadJson(nullptr, usual);
-    mendo::ModuleManager::purgeRemoved();
+    fuzz::readSettings(bench, lumo::Settings::Ports, lumo::key::port, input, usual, drive);
     return 0;
 }

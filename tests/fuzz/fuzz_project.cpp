@@ -38,15 +38,19 @@ bool isUnambiguous(const lumo::Project& project) {
         [](const QJsonValue& statement) { return statement.toObject().contains(lumo::field::end); });
 }
 
-void saveAndReadAgain(bool throughFile) {
+void saveAndReadAgain(const fuzz::Bench& bench, bool throughFile) {
     const QJsonValue saved = lumo::projectDocument();
-    if (throughFile)
+    if (throughFile) {
+        bench.moveToDisk();
         fuzz::require(lumo::saveProject(fileName), "a project that was read can be saved");
+    }
     const std::optional<lumo::Project> again =
         throughFile ? lumo::readProject(fileName) : lumo::projectFrom(saved);
     fuzz::require(again.has_value(), "what was saved is a project");
     lumo::loadProject(nullptr, *again);
-    fuzz::require(lumo::projectDocument() == saved, "a saved project is read as it was");
+    fuzz::require(fuzz::isSame(lumo::projectDocument(), saved), "a saved project is read as it was");
+    if (throughFile)
+        bench.clearDisk();
 }
 
 }  // namespace
@@ -60,12 +64,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const fuzz::Budget budget(size);
     if (const std::optional<lumo::Project> project = lumo::readProject(fileName)) {
         lumo::loadProject(nullptr, *project);
-        fuzz::require(m(lumo::key::program)->exportToJson().toArray() == project->statements,
+        fuzz::require(fuzz::isSame(m(lumo::key::program)->exportToJson(), project->statements),
                       "the program holds what the file holds");
         show();
         index();
         if (isUnambiguous(*project))
-            saveAndReadAgain(fuzz::isChosen(input, 64));
+            saveAndReadAgain(bench, fuzz::isChosen(input, fuzz::shareSaved));
         m(lumo::key::program)->loadJson(nullptr, QJsonArray());
         m(lumo::key::toolset)->loadJson(nullptr, noTools);
     }

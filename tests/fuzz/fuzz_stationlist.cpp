@@ -5,7 +5,7 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static const fuzz::Bench bench;
-    bench.write(QStringLiteral("lumo_signalsConfig.json"),
+    bench.write(QStringLiteral("./lumo_signalsConfig.json"),
                 QByteArray(reinterpret_cast<const char*>(data), int(size)));
 
     const fuzz::Budget budget(size);

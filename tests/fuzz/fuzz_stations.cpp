@@ -28,8 +28,7 @@ void sample(const ModuleObject* stations) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static const fuzz::Bench bench;
     const QByteArray input(reinterpret_cast<const char*>(data), int(size));
-    fuzz::readSettings(bench, lumo::Settings::Stations, lumo::key::signalsConfig, input, sample);
-    m(lumo::key::signalsConfig)->loadJson(nullptr, QJsonArray());
-    mendo::ModuleManager::purgeRemoved();
+    fuzz::readSettings(bench, lumo::Settings::Stations, lumo::key::signalsConfig, input, QJsonArray(),
+                       sample);
     return 0;
 }

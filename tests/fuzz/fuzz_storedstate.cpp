@@ -6,21 +6,36 @@
 #include "module/keys.h"
 #include "panel/projectfile.h"
 
+#include <QJsonDocument>
+
+namespace {
+
+QByteArray text(const QJsonArray& statements) {
+    return QJsonDocument(statements).toJson(QJsonDocument::Compact);
+}
+
+}  // namespace
+
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static const fuzz::Bench bench;
     static lumo::StoredState state;
     static const QJsonValue noTools = m(lumo::key::toolset)->exportToJson();
     const QString fileName = QStringLiteral("project.json");
-    bench.write(fileName, QByteArray(reinterpret_cast<const char*>(data), int(size)));
+    const QByteArray input(reinterpret_cast<const char*>(data), int(size));
+    bench.write(fileName, input);
 
     const fuzz::Budget budget(size);
     const std::optional<lumo::Project> project = lumo::readProject(fileName);
     lumo::loadProject(nullptr, project.value_or(lumo::Project()));
     state.setProjectPath(fileName);
     state.check();
-    // Of a tool set in the file some lists may be written in their older form, as empty objects.
-    if (project && project->toolset.isEmpty())
-        fuzz::require(state.isStored(), "a project that was just read is what its file holds");
+    // A number may have more digits in the file than a tree holds, a name a mark before it that Qt drops:
+    // then saving the project changes the file. So may a tool set, whose older form has empty objects.
+    if (project && project->toolset.isEmpty()) {
+        const bool isSame =
+            text(project->statements) == text(m(lumo::key::program)->exportToJson().toArray());
+        fuzz::require(state.isStored() == isSame, "a project that was just read is what its file holds");
+    }
     m(lumo::key::program)->loadJson(nullptr, QJsonArray());
     m(lumo::key::toolset)->loadJson(nullptr, noTools);
     mendo::ModuleManager::purgeRemoved();

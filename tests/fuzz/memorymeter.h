@@ -4,8 +4,8 @@
 
 namespace fuzz {
 
-/// Follows what this process holds on the heap while an input is read, with AddressSanitizer's hooks;
-/// without AddressSanitizer it measures nothing.
+/// Follows what this thread takes on the heap while an input is read: with AddressSanitizer's hooks, else
+/// in front of the C library's own functions.
 class MemoryMeter {
 public:
     /// Counts from what is held now. More than `most` bytes above that abort the process, at the

@@ -8,6 +8,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <sys/stat.h>
+
 using mendo::ModuleManager;
 
 class TestFiles : public QObject {
@@ -19,7 +21,9 @@ private slots:
     void read_missingFileIsSilent();
     void read_tellsWhereAFileDoesNotParse_data();
     void read_tellsWhereAFileDoesNotParse();
+    void read_tellsWhatCannotBeRead_data();
     void read_tellsWhatCannotBeRead();
+    void write_keepsAPipe();
     void write_readsBackTheSame_data();
     void write_readsBackTheSame();
     void write_replacesAndLeavesNothingBeside();
@@ -97,11 +101,34 @@ void TestFiles::read_tellsWhereAFileDoesNotParse() {
     QVERIFY(!lastReason_.isEmpty());
 }
 
+void TestFiles::read_tellsWhatCannotBeRead_data() {
+    QTest::addColumn<QString>("target");
+    QTest::addColumn<QString>("reason");
+    QTest::newRow("folder") << "folder"
+                            << "file to open is a directory";
+    QTest::newRow("pipe") << "pipe"
+                          << "this is no plain file";
+    QTest::newRow("device without end") << "/dev/zero"
+                                        << "this is no plain file";
+}
+
 void TestFiles::read_tellsWhatCannotBeRead() {
-    QDir(folder_->path()).mkdir(QStringLiteral("a.json"));
+    QFETCH(QString, target);
+    QDir(folder_->path()).mkdir(QStringLiteral("folder"));
+    QCOMPARE(::mkfifo(QFile::encodeName(path("pipe")).constData(), 0600), 0);
+    QVERIFY(QFile::link(target, path("a.json")));
     QVERIFY(ModuleManager::readFromJson(path("a.json")).isUndefined());
     QCOMPARE(problems_, QStringList{"a.json 0:0"});
-    QVERIFY(!lastReason_.isEmpty());
+    QTEST(lastReason_, "reason");
+}
+
+/// As it keeps all that is not JSON, without waiting for the pipe's other end.
+void TestFiles::write_keepsAPipe() {
+    QCOMPARE(::mkfifo(QFile::encodeName(path("a.json")).constData(), 0600), 0);
+    QVERIFY(ModuleManager::writeToJson(path("a.json"), json("[1]"), false));
+    QCOMPARE(bytes("a.json").trimmed(), QByteArray("[1]"));
+    QVERIFY(!QFileInfo(path("a.json.damaged")).isFile());
+    QVERIFY(QFileInfo::exists(path("a.json.damaged")));
 }
 
 void TestFiles::write_readsBackTheSame_data() {

@@ -16,6 +16,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <sys/stat.h>
 #include <memory>
 
 using lumo::Settings;
@@ -261,6 +262,30 @@ private slots:
         QVERIFY(lumo::saveSettings(Settings::Ports));
         QCOMPARE(bytes("lumo_port.json.damaged"), QByteArray("an older one"));
         QCOMPARE(bytes("lumo_port.json.damaged.2"), QByteArray("[7, {}]"));
+    }
+
+    /// Without waiting for a pipe's other end, at the start and when it is written over.
+    void pipe_isToldAndKept() {
+        file_ = "lumo_port.json";
+        QCOMPARE(::mkfifo(file_.toLatin1(), 0600), 0);
+        LumoWidget page;
+        QCOMPARE(reports_, QStringList{"0:0 this is no plain file"});
+        QVERIFY(lumo::saveSettings(Settings::Ports));
+        QVERIFY(QFileInfo(file_).isFile());
+        QVERIFY(QFileInfo::exists(file_ + ".damaged"));
+    }
+
+    /// A disk or a share that failed for a while: what could not be read is not to be lost.
+    void soundFileThatCouldNotBeRead_isKept() {
+        const QByteArray sound = list(portLines());
+        file_ = "lumo_port.json";
+        QCOMPARE(::mkfifo(file_.toLatin1(), 0600), 0);
+        LumoWidget page;
+        QCOMPARE(reports_.size(), 1);
+        QVERIFY(QFile::remove("lumo_port.json"));
+        write(file_, json(sound));
+        reports_.clear();
+        save(Settings::Ports, json(sound), true);
     }
 
     void damagedFileBehindALink_isKept() {

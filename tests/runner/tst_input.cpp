@@ -15,7 +15,7 @@ private slots:
     void badProject_data();
     void badProject();
     void toolsetIsNoStatement();
-    void missingFileAndFolder();
+    void whatIsNoFile();
     void warnings_data();
     void warnings();
     void longProjectsAreCheckedInTime();
@@ -94,13 +94,15 @@ void RunnerInput::toolsetIsNoStatement() {
     QCOMPARE(project("[]", &problem)->statementCount(), 0);
 }
 
-void RunnerInput::missingFileAndFolder() {
+void RunnerInput::whatIsNoFile() {
     const QTemporaryDir folder;
     Problem problem;
     QVERIFY(!Project::read(folder.filePath(QStringLiteral("x.json")), QStringLiteral("x.json"), &problem));
     QCOMPARE(problem.text(), QStringLiteral("x.json: there is no such file"));
     QVERIFY(!Project::read(folder.path(), QStringLiteral("y"), &problem));
     QCOMPARE(problem.text(), QStringLiteral("y: is a folder"));
+    QVERIFY(!Project::read(QStringLiteral("/dev/zero"), QStringLiteral("z"), &problem));
+    QCOMPARE(problem.text(), QStringLiteral("z: this is no plain file"));
 }
 
 void RunnerInput::warnings_data() {
