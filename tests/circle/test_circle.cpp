@@ -84,9 +84,8 @@ struct LogLines {
     QStringList lines;
 
     LogLines() {
-        QObject::connect(
-            mendo::LogHub::instance(), &mendo::LogHub::line, &scope,
-            [this](const QString& level, const QString& text) { lines << level + ' ' + text; });
+        QObject::connect(mendo::LogHub::instance(), &mendo::LogHub::line, &scope,
+                         [this](const QString& level, const QString& text) { lines << level + ' ' + text; });
     }
 };
 
