@@ -348,7 +348,7 @@ private slots:
         QFETCH(bool, paused);
         bench_.load(weld(R"({"type":"moveL"})"));
         if (paused) {
-            bench_.at(260, [] { test::ExecutorBench::pause(); });
+            bench_.at(650, [] { test::ExecutorBench::pause(); });
         }
         QObject scope;
         bool again = false;
@@ -358,32 +358,40 @@ private slots:
             }
         });
         QString stateAfter;
-        bench_.at(310, [&] {
+        bench_.at(710, [&] {
             test::ScriptedRobot::setPower("off");
             stateAfter = bench_.state();
         });
         bench_.run();
         bench_.settle();
         QCOMPARE(stateAfter, QString("idle"));
-        QCOMPARE(bench_.robot.offSince("LASER"), qint64(310));
-        QCOMPARE(bench_.robot.logBetween(310, 99999).filter("PULL 1"), QStringList());
+        QCOMPARE(bench_.robot.offSince("LASER"), qint64(710));
+        QCOMPARE(bench_.robot.logBetween(710, 99999).filter("PULL 1"), QStringList());
     }
 
     void aQuitInTheTurnInWhichAWaitEnds_shutsDown_data() {
         QTest::addColumn<int>("ms");
         QTest::addColumn<bool>("before");
+        QTest::addColumn<QByteArray>("inside");
+        const QByteArray delay(R"({"type":"delay","delaytime":300})");
         for (const bool before : {true, false}) {
-            QTest::addRow("pre-flow, %d", before) << 200 << before;
-            QTest::addRow("dwell, %d", before) << 450 << before;
-            QTest::addRow("delay, %d", before) << 750 << before;
+            QTest::addRow("pre-flow, %d", before) << 200 << before << delay;
+            QTest::addRow("dwell, %d", before) << 450 << before << delay;
+            QTest::addRow("delay, %d", before) << 750 << before << delay;
         }
+        QTest::newRow("input") << 750 << true
+                               << QByteArray(
+                                      R"({"type":"waitDI","DI_type":"IO","diName":"DI1","value1":"true"})");
+        QTest::newRow("move") << 750 << true << QByteArray(R"({"type":"moveL"},{"type":"moveL"})");
+        QTest::newRow("zone") << 750 << true << QByteArray(R"({"type":"moveL"})");
     }
 
     /// The wait's own time comes right behind the request or before it; no loop has returned yet.
     void aQuitInTheTurnInWhichAWaitEnds_shutsDown() {
         QFETCH(int, ms);
         bench_.setParam("stay_time", 250);  // the ramp is over before
-        bench_.load(weld(R"({"type":"delay","delaytime":300})"));
+        QFETCH(QByteArray, inside);
+        bench_.load(weld(inside));
         QFETCH(bool, before);
         const auto quit = [] { QCoreApplication::quit(); };
         // Of what is due together, that comes first which was armed first.

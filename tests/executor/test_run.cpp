@@ -317,7 +317,10 @@ private slots:
     void singleStep() {
         bench_.load(
             R"([{"type":"open","weldspeed":20},{"type":"moveL","speed":100,"zone":2},{"type":"close"}])");
+        QString detail;
+        bench_.at(100, [&detail] { detail = executor->waiting().value("detail").toString(); });
         bench_.once(1);
+        QCOMPARE(detail, QString("1"));
         QVERIFY(sameLog(bench_.robot.log(), {"0 move.reset", "0 move.l 0.1 0.002", "0 move.opr.enough"}));
         QCOMPARE(bench_.robot.nowMs(), qint64(500));
         QCOMPARE(m("lumo.execute.line")->getInt(), 1);
@@ -425,9 +428,39 @@ private slots:
         QCOMPARE(executor->execProgram(0), 0);
         QCOMPARE(executor->moveAll(0), 0);
         QVERIFY(sameLog(bench_.robot.log(), {"0 move.l 0.1 0", "0 move.l 0.02 0"}));
-        bench_.at(100, [] { test::ExecutorBench::pause(); });
         QCOMPARE(executor->waitMoveing(statement(0), "start"), 0);
         QCOMPARE(bench_.robot.nowMs(), qint64(0));
+        m("lumo.current.openmiddlecolse")->setValue(this, QVariant());
+        QCOMPARE(executor->addCmd(statement(4)), 0);
+        QCOMPARE(bench_.robot.speeds.last(), 0.1);
+    }
+
+    /// A run goes by its own copy of the program: what others queue meanwhile is none of its lines.
+    void aStatementOfTheTree_isNoneOfTheRun() {
+        const auto statement = [](int line) { return m("lumo.program")->c(line); };
+        bench_.load(R"([{"type":"moveL"},{"type":"moveL"}])");
+        bench_.at(100, [statement] { QCOMPARE(executor->addCmd(statement(1)), 0); });
+        bench_.run();
+        QCOMPARE(bench_.robot.nowMs(), qint64(1000));
+
+        bench_.load(R"([{"type":"delay","delaytime":300}])");
+        bench_.at(100, [this, statement] {
+            bench_.load(R"([{"type":"moveL","point":{"trans":[0.5,0,0]}},
+                            {"type":"moveCC","point":{"trans":[0.1,0.1,0]},"point1":{"trans":[0,0,0]}}])");
+            bench_.robot.standAt({0, 0, 0});
+            QCOMPARE(executor->addCmd(statement(1)), 0);  // begins at the first line's point
+        });
+        bench_.run();
+
+        bench_.load(R"([{"type":"moveL","zone":2,"point":{"trans":[1,0,0]}},{"type":"close"},
+                        {"type":"delay","delaytime":300}])");
+        bench_.robot.reset();
+        bench_.robot.zoneLeadMs = 120;
+        bench_.robot.codes = {-9};
+        int code = -1;
+        bench_.at(600, [statement, &code] { code = executor->waitMoveing(statement(0), "start"); });
+        bench_.run();
+        QCOMPARE(code, 0);  // not that of the run's first line
     }
 
     void ioStatements() {
@@ -445,6 +478,15 @@ private slots:
         QVERIFY(sameLog(bench_.robot.log(), {"0 move.reset", "0 out DO2 1", "0 out DO2 0", "0 exec R.4 false",
                                              "0 exec R.5 true", "0 exec R.0 true"}));
         QCOMPARE(bench_.robot.nowMs(), qint64(70 + 200 + 100));  // polled at 170 and 270, then at 370
+    }
+
+    void anInputRegisterWithoutABit_isItsFirst() {
+        bench_.load(
+            R"([{"type":"waitDI","DI_type":"register","DI_reg":{"name":"LUMO_DI"},"value1":"true"}])");
+        bench_.at(150, [this] { kordservice()->dataNode("register.values")->set(this, "LUMO_DI.#0", true); });
+        bench_.at(5000, [] { test::ExecutorBench::pause(); });
+        bench_.run();
+        QCOMPARE(bench_.robot.nowMs(), qint64(200));
     }
 
     void resumeDataAreWritten() {
