@@ -50,6 +50,11 @@ CHECKED_TEST = "test_schedule"
 LETHAL = "lumo/executor/schedule.cpp | Schedule::runDue | performer_(entry.step); | "
 
 
+def name_of(key, nth):
+    """A mutant's name in survivors.md: the key, and the number of those alike after the first."""
+    return f"{key} #{nth + 1}" if nth else key
+
+
 def run(command, **kwargs):
     print("+", " ".join(command), flush=True)
     subprocess.run(command, check=True, cwd=ROOT, **kwargs)
@@ -229,7 +234,7 @@ def kill(seed, count, retry):
 
 
 def explained():
-    """The keys of survivors.md: its lines `- key` in code marks."""
+    """The names in survivors.md: its lines `- name` in code marks."""
     with open(os.path.join(HERE, "survivors.md")) as file:
         return set(re.findall(r"^- `` (.+) ``", file.read(), re.MULTILINE))
 
@@ -262,15 +267,15 @@ def report(seed, count):
         if result["end"] in ("killed", "time-out"):
             killed += 1
         else:
-            survivors.append((mutant, result))
+            survivors.append((mutant, result, name_of(*names[mutant["id"]])))
     total = killed + len(survivors)
     print(table("file", by_file), "\n", table("change", by_operator), sep="\n")
     print(f"\nSeed {seed}, {total} of {len(mutants)} mutants: {killed} died ({100 * killed / max(total, 1):.1f} %).",
           f"{missing} of the sample have not been run." if missing else "")
     for name, reason in load(COVERAGE)["left out"].items():
         print(f"Left out: {name}, {reason}.")
-    for mutant, result in survivors:
-        mark = "explained" if key_of(mutant) in known else result["end"]
+    for mutant, result, name in survivors:
+        mark = "explained" if name in known else result["end"]
         print(f"- {mark}: {mutant['file']}:{mutant['line']} {mutant['function']}: "
               f"`{mutant['before']}` → `{mutant['after'] or 'removed'}`")
 
