@@ -120,12 +120,15 @@ private slots:
 
     void addedAndEditedRows_getABaselineFirst_data() {
         QTest::addColumn<bool>("added");
-        QTest::newRow("added") << true;
-        QTest::newRow("edited") << false;
+        QTest::addColumn<QByteArray>("input");
+        QTest::newRow("added") << true << QByteArray("cmbDI");
+        QTest::newRow("edited") << false << QByteArray("cmbDI");
+        QTest::newRow("edited, stop") << false << QByteArray("cmbDI_2");
     }
 
     void addedAndEditedRows_getABaselineFirst() {
         QFETCH(bool, added);
+        QFETCH(QByteArray, input);
         bench_.renew(bench_.count(1));
         bench_.pressSwitch();
         bench_.play(100);
@@ -136,15 +139,15 @@ private slots:
         } else {
             bench_.clickRow(0, "btnEdit");
         }
-        bench_.find<QComboBox>("cmbDI")->setCurrentText("DI4");
+        bench_.find<QComboBox>(input)->setCurrentText("DI4");
         bench_.click("okayBtn");
-        bench_.play(400);
+        bench_.play(700);
         bench_.input("DI4", false);
-        bench_.play(500);
+        bench_.play(1000);
         bench_.input("DI4", true);
-        bench_.play(600);
+        bench_.play(1300);
         // It was on when it was looked at first.
-        QCOMPARE(bench_.states().last(), "---");
+        QCOMPARE(bench_.logOf(" on"), QStringList());
     }
 
     void emptyTable_leavesTheSwitchOff() {
@@ -161,7 +164,9 @@ private slots:
 
     void run_isToldToItsStation() {
         bench_.renewAlone(bench_.count(1));
+        m("lumo.processTime")->setValue(this, 77);
         bench_.pressSwitch();
+        bench_.when(201, [] { QCOMPARE(m("lumo.processTime")->getInt(), 0); });
         bench_.pulse(1, 100);
         bench_.play(1000);
         QVERIFY(test::sameLog(bench_.log, {"100 DO1 on", "100 row 1 已触发", "200 row 1 正在运行", "200 busy",
@@ -454,17 +459,31 @@ private slots:
         QCOMPARE(bench_.logOf("正在运行"), QStringList({"200 row 2 正在运行", "800 row 1 正在运行"}));
     }
 
+    void baselines_followDeletedRows_data() {
+        QTest::addColumn<QString>("fifth");
+        QTest::addColumn<QString>("sixth");
+        QTest::addColumn<QString>("told");
+        QTest::newRow("start") << "DI5"
+                               << "DI6"
+                               << "200 DO6 on";
+        QTest::newRow("stop") << "DI15"
+                              << "DI16"
+                              << "300 DO16 on";
+    }
+
     void baselines_followDeletedRows() {
+        QFETCH(QString, fifth);
+        QFETCH(QString, sixth);
         bench_.renewAlone(bench_.count(6));
-        bench_.input("DI5", true);
+        bench_.input(fifth, true);
         bench_.pressSwitch();
         bench_.play(100);
         bench_.clickRow(4, "btnDel");
-        bench_.input("DI6", true);
+        bench_.input(sixth, true);
         bench_.play(110);
-        QCOMPARE(bench_.states().last(), "---");
-        bench_.play(200);
-        QCOMPARE(bench_.states().last(), "已触发");
+        QCOMPARE(bench_.log, QStringList());
+        bench_.play(300);
+        QTEST(bench_.logOf(" on").value(0), "told");
     }
 
     void editedWhileItWaits_forgetsItsProject() {

@@ -1,10 +1,12 @@
 // What a station's record means: edges, kinds, signals; and the queue of projects.
 
+#include "binding/inputwatch.h"
 #include "binding/station.h"
 #include "binding/stationqueue.h"
 #include "editor/language.h"
 #include "support/executorbench.h"
 
+#include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QTest>
@@ -37,6 +39,29 @@ class TestStation : public QObject {
             rows << one.row;
         }
         return rows;
+    }
+
+    static void offerInputs() {
+        kordservice()
+            ->dataNode("device.io")
+            ->loadJson(nullptr, QJsonObject{{"DI", QJsonObject{{"ON", true}, {"OFF", false}}}});
+        kordservice()
+            ->dataNode("register.values")
+            ->loadJson(nullptr, QJsonObject{{"R", QJsonArray{false, true}}});
+    }
+
+    /// That many stations whose start inputs IN0, IN1 … are low.
+    static void listen(int count) {
+        QJsonArray stations;
+        for (int row = 0; row < count; ++row) {
+            stations << QJsonObject{
+                {"DI", QStringLiteral("IN%1").arg(row)}, {"DI_type", "IO"}, {"type", "上升沿"}};
+            input(row, false);
+        }
+        m()->regist(nullptr, "lumo")->loadJson(nullptr, QJsonObject{{"signalsConfig", stations}});
+    }
+    static void input(int row, bool level) {
+        kordservice()->dataNode("device.io")->set(nullptr, QStringLiteral("DI.IN%1").arg(row), level);
     }
 
     static void languages() {
@@ -112,6 +137,10 @@ private slots:
             << QByteArray(R"({"DI":"DI3","DI2_type":"寄存器","DI2_reg":{"name":"R","bias":2}})")
             << StationSignal::StopInput << "Stop: Register"
             << "R[3]";
+        QTest::newRow("register's first bit")
+            << QByteArray(R"({"DO_type":"Register","DO_reg":{"name":"R","bias":0}})")
+            << StationSignal::StartOutput << "Start: Register"
+            << "R[1]";
         QTest::newRow("register without a bit")
             << QByteArray(R"({"DO_type":"Register","DO_reg":{"name":"R","bias":-1}})")
             << StationSignal::StartOutput << "Start: Register"
@@ -147,6 +176,96 @@ private slots:
     void samplePeriod() {
         QFETCH(QString, text);
         QTEST(samplePeriodMs(text), "ms");
+    }
+
+    // --- The controller ---------------------------------------------------------------------------
+
+    void level_isThatOfTheInputThatCounts_data() {
+        QTest::addColumn<QByteArray>("json");
+        QTest::addColumn<bool>("level");
+        const auto row = [](const char* name, const char* json, bool level) {
+            QTest::newRow(name) << QByteArray(json) << level;
+        };
+        row("input on", R"({"DI_type":"IO","DI":"ON","DI_reg":{"name":"R","bias":0}})", true);
+        row("input off", R"({"DI_type":"IO","DI":"OFF","DI_reg":{"name":"R","bias":1}})", false);
+        row("input that is not there", R"({"DI_type":"IO","DI":"NONE"})", false);
+        row("no input", R"({"DI_type":"IO","DI":"","DI_reg":{"name":"R","bias":1}})", false);
+        row("bit on", R"({"DI_type":"register","DI":"OFF","DI_reg":{"name":"R","bias":1}})", true);
+        row("bit off", R"({"DI_type":"register","DI":"ON","DI_reg":{"name":"R","bias":0}})", false);
+        row("bit that is not there", R"({"DI_type":"register","DI_reg":{"name":"R","bias":2}})", false);
+        row("no bit said: the first", R"({"DI_type":"register","DI_reg":{"name":"R"}})", false);
+        row("register that is not there", R"({"DI_type":"register","DI_reg":{"name":"S","bias":1}})", false);
+        row("no register", R"({"DI_type":"register","DI":"ON"})", false);
+    }
+
+    void level_isThatOfTheInputThatCounts() {
+        QFETCH(QByteArray, json);
+        offerInputs();
+        QTEST(inputLevel(this, readSource(record(json).get(), StationSignal::StartInput)), "level");
+    }
+
+    void output_isSwitchedWhereItIsConnected_data() {
+        QTest::addColumn<QByteArray>("json");
+        QTest::addColumn<bool>("on");
+        QTest::addColumn<QString>("call");
+        const QByteArray reg(
+            R"({"DO2_type":"Register","DO2":"DO7","DO2_reg":{"name":"R","type":"bool","bias":3}})");
+        QTest::newRow("output") << QByteArray(R"({"DO2_type":"IO","DO2":"DO7","DO2_reg":{"name":"R"}})")
+                                << true << "device.io.out.do name=DO7 value=true";
+        QTest::newRow("output off") << QByteArray(R"({"DO2_type":"IO","DO2":"DO7"})") << false
+                                    << "device.io.out.do name=DO7 value=false";
+        QTest::newRow("register") << reg << true << "register.write bias=3 name=R type=bool value=true";
+        QTest::newRow("register off") << reg << false << "register.write bias=3 name=R type=bool value=false";
+        QTest::newRow("no output") << QByteArray(R"({"DO2_type":"IO","DO2_reg":{"name":"R"}})") << true << "";
+        QTest::newRow("no register") << QByteArray(R"({"DO2_type":"Register","DO2":"DO7"})") << true << "";
+    }
+
+    void output_isSwitchedWhereItIsConnected() {
+        QFETCH(QByteArray, json);
+        QFETCH(bool, on);
+        QObject scope;
+        QStringList calls;
+        connect(kordservice(), &KordService::issued, &scope, [&calls](const KordCall& call) {
+            QString text = call.name;
+            for (const char* argument : {"bias", "name", "type", "value"}) {
+                const QVariant value = call.argument(QLatin1String(argument));
+                if (value.isValid()) {
+                    text += QStringLiteral(" %1=%2").arg(QLatin1String(argument), value.toString());
+                }
+            }
+            calls << text;
+        });
+        switchOutput(this, readSource(record(json).get(), StationSignal::StopOutput), on);
+        QTEST(calls.join(';'), "call");
+    }
+
+    void watch_comparesWithTheBaselineThatWasTakenLast() {
+        InputWatch watch(StationSignal::StartInput);
+        listen(2);
+        input(0, false);
+        watch.takeBaselines(this);
+        input(0, true);
+        QCOMPARE(watch.look(this), QVector<int>({0}));
+        watch.takeBaselines(this);
+        QCOMPARE(watch.look(this), QVector<int>());
+    }
+
+    void watch_keepsTheBaselinesOfTheOtherRows() {
+        InputWatch watch(StationSignal::StartInput);
+        listen(3);
+        watch.takeBaselines(this);
+        for (const int outside : {-1, 3}) {
+            watch.removeRow(outside);
+            watch.forget(outside);
+        }
+        watch.forget(1);
+        for (int row = 0; row < 3; ++row) {
+            input(row, true);
+        }
+        QCOMPARE(watch.look(this), QVector<int>({0, 2}));
+        watch.removeRow(1);  // whose baseline is high
+        m("lumo.signalsConfig")->remove(this, "#1");
+        QCOMPARE(watch.look(this), QVector<int>({0, 1}));
     }
 
     // --- The queue --------------------------------------------------------------------------------

@@ -5,6 +5,7 @@
 #include "editor/language.h"
 
 #include <QComboBox>
+#include <QHeaderView>
 #include <QJsonDocument>
 #include <QTest>
 
@@ -97,6 +98,47 @@ private slots:
             QCOMPARE(shown("lbl" + direction + "Reg"), reg);
             QCOMPARE(shown("cmb" + direction + "RegBias"), reg);
             QCOMPARE(others(), reg ? 1 : 0);
+        }
+    }
+
+    void table_showsItsTextsWhole() {
+        QJsonArray stations = bench_.count(2);
+        QJsonObject wide = stations[1].toObject();
+        wide.insert("stationname", "a station with a name of some length");
+        wide.insert("time", "123456789");
+        wide.insert("DI", "an input with a name of some length");
+        stations[1] = wide;
+        bench_.renewAlone(stations);
+        const QTableWidget* const table = bench_.table();
+        const auto widest = [](const QStringList& texts, const QFontMetrics& font) {
+            int width = 0;
+            for (const QString& text : texts) {
+                width = std::max(width, font.horizontalAdvance(text));
+            }
+            return width;
+        };
+        constexpr int margin = 8;
+        for (int column = 0; column < table->columnCount(); ++column) {
+            QStringList lines;
+            for (int row = 0; row < table->rowCount(); ++row) {
+                lines << bench_.cell(row, column).split('\n');
+                QCOMPARE(table->item(row, column)->textAlignment(), int(Qt::AlignCenter));
+            }
+            if (column == 7) {
+                lines << "已触发"
+                      << "正在运行"
+                      << "未触发";
+            }
+            const QStringList words = table->horizontalHeaderItem(column)->text().split(' ');
+            const int header = widest(words, table->horizontalHeader()->fontMetrics());
+            const int needed = std::max(header, widest(lines, table->fontMetrics())) + margin;
+            const QByteArray where = QByteArray("column ") + QByteArray::number(column);
+            if (column == 5) {
+                QCOMPARE(table->columnWidth(column), 100);
+            } else {
+                QVERIFY2(table->columnWidth(column) >= needed, where);
+                QVERIFY2(table->columnWidth(column) < needed + 40, where);
+            }
         }
     }
 

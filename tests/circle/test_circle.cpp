@@ -78,6 +78,17 @@ Vec transOf(const ModuleObject& node) {
     return {t->c(0)->getDouble(), t->c(1)->getDouble(), t->c(2)->getDouble()};
 }
 
+/// Receives what is logged while it lives, as "<level> <text>".
+struct LogLines {
+    QObject scope;
+    QStringList lines;
+
+    LogLines() {
+        QObject::connect(mendo::LogHub::instance(), &mendo::LogHub::line, &scope,
+                         [this](const QString& level, const QString& text) { lines << level + ' ' + text; });
+    }
+};
+
 std::array<Vec, 3> midpoints(const Vec& s, const Vec& p1, const Vec& p2) {
     std::array<ModuleObject, 3> aux;
     calcAux(pointNode(s).get(), pointNode(p1).get(), pointNode(p2).get(), &aux[0], &aux[1], &aux[2]);
@@ -102,6 +113,9 @@ private slots:
     void midpoints_ofRandomCircles_lieOnTheirArcs();
     void midpoints_replaceTransOnly();
     void midpoints_areLogged();
+    void midpoints_missingCoordinatesAreZero();
+    void midpoints_ofPointsThatRoundingTurnsOver();
+    void midpoints_ofPointsThatRoundingMixesUp();
     void angle_turnsAboutTheAxis_data();
     void angle_turnsAboutTheAxis();
     void rotation_data();
@@ -206,11 +220,9 @@ void TestCircle::midpoints_replaceTransOnly() {
 }
 
 void TestCircle::midpoints_areLogged() {
-    QStringList lines;
-    connect(mendo::LogHub::instance(), &mendo::LogHub::line, this,
-            [&lines](const QString& level, const QString& text) { lines << level + ' ' + text; });
+    const LogLines log;
     midpoints({0, 0, 0}, {0.5, 0.5, 0}, {1, 0, 0});
-    disconnect(mendo::LogHub::instance(), nullptr, this, nullptr);
+    const QStringList& lines = log.lines;
     QCOMPARE(lines.size(), 4);
     QCOMPARE(lines[0],
              "I point1: QVector3D(0, 0, 0) , point2: QVector3D(0.5, 0.5, 0) , point3: QVector3D(1, 0, 0)");
@@ -221,6 +233,44 @@ void TestCircle::midpoints_areLogged() {
                  .match(lines[3])
                  .hasMatch(),
              qPrintable(lines[3]));
+}
+
+void TestCircle::midpoints_missingCoordinatesAreZero() {
+    std::array<ModuleObject, 3> points, aux;
+    const QJsonArray trans[] = {{}, {0.1}, {0.0, 0.1}};
+    for (std::size_t i = 0; i < 3; ++i) {
+        points[i].loadJson(nullptr, QJsonObject{{"trans", trans[i]}});
+    }
+    QCOMPARE(int(circleFault(&points[0], &points[1], &points[2])), int(CircleFault::None));
+    calcAux(&points[0], &points[1], &points[2], &aux[0], &aux[1], &aux[2]);
+    const auto expected = midpoints({0, 0, 0}, {0.1, 0, 0}, {0, 0.1, 0});
+    for (std::size_t i = 0; i < 3; ++i) {
+        QVERIFY(norm(transOf(aux[i]) - expected[i]) < 1e-9);
+    }
+}
+
+// A kilometre away single precision sees this sliver from its other side: all three arcs are found
+// the long way round.
+void TestCircle::midpoints_ofPointsThatRoundingTurnsOver() {
+    const Vec s{844.202, 0.000482}, p1{844.2015, -0.001025}, p2{844.2042, 0.007426};
+    const auto aux = midpoints(s, p1, p2);
+    QVERIFY(norm(aux[0] - s) < 0.005);
+    QVERIFY(norm(aux[1] - p1) > 0.5);
+    QVERIFY(norm(aux[2] - p2) < 0.005);
+}
+
+// Still further away the three arcs fit neither way round, which is told.
+void TestCircle::midpoints_ofPointsThatRoundingMixesUp() {
+    const LogLines log;
+    midpoints({8577.2, 0.051}, {8578.107, 0.267}, {8577.912, -0.587});
+    const QStringList lines = log.lines.filter("calc wrong theta");
+    QCOMPARE(lines.size(), 1);
+    const QRegularExpressionMatch angles =
+        QRegularExpression("^E calc wrong theta: (\\S+) (\\S+) (\\S+)$").match(lines[0]);
+    const double expected[] = {-122.11, -249.73, -232.56};
+    for (int i = 0; i < 3; ++i) {
+        QVERIFY2(std::abs(angles.captured(i + 1).toDouble() - expected[i]) < 0.02, qPrintable(lines[0]));
+    }
 }
 
 void TestCircle::angle_turnsAboutTheAxis_data() {
@@ -297,6 +347,8 @@ void TestCircle::fault_data() {
     row("0.02 mm of noise over 300 mm", {0.4, 0, 0.3}, {0.55, 0.00002, 0.3}, {0.7, 0, 0.3}, Fault::Collinear);
     row("line far from the origin", {400, 0, 0}, {400.1, 0.001, 0}, {400.2, 0, 0}, Fault::Collinear);
     row("flat arc, 1.5 mm high over 60 mm", {0.5, 0, 0.3}, {0.53, 0.0015, 0.3}, {0.56, 0, 0.3}, Fault::None);
+    row("arc just high enough", {0.5, 0, 0.3}, {0.55, 0.00098, 0.3}, {0.6, 0, 0.3}, Fault::None);
+    row("arc just too flat", {0.5, 0, 0.3}, {0.55, 0.00085, 0.3}, {0.6, 0, 0.3}, Fault::Collinear);
     row("wire of 1 mm", {0.5, 0, 0.3}, {0.5005, 0.0005, 0.3}, {0.501, 0, 0.3}, Fault::None);
     row("two points 1 mm apart", {0.5, 0, 0.3}, {0.5, 0.001, 0.3}, {0.7, 0, 0.3}, Fault::None);
     row("circle far from the origin", {40, 0, 0}, {40.1, 0.1, 0}, {40.2, 0, 0}, Fault::None);

@@ -26,6 +26,8 @@ private slots:
     void state();
     void percent_data();
     void percent();
+    void switchOff_data();
+    void switchOff();
     void scaling_data();
     void scaling();
 
@@ -195,6 +197,34 @@ void TestPorts::percent() {
     kordservice()->set(nullptr, "register.values.LUMO_AO_1", &values);
     assign(AO_LASER_POWER, name, enable);
     QCOMPARE(portPercent(AO_LASER_POWER), expected);
+}
+
+void TestPorts::switchOff_data() {
+    QTest::addColumn<int>("port");
+    QTest::addColumn<int>("value");
+    QTest::addColumn<QStringList>("calls");
+    const auto write = [](const char* name, const char* type) {
+        return QStringList(QStringLiteral(R"(register.write {"bias":0,"name":"%1","type":"%2","value":0})")
+                               .arg(QLatin1String(name), QLatin1String(type)));
+    };
+    QTest::newRow("input") << int(DI_LASER_STATE) << 1 << QStringList();
+    QTest::newRow("first output") << int(DO_GAS) << 1 << write("OUT", "bit");
+    QTest::newRow("last output") << int(DO_WIRE_PULLBACK) << 1 << write("OUT", "bit");
+    QTest::newRow("output, off already") << int(DO_GAS) << 0 << QStringList();
+    QTest::newRow("first analogue output") << int(AO_WIRE_SPEED) << 1 << write("OUT", "int16");
+    QTest::newRow("last analogue output") << int(AO_LASER_DUTY_CYCLE) << 32767 << write("OUT", "int16");
+    QTest::newRow("analogue output below zero") << int(AO_LASER_POWER) << -328 << write("OUT", "int16");
+    QTest::newRow("analogue output, off already") << int(AO_LASER_POWER) << 0 << QStringList();
+}
+
+void TestPorts::switchOff() {
+    QFETCH(int, port);
+    QFETCH(int, value);
+    kordservice()->dataNode("register.values")->set(nullptr, "OUT.#0", value);
+    const auto which = static_cast<I_PORT>(port);
+    assign(which, which < AO_WIRE_SPEED ? "OUT.#0" : "OUT");
+    switchOffPort(&sender_, which);
+    QTEST(calls_, "calls");
 }
 
 void TestPorts::scaling_data() {

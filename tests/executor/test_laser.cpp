@@ -33,6 +33,7 @@ private slots:
         bench_.setParam("increase_time", 50);
         bench_.setParam("decrease_time", 50);
         bench_.load(weld(R"({"type":"delay","delaytime":300})"));
+        bench_.at(500, [] { QCOMPARE(executor->pendingSteps(), 1); });  // the pulses
         bench_.run();
         QVERIFY(
             sameLog(equipment(),
@@ -109,15 +110,27 @@ private slots:
                         {"400 POWER 16384", "400 WIRE 1", "400 LASER 0", "400 WIRE 0"}));
     }
 
-    void aPulseTimeOfZero_isOneMillisecond() {
-        bench_.setParam("open_time", 0);
-        bench_.setParam("open_interval", 3);
+    void pulseTimesOfZeroAndOne_areOneMillisecond_data() {
+        QTest::addColumn<int>("on");
+        QTest::addColumn<int>("off");
+        QTest::addColumn<QStringList>("laser");
+        QTest::newRow("on for nothing")
+            << 0 << 3 << QStringList{"201 LASER 0", "204 LASER 1", "205 LASER 0", "208 LASER 1"};
+        QTest::newRow("off for one") << 3 << 1
+                                     << QStringList{"203 LASER 0", "204 LASER 1", "207 LASER 0",
+                                                    "208 LASER 1"};
+    }
+
+    void pulseTimesOfZeroAndOne_areOneMillisecond() {
+        QFETCH(int, on);
+        QFETCH(int, off);
+        bench_.setParam("open_time", on);
+        bench_.setParam("open_interval", off);
         bench_.setParam("increase_time", 0);
         bench_.setParam("stay_time", 0);
-        bench_.load(weld(R"({"type":"delay","delaytime":5})"));
+        bench_.load(weld(R"({"type":"delay","delaytime":9})"));
         bench_.run();
-        QVERIFY(sameLog(bench_.robot.logBetween(201, 205),
-                        {"201 LASER 0", "201 WIRE 0", "204 LASER 1", "204 WIRE 1"}));
+        QTEST(bench_.robot.logBetween(201, 209).filter("LASER"), "laser");
     }
 
     void aParamInsideTheRamp_replacesThePower() {
@@ -325,35 +338,60 @@ private slots:
         QCOMPARE(executor->pendingSteps(), 0);
     }
 
+    void aPauseInsideAnEmergencyStop_doesNotDelayIt_data() {
+        QTest::addColumn<bool>("paused");
+        QTest::newRow("of a run") << false;
+        QTest::newRow("of the closing of a pause") << true;
+    }
+
     void aPauseInsideAnEmergencyStop_doesNotDelayIt() {
+        QFETCH(bool, paused);
         bench_.load(weld(R"({"type":"moveL"})"));
+        if (paused) {
+            bench_.at(650, [] { test::ExecutorBench::pause(); });
+        }
         QObject scope;
-        connect(executor, &LumoExecutor::activityChanged, &scope, [this] {
-            if (bench_.robot.nowMs() == 310 && m("kord.r.power")->getString() == "off") {
+        bool again = false;
+        connect(executor, &LumoExecutor::activityChanged, &scope, [&again] {
+            if (m("kord.r.power")->getString() == "off" && !std::exchange(again, true)) {
                 test::ExecutorBench::pause();
             }
         });
-        bench_.at(310, [] { test::ScriptedRobot::setPower("off"); });
+        QString stateAfter;
+        bench_.at(710, [&] {
+            test::ScriptedRobot::setPower("off");
+            stateAfter = bench_.state();
+        });
         bench_.run();
-        QCOMPARE(bench_.robot.offSince("LASER"), qint64(310));
-        QCOMPARE(bench_.robot.firstTime("PULL 1"), qint64(-1));
+        bench_.settle();
+        QCOMPARE(stateAfter, QString("idle"));
+        QCOMPARE(bench_.robot.offSince("LASER"), qint64(710));
+        QCOMPARE(bench_.robot.logBetween(710, 99999).filter("PULL 1"), QStringList());
     }
 
     void aQuitInTheTurnInWhichAWaitEnds_shutsDown_data() {
         QTest::addColumn<int>("ms");
         QTest::addColumn<bool>("before");
+        QTest::addColumn<QByteArray>("inside");
+        const QByteArray delay(R"({"type":"delay","delaytime":300})");
         for (const bool before : {true, false}) {
-            QTest::addRow("pre-flow, %d", before) << 200 << before;
-            QTest::addRow("dwell, %d", before) << 450 << before;
-            QTest::addRow("delay, %d", before) << 750 << before;
+            QTest::addRow("pre-flow, %d", before) << 200 << before << delay;
+            QTest::addRow("dwell, %d", before) << 450 << before << delay;
+            QTest::addRow("delay, %d", before) << 750 << before << delay;
         }
+        QTest::newRow("input") << 750 << true
+                               << QByteArray(
+                                      R"({"type":"waitDI","DI_type":"IO","diName":"DI1","value1":"true"})");
+        QTest::newRow("move") << 750 << true << QByteArray(R"({"type":"moveL"},{"type":"moveL"})");
+        QTest::newRow("zone") << 750 << true << QByteArray(R"({"type":"moveL"})");
     }
 
     /// The wait's own time comes right behind the request or before it; no loop has returned yet.
     void aQuitInTheTurnInWhichAWaitEnds_shutsDown() {
         QFETCH(int, ms);
         bench_.setParam("stay_time", 250);  // the ramp is over before
-        bench_.load(weld(R"({"type":"delay","delaytime":300})"));
+        QFETCH(QByteArray, inside);
+        bench_.load(weld(inside));
         QFETCH(bool, before);
         const auto quit = [] { QCoreApplication::quit(); };
         // Of what is due together, that comes first which was armed first.
@@ -379,19 +417,128 @@ private slots:
         QVERIFY(sameLog(bench_.robot.logBetween(900, 99999).mid(1),
                         {"900 PULL 0", "900 WIRE 0", "900 POWER 0", "900 LASER 0", "900 DUTY 0", "900 FREQ 0",
                          "900 GAS 0"}));
+        bench_.time.advance(1);
         test::ScriptedRobot::setPower("error");  // nothing is pending any more
         bench_.time.advance(2000);
         QVERIFY(bench_.robot.logBetween(901, 99999).isEmpty());
     }
 
+    void powerLossInAnIdlePausesClosing_endsIt_data() {
+        QTest::addColumn<int>("ms");
+        QTest::newRow("ramp") << 100;
+        QTest::newRow("close delay, with nothing pending") << 300;
+        QTest::newRow("gas post-flow") << 450;
+    }
+
     void powerLossInAnIdlePausesClosing_endsIt() {
+        QFETCH(int, ms);
+        bench_.load(R"([{"type":"delay"}])");
+        bench_.run();
         m("lumo.cur_param")->setValue(this, 0);
         bench_.robot.mark();
-        QTimer::singleShot(450, this, [] { test::ScriptedRobot::setPower("off"); });
+        QString detail;
+        QTimer::singleShot(ms, this, [&detail] {
+            detail = executor->waiting().value("detail").toString();
+            test::ScriptedRobot::setPower("off");
+        });
         test::ExecutorBench::pause();
-        QCOMPARE(bench_.robot.nowMs(), qint64(450));
-        QCOMPARE(bench_.robot.log().last(), QString("450 GAS 0"));
+        QCOMPARE(detail, QString("-1"));  // no line is executed any more
+        QCOMPARE(bench_.robot.nowMs(), qint64(ms));
+        QCOMPARE(bench_.robot.log().last(), QStringLiteral("%1 GAS 0").arg(ms));
         QCOMPARE(executor->depth(), 0);
+    }
+
+    void powerLossWithNothingUnderWay_writesNothing_data() {
+        QTest::addColumn<bool>("paused");
+        QTest::newRow("after a run") << false;
+        QTest::newRow("after the closing of a pause") << true;
+    }
+
+    void powerLossWithNothingUnderWay_writesNothing() {
+        QFETCH(bool, paused);
+        bench_.load(weld(R"({"type":"delay","delaytime":100})"));
+        if (paused) {
+            bench_.at(450, [] { test::ExecutorBench::pause(); });
+        }
+        bench_.run();
+        bench_.settle();
+        bench_.robot.mark();
+        test::ScriptedRobot::setPower("off");
+        test::ScriptedRobot::setMode("manual");
+        bench_.time.advance(2000);
+        QCOMPARE(bench_.robot.log(), QStringList());
+    }
+
+    void permissionLostWithOrAfterThePower_closesNothing_data() {
+        QTest::addColumn<QString>("call");
+        QTest::newRow("as the robot is stopped") << "move.stop";
+        QTest::newRow("as the equipment is switched off") << "register.write";
+        QTest::newRow("afterwards") << QString();
+    }
+
+    void permissionLostWithOrAfterThePower_closesNothing() {
+        QFETCH(QString, call);
+        bench_.load(weld(R"({"type":"moveL"})"));
+        QObject scope;
+        connect(kordservice(), &KordService::issued, &scope, [this, call](const KordCall& issued) {
+            if (bench_.robot.nowMs() == 610 && issued.name == call) {
+                test::ScriptedRobot::setMode("manual");
+            }
+        });
+        bench_.at(610, [] { test::ScriptedRobot::setPower("off"); });
+        bench_.run();
+        bench_.time.advance(10);
+        test::ScriptedRobot::setMode("manual");
+        bench_.time.advance(2000);
+        QCOMPARE(bench_.robot.firstTime("PULL 1"), qint64(-1));
+        QCOMPARE(bench_.robot.log().last(), QString("610 GAS 0"));
+    }
+
+    void pendingSteps_areToldWheneverTheyChange() {
+        bench_.load(
+            R"([{"type":"open"},{"type":"delay","delaytime":5000},{"type":"close"},{"type":"moveL"}])");
+        bench_.at(1000, [] { test::ExecutorBench::pause(); });
+        QObject scope;
+        int told = -1;
+        connect(executor, &LumoExecutor::activityChanged, &scope,
+                [&told] { told = executor->pendingSteps(); });
+        QVector<int> stale;
+        const auto compare = [&] {
+            if (told != executor->pendingSteps()) {
+                stale << told << executor->pendingSteps();
+            }
+        };
+        connect(kordservice(), &KordService::issued, &scope, [&compare](const KordCall& call) {
+            if (call.name == QLatin1String("move.l")) {
+                compare();
+            }
+        });
+        QTimer looks;
+        connect(&looks, &QTimer::timeout, &scope, compare);
+        looks.start(7);
+        bench_.run();
+        bench_.time.advance(50);
+        m("lumo.current.openmiddlecolse")->setValue(this, false);
+        bench_.run(3);  // settles the closing of the pause but its gas
+        bench_.run(0);
+        QCOMPARE(stale, QVector<int>());
+    }
+
+    /// Whose dwell is none that a statement before has set.
+    void aResumeAheadOfTheOpening_hasNoDwell() {
+        bench_.load(R"([{"type":"delay","delaytime":50},{"type":"open"},{"type":"delay","delaytime":1000}])");
+        bench_.at(600, [] { test::ExecutorBench::pause(); });
+        bench_.run();
+        bench_.settle();
+        QVERIFY(bench_.weldFlag());
+        bench_.at(240, [] { test::ExecutorBench::pause(); });
+        bench_.run();
+        QCOMPARE(m("lumo.current.programtype")->getString(), QString("delay"));
+        QCOMPARE(bench_.robot.nowMs(), qint64(240));
+        bench_.settle();
+        bench_.at(201, [this] { QCOMPARE(bench_.waitingKind(), QString("delay")); });
+        bench_.at(199, [this] { QCOMPARE(bench_.waitingKind(), QString("preflow")); });
+        bench_.run();
     }
 
     void anIdlePause_runsItsClosing() {

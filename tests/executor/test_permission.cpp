@@ -11,7 +11,7 @@ class TestPermission : public QObject {
 
     test::ExecutorBench bench_;
 
-    static void setSwitch(const char* name, bool on) {
+    static void setSwitch(const char* name, const QVariant& on) {
         m(QStringLiteral("lumo.allWeldBtnstatus.") + QLatin1String(name))->setValue(nullptr, on);
     }
 
@@ -20,22 +20,24 @@ private slots:
 
     void permission_data() {
         QTest::addColumn<QByteArray>("mode");
-        QTest::addColumn<bool>("weld");
-        QTest::addColumn<bool>("handWeld");
+        QTest::addColumn<QVariant>("weld");
+        QTest::addColumn<QVariant>("handWeld");
         QTest::addColumn<bool>("permitted");
-        QTest::newRow("auto") << QByteArray("auto") << true << false << true;
-        QTest::newRow("auto, switched off") << QByteArray("auto") << false << true << false;
-        QTest::newRow("manual") << QByteArray("manual") << true << false << false;
-        QTest::newRow("manual with both switches") << QByteArray("manual") << true << true << true;
-        QTest::newRow("manual with the second switch alone")
-            << QByteArray("manual") << false << true << false;
-        QTest::newRow("any other mode") << QByteArray("") << true << true << true;
+        const QVariant on(true), off(false), unsaid;
+        QTest::newRow("auto") << QByteArray("auto") << on << off << true;
+        QTest::newRow("auto, nothing said") << QByteArray("auto") << unsaid << unsaid << true;
+        QTest::newRow("auto, switched off") << QByteArray("auto") << off << on << false;
+        QTest::newRow("manual") << QByteArray("manual") << on << off << false;
+        QTest::newRow("manual, nothing said") << QByteArray("manual") << unsaid << unsaid << false;
+        QTest::newRow("manual with both switches") << QByteArray("manual") << on << on << true;
+        QTest::newRow("manual with the second switch alone") << QByteArray("manual") << off << on << false;
+        QTest::newRow("any other mode") << QByteArray("") << on << on << true;
     }
 
     void permission() {
         QFETCH(QByteArray, mode);
-        QFETCH(bool, weld);
-        QFETCH(bool, handWeld);
+        QFETCH(QVariant, weld);
+        QFETCH(QVariant, handWeld);
         QFETCH(bool, permitted);
         test::ScriptedRobot::setMode(mode);
         setSwitch("weldbtn", weld);
@@ -77,14 +79,31 @@ private slots:
         QVERIFY(!bench_.weldFlag());
     }
 
-    void regained_theCloseStaysRefusedAndTheNextOpenWelds() {
-        bench_.load(R"([{"type":"open"},{"type":"delay","delaytime":1000},{"type":"close"},
-                        {"type":"open"},{"type":"delay","delaytime":100},{"type":"close"}])");
+    void regained_data() {
+        QTest::addColumn<QByteArray>("behind");
+        QTest::addColumn<QStringList>("opened");
+        QTest::addColumn<QStringList>("closed");
+        QTest::newRow("the close is refused, the next opening welds")
+            << QByteArray(
+                   R"({"type":"close"},{"type":"open"},{"type":"delay","delaytime":100},{"type":"close"})")
+            << QStringList{"0 GAS 1", "1400 GAS 1"} << QStringList{"600 PULL 1", "1900 PULL 1"};
+        QTest::newRow("an opening before that close takes it for itself")
+            << QByteArray(R"({"type":"open"},{"type":"delay","delaytime":100},{"type":"close"},)"
+                          R"({"type":"delay","delaytime":100})")
+            << QStringList{"0 GAS 1", "1400 GAS 1"} << QStringList{"600 PULL 1", "1900 PULL 1"};
+        QTest::newRow("only one close is refused")
+            << QByteArray(R"({"type":"close"},{"type":"close"})") << QStringList{"0 GAS 1"}
+            << QStringList{"600 PULL 1", "1400 PULL 1"};
+    }
+
+    void regained() {
+        QFETCH(QByteArray, behind);
+        bench_.load(R"([{"type":"open"},{"type":"delay","delaytime":1000},)" + behind + "]");
         bench_.at(600, [] { test::ScriptedRobot::setMode("manual"); });
         bench_.at(700, [] { test::ScriptedRobot::setMode("auto"); });
         bench_.run();
-        QVERIFY(sameLog(bench_.robot.log().filter("PULL 1"), {"600 PULL 1", "1900 PULL 1"}));
-        QVERIFY(sameLog(bench_.robot.log().filter("GAS 1"), {"0 GAS 1", "1400 GAS 1"}));
+        QTEST(bench_.robot.log().filter("GAS 1"), "opened");
+        QTEST(bench_.robot.log().filter("PULL 1"), "closed");
     }
 
     void lostInTheOpening_theRunGoesOnDark_data() {

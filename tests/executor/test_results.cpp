@@ -17,6 +17,63 @@ class TestResults : public QObject {
     /// Times at which the walk wrote the lines it executes.
     QVector<qint64> lineTimes_;
 
+    static void stop(const QByteArray& event) {
+        if (event == "pause") {
+            test::ExecutorBench::pause();
+        } else if (event == "power") {
+            test::ScriptedRobot::setPower("off");
+        } else if (event == "permission") {
+            test::ScriptedRobot::setMode("manual");
+        }
+    }
+
+    /// A weld that is stopped at the n-th announcement; false when there are fewer.
+    bool stopAt(int n, const QByteArray& event) {
+        bench_.reset();
+        bench_.setParam("open_interval", 50);
+        bench_.setParam("stay_time", 50);
+        bench_.load(
+            R"([{"type":"moveL"},{"type":"open"},{"type":"delay","delaytime":300},{"type":"param","index":0},
+                        {"type":"delay","delaytime":100},{"type":"close"},{"type":"moveL"}])");
+        QObject scope;
+        int heard = 0;
+        int logged = 0;
+        const auto hear = [&] {
+            if (++heard == n) {
+                logged = bench_.robot.log().size();
+                stop(event);
+            }
+        };
+        connect(kordservice(), &KordService::issued, &scope, hear);
+        connect(executor, &LumoExecutor::activityChanged, &scope, hear);
+        connect(m("lumo.cur_param"), &ModuleObject::changed, &scope, hear);
+        bench_.run();
+        const QStringList afterwards = bench_.robot.log().mid(logged);
+        bench_.settle();
+        if (heard < n) {
+            return false;
+        }
+        checkStopped(event, bench_.robot.log().mid(logged), afterwards);
+        return true;
+    }
+
+    void checkStopped(const QByteArray& event, const QStringList& log, const QStringList& inRun) {
+        const QString on = event == "power" ? "(LASER|GAS|WIRE|PULL|POWER|DUTY|FREQ) [1-9]" : "(LASER|GAS) 1";
+        QCOMPARE(log.filter(QRegularExpression(on)), QStringList());
+        for (const char* off : {"LASER", "GAS", "WIRE", "PULL", "POWER", "DUTY", "FREQ"}) {
+            QVERIFY2(bench_.robot.output(off) == 0.0, off);
+        }
+        QCOMPARE(executor->pendingSteps(), 0);
+        QCOMPARE(executor->depth(), 0);
+        QCOMPARE(bench_.state(), QString("idle"));
+        QCOMPARE(bench_.boxes(), QStringList());
+        if (event == "permission") {
+            QCOMPARE(bench_.resumeLine(), 6);
+        } else {
+            QCOMPARE(inRun.filter("move.l"), QStringList());
+        }
+    }
+
 private slots:
     void initTestCase() {
         connect(m("lumo.current.line"), &ModuleObject::changed, this,
@@ -78,11 +135,21 @@ private slots:
         QVERIFY(texts.contains("enter zone! moveL:  [1,0,0]"));
     }
 
+    void aPauseInTheMomentTheZoneIsEntered_isAPause_data() {
+        QTest::addColumn<int>("armedAt");
+        // The poll that finds the tool in the zone is armed at 350.
+        QTest::newRow("the poll first") << 360;
+        QTest::newRow("the pause first") << 340;
+    }
+
     void aPauseInTheMomentTheZoneIsEntered_isAPause() {
+        QFETCH(int, armedAt);
         bench_.robot.zoneLeadMs = 120;
         bench_.load(R"([{"type":"moveL","zone":2,"point":{"trans":[1,0,0]}},{"type":"close"}])");
-        // Due together with the poll that ends the wait, and after it: the walk has not gone on yet.
-        bench_.at(360, [] { QTimer::singleShot(40, executor, [] { test::ExecutorBench::pause(); }); });
+        // Due together with the poll that ends the wait: the walk has not gone on yet.
+        bench_.at(armedAt, [armedAt] {
+            QTimer::singleShot(400 - armedAt, executor, [] { test::ExecutorBench::pause(); });
+        });
         bench_.run();
         QCOMPARE(bench_.resumeLine(), 0);
         QCOMPARE(bench_.state(), QString("idle"));
@@ -98,6 +165,76 @@ private slots:
         bench_.run();
         QCOMPARE(bench_.boxes(), QStringList{"机器人运动错误：-0x9"});
         QCOMPARE(bench_.resumeLine(), 2);
+    }
+
+    void anErrorAfterTheZone_withNothingQueuedBehindIt_isDropped() {
+        bench_.robot.zoneLeadMs = 120;
+        bench_.load(R"([{"type":"moveL","zone":2,"point":{"trans":[1,0,0]}},{"type":"close"},
+                        {"type":"moveL","point":{"trans":[2,0,0]}},{"type":"delay"}])");
+        bench_.robot.codes = {-9};
+        m("lumo.cur_param")->setValue(this, 0);
+        bench_.run();
+        QCOMPARE(lineTimes_, QVector<qint64>({0, 400, 1000, 1500}));
+        QCOMPARE(bench_.boxes(), QStringList());
+    }
+
+    void motionsThatNobodyWaitsForAnyMore_data() {
+        QTest::addColumn<QByteArray>("how");
+        QTest::addColumn<bool>("once");
+        for (const char* how : {"pause", "power", "lost"}) {
+            QTest::addRow("%s, start", how) << QByteArray(how) << false;
+            QTest::addRow("%s, single step", how) << QByteArray(how) << true;
+        }
+    }
+
+    /// What was queued before a stop, or lost after its run was over, counts no more.
+    void motionsThatNobodyWaitsForAnyMore() {
+        QFETCH(QByteArray, how);
+        QFETCH(bool, once);
+        bench_.load(R"([{"type":"moveL","zone":2,"point":{"trans":[1,0,0]}},{"type":"close"}])");
+        bench_.robot.zoneLeadMs = 120;
+        bench_.at(250, [how] { stop(how); });
+        bench_.run();
+        if (how == "lost") {
+            kordservice()->command(this, QLatin1String("move.stop"),
+                                   static_cast<const ModuleObject*>(nullptr));
+        } else {
+            QSignalSpy log(mendo::LogHub::instance(), &mendo::LogHub::line);
+            test::ScriptedRobot::answer("move.l", 0);
+            QCOMPARE(log.at(1).at(1).toString(), QString("unexpected move result!"));
+            bench_.robot.mark();
+            test::ExecutorBench::pause();
+            QCOMPARE(bench_.robot.firstTime("move.stop"), qint64(-1));
+        }
+        test::ScriptedRobot::setPower("on");
+        bench_.load(R"([{"type":"moveL","point":{"trans":[2,0,0]}}])");
+        bench_.at(5000, [] { test::ExecutorBench::pause(); });
+        if (once) {
+            bench_.once(0);
+        } else {
+            bench_.run();
+        }
+        QCOMPARE(bench_.robot.nowMs(), qint64(500));
+    }
+
+    void pausePoint_isThePosture_data() {
+        QTest::addColumn<bool>("pause");
+        QTest::newRow("pause") << true;
+        QTest::newRow("power lost") << false;
+    }
+
+    void pausePoint_isThePosture() {
+        QFETCH(bool, pause);
+        ModuleObject* const point = m("lumo.current.pausepoint");
+        point->set(this, "left.over", 1);
+        QSignalSpy told(point, &ModuleObject::changed);
+        bench_.robot.standAt({1, 2, 3});
+        bench_.load(R"([{"type":"delay","delaytime":100}])");
+        bench_.at(50,
+                  [pause] { pause ? test::ExecutorBench::pause() : test::ScriptedRobot::setPower("off"); });
+        bench_.run();
+        QCOMPARE(told.count(), 1);
+        QCOMPARE(point->exportToJson(), kordservice()->dataNode("sys.posture")->exportToJson());
     }
 
     void aMotionError_pausesAndIsReported_data() {
@@ -148,6 +285,7 @@ private slots:
     void aPauseInsideAHandler_stopsBeforeTheStatement() {
         QFETCH(QString, node);
         bench_.load(R"([{"type":"setDO","DO_type":"IO","doName":"DO1"},{"type":"moveL"}])");
+        m("lumo.current.programtype")->setValue(this, "before");
         QObject scope;
         bool fired = false;
         connect(m(node), &ModuleObject::changed, &scope, [&fired] {
@@ -157,8 +295,30 @@ private slots:
         });
         bench_.run();
         QCOMPARE(bench_.robot.firstTime("out DO1 1"), qint64(-1));
+        QCOMPARE(m("lumo.current.programtype")->getString(),
+                 QString(node == "lumo.current.programtype" ? "setDO" : "before"));
         QCOMPARE(bench_.state(), QString("idle"));
         QCOMPARE(executor->depth(), 0);
+    }
+
+    void stoppedByWhoeverHears_data() {
+        QTest::addColumn<QByteArray>("event");
+        for (const char* event : {"pause", "power", "permission"}) {
+            QTest::newRow(event) << QByteArray(event);
+        }
+    }
+
+    /// One run for each thing that a weld announces, by a call, by a write or by activity: whoever hears
+    /// of it stops the weld then and there, and nothing comes on any more.
+    void stoppedByWhoeverHears() {
+        QFETCH(QByteArray, event);
+        int runs = 0;
+        for (bool heardAll = false; !heardAll; ++runs) {
+            heardAll = !stopAt(runs + 1, event);
+            QVERIFY2(!QTest::currentTestFailed(),
+                     qPrintable(QStringLiteral("announcement %1").arg(runs + 1)));
+        }
+        QVERIFY(runs > 50);
     }
 
     void powerLostInsideAPause_leavesEverythingOff() {

@@ -1,5 +1,9 @@
+#include "module/globals.h"
 #include "support/executorbench.h"
 
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -82,6 +86,80 @@ private slots:
         QVERIFY(sameLog(bench_.robot.log(), {"0 move.reset", "0 move.j 0.0355 0.002", "0 move.opr.enough"}));
     }
 
+    void fieldsThatAMoveLacks_areNotTakenFromDeepInside_data() {
+        QTest::addColumn<QByteArray>("program");
+        QTest::addColumn<QByteArray>("expected");
+        const QByteArray trajectory = R"("traj":{"speed":0,"zone":0})";
+        const QByteArray note =
+            R"("note":{"speed":9,"zone":9,"point":{"trans":[1,1,0]},"point1":{"trans":[2,0,0]}})";
+        QTest::newRow("line") << R"([{"type":"moveL",)" + note + "}]"
+                              << "move.l {" + trajectory + "}";
+        QTest::newRow("arc without its end") << R"([{"type":"moveC","point":{"trans":[3,0,0]},)" + note + "}]"
+                                             << R"(move.c {"aux":{"trans":[3,0,0]},)" + trajectory + "}";
+        QTest::newRow("arc without its middle")
+            << R"([{"type":"moveC","point1":{"trans":[3,0,0]},)" + note + "}]"
+            << R"(move.c {"point":{"trans":[3,0,0]},)" + trajectory + "}";
+        QTest::newRow("welding speed")
+            << R"([{"type":"open","note":{"weldspeed":20}},{"type":"moveL","speed":100,"point":{"trans":[1]}}])" +
+                   QByteArray()
+            << R"(move.l {"point":{"trans":[1]},)" + trajectory + "}";
+        QTest::newRow("type") << QByteArray(R"([{"note":{"type":"moveL"}}])") << QByteArray();
+        QTest::newRow("parameter set")
+            << QByteArray(R"([{"type":"open","note":{"index":7}}])") << QByteArray();
+    }
+
+    void fieldsThatAMoveLacks_areNotTakenFromDeepInside() {
+        QFETCH(QByteArray, program);
+        bench_.load(program);
+        QObject scope;
+        QByteArray motion;
+        connect(kordservice(), &KordService::issued, &scope, [&motion](const KordCall& call) {
+            if (call.name.size() == 6 && call.name.startsWith(QLatin1String("move."))) {
+                QJsonObject arguments = call.node->exportToJson().toObject();
+                for (const char* point : {"aux", "point"}) {
+                    if (arguments.value(QLatin1String(point)).toObject().isEmpty()) {
+                        arguments.remove(QLatin1String(point));
+                    }
+                }
+                motion += call.name.toUtf8() + ' ' + QJsonDocument(arguments).toJson(QJsonDocument::Compact);
+            }
+        });
+        m("lumo.cur_param")->setValue(this, 0);
+        bench_.run();
+        QTEST(motion, "expected");
+        QCOMPARE(m("lumo.cur_param")->getInt(), 0);
+    }
+
+    void nearness_data() {
+        QTest::addColumn<QByteArray>("a");
+        QTest::addColumn<QByteArray>("b");
+        QTest::addColumn<bool>("near");
+        QTest::newRow("less than the distance")
+            << QByteArray("[1,2,3]") << QByteArray("[1.02,2.02,3.02]") << true;
+        QTest::newRow("more") << QByteArray("[1,2,3]") << QByteArray("[1.03,2.03,3.03]") << false;
+        QTest::newRow("exactly") << QByteArray("[0,0,0]") << QByteArray("[0,0,0.05]") << false;
+        // What is missing is zero.
+        QTest::newRow("nothing") << QByteArray("[]") << QByteArray("[]") << true;
+        QTest::newRow("nothing and the origin") << QByteArray("[]") << QByteArray("[0,0,0]") << true;
+        QTest::newRow("the origin and nothing") << QByteArray("[0,0,0]") << QByteArray("[]") << true;
+        QTest::newRow("only the first three count")
+            << QByteArray("[0,0,0,1]") << QByteArray("[0,0,0,2]") << true;
+        for (int axis = 0; axis < 3; ++axis) {
+            QByteArray far("[0,0,0]");
+            far[1 + 2 * axis] = '1';
+            QTest::addRow("axis %d", axis) << QByteArray("[0,0,0]") << far << false;
+        }
+    }
+
+    void nearness() {
+        QFETCH(QByteArray, a);
+        QFETCH(QByteArray, b);
+        ModuleObject first, second;
+        first.loadJson(nullptr, QJsonDocument::fromJson(a).array());
+        second.loadJson(nullptr, QJsonDocument::fromJson(b).array());
+        QTEST(isNearTrans(&first, &second, 0.05), "near");
+    }
+
     void zoneWait_data() {
         QTest::addColumn<QByteArray>("between");
         QTest::addColumn<int>("closedAt");
@@ -103,6 +181,43 @@ private slots:
         QCOMPARE(bench_.robot.firstTime("PULL 1"), qint64(closedAt));
     }
 
+    void zoneOfAMove_data() {
+        QTest::addColumn<QVariant>("standard");
+        QTest::addColumn<QByteArray>("move");
+        QTest::addColumn<int>("closedAt");
+        const QByteArray bare = R"("point":{"trans":[1]},"note":{"zone":0})";
+        QTest::newRow("its own") << QVariant(0.0) << R"("zone":2,)" + bare << 400;
+        QTest::newRow("its own of zero is never entered") << QVariant(0.002) << R"("zone":0,)" + bare << 500;
+        QTest::newRow("the controller's") << QVariant(0.002) << bare << 400;
+        QTest::newRow("none known") << QVariant() << R"("point":{"trans":[0.5]})" + QByteArray() << 500;
+    }
+
+    void zoneOfAMove() {
+        QFETCH(QVariant, standard);
+        QFETCH(QByteArray, move);
+        kordservice()->dataNode("move.default_zone")->setValue(this, standard);
+        bench_.load(R"([{"type":"moveL",)" + move + R"(},{"type":"close"}])");
+        bench_.robot.zoneLeadMs = 120;
+        bench_.run();
+        QTEST(int(bench_.robot.firstTime("PULL 1")), "closedAt");
+    }
+
+    void noZoneWait_withoutACloseBehind_data() {
+        QTest::addColumn<QByteArray>("behind");
+        QTest::newRow("a close deep inside another statement") << QByteArray(R"(,{"note":{"type":"close"}})");
+        QTest::newRow("an opening before the close") << QByteArray(R"(,{"type":"open"},{"type":"close"})");
+    }
+
+    void noZoneWait_withoutACloseBehind() {
+        QFETCH(QByteArray, behind);
+        bench_.robot.zoneLeadMs = 120;
+        bench_.load(R"([{"type":"moveL","zone":2,"point":{"trans":[1,0,0]}},
+                        {"type":"setDO","DO_type":"IO","doName":"DO1"})" +
+                    behind + "]");
+        bench_.run();
+        QCOMPARE(bench_.robot.firstTime("out DO1 1"), qint64(500));
+    }
+
     void zoneWaitOfAnArc_passesItsMiddlePointFirst() {
         bench_.load(R"([{"type":"moveC","zone":2,"point":{"trans":[1,0,0]},"point1":{"trans":[2,0,0]}},
                         {"type":"close"}])");
@@ -122,6 +237,28 @@ private slots:
         bench_.at(810, [this] { bench_.robot.standAt({0, 0, 0}); });
         bench_.run();
         QCOMPARE(bench_.robot.firstTime("PULL 1"), qint64(850));
+    }
+
+    void everyZoneWaitBeginsAnew_data() {
+        QTest::addColumn<QByteArray>("type");
+        QTest::addColumn<QStringList>("closings");
+        // What was passed on the first path does not count on the second, which ends by its result.
+        QTest::newRow("arc") << QByteArray("moveC") << QStringList{"200 PULL 1", "1000 PULL 1"};
+        QTest::newRow("circle") << QByteArray("moveCC") << QStringList{"300 PULL 1", "1000 PULL 1"};
+    }
+
+    void everyZoneWaitBeginsAnew() {
+        QFETCH(QByteArray, type);
+        const QByteArray path =
+            QByteArray(R"({"type":"move","zone":2,"point":{"trans":[0.1,0.1,0]},"point1":{"trans":[0.2,0,0]}},
+                          {"type":"close"})")
+                .replace("move", type);
+        bench_.load("[" + path + "," + path + "]");
+        bench_.at(60, [this] { bench_.robot.standAt({0.1, 0.1, 0}); });
+        bench_.at(160, [this] { bench_.robot.standAt({0.2, 0, 0}); });
+        bench_.at(260, [this] { bench_.robot.standAt({0, 0, 0}); });
+        bench_.run();
+        QTEST(bench_.robot.log().filter("PULL 1"), "closings");
     }
 
     void refusals_data() {
@@ -180,7 +317,10 @@ private slots:
     void singleStep() {
         bench_.load(
             R"([{"type":"open","weldspeed":20},{"type":"moveL","speed":100,"zone":2},{"type":"close"}])");
+        QString detail;
+        bench_.at(100, [&detail] { detail = executor->waiting().value("detail").toString(); });
         bench_.once(1);
+        QCOMPARE(detail, QString("1"));
         QVERIFY(sameLog(bench_.robot.log(), {"0 move.reset", "0 move.l 0.1 0.002", "0 move.opr.enough"}));
         QCOMPARE(bench_.robot.nowMs(), qint64(500));
         QCOMPARE(m("lumo.execute.line")->getInt(), 1);
@@ -189,8 +329,23 @@ private slots:
         QCOMPARE(bench_.boxes(), QStringList{"单步只能运行运动指令"});
     }
 
+    void singleStepOfALineThatIsNotExecuted_onlyResets() {
+        bench_.load(R"([{"type":"moveL","execute":false}])");
+        bench_.once(0);
+        QVERIFY(sameLog(bench_.robot.log(), {"0 move.reset"}));
+        QCOMPARE(m("lumo.execute.line")->getInt(), -1);
+        QCOMPARE(bench_.state(), QString("idle"));
+    }
+
+    void singleStepOfANonMoveWithoutASender_waitsForNothing_data() {
+        QTest::addColumn<QByteArray>("statement");
+        QTest::newRow("output") << QByteArray(R"({"type":"setDO","DO_type":"IO","doName":"DO1"})");
+        QTest::newRow("no type, but one deep inside") << QByteArray(R"({"note":{"type":"moveL"}})");
+    }
+
     void singleStepOfANonMoveWithoutASender_waitsForNothing() {
-        bench_.load(R"([{"type":"setDO","DO_type":"IO","doName":"DO1"}])");
+        QFETCH(QByteArray, statement);
+        bench_.load("[" + statement + "]");
         bench_.once(0, false);
         QVERIFY(sameLog(bench_.robot.log(), {"0 move.reset", "0 move.opr.enough"}));
         QCOMPARE(bench_.state(), QString("idle"));
@@ -214,6 +369,13 @@ private slots:
         QTest::newRow("from the posture: found at queueing")
             << "[" + line + "]"
             << "第 1 行：整圆的三个点共线，无法确定圆" << QStringList{"0 move.reset", "0 PULL 1"};
+        const QByteArray note = R"("note":{"point":{"trans":[0.1,0.1,0]},"point1":{"trans":[0.2,0,0]}}})";
+        QTest::newRow("first point only deep inside")
+            << R"([{"type":"moveCC","point1":{"trans":[0.2,0,0]},)" + note + "]"
+            << "第 1 行：整圆的点重合，无法确定圆" << QStringList{"0 move.reset", "0 PULL 1"};
+        QTest::newRow("second point only deep inside")
+            << R"([{"type":"moveCC","point":{"trans":[0.1,0.1,0]},)" + note + "]"
+            << "第 1 行：整圆的点重合，无法确定圆" << QStringList{"0 move.reset", "0 PULL 1"};
     }
 
     void impossibleCircles() {
@@ -227,19 +389,106 @@ private slots:
         QCOMPARE(bench_.state(), QString("idle"));
     }
 
+    void singleStep_concernsTheCirclesOfItsLineAlone_data() {
+        QTest::addColumn<int>("line");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QStringList>("log");
+        const QStringList stopped{"0 move.reset", "0 PULL 1"};
+        QTest::newRow("from the posture") << 0 << "第 1 行：整圆的点重合，无法确定圆" << stopped;
+        QTest::newRow("before one") << 1 << QString() << QStringList{"0 move.reset", "0 move.l 0 0"};
+        QTest::newRow("of one") << 2 << "第 3 行：整圆的点重合，无法确定圆" << QStringList();
+    }
+
+    void singleStep_concernsTheCirclesOfItsLineAlone() {
+        QFETCH(int, line);
+        QFETCH(QStringList, log);
+        const QByteArray circle = R"({"type":"moveCC","point":{"trans":[1,0,0]},"point1":{"trans":[1,0,0]}})";
+        bench_.load("[" + circle + R"(,{"type":"moveL","point":{"trans":[0.5,0,0]}},)" + circle + "]");
+        m("lumo.cur_param")->setValue(this, 0);
+        bench_.once(line);
+        QTEST(bench_.boxes().join('|'), "text");
+        QVERIFY(sameLog(bench_.robot.log().mid(0, 2), log));
+        QCOMPARE(bench_.state(), QString("idle"));
+    }
+
+    /// The operations of others, called while nothing runs.
+    void outsideOfARun() {
+        bench_.load(R"([{"type":"moveL","speed":100},{"note":{"type":"open"}},{"type":"open","weldspeed":20},
+                        {"type":"close"},{"type":"moveL","speed":100},
+                        {"type":"moveCC","point":{"trans":[1,0,0]},"point1":{"trans":[2,0,0]}}])");
+        const auto statement = [](int line) { return m("lumo.program")->c(line); };
+        m("lumo.current.openmiddlecolse")->setValue(this, true);
+        bench_.robot.mark();
+        QCOMPARE(executor->findNearestForwardParam(statement(2)), nullptr);
+        QCOMPARE(executor->findNearestForwardParam(statement(4)), statement(2));
+        QCOMPARE(executor->addCmd(statement(0)), 0);
+        QCOMPARE(executor->addCmd(statement(2)), 0);
+        QCOMPARE(executor->addCmd(statement(4)), 0);
+        QCOMPARE(executor->addCmd(statement(5)), -3);
+        QCOMPARE(executor->execProgram(0), 0);
+        QCOMPARE(executor->moveAll(0), 0);
+        QVERIFY(sameLog(bench_.robot.log(), {"0 move.l 0.1 0", "0 move.l 0.02 0"}));
+        QCOMPARE(executor->waitMoveing(statement(0), "start"), 0);
+        QCOMPARE(bench_.robot.nowMs(), qint64(0));
+        m("lumo.current.openmiddlecolse")->setValue(this, QVariant());
+        QCOMPARE(executor->addCmd(statement(4)), 0);
+        QCOMPARE(bench_.robot.speeds.last(), 0.1);
+    }
+
+    /// A run goes by its own copy of the program: what others queue meanwhile is none of its lines.
+    void aStatementOfTheTree_isNoneOfTheRun() {
+        const auto statement = [](int line) { return m("lumo.program")->c(line); };
+        bench_.load(R"([{"type":"moveL"},{"type":"moveL"}])");
+        bench_.at(100, [statement] { QCOMPARE(executor->addCmd(statement(1)), 0); });
+        bench_.run();
+        QCOMPARE(bench_.robot.nowMs(), qint64(1000));
+
+        bench_.reset();
+        bench_.load(R"([{"type":"delay","delaytime":300}])");
+        int code = -1;
+        bench_.at(100, [this, statement, &code] {
+            bench_.load(R"([{"type":"moveL","point":{"trans":[0.5,0,0]}},
+                            {"type":"moveCC","point":{"trans":[0.1,0.1,0]},"point1":{"trans":[0,0,0]}}])");
+            code = executor->addCmd(statement(1));
+        });
+        bench_.run();
+        QCOMPARE(code, 0);  // it begins at its own first line's point, not at the posture
+
+        bench_.reset();
+        bench_.load(R"([{"type":"moveL","zone":2,"point":{"trans":[1,0,0]}},{"type":"close"},
+                        {"type":"delay","delaytime":300}])");
+        bench_.robot.zoneLeadMs = 120;
+        bench_.robot.codes = {-9};
+        code = -1;
+        bench_.at(600, [statement, &code] { code = executor->waitMoveing(statement(0), "start"); });
+        bench_.run();
+        QCOMPARE(code, 0);  // not that of the run's first line
+    }
+
     void ioStatements() {
         bench_.load(R"([{"type":"setDO","DO_type":"IO","doName":"DO2","value":""},
                         {"type":"setDO","DO_type":"IO","doName":"DO2","value":"false"},
                         {"type":"setDO","DO_type":"register","value":"","DO_reg":{"name":"R","type":"bit","bias":"4"}},
                         {"type":"setDO","DO_type":"register","value":"true","DO_reg":{"name":"R","type":"bit","bias":5}},
+                        {"type":"setDO","DO_type":"register","value":"true","DO_reg":{"name":"R","type":"bit"}},
                         {"type":"delay","delaytime":-5},{"type":"delay","delaytime":"70"},
+                        {"type":"delay","note":{"delaytime":99}},{"note":{"type":"delay","delaytime":99}},
                         {"type":"waitDI","DI_type":"IO","diName":"DI1","value1":""},
                         {"type":"waitDI","DI_type":"register","DI_reg":{"name":"LUMO_DI","bias":2},"value1":"false"}])");
         bench_.at(250, [this] { kordservice()->dataNode("device.io")->set(this, "DI.DI1", true); });
         bench_.run();
         QVERIFY(sameLog(bench_.robot.log(), {"0 move.reset", "0 out DO2 1", "0 out DO2 0", "0 exec R.4 false",
-                                             "0 exec R.5 true"}));
+                                             "0 exec R.5 true", "0 exec R.0 true"}));
         QCOMPARE(bench_.robot.nowMs(), qint64(70 + 200 + 100));  // polled at 170 and 270, then at 370
+    }
+
+    void anInputRegisterWithoutABit_isItsFirst() {
+        bench_.load(
+            R"([{"type":"waitDI","DI_type":"register","DI_reg":{"name":"LUMO_DI"},"value1":"true"}])");
+        bench_.at(150, [this] { kordservice()->dataNode("register.values")->set(this, "LUMO_DI.#0", true); });
+        bench_.at(5000, [] { test::ExecutorBench::pause(); });
+        bench_.run();
+        QCOMPARE(bench_.robot.nowMs(), qint64(200));
     }
 
     void resumeDataAreWritten() {

@@ -35,6 +35,57 @@ private slots:
         QVERIFY(run.isExecuted(0) && !run.isExecuted(5) && !run.isExecuted(6));
     }
 
+    void linesOutside_areNothing_data() {
+        QTest::addColumn<int>("line");
+        for (const int line : {-2, -1, 1, 2}) {
+            QTest::addRow("%d", line) << line;
+        }
+    }
+
+    void linesOutside_areNothing() {
+        ModuleObject program(QStringLiteral("p"));
+        load(program, R"([{"type":"moveL","point":{"trans":[1,0,0]}}])");
+        const RunProgram run(&program);
+        QFETCH(int, line);
+        QVERIFY(run.statement(line)->isNull());
+        QVERIFY(!run.isMove(line) && !run.isExecuted(line));
+        QCOMPARE(run.openBefore(line), nullptr);
+        QCOMPARE(run.targetBefore(line), nullptr);
+        QCOMPARE(run.circleFaultAt(line), CircleFault::None);
+        QVERIFY(run.isMove(0) && run.isExecuted(0));
+    }
+
+    /// What a statement lacks is not taken from deep inside it.
+    void fieldsOfChildren_areNotTheStatements() {
+        ModuleObject program(QStringLiteral("p"));
+        load(program, R"([{"note":{"type":"open","execute":false}},
+                          {"note":{"type":"moveL"}},
+                          {"type":"moveL","point":{"trans":[0,0,0]}},
+                          {"type":"delay","note":{"point":{"trans":[1,0,0]},"point1":{"trans":[1,0,0]}}},
+                          {"type":"moveCC","note":{"point":{"trans":[0,0,0]}}}])");
+        const RunProgram run(&program);
+        QVERIFY(run.isExecuted(0));
+        QVERIFY(!run.isMove(1));
+        QCOMPARE(run.openBefore(2), nullptr);
+        QCOMPARE(run.targetBefore(4), run.statement(2)->c("point"));
+    }
+
+    void circleWithoutItsPoints_takesNoneFromDeepInside_data() {
+        QTest::addColumn<QByteArray>("circle");
+        QTest::newRow("only the first")
+            << QByteArray(R"({"point":{"trans":[1,1,0]},"note":{"point1":{"trans":[2,0,0]}}})");
+        QTest::newRow("only the second")
+            << QByteArray(R"({"point1":{"trans":[2,0,0]},"note":{"point":{"trans":[1,1,0]}}})");
+    }
+
+    void circleWithoutItsPoints_takesNoneFromDeepInside() {
+        QFETCH(QByteArray, circle);
+        ModuleObject program(QStringLiteral("p"));
+        load(program, R"([{"type":"moveL","point":{"trans":[0,0,0]}},)" + circle + "]");
+        program.c(1)->set(nullptr, "type", "moveCC");
+        QVERIFY(RunProgram(&program).circleFaultAt(1) != CircleFault::None);
+    }
+
     void editingTheOriginal_changesNothing() {
         ModuleObject program(QStringLiteral("p"));
         load(program, R"([{"type":"delay","delaytime":5}])");
@@ -60,6 +111,16 @@ private slots:
         QCOMPARE(stamp.value(), before + 1);
         program.clear(nullptr, true, false);
         QCOMPARE(stamp.value(), before + 2);
+    }
+
+    void stamp_ofAProgramThatGrewFromNothing() {
+        ModuleObject program(QStringLiteral("p"));
+        load(program, "[]");
+        ProgramStamp stamp(&program);
+        const int before = stamp.value();
+        program.append(nullptr, QString());
+        program.remove(nullptr, "#0");
+        QCOMPARE(stamp.value(), before + 1);
     }
 
     void stamp_changesWhenTheLastStatementGoes() {

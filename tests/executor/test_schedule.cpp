@@ -3,9 +3,28 @@
 #include "simulator/virtualtime.h"
 #include "support/executorbench.h"
 
+#include <QSignalSpy>
 #include <QTest>
 
 using Role = PortStep::Role;
+
+namespace {
+
+/// A clock behind the one that the timers run on, as a coarse timer makes it look.
+class SlowClock : public mendo::Clock {
+public:
+    explicit SlowClock(const mendo::Clock& real) : real_(real) { install(this); }
+    ~SlowClock() override { install(&real_); }
+    QDateTime now() const override { return real_.now(); }
+    qint64 elapsedMs() const override { return real_.elapsedMs() - lateMs; }
+
+    qint64 lateMs = 0;
+
+private:
+    const mendo::Clock& real_;
+};
+
+}  // namespace
 
 /// The list of timed steps and wakes, and the wait on top of it.
 class TestSchedule : public QObject {
@@ -76,6 +95,35 @@ private slots:
         QCOMPARE(done_, QStringList({"20 8=1"}));
     }
 
+    void aTimerThatFiresEarly_isArmedAgain() {
+        SlowClock clock(time_);
+        schedule_->add(start_, {{20, {DO_GAS, 1, Role::Progress}}});
+        clock.lateMs = 3;
+        time_.advance(40);
+        QCOMPARE(done_, QStringList("23 6=1"));
+    }
+
+    void whatIsPending_isToldAndAskedByPortAndRole() {
+        QSignalSpy told(schedule_.get(), &Schedule::pendingChanged);
+        schedule_->add(start_, {});
+        schedule_->dropProgress(AO_LASER_POWER);
+        QCOMPARE(told.count(), 0);
+        schedule_->wakeAt(start_ + 5, [] {});
+        schedule_->add(start_, {{10, {DO_WIRE_ENABLE, 0, Role::SwitchOff}},
+                                {10, {DO_LASER_ENABLE, 1, Role::Progress}},
+                                {20, {AO_LASER_POWER, 1, Role::Progress}}});
+        QCOMPARE(told.count(), 1);
+        QCOMPARE(schedule_->pendingSteps(), 3);
+        QVERIFY(schedule_->isPending(DO_WIRE_ENABLE, Role::SwitchOff));
+        QVERIFY(!schedule_->isPending(DO_LASER_ENABLE, Role::SwitchOff));
+        QVERIFY(!schedule_->isPending(DO_WIRE_ENABLE, Role::Progress));
+        QVERIFY(!schedule_->isPending(PortStep().port, PortStep().role));  // as a wake is made
+        schedule_->dropProgress(AO_LASER_POWER);
+        QCOMPARE(told.count(), 2);
+        time_.advance(30);
+        QCOMPARE(told.count(), 4);
+    }
+
     void aWait_endsOnceAndItsTimeCannotEndTheNext() {
         QEventLoop loop;
         Waiter waiter(loop, *schedule_);
@@ -102,6 +150,39 @@ private slots:
         QCOMPARE(waiter.run(WaitKind::Move, "0", -1), WaitEnd::Abort);
         QCOMPARE(nested, WaitEnd::Nested);
         QCOMPARE(done_, QStringList({"10 nested returned"}));
+    }
+
+    void aWaitThatIsDueFromTheBeginning_endsByItsTime() {
+        QEventLoop loop;
+        Waiter waiter(loop, *schedule_);
+        QTimer::singleShot(50, this, [&waiter] { waiter.end(WaitEnd::Abort); });
+        QCOMPARE(waiter.run(WaitKind::Delay, "0", 0), WaitEnd::Time);
+        QCOMPARE(time_.nowMs() - start_, qint64(0));
+        time_.advance(60);
+    }
+
+    void anOpenEndedWait_leavesOtherWakesAlone() {
+        QEventLoop loop;
+        Waiter waiter(loop, *schedule_);
+        schedule_->wakeAt(start_ + 50, [this] { note("wake"); });
+        QTimer::singleShot(10, this, [&waiter] { waiter.end(WaitEnd::Result); });
+        QCOMPARE(waiter.run(WaitKind::Move, "0", -1), WaitEnd::Result);
+        time_.advance(60);
+        QCOMPARE(done_, QStringList("50 wake"));
+    }
+
+    void aPrivateWaitThatTheApplicationsEndEnds_leavesNothingBehind() {
+        QEventLoop loop;
+        Waiter waiter(loop, *schedule_);
+        WaitEnd end = WaitEnd::Time;
+        QTimer::singleShot(0, this, [&] {
+            QTimer::singleShot(10, this, [] { QCoreApplication::quit(); });
+            end = waiter.runPrivate(WaitKind::Dwell, "0", start_ + 40);
+        });
+        QCoreApplication::exec();
+        QCOMPARE(end, WaitEnd::Quit);
+        QVERIFY(waiter.waiting().isEmpty());
+        QCOMPARE(time_.armedTimers(), 0);
     }
 
     void aPrivateWait_isEndedByTimeOnly() {

@@ -203,6 +203,9 @@ private slots:
             QCOMPARE(bench_.robot.output(off), 0.0);
         }
         QCOMPARE(bench_.robot.firstTime("out DO9 1"), qint64(-1));
+        if (event == "power") {
+            QCOMPARE(bench_.robot.logBetween(instant->ms + 1, 99999), QStringList());
+        }
     }
 };
 

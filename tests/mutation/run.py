@@ -1,13 +1,15 @@
 #!/usr/bin/python3
 """Mutation test of the executor, the ports and the stations: how many small changes of the code the tests see.
 
-    run.py [--seed N] [--sample N] [--stage mutate|build|cover|kill|report …] [--retry] [--report FILE]
+    run.py [--seed N] [--sample N] [--stage mutate|build|cover|kill|report …] [--retry] [--self-check]
 
 Stages, all of them when none is named: `mutate` writes the mutated copies, `build` builds the tests with
 them, `cover` runs each test once and notes which mutants it comes past, `kill` runs each mutant of the
 sample against the tests that come past it, quickest first, up to the first that fails, crashes or does
 not end, `report` prints the tables. Results are kept as they come (build/mutants/results.jsonl), so that
-a run that was stopped goes on where it was; --retry runs survivors again, after a test was added.
+a run that was stopped goes on where it was; --retry runs survivors again, after a test was added. Results
+of other code or tests count too: remove the file for a run that is to be quoted. --self-check proves,
+with what was built, that the dead are told from the living.
 """
 import argparse
 import collections
@@ -40,9 +42,17 @@ TARGETS = """test_schedule test_laserplan test_runprogram test_run test_results 
     test_waittable test_circle test_ports test_portconfig test_devicecontrol test_station test_monitoring
     test_stationeditor test_panel campaign program_case""".split()
 CAMPAIGN_COUNT = "150"
-SLOWEST_S = 3.0
+SLOWEST_S = 5.0
 MEMORY_BYTES = 4 << 30
 FILE_BYTES = 64 << 20
+# For the self-check: a test, and a mutant that it cannot miss.
+CHECKED_TEST = "test_schedule"
+LETHAL = "lumo/executor/schedule.cpp | Schedule::runDue | performer_(entry.step); | "
+
+
+def name_of(key, nth):
+    """A mutant's name in survivors.md: the key, and the number of those alike after the first."""
+    return f"{key} #{nth + 1}" if nth else key
 
 
 def run(command, **kwargs):
@@ -134,26 +144,36 @@ def run_test(command, environment, seconds, **extra):
         return end, time.monotonic() - started
 
 
-def cover():
-    covered = []
-    for name, (command, environment) in tests().items():
-        with Scratch() as folder:
-            end, seconds = run_test(command, environment, 120,
-                                    LUMO_MUTANTS_REACHED=os.path.join(folder, "reached"))
-            if end != "passed":
-                print(f"{name}: {end} without a mutant, left out")
-                continue
-            reached = set()
-            for path in glob.glob(os.path.join(folder, "reached.*")):
-                with open(path) as file:
-                    reached.update(int(line) for line in file)
+def coverage_of(name, command, environment):
+    """What a test comes past and how long it takes; why it is left out instead."""
+    with Scratch() as folder:
+        end, _ = run_test(command, environment, 120, LUMO_MUTANTS_REACHED=os.path.join(folder, "reached"))
+        reached = set()
+        for path in glob.glob(os.path.join(folder, "reached.*")):
+            with open(path) as file:
+                reached.update(int(line) for line in file)
+    if end == "passed":
         end, seconds = run_test(command, environment, 120)
-        if reached and end == "passed" and (seconds <= SLOWEST_S or name == "campaign"):
-            covered.append({"name": name, "seconds": seconds, "reached": sorted(reached)})
-        print(f"{name}: {seconds:.2f} s, {len(reached)} mutants reached", flush=True)
+    if end != "passed":
+        return None, f"{end} without a mutant"
+    if seconds > SLOWEST_S and name != "campaign":
+        return None, f"takes {seconds:.1f} s"
+    return {"name": name, "seconds": seconds, "reached": sorted(reached)}, ""
+
+
+def cover():
+    covered, left_out = [], {}
+    for name, (command, environment) in tests().items():
+        test, reason = coverage_of(name, command, environment)
+        if test:
+            covered.append(test)
+            print(f"{name}: {test['seconds']:.2f} s, {len(test['reached'])} mutants reached", flush=True)
+        else:
+            left_out[name] = reason
+            print(f"{name}: {reason}, left out", flush=True)
     covered.sort(key=lambda test: test["seconds"])
     with open(COVERAGE, "w") as file:
-        json.dump(covered, file)
+        json.dump({"tests": covered, "left out": left_out}, file)
 
 
 def sample_of(mutants, seed, count):
@@ -181,26 +201,32 @@ def numbered(mutants):
         count[key] += 1
 
 
+def fate(mutant, coverage, commands):
+    """How a mutant ends, and by which test."""
+    end = "not reached"
+    for test in coverage:
+        if mutant not in test["reached"]:
+            continue
+        command, environment = commands[test["name"]]
+        end, _ = run_test(command, environment, 10 * test["seconds"] + 5, LUMO_MUTANT=str(mutant))
+        if end != "passed":
+            return "killed" if end == "failed" else end, test["name"]
+        end = "survived"
+    return end, ""
+
+
 def kill(seed, count, retry):
     mutants = load(MUTANTS)
     names = {mutant["id"]: key for key, mutant in numbered(mutants)}
-    coverage, commands, done = load(COVERAGE), tests(), results()
+    coverage, commands, done = load(COVERAGE)["tests"], tests(), results()
     chosen = sample_of(mutants, seed, count)
     with open(RESULTS, "a") as out:
         for at, mutant in enumerate(chosen, 1):
             key, nth = names[mutant["id"]]
             if (key, nth) in done and not (retry and done[key, nth]["end"] in ("survived", "not reached")):
                 continue
-            result = {"key": key, "nth": nth, "end": "not reached", "by": ""}
-            for test in coverage:
-                if mutant["id"] not in test["reached"]:
-                    continue
-                command, environment = commands[test["name"]]
-                end, _ = run_test(command, environment, 10 * test["seconds"] + 5, LUMO_MUTANT=str(mutant["id"]))
-                result.update(end="survived" if end == "passed" else "killed" if end == "failed" else end)
-                if end != "passed":
-                    result["by"] = test["name"]
-                    break
+            end, by = fate(mutant["id"], coverage, commands)
+            result = {"key": key, "nth": nth, "end": end, "by": by}
             out.write(json.dumps(result, ensure_ascii=False) + "\n")
             out.flush()
             print(f"{at}/{len(chosen)} {result['end']} {result['by']}: {mutant['file']}:{mutant['line']} "
@@ -208,7 +234,7 @@ def kill(seed, count, retry):
 
 
 def explained():
-    """The keys of survivors.md: its lines `- key` in code marks."""
+    """The names in survivors.md: its lines `- name` in code marks."""
     with open(os.path.join(HERE, "survivors.md")) as file:
         return set(re.findall(r"^- `` (.+) ``", file.read(), re.MULTILINE))
 
@@ -241,15 +267,42 @@ def report(seed, count):
         if result["end"] in ("killed", "time-out"):
             killed += 1
         else:
-            survivors.append((mutant, result))
+            survivors.append((mutant, result, name_of(*names[mutant["id"]])))
     total = killed + len(survivors)
     print(table("file", by_file), "\n", table("change", by_operator), sep="\n")
     print(f"\nSeed {seed}, {total} of {len(mutants)} mutants: {killed} died ({100 * killed / max(total, 1):.1f} %).",
           f"{missing} of the sample have not been run." if missing else "")
-    for mutant, result in survivors:
-        mark = "explained" if key_of(mutant) in known else result["end"]
+    for name, reason in load(COVERAGE)["left out"].items():
+        print(f"Left out: {name}, {reason}.")
+    for mutant, result, name in survivors:
+        mark = "explained" if name in known else result["end"]
         print(f"- {mark}: {mutant['file']}:{mutant['line']} {mutant['function']}: "
               f"`{mutant['before']}` → `{mutant['after'] or 'removed'}`")
+
+
+def self_check():
+    """Whether the dead are told from the living: each line is a claim, and whether it holds."""
+    mutants, commands = load(MUTANTS), tests()
+    test, reason = coverage_of(CHECKED_TEST, *commands[CHECKED_TEST])
+    if not test:
+        sys.exit(f"{CHECKED_TEST}: {reason}")
+    nobody = len(mutants)
+    lethal = next(mutant["id"] for mutant in mutants if key_of(mutant) == LETHAL)
+    commands["endless"] = ["sleep", "60"], {}
+    claims = {
+        "unchanged code survives":
+            fate(nobody, [{**test, "reached": [nobody]}], commands) == ("survived", ""),
+        "what no test comes past is not reached": fate(nobody, [test], commands) == ("not reached", ""),
+        "a lethal change is killed by the test that comes past it":
+            fate(lethal, [test], commands) == ("killed", CHECKED_TEST),
+        "a test that does not end kills": fate(nobody, [{"name": "endless", "seconds": -0.4, "reached": [nobody]}],
+                                               commands) == ("time-out", "endless"),
+        "a test that fails without a mutant is left out, and told":
+            coverage_of("broken", ["false"], {}) == (None, "failed without a mutant"),
+    }
+    for claim, holds in claims.items():
+        print(f"{'holds' if holds else 'WRONG'}: {claim}")
+    sys.exit(0 if all(claims.values()) else 1)
 
 
 def main():
@@ -258,7 +311,10 @@ def main():
     parser.add_argument("--sample", type=int, default=500, help="how many mutants; 0: all")
     parser.add_argument("--stage", nargs="+", default=["mutate", "build", "cover", "kill", "report"])
     parser.add_argument("--retry", action="store_true", help="run survivors again")
+    parser.add_argument("--self-check", action="store_true", help="of what was built and nothing else")
     arguments = parser.parse_args()
+    if arguments.self_check:
+        self_check()
     stages = {
         "mutate": mutate, "build": build, "cover": cover,
         "kill": lambda: kill(arguments.seed, arguments.sample, arguments.retry),
