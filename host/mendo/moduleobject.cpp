@@ -136,18 +136,19 @@ ModuleObject* ModuleObject::r(const QString& path) const {
     if (path.isEmpty()) {
         return node;
     }
-    if (ModuleObject* known = PathMemory::recall(this, path)) {
-        return known;
-    }
     QStringView rest(path);
-    for (bool more = true; more;) {
+    if (ModuleObject* known = PathMemory::recall(this, path, &rest)) {
+        node = known;
+    }
+    const QStringView kept = rest.isEmpty() ? QStringView() : PathMemory::kept(path);
+    for (bool more = !rest.isEmpty(); more;) {
         const int position = node->find(takeElement(rest, more));
         if (position < 0) {
             return null();
         }
         node = node->childAt(position);
+        PathMemory::remember(this, kept, path.size() - rest.size() - (more ? 1 : 0), node);
     }
-    PathMemory::remember(this, path, node);
     return node;
 }
 
