@@ -132,16 +132,19 @@ ModuleObject* ModuleObject::c(int index) const {
 }
 
 ModuleObject* ModuleObject::r(const QString& path) const {
-    auto* node = const_cast<ModuleObject*>(this);
+    auto* const self = const_cast<ModuleObject*>(this);
     if (path.isEmpty()) {
-        return node;
+        return self;
     }
-    QStringView rest(path);
-    if (ModuleObject* known = PathMemory::recall(this, path, &rest)) {
-        node = known;
-    }
-    const QStringView kept = rest.isEmpty() ? QStringView() : PathMemory::kept(path);
-    for (bool more = !rest.isEmpty(); more;) {
+    ModuleObject* const known = PathMemory::recall(this, path);
+    return known ? known : self->follow(path);
+}
+
+ModuleObject* ModuleObject::follow(const QString& path) {
+    const QStringView kept = PathMemory::kept(path);
+    QStringView rest;
+    ModuleObject* node = PathMemory::start(this, path, kept, &rest);
+    for (bool more = true; more;) {
         const int position = node->find(takeElement(rest, more));
         if (position < 0) {
             return null();

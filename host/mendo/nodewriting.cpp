@@ -112,13 +112,14 @@ ModuleObject* ModuleObject::set(QObject* sender, const QString& path, const QVar
     if (isNull()) {
         return this;
     }
-    NodeRef node(this);
-    QStringView rest(path);
-    if (ModuleObject* known = path.isEmpty() ? nullptr : PathMemory::recall(this, path, &rest)) {
-        node = NodeRef(known);
+    if (ModuleObject* known = path.isEmpty() ? this : PathMemory::recall(this, path)) {
+        known->setValue(sender, value);
+        return this;
     }
-    const QStringView kept = rest.isEmpty() ? QStringView() : PathMemory::kept(path);
-    for (bool more = !rest.isEmpty(); more;) {
+    const QStringView kept = PathMemory::kept(path);
+    QStringView rest;
+    NodeRef node(PathMemory::start(this, path, kept, &rest));
+    for (bool more = true; more;) {
         const QStringView missing = rest;
         const int position = node.find(takeElement(rest, more));
         if (position < 0) {

@@ -1,5 +1,7 @@
 #include "mendo/pathmemory.h"
 
+#include <QString>
+
 #include <array>
 #include <cstring>
 
@@ -21,7 +23,7 @@ struct PathMemory::Place {
 quint64 PathMemory::shape_ = 1;
 
 /// One place for a path, chosen by a few of its letters: reading them all takes longer than comparing.
-PathMemory::Place& PathMemory::placeFor(const ModuleObject* from, QStringView part) {
+inline PathMemory::Place& PathMemory::placeFor(const ModuleObject* from, QStringView part) {
     constexpr std::size_t count = 512;
     // Never destroyed: nodes are looked up until the process ends.
     static auto& places = *new std::array<Place, count>;
@@ -35,25 +37,21 @@ PathMemory::Place& PathMemory::placeFor(const ModuleObject* from, QStringView pa
     return places[(mix ^ (mix >> 9)) % count];
 }
 
-ModuleObject* PathMemory::known(const ModuleObject* from, QStringView part) {
-    const Place& place = placeFor(from, part);
-    return place.shape == shape_ && place.isFor(from, part) ? place.node : nullptr;
+ModuleObject* PathMemory::recall(const ModuleObject* from, QStringView path) {
+    const Place& place = placeFor(from, path);
+    return place.shape == shape_ && place.isFor(from, path) ? place.node : nullptr;
 }
 
-ModuleObject* PathMemory::recall(const ModuleObject* from, const QString& path, QStringView* rest) {
-    const QStringView whole(path);
-    if (ModuleObject* node = known(from, whole)) {
-        *rest = QStringView();
-        return node;
+ModuleObject* PathMemory::start(ModuleObject* from, QStringView path, QStringView part, QStringView* rest) {
+    *rest = path;
+    if (part.isEmpty() || part.size() == path.size()) {
+        return from;
     }
-    const QStringView part = kept(whole);
-    if (part.isEmpty() || part.size() == whole.size()) {
-        return nullptr;
+    ModuleObject* const node = recall(from, part);
+    if (!node) {
+        return from;
     }
-    ModuleObject* const node = known(from, part);
-    if (node) {
-        *rest = whole.mid(part.size() + 1);
-    }
+    *rest = path.mid(part.size() + 1);
     return node;
 }
 

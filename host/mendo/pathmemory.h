@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QString>
 #include <QStringView>
 
 namespace mendo {
@@ -14,11 +13,13 @@ class ModuleObject;
 /// of such paths there is no end.
 class PathMemory {
 public:
-    /// The node as far as the path is known from this node, and in `rest` what remains to be followed from
-    /// there. Null, and `rest` as it was, when the path was not followed since the tree last changed.
-    static ModuleObject* recall(const ModuleObject* from, const QString& path, QStringView* rest);
+    /// Where the whole path leads; null when it was not followed from this node since the tree last changed.
+    static ModuleObject* recall(const ModuleObject* from, QStringView path);
     /// The part of the path that is kept; empty when there is none.
     static QStringView kept(QStringView path);
+    /// Where to start following a path that is not known as a whole: `from`, or where its kept part leads.
+    /// `rest` becomes what remains to be followed from there.
+    static ModuleObject* start(ModuleObject* from, QStringView path, QStringView part, QStringView* rest);
     /// To be told, of a path with that kept part, how many of its letters lead to `node`.
     static void remember(const ModuleObject* from, QStringView part, qsizetype followed, ModuleObject* node);
     /// To be called whenever a child comes, goes or moves, and when a node ends.
@@ -27,7 +28,6 @@ public:
 private:
     struct Place;
     static Place& placeFor(const ModuleObject* from, QStringView part);
-    static ModuleObject* known(const ModuleObject* from, QStringView part);
     static quint64 shape_;
 };
 
