@@ -28,12 +28,12 @@ inline PathMemory::Place& PathMemory::placeFor(const ModuleObject* from, QString
     // Never destroyed: nodes are looked up until the process ends.
     static auto& places = *new std::array<Place, count>;
     const QChar* const text = part.data();
-    const qsizetype size = part.size();
-    const auto letter = [text](qsizetype place) { return static_cast<std::size_t>(text[place].unicode()); };
+    const auto size = static_cast<std::size_t>(part.size());
+    const auto letter = [text](std::size_t place) { return static_cast<std::size_t>(text[place].unicode()); };
     // A sum, whose parts the processor works out side by side.
-    const std::size_t mix = static_cast<std::size_t>(size) + (reinterpret_cast<std::size_t>(from) >> 4) +
-                            letter(size - 1) * 31 + letter(size / 2) * 961 +
-                            letter(size - size / 4 - 1) * 29791 + letter(size / 4) * 923521;
+    const std::size_t mix = size + (reinterpret_cast<std::size_t>(from) >> 4) + letter(size - 1) * 31 +
+                            letter(size / 2) * 961 + letter(size - size / 4 - 1) * 29791 +
+                            letter(size / 4) * 923521;
     return places[(mix ^ (mix >> 9)) % count];
 }
 
