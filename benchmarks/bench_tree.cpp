@@ -158,8 +158,6 @@ int main(int argc, char** argv) {
     compare("tree: write by dotted path, one of 2000 places / bare signal of one of 2000", writeByPath(many),
             bareSignal(many), 2.4);
     compare("tree: write through a held node, one listener / bare signal", writeHeld(usual), bare, 1.1);
-    compare("tree: write through a held node, one of 2000 places / bare signal of one of 2000",
-            writeHeld(many), bareSignal(many), 1.1);
     compare("tree: write through a held node, nobody listening / bare signal", writeHeld(unheard), bare, 0.4);
     compare("tree: write by dotted path, nobody listening / bare signal", writeByPath(unheard), bare, 0.4);
     compare("tree: write by dotted path / item model's setData, one listener each", writeByPath(usual),

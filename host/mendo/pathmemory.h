@@ -10,8 +10,8 @@ class ModuleObject;
 /// the tree seldom changes its shape: any change of any node's children forgets everything.
 ///
 /// Of a path through positions ("lumo.param.#7.power") only the part before the first position is kept:
-/// of such paths there is no end.
-class PathMemory {
+/// of such paths there is no end. Hidden in the library, which calls it at every write.
+class Q_DECL_HIDDEN PathMemory {
 public:
     /// Where the whole path leads; null when it was not followed from this node since the tree last changed.
     static ModuleObject* recall(const ModuleObject* from, QStringView path);
