@@ -3,6 +3,7 @@
 
 #include "sidebyside.h"
 
+#include "mendo/jsontext.h"
 #include "mendo/modulemanager.h"
 
 #include <QByteArray>
@@ -52,7 +53,11 @@ struct Project {
 
     void load() { node->loadJson(nullptr, QJsonDocument::fromJson(text).array()); }
     void parse() { document = QJsonDocument::fromJson(text); }
-    void save() { benchmark::DoNotOptimize(QJsonDocument(node->exportToJson().toArray()).toJson()); }
+    void save() {
+        mendo::JsonText saved(true);
+        saved.add(node);
+        benchmark::DoNotOptimize(saved.take());
+    }
     void write() { benchmark::DoNotOptimize(document.toJson()); }
 
     const int count;

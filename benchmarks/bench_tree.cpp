@@ -32,16 +32,17 @@ private:
     qint64 heard_ = 0;
 };
 
-/// A set of places with a listener each: nodes of the tree, and for each a bare emitter and an item.
+/// A set of places with a listener each, or none: nodes of the tree, and for each a bare emitter and an item.
 class Places {
 public:
-    explicit Places(const QStringList& names) {
+    explicit Places(const QStringList& names, bool heard = true) {
         for (const QString& name : names) {
             paths.push_back(name);
             nodes.push_back(m(name));
-            unheard.push_back(std::make_unique<ModuleObject>());
             emitters.push_back(std::make_unique<Emitter>());
-            QObject::connect(nodes.back(), &ModuleObject::changed, &listener, &Listener::hear);
+            if (heard) {
+                QObject::connect(nodes.back(), &ModuleObject::changed, &listener, &Listener::hear);
+            }
             QObject::connect(emitters.back().get(), &Emitter::changed, &listener, &Listener::hear);
             model.appendRow(new QStandardItem);
         }
@@ -60,7 +61,6 @@ public:
     Listener listener;
     std::vector<QString> paths;
     std::vector<ModuleObject*> nodes;
-    std::vector<std::unique_ptr<ModuleObject>> unheard;
     std::vector<std::unique_ptr<Emitter>> emitters;
     QStandardItemModel model;
     std::vector<QModelIndex> items;
@@ -101,12 +101,6 @@ bench::Side writeHeld(Places& places) {
     });
 }
 
-bench::Side writeUnheard(Places& places) {
-    return inTurn(places, [&places](std::size_t place, int number) {
-        places.unheard[place]->setValue(&places.listener, number);
-    });
-}
-
 bench::Side writeItem(Places& places) {
     return inTurn(places, [&places](std::size_t place, int number) {
         places.model.setData(places.items[place], number);
@@ -142,18 +136,30 @@ QStringList fillTree() {
 int main(int argc, char** argv) {
     QCoreApplication app(argc, argv);
     Places many(fillTree());
-    // Those that a run writes.
-    Places usual({"lumo.execute.line", "lumo.current.line", "lumo.current.programtype", "lumo.execute.state",
-                  "lumo.execute.trigger.start", "lumo.cur_param", "lumo.current.openmiddlecolse",
-                  "kord.r.power"});
+    // Those that a run writes, and one beside each that nobody listens to.
+    const QStringList written = {"lumo.execute.line",
+                                 "lumo.current.line",
+                                 "lumo.current.programtype",
+                                 "lumo.execute.state",
+                                 "lumo.execute.trigger.start",
+                                 "lumo.cur_param",
+                                 "lumo.current.openmiddlecolse",
+                                 "kord.r.power"};
+    QStringList silent;
+    for (const QString& path : written) {
+        silent << path + QStringLiteral("_too");
+        m()->root()->set(nullptr, silent.back(), 0);
+    }
+    Places usual(written);
+    Places unheard(silent, false);
     const bench::Side bare = bareSignal(usual);
     compare("tree: write by dotted path, one listener / bare signal", writeByPath(usual), bare, 2.4);
     compare("tree: set at a dotted path, one listener / bare signal", setAtPath(usual), bare, 2.4);
     compare("tree: write by dotted path, one of 2000 places / bare signal of one of 2000", writeByPath(many),
             bareSignal(many), 2.4);
     compare("tree: write through a held node, one listener / bare signal", writeHeld(usual), bare, 1.1);
-    compare("tree: write through a held node, nobody listening / bare signal", writeUnheard(usual), bare,
-            0.4);
+    compare("tree: write through a held node, nobody listening / bare signal", writeHeld(unheard), bare, 0.4);
+    compare("tree: write by dotted path, nobody listening / bare signal", writeByPath(unheard), bare, 0.4);
     compare("tree: write by dotted path / item model's setData, one listener each", writeByPath(usual),
             writeItem(usual), 1.0);
     return bench::runFigures(argc, argv);

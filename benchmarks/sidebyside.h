@@ -54,8 +54,8 @@ struct Plan {
     double blockMs = 2.0;
 };
 
-/// Measures `work` against `reference` and reports the median of the rounds' ratios (`ratio`, with its
-/// quartiles `lower` and `upper`) and the medians in nanoseconds (`ns`, `reference_ns`).
+/// Measures `work` against `reference` and reports the median of the ratios of the quieter half of the rounds
+/// (`ratio`, with its quartiles `lower` and `upper`) and the medians in nanoseconds (`ns`, `reference_ns`).
 void sideBySide(benchmark::State& state, const Side& work, const Side& reference, const Plan& plan);
 
 /// Reports rounds that were measured otherwise, as sideBySide does.

@@ -1,7 +1,7 @@
 """Prints the figures of Google Benchmark's JSON files as a table in markdown; ends with 1 when a target is missed.
 
 A figure is a benchmark with a counter "ratio" or "value" and, where it has one, a "target", which is an upper
-bound unless "at_least" is 1.
+bound unless "at_least" is 1. Of a figure that several runs measured the run with the median is shown.
 """
 import json
 import re
@@ -43,8 +43,16 @@ def figures_of(file_name):
     return [figure for figure in figures if figure.get("error_occurred") or {"ratio", "value"} & figure.keys()]
 
 
+def median_run(runs):
+    return sorted(runs, key=lambda figure: figure.get("ratio", figure.get("value", float("inf"))))[len(runs) // 2]
+
+
 def main(file_names):
-    rows = [row(figure) for file_name in file_names for figure in figures_of(file_name)]
+    figures = {}
+    for file_name in file_names:
+        for figure in figures_of(file_name):
+            figures.setdefault(figure["name"], []).append(figure)
+    rows = [row(median_run(runs)) for runs in figures.values()]
     print("| Figure | Measured | Target | Met |")
     print("|---|---|---|---|")
     for cells, _ in rows:

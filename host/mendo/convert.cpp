@@ -104,4 +104,20 @@ QString toText(const QVariant& value, const QString& def) {
     }
 }
 
+QJsonValue toJson(const QVariant& value) {
+    switch (static_cast<QMetaType::Type>(value.userType())) {
+        case QMetaType::UnknownType:
+        case QMetaType::VoidStar:
+        case QMetaType::QObjectStar:
+            return QJsonValue();
+        case QMetaType::Float:
+        case QMetaType::Double: {
+            const double number = value.toDouble();
+            return std::isfinite(number) ? QJsonValue(number) : QJsonValue();
+        }
+        default:
+            return value.userType() < QMetaType::User ? QJsonValue::fromVariant(value) : QJsonValue();
+    }
+}
+
 }  // namespace mendo

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QJsonValue>
 #include <QString>
 #include <QVariant>
 
@@ -15,5 +16,7 @@ double toDouble(const QVariant& value, double def);
 bool toBool(const QVariant& value, bool def);
 /// Numbers in their shortest form that reads back as the same number.
 QString toText(const QVariant& value, const QString& def);
+/// Null for what JSON cannot hold: pointers, numbers that are not finite.
+QJsonValue toJson(const QVariant& value);
 
 }  // namespace mendo

@@ -157,8 +157,10 @@ bool ModuleManager::writeToJson(const QString& fileName, const QJsonValue& value
     } else {
         return fail(fileName, QStringLiteral("only an array or an object can be written"));
     }
-    const QByteArray text = document.toJson(indented ? QJsonDocument::Indented : QJsonDocument::Compact);
+    return writeText(fileName, document.toJson(indented ? QJsonDocument::Indented : QJsonDocument::Compact));
+}
 
+bool ModuleManager::writeText(const QString& fileName, const QByteArray& text) {
     QSaveFile file(fileName);
     if (!file.open(QIODevice::WriteOnly)) {
         return fail(fileName, file.errorString());

@@ -2,6 +2,7 @@
 
 #include "mendo/moduleobject.h"
 
+#include <QByteArray>
 #include <QJsonValue>
 #include <QObject>
 #include <QString>
@@ -29,6 +30,8 @@ public:
     /// existing file that does not parse as JSON is kept as NAME.damaged. False and `fileProblem`
     /// when it fails; the old file is then intact. `indented`: for a reader; else compact.
     static bool writeToJson(const QString& fileName, const QJsonValue& value, bool indented);
+    /// The same with a text that is ready (see JsonText), for content that is long.
+    static bool writeText(const QString& fileName, const QByteArray& text);
 
     /// How many event loops run when nothing of the host is on the stack: 0 (the default) for
     /// programs that call processEvents themselves, 1 for those inside QCoreApplication::exec().

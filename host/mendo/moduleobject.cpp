@@ -132,22 +132,26 @@ ModuleObject* ModuleObject::c(int index) const {
 }
 
 ModuleObject* ModuleObject::r(const QString& path) const {
-    auto* node = const_cast<ModuleObject*>(this);
+    auto* const self = const_cast<ModuleObject*>(this);
     if (path.isEmpty()) {
-        return node;
+        return self;
     }
-    if (ModuleObject* known = PathMemory::recall(this, path)) {
-        return known;
-    }
-    QStringView rest(path);
+    ModuleObject* const known = PathMemory::recall(this, path);
+    return known ? known : self->follow(path);
+}
+
+ModuleObject* ModuleObject::follow(const QString& path) {
+    const QStringView kept = PathMemory::kept(path);
+    QStringView rest;
+    ModuleObject* node = PathMemory::start(this, path, kept, &rest);
     for (bool more = true; more;) {
         const int position = node->find(takeElement(rest, more));
         if (position < 0) {
             return null();
         }
         node = node->childAt(position);
+        PathMemory::remember(this, kept, path.size() - rest.size() - (more ? 1 : 0), node);
     }
-    PathMemory::remember(this, path, node);
     return node;
 }
 

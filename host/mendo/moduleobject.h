@@ -152,6 +152,7 @@ private:
     ModuleObject(Slot& slot, ModuleObject* parent, int position);
 
     int find(QStringView element) const;
+    ModuleObject* follow(const QString& path);
     ModuleObject* childAt(int position) const;
     ModuleObject* descendant(const QString& name) const;
     bool isInside(const ModuleObject* node) const;

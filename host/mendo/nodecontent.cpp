@@ -1,6 +1,7 @@
 // Replacing and exporting the whole content of a node. A source is first turned into records of its
 // own, which are then put in the place of the old content: so a node can be copied into itself.
 
+#include "mendo/convert.h"
 #include "mendo/moduleobject.h"
 #include "mendo/noderef.h"
 
@@ -9,7 +10,6 @@
 #include <QJsonObject>
 
 #include <algorithm>
-#include <cmath>
 #include <limits>
 #include <utility>
 
@@ -161,22 +161,6 @@ void adopt(const NodeRef& target, Slot& content, bool merge, bool keepValue) {
     }
 }
 
-QJsonValue jsonOf(const QVariant& value) {
-    switch (static_cast<QMetaType::Type>(value.userType())) {
-        case QMetaType::UnknownType:
-        case QMetaType::VoidStar:
-        case QMetaType::QObjectStar:
-            return QJsonValue();
-        case QMetaType::Float:
-        case QMetaType::Double: {
-            const double number = value.toDouble();
-            return std::isfinite(number) ? QJsonValue(number) : QJsonValue();
-        }
-        default:
-            return value.userType() < QMetaType::User ? QJsonValue::fromVariant(value) : QJsonValue();
-    }
-}
-
 QJsonValue jsonOf(const NodeRef& node, bool withNulls) {
     if (node.kind() == Kind::List) {
         QJsonArray array;
@@ -195,7 +179,7 @@ QJsonValue jsonOf(const NodeRef& node, bool withNulls) {
         }
         return object;
     }
-    return jsonOf(node.value());
+    return toJson(node.value());
 }
 
 }  // namespace

@@ -46,7 +46,7 @@ Slot slotFor(QStringView element) {
 /// written: QVariant reads twice that, which has to wait until the write has reached the cache, as long as
 /// a tenth of a whole notification.
 void copyInto(QVariant& empty, const QVariant& value) {
-    const QVariant::DataPtr& source = const_cast<QVariant&>(value).data_ptr();
+    const QVariant::DataPtr& source = value.data_ptr();
     if (source.type == QMetaType::Int) {
         QVariant::DataPtr& target = empty.data_ptr();
         target.data.i = source.data.i;
@@ -91,8 +91,7 @@ void ModuleObject::setValue(QObject* sender, QVariant value) {
         value_ = std::move(value);
         return;
     }
-    QVariant oldValue;
-    oldValue.swap(value_);
+    const QVariant oldValue(std::move(value_));
     copyInto(value_, value);
     emit changed(value, oldValue, sender);
 }
@@ -117,9 +116,10 @@ ModuleObject* ModuleObject::set(QObject* sender, const QString& path, const QVar
         known->setValue(sender, value);
         return this;
     }
-    NodeRef node(this);
-    QStringView rest(path);
-    for (bool more = !rest.isEmpty(); more;) {
+    const QStringView kept = PathMemory::kept(path);
+    QStringView rest;
+    NodeRef node(PathMemory::start(this, path, kept, &rest));
+    for (bool more = true; more;) {
         const QStringView missing = rest;
         const int position = node.find(takeElement(rest, more));
         if (position < 0) {
@@ -129,9 +129,11 @@ ModuleObject* ModuleObject::set(QObject* sender, const QString& path, const QVar
             return this;
         }
         node = node.child(position);
+        if (node.object()) {
+            PathMemory::remember(this, kept, path.size() - rest.size() - (more ? 1 : 0), node.object());
+        }
     }
     if (node.object()) {
-        PathMemory::remember(this, path, node.object());
         node.object()->setValue(sender, value);
     } else {
         node.value() = value;  // nobody has asked for this node, so nobody listens

@@ -1,12 +1,20 @@
 #include "mendo/pathmemory.h"
 
+#include <QString>
+
 #include <array>
 #include <cstring>
 
 namespace mendo {
 
 struct PathMemory::Place {
-    QString path;
+    bool isFor(const ModuleObject* start, QStringView wanted) const {
+        return from == start && part.size() == wanted.size() &&
+               std::memcmp(part.constData(), wanted.data(),
+                           sizeof(QChar) * static_cast<std::size_t>(wanted.size())) == 0;
+    }
+
+    QString part;
     const ModuleObject* from = nullptr;
     ModuleObject* node = nullptr;
     quint64 shape = 0;
@@ -15,38 +23,57 @@ struct PathMemory::Place {
 quint64 PathMemory::shape_ = 1;
 
 /// One place for a path, chosen by a few of its letters: reading them all takes longer than comparing.
-PathMemory::Place& PathMemory::placeFor(const ModuleObject* from, const QString& path) {
+inline PathMemory::Place& PathMemory::placeFor(const ModuleObject* from, QStringView part) {
     constexpr std::size_t count = 512;
     // Never destroyed: nodes are looked up until the process ends.
     static auto& places = *new std::array<Place, count>;
-    const QChar* const text = path.constData();
-    const int size = path.size();
-    std::size_t mix = static_cast<std::size_t>(size) + (reinterpret_cast<std::size_t>(from) >> 4);
-    for (const int letter : {size - 1, size / 2, size - size / 4 - 1, size / 4}) {
-        mix = mix * 31 + text[letter].unicode();
-    }
+    const QChar* const text = part.data();
+    const auto size = static_cast<std::size_t>(part.size());
+    const auto letter = [text](std::size_t place) { return static_cast<std::size_t>(text[place].unicode()); };
+    // A sum, whose parts the processor works out side by side.
+    const std::size_t mix = size + (reinterpret_cast<std::size_t>(from) >> 4) + letter(size - 1) * 31 +
+                            letter(size / 2) * 961 + letter(size - size / 4 - 1) * 29791 +
+                            letter(size / 4) * 923521;
     return places[(mix ^ (mix >> 9)) % count];
 }
 
-bool PathMemory::isFor(const Place& place, const ModuleObject* from, const QString& path) {
-    return place.from == from && place.path.size() == path.size() &&
-           std::memcmp(place.path.constData(), path.constData(),
-                       sizeof(QChar) * static_cast<std::size_t>(path.size())) == 0;
-}
-
-ModuleObject* PathMemory::recall(const ModuleObject* from, const QString& path) {
+ModuleObject* PathMemory::recall(const ModuleObject* from, QStringView path) {
     const Place& place = placeFor(from, path);
-    return place.shape == shape_ && isFor(place, from, path) ? place.node : nullptr;
+    return place.shape == shape_ && place.isFor(from, path) ? place.node : nullptr;
 }
 
-void PathMemory::remember(const ModuleObject* from, const QString& path, ModuleObject* node) {
-    if (path.contains(QLatin1Char('#'))) {
-        return;  // of paths through positions there is no end, and they seldom come again
+ModuleObject* PathMemory::start(ModuleObject* from, QStringView path, QStringView part, QStringView* rest) {
+    *rest = path;
+    if (part.isEmpty() || part.size() == path.size()) {
+        return from;
     }
-    Place& place = placeFor(from, path);
-    if (!isFor(place, from, path)) {
-        // A string without room of its own may lie in memory that somebody else owns.
-        place.path = path.capacity() > 0 ? path : QString(path.constData(), path.size());
+    ModuleObject* const node = recall(from, part);
+    if (!node) {
+        return from;
+    }
+    *rest = path.mid(part.size() + 1);
+    return node;
+}
+
+QStringView PathMemory::kept(QStringView path) {
+    qsizetype end = 0;
+    while (end < path.size() && path[end] != QLatin1Char('#')) {
+        ++end;
+    }
+    if (end == path.size()) {
+        return path;
+    }
+    return end > 0 && path[end - 1] == QLatin1Char('.') ? path.left(end - 1) : QStringView();
+}
+
+void PathMemory::remember(const ModuleObject* from, QStringView part, qsizetype followed,
+                          ModuleObject* node) {
+    if (followed != part.size() || part.isEmpty()) {
+        return;
+    }
+    Place& place = placeFor(from, part);
+    if (!place.isFor(from, part)) {
+        place.part = part.toString();
         place.from = from;
     }
     place.node = node;

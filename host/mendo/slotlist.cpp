@@ -11,7 +11,6 @@
 namespace mendo {
 
 namespace {
-constexpr quintptr objectTag = 1;
 constexpr int smallestCapacity = 4;
 
 // Slots are moved as plain memory: what they hold never points into itself.
@@ -51,10 +50,6 @@ void Slot::drop() {
     content_ = 0;
 }
 
-Branch* Slot::branch() const {
-    return content_ & objectTag ? nullptr : reinterpret_cast<Branch*>(content_);
-}
-
 Branch& Slot::ensureBranch() {
     Q_ASSERT(!object());
     if (!content_) {
@@ -74,10 +69,6 @@ std::unique_ptr<Branch> Slot::takeBranch() {
         content_ = 0;
     }
     return taken;
-}
-
-ModuleObject* Slot::object() const {
-    return content_ & objectTag ? reinterpret_cast<ModuleObject*>(content_ & ~objectTag) : nullptr;
 }
 
 void Slot::setObject(ModuleObject* object) {

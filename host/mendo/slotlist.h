@@ -24,20 +24,23 @@ public:
     ~Slot();
 
     /// Children of a record; null where it has none and for an object.
-    Branch* branch() const;
+    Branch* branch() const { return content_ & objectTag ? nullptr : reinterpret_cast<Branch*>(content_); }
     /// The record's branch, made where missing.
     Branch& ensureBranch();
     void setBranch(std::unique_ptr<Branch> branch);
     std::unique_ptr<Branch> takeBranch();
 
     /// Null as long as the child is a record.
-    ModuleObject* object() const;
+    ModuleObject* object() const {
+        return content_ & objectTag ? reinterpret_cast<ModuleObject*>(content_ & ~objectTag) : nullptr;
+    }
     void setObject(ModuleObject* object);
 
     QString name;
     QVariant value;
 
 private:
+    static constexpr quintptr objectTag = 1;
     void drop();
     quintptr content_ = 0;  // nothing, a Branch, or with the lowest bit set a ModuleObject
 };

@@ -5,6 +5,7 @@
 #include "gantu/panel.h"
 #include "kord/kordservice.h"
 #include "mendo/clock.h"
+#include "mendo/jsontext.h"
 #include "mendo/log.h"
 #include "mendo/modulemanager.h"
 #include "mendo/moduleobject.h"

@@ -57,6 +57,16 @@ bool keepAside(const QString& path) {
     return false;
 }
 
+/// Whether new content may come in the file's place: what it holds is kept where it is not ours.
+bool makeWay(const QString& path, const std::function<bool(const QJsonValue&)>& isOurs) {
+    if (mayHoldOther(path, isOurs) && !keepAside(path)) {
+        emit m()->fileProblem(
+            path, 0, 0, QStringLiteral("the file in its place holds something else and cannot be kept"));
+        return false;
+    }
+    return true;
+}
+
 }  // namespace
 
 bool isThere(const QString& path) {
@@ -67,12 +77,12 @@ bool isThere(const QString& path) {
 
 bool writeKeeping(const QString& path, const QJsonValue& content,
                   const std::function<bool(const QJsonValue&)>& isOurs) {
-    if (mayHoldOther(path, isOurs) && !keepAside(path)) {
-        emit m()->fileProblem(
-            path, 0, 0, QStringLiteral("the file in its place holds something else and cannot be kept"));
-        return false;
-    }
-    return mendo::ModuleManager::writeToJson(path, content, true);
+    return makeWay(path, isOurs) && mendo::ModuleManager::writeToJson(path, content, true);
+}
+
+bool writeKeeping(const QString& path, const QByteArray& text,
+                  const std::function<bool(const QJsonValue&)>& isOurs) {
+    return makeWay(path, isOurs) && mendo::ModuleManager::writeText(path, text);
 }
 
 }  // namespace lumo

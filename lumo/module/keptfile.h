@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QJsonValue>
 #include <QString>
 
@@ -14,6 +15,9 @@ namespace lumo {
 /// parse as NAME.damaged. So is a file that parses but holds something that `isOurs` refuses: somebody
 /// typed it. False, after a report of the file service, when nothing was written.
 bool writeKeeping(const QString& path, const QJsonValue& content,
+                  const std::function<bool(const QJsonValue&)>& isOurs);
+/// The same with JSON text that is ready.
+bool writeKeeping(const QString& path, const QByteArray& text,
                   const std::function<bool(const QJsonValue&)>& isOurs);
 
 }  // namespace lumo

@@ -110,7 +110,12 @@ bool writeProject(const QString& path, const QJsonValue& content) {
 }
 
 bool saveProject(const QString& path) {
-    return writeProject(path, projectDocument());
+    mendo::JsonText text(true);
+    text.beginArray();
+    text.addElements(m(key::program));
+    text.add(m(key::toolset));
+    text.endArray();
+    return writeKeeping(path, text.take(), isProject);
 }
 
 QString projectName(const QString& path) {

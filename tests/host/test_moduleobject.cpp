@@ -52,6 +52,9 @@ void TestModuleObject::lookup_findsByNameAndPosition_data() {
     QTest::newRow("below a value") << "a.b" << -1;
     QTest::newRow("trailing dot") << "a." << -1;
     QTest::newRow("leading dot") << ".a" << -1;
+    QTest::newRow("no name, then a position") << ".#0" << 5;
+    QTest::newRow("name ending in #") << "h#.#0" << 6;
+    QTest::newRow("positions only") << "#0.#0" << 5;
     QTest::newRow("dots do not name one child") << "dotted.name" << -1;
 }
 
@@ -59,8 +62,8 @@ void TestModuleObject::lookup_findsByNameAndPosition() {
     QFETCH(QString, path);
     QFETCH(int, value);
     ModuleObject node;
-    node.loadJson(nullptr,
-                  json("{'a': 1, 'b': {'c': {'d': 2}}, 'list': [10, 11, {'x': 12}], 'dotted.name': 3}"));
+    node.loadJson(nullptr, json("{'': [5], 'a': 1, 'b': {'c': {'d': 2}}, 'list': [10, 11, {'x': 12}], "
+                                "'dotted.name': 3, 'h#': [6]}"));
     QCOMPARE(node.hasRmobj(path), value >= 0);
     QCOMPARE(node.r(path)->isNull(), value < 0);
     QCOMPARE(node.rmobj(path)->getInt(-1), value);
@@ -99,15 +102,26 @@ void TestModuleObject::lookup_followsEveryChange_data() {
         root->r(QStringLiteral("other"))->insert(nullptr, root->r(QStringLiteral("a.b")));
     });
     row("reorder", [](ModuleObject* root) { root->reorder(nullptr, 0, 1); });
+    row("reorder a list",
+        [](ModuleObject* root) { root->r(QStringLiteral("list"))->reorder(nullptr, 0, 1); });
+    row("remove an element",
+        [](ModuleObject* root) { root->r(QStringLiteral("list"))->remove(nullptr, QStringLiteral("#0")); });
+    row("remove a list", [](ModuleObject* root) { root->remove(nullptr, QStringLiteral("list")); });
+    row("make a list again", [](ModuleObject* root) {
+        root->remove(nullptr, QStringLiteral("list"));
+        root->set(nullptr, QStringLiteral("list.#0.x"), 11);
+    });
 }
 
 /// Also what was looked up before: the way by names, one by one, says what is right.
 void TestModuleObject::lookup_followsEveryChange() {
     QFETCH(std::function<void(ModuleObject*)>, change);
     ModuleObject root;
-    root.loadJson(nullptr, json("{'a': {'b': {'c': 1}}, 'other': {'b': {'c': 2}}}"));
-    const QStringList paths = {QStringLiteral("a"), QStringLiteral("a.b"), QStringLiteral("a.b.c"),
-                               QStringLiteral("other.b.c")};
+    root.loadJson(nullptr,
+                  json("{'a': {'b': {'c': 1}}, 'list': [{'x': 3}, {'x': 4}], 'other': {'b': {'c': 2}}}"));
+    const QStringList paths = {QStringLiteral("a"),         QStringLiteral("a.b"),
+                               QStringLiteral("a.b.c"),     QStringLiteral("other.b.c"),
+                               QStringLiteral("list.#0.x"), QStringLiteral("list.#1.x")};
     for (const QString& path : paths) {
         QVERIFY(!root.r(path)->isNull());
     }

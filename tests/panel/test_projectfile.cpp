@@ -107,6 +107,7 @@ private slots:
         m("lumo.program")->loadJson(this, parsed(program));
         m("lumo.toolset.end.trans.#2")->setValue(this, 0.12);
         QVERIFY(lumo::saveProject("a.json"));
+        QCOMPARE(content("a.json"), QJsonDocument(lumo::projectDocument().toArray()).toJson());
 
         m("lumo.program")->loadJson(this, parsed(R"([{"type":"delay"}])"));
         m("lumo.toolset")->copyFrom(this, m("lumo.default.default_toolset"));
