@@ -24,6 +24,7 @@
 #include <QSaveFile>
 #include <QScreen>
 #include <QTextCodec>
+#include <QTimer>
 
 #include <unistd.h>
 #include <cstdio>
@@ -113,6 +114,20 @@ void show(QWidget* window) {
         window->show();
 }
 
+/// The pendant comes when the panel has painted itself, so that it does not keep the panel from it; soon in
+/// any case, because it has the emergency stop.
+void showPendantSoon(app::Panel* panel) {
+    constexpr int kLatestMs = 1000;
+    auto* timer = new QTimer(panel);
+    timer->setSingleShot(true);
+    QObject::connect(panel->window(), &app::PanelWindow::painted, timer, [timer] { timer->start(0); });
+    QObject::connect(timer, &QTimer::timeout, panel, [panel, timer] {
+        timer->deleteLater();
+        panel->pendant()->showBeside(panel->window()->frameGeometry());
+    });
+    timer->start(kLatestMs);
+}
+
 /// Without a screen and on virtual time, so that every start gives the same pictures.
 int takePictures(const app::Options& options, int& argc, char** argv) {
     if (options.language.isEmpty()) {
@@ -162,7 +177,7 @@ int run(app::Options options, app::PacedTime* time, QString* example) {
     if (!lost.isEmpty())
         panel.window()->notices()->report(lost, 0, 0, QStringLiteral("No such file or directory"));
     show(panel.window());
-    panel.pendant()->showBeside(panel.window()->frameGeometry());
+    showPendantSoon(&panel);
     if (!options.project.isEmpty() && !panel.openProject(options.project))
         fail(QStringLiteral("--open: the page has no way to open a project"), kFailed);
     mendo::ModuleManager::setOutermostLoop(1);

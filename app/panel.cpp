@@ -6,6 +6,7 @@
 #include "app/navigation.h"
 #include "app/noticebar.h"
 #include "app/path/pathpage.h"
+#include "app/path/programfollower.h"
 #include "app/path/seamtrack.h"
 #include "app/pendant/pendantwindow.h"
 #include "app/progress/progressview.h"
@@ -50,17 +51,17 @@ bool Panel::open(const QString& libraryFile, QString* error) {
         return false;
     Navigation* navigation = window_->navigation();
     navigation->refresh();
-    const QWidget* page = showPage(navigation->firstKey());
-    if (!page) {
+    libraryFile_ = libraryFile;
+    page_ = showPage(navigation->firstKey());
+    if (!page_) {
         *error = QStringLiteral("the package has no page");
         return false;
     }
-    auto* strip = new CellStrip(controller_, cell_);
+    auto* strip = new CellStrip(controller_, cell_, window_->stripParent());
     connect(strip, &CellStrip::speedChosen, this, &Panel::speedChosen);
     connect(strip, &CellStrip::speedChosen, window_.get(), &PanelWindow::showSpeed);
     window_->setStrip(strip);
-    pendant_ = std::make_unique<PendantWindow>(controller_);
-    makeViews(page, libraryFile);
+    offerViews();
     makeStatus(libraryFile);
     makeExamples();
     return true;
@@ -79,15 +80,36 @@ void Panel::makeStatus(const QString& libraryFile) {
                        new ProgressView(new RunWatcher(package, this)));
 }
 
-void Panel::makeViews(const QWidget* page, const QString& libraryFile) {
+void Panel::offerViews() {
+    // Seams of another program say nothing about this one, whether they are looked at or not.
+    connect(new ProgramFollower(this), &ProgramFollower::replaced, seams_, &SeamTrack::clear);
+    window_->offerViews();
+    connect(window_.get(), &PanelWindow::viewsAsked, this,
+            [this](int page) { views()->open(page, window_.get()); });
+    connect(window_.get(), &PanelWindow::viewsDismissed, this, [this] { views()->close(); });
+}
+
+ViewsWindow* Panel::views() {
+    if (!views_)
+        makeViews();
+    return views_.get();
+}
+
+PendantWindow* Panel::pendant() {
+    if (!pendant_)
+        pendant_ = std::make_unique<PendantWindow>(controller_);
+    return pendant_.get();
+}
+
+void Panel::makeViews() {
     views_ = std::make_unique<ViewsWindow>();
-    auto* path = new PathPage(seams_, PackageFlags::find(libraryFile));
+    auto* path = new PathPage(seams_, PackageFlags::find(libraryFile_));
     // Other pages have a table of that name too.
-    if (const auto* editor = page->findChild<QWidget*>(QStringLiteral("ProgramWidget")))
+    if (const auto* editor = page_ ? page_->findChild<QWidget*>(QStringLiteral("ProgramWidget")) : nullptr)
         path->followTable(editor->findChild<QAbstractItemView*>(QStringLiteral("tableWidget")));
     views_->addPage(path, tr("路径"));
     views_->addPage(new ScopePage(recorder_), tr("信号"));
-    window_->setViews(views_.get());
+    connect(views_.get(), &ViewsWindow::opened, window_.get(), &PanelWindow::showViewsOpen);
 }
 
 QWidget* Panel::showPage(const QString& key) {

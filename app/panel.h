@@ -4,6 +4,7 @@
 #include "gantu/package.h"
 
 #include <QObject>
+#include <QPointer>
 
 #include <memory>
 
@@ -44,8 +45,10 @@ public:
     sim::Controller* controller() const { return controller_; }
     /// Of the open panel.
     const SignalRecorder* recorder() const { return recorder_; }
-    ViewsWindow* views() const { return views_.get(); }
-    PendantWindow* pendant() const { return pendant_.get(); }
+    /// The window of the views and the pendant of the open panel, made when they are first asked for: the
+    /// panel is on the screen sooner without them.
+    ViewsWindow* views();
+    PendantWindow* pendant();
 
 signals:
     /// How many times as fast as the wall clock the cell is to run: whoever keeps the time sees to it.
@@ -55,7 +58,8 @@ signals:
 
 private:
     QWidget* showPage(const QString& key);
-    void makeViews(const QWidget* page, const QString& libraryFile);
+    void makeViews();
+    void offerViews();
     void makeStatus(const QString& libraryFile);
     void makeExamples();
     void onFileProblem(const QString& fileName, int line, int column, const QString& reason);
@@ -69,6 +73,8 @@ private:
     std::unique_ptr<ViewsWindow> views_;
     std::unique_ptr<PendantWindow> pendant_;
     gantu::Package package_;
+    QString libraryFile_;
+    QPointer<QWidget> page_;  ///< the package's first, with its editor
 };
 
 }  // namespace app

@@ -9,7 +9,8 @@ PanelBody::PanelBody(QWidget* parent) : QWidget(parent), pages_(new QStackedWidg
 
 void PanelBody::setStrip(QWidget* strip) {
     strip_ = strip;
-    strip_->setParent(this);
+    if (strip_->parentWidget() != this)
+        strip_->setParent(this);
     arrange();
 }
 

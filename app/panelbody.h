@@ -16,7 +16,7 @@ public:
 
     /// The pages, which belong to this widget.
     QStackedWidget* pages() const { return pages_; }
-    /// Takes over the strip.
+    /// Takes over the strip, which is better made in here.
     void setStrip(QWidget* strip);
     QWidget* strip() const { return strip_; }
 

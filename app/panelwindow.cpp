@@ -4,7 +4,6 @@
 #include "app/navigation.h"
 #include "app/noticebar.h"
 #include "app/panelbody.h"
-#include "app/views/viewswindow.h"
 
 #include <QApplication>
 #include <QHBoxLayout>
@@ -102,28 +101,34 @@ QStackedWidget* PanelWindow::pages() const {
     return body_->pages();
 }
 
-void PanelWindow::setViews(ViewsWindow* views) {
+void PanelWindow::offerViews() {
     viewsButton_->show();
     viewsButton_->setToolTip(QStringLiteral("F6, F7"));
-    connect(viewsButton_, &QToolButton::clicked, views, [this, views](bool on) {
+    connect(viewsButton_, &QToolButton::clicked, this, [this](bool on) {
         if (on)
-            views->open(0, this);
+            emit viewsAsked(0);
         else
-            views->close();
+            emit viewsDismissed();
     });
-    connect(views, &ViewsWindow::opened, viewsButton_, &QToolButton::setChecked);
     int page = 0;
     for (const auto key : {Qt::Key_F6, Qt::Key_F7}) {
         auto* shortcut = new QShortcut(key, this);
         shortcut->setContext(Qt::ApplicationShortcut);
-        connect(shortcut, &QShortcut::activated, views, [this, views, page] { views->open(page, this); });
+        connect(shortcut, &QShortcut::activated, this, [this, page] { emit viewsAsked(page); });
         ++page;
     }
 }
 
+void PanelWindow::showViewsOpen(bool open) {
+    viewsButton_->setChecked(open);
+}
+
+QWidget* PanelWindow::stripParent() const {
+    return body_;
+}
+
 void PanelWindow::setStrip(QWidget* strip) {
     body_->setStrip(strip);
-    strip->setStyleSheet(frameStyle());  // in its place: what moves is styled again
     stripButton_->show();
     placeStrip();
 }
@@ -140,6 +145,15 @@ void PanelWindow::showSpeed(double factor) {
 
 void PanelWindow::placeStrip() {
     unfoldStrip(body_->hasRoom());
+}
+
+bool PanelWindow::event(QEvent* event) {
+    const bool handled = QMainWindow::event(event);
+    if (event->type() == QEvent::UpdateRequest && !painted_) {  // which paints it
+        painted_ = true;
+        emit painted();
+    }
+    return handled;
 }
 
 void PanelWindow::changeEvent(QEvent* event) {

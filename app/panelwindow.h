@@ -11,7 +11,6 @@ namespace app {
 class Navigation;
 class NoticeBar;
 class PanelBody;
-class ViewsWindow;
 
 /// The host's window: a header with navigation, the pages, beside them the cell, and below them a status
 /// line with notices.
@@ -27,23 +26,34 @@ public:
     NoticeBar* notices() const { return notices_; }
     /// The central stacked widget, the home of every page.
     QStackedWidget* pages() const;
-    /// Offers the views in the header, and by F6 (path) and F7 (signals) anywhere. Their window is a window
-    /// of its own, not owned.
-    void setViews(ViewsWindow* views);
+    /// Offers the views in the header, and by F6 (path) and F7 (signals) anywhere.
+    void offerViews();
+    /// The header tells whether the views are open.
+    void showViewsOpen(bool open);
     /// Puts a button before those of views and cell.
     void addToHeader(QWidget* button);
     /// Takes over what stands in the status line: why the panel does not do what one may expect of it, and
     /// how far a run is.
     void setStatus(QWidget* why, QWidget* progress);
-    /// Takes over the strip of the cell. Until the operator folds or unfolds it, it is unfolded where
-    /// it fits beside the pages, and folded elsewhere.
+    /// What the strip of the cell is made in: what moves is styled again.
+    QWidget* stripParent() const;
+    /// Shows the strip of the cell. Until the operator folds or unfolds it, it is unfolded where it fits
+    /// beside the pages, and folded elsewhere.
     void setStrip(QWidget* strip);
     void unfoldStrip(bool unfolded);
     /// The strip's button tells when the cell does not run as fast as the wall clock.
     void showSpeed(double factor);
     void placeStrip();
 
+signals:
+    /// The window has been painted for the first time, and is on the screen.
+    void painted();
+    /// The views are wanted at a page: 0 for the path, 1 for the signals.
+    void viewsAsked(int page);
+    void viewsDismissed();
+
 protected:
+    bool event(QEvent* event) override;
     /// Gives the keyboard back to the dialog that blocks the window: a click beside the dialog activates
     /// the window, where no key would be heard.
     void changeEvent(QEvent* event) override;
@@ -62,6 +72,7 @@ private:
     PanelBody* body_;
     QHBoxLayout* status_;
     bool operatorPlaces_ = false;
+    bool painted_ = false;
 };
 
 }  // namespace app

@@ -149,7 +149,7 @@ int main(int argc, char** argv) {
     });
     bench::Plan markerPlan;
     markerPlan.target = 1.3;
-    markerPlan.rounds = 5;
+    markerPlan.rounds = 15;
     markerPlan.blockMs = 20.0;
     bench::add("editor: a move of the marker in 10000 lines / in 100", [&](benchmark::State& state) {
         bench::sideBySide(state, markerWalk(cell, lines), markerWalk(cell, 100), markerPlan);

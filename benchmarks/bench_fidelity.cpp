@@ -22,6 +22,7 @@
 namespace {
 
 constexpr int rampMs = 500;
+constexpr int shortRampMs = 100;  ///< where closings are counted
 constexpr int stepMs = 20;
 constexpr int preFlowMs = 90;
 constexpr int delayMs = 37;
@@ -65,10 +66,22 @@ QJsonArray program() {
     return statements;
 }
 
+/// Opens a weld and closes it.
+QJsonArray closing() {
+    return {QJsonObject{{"type", "open"}, {"index", 0}, {"execute", true}},
+            QJsonObject{{"type", "close"}, {"execute", true}}};
+}
+
+void setRamps(bench::WeldCell& cell, int ms) {
+    for (const char* field : {"increase_time", "decrease_time", "stay_time"}) {
+        cell.setParam(field, ms);
+    }
+}
+
 /// Takes the errors of a run from what the robot is told.
 class Watcher {
 public:
-    explicit Watcher(Errors& errors) : errors_(errors) {}
+    Watcher(Errors& errors, int ramp) : errors_(errors), ramp_(ramp) {}
 
     void note(const QString& name, int bias, int value) {
         const double now = clock_.ms();
@@ -91,7 +104,7 @@ private:
         if (bias == Gas && value == 1) {
             gasMs_ = now;
         } else if (bias == Gas) {
-            errors_.closings.push_back(now - rampBeginMs_ - rampMs - closeDelayMs - postFlowMs);
+            errors_.closings.push_back(now - rampBeginMs_ - ramp_ - closeDelayMs - postFlowMs);
         } else if (bias == Laser && value == 1) {
             errors_.waits.push_back(now - gasMs_ - preFlowMs);
             beginRamp(now);
@@ -108,12 +121,13 @@ private:
     void noteStep(double now) {
         // The first write of an opening comes before the laser is enabled, the last ones of a closing after
         // its ramp.
-        if (rampBeginMs_ > 0.0 && ++step_ <= rampMs / stepMs) {
+        if (rampBeginMs_ > 0.0 && ++step_ <= ramp_ / stepMs) {
             errors_.steps.push_back(now - rampBeginMs_ - step_ * stepMs);
         }
     }
 
     Errors& errors_;
+    const int ramp_;
     Stopwatch clock_;
     double gasMs_ = 0.0;
     double rampBeginMs_ = 0.0;
@@ -121,8 +135,8 @@ private:
     int step_ = 0;
 };
 
-void runProgram(bench::WeldCell& cell, Errors& errors) {
-    Watcher watcher(errors);
+void runProgram(bench::WeldCell& cell, Errors& errors, int ramp) {
+    Watcher watcher(errors, ramp);
     cell.robot.written = [&watcher](const QString& name, int bias, int value) {
         watcher.note(name, bias, value);
     };
@@ -170,11 +184,14 @@ void runBare(Errors& errors) {
         wait(delayMs);
     }
     bareRamp(errors);
+}
+
+void closeBare(Errors& errors) {
     const Stopwatch clock;
-    waitFor(rampMs / 5);
+    waitFor(shortRampMs);
     waitFor(closeDelayMs);
     waitFor(postFlowMs);
-    errors.closings.push_back(clock.ms() - rampMs / 5 - closeDelayMs - postFlowMs);
+    errors.closings.push_back(clock.ms() - shortRampMs - closeDelayMs - postFlowMs);
 }
 
 /// Errors of both ways, measured once for all the figures about them.
@@ -189,11 +206,21 @@ void measure(bench::WeldCell& cell, Measured& measured) {
         return;
     }
     constexpr int rounds = 20;
+    constexpr int closings = 100;
+    setRamps(cell, rampMs);
     cell.load(program());
     for (int round = 0; round < rounds; ++round) {
-        runProgram(cell, measured.executor);
+        runProgram(cell, measured.executor, rampMs);
         runBare(measured.bare);
     }
+    setRamps(cell, shortRampMs);
+    cell.load(closing());
+    Errors executor;
+    for (int round = 0; round < closings; ++round) {
+        runProgram(cell, executor, shortRampMs);
+        closeBare(measured.bare);
+    }
+    measured.executor.closings = executor.closings;
     measured.done = true;
 }
 
@@ -243,9 +270,6 @@ int main(int argc, char** argv) {
     qInstallMessageHandler(dropDebug);
     QApplication app(argc, argv);
     bench::WeldCell cell;
-    cell.setParam("increase_time", rampMs);
-    cell.setParam("decrease_time", rampMs);
-    cell.setParam("stay_time", rampMs);
     cell.setParam("delay_before_blow", preFlowMs);
     cell.setParam("close_delay", closeDelayMs);
     cell.setParam("delay_after_blow", postFlowMs);

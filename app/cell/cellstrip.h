@@ -2,6 +2,7 @@
 
 #include <QFrame>
 
+class QScrollArea;
 class QStackedWidget;
 
 namespace sim {
@@ -25,7 +26,7 @@ signals:
     void speedChosen(double factor);
 
 private:
-    void addPage(QWidget* page);
+    QScrollArea* addPage();
 
     QStackedWidget* pages_;
 };

@@ -66,7 +66,7 @@ PathPage::PathPage(SeamTrack* seams, const PackageFlags& package, QWidget* paren
         if (isVisible())
             layOut();
     });
-    connect(&program_, &ProgramFollower::replaced, this, &PathPage::onReplaced);
+    connect(&program_, &ProgramFollower::replaced, view_, &PathView::fit);
     connect(m(node::programState), &mendo::ModuleObject::changed, this, &PathPage::onState);
     connect(seams, &SeamTrack::changed, this, &PathPage::showSeam);
     showSeam();
@@ -128,12 +128,6 @@ void PathPage::layOut() {
 void PathPage::onState() {
     if (isVisible() && showsStation_ != stationRuns())
         layOut();
-}
-
-/// Seams of another program say nothing about this one.
-void PathPage::onReplaced() {
-    seams_->clear();
-    view_->fit();
 }
 
 void PathPage::showSelection() {

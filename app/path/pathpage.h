@@ -39,7 +39,6 @@ private:
     void onState();
     void showSelection();
     void showSeam();
-    void onReplaced();
     QString describe(const PathMove& move) const;
 
     SeamTrack* seams_;

@@ -23,6 +23,7 @@ constexpr double kLaneHeight = 0.66;  // of a row
 constexpr int kLeastRow = 20;         // pixels
 constexpr int kPictureRow = 26;
 constexpr int kAxisPixels = 50;
+constexpr int kLeastHeight = 200;
 constexpr int kValuesPixels = 64;
 constexpr double kStretchStep = 1.6;
 constexpr int kSmallPx = 13;
@@ -77,6 +78,7 @@ ScopePlot::ScopePlot(const SignalRecorder* recorder, QWidget* parent)
       mark_(makeMarker(this, Qt::DashLine)) {
     setObjectName(QStringLiteral("scopePlot"));
     setFocusPolicy(Qt::StrongFocus);
+    setMinimumHeight(kLeastHeight);  // whatever the axes have at the time, which get the rows that fit
     setAutoReplot(false);
     setUpTime();
     setUpRows();

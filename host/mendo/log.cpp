@@ -3,9 +3,11 @@
 #include "mendo/clock.h"
 
 #include <QFile>
+#include <QMetaMethod>
 
 #include <fcntl.h>
 
+#include <algorithm>
 #include <cstdio>
 
 namespace mendo {
@@ -18,8 +20,38 @@ QString levelOf(const QString& tag) {
     return tag.mid(begin, tag.indexOf(QLatin1Char('|'), begin) - begin);
 }
 
-/// Where there is no folder for logs this fails with every line: QFile's own way to say so costs as much as
-/// the line.
+/// Remembers that there is no folder for the log: asking for it takes longer than all the rest of a line that
+/// nobody else reads. Only where many lines come without one, so that a single one finds a new folder.
+class Absence {
+public:
+    bool holds(const QString& file) const {
+        constexpr qint64 restMs = 100;
+        if (misses_ < enough || file != file_) {
+            return false;
+        }
+        const qint64 age = Clock::current().elapsedMs() - sinceMs_;
+        return age >= 0 && age < restMs;  // another clock may have been installed
+    }
+    void note(const QString& file, bool opened) {
+        misses_ = opened ? 0 : file == file_ ? std::min(misses_ + 1, enough) : 1;
+        file_ = file;
+        sinceMs_ = opened ? 0 : Clock::current().elapsedMs();
+    }
+
+private:
+    static constexpr int enough = 20;
+    QString file_;
+    int misses_ = 0;  ///< in a row
+    qint64 sinceMs_ = 0;
+};
+
+Absence& absence() {
+    // Never destroyed: lines are logged until the process ends.
+    static auto* absence = new Absence;
+    return *absence;
+}
+
+/// Without QFile's own way to say that it fails, which takes long.
 bool openToAppend(QFile* sink, const QString& file) {
     constexpr int forAll = 0666;
     const int handle =
@@ -43,13 +75,23 @@ bool LogHub::console() const {
     return console_;
 }
 
-QLog::QLog(const QString& colour, const QString& tag, const QString& suffix)
-    : colour_(colour), tag_(tag), suffix_(suffix), stream_(&buffer_) {
-    stream_.noquote();
+bool LogHub::heard() const {
+    static const QMetaMethod signal = QMetaMethod::fromSignal(&LogHub::line);
+    return isSignalConnected(signal);
 }
 
-QLog::~QLog() {
-    finish(QString());
+QLog::QLog(const QString& colour, const QString& tag, const QString& suffix)
+    : QLog(colour, tag, suffix, QString(), QString()) {}
+
+QLog::QLog(const QString& colour, const QString& tag, const QString& suffix, const QString& file,
+           const QString& ending)
+    : colour_(colour), tag_(tag), suffix_(suffix), file_(file), ending_(ending) {
+    const LogHub* const hub = LogHub::instance();
+    const bool filed = !file.isEmpty() && !absence().holds(file);
+    if (filed || hub->console() || hub->heard()) {
+        stream_.emplace(&buffer_);
+        stream_->noquote();
+    }
 }
 
 QString QLog::text() const {
@@ -61,14 +103,17 @@ QString QLog::taggedText() const {
     return QString(tag_).replace(QLatin1String("%1"), time) + QLatin1Char(' ') + text() + suffix_;
 }
 
-void QLog::finish(const QString& file) {
-    if (finished_) {
+QLog::~QLog() {
+    if (!stream_) {
         return;
     }
-    finished_ = true;
     LogHub* const hub = LogHub::instance();
     QFile sink;
-    const bool filed = !file.isEmpty() && openToAppend(&sink, file);
+    bool filed = false;
+    if (!file_.isEmpty() && !absence().holds(file_)) {
+        filed = openToAppend(&sink, file_ + QLatin1Char('.') + ending_);
+        absence().note(file_, filed);
+    }
     if (hub->console() || filed) {  // else nobody reads the time, which takes longer than the rest
         const QString line = taggedText();
         if (hub->console()) {
@@ -80,15 +125,13 @@ void QLog::finish(const QString& file) {
             sink.write((line + QLatin1Char('\n')).toUtf8());
         }
     }
-    emit hub->line(levelOf(tag_), text());
+    if (hub->heard()) {
+        emit hub->line(levelOf(tag_), text());
+    }
 }
 
 QFLog::QFLog(const QString& colour, const QString& tag, const QString& suffix, const QString& file,
              const QString& ending)
-    : QLog(colour, tag, suffix), file_(file + QLatin1Char('.') + ending) {}
-
-QFLog::~QFLog() {
-    finish(file_);
-}
+    : QLog(colour, tag, suffix, file, ending) {}
 
 }  // namespace mendo

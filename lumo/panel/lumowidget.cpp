@@ -24,6 +24,7 @@
 #include "ui_lumowidget.h"
 
 #include <QComboBox>
+#include <QEvent>
 #include <QStackedWidget>
 #include <QTableWidget>
 
@@ -50,8 +51,6 @@ QString LumoWidget::filePath;
 LumoWidget::LumoWidget(QWidget* parent) : QWidget(parent), ui_(std::make_unique<Ui::LumoWidget>()) {
     ui_->setupUi(this);
     lumo::logW() << QStringLiteral("LumoWidget::LumoWidget  ui->setupUi(this) begin once--------");
-    const QString sheet = kord::ThemeManager::genStyleSheet(QStringLiteral(":/UI/style.json"));
-    kord::ThemeManager::setRecursiveWidgetStyleSheet(this, sheet, {});
     if (m(lumo::key::lumo)->isNull()) {
         load();
     }
@@ -82,6 +81,18 @@ LumoWidget::~LumoWidget() {
             dialog->close();
         }
     }
+}
+
+/// The sheet is put off until the page is in its place: a page that has one is styled anew, in whole, when
+/// it gets a parent.
+bool LumoWidget::event(QEvent* event) {
+    const bool inPlace = event->type() == QEvent::ParentChange || event->type() == QEvent::Polish;
+    if (inPlace && !styled_) {
+        styled_ = true;
+        const QString sheet = kord::ThemeManager::genStyleSheet(QStringLiteral(":/UI/style.json"));
+        kord::ThemeManager::setRecursiveWidgetStyleSheet(this, sheet, {});
+    }
+    return QWidget::event(event);
 }
 
 void LumoWidget::load() {

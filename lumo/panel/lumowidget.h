@@ -48,6 +48,9 @@ public:
     /// Closes the page of one station, if there is one.
     void deletSWgt();
 
+protected:
+    bool event(QEvent* event) override;
+
 private:
     void makeEditor();
     void makeDevicePages();
@@ -85,6 +88,7 @@ private:
     SignalsBindingParamWidget* stationPage_ = nullptr;  ///< while there is one
     QList<QWidget*> portPages_;                         ///< oldest first
     QList<QWidget*> paramPages_;                        ///< oldest first
+    bool styled_ = false;                               ///< the theme's sheet is on
     bool stationRun_ = false;                           ///< the run under way was started by a station
 };
 

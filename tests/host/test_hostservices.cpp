@@ -11,7 +11,9 @@
 #include "mendo/modulemanager.h"
 #include "pel/navo.h"
 
+#include <QDir>
 #include <QFile>
+#include <QSignalSpy>
 #include <QStackedWidget>
 #include <QTemporaryDir>
 #include <QTest>
@@ -24,7 +26,11 @@ namespace {
 class StoppedClock : public mendo::Clock {
 public:
     QDateTime now() const override { return QDateTime(QDate(2031, 2, 3), QTime(4, 5, 6, 78)); }
-    qint64 elapsedMs() const override { return 0; }
+    qint64 elapsedMs() const override { return elapsedMs_; }
+    void pass(qint64 ms) { elapsedMs_ += ms; }
+
+private:
+    qint64 elapsedMs_ = 0;
 };
 
 }  // namespace
@@ -35,6 +41,8 @@ private slots:
     void registry_newestStands();
     void log_lineIsTaggedAndSpacedOnce();
     void log_fileOnlyWhereItsFolderIs();
+    void log_isWrittenOnceItsFolderIsThere_data();
+    void log_isWrittenOnceItsFolderIsThere();
     void theme_becomesASheet();
     void theme_reachesWindowsButExclusions();
     void pages_areOrdered();
@@ -93,6 +101,41 @@ void TestHostServices::log_fileOnlyWhereItsFolderIs() {
         << "lost";
     mendo::LogHub::instance()->setConsole(true);
     QVERIFY(!QFile::exists(folder.filePath(QStringLiteral("log"))));
+}
+
+void TestHostServices::log_isWrittenOnceItsFolderIsThere_data() {
+    QTest::addColumn<int>("linesBefore");
+    QTest::addColumn<int>("passedMs");
+    QTest::newRow("at once") << 3 << 0;
+    QTest::newRow("soon after many lines") << 1000 << 100;
+}
+
+/// Whoever listens misses no line meanwhile.
+void TestHostServices::log_isWrittenOnceItsFolderIsThere() {
+    QFETCH(int, linesBefore);
+    QFETCH(int, passedMs);
+    const QTemporaryDir folder;
+    StoppedClock clock;
+    mendo::Clock::install(&clock);
+    mendo::LogHub::instance()->setConsole(false);
+    const QString path = folder.filePath(QStringLiteral("later/lumo"));
+    QSignalSpy heard(mendo::LogHub::instance(), &mendo::LogHub::line);
+    const auto log = [&path](int number) {
+        mendo::QFLog(QString(), QStringLiteral("[E|%1]"), QString(), path, QStringLiteral("log")) << number;
+    };
+    for (int number = 0; number < linesBefore; ++number) {
+        log(number);
+    }
+    QVERIFY(QDir(folder.path()).mkdir(QStringLiteral("later")));
+    clock.pass(passedMs);
+    log(-2);
+    log(-1);
+    mendo::LogHub::instance()->setConsole(true);
+    mendo::Clock::install(nullptr);
+    QCOMPARE(heard.size(), linesBefore + 2);
+    QFile file(path + QStringLiteral(".log"));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QCOMPARE(file.readAll(), QByteArray("[E|02/03 04:05:06.078] -2\n[E|02/03 04:05:06.078] -1\n"));
 }
 
 void TestHostServices::theme_becomesASheet() {
