@@ -109,7 +109,7 @@ void MotionRule::onDropped(const Event& event) {
     if (unexpected && belongs_ && !falseResults_) {
         broken(QStringLiteral("the result of a motion was taken for one that nobody asked for"));
     }
-    if (!unexpected && zones_ == 0) {
+    if (!unexpected && zones_ == 0 && !falseResults_) {
         broken(QStringLiteral("a result was passed over, though no wait has ended in a zone"));
     }
 }
