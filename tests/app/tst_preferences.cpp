@@ -69,20 +69,20 @@ void AppPreferences::placeOfThePendantIsRemembered() {
     QVERIFY(!app::Preferences::pendantUnfolded());
 }
 
-/// No file can grow: each write to the disk fails as on a full one.
+/// No file can grow longer than a lock file: writing the preferences fails as on a full disk.
 void AppPreferences::fullDiskLeavesWhatWasRemembered() {
-    app::Preferences::rememberLanguage(QStringLiteral("ru"));
+    app::Preferences::rememberFolder(QString(5000, QLatin1Char('f')));
     QFile file(path(QStringLiteral("config/lumo/lumo-panel.json")));
     QVERIFY(file.open(QIODevice::ReadOnly));
     const QByteArray before = file.readAll();
-    QVERIFY(before.contains("ru"));
+    QVERIFY(before.contains("ffff"));
     file.close();
 
     std::signal(SIGXFSZ, SIG_IGN);
     rlimit usual{};
     QCOMPARE(::getrlimit(RLIMIT_FSIZE, &usual), 0);
-    const rlimit none{0, usual.rlim_max};
-    QCOMPARE(::setrlimit(RLIMIT_FSIZE, &none), 0);
+    const rlimit small{1000, usual.rlim_max};
+    QCOMPARE(::setrlimit(RLIMIT_FSIZE, &small), 0);
     app::Preferences::rememberLanguage(QStringLiteral("cn"));
     QCOMPARE(::setrlimit(RLIMIT_FSIZE, &usual), 0);
 
