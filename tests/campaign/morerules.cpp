@@ -79,6 +79,10 @@ void MotionRule::on(const Event& event, const Outputs&, const Runs& runs) {
         case Kind::Result:
             onResult();
             break;
+        case Kind::Activity:
+            // Somebody has run something inside the notification, before the executor heard of the result.
+            belongs_ = false;
+            break;
         case Kind::Zone:
             ++zones_;
             break;

@@ -111,7 +111,7 @@ private:
     int outstanding_ = 0;
     int zones_ = 0;              ///< motions whose wait ended in the zone since the last reset
     bool silent_ = false;        ///< a result came that belongs to no motion, and nothing was said of it
-    bool belongs_ = false;       ///< the last result belongs to a motion
+    bool belongs_ = false;       ///< the last result belongs to a motion, and nothing came since
     bool falseResults_ = false;  ///< results can no longer be told apart
 };
 
