@@ -78,6 +78,13 @@ void Conductor::tick() {
         case Course::Stopping:
             if (now > sinceMs_ + scenario_.endMs && atRest()) {
                 end();
+            } else if (now > sinceMs_ + scenario_.endMs && takesDays()) {
+                // A closing that began without power, from an answer: another loss of power ends it.
+                performer_.setPower(true);
+                performer_.setPower(false);
+            } else if (now > sinceMs_ + scenario_.endMs && world_.panel.isListening()) {
+                // Signals that stay trigger their stations for ever.
+                world_.panel.stopListening();
             } else if (now > sinceMs_ + scenario_.endMs + closingMs()) {
                 tick_.stop();
                 stuck_(QStringLiteral("pause and power off did not bring the executor to rest"));

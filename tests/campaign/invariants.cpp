@@ -7,7 +7,11 @@ namespace campaign {
 
 void Outputs::on(const Event& event) {
     if (event.kind == Event::Kind::Write && event.port >= 0) {
-        values_[static_cast<std::size_t>(event.port)] = event.value;
+        // The set points of a laser that somebody has lit by hand are theirs, whoever writes them.
+        const bool isSetPoint = event.port == AO_LASER_POWER || event.port == AO_LASER_FREQUENCY ||
+                                event.port == AO_LASER_DUTY_CYCLE;
+        const bool isTheirs = isSetPoint && byHand(DO_LASER_ENABLE);
+        values_[static_cast<std::size_t>(event.port)] = isTheirs ? 0 : event.value;
         written_[static_cast<std::size_t>(event.port)] = event.value;
         byHand_[static_cast<std::size_t>(event.port)] &= event.value != 0;
     } else if (event.kind == Event::Kind::Foreign) {
