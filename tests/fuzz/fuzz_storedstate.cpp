@@ -31,7 +31,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     state.check();
     // A number may have more digits in the file than a tree holds, a name a mark before it that Qt drops:
     // then saving the project changes the file. So may a tool set, whose older form has empty objects.
-    if (project && project->toolset.isEmpty()) {
+    const bool hasMarks = input.contains("\xef\xbb\xbf");
+    if (project && project->toolset.isEmpty() && !hasMarks) {
         const bool isSame =
             text(project->statements) == text(m(lumo::key::program)->exportToJson().toArray());
         fuzz::require(state.isStored() == isSame, "a project that was just read is what its file holds");
