@@ -24,20 +24,24 @@ void GasRule::on(const Event& event, const Outputs& outputs, const Runs& runs) {
     if (laserOn && !closing_) {
         postFlowMs_ = event.facts.postFlowMs;
     }
-    closing_ |= event.kind == Kind::Write && event.port == DO_WIRE_PULLBACK && event.value != 0;
+    // The pull-back's port may not be in use.
+    closing_ |= (event.kind == Kind::Write && event.port == DO_WIRE_PULLBACK && event.value != 0) ||
+                (event.kind == Kind::Permission && !event.facts.permitted && laserOn);
+    unused_ |= !event.facts.gasUsed;
     if (event.kind == Kind::Pause) {
         pausedMs_ = event.ms;
         postFlowMs_ = event.facts.postFlowMs;
     } else if (event.kind == Kind::Write && event.port == DO_GAS) {
         if (event.value != 0) {
             closing_ = false;
+            unused_ = false;
             pausedMs_ = -1;
             laserOffMs_ = -1;
         } else if (outputs.value(DO_GAS) != 0) {
             onGasOff(event, outputs, runs);
         }
     } else if (event.kind == Kind::Write && event.port == DO_LASER_ENABLE && event.value != 0 &&
-               event.facts.gasUsed && outputs.written(DO_GAS) == 0) {
+               event.facts.gasUsed && !unused_ && outputs.written(DO_GAS) == 0) {
         broken(QStringLiteral("the laser is enabled without gas"));
     }
 }
@@ -66,6 +70,11 @@ void MotionRule::on(const Event& event, const Outputs&, const Runs& runs) {
     switch (event.kind) {
         case Kind::Quirk:
             falseResults_ = true;
+            break;
+        case Kind::Start:
+        case Kind::Once:
+            // Inside a result that the executor has not heard of yet, and then takes for one of the new run.
+            falseResults_ |= belongs_;
             break;
         case Kind::Command:
             if (event.text == QLatin1String("move.reset") || event.text == QLatin1String("move.stop")) {

@@ -93,6 +93,7 @@ private:
     void onGasOff(const Event& event, const Outputs& outputs, const Runs& runs);
 
     bool closing_ = false;    ///< a closing has begun since the gas came on
+    bool unused_ = false;     ///< the gas had no port in use since then, or still has none
     qint64 pausedMs_ = -1;    ///< the last pause since the gas came on
     qint64 laserOffMs_ = -1;  ///< when the laser was on last
     int postFlowMs_ = 0;      ///< shortest post-flow in force since then
