@@ -260,10 +260,18 @@ int main(int argc, char** argv) {
     }
     options.process(arguments);
 
+    bool isSeed = false, isCount = false;
+    const unsigned seed = options.value("seed").toUInt(&isSeed);
+    const int count = options.value("count").toInt(&isCount);
+    if (!isSeed || !isCount || count < 0) {
+        QTextStream(stderr) << "kill_campaign: --seed and --count take whole numbers from 0 on\n";
+        return 2;
+    }
+
     QElapsedTimer timer;
     timer.start();
-    Campaign campaign(options.value("seed").toUInt());
-    campaign.killAtRandom(product.savings(), options.value("count").toInt());
+    Campaign campaign(seed);
+    campaign.killAtRandom(product.savings(), count);
     if (options.isSet("no-calls") || !canTrace()) {
         QTextStream(stderr) << "No kills at system calls: left out, or this machine forbids to trace.\n";
     } else {
