@@ -59,6 +59,7 @@ ModuleObject::ModuleObject(Slot& slot, ModuleObject* parent, int position)
 
 ModuleObject::~ModuleObject() {
     dying_ = true;
+    endOwned();
     if (parent_) {
         parent_->announceRemoved(indexInPmobj(), nullptr);
     }
@@ -81,6 +82,22 @@ ModuleObject::~ModuleObject() {
     }
     for (const QPointer<ModuleObject>& child : children) {
         delete child;
+    }
+}
+
+/// What lives in the subtree without being a node (an executor, a timer) ends first, while the whole tree can
+/// still be read and written.
+void ModuleObject::endOwned() {
+    for (int i = 0; i < cmobjCount(); ++i) {
+        ModuleObject* const child = branch_->entries[i].object();
+        if (child && !child->dying_) {
+            child->endOwned();
+        }
+    }
+    const QList<QObject*> objects = children();
+    const std::vector<QPointer<QObject>> owned(objects.begin(), objects.end());
+    for (const QPointer<QObject>& object : owned) {
+        delete object;
     }
 }
 

@@ -23,6 +23,7 @@ class Slot;
 /// when the new value equals the old one.
 ///
 /// Ownership: a node owns its children. A node without a parent node belongs to whoever made it.
+/// Other objects with a node as QObject parent end with it, before anything of the tree comes apart.
 /// Nodes that were removed or replaced live on, detached, until nobody on the stack can hold them
 /// (see ModuleManager::setOutermostLoop). Children that nobody has asked for are kept as plain
 /// records; the QObject is made at the first lookup. GUI thread only.
@@ -160,6 +161,7 @@ private:
     Branch& ensureBranch();
     void make(QObject* sender, const NodeRef& parent, QStringView rest, const QString& path,
               const QVariant& value);
+    void endOwned();
     void announceAdded(int position, QObject* sender);
     void announceRemoved(int position, QObject* sender);
     ModuleObject* detach(int position);

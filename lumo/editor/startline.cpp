@@ -57,33 +57,25 @@ QString startText(const StartOutlook& outlook) {
 }
 
 StartLine::StartLine(ProgramTable* table, QLabel* label, QObject* parent)
-    : QObject(parent), table_(table), label_(label), stamp_(m(key::program)), weldStamp_(stamp_.value()) {
-    for (const QLatin1String path : {key::executeState, key::executeLine, key::currentLine, key::robotMode,
-                                     key::weldSwitch, key::handWeldSwitch}) {
+    : QObject(parent), table_(table), label_(label) {
+    for (const QLatin1String path : {key::executeState, key::executeLine, key::currentLine, key::weldOpen,
+                                     key::robotMode, key::weldSwitch, key::handWeldSwitch}) {
         connect(m(path), &ModuleObject::changed, this, &StartLine::refresh);
     }
-    connect(m(key::weldOpen), &ModuleObject::changed, this, &StartLine::onWeldOpen);
-    // After the stamp, which hears of the same changes.
     connect(m(key::program), &ModuleObject::changed, this, &StartLine::refresh);
     connect(m(key::program), &ModuleObject::removed, this, &StartLine::refresh);
     connect(table, &ProgramTable::programShown, this, &StartLine::refresh);
     connect(table, &ProgramTable::itemSelectionChanged, this, &StartLine::refresh);
 }
 
-void StartLine::onWeldOpen(const QVariant& open) {
-    if (open.toBool()) {
-        weldStamp_ = hand_or_signalbing == stationRun ? -1 : stamp_.value();
-    }
-    refresh();
-}
-
-/// The executor opens the laser again only in the program and the run mode that left the weld open.
+/// The executor opens the laser again only at a line that lies in the weld that was left open.
 StartOutlook::Weld StartLine::weldOutlook() const {
     if (!m(key::weldOpen)->getBool(false)) {
         return StartOutlook::Weld::None;
     }
-    return weldStamp_ == stamp_.value() && LumoExecutor::weldingPermitted() ? StartOutlook::Weld::Reopens
-                                                                            : StartOutlook::Weld::StaysOff;
+    return executor && executor->outlook(m(key::currentLine)->getInt()).reopens
+               ? StartOutlook::Weld::Reopens
+               : StartOutlook::Weld::StaysOff;
 }
 
 StartOutlook StartLine::outlook() const {

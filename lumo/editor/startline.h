@@ -1,6 +1,5 @@
 #pragma once
 
-#include "executor/programstamp.h"
 #include "module/host.h"
 
 #include <QObject>
@@ -38,14 +37,11 @@ public:
     void refresh();
 
 private:
-    void onWeldOpen(const QVariant& open);
     [[nodiscard]] StartOutlook outlook() const;
     [[nodiscard]] StartOutlook::Weld weldOutlook() const;
 
     ProgramTable* table_;
     QLabel* label_;
-    ProgramStamp stamp_;
-    int weldStamp_;  ///< stamp of the program whose weld was left open; -1: a station's
 };
 
 }  // namespace lumo

@@ -1,5 +1,6 @@
 // The driver: triggers, checks, the walk over the program, pause and emergency stop.
 
+#include "devices/handlit.h"
 #include "executor/lumoexecutor.h"
 #include "module/globals.h"
 #include "module/keys.h"
@@ -25,15 +26,23 @@ int lineFrom(const QVariant& var) {
 
 }  // namespace
 
-LumoExecutor::Run::Run(const ModuleObject* source, int runMode, int abortsNow, int stampNow)
-    : program(source),
-      mode(runMode),
-      aborts(abortsNow),
-      stamp(stampNow),
-      motionOfLine(program.lineCount(), -1) {}
+LumoExecutor::Run::Run(const ModuleObject* source, int runMode, int abortsNow)
+    : program(source), mode(runMode), aborts(abortsNow), motionOfLine(program.lineCount(), -1) {
+    if (ofHandProgram()) {
+        const QList<ModuleObject*> statements = source->cmobjs();
+        originals.reserve(statements.size());
+        for (ModuleObject* const statement : statements) {
+            originals.append(statement);
+        }
+    }
+}
+
+bool LumoExecutor::Run::ofHandProgram() const {
+    return mode == handRun && !isStep;
+}
 
 LumoExecutor::LumoExecutor(ModuleObject* lumo)
-    : QObject(lumo), waiter_(waitLoop, schedule_), stamp_(m(key::program)) {
+    : QObject(lumo), waiter_(waitLoop, schedule_), resume_(m(key::program), this) {
     pulseTimer.setTimerType(Qt::PreciseTimer);
     schedule_.setPerformer([this](const PortStep& step) { writePort(step); });
     connectTree();
@@ -60,6 +69,7 @@ void LumoExecutor::connectTree() {
     connect(&schedule_, &Schedule::pendingChanged, this, &LumoExecutor::activityChanged);
     connect(&waiter_, &Waiter::waitingChanged, this, &LumoExecutor::activityChanged);
     connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, this, &LumoExecutor::quit);
+    connect(m()->root(), &ModuleObject::removed, this, &LumoExecutor::onRemoved);
 }
 
 int LumoExecutor::pendingSteps() const {
@@ -76,10 +86,12 @@ void LumoExecutor::start(const QVariant& var) {
         warn(reason);
         return;
     }
-    Run run(program, mode, aborts_, stamp_.value());
+    Run run(program, mode, aborts_);
     if (refuseCircle(run, line, run.program.lineCount())) {
         return;
     }
+    run.inWeld = run.ofHandProgram() && resume_.liesInWeld(line);
+    resume_.suspend();
     run_ = &run;
     changeDepth(+1);
     setState(word::busy);
@@ -100,7 +112,8 @@ void LumoExecutor::runOnce(const QVariant& var, const QVariant& /*old*/, QObject
         warn(reason);
         return;
     }
-    Run run(program, hand_or_signalbing, aborts_, stamp_.value());
+    Run run(program, hand_or_signalbing, aborts_);
+    run.isStep = true;
     if (refuseCircle(run, line, line + 1)) {
         return;
     }
@@ -145,10 +158,17 @@ void LumoExecutor::walk(Run& run, int line) {
     weldCut_ = false;
     kordservice()->command(this, command::reset, static_cast<const ModuleObject*>(nullptr));
     if (!isAborted()) {
-        settleBeforeMoving();
+        switchOffByHand();
     }
     if (!isAborted()) {
-        openAgain(run, line);
+        settleBeforeMoving();
+    }
+    line_ = line;
+    if (!isAborted()) {
+        takeUp(run, line);
+    }
+    if (!isAborted()) {
+        stopped_.reset();  // the run has what is left of it
     }
     int i = line;
     for (; i < run.program.lineCount() && !isAborted() && isBusy(); ++i) {
@@ -156,6 +176,7 @@ void LumoExecutor::walk(Run& run, int line) {
             continue;
         }
         line_ = i;
+        inStatement_ = true;
         if (run.mode == handRun) {
             m(key::executeLine)->setValue(this, i);
         }
@@ -174,20 +195,111 @@ void LumoExecutor::walk(Run& run, int line) {
         }
     }
     if (!isAborted()) {
+        inStatement_ = false;
         endWeldOfWalk(i == run.program.lineCount());
     }
 }
 
-void LumoExecutor::openAgain(const Run& run, int line) {
-    if (!m(key::weldOpen)->getBool(false)) {
-        return;
-    }
-    // A weld that another program or run mode left open must not be continued in this one.
-    if (run.mode != handRun || weldStamp_ != run.stamp) {
+/// A weld or an arc that was stopped goes on where it stopped: the tool goes back there, dark, and the laser
+/// opens there. A line that does not lie in the weld that was left open goes dark.
+void LumoExecutor::takeUp(Run& run, int line) {
+    if (m(key::weldOpen)->getBool(false) && !run.inWeld) {
         setWeldFlag(false);
+    }
+    const bool ofArc = isStoppedArc(run.original(line)) && run.program.isExecuted(line);
+    const bool reopens = run.inWeld && m(key::weldOpen)->getBool(false) && weldingPermitted();
+    if (!isAborted() && (reopens || ofArc) && isAway()) {
+        goBack(run, line);
+    }
+    if (!isAborted() && ofArc) {
+        takeUpArc(run, line);
+    }
+    if (!isAborted() && run.inWeld && m(key::weldOpen)->getBool(false)) {
+        limitopenLaser(run.program.openBefore(line));
+    }
+}
+
+void LumoExecutor::goBack(const Run& run, int line) {
+    constexpr double jointStatementMmPerS = 50.0;
+    constexpr double mmPerM = 1000.0;
+    const ModuleObject* const stmt = run.program.statement(line);
+    double speed = stmt->c(field::speed, false)->getDouble(0.0);
+    if (statementType(stmt) == statement::moveJ || !(speed > 0.0)) {
+        speed = jointStatementMmPerS;
+    }
+    ModuleObject args(QStringLiteral("tmp"));
+    args.append(this, field::point)->copyFrom(this, m(key::currentPausePoint), true, false);
+    args.set(this, QStringLiteral("traj.speed"), speed / mmPerM, true)
+        ->set(this, QStringLiteral("traj.zone"), 0.0, true);
+    const int motion = motions_.size();
+    queueMotion(nullptr, command::moveL, &args);
+    if (!isAborted()) {
+        kordservice()->command(this, command::enough, static_cast<const ModuleObject*>(nullptr));
+    }
+    if (isAborted()) {
         return;
     }
-    limitopenLaser(run.program.openBefore(line));
+    const int code = awaitMotion(motion, line);
+    if (!isAborted() && code != 0) {
+        failRun(code);
+    }
+}
+
+bool LumoExecutor::isStoppedArc(const ModuleObject* statement) const {
+    return stopped_ && statement && stopped_->statement == statement && m(key::currentPausePoint)->size() > 0;
+}
+
+/// Whether the tool stands elsewhere than where the last stop was. Where nothing was kept it does not.
+bool LumoExecutor::isAway(double* distanceMm) {
+    constexpr double mmPerM = 1000.0;
+    constexpr double nearMm = 2.0;
+    constexpr double nearRad = 2.0 * 3.14159265358979323846 / 180.0;
+    const ModuleObject* const stop = m(key::currentPausePoint);
+    const ModuleObject* const tool = kordservice()->get(nullptr, key::posture);
+    if (!stop->hasCmobj(field::trans)) {
+        return false;
+    }
+    const double away =
+        mmPerM * distance(Position::of(stop->c(field::trans)), Position::of(tool->c(field::trans)));
+    if (distanceMm) {
+        *distanceMm = away;
+    }
+    return away > nearMm ||
+           (stop->hasCmobj(field::rot) && turnBetween(stop->c(field::rot), tool->c(field::rot)) > nearRad);
+}
+
+LumoExecutor::Outlook LumoExecutor::outlook(int line) const {
+    Outlook outlook;
+    ModuleObject* const stmt = m(key::program)->c(line);
+    outlook.reopens = m(key::weldOpen)->getBool(false) && resume_.liesInWeld(line) && weldingPermitted();
+    const bool ofArc = !stmt->isNull() && isStoppedArc(stmt) && isExecutedStatement(stmt);
+    outlook.goesBack = (outlook.reopens || ofArc) && isAway(&outlook.distanceMm);
+    return outlook;
+}
+
+bool LumoExecutor::litByHand() {
+    return isLitByHand();
+}
+
+void LumoExecutor::switchOffByHand() {
+    for (const I_PORT output : takeLitByHand()) {
+        writePort({output, 0.0, PortStep::Role::SwitchOff});
+    }
+}
+
+/// The resume data of a stop. One that interrupts no statement (on the way back, while idle, a second one)
+/// leaves those of the stop before.
+void LumoExecutor::keepStop() {
+    if (!std::exchange(inStatement_, false)) {
+        resume_.release();
+        return;
+    }
+    m(key::currentPausePoint)->copyFrom(this, kordservice()->get(this, key::posture), true, false);
+    if (run_->isStep) {
+        return;
+    }
+    keepArc();
+    resume_.hold(run_->original(line_));
 }
 
 void LumoExecutor::endWeldOfWalk(bool reachedEnd) {
@@ -206,12 +318,16 @@ void LumoExecutor::step(Run& run, int line) {
     forgetMotions();
     kordservice()->command(this, command::reset, static_cast<const ModuleObject*>(nullptr));
     if (!isAborted()) {
+        switchOffByHand();
+    }
+    if (!isAborted()) {
         settleBeforeMoving();
     }
     if (isAborted() || !run.program.isExecuted(line)) {
         return;
     }
     line_ = line;
+    inStatement_ = true;
     m(key::executeLine)->setValue(this, line);
     if (isAborted()) {
         return;
@@ -307,15 +423,22 @@ int LumoExecutor::addCmd(ModuleObject* stmt) {
 }
 
 void LumoExecutor::failRun(int code) {
-    QString text = run_->circleError;
-    if (text.isEmpty()) {
-        text = tr("机器人运动错误：-0x%1").arg(QString::number(-static_cast<qint64>(code), 16));
+    const QString circleError = run_ ? run_->circleError : QString();
+    if (run_ && !isAborted()) {
+        pause();
     }
-    pause();
-    showMessage(QMessageBox::Critical, tr("运行错误"), text);
+    showMessage(QMessageBox::Critical, tr("运行错误"),
+                circleError.isEmpty()
+                    ? tr("机器人运动错误：-0x%1").arg(QString::number(-static_cast<qint64>(code), 16))
+                    : circleError);
 }
 
 void LumoExecutor::endRun() {
+    if (!isAborted() && !run_->isStep) {
+        resume_.hold(run_->original(line_));
+    }
+    inStatement_ = false;
+    queuedLast_ = nullptr;
     run_ = nullptr;
     line_ = -1;
     if (!isIdle()) {
@@ -337,7 +460,7 @@ void LumoExecutor::pause() {
     }
     forgetMotions();
     waiter_.end(WaitEnd::Abort);
-    m(key::currentPausePoint)->copyFrom(this, kordservice()->get(this, key::posture), true, false);
+    keepStop();
     if (mine == aborts_) {  // else somebody who heard of this stopped everything meanwhile
         closeLaser();
     }
@@ -357,6 +480,8 @@ void LumoExecutor::estop(const QVariant& var) {
         ++aborts_;
         waiter_.end(WaitEnd::Abort);
         shutDown();
+    } else {
+        switchOffByHand();
     }
 }
 
@@ -366,7 +491,7 @@ void LumoExecutor::emergencyStop() {
     forgetMotions();
     waiter_.end(WaitEnd::Abort);
     kordservice()->command(this, command::stop, static_cast<const ModuleObject*>(nullptr));
-    m(key::currentPausePoint)->copyFrom(this, kordservice()->get(this, key::posture), true, false);
+    keepStop();
     shutDown();
     setState(word::idle);
 }
@@ -374,6 +499,15 @@ void LumoExecutor::emergencyStop() {
 void LumoExecutor::quit() {
     if (depth_ > 0 || pendingSteps() > 0) {
         emergencyStop();
+    } else {
+        switchOffByHand();
+    }
+}
+
+/// The subtree goes, and with it the ports: what is on has to be switched off while they can be read.
+void LumoExecutor::onRemoved(const QString& name) {
+    if (m()->root()->c(name) == m(key::lumo)) {
+        quit();
     }
 }
 

@@ -1,5 +1,6 @@
 // The laser: opening, closing, pulsing and parameter changes, and what keeps them from overlapping.
 
+#include "devices/handlit.h"
 #include "executor/lumoexecutor.h"
 #include "module/keys.h"
 
@@ -30,11 +31,15 @@ int LumoExecutor::limitopenLaser(ModuleObject* stmt) {
     if (!weldingPermitted()) {
         return 0;
     }
-    const int mine = beginSequence();
+    // The gas stays with the sequence before until this opening is certain: a listener of the settled
+    // switch-offs may stop it or take the permission back, and somebody has to switch the gas off.
+    const int mine = beginSequence(Gas::Left);
     if (mine != sequence_ || !weldingPermitted()) {
-        return 0;  // whoever heard of what was settled may have stopped it or taken the permission back
+        return 0;
     }
+    schedule_.takeSteps();
     weldCut_ = false;
+    paramWaits_ = false;
     weld_ = Weld::Opening;
     changeAOParamUpdate(stmt);
     if (mine != sequence_) {
@@ -45,7 +50,9 @@ int LumoExecutor::limitopenLaser(ModuleObject* stmt) {
         return 0;  // abandoned: what was open before counts as before
     }
     weld_ = Weld::Open;
-    weldStamp_ = run_ && run_->mode == 0 ? run_->stamp : -1;
+    if (inStatement_ && run_->program.holds(stmt)) {
+        resume_.weldOpened(run_->original(stmt->indexInPmobj()));
+    }
     setWeldFlag(true);
     return code;
 }
@@ -121,7 +128,8 @@ void LumoExecutor::runClosing(int mine, bool waitless) {
         return;
     }
     if (waitless) {
-        schedule_.add(startMs, gasOffPlan(params.postFlowMs));
+        // Not before the ramp has ended and the laser is off.
+        schedule_.add(startMs, gasOffPlan(std::max(params.postFlowMs, params.decreaseMs)));
         return;
     }
     // These three are ended by their time; a pause or an emergency stop supersede the closing.
@@ -198,21 +206,39 @@ void LumoExecutor::changeAOParam() {
     const int mine = sequence_;
     const LaserParams params = LaserParams::from(paramNode());
     const bool closing = schedule_.isPending(DO_LASER_ENABLE, Role::SwitchOff);
-    if (portState(DO_LASER_ENABLE) && !closing) {
+    if (isBetweenPulses()) {
         schedule_.dropProgress(AO_LASER_POWER);
-        writeGroup({{AO_LASER_POWER, params.power, Role::Progress},
-                    {AO_LASER_DUTY_CYCLE, params.ratio, Role::Progress},
-                    {AO_LASER_FREQUENCY, params.frequency, Role::Progress}});
+        paramWaits_ = true;  // written with the next pulse
+    } else if (portState(DO_LASER_ENABLE) && !closing) {
+        schedule_.dropProgress(AO_LASER_POWER);
+        writeSetPoints(params);
     }
     if (mine == sequence_) {
         writePort({AO_WIRE_SPEED, params.wireSpeed, Role::Progress});
     }
 }
 
+bool LumoExecutor::isBetweenPulses() const {
+    return pulseTimer.isActive() && !laserOn && portEnabled(DO_LASER_ENABLE);
+}
+
+void LumoExecutor::writeSetPoints(const LaserParams& params) {
+    paramWaits_ = false;
+    writeGroup({{AO_LASER_POWER, params.power, Role::Progress},
+                {AO_LASER_DUTY_CYCLE, params.ratio, Role::Progress},
+                {AO_LASER_FREQUENCY, params.frequency, Role::Progress}});
+}
+
 void LumoExecutor::pulseStep() {
     schedule_.runDue();  // what was scheduled before this timer comes first, also when both are late
     if (!pulseTimer.isActive() || (laserOn && openInterval == 0)) {
         return;
+    }
+    if (!laserOn && paramWaits_) {
+        writeSetPoints(LaserParams::from(paramNode()));
+        if (!pulseTimer.isActive()) {
+            return;  // stopped by whoever heard of the write
+        }
     }
     laserOn = !laserOn;
     const double on = laserOn ? 1.0 : 0.0;
@@ -255,14 +281,23 @@ void LumoExecutor::shutDown() {
     stopPulsing();
     settling_.clear();
     schedule_.takeSteps();
+    const std::vector<I_PORT> byHand = takeLitByHand();
     for (const PortStep& off : shutdownSteps()) {
         writePort(off);
+    }
+    for (const I_PORT output : byHand) {
+        const bool isWritten = std::any_of(shutdownSteps().begin(), shutdownSteps().end(),
+                                           [output](const PortStep& off) { return off.port == output; });
+        if (!isWritten) {
+            writePort({output, 0.0, Role::SwitchOff});
+        }
     }
     emit activityChanged();
 }
 
 void LumoExecutor::stopPulsing() {
     pulseTimer.stop();
+    paramWaits_ = false;
     laserOn = false;
     stayTime = 0;
     emit activityChanged();

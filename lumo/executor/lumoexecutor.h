@@ -1,8 +1,9 @@
 #pragma once
 
+#include "executor/arc.h"
 #include "executor/laserplan.h"
 #include "executor/programindex.h"
-#include "executor/programstamp.h"
+#include "executor/resumepoint.h"
 #include "executor/schedule.h"
 #include "executor/wait.h"
 #include "module/export.h"
@@ -16,6 +17,8 @@
 #include <QVector>
 
 #include <deque>
+#include <map>
+#include <optional>
 
 /// Whether two positions (list nodes, metres) are less than `distanceM` apart.
 bool isNearTrans(const ModuleObject* a, const ModuleObject* b, double distanceM);
@@ -38,6 +41,8 @@ class LUMO_EXPORT LumoExecutor : public QObject {
     Q_PROPERTY(int pendingSteps READ pendingSteps NOTIFY activityChanged)
     /// Walks, single steps and pauses on the stack.
     Q_PROPERTY(int depth READ depth NOTIFY activityChanged)
+    /// Whether a device is on that the device page switched on. Its change is not announced.
+    Q_PROPERTY(bool litByHand READ litByHand)
 public:
     /// `lumo` is the package's node, the executor's parent and owner.
     explicit LumoExecutor(ModuleObject* lumo);
@@ -47,6 +52,15 @@ public:
     [[nodiscard]] QVariantMap waiting() const { return waiter_.waiting(); }
     [[nodiscard]] int pendingSteps() const;
     [[nodiscard]] int depth() const { return depth_; }
+    [[nodiscard]] static bool litByHand();
+
+    /// What a start of the hand program at a line would find of a weld or an arc that was stopped.
+    struct Outlook {
+        bool reopens = false;     ///< the line lies in the weld that was left open, and welding is permitted
+        bool goesBack = false;    ///< the tool left the place of the stop: it goes back there first, dark
+        double distanceMm = 0.0;  ///< how far it is away
+    };
+    [[nodiscard]] Outlook outlook(int line) const;
 
     // --- Driver -------------------------------------------------------------------------------
 
@@ -104,15 +118,32 @@ private:
     /// How far the laser is in its life.
     enum class Weld { Dark, Opening, Open };
 
+    /// An arc or full circle that a stop interrupted.
+    struct StoppedArc {
+        QPointer<ModuleObject> statement;  ///< of the tree
+        lumo::QueuedArc queued;
+        double reached = 0.0;  ///< angle on it at the stop
+        QString points;        ///< the statement's points then
+    };
+
     /// A walk or a single step on the stack.
     struct Run {
-        Run(const ModuleObject* source, int runMode, int abortsNow, int stampNow);
+        Run(const ModuleObject* source, int runMode, int abortsNow);
+        [[nodiscard]] bool ofHandProgram() const;
+        /// The statement of the tree that a line was copied from; null when it is gone, or in other programs.
+        [[nodiscard]] ModuleObject* original(int line) const { return originals.value(line); }
+
         RunProgram program;
-        int mode;                   ///< run mode when it was accepted
-        int aborts;                 ///< `aborts_` when it was accepted
-        int stamp;                  ///< stamp of the hand program when it was accepted
-        QVector<int> motionOfLine;  ///< number of the motion that a line queued, -1: none
-        QString circleError;        ///< text of the impossible circle met at queueing
+        int mode;             ///< run mode when it was accepted
+        int aborts;           ///< `aborts_` when it was accepted
+        bool isStep = false;  ///< a single step
+        bool inWeld = false;  ///< it begins inside the weld that was left open
+        QVector<QPointer<ModuleObject>> originals;
+        QVector<int> motionOfLine;            ///< number of the motion that a line queued, -1: none
+        std::map<int, lumo::QueuedArc> arcs;  ///< arcs and circles by the line that queued them
+        std::optional<StoppedArc> rest;       ///< what is left of the arc of `restLine`
+        int restLine = -1;
+        QString circleError;  ///< text of the impossible circle met at queueing
     };
 
     /// A motion handed to the controller whose result settles it.
@@ -127,7 +158,14 @@ private:
     [[nodiscard]] QString refusal(int line, const ModuleObject* program) const;
     [[nodiscard]] bool refuseCircle(const Run& run, int from, int to) const;
     void walk(Run& run, int line);
-    void openAgain(const Run& run, int line);
+    void takeUp(Run& run, int line);
+    void takeUpArc(Run& run, int line);
+    void goBack(const Run& run, int line);
+    [[nodiscard]] bool isStoppedArc(const ModuleObject* statement) const;
+    [[nodiscard]] static bool isAway(double* distanceMm = nullptr);
+    void keepStop();
+    void keepArc();
+    void onRemoved(const QString& name);
     void endWeldOfWalk(bool reachedEnd);
     void step(Run& run, int line);
     void failRun(int code);
@@ -145,6 +183,11 @@ private:
     // Moves
     void setTrajectory(ModuleObject* args, ModuleObject* stmt);
     void queueMotion(ModuleObject* stmt, QLatin1String command, const ModuleObject* args);
+    [[nodiscard]] lumo::Position startOfNextMotion() const;
+    void keepQueuedArc(ModuleObject* stmt, const lumo::Position& start, const ModuleObject* args);
+    bool queueRest(ModuleObject* stmt);
+    int awaitMotion(int motion, int line);
+    void passedBefore(const ModuleObject* stmt, ModuleObject* circleStart);
     int waitZone(ModuleObject* stmt);
     void testZone(ModuleObject* stmt, const QString& type, double radiusM, const ModuleObject* circleStart);
     /// Gives the oldest outstanding motion its result and returns its number.
@@ -155,6 +198,8 @@ private:
 
     // Laser
     void pulseStep();
+    [[nodiscard]] bool isBetweenPulses() const;
+    void writeSetPoints(const LaserParams& params);
     void onPermission();
     /// Whether the gas is the new sequence's own, or flows on as the one before wanted it.
     enum class Gas { Own, Left };
@@ -166,6 +211,7 @@ private:
     /// Begins the closing that is sequence `mine`; false when it was superseded meanwhile.
     bool beginClosing(int mine, qint64 startMs, const LaserParams& params);
     void shutDown();
+    void switchOffByHand();
     void stopPulsing();
     void writePort(const PortStep& step, ModuleObject* batch = nullptr);
     void writeGroup(std::initializer_list<PortStep> steps);
@@ -186,10 +232,15 @@ private:
 
     Schedule schedule_;
     Waiter waiter_;
-    ProgramStamp stamp_;
+    ResumePoint resume_;
     Run* run_ = nullptr;  ///< the walk or step on the stack
-    int line_ = -1;       ///< the line it executes
-    int awaited_ = -1;    ///< number of the motion whose wait is running
+    int line_ = -1;       ///< the line it executes, or is about to
+    /// A statement of the program is being executed, and no stop has come: a stop now interrupts it.
+    bool inStatement_ = false;
+    std::optional<StoppedArc> stopped_;         ///< the arc that the last stop interrupted
+    const ModuleObject* queuedLast_ = nullptr;  ///< statement that queued the last motion
+    int awaited_ = -1;                          ///< number of the motion whose wait is running
+    qint64 awaitedSinceMs_ = 0;
     int depth_ = 0;
     int aborts_ = 0;
     bool stopping_ = false;  ///< an emergency stop is being done: no pause may come in between
@@ -199,7 +250,7 @@ private:
     QVector<Motion> motions_;        ///< since the last reset, pause or stop
     int settled_ = 0;
     Weld weld_ = Weld::Dark;
-    bool weldCut_ = false;    ///< the weld under way was closed because permission was lost
-    int weldStamp_ = -1;      ///< stamp of the hand program whose weld was opened last, -1: none
-    double lastPower_ = 0.0;  ///< laser power that the executor wrote last
+    bool weldCut_ = false;     ///< the weld under way was closed because permission was lost
+    bool paramWaits_ = false;  ///< a parameter change met the gap between two pulses
+    double lastPower_ = 0.0;   ///< laser power that the executor wrote last
 };

@@ -6,10 +6,6 @@ using namespace lumo;
 
 namespace {
 
-QString typeOf(const ModuleObject* stmt) {
-    return stmt->c(field::type, false)->getString(QString());
-}
-
 /// Where a statement leaves the robot; null when it ends where it began or has no points.
 ModuleObject* endPointOf(ModuleObject* stmt, const QString& type) {
     if (type == lumo::statement::moveCC) {
@@ -25,8 +21,12 @@ ModuleObject* endPointOf(ModuleObject* stmt, const QString& type) {
 
 }  // namespace
 
+QString statementType(const ModuleObject* stmt) {
+    return stmt->c(field::type, false)->getString(QString());
+}
+
 bool isMoveStatement(const ModuleObject* stmt) {
-    return typeOf(stmt).startsWith(QLatin1String("move"));
+    return statementType(stmt).startsWith(QLatin1String("move"));
 }
 
 bool isExecutedStatement(const ModuleObject* stmt) {
@@ -41,7 +41,7 @@ RunProgram::RunProgram(const ModuleObject* program) : program_(QStringLiteral("r
     ModuleObject* target = nullptr;
     for (int line = 0; line < count; ++line) {
         ModuleObject* const stmt = program_.c(line);
-        const QString type = typeOf(stmt);
+        const QString type = statementType(stmt);
         lines_.append(
             {stmt, type.startsWith(QLatin1String("move")), isExecutedStatement(stmt), open, target});
         if (type == lumo::statement::open) {
@@ -77,7 +77,7 @@ ModuleObject* RunProgram::targetBefore(int line) const {
 CircleFault RunProgram::circleFaultAt(int line) const {
     ModuleObject* const start = targetBefore(line);
     ModuleObject* const stmt = statement(line);
-    if (!start || typeOf(stmt) != lumo::statement::moveCC) {
+    if (!start || statementType(stmt) != lumo::statement::moveCC) {
         return CircleFault::None;
     }
     return circleFault(start, stmt->c(field::point, false), stmt->c(field::point1, false));

@@ -45,4 +45,5 @@ private:
 
 /// Whether a statement's type names a motion.
 bool isMoveStatement(const ModuleObject* stmt);
+QString statementType(const ModuleObject* stmt);
 bool isExecutedStatement(const ModuleObject* stmt);

@@ -145,6 +145,21 @@ private slots:
             {"220 POWER 1638", "230 [POWER 26214, DUTY 9830, FREQ 13107]", "230 SPEED 3277", "400 WIRE 1"}));
     }
 
+    void aParamBetweenTwoPulses_comesWithTheNext() {
+        bench_.setParam("open_time", 100);
+        bench_.setParam("open_interval", 100);
+        bench_.setParam("power", 20, 1);
+        bench_.setParam("stay_time", 0);
+        bench_.load(weld(
+            R"({"type":"delay","delaytime":150},{"type":"param","index":1},{"type":"delay","delaytime":200})"));
+        bench_.run();
+        // Enabled at 200, the first gap begins at 300; the ramp has not ended.
+        QVERIFY(sameLog(bench_.robot.logBetween(340, 405),
+                        {"340 POWER 11468", "350 SPEED 8192", "400 WIRE 1",
+                         "400 [POWER 6553, DUTY 9830, FREQ 13107]", "400 LASER 1", "400 WIRE 1"}));
+        QCOMPARE(bench_.robot.logBetween(405, 550).filter("POWER"), QStringList());
+    }
+
     void aParamInTheDark_changesOnlyTheWireSpeed() {
         bench_.load(R"([{"type":"param","index":0}])");
         bench_.run();
@@ -212,6 +227,37 @@ private slots:
         QVERIFY(!bench_.weldFlag());
     }
 
+    void afterAPause_theGasOutlastsTheRamp() {
+        bench_.setParam("decrease_time", 600);
+        bench_.setParam("delay_after_blow", 100);
+        bench_.load(weld(R"({"type":"delay","delaytime":5000})"));
+        bench_.at(1000, [] { test::ExecutorBench::pause(); });
+        bench_.run();
+        bench_.settle();
+        QCOMPARE(bench_.robot.offSince("LASER"), qint64(1600));
+        QCOMPARE(bench_.robot.log().last(), QString("1600 GAS 0"));
+    }
+
+    /// Who hears of the switch-offs that an opening settles may take the permission back.
+    void anOpeningThatIsNotPermittedAnyMore_leavesNoGasOn() {
+        bench_.setParam("decrease_time", 2000);
+        bench_.load(weld(R"({"type":"delay","delaytime":5000})"));
+        bench_.at(1000, [] { test::ExecutorBench::pause(); });
+        bench_.run();
+        bench_.time.advance(50);
+        QObject scope;
+        connect(kordservice(), &KordService::issued, &scope, [this] {
+            if (bench_.robot.firstTime("LASER 0") >= 0) {
+                test::ScriptedRobot::setMode("manual");
+            }
+        });
+        bench_.at(4000, [] { test::ExecutorBench::pause(); });
+        bench_.run(1);
+        bench_.settle();
+        QCOMPARE(bench_.robot.firstTime("GAS 1"), qint64(-1));
+        QVERIFY(bench_.robot.output("GAS") == 0.0);
+    }
+
     void aSecondPause_switchesOffAtOnce() {
         bench_.setParam("decrease_time", 2000);
         bench_.load(weld(R"({"type":"delay","delaytime":5000})"));
@@ -248,7 +294,7 @@ private slots:
         QCOMPARE(bench_.robot.offSince("LASER"), qint64(0));
         QVERIFY(bench_.robot.log().indexOf("0 LASER 0") < bench_.robot.log().indexOf("0 move.l 0 0"));
         bench_.settle();
-        QCOMPARE(bench_.robot.offSince("GAS"), qint64(200 - 50));  // as the pause wanted it
+        QCOMPARE(bench_.robot.offSince("GAS"), qint64(2000 - 50));  // as the pause wanted it
     }
 
     void aPauseWhileTheNextRunSettles_switchesOffAtOnceToo() {
@@ -522,23 +568,6 @@ private slots:
         bench_.run(3);  // settles the closing of the pause but its gas
         bench_.run(0);
         QCOMPARE(stale, QVector<int>());
-    }
-
-    /// Whose dwell is none that a statement before has set.
-    void aResumeAheadOfTheOpening_hasNoDwell() {
-        bench_.load(R"([{"type":"delay","delaytime":50},{"type":"open"},{"type":"delay","delaytime":1000}])");
-        bench_.at(600, [] { test::ExecutorBench::pause(); });
-        bench_.run();
-        bench_.settle();
-        QVERIFY(bench_.weldFlag());
-        bench_.at(240, [] { test::ExecutorBench::pause(); });
-        bench_.run();
-        QCOMPARE(m("lumo.current.programtype")->getString(), QString("delay"));
-        QCOMPARE(bench_.robot.nowMs(), qint64(240));
-        bench_.settle();
-        bench_.at(201, [this] { QCOMPARE(bench_.waitingKind(), QString("delay")); });
-        bench_.at(199, [this] { QCOMPARE(bench_.waitingKind(), QString("preflow")); });
-        bench_.run();
     }
 
     void anIdlePause_runsItsClosing() {

@@ -155,27 +155,34 @@ private slots:
         QCOMPARE(bench_.state(), QString("idle"));
     }
 
-    void anErrorAfterTheZone_failsTheMovesQueuedBehindIt() {
-        bench_.robot.zoneLeadMs = 300;
-        bench_.load(R"([{"type":"moveL","zone":2,"point":{"trans":[1,0,0]}},{"type":"close"},
-                        {"type":"moveL"},{"type":"delay"}])");
-        bench_.robot.setMode("manual");  // the close does nothing: the next move is queued in the zone
-        bench_.robot.codes = {-9};
-        bench_.at(300, [this] { bench_.robot.loseTheQueueAfterTheNextResult(); });
-        bench_.run();
-        QCOMPARE(bench_.boxes(), QStringList{"机器人运动错误：-0x9"});
-        QCOMPARE(bench_.resumeLine(), 2);
+    void anErrorAfterTheZone_isTold_data() {
+        QTest::addColumn<QByteArray>("behind");
+        QTest::addColumn<QByteArray>("mode");
+        QTest::addColumn<qint64>("ends");
+        QTest::addColumn<int>("line");
+        QTest::newRow("in the closing")
+            << QByteArray(R"(,{"type":"open"},{"type":"moveL"})") << QByteArray("auto") << qint64(500) << 1;
+        QTest::newRow("in the move behind it") << QByteArray(R"(,{"type":"moveL"},{"type":"delay"})")
+                                               << QByteArray("manual") << qint64(500) << 2;
+        QTest::newRow("when the run is over") << QByteArray() << QByteArray("manual") << qint64(400) << 1;
     }
 
-    void anErrorAfterTheZone_withNothingQueuedBehindIt_isDropped() {
+    void anErrorAfterTheZone_isTold() {
+        QFETCH(QByteArray, behind);
+        QFETCH(QByteArray, mode);
         bench_.robot.zoneLeadMs = 120;
-        bench_.load(R"([{"type":"moveL","zone":2,"point":{"trans":[1,0,0]}},{"type":"close"},
-                        {"type":"moveL","point":{"trans":[2,0,0]}},{"type":"delay"}])");
+        bench_.load(R"([{"type":"moveL","zone":2,"point":{"trans":[1,0,0]}},{"type":"close"})" + behind +
+                    "]");
+        bench_.robot.setMode(mode);
         bench_.robot.codes = {-9};
         m("lumo.cur_param")->setValue(this, 0);
         bench_.run();
-        QCOMPARE(lineTimes_, QVector<qint64>({0, 400, 1000, 1500}));
-        QCOMPARE(bench_.boxes(), QStringList());
+        QTEST(bench_.robot.nowMs(), "ends");
+        bench_.time.advance(1000);
+        bench_.settle();
+        QCOMPARE(bench_.boxes(), QStringList{"机器人运动错误：-0x9"});
+        QTEST(bench_.resumeLine(), "line");
+        QCOMPARE(bench_.robot.firstTime("GAS 1"), qint64(-1));
     }
 
     void motionsThatNobodyWaitsForAnyMore_data() {

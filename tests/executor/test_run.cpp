@@ -453,16 +453,6 @@ private slots:
         });
         bench_.run();
         QCOMPARE(code, 0);  // it begins at its own first line's point, not at the posture
-
-        bench_.reset();
-        bench_.load(R"([{"type":"moveL","zone":2,"point":{"trans":[1,0,0]}},{"type":"close"},
-                        {"type":"delay","delaytime":300}])");
-        bench_.robot.zoneLeadMs = 120;
-        bench_.robot.codes = {-9};
-        code = -1;
-        bench_.at(600, [statement, &code] { code = executor->waitMoveing(statement(0), "start"); });
-        bench_.run();
-        QCOMPARE(code, 0);  // not that of the run's first line
     }
 
     void ioStatements() {

@@ -1,5 +1,4 @@
 #include "executor/programindex.h"
-#include "executor/programstamp.h"
 #include "support/executorbench.h"
 
 #include <QJsonArray>
@@ -93,44 +92,6 @@ private slots:
         program.clear(nullptr, true, false);
         QCOMPARE(run.statement(0)->c("delaytime")->getInt(), 5);
         QVERIFY(run.statement(1)->isNull());
-    }
-
-    void stamp_tellsReplacementFromEditing() {
-        ModuleObject program(QStringLiteral("p"));
-        load(program, R"([{"type":"open"},{"type":"moveL"},{"type":"close"}])");
-        ProgramStamp stamp(&program);
-        const int before = stamp.value();
-        program.reorder(nullptr, 0, 2);
-        program.c(0)->set(nullptr, "speed", 10, true);
-        program.append(nullptr, QString());
-        while (program.cmobjCount() > 1) {
-            program.remove(nullptr, "#0");
-        }
-        QCOMPARE(stamp.value(), before);
-        load(program, R"([{"type":"open"},{"type":"moveL"},{"type":"close"}])");
-        QCOMPARE(stamp.value(), before + 1);
-        program.clear(nullptr, true, false);
-        QCOMPARE(stamp.value(), before + 2);
-    }
-
-    void stamp_ofAProgramThatGrewFromNothing() {
-        ModuleObject program(QStringLiteral("p"));
-        load(program, "[]");
-        ProgramStamp stamp(&program);
-        const int before = stamp.value();
-        program.append(nullptr, QString());
-        program.remove(nullptr, "#0");
-        QCOMPARE(stamp.value(), before + 1);
-    }
-
-    void stamp_changesWhenTheLastStatementGoes() {
-        ModuleObject program(QStringLiteral("p"));
-        load(program, R"([{"type":"open"}])");
-        ProgramStamp stamp(&program);
-        const int before = stamp.value();
-        program.remove(nullptr, "#0");
-        program.append(nullptr, QString());
-        QVERIFY(stamp.value() != before);
     }
 };
 

@@ -35,6 +35,7 @@ private slots:
     void value_holdsPointers();
     void indexOfRname_data();
     void indexOfRname();
+    void whatLivesInASubtree_endsWhileTheTreeStands();
 };
 
 void TestModuleObject::lookup_findsByNameAndPosition_data() {
@@ -291,6 +292,27 @@ void TestModuleObject::conversion() {
     QTEST(node.getString(QStringLiteral("default")), "asText");
     QCOMPARE(node.getBool(true), asBool != QLatin1String("false"));
     QCOMPARE(node.getBool(false), asBool == QLatin1String("true"));
+}
+
+void TestModuleObject::whatLivesInASubtree_endsWhileTheTreeStands() {
+    class Tenant : public QObject {
+    public:
+        Tenant(ModuleObject* home, QStringList* seen) : QObject(home), home_(home), seen_(seen) {}
+        ~Tenant() override { *seen_ << home_->path() << home_->r("port.#1")->getString(); }
+
+    private:
+        ModuleObject* home_;
+        QStringList* seen_;
+    };
+    QStringList seen;
+    {
+        ModuleObject root;
+        ModuleObject* const package = root.append(nullptr, "lumo");
+        package->set(nullptr, "port.#0", "a")->set(nullptr, "port.#1", "b");
+        new Tenant(package, &seen);
+        new Tenant(package->c("port"), &seen);
+    }
+    QCOMPARE(seen, QStringList({"lumo.port", "", "lumo", "b"}));
 }
 
 void TestModuleObject::value_holdsPointers() {

@@ -62,6 +62,7 @@ void ExecutorBench::reset() {
     m(QStringLiteral("lumo.execute.state"))->setValue(this, QStringLiteral("idle"));
     m(QStringLiteral("lumo.current.openmiddlecolse"))->setValue(this, false);
     m(QStringLiteral("lumo.current.line"))->setValue(this, 0);
+    m(QStringLiteral("lumo.current.pausepoint"))->clear(this);
     m(QStringLiteral("lumo.execute.line"))->setValue(this, -1);
     m(QStringLiteral("lumo.execute.dt"))->setValue(this, 20);
     m(QStringLiteral("lumo.allWeldBtnstatus.weldbtn"))->setValue(this, true);

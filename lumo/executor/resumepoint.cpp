@@ -1,0 +1,123 @@
+#include "executor/resumepoint.h"
+
+#include "executor/programindex.h"
+#include "module/keys.h"
+
+using namespace lumo;
+
+ResumePoint::ResumePoint(ModuleObject* program, QObject* sender) : program_(program), sender_(sender) {
+    connect(program, &ModuleObject::changed, this, [this] { follow(); });
+    connect(program, &ModuleObject::added, this, [this] { follow(); });
+    connect(program, &ModuleObject::removed, this, &ResumePoint::onRemoved);
+    connect(m(key::currentLine), &ModuleObject::changed, this, &ResumePoint::onLineWritten);
+    connect(m(key::weldOpen), &ModuleObject::changed, this, &ResumePoint::onFlag);
+}
+
+void ResumePoint::hold(ModuleObject* statement) {
+    suspended_ = false;
+    statement_ = statement;
+    follow();
+}
+
+void ResumePoint::release() {
+    suspended_ = false;
+    follow();
+}
+
+void ResumePoint::weldOpened(ModuleObject* open) {
+    open_ = open;
+    weldIsOurs_ = open;
+}
+
+bool ResumePoint::liesInWeld(int line) const {
+    const ModuleObject* const statement = program_->c(line);
+    return weldIsOurs_ && !statement->isNull() && isInWeld(statement, nullptr);
+}
+
+/// Somebody else chose the line: its statement is the one to follow.
+void ResumePoint::onLineWritten(const QVariant& line, const QVariant& /*old*/, QObject* sender) {
+    if (sender == sender_ || suspended_) {
+        return;
+    }
+    ModuleObject* const chosen = program_->c(line.toInt());
+    statement_ = chosen->isNull() ? nullptr : chosen;
+    watch();
+}
+
+/// A weld that was closed is not left open by a flag that somebody sets again.
+void ResumePoint::onFlag(const QVariant& open) {
+    if (!open.toBool()) {
+        weldIsOurs_ = false;
+        open_ = nullptr;
+    }
+}
+
+void ResumePoint::onRemoved(const QString& name) {
+    follow(program_->c(name));
+}
+
+bool ResumePoint::isHeld() const {
+    return statement_ && statement_->pmobj() == program_;
+}
+
+void ResumePoint::follow(const ModuleObject* leaving) {
+    if (suspended_) {
+        return;
+    }
+    if (!isHeld() || statement_ == leaving) {
+        statement_ = nullptr;  // the number stays
+    } else {
+        const int index = statement_->indexInPmobj();
+        const int line = leaving && leaving->indexInPmobj() < index ? index - 1 : index;
+        if (m(key::currentLine)->getInt(-1) != line) {
+            m(key::currentLine)->setValue(sender_, line);
+        }
+    }
+    // Listeners of that write may have started a run or edited the program: what holds now counts.
+    const bool open = weldIsOurs_ && !suspended_ && m(key::weldOpen)->getBool(false);
+    if (open && !(isHeld() && isInWeld(statement_, leaving))) {
+        m(key::weldOpen)->setValue(sender_, false);
+    }
+    watch();
+}
+
+bool ResumePoint::isInWeld(const ModuleObject* statement, const ModuleObject* leaving) const {
+    if (!isExecutedStatement(statement) || statementType(statement) == lumo::statement::close) {
+        return false;
+    }
+    for (const ModuleObject* before = statement->prevBmobj(); !before->isNull();
+         before = before->prevBmobj()) {
+        const QString type = statementType(before);
+        const bool marks = type == lumo::statement::open || type == lumo::statement::close;
+        if (marks && before != leaving && isExecutedStatement(before)) {
+            return before == open_;
+        }
+    }
+    return false;
+}
+
+/// The fields whose change can take the statement out of its weld: only those of the weld's lines.
+void ResumePoint::watch() {
+    for (const QMetaObject::Connection& connection : qAsConst(watched_)) {
+        disconnect(connection);
+    }
+    watched_.clear();
+    if (suspended_ || !isHeld() || !weldIsOurs_ || !m(key::weldOpen)->getBool(false)) {
+        return;
+    }
+    for (ModuleObject* line = statement_; !line->isNull(); line = line->prevBmobj()) {
+        watchField(line, field::execute);
+        watchField(line, field::type);
+        watched_ << connect(line, &ModuleObject::added, this, &ResumePoint::recheck);
+        watched_ << connect(line, &ModuleObject::changed, this, &ResumePoint::recheck);
+        if (line == open_) {
+            return;
+        }
+    }
+}
+
+void ResumePoint::watchField(ModuleObject* statement, const QString& name) {
+    if (statement->hasCmobj(name)) {
+        watched_ << connect(statement->c(name), &ModuleObject::changed, this, &ResumePoint::recheck);
+    }
+}
