@@ -294,12 +294,12 @@ void LumoExecutor::keepStop() {
         resume_.release();
         return;
     }
-    m(key::currentPausePoint)->copyFrom(this, kordservice()->get(this, key::posture), true, false);
-    if (run_->isStep) {
-        return;
+    if (!run_->isStep) {
+        keepArc();
+        resume_.hold(run_->original(line_));
     }
-    keepArc();
-    resume_.hold(run_->original(line_));
+    // Last: who hears of it may stop once more, and finds the line kept.
+    m(key::currentPausePoint)->copyFrom(this, kordservice()->get(this, key::posture), true, false);
 }
 
 void LumoExecutor::endWeldOfWalk(bool reachedEnd) {

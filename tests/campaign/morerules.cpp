@@ -28,6 +28,9 @@ void GasRule::on(const Event& event, const Outputs& outputs, const Runs& runs) {
     closing_ |= (event.kind == Kind::Write && event.port == DO_WIRE_PULLBACK && event.value != 0) ||
                 (event.kind == Kind::Permission && !event.facts.permitted && laserOn);
     unused_ |= !event.facts.gasUsed;
+    if (event.kind == Kind::Result && event.value < 0) {
+        failedMs_ = event.ms;  // behind its zone it stops the run inside another wait, as a pause does
+    }
     if (event.kind == Kind::Pause) {
         pausedMs_ = event.ms;
         postFlowMs_ = event.facts.postFlowMs;
@@ -36,6 +39,7 @@ void GasRule::on(const Event& event, const Outputs& outputs, const Runs& runs) {
             closing_ = false;
             unused_ = false;
             pausedMs_ = -1;
+            failedMs_ = -1;
             laserOffMs_ = -1;
         } else if (outputs.value(DO_GAS) != 0) {
             onGasOff(event, outputs, runs);
@@ -47,10 +51,10 @@ void GasRule::on(const Event& event, const Outputs& outputs, const Runs& runs) {
 }
 
 void GasRule::onGasOff(const Event& event, const Outputs& outputs, const Runs& runs) {
-    if (outputs.value(DO_LASER_ENABLE) != 0 && pausedMs_ < 0) {
+    if (outputs.value(DO_LASER_ENABLE) != 0) {
         gasOffMs_ = event.ms;
     }
-    if (runs.inPower()) {
+    if (runs.inPower() || (failedMs_ >= 0 && event.ms >= failedMs_ + postFlowMs_)) {
         return;
     }
     const qint64 from = std::max(pausedMs_, pausedMs_ < 0 ? laserOffMs_ : qint64(-1));
@@ -133,9 +137,15 @@ void ResumeRule::on(const Event& event, const Outputs&, const Runs& runs) {
     if (runs.begun()) {
         line_ = -1;
         action_ = 0;
+        edited_ = false;
+    }
+    // The line that a run leaves behind follows its statement through edits: it need not be the last one.
+    if (event.text.startsWith(QLatin1String("edit"))) {
+        edited_ = true;
+        action_ = 0;
     }
     const Run* const run = runs.current();
-    const bool walks = run && run->asked.kind == Kind::Start;
+    const bool walks = run && run->asked.kind == Kind::Start && !edited_;
     if (event.kind == Kind::Line && walks) {
         if (event.value <= line_ || event.value < run->asked.value) {
             broken(QStringLiteral("a run from line %1 comes to line %2 after line %3")

@@ -76,6 +76,8 @@ private:
 
     QVector<int> results_;       ///< since the last reset, stop or loss of power
     int walked_ = 0;             ///< moves begun since the last reset
+    int unanswered_ = 0;         ///< of these without a result of their own
+    bool begun_ = false;         ///< a statement has begun since then
     bool afterMove_ = false;     ///< the statement before was a move
     bool inZone_ = false;        ///< the tool has entered that move's zone
     bool falseResults_ = false;  ///< results can no longer be told apart
@@ -84,7 +86,7 @@ private:
 };
 
 /// With the gas in use it flows before the laser comes on, and after it has gone off until the post-flow
-/// is over; that of a pause counts from the pause.
+/// is over; that of a pause counts from the pause, but not before the laser is off.
 class GasRule : public Rule {
 public:
     void on(const Event& event, const Outputs& outputs, const Runs& runs) override;
@@ -95,6 +97,7 @@ private:
     bool closing_ = false;    ///< a closing has begun since the gas came on
     bool unused_ = false;     ///< the gas had no port in use since then, or still has none
     qint64 pausedMs_ = -1;    ///< the last pause since the gas came on
+    qint64 failedMs_ = -1;    ///< the last motion error since then
     qint64 laserOffMs_ = -1;  ///< when the laser was on last
     int postFlowMs_ = 0;      ///< shortest post-flow in force since then
     qint64 gasOffMs_ = -1;    ///< the gas went off while the laser was on
@@ -123,8 +126,9 @@ public:
     void on(const Event& event, const Outputs& outputs, const Runs& runs) override;
 
 private:
-    int line_ = -1;   ///< the last one of the run under way, -1: none yet
-    int action_ = 0;  ///< the pause that is to leave it, 0: none
+    int line_ = -1;        ///< the last one of the run under way, -1: none yet
+    int action_ = 0;       ///< the pause that is to leave it, 0: none
+    bool edited_ = false;  ///< somebody edited the program in this run
 };
 
 }  // namespace campaign

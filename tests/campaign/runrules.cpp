@@ -2,6 +2,7 @@
 #include "devices/ports.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace campaign {
 
@@ -138,7 +139,11 @@ void WalkRule::on(const Event& event, const Outputs&, const Runs& runs) {
             if (event.text == QLatin1String("move.reset")) {
                 results_.clear();
                 walked_ = 0;
+                unanswered_ = 0;
                 afterMove_ = false;
+                begun_ = false;
+            } else if (!begun_ && event.text == QLatin1String("move.l")) {
+                --unanswered_;  // the way back to where a weld stopped is no statement's
             }
             break;
         case Kind::Result:
@@ -160,12 +165,17 @@ void WalkRule::on(const Event& event, const Outputs&, const Runs& runs) {
 }
 
 void WalkRule::onStatement(const Event& event) {
-    if (afterMove_ && !inZone_ && !falseResults_) {
-        if (results_.size() < walked_) {
-            broken(QStringLiteral("the walk is ahead of the robot: after move %1 only %2 results have come")
-                       .arg(walked_)
+    // An arc that is taken up queues nothing when nothing is left of it.
+    if (!std::exchange(begun_, true) && event.text.startsWith(QLatin1String("moveC"))) {
+        ++unanswered_;
+    }
+    const int answered = walked_ - unanswered_;
+    if (afterMove_ && !inZone_ && !falseResults_ && answered > 0) {
+        if (results_.size() < answered) {
+            broken(QStringLiteral("the walk is ahead of the robot: after motion %1 only %2 results have come")
+                       .arg(answered)
                        .arg(results_.size()));
-        } else if (results_.at(walked_ - 1) < 0) {
+        } else if (results_.at(answered - 1) < 0) {
             broken(QStringLiteral("the walk goes on after a motion error"));
         }
     }

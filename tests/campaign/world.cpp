@@ -17,6 +17,8 @@
 
 #include <private/qfont_p.h>
 
+#include <algorithm>
+
 namespace campaign {
 
 namespace {
@@ -105,7 +107,8 @@ Ending World::takeDown(int resumeLines, bool quits) {
     ending.pending = facts.pending;
     ending.outputsOn = outputsOn();
     ending.resumeLine = m(lumo::key::currentLine)->getInt(-1);
-    ending.lineCount = resumeLines;
+    // The line follows its statement when lines come.
+    ending.lineCount = resumeLines < 0 ? -1 : std::max(resumeLines, m(lumo::key::program)->cmobjCount());
     ending.station = panel.staleStation();
     if (executor) {
         ending.objectsMore = executor->findChildren<QObject*>().size() - helpersBefore_;
