@@ -1,6 +1,7 @@
 # shellcheck shell=bash
-# To be sourced with the build folder and an own folder as arguments: `build`, `work` (empty), `fail`.
+# To be sourced with the build folder and an own folder as arguments: `here`, `build`, `work` (empty), `fail`.
 set -euo pipefail
+here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 build=$1
 work=$2
 rm -rf "$work"
@@ -21,7 +22,7 @@ run() {
 
 # check_programs PREFIX: both programs load the package from there and do their work.
 check_programs() {
-    local prefix=$1 seam out
+    local prefix=$1 seam out program
     mkdir -p "$work/home" "$work/elsewhere"
     seam=$prefix/share/doc/lumo/examples/lap_seam
     cd "$work/elsewhere"
@@ -29,4 +30,24 @@ check_programs() {
     grep -q '"finished"' seam.jsonl || fail "the seam was not finished: $out"
     out=$(run "$prefix" lumo-panel --screenshots pictures --language ru 2>&1) || fail "lumo-panel: $out"
     [ -s pictures/ru-1280x800-editor.png ] || fail "lumo-panel took no picture: $out"
+    for program in lumo-run lumo-panel; do
+        diff <(run "$prefix" "$program" --help | grep -oE '^  --[a-z-]+' | tr -d ' ') \
+            <(zcat "$prefix/share/man/man1/$program.1.gz" | sed 's/\\-/-/g' | grep -E '^\.B[IR]* --[a-z-]+( |$)' |
+                cut -d' ' -f2) || fail "the man page of $program has other options"
+    done
+}
+
+# check_host PREFIX: the host of the integrator's guide is what the guide shows, builds with what is installed
+# and welds a seam.
+check_host() {
+    local prefix=$1 docs=$1/share/doc/lumo/docs file
+    for file in main.cpp CMakeLists.txt; do
+        awk -v file="$file" '/^```$/ { shown = 0 } shown; $0 ~ "^```.* " file "$" { shown = 1 }' "$docs/integrator.md" |
+            diff - "$docs/host/$file" || fail "integrator.md shows another host/$file"
+    done
+    cmake -G Ninja -S "$docs/host" -B "$work/host" -DCMAKE_PREFIX_PATH="$prefix" >"$work/host.log" 2>&1 &&
+        cmake --build "$work/host" >>"$work/host.log" 2>&1 || fail "$(tail -n 30 "$work/host.log")"
+    cp -r "$prefix/share/doc/lumo/examples/lap_seam" "$work/seam"
+    env -i HOME="$work/home" PATH=/usr/bin:/bin QT_QPA_PLATFORM=offscreen \
+        timeout 60 "$work/host/minihost" "$work/seam" lap_seam.json || fail "the host did not weld the seam"
 }

@@ -1,16 +1,21 @@
 #!/usr/bin/env bash
-# The Debian package: unpacked into an empty folder it runs from there, it names what its programs load,
-# and lintian finds nothing.
+# The Debian packages: unpacked into an empty folder the programs run from there, and a host is built; they
+# name what is loaded and needed, and lintian finds nothing.
 source "$(dirname "$0")/common.sh" "$@"
 
 cd "$build"
 cpack -G DEB -B "$work/made" >"$work/cpack.log" 2>&1 || fail "cpack: $(tail -n 20 "$work/cpack.log")"
-package=$(echo "$work"/made/*.deb)
-dpkg-deb -x "$package" "$work/unpacked"
+package=$(echo "$work"/made/lumo_*.deb)
+development=$(echo "$work"/made/lumo-dev_*.deb)
 prefix=$work/unpacked/usr
-
+dpkg-deb -x "$package" "$work/unpacked"
+[ ! -e "$prefix/include" ] || fail "headers are in the package of the programs"
 check_programs "$prefix"
+dpkg-deb -x "$development" "$work/unpacked"
+check_host "$prefix"
 
+needed="lumo (= $(dpkg-deb -f "$package" Version)), qtbase5-dev"
+[ "$(dpkg-deb -f "$development" Depends)" = "$needed" ] || fail "$development does not need $needed"
 depends=$(dpkg-deb -f "$package" Depends)
 # Not what was built: that would hide a library which is not in the package.
 objects=$(find "$prefix" -type f \( -path '*/bin/*' -o -name '*.so*' \))
@@ -26,4 +31,4 @@ done < <(for object in $objects; do objdump -p "$object" | awk '$1 == "NEEDED" {
 desktop-file-validate "$prefix"/share/applications/*.desktop
 appstreamcli validate --no-net --pedantic "$prefix"/share/metainfo/*.xml
 # Building as root is what a container does.
-lintian --allow-root --fail-on error,warning,info "$package"
+lintian --allow-root --fail-on error,warning,info "$package" "$development"
