@@ -142,6 +142,14 @@
         <translation>%1 is neither true nor false</translation>
     </message>
     <message>
+        <source>%1；所有端口均已停用</source>
+        <translation>%1; no port is in use</translation>
+    </message>
+    <message>
+        <source>缺少'type'</source>
+        <translation>'type' is missing</translation>
+    </message>
+    <message>
         <source>'type'不是%1</source>
         <translation>'type' is not %1</translation>
     </message>

@@ -142,6 +142,14 @@
         <translation>%1: не true и не false</translation>
     </message>
     <message>
+        <source>%1；所有端口均已停用</source>
+        <translation>%1; все порты отключены</translation>
+    </message>
+    <message>
+        <source>缺少'type'</source>
+        <translation>нет 'type'</translation>
+    </message>
+    <message>
         <source>'type'不是%1</source>
         <translation>'type': не %1</translation>
     </message>
