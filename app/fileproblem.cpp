@@ -17,6 +17,7 @@ struct Known {
 
 const Known kReasons[] = {
     // Those that hold another reason come first.
+    {"%1; no port is in use", QT_TRANSLATE_NOOP("FileProblem", "%1；所有端口均已停用")},
     {"%1; faults in %2 more records", QT_TRANSLATE_NOOP("FileProblem", "%1；另有%2条记录有错误")},
     {"the folder could not be synced: %1", QT_TRANSLATE_NOOP("FileProblem", "无法确认已写入磁盘：%1")},
     {"Permission denied", QT_TRANSLATE_NOOP("FileProblem", "没有权限")},
@@ -50,6 +51,7 @@ const Known kReasons[] = {
     {"%1 is no text", QT_TRANSLATE_NOOP("FileProblem", "%1不是文字")},
     {"%1 is no object", QT_TRANSLATE_NOOP("FileProblem", "%1不是对象")},
     {"%1 is neither true nor false", QT_TRANSLATE_NOOP("FileProblem", "%1既不是true也不是false")},
+    {"'type' is missing", QT_TRANSLATE_NOOP("FileProblem", "缺少'type'")},
     {"'type' is not %1", QT_TRANSLATE_NOOP("FileProblem", "'type'不是%1")},
     {"the file in its place is damaged and cannot be kept",
      QT_TRANSLATE_NOOP("FileProblem", "原文件已损坏，且无法保留副本")},

@@ -76,7 +76,7 @@ void Panel::makeExamples() {
 
 void Panel::makeStatus(const QString& libraryFile) {
     const PackageFlags package = PackageFlags::find(libraryFile);
-    window_->setStatus(new WhyLine(new WhyWatch(package, this)),
+    window_->setStatus(new WhyLine(new WhyWatch(package, controller_, page_, this)),
                        new ProgressView(new RunWatcher(package, this)));
 }
 

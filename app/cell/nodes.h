@@ -16,6 +16,7 @@ const QString projectToolset = QStringLiteral("lumo.toolset");
 const QString executeLine = QStringLiteral("lumo.execute.line");
 const QString currentLine = QStringLiteral("lumo.current.line");
 const QString weldOpen = QStringLiteral("lumo.current.openmiddlecolse");
+const QString pausePoint = QStringLiteral("lumo.current.pausepoint");
 const QString weldSwitch = QStringLiteral("lumo.allWeldBtnstatus.weldbtn");
 const QString handWeldSwitch = QStringLiteral("lumo.allWeldBtnstatus.handweldbtn");
 const QString parameterSets = QStringLiteral("lumo.param");

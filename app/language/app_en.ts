@@ -142,6 +142,14 @@
         <translation>%1 is neither true nor false</translation>
     </message>
     <message>
+        <source>%1；所有端口均已停用</source>
+        <translation>%1; no port is in use</translation>
+    </message>
+    <message>
+        <source>缺少'type'</source>
+        <translation>'type' is missing</translation>
+    </message>
+    <message>
         <source>'type'不是%1</source>
         <translation>'type' is not %1</translation>
     </message>
@@ -785,6 +793,62 @@ mm/s, °/s</translation>
     <message>
         <source>、</source>
         <translation>, </translation>
+    </message>
+    <message>
+        <source>急停已按下</source>
+        <translation>Emergency stop is pressed</translation>
+    </message>
+    <message>
+        <source>激光已由程序打开</source>
+        <translation>Laser on: by the program</translation>
+    </message>
+    <message>
+        <source>激光已由工位程序打开</source>
+        <translation>Laser on: by a station</translation>
+    </message>
+    <message>
+        <source>激光已手动打开</source>
+        <translation>Laser on: by hand</translation>
+    </message>
+    <message>
+        <source>激光已打开，但没有程序在运行</source>
+        <translation>Laser on, though no program runs</translation>
+    </message>
+    <message>
+        <source>设备异常：%1</source>
+        <translation>Equipment not ready: %1</translation>
+    </message>
+    <message>
+        <source>上次运行失败：机器人运动错误 -0x%1</source>
+        <translation>The last run failed: robot motion error -0x%1</translation>
+    </message>
+    <message>
+        <source>在第 %1 行暂停</source>
+        <translation>Paused at line %1</translation>
+    </message>
+    <message>
+        <source>在第 %1 行暂停，焊缝未完成</source>
+        <translation>Paused at line %1, inside a weld</translation>
+    </message>
+    <message>
+        <source>端口“%1”未分配</source>
+        <translation>port &quot;%1&quot; is not assigned</translation>
+    </message>
+    <message>
+        <source>端口“%1”分配到不存在的 %2</source>
+        <translation>port &quot;%1&quot; is assigned to %2, which does not exist</translation>
+    </message>
+    <message>
+        <source>焊接没有保护气：%1</source>
+        <translation>Welding without gas: %1</translation>
+    </message>
+    <message>
+        <source>正在监听工位</source>
+        <translation>Listening to the stations</translation>
+    </message>
+    <message>
+        <source>正在监听工位，%1 个等待启动</source>
+        <translation>Listening to the stations, %1 waiting</translation>
     </message>
     <message>
         <source>编辑已锁定：没有打开的工程</source>

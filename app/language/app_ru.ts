@@ -142,6 +142,14 @@
         <translation>%1: не true и не false</translation>
     </message>
     <message>
+        <source>%1；所有端口均已停用</source>
+        <translation>%1; все порты отключены</translation>
+    </message>
+    <message>
+        <source>缺少'type'</source>
+        <translation>нет 'type'</translation>
+    </message>
+    <message>
         <source>'type'不是%1</source>
         <translation>'type': не %1</translation>
     </message>
@@ -785,6 +793,62 @@ mm/s，°/s</source>
     <message>
         <source>、</source>
         <translation>, </translation>
+    </message>
+    <message>
+        <source>急停已按下</source>
+        <translation>Аварийный останов нажат</translation>
+    </message>
+    <message>
+        <source>激光已由程序打开</source>
+        <translation>Лазер включён программой</translation>
+    </message>
+    <message>
+        <source>激光已由工位程序打开</source>
+        <translation>Лазер включён программой поста</translation>
+    </message>
+    <message>
+        <source>激光已手动打开</source>
+        <translation>Лазер включён вручную</translation>
+    </message>
+    <message>
+        <source>激光已打开，但没有程序在运行</source>
+        <translation>Лазер включён, хотя программа не выполняется</translation>
+    </message>
+    <message>
+        <source>设备异常：%1</source>
+        <translation>Оборудование не в порядке: %1</translation>
+    </message>
+    <message>
+        <source>上次运行失败：机器人运动错误 -0x%1</source>
+        <translation>Прошлый запуск не удался: ошибка движения робота -0x%1</translation>
+    </message>
+    <message>
+        <source>在第 %1 行暂停</source>
+        <translation>Пауза на строке %1</translation>
+    </message>
+    <message>
+        <source>在第 %1 行暂停，焊缝未完成</source>
+        <translation>Пауза на строке %1, шов не закончен</translation>
+    </message>
+    <message>
+        <source>端口“%1”未分配</source>
+        <translation>порт «%1» не назначен</translation>
+    </message>
+    <message>
+        <source>端口“%1”分配到不存在的 %2</source>
+        <translation>порт «%1» назначен на %2, которого нет</translation>
+    </message>
+    <message>
+        <source>焊接没有保护气：%1</source>
+        <translation>Сварка без газа: %1</translation>
+    </message>
+    <message>
+        <source>正在监听工位</source>
+        <translation>Опрос постов включён</translation>
+    </message>
+    <message>
+        <source>正在监听工位，%1 个等待启动</source>
+        <translation>Опрос постов включён, ждут: %1</translation>
     </message>
     <message>
         <source>编辑已锁定：没有打开的工程</source>

@@ -5,6 +5,7 @@
 #include "app/shots/scene.h"
 #include "app/shots/steps.h"
 #include "app/views/viewswindow.h"
+#include "mendo/modulemanager.h"
 #include "simulator/controller.h"
 
 #include <iterator>
@@ -116,6 +117,25 @@ const Stop kStatus[] = {
          s.controller()->setMode(QStringLiteral("manual"));
          s.shoot();
          s.controller()->setMode(QStringLiteral("auto"));
+     }},
+    {"status_unready",
+     [](Scene& s) {
+         s.openProject(kSample);
+         power(s);
+         const auto gas = m(QStringLiteral("lumo.port.#6.enable"));
+         gas->setValue(nullptr, false);
+         s.controller()->setInput(QStringLiteral("LUMO_DI.#2"), false);
+         s.shoot();
+         s.controller()->setInput(QStringLiteral("LUMO_DI.#2"), true);
+         gas->setValue(nullptr, true);
+     }},
+    {"status_failed",
+     [](Scene& s) {
+         s.openProject(kSample);
+         s.whenLineRuns(MoveL, [&s] { s.controller()->failMotion(-42); });
+         startSample(s);
+         s.settle();
+         s.shoot();
      }},
     {"status_ramp",
      [](Scene& s) {

@@ -12,7 +12,7 @@ struct PackageFlags {
 
     const int* runMode = nullptr;
     const bool* projectOpen = nullptr;
-    QObject* executor = nullptr;  ///< with the properties `waiting`, `pendingSteps` and `depth`
+    QObject* executor = nullptr;  ///< with the properties `waiting`, `pendingSteps`, `depth` and `litByHand`
 
     /// Of the loaded library whose page has been made; what it does not have stays null.
     static PackageFlags find(const QString& libraryFile);

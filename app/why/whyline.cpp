@@ -29,11 +29,11 @@ WhyLine::WhyLine(const WhyWatch* watch, QWidget* parent)
 }
 
 void WhyLine::refresh() {
-    const bool permitted = watch_->state().isPermitted();
-    const QString sign = permitted ? QStringLiteral("✓") : QStringLiteral("⚠");
+    const bool well = watch_->state().isWell();
+    const QString sign = well ? QStringLiteral("✓") : QStringLiteral("⚠");
     if (sign_->text() != sign) {
         sign_->setText(sign);
-        sign_->setProperty("warning", !permitted);
+        sign_->setProperty("warning", !well);
         sign_->style()->unpolish(sign_);
         sign_->style()->polish(sign_);
     }

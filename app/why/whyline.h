@@ -9,7 +9,7 @@ namespace app {
 
 class WhyWatch;
 
-/// The line that always tells why: a sign whether welding is permitted, and the watch's sentences, in
+/// The line that always tells why: a tick where a weld has all it needs, and the watch's sentences, in
 /// two rows at most; what does not fit is in its tooltip.
 class WhyLine : public QFrame {
     Q_OBJECT

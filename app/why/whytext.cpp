@@ -52,23 +52,77 @@ QString runText(const WhyState& state) {
         const QString text = WhyText::tr(wait.text);
         return atLine(state, state.leftMs < 0 ? text : text.arg(durationText(state.leftMs)));
     }
-    if (state.busy)
-        return atLine(state, WhyText::tr("正在执行"));
-    return state.settling ? WhyText::tr("正在关闭激光、气体和送丝") : WhyText::tr("没有程序在运行");
+    return state.busy ? atLine(state, WhyText::tr("正在执行")) : WhyText::tr("正在关闭激光、气体和送丝");
 }
 
-QString weldText(const WhyState& state) {
+QString idleText(const WhyState& state) {
+    if (state.pausedLine < 0)
+        return WhyText::tr("没有程序在运行");
+    return (state.pausedInWeld ? WhyText::tr("在第 %1 行暂停，焊缝未完成") : WhyText::tr("在第 %1 行暂停"))
+        .arg(state.pausedLine + 1);
+}
+
+/// Empty when it is off.
+QString laserText(WhyState::Laser laser) {
+    switch (laser) {
+        case WhyState::Laser::ByProgram:
+            return WhyText::tr("激光已由程序打开");
+        case WhyState::Laser::ByStation:
+            return WhyText::tr("激光已由工位程序打开");
+        case WhyState::Laser::ByHand:
+            return WhyText::tr("激光已手动打开");
+        case WhyState::Laser::ByNobody:
+            return WhyText::tr("激光已打开，但没有程序在运行");
+        case WhyState::Laser::Off:
+            break;
+    }
+    return QString();
+}
+
+QString portText(const PortTrouble& trouble) {
+    switch (trouble.kind) {
+        case PortTrouble::NotAssigned:
+            return WhyText::tr("端口“%1”未分配").arg(trouble.port);
+        case PortTrouble::NoSuchSignal:
+            return WhyText::tr("端口“%1”分配到不存在的 %2").arg(trouble.port, trouble.signal);
+        case PortTrouble::OutOfUse:
+            break;
+    }
+    return WhyText::tr("端口“%1”已停用").arg(trouble.port);
+}
+
+QString listed(const QStringList& things) {
+    return things.join(WhyText::tr("、"));
+}
+
+QStringList reasonsAgainstWelding(const WhyState& state) {
     QStringList reasons;
+    for (const auto& ports : {state.laserPorts, state.gasPorts}) {
+        for (const PortTrouble& trouble : ports)
+            reasons << portText(trouble);
+    }
     if (!state.power)
         reasons << WhyText::tr("驱动未上电");
     if (!state.weldSwitch)
         reasons << WhyText::tr("焊接开关已关闭");
     if (!state.automatic && !state.handWeldSwitch)
         reasons << WhyText::tr("手动模式下手动焊接开关已关闭");
-    for (const QString& port : state.disabledPorts)
-        reasons << WhyText::tr("端口“%1”已停用").arg(port);
-    return state.isPermitted() ? WhyText::tr("允许焊接")
-                               : WhyText::tr("不能焊接：%1").arg(reasons.join(WhyText::tr("、")));
+    return reasons;
+}
+
+/// Empty where the laser would come on, but what stands before it says that it should not.
+QString weldText(const WhyState& state) {
+    const QString reasons = listed(reasonsAgainstWelding(state));
+    if (!state.isPermitted())
+        return WhyText::tr("不能焊接：%1").arg(reasons);
+    if (!reasons.isEmpty())
+        return WhyText::tr("焊接没有保护气：%1").arg(reasons);
+    return state.faults.isEmpty() ? WhyText::tr("允许焊接") : QString();
+}
+
+QString stationsText(const WhyState& state) {
+    return state.waitingStations > 0 ? WhyText::tr("正在监听工位，%1 个等待启动").arg(state.waitingStations)
+                                     : WhyText::tr("正在监听工位");
 }
 
 /// Empty when it is not locked.
@@ -86,11 +140,30 @@ bool WhyState::hasTime() const {
     return leftMs >= 0 || waiting == QLatin1String("input");
 }
 
+bool WhyState::isWell() const {
+    return isPermitted() && gasPorts.isEmpty() && faults.isEmpty() && lastError == 0 && !emergencyStop &&
+           laser != Laser::ByHand && laser != Laser::ByNobody;
+}
+
 QStringList whyText(const WhyState& state) {
-    QStringList sentences{runText(state), weldText(state)};
-    const QString editing = editingText(state);
-    if (!editing.isEmpty())
-        sentences << editing;
+    const bool runs = state.busy || state.settling || !state.waiting.isEmpty();
+    QStringList sentences;
+    if (state.emergencyStop)
+        sentences << WhyText::tr("急停已按下");
+    sentences << laserText(state.laser);
+    if (!state.faults.isEmpty())
+        sentences << WhyText::tr("设备异常：%1").arg(listed(state.faults));
+    if (state.lastError < 0)
+        sentences << WhyText::tr("上次运行失败：机器人运动错误 -0x%1").arg(-qint64(state.lastError), 0, 16);
+    if (runs)
+        sentences << runText(state);
+    sentences << weldText(state);
+    if (!runs)
+        sentences << idleText(state);
+    if (state.listening)
+        sentences << stationsText(state);
+    sentences << editingText(state);
+    sentences.removeAll(QString());
     return sentences;
 }
 

@@ -1,9 +1,12 @@
 #include "app/why/whywatch.h"
 
 #include "app/cell/nodes.h"
+#include "kord/kordservice.h"
 #include "mendo/clock.h"
 #include "mendo/modulemanager.h"
+#include "simulator/controller.h"
 
+#include <QAbstractItemView>
 #include <QVariantMap>
 
 #include <algorithm>
@@ -15,8 +18,50 @@ using mendo::ModuleObject;
 namespace {
 
 constexpr int kTickMs = 100;
-// Rows of the port table without which the laser stays dark.
-constexpr int kLaserPorts[] = {9, 16};
+// A laser that pulses is told as one that is on, as long as its gaps are no longer than this.
+constexpr int kPulseGapMs = 500;
+
+// Rows of the port table.
+constexpr int kStates[] = {0, 1, 2, 3, 4};  // of laser, head, cooling, gas pressure and temperature
+constexpr int kGas = 6, kLaserEnable = 9, kLaserPower = 16;
+
+const QString kEnable = QStringLiteral("enable");
+const QString kName = QStringLiteral("name");
+
+const ModuleObject* portField(int row, const QString& field) {
+    return m(node::ports)->c(row)->c(field);
+}
+
+bool isUsed(int row) {
+    return portField(row, kEnable)->getBool(false);
+}
+
+QString labelOf(int row) {
+    return portField(row, QStringLiteral("tag"))->getString();
+}
+
+/// The controller's signal behind a port; the null node where there is none.
+const ModuleObject* signalOf(int row) {
+    const QString name = portField(row, kName)->getString();
+    return name.isEmpty() ? ModuleObject::null()
+                          : kordservice()->dataNode(QStringLiteral("register.values"))->r(name);
+}
+
+bool isOn(int row) {
+    return isUsed(row) && signalOf(row)->getBool(false);
+}
+
+/// Of an output that a weld needs; empty when it has one.
+QVector<PortTrouble> troubleOf(int row) {
+    const QString name = portField(row, kName)->getString();
+    if (!isUsed(row))
+        return {{PortTrouble::OutOfUse, labelOf(row), name}};
+    if (name.isEmpty())
+        return {{PortTrouble::NotAssigned, labelOf(row), name}};
+    if (signalOf(row)->isNull())
+        return {{PortTrouble::NoSuchSignal, labelOf(row), name}};
+    return {};
+}
 
 bool isWord(const QString& path, const char* word) {
     return m(path)->getString() == QLatin1String(word);
@@ -42,20 +87,51 @@ WhyState readSwitches() {
     return state;
 }
 
-WhyWatch::WhyWatch(const PackageFlags& package, QObject* parent) : QObject(parent), package_(package) {
+WhyWatch::WhyWatch(const PackageFlags& package, const sim::Controller* controller, const QWidget* page,
+                   QObject* parent)
+    : QObject(parent), package_(package), controller_(controller) {
     tick_.setInterval(kTickMs);
     connect(&tick_, &QTimer::timeout, this, &WhyWatch::refresh);
-    for (const QString& path :
-         {node::power, node::mode, node::weldSwitch, node::handWeldSwitch, node::programState,
-          node::currentLine, node::executeLine, node::program, node::projectToolset})
+    gap_.setSingleShot(true);
+    gap_.setInterval(kPulseGapMs);
+    connect(&gap_, &QTimer::timeout, this, &WhyWatch::refresh);
+    followTree();
+    followStations(page);
+    connect(controller, &sim::Controller::emergencyStopChanged, this, &WhyWatch::refreshLater);
+    if (package.executor)
+        connect(package.executor, SIGNAL(activityChanged()), this, SLOT(refreshLater()));
+    refresh();
+}
+
+void WhyWatch::followTree() {
+    for (const QString& path : {node::power, node::mode, node::weldSwitch, node::handWeldSwitch,
+                                node::programState, node::currentLine, node::executeLine, node::program,
+                                node::projectToolset, node::weldOpen, node::pausePoint})
         connect(m(path), &ModuleObject::changed, this, &WhyWatch::refreshLater);
     connect(m(node::program), &ModuleObject::added, this, &WhyWatch::refreshLater);
     connect(m(node::program), &ModuleObject::removed, this, &WhyWatch::refreshLater);
     connect(m(node::ports), &ModuleObject::changed, this, &WhyWatch::refreshLater);
     connect(m(node::ports), &ModuleObject::added, this, &WhyWatch::refreshLater);
-    if (package.executor)
-        connect(package.executor, SIGNAL(activityChanged()), this, SLOT(refreshLater()));
-    refresh();
+    const ModuleObject* registers = kordservice()->dataNode(QStringLiteral("register.values"));
+    connect(registers, &ModuleObject::added, this, &WhyWatch::refreshLater);
+    connect(m(node::programState), &ModuleObject::changed, this, &WhyWatch::onState);
+    connect(m(node::pausePoint), &ModuleObject::changed, this, &WhyWatch::onStopped);
+    for (const char* move : {"move.j", "move.l", "move.c"})
+        connect(kordservice()->commandNode(QLatin1String(move)), &ModuleObject::changed, this,
+                &WhyWatch::onResult);
+}
+
+/// What the page shows of its stations changes with what it listens to and what waits.
+void WhyWatch::followStations(const QWidget* page) {
+    stations_ = page ? page->findChild<QWidget*>(QStringLiteral("SignalsBindWidget")) : nullptr;
+    const auto* table =
+        stations_ ? stations_->findChild<QAbstractItemView*>(QStringLiteral("tableWidget")) : nullptr;
+    listening_ = stations_ ? stations_->findChild<QWidget*>(QStringLiteral("switchBtn")) : nullptr;
+    if (!table || !listening_)
+        return;
+    connect(listening_, SIGNAL(statusChanged(bool)), this, SLOT(refreshLater()));
+    connect(table->model(), &QAbstractItemModel::dataChanged, this, &WhyWatch::refreshLater);
+    connect(table->model(), &QAbstractItemModel::rowsRemoved, this, &WhyWatch::refreshLater);
 }
 
 void WhyWatch::refreshLater() {
@@ -68,6 +144,7 @@ void WhyWatch::refreshLater() {
 void WhyWatch::refresh() {
     posted_ = false;
     followPorts();
+    followLaser();
     const WhyState now = state();
     if (!now.hasTime())
         tick_.stop();
@@ -80,36 +157,131 @@ void WhyWatch::refresh() {
     emit changed();
 }
 
-/// The rows are others after settings were loaded.
+/// The rows are others after settings were loaded, and their signals after they were assigned.
 void WhyWatch::followPorts() {
-    for (const int row : kLaserPorts) {
-        const ModuleObject* enable = m(node::ports)->c(row)->c(QStringLiteral("enable"));
-        if (!enable->isNull())
-            connect(enable, &ModuleObject::changed, this, &WhyWatch::refreshLater, Qt::UniqueConnection);
-    }
+    const auto follow = [this](int row) {
+        for (const ModuleObject* watched : {portField(row, kEnable), portField(row, kName), signalOf(row)}) {
+            if (!watched->isNull())
+                connect(watched, &ModuleObject::changed, this, &WhyWatch::refreshLater, Qt::UniqueConnection);
+        }
+    };
+    std::for_each(std::begin(kStates), std::end(kStates), follow);
+    for (const int row : {kGas, kLaserEnable, kLaserPower})
+        follow(row);
+}
+
+void WhyWatch::followLaser() {
+    const bool on = isOn(kLaserEnable);
+    if (on || !isBusy())
+        gap_.stop();
+    else if (laserOn_)
+        gap_.start();
+    laserOn_ = on;
+}
+
+void WhyWatch::onState() {
+    const bool busy = isBusy();
+    if (busy == wasBusy_)
+        return;
+    wasBusy_ = busy;
+    if (busy)
+        lastError_ = 0;
+    const bool isStep = package_.mode() == PackageFlags::SingleStep;
+    if (busy && !isStep)  // a step leaves the program paused where it was
+        stopped_ = false;
+    else if (!busy && package_.mode() == PackageFlags::ByHand && m(node::weldOpen)->getBool(false))
+        stopped_ = true;
+}
+
+/// The package writes where the tool is when it stops a run.
+void WhyWatch::onStopped() {
+    if (isBusy() && package_.mode() == PackageFlags::ByHand)
+        stopped_ = true;
+}
+
+/// Without drive power, results say nothing of a run.
+void WhyWatch::onResult(const QVariant& code) {
+    if (code.toInt() < 0 && isWord(node::power, "on"))
+        lastError_ = code.toInt();
+    refreshLater();
+}
+
+bool WhyWatch::isBusy() const {
+    return !isWord(node::programState, "idle");
+}
+
+int WhyWatch::activity(const char* property) const {
+    return package_.executor ? package_.executor->property(property).toInt() : 0;
+}
+
+QVariantMap WhyWatch::waiting() const {
+    return package_.executor ? package_.executor->property("waiting").toMap() : QVariantMap();
+}
+
+/// In the dwell, and later until the closing begins, the laser comes on again.
+bool WhyWatch::isInPulseGap() const {
+    if (!gap_.isActive())
+        return false;
+    const QString kind = waiting().value(QStringLiteral("kind")).toString();
+    const bool closes = kind == QLatin1String("closedelay") || kind == QLatin1String("postflow");
+    return kind == QLatin1String("dwell") || (m(node::weldOpen)->getBool(false) && !closes);
+}
+
+/// Something may have been lit by hand beside a program's weld: then it is the program's.
+WhyState::Laser WhyWatch::laser() const {
+    if (!laserOn_ && !isInPulseGap())
+        return WhyState::Laser::Off;
+    const bool runs = isBusy() || activity("depth") > 0 || activity("pendingSteps") > 0;
+    const bool byHand = activity("litByHand") != 0;
+    if (byHand && !(runs && m(node::weldOpen)->getBool(false)))
+        return WhyState::Laser::ByHand;
+    if (!runs)
+        return WhyState::Laser::ByNobody;
+    return package_.mode() == PackageFlags::ByStation ? WhyState::Laser::ByStation
+                                                      : WhyState::Laser::ByProgram;
 }
 
 WhyState WhyWatch::state() const {
     WhyState state = readSwitches();
-    for (const int row : kLaserPorts) {
-        const ModuleObject* port = m(node::ports)->c(row);
-        if (!port->c(QStringLiteral("enable"))->getBool(false))
-            state.disabledPorts << port->c(QStringLiteral("tag"))->getString();
+    state.emergencyStop = controller_->emergencyStop();
+    state.laser = laser();
+    for (const int row : kStates) {
+        if (isUsed(row) && !isOn(row))
+            state.faults << labelOf(row);
     }
-    state.busy = !isWord(node::programState, "idle");
+    state.laserPorts = troubleOf(kLaserEnable) + troubleOf(kLaserPower);
+    state.gasPorts = troubleOf(kGas);
+    state.lastError = lastError_;
+    state.busy = isBusy();
     state.station = package_.mode() == PackageFlags::ByStation;
     state.projectOpen = package_.hasProject();
-    if (package_.executor)
-        readWait(&state);
+    readPause(&state);
+    readStations(&state);
+    readWait(&state);
     return state;
 }
 
+/// What was stopped and has been reset since has neither.
+void WhyWatch::readPause(WhyState* state) const {
+    state->pausedInWeld = m(node::weldOpen)->getBool(false);
+    const bool isKept = state->pausedInWeld || m(node::pausePoint)->cmobjCount() > 0;
+    if (stopped_ && isKept && !state->busy)
+        state->pausedLine = m(node::currentLine)->getInt();
+}
+
+/// The project that runs counts as waiting for the page.
+void WhyWatch::readStations(WhyState* state) const {
+    state->listening = listening_ && listening_->property("checked").toBool();
+    if (stations_)
+        state->waitingStations =
+            stations_->property("queued").toInt() - (state->busy && state->station ? 1 : 0);
+}
+
 void WhyWatch::readWait(WhyState* state) const {
-    const QVariantMap waiting = package_.executor->property("waiting").toMap();
+    const QVariantMap waiting = this->waiting();
     const QString detail = waiting.value(QStringLiteral("detail")).toString();
     state->waiting = waiting.value(QStringLiteral("kind")).toString();
-    state->settling = package_.executor->property("depth").toInt() > 0 ||
-                      package_.executor->property("pendingSteps").toInt() > 0;
+    state->settling = activity("depth") > 0 || activity("pendingSteps") > 0;
     if (state->busy)
         state->line =
             m(package_.mode() == PackageFlags::SingleStep ? node::executeLine : node::currentLine)->getInt();

@@ -1,12 +1,47 @@
 #include "devices/devicecontrolwidget.h"
 
+#include "devices/handlit.h"
 #include "module/stylesheet.h"
 #include "ui_devicecontrolwidget.h"
 
-#include <QCoreApplication>
+#include <QPointer>
 #include <QTimer>
 
+using namespace lumo;
+
 namespace {
+
+/// Analogue outputs and the fraction of full scale that each is to have.
+using SetPoints = QVector<QPair<I_PORT, double>>;
+
+void writeZero(QObject* sender, I_PORT output) {
+    if (output >= AO_WIRE_SPEED) {
+        setPortAO(sender, output, 0.0);
+    } else {
+        setPortDO(sender, output, false);
+    }
+}
+
+/// Whoever hears of a write may stop everything, or end the page. So a device is noted before it is switched
+/// on: a stop that comes inside the write finds it on the record. The stop's zeros may reach the controller
+/// before the write that it came in; so afterwards they are written again, and the set points are left out.
+void switchByHand(const QPointer<QObject>& page, I_PORT device, bool on, const SetPoints& setPoints) {
+    const bool lights = on && portEnabled(device);
+    const auto wasStopped = [device, lights] { return lights && !isLitByHand(device); };
+    noteByHand(device, lights);
+    setPortDO(page, device, on);
+    for (const auto& [output, fraction] : setPoints) {
+        if (wasStopped()) {
+            break;
+        }
+        setPortAO(page, output, fraction);
+    }
+    if (wasStopped()) {
+        for (const I_PORT output : outputsOf(device)) {
+            writeZero(page, output);
+        }
+    }
+}
 
 QString colourSheet(bool allowed, bool on) {
     if (!allowed) {
@@ -28,8 +63,6 @@ DeviceControlWidget::DeviceControlWidget(QWidget* parent)
     for (const Lock& lock : locks_) {
         connect(lock.button, &QPushButton::clicked, this, [this, &lock] { pressLock(lock); });
     }
-    connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, this,
-            &DeviceControlWidget::switchOff);
     constexpr int periodMs = 160;
     auto* timer = new QTimer(this);
     connect(timer, &QTimer::timeout, this, &DeviceControlWidget::refresh);
@@ -65,10 +98,12 @@ void DeviceControlWidget::fillTables() {
 /// writes may let a refresh in, and a press that releases a lock must never close it again.
 void DeviceControlWidget::pressLock(const Lock& lock) {
     const bool on = !lock.device->button->isEnabled();
-    if (portState(lock.output)) {
-        setPortDO(this, lock.device->output, false);
+    const I_PORT output = lock.output;
+    const QPointer<QObject> page(this);
+    if (portState(output)) {
+        switchByHand(page, lock.device->output, false, {});
     }
-    setPortDO(this, lock.output, on);
+    setPortDO(page, output, on);
 }
 
 /// The button may be allowed a little longer than its lock is on: such a press switches nothing on.
@@ -77,28 +112,20 @@ void DeviceControlWidget::pressDevice(const Device& device) {
     if (on && !portState(device.lock)) {
         return;
     }
-    setPortDO(this, device.output, on);
+    SetPoints setPoints;
     for (const auto& [port, field] : device.setPoints) {
         constexpr double percentOfFull = 100.0;
-        setPortAO(this, port, field->value() / percentOfFull);
+        setPoints.append({port, field->value() / percentOfFull});
     }
-}
-
-/// With the application goes the last hand that could switch off what burns or flows.
-void DeviceControlWidget::switchOff() {
-    for (const Device& device : devices_) {
-        if (portState(device.output)) {
-            setPortDO(this, device.output, false);
-        }
-    }
+    switchByHand(this, device.output, on, setPoints);
 }
 
 void DeviceControlWidget::refresh() {
     for (const Device& device : devices_) {
         device.button->setEnabled(portState(device.lock));
         if (device.coloured) {
-            lumo::setStyleSheetOnChange(device.button,
-                                        colourSheet(device.button->isEnabled(), portState(device.output)));
+            setStyleSheetOnChange(device.button,
+                                  colourSheet(device.button->isEnabled(), portState(device.output)));
         }
     }
 }

@@ -20,8 +20,9 @@ class DeviceControlWidget;
 /// output of its safety lock is on.
 ///
 /// What it shows comes from the outputs, every 160 ms; it keeps no state. It does not look at the
-/// executor: whoever writes an output last wins. Leaving the page leaves the outputs as they are; when the
-/// application quits, the devices that are on are switched off.
+/// executor: whoever writes an output last wins. Leaving the page, or its end, leaves the outputs as they
+/// are: what the page switched on is on a record that outlives it (devices/handlit.h), by which a loss of
+/// power, a start, a single step and the application's end switch it off.
 class DeviceControlWidget final : public QWidget {
     Q_OBJECT
 public:
@@ -53,7 +54,6 @@ private:
     void fillTables();
     void pressLock(const Lock& lock);
     void pressDevice(const Device& device);
-    void switchOff();
 
     const std::unique_ptr<Ui::DeviceControlWidget> ui_;
     std::vector<Device> devices_;

@@ -39,6 +39,16 @@ bool isLitByHand(I_PORT device) {
     return lit.test(device);
 }
 
+std::vector<I_PORT> outputsOf(I_PORT device) {
+    std::vector<I_PORT> outputs;
+    for (const Belonging& belonging : shutdownOrder) {
+        if (belonging.device == device) {
+            outputs.push_back(belonging.output);
+        }
+    }
+    return outputs;
+}
+
 std::vector<I_PORT> takeLitByHand() {
     std::vector<I_PORT> outputs;
     for (const Belonging& belonging : shutdownOrder) {

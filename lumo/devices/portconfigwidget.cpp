@@ -11,6 +11,7 @@
 #include <QComboBox>
 #include <QEvent>
 #include <QListView>
+#include <QPointer>
 #include <QWheelEvent>
 
 using namespace lumo;
@@ -169,15 +170,28 @@ void PortConfigWidget::switchWire(bool enabled) {
     }
 }
 
+/// Before any port changes: a bit that one port leaves may be another's from then on.
+void PortConfigWidget::switchOffLeaving() {
+    const QPointer<PortConfigWidget> self(this);  // who hears of a write may end the page
+    for (int row = 0; self && row < nameBoxes_.size(); ++row) {
+        const bool enabled = enableBoxes_[row]->isChecked();
+        if (!enabled || nameBoxes_[row]->currentText() != ports_->c(row)->c(field::name)->getString()) {
+            switchOffPort(this, static_cast<I_PORT>(row));
+        }
+    }
+}
+
 void PortConfigWidget::save() {
+    const QPointer<PortConfigWidget> self(this);
+    switchOffLeaving();
+    if (!self) {
+        return;
+    }
     changedLines_.clear();
     for (int row = 0; row < nameBoxes_.size(); ++row) {
         ModuleObject* port = ports_->c(row);
         const QString name = nameBoxes_[row]->currentText();
         const bool enabled = enableBoxes_[row]->isChecked();
-        if (!enabled || name != port->c(field::name)->getString()) {
-            switchOffPort(this, static_cast<I_PORT>(row));
-        }
         if (row == DO_WIRE_ENABLE && port->c(field::enable)->getBool() != enabled) {
             switchWire(enabled);
         }

@@ -25,9 +25,9 @@ public:
     ~PortConfigWidget() override;
 
     /// Takes the table over into the tree and the file "lumo_port.json". An output that is on is switched
-    /// off before its port leaves it, in a run too. A change of the wire feeder's
-    /// use goes to the program's starts of welding as well. A file that cannot be written is reported by
-    /// the host's file service.
+    /// off before its port leaves it, in a run too, and before a safety lock the devices that it gates. A
+    /// change of the wire feeder's use goes to the program's starts of welding as well. A file that cannot be
+    /// written is reported by the host's file service.
     void save();
 
     /// Leaves a combo box that is pressed, or worked by the keyboard, only the names that no other has.
@@ -44,6 +44,7 @@ private:
     const QStringList& namesOf(const QString& type) const;
     void restrict(QComboBox* box);
     void switchWire(bool enabled);
+    void switchOffLeaving();
 
     const std::unique_ptr<Ui::PortConfigWidget> ui_;
     ModuleObject* const ports_;

@@ -1,10 +1,12 @@
 #include "devices/ports.h"
 
+#include "devices/handlit.h"
 #include "module/keys.h"
 
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <vector>
 
 namespace {
 
@@ -33,6 +35,30 @@ void writeRegister(QObject* sender, const QString& name, const QString& type, in
     }
 }
 
+/// The devices that can be switched by hand only while this lock is on.
+std::vector<I_PORT> gatedBy(I_PORT lock) {
+    switch (lock) {
+        case DO_LASER_SAFETY_LOCK:
+            return {DO_LASER_ENABLE, DO_RED_LIGHT};
+        case DO_WIRE_SAFETY_LOCK:
+            return {DO_WIRE_ENABLE};
+        case DO_GAS_SAFETY_LOCK:
+            return {DO_GAS};
+        default:
+            return {};
+    }
+}
+
+/// Also one that was switched on so lately that its read-back does not say so yet.
+bool isOn(I_PORT output) {
+    return portState(output) || lumo::isLitByHand(output);
+}
+
+void switchOffOutput(QObject* sender, I_PORT output) {
+    lumo::noteByHand(output, false);
+    setPortDO(sender, output, false);
+}
+
 }  // namespace
 
 bool portEnabled(I_PORT port) {
@@ -59,10 +85,15 @@ bool setPortAO(QObject* sender, I_PORT port, double fraction, ModuleObject* batc
 }
 
 void switchOffPort(QObject* sender, I_PORT port) {
+    for (const I_PORT device : gatedBy(port)) {
+        if (portEnabled(port) && (portState(port) || isOn(device))) {
+            switchOffOutput(sender, device);
+        }
+    }
     if (port >= AO_WIRE_SPEED && portPercent(port) != 0.0) {
         setPortAO(sender, port, 0.0);
-    } else if (port >= DO_GAS && port < AO_WIRE_SPEED && portState(port)) {
-        setPortDO(sender, port, false);
+    } else if (port >= DO_GAS && port < AO_WIRE_SPEED && isOn(port)) {
+        switchOffOutput(sender, port);
     }
 }
 

@@ -35,7 +35,8 @@ bool setPortDO(QObject* sender, I_PORT port, bool on, ModuleObject* batch = null
 bool setPortAO(QObject* sender, I_PORT port, double fraction, ModuleObject* batch = nullptr);
 
 /// Switches an output off that is on, before its port is assigned elsewhere or taken out of use:
-/// afterwards nobody would. Nothing for inputs.
+/// afterwards nobody would. Before a safety lock the devices that it gates, as the device page, which could
+/// switch none of them off any more, does when it releases the lock. Nothing for inputs.
 void switchOffPort(QObject* sender, I_PORT port);
 
 /// Whether the port is in use.

@@ -72,13 +72,12 @@ void CheckedRecords::note(int position, const QString& fault) {
     }
 }
 
-CheckedRecords checkRecords(const QJsonArray& records, const QJsonObject& model,
-                            const QJsonObject& substitute) {
+CheckedRecords checkRecords(const QJsonArray& records, const QJsonObject& model) {
     CheckedRecords checked;
     for (int position = 0; position < records.size(); ++position) {
         const bool isRecord = records[position].isObject();
-        // Not toObject(substitute), which takes an empty record for none.
-        QJsonObject record = isRecord ? records[position].toObject() : substitute;
+        // Not toObject(model), which takes an empty record for none.
+        QJsonObject record = isRecord ? records[position].toObject() : model;
         const QString fault = isRecord ? mend(&record, model) : QStringLiteral("this is no record");
         checked.records.append(record);
         if (!fault.isEmpty()) {

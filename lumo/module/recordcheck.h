@@ -18,9 +18,8 @@ struct CheckedRecords {
 
 /// Makes records fit to be loaded. `model` is a record with every field that is read: a text, a
 /// number, a boolean or a map of such. A field that cannot be read as the model's kind is left out, so
-/// that it counts as missing; a record that is no object becomes `substitute`, so that the others keep
+/// that it counts as missing; a record that is no object becomes the model, so that the others keep
 /// their positions. Fields that the model does not have stay.
-[[nodiscard]] CheckedRecords checkRecords(const QJsonArray& records, const QJsonObject& model,
-                                          const QJsonObject& substitute);
+[[nodiscard]] CheckedRecords checkRecords(const QJsonArray& records, const QJsonObject& model);
 
 }  // namespace lumo

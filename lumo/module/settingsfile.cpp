@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <optional>
 
 using mendo::ModuleManager;
 
@@ -16,6 +17,7 @@ namespace lumo {
 
 namespace {
 
+constexpr QLatin1String notAList = "the file holds no list of records"_l1;
 const QLatin1String treePaths[] = {key::port, key::param, key::signalsConfig};
 
 /// Lists whose file was there but could not be read: what it holds is not in the tree.
@@ -58,39 +60,63 @@ bool isRecordList(const QJsonValue& content) {
                        [](const QJsonValue& element) { return element.isObject(); });
 }
 
-/// Rows that stand where a port of another kind belongs: after a row was lost or moved, for example.
-void noteOtherKinds(CheckedRecords* rows) {
-    const QList<ModuleObject*> ports = node(Settings::Ports)->cmobjs();
-    for (int row = 0; row < qMin(rows->records.size(), ports.size()); ++row) {
-        const QString own = ports[row]->c(field::type)->getString();
-        const QJsonValue kind = rows->records[row].toObject().value(field::type);
-        if (!kind.isUndefined() && !kind.isNull() && kind.toString() != own) {
-            rows->note(row, QStringLiteral("'%1' is not %2").arg(field::type, own));
+/// Why a file's rows cannot be those of the ports, in plain English, and the row that shows it; -1 for the
+/// content as a whole.
+struct Misfit {
+    int row;
+    QString reason;
+};
+
+/// Empty when the row is one of the port's kind.
+QString kindFault(const QJsonValue& row, const ModuleObject* port) {
+    if (!row.isObject()) {
+        return QStringLiteral("this is no record");
+    }
+    const QString own = port->c(field::type)->getString();
+    const QJsonValue kind = row.toObject().value(field::type);
+    if (kind.isUndefined() || kind.isNull()) {
+        return QStringLiteral("'%1' is missing").arg(field::type);
+    }
+    return kind.toString() == own ? QString() : QStringLiteral("'%1' is not %2").arg(field::type, own);
+}
+
+std::optional<Misfit> firstOfOtherKind(const QJsonArray& rows, const QList<ModuleObject*>& ports) {
+    for (int row = 0; row < qMin(rows.size(), ports.size()); ++row) {
+        const QString fault = kindFault(rows[row], ports[row]);
+        if (!fault.isEmpty()) {
+            return Misfit{row, fault};
         }
     }
+    return std::nullopt;
+}
+
+/// The rows have their meaning by their places: where one was lost, those behind it are other ports'.
+std::optional<Misfit> portsMisfit(const QJsonValue& content) {
+    if (content == QJsonObject()) {
+        return std::nullopt;  // the usual first start
+    }
+    if (!content.isArray()) {
+        return Misfit{-1, notAList};
+    }
+    const QJsonArray rows = content.toArray();
+    const QList<ModuleObject*> ports = node(Settings::Ports)->cmobjs();
+    const std::optional<Misfit> other = firstOfOtherKind(rows, ports);
+    if (rows.size() == ports.size()) {
+        return other;
+    }
+    return Misfit{other ? other->row : qMin(ports.size(), rows.size() - 1),
+                  QStringLiteral("there are %1 rows for %2 ports").arg(rows.size()).arg(ports.size())};
 }
 
 CheckedRecords check(Settings list, const QJsonArray& records) {
-    const QJsonObject model = modelRecord(list);
-    if (list != Settings::Ports) {
-        return checkRecords(records, model, model);
-    }
-    CheckedRecords rows = checkRecords(records, model, QJsonObject());
-    noteOtherKinds(&rows);
-    return rows;
-}
-
-/// The number of the ports is fixed.
-bool isComplete(Settings list, const QJsonArray& records) {
-    return list != Settings::Ports || records.size() == node(Settings::Ports)->size();
+    return checkRecords(records, modelRecord(list));
 }
 
 bool isSound(Settings list, const QJsonValue& content) {
-    if (isEmptyList(content)) {
-        return true;
+    if (list == Settings::Ports && portsMisfit(content)) {
+        return false;
     }
-    const QJsonArray records = content.toArray();
-    return isRecordList(content) && isComplete(list, records) && check(list, records).faults.isEmpty();
+    return isEmptyList(content) || (isRecordList(content) && check(list, content.toArray()).faults.isEmpty());
 }
 
 /// Of a file that the file service has read before: it is a plain one.
@@ -103,13 +129,6 @@ void report(Settings list, const TextPlace& place, const QString& reason) {
     emit m()->fileProblem(settingsFile(list), place.line, place.column, reason);
 }
 
-/// At the first record too many, or the last there is.
-void reportCount(int rows) {
-    const int ports = node(Settings::Ports)->size();
-    report(Settings::Ports, elementPlace(textOf(Settings::Ports), qMin(ports, rows - 1)),
-           QStringLiteral("there are %1 rows for %2 ports").arg(rows).arg(ports));
-}
-
 void reportFaults(Settings list, const CheckedRecords& checked) {
     const int others = checked.faults.size() - 1;
     const QString& first = checked.faults.first();
@@ -117,9 +136,21 @@ void reportFaults(Settings list, const CheckedRecords& checked) {
            others > 0 ? QStringLiteral("%1; faults in %2 more records").arg(first).arg(others) : first);
 }
 
+/// What the outputs would drive is not known: nothing may.
+void refusePorts(QObject* sender, const Misfit& misfit) {
+    const QList<ModuleObject*> ports = node(Settings::Ports)->cmobjs();
+    for (ModuleObject* port : ports) {
+        port->set(sender, field::enable, false);
+    }
+    const QByteArray text = textOf(Settings::Ports);
+    report(Settings::Ports, misfit.row < 0 ? contentPlace(text) : elementPlace(text, misfit.row),
+           misfit.reason + QStringLiteral("; no port is in use"));
+}
+
+/// Of a file that fits, or holds no rows.
 void mergePorts(QObject* sender, const QJsonArray& records) {
     const QList<ModuleObject*> ports = node(Settings::Ports)->cmobjs();
-    for (int row = 0; row < qMin(records.size(), ports.size()); ++row) {
+    for (int row = 0; row < records.size(); ++row) {
         const QJsonObject record = records[row].toObject();
         for (const QLatin1String field : {field::name, field::enable}) {
             const QJsonValue value = record.value(field);
@@ -142,14 +173,17 @@ void loadSettings(QObject* sender, Settings list) {
     if (content.isUndefined()) {
         return;
     }
+    if (list == Settings::Ports) {
+        if (const auto misfit = portsMisfit(content)) {
+            refusePorts(sender, *misfit);
+            return;
+        }
+    }
     if (!isEmptyList(content) && !isRecordList(content)) {
-        report(list, contentPlace(textOf(list)), QStringLiteral("the file holds no list of records"));
+        report(list, contentPlace(textOf(list)), notAList);
         return;
     }
     const CheckedRecords checked = check(list, content.toArray());
-    if (!isEmptyList(content) && !isComplete(list, content.toArray())) {
-        reportCount(content.toArray().size());
-    }
     if (!checked.faults.isEmpty()) {
         reportFaults(list, checked);
     }

@@ -73,14 +73,13 @@ void AppNotices::problem_isToldInThePanelsLanguage_data() {
     QTest::newRow("no records") << "ru" << 3 << "the file holds no list of records"
                                 << QStringLiteral(
                                        "/x/a.json, строка 3, столбец 7: в файле нет списка записей");
-    QTest::newRow("count") << "ru" << 3 << "there are 18 rows for 19 ports"
-                           << QStringLiteral("/x/a.json, строка 3, столбец 7: строк: 18, а портов: 19");
-    QTest::newRow("no number") << "ru" << 3 << "'power' is no number"
-                               << QStringLiteral("/x/a.json, строка 3, столбец 7: 'power': не число");
-    QTest::newRow("kind, and more") << "ru" << 3 << "'type' is not DI; faults in 2 more records"
-                                    << QStringLiteral(
-                                           "/x/a.json, строка 3, столбец 7: 'type': не DI; ошибки и в "
-                                           "других записях: 2");
+    QTest::newRow("count") << "ru" << 3 << "there are 18 rows for 19 ports; no port is in use"
+                           << QStringLiteral(
+                                  "/x/a.json, строка 3, столбец 7: строк: 18, а портов: 19; все порты "
+                                  "отключены");
+    QTest::newRow("no number, and more")
+        << "ru" << 3 << "'power' is no number; faults in 2 more records"
+        << QStringLiteral("/x/a.json, строка 3, столбец 7: 'power': не число; ошибки и в других записях: 2");
     QTest::newRow("protected") << "ru" << 0 << "Existing file /x/a.json is not writable"
                                << QStringLiteral("/x/a.json: файл защищён от записи");
     QTest::newRow("protected, in Qt's words")

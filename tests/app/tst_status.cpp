@@ -13,7 +13,9 @@
 #include <QDir>
 #include <QJsonDocument>
 #include <QLabel>
+#include <QMessageBox>
 #include <QProgressBar>
+#include <QSet>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTimer>
@@ -26,7 +28,14 @@ private slots:
     void initTestCase();
     void init();
     void permission_isToldAsItChanges();
-    void port_thatIsDisabled_isNamed();
+    void port_thatDoesNothing_isNamed();
+    void fault_isNamed();
+    void emergencyStop_isTold_untilItIsReleased();
+    void laserLitByHand_isTold();
+    void pulsingLaser_isToldThroughItsGaps();
+    void pause_isTold_untilResetOrAnotherStart();
+    void failedMotion_isTold_untilTheNextStart();
+    void stations_areListenedTo();
     void project_thatIsMade_unlocksEditing();
     void wait_isToldWhileItLasts();
     void ofStation_isSaid();
@@ -49,6 +58,10 @@ private:
         return find("lblWhy")->text();
     }
     bool tells(const char* text) const { return line().contains(QLatin1String(text)); }
+    bool isTicked() const {
+        pass(0);
+        return find("lblWhySign")->text() == QStringLiteral("✓");
+    }
     static void pass(qint64 ms) { sim::VirtualTime::instance()->advance(ms); }
     static void set(const char* path, const QVariant& value) {
         m(QLatin1String(path))->setValue(nullptr, value);
@@ -119,19 +132,29 @@ void AppStatus::permission_isToldAsItChanges() {
     QVERIFY(tells("No welding: manual mode, and the Hand Weld switch is off"));
     set("lumo.allWeldBtnstatus.handweldbtn", true);
     QVERIFY(tells("Welding is permitted"));
-    QCOMPARE(find("lblWhySign")->text(), QStringLiteral("✓"));
+    QVERIFY(isTicked());
     set("lumo.allWeldBtnstatus.handweldbtn", false);
     panel_->controller()->setMode(QStringLiteral("auto"));
     panel_->controller()->setPower(false);
     QVERIFY(tells("No welding: the drives are off"));
-    QCOMPARE(find("lblWhySign")->text(), QStringLiteral("⚠"));
+    QVERIFY(!isTicked());
 }
 
-void AppStatus::port_thatIsDisabled_isNamed() {
+void AppStatus::port_thatDoesNothing_isNamed() {
+    const QVariant given = m(QStringLiteral("lumo.port.#9.name"))->value();
     set("lumo.port.#9.enable", false);
     QVERIFY2(tells("No welding: port \"Laser Enable\" is disabled"), qPrintable(line()));
     set("lumo.port.#9.enable", true);
+    set("lumo.port.#9.name", "DO2_3");
+    QVERIFY2(tells("No welding: port \"Laser Enable\" is assigned to DO2_3"), qPrintable(line()));
+    set("lumo.port.#9.name", "");
+    QVERIFY2(tells("No welding: port \"Laser Enable\" is not assigned"), qPrintable(line()));
+    set("lumo.port.#9.name", given);
     QVERIFY(tells("Welding is permitted"));
+    set("lumo.port.#6.enable", false);
+    QVERIFY2(tells("Welding without gas: port \"Gas Enable\" is disabled"), qPrintable(line()));
+    QVERIFY(!isTicked());
+    set("lumo.port.#6.enable", true);
     // Another file of settings.
     const QJsonValue ports = m(QStringLiteral("lumo.port"))->exportToJson();
     load("lumo.port", "[]");
@@ -143,6 +166,109 @@ void AppStatus::port_thatIsDisabled_isNamed() {
     set("lumo.port.#16.enable", true);
 }
 
+void AppStatus::fault_isNamed() {
+    panel_->controller()->setInput(QStringLiteral("LUMO_DI.#2"), false);
+    QVERIFY2(line().startsWith(QLatin1String("Equipment not ready: Water Cooling State")),
+             qPrintable(line()));
+    QVERIFY(!tells("Welding is permitted") && !isTicked());
+    set("lumo.port.#2.enable", false);
+    QVERIFY(tells("Welding is permitted") && isTicked());
+    set("lumo.port.#2.enable", true);
+    panel_->controller()->setInput(QStringLiteral("LUMO_DI.#2"), true);
+    QVERIFY(isTicked());
+}
+
+void AppStatus::emergencyStop_isTold_untilItIsReleased() {
+    panel_->controller()->setEmergencyStop(true);
+    QVERIFY2(line().startsWith(QLatin1String("Emergency stop is pressed")), qPrintable(line()));
+    panel_->controller()->setEmergencyStop(false);
+    QVERIFY(!tells("Emergency stop"));
+}
+
+void AppStatus::laserLitByHand_isTold() {
+    for (const char* button : {"btnDeviceControl", "btnLaserControl", "btnLaserTest"}) {
+        find<QAbstractButton>(button)->click();
+        pass(200);
+    }
+    QVERIFY2(line().startsWith(QLatin1String("Laser on: by hand")), qPrintable(line()));
+    QVERIFY(!isTicked());
+    find<QAbstractButton>("btnLaserControl")->click();
+    QVERIFY2(!tells("Laser on"), qPrintable(line()));
+    find<QAbstractButton>("btnProject")->click();
+}
+
+/// 100 ms on, 100 ms off.
+void AppStatus::pulsingLaser_isToldThroughItsGaps() {
+    const QVariant interval = m(QStringLiteral("lumo.param.#0.open_interval"))->value();
+    const QVariant time = m(QStringLiteral("lumo.param.#0.open_time"))->value();
+    set("lumo.param.#0.open_interval", 100);
+    set("lumo.param.#0.open_time", 100);
+    load("lumo.program", "[{'type':'open','index':0},{'type':'delay','delaytime':1000},{'type':'close'}]");
+    QSet<QString> told;
+    QVector<QPair<int, std::function<void()>>> moments;
+    for (int ms = 500; ms < 1300; ms += 40)
+        moments.append({ms, [&] { told << line().section(QStringLiteral("  ·"), 0, 0); }});
+    run(0, moments);
+    QCOMPARE(told, QSet<QString>{"Laser on: by the program"});
+    pass(2000);
+    QVERIFY(!tells("Laser on"));
+    set("lumo.param.#0.open_interval", interval);
+    set("lumo.param.#0.open_time", time);
+}
+
+void AppStatus::pause_isTold_untilResetOrAnotherStart() {
+    load("lumo.program",
+         "[{'type':'delay','delaytime':100},{'type':'open','index':0},{'type':'delay','delaytime':2000},"
+         "{'type':'close'}]");
+    const auto pause = [] { m(QStringLiteral("lumo.execute.trigger.pause"))->trigger(); };
+    const auto pauseInTheWeld = [&] {
+        run(0, {{1500, pause}});
+        pass(3000);
+    };
+    pauseInTheWeld();
+    QVERIFY2(tells("Paused at line 3, inside a weld"), qPrintable(line()));
+    m(QStringLiteral("lumo.current.pausepoint"))->clear(nullptr);
+    set("lumo.current.openmiddlecolse", false);
+    QVERIFY2(tells("No program runs"), qPrintable(line()));
+    pauseInTheWeld();
+    run(2, {});
+    pass(3000);
+    QVERIFY2(tells("No program runs"), qPrintable(line()));  // it went on to its end
+    run(0, {{50, pause}});
+    pass(1000);
+    QVERIFY2(tells("Paused at line 1") && !tells("inside"), qPrintable(line()));
+    run(0, {});
+    pass(3000);
+}
+
+void AppStatus::failedMotion_isTold_untilTheNextStart() {
+    load("lumo.program",
+         "[{'type':'moveL','speed':10,'point':{'trans':[5,0,0.3],'rot':[3.141592653589793,0,0]}},"
+         "{'type':'delay','delaytime':1000}]");
+    run(0, {});
+    pass(1000);
+    QVERIFY2(line().startsWith(QLatin1String("The last run failed: robot motion error -0x1")),
+             qPrintable(line()));
+    for (QWidget* box : QApplication::topLevelWidgets()) {
+        if (qobject_cast<QMessageBox*>(box))
+            box->close();
+    }
+    bool during = true;
+    run(1, {{500, [&] { during = tells("failed"); }}});
+    QVERIFY(!during && !tells("failed"));
+}
+
+void AppStatus::stations_areListenedTo() {
+    find<QAbstractButton>("btnBind")->click();
+    pass(200);
+    auto* listening = find<QWidget>("switchBtn");
+    QTest::mouseClick(listening, Qt::LeftButton);
+    QVERIFY2(tells("Listening to the stations"), qPrintable(line()));
+    QTest::mouseClick(listening, Qt::LeftButton);
+    QVERIFY(!tells("Listening"));
+    find<QAbstractButton>("btnProject")->click();
+}
+
 void AppStatus::wait_isToldWhileItLasts() {
     load("lumo.program",
          "[{'type':'open','index':0},{'type':'waitDI','DI_type':'IO','diName':'DI4','value1':'false'},"
@@ -151,7 +277,8 @@ void AppStatus::wait_isToldWhileItLasts() {
     panel_->controller()->setInput(QStringLiteral("DI4"), true);
     panel_->controller()->setInput(QStringLiteral("LUMO_DI.#9"), false);
     QStringList told;
-    const auto tell = [&] { told << line().section(QStringLiteral("  ·"), 0, 0); };
+    const QString laserOn = QStringLiteral("Laser on: by the program  ·  ");
+    const auto tell = [&] { told << line().remove(laserOn).section(QStringLiteral("  ·"), 0, 0); };
     const auto input = [this](const char* name, bool on) {
         return [this, name, on] { panel_->controller()->setInput(QLatin1String(name), on); };
     };
@@ -176,7 +303,7 @@ void AppStatus::wait_isToldWhileItLasts() {
                           "Line 4: gas flows after the weld, 200 ms left", "Line 5: delay, 1:02 min left"}));
     QVERIFY(tells("Laser, gas and wire are being switched off"));
     pass(1000);
-    QVERIFY(tells("No program runs"));
+    QVERIFY(tells("Paused at line 5"));
 }
 
 void AppStatus::ofStation_isSaid() {

@@ -1,10 +1,14 @@
 // The device panel, worked by mouse and keyboard; what it does is read from the robot service.
 
 #include "devices/devicecontrolwidget.h"
+#include "devices/handlit.h"
 #include "devices/ports.h"
 #include "panel/pagebench.h"
 
 #include <QDoubleSpinBox>
+
+#include <algorithm>
+#include <functional>
 
 namespace {
 
@@ -25,6 +29,7 @@ class TestDeviceControl : public QObject {
     static constexpr int refreshMs = 160;
 
     test::PageBench bench_;
+    std::unique_ptr<QObject> insides_;
 
     DeviceControlWidget* panel() const { return bench_.page->findChild<DeviceControlWidget*>(); }
     QPushButton* button(const char* name) const {
@@ -60,6 +65,24 @@ class TestDeviceControl : public QObject {
         }
         return result;
     }
+    /// Whether the record of what a hand lit says what the outputs do.
+    bool recordIsRight() const {
+        const QPair<const char*, I_PORT> devices[] = {
+            {"LASER", DO_LASER_ENABLE}, {"RED", DO_RED_LIGHT}, {"WIRE", DO_WIRE_ENABLE}, {"GAS", DO_GAS}};
+        return std::all_of(std::begin(devices), std::end(devices), [this](const auto& device) {
+            return lumo::isLitByHand(device.second) == (bench_.robot.output(device.first) != 0.0);
+        });
+    }
+    /// Does something inside the first write that the log tells so.
+    void inside(const QString& write, std::function<void()> action) {
+        insides_ = std::make_unique<QObject>();
+        connect(kordservice(), &KordService::issued, insides_.get(), [this, write, action] {
+            if (sent().value(sent().size() - 1) == write) {
+                insides_.release()->deleteLater();
+                action();
+            }
+        });
+    }
     static void setOutput(I_PORT port, bool on) {
         const QString name = m("lumo.port")->c(port)->c("name")->getString();
         kordservice()->dataNode("register.values")->set(nullptr, name, on);
@@ -69,6 +92,7 @@ private slots:
     /// The first test has a page that was just made; the others find it locked and empty again.
     void init() {
         bench_.reset();
+        Q_UNUSED(lumo::takeLitByHand());
         if (!bench_.page) {
             bench_.makePage();
         }
@@ -145,6 +169,8 @@ private slots:
         type("dspnWireSpeed", "30");
         pressAll(presses);
         QVERIFY(test::sameLog(sent(), writes));
+        QVERIFY(recordIsRight());
+        QCOMPARE(field("dspnLaserPower")->value(), 12.5);
     }
 
     void portOutOfUse_isNotWritten_data() {
@@ -174,6 +200,7 @@ private slots:
             "btnLaserControl btnLaserTest btnBlowControl btnBlowTest btnWireControl btnWireTest "
             "btnRedLight");
         QVERIFY(test::sameLog(sent(), writes));
+        QVERIFY(recordIsRight());
     }
 
     void outputs_areShown_data() {
@@ -287,31 +314,87 @@ private slots:
         QCOMPARE(sent(), QStringList());
     }
 
-    void quitting_switchesOffWhatIsOn() {
-        pressAll("btnLaserControl btnLaserTest btnRedLight btnBlowControl btnBlowTest btnWireControl");
-        bench_.enablePort(DO_RED_LIGHT, false);
-        bench_.robot.mark();
-        QVERIFY(QMetaObject::invokeMethod(qApp, "aboutToQuit"));
-        QCOMPARE(sent(), (QStringList{"LASER 0", "GAS 0"}));
-        refresh();
-        QCOMPARE(sent().size(), 2);
+    void stopInsideAWrite_leavesNothingOn_data() {
+        QTest::addColumn<QString>("write");
+        QTest::addColumn<QStringList>("writes");
+        const QStringList off{"POWER 0", "LASER 0", "DUTY 0", "FREQ 0"};
+        QTest::newRow("laser") << "LASER 1" << QStringList{"LASER 1"} + off + off;
+        QTest::newRow("power") << "POWER 13107"
+                               << QStringList{"LASER 1", "FREQ 0", "POWER 13107"} + off + off;
     }
 
-    void quittingInAWeld_switchesOffOnce() {
-        pressAll("btnBlowControl btnBlowTest btnWireControl btnWireTest");
-        bench_.load(oneWeld);
-        constexpr int inTheWeldMs = 700;
-        bench_.at(inTheWeldMs, [this] {
-            bench_.robot.mark();
-            QMetaObject::invokeMethod(qApp, "aboutToQuit");
+    /// The stop does as the executor does; what is written after it comes to nothing.
+    void stopInsideAWrite_leavesNothingOn() {
+        QFETCH(QString, write);
+        pressAll("btnLaserControl");
+        type("dspnLaserPower", "40");
+        bench_.robot.mark();
+        inside(write, [] {
+            for (const I_PORT output : lumo::takeLitByHand()) {
+                if (output == DO_LASER_ENABLE) {
+                    setPortDO(nullptr, output, false);
+                } else {
+                    setPortAO(nullptr, output, 0.0);
+                }
+            }
         });
-        bench_.run();
-        bench_.settle();
-        const QString all = sent().join(' ');
-        for (const char* output : {"LASER 0", "GAS 0", "WIRE 0"}) {
-            QVERIFY2(all.count(output) == 1, qPrintable(all));
+        press("btnLaserTest");
+        QTEST(sent(), "writes");
+    }
+
+    void endOfThePage_forgetsNothing_data() {
+        QTest::addColumn<QString>("write");  // inside which it ends; empty for later
+        QTest::newRow("later") << "";
+        QTest::newRow("while it lights the laser") << "LASER 1";
+    }
+
+    void endOfThePage_forgetsNothing() {
+        QFETCH(QString, write);
+        pressAll("btnLaserControl");
+        inside(write, [this] { bench_.page.reset(); });
+        button("btnLaserTest")->click();
+        bench_.page.reset();
+        QCOMPARE(bench_.robot.output("LASER"), 1.0);
+        QCOMPARE(lumo::takeLitByHand(), (std::vector<I_PORT>{AO_LASER_POWER, DO_LASER_ENABLE,
+                                                             AO_LASER_DUTY_CYCLE, AO_LASER_FREQUENCY}));
+        QVERIFY(!lumo::isLitByHand());
+    }
+
+    void whatAHandLit_goesOff_data() {
+        QTest::addColumn<bool>("quits");
+        QTest::addColumn<bool>("withoutPage");
+        QTest::newRow("quitting") << true << false;
+        QTest::newRow("quitting, the page is gone") << true << true;
+        QTest::newRow("power lost") << false << false;
+        QTest::newRow("power lost, the page is gone") << false << true;
+    }
+
+    /// Once each, with their set points; the locks and what was typed stay.
+    void whatAHandLit_goesOff() {
+        QFETCH(bool, quits);
+        QFETCH(bool, withoutPage);
+        test::ScriptedRobot::setPower("on");
+        type("dspnLaserPower", "40");
+        pressAll(
+            "btnLaserControl btnLaserTest btnRedLight btnBlowControl btnBlowTest btnWireControl btnWireTest");
+        if (withoutPage) {
+            bench_.page.reset();
         }
-        QVERIFY2(!all.contains(" 1"), qPrintable(all));
+        bench_.robot.mark();
+        if (quits) {
+            QVERIFY(QMetaObject::invokeMethod(qApp, "aboutToQuit"));
+        } else {
+            test::ScriptedRobot::setPower("off");
+        }
+        for (const char* output : {"LASER", "POWER", "RED", "GAS", "WIRE"}) {
+            QVERIFY2(sent().count(QLatin1String(output) + " 0") == 1, output);
+            QCOMPARE(bench_.robot.output(output), 0.0);
+        }
+        QCOMPARE(bench_.robot.output("LASERLOCK"), 1.0);
+        QVERIFY(!lumo::isLitByHand());
+        if (!withoutPage) {
+            QCOMPARE(field("dspnLaserPower")->value(), 40.0);
+        }
     }
 
     void whatIsSwitchedOff_staysOff_data() {

@@ -1,5 +1,6 @@
 // The page of the port assignment, worked by mouse and keyboard.
 
+#include "devices/handlit.h"
 #include "devices/portconfigwidget.h"
 #include "support/executorbench.h"
 
@@ -98,7 +99,10 @@ private slots:
         }
     }
 
-    void cleanup() { page_.reset(); }
+    void cleanup() {
+        page_.reset();
+        Q_UNUSED(lumo::takeLitByHand());
+    }
 
     void rows_data() {
         QTest::addColumn<int>("row");
@@ -302,30 +306,50 @@ private slots:
         QTest::newRow("power, elsewhere") << 16 << "lumo_ao_9" << true << QStringList{"0 POWER 0"};
         QTest::newRow("gas, which is off") << gas << "LUMO_DO.#12" << true << QStringList{};
         QTest::newRow("input") << 0 << "LUMO_DI.#12" << true << QStringList{};
+        const QStringList locked{"0 LASER 0", "0 RED 0", "0 LASERLOCK 0"};
+        QTest::newRow("laser lock, not used") << 11 << "LUMO_DO.#5" << false << locked;
+        QTest::newRow("laser lock, elsewhere") << 11 << "LUMO_DO.#12" << true << locked;
+        QTest::newRow("laser lock, as it was") << 11 << "LUMO_DO.#5" << true << QStringList{};
+        QTest::newRow("open wire lock of a wire that runs")
+            << 12 << "LUMO_DO.#6" << false << QStringList{"0 WIRE 0"};
+        QTest::newRow("gas lock, gas lit so lately that it does not show")
+            << 13 << "LUMO_DO.#7" << false << QStringList{"0 GAS 0"};
     }
 
     void outputThatIsOn_isSwitchedOffBeforeItsPortLeavesIt() {
         QFETCH(int, row);
         QFETCH(QString, name);
         QFETCH(bool, used);
-        kordservice()
-            ->dataNode(QStringLiteral("register.values"))
-            ->set(this, QStringLiteral("LUMO_DO.#3"), true)
-            ->set(this, QStringLiteral("LUMO_DI.#0"), true)
-            ->set(this, QStringLiteral("LUMO_AO_1.#0"), 16384);
+        QFETCH(QStringList, writes);
+        ModuleObject* const registers = kordservice()->dataNode(QStringLiteral("register.values"));
+        for (const char* bit : {"LUMO_DO.#1", "LUMO_DO.#2", "LUMO_DO.#3", "LUMO_DO.#5", "LUMO_DI.#0"}) {
+            registers->set(this, QLatin1String(bit), true);
+        }
+        registers->set(this, QStringLiteral("LUMO_AO_1.#0"), 16384);
+        lumo::noteByHand(DO_LASER_ENABLE, true);
+        lumo::noteByHand(DO_GAS, row == 13);
         open();
         choose(row, name);
         check(row)->setChecked(used);
         bench_.robot.mark();
         confirm();
-        QTEST(bench_.robot.log(), "writes");
+        QCOMPARE(bench_.robot.log(), writes);
+        QCOMPARE(lumo::isLitByHand(DO_LASER_ENABLE), !writes.contains("0 LASER 0"));
         QCOMPARE(assigned(row), name);
     }
 
-    void laserThatIsReassignedInAWeld_isNotLeftOn() {
+    void laserThatNobodyCouldSwitchOff_isNotLeftOnInAWeld_data() {
+        QTest::addColumn<int>("row");
+        QTest::newRow("laser, elsewhere") << 9;
+        QTest::newRow("laser lock, not used") << 11;
+    }
+
+    void laserThatNobodyCouldSwitchOff_isNotLeftOnInAWeld() {
+        QFETCH(int, row);
         bench_.load(R"([{"type":"open","index":0},{"type":"delay","delaytime":2000},{"type":"close"}])");
         open();
-        choose(9, "LUMO_DO.#12");
+        choose(row, row == 9 ? "LUMO_DO.#12" : "LUMO_DO.#5");
+        check(row)->setChecked(row == 9);
         bench_.at(1500, [this] {
             QCOMPARE(bench_.robot.output("LASER"), 1.0);
             confirm();

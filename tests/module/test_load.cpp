@@ -59,8 +59,6 @@ private slots:
     void language_choosesTheDocument();
     void tree_isCompletedAfterTheFiles();
     void stations_areNamedInTheLanguage();
-    void ports_areMergedByPosition_data();
-    void ports_areMergedByPosition();
     void lists_areReplacedOrKept_data();
     void lists_areReplacedOrKept();
     void settings_areReadFromTheWorkingDirectoryOnly();
@@ -185,30 +183,6 @@ void TestLoad::stations_areNamedInTheLanguage() {
     LumoWidget panel;
     qDeleteAll(qApp->findChildren<QTranslator*>());
     QCOMPARE(stationNames(), QStringList({"Station 1", "Station 2", "Station 3", "Station 4"}));
-}
-
-void TestLoad::ports_areMergedByPosition_data() {
-    QTest::addColumn<QString>("file");
-    QTest::addColumn<QString>("row1");
-    const QString untouched = "{'enable':false,'name':'DI2_1','tag':'激光头状态','type':'DI'}";
-    QTest::newRow("assigned") << "[{},{'type':'DI','name':'LUMO_DI.#1','enable':true}]"
-                              << "{'enable':true,'name':'LUMO_DI.#1','tag':'激光头状态','type':'DI'}";
-    QTest::newRow("label and kind are ours")
-        << "[{},{'type':'AO','tag':'other','name':'LUMO_DI.#1','enable':true,'more':1}]"
-        << "{'enable':true,'name':'LUMO_DI.#1','tag':'激光头状态','type':'DI'}";
-    QTest::newRow("name alone") << "[{},{'name':''}]"
-                                << "{'enable':false,'name':'','tag':'激光头状态','type':'DI'}";
-    QTest::newRow("fewer rows") << "[{'enable':true}]" << untouched;
-    QTest::newRow("nulls") << "[{},{'name':null,'enable':null}]" << untouched;
-}
-
-void TestLoad::ports_areMergedByPosition() {
-    QFETCH(QString, file);
-    QFETCH(QString, row1);
-    write("lumo_port.json", file);
-    LumoWidget panel;
-    QCOMPARE(m("lumo.port")->size(), 19);
-    QCOMPARE(compact(m("lumo.port.#1")), row1);
 }
 
 void TestLoad::lists_areReplacedOrKept_data() {
