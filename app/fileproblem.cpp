@@ -58,6 +58,7 @@ const Known kReasons[] = {
     {"there is no such file", QT_TRANSLATE_NOOP("FileProblem", "没有此文件")},
     {"the file holds no project", QT_TRANSLATE_NOOP("FileProblem", "文件内容不是工程")},
     {"the file holds settings, no project", QT_TRANSLATE_NOOP("FileProblem", "文件内容是设置，不是工程")},
+    {"unknown statement type %1", QT_TRANSLATE_NOOP("FileProblem", "未知的语句类型%1")},
     {"the file in its place holds something else and cannot be kept",
      QT_TRANSLATE_NOOP("FileProblem", "原文件是其他内容，且无法保留副本")},
     {"Existing file %1 is not writable", QT_TRANSLATE_NOOP("FileProblem", "文件受写保护")},

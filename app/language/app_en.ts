@@ -166,6 +166,10 @@
         <translation>the file holds no project</translation>
     </message>
     <message>
+        <source>未知的语句类型%1</source>
+        <translation>unknown statement type %1</translation>
+    </message>
+    <message>
         <source>文件内容是设置，不是工程</source>
         <translation>the file holds settings, no project</translation>
     </message>

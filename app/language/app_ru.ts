@@ -166,6 +166,10 @@
         <translation>это не файл проекта</translation>
     </message>
     <message>
+        <source>未知的语句类型%1</source>
+        <translation>неизвестный тип команды: %1</translation>
+    </message>
+    <message>
         <source>文件内容是设置，不是工程</source>
         <translation>это файл настроек, а не проекта</translation>
     </message>

@@ -6,6 +6,7 @@
 #include "module/messagebox.h"
 #include "module/settingsfile.h"
 #include "panel/projectdialogs.h"
+#include "panel/projectfile.h"
 #include "ui_signalsbindingparamwidget.h"
 
 #include <QFileDialog>
@@ -185,9 +186,11 @@ void SignalsBindingParamWidget::projectSelected(const QString& path) {
     fileDialog_->disconnect(this);
     logW() << "SignalsBindingParamWidget::SignalsBindingParamWidget QFileDialog::fileSelected filename ="
            << path;
-    if (isSettingsFile(path)) {
-        emit m()->fileProblem(path, 0, 0, QStringLiteral("the file holds settings, no project"));
+    const QString fileName = path.section(QLatin1Char('/'), -1);
+    // A settings file's name would mean the one in the working directory, wherever this one is.
+    if (!readStationProject(path) || isSettingsFile(fileName)) {
+        showMessage(QMessageBox::Warning, tr("提示"), tr("该文件不能用作工位的工程：%1").arg(fileName));
         return;
     }
-    showProject(path.section(QLatin1Char('/'), -1));
+    showProject(fileName);
 }

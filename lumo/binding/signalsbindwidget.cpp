@@ -7,9 +7,11 @@
 #include "module/messagebox.h"
 #include "module/settingsfile.h"
 #include "panel/projectfile.h"
+#include "panel/stationrun.h"
 #include "panel/toolset.h"
 #include "ui_signalsbindwidget.h"
 
+#include <QCoreApplication>
 #include <QHeaderView>
 #include <QPointer>
 
@@ -30,10 +32,32 @@ ModuleObject* stationAt(int row) {
     return m(key::signalsConfig)->c(row);
 }
 
+bool isPowered() {
+    return m(key::robotPower)->getString() == word::on;
+}
+
+/// Puts a project in the place of the last one. Each write may end the page.
+void loadStationProgram(const QPointer<QObject>& page, const Project& project) {
+    auto* program = new ModuleObject(QString(key::stationProgram).section(QLatin1Char('.'), -1));
+    program->loadJson(page, project.statements);
+    m(key::lumo)->insert(page, program);
+    StationRun::useToolset(page, project.toolset);
+}
+
+/// Starts what was loaded, unless the page is gone; returns when its run is over.
+void runStationProgram(const QPointer<QObject>& page) {
+    hand_or_signalbing = stationRun;
+    sendToolset(page);
+    m(key::processTime)->setValue(page, 0);
+    if (page) {
+        m(key::triggerStart)->setValue(page, 0);
+    }
+}
+
 }  // namespace
 
 SignalsBindWidget::SignalsBindWidget(QWidget* parent)
-    : QWidget(parent), ui_(std::make_unique<Ui::SignalsBindWidget>()) {
+    : QWidget(parent), ui_(std::make_unique<Ui::SignalsBindWidget>()), powered_(isPowered()) {
     ui_->setupUi(this);
     fill();
     for (QTimer* timer : {&startTimer_, &stopTimer_, &queueTimer_}) {
@@ -44,21 +68,27 @@ SignalsBindWidget::SignalsBindWidget(QWidget* parent)
     connect(&queueTimer_, &QTimer::timeout, this, &SignalsBindWidget::execProject);
     connect(ui_->switchBtn, &SwitchButton::statusChanged, this, &SignalsBindWidget::switchMonitoring);
     connect(m(key::executeState), &ModuleObject::changed, this, &SignalsBindWidget::onState);
+    connect(m(key::robotPower), &ModuleObject::changed, this, &SignalsBindWidget::onPower);
+    connect(m(key::triggerPause), &ModuleObject::changed, this, [this] { ++pauses_; });
+    connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, this, &SignalsBindWidget::quit);
     connect(ui_->tableWidget, &QTableWidget::itemChanged, this, &SignalsBindWidget::onItemChanged);
     connect(ui_->btnAdd, &QPushButton::clicked, this, [this] { emit addBtnClicked(ui_->tableWidget); });
     connect(ui_->btnEdit, &QPushButton::clicked, this, &SignalsBindWidget::editStation);
     connect(ui_->btnDel, &QPushButton::clicked, this, &SignalsBindWidget::deleteStation);
 }
 
-/// Who still waits will not be served. The output of a run under way stays: its station must not be told
-/// that the run is over.
+/// Who still waits will not be served. Who waits for the end of the run under way is told then.
 SignalsBindWidget::~SignalsBindWidget() {
     if (firstRuns()) {
-        queue_.takeFirst();
+        *heirs_ = queue_.takeFirst().stations;
     }
-    while (!queue_.isEmpty()) {
-        report(queue_.takeFirst().stations);
-    }
+    report(queue_.takeAll(false));
+}
+
+/// What waits must not hold its outputs for ever.
+void SignalsBindWidget::quit() {
+    stopMonitoring();
+    dropQueue();
 }
 
 void SignalsBindWidget::fill() {
@@ -111,16 +141,22 @@ void SignalsBindWidget::checkDIStatus(const QString& phase) {
         return;
     }
     const QVector<int> triggered = starts_.look(this);
+    const QPointer<SignalsBindWidget> self(this);
     for (const int row : triggered) {
-        queueProject(row);
+        if (self) {
+            queueProject(row);
+        }
     }
 }
 
 void SignalsBindWidget::queueProject(int row) {
     queue_.add(stationCell(ui_->tableWidget, row, ProjectColumn),
                {row, readSource(stationAt(row), StationSignal::StartOutput)});
+    const QPointer<SignalsBindWidget> self(this);
     setDoPort(row, true);
-    showState(ui_->tableWidget, row, StationState::Triggered);
+    if (self) {
+        showState(ui_->tableWidget, row, StationState::Triggered);
+    }
 }
 
 void SignalsBindWidget::checkDI2Status(const QString& phase) {
@@ -150,9 +186,11 @@ void SignalsBindWidget::setDo2Port(int row, bool on) {
 
 // --- The queue ------------------------------------------------------------------------------------
 
-bool SignalsBindWidget::canServe() const {
+/// While a stop input stands, or the robot still moves, what was asked for waits.
+bool SignalsBindWidget::canServe() {
     return serving_ == Serving::Nothing && !queue_.isEmpty() && executor->depth() == 0 &&
-           m(key::executeState)->getString() == word::idle;
+           m(key::executeState)->getString() == word::idle && m(key::robotState)->getString() == word::idle &&
+           !stops_.anyStands(this);
 }
 
 bool SignalsBindWidget::firstRuns() const {
@@ -164,51 +202,74 @@ void SignalsBindWidget::execProject() {
         return;
     }
     const QPointer<SignalsBindWidget> self(this);
+    const int id = queue_.first().id;
+    const QString fileName = queue_.first().project;
+    // Before the closing: for a project that cannot run the wire is not pulled back. The reading tells why.
+    const std::optional<Project> project = fileName.isEmpty() ? std::nullopt : readStationProject(fileName);
+    if (!self || !queue_.isFirst(id)) {
+        return;
+    }
+    if (!project) {
+        giveUpFirst();
+    } else if (closeBeforeStart(id)) {
+        serve(*project);
+    }
+}
+
+/// Does the closing that comes before a start. False when nothing is to start now: the closing may take
+/// seconds, in which anything can have happened. A pause that came in it wants the robot to stand; what
+/// was asked for waits for a later tick then.
+bool SignalsBindWidget::closeBeforeStart(int id) {
+    const QPointer<SignalsBindWidget> self(this);
     const int switchedOff = switchedOff_;
+    const int pauses = pauses_;
     m(key::triggerPause)->trigger();  // returns when the closing is over
-    if (!self || switchedOff != switchedOff_ || !canServe()) {
-        return;
-    }
-    if (queue_.first().project.isEmpty()) {
-        report(queue_.takeFirst().stations);
-        return;
-    }
+    return self && switchedOff == switchedOff_ && pauses_ == pauses + 1 && canServe() && queue_.isFirst(id);
+}
+
+/// Runs the first project; returns when its run is over, or was refused.
+void SignalsBindWidget::serve(const Project& project) {
+    const QPointer<SignalsBindWidget> self(this);
+    QVector<WaitingStation> left;
+    heirs_ = &left;
     serving_ = Serving::Starting;
-    loadProject(QString(queue_.first().project));
-    runLoaded();
+    {
+        const int row = queue_.first().stations.first().row;
+        const StationRun run(stationAt(row)->c(field::stationName)->getString(),
+                             projectName(queue_.first().project));
+        loadStationProgram(self.data(), project);
+        runStationProgram(self.data());
+    }
     if (self) {
         endServing();
+        return;
+    }
+    for (const WaitingStation& station : qAsConst(left)) {
+        switchOutput(nullptr, station.output, false);
     }
 }
 
 void SignalsBindWidget::endServing() {
     const Serving reached = std::exchange(serving_, Serving::Nothing);
-    if (reached != Serving::Over) {
+    if (reached == Serving::Starting) {
+        giveUpFirst();
+    } else if (reached == Serving::Running) {
         report(queue_.takeFirst().stations);
     }
-    if (reached == Serving::Starting) {
-        emit startRefused();
-    }
 }
 
-/// Puts a project in the place of the last one. One that cannot be read is an empty program, which the
-/// executor refuses; the reading has said why.
-void SignalsBindWidget::loadProject(const QString& fileName) {
-    const Project project = readProject(fileName).value_or(Project());
-    auto* program = new ModuleObject(QString(key::stationProgram).section(QLatin1Char('.'), -1));
-    program->loadJson(this, project.statements);
-    m(key::lumo)->insert(this, program);
-    if (!project.toolset.isEmpty()) {
-        m(key::toolset)->loadJson(this, project.toolset);
+/// The first project will not run. Inputs that still ask for it must be let go before they ask again.
+void SignalsBindWidget::giveUpFirst() {
+    const QVector<WaitingStation> stations = queue_.takeFirst().stations;
+    for (const WaitingStation& station : stations) {
+        starts_.rearm(this, station.row);
     }
+    report(stations);
 }
 
-/// Starts what was loaded; returns when its run is over.
-void SignalsBindWidget::runLoaded() {
-    hand_or_signalbing = stationRun;
-    sendToolset(this);
-    m(key::processTime)->setValue(this, 0);
-    m(key::triggerStart)->setValue(this, 0);
+/// Nobody who waits is served any more. The run under way goes on, and is reported at its end.
+void SignalsBindWidget::dropQueue() {
+    report(queue_.takeAll(firstRuns()));
 }
 
 void SignalsBindWidget::onState(const QVariant& state) {
@@ -221,11 +282,26 @@ void SignalsBindWidget::onState(const QVariant& state) {
     }
 }
 
+/// Nothing that was asked for before the power went, or while it was off, may start when it is back.
+void SignalsBindWidget::onPower(const QVariant& power) {
+    const bool powered = power.toString() == word::on;
+    if (std::exchange(powered_, powered) == powered) {
+        return;
+    }
+    if (powered) {
+        starts_.rearm(this);
+    }
+    dropQueue();
+}
+
 /// Tells stations that their run is over, or will not come.
 void SignalsBindWidget::report(const QVector<WaitingStation>& stations) {
+    const QPointer<SignalsBindWidget> self(this);
     for (const WaitingStation& station : stations) {
-        switchOutput(this, station.output, false);
-        showState(ui_->tableWidget, station.row, StationState::Untriggered);
+        switchOutput(self, station.output, false);
+        if (self) {
+            showState(ui_->tableWidget, station.row, StationState::Untriggered);
+        }
     }
 }
 
@@ -236,13 +312,8 @@ int SignalsBindWidget::selectedRow() const {
     return rows.isEmpty() ? -1 : rows.first().row();
 }
 
-/// What the page does not write itself is an edit of the row.
+/// A row that was given another project does not wait for the one before.
 void SignalsBindWidget::onItemChanged(const QTableWidgetItem* item) {
-    if (item->column() == NumberColumn || item->column() == StateColumn) {
-        return;
-    }
-    starts_.forget(item->row());
-    stops_.forget(item->row());
     if (item->column() == ProjectColumn) {
         withdraw(item->row());
     }

@@ -44,19 +44,21 @@ void SignalSelector::fill(const SignalSource& stored) {
 
 void SignalSelector::fillNames(const QString& stored) {
     ui_.ioNames->clear();
+    ui_.ioNames->addItem(QString());
     const QLatin1String group = isInput(which_) ? word::portInput : word::portOutput;
     const QList<ModuleObject*> offered = kordservice()->get(this, key::deviceIo, group)->cmobjs();
     for (const ModuleObject* signal : offered) {
         ui_.ioNames->addItem(signal->name());
     }
-    if (!stored.isEmpty() && ui_.ioNames->findText(stored) < 0) {
+    if (ui_.ioNames->findText(stored) < 0) {
         ui_.ioNames->addItem(stored);
     }
-    ui_.ioNames->setCurrentIndex(qMax(0, ui_.ioNames->findText(stored)));
+    ui_.ioNames->setCurrentIndex(ui_.ioNames->findText(stored));
 }
 
 void SignalSelector::fillRegisters(const SignalSource& stored) {
     ui_.registers->clear();
+    offer(ui_.registers, QString(), QString(), 0);
     const QLatin1String access = isInput(which_) ? "rd"_l1 : "rdwr"_l1;
     const QList<ModuleObject*> offered = m(key::registerList)->cmobjs();
     for (const ModuleObject* entry : offered) {
@@ -65,10 +67,12 @@ void SignalSelector::fillRegisters(const SignalSource& stored) {
                   entry->c(field::len)->getInt(1));
         }
     }
-    if (!stored.registerName.isEmpty() && ui_.registers->findText(stored.registerName) < 0) {
+    if (ui_.registers->findText(stored.registerName) < 0) {
         offer(ui_.registers, stored.registerName, stored.registerType, 1);
     }
-    ui_.registers->setCurrentIndex(qMax(0, ui_.registers->findText(stored.registerName)));
+    // Who goes over from an input or output to a register finds the first one chosen.
+    const bool proposesFirst = stored.isIo && stored.registerName.isEmpty() && ui_.registers->count() > 1;
+    ui_.registers->setCurrentIndex(proposesFirst ? 1 : ui_.registers->findText(stored.registerName));
     fillBits();
     if (!stored.registerName.isEmpty()) {
         if (stored.bias < mostBits) {

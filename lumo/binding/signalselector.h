@@ -22,7 +22,8 @@ struct SelectorWidgets {
 };
 
 /// Lets the operator choose one signal of a station among the inputs or outputs of the controller and
-/// its registers of bits. What is stored and not offered any more is offered too.
+/// its registers of bits, or none: the empty entry, which comes first. What is stored and not offered any
+/// more is offered too.
 class SignalSelector : public QObject {
     Q_OBJECT
 public:

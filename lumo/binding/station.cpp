@@ -65,6 +65,10 @@ bool triggers(Edge edge, Level baseline, Level latest) {
     return false;
 }
 
+bool stands(Edge edge, const SignalSource& input, bool level) {
+    return edge != Edge::None && !input.name().isEmpty() && level == (edge == Edge::Rising);
+}
+
 Edge edgeFrom(const QString& word) {
     static const QStringList rising = edgeWords(Edge::Rising);
     static const QStringList falling = edgeWords(Edge::Falling);

@@ -45,6 +45,9 @@ using Level = std::optional<bool>;
 /// Whether an input triggers: it differs from its baseline in the direction of the edge. A level that
 /// was not looked at reads as low, but nothing falls to one.
 [[nodiscard]] bool triggers(Edge edge, Level baseline, Level latest);
+/// Whether an input stands at the level that its edge leads to. One without a name, or without an edge,
+/// never does.
+[[nodiscard]] bool stands(Edge edge, const SignalSource& input, bool level);
 
 /// The edge that a stored word means, in whichever language of the package it was stored.
 [[nodiscard]] Edge edgeFrom(const QString& word);

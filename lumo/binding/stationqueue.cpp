@@ -9,7 +9,7 @@ void StationQueue::add(const QString& project, const WaitingStation& station) {
     auto entry = std::find_if(entries_.begin(), entries_.end(),
                               [&project](const Entry& queued) { return queued.project == project; });
     if (entry == entries_.end()) {
-        entries_.append({project, {}});
+        entries_.append({++lastId_, project, {}});
         entry = std::prev(entries_.end());
     }
     const auto isSame = [&station](const WaitingStation& waiting) {
@@ -22,6 +22,14 @@ void StationQueue::add(const QString& project, const WaitingStation& station) {
 
 StationQueue::Entry StationQueue::takeFirst() {
     return entries_.takeFirst();
+}
+
+QVector<WaitingStation> StationQueue::takeAll(bool keepFirst) {
+    QVector<WaitingStation> taken;
+    while (entries_.size() > (keepFirst ? 1 : 0)) {
+        taken += entries_.takeAt(keepFirst ? 1 : 0).stations;
+    }
+    return taken;
 }
 
 QVector<WaitingStation> StationQueue::withdraw(int row, bool keepFirst) {

@@ -29,11 +29,21 @@ void EnablingRules::enableBatch(bool enable) {
     buttons_.batchZone->setEnabled(enable);
 }
 
+void EnablingRules::enablePause(bool byRule) {
+    pauseByRule_ = byRule;
+    buttons_.pause->setEnabled(byRule || running_);
+}
+
+void EnablingRules::running(bool anything) {
+    running_ = anything;
+    enablePause(pauseByRule_);
+}
+
 void EnablingRules::refreshUIEnable(bool enable) {
     if (isEnable_moveorder) {
         enableAll(buttons_.statementGroup, enable);
         enableAll(buttons_.editingGroup, enable);
-        buttons_.pause->setEnabled(!enable);
+        enablePause(!enable);
     }
 }
 
@@ -46,6 +56,7 @@ void EnablingRules::refreshMoveOrderEnable(bool enable) {
         enableAll(buttons_.statementGroup, false);
     }
     enableAll(buttons_.runTools, enable);
+    enablePause(enable);
 }
 
 void EnablingRules::rcPower(const QString& power, bool multiSelection) {
@@ -72,14 +83,14 @@ void EnablingRules::executorState(const QString& state) {
 
 void EnablingRules::enterMultiSelection() {
     refreshUIEnable(false);
-    buttons_.pause->setEnabled(false);
+    enablePause(false);
     enableBatch(true);
     buttons_.multi->setEnabled(true);
 }
 
 void EnablingRules::leaveMultiSelection() {
     refreshUIEnable(true);
-    buttons_.pause->setEnabled(true);
+    enablePause(true);
     buttons_.multi->setEnabled(true);
     enableBatch(false);
 }

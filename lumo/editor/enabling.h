@@ -19,7 +19,7 @@ struct EditorButtons {
 
 /// Enables and disables the editor's buttons: by the executor's state, the robot's drive power, the
 /// selection mode and whether a project is open. Each rule acts on its event and leaves what it does not
-/// name as earlier events left it.
+/// name as earlier events left it. Pause can be pressed whenever anything runs, whatever the rules say.
 class EnablingRules {
 public:
     explicit EnablingRules(EditorButtons buttons);
@@ -32,13 +32,18 @@ public:
     void rcPower(const QString& power, bool multiSelection);
     /// The text of the executor's state: "busy" or "idle", others change nothing.
     void executorState(const QString& state);
+    /// Whether anything runs: a program, also a station's, a single step, or a pause's closing.
+    void running(bool anything);
     void enterMultiSelection();
     void leaveMultiSelection();
 
 private:
     void enableBatch(bool enable);
+    void enablePause(bool byRule);
 
     EditorButtons buttons_;
+    bool pauseByRule_ = true;
+    bool running_ = false;
 };
 
 }  // namespace lumo

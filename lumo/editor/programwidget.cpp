@@ -8,6 +8,7 @@
 #include "editor/startline.h"
 #include "editor/statementcreation.h"
 #include "editor/storedstate.h"
+#include "executor/lumoexecutor.h"
 #include "module/globals.h"
 #include "module/keys.h"
 #include "module/messagebox.h"
@@ -55,6 +56,7 @@ ProgramWidget::ProgramWidget(QWidget* parent)
     onState(m(key::executeState)->value());
     refreshMoveOrderEnable(isEnable_moveorder);
     rcPower(m(key::robotPower)->value());
+    onActivity();
     showStored();
 }
 
@@ -137,6 +139,9 @@ void ProgramWidget::connectRunControls() {
     connect(ui_->btnReset, &QToolButton::clicked, run_, &RunControls::reset);
     connect(run_, &RunControls::aboutToRun, this, &ProgramWidget::updateUItoolwobj);
     connect(m(key::executeState), &ModuleObject::changed, this, &ProgramWidget::onState);
+    if (executor) {
+        connect(executor, &LumoExecutor::activityChanged, this, &ProgramWidget::onActivity);
+    }
     connect(m(key::executeLine), &ModuleObject::changed, this, &ProgramWidget::onLine);
     connect(m(key::robotPower), &ModuleObject::changed, this, &ProgramWidget::rcPower);
 }
@@ -241,6 +246,12 @@ void ProgramWidget::rcPower(const QVariant& power) {
 
 void ProgramWidget::onState(const QVariant& state) {
     rules_->executorState(state.toString());
+    onActivity();
+}
+
+/// Also of what this page did not start: a station's run, and the closing that comes before it.
+void ProgramWidget::onActivity() {
+    rules_->running(!RunControls::isIdle());
 }
 
 void ProgramWidget::onLine(const QVariant& line) {

@@ -100,6 +100,7 @@ private:
     void deleteByKey();
 
     void onState(const QVariant& state);
+    void onActivity();
     void onLine(const QVariant& line);
     void showStored();
     [[nodiscard]] bool isMultiSelection() const;

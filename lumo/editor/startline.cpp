@@ -5,6 +5,7 @@
 #include "executor/lumoexecutor.h"
 #include "module/globals.h"
 #include "module/keys.h"
+#include "panel/stationrun.h"
 
 #include <QLabel>
 
@@ -15,9 +16,12 @@ namespace {
 constexpr int stationRun = 1;
 
 QString runningText(const StartOutlook& outlook) {
-    return outlook.run == StartOutlook::Run::OfStation
+    if (outlook.run == StartOutlook::Run::ByHand) {
+        return ProgramWidget::tr("正在执行第 %1 行").arg(outlook.runningLine + 1);
+    }
+    return outlook.project.isEmpty()
                ? ProgramWidget::tr("工位程序正在运行")
-               : ProgramWidget::tr("正在执行第 %1 行").arg(outlook.runningLine + 1);
+               : ProgramWidget::tr("工位程序正在运行：%1，工程 %2").arg(outlook.station, outlook.project);
 }
 
 QString resumeText(const StartOutlook& outlook) {
@@ -84,6 +88,10 @@ StartOutlook StartLine::outlook() const {
     if (m(key::executeState)->getString() != word::idle) {
         outlook.run =
             hand_or_signalbing == stationRun ? StartOutlook::Run::OfStation : StartOutlook::Run::ByHand;
+    }
+    if (const StationRun* const run = StationRun::current()) {
+        outlook.station = run->station();
+        outlook.project = run->project();
     }
     outlook.runningLine = m(key::executeLine)->getInt();
     outlook.lineCount = table_->rowCount();

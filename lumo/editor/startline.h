@@ -17,6 +17,7 @@ struct StartOutlook {
 
     bool projectOpen = false;
     Run run = Run::Idle;
+    QString station, project;  ///< whose program runs; empty when it is not known
     int runningLine = 0;
     int lineCount = 0;
     int resumeLine = 0;

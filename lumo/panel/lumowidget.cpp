@@ -149,7 +149,6 @@ void LumoWidget::makeStationPage() {
             [this](QTableWidget* table) { showSignalsParamWgt(table, true); });
     connect(stations_, &SignalsBindWidget::editBtnClicked, this,
             [this](QTableWidget* table) { showSignalsParamWgt(table, false); });
-    connect(stations_, &SignalsBindWidget::startRefused, this, &LumoWidget::reapplyToolset);
 }
 
 /// A page that is not shown must not make the panel higher. Its width counts: the room beside the pages is
@@ -322,7 +321,6 @@ void LumoWidget::connectToolset() {
             [this] { lumo::applyToolsetSelector(this, ui_->toolCmb, true); });
     connect(ui_->wobjCmb, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
             [this] { lumo::applyToolsetSelector(this, ui_->wobjCmb, false); });
-    connect(m(lumo::key::executeState), &ModuleObject::changed, this, &LumoWidget::followState);
 }
 
 void LumoWidget::reapplyToolset() {
@@ -338,16 +336,6 @@ void LumoWidget::selectLoadedToolset() {
     const bool wobjChanged = lumo::selectToolsetName(ui_->wobjCmb, wobj);
     if (!toolChanged && !wobjChanged) {
         lumo::sendToolset(this);
-    }
-}
-
-/// A station brings its own tool set for the length of its run; afterwards the selectors hold again.
-void LumoWidget::followState(const QVariant& state) {
-    constexpr int byStation = 1;
-    if (state.toString() == lumo::word::busy) {
-        stationRun_ = hand_or_signalbing == byStation;
-    } else if (std::exchange(stationRun_, false)) {
-        reapplyToolset();
     }
 }
 

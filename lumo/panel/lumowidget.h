@@ -77,7 +77,6 @@ private:
     void connectToolset();
     void reapplyToolset();
     void selectLoadedToolset();
-    void followState(const QVariant& state);
 
     std::unique_ptr<Ui::LumoWidget> ui_;
     ProgramWidget* editor_ = nullptr;
@@ -89,7 +88,6 @@ private:
     QList<QWidget*> portPages_;                         ///< oldest first
     QList<QWidget*> paramPages_;                        ///< oldest first
     bool styled_ = false;                               ///< the theme's sheet is on
-    bool stationRun_ = false;                           ///< the run under way was started by a station
 };
 
 /// A message without a title; returns at once, the box stays until the operator closes it.

@@ -1,11 +1,14 @@
 #include "panel/projectfile.h"
 
 #include "module/host.h"
+#include "module/jsonplace.h"
 #include "module/keptfile.h"
 #include "module/keys.h"
 #include "module/settingsfile.h"
+#include "panel/stationrun.h"
 
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 
 #include <algorithm>
@@ -18,8 +21,12 @@ namespace {
 
 constexpr QLatin1String fileEnding = ".json"_l1;
 
-void report(const QString& path, const QString& reason) {
-    emit m()->fileProblem(path, 0, 0, reason);
+constexpr QLatin1String statementTypes[] = {
+    statement::moveJ, statement::moveL, statement::moveC,  statement::moveCC, statement::open,
+    statement::close, statement::param, statement::waitDI, statement::setDO,  statement::delay};
+
+void report(const QString& path, const QString& reason, const TextPlace& place = {}) {
+    emit m()->fileProblem(path, place.line, place.column, reason);
 }
 
 bool isToolset(const QJsonValue& element) {
@@ -35,6 +42,24 @@ bool isProject(const QJsonValue& content) {
     return std::all_of(elements.begin(), elements.end(), [](const QJsonValue& element) {
         return isToolset(element) || !element.toObject().value(field::type).toString().isEmpty();
     });
+}
+
+QString typeOf(const QJsonValue& statement) {
+    return statement.toObject().value(field::type).toString();
+}
+
+bool isStatement(const QJsonValue& element) {
+    const QString type = typeOf(element);
+    return std::any_of(std::begin(statementTypes), std::end(statementTypes),
+                       [&type](QLatin1String known) { return type == known; });
+}
+
+/// Of a file that the file service has read before: it is a plain one.
+void reportUnknown(const QString& path, const Project& project, int statement) {
+    QFile file(path);
+    const QByteArray text = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    report(path, QStringLiteral("unknown statement type \"%1\"").arg(typeOf(project.statements[statement])),
+           elementPlace(text, project.elementOf(statement)));
 }
 
 /// Whether a text can be the name of a file that folders show.
@@ -71,6 +96,7 @@ std::optional<Project> projectFrom(const QJsonValue& content) {
     const auto toolset = std::find_if(project.statements.begin(), project.statements.end(), isToolset);
     if (toolset != project.statements.end()) {
         project.toolset = (*toolset).toObject();
+        project.toolsetElement = int(toolset - project.statements.begin());
         project.statements.erase(toolset);
     }
     return project;
@@ -92,6 +118,24 @@ std::optional<Project> readProject(const QString& path) {
     return project;
 }
 
+std::optional<Project> readStationProject(const QString& path) {
+    if (isSettingsFile(path)) {
+        report(path, QStringLiteral("the file holds settings, no project"));
+        return std::nullopt;
+    }
+    std::optional<Project> project = readProject(path);
+    if (!project) {
+        return std::nullopt;
+    }
+    const QJsonArray& statements = project->statements;
+    const auto unknown = std::find_if_not(statements.begin(), statements.end(), isStatement);
+    if (unknown != statements.end()) {
+        reportUnknown(path, *project, int(unknown - statements.begin()));
+        return std::nullopt;
+    }
+    return project;
+}
+
 void loadProject(QObject* sender, const Project& project) {
     m(key::program)->loadJson(sender, project.statements);
     if (!project.toolset.isEmpty()) {
@@ -101,7 +145,7 @@ void loadProject(QObject* sender, const Project& project) {
 
 QJsonValue projectDocument() {
     QJsonArray content = m(key::program)->exportToJson(true).toArray();
-    content.append(m(key::toolset)->exportToJson(true));
+    content.append(projectToolset()->exportToJson(true));
     return content;
 }
 
@@ -113,7 +157,7 @@ bool saveProject(const QString& path) {
     mendo::JsonText text(true);
     text.beginArray();
     text.addElements(m(key::program));
-    text.add(m(key::toolset));
+    text.add(projectToolset());
     text.endArray();
     return writeKeeping(path, text.take(), isProject);
 }

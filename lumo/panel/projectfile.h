@@ -16,7 +16,13 @@ namespace lumo {
 /// tool set, the element that has an `end`.
 struct Project {
     QJsonArray statements;
-    QJsonObject toolset;  ///< empty where the file has none
+    QJsonObject toolset;      ///< empty where the file has none
+    int toolsetElement = -1;  ///< its position in the file; negative: none
+
+    /// The position in the file of a statement.
+    [[nodiscard]] int elementOf(int statement) const {
+        return toolsetElement >= 0 && statement >= toolsetElement ? statement + 1 : statement;
+    }
 };
 
 /// Takes a file's content apart; nothing when it is no array of objects.
@@ -24,15 +30,18 @@ struct Project {
 /// Reads a project file. Nothing, and one report by the host's file service, when the file is missing,
 /// cannot be read or holds no project.
 [[nodiscard]] std::optional<Project> readProject(const QString& path);
+/// The same for a station, whose project runs without anybody having looked at it: a settings file, and a
+/// file with a statement of an unknown type, hold no project either.
+[[nodiscard]] std::optional<Project> readStationProject(const QString& path);
 /// Puts the statements into `lumo.program` and the tool set, where there is one, into `lumo.toolset`.
 void loadProject(QObject* sender, const Project& project);
 
-/// `lumo.program` and `lumo.toolset` as a project file holds them.
+/// `lumo.program` and the tool set that belongs to it as a project file holds them.
 [[nodiscard]] QJsonValue projectDocument();
 /// Writes `content` whole. A file in its place that holds anything but a project is kept as
 /// NAME.damaged. False, after the report of the host's file service, when nothing was written.
 bool writeProject(const QString& path, const QJsonValue& content);
-/// Writes the program and the tool set of the tree; as `writeProject`.
+/// Writes the program of the tree and the tool set that belongs to it; as `writeProject`.
 bool saveProject(const QString& path);
 
 /// The name that the panel shows for a project: the file's name up to the first dot.

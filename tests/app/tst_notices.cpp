@@ -65,6 +65,9 @@ void AppNotices::problem_isToldInThePanelsLanguage_data() {
                                 << QStringLiteral("/x/a.json: это не файл проекта");
     QTest::newRow("settings") << "ru" << 0 << "the file holds settings, no project"
                               << QStringLiteral("/x/a.json: это файл настроек, а не проекта");
+    QTest::newRow("statement") << "ru" << 3 << "unknown statement type \"moveX\""
+                               << QStringLiteral(
+                                      "/x/a.json, строка 3, столбец 7: неизвестный тип команды: \"moveX\"");
     QTest::newRow("no file") << "ru" << 0 << "there is no such file"
                              << QStringLiteral("/x/a.json: нет такого файла");
     QTest::newRow("cannot be kept")

@@ -88,6 +88,16 @@ private slots:
         }
     }
 
+    void stands_atTheLevelOfItsEdge() {
+        const SignalSource named = waiting(0).output;
+        for (const bool level : {true, false}) {
+            QCOMPARE(lumo::stands(Edge::Rising, named, level), level);
+            QCOMPARE(lumo::stands(Edge::Falling, named, level), !level);
+            QVERIFY(!lumo::stands(Edge::None, named, level));
+            QVERIFY(!lumo::stands(Edge::Falling, SignalSource(), level));
+        }
+    }
+
     void edgeWords_areKnownInEveryLanguage_data() { languages(); }
 
     void edgeWords_areKnownInEveryLanguage() {
@@ -239,14 +249,27 @@ private slots:
         QTEST(calls.join(';'), "call");
     }
 
-    void watch_comparesWithTheBaselineThatWasTakenLast() {
+    void watch_heldInput_triggersOnceItHasLeft() {
         InputWatch watch(StationSignal::StartInput);
-        listen(2);
-        input(0, false);
+        listen(3);
+        watch.rearm(this);  // nobody listens yet
         watch.takeBaselines(this);
-        input(0, true);
-        QCOMPARE(watch.look(this), QVector<int>({0}));
-        watch.takeBaselines(this);
+        for (int row = 0; row < 3; ++row) {
+            input(row, true);
+        }
+        QCOMPARE(watch.look(this), QVector<int>({0, 1, 2}));
+        watch.rearm(this, 1);
+        QCOMPARE(watch.look(this), QVector<int>({0, 2}));
+        watch.rearm(this);
+        QCOMPARE(watch.look(this), QVector<int>());
+        input(1, false);
+        QCOMPARE(watch.look(this), QVector<int>());
+        input(1, true);
+        QCOMPARE(watch.look(this), QVector<int>({1}));
+        watch.takeBaselines(this);  // the switch: held inputs are deaf until it is pressed again
+        input(1, false);
+        QCOMPARE(watch.look(this), QVector<int>());
+        input(1, true);
         QCOMPARE(watch.look(this), QVector<int>());
     }
 
@@ -256,11 +279,12 @@ private slots:
         watch.takeBaselines(this);
         for (const int outside : {-1, 3}) {
             watch.removeRow(outside);
-            watch.forget(outside);
+            watch.rearm(this, outside);
         }
-        watch.forget(1);
-        for (int row = 0; row < 3; ++row) {
-            input(row, true);
+        m("lumo.signalsConfig")->c(0)->set(this, "stationname", "another name");
+        m("lumo.signalsConfig")->c(1)->set(this, "DI", "IN9");
+        for (const int signal : {0, 2, 9}) {
+            input(signal, true);
         }
         QCOMPARE(watch.look(this), QVector<int>({0, 2}));
         watch.removeRow(1);  // whose baseline is high
@@ -277,9 +301,16 @@ private slots:
         queue.add("b", waiting(4));
         queue.add("b", waiting(1));
         QCOMPARE(queue.size(), 2);
+        const int id = queue.first().id;
+        QVERIFY(queue.isFirst(id));
         QCOMPARE(rowsOf(queue.first().stations), QVector<int>({1, 4}));
         QCOMPARE(queue.takeFirst().project, "b");
         QCOMPARE(rowsOf(queue.first().stations), QVector<int>({0}));
+        queue.add("b", waiting(2));
+        QCOMPARE(rowsOf(queue.takeAll(true)), QVector<int>({2}));
+        QCOMPARE(rowsOf(queue.takeAll(false)), QVector<int>({0}));
+        queue.add("b", waiting(1));
+        QVERIFY(!queue.isFirst(id));  // it was asked for anew
     }
 
     void queue_keepsEveryOutputThatWasSwitchedOn() {

@@ -55,14 +55,16 @@ private slots:
         bench_.click("btnAdd");
         for (const char* suffix : {"", "_2"}) {
             const auto named = [suffix](const char* name) { return QByteArray(name) + suffix; };
-            QCOMPARE(items(named("cmbDI")), QStringList({"DI1", "DI2"}));
-            QCOMPARE(items(named("cmbDO")), QStringList({"DO1", "DO2"}));
-            QCOMPARE(items(named("cmbDIReg")), QStringList("IN"));
-            QCOMPARE(items(named("cmbDOReg")), QStringList({"OUT", "OUT1"}));
+            QCOMPARE(items(named("cmbDI")), QStringList({"", "DI1", "DI2"}));
+            QCOMPARE(items(named("cmbDO")), QStringList({"", "DO1", "DO2"}));
+            QCOMPARE(items(named("cmbDIReg")), QStringList({"", "IN"}));
+            QCOMPARE(items(named("cmbDOReg")), QStringList({"", "OUT", "OUT1"}));
             QCOMPARE(items(named("cmbDIRegBias")), QStringList({"1", "2", "3"}));
             QCOMPARE(items(named("cmbDORegBias")).size(), 8);
-            combo(named("cmbDOReg"))->setCurrentIndex(1);
+            combo(named("cmbDOReg"))->setCurrentIndex(2);
             QCOMPARE(items(named("cmbDORegBias")), QStringList("1"));
+            combo(named("cmbDOReg"))->setCurrentIndex(0);
+            QCOMPARE(items(named("cmbDORegBias")), QStringList());
         }
     }
 
@@ -152,8 +154,8 @@ private slots:
         for (int column = 0; column < 10; ++column) {
             cells << bench_.cell(5, column);
         }
-        QCOMPARE(cells, QStringList({"6", "rework", "", "启动: IO\n停止: IO", "DI1\nDI1", "上升沿\n上升沿",
-                                     "100", "---", "启动: IO\n停止: IO", "DO1\nDO1"}));
+        QCOMPARE(cells, QStringList({"6", "rework", "", "启动: IO\n停止: IO", "\n", "上升沿\n上升沿", "100",
+                                     "---", "启动: IO\n停止: IO", "\n"}));
         QCOMPARE(field(5, "stationname"), "rework");
         QCOMPARE(record(5)->c("time")->value(), QVariant("100"));
         QCOMPARE(field(5, "filePath"), "");
@@ -173,11 +175,11 @@ private slots:
         QCOMPARE(record(5)->c("DO2_reg")->exportToJson(),
                  QJsonValue(QJsonObject{{"name", "OUT"}, {"bias", 2}, {"type", "bit"}}));
         QCOMPARE(field(5, "DO2_type"), "寄存器");
-        QCOMPARE(field(5, "DO2"), "DO1");
+        QCOMPARE(field(5, "DO2"), "");
         // Where it does not count the template's stays.
         QCOMPARE(field(5, "DO_reg.name"), "");
         QCOMPARE(bench_.cell(5, 8), "启动: IO\n停止: 寄存器");
-        QCOMPARE(bench_.cell(5, 9), "DO1\nOUT[3]");
+        QCOMPARE(bench_.cell(5, 9), "\nOUT[3]");
         // And it is shown again.
         bench_.clickRow(5, "btnEdit");
         QCOMPARE(combo("cmbDOReg_2")->currentText(), "OUT");
@@ -188,6 +190,9 @@ private slots:
     void whatIsNotOffered_isKept_data() {
         QTest::addColumn<QByteArray>("json");
         QTest::newRow("input") << QByteArray(R"({"DI":"DI77","DI_type":"IO"})");
+        QTest::newRow("no input") << QByteArray(R"({"DI":"","DI_type":"IO"})");
+        QTest::newRow("no register") << QByteArray(
+            R"({"DI_type":"寄存器","DI_reg":{"name":"","type":"","bias":-1}})");
         QTest::newRow("register") << QByteArray(
             R"({"DI_type":"寄存器","DI_reg":{"name":"GONE","type":"bool","bias":5}})");
         QTest::newRow("bit") << QByteArray(
@@ -290,13 +295,49 @@ private slots:
         QCOMPARE(field(0, "filePath"), "");
     }
 
-    void settingsFile_isNoProject() {
-        bench_.write("lumo_param.json", "[]");
+    // A station can be given a stop input, and be freed of it again.
+    void signal_canBeNone() {
+        bench_.clickRow(4, "btnEdit");
+        combo("cmbDI_2")->setCurrentText("DI2");
+        combo("cmbDO")->setCurrentIndex(0);
+        bench_.click("okayBtn");
+        QCOMPARE(bench_.cell(4, 4), "DI5\nDI2");
+        QCOMPARE(bench_.cell(4, 9), "\nDO15");
+        bench_.time.settle();
+        bench_.clickRow(4, "btnEdit");
+        QCOMPARE(combo("cmbDO")->currentIndex(), 0);
+        combo("cmbDI_2")->setCurrentIndex(0);
+        bench_.click("okayBtn");
+        QCOMPARE(field(4, "DI2"), "");
+        QCOMPARE(field(4, "DO"), "");
+    }
+
+    void whatIsNoProject_isRefused_data() {
+        QTest::addColumn<QString>("file");
+        QTest::addColumn<QByteArray>("content");
+        QTest::addColumn<int>("reports");
+        QTest::newRow("settings") << "lumo_param.json" << QByteArray("[]") << 1;
+        // The name stands for the file in the working directory.
+        QTest::newRow("settings' name") << "parts/lumo_port.json" << QByteArray("[]") << 0;
+        QTest::newRow("unknown statement") << "parts/a.json" << QByteArray(R"([{"type":"moveX"}])") << 1;
+        QTest::newRow("damaged") << "a.json" << QByteArray("[{") << 1;
+        QTest::newRow("missing") << "a.json" << QByteArray() << 1;
+    }
+
+    void whatIsNoProject_isRefused() {
+        QFETCH(QString, file);
+        QFETCH(QByteArray, content);
+        QDir().mkdir("parts");
+        if (!content.isEmpty()) {
+            bench_.write(file, content);
+        }
         bench_.clickRow(0, "btnEdit");
         bench_.click("btnOpen");
-        bench_.answerFile("lumo_param.json");
+        bench_.answerFile(QDir().absoluteFilePath(file));
         QCOMPARE(page()->findChild<QLabel*>("lblProject")->text(), "P1.json");
-        QCOMPARE(bench_.problems.count(), 1);
+        QTEST(bench_.problems.count(), "reports");
+        QCOMPARE(bench_.boxes(), QStringList("该文件不能用作工位的工程：" + QFileInfo(file).fileName()));
+        bench_.closeBoxes();
     }
 
     void editor_isOne_andLeftByTheNavigation() {

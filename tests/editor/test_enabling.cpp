@@ -56,8 +56,11 @@ private slots:
         QTest::newRow("project open before, power on") << "on" << true << Events() << "sembRP";
         QTest::newRow("project is opened") << "off" << false << Events{"project"} << "SEMbRP";
         QTest::newRow("project is opened, power on") << "on" << false << Events{"project"} << "sembRP";
-        QTest::newRow("a run without a project changes nothing")
-            << "off" << false << Events{"busy"} << "sEMbrp";
+        QTest::newRow("a run without a project can be stopped")
+            << "off" << false << Events{"busy"} << "sEMbrP";
+        QTest::newRow("also in multi-selection") << "off" << false << Events{"busy", "multi"} << "sEMBrP";
+        QTest::newRow("a run without a project is over")
+            << "off" << false << Events{"busy", "idle"} << "sEMbrp";
         QTest::newRow("running") << "off" << true << Events{"busy"} << "sembRP";
         QTest::newRow("run over, power off") << "off" << true << Events{"busy", "idle"} << "SEMbRp";
         QTest::newRow("run over, power on") << "on" << true << Events{"busy", "idle"} << "sembRP";

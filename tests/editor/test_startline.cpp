@@ -48,8 +48,7 @@ private slots:
             "开始：从第 1 行继续，激光将重新打开", "Start continues at line 1, the laser reopens",
             "Пуск продолжит со строки 1, лазер включится снова");
         row("another line selected", outlook(9, 6, 2, Weld::Reopens), "开始：确认后从选中的第 3 行执行",
-            "Start asks, then begins at the selected line 3",
-            "Пуск спросит и начнёт с выбранной строки 3");
+            "Start asks, then begins at the selected line 3", "Пуск спросит и начнёт с выбранной строки 3");
         row("its line was deleted", outlook(4, 6, -1), "第 7 行已不存在：请复位或选择一行",
             "Line 7 is gone: reset or select a line",
             "Строки 7 больше нет: сделайте сброс или выберите строку");
@@ -63,6 +62,11 @@ private slots:
         running.run = StartOutlook::Run::OfStation;
         row("a station runs", running, "工位程序正在运行", "A station's program is running",
             "Выполняется программа поста");
+        running.station = "S 1";
+        running.project = "lap";
+        row("a known station runs", running, "工位程序正在运行：S 1，工程 lap",
+            "A station's program is running: S 1, project lap",
+            "Выполняется программа поста: S 1, проект lap");
     }
 
     void words() {

@@ -265,28 +265,6 @@ private slots:
         bench_.settle();
     }
 
-    void toolsetOfAStation_endsWithItsRun_data() {
-        QTest::addColumn<int>("mode");
-        QTest::addColumn<QString>("tool");
-        QTest::newRow("by hand") << 0 << "station's";
-        QTest::newRow("by a station") << 1 << "tool0";
-        QTest::newRow("single step") << 2 << "station's";
-    }
-
-    void toolsetOfAStation_endsWithItsRun() {
-        QFETCH(int, mode);
-        bench_.robot.setPower("on");
-        const QByteArray delay = R"([{"type":"delay","delaytime":100,"execute":true}])";
-        bench_.load(delay);
-        m("lumo")->append(this, "signalbind_program")->copyFrom(this, m("lumo.program"));
-        m("lumo.toolset.end.name")->setValue(this, "station's");
-        bench_.at(50, [] { QCOMPARE(m("lumo.toolset.end.name")->getString(), "station's"); });
-        bench_.run(0, mode);
-        QCOMPARE(bench_.state(), "idle");
-        QTEST(m("lumo.toolset.end.name")->getString(), "tool");
-        m("lumo")->remove(this, "signalbind_program");
-    }
-
     void pendantKey_reachesTheTree() {
         ModuleObject* keys = kord::ControllerManager::cmdItemMobj("endtool.keypad.state_change", "notify");
         QSignalSpy clicked(m("lumo.keypad.next.clicked"), &ModuleObject::changed);

@@ -32,7 +32,7 @@ templates = [{"type": name, **fields} for name, fields in defaults["default"]["p
 documents = {
     "project": [[*templates, defaults["toolset"]], []],
     "lumo_port": [defaults["port"], {}],
-    "lumo_signalsConfig": [[defaults["default"]["signalsConfig"]], {}],
+    "lumo_signalsConfig": [[{**defaults["default"]["signalsConfig"], "time": 100}, {"time": "100"}], {}],
     "lumo_param": [{}],
 }
 for name, accepted in documents.items():
@@ -47,7 +47,7 @@ refused = {
     "lumo_port": [{"a": 1}, defaults["port"][1:], [*defaults["port"], {"type": "AO"}], [{}] * 19,
                   [{"type": "DI"}] * 19, [{**row, "enable": "yes"} for row in defaults["port"]]],
     "lumo_param": [[{"power": 50}], [{"name": "A", "power": None}]],
-    "lumo_signalsConfig": [[{"time": "soon"}], [3]],
+    "lumo_signalsConfig": [[{"time": "soon"}], [{"time": -1}], [3]],
 }
 for name, bad in refused.items():
     for document in bad:

@@ -171,6 +171,10 @@
         <translation>Tips</translation>
     </message>
     <message>
+        <source>该文件不能用作工位的工程：%1</source>
+        <translation>This file cannot be a station&#x27;s project: %1</translation>
+    </message>
+    <message>
         <source>工位名称不能为空!</source>
         <translation>The station name cannot be empty!</translation>
     </message>

@@ -171,6 +171,10 @@
         <translation>Сообщение</translation>
     </message>
     <message>
+        <source>该文件不能用作工位的工程：%1</source>
+        <translation>Этот файл не может быть проектом поста: %1</translation>
+    </message>
+    <message>
         <source>工位名称不能为空!</source>
         <translation>Имя поста не может быть пустым!</translation>
     </message>

@@ -319,6 +319,10 @@
         <translation>A station&#x27;s program is running</translation>
     </message>
     <message>
+        <source>工位程序正在运行：%1，工程 %2</source>
+        <translation>A station&#x27;s program is running: %1, project %2</translation>
+    </message>
+    <message>
         <source>正在执行第 %1 行</source>
         <translation>Running line %1</translation>
     </message>

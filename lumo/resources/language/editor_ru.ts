@@ -319,6 +319,10 @@
         <translation>Выполняется программа поста</translation>
     </message>
     <message>
+        <source>工位程序正在运行：%1，工程 %2</source>
+        <translation>Выполняется программа поста: %1, проект %2</translation>
+    </message>
+    <message>
         <source>正在执行第 %1 行</source>
         <translation>Выполняется строка %1</translation>
     </message>

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "module/host.h"
+
+#include <QJsonObject>
+#include <QString>
+
+namespace lumo {
+
+/// A station's run, on the stack of whoever starts it: tells the pages what runs, and lends the project
+/// that is open in the editor's tool set to it. The tool set that was in force before is in the tree and
+/// with the robot again when this ends.
+class StationRun {
+public:
+    StationRun(const QString& station, const QString& project);
+    ~StationRun();
+    StationRun(const StationRun&) = delete;
+    StationRun& operator=(const StationRun&) = delete;
+
+    /// The one under way; null when there is none.
+    [[nodiscard]] static const StationRun* current() { return current_; }
+
+    [[nodiscard]] const QString& station() const { return station_; }
+    [[nodiscard]] const QString& project() const { return project_; }
+    /// Tool and work object as they were before.
+    [[nodiscard]] const ModuleObject* toolsetBefore() const { return &before_; }
+
+    /// Puts the project's tool set into `lumo.toolset`; the package's own tool or work object where it
+    /// lacks one. An empty one leaves the tree as it is.
+    static void useToolset(QObject* sender, QJsonObject toolset);
+
+private:
+    static const StationRun* current_;
+
+    const QString station_, project_;
+    ModuleObject before_;
+};
+
+/// The tool set of the project that is open in the editor: `lumo.toolset`, but while a station's is in
+/// force the one before.
+[[nodiscard]] const ModuleObject* projectToolset();
+
+}  // namespace lumo
