@@ -115,6 +115,19 @@ const QStringList& statementTypes() {
     return types;
 }
 
+QString statementTypeFault(const QJsonObject& element) {
+    const QJsonValue type = element.value(QStringLiteral("type"));
+    if (type.isUndefined())
+        return QStringLiteral("statement without a type");
+    if (!type.isString())
+        return QStringLiteral("the statement's type is no text");
+    if (type.toString().isEmpty())
+        return QStringLiteral("the statement's type is empty");
+    if (!statementTypes().contains(type.toString()))
+        return QStringLiteral("unknown statement type \"%1\"").arg(type.toString());
+    return {};
+}
+
 std::vector<FieldRemark> checkFields(const QJsonObject& statement, int sets) {
     std::vector<FieldRemark> remarks;
     QStringList missing;

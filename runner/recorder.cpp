@@ -153,10 +153,12 @@ void Recorder::station(int row, const QString& state) {
     trace_->end();
 }
 
-void Recorder::scenarioEntry(const QByteArray& entry) {
+void Recorder::scenarioEntry(const QByteArray& entry, bool refused) {
     if (!recording_)
         return;
     trace_->begin("event").key(QStringLiteral("action")).raw(entry);
+    if (refused)
+        trace_->line().key(QStringLiteral("refused")).boolean(true);
     trace_->end();
 }
 

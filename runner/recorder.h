@@ -26,7 +26,7 @@ public:
     /// The state text of a station, `row` from 0.
     void station(int row, const QString& state);
     /// A scenario entry, as JSON.
-    void scenarioEntry(const QByteArray& entry);
+    void scenarioEntry(const QByteArray& entry, bool refused);
 
 private:
     void onIssued(const KordCall& call);
