@@ -158,11 +158,12 @@ private slots:
         row("of another language", portsBut(9, portLine("DO", "LUMO_DO.#3", ",'tag':'激光器使能'")), "",
             given);
         row("a field missing", portsBut(9, portLine("DO", "LUMO_DO.#3", "")), "", given);
-        row("no bytes", "", "1:1 illegal value", own);
-        row("cut off", sound.left(sound.indexOf("LUMO_DO.#3")), "11:25 unterminated string", own);
-        row("zeros", QByteArray(100, '\0'), "1:1 illegal value", own);
+        row("no bytes", "", "1:1 no JSON: expected a value", own);
+        row("cut off", sound.left(sound.indexOf("LUMO_DO.#3")), "11:25 no JSON: expected the end of a string",
+            own);
+        row("zeros", QByteArray(100, '\0'), "1:1 no JSON: expected a value", own);
         row("of another encoding", portsBut(9, "{'name': '\xEB\xE0\xE7\xE5\xF0'}"),
-            "11:11 invalid UTF8 string", own);
+            "11:11 no JSON: invalid UTF8 string", own);
         row("one record, no list", "\n {'name': 'LUMO_DO.#3'}", "2:2 the file holds no list of records", own);
         row("a list of something else", " [1, 2]", "1:2 the file holds no list of records", own);
         row("a short list", list(portLines().mid(0, 18)), "19:1 there are 18 rows for 19 ports", given);
@@ -218,7 +219,7 @@ private slots:
             "1:27 this is no record", "power", {"60", "0", "40"});
         row("several faults", params, "[{'name':[]}, 7, {'speed':false, 'ratio':{}}, {'power':2}]",
             "1:2 'name' is no text; faults in 2 more records", "power", {"", "0", "", "2"});
-        row("cut off", params, "[{'name':'A','power':60},", "1:26 unterminated array", "power", {});
+        row("cut off", params, "[{'name':'A','power':60},", "1:26 no JSON: expected a value", "power", {});
         const Settings stations = Settings::Stations;
         row("station", stations, "[{'stationname':'L','time':'250','DI_reg':{'bias':'3'}}]", "", "time",
             {"250"});
