@@ -123,6 +123,7 @@ bool Session::readInput() {
     bench_ = std::make_unique<Bench>(options_);
     recorder_.attach(bench_->controller(), options_.posture);
     bench_->wireCell();
+    recorder_.attachCell(bench_->cell());
     std::optional<Scenario> scenario = Scenario();
     if (!options_.scenario.isEmpty())
         scenario = Scenario::read(options_.scenario, options_.scenarioName,

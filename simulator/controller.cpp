@@ -243,8 +243,10 @@ void Controller::Private::finish(int id, MotionCommand::Kind kind, int code) {
     writePosture(q, service, queue.stand());
     if (id == kJog)
         jogging = false;
-    if (last)
+    if (last) {
+        emit q->stood();
         setState(kIdle);
+    }
     if (id != kJog && !answered.remove(id))
         desk.deliver({kind, id, code}, last);
     else if (last)
@@ -262,8 +264,10 @@ void Controller::Private::stopped(int id, MotionCommand::Kind kind) {
 
 void Controller::Private::rest() {
     writePosture(q, service, queue.stand());
-    if (!queue.moving())
+    if (!queue.moving()) {
+        emit q->stood();
         setState(kIdle);
+    }
 }
 
 void Controller::Private::setState(const QString& newState) {
@@ -428,6 +432,10 @@ bool Controller::reportKey(const QString& name, bool value) {
 
 bool Controller::standsStill() const {
     return !d_->queue.moving() && d_->desk.idle() && d_->statesOnTheirWay == 0;
+}
+
+MotionPlan::Stand Controller::stand() const {
+    return shownStand(d_->queue.stand());
 }
 
 double Controller::travelled() const {

@@ -89,6 +89,8 @@ public:
     bool reportKey(const QString& name, bool value);
     /// True when no motion is under way or braking and no result is still to come.
     bool standsStill() const;
+    /// Where the arm is at this moment, in the numbers of "sys.posture", which shows it every 10 ms.
+    MotionPlan::Stand stand() const;
     /// Path length travelled by the tool since construction, metres.
     double travelled() const;
 
@@ -105,6 +107,8 @@ signals:
     void result(const QString& command, int id, int code);
     /// Every 10 ms while the robot moves, after the posture was written.
     void postureMoved();
+    /// The robot has come to a standstill, the posture was written. Its state follows.
+    void stood();
 
 private:
     struct Private;
