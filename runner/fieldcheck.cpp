@@ -8,7 +8,8 @@ namespace run {
 
 namespace {
 
-enum class Kind { Number, Text, Flag, Coordinates, Index };
+/// `Entry`: a number, or the text of one, as the editor writes what was typed.
+enum class Kind { Number, Entry, Text, Coordinates, Index };
 
 struct Field {
     QLatin1String path;
@@ -49,11 +50,11 @@ Fields fieldsOf(const QJsonObject& statement) {
     if (type.startsWith(QLatin1String("move")))
         return moveFields(type);
     if (type == QLatin1String("open"))
-        return {{QLatin1String("index"), Kind::Index}, {QLatin1String("weldspeed"), Kind::Number}};
+        return {{QLatin1String("index"), Kind::Index}, {QLatin1String("weldspeed"), Kind::Entry}};
     if (type == QLatin1String("param"))
         return {{QLatin1String("index"), Kind::Index}};
     if (type == QLatin1String("delay"))
-        return {{QLatin1String("delaytime"), Kind::Number}};
+        return {{QLatin1String("delaytime"), Kind::Entry}};
     if (type == QLatin1String("setDO"))
         return signalFields(statement, QLatin1String("DO_type"),
                             {{QLatin1String("doName"), Kind::Text}, {QLatin1String("value"), Kind::Text}},
@@ -83,6 +84,12 @@ QString numberRemark(const QJsonValue& value) {
     if (value.isString())
         return QStringLiteral("is the text \"%1\" where a number is usual").arg(value.toString());
     return QStringLiteral("is no number");
+}
+
+QString entryRemark(const QJsonValue& value) {
+    bool isNumber = false;
+    value.toString().toDouble(&isNumber);
+    return isNumber ? QString() : numberRemark(value);
 }
 
 QString coordinatesRemark(const QJsonValue& value) {
@@ -115,17 +122,31 @@ const QStringList& statementTypes() {
     return types;
 }
 
+QString statementTypeFault(const QJsonObject& element) {
+    const QJsonValue type = element.value(QStringLiteral("type"));
+    if (type.isUndefined())
+        return QStringLiteral("statement without a type");
+    if (!type.isString())
+        return QStringLiteral("the statement's type is no text");
+    if (type.toString().isEmpty())
+        return QStringLiteral("the statement's type is empty");
+    if (!statementTypes().contains(type.toString()))
+        return QStringLiteral("unknown statement type \"%1\"").arg(type.toString());
+    return {};
+}
+
 std::vector<FieldRemark> checkFields(const QJsonObject& statement, int sets) {
     std::vector<FieldRemark> remarks;
     QStringList missing;
-    const Fields common = {{QLatin1String("execute"), Kind::Flag}};
-    for (const Field& field : joined(fieldsOf(statement), common)) {
+    for (const Field& field : fieldsOf(statement)) {
         const QJsonValue value = valueAt(statement, field.path);
         QString remark;
         if (value.isUndefined() || value.isNull())
             missing.append(field.path);
         else if (field.kind == Kind::Number || field.kind == Kind::Index)
             remark = numberRemark(value);
+        else if (field.kind == Kind::Entry)
+            remark = entryRemark(value);
         else if (field.kind == Kind::Coordinates)
             remark = coordinatesRemark(value);
         if (!remark.isEmpty())

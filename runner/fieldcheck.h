@@ -11,6 +11,9 @@ namespace run {
 /// Statement types in the order in which help and documents list them.
 const QStringList& statementTypes();
 
+/// What is wrong with the type of a statement; empty when it is one that runs.
+QString statementTypeFault(const QJsonObject& statement);
+
 /// A field that is not as its statement type usually has it.
 struct FieldRemark {
     QString path;    ///< dotted, empty for the statement as a whole

@@ -3,8 +3,6 @@
 #include "mendo/modulemanager.h"
 #include "runner/stationpage.h"
 
-#include <QJsonObject>
-
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -20,6 +18,7 @@ constexpr int kSingleStep = 2;
 
 const QString kCurrentLine = QStringLiteral("lumo.current.line");
 const QString kWeldOpen = QStringLiteral("lumo.current.openmiddlecolse");
+const QString kProgram = QStringLiteral("lumo.program");
 const QString kPauseTrigger = QStringLiteral("lumo.execute.trigger.pause");
 
 /// A value as the tree keeps it: whole numbers as integers.
@@ -34,6 +33,21 @@ QVariant scalar(const QJsonValue& value) {
 }
 
 }  // namespace
+
+/// The time of a write that may return only when what it causes is over.
+class Hand::Pressing {
+public:
+    explicit Pressing(Hand* hand) : hand_(hand) { ++hand_->pressing_; }
+    ~Pressing() {
+        --hand_->pressing_;
+        emit hand_->released();
+    }
+    Pressing(const Pressing&) = delete;
+    Pressing& operator=(const Pressing&) = delete;
+
+private:
+    Hand* hand_;
+};
 
 bool Hand::isIdle() {
     return m(QStringLiteral("lumo.execute.state"))->getString() == QLatin1String("idle");
@@ -57,7 +71,7 @@ void Hand::loadProject(const QJsonValue& content) {
         }
         program = statements;
     }
-    m(QStringLiteral("lumo.program"))->loadJson(this, program);
+    m(kProgram)->loadJson(this, program);
 }
 
 void Hand::resetResumeData() {
@@ -81,6 +95,32 @@ void Hand::setMonitoring(bool on) {
     stationPage_->setMonitoring(on);
 }
 
+int Hand::lineCount() {
+    return m(kProgram)->cmobjCount();
+}
+
+void Hand::insertStatement(int line, const QJsonObject& statement) {
+    const Pressing pressing(this);
+    auto* record = new ModuleObject(ModuleObject::generateId(m(kProgram)));
+    record->loadJson(this, statement);
+    m(kProgram)->insert(this, record, true, line);
+}
+
+void Hand::removeStatement(int line) {
+    const Pressing pressing(this);
+    m(kProgram)->remove(this, mIndex(line));
+}
+
+void Hand::moveStatement(int line, int to) {
+    const Pressing pressing(this);
+    m(kProgram)->reorder(this, line, to);
+}
+
+void Hand::enableStatement(int line, bool on) {
+    const Pressing pressing(this);
+    m(kProgram)->c(line)->set(this, QStringLiteral("execute"), on);
+}
+
 void Hand::prepareRun(int line) {
     resetResumeData();
     *runMode_ = kHandRun;
@@ -95,10 +135,8 @@ void Hand::prepareStep() {
 
 void Hand::press(const QString& trigger, int runMode, int line) {
     *runMode_ = runMode;
-    ++pressing_;
+    const Pressing pressing(this);
     write(trigger, line);
-    --pressing_;
-    emit released();
 }
 
 void Hand::start(int line) {
@@ -114,14 +152,12 @@ void Hand::resume() {
 }
 
 void Hand::pause() {
-    ++pressing_;
+    const Pressing pressing(this);
     m(kPauseTrigger)->trigger();
-    --pressing_;
-    emit released();
 }
 
 void Hand::set(const QString& path, const QJsonValue& value) {
-    ++pressing_;
+    const Pressing pressing(this);
     ModuleObject* node = m(path);
     if (value.isArray() || value.isObject()) {
         if (node->isNull()) {
@@ -132,8 +168,6 @@ void Hand::set(const QString& path, const QJsonValue& value) {
     } else {
         m()->root()->set(this, path, scalar(value));
     }
-    --pressing_;
-    emit released();
 }
 
 }  // namespace run

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QJsonArray>
+#include <QJsonObject>
 #include <QJsonValue>
 #include <QObject>
 #include <QString>
@@ -27,6 +28,14 @@ public:
     void setHandWeld(bool on);
     /// The station page's switch.
     void setMonitoring(bool on);
+
+    /// Lines of the program.
+    static int lineCount();
+    // What the editor's buttons do to the program. The lines are there; behind the last one, too, to insert.
+    void insertStatement(int line, const QJsonObject& statement);
+    void removeStatement(int line);
+    void moveStatement(int line, int to);
+    void enableStatement(int line, bool on);
     /// What the start button writes before the trigger. Lines count from 0.
     void prepareRun(int line);
     /// What the button for a single step writes before the trigger.
@@ -48,6 +57,7 @@ signals:
     void released();
 
 private:
+    class Pressing;
     void write(const QString& path, const QVariant& value);
     void press(const QString& trigger, int runMode, int line);
 

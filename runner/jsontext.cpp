@@ -1,7 +1,7 @@
 #include "runner/jsontext.h"
 
+#include "mendo/jsonfault.h"
 #include "mendo/plainfile.h"
-#include "runner/jsonfault.h"
 #include "runner/jsonwriter.h"
 
 #include <QFileInfo>
@@ -19,12 +19,6 @@ bool isSpace(char c) {
 
 bool endsNumber(char c) {
     return isSpace(c) || c == ',' || c == ']' || c == '}' || c == ':';
-}
-
-/// Whether a text that is JSON holds one plain value, which Qt's parser does not take as a document.
-bool isPlain(const QByteArray& text) {
-    const QByteArray bare = text.trimmed();
-    return !bare.startsWith('[') && !bare.startsWith('{');
 }
 
 QByteArray withoutMark(const QByteArray& text) {
@@ -51,21 +45,14 @@ std::optional<JsonText> JsonText::parse(const QByteArray& text, const QString& s
     JsonText json;
     json.file_ = shown;
     json.text_ = withoutMark(text);
-    QJsonParseError error;
-    const QJsonDocument document = QJsonDocument::fromJson(json.text_, &error);
-    const bool parsed = error.error == QJsonParseError::NoError;
-    const std::optional<JsonFault> fault = parsed ? std::nullopt : findJsonFault(json.text_);
     int pos = json.skipSpace(0);
-    if (fault)
-        *problem =
-            json.problemAtOffset(fault->offset, QStringLiteral("no JSON: expected ") + fault->expected);
-    else if (!parsed && !isPlain(json.text_))
-        *problem = json.problemAtOffset(error.offset, QStringLiteral("no JSON: ") + error.errorString());
-    else if (!document.isArray())
-        *problem = json.problemAtOffset(pos, QStringLiteral("holds no array"));
-    if (!document.isArray())
+    mendo::JsonFault fault{pos, QStringLiteral("holds no array")};
+    const std::optional<QJsonDocument> document = mendo::parseJson(json.text_, &fault);
+    if (!document || !document->isArray()) {
+        *problem = json.problemAtOffset(fault.offset, fault.reason);
         return std::nullopt;
-    json.array_ = document.array();
+    }
+    json.array_ = document->array();
     json.elements_.reserve(std::size_t(json.array_.size()));
     Place place;
     for (int i = 0; i < json.array_.size(); ++i) {
@@ -81,7 +68,8 @@ std::optional<JsonText> JsonText::parse(const QByteArray& text, const QString& s
 JsonText::Place JsonText::placeFrom(const Place& before, int offset) const {
     const QByteArray between = text_.mid(before.offset, offset - before.offset);
     const int newline = between.lastIndexOf('\n');
-    const int columns = QString::fromUtf8(between.mid(newline + 1)).size();
+    const int columns =
+        mendo::characterCount(between.constData() + newline + 1, between.size() - newline - 1);
     return {offset, before.line + between.count('\n'), newline < 0 ? before.column + columns : columns + 1};
 }
 

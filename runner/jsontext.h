@@ -35,7 +35,7 @@ public:
     QByteArray compact(int element) const;
 
 private:
-    /// A place in the text; lines and columns count from 1, columns in UTF-16 units.
+    /// A place in the text; lines and columns count from 1, columns in characters.
     struct Place {
         int offset = 0;
         int line = 1;

@@ -151,7 +151,7 @@ const Option kOptions[] = {
     {"realtime", "", "run at the pace of the wall clock",
      [](Options& o, const QString&, QString*) { return o.realtime = true; }},
     {"trace", "FILE", "write the trace; \"-\" for standard output", readTrace},
-    {"posture", "", "trace the robot's posture, every 10 ms while it moves",
+    {"posture", "", "trace the robot's posture: every 10 ms while it moves, at results",
      [](Options& o, const QString&, QString*) { return o.posture = true; }},
     {"vcd", "FILE", "write the signals as a value change dump", readVcd},
     {"quiet", "", "neither progress nor table",

@@ -8,20 +8,6 @@ namespace {
 
 const QString kType = QStringLiteral("type");
 
-/// Why an element is no statement; empty when it is one.
-QString typeFault(const QJsonObject& element) {
-    const QJsonValue type = element.value(kType);
-    if (type.isUndefined())
-        return QStringLiteral("statement without a type");
-    if (!type.isString())
-        return QStringLiteral("the statement's type is no text");
-    if (type.toString().isEmpty())
-        return QStringLiteral("the statement's type is empty");
-    if (!statementTypes().contains(type.toString()))
-        return QStringLiteral("unknown statement type \"%1\"").arg(type.toString());
-    return {};
-}
-
 }  // namespace
 
 std::optional<Project> Project::read(const QString& file, const QString& shown, Problem* problem) {
@@ -43,7 +29,7 @@ std::optional<Project> Project::fromText(const JsonText& text, Problem* problem)
             toolsetSeen = true;
             continue;
         }
-        const QString fault = typeFault(element);
+        const QString fault = statementTypeFault(element);
         if (!fault.isEmpty()) {
             *problem = text.problemAt(i, kType, QStringLiteral("element %1: %2").arg(i + 1).arg(fault));
             return std::nullopt;

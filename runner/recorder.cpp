@@ -1,7 +1,9 @@
 #include "runner/recorder.h"
 
+#include "mendo/clock.h"
 #include "mendo/log.h"
 #include "mendo/modulemanager.h"
+#include "simulator/cell.h"
 
 #include <QFileInfo>
 #include <QMetaEnum>
@@ -18,6 +20,14 @@ const QString kPath = QStringLiteral("path");
 const QString kReason = QStringLiteral("reason");
 const QString kTitle = QStringLiteral("title");
 const QString kText = QStringLiteral("text");
+
+template <class Numbers>
+void writeNumbers(JsonWriter& line, const Numbers& numbers) {
+    line.beginArray();
+    for (const double number : numbers)
+        line.number(number);
+    line.endArray();
+}
 
 QString senderWord(const QObject* sender) {
     if (!sender)
@@ -42,8 +52,16 @@ void Recorder::attach(Controller* controller, bool posture) {
     connect(controller, &Controller::inputChanged, this, &Recorder::onInput);
     connect(controller, &Controller::motion, this, &Recorder::onMotion);
     connect(controller, &Controller::result, this, &Recorder::onResult);
-    if (posture)
-        connect(controller, &Controller::postureMoved, this, &Recorder::onPosture);
+    if (!posture)
+        return;
+    robot_ = controller;
+    connect(controller, &Controller::postureMoved, this, &Recorder::onPosture);
+    connect(controller, &Controller::stood, this, &Recorder::onPosture);
+}
+
+void Recorder::attachCell(sim::Cell* cell) {
+    if (robot_)
+        connect(cell, &sim::Cell::emittingChanged, this, &Recorder::onPosture);
 }
 
 void Recorder::onIssued(const KordCall& call) {
@@ -115,6 +133,8 @@ void Recorder::onMotion(int id, Controller::MotionEvent event) {
 void Recorder::onResult(const QString& command, int id, int code) {
     if (!recording_)
         return;
+    if (robot_)
+        onPosture();
     trace_->begin("result").key(kName).string(command);
     trace_->line().key(QStringLiteral("id")).integer(id).key(QStringLiteral("code")).integer(code);
     trace_->end();
@@ -123,10 +143,20 @@ void Recorder::onResult(const QString& command, int id, int code) {
 void Recorder::onPosture() {
     if (!recording_)
         return;
-    const mendo::ModuleObject* posture = kordservice()->dataNode(QStringLiteral("sys.posture"));
+    const sim::MotionPlan::Stand stand = robot_->stand();
+    JsonWriter posture;
+    posture.beginArray().integer(mendo::Clock::current().elapsedMs());
+    writeNumbers(posture, stand.pose.trans);
+    writeNumbers(posture, stand.pose.rot);
+    writeNumbers(posture, stand.joints);
+    const QByteArray text = posture.endArray().take();
+    if (text == lastPosture_)
+        return;  // a standstill, its result and the end of the seam in one
+    lastPosture_ = text;
     JsonWriter& line = trace_->begin("posture");
-    for (const QString& part : {QStringLiteral("trans"), QStringLiteral("rot"), QStringLiteral("near")})
-        line.key(part).node(posture->r(part));
+    writeNumbers(line.key(QStringLiteral("trans")), stand.pose.trans);
+    writeNumbers(line.key(QStringLiteral("rot")), stand.pose.rot);
+    writeNumbers(line.key(QStringLiteral("near")), stand.joints);
     trace_->end();
 }
 
@@ -153,10 +183,12 @@ void Recorder::station(int row, const QString& state) {
     trace_->end();
 }
 
-void Recorder::scenarioEntry(const QByteArray& entry) {
+void Recorder::scenarioEntry(const QByteArray& entry, bool refused) {
     if (!recording_)
         return;
     trace_->begin("event").key(QStringLiteral("action")).raw(entry);
+    if (refused)
+        trace_->line().key(QStringLiteral("refused")).boolean(true);
     trace_->end();
 }
 

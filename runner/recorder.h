@@ -7,6 +7,10 @@
 
 #include <QObject>
 
+namespace sim {
+class Cell;
+}
+
 namespace run {
 
 /// Turns what happens in the host, the controller and the package's loggers into trace lines, from
@@ -19,6 +23,8 @@ public:
 
     /// `posture`: record its posture, too.
     void attach(sim::Controller* controller, bool posture);
+    /// Records the posture, where it is recorded, when the laser begins and ends to emit.
+    void attachCell(sim::Cell* cell);
     void setRecording(bool on) { recording_ = on && trace_->isOpen(); }
 
     void message(const QString& icon, const QString& title, const QString& text);
@@ -26,7 +32,7 @@ public:
     /// The state text of a station, `row` from 0.
     void station(int row, const QString& state);
     /// A scenario entry, as JSON.
-    void scenarioEntry(const QByteArray& entry);
+    void scenarioEntry(const QByteArray& entry, bool refused);
 
 private:
     void onIssued(const KordCall& call);
@@ -42,6 +48,8 @@ private:
     void onFileProblem(const QString& fileName, int line, int column, const QString& reason);
 
     Trace* trace_;
+    sim::Controller* robot_ = nullptr;  ///< whose posture is recorded
+    QByteArray lastPosture_;            ///< with its time
     bool recording_ = false;
 };
 

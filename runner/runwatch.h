@@ -17,6 +17,8 @@ public:
     /// "finished", "paused", "error" or "power" of the last run that was accepted; "refused" when
     /// none was.
     QString reason() const { return reason_; }
+    /// Whether a run or single step is under way.
+    bool isRunning() const { return running_; }
     /// Statements executed so far.
     int lines() const { return lines_; }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "runner/entrycheck.h"
 #include "runner/jsontext.h"
 
 #include <QByteArray>
@@ -11,26 +12,6 @@
 #include <vector>
 
 namespace run {
-
-/// What can be done to the cell during a run.
-enum class Action {
-    Start,
-    Once,
-    Resume,
-    Pause,
-    Power,
-    Mode,
-    Weld,
-    HandWeld,
-    Input,
-    Set,
-    Key,
-    Monitor,
-    Load,
-    MotionError,
-    Fault,
-    Quirk,
-};
 
 /// One entry of a scenario, checked: its keys are there and of the right kind.
 struct ScenarioEntry {
@@ -55,7 +36,7 @@ public:
     bool has(Action action) const;
     /// When the last one comes; 0 without any.
     int lastMs() const { return entries_.empty() ? 0 : entries_.back().atMs; }
-    /// The projects that "load" names, taken relative to a folder.
+    /// The projects that are loaded or that stations are bound to, taken relative to a folder.
     QStringList files(const QString& folder) const;
 
 private:

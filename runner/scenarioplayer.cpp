@@ -2,20 +2,67 @@
 
 #include "mendo/modulemanager.h"
 #include "runner/hand.h"
+#include "runner/pagehand.h"
 #include "simulator/cell.h"
 #include "simulator/controller.h"
 
 #include <QDir>
 #include <QFileInfo>
+#include <QJsonArray>
 #include <QTimer>
+
+#include <algorithm>
 
 namespace run {
 
-ScenarioPlayer::ScenarioPlayer(const Scenario& scenario, Hand* hand, sim::Controller* controller,
-                               sim::Cell* cell, const QString& projectFolder, QObject* parent)
+namespace {
+
+int number(const ScenarioEntry& entry, const char* key) {
+    return entry.keys.value(QLatin1String(key)).toInt();
+}
+
+std::array<double, 3> triple(const QJsonValue& list) {
+    const QJsonArray numbers = list.toArray();
+    return {numbers[0].toDouble(), numbers[1].toDouble(), numbers[2].toDouble()};
+}
+
+sim::PlaceMove placeOf(const ScenarioEntry& entry) {
+    sim::PlaceMove move;
+    move.trans = triple(entry.keys.value(QStringLiteral("trans")));
+    if (entry.keys.contains(QStringLiteral("rot")))
+        move.rot = triple(entry.keys.value(QStringLiteral("rot")));
+    return move;
+}
+
+QString reasonOf(sim::JogAnswer answer) {
+    switch (answer) {
+        case sim::JogAnswer::Moves:
+            return {};
+        case sim::JogAnswer::DriveOff:
+            return QStringLiteral("the drives are off");
+        case sim::JogAnswer::Moving:
+            return QStringLiteral("the robot moves");
+        case sim::JogAnswer::OutOfReach:
+            return QStringLiteral("the arm does not reach there");
+        case sim::JogAnswer::JointLimit:
+            return QStringLiteral("a joint's limit is in the way");
+    }
+    return {};
+}
+
+QString noLine(int line, int count) {
+    return line < count ? QString() : QStringLiteral("there is no line0 %1").arg(line);
+}
+
+}  // namespace
+
+ScenarioPlayer::ScenarioPlayer(const Scenario& scenario, Hand* hand, PageHand* pageHand,
+                               sim::Controller* controller, sim::Cell* cell, const QString& projectFolder,
+                               QObject* parent)
     : QObject(parent),
       scenario_(scenario),
       hand_(hand),
+      pageHand_(pageHand),
       controller_(controller),
       cell_(cell),
       projectFolder_(projectFolder) {}
@@ -42,8 +89,12 @@ void ScenarioPlayer::drain() {
             QMetaObject::invokeMethod(
                 this, [this] { drain(); }, Qt::QueuedConnection);
         ++applying_;
-        emit applying(entry.text);
-        apply(entry);
+        const QString refusal = refusalOf(entry);
+        emit applying(entry.text, !refusal.isEmpty());
+        if (refusal.isEmpty())
+            apply(entry);
+        else
+            printWarning(QStringLiteral("scenario: refused at %1 ms: %2").arg(entry.atMs).arg(refusal));
         --applying_;
         emit applied();
     }
@@ -66,6 +117,12 @@ void ScenarioPlayer::apply(const ScenarioEntry& entry) {
         case Action::Key:
             controller_->reportKey(name, value.toBool());
             break;
+        case Action::Place:
+            controller_->place(placeOf(entry));
+            break;
+        case Action::Quit:
+            quit();
+            break;
         case Action::MotionError:
             controller_->failMotion(entry.keys.value(QStringLiteral("code")).toInt());
             break;
@@ -81,9 +138,31 @@ void ScenarioPlayer::apply(const ScenarioEntry& entry) {
     }
 }
 
+/// Why an entry cannot be applied now; empty when it can.
+QString ScenarioPlayer::refusalOf(const ScenarioEntry& entry) const {
+    const int lines = Hand::lineCount();
+    switch (entry.action) {
+        case Action::Place:
+            return reasonOf(controller_->askPlace(placeOf(entry)));
+        case Action::Insert:
+            return noLine(number(entry, "line0"), lines + 1);
+        case Action::Remove:
+        case Action::Enable:
+            return noLine(number(entry, "line0"), lines);
+        case Action::Move:
+            return noLine(std::max(number(entry, "line0"), number(entry, "to0")), lines);
+        case Action::Port:
+            return pageHand_->portFault(number(entry, "row"));
+        case Action::Station:
+            return pageHand_->stationFault(number(entry, "row"));
+        default:
+            return {};
+    }
+}
+
 void ScenarioPlayer::applyToHand(const ScenarioEntry& entry) {
     const QJsonValue value = entry.keys.value(QStringLiteral("value"));
-    const int line = entry.keys.value(QStringLiteral("line0")).toInt();
+    const int line = number(entry, "line0");
     const QString path = entry.keys.value(QStringLiteral("path")).toString();
     switch (entry.action) {
         case Action::Start:
@@ -115,8 +194,50 @@ void ScenarioPlayer::applyToHand(const ScenarioEntry& entry) {
             load(entry.keys.value(QStringLiteral("file")).toString());
             break;
         default:
+            applyToProgram(entry);
+    }
+}
+
+void ScenarioPlayer::applyToProgram(const ScenarioEntry& entry) {
+    const int line = number(entry, "line0");
+    switch (entry.action) {
+        case Action::Insert:
+            hand_->insertStatement(line, entry.keys.value(QStringLiteral("statement")).toObject());
+            break;
+        case Action::Remove:
+            hand_->removeStatement(line);
+            break;
+        case Action::Move:
+            hand_->moveStatement(line, number(entry, "to0"));
+            break;
+        case Action::Enable:
+            hand_->enableStatement(line, entry.keys.value(QStringLiteral("value")).toBool());
+            break;
+        default:
+            applyToPages(entry);
+    }
+}
+
+void ScenarioPlayer::applyToPages(const ScenarioEntry& entry) {
+    switch (entry.action) {
+        case Action::Device:
+            pageHand_->device(entry.keys);
+            break;
+        case Action::Port:
+            pageHand_->port(number(entry, "row"), entry.keys.value(QStringLiteral("enable")).toBool());
+            break;
+        case Action::Station:
+            pageHand_->station(number(entry, "row"), entry.keys.value(QStringLiteral("set")).toObject());
+            break;
+        default:
             break;
     }
+}
+
+void ScenarioPlayer::quit() {
+    next_ = scenario_.entries().size();
+    pageHand_->letGo();
+    emit quitting();
 }
 
 void ScenarioPlayer::load(const QString& file) {

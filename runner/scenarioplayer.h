@@ -13,42 +13,50 @@ class Controller;
 namespace run {
 
 class Hand;
+class PageHand;
 
 /// Applies the entries of a scenario at their times.
 class ScenarioPlayer : public QObject {
     Q_OBJECT
 public:
     /// `projectFolder`: where the files of "load" are.
-    ScenarioPlayer(const Scenario& scenario, Hand* hand, sim::Controller* controller, sim::Cell* cell,
-                   const QString& projectFolder, QObject* parent = nullptr);
+    ScenarioPlayer(const Scenario& scenario, Hand* hand, PageHand* pageHand, sim::Controller* controller,
+                   sim::Cell* cell, const QString& projectFolder, QObject* parent = nullptr);
 
     /// Times count from now; those of time 0 come when the event loop is entered next.
     void start();
     /// When the last entry comes, ms from the start.
     int lastMs() const { return scenario_.lastMs(); }
-    /// Whether an entry switches the monitoring of stations.
-    bool needsStationPage() const { return scenario_.has(Action::Monitor); }
+    /// Whether an entry works the station page.
+    bool needsStationPage() const { return scenario_.has(Action::Monitor) || scenario_.has(Action::Station); }
     /// Whether entries are left.
     bool isPending() const { return next_ < scenario_.entries().size(); }
     /// Whether entries are left or one is being applied.
     bool isPlaying() const { return isPending() || applying_ > 0; }
 
 signals:
-    /// An entry is about to be applied; `text` is the entry as JSON.
-    void applying(const QByteArray& text);
+    /// An entry is about to be applied, or refused; `text` is the entry as JSON.
+    void applying(const QByteArray& text, bool refused);
     /// A node is about to be written.
     void writing(const QString& path);
     void applied();
+    /// The application is to quit. No entry is left.
+    void quitting();
 
 private:
     void makeDue(std::size_t end);
     void drain();
     void apply(const ScenarioEntry& entry);
     void applyToHand(const ScenarioEntry& entry);
+    void applyToProgram(const ScenarioEntry& entry);
+    void applyToPages(const ScenarioEntry& entry);
+    QString refusalOf(const ScenarioEntry& entry) const;
     void load(const QString& file);
+    void quit();
 
     Scenario scenario_;
     Hand* hand_;
+    PageHand* pageHand_;
     sim::Controller* controller_;
     sim::Cell* cell_;
     QString projectFolder_;

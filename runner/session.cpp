@@ -13,6 +13,7 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QEventLoop>
 #include <QFileInfo>
 
 namespace run {
@@ -87,7 +88,25 @@ int Session::run() {
         this, [this] { begin(); }, Qt::QueuedConnection);
     mendo::ModuleManager::setOutermostLoop(1);
     QCoreApplication::exec();
+    if (quit_ == Quit::Asked)
+        windDown();
     return status_;
+}
+
+/// Every loop returns, and the last one announces the end: what runs learns of it as in any host.
+void Session::quit() {
+    quit_ = Quit::Asked;
+    quitInRun_ = watch_.isRunning() || bench_->executor()->property("depth").toInt() > 0;
+    QCoreApplication::quit();
+}
+
+/// The cell goes on until the robot stands and nothing is on its way any more.
+void Session::windDown() {
+    quit_ = Quit::Done;
+    QEventLoop rest;
+    scheduleCheck();
+    if (!finished_)
+        rest.exec();
 }
 
 bool Session::readInput() {
@@ -104,6 +123,7 @@ bool Session::readInput() {
     bench_ = std::make_unique<Bench>(options_);
     recorder_.attach(bench_->controller(), options_.posture);
     bench_->wireCell();
+    recorder_.attachCell(bench_->cell());
     std::optional<Scenario> scenario = Scenario();
     if (!options_.scenario.isEmpty())
         scenario = Scenario::read(options_.scenario, options_.scenarioName,
@@ -122,8 +142,8 @@ bool Session::readInput() {
         printError(fault);
         return false;
     }
-    player_ = std::make_unique<ScenarioPlayer>(*scenario, &hand_, bench_->controller(), bench_->cell(),
-                                               options_.folder());
+    player_ = std::make_unique<ScenarioPlayer>(*scenario, &hand_, &pageHand_, bench_->controller(),
+                                               bench_->cell(), options_.folder());
     return true;
 }
 
@@ -166,6 +186,7 @@ bool Session::setUp() {
     }
     hand_.setRunMode(bench_->runMode());
     hand_.setStationPage(&stationPage_);
+    pageHand_.setPanel(bench_->panel(), &stationPage_);
     const int sets = m(QStringLiteral("lumo.param"))->cmobjCount();
     for (const Problem& warning : project_ ? project_->warnings(sets) : stations_->warnings(sets))
         printWarning(warning.text());
@@ -183,6 +204,7 @@ void Session::connectEnds() {
     connect(controller, &sim::Controller::postureMoved, this, &Session::scheduleCheck);
     connect(bench_->executor(), SIGNAL(activityChanged()), this, SLOT(scheduleCheck()));
     connect(&hand_, &Hand::released, this, &Session::scheduleCheck);
+    connect(&pageHand_, &PageHand::released, this, &Session::scheduleCheck);
     connect(messages_.get(), &MessageWatch::closed, this, &Session::scheduleCheck);
     connect(messages_.get(), &MessageWatch::shown, &recorder_, &Recorder::message);
     connect(messages_.get(), &MessageWatch::shown, this, &Session::onMessage);
@@ -190,6 +212,7 @@ void Session::connectEnds() {
     connect(player_.get(), &ScenarioPlayer::applying, &recorder_, &Recorder::scenarioEntry);
     connect(player_.get(), &ScenarioPlayer::writing, &follower_, &rec::TreeFollower::followElement);
     connect(player_.get(), &ScenarioPlayer::applied, this, &Session::scheduleCheck);
+    connect(player_.get(), &ScenarioPlayer::quitting, this, &Session::quit);
     sim::VirtualTime* time = sim::VirtualTime::instance();
     connect(time, &QAbstractEventDispatcher::aboutToBlock, this, &Session::onAboutToBlock);
     if (options_.realtime)
@@ -269,7 +292,7 @@ void Session::onAboutToBlock() {
 
 void Session::checkStall() {
     check();
-    if (!finished_ && sim::VirtualTime::instance()->armedTimers(&until_) == 0)
+    if (!finished_ && quit_ != Quit::Asked && sim::VirtualTime::instance()->armedTimers(&until_) == 0)
         finish(QStringLiteral("stalled"));
 }
 
@@ -283,6 +306,8 @@ void Session::scheduleCheck() {
 
 void Session::check() {
     checkPosted_ = false;
+    if (quit_ == Quit::Asked)
+        return;  // the loops have yet to return
     if (isOver())
         finish(watch_.reason());
     else
@@ -290,7 +315,7 @@ void Session::check() {
 }
 
 /// A page may keep timers going for ever, so a run that awaits a motion of a robot that stands still
-/// is given up after a while, too.
+/// is given up after a while, too. Steps of the laser, pulses among them, do not end its wait.
 void Session::watchStuckRun() {
     if (!isStuck() && !isForgotten())
         stuck_->stop();
@@ -301,8 +326,9 @@ void Session::watchStuckRun() {
 bool Session::isStuck() const {
     const QObject* executor = bench_->executor();
     const QString kind = executor->property("waiting").toMap().value(QStringLiteral("kind")).toString();
-    return kind == QLatin1String("move") && executor->property("pendingSteps").toInt() == 0 &&
-           !player_->isPending() && !messages_->isPending() && bench_->controller()->standsStill();
+    const bool awaitsMotion = kind == QLatin1String("move") || kind == QLatin1String("zone");
+    return awaitsMotion && !player_->isPlaying() && !pageHand_.isBusy() && !messages_->isPending() &&
+           bench_->controller()->standsStill();
 }
 
 bool Session::isOver() const {
@@ -311,13 +337,13 @@ bool Session::isOver() const {
 
 bool Session::isAtRest() const {
     const QObject* executor = bench_->executor();
-    return !hand_.isPressing() && !player_->isPlaying() && !messages_->isPending() && Hand::isIdle() &&
-           executor->property("depth").toInt() == 0 && executor->property("pendingSteps").toInt() == 0 &&
-           bench_->controller()->standsStill();
+    return !hand_.isPressing() && !pageHand_.isBusy() && !player_->isPlaying() && !messages_->isPending() &&
+           Hand::isIdle() && executor->property("depth").toInt() == 0 &&
+           executor->property("pendingSteps").toInt() == 0 && bench_->controller()->standsStill();
 }
 
 bool Session::areStationsDone() const {
-    return !stations_ || (stationPage_.queued() == 0 && !calm_.isActive());
+    return !stations_ || quit_ != Quit::No || (stationPage_.queued() == 0 && !calm_.isActive());
 }
 
 /// Projects are queued, but the station page is switched off and nobody is left to switch it on.
@@ -349,10 +375,17 @@ std::vector<StationLine> Session::stationLines() const {
     return lines;
 }
 
-void Session::finish(const QString& reason) {
+/// Whether all that began came to its end.
+bool Session::isSuccess() const {
+    return watch_.reason() == QLatin1String("finished") && !quitInRun_ && !pageHand_.hasFailed() &&
+           (!stations_ || stationWatch_.allFinished());
+}
+
+void Session::finish(const QString& ending) {
     if (finished_)
         return;
     finished_ = true;
+    const QString reason = quit_ == Quit::No ? ending : QStringLiteral("quit");
     JsonWriter& line = trace_.begin("done").key(QStringLiteral("reason")).string(reason);
     line.key(QStringLiteral("state")).string(m(QStringLiteral("lumo.execute.state"))->getString());
     line.key(QStringLiteral("line")).integer(m(QStringLiteral("lumo.current.line"))->getInt());
@@ -364,7 +397,8 @@ void Session::finish(const QString& reason) {
         report_.stations(stationLines());
     report_.table(figures(reason));
     const bool written = closeFiles();
-    status_ = written && reason == QLatin1String("finished") ? 0 : kFailed;
+    const bool inTime = reason == QLatin1String("quit") || reason == QLatin1String("finished");
+    status_ = written && inTime && isSuccess() ? 0 : kFailed;
     until_.stop();
     stuck_->stop();
     QCoreApplication::exit(status_);

@@ -6,6 +6,7 @@
 #include "runner/hand.h"
 #include "runner/messagewatch.h"
 #include "runner/options.h"
+#include "runner/pagehand.h"
 #include "runner/project.h"
 #include "runner/recorder.h"
 #include "runner/report.h"
@@ -65,7 +66,10 @@ private:
     bool isStuck() const;
     bool areStationsDone() const;
     bool isForgotten() const;
-    void finish(const QString& reason);
+    void quit();
+    void windDown();
+    bool isSuccess() const;
+    void finish(const QString& ending);
     Figures figures(const QString& reason) const;
     std::vector<StationLine> stationLines() const;
     bool closeFiles();
@@ -83,6 +87,7 @@ private:
     StationPage stationPage_;
     StationWatch stationWatch_;
     Hand hand_;
+    PageHand pageHand_;
     std::unique_ptr<Bench> bench_;
     std::unique_ptr<MessageWatch> messages_;
     std::unique_ptr<ScenarioPlayer> player_;
@@ -93,6 +98,8 @@ private:
     std::optional<qint64> startMs_;        ///< the host's clock when the trigger was written
     bool checkPosted_ = false;
     bool finished_ = false;
+    enum class Quit { No, Asked, Done } quit_ = Quit::No;  ///< Done: the application's loop has returned
+    bool quitInRun_ = false;
     int status_ = 0;
 };
 

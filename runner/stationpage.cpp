@@ -1,5 +1,6 @@
 #include "runner/stationpage.h"
 
+#include <QAbstractButton>
 #include <QCoreApplication>
 #include <QMouseEvent>
 #include <QTableWidget>
@@ -45,6 +46,13 @@ bool StationPage::find(QWidget* panel) {
 
 void StationPage::show() {
     press(navigation_);
+}
+
+void StationPage::edit(int row) {
+    show();
+    table_->selectRow(row);
+    if (auto* button = page_->findChild<QAbstractButton*>(QStringLiteral("btnEdit")))
+        button->click();
 }
 
 void StationPage::setMonitoring(bool on) {

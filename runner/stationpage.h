@@ -21,6 +21,8 @@ public:
 
     /// Opens the page from the panel's navigation.
     void show();
+    /// Opens the editor for the station of a row.
+    void edit(int row);
     /// Presses the page's switch, unless it stands so already.
     void setMonitoring(bool on);
     bool isMonitoring() const;

@@ -7,6 +7,8 @@ StationWatch::StationWatch(std::function<qint64()> clock, std::function<qint64()
 
 void StationWatch::runBegun(bool byStation) {
     settleLaser();
+    begun_ += byStation ? 1 : 0;
+    byStation_ = byStation;
     unclaimed_ = byStation;
     row_ = -1;
     begunMs_ = clock_();
@@ -25,11 +27,14 @@ void StationWatch::stateChanged(int row) {
 
 void StationWatch::runEnded(const QString& reason) {
     unclaimed_ = false;
+    const bool finished = reason == QLatin1String("finished");
+    finished_ += byStation_ && finished ? 1 : 0;
+    byStation_ = false;
     if (row_ < 0)
         return;
     StationFigures& station = figures_[std::size_t(row_)];
     station.busyMs += clock_() - begunMs_;
-    if (reason == QLatin1String("finished"))
+    if (finished)
         ++station.finished;
 }
 

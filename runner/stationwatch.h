@@ -27,6 +27,9 @@ public:
     /// The state text of a station changed.
     void stateChanged(int row);
 
+    /// Whether every run that a station began came to the end of its program.
+    bool allFinished() const { return begun_ == finished_; }
+
     /// Up to now. Rows that had no run may be missing at the end.
     std::vector<StationFigures> figures() const;
 
@@ -35,8 +38,10 @@ private:
 
     std::function<qint64()> clock_, laserOn_;
     std::vector<StationFigures> figures_;
-    bool unclaimed_ = false;  ///< a station's run has begun, the first row to change is its own
-    int row_ = -1;            ///< of the last run, -1: the hand's
+    int begun_ = 0, finished_ = 0;  ///< runs of stations
+    bool byStation_ = false;        ///< the last run
+    bool unclaimed_ = false;        ///< a station's run has begun, the first row to change is its own
+    int row_ = -1;                  ///< of the last run, -1: the hand's
     qint64 begunMs_ = 0;
     qint64 laserBeforeMs_ = 0;
 };

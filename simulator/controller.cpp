@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 namespace sim {
 
@@ -21,7 +22,8 @@ constexpr int kLateMs = 300;
 constexpr int kSlowStateMs = 50;
 constexpr int kJog = 0;  // the number of every motion that no command ordered
 
-constexpr const char* kQuirks[] = {"bunch", "sync", "late", "double", "wrongKind", "slowState"};
+constexpr const char* kQuirks[] = {"bunch",     "sync",      "late",     "double",
+                                   "wrongKind", "slowState", "noResult", "failAtEnd"};
 
 const QString kIdle = QStringLiteral("idle");
 const QString kMoving = QStringLiteral("moving");
@@ -43,6 +45,8 @@ struct Controller::Private {
     void announce(int id, MotionEvent event);
     void setPower(bool on);
     JogAnswer jog(const JogMove& move, bool held);
+    JogAnswer planPlaceNow(const PlaceMove& move, MotionCommand* motion) const;
+    void startJog(MotionCommand motion);
     void rest();
     void setState(const QString& state);
     void writeState(const QString& state);
@@ -57,8 +61,9 @@ struct Controller::Private {
     bool emergencyStop = false;
     bool jogging = false;
     int motions = 0;     ///< ordered so far
-    QSet<int> answered;  ///< motions whose result was written inside their command
+    QSet<int> answered;  ///< motions whose result was written inside their command, or never comes
     bool sync = false, late = false, slowState = false;
+    bool nextSilent = false, nextFails = false;
     QString state = kIdle;  ///< as it is, maybe not yet as it is shown
     int statesOnTheirWay = 0;
 };
@@ -138,9 +143,16 @@ int Controller::Private::obey(const KordCall& call) {
 
 void Controller::Private::order(const KordCall& call, MotionCommand::Kind kind) {
     const int id = ++motions;
-    queue.add(readMotion(call, kind, id, arm.axes()));
+    MotionCommand motion = readMotion(call, kind, id, arm.axes());
+    const bool fails = std::exchange(nextFails, false);
+    const bool silent = std::exchange(nextSilent, false);
+    if (fails)
+        motion.endCode = FailedAtEnd;
+    if (silent)
+        answered.insert(id);
+    queue.add(std::move(motion));
     emit q->motion(id, MotionEvent::Queued);
-    if (sync) {
+    if (sync && !fails && !silent) {
         answered.insert(id);
         desk.deliver({kind, id, MotionDone}, true);
     }
@@ -205,12 +217,25 @@ JogAnswer Controller::Private::jog(const JogMove& move, bool held) {
     const JogAnswer answer = planJog(arm, stand, whole, &motion);
     if (answer != JogAnswer::Moves)
         return answer;
+    startJog(std::move(motion));
+    return JogAnswer::Moves;
+}
+
+/// A result that is still to come does not keep a hand from the standing robot.
+JogAnswer Controller::Private::planPlaceNow(const PlaceMove& move, MotionCommand* motion) const {
+    if (!powered)
+        return JogAnswer::DriveOff;
+    if (queue.moving() || queue.hasWaiting())
+        return JogAnswer::Moving;
+    return planPlace(arm, queue.stand(), move, motion);
+}
+
+void Controller::Private::startJog(MotionCommand motion) {
     motion.id = kJog;
     queue.add(std::move(motion));
     jogging = true;
     setState(kMoving);
     queue.release();
-    return JogAnswer::Moves;
 }
 
 void Controller::Private::finish(int id, MotionCommand::Kind kind, int code) {
@@ -218,8 +243,10 @@ void Controller::Private::finish(int id, MotionCommand::Kind kind, int code) {
     writePosture(q, service, queue.stand());
     if (id == kJog)
         jogging = false;
-    if (last)
+    if (last) {
+        emit q->stood();
         setState(kIdle);
+    }
     if (id != kJog && !answered.remove(id))
         desk.deliver({kind, id, code}, last);
     else if (last)
@@ -237,8 +264,10 @@ void Controller::Private::stopped(int id, MotionCommand::Kind kind) {
 
 void Controller::Private::rest() {
     writePosture(q, service, queue.stand());
-    if (!queue.moving())
+    if (!queue.moving()) {
+        emit q->stood();
         setState(kIdle);
+    }
 }
 
 void Controller::Private::setState(const QString& newState) {
@@ -335,6 +364,19 @@ JogAnswer Controller::jogOn(const JogMove& move) {
     return d_->jog(move, true);
 }
 
+JogAnswer Controller::askPlace(const PlaceMove& move) const {
+    MotionCommand ignored;
+    return d_->planPlaceNow(move, &ignored);
+}
+
+JogAnswer Controller::place(const PlaceMove& move) {
+    MotionCommand motion;
+    const JogAnswer answer = d_->planPlaceNow(move, &motion);
+    if (answer == JogAnswer::Moves)
+        d_->startJog(std::move(motion));
+    return answer;
+}
+
 void Controller::stopJog() {
     if (d_->jogging)
         d_->queue.stop();
@@ -360,6 +402,12 @@ void Controller::setQuirk(Quirk quirk, bool on) {
         case Quirk::SlowState:
             d_->slowState = on;
             break;
+        case Quirk::NoResult:
+            d_->nextSilent = on;
+            break;
+        case Quirk::FailAtEnd:
+            d_->nextFails = on;
+            break;
     }
 }
 
@@ -384,6 +432,10 @@ bool Controller::reportKey(const QString& name, bool value) {
 
 bool Controller::standsStill() const {
     return !d_->queue.moving() && d_->desk.idle() && d_->statesOnTheirWay == 0;
+}
+
+MotionPlan::Stand Controller::stand() const {
+    return shownStand(d_->queue.stand());
 }
 
 double Controller::travelled() const {

@@ -22,6 +22,8 @@ enum class Quirk {
     Double,     ///< every result twice, 1 ms apart
     WrongKind,  ///< results of move.j on move.l's node, of move.l on move.c's, of move.c on move.j's
     SlowState,  ///< the robot state follows 50 ms late
+    NoResult,   ///< the next motion that is ordered is carried out, its result never comes
+    FailAtEnd,  ///< the next motion that is ordered reaches its target, then reports FailedAtEnd
 };
 
 /// A simulated robot controller: answers every command of the robot service and fills every data
@@ -75,6 +77,10 @@ public:
     JogAnswer jog(JogAxis axis, double step);
     /// As far as the arm gets in the direction of the move's way, until stopJog().
     JogAnswer jogOn(const JogMove& move);
+    /// What would become of a place now; it moves nothing.
+    JogAnswer askPlace(const PlaceMove& move) const;
+    /// The standing robot is jogged to a place, as by a step.
+    JogAnswer place(const PlaceMove& move);
     /// Brakes the jog that is under way, with what was ordered behind it.
     void stopJog();
     void setQuirk(Quirk quirk, bool on);
@@ -83,6 +89,8 @@ public:
     bool reportKey(const QString& name, bool value);
     /// True when no motion is under way or braking and no result is still to come.
     bool standsStill() const;
+    /// Where the arm is at this moment, in the numbers of "sys.posture", which shows it every 10 ms.
+    MotionPlan::Stand stand() const;
     /// Path length travelled by the tool since construction, metres.
     double travelled() const;
 
@@ -99,6 +107,8 @@ signals:
     void result(const QString& command, int id, int code);
     /// Every 10 ms while the robot moves, after the posture was written.
     void postureMoved();
+    /// The robot has come to a standstill, the posture was written. Its state follows.
+    void stood();
 
 private:
     struct Private;

@@ -43,14 +43,22 @@ QJsonValue parsed(const char* text) {
     return QJsonDocument::fromJson(QByteArray(text)).array();
 }
 
-void writeList(QObject* sender, ModuleObject* list, const double* values, size_t count, double perUnit) {
-    if (size_t(list->cmobjCount()) > count)
-        list->clear(sender, false);
-    for (size_t i = 0; i < count; ++i) {
+template <class Values>
+void roundEach(Values* values, double perUnit) {
+    for (double& value : *values) {
         // Dividing by a whole number gives the double that is nearest to the decimal fraction.
-        const double value = std::round(values[i] * perUnit) / perUnit;
-        list->set(sender, mIndex(int(i)), value == 0 ? 0.0 : value, true);
+        const double rounded = std::round(value * perUnit) / perUnit;
+        value = rounded == 0 ? 0.0 : rounded;
     }
+}
+
+template <class Values>
+void writeList(QObject* sender, ModuleObject* list, const Values& values) {
+    if (size_t(list->cmobjCount()) > values.size())
+        list->clear(sender, false);
+    int position = 0;
+    for (const double value : values)
+        list->set(sender, mIndex(position++), value, true);
 }
 
 }  // namespace
@@ -75,12 +83,19 @@ ModuleObject* pendantKeys() {
                                                 QStringLiteral("notify"));
 }
 
+MotionQueue::Stand shownStand(MotionQueue::Stand stand) {
+    roundEach(&stand.pose.trans, 1e9);
+    roundEach(&stand.pose.rot, 1e11);
+    roundEach(&stand.joints, 1e11);
+    return stand;
+}
+
 void writePosture(QObject* sender, KordService* service, const MotionQueue::Stand& stand) {
     ModuleObject* posture = service->dataNode(QStringLiteral("sys.posture"));
-    const auto& pose = stand.pose;
-    writeList(sender, posture->c(QStringLiteral("trans")), pose.trans.data(), pose.trans.size(), 1e9);
-    writeList(sender, posture->c(QStringLiteral("rot")), pose.rot.data(), pose.rot.size(), 1e11);
-    writeList(sender, posture->c(QStringLiteral("near")), stand.joints.data(), stand.joints.size(), 1e11);
+    const MotionQueue::Stand shown = shownStand(stand);
+    writeList(sender, posture->c(QStringLiteral("trans")), shown.pose.trans);
+    writeList(sender, posture->c(QStringLiteral("rot")), shown.pose.rot);
+    writeList(sender, posture->c(QStringLiteral("near")), shown.joints);
     posture->trigger();
 }
 

@@ -17,8 +17,9 @@ void fillControllerNodes(QObject* sender, KordService* service, int axes);
 /// The node of the pendant's reports, with a child for each key: true while it is not pressed.
 mendo::ModuleObject* pendantKeys();
 
-/// Writes "sys.posture" and announces it once. Lengths are rounded to a nanometre, angles to 1e-11
-/// rad, so that what is equal reads equal.
+/// As it is shown: lengths rounded to a nanometre, angles to 1e-11 rad, so that what is equal reads equal.
+MotionQueue::Stand shownStand(MotionQueue::Stand stand);
+/// Writes "sys.posture" and announces it once.
 void writePosture(QObject* sender, KordService* service, const MotionQueue::Stand& stand);
 
 }  // namespace sim

@@ -76,17 +76,22 @@ JogAnswer planJoint(const Arm& arm, const Joints& start, const JogMove& move, Mo
     return JogAnswer::Moves;
 }
 
-JogAnswer planTool(const Arm& arm, const MotionPlan::Stand& start, const JogMove& move,
+JogAnswer planLine(const Arm& arm, const MotionPlan::Stand& start, const KDL::Frame& target, double speed,
                    MotionCommand* motion) {
-    const KDL::Frame target = targetFrame(start.pose, move);
     const Arm::Fault fault = PoseTrack::line(toFrame(start.pose), target)->follow(arm, start.joints);
     if (fault != Arm::Fault::None)
         return answerTo(fault);
     *motion = {};
     motion->kind = MotionCommand::Kind::Line;
     motion->poses.push_back({Pose(), toPose(target)});
-    motion->speed = isTurn(move) ? move.speed * kTurnRadius : move.speed;
+    motion->speed = speed;
     return JogAnswer::Moves;
+}
+
+JogAnswer planTool(const Arm& arm, const MotionPlan::Stand& start, const JogMove& move,
+                   MotionCommand* motion) {
+    const double speed = isTurn(move) ? move.speed * kTurnRadius : move.speed;
+    return planLine(arm, start, targetFrame(start.pose, move), speed, motion);
 }
 
 /// By halving: between the limits everything can be reached.
@@ -142,6 +147,12 @@ JogAnswer planJog(const Arm& arm, const MotionPlan::Stand& start, const JogMove&
                   MotionCommand* motion) {
     return move.frame == JogFrame::Joint ? planJoint(arm, start.joints, move, motion)
                                          : planTool(arm, start, move, motion);
+}
+
+JogAnswer planPlace(const Arm& arm, const MotionPlan::Stand& start, const PlaceMove& move,
+                    MotionCommand* motion) {
+    const Pose target{move.trans, move.rot.value_or(start.pose.rot)};
+    return planLine(arm, start, toFrame(target), move.speed, motion);
 }
 
 JogMove farthestJog(const Arm& arm, const MotionPlan::Stand& start, const JogMove& move) {

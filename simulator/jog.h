@@ -37,6 +37,17 @@ JogMove baseStep(JogAxis axis, double way);
 /// the answer, and `motion` is left as it is.
 JogAnswer planJog(const Arm& arm, const MotionPlan::Stand& start, const JogMove& move, MotionCommand* motion);
 
+/// A pose of the base that the tool is led to in a straight line.
+struct PlaceMove {
+    std::array<double, 3> trans{};             ///< metres
+    std::optional<std::array<double, 3>> rot;  ///< radians; nothing keeps the tool's direction
+    double speed = 0.05;                       ///< m/s, positive
+};
+
+/// The same for a place.
+JogAnswer planPlace(const Arm& arm, const MotionPlan::Stand& start, const PlaceMove& move,
+                    MotionCommand* motion);
+
 /// The same as far as the arm gets in that direction, whatever its `way`: to the joint's limit, to within
 /// 2 mm or 0.02 rad of where the tool gets on a straight way, or by 3 rad of turning. Without
 /// way when there is none.

@@ -34,6 +34,9 @@ MotionPlan::MotionPlan(const Arm& arm, const Stand& start, std::vector<MotionCom
     : motions_(std::move(motions)), end_(start) {
     for (size_t i = 0; i < motions_.size(); ++i) {
         failure_.code = makeTrack(arm, motions_[i]);
+        failsAtEnd_ = failure_.code == MotionDone && motions_[i].endCode != MotionDone;
+        if (failsAtEnd_)
+            failure_.code = motions_[i].endCode;
         if (failure_.code == MotionDone)
             continue;
         failure_.id = motions_[i].id;

@@ -42,6 +42,8 @@ public:
     const std::vector<Mark>& marks() const { return marks_; }
     MotionCommand::Kind kind(size_t mark) const { return motions_[mark].kind; }
     const Failure& failure() const { return failure_; }
+    /// The failing motion is the last mark: it is moved whole, and fails at its target.
+    bool failsAtEnd() const { return failsAtEnd_; }
     const SpeedProfile& profile() const { return profile_; }
     const Stand& end() const { return end_; }
     /// By the way from the start, metres.
@@ -67,6 +69,7 @@ private:
     SpeedProfile profile_;
     std::vector<Mark> marks_;
     Failure failure_;
+    bool failsAtEnd_ = false;
     Stand end_;
     double way_ = 0;
 };

@@ -24,6 +24,10 @@ qint64 wholeMs(double seconds) {
 
 }  // namespace
 
+bool MotionQueue::Batch::hasMarkToPass() const {
+    return next + (plan.failsAtEnd() ? 1 : 0) < plan.marks().size();
+}
+
 double MotionQueue::Brake::seconds() const {
     return speed / kBraking;
 }
@@ -112,7 +116,8 @@ std::vector<int> MotionQueue::takeQueued() {
         for (size_t k = front ? batches_[i].next + 1 : 0; k < plan.marks().size(); ++k)
             ids.push_back(plan.marks()[k].id);
         if (plan.failure().code != MotionDone) {
-            ids.push_back(plan.failure().id);
+            if (!plan.failsAtEnd())  // else it is among the marks
+                ids.push_back(plan.failure().id);
             ids.insert(ids.end(), plan.failure().dropped.begin(), plan.failure().dropped.end());
         }
     }
@@ -215,7 +220,7 @@ void MotionQueue::advance() {
         arm();  // fired early
     else if (brake_)
         endBrake();
-    else if (batches_.front().next < batches_.front().plan.marks().size())
+    else if (batches_.front().hasMarkToPass())
         passMark();
     else
         endFailed();

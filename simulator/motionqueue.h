@@ -59,6 +59,8 @@ private:
         MotionPlan plan;
         qint64 startMs = 0;
         size_t next = 0;  ///< the mark to be passed next
+
+        bool hasMarkToPass() const;
     };
     struct Brake {
         qint64 startMs = 0;

@@ -66,6 +66,26 @@
         <translation>the file is too large</translation>
     </message>
     <message>
+        <source>文件格式错误：%1</source>
+        <translation>this is no JSON: %1</translation>
+    </message>
+    <message>
+        <source>此处应为值</source>
+        <translation>a value is expected here</translation>
+    </message>
+    <message>
+        <source>此处应为数字</source>
+        <translation>a digit is expected here</translation>
+    </message>
+    <message>
+        <source>此处应为带引号的名称</source>
+        <translation>a name in quotes is expected here</translation>
+    </message>
+    <message>
+        <source>文件内容既不是数组也不是对象</source>
+        <translation>the file holds neither an array nor an object</translation>
+    </message>
+    <message>
         <source>字符串没有结束</source>
         <translation>a string is not closed</translation>
     </message>
@@ -74,24 +94,12 @@
         <translation>a colon is missing after a name</translation>
     </message>
     <message>
-        <source>两个值之间缺少逗号</source>
-        <translation>a comma is missing between two values</translation>
-    </message>
-    <message>
-        <source>逗号后缺少内容</source>
-        <translation>nothing follows a comma</translation>
-    </message>
-    <message>
         <source>无效的值</source>
         <translation>this is no value</translation>
     </message>
     <message>
         <source>无效的数字</source>
         <translation>this is no number</translation>
-    </message>
-    <message>
-        <source>文件以数字结束</source>
-        <translation>the file ends with a number</translation>
     </message>
     <message>
         <source>字符串中有无效的转义字符</source>

@@ -66,6 +66,26 @@
         <translation>файл слишком велик</translation>
     </message>
     <message>
+        <source>文件格式错误：%1</source>
+        <translation>это не JSON: %1</translation>
+    </message>
+    <message>
+        <source>此处应为值</source>
+        <translation>здесь должно быть значение</translation>
+    </message>
+    <message>
+        <source>此处应为数字</source>
+        <translation>здесь должна быть цифра</translation>
+    </message>
+    <message>
+        <source>此处应为带引号的名称</source>
+        <translation>здесь должно быть имя в кавычках</translation>
+    </message>
+    <message>
+        <source>文件内容既不是数组也不是对象</source>
+        <translation>в файле нет ни массива, ни объекта</translation>
+    </message>
+    <message>
         <source>字符串没有结束</source>
         <translation>строка не закрыта</translation>
     </message>
@@ -74,24 +94,12 @@
         <translation>нет двоеточия после имени</translation>
     </message>
     <message>
-        <source>两个值之间缺少逗号</source>
-        <translation>нет запятой между значениями</translation>
-    </message>
-    <message>
-        <source>逗号后缺少内容</source>
-        <translation>после запятой ничего нет</translation>
-    </message>
-    <message>
         <source>无效的值</source>
         <translation>недопустимое значение</translation>
     </message>
     <message>
         <source>无效的数字</source>
         <translation>недопустимое число</translation>
-    </message>
-    <message>
-        <source>文件以数字结束</source>
-        <translation>файл обрывается на числе</translation>
     </message>
     <message>
         <source>字符串中有无效的转义字符</source>

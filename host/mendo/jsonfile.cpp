@@ -1,5 +1,6 @@
 // The file service of the module manager.
 
+#include "mendo/jsonfault.h"
 #include "mendo/modulemanager.h"
 #include "mendo/plainfile.h"
 
@@ -39,42 +40,14 @@ QString systemError() {
     return QString::fromLocal8Bit(std::strerror(errno));
 }
 
-/// Where the parser found fault: it stops behind a character that it did not expect, but on a value
-/// that it cannot read and at the end of an unfinished text.
-int offsetOf(const QJsonParseError& error, const QByteArray& text) {
-    const int stop = error.offset;
-    bool behind = false;
-    switch (error.error) {
-        case QJsonParseError::UnterminatedObject:
-        case QJsonParseError::UnterminatedArray:
-        case QJsonParseError::MissingNameSeparator:
-        case QJsonParseError::MissingValueSeparator:
-        case QJsonParseError::MissingObject:
-            behind = stop < text.size() || text.endsWith(']') || text.endsWith('}');
-            break;
-        case QJsonParseError::IllegalValue:
-            behind = true;
-            break;
-        default:
-            break;
-    }
-    return behind && stop > 0 ? stop - 1 : stop;
-}
-
-/// Parses a JSON array or object, a byte-order mark before it allowed; an undefined value and the place,
-/// counted in characters from 1, for anything else.
+/// An undefined value, with the place and the reason, for what is no JSON array or object.
 QJsonValue parse(const QByteArray& text, Problem* problem) {
-    QJsonParseError error;
-    const QJsonDocument document = QJsonDocument::fromJson(text, &error);
-    if (error.error == QJsonParseError::NoError) {
-        return document.isArray() ? QJsonValue(document.array()) : QJsonValue(document.object());
+    JsonFault fault;
+    if (const std::optional<QJsonDocument> document = parseJson(text, &fault)) {
+        return document->isArray() ? QJsonValue(document->array()) : QJsonValue(document->object());
     }
-    const QByteArray before = text.left(offsetOf(error, text));
-    const int lineStart = before.lastIndexOf('\n') + 1;
-    problem->line = before.count('\n') + 1;
-    // A byte-order mark is dropped by the conversion and so not counted.
-    problem->column = QString::fromUtf8(before.mid(lineStart)).toUcs4().size() + 1;
-    problem->reason = error.errorString();
+    const TextPlace place = placeOf(text, fault.offset);
+    *problem = {place.line, place.column, fault.reason};
     return QJsonValue(QJsonValue::Undefined);
 }
 

@@ -1,8 +1,5 @@
 #include "module/jsonplace.h"
 
-#include <QString>
-#include <QVector>
-
 #include <cctype>
 
 namespace lumo {
@@ -49,25 +46,18 @@ int skipSpace(const QByteArray& json, int at) {
     return at;
 }
 
-TextPlace placeOf(const QByteArray& text, int offset) {
-    const QByteArray before = text.left(offset);
-    const int lineStart = before.lastIndexOf('\n') + 1;
-    // A byte-order mark is dropped by the conversion and so not counted.
-    return {before.count('\n') + 1, QString::fromUtf8(before.mid(lineStart)).toUcs4().size() + 1};
-}
-
 }  // namespace
 
 TextPlace contentPlace(const QByteArray& json) {
     const QByteArray mark = QByteArrayLiteral("\xEF\xBB\xBF");
-    return placeOf(json, skipSpace(json, json.startsWith(mark) ? mark.size() : 0));
+    return mendo::placeOf(json, skipSpace(json, json.startsWith(mark) ? mark.size() : 0));
 }
 
 TextPlace elementPlace(const QByteArray& json, int position) {
     int at = skipSpace(json, json.indexOf('[') + 1);
     for (int element = 0; at < json.size() && json[at] != ']'; ++element) {
         if (element == position) {
-            return placeOf(json, at);
+            return mendo::placeOf(json, at);
         }
         at = skipValue(json, at);
         if (at < json.size() && json[at] == ',') {

@@ -1,14 +1,12 @@
 #pragma once
 
+#include "mendo/jsonfault.h"
+
 #include <QByteArray>
 
 namespace lumo {
 
-/// A place in a text: line and column in characters, from 1; zeros for nowhere.
-struct TextPlace {
-    int line = 0;
-    int column = 0;
-};
+using mendo::TextPlace;
 
 /// Where the content begins, past a byte-order mark and space.
 [[nodiscard]] TextPlace contentPlace(const QByteArray& json);

@@ -46,15 +46,16 @@ void AppNotices::problem_isToldInThePanelsLanguage_data() {
     QTest::addColumn<QString>("reason");
     QTest::addColumn<QString>("text");
     // Chinese first: a process does not go back to it.
-    QTest::newRow("Chinese") << "cn" << 3 << "missing value separator"
-                             << QStringLiteral("/x/a.json 第3行第7列：两个值之间缺少逗号");
+    QTest::newRow("Chinese") << "cn" << 3 << "no JSON: expected a colon"
+                             << QStringLiteral("/x/a.json 第3行第7列：文件格式错误：名称后缺少冒号");
     QTest::newRow("Chinese, no project")
         << "cn" << 0 << "the file holds no project" << QStringLiteral("/x/a.json：文件内容不是工程");
-    QTest::newRow("English") << "en" << 3 << "missing value separator"
-                             << "/x/a.json, line 3, column 7: a comma is missing between two values";
-    QTest::newRow("Russian") << "ru" << 3 << "missing value separator"
+    QTest::newRow("English")
+        << "en" << 3 << "no JSON: expected a colon"
+        << "/x/a.json, line 3, column 7: this is no JSON: a colon is missing after a name";
+    QTest::newRow("Russian") << "ru" << 3 << "no JSON: expected a colon"
                              << QStringLiteral(
-                                    "/x/a.json, строка 3, столбец 7: нет запятой между значениями");
+                                    "/x/a.json, строка 3, столбец 7: это не JSON: нет двоеточия после имени");
     QTest::newRow("no place") << "en" << 0 << "No space left on device"
                               << "/x/a.json: the disk is full";
     QTest::newRow("two parts") << "ru" << 0 << "the folder could not be synced: Permission denied"

@@ -1,9 +1,9 @@
 // Project files as the command line runner checks them before a run.
 
 #include "fuzz/bench.h"
+#include "mendo/jsonfault.h"
 #include "mendo/modulemanager.h"
 #include "runner/hand.h"
-#include "runner/jsonfault.h"
 #include "runner/project.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -13,8 +13,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const QByteArray input(reinterpret_cast<const char*>(data), int(size));
 
     const fuzz::Budget budget(size);
-    if (const auto fault = run::findJsonFault(input))
-        fuzz::require(fault->offset >= 0 && fault->offset <= input.size(), "a fault lies in the file");
+    mendo::JsonFault fault;
+    if (!mendo::parseJson(input, &fault))
+        fuzz::require(fault.offset >= 0 && fault.offset <= input.size(), "a fault lies in the file");
     run::Problem problem;
     const std::optional<run::JsonText> text = run::JsonText::parse(input, name, &problem);
     const auto project = text ? run::Project::fromText(*text, &problem) : std::nullopt;

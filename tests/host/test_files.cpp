@@ -82,6 +82,7 @@ void TestFiles::read_tellsWhereAFileDoesNotParse_data() {
     QTest::newRow("first line") << QByteArray("{\"a\" 1}") << "1:6";
     QTest::newRow("third line") << QByteArray("{\n\"a\": 1,\n  x\n}") << "3:3";
     QTest::newRow("after wide characters") << QByteArray("{\"激光\": x}") << "1:8";
+    QTest::newRow("after one of two units") << QByteArray("{\"\xF0\x9F\x94\xA5\": x}") << "1:7";
     QTest::newRow("after a byte-order mark") << QByteArray("\xEF\xBB\xBFx") << "1:1";
     QTest::newRow("windows lines") << QByteArray("[\r\n1,\r\nx]") << "3:1";
     QTest::newRow("unfinished") << QByteArray("[1,\n2") << "2:2";

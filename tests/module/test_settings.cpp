@@ -161,11 +161,12 @@ private slots:
         row("no use", portsBut(9, portLine("DO", "LUMO_DO.#3", "")), "", given, 19);
         row("no name", portsBut(9, "{'type':'DO','name':null,'enable':false}"), "", own, 18);
         row("not assigned", portsBut(9, portLine("DO", "", ",'enable':false")), "", "", 18);
-        row("no bytes", "", "1:1 illegal value", own, 1);
-        row("cut off", sound.left(sound.indexOf("LUMO_DO.#3")), "11:25 unterminated string", own, 1);
-        row("zeros", QByteArray(100, '\0'), "1:1 illegal value", own, 1);
+        row("no bytes", "", "1:1 no JSON: expected a value", own, 1);
+        row("cut off", sound.left(sound.indexOf("LUMO_DO.#3")), "11:25 no JSON: expected the end of a string",
+            own, 1);
+        row("zeros", QByteArray(100, '\0'), "1:1 no JSON: expected a value", own, 1);
         row("of another encoding", portsBut(9, "{'name': '\xEB\xE0\xE7\xE5\xF0'}"),
-            "11:11 invalid UTF8 string", own, 1);
+            "11:11 no JSON: invalid UTF8 string", own, 1);
         row("a name that is none", portsBut(9, "  {'type':'DO','name':{'bit':3},'enable':true}"),
             "11:3 'name' is no text", own, 19);
         row("a use that is none", portsBut(9, portLine("DO", "LUMO_DO.#3", ",'enable':'maybe'")),
@@ -227,7 +228,7 @@ private slots:
             "1:27 this is no record", "power", {"60", "0", "40"});
         row("several faults", params, "[{'name':[]}, 7, {'speed':false, 'ratio':{}}, {'power':2}]",
             "1:2 'name' is no text; faults in 2 more records", "power", {"", "0", "", "2"});
-        row("cut off", params, "[{'name':'A','power':60},", "1:26 unterminated array", "power", {});
+        row("cut off", params, "[{'name':'A','power':60},", "1:26 no JSON: expected a value", "power", {});
         const Settings stations = Settings::Stations;
         row("station", stations, "[{'stationname':'L','time':'250','DI_reg':{'bias':'3'}}]", "", "time",
             {"250"});

@@ -115,9 +115,8 @@ void RunnerInput::warnings_data() {
     QTest::newRow("moveL") << "\"type\":\"moveL\"," + whole << QString();
     QTest::newRow("moveC") << "\"type\":\"moveC\"," + whole
                            << "p.json:1:2: line 1 (moveC) lacks point1.trans, point1.rot";
-    QTest::newRow("bare moveL")
-        << QByteArray("\"type\":\"moveL\"")
-        << "p.json:1:2: line 1 (moveL) lacks point.trans, point.rot, speed, zone, execute";
+    QTest::newRow("bare moveL") << QByteArray("\"type\":\"moveL\"")
+                                << "p.json:1:2: line 1 (moveL) lacks point.trans, point.rot, speed, zone";
     QTest::newRow("text speed")
         << "\"type\":\"moveL\"," + QByteArray(whole).replace("20", "\"20\"")
         << "p.json:1:41: line 1 (moveL): \"speed\" is the text \"20\" where a number is usual";
@@ -134,8 +133,13 @@ void RunnerInput::warnings_data() {
         << "p.json:1:40: line 1 (open): \"index\" names no parameter set (2 of 2)";
     QTest::newRow("index negative") << QByteArray("\"type\":\"param\",\"execute\":true,\"index\":-1")
                                     << "names no parameter set (-1 of 2)";
-    QTest::newRow("delay as text") << QByteArray("\"type\":\"delay\",\"execute\":true,\"delaytime\":\"500\"")
-                                   << "\"delaytime\" is the text \"500\"";
+    QTest::newRow("entries as text")
+        << QByteArray(R"("type":"open","index":0,"weldspeed":"20.5","laserPower":"50","laserDutyCycle":"5")")
+        << QString();
+    QTest::newRow("delay of no number")
+        << QByteArray(R"("type":"delay","delaytime":"soon")") << "\"delaytime\" is the text \"soon\"";
+    QTest::newRow("delay of no kind")
+        << QByteArray(R"("type":"delay","delaytime":true)") << "\"delaytime\" is no number";
     QTest::newRow("output by name")
         << QByteArray(
                "\"type\":\"setDO\",\"execute\":true,\"DO_type\":\"IO\",\"doName\":\"DO1\",\"value\":\"true\"")
@@ -171,7 +175,7 @@ void RunnerInput::warnings() {
 void RunnerInput::longProjectsAreCheckedInTime() {
     constexpr int kStatements = 10000;
     const QByteArray statement = "{\"type\":\"delay\",\"execute\":true,\"note\":\"" + QByteArray(10000, 'x') +
-                                 "\",\"delaytime\":\"500\"},";
+                                 "\",\"delaytime\":\"soon\"},";
     QByteArray text = '[' + statement.repeated(kStatements);
     text.back() = ']';
     Problem problem;
@@ -180,7 +184,7 @@ void RunnerInput::longProjectsAreCheckedInTime() {
     const std::vector<Problem> found = read->warnings(2);
     QCOMPARE(int(found.size()), kStatements);
     QCOMPARE(found.back().line, 1);
-    QCOMPARE(found.back().column, 2 + (kStatements - 1) * statement.size() + statement.indexOf("\"500\""));
+    QCOMPARE(found.back().column, 2 + (kStatements - 1) * statement.size() + statement.indexOf("\"soon\""));
 }
 
 void RunnerInput::badScenario_data() {
@@ -220,6 +224,26 @@ void RunnerInput::badScenario_data() {
                            << "\"name\" names no quirk";
     QTest::newRow("motionError") << QByteArray("[{\"at\":0,\"do\":\"motionError\",\"code\":3}]")
                                  << "\"code\" is no negative whole number";
+    const auto entry = [](const char* keys) { return QByteArray("[{\"at\":0,\"do\":") + keys + "}]"; };
+    QTest::newRow("remove before the first line")
+        << entry(R"("remove","line0":-1)") << "\"line0\" is no whole number from 0";
+    QTest::newRow("inserted type") << entry(R"("insert","line0":0,"statement":{"type":"weld"})")
+                                   << "s.json:1:54: entry 1: unknown statement type \"weld\"";
+    QTest::newRow("move to nowhere") << entry(R"("move","line0":0)") << "the key \"to0\" is missing";
+    QTest::newRow("place in a plane")
+        << entry(R"("place","trans":[1,2])") << "\"trans\" is no list of three numbers";
+    QTest::newRow("device") << entry(R"("device","name":"lock","value":true)")
+                            << "\"name\" is none of laserLock";
+    QTest::newRow("more than the whole") << entry(R"("device","name":"laser","value":true,"power":101)")
+                                         << "s.json:1:60: entry 1: \"power\" is no number from 0 to 100";
+    QTest::newRow("port without row") << entry(R"("port","enable":true)") << "the key \"row\" is missing";
+    QTest::newRow("station without fields")
+        << entry(R"("station","row":0,"set":[])") << "\"set\" is no object";
+    QTest::newRow("field of no station") << entry(R"("station","row":0,"set":{"DI3":"DI3"})")
+                                         << "s.json:1:46: entry 1: \"set.DI3\" is no field of a station";
+    QTest::newRow("bit of a station") << entry(R"("station","row":0,"set":{"DI_reg":{"bias":-1}})")
+                                      << "\"set.DI_reg.bias\" is no whole number from 0";
+    QTest::newRow("quit with a value") << entry(R"("quit","value":true)") << "\"quit\" has no key \"value\"";
     QTest::newRow("monitor") << QByteArray("[{\"at\":0,\"do\":\"monitor\",\"value\":\"on\"}]")
                              << "s.json:1:33: entry 1: \"value\" is neither true nor false";
 }
@@ -241,10 +265,18 @@ void RunnerInput::everyAction() {
         {"at":0,"do":"input","name":"LUMO_DI.#2","value":true},{"at":0,"do":"set","path":"lumo.x","value":null},
         {"at":0,"do":"key","name":"delete","value":false},{"at":0,"do":"load","file":"b.json"},
         {"at":0,"do":"motionError","code":-42},{"at":0,"do":"fault","name":"gas","value":true},
-        {"at":0,"do":"quirk","name":"slowState","value":true}])",
+        {"at":0,"do":"quirk","name":"slowState","value":true},{"at":0,"do":"remove","line0":1},
+        {"at":0,"do":"insert","line0":9,"statement":{"type":"close"}},{"at":0,"do":"move","line0":1,"to0":0},
+        {"at":0,"do":"enable","line0":1,"value":false},{"at":0,"do":"place","trans":[0,0,1]},
+        {"at":0,"do":"place","trans":[0,0,1],"rot":[0,0,0]},{"at":0,"do":"device","name":"gas","value":true},
+        {"at":0,"do":"device","name":"laser","value":true,"power":1,"frequency":0.5,"dutyCycle":100,
+        "wireSpeed":0},{"at":0,"do":"port","row":18,"enable":true},{"at":0,"do":"station","row":0,
+        "set":{"time":"100","DI":"","DI_type":"IO","DO2_reg":{"name":"LUMO_DO","bias":3,"type":"bit"}}},
+        {"at":0,"do":"quit"}])",
         &problem);
     QVERIFY2(read, qPrintable(problem.text()));
-    for (const char* quirk : {"bunch", "sync", "late", "double", "wrongKind", "slowState"}) {
+    for (const char* quirk :
+         {"bunch", "sync", "late", "double", "wrongKind", "slowState", "noResult", "failAtEnd"}) {
         const QByteArray entry =
             QByteArray("[{\"at\":0,\"do\":\"quirk\",\"value\":true,\"name\":\"") + quirk + "\"}]";
         QVERIFY2(scenario(entry, &problem), quirk);

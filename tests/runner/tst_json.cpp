@@ -109,13 +109,13 @@ void RunnerJson::placesOfEntries_data() {
     QTest::newRow("entry of an entry") << 1 << QStringLiteral("p.q") << QStringLiteral("f:4:28: x");
     QTest::newRow("escaped key") << 1 << QStringLiteral("a]") << QStringLiteral("f:4:14: x");
     QTest::newRow("entry that is not there") << 1 << QStringLiteral("p.r.s") << QStringLiteral("f:4:23: x");
-    QTest::newRow("second of the same name") << 2 << QStringLiteral("a") << QStringLiteral("f:5:13: x");
+    QTest::newRow("second of the same name") << 2 << QStringLiteral("a") << QStringLiteral("f:5:15: x");
 }
 
 void RunnerJson::placesOfEntries() {
     const QByteArray file =
         "[{\"a\": \"}]\\\"\",\n \"b\" : [{}, 1]},\n\n {\"\\u0061]\": \"ö\",\"p\": {\"q\":1}},\n"
-        "{\"a\":1, \"a\":2}]";
+        "{\"a\":\"\xF0\x9F\x94\xA5\", \"a\":2}]";
     Problem problem;
     const auto text = JsonText::parse(file, QStringLiteral("f"), &problem);
     QVERIFY2(text, qPrintable(problem.text()));

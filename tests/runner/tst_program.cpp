@@ -20,6 +20,9 @@ private slots:
     void longScenariosAreReadInTime();
     void scenarioEntryStandsAsWritten();
     void loadReplacesTheProgram();
+    void editsChangeTheProgram();
+    void jogTakesTheStandingRobotAway();
+    void handWorksDevicesAndPorts();
     void warningsDoNotStopTheRun();
     void commandComesBeforeWhatItDoes();
     void stepLeavesResumeDataAlone();
@@ -183,6 +186,12 @@ void RunnerProgram::outcomes_data() {
     QTest::newRow("state written by somebody else")
         << QByteArray(R"([{"at":1200,"do":"set","path":"lumo.execute.state","value":"idle"}])") << none
         << "error";
+    QTest::newRow("quit in the weld")
+        << QByteArray(R"([{"at":1200,"do":"quit"},{"at":1300,"do":"resume"}])") << none << "quit";
+    QTest::newRow("result that never comes")
+        << QByteArray(R"([{"at":600,"do":"quirk","name":"noResult","value":true}])") << none << "stalled";
+    QTest::newRow("motion that fails at its end")
+        << QByteArray(R"([{"at":600,"do":"quirk","name":"failAtEnd","value":true}])") << none << "error";
     QTest::newRow("step of no move") << QByteArray("[]") << QStringList{"--once", "2"} << "refused";
 }
 
@@ -289,13 +298,75 @@ void RunnerProgram::loadReplacesTheProgram() {
     QCOMPARE(outputs[0].value(QStringLiteral("t")).toInt(), 900);
 }
 
+/// The run goes on as it was accepted; the next one has the lines as they stand then.
+void RunnerProgram::editsChangeTheProgram() {
+    const QByteArray scenario = R"([{"at":100,"do":"insert","line0":2,"statement":)" + kSetDo +
+                                R"(},{"at":100,"do":"move","line0":2,"to0":0},
+        {"at":100,"do":"enable","line0":1,"value":false},{"at":100,"do":"remove","line0":3},
+        {"at":2000,"do":"start","line0":0}])";
+    const Folder folder;
+    const Result result = folder.trace('[' + kDelay + ',' + kDelay + ']', scenario);
+    QVERIFY2(result.status == 0, result.err.constData());
+    QCOMPARE(result.done().value(QStringLiteral("ms")).toInt(), 2500);
+    QCOMPARE(result.done().value(QStringLiteral("lines")).toInt(), 4);
+    QCOMPARE(result.of(QStringLiteral("output")).size(), 1);
+    const QList<QJsonObject> events = result.of(QStringLiteral("event"));
+    for (const QJsonObject& event : events) {
+        const QString verb = event.value(QStringLiteral("action")).toObject().value("do").toString();
+        QCOMPARE(event.contains(QStringLiteral("refused")), verb == QLatin1String("remove"));
+    }
+}
+
+void RunnerProgram::jogTakesTheStandingRobotAway() {
+    const Folder folder;
+    const Result result = folder.trace(seam(), R"([{"at":100,"do":"place","trans":[0.5,0,0.4]},
+        {"at":1200,"do":"pause"},{"at":3000,"do":"place","trans":[0.5,0.1,0.4],"rot":[3,0,0]}])",
+                                       {"--posture"});
+    QCOMPARE(reasonOf(result), QStringLiteral("paused"));
+    const QList<QJsonObject> events = result.of(QStringLiteral("event"));
+    QCOMPARE(events.first().value(QStringLiteral("refused")).toBool(), true);
+    QVERIFY(!events.last().contains(QStringLiteral("refused")));
+    QVERIFY(result.done().value(QStringLiteral("ms")).toInt() > 5000);  // more than 100 mm at 50 mm/s
+    const QJsonObject last = result.of(QStringLiteral("posture")).last();
+    QVERIFY(std::abs(last.value(QStringLiteral("trans"))[1].toDouble() - 0.1) < 1e-6);
+    QVERIFY(std::abs(last.value(QStringLiteral("rot"))[0].toDouble() - 3) < 1e-6);
+    QCOMPARE(result.of(QStringLiteral("motion")).last().value(QStringLiteral("id")).toInt(), 2);
+}
+
+/// The laser's button is pressed when the page has seen its lock; the end of the application puts it out.
+void RunnerProgram::handWorksDevicesAndPorts() {
+    const Folder folder;
+    const Result result =
+        folder.trace('[' + kDelay + ']', R"([{"at":1000,"do":"device","name":"laserLock","value":true},
+        {"at":1000,"do":"device","name":"laser","value":true,"power":40,"frequency":10,"dutyCycle":100},
+        {"at":1100,"do":"device","name":"gas","value":true},
+        {"at":2000,"do":"device","name":"laser","value":true},{"at":2000,"do":"port","row":6,"enable":false},
+        {"at":2000,"do":"port","row":19,"enable":true},{"at":3000,"do":"quit"}])");
+    QVERIFY2(result.status == 0, result.err.constData());
+    QCOMPARE(reasonOf(result), QStringLiteral("quit"));
+    QStringList outputs;
+    for (const QJsonObject& output : result.of(QStringLiteral("output")))
+        outputs.append(output.value(QStringLiteral("name")).toString().section(QLatin1Char('_'), 1) +
+                       QLatin1Char('=') + output.value(QStringLiteral("value")).toVariant().toString());
+    QCOMPARE(outputs.mid(0, 5),
+             (QStringList{"DO.#5=true", "DO.#3=true", "AO_2=3277", "AO_1=13107", "AO_3=32767"}));
+    QVERIFY(outputs.contains(QStringLiteral("DO.#3=false")));
+    QVERIFY2(result.err.contains("the button of \"gas\" is not enabled"), result.err.constData());
+    QVERIFY2(result.err.contains("there is no row 19"), result.err.constData());
+    QCOMPARE(result.of(QStringLiteral("message")).size(), 1);
+    const QJsonArray ports = QJsonDocument::fromJson(folder.read(QStringLiteral("lumo_port.json"))).array();
+    QCOMPARE(ports[6].toObject().value(QStringLiteral("enable")).toBool(), false);
+}
+
 void RunnerProgram::warningsDoNotStopTheRun() {
     const Folder folder;
-    const Result result = folder.trace(R"([{"type":"delay","delaytime":"250"}])");
+    const Result result =
+        folder.trace(R"([{"type":"delay","delaytime":"250"},{"type":"delay","execute":false}])");
     QCOMPARE(result.status, 0);
     QCOMPARE(result.done().value(QStringLiteral("ms")).toInt(), 250);
-    QCOMPARE(result.err.count("lumo-run: warning: p.json:1:"), 2);
-    QCOMPARE(result.err.count('\n'), 2);
+    QVERIFY2(result.err.startsWith("lumo-run: warning: p.json:1:37: line 2 (delay) lacks delaytime"),
+             result.err.constData());
+    QCOMPARE(result.err.count('\n'), 1);
 }
 
 void RunnerProgram::commandComesBeforeWhatItDoes() {

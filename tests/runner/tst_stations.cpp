@@ -11,6 +11,9 @@ private slots:
     void ending();
     void tableTellsWhoRan();
     void monitorEntryWorksBesideAProject();
+    void runThatWasStoppedIsNoSuccess();
+    void stationIsEditedByHand_data();
+    void stationIsEditedByHand();
     void damagedProjectIsToldBeforehand();
     void stationWithoutAProgramIsRefused_data();
     void stationWithoutAProgramIsRefused();
@@ -182,6 +185,42 @@ void RunnerStations::monitorEntryWorksBesideAProject() {
     QVERIFY2(result.status == 0, result.err.constData());
     QCOMPARE(statesOf(result), (QStringList{"0 Triggered", "0 Running", "0 Untriggerd"}));
     QCOMPARE(result.done().value(QStringLiteral("lines")).toInt(), 4);
+}
+
+/// Though the last run came to its end.
+void RunnerStations::runThatWasStoppedIsNoSuccess() {
+    const Result result =
+        Stations().monitor('[' + pulse(1, 1100) + R"(,{"at":1500,"do":"pause"},)" + pulse(2, 3100) + ']');
+    QCOMPARE(reasonOf(result), QStringLiteral("finished"));
+    QCOMPARE(result.status, 1);
+}
+
+void RunnerStations::stationIsEditedByHand_data() {
+    QTest::addColumn<QByteArray>("set");
+    QTest::addColumn<QByteArray>("error");
+    QTest::newRow("input and project")
+        << QByteArray(R"("DI":"DI5","filePath":"two.json","time":50)") << QByteArray();
+    QTest::newRow("kind and edge in another language")
+        << QByteArray(R"("DI_type":"IO","DI":"DI5","DI2_type":"Register","filePath":"two.json",)"
+                      R"("DI2_reg":{"name":"LUMO_DI","bias":9},"type":"上升沿")")
+        << QByteArray();
+    QTest::newRow("input that is not offered")
+        << QByteArray(R"("filePath":"two.json","DI":"DI99")") << QByteArray("station row 0: cmbDI \"DI99\"");
+    QTest::newRow("name that is fixed")
+        << QByteArray(R"("DI":"DI5","stationname":"A")") << QByteArray("the name \"Station 1\" is fixed");
+}
+
+/// What cannot be chosen leaves the whole station as it was.
+void RunnerStations::stationIsEditedByHand() {
+    QFETCH(QByteArray, set);
+    QFETCH(QByteArray, error);
+    const Stations folder;
+    const Result result = folder.monitor(R"([{"at":100,"do":"station","row":0,"set":{)" + set + "}}," +
+                                         pulse(error.isEmpty() ? 5 : 1, 1500) + ']');
+    QVERIFY2(result.err.contains(error), result.err.constData());
+    QCOMPARE(result.status, error.isEmpty() ? 0 : 1);
+    QCOMPARE(statesOf(result), (QStringList{"0 Triggered", "0 Running", "0 Untriggerd"}));
+    QCOMPARE(result.done().value(QStringLiteral("lines")).toInt(), error.isEmpty() ? 2 : 1);
 }
 
 void RunnerStations::damagedProjectIsToldBeforehand() {

@@ -225,6 +225,10 @@ private slots:
                                     << "150 c1, 300 c2, 450 idle, 450 c3";
         QTest::newRow("slow state") << "slowState"
                                     << "150 1, 300 2, 450 3, 500 idle";
+        QTest::newRow("no result") << "noResult"
+                                   << "300 2, 450 idle, 450 3";
+        QTest::newRow("fails at its end") << "failAtEnd"
+                                          << "150 idle, 150 1";
     }
     void quirks_misbehaveAsTheyAreCalled() {
         QFETCH(QString, name);

@@ -90,6 +90,24 @@ private slots:
         QCOMPARE(robot.posture(QStringLiteral("trans.#0"))->getDouble(), 0.5);
     }
 
+    void place_goesStraightAtItsSpeed() {
+        ControllerFixture robot;
+        robot.start();
+        sim::PlaceMove move;
+        move.trans = {0.5, 0.05, 0.4};
+        QCOMPARE(robot.controller.askPlace(move), JogAnswer::Moves);
+        QCOMPARE(robot.controller.place(move), JogAnswer::Moves);
+        QCOMPARE(robot.controller.place(move), JogAnswer::Moving);
+        QCOMPARE(robot.diary(), QStringLiteral("0 moving, 1025 idle"));  // 50 mm at 50 mm/s
+        QCOMPARE(place(robot), QStringLiteral("500 50 400 180 0 0"));
+        move.rot = std::array<double, 3>{kPi, 0, kPi / 18};
+        QCOMPARE(robot.controller.place(move), JogAnswer::Moves);
+        robot.diary();
+        QCOMPARE(place(robot), QStringLiteral("500 50 400 180 0 10"));
+        robot.controller.setPower(false);
+        QCOMPARE(robot.controller.place(move), JogAnswer::DriveOff);
+    }
+
     void frames_data() {
         QTest::addColumn<int>("frame");
         QTest::addColumn<int>("axis");

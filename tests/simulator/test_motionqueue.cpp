@@ -184,6 +184,29 @@ private slots:
         QVERIFY(distance(robot.place(), kHome) < 1e-8);
     }
 
+    /// Whatever its zone, it reaches its very target; the motions behind it are not made.
+    void failureAtTheEnd_comesAtTheTarget() {
+        for (const bool isStopped : {false, true}) {
+            Robot robot;
+            MotionCommand motion;
+            motion.poses = {{{}, {{0.6, 0, 0.4}, kDown}}};
+            motion.endCode = sim::FailedAtEnd;
+            robot.add(motion, 0.1, 0.03);
+            robot.line({0.6, 0.1, 0.4});
+            robot.go();
+            if (isStopped) {
+                VirtualTime::instance()->advance(500);
+                robot.queue.stop();
+            }
+            robot.run();
+            QCOMPARE(robot.results, isStopped ? QStringList() : QStringList{"1:-9"});
+            QCOMPARE(robot.events, isStopped
+                                       ? (QStringList{"started 1", "stopped 1", "dropped 2", "braked 0"})
+                                       : (QStringList{"started 1", "failed 1", "dropped 2"}));
+            QCOMPARE(distance(robot.place(), {0.6, 0, 0.4}) < 1e-12, !isStopped);
+        }
+    }
+
     void failure_brakesTheMotionUnderWay() {
         Robot robot;
         robot.line({0.7, 0, 0.4}, 0.2);

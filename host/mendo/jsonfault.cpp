@@ -1,21 +1,39 @@
-#include "runner/jsonfault.h"
+#include "mendo/jsonfault.h"
 
-namespace run {
+#include <algorithm>
+
+namespace mendo {
 
 namespace {
 
-/// Walks a JSON text until something is wrong.
+const QByteArray kMark = QByteArrayLiteral("\xEF\xBB\xBF");
+
+/// Length of the byte-order mark.
+int markSize(const QByteArray& text) {
+    return text.startsWith(kMark) ? kMark.size() : 0;
+}
+
+/// Walks a JSON text until something is wrong: the offsets of Qt's parser are off by one or more.
 class Walker {
 public:
-    explicit Walker(const QByteArray& text) : text_(text) {}
+    Walker(const QByteArray& text, int from) : text_(text), pos_(from) {}
 
     bool document() {
+        skipSpace();
+        start_ = pos_;
         if (!value(0))
             return false;
         skipSpace();
         return pos_ == text_.size() || fail("the end of the file");
     }
-    JsonFault fault() const { return {pos_, QLatin1String(expected_)}; }
+    JsonFault fault() const {
+        return {pos_, QStringLiteral("no JSON: expected ") + QLatin1String(expected_)};
+    }
+
+    /// Where the value begins.
+    int start() const { return start_; }
+    /// Of a text that is JSON: one value that is neither an array nor an object.
+    bool isPlain() const { return text_[start_] != '[' && text_[start_] != '{'; }
 
 private:
     bool fail(const char* expected) {
@@ -133,17 +151,40 @@ private:
     }
 
     const QByteArray& text_;
-    int pos_ = 0;
+    int pos_;
+    int start_ = 0;
     const char* expected_ = "";
 };
 
 }  // namespace
 
-std::optional<JsonFault> findJsonFault(const QByteArray& text) {
-    Walker walker(text);
-    if (walker.document())
-        return std::nullopt;
-    return walker.fault();
+int characterCount(const char* text, int bytes) {
+    // Every byte of a character but its first one is of the form 10xxxxxx.
+    return int(std::count_if(text, text + bytes, [](char byte) { return (byte & 0xC0) != 0x80; }));
 }
 
-}  // namespace run
+TextPlace placeOf(const QByteArray& text, int offset) {
+    const int start = std::min(markSize(text), offset);
+    const char* const end = text.constData() + offset;
+    const int newline = offset > 0 ? text.lastIndexOf('\n', offset - 1) : -1;
+    const int lineStart = newline < 0 ? start : newline + 1;
+    return {1 + int(std::count(text.constData() + start, end, '\n')),
+            1 + characterCount(text.constData() + lineStart, offset - lineStart)};
+}
+
+std::optional<QJsonDocument> parseJson(const QByteArray& text, JsonFault* fault) {
+    QJsonParseError error;
+    QJsonDocument document = QJsonDocument::fromJson(text, &error);
+    if (error.error == QJsonParseError::NoError)
+        return document;
+    Walker walker(text, markSize(text));
+    if (!walker.document())
+        *fault = walker.fault();
+    else if (walker.isPlain())  // JSON, but no document for Qt's parser
+        *fault = {walker.start(), QStringLiteral("holds no array and no object")};
+    else  // only the parser knows: text that is no UTF-8, numbers out of range
+        *fault = {error.offset, QStringLiteral("no JSON: ") + error.errorString()};
+    return std::nullopt;
+}
+
+}  // namespace mendo
