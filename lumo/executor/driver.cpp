@@ -196,6 +196,7 @@ void LumoExecutor::walk(Run& run, int line) {
     }
     if (!isAborted()) {
         inStatement_ = false;
+        resume_.hold(run.original(line_));  // a stop in the closing leaves the last line
         endWeldOfWalk(i == run.program.lineCount());
     }
 }
