@@ -55,6 +55,7 @@ const Known kReasons[] = {
      QT_TRANSLATE_NOOP("FileProblem", "原文件已损坏，且无法保留副本")},
     {"there is no such file", QT_TRANSLATE_NOOP("FileProblem", "没有此文件")},
     {"the file holds no project", QT_TRANSLATE_NOOP("FileProblem", "文件内容不是工程")},
+    {"statement %1 is of no known type", QT_TRANSLATE_NOOP("FileProblem", "第%1条指令的类型未知")},
     {"the file holds settings, no project", QT_TRANSLATE_NOOP("FileProblem", "文件内容是设置，不是工程")},
     {"the file in its place holds something else and cannot be kept",
      QT_TRANSLATE_NOOP("FileProblem", "原文件是其他内容，且无法保留副本")},

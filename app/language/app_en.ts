@@ -158,6 +158,10 @@
         <translation>the file holds no project</translation>
     </message>
     <message>
+        <source>第%1条指令的类型未知</source>
+        <translation>statement %1 is of no known type</translation>
+    </message>
+    <message>
         <source>文件内容是设置，不是工程</source>
         <translation>the file holds settings, no project</translation>
     </message>

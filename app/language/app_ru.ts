@@ -158,6 +158,10 @@
         <translation>это не файл проекта</translation>
     </message>
     <message>
+        <source>第%1条指令的类型未知</source>
+        <translation>тип команды %1 неизвестен</translation>
+    </message>
+    <message>
         <source>文件内容是设置，不是工程</source>
         <translation>это файл настроек, а не проекта</translation>
     </message>

@@ -17,24 +17,46 @@ namespace lumo {
 namespace {
 
 constexpr QLatin1String fileEnding = ".json"_l1;
+constexpr QLatin1String noProject = "the file holds no project"_l1;
 
 void report(const QString& path, const QString& reason) {
     emit m()->fileProblem(path, 0, 0, reason);
 }
 
 bool isToolset(const QJsonValue& element) {
-    return element.toObject().contains(field::end);
+    const QJsonObject object = element.toObject();
+    return object.contains(field::end) || (object.contains(field::ref) && !object.contains(field::type));
 }
 
-/// Stricter than what is loaded: other lists, such as the parameter sets, are no project.
+bool isStatement(const QJsonValue& element) {
+    const QString type = element.toObject().value(field::type).toString();
+    return std::find(std::begin(statement::types), std::end(statement::types), type) !=
+           std::end(statement::types);
+}
+
 bool isProject(const QJsonValue& content) {
-    if (!content.isArray()) {
-        return false;
+    return projectFrom(content).has_value();
+}
+
+/// With a part missing its selector would have nothing to write to.
+QJsonObject completed(QJsonObject toolset) {
+    for (const QLatin1String part : {field::end, field::ref}) {
+        if (!toolset.value(part).isObject()) {
+            toolset.insert(part, m(key::defaultToolset)->c(part)->exportToJson());
+        }
     }
-    const QJsonArray elements = content.toArray();
-    return std::all_of(elements.begin(), elements.end(), [](const QJsonValue& element) {
-        return isToolset(element) || !element.toObject().value(field::type).toString().isEmpty();
-    });
+    return toolset;
+}
+
+/// Why a list holds something that is no statement. Empty where there is nothing of that kind.
+QString faultOf(const QJsonArray& statements) {
+    const auto fault = std::find_if_not(statements.begin(), statements.end(), isStatement);
+    if (fault == statements.end()) {
+        return QString();
+    }
+    const bool isOther = std::none_of(statements.begin(), statements.end(), isStatement);
+    return isOther ? QString(noProject)
+                   : QStringLiteral("statement %1 is of no known type").arg(fault - statements.begin() + 1);
 }
 
 /// Whether a text can be the name of a file that folders show.
@@ -58,22 +80,19 @@ bool isSettingsName(const QString& name) {
 
 }  // namespace
 
-std::optional<Project> projectFrom(const QJsonValue& content) {
-    if (!content.isArray()) {
-        return std::nullopt;
-    }
+std::optional<Project> projectFrom(const QJsonValue& content, QString* why) {
     Project project;
     project.statements = content.toArray();
-    const auto isObject = [](const QJsonValue& element) { return element.isObject(); };
-    if (!std::all_of(project.statements.begin(), project.statements.end(), isObject)) {
-        return std::nullopt;
-    }
     const auto toolset = std::find_if(project.statements.begin(), project.statements.end(), isToolset);
     if (toolset != project.statements.end()) {
-        project.toolset = (*toolset).toObject();
+        project.toolset = completed((*toolset).toObject());
         project.statements.erase(toolset);
     }
-    return project;
+    const QString fault = content.isArray() ? faultOf(project.statements) : QString(noProject);
+    if (why) {
+        *why = fault;
+    }
+    return fault.isEmpty() ? std::make_optional(project) : std::nullopt;
 }
 
 std::optional<Project> readProject(const QString& path) {
@@ -81,13 +100,18 @@ std::optional<Project> readProject(const QString& path) {
         report(path, QStringLiteral("there is no such file"));
         return std::nullopt;
     }
+    if (isSettingsFile(path)) {
+        report(path, QStringLiteral("the file holds settings, no project"));
+        return std::nullopt;
+    }
     const QJsonValue content = ModuleManager::readFromJson(path);
     if (content.isUndefined()) {
         return std::nullopt;  // reported by the reading
     }
-    std::optional<Project> project = projectFrom(content);
+    QString why;
+    std::optional<Project> project = projectFrom(content, &why);
     if (!project) {
-        report(path, QStringLiteral("the file holds no project"));
+        report(path, why);
     }
     return project;
 }
