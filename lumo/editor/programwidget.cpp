@@ -136,6 +136,7 @@ void ProgramWidget::connectRunControls() {
     connect(ui_->btnPause, &QToolButton::clicked, run_, &RunControls::pause);
     connect(ui_->btnReset, &QToolButton::clicked, run_, &RunControls::reset);
     connect(run_, &RunControls::aboutToRun, this, &ProgramWidget::updateUItoolwobj);
+    connect(run_, &RunControls::saved, stored_, &StoredState::saved);
     connect(m(key::executeState), &ModuleObject::changed, this, &ProgramWidget::onState);
     connect(m(key::executeLine), &ModuleObject::changed, this, &ProgramWidget::onLine);
     connect(m(key::robotPower), &ModuleObject::changed, this, &ProgramWidget::rcPower);
@@ -194,6 +195,10 @@ void ProgramWidget::setProjectPath(const QString& path) {
 
 void ProgramWidget::checkStored() {
     stored_->check();
+}
+
+void ProgramWidget::toolsetChanged() {
+    stored_->touch();
 }
 
 void ProgramWidget::showFromTheTop() {
@@ -387,8 +392,8 @@ void ProgramWidget::showStored() {
 
 void ProgramWidget::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
-    // These rows show values of parameter sets and ports, which other pages change.
-    ui_->tableWidget->changeStatements(field::index);
+    // Other pages change what rows show: values of parameter sets and ports, and points, at once.
+    ui_->tableWidget->changeStatements();
     stored_->touch();
 }
 
