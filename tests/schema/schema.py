@@ -43,7 +43,7 @@ for name, accepted in documents.items():
 refused = {
     "project": [{}, [1], [{"type": "moveX"}], [{"type": "moveL"}], [{"type": "moveC", "point": {}}],
                 [{"type": "setDO", "value": True}], [{"type": "moveJ", "point": {"near": [0, 0]}}],
-                [{"type": "waitDI", "DI_reg": {"name": "A"}}], [{"end": {"name": "tool0"}}]],
+                [{"type": "open", "weldspeed": "fast"}], [{"type": "waitDI", "DI_reg": {"name": "A"}}], [{"end": {"name": "tool0"}}]],
     "lumo_port": [{"a": 1}, [{"enable": "yes"}], [{}] * 20],
     "lumo_param": [[{"power": 50}], [{"name": "A", "power": None}]],
     "lumo_signalsConfig": [[{"time": "soon"}], [3]],
