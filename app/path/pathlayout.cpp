@@ -73,7 +73,7 @@ private:
 
 void Layout::addStatement(int line, const QJsonObject& statement) {
     const QString type = statement.value(QLatin1String("type")).toString();
-    const bool executed = mendo::toBool(statement.value(QLatin1String("execute")).toVariant(), false);
+    const bool executed = mendo::toBool(statement.value(QLatin1String("execute")).toVariant(), true);
     PathMove move;
     move.line = line;
     move.weld = weld_;

@@ -1,5 +1,7 @@
 #include "app/path/polyline.h"
 
+#include "geometry/circlefault.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -115,6 +117,9 @@ std::optional<Polyline> arcThrough(const Place& start, const Place& aux, const P
 }
 
 std::optional<Polyline> circleThrough(const Place& start, const Place& p1, const Place& p2) {
+    const auto exact = [](const Place& place) { return prog::Position{place.x, place.y, place.z}; };
+    if (prog::circleFault(exact(start), exact(p1), exact(p2)) != prog::CircleFault::None)
+        return std::nullopt;
     const auto found = circle(start, p1, p2);
     return found ? std::make_optional(found->arc(2 * kPi)) : std::nullopt;
 }

@@ -30,7 +30,7 @@ Polyline cut(const Polyline& line, double from, double to);
 /// The arc from `start` through `aux` to `end`; nothing where two of them are one place or all are on
 /// one line, as the controller judges it.
 std::optional<Polyline> arcThrough(const Place& start, const Place& aux, const Place& end);
-/// The whole circle from `start` through p1 and p2 back to `start`.
+/// The whole circle from `start` through p1 and p2 back to `start`; nothing where a run refuses it.
 std::optional<Polyline> circleThrough(const Place& start, const Place& p1, const Place& p2);
 
 /// The corner between two ways, cut `radius` before the end of the first one and behind the start of

@@ -17,7 +17,7 @@ class QLineEdit;
 class BatchDialog : public WatchedLineDialog {
     Q_OBJECT
 public:
-    /// Sets the field of those chosen statements that have it. An empty line stores 0.
+    /// Sets the field of those chosen statements that have it. An empty line, where OK is offered, stores 0.
     void save();
 
 protected:

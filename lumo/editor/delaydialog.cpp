@@ -11,7 +11,7 @@ DelayDialog::DelayDialog(ModuleObject* statement, QWidget* parent)
     watch(ui_->lineEdit);
     allowOnlyDigits(ui_->lineEdit);
     ui_->lineEdit->setText(statement->r(lumo::field::delaytime)->getString());
-    requireText();
+    require(isSomeText);
 }
 
 DelayDialog::~DelayDialog() = default;

@@ -26,6 +26,14 @@ QValidator::State SpeedValidator::validate(QString& input, int&) const {
     return input.size() <= maxDigits && input.toInt() <= top() ? Acceptable : Invalid;
 }
 
+bool isSpeed(const QString& text) {
+    return text.toDouble() > 0;
+}
+
+bool isSomeText(const QString& text) {
+    return !text.isEmpty();
+}
+
 void allowOnlyDigits(QLineEdit* line) {
     line->setMaxLength(maxDigits);
     line->setValidator(new QRegularExpressionValidator(QRegularExpression(QStringLiteral("[0-9]+$")), line));

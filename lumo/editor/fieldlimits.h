@@ -13,6 +13,10 @@ public:
     State validate(QString& input, int& position) const override;
 };
 
+/// Whether a text is the speed of a move or a weld: more than 0.
+[[nodiscard]] bool isSpeed(const QString& text);
+[[nodiscard]] bool isSomeText(const QString& text);
+
 /// Lets only digits be typed.
 void allowOnlyDigits(QLineEdit* line);
 

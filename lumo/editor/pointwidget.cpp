@@ -62,11 +62,18 @@ PointWidget::~PointWidget() {
 void PointWidget::connectControls() {
     connect(ui_->okayBtn, &QPushButton::clicked, this, &PointWidget::confirm);
     connect(ui_->cancelBtn, &QPushButton::clicked, this, &PointWidget::cancelBtnClicked);
+    connect(ui_->lineEditSpeed, &QLineEdit::textChanged, this, &PointWidget::refreshOk);
+    refreshOk();
     connect(ui_->updateBtn1, &QPushButton::clicked, this, &PointWidget::teachFirst);
     connect(ui_->updateBtn2, &QPushButton::clicked, this, &PointWidget::teachSecond);
     connect(m(mName(key::keypad, QStringLiteral("center.clicked"))), &ModuleObject::changed, ui_->okayBtn,
             &QPushButton::click);
     followDragKeys(this);
+}
+
+/// Without a speed the robot would never arrive.
+void PointWidget::refreshOk() {
+    ui_->okayBtn->setEnabled(isSpeed(ui_->lineEditSpeed->text()));
 }
 
 void PointWidget::refreshUIWithType() {

@@ -20,7 +20,8 @@ class PointWidget;
 ///
 /// The statement keeps metres and radians, the page shows millimetres and degrees with six digits. A
 /// field whose text still says what is stored is not written back, so that it keeps its full
-/// precision. A statement that leaves its program while the page is open is not written any more.
+/// precision. OK is offered while there is a speed. A statement that leaves its program while the page is
+/// open is not written any more.
 class PointWidget final : public QWidget {
     Q_OBJECT
 public:
@@ -63,6 +64,7 @@ private:
     void storePoint(ModuleObject* point, const Coordinates& coordinates);
     void storeNumber(QLatin1String name, const QLineEdit* line);
     void connectControls();
+    void refreshOk();
     void teachFirst();
     void teachSecond();
     void confirm();

@@ -7,7 +7,6 @@
 #include "module/keys.h"
 
 #include <QHeaderView>
-#include <QLabel>
 #include <QResizeEvent>
 #include <QScrollBar>
 #include <QSignalBlocker>
@@ -18,9 +17,6 @@ using namespace lumo;
 
 namespace {
 
-/// Rows below get their label only when the marker comes, and so many of them keep it: an empty label
-/// shows nothing, and the view moves each one of them whenever it scrolls.
-constexpr int labelledRows = 50;
 constexpr int widestNote = 200;
 /// What notes have before they push the details together.
 constexpr int usualNote = 90;
@@ -28,7 +24,6 @@ constexpr int leastDetails = 180;
 /// What the details have before the notes get more than their caption needs.
 constexpr int usualDetails = 320;
 constexpr int mostDetails = 520;
-constexpr int markerPointSize = 15;
 /// How long the width of a column has to rest before all rows are sized for it.
 constexpr int restMs = 200;
 
@@ -158,14 +153,14 @@ void ProgramTable::changeStatement(int row) {
     emit programShown();
 }
 
-void ProgramTable::changeStatements(const QString& havingField) {
+void ProgramTable::changeStatements() {
     const QList<ModuleObject*> statements = program()->cmobjs();
     for (int row = 0; row < std::min(rowCount(), statements.size()); ++row) {
-        const bool asked = havingField.isEmpty() || statements.at(row)->hasCmobj(havingField);
-        if (asked && showsOtherThan(row, statements.at(row))) {
+        if (showsOtherThan(row, statements.at(row))) {
             drawTexts(row, statements.at(row));
             resizeRowToContents(row);
         }
+        drawRunFlag(row, statements.at(row));
     }
     emit programShown();
 }
@@ -183,9 +178,6 @@ void ProgramTable::showRunFlag(int row) {
 }
 
 void ProgramTable::createCells(int row) {
-    if (row < labelledRows && !cellWidget(row, MarkerColumn)) {
-        setCellWidget(row, MarkerColumn, new QLabel);
-    }
     for (int column = 0; column < columnCount(); ++column) {
         if (!item(row, column)) {
             setItem(row, column, new QTableWidgetItem);
@@ -299,46 +291,13 @@ void ProgramTable::selectOnly(int row) {
     }
 }
 
-QLabel* ProgramTable::markerLabel(int row) const {
-    return qobject_cast<QLabel*>(cellWidget(row, MarkerColumn));
-}
-
 void ProgramTable::setMarker(int row) {
-    clearMarker();
-    if (row < 0 || row >= rowCount()) {
-        return;
-    }
-    if (!markerLabel(row)) {
-        labelRow(row);
-    }
-    QLabel* const label = markerLabel(row);
-    label->setAlignment(Qt::AlignCenter);
-    QFont font = label->font();
-    font.setPointSize(markerPointSize);
-    label->setFont(font);
-    label->setStyleSheet(QStringLiteral("background-color: rgb(0, 255, 0);"));
-    label->setText(QStringLiteral("-->"));
-    marker_ = model()->index(row, MarkerColumn);
-}
-
-void ProgramTable::labelRow(int row) {
-    setCellWidget(row, MarkerColumn, new QLabel);
-    visited_.append(QPersistentModelIndex(model()->index(row, MarkerColumn)));
-    if (visited_.size() <= labelledRows) {
-        return;
-    }
-    const QPersistentModelIndex oldest = visited_.takeFirst();
-    if (oldest.isValid()) {
-        markerLabel(oldest.row())->hide();  // removing it deletes it later: after a run that waits here
-        removeCellWidget(oldest.row(), MarkerColumn);
-    }
-}
-
-void ProgramTable::clearMarker() {
-    if (QLabel* const label = marker_.isValid() ? markerLabel(marker_.row()) : nullptr) {
-        label->clear();
-        label->setStyleSheet(QString());
-        label->setFont(QFont());
+    if (marker_.isValid()) {
+        drawCell(marker_.row(), MarkerColumn, QString());
     }
     marker_ = QPersistentModelIndex();
+    if (row >= 0 && row < rowCount()) {
+        drawCell(row, MarkerColumn, QStringLiteral("-->"));
+        marker_ = model()->index(row, MarkerColumn);
+    }
 }

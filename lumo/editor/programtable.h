@@ -5,9 +5,6 @@
 #include <QPersistentModelIndex>
 #include <QTableWidget>
 #include <QTimer>
-#include <QVector>
-
-class QLabel;
 
 /// The table of the program: one row a statement, following the notifications of `lumo.program`.
 ///
@@ -28,8 +25,8 @@ public:
     void delStatement(int row);
     /// Shows a statement's present texts. A row that does not exist is passed over.
     void changeStatement(int row);
-    /// Shows the present texts of every statement, or of those that have a field.
-    void changeStatements(const QString& havingField = QString());
+    /// Shows the present texts of every statement.
+    void changeStatements();
     /// Shows whether a statement is executed, also where it has nothing else to show.
     void showRunFlag(int row);
     /// Moves a statement of the program and redraws the rows between, instead of all.
@@ -41,8 +38,8 @@ public:
     [[nodiscard]] QList<QModelIndex> selectedRows() const;
     /// Selects the row and nothing else. A row that does not exist leaves the selection as it is.
     void selectOnly(int row);
-    /// Draws the running-line marker in a row and in no other; none when there is no such row. Costs
-    /// the same in a short and a long program.
+    /// Gives the cell of the running-line marker its text in a row and in no other; none when there is no
+    /// such row. Costs the same in a short and a long program.
     void setMarker(int row);
 
 signals:
@@ -68,12 +65,8 @@ private:
     void fitColumns();
     [[nodiscard]] int captionWidth(Column column) const;
     [[nodiscard]] int runFlagWidth() const;
-    [[nodiscard]] QLabel* markerLabel(int row) const;
-    void labelRow(int row);
-    void clearMarker();
 
     QPersistentModelIndex marker_;
-    QVector<QPersistentModelIndex> visited_;  ///< rows that got their label from the marker
     QTimer sizeRows_;
     bool hasPlace_ = false;  ///< it was laid out, its width is known
     bool moving_ = false;

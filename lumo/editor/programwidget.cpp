@@ -138,6 +138,7 @@ void ProgramWidget::connectRunControls() {
     connect(ui_->btnPause, &QToolButton::clicked, run_, &RunControls::pause);
     connect(ui_->btnReset, &QToolButton::clicked, run_, &RunControls::reset);
     connect(run_, &RunControls::aboutToRun, this, &ProgramWidget::updateUItoolwobj);
+    connect(run_, &RunControls::saved, stored_, &StoredState::saved);
     connect(m(key::executeState), &ModuleObject::changed, this, &ProgramWidget::onState);
     if (executor) {
         connect(executor, &LumoExecutor::activityChanged, this, &ProgramWidget::onActivity);
@@ -199,6 +200,10 @@ void ProgramWidget::setProjectPath(const QString& path) {
 
 void ProgramWidget::checkStored() {
     stored_->check();
+}
+
+void ProgramWidget::toolsetChanged() {
+    stored_->touch();
 }
 
 void ProgramWidget::showFromTheTop() {
@@ -398,8 +403,8 @@ void ProgramWidget::showStored() {
 
 void ProgramWidget::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
-    // These rows show values of parameter sets and ports, which other pages change.
-    ui_->tableWidget->changeStatements(field::index);
+    // Other pages change what rows show: values of parameter sets and ports, and points, at once.
+    ui_->tableWidget->changeStatements();
     stored_->touch();
 }
 

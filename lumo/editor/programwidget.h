@@ -40,6 +40,8 @@ public:
     void setProjectPath(const QString& path);
     /// Compares the program with its file now: call it when the project was opened or saved.
     void checkStored();
+    /// The tool set in force may have changed.
+    void toolsetChanged();
     /// Selects the first line, without the marker of what ran before: another program has come.
     void showFromTheTop();
 

@@ -3,10 +3,13 @@
 #include "editor/programtable.h"
 
 #include <QFontMetricsF>
+#include <QPainter>
 
 namespace {
 
 constexpr int air = 6;
+constexpr QRgb markerColour = qRgb(0, 255, 0);
+constexpr int markerPointSize = 15;
 /// More texts of different shapes than this are not kept.
 constexpr int mostShapes = 2000;
 
@@ -55,6 +58,23 @@ RowDelegate::Known& RowDelegate::known(const QStyleOptionViewItem& option, int c
         known.sizes.clear();
     }
     return known;
+}
+
+void RowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
+                        const QModelIndex& index) const {
+    const QString marker = index.column() == ProgramTable::MarkerColumn ? index.data().toString() : QString();
+    if (marker.isEmpty()) {
+        QStyledItemDelegate::paint(painter, option, index);
+        return;
+    }
+    painter->save();
+    painter->fillRect(option.rect, QColor(markerColour));
+    QFont font = option.font;
+    font.setPointSize(markerPointSize);
+    painter->setFont(font);
+    painter->setPen(Qt::black);
+    painter->drawText(option.rect, Qt::AlignCenter, marker);
+    painter->restore();
 }
 
 QSize RowDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const {

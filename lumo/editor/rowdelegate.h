@@ -4,6 +4,8 @@
 #include <QHash>
 #include <QStyledItemDelegate>
 
+/// Draws the running-line marker, on green over the whole of its cell, also of a selected one.
+///
 /// Gives the rows of the program their heights: measures only the cells that can need more than the least
 /// height of a row, and leaves some air around their lines. Without it the last line would be cut off where
 /// lines in several scripts, and so of several heights, meet in one cell.
@@ -15,6 +17,8 @@ class RowDelegate : public QStyledItemDelegate {
 public:
     using QStyledItemDelegate::QStyledItemDelegate;
 
+    void paint(QPainter* painter, const QStyleOptionViewItem& option,
+               const QModelIndex& index) const override;
     QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
 
 private:

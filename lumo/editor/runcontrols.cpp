@@ -42,35 +42,52 @@ bool RunControls::refusedForPairs() const {
     return true;
 }
 
-void RunControls::start() {
+void RunControls::later(Deed deed) {
+    if (deeds_.contains(deed)) {
+        return;
+    }
+    deeds_.append(deed);
+    const auto perform = [this, deed] {
+        deeds_.removeOne(deed);
+        (this->*deed)();
+    };
+    QMetaObject::invokeMethod(this, perform, Qt::QueuedConnection);
+}
+
+void RunControls::startNow() {
+    if (question_ && question_->isVisible()) {
+        return;
+    }
     if (isIdle()) {
         if (refusedForPairs()) {
             return;
         }
         const int row = table_->selectedRow();
         if (row >= 0 && row != m(key::currentLine)->getInt()) {
-            askToJump();
+            askedFor_ = ProgramTable::program()->c(row);
+            ask(ProgramWidget::tr("选中行警告"), ProgramWidget::tr("是否跳转到当前行并开始执行!"),
+                &RunControls::jumpNow);
             return;
         }
     }
     run();
 }
 
-void RunControls::askToJump() {
-    if (question_) {
-        return;
-    }
+void RunControls::ask(const QString& title, const QString& text, Deed yes) {
     const QStackedWidget* const center = instantiatedCenterWidget();
-    auto* const box =
-        new QMessageBox(QMessageBox::Question, ProgramWidget::tr("选中行警告"),
-                        ProgramWidget::tr("是否跳转到当前行并开始执行!"), QMessageBox::Yes | QMessageBox::No,
-                        center && center->currentWidget() ? center->currentWidget() : page_);
+    auto* const box = new QMessageBox(QMessageBox::Question, title, text, QMessageBox::Yes | QMessageBox::No,
+                                      center && center->currentWidget() ? center->currentWidget() : page_);
     box->button(QMessageBox::Yes)->setText(ProgramWidget::tr("是"));
     box->button(QMessageBox::No)->setText(ProgramWidget::tr("否"));
+    box->setDefaultButton(QMessageBox::No);
     box->setAttribute(Qt::WA_DeleteOnClose);
     question_ = box;
-    connect(box, &QDialog::finished, this, [this](int answer) { jumpAnswered(answer == QMessageBox::Yes); });
-    // The row that was asked about would be another statement's.
+    connect(box, &QDialog::finished, this, [this, yes](int answer) {
+        if (answer == QMessageBox::Yes) {
+            later(yes);
+        }
+    });
+    // It would be a question about another program.
     for (const auto change : {&ModuleObject::added, &ModuleObject::removed}) {
         connect(ProgramTable::program(), change, box, &QDialog::reject);
     }
@@ -78,13 +95,11 @@ void RunControls::askToJump() {
     box->open();
 }
 
-void RunControls::jumpAnswered(bool yes) {
-    if (!yes) {
-        return;
-    }
+void RunControls::jumpNow() {
     if (isIdle()) {
         const int row = table_->selectedRow();
-        if (row < 0 || refusedForPairs()) {
+        // The program may have changed since the answer.
+        if (row < 0 || ProgramTable::program()->c(row) != askedFor_ || refusedForPairs()) {
             return;
         }
         m(key::weldOpen)->setValue(page_, false);
@@ -95,8 +110,8 @@ void RunControls::jumpAnswered(bool yes) {
 
 void RunControls::run() {
     if (isIdle()) {
-        if (!filePath_.isEmpty()) {
-            saveProject(filePath_);
+        if (!filePath_.isEmpty() && saveProject(filePath_)) {
+            emit saved();
         }
         hand_or_signalbing = handRun;
         emit aboutToRun();
@@ -105,7 +120,7 @@ void RunControls::run() {
     m(key::triggerStart)->setValue(page_, m(key::currentLine)->getInt());
 }
 
-void RunControls::moveToPoint() {
+void RunControls::moveNow() {
     if (isIdle()) {
         hand_or_signalbing = singleStep;
         emit aboutToRun();
@@ -114,7 +129,7 @@ void RunControls::moveToPoint() {
     m(key::triggerOnce)->setValue(page_, table_->selectedRow());
 }
 
-void RunControls::pause() {
+void RunControls::pauseNow() {
     m(key::triggerPause)->trigger();
 }
 

@@ -31,7 +31,7 @@ void SelectParamDialog::setbeginOrparam(int mode) {
     if (mode == 1) {
         ui_->label->hide();
         ui_->lineEdit->setText(statement_ ? statement_->r(field::weldspeed)->getString() : QString());
-        requireText();
+        require(isSpeed);
     } else if (mode == 0) {
         ui_->label_2->hide();
         ui_->label_3->hide();

@@ -20,7 +20,7 @@ public:
     ~SelectParamDialog() override;
 
     /// 1: the form of a start of welding, with the statement's weld speed; OK is disabled while that
-    /// is empty. 0: the form of a change of parameters. Anything else changes nothing.
+    /// is empty or 0. 0: the form of a change of parameters. Anything else changes nothing.
     void setbeginOrparam(int mode);
     /// Position of the chosen set in the list of sets; -1 when none is chosen.
     [[nodiscard]] int index() const;

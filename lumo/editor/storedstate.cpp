@@ -52,6 +52,16 @@ void StoredState::check() {
         stored =
             tree.statements == file_.statements && (file_.toolset.isEmpty() || tree.toolset == file_.toolset);
     }
+    setStored(stored);
+}
+
+void StoredState::saved() {
+    rest_.stop();
+    fileTime_ = QDateTime();
+    setStored(true);
+}
+
+void StoredState::setStored(bool stored) {
     if (stored != isStored_) {
         isStored_ = stored;
         emit changed();

@@ -25,6 +25,8 @@ public:
     void touch();
     /// Compares now.
     void check();
+    /// The program was just saved as the project file. Without comparing: a run is about to begin.
+    void saved();
 
 signals:
     void changed();
@@ -35,6 +37,7 @@ private:
         QByteArray statements;
         QByteArray toolset;
     };
+    void setStored(bool stored);
     void readFile();
     [[nodiscard]] static Digest digest(const QJsonValue& document);
 

@@ -1,5 +1,6 @@
 #include "editor/updatespeeddialog.h"
 
+#include "editor/fieldlimits.h"
 #include "module/keys.h"
 #include "ui_updatespeeddialog.h"
 
@@ -8,6 +9,7 @@ UpdateSpeedDialog::UpdateSpeedDialog(ModuleObject* program, const QList<QModelIn
     ui_->setupUi(this);
     setUpButtons(ui_->buttonBox, tr("确定"), tr("取消"));
     build(ui_->lineEdit);
+    require(isSpeed);
 }
 
 UpdateSpeedDialog::~UpdateSpeedDialog() = default;

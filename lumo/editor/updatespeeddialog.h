@@ -8,7 +8,7 @@ namespace Ui {
 class UpdateSpeedDialog;
 }
 
-/// One speed for the chosen moves of a program, in mm/s and without an upper limit.
+/// One speed for the chosen moves of a program, in mm/s: more than 0, without an upper limit.
 class UpdateSpeedDialog final : public BatchDialog {
     Q_OBJECT
 public:

@@ -18,14 +18,14 @@ void WatchedLineDialog::watch(QLineEdit* line) {
     connect(this, &WatchedLineDialog::lineeditclicked, line, &QWidget::activateWindow);
 }
 
-void WatchedLineDialog::requireText() {
-    requiresText_ = true;
+void WatchedLineDialog::require(bool (*passes)(const QString& text)) {
+    passes_ = passes;
     connect(line_, &QLineEdit::textChanged, this, &WatchedLineDialog::refreshOk, Qt::UniqueConnection);
     refreshOk();
 }
 
 bool WatchedLineDialog::canAccept() const {
-    return !requiresText_ || !line_->text().isEmpty();
+    return !passes_ || passes_(line_->text());
 }
 
 void WatchedLineDialog::refreshOk() {

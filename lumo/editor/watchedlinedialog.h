@@ -24,8 +24,8 @@ protected:
 
     /// The line is the form's; call it once, when the form is built.
     void watch(QLineEdit* line);
-    /// OK is enabled only while something is in the line.
-    void requireText();
+    /// OK is enabled only while the line's text passes the test.
+    void require(bool (*passes)(const QString& text));
     /// Whether OK is to be offered as things are.
     [[nodiscard]] virtual bool canAccept() const;
     /// Offers OK, or does not: call it when what canAccept() looks at has changed.
@@ -34,5 +34,5 @@ protected:
 
 private:
     QLineEdit* line_ = nullptr;
-    bool requiresText_ = false;
+    bool (*passes_)(const QString& text) = nullptr;
 };

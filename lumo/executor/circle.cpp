@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <limits>
 
 namespace {
 
@@ -16,24 +15,12 @@ constexpr double turn = 2 * pi;
 /// wrong way.
 constexpr double rotationTolerance = 0.001;
 
-/// Points nearer than this are one point: no robot repeats a position better. Metres.
-constexpr double samePoint = 1e-5;
-
 struct Vector {
     double x = 0.0, y = 0.0, z = 0.0;
 
     QVector3D single() const { return {float(x), float(y), float(z)}; }
-    double length() const { return std::sqrt(x * x + y * y + z * z); }
-    double largest() const { return std::max({std::abs(x), std::abs(y), std::abs(z)}); }
+    prog::Position exact() const { return {x, y, z}; }
 };
-
-Vector operator-(const Vector& a, const Vector& b) {
-    return {a.x - b.x, a.y - b.y, a.z - b.z};
-}
-
-Vector cross(const Vector& a, const Vector& b) {
-    return {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x};
-}
 
 Vector position(const ModuleObject* point) {
     const ModuleObject* trans = point->c(lumo::field::trans);
@@ -165,20 +152,5 @@ QVector3D calcRotation(const QVector3D& v, const QVector3D& axis, double theta) 
 }
 
 CircleFault circleFault(const ModuleObject* s, const ModuleObject* p1, const ModuleObject* p2) {
-    const Vector a = position(s), b = position(p1), c = position(p2);
-    const std::array<double, 3> sides{(b - a).length(), (c - b).length(), (a - c).length()};
-    const auto [shortest, longest] = std::minmax_element(sides.begin(), sides.end());
-    if (*shortest < samePoint) {
-        return CircleFault::Coincident;
-    }
-    const double doubleArea = cross(b - a, c - a).length();
-    const double height = doubleArea / *longest;
-    const double radius = sides[0] * sides[1] * sides[2] / (2 * doubleArea);
-    // Single precision tilts the plane about the points' longest side, which moves the far side of
-    // the circle most. Beyond half the tolerance of the rotation the arcs could run backwards. The
-    // comparison is false for points on one line, whose radius is infinite or not a number.
-    const double reach = std::max({a.largest(), b.largest(), c.largest(), radius});
-    const double rounding = reach * double(std::numeric_limits<float>::epsilon());
-    const double error = rounding * 2 * radius / height;
-    return error < rotationTolerance / 2 ? CircleFault::None : CircleFault::Collinear;
+    return prog::circleFault(position(s).exact(), position(p1).exact(), position(p2).exact());
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "geometry/circlefault.h"
 #include "module/host.h"
 
 #include <QVector3D>
@@ -19,9 +20,7 @@ double calcTheta(const QVector3D& a, const QVector3D& b, const QVector3D& axis);
 /// v turned by theta about the unit vector `axis` (Rodrigues' rotation formula).
 QVector3D calcRotation(const QVector3D& v, const QVector3D& axis, double theta);
 
-/// Why no circle goes through three points.
-enum class CircleFault { None, Coincident, Collinear };
+using prog::CircleFault;
 
-/// Whether a circle goes through the three points (nodes with `trans`, metres). Judged in double
-/// precision against the single precision that the midpoints are computed in.
+/// `prog::circleFault` of nodes with `trans` in metres.
 CircleFault circleFault(const ModuleObject* s, const ModuleObject* p1, const ModuleObject* p2);

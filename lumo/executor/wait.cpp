@@ -1,5 +1,9 @@
 #include "executor/wait.h"
 
+#include "module/qtloops.h"
+
+#include <QThread>
+
 namespace {
 
 /// Exit code of a loop that its own wait has ended. The application's quit ends every loop with another
@@ -50,6 +54,7 @@ WaitEnd Waiter::run(WaitKind kind, const QString& detail, qint64 dueMs) {
     ended_ = false;
     kind_ = kind;
     reason_ = WaitEnd::Quit;
+    first_ = waits_.size();
     const int wake = dueMs < 0 ? 0 : schedule_.wakeAt(dueMs, [this] { end(WaitEnd::Time); });
     push(kind, detail, dueMs);
     if (!ended_) {
@@ -72,9 +77,10 @@ WaitEnd Waiter::runPrivate(WaitKind kind, const QString& detail, qint64 dueMs) {
     QEventLoop loop;
     WaitEnd reason = WaitEnd::Quit;
     bool entered = false;
-    const int wake = schedule_.wakeAt(dueMs, [&loop, &reason, &entered] {
+    const int wake = schedule_.wakeAt(dueMs, [this, &loop, &reason, &entered, wait = waits_.size()] {
         reason = WaitEnd::Time;
         exitOwn(&loop, entered);
+        endLoopsAbove(wait);
     });
     push(kind, detail, dueMs);
     if (reason != WaitEnd::Time) {
@@ -96,6 +102,18 @@ void Waiter::end(WaitEnd reason, int code) {
     reason_ = reason;
     code_ = code;
     exitOwn(&loop_, entered_);
+    endLoopsAbove(first_);
+}
+
+/// What Qt has opened above a wait, in a loop of its own, would keep it from returning, with the laser on.
+void Waiter::endLoopsAbove(std::size_t wait) const {
+    if (wait >= waits_.size()) {
+        return;
+    }
+    const int waitsAbove = static_cast<int>(waits_.size() - wait) - 1;
+    if (QThread::currentThread()->loopLevel() > waits_[wait].loopLevel + waitsAbove) {
+        lumo::endLoopsOfQt();
+    }
 }
 
 QVariantMap Waiter::waiting() const {
@@ -110,7 +128,8 @@ QVariantMap Waiter::waiting() const {
 }
 
 void Waiter::push(WaitKind kind, const QString& detail, qint64 dueMs) {
-    waits_.push_back({kind, detail, mendo::Clock::current().elapsedMs(), dueMs});
+    const int level = QThread::currentThread()->loopLevel() + 1;
+    waits_.push_back({kind, detail, mendo::Clock::current().elapsedMs(), dueMs, level});
     emit waitingChanged();
 }
 

@@ -62,14 +62,17 @@ private:
         QString detail;
         qint64 sinceMs;
         qint64 dueMs;
+        int loopLevel;  ///< of its loop among those of the thread
     };
 
+    void endLoopsAbove(std::size_t wait) const;
     void push(WaitKind kind, const QString& detail, qint64 dueMs);
     void pop();
 
     QEventLoop& loop_;
     Schedule& schedule_;
     std::vector<Info> waits_;
+    std::size_t first_ = 0;  ///< which of them is that on the loop
     bool onStack_ = false;
     bool ended_ = false;
     bool entered_ = false;  ///< the loop runs, or was told to end

@@ -317,10 +317,24 @@ void LumoWidget::getToolsAndWobjs(QComboBox* combo, bool isTool) {
 }
 
 void LumoWidget::connectToolset() {
-    connect(ui_->toolCmb, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
-            [this] { lumo::applyToolsetSelector(this, ui_->toolCmb, true); });
-    connect(ui_->wobjCmb, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
-            [this] { lumo::applyToolsetSelector(this, ui_->wobjCmb, false); });
+    for (QComboBox* const combo : {ui_->toolCmb, ui_->wobjCmb}) {
+        connect(combo, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
+                [this, combo] { applySelector(combo); });
+    }
+    connect(m(lumo::key::executeState), &ModuleObject::changed, this, &LumoWidget::lockSelectors);
+    lockSelectors();
+}
+
+void LumoWidget::applySelector(const QComboBox* combo) {
+    lumo::applyToolsetSelector(this, combo, combo == ui_->toolCmb);
+    editor_->toolsetChanged();
+}
+
+/// A run goes on with the tool and the work object that it began with.
+void LumoWidget::lockSelectors() {
+    const bool running = m(lumo::key::executeState)->getString() != lumo::word::idle;
+    ui_->toolCmb->setDisabled(running);
+    ui_->wobjCmb->setDisabled(running);
 }
 
 void LumoWidget::reapplyToolset() {

@@ -75,6 +75,8 @@ private:
     void showProjectName();
 
     void connectToolset();
+    void applySelector(const QComboBox* combo);
+    void lockSelectors();
     void reapplyToolset();
     void selectLoadedToolset();
 

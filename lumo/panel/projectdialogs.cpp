@@ -25,6 +25,7 @@ QFileDialog* makeProjectDialog(QWidget* parent) {
     auto* dialog =
         new QFileDialog(parent, LumoWidget::tr("打开工程"), QDir::currentPath(), QStringLiteral("*.json"));
     dialog->setOption(QFileDialog::DontUseNativeDialog);
+    dialog->setOption(QFileDialog::ReadOnly);  // it neither deletes nor renames
     dialog->setAcceptMode(QFileDialog::AcceptOpen);
     dialog->setFileMode(QFileDialog::AnyFile);
     dialog->setDefaultSuffix(QStringLiteral("json"));
@@ -105,11 +106,9 @@ void ProjectDialogs::nameAnswered(const Purpose& purpose, bool ok) {
 
 void ProjectDialogs::createProject(const QString& name) {
     const QString path = projectFileName(name);
-    if (!writeProject(path, QJsonArray())) {
-        return;
+    if (writeProject(path, QJsonArray())) {
+        loadFile(path);
     }
-    emit projectChosen(path);
-    loadFile(path);
 }
 
 void ProjectDialogs::copyProject(const QString& name) {
@@ -130,24 +129,22 @@ void ProjectDialogs::openProject() {
 void ProjectDialogs::fileSelected(const QString& path) {
     fileDialog_->disconnect(this);
     logW() << "LumoWidget::LumoWidget QFileDialog::fileSelected filename =" << path;
-    if (path.isEmpty() || refusedWhileRunning()) {
-        return;
+    if (!path.isEmpty() && !refusedWhileRunning()) {
+        loadFile(path);
     }
-    if (isSettingsFile(path)) {
-        emit m()->fileProblem(path, 0, 0, QStringLiteral("the file holds settings, no project"));
+}
+
+/// A file that does not read, which the reading reports, leaves everything as it was.
+void ProjectDialogs::loadFile(const QString& path) {
+    const std::optional<Project> project = readProject(path);
+    if (!project) {
         return;
     }
     emit projectChosen(path);
-    loadFile(path);
-}
-
-/// A file that does not read leaves an empty program behind, and the tool set as it was.
-void ProjectDialogs::loadFile(const QString& path) {
-    const Project project = readProject(path).value_or(Project());
-    loadProject(this, project);
+    loadProject(this, *project);
     resetResumeData(this);
     emit projectLoaded();
-    if (!project.toolset.isEmpty()) {
+    if (!project->toolset.isEmpty()) {
         emit toolsetLoaded();
     }
 }

@@ -15,14 +15,14 @@ class QWidget;
 namespace lumo {
 
 /// Qt's own dialog that asks for a project, for a finger: a list of names, and the two places where
-/// projects are. Shown with `open()`.
+/// projects are. It changes no files. Shown with `open()`.
 [[nodiscard]] QFileDialog* makeProjectDialog(QWidget* parent);
 
 /// The work behind the four project buttons: asks for a name or a file, then creates, opens, saves or
 /// copies a project.
 ///
 /// New and Open are refused while a program runs, and asked again when the dialog answers. What goes
-/// wrong with a file is reported by the host's file service.
+/// wrong with a file is reported by the host's file service, and changes nothing.
 class ProjectDialogs : public QObject {
     Q_OBJECT
 public:

@@ -20,28 +20,15 @@ namespace lumo {
 namespace {
 
 constexpr QLatin1String fileEnding = ".json"_l1;
-
-constexpr QLatin1String statementTypes[] = {
-    statement::moveJ, statement::moveL, statement::moveC,  statement::moveCC, statement::open,
-    statement::close, statement::param, statement::waitDI, statement::setDO,  statement::delay};
+constexpr QLatin1String noProject = "the file holds no project"_l1;
 
 void report(const QString& path, const QString& reason, const TextPlace& place = {}) {
     emit m()->fileProblem(path, place.line, place.column, reason);
 }
 
 bool isToolset(const QJsonValue& element) {
-    return element.toObject().contains(field::end);
-}
-
-/// Stricter than what is loaded: other lists, such as the parameter sets, are no project.
-bool isProject(const QJsonValue& content) {
-    if (!content.isArray()) {
-        return false;
-    }
-    const QJsonArray elements = content.toArray();
-    return std::all_of(elements.begin(), elements.end(), [](const QJsonValue& element) {
-        return isToolset(element) || !element.toObject().value(field::type).toString().isEmpty();
-    });
+    const QJsonObject object = element.toObject();
+    return object.contains(field::end) || (object.contains(field::ref) && !object.contains(field::type));
 }
 
 QString typeOf(const QJsonValue& statement) {
@@ -50,8 +37,30 @@ QString typeOf(const QJsonValue& statement) {
 
 bool isStatement(const QJsonValue& element) {
     const QString type = typeOf(element);
-    return std::any_of(std::begin(statementTypes), std::end(statementTypes),
+    return std::any_of(std::begin(statement::types), std::end(statement::types),
                        [&type](QLatin1String known) { return type == known; });
+}
+
+bool isProject(const QJsonValue& content) {
+    return projectFrom(content).has_value();
+}
+
+/// With a part missing its selector would have nothing to write to.
+QJsonObject completed(QJsonObject toolset) {
+    for (const QLatin1String part : {field::end, field::ref}) {
+        if (!toolset.value(part).isObject()) {
+            toolset.insert(part, m(key::defaultToolset)->c(part)->exportToJson());
+        }
+    }
+    return toolset;
+}
+
+/// A list of something else, such as parameter sets, holds no statement at all. Single statements of unknown
+/// types are shown to the operator, and do nothing in a run.
+bool areStatements(const QJsonArray& elements) {
+    const auto isObject = [](const QJsonValue& element) { return element.isObject(); };
+    return std::all_of(elements.begin(), elements.end(), isObject) &&
+           (elements.isEmpty() || std::any_of(elements.begin(), elements.end(), isStatement));
 }
 
 /// Of a file that the file service has read before: it is a plain one.
@@ -84,27 +93,24 @@ bool isSettingsName(const QString& name) {
 }  // namespace
 
 std::optional<Project> projectFrom(const QJsonValue& content) {
-    if (!content.isArray()) {
-        return std::nullopt;
-    }
     Project project;
     project.statements = content.toArray();
-    const auto isObject = [](const QJsonValue& element) { return element.isObject(); };
-    if (!std::all_of(project.statements.begin(), project.statements.end(), isObject)) {
-        return std::nullopt;
-    }
     const auto toolset = std::find_if(project.statements.begin(), project.statements.end(), isToolset);
     if (toolset != project.statements.end()) {
-        project.toolset = (*toolset).toObject();
+        project.toolset = completed((*toolset).toObject());
         project.toolsetElement = int(toolset - project.statements.begin());
         project.statements.erase(toolset);
     }
-    return project;
+    return content.isArray() && areStatements(project.statements) ? std::make_optional(project) : std::nullopt;
 }
 
 std::optional<Project> readProject(const QString& path) {
     if (!QFileInfo::exists(path)) {
         report(path, QStringLiteral("there is no such file"));
+        return std::nullopt;
+    }
+    if (isSettingsFile(path)) {
+        report(path, QStringLiteral("the file holds settings, no project"));
         return std::nullopt;
     }
     const QJsonValue content = ModuleManager::readFromJson(path);
@@ -113,16 +119,12 @@ std::optional<Project> readProject(const QString& path) {
     }
     std::optional<Project> project = projectFrom(content);
     if (!project) {
-        report(path, QStringLiteral("the file holds no project"));
+        report(path, noProject);
     }
     return project;
 }
 
 std::optional<Project> readStationProject(const QString& path) {
-    if (isSettingsFile(path)) {
-        report(path, QStringLiteral("the file holds settings, no project"));
-        return std::nullopt;
-    }
     std::optional<Project> project = readProject(path);
     if (!project) {
         return std::nullopt;

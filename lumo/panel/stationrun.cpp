@@ -20,16 +20,10 @@ StationRun::~StationRun() {
     sendToolset(nullptr);
 }
 
-void StationRun::useToolset(QObject* sender, QJsonObject toolset) {
-    if (toolset.isEmpty()) {
-        return;
+void StationRun::useToolset(QObject* sender, const QJsonObject& toolset) {
+    if (!toolset.isEmpty()) {
+        m(key::toolset)->loadJson(sender, toolset);
     }
-    for (const QLatin1String part : {field::end, field::ref}) {
-        if (!toolset.contains(part)) {
-            toolset[part] = m(key::defaultToolset)->c(part)->exportToJson();
-        }
-    }
-    m(key::toolset)->loadJson(sender, toolset);
 }
 
 const ModuleObject* projectToolset() {

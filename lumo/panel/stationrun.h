@@ -25,9 +25,8 @@ public:
     /// Tool and work object as they were before.
     [[nodiscard]] const ModuleObject* toolsetBefore() const { return &before_; }
 
-    /// Puts the project's tool set into `lumo.toolset`; the package's own tool or work object where it
-    /// lacks one. An empty one leaves the tree as it is.
-    static void useToolset(QObject* sender, QJsonObject toolset);
+    /// Puts the project's tool set into `lumo.toolset`. An empty one leaves the tree as it is.
+    static void useToolset(QObject* sender, const QJsonObject& toolset);
 
 private:
     static const StationRun* current_;

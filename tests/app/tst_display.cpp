@@ -63,7 +63,7 @@ QString text(const char* node) {
 
 }  // namespace
 
-/// Does the steps one after another, each when it is time. A program runs inside the click that starts it, so
+/// Does the steps one after another, each when it is time. A program runs inside the turn that starts it, so
 /// nobody who waits outside of it would see it run.
 bool AppDisplay::work(const QVector<Step>& steps) {
     int next = 0;

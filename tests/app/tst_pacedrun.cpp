@@ -130,10 +130,12 @@ void AppPacedRun::weld_keepsItsProportions() {
         if (call.name.startsWith(QLatin1String("register.")))
             note(call.name);
     });
-    QTimer::singleShot(0, &scope, [&] {
-        startMs = nowMs();
-        press("btnStart");
-    });
+    connect(m(QStringLiteral("lumo.execute.state")), &mendo::ModuleObject::changed, &scope,
+            [&](const QVariant& state) {
+                if (state == QLatin1String("busy"))
+                    startMs = nowMs();
+            });
+    QTimer::singleShot(0, &scope, [this] { press("btnStart"); });
     waitUntil([this, &log] { return log.size() >= expected_.size() && panel_->controller()->standsStill(); });
     QCOMPARE(log, expected_);
 }

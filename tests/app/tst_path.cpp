@@ -125,6 +125,12 @@ void AppPath::statements_areLaidOut_data() {
         << QStringList{"0 circle 500 0 300 > 500 0 300 628.3", "1 line 500 0 300 > 500 100 300 100.0"};
     QTest::newRow("no circle") << bend("moveCC", 0.6, 0, 0.7, 0)
                                << QStringList{"0 circle 500 0 300 > 700 0 300 200.0 !"};
+    QTest::newRow("no circle, nearly")
+        << bend("moveCC", 0.6, 0.0005, 0.7, 0) << QStringList{"0 circle 500 0 300 > 700 0 300 200.0 !"};
+    QTest::newRow("what does not say whether it is executed is")
+        << line(0.5, 0).replace(R"("execute":true,)", "") + comma +
+               plain("open").replace(R"(,"execute":true)", "") + comma + line(0.6, 0)
+        << QStringList{"0 line 500 0 300 > 500 0 300 0.0", "2 line 500 0 300 > 600 0 300 100.0 w"};
     QTest::newRow("numbers as text") << line(0.5, 0) + comma +
                                             line(0.6, 0, 20).replace("\"zone\":20", "\"zone\":\"20\"") +
                                             comma + line(0.6, 0.1)

@@ -63,7 +63,11 @@ private:
         auto* found = panel_->views()->findChild<Widget*>(text);
         return found ? found : panel_->window()->findChild<Widget*>(text);
     }
-    void click(const char* name) const { find<QAbstractButton>(name)->click(); }
+    /// With what it leaves to the event loop: a run, until it is idle.
+    void click(const char* name) const {
+        find<QAbstractButton>(name)->click();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::MetaCall);
+    }
     static void pass(qint64 ms) { sim::VirtualTime::instance()->advance(ms); }
     void settle() {
         sim::VirtualTime::instance()->advanceUntil(

@@ -56,8 +56,7 @@ bool isBelow(const QWidget* window, const QWidget* other) {
 int markersOf(const QTableWidget* table) {
     int count = 0;
     for (int row = 0; row < table->rowCount(); ++row) {
-        const auto* label = qobject_cast<QLabel*>(table->cellWidget(row, ProgramTable::MarkerColumn));
-        count += label && !label->isHidden() && label->text() == QLatin1String("-->") ? 1 : 0;
+        count += table->item(row, ProgramTable::MarkerColumn)->text() == QLatin1String("-->") ? 1 : 0;
     }
     return count;
 }

@@ -12,6 +12,7 @@
 #include "params/paramvaluesdialog.h"
 #include "support/executorbench.h"
 
+#include <QLineEdit>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -102,6 +103,9 @@ private slots:
         connect(mendo::LogHub::instance(), &mendo::LogHub::line, shown.get(),
                 [&lines](const QString& level, const QString& text) { lines << level + ' ' + text; });
         shown->open();
+        if (auto* const line = shown->findChild<QLineEdit*>(); line && line->text().isEmpty()) {
+            line->setText("5");
+        }
 
         const bool ok = way == "OK" || way == "Return";
         ways[way](shown.get());

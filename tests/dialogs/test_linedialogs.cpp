@@ -73,6 +73,8 @@ private slots:
                                     << "20" << true;
         QTest::newRow("weld speed emptied") << QByteArray("open") << QByteArray("\"20\"") << "\b"
                                             << "" << false;
+        QTest::newRow("weld speed 0") << QByteArray("open") << QByteArray("\"20\"") << "0"
+                                      << "0" << false;
         QTest::newRow("weld speed not stored") << QByteArray("open") << QByteArray("null") << ""
                                                << "" << false;
         QTest::newRow("weld speed again") << QByteArray("open") << QByteArray("null") << "3x5"
@@ -80,7 +82,9 @@ private slots:
         QTest::newRow("change of parameters") << QByteArray("param") << QByteArray("null") << ""
                                               << "" << true;
         QTest::newRow("batch speed") << QByteArray("speed") << QByteArray("null") << ""
-                                     << "" << true;
+                                     << "" << false;
+        QTest::newRow("batch speed 0") << QByteArray("speed") << QByteArray("null") << "0"
+                                       << "0" << false;
         QTest::newRow("batch speed without limit") << QByteArray("speed") << QByteArray("null") << "5000"
                                                    << "5000" << true;
         for (const auto& [typed, shown] : std::initializer_list<QPair<const char*, const char*>>{

@@ -25,6 +25,8 @@ constexpr char points[] = R"(
              "near":[0.1234567890123,-1.5,2.25,0.3333333333,-0.75,3.1,0.9876543210987],"extra":"kept"},
     "point1":{"trans":[1.0000000012,0.2,0.3],"rot":[0.1,0.2,0.3333333333333],"near":[1,2,3,4,5,6]})";
 
+constexpr char zone[] = "lineEditTurn";
+
 QByteArray move(const char* type, const QByteArray& more = "\"speed\":20,\"zone\":2,\"note\":\"corner\"") {
     QByteArray record = QByteArray("{\"type\":\"") + type + "\"," + points + "," + more + "}";
     if (type == QByteArray("moveJ") || type == QByteArray("moveL")) {
@@ -185,7 +187,6 @@ private slots:
         row("not-a-number", "moveL", "lineEditX1", "nan", "point.trans.#0", 0);
         row("infinity", "moveL", "lineEditX1", "inf", "point.trans.#0", 0);
         row("speed", "moveL", "lineEditSpeed", "75", "speed", 75);
-        row("no speed", "moveL", "lineEditSpeed", "", "speed", 0);
         row("zone", "moveL", "lineEditTurn", "5", "zone", 5);
         row("no zone", "moveL", "lineEditTurn", "7", "zone", 0);
     }
@@ -219,7 +220,7 @@ private slots:
     }
 
     void pointWithoutContent_isMade() {
-        const auto statement = test::node(R"({"type":"moveL","point":{}})");
+        const auto statement = test::node(R"({"type":"moveL","speed":20,"point":{}})");
         PointWidget page(0, statement.get(), 6);
         type(page, "lineEditZ1", "100");
         press(page, "okayBtn");
@@ -232,7 +233,6 @@ private slots:
         QTest::addColumn<QString>("typed");
         QTest::addColumn<QString>("expected");
         const QByteArray speed = "lineEditSpeed";
-        const QByteArray zone = "lineEditTurn";
         for (const auto& [field, typed, expected] :
              std::initializer_list<std::tuple<QByteArray, const char*, const char*>>{{speed, "199", "199"},
                                                                                      {speed, "200", "20"},
@@ -259,6 +259,9 @@ private slots:
         PointWidget page(0, statement.get(), 6);
         type(page, field, typed);
         QTEST(shown(page, field), "expected");
+        QCOMPARE(child(&page, "okayBtn")->isEnabled(), field == zone || typed != "0");
+        type(page, field, QString());
+        QCOMPARE(child(&page, "okayBtn")->isEnabled(), field == zone);
     }
 
     void firstUpdate_isStoredOnlyByOk_data() {

@@ -25,6 +25,7 @@ void EditorFixture::makePage() {
 
 void EditorFixture::click(const char* button) const {
     QTest::mouseClick(find<QAbstractButton>(button), Qt::LeftButton);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::MetaCall);
 }
 
 void EditorFixture::select(int row) const {
@@ -55,6 +56,7 @@ void EditorFixture::answer(bool ok) {
 
 void EditorFixture::answerBox(QMessageBox::StandardButton button) {
     QTest::mouseClick(dialog<QMessageBox>()->button(button), Qt::LeftButton);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::MetaCall);
 }
 
 QStringList EditorFixture::types() {
@@ -84,8 +86,7 @@ QVector<int> EditorFixture::selected() const {
 QVector<int> EditorFixture::marked() const {
     QVector<int> rows;
     for (int row = 0; row < table()->rowCount(); ++row) {
-        const auto* label = qobject_cast<QLabel*>(table()->cellWidget(row, ProgramTable::MarkerColumn));
-        if (label && !label->isHidden() && label->text() == QLatin1String("-->")) {
+        if (table()->item(row, ProgramTable::MarkerColumn)->text() == QLatin1String("-->")) {
             rows << row;
         }
     }

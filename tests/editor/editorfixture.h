@@ -33,7 +33,8 @@ public:
         return page->findChild<Widget*>(QString::fromLatin1(name));
     }
 
-    /// Clicks a button of the page with the mouse; a disabled one does not react.
+    /// Clicks a button of the page with the mouse, and does what that leaves to the event loop: a run, to its
+    /// end. A disabled button does not react.
     void click(const char* button) const;
     /// Clicks a row with the mouse; -1 leaves nothing selected.
     void select(int row) const;

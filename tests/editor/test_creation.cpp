@@ -1,9 +1,13 @@
 #include "editorfixture.h"
 
 #include "editor/delaydialog.h"
+#include "panel/projectfile.h"
 
 #include <QComboBox>
+#include <QJsonArray>
+#include <QJsonObject>
 #include <QLineEdit>
+#include <QProcess>
 #include <QRadioButton>
 #include <QSignalSpy>
 
@@ -180,6 +184,38 @@ private slots:
         editor_.answer(true);
         QCOMPARE(value(0, "laserPower"), QString("50"));
         QVERIFY(!line(0)->hasCmobj("weldspeed"));
+    }
+
+    /// Users check their files with it.
+    void whatTheButtonsMake_fitsTheSchema() {
+        editor_.find("btnParam")->show();
+        kordservice()
+            ->dataNode("sys.posture")
+            ->loadJson(this, QJsonObject{{"trans", QJsonArray{0.5, 0.25, 0.125}},
+                                         {"rot", QJsonArray{0, 0, 0.1}},
+                                         {"near", QJsonArray{0, 0.1, 0.2, 0.3, 0.4, 0.5}}});
+        editor_.bench.setParam("power", 49.5, 1);
+        editor_.bench.time.settle();
+        for (const char* button : {"btnMoveJ", "btnMoveL", "btnMoveCC", "btnMoveC", "btnOpenLaser",
+                                   "btnClose", "btnParam", "btnWaitDI", "btnSetDO", "btnDelay"}) {
+            editor_.click(button);
+            if (EditorFixture::dialog()) {
+                if (auto* const set = field<QComboBox>("comboBox")) {
+                    set->setCurrentText("B");
+                }
+                if (auto* const line = field<QLineEdit>("lineEdit"); line && line->isVisible()) {
+                    type("7");
+                }
+                editor_.answer(true);
+            }
+        }
+        QCOMPARE(EditorFixture::types().size(), 10);
+        QVERIFY(lumo::saveProject("made.json"));
+        QProcess check;
+        check.setProcessChannelMode(QProcess::MergedChannels);
+        check.start("/usr/bin/python3", {SCHEMA_CHECK, SCHEMAS, "made.json"});
+        QVERIFY(check.waitForFinished());
+        QVERIFY2(check.exitStatus() == QProcess::NormalExit && check.exitCode() == 0, check.readAll());
     }
 
     void emptyTemplates_areFilledByTheDialog() {

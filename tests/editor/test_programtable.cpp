@@ -170,34 +170,38 @@ private slots:
         QCOMPARE(editor_.table()->verticalScrollBar()->value(), scrolled);
     }
 
-    void marker_isInOneRowOnly_data() {
-        QTest::addColumn<int>("lines");
-        QTest::newRow("rows with a label each") << 5;
-        QTest::newRow("rows that get their label from the marker") << 400;
-    }
-
     void marker_isInOneRowOnly() {
-        QFETCH(int, lines);
+        constexpr int lines = 400;
         QJsonArray statements;
         for (int line = 0; line < lines; ++line) {
             statements.append(QJsonObject{{"type", "close"}});
         }
         EditorFixture::program()->loadJson(this, statements);
         ModuleObject* const line = m("lumo.execute.line");
-        // As in a run that waits: labels that were taken away are still to be deleted.
+        const int children = editor_.table()->findChildren<QObject*>().size();
         for (int row = 0; row < lines; ++row) {
             line->setValue(this, row);
         }
         QCOMPARE(editor_.marked(), QVector<int>{lines - 1});
-        const auto labels = editor_.table()->viewport()->findChildren<QLabel*>();
-        const int green = int(std::count_if(labels.begin(), labels.end(), [](const QLabel* label) {
-            return !label->isHidden() && !label->text().isEmpty();
-        }));
-        QCOMPARE(green, 1);
+        // Nothing of the rows before is left to be deleted when the run is over.
+        QCOMPARE(editor_.table()->findChildren<QObject*>().size(), children);
         EditorFixture::program()->remove(this, mIndex(0));
         QCOMPARE(editor_.marked(), QVector<int>{lines - 2});
         line->setValue(this, -1);
         QCOMPARE(editor_.marked(), QVector<int>());
+    }
+
+    /// Also beyond the selection's colour, in which the row is drawn.
+    void marker_isGreen() {
+        editor_.load(R"([{"type":"close"},{"type":"close"}])");
+        m("lumo.execute.line")->setValue(this, 1);
+        const auto colourOf = [this](int row) {
+            const QRect cell =
+                editor_.table()->visualItemRect(editor_.table()->item(row, ProgramTable::MarkerColumn));
+            return editor_.table()->viewport()->grab(cell).toImage().pixelColor(2, 2);
+        };
+        QCOMPARE(colourOf(1), QColor(0, 255, 0));
+        QVERIFY(colourOf(0) != QColor(0, 255, 0));
     }
 
     void pieceless_rowsKeepTheirTexts() {

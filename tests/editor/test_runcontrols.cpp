@@ -114,6 +114,8 @@ private slots:
         editor_.click("btnStart");
         editor_.click("btnStart");  // asks once
         QCOMPARE(ExecutorBench::boxes(), QStringList{"是否跳转到当前行并开始执行!"});
+        const auto* question = EditorFixture::dialog<QMessageBox>();
+        QCOMPARE(question->defaultButton(), question->button(QMessageBox::No));
         QCOMPARE(editor_.bench.state(), QString("idle"));
         editor_.answerBox(yes ? QMessageBox::Yes : QMessageBox::No);
         QCOMPARE(editor_.bench.robot.nowMs(), qint64(yes ? 600 : 0));
@@ -280,13 +282,74 @@ private slots:
         QCOMPARE(resumeLine(), 4);
     }
 
-    void pageGoesAwayDuringItsRun() {
-        editor_.load(R"([{"type":"delay","delaytime":1000},{"type":"delay","delaytime":1000}])");
-        at(500, [this] { editor_.page.reset(); });
-        editor_.bench.robot.mark();
-        editor_.click("btnStart");
-        QCOMPARE(editor_.bench.robot.nowMs(), qint64(2000));
+    void clicks_areAnsweredFromTheEventLoop_data() {
+        QTest::addColumn<QByteArray>("how");
+        for (const char* how : {"btnStart", "btnRunOnce", "yes"}) {
+            QTest::newRow(how) << QByteArray(how);
+        }
+    }
+
+    /// The page, and with it the button or the box that was clicked, may be gone before the run ends.
+    void clicks_areAnsweredFromTheEventLoop() {
+        QFETCH(QByteArray, how);
+        editor_.load(R"([{"type":"moveL"},{"type":"delay","delaytime":1000}])");
+        editor_.select(how == "yes" ? 1 : 0);
+        QSignalSpy states(m("lumo.execute.state"), &ModuleObject::changed);
+        QWidget* clicked = editor_.find(how == "yes" ? "btnStart" : how.constData());
+        if (how == "yes") {
+            editor_.click("btnStart");
+            clicked = EditorFixture::dialog<QMessageBox>()->button(QMessageBox::Yes);
+        }
+        QTest::mouseClick(clicked, Qt::LeftButton);
+        if (how != "yes") {
+            QTest::mouseClick(clicked, Qt::LeftButton);
+        }
+        QCOMPARE(states.size(), 0);
+        at(300, [this] { editor_.page.reset(); });
+        editor_.bench.time.advance(3000);
+        QVERIFY(!editor_.page);
+        QCOMPARE(states.size(), 2);  // one run, though there were two clicks
+        QCOMPARE(ExecutorBench::boxes(), QStringList());
         QCOMPARE(editor_.bench.state(), QString("idle"));
+    }
+
+    void aPause_isBegunFromTheEventLoop() {
+        editor_.load(seam);
+        at(1200, [this] {
+            QTest::mouseClick(editor_.find("btnPause"), Qt::LeftButton);
+            QCOMPARE(editor_.bench.state(), QString("busy"));
+        });
+        editor_.click("btnStart");
+        QCOMPARE(editor_.bench.state(), QString("idle"));
+        QCOMPARE(resumeLine(), 2);
+        editor_.bench.settle();
+    }
+
+    /// What a click asked for is checked when it is done.
+    void whatStartChecks_holdsWhenItBegins_data() {
+        QTest::addColumn<QByteArray>("how");
+        for (const char* how : {"unpaired", "another program", "page"}) {
+            QTest::newRow(how) << QByteArray(how);
+        }
+    }
+
+    void whatStartChecks_holdsWhenItBegins() {
+        QFETCH(QByteArray, how);
+        editor_.load(seam);
+        editor_.select(2);
+        editor_.click("btnStart");
+        QTest::mouseClick(EditorFixture::dialog<QMessageBox>()->button(QMessageBox::Yes), Qt::LeftButton);
+        if (how == "unpaired") {
+            EditorFixture::program()->remove(this, mIndex(1));
+        } else if (how == "another program") {
+            editor_.load(seam);
+            editor_.table()->selectOnly(2);
+        } else {
+            editor_.page.reset();
+        }
+        editor_.bench.time.advance(1000);
+        QCOMPARE(editor_.bench.robot.log(), QStringList());
+        QCOMPARE(resumeLine(), 0);
     }
 
     // --- Weld switches ----------------------------------------------------------------------------

@@ -4,6 +4,7 @@
 
 #include <QFile>
 #include <QJsonArray>
+#include <QJsonObject>
 
 /// Whether the line above the table knows that the program differs from its file.
 class TestStoredState : public QObject {
@@ -60,6 +61,16 @@ private slots:
         lumo::saveProject("project.json");
         editor_.page->checkStored();
         QCOMPARE(editor_.find<QLabel>("lblStored")->text(), QString("已保存"));
+    }
+
+    void startSavesTheProject() {
+        editor_.click("btnClose");
+        QCOMPARE(shown(), QString("有未保存的更改"));
+        EditorFixture::program()->loadJson(this, QJsonArray{QJsonObject{{"type", "delay"}}});
+        editor_.bench.robot.setPower("on");
+        editor_.click("btnStart");
+        QCOMPARE(editor_.find<QLabel>("lblStored")->text(), QString("已保存"));
+        QCOMPARE(shown(), QString("已保存"));
     }
 
     void theToolSetBelongsToTheProject() {

@@ -1,6 +1,13 @@
 #include "module/globals.h"
+#include "module/qtloops.h"
+#include "panel/projectdialogs.h"
 #include "support/executorbench.h"
 
+#include <QContextMenuEvent>
+#include <QDoubleSpinBox>
+#include <QListView>
+#include <QMessageBox>
+#include <QScrollBar>
 #include <QTest>
 
 using test::sameLog;
@@ -136,6 +143,12 @@ class TestWaitTable : public QObject {
         }
     }
 
+    static void askForMenu(QWidget* widget) {
+        QContextMenuEvent event(QContextMenuEvent::Mouse, widget->rect().center(),
+                                widget->mapToGlobal(widget->rect().center()));
+        QApplication::sendEvent(widget, &event);
+    }
+
 private slots:
     void init() { bench_.reset(); }
 
@@ -162,6 +175,49 @@ private slots:
         }
         QVERIFY(sameLog(seen, expected));
         QCOMPARE(bench_.robot.nowMs(), qint64(2400));
+    }
+
+    void loopOfQt_holdsNoWait_data() {
+        QTest::addColumn<QByteArray>("kind");
+        for (const char* kind : {"scroll bar", "spin box", "list of files", "warning of the files"}) {
+            QTest::newRow(kind) << QByteArray(kind);
+        }
+    }
+
+    /// In every wait, with what Qt opens by itself and waits for in a loop of its own.
+    void loopOfQt_holdsNoWait() {
+        QFETCH(QByteArray, kind);
+        QScrollBar bar;
+        QDoubleSpinBox box;
+        const std::unique_ptr<QFileDialog> files(lumo::makeProjectDialog(nullptr));
+        const std::initializer_list<QWidget*> windows{&bar, &box, files.get()};
+        for (QWidget* window : windows) {
+            window->show();
+        }
+        int opened = 0;
+        const auto open = [&] {
+            ++opened;
+            if (kind == "warning of the files") {
+                QMessageBox::warning(files.get(), "title", "There is no such folder.");
+            } else {
+                auto* const list = files->findChild<QListView*>("listView")->viewport();
+                askForMenu(kind == "scroll bar" ? &bar : kind == "spin box" ? &box : list);
+            }
+        };
+        for (const Instant& instant : instants) {
+            if (!instant.box) {
+                bench_.at(instant.ms, open);
+            }
+        }
+        bench_.load(program);
+        bench_.robot.zoneLeadMs = 100;
+        bench_.at(2350, [this] { kordservice()->dataNode("device.io")->set(this, "DI.DI1", true); });
+        bench_.at(20000, lumo::endLoopsOfQt);
+        bench_.run();
+        QCOMPARE(opened, int(std::size(instants)) - 1);
+        QCOMPARE(bench_.robot.nowMs(), qint64(2400));
+        QCOMPARE(bench_.robot.offSince("LASER"), qint64(1500));
+        QVERIFY(!QApplication::activePopupWidget() && bench_.boxes().isEmpty());
     }
 
     void cell_data() {

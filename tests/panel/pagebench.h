@@ -67,6 +67,7 @@ public:
         auto* button = find<QAbstractButton>(name);
         QVERIFY2(button, name);
         QTest::mouseClick(button, Qt::LeftButton);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::MetaCall);  // runs are begun from the event loop
     }
 
     /// Types a name into the name dialog and answers it.

@@ -151,6 +151,43 @@ private slots:
         QCOMPARE(shownPage(), QByteArray("PointWidget"));
     }
 
+    /// The second point is stored at once, whatever becomes of the page. Somebody else may have changed more.
+    void secondPoint_isShownInTheTable() {
+        bench_.load(QByteArray(oneMove)
+                        .replace("moveL", "moveC")
+                        .replace(R"("point":)", R"("point1":{"trans":[0,0,0],"rot":[0,0,0]},"point":)"));
+        bench_.robot.standAt({0.7, 0.8, 0.9});
+        for (const char* leave : {"cancelBtn", "btnMonitor"}) {
+            m("lumo.program.#0.point1.trans.#0")->setValue(this, 0);
+            table()->selectRow(0);
+            bench_.click("btnEdit");
+            bench_.click("updateBtn2");
+            bench_.click(leave);
+            bench_.click("btnProject");
+            QVERIFY2(table()->item(0, 3)->text().contains("700.000, 800.000, 900.000"), leave);
+        }
+        bench_.click("btnMonitor");
+        m("lumo.program.#0.execute")->setValue(this, false);
+        bench_.click("btnProject");
+        QCOMPARE(table()->item(0, 5)->text(), "不运行");
+    }
+
+    void selectors_areLockedDuringARun() {
+        bench_.robot.setPower("on");
+        bench_.load(R"([{"type":"delay","delaytime":100,"execute":true}])");
+        const auto enabled = [this] {
+            return QVector<bool>{bench_.find<QComboBox>("toolCmb")->isEnabled(),
+                                 bench_.find<QComboBox>("wobjCmb")->isEnabled()};
+        };
+        bench_.at(50, [&] {
+            QCOMPARE(enabled(), QVector<bool>({false, false}));
+            bench_.makePage();
+            QCOMPARE(enabled(), QVector<bool>({false, false}));
+        });
+        bench_.run();
+        QCOMPARE(enabled(), QVector<bool>({true, true}));
+    }
+
     void pageThatGoesAway_endsThePointPage() {
         openPointPage();
         bench_.makePage();

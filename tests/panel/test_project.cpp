@@ -6,6 +6,8 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QListView>
+#include <QTimer>
 
 namespace {
 
@@ -159,10 +161,7 @@ private slots:
         bench_.load(twoLines);
         m("lumo.execute.line")->setValue(this, 1);
         auto* table = bench_.programTable();
-        const auto isMarked = [table](int row) {
-            const auto* label = qobject_cast<QLabel*>(table->cellWidget(row, 0));
-            return label && !label->text().isEmpty();
-        };
+        const auto isMarked = [table](int row) { return !table->item(row, 0)->text().isEmpty(); };
         QVERIFY(isMarked(1));
         bench_.write("seam.json", twoLines);
         openFile("seam.json");
@@ -188,44 +187,101 @@ private slots:
         QCOMPARE(combo("toolCmb")->currentText(), "tool0");
     }
 
-    void open_ofADamagedFile_keepsItWhenSaved_data() {
-        QTest::addColumn<QByteArray>("text");
-        QTest::newRow("cut off") << QByteArray("[{\"type\":\n");
-        QTest::newRow("another kind") << QByteArray(R"({"name":"steel"})");
+    void open_completesTheToolSet_data() {
+        QTest::addColumn<QByteArray>("toolset");
+        QTest::addColumn<QString>("tool");
+        QTest::addColumn<QString>("wobj");
+        QTest::newRow("no work object") << QByteArray(R"({"end":{"name":"T1"}})") << "T1"
+                                        << "wobj0";
+        QTest::newRow("no tool") << QByteArray(R"({"ref":{"name":"W1"}})") << "tool0"
+                                 << "W1";
+        QTest::newRow("a number") << QByteArray(R"({"end":5,"ref":{"name":"W1"}})") << "tool0"
+                                  << "W1";
     }
 
-    void open_ofADamagedFile_keepsItWhenSaved() {
-        QFETCH(QByteArray, text);
-        bench_.write("seam.json", text);
-        bench_.load(twoLines);
+    void open_completesTheToolSet() {
+        QFETCH(QByteArray, toolset);
+        bench_.write("seam.json", R"([{"type":"close","execute":true},)" + toolset + ']');
         openFile("seam.json");
+        QCOMPARE(bench_.types(), QStringList("close"));
+        QTEST(m("lumo.toolset.end.name")->getString(), "tool");
+        QTEST(m("lumo.toolset.ref.name")->getString(), "wobj");
+        // Both selectors go on working.
+        for (const char* name : {"toolCmb", "wobjCmb"}) {
+            combo(name)->addItem("another");
+            combo(name)->setCurrentText("another");
+        }
+        QCOMPARE(m("lumo.toolset.end.name")->getString(), "another");
+        QCOMPARE(m("lumo.toolset.ref.name")->getString(), "another");
+    }
+
+    void open_ofWhatIsNoProject_changesNothing_data() {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QByteArray>("text");
+        QTest::newRow("missing") << "missing.json" << QByteArray();
+        QTest::newRow("cut off") << "other.json" << QByteArray("[{\"type\":\n");
+        QTest::newRow("another kind") << "other.json" << QByteArray(R"({"name":"steel"})");
+        QTest::newRow("unknown statement")
+            << "other.json" << QByteArray(R"([{"type":"close"},{"type":"dance"}])");
+        QTest::newRow("settings") << "lumo_param.json" << QByteArray(R"([{"name":"steel"}])");
+        QTest::newRow("no settings yet") << "lumo_param.json" << QByteArray("[]");
+    }
+
+    void open_ofWhatIsNoProject_changesNothing() {
+        QFETCH(QString, name);
+        QFETCH(QByteArray, text);
+        bench_.write("seam.json", twoLines);
+        openFile("seam.json");
+        pretendPaused();
+        if (!text.isEmpty()) {
+            bench_.write(name, text);
+        }
+        openFile(name);
         QCOMPARE(bench_.problems.size(), 1);
-        QCOMPARE(bench_.rows(), 0);
+        QVERIFY(bench_.problems[0][0].toString().endsWith(name));
+        QCOMPARE(bench_.rows(), 2);
+        QVERIFY(isPaused());
         QCOMPARE(bench_.shownProject(), "seam");
-        QCOMPARE(m("lumo.toolset.end.name")->getString(), "tool0");
         bench_.click("btnSave");
         QCOMPARE(bench_.boxes(), QStringList("保存成功"));
-        QCOMPARE(bench_.content("seam.json.damaged"), text);
-        QCOMPARE(bench_.problems.size(), 1);
+        QCOMPARE(bench_.content(name), text.isEmpty() ? QByteArray("(no file)") : text);
+        QCOMPARE(QDir().entryList(QDir::Files).size(), text.isEmpty() ? 1 : 2);  // nothing to be kept aside
     }
 
-    void open_ofAMissingFile_isReported() {
-        bench_.load(twoLines);
-        openFile("missing.json");
-        QCOMPARE(bench_.problems.size(), 1);
-        QCOMPARE(bench_.rows(), 0);
-        QVERIFY(QDir().isEmpty());
+    void fileDialog_changesNoFiles() {
+        bench_.write("seam.json", twoLines);
+        bench_.click("btnOpen");
+        bench_.time.settle();
+        auto* const list = bench_.find<QFileDialog>()->findChild<QListView*>("listView");
+        const QModelIndex file = list->model()->index(0, 0, list->rootIndex());
+        QCOMPARE(file.data().toString(), "seam.json");
+        list->setCurrentIndex(file);
+        list->setFocus();
+        QTimer::singleShot(500, this, [] {
+            if (auto* const question = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+                question->button(QMessageBox::Yes)->click();
+            }
+        });
+        QTest::keyClick(list, Qt::Key_Delete);
+        bench_.time.advance(1000);
+        QVERIFY(QFile::exists("seam.json"));
+        QVERIFY(!(file.flags() & Qt::ItemIsEditable));
+        QVERIFY(!bench_.find<QAbstractButton>("newFolderButton")->isEnabled());
     }
 
-    void open_ofSettings_isRefused() {
-        const QByteArray sets = R"([{"name":"steel"}])";
-        bench_.write("lumo_param.json", sets);
-        bench_.load(twoLines);
-        openFile("lumo_param.json");
-        QCOMPARE(bench_.problems.size(), 1);
-        QCOMPARE(bench_.rows(), 2);
-        QVERIFY(LumoWidget::filePath.isEmpty());
-        QCOMPARE(bench_.content("lumo_param.json"), sets);
+    /// One that no list offers changes its name alone.
+    void aToolOfNoList_isAChange() {
+        bench_.write("seam.json", withTool);
+        openFile("seam.json");
+        for (const char* name : {"toolCmb", "wobjCmb"}) {
+            bench_.click("btnSave");
+            bench_.time.advance(1000);
+            QCOMPARE(bench_.find<QLabel>("lblStored")->text(), "已保存");
+            combo(name)->addItem("another");
+            combo(name)->setCurrentText("another");
+            bench_.time.advance(1000);
+            QCOMPARE(bench_.find<QLabel>("lblStored")->text(), "有未保存的更改");
+        }
     }
 
     void open_isCancelled() {

@@ -133,7 +133,6 @@ private slots:
         };
         row("last", {open, close, tool}, {"open", "close"}, "T1");
         row("first", {tool, open, close}, {"open", "close"}, "T1");
-        row("twice", {open, tool, R"({"end":{"name":"T2"}})"}, {"open", ""}, "T1");
         row("missing", {open, close}, {"open", "close"}, "tool0");
         row("alone", {tool}, {}, "T1");
         row("nothing at all", {}, {}, "tool0");
@@ -159,6 +158,8 @@ private slots:
         QTest::newRow("empty") << "empty.json" << 1;
         QTest::newRow("an object") << "object.json" << 0;
         QTest::newRow("numbers") << "numbers.json" << 0;
+        QTest::newRow("no statement among them") << "dance.json" << 0;
+        QTest::newRow("two tool sets") << "tools.json" << 0;
         QTest::newRow("a folder") << "folder.json" << 0;
     }
 
@@ -169,6 +170,8 @@ private slots:
         write("empty.json", "");
         write("object.json", R"({"type":"close"})");
         write("numbers.json", R"([{"type":"close"},2])");
+        write("dance.json", R"([{"type":"dance"}])");
+        write("tools.json", R"([{"end":{}},{"end":{}}])");
         QVERIFY(QDir().mkdir("folder.json"));
         QSignalSpy reported(m(), &mendo::ModuleManager::fileProblem);
         QVERIFY(!lumo::readProject(name));
@@ -184,6 +187,7 @@ private slots:
         QTest::newRow("a project") << QByteArray(R"([{"type":"close"},{"end":{}}])") << false;
         QTest::newRow("a project without tool set") << QByteArray(R"([{"type":"close"}])") << false;
         QTest::newRow("a new project") << QByteArray("[]") << false;
+        QTest::newRow("a tool set without tool") << QByteArray(R"([{"ref":{}}])") << false;
         QTest::newRow("damaged") << QByteArray("[{\"type\":") << true;
         QTest::newRow("parameter sets") << QByteArray(R"([{"name":"steel","power":60}])") << true;
         QTest::newRow("stations") << QByteArray(R"([{"stationname":"left","type":"","filePath":"a.json"}])")

@@ -43,7 +43,8 @@ for name, accepted in documents.items():
 refused = {
     "project": [{}, [1], [{"type": "moveX"}], [{"type": "moveL"}], [{"type": "moveC", "point": {}}],
                 [{"type": "setDO", "value": True}], [{"type": "moveJ", "point": {"near": [0, 0]}}],
-                [{"type": "waitDI", "DI_reg": {"name": "A"}}], [{"end": {"name": "tool0"}}]],
+                [{"type": "open", "weldspeed": "fast"}], [{"type": "waitDI", "DI_reg": {"name": "A"}}],
+                 [{"end": {"name": "tool0"}}]],
     "lumo_port": [{"a": 1}, defaults["port"][1:], [*defaults["port"], {"type": "AO"}], [{}] * 19,
                   [{"type": "DI"}] * 19, [{**row, "enable": "yes"} for row in defaults["port"]]],
     "lumo_param": [[{"power": 50}], [{"name": "A", "power": None}]],

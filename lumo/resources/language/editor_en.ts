@@ -264,7 +264,7 @@
     </message>
     <message>
         <source>复位</source>
-        <translation>Resume</translation>
+        <translation>Reset</translation>
     </message>
     <message>
         <source>运行</source>

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <array>
+
+namespace prog {
+
+/// x, y, z in metres.
+using Position = std::array<double, 3>;
+
+/// Why no circle goes through three points.
+enum class CircleFault { None, Coincident, Collinear };
+
+/// Whether a circle goes through the three points, as a run draws it: judged in double precision against
+/// the single precision that a run's midpoints are computed in.
+[[nodiscard]] CircleFault circleFault(const Position& s, const Position& p1, const Position& p2);
+
+}  // namespace prog
