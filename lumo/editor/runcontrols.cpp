@@ -70,6 +70,29 @@ void RunControls::startNow() {
             return;
         }
     }
+    goOn();
+}
+
+void RunControls::goOn() {
+    const int line = m(key::currentLine)->getInt();
+    const LumoExecutor::Outlook outlook = executor ? executor->outlook(line) : LumoExecutor::Outlook();
+    if (!isIdle() || !outlook.goesBack) {
+        run();
+        return;
+    }
+    askedFor_ = ProgramTable::program()->c(line);
+    ask(ProgramWidget::tr("警告"),
+        ProgramWidget::tr("焊枪距中断点 %1 mm，先不出光回到中断点，再继续焊接？")
+            .arg(QString::number(outlook.distanceMm, 'f', 1)),
+        &RunControls::goBackNow);
+}
+
+void RunControls::goBackNow() {
+    // The program, or the line to go on from, may have changed since the answer.
+    const int line = m(key::currentLine)->getInt();
+    if (isIdle() && (ProgramTable::program()->c(line) != askedFor_ || refusedForPairs())) {
+        return;
+    }
     run();
 }
 

@@ -33,7 +33,8 @@ public:
 
     // Soon, from the event loop.
 
-    /// From the resume line, or from the selected one after a question.
+    /// From the resume line, or from the selected one after a question. Another question comes where the tool
+    /// would first go back to where the program was stopped.
     void start() { later(&RunControls::startNow); }
     /// Moves to the point of the selected statement.
     void moveToPoint() { later(&RunControls::moveNow); }
@@ -55,8 +56,11 @@ private:
     void later(Deed deed);
     void startNow();
     void jumpNow();
+    void goBackNow();
     void moveNow();
     void pauseNow();
+    /// Runs from the resume line, after a question where the tool has left the place of the stop.
+    void goOn();
     void run();
     /// Asks about the program as it is; `yes` is done, later, after that answer.
     void ask(const QString& title, const QString& text, Deed yes);
@@ -67,5 +71,5 @@ private:
     QString filePath_;
     QVector<Deed> deeds_;  ///< to be done from the event loop
     QPointer<QMessageBox> question_;
-    QPointer<ModuleObject> askedFor_;  ///< the statement of the line to jump to
+    QPointer<ModuleObject> askedFor_;  ///< the statement that would be run from
 };

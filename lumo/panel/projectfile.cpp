@@ -101,7 +101,8 @@ std::optional<Project> projectFrom(const QJsonValue& content) {
         project.toolsetElement = int(toolset - project.statements.begin());
         project.statements.erase(toolset);
     }
-    return content.isArray() && areStatements(project.statements) ? std::make_optional(project) : std::nullopt;
+    return content.isArray() && areStatements(project.statements) ? std::make_optional(project)
+                                                                  : std::nullopt;
 }
 
 std::optional<Project> readProject(const QString& path) {

@@ -25,14 +25,14 @@ struct Project {
     }
 };
 
-/// Takes a file's content apart; nothing when it is no project: no array of objects, or one in which nothing is a
-/// statement. The `end` or `ref` that a tool set lacks is the default one.
+/// Takes a file's content apart; nothing when it is no project: no array of objects, or one in which nothing
+/// is a statement. The `end` or `ref` that a tool set lacks is the default one.
 [[nodiscard]] std::optional<Project> projectFrom(const QJsonValue& content);
 /// Reads a project file. Nothing, and one report by the host's file service, when the file is missing,
 /// cannot be read, holds no project or is one of the package's settings files.
 [[nodiscard]] std::optional<Project> readProject(const QString& path);
-/// The same for a station, whose project runs without anybody having looked at it: a file with a statement of an
-/// unknown type holds no project either.
+/// The same for a station, whose project runs without anybody having looked at it: a file with a statement of
+/// an unknown type holds no project either.
 [[nodiscard]] std::optional<Project> readStationProject(const QString& path);
 /// Puts the statements into `lumo.program` and the tool set, where there is one, into `lumo.toolset`.
 void loadProject(QObject* sender, const Project& project);

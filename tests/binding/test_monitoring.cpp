@@ -283,7 +283,8 @@ private slots:
         row("no file", "", "on", "", "P1.json:0:0 there is no such file");
         row("a statement of an unknown type", "[" + tool + ",\n{\"type\":\"delay\"}, {\"type\":\"moveX\"}]",
             "on", "", "P1.json:2:19 unknown statement type \"moveX\"");
-        row("a statement without a type", "[{\"delaytime\":1}]", "on", "", "P1.json:1:2 unknown");
+        row("a statement without a type", "[{\"delaytime\":1}, {\"type\":\"delay\"}]", "on", "",
+            "P1.json:1:2 unknown");
     }
 
     // The input is held: one message, and it must be let go before it asks again. Nothing is moved for a

@@ -141,6 +141,29 @@ private slots:
         QCOMPARE(startText(), QString("开始：从第 5 行继续"));
     }
 
+    void aTorchThatWasMoved_isAskedAbout_data() {
+        QTest::addColumn<bool>("yes");
+        QTest::newRow("yes") << true;
+        QTest::newRow("no") << false;
+    }
+
+    void aTorchThatWasMoved_isAskedAbout() {
+        QFETCH(bool, yes);
+        pauseInTheSeam();
+        ModuleObject* const y = kordservice()->dataNode("sys.posture.trans.#1");
+        y->setValue(this, y->getDouble() + 0.0121);
+        editor_.bench.robot.mark();
+        editor_.click("btnStart");
+        QCOMPARE(ExecutorBench::boxes(),
+                 QStringList{"焊枪距中断点 12.1 mm，先不出光回到中断点，再继续焊接？"});
+        const auto* question = EditorFixture::dialog<QMessageBox>();
+        QCOMPARE(question->defaultButton(), question->button(QMessageBox::No));
+        editor_.answerBox(yes ? QMessageBox::Yes : QMessageBox::No);
+        QCOMPARE(editor_.bench.robot.log().isEmpty(), !yes);
+        QCOMPARE(editor_.bench.robot.firstTime("GAS 1"), qint64(yes ? 500 : -1));
+        QCOMPARE(editor_.bench.weldFlag(), !yes);
+    }
+
     void theLineAboveTheTable_doesNotPromiseALaserThatStaysOff() {
         pauseInTheSeam();
         editor_.bench.robot.setMode("manual");

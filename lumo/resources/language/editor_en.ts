@@ -303,6 +303,14 @@
         <translation>Selected Row Warning</translation>
     </message>
     <message>
+        <source>焊枪距中断点 %1 mm，先不出光回到中断点，再继续焊接？</source>
+        <translation>The torch is %1 mm away from where the program was stopped. Go back there without laser first, then go on welding?</translation>
+    </message>
+    <message>
+        <source>警告</source>
+        <translation>Warning</translation>
+    </message>
+    <message>
         <source>是否跳转到当前行并开始执行!</source>
         <translation>Whether to jump to the current line and start execution!</translation>
     </message>

@@ -303,6 +303,14 @@
         <translation>Выбрана другая строка</translation>
     </message>
     <message>
+        <source>焊枪距中断点 %1 mm，先不出光回到中断点，再继续焊接？</source>
+        <translation>Горелка в %1 мм от точки остановки. Сначала вернуться к ней без лазера, затем продолжить сварку?</translation>
+    </message>
+    <message>
+        <source>警告</source>
+        <translation>Предупреждение</translation>
+    </message>
+    <message>
         <source>是否跳转到当前行并开始执行!</source>
         <translation>Перейти к выбранной строке и начать выполнение?</translation>
     </message>
