@@ -134,10 +134,11 @@ void ProjectDialogs::fileSelected(const QString& path) {
     }
 }
 
-/// A file that does not read, which the reading reports, leaves everything as it was.
+/// A file that does not read leaves everything as it was; the reading has reported the reason.
 void ProjectDialogs::loadFile(const QString& path) {
     const std::optional<Project> project = readProject(path);
     if (!project) {
+        warn(LumoWidget::tr("无法打开工程：%1").arg(path.section(QLatin1Char('/'), -1)));
         return;
     }
     emit projectChosen(path);

@@ -238,6 +238,8 @@ private slots:
         openFile(name);
         QCOMPARE(bench_.problems.size(), 1);
         QVERIFY(bench_.problems[0][0].toString().endsWith(name));
+        QCOMPARE(bench_.boxes(), QStringList("无法打开工程：" + name));
+        test::ExecutorBench::closeBoxes();
         QCOMPARE(bench_.rows(), 2);
         QVERIFY(isPaused());
         QCOMPARE(bench_.shownProject(), "seam");

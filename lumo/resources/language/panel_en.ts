@@ -127,5 +127,9 @@
         <source>文件类型：</source>
         <translation>File type:</translation>
     </message>
+    <message>
+        <source>无法打开工程：%1</source>
+        <translation>The project cannot be opened: %1</translation>
+    </message>
 </context>
 </TS>

@@ -127,5 +127,9 @@
         <source>文件类型：</source>
         <translation>Тип файла:</translation>
     </message>
+    <message>
+        <source>无法打开工程：%1</source>
+        <translation>Не удаётся открыть проект: %1</translation>
+    </message>
 </context>
 </TS>
