@@ -55,10 +55,11 @@ void RunWatch::onState(const rec::Change& change) {
     }
 }
 
-// A failed motion pauses a walk, which is seen above; the executor does not look at a step's result.
+// A failed motion ends a walk, also one that is not a statement's; it may come when the walk is over already. The
+// executor does not look at a step's result.
 void RunWatch::motionEnded(int code) {
-    if (step_ && code < 0)
-        end(QStringLiteral("error"));
+    if (code < 0 && reason_ == kFinished)
+        reason_ = QStringLiteral("error");
 }
 
 void RunWatch::end(const QString& reason) {

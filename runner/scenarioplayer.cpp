@@ -50,6 +50,11 @@ QString reasonOf(sim::JogAnswer answer) {
     return {};
 }
 
+QString noFile(const QString& path) {
+    return QFileInfo(path).isFile() ? QString()
+                                    : QStringLiteral("%1: there is no such file").arg(QFileInfo(path).fileName());
+}
+
 QString noLine(int line, int count) {
     return line < count ? QString() : QStringLiteral("there is no line0 %1").arg(line);
 }
@@ -151,6 +156,8 @@ QString ScenarioPlayer::refusalOf(const ScenarioEntry& entry) const {
             return noLine(number(entry, "line0"), lines);
         case Action::Move:
             return noLine(std::max(number(entry, "line0"), number(entry, "to0")), lines);
+        case Action::Load:
+            return noFile(pathOf(entry));
         case Action::Port:
             return pageHand_->portFault(number(entry, "row"));
         case Action::Station:
@@ -191,7 +198,7 @@ void ScenarioPlayer::applyToHand(const ScenarioEntry& entry) {
             hand_->set(path, value);
             break;
         case Action::Load:
-            load(entry.keys.value(QStringLiteral("file")).toString());
+            load(pathOf(entry));
             break;
         default:
             applyToProgram(entry);
@@ -240,10 +247,11 @@ void ScenarioPlayer::quit() {
     emit quitting();
 }
 
-void ScenarioPlayer::load(const QString& file) {
-    const QString path = QDir(projectFolder_).absoluteFilePath(file);
-    if (!QFileInfo::exists(path))
-        printWarning(QStringLiteral("%1: there is no such file, an empty program is loaded").arg(file));
+QString ScenarioPlayer::pathOf(const ScenarioEntry& entry) const {
+    return QDir(projectFolder_).absoluteFilePath(entry.keys.value(QStringLiteral("file")).toString());
+}
+
+void ScenarioPlayer::load(const QString& path) {
     hand_->loadProject(mendo::ModuleManager::readFromJson(path));
     if (Hand::isIdle())
         hand_->resetResumeData();

@@ -51,7 +51,8 @@ private:
     void applyToProgram(const ScenarioEntry& entry);
     void applyToPages(const ScenarioEntry& entry);
     QString refusalOf(const ScenarioEntry& entry) const;
-    void load(const QString& file);
+    QString pathOf(const ScenarioEntry& entry) const;
+    void load(const QString& path);
     void quit();
 
     Scenario scenario_;

@@ -327,7 +327,7 @@ bool Session::isStuck() const {
     const QObject* executor = bench_->executor();
     const QString kind = executor->property("waiting").toMap().value(QStringLiteral("kind")).toString();
     const bool awaitsMotion = kind == QLatin1String("move") || kind == QLatin1String("zone");
-    return awaitsMotion && !player_->isPlaying() && !pageHand_.isBusy() && !messages_->isPending() &&
+    return awaitsMotion && !player_->isPending() && !pageHand_.isBusy() && !messages_->isPending() &&
            bench_->controller()->standsStill();
 }
 

@@ -1,5 +1,6 @@
 #include "devices/handlit.h"
 
+#include <array>
 #include <bitset>
 
 namespace lumo {
@@ -20,6 +21,7 @@ constexpr Belonging shutdownOrder[] = {
 };
 
 std::bitset<AO_LASER_DUTY_CYCLE + 1> lit;
+std::array<int, AO_LASER_DUTY_CYCLE + 1> offs{};
 
 }  // namespace
 
@@ -27,8 +29,13 @@ void noteByHand(I_PORT device, bool on) {
     for (const Belonging& belonging : shutdownOrder) {
         if (belonging.output == device && belonging.device == device) {
             lit.set(device, on);
+            offs[device] += on ? 0 : 1;
         }
     }
+}
+
+int offsByHand(I_PORT device) {
+    return offs[device];
 }
 
 bool isLitByHand() {

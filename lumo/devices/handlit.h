@@ -18,6 +18,9 @@ LUMO_EXPORT void noteByHand(I_PORT device, bool on);
 [[nodiscard]] LUMO_EXPORT bool isLitByHand(I_PORT device);
 /// The outputs of a device of the page, which go to 0 with it, in the order of an immediate shutdown.
 [[nodiscard]] LUMO_EXPORT std::vector<I_PORT> outputsOf(I_PORT device);
+/// How often a hand has switched a device off in this process, by its button, its lock or the port page. What a
+/// program switched on stays off then.
+[[nodiscard]] LUMO_EXPORT int offsByHand(I_PORT device);
 /// The outputs that have to go to 0 so that all of them are off, set points included, in the order of an
 /// immediate shutdown; the locks are none of them. From now on nothing counts as lit by hand.
 [[nodiscard]] LUMO_EXPORT std::vector<I_PORT> takeLitByHand();

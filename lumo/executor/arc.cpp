@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <limits>
 
 namespace lumo {
 
@@ -114,22 +115,29 @@ double Arc::rawAngle(const Position& p) const {
     return angle < 0 ? angle + turn : angle;
 }
 
-double Arc::angleOf(const Position& p, double from, double expected) const {
-    constexpr double hintWeight = 0.01;  // decides between places that are one
+double Arc::angleOnTheWay(const Position& p, double from, double expected) const {
+    constexpr double cutCornerM = 0.01;
+    constexpr double sameM = 0.0005;
+    const double furthest = expected + std::min(cutCornerM / radius_, turn / 2);
     const double raw = rawAngle(p);
     double best = from;
-    double leastCost = 0.0;
-    bool found = false;
+    double bestMiss = std::numeric_limits<double>::infinity();
     for (const double candidate : {raw - turn, raw, raw + turn}) {
         const double angle = std::clamp(candidate, from, total());
-        const double cost = std::abs(candidate - angle) + hintWeight * std::abs(angle - expected);
-        if (!found || cost < leastCost) {
-            found = true;
+        const double outside = std::abs(candidate - angle);
+        const double miss = outside * radius_ < sameM ? 0.0 : outside;
+        const bool isNearer = std::abs(angle - expected) < std::abs(best - expected);
+        if (angle <= furthest && (miss < bestMiss || (miss == bestMiss && isNearer))) {
             best = angle;
-            leastCost = cost;
+            bestMiss = miss;
         }
     }
     return best;
+}
+
+double Arc::angleNear(const Position& p, double from, double reached) const {
+    const double raw = rawAngle(p);
+    return std::clamp(raw + turn * std::round((reached - raw) / turn), from, total());
 }
 
 Position Arc::at(double angle) const {

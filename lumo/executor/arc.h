@@ -33,9 +33,13 @@ public:
 
     [[nodiscard]] double total() const { return ends_.back(); }
     [[nodiscard]] double radiusM() const { return radius_; }
-    /// The angle of the place on the arc, from `from` on, that is nearest to `p`; where start and end are one
-    /// place the one nearer to `expected`.
-    [[nodiscard]] double angleOf(const Position& p, double from, double expected) const;
+    /// The angle, from `from` on, at which a tool that is on its way stands at `p`. On a circle, whose start
+    /// and end are one place, it has not come further than `expected` (by time and speed; corners are cut by
+    /// up to a centimetre).
+    [[nodiscard]] double angleOnTheWay(const Position& p, double from, double expected) const;
+    /// The angle, from `from` on, of the place nearest to `p` for a tool that was at `reached` and has moved
+    /// a little since, either way.
+    [[nodiscard]] double angleNear(const Position& p, double from, double reached) const;
     [[nodiscard]] Position at(double angle) const;
     /// The first leg that has not ended at an angle.
     [[nodiscard]] int legAt(double angle) const;

@@ -79,6 +79,9 @@ int LumoExecutor::pendingSteps() const {
 void LumoExecutor::start(const QVariant& var) {
     const int line = lineFrom(var);
     qDebug() << "start" << line;
+    if (quitting_) {
+        return;  // whoever waited for a closing goes on when the application ends that wait
+    }
     const int mode = hand_or_signalbing;
     const ModuleObject* const program = m(mode == stationRun ? key::stationProgram : key::program);
     const QString reason = refusal(line, program);
@@ -102,6 +105,9 @@ void LumoExecutor::start(const QVariant& var) {
 }
 
 void LumoExecutor::runOnce(const QVariant& var, const QVariant& /*old*/, QObject* context) {
+    if (quitting_) {
+        return;
+    }
     const int line = lineFrom(var);
     const ModuleObject* const program = m(key::program);
     QString reason = refusal(line, program);
@@ -169,6 +175,7 @@ void LumoExecutor::walk(Run& run, int line) {
     }
     if (!isAborted()) {
         stopped_.reset();  // the run has what is left of it
+        stoppedStatement_ = nullptr;
     }
     int i = line;
     for (; i < run.program.lineCount() && !isAborted() && isBusy(); ++i) {
@@ -209,8 +216,13 @@ void LumoExecutor::takeUp(Run& run, int line) {
     }
     const bool ofArc = isStoppedArc(run.original(line)) && run.program.isExecuted(line);
     const bool reopens = run.inWeld && m(key::weldOpen)->getBool(false) && weldingPermitted();
-    if (!isAborted() && (reopens || ofArc) && isAway()) {
+    const bool opens = isStopped(run.original(line)) && opensBeforeItMoves(m(key::program), line);
+    if (!isAborted() && (reopens || ofArc || opens) && isAway()) {
         goBack(run, line);
+        // A controller may say too early that it is there.
+        if (!isAborted() && isAway()) {
+            setWeldFlag(false);
+        }
     }
     if (!isAborted() && ofArc) {
         takeUpArc(run, line);
@@ -246,8 +258,24 @@ void LumoExecutor::goBack(const Run& run, int line) {
     }
 }
 
+/// Whether the last stop interrupted this statement, and its place is still known.
+bool LumoExecutor::isStopped(const ModuleObject* statement) const {
+    return statement && stoppedStatement_ == statement && m(key::currentPausePoint)->size() > 0;
+}
+
 bool LumoExecutor::isStoppedArc(const ModuleObject* statement) const {
-    return stopped_ && statement && stopped_->statement == statement && m(key::currentPausePoint)->size() > 0;
+    return stopped_ && isStopped(statement) && stopped_->statement == statement;
+}
+
+/// Whether a run from a line would light the laser where the tool stands, before it moves.
+bool LumoExecutor::opensBeforeItMoves(const ModuleObject* program, int line) {
+    for (const ModuleObject* stmt = program->c(line); !stmt->isNull(); stmt = stmt->nextBmobj()) {
+        const bool isOpening = statementType(stmt) == statement::open;
+        if (isExecutedStatement(stmt) && (isOpening || isMoveStatement(stmt))) {
+            return isOpening && weldingPermitted();
+        }
+    }
+    return false;
 }
 
 /// Whether the tool stands elsewhere than where the last stop was. Where nothing was kept it does not.
@@ -274,7 +302,8 @@ LumoExecutor::Outlook LumoExecutor::outlook(int line) const {
     ModuleObject* const stmt = m(key::program)->c(line);
     outlook.reopens = m(key::weldOpen)->getBool(false) && resume_.liesInWeld(line) && weldingPermitted();
     const bool ofArc = !stmt->isNull() && isStoppedArc(stmt) && isExecutedStatement(stmt);
-    outlook.goesBack = (outlook.reopens || ofArc) && isAway(&outlook.distanceMm);
+    const bool opens = isStopped(stmt) && opensBeforeItMoves(m(key::program), line);
+    outlook.goesBack = (outlook.reopens || ofArc || opens) && isAway(&outlook.distanceMm);
     return outlook;
 }
 
@@ -296,14 +325,21 @@ void LumoExecutor::keepStop() {
         return;
     }
     if (!run_->isStep) {
+        stoppedStatement_ = run_->original(line_);
         keepArc();
         resume_.hold(run_->original(line_));
+    } else if (m(key::weldOpen)->getBool(false)) {
+        return;  // a step that leaves the weld open must not move the place where it goes on
     }
     // Last: who hears of it may stop once more, and finds the line kept.
     m(key::currentPausePoint)->copyFrom(this, kordservice()->get(this, key::posture), true, false);
 }
 
 void LumoExecutor::endWeldOfWalk(bool reachedEnd) {
+    settleCutWeld();
+    if (isAborted()) {
+        return;
+    }
     // Asks the laser too, not only the flag: others may write that.
     const bool flagged = m(key::weldOpen)->getBool(false);
     if (weld_ != Weld::Dark || (reachedEnd && flagged)) {
@@ -498,6 +534,9 @@ void LumoExecutor::emergencyStop() {
 }
 
 void LumoExecutor::quit() {
+    quitting_ = true;
+    QMetaObject::invokeMethod(
+        this, [this] { quitting_ = false; }, Qt::QueuedConnection);  // somebody goes on with the event loop
     if (depth_ > 0 || pendingSteps() > 0) {
         emergencyStop();
     } else {

@@ -58,6 +58,9 @@ int LumoExecutor::limitopenLaser(ModuleObject* stmt) {
 }
 
 int LumoExecutor::limitcloseLaser() {
+    if (weldCut_ || !weldingPermitted()) {
+        settleCutWeld();
+    }
     if (!weldingPermitted()) {
         return 0;
     }
@@ -73,6 +76,8 @@ int LumoExecutor::limitcloseLaser() {
 
 int LumoExecutor::openLaser() {
     const int mine = sequence_;
+    laserOffsByHand_ = offsByHand(DO_LASER_ENABLE);
+    wireOffsByHand_ = offsByHand(DO_WIRE_ENABLE);
     writePort({DO_GAS, 1.0, Role::Progress});
     if (mine != sequence_) {
         return 0;
@@ -186,6 +191,14 @@ void LumoExecutor::onPermission() {
     }
 }
 
+/// Nobody waits for the closing of a weld that lost its permission. At the seam's end what is left of its
+/// ramp ends at once: the robot must not take it along.
+void LumoExecutor::settleCutWeld() {
+    if (weld_ == Weld::Dark && schedule_.isPending(DO_LASER_ENABLE, Role::SwitchOff)) {
+        beginSequence(Gas::Left);
+    }
+}
+
 void LumoExecutor::changeAOParamUpdate(ModuleObject* stmt) {
     if (!stmt) {
         return;
@@ -232,6 +245,10 @@ void LumoExecutor::writeSetPoints(const LaserParams& params) {
 void LumoExecutor::pulseStep() {
     schedule_.runDue();  // what was scheduled before this timer comes first, also when both are late
     if (!pulseTimer.isActive() || (laserOn && openInterval == 0)) {
+        return;
+    }
+    if (isOffByHand(DO_LASER_ENABLE)) {
+        stopPulsing();  // dark until the next opening
         return;
     }
     if (!laserOn && paramWaits_) {
@@ -303,7 +320,15 @@ void LumoExecutor::stopPulsing() {
     emit activityChanged();
 }
 
+bool LumoExecutor::isOffByHand(I_PORT port) const {
+    return (port == DO_LASER_ENABLE && offsByHand(port) != laserOffsByHand_) ||
+           (port == DO_WIRE_ENABLE && offsByHand(port) != wireOffsByHand_);
+}
+
 void LumoExecutor::writePort(const PortStep& step, ModuleObject* batch) {
+    if (step.value > 0.0 && isOffByHand(step.port)) {
+        return;
+    }
     switch (step.port) {
         case AO_LASER_POWER:
             // A closing must not raise the power that is out.

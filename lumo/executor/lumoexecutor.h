@@ -161,7 +161,9 @@ private:
     void takeUp(Run& run, int line);
     void takeUpArc(Run& run, int line);
     void goBack(const Run& run, int line);
+    [[nodiscard]] bool isStopped(const ModuleObject* statement) const;
     [[nodiscard]] bool isStoppedArc(const ModuleObject* statement) const;
+    [[nodiscard]] static bool opensBeforeItMoves(const ModuleObject* program, int line);
     [[nodiscard]] static bool isAway(double* distanceMm = nullptr);
     void keepStop();
     void keepArc();
@@ -212,6 +214,9 @@ private:
     bool beginClosing(int mine, qint64 startMs, const LaserParams& params);
     void shutDown();
     void switchOffByHand();
+    void settleCutWeld();
+    /// Whether a hand has switched this device off since the weld was opened: it has to stay off.
+    [[nodiscard]] bool isOffByHand(I_PORT port) const;
     void stopPulsing();
     void writePort(const PortStep& step, ModuleObject* batch = nullptr);
     void writeGroup(std::initializer_list<PortStep> steps);
@@ -237,12 +242,14 @@ private:
     int line_ = -1;       ///< the line it executes, or is about to
     /// A statement of the program is being executed, and no stop has come: a stop now interrupts it.
     bool inStatement_ = false;
+    QPointer<ModuleObject> stoppedStatement_;   ///< that the last stop of a hand run interrupted
     std::optional<StoppedArc> stopped_;         ///< the arc that the last stop interrupted
     const ModuleObject* queuedLast_ = nullptr;  ///< statement that queued the last motion
     int awaited_ = -1;                          ///< number of the motion whose wait is running
     qint64 awaitedSinceMs_ = 0;
     int depth_ = 0;
     int aborts_ = 0;
+    bool quitting_ = false;  ///< the application ends its loops: nothing may start
     bool stopping_ = false;  ///< an emergency stop is being done: no pause may come in between
     int sequence_ = 0;
     std::deque<PortStep> settling_;  ///< switch-offs of superseded sequences still to be written
@@ -250,7 +257,8 @@ private:
     QVector<Motion> motions_;        ///< since the last reset, pause or stop
     int settled_ = 0;
     Weld weld_ = Weld::Dark;
-    bool weldCut_ = false;     ///< the weld under way was closed because permission was lost
-    bool paramWaits_ = false;  ///< a parameter change met the gap between two pulses
-    double lastPower_ = 0.0;   ///< laser power that the executor wrote last
+    bool weldCut_ = false;  ///< the weld under way was closed because permission was lost
+    int laserOffsByHand_ = 0, wireOffsByHand_ = 0;  ///< when the weld was opened
+    bool paramWaits_ = false;                       ///< a parameter change met the gap between two pulses
+    double lastPower_ = 0.0;                        ///< laser power that the executor wrote last
 };

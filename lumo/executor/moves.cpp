@@ -190,8 +190,9 @@ void LumoExecutor::keepArc() {
     StoppedArc stopped;
     stopped.statement = run_->original(line_);
     stopped.queued = queued->second;
-    stopped.reached = arc->angleOf(Position::of(kordservice()->get(nullptr, key::posture, field::trans)),
-                                   queued->second.from, std::min(expected, arc->total()));
+    stopped.reached =
+        arc->angleOnTheWay(Position::of(kordservice()->get(nullptr, key::posture, field::trans)),
+                           queued->second.from, std::min(expected, arc->total()));
     stopped.points = pointsOf(run_->program.statement(line_));
     stopped_ = stopped;
 }
@@ -202,7 +203,7 @@ void LumoExecutor::takeUpArc(Run& run, int line) {
     StoppedArc rest = *stopped_;
     const std::optional<Arc> arc = rest.queued.arc();
     const Position tool = Position::of(kordservice()->get(nullptr, key::posture, field::trans));
-    rest.reached = arc ? arc->angleOf(tool, rest.queued.from, rest.reached) : 0.0;
+    rest.reached = arc ? arc->angleNear(tool, rest.queued.from, rest.reached) : 0.0;
     constexpr double nearM = 0.002;
     if (!arc || rest.points != pointsOf(run.program.statement(line)) ||
         distance(tool, arc->at(rest.reached)) > nearM) {
@@ -352,7 +353,7 @@ void LumoExecutor::passedBefore(const ModuleObject* stmt, ModuleObject* circleSt
     const double from = queued->second.from;
     if (statementType(stmt) == statement::moveC) {
         const Position via = Position::of(stmt->c(field::point)->c(field::trans));
-        arcFirstReached = arc->angleOf(via, 0.0, 0.0) <= from;
+        arcFirstReached = arc->angleNear(via, 0.0, arc->total() / 2) <= from;
         return;
     }
     const Position& start = queued->second.start;

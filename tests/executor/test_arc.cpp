@@ -38,8 +38,9 @@ private slots:
         QTest::newRow("before where it was taken up") << false << 29.0 << 30.0 << 30.0 << 30.0 << 0;
         QTest::newRow("second leg") << true << 200.0 << 0.0 << 190.0 << 200.0 << 1;
         QTest::newRow("at the start of a circle") << true << 0.0 << 0.0 << 5.0 << 0.0 << 0;
-        QTest::newRow("at its end") << true << 0.0 << 0.0 << 340.0 << 360.0 << 3;
-        QTest::newRow("a little before its start") << true << -0.01 << 0.0 << 3.0 << 0.0 << 0;
+        QTest::newRow("at its end") << true << 0.0 << 0.0 << 360.0 << 360.0 << 3;
+        QTest::newRow("before its start, in the corner") << true << -5.0 << 0.0 << 3.0 << 0.0 << 0;
+        QTest::newRow("not as far as it could be") << true << 20.0 << 0.0 << 360.0 << 20.0 << 0;
     }
 
     void angleOfAPlace() {
@@ -49,11 +50,28 @@ private slots:
         QFETCH(double, expected);
         QFETCH(double, angle);
         const Arc arc = make(whole);
-        const double found = arc.angleOf(on(degrees), from * pi / 180, expected * pi / 180);
+        const double found = arc.angleOnTheWay(on(degrees), from * pi / 180, expected * pi / 180);
         QVERIFY2(std::abs(found * 180 / pi - angle) < 1e-6, qPrintable(QString::number(found * 180 / pi)));
         QTEST(arc.legAt(found), "leg");
         QVERIFY(lumo::distance(arc.at(found), on(angle)) < 1e-12);
         QVERIFY(std::abs(arc.radiusM() - 0.05) < 1e-12);
+    }
+
+    void angleOfAToolThatWasMoved_data() {
+        QTest::addColumn<double>("degrees");
+        QTest::addColumn<double>("reached");
+        QTest::addColumn<double>("angle");
+        QTest::newRow("braked past a circle's end") << 8.0 << 359.0 << 360.0;
+        QTest::newRow("pushed back before its start") << -3.0 << 1.0 << 0.0;
+        QTest::newRow("pushed back in the middle") << 198.0 << 200.0 << 198.0;
+    }
+
+    void angleOfAToolThatWasMoved() {
+        QFETCH(double, degrees);
+        QFETCH(double, reached);
+        QFETCH(double, angle);
+        const double found = make(true).angleNear(on(degrees), 0.0, reached * pi / 180);
+        QVERIFY2(std::abs(found * 180 / pi - angle) < 1e-6, qPrintable(QString::number(found * 180 / pi)));
     }
 
     void pointsOnALine_makeNone() {

@@ -451,6 +451,7 @@ private slots:
         QVERIFY(sameLog(equipment().filter(QRegularExpression("^" + at + " ")), off));
         QCOMPARE(bench_.robot.nowMs(), qint64(ms));
         QCOMPARE(bench_.state(), "idle");
+        bench_.time.advance(1);  // starts are taken again by who goes on
     }
 
     void powerLossAfterAPause_shutsDownToo() {

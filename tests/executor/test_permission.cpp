@@ -52,6 +52,23 @@ private slots:
         QVERIFY(!bench_.weldFlag());
     }
 
+    void lostMidWeld_theRampEndsAtTheSeamsEnd_data() {
+        QTest::addColumn<bool>("comesBack");
+        QTest::newRow("for good") << false;
+        QTest::newRow("and comes back") << true;
+    }
+
+    void lostMidWeld_theRampEndsAtTheSeamsEnd() {
+        QFETCH(bool, comesBack);
+        bench_.setParam("decrease_time", 2000);
+        bench_.load(R"([{"type":"open"},{"type":"moveL"},{"type":"close"},{"type":"moveL"}])");
+        bench_.at(600, [] { setSwitch("weldbtn", false); });
+        bench_.at(700, [comesBack] { setSwitch("weldbtn", comesBack); });
+        bench_.run();
+        QCOMPARE(bench_.robot.offSince("LASER"), qint64(900));
+        QCOMPARE(bench_.robot.firstTime("move.l 0 0"), qint64(400));
+    }
+
     void lostMidWeld_closesWhileTheRunGoesOn_data() {
         QTest::addColumn<QByteArray>("what");
         QTest::newRow("mode") << QByteArray("mode");

@@ -214,6 +214,41 @@ private slots:
         QCOMPARE(bench_.robot.firstTime("GAS 1"), qint64(mode == "manual" ? -1 : back.isEmpty() ? 0 : 500));
     }
 
+    void aStopAheadOfTheOpening_data() {
+        QTest::addColumn<int>("line");
+        QTest::addColumn<int>("stopMs");
+        QTest::newRow("in the delay before it") << 1 << 550;
+        QTest::newRow("in its pre-flow") << 2 << 700;
+        QTest::newRow("in its dwell") << 2 << 900;
+    }
+
+    /// The laser would light where somebody moved the tool to.
+    void aStopAheadOfTheOpening() {
+        QFETCH(int, line);
+        QFETCH(int, stopMs);
+        bench_.load(R"([{"type":"moveL"},{"type":"delay","delaytime":100},{"type":"open"},{"type":"moveL"},
+                        {"type":"close"}])");
+        bench_.at(stopMs, [] { test::ExecutorBench::pause(); });
+        bench_.run();
+        bench_.settle();
+        QCOMPARE(bench_.resumeLine(), line);
+        jog(30);
+        QVERIFY(executor->outlook(line).goesBack);
+        bench_.run(line);
+        QCOMPARE(bench_.robot.log().value(1), QString("0 move.l 0.05 0"));
+        QCOMPARE(bench_.robot.firstTime("GAS 1"), qint64(line == 1 ? 600 : 500));
+    }
+
+    void aStoppedStepInAnOpenWeld_movesNoPausePoint() {
+        pauseInLine3();
+        const QJsonValue stop = m("lumo.current.pausepoint")->exportToJson();
+        jog(30);
+        bench_.at(100, [] { test::ExecutorBench::pause(); });
+        bench_.once(6);
+        bench_.settle();
+        QCOMPARE(m("lumo.current.pausepoint")->exportToJson(), stop);
+    }
+
     void onTheWayBack_aStopLeavesTheResumeData_data() {
         QTest::addColumn<QByteArray>("how");
         for (const char* how : {"error", "pause", "power"}) {
@@ -284,7 +319,8 @@ private slots:
                 .arg(whole ? "moveCC" : "moveC", point(whole ? 120 : 45), point(whole ? 240 : 90))
                 .toUtf8());
         bench_.robot.motionMs = 100000;
-        bench_.at(500, [this, at, stop] {
+        // At 1 rad/s, from 400 ms on, it has come at most that far.
+        bench_.at(500 + int(stop * 20), [this, at, stop] {
             bench_.robot.standAt(at(stop));
             test::ExecutorBench::pause();
         });
@@ -363,6 +399,42 @@ private slots:
         const int first = what == "power" ? 0 : 1;  // behind "move.reset"
         QVERIFY(sameLog(bench_.robot.log().mid(first, off.size()), off));
         QVERIFY(!executor->litByHand());
+    }
+
+    void whatAHandSwitchesOffInAPulsedWeld_staysOff() {
+        bench_.setParam("open_time", 100);
+        bench_.setParam("open_interval", 100);
+        bench_.load(R"([{"type":"open"},{"type":"delay","delaytime":1000},{"type":"close"},
+                        {"type":"open"},{"type":"close"}])");
+        // A lock is released: its device goes off first, here in a gap.
+        bench_.at(550, [] {
+            lumo::noteByHand(DO_LASER_ENABLE, false);
+            lumo::noteByHand(DO_WIRE_ENABLE, false);
+        });
+        bench_.run();
+        QCOMPARE(bench_.robot.logBetween(550, 2000).filter(QRegularExpression("(LASER|WIRE) 1")),
+                 QStringList());
+        QVERIFY(!bench_.robot.logBetween(2000, 9999).filter("LASER 1").isEmpty());  // the next seam
+    }
+
+    void aStartWhileTheApplicationQuits_startsNothing() {
+        loadWeld();
+        bool quit = false;
+        const auto quits =
+            connect(m("lumo.execute.state"), &ModuleObject::changed, this, [&](const QVariant& state) {
+                if (state.toString() == "idle" && quit) {
+                    test::ExecutorBench::trigger("start", 0);
+                }
+            });
+        bench_.at(1600, [&quit] {
+            quit = true;
+            QMetaObject::invokeMethod(QCoreApplication::instance(), "aboutToQuit");
+        });
+        bench_.run();
+        disconnect(quits);
+        QCOMPARE(bench_.robot.log().filter("move.reset").size(), 1);
+        QCOMPARE(bench_.state(), QString("idle"));
+        bench_.time.advance(1);
     }
 
     /// Last: it ends the package's subtree, whose ports must still be there when the executor switches off.

@@ -140,7 +140,8 @@ void ScriptedRobot::onIssued(const KordCall& call) {
             kordservice()->commandNode(call.name)->setValue(this, codes.value(number));
             return;
         }
-        queue_.append({call.name, position(call.node->r(QStringLiteral("point.trans"))), number});
+        queue_.append({call.name, position(call.node->r(QStringLiteral("point.trans"))),
+                       call.node->r(QStringLiteral("point.rot"))->exportToJson(), number});
         return;
     }
     note(call.name);
@@ -167,6 +168,9 @@ void ScriptedRobot::beginNext() {
 
 void ScriptedRobot::arrive() {
     standAt(queue_.first().target);
+    if (queue_.first().rot.isArray()) {
+        kordservice()->dataNode(QStringLiteral("sys.posture.rot"))->loadJson(this, queue_.first().rot);
+    }
 }
 
 void ScriptedRobot::finish() {

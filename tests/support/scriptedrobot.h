@@ -4,6 +4,7 @@
 #include "mendo/moduleobject.h"
 
 #include <QHash>
+#include <QJsonValue>
 #include <QObject>
 #include <QPointer>
 #include <QStringList>
@@ -55,6 +56,7 @@ private:
     struct Motion {
         QString command;
         QVector<double> target;
+        QJsonValue rot;  ///< no list: stays
         int number;
     };
 
