@@ -58,7 +58,7 @@ void RunWatch::onState(const rec::Change& change) {
 // A failed motion ends a walk, also one that is not a statement's; it may come when the walk is over already. The
 // executor does not look at a step's result.
 void RunWatch::motionEnded(int code) {
-    if (code < 0 && reason_ == kFinished)
+    if (code < 0 && reason_ == kFinished && (running_ || !step_))
         reason_ = QStringLiteral("error");
 }
 

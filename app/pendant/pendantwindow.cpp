@@ -105,12 +105,16 @@ void PendantWindow::setUnfolded(bool unfolded) {
     setFixedHeight(layout()->sizeHint().height());
     if (!isVisible())
         return;
-    // It grows from the corner that it stands in.
+    // It grows from the corner that it stands in, and goes back to where it was folded.
     const QSize grown(width() - before.width(),
                       height() + frameGeometry().height() - geometry().height() - before.height());
     const bool byHand = (pos() - placed_).manhattanLength() > kByHand;
-    move(pos() - QPoint(atRight ? grown.width() : 0, atBottom ? grown.height() : 0));
+    const bool stayed = !unfolded && foldedPos_ && (pos() - unfoldedPos_).manhattanLength() <= kByHand;
+    if (unfolded)
+        foldedPos_ = pos();
+    move(stayed ? *foldedPos_ : pos() - QPoint(atRight ? grown.width() : 0, atBottom ? grown.height() : 0));
     keepOnScreen();
+    unfoldedPos_ = pos();
     if (byHand)
         Preferences::rememberPendant(pos(), unfolded);
     else

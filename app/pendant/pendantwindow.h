@@ -5,6 +5,8 @@
 #include <QWidget>
 #include <QWindow>
 
+#include <optional>
+
 namespace sim {
 class Controller;
 }
@@ -48,6 +50,8 @@ private:
     StopBox* stop_;
     QWidget* rest_;
     QPoint placed_;             ///< where it was put, not by hand
+    std::optional<QPoint> foldedPos_;  ///< where it stood before it was unfolded
+    QPoint unfoldedPos_;               ///< where it stood then
     QPointer<QWindow> before_;  ///< had the keyboard
 };
 

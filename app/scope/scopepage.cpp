@@ -280,6 +280,7 @@ void ScopePage::askFile(const QString& ending) {
         new QFileDialog(this, tr("导出"), QDir::current().filePath(name), QStringLiteral("*.") + ending);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setOption(QFileDialog::DontUseNativeDialog);
+    dialog->setOption(QFileDialog::ReadOnly);  // it deletes and renames nothing
     dialog->setAcceptMode(QFileDialog::AcceptSave);
     dialog->setDefaultSuffix(ending);
     connect(dialog, &QFileDialog::fileSelected, this, &ScopePage::exportTo);

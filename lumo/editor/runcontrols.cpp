@@ -14,6 +14,8 @@
 #include <QMessageBox>
 #include <QStackedWidget>
 
+#include <cmath>
+
 using namespace lumo;
 
 namespace {
@@ -81,6 +83,7 @@ void RunControls::goOn() {
         return;
     }
     askedFor_ = ProgramTable::program()->c(line);
+    askedMm_ = outlook.distanceMm;
     ask(ProgramWidget::tr("警告"),
         ProgramWidget::tr("焊枪距中断点 %1 mm，先不出光回到中断点，再继续焊接？")
             .arg(QString::number(outlook.distanceMm, 'f', 1)),
@@ -91,6 +94,12 @@ void RunControls::goBackNow() {
     // The program, or the line to go on from, may have changed since the answer.
     const int line = m(key::currentLine)->getInt();
     if (isIdle() && (ProgramTable::program()->c(line) != askedFor_ || refusedForPairs())) {
+        return;
+    }
+    // Somebody jogged on while the question stood there: it named another distance.
+    constexpr double sameMm = 2.0;
+    if (executor && std::abs(executor->outlook(line).distanceMm - askedMm_) > sameMm) {
+        goOn();
         return;
     }
     run();

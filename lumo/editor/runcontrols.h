@@ -71,5 +71,6 @@ private:
     QString filePath_;
     QVector<Deed> deeds_;  ///< to be done from the event loop
     QPointer<QMessageBox> question_;
+    double askedMm_ = 0.0;             ///< the distance that a question named
     QPointer<ModuleObject> askedFor_;  ///< the statement that would be run from
 };

@@ -1,6 +1,9 @@
 #include "module/messagebox.h"
 
+#include "executor/lumoexecutor.h"
+#include "module/globals.h"
 #include "module/host.h"
+#include "module/keys.h"
 
 #include <QApplication>
 #include <QStackedWidget>
@@ -20,6 +23,11 @@ bool isShown(const QString& title, const QString& text) {
     return false;
 }
 
+/// A modal box would take the button away that stops it.
+bool somethingRuns() {
+    return executor && (executor->depth() > 0 || m(key::executeState)->getString() != word::idle);
+}
+
 }  // namespace
 
 void showMessage(QMessageBox::Icon icon, const QString& title, const QString& text) {
@@ -30,7 +38,12 @@ void showMessage(QMessageBox::Icon icon, const QString& title, const QString& te
     auto* box =
         new QMessageBox(icon, title, text, QMessageBox::Ok, center ? center->currentWidget() : nullptr);
     box->setAttribute(Qt::WA_DeleteOnClose);
-    box->open();
+    if (somethingRuns()) {
+        box->setWindowModality(Qt::NonModal);
+        box->show();
+    } else {
+        box->open();
+    }
 }
 
 }  // namespace lumo

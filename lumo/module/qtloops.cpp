@@ -1,11 +1,25 @@
 #include "module/qtloops.h"
 
+#include "executor/lumoexecutor.h"
+#include "module/globals.h"
+
 #include <QApplication>
 #include <QDrag>
 #include <QFileDialog>
 #include <QMessageBox>
 
 namespace lumo {
+
+MenuGuard::MenuGuard(QObject* parent) : QObject(parent) {
+    QCoreApplication::instance()->installEventFilter(this);
+}
+
+bool MenuGuard::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::ContextMenu && executor && executor->depth() > 0) {
+        return true;
+    }
+    return QObject::eventFilter(watched, event);
+}
 
 void endLoopsOfQt() {
     auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());

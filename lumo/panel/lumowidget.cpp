@@ -15,6 +15,7 @@
 #include "module/host.h"
 #include "module/keys.h"
 #include "module/messagebox.h"
+#include "module/qtloops.h"
 #include "module/settingsfile.h"
 #include "panel/keypad.h"
 #include "panel/projectdialogs.h"
@@ -63,6 +64,7 @@ LumoWidget::LumoWidget(QWidget* parent) : QWidget(parent), ui_(std::make_unique<
     connectProject();
     connectToolset();
     new lumo::Keypad(this);
+    new lumo::MenuGuard(this);
 }
 
 LumoWidget::~LumoWidget() {

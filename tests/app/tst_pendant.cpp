@@ -537,8 +537,14 @@ void AppPendant::folded_showsStopAndPowerWhole() {
         QVERIFY2(pendant->rect().contains(place) && !taken.intersects(place), name);
         taken += place;
     }
+    const QPoint folded = pendant->pos();
     click(QStringLiteral("btnFold"));
     QVERIFY(find(QStringLiteral("mode0"))->isVisible());
+    advance(10);
+    click(QStringLiteral("btnFold"));
+    advance(10);
+    QCOMPARE(pendant->pos(), folded);  // not over the status line below it
+    click(QStringLiteral("btnFold"));
 }
 
 void AppPendant::closing_isRefused() {

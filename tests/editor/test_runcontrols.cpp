@@ -158,6 +158,10 @@ private slots:
                  QStringList{"焊枪距中断点 12.1 mm，先不出光回到中断点，再继续焊接？"});
         const auto* question = EditorFixture::dialog<QMessageBox>();
         QCOMPARE(question->defaultButton(), question->button(QMessageBox::No));
+        y->setValue(this, y->getDouble() + 0.0121);  // jogged on meanwhile: it asks again
+        editor_.answerBox(QMessageBox::Yes);
+        QCOMPARE(ExecutorBench::boxes(),
+                 QStringList{"焊枪距中断点 24.2 mm，先不出光回到中断点，再继续焊接？"});
         editor_.answerBox(yes ? QMessageBox::Yes : QMessageBox::No);
         QCOMPARE(editor_.bench.robot.log().isEmpty(), !yes);
         QCOMPARE(editor_.bench.robot.firstTime("GAS 1"), qint64(yes ? 500 : -1));

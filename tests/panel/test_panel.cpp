@@ -6,10 +6,12 @@
 #include "params/paramconfigwidget.h"
 
 #include <QComboBox>
+#include <QContextMenuEvent>
 #include <QDialog>
 #include <QJsonArray>
 #include <QJsonObject>
 #include <QPointer>
+#include <QScrollBar>
 #include <QToolButton>
 #include <QTranslator>
 
@@ -186,6 +188,26 @@ private slots:
         });
         bench_.run();
         QCOMPARE(enabled(), QVector<bool>({true, true}));
+    }
+
+    /// A menu takes the click that closes it, a modal box takes all: Stop has to stay in reach.
+    void whatOpensInARun_leavesStopInReach() {
+        bench_.robot.setPower("on");
+        bench_.load(R"([{"type":"delay","delaytime":1000,"execute":true}])");
+        bench_.at(500, [this] {
+            QWidget* const bar = table()->verticalScrollBar();
+            QContextMenuEvent event(QContextMenuEvent::Mouse, QPoint(2, 2), bar->mapToGlobal(QPoint(2, 2)));
+            QApplication::sendEvent(bar, &event);
+            QCOMPARE(bench_.robot.nowMs(), qint64(500));  // no loop of a menu's own
+            test::ExecutorBench::trigger("start", 0);
+            QCOMPARE(bench_.boxes(), QStringList("当前不是空闲状态"));
+            QVERIFY(!QApplication::activeModalWidget());
+            bench_.click("btnPause");
+        });
+        bench_.run();
+        QCOMPARE(bench_.robot.nowMs(), qint64(500));
+        bench_.settle();
+        test::ExecutorBench::closeBoxes();
     }
 
     void pageThatGoesAway_endsThePointPage() {

@@ -152,8 +152,9 @@ void RunnerFollower::reasons_data() {
         << QStringList{"once", "busy", "idle", "result -1"} << "finished";
     QTest::newRow("start that a step refuses")
         << QStringList{"once", "busy", "start", "result -1", "idle"} << "error";
-    QTest::newRow("result that a walk drops")
-        << QStringList{"start", "busy", "result -1", "idle"} << "finished";
+    QTest::newRow("failed way back") << QStringList{"start", "busy", "result -1", "idle"} << "error";
+    QTest::newRow("failed when the walk is over")
+        << QStringList{"start", "busy", "idle", "result -9"} << "error";
 }
 
 void RunnerFollower::write(const QString& what) {

@@ -162,8 +162,8 @@ void ScriptedRobot::onIssued(const KordCall& call) {
 
 void ScriptedRobot::beginNext() {
     running_ = true;
+    zone_.start(motionMs - zoneLeadMs);  // first: it is there before it says so
     motion_.start(motionMs);
-    zone_.start(motionMs - zoneLeadMs);
 }
 
 void ScriptedRobot::arrive() {
