@@ -212,6 +212,19 @@ const Stop kRuns[] = {
          startSample(s);
          s.shoot();
      }},
+    {"run_torch_moved",
+     [](Scene& s) {
+         s.openProject(kSample);
+         s.whenLineRuns(MoveC, [&s] { press(s, "btnPause"); });
+         startSample(s);
+         s.settle();
+         sim::PlaceMove away;
+         away.trans = {0.5, 0.03, 0.32};
+         s.controller()->place(away);
+         s.settle();
+         press(s, "btnStart");
+         s.shoot();
+     }},
     {"run_motion_error",
      [](Scene& s) {
          s.openProject(kSample);
