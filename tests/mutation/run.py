@@ -39,7 +39,7 @@ SOURCES = ["lumo/executor/*.cpp", "lumo/devices/ports.cpp"] + [
     ("station", "stationqueue", "inputwatch", "stationtable", "signalsbindwidget")]
 # The quick tests of what is mutated, then whole programs, then the campaign.
 TARGETS = """test_schedule test_laserplan test_runprogram test_run test_results test_laser test_permission
-    test_waittable test_circle test_ports test_portconfig test_devicecontrol test_station test_monitoring
+    test_waittable test_resume test_arc test_circle test_ports test_portconfig test_devicecontrol test_station test_monitoring
     test_stationeditor test_panel campaign program_case""".split()
 CAMPAIGN_COUNT = "150"
 SLOWEST_S = 5.0
