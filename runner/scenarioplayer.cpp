@@ -3,6 +3,7 @@
 #include "mendo/modulemanager.h"
 #include "runner/hand.h"
 #include "runner/pagehand.h"
+#include "runner/project.h"
 #include "simulator/cell.h"
 #include "simulator/controller.h"
 
@@ -50,9 +51,9 @@ QString reasonOf(sim::JogAnswer answer) {
     return {};
 }
 
-QString noFile(const QString& path) {
-    return QFileInfo(path).isFile() ? QString()
-                                    : QStringLiteral("%1: there is no such file").arg(QFileInfo(path).fileName());
+QString noProject(const QString& path) {
+    Problem problem;
+    return Project::read(path, QFileInfo(path).fileName(), &problem) ? QString() : problem.text();
 }
 
 QString noLine(int line, int count) {
@@ -157,7 +158,7 @@ QString ScenarioPlayer::refusalOf(const ScenarioEntry& entry) const {
         case Action::Move:
             return noLine(std::max(number(entry, "line0"), number(entry, "to0")), lines);
         case Action::Load:
-            return noFile(pathOf(entry));
+            return noProject(pathOf(entry));
         case Action::Port:
             return pageHand_->portFault(number(entry, "row"));
         case Action::Station:

@@ -168,9 +168,13 @@ double QueuedArc::speedMPerS() const {
     return command->r(QStringLiteral("traj.speed"))->getDouble(0.0);
 }
 
-void QueuedArc::fillRest(ModuleObject* args, const Arc& arc, double angle) const {
+bool QueuedArc::fillRest(ModuleObject* args, const Arc& arc, double angle) const {
+    constexpr double doneM = 0.00005;
+    const int leg = arc.legAt(angle + doneM / arc.radiusM());
+    if (leg == arc.legCount()) {
+        return false;
+    }
     args->copyFrom(nullptr, command.get());
-    const int leg = arc.legAt(angle);
     ModuleObject* first = args;
     if (args->hasCmobj(path)) {
         for (int done = 0; done < leg; ++done) {
@@ -181,6 +185,7 @@ void QueuedArc::fillRest(ModuleObject* args, const Arc& arc, double angle) const
     const Position half = arc.at((angle + arc.legEnd(leg)) / 2);
     ModuleObject* const via = first->c(aux)->c(field::trans);
     via->set(nullptr, mIndex(0), half.x)->set(nullptr, mIndex(1), half.y)->set(nullptr, mIndex(2), half.z);
+    return true;
 }
 
 }  // namespace lumo

@@ -43,6 +43,7 @@ public:
     [[nodiscard]] Position at(double angle) const;
     /// The first leg that has not ended at an angle.
     [[nodiscard]] int legAt(double angle) const;
+    [[nodiscard]] int legCount() const { return static_cast<int>(ends_.size()); }
     [[nodiscard]] double legEnd(int leg) const { return ends_[static_cast<std::size_t>(leg)]; }
 
 private:
@@ -69,8 +70,9 @@ struct QueuedArc {
     [[nodiscard]] std::optional<Arc> arc() const;
     [[nodiscard]] double speedMPerS() const;
     /// Fills `args` with the command for what is left at an angle: through the place half-way to the end of
-    /// the leg, and the legs behind it. What else the points carry stays.
-    void fillRest(ModuleObject* args, const Arc& arc, double angle) const;
+    /// the leg, and the legs behind it. A leg with less than 0.05 mm left is done; false where all are. What
+    /// else the points carry stays.
+    [[nodiscard]] bool fillRest(ModuleObject* args, const Arc& arc, double angle) const;
 };
 
 }  // namespace lumo

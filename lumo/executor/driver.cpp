@@ -175,7 +175,7 @@ void LumoExecutor::walk(Run& run, int line) {
     }
     if (!isAborted()) {
         stopped_.reset();  // the run has what is left of it
-        stoppedStatement_ = nullptr;
+        stopKept_ = false;
     }
     int i = line;
     for (; i < run.program.lineCount() && !isAborted() && isBusy(); ++i) {
@@ -216,12 +216,15 @@ void LumoExecutor::takeUp(Run& run, int line) {
     }
     const bool ofArc = isStoppedArc(run.original(line)) && run.program.isExecuted(line);
     const bool reopens = run.inWeld && m(key::weldOpen)->getBool(false) && weldingPermitted();
-    const bool opens = isStopped(run.original(line)) && opensBeforeItMoves(m(key::program), line);
+    const bool opens = run.ofHandProgram() && isStopped(line) && opensBeforeItMoves(m(key::program), line);
+    if (run.inWeld && !weldingPermitted()) {
+        resume_.weldOpened(nullptr);  // from here on its seam is left dark: no later start may go on with it
+    }
     if (!isAborted() && (reopens || ofArc || opens) && isAway()) {
         goBack(run, line);
-        // A controller may say too early that it is there.
-        if (!isAborted() && isAway()) {
-            setWeldFlag(false);
+        if (!isAborted() && isAway()) {  // a controller that says too early that it is there
+            pause();
+            warn(tr("机器人正在运行中"));
         }
     }
     if (!isAborted() && ofArc) {
@@ -258,13 +261,18 @@ void LumoExecutor::goBack(const Run& run, int line) {
     }
 }
 
-/// Whether the last stop interrupted this statement, and its place is still known.
-bool LumoExecutor::isStopped(const ModuleObject* statement) const {
-    return statement && stoppedStatement_ == statement && m(key::currentPausePoint)->size() > 0;
+/// Whether a start of the hand program at this line goes on from the last stop: at its statement or, where
+/// that was removed, at the line that has its number now.
+bool LumoExecutor::isStopped(int line) const {
+    if (!stopKept_ || m(key::currentPausePoint)->size() == 0) {
+        return false;
+    }
+    const bool isThere = stoppedStatement_ && stoppedStatement_->pmobj() == m(key::program);
+    return line == (isThere ? stoppedStatement_->indexInPmobj() : m(key::currentLine)->getInt(-1));
 }
 
 bool LumoExecutor::isStoppedArc(const ModuleObject* statement) const {
-    return stopped_ && isStopped(statement) && stopped_->statement == statement;
+    return stopped_ && statement && stopped_->statement == statement && isStopped(statement->indexInPmobj());
 }
 
 /// Whether a run from a line would light the laser where the tool stands, before it moves.
@@ -272,7 +280,7 @@ bool LumoExecutor::opensBeforeItMoves(const ModuleObject* program, int line) {
     for (const ModuleObject* stmt = program->c(line); !stmt->isNull(); stmt = stmt->nextBmobj()) {
         const bool isOpening = statementType(stmt) == statement::open;
         if (isExecutedStatement(stmt) && (isOpening || isMoveStatement(stmt))) {
-            return isOpening && weldingPermitted();
+            return isOpening;
         }
     }
     return false;
@@ -302,7 +310,7 @@ LumoExecutor::Outlook LumoExecutor::outlook(int line) const {
     ModuleObject* const stmt = m(key::program)->c(line);
     outlook.reopens = m(key::weldOpen)->getBool(false) && resume_.liesInWeld(line) && weldingPermitted();
     const bool ofArc = !stmt->isNull() && isStoppedArc(stmt) && isExecutedStatement(stmt);
-    const bool opens = isStopped(stmt) && opensBeforeItMoves(m(key::program), line);
+    const bool opens = isStopped(line) && opensBeforeItMoves(m(key::program), line);
     outlook.goesBack = (outlook.reopens || ofArc || opens) && isAway(&outlook.distanceMm);
     return outlook;
 }
@@ -325,11 +333,12 @@ void LumoExecutor::keepStop() {
         return;
     }
     if (!run_->isStep) {
+        stopKept_ = run_->ofHandProgram();
         stoppedStatement_ = run_->original(line_);
         keepArc();
         resume_.hold(run_->original(line_));
-    } else if (m(key::weldOpen)->getBool(false)) {
-        return;  // a step that leaves the weld open must not move the place where it goes on
+    } else if (stopKept_ || m(key::weldOpen)->getBool(false)) {
+        return;  // a step must not move the place where a stopped program goes on
     }
     // Last: who hears of it may stop once more, and finds the line kept.
     m(key::currentPausePoint)->copyFrom(this, kordservice()->get(this, key::posture), true, false);

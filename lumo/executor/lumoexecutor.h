@@ -161,7 +161,7 @@ private:
     void takeUp(Run& run, int line);
     void takeUpArc(Run& run, int line);
     void goBack(const Run& run, int line);
-    [[nodiscard]] bool isStopped(const ModuleObject* statement) const;
+    [[nodiscard]] bool isStopped(int line) const;
     [[nodiscard]] bool isStoppedArc(const ModuleObject* statement) const;
     [[nodiscard]] static bool opensBeforeItMoves(const ModuleObject* program, int line);
     [[nodiscard]] static bool isAway(double* distanceMm = nullptr);
@@ -242,7 +242,8 @@ private:
     int line_ = -1;       ///< the line it executes, or is about to
     /// A statement of the program is being executed, and no stop has come: a stop now interrupts it.
     bool inStatement_ = false;
-    QPointer<ModuleObject> stoppedStatement_;   ///< that the last stop of a hand run interrupted
+    bool stopKept_ = false;  ///< the hand program was stopped in a statement and has not gone on since
+    QPointer<ModuleObject> stoppedStatement_;   ///< that statement
     std::optional<StoppedArc> stopped_;         ///< the arc that the last stop interrupted
     const ModuleObject* queuedLast_ = nullptr;  ///< statement that queued the last motion
     int awaited_ = -1;                          ///< number of the motion whose wait is running

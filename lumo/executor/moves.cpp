@@ -221,14 +221,12 @@ bool LumoExecutor::queueRest(ModuleObject* stmt) {
     if (!run_ || !run_->rest || run_->restLine != line || !run_->program.holds(stmt)) {
         return false;
     }
-    constexpr double doneM = 0.00005;
     const StoppedArc rest = *std::exchange(run_->rest, std::nullopt);
     const Arc arc = *rest.queued.arc();
-    if ((arc.total() - rest.reached) * arc.radiusM() < doneM) {
+    ModuleObject args(QStringLiteral("tmp"));
+    if (!rest.queued.fillRest(&args, arc, rest.reached)) {
         return true;
     }
-    ModuleObject args(QStringLiteral("tmp"));
-    rest.queued.fillRest(&args, arc, rest.reached);
     setTrajectory(&args, stmt);
     QueuedArc& kept = run_->arcs[line];
     kept = rest.queued;

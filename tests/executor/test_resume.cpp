@@ -220,6 +220,7 @@ private slots:
         QTest::newRow("in the delay before it") << 1 << 550;
         QTest::newRow("in its pre-flow") << 2 << 700;
         QTest::newRow("in its dwell") << 2 << 900;
+        QTest::newRow("in the delay, which is removed") << -1 << 550;
     }
 
     /// The laser would light where somebody moved the tool to.
@@ -231,16 +232,54 @@ private slots:
         bench_.at(stopMs, [] { test::ExecutorBench::pause(); });
         bench_.run();
         bench_.settle();
-        QCOMPARE(bench_.resumeLine(), line);
+        QCOMPARE(bench_.resumeLine(), std::abs(line));
+        if (line < 0) {
+            m("lumo.program")->remove(this, "#1");
+            line = 1;
+        }
         jog(30);
         QVERIFY(executor->outlook(line).goesBack);
         bench_.run(line);
         QCOMPARE(bench_.robot.log().value(1), QString("0 move.l 0.05 0"));
-        QCOMPARE(bench_.robot.firstTime("GAS 1"), qint64(line == 1 ? 600 : 500));
+        const bool delayed = line == 1 && m("lumo.program")->size() == 5;
+        QCOMPARE(bench_.robot.firstTime("GAS 1"), qint64(delayed ? 600 : 500));
     }
 
-    void aStoppedStepInAnOpenWeld_movesNoPausePoint() {
+    /// A seam that was gone over dark once is not taken up by a later start, from wherever that was stopped.
+    void aResumeThatIsNotPermitted_leavesTheWeldBehind() {
         pauseInLine3();
+        jog(60);
+        bench_.robot.setMode("manual");
+        bench_.at(200, [] { test::ExecutorBench::pause(); });
+        bench_.run(3);
+        bench_.settle();
+        bench_.robot.setMode("auto");
+        QVERIFY(!executor->outlook(bench_.resumeLine()).reopens);
+        bench_.run(bench_.resumeLine());
+        QVERIFY(!lit());
+    }
+
+    void aWayBackThatIsAnsweredTooEarly_opensNothing() {
+        pauseInLine3();
+        jog(60);
+        bench_.robot.answersInside = true;
+        bench_.run(3);
+        bench_.settle();
+        QVERIFY(!lit());
+        QCOMPARE(bench_.boxes(), QStringList("机器人正在运行中"));
+        QVERIFY(bench_.weldFlag());
+    }
+
+    void aStoppedStep_movesNoPausePoint_data() {
+        QTest::addColumn<bool>("inWeld");
+        QTest::newRow("of an open weld") << true;
+        QTest::newRow("of a program that was stopped dark") << false;
+    }
+
+    void aStoppedStep_movesNoPausePoint() {
+        QFETCH(bool, inWeld);
+        pauseInLine3();
+        m("lumo.current.openmiddlecolse")->setValue(this, inWeld);
         const QJsonValue stop = m("lumo.current.pausepoint")->exportToJson();
         jog(30);
         bench_.at(100, [] { test::ExecutorBench::pause(); });
@@ -295,6 +334,7 @@ private slots:
         QTest::newRow("circle, first leg") << true << 20.0 << 20.0 << 70.0 << 3;
         QTest::newRow("circle, second leg") << true << 200.0 << 200.0 << 220.0 << 2;
         QTest::newRow("circle, last leg") << true << 300.0 << 300.0 << 330.0 << 1;
+        QTest::newRow("circle, microns before a leg's end") << true << 119.98 << 119.98 << 179.99 << 2;
     }
 
     /// A quarter or a circle of 50 mm from (50, 0); the robot stands where the case says.
