@@ -62,6 +62,8 @@ private:
     void onBegun(const Run& run, const Runs& runs);
     void onEnded(const Run& run, const Event& event);
     void onRefused(const Event& asked, const Event& done);
+
+    bool quits_ = false;  ///< the application was asked to quit
 };
 
 /// The walk is never ahead of the robot: what follows a move begins when its result has come or the

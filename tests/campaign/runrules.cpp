@@ -66,6 +66,7 @@ void RestRule::on(const Event& event, const Outputs& outputs, const Runs& runs) 
 // --- Starts ----------------------------------------------------------------------------------------
 
 void StartRule::on(const Event& event, const Outputs&, const Runs& runs) {
+    quits_ |= event.kind == Kind::Quit;
     if (runs.begun()) {
         onBegun(*runs.begun(), runs);
     }
@@ -117,6 +118,9 @@ void StartRule::onEnded(const Run& run, const Event& event) {
 }
 
 void StartRule::onRefused(const Event& asked, const Event& done) {
+    if (quits_) {
+        return;  // a start while the application ends its loops is passed over in silence
+    }
     const Facts& before = asked.facts;
     if (done.facts.boxes == 0) {
         broken(QStringLiteral("a start was refused without a message"));
