@@ -51,9 +51,11 @@ QString reasonOf(sim::JogAnswer answer) {
     return {};
 }
 
-QString noProject(const QString& path) {
+/// Why a file cannot be loaded; nothing when it can.
+std::optional<Problem> noProject(const QString& path) {
     Problem problem;
-    return Project::read(path, QFileInfo(path).fileName(), &problem) ? QString() : problem.text();
+    return Project::read(path, QFileInfo(path).fileName(), &problem) ? std::nullopt
+                                                                     : std::make_optional(problem);
 }
 
 QString noLine(int line, int count) {
@@ -100,10 +102,19 @@ void ScenarioPlayer::drain() {
         if (refusal.isEmpty())
             apply(entry);
         else
-            printWarning(QStringLiteral("scenario: refused at %1 ms: %2").arg(entry.atMs).arg(refusal));
+            refuse(entry, refusal);
         --applying_;
         emit applied();
     }
+}
+
+void ScenarioPlayer::refuse(const ScenarioEntry& entry, const QString& reason) {
+    printWarning(QStringLiteral("scenario: refused at %1 ms: %2").arg(entry.atMs).arg(reason));
+    if (entry.action != Action::Load)
+        return;
+    // As the page's Open does: the host's file service tells what is wrong with the file.
+    if (const std::optional<Problem> problem = noProject(pathOf(entry)))
+        emit m()->fileProblem(pathOf(entry), problem->line, problem->column, problem->reason);
 }
 
 void ScenarioPlayer::apply(const ScenarioEntry& entry) {
@@ -158,7 +169,7 @@ QString ScenarioPlayer::refusalOf(const ScenarioEntry& entry) const {
         case Action::Move:
             return noLine(std::max(number(entry, "line0"), number(entry, "to0")), lines);
         case Action::Load:
-            return noProject(pathOf(entry));
+            return noProject(pathOf(entry)) ? QStringLiteral("there is no project to load") : QString();
         case Action::Port:
             return pageHand_->portFault(number(entry, "row"));
         case Action::Station:

@@ -50,6 +50,7 @@ private:
     void applyToHand(const ScenarioEntry& entry);
     void applyToProgram(const ScenarioEntry& entry);
     void applyToPages(const ScenarioEntry& entry);
+    void refuse(const ScenarioEntry& entry, const QString& reason);
     QString refusalOf(const ScenarioEntry& entry) const;
     QString pathOf(const ScenarioEntry& entry) const;
     void load(const QString& path);
