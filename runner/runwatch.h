@@ -24,6 +24,9 @@ public:
 
     /// The controller reports a motion's result.
     void motionEnded(int code);
+    /// The robot was told to stop. Where neither a pause nor a loss of power came before, the executor has met
+    /// something that it cannot go on with.
+    void motionStopped() { end(QStringLiteral("error")); }
 
 signals:
     /// A run or single step was accepted. This comes before the page hears of it.

@@ -201,6 +201,10 @@ void Session::connectEnds() {
     connect(controller, &sim::Controller::result, this, &Session::scheduleCheck);
     connect(controller, &sim::Controller::result, &watch_,
             [this](const QString&, int, int code) { watch_.motionEnded(code); });
+    connect(kordservice(), &KordService::issued, &watch_, [this](const KordCall& call) {
+        if (call.name == QLatin1String("move.stop"))
+            watch_.motionStopped();
+    });
     connect(controller, &sim::Controller::postureMoved, this, &Session::scheduleCheck);
     connect(bench_->executor(), SIGNAL(activityChanged()), this, SLOT(scheduleCheck()));
     connect(&hand_, &Hand::released, this, &Session::scheduleCheck);
