@@ -40,7 +40,7 @@ QString labelOf(int row) {
     return portField(row, QStringLiteral("tag"))->getString();
 }
 
-/// The controller's signal behind a port; the null node where there is none.
+/// The controller's bit or register that a port is assigned to; the null node when the controller has no such one.
 const ModuleObject* signalOf(int row) {
     const QString name = portField(row, kName)->getString();
     return name.isEmpty() ? ModuleObject::null()

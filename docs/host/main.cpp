@@ -94,7 +94,8 @@ private:
         kordservice()->dataNode(mName("register.values", name, mIndex(bias)))->setValue(this, value);
     }
 
-    /// The posture, then the state, then one result: whoever hears of the result goes on at once.
+    /// Writes the posture, then the state, then one result: the package goes on in the moment in which it
+    /// gets the result.
     void arrive() {
         if (queue_.isEmpty()) {
             step_.stop();

@@ -20,7 +20,7 @@ class DeviceControlWidget;
 /// output of its safety lock is on.
 ///
 /// What it shows comes from the outputs, every 160 ms; it keeps no state. It does not look at the
-/// executor: whoever writes an output last wins. Leaving the page, or its end, leaves the outputs as they
+/// executor: an output has what was written last, by the page or by a program. Leaving the page, or its end, leaves the outputs as they
 /// are: what the page switched on is on a record that outlives it (devices/handlit.h), by which a loss of
 /// power, a start, a single step and the application's end switch it off.
 class DeviceControlWidget final : public QWidget {

@@ -254,9 +254,10 @@ void ProgramWidget::onState(const QVariant& state) {
     onActivity();
 }
 
-/// Also of what this page did not start: a station's run, and the closing that comes before it.
+/// Stop works for every run, also for a station's, which this page did not start, and for the closing before
+/// it.
 void ProgramWidget::onActivity() {
-    rules_->running(!RunControls::isIdle());
+    rules_->running(isRunning());
 }
 
 void ProgramWidget::onLine(const QVariant& line) {

@@ -31,10 +31,6 @@ RunControls::~RunControls() {
     delete question_;
 }
 
-bool RunControls::isIdle() {
-    return m(key::executeState)->getString() == word::idle && !(executor && executor->depth() > 0);
-}
-
 bool RunControls::refusedForPairs() const {
     if (weldPairs(ProgramTable::program()).match()) {
         return false;
@@ -60,7 +56,7 @@ void RunControls::startNow() {
     if (question_ && question_->isVisible()) {
         return;
     }
-    if (isIdle()) {
+    if (!isRunning()) {
         if (refusedForPairs()) {
             return;
         }
@@ -78,7 +74,7 @@ void RunControls::startNow() {
 void RunControls::goOn() {
     const int line = m(key::currentLine)->getInt();
     const LumoExecutor::Outlook outlook = executor ? executor->outlook(line) : LumoExecutor::Outlook();
-    if (!isIdle() || !outlook.goesBack) {
+    if (isRunning() || !outlook.goesBack) {
         run();
         return;
     }
@@ -93,7 +89,7 @@ void RunControls::goOn() {
 void RunControls::goBackNow() {
     // The program, or the line to go on from, may have changed since the answer.
     const int line = m(key::currentLine)->getInt();
-    if (isIdle() && (ProgramTable::program()->c(line) != askedFor_ || refusedForPairs())) {
+    if (!isRunning() && (ProgramTable::program()->c(line) != askedFor_ || refusedForPairs())) {
         return;
     }
     // Somebody jogged on while the question stood there: it named another distance.
@@ -128,7 +124,7 @@ void RunControls::ask(const QString& title, const QString& text, Deed yes) {
 }
 
 void RunControls::jumpNow() {
-    if (isIdle()) {
+    if (!isRunning()) {
         const int row = table_->selectedRow();
         // The program may have changed since the answer.
         if (row < 0 || ProgramTable::program()->c(row) != askedFor_ || refusedForPairs()) {
@@ -141,7 +137,7 @@ void RunControls::jumpNow() {
 }
 
 void RunControls::run() {
-    if (isIdle()) {
+    if (!isRunning()) {
         if (!filePath_.isEmpty() && saveProject(filePath_)) {
             emit saved();
         }
@@ -153,7 +149,7 @@ void RunControls::run() {
 }
 
 void RunControls::moveNow() {
-    if (isIdle()) {
+    if (!isRunning()) {
         hand_or_signalbing = singleStep;
         emit aboutToRun();
         m(key::weldOpen)->setValue(page_, false);
@@ -166,7 +162,7 @@ void RunControls::pauseNow() {
 }
 
 void RunControls::reset() {
-    if (!isIdle()) {
+    if (isRunning()) {
         showMessage(QMessageBox::Warning, ProgramWidget::tr("运行错误"),
                     ProgramWidget::tr("当前不是空闲状态"));
         return;

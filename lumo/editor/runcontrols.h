@@ -25,9 +25,6 @@ public:
     RunControls(ProgramTable* table, QWidget* page);
     ~RunControls() override;
 
-    /// Whether nothing runs: no program, no single step, and no pause that is still closing a weld.
-    [[nodiscard]] static bool isIdle();
-
     /// Where a start saves the program; it does not while the path is empty.
     void setProjectPath(const QString& path) { filePath_ = path; }
 

@@ -26,6 +26,10 @@ int lineFrom(const QVariant& var) {
 
 }  // namespace
 
+bool lumo::isRunning() {
+    return m(key::executeState)->getString() != word::idle || (executor && executor->depth() > 0);
+}
+
 LumoExecutor::Run::Run(const ModuleObject* source, int runMode, int abortsNow)
     : program(source), mode(runMode), aborts(abortsNow), motionOfLine(program.lineCount(), -1) {
     if (ofHandProgram()) {
@@ -80,7 +84,7 @@ void LumoExecutor::start(const QVariant& var) {
     const int line = lineFrom(var);
     qDebug() << "start" << line;
     if (quitting_) {
-        return;  // whoever waited for a closing goes on when the application ends that wait
+        return;  // the application ends every wait, also that of a page for the closing before its start
     }
     const int mode = hand_or_signalbing;
     const ModuleObject* const program = m(mode == stationRun ? key::stationProgram : key::program);
@@ -208,113 +212,6 @@ void LumoExecutor::walk(Run& run, int line) {
     }
 }
 
-/// A weld or an arc that was stopped goes on where it stopped: the tool goes back there, dark, and the laser
-/// opens there. A line that does not lie in the weld that was left open goes dark.
-void LumoExecutor::takeUp(Run& run, int line) {
-    if (m(key::weldOpen)->getBool(false) && !run.inWeld) {
-        setWeldFlag(false);
-    }
-    const bool ofArc = isStoppedArc(run.original(line)) && run.program.isExecuted(line);
-    const bool reopens = run.inWeld && m(key::weldOpen)->getBool(false) && weldingPermitted();
-    const bool opens = run.ofHandProgram() && isStopped(line) && opensBeforeItMoves(m(key::program), line);
-    if (run.inWeld && !weldingPermitted()) {
-        resume_.weldOpened(nullptr);  // from here on its seam is left dark: no later start may go on with it
-    }
-    if (!isAborted() && (reopens || ofArc || opens) && isAway()) {
-        goBack(run, line);
-        if (!isAborted() && isAway()) {  // a controller that says too early that it is there
-            pause();
-            warn(tr("机器人正在运行中"));
-        }
-    }
-    if (!isAborted() && ofArc) {
-        takeUpArc(run, line);
-    }
-    if (!isAborted() && run.inWeld && m(key::weldOpen)->getBool(false)) {
-        limitopenLaser(run.program.openBefore(line));
-    }
-}
-
-void LumoExecutor::goBack(const Run& run, int line) {
-    constexpr double jointStatementMmPerS = 50.0;
-    constexpr double mmPerM = 1000.0;
-    const ModuleObject* const stmt = run.program.statement(line);
-    double speed = stmt->c(field::speed, false)->getDouble(0.0);
-    if (statementType(stmt) == statement::moveJ || !(speed > 0.0)) {
-        speed = jointStatementMmPerS;
-    }
-    ModuleObject args(QStringLiteral("tmp"));
-    args.append(this, field::point)->copyFrom(this, m(key::currentPausePoint), true, false);
-    args.set(this, QStringLiteral("traj.speed"), speed / mmPerM, true)
-        ->set(this, QStringLiteral("traj.zone"), 0.0, true);
-    const int motion = motions_.size();
-    queueMotion(nullptr, command::moveL, &args);
-    if (!isAborted()) {
-        kordservice()->command(this, command::enough, static_cast<const ModuleObject*>(nullptr));
-    }
-    if (isAborted()) {
-        return;
-    }
-    const int code = awaitMotion(motion, line);
-    if (!isAborted() && code != 0) {
-        failRun(code);
-    }
-}
-
-/// Whether a start of the hand program at this line goes on from the last stop: at its statement or, where
-/// that was removed, at the line that has its number now.
-bool LumoExecutor::isStopped(int line) const {
-    if (!stopKept_ || m(key::currentPausePoint)->size() == 0) {
-        return false;
-    }
-    const bool isThere = stoppedStatement_ && stoppedStatement_->pmobj() == m(key::program);
-    return line == (isThere ? stoppedStatement_->indexInPmobj() : m(key::currentLine)->getInt(-1));
-}
-
-bool LumoExecutor::isStoppedArc(const ModuleObject* statement) const {
-    return stopped_ && statement && stopped_->statement == statement && isStopped(statement->indexInPmobj());
-}
-
-/// Whether a run from a line would light the laser where the tool stands, before it moves.
-bool LumoExecutor::opensBeforeItMoves(const ModuleObject* program, int line) {
-    for (const ModuleObject* stmt = program->c(line); !stmt->isNull(); stmt = stmt->nextBmobj()) {
-        const bool isOpening = statementType(stmt) == statement::open;
-        if (isExecutedStatement(stmt) && (isOpening || isMoveStatement(stmt))) {
-            return isOpening;
-        }
-    }
-    return false;
-}
-
-/// Whether the tool stands elsewhere than where the last stop was. Where nothing was kept it does not.
-bool LumoExecutor::isAway(double* distanceMm) {
-    constexpr double mmPerM = 1000.0;
-    constexpr double nearMm = 2.0;
-    constexpr double nearRad = 2.0 * 3.14159265358979323846 / 180.0;
-    const ModuleObject* const stop = m(key::currentPausePoint);
-    const ModuleObject* const tool = kordservice()->get(nullptr, key::posture);
-    if (!stop->hasCmobj(field::trans)) {
-        return false;
-    }
-    const double away =
-        mmPerM * distance(Position::of(stop->c(field::trans)), Position::of(tool->c(field::trans)));
-    if (distanceMm) {
-        *distanceMm = away;
-    }
-    return away > nearMm ||
-           (stop->hasCmobj(field::rot) && turnBetween(stop->c(field::rot), tool->c(field::rot)) > nearRad);
-}
-
-LumoExecutor::Outlook LumoExecutor::outlook(int line) const {
-    Outlook outlook;
-    ModuleObject* const stmt = m(key::program)->c(line);
-    outlook.reopens = m(key::weldOpen)->getBool(false) && resume_.liesInWeld(line) && weldingPermitted();
-    const bool ofArc = !stmt->isNull() && isStoppedArc(stmt) && isExecutedStatement(stmt);
-    const bool opens = isStopped(line) && opensBeforeItMoves(m(key::program), line);
-    outlook.goesBack = (outlook.reopens || ofArc || opens) && isAway(&outlook.distanceMm);
-    return outlook;
-}
-
 bool LumoExecutor::litByHand() {
     return isLitByHand();
 }
@@ -323,25 +220,6 @@ void LumoExecutor::switchOffByHand() {
     for (const I_PORT output : takeLitByHand()) {
         writePort({output, 0.0, PortStep::Role::SwitchOff});
     }
-}
-
-/// The resume data of a stop. One that interrupts no statement (on the way back, while idle, a second one)
-/// leaves those of the stop before.
-void LumoExecutor::keepStop() {
-    if (!std::exchange(inStatement_, false)) {
-        resume_.release();
-        return;
-    }
-    if (!run_->isStep) {
-        stopKept_ = run_->ofHandProgram();
-        stoppedStatement_ = run_->original(line_);
-        keepArc();
-        resume_.hold(run_->original(line_));
-    } else if (stopKept_ || m(key::weldOpen)->getBool(false)) {
-        return;  // a step must not move the place where a stopped program goes on
-    }
-    // Last: who hears of it may stop once more, and finds the line kept.
-    m(key::currentPausePoint)->copyFrom(this, kordservice()->get(this, key::posture), true, false);
 }
 
 void LumoExecutor::endWeldOfWalk(bool reachedEnd) {

@@ -58,9 +58,7 @@ int LumoExecutor::limitopenLaser(ModuleObject* stmt) {
 }
 
 int LumoExecutor::limitcloseLaser() {
-    if (weldCut_ || !weldingPermitted()) {
-        settleCutWeld();
-    }
+    settleCutWeld();
     if (!weldingPermitted()) {
         return 0;
     }
@@ -254,14 +252,14 @@ void LumoExecutor::pulseStep() {
     if (!laserOn && paramWaits_) {
         writeSetPoints(LaserParams::from(paramNode()));
         if (!pulseTimer.isActive()) {
-            return;  // stopped by whoever heard of the write
+            return;  // a listener of the write has stopped it
         }
     }
     laserOn = !laserOn;
     const double on = laserOn ? 1.0 : 0.0;
     writePort({DO_LASER_ENABLE, on, Role::Progress});
     if (!pulseTimer.isActive()) {
-        return;  // stopped by whoever heard of the write
+        return;  // a listener of the write has stopped it
     }
     writePort({DO_WIRE_ENABLE, on, Role::Progress});
     if (pulseTimer.isActive() && isBusy()) {

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "executor/arc.h"
 #include "executor/laserplan.h"
 #include "executor/programindex.h"
+#include "executor/queuedarc.h"
 #include "executor/resumepoint.h"
 #include "executor/schedule.h"
 #include "executor/wait.h"
@@ -120,7 +120,6 @@ private:
 
     /// An arc or full circle that a stop interrupted.
     struct StoppedArc {
-        QPointer<ModuleObject> statement;  ///< of the tree
         lumo::QueuedArc queued;
         double reached = 0.0;  ///< angle on it at the stop
         QString points;        ///< the statement's points then
@@ -163,6 +162,7 @@ private:
     void goBack(const Run& run, int line);
     [[nodiscard]] bool isStopped(int line) const;
     [[nodiscard]] bool isStoppedArc(const ModuleObject* statement) const;
+    [[nodiscard]] bool mustGoBack(int line, bool goesOnThere, double* distanceMm = nullptr) const;
     [[nodiscard]] static bool opensBeforeItMoves(const ModuleObject* program, int line);
     [[nodiscard]] static bool isAway(double* distanceMm = nullptr);
     void keepStop();
@@ -185,8 +185,8 @@ private:
     // Moves
     void setTrajectory(ModuleObject* args, ModuleObject* stmt);
     void queueMotion(ModuleObject* stmt, QLatin1String command, const ModuleObject* args);
-    [[nodiscard]] lumo::Position startOfNextMotion() const;
-    void keepQueuedArc(ModuleObject* stmt, const lumo::Position& start, const ModuleObject* args);
+    [[nodiscard]] prog::Position startOfNextMotion() const;
+    void keepQueuedArc(ModuleObject* stmt, const prog::Position& start, const ModuleObject* args);
     bool queueRest(ModuleObject* stmt);
     int awaitMotion(int motion, int line);
     void passedBefore(const ModuleObject* stmt, ModuleObject* circleStart);

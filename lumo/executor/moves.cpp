@@ -24,12 +24,6 @@ QString asJson(const ModuleObject* list) {
         QJsonDocument(list->exportToJson(true).toArray()).toJson(QJsonDocument::Compact));
 }
 
-/// The taught points of a statement, to be compared.
-QString pointsOf(const ModuleObject* stmt) {
-    const QJsonArray points{stmt->c(field::point)->exportToJson(), stmt->c(field::point1)->exportToJson()};
-    return QString::fromUtf8(QJsonDocument(points).toJson(QJsonDocument::Compact));
-}
-
 void appendCopy(QObject* sender, ModuleObject* parent, QLatin1String name, const ModuleObject* source) {
     parent->append(sender, name)->copyFrom(sender, source, true, false);
 }
@@ -126,7 +120,7 @@ int LumoExecutor::addMoveCCCmd(ModuleObject* stmt) {
         aux[arc] = element->c(QStringLiteral("aux"), false);
     }
     calcAux(start, p1, p2, aux[0], aux[1], aux[2]);
-    keepQueuedArc(stmt, Position::of(start->c(field::trans)), &args);
+    keepQueuedArc(stmt, positionOf(start->c(field::trans)), &args);
     queueMotion(stmt, command::moveC, &args);
     return 0;
 }
@@ -139,100 +133,6 @@ void LumoExecutor::queueMotion(ModuleObject* stmt, QLatin1String command, const 
     }
     motions_.append(Motion());
     kordservice()->command(this, command, args);
-}
-
-/// Where the robot will be when the motion that is queued next begins.
-Position LumoExecutor::startOfNextMotion() const {
-    if (outstanding() == 0 || !queuedLast_) {
-        return Position::of(kordservice()->get(nullptr, key::posture, field::trans));
-    }
-    const auto arc = run_->arcs.find(queuedLast_->indexInPmobj());
-    const QString type = statementType(queuedLast_);
-    if (type == statement::moveCC && arc != run_->arcs.end()) {
-        return arc->second.start;
-    }
-    const QLatin1String end = type == statement::moveC ? field::point1 : field::point;
-    return Position::of(queuedLast_->c(end)->c(field::trans));
-}
-
-// --- What is left of an arc -----------------------------------------------------------------------
-
-void LumoExecutor::keepQueuedArc(ModuleObject* stmt, const Position& start, const ModuleObject* args) {
-    if (!run_ || !run_->program.holds(stmt)) {
-        return;
-    }
-    QueuedArc& kept = run_->arcs[stmt->indexInPmobj()];
-    kept.start = start;
-    kept.command = std::make_shared<ModuleObject>(QStringLiteral("arc"));
-    kept.command->copyFrom(this, args);
-}
-
-/// The arc that a stop interrupts, with how far the tool has come on it.
-void LumoExecutor::keepArc() {
-    stopped_.reset();
-    if (!run_->original(line_)) {
-        return;
-    }
-    const auto queued = run_->arcs.find(line_);
-    if (queued == run_->arcs.end()) {
-        if (run_->rest && run_->restLine == line_) {
-            stopped_ = run_->rest;  // stopped before the rest was queued
-        }
-        return;
-    }
-    const std::optional<Arc> arc = queued->second.arc();
-    if (!arc) {
-        return;
-    }
-    constexpr double msPerS = 1000.0;
-    const double seconds = double(mendo::Clock::current().elapsedMs() - awaitedSinceMs_) / msPerS;
-    const double expected = queued->second.from + queued->second.speedMPerS() * seconds / arc->radiusM();
-    StoppedArc stopped;
-    stopped.statement = run_->original(line_);
-    stopped.queued = queued->second;
-    stopped.reached =
-        arc->angleOnTheWay(Position::of(kordservice()->get(nullptr, key::posture, field::trans)),
-                           queued->second.from, std::min(expected, arc->total()));
-    stopped.points = pointsOf(run_->program.statement(line_));
-    stopped_ = stopped;
-}
-
-/// Decides before the laser may open whether the rest of a stopped arc can be run from where the tool stands.
-/// If not, all of it is run, dark.
-void LumoExecutor::takeUpArc(Run& run, int line) {
-    StoppedArc rest = *stopped_;
-    const std::optional<Arc> arc = rest.queued.arc();
-    const Position tool = Position::of(kordservice()->get(nullptr, key::posture, field::trans));
-    rest.reached = arc ? arc->angleNear(tool, rest.queued.from, rest.reached) : 0.0;
-    constexpr double nearM = 0.002;
-    if (!arc || rest.points != pointsOf(run.program.statement(line)) ||
-        distance(tool, arc->at(rest.reached)) > nearM) {
-        setWeldFlag(false);
-        return;
-    }
-    run.rest = rest;
-    run.restLine = line;
-}
-
-/// Queues what is left of the arc that the run takes up. False for any other statement. Where nothing is left
-/// nothing is queued.
-bool LumoExecutor::queueRest(ModuleObject* stmt) {
-    const int line = stmt->indexInPmobj();
-    if (!run_ || !run_->rest || run_->restLine != line || !run_->program.holds(stmt)) {
-        return false;
-    }
-    const StoppedArc rest = *std::exchange(run_->rest, std::nullopt);
-    const Arc arc = *rest.queued.arc();
-    ModuleObject args(QStringLiteral("tmp"));
-    if (!rest.queued.fillRest(&args, arc, rest.reached)) {
-        return true;
-    }
-    setTrajectory(&args, stmt);
-    QueuedArc& kept = run_->arcs[line];
-    kept = rest.queued;
-    kept.from = rest.reached;
-    queueMotion(stmt, command::moveC, &args);
-    return true;
 }
 
 void LumoExecutor::handleMove(const QString& type, int code) {
@@ -338,26 +238,6 @@ int LumoExecutor::waitZone(ModuleObject* stmt) {
     poll.start(zonePollMs);
     // Ended by the tool entering the zone, the motion's result, a pause or an emergency stop.
     return motionCode(waiter_.run(WaitKind::Zone, QString::number(line_), -1));
-}
-
-/// An arc that was taken up in the middle: the tool does not come past the points again that it has passed,
-/// and a circle still ends where it began.
-void LumoExecutor::passedBefore(const ModuleObject* stmt, ModuleObject* circleStart) {
-    const auto queued = run_->arcs.find(stmt->indexInPmobj());
-    if (queued == run_->arcs.end() || !(queued->second.from > 0.0)) {
-        return;
-    }
-    const std::optional<Arc> arc = queued->second.arc();
-    const double from = queued->second.from;
-    if (statementType(stmt) == statement::moveC) {
-        const Position via = Position::of(stmt->c(field::point)->c(field::trans));
-        arcFirstReached = arc->angleNear(via, 0.0, arc->total() / 2) <= from;
-        return;
-    }
-    const Position& start = queued->second.start;
-    arcFirstReached = arc->legAt(from) >= 1;
-    arcSecondReached = arc->legAt(from) >= 2;
-    circleStart->set(this, mIndex(0), start.x)->set(this, mIndex(1), start.y)->set(this, mIndex(2), start.z);
 }
 
 void LumoExecutor::testZone(ModuleObject* stmt, const QString& type, double radiusM,

@@ -16,3 +16,11 @@ extern LUMO_EXPORT bool isEnable_moveorder;
 extern LUMO_EXPORT bool isnew_pWgt;
 /// The one executor, owned by the `lumo` node; null until the first panel is made.
 extern LUMO_EXPORT LumoExecutor* executor;
+
+namespace lumo {
+
+/// Whether a program, a single step or a pause that still closes a weld is under way, by whomever it was begun.
+/// The executor provides it.
+[[nodiscard]] bool isRunning();
+
+}  // namespace lumo

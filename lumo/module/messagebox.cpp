@@ -1,9 +1,7 @@
 #include "module/messagebox.h"
 
-#include "executor/lumoexecutor.h"
 #include "module/globals.h"
 #include "module/host.h"
-#include "module/keys.h"
 
 #include <QApplication>
 #include <QStackedWidget>
@@ -23,11 +21,6 @@ bool isShown(const QString& title, const QString& text) {
     return false;
 }
 
-/// A modal box would take the button away that stops it.
-bool somethingRuns() {
-    return executor && (executor->depth() > 0 || m(key::executeState)->getString() != word::idle);
-}
-
 }  // namespace
 
 void showMessage(QMessageBox::Icon icon, const QString& title, const QString& text) {
@@ -38,7 +31,7 @@ void showMessage(QMessageBox::Icon icon, const QString& title, const QString& te
     auto* box =
         new QMessageBox(icon, title, text, QMessageBox::Ok, center ? center->currentWidget() : nullptr);
     box->setAttribute(Qt::WA_DeleteOnClose);
-    if (somethingRuns()) {
+    if (executor && isRunning()) {  // a modal box would take the button away that stops it
         box->setWindowModality(Qt::NonModal);
         box->show();
     } else {

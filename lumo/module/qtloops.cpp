@@ -1,6 +1,5 @@
 #include "module/qtloops.h"
 
-#include "executor/lumoexecutor.h"
 #include "module/globals.h"
 
 #include <QApplication>
@@ -15,7 +14,7 @@ MenuGuard::MenuGuard(QObject* parent) : QObject(parent) {
 }
 
 bool MenuGuard::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::ContextMenu && executor && executor->depth() > 0) {
+    if (event->type() == QEvent::ContextMenu && isRunning()) {
         return true;
     }
     return QObject::eventFilter(watched, event);

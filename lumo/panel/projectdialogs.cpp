@@ -1,6 +1,6 @@
 #include "panel/projectdialogs.h"
 
-#include "editor/runcontrols.h"
+#include "module/globals.h"
 #include "module/host.h"
 #include "module/messagebox.h"
 #include "panel/lumowidget.h"
@@ -45,7 +45,7 @@ ProjectDialogs::ProjectDialogs(QWidget* page) : QObject(page), page_(page) {}
 ProjectDialogs::~ProjectDialogs() = default;
 
 bool ProjectDialogs::refusedWhileRunning() {
-    if (RunControls::isIdle()) {
+    if (!isRunning()) {
         return false;
     }
     showMessage(QMessageBox::Warning, LumoWidget::tr("运行错误"), LumoWidget::tr("当前不是空闲状态"));

@@ -7,9 +7,9 @@
 
 namespace lumo {
 
-/// A station's run, on the stack of whoever starts it: tells the pages what runs, and lends the project
-/// that is open in the editor's tool set to it. The tool set that was in force before is in the tree and
-/// with the robot again when this ends.
+/// A station's run. The station page makes it on its stack for as long as the run lasts. It tells the other
+/// pages which station and project run, and keeps the tool set of the project that is open in the editor:
+/// when it ends, that tool set is in the tree and with the robot again.
 class StationRun {
 public:
     StationRun(const QString& station, const QString& project);
@@ -17,7 +17,7 @@ public:
     StationRun(const StationRun&) = delete;
     StationRun& operator=(const StationRun&) = delete;
 
-    /// The one under way; null when there is none.
+    /// The station's run that is under way; null when no station runs.
     [[nodiscard]] static const StationRun* current() { return current_; }
 
     [[nodiscard]] const QString& station() const { return station_; }

@@ -1,6 +1,7 @@
 #include "geometry/circlefault.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <limits>
 
@@ -10,23 +11,12 @@ namespace {
 
 /// Points nearer than this are one point: no robot repeats a position better. Metres.
 constexpr double samePoint = 1e-5;
-/// By how much a midpoint may be off, in metres: half of what counts as an arc turned the wrong way.
+/// How far rounding may move a midpoint, in metres. From twice that on a run takes the arc for one that was
+/// turned the wrong way.
 constexpr double mostError = 0.0005;
-
-Position between(const Position& from, const Position& to) {
-    return {to[0] - from[0], to[1] - from[1], to[2] - from[2]};
-}
-
-double length(const Position& a) {
-    return std::sqrt(a[0] * a[0] + a[1] * a[1] + a[2] * a[2]);
-}
 
 double largest(const Position& a) {
     return std::max({std::abs(a[0]), std::abs(a[1]), std::abs(a[2])});
-}
-
-Position cross(const Position& a, const Position& b) {
-    return {a[1] * b[2] - a[2] * b[1], a[2] * b[0] - a[0] * b[2], a[0] * b[1] - a[1] * b[0]};
 }
 
 }  // namespace

@@ -1,11 +1,8 @@
 #pragma once
 
-#include <array>
+#include "geometry/vector.h"
 
 namespace prog {
-
-/// x, y, z in metres.
-using Position = std::array<double, 3>;
 
 /// Why no circle goes through three points.
 enum class CircleFault { None, Coincident, Collinear };

@@ -65,7 +65,7 @@ class TestDeviceControl : public QObject {
         }
         return result;
     }
-    /// Whether the record of what a hand lit says what the outputs do.
+    /// Whether exactly the devices whose outputs are on are recorded as lit by hand.
     bool recordIsRight() const {
         const QPair<const char*, I_PORT> devices[] = {
             {"LASER", DO_LASER_ENABLE}, {"RED", DO_RED_LIGHT}, {"WIRE", DO_WIRE_ENABLE}, {"GAS", DO_GAS}};

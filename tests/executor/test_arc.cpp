@@ -1,12 +1,12 @@
-#include "executor/arc.h"
+#include "executor/queuedarc.h"
 #include "support/executorbench.h"
 
 #include <QTest>
 
 #include <cmath>
 
-using lumo::Arc;
-using lumo::Position;
+using prog::Arc;
+using prog::Position;
 
 /// Arcs and circles as values: what is left of them from a place on their way.
 class TestArc : public QObject {
@@ -53,7 +53,7 @@ private slots:
         const double found = arc.angleOnTheWay(on(degrees), from * pi / 180, expected * pi / 180);
         QVERIFY2(std::abs(found * 180 / pi - angle) < 1e-6, qPrintable(QString::number(found * 180 / pi)));
         QTEST(arc.legAt(found), "leg");
-        QVERIFY(lumo::distance(arc.at(found), on(angle)) < 1e-12);
+        QVERIFY(prog::length(prog::between(arc.at(found), on(angle))) < 1e-12);
         QVERIFY(std::abs(arc.radiusM() - 0.05) < 1e-12);
     }
 

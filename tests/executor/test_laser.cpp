@@ -26,6 +26,14 @@ class TestLaser : public QObject {
         return lines;
     }
 
+    /// Pauses a weld a second after its start, and returns when the pause's ramp has begun.
+    void pauseInAWeld(double rampMs) {
+        bench_.setParam("decrease_time", rampMs);
+        bench_.load(weld(R"({"type":"delay","delaytime":5000})"));
+        bench_.at(1000, [] { test::ExecutorBench::pause(); });
+        bench_.run();
+    }
+
 private slots:
     void init() { bench_.reset(); }
 
@@ -228,11 +236,8 @@ private slots:
     }
 
     void afterAPause_theGasOutlastsTheRamp() {
-        bench_.setParam("decrease_time", 600);
         bench_.setParam("delay_after_blow", 100);
-        bench_.load(weld(R"({"type":"delay","delaytime":5000})"));
-        bench_.at(1000, [] { test::ExecutorBench::pause(); });
-        bench_.run();
+        pauseInAWeld(600);
         bench_.settle();
         QCOMPARE(bench_.robot.offSince("LASER"), qint64(1600));
         QCOMPARE(bench_.robot.log().last(), QString("1600 GAS 0"));
@@ -240,10 +245,7 @@ private slots:
 
     /// Who hears of the switch-offs that an opening settles may take the permission back.
     void anOpeningThatIsNotPermittedAnyMore_leavesNoGasOn() {
-        bench_.setParam("decrease_time", 2000);
-        bench_.load(weld(R"({"type":"delay","delaytime":5000})"));
-        bench_.at(1000, [] { test::ExecutorBench::pause(); });
-        bench_.run();
+        pauseInAWeld(2000);
         bench_.time.advance(50);
         QObject scope;
         connect(kordservice(), &KordService::issued, &scope, [this] {
@@ -259,10 +261,7 @@ private slots:
     }
 
     void aSecondPause_switchesOffAtOnce() {
-        bench_.setParam("decrease_time", 2000);
-        bench_.load(weld(R"({"type":"delay","delaytime":5000})"));
-        bench_.at(1000, [] { test::ExecutorBench::pause(); });
-        bench_.run();
+        pauseInAWeld(2000);
         bench_.time.advance(500);
         test::ExecutorBench::pause();
         QVERIFY(
@@ -298,10 +297,7 @@ private slots:
     }
 
     void aPauseWhileTheNextRunSettles_switchesOffAtOnceToo() {
-        bench_.setParam("decrease_time", 2000);
-        bench_.load(weld(R"({"type":"delay","delaytime":5000})"));
-        bench_.at(1000, [] { test::ExecutorBench::pause(); });
-        bench_.run();
+        pauseInAWeld(2000);
         bench_.time.advance(50);
         QObject scope;
         bool paused = false;
@@ -321,10 +317,7 @@ private slots:
     }
     void aPauseByWhoeverHearsThatNothingIsPending_findsTheLaserOff() {
         QFETCH(bool, powerLost);
-        bench_.setParam("decrease_time", 2000);
-        bench_.load(weld(R"({"type":"delay","delaytime":5000})"));
-        bench_.at(1000, [] { test::ExecutorBench::pause(); });
-        bench_.run();
+        pauseInAWeld(2000);
         bench_.time.advance(50);
         QObject scope;
         bool paused = false;

@@ -1,24 +1,11 @@
 #pragma once
 
-#include "module/host.h"
+#include "geometry/vector.h"
 
-#include <memory>
 #include <optional>
 #include <vector>
 
-namespace lumo {
-
-/// A place in metres.
-struct Position {
-    double x = 0.0, y = 0.0, z = 0.0;
-
-    /// Of a list of three numbers, missing ones 0.
-    static Position of(const ModuleObject* trans);
-};
-[[nodiscard]] double distance(const Position& a, const Position& b);
-
-/// The angle in rad by which two orientations (lists rx, ry, rz in rad, R = Rz·Ry·Rx) differ.
-[[nodiscard]] double turnBetween(const ModuleObject* a, const ModuleObject* b);
+namespace prog {
 
 /// An arc, or a circle in three of them, as values: where it goes, where on it a place lies, and what is left
 /// from there. Angles in rad, counted from its start in the direction of travel.
@@ -47,32 +34,12 @@ public:
     [[nodiscard]] double legEnd(int leg) const { return ends_[static_cast<std::size_t>(leg)]; }
 
 private:
-    struct Vector {
-        double x, y, z;
-    };
-    [[nodiscard]] static Vector between(const Position& from, const Position& to);
-    [[nodiscard]] static double dot(const Vector& a, const Vector& b);
-    [[nodiscard]] static Vector cross(const Vector& a, const Vector& b);
     [[nodiscard]] double rawAngle(const Position& p) const;
 
-    Position centre_;
-    Vector first_{}, second_{};  ///< unit vectors in the plane: to the start, and a right angle further on
+    Position centre_{};
+    Position first_{}, second_{};  ///< unit vectors in the plane: to the start, and a right angle further on
     double radius_ = 0.0;
     std::vector<double> ends_;  ///< angle at the end of each leg
 };
 
-/// An arc or full circle as it was handed to the controller, in a run.
-struct QueuedArc {
-    Position start;
-    double from = 0.0;                      ///< angle from which on it was queued: it had been resumed before
-    std::shared_ptr<ModuleObject> command;  ///< its arguments, for the whole of it
-
-    [[nodiscard]] std::optional<Arc> arc() const;
-    [[nodiscard]] double speedMPerS() const;
-    /// Fills `args` with the command for what is left at an angle: through the place half-way to the end of
-    /// the leg, and the legs behind it. A leg with less than 0.05 mm left is done; false where all are. What
-    /// else the points carry stays.
-    [[nodiscard]] bool fillRest(ModuleObject* args, const Arc& arc, double angle) const;
-};
-
-}  // namespace lumo
+}  // namespace prog
