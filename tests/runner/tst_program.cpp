@@ -1,4 +1,4 @@
-#include "runner/runnerfolder.h"
+#include "support/runnerfolder.h"
 
 /// The built program as its caller meets it: exit status, output, files.
 class RunnerProgram : public QObject {

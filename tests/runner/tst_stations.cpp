@@ -1,4 +1,4 @@
-#include "runner/runnerfolder.h"
+#include "support/runnerfolder.h"
 
 /// Monitoring of stations as the caller of the program meets it.
 class RunnerStations : public QObject {

@@ -1,4 +1,4 @@
-#include "runner/runnerfolder.h"
+#include "support/runnerfolder.h"
 #include "runner/stationshift.h"
 
 #include <QRegularExpression>

@@ -5,6 +5,7 @@
 #include "mendo/log.h"
 #include "module/globals.h"
 #include "panel/lumowidget.h"
+#include "support/ports.h"
 
 #include <QApplication>
 #include <QDebug>
@@ -12,7 +13,6 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QMessageBox>
 #include <QTest>
 
 using mendo::ModuleObject;
@@ -70,14 +70,10 @@ void ExecutorBench::reset() {
     m(QStringLiteral("lumo.cur_param"))->setValue(this, -1);
     m(QStringLiteral("lumo.program"))->loadJson(this, QJsonArray());
     m(QStringLiteral("lumo.param"))->loadJson(this, QJsonArray{plainSet()});
-    const char* const names[] = {"LUMO_DI.#0", "LUMO_DI.#1", "LUMO_DI.#2", "LUMO_DI.#3", "LUMO_DI.#4",
-                                 "LUMO_DI.#5", "LUMO_DO.#0", "LUMO_DO.#1", "LUMO_DO.#2", "LUMO_DO.#3",
-                                 "LUMO_DO.#4", "LUMO_DO.#5", "LUMO_DO.#6", "LUMO_DO.#7", "LUMO_DO.#8",
-                                 "LUMO_AO_0",  "LUMO_AO_1",  "LUMO_AO_2",  "LUMO_AO_3"};
     for (int port = 0; port < 19; ++port) {
         m(QStringLiteral("lumo.port"))
             ->c(port)
-            ->set(this, QStringLiteral("name"), QString::fromLatin1(names[port]));
+            ->set(this, QStringLiteral("name"), QString::fromLatin1(kPortNames[port]));
         enablePort(port, true);
     }
     robot.reset();
@@ -156,26 +152,6 @@ bool ExecutorBench::weldFlag() const {
 
 int ExecutorBench::resumeLine() const {
     return m(QStringLiteral("lumo.current.line"))->getInt();
-}
-
-QStringList ExecutorBench::boxes() {
-    QStringList texts;
-    for (QWidget* window : QApplication::topLevelWidgets()) {
-        const auto* box = qobject_cast<QMessageBox*>(window);
-        if (box && box->isVisible()) {
-            texts << box->text();
-        }
-    }
-    texts.sort();
-    return texts;
-}
-
-void ExecutorBench::closeBoxes() {
-    for (QWidget* window : QApplication::topLevelWidgets()) {
-        if (qobject_cast<QMessageBox*>(window)) {
-            delete window;
-        }
-    }
 }
 
 bool sameLog(const QStringList& actual, const QStringList& expected) {

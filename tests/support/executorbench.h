@@ -3,6 +3,7 @@
 #include "executor/lumoexecutor.h"
 #include "simulator/virtualtime.h"
 #include "support/scriptedrobot.h"
+#include "support/widgets.h"
 
 #include <QObject>
 #include <QStackedWidget>
@@ -43,8 +44,8 @@ public:
     [[nodiscard]] bool weldFlag() const;
     [[nodiscard]] int resumeLine() const;
     /// Texts of the boxes on the screen.
-    [[nodiscard]] static QStringList boxes();
-    static void closeBoxes();
+    [[nodiscard]] static QStringList boxes() { return test::boxes(); }
+    static void closeBoxes() { test::closeBoxes(); }
 
     sim::VirtualTime& time;
     ScriptedRobot robot;

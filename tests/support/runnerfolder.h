@@ -1,5 +1,7 @@
 #pragma once
 
+#include "support/ports.h"
+
 #include <QByteArray>
 #include <QDir>
 #include <QFile>
@@ -51,16 +53,12 @@ inline QString reasonOf(const Result& result) {
 }
 
 inline const QByteArray kPorts = [] {
-    const char* const names[] = {"LUMO_DI.#0", "LUMO_DI.#1", "LUMO_DI.#2", "LUMO_DI.#3", "LUMO_DI.#4",
-                                 "LUMO_DI.#5", "LUMO_DO.#0", "LUMO_DO.#1", "LUMO_DO.#2", "LUMO_DO.#3",
-                                 "LUMO_DO.#4", "LUMO_DO.#5", "LUMO_DO.#6", "LUMO_DO.#7", "LUMO_DO.#8",
-                                 "LUMO_AO_0",  "LUMO_AO_1",  "LUMO_AO_2",  "LUMO_AO_3"};
     QJsonArray rows;
     for (int i = 0; i < 19; ++i)
         rows.append(QJsonObject{{"type", i < 6    ? "DI"
                                          : i < 15 ? "DO"
                                                   : "AO"},
-                                {"name", names[i]},
+                                {"name", test::kPortNames[i]},
                                 {"enable", true}});
     return QJsonDocument(rows).toJson();
 }();

@@ -1,0 +1,89 @@
+#pragma once
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QComboBox>
+#include <QDialog>
+#include <QDialogButtonBox>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTableWidget>
+#include <QTest>
+
+namespace test {
+
+/// A child that has to be there.
+template <typename Widget = QWidget>
+Widget* child(const QWidget* parent, const char* name) {
+    auto* const found = parent->findChild<Widget*>(QLatin1String(name));
+    if (!found) {
+        qFatal("no child %s", name);
+    }
+    return found;
+}
+
+/// The first shown one of the kind, for example the dialog or box on the screen; null when there is none.
+template <typename Window = QDialog>
+Window* shown() {
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+        auto* const found = qobject_cast<Window*>(window);
+        if (found && found->isVisible()) {
+            return found;
+        }
+    }
+    return nullptr;
+}
+
+/// With the mouse: a disabled widget does not react.
+inline void click(QWidget* widget) {
+    QTest::mouseClick(widget, Qt::LeftButton);
+}
+
+inline QPushButton* button(const QWidget* dialog, QDialogButtonBox::StandardButton which) {
+    return child<QDialogButtonBox>(dialog, "buttonBox")->button(which);
+}
+
+inline void clickOk(const QWidget* dialog) {
+    click(button(dialog, QDialogButtonBox::Ok));
+}
+
+/// Texts of the message boxes on the screen, sorted.
+inline QStringList boxes() {
+    QStringList texts;
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+        const auto* const box = qobject_cast<QMessageBox*>(window);
+        if (box && box->isVisible()) {
+            texts << box->text();
+        }
+    }
+    texts.sort();
+    return texts;
+}
+
+inline void closeBoxes() {
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+        if (qobject_cast<QMessageBox*>(window)) {
+            delete window;
+        }
+    }
+}
+
+inline QStringList textsOf(const QComboBox* combo) {
+    QStringList texts;
+    for (int i = 0; i < combo->count(); ++i) {
+        texts << combo->itemText(i);
+    }
+    return texts;
+}
+
+/// A column of a table, first row first.
+inline QStringList columnOf(const QTableWidget* table, int column) {
+    QStringList texts;
+    for (int row = 0; row < table->rowCount(); ++row) {
+        const QTableWidgetItem* const item = table->item(row, column);
+        texts << (item ? item->text() : QString());
+    }
+    return texts;
+}
+
+}  // namespace test
