@@ -11,6 +11,7 @@ prefix=$work/unpacked/usr
 dpkg-deb -x "$package" "$work/unpacked"
 [ ! -e "$prefix/include" ] || fail "headers are in the package of the programs"
 check_programs "$prefix"
+check_panel "$prefix"
 dpkg-deb -x "$development" "$work/unpacked"
 check_host "$prefix"
 
