@@ -1,50 +1,44 @@
 #pragma once
 
-#include <QString>
-
 #include <functional>
 
 namespace files {
 
 /// What a child tells, in memory shared with its parent: it survives the child's sudden end.
 struct Report {
-    volatile int started = 0;    ///< generation of the save that was begun
-    volatile int finished = 0;   ///< generation of the last that returned
-    volatile bool done = false;  ///< the work returned
-    volatile bool result = false;
-    volatile int problems = 0;  ///< reports of the host's file service that gave a reason
-    volatile bool loaded = false;
+    volatile bool done = false;    ///< the work returned
+    volatile bool result = false;  ///< of the work, for its own use
+    volatile int problems = 0;     ///< reports of the host's file service that gave a reason
 };
-
-/// One for a process and its children.
 Report* sharedReport();
-/// The same, cleared for the next child.
-Report* newReport();
 
-/// What is done to one call of a traced child.
+/// Where a traced child stands: before or behind a system call.
+struct Stop {
+    int number = 0;              ///< of all of its stops, counted from 1
+    int fileCall = 0;            ///< before a call that concerns files: number of it, counted from 1; else 0
+    const char* name = "other";  ///< of the call
+};
+
+/// What is done to the call before which a child stands: an errno in place of the call, or half of the bytes
+/// that it was to read or write.
 struct Fault {
-    enum Kind { Error, ShortCount };
-    Kind kind = Error;
-    int error = 0;  ///< an errno
+    int error = 0;
+    bool half = false;
 };
 
-/// What became of a traced child.
 struct Outcome {
-    bool killed = false;    ///< at the stop that was asked for
+    bool killed = false;    ///< where it was to be
+    bool injected = false;  ///< the fault had a meaning for the call and was done
     bool crashed = false;   ///< by a signal of its own
-    bool injected = false;  ///< the call that was asked for came, and the fault could be done to it
-    int stops = 0;          ///< of system calls until then; of failCall: file-system calls
-    QString call;           ///< name of the call of the kill or of the fault
+    int fileCalls = 0;
+    const char* name = "";  ///< of the call that was killed or failed
 };
 
-/// Whether this machine can trace, and change the calls of, a child; some containers forbid it.
+/// Whether this machine can trace a child and change its calls; some containers forbid it.
 bool canTrace();
-
-/// Forks; the child does `work`. It is killed at its stop number `stop`, counted from 1: each system call
-/// stops on entry and on exit. 0 never kills.
-Outcome killAtStop(int stop, const std::function<void()>& work);
-
-/// Forks; in the child file-system call number `call` of `work`, counted from 1, goes wrong.
-Outcome failCall(int call, const Fault& fault, const std::function<void()>& work);
+/// Forks, and kills the child, which does `work`, at this stop.
+Outcome killAt(int stop, const std::function<void()>& work);
+/// Forks; the child does `work`, whose file call of this number goes wrong.
+Outcome failCall(int fileCall, const Fault& fault, const std::function<void()>& work);
 
 }  // namespace files
