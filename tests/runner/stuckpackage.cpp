@@ -25,12 +25,9 @@ class LumoExecutor : public QObject {
     Q_PROPERTY(int depth READ depth NOTIFY activityChanged)
 public:
     explicit LumoExecutor(QObject* parent) : QObject(parent) {
-        connect(m(QStringLiteral("lumo.execute.trigger.start")), &ModuleObject::changed, this,
-                &LumoExecutor::start);
+        connect(m("lumo.execute.trigger.start"), &ModuleObject::changed, this, &LumoExecutor::start);
     }
-    QVariantMap waiting() const {
-        return depth_ > 0 ? QVariantMap{{QStringLiteral("kind"), QStringLiteral("move")}} : QVariantMap();
-    }
+    QVariantMap waiting() const { return depth_ > 0 ? QVariantMap{{"kind", "move"}} : QVariantMap(); }
     int pendingSteps() const { return 0; }
     int depth() const { return depth_; }
 
@@ -39,7 +36,7 @@ signals:
 
 private:
     void start(const QVariant& line) {
-        m(QStringLiteral("lumo.execute.state"))->setValue(this, QStringLiteral("busy"));
+        m("lumo.execute.state")->setValue(this, "busy");
         QTimer ticking;
         if (line.toInt() == 1)
             ticking.start(160);
@@ -58,15 +55,12 @@ namespace {
 class StuckPage : public gantu::BModule {
 public:
     explicit StuckPage(QObject* parent) : gantu::BModule(parent), page_(new QWidget) {
-        const QJsonObject trigger{{QStringLiteral("start"), QJsonValue()}};
-        m()->regist(this, QStringLiteral("lumo"))
-            ->loadJson(this,
-                       QJsonObject{{QStringLiteral("execute"),
-                                    QJsonObject{{QStringLiteral("state"), QStringLiteral("idle")},
-                                                {QStringLiteral("trigger"), trigger}}},
-                                   {QStringLiteral("current"), QJsonObject{{QStringLiteral("line"), 0}}},
-                                   {QStringLiteral("program"), QJsonArray()}});
-        new LumoExecutor(m(QStringLiteral("lumo")));
+        const QJsonObject trigger{{"start", QJsonValue()}};
+        m()->regist(this, "lumo")
+            ->loadJson(this, QJsonObject{{"execute", QJsonObject{{"state", "idle"}, {"trigger", trigger}}},
+                                         {"current", QJsonObject{{"line", 0}}},
+                                         {"program", QJsonArray()}});
+        new LumoExecutor(m("lumo"));
     }
     ~StuckPage() override { delete page_; }
     QWidget* wgt() override { return page_; }
@@ -79,14 +73,13 @@ class StuckModule : public gantu::BModule {
 public:
     using gantu::BModule::BModule;
     void init() override {
-        pel::navo::registerPage(this, QStringLiteral("stuck"), QString(), QString(), -1)
-            ->set(this, QStringLiteral("nav"), QStringLiteral("stuck.page"));
+        pel::navo::registerPage(this, "stuck", QString(), QString(), -1)->set(this, "nav", "stuck.page");
     }
 };
 
 const bool registered = [] {
-    bfactory().regist(QStringLiteral("lumo"), [](QObject* parent) { return new StuckModule(parent); });
-    bfactory().regist(QStringLiteral("stuck.page"), [](QObject* parent) { return new StuckPage(parent); });
+    bfactory().regist("lumo", [](QObject* parent) { return new StuckModule(parent); });
+    bfactory().regist("stuck.page", [](QObject* parent) { return new StuckPage(parent); });
     return true;
 }();
 

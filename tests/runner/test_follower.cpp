@@ -1,0 +1,157 @@
+#include "mendo/modulemanager.h"
+#include "recording/treefollower.h"
+#include "runner/runwatch.h"
+#include "support/suite.h"
+#include "support/text.h"
+
+using mendo::ModuleObject;
+using rec::Change;
+using rec::TreeFollower;
+using run::RunWatch;
+
+/// Stands in for the package's executor, which is known by its class name.
+class LumoExecutor : public QObject {
+    Q_OBJECT
+};
+
+class RunnerFollower : public QObject {
+    Q_OBJECT
+
+    TreeFollower follower_;
+    LumoExecutor executor_;
+    QStringList seen_;
+
+    void write(const QString& what) {
+        ModuleObject* const state = m("lumo.execute.state");
+        const QString trigger = "lumo.execute.trigger.";
+        if (what == "busy" || what == "idle")
+            state->setValue(&executor_, what);
+        else if (what.startsWith("foreign "))
+            state->setValue(this, what.section(' ', 1));
+        else if (what == "start" || what == "once")
+            m(trigger + what)->setValue(this, 0);
+        else if (what == "pause")
+            m(trigger + what)->trigger();
+        else if (what == "point")
+            m("lumo.current.pausepoint")->clear(&executor_);
+        else
+            m("kord.r.power")->setValue(this, what);
+    }
+
+private slots:
+    void initTestCase() {
+        m()->regist(this, "lumo")
+            ->loadJson(
+                this, test::json("{'execute':{'state':'idle','line':-1,'trigger':{'start':-1,'once':-1,"
+                                 "'pause':null}},'current':{'line':0,'programtype':'','points':[{}],"
+                                 "'pausepoint':{}},'program':[{'type':'open'},{'type':'close'}],'count':0}"));
+        connect(&follower_, &TreeFollower::changed, this,
+                [this](const Change& change) { seen_ << change.path; });
+    }
+    void init() { seen_.clear(); }
+
+    void change_isTracedBeforeWhatItCauses() {
+        const QString path = "lumo.execute.trigger.pause";
+        const auto package = connect(m(path), &ModuleObject::changed, this, [this] {
+            seen_ << "package";
+            m("lumo.count")->setValue(nullptr, 1);
+        });
+        m(path)->trigger();
+        disconnect(package);
+        QCOMPARE(seen_, (QStringList{path, "package", "lumo.count"}));
+    }
+
+    void nodeThatIsMadeLater_isTraced_andOthersAreNot() {
+        m("lumo")->set(nullptr, "current.program.moveL", 1);
+        m("lumo.current.program.moveL")->loadJson(nullptr, QJsonObject{{"speed", 5}});
+        m("lumo.current.program.moveL.speed")->setValue(nullptr, 6);
+        m("kord.r.mode")->setValue(nullptr, "manual");
+        QCOMPARE(seen_, (QStringList{"lumo.current.program.moveL", "lumo.current.program.moveL",
+                                     "lumo.current.program.moveL.speed", "kord.r.mode"}));
+        for (const char* path : {"kord.r.station.made", "lumo.execute.made",
+                                 "lumo.current.pausepoint.trans.#0", "lumo.current.pausepoint.trans.#1",
+                                 "lumo.current.made.#0.rot.#0", "lumo.current.points.#0.speed"}) {
+            seen_.clear();
+            follower_.followElement(path);
+            m()->root()->set(this, path, 1);
+            m()->root()->set(this, path, 2);
+            QCOMPARE(seen_, (QStringList{path, path}));
+        }
+        seen_.clear();
+        m("lumo")->set(nullptr, "currentish", 1);
+        m("lumo.program.#0.type")->setValue(nullptr, "open");
+        ModuleObject* const taken = m("lumo.current.program.moveL");
+        m("lumo.current.program")->remove(nullptr, "moveL");
+        taken->setValue(nullptr, 7);
+        QCOMPARE(seen_, QStringList());
+    }
+
+    void reason_isWhatEndedTheLastRun_data() {
+        QTest::addColumn<QString>("reason");
+        for (const auto& [writes, reason] : std::initializer_list<std::pair<const char*, const char*>>{
+                 {"", "refused"},
+                 {"pause,point", "refused"},
+                 {"busy,idle", "finished"},
+                 {"busy,pause,point,idle", "paused"},
+                 {"busy,point,idle", "error"},
+                 {"busy,point,pause,point,idle", "error"},
+                 {"busy,off,point,idle", "power"},
+                 {"busy,pause,off,idle", "paused"},
+                 {"busy,idle,off", "finished"},
+                 {"busy,pause,point,idle,busy,idle", "finished"},
+                 {"busy,idle,pause,point", "finished"},
+                 {"foreign busy", "refused"},
+                 {"start,busy,foreign idle,foreign busy", "error"},
+                 {"once,busy,result -1,idle", "error"},
+                 {"once,busy,result 0,idle", "finished"},
+                 {"once,busy,pause,result -1,idle", "paused"},
+                 {"once,busy,idle,result -1", "finished"},
+                 {"once,busy,start,result -1,idle", "error"},
+                 {"start,busy,result -1,idle", "error"},
+                 {"start,busy,idle,result -9", "error"}})
+            QTest::newRow(writes) << QString(reason);
+    }
+    void reason_isWhatEndedTheLastRun() {
+        RunWatch watch(&follower_);
+        for (const QString& what : QString(QTest::currentDataTag()).split(',', Qt::SkipEmptyParts)) {
+            if (what.startsWith("result "))
+                watch.motionEnded(what.section(' ', 1).toInt());
+            else
+                write(what);
+        }
+        QTEST(watch.reason(), "reason");
+    }
+
+    /// As the executor says them: the program in the tree may have been replaced, a hand may have prepared
+    /// them.
+    void linesThatARunExecutes_areCountedWithTheirTypes() {
+        const RunWatch watch(&follower_);
+        QStringList begun;
+        connect(&watch, &RunWatch::lineBegun, this,
+                [&begun](int line, const QString& type) { begun << QString("%1 %2").arg(line).arg(type); });
+        ModuleObject* const current = m("lumo.current.line");
+        ModuleObject* const type = m("lumo.current.programtype");
+        ModuleObject* const shown = m("lumo.execute.line");
+        write("once");
+        write("busy");
+        shown->setValue(&executor_, 1);
+        write("idle");
+        current->setValue(this, 0);
+        type->setValue(this, 0);
+        write("start");
+        write("busy");
+        shown->setValue(&executor_, 0);
+        for (const int line : {0, 7}) {
+            current->setValue(&executor_, line);
+            type->setValue(&executor_, "moveL");
+        }
+        current->setValue(&executor_, 8);  // who heard this paused the run
+        write("pause");
+        write("idle");
+        QCOMPARE(begun, (QStringList{"1 close", "0 moveL", "7 moveL"}));
+        QCOMPARE(watch.lines(), 3);
+    }
+};
+
+LUMO_TEST_ON(RunnerFollower, test::onWallClock)
+#include "test_follower.moc"

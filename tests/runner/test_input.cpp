@@ -1,0 +1,236 @@
+#include "mendo/moduleobject.h"
+#include "runner/jsonwriter.h"
+#include "runner/project.h"
+#include "runner/scenario.h"
+#include "support/suite.h"
+#include "support/text.h"
+
+#include <QDir>
+
+#include <limits>
+
+using run::JsonText;
+using run::JsonWriter;
+using run::Problem;
+using run::Project;
+using run::Scenario;
+using test::quoted;
+
+namespace {
+
+/// A text with ' for ", and what is said of it.
+struct Case {
+    QByteArray text;
+    const char* says;
+};
+
+std::optional<Project> project(const QByteArray& text, Problem* problem) {
+    const auto json = JsonText::parse(quoted(text), "p.json", problem);
+    return json ? Project::fromText(*json, problem) : std::nullopt;
+}
+
+std::optional<Scenario> scenario(const QByteArray& text, Problem* problem) {
+    const auto json = JsonText::parse(quoted(text), "s.json", problem);
+    return json ? Scenario::fromText(*json, {"DI3", "LUMO_DI.#2"}, problem) : std::nullopt;
+}
+
+template <typename Read>
+void refuses(const std::vector<Case>& cases, Read read) {
+    for (const Case& bad : cases) {
+        Problem problem;
+        QVERIFY2(!read(bad.text, &problem), bad.text.constData());
+        QVERIFY2(problem.text().contains(bad.says) && !problem.text().contains('\n'),
+                 qPrintable(problem.text()));
+    }
+}
+
+}  // namespace
+
+/// What is wrong with a project or a scenario is told with its place; what is right is read as it stands.
+class RunnerInput : public QObject {
+    Q_OBJECT
+private slots:
+    void brokenProject_isToldWithItsPlace() {
+        refuses({{"", "p.json:1:1: no JSON: expected a value"},
+                 {"[{'type':'delay'}", "p.json:1:18: no JSON"},
+                 {"[\n{'type': 'delay'},\n  {type}]", "p.json:3:4: no JSON: expected a key in quotes"},
+                 {"[1 2]", "p.json:1:4: no JSON: expected a comma"},
+                 {"[{'a':}]", "p.json:1:7: no JSON: expected a value"},
+                 {"[{'a' 1}]", "p.json:1:7: no JSON: expected a colon"},
+                 {"[-x]", "p.json:1:3: no JSON: expected a digit"},
+                 {"['ab\\", "p.json:1:6: no JSON: expected the end of a string"},
+                 {"['a\xff']", "p.json:1:4: no JSON: invalid UTF8"},
+                 {"[1e999]", "p.json:1:7: no JSON: illegal number"},
+                 {"[] x", "p.json:1:4: no JSON"},
+                 {"\n {}", "p.json:2:2: holds no array"},
+                 {"'x'", "p.json:1:1: holds no array"},
+                 {"[{'type':'close'},\n 5]", "p.json:2:2: element 2 is no object"},
+                 {"[{'execute':true}]", "p.json:1:2: element 1: statement without a type"},
+                 {"[{'type':''}]", "p.json:1:10: element 1: the statement's type is empty"},
+                 {"[{'type':null}]", "p.json:1:10: element 1: the statement's type is no text"},
+                 {"[{'type':'movel'}]", "p.json:1:10: element 1: unknown statement type \"movel\""},
+                 {"[{'end':{}},\n{'end':{}}]", "p.json:2:1: element 2: statement without a type"}},
+                project);
+        Problem problem;
+        QCOMPARE(project("[{'type':'close'},{'end':{},'ref':{}}]", &problem)->statementCount(), 1);
+        for (const char* file : {"none.json", "/dev/zero", "."})
+            QVERIFY2(!Project::read(file, file, &problem) && problem.text().startsWith(file), file);
+    }
+
+    /// One warning for a statement that lacks something or has it in another kind, none for one that a run
+    /// reads.
+    void oddStatement_isWarnedOf() {
+        const QByteArray whole =
+            "'execute':true,'speed':20,'zone':2,'point':{'trans':[0,0,0],'rot':[0,0,0],"
+            "'near':[0,0,0,0,0,0]}";
+        const QByteArray open = "'type':'open','execute':true,'index':%,'weldspeed':20";
+        const Case cases[] = {
+            {"'type':'moveJ'," + whole, ""},
+            {"'type':'moveL'," + whole, ""},
+            {"'type':'moveC'," + whole, "p.json:1:2: line 1 (moveC) lacks point1.trans, point1.rot"},
+            {"'type':'moveL'", "p.json:1:2: line 1 (moveL) lacks point.trans, point.rot, speed, zone"},
+            {"'type':'moveL'," + QByteArray(whole).replace("20", "'20'"),
+             "p.json:1:41: line 1 (moveL): \"speed\" is the text \"20\" where a number is usual"},
+            {"'type':'moveJ'," + QByteArray(whole).replace("[0,0,0,0,0,0]", "[0,'1',0]"),
+             "\"point.near\" is the text \"1\""},
+            {"'type':'moveJ'," + QByteArray(whole).replace("[0,0,0,0,0,0]", "[]"),
+             "\"point.near\" is no list of coordinates"},
+            {QByteArray(open).replace("%", "1"), ""},
+            {QByteArray(open).replace("%", "2"), "(open): \"index\" names no parameter set (2 of 2)"},
+            {"'type':'param','execute':true,'index':-1", "names no parameter set (-1 of 2)"},
+            {"'type':'open','index':0,'weldspeed':'20.5','laserPower':'50','laserDutyCycle':'5'", ""},
+            {"'type':'delay','delaytime':'soon'", "\"delaytime\" is the text \"soon\""},
+            {"'type':'delay','delaytime':true", "\"delaytime\" is no number"},
+            {"'type':'setDO','DO_type':'IO','doName':'DO1','value':'true'", ""},
+            {"'type':'setDO','DO_type':'register','value':'true'",
+             "lacks DO_reg.name, DO_reg.type, DO_reg.bias"},
+            {"'type':'setDO','value':'true','doName':'DO1'",
+             "lacks DO_type, DO_reg.name, DO_reg.type, DO_reg.bias"},
+            {"'type':'waitDI','value1':'true','diName':'DI1'", "lacks DI_type, DI_reg.name, DI_reg.bias"},
+            {"'type':'waitDI','DI_type':'IO'", "lacks diName, value1"},
+            {"'type':'close','execute':false", ""}};
+        for (const Case& odd : cases) {
+            Problem problem;
+            const auto read = project("[{" + odd.text + "}]", &problem);
+            QVERIFY2(read, qPrintable(problem.text()));
+            const std::vector<Problem> found = read->warnings(2);
+            QCOMPARE(int(found.size()), *odd.says ? 1 : 0);
+            const QString said = found.empty() ? QString() : found[0].text();
+            QVERIFY2(said.contains(odd.says), qPrintable(said));
+        }
+    }
+
+    void brokenScenario_isToldWithItsPlace() {
+        const auto entry = [](const char* keys) { return QByteArray("[{'at':0,'do':") + keys + "}]"; };
+        refuses(
+            {{"[\n{'at':1,}]", "s.json:2:9: no JSON: expected a key in quotes"},
+             {"{}", "s.json:1:1: holds no array"},
+             {"[[]]", "s.json:1:2: entry 1: is no object"},
+             {"[{'do':'pause'}]", "s.json:1:2: entry 1: the key \"at\" is missing"},
+             {"[{'at':0}]", "s.json:1:2: entry 1: the key \"do\" is missing"},
+             {"[{'at':-1,'do':'pause'}]", "s.json:1:8: entry 1: \"at\" is no whole number from 0"},
+             {"[{'at':0,'do':'pause'},\n{'at':0,'do':'stop'}]",
+              "s.json:2:14: entry 2: unknown \"do\" \"stop\""},
+             {entry("'start'"), "entry 1: the key \"line0\" is missing"},
+             {entry("'pause','value':1"), "s.json:1:31: entry 1: \"pause\" has no key \"value\""},
+             {entry("'once','line0':'1'"), "\"line0\" is no whole number"},
+             {entry("'power','value':true"), "\"value\" is none of on, off"},
+             {entry("'mode','value':'t1'"), "\"value\" is none of auto, manual"},
+             {entry("'weld','value':'on'"), "\"value\" is neither true nor false"},
+             {entry("'input','name':'DI99','value':true"), "s.json:1:30: entry 1: \"name\" names no input"},
+             {entry("'key','name':'up','value':true"), "\"name\" is none of next, last"},
+             {entry("'fault','name':'water','value':true"), "\"name\" is none of laser"},
+             {entry("'quirk','name':'slow','value':true"), "\"name\" names no quirk"},
+             {entry("'motionError','code':3"), "\"code\" is no negative whole number"},
+             {entry("'remove','line0':-1"), "\"line0\" is no whole number from 0"},
+             {entry("'insert','line0':0,'statement':{'type':'weld'}"),
+              "s.json:1:54: entry 1: unknown statement"},
+             {entry("'move','line0':0"), "the key \"to0\" is missing"},
+             {entry("'place','trans':[1,2]"), "\"trans\" is no list of three numbers"},
+             {entry("'device','name':'lock','value':true"), "\"name\" is none of laserLock"},
+             {entry("'device','name':'laser','value':true,'power':101"),
+              "\"power\" is no number from 0 to 100"},
+             {entry("'port','enable':true"), "the key \"row\" is missing"},
+             {entry("'station','row':0,'set':[]"), "\"set\" is no object"},
+             {entry("'station','row':0,'set':{'DI3':'DI3'}"), "\"set.DI3\" is no field of a station"},
+             {entry("'station','row':0,'set':{'DI_reg':{'bias':-1}}"),
+              "\"set.DI_reg.bias\" is no whole number"},
+             {entry("'monitor','value':'on'"), "s.json:1:33: entry 1: \"value\" is neither true nor false"}},
+            scenario);
+    }
+
+    /// In the order of the times, then of the file; each as it was written.
+    void scenario_keepsItsOrderAndText() {
+        Problem problem;
+        const auto read = scenario(
+            "[{'at':300,'do':'pause'},{'at':0,'do':'resume'},{'at':300,'do':'resume'},"
+            "{'do':'quirk','at':20,'name':'noResult','value':true},"
+            "{'at':400,'do':'place','trans':[0,0,1],'rot':[0,0,0]},"
+            "{'at':400,'do':'station','row':0,'set':{'DO2_reg':{'name':'LUMO_DO','bias':3}}}]",
+            &problem);
+        QVERIFY2(read, qPrintable(problem.text()));
+        QCOMPARE(read->lastMs(), qint64(400));
+        QByteArrayList texts;
+        for (const run::ScenarioEntry& entry : read->entries())
+            texts += QByteArray(entry.text).replace('"', '\'');
+        QCOMPARE(texts.mid(0, 4), (QByteArrayList{"{'at':0,'do':'resume'}",
+                                                  "{'do':'quirk','at':20,'name':'noResult','value':true}",
+                                                  "{'at':300,'do':'pause'}", "{'at':300,'do':'resume'}"}));
+    }
+
+    void number_isWrittenShortAndExact() {
+        const double infinite = std::numeric_limits<double>::infinity();
+        const std::pair<double, const char*> numbers[] = {{0, "0"},
+                                                          {16384, "16384"},
+                                                          {1e6, "1000000"},
+                                                          {-42, "-42"},
+                                                          {0.1, "0.1"},
+                                                          {0.1 + 0.2, "0.30000000000000004"},
+                                                          {double(0.1f), "0.10000000149011612"},
+                                                          {1e-9, "1e-09"},
+                                                          {1e300, "1e+300"},
+                                                          {infinite, "null"},
+                                                          {infinite - infinite, "null"}};
+        for (const auto& [number, text] : numbers)
+            QCOMPARE(run::numberText(number), QByteArray(text));
+    }
+
+    void traceLine_isOneLineOfJsonInAFixedOrder() {
+        for (const QString& text : {QString("a \"b\" \\ c"), QString("a\tb\nc\rd\x01"), QString("未选中🔥")}) {
+            const QByteArray line = JsonWriter().beginArray().string(text).endArray().take();
+            QVERIFY(!line.contains('\n'));
+            QCOMPARE(QJsonDocument::fromJson(line).array().first().toString(), text);
+        }
+        QVariantHash hash;
+        for (const char* key : {"value", "name", "bias"})
+            hash[key] = QVariantList{"b", 2, 1.5, true, QVariant()};
+        const QByteArray list = "['b',2,1.5,true,null]";
+        QCOMPARE(JsonWriter().variant(hash).take(),
+                 quoted("{'bias':" + list + ",'name':" + list + ",'value':" + list + '}'));
+        const auto node = test::node("{'traj':{'speed':0.02},'point':[1,'x'],'name':false,'empty':[]}");
+        QCOMPARE(JsonWriter().node(node.get()).take(),
+                 quoted("{'traj':{'speed':0.02},'point':[1,'x'],'name':false,'empty':[]}"));
+        QCOMPARE(JsonWriter().node(node->c("none")).take(), QByteArray("null"));
+    }
+
+    /// Columns count characters; the second entry of a name is the one that is read.
+    void place_isThatOfTheEntry() {
+        const QByteArray file =
+            "\xEF\xBB\xBF[{\"a\": \"}]\\\"\",\n \"b\" : [{}, 1.50]},\n\n {\"\\u0061]\": \"ö\","
+            "\"p\": {\"q\":1E2}},\n{\"a\":\"\xF0\x9F\x94\xA5\", \"a\":2}]";
+        Problem problem;
+        const auto text = JsonText::parse(file, "f", &problem);
+        QVERIFY2(text, qPrintable(problem.text()));
+        const std::tuple<int, const char*, const char*> places[] = {
+            {1, "", "f:4:2: x"},    {0, "b", "f:2:8: x"},      {1, "p.q", "f:4:28: x"},
+            {1, "a]", "f:4:14: x"}, {1, "p.r.s", "f:4:23: x"}, {2, "a", "f:5:15: x"}};
+        for (const auto& [element, path, place] : places) {
+            const Problem found = *path ? text->problemAt(element, path, "x") : text->problemAt(element, "x");
+            QCOMPARE(found.text(), QString(place));
+        }
+        QCOMPARE(text->compact(1), QByteArray("{\"a]\":\"ö\",\"p\":{\"q\":100}}"));
+    }
+};
+
+LUMO_TEST_ON(RunnerInput, test::onWallClock)
+#include "test_input.moc"

@@ -1,0 +1,118 @@
+#include "runner/options.h"
+#include "runner/outputcheck.h"
+#include "support/suite.h"
+#include "support/text.h"
+
+#include <QDir>
+
+#include <unistd.h>
+
+using run::parseOptions;
+using run::Problem;
+
+namespace {
+
+QStringList words(const char* line) {
+    return QString(line).split(' ', Qt::SkipEmptyParts);
+}
+
+}  // namespace
+
+class RunnerOptions : public QObject {
+    Q_OBJECT
+private slots:
+    void options_areTakenAsGiven_andDefaultToASafeRun() {
+        Problem problem;
+        QVERIFY(QDir().mkpath("sub"));
+        const auto plain = parseOptions({"sub/a.json"}, &problem);
+        QVERIFY2(plain, qPrintable(problem.text()));
+        QCOMPARE(plain->settings, QDir::current().absoluteFilePath("sub"));
+        QVERIFY(plain->power && plain->weld && plain->writeMulti && !plain->handWeld && !plain->once);
+        QVERIFY(plain->untilMs == 3600000 && plain->line == 1 && plain->ackMs == 0 && plain->axes == 6);
+        QCOMPARE(plain->language, QString("en"));
+
+        const auto all = parseOptions(
+            words("--settings . --language cn --mode=manual --power off --weld off --hand-weld on --once 7 "
+                  "--axes 7 "
+                  "--no-write-multi --scenario s.json --ack 250 --until=9 --realtime --trace - --posture "
+                  "--vcd v.vcd --quiet a.json"),
+            &problem);
+        QVERIFY2(all, qPrintable(problem.text()));
+        QVERIFY(!all->power && !all->weld && all->handWeld && !all->writeMulti);
+        QVERIFY(all->realtime && all->posture && all->quiet && all->trace == "-");
+        QVERIFY(all->once == 7 && all->axes == 7 && all->ackMs == 250 && all->untilMs == 9);
+        QCOMPARE((QStringList{all->settings, all->mode, all->scenarioName, all->vcd, all->project}),
+                 (QStringList{QDir::currentPath(), "manual", "s.json", QDir().absoluteFilePath("v.vcd"),
+                              QDir().absoluteFilePath("a.json")}));
+
+        const auto stations = parseOptions({"--stations", "sub", "--settings", "sub/."}, &problem);
+        QVERIFY2(stations && stations->project.isEmpty(), qPrintable(problem.text()));
+        QCOMPARE(stations->folder(), QDir().absoluteFilePath("sub"));
+    }
+
+    void wrongUsage_isRefusedInOneLine() {
+        const std::pair<const char*, const char*> usages[] = {
+            {"", "one project file, got 0"},
+            {"a.json b.json", "got 2"},
+            {"--fast a.json", "--fast"},
+            {"-q a.json", "-q"},
+            {"a.json --line", "--line needs a value"},
+            {"--quiet=yes a.json", "--quiet takes no value"},
+            {"--language de a.json", "cn, en, ru"},
+            {"--mode AUTO a.json", "auto, manual"},
+            {"--power 1 a.json", "on, off"},
+            {"--axes 5 a.json", "6, 7"},
+            {"--line 0 a.json", "no number from 1"},
+            {"--line 1.5 a.json", "no number from 1"},
+            {"--once 0 a.json", "no number from 1"},
+            {"--line 1 --once=1 a.json", "exclude"},
+            {"--ack x a.json", "no number from 0"},
+            {"--until= a.json", "no number from 0"},
+            {"--settings no/such/folder a.json", "--settings no/such/folder is no folder"},
+            {"--trace= a.json", "names no file"},
+            {"--stations . a.json", "exclude"},
+            {"--stations . --line 1", "--stations and --line exclude"},
+            {"--stations . --settings ..", "--settings .. is not the folder of the stations"},
+            {"--point 1,2,3,4,5", "X,Y,Z,RX,RY,RZ"},
+            {"--point 1,2,3,4,5,x", "X,Y,Z,RX,RY,RZ"}};
+        for (const auto& [line, part] : usages) {
+            Problem problem;
+            QVERIFY2(!parseOptions(words(line), &problem), line);
+            QVERIFY2(problem.text().contains(part) && !problem.text().contains('\n'),
+                     qPrintable(problem.text()));
+        }
+    }
+
+    /// Whatever way the path of an output takes to a file that is read.
+    void output_neverOverwritesWhatIsRead() {
+        QVERIFY(QDir().mkpath("set"));
+        for (const char* name : {"p.json", "s.json", "set/lumo_port.json", "other.json"})
+            test::writeFile(name, "[]");
+        QVERIFY(QFile::link("p.json", "soft") && ::link("p.json", "hard") == 0);
+        const std::pair<const char*, const char*> outputs[] = {
+            {"--trace t --vcd v", ""},
+            {"--trace - --vcd ./-", ""},
+            {"--trace p.json", "--trace p.json would overwrite"},
+            {"--vcd set/../p.json", "--vcd set/../p.json would overwrite"},
+            {"--trace soft", "--trace soft would overwrite"},
+            {"--trace hard", "--trace hard would overwrite"},
+            {"--scenario s.json --vcd s.json", "--vcd s.json would overwrite"},
+            {"--vcd s.json", ""},
+            {"--settings set --trace set/lumo_port.json", "would overwrite"},
+            {"--trace lumo_param.json", "would overwrite"},
+            {"--trace set/lumo_port.json", ""},
+            {"--trace other.json", "would overwrite"},
+            {"--trace t --vcd set/../t", "same file"},
+            {"--trace /dev/null --vcd /dev/null", ""}};
+        for (const auto& [line, fault] : outputs) {
+            Problem problem;
+            const auto options = parseOptions(words(line) + QStringList{"p.json"}, &problem);
+            QVERIFY2(options, qPrintable(problem.text()));
+            const QString found = run::outputFault(*options, {QDir().absoluteFilePath("other.json")});
+            QVERIFY2(found.isEmpty() == !*fault && found.contains(fault), line);
+        }
+    }
+};
+
+LUMO_TEST_ON(RunnerOptions, test::onWallClock)
+#include "test_options.moc"

@@ -1,0 +1,221 @@
+#include "support/runnerfolder.h"
+#include "support/suite.h"
+
+#include <QRegularExpression>
+
+namespace {
+
+/// A station that a rising edge of DI1, DI2, … starts.
+QJsonObject station(int number, const QString& project) {
+    return {{"stationname", QString("Station %1").arg(number)},
+            {"filePath", project},
+            {"type", "Rising Edge"},
+            {"type2", "Rising Edge"},
+            {"time", "100"},
+            {"DI", QString("DI%1").arg(number)},
+            {"DI_type", "IO"},
+            {"DI2", "DI16"},
+            {"DI2_type", "IO"},
+            {"DO", QString("DO%1").arg(number)},
+            {"DO_type", "IO"},
+            {"DO2", "DO16"},
+            {"DO2_type", "IO"}};
+}
+
+/// Two stations; both wait half a second, the second one twice.
+class Stations : public Folder {
+public:
+    explicit Stations(const QString& first = "one.json") {
+        const QJsonArray two{station(1, first), station(2, "two.json")};
+        write("lumo_signalsConfig.json", QJsonDocument(two).toJson());
+        write("one.json", '[' + kDelay + ']');
+        write("two.json", '[' + kDelay + ',' + kDelay + ']');
+    }
+    Result monitor(const QByteArray& scenario, const QStringList& more = {"--quiet"}) const {
+        write("s.json", scenario);
+        return run(QStringList{"--stations", ".", "--scenario", "s.json", "--trace", "-"} + more);
+    }
+};
+
+/// An input that is on for 120 ms, and off 50 ms from a full hundred.
+QByteArray pulse(int number, int hundredMs) {
+    const QByteArray input = ",\"do\":\"input\",\"name\":\"DI" + QByteArray::number(number) + "\",\"value\":";
+    return "{\"at\":" + QByteArray::number(hundredMs - 50) + input +
+           "true},{\"at\":" + QByteArray::number(hundredMs + 70) + input + "false}";
+}
+
+/// "0 Triggered", "0 Running" …, with their times.
+QStringList statesOf(const Result& result, bool timed = false) {
+    QStringList states;
+    for (const QJsonObject& line : result.of("station"))
+        states << QString("%1 %2").arg(line["row"].toInt()).arg(line["state"].toString()) +
+                      (timed ? QString(" %1").arg(line["t"].toInt()) : QString());
+    return states;
+}
+
+const QStringList kOneRun{"0 Triggered", "0 Running", "0 Untriggerd"};
+const QByteArray kBoth = pulse(1, 1100) + ',' + pulse(2, 1100);
+
+}  // namespace
+
+/// Monitoring of stations as the caller of the program meets it.
+class RunnerStations : public QObject {
+    Q_OBJECT
+private slots:
+    void badStationsFile_endsBeforeAnythingRuns() {
+        const QByteArray name = "lumo_signalsConfig.json";
+        const std::tuple<QByteArray, QStringList, QByteArray> cases[] = {
+            {"", {}, "./" + name + ": there is no such file"},
+            {"[\n{]", {}, "./" + name + ":2:2: no JSON"},
+            {"{\"a\": 1}", {}, "./" + name + ":1:1: holds no array"},
+            {"[{}, 5]", {}, "./" + name + ":1:6: element 2 is no object"},
+            {"[{\"filePath\":\"one.json\"}]", {"--trace", "one.json"}, "--trace one.json would overwrite"},
+            {"[]", {"--trace", name}, "--trace " + name + " would overwrite"}};
+        for (const auto& [file, options, error] : cases) {
+            const Folder folder;
+            folder.write("one.json", "[]");
+            if (!file.isEmpty())
+                folder.write(name, file);
+            const Result result = folder.run(QStringList{"--stations", "."} + options);
+            QVERIFY2(result.status == 2 && result.out.isEmpty(), file.constData());
+            QVERIFY2(result.err.startsWith("lumo-run: " + error) && result.err.count('\n') == 1,
+                     result.err.constData());
+            QCOMPARE(folder.read("one.json"), QByteArray("[]"));
+        }
+    }
+
+    void press_runsTheProjectWithItsOutputOn() {
+        const Stations folder;
+        const Result result = folder.monitor('[' + pulse(1, 1100) + ']');
+        QVERIFY2(result.status == 0, result.err.constData());
+        // Sampled every 100 ms, served every 200 ms from the moment the switch was pressed.
+        QCOMPARE(statesOf(result, true),
+                 (QStringList{"0 Triggered 1100", "0 Running 1200", "0 Untriggerd 1700"}));
+        QVERIFY(result.out.contains(R"({"t":1100,"kind":"output","name":"DO1","value":true})"));
+        QVERIFY(result.out.contains(R"({"t":1700,"kind":"output","name":"DO1","value":false})"));
+        const QJsonObject options = result.trace.first()["options"].toObject();
+        QCOMPARE(options["stations"].toString(), QFileInfo(folder.path()).fileName());
+        QVERIFY(!options.contains("project") && !options.contains("line"));
+    }
+
+    void monitoring_endsWhenNothingIsLeftToDo_data() {
+        QTest::addColumn<QByteArray>("scenario");
+        QTest::addColumn<QString>("reason");
+        QTest::addColumn<int>("ms");
+        const QByteArray off = R"(,{"at":1300,"do":"monitor","value":false})";
+        QTest::newRow("a second after the last entry") << pulse(1, 1100) << "finished" << 2170;
+        QTest::newRow("a second without entries") << QByteArray() << "refused" << 1000;
+        QTest::newRow("when the queue is empty") << kBoth << "finished" << 2800;
+        // The run of station 1 ends at 1700; what is queued is given up a second later.
+        QTest::newRow("switched off with a queue") << kBoth + off << "stalled" << 2700;
+        QTest::newRow("switched off with a queue and on again")
+            << kBoth + off + R"(,{"at":9000,"do":"monitor","value":true})"
+            << "finished" << 10200;
+        // It starts the project again and again, until a run ends late enough.
+        QTest::newRow("input that stays")
+            << QByteArray(R"({"at":50,"do":"input","name":"DI1","value":true})") << "finished" << 1500;
+        QTest::newRow("out of time") << pulse(1, 1100) << "until" << 1400;
+    }
+    void monitoring_endsWhenNothingIsLeftToDo() {
+        QFETCH(QByteArray, scenario);
+        QFETCH(QString, reason);
+        QFETCH(int, ms);
+        const Result result = Stations().monitor(
+            '[' + scenario + ']', {"--quiet", "--until", QString::number(reason == "until" ? ms : 30000)});
+        QCOMPARE(reasonOf(result), reason);
+        QCOMPARE(result.done()["ms"].toInt(), ms);
+        QCOMPARE(result.status, reason == "finished" ? 0 : 1);
+    }
+
+    /// Also when the last run came to its end; the table tells who ran.
+    void stoppedRun_isNoSuccess() {
+        const Result result = Stations().monitor('[' + pulse(1, 1100) + ',' + pulse(2, 3100) +
+                                                     R"(,{"at":3500,"do":"pause"},)" + pulse(2, 6100) + ']',
+                                                 {});
+        QCOMPARE(reasonOf(result), "finished");
+        QCOMPARE(result.status, 1);
+        const QString table = QString::fromUtf8(result.err).simplified();
+        QVERIFY2(table.contains("Station 1 one.json 1 1 0.500 s"), qPrintable(table));
+        QVERIFY2(table.contains("Station 2 two.json 2 1 1.300 s"), qPrintable(table));
+    }
+
+    /// The page is opened and its switch pressed by a scenario, while a project runs.
+    void monitoring_worksBesideAProject() {
+        const Stations folder;
+        folder.write("p.json", '[' + kDelay + ',' + kDelay + ',' + kDelay + ']');
+        folder.write("s.json", R"([{"at":100,"do":"monitor","value":true},)" + pulse(1, 600) +
+                                   R"(,{"at":3000,"do":"monitor","value":false}])");
+        const Result result = folder.run({"p.json", "--scenario", "s.json", "--quiet", "--trace", "-"});
+        QVERIFY2(result.status == 0, result.err.constData());
+        QCOMPARE(statesOf(result), kOneRun);
+        QCOMPARE(result.done()["lines"].toInt(), 4);
+    }
+
+    /// What cannot be chosen leaves the whole station as it was.
+    void stationEditedByHand_isTakenWholeOrNotAtAll() {
+        const std::pair<QByteArray, QByteArray> edits[] = {
+            {R"("DI":"DI5","filePath":"two.json","time":50)", ""},
+            {R"("DI_type":"IO","DI":"DI5","DI2_type":"Register","filePath":"two.json",)"
+             R"("DI2_reg":{"name":"LUMO_DI","bias":9},"type":"上升沿")",
+             ""},
+            {R"("filePath":"two.json","DI":"DI99")", "station row 0: cmbDI \"DI99\""},
+            {R"("DI":"DI5","stationname":"A")", "the name \"Station 1\" is fixed"}};
+        for (const auto& [set, error] : edits) {
+            const Result result = Stations().monitor(R"([{"at":100,"do":"station","row":0,"set":{)" + set +
+                                                     "}}," + pulse(error.isEmpty() ? 5 : 1, 1500) + ']');
+            QVERIFY2(result.err.contains(error), result.err.constData());
+            QCOMPARE(result.status, error.isEmpty() ? 0 : 1);
+            QCOMPARE(statesOf(result), kOneRun);
+            QCOMPARE(result.done()["lines"].toInt(), error.isEmpty() ? 2 : 1);
+        }
+    }
+
+    /// It asks, its output is on until it is its turn; nothing runs, and the next one gets the robot.
+    void stationWithoutAProgram_isPassedOver_data() {
+        QTest::addColumn<QString>("project");
+        QTest::addColumn<QByteArray>("warning");
+        QTest::addColumn<int>("messages");
+        QTest::newRow("missing") << "gone.json" << QByteArray("gone.json: there is no such file") << 0;
+        QTest::newRow("damaged") << "damaged.json" << QByteArray("damaged.json:2:") << 0;
+        QTest::newRow("no program in it") << "none.json" << QByteArray() << 1;
+        QTest::newRow("none bound") << "" << QByteArray() << 0;  // the entry is dropped in silence
+    }
+    void stationWithoutAProgram_isPassedOver() {
+        QFETCH(QString, project);
+        QFETCH(QByteArray, warning);
+        QFETCH(int, messages);
+        const Stations folder(project);
+        folder.write("none.json", "[]");
+        folder.write("damaged.json", "[\n{\"type\":");
+        const Result result = folder.monitor('[' + pulse(1, 1100) + ',' + pulse(2, 2100) + ']');
+        QCOMPARE(statesOf(result),
+                 (QStringList{"0 Triggered", "0 Untriggerd", "1 Triggered", "1 Running", "1 Untriggerd"}));
+        QVERIFY(result.out.contains(R"("kind":"output","name":"DO1","value":true})"));
+        QVERIFY(result.out.contains(R"("kind":"output","name":"DO1","value":false})"));
+        QCOMPARE(result.of("message").size(), messages);
+        QCOMPARE(result.of("file").size(), warning.isEmpty() ? 0 : 1);
+        QCOMPARE(result.status, 0);
+        QVERIFY2(
+            warning.isEmpty() ? result.err.isEmpty() : result.err.startsWith("lumo-run: warning: " + warning),
+            result.err.constData());
+    }
+
+    /// Entries of time 0 come after the switch: what is on then is an edge. Off and on again takes it as it
+    /// stands.
+    void inputThatIsOnBefore_isNoPress() {
+        const QByteArray on = R"({"at":0,"do":"input","name":"DI1","value":true})";
+        const Stations folder;
+        const Result edge =
+            folder.monitor('[' + on + R"(,{"at":150,"do":"input","name":"DI1","value":false}])");
+        QCOMPARE(statesOf(edge), kOneRun);
+        const Result level = folder.monitor(R"([{"at":0,"do":"monitor","value":false},)" + on +
+                                            R"(,{"at":10,"do":"monitor","value":true}])");
+        QCOMPARE(statesOf(level), QStringList());
+        QCOMPARE(reasonOf(level), "refused");
+        folder.write("lumo_signalsConfig.json", "{}");
+        QCOMPARE(reasonOf(folder.monitor('[' + pulse(1, 1100) + ']')), "refused");
+    }
+};
+
+LUMO_TEST_ON(RunnerStations, test::onWallClock)
+#include "test_stations.moc"
