@@ -29,11 +29,14 @@ void show() {
     }
 }
 
-/// A statement that has an `end` would be taken for the tool set when it is read again.
+/// Another record that looks like a tool set would be taken for it when the project is read again.
 bool isUnambiguous(const lumo::Project& project) {
-    return std::none_of(
-        project.statements.begin(), project.statements.end(),
-        [](const QJsonValue& statement) { return statement.toObject().contains(lumo::field::end); });
+    return std::none_of(project.statements.begin(), project.statements.end(),
+                        [](const QJsonValue& statement) {
+                            const QJsonObject object = statement.toObject();
+                            return object.contains(lumo::field::end) ||
+                                   (object.contains(lumo::field::ref) && !object.contains(lumo::field::type));
+                        });
 }
 
 /// A number may have more digits in the file than a tree holds, a name a mark before it that Qt drops: then
