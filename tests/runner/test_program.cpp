@@ -138,21 +138,6 @@ private slots:
             QCOMPARE(doneMs(result), 900);
     }
 
-    /// A run that waits for ever is told from one that waits long, and the runner leaves it.
-    void endlessWait_isLeft() {
-        const Folder folder;
-        folder.write("p.json", delays(2));
-        for (const int line : {1, 2}) {  // 2: a page's timer goes on meanwhile
-            const Result result =
-                folder.run({"p.json", "--quiet", "--trace", "-", "--line", QString::number(line)},
-                           QStringLiteral(STUCK_RUN));
-            QCOMPARE(result.status, 1);
-            QCOMPARE(reasonOf(result), "stalled");
-            QCOMPARE(doneMs(result), line == 1 ? 0 : 1000);
-            QCOMPARE(result.done()["state"].toString(), "busy");
-        }
-    }
-
     void box_isAnsweredAfterItsTime() {
         const Folder folder;
         const Result result = folder.trace(seam(), "[]", {"--line", "6", "--ack", "750"});
