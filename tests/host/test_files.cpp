@@ -1,211 +1,181 @@
-// The host's file service.
+// JSON text: written straight from the tree, and to and from files.
 
-#include "host/nodesupport.h"
+#include "mendo/jsontext.h"
 #include "mendo/modulemanager.h"
+#include "support/suite.h"
+#include "support/text.h"
 
 #include <QDir>
-#include <QFile>
-#include <QTemporaryDir>
-#include <QTest>
 
 #include <sys/stat.h>
+#include <limits>
 
 using mendo::ModuleManager;
+using mendo::ModuleObject;
+using test::contentOf;
+using test::json;
+using test::writeFile;
 
 class TestFiles : public QObject {
     Q_OBJECT
-private slots:
-    void init();
-    void cleanup() { folder_.reset(); }
-    void read_acceptsAByteOrderMark();
-    void read_missingFileIsSilent();
-    void read_tellsWhereAFileDoesNotParse_data();
-    void read_tellsWhereAFileDoesNotParse();
-    void read_tellsWhatCannotBeRead_data();
-    void read_tellsWhatCannotBeRead();
-    void write_keepsAPipe();
-    void write_readsBackTheSame_data();
-    void write_readsBackTheSame();
-    void write_replacesAndLeavesNothingBeside();
-    void write_keepsADamagedFile();
-    void write_keepsADamagedFileBehindALink();
-    void write_failureLeavesTheOldFile_data();
-    void write_failureLeavesTheOldFile();
-
 private:
-    QString path(const char* name) const { return folder_->filePath(QLatin1String(name)); }
-    void put(const char* name, const QByteArray& bytes) const {
-        QFile file(path(name));
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write(bytes);
+    QStringList problems_;  // "line:column reason"
+
+    static QByteArray written(const ModuleObject& node, bool indented) {
+        mendo::JsonText text(indented);
+        text.add(&node);
+        return text.take();
     }
-    QByteArray bytes(const char* name) const {
-        QFile file(path(name));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(missing)");
+    /// Files stay what they were, byte for byte.
+    static void compareWithDocument(const ModuleObject& node) {
+        const QJsonValue value = node.exportToJson();
+        const QJsonDocument document =
+            value.isArray() ? QJsonDocument(value.toArray()) : QJsonDocument(value.toObject());
+        QCOMPARE(written(node, true), document.toJson(QJsonDocument::Indented));
+        QCOMPARE(written(node, false), document.toJson(QJsonDocument::Compact));
     }
-    QStringList entries() const {
-        return QDir(folder_->path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+    static QStringList entries() {
+        return QDir().entryList(QDir::AllEntries | QDir::System | QDir::Hidden | QDir::NoDotAndDotDot);
     }
 
-    std::unique_ptr<QTemporaryDir> folder_;
-    QStringList problems_;  // "line:column", with what is announced about each file
-    QString lastReason_;
-};
+private slots:
+    void initTestCase() {
+        connect(ModuleManager::instance(), &ModuleManager::fileProblem, this,
+                [this](const QString& file, int line, int column, const QString& reason) {
+                    problems_ << QString("%1:%2:%3 %4").arg(file).arg(line).arg(column).arg(reason);
+                });
+    }
+    void init() {
+        problems_.clear();
+        for (const QString& name : entries())
+            QFile::remove(name) || QDir(name).removeRecursively();
+    }
 
-void TestFiles::init() {
-    folder_ = std::make_unique<QTemporaryDir>();
-    problems_.clear();
-    lastReason_.clear();
-    ModuleManager::instance()->disconnect(this);
-    connect(ModuleManager::instance(), &ModuleManager::fileProblem, this,
-            [this](const QString& file, int line, int column, const QString& reason) {
-                problems_ << QStringLiteral("%1 %2:%3").arg(QFileInfo(file).fileName()).arg(line).arg(column);
-                lastReason_ = reason;
-            });
-}
+    void treesText_isThatOfTheDocument() {
+        QString everyUnit;
+        for (int unit = 0; unit <= 0xffff; ++unit)
+            everyUnit += QChar(unit);
+        const QString pair = QString::fromUtf8("\xF0\x9F\x94\xA5");
+        ModuleObject list;
+        for (const QString& number :
+             QString(
+                 "0 -0 0.1 0.3333333333333333 1e-5 1e-300 1e15 1e16 123456789012345680 -2.5 1e18 9.3e18 2e20"
+                 " -1e22 9223372036854775808 -9223372036854775808 18446744073709551616 9007199254740993"
+                 " 4.9e-324 1.7e308 nan inf -inf")
+                 .split(' '))
+            list.append(nullptr)->setValue(nullptr, number.toDouble());
+        for (const QVariant& value :
+             QVariantList{0.1F, std::numeric_limits<int>::min(), (qlonglong(1) << 53) + 1,
+                          std::numeric_limits<qlonglong>::min(), std::numeric_limits<qulonglong>::max(),
+                          QVariant(QVariant::Int), true, false, QVariant(), QString(), QByteArray("bytes"),
+                          QChar('c'), QVariant::fromValue<QObject*>(nullptr), everyUnit, pair.repeated(20000),
+                          'x' + pair.repeated(20000), 'x' + pair.left(1), pair.right(1) + pair[0] + 'x',
+                          QVariantList{1, QVariantList{}, QVariantMap{{"b", 0.5}, {"a", "t"}}, true}})
+            list.append(nullptr)->setValue(nullptr, value);
+        compareWithDocument(list);
 
-void TestFiles::read_acceptsAByteOrderMark() {
-    put("a.json", "\xEF\xBB\xBF{\"a\": 1}");
-    QCOMPARE(ModuleManager::readFromJson(path("a.json")), json("{'a': 1}"));
-    QVERIFY(problems_.isEmpty());
-}
+        ModuleObject map;
+        map.loadJson(nullptr, json("{'a':[[],{},[[]],{'a':{}},[true,[false]]],'c':{'d':null},'g':0.5}"));
+        for (const char* name : {"b", "Z", "aa", "é", "激", "\xF0\x9F\x94\xA5", "\xEF\xBC\xA1", "10", "9", "",
+                                 "#0", "a.b", "\t", "\\"})
+            map.append(nullptr, name)->setValue(nullptr, name);
+        compareWithDocument(map);
+        map.loadJson(nullptr, json(QByteArray(900, '[') + QByteArray(900, ']')));
+        compareWithDocument(map);
 
-void TestFiles::read_missingFileIsSilent() {
-    QVERIFY(ModuleManager::readFromJson(path("a.json")).isUndefined());
-    QVERIFY(ModuleManager::readFromJson(QStringLiteral(":/no/such.json")).isUndefined());
-    QVERIFY(problems_.isEmpty());
-}
-
-void TestFiles::read_tellsWhereAFileDoesNotParse_data() {
-    QTest::addColumn<QByteArray>("content");
-    QTest::addColumn<QString>("place");
-    QTest::newRow("first line") << QByteArray("{\"a\" 1}") << "1:6";
-    QTest::newRow("third line") << QByteArray("{\n\"a\": 1,\n  x\n}") << "3:3";
-    QTest::newRow("after wide characters") << QByteArray("{\"激光\": x}") << "1:8";
-    QTest::newRow("after one of two units") << QByteArray("{\"\xF0\x9F\x94\xA5\": x}") << "1:7";
-    QTest::newRow("after a byte-order mark") << QByteArray("\xEF\xBB\xBFx") << "1:1";
-    QTest::newRow("windows lines") << QByteArray("[\r\n1,\r\nx]") << "3:1";
-    QTest::newRow("unfinished") << QByteArray("[1,\n2") << "2:2";
-    QTest::newRow("unquoted key") << QByteArray("{\"a\": 1,\n  b: 2}") << "2:3";
-    QTest::newRow("comma at the end") << QByteArray("[1,\n]") << "2:1";
-    QTest::newRow("wrong bracket") << QByteArray("[1}") << "1:3";
-    QTest::newRow("more after the end") << QByteArray("[1]\n]") << "2:1";
-    QTest::newRow("empty") << QByteArray() << "1:1";
-}
-
-void TestFiles::read_tellsWhereAFileDoesNotParse() {
-    QFETCH(QByteArray, content);
-    QFETCH(QString, place);
-    put("a.json", content);
-    QVERIFY(ModuleManager::readFromJson(path("a.json")).isUndefined());
-    QCOMPARE(problems_, QStringList{QStringLiteral("a.json ") + place});
-    QVERIFY(!lastReason_.isEmpty());
-}
-
-void TestFiles::read_tellsWhatCannotBeRead_data() {
-    QTest::addColumn<QString>("target");
-    QTest::addColumn<QString>("reason");
-    QTest::newRow("folder") << "folder"
-                            << "file to open is a directory";
-    QTest::newRow("pipe") << "pipe"
-                          << "this is no plain file";
-    QTest::newRow("device without end") << "/dev/zero"
-                                        << "this is no plain file";
-}
-
-void TestFiles::read_tellsWhatCannotBeRead() {
-    QFETCH(QString, target);
-    QDir(folder_->path()).mkdir(QStringLiteral("folder"));
-    QCOMPARE(::mkfifo(QFile::encodeName(path("pipe")).constData(), 0600), 0);
-    QVERIFY(QFile::link(target, path("a.json")));
-    QVERIFY(ModuleManager::readFromJson(path("a.json")).isUndefined());
-    QCOMPARE(problems_, QStringList{"a.json 0:0"});
-    QTEST(lastReason_, "reason");
-}
-
-/// As it keeps all that is not JSON, without waiting for the pipe's other end.
-void TestFiles::write_keepsAPipe() {
-    QCOMPARE(::mkfifo(QFile::encodeName(path("a.json")).constData(), 0600), 0);
-    QVERIFY(ModuleManager::writeToJson(path("a.json"), json("[1]"), false));
-    QCOMPARE(bytes("a.json").trimmed(), QByteArray("[1]"));
-    QVERIFY(!QFileInfo(path("a.json.damaged")).isFile());
-    QVERIFY(QFileInfo::exists(path("a.json.damaged")));
-}
-
-void TestFiles::write_readsBackTheSame_data() {
-    QTest::addColumn<QByteArray>("document");
-    QTest::newRow("empty map") << QByteArray("{}");
-    QTest::newRow("empty list") << QByteArray("[]");
-    QTest::newRow("program") << QByteArray(
-        "[{'near':[0.1,-1.5707963267948966],'type':'moveJ'},{'note':'激光'}]");
-}
-
-void TestFiles::write_readsBackTheSame() {
-    QFETCH(QByteArray, document);
-    const QJsonValue value = json(document.constData());
-    for (const bool indented : {false, true}) {
-        QVERIFY(ModuleManager::writeToJson(path("a.json"), value, indented));
-        QCOMPARE(ModuleManager::readFromJson(path("a.json")), value);
-        if (!indented) {
-            QCOMPARE(bytes("a.json").trimmed(), QByteArray(document).replace('\'', '"'));
+        for (const bool indented : {true, false}) {
+            mendo::JsonText text(indented);
+            text.beginArray();
+            text.addElements(test::node("[{'type':'moveJ'},2]").get());
+            text.addElements(test::node("{'end':1}").get());
+            text.add(test::node("{'end':1}").get());
+            text.endArray();
+            QCOMPARE(text.take(), written(*test::node("[{'type':'moveJ'},2,{'end':1}]"), indented));
         }
     }
-}
 
-void TestFiles::write_replacesAndLeavesNothingBeside() {
-    put("a.json", "{\"old\": 1}");
-    QVERIFY(QFile::setPermissions(path("a.json"), QFile::ReadOwner | QFile::WriteOwner));
-    const QFile::Permissions permissions = QFile::permissions(path("a.json"));
-    QVERIFY(ModuleManager::writeToJson(path("a.json"), json("[2]"), false));
-    QCOMPARE(bytes("a.json").trimmed(), QByteArray("[2]"));
-    QCOMPARE(QFile::permissions(path("a.json")), permissions);
-    QCOMPARE(entries(), QStringList{"a.json"});
-    QVERIFY(problems_.isEmpty());
-}
-
-void TestFiles::write_keepsADamagedFile() {
-    for (const char* damaged : {"{\"a\": 1", "precious"}) {
-        put("a.json", damaged);
-        QVERIFY(ModuleManager::writeToJson(path("a.json"), json("{}"), false));
+    void placeOfAFault_isThatInAnEditor() {
+        const std::vector<std::pair<QByteArray, const char*>> rows = {
+            {"{\"a\" 1}", "1:6 no JSON: expected a colon"},
+            {"{\n\"a\": 1,\n  x\n}", "3:3 no JSON: expected a key in quotes"},
+            {"{\"激光\": x}", "1:8 no JSON: expected a value"},
+            {"{\"\xF0\x9F\x94\xA5\": x}", "1:7 no JSON: expected a value"},
+            {"\xEF\xBB\xBFx", "1:1 no JSON: expected a value"},
+            {"[\r\n1,\r\n-x]", "3:2 no JSON: expected a digit"},
+            {"[1,\n2", "2:2 no JSON: expected a comma or a closing bracket"},
+            {"[1.x]", "1:4 no JSON: expected a digit"},
+            {"[\"a\\\"b]", "1:8 no JSON: expected the end of a string"},
+            {"[1]\n]", "2:1 no JSON: expected the end of the file"},
+            {" 5", "1:2 holds no array and no object"},
+            {"", "1:1 no JSON: expected a value"},
+        };
+        for (const auto& [content, problem] : rows) {
+            writeFile("a.json", content);
+            QVERIFY(ModuleManager::readFromJson("a.json").isUndefined());
+            QCOMPARE(problems_, QStringList{QString("a.json:") + problem});
+            problems_.clear();
+        }
     }
-    QCOMPARE(bytes("a.json.damaged"), QByteArray("{\"a\": 1"));
-    QCOMPARE(bytes("a.json.damaged.2"), QByteArray("precious"));
-    QCOMPARE(ModuleManager::readFromJson(path("a.json")), json("{}"));
-}
 
-void TestFiles::write_keepsADamagedFileBehindALink() {
-    QDir(folder_->path()).mkdir(QStringLiteral("real"));
-    put("real/b.json", "precious");
-    QVERIFY(QFile::link(QStringLiteral("real/b.json"), path("a.json")));
-    QVERIFY(ModuleManager::writeToJson(path("a.json"), json("[1]"), false));
-    QCOMPARE(bytes("a.json.damaged"), QByteArray("precious"));
-    QCOMPARE(bytes("real/b.json").trimmed(), QByteArray("[1]"));
-    QVERIFY(QFileInfo(path("a.json")).isSymLink());
-}
+    void whatIsNoPlainFile_isToldOrKeptWithoutWaitingForIt() {
+        QVERIFY(QDir().mkdir("folder"));
+        QCOMPARE(::mkfifo("pipe", 0600), 0);
+        for (const char* target : {"pipe", "/dev/zero", "folder"}) {
+            QVERIFY(QFile::link(target, "a.json"));
+            QVERIFY(ModuleManager::readFromJson("a.json").isUndefined());
+            QVERIFY(QFile::remove("a.json"));
+        }
+        QCOMPARE(problems_.join('|'),
+                 "a.json:0:0 this is no plain file|a.json:0:0 this is no plain file|"
+                 "a.json:0:0 file to open is a directory");
+        QVERIFY(ModuleManager::writeToJson("pipe", json("[1]"), false));
+        QCOMPARE(contentOf("pipe").trimmed(), "[1]");
+        QVERIFY(QFileInfo::exists("pipe.damaged") && !QFileInfo("pipe.damaged").isFile());
+    }
 
-void TestFiles::write_failureLeavesTheOldFile_data() {
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QJsonValue>("value");
-    QTest::newRow("no such folder") << "none/a.json" << json("[1]");
-    QTest::newRow("a folder in the way") << "folder" << json("[1]");
-    QTest::newRow("below a file") << "old.json/a.json" << json("[1]");
-    QTest::newRow("name too long") << QString(300, QLatin1Char('n')) << json("[1]");
-    QTest::newRow("no document") << "old.json" << QJsonValue(5);
-    QTest::newRow("undefined") << "old.json" << QJsonValue(QJsonValue::Undefined);
-}
+    void writtenFile_readsBackTheSameAndLeavesNothingBeside() {
+        QVERIFY(ModuleManager::readFromJson("a.json").isUndefined());
+        writeFile("a.json", "\xEF\xBB\xBF{\"old\": 1}");
+        QCOMPARE(ModuleManager::readFromJson("a.json"), json("{'old': 1}"));
+        QVERIFY(QFile::setPermissions("a.json", QFile::ReadOwner | QFile::WriteOwner));
+        const QFile::Permissions permissions = QFile::permissions("a.json");
+        for (const bool indented : {false, true}) {
+            const QJsonValue value = json("[{'near':[0.1,-1.5707963267948966]},{'note':'激光'},{},[]]");
+            QVERIFY(ModuleManager::writeToJson("a.json", value, indented));
+            QCOMPARE(ModuleManager::readFromJson("a.json"), value);
+            QCOMPARE(contentOf("a.json").count('\n') > 1, indented);
+        }
+        QCOMPARE(QFile::permissions("a.json"), permissions);
+        QCOMPARE(entries(), QStringList{"a.json"});
+        QCOMPARE(problems_, QStringList());
+    }
 
-void TestFiles::write_failureLeavesTheOldFile() {
-    QFETCH(QString, name);
-    QFETCH(QJsonValue, value);
-    put("old.json", "[\"old\"]");
-    QDir(folder_->path()).mkdir(QStringLiteral("folder"));
-    const QStringList before = entries();
-    QVERIFY(!ModuleManager::writeToJson(folder_->filePath(name), value, true));
-    QCOMPARE(problems_.size(), 1);
-    QVERIFY(!lastReason_.isEmpty());
-    QCOMPARE(bytes("old.json"), QByteArray("[\"old\"]"));
-    QCOMPARE(entries(), before);
-}
+    void damagedFile_isKeptUnderAFreeName() {
+        QVERIFY(QDir().mkdir("real") && QFile::link("real/b.json", "a.json"));
+        for (const char* damaged : {"{\"a\": 1", "precious"}) {
+            writeFile("real/b.json", damaged);
+            QVERIFY(ModuleManager::writeToJson("a.json", json("[1]"), false));
+        }
+        QCOMPARE(contentOf("a.json.damaged"), "{\"a\": 1");
+        QCOMPARE(contentOf("a.json.damaged.2"), "precious");
+        QCOMPARE(contentOf("real/b.json").trimmed(), "[1]");
+        QVERIFY(QFileInfo("a.json").isSymLink());
+    }
 
-QTEST_GUILESS_MAIN(TestFiles)
+    void failedWrite_isToldAndLeavesTheOldFile() {
+        writeFile("old.json", "[\"old\"]");
+        QVERIFY(QDir().mkdir("folder"));
+        const QStringList before = entries();
+        for (const QString& name :
+             {QString("none/a.json"), QString("folder"), QString("old.json/a.json"), QString(300, 'n')})
+            QVERIFY2(!ModuleManager::writeToJson(name, json("[1]"), true), qPrintable(name));
+        for (const QJsonValue& value : {QJsonValue(5), QJsonValue(QJsonValue::Undefined)})
+            QVERIFY(!ModuleManager::writeToJson("old.json", value, true));
+        QCOMPARE(problems_.size(), 6);
+        QCOMPARE(contentOf("old.json"), "[\"old\"]");
+        QCOMPARE(entries(), before);
+    }
+};
+
+LUMO_TEST(TestFiles)
 #include "test_files.moc"

@@ -1,34 +1,26 @@
-#include "controllerfixture.h"
 #include "simulator/cell.h"
-#include "virtualmain.h"
 
-#include <cmath>
-
-using sim::Cell;
-using sim::Wiring;
+#include "robot.h"
+#include "support/suite.h"
 
 namespace {
 
-/// A wired cell behind a controller.
-class CellFixture : public ControllerFixture {
+/// A cell behind a controller, with its gas on bit 0, wire on 2 and 8, laser on 3.
+class WeldCell : public test::Robot {
 public:
-    explicit CellFixture(const Wiring& wiring = wired()) : cell(&controller, wiring) { start(); }
+    explicit WeldCell(bool wired = true) : cell(&controller, wired ? kWiring : sim::Wiring{}) {}
 
-    static Wiring wired() {
-        return {QStringLiteral("LUMO_DO.#0"), QStringLiteral("LUMO_DO.#2"), QStringLiteral("LUMO_DO.#8"),
-                QStringLiteral("LUMO_DO.#3"), QStringLiteral("LUMO_AO_1"),  QStringLiteral("LUMO_AO_0")};
+    /// Equipment signals, then milliseconds of laser, gas and wire.
+    QString report() const {
+        QString text;
+        for (int i = 0; i < 6; ++i)
+            text += controller.input(QString("LUMO_DI.#%1").arg(i)) ? '1' : '0';
+        return text + QString(" %1 %2 %3").arg(cell.laserOnMs()).arg(cell.gasOnMs()).arg(cell.wireOnMs());
     }
-    void bit(int number, bool on) {
-        writeRegister(QStringLiteral("LUMO_DO"), QStringLiteral("bit"), on, number);
-    }
-    void power(int value) { writeRegister(QStringLiteral("LUMO_AO_1"), QStringLiteral("int16"), value, 0); }
-    void laser(bool on) {
-        power(on ? 1000 : 0);
-        bit(3, on);
-    }
-    bool signal(int number) const { return controller.input(QStringLiteral("LUMO_DI.#%1").arg(number)); }
 
-    Cell cell;
+    const sim::Wiring kWiring = {"LUMO_DO.#0", "LUMO_DO.#2", "LUMO_DO.#8",
+                                 "LUMO_DO.#3", "LUMO_AO_1",  "LUMO_AO_0"};
+    sim::Cell cell;
 };
 
 }  // namespace
@@ -36,130 +28,54 @@ public:
 class TestCell : public QObject {
     Q_OBJECT
 private slots:
-    void cleanup() { QCOMPARE(sim::VirtualTime::instance()->armedTimers(), 0); }
-
-    void allIsWellAtTheStart() {
-        CellFixture cell;
-        for (int i = 0; i < 5; ++i)
-            QVERIFY(cell.signal(i));
-        QVERIFY(!cell.signal(5));
-        QVERIFY(kordservice()->dataNode(QStringLiteral("register.values.LUMO_DI.#4"))->getBool());
+    void laser_emitsWhenEnabledWithPowerAndNothingItNeedsIsFaulty() {
+        WeldCell robot;
+        robot.write("LUMO_AO_1", 16384);
+        QCOMPARE(robot.report(), "111110 0 0 0");
+        robot.write("LUMO_DO", 1, 3);
+        const QHash<QString, QString> faults = {{"laser", "011110"},
+                                                {"head", "101110"},
+                                                {"chiller", "110110"},
+                                                {"gas", "111011"},
+                                                {"temperature", "111101"}};
+        for (auto fault = faults.begin(); fault != faults.end(); ++fault) {
+            QVERIFY(robot.cell.emitting() && robot.cell.setFault(fault.key(), true));
+            QCOMPARE(robot.report().left(6), fault.value());
+            QCOMPARE(robot.cell.emitting(), fault.value().endsWith('1'));
+            QVERIFY(robot.cell.setFault(fault.key(), false));
+            QCOMPARE(robot.report().left(6), "111111");
+        }
+        QVERIFY(!robot.cell.setFault("welding", true));
+        for (const int power : {0, -1, 1}) {
+            robot.write("LUMO_AO_1", power);
+            QCOMPARE(robot.cell.emitting(), power > 0);
+        }
+        robot.write("LUMO_DO", 0, 3);
+        QCOMPARE(robot.report(), "111110 0 0 0");
     }
 
-    void laser_emitsWhenEnabledWithPower_data() {
-        QTest::addColumn<bool>("enabled");
-        QTest::addColumn<int>("power");
-        QTest::addColumn<bool>("emits");
-        QTest::newRow("off") << false << 0 << false;
-        QTest::newRow("power alone") << false << 16384 << false;
-        QTest::newRow("enable alone") << true << 0 << false;
-        QTest::newRow("both") << true << 1 << true;
-        QTest::newRow("negative power") << true << -1 << false;
-    }
-    void laser_emitsWhenEnabledWithPower() {
-        QFETCH(bool, enabled);
-        QFETCH(int, power);
-        QFETCH(bool, emits);
-        CellFixture cell;
-        cell.bit(3, enabled);
-        cell.power(power);
-        QCOMPARE(cell.cell.emitting(), emits);
-        QCOMPARE(cell.signal(5), emits);
-        cell.bit(3, false);
-        QVERIFY(!cell.cell.emitting());
-        QVERIFY(!cell.signal(5));
-    }
-
-    void fault_isSignalledAndMayStopTheLaser_data() {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<int>("bit");
-        QTest::addColumn<bool>("emits");
-        QTest::newRow("laser") << "laser" << 0 << false;
-        QTest::newRow("head") << "head" << 1 << false;
-        QTest::newRow("chiller") << "chiller" << 2 << false;
-        QTest::newRow("gas") << "gas" << 3 << true;
-        QTest::newRow("temperature") << "temperature" << 4 << true;
-    }
-    void fault_isSignalledAndMayStopTheLaser() {
-        QFETCH(QString, name);
-        QFETCH(int, bit);
-        QFETCH(bool, emits);
-        CellFixture cell;
-        cell.laser(true);
-        QVERIFY(cell.cell.setFault(name, true));
-        for (int i = 0; i < 5; ++i)
-            QCOMPARE(cell.signal(i), i != bit);
-        QCOMPARE(cell.cell.emitting(), emits);
-        QCOMPARE(cell.signal(5), emits);
-        QVERIFY(cell.cell.setFault(name, false));
-        QVERIFY(cell.signal(bit));
-        // The outputs are still there: it goes on.
-        QVERIFY(cell.cell.emitting());
-    }
-
-    void unknownFault_isRefused() {
-        CellFixture cell;
-        QVERIFY(!cell.cell.setFault(QStringLiteral("welding"), true));
-        QVERIFY(!cell.cell.setFault(QString(), true));
-    }
-
-    void unwiredEquipment_staysOff() {
-        CellFixture cell(Wiring{});
-        cell.laser(true);
-        cell.bit(0, true);
-        cell.advance(100);
-        QVERIFY(!cell.cell.emitting());
-        QCOMPARE(cell.cell.gasOnMs(), qint64(0));
-        QCOMPARE(cell.cell.wireOnMs(), qint64(0));
-    }
-
-    void times_addUpAndCountTheOneUnderWay() {
-        CellFixture cell;
-        cell.bit(0, true);
-        cell.advance(200);
-        cell.laser(true);
-        cell.advance(300);
-        QCOMPARE(cell.cell.laserOnMs(), qint64(300));
-        cell.laser(false);
-        cell.advance(50);
-        cell.laser(true);
-        cell.advance(10);
-        cell.laser(false);
-        cell.bit(0, false);
-        cell.advance(1000);
-        QCOMPARE(cell.cell.laserOnMs(), qint64(310));
-        QCOMPARE(cell.cell.gasOnMs(), qint64(560));
-    }
-
-    void wireTime_isFeedOrPullback() {
-        CellFixture cell;
-        cell.bit(2, true);
-        cell.advance(100);
-        cell.bit(8, true);
-        cell.advance(100);
-        cell.bit(2, false);
-        cell.advance(100);
-        cell.bit(8, false);
-        cell.advance(100);
-        QCOMPARE(cell.cell.wireOnMs(), qint64(300));
-    }
-
-    void weldLength_isThePathUnderTheLaser() {
-        CellFixture cell;
-        cell.line(0.7, 0, 0.4, 0.1);
-        cell.order("move.opr.enough");
-        cell.advance(550);  // 0.0525 m
-        cell.laser(true);
-        cell.advance(500);
-        QVERIFY(std::abs(cell.cell.weldLength() - 0.05) < 1e-9);
-        cell.laser(false);
-        cell.advance(200);
-        cell.laser(true);
-        cell.diary();
-        QVERIFY(std::abs(cell.cell.weldLength() - (0.05 + 0.2 - 0.0525 - 0.07)) < 1e-9);
-        QVERIFY(std::abs(cell.controller.travelled() - 0.2) < 1e-9);
+    void timesAndWeldedWay_addUpAndCountTheOneUnderWay() {
+        WeldCell robot, unwired(false);
+        robot.line({0.7, 0, 0.4}, 0.1);
+        robot.order("move.opr.enough");
+        robot.advance(1000);
+        // Wire is fed or pulled back; each step takes 100 ms, in which the tool goes 10 mm.
+        for (const auto& [bit, on] : std::vector<std::pair<int, bool>>{
+                 {0, 1}, {3, 1}, {2, 1}, {8, 1}, {2, 0}, {8, 0}, {3, 0}, {0, 0}, {3, 1}}) {
+            for (WeldCell* each : {&robot, &unwired}) {
+                each->write("LUMO_AO_1", 1);
+                each->write("LUMO_DO", on, bit);
+            }
+            robot.advance(100);
+        }
+        QCOMPARE(robot.report(), "111111 600 700 300");
+        QCOMPARE(unwired.report(), "111110 0 0 0");
+        QVERIFY(std::abs(robot.cell.weldLength() - 0.06) < 1e-9);
+        robot.write("LUMO_DO", 0, 3);
+        robot.diary();
+        QVERIFY(std::abs(robot.cell.weldLength() - 0.06) < 1e-9);
     }
 };
 
-VIRTUAL_TIME_MAIN(TestCell)
+LUMO_TEST(TestCell)
 #include "test_cell.moc"

@@ -1,263 +1,280 @@
-#include "controllerfixture.h"
-#include "kord/controllermanager.h"
-#include "virtualmain.h"
+// The controller's nodes, registers, results and quirks.
 
+#include "kord/controllermanager.h"
+#include "robot.h"
+#include "support/suite.h"
+#include "support/text.h"
+
+#include <QSignalSpy>
+
+using namespace test;
 using mendo::ModuleObject;
 using sim::Controller;
+using sim::Quirk;
 
 class TestController : public QObject {
     Q_OBJECT
+private:
+    static QVariantHash record(const char* name, const char* type, const QVariant& value, int bias) {
+        return {{"name", name}, {"type", type}, {"value", value}, {"bias", bias}};
+    }
+
 private slots:
     void cleanup() { QCOMPARE(sim::VirtualTime::instance()->armedTimers(), 0); }
 
-    // --- Data ---
-
-    void dataNodes_areFilled_data() {
-        QTest::addColumn<int>("axes");
-        QTest::newRow("six axes") << 6;
-        QTest::newRow("seven axes") << 7;
-    }
-    void dataNodes_areFilled() {
-        QFETCH(int, axes);
-        ControllerFixture robot({axes, true});
-        KordService* service = kordservice();
-        QCOMPARE(service->get(nullptr, QStringLiteral("sys.info"), QStringLiteral("joint_num"))->getInt(),
-                 axes);
-        QCOMPARE(robot.posture(QStringLiteral("near"))->size(), axes);
-        QCOMPARE(robot.posture(QStringLiteral("trans.#0"))->getDouble(), 0.5);
-        QCOMPARE(robot.posture(QStringLiteral("trans.#1"))->getDouble(-1), 0.0);
-        QCOMPARE(robot.posture(QStringLiteral("trans.#2"))->getDouble(), 0.4);
-        QCOMPARE(robot.posture(QStringLiteral("rot.#0"))->getDouble(), 3.14159265359);
-        QCOMPARE(service->get(nullptr, QStringLiteral("move.default_zone"))->getDouble(), 0.002);
-        QCOMPARE(m(QStringLiteral("kord.r.power"))->getString(), QStringLiteral("on"));
-        QCOMPARE(m(QStringLiteral("kord.r.mode"))->getString(), QStringLiteral("auto"));
-        QCOMPARE(robot.state(), QStringLiteral("idle"));
-        for (const char* group : {"DI", "DO"}) {
-            const ModuleObject* list =
-                service->get(nullptr, QStringLiteral("device.io"), QLatin1String(group));
-            QCOMPARE(list->size(), 16);
-            QCOMPARE(list->c(0)->name(), QLatin1String(group) + QLatin1String("1"));
-            QCOMPARE(list->c(15)->name(), QLatin1String(group) + QLatin1String("16"));
+    void nodes_areFilledAtTheStart() {
+        for (const int axes : {7, 6}) {
+            Robot robot({axes, axes == 6});
+            QCOMPARE(text(robot.posture("trans")) + text(robot.posture("rot")),
+                     "[0.5,0,0.4][3.14159265359,0,0]");
+            QCOMPARE(robot.posture("near")->size(), axes);
+            QCOMPARE(kordservice()->dataNode("sys.info.joint_num")->getInt(), axes);
+            QCOMPARE(kordservice()->dataNode("move.default_zone")->getDouble(), 0.002);
+            QCOMPARE(m("kord.r.power")->getString() + m("kord.r.mode")->getString(), "onauto");
+            QCOMPARE(kordservice()->commandNode("")->hasCmobj("register.write_multi"), axes == 6);
+            QVERIFY(m("rova.project.tool._list")->c(1)->r("frame.ori.euler.b")->getDouble() > 0);
+            QVERIFY(m("rova.project.wobj._list")->size() > 1);
         }
-        const ModuleObject* values = service->dataNode(QStringLiteral("register.values"));
-        QCOMPARE(values->c(QStringLiteral("LUMO_DI"))->size(), 16);
-        QVERIFY(values->c(QStringLiteral("LUMO_DO"))->isList());
-        for (int i = 0; i < 8; ++i)
-            QCOMPARE(values->r(QStringLiteral("LUMO_AO_%1.#0").arg(i))->value(), QVariant(0));
-        const ModuleObject* tool = m(QStringLiteral("rova.project.tool._list"))->c(1);
-        QVERIFY(tool->r(QStringLiteral("frame.ori.euler.b"))->getDouble() > 0);
-        QVERIFY(tool->r(QStringLiteral("load.moment.#2"))->getDouble() > 0);
-        QVERIFY(m(QStringLiteral("rova.project.wobj._list"))->size() > 1);
     }
 
     void registerList_offersEveryKindAndAgreesWithTheValues() {
-        ControllerFixture robot;
+        Robot robot;
         QSet<QString> kinds;
-        for (const ModuleObject* row : m(QStringLiteral("rova.robot.register._list"))->cmobjs()) {
-            const QString name = row->c(QStringLiteral("name"))->getString();
-            const QString rw = row->c(QStringLiteral("rw"))->getString();
-            const int length = row->c(QStringLiteral("len"))->getInt();
-            kinds << row->c(QStringLiteral("type"))->getString() + QLatin1Char(' ') + rw;
-            const ModuleObject* values =
-                kordservice()->dataNode(mName(QStringLiteral("register.values"), name));
-            QCOMPARE(values->size(), length);
-            for (int i = 0; i < length && rw == QLatin1String("rdwr"); ++i)
-                robot.writeRegister(name, QString(), 1, i);
-            for (int i = 0; i < length; ++i)
-                QCOMPARE(values->c(i)->getInt(), rw == QLatin1String("rdwr") ? 1 : 0);
+        for (const ModuleObject* row : m("rova.robot.register._list")->cmobjs()) {
+            const QString name = row->c("name")->getString(), rw = row->c("rw")->getString();
+            const ModuleObject* const values = kordservice()->dataNode("register.values")->c(name);
+            kinds << row->c("type")->getString() + ' ' + rw;
+            QCOMPARE(values->size(), row->c("len")->getInt());
+            for (int i = 0; i < values->size() && rw == "rdwr"; ++i)
+                robot.write(name, 1, i);
+            for (const ModuleObject* value : values->cmobjs())
+                QCOMPARE(value->getInt(), rw == "rdwr" ? 1 : 0);
         }
-        for (const char* kind : {"bit rd", "bit rdwr", "bool rd", "bool rdwr", "int rd", "int rdwr"})
-            QVERIFY2(kinds.contains(QLatin1String(kind)), kind);
-        QCOMPARE(robot.lines.filter(QStringLiteral("rejected")), QStringList());
+        QVERIFY(kinds.contains(
+            {"bit rd", "bit rdwr", "bool rd", "bool rdwr", "int rd", "int rdwr", "int16 rdwr"}));
         // Every change was announced under the name that output() knows.
         QCOMPARE(robot.lines.size(), robot.controller.outputNames().size() - 16);
         for (const QString& name : robot.controller.outputNames())
-            QCOMPARE(robot.controller.output(name).toInt(), name.startsWith(QLatin1String("DO")) ? 0 : 1);
+            QCOMPARE(robot.controller.output(name).toInt(), name.startsWith("DO") ? 0 : 1);
     }
 
-    void writeMulti_isOfferedOrNot() {
-        const QString name = QStringLiteral("register.write_multi");
-        {
-            ControllerFixture robot({6, false});
-            QVERIFY(!kordservice()->commandNode(QString())->hasCmobj(name));
-        }
-        ControllerFixture robot({6, true});
-        QVERIFY(kordservice()->commandNode(QString())->hasCmobj(name));
-    }
-
-    // --- Registers and outputs ---
-
-    void registerWrite_isThereWhenTheCallReturns_data() {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<QString>("type");
-        QTest::addColumn<QVariant>("value");
-        QTest::addColumn<int>("bias");
-        QTest::addColumn<QString>("heard");
-        QTest::newRow("bit on") << "LUMO_DO"
-                                << "bit" << QVariant(1) << 3 << "0 LUMO_DO.#3=true";
-        QTest::newRow("bit by bool") << "LUMO_DO"
-                                     << "bool" << QVariant(true) << 15 << "0 LUMO_DO.#15=true";
-        QTest::newRow("type left out") << "LUMO_DO"
-                                       << "" << QVariant(1) << 0 << "0 LUMO_DO.#0=true";
-        QTest::newRow("nothing new") << "LUMO_DO"
-                                     << "bit" << QVariant(0) << 3 << "";
-        QTest::newRow("analogue") << "LUMO_AO_1"
-                                  << "int16" << QVariant(1638) << 0 << "0 LUMO_AO_1=1638";
-        QTest::newRow("negative") << "LUMO_AO_1"
-                                  << "int16" << QVariant(-32768) << 0 << "0 LUMO_AO_1=-32768";
-        QTest::newRow("second element") << "PART_COUNT"
-                                        << "int" << QVariant(70000) << 1 << "0 PART_COUNT.#1=70000";
-        QTest::newRow("unknown") << "DO2_3"
-                                 << "bit" << QVariant(1) << 0 << "0 rejected DO2_3: no such register";
-        QTest::newRow("no name") << ""
-                                 << "bit" << QVariant(1) << 0 << "0 rejected : no such register";
-        QTest::newRow("bias beyond") << "LUMO_DO"
-                                     << "bit" << QVariant(1) << 16
-                                     << "0 rejected LUMO_DO: no element 16, length is 16";
-        QTest::newRow("bias below") << "LUMO_DO"
-                                    << "bit" << QVariant(1) << -1
-                                    << "0 rejected LUMO_DO: no element -1, length is 16";
-        QTest::newRow("an input") << "LUMO_DI"
-                                  << "bit" << QVariant(1) << 0 << "0 rejected LUMO_DI: read-only register";
-        QTest::newRow("bit into analogue")
-            << "LUMO_AO_1"
-            << "bit" << QVariant(1) << 0
-            << "0 rejected LUMO_AO_1: type bit does not fit a register of type int16";
-        QTest::newRow("too large") << "LUMO_AO_1"
-                                   << "int16" << QVariant(32768) << 0
-                                   << "0 rejected LUMO_AO_1: value does not fit type int16";
-        QTest::newRow("no value") << "LUMO_DO"
-                                  << "bit" << QVariant() << 0
-                                  << "0 rejected LUMO_DO: value does not fit type bit";
-    }
-    void registerWrite_isThereWhenTheCallReturns() {
-        QFETCH(QString, name);
-        QFETCH(QString, type);
-        QFETCH(QVariant, value);
-        QFETCH(int, bias);
-        QFETCH(QString, heard);
-        const bool rejected = heard.contains(QLatin1String("rejected"));
-        ModuleObject* shown =
-            kordservice()->dataNode(QStringLiteral("register.values.%1.#%2").arg(name).arg(bias));
-        for (const bool byNode : {false, true}) {
-            ControllerFixture robot;
-            if (byNode) {
-                ModuleObject record;
-                record.set(this, QStringLiteral("name"), name)->set(this, QStringLiteral("type"), type);
-                record.set(this, QStringLiteral("value"), value)->set(this, QStringLiteral("bias"), bias);
-                kordservice()->command(this, QStringLiteral("register.write"), &record);
-            } else {
-                robot.writeRegister(name, type, value, bias);
-            }
-            QCOMPARE(robot.lines.join(QLatin1Char('|')), heard);
-            if (!rejected)
-                QCOMPARE(shown->getInt(-1), value.toInt());
-            QCOMPARE(kordservice()->commandNode(QStringLiteral("register.write"))->getInt(1),
-                     rejected ? -1 : 0);
-        }
-    }
-
-    void registerIsUpdated_beforeTheChangeIsAnnounced() {
-        ControllerFixture robot;
-        bool seen = false;
-        connect(&robot.controller, &Controller::outputChanged, this, [&](const QString& name) {
-            seen = kordservice()->dataNode(QStringLiteral("register.values.LUMO_DO.#2"))->getBool() &&
-                   robot.controller.output(name).toBool();
-        });
-        robot.writeRegister(QStringLiteral("LUMO_DO"), QStringLiteral("bit"), 1, 2);
-        QVERIFY(seen);
-    }
-
-    void batch_isWrittenInItsOrder_aWrongRecordAlone_data() {
-        QTest::addColumn<bool>("byNode");
-        QTest::newRow("node") << true;
-        QTest::newRow("list") << false;
-    }
-    void batch_isWrittenInItsOrder_aWrongRecordAlone() {
-        QFETCH(bool, byNode);
-        ControllerFixture robot;
-        const QVariantList records = {
-            ControllerFixture::record(QStringLiteral("LUMO_AO_1"), QStringLiteral("int16"), 5, 0),
-            ControllerFixture::record(QStringLiteral("LUMO_DO"), QStringLiteral("bit"), 1, 20),
-            ControllerFixture::record(QStringLiteral("LUMO_DO"), QStringLiteral("bit"), 1, 3)};
-        if (byNode) {
-            ModuleObject batch;
-            for (const QVariant& record : records) {
-                ModuleObject* row = batch.append(this);
-                const QVariantHash fields = record.toHash();
+    void write_isThereWhenTheCallReturnsOrIsRejected() {
+        const std::vector<std::pair<QVariantHash, const char*>> rows = {
+            {record("LUMO_DO", "bit", 1, 3), "LUMO_DO.#3=true"},
+            {record("LUMO_DO", "bool", true, 15), "LUMO_DO.#15=true"},
+            {record("LUMO_DO", "", 1, 0), "LUMO_DO.#0=true"},
+            {record("LUMO_DO", "bit", 0, 3), ""},
+            {record("LUMO_AO_1", "int16", 1638, 0), "LUMO_AO_1=1638"},
+            {record("LUMO_AO_1", "int16", -32768, 0), "LUMO_AO_1=-32768"},
+            {record("PART_COUNT", "int", 70000, 1), "PART_COUNT.#1=70000"},
+            {record("DO2_3", "bit", 1, 0), "rejected DO2_3: no such register"},
+            {record("", "bit", 1, 0), "rejected : no such register"},
+            {record("LUMO_DO", "bit", 1, 16), "rejected LUMO_DO: no element 16, length is 16"},
+            {record("LUMO_DO", "bit", 1, -1), "rejected LUMO_DO: no element -1, length is 16"},
+            {record("LUMO_DI", "bit", 1, 0), "rejected LUMO_DI: read-only register"},
+            {record("LUMO_AO_1", "bit", 1, 0),
+             "rejected LUMO_AO_1: type bit does not fit a register of type int16"},
+            {record("LUMO_AO_1", "int16", 32768, 0), "rejected LUMO_AO_1: value does not fit type int16"},
+            {record("LUMO_DO", "bit", QVariant(), 0), "rejected LUMO_DO: value does not fit type bit"},
+        };
+        for (const auto& [fields, heard] : rows) {
+            const bool rejected = QString(heard).startsWith("rejected");
+            const QString path =
+                mName("register.values", fields["name"].toString(), mIndex(fields["bias"].toInt()));
+            for (int way = 0; way < 4; ++way) {
+                Robot robot;
+                const QString command = way < 2 ? "register.write" : "register.write_multi";
+                connect(&robot.controller, &Controller::outputChanged, this,
+                        [&](const QString& name, auto value) {
+                            QCOMPARE(kordservice()->dataNode(path)->value(), value);
+                            QCOMPARE(robot.controller.output(name), value);
+                        });
+                ModuleObject list;
+                ModuleObject* const node = list.append(this);
                 for (auto field = fields.begin(); field != fields.end(); ++field)
-                    row->set(this, field.key(), field.value(), true);
+                    node->set(this, field.key(), field.value());
+                if (way % 2 == 0)
+                    kordservice()->command(this, command, way ? &list : node);
+                else
+                    kordservice()->execCommand(this, command,
+                                               way == 1 ? QVariant(fields) : QVariantList{fields});
+                QCOMPARE(robot.lines.join('|'), heard[0] ? QString("0 ") + heard : QString());
+                QCOMPARE(kordservice()->commandNode(command)->getInt(1), rejected ? -1 : 0);
             }
-            kordservice()->command(this, QStringLiteral("register.write_multi"), &batch);
-        } else {
-            kordservice()->command(this, QStringLiteral("register.write_multi"), records);
         }
+        // A wrong record is left out of its batch alone.
+        Robot robot;
+        kordservice()->command(this, "register.write_multi",
+                               QVariantList{record("LUMO_AO_1", "", 5, 0), record("LUMO_DO", "", 1, 20),
+                                            record("LUMO_DO", "", 1, 3)});
         QCOMPARE(robot.diary(),
-                 QStringLiteral("0 LUMO_AO_1=5, 0 rejected LUMO_DO: no element 20, length is 16, "
-                                "0 LUMO_DO.#3=true"));
+                 "0 LUMO_AO_1=5, 0 rejected LUMO_DO: no element 20, length is 16, 0 LUMO_DO.#3=true");
+        QCOMPARE(kordservice()->commandNode("register.write_multi")->getInt(), -1);
     }
 
-    void deviceOutputs_areSwitchedByName_data() {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<QString>("heard");
-        QTest::newRow("known") << "DO3"
-                               << "0 DO3=true";
-        QTest::newRow("unknown") << "DO17"
-                                 << "0 rejected DO17: no such output";
-        QTest::newRow("an input") << "DI3"
-                                  << "0 rejected DI3: no such output";
-        QTest::newRow("a register") << "LUMO_DO.#3"
-                                    << "0 rejected LUMO_DO.#3: no such output";
-    }
-    void deviceOutputs_areSwitchedByName() {
-        QFETCH(QString, name);
-        QFETCH(QString, heard);
-        ControllerFixture robot;
-        kordservice()->command(nullptr, QStringLiteral("device.io.out.do"),
-                               QVariantHash{{QStringLiteral("name"), name}, {QStringLiteral("value"), 1}});
-        QCOMPARE(robot.diary(), heard);
-        QCOMPARE(
-            kordservice()->get(nullptr, QStringLiteral("device.io"), QStringLiteral("DO.DO3"))->getBool(),
-            name == QLatin1String("DO3"));
-    }
-
-    void inputs_areSetByNameAndAnnouncedWhenTheyChange() {
-        ControllerFixture robot;
-        QVERIFY(robot.controller.setInput(QStringLiteral("DI3"), true));
-        QVERIFY(robot.controller.setInput(QStringLiteral("DI3"), true));
-        QVERIFY(robot.controller.setInput(QStringLiteral("LUMO_DI.#2"), true));
+    void deviceSignals_areSwitchedByNameAndAnnouncedWhenTheyChange() {
+        Robot robot;
+        for (const char* name : {"DO3", "DO17", "DI3", "LUMO_DO.#3"})
+            kordservice()->command(nullptr, "device.io.out.do", QVariantHash{{"name", name}, {"value", 1}});
+        kordservice()->command(nullptr, "device.io.out.do", QVariantHash{{"name", "DO4"}});
+        for (const char* name : {"DI3", "DI3", "LUMO_DI.#2"})
+            QVERIFY(robot.controller.setInput(name, true));
         for (const char* wrong :
              {"DI0", "DI17", "LUMO_DI", "LUMO_DI.#16", "DO1", "LUMO_DO.#1", "PART_NUMBER", ""})
-            QVERIFY2(!robot.controller.setInput(QLatin1String(wrong), true), wrong);
-        QCOMPARE(robot.diary(), QStringLiteral("0 DI3=true, 0 LUMO_DI.#2=true"));
-        QVERIFY(
-            kordservice()->get(nullptr, QStringLiteral("device.io"), QStringLiteral("DI.DI3"))->getBool());
-        QVERIFY(kordservice()->dataNode(QStringLiteral("register.values.LUMO_DI.#2"))->getBool());
-        QVERIFY(robot.controller.input(QStringLiteral("LUMO_DI.#2")));
-        QVERIFY(!robot.controller.input(QStringLiteral("LUMO_DI.#3")));
+            QVERIFY2(!robot.controller.setInput(wrong, true), wrong);
+        QCOMPARE(robot.diary(),
+                 "0 DO3=true, 0 rejected DO17: no such output, 0 rejected DI3: no such output, "
+                 "0 rejected LUMO_DO.#3: no such output, 0 rejected DO4: value is no switch state, "
+                 "0 DI3=true, 0 LUMO_DI.#2=true");
+        for (const char* path : {"device.io.DO.DO3", "device.io.DI.DI3", "register.values.LUMO_DI.#2"})
+            QVERIFY2(kordservice()->dataNode(path)->getBool(), path);
+        QVERIFY(robot.controller.input("LUMO_DI.#2") && !robot.controller.input("LUMO_DI.#3"));
     }
 
     void pendantKey_keepsTheOthersAndFires() {
-        ControllerFixture robot;
-        ModuleObject* keys = kord::ControllerManager::cmdItemMobj(
-            QStringLiteral("endtool.keypad.state_change"), QStringLiteral("notify"));
+        Robot robot;
+        ModuleObject* const keys =
+            kord::ControllerManager::cmdItemMobj("endtool.keypad.state_change", "notify");
         QStringList reports;
-        const auto listening = connect(keys, &ModuleObject::changed, this, [&] {
-            QString report;
-            for (const ModuleObject* key : keys->cmobjs())
-                report += QLatin1Char(key->getBool() ? 'r' : 'P');
-            reports << report;
+        connect(keys, &ModuleObject::changed, &robot, [&] { reports << text(keys); });
+        QVERIFY(robot.controller.reportKey("last", false) && robot.controller.reportKey("enter", false));
+        QVERIFY(robot.controller.reportKey("last", true) && !robot.controller.reportKey("up", true));
+        const QString report = "{'center':true,'delete':true,'enter':%1,'last':%2,'next':true}";
+        QCOMPARE(reports, (QStringList{report.arg("true", "false"), report.arg("false", "false"),
+                                       report.arg("false", "true")}));
+    }
+
+    void senselessMotion_isAnswered() {
+        const std::vector<std::tuple<const char*, QVariant, int>> rows = {
+            {"traj.speed", QVariant(), -5}, {"traj.speed", -0.1, -5},
+            {"traj.speed", "fast", -5},     {"point.trans.#1", QVariant(), -6},
+            {"point.rot.#2", "x", -6},      {"traj.zone", QVariant(), 0},
+            {"traj.speed", "0.1", 0}};
+        for (const auto& [spoilt, value, code] : rows) {
+            Robot robot;
+            ModuleObject arguments("tmp");
+            arguments.loadJson(this, QJsonObject{{"point", Robot::pose({0.55, 0, 0.4})}});
+            arguments.set(this, "traj.speed", 0.1)->set(this, "traj.zone", 0.001)->set(this, spoilt, value);
+            kordservice()->command(this, "move.l", &arguments);
+            QVERIFY2(robot.go().endsWith(QString("idle, %1 result move.l 1 %2").arg(robot.now()).arg(code)),
+                     spoilt);
+        }
+        for (const char* name : {"move.j", "move.l", "move.c"}) {
+            Robot robot;
+            robot.order(name);
+            QVERIFY(robot.go().endsWith(QString(" result %1 1 -5").arg(name)));
+        }
+    }
+
+    void powerLoss_brakesAndTheDriveStaysOff() {
+        Robot robot;
+        QCOMPARE(robot.go(), "");
+        robot.write("LUMO_DO", 1, 3);
+        robot.line({0.7, 0, 0.4}, 0.2);
+        robot.order("move.opr.enough");
+        robot.advance(500);
+        QVERIFY(!robot.controller.standsStill());
+        robot.start();
+        robot.controller.setPower(false);
+        QVERIFY(!robot.controller.standsStill());
+        QCOMPARE(robot.diary(), "0 stopped 1, 50 idle");
+        QVERIFY(m("kord.r.power")->getString() == "off" && robot.controller.output("LUMO_DO.#3").toBool());
+        robot.line({0.6, 0, 0.4});
+        robot.line({0.6, 0, 0.4});
+        QCOMPARE(robot.go(), "1 failed 2, 1 dropped 3, 1 result move.l 2 -4");
+        robot.controller.setPower(true);
+        robot.line({0.7, 0, 0.4});
+        robot.order("move.reset");
+        robot.line({0.65, 0, 0.4});
+        QCOMPARE(robot.go(), "0 moving, 0 started 5, 600 passed 5, 600 idle, 600 result move.l 5 0");
+    }
+
+    void result_findsThePostureWrittenAndMayRunAnEventLoop() {
+        Robot robot;
+        QSignalSpy moved(&robot.controller, &Controller::postureMoved);
+        QStringList found;
+        connect(kordservice()->commandNode("move.l"), &ModuleObject::changed, &robot, [&] {
+            found << m("kord.r.state")->getString() + robot.posture("trans.#0")->getString();
+            if (found.size() == 1)
+                robot.advance(5000);
         });
-        QVERIFY(robot.controller.reportKey(QStringLiteral("last"), false));
-        QVERIFY(robot.controller.reportKey(QStringLiteral("enter"), false));
-        QVERIFY(robot.controller.reportKey(QStringLiteral("last"), true));
-        QVERIFY(!robot.controller.reportKey(QStringLiteral("up"), true));
-        QCOMPARE(reports,
-                 (QStringList{QStringLiteral("rPrrr"), QStringLiteral("rPrPr"), QStringLiteral("rrrPr")}));
-        disconnect(listening);
-        robot.controller.reportKey(QStringLiteral("enter"), true);
+        robot.line({0.51, 0, 0.4});
+        robot.line({0.52, 0, 0.4});
+        robot.line({0.53, 0, 0.4});
+        robot.order("move.opr.enough");
+        robot.diary();
+        QCOMPARE(found.join(' '), "moving0.51 moving0.52 idle0.53");
+        QCOMPARE(moved.count(), 44);
+    }
+
+    void quirks_misbehaveAsTheyAreCalled() {
+        // Three motions of 150 ms each.
+        const QHash<QString, QString> rows = {
+            {"", "150 1, 300 2, 450 idle, 450 3"},
+            {"bunch", "300 1, 300 2, 450 idle, 450 3"},
+            {"sync", "450 idle"},
+            {"late", "150 1, 300 2, 450 idle, 450 3"},
+            {"double", "150 1, 151 1, 300 2, 301 2, 450 idle, 450 3, 451 3"},
+            {"wrongKind", "150 c1, 300 c2, 450 idle, 450 c3"},
+            {"slowState", "150 1, 300 2, 450 3, 500 idle"},
+            {"noResult", "300 2, 450 idle, 450 3"},
+            {"failAtEnd", "150 idle, 150 1"}};
+        for (auto row = rows.begin(); row != rows.end(); ++row) {
+            Robot robot;
+            Quirk quirk = Quirk::Bunch;
+            QCOMPARE(Controller::quirkFromName(row.key(), &quirk), !row.key().isEmpty());
+            if (!row.key().isEmpty())
+                robot.controller.setQuirk(quirk, true);
+            for (const double x : {0.51, 0.52, 0.53})
+                robot.line({x, 0, 0.4});
+            QCOMPARE(robot.lines.filter("result").size(), quirk == Quirk::Sync ? 3 : 0);
+            robot.go();
+            QStringList heard = robot.lines.filter(QRegularExpression("result|idle"));
+            heard.replaceInStrings(QRegularExpression("result move\\.(l|(c)) (\\d) -?\\d"), "\\2\\3");
+            QCOMPARE(heard.join(", "), row.value());
+        }
+    }
+
+    void quirksResults_areForgottenAtAStopOrComeThen() {
+        for (const bool late : {false, true}) {
+            Robot robot;
+            robot.controller.setQuirk(late ? Quirk::Late : Quirk::Bunch, true);
+            robot.line({0.51, 0, 0.4}, 0.1);
+            robot.line({0.7, 0, 0.4}, 0.2);
+            robot.line({0.7, 0.1, 0.4}, 0.2);
+            robot.order("move.opr.enough");
+            robot.advance(650);
+            robot.start();
+            robot.order("move.stop");
+            QCOMPARE(robot.diary(), late ? "0 stopped 2, 0 dropped 3, 50 idle, 300 result move.l 2 0"
+                                         : "0 stopped 2, 0 dropped 3, 50 idle");
+        }
+        Robot robot;
+        robot.controller.setQuirk(Quirk::Bunch, true);
+        robot.line({0.51, 0, 0.4});
+        robot.controller.setQuirk(Quirk::Sync, true);  // the last result has come at once
+        robot.line({0.52, 0, 0.4});
+        QVERIFY(robot.go().endsWith("300 idle, 300 result move.l 1 0"));
+    }
+
+    void failureAtTheEnd_comesAtTheTargetUnlessItIsStopped() {
+        for (const bool stopped : {false, true}) {
+            Robot robot;
+            robot.controller.setQuirk(Quirk::FailAtEnd, true);
+            robot.line({0.6, 0, 0.4}, 0.1, 0.03);
+            robot.line({0.6, 0.1, 0.4});
+            robot.order("move.opr.enough");
+            robot.advance(500);
+            robot.start();
+            if (stopped)
+                robot.order("move.stop");
+            QCOMPARE(robot.diary(), stopped
+                                        ? "0 stopped 1, 0 dropped 2, 25 idle"
+                                        : "550 failed 1, 550 dropped 2, 550 idle, 550 result move.l 1 -9");
+            QCOMPARE(robot.place() == (Point{0.6, 0, 0.4}), !stopped);
+        }
     }
 };
 
-VIRTUAL_TIME_MAIN(TestController)
+LUMO_TEST(TestController)
 #include "test_controller.moc"

@@ -1,0 +1,369 @@
+// What a node finds, holds, writes and announces.
+
+#include "mendo/modulemanager.h"
+#include "support/suite.h"
+#include "support/text.h"
+
+#include <QPointer>
+#include <QRegularExpression>
+#include <QTimer>
+
+#include <cmath>
+#include <functional>
+
+using mendo::ModuleManager;
+using mendo::ModuleObject;
+using test::json;
+using test::text;
+
+namespace {
+
+QObject sender;
+QObject* const me = &sender;
+
+/// Notes what each node announces, as "path changed new<old me" or "path added name@position".
+void listen(ModuleObject* root, QStringList* heard) {
+    for (ModuleObject* node : QList<ModuleObject*>{root} + root->cmobjs(true)) {
+        const QString path = node == root ? QString() : node->path() + ' ';
+        const auto note = [=](const QString& what, const QString& value, const QObject* by) {
+            heard->append(path + what + value + (by == me ? " me" : by ? " somebody" : ""));
+        };
+        const auto place = [=](const QString& name) {
+            return name + '@' + QString::number(node->c(name)->indexInPmobj());
+        };
+        QObject::connect(node, &ModuleObject::changed, [=](auto now, auto before, auto by) {
+            note("changed ", now.toString() + '<' + before.toString(), by);
+        });
+        QObject::connect(node, &ModuleObject::added,
+                         [=](auto name, auto by) { note("added ", place(name), by); });
+        QObject::connect(node, &ModuleObject::removed,
+                         [=](auto name, auto by) { note("removed ", place(name), by); });
+    }
+}
+
+}  // namespace
+
+class TestNode : public QObject {
+    Q_OBJECT
+private slots:
+    void lookup_findsByNameAndPosition() {
+        const auto root = test::node(
+            "{'': [5], 'a': 1, 'b': {'c': {'d': 2}}, 'h#': [6],"
+            " 'list': [10, 11, {'x': 12}], 'dotted.name': 3}");
+        const QHash<QString, int> there = {{"a", 1},      {"b.c.d", 2}, {"list.#1", 11}, {"list.#2.x", 12},
+                                           {"b.#0.d", 2}, {".#0", 5},   {"h#.#0", 6},    {"#0.#0", 5}};
+        for (auto row = there.begin(); row != there.end(); ++row) {
+            QVERIFY2(root->hasRmobj(row.key()), qPrintable(row.key()));
+            QCOMPARE(root->r(row.key())->getInt(-1), row.value());
+            QCOMPARE(m(row.key(), root.get()), root->r(row.key()));
+        }
+        for (const char* path : {"list.#3", "list.#99999999999999999999", "list.#", "list.#1x", "b.x.d",
+                                 "a.b", "a.", ".a", "dotted.name"})
+            QVERIFY2(!root->hasRmobj(path) && root->r(path)->isNull(), path);
+        QVERIFY(root->r("") == root.get() && root->c("dotted.name")->getInt() == 3);
+        QCOMPARE(mName("a", "b", "#1") + ' ' + mName("a.b", "") + ' ' + mName("", "b", "c"),
+                 "a.b.#1 a.b b.c");
+        QCOMPARE(ModuleObject::indexOfRname("LUMO_DO.#12") + ModuleObject::indexOfRname("#3"), 15);
+        for (const char* name : {"DO2_2", "a.#3.b", "a.#3x", "#-1", ""})
+            QCOMPARE(ModuleObject::indexOfRname(name), 0);
+    }
+
+    void recursiveLookup_takesTheFirstDepthFirst() {
+        const auto root = test::node("{'a': {'b': {'x': 1}, 'x': 2}, 'c': {'x': 3, 'y': 4}}");
+        QVERIFY(root->c("x")->isNull() && !root->hasCmobj("x") && root->hasCmobj("x", true));
+        QCOMPARE(root->c("x", true)->getInt() + root->c("y", true)->getInt(), 5);
+        QString names;
+        for (const ModuleObject* descendant : root->cmobjs(true))
+            names += descendant->path() + ' ';
+        QCOMPARE(names, "a a.b a.b.x a.x c c.x c.y ");
+    }
+
+    void nullNode_ignoresWritesAndReportsConnections() {
+        ModuleObject* const null = ModuleObject::null();
+        ModuleObject child;
+        null->setValue(me, 5);
+        null->set(me, "a.b", 5)->loadJson(me, json("{'a': 1}"));
+        null->copyFrom(me, null);
+        null->clear(me);
+        null->reorder(me, 0, 0);
+        QVERIFY(!null->insert(me, &child) && !null->remove(me, "a") && null->append(me, "a")->isNull());
+        QVERIFY(null->isNull() && !null->value().isValid() && null->size() == 0 && !null->hasRmobj(""));
+        for (ModuleObject* found : {null->c(0), null->c("a"), null->r("a.#1"), null->r(""), null->pmobj(),
+                                    null->prevBmobj(), null->nextBmobj()})
+            QVERIFY(found == null);
+        QTest::ignoreMessage(QtCriticalMsg, QRegularExpression("changed.*null node"));
+        connect(null, &ModuleObject::changed, this, [] {});
+        null->disconnect(this);
+    }
+
+    /// As integer, number, boolean (once with either default) and text; -7 and "-" are defaults.
+    void values_convertOrGiveTheDefault() {
+        const std::vector<std::pair<QVariant, const char*>> rows = {
+            {QVariant(), "-7 -7 0 1 -"},
+            {5, "5 5 1 1 5"},
+            {0, "0 0 0 0 0"},
+            {-2.7, "-2 -2.7 1 1 -2.7"},
+            {0.1 + 0.2, "0 0.3 1 1 0.30000000000000004"},
+            {1e6, "1000000 1e+06 1 1 1000000"},
+            {true, "1 1 1 1 true"},
+            {"500", "500 500 1 1 500"},
+            {"60.0", "60 60 1 1 60.0"},
+            {"0", "0 0 0 0 0"},
+            {"True", "-7 -7 1 1 True"},
+            {"false", "-7 -7 0 0 false"},
+            {"on", "-7 -7 0 1 on"},
+            {"nan", "-7 -7 0 1 nan"},
+            {std::nan(""), "-7 -7 0 1 -"},
+            {HUGE_VAL, "-7 -7 0 1 -"},
+            {3e9, "-7 3e+09 1 1 3000000000"},
+            {Q_INT64_C(-2147483649), "-7 -2.14748e+09 1 1 -2147483649"},
+            {-2147483648.5, "-2147483648 -2.14748e+09 1 1 -2147483648.5"},
+            {QVariantList{1}, "-7 -7 0 1 -"},
+            {QVariant::fromValue<QObject*>(this), "-7 -7 0 1 -"},
+        };
+        for (const auto& [value, expected] : rows) {
+            ModuleObject node;
+            node.setValue(me, value);
+            QString text;
+            QTextStream(&text) << node.getInt(-7) << ' ' << node.getDouble(-7) << ' ' << node.getBool(false)
+                               << ' ' << node.getBool(true) << ' ' << node.getString("-");
+            QCOMPARE(text, expected);
+        }
+        const auto list = test::node("[5, 5000000000, 0.5]");
+        QCOMPARE(list->c(0)->value().userType(), int(QMetaType::Int));
+        QCOMPARE(list->c(1)->value().userType(), int(QMetaType::LongLong));
+    }
+
+    void tenantOfASubtree_endsWhileTheTreeStands() {
+        QStringList seen;
+        {
+            ModuleObject root;
+            ModuleObject* const package = root.append(nullptr, "lumo");
+            package->set(nullptr, "port.#0", "a")->set(nullptr, "port.#1", "b");
+            for (ModuleObject* home : {package, package->c("port")})
+                connect(new QObject(home), &QObject::destroyed, me,
+                        [&seen, home] { seen << home->path() + ' ' + home->r("port.#1")->getString(); });
+        }
+        QCOMPARE(seen, QStringList({"lumo.port ", "lumo b"}));
+    }
+
+    void names_ofAListAreUniqueAndNeverComeAgain() {
+        const auto list = test::node("[]");
+        QSet<QString> seen;
+        for (int i = 0; i < 30; ++i) {
+            const QString asked = i == 10 ? "id15" : i % 3 ? "" : ModuleObject::generateId(list.get());
+            const QString name = list->append(nullptr, asked)->name();
+            QVERIFY2(!seen.contains(name) && list->hasCmobj(name), qPrintable(name));
+            seen << name;
+            if (i % 2)
+                list->remove(nullptr, name);
+        }
+        QVERIFY(list->append(nullptr, list->c(0)->name())->name() != list->c(0)->name());
+        QVERIFY(list->append(nullptr, "#1x")->name() != "#1x");
+        QCOMPARE(list->append(nullptr, "mine")->name(), "mine");
+        QVERIFY(ModuleObject::generateId(nullptr) != ModuleObject::generateId(ModuleObject::null()));
+    }
+
+    void write_changesAndAnnouncesThisAndNoMore() {
+        struct Row {
+            const char* before;
+            std::function<void(ModuleObject*)> write;
+            const char* after;
+            const char* heard;
+        };
+        const std::vector<Row> rows = {
+            {"{'a':{'b':1}}", [](auto n) { n->set(me, "a.b", 2); }, "{'a':{'b':2}}", "a.b changed 2<1 me"},
+            {"{'a':1}", [](auto n) { n->c("a")->trigger(); }, "{'a':1}", "a changed 1<1"},
+            {"{'a':1}", [](auto n) { n->set(me, "a", 2, false); }, "{'a':2}", "a changed 2<1 me"},
+            {"{'a':1}", [](auto n) { n->set(me, "b.c", 2, false); }, "{'a':1}", ""},
+            {"{}", [](auto n) { n->set(me, "a.b.c", 9); }, "{'a':{'b':{'c':9}}}", "added a@0 me"},
+            {"{'a':1}", [](auto n) { n->set(me, "a.b", 9); }, "{'a':{'b':9}}", "a added b@0 me"},
+            {"{'p':{}}", [](auto n) { n->set(me, "p.#0", 9); }, "{'p':[9]}", "p added id1@0 me"},
+            {"{'l':[1]}", [](auto n) { n->set(me, "l.#1.x", 9); }, "{'l':[1,{'x':9}]}", "l added id1@1 me"},
+            {"[1]", [](auto n) { n->set(me, "x", 9); }, "[1,9]", "added x@1 me"},
+            {"{'l':[1]}", [](auto n) { n->set(me, "l.#2", 9); }, "{'l':[1]}", ""},
+            {"{'a':1}", [](auto n) { n->set(me, "#1", 9)->set(me, "b.c.#1", 9)->set(me, "c..b", 9); },
+             "{'a':1}", ""},
+            {"{'a':1}", [](auto n) { n->append(me, "b"); }, "{'a':1,'b':null}", "added b@1 me"},
+            {"{'a':1}", [](auto n) { n->append(me, "a"); }, "{'a':1}", ""},
+            {"{'a':1}", [](auto n) { n->append(me); }, "{'a':1,'id1':null}", "added id1@1 me"},
+            {"{}", [](auto n) { n->append(me, "move.j"); }, "{'move.j':null}", "added move.j@0 me"},
+            {"{}", [](auto n) { n->append(me); }, "[null]", "added id1@0 me"},
+            {"{}", [](auto n) { n->append(me, "#0"); }, "[null]", "added id1@0 me"},
+            {"[1]", [](auto n) { n->append(me, "x"); }, "[1,null]", "added x@1 me"},
+            {"{'l':[1,2],'m':{'a':3}}", [](auto n) { n->c("l")->insert(me, n->r("m.a"), true, 1); },
+             "{'l':[1,3,2],'m':{}}", "m removed a@0 me, l added a@1 me"},
+            {"{'a':1,'b':2}", [](auto n) { n->insert(me, new ModuleObject("a")); }, "{'a':null,'b':2}",
+             "removed a@0 me, added a@1 me"},
+            {"{'a':1,'b':{}}", [](auto n) { n->c("b")->insert(me, n->c("a"), false); }, "{'b':{'a':1}}", ""},
+            {"{'a':{'b':{}}}", [](auto n) { n->r("a.b")->insert(me, n->c("a")); }, "{'a':{'b':{}}}", ""},
+            {"{}", [](auto n) { n->insert(me, n->c("b")) || n->insert(me, nullptr); }, "{}", ""},
+            {"{}", [](auto n) { n->insert(me, n); }, "{}", ""},
+            {"[1,2,3]", [](auto n) { n->remove(me, "#1"); }, "[1,3]", "removed id1@1 me"},
+            {"[1,2]", [](auto n) { n->remove(me, "#2") || n->remove(me, "#0", false); }, "[2]", ""},
+            {"[1,2,3]", [](auto n) { delete n->c(1); }, "[1,3]", "removed id1@1"},
+            {"[0,1,2,3]", [](auto n) { n->reorder(me, 3, 1); }, "[0,3,1,2]", "changed < me"},
+            {"[0,1]", [](auto n) { n->reorder(me, 1, 1); }, "[0,1]", "changed < me"},
+            {"[0]", [](auto n) { n->reorder(me, 1, 0), n->reorder(me, 0, 1), n->reorder(me, -1, 0); }, "[0]",
+             ""},
+            {"[0]", [](auto n) { n->reorder(me, 0, -1); }, "[0]", ""},
+            {"{'l':[1]}", [](auto n) { n->c("l")->clear(me); }, "{'l':[]}", "l changed < me"},
+            {"{'m':{'a':1}}", [](auto n) { n->c("m")->clear(me, false); }, "{'m':{}}", ""},
+            {"{'a':1}", [](auto n) { n->c("a")->clear(me, true, true); }, "{'a':null}", "a changed <1 me"},
+            {"{'a':{'b':1}}", [](auto n) { n->loadJson(me, json("{'a':{'b':2}}")); }, "{'a':{'b':2}}",
+             "changed < me"},
+            {"{'a':{'b':1}}", [](auto n) { n->c("a")->loadJson(me, 5); }, "{'a':5}", "a changed 5< me"},
+            {"{'a':1}", [](auto n) { n->loadJson(me, json("{}"), false); }, "{}", ""},
+            {"[1]", [](auto n) { n->loadJson(me, QJsonValue::Undefined); }, "[1]", ""},
+            {"{'a':1,'b':2}", [](auto n) { n->c("a")->copyFrom(me, n->c("b")); }, "{'a':2,'b':2}",
+             "a changed 2<1 me"},
+            {"{'a':1}", [](auto n) { n->c("a")->copyFrom(me, n->c("b"), true, true); }, "{'a':1}",
+             "a changed 1<1 me"},
+            {"{'a':1,'b':[2],'c':{'d':3}}",
+             [](auto n) {
+                 for (auto c : n->cmobjs())
+                     c->copyFrom(me, n->c("e"), false);
+             },
+             "{'a':null,'b':[],'c':{}}", ""},
+            {"{'a':{'b':{'c':1}}}", [](auto n) { n->c("a")->copyFrom(me, n, false); },
+             "{'a':{'a':{'b':{'c':1}}}}", ""},
+            {"{'a':{'b':{'c':1}}}", [](auto n) { n->copyFrom(me, n->c("a"), false); }, "{'b':{'c':1}}", ""},
+        };
+        for (const Row& row : rows) {
+            // Children that nobody has looked at are records: that must make no difference.
+            const auto records = test::node(row.before), objects = test::node(row.before);
+            QStringList heard;
+            listen(objects.get(), &heard);
+            row.write(records.get());
+            row.write(objects.get());
+            QCOMPARE(text(records.get()), row.after);
+            QCOMPARE(text(objects.get()) + ' ' + heard.join(", "), QString(row.after) + ' ' + row.heard);
+        }
+    }
+
+    void createdNode_isInPlaceWhenAddedAndThenTellsItsValue() {
+        ModuleObject root;
+        QStringList heard;
+        connect(&root, &ModuleObject::added, this, [&] {
+            heard << text(&root);
+            connect(root.r("a.b"), &ModuleObject::changed, this, [&](auto now) { heard << now.toString(); });
+        });
+        root.set(me, "a.b", 7);
+        QCOMPARE(heard, (QStringList{"{'a':{'b':null}}", "7"}));
+    }
+
+    void loadAndCopy_replaceOrMerge() {
+        struct Row {
+            const char *before, *loaded, *replaced, *merged;
+        };
+        const std::vector<Row> rows = {
+            {"{'a':1,'b':{'x':1}}", "{'b':{'y':2},'c':3}", "{'b':{'y':2},'c':3}",
+             "{'a':1,'b':{'x':1,'y':2},'c':3}"},
+            {"[{'n':1,'t':1},2,3]", "[{'n':9},8]", "[{'n':9},8]", "[{'n':9,'t':1},8,3]"},
+            {"[1]", "[5,6]", "[5,6]", "[5,6]"},
+            {"[1]", "{}", "[]", "[1]"},
+            {"{'a':1}", "[]", "[]", "[]"},
+            {"[1]", "{'a':1}", "{'a':1}", "{'a':1}"},
+            {"{'p':[1,2]}", "{'p':{}}", "{'p':[]}", "{'p':[1,2]}"},
+            {"{'p':[1,2]}", "{'p':null}", "{'p':[]}", "{'p':[1,2]}"},
+            {"{'p':{'x':1}}", "{'p':4}", "{'p':4}", "{'p':{'x':1}}"},
+            {"{'p':4}", "{'p':null}", "{'p':null}", "{'p':null}"},
+            {"{'p':4}", "{'p':{'x':1}}", "{'p':{'x':1}}", "{'p':{'x':1}}"},
+            {"{'a':1,'b':1,'c':1,'d':1,'e':1,'f':1,'g':1,'h':1,'i':1}", "{'a':2,'i':2,'k':2}",
+             "{'a':2,'i':2,'k':2}", "{'a':2,'b':1,'c':1,'d':1,'e':1,'f':1,'g':1,'h':1,'i':2,'k':2}"},
+        };
+        for (const Row& row : rows) {
+            for (int way = 0; way < 8; ++way) {
+                const bool merge = way & 1, copied = way & 2, asked = way & 4;
+                const auto target = test::node(row.before);
+                if (asked)
+                    target->cmobjs(true);
+                if (copied)
+                    target->copyFrom(me, test::node(row.loaded).get(), true, merge);
+                else
+                    target->loadJson(me, json(row.loaded), true, merge);
+                QCOMPARE(text(target.get()), merge ? row.merged : row.replaced);
+                for (ModuleObject* child : target->cmobjs())
+                    QVERIFY(target->c(child->name()) == child);
+            }
+        }
+    }
+
+    void ownValueBesideChildren_staysWhereItShall() {
+        // Before, what is loaded, and the value 5 when that replaces, keeps the value or is merged.
+        const QStringList rows = {"{'a':1} {'a':2} -1 5 5", "[1] [2] -1 5 5", "[1] {} -1 5 5",
+                                  "{'a':1} 7 7 7 7", "{'a':1} null -1 -1 5"};
+        for (const QString& row : rows) {
+            const QStringList words = row.split(' ');
+            for (int way = 0; way < 3; ++way) {
+                const auto target = test::node(words[0].toUtf8());
+                target->setValue(me, 5);
+                const QJsonValue loaded = json('[' + words[1].toUtf8() + ']').toArray().first();
+                target->loadJson(me, loaded, true, way == 2, way == 1);
+                QCOMPARE(target->getInt(-1), words[2 + way].toInt());
+            }
+        }
+    }
+
+    void loadedMap_keepsItsObjectsAndAListDoesNot() {
+        const auto root = test::node("{'b': 1, 'c': 2, 'z': {'deep': 1}, 'l': [1]}");
+        ModuleObject *const kept = root->c("c"), *const deep = root->r("z.deep"),
+                            *const element = root->r("l.#0");
+        const QPointer<ModuleObject> gone(root->c("b"));
+        root->loadJson(me, json("{'a': 0, 'c': 5, 'z': {'deep': 6, 'more': 7}, 'l': [3]}"));
+        QVERIFY(root->c("c") == kept && root->r("z.deep") == deep && root->r("l.#0") != element);
+        QVERIFY(kept->indexInPmobj() == 1 && deep->getInt() == 6);
+        QVERIFY(element->pmobj()->isNull() && element->indexInPmobj() == -1 &&
+                element->nextBmobj()->isNull());
+        QVERIFY(gone && gone->pmobj()->isNull());
+        // Removed ones may be used again, or ended, before they are disposed of.
+        const QPointer<ModuleObject> a(root->c("a")), c(root->c("c"));
+        root->clear(me);
+        root->insert(me, gone);
+        delete a;
+        ModuleManager::purgeRemoved();
+        QVERIFY(gone && root->c("b") == gone && root->size() == 1 && !c);
+    }
+
+    void copy_isIndependentAndLeavesListNamesBehind() {
+        const auto source = test::node("{'trans': [1, 2]}");
+        ModuleObject copy;
+        source->setValue(me, 4);
+        source->c("trans")->append(me, "x");
+        copy.copyFrom(me, source.get());
+        source->set(me, "trans.#0", 9);
+        QCOMPARE(text(&copy), "{'trans':[1,2,null]}");
+        QVERIFY(copy.getInt() == 4 && !copy.c("trans")->hasCmobj("x"));
+    }
+
+    void export_leavesOutWhatJsonCannotHold() {
+        ModuleObject root;
+        auto* const timer = new QTimer(&root);
+        root.set(me, "nan", std::nan(""))->set(me, "object", QVariant::fromValue(timer))->set(me, "one", 1);
+        QCOMPARE(text(&root), "{'nan':null,'object':null,'one':1}");
+        QCOMPARE(text(root.exportToJson(false)), "{'one':1}");
+        QVERIFY(root.c("object")->value().value<QTimer*>() == timer);
+        QVERIFY(root.c("one")->exportToJson() == 1 && ModuleObject::null()->exportToJson().isNull());
+    }
+
+    void tree_growsNoDeeperThanItCanBeFollowed() {
+        QJsonValue deep = 1;
+        for (int i = 0; i < 3000; ++i)
+            deep = QJsonArray{deep};
+        ModuleObject node, outer;
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression("deepest level"));
+        node.loadJson(nullptr, deep);
+        int levels = 0;
+        for (const ModuleObject* inner = &node; inner->size() > 0; inner = inner->c(0))
+            ++levels;
+        QCOMPARE(levels, 1024);
+        for (int i = 0; i < 2; ++i)
+            QTest::ignoreMessage(QtWarningMsg, QRegularExpression("refused"));
+        QVERIFY(!outer.append(nullptr, "a")->insert(nullptr, &node));
+        outer.set(nullptr, QString("x.").repeated(5000) + 'x', 1);
+        QVERIFY(!outer.hasCmobj("x"));
+    }
+};
+
+LUMO_TEST(TestNode)
+#include "test_node.moc"
