@@ -60,17 +60,48 @@ public:
         sim::VirtualTime::instance()->advanceUntil([this] { return controller.standsStill(); }, 60000);
         return lines.join(", ");
     }
-    /// Releases what was ordered; the diary from then on.
-    QString go() {
-        start();
-        order("move.opr.enough");
-        return diary();
-    }
-    /// The same, looking every millisecond until the robot stands.
+    /// Releases what was ordered and looks every millisecond until the robot stands.
     template <typename Look>
     void go(Look look) {
         for (order("move.opr.enough"); !controller.standsStill(); look())
             advance(1);
+    }
+    /// Plays "line 100 50 0.1 0.02; go; wait 500; mark; stop", places in millimetres from home; then waits.
+    /// The diary since the last "mark", and where the robot stands.
+    QString play(const QString& script) {
+        for (const QString& step : script.split("; ")) {
+            const QString word = step.section(' ', 0, 0);
+            const auto number = [&step](int i, double otherwise = 0) {
+                const QString text = step.section(' ', i, i);
+                return text.isEmpty() ? otherwise : text.toDouble();
+            };
+            const Point to = {0.5 + number(1) / 1000, number(2) / 1000, 0.4};
+            sim::Quirk quirk;
+            if (word == "line")
+                line(to, number(3, 0.1), number(4));
+            else if (word == "arc")
+                arcs({{to, {0.5 + number(3) / 1000, number(4) / 1000, 0.4}}});
+            else if (word == "turn")
+                joints({0, number(1), 0, 0, 0, 0});
+            else if (word == "wait")
+                advance(qint64(number(1)));
+            else if (word == "rest")
+                diary();
+            else if (word == "mark")
+                start();
+            else if (word == "power")
+                controller.setPower(number(1) > 0);
+            else if (word == "fail")
+                controller.failMotion(int(number(1)));
+            else if (word == "letGo")
+                controller.stopJog();
+            else if (sim::Controller::quirkFromName(word, &quirk))
+                controller.setQuirk(quirk, true);
+            else
+                order(qPrintable("move." + QString(word).replace("go", "opr.enough")));
+        }
+        const QString told = diary();
+        return QString("%1 at %2 %3").arg(told).arg(place()[0] * 1000 - 500).arg(place()[1] * 1000);
     }
 
     void order(const char* name) { kordservice()->command(this, name, mendo::ModuleObject::null()); }

@@ -1,7 +1,7 @@
-// The controller's nodes, registers, results and quirks.
+// The controller's nodes, registers, results and quirks, and the weld cell behind its outputs.
 
-#include "kord/controllermanager.h"
 #include "robot.h"
+#include "simulator/cell.h"
 #include "support/suite.h"
 #include "support/text.h"
 
@@ -12,6 +12,28 @@ using mendo::ModuleObject;
 using sim::Controller;
 using sim::Quirk;
 
+namespace {
+
+/// A cell behind a controller, with its gas on bit 0, wire on 2 and 8, laser on 3.
+class WeldCell : public Robot {
+public:
+    explicit WeldCell(bool wired = true) : cell(&controller, wired ? kWiring : sim::Wiring{}) {}
+
+    /// Equipment signals, then milliseconds of laser, gas and wire.
+    QString report() const {
+        QString text;
+        for (int i = 0; i < 6; ++i)
+            text += controller.input(QString("LUMO_DI.#%1").arg(i)) ? '1' : '0';
+        return text + QString(" %1 %2 %3").arg(cell.laserOnMs()).arg(cell.gasOnMs()).arg(cell.wireOnMs());
+    }
+
+    const sim::Wiring kWiring = {"LUMO_DO.#0", "LUMO_DO.#2", "LUMO_DO.#8",
+                                 "LUMO_DO.#3", "LUMO_AO_1",  "LUMO_AO_0"};
+    sim::Cell cell;
+};
+
+}  // namespace
+
 class TestController : public QObject {
     Q_OBJECT
 private:
@@ -21,42 +43,6 @@ private:
 
 private slots:
     void cleanup() { QCOMPARE(sim::VirtualTime::instance()->armedTimers(), 0); }
-
-    void nodes_areFilledAtTheStart() {
-        for (const int axes : {7, 6}) {
-            Robot robot({axes, axes == 6});
-            QCOMPARE(text(robot.posture("trans")) + text(robot.posture("rot")),
-                     "[0.5,0,0.4][3.14159265359,0,0]");
-            QCOMPARE(robot.posture("near")->size(), axes);
-            QCOMPARE(kordservice()->dataNode("sys.info.joint_num")->getInt(), axes);
-            QCOMPARE(kordservice()->dataNode("move.default_zone")->getDouble(), 0.002);
-            QCOMPARE(m("kord.r.power")->getString() + m("kord.r.mode")->getString(), "onauto");
-            QCOMPARE(kordservice()->commandNode("")->hasCmobj("register.write_multi"), axes == 6);
-            QVERIFY(m("rova.project.tool._list")->c(1)->r("frame.ori.euler.b")->getDouble() > 0);
-            QVERIFY(m("rova.project.wobj._list")->size() > 1);
-        }
-    }
-
-    void registerList_offersEveryKindAndAgreesWithTheValues() {
-        Robot robot;
-        QSet<QString> kinds;
-        for (const ModuleObject* row : m("rova.robot.register._list")->cmobjs()) {
-            const QString name = row->c("name")->getString(), rw = row->c("rw")->getString();
-            const ModuleObject* const values = kordservice()->dataNode("register.values")->c(name);
-            kinds << row->c("type")->getString() + ' ' + rw;
-            QCOMPARE(values->size(), row->c("len")->getInt());
-            for (int i = 0; i < values->size() && rw == "rdwr"; ++i)
-                robot.write(name, 1, i);
-            for (const ModuleObject* value : values->cmobjs())
-                QCOMPARE(value->getInt(), rw == "rdwr" ? 1 : 0);
-        }
-        QVERIFY(kinds.contains(
-            {"bit rd", "bit rdwr", "bool rd", "bool rdwr", "int rd", "int rdwr", "int16 rdwr"}));
-        // Every change was announced under the name that output() knows.
-        QCOMPARE(robot.lines.size(), robot.controller.outputNames().size() - 16);
-        for (const QString& name : robot.controller.outputNames())
-            QCOMPARE(robot.controller.output(name).toInt(), name.startsWith("DO") ? 0 : 1);
-    }
 
     void write_isThereWhenTheCallReturnsOrIsRejected() {
         const std::vector<std::pair<QVariantHash, const char*>> rows = {
@@ -81,34 +67,34 @@ private slots:
             const bool rejected = QString(heard).startsWith("rejected");
             const QString path =
                 mName("register.values", fields["name"].toString(), mIndex(fields["bias"].toInt()));
-            for (int way = 0; way < 4; ++way) {
+            for (const bool byNode : {false, true}) {
                 Robot robot;
-                const QString command = way < 2 ? "register.write" : "register.write_multi";
                 connect(&robot.controller, &Controller::outputChanged, this,
-                        [&](const QString& name, auto value) {
+                        [&](auto, const QVariant& value) {
                             QCOMPARE(kordservice()->dataNode(path)->value(), value);
-                            QCOMPARE(robot.controller.output(name), value);
                         });
-                ModuleObject list;
-                ModuleObject* const node = list.append(this);
-                for (auto field = fields.begin(); field != fields.end(); ++field)
-                    node->set(this, field.key(), field.value());
-                if (way % 2 == 0)
-                    kordservice()->command(this, command, way ? &list : node);
+                ModuleObject node;
+                for (auto field = fields.begin(); byNode && field != fields.end(); ++field)
+                    node.set(this, field.key(), field.value());
+                if (byNode)
+                    kordservice()->command(this, "register.write", &node);
                 else
-                    kordservice()->execCommand(this, command,
-                                               way == 1 ? QVariant(fields) : QVariantList{fields});
+                    kordservice()->execCommand(this, "register.write", fields);
                 QCOMPARE(robot.lines.join('|'), heard[0] ? QString("0 ") + heard : QString());
-                QCOMPARE(kordservice()->commandNode(command)->getInt(1), rejected ? -1 : 0);
+                QCOMPARE(kordservice()->commandNode("register.write")->getInt(1), rejected ? -1 : 0);
             }
         }
-        // A wrong record is left out of its batch alone.
-        Robot robot;
-        kordservice()->command(this, "register.write_multi",
-                               QVariantList{record("LUMO_AO_1", "", 5, 0), record("LUMO_DO", "", 1, 20),
-                                            record("LUMO_DO", "", 1, 3)});
-        QCOMPARE(robot.diary(),
-                 "0 LUMO_AO_1=5, 0 rejected LUMO_DO: no element 20, length is 16, 0 LUMO_DO.#3=true");
+        // A wrong record is left out of its batch alone; without the command there is none.
+        const QVariantList batch = {record("LUMO_AO_1", "", 5, 0), record("LUMO_DO", "", 1, 20),
+                                    record("LUMO_DO", "", 1, 3)};
+        for (const bool offered : {false, true}) {
+            Robot robot({6, offered});
+            kordservice()->command(this, "register.write_multi", batch);
+            QCOMPARE(robot.diary(),
+                     offered
+                         ? "0 LUMO_AO_1=5, 0 rejected LUMO_DO: no element 20, length is 16, 0 LUMO_DO.#3=true"
+                         : "0 rejected register.write_multi: no such command");
+        }
         QCOMPARE(kordservice()->commandNode("register.write_multi")->getInt(), -1);
     }
 
@@ -131,19 +117,6 @@ private slots:
         QVERIFY(robot.controller.input("LUMO_DI.#2") && !robot.controller.input("LUMO_DI.#3"));
     }
 
-    void pendantKey_keepsTheOthersAndFires() {
-        Robot robot;
-        ModuleObject* const keys =
-            kord::ControllerManager::cmdItemMobj("endtool.keypad.state_change", "notify");
-        QStringList reports;
-        connect(keys, &ModuleObject::changed, &robot, [&] { reports << text(keys); });
-        QVERIFY(robot.controller.reportKey("last", false) && robot.controller.reportKey("enter", false));
-        QVERIFY(robot.controller.reportKey("last", true) && !robot.controller.reportKey("up", true));
-        const QString report = "{'center':true,'delete':true,'enter':%1,'last':%2,'next':true}";
-        QCOMPARE(reports, (QStringList{report.arg("true", "false"), report.arg("false", "false"),
-                                       report.arg("false", "true")}));
-    }
-
     void senselessMotion_isAnswered() {
         const std::vector<std::tuple<const char*, QVariant, int>> rows = {
             {"traj.speed", QVariant(), -5}, {"traj.speed", -0.1, -5},
@@ -156,37 +129,8 @@ private slots:
             arguments.loadJson(this, QJsonObject{{"point", Robot::pose({0.55, 0, 0.4})}});
             arguments.set(this, "traj.speed", 0.1)->set(this, "traj.zone", 0.001)->set(this, spoilt, value);
             kordservice()->command(this, "move.l", &arguments);
-            QVERIFY2(robot.go().endsWith(QString("idle, %1 result move.l 1 %2").arg(robot.now()).arg(code)),
-                     spoilt);
+            QVERIFY2(robot.play("go").contains(QString("result move.l 1 %1 ").arg(code)), spoilt);
         }
-        for (const char* name : {"move.j", "move.l", "move.c"}) {
-            Robot robot;
-            robot.order(name);
-            QVERIFY(robot.go().endsWith(QString(" result %1 1 -5").arg(name)));
-        }
-    }
-
-    void powerLoss_brakesAndTheDriveStaysOff() {
-        Robot robot;
-        QCOMPARE(robot.go(), "");
-        robot.write("LUMO_DO", 1, 3);
-        robot.line({0.7, 0, 0.4}, 0.2);
-        robot.order("move.opr.enough");
-        robot.advance(500);
-        QVERIFY(!robot.controller.standsStill());
-        robot.start();
-        robot.controller.setPower(false);
-        QVERIFY(!robot.controller.standsStill());
-        QCOMPARE(robot.diary(), "0 stopped 1, 50 idle");
-        QVERIFY(m("kord.r.power")->getString() == "off" && robot.controller.output("LUMO_DO.#3").toBool());
-        robot.line({0.6, 0, 0.4});
-        robot.line({0.6, 0, 0.4});
-        QCOMPARE(robot.go(), "1 failed 2, 1 dropped 3, 1 result move.l 2 -4");
-        robot.controller.setPower(true);
-        robot.line({0.7, 0, 0.4});
-        robot.order("move.reset");
-        robot.line({0.65, 0, 0.4});
-        QCOMPARE(robot.go(), "0 moving, 0 started 5, 600 passed 5, 600 idle, 600 result move.l 5 0");
     }
 
     void result_findsThePostureWrittenAndMayRunAnEventLoop() {
@@ -198,11 +142,7 @@ private slots:
             if (found.size() == 1)
                 robot.advance(5000);
         });
-        robot.line({0.51, 0, 0.4});
-        robot.line({0.52, 0, 0.4});
-        robot.line({0.53, 0, 0.4});
-        robot.order("move.opr.enough");
-        robot.diary();
+        robot.play("line 10 0; line 20 0; line 30 0; go");
         QCOMPARE(found.join(' '), "moving0.51 moving0.52 idle0.53");
         QCOMPARE(moved.count(), 44);
     }
@@ -225,54 +165,59 @@ private slots:
             QCOMPARE(Controller::quirkFromName(row.key(), &quirk), !row.key().isEmpty());
             if (!row.key().isEmpty())
                 robot.controller.setQuirk(quirk, true);
-            for (const double x : {0.51, 0.52, 0.53})
-                robot.line({x, 0, 0.4});
-            QCOMPARE(robot.lines.filter("result").size(), quirk == Quirk::Sync ? 3 : 0);
-            robot.go();
+            robot.play("line 10 0; line 20 0; line 30 0; wait 10; mark; go");
             QStringList heard = robot.lines.filter(QRegularExpression("result|idle"));
             heard.replaceInStrings(QRegularExpression("result move\\.(l|(c)) (\\d) -?\\d"), "\\2\\3");
             QCOMPARE(heard.join(", "), row.value());
         }
     }
 
-    void quirksResults_areForgottenAtAStopOrComeThen() {
-        for (const bool late : {false, true}) {
-            Robot robot;
-            robot.controller.setQuirk(late ? Quirk::Late : Quirk::Bunch, true);
-            robot.line({0.51, 0, 0.4}, 0.1);
-            robot.line({0.7, 0, 0.4}, 0.2);
-            robot.line({0.7, 0.1, 0.4}, 0.2);
-            robot.order("move.opr.enough");
-            robot.advance(650);
-            robot.start();
-            robot.order("move.stop");
-            QCOMPARE(robot.diary(), late ? "0 stopped 2, 0 dropped 3, 50 idle, 300 result move.l 2 0"
-                                         : "0 stopped 2, 0 dropped 3, 50 idle");
+    void laser_emitsWhenEnabledWithPowerAndNothingItNeedsIsFaulty() {
+        WeldCell robot;
+        robot.write("LUMO_AO_1", 16384);
+        QCOMPARE(robot.report(), "111110 0 0 0");
+        robot.write("LUMO_DO", 1, 3);
+        const QHash<QString, QString> faults = {{"laser", "011110"},
+                                                {"head", "101110"},
+                                                {"chiller", "110110"},
+                                                {"gas", "111011"},
+                                                {"temperature", "111101"}};
+        for (auto fault = faults.begin(); fault != faults.end(); ++fault) {
+            QVERIFY(robot.cell.emitting() && robot.cell.setFault(fault.key(), true));
+            QCOMPARE(robot.report().left(6), fault.value());
+            QCOMPARE(robot.cell.emitting(), fault.value().endsWith('1'));
+            QVERIFY(robot.cell.setFault(fault.key(), false));
+            QCOMPARE(robot.report().left(6), "111111");
         }
-        Robot robot;
-        robot.controller.setQuirk(Quirk::Bunch, true);
-        robot.line({0.51, 0, 0.4});
-        robot.controller.setQuirk(Quirk::Sync, true);  // the last result has come at once
-        robot.line({0.52, 0, 0.4});
-        QVERIFY(robot.go().endsWith("300 idle, 300 result move.l 1 0"));
+        QVERIFY(!robot.cell.setFault("welding", true));
+        for (const int power : {0, -1, 1}) {
+            robot.write("LUMO_AO_1", power);
+            QCOMPARE(robot.cell.emitting(), power > 0);
+        }
+        robot.write("LUMO_DO", 0, 3);
+        QCOMPARE(robot.report(), "111110 0 0 0");
     }
 
-    void failureAtTheEnd_comesAtTheTargetUnlessItIsStopped() {
-        for (const bool stopped : {false, true}) {
-            Robot robot;
-            robot.controller.setQuirk(Quirk::FailAtEnd, true);
-            robot.line({0.6, 0, 0.4}, 0.1, 0.03);
-            robot.line({0.6, 0.1, 0.4});
-            robot.order("move.opr.enough");
-            robot.advance(500);
-            robot.start();
-            if (stopped)
-                robot.order("move.stop");
-            QCOMPARE(robot.diary(), stopped
-                                        ? "0 stopped 1, 0 dropped 2, 25 idle"
-                                        : "550 failed 1, 550 dropped 2, 550 idle, 550 result move.l 1 -9");
-            QCOMPARE(robot.place() == (Point{0.6, 0, 0.4}), !stopped);
+    void timesAndWeldedWay_addUpAndCountTheOneUnderWay() {
+        WeldCell robot, unwired(false);
+        robot.line({0.7, 0, 0.4}, 0.1);
+        robot.order("move.opr.enough");
+        robot.advance(1000);
+        // Wire is fed or pulled back; each step takes 100 ms, in which the tool goes 10 mm.
+        for (const auto& [bit, on] : std::vector<std::pair<int, bool>>{
+                 {0, 1}, {3, 1}, {2, 1}, {8, 1}, {2, 0}, {8, 0}, {3, 0}, {0, 0}, {3, 1}}) {
+            for (WeldCell* each : {&robot, &unwired}) {
+                each->write("LUMO_AO_1", 1);
+                each->write("LUMO_DO", on, bit);
+            }
+            robot.advance(100);
         }
+        QCOMPARE(robot.report(), "111111 600 700 300");
+        QCOMPARE(unwired.report(), "111110 0 0 0");
+        QVERIFY(std::abs(robot.cell.weldLength() - 0.06) < 1e-9);
+        robot.write("LUMO_DO", 0, 3);
+        robot.diary();
+        QVERIFY(std::abs(robot.cell.weldLength() - 0.06) < 1e-9);
     }
 };
 

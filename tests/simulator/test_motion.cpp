@@ -1,4 +1,4 @@
-// The motion queue and its plans, behind the controller: ways, corners, stops and failures.
+// The arm, the motion queue and the jog keys: ways, corners, stops and failures.
 
 #include "robot.h"
 #include "simulator/arm.h"
@@ -6,6 +6,9 @@
 #include "support/suite.h"
 
 using namespace test;
+using sim::Arm;
+using sim::JogAnswer;
+using sim::JogFrame;
 
 class TestMotion : public QObject {
     Q_OBJECT
@@ -15,8 +18,61 @@ private:
         const double t = std::min(distance(a, p) / distance(a, b), 1.0);
         return distance(p, {a[0] + t * (b[0] - a[0]), a[1] + t * (b[1] - a[1]), a[2] + t * (b[2] - a[2])});
     }
+    /// "x y z rx ry rz" in millimetres and degrees.
+    static QString shown(const sim::Pose& pose) {
+        QStringList numbers;
+        for (size_t i = 0; i < 6; ++i) {
+            const double value = i < 3 ? pose.trans[i] * 1000 : pose.rot[i - 3] * 180 / kPi;
+            numbers << QString::number(std::round(value * 1000) / 1000 + 0.0);
+        }
+        return numbers.join(' ');
+    }
+    static QString shown(const Robot& robot) { return shown(robot.controller.stand().pose); }
 
 private slots:
+    void everyPoseInFront_isReachedFromHomeWithinTheLimits() {
+        for (const int axes : {6, 7}) {
+            const Arm arm(axes);
+            QCOMPARE(QString("%1 ").arg(arm.home().size()) + shown(arm.forward(arm.home())),
+                     QString("%1 500 0 400 180 0 0").arg(axes));
+            for (int i = 0; i < 3 * 5 * 3 * 4; ++i) {
+                const double x = 0.4 + 0.25 * (i % 3), y = -0.45 + 0.2 * (i / 3 % 5),
+                             z = -0.1 + 0.3 * (i / 15 % 3);
+                const Point rots[] = {kDown, {kPi - 0.4, 0.3, 0}, {kPi, 0, 1.0}, {-2.6, -0.5, -2.0}};
+                const sim::Pose pose{{x, y, z}, rots[i / 45]};
+                const auto joints = arm.inverse(pose, arm.home());
+                QVERIFY2(joints && arm.withinLimits(*joints), qPrintable(shown(pose)));
+                QCOMPARE(shown(arm.forward(*joints)), shown(pose));
+            }
+            const std::pair<Point, Arm::Fault> faults[] = {{{1.45, 0, 0.2}, Arm::Fault::OutOfReach},
+                                                           {{0.4, -1.6, 0.4}, Arm::Fault::OutOfReach},
+                                                           {{0.08, 0, 0.25}, Arm::Fault::JointLimit}};
+            for (const auto& [trans, expected] : faults) {
+                Arm::Fault fault = Arm::Fault::None;
+                QVERIFY(!arm.inverse({trans, kDown}, arm.home(), &fault) && fault == expected);
+            }
+        }
+    }
+
+    void posture_isTheOneNextToTheSeed() {
+        const Arm arm(6);
+        for (int i = 0; i < 100; ++i) {
+            sim::Joints joints = arm.home(), seed = arm.home();
+            for (size_t k = 0; k < joints.size(); ++k) {
+                joints[k] += 0.4 * std::sin(1.0 + 7.0 * i + 3.0 * double(k));
+                seed[k] = joints[k] + 0.03 * std::cos(2.0 * i + double(k));
+            }
+            const auto found = arm.inverse(arm.forward(joints), seed);
+            QVERIFY(found);
+            for (size_t k = 0; k < joints.size(); ++k)
+                QVERIFY(std::abs((*found)[k] - joints[k]) < 1e-5);
+        }
+        // Also by whole turns of the flange.
+        sim::Joints seed = arm.home();
+        seed[5] += 2 * kPi - 0.5;
+        QVERIFY(std::abs((*arm.inverse({kHome, kDown}, seed))[5] - arm.home()[5] - 2 * kPi) < 1e-6);
+    }
+
     void speedProfile_keepsItsLimitsAndAcceleration() {
         // Length, speed and whether it stops at the end, section by section.
         const std::vector<std::vector<double>> rows = {{0.001, 0.5, 1},
@@ -52,7 +108,7 @@ private slots:
     void ways_areStraightRoundAndEvenAndFitTheJoints() {
         for (const int axes : {6, 7}) {
             Robot robot({axes, true});
-            const sim::Arm arm(axes);
+            const Arm arm(axes);
             const Point target = {0.6, 0.08, 0.36};
             robot.line(target, 0.1, 0, {kPi, 0, 0.8});
             robot.go([&] {
@@ -72,10 +128,8 @@ private slots:
             };
             const Point centre = {target[0] + 0.05, target[1], target[2]};
             robot.arcs({{at(0.1), at(0.3)}, {at(0.5), at(0.6)}, {at(0.9), at(1)}}, 0.05);
-            robot.start();
             const double before = robot.controller.travelled();
             robot.go([&] { QVERIFY(std::abs(distance(robot.place(), centre) - 0.05) < 1e-8); });
-            QCOMPARE(robot.lines.last(), "6309 result move.c 2 0");
             QVERIFY(std::abs(robot.controller.travelled() - before - 0.1 * kPi) < 1e-9);
 
             // All joints move together, at the tool's speed.
@@ -87,14 +141,14 @@ private slots:
                 for (size_t i = 0; i < joints.size(); ++i)
                     QVERIFY(std::abs(joints[i] - from[i] - share * (to[i] - from[i])) < 1e-9);
             });
-            QVERIFY(std::abs(robot.controller.stand().joints[5] - to[5]) < 1e-10);
-            // On the spot a radian of turning is 20 mm of way.
-            robot.line(robot.place(), 0.02, 0, {kPi, 0, 0});
-            robot.go();
-            const double travelled = robot.controller.travelled();
-            robot.line(robot.place(), 0.02, 0, {kPi, 0, 0.5});
-            QVERIFY(robot.go().endsWith("510 result move.l 5 0"));
-            QCOMPARE(robot.controller.travelled(), travelled);
+            // On the spot a radian of turning is 20 mm of way; where a stop brakes it the joints fit, too.
+            robot.line(kHome, 0.2);
+            robot.play("go; rest; mark");
+            robot.line(kHome, 0.02, 0, {kPi, 0, 0.5});
+            robot.line({0.7, 0.1, 0.4}, 0.02);
+            QVERIFY(robot.play("go; wait 1234; stop").contains("510 result move.l 5 0"));
+            const auto stand = robot.controller.stand();
+            QVERIFY(distance(arm.forward(stand.joints).trans, stand.pose.trans) < 1e-8);
         }
     }
 
@@ -128,141 +182,158 @@ private slots:
                     0.05 * 0.001 + 1e-6);
             QCOMPARE(robot.places[1], end);
         }
-        // Also where unlike motions meet.
-        Robot robot;
-        robot.line({0.56, 0, 0.4}, 0.1, 0.01);
-        robot.joints({0.3, 0.1, 0, 0, 0, 0}, 0.1, 0.01);
-        robot.arcs({{{0.58, 0.22, 0.4}, {0.6, 0.2, 0.4}}}, 0.1);
-        Point before = kHome;
-        robot.go([&] { QVERIFY(distance(robot.place(), std::exchange(before, robot.place())) < 0.00011); });
-        QCOMPARE(robot.places.size(), size_t(3));
     }
 
-    void results_comeOneByOneAndBatchesOneAfterTheOther() {
-        Robot robot;
-        robot.line(kHome);  // no way to go
-        robot.line(kHome);
-        robot.line({0.5005, 0, 0.4}, 1.0);
-        robot.advance(1000);
-        QCOMPARE(robot.diary(), "0 queued 1, 0 queued 2, 0 queued 3");
-        QCOMPARE(robot.go(),
-                 "0 moving, 0 started 1, 1 passed 1, 1 started 2, 1 result move.l 1 0, 2 passed 2, "
-                 "2 started 3, 2 result move.l 2 0, 32 passed 3, 32 idle, 32 result move.l 3 0");
-        robot.line({0.6005, 0, 0.4}, 0.1, 0.02);
-        robot.order("move.opr.enough");
-        robot.line({0.6005, 0.1, 0.4}, 0.1, 0.02);
-        QCOMPARE(robot.go(),
-                 "1050 passed 4, 1050 started 5, 1050 result move.l 4 0, 2100 passed 5, 2100 idle, "
-                 "2100 result move.l 5 0");
-        QCOMPARE(robot.places[3], (Point{0.6005, 0, 0.4}));
-    }
-
-    void stop_brakesAlongTheWayAndReportsNothing() {
-        // When, and the way and the speed then: at speed, getting faster, at the start, slowing down.
-        for (const Point& row :
-             {Point{500, 0.09, 0.2}, Point{40, 0.0016, 0.08}, Point{0, 0, 0}, Point{1050, 0.1975, 0.1}}) {
-            Robot robot;
-            robot.line({0.7, 0, 0.4}, 0.2);
-            robot.line({0.7, 0.1, 0.4}, 0.2);
-            robot.order("move.opr.enough");
-            robot.advance(qint64(row[0]));
-            robot.start();
-            robot.order("move.stop");
-            robot.order("move.stop");
-            QCOMPARE(robot.diary(), QString("0 stopped 1, 0 dropped 2, %1 idle").arg(row[2] / 4 * 1000));
-            const double way = row[1] + row[2] * row[2] / 8;
-            QVERIFY(std::abs(robot.place()[0] - 0.5 - way) < 1e-8);
-            QVERIFY(std::abs(robot.controller.travelled() - way) < 1e-8);
-        }
-    }
-
-    void stopInACorner_staysOnTheParabolaAndTheNextMotionStartsThere() {
-        Robot robot;
-        robot.line({0.6, 0, 0.4}, 0.2, 0.03);
-        robot.line({0.6, 0.1, 0.4}, 0.2, 0.03);
-        robot.order("move.opr.enough");
-        sim::VirtualTime::instance()->advanceUntil([&] { return !robot.places.empty(); }, 5000);
-        robot.order("move.stop");
-        robot.diary();
-        const auto stand = robot.controller.stand();
-        const Point from = stand.pose.trans;
-        QVERIFY(std::abs(std::sqrt(0.6 - from[0]) + std::sqrt(from[1]) - std::sqrt(0.03)) < 1e-6);
-        QVERIFY(distance(sim::Arm(6).forward(stand.joints).trans, from) < 1e-8);
-        robot.line({0.6, 0.1, 0.4}, 0.2);
-        robot.order("move.opr.enough");
-        robot.advance(100);
-        robot.order("move.stop");
-        robot.line(kHome, 0.2);
-        robot.go([&] {
-            QVERIFY(std::min(offLine(robot.place(), from, {0.6, 0.1, 0.4}),
-                             offLine(robot.place(), kHome, {0.6, 0.1, 0.4})) < 1);
-        });
-        QCOMPARE(robot.place(), kHome);
-    }
-
-    void motionThatCannotBeMade_endsTheBatchAtTheTargetBefore() {
-        const Point first = {0.55, 0, 0.4};
-        const std::vector<std::pair<const char*, std::function<void(Robot&)>>> rows = {
-            {"move.l 2 -1",
-             [](Robot& robot) {
-                 robot.line({1.6, 0, 0.4});
-             }},
-            {"move.l 2 -2",
-             [](Robot& robot) {
-                 robot.line({0.08, 0, 0.25});
-             }},
-            {"move.l 2 -5", [](Robot& robot) { robot.line(kHome, 0); }},
-            {"move.c 2 -3",
-             [](Robot& robot) {
-                 robot.arcs({{{0.57, 0, 0.4}, {0.6, 0, 0.4}}});
-             }},
-            {"move.c 2 -3",
-             [&](Robot& robot) {
-                 robot.arcs({{first, {0.6, 0.1, 0.4}}});
-             }},
-            {"move.c 2 -3",
-             [&](Robot& robot) {
-                 robot.arcs({{{0.6, 0.1, 0.4}, first}});
-             }},
-            {"move.c 2 -6", [](Robot& robot) { robot.arcs({}); }},
-            {"move.j 2 -2",
-             [](Robot& robot) {
-                 robot.joints({0, 3, 0, 0, 0, 0});
-             }},
+    void script_isCarriedOut_data() {
+        QTest::addColumn<QString>("script");
+        QTest::addColumn<QString>("diary");
+        const auto row = [](const char* name, const QString& script, const QString& diary) {
+            QTest::newRow(name) << script << diary;
         };
-        for (const auto& [result, order] : rows) {
+        row("not released", "line 10 0; wait 1000", "0 queued 1 at 0 0");
+        row("nothing to release", "go", " at 0 0");
+        row("no way to go, one by one", "line 0 0; line 0 0; line 0.5 0 1; mark; go",
+            "0 moving, 0 started 1, 1 passed 1, 1 started 2, 1 result move.l 1 0, 2 passed 2, 2 started 3, "
+            "2 result move.l 2 0, 32 passed 3, 32 idle, 32 result move.l 3 0 at 0.5 0");
+        row("no corner between batches", "line 100 0 0.1 0.02; go; line 100 100; mark; go",
+            "1050 passed 1, 1050 started 2, 1050 result move.l 1 0, 2100 passed 2, 2100 idle, "
+            "2100 result move.l 2 0 at 100 100");
+        row("reset before the start", "line 100 0; reset; line 10 0; mark; go",
+            "0 moving, 0 started 2, 150 passed 2, 150 idle, 150 result move.l 2 0 at 10 0");
+        const QString two = "line 200 0 0.2; line 200 100 0.2; go; ";
+        row("stop at speed", two + "wait 500; mark; stop; stop", "0 stopped 1, 0 dropped 2, 50 idle at 95 0");
+        row("stop while it gets faster", two + "wait 40; mark; stop",
+            "0 stopped 1, 0 dropped 2, 20 idle at 2.4 0");
+        row("stop at the start", two + "mark; stop", "0 stopped 1, 0 dropped 2, 0 idle at 0 0");
+        row("stop while it slows down", two + "wait 1050; mark; stop",
+            "0 stopped 1, 0 dropped 2, 25 idle at 198.75 0");
+        row("batch while it brakes", two + "wait 500; stop; line 0 0 0.2; mark; go",
+            "50 started 3, 625 passed 3, 625 idle, 625 result move.l 3 0 at 0 0");
+        row("failure", two + "wait 500; fail 3; mark; fail -42",
+            "0 dropped 2, 50 failed 1, 50 idle, 50 result move.l 1 -42 at 95 0");
+        row("failure before", "fail -7; line 100 0; go; rest; line 100 0; mark; go",
+            "0 moving, 0 started 2, 1050 passed 2, 1050 idle, 1050 result move.l 2 0 at 100 0");
+        row("failure meets the next", "fail -7; line 100 0; mark; go",
+            "0 moving, 1 failed 1, 1 idle, 1 result move.l 1 -7 at 0 0");
+        row("stop after a failure", two + "wait 500; fail -42; mark; stop", "0 stopped 1, 50 idle at 95 0");
+        row("power lost", two + "wait 500; mark; power 0", "0 stopped 1, 0 dropped 2, 50 idle at 95 0");
+        row("no power", "power 0; line 10 0; line 20 0; mark; go",
+            "1 failed 1, 1 dropped 2, 1 result move.l 1 -4 at 0 0");
+        row("fails at its end", "failAtEnd; line 100 0 0.1 0.03; line 100 100; mark; go",
+            "0 moving, 0 started 1, 1050 failed 1, 1050 dropped 2, 1050 idle, 1050 result move.l 1 -9 at 100 "
+            "0");
+        row("stopped before it fails", "failAtEnd; line 100 0; line 100 100; go; wait 500; mark; stop",
+            "0 stopped 1, 0 dropped 2, 25 idle at 48.75 0");
+        row("late", "late; line 200 0 0.2; go; wait 500; mark; stop",
+            "0 stopped 1, 50 idle, 300 result move.l 1 0 at 95 0");
+        row("stop forgets a bunch", "bunch; line 10 0; line 200 0; go; wait 650; mark; stop",
+            "0 stopped 2, 25 idle at 58.75 0");
+        row("bunch whose last came at once", "bunch; line 10 0; sync; line 20 0; go; wait 299; mark",
+            "1 passed 2, 1 idle, 1 result move.l 1 0 at 20 0");
+        const QList<QPair<QString, QString>> refused = {
+            {"line 1100 0", "move.l 2 -1"},      {"line -420 0", "move.l 2 -2"},
+            {"line 0 0 -1", "move.l 2 -5"},      {"arc 70 0 100 0", "move.c 2 -3"},
+            {"arc 50 0 100 100", "move.c 2 -3"}, {"arc 100 100 50 0", "move.c 2 -3"},
+            {"turn 3", "move.j 2 -2"},           {"j", "move.j 2 -5"}};
+        for (const auto& [step, result] : refused)
+            row(qPrintable(step), "line 50 0 0.1 0.01; " + step + "; line 0 0; mark; go",
+                "0 moving, 0 started 1, 550 passed 1, 550 result move.l 1 0, 551 failed 2, 551 dropped 3, "
+                "551 idle, 551 result " +
+                    result + " at 50 0");
+    }
+    void script_isCarriedOut() {
+        QFETCH(QString, script);
+        Robot robot;
+        QTEST(robot.play(script), "diary");
+    }
+
+    void jog_goesItsWayInItsFrameAtItsSpeedAndTellsNothingElse() {
+        struct Row {
+            JogFrame frame;
+            int axis;
+            double way, speed;
+            const char* expected;
+        };
+        // The tool points down, its x axis ahead: its y and z are against the base's.
+        const std::vector<Row> rows = {{JogFrame::Base, 0, 0.01, 0.005, "510 0 400 180 0 0"},
+                                       {JogFrame::Base, 1, -0.2, 0.02, "500 -200 400 180 0 0"},
+                                       {JogFrame::Base, 2, 0.0001, 0.005, "500 0 400.1 180 0 0"},
+                                       {JogFrame::Base, 3, -kPi / 18, 0.1, "500 0 400 170 0 0"},
+                                       {JogFrame::Base, 4, kPi / 18, 0.1, "500 0 400 180 10 0"},
+                                       {JogFrame::Base, 5, kPi / 180, 0.1, "500 0 400 180 0 1"},
+                                       {JogFrame::Tool, 1, 0.01, 0.005, "500 -10 400 180 0 0"},
+                                       {JogFrame::Tool, 2, 0.01, 0.005, "500 0 390 180 0 0"},
+                                       {JogFrame::Tool, 3, -kPi / 18, 0.1, "500 0 400 170 0 0"},
+                                       {JogFrame::Tool, 5, kPi / 3, 0.1, "500 0 400 180 0 -60"},
+                                       {JogFrame::Joint, 0, kPi / 2, 0.1, "0 500 400 180 0 90"},
+                                       {JogFrame::Joint, 5, kPi / 3, 0.1, "500 0 400 180 0 -60"}};
+        for (const Row& row : rows) {
             Robot robot;
-            robot.line(first, 0.1, 0.01);
-            order(robot);
-            robot.line(kHome);
-            QCOMPARE(robot.go(),
-                     QString("0 moving, 0 started 1, 550 passed 1, 550 result move.l 1 0, 551 failed 2, "
-                             "551 dropped 3, 551 idle, 551 result ") +
-                         result);
-            QCOMPARE(robot.place(), first);
+            QCOMPARE(robot.controller.jog({row.frame, row.axis, row.way, row.speed}), JogAnswer::Moves);
+            robot.diary();
+            QCOMPARE(robot.lines.join(' '), QString("0 moving %1 idle").arg(robot.now()));
+            QCOMPARE(shown(robot), row.expected);
+            // Some milliseconds are for speeding up and braking.
+            const double ms = std::abs(row.way) / row.speed * 1000;
+            QVERIFY2(robot.now() >= ms && robot.now() < ms + 100, row.expected);
         }
     }
 
-    void orderedFailure_brakesTheMotionUnderWayOrMeetsTheNextOnce() {
+    void robotThatMovesOrHasNoPowerOrReach_isNotJogged() {
+        const QList<QPair<QString, JogAnswer>> rows = {{"power 0", JogAnswer::DriveOff},
+                                                       {"line 0 10; go", JogAnswer::Moving},
+                                                       {"line 0 10", JogAnswer::Moving}};
+        for (const auto& [script, answer] : rows) {
+            Robot robot;
+            for (const QString& step : script.split("; "))
+                step == "go" ? robot.order("move.opr.enough") : void(robot.play(step));
+            QCOMPARE(robot.controller.jog(sim::JogAxis::X, 0.01), answer);
+            QCOMPARE(robot.controller.askPlace({{0.5, 0.05, 0.4}, {}, 0.05}), answer);
+            robot.diary();
+            QCOMPARE(robot.place()[0], 0.5);
+        }
         Robot robot;
-        robot.line({0.7, 0, 0.4}, 0.2);
-        robot.line({0.7, 0.1, 0.4}, 0.2);
-        robot.order("move.opr.enough");
+        QCOMPARE(robot.controller.jog(sim::JogAxis::X, 2), JogAnswer::OutOfReach);
+        QCOMPARE(robot.controller.jog({JogFrame::Joint, 0, 3, 1}), JogAnswer::JointLimit);
+        const sim::PlaceMove move{{0.5, 0.05, 0.4}, Point{kPi, 0, kPi / 18}, 0.05};
+        QCOMPARE(robot.controller.place(move), JogAnswer::Moves);
+        QCOMPARE(robot.controller.jog(sim::JogAxis::X, 0.01), JogAnswer::Moving);
+        // A motion that is ordered meanwhile is dropped with it; letting go later does not concern motions.
+        QCOMPARE(robot.play("rest"), "0 moving, 1025 idle at 0 50");
+        QCOMPARE(shown(robot), "500 50 400 180 0 10");
+        robot.controller.jog(sim::JogAxis::X, 0.01);
+        QCOMPARE(robot.play("line 0 0; go; mark; letGo"), "0 dropped 1, 0 idle at 0 50");
+        QVERIFY(robot.play("line 0 50; go; letGo").endsWith("result move.l 2 0 at 0 50"));
+    }
+
+    void heldJog_endsWhenLetGoOrStoppedOrAtTheLastPlaceInReach() {
+        Robot robot;
+        const auto jogOn = [&robot](JogFrame frame, int axis, double direction, double speed) {
+            robot.start();
+            return robot.controller.jogOn({frame, axis, direction, speed});
+        };
+        QCOMPARE(jogOn(JogFrame::Base, 2, 1, 0.05), JogAnswer::Moves);
+        robot.advance(1000);
+        robot.controller.stopJog();
+        QCOMPARE(robot.diary(), "0 moving, 1013 idle");
+        QCOMPARE(shown(robot), "500 0 449.688 180 0 0");
+        jogOn(JogFrame::Base, 1, -1, 0.1);
         robot.advance(500);
-        robot.start();
-        robot.controller.failMotion(3);  // no failure
-        robot.controller.failMotion(-42);
-        QCOMPARE(robot.diary(), "0 dropped 2, 50 failed 1, 50 idle, 50 result move.l 1 -42");
-        robot.controller.failMotion(-7);
-        robot.line({0.6, 0, 0.4});
-        QCOMPARE(robot.go(), "0 moving, 1 failed 3, 1 idle, 1 result move.l 3 -7");
-        robot.line({0.7, 0, 0.4}, 0.2);
-        robot.order("move.opr.enough");
-        robot.advance(400);
-        robot.controller.failMotion(-42);
-        robot.start();
-        robot.order("move.stop");
-        QCOMPARE(robot.diary(), "0 stopped 4, 50 idle");
+        robot.controller.setEmergencyStop(true);
+        QCOMPARE(robot.diary(), "0 moving, 525 idle");
+        QCOMPARE(shown(robot), "500 -48.75 449.688 180 0 0");
+        for (const char* power : {"off", "on"}) {
+            robot.controller.setPower(true);
+            QCOMPARE(m("kord.r.power")->getString(), power);
+            robot.controller.setEmergencyStop(false);
+        }
+        QCOMPARE(jogOn(JogFrame::Base, 0, 1, 0.5), JogAnswer::Moves);
+        robot.diary();
+        QVERIFY(robot.place()[0] >= 0.9 && jogOn(JogFrame::Base, 0, 1, 0.5) == JogAnswer::OutOfReach);
+        QCOMPARE(jogOn(JogFrame::Joint, 0, -1, 0.5), JogAnswer::Moves);
+        robot.diary();
+        QVERIFY(std::abs(robot.controller.stand().joints[0] + 170 * kPi / 180) < 1e-6);
+        QCOMPARE(jogOn(JogFrame::Joint, 0, -1, 0.5), JogAnswer::JointLimit);
     }
 };
 

@@ -2,70 +2,58 @@
 
 #include "support/suite.h"
 
-#include <qpa/qwindowsysteminterface.h>
-
-#include <QElapsedTimer>
 #include <QEventLoop>
 #include <QPointer>
-#include <QPushButton>
 #include <QTimer>
-
-using sim::VirtualTime;
 
 class TestVirtualTime : public QObject {
     Q_OBJECT
 private:
+    sim::VirtualTime& time_ = *sim::VirtualTime::instance();
     QStringList diary_;
     qint64 start_ = 0;
 
-    static VirtualTime& time() { return *VirtualTime::instance(); }
-    qint64 now() const { return time().nowMs() - start_; }
-    void note(const QString& what) { diary_ << QString("%1 %2").arg(now()).arg(what); }
+    void note(const QString& what) { diary_ << QString("%1 %2").arg(time_.nowMs() - start_).arg(what); }
     void after(int ms, const std::function<void()>& what) {
         QTimer::singleShot(ms, Qt::PreciseTimer, this, what);
     }
-    void noteOn(QTimer& timer, const char* name) {
+    void noteTicks(const QTimer& timer, const char* name) {
         connect(&timer, &QTimer::timeout, this, [this, name] { note(name); });
     }
     QString advanced(qint64 ms) {
-        time().advance(ms);
+        time_.advance(ms);
         return diary_.join(", ");
     }
 
 private slots:
     void init() {
         diary_.clear();
-        start_ = time().nowMs();
+        start_ = time_.nowMs();
     }
     /// Qt's own timers run out, nothing of a test is left over.
     void cleanup() {
-        QVERIFY(time().advanceUntil([] { return time().armedTimers() == 0; }, 300000));
+        QVERIFY(time_.advanceUntil([&] { return time_.armedTimers() == 0; }, 300000));
     }
 
     void timersDueTogether_fireInTheOrderTheyWereArmed() {
         QTimer repeating;
-        noteOn(repeating, "r");
+        noteTicks(repeating, "r");
         repeating.start(10);
         after(20, [this] { note("a"); });
         after(10, [this] { note("b"); });
         after(20, [this] { note("c"); });
         // The repeating one was armed for 20 ms when it fired at 10 ms, after the others.
-        QCOMPARE(advanced(20), "10 r, 10 b, 20 a, 20 c, 20 r");
-        QCOMPARE(time().armedTimers() - time().armedTimers(&repeating), 1);
-        QCOMPARE(time().registeredTimers(&repeating).first().interval, 10);
-        QCOMPARE(advanced(9).section(' ', -1), "r");
+        QCOMPARE(advanced(29), "10 r, 10 b, 20 a, 20 c, 20 r");
+        QCoreApplication::processEvents();
         QCOMPARE(repeating.remainingTime(), 1);
-        QCOMPARE(mendo::Clock::current().elapsedMs(), start_ + 29);
-        QCOMPARE(time().now(), QDateTime(QDate(2024, 1, 1), QTime(8, 0)).addMSecs(start_ + 29));
-        for (int i = 0; i < 5; ++i)
-            QCoreApplication::processEvents();
-        QCOMPARE(now(), 29);
-        QCOMPARE(time().remainingTime(-1), -1);
+        QCOMPARE(time_.now(), QDateTime(QDate(2024, 1, 1), QTime(8, 0)).addMSecs(start_ + 29));
+        QCOMPARE(time_.armedTimers() - time_.armedTimers(&repeating), 1);
+        QCOMPARE(time_.registeredTimers(&repeating).first().interval, 10);
     }
 
     void runningHandler_isNotEnteredAgainAndKeepsItsRhythm() {
         QTimer timer, other;
-        noteOn(other, "o");
+        noteTicks(other, "o");
         connect(&timer, &QTimer::timeout, this, [&] {
             note("in");
             QEventLoop loop;
@@ -78,33 +66,32 @@ private slots:
         QCOMPARE(advanced(50), "10 in, 20 o, 40 o, 45 out, 50 in, 60 o, 80 o, 85 out");
     }
 
-    void zeroTimers_fireOnceAPassAndDoNotStopTheClock() {
+    void zeroTimersAndPostedEvents_comeFirstButDoNotStopTheClock() {
         QTimer zero;
-        int zeros = 0, links = 0;
-        connect(&zero, &QTimer::timeout, this, [&] { ++zeros; });
+        noteTicks(zero, "z");
         zero.start(0);
         QCoreApplication::processEvents(QEventLoop::X11ExcludeTimers);
-        QCOMPARE(zeros, 0);
+        QVERIFY(diary_.isEmpty());
         QCoreApplication::processEvents();
-        QCOMPARE(zeros, 1);
-        time().advance(1000);
-        QVERIFY(zeros < 10);
+        QCOMPARE(diary_, QStringList{"0 z"});
+        time_.advance(1000);
+        QVERIFY(diary_.size() < 10);
         zero.stop();
-        // A chain of them is done before the clock goes on; posted events without end do not hold it.
         init();
+        int links = 0;
         const std::function<void()> chain = [&] { ++links < 500 ? after(0, chain) : note("chain"); };
         after(0, chain);
         after(1, [this] { note("late"); });
         QCOMPARE(advanced(1), "0 chain, 1 late");
-        bool done = false;
+        bool posting = true;
         const std::function<void()> post = [&] {
-            if (!done)
+            if (posting)
                 QMetaObject::invokeMethod(this, post, Qt::QueuedConnection);
         };
         post();
-        after(5, [&] { done = true; });
-        QVERIFY(time().advanceUntil([&] { return done; }, 5));
-        time().settle();
+        after(5, [&] { posting = false; });
+        QVERIFY(time_.advanceUntil([&] { return !posting; }, 5));
+        time_.settle();
     }
 
     void nestedLoopsAndAdvances_endInsideOut() {
@@ -118,7 +105,7 @@ private slots:
         outer.exec();
         note("outer");
         after(10, [this] {
-            time().advance(100);
+            time_.advance(100);
             note("nested");
         });
         after(50, [this] { note("timer"); });
@@ -128,53 +115,37 @@ private slots:
     void timerStoppedDeletedOrRestarted_firesAccordingly() {
         QTimer stopped, restarted;
         auto *const deleted = new QTimer, *const own = new QTimer;
-        noteOn(stopped, "stopped");
-        noteOn(*deleted, "deleted");
-        noteOn(*own, "own");
-        noteOn(restarted, "restarted");
+        const QPointer<QObject> doomed(new QObject);
         after(10, [&] {
             stopped.stop();
             delete deleted;
         });
+        for (QTimer* timer : {&stopped, deleted, own, &restarted}) {
+            noteTicks(*timer, timer == own ? "own" : timer == &restarted ? "restarted" : "wrong");
+            timer->start(10);
+        }
         connect(own, &QTimer::timeout, this, [own] { delete own; });
         connect(&restarted, &QTimer::timeout, this, [&] { restarted.start(restarted.interval() + 10); });
-        for (QTimer* timer : {&stopped, deleted, own, &restarted})
-            timer->start(10);
-        QCOMPARE(advanced(65), "10 own, 10 restarted, 30 restarted, 60 restarted");
-        const QPointer<QObject> doomed(new QObject);
         doomed->deleteLater();
-        time().settle();
+        QCOMPARE(advanced(65), "10 own, 10 restarted, 30 restarted, 60 restarted");
         QVERIFY(!doomed);
     }
 
-    void excludedUserInput_isDeliveredLater() {
-        QPushButton button;
-        button.show();
-        time().settle();
-        const QPoint at(2, 2);
-        QWindowSystemInterface::handleMouseEvent(button.windowHandle(), at, button.mapToGlobal(at),
-                                                 Qt::LeftButton, Qt::LeftButton, QEvent::MouseButtonPress);
-        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
-        QVERIFY(!button.isDown());
-        time().settle();
-        QVERIFY(button.isDown());
-    }
-
     void aboutToBlock_comesBeforeTheClockGoesOnButNotInANestedAdvance() {
-        const auto noting = connect(&time(), &VirtualTime::aboutToBlock, this, [this] { note("block"); });
+        const auto noting = connect(&time_, &sim::VirtualTime::aboutToBlock, this, [this] { note("block"); });
         after(10, [this] {
             diary_.clear();
             QCOMPARE(advanced(100), "");
         });
         QVERIFY(advanced(5).startsWith("0 block"));
-        time().advance(10);
+        time_.advance(10);
         disconnect(noting);
     }
 
     void standstill_isHandledOnceOrEndsTheLoops() {
         QTimer repeating;
         QEventLoop loop;
-        time().setStallHandler([&] {
+        time_.setStallHandler([&] {
             note("stall");
             loop.exit(7);
         });
@@ -187,19 +158,9 @@ private slots:
         });
         repeating.start(10);
         QCOMPARE(advanced(10), "10 stall, 20 stall");
-        time().setStallHandler(nullptr);
-        QTest::ignoreMessage(QtWarningMsg,
-                             "Virtual time stands still: something is awaited and nothing is pending.");
+        time_.setStallHandler(nullptr);
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression("Virtual time stands still"));
         QCOMPARE(loop.exec(), 1);
-    }
-
-    void pace_holdsBackToTheWallClock() {
-        QElapsedTimer wall;
-        wall.start();
-        time().setPace(100.0);
-        time().advance(2000);
-        time().setPace(0);
-        QVERIFY(wall.elapsed() >= 19);
     }
 };
 
