@@ -36,7 +36,6 @@ public:
         });
         connect(&controller, &Controller::result, this, [this](const QString& command, int id, int code) {
             note(QString("result %1 %2 %3").arg(command).arg(id).arg(code));
-            places.push_back(place());
         });
         connect(&controller, &Controller::outputChanged, this,
                 [this](auto name, const QVariant& value) { note(name + '=' + value.toString()); });
@@ -83,6 +82,8 @@ public:
                 arcs({{to, {0.5 + number(3) / 1000, number(4) / 1000, 0.4}}});
             else if (word == "turn")
                 joints({0, number(1), 0, 0, 0, 0});
+            else if (word == "nowhere")
+                move("move.l", {}, 0.1, 0);
             else if (word == "wait")
                 advance(qint64(number(1)));
             else if (word == "rest")
@@ -118,35 +119,29 @@ public:
     void line(const Point& to, double speed = 0.1, double zone = 0, const Point& rot = kDown) {
         move("move.l", {{"point", pose(to, rot)}}, speed, zone);
     }
-    void arcs(const std::vector<std::pair<Point, Point>>& parts, double speed = 0.1, double zone = 0) {
+    void arcs(const std::vector<std::pair<Point, Point>>& parts) {
         QJsonArray path;
         for (const auto& part : parts)
             path.append(QJsonObject{{"aux", pose(part.first)}, {"point", pose(part.second)}});
-        move("move.c", {{"path", path}}, speed, zone);
+        move("move.c", {{"path", path}}, 0.1, 0);
     }
     /// Joints turned from where they are, each by its own amount.
-    sim::Joints joints(const sim::Joints& by, double speed = 0.1, double zone = 0) {
+    sim::Joints joints(const sim::Joints& by) {
         sim::Joints target = controller.stand().joints;
         QJsonArray point;
         for (size_t i = 0; i < target.size(); ++i)
             point.append(target[i] += by[i]);
-        move("move.j", {{"point", point}}, speed, zone);
+        move("move.j", {{"point", point}}, 0.1, 0);
         return target;
     }
-    void write(const QString& name, const QVariant& value, int bias = 0, const QString& type = {}) {
-        kordservice()->execCommand(
-            this, "register.write",
-            QVariantHash{{"name", name}, {"type", type}, {"value", value}, {"bias", bias}});
+    void write(const char* name, const QVariant& value, int bias = 0) {
+        const QVariantHash record{{"name", name}, {"value", value}, {"bias", bias}};
+        kordservice()->execCommand(this, "register.write", record);
     }
-
     Point place() const { return controller.stand().pose.trans; }
-    mendo::ModuleObject* posture(const QString& path) const {
-        return kordservice()->get(nullptr, "sys.posture", path);
-    }
 
     sim::Controller controller;
     QStringList lines;
-    std::vector<Point> places;  ///< of the results
 
 private:
     void note(const QString& what) { lines << QString::number(now()) + ' ' + what; }
