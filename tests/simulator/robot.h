@@ -69,10 +69,10 @@ public:
     /// The diary since the last "mark", and where the robot stands.
     QString play(const QString& script) {
         for (const QString& step : script.split("; ")) {
-            const QString word = step.section(' ', 0, 0);
-            const auto number = [&step](int i, double otherwise = 0) {
-                const QString text = step.section(' ', i, i);
-                return text.isEmpty() ? otherwise : text.toDouble();
+            const QStringList words = step.split(' ');
+            const QString word = words[0];
+            const auto number = [&words](int i, double otherwise = 0) {
+                return i < words.size() ? words[i].toDouble() : otherwise;
             };
             const Point to = {0.5 + number(1) / 1000, number(2) / 1000, 0.4};
             sim::Quirk quirk;
@@ -86,8 +86,6 @@ public:
                 move("move.l", {}, 0.1, 0);
             else if (word == "wait")
                 advance(qint64(number(1)));
-            else if (word == "rest")
-                diary();
             else if (word == "mark")
                 start();
             else if (word == "power")

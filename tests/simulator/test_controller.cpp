@@ -45,16 +45,14 @@ private slots:
             {record("LUMO_AO_1", "int16", 32768, 0), "rejected LUMO_AO_1: value does not fit type int16"},
             {record("LUMO_DO", "bit", QVariant(), 0), "rejected LUMO_DO: value does not fit type bit"},
         };
+        const ModuleObject* const shown = kordservice()->dataNode("register.values");
         for (const auto& [fields, heard] : rows) {
             const bool rejected = QString(heard).startsWith("rejected");
-            const QString path =
-                mName("register.values", fields["name"].toString(), mIndex(fields["bias"].toInt()));
+            const QString path = fields["name"].toString() + ".#" + fields["bias"].toString();
             for (const bool byNode : {false, true}) {
                 Robot robot;
                 connect(&robot.controller, &Controller::outputChanged, this,
-                        [&](auto, const QVariant& value) {
-                            QCOMPARE(kordservice()->dataNode(path)->value(), value);
-                        });
+                        [&](auto, const QVariant& value) { QCOMPARE(shown->r(path)->value(), value); });
                 ModuleObject node;
                 for (auto field = fields.begin(); byNode && field != fields.end(); ++field)
                     node.set(this, field.key(), field.value());
@@ -119,16 +117,12 @@ private slots:
         robot.write("LUMO_AO_1", 16384);
         QCOMPARE(report(robot, cell), "111110 0 0 0");
         robot.write("LUMO_DO", 1, 3);
-        const char* const faults[][2] = {{"laser", "011110"},
-                                         {"head", "101110"},
-                                         {"chiller", "110110"},
-                                         {"gas", "111011"},
-                                         {"temperature", "111101"}};
-        for (const auto& [name, signals_] : faults) {
-            QVERIFY(cell.emitting() && cell.setFault(name, true));
-            QCOMPARE(report(robot, cell).left(6), signals_);
-            QCOMPARE(cell.emitting(), signals_[5] == '1');
-            QVERIFY(cell.setFault(name, false));
+        for (const QString fault :
+             {"011110 laser", "101110 head", "110110 chiller", "111011 gas", "111101 temperature"}) {
+            QVERIFY(cell.emitting() && cell.setFault(fault.mid(7), true));
+            QCOMPARE(report(robot, cell).left(6), fault.left(6));
+            QCOMPARE(cell.emitting(), fault[5] == '1');
+            QVERIFY(cell.setFault(fault.mid(7), false));
         }
         QVERIFY(!cell.setFault("welding", true));
         for (const int power : {0, -1, 1}) {

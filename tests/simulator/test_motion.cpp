@@ -35,10 +35,9 @@ private slots:
             QCOMPARE(QString("%1 ").arg(arm.home().size()) + shown(arm.forward(arm.home())),
                      QString("%1 500 0 400 180 0 0").arg(axes));
             for (int i = 0; i < 3 * 5 * 3 * 4; ++i) {
-                const double x = 0.4 + 0.25 * (i % 3), y = -0.45 + 0.2 * (i / 3 % 5),
-                             z = -0.1 + 0.3 * (i / 15 % 3);
+                const Point at = {0.4 + 0.25 * (i % 3), -0.45 + 0.2 * (i / 3 % 5), -0.1 + 0.3 * (i / 15 % 3)};
                 const Point rots[] = {kDown, {kPi - 0.4, 0.3, 0}, {kPi, 0, 1.0}, {-2.6, -0.5, -2.0}};
-                const sim::Pose pose{{x, y, z}, rots[i / 45]};
+                const sim::Pose pose{at, rots[i / 45]};
                 const auto joints = arm.inverse(pose, arm.home());
                 QVERIFY2(joints && arm.withinLimits(*joints), qPrintable(shown(pose)));
                 QCOMPARE(shown(arm.forward(*joints)), shown(pose));
@@ -46,9 +45,8 @@ private slots:
             // Of several postures it is the one next to the seed, also by whole turns of the flange.
             sim::Joints seed = arm.home();
             seed.back() += 2 * kPi - 0.5;
-            seed[0] -= 0.1;
             const auto turned = arm.inverse(arm.forward(arm.home()), seed);
-            QVERIFY(turned && std::abs(turned->back() - arm.home().back() - 2 * kPi) < 1e-1);
+            QVERIFY(turned && std::abs(turned->back() - arm.home().back() - 2 * kPi) < 1e-6);
         }
     }
 
@@ -67,7 +65,6 @@ private slots:
             });
             QCOMPARE(robot.place(), target);
             QVERIFY(distance(arm.forward(robot.controller.stand().joints).trans, target) < 1e-8);
-
             // A tilted circle in three arcs.
             const auto at = [&](double part) {
                 const double c = 0.05 * std::cos(2 * kPi * part), s = 0.05 * std::sin(2 * kPi * part);
@@ -78,7 +75,6 @@ private slots:
             const double before = robot.controller.travelled();
             robot.go([&] { QVERIFY(std::abs(distance(robot.place(), centre) - 0.05) < 1e-8); });
             QVERIFY(std::abs(robot.controller.travelled() - before - 0.1 * kPi) < 1e-9);
-
             // All joints move together, at the tool's speed.
             const sim::Joints from = robot.controller.stand().joints;
             const sim::Joints to = robot.joints({-0.15, -0.05, 0.05, 0.15, 0.25, 0.35, 0.1});
@@ -90,7 +86,7 @@ private slots:
             });
             // On the spot a radian of turning is 20 mm of way; where a stop brakes it the joints fit, too.
             robot.line(kHome, 0.2);
-            robot.play("go; rest; mark");
+            robot.play("go; wait 9999; mark");
             robot.line(kHome, 0.02, 0, {kPi, 0, 0.5});
             robot.line({0.7, 0.1, 0.4}, 0.02);
             QVERIFY(robot.play("go; wait 1234; stop").contains("510 result move.l 5 0"));
@@ -100,7 +96,7 @@ private slots:
     }
 
     void corner_isAParabolaOfTheZonesRadiusAndNotSlowedDown() {
-        // Millimetres of the legs, of the zone and of the radius: the zone, or half of a leg that is less.
+        // Millimetres of the legs, the zone and the radius: the zone, or half of a leg that is less.
         for (const std::array<int, 4>& row :
              {std::array{100, 60, 10, 10}, {20, 100, 50, 10}, {100, 30, 50, 15}}) {
             Robot robot;
@@ -108,7 +104,6 @@ private slots:
             const Point corner = {0.5 + row[0] / 1000.0, 0, 0.4}, end = {corner[0], row[1] / 1000.0, 0.4};
             robot.line(corner, 0.05, zone);
             robot.line(end, 0.05, zone);
-            int cut = 0;
             Point before = kHome;
             robot.go([&] {
                 const Point p = robot.place();
@@ -119,10 +114,8 @@ private slots:
                 } else {
                     QVERIFY(std::abs(std::sqrt(a) + std::sqrt(b) - std::sqrt(radius)) < 5e-5);
                     QVERIFY(std::abs(way - 0.00005) < 0.00005 * 0.04);
-                    ++cut;
                 }
             });
-            QVERIFY(cut > 50);
         }
     }
 
@@ -153,7 +146,7 @@ private slots:
             "50 started 3, 625 passed 3, 625 idle, 625 result move.l 3 0 at 0 0");
         row("failure", two + "wait 500; fail 3; mark; fail -42",
             "0 dropped 2, 50 failed 1, 50 idle, 50 result move.l 1 -42 at 95 0");
-        row("failure before", "fail -7; line 100 0; go; rest; line 100 0; mark; go",
+        row("failure before", "fail -7; line 100 0; go; wait 9; line 100 0; mark; go",
             "0 moving, 0 started 2, 1050 passed 2, 1050 idle, 1050 result move.l 2 0 at 100 0");
         row("failure meets the next", "fail -7; line 100 0; mark; go",
             "0 moving, 1 failed 1, 1 idle, 1 result move.l 1 -7 at 0 0");
@@ -161,9 +154,8 @@ private slots:
         row("power lost", two + "wait 500; mark; power 0", "0 stopped 1, 0 dropped 2, 50 idle at 95 0");
         row("no power", "power 0; line 10 0; line 20 0; mark; go",
             "1 failed 1, 1 dropped 2, 1 result move.l 1 -4 at 0 0");
-        row("fails at its end", "failAtEnd; line 100 0 0.1 0.03; line 100 100; mark; go",
-            "0 moving, 0 started 1, 1050 failed 1, 1050 dropped 2, 1050 idle, 1050 result move.l 1 -9 at 100 "
-            "0");
+        row("fails at its end", "failAtEnd; line 10 0 0.1 0.03; line 10 10; mark; go",
+            "0 moving, 0 started 1, 150 failed 1, 150 dropped 2, 150 idle, 150 result move.l 1 -9 at 10 0");
         row("stopped before it fails", "failAtEnd; line 100 0; line 100 100; go; wait 500; mark; stop",
             "0 stopped 1, 0 dropped 2, 25 idle at 48.75 0");
         row("late", "late; line 200 0 0.2; go; wait 500; mark; stop",
@@ -213,7 +205,6 @@ private slots:
             {{JogFrame::Base, 2, 0.0001, 0.005}, "500 0 400.1 180 0 0"},
             {{JogFrame::Base, 3, -kPi / 18, 0.1}, "500 0 400 170 0 0"},
             {{JogFrame::Base, 4, kPi / 18, 0.1}, "500 0 400 180 10 0"},
-            {{JogFrame::Tool, 1, 0.01, 0.005}, "500 -10 400 180 0 0"},
             {{JogFrame::Tool, 2, 0.01, 0.005}, "500 0 390 180 0 0"},
             {{JogFrame::Tool, 5, kPi / 3, 0.1}, "500 0 400 180 0 -60"},
             {{JogFrame::Joint, 0, kPi / 2, 0.1}, "0 500 400 180 0 90"},
@@ -231,30 +222,30 @@ private slots:
     }
 
     void robotThatMovesOrHasNoPowerOrReach_isNotJogged() {
-        const QList<QPair<QString, JogAnswer>> rows = {{"power 0", JogAnswer::DriveOff},
-                                                       {"line 0 10; go", JogAnswer::Moving},
-                                                       {"line 0 10", JogAnswer::Moving}};
-        for (const auto& [script, answer] : rows) {
-            Robot robot;
-            for (const QString& step : script.split("; "))
-                step == "go" ? robot.order("move.opr.enough") : void(robot.play(step));
-            QCOMPARE(robot.controller.jog(sim::JogAxis::X, 0.01), answer);
-            QCOMPARE(robot.controller.askPlace({{0.5, 0.05, 0.4}, {}, 0.05}), answer);
-            robot.diary();
-            QCOMPARE(robot.place()[0], 0.5);
-        }
         Robot robot;
+        const sim::PlaceMove move{{0.5, 0.05, 0.4}, Point{kPi, 0, kPi / 18}, 0.05};
+        robot.controller.setPower(false);
+        QCOMPARE(robot.controller.jog(sim::JogAxis::X, 0.01), JogAnswer::DriveOff);
+        QCOMPARE(robot.controller.askPlace(move), JogAnswer::DriveOff);
+        robot.controller.setPower(true);
+        robot.line(kHome);
+        for (int i = 0; i < 2; ++i) {
+            QCOMPARE(robot.controller.jog(sim::JogAxis::X, 0.01), JogAnswer::Moving);
+            QCOMPARE(robot.controller.askPlace(move), JogAnswer::Moving);
+            robot.order("move.opr.enough");
+        }
+        QVERIFY(robot.diary().endsWith("result move.l 1 0"));
+        robot.start();
         QCOMPARE(robot.controller.jog(sim::JogAxis::X, 2), JogAnswer::OutOfReach);
         QCOMPARE(robot.controller.jog({JogFrame::Joint, 0, 3, 1}), JogAnswer::JointLimit);
-        const sim::PlaceMove move{{0.5, 0.05, 0.4}, Point{kPi, 0, kPi / 18}, 0.05};
         QCOMPARE(robot.controller.place(move), JogAnswer::Moves);
         QCOMPARE(robot.controller.jog(sim::JogAxis::X, 0.01), JogAnswer::Moving);
         // A motion that is ordered meanwhile is dropped with it; letting go later does not concern motions.
-        QCOMPARE(robot.play("rest"), "0 moving, 1025 idle at 0 50");
+        QCOMPARE(robot.play("wait 0"), "0 moving, 1025 idle at 0 50");
         QCOMPARE(shown(robot), "500 50 400 180 0 10");
         robot.controller.jog(sim::JogAxis::X, 0.01);
-        QCOMPARE(robot.play("line 0 0; go; mark; letGo"), "0 dropped 1, 0 idle at 0 50");
-        QVERIFY(robot.play("line 0 50; go; letGo").endsWith("result move.l 2 0 at 0 50"));
+        QCOMPARE(robot.play("line 0 0; go; mark; letGo"), "0 dropped 2, 0 idle at 0 50");
+        QVERIFY(robot.play("line 0 50; go; letGo").endsWith("result move.l 3 0 at 0 50"));
     }
 
     void heldJog_endsWhenLetGoOrStoppedOrAtTheLastPlaceInReach() {
@@ -263,16 +254,12 @@ private slots:
             robot.start();
             return robot.controller.jogOn({frame, axis, direction, speed});
         };
-        QCOMPARE(jogOn(JogFrame::Base, 2, 1, 0.05), JogAnswer::Moves);
-        robot.advance(1000);
-        robot.controller.stopJog();
-        QCOMPARE(robot.diary(), "0 moving, 1013 idle");
-        QCOMPARE(shown(robot), "500 0 449.688 180 0 0");
+        QCOMPARE(jogOn(JogFrame::Base, 1, 1, 0.05), JogAnswer::Moves);
+        QCOMPARE(robot.play("wait 1000; letGo"), "0 moving, 1013 idle at 0 49.6875");
         jogOn(JogFrame::Base, 1, -1, 0.1);
         robot.advance(500);
         robot.controller.setEmergencyStop(true);
-        QCOMPARE(robot.diary(), "0 moving, 525 idle");
-        QCOMPARE(shown(robot), "500 -48.75 449.688 180 0 0");
+        QCOMPARE(robot.play("wait 0"), "0 moving, 525 idle at 0 0.9375");
         for (const char* power : {"off", "on"}) {
             robot.controller.setPower(true);
             QCOMPARE(m("kord.r.power")->getString(), power);

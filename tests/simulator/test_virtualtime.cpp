@@ -48,7 +48,6 @@ private slots:
         QCOMPARE(repeating.remainingTime(), 1);
         QCOMPARE(time_.now(), QDateTime(QDate(2024, 1, 1), QTime(8, 0)).addMSecs(start_ + 29));
         QCOMPARE(time_.armedTimers() - time_.armedTimers(&repeating), 1);
-        QCOMPARE(time_.registeredTimers(&repeating).first().interval, 10);
     }
 
     void runningHandler_isNotEnteredAgainAndKeepsItsRhythm() {
@@ -66,7 +65,7 @@ private slots:
         QCOMPARE(advanced(50), "10 in, 20 o, 40 o, 45 out, 50 in, 60 o, 80 o, 85 out");
     }
 
-    void zeroTimersAndPostedEvents_comeFirstButDoNotStopTheClock() {
+    void zeroTimers_comeFirstButDoNotStopTheClock() {
         QTimer zero;
         noteTicks(zero, "z");
         zero.start(0);
@@ -83,15 +82,6 @@ private slots:
         after(0, chain);
         after(1, [this] { note("late"); });
         QCOMPARE(advanced(1), "0 chain, 1 late");
-        bool posting = true;
-        const std::function<void()> post = [&] {
-            if (posting)
-                QMetaObject::invokeMethod(this, post, Qt::QueuedConnection);
-        };
-        post();
-        after(5, [&] { posting = false; });
-        QVERIFY(time_.advanceUntil([&] { return !posting; }, 5));
-        time_.settle();
     }
 
     void nestedLoopsAndAdvances_endInsideOut() {
