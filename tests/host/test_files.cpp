@@ -98,8 +98,7 @@ private slots:
         const std::vector<std::pair<QByteArray, const char*>> rows = {
             {"{\"a\" 1}", "1:6 no JSON: expected a colon"},
             {"{\n\"a\": 1,\n  x\n}", "3:3 no JSON: expected a key in quotes"},
-            {"{\"激光\": x}", "1:8 no JSON: expected a value"},
-            {"{\"\xF0\x9F\x94\xA5\": x}", "1:7 no JSON: expected a value"},
+            {"{\"激光\xF0\x9F\x94\xA5\": x}", "1:9 no JSON: expected a value"},
             {"\xEF\xBB\xBFx", "1:1 no JSON: expected a value"},
             {"[\r\n1,\r\n-x]", "3:2 no JSON: expected a digit"},
             {"[1,\n2", "2:2 no JSON: expected a comma or a closing bracket"},

@@ -52,30 +52,21 @@ private slots:
             " 'list': [10, 11, {'x': 12}], 'dotted.name': 3}");
         const QHash<QString, int> there = {{"a", 1},      {"b.c.d", 2}, {"list.#1", 11}, {"list.#2.x", 12},
                                            {"b.#0.d", 2}, {".#0", 5},   {"h#.#0", 6},    {"#0.#0", 5}};
-        for (auto row = there.begin(); row != there.end(); ++row) {
-            QVERIFY2(root->hasRmobj(row.key()), qPrintable(row.key()));
-            QCOMPARE(root->r(row.key())->getInt(-1), row.value());
-            QCOMPARE(m(row.key(), root.get()), root->r(row.key()));
-        }
+        for (auto row = there.begin(); row != there.end(); ++row)
+            QVERIFY2(m(row.key(), root.get())->getInt() == row.value() && root->hasRmobj(row.key()),
+                     qPrintable(row.key()));
         for (const char* path : {"list.#3", "list.#99999999999999999999", "list.#", "list.#1x", "b.x.d",
                                  "a.b", "a.", ".a", "dotted.name"})
             QVERIFY2(!root->hasRmobj(path) && root->r(path)->isNull(), path);
         QVERIFY(root->r("") == root.get() && root->c("dotted.name")->getInt() == 3);
+        // In the whole subtree it is the first one, depth first.
+        QVERIFY(root->c("x")->isNull() && !root->hasCmobj("x") && root->hasCmobj("x", true));
+        QCOMPARE(root->c("d", true)->path() + ' ' + root->c("x", true)->path(), "b.c.d list.#2.x");
         QCOMPARE(mName("a", "b", "#1") + ' ' + mName("a.b", "") + ' ' + mName("", "b", "c"),
                  "a.b.#1 a.b b.c");
         QCOMPARE(ModuleObject::indexOfRname("LUMO_DO.#12") + ModuleObject::indexOfRname("#3"), 15);
         for (const char* name : {"DO2_2", "a.#3.b", "a.#3x", "#-1", ""})
             QCOMPARE(ModuleObject::indexOfRname(name), 0);
-    }
-
-    void recursiveLookup_takesTheFirstDepthFirst() {
-        const auto root = test::node("{'a': {'b': {'x': 1}, 'x': 2}, 'c': {'x': 3, 'y': 4}}");
-        QVERIFY(root->c("x")->isNull() && !root->hasCmobj("x") && root->hasCmobj("x", true));
-        QCOMPARE(root->c("x", true)->getInt() + root->c("y", true)->getInt(), 5);
-        QString names;
-        for (const ModuleObject* descendant : root->cmobjs(true))
-            names += descendant->path() + ' ';
-        QCOMPARE(names, "a a.b a.b.x a.x c c.x c.y ");
     }
 
     void nullNode_ignoresWritesAndReportsConnections() {
@@ -101,10 +92,8 @@ private slots:
         const std::vector<std::pair<QVariant, const char*>> rows = {
             {QVariant(), "-7 -7 0 1 -"},
             {5, "5 5 1 1 5"},
-            {0, "0 0 0 0 0"},
             {-2.7, "-2 -2.7 1 1 -2.7"},
             {0.1 + 0.2, "0 0.3 1 1 0.30000000000000004"},
-            {1e6, "1000000 1e+06 1 1 1000000"},
             {true, "1 1 1 1 true"},
             {"500", "500 500 1 1 500"},
             {"60.0", "60 60 1 1 60.0"},
@@ -114,7 +103,6 @@ private slots:
             {"on", "-7 -7 0 1 on"},
             {"nan", "-7 -7 0 1 nan"},
             {std::nan(""), "-7 -7 0 1 -"},
-            {HUGE_VAL, "-7 -7 0 1 -"},
             {3e9, "-7 3e+09 1 1 3000000000"},
             {Q_INT64_C(-2147483649), "-7 -2.14748e+09 1 1 -2147483649"},
             {-2147483648.5, "-2147483648 -2.14748e+09 1 1 -2147483648.5"},
@@ -158,10 +146,9 @@ private slots:
             if (i % 2)
                 list->remove(nullptr, name);
         }
-        QVERIFY(list->append(nullptr, list->c(0)->name())->name() != list->c(0)->name());
-        QVERIFY(list->append(nullptr, "#1x")->name() != "#1x");
-        QCOMPARE(list->append(nullptr, "mine")->name(), "mine");
-        QVERIFY(ModuleObject::generateId(nullptr) != ModuleObject::generateId(ModuleObject::null()));
+        QVERIFY(!seen.contains(list->append(nullptr, list->c(0)->name())->name()));
+        QVERIFY(list->append(nullptr, "#1x")->name() != "#1x" &&
+                list->append(nullptr, "mine")->name() == "mine");
     }
 
     void write_changesAndAnnouncesThisAndNoMore() {
@@ -184,10 +171,9 @@ private slots:
             {"{'l':[1]}", [](auto n) { n->set(me, "l.#2", 9); }, "{'l':[1]}", ""},
             {"{'a':1}", [](auto n) { n->set(me, "#1", 9)->set(me, "b.c.#1", 9)->set(me, "c..b", 9); },
              "{'a':1}", ""},
-            {"{'a':1}", [](auto n) { n->append(me, "b"); }, "{'a':1,'b':null}", "added b@1 me"},
-            {"{'a':1}", [](auto n) { n->append(me, "a"); }, "{'a':1}", ""},
+            {"{'a':1}", [](auto n) { n->append(me, "a"), n->append(me, "b.c"); }, "{'a':1,'b.c':null}",
+             "added b.c@1 me"},
             {"{'a':1}", [](auto n) { n->append(me); }, "{'a':1,'id1':null}", "added id1@1 me"},
-            {"{}", [](auto n) { n->append(me, "move.j"); }, "{'move.j':null}", "added move.j@0 me"},
             {"{}", [](auto n) { n->append(me); }, "[null]", "added id1@0 me"},
             {"{}", [](auto n) { n->append(me, "#0"); }, "[null]", "added id1@0 me"},
             {"[1]", [](auto n) { n->append(me, "x"); }, "[1,null]", "added x@1 me"},
@@ -197,8 +183,8 @@ private slots:
              "removed a@0 me, added a@1 me"},
             {"{'a':1,'b':{}}", [](auto n) { n->c("b")->insert(me, n->c("a"), false); }, "{'b':{'a':1}}", ""},
             {"{'a':{'b':{}}}", [](auto n) { n->r("a.b")->insert(me, n->c("a")); }, "{'a':{'b':{}}}", ""},
-            {"{}", [](auto n) { n->insert(me, n->c("b")) || n->insert(me, nullptr); }, "{}", ""},
-            {"{}", [](auto n) { n->insert(me, n); }, "{}", ""},
+            {"{}", [](auto n) { n->insert(me, n) || n->insert(me, n->c("b")) || n->insert(me, nullptr); },
+             "{}", ""},
             {"[1,2,3]", [](auto n) { n->remove(me, "#1"); }, "[1,3]", "removed id1@1 me"},
             {"[1,2]", [](auto n) { n->remove(me, "#2") || n->remove(me, "#0", false); }, "[2]", ""},
             {"[1,2,3]", [](auto n) { delete n->c(1); }, "[1,3]", "removed id1@1"},
@@ -325,25 +311,20 @@ private slots:
         QVERIFY(gone && root->c("b") == gone && root->size() == 1 && !c);
     }
 
-    void copy_isIndependentAndLeavesListNamesBehind() {
-        const auto source = test::node("{'trans': [1, 2]}");
-        ModuleObject copy;
+    void copyAndExport_leaveBehindWhatIsNotContent() {
+        const auto source = test::node("{'trans': [1, 2], 'nan': 0, 'object': 0}");
+        auto* const timer = new QTimer(source.get());
         source->setValue(me, 4);
         source->c("trans")->append(me, "x");
+        source->set(me, "nan", std::nan(""))->set(me, "object", QVariant::fromValue(timer));
+        ModuleObject copy;
         copy.copyFrom(me, source.get());
         source->set(me, "trans.#0", 9);
-        QCOMPARE(text(&copy), "{'trans':[1,2,null]}");
+        QCOMPARE(text(&copy), "{'nan':null,'object':null,'trans':[1,2,null]}");
+        QCOMPARE(text(copy.exportToJson(false)), "{'trans':[1,2,null]}");
         QVERIFY(copy.getInt() == 4 && !copy.c("trans")->hasCmobj("x"));
-    }
-
-    void export_leavesOutWhatJsonCannotHold() {
-        ModuleObject root;
-        auto* const timer = new QTimer(&root);
-        root.set(me, "nan", std::nan(""))->set(me, "object", QVariant::fromValue(timer))->set(me, "one", 1);
-        QCOMPARE(text(&root), "{'nan':null,'object':null,'one':1}");
-        QCOMPARE(text(root.exportToJson(false)), "{'one':1}");
-        QVERIFY(root.c("object")->value().value<QTimer*>() == timer);
-        QVERIFY(root.c("one")->exportToJson() == 1 && ModuleObject::null()->exportToJson().isNull());
+        QVERIFY(copy.c("object")->value().value<QTimer*>() == timer &&
+                ModuleObject::null()->exportToJson().isNull());
     }
 
     void tree_growsNoDeeperThanItCanBeFollowed() {

@@ -2,7 +2,6 @@
 
 #include "gantu/bmodule.h"
 #include "gantu/package.h"
-#include "gantu/panel.h"
 #include "kord/kordservice.h"
 #include "kord/thememanager.h"
 #include "mendo/clock.h"
@@ -13,7 +12,6 @@
 
 #include <QDir>
 #include <QSignalSpy>
-#include <QStackedWidget>
 #include <QVector3D>
 
 namespace {
@@ -78,11 +76,6 @@ private slots:
             QCOMPARE(bfactory().value("value") + bfactory().value("some", -1), 25);
         }
         QVERIFY(!page);
-        auto center = std::make_unique<QStackedWidget>();
-        setInstantiatedCenterWidget(center.get());
-        QVERIFY(instantiatedCenterWidget() == center.get());
-        center.reset();
-        QVERIFY(!instantiatedCenterWidget());
     }
 
     void logLine_isTaggedSpacedOnceAndFiledOnceTheFolderIsThere() {
@@ -112,7 +105,7 @@ private slots:
         mendo::LogHub::instance()->setConsole(true);
     }
 
-    void theme_becomesASheetForWindowsButExclusions() {
+    void theme_becomesASheetForWindows() {
         test::writeFile("s.json",
                         test::quoted("{'QPushButton': {'color': '#333', 'width': 2}, 'QDialog': {}}"));
         const QString sheet = kord::ThemeManager::genStyleSheet("s.json");
@@ -120,11 +113,8 @@ private slots:
         QWidget panel;
         auto* const part = new QWidget(&panel);
         auto* const dialog = new QWidget(part, Qt::Dialog);
-        auto* const excluded = new QWidget(&panel, Qt::Dialog);
-        excluded->setObjectName("plain");
-        kord::ThemeManager::setRecursiveWidgetStyleSheet(&panel, sheet, {"plain"});
-        QCOMPARE(panel.styleSheet() + dialog->styleSheet(), sheet + sheet);
-        QCOMPARE(part->styleSheet() + excluded->styleSheet(), "");
+        kord::ThemeManager::setRecursiveWidgetStyleSheet(&panel, sheet, {});
+        QCOMPARE(panel.styleSheet() + part->styleSheet() + dialog->styleSheet(), sheet + sheet);
     }
 };
 
