@@ -61,10 +61,9 @@ private slots:
             }
             writes[pair / reactions.size()](list);
             QVERIFY(calls > 0);
-            for (const ModuleObject* node : root.cmobjs(true)) {
-                QVERIFY(node->pmobj()->c(node->indexInPmobj()) == node);
-                QVERIFY(node->pmobj()->c(node->name()) == node);
-            }
+            for (const ModuleObject* node : root.cmobjs(true))
+                QVERIFY(node->pmobj()->c(node->indexInPmobj()) == node &&
+                        node->pmobj()->c(node->name()) == node);
         }
     }
 
@@ -76,7 +75,6 @@ private slots:
             const bool inTarget = i % 2;  // as it drops a namesake; else as the source lets the node go
             const auto root = test::node("{'source': {'node': {'x': 1}}, 'target': {}, 'other': {}}");
             const QPointer<ModuleObject> node(root->r("source.node")), target(root->c("target"));
-            ModuleObject* const other = root->c("other");
             if (inTarget)
                 target->append(nullptr, "node");
             bool acted = false;
@@ -88,7 +86,7 @@ private slots:
                 else if (action == "delete node")
                     delete node;
                 else if (action == "elsewhere")
-                    other->insert(nullptr, node);
+                    root->c("other")->insert(nullptr, node);
                 else if (action == "inside out")
                     node->insert(nullptr, target);
                 else if (action == "again")
@@ -99,7 +97,7 @@ private slots:
             QCOMPARE(inserted, action == "nothing" || (action == "again" && !inTarget));
             QCOMPARE(inserted, target && node && node->pmobj() == target);
             if (action == "elsewhere")
-                QVERIFY(node->pmobj() == other);
+                QVERIFY(node->pmobj() == root->c("other"));
             ModuleManager::purgeRemoved();
             QVERIFY(!node || !node->pmobj()->isNull());
         }
@@ -112,7 +110,6 @@ private slots:
         connect(node, &ModuleObject::changed, this, [&later] { ++later; });
         node->setValue(nullptr, 1);
         QCOMPARE(later, 0);
-
         auto* const parent = new ModuleObject;
         const QPointer<ModuleObject> child(new ModuleObject("child", parent)), guard(parent);
         connect(parent, &ModuleObject::removed, this, [parent] { delete parent; });
