@@ -1,267 +1,279 @@
-#include "motionfixture.h"
-#include "simulator/speedprofile.h"
-#include "virtualmain.h"
+// The arm, the motion queue and the jog keys: ways, corners, stops and failures.
 
-using namespace motiontest;
-using sim::SpeedProfile;
+#include "robot.h"
+#include "simulator/arm.h"
+#include "support/suite.h"
 
-Q_DECLARE_METATYPE(std::vector<double>)
+using namespace test;
+using sim::Arm;
+using sim::JogAnswer;
+using sim::JogFrame;
 
 class TestMotion : public QObject {
     Q_OBJECT
+private:
+    /// How far a point is from where a straight line from `a` to `b` is at the same distance from `a`.
+    static double offLine(const Point& p, const Point& a, const Point& b) {
+        const double t = std::min(distance(a, p) / distance(a, b), 1.0);
+        return distance(p, {a[0] + t * (b[0] - a[0]), a[1] + t * (b[1] - a[1]), a[2] + t * (b[2] - a[2])});
+    }
+    /// "x y z rx ry rz" in millimetres and degrees.
+    static QString shown(const sim::Pose& pose) {
+        QStringList numbers;
+        for (size_t i = 0; i < 6; ++i) {
+            const double value = i < 3 ? pose.trans[i] * 1000 : pose.rot[i - 3] * 180 / kPi;
+            numbers << QString::number(std::round(value * 1000) / 1000 + 0.0);
+        }
+        return numbers.join(' ');
+    }
+    static QString shown(const Robot& robot) { return shown(robot.controller.stand().pose); }
+
 private slots:
-    void cleanup() { QCOMPARE(VirtualTime::instance()->armedTimers(), 0); }
-
-    // --- Speed ---
-
-    void profile_keepsLimitsAndAcceleration_data() {
-        QTest::addColumn<std::vector<double>>("sections");  // length, speed, stop
-        QTest::newRow("trapezoid") << std::vector<double>{0.2, 0.1, 1};
-        QTest::newRow("triangle") << std::vector<double>{0.001, 0.5, 1};
-        QTest::newRow("slower ahead") << std::vector<double>{0.2, 0.4, 0, 0.2, 0.05, 1};
-        QTest::newRow("faster ahead") << std::vector<double>{0.05, 0.05, 0, 0.3, 0.6, 1};
-        QTest::newRow("short fast one between")
-            << std::vector<double>{0.1, 0.1, 0, 0.002, 1.0, 0, 0.1, 0.1, 1};
-        QTest::newRow("no room to brake in the last") << std::vector<double>{0.5, 1.0, 0, 0.01, 1.0, 1};
-        QTest::newRow("stop between") << std::vector<double>{0.1, 0.3, 1, 0.1, 0.3, 1};
-        QTest::newRow("nothing between") << std::vector<double>{0.1, 0.3, 0, 0, 0.1, 0, 0.1, 0.3, 1};
-    }
-    void profile_keepsLimitsAndAcceleration() {
-        QFETCH(std::vector<double>, sections);
-        SpeedProfile profile;
-        for (size_t i = 0; i < sections.size(); i += 3)
-            profile.append(sections[i], sections[i + 1], sections[i + 2] != 0);
-        profile.plan(2.0);
-        const double step = profile.duration() / 5000;
-        SpeedProfile::Point last = profile.at(0);
-        for (int i = 1; i <= 5000; ++i) {
-            const SpeedProfile::Point point = profile.at(i * step);
-            QVERIFY(std::abs(point.speed - last.speed) <= 2.0 * step + 1e-9);
-            QVERIFY(std::abs(point.s - last.s - (point.speed + last.speed) / 2 * step) < 2.0 * step * step);
-            double from = 0;
-            for (size_t k = 0; k < sections.size(); from += sections[k], k += 3) {
-                if (point.s > from + 1e-9 && point.s < from + sections[k] - 1e-9)
-                    QVERIFY(point.speed <= sections[k + 1] + 1e-9);
+    void everyPoseInFront_isReachedFromHomeWithinTheLimits() {
+        for (const int axes : {6, 7}) {
+            const Arm arm(axes);
+            QCOMPARE(QString("%1 ").arg(arm.home().size()) + shown(arm.forward(arm.home())),
+                     QString("%1 500 0 400 180 0 0").arg(axes));
+            for (int i = 0; i < 3 * 5 * 3 * 4; ++i) {
+                const Point at = {0.4 + 0.25 * (i % 3), -0.45 + 0.2 * (i / 3 % 5), -0.1 + 0.3 * (i / 15 % 3)};
+                const Point rots[] = {kDown, {kPi - 0.4, 0.3, 0}, {kPi, 0, 1.0}, {-2.6, -0.5, -2.0}};
+                const sim::Pose pose{at, rots[i / 45]};
+                const auto joints = arm.inverse(pose, arm.home());
+                QVERIFY2(joints && arm.withinLimits(*joints), qPrintable(shown(pose)));
+                QCOMPARE(shown(arm.forward(*joints)), shown(pose));
             }
-            QVERIFY(std::abs(profile.at(profile.timeAt(point.s)).s - point.s) < 1e-9);
-            last = point;
+            // Of several postures it is the one next to the seed, also by whole turns of the flange.
+            sim::Joints seed = arm.home();
+            seed.back() += 2 * kPi - 0.5;
+            const auto turned = arm.inverse(arm.forward(arm.home()), seed);
+            QVERIFY(turned && std::abs(turned->back() - arm.home().back() - 2 * kPi) < 0.2);
         }
-        QVERIFY(std::abs(last.s - profile.length()) < 1e-9);
-        QVERIFY(last.speed < 1e-6);
     }
 
-    void motion_takesTheTimeOfItsTrapezoid_data() {
-        QTest::addColumn<double>("length");
-        QTest::addColumn<double>("speed");
-        QTest::newRow("weld") << 0.1 << 0.02;
-        QTest::newRow("approach") << 0.25 << 0.2;
-        QTest::newRow("never at speed") << 0.01 << 1.0;
-        QTest::newRow("crawl") << 0.001 << 0.001;
-    }
-    void motion_takesTheTimeOfItsTrapezoid() {
-        QFETCH(double, length);
-        QFETCH(double, speed);
-        Robot robot;
-        robot.line({0.5 + length, 0, 0.4}, speed);
-        robot.go();
-        robot.run();
-        QCOMPARE(robot.times, QList<qint64>{wholeMs(trapezoid(length, speed))});
-        QVERIFY(std::abs(robot.queue.travelled() - length) < 1e-9);
-    }
-
-    // --- Paths ---
-
-    void line_isStraightAndEndsAtItsTarget() {
-        Robot robot;
-        const Point target = {0.55, 0.08, 0.36};
-        robot.line(target, 0.1);
-        robot.go();
-        double last = 0;
-        robot.run([&] {
-            QVERIFY(offSegment(robot.place(), kHome, target) < 1e-9);
-            QVERIFY(distance(robot.place(), kHome) >= last);
-            last = distance(robot.place(), kHome);
-        });
-        QVERIFY(distance(robot.place(), target) < 1e-12);
-    }
-
-    void line_turnsTheToolEvenly() {
-        Robot robot;
-        robot.line({0.6, 0, 0.4}, 0.1, 0, {kPi, 0, 0.8});
-        robot.go();
-        robot.run([&] {
-            const auto pose = robot.queue.stand().pose;
-            QVERIFY(std::abs(pose.rot[2] - 0.8 * (pose.trans[0] - 0.5) / 0.1) < 1e-6);
-            QVERIFY(std::abs(pose.rot[0] - kPi) < 1e-6);
-        });
-    }
-
-    void posture_fitsItsJoints_data() {
-        QTest::addColumn<int>("axes");
-        QTest::newRow("six axes") << 6;
-        QTest::newRow("seven axes") << 7;
-    }
-    void posture_fitsItsJoints() {
-        QFETCH(int, axes);
-        Robot robot(axes);
-        robot.line({0.6, 0.1, 0.3}, 0.2, 0.004);
-        robot.arcs({{{0.62, 0.12, 0.3}, {0.64, 0.1, 0.3}}}, 0.2, 0.004);
-        robot.line({0.5, -0.2, 0.35}, 0.2);
-        robot.go();
-        robot.run([&] {
-            const auto stand = robot.queue.stand();
-            const double off = distance(robot.arm.forward(stand.joints).trans, stand.pose.trans);
-            QVERIFY2(off < 1e-4, qPrintable(QString::number(off)));
-        });
-        const auto stand = robot.queue.stand();
-        QVERIFY(distance(robot.arm.forward(stand.joints).trans, stand.pose.trans) < 1e-8);
-        QCOMPARE(robot.results, (QStringList{"1:0", "2:0", "3:0"}));
+    void ways_areStraightRoundAndEvenAndFitTheJoints() {
+        for (const int axes : {6, 7}) {
+            Robot robot({axes, true});
+            const Arm arm(axes);
+            const Point target = {0.6, 0.08, 0.36};
+            robot.line(target, 0.1, 0, {kPi, 0, 0.8});
+            robot.go([&] {
+                const auto stand = robot.controller.stand();
+                const double part = distance(stand.pose.trans, kHome) / distance(target, kHome);
+                QVERIFY(offLine(stand.pose.trans, kHome, target) < 1e-8);
+                QVERIFY(std::abs(stand.pose.rot[2] - 0.8 * part) < 1e-6);
+                QVERIFY(distance(arm.forward(stand.joints).trans, stand.pose.trans) < 1e-4);
+            });
+            QCOMPARE(robot.place(), target);
+            QVERIFY(distance(arm.forward(robot.controller.stand().joints).trans, target) < 1e-8);
+            // A tilted circle in three arcs.
+            const auto at = [&](double part) {
+                const double c = 0.05 * std::cos(2 * kPi * part), s = 0.05 * std::sin(2 * kPi * part);
+                return Point{target[0] + 0.05 - c, target[1] + 0.8 * s, target[2] + 0.6 * s};
+            };
+            const Point centre = {target[0] + 0.05, target[1], target[2]};
+            robot.arcs({{at(0.1), at(0.3)}, {at(0.5), at(0.6)}, {at(0.9), at(1)}});
+            const double before = robot.controller.travelled();
+            robot.go([&] { QVERIFY(std::abs(distance(robot.place(), centre) - 0.05) < 1e-8); });
+            QVERIFY(std::abs(robot.controller.travelled() - before - 0.1 * kPi) < 1e-9);
+            // All joints move together, at the tool's speed.
+            const sim::Joints from = robot.controller.stand().joints;
+            const sim::Joints to = robot.joints({-0.15, -0.05, 0.05, 0.15, 0.25, 0.35, 0.1});
+            robot.go([&] {
+                const sim::Joints joints = robot.controller.stand().joints;
+                const double share = (joints[0] - from[0]) / (to[0] - from[0]);
+                for (size_t i = 0; i < joints.size(); ++i)
+                    QVERIFY(std::abs(joints[i] - from[i] - share * (to[i] - from[i])) < 1e-9);
+            });
+            // On the spot a radian of turning is 20 mm of way; where a stop brakes it the joints fit, too.
+            robot.line(kHome, 0.2);
+            robot.play("go; wait 9999; mark");
+            robot.line(kHome, 0.02, 0, {kPi, 0, 0.5});
+            robot.line({0.7, 0.1, 0.4}, 0.02);
+            QVERIFY(robot.play("go; wait 1234; stop").contains("510 result move.l 5 0"));
+            const auto stand = robot.controller.stand();
+            QVERIFY(distance(arm.forward(stand.joints).trans, stand.pose.trans) < 1e-8);
+        }
     }
 
-    void arc_staysOnItsCircle_data() {
-        QTest::addColumn<int>("parts");
-        QTest::addColumn<double>("whole");
-        QTest::addColumn<double>("radius");
-        QTest::newRow("half, one arc") << 1 << kPi << 0.05;
-        QTest::newRow("three quarters, one arc") << 1 << 1.5 * kPi << 0.05;
-        QTest::newRow("full, three arcs") << 3 << 2 * kPi << 0.05;
-        QTest::newRow("small full") << 3 << 2 * kPi << 0.004;
+    void corner_isAParabolaOfTheZonesRadiusAndNotSlowedDown() {
+        // Millimetres of the legs, the zone and the radius: the zone, or half of a leg that is less.
+        for (const std::array<int, 4>& row :
+             {std::array{100, 60, 10, 10}, {20, 100, 50, 10}, {100, 30, 50, 15}}) {
+            Robot robot;
+            const double radius = row[3] / 1000.0, zone = row[2] / 1000.0;
+            const Point corner = {0.5 + row[0] / 1000.0, 0, 0.4}, end = {corner[0], row[1] / 1000.0, 0.4};
+            robot.line(corner, 0.05, zone);
+            robot.line(end, 0.05, zone);
+            Point before = kHome;
+            robot.go([&] {
+                const Point p = robot.place();
+                const double a = corner[0] - p[0], b = p[1];  // along the two legs
+                const double way = distance(p, std::exchange(before, p));
+                if (a >= radius || b >= radius) {
+                    QVERIFY(std::min(offLine(p, kHome, corner), offLine(p, corner, end)) < 1e-8);
+                } else {
+                    QVERIFY(std::abs(std::sqrt(a) + std::sqrt(b) - std::sqrt(radius)) < 5e-5);
+                    QVERIFY(std::abs(way - 0.00005) < 0.00005 * 0.04);
+                }
+            });
+        }
     }
-    void arc_staysOnItsCircle() {
-        QFETCH(int, parts);
-        QFETCH(double, whole);
-        QFETCH(double, radius);
-        // A tilted circle through home, about `centre`.
-        const Point centre = {0.5 + radius, 0, 0.4};
-        const auto at = [&](double angle) {
-            const double c = -std::cos(angle), s = std::sin(angle);
-            return Point{centre[0] + radius * c, centre[1] + radius * s * 0.8, centre[2] + radius * s * 0.6};
+
+    void script_isCarriedOut_data() {
+        QTest::addColumn<QString>("script");
+        QTest::addColumn<QString>("diary");
+        const auto row = [](const char* name, const QString& script, const QString& diary) {
+            QTest::newRow(name) << script << diary;
         };
-        std::vector<std::pair<Point, Point>> points;
-        for (int i = 0; i < parts; ++i)
-            points.emplace_back(at(whole * (i + 0.4) / parts), at(whole * (i + 1) / parts));
+        row("not released", "line 10 0; wait 1000", "0 queued 1 at 0 0");
+        row("nothing to release", "go", " at 0 0");
+        row("no way to go, one by one", "line 0 0; line 0 0; line 0.5 0 1; mark; go",
+            "0 moving, 0 started 1, 1 passed 1, 1 started 2, 1 result move.l 1 0, 2 passed 2, 2 started 3, "
+            "2 result move.l 2 0, 32 passed 3, 32 idle, 32 result move.l 3 0 at 0.5 0");
+        row("no corner between batches", "line 100 0 0.1 0.02; go; line 100 100; mark; go",
+            "1050 passed 1, 1050 started 2, 1050 result move.l 1 0, 2100 passed 2, 2100 idle, "
+            "2100 result move.l 2 0 at 100 100");
+        row("reset before the start", "line 100 0; reset; line 10 0; mark; go",
+            "0 moving, 0 started 2, 150 passed 2, 150 idle, 150 result move.l 2 0 at 10 0");
+        const QString two = "line 200 0 0.2; line 200 100 0.2; go; ";
+        row("stop at speed", two + "wait 500; mark; stop; stop", "0 stopped 1, 0 dropped 2, 50 idle at 95 0");
+        row("stop while it gets faster", two + "wait 40; mark; stop",
+            "0 stopped 1, 0 dropped 2, 20 idle at 2.4 0");
+        row("stop at the start", two + "mark; stop", "0 stopped 1, 0 dropped 2, 0 idle at 0 0");
+        row("stop while it slows down", two + "wait 1050; mark; stop",
+            "0 stopped 1, 0 dropped 2, 25 idle at 198.75 0");
+        row("batch while it brakes", two + "wait 500; stop; line 0 0 0.2; mark; go",
+            "50 started 3, 625 passed 3, 625 idle, 625 result move.l 3 0 at 0 0");
+        row("failure", two + "wait 500; fail 3; mark; fail -42",
+            "0 dropped 2, 50 failed 1, 50 idle, 50 result move.l 1 -42 at 95 0");
+        row("failure before", "fail -7; line 100 0; go; wait 9; line 100 0; mark; go",
+            "0 moving, 0 started 2, 1050 passed 2, 1050 idle, 1050 result move.l 2 0 at 100 0");
+        row("failure meets the next", "fail -7; line 100 0; mark; go",
+            "0 moving, 1 failed 1, 1 idle, 1 result move.l 1 -7 at 0 0");
+        row("stop after a failure", two + "wait 500; fail -42; mark; stop", "0 stopped 1, 50 idle at 95 0");
+        row("power lost", two + "wait 500; mark; power 0", "0 stopped 1, 0 dropped 2, 50 idle at 95 0");
+        row("no power", "power 0; line 10 0; line 20 0; mark; go",
+            "1 failed 1, 1 dropped 2, 1 result move.l 1 -4 at 0 0");
+        row("fails at its end", "failAtEnd; line 10 0 0.1 0.03; line 10 10; mark; go",
+            "0 moving, 0 started 1, 150 failed 1, 150 dropped 2, 150 idle, 150 result move.l 1 -9 at 10 0");
+        row("stopped before it fails", "failAtEnd; line 100 0; line 100 100; go; wait 500; mark; stop",
+            "0 stopped 1, 0 dropped 2, 25 idle at 48.75 0");
+        row("late", "late; line 200 0 0.2; go; wait 500; mark; stop",
+            "0 stopped 1, 50 idle, 300 result move.l 1 0 at 95 0");
+        row("stop forgets a bunch", "bunch; line 10 0; line 200 0; go; wait 650; mark; stop",
+            "0 stopped 2, 25 idle at 58.75 0");
+        const QString pair = "; line 10 0; line 20 0; wait 10; mark; go";
+        const QString first = "150 passed 1, 150 started 2, ", idle = "300 passed 2, 300 idle, ";
+        const QString begin = "0 moving, 0 started 1, " + first;
+        row("bunch", "bunch" + pair, begin + idle + "300 result move.l 1 0, 300 result move.l 2 0 at 20 0");
+        row("double", "double" + pair,
+            begin + "150 result move.l 1 0, 151 result move.l 1 0, " + idle +
+                "300 result move.l 2 0, 301 result move.l 2 0 at 20 0");
+        row("wrong kind", "wrongKind" + pair,
+            begin + "150 result move.c 1 0, " + idle + "300 result move.c 2 0 at 20 0");
+        row("no result", "noResult" + pair, begin + idle + "300 result move.l 2 0 at 20 0");
+        row("slow state", "slowState" + pair,
+            "0 started 1, 50 moving, " + first +
+                "150 result move.l 1 0, 300 passed 2, 300 result move.l 2 0, 350 idle at 20 0");
+        row("sync", "sync; line 10 0; go",
+            "0 queued 1, 0 result move.l 1 0, 0 moving, 0 started 1, 150 passed 1, 150 idle at 10 0");
+        row("bunch whose last came at once", "bunch; line 10 0; sync; line 20 0; go; wait 299; mark",
+            "1 passed 2, 1 idle, 1 result move.l 1 0 at 20 0");
+        const QList<QPair<QString, QString>> refused = {
+            {"line 1100 0", "move.l 2 -1"},      {"line -420 0", "move.l 2 -2"},
+            {"line 0 0 -1", "move.l 2 -5"},      {"arc 70 0 100 0", "move.c 2 -3"},
+            {"arc 50 0 100 100", "move.c 2 -3"}, {"arc 100 100 50 0", "move.c 2 -3"},
+            {"turn 3", "move.j 2 -2"},           {"j", "move.j 2 -5"},
+            {"nowhere", "move.l 2 -6"}};
+        for (const auto& [step, result] : refused)
+            row(qPrintable(step), "line 50 0 0.1 0.01; " + step + "; line 0 0; mark; go",
+                "0 moving, 0 started 1, 550 passed 1, 550 result move.l 1 0, 551 failed 2, 551 dropped 3, "
+                "551 idle, 551 result " +
+                    result + " at 50 0");
+    }
+    void script_isCarriedOut() {
+        QFETCH(QString, script);
         Robot robot;
-        robot.arcs(points, 0.05);
-        robot.go();
-        robot.run([&] { QVERIFY(std::abs(distance(robot.place(), centre) - radius) < 1e-9); });
-        QCOMPARE(robot.results, QStringList{"1:0"});
-        QCOMPARE(robot.times, QList<qint64>{wholeMs(trapezoid(whole * radius, 0.05))});
-        QVERIFY(std::abs(robot.queue.travelled() - whole * radius) < 1e-9);
+        QTEST(robot.play(script), "diary");
     }
 
-    void jointMotion_movesAllJointsTogetherAtTheToolsSpeed() {
-        Robot robot;
-        const Joints home = robot.arm.home();
-        Joints target = home;
-        for (size_t i = 0; i < target.size(); ++i)
-            target[i] += 0.1 * (double(i) - 1.5);
-        robot.joints(target, 0.1);
-        robot.go();
-        VirtualTime::instance()->advance(300);
-        const Point before = robot.place();
-        VirtualTime::instance()->advance(100);
-        QVERIFY(std::abs(distance(robot.place(), before) - 0.01) < 1e-5);
-        robot.run([&] {
-            const Joints now = robot.queue.stand().joints;
-            const double share = (now[0] - home[0]) / (target[0] - home[0]);
-            for (size_t i = 0; i < now.size(); ++i)
-                QVERIFY(std::abs(now[i] - home[i] - share * (target[i] - home[i])) < 1e-9);
-        });
-        QCOMPARE(robot.queue.stand().joints, target);
-    }
-
-    void turnOnTheSpot_takesTime() {
-        Robot robot;
-        robot.line(kHome, 0.02, 0, {kPi, 0, 0.5});
-        robot.go();
-        robot.run();
-        QCOMPARE(robot.times, QList<qint64>{wholeMs(trapezoid(0.02 * 0.5, 0.02))});
-        QVERIFY(robot.queue.travelled() < 1e-9);
-    }
-
-    // --- Corners ---
-
-    void corner_isAParabolaAtTheZonesRadius_data() {
-        QTest::addColumn<double>("first");
-        QTest::addColumn<double>("second");
-        QTest::addColumn<double>("zone");
-        QTest::addColumn<double>("radius");
-        QTest::newRow("zone fits") << 0.1 << 0.06 << 0.01 << 0.01;
-        QTest::newRow("half of the first") << 0.02 << 0.1 << 0.05 << 0.01;
-        QTest::newRow("half of the second") << 0.1 << 0.03 << 0.05 << 0.015;
-    }
-    void corner_isAParabolaAtTheZonesRadius() {
-        QFETCH(double, first);
-        QFETCH(double, second);
-        QFETCH(double, zone);
-        QFETCH(double, radius);
-        Robot robot;
-        const Point corner = {0.5 + first, 0, 0.4};
-        const Point end = {0.5 + first, second, 0.4};
-        robot.line(corner, 0.05, zone);
-        robot.line(end, 0.05, zone);
-        robot.go();
-        int cut = 0;
-        robot.run([&] {
-            const Point p = robot.place();
-            const double a = corner[0] - p[0], b = p[1];  // along the two legs
-            if (a >= radius || b >= radius) {
-                QVERIFY(std::min(offSegment(p, kHome, corner), offSegment(p, corner, end)) < 1e-9);
-            } else {
-                QVERIFY(std::abs(std::sqrt(a) + std::sqrt(b) - std::sqrt(radius)) < 1e-6);
-                ++cut;
-            }
-        });
-        QVERIFY(cut > 50);
-        // The first result comes in the middle of the corner, at most a millisecond late.
-        const Point middle = {corner[0] - radius / 4, radius / 4, 0.4};
-        QVERIFY(distance(robot.places[0], middle) < 0.05 * 0.001 + 1e-6);
-        QVERIFY(distance(robot.places[1], end) < 1e-12);
-        QCOMPARE(robot.movingThen, (QList<bool>{true, false}));
-        QCOMPARE(robot.events, (QStringList{"started 1", "passed 1", "started 2", "passed 2"}));
-    }
-
-    void corner_isNotSlowedDown() {
-        Robot robot;
-        robot.line({0.6, 0, 0.4}, 0.05, 0.01);
-        robot.line({0.6, 0.1, 0.4}, 0.05);
-        robot.go();
-        VirtualTime::instance()->advance(1000);
-        Point last = robot.place();
-        for (int i = 0; i < 1500; ++i) {
-            VirtualTime::instance()->advance(1);
-            QVERIFY(std::abs(distance(robot.place(), last) - 0.05 * 0.001) < 0.05 * 0.001 * 0.04);
-            last = robot.place();
+    void jog_goesItsWayInItsFrameAtItsSpeedAndTellsNothingElse() {
+        // The tool points down, its x axis ahead: its y and z are against the base's.
+        const std::vector<std::pair<sim::JogMove, const char*>> rows = {
+            {{JogFrame::Base, 0, 0.01, 0.005}, "510 0 400 180 0 0"},
+            {{JogFrame::Base, 1, -0.2, 0.02}, "500 -200 400 180 0 0"},
+            {{JogFrame::Base, 2, 0.0001, 0.005}, "500 0 400.1 180 0 0"},
+            {{JogFrame::Base, 3, -kPi / 18, 0.1}, "500 0 400 170 0 0"},
+            {{JogFrame::Base, 4, kPi / 18, 0.1}, "500 0 400 180 10 0"},
+            {{JogFrame::Tool, 2, 0.01, 0.005}, "500 0 390 180 0 0"},
+            {{JogFrame::Tool, 5, kPi / 3, 0.1}, "500 0 400 180 0 -60"},
+            {{JogFrame::Joint, 0, kPi / 2, 0.1}, "0 500 400 180 0 90"},
+            {{JogFrame::Joint, 5, kPi / 3, 0.1}, "500 0 400 180 0 -60"}};
+        for (const auto& [move, expected] : rows) {
+            Robot robot;
+            QCOMPARE(robot.controller.jog(move), JogAnswer::Moves);
+            robot.diary();
+            QCOMPARE(robot.lines.join(' '), QString("0 moving %1 idle").arg(robot.now()));
+            QCOMPARE(shown(robot), expected);
+            // Some milliseconds are for speeding up and braking.
+            const double ms = std::abs(move.way) / move.speed * 1000;
+            QVERIFY2(robot.now() >= ms && robot.now() < ms + 100, expected);
         }
-        robot.run();
     }
 
-    void cornerWithoutZone_isReachedExactly() {
+    void robotThatMovesOrHasNoPowerOrReach_isNotJogged() {
         Robot robot;
-        robot.line({0.6, 0, 0.4}, 0.1, 0);
-        robot.line({0.6, 0.05, 0.4}, 0.1, 0.02);
-        robot.go();
-        robot.run();
-        const double first = trapezoid(0.1, 0.1), second = trapezoid(0.05, 0.1);
-        QCOMPARE(robot.times, (QList<qint64>{wholeMs(first), wholeMs(first + second)}));
-        QVERIFY(distance(robot.places[0], {0.6, 0, 0.4}) < 1e-6);
+        const sim::PlaceMove move{{0.5, 0.05, 0.4}, Point{kPi, 0, kPi / 18}, 0.05};
+        robot.controller.setPower(false);
+        QCOMPARE(robot.controller.jog(sim::JogAxis::X, 0.01), JogAnswer::DriveOff);
+        QCOMPARE(robot.controller.askPlace(move), JogAnswer::DriveOff);
+        robot.controller.setPower(true);
+        robot.line(kHome);
+        for (int i = 0; i < 2; ++i) {
+            QCOMPARE(robot.controller.jog(sim::JogAxis::X, 0.01), JogAnswer::Moving);
+            QCOMPARE(robot.controller.askPlace(move), JogAnswer::Moving);
+            robot.order("move.opr.enough");
+        }
+        QVERIFY(robot.diary().endsWith("result move.l 1 0"));
+        robot.start();
+        QCOMPARE(robot.controller.jog(sim::JogAxis::X, 2), JogAnswer::OutOfReach);
+        QCOMPARE(robot.controller.jog({JogFrame::Joint, 0, 3, 1}), JogAnswer::JointLimit);
+        QCOMPARE(robot.controller.place(move), JogAnswer::Moves);
+        QCOMPARE(robot.controller.jog(sim::JogAxis::X, 0.01), JogAnswer::Moving);
+        // A motion that is ordered meanwhile is dropped with it; letting go later does not concern motions.
+        QCOMPARE(robot.play("wait 0"), "0 moving, 1025 idle at 0 50");
+        QCOMPARE(shown(robot), "500 50 400 180 0 10");
+        robot.controller.jog(sim::JogAxis::X, 0.01);
+        QCOMPARE(robot.play("line 0 0; go; mark; letGo"), "0 dropped 2, 0 idle at 0 50");
+        QVERIFY(robot.play("line 0 50; go; letGo").endsWith("result move.l 3 0 at 0 50"));
     }
 
-    void corner_betweenUnlikeMotionsIsContinuous() {
+    void heldJog_endsWhenLetGoOrStoppedOrAtTheLastPlaceInReach() {
         Robot robot;
-        robot.line({0.56, 0, 0.4}, 0.1, 0.01);
-        const auto near = robot.arm.inverse({{0.56, 0.1, 0.4}, kDown}, robot.arm.home());
-        robot.joints(*near, 0.1, 0.01);
-        robot.arcs({{{0.58, 0.12, 0.4}, {0.6, 0.1, 0.4}}}, 0.1);
-        robot.go();
-        Point last = robot.place();
-        robot.run([&] {
-            QVERIFY(distance(robot.place(), last) < 0.1 * 0.001 * 1.1);
-            last = robot.place();
-        });
-        QCOMPARE(robot.results, (QStringList{"1:0", "2:0", "3:0"}));
+        const auto jogOn = [&robot](JogFrame frame, int axis, double direction, double speed) {
+            robot.start();
+            return robot.controller.jogOn({frame, axis, direction, speed});
+        };
+        QCOMPARE(jogOn(JogFrame::Base, 1, 1, 0.05), JogAnswer::Moves);
+        QCOMPARE(robot.play("wait 1000; letGo"), "0 moving, 1013 idle at 0 49.6875");
+        jogOn(JogFrame::Base, 1, -1, 0.1);
+        robot.advance(500);
+        robot.controller.setEmergencyStop(true);
+        QCOMPARE(robot.play("wait 0"), "0 moving, 525 idle at 0 0.9375");
+        for (const char* power : {"off", "on"}) {
+            robot.controller.setPower(true);
+            QCOMPARE(m("kord.r.power")->getString(), power);
+            robot.controller.setEmergencyStop(false);
+        }
+        QCOMPARE(jogOn(JogFrame::Base, 0, 1, 0.5), JogAnswer::Moves);
+        robot.diary();
+        QVERIFY(robot.place()[0] >= 0.9 && jogOn(JogFrame::Base, 0, 1, 0.5) == JogAnswer::OutOfReach);
+        QCOMPARE(jogOn(JogFrame::Joint, 0, -1, 0.5), JogAnswer::Moves);
+        robot.diary();
+        QVERIFY(std::abs(robot.controller.stand().joints[0] + 170 * kPi / 180) < 1e-6);
+        QCOMPARE(jogOn(JogFrame::Joint, 0, -1, 0.5), JogAnswer::JointLimit);
     }
 };
 
-VIRTUAL_TIME_MAIN(TestMotion)
+LUMO_TEST(TestMotion)
 #include "test_motion.moc"

@@ -1,0 +1,424 @@
+// What a node finds, holds, writes and announces.
+
+#include "mendo/modulemanager.h"
+#include "support/suite.h"
+#include "support/text.h"
+
+#include <QPointer>
+#include <QRegularExpression>
+#include <QTimer>
+
+#include <cmath>
+#include <functional>
+#include <random>
+
+using mendo::ModuleManager;
+using mendo::ModuleObject;
+using test::json;
+using test::text;
+
+namespace {
+
+QObject sender;
+QObject* const me = &sender;
+
+/// Notes what each node announces, as "path changed new<old me" or "path added name@position".
+void listen(ModuleObject* root, QStringList* heard) {
+    for (ModuleObject* n : QList<ModuleObject*>{root} + root->cmobjs(true)) {
+        const QString path = n == root ? QString() : n->path() + ' ';
+        const auto note = [=](const QString& what, const QString& value, const QObject* by) {
+            heard->append(path + what + value + (by == me ? " me" : by ? " somebody" : ""));
+        };
+        const auto at = [=](const QString& name) {
+            return name + '@' + QString::number(n->c(name)->indexInPmobj());
+        };
+        QObject::connect(n, &ModuleObject::changed, [=](auto now, auto before, auto by) {
+            note("changed ", now.toString() + '<' + before.toString(), by);
+        });
+        QObject::connect(n, &ModuleObject::added, [=](auto name, auto by) { note("added ", at(name), by); });
+        QObject::connect(n, &ModuleObject::removed,
+                         [=](auto name, auto by) { note("removed ", at(name), by); });
+    }
+}
+
+}  // namespace
+
+class TestNode : public QObject {
+    Q_OBJECT
+private:
+    struct Child {
+        QString name;  // of a map's child
+        int value;     // tells it from all others
+    };
+    struct Shelf {
+        QString path;
+        bool isList;
+        QVector<Child> children;
+    };
+
+    int below(int limit) { return std::uniform_int_distribution<int>(0, limit - 1)(random_); }
+    ModuleObject* nodeOf(const Shelf& shelf) const { return root_->r(shelf.path); }
+
+    void add(Shelf& shelf) {
+        const QString name = shelf.isList ? QString() : QString("k%1").arg(++made_);
+        const int position = below(shelf.children.size() + 1), kind = below(3);
+        shelf.children.insert(kind ? shelf.children.size() : position, {name, ++made_});
+        if (kind == 2) {
+            const QString element = shelf.isList ? mIndex(shelf.children.size() - 1) : name;
+            root_->set(nullptr, shelf.path + '.' + element, made_);
+        } else if (kind == 1) {
+            nodeOf(shelf)->append(nullptr, name)->setValue(nullptr, made_);
+        } else {
+            auto* const child = new ModuleObject(name);
+            child->setValue(nullptr, made_);
+            nodeOf(shelf)->insert(nullptr, child, true, position);
+        }
+    }
+
+    void change(Shelf& shelf, Shelf& other, int from) {
+        const int to = below(shelf.children.size()), kind = below(5);
+        if (kind == 0) {
+            nodeOf(shelf)->reorder(nullptr, from, to);
+            shelf.children.move(from, to);
+            return;
+        }
+        Child child = shelf.children.takeAt(from);
+        if (kind == 1) {
+            ModuleObject* const node = nodeOf(shelf)->c(from);
+            child.name = node->name();
+            const int place = std::min(to, other.children.size());
+            other.children.insert(place, child);
+            nodeOf(other)->insert(nullptr, node, true, place);
+        } else if (kind == 2) {
+            delete nodeOf(shelf)->c(from);
+        } else {
+            nodeOf(shelf)->remove(nullptr, shelf.isList || kind == 3 ? mIndex(from) : child.name);
+        }
+    }
+
+    /// Whether everything leads to the child and the child knows its place.
+    bool isInPlace(const Shelf& shelf, int i) const {
+        const ModuleObject* const node = nodeOf(shelf);
+        ModuleObject* const child = node->c(i);
+        return child->getInt() == shelf.children[i].value && child->indexInPmobj() == i &&
+               child->pmobj() == node && node->c(child->name()) == child &&
+               root_->r(child->path()) == child && child->nextBmobj() == node->c(i + 1) &&
+               child->prevBmobj() == node->c(i - 1) &&
+               (shelf.isList || child->name() == shelf.children[i].name);
+    }
+
+    std::mt19937 random_;
+    std::unique_ptr<ModuleObject> root_;
+    int made_ = 0;
+
+private slots:
+    void lookup_findsByNameAndPosition() {
+        const auto root =
+            test::node("{'':[5],'a':1,'b':{'c':{'d':2}},'h#':[6],'list':[10,11,{'x':12}],'dotted.name':3}");
+        const QHash<QString, int> there = {{"a", 1},      {"b.c.d", 2}, {"list.#1", 11}, {"list.#2.x", 12},
+                                           {"b.#0.d", 2}, {".#0", 5},   {"h#.#0", 6},    {"#0.#0", 5}};
+        for (auto row = there.begin(); row != there.end(); ++row)
+            QVERIFY(root->hasRmobj(row.key()) && m(row.key(), root.get())->getInt() == row.value());
+        for (const char* path : {"list.#3", "list.#99999999999999999999", "list.#", "list.#1x", "b.x.d",
+                                 "a.b", "a.", ".a", "dotted.name"})
+            QVERIFY2(!root->hasRmobj(path) && root->r(path)->isNull(), path);
+        QVERIFY(root->r("") == root.get() && root->c("dotted.name")->getInt() == 3);
+        // In the whole subtree it is the first one, depth first.
+        QVERIFY(root->c("x")->isNull() && !root->hasCmobj("x") && root->hasCmobj("x", true));
+        QCOMPARE(root->c("d", true)->path() + ' ' + root->c("x", true)->path(), "b.c.d list.#2.x");
+        QCOMPARE(mName("a", "b", "#1") + mName("a.b", "") + mName("", "b", "c"), "a.b.#1a.bb.c");
+        QCOMPARE(ModuleObject::indexOfRname("LUMO_DO.#12") + ModuleObject::indexOfRname("#3"), 15);
+        for (const char* name : {"DO2_2", "a.#3.b", "a.#3x", "#-1", ""})
+            QCOMPARE(ModuleObject::indexOfRname(name), 0);
+    }
+
+    void nullNode_ignoresWritesAndReportsConnections() {
+        ModuleObject* const null = ModuleObject::null();
+        ModuleObject child;
+        null->setValue(me, 5);
+        null->set(me, "a.b", 5)->loadJson(me, json("{'a': 1}"));
+        null->copyFrom(me, null);
+        null->clear(me);
+        null->reorder(me, 0, 0);
+        QVERIFY(!null->insert(me, &child) && !null->remove(me, "a") && null->append(me, "a")->isNull());
+        QVERIFY(null->isNull() && !null->value().isValid() && null->size() == 0 && !null->hasRmobj(""));
+        for (ModuleObject* found : {null->c(0), null->c("a"), null->r("a.#1"), null->r(""), null->pmobj(),
+                                    null->prevBmobj(), null->nextBmobj()})
+            QVERIFY(found == null);
+        QTest::ignoreMessage(QtCriticalMsg, QRegularExpression("changed.*null node"));
+        connect(null, &ModuleObject::changed, this, [] {});
+        null->disconnect(this);
+    }
+
+    /// As integer, number, boolean (once with either default) and text; -7 and "-" are defaults.
+    void values_convertOrGiveTheDefault() {
+        const std::vector<std::pair<QVariant, const char*>> rows = {
+            {QVariant(), "-7 -7 0 1 -"},
+            {5, "5 5 1 1 5"},
+            {-2.7, "-2 -2.7 1 1 -2.7"},
+            {0.1 + 0.2, "0 0.3 1 1 0.30000000000000004"},
+            {true, "1 1 1 1 true"},
+            {"500", "500 500 1 1 500"},
+            {"60.0", "60 60 1 1 60.0"},
+            {"0", "0 0 0 0 0"},
+            {"True", "-7 -7 1 1 True"},
+            {"false", "-7 -7 0 0 false"},
+            {"on", "-7 -7 0 1 on"},
+            {"nan", "-7 -7 0 1 nan"},
+            {std::nan(""), "-7 -7 0 1 -"},
+            {3e9, "-7 3e+09 1 1 3000000000"},
+            {Q_INT64_C(-2147483649), "-7 -2.14748e+09 1 1 -2147483649"},
+            {-2147483648.5, "-2147483648 -2.14748e+09 1 1 -2147483648.5"},
+            {QVariantList{1}, "-7 -7 0 1 -"},
+            {QVariant::fromValue<QObject*>(this), "-7 -7 0 1 -"}};
+        for (const auto& [value, expected] : rows) {
+            ModuleObject node;
+            node.setValue(me, value);
+            QString text;
+            QTextStream(&text) << node.getInt(-7) << ' ' << node.getDouble(-7) << ' ' << node.getBool(false)
+                               << ' ' << node.getBool(true) << ' ' << node.getString("-");
+            QCOMPARE(text, expected);
+        }
+    }
+
+    void tenantOfASubtree_endsWhileTheTreeStands() {
+        QStringList seen;
+        {
+            ModuleObject root;
+            ModuleObject* const package = root.append(nullptr, "lumo");
+            package->set(nullptr, "port.#0", "a")->set(nullptr, "port.#1", "b");
+            for (ModuleObject* home : {package, package->c("port")})
+                connect(new QObject(home), &QObject::destroyed, me,
+                        [&seen, home] { seen << home->path() + ' ' + home->r("port.#1")->getString(); });
+        }
+        QCOMPARE(seen, QStringList({"lumo.port ", "lumo b"}));
+    }
+
+    void names_ofAListAreUniqueAndNeverComeAgain() {
+        const auto list = test::node("[]");
+        QSet<QString> seen;
+        for (int i = 0; i < 30; ++i) {
+            const QString asked = i == 10 ? "id15" : i % 3 ? "" : ModuleObject::generateId(list.get());
+            const QString name = list->append(nullptr, asked)->name();
+            QVERIFY2(!seen.contains(name) && list->hasCmobj(name), qPrintable(name));
+            seen << name;
+            if (i % 2)
+                list->remove(nullptr, name);
+        }
+        QVERIFY(!seen.contains(list->append(nullptr, list->c(0)->name())->name()));
+        QVERIFY(list->append(nullptr, "#1x")->name() != "#1x" &&
+                list->append(nullptr, "mine")->name() == "mine");
+    }
+
+    void write_changesAndAnnouncesThisAndNoMore() {
+        using Write = std::function<void(ModuleObject*)>;
+        const std::vector<std::tuple<const char*, Write, const char*, const char*>> rows = {
+            {"{'a':{'b':1}}", [](auto n) { n->set(me, "a.b", 2); }, "{'a':{'b':2}}", "a.b changed 2<1 me"},
+            {"{'a':1}", [](auto n) { n->c("a")->trigger(); }, "{'a':1}", "a changed 1<1"},
+            {"{'a':1}", [](auto n) { n->set(me, "a", 2, false); }, "{'a':2}", "a changed 2<1 me"},
+            {"{'a':1}", [](auto n) { n->set(me, "b.c", 2, false); }, "{'a':1}", ""},
+            {"{}", [](auto n) { n->set(me, "a.b.c", 9); }, "{'a':{'b':{'c':9}}}", "added a@0 me"},
+            {"{'a':1}", [](auto n) { n->set(me, "a.b", 9); }, "{'a':{'b':9}}", "a added b@0 me"},
+            {"{'p':{}}", [](auto n) { n->set(me, "p.#0", 9); }, "{'p':[9]}", "p added id1@0 me"},
+            {"{'l':[1]}", [](auto n) { n->set(me, "l.#1.x", 9); }, "{'l':[1,{'x':9}]}", "l added id1@1 me"},
+            {"[1]", [](auto n) { n->set(me, "x", 9); }, "[1,9]", "added x@1 me"},
+            {"{'l':[1]}", [](auto n) { n->set(me, "l.#2", 9); }, "{'l':[1]}", ""},
+            {"{'a':1}", [](auto n) { n->set(me, "#1", 9)->set(me, "b.c.#1", 9)->set(me, "c..b", 9); },
+             "{'a':1}", ""},
+            {"{'a':1}", [](auto n) { n->append(me, "a"), n->append(me, "b.c"); }, "{'a':1,'b.c':null}",
+             "added b.c@1 me"},
+            {"{'a':1}", [](auto n) { n->append(me); }, "{'a':1,'id1':null}", "added id1@1 me"},
+            {"{}", [](auto n) { n->append(me); }, "[null]", "added id1@0 me"},
+            {"{}", [](auto n) { n->append(me, "#0"); }, "[null]", "added id1@0 me"},
+            {"[1]", [](auto n) { n->append(me, "x"); }, "[1,null]", "added x@1 me"},
+            {"{'l':[1,2],'m':{'a':3}}", [](auto n) { n->c("l")->insert(me, n->r("m.a"), true, 1); },
+             "{'l':[1,3,2],'m':{}}", "m removed a@0 me, l added a@1 me"},
+            {"{'a':1,'b':2}", [](auto n) { n->insert(me, new ModuleObject("a")); }, "{'a':null,'b':2}",
+             "removed a@0 me, added a@1 me"},
+            {"{'a':1,'b':{}}", [](auto n) { n->c("b")->insert(me, n->c("a"), false); }, "{'b':{'a':1}}", ""},
+            {"{'a':{'b':{}}}", [](auto n) { n->r("a.b")->insert(me, n->c("a")); }, "{'a':{'b':{}}}", ""},
+            {"{}", [](auto n) { n->insert(me, n) || n->insert(me, n->c("b")); }, "{}", ""},
+            {"[1,2,3]", [](auto n) { n->remove(me, "#1"); }, "[1,3]", "removed id1@1 me"},
+            {"[1,2]", [](auto n) { n->remove(me, "#2") || n->remove(me, "#0", false); }, "[2]", ""},
+            {"[1,2,3]", [](auto n) { delete n->c(1); }, "[1,3]", "removed id1@1"},
+            {"[0,1,2,3]", [](auto n) { n->reorder(me, 3, 1); }, "[0,3,1,2]", "changed < me"},
+            {"[0,1]", [](auto n) { n->reorder(me, 1, 1); }, "[0,1]", "changed < me"},
+            {"[0]", [](auto n) { n->reorder(me, 1, 0), n->reorder(me, -1, 0); }, "[0]", ""},
+            {"[0]", [](auto n) { n->reorder(me, 0, 1), n->reorder(me, 0, -1); }, "[0]", ""},
+            {"{'l':[1]}", [](auto n) { n->c("l")->clear(me); }, "{'l':[]}", "l changed < me"},
+            {"{'m':{'a':1}}", [](auto n) { n->c("m")->clear(me, false); }, "{'m':{}}", ""},
+            {"{'a':1}", [](auto n) { n->c("a")->clear(me, true, true); }, "{'a':null}", "a changed <1 me"},
+            {"{'a':1}", [](auto n) { n->loadJson(me, json("{'a':2}")); }, "{'a':2}", "changed < me"},
+            {"{'a':{'b':1}}", [](auto n) { n->c("a")->loadJson(me, 5); }, "{'a':5}", "a changed 5< me"},
+            {"{'a':1}", [](auto n) { n->loadJson(me, json("{}"), false); }, "{}", ""},
+            {"[1]", [](auto n) { n->loadJson(me, QJsonValue::Undefined); }, "[1]", ""},
+            {"{'a':1,'b':2}", [](auto n) { n->c("a")->copyFrom(me, n->c("b")); }, "{'a':2,'b':2}",
+             "a changed 2<1 me"},
+            {"{'a':[2]}", [](auto n) { n->c("a")->copyFrom(me, n->c("b"), false, true); }, "{'a':[2]}", ""},
+            {"{'a':[2]}", [](auto n) { n->c("a")->copyFrom(me, n->c("b"), false); }, "{'a':[]}", ""},
+            {"{'a':{'c':2}}", [](auto n) { n->c("a")->copyFrom(me, n->c("b"), false); }, "{'a':{}}", ""},
+            {"{'a':2}", [](auto n) { n->c("a")->copyFrom(me, n->c("b"), false); }, "{'a':null}", ""},
+            {"{'a':{'b':1}}", [](auto n) { n->c("a")->copyFrom(me, n, false); }, "{'a':{'a':{'b':1}}}", ""},
+            {"{'a':{'b':1}}", [](auto n) { n->copyFrom(me, n->c("a"), false); }, "{'b':1}", ""},
+        };
+        for (const auto& [before, write, after, announced] : rows) {
+            // Children that nobody has looked at are records: that must make no difference.
+            const auto records = test::node(before), objects = test::node(before);
+            QStringList heard;
+            listen(objects.get(), &heard);
+            write(records.get());
+            write(objects.get());
+            QCOMPARE(text(records.get()), after);
+            QCOMPARE(text(objects.get()) + ' ' + heard.join(", "), QString(after) + ' ' + announced);
+        }
+    }
+
+    void createdNode_isInPlaceWhenAddedAndThenTellsItsValue() {
+        ModuleObject root;
+        QStringList heard;
+        connect(&root, &ModuleObject::added, this, [&] {
+            heard << text(&root);
+            connect(root.r("a.b"), &ModuleObject::changed, this, [&](auto now) { heard << now.toString(); });
+        });
+        root.set(me, "a.b", 7);
+        QCOMPARE(heard, (QStringList{"{'a':{'b':null}}", "7"}));
+    }
+
+    void loadAndCopy_replaceOrMerge() {
+        // Before, what comes, and what is then there when it replaces or is merged.
+        const std::vector<std::array<const char*, 4>> rows = {
+            {"{'a':1,'b':{'x':1}}", "{'b':{'y':2},'c':3}", "{'b':{'y':2},'c':3}",
+             "{'a':1,'b':{'x':1,'y':2},'c':3}"},
+            {"[{'n':1,'t':1},2,3]", "[{'n':9},8]", "[{'n':9},8]", "[{'n':9,'t':1},8,3]"},
+            {"[1]", "[5,6]", "[5,6]", "[5,6]"},
+            {"[1]", "{}", "[]", "[1]"},
+            {"{'a':1}", "[]", "[]", "[]"},
+            {"[1]", "{'a':1}", "{'a':1}", "{'a':1}"},
+            {"{'p':[1,2]}", "{'p':{}}", "{'p':[]}", "{'p':[1,2]}"},
+            {"{'p':[1,2]}", "{'p':null}", "{'p':[]}", "{'p':[1,2]}"},
+            {"{'p':{'x':1}}", "{'p':4}", "{'p':4}", "{'p':{'x':1}}"},
+            {"{'p':4}", "{'p':null}", "{'p':null}", "{'p':null}"},
+            {"{'p':4}", "{'p':{'x':1}}", "{'p':{'x':1}}", "{'p':{'x':1}}"},
+            {"{'a':1,'b':1,'c':1,'d':1,'e':1,'f':1,'g':1,'h':1,'i':1}",
+             "{'a':2,'c':2,'d':2,'e':2,'f':2,'g':2,'h':2,'i':2,'k':2}",
+             "{'a':2,'c':2,'d':2,'e':2,'f':2,'g':2,'h':2,'i':2,'k':2}",
+             "{'a':2,'b':1,'c':2,'d':2,'e':2,'f':2,'g':2,'h':2,'i':2,'k':2}"},
+        };
+        for (const auto& [before, loaded, replaced, merged] : rows) {
+            for (int way = 0; way < 8; ++way) {
+                const bool merge = way & 1, copied = way & 2, asked = way & 4;
+                const auto target = test::node(before);
+                if (asked)
+                    target->cmobjs(true);
+                if (copied)
+                    target->copyFrom(me, test::node(loaded).get(), true, merge);
+                else
+                    target->loadJson(me, json(loaded), true, merge);
+                QCOMPARE(text(target.get()), merge ? merged : replaced);
+                for (ModuleObject* child : target->cmobjs())
+                    QVERIFY(target->c(child->name()) == child);
+            }
+        }
+    }
+
+    void ownValueBesideChildren_staysWhereItShall() {
+        // Before, what is loaded, and the value 5 when that replaces, keeps the value or is merged.
+        const QStringList rows = {"{'a':1} {'a':2} -1 5 5", "[1] [2] -1 5 5", "[1] {} -1 5 5",
+                                  "{'a':1} 7 7 7 7", "{'a':1} null -1 -1 5"};
+        for (const QString& row : rows) {
+            const QStringList words = row.split(' ');
+            for (int way = 0; way < 3; ++way) {
+                const auto target = test::node(words[0].toUtf8());
+                target->setValue(me, 5);
+                const QJsonValue loaded = json('[' + words[1].toUtf8() + ']').toArray().first();
+                target->loadJson(me, loaded, true, way == 2, way == 1);
+                QCOMPARE(target->getInt(-1), words[2 + way].toInt());
+            }
+        }
+    }
+
+    void loadedMap_keepsItsObjectsAndAListDoesNot() {
+        const auto root = test::node("{'b': 1, 'c': 2, 'z': {'deep': 1}, 'l': [1]}");
+        ModuleObject *const kept = root->c("c"), *const deep = root->r("z.deep"),
+                            *const element = root->r("l.#0");
+        const QPointer<ModuleObject> gone(root->c("b"));
+        root->loadJson(me, json("{'a': 0, 'c': 5, 'z': {'deep': 6, 'more': 7}, 'l': [3]}"));
+        QVERIFY(root->c("c") == kept && root->r("z.deep") == deep && root->r("l.#0") != element);
+        QVERIFY(kept->indexInPmobj() == 1 && deep->getInt() == 6);
+        QVERIFY(element->pmobj()->isNull() && element->indexInPmobj() == -1);
+        QVERIFY(gone && gone->pmobj()->isNull());
+        // Removed ones may be used again, or ended, before they are disposed of.
+        const QPointer<ModuleObject> a(root->c("a")), c(root->c("c"));
+        root->clear(me);
+        root->insert(me, gone);
+        delete a;
+        ModuleManager::purgeRemoved();
+        QVERIFY(gone && root->c("b") == gone && root->size() == 1 && !c);
+    }
+
+    void copyAndExport_leaveBehindWhatIsNotContent() {
+        const auto source = test::node("{'trans': [1, 2], 'nan': 0, 'object': 0}");
+        auto* const timer = new QTimer(source.get());
+        source->setValue(me, 4);
+        source->c("trans")->append(me, "x");
+        source->set(me, "nan", std::nan(""))->set(me, "object", QVariant::fromValue(timer));
+        ModuleObject copy;
+        copy.copyFrom(me, source.get());
+        source->set(me, "trans.#0", 9);
+        QCOMPARE(text(&copy), "{'nan':null,'object':null,'trans':[1,2,null]}");
+        QCOMPARE(text(copy.exportToJson(false)), "{'trans':[1,2,null]}");
+        QVERIFY(copy.getInt() == 4 && !copy.c("trans")->hasCmobj("x"));
+        QVERIFY(copy.c("object")->value().value<QTimer*>() == timer &&
+                ModuleObject::null()->exportToJson().isNull());
+    }
+
+    void tree_growsNoDeeperThanItCanBeFollowed() {
+        QJsonValue deep = 1;
+        for (int i = 0; i < 3000; ++i)
+            deep = QJsonArray{deep};
+        ModuleObject node, outer;
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression("deepest level"));
+        node.loadJson(nullptr, deep);
+        int levels = 0;
+        for (const ModuleObject* inner = &node; inner->size() > 0; inner = inner->c(0))
+            ++levels;
+        QCOMPARE(levels, 1024);
+        for (int i = 0; i < 2; ++i)
+            QTest::ignoreMessage(QtWarningMsg, QRegularExpression("refused"));
+        QVERIFY(!outer.append(nullptr, "a")->insert(nullptr, &node));
+        outer.set(nullptr, QString("x.").repeated(5000) + 'x', 1);
+        QVERIFY(!outer.hasCmobj("x"));
+    }
+
+    void randomChanges_leaveEveryChildInItsPlace() {
+        for (unsigned seed = 1; seed <= 16; ++seed) {
+            random_.seed(seed);
+            std::vector<Shelf> shelves = {
+                {"map", false, {}}, {"map.deep", false, {}}, {"list", true, {}}, {"few", false, {}}};
+            root_ = test::node("{'map': {'deep': {}}, 'list': [], 'few': {}}");
+            shelves[0].children = {{"deep", 0}};
+            for (int step = 1; step <= 1500; ++step) {
+                Shelf& shelf = shelves[size_t(below(4))];
+                // The front is where it is changed most; seldom asked, all places become wrong in between.
+                const int from = below(2) ? 0 : below(std::max(shelf.children.size(), 1));
+                const bool keeps = shelf.children.value(from).value == 0;
+                const int most = shelf.path == "few" ? 8 : 150;
+                if (keeps || (shelf.children.size() < most && below(3)))
+                    add(shelf);
+                else
+                    change(shelf, shelves[size_t(below(4))], from);
+                const int stride = step % 500 == 0 ? 1 : step % 50 == 0 ? 37 : 1000;
+                for (const Shelf& checked : shelves) {
+                    QCOMPARE(nodeOf(checked)->size(), checked.children.size());
+                    for (int i = below(stride); i < checked.children.size(); i += stride)
+                        QVERIFY2(isInPlace(checked, i),
+                                 qPrintable(QString("seed %1 %2").arg(seed).arg(checked.path)));
+                }
+            }
+            mendo::ModuleManager::purgeRemoved();
+        }
+    }
+};
+
+LUMO_TEST(TestNode)
+#include "test_node.moc"
