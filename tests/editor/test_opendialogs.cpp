@@ -1,160 +1,100 @@
 #include "editorfixture.h"
 
-#include "module/globals.h"
-
-#include <QJsonArray>
-#include <QJsonObject>
-#include <QLineEdit>
-#include <QTimer>
-
 /// What happens to the program while a dialog is open: the answer never lands in the wrong line.
-class TestOpenDialogs : public QObject {
+class TestOpenDialogs : public EditorTest {
     Q_OBJECT
 
-    EditorFixture editor_;
-
-    static void type(const QString& text) {
-        auto* const line = EditorFixture::dialog()->findChild<QLineEdit*>();
-        line->clear();
-        QTest::keyClicks(line, text);
-    }
-    static QStringList delays() {
-        QStringList times;
-        for (const ModuleObject* statement : EditorFixture::program()->cmobjs()) {
-            times << statement->c("delaytime")->getString();
-        }
-        return times;
-    }
-    static void insertDelay(int row, int ms) {
-        auto* const statement = new ModuleObject("new");
-        statement->loadJson(nullptr, QJsonObject{{"type", "delay"}, {"delaytime", ms}, {"execute", true}});
-        EditorFixture::program()->insert(nullptr, statement, true, row);
+    void loadThree() {
+        load(
+            "[{'type':'delay','delaytime':1,'speed':1},{'type':'delay','delaytime':2,'speed':2},"
+            "{'type':'delay','delaytime':3,'speed':3}]");
     }
 
 private slots:
     void init() {
-        editor_.reset();
-        editor_.load(
-            R"([{"type":"delay","delaytime":1},{"type":"delay","delaytime":2},{"type":"delay","delaytime":3}])");
+        reset();
+        loadThree();
     }
     void cleanup() {
-        QVERIFY(!EditorFixture::dialog());
+        QVERIFY(!shown());
         QVERIFY(!m("lumo.dialog.program")->value().isValid());
         QVERIFY(!m("lumo.dialog.statement")->value().isValid());
-        if (editor_.page) {
-            QVERIFY(editor_.tableTellsTheTruth());
+    }
+
+    void programChangesBelowADialog_answerGoesToItsStatement() {
+        const struct {
+            const char* opens;
+            std::function<void()> change;
+            const char *delays, *speeds;
+        } cases[] = {
+            {"1 btnEdit", [this] { program()->remove(this, "#1"); }, "1 3", "1 3"},
+            {"1 btnEdit", [this] { program()->reorder(this, 1, 2); }, "1 3 99", "1 3 2"},
+            {"1 btnEdit", [this] { program()->remove(this, "#0"); }, "99 3", "2 3"},
+            {"1 btnEdit", [this] { loadThree(); }, "1 2 3", "1 2 3"},
+            {"2 btnDelay", [this] { program()->remove(this, "#0"); }, "2 3 99", "2 3 "},
+            {"2 btnDelay", [this] { load("[]"); }, "99", ""},
+            {"multiBtn 0 1 speedBtn", [this] { program()->remove(this, "#0"); }, "2 3", "99 3"},
+            {"multiBtn 0 1 speedBtn", [this] { program()->reorder(this, 1, 2); }, "1 3 2", "99 3 99"},
+            {"multiBtn 0 1 speedBtn", [this] { loadThree(); }, "1 2 3", "1 2 3"},
+        };
+        for (const auto& [opens, change, delays, speeds] : cases) {
+            init();
+            act(opens);
+            change();
+            type("99");
+            answer(true);
+            QCOMPARE(values("delaytime").join(' '), delays);
+            QCOMPARE(values("speed").join(' '), speeds);
+            QVERIFY(tableTellsTheTruth());
         }
     }
 
-    void editedStatementIsDeleted() {
-        editor_.doubleClick(1);
-        EditorFixture::program()->remove(this, mIndex(1));
-        type("99");
-        editor_.answer(true);
-        QCOMPARE(delays(), QStringList({"1", "3"}));
-    }
-
-    void editedStatementMoves() {
-        editor_.doubleClick(1);
-        insertDelay(0, 0);
-        EditorFixture::program()->reorder(this, 2, 3);
-        type("99");
-        editor_.answer(true);
-        QCOMPARE(delays(), QStringList({"0", "1", "3", "99"}));
-    }
-
-    void programOfTheEditedStatementIsReplaced() {
-        editor_.doubleClick(1);
-        EditorFixture::program()->loadJson(this,
-                                           QJsonArray{QJsonObject{{"type", "delay"}, {"delaytime", 7}},
-                                                      QJsonObject{{"type", "delay"}, {"delaytime", 8}}});
-        type("99");
-        editor_.answer(true);
-        QCOMPARE(delays(), QStringList({"7", "8"}));
-    }
-
-    void newStatement_goesBelowTheRowThatIsSelectedThen() {
-        editor_.select(2);
-        editor_.click("btnDelay");
-        EditorFixture::program()->remove(this, mIndex(0));
-        EditorFixture::program()->remove(this, mIndex(0));
-        type("99");
-        editor_.answer(true);
-        QCOMPARE(delays(), QStringList({"3", "99"}));
-        QCOMPARE(editor_.selected(), QVector<int>{1});
-    }
-
-    void newStatement_comesIntoTheProgramThatIsThere() {
-        editor_.select(2);
-        editor_.click("btnDelay");
-        EditorFixture::program()->loadJson(this, QJsonArray());
-        type("99");
-        editor_.answer(true);
-        QCOMPARE(delays(), QStringList{"99"});
-    }
-
-    void batchStatementsAreDeletedAndMove() {
-        editor_.load(R"([{"type":"moveL","speed":1},{"type":"moveL","speed":2},{"type":"moveL","speed":3}])");
-        editor_.click("multiBtn");
-        editor_.select(0);
-        editor_.select(1);
-        editor_.click("speedBtn");
-        EditorFixture::program()->remove(this, mIndex(0));
-        EditorFixture::program()->reorder(this, 0, 1);
-        type("99");
-        editor_.answer(true);
-        QCOMPARE(EditorFixture::program()->c(0)->c("speed")->getInt(), 3);
-        QCOMPARE(EditorFixture::program()->c(1)->c("speed")->getInt(), 99);
-    }
-
-    void stationRunsBelow() {
+    void stationRunsBelowADialog_neitherHoldsUpTheOther() {
         m("lumo")
             ->append(this, "signalbind_program")
-            ->loadJson(this,
-                       QJsonArray{QJsonObject{{"type", "delay"}, {"delaytime", 1000}, {"execute", true}}});
-        editor_.bench.robot.setPower("on");
-        editor_.find<QPushButton>("btnDelay")->setEnabled(true);
-        editor_.select(2);
-        editor_.click("btnDelay");
-        QTimer::singleShot(300, this, [this] {
-            QCOMPARE(editor_.bench.state(), QString("busy"));
+            ->loadJson(this, json("[{'type':'delay','delaytime':1000}]"));
+        bench.robot.setPower("on");
+        find("btnDelay")->setEnabled(true);
+        act("2 btnDelay");
+        at(300, [this] {
+            QCOMPARE(bench.state(), "busy");
             type("99");
-            editor_.answer(true);
+            answer(true);
         });
-        editor_.bench.run(0, 1);
-        QCOMPARE(editor_.bench.robot.nowMs(), qint64(1000));  // the dialog held nobody up
-        QCOMPARE(delays(), QStringList({"1", "2", "3", "99"}));
+        bench.run(0, 1);
+        QCOMPARE(bench.robot.nowMs(), qint64(1000));
+        QCOMPARE(values("delaytime").join(' '), "1 2 3 99");
     }
 
-    void pageGoesAway_data() {
-        QTest::addColumn<QByteArray>("button");
+    void dialogThatIsGivenUpOrGoesAway_changesNothing() {
+        const auto open = [this](const char* button) {
+            act("1");
+            find(button)->setEnabled(true);
+            act(button);
+            const QPointer<QDialog> first = shown();
+            for (const char* other : {"btnSetDO", "speedBtn", "btnEdit"}) {
+                find<QPushButton>(other)->click();  // one is open at a time
+            }
+            return shown() == first ? first : nullptr;
+        };
         for (const char* button :
              {"btnSetDO", "btnWaitDI", "btnDelay", "btnOpenLaser", "btnEdit", "speedBtn", "turningBtn"}) {
-            QTest::newRow(button) << QByteArray(button);
+            QPointer<QDialog> dialog = open(button);
+            QVERIFY2(dialog, button);
+            QTest::keyClick(dialog, Qt::Key_Escape);
+            bench.time.advance(0);
+            QVERIFY2(!dialog, button);
+            delete open(button);
+            QVERIFY(!m("lumo.dialog.program")->value().isValid());
+            dialog = open(button);
+            QVERIFY2(dialog, button);
+            page.reset();
+            QVERIFY2(!dialog, button);
+            QCOMPARE(values("delaytime").join(' '), "1 2 3");
+            makePage();
         }
-    }
-
-    void pageGoesAway() {
-        QFETCH(QByteArray, button);
-        editor_.select(1);
-        editor_.find(button.constData())->setEnabled(true);
-        editor_.click(button.constData());
-        const QPointer<QDialog> dialog = EditorFixture::dialog();
-        QVERIFY(dialog);
-        editor_.page.reset();
-        QVERIFY(!dialog);
-        QCOMPARE(delays(), QStringList({"1", "2", "3"}));
-    }
-
-    void dialogGoesAwayByItself() {
-        editor_.click("btnDelay");
-        delete EditorFixture::dialog();
-        QVERIFY(!m("lumo.dialog.program")->value().isValid());
-        editor_.click("btnDelay");  // the next one opens
-        editor_.answer(false);
-        QCOMPARE(delays(), QStringList({"1", "2", "3"}));
     }
 };
 
-LUMO_TEST_MAIN(TestOpenDialogs)
+LUMO_TEST(TestOpenDialogs)
 #include "test_opendialogs.moc"

@@ -1,0 +1,205 @@
+#include "editor/pointwidget.h"
+#include "editorfixture.h"
+
+#include <QTextEdit>
+
+#include <cmath>
+
+/// The point page: what it shows, takes and stores of a move, and how the pendant's keys work on it.
+class TestPointPage : public EditorTest {
+    Q_OBJECT
+
+    std::unique_ptr<PointWidget> points_;
+    std::unique_ptr<QSignalSpy> okays_, cancels_;
+
+    /// Figures that six digits cannot hold, so that a page that writes back what it shows is found out.
+    static QByteArray move(const QByteArray& type,
+                           const QByteArray& more = "'speed':20,'zone':2,'note':'a'") {
+        return "{'type':'" + type +
+               "','point':{'trans':[0.512345678901,-0.1000000004,0.25],'rot':[1.0471975511966,-0.3,1.2345e-7]"
+               ","
+               "'near':[0.1234567890123,-1.5,2.25,0.3333333333,-0.75,3.1,0.9876543210987],'extra':'kept'}," +
+               (type.startsWith("moveC")
+                    ? "'point1':{'trans':[1.0000000012,0.2,0.3],'rot':[0.1,0.2,0.3333333333333]},"
+                    : "") +
+               more + "}";
+    }
+
+    /// Makes it the program's only statement and opens the page on it.
+    void open(const QByteArray& record, int joints = 6) {
+        load("[" + record + "]");
+        points_ = std::make_unique<PointWidget>(0, line(0), joints);
+        okays_ = std::make_unique<QSignalSpy>(points_.get(), &PointWidget::okayBtnClicked);
+        cancels_ = std::make_unique<QSignalSpy>(points_.get(), &PointWidget::cancelBtnClicked);
+        points_->show();
+    }
+
+    QLineEdit* field(const QByteArray& name) const {
+        return child<QLineEdit>(points_.get(), "lineEdit" + name);
+    }
+    void type(const QByteArray& name, const QString& text) {
+        field(name)->clear();
+        QTest::keyClicks(field(name), text);
+    }
+    void press(const char* name) { click(child(points_.get(), name)); }
+    static ModuleObject* posture() { return kordservice()->dataNode("sys.posture"); }
+
+    /// Captions and texts of the fields on the screen.
+    QString shownFields() const {
+        QStringList texts;
+        for (const char* name :
+             {"X1", "Y1", "Z1", "A1", "B1", "C1", "J7", "X2", "Y2", "Z2", "A2", "B2", "C2"}) {
+            const auto* const caption = child<QLabel>(points_.get(), QByteArray("lbl") + name);
+            if (caption->isVisible() || field(name)->isVisible()) {
+                texts << caption->text() + field(name)->text();
+            }
+        }
+        return texts.join(' ');
+    }
+
+private slots:
+    void init() {
+        bench.reset();
+        posture()->loadJson(this, json("{'trans':[0.7,0.8,0.9],'rot':[0,0,1.5707963267949],"
+                                       "'near':[1.5707963267949,0,0,0,0,0,0.1],'extra':'taught'}"));
+    }
+    void cleanup() { points_.reset(); }
+
+    void eachMove_showsItsFieldsAndKeepsEveryDigit() {
+        const QString joints = "J1:7.07355 J2:-85.9437 J3:128.916 J4:19.0986 J5:-42.9718 J6:177.617";
+        const QString first = "X:512.346 Y:-100 Z:250 A:60 B:-17.1887 C:7.07316e-06";
+        const QString second = first + " X:1000 Y:200 Z:300 A:5.72958 B:11.4592 C:19.0986";
+        const struct {
+            QByteArray record;
+            int joints;
+            QString fields;
+        } cases[] = {
+            {move("moveJ"), 6, joints},
+            {move("moveJ"), 7, joints + " J7:56.5884"},
+            {move("moveL"), 7, first},
+            {move("moveC"), 6, second},
+            {move("moveCC"), 7, second},
+            {move("moveL", "'speed':500.5,'zone':20,'note':''"), 6, first},  // cannot be typed
+            {move("moveL", "'speed':'60.0','zone':'1.5','note':'one\\r\\ntwo'"), 6, first},
+        };
+        for (const auto& [record, jointCount, fields] : cases) {
+            open(record, jointCount);
+            QCOMPARE(shownFields(), fields);
+            QCOMPARE(child(points_.get(), "updateBtn2")->isVisible(), fields == second);
+            press("okayBtn");
+            QCOMPARE(text(line(0)), text(json(record)));
+        }
+        QCOMPARE(child<QTextEdit>(points_.get(), "textEditNote")->toPlainText(), "one\ntwo");
+    }
+
+    void whatIsTyped_isStoredAndNothingElse() {
+        const double degree = M_PI / 180;
+        const struct {
+            const char *type, *field, *typed, *path;
+            double expected;
+        } cases[] = {
+            {"moveL", "X1", "600", "point.trans.#0", 0.6},
+            {"moveL", "Z1", "-12.5", "point.trans.#2", -0.0125},
+            {"moveL", "Y1", "600,5", "point.trans.#1", 0.6005},
+            {"moveL", "A1", "90", "point.rot.#0", M_PI / 2},
+            {"moveJ", "X1", "-30", "point.near.#0", -30 * degree},
+            {"moveJ", "J7", "45", "point.near.#6", 45 * degree},
+            {"moveC", "X2", "1", "point1.trans.#0", 0.001},
+            {"moveCC", "C2", "-1", "point1.rot.#2", -degree},
+            {"moveL", "X1", "", "point.trans.#0", 0},
+            {"moveL", "X1", "inf", "point.trans.#0", 0},
+            {"moveL", "Speed", "199", "speed", 199},
+            {"moveL", "Speed", "200", "speed", 20},  // what is too much for the robot cannot be typed
+            {"moveL", "Speed", "-5.5", "speed", 55},
+            {"moveL", "Turn", "5", "zone", 5},
+            {"moveL", "Turn", "6", "zone", 0},
+            {"moveL", "Turn", "45", "zone", 4},
+        };
+        for (const auto& [moveType, name, typed, path, expected] : cases) {
+            open(move(moveType), 7);
+            type(name, typed);
+            press("okayBtn");
+            const double stored = line(0)->r(QString(path))->getDouble(-999);
+            QVERIFY2(std::abs(stored - expected) < 1e-12, qPrintable(QString("%1 %2").arg(name).arg(stored)));
+            const auto wanted = node(move(moveType));
+            wanted->set(this, path, line(0)->r(QString(path))->value());
+            QCOMPARE(text(line(0)), text(wanted.get()));
+        }
+        for (const char* speed : {"0", ""}) {
+            type("Speed", speed);
+            QVERIFY(!child(points_.get(), "okayBtn")->isEnabled());
+        }
+        open("{'type':'moveL','speed':20,'point':{}}");
+        type("Z1", "100");
+        child<QTextEdit>(points_.get(), "textEditNote")->setPlainText("weld 7");
+        press("okayBtn");
+        QCOMPARE(text(line(0)->r("point.trans")), "[0,0,0.1]");
+        QCOMPARE(line(0)->c("note")->getString(), "weld 7");
+    }
+
+    void taughtPoints_areStoredAsTheyAre() {
+        for (const bool ok : {false, true}) {
+            open(move("moveC"));
+            type("X2", "123");
+            press("updateBtn1");
+            QCOMPARE(shownFields(),
+                     "X:700 Y:800 Z:900 A:0 B:0 C:90 "
+                     "X:123 Y:200 Z:300 A:5.72958 B:11.4592 C:19.0986");
+            press("updateBtn2");
+            QCOMPARE(field("X2")->text(), "700");
+            type("X1", "650");
+            const auto expected = node(move("moveC"));
+            expected->c("point1")->copyFrom(this, posture());  // at once, also when it is cancelled
+            QCOMPARE(text(line(0)), text(expected.get()));
+            press(ok ? "okayBtn" : "cancelBtn");
+            if (ok) {
+                expected->c("point")->copyFrom(this, posture());
+                expected->set(this, "point.trans.#0", 0.65);
+            }
+            QCOMPARE(text(line(0)), text(expected.get()));
+            QCOMPARE(okays_->count(), ok ? 1 : 0);
+            QCOMPARE(cancels_->count(), ok ? 0 : 1);
+        }
+    }
+
+    void longPresses_setTheHandGuiding() {
+        const QJsonValue before = m("rova")->exportToJson();
+        for (const QString drag : {"rova.handle.drag", "rova.sidemove.drag"}) {
+            open(move("moveL"));
+            QString seen;
+            for (const char* key : {"next", "last", "enter", "center"}) {
+                m(QString("lumo.keypad.%1.pressing").arg(key))->setValue(nullptr, true);
+                seen += m(drag + ".space")->getString() + m(drag + ".type")->getString() + ' ';
+            }
+            QCOMPARE(seen, "02 12 11 10 ");
+            m("rova")->remove(this, "handle");
+        }
+        m("rova")->loadJson(this, before);
+    }
+
+    void statementThatIsGoneOrMoved_isNotConfused() {
+        for (const bool moves : {true, false}) {
+            open(move("moveC"));
+            m("lumo.dialog.statement")->setValue(this, QVariant::fromValue<QObject*>(points_.get()));
+            type("X1", "600");
+            if (moves) {
+                program()->insert(this, new ModuleObject("another"), true, 0);
+            } else {
+                load("[" + move("moveC") + "]");
+                bench.time.settle();
+            }
+            const QString before = text(program());
+            press("updateBtn2");
+            m("lumo.keypad.center.clicked")->setValue(nullptr, true);  // is OK
+            QCOMPARE(*okays_, moves ? QList<QVariantList>{{1}} : QList<QVariantList>());
+            QCOMPARE(cancels_->count(), moves ? 0 : 1);
+            QCOMPARE(text(program()) == before, !moves);
+            QCOMPARE(program()->r("#1.point.trans.#0")->getDouble(), moves ? 0.6 : 0);
+            points_.reset();
+            QVERIFY(!m("lumo.dialog.statement")->value().isValid());
+        }
+    }
+};
+
+LUMO_TEST(TestPointPage)
+#include "test_pointpage.moc"
