@@ -47,35 +47,17 @@ void EditorTest::answer(bool ok) const {
     bench.time.settle();
 }
 
-void EditorTest::answerBox(QMessageBox::StandardButton button) {
-    click(shown<QMessageBox>()->button(button));
+void EditorTest::answerBox(bool yes) const {
+    click(shown<QMessageBox>()->button(yes ? QMessageBox::Yes : QMessageBox::No));
     QCoreApplication::sendPostedEvents(nullptr, QEvent::MetaCall);
 }
 
-QStringList EditorTest::values(const QString& field) {
+QString EditorTest::values(const QString& field, const ModuleObject* list) {
     QStringList result;
-    for (const ModuleObject* statement : program()->cmobjs()) {
-        result << statement->c(field)->getString();
+    for (const ModuleObject* element : list->cmobjs()) {
+        result << element->c(field)->getString();
     }
-    return result;
-}
-
-QVector<int> EditorTest::selected() const {
-    QVector<int> rows;
-    for (const QModelIndex& index : table()->selectedRows()) {
-        rows << index.row();
-    }
-    return rows;
-}
-
-QVector<int> EditorTest::marked() const {
-    QVector<int> rows;
-    for (int row = 0; row < table()->rowCount(); ++row) {
-        if (table()->item(row, ProgramTable::MarkerColumn)->text() == "-->") {
-            rows << row;
-        }
-    }
-    return rows;
+    return result.join(' ');
 }
 
 bool EditorTest::tableTellsTheTruth() const {

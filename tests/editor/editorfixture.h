@@ -7,6 +7,7 @@
 #include "support/suite.h"
 #include "support/text.h"
 
+#include <QFile>
 #include <QLabel>
 #include <QLineEdit>
 #include <QSignalSpy>
@@ -36,21 +37,22 @@ protected:
     /// Names of buttons to press with the mouse and numbers of rows to click, -1 leaves nothing selected.
     /// What a button leaves to the event loop is done: a run, to its end. A disabled one does not react.
     void act(const QString& steps) const;
+    void doubleClick(int row) const { doubleClickCell(table(), row, ProgramTable::LineColumn); }
     /// Reports a click of a pendant key, as the panel does.
     void key(const QString& name) const { m("lumo.keypad." + name + ".clicked")->setValue(page.get(), true); }
     /// Types over what stands in the open dialog.
     static void type(const QString& text);
     /// Clicks OK or Cancel of the open dialog, or a button of the open box, with the mouse.
     void answer(bool ok) const;
-    static void answerBox(QMessageBox::StandardButton button);
+    void answerBox(bool yes) const;
 
     static ModuleObject* program() { return m("lumo.program"); }
     static ModuleObject* line(int row) { return program()->c(row); }
-    /// A field of every statement, as text.
-    static QStringList values(const QString& field);
-    QVector<int> selected() const;
-    /// Rows that show the running-line marker.
-    QVector<int> marked() const;
+    /// A field of every element of a list, as text.
+    static QString values(const QString& field, const ModuleObject* list = program());
+    /// The first selected row and the one that shows the running-line marker; -1 for none.
+    int selected() const { return table()->selectedRow(); }
+    int marked() const { return columnOf(table(), ProgramTable::MarkerColumn).indexOf("-->"); }
     /// Whether each row shows its statement: number, command, details, note and run flag.
     bool tableTellsTheTruth() const;
 };

@@ -1,6 +1,7 @@
 #include "editor/delaydialog.h"
 #include "editor/selectparamdialog.h"
 #include "editor/setdodialog.h"
+#include "editor/statementtext.h"
 #include "editor/updatespeeddialog.h"
 #include "editor/updateturningparamdialog.h"
 #include "editor/waitdidialog.h"
@@ -9,7 +10,7 @@
 #include "params/addparamdialog.h"
 #include "params/paramvaluesdialog.h"
 
-/// What the dialogs offer, take and store, and that each is answered once.
+/// What the dialogs offer, take and store, that each is answered once, and what is shown of a statement.
 class TestDialogs : public EditorTest {
     Q_OBJECT
 
@@ -103,7 +104,6 @@ private slots:
             "}}",
             "{'diName':'DI7','value1':'false','DI_type':'register','DI_reg':{'name':'X','bias':2,'type':'"
             "bool'}}",
-            "{'doName':'DO1','value':'false','DO_type':'IO','DO_reg':{'name':'','bias':0,'type':''}}",
         };
         for (const QByteArray& record : records) {
             const auto statement = node(record);
@@ -116,23 +116,20 @@ private slots:
             clickOk(dialog.get());
             dialog->save(statement.get());
             QCOMPARE(text(statement.get()), text(json(record)));
-            m("rova.robot.register._list")->clear(this);
         }
     }
 
     void okIsOfferedForWhatCanRun() {
         const auto statement = node("{'delaytime':500,'weldspeed':'20','index':0}");
+        const auto orphan = node("{'index':4,'weldspeed':20}");
         DelayDialog delay(statement.get());
-        SelectParamDialog start(statement.get()), change(statement.get());
+        SelectParamDialog start(statement.get()), change(statement.get()), lost(orphan.get());
         start.setbeginOrparam(1);
         change.setbeginOrparam(0);
+        lost.setbeginOrparam(1);
         UpdateSpeedDialog speed(program(), {});
         UpdateTurningParamDialog zone(program(), {});
-        const struct {
-            QDialog* dialog;
-            QString typed, shown;
-            bool ok;
-        } cases[] = {
+        const std::tuple<QDialog*, QString, QString, bool> cases[] = {
             {&delay, "", "500", true},
             {&delay, "-1.5e3", "153", true},
             {&delay, "12345678901", "123456789", true},
@@ -150,6 +147,7 @@ private slots:
             {&zone, "6", "", true},
             {&zone, "45", "4", true},
             {&zone, "-3", "3", true},
+            {&lost, "", "20", false},
         };
         for (const auto& [dialog, typed, shown, ok] : cases) {
             dialog->open();  // selects what was there
@@ -157,29 +155,54 @@ private slots:
             QTest::keyClicks(line, typed);
             QCOMPARE(line->text(), shown);
             QCOMPARE(button(dialog, QDialogButtonBox::Ok)->isEnabled(), ok);
+            QCOMPARE(line->isVisible(), dialog != &change);
             dialog->hide();
         }
+        // A set that is gone is not replaced by another until one is chosen.
+        lost.open();
+        QCOMPARE(lost.index(), -1);
+        QTest::keyClick(child(&lost, "comboBox"), Qt::Key_Down);
+        QCOMPARE(lost.index(), 0);
+        QVERIFY(button(&lost, QDialogButtonBox::Ok)->isEnabled());
     }
 
-    void parameterSet_isChosenAndNeverReplacedByAnother() {
-        m("lumo.param")->loadJson(this, json("[{'name':'B'},{'name':'A'},{'name':'B'}]"));
-        const auto statement = node("{'index':1,'weldspeed':35}"),
-                   orphan = node("{'index':4,'weldspeed':20}");
-        for (const bool isStart : {true, false}) {
-            SelectParamDialog dialog(statement.get()), other(orphan.get());
-            for (SelectParamDialog* each : {&dialog, &other}) {
-                each->setbeginOrparam(isStart ? 1 : 0);
-                each->open();
-            }
-            QCOMPARE(textsOf(child<QComboBox>(&dialog, "comboBox")).join(' '), "B A B");
-            QCOMPARE(dialog.index(), 1);
-            QCOMPARE(child(&dialog, "lineEdit")->isVisible(), isStart);
-            QCOMPARE(other.index(), -1);
-            QVERIFY(!button(&other, QDialogButtonBox::Ok)->isEnabled());
-            QTest::keyClick(child(&other, "comboBox"), Qt::Key_Down);
-            QCOMPARE(other.index(), 0);
-            QVERIFY(button(&other, QDialogButtonBox::Ok)->isEnabled());
+    void eachStatement_showsItsOwnValues() {
+        const std::pair<QByteArray, QString> cases[] = {
+            {"{'type':'moveJ','point':{'near':[3.141592653589793,-1.5707963267948966,0,0,0,0.001]},'zone':2}",
+             "空走|1.轴角度：(180.000, -90.000, 0.000, 0.000, 0.000, 0.057)°；\n2.转弯区：2mm；"},
+            {"{'type':'moveL','point':{'trans':[0.5,0,0.25]},'speed':'35.9','toolset':{"
+             "'end':{'name':'50%4','trans':[0.1,0,0.05]},'ref':{'name':'wobj0','trans':[0,0,0]}}}",
+             "直线|1.点位：xyz(500.000, 0.000, 250.000)mm;\n2.速度：v35mm/s；\n"
+             "3.工具：50%4, 坐标：xyz(0.100, 0.000, 0.050)mm;\n"
+             "4.工件：wobj0, 坐标：xyz(0.000, 0.000, 0.000)mm;"},
+            {"{'type':'moveC','point':{},'point1':{'trans':[1,-2,0.0004]}}",
+             "圆弧|1.点位：xyz(0.000, 0.000, 0.000)mm;\n2.点位：xyz(1000.000, -2000.000, 0.400)mm;"},
+            // A name that is empty leaves a gap in the numbers.
+            {"{'type':'moveCC','name':'','speed':20}", "全圆|2.速度：v20mm/s；"},
+            // The set's and the port's values, not the statement's own.
+            {"{'type':'open','index':0,'laserPower':1,'laserDutyCycle':2,'wireEnable':false,'weldspeed':18}",
+             "开始焊接|1.参数名称：A;\n2.激光功率：50%;\n3.激光占空比：30%;\n4.送丝使能：ON;\n"
+             "5.焊接速度：v18mm/s；"},
+            {"{'type':'param','index':7,'laserPower':50}", "工艺参数|1.参数名称：;\n2.激光功率：%;"},
+            {"{'type':'setDO','doName':'DO1','DO_type':'IO','DO_reg':{'name':'R','bias':4},'value':'true'}",
+             "setDO|1.DO名称：DO1\n2.设置为：true"},
+            // Elements of registers are counted from 1.
+            {"{'type':'waitDI','diName':'D','DI_type':'register','DI_reg':{'name':'R','bias':2},'value1':'no'"
+             "}",
+             "waitDI|1.DI名称：R[3]\n2.等待该信号变为：no"},
+            {"{'type':'delay','delaytime':500}", "延时|延时时间为：500ms"},
+            {"{'type':'close','note':'n','execute':true}", "停止焊接|"},
+        };
+        kordservice()->dataNode("sys.info")->set(nullptr, "joint_num", 6);
+        for (const auto& [content, expected] : cases) {
+            const auto statement = node(content);
+            const QString command = type2cn(statement->c("type")->getString());
+            QCOMPARE(command + "|" + lumo::statementDetails(statement.get()), expected);
+            QCOMPARE(text(statement.get()), text(json(content)));  // showing writes nothing
         }
+        kordservice()->dataNode("sys.info")->set(nullptr, "joint_num", 7);
+        QVERIFY(
+            joints2cn(node("{'near':[0,0,0,0,0,0,3.141592653589793]}").get()).contains(" 0.000,180.000)"));
     }
 };
 

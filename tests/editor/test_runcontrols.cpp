@@ -1,20 +1,24 @@
+#include "binding/switchbutton.h"
 #include "editorfixture.h"
 #include "panel/projectfile.h"
-#include "panel/stationrun.h"
 
-#include <QFile>
-
-/// Starting, stopping and stepping a program with the editor's buttons.
+/// Starting, stopping and stepping a program with the editor's buttons, and what the lines above the table
+/// say of the next start and of the program's file.
 class TestRunControls : public EditorTest {
     Q_OBJECT
 
-    static constexpr const char* seam_ =
+    const QByteArray seam_ =
         "[{'type':'moveL'},{'type':'open','index':0,'weldspeed':20},{'type':'moveL','point':{'trans':[1,0,0]}"
         "},"
         "{'type':'moveL','point':{'trans':[2,0,0]}},{'type':'close'}]";
     const QStringList notIdle_{"当前不是空闲状态"};
+    const QString stored_ = "已保存", changed_ = "有未保存的更改";
 
     QString startText() const { return find<QLabel>("lblStart")->text(); }
+    QString storedText() {
+        bench.time.advance(1000);
+        return find<QLabel>("lblStored")->text();
+    }
     static int resumeLine() { return m("lumo.current.line")->getInt(); }
     static bool isSaved() { return QFile::exists("project.json"); }
 
@@ -43,27 +47,30 @@ private slots:
         QString seen;
         QObject scope;
         connect(m("lumo.execute.state"), &ModuleObject::changed, &scope, [&](const QVariant& state) {
-            seen += QString("%1 saved:%2 applied:%3 time:%4 mode:%5, ")
-                        .arg(state.toString())
+            const QString text = "%1 saved:%2 applied:%3 time:%4 mode:%5 ";
+            seen += text.arg(state.toString())
                         .arg(isSaved())
                         .arg(apply.count())
                         .arg(m("lumo.processTime")->getInt())
                         .arg(hand_or_signalbing);
         });
         act("btnStart");
-        QCOMPARE(seen, "busy saved:1 applied:1 time:0 mode:0, idle saved:1 applied:1 time:0 mode:0, ");
-        const auto saved = lumo::readProject("project.json");
-        QVERIFY(saved);
-        QCOMPARE(QJsonValue(saved->statements), program()->exportToJson());
-        QCOMPARE(QJsonValue(saved->toolset), m("lumo.toolset")->exportToJson());
+        QCOMPARE(seen, "busy saved:1 applied:1 time:0 mode:0 idle saved:1 applied:1 time:0 mode:0 ");
+        QCOMPARE(storedText(), stored_);
     }
 
     void unpairedWelding_isNotStarted() {
-        load("[{'type':'moveL'},{'type':'open','execute':false}]");
-        act("1 btnStart");
-        QCOMPARE(boxes(), QStringList{"当前程序中的\"开始焊接\"和\"停止焊接\"个数或者顺序不匹配!"});
-        QVERIFY(!isSaved());
-        QCOMPARE(bench.robot.log(), QStringList());
+        for (const QString types : {"open", "close", "close open", "open open close close", "param close",
+                                    "open close close open", "moveL open delay close open close"}) {
+            init();
+            for (const QString& type : types.split(' ')) {
+                program()->append(this)->set(this, "type", type)->set(this, "execute", false);
+            }
+            act("btnStart");
+            const QString box = "当前程序中的\"开始焊接\"和\"停止焊接\"个数或者顺序不匹配!";
+            QCOMPARE(boxes(), types.startsWith("moveL") ? QStringList() : QStringList{box});
+            QCOMPARE(isSaved(), types.startsWith("moveL"));
+        }
     }
 
     void startFromAnotherRow_isAskedAbout() {
@@ -78,7 +85,7 @@ private slots:
             QCOMPARE(boxes(), QStringList{"是否跳转到当前行并开始执行!"});
             const auto* const question = shown<QMessageBox>();
             QCOMPARE(question->defaultButton(), question->button(QMessageBox::No));
-            answerBox(yes ? QMessageBox::Yes : QMessageBox::No);
+            answerBox(yes);
             QCOMPARE(bench.robot.nowMs(), qint64(yes ? 600 : 0));
             QCOMPARE(bench.weldFlag(), !yes);
             QCOMPARE(isSaved(), yes);
@@ -87,40 +94,38 @@ private slots:
 
     /// The line above the table does not promise a laser that stays off.
     void pausedSeam_isTakenUpOrForgotten() {
-        const QString reopens = "开始：从第 3 行继续，激光将重新打开";
-        const QString staysOff = "开始：从第 3 行继续，激光不会打开";
+        const QString goesOn = "开始：从第 3 行继续", reopens = goesOn + "，激光将重新打开",
+                      staysOff = goesOn + "，激光不会打开";
         pauseInTheSeam();
-        QCOMPARE(selected(), QVector<int>{2});
-        QCOMPARE(marked(), QVector<int>{2});
+        QCOMPARE(selected(), 2);
+        QCOMPARE(marked(), 2);
         QCOMPARE(startText(), reopens);
         bench.robot.setMode("manual");
         QCOMPARE(startText(), staysOff);
         bench.robot.setMode("auto");
-        QCOMPARE(startText(), reopens);
         bench.robot.mark();
         act("btnStart");
         QVERIFY(boxes().isEmpty());
         QVERIFY(bench.robot.firstTime("GAS 1") >= 0);  // the laser was opened again
-        QCOMPARE(bench.robot.output("LASER"), 0.0);
         QCOMPARE(startText(), "开始：从第 5 行继续");
 
         pauseInTheSeam();
         load(seam_);  // another program
-        QCOMPARE(startText(), "开始：从第 3 行继续");
+        QCOMPARE(startText(), goesOn);
         hand_or_signalbing = 1;
         m("lumo.current.openmiddlecolse")->setValue(this, true);  // a station's weld
         QCOMPARE(startText(), staysOff);
-        load("[{'type':'delay'}]");
+        load("[{'type':'delay'},{'type':'delay'}]");
+        act("-1");
         QCOMPARE(startText(), "第 3 行已不存在：请复位或选择一行");
         load("[]");
         QCOMPARE(startText(), "程序为空");
 
         pauseInTheSeam();
         act("btnReset");
-        QCOMPARE(resumeLine(), 0);
         QVERIFY(!bench.weldFlag());
         QCOMPARE(m("lumo.current.pausepoint")->size() + m("lumo.current.startpoint")->size(), 0);
-        QCOMPARE(selected(), QVector<int>{0});
+        QCOMPARE(selected(), 0);
         QCOMPARE(startText(), "开始：从第 1 行执行");
         isEnable_moveorder = false;
         makePage();
@@ -137,9 +142,9 @@ private slots:
             act("btnStart");
             QCOMPARE(boxes(), QStringList{question.arg("12.1")});
             y->setValue(this, y->getDouble() + 0.0121);  // jogged on meanwhile: it asks again
-            answerBox(QMessageBox::Yes);
+            answerBox(true);
             QCOMPARE(boxes(), QStringList{question.arg("24.2")});
-            answerBox(yes ? QMessageBox::Yes : QMessageBox::No);
+            answerBox(yes);
             QCOMPARE(bench.robot.firstTime("GAS 1"), qint64(yes ? 500 : -1));
             QCOMPARE(bench.weldFlag(), !yes);
         }
@@ -148,11 +153,9 @@ private slots:
     void run_isFollowedAndNotDisturbed() {
         load("[{'type':'delay','delaytime':100},{'type':'delay','delaytime':1000}]");
         QSignalSpy apply(page.get(), &ProgramWidget::updateUItoolwobj);
-        QVector<int> rows;
-        for (const int ms : {50, 150}) {
-            at(ms, [&] { rows << marked() << selected(); });
-        }
+        at(50, [this] { QCOMPARE(qMakePair(marked(), selected()), qMakePair(0, 0)); });
         at(500, [&] {
+            QCOMPARE(qMakePair(marked(), selected()), qMakePair(1, 1));
             QCOMPARE(startText(), "正在执行第 2 行");
             QFile::remove("project.json");
             m("lumo.processTime")->setValue(this, 5);
@@ -167,12 +170,10 @@ private slots:
             QVERIFY(!isSaved());
         });
         act("btnStart");
-        QCOMPARE(rows, QVector<int>({0, 0, 1, 1}));
         QCOMPARE(resumeLine(), 1);
         m("lumo.execute.line")->setValue(this, 1);
         makePage();  // a new editor selects the line, without a marker
-        QCOMPARE(selected(), QVector<int>{1});
-        QCOMPARE(marked(), QVector<int>());
+        QCOMPARE(qMakePair(marked(), selected()), qMakePair(-1, 1));
     }
 
     void moveToPoint_movesOnly() {
@@ -183,10 +184,8 @@ private slots:
         act("3 btnRunOnce");
         QVERIFY(sameLog(bench.robot.log(), {"0 move.reset", "0 move.l 0 0", "0 move.opr.enough"}));
         QCOMPARE(apply.count(), 1);
-        QCOMPARE(hand_or_signalbing, 2);
-        QVERIFY(!bench.weldFlag());
-        QVERIFY(!isSaved());
-        QCOMPARE(marked(), QVector<int>());
+        QVERIFY(!bench.weldFlag() && !isSaved());
+        QCOMPARE(marked(), -1);
         act("-1 btnRunOnce");
         QCOMPARE(boxes(), QStringList{"未选中启动行"});
     }
@@ -196,7 +195,12 @@ private slots:
         const std::function<void()> changes[] = {
             [this] { program()->remove(this, "#1"); },
             [this] { program()->append(this)->set(this, "type", "open"); },
-            [this] { load(seam_), table()->selectOnly(2); }, [this] { page.reset(); }};
+            [this] {
+                load(seam_);
+                act("2");
+            },
+            [this] { page.reset(); },
+        };
         for (const auto& change : changes) {
             for (const bool answered : {false, true}) {
                 init();
@@ -221,7 +225,7 @@ private slots:
         act("3 btnStart");
         at(1200, [this] {
             QCOMPARE(startText(), "工位程序正在运行");
-            answerBox(QMessageBox::Yes);
+            answerBox(true);
             QCOMPARE(boxes(), notIdle_);
             QCOMPARE(hand_or_signalbing, 1);
             QVERIFY(bench.weldFlag());
@@ -244,18 +248,45 @@ private slots:
     }
 
     void weldSwitches_areShownAndSet() {
-        ModuleObject *const weld = m("lumo.allWeldBtnstatus.weldbtn"),
-                            *const handWeld = m("lumo.allWeldBtnstatus.handweldbtn");
-        weld->setValue(this, false);
-        handWeld->setValue(this, true);
+        const ModuleObject* const both = m("lumo.allWeldBtnstatus");
+        m("lumo.allWeldBtnstatus.weldbtn")->setValue(this, false);
+        QVERIFY(!find<SwitchButton>("widget_weld")->checked());
         makePage();
-        QVERIFY(weld->getBool() && !handWeld->getBool());
+        QCOMPARE(text(both), "{'handweldbtn':false,'weldbtn':true}");
         click(find("widget_weld"));
         click(find("widget_handweld"));
-        QVERIFY(!weld->getBool() && handWeld->getBool());
-        weld->setValue(this, true);  // by another page
-        click(find("widget_weld"));
-        QVERIFY(!weld->getBool());
+        QCOMPARE(text(both), "{'handweldbtn':true,'weldbtn':false}");
+    }
+
+    void changesOfTheProgram_areToldFromItsFile() {
+        load("[{'type':'close','note':'','execute':true},{'type':'delay','delaytime':1,'execute':true}]");
+        QVERIFY(lumo::saveProject("project.json"));
+        bench.robot.setPower("off");
+        const QByteArray file = contentOf("project.json");
+        const QByteArray bare = QJsonDocument(program()->exportToJson().toArray()).toJson();
+        ModuleObject* const tool = m("lumo.toolset.end");
+        const QJsonValue kept = tool->exportToJson();
+        const std::pair<std::function<void()>, QString> course[] = {
+            {[this] { page->checkStored(); }, stored_},
+            {[this] { act("1 anotationBtn"); }, changed_},
+            {[this] { act("anotationBtn"); }, stored_},
+            {[this] { act("btnUp"); }, changed_},
+            {[this] { act("btnDown"); }, stored_},
+            {[&] { tool->loadJson(this, json("{'name':'torch'}")); }, changed_},
+            {[&] { tool->loadJson(this, kept); }, stored_},
+            {[&] { writeFile("project.json", bare); }, stored_},  // without a tool set
+            {[&] { writeFile("project.json", "\xEF\xBB\xBF" + bare); }, stored_},
+            {[&] { writeFile("project.json", bare.chopped(4)); }, changed_},
+            {[&] { writeFile("project.json", "[]"); }, changed_},
+            {[&] { load("[]"); }, stored_},
+            {[&] { QFile::remove("project.json"); }, changed_},
+            {[this] { page->setProjectPath(QString()); }, ""},
+        };
+        for (const auto& [change, expected] : course) {
+            change();
+            page->checkStored();
+            QCOMPARE(storedText(), expected);
+        }
     }
 };
 

@@ -4,12 +4,19 @@
 #include <QProcess>
 #include <QRadioButton>
 
-/// Inserting a statement of each type and changing it again, as a person does.
-class TestCreation : public EditorTest {
+/// Inserting and changing a statement of each type in its dialog: what is answered is stored, and never lands
+/// in the wrong line.
+class TestStatements : public EditorTest {
     Q_OBJECT
 
     const QByteArray posture_ = "{'trans':[0.5,0.25,0.125],'rot':[0,0,0.1],'near':[0,0.1,0.2,0.3,0.4,0.5]}";
     const QByteArray tools_ = "{'end':{'name':'torch','trans':[0,0,0.1]},'ref':{'name':'table'}}";
+
+    void loadThree() {
+        load(
+            "[{'type':'delay','delaytime':1,'speed':1},{'type':'delay','delaytime':2,'speed':2},"
+            "{'type':'delay','delaytime':3,'speed':3}]");
+    }
 
     /// Chooses and types in the open dialog, in the fields that it has.
     static void fillIn(const QString& set, const QString& value, const QString& number) {
@@ -48,22 +55,30 @@ class TestCreation : public EditorTest {
 private slots:
     void init() {
         reset();
+        loadThree();
         m("rova.robot.register._list")
             ->loadJson(this, json("[{'name':'OUT','type':'bit','rw':'rdwr','len':4},"
                                   "{'name':'IN','type':'bit','rw':'rd','len':4}]"));
         kordservice()
             ->dataNode("device.io")
             ->loadJson(this, json("{'DO':{'DO1':false,'DO2':false},'DI':{'DI1':false,'DI2':false}}"));
-        bench.setParam("power", 49.5, 1);
-        m("lumo.param")->c(1)->set(this, "name", "B");
+    }
+    void cleanup() {
+        QVERIFY(!shown());
+        QVERIFY(!m("lumo.dialog.program")->value().isValid());
+        QVERIFY(!m("lumo.dialog.statement")->value().isValid());
     }
 
     void tenButtons_writeWhatWasChosen_alsoWhenItIsEdited() {
+        bench.setParam("power", 49.5, 1);
+        m("lumo.param")->c(1)->set(this, "name", "B");
         const QJsonValue toolsBefore = m("lumo.toolset")->exportToJson();
         m("lumo.toolset")->loadJson(this, json(tools_));
         kordservice()->dataNode("sys.posture")->loadJson(this, json(posture_));
-        find("btnParam")->show();  // it is kept hidden; programs hold such statements
+        m("lumo.default.program.open")->clear(this);  // as the Russian defaults have it
+        find("btnParam")->show();                     // it is kept hidden; programs hold such statements
         bench.time.settle();
+        load("[]");
         for (const char* button : {"btnMoveJ", "btnMoveL", "btnMoveCC", "btnMoveC", "btnOpenLaser",
                                    "btnClose", "btnParam", "btnWaitDI", "btnSetDO", "btnDelay"}) {
             act(button);
@@ -72,7 +87,6 @@ private slots:
                 fillIn("B", "true", "7");
                 answer(true);
             }
-            QVERIFY(!m("lumo.dialog.program")->value().isValid());
         }
         // Users check their files with the schema.
         QVERIFY(lumo::saveProject("made.json"));
@@ -92,29 +106,68 @@ private slots:
         ExecutorBench::enablePort(8, false);
         for (const bool ok : {false, true}) {
             for (const int row : {4, 6, 7, 8, 9}) {
-                doubleClickCell(table(), row, ProgramTable::LineColumn);
+                doubleClick(row);
                 QCOMPARE(m("lumo.dialog.statement")->value().value<QWidget*>(), shown());
                 fillIn("A", "false", "40");
                 answer(ok);
-                QVERIFY(!m("lumo.dialog.statement")->value().isValid());
             }
             QCOMPARE(text(program()), ok ? edited : made);
         }
         QVERIFY(tableTellsTheTruth());
     }
 
-    void emptyTemplates_areFilledByTheDialog() {
-        ModuleObject* const templateRecord = m("lumo.default.program.open");
-        const QJsonValue kept = templateRecord->exportToJson();
-        templateRecord->clear(this);  // as the Russian defaults have it
-        act("btnOpenLaser");
-        fillIn("B", "", "7");
-        answer(true);
-        templateRecord->loadJson(this, kept);
-        QCOMPARE(values("weldspeed"), QStringList{"7"});
-        QCOMPARE(values("laserPower"), QStringList{"49.5"});
+    void programChangesBelowADialog_answerGoesToItsStatement() {
+        const std::tuple<const char*, std::function<void()>, QString, QString> cases[] = {
+            {"1 btnEdit", [this] { program()->remove(this, "#1"); }, "1 3", "1 3"},
+            {"1 btnEdit", [this] { program()->reorder(this, 1, 2); }, "1 3 99", "1 3 2"},
+            {"1 btnEdit", [this] { program()->remove(this, "#0"); }, "99 3", "2 3"},
+            {"1 btnEdit", [this] { loadThree(); }, "1 2 3", "1 2 3"},
+            {"2 btnDelay", [this] { program()->remove(this, "#0"); }, "2 3 99", "2 3 "},
+            {"2 btnDelay", [this] { load("[]"); }, "99", ""},
+            {"multiBtn 0 1 speedBtn", [this] { program()->remove(this, "#0"); }, "2 3", "99 3"},
+            {"multiBtn 0 1 speedBtn", [this] { program()->reorder(this, 1, 2); }, "1 3 2", "99 3 99"},
+            {"multiBtn 0 1 speedBtn", [this] { loadThree(); }, "1 2 3", "1 2 3"},
+        };
+        for (const auto& [opens, change, delays, speeds] : cases) {
+            init();
+            act(opens);
+            change();
+            type("99");
+            answer(true);
+            QCOMPARE(values("delaytime"), delays);
+            QCOMPARE(values("speed"), speeds);
+            QVERIFY(tableTellsTheTruth());
+        }
+    }
+
+    void dialogThatIsGivenUpOrGoesAway_changesNothing() {
+        const auto open = [this](const char* button) {
+            act("1");
+            find(button)->setEnabled(true);
+            act(button);
+            const QPointer<QDialog> first = shown();
+            for (const char* other : {"btnSetDO", "speedBtn", "btnEdit"}) {
+                find<QPushButton>(other)->click();  // one is open at a time
+            }
+            return shown() == first ? first.data() : nullptr;
+        };
+        for (const char* button :
+             {"btnSetDO", "btnWaitDI", "btnDelay", "btnOpenLaser", "btnEdit", "speedBtn", "turningBtn"}) {
+            QPointer<QDialog> dialog = open(button);
+            QVERIFY2(dialog, button);
+            QTest::keyClick(dialog, Qt::Key_Escape);
+            bench.time.advance(0);
+            QVERIFY2(!dialog, button);
+            delete open(button);
+            dialog = open(button);
+            QVERIFY2(dialog, button);
+            page.reset();
+            QVERIFY2(!dialog, button);
+            QCOMPARE(values("delaytime"), "1 2 3");
+            makePage();
+        }
     }
 };
 
-LUMO_TEST(TestCreation)
-#include "test_creation.moc"
+LUMO_TEST(TestStatements)
+#include "test_statements.moc"
