@@ -11,6 +11,15 @@ void EditorTest::reset(bool projectOpen) {
     m("lumo.dialog.statement")->setValue(nullptr, QVariant());
     bench.robot.setPower("off");
     kordservice()->dataNode("sys.info")->set(nullptr, "joint_num", 6);
+    kordservice()
+        ->dataNode("device.io")
+        ->loadJson(nullptr, json("{'DO':{'DO1':false,'DO2':false},'DI':{'DI1':false,'DI2':false}}"));
+    m("rova.robot.register._list")
+        ->loadJson(
+            nullptr,
+            json("[{'name':'OUT','type':'bit','rw':'rdwr','len':4},"
+                 "{'name':'BOOL','type':'bool','rw':'rdwr'},{'name':'KINDLESS'},"
+                 "{'name':'INT','type':'int','rw':'rdwr'},{'name':'IN','type':'bit','rw':'rd','len':4}]"));
     makePage();
 }
 
@@ -67,7 +76,9 @@ bool EditorTest::tableTellsTheTruth() const {
         for (int column = ProgramTable::LineColumn; column <= ProgramTable::RunColumn; ++column) {
             cells << table()->item(row, column)->text();
         }
-        shown << cells.join('|');
+        const int lines = table()->item(row, ProgramTable::DetailColumn)->text().count('\n') + 1;
+        const bool isHighEnough = table()->rowHeight(row) >= lines * table()->fontMetrics().height();
+        shown << cells.join('|') + (isHighEnough ? "" : "|too low");
     }
     for (const ModuleObject* statement : program()->cmobjs()) {
         const bool executed = statement->c("execute")->getBool(true);

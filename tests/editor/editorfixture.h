@@ -53,6 +53,6 @@ protected:
     /// The first selected row and the one that shows the running-line marker; -1 for none.
     int selected() const { return table()->selectedRow(); }
     int marked() const { return columnOf(table(), ProgramTable::MarkerColumn).indexOf("-->"); }
-    /// Whether each row shows its statement: number, command, details, note and run flag.
+    /// Whether each row shows its statement: number, command, all lines of the details, note and run flag.
     bool tableTellsTheTruth() const;
 };

@@ -10,7 +10,7 @@ class TestRunControls : public EditorTest {
     const QByteArray seam_ =
         "[{'type':'moveL'},{'type':'open','index':0,'weldspeed':20},{'type':'moveL','point':{'trans':[1,0,0]}"
         "},"
-        "{'type':'moveL','point':{'trans':[2,0,0]}},{'type':'close'}]";
+        "{'type':'moveL'},{'type':'close'}]";
     const QStringList notIdle_{"当前不是空闲状态"};
     const QString stored_ = "已保存", changed_ = "有未保存的更改";
 
@@ -44,18 +44,16 @@ private slots:
         QSignalSpy apply(page.get(), &ProgramWidget::updateUItoolwobj);
         m("lumo.processTime")->setValue(this, 77);
         hand_or_signalbing = 2;
-        QString seen;
+        QStringList seen;
         QObject scope;
         connect(m("lumo.execute.state"), &ModuleObject::changed, &scope, [&](const QVariant& state) {
-            const QString text = "%1 saved:%2 applied:%3 time:%4 mode:%5 ";
-            seen += text.arg(state.toString())
-                        .arg(isSaved())
-                        .arg(apply.count())
-                        .arg(m("lumo.processTime")->getInt())
-                        .arg(hand_or_signalbing);
+            const QVector<int> done{isSaved(), apply.count(), m("lumo.processTime")->getInt(),
+                                    hand_or_signalbing};
+            QCOMPARE(done, QVector<int>({1, 1, 0, 0}));
+            seen << state.toString();
         });
         act("btnStart");
-        QCOMPARE(seen, "busy saved:1 applied:1 time:0 mode:0 idle saved:1 applied:1 time:0 mode:0 ");
+        QCOMPARE(seen, QStringList({"busy", "idle"}));
         QCOMPARE(storedText(), stored_);
     }
 
@@ -74,9 +72,7 @@ private slots:
     }
 
     void startFromAnotherRow_isAskedAbout() {
-        load(
-            "[{'type':'delay','delaytime':100},{'type':'delay','delaytime':200},"
-            "{'type':'delay','delaytime':400}]");
+        load("[{'type':'delay','delaytime':100},{'type':'delay','delaytime':200}]");
         m("lumo.current.openmiddlecolse")->setValue(this, true);
         for (const bool yes : {false, true}) {
             bench.robot.mark();
@@ -86,7 +82,7 @@ private slots:
             const auto* const question = shown<QMessageBox>();
             QCOMPARE(question->defaultButton(), question->button(QMessageBox::No));
             answerBox(yes);
-            QCOMPARE(bench.robot.nowMs(), qint64(yes ? 600 : 0));
+            QCOMPARE(bench.robot.nowMs(), qint64(yes ? 200 : 0));
             QCOMPARE(bench.weldFlag(), !yes);
             QCOMPARE(isSaved(), yes);
         }
@@ -94,14 +90,13 @@ private slots:
 
     /// The line above the table does not promise a laser that stays off.
     void pausedSeam_isTakenUpOrForgotten() {
-        const QString goesOn = "开始：从第 3 行继续", reopens = goesOn + "，激光将重新打开",
-                      staysOff = goesOn + "，激光不会打开";
+        const QString goesOn = "开始：从第 3 行继续";
         pauseInTheSeam();
         QCOMPARE(selected(), 2);
         QCOMPARE(marked(), 2);
-        QCOMPARE(startText(), reopens);
+        QCOMPARE(startText(), goesOn + "，激光将重新打开");
         bench.robot.setMode("manual");
-        QCOMPARE(startText(), staysOff);
+        QCOMPARE(startText(), goesOn + "，激光不会打开");
         bench.robot.setMode("auto");
         bench.robot.mark();
         act("btnStart");
@@ -112,9 +107,6 @@ private slots:
         pauseInTheSeam();
         load(seam_);  // another program
         QCOMPARE(startText(), goesOn);
-        hand_or_signalbing = 1;
-        m("lumo.current.openmiddlecolse")->setValue(this, true);  // a station's weld
-        QCOMPARE(startText(), staysOff);
         load("[{'type':'delay'},{'type':'delay'}]");
         act("-1");
         QCOMPARE(startText(), "第 3 行已不存在：请复位或选择一行");
@@ -158,7 +150,6 @@ private slots:
             QCOMPARE(qMakePair(marked(), selected()), qMakePair(1, 1));
             QCOMPARE(startText(), "正在执行第 2 行");
             QFile::remove("project.json");
-            m("lumo.processTime")->setValue(this, 5);
             for (const char* steps : {"0 btnReset", "0 btnStart", "0 btnRunOnce"}) {
                 act(steps);
                 QCOMPARE(boxes(), notIdle_);
@@ -166,7 +157,6 @@ private slots:
             }
             QCOMPARE(hand_or_signalbing, 0);
             QCOMPARE(apply.count(), 1);
-            QCOMPARE(m("lumo.processTime")->getInt(), 5);
             QVERIFY(!isSaved());
         });
         act("btnStart");
@@ -195,10 +185,7 @@ private slots:
         const std::function<void()> changes[] = {
             [this] { program()->remove(this, "#1"); },
             [this] { program()->append(this)->set(this, "type", "open"); },
-            [this] {
-                load(seam_);
-                act("2");
-            },
+            [this] { load(seam_); },
             [this] { page.reset(); },
         };
         for (const auto& change : changes) {
@@ -251,7 +238,7 @@ private slots:
         const ModuleObject* const both = m("lumo.allWeldBtnstatus");
         m("lumo.allWeldBtnstatus.weldbtn")->setValue(this, false);
         QVERIFY(!find<SwitchButton>("widget_weld")->checked());
-        makePage();
+        makePage();  // begins with welding
         QCOMPARE(text(both), "{'handweldbtn':false,'weldbtn':true}");
         click(find("widget_weld"));
         click(find("widget_handweld"));
@@ -262,29 +249,27 @@ private slots:
         load("[{'type':'close','note':'','execute':true},{'type':'delay','delaytime':1,'execute':true}]");
         QVERIFY(lumo::saveProject("project.json"));
         bench.robot.setPower("off");
-        const QByteArray file = contentOf("project.json");
         const QByteArray bare = QJsonDocument(program()->exportToJson().toArray()).toJson();
+        const auto store = [this](const QByteArray& content) {
+            writeFile("project.json", content);
+            page->checkStored();
+        };
         ModuleObject* const tool = m("lumo.toolset.end");
         const QJsonValue kept = tool->exportToJson();
         const std::pair<std::function<void()>, QString> course[] = {
             {[this] { page->checkStored(); }, stored_},
             {[this] { act("1 anotationBtn"); }, changed_},
             {[this] { act("anotationBtn"); }, stored_},
-            {[this] { act("btnUp"); }, changed_},
-            {[this] { act("btnDown"); }, stored_},
             {[&] { tool->loadJson(this, json("{'name':'torch'}")); }, changed_},
             {[&] { tool->loadJson(this, kept); }, stored_},
-            {[&] { writeFile("project.json", bare); }, stored_},  // without a tool set
-            {[&] { writeFile("project.json", "\xEF\xBB\xBF" + bare); }, stored_},
-            {[&] { writeFile("project.json", bare.chopped(4)); }, changed_},
-            {[&] { writeFile("project.json", "[]"); }, changed_},
+            {[&] { store("\xEF\xBB\xBF" + bare); }, stored_},  // without a tool set
+            {[&] { store(bare.chopped(4)); }, changed_},
+            {[&] { store("[]"); }, changed_},
             {[&] { load("[]"); }, stored_},
-            {[&] { QFile::remove("project.json"); }, changed_},
             {[this] { page->setProjectPath(QString()); }, ""},
         };
         for (const auto& [change, expected] : course) {
             change();
-            page->checkStored();
             QCOMPARE(storedText(), expected);
         }
     }

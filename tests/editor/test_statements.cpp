@@ -12,16 +12,15 @@ class TestStatements : public EditorTest {
     const QByteArray posture_ = "{'trans':[0.5,0.25,0.125],'rot':[0,0,0.1],'near':[0,0.1,0.2,0.3,0.4,0.5]}";
     const QByteArray tools_ = "{'end':{'name':'torch','trans':[0,0,0.1]},'ref':{'name':'table'}}";
 
-    void loadThree() {
-        load(
-            "[{'type':'delay','delaytime':1,'speed':1},{'type':'delay','delaytime':2,'speed':2},"
-            "{'type':'delay','delaytime':3,'speed':3}]");
-    }
+    const QByteArray three_ =
+        "[{'type':'delay','delaytime':1,'speed':1,'zone':1},"
+        "{'type':'delay','delaytime':2,'speed':2,'zone':2},{'type':'delay','delaytime':3}]";
 
     /// Chooses and types in the open dialog, in the fields that it has.
     static void fillIn(const QString& set, const QString& value, const QString& number) {
         if (auto* const fromRegister = shown()->findChild<QRadioButton*>("rdbRegIn")) {
             click(fromRegister);
+            QVERIFY(child(shown(), "cmbDIRegBias")->isVisible());
         }
         const std::pair<QString, QString> choices[] = {
             {"comboBox", set}, {"cmbDO", "DO2"}, {"cmbValue", value}, {"cmbDIRegBias", "3"}};
@@ -55,13 +54,7 @@ class TestStatements : public EditorTest {
 private slots:
     void init() {
         reset();
-        loadThree();
-        m("rova.robot.register._list")
-            ->loadJson(this, json("[{'name':'OUT','type':'bit','rw':'rdwr','len':4},"
-                                  "{'name':'IN','type':'bit','rw':'rd','len':4}]"));
-        kordservice()
-            ->dataNode("device.io")
-            ->loadJson(this, json("{'DO':{'DO1':false,'DO2':false},'DI':{'DI1':false,'DI2':false}}"));
+        load(three_);
     }
     void cleanup() {
         QVERIFY(!shown());
@@ -117,55 +110,53 @@ private slots:
     }
 
     void programChangesBelowADialog_answerGoesToItsStatement() {
-        const std::tuple<const char*, std::function<void()>, QString, QString> cases[] = {
-            {"1 btnEdit", [this] { program()->remove(this, "#1"); }, "1 3", "1 3"},
-            {"1 btnEdit", [this] { program()->reorder(this, 1, 2); }, "1 3 99", "1 3 2"},
-            {"1 btnEdit", [this] { program()->remove(this, "#0"); }, "99 3", "2 3"},
-            {"1 btnEdit", [this] { loadThree(); }, "1 2 3", "1 2 3"},
-            {"2 btnDelay", [this] { program()->remove(this, "#0"); }, "2 3 99", "2 3 "},
-            {"2 btnDelay", [this] { load("[]"); }, "99", ""},
-            {"multiBtn 0 1 speedBtn", [this] { program()->remove(this, "#0"); }, "2 3", "99 3"},
-            {"multiBtn 0 1 speedBtn", [this] { program()->reorder(this, 1, 2); }, "1 3 2", "99 3 99"},
-            {"multiBtn 0 1 speedBtn", [this] { loadThree(); }, "1 2 3", "1 2 3"},
+        // What opens the dialog, then times, speeds and zones.
+        const std::tuple<const char*, std::function<void()>, QString> cases[] = {
+            {"1 btnEdit", [this] { program()->remove(this, "#1"); }, "1 3, 1 , 1 "},
+            {"1 btnEdit", [this] { program()->reorder(this, 1, 2); }, "1 3 4, 1  2, 1  2"},
+            {"1 btnEdit", [this] { program()->remove(this, "#0"); }, "4 3, 2 , 2 "},
+            {"1 btnEdit", [this] { load(three_); }, "1 2 3, 1 2 , 1 2 "},
+            {"2 btnDelay", [this] { program()->remove(this, "#0"); }, "2 3 4, 2  , 2  "},
+            {"2 btnDelay", [this] { load("[]"); }, "4, , "},
+            {"multiBtn 0 1 2 speedBtn", [this] { program()->remove(this, "#0"); }, "2 3, 4 , 2 "},
+            {"multiBtn 0 2 speedBtn", [this] { program()->reorder(this, 0, 1); }, "2 1 3, 2 4 , 2 1 "},
+            {"multiBtn 0 1 speedBtn", [this] { load(three_); }, "1 2 3, 1 2 , 1 2 "},
+            {"multiBtn 0 1 turningBtn", [] {}, "1 2 3, 1 2 , 4 4 "},
         };
-        for (const auto& [opens, change, delays, speeds] : cases) {
+        for (const auto& [opens, change, expected] : cases) {
             init();
+            act("multiBtn speedBtn turningBtn multiBtn");  // opens nothing without rows
             act(opens);
             change();
-            type("99");
+            type("4");
             answer(true);
-            QCOMPARE(values("delaytime"), delays);
-            QCOMPARE(values("speed"), speeds);
+            QCOMPARE(values("delaytime") + ", " + values("speed") + ", " + values("zone"), expected);
             QVERIFY(tableTellsTheTruth());
         }
     }
 
     void dialogThatIsGivenUpOrGoesAway_changesNothing() {
-        const auto open = [this](const char* button) {
-            act("1");
-            find(button)->setEnabled(true);
-            act(button);
-            const QPointer<QDialog> first = shown();
-            for (const char* other : {"btnSetDO", "speedBtn", "btnEdit"}) {
-                find<QPushButton>(other)->click();  // one is open at a time
-            }
-            return shown() == first ? first.data() : nullptr;
-        };
         for (const char* button :
              {"btnSetDO", "btnWaitDI", "btnDelay", "btnOpenLaser", "btnEdit", "speedBtn", "turningBtn"}) {
-            QPointer<QDialog> dialog = open(button);
-            QVERIFY2(dialog, button);
-            QTest::keyClick(dialog, Qt::Key_Escape);
-            bench.time.advance(0);
-            QVERIFY2(!dialog, button);
-            delete open(button);
-            dialog = open(button);
-            QVERIFY2(dialog, button);
-            page.reset();
-            QVERIFY2(!dialog, button);
-            QCOMPARE(values("delaytime"), "1 2 3");
-            makePage();
+            for (const bool pageGoes : {false, true}) {
+                act("1");
+                find(button)->setEnabled(true);
+                act(button);
+                const QPointer<QDialog> dialog = shown();
+                QVERIFY2(dialog, button);
+                for (const char* other : {"btnSetDO", "speedBtn", "btnEdit"}) {
+                    find<QPushButton>(other)->click();  // one is open at a time
+                }
+                if (pageGoes) {
+                    makePage();
+                } else {
+                    QTest::keyClick(dialog, Qt::Key_Escape);
+                    bench.time.advance(0);
+                }
+                QVERIFY2(!dialog && !shown(), button);
+            }
         }
+        QCOMPARE(values("delaytime"), "1 2 3");
     }
 };
 
