@@ -11,15 +11,11 @@ void EditorTest::reset(bool projectOpen) {
     m("lumo.dialog.statement")->setValue(nullptr, QVariant());
     bench.robot.setPower("off");
     kordservice()->dataNode("sys.info")->set(nullptr, "joint_num", 6);
-    kordservice()
-        ->dataNode("device.io")
-        ->loadJson(nullptr, json("{'DO':{'DO1':false,'DO2':false},'DI':{'DI1':false,'DI2':false}}"));
-    m("rova.robot.register._list")
-        ->loadJson(
-            nullptr,
-            json("[{'name':'OUT','type':'bit','rw':'rdwr','len':4},"
-                 "{'name':'BOOL','type':'bool','rw':'rdwr'},{'name':'KINDLESS'},"
-                 "{'name':'INT','type':'int','rw':'rdwr'},{'name':'IN','type':'bit','rw':'rd','len':4}]"));
+    kordservice()->dataNode("device.io")->loadJson(nullptr, json("{'DO':{'DO1':0,'DO2':0},'DI':{'DI1':0}}"));
+    const QByteArray registers =
+        "[{'name':'OUT','type':'bit','rw':'rdwr','len':4},{'name':'BOOL','type':'bool','rw':'rdwr'},"
+        "{'name':'INT','type':'int','rw':'rdwr'},{'name':'IN','type':'bit','rw':'rd','len':4}]";
+    m("rova.robot.register._list")->loadJson(nullptr, json(registers));
     makePage();
 }
 

@@ -25,7 +25,6 @@ protected:
     void reset(bool projectOpen = true);
     /// Makes another editor, as a newly opened panel has it.
     void makePage();
-    /// Statements as JSON with ' for ".
     void load(const QByteArray& statements) { bench.load(quoted(statements)); }
     void at(int ms, const std::function<void()>& action) { QTimer::singleShot(ms, this, action); }
 
@@ -38,7 +37,7 @@ protected:
     /// What a button leaves to the event loop is done: a run, to its end. A disabled one does not react.
     void act(const QString& steps) const;
     void doubleClick(int row) const { doubleClickCell(table(), row, ProgramTable::LineColumn); }
-    /// Reports a click of a pendant key, as the panel does.
+    /// Clicks a pendant key.
     void key(const QString& name) const { m("lumo.keypad." + name + ".clicked")->setValue(page.get(), true); }
     /// Types over what stands in the open dialog.
     static void type(const QString& text);
