@@ -65,8 +65,8 @@ private slots:
              "DO1 DO2, OUT BOOL, 1 2 3 4"},
             {"'doName':'D','DO_type':'register','DO_reg':{'name':'X','bias':5,'type':'bit'},'value'",
              "DO1 DO2 D, OUT BOOL X, 1 6"},
-            {"'doName':'DO1','DO_type':'register','DO_reg':{'name':'OUT','bias':7,'type':'bit'},'value'",
-             "DO1 DO2, OUT BOOL, 1 2 3 4 8"},
+            {"'doName':'DO1','DO_type':'register','DO_reg':{'name':'OUT','bias':4,'type':'bit'},'value'",
+             "DO1 DO2, OUT BOOL, 1 2 3 4 5"},
             {"'diName':'D','DI_type':'register','DI_reg':{'name':'X','bias':2,'type':'bool'},'value1'",
              "DI1 D, IN X, 1 3"},
         };

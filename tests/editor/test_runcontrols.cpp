@@ -73,6 +73,7 @@ private slots:
     void startFromAnotherRow_isAskedAbout() {
         load("[{'type':'delay','delaytime':100},{'type':'delay','delaytime':200}]");
         m("lumo.current.openmiddlecolse")->setValue(this, true);
+        at(100, [this] { QVERIFY(!bench.weldFlag()); });  // of the run
         for (const bool yes : {false, true}) {
             bench.robot.mark();
             act("1 btnStart btnStart");  // asks once
