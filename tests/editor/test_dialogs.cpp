@@ -106,7 +106,7 @@ private slots:
             {&start, "3x5", "35", true},     {&start, "\b", "", false},
             {&change, "", "", true},         {&speed, "0", "0", false},
             {&speed, "5000", "5000", true},  {&zone, "", "", true},
-            {&zone, "6", "", true},          {&zone, "45", "4", true},
+            {&zone, "56", "5", true},        {&zone, "45", "4", true},
             {&lost, "", "20", false},  // its set is gone
         };
         for (const auto& [dialog, typed, shown, ok] : cases) {

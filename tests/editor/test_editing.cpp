@@ -56,8 +56,8 @@ private slots:
             {"1 btnEdit", "a, , c", "true true ", 1},  // has nothing to edit
             {"0 btnMoveC btnClose 0 btnMoveL", "a, , , , , c", "true true true true true ", 1},
             {"-1 btnMoveCC", ", a, , c", "true true true ", 0},
-            {"0 anotationBtn 1 anotationBtn 0 anotationBtn", "a, , c", "true false ", 0},
-            {"2 anotationBtn", "a, , c", "true true ", 2},  // has no such flag
+            {"0 anotationBtn 1 anotationBtn 0 anotationBtn 2 anotationBtn", "a, , c", "true false ", 2},
+            {"multiBtn 0 1 multiBtn", "a, , c", "true true ", -1},
         };
         for (const auto& [steps, notes, flags, row] : cases) {
             reset();
@@ -96,7 +96,7 @@ private slots:
     void pendant_selectsInsertsDeletesAndEdits() {
         load(three_);
         QString rows;
-        for (const char* name : {"next", "next", "next", "next", "last", "last", "last"}) {
+        for (const char* name : {"last", "next", "next", "next", "last", "last", "last"}) {
             key(name);
             rows += QString::number(selected());
         }

@@ -42,11 +42,11 @@ class TestPointPage : public EditorTest {
 
     /// Texts of the fields on the screen.
     QString shownFields() const {
-        QStringList texts;
-        for (const QString& name : QString("X1 Y1 Z1 A1 B1 C1 J7 X2 Y2 Z2 A2 B2 C2").split(' ')) {
-            texts << (field(name.toLatin1())->isVisible() ? field(name.toLatin1())->text() : "");
+        QString texts;
+        for (const QString& name : QString("J7 X1 Y1 Z1 A1 B1 C1 X2 Y2 Z2 A2 B2 C2").split(' ')) {
+            texts += field(name.toLatin1())->isVisible() ? field(name.toLatin1())->text() + ' ' : "";
         }
-        return texts.join(' ').simplified();
+        return texts;
     }
 
 private slots:
@@ -57,12 +57,12 @@ private slots:
     }
 
     void eachMove_showsItsFieldsAndKeepsEveryDigit() {
-        const QString joints = "7.07355 -85.9437 128.916 17.1887 -42.9718 171.887";
-        const QString first = "512.346 -100 250 60 -17.1887 7.07316e-06";
-        const QString second = first + " 1000 200 300 5.72958 11.4592 19.0986";
+        const QString joints = "7.07355 -85.9437 128.916 17.1887 -42.9718 171.887 ";
+        const QString first = "512.346 -100 250 60 -17.1887 7.07316e-06 ";
+        const QString second = first + "1000 200 300 5.72958 11.4592 19.0986 ";
         const std::tuple<QByteArray, int, QString> cases[] = {
             {move("moveJ"), 6, joints},
-            {move("moveJ"), 7, joints + " 56.5884"},
+            {move("moveJ"), 7, "56.5884 " + joints},
             {move("moveC"), 6, second},
             {move("moveCC"), 7, second},
             {move("moveL", "'speed':500.5,'zone':20,'note':''"), 7, first},  // cannot be typed
@@ -122,7 +122,7 @@ private slots:
             open(move("moveC"));
             type("X2", "123");
             press("updateBtn1");
-            QCOMPARE(shownFields(), "700 800 900 0 0 90 123 200 300 5.72958 11.4592 19.0986");
+            QCOMPARE(shownFields(), "700 800 900 0 0 90 123 200 300 5.72958 11.4592 19.0986 ");
             press("updateBtn2");
             QCOMPARE(field("X2")->text(), "700");
             type("X1", "650");
