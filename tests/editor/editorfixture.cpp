@@ -1,9 +1,8 @@
 #include "editorfixture.h"
 
 #include "editor/statementtext.h"
-#include "module/globals.h"
 
-void EditorFixture::reset(bool projectOpen) {
+void EditorTest::reset(bool projectOpen) {
     page.reset();
     bench.reset();
     isnew_pWgt = false;
@@ -12,10 +11,15 @@ void EditorFixture::reset(bool projectOpen) {
     m("lumo.dialog.statement")->setValue(nullptr, QVariant());
     bench.robot.setPower("off");
     kordservice()->dataNode("sys.info")->set(nullptr, "joint_num", 6);
+    kordservice()->dataNode("device.io")->loadJson(nullptr, json("{'DO':{'DO1':0,'DO2':0},'DI':{'DI1':0}}"));
+    const QByteArray registers =
+        "[{'name':'OUT','type':'bit','rw':'rdwr','len':4},{'name':'BOOL','type':'bool','rw':'rdwr'},"
+        "{'name':'INT','type':'int','rw':'rdwr'},{'name':'IN','type':'bit','rw':'rd','len':4}]";
+    m("rova.robot.register._list")->loadJson(nullptr, json(registers));
     makePage();
 }
 
-void EditorFixture::makePage() {
+void EditorTest::makePage() {
     page = std::make_unique<ProgramWidget>();
     page->resize(1000, 700);
     page->show();
@@ -23,98 +27,63 @@ void EditorFixture::makePage() {
     bench.time.advance(500);
 }
 
-void EditorFixture::click(const char* button) const {
-    QTest::mouseClick(find<QAbstractButton>(button), Qt::LeftButton);
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::MetaCall);
-}
-
-void EditorFixture::select(int row) const {
-    if (row < 0) {
-        table()->clearSelection();
-        return;
+void EditorTest::act(const QString& steps) const {
+    for (const QString& step : steps.split(' ')) {
+        bool isRow = false;
+        const int row = step.toInt(&isRow);
+        if (!isRow) {
+            click(find(step.toLatin1()));
+            QCoreApplication::sendPostedEvents(nullptr, QEvent::MetaCall);
+        } else if (row < 0) {
+            table()->clearSelection();
+        } else {
+            clickCell(table(), row, ProgramTable::LineColumn);
+        }
     }
-    table()->scrollTo(table()->model()->index(row, ProgramTable::LineColumn));
-    QTest::mouseClick(table()->viewport(), Qt::LeftButton, {},
-                      table()->visualItemRect(table()->item(row, ProgramTable::LineColumn)).center());
 }
 
-void EditorFixture::doubleClick(int row) const {
-    select(row);
-    QTest::mouseDClick(table()->viewport(), Qt::LeftButton, {},
-                       table()->visualItemRect(table()->item(row, ProgramTable::LineColumn)).center());
+void EditorTest::type(const QString& text) {
+    child<QLineEdit>(shown(), "lineEdit")->clear();
+    QTest::keyClicks(child<QLineEdit>(shown(), "lineEdit"), text);
 }
 
-void EditorFixture::key(const char* name) const {
-    m(QStringLiteral("lumo.keypad.%1.clicked").arg(QString::fromLatin1(name)))->setValue(page.get(), true);
-}
-
-void EditorFixture::answer(bool ok) {
-    auto* const box = dialog()->findChild<QDialogButtonBox*>();
-    QTest::mouseClick(box->button(ok ? QDialogButtonBox::Ok : QDialogButtonBox::Cancel), Qt::LeftButton);
+void EditorTest::answer(bool ok) const {
+    click(button(shown(), ok ? QDialogButtonBox::Ok : QDialogButtonBox::Cancel));
     bench.time.settle();
 }
 
-void EditorFixture::answerBox(QMessageBox::StandardButton button) {
-    QTest::mouseClick(dialog<QMessageBox>()->button(button), Qt::LeftButton);
+void EditorTest::answerBox(bool yes) const {
+    click(shown<QMessageBox>()->button(yes ? QMessageBox::Yes : QMessageBox::No));
     QCoreApplication::sendPostedEvents(nullptr, QEvent::MetaCall);
 }
 
-QStringList EditorFixture::types() {
+QString EditorTest::values(const QString& field, const ModuleObject* list) {
     QStringList result;
-    for (const ModuleObject* statement : program()->cmobjs()) {
-        result << statement->c("type")->getString();
+    for (const ModuleObject* element : list->cmobjs()) {
+        result << element->c(field)->getString();
     }
-    return result;
+    return result.join(' ');
 }
 
-QStringList EditorFixture::column(ProgramTable::Column column) const {
-    QStringList texts;
+bool EditorTest::tableTellsTheTruth() const {
+    QStringList shown, expected;
     for (int row = 0; row < table()->rowCount(); ++row) {
-        texts << table()->item(row, column)->text();
-    }
-    return texts;
-}
-
-QVector<int> EditorFixture::selected() const {
-    QVector<int> rows;
-    for (const QModelIndex& index : table()->selectedRows()) {
-        rows << index.row();
-    }
-    return rows;
-}
-
-QVector<int> EditorFixture::marked() const {
-    QVector<int> rows;
-    for (int row = 0; row < table()->rowCount(); ++row) {
-        if (table()->item(row, ProgramTable::MarkerColumn)->text() == QLatin1String("-->")) {
-            rows << row;
-        }
-    }
-    return rows;
-}
-
-bool EditorFixture::tableTellsTheTruth() const {
-    const QList<ModuleObject*> statements = program()->cmobjs();
-    if (table()->rowCount() != statements.size()) {
-        qWarning("%d rows, %d statements", table()->rowCount(), int(statements.size()));
-        return false;
-    }
-    for (int row = 0; row < statements.size(); ++row) {
-        const ModuleObject* const statement = statements.at(row);
-        const QString details = lumo::statementDetails(statement);
-        const bool executed = statement->c("execute")->getBool(true);
-        const QStringList expected{QString::number(row + 1), type2cn(statement->c("type")->getString()),
-                                   details, details.isNull() ? QString() : statement->c("note")->getString(),
-                                   executed ? QStringLiteral("运行") : QStringLiteral("不运行")};
-        QStringList shown;
+        QStringList cells{table()->item(row, ProgramTable::RunColumn)->foreground().color().name()};
         for (int column = ProgramTable::LineColumn; column <= ProgramTable::RunColumn; ++column) {
-            shown << table()->item(row, column)->text();
+            cells << table()->item(row, column)->text();
         }
-        const QColor colour = table()->item(row, ProgramTable::RunColumn)->foreground().color();
-        if (shown != expected || colour != QColor(executed ? Qt::black : Qt::red)) {
-            qWarning() << "row" << row << "shows" << shown << colour << "instead of" << expected;
-            return false;
-        }
+        const int lines = table()->item(row, ProgramTable::DetailColumn)->text().count('\n') + 1;
+        const bool isHighEnough = table()->rowHeight(row) >= lines * table()->fontMetrics().height();
+        shown << cells.join('|') + (isHighEnough ? "" : "|too low");
     }
-    return true;
+    for (const ModuleObject* statement : program()->cmobjs()) {
+        const bool executed = statement->c("execute")->getBool(true);
+        const QString details = lumo::statementDetails(statement);
+        QStringList cells{executed ? "#000000" : "#ff0000", QString::number(expected.size() + 1)};
+        cells << type2cn(statement->c("type")->getString()) << details;
+        cells << (details.isNull() ? QString() : statement->c("note")->getString());
+        cells << (executed ? "运行" : "不运行");
+        expected << cells.join('|');
+    }
+    return sameLog(shown, expected);
 }

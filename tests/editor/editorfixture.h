@@ -2,70 +2,56 @@
 
 #include "editor/programtable.h"
 #include "editor/programwidget.h"
+#include "module/globals.h"
 #include "support/executorbench.h"
+#include "support/suite.h"
+#include "support/text.h"
 
-#include <QAbstractButton>
-#include <QApplication>
-#include <QDialogButtonBox>
+#include <QFile>
 #include <QLabel>
-#include <QMessageBox>
-#include <QPushButton>
-#include <QTest>
+#include <QLineEdit>
+#include <QSignalSpy>
 
-#include <memory>
+using namespace test;
 
-/// The program editor on the screen, with an open project, an idle executor and the robot's power off, as
-/// an operator has it who edits.
-class EditorFixture {
-public:
-    test::ExecutorBench bench;
+/// For tests of the program editor on the screen, with an open project, an idle executor and the robot's
+/// power off, as an operator has it who edits.
+class EditorTest : public QObject {
+protected:
+    ExecutorBench bench;
     std::unique_ptr<ProgramWidget> page;
 
     /// Everything back to the beginning, with a new editor.
     void reset(bool projectOpen = true);
     /// Makes another editor, as a newly opened panel has it.
     void makePage();
-    void load(const QByteArray& program) { bench.load(program); }
+    void load(const QByteArray& statements) { bench.load(quoted(statements)); }
+    void at(int ms, const std::function<void()>& action) { QTimer::singleShot(ms, this, action); }
 
-    [[nodiscard]] ProgramTable* table() const { return page->findChild<ProgramTable*>(); }
     template <typename Widget = QWidget>
-    [[nodiscard]] Widget* find(const char* name) const {
-        return page->findChild<Widget*>(QString::fromLatin1(name));
+    Widget* find(const char* name) const {
+        return child<Widget>(page.get(), name);
     }
-
-    /// Clicks a button of the page with the mouse, and does what that leaves to the event loop: a run, to its
-    /// end. A disabled button does not react.
-    void click(const char* button) const;
-    /// Clicks a row with the mouse; -1 leaves nothing selected.
-    void select(int row) const;
-    void doubleClick(int row) const;
-    /// Reports a click of a pendant key, as the panel does.
-    void key(const char* name) const;
-
-    /// The dialog or box on the screen; null when there is none.
-    template <typename Dialog = QDialog>
-    [[nodiscard]] static Dialog* dialog() {
-        for (QWidget* window : QApplication::topLevelWidgets()) {
-            auto* const found = qobject_cast<Dialog*>(window);
-            if (found && found->isVisible()) {
-                return found;
-            }
-        }
-        return nullptr;
-    }
+    ProgramTable* table() const { return page->findChild<ProgramTable*>(); }
+    /// Names of buttons to press with the mouse and numbers of rows to click, -1 leaves nothing selected.
+    /// What a button leaves to the event loop is done: a run, to its end. A disabled one does not react.
+    void act(const QString& steps) const;
+    void doubleClick(int row) const { doubleClickCell(table(), row, ProgramTable::LineColumn); }
+    /// Clicks a pendant key.
+    void key(const QString& name) const { m("lumo.keypad." + name + ".clicked")->setValue(page.get(), true); }
+    /// Types over what stands in the open dialog.
+    static void type(const QString& text);
     /// Clicks OK or Cancel of the open dialog, or a button of the open box, with the mouse.
-    void answer(bool ok);
-    void answerBox(QMessageBox::StandardButton button);
+    void answer(bool ok) const;
+    void answerBox(bool yes) const;
 
-    [[nodiscard]] static ModuleObject* program() { return m("lumo.program"); }
-    /// Types of the program's statements, first line first.
-    [[nodiscard]] static QStringList types();
-    /// Texts of a column, first row first.
-    [[nodiscard]] QStringList column(ProgramTable::Column column) const;
-    /// Rows that are selected.
-    [[nodiscard]] QVector<int> selected() const;
-    /// Rows that show the running-line marker.
-    [[nodiscard]] QVector<int> marked() const;
-    /// Whether each row shows its statement: number, command, details, note and run flag.
-    [[nodiscard]] bool tableTellsTheTruth() const;
+    static ModuleObject* program() { return m("lumo.program"); }
+    static ModuleObject* line(int row) { return program()->c(row); }
+    /// A field of every element of a list, as text.
+    static QString values(const QString& field, const ModuleObject* list = program());
+    /// The first selected row and the one that shows the running-line marker; -1 for none.
+    int selected() const { return table()->selectedRow(); }
+    int marked() const { return columnOf(table(), ProgramTable::MarkerColumn).indexOf("-->"); }
+    /// Whether each row shows its statement: number, command, all lines of the details, note and run flag.
+    bool tableTellsTheTruth() const;
 };

@@ -1,325 +1,175 @@
 #include "editorfixture.h"
 
-#include "module/globals.h"
-
-#include <QLineEdit>
-#include <QScrollBar>
-#include <QSignalSpy>
-
-/// Changing a program with mouse, keyboard and pendant.
-class TestEditing : public QObject {
+/// Changing a program with mouse, keyboard and pendant, and which buttons can be pressed when.
+class TestEditing : public EditorTest {
     Q_OBJECT
 
-    EditorFixture editor_;
+    const QByteArray three_ =
+        "[{'type':'moveJ','note':'a','execute':true},{'type':'close','note':'','execute':true},"
+        "{'type':'delay','delaytime':5,'note':'c'}]";
 
-    static constexpr const char* threeLines =
-        R"([{"type":"moveJ","note":"a","execute":true},{"type":"close","note":"","execute":true},
-            {"type":"delay","delaytime":5,"note":"c","execute":true}])";
-
-    void typeIn(const char* lineEdit, const QString& text) const {
-        auto* const line = editor_.find<QLineEdit>(lineEdit);
-        line->clear();
-        QTest::keyClicks(line, text);
+    /// The letter in capitals when all these buttons are enabled, small when none is, "?" for a mixture.
+    QString group(const QString& letter, const QString& names) const {
+        const QStringList buttons = names.split(' ');
+        const int enabled = std::count_if(buttons.begin(), buttons.end(), [this](const QString& name) {
+            return find(name.toLatin1())->isEnabled();
+        });
+        return enabled == buttons.size() ? letter.toUpper() : enabled == 0 ? letter : "?";
     }
-    static ModuleObject* line(int row) { return EditorFixture::program()->c(row); }
+
+    /// Statement group, editing group, multi-selection, batch, run tools, pause.
+    QString enabled() const {
+        return group("s",
+                     "btnMoveJ btnMoveL btnMoveCC btnMoveC btnOpenLaser btnClose btnParam btnWaitDI "
+                     "btnSetDO btnDelay btnSteptojump") +
+               group("e", "btnEdit btnDown btnUp btnCopy btnPaste btnDel anotationBtn") +
+               group("m", "multiBtn") + group("b", "speedBtn turningBtn") +
+               group("r", "btnStart btnRunOnce btnReset") + group("p", "btnPause");
+    }
+
+    void happens(const QString& event) {
+        if (event == "project") {
+            isEnable_moveorder = true;
+            page->refreshMoveOrderEnable(true);
+        } else if (event == "multi") {
+            act("multiBtn");
+        } else if (event == "busy" || event == "idle" || event == "asleep") {
+            m("lumo.execute.state")->setValue(this, event);
+        } else {
+            bench.robot.setPower(event.toLatin1());
+        }
+    }
 
 private slots:
-    void init() { editor_.reset(); }
-    void cleanup() {
-        test::ExecutorBench::closeBoxes();
-        if (QDialog* dialog = EditorFixture::dialog()) {
-            dialog->reject();
+    void init() { reset(); }
+
+    void everyEdit_changesTheSelectedLine() {
+        const std::tuple<const char*, QString, QString, int> cases[] = {
+            {"0 btnCopy -1 btnEdit btnDel btnPaste btnUp btnDown anotationBtn", "a, , c", "true true ", -1},
+            {"1 btnDel", "a, c", "true ", 1},
+            {"0 btnPaste", "a, , c", "true true ", 0},  // nothing was copied yet
+            {"0 btnCopy 1 btnPaste btnPaste", "a, , a, a, c", "true true true true ", 1},
+            {"2 btnUp", "a, c, ", "true  true", 1},
+            {"0 btnDown", ", a, c", "true true ", 1},
+            {"0 btnUp", "a, , c", "true true ", 0},
+            {"2 btnDown", "a, , c", "true true ", 2},
+            {"1 btnEdit", "a, , c", "true true ", 1},  // has nothing to edit
+            {"0 btnMoveC btnClose 0 btnMoveL", "a, , , , , c", "true true true true true ", 1},
+            {"-1 btnMoveCC", ", a, , c", "true true true ", 0},
+            {"0 anotationBtn 1 anotationBtn 0 anotationBtn 2 anotationBtn", "a, , c", "true false ", 2},
+            {"multiBtn 0 1 multiBtn", "a, , c", "true true ", -1},
+        };
+        for (const auto& [steps, notes, flags, row] : cases) {
+            reset();
+            load(three_);
+            act(steps);
+            QVERIFY2(values("note").split(' ').join(", ") == notes, steps);
+            QVERIFY2(values("execute") == flags, steps);
+            QVERIFY2(selected() == row, steps);
+            QVERIFY2(tableTellsTheTruth() && !shown(), steps);
         }
     }
 
-    // --- Rows -------------------------------------------------------------------------------------
-
-    void withoutASelection_nothingIsEditedDeletedOrPasted() {
-        editor_.load(threeLines);
-        editor_.select(0);
-        editor_.click("btnCopy");
-        editor_.select(-1);
-        for (const char* button : {"btnEdit", "btnDel", "btnPaste", "btnUp", "btnDown", "anotationBtn"}) {
-            editor_.click(button);
+    void jump_selectsTheLineThatWasTyped() {
+        load("[" + QByteArray("{'type':'delay'},").repeated(13) + "{'type':'delay'}]");
+        // Letters and a leading zero cannot be typed.
+        const std::tuple<const char*, int, int> cases[] = {
+            {"3", 2, 0}, {"14", 13, 0}, {"15", 0, 1}, {"a01b2", 11, 0}};
+        for (const auto& [typed, row, warnings] : cases) {
+            find<QLineEdit>("lineEdit_steptojump")->clear();
+            QTest::keyClicks(find("lineEdit_steptojump"), typed);
+            act("0 btnSteptojump");
+            QVERIFY2(selected() == row && boxes().size() == warnings, typed);
+            closeBoxes();
         }
-        QCOMPARE(EditorFixture::types(), QStringList({"moveJ", "close", "delay"}));
-        QVERIFY(!EditorFixture::dialog());
-        QVERIFY(editor_.tableTellsTheTruth());
     }
 
-    void selectedMeansSelected_notCurrent() {
-        editor_.load(threeLines);
-        editor_.select(2);
-        editor_.table()->selectionModel()->clearSelection();
-        QCOMPARE(editor_.table()->currentRow(), 2);
-        editor_.click("btnDel");
-        QCOMPARE(EditorFixture::program()->size(), 3);
+    void movesAreEditedOnTheirPage_oneAtATime() {
+        QSignalSpy asked(page.get(), &ProgramWidget::pointBtnClicked);
+        load(three_);
+        doubleClick(0);
+        m("lumo.dialog.statement")->setValue(this, QVariant::fromValue<QWidget*>(page.get()));
+        act("btnEdit");
+        QCOMPARE(asked, QList<QVariantList>({{0, QVariant::fromValue(line(0)), 6}}));
     }
 
-    void deleting() {
-        editor_.load(threeLines);
-        editor_.select(1);
-        editor_.click("btnDel");
-        QCOMPARE(EditorFixture::types(), QStringList({"moveJ", "delay"}));
-        QVERIFY(editor_.tableTellsTheTruth());
-    }
-
-    void pasting() {
-        editor_.load(threeLines);
-        editor_.select(0);
-        editor_.click("btnPaste");  // nothing was copied yet
-        QCOMPARE(EditorFixture::program()->size(), 3);
-        editor_.click("btnCopy");
-        line(0)->set(this, "note", "changed after copying");
-        editor_.select(1);
-        editor_.click("btnPaste");
-        editor_.click("btnPaste");
-        QCOMPARE(EditorFixture::types(), QStringList({"moveJ", "close", "moveJ", "moveJ", "delay"}));
-        QCOMPARE(line(2)->c("note")->getString(), QString("a"));
-        QCOMPARE(editor_.selected(), QVector<int>{1});
-        QVERIFY(line(2)->name() != line(3)->name());
-        QVERIFY(editor_.tableTellsTheTruth());
-    }
-
-    void moving_data() {
-        QTest::addColumn<int>("row");
-        QTest::addColumn<QByteArray>("button");
-        QTest::addColumn<QStringList>("types");
-        QTest::addColumn<int>("selected");
-        QTest::newRow("up") << 2 << QByteArray("btnUp") << QStringList{"moveJ", "delay", "close"} << 1;
-        QTest::newRow("down") << 0 << QByteArray("btnDown") << QStringList{"close", "moveJ", "delay"} << 1;
-        QTest::newRow("up from the top")
-            << 0 << QByteArray("btnUp") << QStringList{"moveJ", "close", "delay"} << 0;
-        QTest::newRow("down from the end")
-            << 2 << QByteArray("btnDown") << QStringList{"moveJ", "close", "delay"} << 2;
-    }
-
-    void moving() {
-        QFETCH(int, row);
-        QFETCH(QByteArray, button);
-        QFETCH(int, selected);
-        editor_.load(threeLines);
-        editor_.select(row);
-        editor_.click(button.constData());
-        QTEST(EditorFixture::types(), "types");
-        QCOMPARE(editor_.selected(), QVector<int>{selected});
-        QVERIFY(editor_.tableTellsTheTruth());
-    }
-
-    void runFlag_isInvertedForEverySelectedRow() {
-        editor_.load(R"([{"type":"moveJ","execute":true},{"type":"close","execute":false},{"type":"delay"},
-                         {"type":"delay","execute":true}])");
-        for (int row = 0; row < 3; ++row) {
-            editor_.table()->setSelectionMode(QAbstractItemView::MultiSelection);
-            editor_.select(row);
+    void pendant_selectsInsertsDeletesAndEdits() {
+        load(three_);
+        QString rows;
+        for (const char* name : {"last", "next", "next", "next", "last", "last", "last"}) {
+            key(name);
+            rows += QString::number(selected());
         }
-        editor_.click("anotationBtn");
-        QCOMPARE(line(0)->c("execute")->getBool(), false);
-        QCOMPARE(line(1)->c("execute")->getBool(), true);
-        QVERIFY(!line(2)->hasCmobj("execute"));  // a statement without the flag is left alone
-        QCOMPARE(line(3)->c("execute")->getBool(), true);
-        QVERIFY(editor_.tableTellsTheTruth());
-        editor_.click("anotationBtn");
-        QCOMPARE(line(0)->c("execute")->getBool(), true);
-        QVERIFY(editor_.tableTellsTheTruth());
-    }
-
-    // --- Several rows -----------------------------------------------------------------------------
-
-    void batch_data() {
-        QTest::addColumn<QByteArray>("button");
-        QTest::addColumn<QByteArray>("field");
-        QTest::addColumn<QString>("typed");
-        QTest::addColumn<QVector<int>>("expected");
-        QTest::newRow("speed") << QByteArray("speedBtn") << QByteArray("speed") << "500"
-                               << QVector<int>{500, -1, 500, 20};
-        QTest::newRow("zone") << QByteArray("turningBtn") << QByteArray("zone") << "4"
-                              << QVector<int>{4, -1, 4, 2};
-    }
-
-    void batch() {
-        QFETCH(QByteArray, button);
-        QFETCH(QByteArray, field);
-        QFETCH(QString, typed);
-        QFETCH(QVector<int>, expected);
-        editor_.load(R"([{"type":"moveL","speed":20,"zone":2},{"type":"delay","delaytime":1},
-                         {"type":"moveJ","speed":20,"zone":2},{"type":"moveJ","speed":20,"zone":2}])");
-        editor_.click("multiBtn");
-        QCOMPARE(editor_.find<QPushButton>("multiBtn")->text(), QString("单选"));
-        for (const bool ok : {false, true}) {
-            editor_.table()->clearSelection();
-            for (int row = 0; row < 3; ++row) {
-                editor_.select(row);
-            }
-            editor_.click(button.constData());
-            QCOMPARE(m("lumo.dialog.program")->value().value<QWidget*>(), EditorFixture::dialog());
-            QTest::keyClicks(EditorFixture::dialog()->findChild<QLineEdit*>(), typed);
-            editor_.answer(ok);
-            QVERIFY(!m("lumo.dialog.program")->value().isValid());
-            QVERIFY(!EditorFixture::dialog());
-            QCOMPARE(line(3)->c(QString(field))->getInt(-1), expected.at(3));
-        }
-        for (int row = 0; row < expected.size(); ++row) {
-            QCOMPARE(line(row)->c(QString(field))->getInt(-1), expected.at(row));
-        }
-        QVERIFY(editor_.tableTellsTheTruth());
-        editor_.click("multiBtn");
-        QCOMPARE(editor_.selected(), QVector<int>());
-        QCOMPARE(editor_.find<QPushButton>("multiBtn")->text(), QString("多选"));
-    }
-
-    void batchOfNoRows_opensNothing() {
-        editor_.load(threeLines);
-        editor_.click("multiBtn");
-        editor_.click("speedBtn");
-        editor_.click("turningBtn");
-        QVERIFY(!EditorFixture::dialog());
-    }
-
-    // --- Line jump --------------------------------------------------------------------------------
-
-    void jump_data() {
-        QTest::addColumn<QString>("typed");
-        QTest::addColumn<QVector<int>>("selected");
-        QTest::addColumn<QStringList>("boxes");
-        const QStringList tooFar{"跳转行数大于当前程序行数!"};
-        QTest::newRow("two digits") << "12" << QVector<int>{11} << QStringList();
-        QTest::newRow("one digit") << "3" << QVector<int>{2} << QStringList();
-        QTest::newRow("last line") << "14" << QVector<int>{13} << QStringList();
-        QTest::newRow("behind the last") << "15" << QVector<int>{0} << tooFar;
-        QTest::newRow("far behind, as many digits as can be typed")
-            << "99999999999999" << QVector<int>{0} << tooFar;
-        QTest::newRow("nothing") << "" << QVector<int>{0} << QStringList();
-        QTest::newRow("letters and a leading zero cannot be typed")
-            << "a01b2" << QVector<int>{11} << QStringList();
-    }
-
-    void jump() {
-        QFETCH(QString, typed);
-        editor_.load("[" + QByteArray(R"({"type":"delay"},)").repeated(13) + R"({"type":"delay"}])");
-        editor_.select(0);
-        typeIn("lineEdit_steptojump", typed);
-        editor_.click("btnSteptojump");
-        QTEST(editor_.selected(), "selected");
-        QTEST(test::ExecutorBench::boxes(), "boxes");
-    }
-
-    void jumpWhileRunning_isRefused() {
-        editor_.load(threeLines);
-        editor_.bench.robot.setPower("on");
-        m("lumo.execute.state")->setValue(this, "busy");
-        editor_.find("btnSteptojump")->setEnabled(true);
-        typeIn("lineEdit_steptojump", "2");
-        editor_.click("btnSteptojump");
-        QCOMPARE(test::ExecutorBench::boxes(), QStringList{"当前不是空闲状态"});
-        QCOMPARE(editor_.selected(), QVector<int>());
-    }
-
-    // --- Opening the editors of statements ----------------------------------------------------------
-
-    void movesAreEditedOnTheirPage() {
-        QSignalSpy asked(editor_.page.get(), &ProgramWidget::pointBtnClicked);
-        editor_.load(threeLines);
-        editor_.doubleClick(0);
-        QCOMPARE(asked.count(), 1);
-        QCOMPARE(asked.at(0).at(0).toInt(), 0);
-        QCOMPARE(asked.at(0).at(1).value<ModuleObject*>(), line(0));
-        QCOMPARE(asked.at(0).at(2).toInt(), 6);
-        m("lumo.dialog.statement")->setValue(this, QVariant::fromValue<QWidget*>(editor_.page.get()));
-        editor_.click("btnEdit");
-        QCOMPARE(asked.count(), 1);  // one is open already
-    }
-
-    void stopsOfWelding_haveNothingToEdit() {
-        editor_.load(threeLines);
-        editor_.doubleClick(1);
-        QVERIFY(!EditorFixture::dialog());
-        QVERIFY(!m("lumo.dialog.statement")->value().isValid());
-    }
-
-    // --- Pendant ----------------------------------------------------------------------------------
-
-    void pendant_movesTheSelection() {
-        editor_.load(threeLines);
-        QVector<int> rows;
-        for (const char* key : {"next", "next", "next", "next", "last", "last", "last"}) {
-            editor_.key(key);
-            rows << editor_.selected();
-        }
-        QCOMPARE(rows, QVector<int>({0, 1, 2, 2, 1, 0, 0}));
-    }
-
-    void pendant_insertsTheMoveThatIsItsTurn() {
+        QCOMPARE(rows, "0122100");
         for (int count = 0; count < 5; ++count) {
-            editor_.select(-1);
-            editor_.key("enter");
-            editor_.select(-1);
-            editor_.key("delete");  // with nothing selected it only goes on to the next move
+            act("-1");
+            key("enter");
+            act("-1");
+            key("delete");  // with nothing selected it only goes on to the next move
         }
-        QCOMPARE(EditorFixture::types(), QStringList({"moveJ", "moveC", "moveCC", "moveL", "moveJ"}));
-        editor_.select(0);
-        editor_.key("delete");
-        QCOMPARE(EditorFixture::program()->size(), 4);
+        QCOMPARE(values("type"), "moveJ moveC moveCC moveL moveJ moveJ close delay");
+        act("6");
+        key("delete");
+        QCOMPARE(values("type"), "moveJ moveC moveCC moveL moveJ moveJ delay");
+        key("center");
+        QVERIFY(shown());
     }
 
-    void pendant_editsTheSelectedLine() {
-        editor_.load(threeLines);
-        editor_.select(2);
-        editor_.key("center");
-        QVERIFY(EditorFixture::dialog());
-    }
-
-    void pendant_isIgnored_data() {
-        QTest::addColumn<QByteArray>("why");
-        QTest::newRow("while a point is taught") << QByteArray("point");
-        QTest::newRow("below another window") << QByteArray("window");
-        QTest::newRow("while another page is shown") << QByteArray("page");
-    }
-
-    void pendant_isIgnored() {
-        QFETCH(QByteArray, why);
-        editor_.load(threeLines);
-        editor_.select(0);
+    void pendantAndDoubleClicks_areIgnoredElsewhere() {
+        load(three_);
+        act("2");
+        const auto pressAll = [this] {
+            for (const char* name : {"next", "enter", "delete", "center"}) {
+                key(name);
+            }
+            return values("type") == "moveJ close delay" && selected() == 2 && !shown();
+        };
+        isnew_pWgt = true;
+        QVERIFY(pressAll());  // while a point is taught
+        isnew_pWgt = false;
         QWidget other;
-        if (why == "point") {
-            isnew_pWgt = true;
-        } else if (why == "window") {
-            other.show();
-            QApplication::setActiveWindow(&other);
-        } else {
-            editor_.page->setParent(&other);
-            editor_.page->hide();
-            other.show();
-            QApplication::setActiveWindow(&other);
-            QVERIFY(editor_.page->isActiveWindow());
-        }
-        for (const char* key : {"next", "enter", "delete", "center"}) {
-            editor_.key(key);
-        }
-        QCOMPARE(EditorFixture::types(), QStringList({"moveJ", "close", "delay"}));
-        QCOMPARE(editor_.selected(), QVector<int>{0});
-        editor_.page->setParent(nullptr);
+        other.show();
+        QApplication::setActiveWindow(&other);
+        QVERIFY(pressAll());  // below another window
+        page->setParent(&other);
+        page->hide();
+        QVERIFY(page->isActiveWindow());
+        QVERIFY(pressAll());  // while another page is shown
+        reset();
+        load(three_);
+        bench.robot.setPower("on");  // editing is disabled
+        doubleClick(2);
+        QVERIFY(pressAll());
     }
 
-    void pendant_setsTheHandGuiding_data() {
-        QTest::addColumn<QByteArray>("key");
-        QTest::addColumn<int>("space");
-        QTest::addColumn<int>("type");
-        QTest::newRow("next") << QByteArray("next") << 0 << 2;
-        QTest::newRow("last") << QByteArray("last") << 1 << 2;
-        QTest::newRow("enter") << QByteArray("enter") << 1 << 1;
-        QTest::newRow("center") << QByteArray("center") << 1 << 0;
-    }
-
-    void pendant_setsTheHandGuiding() {
-        QFETCH(QByteArray, key);
-        editor_.page->hide();  // not limited to the page on the screen
-        m(QStringLiteral("lumo.keypad.%1.pressing").arg(QString(key)))->setValue(this, false);
-        const QString drag = m("rova.handle")->isNull() ? "rova.sidemove.drag." : "rova.handle.drag.";
-        QTEST(m(drag + "space")->getInt(-1), "space");
-        QTEST(m(drag + "type")->getInt(-1), "type");
+    void everyEvent_enablesWhatCanBeDoneThen() {
+        // Power and whether a project is open at first, then what is enabled, each event with what is then.
+        const std::tuple<const char*, bool, QString> cases[] = {
+            {"off", false, "sEMbrp project SEMbRP"},
+            {"on", false, "sembrp project sembRP"},
+            {"off", true, "SEMbRP busy sembRP idle SEMbRp"},
+            {"on", true, "sembRP busy sembRP idle sembRP"},
+            {"off", false, "sEMbrp busy sEMbrP multi sEMBrP"},  // a run without a project can be stopped
+            {"off", false, "sEMbrp busy sEMbrP idle sEMbrp"},
+            {"off", true, "SEMbRP asleep SEMbRP on sembRP lost sembRP off SEMbRP"},
+            {"on", false, "sembrp off sEMbrp multi sEMBrp"},
+            {"off", true, "SEMbRP multi seMBRp multi SEMbRP multi seMBRp"},
+            {"off", true, "SEMbRP multi seMBRp on sembRp off SEMBRp"},
+        };
+        for (const auto& [power, projectOpen, course] : cases) {
+            reset(projectOpen);
+            bench.robot.setPower(power);
+            makePage();
+            QStringList seen{enabled()};
+            const QStringList steps = course.split(' ');
+            for (int i = 1; i < steps.size(); i += 2) {
+                happens(steps[i]);
+                seen << steps[i] << enabled();
+            }
+            QCOMPARE(seen.join(' '), course);
+        }
     }
 };
 
-LUMO_TEST_MAIN(TestEditing)
+LUMO_TEST(TestEditing)
 #include "test_editing.moc"

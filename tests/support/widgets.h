@@ -39,6 +39,20 @@ inline void click(QWidget* widget) {
     QTest::mouseClick(widget, Qt::LeftButton);
 }
 
+inline QPoint placeOf(QTableWidget* table, int row, int column) {
+    table->scrollToItem(table->item(row, column));
+    return table->visualItemRect(table->item(row, column)).center();
+}
+
+inline void clickCell(QTableWidget* table, int row, int column) {
+    QTest::mouseClick(table->viewport(), Qt::LeftButton, {}, placeOf(table, row, column));
+}
+
+inline void doubleClickCell(QTableWidget* table, int row, int column) {
+    clickCell(table, row, column);
+    QTest::mouseDClick(table->viewport(), Qt::LeftButton, {}, placeOf(table, row, column));
+}
+
 inline QPushButton* button(const QWidget* dialog, QDialogButtonBox::StandardButton which) {
     return child<QDialogButtonBox>(dialog, "buttonBox")->button(which);
 }

@@ -4,6 +4,8 @@
 #include <QString>
 #include <QTranslator>
 
+namespace test {
+
 /// The package's texts in a language for as long as it lives; "cn" is what the sources say.
 class Language {
 public:
@@ -19,3 +21,5 @@ public:
 private:
     QTranslator catalogue_;
 };
+
+}  // namespace test

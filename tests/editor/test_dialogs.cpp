@@ -1,0 +1,156 @@
+#include "editor/delaydialog.h"
+#include "editor/selectparamdialog.h"
+#include "editor/setdodialog.h"
+#include "editor/statementtext.h"
+#include "editor/updatespeeddialog.h"
+#include "editor/updateturningparamdialog.h"
+#include "editor/waitdidialog.h"
+#include "editorfixture.h"
+#include "mendo/log.h"
+#include "params/addparamdialog.h"
+#include "params/paramvaluesdialog.h"
+
+/// What the dialogs offer, take and store, that each is answered once, and what is shown of a statement.
+class TestDialogs : public EditorTest {
+    Q_OBJECT
+
+private slots:
+    void init() { reset(); }
+
+    void everyDialog_isAnsweredOnceHoweverItEnds() {
+        const auto statement = node("{'delaytime':500,'weldspeed':20,'DO_type':'IO'}");
+        ModuleObject* const record = statement.get();
+        QWidget window;
+        const std::pair<std::function<AnswerDialog*()>, const char*> kinds[] = {
+            {[&] { return new SetDODialog(record, &window); }, SIGNAL(signalIsok(bool))},
+            {[&] { return new SelectParamDialog(record, &window); }, SIGNAL(signalSelectParamIsok(bool))},
+            {[&] { return new DelayDialog(record, &window); }, SIGNAL(signaldelayIsok(bool))},
+            {[&] { return new UpdateSpeedDialog(record, {}, &window); }, SIGNAL(signalUpdateSpeedIsok(bool))},
+            {[&] { return new AddParamDialog(&window); }, SIGNAL(signalAddParamIsok(bool))},
+            {[&] { return new ParamValuesDialog(record, &window); }, SIGNAL(signalParamValuesIsok(bool))},
+        };
+        const QList<std::function<void(QDialog*)>> ways{
+            [](QDialog* dialog) { clickOk(dialog); },
+            [](QDialog* dialog) { QTest::keyClick(dialog, Qt::Key_Return); },
+            [](QDialog* dialog) { click(button(dialog, QDialogButtonBox::Cancel)); },
+            [](QDialog* dialog) { QTest::keyClick(dialog, Qt::Key_Escape); },
+            [](QDialog* dialog) { dialog->close(); },
+        };
+        for (const auto& [make, answer] : kinds) {
+            for (int way = 0; way < ways.size(); ++way) {
+                const std::unique_ptr<AnswerDialog> dialog(make());
+                QSignalSpy answers(dialog.get(), answer);
+                QSignalSpy log(mendo::LogHub::instance(), &mendo::LogHub::line);
+                dialog->open();
+                if (auto* const line = dialog->findChild<QLineEdit*>(); line && line->text().isEmpty()) {
+                    line->setText("5");
+                }
+                QVERIFY(dialog->windowFlags().testFlag(Qt::FramelessWindowHint));
+                ways[way](dialog.get());
+                for (const auto& again : ways) {
+                    again(dialog.get());
+                }
+                const QString said = QString("%1::%1  QDialogButtonBox::%2")
+                                         .arg(dialog->metaObject()->className(), way < 2 ? "Ok" : "Cancel");
+                QCOMPARE(answers, QList<QVariantList>{{way < 2}});
+                QCOMPARE(log, QList<QVariantList>({{"W", said}}));
+            }
+        }
+    }
+
+    /// Also what this robot lacks.
+    void ioDialog_offersWhatThereIsAndKeepsWhatWasThere() {
+        const std::pair<QByteArray, QString> cases[] = {
+            {"'doName':'DO1','DO_type':'IO','DO_reg':{'name':'OUT','bias':3,'type':'bit'},'value'",
+             "DO1 DO2, OUT BOOL, 1 2 3 4"},
+            {"'doName':'D','DO_type':'register','DO_reg':{'name':'X','bias':5,'type':'bit'},'value'",
+             "DO1 DO2 D, OUT BOOL X, 1 6"},
+            {"'doName':'DO1','DO_type':'register','DO_reg':{'name':'OUT','bias':4,'type':'bit'},'value'",
+             "DO1 DO2, OUT BOOL, 1 2 3 4 5"},
+            {"'diName':'D','DI_type':'register','DI_reg':{'name':'X','bias':2,'type':'bool'},'value1'",
+             "DI1 D, IN X, 1 3"},
+        };
+        for (const auto& [record, offered] : cases) {
+            const auto statement = node("{" + record + ":'true'}");
+            const QJsonValue before = statement->exportToJson();
+            std::unique_ptr<IoDialog> dialog = std::make_unique<SetDODialog>(statement.get());
+            if (record.contains("DI")) {
+                dialog = std::make_unique<WaitDIDialog>(statement.get());
+            }
+            dialog->open();
+            QStringList lists;
+            for (const QByteArray list : {"", "Reg", "RegBias"}) {
+                const QByteArray name = (record.contains("DI") ? "cmbDI" : "cmbDO") + list;
+                lists << textsOf(child<QComboBox>(dialog.get(), name)).join(' ');
+                QCOMPARE(child(dialog.get(), name)->isVisible(), record.contains("'IO'") == list.isEmpty());
+            }
+            QCOMPARE(lists.join(", "), offered);
+            dialog->save(statement.get());
+            QCOMPARE(text(statement.get()), text(before));
+        }
+    }
+
+    void okIsOfferedForWhatCanRun() {
+        const auto statement = node("{'delaytime':500,'weldspeed':'20','index':0}");
+        const auto orphan = node("{'index':4,'weldspeed':20}");
+        DelayDialog delay(statement.get());
+        SelectParamDialog start(statement.get()), change(statement.get()), lost(orphan.get());
+        start.setbeginOrparam(1);
+        change.setbeginOrparam(0);
+        lost.setbeginOrparam(1);
+        UpdateSpeedDialog speed(program(), {});
+        UpdateTurningParamDialog zone(program(), {});
+        const std::tuple<QDialog*, QString, QString, bool> cases[] = {
+            {&delay, "-1.5e3", "153", true}, {&delay, "12345678901", "123456789", true},
+            {&delay, "\b", "", false},       {&start, "0", "0", false},
+            {&start, "3x5", "35", true},     {&start, "\b", "", false},
+            {&change, "", "", true},         {&speed, "0", "0", false},
+            {&speed, "5000", "5000", true},  {&zone, "", "", true},
+            {&zone, "56", "5", true},        {&zone, "45", "4", true},
+            {&lost, "", "20", false},  // its set is gone
+        };
+        for (const auto& [dialog, typed, shown, ok] : cases) {
+            dialog->open();  // selects what was there
+            auto* const line = child<QLineEdit>(dialog, "lineEdit");
+            QTest::keyClicks(line, typed);
+            QCOMPARE(line->text(), shown);
+            QCOMPARE(button(dialog, QDialogButtonBox::Ok)->isEnabled(), ok);
+            QCOMPARE(line->isVisible(), dialog != &change);
+            dialog->hide();
+        }
+    }
+
+    void eachStatement_showsItsOwnValues() {
+        const std::pair<QByteArray, QString> cases[] = {
+            {"{'type':'moveJ','point':{'near':[3.141592653589793,-1.5707963267948966,0,0,0,0.001]},'zone':2}",
+             "空走|1.轴角度：(180.000, -90.000, 0.000, 0.000, 0.000, 0.057)°；\n2.转弯区：2mm；"},
+            {"{'type':'moveL','point':{'trans':[0.5,0,0.25]},'speed':'35.9','toolset':{"
+             "'end':{'name':'50%4','trans':[0.1,0,0.05]},'ref':{'name':'W'}}}",
+             "直线|1.点位：xyz(500.000, 0.000, 250.000)mm;\n2.速度：v35mm/s；\n"
+             "3.工具：50%4, 坐标：xyz(0.100, 0.000, 0.050)mm;\n4.工件：W, 坐标：xyz(0.000, 0.000, 0.000)mm;"},
+            {"{'type':'moveCC','point':{},'point1':{'trans':[1,-2,0.0004]}}",
+             "全圆|1.点位：xyz(0.000, 0.000, 0.000)mm;\n2.点位：xyz(1000.000, -2000.000, 0.400)mm;"},
+            // The set's and the port's values, not the statement's own.
+            {"{'type':'open','index':0,'laserPower':1,'laserDutyCycle':2,'wireEnable':false,'weldspeed':18}",
+             "开始焊接|1.参数名称：A;\n2.激光功率：50%;\n3.激光占空比：30%;\n4.送丝使能：ON;\n"
+             "5.焊接速度：v18mm/s；"},
+            {"{'type':'setDO','doName':'DO1','DO_type':'IO','DO_reg':{'name':'R','bias':4},'value':'true'}",
+             "setDO|1.DO名称：DO1\n2.设置为：true"},
+            // Elements of registers are counted from 1.
+            {"{'type':'waitDI','diName':'D','DI_type':'register','DI_reg':{'name':'R','bias':2}}",
+             "waitDI|1.DI名称：R[3]"},
+            {"{'type':'delay','delaytime':500}", "延时|延时时间为：500ms"},
+        };
+        for (const auto& [content, expected] : cases) {
+            const auto statement = node(content);
+            const QString command = type2cn(statement->c("type")->getString());
+            QCOMPARE(command + "|" + lumo::statementDetails(statement.get()), expected);
+            QCOMPARE(text(statement.get()), text(json(content)));  // showing writes nothing
+        }
+        kordservice()->dataNode("sys.info")->set(nullptr, "joint_num", 7);
+        QVERIFY(joints2cn(node("{'near':[0,0,0,0,0,0,3.14159265]}").get()).contains(" 0.000,180.000)"));
+    }
+};
+
+LUMO_TEST(TestDialogs)
+#include "test_dialogs.moc"

@@ -1,0 +1,178 @@
+#include "editor/pointwidget.h"
+#include "editorfixture.h"
+
+#include <QTextEdit>
+
+#include <cmath>
+
+/// The point page: what it shows, takes and stores of a move, and how the pendant's keys work on it.
+class TestPointPage : public EditorTest {
+    Q_OBJECT
+
+    std::unique_ptr<PointWidget> points_;
+    QVector<int> answers_;  // rows that were OK, -1 for Cancel
+
+    /// Figures that six digits cannot hold, so that a page that writes back what it shows is found out.
+    const QByteArray first_ =
+        "'point':{'trans':[0.512345678901,-0.1000000004,0.25],'rot':[1.0471975511966,-0.3,1.2345e-7],"
+        "'near':[0.1234567890123,-1.5,2.25,0.3,-0.75,3,0.98765432109],'extra':'kept'},";
+    const QByteArray second_ = "'point1':{'trans':[1.0000000012,0.2,0.3],'rot':[0.1,0.2,0.33333333333]},";
+
+    QByteArray move(const QByteArray& type, const QByteArray& more = "'speed':20,'zone':2,'note':'a'") const {
+        return "{'type':'" + type + "'," + first_ + (type.startsWith("moveC") ? second_ : "") + more + "}";
+    }
+    /// Makes it the program's only statement and opens the page on it.
+    void open(const QByteArray& record, int joints = 6) {
+        load("[" + record + "]");
+        answers_.clear();
+        points_ = std::make_unique<PointWidget>(0, line(0), joints);
+        connect(points_.get(), &PointWidget::okayBtnClicked, this, [this](int row) { answers_ << row; });
+        connect(points_.get(), &PointWidget::cancelBtnClicked, this, [this] { answers_ << -1; });
+        points_->show();
+    }
+    QLineEdit* field(const QByteArray& name) const {
+        return child<QLineEdit>(points_.get(), "lineEdit" + name);
+    }
+    void type(const QByteArray& name, const QString& text) {
+        field(name)->clear();
+        QTest::keyClicks(field(name), text);
+    }
+    void press(const char* name) { click(child(points_.get(), name)); }
+    static ModuleObject* posture() { return kordservice()->dataNode("sys.posture"); }
+
+    /// Texts of the fields on the screen.
+    QString shownFields() const {
+        QString texts;
+        for (const QString& name : QString("J7 X1 Y1 Z1 A1 B1 C1 X2 Y2 Z2 A2 B2 C2").split(' ')) {
+            texts += field(name.toLatin1())->isVisible() ? field(name.toLatin1())->text() + ' ' : "";
+        }
+        return texts;
+    }
+
+private slots:
+    void init() {
+        bench.reset();
+        posture()->loadJson(this, json("{'trans':[0.7,0.8,0.9],'rot':[0,0,1.5707963267949],"
+                                       "'near':[1.5707963267949,0,0,0,0,0,0.1],'extra':'taught'}"));
+    }
+
+    void eachMove_showsItsFieldsAndKeepsEveryDigit() {
+        const QString joints = "7.07355 -85.9437 128.916 17.1887 -42.9718 171.887 ";
+        const QString first = "512.346 -100 250 60 -17.1887 7.07316e-06 ";
+        const QString second = first + "1000 200 300 5.72958 11.4592 19.0986 ";
+        const std::tuple<QByteArray, int, QString> cases[] = {
+            {move("moveJ"), 6, joints},
+            {move("moveJ"), 7, "56.5884 " + joints},
+            {move("moveC"), 6, second},
+            {move("moveCC"), 7, second},
+            {move("moveL", "'speed':500.5,'zone':20,'note':''"), 7, first},  // cannot be typed
+            {move("moveL", "'speed':'60.0','zone':'1.5','note':'one\\r\\ntwo'"), 6, first},
+        };
+        for (const auto& [record, jointCount, fields] : cases) {
+            open(record, jointCount);
+            QCOMPARE(shownFields(), fields);
+            QCOMPARE(child(points_.get(), "updateBtn2")->isVisible(), fields == second);
+            press("okayBtn");
+            QCOMPARE(text(line(0)), text(json(record)));
+        }
+        QCOMPARE(child<QTextEdit>(points_.get(), "textEditNote")->toPlainText(), "one\ntwo");
+    }
+
+    void whatIsTyped_isStoredAndNothingElse() {
+        const double degree = M_PI / 180;
+        const std::tuple<const char*, const char*, const char*, QString, double> cases[] = {
+            {"moveL", "X1", "600", "point.trans.#0", 0.6},
+            {"moveL", "Y1", "600,5", "point.trans.#1", 0.6005},
+            {"moveL", "A1", "90", "point.rot.#0", 90 * degree},
+            {"moveJ", "X1", "-30.5", "point.near.#0", -30.5 * degree},
+            {"moveJ", "J7", "45", "point.near.#6", 45 * degree},
+            {"moveC", "X2", "1", "point1.trans.#0", 0.001},
+            {"moveCC", "C2", "-1", "point1.rot.#2", -degree},
+            {"moveL", "X1", "", "point.trans.#0", 0},
+            {"moveL", "X1", "inf", "point.trans.#0", 0},
+            {"moveL", "Speed", "199", "speed", 199},
+            {"moveL", "Speed", "200", "speed", 20},  // what is too much for the robot cannot be typed
+            {"moveL", "Turn", "6", "zone", 0},
+            {"moveL", "Turn", "45", "zone", 4},
+        };
+        for (const auto& [moveType, name, typed, path, expected] : cases) {
+            open(move(moveType), 7);
+            type(name, typed);
+            press("okayBtn");
+            const double stored = line(0)->r(path)->getDouble(-999);
+            QVERIFY2(std::abs(stored - expected) < 1e-12, typed);
+            const auto wanted = node(move(moveType));
+            wanted->set(this, path, stored);
+            QCOMPARE(text(line(0)), text(wanted.get()));
+        }
+        for (const char* speed : {"0", ""}) {
+            type("Speed", speed);
+            QVERIFY(!child(points_.get(), "okayBtn")->isEnabled());
+        }
+        open("{'type':'moveL','speed':20,'point':{}}");
+        type("Z1", "100");
+        child<QTextEdit>(points_.get(), "textEditNote")->setPlainText("weld 7");
+        press("okayBtn");
+        QCOMPARE(text(line(0)->r("point.trans")), "[0,0,0.1]");
+        QCOMPARE(values("note"), "weld 7");
+    }
+
+    void taughtPoints_areStoredAsTheyAre() {
+        for (const bool ok : {false, true}) {
+            open(move("moveC"));
+            type("X2", "123");
+            press("updateBtn1");
+            QCOMPARE(shownFields(), "700 800 900 0 0 90 123 200 300 5.72958 11.4592 19.0986 ");
+            press("updateBtn2");
+            QCOMPARE(field("X2")->text(), "700");
+            type("X1", "650");
+            const auto expected = node(move("moveC"));
+            expected->c("point1")->copyFrom(this, posture());  // at once, also when it is cancelled
+            QCOMPARE(text(line(0)), text(expected.get()));
+            press(ok ? "okayBtn" : "cancelBtn");
+            if (ok) {
+                expected->c("point")->copyFrom(this, posture());
+                expected->set(this, "point.trans.#0", 0.65);
+            }
+            QCOMPARE(text(line(0)), text(expected.get()));
+            QCOMPARE(answers_, QVector<int>{ok ? 0 : -1});
+        }
+    }
+
+    void longPresses_setTheHandGuiding() {
+        open(move("moveL"));
+        for (const QString drag : {"rova.handle.drag", "rova.sidemove.drag"}) {
+            QString seen;
+            for (const char* key : {"next", "last", "enter", "center"}) {
+                m(QString("lumo.keypad.%1.pressing").arg(key))->setValue(nullptr, true);
+                seen += m(drag + ".space")->getString() + m(drag + ".type")->getString() + ' ';
+            }
+            QCOMPARE(seen, "02 12 11 10 ");
+            m("rova")->remove(this, "handle");
+        }
+    }
+
+    void statementThatIsGoneOrMoved_isNotConfused() {
+        for (const bool moves : {true, false}) {
+            open(move("moveC"));
+            m("lumo.dialog.statement")->setValue(this, QVariant::fromValue<QObject*>(points_.get()));
+            type("X1", "600");
+            if (moves) {
+                program()->insert(this, new ModuleObject("another"), true, 0);
+            } else {
+                load("[" + move("moveC") + "]");
+                bench.time.settle();
+            }
+            const QString before = text(program());
+            press("updateBtn2");
+            m("lumo.keypad.center.clicked")->setValue(nullptr, true);  // is OK
+            QCOMPARE(answers_, QVector<int>{moves ? 1 : -1});
+            QCOMPARE(text(program()) == before, !moves);
+            points_.reset();
+            QVERIFY(!m("lumo.dialog.statement")->value().isValid());
+        }
+    }
+};
+
+LUMO_TEST(TestPointPage)
+#include "test_pointpage.moc"
