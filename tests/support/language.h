@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QCoreApplication>
+#include <QString>
+#include <QTranslator>
+
+namespace test {
+
+/// The package's texts in a language for as long as it lives; "cn" is what the sources say.
+class Language {
+public:
+    explicit Language(const QString& name) {
+        if (name != QLatin1String("cn") &&
+            catalogue_.load(QStringLiteral(":/lumo/language/lumo_%1.qm").arg(name))) {
+            QCoreApplication::installTranslator(&catalogue_);
+        }
+    }
+    ~Language() { QCoreApplication::removeTranslator(&catalogue_); }
+    Q_DISABLE_COPY_MOVE(Language)
+
+private:
+    QTranslator catalogue_;
+};
+
+}  // namespace test
