@@ -26,7 +26,8 @@ private slots:
 
     void init() {
         calls_.clear();
-        m()->regist(this, "lumo")->loadJson(this, json("{'port':[" + QByteArray(",{}").repeated(19).mid(1) + "]}"));
+        m()->regist(this, "lumo")
+            ->loadJson(this, json("{'port':[" + QByteArray(",{}").repeated(19).mid(1) + "]}"));
     }
 
     void writes_goToTheRegisterThatIsAssigned_data() {
@@ -72,7 +73,10 @@ private slots:
     }
 
     void state_ofWhatCannotBeReadIsOff() {
-        kordservice()->dataNode("register.values")->set(this, "LUMO_DI.#0", false)->set(this, "LUMO_DI.#1", true);
+        kordservice()
+            ->dataNode("register.values")
+            ->set(this, "LUMO_DI.#0", false)
+            ->set(this, "LUMO_DI.#1", true);
         kordservice()->dataNode("register.values")->set(this, "LUMO_AO_1.#0", 16384);
         for (const char* const name : {"LUMO_DI.#0", "LUMO_DI.#9", "NONE.#1", ""}) {
             assign(DI_LASER_STATE, name);
@@ -93,10 +97,10 @@ private slots:
             I_PORT port;
             int value;
             const char* written;  // its kind of register
-        } rows[] = {{DI_LASER_STATE, 1, nullptr},      {DO_GAS, 1, "bit"},
-                    {DO_WIRE_PULLBACK, 1, "bit"},      {DO_GAS, 0, nullptr},
-                    {AO_WIRE_SPEED, 1, "int16"},       {AO_LASER_DUTY_CYCLE, 32767, "int16"},
-                    {AO_LASER_POWER, -328, "int16"},   {AO_LASER_POWER, 0, nullptr}};
+        } rows[] = {{DI_LASER_STATE, 1, nullptr},    {DO_GAS, 1, "bit"},
+                    {DO_WIRE_PULLBACK, 1, "bit"},    {DO_GAS, 0, nullptr},
+                    {AO_WIRE_SPEED, 1, "int16"},     {AO_LASER_DUTY_CYCLE, 32767, "int16"},
+                    {AO_LASER_POWER, -328, "int16"}, {AO_LASER_POWER, 0, nullptr}};
         for (const auto& row : rows) {
             init();
             kordservice()->dataNode("register.values")->set(this, "OUT.#0", row.value);
@@ -109,9 +113,9 @@ private slots:
 
     void fractions_areRoundedAndKeptInTheRegister() {
         constexpr double infinity = std::numeric_limits<double>::infinity();
-        const QMap<double, int> values{{0.0, 0},        {1.0, 32767},    {0.5, 16384},   {-0.5, -16383},
-                                       {0.05, 1638},    {0.07, 2294},    {3.0, 32767},   {1e300, 32767},
-                                       {-3.0, -32768},  {infinity, 32767}, {-infinity, -32768}};
+        const QMap<double, int> values{{0.0, 0},       {1.0, 32767},      {0.5, 16384},       {-0.5, -16383},
+                                       {0.05, 1638},   {0.07, 2294},      {3.0, 32767},       {1e300, 32767},
+                                       {-3.0, -32768}, {infinity, 32767}, {-infinity, -32768}};
         for (auto value = values.begin(); value != values.end(); ++value) {
             QCOMPARE(scaledFraction(value.key()), value.value());
         }

@@ -1,6 +1,7 @@
 #include "devices/statusmonitorwidget.h"
 #include "panel/pagebench.h"
 #include "support/suite.h"
+#include "support/text.h"
 
 using namespace test;
 
@@ -23,7 +24,8 @@ class TestStatusMonitor : public QObject {
         return shown.join(' ');
     }
     QString states() const {
-        return texts({"lblLaserState", "lblLaserTopState", "lblCoolerState", "lblPressure", "lblTemperatue", "lblWelding"});
+        return texts({"lblLaserState", "lblLaserTopState", "lblCoolerState", "lblPressure", "lblTemperatue",
+                      "lblWelding"});
     }
     QString setPoints() const { return texts({"lblLaserFrequency", "lblLaserRatio", "lblLaserPower"}); }
     QString counted() const { return texts({"lblNum", "lblDelay"}); }
@@ -151,7 +153,8 @@ private slots:
         bench_.run(from);
         bench_.settle();
         QTEST(counted(), "counted");
-        QCOMPARE(QString("%1 %2").arg(m("lumo.count")->getInt()).arg(m("lumo.processTime")->getInt()), counted());
+        QCOMPARE(QString("%1 %2").arg(m("lumo.count")->getInt()).arg(m("lumo.processTime")->getInt()),
+                 counted());
     }
 
     void time_beginsWithTheLastStart_andClearingZeroesBoth() {
