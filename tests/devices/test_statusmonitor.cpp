@@ -31,13 +31,10 @@ class TestStatusMonitor : public QObject {
         bench_.time.advance(ms);
         return shown(labels);
     }
-    void load(const QString& delays) {
-        QStringList lines;
-        for (const QString& delay : delays.split(' ', Qt::SkipEmptyParts)) {
-            lines << "{'type':'delay','delaytime':" + delay + "}";
-        }
-        m("lumo.program")->loadJson(this, json("[" + lines.join(',').toUtf8() + "]"));
-    }
+
+    static constexpr char three[] = R"([{"type":"delay","delaytime":1000},{"type":"delay","delaytime":2000},
+                                        {"type":"delay","delaytime":500}])";
+    static constexpr char one[] = R"([{"type":"delay","delaytime":1999}])";
 
 private slots:
     void init() {
@@ -63,7 +60,8 @@ private slots:
         set("LUMO_DI.#5", true);
         QCOMPARE(next(states), "正常 关闭 关闭 异常 正常 正常");
         set("LUMO_DI.#5", false);
-        QVERIFY(next(states).endsWith("异常") && label("lblPressure")->styleSheet().contains("bold"));
+        m("lumo.port")->c(DI_TEMPERATURE_STATE)->set(this, "name", "NONE.#1");
+        QVERIFY(next(states).endsWith("异常 异常") && label("lblPressure")->styleSheet().contains("bold"));
         QVERIFY(!label("lblCoolerState")->styleSheet().contains("bold"));
         QCOMPARE(label("lblLaserState")->styleSheet() + label("lblWelding")->styleSheet(), "");
     }
@@ -87,28 +85,27 @@ private slots:
     }
 
     void runs_areCountedWhenTheyReachTheLastLine_data() {
-        QTest::addColumn<QString>("delays");  // the program
+        QTest::addColumn<QByteArray>("program");
         QTest::addColumn<int>("from");
         QTest::addColumn<int>("atMs");
         QTest::addColumn<QString>("counted");
-        const auto row = [](const char* event, const char* delays, int from, int atMs, const char* counted) {
-            QTest::newRow(event) << delays << from << atMs << counted;
+        const auto row = [](const char* event, const char* program, int from, int atMs, const char* counted) {
+            QTest::newRow(event) << QByteArray(program) << from << atMs << counted;
         };
-        row("to its end", "1000 2000 500", 0, 0, "42 3");
-        row("from the last line", "1000 2000 500", 2, 0, "42 0");
-        row("one line, nearly two seconds", "1999", 0, 0, "42 1");
-        row("empty", "", 0, 0, "41 0");
-        row("pause before the last line", "1000 2000 500", 0, 1500, "41 0");
-        row("pause on the last line", "1000 2000 500", 0, 3200, "42 3");
-        row("power lost", "1000 2000 500", 0, 1500, "41 0");
-        row("clear", "1000 2000 500", 0, 1500, "1 3");
-        row("leave the page", "1000 2000 500", 0, 1500, "42 3");
-        row("hide the panel", "1000 2000 500", 0, 1500, "42 3");
-        row("shorten the program", "1000 2000 500", 0, 1500, "41 0");
+        row("to its end", three, 0, 0, "42 3");
+        row("from the last line", three, 2, 0, "42 0");
+        row("one line, nearly two seconds", one, 0, 0, "42 1");
+        row("empty", "[]", 0, 0, "41 0");
+        row("pause before the last line", three, 0, 1500, "41 0");
+        row("pause on the last line", three, 0, 3200, "42 3");
+        row("power lost", three, 0, 1500, "41 0");
+        row("clear", three, 0, 1500, "1 3");
+        row("hide the panel", three, 0, 1500, "42 3");
+        row("shorten the program", three, 0, 1500, "41 0");
     }
 
     void runs_areCountedWhenTheyReachTheLastLine() {
-        QFETCH(QString, delays);
+        QFETCH(QByteArray, program);
         QFETCH(int, from);
         QFETCH(int, atMs);
         const QMap<QString, std::function<void()>> acts{
@@ -117,9 +114,9 @@ private slots:
             {"clear", [this] { bench_.click("btnClear"); }},
             {"leave", [this] { bench_.click("btnDeviceControl"); }},
             {"hide", [this] { bench_.page->hide(); }},
-            {"shorten", [this] { load("1999"); }},
+            {"shorten", [this] { bench_.load(one); }},
         };
-        load(delays);
+        bench_.load(program);
         bench_.at(atMs, acts.value(QString(QTest::currentDataTag()).section(' ', 0, 0), [] {}));
         bench_.run(from);
         bench_.settle();
@@ -129,7 +126,7 @@ private slots:
         bench_.time.advance(60000);
         bench_.page->show();
         bench_.robot.setPower("on");
-        load("1000 2000 500");
+        bench_.load(three);
         bench_.run(1);
         QCOMPARE(shown("Num Delay").section(' ', 1), "2");
         QCOMPARE(m("lumo.count")->getString() + ' ' + m("lumo.processTime")->getString(), shown("Num Delay"));
