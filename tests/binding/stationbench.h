@@ -6,23 +6,22 @@
 
 namespace test {
 
-/// Stations at work on a powered robot: what happens is a script, and what the operator and the stations are
-/// told of it is one line of text, both in milliseconds after the switch was pressed.
+/// Stations at work on a powered robot: a script of what happens, and a log of what the operator and the
+/// stations are told, each one line of text with milliseconds after the switch was pressed.
 ///
 /// A script: "0 closing | 100 ~DI1 | 450 power off, delete 5". "+DI1" and "-DI1" switch an input, "~DI1" has
-/// it on for the look at that time alone; the other words are those of act(). What stands at 0 is done before
-/// the switch is pressed.
+/// it on for the look at that time alone, act() has the other words; 0 is before the switch is pressed.
 ///
-/// The log: "100 +DO1 1:asked | 200 pause 1:runs | 700 -DO1 1:over": outputs switched ("+R.bit4" is
-/// a bit of a register), the laser, what rows show, counted from 1, pauses, files that
-/// are no projects, and at the end the messages on the screen.
+/// A log: "100 +DO1 1:asked | 200 pause 1:runs | 700 -DO1 1:over": outputs ("+R.bit4" is a bit of a
+/// register), states of rows from 1, pauses, the laser, files that are no projects, at the end "[a message's
+/// text]".
 class StationBench : public PageBench {
 public:
     ~StationBench() override { alone.reset(); }
 
-    /// Stations 1, 2 … that have these projects ("P1 P2 -": the third has none), on their page, which is made
-    /// in no time, or in the whole panel. They listen to DI1, DI2 … and tell DO1, DO2 …, their stop signals
-    /// count from 11; `fields` overwrites fields by the station's number.
+    /// Stations 1, 2 … with these projects ("P1 P2 -": the third has none), on their page alone, which is
+    /// made in no time, or in the panel. They listen to DI1, DI2 … and tell DO1, DO2 …; the numbers of their
+    /// stop signals have a 1 in front. `fields` overwrites fields by the station's number.
     void renew(const QString& projects, const QByteArray& fields = "{}", bool withPanel = false) {
         follower_.reset();
         alone.reset();
@@ -65,11 +64,9 @@ public:
         }
         pressSwitch();
         time.advance(startMs_ + untilMs - time.elapsedMs());
-        for (const QString& box : boxes()) {
-            log += " [" + box + "]";
-        }
+        const QStringList messages = boxes();
         closeBoxes();
-        return log;
+        return messages.isEmpty() ? log : log + " [" + messages.join("; ") + "]";
     }
     void act(const QString& what) {
         const QString argument = what.section(' ', 1);
@@ -106,12 +103,9 @@ private:
                 "{'stationname':'S%1','filePath':'%2','time':'100','type':'上升沿','type2':'上升沿',"
                 "'DI':'DI%1','DI_type':'IO','DI2':'DI1%1','DI2_type':'IO',"
                 "'DO':'DO%1','DO_type':'IO','DO2':'DO1%1','DO2_type':'IO','status':''}";
-            QJsonObject record = json(plain.arg(number).arg(file).toUtf8()).toObject();
-            const QJsonObject own = fields[QString::number(number)].toObject();
-            for (auto field = own.begin(); field != own.end(); ++field) {
-                record[field.key()] = *field;
-            }
-            records << record;
+            QVariantMap record = json(plain.arg(number).arg(file).toUtf8()).toObject().toVariantMap();
+            record.insert(fields[QString::number(number)].toObject().toVariantMap());
+            records << QJsonObject::fromVariantMap(record);
         }
         m("lumo.signalsConfig")->loadJson(this, records);
         kordservice()->dataNode("device.io")->loadJson(this, json("{'DI':{},'DO':{}}"));
@@ -123,9 +117,8 @@ private:
         load(delay);
         robot.setPower("on");
         log.clear();
-        lastMs_ = -1;
         runs = 0;
-        startMs_ = time.elapsedMs();
+        startMs_ = lastMs_ = time.elapsedMs();
     }
     void plan(int ms, const QString& what) {
         if (what.startsWith('~')) {
@@ -139,16 +132,14 @@ private:
     }
 
     void note(const QString& what) {
-        const qint64 ms = time.elapsedMs() - startMs_;
-        if (std::exchange(lastMs_, ms) != ms) {
-            log += (log.isEmpty() ? "" : " | ") + QString::number(ms);
+        if (std::exchange(lastMs_, time.elapsedMs()) != lastMs_) {
+            log += (log.isEmpty() ? "" : " | ") + QString::number(lastMs_ - startMs_);
         }
         log += ' ' + what;
     }
     void follow() {
-        follower_ = std::make_unique<QObject>();
-        laser_ = false;
-        QObject* const follower = follower_.get();
+        QObject* const follower = new QObject;
+        follower_.reset(follower);
         connect(kordservice(), &KordService::issued, follower,
                 [this](const KordCall& call) { onCall(call); });
         connect(table(), &QTableWidget::itemChanged, follower, [this](const QTableWidgetItem* item) {
@@ -165,12 +156,10 @@ private:
                 [this](const QString& n) { note(n + '!'); });
     }
     void onCall(const KordCall& call) {
-        const auto argument = [&call](const char* name) { return call.argument(name).toString(); };
-        const QString sign = call.argument("value").toBool() ? "+" : "-";
-        if (call.name == "device.io.out.do") {
-            note(sign + argument("name"));
-        } else if (call.name == "register.write" && call.exec) {
-            note(sign + argument("name") + '.' + argument("type") + argument("bias"));
+        if (call.name == "device.io.out.do" || call.exec) {
+            const QString bit = call.argument("type").toString() + call.argument("bias").toString();
+            const QString name = call.argument("name").toString() + (bit.isEmpty() ? "" : ".") + bit;
+            note((call.argument("value").toBool() ? '+' : '-') + name);
         }
         const bool laser = robot.output("LASER") != 0.0;
         if (std::exchange(laser_, laser) != laser) {
@@ -178,8 +167,7 @@ private:
         }
     }
 
-    qint64 startMs_ = 0;
-    qint64 lastMs_ = -1;
+    qint64 startMs_ = 0, lastMs_ = 0;
     bool laser_ = false;
     std::unique_ptr<QObject> follower_;
 };

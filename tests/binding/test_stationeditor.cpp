@@ -33,18 +33,16 @@ class TestStationEditor : public QObject {
 private slots:
     void record_meansTheSameInEveryLanguage() {
         const Language english("en");
-        for (const QString word : {"上升沿", "Rising Edge", "По фронту"}) {
-            QVERIFY(edgeFrom(word) == Edge::Rising && edgeWord(Edge::Rising) == "Rising Edge");
+        const QMap<QString, QString> edges{{"上升沿", "Rising Edge"},
+                                           {"По фронту", "Rising Edge"},
+                                           {"下降沿", "Falling Edge"},
+                                           {"По спаду", "Falling Edge"},
+                                           {"rising", "rising"}};
+        for (auto edge = edges.begin(); edge != edges.end(); ++edge) {
+            const auto station = node("{'type2':'" + edge.key().toUtf8() + "'}");
+            QCOMPARE(edgeText(station.get(), StationSignal::StopInput), edge.value());
         }
-        for (const QString word : {"下降沿", "Falling Edge", "По спаду"}) {
-            QVERIFY(edgeFrom(word) == Edge::Falling && edgeWord(Edge::Falling) == "Falling Edge");
-        }
-        QCOMPARE(edgeText(node("{'type2':'По спаду'}").get(), StationSignal::StopInput), "Falling Edge");
-        QCOMPARE(edgeText(node("{'type':'rising'}").get(), StationSignal::StartInput), "rising");
-        for (const QString time : {"", "0", "-5", "fast"}) {
-            QVERIFY(samplePeriodMs(time) == 100 && samplePeriodMs("1") == 1);
-        }
-
+        QVERIFY(samplePeriodMs("1") == 1 && samplePeriodMs("0") == 100 && samplePeriodMs("fast") == 100);
         kordservice()->dataNode("device.io")->loadJson(this, json("{'DI':{'ON':true,'OFF':false}}"));
         kordservice()->dataNode("register.values")->set(this, "R.#0", false)->set(this, "R.#1", true);
         const struct {
@@ -52,14 +50,12 @@ private slots:
             bool level;
         } rows[] = {
             {"{'DI_type':'IO','DI':'ON','DI_reg':{'name':'R','bias':0}}", "Start: IO ON", true},
-            {"{'DI_type':'IO','DI':'OFF','DI_reg':{'name':'R','bias':1}}", "Start: IO OFF", false},
             {"{'DI_type':'IO','DI':'','DI_reg':{'name':'R','bias':1}}", "Start: IO ", false},
             {"{'DI_type':'寄存器','DI':'OFF','DI_reg':{'name':'R','bias':1}}", "Start: Register R[2]", true},
             {"{'DI_type':'','DI':'ON','DI_reg':{'name':'R','bias':0}}", "Start: Register R[1]", false},
             {"{'DI_type':'','DI_reg':{'name':'R','bias':-1}}", "Start: Register R", false},
             {"{'DI_type':'','DI_reg':{'name':'R','bias':2147483647}}", "Start: Register R[2147483648]",
              false},
-            {"{'DI_type':'','DI':'ON'}", "Start: Register ", false},
         };
         for (const auto& row : rows) {
             const SignalSource input = readSource(node(row.record).get(), StationSignal::StartInput);
