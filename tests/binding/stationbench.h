@@ -51,6 +51,22 @@ public:
         click(button);
     }
 
+    /// Opens a row's page (-1: of a new one), fills in its fields, presses its buttons and leaves it.
+    void edit(int row, const QVector<QPair<const char*, QString>>& changes, const char* end = "okayBtn") {
+        row < 0 ? click("btnAdd") : clickRow(row, "btnEdit");
+        for (const auto& [name, text] : changes) {
+            if (auto* const combo = find<QComboBox>(name)) {
+                combo->setCurrentText(text);
+            } else if (auto* const line = find<QLineEdit>(name)) {
+                line->selectAll();
+                QTest::keyClicks(line, text);
+            } else {
+                click(name);
+            }
+        }
+        click(end);
+    }
+
     /// Does something at that time, inside whatever runs then.
     void when(qint64 ms, const std::function<void()>& action) {
         QTimer::singleShot(int(startMs_ + ms - time.elapsedMs()), Qt::PreciseTimer, follower_.get(), action);

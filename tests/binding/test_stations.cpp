@@ -10,15 +10,6 @@ class TestStations : public QObject {
 
     StationBench bench_;
 
-    void choose(const char* combo, const QString& text) const {
-        bench_.find<QComboBox>(combo)->setCurrentText(text);
-    }
-    void edit(int row, const std::function<void()>& change) {
-        bench_.clickRow(row, "btnEdit");
-        change();
-        bench_.click("okayBtn");
-    }
-
 private slots:
     void timeline_data() {
         QTest::addColumn<QString>("projects");
@@ -179,23 +170,16 @@ private slots:
         bench_.renew("P1 P2", "{}", true);
         kordservice()->dataNode("device.io")->loadJson(this, json("{'DI':{'DI4':1},'DO':{'DO7':0}}"));
         bench_.when(450, [this] {
-            edit(1, [this] { bench_.click("btnclear"); });
-            edit(0, [this] { choose("cmbDO", "DO7"); });
+            bench_.edit(1, {{"btnclear", ""}});
+            bench_.edit(0, {{"cmbDO", "DO7"}});
         });
         bench_.when(1250, [this] {
             bench_.act("+DI11");
-            edit(0, [this] { choose("cmbType", "下降沿"); });
+            bench_.edit(0, {{"cmbType", "下降沿"}});
         });
         bench_.when(1610, [this] {
-            edit(0, [this] {
-                choose("cmbDI", "DI4");
-                choose("cmbDI_2", "DI4");
-                choose("cmbType", "上升沿");
-            });
-            bench_.click("btnAdd");
-            QTest::keyClicks(bench_.find<QLineEdit>("lineEdit_stationname"), "new");
-            choose("cmbDI", "DI4");
-            bench_.click("okayBtn");
+            bench_.edit(0, {{"cmbDI", "DI4"}, {"cmbDI_2", "DI4"}, {"cmbType", "上升沿"}});
+            bench_.edit(-1, {{"lineEdit_stationname", "new"}, {"cmbDI", "DI4"}});
         });
         QCOMPARE(bench_.play("100 ~DI1 | 300 ~DI2 | 1550 -DI11 | 2210 -DI4 | 2510 +DI4", 2750),
                  "100 +DO1 1:asked | 200 pause 1:runs | 300 +DO2 2:asked | 450 -DO2 2:over 2:--- 1:--- "
