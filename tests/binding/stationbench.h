@@ -97,6 +97,10 @@ public:
             {"delete", [&] { clickRow(argument.toInt() - 1, "btnDel"); }},
             {"page", [this] { alone.reset(); }},
             {"panel", [this] { page.reset(); }},
+            {"vanish",
+             [this] {
+                 connect(m("lumo"), &ModuleObject::added, follower_.get(), [this] { alone.reset(); });
+             }},
             {"quit", [] { QMetaObject::invokeMethod(qApp, "aboutToQuit"); }},
         };
         if (what.startsWith('+') || what.startsWith('-')) {
