@@ -38,10 +38,8 @@ public:
         follow();
     }
 
-    SignalsBindWidget* stations() const {
-        return alone ? alone.get() : page->findChild<SignalsBindWidget*>();
-    }
-    QTableWidget* table() const { return stations()->findChild<QTableWidget*>(); }
+    auto* stations() const { return alone ? alone.get() : page->findChild<SignalsBindWidget*>(); }
+    auto* table() const { return stations()->findChild<QTableWidget*>(); }
     QString cell(int row, int column) const { return table()->item(row, column)->text(); }
     void pressSwitch() { QTest::mousePress(child(stations(), "switchBtn"), Qt::LeftButton); }
     /// Selects a row (from 0) as a finger does and presses a button.
@@ -181,14 +179,13 @@ private:
             const QString name = call.argument("name").toString() + (bit.isEmpty() ? "" : ".") + bit;
             note((call.argument("value").toBool() ? '+' : '-') + name);
         }
-        const bool laser = robot.output("LASER") != 0.0;
-        if (std::exchange(laser_, laser) != laser) {
-            note(laser ? "laser on" : "laser off");
+        if (std::exchange(laser_, robot.output("LASER")) != laser_) {
+            note(laser_ == 0.0 ? "laser off" : "laser on");
         }
     }
 
     qint64 startMs_ = 0, lastMs_ = 0;
-    bool laser_ = false;
+    double laser_ = 0.0;
     std::unique_ptr<QObject> follower_;
 };
 

@@ -15,12 +15,12 @@ class TestDeviceControl : public QObject {
     PageBench bench_;
     std::unique_ptr<QObject> insides_;
 
-    template <class Widget>
-    Widget* part(const QByteArray& name) const {
-        return child<Widget>(bench_.page->findChild<DeviceControlWidget*>(), name);
+    QPushButton* button(const QString& name) const {
+        return child<QPushButton>(bench_.page.get(), "btn" + name.toLatin1());
     }
-    QPushButton* button(const QString& name) const { return part<QPushButton>("btn" + name.toLatin1()); }
-    QDoubleSpinBox* field(const char* name) const { return part<QDoubleSpinBox>(QByteArray("dspn") + name); }
+    QDoubleSpinBox* field(const char* name) const {
+        return child<QDoubleSpinBox>(bench_.page.get(), QByteArray("dspn") + name);
+    }
     void refresh() { bench_.time.advance(160); }
     /// Presses, each after the panel has followed the one before; "+" joins those that come at once.
     void press(const QString& names) {
@@ -69,58 +69,59 @@ private slots:
         bench_.robot.mark();
     }
 
-    void presses_data() {
-        QTest::addColumn<QString>("presses");
-        QTest::addColumn<QString>("writes");
-        QTest::addColumn<QString>("atPowerLoss");
-        QTest::addColumn<QVector<int>>("unused");
-        const auto row = [](const char* what, const char* presses, const char* writes,
-                            const char* atPowerLoss = "", const QVector<int>& unused = {}) {
-            QTest::newRow(what) << presses << writes << atPowerLoss << unused;
-        };
-        row("locked, nothing is written", "LaserTest RedLight WireTest BlowTest", "");
-        row("laser pressed just after the release of its lock",
-            "LaserControl LaserTest LaserTest LaserTest LaserControl+LaserTest LaserTest",
-            "LASERLOCK 1, LASER 1, FREQ 16384, POWER 4096, DUTY 32767, LASER 0, FREQ 16384, POWER 4096, "
-            "DUTY 32767, LASER 1, FREQ 16384, POWER 4096, DUTY 32767, LASER 0, LASERLOCK 0");
-        row("laser lock pressed twice at once", "LaserControl+LaserControl LaserControl+LaserControl",
-            "LASERLOCK 1, LASER 0, LASERLOCK 1, LASER 0, LASERLOCK 0, LASERLOCK 0");
-        row("red light stays when the lock is released",
-            "LaserControl RedLight RedLight RedLight LaserControl",
-            "LASERLOCK 1, RED 1, RED 0, RED 1, LASER 0, LASERLOCK 0", "RED 0");
-        row("gas lock released while it is on", "BlowControl BlowTest BlowTest BlowTest BlowControl BlowTest",
-            "GASLOCK 1, GAS 1, GAS 0, GAS 1, GAS 0, GASLOCK 0");
-        row("wire lock released while it is on",
-            "WireControl WireTest WireTest WireTest WireControl+WireTest",
-            "WIRELOCK 1, WIRE 1, SPEED 9830, WIRE 0, SPEED 9830, WIRE 1, SPEED 9830, WIRE 0, WIRELOCK 0");
-        row("locks are their device's alone", "BlowControl LaserTest WireTest BlowTest", "GASLOCK 1, GAS 1",
-            "GAS 0");
-        const char* const all = "LaserControl LaserTest BlowControl BlowTest WireControl WireTest RedLight";
-        row("laser and gas lock out of use", all,
-            "LASERLOCK 1, FREQ 16384, POWER 4096, DUTY 32767, WIRELOCK 1, WIRE 1, SPEED 9830, RED 1",
-            "WIRE 0, SPEED 0, RED 0", {DO_LASER_ENABLE, DO_GAS_SAFETY_LOCK});
-        row("set points and red light out of use", all,
-            "LASERLOCK 1, LASER 1, GASLOCK 1, GAS 1, WIRELOCK 1, WIRE 1", "WIRE 0, LASER 0, GAS 0",
-            {AO_LASER_POWER, AO_LASER_FREQUENCY, AO_LASER_DUTY_CYCLE, AO_WIRE_SPEED, DO_RED_LIGHT});
-    }
-
     /// What is lit by hand goes off, once and for good, when the power goes; what was typed stays.
-    void presses() {
-        QFETCH(QString, presses);
-        QFETCH(QVector<int>, unused);
-        for (const int port : unused) {
-            bench_.enablePort(port, false);
+    void presses_writeWhatTheyShould() {
+        const char* const all = "LaserControl LaserTest BlowControl BlowTest WireControl WireTest RedLight";
+        const struct {
+            QString what, presses, writes;
+            QString atPowerLoss = {};
+            QVector<int> unused = {};
+        } rows[] = {
+            {"locked, nothing is written", "LaserTest RedLight WireTest BlowTest", ""},
+            {"laser pressed just after the release of its lock",
+             "LaserControl LaserTest LaserTest LaserTest LaserControl+LaserTest LaserTest",
+             "LASERLOCK 1, LASER 1, FREQ 16384, POWER 4096, DUTY 32767, LASER 0, FREQ 16384, POWER 4096, "
+             "DUTY 32767, LASER 1, FREQ 16384, POWER 4096, DUTY 32767, LASER 0, LASERLOCK 0"},
+            {"laser lock pressed twice at once", "LaserControl+LaserControl LaserControl+LaserControl",
+             "LASERLOCK 1, LASER 0, LASERLOCK 1, LASER 0, LASERLOCK 0, LASERLOCK 0"},
+            {"red light stays when the lock is released",
+             "LaserControl RedLight RedLight RedLight LaserControl",
+             "LASERLOCK 1, RED 1, RED 0, RED 1, LASER 0, LASERLOCK 0", "RED 0"},
+            {"gas lock released while it is on",
+             "BlowControl BlowTest BlowTest BlowTest BlowControl BlowTest",
+             "GASLOCK 1, GAS 1, GAS 0, GAS 1, GAS 0, GASLOCK 0"},
+            {"wire lock released while it is on",
+             "WireControl WireTest WireTest WireTest WireControl+WireTest",
+             "WIRELOCK 1, WIRE 1, SPEED 9830, WIRE 0, SPEED 9830, WIRE 1, SPEED 9830, WIRE 0, WIRELOCK 0"},
+            {"locks are their device's alone", "BlowControl LaserTest WireTest BlowTest", "GASLOCK 1, GAS 1",
+             "GAS 0"},
+            {"laser and gas lock out of use",
+             all,
+             "LASERLOCK 1, FREQ 16384, POWER 4096, DUTY 32767, WIRELOCK 1, WIRE 1, SPEED 9830, RED 1",
+             "WIRE 0, SPEED 0, RED 0",
+             {DO_LASER_ENABLE, DO_GAS_SAFETY_LOCK}},
+            {"set points and red light out of use",
+             all,
+             "LASERLOCK 1, LASER 1, GASLOCK 1, GAS 1, WIRELOCK 1, WIRE 1",
+             "WIRE 0, LASER 0, GAS 0",
+             {AO_LASER_POWER, AO_LASER_FREQUENCY, AO_LASER_DUTY_CYCLE, AO_WIRE_SPEED, DO_RED_LIGHT}},
+        };
+        for (const auto& row : rows) {
+            init();
+            for (const int port : row.unused) {
+                bench_.enablePort(port, false);
+            }
+            type("LaserFrequency", "50");
+            type("LaserRatio", "100");
+            type("LaserPower", "12.5");
+            type("WireSpeed", "30");
+            press(row.presses);
+            QCOMPARE(row.what + ": " + sent(), row.what + ": " + row.writes);
+            bench_.robot.setPower("off");
+            bench_.time.advance(10000);
+            QCOMPARE(row.what + ": " + sent(), row.what + ": " + row.atPowerLoss);
+            QCOMPARE(field("LaserPower")->value(), 12.5);
         }
-        type("LaserFrequency", "50");
-        type("LaserRatio", "100");
-        type("LaserPower", "12.5");
-        type("WireSpeed", "30");
-        press(presses);
-        QTEST(sent(), "writes");
-        bench_.robot.setPower("off");
-        bench_.time.advance(10000);
-        QTEST(sent(), "atPowerLoss");
-        QCOMPARE(field("LaserPower")->value(), 12.5);
     }
 
     void whatAHandLit_goesOff_whenThePageIsGoneAndAtTheQuit() {
@@ -166,19 +167,15 @@ private slots:
     }
 
     void fields_takeWhatIsTyped() {
-        const auto typed = [this](const char* name, const char* text) {
-            type(name, text);
-            return field(name)->value();
-        };
-        QCOMPARE(typed("LaserFrequency", "100"), 10.0);
-        QCOMPARE(typed("WireSpeed", "99.99"), 99.99);
-        QCOMPARE(typed("LaserRatio", "100.01"), 100.0);
-        QCOMPARE(typed("LaserPower", "1,255"), 1.25);
-        QCOMPARE(typed("LaserPower", "-7"), 1.25);
-        QCOMPARE(typed("LaserPower", "98.5"), 98.5);
-        QTest::keyClick(field("LaserPower"), Qt::Key_Up);
-        QTest::keyClick(field("LaserPower"), Qt::Key_Up);
-        QCOMPARE(field("LaserPower")->value(), 99.99);
+        type("LaserFrequency", "100");
+        type("LaserRatio", "100.01");
+        type("LaserPower", "1,255");
+        type("WireSpeed", "98.5");
+        QTest::keyClick(field("WireSpeed"), Qt::Key_Up);
+        QTest::keyClick(field("WireSpeed"), Qt::Key_Up);
+        QCOMPARE(QVector<double>({field("LaserFrequency")->value(), field("LaserRatio")->value(),
+                                  field("LaserPower")->value(), field("WireSpeed")->value()}),
+                 QVector<double>({10.0, 100.0, 1.25, 99.99}));
     }
 
     void finger_whileTheLockFalls_switchesNothingOn_butOff() {
