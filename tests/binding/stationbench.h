@@ -2,165 +2,190 @@
 
 #include "binding/signalsbindwidget.h"
 #include "panel/pagebench.h"
-
-#include <QJsonArray>
-#include <QJsonObject>
+#include "support/text.h"
 
 namespace test {
 
-/// A station's record: inputs DI1, DI2 … and outputs DO1, DO2 … by its number, stop signals from 11 on.
-inline QJsonObject station(int number, const QString& project) {
-    const auto named = [](const char* kind, int signal) {
-        return QString::fromLatin1(kind) + QString::number(signal);
-    };
-    return {{"stationname", QStringLiteral("S%1").arg(number)},
-            {"filePath", project},
-            {"time", "100"},
-            {"type", "上升沿"},
-            {"type2", "上升沿"},
-            {"DI", named("DI", number)},
-            {"DI_type", "IO"},
-            {"DI2", named("DI", number + 10)},
-            {"DI2_type", "IO"},
-            {"DO", named("DO", number)},
-            {"DO_type", "IO"},
-            {"DO2", named("DO", number + 10)},
-            {"DO2_type", "IO"}};
-}
-
-/// Stations at work: the robot's power on and no waits of a closing. What the operator and the
-/// stations see is written down from the moment the switch is pressed: "<ms> <what>".
+/// Stations at work on a powered robot: a script of what happens, and a log of what the operator and the
+/// stations are told, each one line of text with milliseconds after the switch was pressed.
+///
+/// A script: "0 closing | 100 ~DI1 | 450 power off, delete 5". "+DI1" and "-DI1" switch an input, "~DI1" has
+/// it on for the look at that time alone, act() has the other words; 0 is before the switch is pressed.
+///
+/// A log: "100 +DO1 1:asked | 200 pause 1:runs | 700 -DO1 1:over": outputs ("+R.bit4" is a bit of a
+/// register), states of rows from 1, pauses, the laser, files that are no projects, at the end "[a message's
+/// text]".
 class StationBench : public PageBench {
 public:
     ~StationBench() override { alone.reset(); }
 
-    /// The panel with these stations, whose projects P1.json, P2.json … wait 500 ms each.
-    void renew(const QJsonArray& stations) {
-        prepare(stations);
-        makePage();
-        click("btnBind");
-        follow();
-    }
-    /// The page of the stations without a panel round it, which is made in no time.
-    void renewAlone(const QJsonArray& stations) {
-        prepare(stations);
-        alone = std::make_unique<SignalsBindWidget>();
-        instantiatedCenterWidget()->addWidget(alone.get());
-        instantiatedCenterWidget()->setCurrentWidget(alone.get());
-        follow();
-    }
-    /// Stations 1 to `count`, each with its own project.
-    static QJsonArray count(int count) {
-        QJsonArray stations;
-        for (int number = 1; number <= count; ++number) {
-            stations << station(number, QStringLiteral("P%1.json").arg(number));
-        }
-        return stations;
-    }
-
-    SignalsBindWidget* stations() const {
-        return alone ? alone.get() : page->findChild<SignalsBindWidget*>();
-    }
-    QTableWidget* table() const { return stations()->findChild<QTableWidget*>(); }
-    QString cell(int row, int column) const { return table()->item(row, column)->text(); }
-    QStringList states() const {
-        QStringList texts;
-        for (int row = 0; row < table()->rowCount(); ++row) {
-            texts << cell(row, 7);
-        }
-        return texts;
-    }
-
-    static void input(const QString& name, bool level) {
-        kordservice()
-            ->dataNode(QStringLiteral("device.io"))
-            ->set(nullptr, QStringLiteral("DI.") + name, level);
-    }
-    void pressSwitch() {
-        if (log.isEmpty()) {
-            startMs_ = time.elapsedMs();
-        }
-        QTest::mousePress(stations()->findChild<QWidget*>(QStringLiteral("switchBtn")), Qt::LeftButton);
-    }
-    /// Does something `ms` after the switch was pressed, inside whatever runs then.
-    void when(qint64 ms, const std::function<void()>& action) {
-        QTimer::singleShot(int(startMs_ + ms - time.elapsedMs()), Qt::PreciseTimer, follower_.get(), action);
-    }
-    /// A start input that is on for the look at that time alone.
-    void pulse(int number, qint64 lookMs) {
-        const QString name = QStringLiteral("DI%1").arg(number);
-        when(lookMs - 50, [name] { input(name, true); });
-        when(lookMs + 50, [name] { input(name, false); });
-    }
-    /// Lets the time go on to `ms` after the switch; a run that is under way then comes to its end.
-    void play(qint64 ms) { time.advance(startMs_ + ms - time.elapsedMs()); }
-    /// Selects a row as a finger does and presses a button.
-    void clickRow(int row, const char* button) {
-        QTest::mouseClick(table()->viewport(), Qt::LeftButton, {},
-                          table()->visualItemRect(table()->item(row, 1)).center());
-        click(button);
-    }
-    void note(const QString& what) {
-        log << QStringLiteral("%1 %2").arg(time.elapsedMs() - startMs_).arg(what);
-    }
-    /// Lines of the log that hold the word.
-    QStringList logOf(const char* word) const { return log.filter(QString::fromUtf8(word)); }
-
-    static constexpr char delay[] = R"([{"type":"delay","delaytime":"500"}])";
-
-    std::unique_ptr<SignalsBindWidget> alone;
-    QStringList log;
-
-private:
-    void prepare(const QJsonArray& stations) {
+    /// Stations 1, 2 … with these projects ("P1 P2 -": the third has none), on their page alone, which is
+    /// made in no time, or in the panel. They listen to DI1, DI2 … and tell DO1, DO2 …; the numbers of their
+    /// stop signals have a 1 in front. `fields` overwrites fields by the station's number.
+    void renew(const QString& projects, const QByteArray& fields = "{}", bool withPanel = false) {
         follower_.reset();
         alone.reset();
         clear();
-        m(QStringLiteral("lumo.signalsConfig"))->loadJson(this, stations);
-        kordservice()
-            ->dataNode(QStringLiteral("device.io"))
-            ->loadJson(this, QJsonObject{{"DI", QJsonObject()}});
-        for (int number = 1; number <= 20; ++number) {
-            input(QStringLiteral("DI%1").arg(number), false);
+        fillTree(projects.split(' ', Qt::SkipEmptyParts), json(fields).toObject());
+        if (withPanel) {
+            makePage();
+            click("btnBind");
+        } else {
+            alone = std::make_unique<SignalsBindWidget>();
+            instantiatedCenterWidget()->addWidget(alone.get());
+            instantiatedCenterWidget()->setCurrentWidget(alone.get());
         }
-        for (int number = 1; number <= 9; ++number) {
-            write(QStringLiteral("P%1.json").arg(number), delay);
-        }
-        ScriptedRobot::setPower("on");
-        log.clear();
+        follow();
     }
-    /// Outputs as "DO1 on" or "REG.2 on", states of rows (from 1) as "row 1 已触发", and the executor's
-    /// state.
-    void follow() {
-        follower_ = std::make_unique<QObject>();
-        connect(kordservice(), &KordService::issued, follower_.get(),
-                [this](const KordCall& call) { onCall(call); });
-        connect(table(), &QTableWidget::itemChanged, follower_.get(), [this](const QTableWidgetItem* item) {
-            if (item->column() == 7) {
-                note(QStringLiteral("row %1 %2").arg(item->row() + 1).arg(item->text()));
+
+    auto* stations() const { return alone ? alone.get() : page->findChild<SignalsBindWidget*>(); }
+    auto* table() const { return stations()->findChild<QTableWidget*>(); }
+    QString cell(int row, int column) const { return table()->item(row, column)->text(); }
+    void pressSwitch() { QTest::mousePress(child(stations(), "switchBtn"), Qt::LeftButton); }
+    /// Selects a row (from 0) as a finger does and presses a button.
+    void clickRow(int row, const char* button) {
+        const QPoint place = table()->visualItemRect(table()->item(row, 1)).center();
+        QTest::mouseClick(table()->viewport(), Qt::LeftButton, {}, place);
+        click(button);
+    }
+
+    /// Opens a row's page (-1: of a new one), fills in its fields, presses its buttons and leaves it.
+    void edit(int row, const QVector<QPair<const char*, QString>>& changes, const char* end = "okayBtn") {
+        row < 0 ? click("btnAdd") : clickRow(row, "btnEdit");
+        for (const auto& [name, text] : changes) {
+            if (auto* const combo = find<QComboBox>(name)) {
+                combo->setCurrentText(text);
+            } else if (auto* const line = find<QLineEdit>(name)) {
+                line->selectAll();
+                QTest::keyClicks(line, text);
+            } else {
+                click(name);
             }
-        });
-        state_ = state();
-        connect(m(QStringLiteral("lumo.execute.state")), &ModuleObject::changed, follower_.get(),
-                [this](const QVariant& now) {
-                    if (std::exchange(state_, now.toString()) != state_) {
-                        note(state_);
-                    }
-                });
+        }
+        click(end);
     }
-    void onCall(const KordCall& call) {
-        const QString value = call.argument(QStringLiteral("value")).toBool() ? "on" : "off";
-        const QString name = call.argument(QStringLiteral("name")).toString();
-        if (call.name == QLatin1String("device.io.out.do")) {
-            note(name + QLatin1Char(' ') + value);
-        } else if (call.name == QLatin1String("register.write") && call.exec) {
-            note(name + QLatin1Char('.') + call.argument(QStringLiteral("bias")).toString() +
-                 QLatin1Char(' ') + value);
+
+    /// Does something at that time, inside whatever runs then.
+    void when(qint64 ms, const std::function<void()>& action) {
+        QTimer::singleShot(int(startMs_ + ms - time.elapsedMs()), Qt::PreciseTimer, follower_.get(), action);
+    }
+    /// Presses the switch and plays the script to its end; the log.
+    QString play(const QString& script, qint64 untilMs = 3000) {
+        for (const QString& moment : script.split(" | ", Qt::SkipEmptyParts)) {
+            for (const QString& what : moment.section(' ', 1).split(", ")) {
+                plan(moment.section(' ', 0, 0).toInt(), what);
+            }
+        }
+        pressSwitch();
+        time.advance(startMs_ + untilMs - time.elapsedMs());
+        const QStringList messages = boxes();
+        closeBoxes();
+        return messages.isEmpty() ? log : log + " [" + messages.join("; ") + "]";
+    }
+    void act(const QString& what) {
+        const QString argument = what.section(' ', 1);
+        const QHash<QString, std::function<void()>> acts{
+            {"switch", [this] { pressSwitch(); }},
+            {"pause", [] { pause(); }},
+            {"start", [] { trigger("start", 0); }},
+            {"hand", [this] { note("hand:runs"), run(); }},
+            {"closing", [this] { m("lumo.cur_param")->setValue(this, 0); }},  // closings take 600 ms
+            {"power", [&] { robot.setPower(argument.toLatin1()); }},
+            {"robot", [&] { m("kord.r.state")->setValue(nullptr, argument); }},
+            {"delete", [&] { clickRow(argument.toInt() - 1, "btnDel"); }},
+            {"page", [this] { alone.reset(); }},
+            {"panel", [this] { page.reset(); }},
+            {"vanish",
+             [this] {
+                 connect(m("lumo"), &ModuleObject::added, follower_.get(), [this] { alone.reset(); });
+             }},
+            {"quit", [] { QMetaObject::invokeMethod(qApp, "aboutToQuit"); }},
+        };
+        if (what.startsWith('+') || what.startsWith('-')) {
+            kordservice()->dataNode("device.io")->set(nullptr, "DI." + what.mid(1), what.startsWith('+'));
+        } else {
+            acts[what.section(' ', 0, 0)]();
         }
     }
 
-    qint64 startMs_ = 0;
-    QString state_;
+    std::unique_ptr<SignalsBindWidget> alone;
+    QString log;
+    int runs = 0;  ///< that began, by whomever
+
+private:
+    void fillTree(const QStringList& projects, const QJsonObject& fields) {
+        QJsonArray records;
+        for (int number = 1; number <= projects.size(); ++number) {
+            const QString file = projects[number - 1] == "-" ? QString() : projects[number - 1] + ".json";
+            const QString plain =
+                "{'stationname':'S%1','filePath':'%2','time':'100','type':'上升沿','type2':'上升沿',"
+                "'DI':'DI%1','DI_type':'IO','DI2':'DI1%1','DI2_type':'IO',"
+                "'DO':'DO%1','DO_type':'IO','DO2':'DO1%1','DO2_type':'IO','status':''}";
+            QVariantMap record = json(plain.arg(number).arg(file).toUtf8()).toObject().toVariantMap();
+            record.insert(fields[QString::number(number)].toObject().toVariantMap());
+            records << QJsonObject::fromVariantMap(record);
+        }
+        m("lumo.signalsConfig")->loadJson(this, records);
+        kordservice()->dataNode("device.io")->loadJson(this, json("{'DI':{},'DO':{}}"));
+        const QByteArray delay = R"([{"type":"delay","delaytime":"500"}])";
+        for (int number = 1; number <= 19; ++number) {
+            act(QString("-DI%1").arg(number));
+            writeFile(QString("P%1.json").arg(number), delay);
+        }
+        load(delay);
+        robot.setPower("on");
+        log.clear();
+        runs = 0;
+        startMs_ = lastMs_ = time.elapsedMs();
+    }
+    void plan(int ms, const QString& what) {
+        if (what.startsWith('~')) {
+            plan(ms - 50, '+' + what.mid(1));
+            plan(ms + 50, '-' + what.mid(1));
+        } else if (ms == 0) {
+            act(what);
+        } else {
+            when(ms, [this, what] { act(what); });
+        }
+    }
+
+    void note(const QString& what) {
+        if (std::exchange(lastMs_, time.elapsedMs()) != lastMs_) {
+            log += (log.isEmpty() ? "" : " | ") + QString::number(lastMs_ - startMs_);
+        }
+        log += ' ' + what;
+    }
+    void follow() {
+        QObject* const follower = new QObject;
+        follower_.reset(follower);
+        connect(kordservice(), &KordService::issued, follower,
+                [this](const KordCall& call) { onCall(call); });
+        connect(table(), &QTableWidget::itemChanged, follower, [this](const QTableWidgetItem* item) {
+            const QHash<QString, QString> words{
+                {"已触发", "asked"}, {"正在运行", "runs"}, {"未触发", "over"}};
+            if (item->column() == 7) {
+                note(QString("%1:%2").arg(item->row() + 1).arg(words.value(item->text(), item->text())));
+            }
+        });
+        connect(m("lumo.execute.trigger.pause"), &ModuleObject::changed, follower, [this] { note("pause"); });
+        connect(m("lumo.execute.state"), &ModuleObject::changed, follower,
+                [this](const QVariant& state) { runs += state == "busy" ? 1 : 0; });
+        connect(m(), &mendo::ModuleManager::fileProblem, follower,
+                [this](const QString& n) { note(n + '!'); });
+    }
+    void onCall(const KordCall& call) {
+        if (call.name == "device.io.out.do" || call.exec) {
+            const QString bit = call.argument("type").toString() + call.argument("bias").toString();
+            const QString name = call.argument("name").toString() + (bit.isEmpty() ? "" : ".") + bit;
+            note((call.argument("value").toBool() ? '+' : '-') + name);
+        }
+        if (std::exchange(laser_, robot.output("LASER")) != laser_) {
+            note(laser_ == 0.0 ? "laser off" : "laser on");
+        }
+    }
+
+    qint64 startMs_ = 0, lastMs_ = 0;
+    double laser_ = 0.0;
     std::unique_ptr<QObject> follower_;
 };
 
