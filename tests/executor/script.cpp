@@ -1,0 +1,153 @@
+#include "executor/script.h"
+
+namespace test {
+
+namespace {
+
+const std::map<QString, QString> nodes{{"flag", "lumo.current.openmiddlecolse"},
+                                       {"inForce", "lumo.cur_param"},
+                                       {"weld", "lumo.allWeldBtnstatus.weldbtn"},
+                                       {"power", "kord.r.power"},
+                                       {"mode", "kord.r.mode"}};
+
+QVariant valueOf(const QString& word) {
+    bool isNumber = false;
+    const int number = word.toInt(&isNumber);
+    return isNumber ? QVariant(number) : word == "true" || word == "false" ? word == "true" : QVariant(word);
+}
+
+ModuleObject* program() {
+    return m("lumo.program");
+}
+
+}  // namespace
+
+Script::Script() {
+    verbs_ = {
+        {"run", [this](const Words& w) { bench.run(w.value(0).toInt()); }},
+        {"station",
+         [this](const Words& w) {
+             m("lumo")->append(this, "signalbind_program")->copyFrom(this, program());
+             bench.run(w[0].toInt(), 1);
+         }},
+        {"once", [this](const Words& w) { bench.once(w[0].toInt()); }},
+        {"trigger", [](const Words& w) { ExecutorBench::trigger(w[0], w[1].toInt()); }},
+        {"begin", [this](const Words&) { bench.begin(); }},  // without a run
+        {"pause", [](const Words&) { ExecutorBench::pause(); }},
+        {"wait", [this](const Words& w) { bench.time.advance(w[0].toInt()); }},
+        {"settle", [this](const Words&) { bench.settle(); }},
+        {"set",
+         [this](const Words& w) {
+             for (const QString& field : w) {
+                 bench.setParam(qPrintable(field.section('=', 0, 0)), field.section('=', 1).toDouble());
+             }
+         }},
+        {"result", [](const Words& w) { ScriptedRobot::answer("move.l", w[0].toInt()); }},
+        {"lead", [this](const Words& w) { bench.robot.zoneLeadMs = w[0].toInt(); }},
+        {"lose", [this](const Words&) { kordservice()->command(this, "move.stop", QVariant()); }},
+        {"input", [this](const Words&) { kordservice()->dataNode("device.io")->set(this, "DI.DI1", true); }},
+        {"replace", [this](const Words&) { bench.load("setDO DO9"); }},
+        {"remove", [](const Words& w) { program()->remove(nullptr, mIndex(w[0].toInt())); }},
+        {"enable",
+         [](const Words& w) { program()->c(w[0].toInt())->set(nullptr, "execute", w[1] == "true"); }},
+        {"move", [](const Words& w) { program()->reorder(nullptr, w[0].toInt(), w[1].toInt()); }},
+        {"insert",
+         [](const Words& w) {
+             auto* const added = new ModuleObject(ModuleObject::generateId(program()));
+             added->set(nullptr, "type", w[1])->set(nullptr, "execute", w.value(2) != "off");
+             program()->insert(nullptr, added, true, w[0].toInt());
+         }},
+        {"quit", [](const Words&) { QMetaObject::invokeMethod(qApp, "aboutToQuit"); }},
+        {"exit", [](const Words&) { QCoreApplication::quit(); }},
+    };
+    connect(kordservice(), &KordService::issued, this, [this](const KordCall& call) {
+        stale_ |= call.name.startsWith("move.l") && told_ != executor->pendingSteps();
+        hear(bench.robot.log().last());
+    });
+    connect(executor, &LumoExecutor::activityChanged, this, [this] {
+        told_ = executor->pendingSteps();
+        hear(QString("0 %1 pending").arg(told_));
+    });
+    for (const char* path : {"lumo.execute.state", "lumo.execute.line", "lumo.current.line",
+                             "lumo.current.programtype", "lumo.cur_param"}) {
+        connect(m(path), &ModuleObject::changed, this, [this, path] { hear(path); });
+    }
+}
+
+void Script::act(const QString& what) {
+    Words words = what.simplified().split(' ');
+    bool isTimed = false;
+    const int ms = words[0].toInt(&isTimed);
+    const QString verb = words.takeFirst();
+    const QString rest = words.join(' ');
+    if (isTimed) {
+        bench.at(ms, [this, rest] {
+            stale_ |= told_ != executor->pendingSteps();
+            act(rest);
+        });
+    } else if (verb == "in") {
+        const QString later = rest.section(' ', 1);
+        QTimer::singleShot(words[0].toInt(), Qt::PreciseTimer, this, [this, later] { act(later); });
+    } else if (verb == "when") {
+        cues_.append({rest.section(": ", 0, 0), rest.section(": ", 1)});
+    } else if (nodes.count(verb) > 0) {
+        m(nodes.at(verb))->setValue(this, valueOf(rest));
+    } else {
+        verbs_.at(verb)(words);
+        if (QStringList{"run", "station", "once"}.contains(verb)) {
+            bench.robot.note(QString("over %1").arg(bench.resumeLine()) + (bench.weldFlag() ? " weld" : ""));
+        }
+    }
+}
+
+void Script::hear(const QString& cue) {
+    const QStringList names{cue, cue.section(' ', 1), QString("%1th").arg(++heard_)};
+    for (int i = 0; i < cues_.size(); ++i) {
+        if (names.contains(cues_[i].first)) {
+            bench.robot.note("CUE");
+            act(cues_.takeAt(i).second);
+            return;
+        }
+    }
+}
+
+QStringList Script::play(const QByteArray& program, const QString& script) {
+    cues_.clear();
+    bench.reset();
+    bench.load(program);
+    told_ = executor->pendingSteps();
+    stale_ = false;
+    heard_ = 0;
+    for (const QString& what : script.split(';')) {
+        act(what);
+    }
+    bench.settle();
+    QStringList lines;
+    for (const QString& entry : bench.robot.log()) {
+        const QString ms = entry.section(' ', 0, 0) + ' ';
+        if (lines.isEmpty() || !lines.last().startsWith(ms)) {
+            lines << entry;
+        } else {
+            lines.last() += ", " + entry.section(' ', 1);
+        }
+    }
+    return lines + leftBehind() + bench.boxes();
+}
+
+QStringList Script::leftBehind() const {
+    QStringList left;
+    for (const char* output : {"LASER", "GAS", "WIRE", "PULL", "POWER", "DUTY", "FREQ"}) {
+        if (bench.robot.output(output) != 0.0) {
+            left << QString("%1 is left on").arg(output);
+        }
+    }
+    if (bench.state() != "idle" || executor->depth() != 0 || executor->pendingSteps() != 0) {
+        left << "it is not left idle";
+    }
+    if (stale_) {
+        left << "pending steps are left untold";
+    }
+    return left;
+}
+
+}  // namespace test
