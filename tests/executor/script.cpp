@@ -16,18 +16,14 @@ QVariant valueOf(const QString& word) {
     return isNumber ? QVariant(number) : word == "true" || word == "false" ? word == "true" : QVariant(word);
 }
 
-ModuleObject* program() {
-    return m("lumo.program");
-}
-
 }  // namespace
 
 Script::Script() {
-    verbs_ = {
+    verbs = {
         {"run", [this](const Words& w) { bench.run(w.value(0).toInt()); }},
         {"station",
          [this](const Words& w) {
-             m("lumo")->append(this, "signalbind_program")->copyFrom(this, program());
+             m("lumo")->append(this, "signalbind_program")->copyFrom(this, m("lumo.program"));
              bench.run(w[0].toInt(), 1);
          }},
         {"once", [this](const Words& w) { bench.once(w[0].toInt()); }},
@@ -36,27 +32,13 @@ Script::Script() {
         {"pause", [](const Words&) { ExecutorBench::pause(); }},
         {"wait", [this](const Words& w) { bench.time.advance(w[0].toInt()); }},
         {"settle", [this](const Words&) { bench.settle(); }},
-        {"set",
-         [this](const Words& w) {
-             for (const QString& field : w) {
-                 bench.setParam(qPrintable(field.section('=', 0, 0)), field.section('=', 1).toDouble());
-             }
-         }},
+        {"set", [this](const Words& w) { bench.setParam(qPrintable(w[0]), w[1].toDouble()); }},
         {"result", [](const Words& w) { ScriptedRobot::answer("move.l", w[0].toInt()); }},
         {"lead", [this](const Words& w) { bench.robot.zoneLeadMs = w[0].toInt(); }},
         {"lose", [this](const Words&) { kordservice()->command(this, "move.stop", QVariant()); }},
         {"input", [this](const Words&) { kordservice()->dataNode("device.io")->set(this, "DI.DI1", true); }},
         {"replace", [this](const Words&) { bench.load("setDO DO9"); }},
-        {"remove", [](const Words& w) { program()->remove(nullptr, mIndex(w[0].toInt())); }},
-        {"enable",
-         [](const Words& w) { program()->c(w[0].toInt())->set(nullptr, "execute", w[1] == "true"); }},
-        {"move", [](const Words& w) { program()->reorder(nullptr, w[0].toInt(), w[1].toInt()); }},
-        {"insert",
-         [](const Words& w) {
-             auto* const added = new ModuleObject(ModuleObject::generateId(program()));
-             added->set(nullptr, "type", w[1])->set(nullptr, "execute", w.value(2) != "off");
-             program()->insert(nullptr, added, true, w[0].toInt());
-         }},
+        {"enable", [](const Words& w) { m("lumo.program")->c(w[0].toInt())->set(nullptr, "execute", true); }},
         {"quit", [](const Words&) { QMetaObject::invokeMethod(qApp, "aboutToQuit"); }},
         {"exit", [](const Words&) { QCoreApplication::quit(); }},
     };
@@ -68,8 +50,7 @@ Script::Script() {
         told_ = executor->pendingSteps();
         hear(QString("0 %1 pending").arg(told_));
     });
-    for (const char* path : {"lumo.execute.state", "lumo.execute.line", "lumo.current.line",
-                             "lumo.current.programtype", "lumo.cur_param"}) {
+    for (const char* path : {"lumo.execute.state", "lumo.current.programtype", "lumo.cur_param"}) {
         connect(m(path), &ModuleObject::changed, this, [this, path] { hear(path); });
     }
 }
@@ -93,7 +74,7 @@ void Script::act(const QString& what) {
     } else if (nodes.count(verb) > 0) {
         m(nodes.at(verb))->setValue(this, valueOf(rest));
     } else {
-        verbs_.at(verb)(words);
+        verbs.at(verb)(words);
         if (QStringList{"run", "station", "once"}.contains(verb)) {
             bench.robot.note(QString("over %1").arg(bench.resumeLine()) + (bench.weldFlag() ? " weld" : ""));
         }

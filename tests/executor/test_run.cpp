@@ -1,99 +1,49 @@
 #include "executor/laserplan.h"
-#include "executor/programindex.h"
-#include "executor/script.h"
+#include "support/executorbench.h"
+#include "support/suite.h"
 #include "support/text.h"
 
 #include <cmath>
 #include <limits>
 
-/// What a run takes from the tree and when, and where a stopped program goes on after it was edited.
+namespace {
+
+/// A clock behind the one that the timers run on, as a coarse timer makes it look.
+struct SlowClock : mendo::Clock {
+    explicit SlowClock(const mendo::Clock& clock) : real(clock) { install(this); }
+    ~SlowClock() override { install(&real); }
+    QDateTime now() const override { return real.now(); }
+    qint64 elapsedMs() const override { return real.elapsedMs() - lateMs; }
+
+    const mendo::Clock& real;
+    qint64 lateMs = 0;
+};
+
+}  // namespace
+
+/// What the executor takes from the tree, and what others may ask of it.
 class TestRun : public QObject {
     Q_OBJECT
 
-    test::Script script_;
-    test::ExecutorBench& bench_ = script_.bench;
+    test::ExecutorBench bench_;
 
     static ModuleObject* statement(int line) { return m("lumo.program")->c(line); }
 
 private slots:
     void init() { bench_.reset(); }
 
-    /// A weld of lines 1 to 5, the moves 500 ms each, was paused in line 3.
-    void editedWhilePaused_theLineFollowsItsStatement() {
-        const struct {
-            const char* edits;
-            int line;
-            bool reopens;
-        } cases[] = {{"wait 0", 3, true},
-                     {"remove 0", 2, true},
-                     {"insert 0 delay; insert 2 delay", 5, true},
-                     {"move 3 2", 2, true},
-                     {"move 0 6", 2, true},
-                     {"move 3 6", 6, false},
-                     {"move 3 6; move 6 3", 3, false},
-                     {"remove 3", 3, false},
-                     {"enable 3 false", 3, false},
-                     {"enable 3 false; enable 3 true", 3, false},
-                     {"remove 1", 2, false},
-                     {"remove 5; remove 1", 2, false},
-                     {"enable 1 false; enable 1 true", 3, false},
-                     {"insert 3 close; remove 3", 3, false},
-                     {"insert 2 open", 4, false},
-                     {"insert 2 open off", 4, true}};
-        for (const auto& [edits, line, reopens] : cases) {
-            script_.play("moveL; open execute=1; moveL; moveL; moveL; close; moveL",
-                         QString("1600 pause; run; settle; ") + edits);
-            QVERIFY2(bench_.resumeLine() == line && bench_.weldFlag() == reopens, edits);
-            QVERIFY2(executor->outlook(line).reopens == reopens, edits);
-            bench_.run(line);
-            QVERIFY2(bench_.robot.firstTime("GAS 1") == (reopens ? 0 : -1), edits);
-        }
-    }
-
     void permission() {
-        const struct {
-            const char* mode;
-            QVariant weld, handWeld;
-            bool permitted;
-        } cases[] = {{"auto", true, false, true},    {"auto", {}, {}, true},    {"auto", false, true, false},
-                     {"manual", true, false, false}, {"manual", {}, {}, false}, {"manual", true, true, true},
-                     {"manual", false, true, false}, {"", true, true, true},    {"", true, false, false}};
-        for (const auto& row : cases) {
-            test::ScriptedRobot::setMode(row.mode);
-            m("lumo.allWeldBtnstatus.weldbtn")->setValue(this, row.weld);
-            m("lumo.allWeldBtnstatus.handweldbtn")->setValue(this, row.handWeld);
-            QCOMPARE(LumoExecutor::weldingPermitted(), row.permitted);
-        }
-    }
-
-    /// What a statement lacks is not taken from deep inside it.
-    void fieldsOfChildren_areNotTheStatements() {
-        const QByteArray note =
-            "'note':{'type':'open','execute':false,'speed':9,'zone':9,'weldspeed':20,'index':7,'delaytime':"
-            "99,"
-            "'point':{'trans':[1,1,0]},'point1':{'trans':[2,0,0]}}}";
-        bench_.load("[{'type':'moveL'," + note + ",{'type':'moveC','point':{'trans':[3]}," + note +
-                    ",{'type':'moveC','point1':{'trans':[3]}," + note + ",{" + note + ",{'type':'delay'," +
-                    note + ",{'type':'open'," + note +
-                    ",{'type':'moveL','speed':100,'point':{'trans':[1]}}]");
-        QObject scope;
-        QStringList moves;
-        connect(kordservice(), &KordService::issued, &scope, [&moves](const KordCall& call) {
-            if (call.name == "move.l" || call.name == "move.c") {
-                moves << test::text(call.node);
-            }
-        });
-        bench_.run();
-        const QString trajectory = "'traj':{'speed':0,'zone':0}}";
-        QVERIFY(test::sameLog(
-            moves,
-            {"{'point':null," + trajectory, "{'aux':{'trans':[3]},'point':null," + trajectory,
-             "{'aux':null,'point':{'trans':[3]}," + trajectory, "{'point':{'trans':[1]}," + trajectory}));
-        QCOMPARE(m("lumo.cur_param")->getInt(), 0);
-        for (const char* circle : {"'point':{'trans':[1,1,0]},", "'point1':{'trans':[1,1,0]},"}) {
-            bench_.load("[{'type':'moveL','point':{'trans':[0]}},{'type':'moveCC'," + (circle + note) + "]");
-            QCOMPARE(RunProgram(m("lumo.program")).firstBadCircle(0, 2), 1);
-        }
+        const auto isPermitted = [this](const char* mode, const QVariant& weld, const QVariant& handWeld) {
+            test::ScriptedRobot::setMode(mode);
+            m("lumo.allWeldBtnstatus.weldbtn")->setValue(this, weld);
+            m("lumo.allWeldBtnstatus.handweldbtn")->setValue(this, handWeld);
+            return LumoExecutor::weldingPermitted();
+        };
+        QVERIFY(isPermitted("auto", {}, {}) && isPermitted("auto", true, false));
+        QVERIFY(!isPermitted("auto", false, true));
+        QVERIFY(!isPermitted("manual", {}, {}) && !isPermitted("manual", true, false));
+        QVERIFY(isPermitted("manual", true, true) && !isPermitted("manual", false, true));
+        QVERIFY(isPermitted("", true, true) && !isPermitted("", true, false));
     }
 
     void nearness() {
@@ -182,6 +132,18 @@ private slots:
             0);
         QVERIFY(test::sameLog(bench_.robot.log(), {"0 move.l 0.1 0", "0 move.l 0.02 0", "0 move.c 0.02 0",
                                                    "0 move.c 0.02 0", "0 move.c 0.02 0"}));
+    }
+
+    void aTimerThatFiresEarly_isArmedAgain() {
+        SlowClock clock(bench_.time);
+        Schedule schedule;
+        qint64 done = 0;
+        schedule.setPerformer([&](const PortStep&) { done = clock.elapsedMs(); });
+        const qint64 due = clock.elapsedMs() + 20;
+        schedule.add(due, {TimedStep()});
+        clock.lateMs = 3;
+        bench_.time.advance(40);
+        QCOMPARE(done, due);
     }
 
     /// Last: it ends the package's subtree, whose ports must still be there when the executor switches off.
