@@ -3,17 +3,12 @@
 #include "gantu/bmodule.h"
 #include "kord/managerhelper.h"
 #include "mendo/log.h"
-#include "module/globals.h"
 #include "panel/lumowidget.h"
 #include "support/ports.h"
+#include "support/text.h"
 
 #include <QApplication>
-#include <QDebug>
 #include <QDir>
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
-#include <QTest>
 
 using mendo::ModuleObject;
 
@@ -21,23 +16,45 @@ namespace test {
 
 namespace {
 
-QJsonObject plainSet() {
-    return {{"name", "A"},
-            {"power", 50},
-            {"frequency", 40},
-            {"ratio", 30},
-            {"increase_time", 200},
-            {"decrease_time", 200},
-            {"stay_time", 200},
-            {"close_delay", 200},
-            {"open_time", 200},
-            {"open_interval", 0},
-            {"delay_before_blow", 200},
-            {"delay_after_blow", 200},
-            {"speed", 25},
-            {"move_wire_time", 200},
-            {"stop_wire_time", 200},
-            {"give_wire_time", 200}};
+const char* const plainSet =
+    "{'name':'A','power':50,'frequency':40,'ratio':30,'speed':25,'increase_time':200,'decrease_time':200,"
+    "'stay_time':200,'close_delay':200,'open_time':200,'open_interval':0,'delay_before_blow':200,"
+    "'delay_after_blow':200,'move_wire_time':200,'stop_wire_time':200,'give_wire_time':200}";
+
+QJsonObject pointAt(const QString& numbers) {
+    QJsonArray trans;
+    for (const QString& number : numbers.split(',')) {
+        trans.append(number.toDouble());
+    }
+    return {{"trans", trans}};
+}
+
+QJsonObject statementOf(const QString& text) {
+    static const QHash<QString, QString> mainFields{{"delay", "delaytime"},
+                                                    {"open", "index"},
+                                                    {"param", "index"},
+                                                    {"setDO", "doName"},
+                                                    {"waitDI", "diName"}};
+    QStringList words = text.simplified().split(' ');
+    const QString type = words.takeFirst();
+    QJsonObject statement{{"type", type}};
+    if (type == "setDO" || type == "waitDI") {
+        statement.insert(type.right(2) + "_type", "IO");
+    }
+    for (const QString& word : words) {
+        const QString name = word.contains('=') ? word.section('=', 0, 0) : mainFields.value(type);
+        const QString value = word.section('=', -1);
+        bool isNumber = false;
+        const double number = value.toDouble(&isNumber);
+        if (word == "off") {
+            statement.insert("execute", false);
+        } else if (name == "to" || name == "to1") {
+            statement.insert(name == "to" ? "point" : "point1", pointAt(value));
+        } else {
+            statement.insert(name, isNumber ? QJsonValue(number) : QJsonValue(value));
+        }
+    }
+    return statement;
 }
 
 }  // namespace
@@ -45,8 +62,7 @@ QJsonObject plainSet() {
 ExecutorBench::ExecutorBench() : time(*sim::VirtualTime::instance()) {
     QDir::setCurrent(folder_.path());
     mendo::LogHub::instance()->setConsole(false);
-    kord::ManagerHelper::instance()->module()->mobj()->set(this, QStringLiteral("language"),
-                                                           QStringLiteral("cn"));
+    kord::ManagerHelper::instance()->module()->mobj()->set(this, "language", "cn");
     center_ = std::make_unique<QStackedWidget>();
     center_->addWidget(new QWidget);
     setInstantiatedCenterWidget(center_.get());
@@ -59,50 +75,47 @@ void ExecutorBench::reset() {
     qDeleteAll(actionScope_.children());
     actions_.clear();
     closeBoxes();
-    m(QStringLiteral("lumo.execute.state"))->setValue(this, QStringLiteral("idle"));
-    m(QStringLiteral("lumo.current.openmiddlecolse"))->setValue(this, false);
-    m(QStringLiteral("lumo.current.line"))->setValue(this, 0);
-    m(QStringLiteral("lumo.current.pausepoint"))->clear(this);
-    m(QStringLiteral("lumo.execute.line"))->setValue(this, -1);
-    m(QStringLiteral("lumo.execute.dt"))->setValue(this, 20);
-    m(QStringLiteral("lumo.allWeldBtnstatus.weldbtn"))->setValue(this, true);
-    m(QStringLiteral("lumo.allWeldBtnstatus.handweldbtn"))->setValue(this, false);
-    m(QStringLiteral("lumo.cur_param"))->setValue(this, -1);
-    m(QStringLiteral("lumo.program"))->loadJson(this, QJsonArray());
-    m(QStringLiteral("lumo.param"))->loadJson(this, QJsonArray{plainSet()});
+    const auto write = [this](const char* key, const QVariant& value) { m(key)->setValue(this, value); };
+    write("lumo.execute.state", "idle");
+    write("lumo.current.openmiddlecolse", false);
+    write("lumo.current.line", 0);
+    m("lumo.current.pausepoint")->clear(this);
+    write("lumo.execute.line", -1);
+    write("lumo.execute.dt", 20);
+    write("lumo.allWeldBtnstatus.weldbtn", true);
+    write("lumo.allWeldBtnstatus.handweldbtn", false);
+    write("lumo.cur_param", -1);
+    m("lumo.program")->loadJson(this, QJsonArray());
+    m("lumo.param")->loadJson(this, QJsonArray{json(plainSet)});
     for (int port = 0; port < 19; ++port) {
-        m(QStringLiteral("lumo.port"))
-            ->c(port)
-            ->set(this, QStringLiteral("name"), QString::fromLatin1(kPortNames[port]));
+        m("lumo.port")->c(port)->set(this, "name", kPortNames[port]);
         enablePort(port, true);
     }
     robot.reset();
 }
 
 void ExecutorBench::load(const QByteArray& program) {
-    QJsonParseError error;
-    const QJsonDocument document = QJsonDocument::fromJson(program, &error);
-    QVERIFY2(error.error == QJsonParseError::NoError, qPrintable(error.errorString()));
-    m(QStringLiteral("lumo.program"))->loadJson(this, document.array());
+    QJsonArray statements;
+    if (program.trimmed().startsWith('[')) {
+        statements = json(program).toArray();
+    } else {
+        for (const QString& statement : QString(program).split(';', Qt::SkipEmptyParts)) {
+            statements.append(statementOf(statement));
+        }
+    }
+    m("lumo.program")->loadJson(this, statements);
 }
 
 void ExecutorBench::setParam(const char* field, double value, int index) {
-    ModuleObject* sets = m(QStringLiteral("lumo.param"));
+    ModuleObject* sets = m("lumo.param");
     while (sets->cmobjCount() <= index) {
         sets->append(this)->copyFrom(this, sets->c(0));
     }
-    sets->c(index)->set(this, QString::fromLatin1(field), value);
+    sets->c(index)->set(this, field, value);
 }
 
-void ExecutorBench::enablePort(int port, bool on) {
-    m(QStringLiteral("lumo.port"))->c(port)->set(nullptr, QStringLiteral("enable"), on);
-}
-
-void ExecutorBench::at(int ms, std::function<void()> action) {
-    actions_.append({ms, std::move(action)});
-}
-
-void ExecutorBench::armActions() {
+void ExecutorBench::begin() {
+    robot.mark();
     for (const auto& [ms, action] : qAsConst(actions_)) {
         auto* timer = new QTimer(&actionScope_);
         timer->setSingleShot(true);
@@ -114,44 +127,18 @@ void ExecutorBench::armActions() {
 
 void ExecutorBench::run(int line, int mode) {
     hand_or_signalbing = mode;
-    robot.mark();
-    armActions();
+    begin();
     trigger("start", line);
 }
 
 void ExecutorBench::once(int line, bool withSender) {
     hand_or_signalbing = 2;
-    robot.mark();
-    armActions();
-    m(QStringLiteral("lumo.execute.trigger.once"))->setValue(withSender ? this : nullptr, line);
+    begin();
+    m("lumo.execute.trigger.once")->setValue(withSender ? this : nullptr, line);
 }
 
 void ExecutorBench::settle() {
     time.advanceUntil([] { return executor->pendingSteps() == 0 && executor->depth() == 0; }, 100000);
-}
-
-void ExecutorBench::trigger(const char* name, int line) {
-    m(QStringLiteral("lumo.execute.trigger.") + QString::fromLatin1(name))->setValue(executor, line);
-}
-
-void ExecutorBench::pause() {
-    m(QStringLiteral("lumo.execute.trigger.pause"))->trigger();
-}
-
-QString ExecutorBench::waitingKind() const {
-    return executor->waiting().value(QStringLiteral("kind")).toString();
-}
-
-QString ExecutorBench::state() const {
-    return m(QStringLiteral("lumo.execute.state"))->getString();
-}
-
-bool ExecutorBench::weldFlag() const {
-    return m(QStringLiteral("lumo.current.openmiddlecolse"))->getBool();
-}
-
-int ExecutorBench::resumeLine() const {
-    return m(QStringLiteral("lumo.current.line"))->getInt();
 }
 
 bool sameLog(const QStringList& actual, const QStringList& expected) {

@@ -1,12 +1,13 @@
 #pragma once
 
 #include "kord/kordservice.h"
+#include "mendo/clock.h"
+#include "mendo/modulemanager.h"
 #include "mendo/moduleobject.h"
 
 #include <QHash>
 #include <QJsonValue>
 #include <QObject>
-#include <QPointer>
 #include <QStringList>
 #include <QTimer>
 #include <QVector>
@@ -32,14 +33,13 @@ public:
     qint64 firstTime(const QString& what) const;
     /// When the equipment was switched off for good; -1 when it was never on.
     qint64 offSince(const QString& name) const { return offSince_.value(name, -1); }
-    void note(const QString& what);
-    qint64 nowMs() const;
+    void note(const QString& what) { log_ << QString("%1 %2").arg(nowMs()).arg(what); }
+    qint64 nowMs() const { return mendo::Clock::current().elapsedMs() - markMs_; }
 
     int motionMs = 500;
     int zoneLeadMs = 0;          ///< the tool is at the target this long before the result
     QVector<int> codes;          ///< by motion, in the order of queueing; missing ones 0
     bool answersInside = false;  ///< results inside the motion command
-    bool bunched = false;        ///< the result of every second motion together with the next one's
     QVector<double> speeds;      ///< "traj.speed" of every motion, m/s
 
     /// The state of an output by equipment name.
@@ -47,10 +47,12 @@ public:
     /// As controllers do after a failed motion: what is queued behind it never runs.
     void loseTheQueueAfterTheNextResult() { losesQueue_ = true; }
     void standAt(const QVector<double>& trans);
-    static void setPower(const char* power);
-    static void setMode(const char* mode);
+    static void setPower(const char* power) { m("kord.r.power")->setValue(nullptr, power); }
+    static void setMode(const char* mode) { m("kord.r.mode")->setValue(nullptr, mode); }
     /// Writes a result as the controller does.
-    static void answer(const char* command, int code);
+    static void answer(const char* command, int code) {
+        kordservice()->commandNode(command)->setValue(nullptr, code);
+    }
 
 private:
     struct Motion {
@@ -61,12 +63,13 @@ private:
     };
 
     void onIssued(const KordCall& call);
+    void onMotion(const KordCall& call);
     void onWrite(const KordCall& call);
     QString describeWrite(const mendo::ModuleObject* record);
     void beginNext();
     void arrive();
     void finish();
-    void setState(const char* state);
+    void setState(const char* state) { m("kord.r.state")->setValue(this, state); }
 
     QStringList log_;
     QVector<Motion> queue_;
