@@ -9,12 +9,10 @@
 #include "support/ports.h"
 #include "support/suite.h"
 #include "support/text.h"
-#include "support/widgets.h"
 
 #include <QDir>
 #include <QPointer>
 #include <QRegularExpression>
-#include <QStackedWidget>
 #include <QTranslator>
 
 #include <sys/stat.h>
@@ -248,25 +246,6 @@ private slots:
         QCOMPARE(contentOf("lumo_port.json.damaged.2"), QByteArray("[7, {}]"));
         QVERIFY(QFileInfo("lumo_port.json").isSymLink());
         QCOMPARE(contentOf("shared.json"), contentOf("lumo_port.json"));
-    }
-
-    void alert_isModalToItsPageAloneAndNotShownTwice() {
-        QStackedWidget center;
-        center.addWidget(new QWidget);
-        setInstantiatedCenterWidget(&center);
-        showAlertDialog("Gas pressure is low");
-        showAlertDialog("Gas pressure is low");
-        QCOMPARE(test::boxes(), QStringList("Gas pressure is low"));
-        const QPointer<QMessageBox> box = test::shown<QMessageBox>();
-        QVERIFY(box->windowTitle().isEmpty() && box->parentWidget() == center.currentWidget());
-        QVERIFY(box->windowModality() == Qt::WindowModal && box->buttons().size() == 1);
-        showAlertDialog("Gas pressure is fine");
-        box->buttons().first()->click();
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        QVERIFY(!box);
-        showAlertDialog("Gas pressure is low");
-        QCOMPARE(test::boxes(), QStringList({"Gas pressure is fine", "Gas pressure is low"}));
-        setInstantiatedCenterWidget(nullptr);
     }
 };
 

@@ -59,14 +59,12 @@ public:
         test::click(button);
         QCoreApplication::sendPostedEvents(nullptr, QEvent::MetaCall);  // runs are begun from the event loop
     }
-    /// Types a name into the name dialog and answers it.
     void answerName(const QString& name, QDialogButtonBox::StandardButton with = QDialogButtonBox::Ok) const {
         auto* dialog = find<AddParamDialog>();
         QVERIFY(dialog);
         QTest::keyClicks(dialog->findChild<QLineEdit*>(), name);
         test::click(button(dialog, with));
     }
-    /// Types a file into the open dialog and accepts it.
     void answerFile(const QString& name) {
         auto* dialog = find<QFileDialog>();
         QVERIFY(dialog);
