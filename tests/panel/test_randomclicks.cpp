@@ -21,6 +21,12 @@ class TestRandomClicks : public QObject {
     test::PageBench bench_;
     QRandomGenerator random_;
     QString fault_;
+    const QByteArray program_ = test::quoted(
+        "[{'type':'moveL','speed':20,'zone':2,'execute':true,'point':{'trans':[0.1,0,0]}},"
+        " {'type':'open','index':0,'weldspeed':'20','execute':true},"
+        " {'type':'moveL','speed':20,'zone':0,'execute':true,'point':{'trans':[0.2,0,0]}},"
+        " {'type':'close','execute':true},{'type':'delay','delaytime':'300','execute':true},"
+        " {'type':'waitDI','diName':'DI1','value1':'true','DI_type':'IO','execute':true}]");
     int left_ = 0;  // steps
     int runs_ = 0;
     bool mayStart_ = false;
@@ -55,11 +61,13 @@ class TestRandomClicks : public QObject {
         const std::function<void()> events[] = {
             [&] { bench_.robot.setPower("off"); },
             [&] { bench_.robot.setMode("manual"); },
-            [&] { bench_.robot.standAt(QVector<double>(3, random_.bounded(1.0))); },
+            [&] {
+                isIdle() ? bench_.load(program_) : bench_.robot.standAt({0.5, 0.0, 0.0});
+            },
             [&] { bench_.robot.codes = codes; },
             [&] { bench_.makePage(); },
             [&] { kordservice()->dataNode("device.io")->set(this, input, random_.bounded(3) > 0); }};
-        events[oneOf({0, 0, 0, 1, 2, 3, 4, 5, 5, 5})]();
+        events[oneOf({0, 0, 0, 1, 2, 2, 2, 3, 4, 5, 5, 5})]();
     }
 
     void step() {
@@ -72,7 +80,8 @@ class TestRandomClicks : public QObject {
         bench_.robot.setMode("auto");
         QWidget* const popup = QApplication::activePopupWidget();
         QWidget* const inFront = popup ? popup : QApplication::activeModalWidget();
-        const QString wish = oneOf({"btnStart", "btnRunOnce", "btnPause", "btnProject", "switchBtn"});
+        const QString wish =
+            oneOf({"btnStart", "btnStart", "btnRunOnce", "btnPause", "btnProject", "switchBtn"});
         const char* const kinds[] = {"QAbstractButton", "QLineEdit", "QComboBox", "QTableWidget",
                                      "SwitchButton"};
         QList<QWidget*> reach, wished;
@@ -87,15 +96,15 @@ class TestRandomClicks : public QObject {
         const int what = random_.bounded(10);
         mayStart_ = qobject_cast<QMessageBox*>(inFront) ||
                     bench_.page->findChild<SwitchButton*>("switchBtn")->checked();
-        if (what < 3 && !wished.isEmpty()) {
+        if (what < 4 && !wished.isEmpty()) {
             touch(wished[0]);
-        } else if (what == 3 && !popup) {
+        } else if (what == 4 && !popup) {
             happen();
         } else if (auto* const files = qobject_cast<QFileDialog*>(inFront)) {
             QTest::keyClicks(test::child(files, "fileNameEdit"),
                              oneOf({"P1.json", "seam.json", "missing.json"}));
             QTest::keyClick(files, oneOf({Qt::Key_Return, Qt::Key_Escape}));
-        } else if (what == 4 || reach.isEmpty()) {
+        } else if (what == 5 || reach.isEmpty()) {
             const auto key = oneOf({Qt::Key_Return, Qt::Key_Escape, Qt::Key_Down, Qt::Key_Delete});
             QWidget* const window = inFront ? inFront : bench_.page.get();
             QTest::keyClick(window->focusWidget() ? window->focusWidget() : window, key);
@@ -139,13 +148,7 @@ private slots:
                 "  'DI2':'DI14','type2':'上升沿','DI2_type':'IO'},"
                 " {'filePath':'seam.json','time':'50','DI':'DI5','type':'上升沿','DI_type':'IO'}]");
             m("lumo.signalsConfig")->loadJson(this, stations);
-            const QByteArray program =
-                "[{'type':'moveL','speed':20,'zone':2,'execute':true,'point':{'trans':[0.1,0,0]}},"
-                " {'type':'open','index':0,'weldspeed':'20','execute':true},"
-                " {'type':'moveL','speed':20,'zone':0,'execute':true,'point':{'trans':[0.2,0,0]}},"
-                " {'type':'close','execute':true},{'type':'delay','delaytime':'300','execute':true},"
-                " {'type':'waitDI','diName':'DI1','value1':'true','DI_type':'IO','execute':true}]";
-            bench_.load(test::quoted(program));
+            bench_.load(program_);
             bench_.write("P1.json", test::quoted("[{'type':'open','index':0},{'type':'close'}]"));
             LumoWidget::filePath = "seam.json";
             isEnable_moveorder = true;
