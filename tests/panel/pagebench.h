@@ -5,18 +5,12 @@
 #include "panel/lumowidget.h"
 #include "params/addparamdialog.h"
 #include "support/executorbench.h"
+#include "support/text.h"
 
-#include <QAbstractButton>
-#include <QDialogButtonBox>
 #include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMessageBox>
-#include <QPushButton>
 #include <QSignalSpy>
-#include <QStackedWidget>
-#include <QTableWidget>
-#include <QTest>
 
 namespace test {
 
@@ -31,7 +25,6 @@ public:
         clear();
         makePage();
     }
-
     /// The same, before the page is made.
     void clear() {
         reset();
@@ -40,83 +33,70 @@ public:
         isEnable_moveorder = false;
         isnew_pWgt = false;
         hand_or_signalbing = 0;
-        m(QStringLiteral("lumo.toolset"))->copyFrom(this, m(QStringLiteral("lumo.default.default_toolset")));
+        m("lumo.toolset")->copyFrom(this, m("lumo.default.default_toolset"));
         folder = std::make_unique<QTemporaryDir>();
         QDir::setCurrent(folder->path());
         problems.clear();
         ScriptedRobot::setPower("off");
     }
-
     void makePage() {
         page = std::make_unique<LumoWidget>();
         instantiatedCenterWidget()->addWidget(page.get());
         instantiatedCenterWidget()->setCurrentWidget(page.get());
     }
 
+    /// The first of that kind and name which is seen; null when there is none.
     template <class Widget>
     Widget* find(const char* name = nullptr) const {
-        for (Widget* widget : instantiatedCenterWidget()->findChildren<Widget*>(QLatin1String(name))) {
-            if (widget->isVisible()) {
-                return widget;
-            }
-        }
-        return nullptr;
+        const auto widgets = instantiatedCenterWidget()->findChildren<Widget*>(QLatin1String(name));
+        const auto seen =
+            std::find_if(widgets.begin(), widgets.end(), [](auto* w) { return w->isVisible(); });
+        return seen == widgets.end() ? nullptr : *seen;
     }
-
     void click(const char* name) const {
         auto* button = find<QAbstractButton>(name);
         QVERIFY2(button, name);
-        QTest::mouseClick(button, Qt::LeftButton);
+        test::click(button);
         QCoreApplication::sendPostedEvents(nullptr, QEvent::MetaCall);  // runs are begun from the event loop
     }
-
-    /// Types a name into the name dialog and answers it.
     void answerName(const QString& name, QDialogButtonBox::StandardButton with = QDialogButtonBox::Ok) const {
         auto* dialog = find<AddParamDialog>();
         QVERIFY(dialog);
         QTest::keyClicks(dialog->findChild<QLineEdit*>(), name);
-        QTest::mouseClick(dialog->findChild<QDialogButtonBox*>()->button(with), Qt::LeftButton);
+        test::click(button(dialog, with));
     }
-
-    /// Types a file into the open dialog and accepts it.
     void answerFile(const QString& name) {
         auto* dialog = find<QFileDialog>();
         QVERIFY(dialog);
-        auto* line = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+        auto* line = child<QLineEdit>(dialog, "fileNameEdit");
         time.settle();  // the dialog gets the keyboard; without it, it completes what is typed
         QVERIFY(line->hasFocus());
         QTest::keyClicks(line, name);
         QTest::keyClick(line, Qt::Key_Return);
         time.settle();
     }
+    void openFile(const QString& name) {
+        click("btnOpen");
+        answerFile(name);
+    }
 
-    static void write(const QString& name, const QByteArray& text) {
-        QFile file(name);
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write(text);
-    }
-    static QByteArray content(const QString& name) {
-        QFile file(name);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(no file)");
-    }
+    static void write(const QString& name, const QByteArray& text) { writeFile(name, text); }
     static QStringList types() {
         QStringList result;
-        for (const ModuleObject* statement : m(QStringLiteral("lumo.program"))->cmobjs()) {
-            result << statement->c(QStringLiteral("type"))->getString();
+        for (const ModuleObject* statement : m("lumo.program")->cmobjs()) {
+            result << statement->c("type")->getString();
         }
         return result;
     }
-    QString shownProject() const { return page->findChild<QLabel*>(QStringLiteral("lblProject"))->text(); }
+    QString shownProject() const { return child<QLabel>(page.get(), "lblProject")->text(); }
     /// The program's; other pages have a table of that name too.
     QTableWidget* programTable() const {
         return page->findChild<ProgramWidget*>()->findChild<QTableWidget*>();
     }
-    int rows() const { return programTable()->rowCount(); }
 
     std::unique_ptr<QTemporaryDir> folder;
     std::unique_ptr<LumoWidget> page;
-    /// Reports of the host's file service.
-    QSignalSpy problems{m(), &mendo::ModuleManager::fileProblem};
+    QSignalSpy problems{m(), &mendo::ModuleManager::fileProblem};  ///< reports of the host's file service
 };
 
 }  // namespace test
