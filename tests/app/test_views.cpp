@@ -1,17 +1,34 @@
 #include "app/path/pathview.h"
+#include "app/scope/scopeexport.h"
 #include "app/scope/scopepage.h"
+#include "app/scope/scopeplot.h"
 #include "app/views/viewswindow.h"
 #include "panelfixture.h"
 #include "support/runnerfolder.h"
+#include "support/vcd.h"
 
-/// The window of the views, and what it shows of a program and its weld.
+#include <qwt_scale_map.h>
+#include <QFileDialog>
+
+using app::SignalRecord;
+using Values = std::vector<double>;
+
+/// The views: the path of a program with its seam, and the signals that were recorded.
 class AppViews : public test::PanelTest {
     Q_OBJECT
 
     app::PathView* const path_ = panel_->views()->findChild<app::PathView*>();
     app::ScopePage* const scope_ = panel_->views()->findChild<app::ScopePage*>();
+    app::ScopePlot* const plot_ = scope_->findChild<app::ScopePlot*>();
+    const app::SignalRecorder& recorder_ = *panel_->recorder();
     double welded_ = 0;  ///< millimetres travelled with the laser on in the first run
 
+    int laneOf(const QString& name) const {
+        const auto all = app::lanesOf(recorder_.cellSignals(), recorder_.record());
+        const auto isIt = [&name](const app::Lane& lane) { return lane.name == name; };
+        const auto found = std::find_if(all.begin(), all.end(), isIt);
+        return found == all.end() ? -1 : int(found - all.begin());
+    }
     double seamShown() const { return textOf("lblSeam").section(' ', 1, 1).toDouble(); }
     void selectLine(int line) const {
         auto* const table = find<QWidget>("ProgramWidget")->findChild<QAbstractItemView*>("tableWidget");
@@ -94,64 +111,149 @@ private slots:
     }
 
     void window_opensByButtonAndKeys() {
-        auto* const header = find("btnViews");
         for (const int key : {0, int(Qt::Key_F6), int(Qt::Key_F7)}) {
             QTest::keyClick(panel_->views(), Qt::Key_Escape);
-            QVERIFY(!panel_->views()->isVisible() && !header->isChecked());
-            window()->activateWindow();
-            pass(10);
-            if (key)
-                QTest::keyClick(window(), Qt::Key(key));
-            else
-                test::click(header);
-            QVERIFY(panel_->views()->isVisible() && header->isChecked());
+            QVERIFY(!panel_->views()->isVisible() && !find("btnViews")->isChecked());
+            key ? QTest::keyClick(window(), Qt::Key(key)) : click("btnViews");
+            QVERIFY(panel_->views()->isVisible() && find("btnViews")->isChecked());
             QVERIFY(scope_->isVisible() == (key == Qt::Key_F7) && path_->isVisible() != scope_->isVisible());
         }
     }
 
     void path_followsSelectionEditsAndStations() {
+        const auto moves = [this] {
+            pass(10);
+            return path_->moves();
+        };
         selectLine(3);
         QCOMPARE(path_->selected(), QSet<int>{3});
         QCOMPARE(textOf("lblPathLine"), "Line 4: weld, 60.0 mm");
-        selectLine(2);
-        QCOMPARE(textOf("lblPathLine"), "");
+        const size_t count = moves().size();
         set("lumo.program.#3.point.trans.#1", 0.01);
-        pass(10);
-        QCOMPARE(path_->moves().at(2).target.y, 0.01);
-        QVERIFY(path_->moves().at(2).weld);
+        QVERIFY(moves().at(2).target.y == 0.01 && moves().at(2).weld);
         set("lumo.program.#2.execute", false);
-        pass(10);
-        QVERIFY(!path_->moves().at(2).weld);
-        const size_t count = path_->moves().size() - 1;
+        QVERIFY(!moves().at(2).weld);
         m("lumo.program")->remove(this, "#0");
-        pass(10);
-        QCOMPARE(path_->moves().size(), count);
+        QCOMPARE(moves().size(), count - 1);
+        const QPointF shown0 = path_->frame().fromAbove({});
+        QTest::keyClick(path_, Qt::Key_Right);  // what was moved by hand stays
+        set("lumo.program.#3.point.trans.#0", 0.9);
+        QVERIFY(moves().size() && path_->frame().fromAbove({}) - shown0 == QPointF(-40, 0));
         m("lumo")->append(this, "signalbind_program");
         load("lumo.signalbind_program", "[{'type':'delay','delaytime':100}]");
         size_t shown = count;
         setRunMode(app::PackageFlags::ByStation);
         run(0, {{50, [&] { shown = path_->moves().size(); }}});
         setRunMode(app::PackageFlags::ByHand);
-        QVERIFY(shown == 0 && path_->moves().size() == count);
+        QVERIFY(shown == 0 && moves().size() == count - 1);
     }
 
-    void view_isMovedByHandUntilAllIsAskedFor() {
-        const auto above = [this] { return path_->frame().fromAbove({0.5, 0, 0.3}); };
-        const QPointF whole = above();
-        QTest::mousePress(path_, Qt::LeftButton, {}, {100, 60});
-        QMouseEvent drag(QEvent::MouseMove, QPointF(130, 40), Qt::LeftButton, Qt::LeftButton, {});
-        QApplication::sendEvent(path_, &drag);
-        QTest::mouseRelease(path_, Qt::LeftButton, {}, {130, 40});
-        QCOMPARE(above() - whole, QPointF(30, -20));
-        QTest::keyClick(path_, Qt::Key_Right);
-        QCOMPARE(above() - whole, QPointF(-10, -20));
-        set("lumo.program.#3.point.trans.#0", 0.9);
+    void record_knowsTheValuesUntilItForgets() {
+        SignalRecord record({1, 7}, 10);
+        for (const SignalRecord::Change& change : {SignalRecord::Change{20, 0, 2}, {20, 0, 3}, {30, 1, 8}})
+            record.add(change);
+        QVERIFY(record.before(20) == (Values{1, 7}) && record.at(20) == (Values{3, 7}));
+        QVERIFY(record.before(30) == (Values{3, 7}) && record.at(30) == (Values{3, 8}));
+        record.add({25 + SignalRecord::kKeptMs, 0, 4});  // they are too old
+        QVERIFY(record.changes().size() == 2 && record.beginMs() == 25 && record.before(0) == (Values{3, 7}));
+        for (int i = 0; i < SignalRecord::kMostChanges; ++i)  // too many
+            record.add({26 + SignalRecord::kKeptMs, 0, 5.0 + i});
+        QVERIFY(record.changes().size() == SignalRecord::kMostChanges && record.before(0) == (Values{4, 8}));
+    }
+
+    void files_holdTheirSection() {
+        set("lumo.port.#0.tag", "Laser \"ok\"");
+        write("LUMO_AO_1", 1000);
+        pass(500);
+        const qint64 begin = app::SignalRecorder::nowMs();
+        robot()->setInput("LUMO_DI.#0", false);
+        pass(20);
+        write("LUMO_AO_1", 16384);
+        robot()->setInput("LUMO_DI.#0", true);
         pass(10);
-        QCOMPARE(above() - whole, QPointF(-10, -20));
-        QTest::keyClick(path_, Qt::Key_0);
-        QVERIFY(path_->frame().above().contains(path_->frame().fromAbove({0.9, 0, 0.3})));
-        openSample();
-        QCOMPARE(above(), whole);
+        const auto lanes = app::lanesOf(recorder_.cellSignals(), recorder_.record());
+        const std::vector<app::Lane> two = {lanes[size_t(laneOf("LUMO_DI.#0"))],
+                                            lanes[size_t(laneOf("LUMO_AO_1"))]};
+        write("LUMO_DO", 1, 3);  // not among the two
+        pass(70);
+        write("LUMO_DO", 0, 3);
+        write("LUMO_AO_1", 0);
+        QString error;
+        QFile csv("a.csv"), vcd("a.vcd"), full("/dev/full");
+        QVERIFY(csv.open(QIODevice::WriteOnly | QIODevice::Unbuffered) && vcd.open(QIODevice::WriteOnly));
+        QVERIFY(app::writeCsv(&csv, recorder_, two, {begin, begin + 50}, &error));
+        QCOMPARE(test::contentOf("a.csv"), "time_s,\"LUMO_DI.#0 Laser \"\"ok\"\"\",\"LUMO_AO_1 " +
+                                               two[1].label.toUtf8() + "\"\n0.000,0,1000\n0.020,1,16384\n");
+        QVERIFY(app::writeVcd(&vcd, recorder_, {begin, begin + 50}, &error));
+        vcd.close();
+        QCOMPARE(readDump("a.vcd")["LUMO_AO.LUMO_AO_1"], (QStringList{"0:1000", "20:16384"}));
+        QCOMPARE(readDump("a.vcd")["LUMO_DO.bit3"], (QStringList{"0:0", "30:1"}));
+        QVERIFY(test::contentOf("a.vcd").endsWith("\n#50\n"));
+        QVERIFY(full.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
+        QVERIFY(!app::writeVcd(&full, recorder_, recorder_.all(), &error) &&
+                error == "No space left on device");
+        error.clear();
+        QVERIFY(!app::writeCsv(&full, recorder_, two, recorder_.all(), &error) && !error.isEmpty());
+    }
+
+    void scope_holdsTimeAndReadsValues() {
+        panel_->views()->open(1, window());
+        set("lumo.port.#9.enable", false);
+        robot()->setInput("DI6", true);
+        const auto end = [this] { return plot_->axisInterval(QwtPlot::xBottom).maxValue(); };
+        pass(1000);
+        const double before = end();
+        robot()->setInput("LUMO_DI.#2", false);
+        const qint64 edge = app::SignalRecorder::nowMs();
+        pass(20000);
+        robot()->setInput("LUMO_DI.#2", true);
+        pass(20000);
+        QCOMPARE(end(), before + 40000);
+        click("btnHold");
+        pass(2000);
+        QCOMPARE(end(), before + 40000);
+        // Ports that are enabled come first, then what has changed.
+        const int lane = laneOf("LUMO_DI.#2");
+        QVERIFY(laneOf("busy") == 0 && lane > 0 && laneOf("DI6") > lane && laneOf("DI7") < 0);
+        QVERIFY(laneOf("LUMO_DO.#3") > laneOf("LUMO_AO_3"));
+        QCOMPARE(plot_->valueText(lane), "1");
+        click("btnShorter");
+        QCOMPARE(textOf("lblLength"), "30 s");
+        click("btnLonger");
+        // By the mouse between the edges, then from edge to edge.
+        const int x = qRound(plot_->canvasMap(QwtPlot::xBottom).transform(end() - 30000));
+        QTest::mouseClick(plot_->canvas(), Qt::LeftButton, {}, {x, 40});
+        QCOMPARE(plot_->valueText(lane), "0");
+        for (int i = 0; i < 2; ++i)  // the second time there is none
+            QTest::keyClick(plot_, Qt::Key_Right);
+        QCOMPARE(plot_->cursorMs(), edge + 20000);
+        click("btnMark");
+        QTest::keyClick(plot_, Qt::Key_Left);
+        QVERIFY2(textOf("lblCursor").endsWith("-20.000 s"), qPrintable(textOf("lblCursor")));
+        // Held the cursor stays; going on, time carries it off, and the values are those of now.
+        pass(60000);
+        QCOMPARE(plot_->cursorMs(), edge);
+        click("btnHold");
+        QVERIFY(!plot_->cursorMs() && plot_->valueText(lane) == "1");
+    }
+
+    void export_writesFilesOrSaysWhyNot() {
+        panel_->views()->open(1, window());
+        const QVector<QPair<QString, QByteArray>> rows = {
+            {"png", "\x89PNG"}, {"csv", "time_s,"}, {"vcd", "$version"}};
+        for (const auto& row : rows) {
+            click("btn_" + row.first);
+            auto* const dialog = scope_->findChild<QFileDialog*>();
+            dialog->selectFile(QDir::current().absoluteFilePath("out." + row.first));
+            QMetaObject::invokeMethod(dialog, "accept");
+            pass(10);
+            QVERIFY2(test::contentOf("out." + row.first).startsWith(row.second), qPrintable(row.first));
+            QCOMPARE(textOf("lblWritten"), "out." + row.first + " written");
+        }
+        scope_->exportTo("/proc/nothing/signals.vcd");
+        QVERIFY(test::boxes().value(0).contains("/proc/nothing/signals.vcd") &&
+                textOf("lblWritten").isEmpty());
+        test::closeBoxes();
     }
 };
 
