@@ -4,8 +4,6 @@
 #include <QThread>
 #include <QTimer>
 
-#include <thread>
-
 namespace {
 
 app::PacedTime* paced = nullptr;
@@ -93,12 +91,6 @@ private slots:
         loop_.exec();
         QCOMPARE(nowMs(), due);
         QVERIFY(QDateTime::currentDateTime().msecsTo(mendo::Clock::current().now()) > kHourMs / 2);
-    }
-
-    void otherThread_endsASleep() {
-        std::thread other([this] { QMetaObject::invokeMethod(&loop_, "quit", Qt::QueuedConnection); });
-        QVERIFY(!loopFor(kHourMs));
-        other.join();
     }
 };
 

@@ -1,4 +1,3 @@
-#include "app/path/pathframe.h"
 #include "app/path/pathlayout.h"
 #include "app/pendant/placement.h"
 #include "app/progress/runestimate.h"
@@ -42,7 +41,7 @@ QString statement(const QString& text) {
 
 }  // namespace
 
-/// What is known of a program before it runs, its path and its time; and where the views show what.
+/// What is known of a program before it runs, its path and its time; and where the windows stand.
 class AppPlan : public QObject {
     Q_OBJECT
 
@@ -146,43 +145,17 @@ private slots:
                  "5 0 0 0 0");  // it ends the run
     }
 
-    /// To one scale in both views; what lies higher or farther to the left of x is drawn higher.
-    void sheet_showsEverythingAndZoomsUnderTheFinger() {
-        const Place least{0.3, -0.2, 0.1}, held = least + Place{0.002, 0.002, 0.002};
-        for (const Place& room : {Place{2, 0.1, 0.1}, {0.1, 1, 0.02}, {0.1, 0.02, 1}, {0, 0, 0}}) {
-            app::PathFrame frame;
-            frame.setSize({640, 480});
-            app::Extent extent;
-            extent.add(least + room);
-            extent.add(least);
-            frame.fit(extent);
-            const QPointF above = frame.fromAbove(least), side = frame.fromSide(least);
-            QVERIFY(frame.above().contains(above) && frame.above().contains(frame.fromAbove(least + room)));
-            QVERIFY(frame.side().contains(side) && frame.side().contains(frame.fromSide(least + room)));
-            const QPointF step = QPointF(0.002, -0.002) * frame.pixelsPerMetre();
-            QVERIFY((frame.fromAbove(held) - above - step).manhattanLength() < 1e-6 && above.x() == side.x());
-            QVERIFY((frame.fromSide(held) - side - step).manhattanLength() < 1e-6);
-            const QPointF finger = frame.fromSide(held);
-            frame.zoom(1.25, finger);
-            frame.pan({12, -7}, finger);
-            QVERIFY((frame.fromSide(held) - finger - QPointF(12, -7)).manhattanLength() < 1e-6);
-        }
-    }
-
-    void window_coversNoOther() {
+    void views_coverNeitherPanelNorPendant() {
         const QRect wide(0, 0, 1920, 1080), small(0, 0, 1280, 800);
-        const auto views = [](const QRect& panel, const QRect& screen, const QRect& pendant) {
+        const auto place = [](const QRect& panel, const QRect& screen, const QRect& pendant) {
             return app::placeBeside(panel, screen, 640, {0, 50, 280, 40}, pendant);
         };
-        QCOMPARE(views({640, 100, 1280, 800}, wide, {}), QRect(0, 100, 640, 800));
-        QCOMPARE(views(small, small, {}), QRect(0, 50, 640, 710));
-        QCOMPARE(views(small, wide, {1620, 580, 300, 500}), QRect(1280, 0, 640, 580));
-        QCOMPARE(views(small, wide, {1640, 280, 280, 800}), QRect(1000, 50, 640, 710));
+        QCOMPARE(place({640, 100, 1280, 800}, wide, {}), QRect(0, 100, 640, 800));
+        QCOMPARE(place(small, small, {}), QRect(0, 50, 640, 710));
+        QCOMPARE(place(small, wide, {1620, 580, 300, 500}), QRect(1280, 0, 640, 580));
+        QCOMPARE(place(small, wide, {1640, 280, 280, 800}), QRect(1000, 50, 640, 710));
         QCOMPARE(app::cornerBeside({0, 0, 1280, 830}, {300, 700}, wide), QPoint(1620, 380));
-        QCOMPARE(app::cornerBeside({640, 0, 1280, 830}, {300, 700}, wide), QPoint(0, 380));
         QVERIFY(!app::cornerBeside(small, {300, 700}, {0, 0, 1500, 800}));
-        QCOMPARE(app::placeClearOf({900, 500, 300, 150}, {900, 600, 380, 200}, small), QPoint(900, 450));
-        QVERIFY(!app::placeClearOf({0, 0, 1280, 700}, {600, 100, 280, 600}, small));
     }
 };
 

@@ -5,7 +5,6 @@
 #include "app/views/viewswindow.h"
 #include "panelfixture.h"
 #include "support/runnerfolder.h"
-#include "support/vcd.h"
 
 #include <qwt_scale_map.h>
 #include <QFileDialog>
@@ -148,20 +147,18 @@ private slots:
         QVERIFY(shown == 0 && moves().size() == count - 1);
     }
 
-    void record_knowsTheValuesUntilItForgets() {
+    void record_forgetsWhatIsOldOrTooMuch() {
         SignalRecord record({1, 7}, 10);
-        for (const SignalRecord::Change& change : {SignalRecord::Change{20, 0, 2}, {20, 0, 3}, {30, 1, 8}})
-            record.add(change);
-        QVERIFY(record.before(20) == (Values{1, 7}) && record.at(20) == (Values{3, 7}));
-        QVERIFY(record.before(30) == (Values{3, 7}) && record.at(30) == (Values{3, 8}));
-        record.add({25 + SignalRecord::kKeptMs, 0, 4});  // they are too old
+        record.add({20, 0, 3});
+        record.add({30, 1, 8});
+        record.add({25 + SignalRecord::kKeptMs, 0, 4});
         QVERIFY(record.changes().size() == 2 && record.beginMs() == 25 && record.before(0) == (Values{3, 7}));
-        for (int i = 0; i < SignalRecord::kMostChanges; ++i)  // too many
+        for (int i = 0; i < SignalRecord::kMostChanges; ++i)
             record.add({26 + SignalRecord::kKeptMs, 0, 5.0 + i});
         QVERIFY(record.changes().size() == SignalRecord::kMostChanges && record.before(0) == (Values{4, 8}));
     }
 
-    void files_holdTheirSection() {
+    void csv_hasARowForEachTimeOfItsSection() {
         set("lumo.port.#0.tag", "Laser \"ok\"");
         write("LUMO_AO_1", 1000);
         pass(500);
@@ -171,29 +168,24 @@ private slots:
         write("LUMO_AO_1", 16384);
         robot()->setInput("LUMO_DI.#0", true);
         pass(10);
-        const auto lanes = app::lanesOf(recorder_.cellSignals(), recorder_.record());
-        const std::vector<app::Lane> two = {lanes[size_t(laneOf("LUMO_DI.#0"))],
-                                            lanes[size_t(laneOf("LUMO_AO_1"))]};
         write("LUMO_DO", 1, 3);  // not among the two
         pass(70);
-        write("LUMO_DO", 0, 3);
         write("LUMO_AO_1", 0);
+        write("LUMO_DO", 0, 3);
+        const auto lanes = app::lanesOf(recorder_.cellSignals(), recorder_.record());
+        const auto lane = [&](const QString& name) { return lanes[size_t(laneOf(name))]; };
+        const std::vector<app::Lane> two = {lane("LUMO_DI.#0"), lane("LUMO_AO_1")};
         QString error;
-        QFile csv("a.csv"), vcd("a.vcd"), full("/dev/full");
-        QVERIFY(csv.open(QIODevice::WriteOnly | QIODevice::Unbuffered) && vcd.open(QIODevice::WriteOnly));
+        QFile csv("a.csv"), full("/dev/full");
+        QVERIFY(csv.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
         QVERIFY(app::writeCsv(&csv, recorder_, two, {begin, begin + 50}, &error));
         QCOMPARE(test::contentOf("a.csv"), "time_s,\"LUMO_DI.#0 Laser \"\"ok\"\"\",\"LUMO_AO_1 " +
                                                two[1].label.toUtf8() + "\"\n0.000,0,1000\n0.020,1,16384\n");
-        QVERIFY(app::writeVcd(&vcd, recorder_, {begin, begin + 50}, &error));
-        vcd.close();
-        QCOMPARE(readDump("a.vcd")["LUMO_AO.LUMO_AO_1"], (QStringList{"0:1000", "20:16384"}));
-        QCOMPARE(readDump("a.vcd")["LUMO_DO.bit3"], (QStringList{"0:0", "30:1"}));
-        QVERIFY(test::contentOf("a.vcd").endsWith("\n#50\n"));
         QVERIFY(full.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
-        QVERIFY(!app::writeVcd(&full, recorder_, recorder_.all(), &error) &&
-                error == "No space left on device");
+        QVERIFY(!app::writeVcd(&full, recorder_, recorder_.all(), &error) && error.startsWith("No space"));
         error.clear();
-        QVERIFY(!app::writeCsv(&full, recorder_, two, recorder_.all(), &error) && !error.isEmpty());
+        QVERIFY(!app::writeCsv(&full, recorder_, two, recorder_.all(), &error) &&
+                error.startsWith("No space"));
     }
 
     void scope_holdsTimeAndReadsValues() {
@@ -251,8 +243,8 @@ private slots:
             QCOMPARE(textOf("lblWritten"), "out." + row.first + " written");
         }
         scope_->exportTo("/proc/nothing/signals.vcd");
-        QVERIFY(test::boxes().value(0).contains("/proc/nothing/signals.vcd") &&
-                textOf("lblWritten").isEmpty());
+        QVERIFY(test::boxes().value(0).contains("/proc/nothing/signals.vcd"));
+        QCOMPARE(textOf("lblWritten"), "");
         test::closeBoxes();
     }
 };
