@@ -32,7 +32,7 @@ struct Result {
 /// Calls the program in a folder.
 inline Result runIn(const QString& folder, const QStringList& arguments,
                     const QString& program = QStringLiteral(LUMO_RUN)) {
-    constexpr int kLimitMs = 240000;
+    constexpr int kLimitMs = 900000;
     QProcess process;
     process.setWorkingDirectory(folder);
     process.start(program, arguments);

@@ -1,0 +1,101 @@
+#pragma once
+
+#include "app/language.h"
+#include "app/panel.h"
+#include "app/why/packageflags.h"
+#include "kord/kordservice.h"
+#include "mendo/log.h"
+#include "mendo/modulemanager.h"
+#include "simulator/controller.h"
+#include "simulator/virtualtime.h"
+#include "support/suite.h"
+#include "support/text.h"
+#include "support/widgets.h"
+
+#include <QDir>
+#include <QLabel>
+#include <QStackedWidget>
+#include <QTimer>
+
+#include <functional>
+
+namespace test {
+
+/// Copies files to where the test runs, for writing.
+inline void copyHere(const QString& folder, const QStringList& names) {
+    for (const QString& name : names) {
+        QFile::copy(folder + "/" + name, name);
+        QFile::setPermissions(name, QFile::ReadOwner | QFile::WriteOwner);
+    }
+}
+
+/// The panel on the screen, in English, with the package loaded from its file, in a folder with the settings
+/// and the project (seam.json) of the pictures. A process can have one only.
+class PanelTest : public QObject {
+protected:
+    using Step = std::function<void()>;
+    using Moments = QVector<QPair<int, Step>>;  ///< what is done so many milliseconds after a start
+
+    PanelTest() {
+        mendo::LogHub::instance()->setConsole(false);
+        copyHere(":/app/sample", {"lumo_port.json", "lumo_param.json", "seam.json"});
+        app::installLanguage("en");
+        panel_ = std::make_unique<app::Panel>();
+        QString error;
+        if (!panel_->open(LUMO_LIBRARY, &error))
+            qFatal("%s", qPrintable(error));
+        roots_ = {window()};
+        window()->resize(1280, 800);
+        window()->show();
+        pass(100);
+    }
+
+    app::PanelWindow* window() const { return panel_->window(); }
+    sim::Controller* robot() const { return panel_->controller(); }
+    /// A widget in one of the windows that the test is about.
+    template <typename Widget = QAbstractButton>
+    Widget* find(const QString& name) const {
+        for (const QWidget* root : roots_)
+            if (auto* const found = root->findChild<Widget*>(name))
+                return found;
+        qFatal("no widget %s", qPrintable(name));
+    }
+    void click(const QString& name) const { test::click(find<QWidget>(name)); }
+    QString textOf(const QString& label) const { return find<QLabel>(label)->text(); }
+
+    static void pass(qint64 ms) { sim::VirtualTime::instance()->advance(ms); }
+    /// Until no program runs and the robot stands.
+    void settle() const {
+        const auto still = [this] {
+            return robot()->standsStill() && wordOf("lumo.execute.state") == "idle";
+        };
+        QVERIFY(sim::VirtualTime::instance()->advanceUntil(still, 120000));
+    }
+    static QString wordOf(const QString& path) { return m(path)->getString(); }
+    static void set(const QString& path, const QVariant& value) { m(path)->setValue(nullptr, value); }
+    static void load(const QString& path, const QByteArray& list) { m(path)->loadJson(nullptr, json(list)); }
+    void write(const QString& name, int value, int bias = 0) {
+        const QVariantHash arguments{{"name", name}, {"value", value}, {"bias", bias}};
+        kordservice()->execCommand(this, "register.write", arguments);
+    }
+    void openSample() const {
+        QVERIFY(panel_->openProject(QDir::current().absoluteFilePath("seam.json")));
+        pass(100);
+    }
+    /// Starts the program at a line (or does one step, with the trigger for that) and waits for its end.
+    static void run(int line, const Moments& moments, const QString& trigger = "start") {
+        QObject scope;
+        for (const auto& moment : moments)
+            QTimer::singleShot(moment.first, Qt::PreciseTimer, &scope, moment.second);
+        set("lumo.execute.trigger." + trigger, line);
+        pass(0);
+    }
+    static void setRunMode(app::PackageFlags::RunMode mode) {
+        *const_cast<int*>(app::PackageFlags::find(LUMO_LIBRARY).runMode) = mode;
+    }
+
+    std::unique_ptr<app::Panel> panel_;
+    QList<QWidget*> roots_;
+};
+
+}  // namespace test

@@ -1,0 +1,205 @@
+#include "app/why/whytext.h"
+#include "app/why/whywatch.h"
+#include "panelfixture.h"
+
+#include <QProgressBar>
+
+using app::WhyState;
+
+/// The line that tells what goes on, why welding is not permitted, and how far a run is.
+class AppStatus : public test::PanelTest {
+    Q_OBJECT
+
+    /// The sign, and the sentences or the beginning of those.
+    QString line() const {
+        pass(0);
+        return textOf("lblWhySign") + " " + textOf("lblWhy").replace("  ·  ", "|");
+    }
+    QString line(int sentences) const { return line().section('|', 0, sentences - 1); }
+    QString progress() const { return textOf("lblProgressGone") + "/" + textOf("lblProgressLeft"); }
+    Step input(const QString& name, bool on) const {
+        return [this, name, on] { robot()->setInput(name, on); };
+    }
+    static void pause() { m("lumo.execute.trigger.pause")->trigger(); }
+    /// As a reset does.
+    static void forgetPause() {
+        m("lumo.current.pausepoint")->clear(nullptr);
+        set("lumo.current.openmiddlecolse", false);
+    }
+
+private slots:
+    void initTestCase() { m("lumo")->append(nullptr, "signalbind_program"); }
+    void init() {
+        robot()->setPower(true);
+        setRunMode(app::PackageFlags::ByHand);
+        forgetPause();
+        QCOMPARE(line(2), "✓ Welding is permitted|No program runs");
+    }
+
+    void sentence_followsEachThingItNames() {
+        const QString no = "⚠ No welding: ";
+        const struct {
+            QString path;
+            QVariant value;
+            QString told;
+        } rows[] = {
+            {"lumo.allWeldBtnstatus.weldbtn", false, no + "the Weld switch is off"},
+            {"lumo.port.#9.name", "DO2_3",
+             no + "port \"Laser Enable\" is assigned to DO2_3, which does not exist"},
+            {"lumo.port.#9.name", "", no + "port \"Laser Enable\" is not assigned"},
+            {"lumo.port.#16.enable", false, no + "port \"Laser Power\" is disabled"},
+            {"lumo.port.#6.enable", false, "⚠ Welding without gas: port \"Gas Enable\" is disabled"},
+        };
+        for (const auto& row : rows) {
+            const QVariant before = m(row.path)->value();
+            set(row.path, row.value);
+            QCOMPARE(line(1), row.told);
+            set(row.path, before);
+            QCOMPARE(line(1), "✓ Welding is permitted");
+        }
+        input("LUMO_DI.#2", false)();
+        QCOMPARE(line(2), "⚠ Equipment not ready: Water Cooling State|No program runs");
+        input("LUMO_DI.#2", true)();
+        robot()->setMode("manual");
+        QCOMPARE(line(1), no + "manual mode, and the Hand Weld switch is off");
+        set("lumo.allWeldBtnstatus.handweldbtn", true);
+        QCOMPARE(line(1), "✓ Welding is permitted");
+        robot()->setMode("auto");
+        robot()->setEmergencyStop(true);
+        QCOMPARE(line(2), "⚠ Emergency stop is pressed|No welding: the drives are off");
+        robot()->setEmergencyStop(false);
+        QCOMPARE(line(), no + "the drives are off|No program runs|Editing is locked: no project is open");
+        openSample();
+        QCOMPARE(line(), no + "the drives are off|No program runs");
+        robot()->setPower(true);
+        QCOMPARE(line(), "✓ Welding is permitted|No program runs|Editing is locked: the drives are on");
+    }
+
+    void laserAndListeningByHand_areTold() {
+        for (const char* button : {"btnDeviceControl", "btnLaserControl", "btnLaserTest"}) {
+            click(button);
+            pass(200);
+        }
+        QCOMPARE(line(1), "⚠ Laser on: by hand");
+        click("btnLaserControl");
+        QVERIFY2(!line().contains("Laser on"), qPrintable(line()));
+        click("btnBind");
+        pass(200);
+        for (const bool listens : {true, false}) {
+            click("switchBtn");
+            QCOMPARE(line().contains("|Listening to the stations"), listens);
+        }
+        click("btnProject");
+    }
+
+    void pause_isToldUntilResetOrTheEnd() {
+        load("lumo.program",
+             "[{'type':'delay','delaytime':100},{'type':'open','index':0},"
+             "{'type':'delay','delaytime':2000},{'type':'close'}]");
+        const auto told = [this](int from, const Moments& moments) {
+            run(from, moments);
+            pass(3000);
+            return line().section('|', 1, 1);
+        };
+        QCOMPARE(told(0, {{1500, pause}}), "Paused at line 3, inside a weld");
+        QCOMPARE(told(2, {}), "No program runs");
+        QCOMPARE(told(0, {{50, pause}}), "Paused at line 1");
+        forgetPause();
+        QCOMPARE(line().section('|', 1, 1), "No program runs");
+    }
+
+    void failedMotion_isToldUntilTheNextStart() {
+        load("lumo.program",
+             "[{'type':'moveL','speed':10,'point':{'trans':[5,0,0.3],'rot':[3.14,0,0]}},"
+             "{'type':'delay','delaytime':1000}]");
+        run(0, {});
+        pass(1000);
+        QCOMPARE(line(1), "⚠ The last run failed: robot motion error -0x1");
+        test::closeBoxes();
+        QString during;
+        run(1, {{500, [&] { during = line(1); }}});
+        QCOMPARE(during, "✓ Line 2: delay, 500 ms left");
+    }
+
+    /// 300 ms of gas, 100 ms of dwell; then ramp 200 ms, 100 ms, gas 500 ms. An input counts 100 ms. The
+    /// laser pulses, 100 ms on and 100 ms off, and is told as on in its gaps.
+    void waitAndProgress_areToldWhileARunIsOn() {
+        for (const char* field : {"open_interval", "open_time"})
+            set(QString("lumo.param.#0.") + field, 100);
+        load("lumo.program",
+             "[{'type':'open','index':0},{'type':'waitDI','DI_type':'IO','diName':'DI4','value1':'false'},"
+             "{'type':'waitDI','DI_type':'register','DI_reg':{'name':'LUMO_DI','bias':9}},{'type':'close'},"
+             "{'type':'delay','delaytime':70000}]");
+        input("DI4", true)();
+        input("LUMO_DI.#9", false)();
+        const auto* const watch = panel_->findChild<app::WhyWatch*>();
+        const auto* const bar = find<QProgressBar>("barProgress");
+        QStringList told;
+        const auto tell = [&] {
+            told << line(2).section("|Welding", 0, 0) + ", " + progress();
+            QVERIFY(bar->isVisible() && watch->isTiming());
+        };
+        run(0, {{100, tell},
+                {350, tell},
+                {3420, tell},
+                {3520, tell},
+                {10000, input("DI4", false)},
+                {11150, tell},
+                {12000, input("LUMO_DI.#9", true)},
+                {12150, tell},
+                {12410, tell},
+                {20000, tell},
+                {80000, pause}});
+        QCOMPARE(line(1), "✓ Laser, gas and wire are being switched off");
+        pass(1000);
+        QVERIFY(!watch->isTiming() && !bar->isVisible() && line().contains("Paused at line 5"));
+        const QString lit = "✓ Laser on: by the program|";
+        const QStringList expected = {
+            "✓ Line 1: gas flows before the weld, 200 ms left, 0:00/1:12 left + inputs",
+            lit + "Line 1: the laser is on, the robot stays, 60 ms left, 0:00/1:12 left + inputs",
+            lit + "Line 2 waits for DI4 = false, 3 s, 0:03/waits for an input, then 1:11",
+            lit + "Line 2 waits for DI4 = false, 3 s, 0:03/waits for an input, then 1:11",
+            lit + "Line 3 waits for LUMO_DI.#9 = true, 1 s, 0:11/waits for an input, then 1:11",
+            lit + "Line 4: laser power ramps down, 50 ms left, 0:12/1:11 left",
+            "✓ Line 4: gas flows after the weld, 400 ms left, 0:12/1:11 left",
+            "✓ Line 5: delay, 1:02 min left, 0:19/1:03 left",
+        };
+        QCOMPARE(told.join('\n'), expected.join('\n'));
+    }
+
+    void stationsAndSteps_areToldAsSuch() {
+        setRunMode(app::PackageFlags::ByStation);
+        load("lumo.program", "[]");
+        load("lumo.signalbind_program",
+             "[{'type':'waitDI','DI_type':'IO','diName':'DI5','value1':'true'},"
+             "{'type':'delay','delaytime':5000}]");
+        QString told;
+        const auto tell = [&] { told = line(1) + ", " + progress(); };
+        run(0, {{2300, tell}, {2500, input("DI5", true)}});
+        QCOMPARE(told, "✓ Station, line 1 waits for DI5 = true, 2 s, 0:02/waits for an input, then 0:05");
+        setRunMode(app::PackageFlags::SingleStep);
+        load("lumo.program",
+             "[{'type':'delay','delaytime':90000},{'type':'moveL','speed':10,"
+             "'point':{'trans':[0.5,0,0.3],'rot':[3.141592653589793,0,0]}}]");
+        run(1, {{4300, tell}}, "once");
+        QCOMPARE(told, "✓ Line 2: the robot moves, 0:04/0:06 left");
+    }
+
+    void sentences_comeInTheOrderOfTheirWeight() {
+        WhyState bad;
+        bad.emergencyStop = bad.listening = true;
+        bad.power = bad.weldSwitch = false;
+        bad.laser = WhyState::Laser::ByNobody;
+        bad.faults = QStringList{"A", "B"};
+        bad.lastError = -42;
+        bad.waitingStations = 2;
+        QCOMPARE(app::whyText(bad).join('|'),
+                 "Emergency stop is pressed|Laser on, though no program runs|Equipment not ready: A, B|The "
+                 "last run "
+                 "failed: robot motion error -0x2a|No welding: the drives are off, the Weld switch is off|"
+                 "No program runs|Listening to the stations, 2 waiting");
+    }
+};
+
+LUMO_TEST(AppStatus)
+#include "test_status.moc"
