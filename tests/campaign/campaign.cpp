@@ -19,36 +19,27 @@ QStringList checkRules();
 
 namespace {
 
-using namespace campaign;
-
 void print(const QString& text) {
     std::printf("%s\n", qPrintable(text));
     std::fflush(stdout);
 }
 
-class Runner {
-public:
-    void run(const QString& title, const QJsonObject& scenario) {
-        print(title);
-        const auto tell = [this, &scenario](const Outcome& outcome) {
-            ++count;
-            virtualMs += outcome.virtualMs;
-            if (!outcome.broken.isEmpty()) {
-                ++broken;
-                print("broken: " + outcome.broken.first());
-                print("scenario: " + QJsonDocument(scenario).toJson(QJsonDocument::Compact));
-                print(outcome.diary.join('\n'));
-            }
-        };
-        tell(runSchedule(world_, scenario, tell));
+/// Scenarios by their titles: the seed, or the file.
+QVector<QPair<QString, QJsonObject>> scenarios(const QCommandLineParser& parser) {
+    QVector<QPair<QString, QJsonObject>> all;
+    const QString path = parser.value("replay");
+    const QStringList names = QDir(path).exists() ? QDir(path).entryList({"*.json"}) : QStringList("");
+    for (const QString& name : path.isEmpty() ? QStringList() : names) {
+        const QString file = name.isEmpty() ? path : path + '/' + name;
+        all.append({file, QJsonDocument::fromJson(test::contentOf(file)).object()});
     }
-
-    int count = 0, broken = 0;
-    qint64 virtualMs = 0;
-
-private:
-    World world_;
-};
+    const quint64 first = parser.value("seed").toULongLong();
+    const quint64 count = path.isEmpty() ? parser.value("count").toULongLong() : 0;
+    for (quint64 seed = first; seed < first + count; ++seed) {
+        all.append({QString("seed %1").arg(seed), campaign::drawScenario(seed)});
+    }
+    return all;
+}
 
 }  // namespace
 
@@ -59,35 +50,44 @@ int main(int argc, char** argv) {
     parser.addOptions({{"seed", "The first schedule's seed.", "number", "1"},
                        {"count", "How many schedules.", "number", "1"},
                        {"replay", "A scenario, or each one of a folder, instead of seeds.", "path"},
+                       {"draw", "Print the scenario instead of running it."},
+                       {"verbose", "Print every event, also where all is well."},
                        {"self-check", "Instead, whether each rule can be broken."}});
     parser.addHelpOption();
     parser.process(application);
     if (parser.isSet("self-check")) {
-        const QStringList missed = checkRules();
+        const QStringList missed = campaign::checkRules();
         print(missed.isEmpty() ? "every rule can be broken" : missed.join('\n'));
         return missed.isEmpty() ? 0 : 1;
     }
-    Runner runner;
-    const QString path = parser.value("replay");
-    QStringList files{path};
-    for (const QString& name : QDir(path).entryList({"*.json"})) {
-        files << path + '/' + name;
-    }
-    for (const QString& file : path.isEmpty() ? QStringList() : files) {
-        const QJsonDocument document = QJsonDocument::fromJson(test::contentOf(file));
-        if (document.isObject()) {
-            runner.run(file, document.object());
+    campaign::World world;
+    int count = 0;
+    int broken = 0;
+    qint64 virtualMs = 0;
+    for (const auto& [title, scenario] : scenarios(parser)) {
+        const QString json = QJsonDocument(scenario).toJson(QJsonDocument::Compact);
+        if (parser.isSet("draw")) {
+            print(json);
+            continue;
         }
-    }
-    const quint64 seed = parser.value("seed").toULongLong();
-    const int count = path.isEmpty() ? parser.value("count").toInt() : 0;
-    for (int i = 0; i < count; ++i) {
-        const quint64 next = seed + quint64(i);
-        runner.run(QString("seed %1").arg(next), drawScenario(next));
+        print(title);
+        const auto tell = [&, json = json](const campaign::Outcome& outcome) {
+            if (!outcome.broken.isEmpty()) {
+                print("broken: " + outcome.broken.first() + "\nscenario: " + json);
+            }
+            if (!outcome.broken.isEmpty() || parser.isSet("verbose")) {
+                print(outcome.diary.join('\n'));
+            }
+        };
+        const campaign::Outcome outcome = campaign::runSchedule(world, scenario, tell);
+        tell(outcome);
+        ++count;
+        broken += outcome.broken.isEmpty() ? 0 : 1;
+        virtualMs += outcome.virtualMs;
     }
     print(QString("%1 of %2 schedules broke a rule; %3 min of virtual time")
-              .arg(runner.broken)
-              .arg(runner.count)
-              .arg(runner.virtualMs / 60000));
-    return runner.broken == 0 && runner.count > 0 ? 0 : 1;
+              .arg(broken)
+              .arg(count)
+              .arg(virtualMs / 60000));
+    return broken == 0 && count > 0 ? 0 : 1;
 }

@@ -82,7 +82,7 @@ const Deed deeds[] = {{22, "pause"},
                       {5, "fail", 50, {""}, {-1, -3, -42}},
                       {4, "quirk", 80, {"bunch", "sync", "late", "double", "wrongKind", "slowState"}},
                       {4, "replace", 80},
-                      {4, "edit", 50, {"skip", "speed", "insert", "remove", "reorder", "clear"}},
+                      {4, "edit", 50, {"skip", "speed", "insert", "remove", "reorder"}},
                       {3, "result", 50, {"move.j", "move.l", "move.c"}, {0, 0, -7}},
                       {3,
                        "param",
@@ -92,6 +92,7 @@ const Deed deeds[] = {{22, "pause"},
                        {0, 5, 60, 90, 400, -100}},
                       {2, "fault", 50, {"laser", "head", "chiller", "gas", "temperature"}},
                       {4, "answer"},
+                      {1, "clear"},
                       {1, "quit"}};
 
 /// Gives one field another value, as in a file that no dialog wrote, or takes it away.

@@ -81,29 +81,59 @@ public:
         const QString name = action["name"].toString();
         const int number = action["number"].toInt();
         const bool on = action["on"].toBool();
-        if (deed == "start" || deed == "resume" || deed == "once") {
-            start(deed, deed == "resume" ? m(currentLine)->getInt(0) : number, action["mode"].toInt(), on);
+        ModuleObject* const program = m(lumo::key::program);
+        auto& controller = *world_.controller;
+        if (deed == "start" || deed == "once") {
+            start(deed, number, action["mode"].toInt(), on);
+        } else if (deed == "resume") {
+            start(deed, m(currentLine)->getInt(0), 0, on);
         } else if (deed == "pause") {
             act({Pause}, [] { m(lumo::key::triggerPause)->trigger(); });
         } else if (deed == "power") {
-            act({Power, {}, on}, [&] { world_.controller->setPower(on); });
+            act({Power, {}, on}, [&] { controller.setPower(on); });
         } else if (deed == "endExecutor") {
             act({Power, deed}, [&] { world_.endExecutor(); });  // it shuts down like a loss of power
         } else if (deed == "quit") {
             quitMs_ = recorder_.nowMs();
             act({Quit}, [] { QCoreApplication::quit(); });
         } else if (deed == "quirk") {
-            setQuirk(name, on);
+            sim::Quirk quirk = sim::Quirk::Bunch;
+            sim::Controller::quirkFromName(name, &quirk);
+            const bool lies = on && (name == "double" || name == "late");
+            mayLoseErrors_ |= lies || (on && name == "sync");
+            act({lies ? Quirk : Act, name, on}, [&] { controller.setQuirk(quirk, on); });
         } else if (deed == "result") {
             mayLoseErrors_ = true;
             act({Quirk, deed, number}, [&] { kordservice()->commandNode(name)->setValue(this, number); });
         } else if (deed == "replace") {
             const auto& key = on ? lumo::key::program : lumo::key::stationProgram;
             act({on ? Replace : Act, deed}, [&] { m(key)->loadJson(this, scenario_["other"].toArray()); });
+        } else if (deed == "clear") {
+            act({Replace, "edit: clear"}, [&] {
+                while (program->cmobjCount() > 0) {
+                    program->remove(this, mIndex(0));
+                }
+            });
         } else if (deed == "edit") {
-            act({name == "clear" ? Replace : Act, "edit: " + name, number}, [&] { edit(name, number); });
+            act({Act, "edit: " + name, number}, [&] { edit(program, name, number); });
+        } else if (deed == "param") {
+            ModuleObject* const set = m(lumo::key::param)->c(action["mode"].toInt());
+            act({Act, deed + ' ' + name, number}, [&] { set->set(this, name, number, true); });
+        } else if (deed == "fail") {
+            act({Act, deed, number}, [&] { controller.failMotion(number); });
+        } else if (deed == "fault") {
+            act({Act, deed + ' ' + name, on}, [&] { world_.cell->setFault(name, on); });
+        } else if (deed == "input") {
+            act({Act, deed + ' ' + name, on}, [&] { controller.setInput(name, on); });
+        } else if (deed == "mode") {
+            act({Act, deed, on}, [&] { controller.setMode(on ? "auto" : "manual"); });
+        } else if (deed == "weld" || deed == "handWeld") {
+            const auto& key = deed == "weld" ? lumo::key::weldSwitch : lumo::key::handWeldSwitch;
+            act({Act, deed, on}, [&] { m(key)->setValue(this, on); });
+        } else if (deed == "answer") {
+            act({Act, deed}, [] { test::closeBoxes(); });
         } else {
-            act({Act, deed + ' ' + name, on}, [&] { change(action, deed, name, number, on); });
+            act({Complaint, "no action is called " + deed}, [] {});
         }
     }
 
@@ -173,16 +203,7 @@ private:
         });
     }
 
-    void setQuirk(const QString& name, bool on) {
-        sim::Quirk quirk = sim::Quirk::Bunch;
-        sim::Controller::quirkFromName(name, &quirk);
-        const bool lies = on && (quirk == sim::Quirk::Double || quirk == sim::Quirk::Late);
-        mayLoseErrors_ |= lies || (on && quirk == sim::Quirk::Sync);
-        act({lies ? Quirk : Act, name, on}, [&] { world_.controller->setQuirk(quirk, on); });
-    }
-
-    void edit(const QString& name, int line) {
-        ModuleObject* const program = m(lumo::key::program);
+    void edit(ModuleObject* program, const QString& name, int line) {
         if (name == "skip") {
             program->c(line)->set(this, lumo::field::execute, line % 2 == 0);
         } else if (name == "speed") {
@@ -193,34 +214,8 @@ private:
             program->insert(this, copy, true, std::max(0, line));
         } else if (name == "remove") {
             program->remove(this, mIndex(line));
-        } else if (name == "reorder") {
-            program->reorder(this, line, 0);
-        }
-        while (name == "clear" && program->cmobjCount() > 0) {
-            program->remove(this, mIndex(0));
-        }
-    }
-
-    void change(const QJsonObject& action, const QString& deed, const QString& name, int number, bool on) {
-        if (deed == "mode") {
-            world_.controller->setMode(on ? lumo::word::automatic : QLatin1String("manual"));
-        } else if (deed == "weld") {
-            m(lumo::key::weldSwitch)->setValue(this, on);
-        } else if (deed == "handWeld") {
-            m(lumo::key::handWeldSwitch)->setValue(this, on);
-        } else if (deed == "input") {
-            world_.controller->setInput(name, on);
-        } else if (deed == "fail") {
-            world_.controller->failMotion(number);
-        } else if (deed == "param") {
-            m(lumo::key::param)->c(action["mode"].toInt())->set(this, name, number, true);
-        } else if (deed == "fault") {
-            world_.cell->setFault(name, on);
-        } else if (deed == "answer") {
-            test::closeBoxes();
         } else {
-            Event event{Complaint, "no action is called " + deed};
-            recorder_.record(event);
+            program->reorder(this, line, 0);
         }
     }
 
