@@ -193,7 +193,7 @@ private:
                            : random_.chance(5)     ? random_.oneOf({-1, lineCount_})
                                                    : line;
         // A value written in a listener of the same value would never reach those behind it.
-        if (name == "result" && action["of"] == "Result") {
+        if (name == "result" && when["of"] == "Result") {
             action["early"] = false;
         }
         actions_.append(action);

@@ -69,8 +69,7 @@ enum Fact {
     TimersMore,
     ObjectsMore,
     LineCount,   ///< lines of the program in which the resume line was written, -1: it never was
-    HasQuit,     ///< the application was asked to quit
-    QuitTookMs,  ///< from then to the end of its loop
+    QuitTookMs,  ///< from the request to quit to the end of the application's loop
     FactCount
 };
 Q_ENUM_NS(Fact)

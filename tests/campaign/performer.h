@@ -172,10 +172,9 @@ private:
 
     void act(Event event, const std::function<void()>& deed) {
         event.action = ++acts_;
-        Event done{Done, {}, 0, -1, event.action};
         recorder_.record(event);
         deed();
-        recorder_.record(done);
+        recorder_.record({Done, {}, 0, -1, event.action});
     }
 
     void start(const QString& deed, int line, int mode, bool withSender) {

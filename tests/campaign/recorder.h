@@ -1,6 +1,5 @@
 #pragma once
 
-#include "campaign/rules.h"
 #include "campaign/world.h"
 
 #include <cmath>
@@ -38,19 +37,6 @@ public:
                         heard_({Dropped, text});
                     }
                 });
-    }
-
-    void follow(const World& world) {
-        connect(executor, &LumoExecutor::activityChanged, this, [this] { heard_({Activity}); });
-        connect(world.cell.get(), &sim::Cell::emittingChanged, this, [this](bool on) {
-            heard_({Emission, {}, on});
-        });
-        connect(world.controller.get(), &sim::Controller::rejected, this, [this](const QString& name) {
-            // Statements may name what does not exist, ports are assigned as they should be.
-            if (name.startsWith("LUMO")) {
-                heard_({Complaint, "the controller rejects " + name});
-            }
-        });
     }
 
 private:
@@ -98,11 +84,15 @@ private:
     std::function<void(const Event&)> heard_;
 };
 
-/// Keeps the diary of a schedule: completes events with the facts and hands them to the rules.
+/// Keeps what happens in a schedule, with the facts.
 class Recorder {
 public:
+    std::vector<Event> events;
+    QJsonArray asked;      ///< the program that the last start asks for; it is walked when that is accepted
+    int resumeLines = -1;  ///< lines of the program in which the resume line was written; -1: none was
+
     /// Whether the event was kept: it says something new.
-    bool record(Event& event) {
+    bool record(Event event) {
         event.ms = nowMs();
         if (event.kind != End) {
             takeFacts(event);
@@ -114,18 +104,12 @@ public:
             event.value = outsideZone();
         } else if (event.kind == Done) {
             event.facts[Boxes] = test::boxes().size();
-        } else if (event.kind == Activity && event[Depth] > 0 && last_.kind == Start) {
+        } else if (event.kind == Activity && event[Depth] > 0 && events.back().kind == Start) {
             walked_ = asked;
         } else if (event.kind == Line) {
-            resumeLines_ = walked_.size();
+            resumeLines = walked_.size();
         }
-        last_ = event;
-        const int before = checker_.broken().size();
-        checker_.on(event);
-        diary_ << event.toText();
-        for (const QString& words : checker_.broken().mid(before)) {
-            diary_ << "!!!! " + words;
-        }
+        events.push_back(event);
         return true;
     }
 
@@ -150,13 +134,6 @@ public:
     }
 
     [[nodiscard]] qint64 nowMs() const { return mendo::Clock::current().elapsedMs() - startMs_; }
-    [[nodiscard]] const QStringList& broken() const { return checker_.broken(); }
-    /// Every event, and behind it what it broke.
-    [[nodiscard]] const QStringList& diary() const { return diary_; }
-    /// Lines of the program in which the resume line was written; -1: none was.
-    [[nodiscard]] int resumeLines() const { return resumeLines_; }
-
-    QJsonArray asked;  ///< the program that the last start asks for; it is walked when that is accepted
 
 private:
     /// An activity counts when the depth, the wait or whether something is pending has changed.
@@ -190,11 +167,7 @@ private:
         return int(std::ceil((std::sqrt(squares) - radius) * 1e6));
     }
 
-    Checker checker_;
-    QStringList diary_;
     QJsonArray walked_;
-    int resumeLines_ = -1;
-    Event last_;
     qint64 startMs_ = mendo::Clock::current().elapsedMs();
     QVariantMap wait_;
     std::tuple<int, bool> activity_{0, false};

@@ -1,58 +1,58 @@
 #pragma once
 
-#include "campaign/runs.h"
+#include "campaign/event.h"
 
 #include <QStringList>
 
-#include <memory>
-#include <utility>
+#include <map>
+#include <optional>
 #include <vector>
 
 namespace campaign {
 
-/// One family of what has to hold. It hears every event together with how things were before it.
-class Rule {
-public:
-    virtual ~Rule() = default;
-    virtual void on(const Event& event, const Outputs& outputs, const Runs& runs) = 0;
-    [[nodiscard]] QStringList takeBroken() { return std::exchange(broken_, {}); }
+/// A walk or single step, as the executor's depth shows it.
+struct Run {
+    Event asked;             ///< the Start or Once that it answers; a Pause's or another's is no run
+    int generation = 0;      ///< how often the hand program was replaced before
+    bool disturbed = false;  ///< a pause, a motion error or a loss of power came into it
+};
 
-protected:
-    /// What is said of a rule in vain is no text yet.
-    template <typename Words>
-    void forbid(bool happens, const Words& words) {
+/// An event, and how things were before it.
+struct Step {
+    Event event;
+    std::array<int, portCount> outputs{};  ///< what the executor wrote last
+    bool emitting = false;                 ///< the simulated laser source is on
+    bool inPower = false;                  ///< a loss of power is on the stack, or the end of the application
+    bool asking = false;                   ///< the innermost deed is a start neither accepted nor returned
+    int runs = 0;                          ///< on the stack
+    std::optional<Run> current{};          ///< the innermost one
+    std::optional<Run> begun{}, ended{};   ///< the run that the event shows to be accepted, or to be over
+    std::optional<Event> refused{};        ///< the start that it shows to have been refused
+
+    [[nodiscard]] bool laserOn() const { return outputs[LASER] != 0; }
+    [[nodiscard]] bool isPowerLoss() const { return event.kind == Power && event.value == 0; }
+    [[nodiscard]] bool writes(int port) const { return event.kind == Write && event.port == port; }
+    [[nodiscard]] bool switchesOn(int port) const { return writes(port) && event.value != 0; }
+    /// Equipment that is on, by name.
+    [[nodiscard]] QString on() const;
+};
+
+/// What does not hold, in words, and at which event.
+struct Findings {
+    std::multimap<std::size_t, QString> all;
+    std::size_t at = 0;  ///< the event that the rule looks at
+
+    void forbid(bool happens, const QString& words) {
         if (happens) {
-            broken_ << QString(words);
+            all.emplace(at, words);
         }
     }
-
-private:
-    QStringList broken_;
 };
 
-std::unique_ptr<Rule> makeLaserRule();
-std::vector<std::unique_ptr<Rule>> makeOtherRules();
-
+void checkLaser(const std::vector<Step>& steps, Findings& found);
 /// Holds what the safety rules promise against what happened.
-class Checker {
-public:
-    Checker() : rules_(makeOtherRules()) { rules_.push_back(makeLaserRule()); }
-    void on(const Event& event) {
-        runs_.on(event);
-        for (const auto& rule : rules_) {
-            rule->on(event, outputs_, runs_);
-            broken_ << rule->takeBroken();
-        }
-        outputs_.on(event);
-    }
-    /// What did not hold, in words, in the order in which it was broken.
-    [[nodiscard]] const QStringList& broken() const { return broken_; }
-
-private:
-    Outputs outputs_;
-    Runs runs_;
-    std::vector<std::unique_ptr<Rule>> rules_;
-    QStringList broken_;
-};
+Findings check(const std::vector<Event>& events);
+/// Which of its own courses, right and wrong ones, the rules judge otherwise.
+QStringList checkRules();
 
 }  // namespace campaign

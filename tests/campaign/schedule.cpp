@@ -1,5 +1,3 @@
-#include "campaign/schedule.h"
-
 #include "campaign/performer.h"
 
 #include <cstdlib>
@@ -26,7 +24,7 @@ public:
     }
 
     std::function<void()> isOver;
-    std::function<void(const QString&)> isStuck;
+    std::function<void()> isStuck;
 
 private:
     enum class Course { Planned, Giving, Stopping, Over };
@@ -37,10 +35,13 @@ private:
         return event[Idle] && event[Depth] == 0 && event[Pending] == 0 && world_.controller->standsStill();
     }
 
-    /// Results got lost, a motion takes hours, or a wait has not yet reached its time.
+    /// Results got lost, a motion takes hours, a wait has not yet reached its time, or nobody gives its
+    /// input.
     [[nodiscard]] bool mayGoOn() const {
+        const QVariantMap wait = executor->waiting();
         return performer_.mayLoseErrors() || !world_.controller->standsStill() ||
-               executor->waiting()["due"].toLongLong() > world_.time.nowMs();
+               wait["due"].toLongLong() > world_.time.nowMs() ||
+               (wait["kind"] == "input" && !givenInputs.contains(wait["detail"].toString()));
     }
 
     void enter(Course course) {
@@ -72,7 +73,7 @@ private:
                 isOver();
             } else if (passed > endMs_ + closingMs()) {
                 tick_.stop();
-                isStuck("pause and power off did not bring the executor to rest");
+                isStuck();
             }
         }
     }
@@ -132,8 +133,7 @@ private:
 
     /// Says what is wrong and goes on with the end of the schedule.
     void complain(const QString& words) {
-        Event event{Complaint, words};
-        recorder_.record(event);
+        recorder_.record({Complaint, words});
         stopAll();
     }
 
@@ -155,42 +155,41 @@ Recorder* complaints = nullptr;
 void onQtMessage(QtMsgType type, const QMessageLogContext&, const QString& text) {
     const bool isOffscreen = text.startsWith("This plugin does not support");
     if (type != QtDebugMsg && type != QtInfoMsg && !isOffscreen && complaints) {
-        Event event{Complaint, "Qt reports: " + text};
-        complaints->record(event);
+        complaints->record({Complaint, "Qt reports: " + text});
     }
 }
 
 }  // namespace
 
-Outcome runSchedule(World& world, const QJsonObject& scenario,
-                    const std::function<void(const Outcome&)>& stuck) {
+std::vector<Event> runSchedule(World& world, const QJsonObject& scenario,
+                               const std::function<void(const std::vector<Event>&)>& stuck) {
     world.fill(scenario);
     Recorder recorder;
     complaints = &recorder;
     qInstallMessageHandler(onQtMessage);
     Performer performer(world, recorder, scenario);
-    Sources first([&](Event event) {
+    const Sources first([&](const Event& event) {
         if (recorder.record(event)) {
-            performer.notice(event, true);
-            if (event.kind == Activity) {
-                performer.notice(event, false);  // nobody comes after these
-            }
+            performer.notice(recorder.events.back(), true);
         }
     });
     world.makeExecutor();
     world.makeCell(scenario);
-    first.follow(world);
+    const auto onActivity = [&] {
+        if (recorder.record({Activity})) {
+            performer.notice(recorder.events.back(), false);  // nobody comes after it
+        }
+    };
+    QObject::connect(executor, &LumoExecutor::activityChanged, &performer, onActivity);
+    QObject::connect(world.cell.get(), &sim::Cell::emittingChanged, &performer, [&recorder](bool on) {
+        recorder.record({Emission, {}, on});
+    });
     const Sources last([&performer](const Event& event) { performer.notice(event, false); });
 
-    bool isOver = false;
     auto conductor = std::make_unique<Conductor>(world, recorder, performer, scenario);
-    const auto outcome = [&recorder] {
-        return Outcome{recorder.broken(), recorder.diary(), recorder.nowMs()};
-    };
-    conductor->isStuck = [&](const QString& words) {
-        Event event{Complaint, words};
-        recorder.record(event);
-        stuck(outcome());
+    conductor->isStuck = [&recorder, &stuck] {
+        recorder.record({Complaint, "pause and power off did not bring the executor to rest"});
+        stuck(recorder.events);
         std::_Exit(EXIT_FAILURE);
     };
     performer.begin();
@@ -200,6 +199,7 @@ Outcome runSchedule(World& world, const QJsonObject& scenario,
         conductor->isOver = [] { QCoreApplication::exit(); };
         QCoreApplication::exec();
     } else {
+        bool isOver = false;
         conductor->isOver = [&isOver] { isOver = true; };
         world.time.advanceUntil([&isOver] { return isOver; }, 1000000);
     }
@@ -207,15 +207,14 @@ Outcome runSchedule(World& world, const QJsonObject& scenario,
     performer.stop();
     Event end{End};
     Recorder::takeFacts(end);
-    end.facts[HasQuit] = performer.quitMs() >= 0;
-    end.facts[QuitTookMs] = end[HasQuit] ? int(recorder.nowMs() - performer.quitMs()) : 0;
+    end.facts[QuitTookMs] = performer.quitMs() < 0 ? 0 : int(recorder.nowMs() - performer.quitMs());
     // The line follows its statement when lines come.
     const int lines = m(lumo::key::program)->cmobjCount();
-    end.facts[LineCount] = recorder.resumeLines() < 0 ? -1 : std::max(recorder.resumeLines(), lines);
+    end.facts[LineCount] = recorder.resumeLines < 0 ? -1 : std::max(recorder.resumeLines, lines);
     world.takeDown(end);
     recorder.record(end);
     complaints = nullptr;
-    return outcome();
+    return recorder.events;
 }
 
 }  // namespace campaign

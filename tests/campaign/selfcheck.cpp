@@ -4,13 +4,11 @@
 
 namespace campaign {
 
-QStringList checkRules();
-
 namespace {
 
 /// What the rules say of a course; what it says of the facts stays so.
 QString play(const QString& course) {
-    Checker checker;
+    std::vector<Event> events;
     Event event;
     event.facts[Idle] = event.facts[Powered] = event.facts[RobotIdle] = event.facts[Permitted] = 1;
     event.facts[GasUsed] = event.facts[LineExists] = 1;
@@ -36,9 +34,13 @@ QString play(const QString& course) {
             event.value = !event.text.isEmpty();
         }
         event.action = event.kind <= Act ? count : event.kind == Done ? deeds.takeLast() : 0;
-        checker.on(event);
+        events.push_back(event);
     }
-    return checker.broken().join("; ");
+    QStringList said;
+    for (const auto& finding : check(events).all) {
+        said << finding.second;
+    }
+    return said.join("; ");
 }
 
 const QString begin = "0 Start 0; 0 Depth=1 Activity; 0 Idle=0 State busy; 0 Command move.reset;";
@@ -60,7 +62,7 @@ const QString powerLoss =
     "40 Power off 0; 40 Command move.stop; 40 Write WIRE 0; 40 Write POWER 0;"
     "40 Write LASER 0; 40 Write GAS 0; 40 Idle=1 State idle; 40 Done; 40 Depth=0 Activity; 40 Done;";
 const QString again = "100 Start 0; 100 Depth=1 Activity; 100 Idle=0 State busy; 100 Write GAS 1";
-const QString move = begin + "0 Command move.l; 0 Statement moveL;";
+const QString move = begin + "0 Statement moveL; 0 Command move.l;";
 
 /// A part of a broken rule's words, or none; and the course.
 const QPair<const char*, QString> courses[] = {
@@ -85,12 +87,12 @@ const QPair<const char*, QString> courses[] = {
     {"counts as open behind its close", weld + closing.left(closing.size() - 25) + "80 Statement delay"},
     {"raises the laser power", weld + pause + "50 Write POWER 9500"},
     {"at power 9000, not 0", weld + pause + "50 Write LASER 0"},
-    {"though the laser was not enabled", begin + "0 Emission 1"},
-    {"40 ms after the laser",
+    {"though the laser is disabled", begin + "0 Emission 1"},
+    {"the gas goes off 40 ms after the laser",
      "0 PostFlowMs=41 Act;" + weld + QString(closing).replace("80 ", "100 ") + ended},
-    {"20 ms after the pause", "0 PostFlowMs=21 Act;" + weld + pause + pauseEnds},
+    {"the gas goes off 20 ms after the pause", "0 PostFlowMs=21 Act;" + weld + pause + pauseEnds},
     {"without gas", begin + "0 Statement open; 0 Param 0; 0 Write LASER 1"},
-    {"the gas is off since 30", weld + "30 Write GAS 0; 31 Write POWER 8000"},
+    {"enabled and the gas is off", weld + "30 Write GAS 0; 31 Write POWER 8000"},
     {"has left on: WIRE", weld + QString(powerLoss).replace("40 Write WIRE 0;", "")},
     {"WIRE is raised", weld + powerLoss + "50 Write WIRE 1"},
     {"WIRE is raised", weld + "40 Power off 0; 40 Pause; 40 Done;" + powerLoss.mid(16) + "50 Write WIRE 1"},
@@ -101,11 +103,11 @@ const QPair<const char*, QString> courses[] = {
     {"another one is on the stack", begin + "1 Start 0; 1 Depth=2 Activity"},
     {"was not idle", "0 Idle=0 Start 0; 0 Depth=1 Activity"},
     {"without power", "0 Powered=0 Start 0; 0 Depth=1 Activity"},
-    {"robot moving", "0 RobotIdle=0 Start 0; 0 Depth=1 Activity"},
-    {"without a line", "0 LineExists=0 Start 0; 0 Depth=1 Activity"},
+    {"of a moving robot", "0 RobotIdle=0 Start 0; 0 Depth=1 Activity"},
+    {"of no line", "0 LineExists=0 Start 0; 0 Depth=1 Activity"},
     {"refused without a message", begin + "9 Start 0; 9 Done"},
     {"refused for no reason", "0 Start 0; 0 Boxes=1 Done"},
-    {"not accepted caused", begin + "9 Start 0; 9 Command move.reset"},
+    {"not accepted caused a Command", begin + "9 Start 0; 9 Command move.reset"},
     {"the state is not idle", begin + "9 Depth=0 Activity"},
     {"leaves the weld open", begin + "0 WeldOpen=1 WeldFlag 1;" + ended},
     {"ahead of the robot", move + "9 Statement delay"},
@@ -114,7 +116,7 @@ const QPair<const char*, QString> courses[] = {
     {"after a motion error", move + "9 Result move.l -1; 9 Statement delay"},
     {"did not stop the robot", move + "9 Pause; 9 Depth=2 Activity; 9 Done"},
     {"were not awaited", begin + "0 Command move.l;" + ended},
-    {"passed over in silence", begin + "5 Result move.l 0; 6 Result move.l 0"},
+    {"of no motion was passed over", begin + "5 Result move.l 0; 6 Result move.l 0"},
     {"that nobody asked for", move + "5 Result move.l 0; 5 Dropped unexpected"},
     {"no wait has ended in a zone", move + "5 Result move.l 0; 5 Dropped ignore"},
     {"to line 2 after line 2", begin + "0 Line 2; 0 Line 2"},
@@ -123,8 +125,8 @@ const QPair<const char*, QString> courses[] = {
     {"executor is not idle", "0 Idle=0 End"},
     {"steps are pending", "0 Pending=2 End"},
     {"messages are left", "0 Boxes=1 End"},
-    {"1 objects are left", "0 ObjectsMore=1 End"},
-    {"1 timers are left", "0 TimersMore=1 End"},
+    {"objects are left", "0 ObjectsMore=1 End"},
+    {"timers are left", "0 TimersMore=1 End"},
     {"did not quit at once", "0 QuitTookMs=7 End"},
     {"on at the controller: GAS", "0 End GAS"},
     {"on, as far as was written: GAS LASER POWER", weld + "9 Write WIRE 0; 9 End"},

@@ -22,6 +22,9 @@
 
 #include <private/qfont_p.h>
 
+#include <functional>
+#include <vector>
+
 namespace campaign {
 
 using lumo::key::currentLine;
@@ -101,10 +104,8 @@ public:
         end.facts[Boxes] = test::boxes().size();
         cell.reset();
         controller.reset();
-        if (end[HasQuit]) {
-            constexpr int longestDelayMs = 400;  // of the controller's answers, which outlive it
-            time.advance(longestDelayMs);
-        }
+        constexpr int longestDelayMs = 400;  // of the controller's answers, which outlive it
+        time.advance(longestDelayMs);
         end.facts[TimersMore] = time.armedTimers(QFontCache::instance()) - timersBefore_;
         endExecutor();
         time.settle();
@@ -126,5 +127,11 @@ private:
     int timersBefore_ = 0;
     int objectsBefore_ = 0;
 };
+
+/// Runs one schedule from its beginning to the end of everything that it set going. When the executor cannot
+/// be brought to rest there is no way back to a clean beginning: the events go to `stuck`, and the process
+/// ends.
+std::vector<Event> runSchedule(World& world, const QJsonObject& scenario,
+                               const std::function<void(const std::vector<Event>&)>& stuck);
 
 }  // namespace campaign
