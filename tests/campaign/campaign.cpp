@@ -55,6 +55,7 @@ QVector<QPair<QString, QJsonObject>> scenarios(const QCommandLineParser& parser)
 }  // namespace
 
 int main(int argc, char** argv) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
     sim::VirtualTime::install();
     const QApplication application(argc, argv);
     QCommandLineParser parser;

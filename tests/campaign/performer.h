@@ -13,13 +13,15 @@ namespace campaign {
 /// action before this one), else `ms` after the schedule's beginning.
 class Performer : public QObject {
 public:
+    qint64 lastMs = 0;           ///< when the last action that comes at a time will have been done; grows
+    bool mayLoseErrors = false;  ///< results were made up, doubled or given in advance
+    qint64 quitMs = -1;          ///< when the application was asked to quit, -1: it was not
+
     Performer(World& world, Recorder& recorder, const QJsonObject& scenario)
         : world_(world), recorder_(recorder), scenario_(scenario) {
         for (const QJsonValue value : scenario["actions"].toArray()) {
             const QJsonObject action = value.toObject();
-            const QString of = action["of"].toString();
-            planned_.push_back({action, action["when"].toString(), fromName<Kind>(of), of,
-                                action["text"].toString(), action["early"].toBool(), action["nth"].toInt()});
+            planned_.push_back({action, action["when"].toString(), action["nth"].toInt()});
         }
     }
 
@@ -48,32 +50,26 @@ public:
 
     /// An event was recorded; `early`: the executor has not heard of it yet.
     void notice(const Event& event, bool early) {
+        const bool waits = event.kind == Activity && event.value != 0 && !early;
         for (int i = 0; i < planned_.size(); ++i) {
             Planned& planned = planned_[i];
-            const bool inside = planned.when == "inside" && planned.kind == event.kind &&
-                                (planned.text.isEmpty() || planned.text == event.text) &&
-                                planned.early == early;
-            const bool inWait = planned.when == "wait" && event.kind == Activity && event.value != 0 &&
-                                !early && planned.wait == event.wait;
+            const QJsonObject action = planned.action;
+            const QString text = action["text"].toString();
+            const bool inWait = waits && planned.when == "wait" && action["of"] == event.wait;
+            const bool inside = planned.when == "inside" && action["of"] == nameOf(event.kind) &&
+                                action["early"].toBool() == early && (text.isEmpty() || text == event.text);
             if (planned.done || !(inside || inWait) || planned.left-- != 0) {
                 continue;
             }
+            const qint64 due = executor->waiting()["due"].toLongLong();
             if (inside) {
                 perform(i);
             } else {
-                const qint64 due = executor->waiting()["due"].toLongLong();
-                const bool aroundDue = planned.action["due"].toBool() && due >= 0;
-                later(i, planned.action["ms"].toInt() + (aroundDue ? due - world_.time.nowMs() : 0));
+                const bool aroundDue = action["due"].toBool() && due >= 0;
+                later(i, action["ms"].toInt() + (aroundDue ? due - world_.time.nowMs() : 0));
             }
         }
     }
-
-    /// When the last action that comes at a time will have been done, in ms; grows with what follows.
-    [[nodiscard]] qint64 lastMs() const { return lastMs_; }
-    /// Results were made up, doubled or given in advance: a motion's error may have got lost.
-    [[nodiscard]] bool mayLoseErrors() const { return mayLoseErrors_; }
-    /// When the application was asked to quit; -1: it was not.
-    [[nodiscard]] qint64 quitMs() const { return quitMs_; }
 
     /// One action, now: records its beginning, does it, records that it has returned.
     void carryOut(const QJsonObject& action) {
@@ -94,16 +90,16 @@ public:
         } else if (deed == "endExecutor") {
             act({Power, deed}, [&] { world_.endExecutor(); });  // it shuts down like a loss of power
         } else if (deed == "quit") {
-            quitMs_ = recorder_.nowMs();
+            quitMs = recorder_.nowMs();
             act({Quit}, [] { QCoreApplication::quit(); });
         } else if (deed == "quirk") {
             sim::Quirk quirk = sim::Quirk::Bunch;
             sim::Controller::quirkFromName(name, &quirk);
             const bool lies = on && (name == "double" || name == "late");
-            mayLoseErrors_ |= lies || (on && name == "sync");
+            mayLoseErrors |= lies || (on && name == "sync");
             act({lies ? Quirk : Act, name, on}, [&] { controller.setQuirk(quirk, on); });
         } else if (deed == "result") {
-            mayLoseErrors_ = true;
+            mayLoseErrors = true;
             act({Quirk, deed, number}, [&] { kordservice()->commandNode(name)->setValue(this, number); });
         } else if (deed == "replace") {
             const auto& key = on ? lumo::key::program : lumo::key::stationProgram;
@@ -141,15 +137,12 @@ private:
     struct Planned {
         QJsonObject action;
         QString when;
-        int kind;  ///< inside which event
-        QString wait, text;
-        bool early;
         int left;  ///< events that match before it
         bool done = false;
     };
 
     void later(int index, qint64 ms) {
-        lastMs_ = std::max(lastMs_, recorder_.nowMs() + ms);
+        lastMs = std::max(lastMs, recorder_.nowMs() + ms);
         if (planned_[index].action["behind"].toBool() && ms > 1) {
             // Of the timers that are due together the one armed last comes last.
             arm(ms - 1, [this, index] { arm(1, [this, index] { perform(index); }); });
@@ -224,9 +217,6 @@ private:
     QVector<Planned> planned_;
     std::unique_ptr<QObject> timers_ = std::make_unique<QObject>();
     int acts_ = 0;
-    qint64 lastMs_ = 0;
-    bool mayLoseErrors_ = false;
-    qint64 quitMs_ = -1;
 };
 
 }  // namespace campaign

@@ -89,7 +89,7 @@ class Recorder {
 public:
     std::vector<Event> events;
     QJsonArray asked;      ///< the program that the last start asks for; it is walked when that is accepted
-    int resumeLines = -1;  ///< lines of the program in which the resume line was written; -1: none was
+    int resumeLines = -1;  ///< lines of the program in which the resume line was written, -1: none was
 
     /// Whether the event was kept: it says something new.
     bool record(Event event) {
@@ -107,7 +107,8 @@ public:
         } else if (event.kind == Activity && event[Depth] > 0 && events.back().kind == Start) {
             walked_ = asked;
         } else if (event.kind == Line) {
-            resumeLines = walked_.size();
+            resumeLines =
+                std::max(walked_.size(), m(lumo::key::program)->cmobjCount());  // with lines that came
         }
         events.push_back(event);
         return true;

@@ -23,11 +23,10 @@ public:
         tick_.start(tickMs);
     }
 
-    std::function<void()> isOver;
-    std::function<void()> isStuck;
+    std::function<void(bool)> isOver;  ///< told whether all is at rest
 
 private:
-    enum class Course { Planned, Giving, Stopping, Over };
+    enum class Course { Planned, Giving, Stopping };
 
     [[nodiscard]] bool atRest() const {
         Event event;
@@ -39,7 +38,7 @@ private:
     /// input.
     [[nodiscard]] bool mayGoOn() const {
         const QVariantMap wait = executor->waiting();
-        return performer_.mayLoseErrors() || !world_.controller->standsStill() ||
+        return performer_.mayLoseErrors || !world_.controller->standsStill() ||
                wait["due"].toLongLong() > world_.time.nowMs() ||
                (wait["kind"] == "input" && !givenInputs.contains(wait["detail"].toString()));
     }
@@ -53,7 +52,7 @@ private:
         checkWait();
         const qint64 passed = recorder_.nowMs() - sinceMs_;
         if (course_ == Course::Planned) {
-            if (passed > plannedLimitMs || (passed > performer_.lastMs() + 200 && atRest())) {
+            if (passed > plannedLimitMs || (passed > performer_.lastMs + 200 && atRest())) {
                 performer_.stop();
                 world_.controller->setPower(true);
                 enter(Course::Giving);
@@ -67,13 +66,9 @@ private:
                 give();
             }
         } else if (course_ == Course::Stopping && passed > endMs_) {
-            if (atRest()) {
+            if (atRest() || passed > endMs_ + closingMs()) {
                 tick_.stop();
-                enter(Course::Over);
-                isOver();
-            } else if (passed > endMs_ + closingMs()) {
-                tick_.stop();
-                isStuck();
+                isOver(atRest());
             }
         }
     }
@@ -118,13 +113,13 @@ private:
         const QVariantMap wait = executor ? executor->waiting() : QVariantMap();
         const bool forRobot = wait["kind"] == "move" || wait["kind"] == "zone";
         standing_ = forRobot && world_.controller->standsStill() ? standing_ + 1 : 0;
-        if (course_ != Course::Planned && course_ != Course::Giving) {
+        if (course_ == Course::Stopping) {
             return;
         }
         const qint64 due = wait.value("due", -1).toLongLong();
         if (due >= 0 && due + tickMs < world_.time.nowMs()) {
             complain("a wait is overdue: " + wait["kind"].toString());
-        } else if (standing_ > standingTicks && performer_.mayLoseErrors()) {
+        } else if (standing_ > standingTicks && performer_.mayLoseErrors) {
             stopAll();
         } else if (standing_ > standingTicks) {
             complain("a move is awaited, but the robot has nothing left to do");
@@ -159,6 +154,13 @@ void onQtMessage(QtMsgType type, const QMessageLogContext&, const QString& text)
     }
 }
 
+/// Then it runs in the application's own loop.
+bool quits(const QJsonObject& scenario) {
+    const QJsonArray actions = scenario["actions"].toArray();
+    return std::any_of(actions.begin(), actions.end(),
+                       [](const QJsonValue& action) { return action["do"] == "quit"; });
+}
+
 }  // namespace
 
 std::vector<Event> runSchedule(World& world, const QJsonObject& scenario,
@@ -173,8 +175,7 @@ std::vector<Event> runSchedule(World& world, const QJsonObject& scenario,
             performer.notice(recorder.events.back(), true);
         }
     });
-    world.makeExecutor();
-    world.makeCell(scenario);
+    world.make(scenario);
     const auto onActivity = [&] {
         if (recorder.record({Activity})) {
             performer.notice(recorder.events.back(), false);  // nobody comes after it
@@ -186,32 +187,33 @@ std::vector<Event> runSchedule(World& world, const QJsonObject& scenario,
     });
     const Sources last([&performer](const Event& event) { performer.notice(event, false); });
 
+    bool isOver = false;
     auto conductor = std::make_unique<Conductor>(world, recorder, performer, scenario);
-    conductor->isStuck = [&recorder, &stuck] {
-        recorder.record({Complaint, "pause and power off did not bring the executor to rest"});
-        stuck(recorder.events);
-        std::_Exit(EXIT_FAILURE);
+    conductor->isOver = [&](bool atRest) {
+        if (!atRest) {
+            recorder.record({Complaint, "pause and power off did not bring the executor to rest"});
+            stuck(recorder.events);
+            std::_Exit(EXIT_FAILURE);
+        }
+        isOver = true;
+        if (quits(scenario)) {
+            QCoreApplication::exit();
+        }
     };
     performer.begin();
-    const QJsonArray actions = scenario["actions"].toArray();
-    const auto isQuit = [](const QJsonValue& action) { return action["do"] == "quit"; };
-    if (std::any_of(actions.begin(), actions.end(), isQuit)) {
-        conductor->isOver = [] { QCoreApplication::exit(); };
+    if (quits(scenario)) {
         QCoreApplication::exec();
     } else {
-        bool isOver = false;
-        conductor->isOver = [&isOver] { isOver = true; };
         world.time.advanceUntil([&isOver] { return isOver; }, 1000000);
     }
     conductor.reset();
     performer.stop();
     Event end{End};
     Recorder::takeFacts(end);
-    end.facts[QuitTookMs] = performer.quitMs() < 0 ? 0 : int(recorder.nowMs() - performer.quitMs());
-    // The line follows its statement when lines come.
+    end.facts[QuitTookMs] = performer.quitMs < 0 ? 0 : int(recorder.nowMs() - performer.quitMs);
     const int lines = m(lumo::key::program)->cmobjCount();
     end.facts[LineCount] = recorder.resumeLines < 0 ? -1 : std::max(recorder.resumeLines, lines);
-    world.takeDown(end);
+    world.takeDown(end, performer.quitMs >= 0);
     recorder.record(end);
     complaints = nullptr;
     return recorder.events;

@@ -66,13 +66,10 @@ public:
         objectsBefore_ = objects();
     }
 
-    void makeExecutor() {
+    /// The executor, and behind it, so that it hears of everything first, the controller and its cell.
+    void make(const QJsonObject& scenario) {
         executor = new LumoExecutor(m(lumo::key::lumo));
         objectsBefore_ += executor->findChildren<QObject*>().size();
-    }
-
-    /// The controller and its cell: behind the executor, so that whoever wants to hear before is there.
-    void makeCell(const QJsonObject& scenario) {
         sim::Controller::Options options;
         options.axes = scenario["axes"].toInt(6);
         options.writeMulti = !scenario["noMulti"].toBool();
@@ -93,7 +90,7 @@ public:
     }
 
     /// Takes everything down; the End tells how it was (facts of the executor are there already).
-    void takeDown(Event& end) {
+    void takeDown(Event& end, bool quits) {
         for (const Port port : {GAS, WIRE, PULLBACK, LASER, POWER}) {
             const bool on = controller->output(test::kPortNames[port]).toInt() != 0;
             end.text += on ? nameOf(port) + ' ' : QString();
@@ -104,8 +101,7 @@ public:
         end.facts[Boxes] = test::boxes().size();
         cell.reset();
         controller.reset();
-        constexpr int longestDelayMs = 400;  // of the controller's answers, which outlive it
-        time.advance(longestDelayMs);
+        time.advance(quits ? 400 : 0);  // the longest delay of the controller's answers, which outlive it
         end.facts[TimersMore] = time.armedTimers(QFontCache::instance()) - timersBefore_;
         endExecutor();
         time.settle();
