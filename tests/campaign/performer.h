@@ -48,8 +48,8 @@ public:
         timer->start(int(std::max<qint64>(0, ms)));
     }
 
-    /// An event was recorded; `early`: the executor has not heard of it yet.
-    void notice(const Event& event, bool early) {
+    /// An event was recorded; `early`: the executor has not heard of it yet. A copy: more events will follow.
+    void notice(Event event, bool early) {
         const bool waits = event.kind == Activity && event.value != 0 && !early;
         for (int i = 0; i < planned_.size(); ++i) {
             Planned& planned = planned_[i];
