@@ -42,8 +42,8 @@ enum Kind {
     Permission,  ///< operating mode or a weld switch was written
     Robot,       ///< the robot's state was written
     Emission,    ///< the laser source begins or ends to emit
-    Complaint,   ///< Qt, the controller or the course of the schedule shows that something is wrong
-    End,         ///< the schedule is over and was taken down; text: what is on at the controller
+    Complaint,   ///< Qt, the course of the schedule or what is left of it shows that something is wrong
+    End,         ///< the schedule is over
 };
 Q_ENUM_NS(Kind)
 
@@ -60,16 +60,12 @@ enum Fact {
     DecreaseMs,  ///< power ramp-down of the parameter set in force
     PostFlowMs,  ///< its gas post-flow
     ResumeLine,  ///< lumo.current.line
-    Boxes,       ///< messages on the screen; of Done and End only
+    Boxes,       ///< messages on the screen; of Done only
     // Of a Start or a Once: what was asked for.
     Mode,
     LineExists,
     MayBeRefused,  ///< by a check of the program's content
-    // Of the End: what is more than before the schedule, and
-    TimersMore,
-    ObjectsMore,
-    LineCount,   ///< lines of the program in which the resume line was written, -1: it never was
-    QuitTookMs,  ///< from the request to quit to the end of the application's loop
+    LineCount,  ///< of the End: lines of the program in which the resume line was written, -1: it never was
     FactCount
 };
 Q_ENUM_NS(Fact)

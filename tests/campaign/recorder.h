@@ -94,9 +94,7 @@ public:
     /// Whether the event was kept: it says something new.
     bool record(Event event) {
         event.ms = nowMs();
-        if (event.kind != End) {
-            takeFacts(event);
-        }
+        takeFacts(event);
         if (event.kind == Activity && !isNews(event)) {
             return false;
         }

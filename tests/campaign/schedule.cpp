@@ -208,13 +208,16 @@ std::vector<Event> runSchedule(World& world, const QJsonObject& scenario,
     }
     conductor.reset();
     performer.stop();
+    if (performer.quitMs >= 0 && recorder.nowMs() > performer.quitMs) {
+        recorder.record({Complaint, "the application did not quit at once"});
+    }
     Event end{End};
-    Recorder::takeFacts(end);
-    end.facts[QuitTookMs] = performer.quitMs < 0 ? 0 : int(recorder.nowMs() - performer.quitMs);
     const int lines = m(lumo::key::program)->cmobjCount();
     end.facts[LineCount] = recorder.resumeLines < 0 ? -1 : std::max(recorder.resumeLines, lines);
-    world.takeDown(end, performer.quitMs >= 0);
     recorder.record(end);
+    for (const QString& words : world.takeDown(performer.quitMs >= 0)) {
+        recorder.record({Complaint, words});
+    }
     complaints = nullptr;
     return recorder.events;
 }

@@ -89,22 +89,27 @@ public:
         executor = nullptr;
     }
 
-    /// Takes everything down; the End tells how it was (facts of the executor are there already).
-    void takeDown(Event& end, bool quits) {
+    /// Takes everything down and says what is left, or still on.
+    QStringList takeDown(bool quits) {
+        QStringList left;
         for (const Port port : {GAS, WIRE, PULLBACK, LASER, POWER}) {
-            const bool on = controller->output(test::kPortNames[port]).toInt() != 0;
-            end.text += on ? nameOf(port) + ' ' : QString();
+            if (controller->output(test::kPortNames[port]).toInt() != 0) {
+                left << nameOf(port) + " is on at the controller";
+            }
         }
         test::closeBoxes();
         time.settle();
-        end.facts[ObjectsMore] = objects() - objectsBefore_;
-        end.facts[Boxes] = test::boxes().size();
+        const int objectsMore = objects() - objectsBefore_;
         cell.reset();
         controller.reset();
         time.advance(quits ? 400 : 0);  // the longest delay of the controller's answers, which outlive it
-        end.facts[TimersMore] = time.armedTimers(QFontCache::instance()) - timersBefore_;
+        const int timersMore = time.armedTimers(QFontCache::instance()) - timersBefore_;
+        if (objectsMore > 0 || timersMore > 0) {
+            left << QString("%1 objects and %2 timers are left").arg(objectsMore).arg(timersMore);
+        }
         endExecutor();
         time.settle();
+        return left;
     }
 
     sim::VirtualTime& time;
