@@ -65,7 +65,7 @@ enum Fact {
     Mode,
     LineExists,
     MayBeRefused,  ///< by a check of the program's content
-    LineCount,  ///< of the End: lines of the program in which the resume line was written, -1: it never was
+    LineCount,     ///< most lines of the program in which the resume line stands, -1: it never was written
     FactCount
 };
 Q_ENUM_NS(Fact)

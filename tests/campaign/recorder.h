@@ -88,8 +88,7 @@ private:
 class Recorder {
 public:
     std::vector<Event> events;
-    QJsonArray asked;      ///< the program that the last start asks for; it is walked when that is accepted
-    int resumeLines = -1;  ///< lines of the program in which the resume line was written, -1: none was
+    QJsonArray asked;  ///< the program that the last start asks for; it is walked when that is accepted
 
     /// Whether the event was kept: it says something new.
     bool record(Event event) {
@@ -104,10 +103,14 @@ public:
             event.facts[Boxes] = test::boxes().size();
         } else if (event.kind == Activity && event[Depth] > 0 && events.back().kind == Start) {
             walked_ = asked;
+            isFresh_ = true;
         } else if (event.kind == Line) {
-            resumeLines =
-                std::max(walked_.size(), m(lumo::key::program)->cmobjCount());  // with lines that came
+            lineCount_ = std::max(std::exchange(isFresh_, false) ? 0 : lineCount_, walked_.size());
         }
+        if (lineCount_ >= 0) {
+            lineCount_ = std::max(lineCount_, m(lumo::key::program)->cmobjCount());  // with lines that came
+        }
+        event.facts[LineCount] = lineCount_;
         events.push_back(event);
         return true;
     }
@@ -167,6 +170,8 @@ private:
     }
 
     QJsonArray walked_;
+    bool isFresh_ = false;  ///< the run has not written the resume line yet
+    int lineCount_ = -1;
     qint64 startMs_ = mendo::Clock::current().elapsedMs();
     QVariantMap wait_;
     std::tuple<int, bool> activity_{0, false};

@@ -260,21 +260,22 @@ void checkLines(const Steps& steps, Findings& found) {
     });
 }
 
-/// In the end all is over, off and gone, and every complaint on the way counts.
+/// The resume line is one of its program; in the end all is over and off, and every complaint on the way
+/// counts.
 void checkEnd(const Steps& steps, Findings& found) {
     each(steps, found, [&](const Step& step, const Event& event) {
         found.forbid(event.kind == Complaint, event.text);
-        if (event.kind != End) {
-            return;
-        }
-        found.forbid(!event[Idle] || event[Depth] > 0, "at the end the executor is not idle");
-        found.forbid(event[Pending] > 0, "at the end steps are pending");
-        found.forbid(!step.on().isEmpty(), "at the end is on, as far as was written: " + step.on());
-        found.forbid(step.emitting, "at the end the source emits");
         const int line = event[ResumeLine];
         found.forbid(
-            event[LineCount] >= 0 && (line < 0 || line >= event[LineCount]),
+            (event.kind == End || event.kind == Line) && event[LineCount] >= 0 &&
+                (line < 0 || line >= event[LineCount]),
             QString("the resume line %1 is none of its program's %2").arg(line).arg(event[LineCount]));
+        if (event.kind == End) {
+            found.forbid(!event[Idle] || event[Depth] > 0, "at the end the executor is not idle");
+            found.forbid(event[Pending] > 0, "at the end steps are pending");
+            found.forbid(!step.on().isEmpty(), "at the end is on, as far as was written: " + step.on());
+            found.forbid(step.emitting, "at the end the source emits");
+        }
     });
 }
 

@@ -211,10 +211,7 @@ std::vector<Event> runSchedule(World& world, const QJsonObject& scenario,
     if (performer.quitMs >= 0 && recorder.nowMs() > performer.quitMs) {
         recorder.record({Complaint, "the application did not quit at once"});
     }
-    Event end{End};
-    const int lines = m(lumo::key::program)->cmobjCount();
-    end.facts[LineCount] = recorder.resumeLines < 0 ? -1 : std::max(recorder.resumeLines, lines);
-    recorder.record(end);
+    recorder.record({End});
     for (const QString& words : world.takeDown(performer.quitMs >= 0)) {
         recorder.record({Complaint, words});
     }
