@@ -1,74 +1,120 @@
 #pragma once
 
+#include "devices/ports.h"
+
+#include <QMetaEnum>
+#include <QObject>
 #include <QString>
+
+#include <array>
 
 namespace campaign {
 
+Q_NAMESPACE
+
+/// What can happen in a schedule. The order matters: see the groups.
+enum Kind {
+    // What the schedule does, about to be done.
+    Start,    ///< the start trigger; value: the line
+    Once,     ///< the once trigger; value: the line
+    Pause,    ///< the pause trigger
+    Power,    ///< robot power; value: on
+    Replace,  ///< another hand program, or all of its lines are removed
+    Quit,     ///< the application is asked to quit
+    Quirk,    ///< results will be delivered that belong to no motion
+    Act,      ///< anything else
+    // What only a run, or what stops one, causes.
+    State,      ///< lumo.execute.state is written
+    Line,       ///< lumo.current.line is written by the executor
+    Statement,  ///< a statement of type `text` is begun
+    WeldFlag,   ///< the weld flag is written by the executor
+    Param,      ///< a parameter set is taken over
+    Node,       ///< another node of the resume data is written
+    Write,      ///< the executor writes a port
+    Output,     ///< a statement sets an output
+    Command,    ///< the executor gives the robot another command
+    // All the rest.
+    Done,        ///< what the schedule did has returned
+    Activity,    ///< what the executor does has changed; value: a wait has begun
+    Result,      ///< a result arrives on a motion command's node; value: its code
+    Dropped,     ///< the executor says why it passes over a result
+    Zone,        ///< the executor says that the tool has entered the zone; value: µm outside
+    Permission,  ///< operating mode or a weld switch was written
+    Robot,       ///< the robot's state was written
+    Emission,    ///< the laser source begins or ends to emit
+    Complaint,   ///< Qt, the course of the schedule or what is left of it shows that something is wrong
+    End,         ///< the schedule is over
+};
+Q_ENUM_NS(Kind)
+
 /// How things stood when an event was recorded, before anybody else heard of it.
-struct Facts {
-    bool idle = true;       ///< lumo.execute.state is "idle"
-    bool powered = true;    ///< kord.r.power is "on"
-    bool robotIdle = true;  ///< kord.r.state is "idle"
-    bool permitted = true;  ///< operating mode and weld switches allow welding
-    bool weldOpen = false;  ///< the flag of the resume data
-    int depth = 0;          ///< the executor's walks, steps and pauses
-    int pending = 0;        ///< its pending steps
-    bool gasUsed = true;    ///< the port of the gas is in use
-    int decreaseMs = 0;     ///< power ramp-down of the parameter set in force
-    int postFlowMs = 0;     ///< its gas post-flow
-    int resumeLine = 0;     ///< lumo.current.line
-    int boxes = 0;          ///< messages on the screen; counted for Done only
-    QString wait;           ///< kind of the innermost wait, empty for none
-};
-
-/// One thing that happened in a schedule, in the words of the invariants.
-struct Event {
-    enum class Kind {
-        Start,       ///< the start trigger is about to be written
-        Once,        ///< the once trigger is about to be written
-        Pause,       ///< the pause trigger is about to be fired
-        Power,       ///< robot power is about to be written; value: on
-        Replace,     ///< the hand program is about to be replaced, or all of it was removed
-        Quit,        ///< the application is about to be asked to quit
-        Quirk,       ///< the robot begins to deliver results that belong to no motion
-        Act,         ///< anything else that the schedule does
-        Done,        ///< what the schedule did has returned
-        Activity,    ///< what the executor does has changed; value: a wait has begun
-        State,       ///< lumo.execute.state is written
-        Line,        ///< lumo.current.line is written by the executor
-        Statement,   ///< a statement of type `text` is begun
-        WeldFlag,    ///< the weld flag is written by the executor
-        Param,       ///< a parameter set is taken over
-        Node,        ///< another node of the resume data is written
-        Write,       ///< the executor writes a logical port
-        Foreign,     ///< somebody else does
-        Output,      ///< a statement sets an output
-        Command,     ///< the executor gives the robot another command
-        Result,      ///< a result arrives on a motion command's node
-        Dropped,     ///< the executor says why it passes over a result
-        Zone,        ///< the executor says that the tool has entered the zone
-        Permission,  ///< operating mode or a weld switch was written
-        Robot,       ///< the robot's state was written
-        Emission,    ///< the simulated laser source begins or ends to emit
-        Complaint,   ///< Qt, the controller or the course of the schedule shows that something is wrong
-    };
-
-    Kind kind = Kind::Act;
-    qint64 ms = 0;  ///< since the schedule began
-    QString text;
-    int port = -1;   ///< logical port of a Write
-    int value = 0;   ///< a register value, a line, a code; of a Zone: how far outside, µm
-    int action = 0;  ///< number of the scheduled action that begins or is Done
-    Facts facts;
-
+enum Fact {
+    Idle,        ///< lumo.execute.state is "idle"
+    Powered,     ///< kord.r.power is "on"
+    RobotIdle,   ///< kord.r.state is "idle"
+    Permitted,   ///< operating mode and weld switches allow welding
+    WeldOpen,    ///< the flag of the resume data
+    Depth,       ///< the executor's walks, steps and pauses
+    Pending,     ///< its pending steps
+    GasUsed,     ///< the port of the gas is in use
+    DecreaseMs,  ///< power ramp-down of the parameter set in force
+    PostFlowMs,  ///< its gas post-flow
+    ResumeLine,  ///< lumo.current.line
+    Boxes,       ///< messages on the screen; of Done only
     // Of a Start or a Once: what was asked for.
-    int mode = 0;
-    bool lineExists = true;
-    bool mayBeRefused = false;  ///< by a check of the program's content
-
-    [[nodiscard]] QString toText() const;
+    Mode,
+    LineExists,
+    MayBeRefused,  ///< by a check of the program's content
+    LineCount,     ///< most lines of the program in which the resume line stands, -1: it never was written
+    FactCount
 };
+Q_ENUM_NS(Fact)
 
-QString nameOfPort(int port);
+/// The ports that the rules know.
+enum Port {
+    GAS = DO_GAS,
+    WIRE = DO_WIRE_ENABLE,
+    LASER = DO_LASER_ENABLE,
+    PULLBACK = DO_WIRE_PULLBACK,
+    WIRE_SPEED = AO_WIRE_SPEED,
+    POWER = AO_LASER_POWER,
+    FREQUENCY = AO_LASER_FREQUENCY,
+    DUTY_CYCLE = AO_LASER_DUTY_CYCLE
+};
+Q_ENUM_NS(Port)
+constexpr int portCount = DUTY_CYCLE + 1;
+
+template <typename Enum>
+QString nameOf(Enum value) {
+    return QMetaEnum::fromType<Enum>().valueToKey(value);
+}
+
+/// -1 for an unknown name.
+template <typename Enum>
+int fromName(const QString& name) {
+    return QMetaEnum::fromType<Enum>().keyToValue(name.toLatin1().constData());
+}
+
+struct Event {
+    Kind kind = Act;
+    QString text{};  ///< a name: of the port, the command, the node, the deed
+    int value = 0;   ///< a register value, a line, a code
+    int port = -1;   ///< of a Write
+    int action = 0;  ///< number of the deed that begins or is Done
+    qint64 ms = 0;   ///< since the schedule began
+    QString wait{};  ///< kind of the innermost wait, empty for none
+    std::array<int, FactCount> facts{};
+
+    int operator[](Fact fact) const { return facts[fact]; }
+    [[nodiscard]] QString toText() const {
+        const QString words = QString("%1 %2 %3 %4").arg(ms, 7).arg(nameOf(kind), text).arg(value);
+        const QString rest = action > 0 ? QString(" [%1]").arg(action) : QString();
+        return kind != Activity ? words + rest
+                                : words + QString(" depth %1, %2 pending, in %3")
+                                              .arg((*this)[Depth])
+                                              .arg((*this)[Pending])
+                                              .arg(wait.isEmpty() ? "no wait" : wait);
+    }
+};
 
 }  // namespace campaign

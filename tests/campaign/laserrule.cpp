@@ -1,182 +1,132 @@
 #include "campaign/rules.h"
-#include "devices/ports.h"
-
-#include <algorithm>
 
 namespace campaign {
 
-using Kind = Event::Kind;
+/// The laser is on only from a permitted opening to the end of its closing; a closing takes as long as
+/// its ramp, ends at power 0 and never raises the power; a weld is never continued elsewhere.
+void checkLaser(const std::vector<Step>& steps, Findings& found) {
+    bool announced = false;    // an opening may begin now
+    bool armed = false;        // it has begun with permission, and nothing has ended it
+    bool quits = false;        // all is over in the turn in which the application ends
+    bool permitted = true;     // as of the event before
+    bool closeAhead = false;   // a close statement may begin its closing now
+    bool closeBegun = false;   // it has
+    qint64 closingSince = -1;  // when what ends the weld came, -1: nothing
+    qint64 deadline = -1;      // when the laser has to be off, -1: not yet known
+    QString why;
+    int weldMode = -1;  // run mode of the weld that was left open last, -1: none
+    int weldGeneration = -1;
 
-void LaserRule::on(const Event& event, const Outputs& outputs, const Runs& runs) {
-    const bool laserOn = outputs.value(DO_LASER_ENABLE) != 0;
-    if (laserOn && deadline_ >= 0 && event.ms > deadline_) {
-        broken(QStringLiteral("the laser is enabled at %1 ms; after %2 it has to be off by %3 ms")
-                   .arg(event.ms)
-                   .arg(why_)
-                   .arg(deadline_));
-        deadline_ = -1;
-    }
-    onRun(event, runs);
-    onCloseStatement(event, runs);
-    switch (event.kind) {
-        case Kind::Statement:
-            announced_ = event.text == QLatin1String("open");
-            if (event.text == QLatin1String("close") && event.facts.permitted && laserOn) {
-                closeWithin(event, event.facts.decreaseMs + 1, QStringLiteral("a close statement"));
+    for (found.at = 0; found.at < steps.size(); ++found.at) {
+        const Step& step = steps[found.at];
+        const Event& event = step.event;
+        const int power = step.outputs[POWER];
+        /// The laser has to be off `ms` from now, or earlier where that was due already.
+        const auto closeWithin = [&](int ms, const char* reason) {
+            if (step.laserOn() && (deadline < 0 || event.ms + ms < deadline)) {
+                deadline = event.ms + ms;
+                why = reason;
             }
-            break;
-        case Kind::Param:
-            if (announced_) {
-                beginOpening(event);
-            }
-            break;
-        case Kind::Pause:
-            closeNow(event, outputs, QStringLiteral("a pause"));
-            break;
-        case Kind::Power:
-            if (event.value == 0) {
-                closeNow(event, outputs, QString());
-                if (laserOn) {
-                    closeWithin(event, 0, QStringLiteral("a loss of power"));
-                }
-            }
-            break;
-        case Kind::Quit:
-            quits_ = true;
-            closeNow(event, outputs, QString());
-            if (laserOn) {
-                closeWithin(event, 0, QStringLiteral("the request to quit"));
-            }
-            break;
-        case Kind::Permission:
-            onPermission(event, laserOn);
-            break;
-        case Kind::Activity:
-            if (event.value != 0 && event.facts.wait == QLatin1String("rampdown")) {
-                closeNow(event, outputs, QStringLiteral("a closing"));
-            }
-            break;
-        case Kind::Write:
-            onWrite(event, outputs);
-            break;
-        case Kind::Emission:
-            if (event.value != 0 && !laserOn && !outputs.byHand(DO_LASER_ENABLE)) {
-                broken(QStringLiteral("the source emits, though the laser was not enabled"));
-            }
-            break;
-        default:
-            break;
-    }
-}
+        };
+        const auto beginOpening = [&] {
+            announced = false;
+            armed = event[Permitted];
+            closingSince = deadline = -1;
+            found.forbid(!armed, "an opening goes on though welding is not permitted");
+        };
+        /// What ends every weld has come.
+        const auto close = [&] {
+            closingSince = closingSince < 0 ? event.ms : closingSince;
+            announced = armed = false;
+        };
 
-void LaserRule::onRun(const Event& event, const Runs& runs) {
-    if (const auto& run = runs.begun()) {
-        // A weld may be continued by hand, in the program in which it was left open by hand.
-        announced_ = run->asked.kind == Kind::Start && run->asked.facts.weldOpen && run->asked.mode == 0 &&
-                     weldMode_ == 0 && weldGeneration_ == run->generation;
-    }
-    if (event.kind == Kind::WeldFlag && event.value != 0 && runs.current()) {
-        weldMode_ = runs.current()->asked.mode;
-        weldGeneration_ = runs.current()->generation;
-    }
-    if (event.kind == Kind::Activity && event.facts.depth == 0) {
-        announced_ = false;
-        armed_ = false;
-    }
-}
-
-/// A close statement whose closing has begun closes the weld, so that no start opens it again.
-void LaserRule::onCloseStatement(const Event& event, const Runs& runs) {
-    if (closeBegun_ && (event.kind == Kind::Statement || runs.ended())) {
-        if (event.facts.weldOpen) {
-            broken(QStringLiteral("the weld counts as open behind its close statement"));
+        if (step.laserOn() && deadline >= 0 && event.ms > deadline) {
+            found.forbid(true, QString("the laser is enabled at %1 ms; after %2 it has to be off by %3 ms")
+                                   .arg(event.ms)
+                                   .arg(why)
+                                   .arg(deadline));
+            deadline = -1;
         }
-        closeBegun_ = false;
-    }
-    const bool pullsBack = event.kind == Kind::Write && event.port == DO_WIRE_PULLBACK && event.value != 0;
-    if (event.kind == Kind::Statement) {
-        closeAhead_ = event.text == QLatin1String("close") && event.facts.permitted;
-    } else if (event.kind == Kind::Pause || event.kind == Kind::Power || event.kind == Kind::Permission) {
-        closeAhead_ = false;
-    } else if (closeAhead_ && pullsBack) {
-        closeAhead_ = false;
-        closeBegun_ = true;
-    }
-}
-
-void LaserRule::onPermission(const Event& event, bool laserOn) {
-    const bool lost = permitted_ && !event.facts.permitted;
-    permitted_ = event.facts.permitted;
-    if (!lost || !(armed_ || laserOn)) {
-        return;
-    }
-    armed_ = false;
-    if (laserOn) {
-        closeWithin(event, event.facts.decreaseMs + 1, QStringLiteral("the loss of the welding permission"));
-    }
-    closingSince_ = closingSince_ < 0 ? event.ms : closingSince_;
-}
-
-void LaserRule::beginOpening(const Event& event) {
-    announced_ = false;
-    armed_ = event.facts.permitted;
-    closingSince_ = -1;
-    deadline_ = -1;
-    if (!armed_) {
-        broken(QStringLiteral("an opening goes on though welding is not permitted"));
-    }
-}
-
-void LaserRule::closeWithin(const Event& event, int ms, const QString& why) {
-    if (deadline_ < 0 || event.ms + ms < deadline_) {
-        deadline_ = event.ms + ms;
-        why_ = why;
-    }
-}
-
-/// What ends every weld has come; a second time, when the closing is under way already, it ends it.
-void LaserRule::closeNow(const Event& event, const Outputs& outputs, const QString& why) {
-    const bool closing = closingSince_ >= 0 && event.ms > closingSince_;
-    const bool isCause = event.kind == Kind::Pause;
-    if (isCause && outputs.value(DO_LASER_ENABLE) != 0) {
-        closeWithin(event, closing ? 0 : event.facts.decreaseMs + 1,
-                    closing ? QStringLiteral("a pause in a closing") : why);
-    }
-    closingSince_ = closingSince_ < 0 ? event.ms : closingSince_;
-    announced_ = false;
-    armed_ = false;
-}
-
-void LaserRule::onWrite(const Event& event, const Outputs& outputs) {
-    if (quits_) {
-        return;  // what is due in the same turn is undone in it
-    }
-    const bool laserOn = outputs.value(DO_LASER_ENABLE) != 0;
-    const bool switchesOn = event.value != 0;
-    if (announced_ && switchesOn && (event.port == DO_GAS || event.port == DO_LASER_ENABLE)) {
-        beginOpening(event);
-    }
-    if (event.port == DO_WIRE_PULLBACK && switchesOn) {
-        closeNow(event, outputs, QStringLiteral("a closing"));
-    } else if (event.port == DO_GAS && switchesOn && !armed_) {
-        broken(QStringLiteral("the gas is switched on outside an opening"));
-    } else if (event.port == AO_LASER_POWER && laserOn && !armed_ &&
-               event.value > std::max(0, outputs.written(AO_LASER_POWER))) {
-        broken(QStringLiteral("a closing raises the laser power from %1 to %2")
-                   .arg(outputs.written(AO_LASER_POWER))
-                   .arg(event.value));
-    } else if (event.port == DO_LASER_ENABLE && switchesOn) {
-        if (!armed_) {
-            broken(QStringLiteral("the laser is enabled outside a permitted opening"));
-        } else if (!event.facts.permitted) {
-            broken(QStringLiteral("the laser is enabled though welding is not permitted"));
+        if (step.begun) {
+            // A weld may be continued by hand, in the program in which it was left open by hand.
+            const Event& asked = step.begun->asked;
+            announced = asked.kind == Start && asked[WeldOpen] && asked[Mode] == 0 && weldMode == 0 &&
+                        weldGeneration == step.begun->generation;
         }
-    } else if (event.port == DO_LASER_ENABLE) {
-        if (!armed_ && laserOn && outputs.written(AO_LASER_POWER) > 0) {
-            broken(QStringLiteral("a closing disables the laser at power %1, not 0")
-                       .arg(outputs.written(AO_LASER_POWER)));
+        if (event.kind == WeldFlag && event.value != 0 && step.current) {
+            weldMode = step.current->asked[Mode];
+            weldGeneration = step.current->generation;
         }
-        deadline_ = -1;
+        if (event.kind == Activity && event[Depth] == 0) {
+            announced = armed = false;
+        }
+
+        // A close statement whose closing has begun closes the weld, so that no start opens it again.
+        if (closeBegun && (event.kind == Statement || step.ended)) {
+            found.forbid(event[WeldOpen], "the weld counts as open behind its close statement");
+            closeBegun = false;
+        }
+        if (event.kind == Statement) {
+            closeAhead = event.text == "close" && event[Permitted];
+        } else if (event.kind == Pause || event.kind == Power || event.kind == Permission) {
+            closeAhead = false;
+        } else if (closeAhead && step.switchesOn(PULLBACK)) {
+            closeAhead = false;
+            closeBegun = true;
+        }
+
+        if (event.kind == Statement) {
+            announced = event.text == "open";
+            if (closeAhead) {
+                closeWithin(event[DecreaseMs] + 1, "a close statement");
+            }
+        } else if (event.kind == Param && announced) {
+            beginOpening();
+        } else if (event.kind == Permission) {
+            if (permitted && !event[Permitted] && (armed || step.laserOn())) {
+                closeWithin(event[DecreaseMs] + 1, "the loss of the welding permission");
+                closingSince = closingSince < 0 ? event.ms : closingSince;
+                armed = false;
+            }
+            permitted = event[Permitted];
+        } else if (event.kind == Quit || step.isPowerLoss()) {
+            quits |= event.kind == Quit;
+            close();
+            closeWithin(0, event.kind == Quit ? "the request to quit" : "a loss of power");
+        } else if (event.kind == Pause) {
+            // When the closing is under way already, it ends that at once.
+            const bool closing = closingSince >= 0 && event.ms > closingSince;
+            closeWithin(closing ? 0 : event[DecreaseMs] + 1, closing ? "a pause in a closing" : "a pause");
+            close();
+        } else if (event.kind == Activity && event.value != 0 && event.wait == "rampdown") {
+            close();
+        } else if (event.kind == Emission) {
+            found.forbid(event.value != 0 && !step.laserOn(),
+                         "the source emits, though the laser is disabled");
+        }
+
+        if (event.kind != Write || quits) {
+            continue;  // what is due when the application quits is undone in the same turn
+        }
+        if (announced && (step.switchesOn(GAS) || step.switchesOn(LASER))) {
+            beginOpening();
+        }
+        if (step.switchesOn(PULLBACK)) {
+            close();
+        } else if (step.switchesOn(GAS)) {
+            found.forbid(!armed, "the gas is switched on outside an opening");
+        } else if (step.writes(POWER) && step.laserOn() && !armed) {
+            found.forbid(
+                event.value > std::max(0, power),
+                QString("a closing raises the laser power from %1 to %2").arg(power).arg(event.value));
+        } else if (step.switchesOn(LASER)) {
+            found.forbid(!armed, "the laser is enabled outside a permitted opening");
+            found.forbid(armed && !event[Permitted], "the laser is enabled though welding is not permitted");
+        } else if (step.writes(LASER)) {
+            found.forbid(!armed && step.laserOn() && power > 0,
+                         QString("a closing disables the laser at power %1, not 0").arg(power));
+            deadline = -1;
+        }
     }
 }
 
