@@ -4,18 +4,19 @@
 Every place that can be mutated becomes a choice, `(lumoMutant(17) ? (a <= b) : (a < b))`; the mutant is
 made active by the environment variable LUMO_MUTANT (mutant.h). What the compiler refuses is dropped.
 
-    mutate.py --root DIR --commands compile_commands.json --out DIR FILE…
+    mutate.py --root DIR --commands compile_commands.json --out DIR [--jobs N] FILE…
 
-FILEs are relative to the root. The copies keep their names below --out; mutants.json lists what was
-changed: id, file, line, function, operator, before, after.
+FILEs are relative to the root. The copies keep their names below --out, where no others stay; mutants.json
+lists what was changed: id, file, line, function, operator, before, after.
 """
 import argparse
 import bisect
+import glob
 import json
+import multiprocessing
 import os
 import re
 import shlex
-import sys
 
 from clang.cindex import CursorKind, Index, TypeKind
 
@@ -35,8 +36,10 @@ STATEMENTS = (CursorKind.CALL_EXPR, CursorKind.BINARY_OPERATOR, CursorKind.UNARY
 ARITHMETIC = (TypeKind.BOOL, TypeKind.CHAR_U, TypeKind.UCHAR, TypeKind.USHORT, TypeKind.UINT, TypeKind.ULONG,
               TypeKind.ULONGLONG, TypeKind.CHAR_S, TypeKind.SCHAR, TypeKind.SHORT, TypeKind.INT,
               TypeKind.LONG, TypeKind.LONGLONG, TypeKind.FLOAT, TypeKind.DOUBLE, TypeKind.LONGDOUBLE)
-# Statements that tell only a developer something.
+# Statements that tell only a developer something; where a line of the log stands matters even less.
 SILENT = re.compile(rb"q(Debug|Info|Warning|Critical)\b|Q_UNUSED|Q_ASSERT")
+LOGGED = re.compile(rb"log[A-Z]\(")
+ONLY_SPACE = re.compile(rb"(\s|//[^\n]*\n|/\*.*?\*/)*", re.DOTALL)
 
 
 class Site:
@@ -46,7 +49,18 @@ class Site:
         self.start, self.end, self.is_statement = start, end, is_statement
         self.as_bool = False
         self.alternatives = []  # of dict(kind, before, after, text)
+        self.follows = None  # the statement before, if a mutant can exchange the two
         self.inner = []
+
+    def id_of(self, operator):
+        return next((a["id"] for a in self.alternatives if a["operator"] == operator), None)
+
+    def exchanged(self):
+        """The mutant that runs this statement before the one that it follows."""
+        return self.follows.id_of("swap") if self.follows else None
+
+    def is_alive(self):
+        return bool(self.alternatives) or self.exchanged() is not None
 
 
 class Source:
@@ -57,7 +71,7 @@ class Source:
         with open(path, "rb") as file:
             self.text = file.read()
         self.sites = {}
-        self.constants = []  # (start and end of the word constexpr, end of the declaration)
+        self.constants = []  # (start and end of the word constexpr, end of the declaration, name)
         self.functions = []
 
     # --- Finding ----------------------------------------------------------------------------------
@@ -66,7 +80,7 @@ class Source:
         unit = Index.create().parse(self.path, args=self.flags)
         errors = [d for d in unit.diagnostics if d.severity >= 3]
         if errors:
-            sys.exit(f"{self.path} does not parse: {errors[0]}")
+            raise RuntimeError(f"{self.path} does not parse: {errors[0]}")
         for cursor in unit.cursor.get_children():
             if cursor.location.file and cursor.location.file.name == self.path:
                 self.visit(cursor, "")
@@ -85,6 +99,9 @@ class Source:
         self.add_condition(cursor, children, function)
         for child in self.statements_of(cursor, children):
             self.add_removal(child, function)
+        if kind == CursorKind.COMPOUND_STMT:
+            for first, second in zip(children, children[1:]):
+                self.add_swap(first, second, function)
         if kind == CursorKind.VAR_DECL:
             self.add_constant(cursor)
         for child in children:
@@ -191,18 +208,38 @@ class Source:
             return children[-1:]
         return []
 
-    def add_removal(self, statement, function):
-        inner = statement
+    def statement(self, cursor):
+        """Where a statement that may go begins, ends without its semicolon and with it; its kind."""
+        inner = cursor
         while inner.kind == CursorKind.UNEXPOSED_EXPR and len(list(inner.get_children())) == 1:
             inner = next(inner.get_children())
         is_return = inner.kind == CursorKind.RETURN_STMT and not list(inner.get_children())
-        if not is_return and inner.kind not in STATEMENTS:
-            return
-        start, end = self.range_of(statement)
+        start, end = self.range_of(cursor)
         semicolon = re.compile(rb"\s*;").match(self.text, end)
-        whole = self.words(start, end)
-        if semicolon and not SILENT.match(whole):
-            self.add(start, semicolon.end(), function, "statement", whole + b";", b"", b"", is_statement=True)
+        if not (is_return or inner.kind in STATEMENTS) or not semicolon or SILENT.match(self.text, start):
+            return None
+        return start, end, semicolon.end(), inner.kind
+
+    def add_removal(self, statement, function):
+        place = self.statement(statement)
+        if place:
+            start, end, after, _ = place
+            self.add(start, after, function, "statement", self.words(start, end) + b";", b"", b"",
+                     is_statement=True)
+
+    def add_swap(self, first, second, function):
+        """Exchanges two statements that are neighbours: the second also runs early, and not in its place."""
+        places = self.statement(first), self.statement(second)
+        if any(not p or p[3] == CursorKind.RETURN_STMT or LOGGED.match(self.text, p[0]) for p in places):
+            return
+        (start, _, end, _), (next_start, _, next_end, _) = places
+        texts = self.words(start, end), self.words(next_start, next_end)
+        if texts[0] == texts[1] or not ONLY_SPACE.fullmatch(self.text, end, next_start):
+            return
+        self.add(start, end, function, "swap", b" ".join(texts), b" ".join(reversed(texts)), texts[1],
+                 is_statement=True)
+        following = self.sites.setdefault((next_start, next_end, True), Site(next_start, next_end, True))
+        following.follows = self.sites[start, end, True]
 
     def add_constant(self, cursor):
         """Constants that a mutant changes can be no constexpr."""
@@ -210,13 +247,20 @@ class Source:
         word = re.compile(rb"(static\s+)?constexpr\b").search(self.text, start, end)
         if word and word.start() == start:
             at = self.text.index(b"constexpr", start)
-            self.constants.append((at, at + len(b"constexpr"), end))
+            self.constants.append((at, at + len(b"constexpr"), end, cursor.spelling.encode()))
+
+    def number(self, first):
+        """Gives the mutants their numbers, in the order of the text; the mutants."""
+        found = [a for s in sorted(self.sites.values(), key=lambda s: (s.start, -s.end)) for a in s.alternatives]
+        for at, alternative in enumerate(found, first):
+            alternative["id"] = at
+        return found
 
     # --- Rendering --------------------------------------------------------------------------------
 
     def tree(self):
         """The sites with something in them, nested."""
-        alive = [s for s in self.sites.values() if s.alternatives]
+        alive = [s for s in self.sites.values() if s.is_alive()]
         alive.sort(key=lambda s: (s.start, -s.end, not s.is_statement))
         top, stack = [], []
         for site in alive:
@@ -224,7 +268,7 @@ class Source:
             while stack and stack[-1].end <= site.start:
                 stack.pop()
             if stack and site.end > stack[-1].end:
-                sys.exit(f"{self.path}: overlapping ranges at byte {site.start}")
+                raise RuntimeError(f"{self.path}: overlapping ranges at byte {site.start}")
             (stack[-1].inner if stack else top).append(site)
             stack.append(site)
         return top
@@ -232,10 +276,10 @@ class Source:
     def render(self):
         """The copy; fills `placed` with the sites' places in it, outer ones first."""
         self.placed = []
-        out = bytearray(f'#line 1 "{self.path}"\n'.encode())
+        out = bytearray(f'#line 1 "{self.name}"\n'.encode())
         top = self.tree()
         starts = sorted(s.start for s in self.sites.values() if s.alternatives)
-        softened = {at: end for at, end, until in self.constants
+        softened = {at: end for at, end, until, _ in self.constants
                     if bisect.bisect_left(starts, at) < bisect.bisect_left(starts, until)}
 
         def plain(start, end):
@@ -258,7 +302,12 @@ class Source:
             index = len(self.placed)
             self.placed.append([len(out), 0, site])
             if site.is_statement:
-                out.extend(b"{ if (!lumoMutant(%d)) { " % site.alternatives[0]["id"])
+                gone = site.id_of("statement"), site.exchanged()
+                out.extend(b"{ ")
+                for swap in (a for a in site.alternatives if a["operator"] == "swap"):
+                    out.extend(b"if (lumoMutant(%d)) { " % swap["id"] + swap["text"] + b" } ")
+                gone = b" || ".join(b"lumoMutant(%d)" % g for g in gone if g is not None)
+                out.extend(b"if (!(" + (gone or b"false") + b")) { ")
                 nested(site.start, site.end, site.inner)
                 out.extend(b" } }")
             else:
@@ -304,13 +353,16 @@ class Source:
                     dropped += len(site.alternatives)
                     site.alternatives = []
             if not hit:
-                sys.exit(f"{self.path}: no mutant explains {errors[0]}")
-        sys.exit(f"{self.path}: the copy does not get right")
+                raise RuntimeError(f"{self.path}: no mutant explains {errors[0]}")
+        raise RuntimeError(f"{self.path}: the copy does not get right")
 
     def constant_near(self, copy, offset):
-        """The sites of the declaration that starts on the line of this offset."""
+        """The sites of the declaration that starts on the line of this offset, or of a constant named there."""
         line_end = copy.find(b"\n", offset)
-        return [site for start, _, site in self.placed if offset <= start < line_end]
+        declared = [site for start, _, site in self.placed if offset <= start < line_end]
+        named = re.findall(rb"\w+", copy[offset:line_end])
+        return declared or [site for at, _, end, name in self.constants if name in named
+                            for site in self.sites.values() if at <= site.start < end]
 
 
 def flags_for(path, entry):
@@ -326,7 +378,8 @@ def flags_for(path, entry):
         elif word not in ("-c", "-MD", "-MMD", path):
             flags.append(word)
     # libclang knows no place of its own for the compiler's headers.
-    return flags + ["-w", *builtin_includes()]
+    strlen = os.path.join(HERE, "..", "..", "cmake", "clang_strlen.h")
+    return flags + ["-w", "-include", strlen, *builtin_includes()]
 
 
 def builtin_includes():
@@ -347,42 +400,41 @@ def write_if_new(path, content):
         file.write(content)
 
 
-def mutate(root, commands, out, names):
-    """Writes the copies and mutants.json; gives the mutants."""
+def mutated(task):
+    """One file with what can be changed in it, and how many mutants the compiler refused."""
+    source = Source(*task)
+    source.parse()
+    source.number(0)
+    return source, source.drop_refused()
+
+
+def mutate(root, commands, out, names, jobs):
+    """Writes the copies and mutants.json."""
     with open(commands) as file:
         entries = {os.path.realpath(os.path.join(e["directory"], e["file"])): e for e in json.load(file)}
+    paths = [os.path.realpath(os.path.join(root, name)) for name in names]
+    tasks = [(path, name, flags_for(path, entries[path])) for path, name in zip(paths, names)]
     mutants = []
-    for name in names:
-        path = os.path.realpath(os.path.join(root, name))
-        source = Source(path, name, flags_for(path, entries[path]))
-        source.parse()
-        following = len(mutants)
-        for site in sorted(source.sites.values(), key=lambda s: (s.start, -s.end)):
-            for alternative in site.alternatives:
-                alternative["id"] = following
-                following += 1
-        dropped = source.drop_refused()
-        # Numbered again without those that were dropped.
-        following = len(mutants)
-        for site in sorted(source.sites.values(), key=lambda s: (s.start, -s.end)):
-            for alternative in site.alternatives:
-                alternative["id"] = following
-                following += 1
-                mutants.append({k: v for k, v in alternative.items() if k != "text"})
-        write_if_new(os.path.join(out, name), source.render())
-        print(f"{name}: {len([m for m in mutants if m['file'] == name])} mutants, {dropped} dropped", flush=True)
+    with multiprocessing.Pool(jobs) as pool:
+        for source, dropped in pool.imap(mutated, tasks, 1):
+            found = source.number(len(mutants))
+            mutants += [{k: v for k, v in alternative.items() if k != "text"} for alternative in found]
+            write_if_new(os.path.join(out, source.name), source.render())
+            print(f"{source.name}: {len(found)} mutants, {dropped} dropped", flush=True)
+    for path in glob.glob(os.path.join(out, "**", "*.cpp"), recursive=True):
+        if os.path.relpath(path, out) not in names:
+            os.remove(path)
     write_if_new(os.path.join(out, "mutants.json"), json.dumps(mutants, indent=1, ensure_ascii=False).encode())
-    return mutants
 
 
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
-    parser.add_argument("--root", required=True)
-    parser.add_argument("--commands", required=True)
-    parser.add_argument("--out", required=True)
+    for option in ("--root", "--commands", "--out"):
+        parser.add_argument(option, required=True)
+    parser.add_argument("--jobs", type=int, default=os.cpu_count())
     parser.add_argument("files", nargs="+")
     arguments = parser.parse_args()
-    mutate(arguments.root, arguments.commands, arguments.out, arguments.files)
+    mutate(arguments.root, arguments.commands, arguments.out, arguments.files, arguments.jobs)
 
 
 if __name__ == "__main__":
