@@ -33,6 +33,10 @@ FUNCTIONS = (CursorKind.FUNCTION_DECL, CursorKind.CXX_METHOD, CursorKind.CONSTRU
              CursorKind.FUNCTION_TEMPLATE, CursorKind.CONVERSION_FUNCTION)
 STATEMENTS = (CursorKind.CALL_EXPR, CursorKind.BINARY_OPERATOR, CursorKind.UNARY_OPERATOR,
               CursorKind.COMPOUND_ASSIGNMENT_OPERATOR)
+# Which children of a statement are statements.
+BODIES = {CursorKind.COMPOUND_STMT: slice(None), CursorKind.IF_STMT: slice(1, None), **dict.fromkeys(
+    (CursorKind.WHILE_STMT, CursorKind.FOR_STMT, CursorKind.CXX_FOR_RANGE_STMT, CursorKind.CASE_STMT,
+     CursorKind.DEFAULT_STMT), slice(-1, None))}
 ARITHMETIC = (TypeKind.BOOL, TypeKind.CHAR_U, TypeKind.UCHAR, TypeKind.USHORT, TypeKind.UINT, TypeKind.ULONG,
               TypeKind.ULONGLONG, TypeKind.CHAR_S, TypeKind.SCHAR, TypeKind.SHORT, TypeKind.INT,
               TypeKind.LONG, TypeKind.LONGLONG, TypeKind.FLOAT, TypeKind.DOUBLE, TypeKind.LONGDOUBLE)
@@ -40,6 +44,12 @@ ARITHMETIC = (TypeKind.BOOL, TypeKind.CHAR_U, TypeKind.UCHAR, TypeKind.USHORT, T
 SILENT = re.compile(rb"q(Debug|Info|Warning|Critical)\b|Q_UNUSED|Q_ASSERT")
 LOGGED = re.compile(rb"log[A-Z]\(")
 ONLY_SPACE = re.compile(rb"(\s|//[^\n]*\n|/\*.*?\*/)*", re.DOTALL)
+
+
+def unwrapped(cursor, kinds):
+    while cursor.kind in kinds and len(list(cursor.get_children())) == 1:
+        cursor = next(cursor.get_children())
+    return cursor
 
 
 class Site:
@@ -72,7 +82,6 @@ class Source:
             self.text = file.read()
         self.sites = {}
         self.constants = []  # (start and end of the word constexpr, end of the declaration, name)
-        self.functions = []
 
     # --- Finding ----------------------------------------------------------------------------------
 
@@ -97,7 +106,7 @@ class Source:
         children = list(cursor.get_children())
         self.add_expression(cursor, children, function)
         self.add_condition(cursor, children, function)
-        for child in self.statements_of(cursor, children):
+        for child in children[BODIES[kind]] if kind in BODIES else []:
             self.add_removal(child, function)
         if kind == CursorKind.COMPOUND_STMT:
             for first, second in zip(children, children[1:]):
@@ -109,9 +118,6 @@ class Source:
 
     def range_of(self, cursor):
         return cursor.extent.start.offset, cursor.extent.end.offset
-
-    def words(self, start, end):
-        return self.text[start:end]
 
     def add(self, start, end, function, kind, before, after, text, is_statement=False, as_bool=False):
         if start >= end:
@@ -126,14 +132,14 @@ class Source:
     def add_expression(self, cursor, children, function):
         kind = cursor.kind
         start, end = self.range_of(cursor)
-        whole = self.words(start, end)
+        whole = self.text[start:end]
         is_overloaded = kind == CursorKind.CALL_EXPR and cursor.spelling in ("operator==", "operator!=")
         if kind in (CursorKind.BINARY_OPERATOR, CursorKind.COMPOUND_ASSIGNMENT_OPERATOR) or is_overloaded:
             if len(children) < 2:
                 return
             left, right = children[0], children[-1]
             left_end, right_start = left.extent.end.offset, right.extent.start.offset
-            operator = self.words(left_end, right_start).decode().strip()
+            operator = self.text[left_end:right_start].decode().strip()
             is_arithmetic = all(c.type.get_canonical().kind in ARITHMETIC for c in (left, right))
             if operator not in SWAPPED or (operator[0] in "+-*/" and not is_arithmetic):
                 return
@@ -141,7 +147,7 @@ class Source:
                 text = whole[:left_end - start] + f" {swapped} ".encode() + whole[right_start - start:]
                 self.add(start, end, function, operator, whole, text, text)
         elif kind == CursorKind.UNARY_OPERATOR and children:
-            operand = self.words(*self.range_of(children[0]))
+            operand = self.text[slice(*self.range_of(children[0]))]
             if whole[:1] == b"!" and whole[1:2] != b"=":
                 self.add(start, end, function, "!", whole, operand, b"static_cast<bool>(" + operand + b")")
             for operator in ("++", "--"):
@@ -161,58 +167,33 @@ class Source:
                 # The words around tell which constant it was.
                 line_start = self.text.rfind(b"\n", 0, start) + 1
                 line_end = self.text.find(b"\n", end)
-                before = self.words(line_start, line_end).strip()
-                after = (self.words(line_start, start) + str(other).encode() +
-                         self.words(end, line_end)).strip()
+                before = self.text[line_start:line_end].strip()
+                after = (self.text[line_start:start] + str(other).encode() +
+                         self.text[end:line_end]).strip()
                 self.add(start, end, function, "constant", before, after, str(other).encode())
 
     def add_condition(self, cursor, children, function):
-        """Negates a condition that no other mutant negates already."""
-        kind = cursor.kind
-        if kind in (CursorKind.IF_STMT, CursorKind.WHILE_STMT, CursorKind.CONDITIONAL_OPERATOR) and children:
-            condition = children[0]
-        elif kind == CursorKind.DO_STMT and children:
-            condition = children[-1]
-        else:
-            return
-        if not condition.kind.is_expression():
-            return  # a declaration
-        inner = condition
-        while inner.kind in WRAPPERS and len(list(inner.get_children())) == 1:
-            inner = next(inner.get_children())
-        start, end = self.range_of(condition)
-        whole = self.words(start, end)
-        if any(start <= s <= e <= end and (s, e) == self.range_of(inner) and
-               any(a["operator"] in COMPARISONS + ("!",) for a in site.alternatives)
-               for (s, e, _), site in self.sites.items()):
-            return
+        """Negates a condition, where no other mutant does so."""
+        at = {CursorKind.IF_STMT: 0, CursorKind.WHILE_STMT: 0, CursorKind.CONDITIONAL_OPERATOR: 0,
+              CursorKind.DO_STMT: -1}.get(cursor.kind)
+        if at is None or not children or not children[at].kind.is_expression():
+            return  # a declaration, or nothing that has a condition
+        start, end = self.range_of(children[at])
+        inner = unwrapped(children[at], WRAPPERS)
+        parts = list(inner.get_children())
+        whole = self.text[start:end]
         if inner.kind == CursorKind.UNARY_OPERATOR and whole.startswith(b"!"):
             return
-        if inner.kind in (CursorKind.BINARY_OPERATOR, CursorKind.CALL_EXPR):
-            operands = list(inner.get_children())
-            between = self.words(operands[0].extent.end.offset, operands[-1].extent.start.offset) if len(
-                operands) > 1 else b""
+        if inner.kind in (CursorKind.BINARY_OPERATOR, CursorKind.CALL_EXPR) and len(parts) > 1:
+            between = self.text[parts[0].extent.end.offset:parts[-1].extent.start.offset]
             if between.decode(errors="replace").strip() in COMPARISONS:
                 return
         text = b"!(" + whole + b")"
         self.add(start, end, function, "condition", whole, text, text, as_bool=True)
 
-    def statements_of(self, cursor, children):
-        kind = cursor.kind
-        if kind == CursorKind.COMPOUND_STMT:
-            return children
-        if kind == CursorKind.IF_STMT:
-            return children[1:]
-        if kind in (CursorKind.WHILE_STMT, CursorKind.FOR_STMT, CursorKind.CXX_FOR_RANGE_STMT,
-                    CursorKind.CASE_STMT, CursorKind.DEFAULT_STMT):
-            return children[-1:]
-        return []
-
     def statement(self, cursor):
         """Where a statement that may go begins, ends without its semicolon and with it; its kind."""
-        inner = cursor
-        while inner.kind == CursorKind.UNEXPOSED_EXPR and len(list(inner.get_children())) == 1:
-            inner = next(inner.get_children())
+        inner = unwrapped(cursor, WRAPPERS[:1])
         is_return = inner.kind == CursorKind.RETURN_STMT and not list(inner.get_children())
         start, end = self.range_of(cursor)
         semicolon = re.compile(rb"\s*;").match(self.text, end)
@@ -224,7 +205,7 @@ class Source:
         place = self.statement(statement)
         if place:
             start, end, after, _ = place
-            self.add(start, after, function, "statement", self.words(start, end) + b";", b"", b"",
+            self.add(start, after, function, "statement", self.text[start:end] + b";", b"", b"",
                      is_statement=True)
 
     def add_swap(self, first, second, function):
@@ -233,7 +214,7 @@ class Source:
         if any(not p or p[3] == CursorKind.RETURN_STMT or LOGGED.match(self.text, p[0]) for p in places):
             return
         (start, _, end, _), (next_start, _, next_end, _) = places
-        texts = self.words(start, end), self.words(next_start, next_end)
+        texts = self.text[start:end], self.text[next_start:next_end]
         if texts[0] == texts[1] or not ONLY_SPACE.fullmatch(self.text, end, next_start):
             return
         self.add(start, end, function, "swap", b" ".join(texts), b" ".join(reversed(texts)), texts[1],
@@ -338,16 +319,8 @@ class Source:
                 return dropped
             hit = set()
             for error in errors:
-                for diagnostic in [error, *error.children]:
-                    offset = diagnostic.location.offset + first
-                    around = [site for start, end, site in self.placed if start <= offset < end]
-                    if around:
-                        hit.add(id(around[-1]))
-                        break
-                    declared = self.constant_near(copy, offset)
-                    if declared:
-                        hit.update(id(site) for site in declared)
-                        break
+                offsets = (diagnostic.location.offset + first for diagnostic in [error, *error.children])
+                hit.update(map(id, next(filter(None, (self.blamed(copy, o) for o in offsets)), [])))
             for site in self.sites.values():
                 if id(site) in hit:
                     dropped += len(site.alternatives)
@@ -356,13 +329,14 @@ class Source:
                 raise RuntimeError(f"{self.path}: no mutant explains {errors[0]}")
         raise RuntimeError(f"{self.path}: the copy does not get right")
 
-    def constant_near(self, copy, offset):
-        """The sites of the declaration that starts on the line of this offset, or of a constant named there."""
+    def blamed(self, copy, offset):
+        """The innermost site here, or those of the declaration that starts on the line or of a constant in it."""
+        around = [site for start, end, site in self.placed if start <= offset < end]
         line_end = copy.find(b"\n", offset)
         declared = [site for start, _, site in self.placed if offset <= start < line_end]
         named = re.findall(rb"\w+", copy[offset:line_end])
-        return declared or [site for at, _, end, name in self.constants if name in named
-                            for site in self.sites.values() if at <= site.start < end]
+        return around[-1:] or declared or [site for at, _, end, name in self.constants if name in named
+                                           for site in self.sites.values() if at <= site.start < end]
 
 
 def flags_for(path, entry):
@@ -378,16 +352,9 @@ def flags_for(path, entry):
         elif word not in ("-c", "-MD", "-MMD", path):
             flags.append(word)
     # libclang knows no place of its own for the compiler's headers.
+    builtin = sorted(glob.glob("/usr/lib/clang/*/include"))[-1:]
     strlen = os.path.join(HERE, "..", "..", "cmake", "clang_strlen.h")
-    return flags + ["-w", "-include", strlen, *builtin_includes()]
-
-
-def builtin_includes():
-    if not hasattr(builtin_includes, "found"):
-        folders = sorted(f"/usr/lib/clang/{v}/include" for v in os.listdir("/usr/lib/clang")) if os.path.isdir(
-            "/usr/lib/clang") else []
-        builtin_includes.found = [w for f in folders[-1:] for w in ("-isystem", f)]
-    return builtin_includes.found
+    return flags + ["-w", "-include", strlen, *(word for folder in builtin for word in ("-isystem", folder))]
 
 
 def write_if_new(path, content):
