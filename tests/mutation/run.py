@@ -59,7 +59,7 @@ UNCHANGED = ("*/main.cpp", "app/shots/*")
 # Tests that are no measure of the others (random schedules, damaged files), or that need a display of
 # their own, an installation or a debugger's rights.
 LEFT_OUT = re.compile(r"(test_)?campaign|packaging|fuzz|(save|load)_|app_display|files_.*(kill|fault)")
-SLOWEST_S = 5.0
+SLOWEST_S = 8.0
 LIMITS = ["prlimit", f"--as={4 << 30}", f"--fsize={64 << 20}", "--core=0"]
 DEAD = ("killed", "time-out")
 ENDS = DEAD + ("survived", "not reached")
@@ -191,14 +191,14 @@ def functions_of(test):
     with open(test[0][0], "rb") as file:
         if b"libQt5Test.so" not in file.read():
             return []
-    shown = subprocess.run([*test[0], "-functions"], stdout=subprocess.PIPE, text=True, check=True,
+    shown = subprocess.run([*test[0], "-functions"], capture_output=True, text=True, check=True,
                            env={**os.environ, "QT_QPA_PLATFORM": "offscreen", **test[1]}).stdout
     return re.findall(r"^(\w+)\(\)$", shown, re.MULTILINE)
 
 
 def coverage_of(name, test):
     """What a test comes past and how long it takes; why it is left out instead."""
-    end, seconds, reached = run_test(test, 60, read="reached.*", LUMO_MUTANTS_REACHED="%/reached")
+    end, seconds, reached = run_test(test, 300, read="reached.*", LUMO_MUTANTS_REACHED="%/reached")
     if end == "passed":
         end, seconds, _ = run_test(test, 60)
     if end != "passed":
@@ -343,7 +343,7 @@ def report(options):
             mark = "explained" if name_of(*name) in known else done[name]["end"]
             print(f"- {mark}: {mutants[name]['line']} {name_of(*name)}")
     if os.path.exists(MATRIX):
-        report_matrix([name for name in sample if name in load_results(MATRIX)], mutants)
+        report_matrix(sample, mutants)
     if options.write_baseline:
         with open(BASELINE, "w") as file:
             file.write(f"# run.py --seed {options.seed} --sample {options.sample}: area, key, nth, end, by\n")
@@ -354,6 +354,7 @@ def report(options):
 def report_matrix(sample, mutants):
     """What each area and each test has of functions, of those that kill, and that kill what no other does."""
     results, coverage = load_results(MATRIX), load_coverage()
+    sample = [name for name in sample if name in results]
     killers = {name: {tuple(by) for by in results[name]["by"]} for name in sample}
     functions = {test["name"]: {(test["name"], f) for f in test["functions"] or [test["name"]]} for test in coverage}
 
