@@ -160,15 +160,16 @@ def load_tests():
 
 def run_test(test, seconds, arguments=(), read=None, **extra):
     """How it ended (passed, failed or time-out), how long it took, and what it wrote into the files `read` of its
-    folder, which is % in the environment given here."""
+    folder, which is % in the arguments and the environment given here."""
     command, environment = test
     with tempfile.TemporaryDirectory(prefix="mutant-", ignore_cleanup_errors=True) as folder:
         values = {**os.environ, "QT_QPA_PLATFORM": "offscreen", "QTEST_DISABLE_STACK_DUMP": "1", **environment,
                   **{name: folder for name in ("HOME", "TMPDIR", "XDG_RUNTIME_DIR", "XDG_CONFIG_HOME")},
                   **{name: value.replace("%", folder) for name, value in extra.items()}}
         started = time.monotonic()
-        process = subprocess.Popen([*LIMITS, *command, *arguments], cwd=folder, env=values, start_new_session=True,
-                                   stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        process = subprocess.Popen(
+            [*LIMITS, *command, *(a.replace("%", folder) for a in arguments)], cwd=folder, env=values,
+            start_new_session=True, **dict.fromkeys(("stdin", "stdout", "stderr"), subprocess.DEVNULL))
         try:
             end = "passed" if process.wait(seconds) == 0 else "failed"
         except subprocess.TimeoutExpired:
@@ -276,7 +277,7 @@ def failing(mutant, test, command):
         return {test["name"]} if end != "passed" else set()
     names = []
     while hangs < 3:
-        end, _, lines = run_test(command, 4 * test["seconds"] + 3, ["-v1", "-o", "lines,txt", *names], "lines",
+        end, _, lines = run_test(command, 4 * test["seconds"] + 3, ["-v1", "-o", "%/lines,txt", *names], "lines",
                                  LUMO_MUTANT=str(mutant))
         entered = "initTestCase"
         for kind, function, rest in re.findall(r"^(\S+) *: (?:\w+::)*(\w+)\((.*)", lines, re.MULTILINE):
