@@ -1,19 +1,26 @@
+# For tests/mutation: copies of sources that stand in for them, in folders as here.
+set(LUMO_MUTANTS "" CACHE PATH "Folder with mutated copies of sources, to be built in their place")
+
 # lumo_use_mutants(LIST): puts the copies below LUMO_MUTANTS in the place of the sources they were made of.
 function(lumo_use_mutants list)
-  set(sources ${${list}})
-  file(GLOB_RECURSE copies RELATIVE ${LUMO_MUTANTS}/lumo ${LUMO_MUTANTS}/lumo/*.cpp)
-  foreach(copy ${copies})
-    list(FIND sources ${CMAKE_CURRENT_SOURCE_DIR}/${copy} at)
-    if(at EQUAL -1)
-      message(FATAL_ERROR "${LUMO_MUTANTS}/lumo/${copy} is the copy of no source")
+  set(sources "")
+  foreach(source ${${list}})
+    file(RELATIVE_PATH name ${CMAKE_SOURCE_DIR} ${source})
+    set(copy ${LUMO_MUTANTS}/${name})
+    if(LUMO_MUTANTS AND name MATCHES "\\.cpp$" AND EXISTS ${copy})
+      # A header is looked for beside its source, to be given to moc.
+      string(REGEX REPLACE "cpp$" "h" header ${source})
+      if(EXISTS ${header})
+        list(APPEND sources ${header})
+      endif()
+      # What the mutants do to a warning is nothing that anybody wants to read.
+      set_source_files_properties(${copy} PROPERTIES
+        COMPILE_OPTIONS "-w;-O1;-include;${CMAKE_SOURCE_DIR}/tests/mutation/mutant.h"
+        OBJECT_DEPENDS ${CMAKE_SOURCE_DIR}/tests/mutation/mutant.h)
+      set(source ${copy})
     endif()
-    list(REMOVE_AT sources ${at})
-    list(APPEND sources ${LUMO_MUTANTS}/lumo/${copy})
+    list(APPEND sources ${source})
   endforeach()
-  # What the mutants do to a warning is nothing that anybody wants to read.
-  list(TRANSFORM copies PREPEND ${LUMO_MUTANTS}/lumo/)
-  set_source_files_properties(${copies} PROPERTIES
-    COMPILE_OPTIONS "-w;-include;${CMAKE_SOURCE_DIR}/tests/mutation/mutant.h"
-    OBJECT_DEPENDS ${CMAKE_SOURCE_DIR}/tests/mutation/mutant.h)
+  list(REMOVE_DUPLICATES sources)
   set(${list} ${sources} PARENT_SCOPE)
 endfunction()

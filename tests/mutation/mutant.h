@@ -2,61 +2,49 @@
 
 // Included by force into the mutated copies that mutate.py writes; no part of the package.
 
+#include <unistd.h>
 #include <cstdio>
 #include <cstdlib>
 #include <string>
-#include <unistd.h>
 #include <vector>
 
 namespace mutation {
 
-/// Which mutant is active, and, where asked for, which ones this process came past.
-class Switch {
-public:
-    static Switch& instance() {
-        static Switch* const only = new Switch;  // outlives the objects that are destroyed at exit
-        return *only;
-    }
+/// The active mutant, -1 for none; -2 while that is not known, or while is noted what the process comes past.
+inline int active = -2;
+inline std::vector<bool>* reached = nullptr;
 
-    bool isActive(int id) {
-        if (!reachedFile_.empty()) {
-            if (reached_.size() <= static_cast<std::size_t>(id)) {
-                reached_.resize(static_cast<std::size_t>(id) + 1);
-            }
-            reached_[static_cast<std::size_t>(id)] = true;
+inline void writeReached() {
+    const std::string path = std::getenv("LUMO_MUTANTS_REACHED") + ("." + std::to_string(getpid()));
+    std::FILE* const file = std::fopen(path.c_str(), "a");
+    for (std::size_t id = 0; file && id < reached->size(); ++id) {
+        if ((*reached)[id]) {
+            std::fprintf(file, "%zu\n", id);
         }
-        return id == active_;
     }
+    if (file) {
+        std::fclose(file);
+    }
+}
 
-private:
-    Switch() {
-        const char* const active = std::getenv("LUMO_MUTANT");
-        const char* const file = std::getenv("LUMO_MUTANTS_REACHED");
-        active_ = active ? std::atoi(active) : -1;
-        if (file) {
-            reachedFile_ = std::string(file) + "." + std::to_string(getpid());
-            std::atexit([] { instance().writeReached(); });
-        }
+[[gnu::noinline]] inline bool look(int id) {
+    if (!reached && !std::getenv("LUMO_MUTANTS_REACHED")) {
+        const char* const asked = std::getenv("LUMO_MUTANT");
+        active = asked ? std::atoi(asked) : -1;
+        return id == active;
     }
-    void writeReached() const {
-        std::FILE* const file = std::fopen(reachedFile_.c_str(), "a");
-        for (std::size_t id = 0; file && id < reached_.size(); ++id) {
-            if (reached_[id]) {
-                std::fprintf(file, "%zu\n", id);
-            }
-        }
-        if (file) {
-            std::fclose(file);
-        }
+    if (!reached) {
+        reached = new std::vector<bool>(1 << 16);  // outlives the objects that are destroyed at exit
+        std::atexit(writeReached);
     }
-
-    int active_ = -1;
-    std::string reachedFile_;
-    std::vector<bool> reached_;
-};
+    reached->at(static_cast<std::size_t>(id)) = true;
+    return false;
+}
 
 }  // namespace mutation
 
-inline bool lumoMutant(int id) {
-    return mutation::Switch::instance().isActive(id);
+// Nearly every expression asks: it must cost next to nothing.
+[[gnu::always_inline]] inline bool lumoMutant(int id) {
+    const int active = mutation::active;
+    return active == -2 ? mutation::look(id) : active == id;
 }

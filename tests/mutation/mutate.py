@@ -4,18 +4,19 @@
 Every place that can be mutated becomes a choice, `(lumoMutant(17) ? (a <= b) : (a < b))`; the mutant is
 made active by the environment variable LUMO_MUTANT (mutant.h). What the compiler refuses is dropped.
 
-    mutate.py --root DIR --commands compile_commands.json --out DIR FILE…
+    mutate.py --root DIR --commands compile_commands.json --out DIR [--jobs N] FILE…
 
-FILEs are relative to the root. The copies keep their names below --out; mutants.json lists what was
-changed: id, file, line, function, operator, before, after.
+FILEs are relative to the root. The copies keep their names below --out, where no others stay; mutants.json
+lists what was changed: id, file, line, function, operator, before, after.
 """
 import argparse
 import bisect
+import glob
 import json
+import multiprocessing
 import os
 import re
 import shlex
-import sys
 
 from clang.cindex import CursorKind, Index, TypeKind
 
@@ -32,11 +33,23 @@ FUNCTIONS = (CursorKind.FUNCTION_DECL, CursorKind.CXX_METHOD, CursorKind.CONSTRU
              CursorKind.FUNCTION_TEMPLATE, CursorKind.CONVERSION_FUNCTION)
 STATEMENTS = (CursorKind.CALL_EXPR, CursorKind.BINARY_OPERATOR, CursorKind.UNARY_OPERATOR,
               CursorKind.COMPOUND_ASSIGNMENT_OPERATOR)
+# Which children of a statement are statements.
+BODIES = {CursorKind.COMPOUND_STMT: slice(None), CursorKind.IF_STMT: slice(1, None), **dict.fromkeys(
+    (CursorKind.WHILE_STMT, CursorKind.FOR_STMT, CursorKind.CXX_FOR_RANGE_STMT, CursorKind.CASE_STMT,
+     CursorKind.DEFAULT_STMT), slice(-1, None))}
 ARITHMETIC = (TypeKind.BOOL, TypeKind.CHAR_U, TypeKind.UCHAR, TypeKind.USHORT, TypeKind.UINT, TypeKind.ULONG,
               TypeKind.ULONGLONG, TypeKind.CHAR_S, TypeKind.SCHAR, TypeKind.SHORT, TypeKind.INT,
               TypeKind.LONG, TypeKind.LONGLONG, TypeKind.FLOAT, TypeKind.DOUBLE, TypeKind.LONGDOUBLE)
-# Statements that tell only a developer something.
+# Statements that tell only a developer something; where a line of the log stands matters even less.
 SILENT = re.compile(rb"q(Debug|Info|Warning|Critical)\b|Q_UNUSED|Q_ASSERT")
+LOGGED = re.compile(rb"log[A-Z]\(")
+ONLY_SPACE = re.compile(rb"(\s|//[^\n]*\n|/\*.*?\*/)*", re.DOTALL)
+
+
+def unwrapped(cursor, kinds):
+    while cursor.kind in kinds and len(list(cursor.get_children())) == 1:
+        cursor = next(cursor.get_children())
+    return cursor
 
 
 class Site:
@@ -46,7 +59,18 @@ class Site:
         self.start, self.end, self.is_statement = start, end, is_statement
         self.as_bool = False
         self.alternatives = []  # of dict(kind, before, after, text)
+        self.follows = None  # the statement before, if a mutant can exchange the two
         self.inner = []
+
+    def id_of(self, operator):
+        return next((a["id"] for a in self.alternatives if a["operator"] == operator), None)
+
+    def exchanged(self):
+        """The mutant that runs this statement before the one that it follows."""
+        return self.follows.id_of("swap") if self.follows else None
+
+    def is_alive(self):
+        return bool(self.alternatives) or self.exchanged() is not None
 
 
 class Source:
@@ -57,8 +81,7 @@ class Source:
         with open(path, "rb") as file:
             self.text = file.read()
         self.sites = {}
-        self.constants = []  # (start and end of the word constexpr, end of the declaration)
-        self.functions = []
+        self.constants = []  # (start and end of the word constexpr, end of the declaration, name)
 
     # --- Finding ----------------------------------------------------------------------------------
 
@@ -66,7 +89,7 @@ class Source:
         unit = Index.create().parse(self.path, args=self.flags)
         errors = [d for d in unit.diagnostics if d.severity >= 3]
         if errors:
-            sys.exit(f"{self.path} does not parse: {errors[0]}")
+            raise RuntimeError(f"{self.path} does not parse: {errors[0]}")
         for cursor in unit.cursor.get_children():
             if cursor.location.file and cursor.location.file.name == self.path:
                 self.visit(cursor, "")
@@ -83,8 +106,11 @@ class Source:
         children = list(cursor.get_children())
         self.add_expression(cursor, children, function)
         self.add_condition(cursor, children, function)
-        for child in self.statements_of(cursor, children):
+        for child in children[BODIES[kind]] if kind in BODIES else []:
             self.add_removal(child, function)
+        if kind == CursorKind.COMPOUND_STMT:
+            for first, second in zip(children, children[1:]):
+                self.add_swap(first, second, function)
         if kind == CursorKind.VAR_DECL:
             self.add_constant(cursor)
         for child in children:
@@ -92,9 +118,6 @@ class Source:
 
     def range_of(self, cursor):
         return cursor.extent.start.offset, cursor.extent.end.offset
-
-    def words(self, start, end):
-        return self.text[start:end]
 
     def add(self, start, end, function, kind, before, after, text, is_statement=False, as_bool=False):
         if start >= end:
@@ -109,14 +132,14 @@ class Source:
     def add_expression(self, cursor, children, function):
         kind = cursor.kind
         start, end = self.range_of(cursor)
-        whole = self.words(start, end)
+        whole = self.text[start:end]
         is_overloaded = kind == CursorKind.CALL_EXPR and cursor.spelling in ("operator==", "operator!=")
         if kind in (CursorKind.BINARY_OPERATOR, CursorKind.COMPOUND_ASSIGNMENT_OPERATOR) or is_overloaded:
             if len(children) < 2:
                 return
             left, right = children[0], children[-1]
             left_end, right_start = left.extent.end.offset, right.extent.start.offset
-            operator = self.words(left_end, right_start).decode().strip()
+            operator = self.text[left_end:right_start].decode().strip()
             is_arithmetic = all(c.type.get_canonical().kind in ARITHMETIC for c in (left, right))
             if operator not in SWAPPED or (operator[0] in "+-*/" and not is_arithmetic):
                 return
@@ -124,7 +147,7 @@ class Source:
                 text = whole[:left_end - start] + f" {swapped} ".encode() + whole[right_start - start:]
                 self.add(start, end, function, operator, whole, text, text)
         elif kind == CursorKind.UNARY_OPERATOR and children:
-            operand = self.words(*self.range_of(children[0]))
+            operand = self.text[slice(*self.range_of(children[0]))]
             if whole[:1] == b"!" and whole[1:2] != b"=":
                 self.add(start, end, function, "!", whole, operand, b"static_cast<bool>(" + operand + b")")
             for operator in ("++", "--"):
@@ -144,65 +167,60 @@ class Source:
                 # The words around tell which constant it was.
                 line_start = self.text.rfind(b"\n", 0, start) + 1
                 line_end = self.text.find(b"\n", end)
-                before = self.words(line_start, line_end).strip()
-                after = (self.words(line_start, start) + str(other).encode() +
-                         self.words(end, line_end)).strip()
+                before = self.text[line_start:line_end].strip()
+                after = (self.text[line_start:start] + str(other).encode() +
+                         self.text[end:line_end]).strip()
                 self.add(start, end, function, "constant", before, after, str(other).encode())
 
     def add_condition(self, cursor, children, function):
-        """Negates a condition that no other mutant negates already."""
-        kind = cursor.kind
-        if kind in (CursorKind.IF_STMT, CursorKind.WHILE_STMT, CursorKind.CONDITIONAL_OPERATOR) and children:
-            condition = children[0]
-        elif kind == CursorKind.DO_STMT and children:
-            condition = children[-1]
-        else:
-            return
-        if not condition.kind.is_expression():
-            return  # a declaration
-        inner = condition
-        while inner.kind in WRAPPERS and len(list(inner.get_children())) == 1:
-            inner = next(inner.get_children())
-        start, end = self.range_of(condition)
-        whole = self.words(start, end)
-        if any(start <= s <= e <= end and (s, e) == self.range_of(inner) and
-               any(a["operator"] in COMPARISONS + ("!",) for a in site.alternatives)
-               for (s, e, _), site in self.sites.items()):
-            return
+        """Negates a condition, where no other mutant does so."""
+        at = {CursorKind.IF_STMT: 0, CursorKind.WHILE_STMT: 0, CursorKind.CONDITIONAL_OPERATOR: 0,
+              CursorKind.DO_STMT: -1}.get(cursor.kind)
+        if at is None or not children or not children[at].kind.is_expression():
+            return  # a declaration, or nothing that has a condition
+        start, end = self.range_of(children[at])
+        inner = unwrapped(children[at], WRAPPERS)
+        parts = list(inner.get_children())
+        whole = self.text[start:end]
         if inner.kind == CursorKind.UNARY_OPERATOR and whole.startswith(b"!"):
             return
-        if inner.kind in (CursorKind.BINARY_OPERATOR, CursorKind.CALL_EXPR):
-            operands = list(inner.get_children())
-            between = self.words(operands[0].extent.end.offset, operands[-1].extent.start.offset) if len(
-                operands) > 1 else b""
+        if inner.kind in (CursorKind.BINARY_OPERATOR, CursorKind.CALL_EXPR) and len(parts) > 1:
+            between = self.text[parts[0].extent.end.offset:parts[-1].extent.start.offset]
             if between.decode(errors="replace").strip() in COMPARISONS:
                 return
         text = b"!(" + whole + b")"
         self.add(start, end, function, "condition", whole, text, text, as_bool=True)
 
-    def statements_of(self, cursor, children):
-        kind = cursor.kind
-        if kind == CursorKind.COMPOUND_STMT:
-            return children
-        if kind == CursorKind.IF_STMT:
-            return children[1:]
-        if kind in (CursorKind.WHILE_STMT, CursorKind.FOR_STMT, CursorKind.CXX_FOR_RANGE_STMT,
-                    CursorKind.CASE_STMT, CursorKind.DEFAULT_STMT):
-            return children[-1:]
-        return []
+    def statement(self, cursor):
+        """Where a statement that may go begins, ends without its semicolon and with it; its kind."""
+        inner = unwrapped(cursor, WRAPPERS[:1])
+        is_return = inner.kind == CursorKind.RETURN_STMT and not list(inner.get_children())
+        start, end = self.range_of(cursor)
+        semicolon = re.compile(rb"\s*;").match(self.text, end)
+        if not (is_return or inner.kind in STATEMENTS) or not semicolon or SILENT.match(self.text, start):
+            return None
+        return start, end, semicolon.end(), inner.kind
 
     def add_removal(self, statement, function):
-        inner = statement
-        while inner.kind == CursorKind.UNEXPOSED_EXPR and len(list(inner.get_children())) == 1:
-            inner = next(inner.get_children())
-        is_return = inner.kind == CursorKind.RETURN_STMT and not list(inner.get_children())
-        if not is_return and inner.kind not in STATEMENTS:
+        place = self.statement(statement)
+        if place:
+            start, end, after, _ = place
+            self.add(start, after, function, "statement", self.text[start:end] + b";", b"", b"",
+                     is_statement=True)
+
+    def add_swap(self, first, second, function):
+        """Exchanges two statements that are neighbours: the second also runs early, and not in its place."""
+        places = self.statement(first), self.statement(second)
+        if any(not p or p[3] == CursorKind.RETURN_STMT or LOGGED.match(self.text, p[0]) for p in places):
             return
-        start, end = self.range_of(statement)
-        semicolon = re.compile(rb"\s*;").match(self.text, end)
-        whole = self.words(start, end)
-        if semicolon and not SILENT.match(whole):
-            self.add(start, semicolon.end(), function, "statement", whole + b";", b"", b"", is_statement=True)
+        (start, _, end, _), (next_start, _, next_end, _) = places
+        texts = self.text[start:end], self.text[next_start:next_end]
+        if texts[0] == texts[1] or not ONLY_SPACE.fullmatch(self.text, end, next_start):
+            return
+        self.add(start, end, function, "swap", b" ".join(texts), b" ".join(reversed(texts)), texts[1],
+                 is_statement=True)
+        following = self.sites.setdefault((next_start, next_end, True), Site(next_start, next_end, True))
+        following.follows = self.sites[start, end, True]
 
     def add_constant(self, cursor):
         """Constants that a mutant changes can be no constexpr."""
@@ -210,13 +228,20 @@ class Source:
         word = re.compile(rb"(static\s+)?constexpr\b").search(self.text, start, end)
         if word and word.start() == start:
             at = self.text.index(b"constexpr", start)
-            self.constants.append((at, at + len(b"constexpr"), end))
+            self.constants.append((at, at + len(b"constexpr"), end, cursor.spelling.encode()))
+
+    def number(self, first):
+        """Gives the mutants their numbers, in the order of the text; the mutants."""
+        found = [a for s in sorted(self.sites.values(), key=lambda s: (s.start, -s.end)) for a in s.alternatives]
+        for at, alternative in enumerate(found, first):
+            alternative["id"] = at
+        return found
 
     # --- Rendering --------------------------------------------------------------------------------
 
     def tree(self):
         """The sites with something in them, nested."""
-        alive = [s for s in self.sites.values() if s.alternatives]
+        alive = [s for s in self.sites.values() if s.is_alive()]
         alive.sort(key=lambda s: (s.start, -s.end, not s.is_statement))
         top, stack = [], []
         for site in alive:
@@ -224,7 +249,7 @@ class Source:
             while stack and stack[-1].end <= site.start:
                 stack.pop()
             if stack and site.end > stack[-1].end:
-                sys.exit(f"{self.path}: overlapping ranges at byte {site.start}")
+                raise RuntimeError(f"{self.path}: overlapping ranges at byte {site.start}")
             (stack[-1].inner if stack else top).append(site)
             stack.append(site)
         return top
@@ -232,10 +257,10 @@ class Source:
     def render(self):
         """The copy; fills `placed` with the sites' places in it, outer ones first."""
         self.placed = []
-        out = bytearray(f'#line 1 "{self.path}"\n'.encode())
+        out = bytearray(f'#line 1 "{self.name}"\n'.encode())
         top = self.tree()
         starts = sorted(s.start for s in self.sites.values() if s.alternatives)
-        softened = {at: end for at, end, until in self.constants
+        softened = {at: end for at, end, until, _ in self.constants
                     if bisect.bisect_left(starts, at) < bisect.bisect_left(starts, until)}
 
         def plain(start, end):
@@ -258,7 +283,12 @@ class Source:
             index = len(self.placed)
             self.placed.append([len(out), 0, site])
             if site.is_statement:
-                out.extend(b"{ if (!lumoMutant(%d)) { " % site.alternatives[0]["id"])
+                gone = site.id_of("statement"), site.exchanged()
+                out.extend(b"{ ")
+                for swap in (a for a in site.alternatives if a["operator"] == "swap"):
+                    out.extend(b"if (lumoMutant(%d)) { " % swap["id"] + swap["text"] + b" } ")
+                gone = b" || ".join(b"lumoMutant(%d)" % g for g in gone if g is not None)
+                out.extend(b"if (!(" + (gone or b"false") + b")) { ")
                 nested(site.start, site.end, site.inner)
                 out.extend(b" } }")
             else:
@@ -289,28 +319,24 @@ class Source:
                 return dropped
             hit = set()
             for error in errors:
-                for diagnostic in [error, *error.children]:
-                    offset = diagnostic.location.offset + first
-                    around = [site for start, end, site in self.placed if start <= offset < end]
-                    if around:
-                        hit.add(id(around[-1]))
-                        break
-                    declared = self.constant_near(copy, offset)
-                    if declared:
-                        hit.update(id(site) for site in declared)
-                        break
+                offsets = (diagnostic.location.offset + first for diagnostic in [error, *error.children])
+                hit.update(map(id, next(filter(None, (self.blamed(copy, o) for o in offsets)), [])))
             for site in self.sites.values():
                 if id(site) in hit:
                     dropped += len(site.alternatives)
                     site.alternatives = []
             if not hit:
-                sys.exit(f"{self.path}: no mutant explains {errors[0]}")
-        sys.exit(f"{self.path}: the copy does not get right")
+                raise RuntimeError(f"{self.path}: no mutant explains {errors[0]}")
+        raise RuntimeError(f"{self.path}: the copy does not get right")
 
-    def constant_near(self, copy, offset):
-        """The sites of the declaration that starts on the line of this offset."""
+    def blamed(self, copy, offset):
+        """The innermost site here, or those of the declaration that starts on the line or of a constant in it."""
+        around = [site for start, end, site in self.placed if start <= offset < end]
         line_end = copy.find(b"\n", offset)
-        return [site for start, _, site in self.placed if offset <= start < line_end]
+        declared = [site for start, _, site in self.placed if offset <= start < line_end]
+        named = re.findall(rb"\w+", copy[offset:line_end])
+        return around[-1:] or declared or [site for at, _, end, name in self.constants if name in named
+                                           for site in self.sites.values() if at <= site.start < end]
 
 
 def flags_for(path, entry):
@@ -326,15 +352,9 @@ def flags_for(path, entry):
         elif word not in ("-c", "-MD", "-MMD", path):
             flags.append(word)
     # libclang knows no place of its own for the compiler's headers.
-    return flags + ["-w", *builtin_includes()]
-
-
-def builtin_includes():
-    if not hasattr(builtin_includes, "found"):
-        folders = sorted(f"/usr/lib/clang/{v}/include" for v in os.listdir("/usr/lib/clang")) if os.path.isdir(
-            "/usr/lib/clang") else []
-        builtin_includes.found = [w for f in folders[-1:] for w in ("-isystem", f)]
-    return builtin_includes.found
+    builtin = sorted(glob.glob("/usr/lib/clang/*/include"))[-1:]
+    strlen = os.path.join(HERE, "..", "..", "cmake", "clang_strlen.h")
+    return flags + ["-w", "-include", strlen, *(word for folder in builtin for word in ("-isystem", folder))]
 
 
 def write_if_new(path, content):
@@ -347,42 +367,41 @@ def write_if_new(path, content):
         file.write(content)
 
 
-def mutate(root, commands, out, names):
-    """Writes the copies and mutants.json; gives the mutants."""
+def mutated(task):
+    """One file with what can be changed in it, and how many mutants the compiler refused."""
+    source = Source(*task)
+    source.parse()
+    source.number(0)
+    return source, source.drop_refused()
+
+
+def mutate(root, commands, out, names, jobs):
+    """Writes the copies and mutants.json."""
     with open(commands) as file:
         entries = {os.path.realpath(os.path.join(e["directory"], e["file"])): e for e in json.load(file)}
+    paths = [os.path.realpath(os.path.join(root, name)) for name in names]
+    tasks = [(path, name, flags_for(path, entries[path])) for path, name in zip(paths, names)]
     mutants = []
-    for name in names:
-        path = os.path.realpath(os.path.join(root, name))
-        source = Source(path, name, flags_for(path, entries[path]))
-        source.parse()
-        following = len(mutants)
-        for site in sorted(source.sites.values(), key=lambda s: (s.start, -s.end)):
-            for alternative in site.alternatives:
-                alternative["id"] = following
-                following += 1
-        dropped = source.drop_refused()
-        # Numbered again without those that were dropped.
-        following = len(mutants)
-        for site in sorted(source.sites.values(), key=lambda s: (s.start, -s.end)):
-            for alternative in site.alternatives:
-                alternative["id"] = following
-                following += 1
-                mutants.append({k: v for k, v in alternative.items() if k != "text"})
-        write_if_new(os.path.join(out, name), source.render())
-        print(f"{name}: {len([m for m in mutants if m['file'] == name])} mutants, {dropped} dropped", flush=True)
+    with multiprocessing.Pool(jobs) as pool:
+        for source, dropped in pool.imap(mutated, tasks, 1):
+            found = source.number(len(mutants))
+            mutants += [{k: v for k, v in alternative.items() if k != "text"} for alternative in found]
+            write_if_new(os.path.join(out, source.name), source.render())
+            print(f"{source.name}: {len(found)} mutants, {dropped} dropped", flush=True)
+    for path in glob.glob(os.path.join(out, "**", "*.cpp"), recursive=True):
+        if os.path.relpath(path, out) not in names:
+            os.remove(path)
     write_if_new(os.path.join(out, "mutants.json"), json.dumps(mutants, indent=1, ensure_ascii=False).encode())
-    return mutants
 
 
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
-    parser.add_argument("--root", required=True)
-    parser.add_argument("--commands", required=True)
-    parser.add_argument("--out", required=True)
+    for option in ("--root", "--commands", "--out"):
+        parser.add_argument(option, required=True)
+    parser.add_argument("--jobs", type=int, default=os.cpu_count())
     parser.add_argument("files", nargs="+")
     arguments = parser.parse_args()
-    mutate(arguments.root, arguments.commands, arguments.out, arguments.files)
+    mutate(arguments.root, arguments.commands, arguments.out, arguments.files, arguments.jobs)
 
 
 if __name__ == "__main__":
