@@ -31,11 +31,11 @@ struct Result {
 };
 
 /// Calls the program in a folder.
-inline Result runIn(const QString& folder, const QStringList& arguments) {
+inline Result runIn(const QString& folder, const QStringList& arguments, const QString& program = LUMO_RUN) {
     constexpr int kLimitMs = 900000;
     QProcess process;
     process.setWorkingDirectory(folder);
-    process.start(LUMO_RUN, arguments);
+    process.start(program, arguments);
     process.waitForFinished(kLimitMs);
     Result result;
     result.status = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
