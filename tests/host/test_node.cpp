@@ -230,7 +230,6 @@ private slots:
             {"[1,2]", [](auto n) { n->remove(me, "#2") || n->remove(me, "#0", false); }, "[2]", ""},
             {"[1,2,3]", [](auto n) { delete n->c(1); }, "[1,3]", "removed id1@1"},
             {"[0,1,2,3]", [](auto n) { n->reorder(me, 3, 1); }, "[0,3,1,2]", "changed < me"},
-            {"[0,1]", [](auto n) { n->reorder(me, 1, 1); }, "[0,1]", "changed < me"},
             {"[0]", [](auto n) { n->reorder(me, 1, 0), n->reorder(me, -1, 0), n->reorder(me, 0, 1); }, "[0]",
              ""},
             {"{'l':[1]}", [](auto n) { n->c("l")->clear(me); }, "{'l':[]}", "l changed < me"},

@@ -1,5 +1,7 @@
-// What the host offers packages beside the tree: files and logs.
+// What the host offers packages beside the tree: files, logs, themes and the loading of libraries.
 
+#include "gantu/package.h"
+#include "kord/thememanager.h"
 #include "mendo/jsontext.h"
 #include "mendo/log.h"
 #include "mendo/modulemanager.h"
@@ -10,6 +12,7 @@
 #include <QDir>
 #include <QSignalSpy>
 #include <QVector3D>
+#include <QWidget>
 
 #include <limits>
 
@@ -137,6 +140,22 @@ private slots:
         QCOMPARE(heard.last(), (QVariantList{"S", line}));
         QCOMPARE(contentOf("log/lumo.log"), ("[S|01/01 08:00:00.100] " + line + '\n').toUtf8());
         mendo::LogHub::instance()->setConsole(true);
+    }
+
+    void theme_isLaidOverAPage() {
+        writeFile("s.json", quoted("{'QPushButton': {'color': '#333', 'width': 2}, 'QDialog': {}}"));
+        QWidget page;
+        kord::ThemeManager::setRecursiveWidgetStyleSheet(&page, kord::ThemeManager::genStyleSheet("s.json"),
+                                                         {});
+        QCOMPARE(page.styleSheet(), "QDialog { }\nQPushButton { color: #333; width: 2; }\n");
+    }
+
+    void libraryThatIsNoPackage_isRefusedWithTheReason() {
+        gantu::Package package;
+        QString error;
+        QVERIFY(!package.load("", "none", &error) && error.contains("libnone.so is not beside"));
+        QVERIFY(!package.load("/nowhere/x.so", "none", &error) && error.contains("/nowhere/x.so"));
+        QVERIFY(!package.load("libQt5Core.so.5", "none", &error) && error.contains("no module \"none\""));
     }
 };
 

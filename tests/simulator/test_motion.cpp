@@ -185,7 +185,6 @@ private slots:
         const std::vector<std::pair<sim::JogMove, const char*>> rows = {
             {{JogFrame::Base, 1, -0.2, 0.02}, "500 -200 400 180 0 0"},
             {{JogFrame::Base, 3, -kPi / 18, 0.1}, "500 0 400 170 0 0"},
-            {{JogFrame::Base, 4, kPi / 18, 0.1}, "500 0 400 180 10 0"},
             {{JogFrame::Tool, 2, 0.01, 0.005}, "500 0 390 180 0 0"},
             {{JogFrame::Tool, 5, kPi / 3, 0.1}, "500 0 400 180 0 -60"},
             {{JogFrame::Joint, 0, kPi / 2, 0.1}, "0 500 400 180 0 90"},

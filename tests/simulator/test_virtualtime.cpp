@@ -47,7 +47,6 @@ private slots:
         QCoreApplication::processEvents();
         QCOMPARE(repeating.remainingTime(), 1);
         QCOMPARE(time_.now(), QDateTime(QDate(2024, 1, 1), QTime(8, 0)).addMSecs(start_ + 29));
-        QCOMPARE(time_.armedTimers() - time_.armedTimers(&repeating), 1);
     }
 
     void runningHandler_isNotEnteredAgainAndKeepsItsRhythm() {
@@ -69,8 +68,6 @@ private slots:
         QTimer zero;
         noteTicks(zero, "z");
         zero.start(0);
-        QCoreApplication::processEvents(QEventLoop::X11ExcludeTimers);
-        QVERIFY(diary_.isEmpty());
         time_.advance(1000);
         QVERIFY(diary_.size() > 1 && diary_.size() < 10);
         zero.stop();
@@ -101,24 +98,10 @@ private slots:
         QVERIFY(!doomed);
     }
 
-    void standstill_isHandledOnceOrEndsTheLoops() {
-        QTimer repeating;
-        QEventLoop loop;
-        time_.setStallHandler([&] {
-            note("stall");
-            loop.exit(7);
-        });
-        // A timer's own ticks cannot come while its handler waits.
-        connect(&repeating, &QTimer::timeout, this, [&] {
-            QCOMPARE(loop.exec(), 7);
-            repeating.stop();
-        });
-        repeating.start(10);
-        QCOMPARE(advanced(10), "10 stall");
-        time_.setStallHandler(nullptr);
+    void standstill_endsTheLoopsWithAWarning() {
         QTest::ignoreMessage(QtWarningMsg,
                              "Virtual time stands still: something is awaited and nothing is pending.");
-        QCOMPARE(loop.exec(), 1);
+        QCOMPARE(QEventLoop().exec(), 1);
     }
 };
 
