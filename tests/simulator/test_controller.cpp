@@ -72,6 +72,11 @@ private slots:
         QCOMPARE(kordservice()->commandNode("register.write_multi")->getInt(), -1);
     }
 
+    void toolsAndWorkObjects_areThereToChoose() {
+        const Robot robot;
+        QVERIFY(m("rova.project.tool._list")->size() > 0 && m("rova.project.wobj._list")->size() > 0);
+    }
+
     void deviceSignals_areSwitchedByNameAndAnnouncedWhenTheyChange() {
         Robot robot;
         for (const char* name : {"DO3", "DO17", "DI3", "LUMO_DO.#3"})
