@@ -83,7 +83,6 @@ private slots:
             {"moveJ", "X1", "-30.5", "point.near.#0", -30.5 * degree},
             {"moveJ", "J7", "45", "point.near.#6", 45 * degree},
             {"moveC", "X2", "1", "point1.trans.#0", 0.001},
-            {"moveCC", "C2", "-1", "point1.rot.#2", -degree},
             {"moveL", "X1", "", "point.trans.#0", 0},
             {"moveL", "X1", "inf", "point.trans.#0", 0},
             {"moveL", "Speed", "199", "speed", 199},

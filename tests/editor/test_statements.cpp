@@ -97,6 +97,7 @@ private slots:
         // What opens the dialog, then times, speeds and zones.
         const std::tuple<const char*, std::function<void()>, QString> cases[] = {
             {"1 btnEdit", [this] { program()->remove(this, "#1"); }, "1 3, 1 , 1 "},
+            {"1 btnEdit", [this] { m("lumo")->insert(this, line(1)); }, "1 3, 1 , 1 "},
             {"1 btnEdit", [this] { program()->reorder(this, 1, 2); }, "1 3 4, 1  2, 1  2"},
             {"1 btnEdit", [this] { program()->remove(this, "#0"); }, "4 3, 2 , 2 "},
             {"1 btnEdit", [this] { load(three_); }, "1 2 3, 1 2 , 1 2 "},
@@ -110,11 +111,13 @@ private slots:
         for (const auto& [opens, change, expected] : cases) {
             init();
             act(QString("multiBtn speedBtn turningBtn multiBtn ") + opens);  // none opens without rows
+            const QPointer<ModuleObject> edited = line(1);
             change();
             typeIn(child<QLineEdit>(shown(), "lineEdit"), "4");
             answer(true);
             QCOMPARE(values("delaytime") + ", " + values("speed") + ", " + values("zone"), expected);
             QVERIFY(tableTellsTheTruth());
+            QVERIFY(!edited || edited->pmobj() == program() || edited->c("delaytime")->getInt() == 2);
         }
     }
 
