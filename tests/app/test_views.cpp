@@ -34,17 +34,6 @@ class AppViews : public test::PanelTest {
         QCoreApplication::sendPostedEvents(nullptr, QEvent::MetaCall);
         settle();
     }
-    /// Paused in the weld; the seam that was shown then.
-    double weldSome() {
-        click("btnReset");
-        double shown = -1;
-        QTimer::singleShot(6003, this, [this, &shown] {
-            shown = seamShown();
-            click("btnPause");
-        });
-        clickAndRun("btnStart");
-        return shown;
-    }
 
 private slots:
     /// Welds the sample once, from home.
@@ -88,7 +77,13 @@ private slots:
         selectLine(0);
         clickAndRun("btnRunOnce");
         QCOMPARE(seamShown(), whole);
-        const double shown = weldSome();
+        click("btnReset");
+        double shown = -1;
+        QTimer::singleShot(6003, this, [this, &shown] {
+            shown = seamShown();
+            click("btnPause");
+        });
+        clickAndRun("btnStart");
         QVERIFY2(shown > 0 && seamShown() >= shown && seamShown() < whole, qPrintable(textOf("lblSeam")));
         m("lumo.program")->reorder(this, 0, 1);
         QVERIFY(seamShown() > 0);
@@ -148,17 +143,12 @@ private slots:
 
     void export_writesFilesOrSaysWhyNot() {
         panel_->views()->open(1, window());
-        const QVector<QPair<QString, QByteArray>> rows = {
-            {"png", "\x89PNG"}, {"csv", "time_s,"}, {"vcd", "$version"}};
-        for (const auto& row : rows) {
-            click("btn_" + row.first);
-            auto* const dialog = scope_->findChild<QFileDialog*>();
-            dialog->selectFile(QDir::current().absoluteFilePath("out." + row.first));
-            QMetaObject::invokeMethod(dialog, "accept");
-            pass(10);
-            QVERIFY2(test::contentOf("out." + row.first).startsWith(row.second), qPrintable(row.first));
-            QCOMPARE(textOf("lblWritten"), "out." + row.first + " written");
-        }
+        click("btn_png");
+        auto* const dialog = scope_->findChild<QFileDialog*>();
+        dialog->selectFile(QDir::current().absoluteFilePath("out.png"));
+        QMetaObject::invokeMethod(dialog, "accept");
+        QVERIFY(test::contentOf("out.png").startsWith("\x89PNG"));
+        QCOMPARE(textOf("lblWritten"), "out.png written");
         scope_->exportTo("/proc/nothing/signals.vcd");
         QVERIFY(test::boxes().value(0).contains("/proc/nothing/signals.vcd"));
         QCOMPARE(textOf("lblWritten"), "");
