@@ -11,17 +11,15 @@ namespace test {
 ///
 /// A script: "0 closing | 100 ~DI1 | 450 power off, delete 5". "+DI1" and "-DI1" switch an input, "~DI1" has
 /// it on for the look at that time alone, act() has the other words; 0 is before the switch is pressed.
-///
 /// A log: "100 +DO1 1:asked | 200 pause 1:runs | 700 -DO1 1:over": outputs ("+R.bit4" is a bit of a
-/// register), states of rows from 1, pauses, the laser, files that are no projects, at the end "[a message's
-/// text]".
+/// register), states of rows from 1, pauses, files that are no projects, at the end "[a message's text]".
 class StationBench : public PageBench {
 public:
     ~StationBench() override { alone.reset(); }
 
     /// Stations 1, 2 … with these projects ("P1 P2 -": the third has none), on their page alone, which is
-    /// made in no time, or in the panel. They listen to DI1, DI2 … and tell DO1, DO2 …; the numbers of their
-    /// stop signals have a 1 in front. `fields` overwrites fields by the station's number.
+    /// made in no time, or in the panel. They listen to DI1, DI2 … and tell DO1, DO2 …, with a 1 before the
+    /// number for their stops. `fields` overwrites fields by the station's number.
     void renew(const QString& projects, const QByteArray& fields = "{}", bool withPanel = false) {
         follower_.reset();
         alone.reset();
@@ -44,8 +42,7 @@ public:
     void pressSwitch() { QTest::mousePress(child(stations(), "switchBtn"), Qt::LeftButton); }
     /// Selects a row (from 0) as a finger does and presses a button.
     void clickRow(int row, const char* button) {
-        const QPoint place = table()->visualItemRect(table()->item(row, 1)).center();
-        QTest::mouseClick(table()->viewport(), Qt::LeftButton, {}, place);
+        clickCell(table(), row, 1);
         click(button);
     }
 
@@ -179,13 +176,9 @@ private:
             const QString name = call.argument("name").toString() + (bit.isEmpty() ? "" : ".") + bit;
             note((call.argument("value").toBool() ? '+' : '-') + name);
         }
-        if (std::exchange(laser_, robot.output("LASER")) != laser_) {
-            note(laser_ == 0.0 ? "laser off" : "laser on");
-        }
     }
 
     qint64 startMs_ = 0, lastMs_ = 0;
-    double laser_ = 0.0;
     std::unique_ptr<QObject> follower_;
 };
 

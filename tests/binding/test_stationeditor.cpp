@@ -1,7 +1,7 @@
 #include "binding/signalsbindingparamwidget.h"
 #include "binding/station.h"
 #include "binding/stationbench.h"
-#include "support/language.h"
+#include "binding/switchbutton.h"
 #include "support/suite.h"
 
 using namespace lumo;
@@ -28,55 +28,30 @@ class TestStationEditor : public QObject {
 
 private slots:
     void record_meansTheSameInEveryLanguage() {
-        const Language english("en");
-        const auto edgeShown = [](const QByteArray& stored) {
-            return edgeText(node("{'type2':'" + stored + "'}").get(), StationSignal::StopInput);
-        };
-        QVERIFY(edgeShown("上升沿") == "Rising Edge" && edgeShown("По фронту") == "Rising Edge");
-        QVERIFY(edgeShown("下降沿") == "Falling Edge" && edgeShown("По спаду") == "Falling Edge");
-        QCOMPARE(edgeShown("rising"), "rising");
+        const QMap<QByteArray, Edge> edges{
+            {"По фронту", Edge::Rising}, {"Falling Edge", Edge::Falling}, {"rising", Edge::None}};
+        for (auto edge = edges.begin(); edge != edges.end(); ++edge) {
+            const auto station = node("{'type2':'" + edge.key() + "'}");
+            QVERIFY2(readEdge(station.get(), StationSignal::StopInput) == edge.value(), edge.key());
+        }
         QVERIFY(samplePeriodMs("1") == 1 && samplePeriodMs("0") == 100 && samplePeriodMs("fast") == 100);
         kordservice()->dataNode("device.io")->loadJson(this, json("{'DI':{'ON':true,'OFF':false}}"));
         kordservice()->dataNode("register.values")->set(this, "R.#0", false)->set(this, "R.#1", true);
-        const struct {
-            const char *record, *shown;
-            bool level;
-        } rows[] = {
-            {"{'DI_type':'IO','DI':'ON','DI_reg':{'name':'R','bias':0}}", "Start: IO ON", true},
-            {"{'DI_type':'IO','DI':'','DI_reg':{'name':'R','bias':1}}", "Start: IO ", false},
-            {"{'DI_type':'寄存器','DI':'OFF','DI_reg':{'name':'R','bias':1}}", "Start: Register R[2]", true},
-            {"{'DI_type':'','DI':'ON','DI_reg':{'name':'R','bias':0}}", "Start: Register R[1]", false},
-            {"{'DI_type':'','DI_reg':{'name':'R','bias':-1}}", "Start: Register R", false},
+        const QMap<QByteArray, bool> inputs{
+            {"{'DI_type':'IO','DI':'ON','DI_reg':{'name':'R','bias':0}}", true},
+            {"{'DI_type':'IO','DI':'','DI_reg':{'name':'R','bias':1}}", false},
+            {"{'DI_type':'寄存器','DI':'OFF','DI_reg':{'name':'R','bias':1}}", true},
+            {"{'DI_type':'','DI':'ON','DI_reg':{'name':'R','bias':0}}", false},
+            {"{'DI_type':'','DI_reg':{'name':'R','bias':-1}}", false},
         };
-        for (const auto& row : rows) {
-            const SignalSource input = readSource(node(row.record).get(), StationSignal::StartInput);
-            QCOMPARE(kindText(StationSignal::StartInput, input) + ' ' + sourceText(input), row.shown);
-            QVERIFY2(inputLevel(this, input) == row.level, row.record);
+        for (auto input = inputs.begin(); input != inputs.end(); ++input) {
+            const auto station = node(input.key());
+            const bool level = inputLevel(this, readSource(station.get(), StationSignal::StartInput));
+            QVERIFY2(level == input.value(), input.key());
         }
     }
 
-    void controllersSignals_areOfferedForTheKindThatIsChosen() {
-        renew();
-        bench_.click("btnAdd");
-        for (const QString side : {"In", "In_2", "Out", "Out_2"}) {
-            const bool in = side.startsWith("In");
-            const QString combos = QString(side).replace(in ? "In" : "Out", in ? "cmbDI%1" : "cmbDO%1");
-            QComboBox* const names = combo(combos.arg(""));
-            QComboBox* const registers = combo(combos.arg("Reg"));
-            QComboBox* const bits = combo(combos.arg("RegBias"));
-            QCOMPARE(textsOf(names).join(' '), in ? " I1 I2" : " O1");
-            QCOMPARE(textsOf(registers).join(' '), in ? " IN" : " OUT OUT1");
-            QCOMPARE(bits->count(), in ? 3 : 8);
-            for (const bool reg : {true, false}) {
-                bench_.click(((reg ? "rdbReg" : "rdbIO") + side).toLatin1());
-                QVERIFY(names->isVisible() != reg && registers->isVisible() == reg &&
-                        bits->isVisible() == reg);
-            }
-            registers->setCurrentIndex(in ? 0 : 2);
-            QCOMPARE(bits->count(), in ? 0 : 1);
-        }
-    }
-
+    /// An input offers what can be read, an output what can be written too; registers those of bits.
     void newStation_isStoredAndShownAgain_whatIsCancelledIsNot() {
         renew();
         const QString before = text(records());
@@ -87,22 +62,26 @@ private slots:
         QCOMPARE(text(records()), before);
         QVERIFY(!QFile::exists("lumo_signalsConfig.json"));
 
-        bench_.edit(-1, {{"lineEdit_stationname", "rework"}, {"rdbRegOut_2", ""}, {"cmbDORegBias_2", "3"}});
-        const QString none = "{'bias':0,'name':'','type':''}", out = "{'bias':2,'name':'OUT','type':'bit'}";
-        QCOMPARE(
-            text(records()->c(5)),
-            QString(
-                "{'DI':'','DI2':'','DI2_reg':%1,'DI2_type':'IO','DI_reg':%1,'DI_type':'IO','DO':'','DO2':'',"
-                "'DO2_reg':%2,'DO2_type':'寄存器','DO_reg':%1,'DO_type':'IO','filePath':'','stationname':"
-                "'rework','status':'','time':'100','type':'上升沿','type2':'上升沿'}")
-                .arg(none, out));
-        const QAbstractItemView* const table = bench_.table();
-        QVERIFY(bench_.table()->columnWidth(9) >= table->sizeHintForColumn(9));
-        QCOMPARE(bench_.cell(5, 7) + bench_.cell(5, 8) + bench_.cell(5, 9),
-                 "---启动: IO\n停止: 寄存器\nOUT[3]");
-        QCOMPARE(json(contentOf("lumo_signalsConfig.json")), records()->exportToJson());
+        bench_.edit(-1, {{"lineEdit_stationname", "rework"},
+                         {"rdbRegIn", ""},
+                         {"cmbDIRegBias", "3"},
+                         {"cmbDI_2", "I2"},
+                         {"cmbDO", "O1"},
+                         {"rdbRegOut_2", ""},
+                         {"cmbDOReg_2", "OUT1"}});
         bench_.clickRow(5, "btnEdit");
-        QCOMPARE(combo("cmbDOReg_2")->currentText() + combo("cmbDORegBias_2")->currentText(), "OUT3");
+        QCOMPARE(textsOf(combo("cmbDIReg")).join(' ') + textsOf(combo("cmbDOReg")).join(' '), " IN OUT OUT1");
+        bench_.click("okayBtn");
+        QCOMPARE(text(records()->c(5)),
+                 QString("{'DI':'','DI2':'I2','DI2_reg':%1,'DI2_type':'IO','DI_reg':{'bias':2,'name':'IN',"
+                         "'type':'bit'},'DI_type':'寄存器','DO':'O1','DO2':'','DO2_reg':{'bias':0,'name':"
+                         "'OUT1','type':'bool'},'DO2_type':'寄存器','DO_reg':%1,'DO_type':'IO','filePath':"
+                         "'','stationname':'rework','status':'','time':'100','type':'上升沿','type2':"
+                         "'上升沿'}")
+                     .replace("%1", "{'bias':0,'name':'','type':''}"));
+        QCOMPARE(bench_.cell(5, 3) + bench_.cell(5, 7) + bench_.cell(5, 9),
+                 "启动: 寄存器\n停止: IO---O1\nOUT1[1]");
+        QCOMPARE(json(contentOf("lumo_signalsConfig.json")), records()->exportToJson());
     }
 
     void whatIsNotOffered_isKept() {
@@ -139,19 +118,14 @@ private slots:
         renew();
         QDir().mkdir("parts");
         writeFile("parts/left.json", contentOf("P1.json"));
-        writeFile("lumo_param.json", "[]");
         writeFile("parts/lumo_port.json", "[]");  // the name stands for the one in the working directory
         writeFile("strange.json", quoted("[{'type':'moveX'}]"));
         bench_.clickRow(0, "btnEdit");
-        const QMap<QString, QString> files{{"lumo_param.json", "P1.json"},
-                                           {"parts/left.json", "left.json"},
-                                           {"parts/lumo_port.json", "left.json"},
-                                           {"strange.json", "left.json"}};
-        for (auto file = files.begin(); file != files.end(); ++file) {
+        for (const QString file : {"parts/left.json", "parts/lumo_port.json", "strange.json"}) {
             bench_.click("btnOpen");
-            bench_.answerFile(QDir().absoluteFilePath(file.key()));
-            QCOMPARE(child<QLabel>(page(), "lblProject")->text(), file.value());
-            QCOMPARE(bench_.boxes().size(), file.key().endsWith("left.json") ? 0 : 1);
+            bench_.answerFile(QDir().absoluteFilePath(file));
+            QCOMPARE(child<QLabel>(page(), "lblProject")->text(), "left.json");
+            QCOMPARE(bench_.boxes().size(), file == "parts/left.json" ? 0 : 1);
             bench_.closeBoxes();
         }
         bench_.click("okayBtn");
@@ -160,10 +134,6 @@ private slots:
 
     void list_losesOnlyTheRowThatIsMeant() {
         renew();
-        bench_.table()->setFocus();
-        bench_.click("btnEdit");
-        QCOMPARE(bench_.boxes(), QStringList("请先选中行"));
-        bench_.closeBoxes();
         bench_.clickRow(3, "btnDel");
         QCOMPARE(bench_.boxes(), QStringList("默认行禁止删除"));
         bench_.closeBoxes();
@@ -174,6 +144,31 @@ private slots:
         QCOMPARE((columnOf(bench_.table(), 0) + columnOf(bench_.table(), 1)).join(' '),
                  "1 2 3 4 5 S1 S2 S3 S4 last");
         QCOMPARE(json(contentOf("lumo_signalsConfig.json")), records()->exportToJson());
+    }
+
+    void switchsKnob_slidesToItsEndAndBack_andPressesAloneAreReported() {
+        SwitchButton toggle;
+        QSignalSpy reports(&toggle, &SwitchButton::statusChanged);
+        toggle.resize(100, 25);
+        const auto press = [&](int steps) {
+            QTest::mousePress(&toggle, Qt::LeftButton);
+            QString positions;
+            for (int i = 0; i < steps; ++i) {
+                bench_.time.advance(30);
+                positions += QString::number(toggle.startX()) + ' ';
+            }
+            return positions;
+        };
+        QCOMPARE(press(10), "10 20 30 40 50 60 70 80 75 75 ");
+        const int timers = bench_.armedTimers();
+        QCOMPARE(press(3), "65 55 45 ");
+        QCOMPARE(bench_.armedTimers(), timers + 1);
+        QCOMPARE(press(4), "55 65 75 75 ");
+        toggle.setEnabled(false);
+        press(1);
+        toggle.setChecked(true);
+        QCOMPARE(reports.count(), 3);
+        QVERIFY(reports[0][0].toBool() && !reports[1][0].toBool());
     }
 };
 

@@ -1,258 +1,281 @@
-// How scenarios are drawn: which actions, and when.
+// How scenarios are drawn: programs, parameter sets, actions and their moments.
 
-#include "campaign/draw.h"
+#include "campaign/campaign.h"
+#include "simulator/arm.h"
 
-#include <QVariant>
+#include <QJsonArray>
+
+#include <cmath>
+#include <numeric>
+#include <random>
 
 namespace campaign {
 
 namespace {
 
-/// A moment within a wait, or around its end.
-QJsonObject inWait(Random& random) {
-    const QString wait = random.oneOf(
-        {"move", "move", "zone", "preflow", "dwell", "rampdown", "closedelay", "postflow", "delay", "input"});
-    QJsonObject when{{"when", "wait"}, {"of", wait}, {"nth", random.chance(50) ? 0 : random.below(4)}};
-    when["behind"] = random.chance(50);
-    when["due"] = random.chance(35);
-    if (when["due"].toBool()) {
-        when["ms"] = random.between(-1, 1);
-    } else if (wait == "zone" && random.chance(40)) {
-        when["ms"] = 50 * random.between(1, 25);  // in one pass of the event loop with the executor's poll
-    } else if (wait == "input" && random.chance(40)) {
-        when["ms"] = 100 * random.between(1, 4);
-    } else {
-        when["ms"] = random.below(random.oneOf({3, 40, 400}));
-    }
-    return when;
-}
-
-QJsonObject insideEvent(Random& random) {
-    static const char* const kinds[] = {"Write", "Command", "Activity", "State", "Line",   "Statement",
-                                        "Node",  "Param",   "WeldFlag", "Robot", "Result", "Output"};
-    const QString kind = kinds[random.weighted({10, 4, 3, 3, 2, 2, 2, 1, 2, 2, 3, 1})];
-    QJsonObject when{{"when", "inside"}, {"of", kind}, {"nth", random.below(random.oneOf({2, 6, 20}))}};
-    if (kind == "Write") {
-        when["text"] = random.oneOf({"", "GAS", "WIRE", "LASER", "PULLBACK", "POWER", "WIRE_SPEED"});
-    } else if (kind == "Command") {
-        when["text"] = random.oneOf({"", "move.reset", "move.stop", "move.stop", "move.opr.enough"});
-    } else if (kind == "Node") {
-        when["text"] = random.oneOf({"", "lumo.current.pausepoint"});
-    } else if (kind == "Result") {
-        when["early"] = random.chance(50);
-    }
-    return when;
-}
-
-QJsonObject after(int ms) {
-    return {{"when", "after"}, {"ms", ms}};
-}
-
-QJsonObject drawMoment(Random& random) {
-    switch (random.weighted({50, 22, 18, 10})) {
-        case 0:
-            return inWait(random);
-        case 1:
-            return insideEvent(random);
-        case 2:
-            return after(random.below(random.oneOf({2, 30, 300, 3000})));
-        default:
-            return {{"ms", random.below(15000)}};
-    }
-}
-
-/// What is done, how often, and with which of these names and numbers; without numbers it is a line.
+/// What is done, how often, how often with "on", and with which of these names.
 struct Deed {
     int weight;
     QString name;
     int onPercent = 50;
-    QStringList names{""};
-    QVector<int> numbers{};
+    QVector<QString> names{""};
 };
 
-const Deed deeds[] = {{22, "pause"},
-                      {16, "resume"},
-                      {8, "start"},
-                      {5, "once", 75},
-                      {9, "power", 20},
-                      {6, "mode"},
-                      {5, "weld"},
-                      {3, "handWeld"},
-                      {8, "input", 50, {"DI1", "DI2", "FIXTURE_DI.#0", "FIXTURE_DI.#1"}},
-                      {5, "fail", 50, {""}, {-1, -3, -42}},
-                      {4, "quirk", 80, {"bunch", "sync", "late", "double", "wrongKind", "slowState"}},
-                      {4, "replace", 80},
-                      {4, "edit", 50, {"skip", "speed", "insert", "remove", "reorder"}},
-                      {3, "result", 50, {"move.j", "move.l", "move.c"}, {0, 0, -7}},
-                      {3,
-                       "param",
-                       50,
-                       {"power", "decrease_time", "open_interval", "stay_time", "close_delay",
-                        "delay_after_blow", "stop_wire_time", "give_wire_time"},
-                       {0, 5, 60, 90, 400, -100}},
-                      {2, "fault", 50, {"laser", "head", "chiller", "gas", "temperature"}},
-                      {4, "answer"},
-                      {1, "clear"},
-                      {1, "quit"}};
+const QVector<Deed> deeds{{22, "pause"},
+                          {16, "resume"},
+                          {8, "start"},
+                          {5, "once", 75},
+                          {9, "power", 20},
+                          {6, "mode"},
+                          {8, "switch", 50, {"weldbtn", "weldbtn", "handweldbtn"}},
+                          {8, "input", 50, {"DI1", "DI2", "FIXTURE_DI.#0", "FIXTURE_DI.#1"}},
+                          {5, "fail"},
+                          {2, "quirk", 80, {"bunch", "wrongKind", "slowState"}},
+                          {4, "replace", 80},
+                          {3, "param", 50, {"power", "decrease_time", "open_interval", "stay_time"}},
+                          {1, "quit"}};
 
-/// Gives one field another value, as in a file that no dialog wrote, or takes it away.
-QJsonObject spoil(QJsonObject record, Random& random) {
-    static const QJsonArray oddValues{20000,
-                                      -1e9,
-                                      0.001,
-                                      "500",
-                                      "-60.5",
-                                      "much",
-                                      "",
-                                      true,
-                                      QJsonValue(),
-                                      -1,
-                                      QJsonArray{1, "x"},
-                                      QJsonObject{{"trans", 5}}};
-    const QStringList fields = record.keys();
-    const QString field = fields.value(random.below(std::max(1, int(fields.size()))));
-    const QJsonObject inner = record[field].toObject();
-    if (random.chance(15)) {
-        record.remove(field);
-    } else if (!inner.isEmpty() && random.chance(60)) {
-        record[field] = spoil(inner, random);
-    } else {
-        record[field] = oddValues[random.below(oddValues.size())];
-    }
-    return record;
-}
-
-QJsonArray spoilSome(QJsonArray records, int percent, Random& random) {
-    for (QJsonValueRef record : records) {
-        record = random.chance(percent) ? spoil(record.toObject(), random) : record.toObject();
-    }
-    return records;
-}
-
-/// One to three parameter sets with short times, in any order, and values that do not belong there.
-QJsonArray drawSets(Random& random) {
-    QJsonArray sets;
-    for (int left = random.between(1, 3); left > 0; --left) {
-        QJsonObject set{{"power", random.oneOf({0, 1, 40, 70, 100, 130})}};
-        for (const char* share : {"frequency", "ratio", "speed"}) {
-            set[share] = random.between(0, 100);
-        }
-        for (const char* time : {"increase_time", "decrease_time", "stay_time", "close_delay", "open_time",
-                                 "open_interval", "delay_before_blow", "delay_after_blow", "move_wire_time",
-                                 "stop_wire_time", "give_wire_time"}) {
-            set[time] = random.oneOf({0, 0, 1, 10, 20, 21, 50, 100, 200, 333, 600});
-        }
-        if (random.chance(60)) {
-            set["open_interval"] = 0;
-        }
-        sets.append(set);
-    }
-    return sets;
-}
-
-/// The actions of a schedule, each with its moment.
-class Course {
+/// Draws numbers that are the same for a seed on every machine (the engine is standardised, the standard
+/// library's distributions are not), and of them a scenario.
+class Draw {
 public:
-    Course(Random& random, int lineCount) : random_(random), lineCount_(lineCount) {}
+    explicit Draw(quint64 seed) : engine_(seed) {}
 
-    QJsonArray draw() {
-        add(random_.chance(90) ? "start" : "once", {});
-        for (int left = random_.between(2, 15); left > 0; --left) {
-            const QJsonObject when = drawMoment(random_);
-            QString name = deeds[random_.weighted(weights())].name;
-            if (when["when"] == "inside" && random_.chance(60)) {
-                // What stops something is the hardest to bear in the middle of a write.
-                name = random_.oneOf({"pause", "pause", "power", "weld", "mode"});
-            }
-            add(name, name == "param" && when["when"] == "inside" ? after(0) : when);
-            if (name == "pause" || (name == "power" && !actions_.last()["on"].toBool())) {
-                followStop(name == "power");
-            }
-        }
-        return actions_;
+    QJsonObject scenario() {
+        const QJsonArray lines = program();
+        const QJsonArray other = program();
+        const QString port =
+            oneOf({"GAS", "WIRE", "LASER", "PULLBACK", "WIRE_SPEED", "POWER", "FREQUENCY", "DUTY_CYCLE"});
+        return {{"program", lines},
+                {"other", other},
+                {"sets", QJsonArray{parameterSet(), parameterSet(), parameterSet()}},
+                {"disabled", chance(30) ? port : ""},
+                {"noMulti", chance(35)},
+                {"manual", chance(15)},
+                {"noWeld", chance(5)},
+                {"handWeld", chance(60)},
+                {"dt", chance(75) ? 20 : oneOf({0, -5, 1, 7, 1000})},
+                {"endExecutor", chance(15)},
+                {"endMs", below(oneOf({1, 50, 700}))},
+                {"actions", course(lines.size())}};
     }
 
 private:
-    static std::vector<int> weights() {
-        std::vector<int> all;
-        std::transform(std::begin(deeds), std::end(deeds), std::back_inserter(all),
-                       [](const Deed& deed) { return deed.weight; });
-        return all;
+    /// 0 to n - 1.
+    int below(int n) { return int(engine_() % quint64(n)); }
+    int between(int first, int last) { return first + below(last - first + 1); }
+    bool chance(int percent) { return below(100) < percent; }
+    template <typename T>
+    T oneOf(std::initializer_list<T> choices) {
+        return choices.begin()[below(int(choices.size()))];
+    }
+    /// The position of a weight, each as likely as its share of the sum.
+    int weighted(const std::vector<int>& weights) {
+        int left = below(std::accumulate(weights.begin(), weights.end(), 0));
+        int position = 0;
+        while (left >= weights[size_t(position)]) {
+            left -= weights[size_t(position++)];
+        }
+        return position;
     }
 
-    void add(const QString& name, const QJsonObject& when, bool on = false) {
-        const Deed& deed = *std::find_if(std::begin(deeds), std::end(deeds),
-                                         [&name](const Deed& other) { return other.name == name; });
-        QJsonObject action = when;
-        action["do"] = name;
-        action["on"] = random_.chance(deed.onPercent) || on;
-        action["name"] = deed.names[random_.below(deed.names.size())];
-        action["mode"] = random_.oneOf({0, 0, 0, 0, 0, 1, 1, 2});
-        const int line = random_.chance(40) ? 0 : random_.below(lineCount_);
-        action["number"] = !deed.numbers.isEmpty() ? deed.numbers[random_.below(deed.numbers.size())]
-                           : random_.chance(5)     ? random_.oneOf({-1, lineCount_})
-                                                   : line;
-        // A value written in a listener of the same value would never reach those behind it.
-        if (name == "result" && when["of"] == "Result") {
-            action["early"] = false;
-        }
-        actions_.append(action);
-    }
-
-    /// What usually comes after a stop: the power returns, somebody presses again, the run is resumed.
-    void followStop(bool wasPower) {
-        if (wasPower && random_.chance(80)) {
-            add("power", after(random_.below(random_.oneOf({2, 2000}))), true);
-        }
-        if (!wasPower && random_.chance(25)) {
-            // A second pause, or a stop input that is held on.
-            const int ms = random_.below(random_.oneOf({2, 60, 300}));
-            for (int left = random_.chance(25) ? random_.between(2, 5) : 1; left > 0; --left) {
-                add("pause", after(ms));
+    /// 1 to 25 lines: mostly what a welder would write, now and then what none should (skipped lines, unknown
+    /// types, impossible circles, welds that never end).
+    QJsonArray program() {
+        QJsonArray lines;
+        const auto add = [&](QJsonObject line) {
+            line["execute"] = !chance(5);
+            lines.append(line);
+        };
+        const int count = between(1, 25);
+        while (lines.size() < count) {
+            if (chance(70)) {
+                add(statement());
+                continue;
             }
-            if (random_.chance(40)) {
-                add("pause", insideEvent(random_));
+            // A seam as it should be, or nearly.
+            add(chance(93) ? open() : statement());
+            for (int left = below(5); left > 0; --left) {
+                add(chance(75) ? move() : statement());
             }
+            add(chance(88) ? QJsonObject{{"type", "close"}} : statement());
         }
-        if (random_.chance(60)) {
-            const char* const name = random_.chance(85) ? "resume" : "start";
-            add(name, after(random_.below(random_.oneOf({2, 300, 3000}))));
+        return lines;
+    }
+
+    QJsonObject statement() {
+        switch (weighted({50, 11, 10, 8, 8, 8, 5})) {
+            case 0:
+                return move();
+            case 1:
+                return {{"type", oneOf({"close", "moveX"})}};
+            case 2:
+                return {{"type", "delay"}, {"delaytime", oneOf({0, 1, 19, 100, 250, 700, -50})}};
+            case 3:
+                return signal("setDO", "DO", oneOf({"DO1", "DO99"}));
+            case 4:
+                return signal("waitDI", "DI", oneOf({"DI1", "DI2"}));
+            case 5:
+                return {{"type", "param"}, {"index", index()}};
+            default:
+                return open();
         }
     }
 
-    Random& random_;
-    int lineCount_;
-    QJsonArray actions_;
+    int index() { return chance(8) ? oneOf({-1, 7}) : below(3); }
+
+    QJsonObject open() {
+        return {{"type", "open"}, {"index", index()}, {"weldspeed", chance(5) ? 0 : between(15, 120)}};
+    }
+
+    QJsonObject signal(const char* type, const QString& kind, const char* name) {
+        const QJsonObject bit{{"name", "FIXTURE_" + kind}, {"type", "bit"}, {"bias", below(2)}};
+        const QString value = oneOf({"true", "false", ""});
+        return {{"type", type},
+                {kind.toLower() + "Name", name},
+                {kind + "_type", oneOf({"IO", "register"})},
+                {kind + "_reg", bit},
+                {"value", value},
+                {"value1", value}};
+    }
+
+    static QJsonObject pose(double x, double y, double z) {
+        return {{"trans", QJsonArray{x, y, z}}, {"rot", QJsonArray{M_PI, 0.0, 0.0}}};
+    }
+
+    QJsonObject nextPose() {
+        const double home[] = {0.5, 0.0, 0.4};
+        for (size_t i = 0; i < 3; ++i) {
+            at_[i] = qBound(home[i] - 0.08, at_[i] + between(-30, 30) / 1000.0, home[i] + 0.08);
+        }
+        return pose(at_[0], at_[1], at_[2]);
+    }
+
+    QJsonObject nextJoints() {
+        static const sim::Arm arm(6);
+        sim::Joints angles = arm.home();
+        QJsonArray near;
+        for (double& angle : angles) {
+            angle += between(-40, 40) / 1000.0;
+            near.append(angle);
+        }
+        at_ = arm.forward(angles).trans;
+        QJsonObject point = pose(at_[0], at_[1], at_[2]);
+        point["near"] = near;
+        return point;
+    }
+
+    QJsonObject move() {
+        const QString type = oneOf({"moveJ", "moveL", "moveL", "moveL", "moveC", "moveCC"});
+        QJsonObject line{{"type", type}, {"speed", between(20, 250)}, {"zone", between(0, 8)}};
+        if (type == "moveCC") {
+            // Two more points of a circle that begins where the robot is; sometimes they make none.
+            const double r = between(2, 12) / 1000.0;
+            line["point"] = pose(at_[0] + r, at_[1] + r, at_[2]);
+            line["point1"] = pose(at_[0] + 2 * r, at_[1] + (chance(10) ? 2 * r : 0.0), at_[2]);
+        } else {
+            line["point"] = type == "moveJ" ? nextJoints() : nextPose();
+            line["point1"] = type == "moveC" ? nextPose() : QJsonValue(QJsonValue::Undefined);
+        }
+        if (chance(1)) {
+            line["point"] = pose(3.0, 0.0, 0.4);  // out of reach
+        }
+        return line;
+    }
+
+    /// With short times, in any order.
+    QJsonObject parameterSet() {
+        QJsonObject set{{"power", oneOf({0, 1, 40, 70, 100, 130})}};
+        for (const char* share : {"frequency", "ratio", "speed"}) {
+            set[share] = between(0, 100);
+        }
+        for (const char* time :
+             {"increase_time", "decrease_time", "stay_time", "close_delay", "open_time", "delay_before_blow",
+              "delay_after_blow", "move_wire_time", "stop_wire_time", "give_wire_time"}) {
+            set[time] = oneOf({0, 0, 1, 10, 20, 21, 50, 100, 200, 333, 600});
+        }
+        set["open_interval"] = oneOf({0, 0, 0, 1, 20, 50, 100, 333});
+        return set;
+    }
+
+    /// The actions, each with its moment.
+    QJsonArray course(int lineCount) {
+        QJsonArray actions;
+        const auto add = [&](const Deed& deed, QJsonObject action) {
+            action["do"] = deed.name;
+            action["on"] = chance(deed.onPercent);
+            action["name"] = deed.names[below(deed.names.size())];
+            action["mode"] = oneOf({0, 0, 0, 0, 0, 1, 1, 2});
+            action["line"] = chance(40) ? 0 : between(chance(5) ? -1 : 0, lineCount - 1);
+            action["value"] = oneOf({0, 5, 60, 90, 400, -100});
+            actions.append(action);
+        };
+        std::vector<int> weights;
+        for (const Deed& deed : deeds) {
+            weights.push_back(deed.weight);
+        }
+        add(deeds[chance(90) ? 2 : 3], {});
+        for (int left = between(2, 15); left > 0; --left) {
+            const QJsonObject when = moment();
+            const bool isInside = when.contains("of") && !when.contains("ms");
+            // What stops something is the hardest to bear in the middle of a write.
+            const int stop = oneOf({0, 0, 4, 5, 6});
+            const Deed& deed = deeds[isInside && chance(60) ? stop : weighted(weights)];
+            add(deed, deed.name == "param" && isInside ? after({1}) : when);
+            // What usually comes after a stop: the power returns, somebody presses again, the run is resumed.
+            const bool losesPower = deed.name == "power" && !actions.last()["on"].toBool();
+            const bool pauses = deed.name == "pause";
+            for (int more = pauses && chance(25) ? between(1, 3) : 0; more > 0; --more) {
+                add(deed, after({2, 60, 300}));
+            }
+            if (losesPower && chance(80)) {
+                add({0, "power", 100}, after({2, 2000}));
+            }
+            if ((losesPower || pauses) && chance(60)) {
+                add(deeds[chance(85) ? 1 : 2], after({2, 300, 3000}));
+            }
+        }
+        return actions;
+    }
+
+    /// Less than one of these times after the action before.
+    QJsonObject after(std::initializer_list<int> limits) {
+        return {{"after", true}, {"ms", below(oneOf(limits))}};
+    }
+
+    QJsonObject moment() {
+        if (chance(50)) {
+            return inWait();
+        }
+        return chance(50) ? insideEvent() : after({2, 30, 300, 3000});
+    }
+
+    /// Within a wait, or around its end.
+    QJsonObject inWait() {
+        const QString wait = oneOf({"move", "move", "zone", "preflow", "dwell", "rampdown", "closedelay",
+                                    "postflow", "delay", "input"});
+        const bool due = chance(35);
+        const int ms = due ? between(-1, 1) : below(oneOf({3, 40, 400}));
+        const int nth = chance(50) ? 0 : below(4);
+        return {{"of", "Activity"}, {"text", wait}, {"nth", nth}, {"due", due}, {"ms", ms}};
+    }
+
+    QJsonObject insideEvent() {
+        const QString kind =
+            oneOf({"Write", "Write", "Write", "Write", "Command", "Activity", "State", "Line", "Statement",
+                   "Node", "Param", "WeldFlag", "Robot", "Result", "Output"});
+        const QString port = oneOf({"", "GAS", "WIRE", "LASER", "PULLBACK", "POWER", "WIRE_SPEED"});
+        return {{"of", kind}, {"text", kind == "Write" ? port : ""}, {"nth", below(oneOf({2, 6, 20}))}};
+    }
+
+    std::mt19937_64 engine_;
+    std::array<double, 3> at_{0.5, 0.0, 0.4};
 };
 
 }  // namespace
 
 QJsonObject drawScenario(quint64 seed) {
-    Random random(seed);
-    const int oddPercent = random.chance(12) ? 25 : 1;
-    const QJsonArray program = drawProgram(random);
-    const QJsonArray other = drawProgram(random);
-    QJsonArray disabled;
-    for (const char* port :
-         {"GAS", "WIRE", "LASER", "PULLBACK", "WIRE_SPEED", "POWER", "FREQUENCY", "DUTY_CYCLE"}) {
-        if (random.chance(4)) {
-            disabled.append(port);
-        }
-    }
-    return {{"seed", double(seed)},
-            {"program", spoilSome(program, oddPercent, random)},
-            {"other", spoilSome(other, oddPercent, random)},
-            {"sets", spoilSome(spoilSome(drawSets(random), 2 * oddPercent, random), oddPercent, random)},
-            {"disabled", disabled},
-            {"noMulti", random.chance(35)},
-            {"manual", random.chance(15)},
-            {"noWeld", random.chance(5)},
-            {"handWeld", random.chance(60)},
-            {"axes", random.chance(90) ? 6 : 7},
-            {"dt", random.chance(75) ? 20 : random.oneOf({0, -5, 1, 7, 1000})},
-            {"endExecutor", random.chance(15)},
-            {"endMs", random.below(random.oneOf({1, 50, 700}))},
-            {"actions", Course(random, program.size()).draw()}};
+    return Draw(seed).scenario();
 }
 
 }  // namespace campaign

@@ -1,18 +1,63 @@
-#include "campaign/rules.h"
+// What the safety rules promise, held against what happened.
+
+#include "campaign/campaign.h"
 
 #include <algorithm>
+#include <array>
+#include <optional>
 
 namespace campaign {
 
 namespace {
 
+/// A walk or single step, as the executor's depth shows it.
+struct Run {
+    Event asked;             ///< the Start or Once that it answers; a Pause's or another's is no run
+    bool disturbed = false;  ///< a pause, a motion error or a loss of power came into it
+};
+
+/// An event, and how things were before it.
+struct Step : Event {
+    std::array<int, portCount> outputs{};  ///< what the executor wrote last
+    bool inPower = false;                  ///< a loss of power is on the stack, or the end of the application
+    bool asking = false;                   ///< the innermost deed is a start neither accepted nor returned
+    std::optional<Run> current{};          ///< the innermost run on the stack
+    std::optional<Run> begun{}, ended{};   ///< the run that the event shows to be accepted, or to be over
+    std::optional<Event> refused{};        ///< the start that it shows to have been refused
+
+    [[nodiscard]] bool laserOn() const { return outputs[LASER] != 0; }
+    [[nodiscard]] bool isPowerLoss() const { return kind == Power && value == 0; }
+    [[nodiscard]] bool writes(int which) const { return kind == Write && port == which; }
+    [[nodiscard]] bool switchesOn(int which) const { return writes(which) && value != 0; }
+    [[nodiscard]] bool commands(const char* which) const { return kind == Command && text == which; }
+    /// Equipment that is on, by name.
+    [[nodiscard]] QString on() const {
+        QString names;
+        for (const Port which : {GAS, WIRE, PULLBACK, LASER, POWER, FREQUENCY, DUTY_CYCLE}) {
+            names += outputs[which] > 0 ? ' ' + nameOf(which) : QString();
+        }
+        return names;
+    }
+};
+
 using Steps = std::vector<Step>;
+
+struct Findings {
+    std::multimap<std::size_t, QString> all;
+    std::size_t at = 0;  ///< the event that the rule looks at
+
+    void forbid(bool happens, const QString& words) {
+        if (happens) {
+            all.emplace(at, words);
+        }
+    }
+};
 
 /// Asks of each event in turn.
 template <typename Rule>
 void each(const Steps& steps, Findings& found, Rule rule) {
     for (found.at = 0; found.at < steps.size(); ++found.at) {
-        rule(steps[found.at], steps[found.at].event);
+        rule(steps[found.at]);
     }
 }
 
@@ -20,38 +65,25 @@ void each(const Steps& steps, Findings& found, Rule rule) {
 /// the next start, step or pause.
 void checkStops(const Steps& steps, Findings& found) {
     bool stopped = false;
-    int action = 0;  // the loss of power that is on the stack, 0: none
-    each(steps, found, [&](const Step& step, const Event& event) {
+    int losing = 0;  // the loss of power that is on the stack, 0: none
+    each(steps, found, [&](const Step& step) {
         // A pause that comes inside the stop itself is a part of it.
-        if ((event.kind == Pause && action == 0) || step.begun) {
+        if ((step.kind == Pause && losing == 0) || step.begun) {
             stopped = false;
         }
         // Idle, with nothing on and nothing to come, a loss of power asks for nothing.
-        if (step.isPowerLoss() && (!event[Idle] || event[Pending] > 0 || !step.on().isEmpty())) {
+        if (step.isPowerLoss() && (!step.idle || step.pending > 0 || !step.on().isEmpty())) {
             stopped = true;
-            action = action == 0 ? event.action : action;  // one inside another is a part of that
+            losing = losing == 0 ? step.action : losing;  // one inside another is a part of that
         }
-        const bool returns = event.kind == Done && event.action == action;
-        action = returns ? 0 : action;
+        const bool returns = step.kind == Done && step.action == losing;
+        losing = returns ? 0 : losing;
         if (stopped) {
-            found.forbid(returns && !step.on().isEmpty(), "the loss of power has left on: " + step.on());
-            found.forbid(event.kind == Write && event.value > std::max(0, step.outputs[event.port]),
-                         event.text + " is raised after a loss of power");
-            found.forbid(event.kind == Output, "a statement sets an output after a loss of power");
-            found.forbid(event.kind == Command && event.text != "move.stop",
-                         event.text + " is commanded after a loss of power");
-        }
-    });
-}
-
-/// Nothing is on when the executor says that it rests.
-void checkRest(const Steps& steps, Findings& found) {
-    each(steps, found, [&](const Step& step, const Event& event) {
-        // A shutdown tells of its dropped steps before it switches off.
-        const bool says = (event.kind == Done || event.kind == Activity) && !step.inPower;
-        if (says && event[Idle] && event[Depth] == 0 && event[Pending] == 0) {
-            found.forbid(!step.on().isEmpty(), "the executor rests with something on: " + step.on());
-            found.forbid(step.emitting, "the executor rests while the laser source emits");
+            const bool raises = step.kind == Write && step.value > std::max(0, step.outputs[step.port]);
+            const bool moves = step.kind == Command && step.text != "move.stop";
+            found.forbid(returns && !step.on().isEmpty(), "the loss of power has left on:" + step.on());
+            found.forbid(raises, step.text + " is raised after a loss of power");
+            found.forbid(moves || step.kind == Output, step.text + " is commanded after a loss of power");
         }
     });
 }
@@ -60,94 +92,95 @@ void checkRest(const Steps& steps, Findings& found) {
 /// end leaves no weld open.
 void checkStarts(const Steps& steps, Findings& found) {
     const auto isPossible = [](const Event& asked) {
-        return asked[Powered] && asked[RobotIdle] && asked[LineExists];
+        const bool lineExists = asked.value >= 0 && asked.value < asked.lineCount;
+        return asked.idle && asked.depth == 0 && asked.powered && asked.robotIdle && lineExists;
     };
     bool quits = false;
-    each(steps, found, [&](const Step& step, const Event& event) {
-        quits |= event.kind == Quit;
-        if (step.begun) {
-            const Event& asked = step.begun->asked;
-            found.forbid(step.runs > 1, "a run was accepted while another one is on the stack");
-            found.forbid(!asked[Idle] || asked[Depth] > 0,
-                         "a run was accepted while the executor was not idle");
-            found.forbid(!isPossible(asked),
-                         "a run was accepted without power, of a moving robot or of no line");
-        }
+    each(steps, found, [&](const Step& step) {
+        quits |= step.kind == Quit;
+        found.forbid(step.begun && !isPossible(step.begun->asked),
+                     "a run was accepted in another run, without power, of a moving robot or of no line");
         if (step.ended) {
-            found.forbid(!event[Idle], "a run is over, but the state is not idle");
-            found.forbid(!step.ended->disturbed && step.ended->asked.kind == Start && event[WeldOpen],
+            found.forbid(!step.idle, "a run is over, but the state is not idle");
+            found.forbid(!step.ended->disturbed && step.ended->asked.kind == Start && step.weldOpen,
                          "a run has come to its end and leaves the weld open");
         }
         if (step.refused && !quits) {  // while the application ends its loops a start is passed over
-            const Event& asked = *step.refused;
-            found.forbid(event[Boxes] == 0, "a start was refused without a message");
-            found.forbid(asked[Idle] && asked[Depth] == 0 && isPossible(asked) && !asked[MayBeRefused],
+            found.forbid(step.boxes == 0, "a start was refused without a message");
+            found.forbid(isPossible(*step.refused) && !step.refused->mayBeRefused,
                          "a start was refused for no reason");
         }
-        found.forbid(step.asking && event.kind >= State && event.kind <= Command,
-                     "a start that was not accepted caused a " + nameOf(event.kind));
+        found.forbid(step.asking && step.kind >= State && step.kind <= Command,
+                     "a start that was not accepted caused a " + nameOf(step.kind));
     });
 }
 
 /// The walk is never ahead of the robot: what follows a move begins when its result has come or the
 /// tool is in its zone, and nothing follows a move that failed.
 void checkWalk(const Steps& steps, Findings& found) {
-    std::vector<int> results;   // since the last reset
-    int walked = 0;             // moves begun since then
-    int unanswered = 0;         // of these without a result of their own
-    bool begun = false;         // a statement has begun since then
-    bool afterMove = false;     // the statement before was a move
-    bool inZone = false;        // the tool has entered that move's zone
-    bool falseResults = false;  // results can no longer be told apart
-    each(steps, found, [&](const Step&, const Event& event) {
-        falseResults |= event.kind == Quirk;
-        if (event.kind == Command && event.text == "move.reset") {
-            results.clear();
-            walked = unanswered = 0;
-            afterMove = begun = false;
-        } else if (event.kind == Command && event.text == "move.l" && !begun) {
+    int results = 0;         // since the last reset
+    bool failed = false;     // one of them was an error
+    int walked = 0;          // moves begun since then
+    int unanswered = 0;      // of these without a result of their own
+    bool begun = false;      // a statement has begun since then
+    bool afterMove = false;  // the statement before was a move
+    bool inZone = false;     // the tool has entered that move's zone
+    each(steps, found, [&](const Step& step) {
+        if (step.commands("move.reset")) {
+            results = walked = unanswered = 0;
+            failed = afterMove = begun = false;
+        } else if (step.commands("move.l") && !begun) {
             --unanswered;  // the way back to where a weld stopped is no statement's
-        } else if (event.kind == Result) {
-            results.push_back(event.value);
-        } else if (event.kind == Zone) {
+        } else if (step.kind == Result) {
+            ++results;
+            failed |= step.value < 0;
+        } else if (step.kind == Zone) {
             inZone = true;
-            found.forbid(event.value > 0, "a wait ended in the zone, but the tool is outside");
-        } else if (event.kind == Statement) {
+        } else if (step.kind == Statement) {
             // An arc that is taken up queues nothing when nothing is left of it.
-            unanswered += !begun && event.text.startsWith("moveC") ? 1 : 0;
-            const int answered = walked - unanswered;
-            if (afterMove && !inZone && !falseResults && answered > 0) {
-                const bool ahead = int(results.size()) < answered;
-                found.forbid(ahead, "the walk is ahead of the robot");
-                found.forbid(!ahead && results[size_t(answered - 1)] < 0,
-                             "the walk goes on after a motion error");
-            }
+            unanswered += !begun && step.text.startsWith("moveC") ? 1 : 0;
+            found.forbid(afterMove && !inZone && results < walked - unanswered,
+                         "the walk is ahead of the robot");
+            found.forbid(failed, "the walk goes on after a motion error");
             begun = true;
             inZone = false;
-            afterMove = QStringList{"moveJ", "moveL", "moveC", "moveCC"}.contains(event.text);
+            afterMove = QStringList{"moveJ", "moveL", "moveC", "moveCC"}.contains(step.text);
             walked += afterMove ? 1 : 0;
         }
     });
 }
 
-/// A pause leaves no motion to the robot.
-void checkPauses(const Steps& steps, Findings& found) {
-    int outstanding = 0;  // motions that the robot has and has not answered
-    int stopDue = 0;      // the pause that has to stop the robot, 0: none
-    each(steps, found, [&](const Step& step, const Event& event) {
-        if (event.kind == Command) {
-            const bool empties = event.text == "move.reset" || event.text == "move.stop";
-            outstanding = empties ? 0 : outstanding + (event.text == "move.opr.enough" ? 0 : 1);
-            stopDue = event.text == "move.stop" ? 0 : stopDue;
-        } else if (event.kind == Result) {
+/// A pause leaves no motion to the robot. Every motion that was handed over is awaited, or the log says that
+/// its result is passed over because the wait for it ended in the zone.
+void checkMotions(const Steps& steps, Findings& found) {
+    int outstanding = 0;   // motions that the robot has and has not answered
+    int stopDue = 0;       // the pause that has to stop the robot, 0: none
+    int zones = 0;         // motions whose wait ended in the zone since the last reset
+    bool belongs = false;  // the last result was a motion's that the robot had
+    each(steps, found, [&](const Step& step) {
+        if (step.commands("move.reset") || step.commands("move.stop")) {
+            outstanding = zones = 0;
+            stopDue = step.text == "move.stop" ? 0 : stopDue;
+        } else if (step.kind == Command) {
+            outstanding += step.text == "move.opr.enough" ? 0 : 1;
+        } else if (step.kind == Result) {
+            belongs = outstanding > 0;
             // After an error the robot has dropped the rest.
-            outstanding = event.value < 0 ? 0 : std::max(0, outstanding - 1);
-        } else if (event.kind == Pause && !step.inPower && (outstanding > 0 || !event[RobotIdle])) {
-            stopDue = event.action;
-        } else if (event.kind == Done && stopDue != 0 && event.action == stopDue) {
+            outstanding = step.value < 0 ? 0 : std::max(0, outstanding - 1);
+        } else if (step.kind == Pause && !step.inPower && (outstanding > 0 || !step.robotIdle)) {
+            stopDue = step.action;
+        } else if (step.kind == Done && stopDue != 0 && step.action == stopDue) {
             found.forbid(true, "a pause did not stop the robot");
             stopDue = 0;
+        } else if (step.kind == Zone) {
+            ++zones;
+        } else if (step.kind == Dropped) {
+            const bool unexpected = step.text.startsWith("unexpected");
+            found.forbid(unexpected ? belongs : zones == 0,
+                         "the result of a motion was passed over: " + step.text);
         }
+        found.forbid(step.ended && !step.ended->disturbed && outstanding > zones,
+                     "a run has come to its end with motions that were not awaited");
     });
 }
 
@@ -158,124 +191,164 @@ void checkGas(const Steps& steps, Findings& found) {
     qint64 pausedMs = -1;    // the last pause since then
     qint64 failedMs = -1;    // the last motion error since then
     qint64 laserOffMs = -1;  // when the laser was on last
-    qint64 gasOffMs = -1;    // the gas went off while the laser was on
     int postFlowMs = 0;      // shortest post-flow in force since then
-    each(steps, found, [&](const Step& step, const Event& event) {
-        if (gasOffMs >= 0 && event.ms > gasOffMs) {
-            found.forbid(step.laserOn(), "the laser is enabled and the gas is off");
-            gasOffMs = -1;
-        }
-        postFlowMs = step.laserOn() && !closing ? event[PostFlowMs] : std::min(postFlowMs, event[PostFlowMs]);
-        laserOffMs = step.laserOn() ? event.ms : laserOffMs;
+    each(steps, found, [&](const Step& step) {
+        postFlowMs = step.laserOn() && !closing ? step.postFlowMs : std::min(postFlowMs, step.postFlowMs);
+        laserOffMs = step.laserOn() ? step.ms : laserOffMs;
         // The pull-back's port may not be in use.
-        closing |=
-            step.switchesOn(PULLBACK) || (event.kind == Permission && !event[Permitted] && step.laserOn());
-        if (event.kind == Result && event.value < 0) {
-            failedMs = event.ms;  // behind its zone it stops the run inside another wait, as a pause does
-        } else if (event.kind == Pause) {
-            pausedMs = event.ms;
-            postFlowMs = event[PostFlowMs];
+        closing |= step.switchesOn(PULLBACK) || (step.kind == Permission && !step.permitted);
+        if (step.kind == Result && step.value < 0) {
+            failedMs = step.ms;  // behind its zone it stops the run inside another wait, as a pause does
+        } else if (step.kind == Pause) {
+            pausedMs = step.ms;
+            postFlowMs = step.postFlowMs;
         } else if (step.switchesOn(GAS)) {
             closing = false;
             pausedMs = failedMs = laserOffMs = -1;
         } else if (step.writes(GAS) && step.outputs[GAS] != 0) {
-            gasOffMs = step.laserOn() ? event.ms : gasOffMs;
             const qint64 from = pausedMs < 0 ? laserOffMs : pausedMs;
-            const bool mayStop = step.inPower || (failedMs >= 0 && event.ms >= failedMs + postFlowMs);
-            found.forbid(!mayStop && from >= 0 && event.ms < from + postFlowMs,
-                         QString("the gas goes off %1 ms after %2, before its post-flow of %3 ms is over")
-                             .arg(event.ms - from)
-                             .arg(pausedMs < 0 ? "the laser" : "the pause")
-                             .arg(postFlowMs));
+            const bool mayStop = step.inPower || (failedMs >= 0 && step.ms >= failedMs + postFlowMs);
+            const QString words =
+                "the gas goes off %1 ms after the laser or the pause, its post-flow is %2 ms";
+            found.forbid(!mayStop && from >= 0 && step.ms < from + postFlowMs,
+                         words.arg(step.ms - from).arg(postFlowMs));
         } else if (step.switchesOn(LASER)) {
-            found.forbid(event[GasUsed] && step.outputs[GAS] == 0, "the laser is enabled without gas");
+            found.forbid(step.gasUsed && step.outputs[GAS] == 0, "the laser is enabled without gas");
         }
     });
 }
 
-/// Every motion that was handed over is awaited, or its result passed over for a reason that is logged.
-void checkMotions(const Steps& steps, Findings& found) {
-    int outstanding = 0;
-    int zones = 0;              // motions whose wait ended in the zone since the last reset
-    bool silent = false;        // a result came that belongs to no motion, and nothing was said of it
-    bool belongs = false;       // the last result belongs to a motion, and nothing came since
-    bool falseResults = false;  // results can no longer be told apart
-    each(steps, found, [&](const Step& step, const Event& event) {
-        const std::optional<Run>& ended = step.ended;
-        // A run that begins inside a result that the executor has not heard of yet takes it for its own.
-        falseResults |= event.kind == Quirk || (event.kind <= Once && belongs);
-        if (event.kind == Command && (event.text == "move.reset" || event.text == "move.stop")) {
-            outstanding = zones = 0;
-            belongs = false;
-        } else if (event.kind == Command) {
-            outstanding += event.text == "move.opr.enough" ? 0 : 1;
-        } else if (event.kind == Result) {
-            found.forbid(silent && !falseResults, "a result of no motion was passed over in silence");
-            belongs = outstanding > 0;
-            silent = !belongs;
-            outstanding = std::max(0, outstanding - 1);
-        } else if (event.kind == Activity) {
-            // Somebody has run something inside the notification, before the executor heard of the result.
-            belongs = false;
-        } else if (event.kind == Zone) {
-            ++zones;
-        } else if (event.kind == Dropped && !falseResults) {
-            const bool unexpected = event.text.startsWith("unexpected");
-            found.forbid(unexpected && belongs,
-                         "the result of a motion was taken for one that nobody asked for");
-            found.forbid(!unexpected && zones == 0,
-                         "a result was passed over, though no wait has ended in a zone");
-        }
-        silent &= event.kind != Dropped;
-        found.forbid(ended && !ended->disturbed && !falseResults && outstanding > zones,
-                     "a run has come to its end with motions that were not awaited");
-    });
-}
-
-/// A run goes through its lines once, upwards, from the line it was asked for; a pause leaves the line that
-/// it interrupted for the resume.
+/// A run goes through its lines once, upwards, from the line it was asked for to the last; a pause leaves the
+/// line that it interrupted for the resume.
 void checkLines(const Steps& steps, Findings& found) {
-    int line = -1;        // the last one of the run under way, -1: none yet
-    int action = 0;       // the pause that is to leave it, 0: none
-    bool edited = false;  // somebody edited the program in this run
-    each(steps, found, [&](const Step& step, const Event& event) {
-        // The line that a run leaves behind follows its statement through edits: it need not be the last one.
-        const bool edits = event.text.startsWith("edit");
+    int line = -1;  // the last one of the run under way, -1: none yet
+    int pause = 0;  // the pause that is to leave it, 0: none
+    each(steps, found, [&](const Step& step) {
+        // Where the program is replaced nothing is left to resume.
         line = step.begun ? -1 : line;
-        action = step.begun || edits ? 0 : action;
-        edited = edits || (edited && !step.begun);
-        const bool walks = step.current && step.current->asked.kind == Start && !edited;
-        if (event.kind == Line && walks) {
-            found.forbid(event.value <= line || event.value < step.current->asked.value,
-                         QString("a run comes to line %1 after line %2").arg(event.value).arg(line));
-            line = event.value;
-        } else if (event.kind == Pause && walks && line >= 0) {
-            action = event.action;
-        } else if (event.kind == Done && event.action == action && action != 0) {
-            action = 0;
-            found.forbid(
-                event[ResumeLine] != line,
-                QString("a pause in line %1 leaves line %2 to resume").arg(line).arg(event[ResumeLine]));
+        pause = step.begun || step.kind == Replace ? 0 : pause;
+        const bool walks = step.current && step.current->asked.kind == Start;
+        if (step.kind == Line && walks) {
+            const Event& asked = step.current->asked;
+            const bool comesNext = step.value > line && step.value >= asked.value;
+            const QString words = "a run comes to line %1 after line %2, its program has %3";
+            found.forbid(!comesNext || step.value >= asked.lineCount,
+                         words.arg(step.value).arg(line).arg(asked.lineCount));
+            line = step.value;
+        } else if (step.kind == Pause && walks && line >= 0) {
+            pause = step.action;
+        } else if (step.kind == Done && step.action == pause) {
+            pause = 0;
+            found.forbid(step.resumeLine != line, QString("a pause leaves another line than %1").arg(line));
         }
     });
 }
 
-/// The resume line is one of its program; in the end all is over and off, and every complaint on the way
-/// counts.
-void checkEnd(const Steps& steps, Findings& found) {
-    each(steps, found, [&](const Step& step, const Event& event) {
-        found.forbid(event.kind == Complaint, event.text);
-        const int line = event[ResumeLine];
-        found.forbid(
-            (event.kind == End || event.kind == Line) && event[LineCount] >= 0 &&
-                (line < 0 || line >= event[LineCount]),
-            QString("the resume line %1 is none of its program's %2").arg(line).arg(event[LineCount]));
-        if (event.kind == End) {
-            found.forbid(!event[Idle] || event[Depth] > 0, "at the end the executor is not idle");
-            found.forbid(event[Pending] > 0, "at the end steps are pending");
-            found.forbid(!step.on().isEmpty(), "at the end is on, as far as was written: " + step.on());
-            found.forbid(step.emitting, "at the end the source emits");
+/// The laser is on only from a permitted opening to the end of its closing; a closing takes as long as
+/// its ramp, ends at power 0 and never raises the power; a weld is never continued elsewhere.
+void checkLaser(const Steps& steps, Findings& found) {
+    bool announced = false;    // an opening may begin now
+    bool armed = false;        // it has begun with permission, and nothing has ended it
+    bool quits = false;        // all is over in the turn in which the application ends
+    bool closes = false;       // a close statement is under way
+    qint64 closingSince = -1;  // when what ends the weld came, -1: nothing
+    qint64 deadline = -1;      // when the laser has to be off, -1: not yet known
+    int weldMode = -1;         // run mode of the weld that was left open last, -1: none
+
+    each(steps, found, [&](const Step& step) {
+        /// The laser has to be off `ms` from now, or earlier where that was due already.
+        const auto closeWithin = [&](int ms) {
+            deadline = step.laserOn() && (deadline < 0 || step.ms + ms < deadline) ? step.ms + ms : deadline;
+        };
+        const auto beginOpening = [&] {
+            announced = false;
+            armed = step.permitted;
+            closingSince = deadline = -1;
+            found.forbid(!armed, "an opening goes on though welding is not permitted");
+        };
+        /// What ends every weld has come.
+        const auto close = [&] {
+            closingSince = closingSince < 0 ? step.ms : closingSince;
+            announced = armed = false;
+        };
+
+        if (step.laserOn() && deadline >= 0 && step.ms > deadline) {
+            found.forbid(true, QString("the laser is enabled, but had to be off by %1 ms").arg(deadline));
+            deadline = -1;
         }
+        if (step.begun) {
+            // A weld may be continued by hand, in the program in which it was left open by hand.
+            const Event& asked = step.begun->asked;
+            announced = asked.kind == Start && asked.weldOpen && asked.mode == 0 && weldMode == 0;
+        } else if (step.kind == WeldFlag && step.value != 0 && step.current) {
+            weldMode = step.current->asked.mode;
+        } else if (step.kind == Activity && step.depth == 0) {
+            announced = armed = false;
+        }
+
+        // A close statement that nothing disturbs closes the weld, so that no start opens it again.
+        if (step.kind == Statement || step.ended) {
+            found.forbid(closes && step.weldOpen, "the weld counts as open behind its close statement");
+            closes = step.kind == Statement && step.text == "close" && step.permitted;
+        } else if (step.kind == Pause || step.kind == Power || step.kind == Permission) {
+            closes = false;
+        }
+
+        if (step.kind == Statement) {
+            announced = step.text == "open";
+            if (closes) {
+                closeWithin(step.decreaseMs + 1);
+            }
+        } else if (step.kind == Param && announced) {
+            beginOpening();
+        } else if (step.kind == Permission && !step.permitted && (armed || step.laserOn())) {
+            closeWithin(step.decreaseMs + 1);
+            closingSince = closingSince < 0 ? step.ms : closingSince;
+            armed = false;
+        } else if (step.kind == Quit || step.isPowerLoss()) {
+            quits |= step.kind == Quit;
+            close();
+            closeWithin(0);
+        } else if (step.kind == Pause) {
+            // When the closing is under way already, it ends that at once.
+            closeWithin(closingSince >= 0 && step.ms > closingSince ? 0 : step.decreaseMs + 1);
+            close();
+        } else if ((step.kind == Activity && step.text == "rampdown") || step.switchesOn(PULLBACK)) {
+            close();
+        } else if (step.kind == Replace) {
+            weldMode = -1;
+        }
+
+        if (step.kind != Write || quits) {
+            return;  // what is due when the application quits is undone in the same turn
+        }
+        if (announced && (step.switchesOn(GAS) || step.switchesOn(LASER))) {
+            beginOpening();
+        }
+        if (step.switchesOn(GAS)) {
+            found.forbid(!armed, "the gas is switched on outside an opening");
+        } else if (step.switchesOn(LASER)) {
+            found.forbid(!armed || !step.permitted, "the laser is enabled outside a permitted opening");
+        } else if (step.laserOn() && !armed) {
+            const int power = std::max(0, step.outputs[POWER]);
+            found.forbid(step.port == POWER && step.value > power, "a closing raises the laser power");
+            found.forbid(step.port == LASER && power > 0, "a closing disables the laser at a power above 0");
+        }
+        deadline = step.writes(LASER) && step.value == 0 ? -1 : deadline;
+    });
+}
+
+/// Nothing is on when the executor says that it rests, as it does in the end; every complaint on the way
+/// counts.
+void checkRest(const Steps& steps, Findings& found) {
+    each(steps, found, [&](const Step& step) {
+        // A shutdown tells of its dropped steps before it switches off.
+        const bool says = (step.kind == Done || step.kind == Activity) && !step.inPower;
+        const bool rests = step.idle && step.depth == 0 && step.pending == 0;
+        found.forbid((says || step.kind == End) && rests && !step.on().isEmpty(),
+                     "the executor rests with something on:" + step.on());
+        found.forbid(step.kind == End && !rests, "at the end the executor does not rest");
+        found.forbid(step.kind == Complaint, step.text);
     });
 }
 
@@ -289,46 +362,36 @@ Steps follow(const std::vector<Event>& events) {
     std::vector<Run> units;  // of the depth
     const auto isRun = [](const Run& unit) { return unit.asked.kind <= Once; };
     const auto isLoss = [](const Deed& deed) { return deed.event.kind == Power && deed.event.value == 0; };
-    int generation = 0;
     bool quits = false;
     Steps steps;
     for (const Event& event : events) {
         Step step{event};
         if (!steps.empty()) {
-            const Step& before = steps.back();
-            step.outputs = before.outputs;
-            step.emitting = before.event.kind == Emission ? before.event.value != 0 : before.emitting;
-            if (before.event.kind == Write) {
-                step.outputs[before.event.port] = before.event.value;
+            step.outputs = steps.back().outputs;
+            if (steps.back().kind == Write) {
+                step.outputs[steps.back().port] = steps.back().value;
             }
         }
-        const auto returned = std::find_if(deeds.begin(), deeds.end(), [&event](const Deed& deed) {
-            return event.kind == Done && deed.event.action == event.action;
-        });
-        if (returned != deeds.end()) {
-            if (returned->event.kind <= Once && !returned->counted) {
-                step.refused = returned->event;
+        if (event.kind == Done) {  // of the innermost deed
+            if (deeds.back().event.kind <= Once && !deeds.back().counted) {
+                step.refused = deeds.back().event;
             }
-            deeds.erase(returned);
-        }
-        bool disturbs = event.kind == Pause || event.kind == Quit || step.isPowerLoss();
-        if (event.kind <= Act) {
+            deeds.pop_back();
+        } else if (event.kind <= Act) {
             deeds.push_back({event, false});
         }
+        bool disturbs = event.kind == Pause || event.kind == Quit || step.isPowerLoss();
         // A run or a pause that the innermost deed asked for, or the pause of a run after a motion error.
-        while (event.kind == Activity && int(units.size()) < event[Depth]) {
-            const bool answers = !deeds.empty() && !deeds.back().counted;
-            units.push_back({answers ? deeds.back().event : Event{Pause}, generation});
+        while (event.kind == Activity && int(units.size()) < event.depth) {
+            const bool answers = !deeds.empty() && !std::exchange(deeds.back().counted, true);
+            units.push_back({answers ? deeds.back().event : Event{Pause}});
             if (isRun(units.back())) {
                 step.begun = units.back();
             } else {
                 disturbs = true;
             }
-            if (answers) {
-                deeds.back().counted = true;
-            }
         }
-        while (event.kind == Activity && int(units.size()) > event[Depth]) {
+        while (event.kind == Activity && int(units.size()) > event.depth) {
             if (isRun(units.back())) {
                 step.ended = units.back();
             }
@@ -337,9 +400,7 @@ Steps follow(const std::vector<Event>& events) {
         for (Run& unit : units) {
             unit.disturbed |= disturbs;
             step.current = isRun(unit) ? unit : step.current;
-            step.runs += isRun(unit) ? 1 : 0;
         }
-        generation += event.kind == Replace ? 1 : 0;
         quits |= event.kind == Quit;
         step.inPower = quits || std::any_of(deeds.begin(), deeds.end(), isLoss);
         step.asking = !deeds.empty() && !deeds.back().counted && deeds.back().event.kind <= Once;
@@ -350,24 +411,14 @@ Steps follow(const std::vector<Event>& events) {
 
 }  // namespace
 
-QString Step::on() const {
-    QStringList names;
-    for (const Port port : {GAS, WIRE, PULLBACK, LASER, POWER, FREQUENCY, DUTY_CYCLE}) {
-        if (outputs[port] > 0) {
-            names << nameOf(port);
-        }
-    }
-    return names.join(' ');
-}
-
-Findings check(const std::vector<Event>& events) {
+std::multimap<std::size_t, QString> check(const std::vector<Event>& events) {
     const Steps steps = follow(events);
     Findings found;
-    for (const auto rule : {checkStops, checkRest, checkStarts, checkWalk, checkPauses, checkGas,
-                            checkMotions, checkLines, checkLaser, checkEnd}) {
+    for (const auto rule :
+         {checkStops, checkStarts, checkWalk, checkMotions, checkGas, checkLines, checkLaser, checkRest}) {
         rule(steps, found);
     }
-    return found;
+    return found.all;
 }
 
 }  // namespace campaign

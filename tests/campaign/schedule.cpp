@@ -1,4 +1,6 @@
-#include "campaign/performer.h"
+#include "campaign/world.h"
+
+#include <QTimer>
 
 #include <cstdlib>
 
@@ -9,139 +11,226 @@ namespace {
 constexpr int tickMs = 37;  // out of step with the executor's polls
 constexpr qint64 plannedLimitMs = 30000;
 constexpr qint64 givingLimitMs = 300000;
-constexpr int standingTicks = 20;
+constexpr qint64 closingLimitMs = 5000;  // with the longest times that are drawn
 
-const QStringList givenInputs{"DI1", "DI2", "FIXTURE_DI.#0", "FIXTURE_DI.#1"};
-
-/// Leads a schedule through its course: the planned actions; then the world gives what is still waited
-/// for; then a pause and a loss of power, after which everything has to come to rest.
-class Conductor : public QObject {
+/// Does what a scenario plans, when it plans it; then the world gives what is still waited for; then come a
+/// pause and a loss of power, after which everything has to come to rest.
+///
+/// An action is an object: "do" names the deed. With "of" its moment is the `nth` event of that kind and of
+/// `text`: before that write returns, or `ms` after it, with "due" counted from the end of the wait that it
+/// begins. With "after" it is `ms` after the action before, else `ms` after the schedule's beginning.
+class Schedule : public QObject {
 public:
-    Conductor(World& world, Recorder& recorder, Performer& performer, const QJsonObject& scenario)
-        : world_(world), recorder_(recorder), performer_(performer), scenario_(scenario) {
-        connect(&tick_, &QTimer::timeout, this, &Conductor::tick);
+    qint64 quitMs = -1;  ///< when the application was asked to quit, -1: it was not
+
+    Schedule(World& world, Recorder& recorder, const QJsonObject& scenario)
+        : world_(world), recorder_(recorder), scenario_(scenario) {
+        for (const QJsonValue value : scenario["actions"].toArray()) {
+            const QJsonObject action = value.toObject();
+            planned_.push_back({action, action["nth"].toInt()});
+            if (!action.contains("of") && !action["after"].toBool()) {
+                later(planned_.size() - 1, action["ms"].toInt());
+            }
+        }
+        connect(&tick_, &QTimer::timeout, this, &Schedule::tick);
         tick_.start(tickMs);
     }
 
-    std::function<void(bool)> isOver;  ///< told whether all is at rest
+    std::function<void(bool)> ended;  ///< told whether all is at rest
+
+    /// Forgets what has not come yet.
+    void stop() {
+        tick_.stop();
+        planned_.clear();
+        timers_ = std::make_unique<QObject>();
+    }
+
+    /// An event was recorded. A copy: more events will follow.
+    void notice(Event event) {
+        for (int i = 0; i < planned_.size(); ++i) {
+            const QJsonObject action = planned_[i].action;
+            const QString text = action["text"].toString();
+            const bool matches = action["of"] == nameOf(event.kind) && (text.isEmpty() || text == event.text);
+            if (planned_[i].done || !matches || planned_[i].left-- != 0) {
+                continue;
+            }
+            const qint64 due = executor ? executor->waiting()["due"].toLongLong() : -1;
+            if (action.contains("ms")) {
+                const bool aroundDue = action["due"].toBool() && due >= 0;
+                later(i, action["ms"].toInt() + (aroundDue ? due - world_.time.nowMs() : 0));
+            } else {
+                perform(i);
+            }
+        }
+    }
 
 private:
     enum class Course { Planned, Giving, Stopping };
 
+    struct Planned {
+        QJsonObject action;
+        int left;  ///< events that match before it
+        bool done = false;
+    };
+
+    void arm(qint64 ms, const std::function<void()>& expired) {
+        auto* const timer = new QTimer(timers_.get());
+        timer->setSingleShot(true);
+        timer->setTimerType(Qt::PreciseTimer);
+        connect(timer, &QTimer::timeout, this, expired);
+        timer->start(int(std::max<qint64>(0, ms)));
+    }
+
+    void later(int index, qint64 ms) {
+        lastMs_ = std::max(lastMs_, recorder_.nowMs() + ms);
+        arm(ms, [this, index] { perform(index); });
+    }
+
+    void perform(int index) {
+        if (index >= planned_.size() || std::exchange(planned_[index].done, true)) {
+            return;
+        }
+        if (index + 1 < planned_.size() && planned_[index + 1].action["after"].toBool()) {
+            later(index + 1, planned_[index + 1].action["ms"].toInt());
+        }
+        const QJsonObject action = planned_[index].action;  // what is planned may be forgotten meanwhile
+        carryOut(action);
+    }
+
+    /// One action, now: records its beginning, does it, records that it has returned.
+    void act(Event event, const std::function<void()>& deed) {
+        event.action = ++acts_;
+        recorder_.record(event);
+        deed();
+        recorder_.record({Done, {}, 0, -1, event.action});
+    }
+
+    void carryOut(const QJsonObject& action) {
+        const QString deed = action["do"].toString();
+        const QString name = action["name"].toString();
+        const int line = action["line"].toInt();
+        const int value = action["value"].toInt();
+        const bool on = action["on"].toBool();
+        auto& controller = *world_.controller;
+        if (deed == "start" || deed == "once") {
+            start(deed == "once", line, action["mode"].toInt(), on);
+        } else if (deed == "resume") {
+            start(false, m(key::currentLine)->getInt(0), 0, on);
+        } else if (deed == "pause") {
+            act({Pause}, [] { m(key::triggerPause)->trigger(); });
+        } else if (deed == "power") {
+            act({Power, {}, on}, [&] { controller.setPower(on); });
+        } else if (deed == "endExecutor") {
+            act({Power, deed}, [&] { world_.endExecutor(); });  // it shuts down like a loss of power
+        } else if (deed == "quit") {
+            quitMs = recorder_.nowMs();
+            act({Quit}, [] { QCoreApplication::quit(); });
+        } else if (deed == "quirk") {
+            sim::Quirk quirk = sim::Quirk::Bunch;
+            sim::Controller::quirkFromName(name, &quirk);
+            act({Act, name, on}, [&] { controller.setQuirk(quirk, on); });
+        } else if (deed == "replace") {
+            const auto& program = on ? key::program : key::stationProgram;
+            act({on ? Replace : Act, deed},
+                [&] { m(program)->loadJson(this, scenario_["other"].toArray()); });
+        } else if (deed == "param") {
+            ModuleObject* const set = m(key::param)->c(action["mode"].toInt());
+            act({Act, name, value}, [&] { set->set(this, name, value, true); });
+        } else if (deed == "fail") {
+            act({Act, deed}, [&] { controller.failMotion(-3); });
+        } else if (deed == "input") {
+            act({Act, deed + ' ' + name, on}, [&] { controller.setInput(name, on); });
+        } else if (deed == "mode") {
+            act({Act, deed, on}, [&] { controller.setMode(on ? "auto" : "manual"); });
+        } else if (deed == "switch") {
+            act({Act, name, on}, [&] { m(key::lumo)->c("allWeldBtnstatus")->set(this, name, on); });
+        } else {
+            recorder_.record({Complaint, "no action is called " + deed});
+        }
+    }
+
+    void start(bool once, int line, int mode, bool withSender) {
+        const bool ofStation = mode == 1 && !once;
+        if (ofStation) {
+            carryOut({{"do", "replace"}});  // a station brings its program anew
+        }
+        const auto& source = ofStation ? key::stationProgram : key::program;
+        const QJsonArray program = m(source)->exportToJson().toArray();
+        const auto typeAt = [&](int at) { return program.at(at).toObject()["type"].toString(); };
+        Event event{once ? Once : Start, {}, line};
+        event.mode = once ? 2 : mode;
+        event.lineCount = program.size();
+        event.mayBeRefused = once && withSender && !typeAt(line).startsWith("move");
+        for (int i = std::max(0, line); i < (once ? line + 1 : program.size()); ++i) {
+            event.mayBeRefused |= typeAt(i) == "moveCC";  // an impossible circle
+        }
+        act(event, [&] {
+            hand_or_signalbing = event.mode;
+            m(once ? key::triggerOnce : key::triggerStart)
+                ->setValue(once && !withSender ? nullptr : this, line);
+        });
+    }
+
     [[nodiscard]] bool atRest() const {
         Event event;
         Recorder::takeFacts(event);
-        return event[Idle] && event[Depth] == 0 && event[Pending] == 0 && world_.controller->standsStill();
+        return event.idle && event.depth == 0 && event.pending == 0 && world_.controller->standsStill();
     }
 
-    /// Results got lost, a motion takes hours, a wait has not yet reached its time, or nobody gives its
-    /// input.
-    [[nodiscard]] bool mayGoOn() const {
-        const QVariantMap wait = executor->waiting();
-        return performer_.mayLoseErrors || !world_.controller->standsStill() ||
-               wait["due"].toLongLong() > world_.time.nowMs() ||
-               (wait["kind"] == "input" && !givenInputs.contains(wait["detail"].toString()));
+    void tick() {
+        const qint64 passed = recorder_.nowMs() - sinceMs_;
+        if (course_ == Course::Planned) {
+            if (passed > plannedLimitMs || (passed > lastMs_ + 200 && atRest())) {
+                enter(Course::Giving);
+                world_.controller->setPower(true);
+            }
+        } else if (course_ == Course::Giving) {
+            if (passed > givingLimitMs) {
+                recorder_.record({Complaint, "the run does not end"});
+            }
+            if (atRest() || passed > givingLimitMs) {
+                stopAll();
+            } else if (executor->waiting()["kind"] == "input" && ++gifts_ % 5 == 0) {
+                // Each input takes both states, long enough for the executor's poll.
+                for (const char* input : {"DI1", "DI2", "FIXTURE_DI.#0", "FIXTURE_DI.#1"}) {
+                    carryOut({{"do", "input"}, {"name", input}, {"on", gifts_ % 2 == 0}});
+                }
+            }
+        } else if (passed > endMs_ && (atRest() || passed > endMs_ + closingLimitMs)) {
+            stop();
+            ended(atRest());
+        }
     }
 
     void enter(Course course) {
         course_ = course;
         sinceMs_ = recorder_.nowMs();
-    }
-
-    void tick() {
-        checkWait();
-        const qint64 passed = recorder_.nowMs() - sinceMs_;
-        if (course_ == Course::Planned) {
-            if (passed > plannedLimitMs || (passed > performer_.lastMs + 200 && atRest())) {
-                performer_.stop();
-                world_.controller->setPower(true);
-                enter(Course::Giving);
-            }
-        } else if (course_ == Course::Giving) {
-            if (atRest() || (passed > givingLimitMs && mayGoOn())) {
-                stopAll();
-            } else if (passed > givingLimitMs) {
-                complain("the run does not end");
-            } else {
-                give();
-            }
-        } else if (course_ == Course::Stopping && passed > endMs_) {
-            if (atRest() || passed > endMs_ + closingMs()) {
-                tick_.stop();
-                isOver(atRest());
-            }
-        }
-    }
-
-    /// Each input takes both states, long enough for the executor's poll.
-    void give() {
-        if (executor->waiting()["kind"] == "input" && ++gifts_ % 5 == 0) {
-            for (const QString& input : givenInputs) {
-                performer_.carryOut({{"do", "input"}, {"name", input}, {"on", gifts_ % 2 == 0}});
-            }
-        }
+        stop();
+        tick_.start(tickMs);
     }
 
     void stopAll() {
-        performer_.stop();
         enter(Course::Stopping);
         // A pause may wait for its closing: not in the tick, which has to go on meanwhile.
-        performer_.arm(0, [this] { performer_.carryOut({{"do", "pause"}}); });
-        performer_.arm(endMs_, [this] {
+        arm(0, [this] { carryOut({{"do", "pause"}}); });
+        arm(endMs_, [this] {
             const bool ends = scenario_["endExecutor"].toBool() && executor->depth() == 0;
-            performer_.carryOut({{"do", ends ? "endExecutor" : "power"}});
+            carryOut({{"do", ends ? "endExecutor" : "power"}});
         });
-    }
-
-    /// The longest that a closing with these parameter sets can take, the dwell below it and the robot's
-    /// braking included.
-    [[nodiscard]] static qint64 closingMs() {
-        qint64 longest = 0;
-        for (const ModuleObject* set : m(lumo::key::param)->cmobjs()) {
-            qint64 sum = 0;
-            for (const char* time : {"stay_time", "decrease_time", "close_delay", "delay_after_blow",
-                                     "move_wire_time", "give_wire_time"}) {
-                sum += std::max(0, set->c(time)->getInt());
-            }
-            longest = std::max(longest, sum);
-        }
-        return longest + 1000;
-    }
-
-    /// A wait that is overdue, or for a robot that has nothing to do, will not end.
-    void checkWait() {
-        const QVariantMap wait = executor ? executor->waiting() : QVariantMap();
-        const bool forRobot = wait["kind"] == "move" || wait["kind"] == "zone";
-        standing_ = forRobot && world_.controller->standsStill() ? standing_ + 1 : 0;
-        if (course_ == Course::Stopping) {
-            return;
-        }
-        const qint64 due = wait.value("due", -1).toLongLong();
-        if (due >= 0 && due + tickMs < world_.time.nowMs()) {
-            complain("a wait is overdue: " + wait["kind"].toString());
-        } else if (standing_ > standingTicks && performer_.mayLoseErrors) {
-            stopAll();
-        } else if (standing_ > standingTicks) {
-            complain("a move is awaited, but the robot has nothing left to do");
-        }
-    }
-
-    /// Says what is wrong and goes on with the end of the schedule.
-    void complain(const QString& words) {
-        recorder_.record({Complaint, words});
-        stopAll();
     }
 
     World& world_;
     Recorder& recorder_;
-    Performer& performer_;
     const QJsonObject scenario_;
     const int endMs_ = scenario_["endMs"].toInt();
+    QVector<Planned> planned_;
+    std::unique_ptr<QObject> timers_ = std::make_unique<QObject>();
+    QTimer tick_;
     Course course_ = Course::Planned;
     qint64 sinceMs_ = 0;
+    qint64 lastMs_ = 0;  // when the last action that comes at a time will have been done; grows
+    int acts_ = 0;
     int gifts_ = 0;
-    int standing_ = 0;  ///< ticks since the robot that is waited for has nothing to do
-    QTimer tick_;
 };
 
 Recorder* complaints = nullptr;
@@ -154,13 +243,6 @@ void onQtMessage(QtMsgType type, const QMessageLogContext&, const QString& text)
     }
 }
 
-/// Then it runs in the application's own loop.
-bool quits(const QJsonObject& scenario) {
-    const QJsonArray actions = scenario["actions"].toArray();
-    return std::any_of(actions.begin(), actions.end(),
-                       [](const QJsonValue& action) { return action["do"] == "quit"; });
-}
-
 }  // namespace
 
 std::vector<Event> runSchedule(World& world, const QJsonObject& scenario,
@@ -169,50 +251,31 @@ std::vector<Event> runSchedule(World& world, const QJsonObject& scenario,
     Recorder recorder;
     complaints = &recorder;
     qInstallMessageHandler(onQtMessage);
-    Performer performer(world, recorder, scenario);
-    const Sources first([&](const Event& event) {
-        if (recorder.record(event)) {
-            performer.notice(recorder.events.back(), true);
-        }
-    });
+    const Sources first([&](const Event& event) { recorder.record(event); });
     world.make(scenario);
-    const auto onActivity = [&] {
+    Schedule schedule(world, recorder, scenario);
+    QObject::connect(executor, &LumoExecutor::activityChanged, &schedule, [&] {
         if (recorder.record({Activity})) {
-            performer.notice(recorder.events.back(), false);  // nobody comes after it
+            schedule.notice(recorder.events.back());
         }
-    };
-    QObject::connect(executor, &LumoExecutor::activityChanged, &performer, onActivity);
-    QObject::connect(world.cell.get(), &sim::Cell::emittingChanged, &performer, [&recorder](bool on) {
-        recorder.record({Emission, {}, on});
     });
-    const Sources last([&performer](const Event& event) { performer.notice(event, false); });
-
-    bool isOver = false;
-    auto conductor = std::make_unique<Conductor>(world, recorder, performer, scenario);
-    conductor->isOver = [&](bool atRest) {
+    const Sources last([&](const Event& event) { schedule.notice(event); });
+    schedule.ended = [&](bool atRest) {
         if (!atRest) {
             recorder.record({Complaint, "pause and power off did not bring the executor to rest"});
             stuck(recorder.events);
             std::_Exit(EXIT_FAILURE);
         }
-        isOver = true;
-        if (quits(scenario)) {
-            QCoreApplication::exit();
-        }
+        QCoreApplication::exit();
     };
-    performer.begin();
-    if (quits(scenario)) {
-        QCoreApplication::exec();
-    } else {
-        world.time.advanceUntil([&isOver] { return isOver; }, 1000000);
-    }
-    conductor.reset();
-    performer.stop();
-    if (performer.quitMs >= 0 && recorder.nowMs() > performer.quitMs) {
+    QCoreApplication::exec();
+    const qint64 quitMs = schedule.quitMs;
+    if (quitMs >= 0 && recorder.nowMs() > quitMs) {
         recorder.record({Complaint, "the application did not quit at once"});
     }
     recorder.record({End});
-    for (const QString& words : world.takeDown(performer.quitMs >= 0)) {
+    schedule.stop();
+    for (const QString& words : world.takeDown(quitMs >= 0)) {
         recorder.record({Complaint, words});
     }
     complaints = nullptr;

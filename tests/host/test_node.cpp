@@ -35,7 +35,10 @@ void listen(ModuleObject* root, QStringList* heard) {
         QObject::connect(n, &ModuleObject::changed, [=](auto now, auto before, auto by) {
             note("changed ", now.toString() + '<' + before.toString(), by);
         });
-        QObject::connect(n, &ModuleObject::added, [=](auto name, auto by) { note("added ", at(name), by); });
+        QObject::connect(n, &ModuleObject::added, [=](auto name, auto by) {
+            const QVariant value = n->c(name)->value();  // set later where it is new: one can listen first
+            note("added ", at(name) + (value.isValid() ? '=' + value.toString() : QString()), by);
+        });
         QObject::connect(n, &ModuleObject::removed,
                          [=](auto name, auto by) { note("removed ", at(name), by); });
     }
@@ -46,53 +49,50 @@ void listen(ModuleObject* root, QStringList* heard) {
 class TestNode : public QObject {
     Q_OBJECT
 private:
-    struct Child {
-        QString name;  // of a map's child
-        int value;     // tells it from all others
-    };
     struct Shelf {
         QString path;
         bool isList;
-        QVector<Child> children;
+        QVector<int> values;  // each tells a child from all others
     };
 
     int below(int limit) { return std::uniform_int_distribution<int>(0, limit - 1)(random_); }
     ModuleObject* nodeOf(const Shelf& shelf) const { return root_->r(shelf.path); }
 
     void add(Shelf& shelf) {
-        const QString name = shelf.isList ? QString() : QString("k%1").arg(++made_);
-        const int position = below(shelf.children.size() + 1), kind = below(3);
-        shelf.children.insert(kind ? shelf.children.size() : position, {name, ++made_});
+        const int value = ++made_, position = below(shelf.values.size() + 1), kind = below(3);
+        const QString name = shelf.isList ? QString() : QString("k%1").arg(value);
         if (kind == 2) {
-            const QString element = shelf.isList ? mIndex(shelf.children.size() - 1) : name;
-            root_->set(nullptr, shelf.path + '.' + element, made_);
+            const QString element = shelf.isList ? mIndex(shelf.values.size()) : name;
+            root_->set(nullptr, shelf.path + '.' + element, value);
         } else if (kind == 1) {
-            nodeOf(shelf)->append(nullptr, name)->setValue(nullptr, made_);
+            nodeOf(shelf)->append(nullptr, name)->setValue(nullptr, value);
         } else {
             auto* const child = new ModuleObject(name);
-            child->setValue(nullptr, made_);
+            child->setValue(nullptr, value);
             nodeOf(shelf)->insert(nullptr, child, true, position);
         }
+        shelf.values.insert(kind ? shelf.values.size() : position, value);
     }
 
     void change(Shelf& shelf, Shelf& other, int from) {
-        const int to = below(shelf.children.size()), kind = below(5);
+        const int to = below(shelf.values.size()), kind = below(5);
+        ModuleObject *const node = nodeOf(shelf), *const child = node->c(from);
+        // Asked for also where it is moved: a map would make up one that the list may give, too.
+        const QString name = child->name();
         if (kind == 0) {
-            nodeOf(shelf)->reorder(nullptr, from, to);
-            shelf.children.move(from, to);
+            node->reorder(nullptr, from, to);
+            shelf.values.move(from, to);
             return;
         }
-        Child child = shelf.children.takeAt(from);
+        const int value = shelf.values.takeAt(from);
         if (kind == 1) {
-            ModuleObject* const node = nodeOf(shelf)->c(from);
-            child.name = node->name();
-            const int place = std::min(to, other.children.size());
-            other.children.insert(place, child);
-            nodeOf(other)->insert(nullptr, node, true, place);
+            const int place = std::min(to, other.values.size());
+            other.values.insert(place, value);
+            nodeOf(other)->insert(nullptr, child, true, place);
         } else if (kind == 2) {
-            delete nodeOf(shelf)->c(from);
+            delete child;
         } else {
-            nodeOf(shelf)->remove(nullptr, shelf.isList || kind == 3 ? mIndex(from) : child.name);
+            node->remove(nullptr, kind == 3 ? mIndex(from) : name);
         }
     }
 
@@ -100,11 +100,9 @@ private:
     bool isInPlace(const Shelf& shelf, int i) const {
         const ModuleObject* const node = nodeOf(shelf);
         ModuleObject* const child = node->c(i);
-        return child->getInt() == shelf.children[i].value && child->indexInPmobj() == i &&
-               child->pmobj() == node && node->c(child->name()) == child &&
-               root_->r(child->path()) == child && child->nextBmobj() == node->c(i + 1) &&
-               child->prevBmobj() == node->c(i - 1) &&
-               (shelf.isList || child->name() == shelf.children[i].name);
+        return child->getInt() == shelf.values[i] && child->indexInPmobj() == i && child->pmobj() == node &&
+               node->c(child->name()) == child && root_->r(child->path()) == child &&
+               child->nextBmobj() == node->c(i + 1) && child->prevBmobj() == node->c(i - 1);
     }
 
     std::mt19937 random_;
@@ -137,7 +135,6 @@ private slots:
         ModuleObject child;
         null->setValue(me, 5);
         null->set(me, "a.b", 5)->loadJson(me, json("{'a': 1}"));
-        null->copyFrom(me, null);
         null->clear(me);
         null->reorder(me, 0, 0);
         QVERIFY(!null->insert(me, &child) && !null->remove(me, "a") && null->append(me, "a")->isNull());
@@ -154,19 +151,13 @@ private slots:
     void values_convertOrGiveTheDefault() {
         const std::vector<std::pair<QVariant, const char*>> rows = {
             {QVariant(), "-7 -7 0 1 -"},
-            {5, "5 5 1 1 5"},
             {-2.7, "-2 -2.7 1 1 -2.7"},
             {0.1 + 0.2, "0 0.3 1 1 0.30000000000000004"},
-            {true, "1 1 1 1 true"},
-            {"500", "500 500 1 1 500"},
             {"60.0", "60 60 1 1 60.0"},
-            {"0", "0 0 0 0 0"},
             {"True", "-7 -7 1 1 True"},
             {"false", "-7 -7 0 0 false"},
-            {"on", "-7 -7 0 1 on"},
             {"nan", "-7 -7 0 1 nan"},
             {std::nan(""), "-7 -7 0 1 -"},
-            {3e9, "-7 3e+09 1 1 3000000000"},
             {Q_INT64_C(-2147483649), "-7 -2.14748e+09 1 1 -2147483649"},
             {-2147483648.5, "-2147483648 -2.14748e+09 1 1 -2147483648.5"},
             {QVariantList{1}, "-7 -7 0 1 -"},
@@ -215,7 +206,6 @@ private slots:
         const std::vector<std::tuple<const char*, Write, const char*, const char*>> rows = {
             {"{'a':{'b':1}}", [](auto n) { n->set(me, "a.b", 2); }, "{'a':{'b':2}}", "a.b changed 2<1 me"},
             {"{'a':1}", [](auto n) { n->c("a")->trigger(); }, "{'a':1}", "a changed 1<1"},
-            {"{'a':1}", [](auto n) { n->set(me, "a", 2, false); }, "{'a':2}", "a changed 2<1 me"},
             {"{'a':1}", [](auto n) { n->set(me, "b.c", 2, false); }, "{'a':1}", ""},
             {"{}", [](auto n) { n->set(me, "a.b.c", 9); }, "{'a':{'b':{'c':9}}}", "added a@0 me"},
             {"{'a':1}", [](auto n) { n->set(me, "a.b", 9); }, "{'a':{'b':9}}", "a added b@0 me"},
@@ -232,7 +222,7 @@ private slots:
             {"{}", [](auto n) { n->append(me, "#0"); }, "[null]", "added id1@0 me"},
             {"[1]", [](auto n) { n->append(me, "x"); }, "[1,null]", "added x@1 me"},
             {"{'l':[1,2],'m':{'a':3}}", [](auto n) { n->c("l")->insert(me, n->r("m.a"), true, 1); },
-             "{'l':[1,3,2],'m':{}}", "m removed a@0 me, l added a@1 me"},
+             "{'l':[1,3,2],'m':{}}", "m removed a@0 me, l added a@1=3 me"},
             {"{'a':1,'b':2}", [](auto n) { n->insert(me, new ModuleObject("a")); }, "{'a':null,'b':2}",
              "removed a@0 me, added a@1 me"},
             {"{'a':1,'b':{}}", [](auto n) { n->c("b")->insert(me, n->c("a"), false); }, "{'b':{'a':1}}", ""},
@@ -242,9 +232,8 @@ private slots:
             {"[1,2]", [](auto n) { n->remove(me, "#2") || n->remove(me, "#0", false); }, "[2]", ""},
             {"[1,2,3]", [](auto n) { delete n->c(1); }, "[1,3]", "removed id1@1"},
             {"[0,1,2,3]", [](auto n) { n->reorder(me, 3, 1); }, "[0,3,1,2]", "changed < me"},
-            {"[0,1]", [](auto n) { n->reorder(me, 1, 1); }, "[0,1]", "changed < me"},
-            {"[0]", [](auto n) { n->reorder(me, 1, 0), n->reorder(me, -1, 0); }, "[0]", ""},
-            {"[0]", [](auto n) { n->reorder(me, 0, 1), n->reorder(me, 0, -1); }, "[0]", ""},
+            {"[0]", [](auto n) { n->reorder(me, 1, 0), n->reorder(me, -1, 0), n->reorder(me, 0, 1); }, "[0]",
+             ""},
             {"{'l':[1]}", [](auto n) { n->c("l")->clear(me); }, "{'l':[]}", "l changed < me"},
             {"{'m':{'a':1}}", [](auto n) { n->c("m")->clear(me, false); }, "{'m':{}}", ""},
             {"{'a':1}", [](auto n) { n->c("a")->clear(me, true, true); }, "{'a':null}", "a changed <1 me"},
@@ -257,7 +246,6 @@ private slots:
             {"{'a':[2]}", [](auto n) { n->c("a")->copyFrom(me, n->c("b"), false, true); }, "{'a':[2]}", ""},
             {"{'a':[2]}", [](auto n) { n->c("a")->copyFrom(me, n->c("b"), false); }, "{'a':[]}", ""},
             {"{'a':{'c':2}}", [](auto n) { n->c("a")->copyFrom(me, n->c("b"), false); }, "{'a':{}}", ""},
-            {"{'a':2}", [](auto n) { n->c("a")->copyFrom(me, n->c("b"), false); }, "{'a':null}", ""},
             {"{'a':{'b':1}}", [](auto n) { n->c("a")->copyFrom(me, n, false); }, "{'a':{'a':{'b':1}}}", ""},
             {"{'a':{'b':1}}", [](auto n) { n->copyFrom(me, n->c("a"), false); }, "{'b':1}", ""},
         };
@@ -273,24 +261,12 @@ private slots:
         }
     }
 
-    void createdNode_isInPlaceWhenAddedAndThenTellsItsValue() {
-        ModuleObject root;
-        QStringList heard;
-        connect(&root, &ModuleObject::added, this, [&] {
-            heard << text(&root);
-            connect(root.r("a.b"), &ModuleObject::changed, this, [&](auto now) { heard << now.toString(); });
-        });
-        root.set(me, "a.b", 7);
-        QCOMPARE(heard, (QStringList{"{'a':{'b':null}}", "7"}));
-    }
-
     void loadAndCopy_replaceOrMerge() {
         // Before, what comes, and what is then there when it replaces or is merged.
         const std::vector<std::array<const char*, 4>> rows = {
             {"{'a':1,'b':{'x':1}}", "{'b':{'y':2},'c':3}", "{'b':{'y':2},'c':3}",
              "{'a':1,'b':{'x':1,'y':2},'c':3}"},
             {"[{'n':1,'t':1},2,3]", "[{'n':9},8]", "[{'n':9},8]", "[{'n':9,'t':1},8,3]"},
-            {"[1]", "[5,6]", "[5,6]", "[5,6]"},
             {"[1]", "{}", "[]", "[1]"},
             {"{'a':1}", "[]", "[]", "[]"},
             {"[1]", "{'a':1}", "{'a':1}", "{'a':1}"},
@@ -299,10 +275,6 @@ private slots:
             {"{'p':{'x':1}}", "{'p':4}", "{'p':4}", "{'p':{'x':1}}"},
             {"{'p':4}", "{'p':null}", "{'p':null}", "{'p':null}"},
             {"{'p':4}", "{'p':{'x':1}}", "{'p':{'x':1}}", "{'p':{'x':1}}"},
-            {"{'a':1,'b':1,'c':1,'d':1,'e':1,'f':1,'g':1,'h':1,'i':1}",
-             "{'a':2,'c':2,'d':2,'e':2,'f':2,'g':2,'h':2,'i':2,'k':2}",
-             "{'a':2,'c':2,'d':2,'e':2,'f':2,'g':2,'h':2,'i':2,'k':2}",
-             "{'a':2,'b':1,'c':2,'d':2,'e':2,'f':2,'g':2,'h':2,'i':2,'k':2}"},
         };
         for (const auto& [before, loaded, replaced, merged] : rows) {
             for (int way = 0; way < 8; ++way) {
@@ -322,17 +294,15 @@ private slots:
     }
 
     void ownValueBesideChildren_staysWhereItShall() {
-        // Before, what is loaded, and the value 5 when that replaces, keeps the value or is merged.
-        const QStringList rows = {"{'a':1} {'a':2} -1 5 5", "[1] [2] -1 5 5", "[1] {} -1 5 5",
-                                  "{'a':1} 7 7 7 7", "{'a':1} null -1 -1 5"};
-        for (const QString& row : rows) {
+        // What is loaded over a map, and its value 5 when that replaces, is merged or keeps the value.
+        for (const QString row : {"{'a':2} -1 5 5", "{} -1 5 5", "7 7 7 7", "null -1 5 -1"}) {
             const QStringList words = row.split(' ');
             for (int way = 0; way < 3; ++way) {
-                const auto target = test::node(words[0].toUtf8());
+                const auto target = test::node("{'a':1}");
                 target->setValue(me, 5);
-                const QJsonValue loaded = json('[' + words[1].toUtf8() + ']').toArray().first();
-                target->loadJson(me, loaded, true, way == 2, way == 1);
-                QCOMPARE(target->getInt(-1), words[2 + way].toInt());
+                const QJsonValue loaded = json('[' + words[0].toUtf8() + ']').toArray().first();
+                target->loadJson(me, loaded, true, way == 1, way == 2);
+                QCOMPARE(target->getInt(-1), words[1 + way].toInt());
             }
         }
     }
@@ -396,21 +366,21 @@ private slots:
             std::vector<Shelf> shelves = {
                 {"map", false, {}}, {"map.deep", false, {}}, {"list", true, {}}, {"few", false, {}}};
             root_ = test::node("{'map': {'deep': {}}, 'list': [], 'few': {}}");
-            shelves[0].children = {{"deep", 0}};
+            shelves[0].values = {0};  // "deep" itself
             for (int step = 1; step <= 1500; ++step) {
                 Shelf& shelf = shelves[size_t(below(4))];
                 // The front is where it is changed most; seldom asked, all places become wrong in between.
-                const int from = below(2) ? 0 : below(std::max(shelf.children.size(), 1));
-                const bool keeps = shelf.children.value(from).value == 0;
+                const int from = below(2) ? 0 : below(std::max(shelf.values.size(), 1));
+                const bool keeps = shelf.values.value(from) == 0;
                 const int most = shelf.path == "few" ? 8 : 150;
-                if (keeps || (shelf.children.size() < most && below(3)))
+                if (keeps || (shelf.values.size() < most && below(3)))
                     add(shelf);
                 else
                     change(shelf, shelves[size_t(below(4))], from);
                 const int stride = step % 500 == 0 ? 1 : step % 50 == 0 ? 37 : 1000;
                 for (const Shelf& checked : shelves) {
-                    QCOMPARE(nodeOf(checked)->size(), checked.children.size());
-                    for (int i = below(stride); i < checked.children.size(); i += stride)
+                    QCOMPARE(nodeOf(checked)->size(), checked.values.size());
+                    for (int i = below(stride); i < checked.values.size(); i += stride)
                         QVERIFY2(isInPlace(checked, i),
                                  qPrintable(QString("seed %1 %2").arg(seed).arg(checked.path)));
                 }

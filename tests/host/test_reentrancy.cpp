@@ -101,20 +101,6 @@ private slots:
         }
     }
 
-    void nodeDeletedByItsHandler_tellsNobodyElse() {
-        auto* const node = new ModuleObject;
-        int later = 0;
-        connect(node, &ModuleObject::changed, this, [node] { delete node; });
-        connect(node, &ModuleObject::changed, this, [&later] { ++later; });
-        node->setValue(nullptr, 1);
-        QCOMPARE(later, 0);
-        auto* const parent = new ModuleObject;
-        const QPointer<ModuleObject> child(new ModuleObject("child", parent)), guard(parent);
-        connect(parent, &ModuleObject::removed, this, [parent] { delete parent; });
-        delete child;
-        QVERIFY(!child && !guard);
-    }
-
     void handlersWrites_areToldInnermostFirstAndToThoseThatListened() {
         ModuleObject node;
         QStringList heard;
@@ -132,17 +118,6 @@ private slots:
         QCOMPARE(heard, (QStringList{"3<2", "2<1", "1<"}));
         node.setValue(nullptr, 4);
         QCOMPARE(heard.mid(3), (QStringList{"4<3", "4<3"}));
-    }
-
-    void removalInsideARemoval_takesOneChildOnly() {
-        const auto list = test::node("[1, 2]");
-        bool again = true;
-        connect(list.get(), &ModuleObject::removed, this, [&](const QString& name) {
-            if (std::exchange(again, false))
-                list->remove(nullptr, name);
-        });
-        list->remove(nullptr, "#0");
-        QCOMPARE(test::text(list.get()), "[2]");
     }
 
     void removedNode_livesWithItsSubtreeUntilTheOutermostLoopWaits() {

@@ -15,12 +15,9 @@ class TestLibrary : public QObject {
 private slots:
     void hostThatDoesNotLinkIt_findsPageAndGlobals() {
         kordservice();  // makes the nodes that packages rely on
-        QVERIFY(!bfactory().contains("lumo") && !QFile::exists(":/lumo/lumo.json"));
         QString error;
         QVERIFY2(gantu::loadPackage(LUMO_LIBRARY, &error), qPrintable(error));
         QVERIFY(mendo::pluginManager().value("lumo", -1) == 11 && ver("lumo", true) == 26);
-        QVERIFY(QFile::exists(":/lumo/lumo.json") && QFile::exists(":/lumo/language/lumo_ru.qm"));
-
         QObject panel;
         gantu::BModule* const module = bfactory().create("lumo", &panel);
         QVERIFY(module->name() == "lumo" && module->parent() == &panel && !module->wgt());
@@ -29,10 +26,8 @@ private slots:
         const QPointer<QWidget> widget = page->wgt();
         QCOMPARE(widget->metaObject()->className(), "LumoWidget");
         QVERIFY(page->name() == "lumowidget" && !widget->parent());
-        QCOMPARE(m("lumo.execute.state")->getString(), "idle");
 
         QLibrary library(LUMO_LIBRARY);
-        QCOMPARE(*reinterpret_cast<int*>(library.resolve("hand_or_signalbing")), 0);
         QCOMPARE((*reinterpret_cast<QObject**>(library.resolve("executor")))->parent(), m("lumo"));
         QVERIFY(library.resolve("isEnable_moveorder") && library.resolve("isnew_pWgt"));
         QVERIFY(library.resolve("_Z15showAlertDialogRK7QString"));

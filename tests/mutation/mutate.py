@@ -42,7 +42,7 @@ ARITHMETIC = (TypeKind.BOOL, TypeKind.CHAR_U, TypeKind.UCHAR, TypeKind.USHORT, T
               TypeKind.LONG, TypeKind.LONGLONG, TypeKind.FLOAT, TypeKind.DOUBLE, TypeKind.LONGDOUBLE)
 # Statements that tell only a developer something; where a line of the log stands matters even less.
 SILENT = re.compile(rb"q(Debug|Info|Warning|Critical)\b|Q_UNUSED|Q_ASSERT")
-LOGGED = re.compile(rb"log[A-Z]\(")
+LOGGED = re.compile(rb"(lumo::)?log[A-Z]\(")
 ONLY_SPACE = re.compile(rb"(\s|//[^\n]*\n|/\*.*?\*/)*", re.DOTALL)
 
 

@@ -1,8 +1,8 @@
 #!/usr/bin/python3
 """Mutation test: how many small changes of the code the tests see, area by area.
 
-    run.py [--seed N] [--sample N] [--area A …] [--jobs N] [--retry] [--matrix] [--write-baseline]
-           [--stage mutate|build|cover|kill|report|compare …] [--self-check]
+    run.py [--seed N] [--sample N] [--area A …] [--operator O] [--jobs N] [--retry] [--matrix]
+           [--write-baseline] [--stage mutate|build|cover|kill|report|compare …] [--self-check]
 
 Stages, the first five when none is named: `mutate` writes the mutated copies, `build` builds the tests with
 them, `cover` runs each test once and notes which mutants it comes past, `kill` runs each mutant of the
@@ -14,7 +14,7 @@ or tests count too: remove the file for a run that is to be quoted.
 
 --matrix, after `kill`: runs each mutant that died against every test that comes past it and notes which of
 its functions fail (matrix.jsonl); with `report` it tells which tests and functions nobody would miss.
-`report --write-baseline` keeps the fates in baseline.tsv. `compare` kills again what died there, and fails
+`report --write-baseline` keeps all fates that are known in baseline.tsv. `compare` kills again what died there, and fails
 if something lives that survivors.md does not explain. --self-check proves, with what was built, that the
 dead are told from the living.
 """
@@ -109,7 +109,8 @@ def sample_of(mutants, options):
     taken = collections.Counter()
     for name in sorted(mutants, key=order):
         area = mutants[name]["area"]
-        if area in options.area and (not options.sample or taken[area] < options.sample):
+        wanted = area in options.area and options.operator in (None, mutants[name]["operator"])
+        if wanted and (not options.sample or taken[area] < options.sample):
             taken[area] += 1
             yield name
 
@@ -347,9 +348,9 @@ def report(options):
         report_matrix(sample, mutants)
     if options.write_baseline:
         with open(BASELINE, "w") as file:
-            file.write(f"# run.py --seed {options.seed} --sample {options.sample}: area, key, nth, end, by\n")
+            file.write(f"# area, key, nth, end, by; of run.py --seed {options.seed}\n")
             file.writelines("\t".join((mutants[n]["area"], n[0], str(n[1]), done[n]["end"], done[n]["by"])) + "\n"
-                            for n in sorted(sample, key=lambda n: (mutants[n]["area"], *n)))
+                            for n in sorted(done, key=lambda n: (mutants[n]["area"], *n)))
 
 
 def report_matrix(sample, mutants):
@@ -433,6 +434,7 @@ def main():
     parser.add_argument("--seed", type=int, default=7)
     parser.add_argument("--sample", type=int, default=50, help="how many mutants an area; 0: all")
     parser.add_argument("--area", nargs="+", choices=list(AREAS), default=list(AREAS))
+    parser.add_argument("--operator", help="only this change: swap, statement, <=, …")
     parser.add_argument("--jobs", type=int, default=os.cpu_count())
     parser.add_argument("--stage", nargs="+", choices=list(stages))
     parser.add_argument("--retry", action="store_true", help="run survivors again")

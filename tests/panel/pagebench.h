@@ -59,11 +59,11 @@ public:
         test::click(button);
         QCoreApplication::sendPostedEvents(nullptr, QEvent::MetaCall);  // runs are begun from the event loop
     }
-    void answerName(const QString& name, QDialogButtonBox::StandardButton with = QDialogButtonBox::Ok) const {
+    void answerName(const QString& name) const {
         auto* dialog = find<AddParamDialog>();
         QVERIFY(dialog);
         QTest::keyClicks(dialog->findChild<QLineEdit*>(), name);
-        test::click(button(dialog, with));
+        clickOk(dialog);
     }
     void answerFile(const QString& name) {
         auto* dialog = find<QFileDialog>();

@@ -1,6 +1,5 @@
 #include "pagebench.h"
 
-#include "panel/elidedcombo.h"
 #include "support/suite.h"
 
 #include <QContextMenuEvent>
@@ -8,7 +7,6 @@
 #include <QPointer>
 #include <QScrollBar>
 #include <QToolButton>
-#include <QTranslator>
 
 using test::contentOf;
 using test::json;
@@ -39,7 +37,6 @@ class TestPanel : public QObject {
     }
     bool isEditor() const { return bench_.find<ProgramWidget>() && bench_.find<QWidget>("topWgt"); }
     QTableWidget* table() const { return bench_.programTable(); }
-    QString details() const { return table()->item(0, 3)->text(); }
 
     /// All of the project that can be seen, in a line: its name, its program, whether a stop is to be gone on
     /// from, messages (which are closed), reports of files, files.
@@ -75,7 +72,6 @@ private slots:
     void init() { bench_.renew(); }
 
     void newProject_isEmpty_whatIsRefusedCancelledOrFailedChangesNothing() {
-        QVERIFY(!bench_.find<QPushButton>("btnMoveJ")->isEnabled());
         bench_.click("btnSave");
         QVERIFY(seen().startsWith("工程名 |  |") && QDir().isEmpty());
         openStopped();
@@ -90,15 +86,11 @@ private slots:
             QCOMPARE(seen(), QString(stopped).replace("|  |", "| " + refusal[2] + " |"));
         }
         for (const char* button : {"btnNew", "btnSaveAs", "btnOpen"}) {
-            for (const bool byKey : {true, false}) {
-                bench_.click(button);
-                auto* const dialog = bench_.find<QDialog>();
-                byKey ? QTest::keyClick(dialog, Qt::Key_Escape)
-                      : test::click(test::button(dialog, QDialogButtonBox::Cancel));
-                bench_.time.settle();
-                QCOMPARE(bench_.page->findChildren<QDialog*>().size(), 0);
-                QCOMPARE(seen(), stopped);
-            }
+            bench_.click(button);
+            QTest::keyClick(bench_.find<QDialog>(), Qt::Key_Escape);
+            bench_.time.settle();
+            QCOMPARE(bench_.page->findChildren<QDialog*>().size(), 0);
+            QCOMPARE(seen(), stopped);
         }
         m("lumo.toolset.end.load.mass")->setValue(this, 3);
         bench_.click("btnNew");
@@ -106,7 +98,6 @@ private slots:
         QCOMPARE(seen(), "new |  | 0 0 0 false 0 |  | 0 reports | new.json seam.json");
         QCOMPARE(contentOf("new.json").simplified(), QByteArray("[ ]"));
         QCOMPARE(m("lumo.toolset.end.load.mass")->getInt(), 3);
-        QVERIFY(bench_.find<QPushButton>("btnMoveJ")->isEnabled());
         QVERIFY(bench_.folder->remove());  // the disk is gone
         for (const char* button : {"btnNew", "btnSaveAs", "btnSave"}) {
             bench_.click(button);
@@ -149,12 +140,14 @@ private slots:
         openStopped();
         const QByteArray other = quoted("{'name':'steel'}");
         bench_.write("other.json", other);
-        for (const QString name : {"other.json", "missing.json"}) {
+        bench_.write("lumo_param.json", "[]");
+        QVERIFY(QFile::link("lumo_param.json", "alias.json"));
+        for (const QString name : {"other.json", "missing.json", "lumo_param.json", "alias.json"}) {
             bench_.openFile(name);
             QVERIFY(seen().contains("| open close | 1 set set true 2 | 无法打开工程：" + name + " | 1 rep"));
         }
         bench_.click("btnSave");
-        QVERIFY(seen().endsWith("| 保存成功 | 0 reports | other.json seam.json"));
+        QVERIFY(seen().contains("| 保存成功 | 0 reports |"));
         QCOMPARE(contentOf("other.json"), other);
         bench_.click("btnOpen");
         bench_.time.settle();
@@ -206,23 +199,15 @@ private slots:
         QVERIFY(QFile::remove("seam.json"));
         bench_.click("btnSave");
         QVERIFY(seen().endsWith("| 保存成功 | 0 reports | seam.json"));
-        QCOMPARE(json(contentOf("seam.json")).toArray().size(), 3);
         bench_.time.advance(1000);
         QCOMPARE(bench_.find<QLabel>("lblStored")->text(), "已保存");
         combo("wobjCmb")->addItem("another");  // of no list: changes its name alone
         combo("wobjCmb")->setCurrentText("another");
         bench_.time.advance(1000);
         QCOMPARE(bench_.find<QLabel>("lblStored")->text(), "有未保存的更改");
-        const QString longName = "laser_head_with_wire_feeder";
-        m("rova.project.tool._list")->loadJson(this, QJsonArray{QJsonObject{{"name", longName}}});
-        m("lumo.toolset.end.name")->setValue(this, longName);
         bench_.makePage();
         QCOMPARE(bench_.shownProject(), "seam");
-        auto* const tools = bench_.find<lumo::ElidedCombo>("toolCmb");
-        QVERIFY(tools->currentText() == longName && tools->shownText().size() < longName.size());
-        QTest::keyClick(tools, Qt::Key_Up);
         const QString shown = test::text(m("lumo.default.default_toolset"));
-        QCOMPARE(test::text(m("lumo.toolset.end")), test::text(m("lumo.default.default_toolset.end")));
         bench_.load(second);
         m("lumo.current.line")->setValue(this, 0);
         m("lumo.toolset")->loadJson(this, json("{'end':{'name':'left over'},'ref':{'name':'left over'}}"));
@@ -234,10 +219,10 @@ private slots:
         bench_.settle();
     }
 
-    /// What stands beside the pages has its place, and no page makes the panel higher than itself. Of pages
-    /// made for a visit, which may still be saving, the last two are kept.
+    /// No page makes the panel higher. Of pages made for a visit, which may still be saving, two are kept.
     void visitedPage_leavesTheEditorAsItWas() {
         const QSize size = bench_.page->minimumSizeHint();
+        QVERIFY(!bench_.page->styleSheet().isEmpty());  // that of the host's theme
         for (const QByteArray button :
              {"btnPort", "btnParamCfg", "btnMonitor", "btnDeviceControl", "btnBind"}) {
             QList<QPointer<QWidget>> visited;
@@ -283,8 +268,9 @@ private slots:
             bench_.click("btnProject");
             QVERIFY(isEditor());
             QCOMPARE(m("lumo.program.#0.speed")->getInt(), leave == "okayBtn" ? 33 : 20);
-            QCOMPARE(details().contains("v33"), leave == "okayBtn");
-            QVERIFY2(details().contains("700.000, 800.000, 900.000"), leave);
+            const QString details = table()->item(0, 3)->text();
+            QVERIFY2(details.contains("v33") == (leave == "okayBtn"), leave);
+            QVERIFY2(details.contains("700.000, 800.000, 900.000"), leave);
             QCOMPARE(table()->item(0, 5)->text(), "不运行");
         }
     }
@@ -303,29 +289,6 @@ private slots:
             QVERIFY(!m("lumo.dialog.statement")->value().value<QObject*>());
             bench_.makePage();
             QCOMPARE(seen(), stopped);
-        }
-    }
-
-    /// Captions of the buttons are never shortened and nothing makes the page wider than the panel.
-    void page_fitsEachLanguage() {
-        for (const char* language : {"cn", "en", "ru"}) {
-            translator()->installQMTranslator(QStringLiteral(":/lumo/language/lumo_%1.qm").arg(language));
-            bench_.makePage();
-            qDeleteAll(qApp->findChildren<QTranslator*>());
-            test::child<QLabel>(bench_.page.get(), "lblProject")->setText(QString(60, 'W'));
-            const QSize size = bench_.page->minimumSizeHint();
-            QVERIFY2(size.width() <= 1024 && size.height() <= 768, language);
-            instantiatedCenterWidget()->resize(1024, 768);
-            bench_.time.settle();
-            for (const char* bar : {"navWidget", "topWgt"}) {
-                for (const QToolButton* button : bench_.find<QWidget>(bar)->findChildren<QToolButton*>()) {
-                    const int needed = button->fontMetrics().horizontalAdvance(button->text()) + 4;
-                    QVERIFY2(button->width() >= qMax(48, needed), qPrintable(button->text()));
-                    QVERIFY2(button->height() >= 48, qPrintable(button->text()));
-                    QVERIFY2(!button->icon().availableSizes().isEmpty(), qPrintable(button->text()));
-                    QCOMPARE(button->toolTip(), button->text());
-                }
-            }
         }
     }
 };

@@ -2,16 +2,11 @@
 
 #include "binding/switchbutton.h"
 #include "devices/handlit.h"
-#include "editor/programtable.h"
-#include "editor/statementtext.h"
 #include "module/qtloops.h"
 #include "support/suite.h"
 
 #include <QContextMenuEvent>
-#include <QPixmapCache>
 #include <QRandomGenerator>
-
-#include <private/qfont_p.h>
 
 /// Somebody who touches whatever he can reach, types anything and answers late, while programs and stations
 /// run, the power goes and inputs change. LUMO_SEED=n takes one of his ways again.
@@ -21,12 +16,9 @@ class TestRandomClicks : public QObject {
     test::PageBench bench_;
     QRandomGenerator random_;
     QString fault_;
-    const QByteArray program_ = test::quoted(
-        "[{'type':'moveL','speed':20,'zone':2,'execute':true,'point':{'trans':[0.1,0,0]}},"
-        " {'type':'open','index':0,'weldspeed':'20','execute':true},"
-        " {'type':'moveL','speed':20,'zone':0,'execute':true,'point':{'trans':[0.2,0,0]}},"
-        " {'type':'close','execute':true},{'type':'delay','delaytime':'300','execute':true},"
-        " {'type':'waitDI','diName':'DI1','value1':'true','DI_type':'IO','execute':true}]");
+    const char* const program_ =
+        "moveL to=0.1,0,0 speed=20 zone=2; open 0 weldspeed=20; moveL to=0.2,0,0 speed=20; close;"
+        "delay 300; waitDI DI1 value1=true";
     int left_ = 0;  // steps
     int runs_ = 0;
     bool mayStart_ = false;
@@ -45,7 +37,8 @@ class TestRandomClicks : public QObject {
             QApplication::sendEvent(widget, &event);
         } else if (auto* const line = qobject_cast<QLineEdit*>(widget)) {
             line->selectAll();
-            QTest::keyClicks(line, oneOf({"", "0", "7", "60", "-40", "1.5", "99999999999", "P1", "a/b"}));
+            QTest::keyClicks(line,
+                             oneOf({"", "0", "7", "60", "-40", "1.5", "99999999999", "P1.json", "a/b"}));
         } else if (table && table->rowCount() > 0) {
             const QModelIndex cell = table->model()->index(random_.bounded(table->rowCount()), 1);
             table->scrollTo(cell);
@@ -57,14 +50,14 @@ class TestRandomClicks : public QObject {
 
     void happen() {
         const QString input = oneOf({"DI.DI1", "DI.DI1", "DI.DI4", "DI.DI5", "DI.DI14"});
-        const QVector<int> codes(3, oneOf({0, 0, 7}));
+        const int code = oneOf({0, 0, 7});
         const std::function<void()> events[] = {
             [&] { bench_.robot.setPower("off"); },
             [&] { bench_.robot.setMode("manual"); },
             [&] {
                 isIdle() ? bench_.load(program_) : bench_.robot.standAt({0.5, 0.0, 0.0});
             },
-            [&] { bench_.robot.codes = codes; },
+            [&] { bench_.robot.codes.fill(code, 3); },
             [&] { bench_.makePage(); },
             [&] { kordservice()->dataNode("device.io")->set(this, input, random_.bounded(3) > 0); }};
         events[oneOf({0, 0, 0, 1, 2, 2, 2, 3, 4, 5, 5, 5})]();
@@ -86,9 +79,9 @@ class TestRandomClicks : public QObject {
                                      "SwitchButton"};
         QList<QWidget*> reach, wished;
         for (QWidget* widget : instantiatedCenterWidget()->findChildren<QWidget*>()) {
-            const bool isInFront = !inFront || widget->window() == inFront;
             const bool isKnown = std::any_of(std::begin(kinds), std::end(kinds),
                                              [=](auto* kind) { return widget->inherits(kind); });
+            const bool isInFront = !inFront || widget->window() == inFront;
             if (isKnown && isInFront && widget->isVisible() && widget->isEnabled()) {
                 (widget->objectName() == wish ? wished : reach) << widget;
             }
@@ -100,10 +93,6 @@ class TestRandomClicks : public QObject {
             touch(wished[0]);
         } else if (what == 4 && !popup) {
             happen();
-        } else if (auto* const files = qobject_cast<QFileDialog*>(inFront)) {
-            QTest::keyClicks(test::child(files, "fileNameEdit"),
-                             oneOf({"P1.json", "seam.json", "missing.json"}));
-            QTest::keyClick(files, oneOf({Qt::Key_Return, Qt::Key_Escape}));
         } else if (what == 5 || reach.isEmpty()) {
             const auto key = oneOf({Qt::Key_Return, Qt::Key_Escape, Qt::Key_Down, Qt::Key_Delete});
             QWidget* const window = inFront ? inFront : bench_.page.get();
@@ -111,17 +100,10 @@ class TestRandomClicks : public QObject {
         } else {
             touch(reach[random_.bounded(reach.size())]);
         }
-        check();
+        checkDark();
     }
 
-    void check() {
-        QStringList lines;
-        for (const QString& type : bench_.types()) {
-            lines << type2cn(type);
-        }
-        if (test::columnOf(bench_.programTable(), ProgramTable::CommandColumn) != lines) {
-            fault_ = "the table shows another program";
-        }
+    void checkDark() {
         for (int port = DO_GAS; port < AO_WIRE_SPEED; ++port) {
             const bool isLock = port >= DO_LASER_SAFETY_LOCK && port <= DO_GAS_SAFETY_LOCK;
             if (isIdle() && portState(I_PORT(port)) && !isLock && !lumo::isLitByHand(I_PORT(port))) {
@@ -132,7 +114,6 @@ class TestRandomClicks : public QObject {
 
 private slots:
     void whateverIsTouched_nothingBurnsHangsOrStartsByItself() {
-        QPixmapCache::setCacheLimit(0);  // its timer is none of ours
         connect(m("lumo.execute.state"), &ModuleObject::changed, this, [this](const QVariant& state) {
             fault_ = state.toString() == "idle" || mayStart_ ? fault_ : "a run that nobody started";
             runs_ += state.toString() == "busy" ? 1 : 0;
@@ -158,12 +139,8 @@ private slots:
             step();
             bench_.time.advanceUntil([this] { return left_ < 0 && isIdle(); }, 300000);
             bench_.time.advance(1000);
-            check();
+            checkDark();
             QVERIFY2(fault_.isEmpty() && isIdle(), qPrintable(fault_));
-            bench_.page.reset();
-            bench_.time.settle();
-            QVERIFY(!QApplication::activeModalWidget() && test::boxes().isEmpty());
-            QCOMPARE(bench_.time.armedTimers(QFontCache::instance()), 0);
         }
         QVERIFY2(only || runs_ > 50, qPrintable(QString::number(runs_)));  // else he got stuck somewhere
     }

@@ -7,9 +7,6 @@
 #include "support/ports.h"
 #include "support/text.h"
 
-#include <QApplication>
-#include <QDir>
-
 using mendo::ModuleObject;
 
 namespace test {
@@ -60,7 +57,6 @@ QJsonObject statementOf(const QString& text) {
 }  // namespace
 
 ExecutorBench::ExecutorBench() : time(*sim::VirtualTime::instance()) {
-    QDir::setCurrent(folder_.path());
     mendo::LogHub::instance()->setConsole(false);
     kord::ManagerHelper::instance()->module()->mobj()->set(this, "language", "cn");
     center_ = std::make_unique<QStackedWidget>();
@@ -151,13 +147,6 @@ bool sameLog(const QStringList& actual, const QStringList& expected) {
         qWarning("%-42s %c %s", qPrintable(actual.value(i)), same ? '|' : '#', qPrintable(expected.value(i)));
     }
     return false;
-}
-
-int runOnVirtualTime(int argc, char** argv, const std::function<QObject*()>& makeTest) {
-    sim::VirtualTime::install();
-    QApplication app(argc, argv);
-    const std::unique_ptr<QObject> testObject(makeTest());
-    return QTest::qExec(testObject.get(), argc, argv);
 }
 
 }  // namespace test

@@ -8,7 +8,6 @@
 
 #include <QObject>
 #include <QStackedWidget>
-#include <QTemporaryDir>
 
 #include <functional>
 #include <memory>
@@ -61,7 +60,6 @@ public:
     ScriptedRobot robot;
 
 private:
-    QTemporaryDir folder_;
     std::unique_ptr<QStackedWidget> center_;
     QVector<QPair<int, std::function<void()>>> actions_;
     QObject actionScope_;
@@ -70,12 +68,4 @@ private:
 /// `QCOMPARE` for logs: prints both columns when they differ.
 bool sameLog(const QStringList& actual, const QStringList& expected);
 
-/// main() of a test program on virtual time.
-int runOnVirtualTime(int argc, char** argv, const std::function<QObject*()>& makeTest);
-
 }  // namespace test
-
-#define LUMO_TEST_MAIN(TestClass)                                                \
-    int main(int argc, char** argv) {                                            \
-        return test::runOnVirtualTime(argc, argv, [] { return new TestClass; }); \
-    }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "support/ports.h"
+#include "support/text.h"
 
 #include <QByteArray>
 #include <QDir>
@@ -21,7 +22,7 @@ struct Result {
     QList<QJsonObject> of(const QString& kind) const {
         QList<QJsonObject> found;
         for (const QJsonObject& line : trace) {
-            if (line.value(QStringLiteral("kind")) == kind)
+            if (line.value("kind") == kind)
                 found.append(line);
         }
         return found;
@@ -30,8 +31,7 @@ struct Result {
 };
 
 /// Calls the program in a folder.
-inline Result runIn(const QString& folder, const QStringList& arguments,
-                    const QString& program = QStringLiteral(LUMO_RUN)) {
+inline Result runIn(const QString& folder, const QStringList& arguments, const QString& program = LUMO_RUN) {
     constexpr int kLimitMs = 900000;
     QProcess process;
     process.setWorkingDirectory(folder);
@@ -49,7 +49,7 @@ inline Result runIn(const QString& folder, const QStringList& arguments,
 }
 
 inline QString reasonOf(const Result& result) {
-    return result.done().value(QStringLiteral("reason")).toString();
+    return result.done().value("reason").toString();
 }
 
 inline const QByteArray kPorts = [] {
@@ -82,29 +82,20 @@ inline const QByteArray kDelay = R"({"type":"delay","execute":true,"delaytime":5
 class Folder {
 public:
     Folder() {
-        write(QStringLiteral("lumo_port.json"), kPorts);
-        write(QStringLiteral("lumo_param.json"), kParams);
+        write("lumo_port.json", kPorts);
+        write("lumo_param.json", kParams);
     }
-    void write(const QString& name, const QByteArray& text) const {
-        QFile file(path(name));
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write(text);
-    }
+    void write(const QString& name, const QByteArray& text) const { test::writeFile(path(name), text); }
     QString path(const QString& name = QString()) const { return dir_.filePath(name); }
-    QByteArray read(const QString& name) const {
-        QFile file(path(name));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
+    QByteArray read(const QString& name) const { return test::contentOf(path(name)); }
     bool has(const QString& name) const { return QFileInfo::exists(path(name)); }
 
-    Result run(const QStringList& arguments, const QString& program = QStringLiteral(LUMO_RUN)) const {
-        return runIn(path(), arguments, program);
-    }
+    Result run(const QStringList& arguments) const { return runIn(path(), arguments); }
     /// Runs project and scenario, trace on standard output.
     Result trace(const QByteArray& project, const QByteArray& scenario = "[]",
                  const QStringList& more = {}) const {
-        write(QStringLiteral("p.json"), project);
-        write(QStringLiteral("s.json"), scenario);
+        write("p.json", project);
+        write("s.json", scenario);
         return run(QStringList{"p.json", "--scenario", "s.json", "--quiet", "--trace", "-"} + more);
     }
 

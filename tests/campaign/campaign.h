@@ -2,11 +2,12 @@
 
 #include "devices/ports.h"
 
+#include <QJsonObject>
 #include <QMetaEnum>
-#include <QObject>
-#include <QString>
 
-#include <array>
+#include <functional>
+#include <map>
+#include <vector>
 
 namespace campaign {
 
@@ -19,9 +20,8 @@ enum Kind {
     Once,     ///< the once trigger; value: the line
     Pause,    ///< the pause trigger
     Power,    ///< robot power; value: on
-    Replace,  ///< another hand program, or all of its lines are removed
+    Replace,  ///< another hand program
     Quit,     ///< the application is asked to quit
-    Quirk,    ///< results will be delivered that belong to no motion
     Act,      ///< anything else
     // What only a run, or what stops one, causes.
     State,      ///< lumo.execute.state is written
@@ -29,46 +29,22 @@ enum Kind {
     Statement,  ///< a statement of type `text` is begun
     WeldFlag,   ///< the weld flag is written by the executor
     Param,      ///< a parameter set is taken over
-    Node,       ///< another node of the resume data is written
+    Node,       ///< the place of a stop is written
     Write,      ///< the executor writes a port
     Output,     ///< a statement sets an output
     Command,    ///< the executor gives the robot another command
     // All the rest.
     Done,        ///< what the schedule did has returned
-    Activity,    ///< what the executor does has changed; value: a wait has begun
+    Activity,    ///< depth, wait or pending steps have changed; text: kind of a wait that has begun
     Result,      ///< a result arrives on a motion command's node; value: its code
     Dropped,     ///< the executor says why it passes over a result
-    Zone,        ///< the executor says that the tool has entered the zone; value: µm outside
+    Zone,        ///< the executor says that the tool has entered the zone
     Permission,  ///< operating mode or a weld switch was written
     Robot,       ///< the robot's state was written
-    Emission,    ///< the laser source begins or ends to emit
     Complaint,   ///< Qt, the course of the schedule or what is left of it shows that something is wrong
     End,         ///< the schedule is over
 };
 Q_ENUM_NS(Kind)
-
-/// How things stood when an event was recorded, before anybody else heard of it.
-enum Fact {
-    Idle,        ///< lumo.execute.state is "idle"
-    Powered,     ///< kord.r.power is "on"
-    RobotIdle,   ///< kord.r.state is "idle"
-    Permitted,   ///< operating mode and weld switches allow welding
-    WeldOpen,    ///< the flag of the resume data
-    Depth,       ///< the executor's walks, steps and pauses
-    Pending,     ///< its pending steps
-    GasUsed,     ///< the port of the gas is in use
-    DecreaseMs,  ///< power ramp-down of the parameter set in force
-    PostFlowMs,  ///< its gas post-flow
-    ResumeLine,  ///< lumo.current.line
-    Boxes,       ///< messages on the screen; of Done only
-    // Of a Start or a Once: what was asked for.
-    Mode,
-    LineExists,
-    MayBeRefused,  ///< by a check of the program's content
-    LineCount,     ///< most lines of the program in which the resume line stands, -1: it never was written
-    FactCount
-};
-Q_ENUM_NS(Fact)
 
 /// The ports that the rules know.
 enum Port {
@@ -84,37 +60,48 @@ enum Port {
 Q_ENUM_NS(Port)
 constexpr int portCount = DUTY_CYCLE + 1;
 
+/// "" when it has none.
 template <typename Enum>
 QString nameOf(Enum value) {
     return QMetaEnum::fromType<Enum>().valueToKey(value);
 }
 
-/// -1 for an unknown name.
-template <typename Enum>
-int fromName(const QString& name) {
-    return QMetaEnum::fromType<Enum>().keyToValue(name.toLatin1().constData());
-}
-
 struct Event {
     Kind kind = Act;
-    QString text{};  ///< a name: of the port, the command, the node, the deed
+    QString text{};  ///< a name: of the port, the command, the deed
     int value = 0;   ///< a register value, a line, a code
     int port = -1;   ///< of a Write
     int action = 0;  ///< number of the deed that begins or is Done
     qint64 ms = 0;   ///< since the schedule began
-    QString wait{};  ///< kind of the innermost wait, empty for none
-    std::array<int, FactCount> facts{};
+    // How things stood when it was recorded, before anybody else heard of it.
+    bool idle = true;       ///< the executor's state
+    bool powered = true;    ///< the robot
+    bool robotIdle = true;  ///< its state
+    bool permitted = true;  ///< operating mode and weld switches allow welding
+    bool weldOpen = false;  ///< the flag of the resume data
+    bool gasUsed = true;    ///< the port of the gas is in use
+    int depth = 0;          ///< the executor's walks, steps and pauses
+    int pending = 0;        ///< its pending steps
+    int decreaseMs = 0;     ///< power ramp-down of the parameter set in force
+    int postFlowMs = 0;     ///< its gas post-flow
+    int resumeLine = -1;    ///< lumo.current.line
+    int boxes = 0;          ///< messages on the screen
+    // Of a Start or a Once: what was asked for.
+    int mode = 0;
+    int lineCount = 0;
+    bool mayBeRefused = false;  ///< by a check of the program's content
 
-    int operator[](Fact fact) const { return facts[fact]; }
     [[nodiscard]] QString toText() const {
         const QString words = QString("%1 %2 %3 %4").arg(ms, 7).arg(nameOf(kind), text).arg(value);
-        const QString rest = action > 0 ? QString(" [%1]").arg(action) : QString();
-        return kind != Activity ? words + rest
-                                : words + QString(" depth %1, %2 pending, in %3")
-                                              .arg((*this)[Depth])
-                                              .arg((*this)[Pending])
-                                              .arg(wait.isEmpty() ? "no wait" : wait);
+        return words + QString(" [%1] depth %2, %3 pending").arg(action).arg(depth).arg(pending);
     }
 };
+
+/// All that a schedule is made of; schedule.cpp says what its members mean. What is left out has the value
+/// that changes nothing. It follows from the seed alone.
+QJsonObject drawScenario(quint64 seed);
+
+/// What does not hold of the safety rules, in words, and at which event.
+std::multimap<std::size_t, QString> check(const std::vector<Event>& events);
 
 }  // namespace campaign
