@@ -7,39 +7,25 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
-#include <map>
+#include <iterator>
 #include <new>
 
 namespace files {
-
-Report* sharedReport() {
-    static void* const memory =
-        ::mmap(nullptr, sizeof(Report), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
-    return static_cast<Report*>(memory);
-}
-
-#ifdef __x86_64__
 
 namespace {
 
 using Registers = user_regs_struct;
 
-const std::map<unsigned long long, const char*> fileCalls{
-    {SYS_open, "open"},         {SYS_openat, "openat"},      {SYS_close, "close"},
-    {SYS_read, "read"},         {SYS_pread64, "pread64"},    {SYS_write, "write"},
-    {SYS_writev, "writev"},     {SYS_pwrite64, "pwrite64"},  {SYS_lseek, "lseek"},
-    {SYS_stat, "stat"},         {SYS_lstat, "lstat"},        {SYS_fstat, "fstat"},
-    {SYS_statx, "statx"},       {SYS_newfstatat, "fstatat"}, {SYS_access, "access"},
-    {SYS_faccessat, "access"},  {SYS_faccessat2, "access"},  {SYS_readlink, "readlink"},
-    {SYS_rename, "rename"},     {SYS_renameat, "rename"},    {SYS_renameat2, "rename"},
-    {SYS_link, "link"},         {SYS_linkat, "link"},        {SYS_unlink, "unlink"},
-    {SYS_unlinkat, "unlink"},   {SYS_chmod, "chmod"},        {SYS_fchmod, "fchmod"},
-    {SYS_fchmodat, "fchmodat"}, {SYS_fsync, "fsync"},        {SYS_fdatasync, "fsync"},
-    {SYS_fcntl, "fcntl"},       {SYS_flock, "flock"},        {SYS_getcwd, "getcwd"},
-    {SYS_mkdir, "mkdir"},       {SYS_statfs, "statfs"},      {SYS_fstatfs, "fstatfs"},
-    {SYS_symlink, "symlink"},   {SYS_sendfile, "sendfile"},  {SYS_copy_file_range, "copy_file_range"}};
+const unsigned long long fileCalls[] = {
+    SYS_open,      SYS_openat,     SYS_close,  SYS_read,    SYS_pread64,  SYS_write,     SYS_writev,
+    SYS_pwrite64,  SYS_lseek,      SYS_stat,   SYS_lstat,   SYS_fstat,    SYS_statx,     SYS_newfstatat,
+    SYS_access,    SYS_faccessat,  SYS_rename, SYS_link,    SYS_renameat, SYS_renameat2, SYS_faccessat2,
+    SYS_readlink,  SYS_unlinkat,   SYS_linkat, SYS_unlink,  SYS_chmod,    SYS_fchmod,    SYS_fchmodat,
+    SYS_fsync,     SYS_fdatasync,  SYS_fcntl,  SYS_flock,   SYS_getcwd,   SYS_mkdir,     SYS_mkdirat,
+    SYS_ftruncate, SYS_readlinkat, SYS_statfs, SYS_symlink, SYS_sendfile, SYS_fstatfs,   SYS_copy_file_range};
 
 pid_t forkTraced(const std::function<void()>& work) {
     Report* const report = new (sharedReport()) Report;
@@ -83,8 +69,11 @@ bool goOn(pid_t child, Outcome* outcome) {
 
 /// Does the fault to the call before which the child stands; false where it has no meaning.
 bool inject(pid_t child, const Fault& fault, Registers registers, Outcome* outcome) {
+    if (fault.deed == Deed::Kill) {
+        return ::kill(child, SIGKILL) == 0;
+    }
     const auto count = registers.rdx;
-    if (!fault.half) {
+    if (fault.deed == Deed::Fail) {
         registers.orig_rax = static_cast<unsigned long long>(-1);  // no call at all
     } else if ((registers.orig_rax == SYS_write || registers.orig_rax == SYS_read) && count > 1) {
         registers.rdx = count / 2;
@@ -97,78 +86,41 @@ bool inject(pid_t child, const Fault& fault, Registers registers, Outcome* outco
     }
     ::ptrace(PTRACE_GETREGS, child, nullptr, &registers);
     registers.rdx = count;
-    if (!fault.half) {
+    if (fault.deed == Deed::Fail) {
         registers.rax = static_cast<unsigned long long>(-fault.error);
     }
     ::ptrace(PTRACE_SETREGS, child, nullptr, &registers);
     return true;
 }
 
-using Deed = std::function<bool(pid_t, const Stop&, const Registers&, Outcome*)>;
+}  // namespace
 
-/// Follows a child to its end. `deed` is asked at each stop until it says that it has done its part.
-Outcome follow(const std::function<void()>& work, const Deed& deed) {
+Report* sharedReport() {
+    static void* const memory =
+        ::mmap(nullptr, sizeof(Report), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
+    return static_cast<Report*>(memory);
+}
+
+bool canTrace() {
+    return !follow(1, {"", Deed::Fail}, [] {}).crashed;
+}
+
+Outcome follow(int call, const Fault& fault, const std::function<void()>& work) {
     Outcome outcome;
     const pid_t child = forkTraced(work);
     outcome.crashed = child < 0;
-    bool isDone = false;
-    for (Stop stop; child >= 0 && goOn(child, &outcome);) {
-        if (isDone || sharedReport()->done) {
-            continue;
-        }
+    while (child >= 0 && goOn(child, &outcome)) {
         Registers registers{};
         ::ptrace(PTRACE_GETREGS, child, nullptr, &registers);
-        const auto found = fileCalls.find(registers.orig_rax);
         // The kernel leaves this in the result's place until the call is over.
         const bool isEntry = static_cast<long>(registers.rax) == -ENOSYS;
-        ++stop.number;
-        stop.name = found == fileCalls.end() ? "other" : found->second;
-        stop.fileCall = isEntry && found != fileCalls.end() ? ++outcome.fileCalls : 0;
-        isDone = deed(child, stop, registers, &outcome);
-        if (isDone) {
-            outcome.name = stop.name;
+        const bool isOfFiles = std::count(std::begin(fileCalls), std::end(fileCalls), registers.orig_rax) > 0;
+        if (isEntry && isOfFiles && !sharedReport()->done && ++outcome.calls == call) {
+            outcome.isDone = inject(child, fault, registers, &outcome);
         }
     }
+    outcome.crashed = outcome.crashed && !(outcome.isDone && fault.deed == Deed::Kill);
     return outcome;
 }
-
-}  // namespace
-
-bool canTrace() {
-    return !follow([] {}, [](auto&&...) { return false; }).crashed;
-}
-
-Outcome killAt(int stop, const std::function<void()>& work) {
-    Outcome outcome = follow(work, [stop](pid_t child, const Stop& at, const Registers&, Outcome* out) {
-        out->killed = at.number == stop;
-        return out->killed && ::kill(child, SIGKILL) == 0;
-    });
-    outcome.crashed = outcome.crashed && !outcome.killed;
-    return outcome;
-}
-
-Outcome failCall(int fileCall, const Fault& fault, const std::function<void()>& work) {
-    return follow(work, [&](pid_t child, const Stop& at, const Registers& registers, Outcome* out) {
-        if (at.fileCall != fileCall) {
-            return false;
-        }
-        out->injected = inject(child, fault, registers, out);
-        return true;
-    });
-}
-
-#else
-
-bool canTrace() {
-    return false;
-}
-Outcome killAt(int, const std::function<void()>&) {
-    return {};
-}
-Outcome failCall(int, const Fault&, const std::function<void()>&) {
-    return {};
-}
-
-#endif
 
 }  // namespace files

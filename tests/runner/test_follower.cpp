@@ -22,29 +22,25 @@ class RunnerFollower : public QObject {
     QStringList seen_;
 
     void write(const QString& what) {
-        ModuleObject* const state = m("lumo.execute.state");
-        const QString trigger = "lumo.execute.trigger.";
-        if (what == "busy" || what == "idle")
-            state->setValue(&executor_, what);
-        else if (what.startsWith("foreign "))
-            state->setValue(this, what.section(' ', 1));
-        else if (what == "start" || what == "once")
-            m(trigger + what)->setValue(this, 0);
-        else if (what == "pause")
-            m(trigger + what)->trigger();
+        if (what == "start" || what == "once" || what == "pause")
+            m("lumo.execute.trigger." + what)->trigger();
         else if (what == "point")
             m("lumo.current.pausepoint")->clear(&executor_);
-        else
+        else if (what == "off")
             m("kord.r.power")->setValue(this, what);
+        else if (what.startsWith("foreign "))
+            m("lumo.execute.state")->setValue(this, what.section(' ', 1));
+        else
+            m("lumo.execute.state")->setValue(&executor_, what);
     }
 
 private slots:
     void initTestCase() {
         m()->regist(this, "lumo")
-            ->loadJson(
-                this, test::json("{'execute':{'state':'idle','line':-1,'trigger':{'start':-1,'once':-1,"
-                                 "'pause':null}},'current':{'line':0,'programtype':'','points':[{}],"
-                                 "'pausepoint':{}},'program':[{'type':'open'},{'type':'close'}],'count':0}"));
+            ->loadJson(this,
+                       test::json("{'execute':{'state':'idle','trigger':{'start':-1,'once':-1,'pause':null}},"
+                                  "'current':{'points':[{}],'pausepoint':{}},'program':[{'type':'open'}],"
+                                  "'count':0}"));
         connect(&follower_, &TreeFollower::changed, this,
                 [this](const Change& change) { seen_ << change.path; });
     }
@@ -86,70 +82,34 @@ private slots:
         QCOMPARE(seen_, QStringList());
     }
 
-    void reason_isWhatEndedTheLastRun_data() {
-        QTest::addColumn<QString>("reason");
-        for (const auto& [writes, reason] : std::initializer_list<std::pair<const char*, const char*>>{
-                 {"", "refused"},
-                 {"pause,point", "refused"},
-                 {"busy,idle", "finished"},
-                 {"busy,pause,point,idle", "paused"},
-                 {"busy,point,idle", "error"},
-                 {"busy,point,pause,point,idle", "error"},
-                 {"busy,off,point,idle", "power"},
-                 {"busy,pause,off,idle", "paused"},
-                 {"busy,idle,off", "finished"},
-                 {"busy,pause,point,idle,busy,idle", "finished"},
-                 {"busy,idle,pause,point", "finished"},
-                 {"foreign busy", "refused"},
-                 {"start,busy,foreign idle,foreign busy", "error"},
-                 {"once,busy,result -1,idle", "error"},
-                 {"once,busy,result 0,idle", "finished"},
-                 {"once,busy,pause,result -1,idle", "paused"},
-                 {"once,busy,idle,result -1", "finished"},
-                 {"once,busy,start,result -1,idle", "error"},
-                 {"start,busy,result -1,idle", "error"},
-                 {"start,busy,idle,result -9", "error"}})
-            QTest::newRow(writes) << QString(reason);
-    }
     void reason_isWhatEndedTheLastRun() {
-        RunWatch watch(&follower_);
-        for (const QString& what : QString(QTest::currentDataTag()).split(',', Qt::SkipEmptyParts)) {
-            if (what.startsWith("result "))
-                watch.motionEnded(what.section(' ', 1).toInt());
-            else
-                write(what);
+        const std::pair<const char*, const char*> runs[] = {
+            {"pause,point", "refused"},
+            {"busy,point,pause,point,idle", "error"},
+            {"busy,off,point,idle", "power"},
+            {"busy,pause,off,idle", "paused"},
+            {"busy,idle,off", "finished"},
+            {"busy,pause,point,idle,busy,idle", "finished"},
+            {"busy,idle,pause,point", "finished"},
+            {"foreign busy", "refused"},
+            {"start,busy,foreign idle,foreign busy", "error"},
+            {"once,busy,result -1,idle", "error"},
+            {"once,busy,result 0,foreign idle,idle", "finished"},
+            {"once,busy,pause,result -1,idle", "paused"},
+            {"once,busy,idle,result -1", "finished"},
+            {"once,busy,start,result -1,idle", "error"},
+            {"start,busy,result -1,idle", "error"},
+            {"start,busy,idle,result -9", "error"}};
+        for (const auto& [writes, reason] : runs) {
+            RunWatch watch(&follower_);
+            for (const QString& what : QString(writes).split(',')) {
+                if (what.startsWith("result "))
+                    watch.motionEnded(what.section(' ', 1).toInt());
+                else
+                    write(what);
+            }
+            QVERIFY2(watch.reason() == reason, writes);
         }
-        QTEST(watch.reason(), "reason");
-    }
-
-    /// As the executor says them: the program in the tree may have been replaced, a hand may have prepared
-    /// them.
-    void linesThatARunExecutes_areCountedWithTheirTypes() {
-        const RunWatch watch(&follower_);
-        QStringList begun;
-        connect(&watch, &RunWatch::lineBegun, this,
-                [&begun](int line, const QString& type) { begun << QString("%1 %2").arg(line).arg(type); });
-        ModuleObject* const current = m("lumo.current.line");
-        ModuleObject* const type = m("lumo.current.programtype");
-        ModuleObject* const shown = m("lumo.execute.line");
-        write("once");
-        write("busy");
-        shown->setValue(&executor_, 1);
-        write("idle");
-        current->setValue(this, 0);
-        type->setValue(this, 0);
-        write("start");
-        write("busy");
-        shown->setValue(&executor_, 0);
-        for (const int line : {0, 7}) {
-            current->setValue(&executor_, line);
-            type->setValue(&executor_, "moveL");
-        }
-        current->setValue(&executor_, 8);  // who heard this paused the run
-        write("pause");
-        write("idle");
-        QCOMPARE(begun, (QStringList{"1 close", "0 moveL", "7 moveL"}));
-        QCOMPARE(watch.lines(), 3);
     }
 };
 

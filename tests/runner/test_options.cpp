@@ -33,40 +33,32 @@ private slots:
 
         const auto all = parseOptions(
             words("--settings . --language cn --mode=manual --power off --weld off --hand-weld on --once 7 "
-                  "--axes 7 "
-                  "--no-write-multi --scenario s.json --ack 250 --until=9 --realtime --trace - --posture "
-                  "--vcd v.vcd --quiet a.json"),
+                  "--axes 7 --no-write-multi --scenario s.json --ack 250 --until=9 --realtime --trace - "
+                  "--posture --vcd v.vcd --quiet a.json"),
             &problem);
         QVERIFY2(all, qPrintable(problem.text()));
-        QVERIFY(!all->power && !all->weld && all->handWeld && !all->writeMulti);
-        QVERIFY(all->realtime && all->posture && all->quiet && all->trace == "-");
+        QVERIFY(!all->power && !all->weld && all->handWeld && !all->writeMulti && all->trace == "-");
+        QVERIFY(all->realtime && all->posture && all->quiet);
         QVERIFY(all->once == 7 && all->axes == 7 && all->ackMs == 250 && all->untilMs == 9);
         QCOMPARE((QStringList{all->settings, all->mode, all->scenarioName, all->vcd, all->project}),
                  (QStringList{QDir::currentPath(), "manual", "s.json", QDir().absoluteFilePath("v.vcd"),
                               QDir().absoluteFilePath("a.json")}));
 
         const auto stations = parseOptions({"--stations", "sub", "--settings", "sub/."}, &problem);
-        QVERIFY2(stations && stations->project.isEmpty(), qPrintable(problem.text()));
-        QCOMPARE(stations->folder(), QDir().absoluteFilePath("sub"));
+        QVERIFY2(stations && stations->folder() == QDir().absoluteFilePath("sub"),
+                 qPrintable(problem.text()));
     }
 
     void wrongUsage_isRefusedInOneLine() {
         const std::pair<const char*, const char*> usages[] = {
             {"", "one project file, got 0"},
-            {"a.json b.json", "got 2"},
             {"--fast a.json", "--fast"},
-            {"-q a.json", "-q"},
             {"a.json --line", "--line needs a value"},
             {"--quiet=yes a.json", "--quiet takes no value"},
             {"--language de a.json", "cn, en, ru"},
-            {"--mode AUTO a.json", "auto, manual"},
-            {"--power 1 a.json", "on, off"},
             {"--axes 5 a.json", "6, 7"},
             {"--line 0 a.json", "no number from 1"},
-            {"--line 1.5 a.json", "no number from 1"},
-            {"--once 0 a.json", "no number from 1"},
             {"--line 1 --once=1 a.json", "exclude"},
-            {"--ack x a.json", "no number from 0"},
             {"--until= a.json", "no number from 0"},
             {"--settings no/such/folder a.json", "--settings no/such/folder is no folder"},
             {"--trace= a.json", "names no file"},
@@ -92,14 +84,11 @@ private slots:
         const std::pair<const char*, const char*> outputs[] = {
             {"--trace t --vcd v", ""},
             {"--trace - --vcd ./-", ""},
-            {"--trace p.json", "--trace p.json would overwrite"},
-            {"--vcd set/../p.json", "--vcd set/../p.json would overwrite"},
             {"--trace soft", "--trace soft would overwrite"},
             {"--trace hard", "--trace hard would overwrite"},
             {"--scenario s.json --vcd s.json", "--vcd s.json would overwrite"},
-            {"--vcd s.json", ""},
-            {"--settings set --trace set/lumo_port.json", "would overwrite"},
-            {"--trace lumo_param.json", "would overwrite"},
+            {"--settings set --vcd set/lumo_port.json", "would overwrite"},
+            {"--trace set/../lumo_param.json", "would overwrite"},
             {"--trace set/lumo_port.json", ""},
             {"--trace other.json", "would overwrite"},
             {"--trace t --vcd set/../t", "same file"},

@@ -5,9 +5,7 @@ import sys
 
 import jsonschema
 
-folder, project = map(pathlib.Path, sys.argv[1:3])
-schema = json.loads((folder / "project.schema.json").read_text())
-faults = list(jsonschema.Draft202012Validator(schema).iter_errors(json.loads(project.read_text())))
-for fault in faults:
-    print(f"{fault.json_path}: {fault.message}", *(f"{f.json_path}: {f.message}" for f in fault.context))
-sys.exit(bool(faults))
+schema = json.loads(pathlib.Path(sys.argv[1], "project.schema.json").read_text())
+project = json.loads(pathlib.Path(sys.argv[2]).read_text())
+faults = jsonschema.Draft202012Validator(schema).iter_errors(project)
+sys.exit("\n".join(f"{f.json_path}: {f.message} {[c.message for c in f.context]}" for f in faults) or None)
