@@ -82,12 +82,12 @@ protected:
         QVERIFY(panel_->openProject(QDir::current().absoluteFilePath("seam.json")));
         pass(100);
     }
-    /// Starts the program at a line (or does one step, with the trigger for that) and waits for its end.
-    static void run(int line, const Moments& moments, const QString& trigger = "start") {
+    /// Starts the program at a line and waits for its end.
+    static void run(int line, const Moments& moments) {
         QObject scope;
         for (const auto& moment : moments)
             QTimer::singleShot(moment.first, Qt::PreciseTimer, &scope, moment.second);
-        set("lumo.execute.trigger." + trigger, line);
+        set("lumo.execute.trigger.start", line);
         pass(0);
     }
     static void setRunMode(app::PackageFlags::RunMode mode) {

@@ -1,7 +1,5 @@
 #include "app/path/pathlayout.h"
-#include "app/pendant/placement.h"
 #include "app/progress/runestimate.h"
-#include "app/views/viewswindow.h"
 #include "support/runnerfolder.h"
 #include "support/suite.h"
 #include "support/text.h"
@@ -41,7 +39,7 @@ QString statement(const QString& text) {
 
 }  // namespace
 
-/// What is known of a program before it runs, its path and its time; and where the windows stand.
+/// What is known of a program before it runs, its path and its time.
 class AppPlan : public QObject {
     Q_OBJECT
 
@@ -76,9 +74,8 @@ private slots:
              "2 line 600 20 > 600 100 80.0"},
             {"moveL 500 0; moveL 600 0 'zone':90; moveL 600 60",  // half of the shorter way
              "0 line 500 0 > 500 0 0.0", "1 line 500 0 > 570 0 70.0 ~ 600 30", "2 line 600 30 > 600 60 30.0"},
-            {"moveL 500 0; moveL 600 0 'zone':20; moveL 9 0 'execute':false; moveL 600 100",
-             "0 line 500 0 > 500 0 0.0", "1 line 500 0 > 600 0 100.0", "3 line 600 0 > 600 100 100.0"},
-            {"moveL 500 0; open 'execute':false; moveL 550 0; open; moveL 600 0; close; moveL 600 90",
+            {"moveL 500 0; open 'execute':false; moveL 550 0 'zone':20; open; moveL 600 0; close; moveL 600 "
+             "90",
              "0 line 500 0 > 500 0 0.0", "2 line 500 0 > 550 0 50.0", "4 line 550 0 > 600 0 50.0 w",
              "6 line 600 0 > 600 90 90.0"},
             {"moveC 600 100 700 0; moveC 500 0 600 -100", "0 arc 500 0 > 700 0 314.1",
@@ -94,9 +91,6 @@ private slots:
                 path << text(move);
             QCOMPARE(path.join('\n'), row.join('\n'));
         }
-        // A corner is a parabola: its middle is a quarter of either end and half of the taught target.
-        const app::Polyline corner = layOut(rows[0][0])[1].corner;
-        QVERIFY(app::norm(corner[corner.size() / 2] - Place{0.595, 0.005, 0.3}) < 1e-9);
     }
 
     void example_takesWhatTheRunnerMeasures() {
@@ -123,39 +117,17 @@ private slots:
         }
     }
 
-    void line_takesItsOwnTimes() {
+    void resumedWeld_opensAgainAndTakesTheTimesOfItsSets() {
         const auto sets = test::json(
-            "[{'delay_before_blow':200,'stay_time':20,'decrease_time':80,"
-            "'close_delay':10,'delay_after_blow':300},{'delay_after_blow':30}]");
-        const auto times = [&](const QByteArray& program, int from = 0, bool resumed = false) {
-            QStringList texts;
-            for (const auto& line : estimate(test::json("[" + program + "]"), sets, from, true, resumed))
-                texts << QString::number(line.ms) + (line.waitsForInput ? "?" : "");
-            return texts.join(' ');
-        };
-        const QByteArray weld =
-            "{'type':'open','index':0},{'type':'delay','delaytime':1500},{'type':'close'}";
-        QCOMPARE(times(weld), "220 1500 390");
-        QCOMPARE(times(weld, 1, false), "0 1500 390");
-        QCOMPARE(times(weld, 1, true), "0 1720 390");
-        QCOMPARE(times("{'type':'open'},{'type':'param','index':1},{'type':'waitDI'},{'type':'close'}"),
-                 "220 0 100? 30");
-        const QByteArray far = "{'type':'moveL','speed':9,'point':{'trans':[9,9,9],'rot':[0,0,0]}}";
-        QCOMPARE(times("{'type':'delay','delaytime':5}," + far + "," + weld),
-                 "5 0 0 0 0");  // it ends the run
-    }
-
-    void views_coverNeitherPanelNorPendant() {
-        const QRect wide(0, 0, 1920, 1080), small(0, 0, 1280, 800);
-        const auto place = [](const QRect& panel, const QRect& screen, const QRect& pendant) {
-            return app::placeBeside(panel, screen, 640, {0, 50, 280, 40}, pendant);
-        };
-        QCOMPARE(place({640, 100, 1280, 800}, wide, {}), QRect(0, 100, 640, 800));
-        QCOMPARE(place(small, small, {}), QRect(0, 50, 640, 710));
-        QCOMPARE(place(small, wide, {1620, 580, 300, 500}), QRect(1280, 0, 640, 580));
-        QCOMPARE(place(small, wide, {1640, 280, 280, 800}), QRect(1000, 50, 640, 710));
-        QCOMPARE(app::cornerBeside({0, 0, 1280, 830}, {300, 700}, wide), QPoint(1620, 380));
-        QVERIFY(!app::cornerBeside(small, {300, 700}, {0, 0, 1500, 800}));
+            "[{'delay_before_blow':200,'stay_time':20},"
+            "{'decrease_time':80,'close_delay':10,'delay_after_blow':300}]");
+        const auto program = test::json(
+            "[{'type':'open','index':0},{'type':'delay','delaytime':1500},{'type':'waitDI'},"
+            "{'type':'param','index':1},{'type':'close'}]");
+        QStringList times;
+        for (const auto& line : estimate(program, sets, 1, true, true))
+            times << QString::number(line.ms) + (line.waitsForInput ? "?" : "");
+        QCOMPARE(times.join(' '), "0 1720 100? 0 390");
     }
 };
 
