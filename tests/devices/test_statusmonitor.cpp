@@ -94,6 +94,8 @@ private slots:
         // The time of a run that goes on after a pause begins with its last start.
         bench_.run(1);
         QCOMPARE(shown("Num Delay"), "2 2");
+        bench_.click("btnClear");
+        QCOMPARE(shown("Num Delay"), "0 0");
     }
 };
 

@@ -80,12 +80,19 @@ private slots:
         UpdateSpeedDialog speed(program(), {});
         UpdateTurningParamDialog zone(program(), {});
         const std::tuple<QDialog*, QString, QString, bool> cases[] = {
-            {&delay, "-1.5e3", "153", true}, {&delay, "12345678901", "123456789", true},
-            {&delay, "\b", "", false},       {&start, "0", "0", false},
-            {&start, "3x5", "35", true},     {&start, "\b", "", false},
-            {&change, "", "", true},         {&speed, "0", "0", false},
-            {&speed, "5000", "5000", true},  {&zone, "", "", true},
-            {&zone, "56", "5", true},        {&zone, "45", "4", true},
+            {&delay, "", "500", true},
+            {&delay, "-1.5e3", "153", true},
+            {&delay, "12345678901", "123456789", true},
+            {&delay, "\b", "", false},
+            {&start, "0", "0", false},
+            {&start, "3x5", "35", true},
+            {&start, "\b", "", false},
+            {&change, "", "", true},
+            {&speed, "0", "0", false},
+            {&speed, "5000", "5000", true},
+            {&zone, "", "", true},
+            {&zone, "56", "5", true},
+            {&zone, "45", "4", true},
             {&lost, "", "20", false},  // its set is gone
         };
         for (const auto& [dialog, typed, shown, ok] : cases) {

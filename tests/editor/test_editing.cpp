@@ -36,6 +36,7 @@ private slots:
         const std::tuple<const char*, QString, QString, int> cases[] = {
             {"0 btnCopy -1 btnEdit btnDel btnPaste btnUp btnDown anotationBtn", "a, , c", "false false ", -1},
             {"1 btnDel", "a, c", "false ", 1},
+            {"0 btnDel", ", c", "false ", 0},
             {"0 btnPaste", "a, , c", "false false ", 0},  // nothing was copied yet
             {"0 btnCopy 1 btnPaste btnPaste", "a, , a, a, c", "false false false false ", 1},
             {"2 btnUp", "a, c, ", "false  false", 1},

@@ -107,7 +107,7 @@ private slots:
     }
 
     void values_areLimited() {
-        press("btnEdit", 1);
+        press("btnEdit", 0);
         const std::tuple<int, const char*, const char*> cases[] = {
             {0, "100", "100"},    {2, "101", "10"},    {11, "101", "10"},   {0, "007", "0"},
             {1, "-7.5", "75"},    {3, "5000", "5000"}, {10, "5001", "500"}, {12, "4999", "4999"},

@@ -9,7 +9,6 @@ patch; fails when one stays green, does not apply, or does not build.
 """
 import argparse
 import glob
-import json
 import os
 import subprocess
 import sys
@@ -39,26 +38,18 @@ def prepare():
         "-DCMAKE_CXX_FLAGS_DEBUG=-O0")
 
 
-def tests_of(folders):
-    """The names of these folders' tests, and the programs that they are."""
-    shown = json.loads(run("ctest", "--test-dir", BUILD, "--show-only=json-v1").stdout)["tests"]
-    chosen = [test for test in shown if test["name"].split("_")[0] in folders]
-    return [test["name"] for test in chosen], {os.path.basename(test["command"][0]) for test in chosen if "command" in test}
-
-
 def judge(patch, jobs):
     with open(patch) as file:
         folders = file.readline().split()[1:]
     if run("git", "apply", patch, check=False).returncode != 0:
         return "does not apply"
     try:
-        names, programs = tests_of(folders)
-        targets = [p for p in sorted(programs) if p.startswith(("test_", "campaign"))]
+        targets = [f if f == "campaign" else f"test_{f}" for f in folders if f != "program"]
         built = run("ninja", "-C", BUILD, f"-j{jobs}", "lumo", "lumo-run", "lumo-panel", *targets, check=False)
         if built.returncode != 0:
             return "does not build: " + built.stdout[-600:]
-        ended = run("ctest", "--test-dir", BUILD, f"-j{jobs}", "--stop-on-failure", "-R", f"^({'|'.join(names)})$",
-                    check=False)
+        ended = run("ctest", "--test-dir", BUILD, f"-j{jobs}", "--stop-on-failure", "--no-tests=error",
+                    "-R", f"^({'|'.join(folders)})(_|$)", "-E", "catalogues", check=False)
         red = [line.split(" - ")[1].split(" ")[0] for line in ended.stdout.splitlines() if "(Failed)" in line or
                "(Timeout)" in line or "(SEGFAULT)" in line or "(Subprocess aborted)" in line]
         return f"red: {', '.join(red)}" if ended.returncode != 0 and red else "STAYS GREEN"
