@@ -3,41 +3,30 @@
 // Included by force into the mutated copies that mutate.py writes; no part of the package.
 
 #include <unistd.h>
+#include <bitset>
 #include <cstdio>
 #include <cstdlib>
 #include <string>
-#include <vector>
 
 namespace mutation {
 
 /// The active mutant, -1 for none; -2 while that is not known, or while is noted what the process comes past.
 inline int active = -2;
-inline std::vector<bool>* reached = nullptr;
-
-inline void writeReached() {
-    const std::string path = std::getenv("LUMO_MUTANTS_REACHED") + ("." + std::to_string(getpid()));
-    std::FILE* const file = std::fopen(path.c_str(), "a");
-    for (std::size_t id = 0; file && id < reached->size(); ++id) {
-        if ((*reached)[id]) {
-            std::fprintf(file, "%zu\n", id);
-        }
-    }
-    if (file) {
-        std::fclose(file);
-    }
-}
 
 [[gnu::noinline]] inline bool look(int id) {
-    if (!reached && !std::getenv("LUMO_MUTANTS_REACHED")) {
+    static const char* const noted = std::getenv("LUMO_MUTANTS_REACHED");
+    if (!noted) {
         const char* const asked = std::getenv("LUMO_MUTANT");
         active = asked ? std::atoi(asked) : -1;
         return id == active;
     }
-    if (!reached) {
-        reached = new std::vector<bool>(1 << 16);  // outlives the objects that are destroyed at exit
-        std::atexit(writeReached);
+    static std::FILE* const file = std::fopen((noted + ("." + std::to_string(getpid()))).c_str(), "a");
+    static std::bitset<1 << 16> reached;  // is never destroyed: objects that are come here at exit
+    if (file && !reached.test(static_cast<std::size_t>(id))) {
+        reached.set(static_cast<std::size_t>(id));
+        std::fprintf(file, "%d\n", id);
+        std::fflush(file);
     }
-    reached->at(static_cast<std::size_t>(id)) = true;
     return false;
 }
 
