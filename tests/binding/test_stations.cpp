@@ -11,7 +11,7 @@ class TestStations : public QObject {
     StationBench bench_;
 
 private slots:
-    void timeline_data() {
+    void inputsOverTime_startAndPauseWhatIsAskedFor_data() {
         QTest::addColumn<QString>("projects");
         QTest::addColumn<QString>("script");
         QTest::addColumn<QString>("told");
@@ -109,7 +109,7 @@ private slots:
     }
 
     /// Whatever happened, nothing goes on and the program of the hand has its tool again.
-    void timeline() {
+    void inputsOverTime_startAndPauseWhatIsAskedFor() {
         QFETCH(QString, projects);
         QFETCH(QString, script);
         QFETCH(QString, told);

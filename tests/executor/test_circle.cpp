@@ -139,7 +139,7 @@ private slots:
         QVERIFY2(told.match(log.at(0).at(1).toString()).hasMatch(), qPrintable(log.at(0).at(1).toString()));
     }
 
-    void anglesAndRotations() {
+    void anglesAndRotations_goRoundTheAxis() {
         const QVector3D x(1, 0, 0), y(0, 1, 0), z(0, 0, 1);
         const auto theta = [](const QVector3D& a, const QVector3D& b, const QVector3D& axis) {
             return qRound(qRadiansToDegrees(calcTheta(a, b, axis)));
@@ -158,7 +158,7 @@ private slots:
         QVERIFY((cyclic - QVector3D(3, 1, 2)).length() < 1e-5F);
     }
 
-    void pointsThatMakeNoCircle() {
+    void pointsThatMakeNoCircle_areRefused() {
         using Fault = CircleFault;
         const Position a{0.513, 0.127, 0.351}, b{0.613, 0.227, 0.351};
         const struct {
@@ -211,7 +211,7 @@ private slots:
         QVERIFY(std::abs(moved(198, 200) - 198) < 1e-6);  // pushed back in the middle
     }
 
-    void turnBetweenOrientations() {
+    void turnBetweenOrientations_isTheShortestOne() {
         const auto turn = [](const char* a, const char* b) {
             return lumo::turnBetween(test::node(a).get(), test::node(b).get());
         };

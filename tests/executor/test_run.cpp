@@ -31,7 +31,7 @@ class TestRun : public QObject {
 private slots:
     void init() { bench_.reset(); }
 
-    void permission() {
+    void welding_isPermittedByModeAndSwitches() {
         const auto isPermitted = [this](const char* mode, const QVariant& weld, const QVariant& handWeld) {
             test::ScriptedRobot::setMode(mode);
             m("lumo.allWeldBtnstatus.weldbtn")->setValue(this, weld);
@@ -45,7 +45,7 @@ private slots:
         QVERIFY(isPermitted("", true, true) && !isPermitted("", true, false));
     }
 
-    void nearness() {
+    void zone_isEnteredWithinItsRadius() {
         const auto isNear = [](const char* a, const char* b) {
             return isNearTrans(test::node(a).get(), test::node(b).get(), 0.05);
         };
@@ -108,7 +108,7 @@ private slots:
     }
 
     /// The operations of others, called while nothing runs.
-    void outsideOfARun() {
+    void operationsOutsideARun_goByTheTree() {
         bench_.load(
             "moveL speed=100; open weldspeed=20; close; moveL speed=100; moveCC to=1,0,0 to1=2,0,0; "
             "moveC to=1,0,0 to1=2,1,0; moveCC to=1,0,0 to1=2,0,0; moveCC to=1,0,0 to1=2,0,0");
@@ -136,7 +136,7 @@ private slots:
     }
 
     /// Last: it ends the package's subtree, whose ports must still be there when the executor switches off.
-    void theEndOfTheSubtree_shutsDown() {
+    void endOfTheSubtree_shutsDown() {
         bench_.load("moveL; open; moveL; close");
         bench_.at(1100, [] { m()->root()->remove(nullptr, "lumo"); });
         bench_.run();

@@ -174,14 +174,14 @@ private slots:
         };
     }
 
-    void moment_data() {
+    void awkwardMoment_leavesNothingOnOrLost_data() {
         QTest::addColumn<int>("row");
         for (int row = 0; row < int(std::size(moments)); ++row) {
             QTest::newRow(moments[row].fault) << row;
         }
     }
 
-    void moment() {
+    void awkwardMoment_leavesNothingOnOrLost() {
         QFETCH(int, row);
         const Moment& moment = moments[row];
         const QStringList log = script_.play(moment.program, moment.script);
@@ -189,7 +189,7 @@ private slots:
         QVERIFY(test::sameLog(log.filter(shown), moment.log.split(" | ", Qt::SkipEmptyParts)));
     }
 
-    void event_data() {
+    void event_endsAWaitAsTheTableSays_data() {
         QTest::addColumn<QString>("awaited");
         QTest::addColumn<QString>("script");
         QTest::addColumn<QString>("outcome");
@@ -214,7 +214,7 @@ private slots:
     }
 
     /// The table of docs/executor.md; and what Qt opens is closed when the wait below it ends.
-    void event() {
+    void event_endsAWaitAsTheTableSays() {
         QFETCH(QString, script);
         const QStringList left =
             script_.play(everyWait, script).filter(QRegularExpression("left|DO9|[^\\x20-\\x7e]"));
@@ -242,7 +242,7 @@ private slots:
         }
     }
 
-    void stoppedByWhoeverHears_data() {
+    void stopInsideAnyAnnouncement_endsTheWeld_data() {
         QTest::addColumn<QString>("event");
         for (const char* event : {"pause", "power off", "mode manual"}) {
             QTest::newRow(event) << QString(event);
@@ -251,7 +251,7 @@ private slots:
 
     /// One run for each thing that a weld announces, by a call, by a write or by activity: whoever hears of
     /// it stops the weld then and there, and nothing comes on any more.
-    void stoppedByWhoeverHears() {
+    void stopInsideAnyAnnouncement_endsTheWeld() {
         QFETCH(QString, event);
         const QString script = "set open_interval 50; set stay_time 50; when %1th: %2; run";
         const QRegularExpression on(event == "power off" ? " [A-Z]+ [1-9]|left" : " (LASER|GAS) 1|left");

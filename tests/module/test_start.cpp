@@ -120,7 +120,7 @@ private slots:
         QVERIFY(m("lumo.count")->getInt() == 7 && m("lumo.param")->size() == 0);
     }
 
-    void file_data() {
+    void settingsFile_isReadOrToldAndKept_data() {
         QTest::addColumn<Settings>("settings");
         QTest::addColumn<QByteArray>("file");
         QTest::addColumn<QString>("tree");
@@ -184,7 +184,7 @@ private slots:
 
     /// No record is lost, for programs refer to their positions; what is not known to be wired is not in use;
     /// and what was damaged is kept once, by the first save over it.
-    void file() {
+    void settingsFile_isReadOrToldAndKept() {
         QFETCH(Settings, settings);
         QFETCH(QByteArray, file);
         QFETCH(QString, tree);
