@@ -30,7 +30,7 @@ BODIES = {Kind.COMPOUND_STMT: slice(None), Kind.IF_STMT: slice(1, None), **dict.
 CONDITIONS = {Kind.IF_STMT: 0, Kind.WHILE_STMT: 0, Kind.CONDITIONAL_OPERATOR: 0, Kind.DO_STMT: -1}
 # Statements that tell only a developer something; where a line of the log stands matters even less.
 SILENT = re.compile(rb"q(Debug|Info|Warning|Critical)\b|Q_UNUSED|Q_ASSERT")
-LOGGED = re.compile(rb"(lumo::)?log[A-Z]\(")
+LOGGED = re.compile(rb"log[A-Z]\(")
 ONLY_SPACE = re.compile(rb"(\s|//[^\n]*\n|/\*.*?\*/)*", re.DOTALL)
 
 
