@@ -7,6 +7,7 @@
 #include "panel/pagebench.h"
 
 #include <QApplication>
+#include <QTemporaryDir>
 
 #include <ctime>
 #include <string>
@@ -76,6 +77,9 @@ void addFigures(const std::string& name, test::PageBench& page, void (*show)(tes
 int main(int argc, char** argv) {
     sim::VirtualTime::install();
     QApplication app(argc, argv);
+    const QTemporaryDir folder;
+    QDir::setCurrent(
+        folder.path());  // the package would read settings that somebody left where this was started
     test::PageBench page;
     addRegisters();
     addFigures("editor in front", page, [](test::PageBench& shown) { shown.click("btnProject"); });

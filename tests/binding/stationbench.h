@@ -6,8 +6,8 @@
 
 namespace test {
 
-/// Stations at work on a powered robot: a script of what happens, and a log of what the operator and the
-/// stations are told, each one line of text with milliseconds after the switch was pressed.
+/// Plays a script of what happens at stations while the robot is powered, and writes a log of what operator
+/// and stations are told. Both are one line of text, with times in milliseconds since the switch was pressed.
 ///
 /// A script: "0 closing | 100 ~DI1 | 450 power off, delete 5". "+DI1" and "-DI1" switch an input, "~DI1" has
 /// it on for the look at that time alone, act() has the other words; 0 is before the switch is pressed.
@@ -147,9 +147,11 @@ private:
     }
 
     void note(const QString& what) {
-        if (std::exchange(lastMs_, time.elapsedMs()) != lastMs_) {
-            log += (log.isEmpty() ? "" : " | ") + QString::number(lastMs_ - startMs_);
+        const qint64 nowMs = time.elapsedMs();
+        if (nowMs != lastMs_) {
+            log += (log.isEmpty() ? "" : " | ") + QString::number(nowMs - startMs_);
         }
+        lastMs_ = nowMs;
         log += ' ' + what;
     }
     void follow() {

@@ -56,7 +56,7 @@ private slots:
         renew();
         const QString before = text(records());
         bench_.edit(-1, {});
-        QCOMPARE(bench_.boxes(), QStringList("工位名称不能为空!"));
+        QCOMPARE(boxes(), QStringList("工位名称不能为空!"));
         bench_.click("cancelBtn");
         bench_.edit(2, {{"btnclear", ""}}, "cancelBtn");
         QCOMPARE(text(records()), before);
@@ -125,8 +125,8 @@ private slots:
             bench_.click("btnOpen");
             bench_.answerFile(QDir().absoluteFilePath(file));
             QCOMPARE(child<QLabel>(page(), "lblProject")->text(), "left.json");
-            QCOMPARE(bench_.boxes().size(), file == "parts/left.json" ? 0 : 1);
-            bench_.closeBoxes();
+            QCOMPARE(boxes().size(), file == "parts/left.json" ? 0 : 1);
+            closeBoxes();
         }
         bench_.click("okayBtn");
         QCOMPARE(records()->c(0)->c("filePath")->getString() + bench_.cell(0, 2), "left.jsonleft.json");
@@ -135,12 +135,12 @@ private slots:
     void list_losesOnlyTheRowThatIsMeant() {
         renew();
         bench_.clickRow(3, "btnDel");
-        QCOMPARE(bench_.boxes(), QStringList("默认行禁止删除"));
-        bench_.closeBoxes();
+        QCOMPARE(boxes(), QStringList("默认行禁止删除"));
+        closeBoxes();
         bench_.edit(-1, {{"lineEdit_stationname", "last"}});
         bench_.clickRow(4, "btnDel");
         bench_.click("btnDel");  // a second tap on the button hits nothing
-        QCOMPARE(bench_.boxes(), QStringList("请先选中行"));
+        QCOMPARE(boxes(), QStringList("请先选中行"));
         QCOMPARE((columnOf(bench_.table(), 0) + columnOf(bench_.table(), 1)).join(' '),
                  "1 2 3 4 5 S1 S2 S3 S4 last");
         QCOMPARE(json(contentOf("lumo_signalsConfig.json")), records()->exportToJson());

@@ -6,6 +6,8 @@
 #include "support/text.h"
 
 #include <QCommandLineParser>
+#include <QDir>
+#include <QTemporaryDir>
 
 #include <cstdio>
 
@@ -60,6 +62,9 @@ int main(int argc, char** argv) {
         print(QJsonDocument(all.value(0).second).toJson(QJsonDocument::Compact));
         return 0;
     }
+    const QTemporaryDir folder;
+    QDir::setCurrent(
+        folder.path());  // the package would read settings that somebody left where this was started
     campaign::World world;
     int broken = 0;
     for (const auto& [title, scenario] : all) {

@@ -106,7 +106,7 @@ QStringList Script::play(const QByteArray& program, const QString& script) {
             lines.last() += ", " + entry.section(' ', 1);
         }
     }
-    return lines + leftBehind() + bench.boxes();
+    return lines + leftBehind() + boxes();
 }
 
 QStringList Script::leftBehind() const {
@@ -119,7 +119,7 @@ QStringList Script::leftBehind() const {
     if (bench.state() != "idle" || executor->depth() != 0 || executor->pendingSteps() != 0) {
         left << "it is not left idle";
     }
-    const bool robotStands = m("kord.r.state")->getString() == "idle" && bench.boxes().isEmpty();
+    const bool robotStands = m("kord.r.state")->getString() == "idle" && boxes().isEmpty();
     if (robotStands && bench.armedTimers() > timers_) {
         left << "a timer is left armed";
     }

@@ -53,7 +53,8 @@ private slots:
         QVERIFY(isNear("[]", "[0,0,0,1]") && !isNear("[0,0,0]", "[0,0,0.05]"));
     }
 
-    /// A run goes by its own copy of the program: what others queue meanwhile is none of its lines.
+    /// A run executes a copy of the program. A statement that somebody queues from the tree meanwhile does
+    /// not count as one of the run's lines.
     void aStatementOfTheTree_isNoneOfTheRun() {
         bench_.load("moveL; moveL");
         int code = -1;

@@ -249,8 +249,8 @@ private slots:
         }
     }
 
-    /// One run for each thing that a weld announces, by a call, by a write or by activity: whoever hears of
-    /// it stops the weld then and there, and nothing comes on any more.
+    /// A weld calls the robot, writes ports and announces its activity. One run for each of these moments, in
+    /// which a listener stops the weld inside the notification: nothing comes on any more.
     void stopInsideAnyAnnouncement_endsTheWeld() {
         QFETCH(QString, event);
         const QString script = "set open_interval 50; set stay_time 50; when %1th: %2; run";
@@ -260,7 +260,7 @@ private slots:
             const QStringList log = script_.play("moveL; open; delay 300; param; delay 100; close; moveL",
                                                  script.arg(runs + 1).arg(event));
             const QString after = log.join(" | ").section("CUE", 1);
-            QVERIFY2(!after.contains(on) && bench_.boxes().isEmpty(), qPrintable(after));
+            QVERIFY2(!after.contains(on) && test::boxes().isEmpty(), qPrintable(after));
             const bool goesOn = event == "mode manual" || script_.hasCues();
             QVERIFY2(goesOn || !after.contains("move.l"), qPrintable(after));
         }

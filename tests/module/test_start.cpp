@@ -68,7 +68,7 @@ private slots:
         connect(m(), &mendo::ModuleManager::fileProblem, this,
                 [this](const QString& name, int line, int column, const QString& reason) {
                     QCOMPARE(name, file_);
-                    const QString told = app::localReason(reason);  // whoever reads it may know no English
+                    const QString told = app::localReason(reason);  // operators may read no English
                     QVERIFY2(!told.contains(QRegularExpression("[a-z] [a-z]")), qPrintable(told));
                     reports_ << QString("%1:%2 %3").arg(line).arg(column).arg(reason);
                 });

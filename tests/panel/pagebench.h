@@ -45,7 +45,7 @@ public:
         instantiatedCenterWidget()->setCurrentWidget(page.get());
     }
 
-    /// The first of that kind and name which is seen; null when there is none.
+    /// The first visible widget of this kind and name; null when there is none.
     template <class Widget>
     Widget* find(const char* name = nullptr) const {
         const auto widgets = instantiatedCenterWidget()->findChildren<Widget*>(QLatin1String(name));
@@ -80,7 +80,6 @@ public:
         answerFile(name);
     }
 
-    static void write(const QString& name, const QByteArray& text) { writeFile(name, text); }
     static QStringList types() {
         QStringList result;
         for (const ModuleObject* statement : m("lumo.program")->cmobjs()) {

@@ -46,10 +46,10 @@ class TestPanel : public QObject {
             stop += m("lumo.current")->c(part)->getString() + ' ';
         }
         stop += QString::number(m("lumo.current.startpoint")->size() + m("lumo.current.pausepoint")->size());
-        const QString told = bench_.boxes().join(' ') + " | " + QString::number(bench_.problems.size());
+        const QString told = test::boxes().join(' ') + " | " + QString::number(bench_.problems.size());
         const QString all =
             bench_.shownProject() + " | " + bench_.types().join(' ') + " | " + stop + " | " + told;
-        bench_.closeBoxes();
+        test::closeBoxes();
         bench_.problems.clear();
         const QString files = " reports | " + QDir().entryList(QDir::Files).join(' ');
         return table()->rowCount() == bench_.types().size() ? all + files : "the table differs";
@@ -57,7 +57,7 @@ class TestPanel : public QObject {
 
     /// A weld that was stopped in its second line.
     void openStopped() {
-        bench_.write("seam.json", weld);
+        test::writeFile("seam.json", weld);
         bench_.openFile("seam.json");
         for (const char* field : {"programtype", "programmovetype", "startpoint.x", "pausepoint.x"}) {
             m("lumo.current")->set(this, field, "set");
@@ -120,7 +120,7 @@ private slots:
             {"{'end':{'name':'T1','trans':[0.1,0,0]},'ref':{'name':'W1'}}", "T1 W1 0.1"},
             {"{'ref':{'name':'W2'}}", "tool0 W2 0"}};
         for (const auto& [toolset, expected] : toolsets) {
-            bench_.write("new.a.json", quoted(QByteArray("[{'type':'close'},") + toolset + "]"));
+            test::writeFile("new.a.json", quoted(QByteArray("[{'type':'close'},") + toolset + "]"));
             bench_.openFile("new.a.json");
             QVERIFY(seen().startsWith("new | close") && seen().contains("| 0 0 0 false 0 |  | 0 reports"));
             QCOMPARE(LumoWidget::filePath, QDir::current().filePath("new.a.json"));
@@ -139,8 +139,8 @@ private slots:
     void fileThatIsNoProject_isNeitherOpenedNorWrittenOverNorDeleted() {
         openStopped();
         const QByteArray other = quoted("{'name':'steel'}");
-        bench_.write("other.json", other);
-        bench_.write("lumo_param.json", "[]");
+        test::writeFile("other.json", other);
+        test::writeFile("lumo_param.json", "[]");
         QVERIFY(QFile::link("lumo_param.json", "alias.json"));
         for (const QString name : {"other.json", "missing.json", "lumo_param.json", "alias.json"}) {
             bench_.openFile(name);
@@ -169,7 +169,7 @@ private slots:
                 } else {
                     bench_.answerName(button);
                 }
-                QCOMPARE(bench_.boxes(), QStringList("当前不是空闲状态").mid(button == "btnSaveAs" ? 1 : 0));
+                QCOMPARE(test::boxes(), QStringList("当前不是空闲状态").mid(button == "btnSaveAs" ? 1 : 0));
                 bench_.makePage();
                 bench_.click("btnNew");
                 bench_.click("btnOpen");
@@ -179,7 +179,7 @@ private slots:
                                         bar->mapToGlobal(QPoint(2, 2)));
                 QApplication::sendEvent(bar, &event);
                 QCOMPARE(bench_.robot.nowMs(), qint64(500));  // no loop of a menu's own
-                QCOMPARE(bench_.boxes(), QStringList("当前不是空闲状态"));
+                QCOMPARE(test::boxes(), QStringList("当前不是空闲状态"));
                 QVERIFY(!bench_.find<AddParamDialog>() && !bench_.find<QFileDialog>());
                 QVERIFY(!QApplication::activeModalWidget());
                 QVERIFY(!combo("toolCmb")->isEnabled() && !combo("wobjCmb")->isEnabled());

@@ -71,7 +71,8 @@ private slots:
         heard_.clear();
     }
 
-    /// With all that it holds. What is none stays under another name when a project is written over it.
+    /// A project is read with all its fields. A file that is no project is kept under another name when a
+    /// project is saved in its place.
     void file_isAProjectOrKept() {
         const QByteArray rich =
             "[{'type':'moveCC','execute':true,'speed':199,'toolset':{'end':{'name':'','trans':[0,0,0.1]}},"
@@ -100,7 +101,7 @@ private slots:
             {"[{'stationname':'L','type':'','filePath':'a.json'}]", none}};
         for (const auto& [file, result] : rows) {
             bench_.clear();
-            bench_.write("p.json", test::quoted(file));
+            test::writeFile("p.json", test::quoted(file));
             QCOMPARE(file + ' ' + opened("p.json"), file + ' ' + result);
             const bool isProject = bench_.problems.isEmpty();
             QVERIFY(file != rich || text(m("lumo.program")) == text(json(rich)));
@@ -116,7 +117,7 @@ private slots:
 
     void name_thatWouldOverwriteOrHideAFile_isTaken() {
         for (const char* file : {"old.json", "notes.txt", "archive.tar.gz", "v1.2.json"}) {
-            bench_.write(file, "");
+            test::writeFile(file, "");
         }
         QVERIFY(QDir().mkdir("box.json") && QDir().mkdir("folder") && QFile::link("no", "link.json"));
         const std::pair<NameFault, QStringList> names[] = {

@@ -130,7 +130,7 @@ private slots:
                 " {'filePath':'seam.json','time':'50','DI':'DI5','type':'上升沿','DI_type':'IO'}]");
             m("lumo.signalsConfig")->loadJson(this, stations);
             bench_.load(program_);
-            bench_.write("P1.json", test::quoted("[{'type':'open','index':0},{'type':'close'}]"));
+            test::writeFile("P1.json", test::quoted("[{'type':'open','index':0},{'type':'close'}]"));
             LumoWidget::filePath = "seam.json";
             isEnable_moveorder = true;
             bench_.makePage();

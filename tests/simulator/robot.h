@@ -24,7 +24,7 @@ inline double distance(const Point& a, const Point& b) {
     return std::hypot(std::hypot(a[0] - b[0], a[1] - b[1]), a[2] - b[2]);
 }
 
-/// A simulated controller, orders as a package gives them, and a diary of what it did, each with the
+/// Gives a simulated controller orders as the package does, and writes a diary of what it did, with the
 /// milliseconds since start().
 class Robot : public QObject {
 public:

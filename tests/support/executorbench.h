@@ -48,13 +48,9 @@ public:
         m("lumo.execute.trigger." + name)->setValue(executor, line);
     }
     static void pause() { m("lumo.execute.trigger.pause")->trigger(); }
-    [[nodiscard]] static QString waitingKind() { return executor->waiting().value("kind").toString(); }
     [[nodiscard]] static QString state() { return m("lumo.execute.state")->getString(); }
     [[nodiscard]] static bool weldFlag() { return m("lumo.current.openmiddlecolse")->getBool(); }
     [[nodiscard]] static int resumeLine() { return m("lumo.current.line")->getInt(); }
-    /// Texts of the boxes on the screen.
-    [[nodiscard]] static QStringList boxes() { return test::boxes(); }
-    static void closeBoxes() { test::closeBoxes(); }
 
     sim::VirtualTime& time;
     ScriptedRobot robot;

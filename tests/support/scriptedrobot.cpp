@@ -148,9 +148,6 @@ void ScriptedRobot::arrive() {
 void ScriptedRobot::finish() {
     const Motion motion = queue_.takeFirst();
     running_ = false;
-    if (std::exchange(losesQueue_, false)) {
-        queue_.clear();
-    }
     if (queue_.isEmpty()) {
         setState("idle");
     } else {

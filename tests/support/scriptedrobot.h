@@ -44,8 +44,6 @@ public:
 
     /// The state of an output by equipment name.
     double output(const QString& name) const { return outputs_.value(name); }
-    /// As controllers do after a failed motion: what is queued behind it never runs.
-    void loseTheQueueAfterTheNextResult() { losesQueue_ = true; }
     void standAt(const QVector<double>& trans);
     static void setPower(const char* power) { m("kord.r.power")->setValue(nullptr, power); }
     static void setMode(const char* mode) { m("kord.r.mode")->setValue(nullptr, mode); }
@@ -79,7 +77,6 @@ private:
     qint64 markMs_ = 0;
     int queued_ = 0;
     bool running_ = false;
-    bool losesQueue_ = false;
 };
 
 }  // namespace test

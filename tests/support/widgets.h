@@ -22,7 +22,7 @@ Widget* child(const QWidget* parent, const char* name) {
     return found;
 }
 
-/// The first shown one of the kind, for example the dialog or box on the screen; null when there is none.
+/// The first visible window of this kind, such as the open dialog or message box; null when there is none.
 template <typename Window = QDialog>
 Window* shown() {
     for (QWidget* window : QApplication::topLevelWidgets()) {
