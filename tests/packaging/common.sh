@@ -1,7 +1,9 @@
 # shellcheck shell=bash
 # To be sourced with the build folder and an own folder as arguments: `here`, `build`, `work` (empty), `fail`,
 # and `clean`, which runs a program with nothing of this one's surroundings.
-set -euo pipefail
+set -Eeuo pipefail
+# A command that fails where nobody asks would end the script without a word.
+trap 'echo "FAIL: ${BASH_SOURCE[0]}:$LINENO: $BASH_COMMAND" >&2' ERR
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 build=$1 work=$2
 rm -rf "$work"

@@ -21,15 +21,18 @@ check_host "$prefix"
 needed="lumo (= $(dpkg-deb -f "$package" Version)), qtbase5-dev"
 [ "$(dpkg-deb -f "$development" Depends)" = "$needed" ] || fail "$development does not need $needed"
 depends=$(dpkg-deb -f "$package" Depends)
+tr -s ' ,|' '\n' <<<"$depends" >"$work/depends"
+# Into files, as a reader of a pipe that ends early makes its writer fail.
+ldconfig -p >"$work/libraries"
 # Not what was built: that would hide a library which is not in the package.
 objects=$(find "$prefix" -type f \( -path '*/bin/*' -o -name '*.so*' \))
 while read -r library; do
     [ -z "$(find "$prefix" -name "$library")" ] || continue
-    file=$(ldconfig -p | awk -v name="$library" '$1 == name { print $NF; exit }')
+    file=$(awk -v name="$library" '$1 == name { print $NF; exit }' "$work/libraries")
     [ -n "$file" ] || fail "$library is loaded and nowhere to be found"
     file=$(readlink -f "$file")
-    owner=$(dpkg-query -S "$file" "${file#/usr}" 2>/dev/null | cut -d: -f1 | head -n 1) || true
-    tr -s ' ,|' '\n' <<<"$depends" | grep -qxF "$owner" || fail "$library is of $owner; declared: $depends"
+    owner=$(dpkg-query -S "$file" "${file#/usr}" 2>/dev/null | sed -n '1s/:.*//p') || true
+    grep -qxF "$owner" "$work/depends" || fail "$library is of $owner; declared: $depends"
 done < <(for object in $objects; do objdump -p "$object" | awk '$1 == "NEEDED" { print $2 }'; done | sort -u)
 
 desktop-file-validate "$prefix"/share/applications/*.desktop
