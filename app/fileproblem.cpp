@@ -15,7 +15,7 @@ struct Known {
     const char* text;
 };
 
-const Known kReasons[] = {
+const Known reasonRows[] = {
     // Those that hold another reason come first.
     {"%1; no port is in use", QT_TRANSLATE_NOOP("FileProblem", "%1；所有端口均已停用")},
     {"%1; faults in %2 more records", QT_TRANSLATE_NOOP("FileProblem", "%1；另有%2条记录有错误")},
@@ -74,26 +74,30 @@ std::optional<QStringList> argumentsIn(const QString& reason, const QString& pat
     expression.replace(place, QStringLiteral("(.+)"));
     const QRegularExpressionMatch match =
         QRegularExpression(QRegularExpression::anchoredPattern(expression)).match(reason);
-    if (!match.hasMatch())
+    if (!match.hasMatch()) {
         return std::nullopt;
+    }
     return match.capturedTexts().mid(1);
 }
 
 /// Qt gives its reasons in English or, where it has a catalogue, in the panel's language.
 std::optional<QStringList> argumentsOf(const QString& reason, const Known& known) {
-    if (auto arguments = argumentsIn(reason, QLatin1String(known.reason)))
+    if (auto arguments = argumentsIn(reason, QLatin1String(known.reason))) {
         return arguments;
+    }
     for (const char* context : {"QJsonParseError", "QIODevice", "QSaveFile"}) {
-        if (auto arguments = argumentsIn(reason, QCoreApplication::translate(context, known.reason)))
+        if (auto arguments = argumentsIn(reason, QCoreApplication::translate(context, known.reason))) {
             return arguments;
+        }
     }
     return std::nullopt;
 }
 
 /// An argument may be a reason itself.
 QString filled(QString text, const QStringList& arguments) {
-    for (int number = arguments.size(); number > 0; --number)
+    for (int number = arguments.size(); number > 0; --number) {
         text.replace(QStringLiteral("%%1").arg(number), localReason(arguments[number - 1]));
+    }
     return text;
 }
 
@@ -108,17 +112,19 @@ bool FileProblem::operator==(const FileProblem& other) const {
 }
 
 QString localReason(const QString& reason) {
-    for (const Known& known : kReasons) {
-        if (const auto arguments = argumentsOf(reason, known))
+    for (const Known& known : reasonRows) {
+        if (const auto arguments = argumentsOf(reason, known)) {
             return filled(inPanelLanguage(known), *arguments);
+        }
     }
     return reason;
 }
 
 QString problemText(const FileProblem& problem, const QString& shownFile) {
     const QString reason = localReason(problem.reason);
-    if (problem.line <= 0)
+    if (problem.line <= 0) {
         return QCoreApplication::translate("FileProblem", "%1：%2").arg(shownFile, reason);
+    }
     return QCoreApplication::translate("FileProblem", "%1 第%2行第%3列：%4")
         .arg(shownFile, QString::number(problem.line), QString::number(problem.column), reason);
 }

@@ -10,7 +10,7 @@ namespace app {
 
 namespace {
 
-constexpr int kFontPx = 14;
+constexpr int fontPx = 14;
 
 /// Without the icons that some desktops put on the buttons of a dialog, tight against their captions.
 class PlainDialogs : public QProxyStyle {
@@ -32,7 +32,7 @@ void installLook() {
     QApplication::setPalette(QApplication::style()->standardPalette());
     QFont font;
     font.setFamilies({QStringLiteral("DejaVu Sans"), QStringLiteral("WenQuanYi Micro Hei")});
-    font.setPixelSize(kFontPx);
+    font.setPixelSize(fontPx);
     QApplication::setFont(font);
 }
 

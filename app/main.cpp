@@ -10,12 +10,12 @@
 #include "app/scope/scopeexport.h"
 #include "app/scope/signalrecorder.h"
 #include "app/shots/gallery.h"
-#include "app/time/pacedtime.h"
 #include "app/views/viewswindow.h"
 #include "app/workfolder.h"
 #include "gantu/package.h"
 #include "mendo/modulemanager.h"
-#include "simulator/virtualtime.h"
+#include "simulator/time/pacedtime.h"
+#include "simulator/time/virtualtime.h"
 
 #include <QApplication>
 #include <QDir>
@@ -32,10 +32,10 @@
 
 namespace {
 
-constexpr int kFailed = 1;
-constexpr int kBadUsage = 2;
-constexpr int kNoDisplay = 3;
-constexpr QSize kSize(1280, 800);
+constexpr int failed = 1;
+constexpr int badUsage = 2;
+constexpr int noDisplay = 3;
+constexpr QSize size(1280, 800);
 
 /// Says what is wrong and returns the exit status.
 int fail(const QString& text, int status) {
@@ -55,25 +55,30 @@ void onQtMessage(QtMsgType type, const QMessageLogContext&, const QString& text)
     const bool noise = text.startsWith(QLatin1String("This plugin does not support")) ||
                        text.startsWith(QLatin1String("QStandardPaths:"));
     if (type == QtFatalMsg) {
-        fail(QStringLiteral("no display can be opened"), kNoDisplay);
-        std::_Exit(kNoDisplay);
+        fail(QStringLiteral("no display can be opened"), noDisplay);
+        std::_Exit(noDisplay);
     }
-    if (type != QtDebugMsg && type != QtInfoMsg && !noise)
-        fail(text, kFailed);
+    if (type != QtDebugMsg && type != QtInfoMsg && !noise) {
+        fail(text, failed);
+    }
 }
 
 /// Language and working directory of this start; what was asked for is remembered. What is to be told
 /// once the window is there is left in `lost`.
 bool prepare(const app::Options& options, QString* lost) {
-    if (!app::enterWorkFolder(options.settings, app::Preferences::folder(), lost))
+    if (!app::enterWorkFolder(options.settings, app::Preferences::folder(), lost)) {
         return false;
+    }
     QString language = options.language.isEmpty() ? app::Preferences::language() : options.language;
-    if (language.isEmpty())
+    if (language.isEmpty()) {
         language = app::languageOf(QLocale::system().name());
-    if (!options.language.isEmpty())
+    }
+    if (!options.language.isEmpty()) {
         app::Preferences::rememberLanguage(language);
-    if (!options.settings.isEmpty() && options.example.isEmpty())
+    }
+    if (!options.settings.isEmpty() && options.example.isEmpty()) {
         app::Preferences::rememberFolder(QDir::currentPath());
+    }
     app::installLanguage(language);
     return true;
 }
@@ -88,8 +93,9 @@ bool takeExample(app::Options* options, QString* problem) {
     }
     options->settings = shelf.take(options->example, problem);
     options->project = shelf.project(options->example);
-    if (options->settings.isEmpty())
+    if (options->settings.isEmpty()) {
         *problem = QStringLiteral("%1 cannot be written").arg(*problem);
+    }
     return !options->settings.isEmpty();
 }
 
@@ -97,27 +103,29 @@ bool takeExample(app::Options* options, QString* problem) {
 int becomeExample(const QString& program, const QString& example) {
     const QByteArray file = QFile::encodeName(program), name = QFile::encodeName(example);
     execl(file.constData(), file.constData(), "--example", name.constData(), nullptr);
-    return fail(QStringLiteral("%1 cannot be started again").arg(program), kFailed);
+    return fail(QStringLiteral("%1 cannot be started again").arg(program), failed);
 }
 
 /// On a screen that is hardly larger than the panel, the panel is all there is. On a wide one it stands on
 /// the left, where the views find room beside it.
 void show(QWidget* window) {
     const QSize room = window->screen()->availableSize();
-    window->resize(kSize.boundedTo(room));
+    window->resize(size.boundedTo(room));
     // Before it is shown: afterwards a window manager has placed it.
-    if (room.width() >= kSize.width() + app::ViewsWindow::kWidth)
+    if (room.width() >= size.width() + app::ViewsWindow::fullWidth) {
         window->move(window->screen()->availableGeometry().topLeft());
-    if (room.width() <= kSize.width() || room.height() <= kSize.height())
+    }
+    if (room.width() <= size.width() || room.height() <= size.height()) {
         window->showMaximized();
-    else
+    } else {
         window->show();
+    }
 }
 
 /// The pendant comes when the panel has painted itself, so that it does not keep the panel from it; soon in
 /// any case, because it has the emergency stop.
 void showPendantSoon(app::Panel* panel) {
-    constexpr int kLatestMs = 1000;
+    constexpr int latestMs = 1000;
     auto* timer = new QTimer(panel);
     timer->setSingleShot(true);
     QObject::connect(panel->window(), &app::PanelWindow::painted, timer, [timer] { timer->start(0); });
@@ -125,7 +133,7 @@ void showPendantSoon(app::Panel* panel) {
         timer->deleteLater();
         panel->pendant()->showBeside(panel->window()->frameGeometry());
     });
-    timer->start(kLatestMs);
+    timer->start(latestMs);
 }
 
 /// Without a screen and on virtual time, so that every start gives the same pictures.
@@ -149,9 +157,10 @@ bool writeSignals(const app::Panel& panel, const QString& fileName) {
     QString error;
     const app::SignalRecorder& recorder = *panel.recorder();
     if (file.open(QIODevice::WriteOnly) && app::writeVcd(&file, recorder, recorder.all(), &error) &&
-        file.flush() && file.commit())  // commit alone does not notice that what is buffered fails
+        file.flush() && file.commit()) {  // commit alone does not notice that what is buffered fails
         return true;
-    fail(QStringLiteral("--vcd %1: %2").arg(fileName, error.isEmpty() ? file.errorString() : error), kFailed);
+    }
+    fail(QStringLiteral("--vcd %1: %2").arg(fileName, error.isEmpty() ? file.errorString() : error), failed);
     return false;
 }
 
@@ -159,30 +168,35 @@ bool writeSignals(const app::Panel& panel, const QString& fileName) {
 int run(app::Options options, app::PacedTime* time, QString* example) {
     const app::QuitSignals quitSignals;
     QString problem;
-    if (!options.example.isEmpty() && !takeExample(&options, &problem))
-        return fail(problem, kBadUsage);
+    if (!options.example.isEmpty() && !takeExample(&options, &problem)) {
+        return fail(problem, badUsage);
+    }
     QString lost;
-    if (!prepare(options, &lost))
-        return fail(QStringLiteral("the folder of projects and settings cannot be entered"), kFailed);
+    if (!prepare(options, &lost)) {
+        return fail(QStringLiteral("the folder of projects and settings cannot be entered"), failed);
+    }
     app::installLook();
     app::Panel panel;
     QString error;
-    if (!panel.open(gantu::findLibrary(QStringLiteral("lumo")), &error))
-        return fail(error, kFailed);
+    if (!panel.open(gantu::findLibrary(QStringLiteral("lumo")), &error)) {
+        return fail(error, failed);
+    }
     QObject::connect(&panel, &app::Panel::speedChosen, time, &app::PacedTime::setFactor);
     QObject::connect(&panel, &app::Panel::exampleChosen, &panel, [example](const QString& name) {
         *example = name;
         QCoreApplication::quit();
     });
-    if (!lost.isEmpty())
+    if (!lost.isEmpty()) {
         panel.window()->notices()->report(lost, 0, 0, QStringLiteral("No such file or directory"));
+    }
     show(panel.window());
     showPendantSoon(&panel);
-    if (!options.project.isEmpty() && !panel.openProject(options.project))
-        fail(QStringLiteral("--open: the page has no way to open a project"), kFailed);
+    if (!options.project.isEmpty() && !panel.openProject(options.project)) {
+        fail(QStringLiteral("--open: the page has no way to open a project"), failed);
+    }
     mendo::ModuleManager::setOutermostLoop(1);
     const int status = QApplication::exec();
-    return options.vcd.isEmpty() || writeSignals(panel, options.vcd) ? status : kFailed;
+    return options.vcd.isEmpty() || writeSignals(panel, options.vcd) ? status : failed;
 }
 
 }  // namespace
@@ -190,21 +204,26 @@ int run(app::Options options, app::PacedTime* time, QString* example) {
 int main(int argc, char** argv) {
     QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));  // file names, in any locale
     QStringList arguments;
-    for (int i = 1; i < argc; ++i)
+    for (int i = 1; i < argc; ++i) {
         arguments.append(QFile::decodeName(argv[i]));
+    }
     QString error;
     const std::optional<app::Options> options = app::parseOptions(arguments, &error);
-    if (!options)
-        return fail(error, kBadUsage);
-    if (options->help)
+    if (!options) {
+        return fail(error, badUsage);
+    }
+    if (options->help) {
         return print(app::usage());
-    if (options->version)
+    }
+    if (options->version) {
         return print(app::versionText());
+    }
     QCoreApplication::setOrganizationName(QStringLiteral("lumo"));
     QCoreApplication::setApplicationName(QStringLiteral("lumo-panel"));
     int programOnly = 1;  // Qt's own options are none of ours
-    if (!options->screenshots.isEmpty())
+    if (!options->screenshots.isEmpty()) {
         return takePictures(*options, programOnly, argv);
+    }
     app::PacedTime* const time = app::PacedTime::install();
     qInstallMessageHandler(onQtMessage);
     QString example, program;

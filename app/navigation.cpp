@@ -15,7 +15,7 @@ namespace app {
 
 namespace {
 
-const QString kPages = QStringLiteral("pel.navo.pages");
+const QString pagesPath = QStringLiteral("pel.navo.pages");
 
 struct Page {
     QString key, title, group, icon;
@@ -24,11 +24,12 @@ struct Page {
 /// The pages that lead somewhere, groups in the order of their first page.
 QVector<Page> readPages() {
     QVector<Page> pages;
-    for (const mendo::ModuleObject* node : m(kPages)->cmobjs()) {
+    for (const mendo::ModuleObject* node : m(pagesPath)->cmobjs()) {
         const auto field = [node](const char* name) { return node->c(QLatin1String(name))->getString(); };
         const Page page{field("nav"), field("title"), field("group"), field("icon")};
-        if (page.key.isEmpty())
+        if (page.key.isEmpty()) {
             continue;
+        }
         const auto last =
             std::find_if(pages.rbegin(), pages.rend(), [&](const Page& p) { return p.group == page.group; });
         pages.insert(last == pages.rend() ? pages.end() : last.base(), page);
@@ -41,8 +42,9 @@ QToolButton* makeButton(const Page& page) {
     button->setObjectName(QStringLiteral("nav_") + page.key);
     button->setProperty("key", page.key);
     button->setText(page.title);
-    if (!page.icon.isEmpty())
+    if (!page.icon.isEmpty()) {
         button->setIcon(QIcon(page.icon));
+    }
     button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     button->setCheckable(true);
     button->setMinimumSize(96, 48);
@@ -62,7 +64,7 @@ Navigation::Navigation(QWidget* parent)
 
 void Navigation::refresh() {
     posted_ = false;
-    mendo::ModuleObject* list = m(kPages);
+    mendo::ModuleObject* list = m(pagesPath);
     if (!following_ && !list->isNull()) {
         following_ = true;
         connect(list, &mendo::ModuleObject::added, this, &Navigation::refreshLater);
@@ -86,8 +88,9 @@ void Navigation::refresh() {
 
 /// A page's entry gets its key only after it was added.
 void Navigation::refreshLater() {
-    if (posted_)
+    if (posted_) {
         return;
+    }
     posted_ = true;
     QMetaObject::invokeMethod(this, &Navigation::refresh, Qt::QueuedConnection);
 }
@@ -95,8 +98,9 @@ void Navigation::refreshLater() {
 void Navigation::select(const QString& key) {
     selected_ = key;
     const QList<QAbstractButton*> buttons = buttons_->buttons();
-    for (QAbstractButton* button : buttons)
+    for (QAbstractButton* button : buttons) {
         button->setChecked(button->property("key").toString() == key);
+    }
 }
 
 QString Navigation::firstKey() const {

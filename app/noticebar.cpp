@@ -13,10 +13,10 @@ namespace app {
 
 namespace {
 
-constexpr int kMostListed = 10;
-constexpr int kShownPathWidth = 320;
-constexpr int kLeastPathWidth = 80;
-constexpr int kPathStep = 20;
+constexpr int mostListed = 10;
+constexpr int shownPathWidth = 320;
+constexpr int leastPathWidth = 80;
+constexpr int pathStep = 20;
 
 QToolButton* makeButton(QWidget* parent, const QString& name) {
     auto* button = new QToolButton(parent);
@@ -62,14 +62,16 @@ NoticeBar::NoticeBar(QWidget* window)
 
 void NoticeBar::report(const QString& file, int line, int column, const QString& reason) {
     const FileProblem problem{file, line, column, reason};
-    if (!texts_.isEmpty() && problem == newest_)
+    if (!texts_.isEmpty() && problem == newest_) {
         return;
+    }
     newest_ = problem;
     const QString path = QDir::toNativeSeparators(QFileInfo(file).absoluteFilePath());
     texts_.prepend(mendo::Clock::current().now().toString(QStringLiteral("HH:mm:ss  ")) +
                    problemText(problem, path));
-    if (texts_.size() > kMostListed)
+    if (texts_.size() > mostListed) {
         texts_.removeLast();
+    }
     show();
     refresh();
 }
@@ -112,25 +114,28 @@ void NoticeBar::refresh() {
 
 /// With as much of the path as there is room for.
 void NoticeBar::showText(const QString& path) {
-    for (int width = kShownPathWidth; width >= kLeastPathWidth; width -= kPathStep) {
+    for (int width = shownPathWidth; width >= leastPathWidth; width -= pathStep) {
         const QString shown = text_->fontMetrics().elidedText(path, Qt::ElideLeft, width);
         text_->setText(QStringLiteral("⚠ ") + problemText(newest_, shown));
-        if (text_->heightForWidth(text_->width()) <= text_->height())
+        if (text_->heightForWidth(text_->width()) <= text_->height()) {
             return;
+        }
     }
 }
 
 void NoticeBar::resizeEvent(QResizeEvent* event) {
     QFrame::resizeEvent(event);
     layout()->activate();
-    if (!texts_.isEmpty())
+    if (!texts_.isEmpty()) {
         refresh();
+    }
     placeList();
 }
 
 bool NoticeBar::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::Resize && watched == window_)
+    if (event->type() == QEvent::Resize && watched == window_) {
         placeList();
+    }
     return QFrame::eventFilter(watched, event);
 }
 

@@ -58,7 +58,7 @@ bool readScreenshots(Options& o, const QString& text, QString* why) {
     return !text.isEmpty() && (folder.isDir() || !folder.exists());
 }
 
-const Option kOptions[] = {
+const Option optionRows[] = {
     {"language", "cn|en|ru", "language of the panel; remembered (at first: the system's)", readLanguage},
     {"settings", "DIR",
      "folder of projects and settings files; remembered (at first: the current\n"
@@ -80,9 +80,9 @@ const Option kOptions[] = {
 };
 
 const Option* findOption(const QString& name) {
-    const auto found = std::find_if(std::begin(kOptions), std::end(kOptions),
+    const auto found = std::find_if(std::begin(optionRows), std::end(optionRows),
                                     [&name](const Option& o) { return name == QLatin1String(o.name); });
-    return found == std::end(kOptions) ? nullptr : found;
+    return found == std::end(optionRows) ? nullptr : found;
 }
 
 /// Reads the option at `index`, which moves on to its value; the reason when it is wrong.
@@ -91,19 +91,24 @@ QString readOption(Options& options, const QStringList& arguments, int& index) {
     const int equals = argument.indexOf(QLatin1Char('='));
     const QString name = argument.mid(2, equals < 0 ? -1 : equals - 2);
     const Option* option = argument.startsWith(QLatin1String("--")) ? findOption(name) : nullptr;
-    if (!option)
+    if (!option) {
         return QStringLiteral("unknown argument %1, see --help").arg(argument);
+    }
     const bool wantsValue = *option->value != '\0';
-    if (wantsValue && equals < 0 && index + 1 >= arguments.size())
+    if (wantsValue && equals < 0 && index + 1 >= arguments.size()) {
         return QStringLiteral("--%1 needs a value: %2").arg(name, QLatin1String(option->value));
-    if (!wantsValue && equals >= 0)
+    }
+    if (!wantsValue && equals >= 0) {
         return QStringLiteral("--%1 takes no value").arg(name);
+    }
     QString value;
-    if (wantsValue)
+    if (wantsValue) {
         value = equals < 0 ? arguments[++index] : argument.mid(equals + 1);
+    }
     QString why;
-    if (option->read(options, value, &why))
+    if (option->read(options, value, &why)) {
         return {};
+    }
     return QStringLiteral("--%1 %2 %3").arg(name, value.isEmpty() ? QStringLiteral("\"\"") : value, why);
 }
 
@@ -116,16 +121,20 @@ QStringList languages() {
 std::optional<Options> parseOptions(const QStringList& arguments, QString* error) {
     Options options;
     QString reason;
-    for (int i = 0; i < arguments.size() && reason.isEmpty(); ++i)
+    for (int i = 0; i < arguments.size() && reason.isEmpty(); ++i) {
         reason = readOption(options, arguments, i);
+    }
     const bool own = !(options.settings.isEmpty() && options.project.isEmpty());
     const bool example = !options.example.isEmpty();
-    if (reason.isEmpty() && !options.screenshots.isEmpty() && (own || example))
+    if (reason.isEmpty() && !options.screenshots.isEmpty() && (own || example)) {
         reason = QStringLiteral("--screenshots brings its own project and settings");
-    if (reason.isEmpty() && example && own)
+    }
+    if (reason.isEmpty() && example && own) {
         reason = QStringLiteral("--example brings its own project and settings");
-    if (reason.isEmpty())
+    }
+    if (reason.isEmpty()) {
         return options;
+    }
     *error = reason.simplified();
     return std::nullopt;
 }
@@ -138,7 +147,7 @@ QString usage() {
     QString text = QStringLiteral(
         "Usage: lumo-panel [options]\n\n"
         "Opens the operator panel on a simulated robot and weld cell.\n\nOptions:\n");
-    for (const Option& option : kOptions) {
+    for (const Option& option : optionRows) {
         const QString left =
             QStringLiteral("  --%1 %2").arg(QLatin1String(option.name), QLatin1String(option.value));
         QString help = QLatin1String(option.help);

@@ -19,10 +19,10 @@
 #include "gantu/panel.h"
 #include "kord/kordservice.h"
 #include "mendo/modulemanager.h"
-#include "recording/treefollower.h"
 #include "simulator/cell.h"
 #include "simulator/controller.h"
 #include "simulator/wiring.h"
+#include "workcell/treefollower.h"
 
 #include <QAbstractButton>
 #include <QAbstractItemView>
@@ -44,11 +44,12 @@ Panel::~Panel() = default;
 bool Panel::open(const QString& libraryFile, QString* error) {
     cell_ = new sim::Cell(controller_, sim::readWiring(QStringLiteral("lumo_port.json")), this);
     // Before the package: what changes is recorded before what it causes.
-    follower_ = new rec::TreeFollower(this);
+    follower_ = new workcell::TreeFollower(this);
     recorder_ = new SignalRecorder(controller_, cell_, follower_, this);
     seams_ = new SeamTrack(controller_, cell_, follower_, this);
-    if (!package_.load(libraryFile, QStringLiteral("lumo"), error))
+    if (!package_.load(libraryFile, QStringLiteral("lumo"), error)) {
         return false;
+    }
     Navigation* navigation = window_->navigation();
     navigation->refresh();
     libraryFile_ = libraryFile;
@@ -90,14 +91,16 @@ void Panel::offerViews() {
 }
 
 ViewsWindow* Panel::views() {
-    if (!views_)
+    if (!views_) {
         makeViews();
+    }
     return views_.get();
 }
 
 PendantWindow* Panel::pendant() {
-    if (!pendant_)
+    if (!pendant_) {
         pendant_ = std::make_unique<PendantWindow>(controller_);
+    }
     return pendant_.get();
 }
 
@@ -105,8 +108,9 @@ void Panel::makeViews() {
     views_ = std::make_unique<ViewsWindow>();
     auto* path = new PathPage(seams_, PackageFlags::find(libraryFile_));
     // Other pages have a table of that name too.
-    if (const auto* editor = page_ ? page_->findChild<QWidget*>(QStringLiteral("ProgramWidget")) : nullptr)
+    if (const auto* editor = page_ ? page_->findChild<QWidget*>(QStringLiteral("ProgramWidget")) : nullptr) {
         path->followTable(editor->findChild<QAbstractItemView*>(QStringLiteral("tableWidget")));
+    }
     views_->addPage(path, tr("路径"));
     views_->addPage(new ScopePage(recorder_), tr("信号"));
     connect(views_.get(), &ViewsWindow::opened, window_.get(), &PanelWindow::showViewsOpen);
@@ -114,11 +118,13 @@ void Panel::makeViews() {
 
 QWidget* Panel::showPage(const QString& key) {
     QWidget* page = package_.page(key);
-    if (!page)
+    if (!page) {
         return nullptr;
+    }
     QStackedWidget* pages = window_->pages();
-    if (pages->indexOf(page) < 0)
+    if (pages->indexOf(page) < 0) {
         pages->addWidget(page);
+    }
     pages->setCurrentWidget(page);
     window_->navigation()->select(key);
     return page;
@@ -127,13 +133,15 @@ QWidget* Panel::showPage(const QString& key) {
 bool Panel::openProject(const QString& file) {
     const QWidget* page = window_->pages()->currentWidget();
     auto* button = page ? page->findChild<QAbstractButton*>(QStringLiteral("btnOpen")) : nullptr;
-    if (!button)
+    if (!button) {
         return false;
+    }
     button->click();
     const QList<QFileDialog*> dialogs = page->findChildren<QFileDialog*>();
     for (QFileDialog* dialog : dialogs) {
-        if (!dialog->isVisible())
+        if (!dialog->isVisible()) {
             continue;
+        }
         dialog->selectFile(file);
         return QMetaObject::invokeMethod(dialog, "accept");
     }

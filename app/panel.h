@@ -8,7 +8,7 @@
 
 #include <memory>
 
-namespace rec {
+namespace workcell {
 class TreeFollower;
 }
 namespace sim {
@@ -66,7 +66,7 @@ private:
 
     sim::Controller* controller_;
     sim::Cell* cell_ = nullptr;
-    rec::TreeFollower* follower_ = nullptr;
+    workcell::TreeFollower* follower_ = nullptr;
     SignalRecorder* recorder_ = nullptr;
     SeamTrack* seams_ = nullptr;
     std::unique_ptr<PanelWindow> window_;

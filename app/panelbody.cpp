@@ -9,8 +9,9 @@ PanelBody::PanelBody(QWidget* parent) : QWidget(parent), pages_(new QStackedWidg
 
 void PanelBody::setStrip(QWidget* strip) {
     strip_ = strip;
-    if (strip_->parentWidget() != this)
+    if (strip_->parentWidget() != this) {
         strip_->setParent(this);
+    }
     arrange();
 }
 
@@ -49,8 +50,9 @@ void PanelBody::arrange() {
         strip_->setGeometry(beside ? width() - stripWidth : 0, 0, stripWidth, height());
         strip_->setVisible(!folded_);
         strip_->raise();
-        if (!folded_ && beside)
+        if (!folded_ && beside) {
             place.setRight(place.right() - stripWidth);
+        }
     }
     pages_->setGeometry(place);
 }

@@ -48,8 +48,9 @@ PanelWindow::PanelWindow()
     column->addWidget(makeStatusLine());
     setCentralWidget(content);
     connect(body_, &PanelBody::resized, this, [this] {
-        if (!operatorPlaces_)
+        if (!operatorPlaces_) {
             placeStrip();
+        }
     });
 }
 
@@ -61,7 +62,7 @@ QWidget* PanelWindow::makeHeader() {
 
     auto* header = new QFrame;
     header->setObjectName(QStringLiteral("header"));
-    header->setFixedHeight(kHeaderHeight);
+    header->setFixedHeight(headerHeight);
     header->setStyleSheet(frameStyle());
     auto* row = new QHBoxLayout(header);
     row->setContentsMargins(0, 0, 0, 0);
@@ -82,7 +83,7 @@ void PanelWindow::addToHeader(QWidget* button) {
 QWidget* PanelWindow::makeStatusLine() {
     auto* line = new QFrame;
     line->setObjectName(QStringLiteral("statusLine"));
-    line->setFixedHeight(kStatusHeight);
+    line->setFixedHeight(statusHeight);
     line->setStyleSheet(frameStyle());
     notices_->list()->setStyleSheet(frameStyle());
     line->setLayout(status_);
@@ -105,10 +106,11 @@ void PanelWindow::offerViews() {
     viewsButton_->show();
     viewsButton_->setToolTip(QStringLiteral("F6, F7"));
     connect(viewsButton_, &QToolButton::clicked, this, [this](bool on) {
-        if (on)
+        if (on) {
             emit viewsAsked(0);
-        else
+        } else {
             emit viewsDismissed();
+        }
     });
     int page = 0;
     for (const auto key : {Qt::Key_F6, Qt::Key_F7}) {
@@ -159,8 +161,9 @@ bool PanelWindow::event(QEvent* event) {
 void PanelWindow::changeEvent(QEvent* event) {
     QMainWindow::changeEvent(event);
     QWidget* const dialog = QApplication::activeModalWidget();
-    if (event->type() == QEvent::ActivationChange && isActiveWindow() && dialog && dialog != this)
+    if (event->type() == QEvent::ActivationChange && isActiveWindow() && dialog && dialog != this) {
         QTimer::singleShot(0, dialog, &QWidget::activateWindow);
+    }
 }
 
 void PanelWindow::closeEvent(QCloseEvent* event) {

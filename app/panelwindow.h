@@ -17,8 +17,8 @@ class PanelBody;
 class PanelWindow : public QMainWindow {
     Q_OBJECT
 public:
-    static constexpr int kHeaderHeight = 50;
-    static constexpr int kStatusHeight = 48;
+    static constexpr int headerHeight = 50;
+    static constexpr int statusHeight = 48;
 
     PanelWindow();
 

@@ -17,10 +17,10 @@ namespace app {
 
 namespace {
 
-const QString kLanguage = QStringLiteral("language");
-const QString kFolder = QStringLiteral("folder");
-const QString kPendantPlace = QStringLiteral("pendant/place");
-const QString kPendantUnfolded = QStringLiteral("pendant/unfolded");
+const QString languageKey = QStringLiteral("language");
+const QString folderKey = QStringLiteral("folder");
+const QString pendantPlaceKey = QStringLiteral("pendant/place");
+const QString pendantUnfoldedKey = QStringLiteral("pendant/unfolded");
 
 bool readMap(QIODevice& file, QSettings::SettingsMap& map) {
     const QJsonDocument document = QJsonDocument::fromJson(file.readAll());
@@ -57,16 +57,18 @@ private:
 
 QString languageOf(const QString& locale) {
     const QString code = locale.section(QLatin1Char('_'), 0, 0);
-    if (code == QLatin1String("zh"))
+    if (code == QLatin1String("zh")) {
         return QStringLiteral("cn");
+    }
     return code == QLatin1String("ru") ? code : QStringLiteral("en");
 }
 
 QString checkoutOf(const QString& folder) {
     QDir place(folder);
     do {
-        if (place.exists(QStringLiteral("lumo/resources/lumo.json")))
+        if (place.exists(QStringLiteral("lumo/resources/lumo.json"))) {
             return place.absolutePath();
+        }
     } while (place.cdUp());
     return {};
 }
@@ -77,37 +79,38 @@ QString defaultFolder(const QString& current) {
 }
 
 QString Preferences::language() {
-    const QString language = Store().value(kLanguage).toString();
+    const QString language = Store().value(languageKey).toString();
     return languages().contains(language) ? language : QString();
 }
 
 void Preferences::rememberLanguage(const QString& language) {
-    Store().setValue(kLanguage, language);
+    Store().setValue(languageKey, language);
 }
 
 QString Preferences::folder() {
-    return Store().value(kFolder).toString();
+    return Store().value(folderKey).toString();
 }
 
 void Preferences::rememberFolder(const QString& folder) {
-    Store().setValue(kFolder, folder);
+    Store().setValue(folderKey, folder);
 }
 
 std::optional<QPoint> Preferences::pendantPlace() {
-    const QVariantList place = Store().value(kPendantPlace).toList();
-    if (place.size() != 2)
+    const QVariantList place = Store().value(pendantPlaceKey).toList();
+    if (place.size() != 2) {
         return {};
+    }
     return QPoint(place[0].toInt(), place[1].toInt());
 }
 
 bool Preferences::pendantUnfolded() {
-    return Store().value(kPendantUnfolded, true).toBool();
+    return Store().value(pendantUnfoldedKey, true).toBool();
 }
 
 void Preferences::rememberPendant(const QPoint& place, bool unfolded) {
     Store store;
-    store.setValue(kPendantPlace, QVariantList{place.x(), place.y()});
-    store.setValue(kPendantUnfolded, unfolded);
+    store.setValue(pendantPlaceKey, QVariantList{place.x(), place.y()});
+    store.setValue(pendantUnfoldedKey, unfolded);
 }
 
 }  // namespace app

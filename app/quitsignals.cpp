@@ -25,8 +25,9 @@ volatile std::sig_atomic_t writeEnd = -1;
 extern "C" void onQuitSignal(int) {
     const int before = errno;
     const char byte = 0;
-    if (write(writeEnd, &byte, 1) < 0)
+    if (write(writeEnd, &byte, 1) < 0) {
         errno = before;  // the pipe is full: it has said so already
+    }
 }
 
 /// What is to be ignored, as under nohup, stays so.
@@ -37,22 +38,25 @@ void takeSignals() {
     sigemptyset(&action.sa_mask);
     for (Handled& signal : handled) {
         sigaction(signal.number, nullptr, &signal.before);
-        if (signal.before.sa_handler != SIG_IGN)
+        if (signal.before.sa_handler != SIG_IGN) {
             sigaction(signal.number, &action, nullptr);
+        }
     }
 }
 
 void giveBackSignals() {
-    for (const Handled& signal : handled)
+    for (const Handled& signal : handled) {
         sigaction(signal.number, &signal.before, nullptr);
+    }
 }
 
 }  // namespace
 
 QuitSignals::QuitSignals() {
     int ends[2];
-    if (pipe2(ends, O_CLOEXEC | O_NONBLOCK) != 0)
+    if (pipe2(ends, O_CLOEXEC | O_NONBLOCK) != 0) {
         return;
+    }
     readEnd_ = ends[0];
     writeEnd = ends[1];
     auto* notifier = new QSocketNotifier(readEnd_, QSocketNotifier::Read, this);
@@ -61,8 +65,9 @@ QuitSignals::QuitSignals() {
 }
 
 QuitSignals::~QuitSignals() {
-    if (readEnd_ < 0)
+    if (readEnd_ < 0) {
         return;
+    }
     giveBackSignals();
     close(writeEnd);
     close(readEnd_);

@@ -7,11 +7,13 @@
 namespace app {
 
 bool enterWorkFolder(const QString& given, const QString& remembered, QString* lost) {
-    if (!given.isEmpty())
+    if (!given.isEmpty()) {
         return QDir::setCurrent(given);
+    }
     if (!remembered.isEmpty()) {
-        if (QDir::setCurrent(remembered))
+        if (QDir::setCurrent(remembered)) {
             return true;
+        }
         *lost = remembered;
     }
     const QString folder = defaultFolder(QDir::currentPath());

@@ -7,7 +7,7 @@
 #include "editor/programtable.h"
 #include "editor/programwidget.h"
 #include "module/globals.h"
-#include "module/keys.h"
+#include "program/words.h"
 
 #include <QApplication>
 #include <QHeaderView>
@@ -95,7 +95,7 @@ int nextRow() {
 bench::Side changedLine(Tables& tables) {
     return bench::each([&tables, speed = 0]() mutable {
         const int row = nextRow() + 1;
-        m(lumo::key::program)->c(row)->set(nullptr, QStringLiteral("speed"), ++speed % 90 + 10);
+        m(prog::key::program)->c(row)->set(nullptr, QStringLiteral("speed"), ++speed % 90 + 10);
         tables.table->changeStatement(row);
     });
 }
@@ -108,7 +108,7 @@ bench::Side sizedRow(Tables& tables) {
 bench::Side markerWalk(bench::WeldCell& cell, int length) {
     constexpr int walk = 10;
     const auto moveTo = [length](int place) {
-        m(lumo::key::executeLine)->setValue(nullptr, length - walk + place % walk);
+        m(prog::key::executeLine)->setValue(nullptr, length - walk + place % walk);
         QApplication::processEvents();
     };
     bench::Side side;
@@ -118,7 +118,7 @@ bench::Side markerWalk(bench::WeldCell& cell, int length) {
         }
     };
     side.prepare = [&cell, length, moveTo] {
-        if (m(lumo::key::program)->cmobjCount() != length) {
+        if (m(prog::key::program)->cmobjCount() != length) {
             cell.load(bench::weldProgram(length));
         }
         for (int place = 0; place < walk; ++place) {  // what loading left to be done later is done now

@@ -7,7 +7,7 @@
 #include "editor/programwidget.h"
 #include "executor/lumoexecutor.h"
 #include "module/globals.h"
-#include "module/keys.h"
+#include "program/words.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
@@ -19,6 +19,7 @@
 namespace {
 
 using namespace lumo;
+using namespace prog;
 
 constexpr int usualLines = 200;
 /// A motion command that the executor does not hear of.

@@ -3,7 +3,7 @@
 
 #include "sidebyside.h"
 
-#include "mendo/jsontext.h"
+#include "json/jsontext.h"
 #include "mendo/modulemanager.h"
 
 #include <QByteArray>

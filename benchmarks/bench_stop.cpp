@@ -10,9 +10,9 @@
 
 #include "executor/lumoexecutor.h"
 #include "module/globals.h"
-#include "module/keys.h"
-#include "module/messagebox.h"
 #include "panel/lumowidget.h"
+#include "program/words.h"
+#include "widgets/messagebox.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -30,6 +30,7 @@
 namespace {
 
 using namespace lumo;
+using namespace prog;
 using SteadyClock = std::chrono::steady_clock;
 
 constexpr int samplesWanted = 2500;  // of each of four figures

@@ -12,23 +12,26 @@ namespace {
 void writeOptions(JsonWriter& line, const Options& options) {
     const auto onOff = [](bool on) { return on ? QStringLiteral("on") : QStringLiteral("off"); };
     line.key(QStringLiteral("options")).beginObject();
-    if (options.stations.isEmpty())
+    if (options.stations.isEmpty()) {
         line.key(QStringLiteral("project")).string(QFileInfo(options.project).fileName());
-    else
+    } else {
         line.key(QStringLiteral("stations")).string(QDir(options.stations).dirName());
+    }
     line.key(QStringLiteral("language")).string(options.language);
     line.key(QStringLiteral("mode")).string(options.mode);
     line.key(QStringLiteral("power")).string(onOff(options.power));
     line.key(QStringLiteral("weld")).string(onOff(options.weld));
     line.key(QStringLiteral("hand-weld")).string(onOff(options.handWeld));
-    if (options.once)
+    if (options.once) {
         line.key(QStringLiteral("once")).integer(*options.once);
-    else if (options.stations.isEmpty())
+    } else if (options.stations.isEmpty()) {
         line.key(QStringLiteral("line")).integer(options.line);
+    }
     line.key(QStringLiteral("axes")).integer(options.axes);
     line.key(QStringLiteral("no-write-multi")).boolean(!options.writeMulti);
-    if (!options.scenario.isEmpty())
+    if (!options.scenario.isEmpty()) {
         line.key(QStringLiteral("scenario")).string(QFileInfo(options.scenario).fileName());
+    }
     line.key(QStringLiteral("ack")).integer(options.ackMs);
     line.key(QStringLiteral("until")).integer(options.untilMs);
     line.key(QStringLiteral("posture")).boolean(options.posture);
@@ -42,15 +45,17 @@ void writeBeginLine(Trace& trace, const Options& options, int statements) {
     writeOptions(line, options);
     line.key(QStringLiteral("statements")).integer(statements);
     line.key(QStringLiteral("sets")).beginArray();
-    for (const mendo::ModuleObject* set : m(QStringLiteral("lumo.param"))->cmobjs())
+    for (const mendo::ModuleObject* set : m(QStringLiteral("lumo.param"))->cmobjs()) {
         line.string(set->r(QStringLiteral("name"))->getString());
+    }
     line.endArray();
     line.key(QStringLiteral("ports")).beginArray();
     for (const mendo::ModuleObject* port : m(QStringLiteral("lumo.port"))->cmobjs()) {
         line.beginObject();
         for (const QString& field :
-             {QStringLiteral("type"), QStringLiteral("name"), QStringLiteral("enable")})
+             {QStringLiteral("type"), QStringLiteral("name"), QStringLiteral("enable")}) {
             line.key(field).node(port->r(field));
+        }
         line.endObject();
     }
     line.endArray();

@@ -15,14 +15,15 @@ namespace run {
 
 namespace {
 
-const QString kPackage = QStringLiteral("lumo");
+const QString packageName = QStringLiteral("lumo");
 
 /// The factory key of the package's page, as its navigation entry names it.
 QString pageKey() {
     for (const mendo::ModuleObject* page : m(QStringLiteral("pel.navo.pages"))->cmobjs()) {
         const QString key = page->c(QStringLiteral("nav"))->getString();
-        if (!key.isEmpty())
+        if (!key.isEmpty()) {
             return key;
+        }
     }
     return {};
 }
@@ -49,8 +50,8 @@ bool Bench::openPanel(const QString& language, QString* error) {
     center_ = std::make_unique<QStackedWidget>();
     center_->resize(1280, 800);
     setInstantiatedCenterWidget(center_.get());
-    const QString library = gantu::findLibrary(kPackage);
-    return package_.load(library, kPackage, error) && openPage(error) && findExecutor(library, error);
+    const QString library = gantu::findLibrary(packageName);
+    return package_.load(library, packageName, error) && openPage(error) && findExecutor(library, error);
 }
 
 bool Bench::openPage(QString* error) {
@@ -67,13 +68,15 @@ bool Bench::openPage(QString* error) {
 }
 
 bool Bench::findExecutor(const QString& library, QString* error) {
-    for (QObject* child : m(kPackage)->children()) {
-        if (child->inherits("LumoExecutor"))
+    for (QObject* child : m(packageName)->children()) {
+        if (child->inherits("LumoExecutor")) {
             executor_ = child;
+        }
     }
     runMode_ = reinterpret_cast<int*>(QLibrary(library).resolve("hand_or_signalbing"));
-    if (executor_ && runMode_)
+    if (executor_ && runMode_) {
         return true;
+    }
     *error = executor_ ? QStringLiteral("the package does not export its run mode")
                        : QStringLiteral("the package made no executor");
     return false;

@@ -109,8 +109,8 @@ bool isDigits(const QJsonValue& value) {
 }
 
 bool isPercent(const QJsonValue& value) {
-    constexpr double kWhole = 100;
-    return value.isDouble() && value.toDouble() >= 0 && value.toDouble() <= kWhole;
+    constexpr double wholePercent = 100;
+    return value.isDouble() && value.toDouble() >= 0 && value.toDouble() <= wholePercent;
 }
 
 bool isTriple(const QJsonValue& value) {
@@ -124,8 +124,9 @@ QString unless(bool right, const char* reason) {
 }
 
 QString noneOf(const QJsonValue& value, const QStringList& words) {
-    if (value.isString() && words.contains(value.toString()))
+    if (value.isString() && words.contains(value.toString())) {
         return {};
+    }
     return QStringLiteral("is none of ") + words.join(QStringLiteral(", "));
 }
 
@@ -198,11 +199,13 @@ const std::vector<Key>& fieldsOf(Kind kind) {
 std::optional<EntryFault> innerFault(const QString& path, Kind kind, const QJsonObject& value) {
     if (kind == Kind::Statement) {
         const QString fault = statementTypeFault(value);
-        if (!fault.isEmpty())
+        if (!fault.isEmpty()) {
             return EntryFault{path + QStringLiteral(".type"), fault};
+        }
     }
-    if (kind != Kind::Station && kind != Kind::Register)
+    if (kind != Kind::Station && kind != Kind::Register) {
         return std::nullopt;
+    }
     const std::vector<Key>& fields = fieldsOf(kind);
     for (auto entry = value.begin(); entry != value.end(); ++entry) {
         const auto field = std::find_if(fields.begin(), fields.end(), [&entry](const Key& key) {
@@ -211,10 +214,12 @@ std::optional<EntryFault> innerFault(const QString& path, Kind kind, const QJson
         const QString place = path + QLatin1Char('.') + entry.key();
         const QString fault = field == fields.end() ? QStringLiteral("is no field of a station")
                                                     : kindFault(field->kind, entry.value(), {});
-        if (!fault.isEmpty())
+        if (!fault.isEmpty()) {
             return EntryFault{place, QStringLiteral("\"%1\" %2").arg(place, fault)};
-        if (const auto inner = innerFault(place, field->kind, entry.value().toObject()))
+        }
+        if (const auto inner = innerFault(place, field->kind, entry.value().toObject())) {
             return inner;
+        }
     }
     return std::nullopt;
 }
@@ -222,13 +227,15 @@ std::optional<EntryFault> innerFault(const QString& path, Kind kind, const QJson
 std::optional<EntryFault> keyFault(const Key& key, const QJsonObject& entry, const QStringList& inputs) {
     const QString name = QLatin1String(key.name);
     if (!entry.contains(name)) {
-        if (key.optional)
+        if (key.optional) {
             return std::nullopt;
+        }
         return EntryFault{QString(), QStringLiteral("the key \"%1\" is missing").arg(name)};
     }
     const QString fault = kindFault(key.kind, entry.value(name), inputs);
-    if (!fault.isEmpty())
+    if (!fault.isEmpty()) {
         return EntryFault{name, QStringLiteral("\"%1\" %2").arg(name, fault)};
+    }
     return innerFault(name, key.kind, entry.value(name).toObject());
 }
 
@@ -243,24 +250,29 @@ std::optional<EntryFault> findEntryFault(const QJsonObject& entry, const QString
     const QString at = QStringLiteral("at");
     const QString verb = QStringLiteral("do");
     for (const QString& key : {at, verb}) {
-        if (!entry.contains(key))
+        if (!entry.contains(key)) {
             return EntryFault{QString(), QStringLiteral("the key \"%1\" is missing").arg(key)};
+        }
     }
-    if (!isInteger(entry.value(at)) || entry.value(at).toDouble() < 0)
+    if (!isInteger(entry.value(at)) || entry.value(at).toDouble() < 0) {
         return EntryFault{at, QStringLiteral("\"at\" is no whole number from 0")};
+    }
     const ActionRow* row = findRow(entry.value(verb).toString());
-    if (!row)
+    if (!row) {
         return EntryFault{verb, QStringLiteral("unknown \"do\" \"%1\"").arg(entry.value(verb).toString())};
+    }
     QStringList known = {at, verb};
     for (const Key& key : row->keys) {
         known.append(QLatin1String(key.name));
-        if (const auto fault = keyFault(key, entry, inputs))
+        if (const auto fault = keyFault(key, entry, inputs)) {
             return fault;
+        }
     }
     for (const QString& key : entry.keys()) {
-        if (!known.contains(key))
+        if (!known.contains(key)) {
             return EntryFault{key,
                               QStringLiteral("\"%1\" has no key \"%2\"").arg(QLatin1String(row->word), key)};
+        }
     }
     return std::nullopt;
 }

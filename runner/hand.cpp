@@ -13,22 +13,24 @@ using mendo::ModuleObject;
 
 namespace {
 
-constexpr int kHandRun = 0;
-constexpr int kSingleStep = 2;
+constexpr int handRun = 0;
+constexpr int singleStep = 2;
 
-const QString kCurrentLine = QStringLiteral("lumo.current.line");
-const QString kWeldOpen = QStringLiteral("lumo.current.openmiddlecolse");
-const QString kProgram = QStringLiteral("lumo.program");
-const QString kPauseTrigger = QStringLiteral("lumo.execute.trigger.pause");
+const QString currentLine = QStringLiteral("lumo.current.line");
+const QString weldOpen = QStringLiteral("lumo.current.openmiddlecolse");
+const QString programPath = QStringLiteral("lumo.program");
+const QString pauseTrigger = QStringLiteral("lumo.execute.trigger.pause");
 
 /// A value as the tree keeps it: whole numbers as integers.
 QVariant scalar(const QJsonValue& value) {
-    if (value.isNull())
+    if (value.isNull()) {
         return {};
+    }
     const double number = value.toDouble();
     if (value.isDouble() && number == std::trunc(number) &&
-        std::abs(number) <= std::numeric_limits<int>::max())
+        std::abs(number) <= std::numeric_limits<int>::max()) {
         return int(number);
+    }
     return value.toVariant();
 }
 
@@ -71,16 +73,16 @@ void Hand::loadProject(const QJsonValue& content) {
         }
         program = statements;
     }
-    m(kProgram)->loadJson(this, program);
+    m(programPath)->loadJson(this, program);
 }
 
 void Hand::resetResumeData() {
-    write(kCurrentLine, 0);
+    write(currentLine, 0);
     write(QStringLiteral("lumo.current.programtype"), 0);
     write(QStringLiteral("lumo.current.programmovetype"), 0);
     m(QStringLiteral("lumo.current.startpoint"))->clear(this, true, false);
     m(QStringLiteral("lumo.current.pausepoint"))->clear(this, true, false);
-    write(kWeldOpen, false);
+    write(weldOpen, false);
 }
 
 void Hand::setWeld(bool on) {
@@ -96,41 +98,41 @@ void Hand::setMonitoring(bool on) {
 }
 
 int Hand::lineCount() {
-    return m(kProgram)->cmobjCount();
+    return m(programPath)->cmobjCount();
 }
 
 void Hand::insertStatement(int line, const QJsonObject& statement) {
     const Pressing pressing(this);
-    auto* record = new ModuleObject(ModuleObject::generateId(m(kProgram)));
+    auto* record = new ModuleObject(ModuleObject::generateId(m(programPath)));
     record->loadJson(this, statement);
-    m(kProgram)->insert(this, record, true, line);
+    m(programPath)->insert(this, record, true, line);
 }
 
 void Hand::removeStatement(int line) {
     const Pressing pressing(this);
-    m(kProgram)->remove(this, mIndex(line));
+    m(programPath)->remove(this, mIndex(line));
 }
 
 void Hand::moveStatement(int line, int to) {
     const Pressing pressing(this);
-    m(kProgram)->reorder(this, line, to);
+    m(programPath)->reorder(this, line, to);
 }
 
 void Hand::enableStatement(int line, bool on) {
     const Pressing pressing(this);
-    m(kProgram)->c(line)->set(this, QStringLiteral("execute"), on);
+    m(programPath)->c(line)->set(this, QStringLiteral("execute"), on);
 }
 
 void Hand::prepareRun(int line) {
     resetResumeData();
-    *runMode_ = kHandRun;
+    *runMode_ = handRun;
     write(QStringLiteral("lumo.processTime"), 0);
-    write(kCurrentLine, line);
+    write(currentLine, line);
 }
 
 void Hand::prepareStep() {
-    *runMode_ = kSingleStep;
-    write(kWeldOpen, false);
+    *runMode_ = singleStep;
+    write(weldOpen, false);
 }
 
 void Hand::press(const QString& trigger, int runMode, int line) {
@@ -140,20 +142,20 @@ void Hand::press(const QString& trigger, int runMode, int line) {
 }
 
 void Hand::start(int line) {
-    press(QStringLiteral("lumo.execute.trigger.start"), kHandRun, line);
+    press(QStringLiteral("lumo.execute.trigger.start"), handRun, line);
 }
 
 void Hand::once(int line) {
-    press(QStringLiteral("lumo.execute.trigger.once"), kSingleStep, line);
+    press(QStringLiteral("lumo.execute.trigger.once"), singleStep, line);
 }
 
 void Hand::resume() {
-    start(m(kCurrentLine)->getInt());
+    start(m(currentLine)->getInt());
 }
 
 void Hand::pause() {
     const Pressing pressing(this);
-    m(kPauseTrigger)->trigger();
+    m(pauseTrigger)->trigger();
 }
 
 void Hand::set(const QString& path, const QJsonValue& value) {

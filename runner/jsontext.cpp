@@ -1,6 +1,6 @@
 #include "runner/jsontext.h"
 
-#include "mendo/jsonfault.h"
+#include "json/jsonfault.h"
 #include "mendo/plainfile.h"
 #include "runner/jsonwriter.h"
 
@@ -30,14 +30,16 @@ QByteArray withoutMark(const QByteArray& text) {
 std::optional<JsonText> JsonText::read(const QString& file, const QString& shown, Problem* problem) {
     *problem = Problem{shown, 0, 0, QString()};
     std::optional<QByteArray> text;
-    if (!QFileInfo::exists(file))
+    if (!QFileInfo::exists(file)) {
         problem->reason = QStringLiteral("there is no such file");
-    else if (QFileInfo(file).isDir())
+    } else if (QFileInfo(file).isDir()) {
         problem->reason = QStringLiteral("is a folder");
-    else
+    } else {
         text = mendo::readPlainFile(file, &problem->reason);
-    if (!text)
+    }
+    if (!text) {
         return std::nullopt;
+    }
     return parse(*text, shown, problem);
 }
 
@@ -90,8 +92,9 @@ Problem JsonText::problemAt(int element, const QString& path, const QString& rea
     int pos = elements_[std::size_t(element)].offset;
     for (const QString& key : path.split(QLatin1Char('.'))) {
         const std::optional<int> value = findEntry(pos, key);
-        if (!value)
+        if (!value) {
             break;
+        }
         pos = *value;
     }
     return problemAtOffset(pos, reason);
@@ -100,15 +103,17 @@ Problem JsonText::problemAt(int element, const QString& path, const QString& rea
 // The text below was parsed before, so these walks only meet well-formed JSON.
 
 int JsonText::skipSpace(int pos) const {
-    while (pos < text_.size() && isSpace(text_[pos]))
+    while (pos < text_.size() && isSpace(text_[pos])) {
         ++pos;
+    }
     return pos;
 }
 
 int JsonText::skipString(int pos) const {
     for (++pos; pos < text_.size() && text_[pos] != '"'; ++pos) {
-        if (text_[pos] == '\\')
+        if (text_[pos] == '\\') {
             ++pos;
+        }
     }
     return pos + 1;
 }
@@ -126,14 +131,16 @@ int JsonText::skipValue(int pos) const {
             --depth;
             ++pos;
         } else if (depth == 0) {
-            while (pos < text_.size() && !endsNumber(text_[pos]))
+            while (pos < text_.size() && !endsNumber(text_[pos])) {
                 ++pos;
+            }
         } else {
             ++pos;
             continue;
         }
-        if (depth == 0)
+        if (depth == 0) {
             break;
+        }
     }
     return pos;
 }
@@ -141,18 +148,21 @@ int JsonText::skipValue(int pos) const {
 /// Offset of the value under a key of the object at `object`; the last one where a key comes twice.
 std::optional<int> JsonText::findEntry(int object, const QString& key) const {
     std::optional<int> found;
-    if (text_[object] != '{')
+    if (text_[object] != '{') {
         return found;
+    }
     int pos = skipSpace(object + 1);
     while (text_[pos] == '"') {
         const int end = skipString(pos);
         const QByteArray name = '[' + text_.mid(pos, end - pos) + ']';
         const int value = skipSpace(skipSpace(end) + 1);  // behind the colon
-        if (QJsonDocument::fromJson(name).array().first().toString() == key)
+        if (QJsonDocument::fromJson(name).array().first().toString() == key) {
             found = value;
+        }
         pos = skipSpace(skipValue(value));
-        if (text_[pos] == ',')
+        if (text_[pos] == ',') {
             pos = skipSpace(pos + 1);
+        }
     }
     return found;
 }
@@ -170,8 +180,9 @@ QByteArray JsonText::compact(int element) const {
             pos = skipString(pos);
             out += text_.mid(from, pos - from);
         } else if (c == '-' || (c >= '0' && c <= '9')) {
-            while (pos < end && !endsNumber(text_[pos]))
+            while (pos < end && !endsNumber(text_[pos])) {
                 ++pos;
+            }
             out += numberText(text_.mid(from, pos - from).toDouble());
         } else {
             out += c;

@@ -31,10 +31,11 @@ QByteArray quoted(const QString& value) {
                 out += "\\t";
                 break;
             default:
-                if (uchar(c) < 0x20)
+                if (uchar(c) < 0x20) {
                     out += "\\u" + QByteArray::number(uchar(c), 16).rightJustified(4, '0');
-                else
+                } else {
                     out += c;
+                }
         }
     }
     return out + '"';
@@ -43,8 +44,9 @@ QByteArray quoted(const QString& value) {
 }  // namespace
 
 void JsonWriter::separate() {
-    if (needsComma_)
+    if (needsComma_) {
         text_ += ',';
+    }
     needsComma_ = true;
 }
 
@@ -113,21 +115,25 @@ JsonWriter& JsonWriter::string(const QString& value) {
 JsonWriter& JsonWriter::json(const QJsonValue& value) {
     if (value.isArray()) {
         beginArray();
-        for (const QJsonValue item : value.toArray())
+        for (const QJsonValue item : value.toArray()) {
             json(item);
+        }
         return endArray();
     }
     if (value.isObject()) {
         beginObject();
         const QJsonObject object = value.toObject();
-        for (auto item = object.begin(); item != object.end(); ++item)
+        for (auto item = object.begin(); item != object.end(); ++item) {
             key(item.key()).json(item.value());
+        }
         return endObject();
     }
-    if (value.isBool())
+    if (value.isBool()) {
         return boolean(value.toBool());
-    if (value.isDouble())
+    }
+    if (value.isDouble()) {
         return number(value.toDouble());
+    }
     return value.isString() ? string(value.toString()) : null();
 }
 
@@ -145,15 +151,17 @@ JsonWriter& JsonWriter::variant(const QVariant& value) {
         case QMetaType::QVariantList:
         case QMetaType::QStringList:
             beginArray();
-            for (const QVariant& item : value.toList())
+            for (const QVariant& item : value.toList()) {
                 variant(item);
+            }
             return endArray();
         case QMetaType::QVariantHash:
         case QMetaType::QVariantMap: {
             beginObject();
             const QVariantMap map = value.toMap();
-            for (auto item = map.begin(); item != map.end(); ++item)
+            for (auto item = map.begin(); item != map.end(); ++item) {
                 key(item.key()).variant(item.value());
+            }
             return endObject();
         }
         case QMetaType::QJsonValue:
@@ -173,15 +181,18 @@ JsonWriter& JsonWriter::variant(const QVariant& value) {
 }
 
 JsonWriter& JsonWriter::node(const mendo::ModuleObject* node) {
-    if (!node || node->isNull())
+    if (!node || node->isNull()) {
         return null();
-    if (node->cmobjCount() == 0)
+    }
+    if (node->cmobjCount() == 0) {
         return node->value().isValid() ? variant(node->value()) : json(node->exportToJson());
+    }
     const bool list = node->isList();
     open(list ? '[' : '{');
     for (const mendo::ModuleObject* child : node->cmobjs()) {
-        if (!list)
+        if (!list) {
             key(child->name());
+        }
         this->node(child);
     }
     return close(list ? ']' : '}');

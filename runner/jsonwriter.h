@@ -1,6 +1,6 @@
 #pragma once
 
-#include "recording/numbertext.h"
+#include "json/numbertext.h"
 
 #include <QByteArray>
 #include <QJsonValue>
@@ -15,7 +15,7 @@ class ModuleObject;
 
 namespace run {
 
-using rec::numberText;
+using mendo::numberText;
 
 /// Writes JSON on one line with the keys in the order in which they are given. (Qt's own objects sort
 /// them.) The caller keeps begin and end in pairs.

@@ -2,7 +2,7 @@
 #include "runner/pointrecord.h"
 #include "runner/problem.h"
 #include "runner/session.h"
-#include "simulator/virtualtime.h"
+#include "simulator/time/virtualtime.h"
 
 #include <QApplication>
 #include <QTextCodec>
@@ -16,15 +16,16 @@
 
 namespace {
 
-constexpr int kBadInput = 2;
+constexpr int badInput = 2;
 
 /// Trace output of the package's debug stream is nobody's business here; what Qt complains about is.
 void onQtMessage(QtMsgType type, const QMessageLogContext&, const QString& text) {
     // Said by the offscreen platform for every window, and wherever there is no login session.
     const bool noise = text.startsWith(QLatin1String("This plugin does not support")) ||
                        text.startsWith(QLatin1String("QStandardPaths:"));
-    if (type != QtDebugMsg && type != QtInfoMsg && !noise)
+    if (type != QtDebugMsg && type != QtInfoMsg && !noise) {
         run::printWarning(text);
+    }
 }
 
 void print(const QString& text) {
@@ -44,7 +45,7 @@ int answer(const QStringList& arguments) {
     const std::optional<run::Options> options = run::parseOptions(arguments, &problem);
     if (!options) {
         run::printError(problem.text());
-        return kBadInput;
+        return badInput;
     }
     if (options->help) {
         print(run::usage());
@@ -54,12 +55,13 @@ int answer(const QStringList& arguments) {
         print(run::versionText());
         return 0;
     }
-    if (options->point.empty())
+    if (options->point.empty()) {
         return run::Session(*options).run();
+    }
     const std::optional<QByteArray> record = run::pointRecord(options->point, options->axes, &problem);
     if (!record) {
         run::printError(problem.text());
-        return kBadInput;
+        return badInput;
     }
     print(QString::fromUtf8(*record) + QLatin1Char('\n'));
     return 0;
@@ -72,8 +74,9 @@ int main(int argc, char** argv) {
     qInstallMessageHandler(onQtMessage);
     QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));  // file names, in any locale
     QStringList arguments;
-    for (int i = 1; i < argc; ++i)
+    for (int i = 1; i < argc; ++i) {
         arguments.append(QFile::decodeName(argv[i]));
+    }
     sim::VirtualTime::install();
     int programOnly = 1;  // Qt's own options are none of ours
     const std::unique_ptr<QApplication> application = makeApplication(programOnly, argv);

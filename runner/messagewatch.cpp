@@ -36,8 +36,9 @@ QAbstractButton* choose(const QMessageBox* box, QString* word) {
         return ok;
     }
     const QList<QAbstractButton*> buttons = box->buttons();
-    if (buttons.isEmpty())
+    if (buttons.isEmpty()) {
         return nullptr;
+    }
     *word = buttons.first()->text();
     return buttons.first();
 }
@@ -52,10 +53,11 @@ bool MessageWatch::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::Show || event->type() == QEvent::Hide) {
         auto* box = qobject_cast<QMessageBox*>(watched);
         if (box && !event->spontaneous()) {
-            if (event->type() == QEvent::Show)
+            if (event->type() == QEvent::Show) {
                 onShown(box);
-            else
+            } else {
                 onGone(box);
+            }
         }
     }
     return QObject::eventFilter(watched, event);
@@ -69,20 +71,23 @@ void MessageWatch::onShown(QMessageBox* box) {
 }
 
 void MessageWatch::onGone(QObject* box) {
-    if (pending_.remove(box))
+    if (pending_.remove(box)) {
         emit closed();
+    }
 }
 
 void MessageWatch::answer(QMessageBox* box) {
-    if (!pending_.contains(box))
+    if (!pending_.contains(box)) {
         return;
+    }
     QString word;
     QAbstractButton* button = choose(box, &word);
     emit answered(box->windowTitle(), word);
-    if (button)
+    if (button) {
         button->click();
-    else
+    } else {
         box->close();
+    }
 }
 
 }  // namespace run

@@ -23,8 +23,9 @@ struct Option {
 };
 
 bool oneOf(const QString& text, const QStringList& words, QString* reason) {
-    if (words.contains(text))
+    if (words.contains(text)) {
         return true;
+    }
     *reason = QStringLiteral("is none of %1").arg(words.join(QStringLiteral(", ")));
     return false;
 }
@@ -42,8 +43,9 @@ bool wholeNumber(const QString& text, int least, int* value, QString* reason) {
     bool fits = false;
     const int number = text.toInt(&fits);
     *value = fits ? number : std::numeric_limits<int>::max();
-    if (digits && *value >= least)
+    if (digits && *value >= least) {
         return true;
+    }
     *reason = QStringLiteral("is no number from %1").arg(least);
     return false;
 }
@@ -61,8 +63,9 @@ bool point(const QString& text, std::vector<double>* numbers) {
     for (const QString& part : text.split(QLatin1Char(','))) {
         bool ok = false;
         numbers->push_back(part.trimmed().toDouble(&ok));
-        if (!ok || !std::isfinite(numbers->back()))
+        if (!ok || !std::isfinite(numbers->back())) {
             return false;
+        }
     }
     return numbers->size() == 6;
 }
@@ -94,8 +97,9 @@ bool readVcd(Options& o, const QString& text, QString* why) {
 
 bool readTrace(Options& o, const QString& text, QString* why) {
     o.traceName = text;
-    if (text != QLatin1String("-"))
+    if (text != QLatin1String("-")) {
         return fileName(text, &o.trace, why);
+    }
     o.trace = text;
     return true;
 }
@@ -107,13 +111,14 @@ bool readStations(Options& o, const QString& text, QString* why) {
 
 bool readPoint(Options& o, const QString& text, QString* why) {
     o.point.clear();
-    if (point(text, &o.point))
+    if (point(text, &o.point)) {
         return true;
+    }
     *why = QStringLiteral("is not of the form X,Y,Z,RX,RY,RZ");
     return false;
 }
 
-const Option kOptions[] = {
+const Option optionRows[] = {
     {"settings", "DIR",
      "folder of the settings files, the package's working directory\n(default: the project's folder)",
      readSettings},
@@ -163,9 +168,9 @@ const Option kOptions[] = {
 };
 
 const Option* findOption(const QString& name) {
-    const auto found = std::find_if(std::begin(kOptions), std::end(kOptions),
+    const auto found = std::find_if(std::begin(optionRows), std::end(optionRows),
                                     [&name](const Option& o) { return name == QLatin1String(o.name); });
-    return found == std::end(kOptions) ? nullptr : found;
+    return found == std::end(optionRows) ? nullptr : found;
 }
 
 /// Reads the option at `index` of the arguments, which moves on to its value; the reason when it is wrong.
@@ -174,54 +179,68 @@ QString readOption(Options& options, const QStringList& arguments, int& index) {
     const int equals = argument.indexOf(QLatin1Char('='));
     const QString name = argument.mid(2, equals < 0 ? -1 : equals - 2);
     const Option* option = argument.startsWith(QLatin1String("--")) ? findOption(name) : nullptr;
-    if (!option)
+    if (!option) {
         return QStringLiteral("unknown option %1, see --help").arg(argument);
+    }
     const bool wantsValue = *option->value != '\0';
-    if (wantsValue && equals < 0 && index + 1 >= arguments.size())
+    if (wantsValue && equals < 0 && index + 1 >= arguments.size()) {
         return QStringLiteral("--%1 needs a value: %2").arg(name, QLatin1String(option->value));
-    if (!wantsValue && equals >= 0)
+    }
+    if (!wantsValue && equals >= 0) {
         return QStringLiteral("--%1 takes no value").arg(name);
+    }
     QString value;
-    if (wantsValue)
+    if (wantsValue) {
         value = equals < 0 ? arguments[++index] : argument.mid(equals + 1);
+    }
     QString why;
-    if (option->read(options, value, &why))
+    if (option->read(options, value, &why)) {
         return {};
+    }
     return QStringLiteral("--%1 %2 %3").arg(name, value.isEmpty() ? QStringLiteral("\"\"") : value, why);
 }
 
 /// Projects and settings of the stations are in one folder, and they start where their inputs say.
 QString completeStations(Options& options, const QStringList& files) {
-    if (!files.isEmpty())
+    if (!files.isEmpty()) {
         return QStringLiteral("--stations and a project exclude each other");
-    if (options.lineGiven || options.once)
+    }
+    if (options.lineGiven || options.once) {
         return QStringLiteral("--stations and --%1 exclude each other")
             .arg(options.lineGiven ? QStringLiteral("line") : QStringLiteral("once"));
-    if (!QFileInfo(options.stations).isDir())
+    }
+    if (!QFileInfo(options.stations).isDir()) {
         return QStringLiteral("--stations %1 is no folder").arg(options.stationsName);
+    }
     if (!options.settings.isEmpty() &&
-        QDir(options.settings).canonicalPath() != QDir(options.stations).canonicalPath())
+        QDir(options.settings).canonicalPath() != QDir(options.stations).canonicalPath()) {
         return QStringLiteral("--settings %1 is not the folder of the stations").arg(options.settingsName);
+    }
     options.settings = options.stations;
     return {};
 }
 
 /// What is wrong with the whole, and the folder that follows from the project.
 QString complete(Options& options, const QStringList& files) {
-    if (options.help || options.version || !options.point.empty())
+    if (options.help || options.version || !options.point.empty()) {
         return {};
-    if (!options.stations.isEmpty())
+    }
+    if (!options.stations.isEmpty()) {
         return completeStations(options, files);
-    if (files.size() != 1 || files.first().isEmpty())
+    }
+    if (files.size() != 1 || files.first().isEmpty()) {
         return QStringLiteral("expected one project file, got %1, see --help").arg(files.size());
-    if (options.once && options.lineGiven)
+    }
+    if (options.once && options.lineGiven) {
         return QStringLiteral("--line and --once exclude each other");
+    }
     options.projectName = files.first();
     options.project = QFileInfo(files.first()).absoluteFilePath();
-    if (options.settings.isEmpty())
+    if (options.settings.isEmpty()) {
         options.settings = QFileInfo(options.project).absolutePath();
-    else if (!QFileInfo(options.settings).isDir())
+    } else if (!QFileInfo(options.settings).isDir()) {
         return QStringLiteral("--settings %1 is no folder").arg(options.settingsName);
+    }
     return {};
 }
 
@@ -233,17 +252,20 @@ std::optional<Options> parseOptions(const QStringList& arguments, Problem* probl
     QString reason;
     bool optionsEnded = false;
     for (int i = 0; i < arguments.size() && reason.isEmpty(); ++i) {
-        if (!optionsEnded && arguments[i] == QLatin1String("--"))
+        if (!optionsEnded && arguments[i] == QLatin1String("--")) {
             optionsEnded = true;
-        else if (!optionsEnded && arguments[i].startsWith(QLatin1Char('-')) && arguments[i].size() > 1)
+        } else if (!optionsEnded && arguments[i].startsWith(QLatin1Char('-')) && arguments[i].size() > 1) {
             reason = readOption(options, arguments, i);
-        else
+        } else {
             files.append(arguments[i]);
+        }
     }
-    if (reason.isEmpty())
+    if (reason.isEmpty()) {
         reason = complete(options, files);
-    if (reason.isEmpty())
+    }
+    if (reason.isEmpty()) {
         return options;
+    }
     *problem = Problem{QString(), 0, 0, reason};
     return std::nullopt;
 }
@@ -263,7 +285,7 @@ QString usage() {
         "Runs a welding project, or the projects of stations that their inputs start, with the real\n"
         "package on a simulated robot and weld cell, without a screen and on virtual time, and says\n"
         "what happened.\n\nOptions:\n");
-    for (const Option& option : kOptions) {
+    for (const Option& option : optionRows) {
         const QString left =
             QStringLiteral("  --%1 %2").arg(QLatin1String(option.name), QLatin1String(option.value));
         QString help = QLatin1String(option.help);

@@ -20,8 +20,8 @@ namespace run {
 
 namespace {
 
-constexpr int kAgainMs = 10;
-constexpr int kMostMs = 1000;  // the device page follows its outputs every 160 ms
+constexpr int againMs = 10;
+constexpr int mostMs = 1000;  // the device page follows its outputs every 160 ms
 
 /// A device or lock of the device page.
 struct DeviceRow {
@@ -32,7 +32,7 @@ struct DeviceRow {
     const char* gate;  ///< a button that is enabled exactly while the page shows that the lock is on
 };
 
-constexpr DeviceRow kDevices[] = {
+constexpr DeviceRow devices[] = {
     {"laserLock", "btnLaserControl", 11, 11, "btnLaserTest"},
     {"laser", "btnLaserTest", 9, 11, "btnLaserTest"},
     {"pilot", "btnRedLight", 7, 11, "btnLaserTest"},
@@ -47,7 +47,7 @@ struct FieldRow {
     const char* box;
 };
 
-constexpr FieldRow kFields[] = {
+constexpr FieldRow fieldRows[] = {
     {"power", "dspnLaserPower"},
     {"frequency", "dspnLaserFrequency"},
     {"dutyCycle", "dspnLaserRatio"},
@@ -55,7 +55,7 @@ constexpr FieldRow kFields[] = {
 };
 
 const DeviceRow& deviceRow(const QString& name) {
-    return *std::find_if(std::begin(kDevices), std::end(kDevices) - 1,
+    return *std::find_if(std::begin(devices), std::end(devices) - 1,
                          [&name](const DeviceRow& row) { return name == QLatin1String(row.name); });
 }
 
@@ -77,8 +77,9 @@ QAbstractButton* button(const QWidget* page, const char* name) {
 /// The check box of a row, in whichever column it stands.
 QCheckBox* checkBox(const QTableWidget* table, int row) {
     for (int column = 0; column < table->columnCount(); ++column) {
-        if (auto* box = qobject_cast<QCheckBox*>(table->cellWidget(row, column)))
+        if (auto* box = qobject_cast<QCheckBox*>(table->cellWidget(row, column))) {
             return box;
+        }
     }
     return nullptr;
 }
@@ -139,20 +140,23 @@ void PageHand::add(Gesture gesture) {
 
 /// A gesture that runs an event loop of its own is not interrupted by the next one.
 void PageHand::work() {
-    if (working_)
+    if (working_) {
         return;
+    }
     working_ = true;
     bool isDone = true;
     while (isDone && !gestures_.empty() && !QApplication::activeModalWidget()) {
         Gesture gesture = std::move(gestures_.front());
         gestures_.pop_front();
         isDone = gesture();
-        if (!isDone && !gone_)
+        if (!isDone && !gone_) {
             gestures_.push_front(std::move(gesture));
+        }
     }
     working_ = false;
-    if (!gestures_.empty())
-        again_.start(kAgainMs);
+    if (!gestures_.empty()) {
+        again_.start(againMs);
+    }
     emit released();
 }
 
@@ -164,27 +168,31 @@ bool PageHand::pressDevice(const QJsonObject& keys, int* waitedMs) {
     const QString name = keys.value(QStringLiteral("name")).toString();
     const DeviceRow& row = deviceRow(name);
     const QWidget* page = open("btnDeviceControl", "DeviceControlWidget");
-    if (!page)
+    if (!page) {
         return true;
+    }
     fillFields(page, keys);
-    if (button(page, row.gate)->isEnabled() != isOn(row.lock) && *waitedMs < kMostMs) {
-        *waitedMs += kAgainMs;
+    if (button(page, row.gate)->isEnabled() != isOn(row.lock) && *waitedMs < mostMs) {
+        *waitedMs += againMs;
         return false;
     }
-    if (isOn(row.port) == keys.value(QStringLiteral("value")).toBool())
+    if (isOn(row.port) == keys.value(QStringLiteral("value")).toBool()) {
         return true;
-    if (button(page, row.button)->isEnabled())
+    }
+    if (button(page, row.button)->isEnabled()) {
         button(page, row.button)->click();
-    else
+    } else {
         printWarning(QStringLiteral("scenario: the button of \"%1\" is not enabled").arg(name));
+    }
     return true;
 }
 
 void PageHand::fillFields(const QWidget* page, const QJsonObject& keys) const {
-    for (const FieldRow& field : kFields) {
+    for (const FieldRow& field : fieldRows) {
         const QJsonValue value = keys.value(QLatin1String(field.key));
-        if (value.isDouble())
+        if (value.isDouble()) {
             page->findChild<QDoubleSpinBox*>(QLatin1String(field.box))->setValue(value.toDouble());
+        }
     }
 }
 
@@ -197,8 +205,9 @@ void PageHand::tickPort(int row, bool enable) {
         fail(QStringLiteral("port row %1 cannot be worked").arg(row));
         return;
     }
-    if (box->isChecked() != enable)
+    if (box->isChecked() != enable) {
         box->click();
+    }
     button(page, "okayBtn")->click();
 }
 
@@ -211,10 +220,12 @@ void PageHand::editStation(int row, const QJsonObject& fields) {
     }
     const StationEditor editor(page);
     QString fault = editor.fill(fields);
-    if (fault.isEmpty() && !editor.accept())
+    if (fault.isEmpty() && !editor.accept()) {
         fault = QStringLiteral("the page refuses it");
-    if (fault.isEmpty())
+    }
+    if (fault.isEmpty()) {
         return;
+    }
     editor.cancel();
     fail(QStringLiteral("station row %1: %2").arg(row).arg(fault));
 }
@@ -226,11 +237,13 @@ void PageHand::fail(const QString& reason) {
 
 /// The page, opened from the navigation where it is not shown; null, and told, when it does not come.
 QWidget* PageHand::open(const char* navigation, const char* page) {
-    if (!shownPage(page))
+    if (!shownPage(page)) {
         button(panel_, navigation)->click();
+    }
     QWidget* shown = shownPage(page);
-    if (!shown)
+    if (!shown) {
         fail(QStringLiteral("the page of %1 does not open").arg(QLatin1String(navigation)));
+    }
     return shown;
 }
 

@@ -15,21 +15,22 @@ namespace {
 template <typename Numbers>
 void writeList(JsonWriter& writer, const QString& key, const Numbers& numbers, double perUnit) {
     writer.key(key).beginArray();
-    for (const double number : numbers)
+    for (const double number : numbers) {
         writer.number(std::round(number * perUnit) / perUnit + 0.0);
+    }
     writer.endArray();
 }
 
 }  // namespace
 
 std::optional<QByteArray> pointRecord(const std::vector<double>& pose, int axes, Problem* problem) {
-    constexpr double kMmPerM = 1000.0;
-    constexpr double kPerM = 1e9;
-    constexpr double kPerRad = 1e11;
+    constexpr double mmPerM = 1000.0;
+    constexpr double perM = 1e9;
+    constexpr double perRad = 1e11;
     const sim::Arm arm(axes);
     sim::Pose target;
     for (std::size_t i = 0; i < target.trans.size(); ++i) {
-        target.trans[i] = pose[i] / kMmPerM;
+        target.trans[i] = pose[i] / mmPerM;
         target.rot[i] = qDegreesToRadians(pose[i + target.trans.size()]);
     }
     sim::Arm::Fault fault = sim::Arm::Fault::None;
@@ -42,9 +43,9 @@ std::optional<QByteArray> pointRecord(const std::vector<double>& pose, int axes,
     }
     JsonWriter writer;
     writer.beginObject();
-    writeList(writer, QStringLiteral("trans"), target.trans, kPerM);
-    writeList(writer, QStringLiteral("rot"), target.rot, kPerRad);
-    writeList(writer, QStringLiteral("near"), *joints, kPerRad);
+    writeList(writer, QStringLiteral("trans"), target.trans, perM);
+    writeList(writer, QStringLiteral("rot"), target.rot, perRad);
+    writeList(writer, QStringLiteral("near"), *joints, perRad);
     return writer.endObject().take();
 }
 

@@ -6,8 +6,9 @@ namespace run {
 
 QString Problem::text() const {
     QString where = file;
-    if (line > 0)
+    if (line > 0) {
         where += QStringLiteral(":%1:%2").arg(line).arg(column);
+    }
     return (where.isEmpty() ? reason : where + QStringLiteral(": ") + reason).simplified();
 }
 

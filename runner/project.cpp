@@ -6,7 +6,7 @@ namespace run {
 
 namespace {
 
-const QString kType = QStringLiteral("type");
+const QString type = QStringLiteral("type");
 
 }  // namespace
 
@@ -31,7 +31,7 @@ std::optional<Project> Project::fromText(const JsonText& text, Problem* problem)
         }
         const QString fault = statementTypeFault(element);
         if (!fault.isEmpty()) {
-            *problem = text.problemAt(i, kType, QStringLiteral("element %1: %2").arg(i + 1).arg(fault));
+            *problem = text.problemAt(i, type, QStringLiteral("element %1: %2").arg(i + 1).arg(fault));
             return std::nullopt;
         }
         project.statements_.push_back(i);
@@ -44,14 +44,15 @@ std::vector<Problem> Project::warnings(int sets) const {
     int line = 0;
     for (const int element : statements_) {
         const QJsonObject statement = text_.array().at(element).toObject();
-        const QString who = QStringLiteral("line %1 (%2)").arg(++line).arg(statement.value(kType).toString());
+        const QString who = QStringLiteral("line %1 (%2)").arg(++line).arg(statement.value(type).toString());
         for (const FieldRemark& remark : checkFields(statement, sets)) {
-            if (remark.path.isEmpty())
+            if (remark.path.isEmpty()) {
                 found.push_back(text_.problemAt(element, who + QLatin1Char(' ') + remark.remark));
-            else
+            } else {
                 found.push_back(
                     text_.problemAt(element, remark.path,
                                     QStringLiteral("%1: \"%2\" %3").arg(who, remark.path, remark.remark)));
+            }
         }
     }
     return found;

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "kord/kordservice.h"
-#include "recording/treefollower.h"
 #include "runner/trace.h"
 #include "simulator/controller.h"
+#include "workcell/treefollower.h"
 
 #include <QObject>
 
@@ -19,7 +19,7 @@ namespace run {
 class Recorder : public QObject {
     Q_OBJECT
 public:
-    Recorder(Trace* trace, rec::TreeFollower* follower, QObject* parent = nullptr);
+    Recorder(Trace* trace, workcell::TreeFollower* follower, QObject* parent = nullptr);
 
     /// `posture`: record its posture, too.
     void attach(sim::Controller* controller, bool posture);
@@ -37,7 +37,7 @@ public:
 private:
     void onIssued(const KordCall& call);
     void onHanded(const QString& path, const mendo::ModuleObject* node);
-    void onChanged(const rec::Change& change);
+    void onChanged(const workcell::Change& change);
     void onOutput(const QString& name, const QVariant& value);
     void onRejected(const QString& name, const QString& reason);
     void onInput(const QString& name, bool value);

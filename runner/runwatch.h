@@ -1,6 +1,6 @@
 #pragma once
 
-#include "recording/treefollower.h"
+#include "workcell/treefollower.h"
 
 #include <QObject>
 #include <QString>
@@ -12,7 +12,7 @@ namespace run {
 class RunWatch : public QObject {
     Q_OBJECT
 public:
-    explicit RunWatch(rec::TreeFollower* follower, QObject* parent = nullptr);
+    explicit RunWatch(workcell::TreeFollower* follower, QObject* parent = nullptr);
 
     /// "finished", "paused", "error" or "power" of the last run that was accepted; "refused" when
     /// none was.
@@ -24,8 +24,8 @@ public:
 
     /// The controller reports a motion's result.
     void motionEnded(int code);
-    /// The robot was told to stop. Where neither a pause nor a loss of power came before, the executor has met
-    /// something that it cannot go on with.
+    /// The robot was told to stop. Where neither a pause nor a loss of power came before, the executor has
+    /// met something that it cannot go on with.
     void motionStopped() { end(QStringLiteral("error")); }
 
 signals:
@@ -37,10 +37,10 @@ signals:
     void lineBegun(int line, const QString& type);
 
 private:
-    void onChanged(const rec::Change& change);
-    void onState(const rec::Change& change);
+    void onChanged(const workcell::Change& change);
+    void onState(const workcell::Change& change);
     void end(const QString& reason);
-    void onProgress(const rec::Change& change);
+    void onProgress(const workcell::Change& change);
     void begin(int line, const QString& type);
 
     bool stepAsked_ = false;  ///< the trigger that was written last is the one for a single step

@@ -49,8 +49,9 @@ QStringList Scenario::files(const QString& folder) const {
         const QJsonValue name = entry.action == Action::Station
                                     ? entry.keys.value(QStringLiteral("set"))[QStringLiteral("filePath")]
                                     : entry.keys.value(QStringLiteral("file"));
-        if (!name.toString().isEmpty())
+        if (!name.toString().isEmpty()) {
             names.append(QDir(folder).absoluteFilePath(name.toString()));
+        }
     }
     return names;
 }

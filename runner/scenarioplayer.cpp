@@ -30,8 +30,9 @@ std::array<double, 3> triple(const QJsonValue& list) {
 sim::PlaceMove placeOf(const ScenarioEntry& entry) {
     sim::PlaceMove move;
     move.trans = triple(entry.keys.value(QStringLiteral("trans")));
-    if (entry.keys.contains(QStringLiteral("rot")))
+    if (entry.keys.contains(QStringLiteral("rot"))) {
         move.rot = triple(entry.keys.value(QStringLiteral("rot")));
+    }
     return move;
 }
 
@@ -78,8 +79,9 @@ ScenarioPlayer::ScenarioPlayer(const Scenario& scenario, Hand* hand, PageHand* p
 void ScenarioPlayer::start() {
     const std::vector<ScenarioEntry>& entries = scenario_.entries();
     for (std::size_t end = 1; end <= entries.size(); ++end) {
-        if (end == entries.size() || entries[end].atMs != entries[end - 1].atMs)
+        if (end == entries.size() || entries[end].atMs != entries[end - 1].atMs) {
             QTimer::singleShot(entries[end - 1].atMs, Qt::PreciseTimer, this, [this, end] { makeDue(end); });
+        }
     }
 }
 
@@ -93,16 +95,18 @@ void ScenarioPlayer::makeDue(std::size_t end) {
 void ScenarioPlayer::drain() {
     while (next_ < due_) {
         const ScenarioEntry& entry = scenario_.entries()[next_++];
-        if (next_ < due_)
+        if (next_ < due_) {
             QMetaObject::invokeMethod(
                 this, [this] { drain(); }, Qt::QueuedConnection);
+        }
         ++applying_;
         const QString refusal = refusalOf(entry);
         emit applying(entry.text, !refusal.isEmpty());
-        if (refusal.isEmpty())
+        if (refusal.isEmpty()) {
             apply(entry);
-        else
+        } else {
             refuse(entry, refusal);
+        }
         --applying_;
         emit applied();
     }
@@ -110,11 +114,13 @@ void ScenarioPlayer::drain() {
 
 void ScenarioPlayer::refuse(const ScenarioEntry& entry, const QString& reason) {
     printWarning(QStringLiteral("scenario: refused at %1 ms: %2").arg(entry.atMs).arg(reason));
-    if (entry.action != Action::Load)
+    if (entry.action != Action::Load) {
         return;
+    }
     // As the page's Open does: the host's file service tells what is wrong with the file.
-    if (const std::optional<Problem> problem = noProject(pathOf(entry)))
+    if (const std::optional<Problem> problem = noProject(pathOf(entry))) {
         emit m()->fileProblem(pathOf(entry), problem->line, problem->column, problem->reason);
+    }
 }
 
 void ScenarioPlayer::apply(const ScenarioEntry& entry) {
@@ -147,8 +153,9 @@ void ScenarioPlayer::apply(const ScenarioEntry& entry) {
             cell_->setFault(name, value.toBool());
             break;
         case Action::Quirk:
-            if (sim::Controller::quirkFromName(name, &quirk))
+            if (sim::Controller::quirkFromName(name, &quirk)) {
                 controller_->setQuirk(quirk, value.toBool());
+            }
             break;
         default:
             applyToHand(entry);
@@ -265,8 +272,9 @@ QString ScenarioPlayer::pathOf(const ScenarioEntry& entry) const {
 
 void ScenarioPlayer::load(const QString& path) {
     hand_->loadProject(mendo::ModuleManager::readFromJson(path));
-    if (Hand::isIdle())
+    if (Hand::isIdle()) {
         hand_->resetResumeData();
+    }
 }
 
 }  // namespace run

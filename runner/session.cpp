@@ -9,7 +9,7 @@
 #include "runner/outputcheck.h"
 #include "simulator/cell.h"
 #include "simulator/controller.h"
-#include "simulator/virtualtime.h"
+#include "simulator/time/virtualtime.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -20,15 +20,16 @@ namespace run {
 
 namespace {
 
-constexpr int kFailed = 1;
-constexpr int kBadInput = 2;
-constexpr int kStuckMs = 1000;
-constexpr int kStationRun = 1;
-constexpr int kCalmMs = 1000;  // after the last entry of a scenario for stations
+constexpr int failed = 1;
+constexpr int badInput = 2;
+constexpr int stuckMs = 1000;
+constexpr int stationRun = 1;
+constexpr int calmMs = 1000;  // after the last entry of a scenario for stations
 
 std::FILE* reportStream(const Options& options) {
-    if (options.quiet)
+    if (options.quiet) {
         return nullptr;
+    }
     return options.trace == QLatin1String("-") ? stderr : stdout;
 }
 
@@ -65,16 +66,17 @@ Session::Session(const Options& options)
     calm_.setTimerType(Qt::PreciseTimer);
     connect(&calm_, &QTimer::timeout, this, &Session::scheduleCheck);
     stuck_->setSingleShot(true);
-    stuck_->setInterval(kStuckMs);
+    stuck_->setInterval(stuckMs);
     connect(stuck_, &QTimer::timeout, this, [this] {
-        if (isStuck() || isForgotten())
+        if (isStuck() || isForgotten()) {
             finish(QStringLiteral("stalled"));
+        }
     });
     connect(m(), &mendo::ModuleManager::fileProblem, this, &Session::onFileProblem);
-    connect(&follower_, &rec::TreeFollower::changed, this, &Session::onChanged);
+    connect(&follower_, &workcell::TreeFollower::changed, this, &Session::onChanged);
     connect(&watch_, &RunWatch::lineBegun, this, &Session::onLineBegun);
     connect(&watch_, &RunWatch::begun, this,
-            [this] { stationWatch_.runBegun(*bench_->runMode() == kStationRun); });
+            [this] { stationWatch_.runBegun(*bench_->runMode() == stationRun); });
     connect(&watch_, &RunWatch::ended, this, [this] { stationWatch_.runEnded(watch_.reason()); });
     connect(&stationPage_, &StationPage::stateChanged, this, &Session::onStation);
 }
@@ -82,14 +84,16 @@ Session::Session(const Options& options)
 Session::~Session() = default;
 
 int Session::run() {
-    if (!readInput() || !openFiles() || !setUp())
+    if (!readInput() || !openFiles() || !setUp()) {
         return status_;
+    }
     QMetaObject::invokeMethod(
         this, [this] { begin(); }, Qt::QueuedConnection);
     mendo::ModuleManager::setOutermostLoop(1);
     QCoreApplication::exec();
-    if (quit_ == Quit::Asked)
+    if (quit_ == Quit::Asked) {
         windDown();
+    }
     return status_;
 }
 
@@ -105,12 +109,13 @@ void Session::windDown() {
     quit_ = Quit::Done;
     QEventLoop rest;
     scheduleCheck();
-    if (!finished_)
+    if (!finished_) {
         rest.exec();
+    }
 }
 
 bool Session::readInput() {
-    status_ = kBadInput;
+    status_ = badInput;
     Problem problem;
     if (!readProgram(&problem)) {
         printError(problem.text());
@@ -125,17 +130,19 @@ bool Session::readInput() {
     bench_->wireCell();
     recorder_.attachCell(bench_->cell());
     std::optional<Scenario> scenario = Scenario();
-    if (!options_.scenario.isEmpty())
+    if (!options_.scenario.isEmpty()) {
         scenario = Scenario::read(options_.scenario, options_.scenarioName,
                                   bench_->controller()->inputNames(), &problem);
+    }
     if (!scenario) {
         printError(problem.text());
         return false;
     }
     QStringList files = scenario->files(options_.folder());
     if (stations_) {
-        for (const QString& name : stations_->projects())
+        for (const QString& name : stations_->projects()) {
             files.append(QDir(options_.folder()).absoluteFilePath(name));
+        }
     }
     const QString fault = outputFault(options_, files);
     if (!fault.isEmpty()) {
@@ -148,10 +155,11 @@ bool Session::readInput() {
 }
 
 bool Session::readProgram(Problem* problem) {
-    if (options_.stations.isEmpty())
+    if (options_.stations.isEmpty()) {
         project_ = Project::read(options_.project, options_.projectName, problem);
-    else
+    } else {
         stations_ = StationList::read(options_.stations, options_.stationsName, problem);
+    }
     return project_ || stations_;
 }
 
@@ -169,11 +177,12 @@ bool Session::openFiles() {
 }
 
 bool Session::setUp() {
-    status_ = kFailed;
+    status_ = failed;
     messages_ = std::make_unique<MessageWatch>(options_.ackMs);
-    if (vcd_.isOpen())
+    if (vcd_.isOpen()) {
         vcdRecorder_ = std::make_unique<VcdRecorder>(&vcd_, bench_->controller(), bench_->cell(), &follower_,
                                                      [this] { return elapsedMs(); });
+    }
     QString error;
     if (!bench_->openPanel(options_.language, &error)) {
         printError(error);
@@ -188,8 +197,9 @@ bool Session::setUp() {
     hand_.setStationPage(&stationPage_);
     pageHand_.setPanel(bench_->panel(), &stationPage_);
     const int sets = m(QStringLiteral("lumo.param"))->cmobjCount();
-    for (const Problem& warning : project_ ? project_->warnings(sets) : stations_->warnings(sets))
+    for (const Problem& warning : project_ ? project_->warnings(sets) : stations_->warnings(sets)) {
         printWarning(warning.text());
+    }
     connectEnds();
     return true;
 }
@@ -202,8 +212,9 @@ void Session::connectEnds() {
     connect(controller, &sim::Controller::result, &watch_,
             [this](const QString&, int, int code) { watch_.motionEnded(code); });
     connect(kordservice(), &KordService::issued, &watch_, [this](const KordCall& call) {
-        if (call.name == QLatin1String("move.stop"))
+        if (call.name == QLatin1String("move.stop")) {
             watch_.motionStopped();
+        }
     });
     connect(controller, &sim::Controller::postureMoved, this, &Session::scheduleCheck);
     connect(bench_->executor(), SIGNAL(activityChanged()), this, SLOT(scheduleCheck()));
@@ -214,51 +225,58 @@ void Session::connectEnds() {
     connect(messages_.get(), &MessageWatch::shown, this, &Session::onMessage);
     connect(messages_.get(), &MessageWatch::answered, &recorder_, &Recorder::answer);
     connect(player_.get(), &ScenarioPlayer::applying, &recorder_, &Recorder::scenarioEntry);
-    connect(player_.get(), &ScenarioPlayer::writing, &follower_, &rec::TreeFollower::followElement);
+    connect(player_.get(), &ScenarioPlayer::writing, &follower_, &workcell::TreeFollower::followElement);
     connect(player_.get(), &ScenarioPlayer::applied, this, &Session::scheduleCheck);
     connect(player_.get(), &ScenarioPlayer::quitting, this, &Session::quit);
     sim::VirtualTime* time = sim::VirtualTime::instance();
     connect(time, &QAbstractEventDispatcher::aboutToBlock, this, &Session::onAboutToBlock);
-    if (options_.realtime)
+    if (options_.realtime) {
         time->setPace(1);
+    }
 }
 
 void Session::begin() {
     recorder_.setRecording(true);
     writeBeginLine(trace_, options_, project_ ? project_->statementCount() : 0);
-    if (vcdRecorder_)
+    if (vcdRecorder_) {
         vcdRecorder_->begin();
-    if (project_)
+    }
+    if (project_) {
         hand_.loadProject(project_->content());
-    else
+    } else {
         stationPage_.show();
+    }
     hand_.setWeld(options_.weld);
     hand_.setHandWeld(options_.handWeld);
-    if (options_.once)
+    if (options_.once) {
         hand_.prepareStep();
-    else if (project_)
+    } else if (project_) {
         hand_.prepareRun(options_.line - 1);
+    }
     startMs_ = mendo::Clock::current().elapsedMs();
     until_.start(options_.untilMs);
     player_->start();
-    if (stations_)
-        calm_.start(player_->lastMs() + kCalmMs);
+    if (stations_) {
+        calm_.start(player_->lastMs() + calmMs);
+    }
     go();
     scheduleCheck();
 }
 
 void Session::go() {
-    if (stations_)
+    if (stations_) {
         hand_.setMonitoring(true);
-    else if (options_.once)
+    } else if (options_.once) {
         hand_.once(*options_.once - 1);
-    else
+    } else {
         hand_.resume();
+    }
 }
 
 void Session::onLineBegun(int line, const QString& type) {
-    if (project_)
+    if (project_) {
         report_.statement(line, type, elapsedMs());
+    }
 }
 
 void Session::onStation(int row, const QString& state) {
@@ -272,9 +290,10 @@ void Session::onMessage(const QString& icon, const QString& title, const QString
     report_.message(icon, title, text, elapsedMs());
 }
 
-void Session::onChanged(const rec::Change& change) {
-    if (change.path == QLatin1String("kord.r.state") || change.path == QLatin1String("lumo.execute.state"))
+void Session::onChanged(const workcell::Change& change) {
+    if (change.path == QLatin1String("kord.r.state") || change.path == QLatin1String("lumo.execute.state")) {
         scheduleCheck();
+    }
 }
 
 void Session::onFileProblem(const QString& fileName, int line, int column, const QString& reason) {
@@ -287,22 +306,26 @@ qint64 Session::elapsedMs() const {
 
 /// The time limit's own timer must not hide that nothing else is pending.
 void Session::onAboutToBlock() {
-    if (!startMs_ || finished_ || player_->isPending())
+    if (!startMs_ || finished_ || player_->isPending()) {
         return;  // entries that are left have their timers, not to be counted for each of them
-    if (sim::VirtualTime::instance()->armedTimers(&until_) == 0)
+    }
+    if (sim::VirtualTime::instance()->armedTimers(&until_) == 0) {
         QMetaObject::invokeMethod(
             this, [this] { checkStall(); }, Qt::QueuedConnection);
+    }
 }
 
 void Session::checkStall() {
     check();
-    if (!finished_ && quit_ != Quit::Asked && sim::VirtualTime::instance()->armedTimers(&until_) == 0)
+    if (!finished_ && quit_ != Quit::Asked && sim::VirtualTime::instance()->armedTimers(&until_) == 0) {
         finish(QStringLiteral("stalled"));
+    }
 }
 
 void Session::scheduleCheck() {
-    if (checkPosted_ || !startMs_)
+    if (checkPosted_ || !startMs_) {
         return;
+    }
     checkPosted_ = true;
     QMetaObject::invokeMethod(
         this, [this] { check(); }, Qt::QueuedConnection);
@@ -310,21 +333,24 @@ void Session::scheduleCheck() {
 
 void Session::check() {
     checkPosted_ = false;
-    if (quit_ == Quit::Asked)
+    if (quit_ == Quit::Asked) {
         return;  // the loops have yet to return
-    if (isOver())
+    }
+    if (isOver()) {
         finish(watch_.reason());
-    else
+    } else {
         watchStuckRun();
+    }
 }
 
 /// A page may keep timers going for ever, so a run that awaits a motion of a robot that stands still
 /// is given up after a while, too. Steps of the laser, pulses among them, do not end its wait.
 void Session::watchStuckRun() {
-    if (!isStuck() && !isForgotten())
+    if (!isStuck() && !isForgotten()) {
         stuck_->stop();
-    else if (!stuck_->isActive())
+    } else if (!stuck_->isActive()) {
         stuck_->start();
+    }
 }
 
 bool Session::isStuck() const {
@@ -374,8 +400,9 @@ std::vector<StationLine> Session::stationLines() const {
     std::vector<StationFigures> figures = stationWatch_.figures();
     figures.resize(std::size_t(stationPage_.count()));
     std::vector<StationLine> lines;
-    for (int row = 0; row < stationPage_.count(); ++row)
+    for (int row = 0; row < stationPage_.count(); ++row) {
         lines.push_back({stationPage_.name(row), stationPage_.project(row), figures[std::size_t(row)]});
+    }
     return lines;
 }
 
@@ -386,8 +413,9 @@ bool Session::isSuccess() const {
 }
 
 void Session::finish(const QString& ending) {
-    if (finished_)
+    if (finished_) {
         return;
+    }
     finished_ = true;
     const QString reason = quit_ == Quit::No ? ending : QStringLiteral("quit");
     JsonWriter& line = trace_.begin("done").key(QStringLiteral("reason")).string(reason);
@@ -397,12 +425,13 @@ void Session::finish(const QString& ending) {
     line.key(QStringLiteral("ms")).integer(elapsedMs());
     trace_.end();
     recorder_.setRecording(false);
-    if (stations_)
+    if (stations_) {
         report_.stations(stationLines());
+    }
     report_.table(figures(reason));
     const bool written = closeFiles();
     const bool inTime = reason == QLatin1String("quit") || reason == QLatin1String("finished");
-    status_ = written && inTime && isSuccess() ? 0 : kFailed;
+    status_ = written && inTime && isSuccess() ? 0 : failed;
     until_.stop();
     stuck_->stop();
     QCoreApplication::exit(status_);
@@ -411,11 +440,13 @@ void Session::finish(const QString& ending) {
 bool Session::closeFiles() {
     QString error;
     const bool traced = trace_.close(&error);
-    if (!traced)
+    if (!traced) {
         printFileError(QStringLiteral("--trace"), options_.traceName, error);
+    }
     const bool dumped = vcd_.close(elapsedMs(), &error);
-    if (!dumped)
+    if (!dumped) {
         printFileError(QStringLiteral("--vcd"), options_.vcdName, error);
+    }
     return traced && dumped;
 }
 

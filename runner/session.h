@@ -1,7 +1,5 @@
 #pragma once
 
-#include "recording/treefollower.h"
-#include "recording/vcdwriter.h"
 #include "runner/bench.h"
 #include "runner/hand.h"
 #include "runner/messagewatch.h"
@@ -17,6 +15,8 @@
 #include "runner/stationwatch.h"
 #include "runner/trace.h"
 #include "runner/vcdrecorder.h"
+#include "workcell/treefollower.h"
+#include "workcell/vcdwriter.h"
 
 #include <QObject>
 #include <QTimer>
@@ -55,7 +55,7 @@ private:
     void onLineBegun(int line, const QString& type);
     void onStation(int row, const QString& state);
     void onMessage(const QString& icon, const QString& title, const QString& text);
-    void onChanged(const rec::Change& change);
+    void onChanged(const workcell::Change& change);
     void onFileProblem(const QString& fileName, int line, int column, const QString& reason);
     void onAboutToBlock();
     void check();
@@ -79,9 +79,9 @@ private:
     std::optional<Project> project_;       ///< or
     std::optional<StationList> stations_;  ///< what is monitored instead of it
     Trace trace_;
-    rec::VcdWriter vcd_;
+    workcell::VcdWriter vcd_;
     Report report_;
-    rec::TreeFollower follower_;
+    workcell::TreeFollower follower_;
     RunWatch watch_;
     Recorder recorder_;
     StationPage stationPage_;

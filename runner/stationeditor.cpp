@@ -11,8 +11,8 @@ namespace run {
 
 namespace {
 
-const QString kBias = QStringLiteral("bias");
-const QString kName = QStringLiteral("name");
+const QString bias = QStringLiteral("bias");
+const QString nameKey = QStringLiteral("name");
 
 QString notChosen(const QString& what, const QString& text) {
     return QStringLiteral("%1 \"%2\" cannot be chosen").arg(what, text);
@@ -24,8 +24,9 @@ QStringList sameEdge(const QString& word) {
                                 QStringLiteral("По фронту")};
     const QStringList falling = {QStringLiteral("下降沿"), QStringLiteral("Falling Edge"),
                                  QStringLiteral("По спаду")};
-    if (rising.contains(word))
+    if (rising.contains(word)) {
         return rising;
+    }
     return falling.contains(word) ? falling : QStringList(word);
 }
 
@@ -34,8 +35,9 @@ QStringList sameEdge(const QString& word) {
 template <class Widget>
 Widget* StationEditor::widget(const QString& name) const {
     auto* found = page_->findChild<Widget*>(name);
-    if (!found)
+    if (!found) {
         qFatal("the station editor has no %s", qPrintable(name));
+    }
     return found;
 }
 
@@ -45,19 +47,25 @@ QString StationEditor::fill(const QJsonObject& fields) const {
         return fields.value(QLatin1String(field)).toVariant().toString();
     };
     QString fault;
-    if (has("stationname"))
+    if (has("stationname")) {
         fault = fillName(text("stationname"));
-    if (fault.isEmpty() && has("filePath"))
+    }
+    if (fault.isEmpty() && has("filePath")) {
         fault = chooseProject(text("filePath"));
-    if (fault.isEmpty() && has("time"))
+    }
+    if (fault.isEmpty() && has("time")) {
         fault = fillTime(text("time"));
-    if (fault.isEmpty() && has("type"))
+    }
+    if (fault.isEmpty() && has("type")) {
         fault = chooseEdge("cmbType", text("type"));
-    if (fault.isEmpty() && has("type2"))
+    }
+    if (fault.isEmpty() && has("type2")) {
         fault = chooseEdge("cmbType_2", text("type2"));
+    }
     for (const char* field : {"DI", "DI2", "DO", "DO2"}) {
-        if (fault.isEmpty())
+        if (fault.isEmpty()) {
             fault = chooseSignal(fields, QLatin1String(field));
+        }
     }
     return fault;
 }
@@ -74,8 +82,9 @@ void StationEditor::cancel() const {
 
 QString StationEditor::fillName(const QString& name) const {
     auto* edit = widget<QLineEdit>(QStringLiteral("lineEdit_stationname"));
-    if (edit->isReadOnly() && edit->text() != name)
+    if (edit->isReadOnly() && edit->text() != name) {
         return QStringLiteral("the name \"%1\" is fixed").arg(edit->text());
+    }
     edit->setText(name);
     return {};
 }
@@ -104,8 +113,9 @@ QString StationEditor::chooseProject(const QString& file) const {
 QString StationEditor::chooseEdge(const char* combo, const QString& word) const {
     const auto* box = widget<QComboBox>(QLatin1String(combo));
     for (const QString& same : sameEdge(word)) {
-        if (box->findText(same) >= 0)
+        if (box->findText(same) >= 0) {
             return choose(QLatin1String(combo), same);
+        }
     }
     return notChosen(QStringLiteral("the edge"), word);
 }
@@ -115,30 +125,35 @@ QString StationEditor::chooseSignal(const QJsonObject& fields, const QString& fi
     const QJsonValue kind = fields.value(field + QStringLiteral("_type"));
     const QJsonValue name = fields.value(field);
     const QJsonValue reg = fields.value(field + QStringLiteral("_reg"));
-    if (kind.isUndefined() && name.isUndefined() && reg.isUndefined())
+    if (kind.isUndefined() && name.isUndefined() && reg.isUndefined()) {
         return {};
+    }
     const bool isIo = kind.isUndefined() ? !name.isUndefined() : kind.toString() == QLatin1String("IO");
     const QString number = field.endsWith(QLatin1Char('2')) ? QStringLiteral("_2") : QString();
     const QString side = field.startsWith(QLatin1String("DI")) ? QStringLiteral("In") : QStringLiteral("Out");
     const QString combo = QStringLiteral("cmb") + field.left(2);
     widget<QAbstractButton>(QStringLiteral("rdb%1%2%3").arg(isIo ? "IO" : "Reg", side, number))->click();
-    if (isIo)
+    if (isIo) {
         return name.isUndefined() ? QString() : choose(combo + number, name.toString());
+    }
     const QJsonObject bit = reg.toObject();
     QString fault;
-    if (bit.contains(kName))
-        fault = choose(combo + QStringLiteral("Reg") + number, bit.value(kName).toString());
-    if (fault.isEmpty() && bit.contains(kBias) && !bit.value(kName).toString().isEmpty())
+    if (bit.contains(nameKey)) {
+        fault = choose(combo + QStringLiteral("Reg") + number, bit.value(nameKey).toString());
+    }
+    if (fault.isEmpty() && bit.contains(bias) && !bit.value(nameKey).toString().isEmpty()) {
         fault = choose(combo + QStringLiteral("RegBias") + number,
-                       QString::number(bit.value(kBias).toVariant().toInt() + 1));
+                       QString::number(bit.value(bias).toVariant().toInt() + 1));
+    }
     return fault;
 }
 
 QString StationEditor::choose(const QString& combo, const QString& text) const {
     auto* box = widget<QComboBox>(combo);
     const int choice = box->findText(text);
-    if (choice < 0)
+    if (choice < 0) {
         return notChosen(combo, text);
+    }
     box->setCurrentIndex(choice);
     emit box->activated(choice);
     return {};

@@ -9,7 +9,7 @@ namespace run {
 
 namespace {
 
-const QString kFile = QStringLiteral("lumo_signalsConfig.json");
+const QString stationsFile = QStringLiteral("lumo_signalsConfig.json");
 
 /// An empty list is written as an empty object.
 bool isEmptyList(const QString& file) {
@@ -22,12 +22,14 @@ bool isEmptyList(const QString& file) {
 }  // namespace
 
 std::optional<StationList> StationList::read(const QString& folder, const QString& shown, Problem* problem) {
-    const QString file = QDir(folder).filePath(kFile);
-    if (isEmptyList(file))
+    const QString file = QDir(folder).filePath(stationsFile);
+    if (isEmptyList(file)) {
         return StationList();
-    const std::optional<JsonText> text = JsonText::read(file, QDir(shown).filePath(kFile), problem);
-    if (!text)
+    }
+    const std::optional<JsonText> text = JsonText::read(file, QDir(shown).filePath(stationsFile), problem);
+    if (!text) {
         return std::nullopt;
+    }
     StationList list;
     for (int i = 0; i < text->array().size(); ++i) {
         const QJsonValue record = text->array().at(i);
@@ -36,8 +38,9 @@ std::optional<StationList> StationList::read(const QString& folder, const QStrin
             return std::nullopt;
         }
         const QString project = record.toObject().value(QStringLiteral("filePath")).toString();
-        if (!project.isEmpty() && !list.projects_.contains(project))
+        if (!project.isEmpty() && !list.projects_.contains(project)) {
             list.projects_.append(project);
+        }
     }
     return list;
 }

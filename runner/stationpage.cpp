@@ -11,9 +11,9 @@ namespace run {
 
 namespace {
 
-constexpr int kNameColumn = 1;
-constexpr int kProjectColumn = 2;
-constexpr int kStateColumn = 7;
+constexpr int nameColumn = 1;
+constexpr int projectColumn = 2;
+constexpr int stateColumn = 7;
 
 void press(QWidget* widget) {
     const QPointF spot = widget->rect().center();
@@ -30,16 +30,19 @@ void press(QWidget* widget) {
 bool StationPage::find(QWidget* panel) {
     page_ = panel->findChild<QWidget*>(QStringLiteral("SignalsBindWidget"));
     navigation_ = panel->findChild<QWidget*>(QStringLiteral("btnBind"));
-    if (!page_ || !navigation_)
+    if (!page_ || !navigation_) {
         return false;
+    }
     switch_ = page_->findChild<QWidget*>(QStringLiteral("switchBtn"));
     table_ = page_->findChild<QTableWidget*>(QStringLiteral("tableWidget"));
-    if (!switch_ || !table_)
+    if (!switch_ || !table_) {
         return false;
+    }
     readStates();
     const QAbstractItemModel* model = table_->model();
-    for (const auto rowsChanged : {&QAbstractItemModel::rowsInserted, &QAbstractItemModel::rowsRemoved})
+    for (const auto rowsChanged : {&QAbstractItemModel::rowsInserted, &QAbstractItemModel::rowsRemoved}) {
         connect(model, rowsChanged, this, &StationPage::readStates);
+    }
     connect(model, &QAbstractItemModel::dataChanged, this, &StationPage::readStates);
     return true;
 }
@@ -51,15 +54,18 @@ void StationPage::show() {
 void StationPage::edit(int row) {
     show();
     table_->selectRow(row);
-    if (auto* button = page_->findChild<QAbstractButton*>(QStringLiteral("btnEdit")))
+    if (auto* button = page_->findChild<QAbstractButton*>(QStringLiteral("btnEdit"))) {
         button->click();
+    }
 }
 
 void StationPage::setMonitoring(bool on) {
-    if (isMonitoring() == on)
+    if (isMonitoring() == on) {
         return;
-    if (!page_->isVisible())
+    }
+    if (!page_->isVisible()) {
         show();
+    }
     press(switch_);
 }
 
@@ -76,24 +82,27 @@ int StationPage::count() const {
 }
 
 QString StationPage::name(int row) const {
-    return text(row, kNameColumn);
+    return text(row, nameColumn);
 }
 
 QString StationPage::project(int row) const {
-    return text(row, kProjectColumn);
+    return text(row, projectColumn);
 }
 
 // Where rows came or went the texts are only taken down, and what a new row shows first is no change.
 void StationPage::readStates() {
     const QStringList before = states_;
     states_.clear();
-    for (int row = 0; row < table_->rowCount(); ++row)
-        states_.append(text(row, kStateColumn));
-    if (states_.size() != before.size())
+    for (int row = 0; row < table_->rowCount(); ++row) {
+        states_.append(text(row, stateColumn));
+    }
+    if (states_.size() != before.size()) {
         return;
+    }
     for (int row = 0; row < before.size(); ++row) {
-        if (!before[row].isEmpty() && states_[row] != before[row])
+        if (!before[row].isEmpty() && states_[row] != before[row]) {
             emit stateChanged(row, states_[row]);
+        }
     }
 }
 

@@ -8,8 +8,9 @@ bool Trace::open(const QString& file, QString* error) {
     out_.setFileName(file);
     const bool opened = file == QLatin1String("-") ? out_.open(stdout, QIODevice::WriteOnly)
                                                    : out_.open(QIODevice::WriteOnly);
-    if (!opened)
+    if (!opened) {
         *error = out_.errorString();
+    }
     return opened;
 }
 
@@ -24,18 +25,21 @@ JsonWriter& Trace::begin(const char* kind) {
 
 void Trace::end() {
     QByteArray text = line_.endObject().take();
-    if (!out_.isOpen())
+    if (!out_.isOpen()) {
         return;
+    }
     text += '\n';
     failed_ |= out_.write(text) != text.size();
 }
 
 bool Trace::close(QString* error) {
-    if (!out_.isOpen())
+    if (!out_.isOpen()) {
         return true;
+    }
     failed_ |= !out_.flush();
-    if (failed_)
+    if (failed_) {
         *error = out_.errorString();
+    }
     out_.close();
     return !failed_;
 }

@@ -2,17 +2,18 @@
 
 namespace run {
 
-VcdRecorder::VcdRecorder(rec::VcdWriter* writer, sim::Controller* controller, sim::Cell* cell,
-                         rec::TreeFollower* follower, std::function<qint64()> clock, QObject* parent)
+VcdRecorder::VcdRecorder(workcell::VcdWriter* writer, sim::Controller* controller, sim::Cell* cell,
+                         workcell::TreeFollower* follower, std::function<qint64()> clock, QObject* parent)
     : QObject(parent), writer_(writer), signals_(controller, cell, follower), clock_(std::move(clock)) {}
 
 void VcdRecorder::begin() {
     signals_.declare(writer_);
     int index = 0;
-    for (const rec::CellSignal& signal : signals_.all())
+    for (const workcell::CellSignal& signal : signals_.all()) {
         writer_->set(index++, signal.value, 0);
+    }
     writer_->begin();
-    connect(&signals_, &rec::CellSignals::changed, this,
+    connect(&signals_, &workcell::CellSignals::changed, this,
             [this](int signal, double value) { writer_->set(signal, value, clock_()); });
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "recording/cellsignals.h"
+#include "workcell/cellsignals.h"
 
 #include <QObject>
 
@@ -12,15 +12,15 @@ namespace run {
 class VcdRecorder : public QObject {
     Q_OBJECT
 public:
-    VcdRecorder(rec::VcdWriter* writer, sim::Controller* controller, sim::Cell* cell,
-                rec::TreeFollower* follower, std::function<qint64()> clock, QObject* parent = nullptr);
+    VcdRecorder(workcell::VcdWriter* writer, sim::Controller* controller, sim::Cell* cell,
+                workcell::TreeFollower* follower, std::function<qint64()> clock, QObject* parent = nullptr);
 
     /// Declares the signals with the ports as they are now, and writes the header.
     void begin();
 
 private:
-    rec::VcdWriter* writer_;
-    rec::CellSignals signals_;
+    workcell::VcdWriter* writer_;
+    workcell::CellSignals signals_;
     std::function<qint64()> clock_;
 };
 

@@ -14,18 +14,18 @@ namespace sim {
 
 namespace {
 
-constexpr double kPi = 3.14159265358979323846;
-constexpr double kTolerance =
+constexpr double pi = 3.14159265358979323846;
+constexpr double tolerance =
     2e-6;  // metres and radians together, before the last steps and at singular poses
-constexpr double kExact = 1e-11;
-constexpr int kLastSteps = 3;
-constexpr int kMaxIterations = 100;
+constexpr double roundingError = 1e-11;
+constexpr int lastSteps = 3;
+constexpr int maxIterations = 100;
 // A solution this near to the seed (radians, over all joints) is the nearest one: the arm's other
 // configurations are farther off.
-constexpr double kNear = 0.2;
+constexpr double nearAngle = 0.2;
 
 constexpr double rad(double degrees) {
-    return degrees * kPi / 180.0;
+    return degrees * pi / 180.0;
 }
 
 struct Axis {
@@ -33,32 +33,33 @@ struct Axis {
     double low, high;            // degrees
 };
 
-constexpr Axis kSixAxes[] = {
+constexpr Axis sixAxes[] = {
     {0, 0.45, 0.08, -90, -170, 170}, {-90, 0, 0.62, 0, -100, 135}, {0, 0, 0, -90, -210, 75},
     {0, 0.70, 0, 90, -190, 190},     {0, 0, 0, -90, -130, 130},    {0, 0.25, 0, 0, -360, 360},
 };
 
-constexpr Axis kSevenAxes[] = {
+constexpr Axis sevenAxes[] = {
     {0, 0.45, 0.08, -90, -170, 170}, {0, 0, 0, 90, -100, 135},     {0, 0.62, 0, -90, -170, 170},
     {0, 0, 0, 90, -165, 165},        {0, 0.70, 0, -90, -190, 190}, {0, 0, 0, 90, -130, 130},
     {180, 0.25, 0, 0, -360, 360},
 };
 
 // About home, for the search of the exact joints.
-const Joints kSixRough = {0, rad(-14), rad(49), 0, rad(55), 0};
-const Joints kSevenRough = {0, rad(-14), 0, rad(139), 0, rad(55), 0};
+const Joints sixRough = {0, rad(-14), rad(49), 0, rad(55), 0};
+const Joints sevenRough = {0, rad(-14), 0, rad(139), 0, rad(55), 0};
 
 /// Shoulder, elbow (from the straight arm) and wrist of the poses where a search starts when the way
 /// from the seed leads nowhere or far off: elbow up from folded to stretched, and elbow down.
-constexpr double kStarts[][3] = {
+constexpr double startPostures[][3] = {
     {rad(-14), rad(139), rad(55)}, {rad(30), rad(90), rad(60)},   {rad(60), rad(40), rad(80)},
     {rad(60), rad(40), rad(10)},   {rad(100), rad(-90), rad(90)}, {rad(110), rad(-60), rad(-30)},
 };
 
 double squaredDistance(const Joints& a, const Joints& b) {
     double sum = 0;
-    for (size_t i = 0; i < a.size(); ++i)
+    for (size_t i = 0; i < a.size(); ++i) {
         sum += (a[i] - b[i]) * (a[i] - b[i]);
+    }
     return sum;
 }
 
@@ -73,8 +74,9 @@ double size(const KDL::Twist& twist) {
 
 KDL::JntArray toArray(const Joints& joints, unsigned size) {
     KDL::JntArray array(size);
-    for (unsigned i = 0; i < size; ++i)
+    for (unsigned i = 0; i < size; ++i) {
         array(i) = i < joints.size() ? joints[i] : 0.0;
+    }
     return array;
 }
 
@@ -90,8 +92,9 @@ Pose toPose(const KDL::Frame& frame) {
     pose.trans = {frame.p.x(), frame.p.y(), frame.p.z()};
     frame.M.GetRPY(pose.rot[0], pose.rot[1], pose.rot[2]);
     for (double& angle : pose.rot) {
-        if (angle < 1e-9 - kPi)
-            angle += 2 * kPi;
+        if (angle < 1e-9 - pi) {
+            angle += 2 * pi;
+        }
     }
     return pose;
 }
@@ -114,7 +117,7 @@ struct Arm::Private {
     Joints home;
 };
 
-Arm::Private::Private(int count) : axes(count == 7 ? 7 : 6), table(count == 7 ? kSevenAxes : kSixAxes) {
+Arm::Private::Private(int count) : axes(count == 7 ? 7 : 6), table(count == 7 ? sevenAxes : sixAxes) {
     for (int i = 0; i < axes; ++i) {
         const Axis& axis = table[i];
         chain.addSegment(KDL::Segment(KDL::Joint(KDL::Joint::RotZ),
@@ -123,11 +126,11 @@ Arm::Private::Private(int count) : axes(count == 7 ? 7 : 6), table(count == 7 ? 
     fk = std::make_unique<KDL::ChainFkSolverPos_recursive>(chain);
     Eigen::Matrix<double, 6, 1> weights;
     weights.setOnes();
-    ik = std::make_unique<KDL::ChainIkSolverPos_LMA>(chain, weights, kTolerance / 4, kMaxIterations);
+    ik = std::make_unique<KDL::ChainIkSolverPos_LMA>(chain, weights, tolerance / 4, maxIterations);
     velocity = std::make_unique<KDL::ChainIkSolverVel_pinv>(chain);
 
-    const KDL::Frame pose(KDL::Rotation::RPY(kPi, 0, 0), KDL::Vector(0.5, 0, 0.4));
-    solve(pose, axes == 7 ? kSevenRough : kSixRough, &home);
+    const KDL::Frame pose(KDL::Rotation::RPY(pi, 0, 0), KDL::Vector(0.5, 0, 0.4));
+    solve(pose, axes == 7 ? sevenRough : sixRough, &home);
 }
 
 KDL::Frame Arm::Private::forward(const Joints& joints) const {
@@ -139,8 +142,9 @@ KDL::Frame Arm::Private::forward(const Joints& joints) const {
 bool Arm::Private::within(const Joints& joints) const {
     for (int i = 0; i < axes; ++i) {
         const double angle = joints[size_t(i)];
-        if (!(angle >= rad(table[i].low) - 1e-9 && angle <= rad(table[i].high) + 1e-9))
+        if (!(angle >= rad(table[i].low) - 1e-9 && angle <= rad(table[i].high) + 1e-9)) {
             return false;
+        }
     }
     return true;
 }
@@ -153,13 +157,14 @@ bool Arm::Private::solve(const KDL::Frame& goal, const Joints& start, Joints* fo
     ik->CartToJnt(from, goal, joints);
     KDL::Twist error = missing(joints, goal);
     KDL::JntArray step = from;
-    for (int i = 0; i < kLastSteps && size(error) > kExact && size(error) < kTolerance; ++i) {
+    for (int i = 0; i < lastSteps && size(error) > roundingError && size(error) < tolerance; ++i) {
         velocity->CartToJnt(joints, error, step);
         joints.data += step.data;
         error = missing(joints, goal);
     }
-    if (!(size(error) < kTolerance))
+    if (!(size(error) < tolerance)) {
         return false;
+    }
     found->assign(joints.data.data(), joints.data.data() + axes);
     return true;
 }
@@ -175,29 +180,32 @@ KDL::Twist Arm::Private::missing(const KDL::JntArray& joints, const KDL::Frame& 
     const bool opposite = dot(reached.M.UnitX(), goal.M.UnitX()) + dot(reached.M.UnitY(), goal.M.UnitY()) +
                               dot(reached.M.UnitZ(), goal.M.UnitZ()) <
                           0;
-    return {goal.p - reached.p, opposite ? KDL::Vector(kPi, 0, 0) : turn};
+    return {goal.p - reached.p, opposite ? KDL::Vector(pi, 0, 0) : turn};
 }
 
 /// Turns each joint by whole turns to where it is nearest to the seed inside its limits.
 void Arm::Private::bringNear(const Joints& seed, Joints* joints) const {
     for (size_t i = 0; i < size_t(axes); ++i) {
         const double low = rad(table[i].low), high = rad(table[i].high);
-        double angle = (*joints)[i] + 2 * kPi * std::round((seed[i] - (*joints)[i]) / (2 * kPi));
-        if (angle > high)
-            angle -= 2 * kPi * std::ceil((angle - high) / (2 * kPi));
-        else if (angle < low)
-            angle += 2 * kPi * std::ceil((low - angle) / (2 * kPi));
-        if (angle >= low && angle <= high)
+        double angle = (*joints)[i] + 2 * pi * std::round((seed[i] - (*joints)[i]) / (2 * pi));
+        if (angle > high) {
+            angle -= 2 * pi * std::ceil((angle - high) / (2 * pi));
+        } else if (angle < low) {
+            angle += 2 * pi * std::ceil((low - angle) / (2 * pi));
+        }
+        if (angle >= low && angle <= high) {
             (*joints)[i] = angle;
+        }
     }
 }
 
 Joints Arm::Private::start(const double (&shape)[3], double azimuth, bool flipped) const {
-    const double roll = flipped ? kPi : 0.0;
+    const double roll = flipped ? pi : 0.0;
     const double wrist = flipped ? -shape[2] : shape[2];
-    if (axes == 7)
+    if (axes == 7) {
         return {azimuth, shape[0], 0, shape[1], roll, wrist, roll};
-    return {azimuth, shape[0], shape[1] - kPi / 2, roll, wrist, roll};
+    }
+    return {azimuth, shape[0], shape[1] - pi / 2, roll, wrist, roll};
 }
 
 Arm::Arm(int axes) : d_(std::make_unique<Private>(axes)) {}
@@ -223,8 +231,9 @@ std::optional<Joints> Arm::inverse(const Pose& pose, const Joints& seed, Fault* 
     double bestDistance = std::numeric_limits<double>::max();
     const auto search = [&](const Joints& start) {
         Joints found;
-        if (!d_->solve(goal, start, &found))
+        if (!d_->solve(goal, start, &found)) {
             return;
+        }
         reached = true;
         d_->bringNear(from, &found);
         const double distance = squaredDistance(found, from);
@@ -235,17 +244,18 @@ std::optional<Joints> Arm::inverse(const Pose& pose, const Joints& seed, Fault* 
     };
 
     search(from);
-    if (bestDistance > kNear * kNear) {
+    if (bestDistance > nearAngle * nearAngle) {
         const double azimuth = std::atan2(pose.trans[1], pose.trans[0]);
-        for (const auto& shape : kStarts) {
-            for (const double side : {0.0, azimuth > 0 ? -kPi : kPi}) {
+        for (const auto& shape : startPostures) {
+            for (const double side : {0.0, azimuth > 0 ? -pi : pi}) {
                 search(d_->start(shape, azimuth + side, false));
                 search(d_->start(shape, azimuth + side, true));
             }
         }
     }
-    if (fault)
+    if (fault) {
         *fault = best ? Fault::None : reached ? Fault::JointLimit : Fault::OutOfReach;
+    }
     return best;
 }
 

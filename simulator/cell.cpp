@@ -14,9 +14,9 @@ qint64 nowMs() {
 }
 
 /// Equipment with a signal of its own, in the order of the input register's bits.
-constexpr std::array<const char*, 5> kEquipment = {"laser", "head", "chiller", "gas", "temperature"};
-constexpr size_t kNeededToEmit = 3;  // the first three
-constexpr int kWeldingBit = int(kEquipment.size());
+constexpr std::array<const char*, 5> equipmentWords = {"laser", "head", "chiller", "gas", "temperature"};
+constexpr size_t neededToEmit = 3;  // the first three
+constexpr int weldingBit = int(equipmentWords.size());
 
 QString signalName(int bit) {
     return QStringLiteral("LUMO_DI.#%1").arg(bit);
@@ -27,10 +27,12 @@ class Stopwatch {
 public:
     bool isOn() const { return since_ >= 0; }
     void set(bool on) {
-        if (on == isOn())
+        if (on == isOn()) {
             return;
-        if (!on)
+        }
+        if (!on) {
             total_ += nowMs() - since_;
+        }
         since_ = on ? nowMs() : -1;
     }
     qint64 totalMs() const { return isOn() ? total_ + nowMs() - since_ : total_; }
@@ -44,16 +46,17 @@ private:
 struct Cell::Private {
     bool isOn(const QString& output) const { return controller->output(output).toBool(); }
     bool mayEmit() const {
-        for (size_t i = 0; i < kNeededToEmit; ++i) {
-            if (faulty[i])
+        for (size_t i = 0; i < neededToEmit; ++i) {
+            if (faulty[i]) {
                 return false;
+            }
         }
         return isOn(wiring.laserEnable) && controller->output(wiring.laserPower).toInt() > 0;
     }
 
     Controller* controller;
     Wiring wiring;
-    std::array<bool, kEquipment.size()> faulty{};
+    std::array<bool, equipmentWords.size()> faulty{};
     Stopwatch laser, gas, wire;
     double weldLength = 0;  ///< of the seams behind
     double seamStart = 0;   ///< what the tool had travelled when the laser came on
@@ -63,9 +66,10 @@ Cell::Cell(Controller* controller, const Wiring& wiring, QObject* parent)
     : QObject(parent), d_(std::make_unique<Private>()) {
     d_->controller = controller;
     d_->wiring = wiring;
-    for (int bit = 0; bit < kWeldingBit; ++bit)
+    for (int bit = 0; bit < weldingBit; ++bit) {
         controller->setInput(signalName(bit), true);
-    controller->setInput(signalName(kWeldingBit), false);
+    }
+    controller->setInput(signalName(weldingBit), false);
     connect(controller, &Controller::outputChanged, this, &Cell::follow);
     follow();
 }
@@ -77,21 +81,24 @@ void Cell::follow() {
     d_->gas.set(d_->isOn(d_->wiring.gas));
     d_->wire.set(d_->isOn(d_->wiring.wireEnable) || d_->isOn(d_->wiring.wirePullback));
     const bool on = d_->mayEmit();
-    if (on == d_->laser.isOn())
+    if (on == d_->laser.isOn()) {
         return;
+    }
     d_->laser.set(on);
-    if (on)
+    if (on) {
         d_->seamStart = d_->controller->travelled();
-    else
+    } else {
         d_->weldLength += d_->controller->travelled() - d_->seamStart;
-    d_->controller->setInput(signalName(kWeldingBit), on);
+    }
+    d_->controller->setInput(signalName(weldingBit), on);
     emit emittingChanged(on);
 }
 
 bool Cell::setFault(const QString& name, bool faulty) {
-    for (size_t i = 0; i < kEquipment.size(); ++i) {
-        if (name != QLatin1String(kEquipment[i]))
+    for (size_t i = 0; i < equipmentWords.size(); ++i) {
+        if (name != QLatin1String(equipmentWords[i])) {
             continue;
+        }
         d_->faulty[i] = faulty;
         follow();
         d_->controller->setInput(signalName(int(i)), !faulty);

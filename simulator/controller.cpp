@@ -18,15 +18,15 @@ namespace sim {
 
 namespace {
 
-constexpr int kLateMs = 300;
-constexpr int kSlowStateMs = 50;
-constexpr int kJog = 0;  // the number of every motion that no command ordered
+constexpr int lateMs = 300;
+constexpr int slowStateMs = 50;
+constexpr int jogId = 0;  // the number of every motion that no command ordered
 
-constexpr const char* kQuirks[] = {"bunch",     "sync",      "late",     "double",
-                                   "wrongKind", "slowState", "noResult", "failAtEnd"};
+constexpr const char* quirks[] = {"bunch",     "sync",      "late",     "double",
+                                  "wrongKind", "slowState", "noResult", "failAtEnd"};
 
-const QString kIdle = QStringLiteral("idle");
-const QString kMoving = QStringLiteral("moving");
+const QString idleWord = QStringLiteral("idle");
+const QString movingWord = QStringLiteral("moving");
 
 }  // namespace
 
@@ -64,7 +64,7 @@ struct Controller::Private {
     QSet<int> answered;  ///< motions whose result was written inside their command, or never comes
     bool sync = false, late = false, slowState = false;
     bool nextSilent = false, nextFails = false;
-    QString state = kIdle;  ///< as it is, maybe not yet as it is shown
+    QString state = idleWord;  ///< as it is, maybe not yet as it is shown
     int statesOnTheirWay = 0;
 };
 
@@ -80,7 +80,7 @@ Controller::Private::Private(Controller* controller, KordService* robotService, 
     service->offerCommand(QStringLiteral("register.write_multi"), options.writeMulti);
     m(QStringLiteral("kord.r.power"))->setValue(q, QStringLiteral("on"));
     m(QStringLiteral("kord.r.mode"))->setValue(q, QStringLiteral("auto"));
-    writeState(kIdle);
+    writeState(idleWord);
 
     connect(service, &KordService::issued, q, [this](const KordCall& call) { handle(call); });
     connect(&io, &IoBank::outputChanged, q, &Controller::outputChanged);
@@ -115,23 +115,27 @@ void Controller::Private::handle(const KordCall& call) {
     }
     const QString name = call.name;
     const int code = obey(call);
-    if (service->commandNode(QString())->hasCmobj(name))
+    if (service->commandNode(QString())->hasCmobj(name)) {
         service->commandNode(name)->setValue(q, code);
+    }
 }
 
 /// What is no motion is done inside the call: 0, or -1 when something was rejected.
 int Controller::Private::obey(const KordCall& call) {
-    if (call.name == QLatin1String("register.write"))
+    if (call.name == QLatin1String("register.write")) {
         return writeRegister(call.argument(QStringLiteral("name")).toString(),
                              call.argument(QStringLiteral("type")).toString(),
                              call.argument(QStringLiteral("value")), call.argument(QStringLiteral("bias")));
-    if (call.name == QLatin1String("register.write_multi"))
+    }
+    if (call.name == QLatin1String("register.write_multi")) {
         return writeRegisters(call);
-    if (call.name == QLatin1String("device.io.out.do"))
+    }
+    if (call.name == QLatin1String("device.io.out.do")) {
         return io.writeOutput(call.argument(QStringLiteral("name")).toString(),
                               call.argument(QStringLiteral("value")))
                    ? 0
                    : -1;
+    }
     if (call.name == QLatin1String("move.opr.enough")) {
         release();
     } else if (call.name == QLatin1String("move.stop") || call.name == QLatin1String("move.reset")) {
@@ -146,10 +150,12 @@ void Controller::Private::order(const KordCall& call, MotionCommand::Kind kind) 
     MotionCommand motion = readMotion(call, kind, id, arm.axes());
     const bool fails = std::exchange(nextFails, false);
     const bool silent = std::exchange(nextSilent, false);
-    if (fails)
+    if (fails) {
         motion.endCode = FailedAtEnd;
-    if (silent)
+    }
+    if (silent) {
         answered.insert(id);
+    }
     queue.add(std::move(motion));
     emit q->motion(id, MotionEvent::Queued);
     if (sync && !fails && !silent) {
@@ -159,10 +165,12 @@ void Controller::Private::order(const KordCall& call, MotionCommand::Kind kind) 
 }
 
 void Controller::Private::release() {
-    if (!queue.hasWaiting())
+    if (!queue.hasWaiting()) {
         return;
-    if (powered)
-        setState(kMoving);
+    }
+    if (powered) {
+        setState(movingWord);
+    }
     queue.release(powered ? MotionDone : DriveOff);
 }
 
@@ -182,10 +190,11 @@ int Controller::Private::writeRegisters(const KordCall& call) {
         code = std::min(code, writeRegister(name, type, value, bias));
     };
     if (call.node) {
-        for (const mendo::ModuleObject* record : call.node->cmobjs())
+        for (const mendo::ModuleObject* record : call.node->cmobjs()) {
             write(record->c(QStringLiteral("name"))->getString(),
                   record->c(QStringLiteral("type"))->getString(), record->c(QStringLiteral("value"))->value(),
                   record->c(QStringLiteral("bias"))->value());
+        }
     }
     const QVariantList records = call.value.toList();
     for (const QVariant& record : records) {
@@ -200,86 +209,98 @@ int Controller::Private::writeRegisters(const KordCall& call) {
 // --- Motion --------------------------------------------------------------------------------------
 
 void Controller::Private::announce(int id, MotionEvent event) {
-    if (id != kJog)
+    if (id != jogId) {
         emit q->motion(id, event);
+    }
 }
 
 JogAnswer Controller::Private::jog(const JogMove& move, bool held) {
-    if (!powered)
+    if (!powered) {
         return JogAnswer::DriveOff;
-    if (!q->standsStill() || queue.hasWaiting())
+    }
+    if (!q->standsStill() || queue.hasWaiting()) {
         return JogAnswer::Moving;
+    }
     const MotionQueue::Stand stand = queue.stand();
     MotionCommand motion;
     JogMove whole = held ? farthestJog(arm, stand, move) : move;
-    if (whole.way == 0)
+    if (whole.way == 0) {
         whole.way = move.way;  // says why not
+    }
     const JogAnswer answer = planJog(arm, stand, whole, &motion);
-    if (answer != JogAnswer::Moves)
+    if (answer != JogAnswer::Moves) {
         return answer;
+    }
     startJog(std::move(motion));
     return JogAnswer::Moves;
 }
 
 /// A result that is still to come does not keep a hand from the standing robot.
 JogAnswer Controller::Private::planPlaceNow(const PlaceMove& move, MotionCommand* motion) const {
-    if (!powered)
+    if (!powered) {
         return JogAnswer::DriveOff;
-    if (queue.moving() || queue.hasWaiting())
+    }
+    if (queue.moving() || queue.hasWaiting()) {
         return JogAnswer::Moving;
+    }
     return planPlace(arm, queue.stand(), move, motion);
 }
 
 void Controller::Private::startJog(MotionCommand motion) {
-    motion.id = kJog;
+    motion.id = jogId;
     queue.add(std::move(motion));
     jogging = true;
-    setState(kMoving);
+    setState(movingWord);
     queue.release();
 }
 
 void Controller::Private::finish(int id, MotionCommand::Kind kind, int code) {
     const bool last = !queue.moving();
     writePosture(q, service, queue.stand());
-    if (id == kJog)
+    if (id == jogId) {
         jogging = false;
+    }
     if (last) {
         emit q->stood();
-        setState(kIdle);
+        setState(idleWord);
     }
-    if (id != kJog && !answered.remove(id))
+    if (id != jogId && !answered.remove(id)) {
         desk.deliver({kind, id, code}, last);
-    else if (last)
+    } else if (last) {
         desk.deliverHeld();
+    }
 }
 
 void Controller::Private::stopped(int id, MotionCommand::Kind kind) {
     announce(id, MotionEvent::Stopped);
-    if (id == kJog)
+    if (id == jogId) {
         jogging = false;
+    }
     desk.forgetHeld();
-    if (id != kJog && !answered.remove(id) && late)
-        desk.deliverLater({kind, id, MotionDone}, kLateMs);
+    if (id != jogId && !answered.remove(id) && late) {
+        desk.deliverLater({kind, id, MotionDone}, lateMs);
+    }
 }
 
 void Controller::Private::rest() {
     writePosture(q, service, queue.stand());
     if (!queue.moving()) {
         emit q->stood();
-        setState(kIdle);
+        setState(idleWord);
     }
 }
 
 void Controller::Private::setState(const QString& newState) {
-    if (state == newState)
+    if (state == newState) {
         return;
+    }
     state = newState;
     if (!slowState && statesOnTheirWay == 0) {
         writeState(newState);
         return;
     }
     ++statesOnTheirWay;
-    QTimer::singleShot(kSlowStateMs, Qt::PreciseTimer, q, [this, newState] {
+    QTimer::singleShot(slowStateMs, Qt::PreciseTimer, q, [this, newState] {
         --statesOnTheirWay;
         writeState(newState);
     });
@@ -306,16 +327,19 @@ Controller::Controller(KordService* service, const Options& options, QObject* pa
 Controller::~Controller() = default;
 
 void Controller::setPower(bool on) {
-    if (!on || !d_->emergencyStop)
+    if (!on || !d_->emergencyStop) {
         d_->setPower(on);
+    }
 }
 
 void Controller::setEmergencyStop(bool pressed) {
-    if (pressed == d_->emergencyStop)
+    if (pressed == d_->emergencyStop) {
         return;
+    }
     d_->emergencyStop = pressed;
-    if (pressed)
+    if (pressed) {
         d_->setPower(false);
+    }
     emit emergencyStopChanged(pressed);
 }
 
@@ -348,8 +372,9 @@ QStringList Controller::outputNames() const {
 }
 
 void Controller::failMotion(int code) {
-    if (code < 0)
+    if (code < 0) {
         d_->queue.fail(code);
+    }
 }
 
 JogAnswer Controller::jog(const JogMove& move) {
@@ -372,14 +397,16 @@ JogAnswer Controller::askPlace(const PlaceMove& move) const {
 JogAnswer Controller::place(const PlaceMove& move) {
     MotionCommand motion;
     const JogAnswer answer = d_->planPlaceNow(move, &motion);
-    if (answer == JogAnswer::Moves)
+    if (answer == JogAnswer::Moves) {
         d_->startJog(std::move(motion));
+    }
     return answer;
 }
 
 void Controller::stopJog() {
-    if (d_->jogging)
+    if (d_->jogging) {
         d_->queue.stop();
+    }
 }
 
 void Controller::setQuirk(Quirk quirk, bool on) {
@@ -412,8 +439,8 @@ void Controller::setQuirk(Quirk quirk, bool on) {
 }
 
 bool Controller::quirkFromName(const QString& name, Quirk* quirk) {
-    for (size_t i = 0; i < std::size(kQuirks); ++i) {
-        if (name == QLatin1String(kQuirks[i])) {
+    for (size_t i = 0; i < std::size(quirks); ++i) {
+        if (name == QLatin1String(quirks[i])) {
             *quirk = Quirk(i);
             return true;
         }
@@ -423,8 +450,9 @@ bool Controller::quirkFromName(const QString& name, Quirk* quirk) {
 
 bool Controller::reportKey(const QString& name, bool value) {
     mendo::ModuleObject* keys = pendantKeys();
-    if (!keys->hasCmobj(name))
+    if (!keys->hasCmobj(name)) {
         return false;
+    }
     keys->c(name)->setValue(this, value);
     keys->trigger();
     return true;

@@ -15,10 +15,10 @@ using mendo::ModuleObject;
 
 namespace {
 
-constexpr double kDefaultZone = 0.002;  // metres
+constexpr double defaultZone = 0.002;  // metres
 
 // Millimetres, degrees, kilograms, kg·mm².
-constexpr char kTools[] = R"([
+constexpr char tools[] = R"([
     {"name": "laser_head", "frame": {"pos": {"x": 0, "y": 0, "z": 150},
                                      "ori": {"euler": {"a": 0, "b": 0, "c": 0}}},
      "load": {"mass": 2.4, "pose": {"pos": {"x": 0, "y": 0, "z": 60}}, "moment": [9500, 9500, 3200]}},
@@ -30,7 +30,7 @@ constexpr char kTools[] = R"([
      "load": {"mass": 0.3, "pose": {"pos": {"x": 0, "y": 0, "z": 40}}, "moment": [400, 400, 60]}}
 ])";
 
-constexpr char kWorkObjects[] = R"([
+constexpr char workObjects[] = R"([
     {"name": "table", "frame": {"pos": {"x": 500, "y": 0, "z": 0},
                                 "ori": {"euler": {"a": 0, "b": 0, "c": 0}}}},
     {"name": "fixture_left", "frame": {"pos": {"x": 450, "y": 300, "z": 80},
@@ -54,28 +54,30 @@ void roundEach(Values* values, double perUnit) {
 
 template <class Values>
 void writeList(QObject* sender, ModuleObject* list, const Values& values) {
-    if (size_t(list->cmobjCount()) > values.size())
+    if (size_t(list->cmobjCount()) > values.size()) {
         list->clear(sender, false);
+    }
     int position = 0;
-    for (const double value : values)
+    for (const double value : values) {
         list->set(sender, mIndex(position++), value, true);
+    }
 }
 
 }  // namespace
 
 void fillControllerNodes(QObject* sender, KordService* service, int axes) {
     service->dataNode(QStringLiteral("sys.info"))->set(sender, QStringLiteral("joint_num"), axes, true);
-    service->dataNode(QStringLiteral("move"))
-        ->set(sender, QStringLiteral("default_zone"), kDefaultZone, true);
-    m(QStringLiteral("rova.project.tool._list"))->loadJson(sender, parsed(kTools));
-    m(QStringLiteral("rova.project.wobj._list"))->loadJson(sender, parsed(kWorkObjects));
+    service->dataNode(QStringLiteral("move"))->set(sender, QStringLiteral("default_zone"), defaultZone, true);
+    m(QStringLiteral("rova.project.tool._list"))->loadJson(sender, parsed(tools));
+    m(QStringLiteral("rova.project.wobj._list"))->loadJson(sender, parsed(workObjects));
     for (const char* drag : {"rova.handle.drag", "rova.sidemove.drag"}) {
         m(QLatin1String(drag))->set(sender, QStringLiteral("space"), 0, true);
         m(QLatin1String(drag))->set(sender, QStringLiteral("type"), 0, true);
     }
     ModuleObject* keys = pendantKeys();
-    for (ModuleObject* key : keys->cmobjs())
+    for (ModuleObject* key : keys->cmobjs()) {
         key->setValue(sender, true);
+    }
 }
 
 ModuleObject* pendantKeys() {

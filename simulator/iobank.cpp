@@ -9,7 +9,7 @@ namespace sim {
 
 namespace {
 
-constexpr int kDeviceSignals = 16;
+constexpr int deviceSignals = 16;
 
 struct Row {
     const char* name;
@@ -19,7 +19,7 @@ struct Row {
 };
 
 // The welding cell's registers, and some that other machines in the cell have.
-constexpr Row kRegisters[] = {
+constexpr Row registerRows[] = {
     {"LUMO_DI", "bit", false, 16},   {"LUMO_DO", "bit", true, 16},     {"LUMO_AO_0", "int16", true, 1},
     {"LUMO_AO_1", "int16", true, 1}, {"LUMO_AO_2", "int16", true, 1},  {"LUMO_AO_3", "int16", true, 1},
     {"LUMO_AO_4", "int16", true, 1}, {"LUMO_AO_5", "int16", true, 1},  {"LUMO_AO_6", "int16", true, 1},
@@ -34,13 +34,15 @@ bool isDigital(const QString& type) {
 
 /// The value as an element of the type holds it; invalid when it does not go.
 QVariant fitted(const QString& type, const QVariant& value) {
-    if (isDigital(type))
+    if (isDigital(type)) {
         return value.canConvert<bool>() ? QVariant(value.toBool()) : QVariant();
+    }
     bool isNumber = false;
     const double number = value.toDouble(&isNumber);
     const double limit = type == QLatin1String("int16") ? 32768.0 : 2147483648.0;
-    if (!isNumber || !(number >= -limit && number < limit))
+    if (!isNumber || !(number >= -limit && number < limit)) {
         return {};
+    }
     return int(std::lround(number));
 }
 
@@ -48,15 +50,16 @@ QVariant fitted(const QString& type, const QVariant& value) {
 
 IoBank::IoBank(KordService* service, QObject* parent) : QObject(parent), service_(service) {
     for (const QString& group : {QStringLiteral("DI"), QStringLiteral("DO")}) {
-        for (int i = 1; i <= kDeviceSignals; ++i) {
+        for (int i = 1; i <= deviceSignals; ++i) {
             const QString name = group + QString::number(i);
             const QString node = QStringLiteral("device.io.%1.%2").arg(group, name);
             add({name, node, true, group == QLatin1String("DO"), false});
         }
     }
     m(QStringLiteral("rova.robot.register._list"))->clear(this, true, false);
-    for (const Row& row : kRegisters)
+    for (const Row& row : registerRows) {
         addRegister(QLatin1String(row.name), QLatin1String(row.type), row.writable, row.length);
+    }
 }
 
 void IoBank::add(const Element& element) {
@@ -94,8 +97,9 @@ const IoBank::Element* IoBank::find(const QString& name) const {
 
 bool IoBank::setInput(const QString& name, bool value) {
     const auto found = byName_.constFind(name);
-    if (found == byName_.constEnd() || elements_[*found].writable || !elements_[*found].digital)
+    if (found == byName_.constEnd() || elements_[*found].writable || !elements_[*found].digital) {
         return false;
+    }
     change(elements_[*found], value);
     return true;
 }
@@ -113,8 +117,9 @@ QVariant IoBank::output(const QString& name) const {
 QStringList IoBank::inputNames() const {
     QStringList names;
     for (const Element& element : elements_) {
-        if (!element.writable && element.digital)
+        if (!element.writable && element.digital) {
             names << element.name;
+        }
     }
     return names;
 }
@@ -122,8 +127,9 @@ QStringList IoBank::inputNames() const {
 QStringList IoBank::outputNames() const {
     QStringList names;
     for (const Element& element : elements_) {
-        if (element.writable)
+        if (element.writable) {
             names << element.name;
+        }
     }
     return names;
 }
@@ -134,17 +140,22 @@ bool IoBank::writeRegister(const QString& name, const QString& type, const QVari
         return false;
     };
     const auto found = registers_.constFind(name);
-    if (found == registers_.constEnd())
+    if (found == registers_.constEnd()) {
         return refuse(QStringLiteral("no such register"));
-    if (!found->writable)
+    }
+    if (!found->writable) {
         return refuse(QStringLiteral("read-only register"));
-    if (bias < 0 || bias >= found->length)
+    }
+    if (bias < 0 || bias >= found->length) {
         return refuse(QStringLiteral("no element %1, length is %2").arg(bias).arg(found->length));
-    if (!type.isEmpty() && isDigital(type) != isDigital(found->type))
+    }
+    if (!type.isEmpty() && isDigital(type) != isDigital(found->type)) {
         return refuse(QStringLiteral("type %1 does not fit a register of type %2").arg(type, found->type));
+    }
     const QVariant fit = fitted(found->type, value);
-    if (!fit.isValid())
+    if (!fit.isValid()) {
         return refuse(QStringLiteral("value does not fit type %1").arg(found->type));
+    }
     change(elements_[found->first + size_t(bias)], fit);
     return true;
 }
@@ -164,14 +175,16 @@ bool IoBank::writeOutput(const QString& name, const QVariant& value) {
 
 /// Keeps the value, then shows it in its node, then announces it; only what is new.
 void IoBank::change(Element& element, const QVariant& value) {
-    if (element.value == value)
+    if (element.value == value) {
         return;
+    }
     element.value = value;
     show(element);
-    if (element.writable)
+    if (element.writable) {
         emit outputChanged(element.name, value);
-    else
+    } else {
         emit inputChanged(element.name, value.toBool());
+    }
 }
 
 }  // namespace sim

@@ -9,15 +9,15 @@ namespace sim {
 
 namespace {
 
-constexpr double kLineSpeed = 0.1;  // m/s
-constexpr double kTurnSpeed = 0.5;  // rad/s
+constexpr double lineSpeed = 0.1;  // m/s
+constexpr double turnSpeed = 0.5;  // rad/s
 
 // How far a jog that is held is looked ahead for, and in which steps.
-constexpr double kLineEach[] = {0.01, 0.002}, kLineMost = 3;  // metres
-constexpr double kTurnEach[] = {0.08, 0.02}, kTurnMost = 3;   // rad; half a turn could go either way round
-constexpr double kJointMost = 4 * 3.14159265358979323846;
-constexpr int kHalvings = 40;
-constexpr double kLeastJoint = 1e-6;  // rad; less is none
+constexpr double lineEach[] = {0.01, 0.002}, lineMost = 3;  // metres
+constexpr double turnEach[] = {0.08, 0.02}, turnMost = 3;   // rad; half a turn could go either way round
+constexpr double jointMost = 4 * 3.14159265358979323846;
+constexpr int halvings = 40;
+constexpr double leastJoint = 1e-6;  // rad; less is none
 
 KDL::Rotation turn(int axis, double angle) {
     switch (JogAxis(axis)) {
@@ -66,8 +66,9 @@ JogAnswer answerTo(Arm::Fault fault) {
 
 JogAnswer planJoint(const Arm& arm, const Joints& start, const JogMove& move, MotionCommand* motion) {
     const Joints target = targetJoints(start, move);
-    if (!arm.withinLimits(target))
+    if (!arm.withinLimits(target)) {
         return JogAnswer::JointLimit;
+    }
     *motion = {};
     motion->kind = MotionCommand::Kind::Joint;
     motion->joints = target;
@@ -79,8 +80,9 @@ JogAnswer planJoint(const Arm& arm, const Joints& start, const JogMove& move, Mo
 JogAnswer planLine(const Arm& arm, const MotionPlan::Stand& start, const KDL::Frame& target, double speed,
                    MotionCommand* motion) {
     const Arm::Fault fault = PoseTrack::line(toFrame(start.pose), target)->follow(arm, start.joints);
-    if (fault != Arm::Fault::None)
+    if (fault != Arm::Fault::None) {
         return answerTo(fault);
+    }
     *motion = {};
     motion->kind = MotionCommand::Kind::Line;
     motion->poses.push_back({Pose(), toPose(target)});
@@ -90,32 +92,33 @@ JogAnswer planLine(const Arm& arm, const MotionPlan::Stand& start, const KDL::Fr
 
 JogAnswer planTool(const Arm& arm, const MotionPlan::Stand& start, const JogMove& move,
                    MotionCommand* motion) {
-    const double speed = isTurn(move) ? move.speed * kTurnRadius : move.speed;
+    const double speed = isTurn(move) ? move.speed * turnRadius : move.speed;
     return planLine(arm, start, targetFrame(start.pose, move), speed, motion);
 }
 
 /// By halving: between the limits everything can be reached.
 double jointWay(const Arm& arm, const Joints& start, JogMove move, double direction) {
-    double reached = 0, missed = kJointMost;
-    for (int i = 0; i < kHalvings; ++i) {
+    double reached = 0, missed = jointMost;
+    for (int i = 0; i < halvings; ++i) {
         const double middle = (reached + missed) / 2;
         move.way = direction * middle;
         (arm.withinLimits(targetJoints(start, move)) ? reached : missed) = middle;
     }
-    return reached > kLeastJoint ? reached : 0;
+    return reached > leastJoint ? reached : 0;
 }
 
 /// In steps, because the next posture depends on the last; in small ones only at the end.
 double toolWay(const Arm& arm, const MotionPlan::Stand& start, JogMove move, double direction) {
-    const double most = isTurn(move) ? kTurnMost : kLineMost;
+    const double most = isTurn(move) ? turnMost : lineMost;
     Joints joints = start.joints;
     double reached = 0;
-    for (const double each : isTurn(move) ? kTurnEach : kLineEach) {
+    for (const double each : isTurn(move) ? turnEach : lineEach) {
         while (reached + each <= most) {
             move.way = direction * (reached + each);
             const auto next = arm.inverse(toPose(targetFrame(start.pose, move)), joints);
-            if (!next)
+            if (!next) {
                 break;
+            }
             joints = *next;
             reached += each;
         }
@@ -123,9 +126,10 @@ double toolWay(const Arm& arm, const MotionPlan::Stand& start, JogMove move, dou
     // The planner's own steps may lead to another posture, and from there no further.
     MotionCommand motion;
     for (move.way = direction * reached; reached > 0; move.way = direction * reached) {
-        if (planTool(arm, start, move, &motion) == JogAnswer::Moves)
+        if (planTool(arm, start, move, &motion) == JogAnswer::Moves) {
             return reached;
-        reached -= isTurn(move) ? kTurnEach[0] : kLineEach[0];
+        }
+        reached -= isTurn(move) ? turnEach[0] : lineEach[0];
     }
     return 0;
 }
@@ -137,9 +141,10 @@ bool isTurn(const JogMove& move) {
 }
 
 JogMove baseStep(JogAxis axis, double way) {
-    JogMove move{JogFrame::Base, int(axis), way, kLineSpeed};
-    if (isTurn(move))
-        move.speed = kTurnSpeed;
+    JogMove move{JogFrame::Base, int(axis), way, lineSpeed};
+    if (isTurn(move)) {
+        move.speed = turnSpeed;
+    }
     return move;
 }
 

@@ -47,11 +47,13 @@ bool readArc(const ModuleObject* node, std::vector<MotionCommand::Via>* poses) {
 }
 
 bool readArcs(const ModuleObject* node, std::vector<MotionCommand::Via>* poses) {
-    if (!node->hasCmobj(QStringLiteral("path")))
+    if (!node->hasCmobj(QStringLiteral("path"))) {
         return readArc(node, poses);
+    }
     bool complete = true;
-    for (const ModuleObject* element : node->c(QStringLiteral("path"))->cmobjs())
+    for (const ModuleObject* element : node->c(QStringLiteral("path"))->cmobjs()) {
         complete = readArc(element, poses) && complete;
+    }
     return complete && !poses->empty();
 }
 
@@ -101,12 +103,14 @@ MotionCommand readMotion(const KordCall& call, MotionCommand::Kind kind, int id,
     const ModuleObject* node = call.node ? call.node : ModuleObject::null();
     motion.speed = number(node->r(QStringLiteral("traj.speed")));
     motion.zone = number(node->r(QStringLiteral("traj.zone")));
-    if (!(motion.zone > 0))
+    if (!(motion.zone > 0)) {
         motion.zone = 0;
-    if (!(motion.speed > 0) || !std::isfinite(motion.speed))
+    }
+    if (!(motion.speed > 0) || !std::isfinite(motion.speed)) {
         motion.refusal = NoSpeed;
-    else if (!readTarget(node, axes, &motion))
+    } else if (!readTarget(node, axes, &motion)) {
         motion.refusal = NoTarget;
+    }
     return motion;
 }
 

@@ -9,7 +9,7 @@ namespace sim {
 
 namespace {
 
-constexpr double kLeastRadius = 1e-6;  // metres; a smaller zone is none
+constexpr double leastRadius = 1e-6;  // metres; a smaller zone is none
 
 /// The same pose with its angles as a posture shows them.
 Pose normalised(const Pose& pose) {
@@ -35,14 +35,17 @@ MotionPlan::MotionPlan(const Arm& arm, const Stand& start, std::vector<MotionCom
     for (size_t i = 0; i < motions_.size(); ++i) {
         failure_.code = makeTrack(arm, motions_[i]);
         failsAtEnd_ = failure_.code == MotionDone && motions_[i].endCode != MotionDone;
-        if (failsAtEnd_)
+        if (failsAtEnd_) {
             failure_.code = motions_[i].endCode;
-        if (failure_.code == MotionDone)
+        }
+        if (failure_.code == MotionDone) {
             continue;
+        }
         failure_.id = motions_[i].id;
         failure_.kind = motions_[i].kind;
-        for (size_t k = i + 1; k < motions_.size(); ++k)
+        for (size_t k = i + 1; k < motions_.size(); ++k) {
             failure_.dropped.push_back(motions_[k].id);
+        }
         break;
     }
     layWay(arm);
@@ -54,11 +57,13 @@ MotionPlan& MotionPlan::operator=(MotionPlan&&) noexcept = default;
 
 /// Appends the motion's track, from where the last one ends.
 int MotionPlan::makeTrack(const Arm& arm, const MotionCommand& motion) {
-    if (motion.refusal != MotionDone)
+    if (motion.refusal != MotionDone) {
         return motion.refusal;
+    }
     if (motion.kind == MotionCommand::Kind::Joint) {
-        if (!arm.withinLimits(motion.joints))
+        if (!arm.withinLimits(motion.joints)) {
             return JointLimit;
+        }
         tracks_.push_back(std::make_shared<JointTrack>(arm, end_.joints, motion.joints));
         end_ = {arm.forward(motion.joints), motion.joints};
         return MotionDone;
@@ -70,8 +75,9 @@ int MotionPlan::makeTrack(const Arm& arm, const MotionCommand& motion) {
     } else {
         track = std::make_shared<PoseTrack>(start);
         for (const MotionCommand::Via& via : motion.poses) {
-            if (!track->appendArc(toFrame(via.aux), toFrame(via.end)))
+            if (!track->appendArc(toFrame(via.aux), toFrame(via.end))) {
                 return NoCircle;
+            }
         }
     }
     const int code = codeOf(track->follow(arm, end_.joints));
@@ -90,8 +96,9 @@ void MotionPlan::layWay(const Arm& arm) {
         const MotionCommand& motion = motions_[i];
         const bool last = i + 1 == tracks_.size();
         double radius = last ? 0 : std::min({motion.zone, track->length() / 2, tracks_[i + 1]->length() / 2});
-        if (radius < kLeastRadius)
+        if (radius < leastRadius) {
             radius = 0;
+        }
         lay(track, cut, track->length() - radius, motion.speed, radius == 0);
         const double before = profile_.length();
         if (radius > 0) {
@@ -101,9 +108,10 @@ void MotionPlan::layWay(const Arm& arm) {
         passed.push_back((before + profile_.length()) / 2);
         cut = radius;
     }
-    profile_.plan(kAcceleration);
-    for (size_t i = 0; i < passed.size(); ++i)
+    profile_.plan(motionAcceleration);
+    for (size_t i = 0; i < passed.size(); ++i) {
         marks_.push_back({motions_[i].id, profile_.timeAt(passed[i])});
+    }
 }
 
 void MotionPlan::lay(std::shared_ptr<const Track> track, double from, double to, double speed, bool stop) {
@@ -118,8 +126,9 @@ void MotionPlan::lay(std::shared_ptr<const Track> track, double from, double to,
 }
 
 const MotionPlan::Piece* MotionPlan::pieceAt(double s) const {
-    if (pieces_.empty())
+    if (pieces_.empty()) {
         return nullptr;
+    }
     const auto after = std::upper_bound(pieces_.begin(), pieces_.end(), s,
                                         [](double value, const Piece& piece) { return value < piece.start; });
     return after == pieces_.begin() ? &*after : &*(after - 1);
@@ -127,16 +136,18 @@ const MotionPlan::Piece* MotionPlan::pieceAt(double s) const {
 
 MotionPlan::Stand MotionPlan::at(double s) const {
     const Piece* piece = pieceAt(s);
-    if (!piece || s >= profile_.length())
+    if (!piece || s >= profile_.length()) {
         return end_;
+    }
     const double own = piece->from + s - piece->start;
     return {toPose(piece->track->frame(own)), piece->track->joints(own)};
 }
 
 double MotionPlan::travelled(double s) const {
     const Piece* piece = pieceAt(s);
-    if (!piece || s >= profile_.length())
+    if (!piece || s >= profile_.length()) {
         return way_;
+    }
     const double own = piece->from + s - piece->start;
     return piece->way + piece->track->travelled(own) - piece->track->travelled(piece->from);
 }

@@ -11,7 +11,7 @@ namespace sim {
 class Track;
 
 /// The acceleration of planned motion, m/s².
-constexpr double kAcceleration = 2.0;
+constexpr double motionAcceleration = 2.0;
 
 /// What one batch of motions will do: the way with its cut corners, the speed along it, and when each
 /// motion is passed. Planned whole; what cannot be moved ends the way at the target before it.

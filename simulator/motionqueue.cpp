@@ -9,9 +9,9 @@ namespace sim {
 
 namespace {
 
-constexpr double kBraking = 4.0;  // m/s²
-constexpr int kTickMs = 10;
-constexpr int kResultGapMs = 1;
+constexpr double braking = 4.0;  // m/s²
+constexpr int tickMs = 10;
+constexpr int resultGapMs = 1;
 
 qint64 nowMs() {
     return mendo::Clock::current().elapsedMs();
@@ -29,17 +29,17 @@ bool MotionQueue::Batch::hasMarkToPass() const {
 }
 
 double MotionQueue::Brake::seconds() const {
-    return speed / kBraking;
+    return speed / braking;
 }
 
 double MotionQueue::Brake::at(double time) const {
     const double t = std::min(std::max(time, 0.0), seconds());
-    return s + speed * t - kBraking * t * t / 2;
+    return s + speed * t - braking * t * t / 2;
 }
 
 MotionQueue::MotionQueue(const Arm& arm, QObject* parent)
     : QObject(parent), arm_(arm), stand_{arm.forward(arm.home()), arm.home()} {
-    tick_.setInterval(kTickMs);
+    tick_.setInterval(tickMs);
     tick_.setTimerType(Qt::PreciseTimer);
     connect(&tick_, &QTimer::timeout, this, &MotionQueue::ticked);
     event_.setSingleShot(true);
@@ -56,20 +56,23 @@ void MotionQueue::add(MotionCommand motion) {
 }
 
 void MotionQueue::release(int refusal) {
-    if (waiting_.empty())
+    if (waiting_.empty()) {
         return;
+    }
     if (refusal == MotionDone && nextCode_ != MotionDone) {
         refusal = nextCode_;
         nextCode_ = MotionDone;
     }
-    if (refusal != MotionDone)
+    if (refusal != MotionDone) {
         waiting_.front().refusal = refusal;
+    }
     const bool standing = batches_.empty();
     MotionPlan plan(arm_, endStand(), std::move(waiting_));
     waiting_.clear();
     batches_.push_back({std::move(plan)});
-    if (standing)
+    if (standing) {
         startBatch();
+    }
     arm();
 }
 
@@ -80,10 +83,12 @@ void MotionQueue::stop() {
         brake_->failure.reset();
     }
     const std::vector<int> queued = takeQueued();
-    if (moving() && !brake_)
+    if (moving() && !brake_) {
         beginBrake({});
-    if (current)
+    }
+    if (current) {
         emit stopped(current->id, current->kind);
+    }
     drop(queued);
 }
 
@@ -99,8 +104,9 @@ void MotionQueue::fail(int code) {
 }
 
 std::optional<MotionQueue::UnderWay> MotionQueue::underWay() const {
-    if (batches_.empty() || brake_ || batches_.front().next >= batches_.front().plan.marks().size())
+    if (batches_.empty() || brake_ || batches_.front().next >= batches_.front().plan.marks().size()) {
         return {};
+    }
     const Batch& front = batches_.front();
     return UnderWay{front.plan.marks()[front.next].id, front.plan.kind(front.next)};
 }
@@ -111,27 +117,33 @@ std::vector<int> MotionQueue::takeQueued() {
     for (size_t i = 0; i < batches_.size(); ++i) {
         const MotionPlan& plan = batches_[i].plan;
         const bool front = i == 0;
-        if (front && brake_)
+        if (front && brake_) {
             continue;
-        for (size_t k = front ? batches_[i].next + 1 : 0; k < plan.marks().size(); ++k)
+        }
+        for (size_t k = front ? batches_[i].next + 1 : 0; k < plan.marks().size(); ++k) {
             ids.push_back(plan.marks()[k].id);
+        }
         if (plan.failure().code != MotionDone) {
-            if (!plan.failsAtEnd())  // else it is among the marks
+            if (!plan.failsAtEnd()) {  // else it is among the marks
                 ids.push_back(plan.failure().id);
+            }
             ids.insert(ids.end(), plan.failure().dropped.begin(), plan.failure().dropped.end());
         }
     }
-    for (const MotionCommand& motion : waiting_)
+    for (const MotionCommand& motion : waiting_) {
         ids.push_back(motion.id);
-    if (batches_.size() > 1)
+    }
+    if (batches_.size() > 1) {
         batches_.erase(batches_.begin() + 1, batches_.end());
+    }
     waiting_.clear();
     return ids;
 }
 
 void MotionQueue::drop(const std::vector<int>& ids) {
-    for (const int id : ids)
+    for (const int id : ids) {
         emit dropped(id);
+    }
 }
 
 // --- Where the arm is ----------------------------------------------------------------------------
@@ -146,17 +158,20 @@ double MotionQueue::travelled() const {
 
 /// Where the arm will be when everything released is done.
 MotionQueue::Stand MotionQueue::endStand() const {
-    if (batches_.empty())
+    if (batches_.empty()) {
         return stand_;
-    if (brake_ && batches_.size() == 1)
+    }
+    if (brake_ && batches_.size() == 1) {
         return batches_.front().plan.at(brake_->at(brake_->seconds()));
+    }
     return batches_.back().plan.end();
 }
 
 /// The way behind in the batch under way.
 double MotionQueue::position() const {
-    if (brake_)
+    if (brake_) {
         return brake_->at(double(nowMs() - brake_->startMs) / 1000);
+    }
     const Batch& front = batches_.front();
     return front.plan.profile().at(double(nowMs() - front.startMs) / 1000).s;
 }
@@ -166,10 +181,12 @@ double MotionQueue::position() const {
 void MotionQueue::startBatch() {
     Batch& front = batches_.front();
     front.startMs = nowMs();
-    if (!tick_.isActive())
+    if (!tick_.isActive()) {
         tick_.start();
-    if (!front.plan.marks().empty())
+    }
+    if (!front.plan.marks().empty()) {
         emit started(front.plan.marks().front().id);
+    }
 }
 
 /// The batch under way is done with; the arm stands, or the next batch starts.
@@ -178,10 +195,11 @@ void MotionQueue::leaveFront(const Stand& stand, double s) {
     way_ += batches_.front().plan.travelled(s);
     batches_.pop_front();
     brake_.reset();
-    if (!batches_.empty())
+    if (!batches_.empty()) {
         startBatch();
-    else
+    } else {
         tick_.stop();
+    }
 }
 
 void MotionQueue::beginBrake(const std::optional<MotionPlan::Failure>& failure) {
@@ -193,37 +211,40 @@ void MotionQueue::beginBrake(const std::optional<MotionPlan::Failure>& failure) 
 }
 
 std::optional<qint64> MotionQueue::nextDue() const {
-    if (batches_.empty())
+    if (batches_.empty()) {
         return {};
+    }
     if (brake_) {
         const qint64 atRest = brake_->startMs + wholeMs(brake_->seconds());
-        return brake_->failure ? std::max(atRest, lastResultMs_ + kResultGapMs) : atRest;
+        return brake_->failure ? std::max(atRest, lastResultMs_ + resultGapMs) : atRest;
     }
     const Batch& front = batches_.front();
     const auto& marks = front.plan.marks();
     const double time = front.next < marks.size() ? marks[front.next].time : front.plan.profile().duration();
     return std::max(
-        {front.startMs + wholeMs(time), front.startMs + kResultGapMs, lastResultMs_ + kResultGapMs});
+        {front.startMs + wholeMs(time), front.startMs + resultGapMs, lastResultMs_ + resultGapMs});
 }
 
 void MotionQueue::arm() {
     const auto due = nextDue();
-    if (due)
+    if (due) {
         event_.start(int(std::max<qint64>(*due - nowMs(), 0)));
-    else
+    } else {
         event_.stop();
+    }
 }
 
 void MotionQueue::advance() {
     const auto due = nextDue();
-    if (!due || nowMs() < *due)
+    if (!due || nowMs() < *due) {
         arm();  // fired early
-    else if (brake_)
+    } else if (brake_) {
         endBrake();
-    else if (batches_.front().hasMarkToPass())
+    } else if (batches_.front().hasMarkToPass()) {
         passMark();
-    else
+    } else {
         endFailed();
+    }
 }
 
 void MotionQueue::passMark() {
@@ -235,10 +256,11 @@ void MotionQueue::passMark() {
     ++front.next;
     lastResultMs_ = nowMs();
     emit passed(done.id);
-    if (front.next < front.plan.marks().size())
+    if (front.next < front.plan.marks().size()) {
         emit started(front.plan.marks()[front.next].id);
-    else if (!failing)
+    } else if (!failing) {
         leaveFront(end, length);
+    }
     // Armed before the announcement, which may run an event loop of its own.
     arm();
     emit finished(done.id, done.kind, MotionDone);
@@ -250,17 +272,20 @@ void MotionQueue::endBrake() {
     const std::optional<MotionPlan::Failure> failure = brake_->failure;
     Stand stand = plan.at(s);
     // Between two knots the joints are only interpolated; at rest they have to fit the pose.
-    if (const auto exact = arm_.inverse(stand.pose, stand.joints))
+    if (const auto exact = arm_.inverse(stand.pose, stand.joints)) {
         stand.joints = *exact;
+    }
     std::vector<int> queued;
-    if (failure)
+    if (failure) {
         queued = takeQueued();
+    }
     leaveFront(stand, s);
     arm();
-    if (failure)
+    if (failure) {
         report(*failure, queued);
-    else
+    } else {
         emit braked();
+    }
 }
 
 /// The batch under way has come to the end of what can be moved.

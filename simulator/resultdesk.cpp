@@ -10,7 +10,7 @@ namespace sim {
 
 namespace {
 
-constexpr int kSecondCopyMs = 1;
+constexpr int secondCopyMs = 1;
 
 MotionCommand::Kind another(MotionCommand::Kind kind) {
     switch (kind) {
@@ -38,8 +38,9 @@ void ResultDesk::deliver(const Result& result, bool last) {
 }
 
 void ResultDesk::deliverHeld() {
-    if (const auto held = std::exchange(held_, std::nullopt))
+    if (const auto held = std::exchange(held_, std::nullopt)) {
         writeWithCopy(*held);
+    }
 }
 
 void ResultDesk::deliverLater(const Result& result, int ms) {
@@ -51,8 +52,9 @@ void ResultDesk::deliverLater(const Result& result, int ms) {
 }
 
 void ResultDesk::writeWithCopy(const Result& result) {
-    if (double_)
-        deliverLater(result, kSecondCopyMs);
+    if (double_) {
+        deliverLater(result, secondCopyMs);
+    }
     write(result);
 }
 

@@ -23,8 +23,9 @@ void SpeedProfile::plan(double acceleration) {
         section->last = section->stop ? 0 : allowed;
         const double braked = std::sqrt(section->last * section->last + 2 * acceleration * section->length);
         allowed = std::min(section->limit, braked);
-        if (section + 1 != sections_.rend())
+        if (section + 1 != sections_.rend()) {
             allowed = std::min(allowed, (section + 1)->limit);
+        }
     }
     double speed = 0;
     for (Section& section : sections_) {
@@ -48,31 +49,37 @@ void SpeedProfile::shape(Section& section) const {
 }
 
 SpeedProfile::Point SpeedProfile::at(double time) const {
-    if (sections_.empty() || time <= 0)
+    if (sections_.empty() || time <= 0) {
         return {};
-    if (time >= duration_)
+    }
+    if (time >= duration_) {
         return {length_, 0};
+    }
     const auto after =
         std::upper_bound(sections_.begin(), sections_.end(), time,
                          [](double value, const Section& section) { return value < section.start; });
     const Section& section = *(after - 1);
     const double a = acceleration_;
     const double t = time - section.start;
-    if (t < section.rise)
+    if (t < section.rise) {
         return {section.from + section.first * t + a * t * t / 2, section.first + a * t};
+    }
     const double risen = (section.first + section.peak) / 2 * section.rise;
-    if (t < section.rise + section.cruise)
+    if (t < section.rise + section.cruise) {
         return {section.from + risen + section.peak * (t - section.rise), section.peak};
+    }
     const double left = std::max(section.rise + section.cruise + section.fall - t, 0.0);
     return {section.from + section.length - (section.last * left + a * left * left / 2),
             section.last + a * left};
 }
 
 double SpeedProfile::timeAt(double s) const {
-    if (s <= 0 || sections_.empty())
+    if (s <= 0 || sections_.empty()) {
         return 0;
-    if (s >= length_)
+    }
+    if (s >= length_) {
         return duration_;
+    }
     const auto after =
         std::upper_bound(sections_.begin(), sections_.end(), s,
                          [](double value, const Section& section) { return value < section.from; });
@@ -86,10 +93,12 @@ double SpeedProfile::timeAt(double s) const {
     const double way = s - section.from;
     const double risen = (section.first + section.peak) / 2 * section.rise;
     const double fallen = (section.last + section.peak) / 2 * section.fall;
-    if (way < risen)
+    if (way < risen) {
         return section.start + over(section.first, way);
-    if (way <= section.length - fallen)
+    }
+    if (way <= section.length - fallen) {
         return section.start + section.rise + (way - risen) / section.peak;
+    }
     const double whole = section.rise + section.cruise + section.fall;
     return section.start + whole - over(section.last, section.length - way);
 }

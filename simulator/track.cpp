@@ -13,13 +13,13 @@ namespace sim {
 
 namespace {
 
-constexpr double kPi = 3.14159265358979323846;
-constexpr double kKnotLength = 0.01;           // metres
-constexpr double kKnotTurn = 5 * kPi / 180;    // of the tool, and of an arc
-constexpr double kSampleTurn = 2 * kPi / 180;  // of a joint
-constexpr int kBlendSamples = 32;              // the speed is even to 3 % at a right angle
-constexpr double kSamePlace = 1e-5;            // metres
-constexpr double kStraight = 1e-6;             // sine of the angle between two chords
+constexpr double pi = 3.14159265358979323846;
+constexpr double knotLength = 0.01;          // metres
+constexpr double knotTurn = 5 * pi / 180;    // of the tool, and of an arc
+constexpr double sampleTurn = 2 * pi / 180;  // of a joint
+constexpr int blendSamples = 32;             // the speed is even to 3 % at a right angle
+constexpr double samePlace = 1e-5;           // metres
+constexpr double straight = 1e-6;            // sine of the angle between two chords
 
 // The vector's own Norm() takes everything below a micrometre for nothing.
 double size(const KDL::Vector& vector) {
@@ -32,8 +32,9 @@ double turn(const KDL::Rotation& from, const KDL::Rotation& to) {
 
 Joints mix(const Joints& a, const Joints& b, double share) {
     Joints joints(a.size());
-    for (size_t i = 0; i < a.size(); ++i)
+    for (size_t i = 0; i < a.size(); ++i) {
         joints[i] = a[i] + (b[i] - a[i]) * share;
+    }
     return joints;
 }
 
@@ -53,9 +54,9 @@ PoseTrack::PoseTrack(const KDL::Frame& start) : end_(start) {}
 
 std::unique_ptr<PoseTrack> PoseTrack::line(const KDL::Frame& start, const KDL::Frame& end) {
     auto track = std::make_unique<PoseTrack>(start);
-    track->append(std::make_unique<KDL::Path_Line>(start, end, new KDL::RotationalInterpolation_SingleAxis,
-                                                   kTurnRadius),
-                  size(end.p - start.p), turn(start.M, end.M), 0);
+    track->append(
+        std::make_unique<KDL::Path_Line>(start, end, new KDL::RotationalInterpolation_SingleAxis, turnRadius),
+        size(end.p - start.p), turn(start.M, end.M), 0);
     track->end_ = end;
     return track;
 }
@@ -64,19 +65,21 @@ bool PoseTrack::appendArc(const KDL::Frame& aux, const KDL::Frame& end) {
     const KDL::Vector u = aux.p - end_.p, v = end.p - end_.p;
     const KDL::Vector n = u * v;
     const double uu = dot(u, u), vv = dot(v, v), nn = dot(n, n);
-    if (!(std::sqrt(uu) > kSamePlace && std::sqrt(vv) > kSamePlace && size(end.p - aux.p) > kSamePlace &&
-          nn > kStraight * kStraight * uu * vv))
+    if (!(std::sqrt(uu) > samePlace && std::sqrt(vv) > samePlace && size(end.p - aux.p) > samePlace &&
+          nn > straight * straight * uu * vv)) {
         return false;
+    }
 
     const KDL::Vector center = end_.p + ((uu * v - vv * u) * n) / (2 * nn);
     const KDL::Vector normal = n / std::sqrt(nn);
     const KDL::Vector from = end_.p - center, to = end.p - center;
     double angle = std::atan2(dot(normal, from * to), dot(from, to));
-    if (angle <= 0)
-        angle += 2 * kPi;
+    if (angle <= 0) {
+        angle += 2 * pi;
+    }
     // The point that the library takes for the plane and the direction: a quarter turn on.
     append(std::make_unique<KDL::Path_Circle>(end_, center, center + normal * from, end.M, angle,
-                                              new KDL::RotationalInterpolation_SingleAxis, kTurnRadius),
+                                              new KDL::RotationalInterpolation_SingleAxis, turnRadius),
            angle * size(from), turn(end_.M, end.M), angle);
     end_ = end;
     return true;
@@ -88,7 +91,7 @@ void PoseTrack::append(std::unique_ptr<KDL::Path> path, double toolPath, double 
     part.way = parts_.empty() ? 0 : parts_.back().way + parts_.back().toolPath;
     part.toolPath = toolPath;
     part.steps = std::max(
-        {1, sim::steps(toolPath, kKnotLength), sim::steps(turn, kKnotTurn), sim::steps(bend, kKnotTurn)});
+        {1, sim::steps(toolPath, knotLength), sim::steps(turn, knotTurn), sim::steps(bend, knotTurn)});
     length_ += path->PathLength();
     part.path = std::move(path);
     parts_.push_back(std::move(part));
@@ -102,8 +105,9 @@ Arm::Fault PoseTrack::follow(const Arm& arm, const Joints& start) {
             const double s = parts_[i].from + (to - parts_[i].from) * step / parts_[i].steps;
             Arm::Fault fault = Arm::Fault::None;
             const auto joints = arm.inverse(toPose(frame(s)), knots_.back().joints, &fault);
-            if (!joints)
+            if (!joints) {
                 return fault;
+            }
             knots_.push_back({s, *joints});
         }
     }
@@ -117,8 +121,9 @@ const PoseTrack::Part& PoseTrack::partAt(double s) const {
 }
 
 KDL::Frame PoseTrack::frame(double s) const {
-    if (s >= length_)
+    if (s >= length_) {
         return end_;
+    }
     const Part& part = partAt(s);
     return part.path->Pos(std::max(s, 0.0) - part.from);
 }
@@ -126,10 +131,12 @@ KDL::Frame PoseTrack::frame(double s) const {
 Joints PoseTrack::joints(double s) const {
     const auto after = std::upper_bound(knots_.begin(), knots_.end(), s,
                                         [](double value, const Knot& knot) { return value < knot.s; });
-    if (after == knots_.begin())
+    if (after == knots_.begin()) {
         return knots_.front().joints;
-    if (after == knots_.end())
+    }
+    if (after == knots_.end()) {
         return knots_.back().joints;
+    }
     const Knot& before = *(after - 1);
     return mix(before.joints, after->joints, (s - before.s) / (after->s - before.s));
 }
@@ -174,14 +181,15 @@ double LengthTable::way(double s) const {
 JointTrack::JointTrack(const Arm& arm, const Joints& from, const Joints& to)
     : arm_(arm), from_(from), to_(to) {
     double widest = 0;
-    for (size_t i = 0; i < from.size(); ++i)
+    for (size_t i = 0; i < from.size(); ++i) {
         widest = std::max(widest, std::abs(to[i] - from[i]));
-    const int count = std::max(1, sim::steps(widest, kSampleTurn));
+    }
+    const int count = std::max(1, sim::steps(widest, sampleTurn));
     KDL::Vector last = toFrame(arm.forward(from)).p;
     for (int i = 1; i <= count; ++i) {
         const KDL::Vector next = toFrame(arm.forward(mix(from, to, double(i) / count))).p;
         const double way = size(next - last);
-        table_.append(std::max(way, kTurnRadius * widest / count), way);
+        table_.append(std::max(way, turnRadius * widest / count), way);
         last = next;
     }
     length_ = table_.length();
@@ -209,18 +217,19 @@ BlendTrack::BlendTrack(const Arm& arm, std::shared_ptr<const Track> in, std::sha
       radius_(radius),
       byJoints_(in_->isJointMotion() && out_->isJointMotion()) {
     KDL::Frame last = mixed(0);
-    for (int i = 1; i <= kBlendSamples; ++i) {
-        const KDL::Frame next = mixed(double(i) / kBlendSamples);
+    for (int i = 1; i <= blendSamples; ++i) {
+        const KDL::Frame next = mixed(double(i) / blendSamples);
         const double way = size(next.p - last.p);
-        table_.append(std::max(way, kTurnRadius * turn(last.M, next.M)), way);
+        table_.append(std::max(way, turnRadius * turn(last.M, next.M)), way);
         last = next;
     }
     length_ = table_.length();
 }
 
 KDL::Frame BlendTrack::mixed(double u) const {
-    if (byJoints_)
+    if (byJoints_) {
         return toFrame(arm_.forward(mixedJoints(u)));
+    }
     const KDL::Frame in = in_->frame(in_->length() - radius_ * (1 - u));
     const KDL::Frame out = out_->frame(radius_ * u);
     return {KDL::addDelta(in.M, KDL::diff(in.M, out.M), u), in.p * (1 - u) + out.p * u};

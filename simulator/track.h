@@ -12,11 +12,11 @@ namespace sim {
 
 /// A radian of turning counts as this much way where the tool itself moves less, so that a motion on
 /// the spot takes its time too.
-constexpr double kTurnRadius = 0.02;
+constexpr double turnRadius = 0.02;
 
 /// The way of one motion, or of the corner between two, over its length in metres.
 ///
-/// The length is that of the tool's path, or kTurnRadius a radian of turning where that is longer.
+/// The length is that of the tool's path, or turnRadius a radian of turning where that is longer.
 /// Arguments `s` run from 0 to length(); values outside give the ends.
 class Track {
 public:

@@ -18,8 +18,9 @@ enum PortRow { Gas = 6, WireEnable = 8, LaserEnable = 9, WirePullback = 14, Wire
 Wiring readWiring(const QString& portFile) {
     QString ignored;
     QByteArray text = mendo::readPlainFile(portFile, &ignored).value_or(QByteArray());
-    if (text.startsWith("\xEF\xBB\xBF"))
+    if (text.startsWith("\xEF\xBB\xBF")) {
         text.remove(0, 3);
+    }
     const QJsonArray rows = QJsonDocument::fromJson(text).array();
     const auto nameOf = [&rows](PortRow row) {
         return rows.at(row).toObject().value(QStringLiteral("name")).toString();

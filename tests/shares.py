@@ -7,7 +7,7 @@ import os
 import subprocess
 import sys
 
-PRODUCT = ("app", "host", "lumo", "program", "recording", "runner", "simulator")
+PRODUCT = ("app", "host", "lumo", "program", "runner", "simulator", "workcell")
 ENDINGS = (".cpp", ".h", ".py", ".sh", ".cmake", "CMakeLists.txt")
 
 

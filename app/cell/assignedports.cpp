@@ -8,19 +8,19 @@ namespace app {
 namespace {
 
 // Rows of the port table.
-constexpr int kLastState = 4;  // of laser, head, cooling, gas pressure and temperature
-constexpr int kWelding = 5, kLaserEnable = 9, kAlarm = 10, kLaserPower = 16;
+constexpr int lastState = 4;  // of laser, head, cooling, gas pressure and temperature
+constexpr int welding = 5, laserEnableRow = 9, alarm = 10, laserPowerRow = 16;
 
 Meaning meaningOf(int row) {
     switch (row) {
-        case kWelding:
-        case kLaserEnable:
-        case kLaserPower:
+        case welding:
+        case laserEnableRow:
+        case laserPowerRow:
             return Meaning::Beam;
-        case kAlarm:
+        case alarm:
             return Meaning::Alarm;
         default:
-            return row <= kLastState ? Meaning::Well : Meaning::Plain;
+            return row <= lastState ? Meaning::Well : Meaning::Plain;
     }
 }
 

@@ -15,7 +15,7 @@ namespace app {
 CellStrip::CellStrip(sim::Controller* controller, sim::Cell* cell, QWidget* parent)
     : QFrame(parent), pages_(new QStackedWidget(this)) {
     setObjectName(QStringLiteral("cellStrip"));
-    setFixedWidth(kWidth);
+    setFixedWidth(fullWidth);
     // Before what is in it, all of which is made where it stays: what gets another sheet is styled again.
     setStyleSheet(app::frameStyle());
     auto* tabs = new Choice(QStringLiteral("cellTab"), {tr("输入"), tr("输出"), tr("故障")}, this);

@@ -16,7 +16,7 @@ namespace app {
 class CellStrip : public QFrame {
     Q_OBJECT
 public:
-    static constexpr int kWidth = 280;
+    static constexpr int fullWidth = 280;
 
     /// The package's page has been made.
     CellStrip(sim::Controller* controller, sim::Cell* cell, QWidget* parent = nullptr);

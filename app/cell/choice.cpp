@@ -30,8 +30,9 @@ Choice::Choice(const QString& name, const QStringList& texts, QWidget* parent)
 
 void Choice::setCurrent(int index) {
     current_ = index;
-    if (QAbstractButton* button = buttons_->button(index))
+    if (QAbstractButton* button = buttons_->button(index)) {
         button->setChecked(true);
+    }
 }
 
 int Choice::current() const {

@@ -14,22 +14,21 @@ namespace app {
 
 namespace {
 
-constexpr int kMotionError = -42;
-constexpr int kHeight = 48;
-const QString kEquipmentInputs = QStringLiteral("LUMO_DI");
+constexpr int motionError = -42;
+constexpr int rowHeight = 48;
+const QString equipmentInputs = QStringLiteral("LUMO_DI");
 
 }  // namespace
 
 FaultList::FaultList(sim::Controller* controller, sim::Cell* cell, QWidget* parent)
     : QWidget(parent), column_(new QVBoxLayout(this)) {
     column_->setSpacing(4);
-    addHeading(tr("设备故障") + QStringLiteral("  ") + kEquipmentInputs);
+    addHeading(tr("设备故障") + QStringLiteral("  ") + equipmentInputs);
     addEquipment(cell);
     addHeading(tr("运动故障"));
     QPushButton* motion = addButton(QStringLiteral("failMotion"));
-    motion->setText(tr("当前或下一个运动出错\n错误码 %1").arg(kMotionError));
-    connect(motion, &QPushButton::clicked, controller,
-            [controller] { controller->failMotion(kMotionError); });
+    motion->setText(tr("当前或下一个运动出错\n错误码 %1").arg(motionError));
+    connect(motion, &QPushButton::clicked, controller, [controller] { controller->failMotion(motionError); });
     addHeading(tr("控制器异常"));
     addQuirks(controller);
     clear_ = addButton(QStringLiteral("btnClearFaults"));
@@ -49,7 +48,7 @@ QPushButton* FaultList::addButton(const QString& name) {
     auto* button = new QPushButton;
     button->setObjectName(name);
     button->setFocusPolicy(Qt::TabFocus);
-    button->setMinimumHeight(kHeight);
+    button->setMinimumHeight(rowHeight);
     // A long text never makes the strip wider.
     button->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     button->setProperty("fault", true);
@@ -78,7 +77,7 @@ void FaultList::addEquipment(sim::Cell* cell) {
     for (const auto& piece : equipment) {
         const QString name = QLatin1String(piece.name);
         const QPushButton* button =
-            addFault(name, {piece.caption, kEquipmentInputs + QStringLiteral(".#%1").arg(bit++)});
+            addFault(name, {piece.caption, equipmentInputs + QStringLiteral(".#%1").arg(bit++)});
         connect(button, &QPushButton::toggled, cell, [cell, name](bool on) { cell->setFault(name, on); });
     }
 }
@@ -93,8 +92,9 @@ void FaultList::addQuirks(sim::Controller* controller) {
     for (const auto& quirk : quirks) {
         sim::Quirk which;
         const QString name = QLatin1String(quirk.name);
-        if (!sim::Controller::quirkFromName(name, &which))
+        if (!sim::Controller::quirkFromName(name, &which)) {
             continue;
+        }
         const QPushButton* button = addFault(name, {quirk.caption, QString()});
         connect(button, &QPushButton::toggled, controller,
                 [controller, which](bool on) { controller->setQuirk(which, on); });
@@ -120,14 +120,16 @@ void FaultList::refresh() {
         fault.key()->setText(text);
         count += on ? 1 : 0;
     }
-    if (clear_)
+    if (clear_) {
         clear_->setEnabled(count > 0);
+    }
     emit countChanged(count);
 }
 
 void FaultList::clearAll() {
-    for (auto fault = faults_.cbegin(); fault != faults_.cend(); ++fault)
+    for (auto fault = faults_.cbegin(); fault != faults_.cend(); ++fault) {
         fault.key()->setChecked(false);
+    }
 }
 
 }  // namespace app

@@ -7,31 +7,31 @@ namespace app {
 
 namespace {
 
-constexpr double kFullScale = 32767;
-constexpr int kInputHeight = 48;
-constexpr int kOutputHeight = 36;
-constexpr int kAnalogueHeight = 48;
-constexpr int kLamp = 14;
-constexpr int kMargin = 6;
-constexpr int kSmallPx = 13;
+constexpr double fullScale = 32767;
+constexpr int inputHeight = 48;
+constexpr int outputHeight = 36;
+constexpr int analogueHeight = 48;
+constexpr int lampSize = 14;
+constexpr int margin = 6;
+constexpr int smallPx = 13;
 
-const QColor kText(0x2f, 0x41, 0x58);
-const QColor kFaint(0x6b, 0x7a, 0x8b);
-const QColor kLine(0xb9, 0xc4, 0xd0);
-const QColor kFace(0xf4, 0xf7, 0xfa);
-const QColor kPressed(0xdf, 0xea, 0xf6);
-const QColor kFocus(0x2f, 0x6f, 0xb0);
-const QColor kFault(0xf0, 0xa2, 0x02);
-const QColor kBeam(0xd6, 0x2b, 0x1f);
-const QColor kTrack(0xdd, 0xe3, 0xe9);
-constexpr int kBar = 5;
+const QColor textColour(0x2f, 0x41, 0x58);
+const QColor faint(0x6b, 0x7a, 0x8b);
+const QColor line(0xb9, 0xc4, 0xd0);
+const QColor faceColour(0xf4, 0xf7, 0xfa);
+const QColor pressedColour(0xdf, 0xea, 0xf6);
+const QColor focus(0x2f, 0x6f, 0xb0);
+const QColor fault(0xf0, 0xa2, 0x02);
+const QColor beam(0xd6, 0x2b, 0x1f);
+const QColor trackColour(0xdd, 0xe3, 0xe9);
+constexpr int bar = 5;
 
 }  // namespace
 
 SignalButton::SignalButton(Kind kind, const QString& name, const QString& caption) : name_(name) {
     setObjectName(name);
     setText(caption);
-    setMinimumHeight(kind == Kind::Input ? kInputHeight : kOutputHeight);
+    setMinimumHeight(kind == Kind::Input ? inputHeight : outputHeight);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     setEnabled(kind == Kind::Input);
     setFocusPolicy(Qt::TabFocus);
@@ -49,8 +49,9 @@ bool SignalButton::isFault() const {
 
 void SignalButton::setValue(const QVariant& value) {
     analogue_ = value.userType() != QMetaType::Bool;
-    if (analogue_)
-        setMinimumHeight(kAnalogueHeight);
+    if (analogue_) {
+        setMinimumHeight(analogueHeight);
+    }
     number_ = value.toInt();
     on_ = number_ != 0;
     setAccessibleDescription(valueText());
@@ -58,9 +59,10 @@ void SignalButton::setValue(const QVariant& value) {
 }
 
 QString SignalButton::valueText() const {
-    if (!analogue_)
+    if (!analogue_) {
         return on_ ? QStringLiteral("1") : QStringLiteral("0");
-    return QStringLiteral("%1 %").arg(QString::number(number_ / kFullScale * 100, 'f', 1));
+    }
+    return QStringLiteral("%1 %").arg(QString::number(number_ / fullScale * 100, 'f', 1));
 }
 
 QSize SignalButton::sizeHint() const {
@@ -70,52 +72,53 @@ QSize SignalButton::sizeHint() const {
 void SignalButton::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(hasFocus() ? kFocus : kLine);
-    painter.setBrush(isDown() ? kPressed : isEnabled() ? kFace : QColor(Qt::white));
+    painter.setPen(hasFocus() ? focus : line);
+    painter.setBrush(isDown() ? pressedColour : isEnabled() ? faceColour : QColor(Qt::white));
     painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), 6, 6);
 
-    QRect inside = rect().adjusted(kMargin, 2, -kMargin, -2);
-    painter.setPen(kText);
+    QRect inside = rect().adjusted(margin, 2, -margin, -2);
+    painter.setPen(textColour);
     if (analogue_) {
         paintBar(&painter);
-        inside.setBottom(inside.bottom() - kBar);
-        painter.setPen(kText);
+        inside.setBottom(inside.bottom() - bar);
+        painter.setPen(textColour);
         painter.drawText(inside, Qt::AlignRight | Qt::AlignVCenter, valueText());
-        inside.setRight(inside.right() - fontMetrics().horizontalAdvance(valueText()) - kMargin);
+        inside.setRight(inside.right() - fontMetrics().horizontalAdvance(valueText()) - margin);
     } else {
         paintLamp(&painter, inside);
-        inside.setRight(inside.right() - kLamp - kMargin);
+        inside.setRight(inside.right() - lampSize - margin);
     }
-    painter.setPen(kText);
+    painter.setPen(textColour);
     if (port_.label.isEmpty()) {
         painter.drawText(inside, Qt::AlignLeft | Qt::AlignVCenter, text());
         return;
     }
     const QRect nameColumn(inside.left(), inside.top(),
                            fontMetrics().horizontalAdvance(QStringLiteral("15 ")), inside.height());
-    painter.setPen(kFaint);
+    painter.setPen(faint);
     painter.drawText(nameColumn, Qt::AlignLeft | Qt::AlignVCenter, text());
     inside.setLeft(nameColumn.right());
-    painter.setPen(kText);
-    if (fontMetrics().horizontalAdvance(port_.label) > inside.width())
+    painter.setPen(textColour);
+    if (fontMetrics().horizontalAdvance(port_.label) > inside.width()) {
         painter.setFont(smallFont());
+    }
     painter.drawText(inside, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextWordWrap, port_.label);
 }
 
 /// For a label that takes two lines.
 QFont SignalButton::smallFont() const {
     QFont small = font();
-    small.setPixelSize(kSmallPx);
+    small.setPixelSize(smallPx);
     return small;
 }
 
 /// Filled when on, a ring when off.
 void SignalButton::paintLamp(QPainter* painter, const QRect& place) const {
-    const QRectF lamp(place.right() - kLamp, place.center().y() - kLamp / 2.0 + 1, kLamp, kLamp);
+    const QRectF lamp(place.right() - lampSize, place.center().y() - lampSize / 2.0 + 1, lampSize, lampSize);
     const QPointF top(lamp.center().x(), lamp.top()), bottom(lamp.center().x(), lamp.bottom());
     if (isFault()) {
-        painter->setPen(QPen(kText, 1.5));
-        painter->setBrush(kFault);
+        painter->setPen(QPen(textColour, 1.5));
+        painter->setBrush(fault);
         painter->drawPolygon(QPolygonF(
             {top - QPointF(0, 2), lamp.bottomRight() + QPointF(1, 0), lamp.bottomLeft() - QPointF(1, 0)}));
         painter->drawLine(top + QPointF(0, 3), bottom - QPointF(0, 5));
@@ -123,26 +126,26 @@ void SignalButton::paintLamp(QPainter* painter, const QRect& place) const {
         return;
     }
     if (port_.meaning == Meaning::Beam && on_) {
-        painter->setPen(QPen(kBeam.darker(), 1.5));
-        painter->setBrush(kBeam);
+        painter->setPen(QPen(beam.darker(), 1.5));
+        painter->setBrush(beam);
         painter->drawPolygon(
             QPolygonF({top - QPointF(0, 2), QPointF(lamp.right() + 2, lamp.center().y()),
                        bottom + QPointF(0, 2), QPointF(lamp.left() - 2, lamp.center().y())}));
         return;
     }
-    painter->setPen(QPen(kFaint, 2));
-    painter->setBrush(on_ ? QBrush(kText) : QBrush(Qt::NoBrush));
+    painter->setPen(QPen(faint, 2));
+    painter->setBrush(on_ ? QBrush(textColour) : QBrush(Qt::NoBrush));
     painter->drawEllipse(lamp);
 }
 
 void SignalButton::paintBar(QPainter* painter) const {
-    const QRectF track(kMargin, height() - kBar - 4, width() - 2 * kMargin, kBar);
+    const QRectF track(margin, height() - bar - 4, width() - 2 * margin, bar);
     QRectF filled = track;
-    filled.setWidth(track.width() * qBound(0.0, number_ / kFullScale, 1.0));
+    filled.setWidth(track.width() * qBound(0.0, number_ / fullScale, 1.0));
     painter->setPen(Qt::NoPen);
-    painter->setBrush(kTrack);
+    painter->setBrush(trackColour);
     painter->drawRoundedRect(track, 2, 2);
-    painter->setBrush(port_.meaning == Meaning::Beam ? kBeam : kText);
+    painter->setBrush(port_.meaning == Meaning::Beam ? beam : textColour);
     painter->drawRoundedRect(filled, 2, 2);
 }
 

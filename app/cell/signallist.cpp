@@ -11,31 +11,35 @@ namespace app {
 
 namespace {
 
-constexpr int kColumns = 4;
+constexpr int columns = 4;
 
 /// The register or group that a signal belongs to: "LUMO_DI.#2" to "LUMO_DI", "LUMO_AO_1" to
 /// "LUMO_AO", "DI3" to "DI".
 QString groupOf(const QString& name) {
-    if (name.contains(QLatin1Char('.')))
+    if (name.contains(QLatin1Char('.'))) {
         return name.section(QLatin1Char('.'), 0, 0);
+    }
     QString group = name;
-    while (!group.isEmpty() && (group.back().isDigit() || group.back() == QLatin1Char('_')))
+    while (!group.isEmpty() && (group.back().isDigit() || group.back() == QLatin1Char('_'))) {
         group.chop(1);
+    }
     return group;
 }
 
 /// What is left to say beside the group's title: the number of the bit, of the register or of the input.
 QString captionOf(const QString& name, const QString& group) {
     QString rest = name.mid(group.size());
-    while (!rest.isEmpty() && !rest.front().isDigit())
+    while (!rest.isEmpty() && !rest.front().isDigit()) {
         rest.remove(0, 1);
+    }
     return rest;
 }
 
 /// The equipment's registers come first, then the robot's own signals, then those of other machines.
 int rankOf(const QString& group) {
-    if (group.startsWith(QLatin1String("LUMO_")))
+    if (group.startsWith(QLatin1String("LUMO_"))) {
         return 0;
+    }
     return group == QLatin1String("DI") || group == QLatin1String("DO") ? 1 : 2;
 }
 
@@ -50,12 +54,13 @@ SignalList::SignalList(SignalButton::Kind kind, sim::Controller* controller, QWi
     });
     addSignals(kind, names);
     column_->addStretch(1);
-    if (inputs)
+    if (inputs) {
         connect(controller, &sim::Controller::inputChanged, this,
                 [this](const QString& name, bool value) { byName_[name]->setValue(value); });
-    else
+    } else {
         connect(controller, &sim::Controller::outputChanged, this,
                 [this](const QString& name, const QVariant& value) { byName_[name]->setValue(value); });
+    }
 }
 
 void SignalList::addSignals(SignalButton::Kind kind, const QStringList& names) {
@@ -72,8 +77,9 @@ void SignalList::addSignals(SignalButton::Kind kind, const QStringList& names) {
             button->setValue(controller_->output(name));
         }
     }
-    for (const Section& section : qAsConst(sections_))
+    for (const Section& section : qAsConst(sections_)) {
         arrange(section);
+    }
 }
 
 SignalList::Section& SignalList::sectionOf(const QString& title) {
@@ -97,8 +103,9 @@ void SignalList::showEvent(QShowEvent* event) {
 void SignalList::refreshLabels() {
     const QHash<QString, AssignedPort> ports = assignedPorts();
     for (const Section& section : qAsConst(sections_)) {
-        for (SignalButton* button : section.signals_)
+        for (SignalButton* button : section.signals_) {
             button->setPort(ports.value(button->name()));
+        }
         arrange(section);
     }
 }
@@ -106,17 +113,19 @@ void SignalList::refreshLabels() {
 void SignalList::arrange(const Section& section) {
     int row = 0;
     for (SignalButton* button : section.signals_) {
-        if (!button->label().isEmpty())
-            section.grid->addWidget(button, row++, 0, 1, kColumns);
+        if (!button->label().isEmpty()) {
+            section.grid->addWidget(button, row++, 0, 1, columns);
+        }
     }
     int column = 0;
     for (SignalButton* button : section.signals_) {
-        if (!button->label().isEmpty())
+        if (!button->label().isEmpty()) {
             continue;
-        const int span = button->valueText().size() > 1 ? kColumns / 2 : 1;
+        }
+        const int span = button->valueText().size() > 1 ? columns / 2 : 1;
         section.grid->addWidget(button, row, column, 1, span);
         column += span;
-        if (column >= kColumns) {
+        if (column >= columns) {
             column = 0;
             ++row;
         }

@@ -9,12 +9,13 @@ namespace app {
 
 namespace {
 
-constexpr int kFactors[] = {1, 2, 5, 10};
+constexpr int factors[] = {1, 2, 5, 10};
 
 QStringList captions() {
     QStringList texts;
-    for (const int factor : kFactors)
+    for (const int factor : factors) {
         texts << QStringLiteral("%1x").arg(factor);
+    }
     return texts;
 }
 
@@ -30,7 +31,7 @@ SpeedBox::SpeedBox(QWidget* parent)
     row->addWidget(choice_, 1);
     connect(choice_, &Choice::asked, this, [this](int index) {
         choice_->setCurrent(index);
-        emit chosen(kFactors[index]);
+        emit chosen(factors[index]);
     });
 }
 

@@ -17,8 +17,9 @@ ExamplesButton::ExamplesButton(const ExampleShelf& shelf, QWidget* parent)
     setFocusPolicy(Qt::TabFocus);
     setMinimumSize(120, 48);
     const QStringList names = shelf.names();
-    for (const QString& name : names)
+    for (const QString& name : names) {
         menu_->addAction(ExampleShelf::title(name), this, [this, name] { emit chosen(name); });
+    }
     // Not as the button's own menu, which would wait in a loop: a station may start a run meanwhile.
     connect(this, &QToolButton::clicked, this, [this] { menu_->popup(mapToGlobal(rect().bottomLeft())); });
     hide();
@@ -26,8 +27,9 @@ ExamplesButton::ExamplesButton(const ExampleShelf& shelf, QWidget* parent)
 
 void ExamplesButton::follow() {
     const ModuleObject* program = m(node::program);
-    for (const auto change : {&ModuleObject::added, &ModuleObject::removed})
+    for (const auto change : {&ModuleObject::added, &ModuleObject::removed}) {
         connect(program, change, this, &ExamplesButton::refresh);
+    }
     connect(program, &ModuleObject::changed, this, &ExamplesButton::refresh);
     connect(m(node::programState), &ModuleObject::changed, this, &ExamplesButton::refresh);
     refresh();

@@ -13,7 +13,7 @@ namespace {
 constexpr struct {
     const char* name;
     const char* title;
-} kTitles[] = {
+} titles[] = {
     {"lap_seam", QT_TRANSLATE_NOOP("ExampleShelf", "搭接直焊缝")},
     {"flange", QT_TRANSLATE_NOOP("ExampleShelf", "管与法兰环焊缝")},
     {"box_stitch", QT_TRANSLATE_NOOP("ExampleShelf", "箱盖断续焊")},
@@ -44,9 +44,10 @@ QStringList ExampleShelf::names() const {
 }
 
 QString ExampleShelf::title(const QString& name) {
-    for (const auto& known : kTitles) {
-        if (name == QLatin1String(known.name))
+    for (const auto& known : titles) {
+        if (name == QLatin1String(known.name)) {
             return QCoreApplication::translate("ExampleShelf", known.title);
+        }
     }
     return name;
 }
@@ -61,8 +62,9 @@ QString ExampleShelf::take(const QString& name, QString* error) const {
     const QStringList files = source.entryList({QStringLiteral("*.json")}, QDir::Files);
     for (const QString& file : files) {
         const QString target = copy.filePath(file);
-        if (QFile::exists(target))
+        if (QFile::exists(target)) {
             continue;
+        }
         if (!QFile::copy(source.filePath(file), target)) {
             *error = target;
             return {};

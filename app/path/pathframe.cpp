@@ -7,9 +7,9 @@ namespace app {
 
 namespace {
 
-constexpr double kMargin = 34;         // pixels around what is shown, where titles and lines' ends are
-constexpr double kLeastExtent = 0.02;  // metres
-constexpr double kLeastShare = 0.35;   // of the height, for either view
+constexpr double margin = 34;         // pixels around what is shown, where titles and lines' ends are
+constexpr double leastExtent = 0.02;  // metres
+constexpr double leastShare = 0.35;   // of the height, for either view
 
 }  // namespace
 
@@ -33,12 +33,12 @@ void PathFrame::setSize(const QSize& size) {
 void PathFrame::fit(const Extent& extent) {
     centre_ = between(extent.least, extent.most, 0.5);
     const Place room = extent.most - extent.least;
-    const double x = std::max(room.x, kLeastExtent);
-    const double y = std::max(room.y, kLeastExtent), z = std::max(room.z, kLeastExtent);
-    heightAbove_ = height_ * std::clamp(y / (y + z), kLeastShare, 1 - kLeastShare);
-    const double scale = std::min({(width_ - 2 * kMargin) / x, (heightAbove_ - 2 * kMargin) / y,
-                                   (height_ - heightAbove_ - 2 * kMargin) / z});
-    scale_ = std::clamp(scale, kLeastScale, kMostScale);
+    const double x = std::max(room.x, leastExtent);
+    const double y = std::max(room.y, leastExtent), z = std::max(room.z, leastExtent);
+    heightAbove_ = height_ * std::clamp(y / (y + z), leastShare, 1 - leastShare);
+    const double scale = std::min({(width_ - 2 * margin) / x, (heightAbove_ - 2 * margin) / y,
+                                   (height_ - heightAbove_ - 2 * margin) / z});
+    scale_ = std::clamp(scale, leastScale, mostScale);
 }
 
 QPointF PathFrame::fromAbove(const Place& place) const {
@@ -53,7 +53,7 @@ void PathFrame::zoom(double factor, const QPointF& fixed) {
     const bool seenFromSide = side().contains(fixed);
     const QPointF off = fixed - (seenFromSide ? side() : above()).center();
     const double old = scale_;
-    scale_ = std::clamp(scale_ * factor, kLeastScale, kMostScale);
+    scale_ = std::clamp(scale_ * factor, leastScale, mostScale);
     const double shift = 1 / old - 1 / scale_;
     centre_.x += off.x() * shift;
     (seenFromSide ? centre_.z : centre_.y) -= off.y() * shift;
@@ -69,8 +69,9 @@ ScaleBar PathFrame::scaleBar(double maxPixels) const {
     const double power = std::pow(10, std::floor(std::log10(longest)));
     double metres = power;
     for (const double step : {2.0, 5.0}) {
-        if (step * power <= longest)
+        if (step * power <= longest) {
             metres = step * power;
+        }
     }
     return {metres, metres * scale_};
 }

@@ -45,7 +45,7 @@ public:
     /// The longest of 1, 2 or 5 times a power of ten metres that takes at most `maxPixels`.
     ScaleBar scaleBar(double maxPixels) const;
 
-    static constexpr double kLeastScale = 50, kMostScale = 200000;  ///< pixels a metre
+    static constexpr double leastScale = 50, mostScale = 200000;  ///< pixels a metre
 
 private:
     double width_ = 1, height_ = 1, heightAbove_ = 0.5;

@@ -13,9 +13,9 @@ namespace {
 
 using Shape = PathMove::Shape;
 
-constexpr double kMmPerM = 1000;
-constexpr double kLeastZone = 1e-6;                        // metres; a smaller one is none
-constexpr double kJointStep = 2 * 3.14159265358979 / 180;  // radians
+constexpr double mmPerM = 1000;
+constexpr double leastZone = 1e-6;                        // metres; a smaller one is none
+constexpr double jointStep = 2 * 3.14159265358979 / 180;  // radians
 
 double number(const QJsonValue& value) {
     return mendo::toDouble(value.toVariant(), 0);
@@ -34,8 +34,9 @@ Target readTarget(const QJsonValue& value) {
     target.there = trans.size() >= 3;
     target.place = {number(trans.at(0)), number(trans.at(1)), number(trans.at(2))};
     const QJsonArray joints = point.value(QLatin1String("near")).toArray();
-    for (const QJsonValue& joint : joints)
+    for (const QJsonValue& joint : joints) {
         target.joints.push_back(number(joint));
+    }
     return target;
 }
 
@@ -79,25 +80,27 @@ void Layout::addStatement(int line, const QJsonObject& statement) {
     move.weld = weld_;
     if (executed && addMove(type, statement, &move)) {
         moves_.push_back(move);
-        zones_.push_back(std::max(0.0, number(statement.value(QLatin1String("zone"))) / kMmPerM));
+        zones_.push_back(std::max(0.0, number(statement.value(QLatin1String("zone"))) / mmPerM));
         first_ = false;
         return;
     }
     roundCorners();
-    if (executed && (type == QLatin1String("open") || type == QLatin1String("close")))
+    if (executed && (type == QLatin1String("open") || type == QLatin1String("close"))) {
         weld_ = type == QLatin1String("open");
+    }
 }
 
 /// False for a statement that is no move.
 bool Layout::addMove(const QString& type, const QJsonObject& statement, PathMove* move) {
-    if (type == QLatin1String("moveL"))
+    if (type == QLatin1String("moveL")) {
         lead(move, readTarget(statement.value(QLatin1String("point"))));
-    else if (type == QLatin1String("moveJ"))
+    } else if (type == QLatin1String("moveJ")) {
         leadJoints(move, readTarget(statement.value(QLatin1String("point"))));
-    else if (type == QLatin1String("moveC") || type == QLatin1String("moveCC"))
+    } else if (type == QLatin1String("moveC") || type == QLatin1String("moveCC")) {
         bend(move, statement);
-    else
+    } else {
         return false;
+    }
     return true;
 }
 
@@ -107,8 +110,9 @@ void Layout::lead(PathMove* move, const Target& target) {
     move->target = target.there ? target.place : place_;
     move->way = first_ ? Polyline{move->target} : Polyline{place_, move->target};
     place_ = move->target;
-    if (target.there)
+    if (target.there) {
         joints_ = target.joints;
+    }
 }
 
 void Layout::leadJoints(PathMove* move, const Target& target) {
@@ -123,13 +127,15 @@ void Layout::leadJoints(PathMove* move, const Target& target) {
         move->way = first_ ? Polyline{move->target} : Polyline{place_, move->target};
     } else {
         double widest = 0;
-        for (size_t i = 0; i < joints_.size(); ++i)
+        for (size_t i = 0; i < joints_.size(); ++i) {
             widest = std::max(widest, std::abs(target.joints[i] - joints_[i]));
-        const int steps = std::max(1, int(std::ceil(widest / kJointStep)));
+        }
+        const int steps = std::max(1, int(std::ceil(widest / jointStep)));
         for (int k = 0; k <= steps; ++k) {
             sim::Joints joints = joints_;
-            for (size_t i = 0; i < joints.size(); ++i)
+            for (size_t i = 0; i < joints.size(); ++i) {
                 joints[i] += (target.joints[i] - joints[i]) * k / steps;
+            }
             move->way.push_back(toolAt(arm_, joints));
         }
     }
@@ -147,13 +153,15 @@ void Layout::bend(PathMove* move, const QJsonObject& statement) {
     const auto way =
         whole ? circleThrough(place_, p1.place, p2.place) : arcThrough(place_, p1.place, p2.place);
     move->impossible = !way || !p1.there || !p2.there;
-    if (move->impossible)
+    if (move->impossible) {
         move->way = {place_, p1.place, p2.place};
-    else
+    } else {
         move->way = *way;
+    }
     place_ = move->target;
-    if (!whole)
+    if (!whole) {
         joints_ = p2.joints;
+    }
 }
 
 /// Rounds the corners within the batch under way, and ends it.
@@ -168,13 +176,16 @@ void Layout::roundCorners() {
     for (size_t i = 0; i < whole.size(); ++i) {
         const bool last = i + 1 == whole.size();
         double radius = last ? 0 : std::min({zones_[batch_ + i], lengths[i] / 2, lengths[i + 1] / 2});
-        if (radius < kLeastZone)
+        if (radius < leastZone) {
             radius = 0;
+        }
         PathMove& move = moves_[batch_ + i];
-        if (behind > 0 || radius > 0)
+        if (behind > 0 || radius > 0) {
             move.way = cut(whole[i], behind, lengths[i] - radius);
-        if (radius > 0)
+        }
+        if (radius > 0) {
             move.corner = roundedCorner(whole[i], whole[i + 1], radius);
+        }
         behind = radius;
     }
     batch_ = moves_.size();
@@ -190,8 +201,9 @@ std::vector<PathMove> Layout::take() {
 std::vector<PathMove> layOutPath(const QJsonArray& statements, const sim::Arm& arm, const PathStart& start) {
     Layout layout(arm, start);
     int line = 0;
-    for (const QJsonValue& statement : statements)
+    for (const QJsonValue& statement : statements) {
         layout.addStatement(line++, statement.toObject());
+    }
     return layout.take();
 }
 

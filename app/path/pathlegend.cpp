@@ -10,8 +10,8 @@ namespace app {
 
 namespace {
 
-constexpr int kColumns = 3;
-constexpr QSize kSample(34, 22);
+constexpr int columns = 3;
+constexpr QSize sampleSize(34, 22);
 
 }  // namespace
 
@@ -28,7 +28,7 @@ PathLegend::PathLegend(QWidget* parent) : QWidget(parent) {
     grid->setVerticalSpacing(2);
     int index = 0;
     for (const auto& [sign, text] : entries) {
-        const int row = index / kColumns, column = index % kColumns * 2;
+        const int row = index / columns, column = index % columns * 2;
         grid->addWidget(makeSample(sign), row, column);
         grid->addWidget(new QLabel(text), row, column + 1);
         grid->setColumnStretch(column + 1, 1);
@@ -37,11 +37,11 @@ PathLegend::PathLegend(QWidget* parent) : QWidget(parent) {
 }
 
 QWidget* PathLegend::makeSample(PathSign sign) {
-    QPixmap picture(kSample * devicePixelRatioF());
+    QPixmap picture(sampleSize * devicePixelRatioF());
     picture.setDevicePixelRatio(devicePixelRatioF());
     picture.fill(Qt::transparent);
     QPainter painter(&picture);
-    PathPainter::paintSample(&painter, sign, QRectF(QPointF(), QSizeF(kSample)).adjusted(2, 2, -2, -2));
+    PathPainter::paintSample(&painter, sign, QRectF(QPointF(), QSizeF(sampleSize)).adjusted(2, 2, -2, -2));
     painter.end();
     auto* sample = new QLabel;
     sample->setPixmap(picture);

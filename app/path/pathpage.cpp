@@ -16,26 +16,27 @@ namespace app {
 
 namespace {
 
-constexpr double kMmPerM = 1000;
-constexpr double kZoomStep = 1.5;
-constexpr int kButtonHeight = 48;
+constexpr double mmPerM = 1000;
+constexpr double zoomStep = 1.5;
+constexpr int buttonHeight = 48;
 
 QPushButton* makeButton(const QString& name, const QString& text) {
     auto* button = new QPushButton(text);
     button->setObjectName(name);
-    button->setMinimumSize(kButtonHeight, kButtonHeight);
+    button->setMinimumSize(buttonHeight, buttonHeight);
     return button;
 }
 
 QString mm(double metres) {
-    return QString::number(metres * kMmPerM, 'f', 1);
+    return QString::number(metres * mmPerM, 'f', 1);
 }
 
 sim::Joints jointsNow() {
     sim::Joints joints;
     const mendo::ModuleObject* near = kordservice()->dataNode(QStringLiteral("sys.posture.near"));
-    for (int i = 0; i < near->cmobjCount(); ++i)
+    for (int i = 0; i < near->cmobjCount(); ++i) {
         joints.push_back(near->c(i)->getDouble());
+    }
     return joints;
 }
 
@@ -63,8 +64,9 @@ PathPage::PathPage(SeamTrack* seams, const PackageFlags& package, QWidget* paren
     column->addLayout(line);
     column->addWidget(new PathLegend);
     connect(&program_, &ProgramFollower::changed, this, [this] {
-        if (isVisible())
+        if (isVisible()) {
             layOut();
+        }
     });
     connect(&program_, &ProgramFollower::replaced, view_, &PathView::fit);
     connect(m(node::programState), &mendo::ModuleObject::changed, this, &PathPage::onState);
@@ -82,21 +84,23 @@ QWidget* PathPage::makeButtons() {
     QPushButton* const clear = makeButton(QStringLiteral("btnClearSeam"), tr("清除焊缝"));
     larger->setAccessibleName(tr("放大"));
     smaller->setAccessibleName(tr("缩小"));
-    for (QPushButton* button : {fit, larger, smaller})
+    for (QPushButton* button : {fit, larger, smaller}) {
         row->addWidget(button);
+    }
     row->addStretch(1);
     row->addWidget(clear);
     connect(fit, &QPushButton::clicked, view_, &PathView::fit);
-    connect(larger, &QPushButton::clicked, view_, [this] { view_->zoom(kZoomStep); });
-    connect(smaller, &QPushButton::clicked, view_, [this] { view_->zoom(1 / kZoomStep); });
+    connect(larger, &QPushButton::clicked, view_, [this] { view_->zoom(zoomStep); });
+    connect(smaller, &QPushButton::clicked, view_, [this] { view_->zoom(1 / zoomStep); });
     connect(clear, &QPushButton::clicked, seams_, &SeamTrack::clear);
     return bar;
 }
 
 void PathPage::followTable(const QAbstractItemView* table) {
     table_ = table;
-    if (!table)
+    if (!table) {
         return;
+    }
     connect(table->selectionModel(), &QItemSelectionModel::selectionChanged, this, &PathPage::showSelection);
     showSelection();
 }
@@ -126,8 +130,9 @@ void PathPage::layOut() {
 }
 
 void PathPage::onState() {
-    if (isVisible() && showsStation_ != stationRuns())
+    if (isVisible() && showsStation_ != stationRuns()) {
         layOut();
+    }
 }
 
 void PathPage::showSelection() {
@@ -139,24 +144,28 @@ void PathPage::showSelection() {
     }
     if (table_) {
         const QModelIndexList rows = table_->selectionModel()->selectedIndexes();
-        for (const QModelIndex& row : rows)
+        for (const QModelIndex& row : rows) {
             lines.insert(row.row());
+        }
     }
     view_->setSelected(lines);
     QString text;
     for (const PathMove& move : view_->moves()) {
-        if (lines.size() == 1 && lines.contains(move.line))
+        if (lines.size() == 1 && lines.contains(move.line)) {
             text = describe(move);
+        }
     }
     selection_->setText(text);
 }
 
 QString PathPage::describe(const PathMove& move) const {
     const QString line = tr("第 %1 行").arg(move.line + 1);
-    if (move.impossible)
+    if (move.impossible) {
         return line + QStringLiteral(": ") + tr("无法运动");
-    if (move.way.size() == 1)
+    }
+    if (move.way.size() == 1) {
         return line + QStringLiteral(": ") + tr("路径起点");
+    }
     const QString kind = move.weld ? tr("焊接") : tr("空走");
     return line + QStringLiteral(": %1, ").arg(kind) + tr("%1 mm").arg(mm(move.length()));
 }

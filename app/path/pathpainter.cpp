@@ -10,81 +10,84 @@ namespace app {
 
 namespace {
 
-const QColor kInk(0x2f, 0x41, 0x58);
-const QColor kFaint(0x6b, 0x7a, 0x8b);
-const QColor kGrid(0xee, 0xf1, 0xf5);
-const QColor kBorder(0xb9, 0xc4, 0xd0);
-const QColor kHalo(0xa9, 0xcd, 0xf2);
-const QColor kTag(0x2f, 0x6f, 0xb0);
-const QColor kHot(0xe4, 0x57, 0x2e);
-const QColor kBad(0xb0, 0x1e, 0x1e);
+const QColor ink(0x2f, 0x41, 0x58);
+const QColor faint(0x6b, 0x7a, 0x8b);
+const QColor gridColour(0xee, 0xf1, 0xf5);
+const QColor border(0xb9, 0xc4, 0xd0);
+const QColor halo(0xa9, 0xcd, 0xf2);
+const QColor tagColour(0x2f, 0x6f, 0xb0);
+const QColor hot(0xe4, 0x57, 0x2e);
+const QColor bad(0xb0, 0x1e, 0x1e);
 
-constexpr double kPoint = 2.6;     // radius of a taught point
-constexpr double kTool = 8;        // radius of the tool's ring
-constexpr double kSeamStep = 1.5;  // pixels
-constexpr int kSmallPx = 13;
+constexpr double pointRadius = 2.6;  // radius of a taught point
+constexpr double toolRadius = 8;     // radius of the tool's ring
+constexpr double seamStep = 1.5;     // pixels
+constexpr int smallPx = 13;
 
 QPen penOf(PathSign sign) {
     switch (sign) {
         case PathSign::Weld:
-            return {kInk, 4.5, Qt::SolidLine, Qt::FlatCap, Qt::RoundJoin};
+            return {ink, 4.5, Qt::SolidLine, Qt::FlatCap, Qt::RoundJoin};
         case PathSign::Move:
-            return {kFaint, 1.4, Qt::SolidLine, Qt::FlatCap, Qt::RoundJoin};
+            return {faint, 1.4, Qt::SolidLine, Qt::FlatCap, Qt::RoundJoin};
         case PathSign::JointMove: {
-            QPen pen(kFaint, 1.4, Qt::SolidLine, Qt::FlatCap, Qt::RoundJoin);
+            QPen pen(faint, 1.4, Qt::SolidLine, Qt::FlatCap, Qt::RoundJoin);
             pen.setDashPattern({6, 4});
             return pen;
         }
         case PathSign::Impossible: {
-            QPen pen(kBad, 2, Qt::SolidLine, Qt::FlatCap, Qt::RoundJoin);
+            QPen pen(bad, 2, Qt::SolidLine, Qt::FlatCap, Qt::RoundJoin);
             pen.setDashPattern({1, 2});
             return pen;
         }
         case PathSign::Selected:
-            return {kHalo, 13, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin};
+            return {halo, 13, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin};
         case PathSign::Seam: {
             // Beads, as a weld looks.
-            QPen pen(kHot, 9, Qt::SolidLine, Qt::FlatCap, Qt::RoundJoin);
+            QPen pen(hot, 9, Qt::SolidLine, Qt::FlatCap, Qt::RoundJoin);
             pen.setDashPattern({0.33, 0.2});
             return pen;
         }
         default:
-            return {kInk, 1.4};
+            return {ink, 1.4};
     }
 }
 
 PathSign signOf(const PathMove& move) {
-    if (move.impossible)
+    if (move.impossible) {
         return PathSign::Impossible;
-    if (move.weld)
+    }
+    if (move.weld) {
         return PathSign::Weld;
+    }
     return move.shape == PathMove::Shape::Joint ? PathSign::JointMove : PathSign::Move;
 }
 
 void drawPoint(QPainter* painter, const QPointF& place) {
-    painter->setPen(QPen(kInk, 1.2));
+    painter->setPen(QPen(ink, 1.2));
     painter->setBrush(Qt::white);
-    painter->drawEllipse(place, kPoint, kPoint);
+    painter->drawEllipse(place, pointRadius, pointRadius);
 }
 
 void drawCross(QPainter* painter, const QPointF& place) {
-    constexpr double kArm = 5;
-    painter->setPen(QPen(kBad, 2));
-    painter->drawLine(place + QPointF(-kArm, -kArm), place + QPointF(kArm, kArm));
-    painter->drawLine(place + QPointF(-kArm, kArm), place + QPointF(kArm, -kArm));
+    constexpr double arm = 5;
+    painter->setPen(QPen(bad, 2));
+    painter->drawLine(place + QPointF(-arm, -arm), place + QPointF(arm, arm));
+    painter->drawLine(place + QPointF(-arm, arm), place + QPointF(arm, -arm));
 }
 
 /// A ring with cross hairs; with the laser on it is full and has rays.
 void drawTool(QPainter* painter, const QPointF& place, bool laser) {
-    painter->setPen(QPen(laser ? kHot : kInk, 2));
-    painter->setBrush(laser ? QBrush(kHot) : QBrush(Qt::NoBrush));
-    painter->drawEllipse(place, laser ? kTool * 0.6 : kTool, laser ? kTool * 0.6 : kTool);
-    constexpr int kHairs = 4, kRays = 8;
-    const int count = laser ? kRays : kHairs;
+    painter->setPen(QPen(laser ? hot : ink, 2));
+    painter->setBrush(laser ? QBrush(hot) : QBrush(Qt::NoBrush));
+    painter->drawEllipse(place, laser ? toolRadius * 0.6 : toolRadius, laser ? toolRadius * 0.6 : toolRadius);
+    constexpr int hairCount = 4, rayCount = 8;
+    const int count = laser ? rayCount : hairCount;
     for (int i = 0; i < count; ++i) {
         const double angle = 2 * M_PI * i / count;
         const QPointF out(std::cos(angle), std::sin(angle));
-        painter->drawLine(place + out * (laser ? kTool * 0.9 : kTool * 0.5), place + out * kTool * 1.6);
+        painter->drawLine(place + out * (laser ? toolRadius * 0.9 : toolRadius * 0.5),
+                          place + out * toolRadius * 1.6);
     }
 }
 
@@ -93,7 +96,7 @@ void drawTag(QPainter* painter, const QPointF& place, const QString& text) {
     const double width = painter->fontMetrics().horizontalAdvance(text) + 10;
     const QRectF tag(place + QPointF(8, -26), QSizeF(std::max(width, 20.0), 20));
     painter->setPen(Qt::NoPen);
-    painter->setBrush(kTag);
+    painter->setBrush(tagColour);
     painter->drawRoundedRect(tag, 4, 4);
     painter->setPen(Qt::white);
     painter->drawText(tag, Qt::AlignCenter, text);
@@ -101,7 +104,7 @@ void drawTag(QPainter* painter, const QPointF& place, const QString& text) {
 
 QFont smallFont(const QPainter* painter) {
     QFont font = painter->font();
-    font.setPixelSize(kSmallPx);
+    font.setPixelSize(smallPx);
     return font;
 }
 
@@ -126,27 +129,32 @@ void PathPainter::paintMoves(const std::vector<PathMove>& moves, const QSet<int>
         const auto drawWay = [&](const PathMove& move, const QPen& pen) {
             QPolygonF way;
             for (const Polyline* part : {&move.way, &move.corner}) {
-                for (const Place& place : *part)
+                for (const Place& place : *part) {
                     way << project(place);
+                }
             }
             painter_->setPen(pen);
             painter_->setBrush(Qt::NoBrush);
             painter_->drawPolyline(way);
         };
         for (const PathMove& move : moves) {
-            if (selected.contains(move.line))
+            if (selected.contains(move.line)) {
                 drawWay(move, penOf(PathSign::Selected));
+            }
         }
-        for (const PathMove& move : moves)
+        for (const PathMove& move : moves) {
             drawWay(move, penOf(signOf(move)));
+        }
         for (const PathMove& move : moves) {
             drawPoint(painter_, project(move.target));
-            if (move.impossible)
+            if (move.impossible) {
                 drawCross(painter_, project(move.target));
+            }
         }
         for (const PathMove& move : moves) {
-            if (selected.contains(move.line))
+            if (selected.contains(move.line)) {
                 drawTag(painter_, project(move.target), QString::number(move.line + 1));
+            }
         }
     });
 }
@@ -160,8 +168,9 @@ void PathPainter::paintSeams(const std::deque<Polyline>& pieces) {
             seam << project(piece.front());
             for (const Place& place : piece) {
                 const QPointF point = project(place);
-                if ((point - seam.last()).manhattanLength() >= kSeamStep)
+                if ((point - seam.last()).manhattanLength() >= seamStep) {
                     seam << point;
+                }
             }
             seam << project(piece.back());
             painter_->drawPolyline(seam);
@@ -175,28 +184,32 @@ void PathPainter::paintTool(const Place& place, bool laser) {
 
 void PathPainter::paintGrid(const QRectF& view, const QPointF& origin, double step) {
     painter_->setClipRect(view);
-    painter_->setPen(QPen(kGrid, 1));
+    painter_->setPen(QPen(gridColour, 1));
     for (double x = origin.x() + std::ceil((view.left() - origin.x()) / step) * step; x < view.right();
-         x += step)
+         x += step) {
         painter_->drawLine(QPointF(x, view.top()), QPointF(x, view.bottom()));
+    }
     for (double y = origin.y() + std::ceil((view.top() - origin.y()) / step) * step; y < view.bottom();
-         y += step)
+         y += step) {
         painter_->drawLine(QPointF(view.left(), y), QPointF(view.right(), y));
+    }
 }
 
 /// Which way x and the axis that points up go, in the lower left corner.
 void PathPainter::paintAxes(const QRectF& view, const QString& up) {
-    constexpr double kArrow = 30;
+    constexpr double arrow = 30;
     const QPointF origin = view.bottomLeft() + QPointF(14, -14);
-    painter_->setPen(QPen(kFaint, 1.4));
-    painter_->drawLine(origin, origin + QPointF(kArrow, 0));
-    painter_->drawLine(origin, origin - QPointF(0, kArrow));
-    for (const QPointF& barb : {QPointF(-5, -4), QPointF(-5, 4)})
-        painter_->drawLine(origin + QPointF(kArrow, 0), origin + QPointF(kArrow, 0) + barb);
-    for (const QPointF& barb : {QPointF(-4, 5), QPointF(4, 5)})
-        painter_->drawLine(origin - QPointF(0, kArrow), origin - QPointF(0, kArrow) + barb);
-    painter_->drawText(origin + QPointF(kArrow + 4, 4), QStringLiteral("X"));
-    painter_->drawText(origin - QPointF(4, kArrow + 4), up);
+    painter_->setPen(QPen(faint, 1.4));
+    painter_->drawLine(origin, origin + QPointF(arrow, 0));
+    painter_->drawLine(origin, origin - QPointF(0, arrow));
+    for (const QPointF& barb : {QPointF(-5, -4), QPointF(-5, 4)}) {
+        painter_->drawLine(origin + QPointF(arrow, 0), origin + QPointF(arrow, 0) + barb);
+    }
+    for (const QPointF& barb : {QPointF(-4, 5), QPointF(4, 5)}) {
+        painter_->drawLine(origin - QPointF(0, arrow), origin - QPointF(0, arrow) + barb);
+    }
+    painter_->drawText(origin + QPointF(arrow + 4, 4), QStringLiteral("X"));
+    painter_->drawText(origin - QPointF(4, arrow + 4), up);
 }
 
 void PathPainter::paintSheet(const QString& above, const QString& side, const QString& barText) {
@@ -204,13 +217,13 @@ void PathPainter::paintSheet(const QString& above, const QString& side, const QS
     painter_->save();
     painter_->setFont(smallFont(painter_));
     painter_->fillRect(top.united(bottom), Qt::white);
-    const ScaleBar bar = frame_.scaleBar(kBarPixels);
+    const ScaleBar bar = frame_.scaleBar(barPixels);
     paintGrid(top, frame_.fromAbove({}), bar.pixels);
     paintGrid(bottom, frame_.fromSide({}), bar.pixels);
     painter_->setClipping(false);
-    painter_->setPen(QPen(kBorder, 1));
+    painter_->setPen(QPen(border, 1));
     painter_->drawLine(bottom.topLeft(), bottom.topRight());
-    painter_->setPen(kInk);
+    painter_->setPen(ink);
     painter_->drawText(top.adjusted(10, 8, -10, 0), Qt::AlignLeft | Qt::AlignTop, above);
     painter_->drawText(bottom.adjusted(10, 8, -10, 0), Qt::AlignLeft | Qt::AlignTop, side);
     paintAxes(top, QStringLiteral("Y"));
@@ -218,9 +231,9 @@ void PathPainter::paintSheet(const QString& above, const QString& side, const QS
 
     const QPointF right = bottom.bottomRight() - QPointF(14, 14);
     const QPointF left = right - QPointF(bar.pixels, 0);
-    painter_->setPen(QPen(kInk, 2, Qt::SolidLine, Qt::FlatCap));
+    painter_->setPen(QPen(ink, 2, Qt::SolidLine, Qt::FlatCap));
     painter_->drawPolyline(QPolygonF({left - QPointF(0, 6), left, right, right - QPointF(0, 6)}));
-    painter_->drawText(QRectF(right - QPointF(kBarPixels * 2, 28), QSizeF(kBarPixels * 2, 20)),
+    painter_->drawText(QRectF(right - QPointF(barPixels * 2, 28), QSizeF(barPixels * 2, 20)),
                        Qt::AlignRight | Qt::AlignVCenter, barText);
     painter_->restore();
 }

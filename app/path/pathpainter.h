@@ -18,7 +18,7 @@ enum class PathSign { Weld, Move, JointMove, Impossible, Selected, Point, Seam, 
 /// is what, colour only helps.
 class PathPainter {
 public:
-    static constexpr double kBarPixels = 140;  ///< of the scale bar, at most
+    static constexpr double barPixels = 140;  ///< of the scale bar, at most
 
     /// `frame` tells where things are.
     PathPainter(QPainter* painter, const PathFrame& frame) : painter_(painter), frame_(frame) {}

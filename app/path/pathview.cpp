@@ -14,11 +14,11 @@ namespace app {
 
 namespace {
 
-constexpr int kFrameMs = 40;
-constexpr double kZoomStep = 1.25;
-constexpr double kPanStep = 40;     // pixels, for a key
-constexpr double kWheelStep = 120;  // of a wheel's notch
-const QColor kFocus(0x2f, 0x6f, 0xb0);
+constexpr int frameMs = 40;
+constexpr double zoomStep = 1.25;
+constexpr double panStep = 40;     // pixels, for a key
+constexpr double wheelStep = 120;  // of a wheel's notch
+const QColor focus(0x2f, 0x6f, 0xb0);
 
 }  // namespace
 
@@ -27,15 +27,16 @@ PathView::PathView(const SeamTrack* seams, QWidget* parent) : QWidget(parent), s
     setFocusPolicy(Qt::StrongFocus);
     setAccessibleName(tr("路径视图"));
     soon_.setSingleShot(true);
-    soon_.setInterval(kFrameMs);
+    soon_.setInterval(frameMs);
     connect(&soon_, &QTimer::timeout, this, QOverload<>::of(&QWidget::update));
     connect(seams, &SeamTrack::changed, this, &PathView::repaintSoon);
 }
 
 /// The tool moves a hundred times a second, more than an eye sees.
 void PathView::repaintSoon() {
-    if (isVisible() && !soon_.isActive())
+    if (isVisible() && !soon_.isActive()) {
         soon_.start();
+    }
 }
 
 void PathView::redraw() {
@@ -45,24 +46,26 @@ void PathView::redraw() {
 
 const QPixmap& PathView::background() {
     const QSize pixels = size() * devicePixelRatioF();
-    if (background_.size() == pixels)
+    if (background_.size() == pixels) {
         return background_;
+    }
     background_ = QPixmap(pixels);
     background_.setDevicePixelRatio(devicePixelRatioF());
     QPainter painter(&background_);
     painter.setFont(font());
     PathPainter path(&painter, frame_);
-    constexpr double kMmPerM = 1000;
-    const double bar = frame_.scaleBar(PathPainter::kBarPixels).metres;
-    path.paintSheet(tr("俯视"), tr("侧视"), tr("%1 mm").arg(bar * kMmPerM));
+    constexpr double mmPerM = 1000;
+    const double bar = frame_.scaleBar(PathPainter::barPixels).metres;
+    path.paintSheet(tr("俯视"), tr("侧视"), tr("%1 mm").arg(bar * mmPerM));
     path.paintMoves(moves_, selected_);
     return background_;
 }
 
 void PathView::setMoves(const std::vector<PathMove>& moves) {
     moves_ = moves;
-    if (whole_)
+    if (whole_) {
         fit();
+    }
     redraw();
 }
 
@@ -74,8 +77,9 @@ void PathView::setSelected(const QSet<int>& lines) {
 void PathView::fit() {
     Extent extent;
     for (const PathMove& move : moves_) {
-        for (const Place& place : move.way)
+        for (const Place& place : move.way) {
             extent.add(place);
+        }
         extent.add(move.target);
     }
     extent.add(seams_->tool());
@@ -103,7 +107,7 @@ void PathView::paintEvent(QPaintEvent*) {
     path.paintSeams(seams_->pieces());
     path.paintTool(seams_->tool(), seams_->emitting());
     if (hasFocus()) {
-        painter.setPen(QPen(kFocus, 2));
+        painter.setPen(QPen(focus, 2));
         painter.drawRect(rect().adjusted(1, 1, -1, -1));
     }
 }
@@ -111,13 +115,14 @@ void PathView::paintEvent(QPaintEvent*) {
 void PathView::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
     frame_.setSize(size());
-    if (whole_)
+    if (whole_) {
         fit();
+    }
     redraw();
 }
 
 void PathView::wheelEvent(QWheelEvent* event) {
-    zoomAt(std::pow(kZoomStep, event->angleDelta().y() / kWheelStep), event->position());
+    zoomAt(std::pow(zoomStep, event->angleDelta().y() / wheelStep), event->position());
 }
 
 void PathView::mousePressEvent(QMouseEvent* event) {
@@ -125,8 +130,9 @@ void PathView::mousePressEvent(QMouseEvent* event) {
 }
 
 void PathView::mouseMoveEvent(QMouseEvent* event) {
-    if (!event->buttons().testFlag(Qt::LeftButton))
+    if (!event->buttons().testFlag(Qt::LeftButton)) {
         return;
+    }
     pan(event->localPos() - last_, grip_);
     last_ = event->localPos();
 }
@@ -138,17 +144,17 @@ void PathView::mouseDoubleClickEvent(QMouseEvent*) {
 void PathView::keyPressEvent(QKeyEvent* event) {
     // An arrow moves the views over the sheet, in both at once where that can be.
     const auto look = [this](double right, double up) {
-        pan({-right * kPanStep, 0}, frame_.above().center());
-        pan({0, up * kPanStep}, frame_.above().center());
-        pan({0, up * kPanStep}, frame_.side().center());
+        pan({-right * panStep, 0}, frame_.above().center());
+        pan({0, up * panStep}, frame_.above().center());
+        pan({0, up * panStep}, frame_.side().center());
     };
     switch (event->key()) {
         case Qt::Key_Plus:
         case Qt::Key_Equal:
-            zoom(kZoomStep);
+            zoom(zoomStep);
             break;
         case Qt::Key_Minus:
-            zoom(1 / kZoomStep);
+            zoom(1 / zoomStep);
             break;
         case Qt::Key_0:
         case Qt::Key_Home:

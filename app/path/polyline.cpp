@@ -1,6 +1,6 @@
 #include "app/path/polyline.h"
 
-#include "geometry/circlefault.h"
+#include "program/geometry/circlefault.h"
 
 #include <algorithm>
 #include <cmath>
@@ -9,12 +9,12 @@ namespace app {
 
 namespace {
 
-constexpr double kPi = 3.14159265358979323846;
-constexpr double kArcStep = 2 * kPi / 180;
-constexpr int kCornerSteps = 16;
+constexpr double pi = 3.14159265358979323846;
+constexpr double arcStep = 2 * pi / 180;
+constexpr int cornerSteps = 16;
 // What the controller takes for one place (metres) and for one line (sine of an angle).
-constexpr double kSamePlace = 1e-5;
-constexpr double kStraight = 1e-6;
+constexpr double samePlace = 1e-5;
+constexpr double straight = 1e-6;
 
 Place cross(const Place& a, const Place& b) {
     return {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x};
@@ -28,10 +28,10 @@ struct Circle {
     double angleOf(const Place& place) const {
         const Place radius = place - centre;
         const double angle = std::atan2(dot(radius, v), dot(radius, u));
-        return angle > 0 ? angle : angle + 2 * kPi;
+        return angle > 0 ? angle : angle + 2 * pi;
     }
     Polyline arc(double angle) const {
-        const int steps = std::max(1, int(std::ceil(angle / kArcStep)));
+        const int steps = std::max(1, int(std::ceil(angle / arcStep)));
         Polyline line;
         for (int i = 0; i <= steps; ++i) {
             const double a = angle * i / steps;
@@ -45,9 +45,10 @@ std::optional<Circle> circle(const Place& a, const Place& b, const Place& c) {
     const Place ab = b - a, ac = c - a;
     const Place n = cross(ab, ac);
     const double bb = dot(ab, ab), cc = dot(ac, ac), nn = dot(n, n);
-    if (!(std::sqrt(bb) > kSamePlace && std::sqrt(cc) > kSamePlace && norm(c - b) > kSamePlace &&
-          nn > kStraight * kStraight * bb * cc))
+    if (!(std::sqrt(bb) > samePlace && std::sqrt(cc) > samePlace && norm(c - b) > samePlace &&
+          nn > straight * straight * bb * cc)) {
         return std::nullopt;
+    }
     Circle circle;
     circle.centre = a + cross(ab * cc - ac * bb, n) * (-1 / (2 * nn));
     circle.u = a - circle.centre;
@@ -83,8 +84,9 @@ Place between(const Place& a, const Place& b, double share) {
 
 double lengthOf(const Polyline& line) {
     double length = 0;
-    for (size_t i = 1; i < line.size(); ++i)
+    for (size_t i = 1; i < line.size(); ++i) {
         length += norm(line[i] - line[i - 1]);
+    }
     return length;
 }
 
@@ -92,8 +94,9 @@ Place along(const Polyline& line, double length) {
     double rest = std::max(length, 0.0);
     for (size_t i = 1; i < line.size(); ++i) {
         const double step = norm(line[i] - line[i - 1]);
-        if (rest < step)
+        if (rest < step) {
             return between(line[i - 1], line[i], rest / step);
+        }
         rest -= step;
     }
     return line.back();
@@ -104,8 +107,9 @@ Polyline cut(const Polyline& line, double from, double to) {
     double length = 0;
     for (size_t i = 1; i < line.size(); ++i) {
         length += norm(line[i] - line[i - 1]);
-        if (length > from && length < to)
+        if (length > from && length < to) {
             part.push_back(line[i]);
+        }
     }
     part.push_back(along(line, to));
     return part;
@@ -118,17 +122,18 @@ std::optional<Polyline> arcThrough(const Place& start, const Place& aux, const P
 
 std::optional<Polyline> circleThrough(const Place& start, const Place& p1, const Place& p2) {
     const auto exact = [](const Place& place) { return prog::Position{place.x, place.y, place.z}; };
-    if (prog::circleFault(exact(start), exact(p1), exact(p2)) != prog::CircleFault::None)
+    if (prog::circleFault(exact(start), exact(p1), exact(p2)) != prog::CircleFault::None) {
         return std::nullopt;
+    }
     const auto found = circle(start, p1, p2);
-    return found ? std::make_optional(found->arc(2 * kPi)) : std::nullopt;
+    return found ? std::make_optional(found->arc(2 * pi)) : std::nullopt;
 }
 
 Polyline roundedCorner(const Polyline& in, const Polyline& out, double radius) {
     const double length = lengthOf(in);
     Polyline corner;
-    for (int i = 0; i <= kCornerSteps; ++i) {
-        const double u = double(i) / kCornerSteps;
+    for (int i = 0; i <= cornerSteps; ++i) {
+        const double u = double(i) / cornerSteps;
         corner.push_back(between(along(in, length - radius * (1 - u)), along(out, radius * u), u));
     }
     return corner;

@@ -10,7 +10,7 @@ using mendo::ModuleObject;
 namespace {
 
 // What of a statement tells where it leads. Points are written whole or coordinate by coordinate.
-const char* const kFields[] = {"type", "execute", "zone", "point", "point1"};
+const char* const fieldRows[] = {"type", "execute", "zone", "point", "point1"};
 
 }  // namespace
 
@@ -23,8 +23,9 @@ ProgramFollower::ProgramFollower(QObject* parent)
 
 void ProgramFollower::setFollowing(bool following) {
     following_ = following;
-    if (following)
+    if (following) {
         followStatements();
+    }
 }
 
 QJsonArray ProgramFollower::statements() const {
@@ -50,33 +51,38 @@ void ProgramFollower::onRemoved(const QString& name) {
 }
 
 void ProgramFollower::changedLater() {
-    if (posted_)
+    if (posted_) {
         return;
+    }
     posted_ = true;
     QMetaObject::invokeMethod(this, &ProgramFollower::announce, Qt::QueuedConnection);
 }
 
 void ProgramFollower::announce() {
     posted_ = false;
-    if (following_)
+    if (following_) {
         followStatements();
+    }
     emit changed();
 }
 
 void ProgramFollower::followStatements() {
     const auto follow = [this](const ModuleObject* node) {
-        if (!node->isNull())
+        if (!node->isNull()) {
             connect(node, &ModuleObject::changed, this, &ProgramFollower::changedLater, Qt::UniqueConnection);
+        }
     };
     const QList<ModuleObject*> statements = program_->cmobjs();
     for (const ModuleObject* statement : statements) {
         follow(statement);
-        for (const char* field : kFields)
+        for (const char* field : fieldRows) {
             follow(statement->c(QLatin1String(field)));
+        }
         for (const QString& point : {QStringLiteral("point.trans"), QStringLiteral("point1.trans")}) {
             const QList<ModuleObject*> coordinates = statement->r(point)->cmobjs();
-            for (const ModuleObject* coordinate : coordinates)
+            for (const ModuleObject* coordinate : coordinates) {
                 follow(coordinate);
+            }
         }
     }
 }

@@ -2,15 +2,15 @@
 
 #include "app/cell/nodes.h"
 #include "kord/kordservice.h"
-#include "recording/treefollower.h"
 #include "simulator/cell.h"
 #include "simulator/controller.h"
+#include "workcell/treefollower.h"
 
 namespace app {
 
 namespace {
 
-constexpr double kLeastStep = 0.0002;  // metres, between two places of a seam
+constexpr double leastStep = 0.0002;  // metres, between two places of a seam
 
 }  // namespace
 
@@ -19,30 +19,31 @@ Place toolPlace() {
     return {trans->c(0)->getDouble(), trans->c(1)->getDouble(), trans->c(2)->getDouble()};
 }
 
-SeamTrack::SeamTrack(sim::Controller* controller, sim::Cell* cell, rec::TreeFollower* follower,
+SeamTrack::SeamTrack(sim::Controller* controller, sim::Cell* cell, workcell::TreeFollower* follower,
                      QObject* parent)
     : QObject(parent), tool_(toolPlace()), emitting_(cell->emitting()) {
     connect(controller, &sim::Controller::postureMoved, this, &SeamTrack::onMoved);
     connect(cell, &sim::Cell::emittingChanged, this, &SeamTrack::onEmitting);
-    connect(follower, &rec::TreeFollower::changed, this, &SeamTrack::onTree);
+    connect(follower, &workcell::TreeFollower::changed, this, &SeamTrack::onTree);
 }
 
 void SeamTrack::clear() {
     pieces_.clear();
     length_ = 0;
-    if (emitting_)
+    if (emitting_) {
         begin();
+    }
     emit changed();
 }
 
 /// A new pass over the work begins with a clean sheet; going on after a pause, or moving to a point, does
 /// not.
-void SeamTrack::onTree(const rec::Change& change) {
-    if (change.path == node::startTrigger)
+void SeamTrack::onTree(const workcell::Change& change) {
+    if (change.path == node::startTrigger) {
         fromTheStart_ = change.value.toInt() == 0;
-    else if (change.path == node::onceTrigger)
+    } else if (change.path == node::onceTrigger) {
         fromTheStart_ = false;
-    else if (change.path == node::programState && change.value == QLatin1String("busy") && fromTheStart_) {
+    } else if (change.path == node::programState && change.value == QLatin1String("busy") && fromTheStart_) {
         fromTheStart_ = false;
         clear();
     }
@@ -51,28 +52,31 @@ void SeamTrack::onTree(const rec::Change& change) {
 void SeamTrack::onEmitting(bool on) {
     tool_ = toolPlace();
     emitting_ = on;
-    if (on)
+    if (on) {
         begin();
-    else
+    } else {
         append();
+    }
     emit changed();
 }
 
 void SeamTrack::onMoved() {
     tool_ = toolPlace();
-    if (emitting_ && norm(tool_ - pieces_.back().back()) >= kLeastStep)
+    if (emitting_ && norm(tool_ - pieces_.back().back()) >= leastStep) {
         append();
+    }
     emit changed();
 }
 
 void SeamTrack::begin() {
     pieces_.push_back({tool_});
-    if (int(pieces_.size()) > kMostPieces)
+    if (int(pieces_.size()) > mostPieces) {
         pieces_.pop_front();
+    }
 }
 
 void SeamTrack::append() {
-    if (int(pieces_.back().size()) == kPiecePlaces) {
+    if (int(pieces_.back().size()) == piecePlaces) {
         const Place last = pieces_.back().back();
         begin();
         pieces_.back().front() = last;

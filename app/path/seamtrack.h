@@ -6,10 +6,10 @@
 
 #include <deque>
 
-namespace rec {
+namespace workcell {
 class TreeFollower;
 struct Change;
-}  // namespace rec
+}  // namespace workcell
 namespace sim {
 class Cell;
 class Controller;
@@ -22,17 +22,17 @@ namespace app {
 class SeamTrack : public QObject {
     Q_OBJECT
 public:
-    static constexpr int kPiecePlaces = 1000;
-    static constexpr int kMostPieces = 100;
+    static constexpr int piecePlaces = 1000;
+    static constexpr int mostPieces = 100;
 
     /// All must outlive it. The follower hears of a run before the executor begins it.
-    SeamTrack(sim::Controller* controller, sim::Cell* cell, rec::TreeFollower* follower,
+    SeamTrack(sim::Controller* controller, sim::Cell* cell, workcell::TreeFollower* follower,
               QObject* parent = nullptr);
 
     /// Where the tool is now.
     const Place& tool() const { return tool_; }
     bool emitting() const { return emitting_; }
-    /// Of at most kPiecePlaces places each.
+    /// Of at most piecePlaces places each.
     const std::deque<Polyline>& pieces() const { return pieces_; }
     /// Of all since clear(), metres.
     double length() const { return length_; }
@@ -43,7 +43,7 @@ signals:
     void changed();
 
 private:
-    void onTree(const rec::Change& change);
+    void onTree(const workcell::Change& change);
     void onEmitting(bool on);
     void onMoved();
     void begin();

@@ -19,11 +19,13 @@ bool DialogGuard::eventFilter(QObject* watched, QEvent* event) {
     const QEvent::Type type = event->type();
     const bool appears = type == QEvent::Show || type == QEvent::WindowActivate;
     const bool moves = watched == pendant_ && (type == QEvent::Move || type == QEvent::Resize);
-    if ((!appears && !moves) || !watched->isWidgetType())
+    if ((!appears && !moves) || !watched->isWidgetType()) {
         return false;
+    }
     auto* window = static_cast<QWidget*>(watched);
-    if (!window->isWindow())
+    if (!window->isWindow()) {
         return false;
+    }
     // Message boxes that Qt opens by itself would block every window, the pendant's too. What they are
     // about is their parent's window.
     if (type == QEvent::Show && window->windowModality() == Qt::ApplicationModal) {
@@ -39,16 +41,18 @@ bool DialogGuard::eventFilter(QObject* watched, QEvent* event) {
 
 void DialogGuard::keepClear() {
     due_ = false;
-    if (!pendant_->isVisible())
+    if (!pendant_->isVisible()) {
         return;
+    }
     pendant_->raise();
     // The window manager keeps the pendant over all windows that it knows.
     const QWidgetList windows = QApplication::topLevelWidgets();
     for (QWidget* window : windows) {
         const Qt::WindowType kind = window->windowType();
         const bool passing = kind == Qt::Popup || kind == Qt::ToolTip;
-        if (window->isVisible() && window->windowFlags().testFlag(Qt::BypassWindowManagerHint) && !passing)
+        if (window->isVisible() && window->windowFlags().testFlag(Qt::BypassWindowManagerHint) && !passing) {
             moveAway(window);
+        }
     }
 }
 
@@ -56,8 +60,9 @@ void DialogGuard::keepClear() {
 void DialogGuard::moveAway(QWidget* dialog) {
     const QRect room = pendant_->screen()->availableGeometry();
     for (const QRect& keepFree : {pendant_->frameGeometry(), pendant_->stopGeometry()}) {
-        if (!dialog->geometry().intersects(keepFree))
+        if (!dialog->geometry().intersects(keepFree)) {
             return;
+        }
         if (const auto place = placeClearOf(dialog->geometry(), keepFree, room)) {
             dialog->move(*place);
             return;

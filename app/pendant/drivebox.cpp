@@ -12,7 +12,7 @@ namespace app {
 
 namespace {
 
-const char* const kModes[] = {"auto", "manual"};
+const char* const modes[] = {"auto", "manual"};
 
 QLabel* stateLabel(const QString& name) {
     auto* label = new QLabel;
@@ -45,14 +45,15 @@ DriveBox::DriveBox(sim::Controller* controller, QWidget* parent)
         grid->addWidget(widgets[row], row, 1);
     }
     connect(mode_, &Choice::asked, this,
-            [controller](int index) { controller->setMode(QLatin1String(kModes[index])); });
-    for (const QString& path : {node::mode, node::robotState, node::programState})
+            [controller](int index) { controller->setMode(QLatin1String(modes[index])); });
+    for (const QString& path : {node::mode, node::robotState, node::programState}) {
         connect(m(path), &mendo::ModuleObject::changed, this, &DriveBox::refresh);
+    }
     refresh();
 }
 
 void DriveBox::refresh() {
-    mode_->setCurrent(m(node::mode)->getString() == QLatin1String(kModes[0]) ? 0 : 1);
+    mode_->setCurrent(m(node::mode)->getString() == QLatin1String(modes[0]) ? 0 : 1);
     showState(robot_, node::robotState, tr("运动中"), tr("静止"));
     showState(program_, node::programState, tr("运行中"), tr("空闲"));
 }

@@ -14,16 +14,18 @@ HoldButton::HoldButton(const QString& text, QWidget* parent) : QPushButton(text,
 }
 
 void HoldButton::hold() {
-    if (held_ || !isEnabled())
+    if (held_ || !isEnabled()) {
         return;
+    }
     held_ = true;
     setDown(true);
     emit held(true);
 }
 
 void HoldButton::letGo() {
-    if (!held_)
+    if (!held_) {
         return;
+    }
     held_ = false;
     setDown(false);
     emit held(false);
@@ -31,8 +33,9 @@ void HoldButton::letGo() {
 
 /// A plain button is pressed again when the finger comes back to it.
 void HoldButton::mouseMoveEvent(QMouseEvent* event) {
-    if (held_)
+    if (held_) {
         QPushButton::mouseMoveEvent(event);
+    }
 }
 
 void HoldButton::hideEvent(QHideEvent* event) {

@@ -14,10 +14,10 @@ namespace app {
 
 namespace {
 
-const sim::JogFrame kFrames[] = {sim::JogFrame::Base, sim::JogFrame::Tool, sim::JogFrame::Joint};
-constexpr int kHeld = 0;                      // of the steps
-constexpr double kSteps[] = {0, 0.1, 1, 10};  // millimetres or degrees
-constexpr double kSpeeds[] = {2, 10, 50};     // millimetres or degrees a second
+const sim::JogFrame frames[] = {sim::JogFrame::Base, sim::JogFrame::Tool, sim::JogFrame::Joint};
+constexpr int heldStep = 0;                      // of the steps
+constexpr double stepSizes[] = {0, 0.1, 1, 10};  // millimetres or degrees
+constexpr double speeds[] = {2, 10, 50};         // millimetres or degrees a second
 
 }  // namespace
 
@@ -58,25 +58,27 @@ JogBox::JogBox(sim::Controller* controller, QWidget* parent)
     }
     connect(keys_, &JogKeys::held, this, &JogBox::onHeld);
     connect(m(node::mode), &mendo::ModuleObject::changed, this, &JogBox::endJog);
-    for (const QString& path : {node::power, node::programState})
+    for (const QString& path : {node::power, node::programState}) {
         connect(m(path), &mendo::ModuleObject::changed, this, &JogBox::refreshKeys);
+    }
     refreshFrame();
     refreshKeys();
 }
 
 void JogBox::onHeld(int axis, int direction, bool on) {
     if (!on) {
-        if (step_->current() == kHeld)
+        if (step_->current() == heldStep) {
             controller_->stopJog();
+        }
         return;
     }
     QString text = obstacle();
     if (text.isEmpty()) {
-        const sim::JogFrame frame = kFrames[frame_->current()];
+        const sim::JogFrame frame = frames[frame_->current()];
         const double unit = jogUnit(frame, axis);
-        const bool held = step_->current() == kHeld;
-        const double way = held ? 1 : kSteps[step_->current()];
-        const sim::JogMove move{frame, axis, direction * way * unit, kSpeeds[speed_->current()] * unit};
+        const bool held = step_->current() == heldStep;
+        const double way = held ? 1 : stepSizes[step_->current()];
+        const sim::JogMove move{frame, axis, direction * way * unit, speeds[speed_->current()] * unit};
         text = reason(held ? controller_->jogOn(move) : controller_->jog(move));
     }
     answer_->setText(text);
@@ -101,10 +103,12 @@ QString JogBox::reason(sim::JogAnswer answer) {
 
 /// Why the robot cannot be jogged now; empty when it can.
 QString JogBox::obstacle() const {
-    if (m(node::power)->getString() != QLatin1String("on"))
+    if (m(node::power)->getString() != QLatin1String("on")) {
         return tr("机器人未上电");
-    if (m(node::programState)->getString() != QLatin1String("idle"))
+    }
+    if (m(node::programState)->getString() != QLatin1String("idle")) {
         return tr("程序正在运行");
+    }
     return {};
 }
 
@@ -114,15 +118,16 @@ void JogBox::endJog() {
 }
 
 void JogBox::refreshFrame() {
-    const sim::JogFrame frame = kFrames[frame_->current()];
+    const sim::JogFrame frame = frames[frame_->current()];
     keys_->setFrame(frame);
     posture_->showJoints(frame == sim::JogFrame::Joint);
 }
 
 void JogBox::refreshKeys() {
     const QString text = obstacle();
-    if (!text.isEmpty())
+    if (!text.isEmpty()) {
         keys_->letGo();
+    }
     keys_->setEnabled(text.isEmpty());
     answer_->setText(text);
 }

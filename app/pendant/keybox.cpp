@@ -12,7 +12,7 @@ namespace app {
 
 namespace {
 
-constexpr int kColumns = 2;
+constexpr int columns = 2;
 
 }  // namespace
 
@@ -33,7 +33,7 @@ KeyBox::KeyBox(sim::Controller* controller, QWidget* parent) : QWidget(parent) {
         const QString name = QLatin1String(key.name);
         auto* button = new HoldButton(QStringLiteral("%1\nF%2").arg(key.text).arg(index + 1));
         button->setObjectName(QStringLiteral("key_") + name);
-        grid->addWidget(button, index / kColumns, index % kColumns);
+        grid->addWidget(button, index / columns, index % columns);
         byFunctionKey_.insert(Qt::Key_F1 + index, button);
         ++index;
         // The tool's node is false while a key is down.
@@ -42,22 +42,25 @@ KeyBox::KeyBox(sim::Controller* controller, QWidget* parent) : QWidget(parent) {
     }
     auto* hint = new QLabel(tr("短按：选择和插入；按住 3 秒：拖动示教"));
     hint->setWordWrap(true);
-    grid->addWidget(hint, grid->rowCount(), 0, 1, kColumns);
+    grid->addWidget(hint, grid->rowCount(), 0, 1, columns);
     grid->setRowStretch(grid->rowCount(), 1);
     QCoreApplication::instance()->installEventFilter(this);
 }
 
 bool KeyBox::eventFilter(QObject*, QEvent* event) {
-    if (event->type() != QEvent::KeyPress && event->type() != QEvent::KeyRelease)
+    if (event->type() != QEvent::KeyPress && event->type() != QEvent::KeyRelease) {
         return false;
+    }
     const auto* keyEvent = static_cast<QKeyEvent*>(event);
     HoldButton* button = byFunctionKey_.value(keyEvent->key());
-    if (!button || keyEvent->modifiers() != Qt::NoModifier)
+    if (!button || keyEvent->modifiers() != Qt::NoModifier) {
         return false;
-    if (!keyEvent->isAutoRepeat() && event->type() == QEvent::KeyPress)
+    }
+    if (!keyEvent->isAutoRepeat() && event->type() == QEvent::KeyPress) {
         button->hold();
-    else if (!keyEvent->isAutoRepeat())
+    } else if (!keyEvent->isAutoRepeat()) {
         button->letGo();
+    }
     return true;
 }
 

@@ -23,11 +23,11 @@ namespace app {
 
 namespace {
 
-constexpr int kFoldedWidth = 108;  // as wide as the column of the pages' buttons
-constexpr int kWidth = 300;
-constexpr int kTitle = 30;  // what a window manager adds, before it is known
-constexpr int kByHand = 60;
-constexpr int kLastLine = 48;  // the panel's, which says what it waits for
+constexpr int foldedWidth = 108;  // as wide as the column of the pages' buttons
+constexpr int fullWidth = 300;
+constexpr int titleKey = 30;  // what a window manager adds, before it is known
+constexpr int byHandWidth = 60;
+constexpr int lastLine = 48;  // the panel's, which says what it waits for
 
 }  // namespace
 
@@ -78,7 +78,7 @@ QWidget* PendantWindow::makeRest(sim::Controller* controller) {
 void PendantWindow::showBeside(const QRect& panel) {
     const QRect room = screen()->availableGeometry();
     const auto remembered = Preferences::pendantPlace();
-    const auto beside = cornerBeside(panel, size() + QSize(0, kTitle), room);
+    const auto beside = cornerBeside(panel, size() + QSize(0, titleKey), room);
     if (remembered && QGuiApplication::screenAt(*remembered)) {
         setUnfolded(Preferences::pendantUnfolded());
         move(*remembered);
@@ -86,7 +86,7 @@ void PendantWindow::showBeside(const QRect& panel) {
         move(*beside);
     } else {
         setUnfolded(false);
-        move(room.x(), room.y() + room.height() - height() - kTitle - kLastLine);
+        move(room.x(), room.y() + room.height() - height() - titleKey - lastLine);
     }
     placed_ = pos();
     show();
@@ -96,29 +96,32 @@ void PendantWindow::showBeside(const QRect& panel) {
 void PendantWindow::setUnfolded(bool unfolded) {
     const QRect before = frameGeometry();
     const QRect room = screen()->availableGeometry();
-    const bool atBottom = before.bottom() > room.bottom() - kByHand;
-    const bool atRight = before.right() > room.right() - kByHand;
+    const bool atBottom = before.bottom() > room.bottom() - byHandWidth;
+    const bool atRight = before.right() > room.right() - byHandWidth;
     rest_->setVisible(unfolded);
     stop_->setUnfolded(unfolded);
-    setFixedWidth(unfolded ? kWidth : kFoldedWidth);
+    setFixedWidth(unfolded ? fullWidth : foldedWidth);
     layout()->invalidate();
     setFixedHeight(layout()->sizeHint().height());
-    if (!isVisible())
+    if (!isVisible()) {
         return;
+    }
     // It grows from the corner that it stands in, and goes back to where it was folded.
     const QSize grown(width() - before.width(),
                       height() + frameGeometry().height() - geometry().height() - before.height());
-    const bool byHand = (pos() - placed_).manhattanLength() > kByHand;
-    const bool stayed = !unfolded && foldedPos_ && (pos() - unfoldedPos_).manhattanLength() <= kByHand;
-    if (unfolded)
+    const bool byHand = (pos() - placed_).manhattanLength() > byHandWidth;
+    const bool stayed = !unfolded && foldedPos_ && (pos() - unfoldedPos_).manhattanLength() <= byHandWidth;
+    if (unfolded) {
         foldedPos_ = pos();
+    }
     move(stayed ? *foldedPos_ : pos() - QPoint(atRight ? grown.width() : 0, atBottom ? grown.height() : 0));
     keepOnScreen();
     unfoldedPos_ = pos();
-    if (byHand)
+    if (byHand) {
         Preferences::rememberPendant(pos(), unfolded);
-    else
+    } else {
         placed_ = pos();
+    }
 }
 
 bool PendantWindow::isUnfolded() const {
@@ -132,40 +135,46 @@ QRect PendantWindow::stopGeometry() const {
 void PendantWindow::keepOnScreen() {
     const QRect frame = frameGeometry();
     const QRect kept = movedInto(frame, screen()->availableGeometry());
-    if (kept != frame)
+    if (kept != frame) {
         move(pos() + kept.topLeft() - frame.topLeft());
+    }
 }
 
 void PendantWindow::passKeyboard() {
     if (isActiveWindow()) {
         QWidget* const dialog = QApplication::activeModalWidget();
-        if (QWindow* window = dialog ? dialog->windowHandle() : before_.data())
+        if (QWindow* window = dialog ? dialog->windowHandle() : before_.data()) {
             window->requestActivate();
+        }
         return;
     }
     before_ = QGuiApplication::focusWindow();
     windowHandle()->setFlag(Qt::WindowDoesNotAcceptFocus, false);
     activateWindow();
-    if (!focusWidget())
+    if (!focusWidget()) {
         focusNextChild();
+    }
 }
 
 bool PendantWindow::event(QEvent* event) {
-    if (event->type() == QEvent::WindowDeactivate && windowHandle())
+    if (event->type() == QEvent::WindowDeactivate && windowHandle()) {
         windowHandle()->setFlag(Qt::WindowDoesNotAcceptFocus, true);
+    }
     return QWidget::event(event);
 }
 
 void PendantWindow::moveEvent(QMoveEvent* event) {
     QWidget::moveEvent(event);
-    if (event->spontaneous() && isVisible() && (pos() - placed_).manhattanLength() > kByHand)
+    if (event->spontaneous() && isVisible() && (pos() - placed_).manhattanLength() > byHandWidth) {
         Preferences::rememberPendant(pos(), isUnfolded());
+    }
 }
 
 void PendantWindow::changeEvent(QEvent* event) {
     QWidget::changeEvent(event);
-    if (event->type() == QEvent::WindowStateChange && isMinimized())
+    if (event->type() == QEvent::WindowStateChange && isMinimized()) {
         QTimer::singleShot(0, this, &QWidget::showNormal);
+    }
 }
 
 void PendantWindow::closeEvent(QCloseEvent* event) {

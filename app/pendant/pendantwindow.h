@@ -49,10 +49,10 @@ private:
 
     StopBox* stop_;
     QWidget* rest_;
-    QPoint placed_;             ///< where it was put, not by hand
+    QPoint placed_;                    ///< where it was put, not by hand
     std::optional<QPoint> foldedPos_;  ///< where it stood before it was unfolded
     QPoint unfoldedPos_;               ///< where it stood then
-    QPointer<QWindow> before_;  ///< had the keyboard
+    QPointer<QWindow> before_;         ///< had the keyboard
 };
 
 }  // namespace app

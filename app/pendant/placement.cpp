@@ -9,8 +9,9 @@ std::optional<QPoint> cornerBeside(const QRect& panel, const QSize& size, const 
     const int lefts[] = {room.x() + room.width() - size.width(), room.x()};
     for (const int left : lefts) {
         const QRect place(QPoint(left, top), size);
-        if (room.contains(place) && !place.intersects(panel))
+        if (room.contains(place) && !place.intersects(panel)) {
             return place.topLeft();
+        }
     }
     return {};
 }
@@ -31,11 +32,13 @@ std::optional<QPoint> placeClearOf(const QRect& dialog, const QRect& keepFree, c
     for (const QPoint& place : places) {
         const QPoint inside = movedInto(QRect(place, dialog.size()), room).topLeft();
         const QRect moved(inside, dialog.size());
-        if (!room.contains(moved) || moved.intersects(keepFree))
+        if (!room.contains(moved) || moved.intersects(keepFree)) {
             continue;
+        }
         if (!nearest ||
-            (inside - dialog.topLeft()).manhattanLength() < (*nearest - dialog.topLeft()).manhattanLength())
+            (inside - dialog.topLeft()).manhattanLength() < (*nearest - dialog.topLeft()).manhattanLength()) {
             nearest = inside;
+        }
     }
     return nearest;
 }

@@ -14,8 +14,8 @@ namespace app {
 
 namespace {
 
-constexpr int kRows = 3;
-constexpr int kBetween = 10;  // pixels
+constexpr int rows = 3;
+constexpr int between = 10;  // pixels
 
 /// Two decimals, without a sign before nought.
 QString shown(double value) {
@@ -33,14 +33,14 @@ PostureTable::PostureTable(QWidget* parent) : QWidget(parent) {
         auto* value = new QLabel;
         value->setObjectName(QStringLiteral("lblPosture%1").arg(axis));
         value->setAlignment(Qt::AlignRight);
-        const int column = axis < kRows ? 0 : 3;
+        const int column = axis < rows ? 0 : 3;
         names_[size_t(axis)] = new QLabel;
         values_[size_t(axis)] = value;
-        grid->addWidget(names_[size_t(axis)], axis % kRows, column);
-        grid->addWidget(value, axis % kRows, column + 1);
+        grid->addWidget(names_[size_t(axis)], axis % rows, column);
+        grid->addWidget(value, axis % rows, column + 1);
         grid->setColumnStretch(column + 1, 1);
     }
-    grid->setColumnMinimumWidth(2, kBetween);
+    grid->setColumnMinimumWidth(2, between);
     connect(kordservice()->dataNode(node::posture), &mendo::ModuleObject::changed, this,
             &PostureTable::refresh);
     refresh();
@@ -55,11 +55,11 @@ void PostureTable::refresh() {
     const mendo::ModuleObject* posture = kordservice()->dataNode(node::posture);
     const auto frame = joints_ ? sim::JogFrame::Joint : sim::JogFrame::Base;
     for (int axis = 0; axis < int(values_.size()); ++axis) {
-        const bool length = !joints_ && axis < kRows;
+        const bool length = !joints_ && axis < rows;
         const QString list = joints_  ? QStringLiteral("near")
                              : length ? QStringLiteral("trans")
                                       : QStringLiteral("rot");
-        const double value = posture->c(list)->c(joints_ ? axis : axis % kRows)->getDouble();
+        const double value = posture->c(list)->c(joints_ ? axis : axis % rows)->getDouble();
         names_[size_t(axis)]->setText(jogAxisName(frame, axis));
         values_[size_t(axis)]->setText(shown(value / jogUnit(frame, axis)) + QLatin1Char(' ') +
                                        (length ? tr("mm") : QStringLiteral("°")));

@@ -18,7 +18,7 @@ namespace app {
 
 namespace {
 
-constexpr int kDrive = 0, kRelease = 1;
+constexpr int driveButton = 0, releaseButton = 1;
 
 }  // namespace
 
@@ -85,17 +85,19 @@ void StopBox::press() {
 
 bool StopBox::eventFilter(QObject*, QEvent* event) {
     const QWidget* list = QApplication::activePopupWidget();
-    if (event->type() != QEvent::MouseButtonPress || !list || !stop_->isVisible())
+    if (event->type() != QEvent::MouseButtonPress || !list || !stop_->isVisible()) {
         return false;
+    }
     const QPoint place = static_cast<QMouseEvent*>(event)->globalPos();
-    if (stop_->rect().contains(stop_->mapFromGlobal(place)) && !list->geometry().contains(place))
+    if (stop_->rect().contains(stop_->mapFromGlobal(place)) && !list->geometry().contains(place)) {
         press();
+    }
     return false;
 }
 
 void StopBox::refresh() {
     stop_->setLatched(controller_->emergencyStop());
-    switches_->setCurrentIndex(controller_->emergencyStop() ? kRelease : kDrive);
+    switches_->setCurrentIndex(controller_->emergencyStop() ? releaseButton : driveButton);
     power_->setCurrent(m(node::power)->getString() == QLatin1String("on") ? 1 : 0);
 }
 

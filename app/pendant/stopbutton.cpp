@@ -7,20 +7,20 @@ namespace app {
 
 namespace {
 
-const QColor kPlate(0xff, 0xd1, 0x00);
-const QColor kRed(0xd4, 0x1f, 0x1f);
-const QColor kDeep(0x94, 0x12, 0x12);
-const QColor kFocus(0x1d, 0x4f, 0x91);
+const QColor plateColour(0xff, 0xd1, 0x00);
+const QColor red(0xd4, 0x1f, 0x1f);
+const QColor deep(0x94, 0x12, 0x12);
+const QColor focus(0x1d, 0x4f, 0x91);
 
-constexpr double kOut = 4, kIn = 9;  // from the plate's edge to the mushroom's
-constexpr int kTextPx = 19;
-constexpr int kKeyPx = 13;
+constexpr double plateToRim = 4, plateToCap = 9;  // from the plate's edge to the mushroom's
+constexpr int textPx = 19;
+constexpr int keyPx = 13;
 
 }  // namespace
 
 StopButton::StopButton(QWidget* parent) : QAbstractButton(parent) {
     setObjectName(QStringLiteral("btnStop"));
-    setFixedSize(kSide, kSide);
+    setFixedSize(side, side);
     setFocusPolicy(Qt::TabFocus);
     setText(tr("急停"));
     setAccessibleName(tr("紧急停止"));
@@ -36,22 +36,23 @@ void StopButton::setLatched(bool latched) {
 void StopButton::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.fillRect(rect(), kPlate);
-    const double edge = latched_ || isDown() ? kIn : kOut;
+    painter.fillRect(rect(), plateColour);
+    const double edge = latched_ || isDown() ? plateToCap : plateToRim;
     const QRectF head = QRectF(rect()).adjusted(edge, edge, -edge, -edge);
-    painter.setPen(QPen(hasFocus() ? kFocus : kDeep, hasFocus() ? 4 : 2));
-    painter.setBrush(latched_ ? kDeep : kRed);
+    painter.setPen(QPen(hasFocus() ? focus : deep, hasFocus() ? 4 : 2));
+    painter.setBrush(latched_ ? deep : red);
     painter.drawEllipse(head);
-    if (latched_)
+    if (latched_) {
         paintArrows(&painter, head.adjusted(7, 7, -7, -7));
+    }
     painter.setPen(Qt::white);
     QFont bold = font();
     bold.setBold(true);
-    bold.setPixelSize(kTextPx);
+    bold.setPixelSize(textPx);
     painter.setFont(bold);
     const QRectF text(0, 0, width(), height());
     painter.drawText(text.adjusted(0, -10, 0, -10), Qt::AlignCenter, this->text());
-    bold.setPixelSize(kKeyPx);
+    bold.setPixelSize(keyPx);
     painter.setFont(bold);
     painter.drawText(text.adjusted(0, 18, 0, 18), Qt::AlignCenter, QStringLiteral("F12"));
 }
@@ -60,9 +61,9 @@ void StopButton::paintEvent(QPaintEvent*) {
 void StopButton::paintArrows(QPainter* painter, const QRectF& place) const {
     painter->setPen(QPen(Qt::white, 2));
     painter->setBrush(Qt::white);
-    constexpr int kWhole = 16;  // of a degree
+    constexpr int wholePercent = 16;  // of a degree
     for (const int top : {70, 250}) {
-        painter->drawArc(place, top * kWhole, 40 * kWhole);
+        painter->drawArc(place, top * wholePercent, 40 * wholePercent);
         const QPointF tip(place.center().x() + (top < 90 ? 10 : -10),
                           top < 90 ? place.top() + 2 : place.bottom() - 2);
         const double ahead = top < 90 ? 5 : -5;

@@ -9,12 +9,12 @@ namespace app {
 class StopButton : public QAbstractButton {
     Q_OBJECT
 public:
-    static constexpr int kSide = 88;
+    static constexpr int side = 88;
 
     explicit StopButton(QWidget* parent = nullptr);
 
     void setLatched(bool latched);
-    QSize sizeHint() const override { return QSize(kSide, kSide); }
+    QSize sizeHint() const override { return QSize(side, side); }
 
 protected:
     void paintEvent(QPaintEvent* event) override;

@@ -10,18 +10,19 @@ namespace app {
 
 namespace {
 
-constexpr int kSteps = 1000;
-constexpr int kWidth = 270;
-constexpr qint64 kMsPerS = 1000;
+constexpr int stepSizes = 1000;
+constexpr int fullWidth = 270;
+constexpr qint64 msPerS = 1000;
 
 /// "0:12"
 QString clockText(qint64 ms) {
-    const qint64 seconds = ms / kMsPerS;
+    const qint64 seconds = ms / msPerS;
     const auto twoDigits = [](qint64 value) {
         return QString::number(value).rightJustified(2, QLatin1Char('0'));
     };
-    if (seconds < 3600)
+    if (seconds < 3600) {
         return QStringLiteral("%1:%2").arg(QString::number(seconds / 60), twoDigits(seconds % 60));
+    }
     return QStringLiteral("%1:%2:%3")
         .arg(QString::number(seconds / 3600), twoDigits(seconds / 60 % 60), twoDigits(seconds % 60));
 }
@@ -31,12 +32,12 @@ QString clockText(qint64 ms) {
 ProgressView::ProgressView(const RunWatcher* watcher, QWidget* parent)
     : QWidget(parent), watcher_(watcher), gone_(new QLabel), left_(new QLabel), bar_(new QProgressBar) {
     setObjectName(QStringLiteral("runProgress"));
-    setFixedWidth(kWidth);
+    setFixedWidth(fullWidth);
     gone_->setObjectName(QStringLiteral("lblProgressGone"));
     left_->setObjectName(QStringLiteral("lblProgressLeft"));
     bar_->setObjectName(QStringLiteral("barProgress"));
     bar_->setTextVisible(false);
-    bar_->setRange(0, kSteps);
+    bar_->setRange(0, stepSizes);
     bar_->setFixedHeight(8);
     auto* row = new QHBoxLayout;
     row->addWidget(gone_);
@@ -60,14 +61,15 @@ void ProgressView::refresh() {
     gone_->setText(clockText(watcher_->goneMs()));
     const std::optional<RunProgress::View> view = watcher_->view();
     left_->setText(view ? leftText(*view) : QStringLiteral("…"));
-    bar_->setValue(view ? int(view->share * kSteps) : 0);
+    bar_->setValue(view ? int(view->share * stepSizes) : 0);
 }
 
 QString ProgressView::leftText(const RunProgress::View& view) {
     // The last second counts until it is over.
-    const QString left = clockText(view.leftMs + kMsPerS - 1);
-    if (view.waits)
+    const QString left = clockText(view.leftMs + msPerS - 1);
+    if (view.waits) {
         return tr("等待输入，之后 %1").arg(left);
+    }
     return view.willWait ? tr("剩余 %1 + 等待输入").arg(left) : tr("剩余 %1").arg(left);
 }
 

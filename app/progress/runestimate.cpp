@@ -14,10 +14,10 @@ namespace {
 
 using Stand = sim::MotionPlan::Stand;
 
-constexpr double kMmPerM = 1000;
-constexpr qint64 kInputPollMs = 100;
-constexpr qint64 kZonePollMs = 50;
-constexpr int kMostPlanned = 40;  // moves at once
+constexpr double mmPerM = 1000;
+constexpr qint64 inputPollMs = 100;
+constexpr qint64 zonePollMs = 50;
+constexpr int mostPlanned = 40;  // moves at once
 
 /// The first whole millisecond at or after a time.
 qint64 wholeMs(double seconds) {
@@ -48,8 +48,9 @@ sim::Pose poseOf(const QJsonValue& point) {
     sim::Pose pose;
     for (const auto& part : {std::make_pair("trans", &pose.trans), std::make_pair("rot", &pose.rot)}) {
         const QJsonArray values = point.toObject().value(QLatin1String(part.first)).toArray();
-        for (int i = 0; i < 3; ++i)
+        for (int i = 0; i < 3; ++i) {
             (*part.second)[size_t(i)] = number(values.at(i));
+        }
     }
     return pose;
 }
@@ -57,8 +58,9 @@ sim::Pose poseOf(const QJsonValue& point) {
 sim::Joints jointsOf(const QJsonValue& point) {
     sim::Joints joints;
     const QJsonArray values = point.toObject().value(QLatin1String("near")).toArray();
-    for (const QJsonValue& value : values)
+    for (const QJsonValue& value : values) {
         joints.push_back(number(value));
+    }
     return joints;
 }
 
@@ -128,8 +130,9 @@ RunEstimate::Walk::Walk(const QJsonArray& statements, const QJsonArray& sets, co
     for (const QJsonValue& statement : statements) {
         openBefore_.push_back(open);
         statements_.push_back(statement.toObject());
-        if (typeOf(statements_.back()) == QLatin1String("open"))
+        if (typeOf(statements_.back()) == QLatin1String("open")) {
             open = count() - 1;
+        }
     }
 }
 
@@ -137,10 +140,12 @@ bool RunEstimate::Walk::advance(int lines) {
     const int end = start_.step ? std::min(start_.line + 1, count()) : count();
     for (; lines > 0 && next_ < end && !failed_; ++next_, --lines) {
         const qint64 begun = nowMs_;
-        if (next_ == start_.line && weldOpen_ && !start_.step && start_.permitted)
+        if (next_ == start_.line && weldOpen_ && !start_.step && start_.permitted) {
             resumeWeld(next_);
-        if (isExecuted(at(next_)))
+        }
+        if (isExecuted(at(next_))) {
             passLine(next_);
+        }
         lines_[size_t(next_)].ms = nowMs_ - begun;
     }
     return failed_ || next_ >= end;
@@ -150,17 +155,19 @@ void RunEstimate::Walk::passLine(int line) {
     const QJsonObject& statement = at(line);
     const QString type = typeOf(statement);
     if (isMove(statement)) {
-        if (line >= batchTo_)
+        if (line >= batchTo_) {
             queueBatch(line);
+        }
         waitForMove(line);
         return;
     }
-    if (type == QLatin1String("param") || (type == QLatin1String("open") && start_.permitted))
+    if (type == QLatin1String("param") || (type == QLatin1String("open") && start_.permitted)) {
         set_ = int(number(statement.value(QLatin1String("index"))));
+    }
     if (type == QLatin1String("delay")) {
         nowMs_ += milliseconds(statement, "delaytime");
     } else if (type == QLatin1String("waitDI")) {
-        nowMs_ += kInputPollMs;
+        nowMs_ += inputPollMs;
         lines_[size_t(line)].waitsForInput = true;
     } else if (type == QLatin1String("open") && start_.permitted) {
         nowMs_ += openingMs();
@@ -173,8 +180,9 @@ void RunEstimate::Walk::passLine(int line) {
 
 void RunEstimate::Walk::resumeWeld(int line) {
     const int open = openBefore_[size_t(line)];
-    if (open >= 0)
+    if (open >= 0) {
         set_ = int(number(at(open).value(QLatin1String("index"))));
+    }
     nowMs_ += openingMs();
 }
 
@@ -195,7 +203,7 @@ double RunEstimate::Walk::speedOf(int line) const {
     const bool welds = weldOpen_ && open >= 0;
     return number(welds ? at(open).value(QLatin1String("weldspeed"))
                         : at(line).value(QLatin1String("speed"))) /
-           kMmPerM;
+           mmPerM;
 }
 
 sim::MotionCommand RunEstimate::Walk::motionOf(int line) {
@@ -208,16 +216,18 @@ sim::MotionCommand RunEstimate::Walk::motionOf(int line) {
     sim::MotionCommand motion;
     motion.id = line;
     motion.speed = speedOf(line);
-    motion.zone = std::max(0.0, number(statement.value(QLatin1String("zone"))) / kMmPerM);
-    if (!(motion.speed > 0))
+    motion.zone = std::max(0.0, number(statement.value(QLatin1String("zone"))) / mmPerM);
+    if (!(motion.speed > 0)) {
         motion.refusal = sim::NoSpeed;
+    }
     if (type == QLatin1String("moveJ")) {
         motion.kind = Kind::Joint;
         motion.joints = jointsOf(point);
-        if (int(motion.joints.size()) == arm_.axes())
+        if (int(motion.joints.size()) == arm_.axes()) {
             target_ = arm_.forward(motion.joints);
-        else
+        } else {
             motion.refusal = sim::NoTarget;
+        }
         return motion;
     }
     motion.kind = type == QLatin1String("moveL") ? Kind::Line : Kind::Arc;
@@ -243,9 +253,10 @@ sim::MotionCommand RunEstimate::Walk::motionOf(int line) {
 void RunEstimate::Walk::queueBatch(int line) {
     std::vector<sim::MotionCommand> motions;
     batchFrom_ = batchTo_ = line;
-    const int end = start_.step ? line + 1 : std::min(count(), line + kMostPlanned);
-    while (batchTo_ < end && isMove(at(batchTo_)) && isExecuted(at(batchTo_)))
+    const int end = start_.step ? line + 1 : std::min(count(), line + mostPlanned);
+    while (batchTo_ < end && isMove(at(batchTo_)) && isExecuted(at(batchTo_))) {
         motions.push_back(motionOf(batchTo_++));
+    }
     plan_ = std::make_unique<sim::MotionPlan>(arm_, stand_, std::move(motions));
     stand_ = plan_->end();
     target_ = stand_.pose;
@@ -256,10 +267,12 @@ void RunEstimate::Walk::queueBatch(int line) {
 /// Whether the next statement of laser or robot switches the laser off.
 bool RunEstimate::Walk::endsWeld(int line) const {
     for (int i = line + 1; i < count() && !start_.step; ++i) {
-        if (typeOf(at(i)) == QLatin1String("close"))
+        if (typeOf(at(i)) == QLatin1String("close")) {
             return true;
-        if (typeOf(at(i)) == QLatin1String("open") || isMove(at(i)))
+        }
+        if (typeOf(at(i)) == QLatin1String("open") || isMove(at(i))) {
             return false;
+        }
     }
     return false;
 }
@@ -275,9 +288,10 @@ void RunEstimate::Walk::waitForMove(int line) {
         // The zone is looked for in steps, arcs reach theirs too seldom to count on it.
         const QString type = typeOf(at(line));
         const qint64 entry = batchMs_ + zoneEntryMs(mark);
-        const qint64 polls = std::max<qint64>(1, (entry - nowMs_ + kZonePollMs - 1) / kZonePollMs);
-        if (type == QLatin1String("moveJ") || type == QLatin1String("moveL"))
-            done = std::min(done, nowMs_ + polls * kZonePollMs);
+        const qint64 polls = std::max<qint64>(1, (entry - nowMs_ + zonePollMs - 1) / zonePollMs);
+        if (type == QLatin1String("moveJ") || type == QLatin1String("moveL")) {
+            done = std::min(done, nowMs_ + polls * zonePollMs);
+        }
     }
     nowMs_ = std::max(nowMs_, done);
 }
@@ -286,11 +300,11 @@ void RunEstimate::Walk::waitForMove(int line) {
 qint64 RunEstimate::Walk::zoneEntryMs(size_t mark) const {
     const QJsonObject& statement = at(batchFrom_ + int(mark));
     const QJsonValue own = statement.value(QLatin1String("zone"));
-    const double radius = own.isUndefined() ? start_.defaultZoneM : number(own) / kMmPerM;
+    const double radius = own.isUndefined() ? start_.defaultZoneM : number(own) / mmPerM;
     const sim::SpeedProfile& profile = plan_->profile();
     const double end = profile.at(plan_->marks()[mark].time).s;
     return wholeMs(profile.timeAt(radius > 0 ? std::max(0.0, end - radius) : end)) +
-           (radius > 0 ? 0 : kZonePollMs);
+           (radius > 0 ? 0 : zonePollMs);
 }
 
 // --- The estimate --------------------------------------------------------------------------------

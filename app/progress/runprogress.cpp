@@ -21,16 +21,18 @@ RunProgress::RunProgress(std::vector<LineEstimate> lines, int line, qint64 nowMs
 }
 
 void RunProgress::beginLine(int line, qint64 nowMs) {
-    if (line == line_ || line < 0 || size_t(line) >= lines_.size())
+    if (line == line_ || line < 0 || size_t(line) >= lines_.size()) {
         return;
+    }
     line_ = line;
     lineBegunMs_ = nowMs;
 }
 
 RunProgress::View RunProgress::at(qint64 nowMs) const {
     View view;
-    if (line_ < 0 || size_t(line_) >= lines_.size())
+    if (line_ < 0 || size_t(line_) >= lines_.size()) {
         return view;
+    }
     const LineEstimate& line = lines_[size_t(line_)];
     view.leftMs = behindMs_[size_t(line_)] + std::max<qint64>(0, line.ms - (nowMs - lineBegunMs_));
     view.share = totalMs_ > 0 ? double(totalMs_ - view.leftMs) / double(totalMs_) : 1;

@@ -12,8 +12,8 @@ using mendo::ModuleObject;
 
 namespace {
 
-constexpr int kTickMs = 200;
-constexpr int kLinesAtOnce = 40;  // some 20 ms
+constexpr int tickMs = 200;
+constexpr int linesAtOnce = 40;  // some 20 ms
 
 qint64 nowMs() {
     return mendo::Clock::current().elapsedMs();
@@ -28,15 +28,16 @@ sim::MotionPlan::Stand standNow() {
     sim::MotionPlan::Stand stand;
     stand.pose = {tripleAt(posture->c(QStringLiteral("trans"))), tripleAt(posture->c(QStringLiteral("rot")))};
     const QList<ModuleObject*> joints = posture->c(QStringLiteral("near"))->cmobjs();
-    for (const ModuleObject* joint : joints)
+    for (const ModuleObject* joint : joints) {
         stand.joints.push_back(joint->getDouble());
+    }
     return stand;
 }
 
 }  // namespace
 
 RunWatcher::RunWatcher(const PackageFlags& package, QObject* parent) : QObject(parent), package_(package) {
-    tick_.setInterval(kTickMs);
+    tick_.setInterval(tickMs);
     connect(&idle_, &QTimer::timeout, this, &RunWatcher::estimate);
     connect(&tick_, &QTimer::timeout, this, &RunWatcher::advanced);
     connect(m(node::programState), &ModuleObject::changed, this, &RunWatcher::onState);
@@ -53,8 +54,9 @@ std::optional<RunProgress::View> RunWatcher::view() const {
 
 void RunWatcher::onState() {
     const bool running = m(node::programState)->getString() == QLatin1String("busy");
-    if (running == running_)
+    if (running == running_) {
         return;
+    }
     running_ = running;
     if (running) {
         begin();
@@ -92,8 +94,9 @@ void RunWatcher::begin() {
 
 /// A part of it, between everything else.
 void RunWatcher::estimate() {
-    if (!estimate_->advance(kLinesAtOnce))
+    if (!estimate_->advance(linesAtOnce)) {
         return;
+    }
     idle_.stop();
     progress_.emplace(estimate_->lines(), startLine_, begunMs_);
     progress_->beginLine(line_, lineBegunMs_);
@@ -102,12 +105,14 @@ void RunWatcher::estimate() {
 }
 
 void RunWatcher::onLine(const QVariant& line) {
-    if (!running_ || package_.mode() == PackageFlags::SingleStep || line.toInt() == line_)
+    if (!running_ || package_.mode() == PackageFlags::SingleStep || line.toInt() == line_) {
         return;
+    }
     line_ = line.toInt();
     lineBegunMs_ = nowMs();
-    if (progress_)
+    if (progress_) {
         progress_->beginLine(line_, lineBegunMs_);
+    }
     emit advanced();
 }
 

@@ -10,48 +10,53 @@ namespace app {
 
 namespace {
 
-constexpr double kFullScale = 32767;
+constexpr double fullScale = 32767;
 
-Lane laneOf(const rec::CellSignals& cellSignals, int signal, const QString& label) {
-    const rec::CellSignal& source = cellSignals.all()[size_t(signal)];
+Lane laneOf(const workcell::CellSignals& cellSignals, int signal, const QString& label) {
+    const workcell::CellSignal& source = cellSignals.all()[size_t(signal)];
     return {signal, source.name, label.isEmpty() ? source.name : label,
-            source.kind == rec::VcdWriter::Kind::Integer};
+            source.kind == workcell::VcdWriter::Kind::Integer};
 }
 
 }  // namespace
 
 double Lane::level(double value) const {
-    return analogue ? std::clamp(value / kFullScale, 0.0, 1.0) : value;
+    return analogue ? std::clamp(value / fullScale, 0.0, 1.0) : value;
 }
 
 QString Lane::text(double value) const {
-    if (!analogue)
+    if (!analogue) {
         return value != 0 ? QStringLiteral("1") : QStringLiteral("0");
-    return QStringLiteral("%1 %").arg(QString::number(value / kFullScale * 100, 'f', 1));
+    }
+    return QStringLiteral("%1 %").arg(QString::number(value / fullScale * 100, 'f', 1));
 }
 
-std::vector<Lane> lanesOf(const rec::CellSignals& cellSignals, const SignalRecord& record) {
+std::vector<Lane> lanesOf(const workcell::CellSignals& cellSignals, const SignalRecord& record) {
     std::vector<Lane> lanes;
     std::set<int> shown;
     const auto show = [&](int signal, const QString& label) {
-        if (signal >= 0 && shown.insert(signal).second)
+        if (signal >= 0 && shown.insert(signal).second) {
             lanes.push_back(laneOf(cellSignals, signal, label));
+        }
     };
-    show(cellSignals.indexOf(rec::signalname::busy), Lane::tr("程序运行"));
-    show(cellSignals.indexOf(rec::signalname::emission), Lane::tr("激光出光"));
+    show(cellSignals.indexOf(workcell::signalname::busy), Lane::tr("程序运行"));
+    show(cellSignals.indexOf(workcell::signalname::emission), Lane::tr("激光出光"));
     const QList<mendo::ModuleObject*> ports = m(node::ports)->cmobjs();
     for (const mendo::ModuleObject* port : ports) {
-        if (port->c(QStringLiteral("enable"))->getBool())
+        if (port->c(QStringLiteral("enable"))->getBool()) {
             show(cellSignals.indexOf(port->c(QStringLiteral("name"))->getString()),
                  port->c(QStringLiteral("tag"))->getString());
+        }
     }
     std::set<int> changed;
     for (const SignalRecord::Change& change : record.changes()) {
-        if (cellSignals.all()[size_t(change.signal)].source != rec::CellSignal::Source::Run)
+        if (cellSignals.all()[size_t(change.signal)].source != workcell::CellSignal::Source::Run) {
             changed.insert(change.signal);
+        }
     }
-    for (const int signal : changed)
+    for (const int signal : changed) {
         show(signal, {});
+    }
     return lanes;
 }
 

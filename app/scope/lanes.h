@@ -1,7 +1,7 @@
 #pragma once
 
 #include "app/scope/signalrecord.h"
-#include "recording/cellsignals.h"
+#include "workcell/cellsignals.h"
 
 #include <QCoreApplication>
 #include <QString>
@@ -30,6 +30,6 @@ public:
 
 /// The rows to be shown: run and laser, the ports that are enabled, by their row, then the other inputs
 /// and outputs that changed in the record.
-std::vector<Lane> lanesOf(const rec::CellSignals& cellSignals, const SignalRecord& record);
+std::vector<Lane> lanesOf(const workcell::CellSignals& cellSignals, const SignalRecord& record);
 
 }  // namespace app

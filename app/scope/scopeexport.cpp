@@ -1,6 +1,6 @@
 #include "app/scope/scopeexport.h"
 
-#include "recording/numbertext.h"
+#include "json/numbertext.h"
 
 #include <QIODevice>
 
@@ -11,8 +11,9 @@ namespace {
 using Change = SignalRecord::Change;
 
 bool write(QIODevice* device, const QByteArray& text, QString* error) {
-    if (device->write(text) == text.size())
+    if (device->write(text) == text.size()) {
         return true;
+    }
     *error = device->errorString();
     return false;
 }
@@ -23,29 +24,32 @@ QByteArray quoted(QString text) {
 
 QByteArray header(const std::vector<Lane>& lanes) {
     QByteArray text = "time_s";
-    for (const Lane& lane : lanes)
+    for (const Lane& lane : lanes) {
         text += ',' + quoted(lane.label == lane.name ? lane.name : lane.name + QLatin1Char(' ') + lane.label);
+    }
     return text + '\n';
 }
 
 QByteArray row(qint64 ms, const std::vector<Lane>& lanes, const std::vector<double>& values) {
-    constexpr double kMsPerS = 1000;
-    QByteArray text = QByteArray::number(double(ms) / kMsPerS, 'f', 3);
-    for (const Lane& lane : lanes)
-        text += ',' + rec::numberText(values[size_t(lane.signal)]);
+    constexpr double msPerS = 1000;
+    QByteArray text = QByteArray::number(double(ms) / msPerS, 'f', 3);
+    for (const Lane& lane : lanes) {
+        text += ',' + mendo::numberText(values[size_t(lane.signal)]);
+    }
     return text + '\n';
 }
 
 }  // namespace
 
 bool writeVcd(QIODevice* device, const SignalRecorder& recorder, const TimeSpan& span, QString* error) {
-    rec::VcdWriter writer;
+    workcell::VcdWriter writer;
     writer.setDevice(device);
     recorder.cellSignals().declare(&writer);
     const SignalRecord& record = recorder.record();
     int signal = 0;
-    for (const double value : record.before(span.fromMs))
+    for (const double value : record.before(span.fromMs)) {
         writer.set(signal++, value, 0);
+    }
     writer.begin();
     const size_t end = record.firstAt(span.toMs + 1);
     for (size_t i = record.firstAt(span.fromMs); i < end; ++i) {
@@ -60,19 +64,23 @@ bool writeCsv(QIODevice* device, const SignalRecorder& recorder, const std::vect
     const SignalRecord& record = recorder.record();
     std::vector<double> values = record.before(span.fromMs);
     std::vector<bool> shown(values.size(), false);
-    for (const Lane& lane : lanes)
+    for (const Lane& lane : lanes) {
         shown[size_t(lane.signal)] = true;
-    if (!write(device, header(lanes), error))
+    }
+    if (!write(device, header(lanes), error)) {
         return false;
+    }
     // A row is written when its time is over: several signals may change in one millisecond.
     qint64 ms = span.fromMs;
     const size_t end = record.firstAt(span.toMs + 1);
     for (size_t i = record.firstAt(span.fromMs); i < end; ++i) {
         const Change& change = record.changes()[i];
-        if (!shown[size_t(change.signal)])
+        if (!shown[size_t(change.signal)]) {
             continue;
-        if (change.ms > ms && !write(device, row(ms - span.fromMs, lanes, values), error))
+        }
+        if (change.ms > ms && !write(device, row(ms - span.fromMs, lanes, values), error)) {
             return false;
+        }
         ms = change.ms;
         values[size_t(change.signal)] = change.value;
     }

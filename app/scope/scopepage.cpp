@@ -21,13 +21,13 @@ namespace app {
 
 namespace {
 
-constexpr int kTickMs = 200;
-constexpr int kButtonHeight = 48;
-constexpr double kStretchStep = 2;
-constexpr double kMsPerS = 1000;
+constexpr int tickMs = 200;
+constexpr int buttonHeight = 48;
+constexpr double stretchStep = 2;
+constexpr double msPerS = 1000;
 
 QString seconds(qint64 ms, int decimals) {
-    return QString::number(double(ms) / kMsPerS, 'f', decimals);
+    return QString::number(double(ms) / msPerS, 'f', decimals);
 }
 
 }  // namespace
@@ -60,13 +60,13 @@ ScopePage::ScopePage(const SignalRecorder* recorder, QWidget* parent)
     connect(plot_, &ScopePlot::stretchAsked, this, &ScopePage::stretch);
     connect(scroll_, &QScrollBar::valueChanged, this, &ScopePage::scrollTo);
     connect(&tick_, &QTimer::timeout, this, &ScopePage::refresh);
-    tick_.setInterval(kTickMs);
+    tick_.setInterval(tickMs);
 }
 
 QPushButton* ScopePage::makeButton(const QString& name, const QString& text) {
     auto* button = new QPushButton(text, this);
     button->setObjectName(name);
-    button->setMinimumSize(kButtonHeight, kButtonHeight);
+    button->setMinimumSize(buttonHeight, buttonHeight);
     return button;
 }
 
@@ -81,8 +81,9 @@ QWidget* ScopePage::makeControls() {
     shorter->setAccessibleName(tr("显示更短时间"));
     back->setAccessibleName(tr("光标到上一个变化"));
     next->setAccessibleName(tr("光标到下一个变化"));
-    for (QPushButton* button : {longer, shorter, back, next})
+    for (QPushButton* button : {longer, shorter, back, next}) {
         button->setToolTip(button->accessibleName());
+    }
     auto* bar = new QWidget;
     auto* row = new QHBoxLayout(bar);
     row->setContentsMargins(0, 0, 0, 0);
@@ -95,8 +96,8 @@ QWidget* ScopePage::makeControls() {
     row->addWidget(mark_);
     connect(hold_, &QPushButton::clicked, this, &ScopePage::setHeld);
     connect(mark_, &QPushButton::clicked, this, &ScopePage::toggleMark);
-    connect(longer, &QPushButton::clicked, this, [this] { stretch(kStretchStep); });
-    connect(shorter, &QPushButton::clicked, this, [this] { stretch(1 / kStretchStep); });
+    connect(longer, &QPushButton::clicked, this, [this] { stretch(stretchStep); });
+    connect(shorter, &QPushButton::clicked, this, [this] { stretch(1 / stretchStep); });
     connect(back, &QPushButton::clicked, this, [this] { jump(-1); });
     connect(next, &QPushButton::clicked, this, [this] { jump(1); });
     return bar;
@@ -120,7 +121,7 @@ QWidget* ScopePage::makePlot() {
 QWidget* ScopePage::makeExport() {
     range_->setObjectName(QStringLiteral("cmbRange"));
     range_->addItems({tr("显示的时段"), tr("上次运行"), tr("全部记录")});
-    range_->setMinimumHeight(kButtonHeight);
+    range_->setMinimumHeight(buttonHeight);
     written_->setWordWrap(true);
     auto* bar = new QWidget;
     auto* row = new QHBoxLayout(bar);
@@ -162,8 +163,9 @@ void ScopePage::refresh() {
     }
     const TimeSpan span = shown();
     // A cursor that time has carried off would tell values of what is not seen.
-    if (!window_.isHeld() && plot_->cursorMs() && *plot_->cursorMs() < span.fromMs)
+    if (!window_.isHeld() && plot_->cursorMs() && *plot_->cursorMs() < span.fromMs) {
         plot_->setCursor({});
+    }
     plot_->showSpan(span);
     refreshScrollBar(span);
     refreshReadout();
@@ -185,7 +187,7 @@ void ScopePage::refreshScrollBar(const TimeSpan& span) {
     scroll_->setSingleStep(int(span.length() / 10));
     scroll_->setValue(int(span.fromMs - all.fromMs));
     hold_->setChecked(window_.isHeld());
-    length_->setText(tr("%1 s").arg(seconds(span.length(), span.length() < kMsPerS ? 2 : 0)));
+    length_->setText(tr("%1 s").arg(seconds(span.length(), span.length() < msPerS ? 2 : 0)));
 }
 
 void ScopePage::refreshReadout() {
@@ -198,16 +200,18 @@ void ScopePage::refreshReadout() {
     }
     const QDateTime time = QDateTime::fromMSecsSinceEpoch(*cursor + recorder_->epochMs());
     QString text = tr("光标 %1").arg(time.toString(QStringLiteral("hh:mm:ss.zzz")));
-    if (const auto mark = plot_->markMs())
+    if (const auto mark = plot_->markMs()) {
         text += QStringLiteral("    Δ %1 s").arg(seconds(*cursor - *mark, 3));
+    }
     readout_->setText(text);
 }
 
 void ScopePage::setHeld(bool held) {
-    if (held)
+    if (held) {
         window_.hold(SignalRecorder::nowMs());
-    else
+    } else {
         window_.release();
+    }
     refresh();
 }
 
@@ -234,16 +238,18 @@ void ScopePage::setCursor(qint64 ms) {
 void ScopePage::jump(int direction) {
     const SignalRecord& record = recorder_->record();
     std::set<int> wanted;
-    for (const Lane& lane : plot_->lanes())
+    for (const Lane& lane : plot_->lanes()) {
         wanted.insert(lane.signal);
+    }
     const TimeSpan span = shown();
     const qint64 from = plot_->cursorMs().value_or(direction > 0 ? span.fromMs : span.toMs);
     const auto& changes = record.changes();
     qint64 position = direction > 0 ? qint64(record.firstAt(from + 1)) : qint64(record.firstAt(from)) - 1;
     for (; position >= 0 && position < qint64(changes.size()); position += direction) {
         const SignalRecord::Change& change = changes[size_t(position)];
-        if (!wanted.count(change.signal))
+        if (!wanted.count(change.signal)) {
             continue;
+        }
         window_.reveal(change.ms, SignalRecorder::nowMs());
         setCursor(change.ms);
         return;
@@ -290,13 +296,15 @@ void ScopePage::askFile(const QString& ending) {
 void ScopePage::exportTo(const QString& file) {
     QSaveFile out(file);
     QString error;
-    if (!out.open(QIODevice::WriteOnly))
+    if (!out.open(QIODevice::WriteOnly)) {
         error = out.errorString();
-    else if (write(&out, QFileInfo(file).suffix().toLower(), &error) && !(out.flush() && out.commit()))
+    } else if (write(&out, QFileInfo(file).suffix().toLower(), &error) && !(out.flush() && out.commit())) {
         error = out.errorString();
+    }
     written_->setText(error.isEmpty() ? tr("已写入 %1").arg(QFileInfo(file).fileName()) : QString());
-    if (error.isEmpty())
+    if (error.isEmpty()) {
         return;
+    }
     auto* message = new QMessageBox(QMessageBox::Warning, tr("导出"),
                                     tr("无法写入文件：%1\n%2").arg(file, error), QMessageBox::Ok, this);
     message->setAttribute(Qt::WA_DeleteOnClose);
@@ -304,12 +312,15 @@ void ScopePage::exportTo(const QString& file) {
 }
 
 bool ScopePage::write(QIODevice* device, const QString& ending, QString* error) const {
-    if (ending == QLatin1String("vcd"))
+    if (ending == QLatin1String("vcd")) {
         return writeVcd(device, *recorder_, chosen(), error);
-    if (ending == QLatin1String("csv"))
+    }
+    if (ending == QLatin1String("csv")) {
         return writeCsv(device, *recorder_, plot_->lanes(), chosen(), error);
-    if (plot_->picture().save(device, "PNG"))
+    }
+    if (plot_->picture().save(device, "PNG")) {
         return true;
+    }
     *error = device->errorString();
     return false;
 }

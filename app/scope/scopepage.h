@@ -6,7 +6,6 @@
 #include <QTimer>
 #include <QWidget>
 
-
 class QComboBox;
 class QLabel;
 class QPushButton;

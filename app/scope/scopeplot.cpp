@@ -19,20 +19,20 @@ namespace app {
 
 namespace {
 
-constexpr double kLaneHeight = 0.66;  // of a row
-constexpr int kLeastRow = 20;         // pixels
-constexpr int kPictureRow = 26;
-constexpr int kAxisPixels = 50;
-constexpr int kLeastHeight = 200;
-constexpr int kValuesPixels = 64;
-constexpr double kStretchStep = 1.6;
-constexpr int kSmallPx = 13;
+constexpr double laneHeight = 0.66;  // of a row
+constexpr int leastRow = 20;         // pixels
+constexpr int pictureRow = 26;
+constexpr int axisPixels = 50;
+constexpr int leastHeight = 200;
+constexpr int valuesPixels = 64;
+constexpr double stretchStep = 1.6;
+constexpr int smallPx = 13;
 
-const QColor kInk(0x2f, 0x41, 0x58);
-const QColor kDigital(0x2f, 0x6f, 0xb0);
-const QColor kAnalogue(0x8a, 0x5a, 0x00);
-const QColor kGrid(0xe2, 0xe7, 0xec);
-const QColor kCursor(0xe4, 0x57, 0x2e);
+const QColor ink(0x2f, 0x41, 0x58);
+const QColor digital(0x2f, 0x6f, 0xb0);
+const QColor analogueColour(0x8a, 0x5a, 0x00);
+const QColor gridColour(0xe2, 0xe7, 0xec);
+const QColor cursor(0xe4, 0x57, 0x2e);
 
 QColor faint(QColor colour) {
     colour.setAlpha(60);
@@ -42,7 +42,7 @@ QColor faint(QColor colour) {
 QwtPlotMarker* makeMarker(QwtPlot* plot, Qt::PenStyle style) {
     auto* marker = new QwtPlotMarker;
     marker->setLineStyle(QwtPlotMarker::VLine);
-    marker->setLinePen(kCursor, 2, style);
+    marker->setLinePen(cursor, 2, style);
     marker->setZ(50);
     marker->attach(plot);
     marker->setVisible(false);
@@ -78,7 +78,7 @@ ScopePlot::ScopePlot(const SignalRecorder* recorder, QWidget* parent)
       mark_(makeMarker(this, Qt::DashLine)) {
     setObjectName(QStringLiteral("scopePlot"));
     setFocusPolicy(Qt::StrongFocus);
-    setMinimumHeight(kLeastHeight);  // whatever the axes have at the time, which get the rows that fit
+    setMinimumHeight(leastHeight);  // whatever the axes have at the time, which get the rows that fit
     setAutoReplot(false);
     setUpTime();
     setUpRows();
@@ -90,14 +90,15 @@ ScopePlot::~ScopePlot() = default;
 void ScopePlot::setUpTime() {
     auto* times = new QwtDateScaleDraw(Qt::LocalTime);
     times->setDateFormat(QwtDate::Millisecond, QStringLiteral("hh:mm:ss.zzz"));
-    for (const auto interval : {QwtDate::Second, QwtDate::Minute, QwtDate::Hour, QwtDate::Day})
+    for (const auto interval : {QwtDate::Second, QwtDate::Minute, QwtDate::Hour, QwtDate::Day}) {
         times->setDateFormat(interval, QStringLiteral("hh:mm:ss"));
+    }
     setAxisScaleDraw(xBottom, times);
     setAxisScaleEngine(xBottom, new QwtDateScaleEngine(Qt::LocalTime));
     setAxisMaxMajor(xBottom, 5);
     auto* grid = new QwtPlotGrid;
     grid->enableY(false);
-    grid->setMajorPen(kGrid, 1, Qt::SolidLine);
+    grid->setMajorPen(gridColour, 1, Qt::SolidLine);
     grid->attach(this);
 }
 
@@ -106,10 +107,11 @@ void ScopePlot::setUpRows() {
     setAxisScaleDraw(yLeft, names_);
     setAxisScaleDraw(yRight, values_);
     QFont small = font();
-    small.setPixelSize(kSmallPx);
-    for (const int axis : {int(yLeft), int(yRight), int(xBottom)})
+    small.setPixelSize(smallPx);
+    for (const int axis : {int(yLeft), int(yRight), int(xBottom)}) {
         setAxisFont(axis, small);
-    values_->setMinimumExtent(kValuesPixels);
+    }
+    values_->setMinimumExtent(valuesPixels);
     plotLayout()->setAlignCanvasToScales(true);
     auto* frame = qobject_cast<QwtPlotCanvas*>(canvas());
     frame->setFrameStyle(QFrame::NoFrame);
@@ -137,7 +139,7 @@ void ScopePlot::setLanes(const std::vector<Lane>& lanes) {
     curves_.clear();
     QStringList names;
     for (size_t i = 0; i < lanes_.size(); ++i) {
-        const QColor colour = lanes_[i].analogue ? kAnalogue : kDigital;
+        const QColor colour = lanes_[i].analogue ? analogueColour : digital;
         auto* curve = new QwtPlotCurve;
         curve->setPen(colour, 1.6);
         curve->setBrush(faint(colour));
@@ -152,7 +154,7 @@ void ScopePlot::setLanes(const std::vector<Lane>& lanes) {
 }
 
 int ScopePlot::rowsThatFit() const {
-    return std::max(1, (height() - kAxisPixels) / kLeastRow);
+    return std::max(1, (height() - axisPixels) / leastRow);
 }
 
 void ScopePlot::setFirstRow(int row) {
@@ -165,15 +167,16 @@ void ScopePlot::setFirstRow(int row) {
 void ScopePlot::showRows(int first, int count) {
     const double top = double(lanes_.size()) - first;
     QList<double> middles;
-    for (int i = count; i > 0; --i)
+    for (int i = count; i > 0; --i) {
         middles << top - i + 0.5;
+    }
     const QwtScaleDiv rows(top - count, top, {}, {}, middles);
     setAxisScaleDiv(yLeft, rows);
     setAxisScaleDiv(yRight, rows);
 }
 
 QImage ScopePlot::picture() {
-    QImage image(width(), int(lanes_.size()) * kPictureRow + kAxisPixels, QImage::Format_RGB32);
+    QImage image(width(), int(lanes_.size()) * pictureRow + axisPixels, QImage::Format_RGB32);
     image.fill(Qt::white);
     showRows(0, int(lanes_.size()));
     QwtPlotRenderer().renderTo(this, image);
@@ -202,7 +205,7 @@ void ScopePlot::fillCurves(const TimeSpan& span) {
     std::vector<QVector<QPointF>> lines(lanes_.size());
     const auto append = [&](size_t lane, qint64 ms) {
         const double level = lanes_[lane].level(values[size_t(lanes_[lane].signal)]);
-        lines[lane].append({double(ms) + epoch, bottomOf(lane) + level * kLaneHeight});
+        lines[lane].append({double(ms) + epoch, bottomOf(lane) + level * laneHeight});
     };
     for (size_t lane = 0; lane < lanes_.size(); ++lane) {
         laneOf[size_t(lanes_[lane].signal)] = int(lane);
@@ -212,11 +215,13 @@ void ScopePlot::fillCurves(const TimeSpan& span) {
     for (size_t i = record.firstAt(from); i < end; ++i) {
         const SignalRecord::Change& change = record.changes()[i];
         const int lane = laneOf[size_t(change.signal)];
-        if (lane >= 0)
+        if (lane >= 0) {
             append(size_t(lane), change.ms);
+        }
         values[size_t(change.signal)] = change.value;
-        if (lane >= 0)
+        if (lane >= 0) {
             append(size_t(lane), change.ms);
+        }
     }
     for (size_t lane = 0; lane < lanes_.size(); ++lane) {
         append(lane, std::max(from, to));
@@ -227,18 +232,21 @@ void ScopePlot::fillCurves(const TimeSpan& span) {
 void ScopePlot::fillValues(const TimeSpan& span) {
     const std::vector<double> values = recorder_->record().at(cursorMs_.value_or(span.toMs));
     QStringList texts;
-    for (const Lane& lane : lanes_)
+    for (const Lane& lane : lanes_) {
         texts << lane.text(values[size_t(lane.signal)]);
-    if (texts == values_->texts())
+    }
+    if (texts == values_->texts()) {
         return;
+    }
     values_->setTexts(texts);
     axisWidget(yRight)->update();
 }
 
 void ScopePlot::place(QwtPlotMarker* marker, std::optional<qint64> ms) {
     marker->setVisible(ms.has_value());
-    if (ms)
+    if (ms) {
         marker->setXValue(double(*ms + recorder_->epochMs()));
+    }
 }
 
 void ScopePlot::setCursor(std::optional<qint64> ms) {
@@ -269,10 +277,10 @@ void ScopePlot::keyPressEvent(QKeyEvent* event) {
             break;
         case Qt::Key_Plus:
         case Qt::Key_Equal:
-            emit stretchAsked(1 / kStretchStep);
+            emit stretchAsked(1 / stretchStep);
             break;
         case Qt::Key_Minus:
-            emit stretchAsked(kStretchStep);
+            emit stretchAsked(stretchStep);
             break;
         default:
             QwtPlot::keyPressEvent(event);
@@ -280,7 +288,7 @@ void ScopePlot::keyPressEvent(QKeyEvent* event) {
 }
 
 void ScopePlot::wheelEvent(QWheelEvent* event) {
-    emit stretchAsked(event->angleDelta().y() > 0 ? 1 / kStretchStep : kStretchStep);
+    emit stretchAsked(event->angleDelta().y() > 0 ? 1 / stretchStep : stretchStep);
 }
 
 }  // namespace app

@@ -16,8 +16,8 @@ public:
         int signal = 0;
         double value = 0;
     };
-    static constexpr qint64 kKeptMs = 10 * 60 * 1000;
-    static constexpr int kMostChanges = 300000;
+    static constexpr qint64 keptMs = 10 * 60 * 1000;
+    static constexpr int mostChanges = 300000;
 
     /// The values now, of all signals.
     SignalRecord(const std::vector<double>& values, qint64 nowMs);

@@ -8,22 +8,23 @@ namespace app {
 
 namespace {
 
-std::vector<double> valuesOf(const rec::CellSignals& cellSignals) {
+std::vector<double> valuesOf(const workcell::CellSignals& cellSignals) {
     std::vector<double> values;
-    for (const rec::CellSignal& signal : cellSignals.all())
+    for (const workcell::CellSignal& signal : cellSignals.all()) {
         values.push_back(signal.value);
+    }
     return values;
 }
 
 }  // namespace
 
-SignalRecorder::SignalRecorder(sim::Controller* controller, sim::Cell* cell, rec::TreeFollower* follower,
+SignalRecorder::SignalRecorder(sim::Controller* controller, sim::Cell* cell, workcell::TreeFollower* follower,
                                QObject* parent)
     : QObject(parent),
       signals_(controller, cell, follower),
       record_(valuesOf(signals_), nowMs()),
       epochMs_(mendo::Clock::current().now().toMSecsSinceEpoch() - nowMs()) {
-    connect(&signals_, &rec::CellSignals::changed, this, &SignalRecorder::onChanged);
+    connect(&signals_, &workcell::CellSignals::changed, this, &SignalRecorder::onChanged);
 }
 
 qint64 SignalRecorder::nowMs() {
@@ -31,8 +32,9 @@ qint64 SignalRecorder::nowMs() {
 }
 
 TimeSpan SignalRecorder::lastRun() const {
-    if (!hasRun())
+    if (!hasRun()) {
         return {};
+    }
     const auto& changes = record_.changes();
     return {std::max(runMs_, record_.beginMs()), changes.empty() ? runMs_ : changes.back().ms};
 }
@@ -40,8 +42,9 @@ TimeSpan SignalRecorder::lastRun() const {
 void SignalRecorder::onChanged(int signal, double value) {
     const qint64 now = nowMs();
     record_.add({now, signal, value});
-    if (value != 0 && signals_.all()[size_t(signal)].name == rec::signalname::busy)
+    if (value != 0 && signals_.all()[size_t(signal)].name == workcell::signalname::busy) {
         runMs_ = now;
+    }
 }
 
 }  // namespace app

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "app/scope/signalrecord.h"
-#include "recording/cellsignals.h"
+#include "workcell/cellsignals.h"
 
 #include <QObject>
 
@@ -18,10 +18,10 @@ struct TimeSpan {
 class SignalRecorder : public QObject {
     Q_OBJECT
 public:
-    SignalRecorder(sim::Controller* controller, sim::Cell* cell, rec::TreeFollower* follower,
+    SignalRecorder(sim::Controller* controller, sim::Cell* cell, workcell::TreeFollower* follower,
                    QObject* parent = nullptr);
 
-    const rec::CellSignals& cellSignals() const { return signals_; }
+    const workcell::CellSignals& cellSignals() const { return signals_; }
     const SignalRecord& record() const { return record_; }
     static qint64 nowMs();
     /// What is to be added to a time of the record to get milliseconds since 1970.
@@ -37,7 +37,7 @@ public:
 private:
     void onChanged(int signal, double value);
 
-    rec::CellSignals signals_;
+    workcell::CellSignals signals_;
     SignalRecord record_;
     qint64 epochMs_;
     qint64 runMs_ = -1;  ///< when the last run began

@@ -10,7 +10,7 @@ namespace app {
 /// of the host's clock.
 class TimeWindow {
 public:
-    static constexpr qint64 kShortestMs = 100, kLongestMs = SignalRecord::kKeptMs;
+    static constexpr qint64 shortestMs = 100, longestMs = SignalRecord::keptMs;
 
     TimeSpan span(qint64 nowMs) const {
         const qint64 end = held_ ? endMs_ : nowMs;
@@ -29,16 +29,17 @@ public:
     /// Shows that much more (or, below 1, less). Held, what is at `fixedMs` stays where it is.
     void stretch(double factor, qint64 fixedMs) {
         const qint64 old = lengthMs_;
-        lengthMs_ = std::clamp(qint64(double(old) * factor), kShortestMs, kLongestMs);
+        lengthMs_ = std::clamp(qint64(double(old) * factor), shortestMs, longestMs);
         endMs_ = fixedMs + (endMs_ - fixedMs) * lengthMs_ / old;
     }
     /// Holds and scrolls, if need be, so that a time is in view.
     void reveal(qint64 ms, qint64 nowMs) {
         const TimeSpan shown = span(nowMs);
-        if (ms < shown.fromMs || ms > shown.toMs)
+        if (ms < shown.fromMs || ms > shown.toMs) {
             scrollTo(ms - lengthMs_ / 2);
-        else if (!held_)
+        } else if (!held_) {
             hold(nowMs);
+        }
     }
 
 private:

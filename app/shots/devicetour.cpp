@@ -30,21 +30,24 @@ void monitor(Scene& s) {
 void useMonitoredPorts(bool used) {
     const QList<mendo::ModuleObject*> ports = m(QStringLiteral("lumo.port"))->cmobjs();
     for (mendo::ModuleObject* port : ports) {
-        if (port->c(QStringLiteral("type"))->getString() != QLatin1String("DO"))
+        if (port->c(QStringLiteral("type"))->getString() != QLatin1String("DO")) {
             port->set(nullptr, QStringLiteral("enable"), used);
+        }
     }
 }
 
 void percent(Scene& s, const char* field, double value) {
     auto* box = s.panel()->window()->findChild<QDoubleSpinBox*>(QLatin1String(field));
-    if (box)
+    if (box) {
         box->setValue(value);
+    }
 }
 
 /// Presses buttons of the device page, which follows the outputs a little later.
 void switchDevices(Scene& s, std::initializer_list<const char*> buttons) {
-    for (const char* button : buttons)
+    for (const char* button : buttons) {
         press(s, button);
+    }
     s.settle();
 }
 
@@ -63,7 +66,7 @@ void lockDevices(Scene& s) {
 
 /// The table of the page shown.
 QTableWidget* shownTable(Scene& s) {
-    const QList<QTableWidget*> tables = s.panel()->window()->findChildren<QTableWidget*>(kTable);
+    const QList<QTableWidget*> tables = s.panel()->window()->findChildren<QTableWidget*>(table);
     const auto shown = std::find_if(tables.begin(), tables.end(),
                                     [](const QTableWidget* table) { return table->isVisible(); });
     return shown == tables.end() ? nullptr : *shown;
@@ -74,8 +77,9 @@ void choosePort(Scene& s, int row) {
     press(s, "btnPort");
     const QTableWidget* table = shownTable(s);
     auto* box = table ? qobject_cast<QComboBox*>(table->cellWidget(row, 3)) : nullptr;
-    if (!box)
+    if (!box) {
         return;
+    }
     QMouseEvent down(QEvent::MouseButtonPress, QPointF(box->rect().center()), Qt::LeftButton, Qt::LeftButton,
                      Qt::NoModifier);
     QApplication::sendEvent(box, &down);
@@ -98,18 +102,19 @@ void pressListening(Scene& s) {
 }
 
 void setStationInputs(Scene& s, bool value) {
-    for (const char* input : {"DI1", "FIXTURE_DI.#0"})
+    for (const char* input : {"DI1", "FIXTURE_DI.#0"}) {
         s.controller()->setInput(QLatin1String(input), value);
+    }
 }
 
 void editStation(Scene& s, int row) {
     press(s, "btnBind");
-    s.selectRow(kTable, row);
+    s.selectRow(table, row);
     press(s, "btnEdit");
 }
 
 /// The assignment of the ports.
-const Stop kPorts[] = {
+const Stop portRows[] = {
     {"ports",
      [](Scene& s) {
          press(s, "btnPort");
@@ -118,8 +123,9 @@ const Stop kPorts[] = {
     {"ports_outputs",
      [](Scene& s) {
          press(s, "btnPort");
-         if (QTableWidget* table = shownTable(s))
+         if (QTableWidget* table = shownTable(s)) {
              table->scrollToBottom();
+         }
          s.shoot();
      }},
     {"ports_choice", [](Scene& s) { choosePort(s, 2); }},
@@ -132,7 +138,7 @@ const Stop kPorts[] = {
 };
 
 /// Stations.
-const Stop kStations[] = {
+const Stop stationRows[] = {
     {"stations",
      [](Scene& s) {
          press(s, "btnBind");
@@ -163,7 +169,7 @@ const Stop kStations[] = {
     {"stations_delete_own",
      [](Scene& s) {
          press(s, "btnBind");
-         s.selectRow(kTable, 0);
+         s.selectRow(table, 0);
          press(s, "btnDel");
          s.shoot();
      }},
@@ -193,11 +199,11 @@ const Stop kStations[] = {
 };
 
 /// Status monitor and device control panel.
-const Stop kDevices[] = {
+const Stop devices[] = {
     {"monitor", monitor},
     {"monitor_welding",
      [](Scene& s) {
-         s.openProject(kSample);
+         s.openProject(sampleFile);
          s.whenLineRuns(MoveL, [&s] {
              press(s, "btnMonitor");
              s.after(300, [&s] {
@@ -245,15 +251,15 @@ const Stop kDevices[] = {
 }  // namespace
 
 std::vector<Stop> portStops() {
-    return {std::begin(kPorts), std::end(kPorts)};
+    return {std::begin(portRows), std::end(portRows)};
 }
 
 std::vector<Stop> stationStops() {
-    return {std::begin(kStations), std::end(kStations)};
+    return {std::begin(stationRows), std::end(stationRows)};
 }
 
 std::vector<Stop> deviceStops() {
-    return {std::begin(kDevices), std::end(kDevices)};
+    return {std::begin(devices), std::end(devices)};
 }
 
 }  // namespace app

@@ -20,11 +20,11 @@ namespace app {
 
 namespace {
 
-constexpr int kFailed = 1;
+constexpr int failed = 1;
 
 int complain(const QString& text) {
     std::fprintf(stderr, "lumo-panel: %s\n", text.toUtf8().constData());
-    return kFailed;
+    return failed;
 }
 
 /// The projects and settings that the pictures show, as a working directory.
@@ -47,11 +47,13 @@ bool visit(const Stop& stop, Scene* scene, const QDir& folder, const QString& la
         stop.go(*scene);
         const QString file = pictureName(language, size, QLatin1String(stop.name));
         QString problem = scene->problem();
-        if (problem.isEmpty() && scene->picture().size() != size)
+        if (problem.isEmpty() && scene->picture().size() != size) {
             problem = scene->picture().isNull() ? QStringLiteral("what was waited for did not come")
                                                 : QStringLiteral("the panel does not fit");
-        if (!scene->picture().isNull() && !scene->picture().save(folder.filePath(file)))
+        }
+        if (!scene->picture().isNull() && !scene->picture().save(folder.filePath(file))) {
             problem = QStringLiteral("it cannot be written");
+        }
         if (!problem.isEmpty()) {
             complain(file + QStringLiteral(": ") + problem);
             whole = false;
@@ -73,26 +75,30 @@ QString pictureName(const QString& language, const QSize& size, const QString& n
 
 int writeGallery(const QString& folder, const QString& language) {
     mendo::LogHub::instance()->setConsole(false);
-    if (!QDir().mkpath(folder))
+    if (!QDir().mkpath(folder)) {
         return complain(folder + QStringLiteral(": the folder cannot be made"));
+    }
     const QTemporaryDir place;
-    if (!place.isValid() || !layOutSample(place.filePath(QStringLiteral("cell"))))
+    if (!place.isValid() || !layOutSample(place.filePath(QStringLiteral("cell")))) {
         return complain(QStringLiteral("the sample cannot be laid out"));
+    }
     // A file dialog keeps its look and history in the user's configuration.
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, place.path());
     qputenv("XDG_CONFIG_HOME", QFile::encodeName(place.path()));
     Panel panel;
     QString error;
-    if (!panel.open(gantu::findLibrary(QStringLiteral("lumo")), &error))
+    if (!panel.open(gantu::findLibrary(QStringLiteral("lumo")), &error)) {
         return complain(error);
+    }
     panel.window()->show();
     Scene scene(&panel);
     bool whole = true;
-    for (const Stop& stop : stops())
+    for (const Stop& stop : stops()) {
         whole = visit(stop, &scene, QDir(folder), language) && whole;
+    }
     scene.reset(pictureSizes().front());
     QDir::setCurrent(QDir::rootPath());
-    return whole ? 0 : kFailed;
+    return whole ? 0 : failed;
 }
 
 int writeEveryGallery(const QString& folder) {
@@ -103,10 +109,11 @@ int writeEveryGallery(const QString& folder) {
         process.start(QCoreApplication::applicationFilePath(),
                       {QStringLiteral("--screenshots"), folder, QStringLiteral("--language"), language});
         process.waitForFinished(-1);
-        if (process.exitStatus() != QProcess::NormalExit)
+        if (process.exitStatus() != QProcess::NormalExit) {
             status = complain(language + QStringLiteral(": the pictures' process ended early"));
-        else if (process.exitCode() != 0)
+        } else if (process.exitCode() != 0) {
             status = process.exitCode();
+        }
     }
     return status;
 }

@@ -16,19 +16,20 @@ void name(Scene& s, const char* button, const QString& text) {
 }
 
 void edit(Scene& s, int row) {
-    s.openProject(kSample);
-    s.selectRow(kTable, row);
+    s.openProject(sampleFile);
+    s.selectRow(table, row);
     press(s, "btnEdit");
     s.shoot();
 }
 
 void batch(Scene& s, const char* button) {
-    s.openProject(kSample);
+    s.openProject(sampleFile);
     press(s, "multiBtn");
-    s.selectRow(kTable, MoveL);
-    s.selectRow(kTable, MoveC);
-    if (button)
+    s.selectRow(table, MoveL);
+    s.selectRow(table, MoveC);
+    if (button) {
         press(s, button);
+    }
     s.shoot();
     press(s, "multiBtn");
 }
@@ -38,7 +39,7 @@ void parameters(Scene& s) {
 }
 
 /// Projects, before one is open.
-const Stop kProjects[] = {
+const Stop projects[] = {
     {"project_save_none",
      [](Scene& s) {
          press(s, "btnSave");
@@ -86,22 +87,22 @@ const Stop kProjects[] = {
 };
 
 /// The editor.
-const Stop kEditor[] = {
+const Stop editorRows[] = {
     {"editor",
      [](Scene& s) {
-         s.openProject(kSample);
-         s.selectRow(kTable, MoveL);
+         s.openProject(sampleFile);
+         s.selectRow(table, MoveL);
          s.shoot();
      }},
     {"editor_power_on",
      [](Scene& s) {
-         s.openProject(kSample);
+         s.openProject(sampleFile);
          power(s);
          s.shoot();
      }},
     {"editor_saved",
      [](Scene& s) {
-         s.openProject(kSample);
+         s.openProject(sampleFile);
          press(s, "btnSave");
          s.shoot();
      }},
@@ -121,7 +122,7 @@ const Stop kEditor[] = {
     {"editor_several_zone", [](Scene& s) { batch(s, "turningBtn"); }},
     {"editor_jump_too_far",
      [](Scene& s) {
-         s.openProject(kSample);
+         s.openProject(sampleFile);
          s.type(QStringLiteral("lineEdit_steptojump"), QStringLiteral("99"));
          press(s, "btnSteptojump");
          s.shoot();
@@ -130,7 +131,7 @@ const Stop kEditor[] = {
 };
 
 /// Runs.
-const Stop kRuns[] = {
+const Stop runs[] = {
     {"run_unpaired",
      [](Scene& s) {
          s.openProject(QStringLiteral("unpaired.json"));
@@ -139,23 +140,23 @@ const Stop kRuns[] = {
      }},
     {"run_jump_question",
      [](Scene& s) {
-         s.openProject(kSample);
+         s.openProject(sampleFile);
          press(s, "btnReset");
-         s.selectRow(kTable, MoveC);
+         s.selectRow(table, MoveC);
          power(s);
          press(s, "btnStart");
          s.shoot();
      }},
     {"run_no_power",
      [](Scene& s) {
-         s.openProject(kSample);
+         s.openProject(sampleFile);
          press(s, "btnReset");
          press(s, "btnStart");
          s.shoot();
      }},
     {"run_robot_moving",
      [](Scene& s) {
-         s.openProject(kSample);
+         s.openProject(sampleFile);
          press(s, "btnReset");
          power(s);
          s.controller()->jog(sim::JogAxis::X, 0.05);
@@ -165,8 +166,8 @@ const Stop kRuns[] = {
      }},
     {"run_step_no_move",
      [](Scene& s) {
-         s.openProject(kSample);
-         s.selectRow(kTable, Open);
+         s.openProject(sampleFile);
+         s.selectRow(table, Open);
          power(s);
          press(s, "btnRunOnce");
          s.shoot();
@@ -188,7 +189,7 @@ const Stop kRuns[] = {
      }},
     {"run_welding",
      [](Scene& s) {
-         s.openProject(kSample);
+         s.openProject(sampleFile);
          s.whenLineRuns(MoveL, [&s] {
              s.shoot();
              press(s, "btnPause");
@@ -197,7 +198,7 @@ const Stop kRuns[] = {
      }},
     {"run_not_idle",
      [](Scene& s) {
-         s.openProject(kSample);
+         s.openProject(sampleFile);
          s.whenLineRuns(MoveL, [&s] {
              press(s, "btnReset");
              s.shoot();
@@ -207,14 +208,14 @@ const Stop kRuns[] = {
      }},
     {"run_paused",
      [](Scene& s) {
-         s.openProject(kSample);
+         s.openProject(sampleFile);
          s.whenLineRuns(MoveC, [&s] { press(s, "btnPause"); });
          startSample(s);
          s.shoot();
      }},
     {"run_torch_moved",
      [](Scene& s) {
-         s.openProject(kSample);
+         s.openProject(sampleFile);
          s.whenLineRuns(MoveC, [&s] { press(s, "btnPause"); });
          startSample(s);
          s.settle();
@@ -227,7 +228,7 @@ const Stop kRuns[] = {
      }},
     {"run_motion_error",
      [](Scene& s) {
-         s.openProject(kSample);
+         s.openProject(sampleFile);
          s.controller()->failMotion(-42);
          startSample(s);
          s.shoot();
@@ -235,7 +236,7 @@ const Stop kRuns[] = {
 };
 
 /// Parameter sets.
-const Stop kParameters[] = {
+const Stop parameterRows[] = {
     {"parameters",
      [](Scene& s) {
          parameters(s);
@@ -244,7 +245,7 @@ const Stop kParameters[] = {
     {"parameters_values",
      [](Scene& s) {
          parameters(s);
-         s.selectRow(kSets, 0);
+         s.selectRow(sets, 0);
          press(s, "btnEdit");
          s.shoot();
      }},
@@ -271,7 +272,7 @@ const Stop kParameters[] = {
     {"parameters_delete",
      [](Scene& s) {
          parameters(s);
-         s.selectRow(kSets, 1);
+         s.selectRow(sets, 1);
          press(s, "btnDel");
          s.shoot();
      }},
@@ -286,19 +287,19 @@ const Stop kParameters[] = {
 }  // namespace
 
 std::vector<Stop> projectStops() {
-    return {std::begin(kProjects), std::end(kProjects)};
+    return {std::begin(projects), std::end(projects)};
 }
 
 std::vector<Stop> editorStops() {
-    return {std::begin(kEditor), std::end(kEditor)};
+    return {std::begin(editorRows), std::end(editorRows)};
 }
 
 std::vector<Stop> runStops() {
-    return {std::begin(kRuns), std::end(kRuns)};
+    return {std::begin(runs), std::end(runs)};
 }
 
 std::vector<Stop> parameterStops() {
-    return {std::begin(kParameters), std::end(kParameters)};
+    return {std::begin(parameterRows), std::end(parameterRows)};
 }
 
 }  // namespace app

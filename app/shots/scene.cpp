@@ -4,7 +4,7 @@
 #include "app/panel.h"
 #include "mendo/modulemanager.h"
 #include "simulator/controller.h"
-#include "simulator/virtualtime.h"
+#include "simulator/time/virtualtime.h"
 
 #include <QAbstractButton>
 #include <QAbstractItemView>
@@ -28,10 +28,10 @@ namespace app {
 
 namespace {
 
-constexpr int kLayoutMs = 50;
-constexpr int kRestMs = 300;  // a table sizes its rows when its width has rested
-constexpr int kLongestRunMs = 120000;
-constexpr int kTitleHeight = 26;
+constexpr int layoutMs = 50;
+constexpr int restMs = 300;  // a table sizes its rows when its width has rested
+constexpr int longestRunMs = 120000;
+constexpr int titleHeight = 26;
 
 sim::VirtualTime* clock() {
     return sim::VirtualTime::instance();
@@ -42,14 +42,16 @@ QWidgetList overlays(const QWidget* window) {
     QWidgetList shown;
     const QWidgetList all = QApplication::topLevelWidgets();
     for (QWidget* widget : all) {
-        if (widget != window && widget->isVisible())
+        if (widget != window && widget->isVisible()) {
             shown << widget;
+        }
     }
     // A dialog that belongs to another one lies over it.
     const auto depth = [](const QWidget* widget) {
         int levels = 0;
-        for (; widget; widget = widget->parentWidget())
+        for (; widget; widget = widget->parentWidget()) {
             ++levels;
+        }
         return levels;
     };
     std::stable_sort(shown.begin(), shown.end(),
@@ -61,24 +63,27 @@ QWidgetList overlays(const QWidget* window) {
 void paintWindow(QPainter* painter, QWidget* widget, const QPoint& place) {
     const QPixmap content = widget->grab();
     painter->drawPixmap(place, content);
-    if (widget->windowFlags().testFlag(Qt::FramelessWindowHint) || widget->windowType() == Qt::Popup)
+    if (widget->windowFlags().testFlag(Qt::FramelessWindowHint) || widget->windowType() == Qt::Popup) {
         return;
-    const QRect title(place.x(), place.y() - kTitleHeight, content.width(), kTitleHeight);
+    }
+    const QRect title(place.x(), place.y() - titleHeight, content.width(), titleHeight);
     painter->fillRect(title, QColor(0x5b, 0x6b, 0x7d));
     painter->setPen(Qt::white);
     painter->drawText(title.adjusted(8, 0, -8, 0), Qt::AlignVCenter | Qt::AlignLeft, widget->windowTitle());
     painter->setPen(QColor(0x5b, 0x6b, 0x7d));
-    painter->drawRect(QRect(title.topLeft(), QSize(title.width() - 1, kTitleHeight + content.height() - 1)));
+    painter->drawRect(QRect(title.topLeft(), QSize(title.width() - 1, titleHeight + content.height() - 1)));
 }
 
 /// Where a window stands over the panel's. A dialog is in the middle, and choices are at what opened them, as
 /// on a screen that has room for it: the one here is smaller than the panel.
 QPoint placeOf(const QWidget* widget, const QWidget* window) {
     const QWidget* owner = widget->windowType() == Qt::Popup ? widget->parentWidget() : nullptr;
-    if (owner)
+    if (owner) {
         return {owner->mapTo(window, QPoint()).x(), widget->y() - window->y()};
-    if (!qobject_cast<const QDialog*>(widget))
+    }
+    if (!qobject_cast<const QDialog*>(widget)) {
         return widget->pos() - window->pos();
+    }
     QRect place(QPoint(), widget->size());
     place.moveCenter(window->rect().center());
     return place.topLeft();
@@ -115,14 +120,15 @@ void Scene::reset(const QSize& size) {
     PanelWindow* window = panel_->window();
     window->notices()->dismiss();
     window->resize(size);
-    clock()->advance(kLayoutMs);
+    clock()->advance(layoutMs);
     window->placeStrip();
     for (const char* home : {"cellTab0", "btnProject"}) {
         auto* button = window->findChild<QAbstractButton*>(QLatin1String(home));
-        if (button)
+        if (button) {
             button->click();
+        }
     }
-    clock()->advance(kRestMs);
+    clock()->advance(restMs);
     picture_ = QPixmap();
 }
 
@@ -130,30 +136,34 @@ void Scene::reset(const QSize& size) {
 void Scene::closeDialogs() {
     const QWidgetList shown = overlays(panel_->window());
     for (QWidget* widget : shown) {
-        if (auto* dialog = qobject_cast<QDialog*>(widget))
+        if (auto* dialog = qobject_cast<QDialog*>(widget)) {
             dialog->reject();
-        else
+        } else {
             widget->close();
+        }
     }
-    clock()->advance(kLayoutMs);
+    clock()->advance(layoutMs);
 }
 
 void Scene::fail(const QString& problem) {
-    if (problem_.isEmpty())
+    if (problem_.isEmpty()) {
         problem_ = problem;
+    }
 }
 
 template <typename Widget>
 Widget* Scene::find(const QString& name) {
-    if (!problem_.isEmpty())
+    if (!problem_.isEmpty()) {
         return nullptr;
+    }
     QWidgetList windows = overlays(panel_->window());
     windows.prepend(panel_->window());
     for (auto window = windows.rbegin(); window != windows.rend(); ++window) {
         const QList<Widget*> named = (*window)->template findChildren<Widget*>(name);
         for (Widget* widget : named) {
-            if (widget->isVisible() && widget->isEnabled())
+            if (widget->isVisible() && widget->isEnabled()) {
                 return widget;
+            }
         }
     }
     fail(QStringLiteral("%1 is not there or not enabled").arg(name));
@@ -163,25 +173,28 @@ Widget* Scene::find(const QString& name) {
 void Scene::click(const QString& button) {
     if (auto* found = find<QAbstractButton>(button)) {
         found->click();
-        clock()->advance(kLayoutMs);
+        clock()->advance(layoutMs);
     }
 }
 
 void Scene::selectRow(const QString& table, int row) {
     auto* view = find<QAbstractItemView>(table);
-    if (!view)
+    if (!view) {
         return;
+    }
     const QModelIndex index = view->model()->index(row, 1);
-    if (!index.isValid())
+    if (!index.isValid()) {
         fail(QStringLiteral("%1 has no row %2").arg(table).arg(row));
+    }
     view->setCurrentIndex(index);
-    clock()->advance(kLayoutMs);
+    clock()->advance(layoutMs);
 }
 
 void Scene::type(const QString& lineEdit, const QString& text) {
     auto* field = find<QLineEdit>(lineEdit);
-    if (!field)
+    if (!field) {
         return;
+    }
     field->selectAll();
     QKeyEvent erase(QEvent::KeyPress, Qt::Key_Backspace, Qt::NoModifier);
     QApplication::sendEvent(field, &erase);
@@ -189,13 +202,13 @@ void Scene::type(const QString& lineEdit, const QString& text) {
         QKeyEvent press(QEvent::KeyPress, 0, Qt::NoModifier, QString(character));
         QApplication::sendEvent(field, &press);
     }
-    clock()->advance(kLayoutMs);
+    clock()->advance(layoutMs);
 }
 
 void Scene::tab(int index) {
     if (auto* tabs = find<QTabBar>(QString())) {
         tabs->setCurrentIndex(index);
-        clock()->advance(kLayoutMs);
+        clock()->advance(layoutMs);
     }
 }
 
@@ -212,13 +225,14 @@ void Scene::accept() {
             break;
         }
     }
-    clock()->advance(kLayoutMs);
+    clock()->advance(layoutMs);
 }
 
 void Scene::openProject(const QString& fileName) {
-    if (!panel_->openProject(QDir::current().absoluteFilePath(fileName)))
+    if (!panel_->openProject(QDir::current().absoluteFilePath(fileName))) {
         fail(QStringLiteral("%1 cannot be opened").arg(fileName));
-    clock()->advance(kLayoutMs);
+    }
+    clock()->advance(layoutMs);
 }
 
 void Scene::after(int ms, const Step& step) {
@@ -229,10 +243,11 @@ void Scene::whenLineRuns(int line, const Step& step) {
     auto* once = new QObject(steps_.get());
     connect(m(QStringLiteral("lumo.execute.line")), &mendo::ModuleObject::changed, once,
             [this, once, line, step](const QVariant& value) {
-                if (value.toInt() != line)
+                if (value.toInt() != line) {
                     return;
+                }
                 once->deleteLater();
-                after(kLayoutMs, step);
+                after(layoutMs, step);
             });
 }
 
@@ -242,24 +257,27 @@ void Scene::settle() {
             return m(QStringLiteral("lumo.execute.state"))->getString() != QLatin1String("busy") &&
                    controller()->standsStill();
         },
-        kLongestRunMs);
+        longestRunMs);
     clock()->advance(2000);
 }
 
 void Scene::shoot() {
-    if (!problem_.isEmpty())
+    if (!problem_.isEmpty()) {
         return;
+    }
     PanelWindow* window = panel_->window();
     const QWidgetList shown = overlays(window);
     for (QWidget* widget : shown) {
-        if (const auto* dialog = qobject_cast<QFileDialog*>(widget))
+        if (const auto* dialog = qobject_cast<QFileDialog*>(widget)) {
             awaitFiles(dialog);
+        }
     }
     clock()->settle();
     QPixmap picture = window->grab();
     QPainter painter(&picture);
-    for (QWidget* widget : shown)
+    for (QWidget* widget : shown) {
         paintWindow(&painter, widget, placeOf(widget, window));
+    }
     painter.end();
     picture_ = picture;
 }

@@ -26,8 +26,9 @@ void startSample(Scene& s) {
 /// Opens a project with this text.
 void openText(Scene& s, const char* fileName, const char* text) {
     QFile file{QString::fromLatin1(fileName)};
-    if (file.open(QIODevice::WriteOnly))
+    if (file.open(QIODevice::WriteOnly)) {
         file.write(text);
+    }
     file.close();
     s.openProject(file.fileName());
 }

@@ -22,9 +22,9 @@ enum SampleRow {
     Delay = 14
 };
 
-const QString kTable = QStringLiteral("tableWidget");
-const QString kSets = QStringLiteral("tblWgtGroup");
-const QString kSample = QStringLiteral("seam.json");
+const QString table = QStringLiteral("tableWidget");
+const QString sets = QStringLiteral("tblWgtGroup");
+const QString sampleFile = QStringLiteral("seam.json");
 
 // Steps that several stops share.
 void press(Scene& s, const char* button);

@@ -27,15 +27,15 @@ void view(Scene& s, int tab) {
     s.tab(tab);
     // A screen of pictures is smaller than the panel: the window stands as it would on the panel's.
     const QRect panel = s.panel()->window()->geometry();
-    constexpr int kTitle = 26;
+    constexpr int titleKey = 26;
     ViewsWindow* views = s.panel()->views();
-    views->setGeometry(placeBeside(panel, panel, ViewsWindow::kWidth,
-                                   {0, PanelWindow::kHeaderHeight + kTitle, 0, PanelWindow::kStatusHeight}));
+    views->setGeometry(placeBeside(panel, panel, ViewsWindow::fullWidth,
+                                   {0, PanelWindow::headerHeight + titleKey, 0, PanelWindow::statusHeight}));
 }
 
 /// Takes the picture in the middle of the sample's weld, with the window of the views at a tab.
 void weldInView(Scene& s, int tab) {
-    s.openProject(kSample);
+    s.openProject(sampleFile);
     view(s, tab);
     s.whenLineRuns(MoveC, [&s] {
         s.after(900, [&s] {
@@ -48,20 +48,21 @@ void weldInView(Scene& s, int tab) {
 
 /// Shows the pendant over the panel, as on a screen that is no larger, with one of its tabs.
 void pendant(Scene& s, bool unfolded, const char* tab) {
-    constexpr int kLastLine = 48;
+    constexpr int lastLine = 48;
     PendantWindow* window = s.panel()->pendant();
     window->setUnfolded(unfolded);
     window->show();
     const QRect panel = s.panel()->window()->geometry();
     const int left = unfolded ? panel.width() - window->width() : 0;
-    const int bottom = panel.height() - (unfolded ? 0 : kLastLine);
+    const int bottom = panel.height() - (unfolded ? 0 : lastLine);
     window->move(panel.topLeft() + QPoint(left, bottom - window->height()));
-    if (unfolded)
+    if (unfolded) {
         press(s, tab);
+    }
 }
 
 /// The panel itself.
-const Stop kPanel[] = {
+const Stop panelRows[] = {
     {"panel_start", [](Scene& s) { s.shoot(); }},
     {"panel_examples",
      [](Scene& s) {
@@ -88,7 +89,7 @@ const Stop kPanel[] = {
      }},
     {"panel_cell_welding",
      [](Scene& s) {
-         s.openProject(kSample);
+         s.openProject(sampleFile);
          s.panel()->window()->unfoldStrip(true);
          press(s, "cellTab1");
          s.whenLineRuns(MoveL, [&s] {
@@ -109,10 +110,10 @@ const Stop kPanel[] = {
 };
 
 /// The status line.
-const Stop kStatus[] = {
+const Stop statusRows[] = {
     {"status_manual",
      [](Scene& s) {
-         s.openProject(kSample);
+         s.openProject(sampleFile);
          power(s);
          s.controller()->setMode(QStringLiteral("manual"));
          s.shoot();
@@ -120,7 +121,7 @@ const Stop kStatus[] = {
      }},
     {"status_unready",
      [](Scene& s) {
-         s.openProject(kSample);
+         s.openProject(sampleFile);
          power(s);
          const auto gas = m(QStringLiteral("lumo.port.#6.enable"));
          gas->setValue(nullptr, false);
@@ -131,7 +132,7 @@ const Stop kStatus[] = {
      }},
     {"status_failed",
      [](Scene& s) {
-         s.openProject(kSample);
+         s.openProject(sampleFile);
          s.whenLineRuns(MoveL, [&s] { s.controller()->failMotion(-42); });
          startSample(s);
          s.settle();
@@ -139,7 +140,7 @@ const Stop kStatus[] = {
      }},
     {"status_ramp",
      [](Scene& s) {
-         s.openProject(kSample);
+         s.openProject(sampleFile);
          s.whenLineRuns(Close, [&s] {
              s.after(120, [&s] {
                  s.shoot();
@@ -150,7 +151,7 @@ const Stop kStatus[] = {
      }},
     {"status_input",
      [](Scene& s) {
-         s.openProject(kSample);
+         s.openProject(sampleFile);
          s.controller()->setInput(QStringLiteral("DI3"), false);
          s.whenLineRuns(WaitDi, [&s] {
              s.after(12300, [&s] {
@@ -163,7 +164,7 @@ const Stop kStatus[] = {
     {"status_notice",
      [](Scene& s) {
          openText(s, "damaged.json", "[\n  {\"type\": \"moveL\" \"note\": \"\"}\n]\n");
-         s.openProject(kSample);
+         s.openProject(sampleFile);
          s.whenLineRuns(Open, [&s] {
              s.after(150, [&s] {
                  s.shoot();
@@ -175,7 +176,7 @@ const Stop kStatus[] = {
 };
 
 /// What the file service reports.
-const Stop kNotices[] = {
+const Stop notices[] = {
     {"notice",
      [](Scene& s) {
          openText(s, "damaged.json", "[\n  {\"type\": \"moveL\" \"note\": \"\"}\n]\n");
@@ -191,11 +192,11 @@ const Stop kNotices[] = {
 };
 
 /// The window of the views.
-const Stop kViews[] = {
+const Stop viewRows[] = {
     {"views_path",
      [](Scene& s) {
-         s.openProject(kSample);
-         s.selectRow(kTable, MoveC);
+         s.openProject(sampleFile);
+         s.selectRow(table, MoveC);
          view(s, 0);
          s.shoot();
      }},
@@ -203,14 +204,15 @@ const Stop kViews[] = {
     {"views_signals", [](Scene& s) { weldInView(s, 1); }},
     {"views_signals_cursor",
      [](Scene& s) {
-         s.openProject(kSample);
+         s.openProject(sampleFile);
          startSample(s);
          view(s, 1);
          press(s, "btnEdgeBack");
          press(s, "btnEdgeBack");
          press(s, "btnMark");
-         for (int i = 0; i < 4; ++i)
+         for (int i = 0; i < 4; ++i) {
              press(s, "btnEdgeBack");
+         }
          press(s, "btnShorter");
          s.shoot();
          press(s, "btnMark");
@@ -226,7 +228,7 @@ const Stop kViews[] = {
 };
 
 /// The pendant.
-const Stop kPendant[] = {
+const Stop pendantRows[] = {
     {"pendant_jog",
      [](Scene& s) {
          pendant(s, true, "pendantTab0");
@@ -248,13 +250,13 @@ const Stop kPendant[] = {
      }},
     {"pendant_folded",
      [](Scene& s) {
-         s.openProject(kSample);
+         s.openProject(sampleFile);
          pendant(s, false, nullptr);
          s.shoot();
      }},
     {"pendant_stopped",
      [](Scene& s) {
-         s.openProject(kSample);
+         s.openProject(sampleFile);
          pendant(s, true, "pendantTab0");
          s.whenLineRuns(MoveL, [&s] { press(s, "btnStop"); });
          startSample(s);
@@ -265,23 +267,23 @@ const Stop kPendant[] = {
 }  // namespace
 
 std::vector<Stop> panelStops() {
-    return {std::begin(kPanel), std::end(kPanel)};
+    return {std::begin(panelRows), std::end(panelRows)};
 }
 
 std::vector<Stop> statusStops() {
-    return {std::begin(kStatus), std::end(kStatus)};
+    return {std::begin(statusRows), std::end(statusRows)};
 }
 
 std::vector<Stop> noticeStops() {
-    return {std::begin(kNotices), std::end(kNotices)};
+    return {std::begin(notices), std::end(notices)};
 }
 
 std::vector<Stop> viewStops() {
-    return {std::begin(kViews), std::end(kViews)};
+    return {std::begin(viewRows), std::end(viewRows)};
 }
 
 std::vector<Stop> pendantStops() {
-    return {std::begin(kPendant), std::end(kPendant)};
+    return {std::begin(pendantRows), std::end(pendantRows)};
 }
 
 }  // namespace app

@@ -17,15 +17,16 @@ namespace app {
 
 namespace {
 
-constexpr int kLeastHeight = 480;
-constexpr int kFrames = 16;  // what window managers add around windows
+constexpr int leastHeight = 480;
+constexpr int frames = 16;  // what window managers add around windows
 
 /// What other window than these two, if any, is open.
 QRect thirdWindow(const QWidget* one, const QWidget* other) {
     const QWidgetList all = QApplication::topLevelWidgets();
     for (const QWidget* widget : all) {
-        if (widget != one && widget != other && widget->isVisible())
+        if (widget != one && widget != other && widget->isVisible()) {
             return widget->frameGeometry();
+        }
     }
     return {};
 }
@@ -47,11 +48,12 @@ QRect placeBeside(const QRect& other, const QRect& screen, int width, const QMar
     }
     if (place.intersects(keepFree)) {
         const int left = keepFree.left() - width;
-        if (keepFree.top() - place.top() >= kLeastHeight)
+        if (keepFree.top() - place.top() >= leastHeight) {
             place.setBottom(keepFree.top() - 1);
-        else if (left + margins.right() + kFrames > other.right())
+        } else if (left + margins.right() + frames > other.right()) {
             place = QRect(left, other.top() + margins.top(), width,
                           other.height() - margins.top() - margins.bottom());
+        }
     }
     return place.intersected(screen);
 }
@@ -67,7 +69,7 @@ ViewsWindow::ViewsWindow() : tabs_(new QTabWidget) {
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->addWidget(tabs_);
-    resize(kWidth, kWidth);
+    resize(fullWidth, fullWidth);
 }
 
 void ViewsWindow::addPage(QWidget* page, const QString& title) {
@@ -78,8 +80,8 @@ void ViewsWindow::open(int page, const QWidget* panel) {
     if (!placed_) {
         placed_ = true;
         setGeometry(
-            placeBeside(panel->geometry(), panel->screen()->availableGeometry(), kWidth,
-                        {0, PanelWindow::kHeaderHeight, CellStrip::kWidth, PanelWindow::kStatusHeight},
+            placeBeside(panel->geometry(), panel->screen()->availableGeometry(), fullWidth,
+                        {0, PanelWindow::headerHeight, CellStrip::fullWidth, PanelWindow::statusHeight},
                         thirdWindow(this, panel)));
     }
     tabs_->setCurrentIndex(page);
@@ -99,10 +101,11 @@ void ViewsWindow::hideEvent(QHideEvent* event) {
 }
 
 void ViewsWindow::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Escape)
+    if (event->key() == Qt::Key_Escape) {
         close();
-    else
+    } else {
         QWidget::keyPressEvent(event);
+    }
 }
 
 }  // namespace app

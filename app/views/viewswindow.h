@@ -21,7 +21,7 @@ QRect placeBeside(const QRect& other, const QRect& screen, int width, const QMar
 class ViewsWindow : public QWidget {
     Q_OBJECT
 public:
-    static constexpr int kWidth = 620;
+    static constexpr int fullWidth = 620;
 
     ViewsWindow();
 

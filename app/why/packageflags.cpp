@@ -13,8 +13,9 @@ PackageFlags PackageFlags::find(const QString& libraryFile) {
     flags.projectOpen = reinterpret_cast<const bool*>(library.resolve("isEnable_moveorder"));
     const QObjectList children = m(QStringLiteral("lumo"))->children();
     for (QObject* child : children) {
-        if (child->inherits("LumoExecutor"))
+        if (child->inherits("LumoExecutor")) {
             flags.executor = child;
+        }
     }
     return flags;
 }

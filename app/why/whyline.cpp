@@ -52,8 +52,9 @@ void WhyLine::fit() {
                                                                Qt::TextWordWrap, shown);
         return needed.height() <= room.height() && needed.width() <= room.width();
     };
-    for (int end = whole.size(); end > 0 && !fits(); --end)
+    for (int end = whole.size(); end > 0 && !fits(); --end) {
         shown = whole.left(end).trimmed() + QStringLiteral("…");
+    }
     text_->setText(shown);
 }
 

@@ -16,7 +16,7 @@ struct Wait {
     const char* text;  ///< %1: the time that is left
 };
 
-const Wait kWaits[] = {
+const Wait waits[] = {
     {"move", QT_TRANSLATE_NOOP("app::WhyText", "机器人正在运动")},
     {"zone", QT_TRANSLATE_NOOP("app::WhyText", "机器人正在运动到焊缝终点")},
     {"preflow", QT_TRANSLATE_NOOP("app::WhyText", "焊前送气，剩余 %1")},
@@ -29,8 +29,9 @@ const Wait kWaits[] = {
 
 /// The text begins the sentence where there is no line to name.
 QString atLine(const WhyState& state, const QString& text) {
-    if (state.line < 0)
+    if (state.line < 0) {
         return text.left(1).toUpper() + text.mid(1);
+    }
     const QString place = state.station ? WhyText::tr("工位程序第 %1 行：%2") : WhyText::tr("第 %1 行：%2");
     return place.arg(QString::number(state.line + 1), text);
 }
@@ -44,11 +45,13 @@ QString inputText(const WhyState& state) {
 }
 
 QString runText(const WhyState& state) {
-    if (state.waiting == QLatin1String("input"))
+    if (state.waiting == QLatin1String("input")) {
         return inputText(state);
-    for (const Wait& wait : kWaits) {
-        if (state.waiting != QLatin1String(wait.kind))
+    }
+    for (const Wait& wait : waits) {
+        if (state.waiting != QLatin1String(wait.kind)) {
             continue;
+        }
         const QString text = WhyText::tr(wait.text);
         return atLine(state, state.leftMs < 0 ? text : text.arg(durationText(state.leftMs)));
     }
@@ -56,8 +59,9 @@ QString runText(const WhyState& state) {
 }
 
 QString idleText(const WhyState& state) {
-    if (state.pausedLine < 0)
+    if (state.pausedLine < 0) {
         return WhyText::tr("没有程序在运行");
+    }
     return (state.pausedInWeld ? WhyText::tr("在第 %1 行暂停，焊缝未完成") : WhyText::tr("在第 %1 行暂停"))
         .arg(state.pausedLine + 1);
 }
@@ -98,25 +102,31 @@ QString listed(const QStringList& things) {
 QStringList reasonsAgainstWelding(const WhyState& state) {
     QStringList reasons;
     for (const auto& ports : {state.laserPorts, state.gasPorts}) {
-        for (const PortTrouble& trouble : ports)
+        for (const PortTrouble& trouble : ports) {
             reasons << portText(trouble);
+        }
     }
-    if (!state.power)
+    if (!state.power) {
         reasons << WhyText::tr("驱动未上电");
-    if (!state.weldSwitch)
+    }
+    if (!state.weldSwitch) {
         reasons << WhyText::tr("焊接开关已关闭");
-    if (!state.automatic && !state.handWeldSwitch)
+    }
+    if (!state.automatic && !state.handWeldSwitch) {
         reasons << WhyText::tr("手动模式下手动焊接开关已关闭");
+    }
     return reasons;
 }
 
 /// Empty where the laser would come on, but what stands before it says that it should not.
 QString weldText(const WhyState& state) {
     const QString reasons = listed(reasonsAgainstWelding(state));
-    if (!state.isPermitted())
+    if (!state.isPermitted()) {
         return WhyText::tr("不能焊接：%1").arg(reasons);
-    if (!reasons.isEmpty())
+    }
+    if (!reasons.isEmpty()) {
         return WhyText::tr("焊接没有保护气：%1").arg(reasons);
+    }
     return state.faults.isEmpty() ? WhyText::tr("允许焊接") : QString();
 }
 
@@ -127,10 +137,12 @@ QString stationsText(const WhyState& state) {
 
 /// Empty when it is not locked.
 QString editingText(const WhyState& state) {
-    if (!state.projectOpen)
+    if (!state.projectOpen) {
         return WhyText::tr("编辑已锁定：没有打开的工程");
-    if (state.busy)
+    }
+    if (state.busy) {
         return WhyText::tr("编辑已锁定：程序正在运行");
+    }
     return state.power ? WhyText::tr("编辑已锁定：驱动已上电") : QString();
 }
 
@@ -148,31 +160,39 @@ bool WhyState::isWell() const {
 QStringList whyText(const WhyState& state) {
     const bool runs = state.busy || state.settling || !state.waiting.isEmpty();
     QStringList sentences;
-    if (state.emergencyStop)
+    if (state.emergencyStop) {
         sentences << WhyText::tr("急停已按下");
+    }
     sentences << laserText(state.laser);
-    if (!state.faults.isEmpty())
+    if (!state.faults.isEmpty()) {
         sentences << WhyText::tr("设备异常：%1").arg(listed(state.faults));
-    if (state.lastError < 0)
+    }
+    if (state.lastError < 0) {
         sentences << WhyText::tr("上次运行失败：机器人运动错误 -0x%1").arg(-qint64(state.lastError), 0, 16);
-    if (runs)
+    }
+    if (runs) {
         sentences << runText(state);
+    }
     sentences << weldText(state);
-    if (!runs)
+    if (!runs) {
         sentences << idleText(state);
-    if (state.listening)
+    }
+    if (state.listening) {
         sentences << stationsText(state);
+    }
     sentences << editingText(state);
     sentences.removeAll(QString());
     return sentences;
 }
 
 QString durationText(qint64 ms) {
-    if (ms < 1000)
+    if (ms < 1000) {
         return WhyText::tr("%1 毫秒").arg(ms);
+    }
     const qint64 seconds = ms / 1000;
-    if (seconds < 60)
+    if (seconds < 60) {
         return WhyText::tr("%1 秒").arg(seconds);
+    }
     return WhyText::tr("%1 分").arg(
         QStringLiteral("%1:%2").arg(seconds / 60).arg(seconds % 60, 2, 10, QLatin1Char('0')));
 }

@@ -17,32 +17,33 @@ using mendo::ModuleObject;
 
 namespace {
 
-constexpr int kTickMs = 100;
+constexpr int tickMs = 100;
 // A laser that pulses is told as one that is on, as long as its gaps are no longer than this.
-constexpr int kPulseGapMs = 500;
+constexpr int pulseGapMs = 500;
 
 // Rows of the port table.
-constexpr int kStates[] = {0, 1, 2, 3, 4};  // of laser, head, cooling, gas pressure and temperature
-constexpr int kGas = 6, kLaserEnable = 9, kLaserPower = 16;
+constexpr int states[] = {0, 1, 2, 3, 4};  // of laser, head, cooling, gas pressure and temperature
+constexpr int gasRow = 6, laserEnableRow = 9, laserPowerRow = 16;
 
-const QString kEnable = QStringLiteral("enable");
-const QString kName = QStringLiteral("name");
+const QString enable = QStringLiteral("enable");
+const QString nameKey = QStringLiteral("name");
 
 const ModuleObject* portField(int row, const QString& field) {
     return m(node::ports)->c(row)->c(field);
 }
 
 bool isUsed(int row) {
-    return portField(row, kEnable)->getBool(false);
+    return portField(row, enable)->getBool(false);
 }
 
 QString labelOf(int row) {
     return portField(row, QStringLiteral("tag"))->getString();
 }
 
-/// The controller's bit or register that a port is assigned to; the null node when the controller has no such one.
+/// The controller's bit or register that a port is assigned to; the null node when the controller has no such
+/// one.
 const ModuleObject* signalOf(int row) {
-    const QString name = portField(row, kName)->getString();
+    const QString name = portField(row, nameKey)->getString();
     return name.isEmpty() ? ModuleObject::null()
                           : kordservice()->dataNode(QStringLiteral("register.values"))->r(name);
 }
@@ -53,13 +54,16 @@ bool isOn(int row) {
 
 /// Of an output that a weld needs; empty when it has one.
 QVector<PortTrouble> troubleOf(int row) {
-    const QString name = portField(row, kName)->getString();
-    if (!isUsed(row))
+    const QString name = portField(row, nameKey)->getString();
+    if (!isUsed(row)) {
         return {{PortTrouble::OutOfUse, labelOf(row), name}};
-    if (name.isEmpty())
+    }
+    if (name.isEmpty()) {
         return {{PortTrouble::NotAssigned, labelOf(row), name}};
-    if (signalOf(row)->isNull())
+    }
+    if (signalOf(row)->isNull()) {
         return {{PortTrouble::NoSuchSignal, labelOf(row), name}};
+    }
     return {};
 }
 
@@ -69,8 +73,9 @@ bool isWord(const QString& path, const char* word) {
 
 /// The signal that a statement waits for, as the executor names it.
 QString inputOf(const ModuleObject* statement) {
-    if (statement->c(QStringLiteral("DI_type"))->getString() == QLatin1String("IO"))
+    if (statement->c(QStringLiteral("DI_type"))->getString() == QLatin1String("IO")) {
         return statement->c(QStringLiteral("diName"))->getString();
+    }
     return QStringLiteral("%1.#%2")
         .arg(statement->r(QStringLiteral("DI_reg.name"))->getString())
         .arg(statement->r(QStringLiteral("DI_reg.bias"))->getInt());
@@ -90,24 +95,26 @@ WhyState readSwitches() {
 WhyWatch::WhyWatch(const PackageFlags& package, const sim::Controller* controller, const QWidget* page,
                    QObject* parent)
     : QObject(parent), package_(package), controller_(controller) {
-    tick_.setInterval(kTickMs);
+    tick_.setInterval(tickMs);
     connect(&tick_, &QTimer::timeout, this, &WhyWatch::refresh);
     gap_.setSingleShot(true);
-    gap_.setInterval(kPulseGapMs);
+    gap_.setInterval(pulseGapMs);
     connect(&gap_, &QTimer::timeout, this, &WhyWatch::refresh);
     followTree();
     followStations(page);
     connect(controller, &sim::Controller::emergencyStopChanged, this, &WhyWatch::refreshLater);
-    if (package.executor)
+    if (package.executor) {
         connect(package.executor, SIGNAL(activityChanged()), this, SLOT(refreshLater()));
+    }
     refresh();
 }
 
 void WhyWatch::followTree() {
     for (const QString& path : {node::power, node::mode, node::weldSwitch, node::handWeldSwitch,
                                 node::programState, node::currentLine, node::executeLine, node::program,
-                                node::projectToolset, node::weldOpen, node::pausePoint})
+                                node::projectToolset, node::weldOpen, node::pausePoint}) {
         connect(m(path), &ModuleObject::changed, this, &WhyWatch::refreshLater);
+    }
     connect(m(node::program), &ModuleObject::added, this, &WhyWatch::refreshLater);
     connect(m(node::program), &ModuleObject::removed, this, &WhyWatch::refreshLater);
     connect(m(node::ports), &ModuleObject::changed, this, &WhyWatch::refreshLater);
@@ -116,9 +123,10 @@ void WhyWatch::followTree() {
     connect(registers, &ModuleObject::added, this, &WhyWatch::refreshLater);
     connect(m(node::programState), &ModuleObject::changed, this, &WhyWatch::onState);
     connect(m(node::pausePoint), &ModuleObject::changed, this, &WhyWatch::onStopped);
-    for (const char* move : {"move.j", "move.l", "move.c"})
+    for (const char* move : {"move.j", "move.l", "move.c"}) {
         connect(kordservice()->commandNode(QLatin1String(move)), &ModuleObject::changed, this,
                 &WhyWatch::onResult);
+    }
 }
 
 /// What the page shows of its stations changes with what it listens to and what waits.
@@ -127,16 +135,18 @@ void WhyWatch::followStations(const QWidget* page) {
     const auto* table =
         stations_ ? stations_->findChild<QAbstractItemView*>(QStringLiteral("tableWidget")) : nullptr;
     listening_ = stations_ ? stations_->findChild<QWidget*>(QStringLiteral("switchBtn")) : nullptr;
-    if (!table || !listening_)
+    if (!table || !listening_) {
         return;
+    }
     connect(listening_, SIGNAL(statusChanged(bool)), this, SLOT(refreshLater()));
     connect(table->model(), &QAbstractItemModel::dataChanged, this, &WhyWatch::refreshLater);
     connect(table->model(), &QAbstractItemModel::rowsRemoved, this, &WhyWatch::refreshLater);
 }
 
 void WhyWatch::refreshLater() {
-    if (posted_)
+    if (posted_) {
         return;
+    }
     posted_ = true;
     QMetaObject::invokeMethod(this, &WhyWatch::refresh, Qt::QueuedConnection);
 }
@@ -146,13 +156,15 @@ void WhyWatch::refresh() {
     followPorts();
     followLaser();
     const WhyState now = state();
-    if (!now.hasTime())
+    if (!now.hasTime()) {
         tick_.stop();
-    else if (!tick_.isActive())
+    } else if (!tick_.isActive()) {
         tick_.start();
+    }
     const QStringList sentences = whyText(now);
-    if (sentences == sentences_)
+    if (sentences == sentences_) {
         return;
+    }
     sentences_ = sentences;
     emit changed();
 }
@@ -160,49 +172,57 @@ void WhyWatch::refresh() {
 /// The rows are others after settings were loaded, and their signals after they were assigned.
 void WhyWatch::followPorts() {
     const auto follow = [this](int row) {
-        for (const ModuleObject* watched : {portField(row, kEnable), portField(row, kName), signalOf(row)}) {
-            if (!watched->isNull())
+        for (const ModuleObject* watched : {portField(row, enable), portField(row, nameKey), signalOf(row)}) {
+            if (!watched->isNull()) {
                 connect(watched, &ModuleObject::changed, this, &WhyWatch::refreshLater, Qt::UniqueConnection);
+            }
         }
     };
-    std::for_each(std::begin(kStates), std::end(kStates), follow);
-    for (const int row : {kGas, kLaserEnable, kLaserPower})
+    std::for_each(std::begin(states), std::end(states), follow);
+    for (const int row : {gasRow, laserEnableRow, laserPowerRow}) {
         follow(row);
+    }
 }
 
 void WhyWatch::followLaser() {
-    const bool on = isOn(kLaserEnable);
-    if (on || !isBusy())
+    const bool on = isOn(laserEnableRow);
+    if (on || !isBusy()) {
         gap_.stop();
-    else if (laserOn_)
+    } else if (laserOn_) {
         gap_.start();
+    }
     laserOn_ = on;
 }
 
 void WhyWatch::onState() {
     const bool busy = isBusy();
-    if (busy == wasBusy_)
+    if (busy == wasBusy_) {
         return;
+    }
     wasBusy_ = busy;
-    if (busy)
+    if (busy) {
         lastError_ = 0;
+    }
     const bool isStep = package_.mode() == PackageFlags::SingleStep;
-    if (busy && !isStep)  // a step leaves the program paused where it was
+    if (busy && !isStep) {  // a step leaves the program paused where it was
         stopped_ = false;
-    else if (!busy && package_.mode() == PackageFlags::ByHand && m(node::weldOpen)->getBool(false))
+    } else if (!busy && package_.mode() == PackageFlags::ByHand && m(node::weldOpen)->getBool(false)) {
         stopped_ = true;
+    }
 }
 
 /// The package writes where the tool is when it stops a run.
 void WhyWatch::onStopped() {
-    if (isBusy() && package_.mode() == PackageFlags::ByHand)
+    if (isBusy() && package_.mode() == PackageFlags::ByHand) {
         stopped_ = true;
+    }
 }
 
 /// Without drive power, results say nothing of a run.
 void WhyWatch::onResult(const QVariant& code) {
-    if (code.toInt() < 0 && isWord(node::power, "on"))
+    if (code.toInt() < 0 && isWord(node::power, "on")) {
         lastError_ = code.toInt();
+    }
     refreshLater();
 }
 
@@ -220,8 +240,9 @@ QVariantMap WhyWatch::waiting() const {
 
 /// In the dwell, and later until the closing begins, the laser comes on again.
 bool WhyWatch::isInPulseGap() const {
-    if (!gap_.isActive())
+    if (!gap_.isActive()) {
         return false;
+    }
     const QString kind = waiting().value(QStringLiteral("kind")).toString();
     const bool closes = kind == QLatin1String("closedelay") || kind == QLatin1String("postflow");
     return kind == QLatin1String("dwell") || (m(node::weldOpen)->getBool(false) && !closes);
@@ -229,14 +250,17 @@ bool WhyWatch::isInPulseGap() const {
 
 /// Something may have been lit by hand beside a program's weld: then it is the program's.
 WhyState::Laser WhyWatch::laser() const {
-    if (!laserOn_ && !isInPulseGap())
+    if (!laserOn_ && !isInPulseGap()) {
         return WhyState::Laser::Off;
+    }
     const bool runs = isBusy() || activity("depth") > 0 || activity("pendingSteps") > 0;
     const bool byHand = activity("litByHand") != 0;
-    if (byHand && !(runs && m(node::weldOpen)->getBool(false)))
+    if (byHand && !(runs && m(node::weldOpen)->getBool(false))) {
         return WhyState::Laser::ByHand;
-    if (!runs)
+    }
+    if (!runs) {
         return WhyState::Laser::ByNobody;
+    }
     return package_.mode() == PackageFlags::ByStation ? WhyState::Laser::ByStation
                                                       : WhyState::Laser::ByProgram;
 }
@@ -245,12 +269,13 @@ WhyState WhyWatch::state() const {
     WhyState state = readSwitches();
     state.emergencyStop = controller_->emergencyStop();
     state.laser = laser();
-    for (const int row : kStates) {
-        if (isUsed(row) && !isOn(row))
+    for (const int row : states) {
+        if (isUsed(row) && !isOn(row)) {
             state.faults << labelOf(row);
+        }
     }
-    state.laserPorts = troubleOf(kLaserEnable) + troubleOf(kLaserPower);
-    state.gasPorts = troubleOf(kGas);
+    state.laserPorts = troubleOf(laserEnableRow) + troubleOf(laserPowerRow);
+    state.gasPorts = troubleOf(gasRow);
     state.lastError = lastError_;
     state.busy = isBusy();
     state.station = package_.mode() == PackageFlags::ByStation;
@@ -265,16 +290,18 @@ WhyState WhyWatch::state() const {
 void WhyWatch::readPause(WhyState* state) const {
     state->pausedInWeld = m(node::weldOpen)->getBool(false);
     const bool isKept = state->pausedInWeld || m(node::pausePoint)->cmobjCount() > 0;
-    if (stopped_ && isKept && !state->busy)
+    if (stopped_ && isKept && !state->busy) {
         state->pausedLine = m(node::currentLine)->getInt();
+    }
 }
 
 /// The project that runs counts as waiting for the page.
 void WhyWatch::readStations(WhyState* state) const {
     state->listening = listening_ && listening_->property("checked").toBool();
-    if (stations_)
+    if (stations_) {
         state->waitingStations =
             stations_->property("queued").toInt() - (state->busy && state->station ? 1 : 0);
+    }
 }
 
 void WhyWatch::readWait(WhyState* state) const {
@@ -282,11 +309,13 @@ void WhyWatch::readWait(WhyState* state) const {
     const QString detail = waiting.value(QStringLiteral("detail")).toString();
     state->waiting = waiting.value(QStringLiteral("kind")).toString();
     state->settling = activity("depth") > 0 || activity("pendingSteps") > 0;
-    if (state->busy)
+    if (state->busy) {
         state->line =
             m(package_.mode() == PackageFlags::SingleStep ? node::executeLine : node::currentLine)->getInt();
-    if (state->waiting.isEmpty())
+    }
+    if (state->waiting.isEmpty()) {
         return;
+    }
     const qint64 now = mendo::Clock::current().elapsedMs();
     const qint64 due = waiting.value(QStringLiteral("due")).toLongLong();
     state->leftMs = due < 0 ? -1 : std::max<qint64>(0, due - now);
@@ -298,10 +327,11 @@ void WhyWatch::readWait(WhyState* state) const {
     state->waitedMs = std::max<qint64>(0, now - waiting.value(QStringLiteral("since")).toLongLong());
     // The program may have been edited since: the run has a copy of its own.
     const ModuleObject* statement = m(state->station ? node::stationProgram : node::program)->c(state->line);
-    if (inputOf(statement) == detail)
+    if (inputOf(statement) == detail) {
         state->awaited = statement->c(QStringLiteral("value1"))->getString() == QLatin1String("false")
                              ? QStringLiteral("false")
                              : QStringLiteral("true");
+    }
 }
 
 }  // namespace app

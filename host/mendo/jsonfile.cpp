@@ -1,6 +1,6 @@
 // The file service of the module manager.
 
-#include "mendo/jsonfault.h"
+#include "json/jsonfault.h"
 #include "mendo/modulemanager.h"
 #include "mendo/plainfile.h"
 

@@ -1,8 +1,8 @@
 #include "devices/devicecontrolwidget.h"
 
-#include "devices/handlit.h"
-#include "module/stylesheet.h"
+#include "equipment/handlit.h"
 #include "ui_devicecontrolwidget.h"
+#include "widgets/stylesheet.h"
 
 #include <QPointer>
 #include <QTimer>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "devices/ports.h"
+#include "equipment/ports.h"
 
 #include <QPair>
 #include <QVector>
@@ -20,9 +20,10 @@ class DeviceControlWidget;
 /// output of its safety lock is on.
 ///
 /// What it shows comes from the outputs, every 160 ms; it keeps no state. It does not look at the
-/// executor: an output has what was written last, by the page or by a program. Leaving the page, or its end, leaves the outputs as they
-/// are: what the page switched on is on a record that outlives it (devices/handlit.h), by which a loss of
-/// power, a start, a single step and the application's end switch it off.
+/// executor: an output has what was written last, by the page or by a program. Leaving the page, or its end,
+/// leaves the outputs as they are: what the page switched on is on a record that outlives it
+/// (devices/handlit.h), by which a loss of power, a start, a single step and the application's end switch it
+/// off.
 class DeviceControlWidget final : public QWidget {
     Q_OBJECT
 public:

@@ -1,11 +1,11 @@
 #include "devices/portconfigwidget.h"
 
-#include "devices/ports.h"
-#include "module/groupedtable.h"
-#include "module/keys.h"
-#include "module/messagebox.h"
-#include "module/settingsfile.h"
+#include "equipment/ports.h"
+#include "files/settingsfile.h"
+#include "program/words.h"
 #include "ui_portconfigwidget.h"
+#include "widgets/groupedtable.h"
+#include "widgets/messagebox.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -15,6 +15,7 @@
 #include <QWheelEvent>
 
 using namespace lumo;
+using namespace prog;
 
 namespace {
 

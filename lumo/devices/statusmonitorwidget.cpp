@@ -1,12 +1,13 @@
 #include "devices/statusmonitorwidget.h"
 
-#include "module/keys.h"
-#include "module/stylesheet.h"
+#include "program/words.h"
 #include "ui_statusmonitorwidget.h"
+#include "widgets/stylesheet.h"
 
 #include <QTimer>
 
 using namespace lumo;
+using namespace prog;
 
 namespace {
 

@@ -1,6 +1,6 @@
 #include "editor/batchdialog.h"
 
-#include "editor/fieldlimits.h"
+#include "widgets/fieldlimits.h"
 
 #include <QLineEdit>
 

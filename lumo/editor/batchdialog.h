@@ -1,7 +1,7 @@
 #pragma once
 
-#include "editor/watchedlinedialog.h"
 #include "module/host.h"
+#include "widgets/watchedlinedialog.h"
 
 #include <QLatin1String>
 #include <QList>

@@ -1,8 +1,8 @@
 #include "editor/delaydialog.h"
 
-#include "editor/fieldlimits.h"
-#include "module/keys.h"
+#include "program/words.h"
 #include "ui_delaydialog.h"
+#include "widgets/fieldlimits.h"
 
 DelayDialog::DelayDialog(ModuleObject* statement, QWidget* parent)
     : WatchedLineDialog(Closing::ByOwner, parent), ui_(std::make_unique<Ui::DelayDialog>()) {
@@ -10,7 +10,7 @@ DelayDialog::DelayDialog(ModuleObject* statement, QWidget* parent)
     setUpButtons(ui_->buttonBox, tr("确定"), tr("取消"));
     watch(ui_->lineEdit);
     allowOnlyDigits(ui_->lineEdit);
-    ui_->lineEdit->setText(statement->r(lumo::field::delaytime)->getString());
+    ui_->lineEdit->setText(statement->r(prog::field::delaytime)->getString());
     require(isSomeText);
 }
 

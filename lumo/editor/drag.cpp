@@ -1,7 +1,7 @@
 #include "editor/drag.h"
 
 #include "module/host.h"
-#include "module/keys.h"
+#include "program/words.h"
 
 #include <QWidget>
 
@@ -37,7 +37,7 @@ void setDrag(QWidget* sender, DragSpace_E space, DragType_E type) {
 void followDragKeys(QWidget* page) {
     for (const DragKey& dragKey : dragKeys) {
         const ModuleObject* key =
-            m(mName(lumo::key::keypad, QLatin1String(dragKey.name), QStringLiteral("pressing")));
+            m(mName(prog::key::keypad, QLatin1String(dragKey.name), QStringLiteral("pressing")));
         QObject::connect(key, &ModuleObject::changed, page,
                          [page, dragKey] { setDrag(page, dragKey.space, dragKey.type); });
     }

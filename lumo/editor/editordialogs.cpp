@@ -1,17 +1,18 @@
 #include "editor/editordialogs.h"
 
-#include "devices/ports.h"
 #include "editor/delaydialog.h"
 #include "editor/selectparamdialog.h"
 #include "editor/setdodialog.h"
 #include "editor/updatespeeddialog.h"
 #include "editor/updateturningparamdialog.h"
 #include "editor/waitdidialog.h"
-#include "module/keys.h"
+#include "equipment/ports.h"
+#include "program/words.h"
 
 #include <QWidget>
 
 using namespace lumo;
+using namespace prog;
 
 namespace {
 

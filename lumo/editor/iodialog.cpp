@@ -1,12 +1,13 @@
 #include "editor/iodialog.h"
 
-#include "module/keys.h"
+#include "program/words.h"
 
 #include <QComboBox>
 #include <QLabel>
 #include <QRadioButton>
 
 using namespace lumo;
+using namespace prog;
 
 namespace {
 

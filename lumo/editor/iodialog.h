@@ -1,7 +1,7 @@
 #pragma once
 
-#include "editor/answerdialog.h"
 #include "module/host.h"
+#include "widgets/answerdialog.h"
 
 #include <QHash>
 #include <QLatin1String>

@@ -1,6 +1,8 @@
 #include "editor/pairing.h"
 
-#include "module/keys.h"
+#include "program/words.h"
+
+using namespace prog;
 
 namespace lumo {
 

@@ -2,9 +2,11 @@
 
 #include "module/globals.h"
 #include "module/host.h"
-#include "module/keys.h"
+#include "program/words.h"
 
 #include <QWidget>
+
+using namespace prog;
 
 namespace lumo {
 

@@ -1,15 +1,16 @@
 #include "editor/pointwidget.h"
 
 #include "editor/drag.h"
-#include "editor/fieldlimits.h"
-#include "module/keys.h"
+#include "program/words.h"
 #include "ui_pointwidget.h"
+#include "widgets/fieldlimits.h"
 
 #include <QtMath>
 
 #include <cmath>
 
 using namespace lumo;
+using namespace prog;
 
 namespace {
 

@@ -4,7 +4,7 @@
 #include "editor/rowdelegate.h"
 #include "editor/statementtext.h"
 #include "executor/programindex.h"
-#include "module/keys.h"
+#include "program/words.h"
 
 #include <QHeaderView>
 #include <QResizeEvent>
@@ -14,6 +14,7 @@
 #include <algorithm>
 
 using namespace lumo;
+using namespace prog;
 
 namespace {
 

@@ -1,6 +1,5 @@
 #include "editor/programwidget.h"
 
-#include "binding/switchbutton.h"
 #include "editor/drag.h"
 #include "editor/pairing.h"
 #include "editor/pendantkeys.h"
@@ -10,15 +9,17 @@
 #include "editor/storedstate.h"
 #include "executor/lumoexecutor.h"
 #include "module/globals.h"
-#include "module/keys.h"
-#include "module/messagebox.h"
+#include "program/words.h"
 #include "ui_programwidget.h"
+#include "widgets/messagebox.h"
+#include "widgets/switchbutton.h"
 
 #include <QEvent>
 #include <QPointer>
 #include <QRegularExpressionValidator>
 
 using namespace lumo;
+using namespace prog;
 
 namespace {
 

@@ -4,11 +4,11 @@
 #include "editor/programtable.h"
 #include "editor/programwidget.h"
 #include "executor/lumoexecutor.h"
+#include "files/projectfile.h"
+#include "files/resumedata.h"
 #include "module/globals.h"
-#include "module/keys.h"
-#include "module/messagebox.h"
-#include "panel/projectfile.h"
-#include "panel/resumedata.h"
+#include "program/words.h"
+#include "widgets/messagebox.h"
 
 #include <QAbstractButton>
 #include <QMessageBox>
@@ -17,6 +17,7 @@
 #include <cmath>
 
 using namespace lumo;
+using namespace prog;
 
 namespace {
 

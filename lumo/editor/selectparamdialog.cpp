@@ -1,10 +1,11 @@
 #include "editor/selectparamdialog.h"
 
-#include "editor/fieldlimits.h"
-#include "module/keys.h"
+#include "program/words.h"
 #include "ui_selectparamdialog.h"
+#include "widgets/fieldlimits.h"
 
 using namespace lumo;
+using namespace prog;
 
 SelectParamDialog::SelectParamDialog(ModuleObject* statement, QWidget* parent)
     : WatchedLineDialog(Closing::ByOwner, parent),

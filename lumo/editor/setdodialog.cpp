@@ -1,11 +1,11 @@
 #include "editor/setdodialog.h"
 
-#include "module/keys.h"
+#include "program/words.h"
 #include "ui_setdodialog.h"
 
 SetDODialog::SetDODialog(ModuleObject* statement, QWidget* parent)
-    : IoDialog({QLatin1String("DO"), QLatin1String("rdwr"), lumo::field::doName, lumo::field::value,
-                lumo::field::doType, lumo::field::doReg},
+    : IoDialog({QLatin1String("DO"), QLatin1String("rdwr"), prog::field::doName, prog::field::value,
+                prog::field::doType, prog::field::doReg},
                parent),
       ui_(std::make_unique<Ui::SetDODialog>()) {
     ui_->setupUi(this);

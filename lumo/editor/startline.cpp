@@ -4,10 +4,12 @@
 #include "editor/programwidget.h"
 #include "executor/lumoexecutor.h"
 #include "module/globals.h"
-#include "module/keys.h"
 #include "panel/stationrun.h"
+#include "program/words.h"
 
 #include <QLabel>
+
+using namespace prog;
 
 namespace lumo {
 

@@ -2,9 +2,10 @@
 
 #include "editor/editordialogs.h"
 #include "editor/programtable.h"
-#include "module/keys.h"
+#include "program/words.h"
 
 using namespace lumo;
+using namespace prog;
 
 StatementCreation::StatementCreation(EditorDialogs* dialogs, ProgramTable* table, QObject* page)
     : QObject(page), dialogs_(dialogs), table_(table), page_(page) {}

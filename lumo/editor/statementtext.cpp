@@ -1,12 +1,13 @@
 #include "editor/statementtext.h"
 
-#include "devices/ports.h"
-#include "module/keys.h"
+#include "equipment/ports.h"
+#include "program/words.h"
 
 #include <QObject>
 #include <QStringList>
 
 using namespace lumo;
+using namespace prog;
 
 namespace {
 

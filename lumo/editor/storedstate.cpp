@@ -1,13 +1,15 @@
 #include "editor/storedstate.h"
 
+#include "files/projectfile.h"
 #include "module/host.h"
-#include "module/keys.h"
-#include "panel/projectfile.h"
+#include "program/words.h"
 
 #include <QCryptographicHash>
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonDocument>
+
+using namespace prog;
 
 namespace lumo {
 

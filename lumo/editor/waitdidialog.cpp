@@ -1,11 +1,11 @@
 #include "editor/waitdidialog.h"
 
-#include "module/keys.h"
+#include "program/words.h"
 #include "ui_waitdidialog.h"
 
 WaitDIDialog::WaitDIDialog(ModuleObject* statement, QWidget* parent)
-    : IoDialog({QLatin1String("DI"), QLatin1String("rd"), lumo::field::diName, lumo::field::value1,
-                lumo::field::diType, lumo::field::diReg},
+    : IoDialog({QLatin1String("DI"), QLatin1String("rd"), prog::field::diName, prog::field::value1,
+                prog::field::diType, prog::field::diReg},
                parent),
       ui_(std::make_unique<Ui::WaitDIDialog>()) {
     ui_->setupUi(this);

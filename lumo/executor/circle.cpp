@@ -1,6 +1,6 @@
 #include "executor/circle.h"
 
-#include "module/keys.h"
+#include "program/words.h"
 
 #include <algorithm>
 #include <array>
@@ -23,7 +23,7 @@ struct Vector {
 };
 
 Vector position(const ModuleObject* point) {
-    const ModuleObject* trans = point->c(lumo::field::trans);
+    const ModuleObject* trans = point->c(prog::field::trans);
     return {trans->c(0)->getDouble(0.0), trans->c(1)->getDouble(0.0), trans->c(2)->getDouble(0.0)};
 }
 
@@ -96,17 +96,17 @@ void writeTrans(ModuleObject* point, const QVector3D& position) {
 
 ModuleObject* findLastTargetPosNode(ModuleObject* stmt) {
     for (ModuleObject* before = stmt->prevBmobj(); !before->isNull(); before = before->prevBmobj()) {
-        if (before->c(lumo::field::type)->getString() == lumo::statement::moveCC) {
+        if (before->c(prog::field::type)->getString() == prog::statement::moveCC) {
             continue;
         }
-        if (before->hasCmobj(lumo::field::point1)) {
-            return before->c(lumo::field::point1);
+        if (before->hasCmobj(prog::field::point1)) {
+            return before->c(prog::field::point1);
         }
-        if (before->hasCmobj(lumo::field::point)) {
-            return before->c(lumo::field::point);
+        if (before->hasCmobj(prog::field::point)) {
+            return before->c(prog::field::point);
         }
     }
-    return kordservice()->get(nullptr, lumo::key::posture);
+    return kordservice()->get(nullptr, prog::key::posture);
 }
 
 void calcAux(const ModuleObject* s, const ModuleObject* p1, const ModuleObject* p2, ModuleObject* aux1,

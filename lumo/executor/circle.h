@@ -1,7 +1,7 @@
 #pragma once
 
-#include "geometry/circlefault.h"
 #include "module/host.h"
+#include "program/geometry/circlefault.h"
 
 #include <QVector3D>
 

@@ -1,16 +1,17 @@
 // The driver: triggers, checks, the walk over the program, pause and emergency stop.
 
-#include "devices/handlit.h"
+#include "equipment/handlit.h"
 #include "executor/lumoexecutor.h"
 #include "module/globals.h"
-#include "module/keys.h"
-#include "module/messagebox.h"
+#include "program/words.h"
+#include "widgets/messagebox.h"
 
 #include <QCoreApplication>
 #include <QDebug>
 #include <QScopedValueRollback>
 
 using namespace lumo;
+using namespace prog;
 
 namespace {
 

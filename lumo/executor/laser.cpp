@@ -1,13 +1,14 @@
 // The laser: opening, closing, pulsing and parameter changes, and what keeps them from overlapping.
 
-#include "devices/handlit.h"
+#include "equipment/handlit.h"
 #include "executor/lumoexecutor.h"
-#include "module/keys.h"
+#include "program/words.h"
 
 #include <algorithm>
 #include <utility>
 
 using namespace lumo;
+using namespace prog;
 
 namespace {
 

@@ -1,6 +1,6 @@
 #include "executor/laserplan.h"
 
-#include "module/keys.h"
+#include "program/words.h"
 
 #include <algorithm>
 
@@ -48,12 +48,12 @@ LaserParams LaserParams::from(const ModuleObject* set) {
 }
 
 ModuleObject* paramNode() {
-    return m(lumo::key::param)->c(m(lumo::key::curParam)->getInt(-1));
+    return m(prog::key::param)->c(m(prog::key::curParam)->getInt(-1));
 }
 
 int rampStepMs() {
     constexpr int defaultMs = 20;
-    const int dtMs = m(lumo::key::executeDt)->getInt(defaultMs);
+    const int dtMs = m(prog::key::executeDt)->getInt(defaultMs);
     return dtMs > 0 ? dtMs : defaultMs;
 }
 

@@ -2,7 +2,7 @@
 
 #include "executor/circle.h"
 #include "executor/lumoexecutor.h"
-#include "module/keys.h"
+#include "program/words.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -10,6 +10,7 @@
 #include <cmath>
 
 using namespace lumo;
+using namespace prog;
 
 namespace {
 

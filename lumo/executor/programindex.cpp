@@ -1,14 +1,15 @@
 #include "executor/programindex.h"
 
-#include "module/keys.h"
+#include "program/words.h"
 
 using namespace lumo;
+using namespace prog;
 
 namespace {
 
 /// Where a statement leaves the robot; null when it ends where it began or has no points.
 ModuleObject* endPointOf(ModuleObject* stmt, const QString& type) {
-    if (type == lumo::statement::moveCC) {
+    if (type == prog::statement::moveCC) {
         return nullptr;
     }
     for (const QLatin1String name : {field::point1, field::point}) {
@@ -44,7 +45,7 @@ RunProgram::RunProgram(const ModuleObject* program) : program_(QStringLiteral("r
         const QString type = statementType(stmt);
         lines_.append(
             {stmt, type.startsWith(QLatin1String("move")), isExecutedStatement(stmt), open, target});
-        if (type == lumo::statement::open) {
+        if (type == prog::statement::open) {
             open = line;
         }
         if (ModuleObject* const end = endPointOf(stmt, type)) {
@@ -77,7 +78,7 @@ ModuleObject* RunProgram::targetBefore(int line) const {
 CircleFault RunProgram::circleFaultAt(int line) const {
     ModuleObject* const start = targetBefore(line);
     ModuleObject* const stmt = statement(line);
-    if (!start || statementType(stmt) != lumo::statement::moveCC) {
+    if (!start || statementType(stmt) != prog::statement::moveCC) {
         return CircleFault::None;
     }
     return circleFault(start, stmt->c(field::point, false), stmt->c(field::point1, false));

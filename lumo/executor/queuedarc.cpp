@@ -1,10 +1,12 @@
 #include "executor/queuedarc.h"
 
-#include "module/keys.h"
+#include "program/words.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
+
+using namespace prog;
 
 namespace lumo {
 

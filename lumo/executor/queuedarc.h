@@ -1,7 +1,7 @@
 #pragma once
 
-#include "geometry/arc.h"
 #include "module/host.h"
+#include "program/geometry/arc.h"
 
 #include <memory>
 #include <optional>

@@ -1,7 +1,7 @@
 // Going on after a stop: what a stop keeps, the way back to its place, and what is left of an arc.
 
 #include "executor/lumoexecutor.h"
-#include "module/keys.h"
+#include "program/words.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -11,6 +11,7 @@
 #include <utility>
 
 using namespace lumo;
+using namespace prog;
 
 namespace {
 

@@ -1,9 +1,10 @@
 #include "executor/resumepoint.h"
 
 #include "executor/programindex.h"
-#include "module/keys.h"
+#include "program/words.h"
 
 using namespace lumo;
+using namespace prog;
 
 ResumePoint::ResumePoint(ModuleObject* program, QObject* sender) : program_(program), sender_(sender) {
     connect(program, &ModuleObject::changed, this, [this] { follow(); });
@@ -82,13 +83,13 @@ void ResumePoint::follow(const ModuleObject* leaving) {
 }
 
 bool ResumePoint::isInWeld(const ModuleObject* statement, const ModuleObject* leaving) const {
-    if (!isExecutedStatement(statement) || statementType(statement) == lumo::statement::close) {
+    if (!isExecutedStatement(statement) || statementType(statement) == prog::statement::close) {
         return false;
     }
     for (const ModuleObject* before = statement->prevBmobj(); !before->isNull();
          before = before->prevBmobj()) {
         const QString type = statementType(before);
-        const bool marks = type == lumo::statement::open || type == lumo::statement::close;
+        const bool marks = type == prog::statement::open || type == prog::statement::close;
         if (marks && before != leaving && isExecutedStatement(before)) {
             return before == open_;
         }

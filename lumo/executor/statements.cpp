@@ -1,13 +1,14 @@
 // Statements that talk to the rest of the cell: set an output, wait for an input, wait a time.
 
 #include "executor/lumoexecutor.h"
-#include "module/keys.h"
+#include "program/words.h"
 
 #include <QVariantHash>
 
 #include <algorithm>
 
 using namespace lumo;
+using namespace prog;
 
 namespace {
 

@@ -19,8 +19,8 @@ extern LUMO_EXPORT LumoExecutor* executor;
 
 namespace lumo {
 
-/// Whether a program, a single step or a pause that still closes a weld is under way, by whomever it was begun.
-/// The executor provides it.
+/// Whether a program, a single step or a pause that still closes a weld is under way, by whomever it was
+/// begun. The executor provides it.
 [[nodiscard]] bool isRunning();
 
 }  // namespace lumo

@@ -3,9 +3,9 @@
 /// The one door to the host: what the package uses of it, under the names the package uses.
 
 #include "gantu/panel.h"
+#include "json/jsontext.h"
 #include "kord/kordservice.h"
 #include "mendo/clock.h"
-#include "mendo/jsontext.h"
 #include "mendo/log.h"
 #include "mendo/modulemanager.h"
 #include "mendo/moduleobject.h"

@@ -1,10 +1,12 @@
 #include "panel/keypad.h"
 
 #include "kord/controllermanager.h"
-#include "module/keys.h"
+#include "program/words.h"
 
 #include <QPointer>
 #include <QTimer>
+
+using namespace prog;
 
 namespace lumo {
 

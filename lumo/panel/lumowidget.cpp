@@ -1,28 +1,28 @@
 #include "panel/lumowidget.h"
 
-#include "binding/signalsbindingparamwidget.h"
-#include "binding/signalsbindwidget.h"
 #include "devices/devicecontrolwidget.h"
 #include "devices/portconfigwidget.h"
 #include "devices/statusmonitorwidget.h"
 #include "editor/pointwidget.h"
 #include "editor/programwidget.h"
 #include "executor/lumoexecutor.h"
+#include "files/projectfile.h"
+#include "files/settingsfile.h"
 #include "gantu/bmodule.h"
 #include "kord/managerhelper.h"
 #include "kord/thememanager.h"
 #include "module/globals.h"
 #include "module/host.h"
-#include "module/keys.h"
-#include "module/messagebox.h"
 #include "module/qtloops.h"
-#include "module/settingsfile.h"
 #include "panel/keypad.h"
 #include "panel/projectdialogs.h"
-#include "panel/projectfile.h"
 #include "panel/toolset.h"
 #include "params/paramconfigwidget.h"
+#include "program/words.h"
+#include "stations/signalsbindingparamwidget.h"
+#include "stations/signalsbindwidget.h"
 #include "ui_lumowidget.h"
+#include "widgets/messagebox.h"
 
 #include <QComboBox>
 #include <QEvent>
@@ -52,7 +52,7 @@ QString LumoWidget::filePath;
 LumoWidget::LumoWidget(QWidget* parent) : QWidget(parent), ui_(std::make_unique<Ui::LumoWidget>()) {
     ui_->setupUi(this);
     lumo::logW() << QStringLiteral("LumoWidget::LumoWidget  ui->setupUi(this) begin once--------");
-    if (m(lumo::key::lumo)->isNull()) {
+    if (m(prog::key::lumo)->isNull()) {
         load();
     }
     makeEditor();
@@ -78,7 +78,7 @@ LumoWidget::~LumoWidget() {
     for (QWidget* page : pages) {
         page->disconnect(this);
     }
-    for (const QLatin1String path : {lumo::key::dialogProgram, lumo::key::dialogStatement}) {
+    for (const QLatin1String path : {prog::key::dialogProgram, prog::key::dialogStatement}) {
         if (auto* dialog = qobject_cast<QWidget*>(m(path)->value().value<QObject*>())) {
             dialog->close();
         }
@@ -98,7 +98,7 @@ bool LumoWidget::event(QEvent* event) {
 }
 
 void LumoWidget::load() {
-    ModuleObject* root = m()->regist(this, lumo::key::lumo);
+    ModuleObject* root = m()->regist(this, prog::key::lumo);
     root->loadJson(this, ModuleManager::readFromJson(defaultsDocument()));
     lumo::loadSettings(this, lumo::Settings::Ports);
     lumo::loadSettings(this, lumo::Settings::Params);
@@ -106,17 +106,17 @@ void LumoWidget::load() {
     lumo::loadSettings(this, lumo::Settings::Stations);
 
     auto* toolset = new ModuleObject(QStringLiteral("default_toolset"));
-    toolset->copyFrom(this, m(lumo::key::toolset));
-    m(lumo::key::defaults)->insert(this, toolset);
-    m(lumo::key::currentProgram)->copyFrom(this, m(lumo::key::defaultProgram));
+    toolset->copyFrom(this, m(prog::key::toolset));
+    m(prog::key::defaults)->insert(this, toolset);
+    m(prog::key::currentProgram)->copyFrom(this, m(prog::key::defaultProgram));
     executor = new LumoExecutor(root);
 }
 
 void LumoWidget::addFourDefaultSignalsConfig() {
     constexpr int defaultPeriodMs = 100;
     for (int number = 1; number <= 4; ++number) {
-        ModuleObject* station = m(lumo::key::signalsConfig)->append(this);
-        station->copyFrom(this, m(lumo::key::defaultSignalsConfig));
+        ModuleObject* station = m(prog::key::signalsConfig)->append(this);
+        station->copyFrom(this, m(prog::key::defaultSignalsConfig));
         station->set(this, QStringLiteral("stationname"), tr("工位") + QStringLiteral(" %1").arg(number))
             ->set(this, QStringLiteral("time"), defaultPeriodMs);
     }
@@ -323,7 +323,7 @@ void LumoWidget::connectToolset() {
         connect(combo, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
                 [this, combo] { applySelector(combo); });
     }
-    connect(m(lumo::key::executeState), &ModuleObject::changed, this, &LumoWidget::lockSelectors);
+    connect(m(prog::key::executeState), &ModuleObject::changed, this, &LumoWidget::lockSelectors);
     lockSelectors();
 }
 
@@ -334,7 +334,7 @@ void LumoWidget::applySelector(const QComboBox* combo) {
 
 /// A run goes on with the tool and the work object that it began with.
 void LumoWidget::lockSelectors() {
-    const bool running = m(lumo::key::executeState)->getString() != lumo::word::idle;
+    const bool running = m(prog::key::executeState)->getString() != prog::word::idle;
     ui_->toolCmb->setDisabled(running);
     ui_->wobjCmb->setDisabled(running);
 }
@@ -345,9 +345,9 @@ void LumoWidget::reapplyToolset() {
 }
 
 void LumoWidget::selectLoadedToolset() {
-    const ModuleObject* toolset = m(lumo::key::toolset);
-    const QString tool = toolset->c(lumo::field::end)->c(lumo::field::name)->getString();
-    const QString wobj = toolset->c(lumo::field::ref)->c(lumo::field::name)->getString();
+    const ModuleObject* toolset = m(prog::key::toolset);
+    const QString tool = toolset->c(prog::field::end)->c(prog::field::name)->getString();
+    const QString wobj = toolset->c(prog::field::ref)->c(prog::field::name)->getString();
     const bool toolChanged = lumo::selectToolsetName(ui_->toolCmb, tool);
     const bool wobjChanged = lumo::selectToolsetName(ui_->wobjCmb, wobj);
     if (!toolChanged && !wobjChanged) {

@@ -1,11 +1,11 @@
 #include "panel/projectdialogs.h"
 
+#include "files/resumedata.h"
 #include "module/globals.h"
 #include "module/host.h"
-#include "module/messagebox.h"
 #include "panel/lumowidget.h"
-#include "panel/resumedata.h"
 #include "params/addparamdialog.h"
+#include "widgets/messagebox.h"
 
 #include <QDir>
 #include <QUrl>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "panel/projectfile.h"
+#include "files/projectfile.h"
 
 #include <QFileDialog>
 #include <QObject>

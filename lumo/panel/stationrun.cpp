@@ -1,7 +1,9 @@
 #include "panel/stationrun.h"
 
-#include "module/keys.h"
 #include "panel/toolset.h"
+#include "program/words.h"
+
+using namespace prog;
 
 namespace lumo {
 

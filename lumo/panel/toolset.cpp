@@ -1,9 +1,11 @@
 #include "panel/toolset.h"
 
-#include "module/keys.h"
+#include "program/words.h"
 
 #include <QComboBox>
 #include <QtMath>
+
+using namespace prog;
 
 namespace lumo {
 

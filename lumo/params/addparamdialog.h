@@ -1,6 +1,6 @@
 #pragma once
 
-#include "editor/watchedlinedialog.h"
+#include "widgets/watchedlinedialog.h"
 
 class QLabel;
 class QLineEdit;

@@ -1,16 +1,17 @@
 #include "params/paramconfigwidget.h"
 
-#include "module/keys.h"
-#include "module/messagebox.h"
-#include "module/settingsfile.h"
+#include "files/settingsfile.h"
 #include "params/addparamdialog.h"
 #include "params/paramvaluesdialog.h"
+#include "program/words.h"
 #include "ui_paramconfigwidget.h"
+#include "widgets/messagebox.h"
 
 #include <QSignalBlocker>
 #include <QStackedWidget>
 
 using namespace lumo;
+using namespace prog;
 
 namespace {
 

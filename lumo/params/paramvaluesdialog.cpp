@@ -1,14 +1,15 @@
 #include "params/paramvaluesdialog.h"
 
-#include "editor/watchedlinedialog.h"
-#include "module/groupedtable.h"
-#include "module/keys.h"
+#include "program/words.h"
 #include "ui_paramvaluesdialog.h"
+#include "widgets/groupedtable.h"
+#include "widgets/watchedlinedialog.h"
 
 #include <QLineEdit>
 #include <QRegularExpressionValidator>
 
 using namespace lumo;
+using namespace prog;
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "geometry/arc.h"
+#include "program/geometry/arc.h"
 
 #include <algorithm>
 #include <limits>

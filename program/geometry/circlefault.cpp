@@ -1,4 +1,4 @@
-#include "geometry/circlefault.h"
+#include "program/geometry/circlefault.h"
 
 #include <algorithm>
 #include <array>

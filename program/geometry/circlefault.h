@@ -1,6 +1,6 @@
 #pragma once
 
-#include "geometry/vector.h"
+#include "program/geometry/vector.h"
 
 namespace prog {
 

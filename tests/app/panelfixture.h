@@ -7,7 +7,7 @@
 #include "mendo/log.h"
 #include "mendo/modulemanager.h"
 #include "simulator/controller.h"
-#include "simulator/virtualtime.h"
+#include "simulator/time/virtualtime.h"
 #include "support/suite.h"
 #include "support/text.h"
 #include "support/widgets.h"
@@ -42,8 +42,9 @@ protected:
         app::installLanguage("en");
         panel_ = std::make_unique<app::Panel>();
         QString error;
-        if (!panel_->open(LUMO_LIBRARY, &error))
+        if (!panel_->open(LUMO_LIBRARY, &error)) {
             qFatal("%s", qPrintable(error));
+        }
         roots_ = {window()};
         window()->resize(1280, 800);
         window()->show();
@@ -55,9 +56,11 @@ protected:
     /// A widget in one of the windows that the test is about.
     template <typename Widget = QAbstractButton>
     Widget* find(const QString& name) const {
-        for (const QWidget* root : roots_)
-            if (auto* const found = root->findChild<Widget*>(name))
+        for (const QWidget* root : roots_) {
+            if (auto* const found = root->findChild<Widget*>(name)) {
                 return found;
+            }
+        }
         qFatal("no widget %s", qPrintable(name));
     }
     void click(const QString& name) const { test::click(find<QWidget>(name)); }
@@ -85,8 +88,9 @@ protected:
     /// Starts the program at a line and waits for its end.
     static void run(int line, const Moments& moments) {
         QObject scope;
-        for (const auto& moment : moments)
+        for (const auto& moment : moments) {
             QTimer::singleShot(moment.first, Qt::PreciseTimer, &scope, moment.second);
+        }
         set("lumo.execute.trigger.start", line);
         pass(0);
     }

@@ -1,21 +1,23 @@
 #include "app/pendant/pendantwindow.h"
-#include "app/time/pacedtime.h"
 #include "panelfixture.h"
+#include "simulator/time/pacedtime.h"
 
 #include <qpa/qwindowsysteminterface.h>
 #include <QProcess>
 
 namespace {
 
-constexpr int kGiveUpMs = 300000;
+constexpr int giveUpMs = 300000;
 
 /// An X server without a screen, for this process; its number is told by itself.
 void onDisplay() {
     static QProcess server;
     server.start("Xvfb", {"-displayfd", "1", "-screen", "0", "1920x1080x24", "-nolisten", "tcp"});
-    while (!server.canReadLine())
-        if (!server.waitForReadyRead(kGiveUpMs))
+    while (!server.canReadLine()) {
+        if (!server.waitForReadyRead(giveUpMs)) {
             qFatal("no display: is Xvfb installed?");
+        }
+    }
     qputenv("DISPLAY", ':' + server.readLine().trimmed());
     qputenv("QT_QPA_PLATFORM", "xcb");
     app::PacedTime::install()->setFactor(10);
@@ -44,17 +46,17 @@ private slots:
         panel.window()->show();
         panel.pendant()->showBeside(panel.window()->frameGeometry());
         QWindow* const handle = panel.window()->windowHandle();
-        QTRY_VERIFY_WITH_TIMEOUT(handle->isExposed(), kGiveUpMs);
+        QTRY_VERIFY_WITH_TIMEOUT(handle->isExposed(), giveUpMs);
         QVERIFY(panel.openProject(QDir::current().absoluteFilePath("lap_seam.json")));
-        QTRY_VERIFY_WITH_TIMEOUT(m("lumo.program")->cmobjCount() > 0, kGiveUpMs);
+        QTRY_VERIFY_WITH_TIMEOUT(m("lumo.program")->cmobjCount() > 0, giveUpMs);
 
         int switchings = 0;
         connect(panel.controller(), &sim::Controller::outputChanged, this,
                 [&switchings](const QString& name) { switchings += name == "LUMO_DO.#3" ? 1 : 0; });
         click(panel.pendant(), "power1");
-        QTRY_COMPARE_WITH_TIMEOUT(m("kord.r.power")->getString(), "on", kGiveUpMs);
+        QTRY_COMPARE_WITH_TIMEOUT(m("kord.r.power")->getString(), "on", giveUpMs);
         click(panel.window(), "btnStart");
-        QTRY_VERIFY_WITH_TIMEOUT(switchings > 0 && m("lumo.execute.state")->getString() == "idle", kGiveUpMs);
+        QTRY_VERIFY_WITH_TIMEOUT(switchings > 0 && m("lumo.execute.state")->getString() == "idle", giveUpMs);
         QCOMPARE(switchings, 2);
         QCOMPARE(m("lumo.execute.line")->getInt(), m("lumo.program")->cmobjCount() - 1);
         QTimer::singleShot(0, this, [handle] { QWindowSystemInterface::handleCloseEvent(handle); });

@@ -1,4 +1,4 @@
-#include "app/time/pacedtime.h"
+#include "simulator/time/pacedtime.h"
 #include "support/suite.h"
 
 #include <QThread>
@@ -71,10 +71,10 @@ private slots:
         runLoop(120);
         QVERIFY2(wall.elapsed() >= 99, qPrintable(QString::number(wall.elapsed())));
         // Much faster: what is armed already goes along, and so does the time of day.
-        constexpr int kHourMs = 3600000;
-        QTimer::singleShot(0, this, [] { paced->setFactor(kHourMs); });
-        runLoop(kHourMs);
-        QVERIFY(QDateTime::currentDateTime().msecsTo(paced->now()) > kHourMs / 2);
+        constexpr int hourMs = 3600000;
+        QTimer::singleShot(0, this, [] { paced->setFactor(hourMs); });
+        runLoop(hourMs);
+        QVERIFY(QDateTime::currentDateTime().msecsTo(paced->now()) > hourMs / 2);
     }
 };
 

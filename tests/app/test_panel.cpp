@@ -85,8 +85,9 @@ private slots:
         mendo::ModuleManager::readFromJson("damaged.json");
         QVERIFY(textOf("lblNotice").contains("damaged.json, line 2, column 20: this is no JSON"));
         QVERIFY(find<QWidget>("noticeBar")->isVisible() && find<QWidget>("whyLine")->isVisible());
-        for (int i = 0; i < 24; ++i)  // each twice
+        for (int i = 0; i < 24; ++i) {  // each twice
             notices_->report(QString("/x/%1.json").arg(i / 2), 0, 0, "Permission denied");
+        }
         QVERIFY(textOf("lblNotice").contains("/11.json") && notices_->texts().size() == 10);
         QVERIFY(notices_->texts()[0].contains("/11.json") && notices_->texts()[9].contains("/2.json"));
         click("btnNotices");

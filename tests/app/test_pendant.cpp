@@ -37,8 +37,9 @@ class AppPendant : public test::PanelTest {
             page->findChild<QComboBox*>()->showPopup();
         } else if (kind != "nothing") {
             dialog_ = kind == "file dialog" ? new QFileDialog(page) : new QDialog(page);
-            if (kind == "frameless")
+            if (kind == "frameless") {
                 dialog_->setWindowFlags(Qt::Dialog | Qt::FramelessWindowHint | Qt::BypassWindowManagerHint);
+            }
             dialog_->setWindowModality(kind == "modal to all" ? Qt::ApplicationModal : Qt::WindowModal);
             dialog_->resize(200, 150);
             dialog_->show();
@@ -62,8 +63,9 @@ private slots:
         window()->activateWindow();
         pass(50);
         settle();
-        for (const char* home : {"pendantTab0", "jogFrame0", "step0", "speed1"})
+        for (const char* home : {"pendantTab0", "jogFrame0", "step0", "speed1"}) {
             click(home);
+        }
     }
 
     void stop_darkensTheWeldUnderAnyWindow() {
@@ -127,14 +129,16 @@ private slots:
         for (const QStringList& row : rows) {
             const double before = place(row[4]);
             for (const double way : {row[5].toDouble(), 0.0}) {
-                for (const QString& button : {row[0], row[1], way != 0 ? row[2] : row[3]})
+                for (const QString& button : {row[0], row[1], way != 0 ? row[2] : row[3]}) {
                     click(button);
+                }
                 settle();
                 QVERIFY2(std::abs(place(row[4]) - before - way) < 1e-7, qPrintable(row.join(' ')));
             }
         }
-        for (const char* button : {"jogFrame0", "step3", "jog0+", "jog0+"})
+        for (const char* button : {"jogFrame0", "step3", "jog0+", "jog0+"}) {
             click(button);
+        }
         QCOMPARE(textOf("lblJogAnswer"), "The robot is moving");
         settle();
         click("jog0-");

@@ -28,11 +28,12 @@ QString statement(const QString& text) {
     const QStringList words = text.split(' ');
     QString json = "{'type':'" + words[0] + "'";
     for (int i = 1; i < words.size(); ++i) {
-        if (words[i].startsWith('\''))
+        if (words[i].startsWith('\'')) {
             json += "," + words[i];
-        else if (i % 2 == 1)
+        } else if (i % 2 == 1) {
             json += QString(",'%1':{'trans':[%2e-3,%3e-3,0.3]}")
                         .arg(i == 1 ? "point" : "point1", words[i], words[i + 1]);
+        }
     }
     return json + "}";
 }
@@ -47,8 +48,9 @@ class AppPlan : public QObject {
 
     std::vector<app::PathMove> layOut(const QString& statements) const {
         QStringList list;
-        for (const QString& line : statements.split("; "))
+        for (const QString& line : statements.split("; ")) {
             list << statement(line);
+        }
         const auto program = test::json("[" + list.join(',').toUtf8() + "]").toArray();
         return app::layOutPath(program, arm_, {{0.5, 0, 0.3}, arm_.home()});
     }
@@ -87,8 +89,9 @@ private slots:
         };
         for (const QStringList& row : rows) {
             QStringList path = {row[0]};
-            for (const app::PathMove& move : layOut(row[0]))
+            for (const app::PathMove& move : layOut(row[0])) {
                 path << text(move);
+            }
             QCOMPARE(path.join('\n'), row.join('\n'));
         }
     }
@@ -104,9 +107,11 @@ private slots:
                 QCOMPARE(reasonOf(run), "finished");
                 const int line = options.contains("4") ? 3 : 0;
                 QMap<int, int> begins = {{0, 0}, {statements.size(), run.done()["ms"].toInt()}};
-                for (const QJsonObject& change : run.trace)
-                    if (change["path"] == "lumo.current.line")
+                for (const QJsonObject& change : run.trace) {
+                    if (change["path"] == "lumo.current.line") {
                         begins[change["value"].toInt()] = change["t"].toInt();
+                    }
+                }
                 const auto lines = estimate(statements, sets, line, !options.contains("off"), false);
                 for (auto begin = begins.find(line); begin.key() < statements.size(); ++begin) {
                     const int ms = std::next(begin).value() - begin.value();
@@ -125,8 +130,9 @@ private slots:
             "[{'type':'open','index':0},{'type':'delay','delaytime':1500},{'type':'waitDI'},"
             "{'type':'param','index':1},{'type':'close'}]");
         QStringList times;
-        for (const auto& line : estimate(program, sets, 1, true, true))
+        for (const auto& line : estimate(program, sets, 1, true, true)) {
             times << QString::number(line.ms) + (line.waitsForInput ? "?" : "");
+        }
         QCOMPARE(times.join(' '), "0 1720 100? 0 390");
     }
 };

@@ -26,8 +26,9 @@ private slots:
         QCoreApplication::setApplicationName("lumo-panel");
         qputenv("XDG_DATA_HOME", QFile::encodeName(home_.filePath("data")));
         for (const char* name :
-             {"cell", "checkout/lumo/resources", "checkout/deep", "elsewhere", "from/seam"})
+             {"cell", "checkout/lumo/resources", "checkout/deep", "elsewhere", "from/seam"}) {
             QVERIFY(QDir().mkpath(name));
+        }
         writeFile("cell/seam.json", "[]");
         writeFile("checkout/lumo/resources/lumo.json", "{}");
     }
@@ -79,8 +80,9 @@ private slots:
             panel.start(LUMO_PANEL, options + QStringList{"--vcd", "cell.vcd"});
             QByteArray said;
             // Once the package is loaded, signals are listened to.
-            while (!said.contains(example ? "flange.json" : "lumo v26") && panel.waitForReadyRead(600000))
+            while (!said.contains(example ? "flange.json" : "lumo v26") && panel.waitForReadyRead(600000)) {
                 said += panel.readAll();
+            }
             QVERIFY2(said.contains("lumo v26"), said);
             QCOMPARE(kill(pid_t(panel.processId()), number), 0);
             QVERIFY(panel.waitForFinished(600000));

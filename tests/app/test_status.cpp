@@ -111,8 +111,9 @@ private slots:
     /// 300 ms of gas, 100 ms of dwell; then ramp 200 ms, 100 ms, gas 500 ms. An input counts 100 ms. The
     /// laser pulses, 100 ms on and 100 ms off, and is told as on in its gaps.
     void waitAndProgress_areToldWhileARunIsOn() {
-        for (const char* field : {"open_interval", "open_time"})
+        for (const char* field : {"open_interval", "open_time"}) {
             set(QString("lumo.param.#0.") + field, 100);
+        }
         load("lumo.program",
              "[{'type':'open','index':0},{'type':'waitDI','DI_type':'IO','diName':'DI4','value1':'false'},"
              "{'type':'waitDI','DI_type':'register','DI_reg':{'name':'LUMO_DI','bias':9}},{'type':'close'},"
@@ -139,8 +140,9 @@ private slots:
             QCOMPARE(line(2).section("|Welding", 0, 0) + ", " + progress(), rows[told++].second);
             QVERIFY(bar->isVisible() && watch->isTiming());
         };
-        for (const auto& row : rows)
+        for (const auto& row : rows) {
             moments.append({row.first, tell});
+        }
         run(0, moments);
         QVERIFY(told == rows.size() && line(1) == "✓ Laser, gas and wire are being switched off");
         pass(1000);

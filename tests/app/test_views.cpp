@@ -42,8 +42,9 @@ private slots:
         init();
         pass(1234);
         const auto lit = [this](const QString& name, bool on) {
-            if (name == "LUMO_DI.#5")
+            if (name == "LUMO_DI.#5") {
                 welded_ += (on ? -1000 : 1000) * robot()->travelled();
+            }
         };
         const auto following = connect(robot(), &sim::Controller::inputChanged, this, lit);
         QTimer::singleShot(15003, this, [this] { robot()->setInput("DI3", true); });
@@ -132,8 +133,9 @@ private slots:
         find<QComboBox>("cmbRange")->setCurrentIndex(0);
         scope_->exportTo("shown.csv");
         QByteArrayList rows;
-        for (const QByteArray& row : test::contentOf("shown.csv").split('\n').mid(1))
+        for (const QByteArray& row : test::contentOf("shown.csv").split('\n').mid(1)) {
             rows << row.split(',')[0] + ' ' + row.split(',').value(lane + 1);
+        }
         QCOMPARE(rows.join(", "), "0.000 1, 20.000 0, 40.000 1,  ");
         pass(60000);
         QCOMPARE(plot_->cursorMs(), edge);

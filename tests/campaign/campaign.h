@@ -1,6 +1,6 @@
 #pragma once
 
-#include "devices/ports.h"
+#include "equipment/ports.h"
 
 #include <QJsonObject>
 #include <QMetaEnum>

@@ -6,10 +6,10 @@
 #include "kord/managerhelper.h"
 #include "mendo/log.h"
 #include "module/globals.h"
-#include "module/keys.h"
 #include "panel/lumowidget.h"
+#include "program/words.h"
 #include "simulator/controller.h"
-#include "simulator/virtualtime.h"
+#include "simulator/time/virtualtime.h"
 #include "support/ports.h"
 #include "support/widgets.h"
 
@@ -21,7 +21,7 @@
 
 namespace campaign {
 
-namespace key = lumo::key;
+namespace key = prog::key;
 
 /// The package in a process of its own on virtual time. For each schedule everything that could
 /// remember an earlier one is filled or made anew: the tree, the executor, the controller.
@@ -48,8 +48,8 @@ public:
         m(key::lumo)->set(this, "signalbind_program", QVariant(), true);
         for (int port = 0; port < portCount; ++port) {
             ModuleObject* const row = m(key::port)->c(port);
-            row->set(this, lumo::field::name, test::kPortNames[port]);
-            row->set(this, lumo::field::enable, port < GAS || scenario["disabled"] != nameOf(Port(port)));
+            row->set(this, prog::field::name, test::portNames[port]);
+            row->set(this, prog::field::enable, port < GAS || scenario["disabled"] != nameOf(Port(port)));
         }
         m(key::program)->loadJson(this, scenario["program"].toArray());
         m(key::stationProgram)->loadJson(this, scenario["other"].toArray());
@@ -79,7 +79,7 @@ public:
     QStringList takeDown(bool quits) {
         QStringList left;
         for (const Port port : {GAS, WIRE, PULLBACK, LASER, POWER}) {
-            if (controller->output(test::kPortNames[port]).toInt() != 0) {
+            if (controller->output(test::portNames[port]).toInt() != 0) {
                 left << nameOf(port) + " is on at the controller";
             }
         }
@@ -158,29 +158,29 @@ private:
     }
 
     void onIssued(const KordCall& call) {
-        if (call.name == lumo::command::outDo && !call.sender) {  // a statement's output has no sender
-            heard_({Output, call.argument(lumo::field::name).toString()});
+        if (call.name == prog::command::outDo && !call.sender) {  // a statement's output has no sender
+            heard_({Output, call.argument(prog::field::name).toString()});
         } else if (call.sender != executor) {
             return;
-        } else if (call.name == lumo::command::registerWriteMulti) {
+        } else if (call.name == prog::command::registerWriteMulti) {
             for (const ModuleObject* record : call.node->cmobjs()) {
                 onRegister(*record);
             }
-        } else if (call.name != lumo::command::registerWrite) {
+        } else if (call.name != prog::command::registerWrite) {
             heard_({Command, call.name});
         } else if (call.node) {
             onRegister(*call.node);
         } else {
-            heard_({Output, call.argument(lumo::field::name).toString()});
+            heard_({Output, call.argument(prog::field::name).toString()});
         }
     }
 
     void onRegister(const ModuleObject& record) {
-        const QString name = record.c(lumo::field::name)->getString();
-        const QString bit = name + '.' + mIndex(record.c(lumo::field::bias)->getInt());
+        const QString name = record.c(prog::field::name)->getString();
+        const QString bit = name + '.' + mIndex(record.c(prog::field::bias)->getInt());
         for (int port = 0; port < portCount; ++port) {
-            if (test::kPortNames[port] == bit || test::kPortNames[port] == name) {
-                heard_({Write, nameOf(Port(port)), record.c(lumo::field::value)->getInt(), port});
+            if (test::portNames[port] == bit || test::portNames[port] == name) {
+                heard_({Write, nameOf(Port(port)), record.c(prog::field::value)->getInt(), port});
             }
         }
     }
@@ -205,12 +205,12 @@ public:
     }
 
     static void takeFacts(Event& event) {
-        const bool automatic = m(key::robotMode)->getString() == lumo::word::automatic;
+        const bool automatic = m(key::robotMode)->getString() == prog::word::automatic;
         const bool mayWeld = automatic || m(key::handWeldSwitch)->getBool(false);
         const ModuleObject* const set = m(key::param)->c(m(key::curParam)->getInt(-1));
-        event.idle = m(key::executeState)->getString() == lumo::word::idle;
-        event.powered = m(key::robotPower)->getString() == lumo::word::on;
-        event.robotIdle = m(key::robotState)->getString() == lumo::word::idle;
+        event.idle = m(key::executeState)->getString() == prog::word::idle;
+        event.powered = m(key::robotPower)->getString() == prog::word::on;
+        event.robotIdle = m(key::robotState)->getString() == prog::word::idle;
         event.permitted = m(key::weldSwitch)->getBool(true) && mayWeld;
         event.gasUsed = portEnabled(DO_GAS);
         event.resumeLine = m(key::currentLine)->getInt(-1);

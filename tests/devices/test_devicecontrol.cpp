@@ -1,6 +1,6 @@
 #include "devices/devicecontrolwidget.h"
-#include "devices/handlit.h"
-#include "devices/ports.h"
+#include "equipment/handlit.h"
+#include "equipment/ports.h"
 #include "panel/pagebench.h"
 #include "support/suite.h"
 

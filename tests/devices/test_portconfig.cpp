@@ -1,6 +1,6 @@
-#include "devices/handlit.h"
 #include "devices/portconfigwidget.h"
-#include "devices/ports.h"
+#include "equipment/handlit.h"
+#include "equipment/ports.h"
 #include "support/executorbench.h"
 #include "support/suite.h"
 #include "support/text.h"

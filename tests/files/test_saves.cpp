@@ -1,9 +1,9 @@
 #include "app/preferences.h"
+#include "files/projectfile.h"
+#include "files/settingsfile.h"
 #include "files/tracedchild.h"
-#include "module/keys.h"
-#include "module/settingsfile.h"
 #include "panel/lumowidget.h"
-#include "panel/projectfile.h"
+#include "program/words.h"
 #include "support/suite.h"
 #include "support/text.h"
 
@@ -46,7 +46,7 @@ void fillList(QLatin1String path, QJsonObject record, const char* field, int doc
 }
 
 void fillPorts(int document) {
-    for (ModuleObject* const port : m(lumo::key::port)->cmobjs()) {
+    for (ModuleObject* const port : m(prog::key::port)->cmobjs()) {
         port->set(nullptr, "name", QString("LUMO_DI").repeated(document + 1));
         port->set(nullptr, "enable", document % 2 == 0);
     }
@@ -54,19 +54,19 @@ void fillPorts(int document) {
 
 void fillParams(int document) {
     QJsonObject set;
-    for (const ModuleObject* const definition : m(lumo::key::defaultParam)->cmobjs()) {
+    for (const ModuleObject* const definition : m(prog::key::defaultParam)->cmobjs()) {
         set[definition->r("name")->getString()] = document;
     }
-    fillList(lumo::key::param, set, "name", document, 3);
+    fillList(prog::key::param, set, "name", document, 3);
 }
 
 void fillStations(int document) {
-    const QJsonObject station = m(lumo::key::defaultSignalsConfig)->exportToJson().toObject();
-    fillList(lumo::key::signalsConfig, station, "stationname", document, 1);
+    const QJsonObject station = m(prog::key::defaultSignalsConfig)->exportToJson().toObject();
+    fillList(prog::key::signalsConfig, station, "stationname", document, 1);
 }
 
 void fillProgram(int document) {
-    fillList(lumo::key::program, {{"type", "delay"}, {"delaytime", "100"}}, "note", document, 20);
+    fillList(prog::key::program, {{"type", "delay"}, {"delaytime", "100"}}, "note", document, 20);
 }
 
 Saving settings(const char* name, Settings list, QLatin1String path, void (*fill)(int),
@@ -84,7 +84,7 @@ Saving project(const char* name, const QByteArray& typed = {}, const QString& ta
         }
     };
     const auto save = [file] { return lumo::saveProject(file); };
-    return {name, file, fillProgram, save, load, lumo::key::program, typed, target};
+    return {name, file, fillProgram, save, load, prog::key::program, typed, target};
 }
 
 /// Nothing that the operator typed: the panel does not ask whether it was saved.
@@ -158,11 +158,11 @@ private slots:
         });
         const LumoWidget page;  // registers the tree, which stays
         const auto params = [](const char* name, const QByteArray& typed) {
-            return settings(name, Settings::Params, lumo::key::param, fillParams, typed);
+            return settings(name, Settings::Params, prog::key::param, fillParams, typed);
         };
-        savings_ = {settings("ports", Settings::Ports, lumo::key::port, fillPorts),
+        savings_ = {settings("ports", Settings::Ports, prog::key::port, fillPorts),
                     params("params", {}),
-                    settings("stations", Settings::Stations, lumo::key::signalsConfig, fillStations),
+                    settings("stations", Settings::Stations, prog::key::signalsConfig, fillStations),
                     project("project"),
                     project("project, a link", {}, "elsewhere.txt"),
                     params("params, damaged", "[{\"name\": \"typed by somebody\", \"po"),

@@ -1,24 +1,24 @@
 #include "fuzz/fuzz.h"
 
 #include "app/preferences.h"
-#include "binding/station.h"
-#include "devices/ports.h"
 #include "editor/statementtext.h"
 #include "editor/storedstate.h"
+#include "equipment/ports.h"
 #include "executor/laserplan.h"
 #include "executor/programindex.h"
-#include "mendo/jsonfault.h"
+#include "files/projectfile.h"
+#include "files/settingsfile.h"
+#include "json/jsonfault.h"
 #include "mendo/log.h"
 #include "mendo/modulemanager.h"
-#include "module/keys.h"
-#include "module/settingsfile.h"
-#include "panel/projectfile.h"
+#include "program/words.h"
 #include "runner/hand.h"
 #include "runner/jsonwriter.h"
 #include "runner/project.h"
 #include "runner/scenario.h"
 #include "runner/stationlist.h"
 #include "simulator/wiring.h"
+#include "stations/station.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -35,8 +35,9 @@ bool isSavedToo(const QByteArray& input) {
 }
 
 void require(bool holds, const char* what) {
-    if (!holds)
+    if (!holds) {
         qFatal("does not hold: %s", what);
+    }
 }
 
 /// Puts a file into the folder, which is emptied behind each input.
@@ -62,10 +63,10 @@ QByteArray textOf(const QJsonValue& value) {
 const QString fileName = "project.json";
 
 void show() {
-    const RunProgram program(m(lumo::key::program));
+    const RunProgram program(m(prog::key::program));
     for (int line = 0; line < program.lineCount(); ++line) {
-        const ModuleObject* const statement = m(lumo::key::program)->c(line);
-        use(type2cn(statement->c(lumo::field::type)->getString()), lumo::statementDetails(statement));
+        const ModuleObject* const statement = m(prog::key::program)->c(line);
+        use(type2cn(statement->c(prog::field::type)->getString()), lumo::statementDetails(statement));
         use(program.circleFaultAt(line), program.openBefore(line), program.targetBefore(line));
     }
 }
@@ -84,7 +85,7 @@ void compareWithFile(const QByteArray& input, const lumo::Project& project) {
     state.check();
     if (project.toolset.isEmpty() && !input.contains("\xef\xbb\xbf") &&
         !input.toLower().contains("\\ufeff")) {
-        const QJsonArray tree = m(lumo::key::program)->exportToJson().toArray();
+        const QJsonArray tree = m(prog::key::program)->exportToJson().toArray();
         require(
             state.isStored() == (QJsonDocument(project.statements).toJson() == QJsonDocument(tree).toJson()),
             "a project that was just read is what its file holds");
@@ -103,8 +104,9 @@ void saveAndReadAgain(bool throughFile) {
 void check(const QByteArray& input) {
     static run::Hand hand;
     mendo::JsonFault fault;
-    if (!mendo::parseJson(input, &fault))
+    if (!mendo::parseJson(input, &fault)) {
         require(fault.offset >= 0 && fault.offset <= input.size(), "a fault lies in the file");
+    }
     run::Problem problem;
     const std::optional<run::JsonText> text = run::JsonText::parse(input, fileName, &problem);
     const auto project = text ? run::Project::fromText(*text, &problem) : std::nullopt;
@@ -112,26 +114,28 @@ void check(const QByteArray& input) {
         require(!problem.reason.isEmpty() && problem.line > 0, "what is wrong is told with its line");
         return;
     }
-    for (const run::Problem& warning : project->warnings(2))
+    for (const run::Problem& warning : project->warnings(2)) {
         use(warning.text());
+    }
     hand.loadProject(project->content());
 }
 
 void project(const QByteArray& input) {
-    static const QJsonValue noTools = m(lumo::key::toolset)->exportToJson();
+    static const QJsonValue noTools = m(prog::key::toolset)->exportToJson();
     write(fileName, input);
     if (const std::optional<lumo::Project> project = lumo::readProject(fileName)) {
         lumo::loadProject(nullptr, *project);
-        require(textOf(m(lumo::key::program)->exportToJson()) == textOf(project->statements),
+        require(textOf(m(prog::key::program)->exportToJson()) == textOf(project->statements),
                 "the program holds what the file holds");
         show();
         compareWithFile(input, *project);
-        if (isUnambiguous(*project))
+        if (isUnambiguous(*project)) {
             saveAndReadAgain(isSavedToo(input));
+        }
     }
     check(input);
-    m(lumo::key::program)->loadJson(nullptr, QJsonArray());
-    m(lumo::key::toolset)->loadJson(nullptr, noTools);
+    m(prog::key::program)->loadJson(nullptr, QJsonArray());
+    m(prog::key::toolset)->loadJson(nullptr, noTools);
 }
 
 // Settings files: read, used as the package uses them, saved and read again; preferences; scenarios.
@@ -142,8 +146,9 @@ void readSettings(lumo::Settings list, QLatin1String path, const QByteArray& inp
     const QJsonValue usual = m(path)->exportToJson();
     write(lumo::settingsFile(list), input);
     lumo::loadSettings(nullptr, list);
-    if (QJsonDocument::fromJson(input).isNull() && !input.startsWith("\xEF\xBB\xBF"))
+    if (QJsonDocument::fromJson(input).isNull() && !input.startsWith("\xEF\xBB\xBF")) {
         return;  // it changes nothing
+    }
     look(m(path));
     if (isSavedToo(input)) {
         const QJsonValue held = m(path)->exportToJson();
@@ -181,27 +186,28 @@ void sample(const ModuleObject* stations) {
         use(lumo::kindText(StationSignal::StopInput, input), lumo::sourceText(input));
         use(lumo::edgeText(station, StationSignal::StopInput), lumo::inputLevel(nullptr, input));
         lumo::switchOutput(nullptr, lumo::readSource(station, StationSignal::StopOutput), true);
-        use(lumo::samplePeriodMs(station->c(lumo::field::time)->getString()));
+        use(lumo::samplePeriodMs(station->c(prog::field::time)->getString()));
     }
 }
 
 void params(const QByteArray& input) {
-    readSettings(lumo::Settings::Params, lumo::key::param, input, plan);
+    readSettings(lumo::Settings::Params, prog::key::param, input, plan);
 }
 
 void ports(const QByteArray& input) {
-    readSettings(lumo::Settings::Ports, lumo::key::port, input, drive);
+    readSettings(lumo::Settings::Ports, prog::key::port, input, drive);
     write("cell.json", input);
     use(sim::readWiring("cell.json"));
 }
 
 void stations(const QByteArray& input) {
-    readSettings(lumo::Settings::Stations, lumo::key::signalsConfig, input, sample);
+    readSettings(lumo::Settings::Stations, prog::key::signalsConfig, input, sample);
     write(lumo::settingsFile(lumo::Settings::Stations), input);
     run::Problem problem;
     if (const auto list = run::StationList::read(".", ".", &problem)) {
-        for (const run::Problem& warning : list->warnings(2))
+        for (const run::Problem& warning : list->warnings(2)) {
             use(warning.text());
+        }
     }
 }
 
@@ -212,11 +218,13 @@ void scenario(const QByteArray& input) {
     const std::optional<run::JsonText> text = run::JsonText::parse(input, "scenario.json", &problem);
     const auto scenario = text ? run::Scenario::fromText(*text, {"DI1"}, &problem) : std::nullopt;
     require(scenario || !problem.text().isEmpty(), "what is wrong is told");
-    if (!scenario || !scenario->has(run::Action::Set))
+    if (!scenario || !scenario->has(run::Action::Set)) {
         return;
+    }
     for (const run::ScenarioEntry& entry : scenario->entries()) {
-        if (entry.action == run::Action::Set)
+        if (entry.action == run::Action::Set) {
             hand.set(entry.keys.value("path").toString(), entry.keys.value("value"));
+        }
     }
     m()->root()->loadJson(nullptr, usual);
 }
@@ -248,6 +256,7 @@ void fuzz::read(const QString& target, const QByteArray& input) {
     targets.at(target)(input);
     mendo::ModuleManager::purgeRemoved();
     QDir folder;
-    for (const QString& name : folder.entryList(QDir::Files | QDir::System | QDir::Hidden))
+    for (const QString& name : folder.entryList(QDir::Files | QDir::System | QDir::Hidden)) {
         folder.remove(name);
+    }
 }

@@ -40,25 +40,28 @@ QJsonValue changed(const QJsonValue& value, Random& random) {
     QJsonArray array = value.toArray();
     QJsonObject object = value.toObject();
     const int what = array.isEmpty() && object.isEmpty() ? 0 : below(random, 12);
-    if (what == 0)
+    if (what == 0) {
         return scalar(random);
+    }
     if (value.isArray()) {
         const int at = below(random, array.size());
-        if (what == 1)
+        if (what == 1) {
             array.removeAt(at);
-        else if (what == 2)
+        } else if (what == 2) {
             array.insert(at, QJsonValue(array.at(below(random, array.size()))));
-        else
+        } else {
             array[at] = changed(array.at(at), random);
+        }
         return array;
     }
     const QString key = object.keys().at(below(random, object.size()));
-    if (what == 1)
+    if (what == 1) {
         object.remove(key);
-    else if (what == 2)
+    } else if (what == 2) {
         object.insert(words[below(random, words.size())], object.value(key));
-    else
+    } else {
         object.insert(key, changed(object.value(key), random));
+    }
     return object;
 }
 
@@ -67,12 +70,14 @@ QJsonValue changed(const QJsonValue& value, Random& random) {
 extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv) {
     static QCoreApplication application(*argc, *argv);
     qInstallMessageHandler([](QtMsgType type, const QMessageLogContext&, const QString& text) {
-        if (type == QtFatalMsg)
+        if (type == QtFatalMsg) {
             std::fprintf(stderr, "%s\n", qPrintable(text));
+        }
     });
     QFile dictionary(qEnvironmentVariable("FUZZ_WORDS"));
-    if (!dictionary.open(QIODevice::ReadOnly))
+    if (!dictionary.open(QIODevice::ReadOnly)) {
         qFatal("FUZZ_WORDS does not name the dictionary");
+    }
     words = QString::fromUtf8(dictionary.readAll()).remove('"').split('\n', Qt::SkipEmptyParts);
     return 0;
 }
@@ -87,13 +92,15 @@ extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t s
                                                unsigned int seed) {
     Random random(seed);
     const auto document = QJsonDocument::fromJson(QByteArray(reinterpret_cast<const char*>(data), int(size)));
-    if (random() % 2 == 0 || document.isNull())
+    if (random() % 2 == 0 || document.isNull()) {
         return LLVMFuzzerMutate(data, size, maxSize);
+    }
     const QJsonValue whole = document.isArray() ? QJsonValue(document.array()) : document.object();
     const QByteArray text = QJsonDocument(QJsonArray{changed(whole, random)}).toJson(QJsonDocument::Compact);
     const QByteArray value = text.mid(1, text.size() - 2);
-    if (std::size_t(value.size()) > maxSize)
+    if (std::size_t(value.size()) > maxSize) {
         return LLVMFuzzerMutate(data, size, maxSize);
+    }
     std::memcpy(data, value.constData(), std::size_t(value.size()));
     return std::size_t(value.size());
 }

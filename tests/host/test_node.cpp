@@ -115,19 +115,22 @@ private slots:
             test::node("{'':[5],'a':1,'b':{'c':{'d':2}},'h#':[6],'list':[10,11,{'x':12}],'dotted.name':3}");
         const QHash<QString, int> there = {{"a", 1},      {"b.c.d", 2}, {"list.#1", 11}, {"list.#2.x", 12},
                                            {"b.#0.d", 2}, {".#0", 5},   {"h#.#0", 6},    {"#0.#0", 5}};
-        for (auto row = there.begin(); row != there.end(); ++row)
+        for (auto row = there.begin(); row != there.end(); ++row) {
             QVERIFY(root->hasRmobj(row.key()) && m(row.key(), root.get())->getInt() == row.value());
+        }
         for (const char* path : {"list.#3", "list.#99999999999999999999", "list.#", "list.#1x", "b.x.d",
-                                 "a.b", "a.", ".a", "dotted.name"})
+                                 "a.b", "a.", ".a", "dotted.name"}) {
             QVERIFY2(!root->hasRmobj(path) && root->r(path)->isNull(), path);
+        }
         QVERIFY(root->r("") == root.get() && root->c("dotted.name")->getInt() == 3);
         // In the whole subtree it is the first one, depth first.
         QVERIFY(root->c("x")->isNull() && !root->hasCmobj("x") && root->hasCmobj("x", true));
         QCOMPARE(root->c("d", true)->path() + ' ' + root->c("x", true)->path(), "b.c.d list.#2.x");
         QCOMPARE(mName("a", "b", "#1") + mName("a.b", "") + mName("", "b", "c"), "a.b.#1a.bb.c");
         QCOMPARE(ModuleObject::indexOfRname("LUMO_DO.#12") + ModuleObject::indexOfRname("#3"), 15);
-        for (const char* name : {"DO2_2", "a.#3.b", "a.#3x", "#-1", ""})
+        for (const char* name : {"DO2_2", "a.#3.b", "a.#3x", "#-1", ""}) {
             QCOMPARE(ModuleObject::indexOfRname(name), 0);
+        }
     }
 
     void nullNode_ignoresWritesAndReportsConnections() {
@@ -140,8 +143,9 @@ private slots:
         QVERIFY(!null->insert(me, &child) && !null->remove(me, "a") && null->append(me, "a")->isNull());
         QVERIFY(null->isNull() && !null->value().isValid() && null->size() == 0 && !null->hasRmobj(""));
         for (ModuleObject* found : {null->c(0), null->c("a"), null->r("a.#1"), null->r(""), null->pmobj(),
-                                    null->prevBmobj(), null->nextBmobj()})
+                                    null->prevBmobj(), null->nextBmobj()}) {
             QVERIFY(found == null);
+        }
         QTest::ignoreMessage(QtCriticalMsg, QRegularExpression("changed.*null node"));
         connect(null, &ModuleObject::changed, this, [] {});
         null->disconnect(this);
@@ -178,9 +182,10 @@ private slots:
             ModuleObject root;
             ModuleObject* const package = root.append(nullptr, "lumo");
             package->set(nullptr, "port.#0", "a")->set(nullptr, "port.#1", "b");
-            for (ModuleObject* home : {package, package->c("port")})
+            for (ModuleObject* home : {package, package->c("port")}) {
                 connect(new QObject(home), &QObject::destroyed, me,
                         [&seen, home] { seen << home->path() + ' ' + home->r("port.#1")->getString(); });
+            }
         }
         QCOMPARE(seen, QStringList({"lumo.port ", "lumo b"}));
     }
@@ -193,8 +198,9 @@ private slots:
             const QString name = list->append(nullptr, asked)->name();
             QVERIFY2(!seen.contains(name) && list->hasCmobj(name), qPrintable(name));
             seen << name;
-            if (i % 2)
+            if (i % 2) {
                 list->remove(nullptr, name);
+            }
         }
         QVERIFY(!seen.contains(list->append(nullptr, list->c(0)->name())->name()));
         QVERIFY(list->append(nullptr, "#1x")->name() != "#1x" &&
@@ -280,15 +286,18 @@ private slots:
             for (int way = 0; way < 8; ++way) {
                 const bool merge = way & 1, copied = way & 2, asked = way & 4;
                 const auto target = test::node(before);
-                if (asked)
+                if (asked) {
                     target->cmobjs(true);
-                if (copied)
+                }
+                if (copied) {
                     target->copyFrom(me, test::node(loaded).get(), true, merge);
-                else
+                } else {
                     target->loadJson(me, json(loaded), true, merge);
+                }
                 QCOMPARE(text(target.get()), merge ? merged : replaced);
-                for (ModuleObject* child : target->cmobjs())
+                for (ModuleObject* child : target->cmobjs()) {
                     QVERIFY(target->c(child->name()) == child);
+                }
             }
         }
     }
@@ -344,17 +353,20 @@ private slots:
 
     void tree_growsNoDeeperThanItCanBeFollowed() {
         QJsonValue deep = 1;
-        for (int i = 0; i < 3000; ++i)
+        for (int i = 0; i < 3000; ++i) {
             deep = QJsonArray{deep};
+        }
         ModuleObject node, outer;
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression("deepest level"));
         node.loadJson(nullptr, deep);
         int levels = 0;
-        for (const ModuleObject* inner = &node; inner->size() > 0; inner = inner->c(0))
+        for (const ModuleObject* inner = &node; inner->size() > 0; inner = inner->c(0)) {
             ++levels;
+        }
         QCOMPARE(levels, 1024);
-        for (int i = 0; i < 2; ++i)
+        for (int i = 0; i < 2; ++i) {
             QTest::ignoreMessage(QtWarningMsg, QRegularExpression("refused"));
+        }
         QVERIFY(!outer.append(nullptr, "a")->insert(nullptr, &node));
         outer.set(nullptr, QString("x.").repeated(5000) + 'x', 1);
         QVERIFY(!outer.hasCmobj("x"));
@@ -373,16 +385,18 @@ private slots:
                 const int from = below(2) ? 0 : below(std::max(shelf.values.size(), 1));
                 const bool keeps = shelf.values.value(from) == 0;
                 const int most = shelf.path == "few" ? 8 : 150;
-                if (keeps || (shelf.values.size() < most && below(3)))
+                if (keeps || (shelf.values.size() < most && below(3))) {
                     add(shelf);
-                else
+                } else {
                     change(shelf, shelves[size_t(below(4))], from);
+                }
                 const int stride = step % 500 == 0 ? 1 : step % 50 == 0 ? 37 : 1000;
                 for (const Shelf& checked : shelves) {
                     QCOMPARE(nodeOf(checked)->size(), checked.values.size());
-                    for (int i = below(stride); i < checked.values.size(); i += stride)
+                    for (int i = below(stride); i < checked.values.size(); i += stride) {
                         QVERIFY2(isInPlace(checked, i),
                                  qPrintable(QString("seed %1 %2").arg(seed).arg(checked.path)));
+                    }
                 }
             }
             mendo::ModuleManager::purgeRemoved();

@@ -51,8 +51,9 @@ private slots:
             list->loadJson(nullptr, json("[{'x': 0}, {'x': 1}, {'x': 2}]"));
             int calls = 0;
             const auto react = [&] {
-                if (++calls == 1 && list)
+                if (++calls == 1 && list) {
                     reactions[pair % reactions.size()](list);
+                }
             };
             for (ModuleObject* node : {list.data(), list->r("#1.x")}) {
                 connect(node, &ModuleObject::changed, this, react);
@@ -61,9 +62,10 @@ private slots:
             }
             writes[pair / reactions.size()](list);
             QVERIFY(calls > 0);
-            for (const ModuleObject* node : root.cmobjs(true))
+            for (const ModuleObject* node : root.cmobjs(true)) {
                 QVERIFY(node->pmobj()->c(node->indexInPmobj()) == node &&
                         node->pmobj()->c(node->name()) == node);
+            }
         }
     }
 
@@ -75,22 +77,25 @@ private slots:
             const bool inTarget = i % 2;  // as it drops a namesake; else as the source lets the node go
             const auto root = test::node("{'source': {'node': {'x': 1}}, 'target': {}, 'other': {}}");
             const QPointer<ModuleObject> node(root->r("source.node")), target(root->c("target"));
-            if (inTarget)
+            if (inTarget) {
                 target->append(nullptr, "node");
+            }
             bool acted = false;
             connect(inTarget ? target.data() : root->c("source"), &ModuleObject::removed, this, [&] {
-                if (std::exchange(acted, true))
+                if (std::exchange(acted, true)) {
                     return;
-                if (action == "delete target")
+                }
+                if (action == "delete target") {
                     delete target;
-                else if (action == "delete node")
+                } else if (action == "delete node") {
                     delete node;
-                else if (action == "elsewhere")
+                } else if (action == "elsewhere") {
                     root->c("other")->insert(nullptr, node);
-                else if (action == "inside out")
+                } else if (action == "inside out") {
                     node->insert(nullptr, target);
-                else if (action == "again")
+                } else if (action == "again") {
                     target->insert(nullptr, new ModuleObject("node"));
+                }
             });
             const bool inserted = target->insert(this, node);
             QVERIFY(acted);
@@ -108,10 +113,11 @@ private slots:
             heard << now.toString() + '<' + before.toString();
         };
         connect(&node, &ModuleObject::changed, this, [&](const QVariant& value) {
-            if (value.toInt() < 3)
+            if (value.toInt() < 3) {
                 node.setValue(nullptr, value.toInt() + 1);
-            else if (value.toInt() == 3)
+            } else if (value.toInt() == 3) {
                 connect(&node, &ModuleObject::changed, &node, note);
+            }
         });
         connect(&node, &ModuleObject::changed, this, note);
         node.setValue(nullptr, 1);

@@ -1,11 +1,11 @@
 // What the host offers packages beside the tree: files, logs, themes and the loading of libraries.
 
 #include "gantu/package.h"
+#include "json/jsontext.h"
 #include "kord/thememanager.h"
-#include "mendo/jsontext.h"
 #include "mendo/log.h"
 #include "mendo/modulemanager.h"
-#include "simulator/virtualtime.h"
+#include "simulator/time/virtualtime.h"
 #include "support/suite.h"
 #include "support/text.h"
 
@@ -46,30 +46,34 @@ private slots:
 
     void treesText_isThatOfTheDocument() {
         QString everyUnit;
-        for (int unit = 0; unit <= 0xffff; ++unit)
+        for (int unit = 0; unit <= 0xffff; ++unit) {
             everyUnit += QChar(unit);
+        }
         const QString pair = QString::fromUtf8("\xF0\x9F\x94\xA5");
         ModuleObject list;
         const QString numbers =
             "0 -0 0.1 0.3333333333333333 1e-5 1e-300 1e16 123456789012345680 1e18 9.3e18 2e20 -1e22"
             " 9223372036854775808 -9223372036854775808 18446744073709551616 4.9e-324 1.7e308 nan -inf";
-        for (const QString& number : numbers.split(' '))
+        for (const QString& number : numbers.split(' ')) {
             list.append(nullptr)->setValue(nullptr, number.toDouble());
+        }
         for (const QVariant& value :
              QVariantList{0.1F, std::numeric_limits<int>::min(), (qlonglong(1) << 53) + 1,
                           std::numeric_limits<qlonglong>::min(), std::numeric_limits<qulonglong>::max(),
                           QVariant(QVariant::Int), true, false, QVariant(), QString(), QByteArray("bytes"),
                           QChar('c'), QVariant::fromValue<QObject*>(nullptr), everyUnit, pair.repeated(20000),
                           'x' + pair.repeated(20000), 'x' + pair.left(1), pair.right(1) + pair[0] + 'x',
-                          QVariantList{1, QVariantList{}, QVariantMap{{"b", 0.5}, {"a", "t"}}, true}})
+                          QVariantList{1, QVariantList{}, QVariantMap{{"b", 0.5}, {"a", "t"}}, true}}) {
             list.append(nullptr)->setValue(nullptr, value);
+        }
         compareWithDocument(list);
 
         ModuleObject map;
         map.loadJson(nullptr, json("{'a':[[],{},[[]],{'a':{}},[true,[false]]],'c':{'d':null},'g':0.5}"));
         for (const char* name : {"b", "Z", "aa", "é", "激", "\xF0\x9F\x94\xA5", "\xEF\xBC\xA1", "10", "9", "",
-                                 "#0", "a.b", "\t", "\\"})
+                                 "#0", "a.b", "\t", "\\"}) {
             map.append(nullptr, name)->setValue(nullptr, name);
+        }
         compareWithDocument(map);
         map.loadJson(nullptr, json(QByteArray(900, '[') + QByteArray(900, ']')));
         compareWithDocument(map);
@@ -129,8 +133,9 @@ private slots:
         mendo::LogHub::instance()->setConsole(false);
         QSignalSpy heard(mendo::LogHub::instance(), &mendo::LogHub::line);
         // After many lines without a folder it is looked for every 100 ms only; listeners miss none.
-        for (int number = 0; number < 1000; ++number)
+        for (int number = 0; number < 1000; ++number) {
             log(number);
+        }
         QVERIFY(QDir().mkdir("log"));
         log(1000);
         sim::VirtualTime::instance()->advance(100);

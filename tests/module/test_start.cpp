@@ -1,10 +1,10 @@
 #include "app/fileproblem.h"
 #include "executor/lumoexecutor.h"
+#include "files/settingsfile.h"
 #include "gantu/bmodule.h"
 #include "kord/managerhelper.h"
 #include "mendo/creatormanager.h"
 #include "module/globals.h"
-#include "module/settingsfile.h"
 #include "panel/lumowidget.h"
 #include "support/ports.h"
 #include "support/suite.h"
@@ -138,7 +138,7 @@ private slots:
             port(file, "DO2_3 0", report + "; no port is in use");
         };
         QByteArrayList all;
-        for (const QByteArray name : test::kPortNames) {
+        for (const QByteArray name : test::portNames) {
             all << "{'type': '" + name.mid(5, 2) + "', 'name': '" + name + "', 'enable': true}";
         }
         const QByteArrayList lost = all.mid(0, 4) + all.mid(5);

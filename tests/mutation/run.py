@@ -38,12 +38,12 @@ BASELINE = HERE / "baseline.tsv"
 AREAS = {
     "executor": ["lumo/executor/*.cpp", "program/*/*.cpp"],
     "devices": ["lumo/devices/*.cpp"],
-    "stations": ["lumo/binding/*.cpp"],
+    "stations": ["lumo/stations/*.cpp"],
     "editor": ["lumo/editor/*.cpp"],
     "panel": ["lumo/panel/*.cpp", "lumo/module/*.cpp", "lumo/params/*.cpp"],
     "host": ["host/*/*.cpp"],
     "simulator": ["simulator/*.cpp"],
-    "runner": ["runner/*.cpp", "recording/*.cpp"],
+    "runner": ["runner/*.cpp", "workcell/*.cpp"],
     "app": ["app/*.cpp", "app/*/*.cpp"],
 }
 # main() is in no library; the pictures have no test among those below.

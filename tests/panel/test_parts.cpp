@@ -1,8 +1,8 @@
 #include "pagebench.h"
 
+#include "files/projectfile.h"
 #include "kord/controllermanager.h"
 #include "panel/keypad.h"
-#include "panel/projectfile.h"
 #include "panel/toolset.h"
 #include "support/suite.h"
 

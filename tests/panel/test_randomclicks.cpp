@@ -1,9 +1,9 @@
 #include "pagebench.h"
 
-#include "binding/switchbutton.h"
-#include "devices/handlit.h"
+#include "equipment/handlit.h"
 #include "module/qtloops.h"
 #include "support/suite.h"
+#include "widgets/switchbutton.h"
 
 #include <QContextMenuEvent>
 #include <QRandomGenerator>

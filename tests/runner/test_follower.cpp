@@ -1,13 +1,13 @@
 #include "mendo/modulemanager.h"
-#include "recording/treefollower.h"
 #include "runner/runwatch.h"
 #include "support/suite.h"
 #include "support/text.h"
+#include "workcell/treefollower.h"
 
 using mendo::ModuleObject;
-using rec::Change;
-using rec::TreeFollower;
 using run::RunWatch;
+using workcell::Change;
+using workcell::TreeFollower;
 
 /// Stands in for the package's executor, which is known by its class name.
 class LumoExecutor : public QObject {
@@ -22,16 +22,17 @@ class RunnerFollower : public QObject {
     QStringList seen_;
 
     void write(const QString& what) {
-        if (what == "start" || what == "once" || what == "pause")
+        if (what == "start" || what == "once" || what == "pause") {
             m("lumo.execute.trigger." + what)->trigger();
-        else if (what == "point")
+        } else if (what == "point") {
             m("lumo.current.pausepoint")->clear(&executor_);
-        else if (what == "off")
+        } else if (what == "off") {
             m("kord.r.power")->setValue(this, what);
-        else if (what.startsWith("foreign "))
+        } else if (what.startsWith("foreign ")) {
             m("lumo.execute.state")->setValue(this, what.section(' ', 1));
-        else
+        } else {
             m("lumo.execute.state")->setValue(&executor_, what);
+        }
     }
 
 private slots:
@@ -103,10 +104,11 @@ private slots:
         for (const auto& [writes, reason] : runs) {
             RunWatch watch(&follower_);
             for (const QString& what : QString(writes).split(',')) {
-                if (what.startsWith("result "))
+                if (what.startsWith("result ")) {
                     watch.motionEnded(what.section(' ', 1).toInt());
-                else
+                } else {
                     write(what);
+                }
             }
             QVERIFY2(watch.reason() == reason, writes);
         }

@@ -63,8 +63,9 @@ private slots:
                 project);
         Problem problem;
         QCOMPARE(project("[{'type':'close'},{'end':{},'ref':{}}]", &problem)->statementCount(), 1);
-        for (const char* file : {"none.json", "/dev/zero", "."})
+        for (const char* file : {"none.json", "/dev/zero", "."}) {
             QVERIFY2(!Project::read(file, file, &problem) && problem.text().startsWith(file), file);
+        }
     }
 
     /// One warning for a statement that lacks something or has it in another kind, none for one that a run
@@ -124,7 +125,8 @@ private slots:
     }
 
     void traceLine_isOneLineOfJsonInAFixedOrder() {
-        for (const QString& text : {QString("a \"b\" \\ c"), QString("a\tb\nc\rd\x01"), QString("未选中🔥")}) {
+        for (const QString& text :
+             {QString("a \"b\" \\ c"), QString("a\tb\nc\rd\x01"), QString("未选中🔥")}) {
             const QByteArray line = JsonWriter().beginArray().string(text).endArray().take();
             QVERIFY(!line.contains('\n'));
             QCOMPARE(QJsonDocument::fromJson(line).array().first().toString(), text);
@@ -133,13 +135,15 @@ private slots:
         JsonWriter numbers;
         numbers.beginArray();
         for (const double number :
-             {0., 16384., 1e6, -42., 0.1, 0.1 + 0.2, double(0.1F), 1e-9, 1e300, infinite})
+             {0., 16384., 1e6, -42., 0.1, 0.1 + 0.2, double(0.1F), 1e-9, 1e300, infinite}) {
             numbers.number(number);
+        }
         QCOMPARE(numbers.endArray().take(),
                  "[0,16384,1000000,-42,0.1,0.30000000000000004,0.10000000149011612,1e-09,1e+300,null]");
         QVariantHash hash;
-        for (const char* key : {"value", "name", "bias"})
+        for (const char* key : {"value", "name", "bias"}) {
             hash[key] = QVariantList{"b", 2, 1.5, true, QVariant()};
+        }
         const QByteArray list = "['b',2,1.5,true,null]";
         QCOMPARE(JsonWriter().variant(hash).take(),
                  quoted("{'bias':" + list + ",'name':" + list + ",'value':" + list + '}'));

@@ -78,8 +78,9 @@ private slots:
     /// Whatever way the path of an output takes to a file that is read.
     void output_neverOverwritesWhatIsRead() {
         QVERIFY(QDir().mkpath("set"));
-        for (const char* name : {"p.json", "s.json", "set/lumo_port.json", "other.json"})
+        for (const char* name : {"p.json", "s.json", "set/lumo_port.json", "other.json"}) {
             test::writeFile(name, "[]");
+        }
         QVERIFY(QFile::link("p.json", "soft") && ::link("p.json", "hard") == 0);
         const std::pair<const char*, const char*> outputs[] = {
             {"--trace t --vcd v", ""},

@@ -7,16 +7,17 @@
 
 namespace {
 
-const QByteArray kSetDo = R"({"type":"setDO","execute":true,"DO_type":"IO","doName":"DO2","value":"true"})";
+const QByteArray setDo = R"({"type":"setDO","execute":true,"DO_type":"IO","doName":"DO2","value":"true"})";
 
 /// A seam of 20 mm behind a move, a close and half a second.
 QByteArray seam() {
-    return '[' + moveL(0.5, 0.35) + ",\n" + kOpen + ",\n" + moveL(0.52, 0.35) + ",\n" + kClose + ",\n" +
-           kDelay + ",\n" + R"({"end":{"name":"torch"},"ref":{"name":"table"}})" + ']';
+    return '[' + moveL(0.5, 0.35) + ",\n" + openStatement + ",\n" + moveL(0.52, 0.35) + ",\n" +
+           closeStatement + ",\n" + delayStatement + ",\n" +
+           R"({"end":{"name":"torch"},"ref":{"name":"table"}})" + ']';
 }
 
 QByteArray delays(int count) {
-    return '[' + (kDelay + ',').repeated(count).chopped(1) + ']';
+    return '[' + (delayStatement + ',').repeated(count).chopped(1) + ']';
 }
 
 int doneMs(const Result& result) {
@@ -135,8 +136,9 @@ private slots:
             {"at":3000,"do":"place","trans":[0.5,0.1,0.4],"rot":[3,0,0]}])",
                                            {"--posture"});
         QString refused;
-        for (const QJsonObject& event : result.of("event"))
+        for (const QJsonObject& event : result.of("event")) {
             refused += event["refused"].toBool() ? 'x' : '-';
+        }
         QCOMPARE(refused, "x-xxxxxxx--");
         QCOMPARE(reasonOf(result), "paused");
         QVERIFY(doneMs(result) > 5000);  // more than 100 mm at 50 mm/s
@@ -187,7 +189,7 @@ private slots:
     /// As the controller has them, with the time of the trace; pacing changes neither.
     void dumpAndProgress_holdWhatTheTraceHolds() {
         const Folder folder;
-        const QByteArray program = '[' + kDelay + ',' + kSetDo + ',' + kDelay + ']';
+        const QByteArray program = '[' + delayStatement + ',' + setDo + ',' + delayStatement + ']';
         const Result fast = folder.trace(program, "[]", {"--vcd", "a.vcd"});
         const auto changes = readDump(folder.path("a.vcd"));
         QCOMPARE(changes["DO.DO2"].last(), "500:1");

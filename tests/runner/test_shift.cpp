@@ -36,11 +36,13 @@ private slots:
         bool running = false, isCut = false;
         for (const QJsonObject& line : qAsConst(result_.trace)) {
             const QString path = textOf(line, "path");
-            if (textOf(line, "kind") == "station" && textOf(line, "state") == "Running")
+            if (textOf(line, "kind") == "station" && textOf(line, "state") == "Running") {
                 row = line["row"].toInt();
+            }
             isCut |= running && (path == "lumo.execute.trigger.pause" || path == "kord.r.power");
-            if (path != "lumo.execute.state")
+            if (path != "lumo.execute.state") {
                 continue;
+            }
             if (running) {
                 ++runs[row];
                 cut[row] += isCut ? 1 : 0;
@@ -68,27 +70,32 @@ private slots:
                 seen[textOf(line, "name")] << t;
             } else if (textOf(line, "kind") == "station") {
                 letters[row] += state.at(0);
-                if (state == "Running")
+                if (state == "Running") {
                     QCOMPARE(queue.first(), row);
-                if (state == "Untriggerd" || (state == "Triggered" && !queue.contains(row)))
+                }
+                if (state == "Untriggerd" || (state == "Triggered" && !queue.contains(row))) {
                     due[outputs[row]] << t;
-                if (state == "Untriggerd")
+                }
+                if (state == "Untriggerd") {
                     queue.removeAll(row);
-                else if (state == "Triggered" && !queue.contains(row))
+                } else if (state == "Triggered" && !queue.contains(row)) {
                     queue << row;
+                }
             }
         }
         QVERIFY(queue.isEmpty());
-        for (const QString& states : letters)
+        for (const QString& states : letters) {
             QVERIFY2(QRegularExpression("^(T(RT?)?U)+$").match(states).hasMatch(), qPrintable(states));
-        for (const QString& output : outputs)
+        }
+        for (const QString& output : outputs) {
             QVERIFY2(!due[output].isEmpty() && seen[output] == due[output], qPrintable(output));
+        }
     }
 
     /// On only by a weld of a run; off within a closing's ramp when the run is over, at once when the power
     /// goes. What is on in the end are the two stop outputs, which nothing switches off.
     void laser_isOnInWeldsOnly() {
-        constexpr int kLongestRampMs = 400;
+        constexpr int longestRampMs = 400;
         bool busy = false, enabled = false, wasOn = false, powered = true;
         int power = 0, idleSince = 0, seams = 0;
         QSet<QString> left;
@@ -99,16 +106,18 @@ private slots:
                 idleSince = line["t"].toInt();
             }
             powered = path == "kord.r.power" ? textOf(line, "value") == "on" : powered;
-            if (textOf(line, "kind") != "output")
+            if (textOf(line, "kind") != "output") {
                 continue;
+            }
             left.remove(name);
-            if (line["value"].toVariant().toDouble() != 0)
+            if (line["value"].toVariant().toDouble() != 0) {
                 left << name;
+            }
             enabled = name == "LUMO_DO.#3" ? line["value"].toBool() : enabled;
             power = name == "LUMO_AO_1" ? line["value"].toInt() : power;
             const bool on = enabled && power > 0;
             seams += on && !wasOn ? 1 : 0;
-            QVERIFY2(!on || busy || line["t"].toInt() <= idleSince + (powered ? kLongestRampMs : 0),
+            QVERIFY2(!on || busy || line["t"].toInt() <= idleSince + (powered ? longestRampMs : 0),
                      qPrintable(QString::number(line["t"].toInt())));
             QVERIFY(wasOn || !on || busy);
             wasOn = on;

@@ -23,8 +23,8 @@ public:
     explicit Stations(const QString& first = "one.json") {
         const QJsonArray two{station(1, first), station(2, "two.json")};
         write("lumo_signalsConfig.json", QJsonDocument(two).toJson());
-        write("one.json", '[' + kDelay + ']');
-        write("two.json", '[' + kDelay + ',' + kDelay + ']');
+        write("one.json", '[' + delayStatement + ']');
+        write("two.json", '[' + delayStatement + ',' + delayStatement + ']');
     }
     Result monitor(const QByteArray& scenario, const QStringList& more = {"--quiet"}) const {
         write("s.json", scenario);
@@ -42,13 +42,14 @@ QByteArray pulse(int number, int hundredMs) {
 /// "0 Triggered", "0 Running" …
 QStringList statesOf(const Result& result) {
     QStringList states;
-    for (const QJsonObject& line : result.of("station"))
+    for (const QJsonObject& line : result.of("station")) {
         states << QString("%1 %2").arg(line["row"].toInt()).arg(line["state"].toString());
+    }
     return states;
 }
 
-const QStringList kOneRun{"0 Triggered", "0 Running", "0 Untriggerd"};
-const QByteArray kBoth = pulse(1, 1100) + ',' + pulse(2, 1100);
+const QStringList oneRun{"0 Triggered", "0 Running", "0 Untriggerd"};
+const QByteArray bothPulses = pulse(1, 1100) + ',' + pulse(2, 1100);
 
 }  // namespace
 
@@ -66,8 +67,9 @@ private slots:
         for (const auto& [file, options, error] : cases) {
             const Folder folder;
             folder.write("one.json", "[]");
-            if (!file.isEmpty())
+            if (!file.isEmpty()) {
                 folder.write(name, file);
+            }
             const Result result = folder.run(QStringList{"--stations", "."} + options);
             QVERIFY2(result.status == 2 && result.out.isEmpty(), file.constData());
             QVERIFY2(result.err.startsWith("lumo-run: " + error) && result.err.count('\n') == 1,
@@ -81,7 +83,7 @@ private slots:
         const Result result = folder.monitor('[' + pulse(1, 1100) + ']');
         QVERIFY2(result.status == 0, result.err.constData());
         // Sampled every 100 ms, served every 200 ms from the moment the switch was pressed.
-        QCOMPARE(statesOf(result), kOneRun);
+        QCOMPARE(statesOf(result), oneRun);
         QCOMPARE(result.of("station")[1]["t"].toInt(), 1200);
         QVERIFY(result.out.contains(R"({"t":1100,"kind":"output","name":"DO1","value":true})"));
         QVERIFY(result.out.contains(R"({"t":1700,"kind":"output","name":"DO1","value":false})"));
@@ -94,10 +96,10 @@ private slots:
         const std::tuple<QByteArray, QString, int> shifts[] = {
             {pulse(1, 1100), "finished", 2170},  // a second after the last entry
             {"", "refused", 1000},
-            {kBoth, "finished", 2800},  // when the queue is empty
+            {bothPulses, "finished", 2800},  // when the queue is empty
             // The run of station 1 ends at 1700; what is queued is given up a second later.
-            {kBoth + off, "stalled", 2700},
-            {kBoth + off + R"(,{"at":9000,"do":"monitor","value":true})", "finished", 10200},
+            {bothPulses + off, "stalled", 2700},
+            {bothPulses + off + R"(,{"at":9000,"do":"monitor","value":true})", "finished", 10200},
             // It starts the project again and again, until a run ends late enough.
             {R"({"at":50,"do":"input","name":"DI1","value":true})", "finished", 1500},
             {pulse(1, 1100), "until", 1400}};
@@ -125,12 +127,12 @@ private slots:
     /// The page is opened and its switch pressed by a scenario, while a project runs.
     void monitoring_worksBesideAProject() {
         const Stations folder;
-        folder.write("p.json", '[' + kDelay + ',' + kDelay + ',' + kDelay + ']');
+        folder.write("p.json", '[' + delayStatement + ',' + delayStatement + ',' + delayStatement + ']');
         folder.write("s.json", R"([{"at":100,"do":"monitor","value":true},)" + pulse(1, 600) +
                                    R"(,{"at":3000,"do":"monitor","value":false}])");
         const Result result = folder.run({"p.json", "--scenario", "s.json", "--quiet", "--trace", "-"});
         QVERIFY2(result.status == 0, result.err.constData());
-        QCOMPARE(statesOf(result), kOneRun);
+        QCOMPARE(statesOf(result), oneRun);
         QCOMPARE(result.done()["lines"].toInt(), 4);
     }
 
@@ -148,7 +150,7 @@ private slots:
                                                      "}}," + pulse(error.isEmpty() ? 5 : 1, 1500) + ']');
             QVERIFY2(result.err.contains(error), result.err.constData());
             QCOMPARE(result.status, error.isEmpty() ? 0 : 1);
-            QCOMPARE(statesOf(result), kOneRun);
+            QCOMPARE(statesOf(result), oneRun);
             QCOMPARE(result.done()["lines"].toInt(), error.isEmpty() ? 2 : 1);
         }
     }
@@ -184,7 +186,7 @@ private slots:
         const Stations folder;
         const Result edge =
             folder.monitor('[' + on + R"(,{"at":150,"do":"input","name":"DI1","value":false}])");
-        QCOMPARE(statesOf(edge), kOneRun);
+        QCOMPARE(statesOf(edge), oneRun);
         const Result level = folder.monitor(R"([{"at":0,"do":"monitor","value":false},)" + on +
                                             R"(,{"at":10,"do":"monitor","value":true}])");
         QCOMPARE(statesOf(level), QStringList());

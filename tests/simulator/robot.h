@@ -3,7 +3,7 @@
 #include "kord/kordservice.h"
 #include "mendo/modulemanager.h"
 #include "simulator/controller.h"
-#include "simulator/virtualtime.h"
+#include "simulator/time/virtualtime.h"
 
 #include <QJsonArray>
 #include <QJsonObject>
@@ -16,9 +16,9 @@ namespace test {
 
 using Point = std::array<double, 3>;
 
-constexpr double kPi = 3.14159265358979323846;
-const Point kHome = {0.5, 0, 0.4};
-const Point kDown = {kPi, 0, 0};
+constexpr double pi = 3.14159265358979323846;
+const Point homePoint = {0.5, 0, 0.4};
+const Point downwards = {pi, 0, 0};
 
 inline double distance(const Point& a, const Point& b) {
     return std::hypot(std::hypot(a[0] - b[0], a[1] - b[1]), a[2] - b[2]);
@@ -62,8 +62,9 @@ public:
     /// Releases what was ordered and looks every millisecond until the robot stands.
     template <typename Look>
     void go(Look look) {
-        for (order("move.opr.enough"); !controller.standsStill(); look())
+        for (order("move.opr.enough"); !controller.standsStill(); look()) {
             advance(1);
+        }
     }
     /// Plays "line 100 50 0.1 0.02; go; wait 500; mark; stop", places in millimetres from home; then waits.
     /// The diary since the last "mark", and where the robot stands.
@@ -76,28 +77,29 @@ public:
             };
             const Point to = {0.5 + number(1) / 1000, number(2) / 1000, 0.4};
             sim::Quirk quirk;
-            if (word == "line")
+            if (word == "line") {
                 line(to, number(3, 0.1), number(4));
-            else if (word == "arc")
+            } else if (word == "arc") {
                 arcs({{to, {0.5 + number(3) / 1000, number(4) / 1000, 0.4}}});
-            else if (word == "turn")
+            } else if (word == "turn") {
                 joints({0, number(1), 0, 0, 0, 0});
-            else if (word == "nowhere")
+            } else if (word == "nowhere") {
                 move("move.l", {}, 0.1, 0);
-            else if (word == "wait")
+            } else if (word == "wait") {
                 advance(qint64(number(1)));
-            else if (word == "mark")
+            } else if (word == "mark") {
                 start();
-            else if (word == "power")
+            } else if (word == "power") {
                 controller.setPower(number(1) > 0);
-            else if (word == "fail")
+            } else if (word == "fail") {
                 controller.failMotion(int(number(1)));
-            else if (word == "letGo")
+            } else if (word == "letGo") {
                 controller.stopJog();
-            else if (sim::Controller::quirkFromName(word, &quirk))
+            } else if (sim::Controller::quirkFromName(word, &quirk)) {
                 controller.setQuirk(quirk, true);
-            else
+            } else {
                 order(qPrintable("move." + QString(word).replace("go", "opr.enough")));
+            }
         }
         const QString told = diary();
         return QString("%1 at %2 %3").arg(told).arg(place()[0] * 1000 - 500).arg(place()[1] * 1000);
@@ -110,25 +112,27 @@ public:
         node.loadJson(this, arguments);
         kordservice()->command(this, command, &node);
     }
-    static QJsonObject pose(const Point& trans, const Point& rot = kDown) {
+    static QJsonObject pose(const Point& trans, const Point& rot = downwards) {
         return {{"trans", QJsonArray{trans[0], trans[1], trans[2]}},
                 {"rot", QJsonArray{rot[0], rot[1], rot[2]}}};
     }
-    void line(const Point& to, double speed = 0.1, double zone = 0, const Point& rot = kDown) {
+    void line(const Point& to, double speed = 0.1, double zone = 0, const Point& rot = downwards) {
         move("move.l", {{"point", pose(to, rot)}}, speed, zone);
     }
     void arcs(const std::vector<std::pair<Point, Point>>& parts) {
         QJsonArray path;
-        for (const auto& part : parts)
+        for (const auto& part : parts) {
             path.append(QJsonObject{{"aux", pose(part.first)}, {"point", pose(part.second)}});
+        }
         move("move.c", {{"path", path}}, 0.1, 0);
     }
     /// Joints turned from where they are, each by its own amount.
     sim::Joints joints(const sim::Joints& by) {
         sim::Joints target = controller.stand().joints;
         QJsonArray point;
-        for (size_t i = 0; i < target.size(); ++i)
+        for (size_t i = 0; i < target.size(); ++i) {
             point.append(target[i] += by[i]);
+        }
         move("move.j", {{"point", point}}, 0.1, 0);
         return target;
     }

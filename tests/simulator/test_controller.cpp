@@ -19,8 +19,9 @@ private:
     /// Equipment signals, then milliseconds of laser, gas and wire.
     static QString report(const Robot& robot, const sim::Cell& cell) {
         QString text;
-        for (int i = 0; i < 6; ++i)
+        for (int i = 0; i < 6; ++i) {
             text += robot.controller.input(QString("LUMO_DI.#%1").arg(i)) ? '1' : '0';
+        }
         return text + QString(" %1 %2 %3").arg(cell.laserOnMs()).arg(cell.gasOnMs()).arg(cell.wireOnMs());
     }
 
@@ -52,12 +53,14 @@ private slots:
                 connect(&robot.controller, &Controller::outputChanged, this,
                         [&](auto, const QVariant& value) { QCOMPARE(shown->r(path)->value(), value); });
                 ModuleObject node;
-                for (auto field = fields.begin(); byNode && field != fields.end(); ++field)
+                for (auto field = fields.begin(); byNode && field != fields.end(); ++field) {
                     node.set(this, field.key(), field.value());
-                if (byNode)
+                }
+                if (byNode) {
                     kordservice()->command(this, "register.write", &node);
-                else
+                } else {
                     kordservice()->execCommand(this, "register.write", fields);
+                }
                 QCOMPARE(robot.lines.join('|'), heard[0] ? QString("0 ") + heard : QString());
                 QCOMPARE(kordservice()->commandNode("register.write")->getInt(1), rejected ? -1 : 0);
             }
@@ -79,19 +82,23 @@ private slots:
 
     void deviceSignals_areSwitchedByNameAndAnnouncedWhenTheyChange() {
         Robot robot;
-        for (const char* name : {"DO3", "DO17", "DI3", "LUMO_DO.#3"})
+        for (const char* name : {"DO3", "DO17", "DI3", "LUMO_DO.#3"}) {
             kordservice()->command(nullptr, "device.io.out.do", QVariantHash{{"name", name}, {"value", 1}});
+        }
         kordservice()->command(nullptr, "device.io.out.do", QVariantHash{{"name", "DO4"}});
-        for (const char* name : {"DI3", "DI3", "LUMO_DI.#2"})
+        for (const char* name : {"DI3", "DI3", "LUMO_DI.#2"}) {
             QVERIFY(robot.controller.setInput(name, true));
-        for (const char* wrong : {"DI0", "LUMO_DI", "LUMO_DI.#16", "DO1", "LUMO_DO.#1", "PART_NUMBER"})
+        }
+        for (const char* wrong : {"DI0", "LUMO_DI", "LUMO_DI.#16", "DO1", "LUMO_DO.#1", "PART_NUMBER"}) {
             QVERIFY2(!robot.controller.setInput(wrong, true), wrong);
+        }
         QCOMPARE(robot.diary(),
                  "0 DO3=true, 0 rejected DO17: no such output, 0 rejected DI3: no such output, "
                  "0 rejected LUMO_DO.#3: no such output, 0 rejected DO4: value is no switch state, "
                  "0 DI3=true, 0 LUMO_DI.#2=true");
-        for (const char* path : {"device.io.DO.DO3", "device.io.DI.DI3", "register.values.LUMO_DI.#2"})
+        for (const char* path : {"device.io.DO.DO3", "device.io.DI.DI3", "register.values.LUMO_DI.#2"}) {
             QVERIFY2(kordservice()->dataNode(path)->getBool(), path);
+        }
         QVERIFY(robot.controller.input("LUMO_DI.#2") && !robot.controller.input("LUMO_DI.#3"));
     }
 

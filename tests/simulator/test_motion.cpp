@@ -21,7 +21,7 @@ private:
     static QString shown(const sim::Pose& pose) {
         QStringList numbers;
         for (size_t i = 0; i < 6; ++i) {
-            const double value = i < 3 ? pose.trans[i] * 1000 : pose.rot[i - 3] * 180 / kPi;
+            const double value = i < 3 ? pose.trans[i] * 1000 : pose.rot[i - 3] * 180 / pi;
             numbers << QString::number(std::round(value * 1000) / 1000 + 0.0);
         }
         return numbers.join(' ');
@@ -36,7 +36,7 @@ private slots:
                      QString("%1 500 0 400 180 0 0").arg(axes));
             for (int i = 0; i < 3 * 5 * 3 * 4; ++i) {
                 const Point at = {0.4 + 0.25 * (i % 3), -0.45 + 0.2 * (i / 3 % 5), -0.1 + 0.3 * (i / 15 % 3)};
-                const Point rots[] = {kDown, {kPi - 0.4, 0.3, 0}, {kPi, 0, 1.0}, {-2.6, -0.5, -2.0}};
+                const Point rots[] = {downwards, {pi - 0.4, 0.3, 0}, {pi, 0, 1.0}, {-2.6, -0.5, -2.0}};
                 const sim::Pose pose{at, rots[i / 45]};
                 const auto joints = arm.inverse(pose, arm.home());
                 QVERIFY2(joints && arm.withinLimits(*joints), qPrintable(shown(pose)));
@@ -44,9 +44,9 @@ private slots:
             }
             // Of several postures it is the one next to the seed, also by whole turns of the flange.
             sim::Joints seed = arm.home();
-            seed.back() += 2 * kPi - 0.5;
+            seed.back() += 2 * pi - 0.5;
             const auto turned = arm.inverse(arm.forward(arm.home()), seed);
-            QVERIFY(turned && std::abs(turned->back() - arm.home().back() - 2 * kPi) < 0.2);
+            QVERIFY(turned && std::abs(turned->back() - arm.home().back() - 2 * pi) < 0.2);
         }
     }
 
@@ -55,11 +55,11 @@ private slots:
             Robot robot({axes, true});
             const Arm arm(axes);
             const Point target = {0.6, 0.08, 0.36};
-            robot.line(target, 0.1, 0, {kPi, 0, 0.8});
+            robot.line(target, 0.1, 0, {pi, 0, 0.8});
             robot.go([&] {
                 const auto stand = robot.controller.stand();
-                const double part = distance(stand.pose.trans, kHome) / distance(target, kHome);
-                QVERIFY(offLine(stand.pose.trans, kHome, target) < 1e-8);
+                const double part = distance(stand.pose.trans, homePoint) / distance(target, homePoint);
+                QVERIFY(offLine(stand.pose.trans, homePoint, target) < 1e-8);
                 QVERIFY(std::abs(stand.pose.rot[2] - 0.8 * part) < 1e-6);
                 QVERIFY(distance(arm.forward(stand.joints).trans, stand.pose.trans) < 1e-4);
             });
@@ -67,27 +67,28 @@ private slots:
             QVERIFY(distance(arm.forward(robot.controller.stand().joints).trans, target) < 1e-8);
             // A tilted circle in three arcs.
             const auto at = [&](double part) {
-                const double c = 0.05 * std::cos(2 * kPi * part), s = 0.05 * std::sin(2 * kPi * part);
+                const double c = 0.05 * std::cos(2 * pi * part), s = 0.05 * std::sin(2 * pi * part);
                 return Point{target[0] + 0.05 - c, target[1] + 0.8 * s, target[2] + 0.6 * s};
             };
             const Point centre = {target[0] + 0.05, target[1], target[2]};
             robot.arcs({{at(0.1), at(0.3)}, {at(0.5), at(0.6)}, {at(0.9), at(1)}});
             const double before = robot.controller.travelled();
             robot.go([&] { QVERIFY(std::abs(distance(robot.place(), centre) - 0.05) < 1e-8); });
-            QVERIFY(std::abs(robot.controller.travelled() - before - 0.1 * kPi) < 1e-9);
+            QVERIFY(std::abs(robot.controller.travelled() - before - 0.1 * pi) < 1e-9);
             // All joints move together, at the tool's speed.
             const sim::Joints from = robot.controller.stand().joints;
             const sim::Joints to = robot.joints({-0.15, -0.05, 0.05, 0.15, 0.25, 0.35, 0.1});
             robot.go([&] {
                 const sim::Joints joints = robot.controller.stand().joints;
                 const double share = (joints[0] - from[0]) / (to[0] - from[0]);
-                for (size_t i = 0; i < joints.size(); ++i)
+                for (size_t i = 0; i < joints.size(); ++i) {
                     QVERIFY(std::abs(joints[i] - from[i] - share * (to[i] - from[i])) < 1e-9);
+                }
             });
             // On the spot a radian of turning is 20 mm of way; where a stop brakes it the joints fit, too.
-            robot.line(kHome, 0.2);
+            robot.line(homePoint, 0.2);
             robot.play("go; wait 9999; mark");
-            robot.line(kHome, 0.02, 0, {kPi, 0, 0.5});
+            robot.line(homePoint, 0.02, 0, {pi, 0, 0.5});
             robot.line({0.7, 0.1, 0.4}, 0.02);
             QVERIFY(robot.play("go; wait 1234; stop").contains("510 result move.l 5 0"));
             const auto stand = robot.controller.stand();
@@ -104,13 +105,13 @@ private slots:
             const Point corner = {0.5 + row[0] / 1000.0, 0, 0.4}, end = {corner[0], row[1] / 1000.0, 0.4};
             robot.line(corner, 0.05, zone);
             robot.line(end, 0.05, zone);
-            Point before = kHome;
+            Point before = homePoint;
             robot.go([&] {
                 const Point p = robot.place();
                 const double a = corner[0] - p[0], b = p[1];  // along the two legs
                 const double way = distance(p, std::exchange(before, p));
                 if (a >= radius || b >= radius) {
-                    QVERIFY(std::min(offLine(p, kHome, corner), offLine(p, corner, end)) < 1e-8);
+                    QVERIFY(std::min(offLine(p, homePoint, corner), offLine(p, corner, end)) < 1e-8);
                 } else {
                     QVERIFY(std::abs(std::sqrt(a) + std::sqrt(b) - std::sqrt(radius)) < 5e-5);
                     QVERIFY(std::abs(way - 0.00005) < 0.00005 * 0.04);
@@ -169,11 +170,12 @@ private slots:
             {"arc 50 0 100 100", "move.c 2 -3"}, {"arc 100 100 50 0", "move.c 2 -3"},
             {"turn 3", "move.j 2 -2"},           {"j", "move.j 2 -5"},
             {"nowhere", "move.l 2 -6"}};
-        for (const auto& [step, result] : refused)
+        for (const auto& [step, result] : refused) {
             row(qPrintable(step), "line 50 0 0.1 0.01; " + step + "; line 0 0; mark; go",
                 "0 moving, 0 started 1, 550 passed 1, 550 result move.l 1 0, 551 failed 2, 551 dropped 3, "
                 "551 idle, 551 result " +
                     result + " at 50 0");
+        }
     }
     void script_isCarriedOut() {
         QFETCH(QString, script);
@@ -185,10 +187,10 @@ private slots:
         // The tool points down, its x axis ahead: its y and z are against the base's.
         const std::vector<std::pair<sim::JogMove, const char*>> rows = {
             {{JogFrame::Base, 1, -0.2, 0.02}, "500 -200 400 180 0 0"},
-            {{JogFrame::Base, 3, -kPi / 18, 0.1}, "500 0 400 170 0 0"},
+            {{JogFrame::Base, 3, -pi / 18, 0.1}, "500 0 400 170 0 0"},
             {{JogFrame::Tool, 2, 0.01, 0.005}, "500 0 390 180 0 0"},
-            {{JogFrame::Tool, 5, kPi / 3, 0.1}, "500 0 400 180 0 -60"},
-            {{JogFrame::Joint, 0, kPi / 2, 0.1}, "0 500 400 180 0 90"}};
+            {{JogFrame::Tool, 5, pi / 3, 0.1}, "500 0 400 180 0 -60"},
+            {{JogFrame::Joint, 0, pi / 2, 0.1}, "0 500 400 180 0 90"}};
         for (const auto& [move, expected] : rows) {
             Robot robot;
             QCOMPARE(robot.controller.jog(move), JogAnswer::Moves);
@@ -203,13 +205,13 @@ private slots:
 
     void jogThatCannotBe_isRefusedAndItsEndConcernsNoMotion() {
         Robot robot;
-        const sim::PlaceMove move{{0.5, 0.05, 0.4}, Point{kPi, 0, kPi / 18}, 0.05};
+        const sim::PlaceMove move{{0.5, 0.05, 0.4}, Point{pi, 0, pi / 18}, 0.05};
         robot.controller.setPower(false);
         QCOMPARE(robot.controller.askPlace(move), JogAnswer::DriveOff);
         robot.controller.setPower(true);
         QCOMPARE(robot.controller.jog(sim::JogAxis::X, 2), JogAnswer::OutOfReach);
         QCOMPARE(robot.controller.jog({JogFrame::Joint, 0, 3, 1}), JogAnswer::JointLimit);
-        robot.line(kHome);
+        robot.line(homePoint);
         for (int i = 0; i < 2; ++i) {  // ordered, then under way
             QCOMPARE(robot.controller.jog(sim::JogAxis::X, 0.01), JogAnswer::Moving);
             QCOMPARE(robot.controller.askPlace(move), JogAnswer::Moving);
@@ -244,7 +246,7 @@ private slots:
         QVERIFY(robot.place()[0] >= 0.9 && jogOn(JogFrame::Base, 0, 1, 0.5) == JogAnswer::OutOfReach);
         QCOMPARE(jogOn(JogFrame::Joint, 0, -1, 0.5), JogAnswer::Moves);
         robot.diary();
-        QVERIFY(std::abs(robot.controller.stand().joints[0] + 170 * kPi / 180) < 1e-6);
+        QVERIFY(std::abs(robot.controller.stand().joints[0] + 170 * pi / 180) < 1e-6);
         QCOMPARE(jogOn(JogFrame::Joint, 0, -1, 0.5), JogAnswer::JointLimit);
     }
 };

@@ -1,4 +1,4 @@
-#include "simulator/virtualtime.h"
+#include "simulator/time/virtualtime.h"
 
 #include "support/suite.h"
 

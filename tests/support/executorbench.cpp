@@ -84,7 +84,7 @@ void ExecutorBench::reset() {
     m("lumo.program")->loadJson(this, QJsonArray());
     m("lumo.param")->loadJson(this, QJsonArray{json(plainSet)});
     for (int port = 0; port < 19; ++port) {
-        m("lumo.port")->c(port)->set(this, "name", kPortNames[port]);
+        m("lumo.port")->c(port)->set(this, "name", portNames[port]);
         enablePort(port, true);
     }
     robot.reset();

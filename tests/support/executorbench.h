@@ -2,7 +2,7 @@
 
 #include "executor/lumoexecutor.h"
 #include "module/globals.h"
-#include "simulator/virtualtime.h"
+#include "simulator/time/virtualtime.h"
 #include "support/scriptedrobot.h"
 #include "support/widgets.h"
 

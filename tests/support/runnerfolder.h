@@ -22,8 +22,9 @@ struct Result {
     QList<QJsonObject> of(const QString& kind) const {
         QList<QJsonObject> found;
         for (const QJsonObject& line : trace) {
-            if (line.value("kind") == kind)
+            if (line.value("kind") == kind) {
                 found.append(line);
+            }
         }
         return found;
     }
@@ -32,18 +33,19 @@ struct Result {
 
 /// Calls the program in a folder.
 inline Result runIn(const QString& folder, const QStringList& arguments, const QString& program = LUMO_RUN) {
-    constexpr int kLimitMs = 900000;
+    constexpr int limitMs = 900000;
     QProcess process;
     process.setWorkingDirectory(folder);
     process.start(program, arguments);
-    process.waitForFinished(kLimitMs);
+    process.waitForFinished(limitMs);
     Result result;
     result.status = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
     result.out = process.readAllStandardOutput();
     result.err = process.readAllStandardError();
     for (const QByteArray& line : result.out.split('\n')) {
-        if (!line.isEmpty())
+        if (!line.isEmpty()) {
             result.trace.append(QJsonDocument::fromJson(line).object());
+        }
     }
     return result;
 }
@@ -52,18 +54,19 @@ inline QString reasonOf(const Result& result) {
     return result.done().value("reason").toString();
 }
 
-inline const QByteArray kPorts = [] {
+inline const QByteArray portRecords = [] {
     QJsonArray rows;
-    for (int i = 0; i < 19; ++i)
+    for (int i = 0; i < 19; ++i) {
         rows.append(QJsonObject{{"type", i < 6    ? "DI"
                                          : i < 15 ? "DO"
                                                   : "AO"},
-                                {"name", test::kPortNames[i]},
+                                {"name", test::portNames[i]},
                                 {"enable", true}});
+    }
     return QJsonDocument(rows).toJson();
 }();
 
-inline const QByteArray kParams =
+inline const QByteArray parameterSets =
     R"([{"name":"thin","power":50,"frequency":50,"ratio":50,"increase_time":200,"decrease_time":200,
     "stay_time":100,"close_delay":100,"open_time":200,"open_interval":0,"delay_before_blow":200,
     "delay_after_blow":300,"speed":10,"move_wire_time":100,"stop_wire_time":150,"give_wire_time":200}])";
@@ -74,16 +77,16 @@ inline QByteArray moveL(double x, double z) {
            "],\"rot\":[3.141592653589793,0,0],\"near\":[0,0,0,0,0,0]}}";
 }
 
-inline const QByteArray kOpen = R"({"type":"open","execute":true,"index":0,"weldspeed":20})";
-inline const QByteArray kClose = R"({"type":"close","execute":true})";
-inline const QByteArray kDelay = R"({"type":"delay","execute":true,"delaytime":500})";
+inline const QByteArray openStatement = R"({"type":"open","execute":true,"index":0,"weldspeed":20})";
+inline const QByteArray closeStatement = R"({"type":"close","execute":true})";
+inline const QByteArray delayStatement = R"({"type":"delay","execute":true,"delaytime":500})";
 
 /// A folder with settings and the given files.
 class Folder {
 public:
     Folder() {
-        write("lumo_port.json", kPorts);
-        write("lumo_param.json", kParams);
+        write("lumo_port.json", portRecords);
+        write("lumo_param.json", parameterSets);
     }
     void write(const QString& name, const QByteArray& text) const { test::writeFile(path(name), text); }
     QString path(const QString& name = QString()) const { return dir_.filePath(name); }

@@ -1,6 +1,6 @@
 #include "support/suite.h"
 
-#include "simulator/virtualtime.h"
+#include "simulator/time/virtualtime.h"
 
 #include <QApplication>
 #include <QDir>

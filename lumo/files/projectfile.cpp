@@ -1,0 +1,207 @@
+#include "files/projectfile.h"
+
+#include "files/jsonplace.h"
+#include "files/keptfile.h"
+#include "files/settingsfile.h"
+#include "module/host.h"
+#include "panel/stationrun.h"
+#include "program/words.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+#include <algorithm>
+
+using mendo::ModuleManager;
+
+using namespace prog;
+
+namespace lumo {
+
+namespace {
+
+constexpr QLatin1String fileEnding = ".json"_l1;
+constexpr QLatin1String noProject = "the file holds no project"_l1;
+
+void report(const QString& path, const QString& reason, const TextPlace& place = {}) {
+    emit m()->fileProblem(path, place.line, place.column, reason);
+}
+
+bool isToolset(const QJsonValue& element) {
+    const QJsonObject object = element.toObject();
+    return object.contains(field::end) || (object.contains(field::ref) && !object.contains(field::type));
+}
+
+QString typeOf(const QJsonValue& statement) {
+    return statement.toObject().value(field::type).toString();
+}
+
+bool isStatement(const QJsonValue& element) {
+    const QString type = typeOf(element);
+    return std::any_of(std::begin(statement::types), std::end(statement::types),
+                       [&type](QLatin1String known) { return type == known; });
+}
+
+bool isProject(const QJsonValue& content) {
+    return projectFrom(content).has_value();
+}
+
+/// With a part missing its selector would have nothing to write to.
+QJsonObject completed(QJsonObject toolset) {
+    for (const QLatin1String part : {field::end, field::ref}) {
+        if (!toolset.value(part).isObject()) {
+            toolset.insert(part, m(key::defaultToolset)->c(part)->exportToJson());
+        }
+    }
+    return toolset;
+}
+
+/// A list of something else, such as parameter sets, holds no statement at all. Single statements of unknown
+/// types are shown to the operator, and do nothing in a run.
+bool areStatements(const QJsonArray& elements) {
+    const auto isObject = [](const QJsonValue& element) { return element.isObject(); };
+    return std::all_of(elements.begin(), elements.end(), isObject) &&
+           (elements.isEmpty() || std::any_of(elements.begin(), elements.end(), isStatement));
+}
+
+/// Of a file that the file service has read before: it is a plain one.
+void reportUnknown(const QString& path, const Project& project, int statement) {
+    QFile file(path);
+    const QByteArray text = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    report(path, QStringLiteral("unknown statement type \"%1\"").arg(typeOf(project.statements[statement])),
+           elementPlace(text, project.elementOf(statement)));
+}
+
+/// Whether a text can be the name of a file that folders show.
+bool isFileName(const QString& name) {
+    return !name.startsWith(QLatin1Char('.')) && std::none_of(name.begin(), name.end(), [](QChar c) {
+        return c == QLatin1Char('/') || c.category() == QChar::Other_Control;
+    });
+}
+
+/// The place of a file, whether it is there or not.
+QString location(const QString& path) {
+    const QFileInfo file(path);
+    return file.exists() ? file.canonicalFilePath() : QDir::cleanPath(file.absoluteFilePath());
+}
+
+bool isSettingsName(const QString& name) {
+    return std::any_of(std::begin(settingsNames), std::end(settingsNames), [&name](QLatin1String settings) {
+        return name.compare(settings, Qt::CaseInsensitive) == 0;
+    });
+}
+
+}  // namespace
+
+std::optional<Project> projectFrom(const QJsonValue& content) {
+    Project project;
+    project.statements = content.toArray();
+    const auto toolset = std::find_if(project.statements.begin(), project.statements.end(), isToolset);
+    if (toolset != project.statements.end()) {
+        project.toolset = completed((*toolset).toObject());
+        project.toolsetElement = int(toolset - project.statements.begin());
+        project.statements.erase(toolset);
+    }
+    return content.isArray() && areStatements(project.statements) ? std::make_optional(project)
+                                                                  : std::nullopt;
+}
+
+std::optional<Project> readProject(const QString& path) {
+    if (!QFileInfo::exists(path)) {
+        report(path, QStringLiteral("there is no such file"));
+        return std::nullopt;
+    }
+    if (isSettingsFile(path)) {
+        report(path, QStringLiteral("the file holds settings, no project"));
+        return std::nullopt;
+    }
+    const QJsonValue content = ModuleManager::readFromJson(path);
+    if (content.isUndefined()) {
+        return std::nullopt;  // reported by the reading
+    }
+    std::optional<Project> project = projectFrom(content);
+    if (!project) {
+        report(path, noProject);
+    }
+    return project;
+}
+
+std::optional<Project> readStationProject(const QString& path) {
+    std::optional<Project> project = readProject(path);
+    if (!project) {
+        return std::nullopt;
+    }
+    const QJsonArray& statements = project->statements;
+    const auto unknown = std::find_if_not(statements.begin(), statements.end(), isStatement);
+    if (unknown != statements.end()) {
+        reportUnknown(path, *project, int(unknown - statements.begin()));
+        return std::nullopt;
+    }
+    return project;
+}
+
+void loadProject(QObject* sender, const Project& project) {
+    m(key::program)->loadJson(sender, project.statements);
+    if (!project.toolset.isEmpty()) {
+        m(key::toolset)->loadJson(sender, project.toolset);
+    }
+}
+
+QJsonValue projectDocument() {
+    QJsonArray content = m(key::program)->exportToJson(true).toArray();
+    content.append(projectToolset()->exportToJson(true));
+    return content;
+}
+
+bool writeProject(const QString& path, const QJsonValue& content) {
+    return writeKeeping(path, content, isProject);
+}
+
+bool saveProject(const QString& path) {
+    mendo::JsonText text(true);
+    text.beginArray();
+    text.addElements(m(key::program));
+    text.add(projectToolset());
+    text.endArray();
+    return writeKeeping(path, text.take(), isProject);
+}
+
+QString projectName(const QString& path) {
+    return path.section(QLatin1Char('/'), -1).section(QLatin1Char('.'), 0, 0);
+}
+
+QString projectFileName(const QString& name) {
+    return name + fileEnding;
+}
+
+bool isSettingsFile(const QString& path) {
+    const QString asked = location(path);
+    return std::any_of(std::begin(settingsNames), std::end(settingsNames),
+                       [&asked](QLatin1String name) { return asked == location(projectFileName(name)); });
+}
+
+NameFault projectNameFault(const QString& name, const QStringList& files, const QStringList& others) {
+    constexpr int longest = 19;
+    if (name.trimmed().isEmpty()) {
+        return NameFault::Empty;
+    }
+    if (name.size() > longest) {
+        return NameFault::TooLong;
+    }
+    const bool fileTaken = std::any_of(files.begin(), files.end(), [&name](const QString& file) {
+        return QFileInfo(file).baseName() == name || file == projectFileName(name);
+    });
+    if (fileTaken || others.contains(projectFileName(name)) || isSettingsName(name) || !isFileName(name)) {
+        return NameFault::Taken;
+    }
+    return NameFault::None;
+}
+
+NameFault projectNameFault(const QString& name) {
+    const QDir folder;
+    return projectNameFault(name, folder.entryList(QDir::Files, QDir::Unsorted),
+                            folder.entryList(QDir::AllEntries | QDir::System | QDir::Hidden, QDir::Unsorted));
+}
+
+}  // namespace lumo

@@ -1,0 +1,197 @@
+#include "stations/signalsbindingparamwidget.h"
+
+#include "files/projectfile.h"
+#include "files/settingsfile.h"
+#include "panel/projectdialogs.h"
+#include "program/words.h"
+#include "stations/stationtable.h"
+#include "ui_signalsbindingparamwidget.h"
+#include "widgets/messagebox.h"
+#include "widgets/signalselector.h"
+
+#include <QFileDialog>
+#include <QRegularExpressionValidator>
+#include <QTableWidget>
+
+using namespace lumo;
+using namespace prog;
+
+namespace {
+
+constexpr StationSignal stationSignals[] = {StationSignal::StartInput, StationSignal::StopInput,
+                                            StationSignal::StartOutput, StationSignal::StopOutput};
+
+/// The rising edge comes first in both selectors.
+Edge chosenEdge(const QComboBox* combo) {
+    return combo->currentIndex() == 1 ? Edge::Falling : Edge::Rising;
+}
+
+void fillEdges(QComboBox* combo, Edge stored) {
+    combo->addItems({edgeWord(Edge::Rising), edgeWord(Edge::Falling)});
+    combo->setCurrentIndex(stored == Edge::Falling ? 1 : 0);
+}
+
+}  // namespace
+
+SignalsBindingParamWidget::SignalsBindingParamWidget(QTableWidget* table, bool isNew, QWidget* parent)
+    : QWidget(parent),
+      ui_(std::make_unique<Ui::SignalsBindingParamWidget>()),
+      table_(table),
+      isNew_(isNew),
+      station_(isNew ? nullptr : m(key::signalsConfig)->c(table->currentRow())) {
+    ui_->setupUi(this);
+    const QRegularExpression digits(QStringLiteral("[0-9]+$"));
+    ui_->lineETime->setValidator(new QRegularExpressionValidator(digits, this));
+    makeSelectors();
+    showStation();
+    initDICmb();
+    initDOCmb();
+    connect(ui_->btnOpen, &QPushButton::clicked, this, &SignalsBindingParamWidget::chooseProject);
+    connect(ui_->btnclear, &QPushButton::clicked, this, [this] { showProject(QString()); });
+    connect(ui_->okayBtn, &QPushButton::clicked, this, &SignalsBindingParamWidget::accept);
+    connect(ui_->cancelBtn, &QPushButton::clicked, this, &SignalsBindingParamWidget::cancelBtnClicked);
+}
+
+SignalsBindingParamWidget::~SignalsBindingParamWidget() = default;
+
+// --- The signals ----------------------------------------------------------------------------------
+
+void SignalsBindingParamWidget::makeSelectors() {
+    const SelectorWidgets widgets[] = {
+        {ui_->rdbIOIn, ui_->rdbRegIn, ui_->lblDI, ui_->cmbDI, ui_->lblDIReg, ui_->cmbDIReg,
+         ui_->cmbDIRegBias},
+        {ui_->rdbIOIn_2, ui_->rdbRegIn_2, ui_->lblDI_2, ui_->cmbDI_2, ui_->lblDIReg_2, ui_->cmbDIReg_2,
+         ui_->cmbDIRegBias_2},
+        {ui_->rdbIOOut, ui_->rdbRegOut, ui_->lblDO, ui_->cmbDO, ui_->lblDOReg, ui_->cmbDOReg,
+         ui_->cmbDORegBias},
+        {ui_->rdbIOOut_2, ui_->rdbRegOut_2, ui_->lblDO_2, ui_->cmbDO_2, ui_->lblDOReg_2, ui_->cmbDOReg_2,
+         ui_->cmbDORegBias_2},
+    };
+    for (const StationSignal which : stationSignals) {
+        const int index = static_cast<int>(which);
+        selectors_[index] = new SignalSelector(which, widgets[index], this);
+    }
+}
+
+SignalSelector* SignalsBindingParamWidget::selector(StationSignal which) const {
+    return selectors_[static_cast<int>(which)];
+}
+
+void SignalsBindingParamWidget::initSelector(StationSignal which) {
+    selector(which)->fill(station_ ? readSource(station_, which) : SignalSource());
+}
+
+void SignalsBindingParamWidget::initDICmb() {
+    initSelector(StationSignal::StartInput);
+    initSelector(StationSignal::StopInput);
+}
+
+void SignalsBindingParamWidget::initDOCmb() {
+    initSelector(StationSignal::StartOutput);
+    initSelector(StationSignal::StopOutput);
+}
+
+void SignalsBindingParamWidget::refreshDICmb() {
+    selector(StationSignal::StartInput)->refresh();
+}
+
+void SignalsBindingParamWidget::refreshDI2Cmb() {
+    selector(StationSignal::StopInput)->refresh();
+}
+
+void SignalsBindingParamWidget::refreshDOCmb() {
+    selector(StationSignal::StartOutput)->refresh();
+}
+
+void SignalsBindingParamWidget::refreshDO2Cmb() {
+    selector(StationSignal::StopOutput)->refresh();
+}
+
+// --- The station ----------------------------------------------------------------------------------
+
+void SignalsBindingParamWidget::showStation() {
+    if (!station_) {
+        fillEdges(ui_->cmbType, Edge::Rising);
+        fillEdges(ui_->cmbType_2, Edge::Rising);
+        ui_->lineETime->setText(QStringLiteral("100"));
+        showProject(QString());
+        return;
+    }
+    const QString name = station_->c(field::stationName)->getString();
+    ui_->lineEdit_stationname->setText(name);
+    if (isReservedName(name)) {
+        ui_->lineEdit_stationname->setReadOnly(true);
+        ui_->label_8->setText(tr("固定名称"));
+    }
+    fillEdges(ui_->cmbType, readEdge(station_, StationSignal::StartInput));
+    fillEdges(ui_->cmbType_2, readEdge(station_, StationSignal::StopInput));
+    ui_->lineETime->setText(station_->c(field::time)->getString());
+    showProject(station_->c(field::filePath)->getString());
+}
+
+void SignalsBindingParamWidget::save() {
+    if (!station_) {
+        station_ = m(key::signalsConfig)->append(this);
+        station_->copyFrom(this, m(key::defaultSignalsConfig));
+    }
+    for (const StationSignal which : stationSignals) {
+        writeSource(this, station_, which, selector(which)->chosen());
+    }
+    writeEdge(this, station_, StationSignal::StartInput, chosenEdge(ui_->cmbType));
+    writeEdge(this, station_, StationSignal::StopInput, chosenEdge(ui_->cmbType_2));
+    station_->set(this, field::filePath, ui_->lblProject->text())
+        ->set(this, field::stationName, ui_->lineEdit_stationname->text())
+        ->set(this, field::time, ui_->lineETime->text())
+        ->set(this, field::status, QString());
+    saveSettings(Settings::Stations);
+}
+
+void SignalsBindingParamWidget::accept() {
+    if (ui_->lineEdit_stationname->text().isEmpty()) {
+        showMessage(QMessageBox::Warning, tr("提示"), tr("工位名称不能为空!"));
+        return;
+    }
+    const bool isGone = !table_ || (!isNew_ && (!station_ || station_->pmobj() != m(key::signalsConfig)));
+    if (isGone) {
+        emit cancelBtnClicked();
+        return;
+    }
+    save();
+    if (isNew_) {
+        appendStationRow(table_);
+    }
+    lumo::showStation(table_, station_->indexInPmobj(), station_);
+    fitStations(table_);
+    emit okayBtnClicked();
+}
+
+// --- The project ----------------------------------------------------------------------------------
+
+void SignalsBindingParamWidget::showProject(const QString& fileName) {
+    ui_->lblProject->setText(fileName);
+    ui_->lblProject->setWhatsThis(fileName);
+}
+
+void SignalsBindingParamWidget::chooseProject() {
+    if (fileDialog_) {
+        return;
+    }
+    fileDialog_ = makeProjectDialog(this);
+    connect(fileDialog_, &QFileDialog::fileSelected, this, &SignalsBindingParamWidget::projectSelected);
+    connect(fileDialog_, &QDialog::finished, fileDialog_, &QObject::deleteLater);
+    fileDialog_->open();
+}
+
+/// The project is looked for in the working directory when it is started.
+void SignalsBindingParamWidget::projectSelected(const QString& path) {
+    fileDialog_->disconnect(this);
+    logW() << "SignalsBindingParamWidget::SignalsBindingParamWidget QFileDialog::fileSelected filename ="
+           << path;
+    const QString fileName = path.section(QLatin1Char('/'), -1);
+    // A settings file's name would mean the one in the working directory, wherever this one is.
+    if (!readStationProject(path) || isSettingsFile(fileName)) {
+        showMessage(QMessageBox::Warning, tr("提示"), tr("该文件不能用作工位的工程：%1").arg(fileName));
+        return;
+    }
+    showProject(fileName);
+}

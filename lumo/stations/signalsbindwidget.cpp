@@ -1,0 +1,358 @@
+#include "stations/signalsbindwidget.h"
+
+#include "executor/lumoexecutor.h"
+#include "files/projectfile.h"
+#include "files/settingsfile.h"
+#include "module/globals.h"
+#include "panel/stationrun.h"
+#include "panel/toolset.h"
+#include "program/words.h"
+#include "stations/stationtable.h"
+#include "ui_signalsbindwidget.h"
+#include "widgets/messagebox.h"
+
+#include <QCoreApplication>
+#include <QHeaderView>
+#include <QPointer>
+
+#include <utility>
+
+using namespace lumo;
+using namespace prog;
+
+namespace {
+
+constexpr int stationRun = 1;
+constexpr int ownStations = 4;  ///< the first rows, which are never deleted
+constexpr int queuePeriodMs = 200;
+constexpr int stopPeriodMs = 300;
+constexpr QLatin1String baselinePhase = "begin."_l1;
+constexpr QLatin1String samplePhase = "end."_l1;
+
+ModuleObject* stationAt(int row) {
+    return m(key::signalsConfig)->c(row);
+}
+
+bool isPowered() {
+    return m(key::robotPower)->getString() == word::on;
+}
+
+/// Puts a project in the place of the last one. Each write may end the page.
+void loadStationProgram(const QPointer<QObject>& page, const Project& project) {
+    auto* program = new ModuleObject(QString(key::stationProgram).section(QLatin1Char('.'), -1));
+    program->loadJson(page, project.statements);
+    m(key::lumo)->insert(page, program);
+    StationRun::useToolset(page, project.toolset);
+}
+
+/// Starts what was loaded, unless the page is gone; returns when its run is over.
+void runStationProgram(const QPointer<QObject>& page) {
+    hand_or_signalbing = stationRun;
+    sendToolset(page);
+    m(key::processTime)->setValue(page, 0);
+    if (page) {
+        m(key::triggerStart)->setValue(page, 0);
+    }
+}
+
+}  // namespace
+
+SignalsBindWidget::SignalsBindWidget(QWidget* parent)
+    : QWidget(parent), ui_(std::make_unique<Ui::SignalsBindWidget>()), powered_(isPowered()) {
+    ui_->setupUi(this);
+    fill();
+    for (QTimer* timer : {&startTimer_, &stopTimer_, &queueTimer_}) {
+        timer->setTimerType(Qt::PreciseTimer);
+    }
+    connect(&startTimer_, &QTimer::timeout, this, [this] { checkDIStatus(samplePhase); });
+    connect(&stopTimer_, &QTimer::timeout, this, [this] { checkDI2Status(samplePhase); });
+    connect(&queueTimer_, &QTimer::timeout, this, &SignalsBindWidget::execProject);
+    connect(ui_->switchBtn, &SwitchButton::statusChanged, this, &SignalsBindWidget::switchMonitoring);
+    connect(m(key::executeState), &ModuleObject::changed, this, &SignalsBindWidget::onState);
+    connect(m(key::robotPower), &ModuleObject::changed, this, &SignalsBindWidget::onPower);
+    connect(m(key::triggerPause), &ModuleObject::changed, this, [this] { ++pauses_; });
+    connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, this, &SignalsBindWidget::quit);
+    connect(ui_->tableWidget, &QTableWidget::itemChanged, this, &SignalsBindWidget::onItemChanged);
+    connect(ui_->btnAdd, &QPushButton::clicked, this, [this] { emit addBtnClicked(ui_->tableWidget); });
+    connect(ui_->btnEdit, &QPushButton::clicked, this, &SignalsBindWidget::editStation);
+    connect(ui_->btnDel, &QPushButton::clicked, this, &SignalsBindWidget::deleteStation);
+}
+
+/// Who still waits will not be served. Who waits for the end of the run under way is told then.
+SignalsBindWidget::~SignalsBindWidget() {
+    if (firstRuns()) {
+        *heirs_ = queue_.takeFirst().stations;
+    }
+    report(queue_.takeAll(false));
+}
+
+/// What waits must not hold its outputs for ever.
+void SignalsBindWidget::quit() {
+    stopMonitoring();
+    dropQueue();
+}
+
+void SignalsBindWidget::fill() {
+    const QList<ModuleObject*> stations = m(key::signalsConfig)->cmobjs();
+    for (int row = 0; row < stations.size(); ++row) {
+        appendStationRow(ui_->tableWidget);
+        showStation(ui_->tableWidget, row, stations[row]);
+    }
+    QHeaderView* const header = ui_->tableWidget->horizontalHeader();
+    header->setDefaultAlignment(Qt::Alignment(QFlag(int(Qt::AlignCenter) | int(Qt::TextWordWrap))));
+    fitStations(ui_->tableWidget);
+}
+
+void SignalsBindWidget::save() {
+    saveSettings(Settings::Stations);
+}
+
+// --- Monitoring -----------------------------------------------------------------------------------
+
+void SignalsBindWidget::switchMonitoring(bool on) {
+    if (!on) {
+        stopMonitoring();
+    } else if (ui_->tableWidget->rowCount() > 0) {
+        startMonitoring();
+    } else {
+        ui_->switchBtn->setChecked(false);  // there is nothing to listen to
+    }
+}
+
+void SignalsBindWidget::startMonitoring() {
+    checkDIStatus(baselinePhase);
+    startTimer_.start(samplePeriodMs(stationCell(ui_->tableWidget, 0, PeriodColumn)));
+    queueTimer_.start(queuePeriodMs);
+    checkDI2Status(baselinePhase);
+    stopTimer_.start(stopPeriodMs);
+}
+
+void SignalsBindWidget::stopMonitoring() {
+    ++switchedOff_;
+    for (QTimer* timer : {&startTimer_, &stopTimer_, &queueTimer_}) {
+        timer->stop();
+    }
+    starts_.clear();
+    stops_.clear();
+}
+
+void SignalsBindWidget::checkDIStatus(const QString& phase) {
+    if (phase == baselinePhase) {
+        starts_.takeBaselines(this);
+        return;
+    }
+    const QVector<int> triggered = starts_.look(this);
+    const QPointer<SignalsBindWidget> self(this);
+    for (const int row : triggered) {
+        if (self) {
+            queueProject(row);
+        }
+    }
+}
+
+void SignalsBindWidget::queueProject(int row) {
+    queue_.add(stationCell(ui_->tableWidget, row, ProjectColumn),
+               {row, readSource(stationAt(row), StationSignal::StartOutput)});
+    const QPointer<SignalsBindWidget> self(this);
+    setDoPort(row, true);
+    if (self) {
+        showState(ui_->tableWidget, row, StationState::Triggered);
+    }
+}
+
+void SignalsBindWidget::checkDI2Status(const QString& phase) {
+    if (phase == baselinePhase) {
+        stops_.takeBaselines(this);
+        return;
+    }
+    QVector<SignalSource> outputs;
+    const QVector<int> triggered = stops_.look(this);
+    for (const int row : triggered) {
+        outputs << readSource(stationAt(row), StationSignal::StopOutput);
+    }
+    const QPointer<SignalsBindWidget> self(this);
+    for (const SignalSource& output : qAsConst(outputs)) {
+        m(key::triggerPause)->trigger();  // returns when the closing is over
+        switchOutput(self, output, true);
+    }
+}
+
+void SignalsBindWidget::setDoPort(int row, bool on) {
+    switchOutput(this, readSource(stationAt(row), StationSignal::StartOutput), on);
+}
+
+void SignalsBindWidget::setDo2Port(int row, bool on) {
+    switchOutput(this, readSource(stationAt(row), StationSignal::StopOutput), on);
+}
+
+// --- The queue ------------------------------------------------------------------------------------
+
+/// While a stop input stands, or the robot still moves, what was asked for waits.
+bool SignalsBindWidget::canServe() {
+    return serving_ == Serving::Nothing && !queue_.isEmpty() && executor->depth() == 0 &&
+           m(key::executeState)->getString() == word::idle && m(key::robotState)->getString() == word::idle &&
+           !stops_.anyStands(this);
+}
+
+bool SignalsBindWidget::firstRuns() const {
+    return serving_ == Serving::Starting || serving_ == Serving::Running;
+}
+
+void SignalsBindWidget::execProject() {
+    if (!canServe()) {
+        return;
+    }
+    const QPointer<SignalsBindWidget> self(this);
+    const int id = queue_.first().id;
+    const QString fileName = queue_.first().project;
+    // Before the closing: for a project that cannot run the wire is not pulled back. The reading tells why.
+    const std::optional<Project> project = fileName.isEmpty() ? std::nullopt : readStationProject(fileName);
+    if (!self || !queue_.isFirst(id)) {
+        return;
+    }
+    if (!project) {
+        giveUpFirst();
+    } else if (closeBeforeStart(id)) {
+        serve(*project);
+    }
+}
+
+/// Does the closing that comes before a start. False when nothing is to start now: the closing may take
+/// seconds, in which anything can have happened. A pause that came in it wants the robot to stand; what
+/// was asked for waits for a later tick then.
+bool SignalsBindWidget::closeBeforeStart(int id) {
+    const QPointer<SignalsBindWidget> self(this);
+    const int switchedOff = switchedOff_;
+    const int pauses = pauses_;
+    m(key::triggerPause)->trigger();  // returns when the closing is over
+    return self && switchedOff == switchedOff_ && pauses_ == pauses + 1 && canServe() && queue_.isFirst(id);
+}
+
+/// Runs the first project; returns when its run is over, or was refused.
+void SignalsBindWidget::serve(const Project& project) {
+    const QPointer<SignalsBindWidget> self(this);
+    QVector<WaitingStation> left;
+    heirs_ = &left;
+    serving_ = Serving::Starting;
+    {
+        const int row = queue_.first().stations.first().row;
+        const StationRun run(stationAt(row)->c(field::stationName)->getString(),
+                             projectName(queue_.first().project));
+        loadStationProgram(self.data(), project);
+        runStationProgram(self.data());
+    }
+    if (self) {
+        endServing();
+        return;
+    }
+    for (const WaitingStation& station : qAsConst(left)) {
+        switchOutput(nullptr, station.output, false);
+    }
+}
+
+void SignalsBindWidget::endServing() {
+    const Serving reached = std::exchange(serving_, Serving::Nothing);
+    if (reached == Serving::Starting) {
+        giveUpFirst();
+    } else if (reached == Serving::Running) {
+        report(queue_.takeFirst().stations);
+    }
+}
+
+/// The first project will not run. Inputs that still ask for it must be let go before they ask again.
+void SignalsBindWidget::giveUpFirst() {
+    const QVector<WaitingStation> stations = queue_.takeFirst().stations;
+    for (const WaitingStation& station : stations) {
+        starts_.rearm(this, station.row);
+    }
+    report(stations);
+}
+
+/// Nobody who waits is served any more. The run under way goes on, and is reported at its end.
+void SignalsBindWidget::dropQueue() {
+    report(queue_.takeAll(firstRuns()));
+}
+
+void SignalsBindWidget::onState(const QVariant& state) {
+    if (state.toString() == word::busy && serving_ == Serving::Starting) {
+        serving_ = Serving::Running;
+        showState(ui_->tableWidget, queue_.first().stations.first().row, StationState::Running);
+    } else if (state.toString() == word::idle && serving_ == Serving::Running) {
+        serving_ = Serving::Over;  // the executor is still on its way back from it
+        report(queue_.takeFirst().stations);
+    }
+}
+
+/// Nothing that was asked for before the power went, or while it was off, may start when it is back.
+void SignalsBindWidget::onPower(const QVariant& power) {
+    const bool powered = power.toString() == word::on;
+    if (std::exchange(powered_, powered) == powered) {
+        return;
+    }
+    if (powered) {
+        starts_.rearm(this);
+    }
+    dropQueue();
+}
+
+/// Tells stations that their run is over, or will not come.
+void SignalsBindWidget::report(const QVector<WaitingStation>& stations) {
+    const QPointer<SignalsBindWidget> self(this);
+    for (const WaitingStation& station : stations) {
+        switchOutput(self, station.output, false);
+        if (self) {
+            showState(ui_->tableWidget, station.row, StationState::Untriggered);
+        }
+    }
+}
+
+// --- The operator's hand --------------------------------------------------------------------------
+
+int SignalsBindWidget::selectedRow() const {
+    const QModelIndexList rows = ui_->tableWidget->selectionModel()->selectedRows();
+    return rows.isEmpty() ? -1 : rows.first().row();
+}
+
+/// A row that was given another project does not wait for the one before.
+void SignalsBindWidget::onItemChanged(const QTableWidgetItem* item) {
+    if (item->column() == ProjectColumn) {
+        withdraw(item->row());
+    }
+}
+
+/// A row asks for its project no more. The run under way goes on, and is reported at its end.
+void SignalsBindWidget::withdraw(int row) {
+    report(queue_.withdraw(row, firstRuns()));
+}
+
+void SignalsBindWidget::editStation() {
+    if (selectedRow() < 0) {
+        showMessage(QMessageBox::Warning, tr("提示"), tr("请先选中行"));
+        return;
+    }
+    emit editBtnClicked(ui_->tableWidget);
+}
+
+void SignalsBindWidget::deleteStation() {
+    const int row = selectedRow();
+    if (row < 0) {
+        showMessage(QMessageBox::Warning, tr("提示"), tr("请先选中行"));
+    } else if (row < ownStations) {
+        showMessage(QMessageBox::Warning, tr("提示"), tr("默认行禁止删除"));
+    } else {
+        removeStation(row);
+    }
+}
+
+void SignalsBindWidget::removeStation(int row) {
+    withdraw(row);
+    starts_.removeRow(row);
+    stops_.removeRow(row);
+    queue_.removeRow(row);
+    m(key::signalsConfig)->remove(this, mIndex(row));
+    ui_->tableWidget->removeRow(row);
+    ui_->tableWidget->setCurrentItem(nullptr);  // a second tap must not delete the next one
+    renumberStations(ui_->tableWidget);
+    fitStations(ui_->tableWidget);
+    save();
+}

@@ -1,0 +1,186 @@
+#include "stations/station.h"
+
+#include "program/words.h"
+
+#include <QCoreApplication>
+#include <QStringList>
+#include <QTranslator>
+#include <QVariantHash>
+
+using namespace prog;
+
+namespace lumo {
+
+namespace {
+
+/// Texts that the page and the editor of the stations share.
+struct Text {
+    Q_DECLARE_TR_FUNCTIONS(SignalsBindingParamWidget)
+};
+
+struct SignalFields {
+    QLatin1String name;
+    QLatin1String kind;
+    QLatin1String reg;
+    QLatin1String edge;  ///< of inputs
+};
+
+const SignalFields signalFields[] = {
+    {"DI"_l1, "DI_type"_l1, "DI_reg"_l1, "type"_l1},
+    {"DI2"_l1, "DI2_type"_l1, "DI2_reg"_l1, "type2"_l1},
+    {"DO"_l1, "DO_type"_l1, "DO_reg"_l1, QLatin1String()},
+    {"DO2"_l1, "DO2_type"_l1, "DO2_reg"_l1, QLatin1String()},
+};
+
+const SignalFields& fieldsOf(StationSignal which) {
+    return signalFields[static_cast<int>(which)];
+}
+
+const char* const edgeSources[] = {nullptr, QT_TRANSLATE_NOOP("SignalsBindingParamWidget", "上升沿"),
+                                   QT_TRANSLATE_NOOP("SignalsBindingParamWidget", "下降沿")};
+
+/// An edge's word in every language that the package has.
+QStringList edgeWords(Edge edge) {
+    const char* const source = edgeSources[static_cast<int>(edge)];
+    QStringList words{QString::fromUtf8(source)};
+    for (const char* language : {"en", "ru"}) {
+        QTranslator catalogue;
+        if (catalogue.load(QStringLiteral(":/lumo/language/lumo_%1.qm").arg(QLatin1String(language)))) {
+            words << catalogue.translate("SignalsBindingParamWidget", source);
+        }
+    }
+    words.removeAll(QString());
+    return words;
+}
+
+}  // namespace
+
+bool triggers(Edge edge, Level baseline, Level latest) {
+    switch (edge) {
+        case Edge::Rising:
+            return !baseline.value_or(false) && latest.value_or(false);
+        case Edge::Falling:
+            return baseline.value_or(false) && latest == Level(false);
+        case Edge::None:
+            break;
+    }
+    return false;
+}
+
+bool stands(Edge edge, const SignalSource& input, bool level) {
+    return edge != Edge::None && !input.name().isEmpty() && level == (edge == Edge::Rising);
+}
+
+Edge edgeFrom(const QString& word) {
+    static const QStringList rising = edgeWords(Edge::Rising);
+    static const QStringList falling = edgeWords(Edge::Falling);
+    if (rising.contains(word)) {
+        return Edge::Rising;
+    }
+    return falling.contains(word) ? Edge::Falling : Edge::None;
+}
+
+QString edgeWord(Edge edge) {
+    return edge == Edge::None ? QString() : Text::tr(edgeSources[static_cast<int>(edge)]);
+}
+
+// --- The record -----------------------------------------------------------------------------------
+
+SignalSource readSource(const ModuleObject* station, StationSignal which) {
+    const SignalFields& fields = fieldsOf(which);
+    const ModuleObject* const reg = station->c(fields.reg);
+    SignalSource source;
+    source.isIo = station->c(fields.kind)->getString() == word::io;
+    source.ioName = station->c(fields.name)->getString();
+    source.registerName = reg->c(field::name)->getString();
+    source.registerType = reg->c(field::type)->getString();
+    source.bias = reg->c(field::bias)->getInt();
+    return source;
+}
+
+void writeSource(QObject* sender, ModuleObject* station, StationSignal which, const SignalSource& source) {
+    const SignalFields& fields = fieldsOf(which);
+    station->set(sender, fields.name, source.ioName)
+        ->set(sender, fields.kind, source.isIo ? QString(word::io) : Text::tr("寄存器"));
+    if (!source.isIo) {
+        station->set(sender, mName(fields.reg, field::name), source.registerName)
+            ->set(sender, mName(fields.reg, field::bias), source.bias)
+            ->set(sender, mName(fields.reg, field::type), source.registerType);
+    }
+}
+
+Edge readEdge(const ModuleObject* station, StationSignal input) {
+    return edgeFrom(station->c(fieldsOf(input).edge)->getString());
+}
+
+void writeEdge(QObject* sender, ModuleObject* station, StationSignal input, Edge edge) {
+    station->set(sender, fieldsOf(input).edge, edgeWord(edge));
+}
+
+// --- The controller -------------------------------------------------------------------------------
+
+bool inputLevel(QObject* sender, const SignalSource& input) {
+    if (input.name().isEmpty()) {
+        return false;
+    }
+    if (input.isIo) {
+        return kordservice()
+            ->get(sender, key::deviceIo, mName(word::portInput, input.ioName))
+            ->getBool(false);
+    }
+    return kordservice()
+        ->dataNode(mName(key::registerValues, input.registerName, mIndex(input.bias)))
+        ->getBool(false);
+}
+
+void switchOutput(QObject* sender, const SignalSource& output, bool on) {
+    if (output.name().isEmpty()) {
+        return;
+    }
+    if (output.isIo) {
+        kordservice()->command(sender, command::outDo,
+                               QVariantHash{{field::name, output.ioName}, {field::value, on}});
+        return;
+    }
+    kordservice()->execCommand(sender, command::registerWrite,
+                               QVariantHash{{field::name, output.registerName},
+                                            {field::type, output.registerType},
+                                            {field::bias, output.bias},
+                                            {field::value, on}});
+}
+
+// --- What the operator reads ----------------------------------------------------------------------
+
+QString kindText(StationSignal which, const SignalSource& source) {
+    const QString caption = isStart(which) ? Text::tr("启动: ") : Text::tr("停止: ");
+    return caption + (source.isIo ? QString(word::io) : Text::tr("寄存器"));
+}
+
+QString sourceText(const SignalSource& source) {
+    if (source.isIo || source.registerName.isEmpty() || source.bias < 0) {
+        return source.name();
+    }
+    return QStringLiteral("%1[%2]").arg(source.registerName).arg(qint64(source.bias) + 1);
+}
+
+QString edgeText(const ModuleObject* station, StationSignal input) {
+    const Edge edge = readEdge(station, input);
+    return edge == Edge::None ? station->c(fieldsOf(input).edge)->getString() : edgeWord(edge);
+}
+
+int samplePeriodMs(const QString& text) {
+    constexpr int usualMs = 100;
+    const int period = text.toInt();
+    return period > 0 ? period : usualMs;
+}
+
+bool isReservedName(const QString& name) {
+    static const QStringList reserved{
+        QStringLiteral("工位一"),    QStringLiteral("工位二"),    QStringLiteral("工位三"),
+        QStringLiteral("工位四"),    QStringLiteral("Station 1"), QStringLiteral("Station 2"),
+        QStringLiteral("Station 3"), QStringLiteral("Station 4"),
+    };
+    return reserved.contains(name);
+}
+
+}  // namespace lumo

@@ -1,0 +1,169 @@
+#pragma once
+
+#include <QLatin1String>
+
+#include <cstddef>
+
+/// The words of the data tree, each named once: paths, fields and the words that values hold.
+/// The groups follow the tree. Reading defaults stand with the reader's accessor functions.
+namespace prog {
+
+/// A text as a constant; its length is counted by the compiler, which not every compiler does for a
+/// plain QLatin1String("…").
+constexpr QLatin1String operator""_l1(const char* text, std::size_t size) {
+    return QLatin1String(text, static_cast<int>(size));
+}
+
+namespace key {
+
+// Subtree of the package.
+constexpr QLatin1String lumo = "lumo"_l1;
+constexpr QLatin1String defaults = "lumo.default"_l1;
+constexpr QLatin1String defaultParam = "lumo.default.param"_l1;
+constexpr QLatin1String defaultProgram = "lumo.default.program"_l1;
+constexpr QLatin1String defaultSignalsConfig = "lumo.default.signalsConfig"_l1;
+constexpr QLatin1String defaultToolset = "lumo.default.default_toolset"_l1;
+constexpr QLatin1String port = "lumo.port"_l1;
+constexpr QLatin1String param = "lumo.param"_l1;
+constexpr QLatin1String signalsConfig = "lumo.signalsConfig"_l1;
+constexpr QLatin1String curParam = "lumo.cur_param"_l1;
+constexpr QLatin1String program = "lumo.program"_l1;
+constexpr QLatin1String stationProgram = "lumo.signalbind_program"_l1;
+constexpr QLatin1String weldSwitch = "lumo.allWeldBtnstatus.weldbtn"_l1;
+constexpr QLatin1String handWeldSwitch = "lumo.allWeldBtnstatus.handweldbtn"_l1;
+constexpr QLatin1String toolset = "lumo.toolset"_l1;
+constexpr QLatin1String count = "lumo.count"_l1;
+constexpr QLatin1String processTime = "lumo.processTime"_l1;
+constexpr QLatin1String dialogProgram = "lumo.dialog.program"_l1;
+constexpr QLatin1String dialogStatement = "lumo.dialog.statement"_l1;
+constexpr QLatin1String keypad = "lumo.keypad"_l1;
+
+// Resume data.
+constexpr QLatin1String currentLine = "lumo.current.line"_l1;
+constexpr QLatin1String currentType = "lumo.current.programtype"_l1;
+constexpr QLatin1String currentMoveType = "lumo.current.programmovetype"_l1;
+constexpr QLatin1String currentProgram = "lumo.current.program"_l1;
+constexpr QLatin1String currentStartPoint = "lumo.current.startpoint"_l1;
+constexpr QLatin1String currentPausePoint = "lumo.current.pausepoint"_l1;
+/// True between a laser opening and its closing, also across a pause. The odd spelling is stored in files.
+constexpr QLatin1String weldOpen = "lumo.current.openmiddlecolse"_l1;
+
+// The executor.
+constexpr QLatin1String executeLine = "lumo.execute.line"_l1;
+constexpr QLatin1String executeState = "lumo.execute.state"_l1;
+constexpr QLatin1String triggerStart = "lumo.execute.trigger.start"_l1;
+constexpr QLatin1String triggerPause = "lumo.execute.trigger.pause"_l1;
+constexpr QLatin1String triggerOnce = "lumo.execute.trigger.once"_l1;
+constexpr QLatin1String executeDt = "lumo.execute.dt"_l1;
+
+// The host's nodes.
+constexpr QLatin1String robotPower = "kord.r.power"_l1;
+constexpr QLatin1String robotState = "kord.r.state"_l1;
+constexpr QLatin1String robotMode = "kord.r.mode"_l1;
+constexpr QLatin1String posture = "sys.posture"_l1;
+constexpr QLatin1String sysInfo = "sys.info"_l1;
+constexpr QLatin1String defaultZone = "move.default_zone"_l1;
+constexpr QLatin1String deviceIo = "device.io"_l1;
+constexpr QLatin1String registerValues = "register.values"_l1;
+constexpr QLatin1String registerList = "rova.robot.register._list"_l1;
+constexpr QLatin1String toolList = "rova.project.tool._list"_l1;
+constexpr QLatin1String wobjList = "rova.project.wobj._list"_l1;
+/// Data node of the robot service: the tool and work object in force for teaching and motion.
+constexpr QLatin1String coordToolset = "pel.coord.toolset"_l1;
+
+}  // namespace key
+
+/// Fields of records.
+namespace field {
+constexpr QLatin1String type = "type"_l1;
+constexpr QLatin1String note = "note"_l1;
+constexpr QLatin1String execute = "execute"_l1;
+constexpr QLatin1String point = "point"_l1;
+constexpr QLatin1String point1 = "point1"_l1;
+constexpr QLatin1String speed = "speed"_l1;
+constexpr QLatin1String zone = "zone"_l1;
+constexpr QLatin1String toolset = "toolset"_l1;
+constexpr QLatin1String index = "index"_l1;
+constexpr QLatin1String weldspeed = "weldspeed"_l1;
+constexpr QLatin1String laserPower = "laserPower"_l1;
+constexpr QLatin1String laserDutyCycle = "laserDutyCycle"_l1;
+constexpr QLatin1String wireEnable = "wireEnable"_l1;
+constexpr QLatin1String delaytime = "delaytime"_l1;
+constexpr QLatin1String doName = "doName"_l1;
+constexpr QLatin1String doType = "DO_type"_l1;
+constexpr QLatin1String doReg = "DO_reg"_l1;
+constexpr QLatin1String diName = "diName"_l1;
+constexpr QLatin1String diType = "DI_type"_l1;
+constexpr QLatin1String diReg = "DI_reg"_l1;
+/// The awaited state; an output's is `value`.
+constexpr QLatin1String value1 = "value1"_l1;
+constexpr QLatin1String trans = "trans"_l1;
+constexpr QLatin1String rot = "rot"_l1;
+constexpr QLatin1String near = "near"_l1;
+constexpr QLatin1String name = "name"_l1;
+constexpr QLatin1String tag = "tag"_l1;
+constexpr QLatin1String enable = "enable"_l1;
+constexpr QLatin1String value = "value"_l1;
+constexpr QLatin1String bias = "bias"_l1;
+constexpr QLatin1String end = "end"_l1;
+constexpr QLatin1String ref = "ref"_l1;
+constexpr QLatin1String jointNum = "joint_num"_l1;
+// Rows of a parameter set.
+constexpr QLatin1String power = "power"_l1;
+constexpr QLatin1String ratio = "ratio"_l1;
+constexpr QLatin1String rw = "rw"_l1;
+constexpr QLatin1String len = "len"_l1;
+// A station.
+constexpr QLatin1String stationName = "stationname"_l1;
+constexpr QLatin1String filePath = "filePath"_l1;
+constexpr QLatin1String time = "time"_l1;
+constexpr QLatin1String status = "status"_l1;
+}  // namespace field
+
+/// Statement types, as a record's `type` holds them.
+namespace statement {
+constexpr QLatin1String moveJ = "moveJ"_l1;
+constexpr QLatin1String moveL = "moveL"_l1;
+constexpr QLatin1String moveC = "moveC"_l1;
+constexpr QLatin1String moveCC = "moveCC"_l1;
+constexpr QLatin1String open = "open"_l1;
+constexpr QLatin1String close = "close"_l1;
+constexpr QLatin1String param = "param"_l1;
+constexpr QLatin1String setDO = "setDO"_l1;
+constexpr QLatin1String waitDI = "waitDI"_l1;
+constexpr QLatin1String delay = "delay"_l1;
+/// All of them.
+constexpr QLatin1String types[] = {moveJ, moveL, moveC, moveCC, open, close, param, setDO, waitDI, delay};
+}  // namespace statement
+
+namespace word {
+constexpr QLatin1String idle = "idle"_l1;
+constexpr QLatin1String busy = "busy"_l1;
+constexpr QLatin1String on = "on"_l1;
+constexpr QLatin1String off = "off"_l1;
+constexpr QLatin1String automatic = "auto"_l1;
+constexpr QLatin1String io = "IO"_l1;
+/// What is stored as the kind of a signal that is not "IO".
+constexpr QLatin1String registerKind = "register"_l1;
+/// Kinds of ports.
+constexpr QLatin1String portInput = "DI"_l1;
+constexpr QLatin1String portOutput = "DO"_l1;
+constexpr QLatin1String portAnalog = "AO"_l1;
+constexpr QLatin1String falseText = "false"_l1;
+constexpr QLatin1String trueText = "true"_l1;
+}  // namespace word
+
+/// Commands of the robot service.
+namespace command {
+constexpr QLatin1String moveJ = "move.j"_l1;
+constexpr QLatin1String moveL = "move.l"_l1;
+constexpr QLatin1String moveC = "move.c"_l1;
+constexpr QLatin1String reset = "move.reset"_l1;
+constexpr QLatin1String stop = "move.stop"_l1;
+constexpr QLatin1String enough = "move.opr.enough"_l1;
+constexpr QLatin1String registerWrite = "register.write"_l1;
+constexpr QLatin1String registerWriteMulti = "register.write_multi"_l1;
+constexpr QLatin1String outDo = "device.io.out.do"_l1;
+}  // namespace command
+
+}  // namespace prog

@@ -1,0 +1,261 @@
+#include "simulator/time/virtualtime.h"
+
+#include "simulator/time/timertable.h"
+
+#include <qpa/qwindowsysteminterface.h>
+
+#include <QCoreApplication>
+#include <QDebug>
+#include <QElapsedTimer>
+#include <QScopedValueRollback>
+#include <QThread>
+
+#include <algorithm>
+#include <atomic>
+#include <chrono>
+#include <cmath>
+#include <condition_variable>
+#include <mutex>
+
+namespace sim {
+
+namespace {
+
+constexpr qint64 never = TimerTable::never;
+// Handlers that post or arm the next one at once, without end, must not freeze the clock either.
+constexpr int passesPerInstant = 100000;
+constexpr qint64 lagMs = 200;
+
+VirtualTime* installed = nullptr;
+
+}  // namespace
+
+struct VirtualTime::Private {
+    qint64 now = 0;
+    TimerTable timers;
+    std::atomic<bool> woken{false};
+    std::atomic<bool> interrupted{false};
+    int handlers = 0;    ///< event and timer handlers on the stack
+    bool quiet = false;  ///< inside a nested advance(): no aboutToBlock
+    int passes = 0;      ///< at this instant
+    std::function<void()> stalled;
+
+    double pace = 0;
+    QElapsedTimer wall;
+    qint64 anchorMs = 0;  ///< virtual time at which `wall` was started
+    std::mutex mutex;
+    std::condition_variable wake;
+
+    int fireDue();
+    bool anythingDue() const { return timers.anythingDue(now); }
+    void sleepUntil(qint64 dueMs);
+    bool jump(qint64 limit);
+};
+
+int VirtualTime::Private::fireDue() {
+    ++handlers;
+    const int fired = timers.fireDue(now);
+    --handlers;
+    return fired;
+}
+
+/// Sleeps until the wall clock has caught up with a virtual moment; ends early when woken.
+void VirtualTime::Private::sleepUntil(qint64 dueMs) {
+    const auto wallMs = [this](qint64 virtualMs) { return qint64(std::ceil((virtualMs - anchorMs) / pace)); };
+    const qint64 left = wallMs(dueMs) - wall.elapsed();
+    if (left < -lagMs) {
+        anchorMs = dueMs;
+        wall.restart();
+    } else if (left > 0) {
+        std::unique_lock<std::mutex> lock(mutex);
+        wake.wait_for(lock, std::chrono::milliseconds(left),
+                      [this] { return woken.load() || interrupted.load(); });
+    }
+}
+
+/// Moves the clock to the next timer, but not past `limit`. False when it stays.
+bool VirtualTime::Private::jump(qint64 limit) {
+    const qint64 due = timers.nextDue();
+    if (due == never && limit == never) {
+        return false;
+    }
+    const qint64 target = std::min(due, limit);
+    qint64 reached = target;
+    if (pace > 0) {
+        sleepUntil(target);
+        reached = std::min(target, anchorMs + qint64(wall.elapsed() * pace));
+    }
+    now = std::max(now, reached);
+    passes = 0;
+    return true;
+}
+
+VirtualTime* VirtualTime::install() {
+    if (installed) {
+        return installed;
+    }
+    installed = new VirtualTime;
+    QCoreApplication::setEventDispatcher(installed);
+    mendo::Clock::install(installed);
+    return installed;
+}
+
+VirtualTime* VirtualTime::instance() {
+    return installed;
+}
+
+VirtualTime::VirtualTime() : d_(std::make_unique<Private>()) {}
+
+VirtualTime::~VirtualTime() {
+    mendo::Clock::install(nullptr);
+    installed = nullptr;
+}
+
+qint64 VirtualTime::nowMs() const {
+    return d_->now;
+}
+
+QDateTime VirtualTime::now() const {
+    static const QDateTime start(QDate(2024, 1, 1), QTime(8, 0));
+    return start.addMSecs(d_->now);
+}
+
+qint64 VirtualTime::elapsedMs() const {
+    return d_->now;
+}
+
+bool VirtualTime::pass(QEventLoop::ProcessEventsFlags flags, bool wait, qint64 limit) {
+    const bool timersOn = !(flags & QEventLoop::X11ExcludeTimers);
+    d_->interrupted = false;
+    ++d_->passes;
+    emit awake();
+
+    bool did = d_->woken.exchange(false);
+    ++d_->handlers;
+    QCoreApplication::sendPostedEvents();
+    did |= QWindowSystemInterface::sendWindowSystemEvents(flags);
+    --d_->handlers;
+
+    const bool endless = d_->passes >= passesPerInstant;
+    const bool mayWait = wait && !d_->interrupted && (!d_->woken || endless);
+    if (mayWait && !d_->quiet) {
+        emit aboutToBlock();
+    }
+    if (d_->interrupted) {
+        return did;
+    }
+
+    bool stuck = false;
+    if (mayWait && (endless || (!did && !d_->woken && !(timersOn && d_->anythingDue())))) {
+        stuck = !timersOn || !d_->jump(limit);
+    }
+    const int fired = timersOn ? d_->fireDue() : 0;
+    if (stuck && (fired == 0 || endless)) {
+        stall();
+    }
+    return did || fired > 0;
+}
+
+void VirtualTime::stall() {
+    const bool handled = bool(d_->stalled);
+    d_->passes = 0;
+    if (handled) {
+        const std::function<void()> handler = d_->stalled;  // it may set another one
+        ++d_->handlers;
+        handler();
+        --d_->handlers;
+    }
+    if (handled && (d_->woken || d_->interrupted || d_->timers.nextDue() != never || d_->anythingDue())) {
+        return;
+    }
+    qWarning("Virtual time stands still: something is awaited and nothing is pending.");
+    QCoreApplication::exit(1);
+}
+
+void VirtualTime::advance(qint64 ms) {
+    advanceUntil([] { return false; }, ms);
+}
+
+bool VirtualTime::advanceUntil(const std::function<bool()>& done, qint64 limitMs) {
+    const bool nested = d_->handlers > 0;
+    const QScopedValueRollback<bool> quiet(d_->quiet, d_->quiet || nested);
+    const qint64 target = d_->now + std::max<qint64>(limitMs, 0);
+    bool settled = false;
+    while (!done()) {
+        if (settled) {
+            return false;
+        }
+        pass(QEventLoop::AllEvents, true, target);
+        if (!nested && QThread::currentThread()->loopLevel() == 0) {
+            QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        }
+        settled = d_->now >= target && ((!d_->woken && !d_->anythingDue()) || d_->passes >= passesPerInstant);
+    }
+    return true;
+}
+
+void VirtualTime::settle() {
+    advance(0);
+}
+
+int VirtualTime::armedTimers(const QObject* ignored) const {
+    return d_->timers.count(ignored);
+}
+
+void VirtualTime::setStallHandler(std::function<void()> handler) {
+    d_->stalled = std::move(handler);
+}
+
+void VirtualTime::setPace(double factor) {
+    d_->pace = std::max(factor, 0.0);
+    d_->anchorMs = d_->now;
+    d_->wall.start();
+}
+
+bool VirtualTime::processEvents(QEventLoop::ProcessEventsFlags flags) {
+    return pass(flags, flags & QEventLoop::WaitForMoreEvents, never);
+}
+
+bool VirtualTime::hasPendingEvents() {
+    return d_->woken || d_->anythingDue() || QWindowSystemInterface::windowSystemEventsQueued() > 0;
+}
+
+// There is nothing behind a socket that would follow virtual time.
+void VirtualTime::registerSocketNotifier(QSocketNotifier*) {}
+void VirtualTime::unregisterSocketNotifier(QSocketNotifier*) {}
+
+void VirtualTime::registerTimer(int timerId, int interval, Qt::TimerType type, QObject* object) {
+    d_->timers.add(timerId, interval, type, object, d_->now);
+}
+
+bool VirtualTime::unregisterTimer(int timerId) {
+    return d_->timers.remove(timerId);
+}
+
+bool VirtualTime::unregisterTimers(QObject* object) {
+    return d_->timers.removeOf(object);
+}
+
+QList<QAbstractEventDispatcher::TimerInfo> VirtualTime::registeredTimers(QObject* object) const {
+    return d_->timers.timersOf(object);
+}
+
+int VirtualTime::remainingTime(int timerId) {
+    return d_->timers.remaining(timerId, d_->now);
+}
+
+void VirtualTime::wakeUp() {
+    d_->woken = true;
+    // The empty lock keeps the notification from falling between a sleeper's test and its sleep.
+    { const std::lock_guard<std::mutex> lock(d_->mutex); }
+    d_->wake.notify_one();
+}
+
+void VirtualTime::interrupt() {
+    d_->interrupted = true;
+    wakeUp();
+}
+
+void VirtualTime::flush() {}
+
+}  // namespace sim

@@ -1,0 +1,176 @@
+#include "stations/signalsbindingparamwidget.h"
+#include "stations/station.h"
+#include "stations/stationbench.h"
+#include "support/suite.h"
+#include "widgets/switchbutton.h"
+
+using namespace lumo;
+using namespace test;
+
+/// What a station's record means, the list of the stations and the page of one station, by hand.
+class TestStationEditor : public QObject {
+    Q_OBJECT
+
+    StationBench bench_;
+
+    static ModuleObject* records() { return m("lumo.signalsConfig"); }
+    SignalsBindingParamWidget* page() const { return bench_.find<SignalsBindingParamWidget>(); }
+    QComboBox* combo(const QString& name) const { return child<QComboBox>(page(), name.toLatin1()); }
+    /// Five stations, and what the controller has to offer.
+    void renew(const QByteArray& fields = "{}") {
+        bench_.renew("P1 P2 P3 P4 P5", fields, true);
+        kordservice()->dataNode("device.io")->loadJson(this, json("{'DI':{'I1':0,'I2':0},'DO':{'O1':0}}"));
+        m("rova.robot.register._list")->loadJson(this, json(R"([
+            {'name':'OUT','type':'bit','rw':'rdwr','len':8}, {'name':'OUT1','type':'bool','rw':'rdwr'},
+            {'name':'OUTINT','type':'int16','rw':'rdwr','len':4}, {'name':'WRITE','type':'bit','rw':'wr'},
+            {'name':'IN','type':'bit','rw':'rd','len':3}, {'name':'ININT','type':'int16','rw':'rd'}])"));
+    }
+
+private slots:
+    void record_meansTheSameInEveryLanguage() {
+        const QMap<QByteArray, Edge> edges{
+            {"По фронту", Edge::Rising}, {"Falling Edge", Edge::Falling}, {"rising", Edge::None}};
+        for (auto edge = edges.begin(); edge != edges.end(); ++edge) {
+            const auto station = node("{'type2':'" + edge.key() + "'}");
+            QVERIFY2(readEdge(station.get(), StationSignal::StopInput) == edge.value(), edge.key());
+        }
+        QVERIFY(samplePeriodMs("1") == 1 && samplePeriodMs("0") == 100 && samplePeriodMs("fast") == 100);
+        kordservice()->dataNode("device.io")->loadJson(this, json("{'DI':{'ON':true,'OFF':false}}"));
+        kordservice()->dataNode("register.values")->set(this, "R.#0", false)->set(this, "R.#1", true);
+        const QMap<QByteArray, bool> inputs{
+            {"{'DI_type':'IO','DI':'ON','DI_reg':{'name':'R','bias':0}}", true},
+            {"{'DI_type':'IO','DI':'','DI_reg':{'name':'R','bias':1}}", false},
+            {"{'DI_type':'寄存器','DI':'OFF','DI_reg':{'name':'R','bias':1}}", true},
+            {"{'DI_type':'','DI':'ON','DI_reg':{'name':'R','bias':0}}", false},
+            {"{'DI_type':'','DI_reg':{'name':'R','bias':-1}}", false},
+        };
+        for (auto input = inputs.begin(); input != inputs.end(); ++input) {
+            const auto station = node(input.key());
+            const bool level = inputLevel(this, readSource(station.get(), StationSignal::StartInput));
+            QVERIFY2(level == input.value(), input.key());
+        }
+    }
+
+    /// An input offers what can be read, an output what can be written too; registers those of bits.
+    void newStation_isStoredAndShownAgain_whatIsCancelledIsNot() {
+        renew();
+        const QString before = text(records());
+        bench_.edit(-1, {});
+        QCOMPARE(boxes(), QStringList("工位名称不能为空!"));
+        bench_.click("cancelBtn");
+        bench_.edit(2, {{"btnclear", ""}}, "cancelBtn");
+        QCOMPARE(text(records()), before);
+        QVERIFY(!QFile::exists("lumo_signalsConfig.json"));
+
+        bench_.edit(-1, {{"lineEdit_stationname", "rework"},
+                         {"rdbRegIn", ""},
+                         {"cmbDIRegBias", "3"},
+                         {"cmbDI_2", "I2"},
+                         {"cmbDO", "O1"},
+                         {"rdbRegOut_2", ""},
+                         {"cmbDOReg_2", "OUT1"}});
+        bench_.clickRow(5, "btnEdit");
+        QCOMPARE(textsOf(combo("cmbDIReg")).join(' ') + textsOf(combo("cmbDOReg")).join(' '), " IN OUT OUT1");
+        bench_.click("okayBtn");
+        QCOMPARE(text(records()->c(5)),
+                 QString("{'DI':'','DI2':'I2','DI2_reg':%1,'DI2_type':'IO','DI_reg':{'bias':2,'name':'IN',"
+                         "'type':'bit'},'DI_type':'寄存器','DO':'O1','DO2':'','DO2_reg':{'bias':0,'name':"
+                         "'OUT1','type':'bool'},'DO2_type':'寄存器','DO_reg':%1,'DO_type':'IO','filePath':"
+                         "'','stationname':'rework','status':'','time':'100','type':'上升沿','type2':"
+                         "'上升沿'}")
+                     .replace("%1", "{'bias':0,'name':'','type':''}"));
+        QCOMPARE(bench_.cell(5, 3) + bench_.cell(5, 7) + bench_.cell(5, 9),
+                 "启动: 寄存器\n停止: IO---O1\nOUT1[1]");
+        QCOMPARE(json(contentOf("lumo_signalsConfig.json")), records()->exportToJson());
+    }
+
+    void whatIsNotOffered_isKept() {
+        renew(
+            R"({'1':{'DI':'I77'},
+                  '2':{'DI':'','DI2_type':'寄存器','DI2_reg':{'name':'','type':'','bias':-1}},
+                  '3':{'DI_type':'寄存器','DI_reg':{'name':'GONE','type':'bool','bias':5}},
+                  '4':{'DI_type':'寄存器','DI_reg':{'name':'IN','type':'bit','bias':9}},
+                  '5':{'DI_type':'寄存器','DI_reg':{'name':'IN','type':'bit','bias':-1},
+                       'DI2_type':'寄存器','DI2_reg':{'name':'IN','type':'bit','bias':2000000000}}})");
+        const QString before = text(records());
+        for (int row = 0; row < 5; ++row) {
+            bench_.edit(row, {});
+        }
+        QCOMPARE(text(records()), QString(before).replace("2000000000", "-1"));
+    }
+
+    void edit_changesItsStationAlone_andReservedNamesNever() {
+        renew("{'1':{'stationname':'Station 1'},'2':{'stationname':'工位二'},'3':{'stationname':'工位 3'}}");
+        const QString before = text(records());
+        for (const int row : {0, 1, 2}) {
+            bench_.edit(row, {{"lineEdit_stationname", "other"}});
+        }
+        bench_.edit(3, {{"cmbDI_2", "I2"}, {"cmbDO", ""}, {"cmbType_2", "下降沿"}, {"lineETime", "a25b0"}});
+        QString edited =
+            QString(before).replace("工位 3", "other").replace("'DO4'", "''").replace("'DI14'", "'I2'");
+        edited.replace("'S4','status':'','time':'100','type':'上升沿','type2':'上升沿'",
+                       "'S4','status':'','time':'250','type':'上升沿','type2':'下降沿'");
+        QVERIFY(sameLog(text(records()).split('}'), edited.split('}')));
+        QCOMPARE(bench_.cell(3, 4) + bench_.cell(3, 5) + bench_.cell(3, 9), "DI4\nI2上升沿\n下降沿\nDO14");
+    }
+
+    void project_isKeptByItsName_andOnlyWhatIsOneIsTaken() {
+        renew();
+        QDir().mkdir("parts");
+        writeFile("parts/left.json", contentOf("P1.json"));
+        writeFile("parts/lumo_port.json", "[]");  // the name stands for the one in the working directory
+        writeFile("strange.json", quoted("[{'type':'moveX'}]"));
+        bench_.clickRow(0, "btnEdit");
+        for (const QString file : {"parts/left.json", "parts/lumo_port.json", "strange.json"}) {
+            bench_.click("btnOpen");
+            bench_.answerFile(QDir().absoluteFilePath(file));
+            QCOMPARE(child<QLabel>(page(), "lblProject")->text(), "left.json");
+            QCOMPARE(boxes().size(), file == "parts/left.json" ? 0 : 1);
+            closeBoxes();
+        }
+        bench_.click("okayBtn");
+        QCOMPARE(records()->c(0)->c("filePath")->getString() + bench_.cell(0, 2), "left.jsonleft.json");
+    }
+
+    void list_losesOnlyTheRowThatIsMeant() {
+        renew();
+        bench_.clickRow(3, "btnDel");
+        QCOMPARE(boxes(), QStringList("默认行禁止删除"));
+        closeBoxes();
+        bench_.edit(-1, {{"lineEdit_stationname", "last"}});
+        bench_.clickRow(4, "btnDel");
+        bench_.click("btnDel");  // a second tap on the button hits nothing
+        QCOMPARE(boxes(), QStringList("请先选中行"));
+        QCOMPARE((columnOf(bench_.table(), 0) + columnOf(bench_.table(), 1)).join(' '),
+                 "1 2 3 4 5 S1 S2 S3 S4 last");
+        QCOMPARE(json(contentOf("lumo_signalsConfig.json")), records()->exportToJson());
+    }
+
+    void switchsKnob_slidesToItsEndAndBack_andPressesAloneAreReported() {
+        SwitchButton toggle;
+        QSignalSpy reports(&toggle, &SwitchButton::statusChanged);
+        toggle.resize(100, 25);
+        const auto press = [&](int steps) {
+            QTest::mousePress(&toggle, Qt::LeftButton);
+            QString positions;
+            for (int i = 0; i < steps; ++i) {
+                bench_.time.advance(30);
+                positions += QString::number(toggle.startX()) + ' ';
+            }
+            return positions;
+        };
+        QCOMPARE(press(10), "10 20 30 40 50 60 70 80 75 75 ");
+        const int timers = bench_.armedTimers();
+        QCOMPARE(press(3), "65 55 45 ");
+        QCOMPARE(bench_.armedTimers(), timers + 1);
+        QCOMPARE(press(4), "55 65 75 75 ");
+        toggle.setEnabled(false);
+        press(1);
+        toggle.setChecked(true);
+        QCOMPARE(reports.count(), 3);
+        QVERIFY(reports[0][0].toBool() && !reports[1][0].toBool());
+    }
+};
+
+LUMO_TEST(TestStationEditor)
+#include "test_stationeditor.moc"

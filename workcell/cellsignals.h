@@ -1,0 +1,74 @@
+#pragma once
+
+#include "workcell/vcdwriter.h"
+
+#include <QHash>
+#include <QObject>
+#include <QString>
+#include <QVariant>
+
+#include <vector>
+
+namespace sim {
+class Cell;
+class Controller;
+}  // namespace sim
+
+namespace workcell {
+
+class TreeFollower;
+struct Change;
+
+/// A signal of the cell, and where it stands in a value change dump.
+struct CellSignal {
+    enum class Source { Run, Input, Output };
+
+    Source source = Source::Run;
+    QString name;  ///< the controller's ("LUMO_DO.#3"), or that of a signal of the run ("busy")
+    QString scope, leaf;
+    VcdWriter::Kind kind = VcdWriter::Kind::Wire;
+    double value = 0;  ///< now
+};
+
+/// Every signal of a cell, followed: the run (busy, line, motion, laser emission, the tool's place in
+/// mm), and the controller's inputs and outputs.
+class CellSignals : public QObject {
+    Q_OBJECT
+public:
+    /// All must outlive it. Made before the package is loaded it hears of each change before what the
+    /// change causes.
+    CellSignals(sim::Controller* controller, sim::Cell* cell, TreeFollower* follower,
+                QObject* parent = nullptr);
+
+    const std::vector<CellSignal>& all() const { return all_; }
+    /// -1 for an unknown name.
+    int indexOf(const QString& name) const { return byName_.value(name, -1); }
+
+    /// Declares all in their order, and the equipment as the ports are assigned now.
+    void declare(VcdWriter* writer) const;
+
+signals:
+    /// `signal`: position in all(). Only changes.
+    void changed(int signal, double value);
+
+private:
+    int add(const CellSignal& signal);
+    void addRun(const sim::Cell* cell);
+    void addController(const sim::Controller* controller);
+    void set(int signal, double value);
+    void setNamed(const QString& name, const QVariant& value) { set(indexOf(name), value.toDouble()); }
+    void onTree(const Change& change);
+    void onPosture();
+
+    std::vector<CellSignal> all_;
+    QHash<QString, int> byName_;
+    int busy_ = 0, line_ = 0, moving_ = 0, emission_ = 0, tool_ = 0;
+};
+
+/// Names in all() of what a run is followed by.
+namespace signalname {
+const QString busy = QStringLiteral("busy");
+const QString emission = QStringLiteral("laser_emission");
+}  // namespace signalname
+
+}  // namespace workcell

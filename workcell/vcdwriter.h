@@ -1,0 +1,58 @@
+#pragma once
+
+#include <QByteArray>
+#include <QFile>
+#include <QString>
+
+#include <vector>
+
+namespace workcell {
+
+/// Writes a value change dump (IEEE 1364) with a time scale of 1 ms. Signals are declared first, then
+/// the header is written, then changes in the order of time.
+class VcdWriter {
+public:
+    enum class Kind { Wire, Integer, Real };
+
+    bool open(const QString& file, QString* error);
+    /// Writes to a device that is open and stays the caller's.
+    void setDevice(QIODevice* device) { out_ = device; }
+    bool isOpen() const { return out_ != nullptr; }
+
+    /// Declares a signal in a scope and returns its number. Characters that a name cannot hold become '_'.
+    int declare(const QString& scope, const QString& name, Kind kind);
+    /// A second name for a signal.
+    void alias(const QString& scope, const QString& name, int signal);
+    /// Header and the values so far, at time 0. Signals not set by then start at 0.
+    void begin();
+
+    /// Equal values are not written again.
+    void set(int signal, double value, qint64 atMs);
+    /// The end's time; false, with the reason in `error`, when something could not be written.
+    bool close(qint64 atMs, QString* error);
+
+private:
+    struct Signal {
+        Kind kind;
+        double value = 0;
+    };
+    struct Name {
+        QString scope, name;
+        int signal;
+    };
+
+    void declareNames();
+    void writeValue(int signal);
+    void writeTime(qint64 atMs);
+    void write(const QByteArray& text);
+
+    QFile file_;
+    QIODevice* out_ = nullptr;
+    std::vector<Signal> signals_;
+    std::vector<Name> names_;
+    qint64 timeMs_ = 0;
+    bool begun_ = false;
+    bool failed_ = false;
+};
+
+}  // namespace workcell
