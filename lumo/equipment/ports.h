@@ -1,31 +1,9 @@
 #pragma once
 
 #include "module/host.h"
+#include "program/ports.h"
 
 class QObject;
-
-/// The nineteen logical signals of the welding equipment; the value is the row in `lumo.port`.
-enum I_PORT {
-    DI_LASER_STATE = 0,
-    DI_LASER_HEAD_STATE,
-    DI_WATER_COOLING_STATE,
-    DI_AIR_PRESSURE_STATE,
-    DI_TEMPERATURE_STATE,
-    DI_WELDING_STATE,
-    DO_GAS,
-    DO_RED_LIGHT,
-    DO_WIRE_ENABLE,
-    DO_LASER_ENABLE,
-    DO_ALARM,
-    DO_LASER_SAFETY_LOCK,
-    DO_WIRE_SAFETY_LOCK,
-    DO_GAS_SAFETY_LOCK,
-    DO_WIRE_PULLBACK,
-    AO_WIRE_SPEED,
-    AO_LASER_POWER,
-    AO_LASER_FREQUENCY,
-    AO_LASER_DUTY_CYCLE,
-};
 
 /// Switches a logical output: one "register.write", or a record appended to `batch` when given.
 /// False, and nothing done, when the port is disabled or its row is missing.
