@@ -165,7 +165,7 @@ bool writeSignals(const app::Panel& panel, const QString& fileName) {
 }
 
 /// `example`: the one that the operator wants instead of what he has open; empty for none.
-int run(app::Options options, app::PacedTime* time, QString* example) {
+int run(app::Options options, sim::PacedTime* time, QString* example) {
     const app::QuitSignals quitSignals;
     QString problem;
     if (!options.example.isEmpty() && !takeExample(&options, &problem)) {
@@ -181,7 +181,7 @@ int run(app::Options options, app::PacedTime* time, QString* example) {
     if (!panel.open(gantu::findLibrary(QStringLiteral("lumo")), &error)) {
         return fail(error, failed);
     }
-    QObject::connect(&panel, &app::Panel::speedChosen, time, &app::PacedTime::setFactor);
+    QObject::connect(&panel, &app::Panel::speedChosen, time, &sim::PacedTime::setFactor);
     QObject::connect(&panel, &app::Panel::exampleChosen, &panel, [example](const QString& name) {
         *example = name;
         QCoreApplication::quit();
@@ -224,7 +224,7 @@ int main(int argc, char** argv) {
     if (!options->screenshots.isEmpty()) {
         return takePictures(*options, programOnly, argv);
     }
-    app::PacedTime* const time = app::PacedTime::install();
+    sim::PacedTime* const time = sim::PacedTime::install();
     qInstallMessageHandler(onQtMessage);
     QString example, program;
     int status = 0;

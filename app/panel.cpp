@@ -21,7 +21,6 @@
 #include "mendo/modulemanager.h"
 #include "simulator/cell.h"
 #include "simulator/controller.h"
-#include "simulator/wiring.h"
 #include "workcell/treefollower.h"
 
 #include <QAbstractButton>

@@ -7,7 +7,6 @@
 #include "mendo/modulemanager.h"
 #include "simulator/cell.h"
 #include "simulator/controller.h"
-#include "simulator/wiring.h"
 
 #include <QLibrary>
 

@@ -59,7 +59,7 @@ void Recorder::attach(Controller* controller, bool posture) {
     }
     robot_ = controller;
     connect(controller, &Controller::postureMoved, this, &Recorder::onPosture);
-    connect(controller, &Controller::stood, this, &Recorder::onPosture);
+    connect(controller, &Controller::cameToRest, this, &Recorder::onPosture);
 }
 
 void Recorder::attachCell(sim::Cell* cell) {
@@ -159,7 +159,7 @@ void Recorder::onPosture() {
     if (!recording_) {
         return;
     }
-    const sim::MotionPlan::Stand stand = robot_->stand();
+    const sim::MotionPlan::Posture stand = robot_->posture();
     JsonWriter posture;
     posture.beginArray().integer(mendo::Clock::current().elapsedMs());
     writeNumbers(posture, stand.pose.trans);

@@ -27,8 +27,8 @@ std::array<double, 3> triple(const QJsonValue& list) {
     return {numbers[0].toDouble(), numbers[1].toDouble(), numbers[2].toDouble()};
 }
 
-sim::PlaceMove placeOf(const ScenarioEntry& entry) {
-    sim::PlaceMove move;
+sim::PoseMove poseMoveOf(const ScenarioEntry& entry) {
+    sim::PoseMove move;
     move.trans = triple(entry.keys.value(QStringLiteral("trans")));
     if (entry.keys.contains(QStringLiteral("rot"))) {
         move.rot = triple(entry.keys.value(QStringLiteral("rot")));
@@ -141,7 +141,7 @@ void ScenarioPlayer::apply(const ScenarioEntry& entry) {
             controller_->reportKey(name, value.toBool());
             break;
         case Action::Place:
-            controller_->place(placeOf(entry));
+            controller_->moveToPose(poseMoveOf(entry));
             break;
         case Action::Quit:
             quit();
@@ -167,7 +167,7 @@ QString ScenarioPlayer::refusalOf(const ScenarioEntry& entry) const {
     const int lines = Hand::lineCount();
     switch (entry.action) {
         case Action::Place:
-            return reasonOf(controller_->askPlace(placeOf(entry)));
+            return reasonOf(controller_->checkPoseMove(poseMoveOf(entry)));
         case Action::Insert:
             return noLine(number(entry, "line0"), lines + 1);
         case Action::Remove:

@@ -1,7 +1,5 @@
 #include "simulator/arm.h"
 
-#include "simulator/frames.h"
-
 #include <kdl/chain.hpp>
 #include <kdl/chainfksolverpos_recursive.hpp>
 #include <kdl/chainiksolverpos_lma.hpp>
@@ -15,13 +13,13 @@ namespace sim {
 namespace {
 
 constexpr double pi = 3.14159265358979323846;
-constexpr double tolerance =
-    2e-6;  // metres and radians together, before the last steps and at singular poses
+// Sum of metres and radians: the error before the refining steps, and at singular poses.
+constexpr double tolerance = 2e-6;
 constexpr double roundingError = 1e-11;
-constexpr int lastSteps = 3;
+constexpr int refiningSteps = 3;
 constexpr int maxIterations = 100;
-// A solution this near to the seed (radians, over all joints) is the nearest one: the arm's other
-// configurations are farther off.
+// A solution within this distance of the seed (radians, over all joints) is the nearest one: the arm's
+// other configurations are farther away.
 constexpr double nearAngle = 0.2;
 
 constexpr double rad(double degrees) {
@@ -44,12 +42,12 @@ constexpr Axis sevenAxes[] = {
     {180, 0.25, 0, 0, -360, 360},
 };
 
-// About home, for the search of the exact joints.
-const Joints sixRough = {0, rad(-14), rad(49), 0, rad(55), 0};
-const Joints sevenRough = {0, rad(-14), 0, rad(139), 0, rad(55), 0};
+// Where the search for the joints at home starts.
+const Joints sixHomeSeed = {0, rad(-14), rad(49), 0, rad(55), 0};
+const Joints sevenHomeSeed = {0, rad(-14), 0, rad(139), 0, rad(55), 0};
 
-/// Shoulder, elbow (from the straight arm) and wrist of the poses where a search starts when the way
-/// from the seed leads nowhere or far off: elbow up from folded to stretched, and elbow down.
+/// Shoulder, elbow (0 is the straight arm) and wrist of further starting points, for a search that
+/// fails or ends far from the seed: elbow up from folded to stretched, then elbow down.
 constexpr double startPostures[][3] = {
     {rad(-14), rad(139), rad(55)}, {rad(30), rad(90), rad(60)},   {rad(60), rad(40), rad(80)},
     {rad(60), rad(40), rad(10)},   {rad(100), rad(-90), rad(90)}, {rad(110), rad(-60), rad(-30)},
@@ -63,7 +61,7 @@ double squaredDistance(const Joints& a, const Joints& b) {
     return sum;
 }
 
-// The vector's own Norm() takes everything below a micrometre for nothing.
+// KDL::Vector::Norm() returns 0 below a micrometre.
 double length(const KDL::Vector& vector) {
     return std::sqrt(dot(vector, vector));
 }
@@ -104,9 +102,9 @@ struct Arm::Private {
     KDL::Frame forward(const Joints& joints) const;
     bool within(const Joints& joints) const;
     bool solve(const KDL::Frame& goal, const Joints& start, Joints* found) const;
-    KDL::Twist missing(const KDL::JntArray& joints, const KDL::Frame& goal) const;
-    void bringNear(const Joints& seed, Joints* joints) const;
-    Joints start(const double (&shape)[3], double azimuth, bool flipped) const;
+    KDL::Twist poseError(const KDL::JntArray& joints, const KDL::Frame& goal) const;
+    void unwrapNear(const Joints& seed, Joints* joints) const;
+    Joints startPosture(const double (&shape)[3], double azimuth, bool flipped) const;
 
     int axes;
     const Axis* table;
@@ -130,7 +128,7 @@ Arm::Private::Private(int count) : axes(count == 7 ? 7 : 6), table(count == 7 ? 
     velocity = std::make_unique<KDL::ChainIkSolverVel_pinv>(chain);
 
     const KDL::Frame pose(KDL::Rotation::RPY(pi, 0, 0), KDL::Vector(0.5, 0, 0.4));
-    solve(pose, axes == 7 ? sevenRough : sixRough, &home);
+    solve(pose, axes == 7 ? sevenHomeSeed : sixHomeSeed, &home);
 }
 
 KDL::Frame Arm::Private::forward(const Joints& joints) const {
@@ -149,18 +147,19 @@ bool Arm::Private::within(const Joints& joints) const {
     return true;
 }
 
-/// One search. The solver says that it failed also where its steps became too small at the goal, so
-/// the result itself is judged; it takes turns below a microradian for none, the last steps are ours.
+/// One search. The solver's return value is ignored, because it reports a failure too when its steps
+/// become too small at the goal; the error of the result decides. The solver ignores turns below a
+/// microradian, so a few steps of our own refine its result.
 bool Arm::Private::solve(const KDL::Frame& goal, const Joints& start, Joints* found) const {
     const KDL::JntArray from = toArray(start, unsigned(axes));
     KDL::JntArray joints = from;
     ik->CartToJnt(from, goal, joints);
-    KDL::Twist error = missing(joints, goal);
+    KDL::Twist error = poseError(joints, goal);
     KDL::JntArray step = from;
-    for (int i = 0; i < lastSteps && size(error) > roundingError && size(error) < tolerance; ++i) {
+    for (int i = 0; i < refiningSteps && size(error) > roundingError && size(error) < tolerance; ++i) {
         velocity->CartToJnt(joints, error, step);
         joints.data += step.data;
-        error = missing(joints, goal);
+        error = poseError(joints, goal);
     }
     if (!(size(error) < tolerance)) {
         return false;
@@ -169,22 +168,22 @@ bool Arm::Private::solve(const KDL::Frame& goal, const Joints& start, Joints* fo
     return true;
 }
 
-/// The small step and turn from where the joints take the tool to the goal.
-KDL::Twist Arm::Private::missing(const KDL::JntArray& joints, const KDL::Frame& goal) const {
+/// The step and turn that are left from the pose of `joints` to the goal.
+KDL::Twist Arm::Private::poseError(const KDL::JntArray& joints, const KDL::Frame& goal) const {
     KDL::Frame reached;
     fk->JntToCart(joints, reached);
     const KDL::Vector turn = (reached.M.UnitX() * goal.M.UnitX() + reached.M.UnitY() * goal.M.UnitY() +
                               reached.M.UnitZ() * goal.M.UnitZ()) /
                              2;
-    // The cross products vanish for half a turn as well.
+    // The cross products are zero for half a turn, too.
     const bool opposite = dot(reached.M.UnitX(), goal.M.UnitX()) + dot(reached.M.UnitY(), goal.M.UnitY()) +
                               dot(reached.M.UnitZ(), goal.M.UnitZ()) <
                           0;
     return {goal.p - reached.p, opposite ? KDL::Vector(pi, 0, 0) : turn};
 }
 
-/// Turns each joint by whole turns to where it is nearest to the seed inside its limits.
-void Arm::Private::bringNear(const Joints& seed, Joints* joints) const {
+/// Adds whole turns to each joint so that it is as near to the seed as its limits allow.
+void Arm::Private::unwrapNear(const Joints& seed, Joints* joints) const {
     for (size_t i = 0; i < size_t(axes); ++i) {
         const double low = rad(table[i].low), high = rad(table[i].high);
         double angle = (*joints)[i] + 2 * pi * std::round((seed[i] - (*joints)[i]) / (2 * pi));
@@ -199,7 +198,7 @@ void Arm::Private::bringNear(const Joints& seed, Joints* joints) const {
     }
 }
 
-Joints Arm::Private::start(const double (&shape)[3], double azimuth, bool flipped) const {
+Joints Arm::Private::startPosture(const double (&shape)[3], double azimuth, bool flipped) const {
     const double roll = flipped ? pi : 0.0;
     const double wrist = flipped ? -shape[2] : shape[2];
     if (axes == 7) {
@@ -235,7 +234,7 @@ std::optional<Joints> Arm::inverse(const Pose& pose, const Joints& seed, Fault* 
             return;
         }
         reached = true;
-        d_->bringNear(from, &found);
+        d_->unwrapNear(from, &found);
         const double distance = squaredDistance(found, from);
         if (d_->within(found) && distance < bestDistance) {
             best = found;
@@ -248,8 +247,8 @@ std::optional<Joints> Arm::inverse(const Pose& pose, const Joints& seed, Fault* 
         const double azimuth = std::atan2(pose.trans[1], pose.trans[0]);
         for (const auto& shape : startPostures) {
             for (const double side : {0.0, azimuth > 0 ? -pi : pi}) {
-                search(d_->start(shape, azimuth + side, false));
-                search(d_->start(shape, azimuth + side, true));
+                search(d_->startPosture(shape, azimuth + side, false));
+                search(d_->startPosture(shape, azimuth + side, true));
             }
         }
     }

@@ -5,6 +5,10 @@
 #include <optional>
 #include <vector>
 
+namespace KDL {
+class Frame;
+}
+
 namespace sim {
 
 /// A tool pose: position in metres, (rx, ry, rz) in radians with R = Rz·Ry·Rx.
@@ -13,14 +17,18 @@ struct Pose {
     std::array<double, 3> rot{};
 };
 
+/// A pose as the kinematics library has it.
+KDL::Frame toFrame(const Pose& pose);
+/// The pose of a frame. Angles that are -π up to rounding come out as π.
+Pose toPose(const KDL::Frame& frame);
+
 using Joints = std::vector<double>;  ///< radians, one per axis
 
-/// The kinematics of the simulated arm: a welding arm with a spherical wrist and a torch of 150 mm on it,
-/// six axes or, with a roll of the upper arm, seven. Forward and inverse kinematics come from the
-/// Orocos Kinematics and Dynamics Library.
+/// The kinematics of the simulated welding arm: a spherical wrist with a torch of 150 mm, and six axes
+/// or, with a roll of the upper arm, seven. The Orocos Kinematics and Dynamics Library solves them.
 ///
-/// Each row turns by θ about z, then moves d along z, a along the new x and turns α about it
-/// (distances in metres, angles in degrees):
+/// Denavit-Hartenberg rows: turn by θ about z, move d along z and a along the new x, turn by α about
+/// that x (distances in metres, angles in degrees):
 ///
 ///     six axes                                     seven axes
 ///     axis   θ        d     a     α    limits      axis   θ        d     a     α    limits
@@ -32,24 +40,24 @@ using Joints = std::vector<double>;  ///< radians, one per axis
 ///      6     q6      0.25  0       0   ±360         6     q6      0     0      90   ±130
 ///                                                   7     q7+180  0.25  0       0   ±360
 ///
-/// The wrist reaches 1.4 m from axis 1, the base stands at the origin, z is up. The limits of axis 3
-/// keep the elbow 15 degrees from folding up.
+/// The wrist reaches 1.4 m from axis 1. The base is the origin, z points up. The limits of axis 3 stop
+/// the elbow 15 degrees before it is folded.
 class Arm {
 public:
     enum class Fault { None, OutOfReach, JointLimit };
 
-    /// `axes` is 7 or anything else for 6.
+    /// Seven axes for 7, six for any other number.
     explicit Arm(int axes);
     ~Arm();
 
     int axes() const;
-    /// Joint angles at home, tool at (0.5, 0, 0.4), rot (π, 0, 0): pointing down.
+    /// Joint angles at home: the tool at (0.5, 0, 0.4) with rot (π, 0, 0), pointing down.
     const Joints& home() const;
-    /// `joints` has one angle per axis. Angles of `rot` are in (-π, π], that of y in [-π/2, π/2].
+    /// `joints` has one angle per axis. rx and rz of the result are in (-π, π], ry in [-π/2, π/2].
     Pose forward(const Joints& joints) const;
-    /// The solution nearest to `seed` (sum of the squared differences), which meets the pose to
-    /// 0.1 nm and 1e-10 rad, at singular poses to 2 µm and 2 µrad; nothing, with the reason in
-    /// `fault`, when there is none. The same input gives the same solution.
+    /// The solution nearest to `seed` (sum of the squared joint differences). It is exact to 0.1 nm and
+    /// 1e-10 rad, at singular poses to 2 µm and 2 µrad. Without a solution: nothing, and the reason in
+    /// `fault`. The same input gives the same solution.
     std::optional<Joints> inverse(const Pose& pose, const Joints& seed, Fault* fault = nullptr) const;
     bool withinLimits(const Joints& joints) const;
 

@@ -1,7 +1,12 @@
 #include "simulator/cell.h"
 
 #include "mendo/clock.h"
+#include "mendo/plainfile.h"
 #include "simulator/controller.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 
 #include <array>
 
@@ -13,7 +18,7 @@ qint64 nowMs() {
     return mendo::Clock::current().elapsedMs();
 }
 
-/// Equipment with a signal of its own, in the order of the input register's bits.
+/// Equipment with an input, in the order of the input register's bits.
 constexpr std::array<const char*, 5> equipmentWords = {"laser", "head", "chiller", "gas", "temperature"};
 constexpr size_t neededToEmit = 3;  // the first three
 constexpr int weldingBit = int(equipmentWords.size());
@@ -22,7 +27,7 @@ QString signalName(int bit) {
     return QStringLiteral("LUMO_DI.#%1").arg(bit);
 }
 
-/// A piece of equipment that is on or off, and for how long it has been on.
+/// Adds up the time for which something is on.
 class Stopwatch {
 public:
     bool isOn() const { return since_ >= 0; }
@@ -41,7 +46,30 @@ private:
     qint64 total_ = 0, since_ = -1;
 };
 
+/// Rows of the port file.
+enum PortRow { Gas = 6, WireEnable = 8, LaserEnable = 9, WirePullback = 14, WireSpeed = 15, LaserPower = 16 };
+
 }  // namespace
+
+Wiring readWiring(const QString& portFile) {
+    QString ignored;
+    QByteArray text = mendo::readPlainFile(portFile, &ignored).value_or(QByteArray());
+    if (text.startsWith("\xEF\xBB\xBF")) {
+        text.remove(0, 3);
+    }
+    const QJsonArray rows = QJsonDocument::fromJson(text).array();
+    const auto nameOf = [&rows](PortRow row) {
+        return rows.at(row).toObject().value(QStringLiteral("name")).toString();
+    };
+    Wiring wiring;
+    wiring.gas = nameOf(Gas);
+    wiring.wireEnable = nameOf(WireEnable);
+    wiring.wirePullback = nameOf(WirePullback);
+    wiring.laserEnable = nameOf(LaserEnable);
+    wiring.laserPower = nameOf(LaserPower);
+    wiring.wireSpeed = nameOf(WireSpeed);
+    return wiring;
+}
 
 struct Cell::Private {
     bool isOn(const QString& output) const { return controller->output(output).toBool(); }
@@ -58,8 +86,8 @@ struct Cell::Private {
     Wiring wiring;
     std::array<bool, equipmentWords.size()> faulty{};
     Stopwatch laser, gas, wire;
-    double weldLength = 0;  ///< of the seams behind
-    double seamStart = 0;   ///< what the tool had travelled when the laser came on
+    double weldLength = 0;  ///< of the finished seams
+    double seamStart = 0;   ///< travelled() when the laser came on
 };
 
 Cell::Cell(Controller* controller, const Wiring& wiring, QObject* parent)
@@ -70,14 +98,14 @@ Cell::Cell(Controller* controller, const Wiring& wiring, QObject* parent)
         controller->setInput(signalName(bit), true);
     }
     controller->setInput(signalName(weldingBit), false);
-    connect(controller, &Controller::outputChanged, this, &Cell::follow);
-    follow();
+    connect(controller, &Controller::outputChanged, this, &Cell::update);
+    update();
 }
 
 Cell::~Cell() = default;
 
-/// Lets the equipment follow the outputs and faults as they are now.
-void Cell::follow() {
+/// Brings the equipment up to date with the outputs and faults.
+void Cell::update() {
     d_->gas.set(d_->isOn(d_->wiring.gas));
     d_->wire.set(d_->isOn(d_->wiring.wireEnable) || d_->isOn(d_->wiring.wirePullback));
     const bool on = d_->mayEmit();
@@ -100,7 +128,7 @@ bool Cell::setFault(const QString& name, bool faulty) {
             continue;
         }
         d_->faulty[i] = faulty;
-        follow();
+        update();
         d_->controller->setInput(signalName(int(i)), !faulty);
         return true;
     }

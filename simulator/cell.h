@@ -9,40 +9,44 @@ namespace sim {
 
 class Controller;
 
-/// Which controller signal is which piece of equipment; an empty name is a piece that is not wired.
-/// Outputs are bits ("LUMO_DO.#0") or analogue registers ("LUMO_AO_1").
+/// The controller output that drives each piece of equipment; an empty name means not wired. Outputs
+/// are bits ("LUMO_DO.#0") or analogue registers ("LUMO_AO_1").
 struct Wiring {
     QString gas, wireEnable, wirePullback, laserEnable;  ///< bits
     QString laserPower, wireSpeed;                       ///< registers
 };
 
-/// The weld cell behind the outputs: a laser source that emits when enabled with power above zero,
-/// shielding gas, wire feeder, chiller; and the equipment signals on the inputs "LUMO_DI.#0" to "#5"
-/// (laser, head, chiller, gas pressure, temperature: true when well; welding: true while emitting).
+/// Reads the wiring from a port file: a JSON list of rows in the fixed order of the ports, each with the
+/// controller's "name" of its signal. Nothing is wired when the file cannot be read or parsed.
+Wiring readWiring(const QString& portFile);
+
+/// The equipment of a weld cell: a laser source that emits while it is enabled and its power is above
+/// zero, shielding gas, wire feeder and chiller. It writes the inputs "LUMO_DI.#0" to "#5": laser, head,
+/// chiller, gas pressure and temperature are true when ready, welding is true while the laser emits.
 class Cell : public QObject {
     Q_OBJECT
 public:
-    /// `controller` must outlive the cell. All equipment is well; its signals are written here.
+    /// `controller` must outlive the cell. All equipment is ready; the constructor writes its inputs.
     Cell(Controller* controller, const Wiring& wiring, QObject* parent = nullptr);
     ~Cell() override;
 
-    /// laser, head, chiller, gas, temperature; a fault makes the equipment's signal false and, for
-    /// the laser, its head and the chiller, keeps the source from emitting. False for an unknown name.
+    /// `name` is laser, head, chiller, gas or temperature. A fault makes the input false; a fault of laser,
+    /// head or chiller also switches the source off. False for an unknown name.
     bool setFault(const QString& name, bool faulty);
 
     bool emitting() const;
-    /// Totals since construction, the piece under way included.
+    /// Totals since construction, the current period included.
     qint64 laserOnMs() const;
     qint64 gasOnMs() const;
     qint64 wireOnMs() const;
-    /// Tool path while emitting, metres.
+    /// Length of the tool path with the laser on, metres.
     double weldLength() const;
 
 signals:
     void emittingChanged(bool on);
 
 private:
-    void follow();
+    void update();
 
     struct Private;
     std::unique_ptr<Private> d_;

@@ -2,10 +2,10 @@
 
 #include "kord/kordservice.h"
 #include "mendo/modulemanager.h"
-#include "simulator/controlnodes.h"
+#include "simulator/controllernodes.h"
 #include "simulator/iobank.h"
 #include "simulator/motionqueue.h"
-#include "simulator/resultdesk.h"
+#include "simulator/resultwriter.h"
 
 #include <QSet>
 #include <QTimer>
@@ -20,7 +20,7 @@ namespace {
 
 constexpr int lateMs = 300;
 constexpr int slowStateMs = 50;
-constexpr int jogId = 0;  // the number of every motion that no command ordered
+constexpr int jogId = 0;  // of motions that were not ordered by a command
 
 constexpr const char* quirks[] = {"bunch",     "sync",      "late",     "double",
                                   "wrongKind", "slowState", "noResult", "failAtEnd"};
@@ -30,24 +30,24 @@ const QString movingWord = QStringLiteral("moving");
 
 }  // namespace
 
-/// The controller's parts, and what it does when they report.
+/// The controller's parts and the handlers of their signals.
 struct Controller::Private {
     Private(Controller* controller, KordService* robotService, const Options& options);
 
     void handle(const KordCall& call);
-    int obey(const KordCall& call);
-    void order(const KordCall& call, MotionCommand::Kind kind);
+    int execute(const KordCall& call);
+    void orderMotion(const KordCall& call, MotionCommand::Kind kind);
     void release();
     int writeRegister(const QString& name, const QString& type, const QVariant& value, const QVariant& bias);
     int writeRegisters(const KordCall& call);
-    void finish(int id, MotionCommand::Kind kind, int code);
-    void stopped(int id, MotionCommand::Kind kind);
+    void onFinished(int id, MotionCommand::Kind kind, int code);
+    void onStopped(int id, MotionCommand::Kind kind);
     void announce(int id, MotionEvent event);
     void setPower(bool on);
     JogAnswer jog(const JogMove& move, bool held);
-    JogAnswer planPlaceNow(const PlaceMove& move, MotionCommand* motion) const;
-    void startJog(MotionCommand motion);
-    void rest();
+    JogAnswer planPoseMoveNow(const PoseMove& move, MotionCommand* motion) const;
+    void orderJog(MotionCommand motion);
+    void onBraked();
     void setState(const QString& state);
     void writeState(const QString& state);
 
@@ -56,16 +56,16 @@ struct Controller::Private {
     Arm arm;
     IoBank io;
     MotionQueue queue;
-    ResultDesk desk;
+    ResultWriter results;
     bool powered = true;
     bool emergencyStop = false;
     bool jogging = false;
     int motions = 0;     ///< ordered so far
-    QSet<int> answered;  ///< motions whose result was written inside their command, or never comes
+    QSet<int> answered;  ///< motions that get no result when they end (Quirk::Sync, Quirk::NoResult)
     bool sync = false, late = false, slowState = false;
-    bool nextSilent = false, nextFails = false;
-    QString state = idleWord;  ///< as it is, maybe not yet as it is shown
-    int statesOnTheirWay = 0;
+    bool nextWithoutResult = false, nextFailsAtEnd = false;
+    QString state = idleWord;  ///< the true state; its node may follow later (Quirk::SlowState)
+    int pendingStates = 0;
 };
 
 Controller::Private::Private(Controller* controller, KordService* robotService, const Options& options)
@@ -74,9 +74,9 @@ Controller::Private::Private(Controller* controller, KordService* robotService, 
       arm(options.axes),
       io(robotService, controller),
       queue(arm, controller),
-      desk(robotService, controller) {
+      results(robotService, controller) {
     fillControllerNodes(q, service, arm.axes());
-    writePosture(q, service, queue.stand());
+    writePosture(q, service, queue.posture());
     service->offerCommand(QStringLiteral("register.write_multi"), options.writeMulti);
     m(QStringLiteral("kord.r.power"))->setValue(q, QStringLiteral("on"));
     m(QStringLiteral("kord.r.mode"))->setValue(q, QStringLiteral("auto"));
@@ -86,7 +86,7 @@ Controller::Private::Private(Controller* controller, KordService* robotService, 
     connect(&io, &IoBank::outputChanged, q, &Controller::outputChanged);
     connect(&io, &IoBank::inputChanged, q, &Controller::inputChanged);
     connect(&io, &IoBank::rejected, q, &Controller::rejected);
-    connect(&desk, &ResultDesk::result, q, &Controller::result);
+    connect(&results, &ResultWriter::result, q, &Controller::result);
     connect(&queue, &MotionQueue::started, q, [this](int id) { announce(id, MotionEvent::Started); });
     connect(&queue, &MotionQueue::passed, q, [this](int id) { announce(id, MotionEvent::Passed); });
     connect(&queue, &MotionQueue::dropped, q, [this](int id) {
@@ -95,12 +95,12 @@ Controller::Private::Private(Controller* controller, KordService* robotService, 
     });
     connect(&queue, &MotionQueue::failed, q, [this](int id) { announce(id, MotionEvent::Failed); });
     connect(&queue, &MotionQueue::stopped, q,
-            [this](int id, MotionCommand::Kind kind) { stopped(id, kind); });
+            [this](int id, MotionCommand::Kind kind) { onStopped(id, kind); });
     connect(&queue, &MotionQueue::finished, q,
-            [this](int id, MotionCommand::Kind kind, int code) { finish(id, kind, code); });
-    connect(&queue, &MotionQueue::braked, q, [this] { rest(); });
+            [this](int id, MotionCommand::Kind kind, int code) { onFinished(id, kind, code); });
+    connect(&queue, &MotionQueue::braked, q, [this] { onBraked(); });
     connect(&queue, &MotionQueue::ticked, q, [this] {
-        writePosture(q, service, queue.stand());
+        writePosture(q, service, queue.posture());
         emit q->postureMoved();
     });
 }
@@ -110,18 +110,18 @@ Controller::Private::Private(Controller* controller, KordService* robotService, 
 void Controller::Private::handle(const KordCall& call) {
     MotionCommand::Kind kind;
     if (motionKind(call.name, &kind)) {
-        order(call, kind);
+        orderMotion(call, kind);
         return;
     }
     const QString name = call.name;
-    const int code = obey(call);
+    const int code = execute(call);
     if (service->commandNode(QString())->hasCmobj(name)) {
         service->commandNode(name)->setValue(q, code);
     }
 }
 
-/// What is no motion is done inside the call: 0, or -1 when something was rejected.
-int Controller::Private::obey(const KordCall& call) {
+/// Carries out a command that orders no motion. Returns its result: 0, or -1 when a write was rejected.
+int Controller::Private::execute(const KordCall& call) {
     if (call.name == QLatin1String("register.write")) {
         return writeRegister(call.argument(QStringLiteral("name")).toString(),
                              call.argument(QStringLiteral("type")).toString(),
@@ -139,17 +139,17 @@ int Controller::Private::obey(const KordCall& call) {
     if (call.name == QLatin1String("move.opr.enough")) {
         release();
     } else if (call.name == QLatin1String("move.stop") || call.name == QLatin1String("move.reset")) {
-        desk.forgetHeld();
+        results.forgetHeld();
         queue.stop();
     }
     return 0;
 }
 
-void Controller::Private::order(const KordCall& call, MotionCommand::Kind kind) {
+void Controller::Private::orderMotion(const KordCall& call, MotionCommand::Kind kind) {
     const int id = ++motions;
     MotionCommand motion = readMotion(call, kind, id, arm.axes());
-    const bool fails = std::exchange(nextFails, false);
-    const bool silent = std::exchange(nextSilent, false);
+    const bool fails = std::exchange(nextFailsAtEnd, false);
+    const bool silent = std::exchange(nextWithoutResult, false);
     if (fails) {
         motion.endCode = FailedAtEnd;
     }
@@ -160,7 +160,7 @@ void Controller::Private::order(const KordCall& call, MotionCommand::Kind kind) 
     emit q->motion(id, MotionEvent::Queued);
     if (sync && !fails && !silent) {
         answered.insert(id);
-        desk.deliver({kind, id, MotionDone}, true);
+        results.deliver({kind, id, MotionDone}, true);
     }
 }
 
@@ -221,32 +221,32 @@ JogAnswer Controller::Private::jog(const JogMove& move, bool held) {
     if (!q->standsStill() || queue.hasWaiting()) {
         return JogAnswer::Moving;
     }
-    const MotionQueue::Stand stand = queue.stand();
+    const MotionQueue::Posture posture = queue.posture();
     MotionCommand motion;
-    JogMove whole = held ? farthestJog(arm, stand, move) : move;
-    if (whole.way == 0) {
-        whole.way = move.way;  // says why not
+    JogMove whole = held ? farthestJog(arm, posture, move) : move;
+    if (whole.distance == 0) {
+        whole.distance = move.distance;  // planJog() then gives the reason
     }
-    const JogAnswer answer = planJog(arm, stand, whole, &motion);
+    const JogAnswer answer = planJog(arm, posture, whole, &motion);
     if (answer != JogAnswer::Moves) {
         return answer;
     }
-    startJog(std::move(motion));
+    orderJog(std::move(motion));
     return JogAnswer::Moves;
 }
 
-/// A result that is still to come does not keep a hand from the standing robot.
-JogAnswer Controller::Private::planPlaceNow(const PlaceMove& move, MotionCommand* motion) const {
+/// Unlike jog(), does not wait for results that are still to be written.
+JogAnswer Controller::Private::planPoseMoveNow(const PoseMove& move, MotionCommand* motion) const {
     if (!powered) {
         return JogAnswer::DriveOff;
     }
     if (queue.moving() || queue.hasWaiting()) {
         return JogAnswer::Moving;
     }
-    return planPlace(arm, queue.stand(), move, motion);
+    return planPoseMove(arm, queue.posture(), move, motion);
 }
 
-void Controller::Private::startJog(MotionCommand motion) {
+void Controller::Private::orderJog(MotionCommand motion) {
     motion.id = jogId;
     queue.add(std::move(motion));
     jogging = true;
@@ -254,38 +254,38 @@ void Controller::Private::startJog(MotionCommand motion) {
     queue.release();
 }
 
-void Controller::Private::finish(int id, MotionCommand::Kind kind, int code) {
+void Controller::Private::onFinished(int id, MotionCommand::Kind kind, int code) {
     const bool last = !queue.moving();
-    writePosture(q, service, queue.stand());
+    writePosture(q, service, queue.posture());
     if (id == jogId) {
         jogging = false;
     }
     if (last) {
-        emit q->stood();
+        emit q->cameToRest();
         setState(idleWord);
     }
     if (id != jogId && !answered.remove(id)) {
-        desk.deliver({kind, id, code}, last);
+        results.deliver({kind, id, code}, last);
     } else if (last) {
-        desk.deliverHeld();
+        results.deliverHeld();
     }
 }
 
-void Controller::Private::stopped(int id, MotionCommand::Kind kind) {
+void Controller::Private::onStopped(int id, MotionCommand::Kind kind) {
     announce(id, MotionEvent::Stopped);
     if (id == jogId) {
         jogging = false;
     }
-    desk.forgetHeld();
+    results.forgetHeld();
     if (id != jogId && !answered.remove(id) && late) {
-        desk.deliverLater({kind, id, MotionDone}, lateMs);
+        results.deliverLater({kind, id, MotionDone}, lateMs);
     }
 }
 
-void Controller::Private::rest() {
-    writePosture(q, service, queue.stand());
+void Controller::Private::onBraked() {
+    writePosture(q, service, queue.posture());
     if (!queue.moving()) {
-        emit q->stood();
+        emit q->cameToRest();
         setState(idleWord);
     }
 }
@@ -295,13 +295,13 @@ void Controller::Private::setState(const QString& newState) {
         return;
     }
     state = newState;
-    if (!slowState && statesOnTheirWay == 0) {
+    if (!slowState && pendingStates == 0) {
         writeState(newState);
         return;
     }
-    ++statesOnTheirWay;
+    ++pendingStates;
     QTimer::singleShot(slowStateMs, Qt::PreciseTimer, q, [this, newState] {
-        --statesOnTheirWay;
+        --pendingStates;
         writeState(newState);
     });
 }
@@ -313,7 +313,7 @@ void Controller::Private::writeState(const QString& newState) {
 void Controller::Private::setPower(bool on) {
     powered = on;
     if (!on) {
-        desk.forgetHeld();
+        results.forgetHeld();
         queue.stop();
     }
     m(QStringLiteral("kord.r.power"))->setValue(q, on ? QStringLiteral("on") : QStringLiteral("off"));
@@ -385,20 +385,20 @@ JogAnswer Controller::jog(JogAxis axis, double step) {
     return jog(baseStep(axis, step));
 }
 
-JogAnswer Controller::jogOn(const JogMove& move) {
+JogAnswer Controller::startJog(const JogMove& move) {
     return d_->jog(move, true);
 }
 
-JogAnswer Controller::askPlace(const PlaceMove& move) const {
+JogAnswer Controller::checkPoseMove(const PoseMove& move) const {
     MotionCommand ignored;
-    return d_->planPlaceNow(move, &ignored);
+    return d_->planPoseMoveNow(move, &ignored);
 }
 
-JogAnswer Controller::place(const PlaceMove& move) {
+JogAnswer Controller::moveToPose(const PoseMove& move) {
     MotionCommand motion;
-    const JogAnswer answer = d_->planPlaceNow(move, &motion);
+    const JogAnswer answer = d_->planPoseMoveNow(move, &motion);
     if (answer == JogAnswer::Moves) {
-        d_->startJog(std::move(motion));
+        d_->orderJog(std::move(motion));
     }
     return answer;
 }
@@ -412,7 +412,7 @@ void Controller::stopJog() {
 void Controller::setQuirk(Quirk quirk, bool on) {
     switch (quirk) {
         case Quirk::Bunch:
-            d_->desk.setBunch(on);
+            d_->results.setBunch(on);
             break;
         case Quirk::Sync:
             d_->sync = on;
@@ -421,19 +421,19 @@ void Controller::setQuirk(Quirk quirk, bool on) {
             d_->late = on;
             break;
         case Quirk::Double:
-            d_->desk.setDouble(on);
+            d_->results.setDouble(on);
             break;
         case Quirk::WrongKind:
-            d_->desk.setWrongKind(on);
+            d_->results.setWrongKind(on);
             break;
         case Quirk::SlowState:
             d_->slowState = on;
             break;
         case Quirk::NoResult:
-            d_->nextSilent = on;
+            d_->nextWithoutResult = on;
             break;
         case Quirk::FailAtEnd:
-            d_->nextFails = on;
+            d_->nextFailsAtEnd = on;
             break;
     }
 }
@@ -459,11 +459,11 @@ bool Controller::reportKey(const QString& name, bool value) {
 }
 
 bool Controller::standsStill() const {
-    return !d_->queue.moving() && d_->desk.idle() && d_->statesOnTheirWay == 0;
+    return !d_->queue.moving() && d_->results.idle() && d_->pendingStates == 0;
 }
 
-MotionPlan::Stand Controller::stand() const {
-    return shownStand(d_->queue.stand());
+MotionPlan::Posture Controller::posture() const {
+    return roundedPosture(d_->queue.posture());
 }
 
 double Controller::travelled() const {

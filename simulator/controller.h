@@ -16,34 +16,32 @@ namespace sim {
 
 /// How a simulated controller misbehaves.
 enum class Quirk {
-    Bunch,      ///< a result waits for the next one: two in one pass of the event loop
-    Sync,       ///< the result (0) inside the motion command, none when the motion is done
-    Late,       ///< the motion under way at a stop gets the result 0, 300 ms after it
-    Double,     ///< every result twice, 1 ms apart
-    WrongKind,  ///< results of move.j on move.l's node, of move.l on move.c's, of move.c on move.j's
-    SlowState,  ///< the robot state follows 50 ms late
-    NoResult,   ///< the next motion that is ordered is carried out, its result never comes
-    FailAtEnd,  ///< the next motion that is ordered reaches its target, then reports FailedAtEnd
+    Bunch,      ///< holds a result back for the next one: two in one pass of the event loop
+    Sync,       ///< writes the result 0 inside the motion command, none when the motion is done
+    Late,       ///< writes the result 0 for a stopped motion, 300 ms after the stop
+    Double,     ///< writes every result twice, 1 ms apart
+    WrongKind,  ///< writes move.j's results to move.l's node, move.l's to move.c's, move.c's to move.j's
+    SlowState,  ///< writes the robot state 50 ms late
+    NoResult,   ///< carries out the next motion ordered, but writes no result for it
+    FailAtEnd,  ///< moves the next motion ordered to its target, then reports FailedAtEnd
 };
 
-/// A simulated robot controller: answers every command of the robot service and fills every data
-/// node. Drives an arm through its motion queue, keeps registers, inputs and outputs. It knows the
-/// robot service only, never a package. Time comes from Qt timers and the host's clock alone.
+/// A simulated robot controller. It answers every command of the robot service and fills every data
+/// node, moves an arm through a motion queue, and keeps registers, inputs and outputs. It knows nothing
+/// of packages. Time comes from Qt timers and the host's clock only.
 ///
-/// It begins powered, idle, in automatic mode, the arm at home, all inputs and outputs off. The pose
-/// in "sys.posture" is that of the arm's own torch, whatever tool set is handed over.
+/// At first: power on, state idle, mode auto, arm at home, all inputs and outputs off. "sys.posture"
+/// shows the pose of the arm's torch, independent of the tool set.
 ///
-/// Results: 0; -1 out of reach; -2 joint limit; -3 no circle; -4 drive off; -5 a speed that is not
-/// positive; -6 a target that is missing, incomplete or made for another number of axes. The moves
-/// before one that cannot be made are moved, up to their exact target. "move.reset" and "move.stop"
-/// both empty the queue and brake the arm where it moves. Speeds are those of the tool, in joint
-/// motions too; where the tool hardly moves, 0.02 m a radian of turning count as its way.
+/// Results are those of MotionCode. The motions before one that cannot be made are carried out, up to
+/// their exact target. "move.reset" and "move.stop" both empty the queue and brake a moving arm. Speeds
+/// are those of the tool, in joint motions too; for a motion that mostly turns the tool see turnRadius.
 class Controller : public QObject {
     Q_OBJECT
 public:
     struct Options {
         int axes = 6;            ///< 6 or 7
-        bool writeMulti = true;  ///< offers "register.write_multi"
+        bool writeMulti = true;  ///< offer the command "register.write_multi"
     };
     enum class MotionEvent { Queued, Started, Passed, Stopped, Dropped, Failed };
     Q_ENUM(MotionEvent)
@@ -51,64 +49,64 @@ public:
     Controller(KordService* service, const Options& options, QObject* parent = nullptr);
     ~Controller() override;
 
-    /// Off: the arm brakes, the queue is dropped, registers and outputs stay. It stays off while the
-    /// emergency stop is pressed.
+    /// Off: the arm brakes and the queue is emptied; registers and outputs stay. On has no effect while
+    /// the emergency stop is pressed.
     void setPower(bool on);
-    /// Pressed: takes the drive power away. Turned back, it leaves it off.
+    /// Pressed: drive power off. Releasing it does not switch the power on again.
     void setEmergencyStop(bool pressed);
     bool emergencyStop() const;
     /// "auto" or "manual".
     void setMode(const QString& mode);
-    /// "DI3" or "LUMO_DI.#2"; false for an unknown name.
+    /// `name` is "DI3" or "LUMO_DI.#2"; false for an unknown one.
     bool setInput(const QString& name, bool value);
     bool input(const QString& name) const;
-    /// State of an output ("DO3", "LUMO_DO.#3" as bool; "LUMO_AO_1" as int); invalid when unknown.
+    /// An output: bool for "DO3" and "LUMO_DO.#3", int for "LUMO_AO_1"; invalid for an unknown name.
     QVariant output(const QString& name) const;
-    /// Every input or output name, in their order.
+    /// Names of all inputs or outputs, device signals first.
     QStringList inputNames() const;
     QStringList outputNames() const;
-    /// The motion under way, or the first of the next batch, ends with this negative code; one under
-    /// way is braked first. Codes that are not negative do nothing.
+    /// The current motion is braked and ends with this code. Without one, the first motion of the next
+    /// batch ends with it. Only negative codes have an effect.
     void failMotion(int code);
-    /// The pendant's jog keys. Nothing of a jog is announced by `motion` or written as a result; the
-    /// robot's state and posture follow as usual.
+    /// One jog step. Jogs write no result and do not emit `motion`; state and posture follow as usual.
     JogAnswer jog(const JogMove& move);
-    /// A step along or about an axis of the base, metres or radians.
+    /// One jog step along or about an axis of the base, metres or radians.
     JogAnswer jog(JogAxis axis, double step);
-    /// As far as the arm gets in the direction of the move's way, until stopJog().
-    JogAnswer jogOn(const JogMove& move);
-    /// What would become of a place now; it moves nothing.
-    JogAnswer askPlace(const PlaceMove& move) const;
-    /// The standing robot is jogged to a place, as by a step.
-    JogAnswer place(const PlaceMove& move);
-    /// Brakes the jog that is under way, with what was ordered behind it.
+    /// Jogs in the direction of `move` until stopJog(), or as far as the arm gets.
+    JogAnswer startJog(const JogMove& move);
+    /// What moveToPose() would answer now.
+    JogAnswer checkPoseMove(const PoseMove& move) const;
+    /// Jogs the standing robot to a pose.
+    JogAnswer moveToPose(const PoseMove& move);
+    /// Brakes a jog and forgets the motions ordered after it.
     void stopJog();
     void setQuirk(Quirk quirk, bool on);
     static bool quirkFromName(const QString& name, Quirk* quirk);
-    /// The pendant's report of a key (next, last, center, enter, delete); false for an unknown one.
+    /// Writes the state of a pendant key (next, last, center, enter, delete; false is pressed). Returns
+    /// false for an unknown key.
     bool reportKey(const QString& name, bool value);
-    /// True when no motion is under way or braking and no result is still to come.
+    /// No motion, no braking, and no result or state still to be written.
     bool standsStill() const;
-    /// Where the arm is at this moment, in the numbers of "sys.posture", which shows it every 10 ms.
-    MotionPlan::Stand stand() const;
-    /// Path length travelled by the tool since construction, metres.
+    /// Where the arm is now, rounded as in "sys.posture" (which is written every 10 ms).
+    MotionPlan::Posture posture() const;
+    /// Length of the tool path since construction, metres.
     double travelled() const;
 
 signals:
     void emergencyStopChanged(bool pressed);
-    /// "LUMO_DO.#3" true, "LUMO_AO_1" 1638, "DO3" true. Only changes.
+    /// Names and types as in output(). Only when the value changes.
     void outputChanged(const QString& name, const QVariant& value);
     void inputChanged(const QString& name, bool value);
-    /// A write to a register or output that does not exist.
+    /// A write that the register or output does not accept.
     void rejected(const QString& name, const QString& reason);
     /// `id` counts motion commands from 1.
     void motion(int id, sim::Controller::MotionEvent event);
-    /// Emitted just before a result is written to the command's node.
+    /// Just before a result is written to the command's node.
     void result(const QString& command, int id, int code);
     /// Every 10 ms while the robot moves, after the posture was written.
     void postureMoved();
-    /// The robot has come to a standstill, the posture was written. Its state follows.
-    void stood();
+    /// The robot stands. The posture was written; the state is written next.
+    void cameToRest();
 
 private:
     struct Private;

@@ -18,7 +18,7 @@ struct Row {
     int length;
 };
 
-// The welding cell's registers, and some that other machines in the cell have.
+// The registers of the welding equipment, then of other machines in the cell.
 constexpr Row registerRows[] = {
     {"LUMO_DI", "bit", false, 16},   {"LUMO_DO", "bit", true, 16},     {"LUMO_AO_0", "int16", true, 1},
     {"LUMO_AO_1", "int16", true, 1}, {"LUMO_AO_2", "int16", true, 1},  {"LUMO_AO_3", "int16", true, 1},
@@ -32,7 +32,7 @@ bool isDigital(const QString& type) {
     return type == QLatin1String("bit") || type == QLatin1String("bool");
 }
 
-/// The value as an element of the type holds it; invalid when it does not go.
+/// The value converted to an element of the type; invalid when it does not fit.
 QVariant fitted(const QString& type, const QVariant& value) {
     if (isDigital(type)) {
         return value.canConvert<bool>() ? QVariant(value.toBool()) : QVariant();
@@ -68,7 +68,8 @@ void IoBank::add(const Element& element) {
     show(element);
 }
 
-/// The first two sections of a node's path are there from the start, the rest is made here.
+/// Writes the data node. The first two sections of its path exist from the start, the others are made
+/// here.
 void IoBank::show(const Element& element) {
     service_->dataNode(element.node.section(QLatin1Char('.'), 0, 1))
         ->set(this, element.node.section(QLatin1Char('.'), 2), element.value, true);
@@ -173,7 +174,7 @@ bool IoBank::writeOutput(const QString& name, const QVariant& value) {
     return true;
 }
 
-/// Keeps the value, then shows it in its node, then announces it; only what is new.
+/// Stores a new value, writes its node, then emits the signal.
 void IoBank::change(Element& element, const QVariant& value) {
     if (element.value == value) {
         return;

@@ -14,28 +14,28 @@ namespace sim {
 
 /// The controller's inputs, outputs and registers, and the data nodes that show them.
 ///
-/// An element is a digital input or output ("DI3", "DO3"), an element of a digital register
-/// ("LUMO_DO.#3") or an integer register ("LUMO_AO_1"; "PART_COUNT.#1" where it has several
-/// elements). Read-only registers are inputs, the others outputs.
+/// An element is a digital input or output ("DI3", "DO3"), one bit of a digital register ("LUMO_DO.#3")
+/// or an integer register ("LUMO_AO_1"; with several elements "PART_COUNT.#1"). Read-only registers
+/// are inputs, writable ones outputs.
 class IoBank : public QObject {
     Q_OBJECT
 public:
     /// Fills "device.io", "register.values" and "rova.robot.register._list".
     IoBank(KordService* service, QObject* parent);
 
-    /// False for a name that is no digital input.
+    /// False when `name` is not a digital input.
     bool setInput(const QString& name, bool value);
     bool input(const QString& name) const;
     /// A bool or an int; invalid for an unknown name.
     QVariant output(const QString& name) const;
-    /// Digital inputs, and all outputs, in their order.
+    /// Names of the digital inputs, and of all outputs; device signals first.
     QStringList inputNames() const;
     QStringList outputNames() const;
 
-    /// Writes one element of a register; `type` may be empty, else it has to be digital ("bit",
-    /// "bool") or integer as the register is. False after `rejected`.
+    /// Writes element `bias` of a register. `type` is empty or as digital ("bit", "bool") or integer as
+    /// the register. Otherwise emits `rejected` and returns false.
     bool writeRegister(const QString& name, const QString& type, const QVariant& value, int bias);
-    /// Writes a digital output.
+    /// Writes a digital device output; else emits `rejected` and returns false.
     bool writeOutput(const QString& name, const QVariant& value);
 
 signals:
@@ -45,15 +45,15 @@ signals:
 
 private:
     struct Element {
-        QString name;  ///< as it is announced
-        QString node;  ///< data node
+        QString name;
+        QString node;  ///< path of its data node
         bool digital = true;
         bool writable = false;
         QVariant value;
     };
     struct Register {
         QString type;
-        size_t first = 0;  ///< its elements follow each other
+        size_t first = 0;  ///< index of its first element; the others follow
         int length = 1;
         bool writable = false;
     };

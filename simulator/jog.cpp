@@ -1,6 +1,5 @@
 #include "simulator/jog.h"
 
-#include "simulator/frames.h"
 #include "simulator/track.h"
 
 #include <cmath>
@@ -12,12 +11,12 @@ namespace {
 constexpr double lineSpeed = 0.1;  // m/s
 constexpr double turnSpeed = 0.5;  // rad/s
 
-// How far a jog that is held is looked ahead for, and in which steps.
-constexpr double lineEach[] = {0.01, 0.002}, lineMost = 3;  // metres
-constexpr double turnEach[] = {0.08, 0.02}, turnMost = 3;   // rad; half a turn could go either way round
-constexpr double jointMost = 4 * 3.14159265358979323846;
+// The search for the farthest target of a held jog: coarse and fine steps, and the limit.
+constexpr double lineSteps[] = {0.01, 0.002}, maxLine = 3;  // metres
+constexpr double turnSteps[] = {0.08, 0.02}, maxTurn = 3;   // rad; below π the direction is unambiguous
+constexpr double maxJoint = 4 * 3.14159265358979323846;     // rad
 constexpr int halvings = 40;
-constexpr double leastJoint = 1e-6;  // rad; less is none
+constexpr double minJoint = 1e-6;  // rad; less counts as none
 
 KDL::Rotation turn(int axis, double angle) {
     switch (JogAxis(axis)) {
@@ -36,19 +35,19 @@ KDL::Frame targetFrame(const Pose& start, const JogMove& move) {
     KDL::Frame target = toFrame(start);
     const bool ofTool = move.frame == JogFrame::Tool;
     if (isTurn(move)) {
-        const KDL::Rotation rotation = turn(move.axis, move.way);
+        const KDL::Rotation rotation = turn(move.axis, move.distance);
         target.M = ofTool ? target.M * rotation : rotation * target.M;
     } else {
-        KDL::Vector way;
-        way[move.axis] = move.way;
-        target.p += ofTool ? target.M * way : way;
+        KDL::Vector step;
+        step[move.axis] = move.distance;
+        target.p += ofTool ? target.M * step : step;
     }
     return target;
 }
 
 Joints targetJoints(const Joints& start, const JogMove& move) {
     Joints joints = start;
-    joints[size_t(move.axis)] += move.way;
+    joints[size_t(move.axis)] += move.distance;
     return joints;
 }
 
@@ -72,12 +71,12 @@ JogAnswer planJoint(const Arm& arm, const Joints& start, const JogMove& move, Mo
     *motion = {};
     motion->kind = MotionCommand::Kind::Joint;
     motion->joints = target;
-    // The speed of a motion is that of the tool, on the circle that it goes round the joint.
-    motion->speed = move.speed * JointTrack(arm, start, target).length() / std::abs(move.way);
+    // A motion's speed is that of the tool, which moves on a circle about the joint.
+    motion->speed = move.speed * JointTrack(arm, start, target).length() / std::abs(move.distance);
     return JogAnswer::Moves;
 }
 
-JogAnswer planLine(const Arm& arm, const MotionPlan::Stand& start, const KDL::Frame& target, double speed,
+JogAnswer planLine(const Arm& arm, const MotionPlan::Posture& start, const KDL::Frame& target, double speed,
                    MotionCommand* motion) {
     const Arm::Fault fault = PoseTrack::line(toFrame(start.pose), target)->follow(arm, start.joints);
     if (fault != Arm::Fault::None) {
@@ -90,46 +89,47 @@ JogAnswer planLine(const Arm& arm, const MotionPlan::Stand& start, const KDL::Fr
     return JogAnswer::Moves;
 }
 
-JogAnswer planTool(const Arm& arm, const MotionPlan::Stand& start, const JogMove& move,
+JogAnswer planTool(const Arm& arm, const MotionPlan::Posture& start, const JogMove& move,
                    MotionCommand* motion) {
     const double speed = isTurn(move) ? move.speed * turnRadius : move.speed;
     return planLine(arm, start, targetFrame(start.pose, move), speed, motion);
 }
 
-/// By halving: between the limits everything can be reached.
-double jointWay(const Arm& arm, const Joints& start, JogMove move, double direction) {
-    double reached = 0, missed = jointMost;
+/// How far the joint can turn. By halving, since every angle between the limits can be reached.
+double jointRange(const Arm& arm, const Joints& start, JogMove move, double direction) {
+    double reached = 0, missed = maxJoint;
     for (int i = 0; i < halvings; ++i) {
         const double middle = (reached + missed) / 2;
-        move.way = direction * middle;
+        move.distance = direction * middle;
         (arm.withinLimits(targetJoints(start, move)) ? reached : missed) = middle;
     }
-    return reached > leastJoint ? reached : 0;
+    return reached > minJoint ? reached : 0;
 }
 
-/// In steps, because the next posture depends on the last; in small ones only at the end.
-double toolWay(const Arm& arm, const MotionPlan::Stand& start, JogMove move, double direction) {
-    const double most = isTurn(move) ? turnMost : lineMost;
+/// How far the tool can move. In steps, because each posture depends on the one before; first in coarse,
+/// then in fine ones.
+double toolRange(const Arm& arm, const MotionPlan::Posture& start, JogMove move, double direction) {
+    const double most = isTurn(move) ? maxTurn : maxLine;
     Joints joints = start.joints;
     double reached = 0;
-    for (const double each : isTurn(move) ? turnEach : lineEach) {
-        while (reached + each <= most) {
-            move.way = direction * (reached + each);
+    for (const double step : isTurn(move) ? turnSteps : lineSteps) {
+        while (reached + step <= most) {
+            move.distance = direction * (reached + step);
             const auto next = arm.inverse(toPose(targetFrame(start.pose, move)), joints);
             if (!next) {
                 break;
             }
             joints = *next;
-            reached += each;
+            reached += step;
         }
     }
-    // The planner's own steps may lead to another posture, and from there no further.
+    // The planner takes other steps, which can end in another posture with less range.
     MotionCommand motion;
-    for (move.way = direction * reached; reached > 0; move.way = direction * reached) {
+    for (move.distance = direction * reached; reached > 0; move.distance = direction * reached) {
         if (planTool(arm, start, move, &motion) == JogAnswer::Moves) {
             return reached;
         }
-        reached -= isTurn(move) ? turnEach[0] : lineEach[0];
+        reached -= isTurn(move) ? turnSteps[0] : lineSteps[0];
     }
     return 0;
 }
@@ -140,31 +140,32 @@ bool isTurn(const JogMove& move) {
     return move.frame == JogFrame::Joint || move.axis >= int(JogAxis::Rx);
 }
 
-JogMove baseStep(JogAxis axis, double way) {
-    JogMove move{JogFrame::Base, int(axis), way, lineSpeed};
+JogMove baseStep(JogAxis axis, double distance) {
+    JogMove move{JogFrame::Base, int(axis), distance, lineSpeed};
     if (isTurn(move)) {
         move.speed = turnSpeed;
     }
     return move;
 }
 
-JogAnswer planJog(const Arm& arm, const MotionPlan::Stand& start, const JogMove& move,
+JogAnswer planJog(const Arm& arm, const MotionPlan::Posture& start, const JogMove& move,
                   MotionCommand* motion) {
     return move.frame == JogFrame::Joint ? planJoint(arm, start.joints, move, motion)
                                          : planTool(arm, start, move, motion);
 }
 
-JogAnswer planPlace(const Arm& arm, const MotionPlan::Stand& start, const PlaceMove& move,
-                    MotionCommand* motion) {
+JogAnswer planPoseMove(const Arm& arm, const MotionPlan::Posture& start, const PoseMove& move,
+                       MotionCommand* motion) {
     const Pose target{move.trans, move.rot.value_or(start.pose.rot)};
     return planLine(arm, start, toFrame(target), move.speed, motion);
 }
 
-JogMove farthestJog(const Arm& arm, const MotionPlan::Stand& start, const JogMove& move) {
-    const double direction = move.way < 0 ? -1 : 1;
+JogMove farthestJog(const Arm& arm, const MotionPlan::Posture& start, const JogMove& move) {
+    const double direction = move.distance < 0 ? -1 : 1;
     JogMove farthest = move;
-    farthest.way = direction * (move.frame == JogFrame::Joint ? jointWay(arm, start.joints, move, direction)
-                                                              : toolWay(arm, start, move, direction));
+    farthest.distance =
+        direction * (move.frame == JogFrame::Joint ? jointRange(arm, start.joints, move, direction)
+                                                   : toolRange(arm, start, move, direction));
     return farthest;
 }
 

@@ -10,19 +10,19 @@ struct KordCall;
 
 namespace sim {
 
-/// Results of motions, as they are written to command nodes.
+/// Results of motions, as written to command nodes.
 enum MotionCode {
     MotionDone = 0,
-    OutOfReach = -1,   ///< a point on the way that no posture reaches
-    JointLimit = -2,   ///< reached only beyond a joint's limit
-    NoCircle = -3,     ///< three points of an arc on one line, or two in one place
+    OutOfReach = -1,   ///< no posture reaches a point of the path
+    JointLimit = -2,   ///< a point is reached only beyond a joint's limit
+    NoCircle = -3,     ///< the three points of an arc are collinear, or two coincide
     DriveOff = -4,     ///< started without power
-    NoSpeed = -5,      ///< a speed that is missing, zero, negative or no number
-    NoTarget = -6,     ///< a target that is missing, incomplete or made for another number of axes
-    FailedAtEnd = -9,  ///< reached its target, and reports a failure there
+    NoSpeed = -5,      ///< the speed is missing, zero, negative or not a number
+    NoTarget = -6,     ///< the target is missing, incomplete or for another number of axes
+    FailedAtEnd = -9,  ///< reached its target and failed there
 };
 
-/// One motion as it was ordered.
+/// One motion as ordered.
 struct MotionCommand {
     enum class Kind { Joint, Line, Arc };
     struct Via {
@@ -35,16 +35,16 @@ struct MotionCommand {
     std::vector<Via> poses;    ///< targets of a line (one, `aux` unused) or of arcs
     double speed = 0;          ///< m/s
     double zone = 0;           ///< m, never negative
-    int refusal = 0;           ///< NoSpeed or NoTarget when it cannot be meant
-    int endCode = MotionDone;  ///< reported at its target; a failure lets nothing behind it be moved
+    int refusal = 0;           ///< NoSpeed or NoTarget for a bad argument
+    int endCode = MotionDone;  ///< reported at its target; after a failure the following motions are dropped
 };
 
-/// The kind of a command of the robot service; false for one that orders no motion.
+/// The kind of motion that a command of the robot service orders; false when it orders none.
 bool motionKind(const QString& name, MotionCommand::Kind* kind);
 /// "move.j", "move.l" or "move.c".
 QString commandName(MotionCommand::Kind kind);
 
-/// Takes what a motion needs out of a call's arguments, for an arm with `axes` axes.
+/// Reads a motion from a call's arguments, for an arm with `axes` axes.
 MotionCommand readMotion(const KordCall& call, MotionCommand::Kind kind, int id, int axes);
 
 }  // namespace sim

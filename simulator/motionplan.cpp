@@ -1,6 +1,5 @@
 #include "simulator/motionplan.h"
 
-#include "simulator/frames.h"
 #include "simulator/track.h"
 
 #include <algorithm>
@@ -9,9 +8,9 @@ namespace sim {
 
 namespace {
 
-constexpr double leastRadius = 1e-6;  // metres; a smaller zone is none
+constexpr double minRadius = 1e-6;  // metres; a smaller zone is none
 
-/// The same pose with its angles as a posture shows them.
+/// The same pose with its angles in the ranges of Arm::forward().
 Pose normalised(const Pose& pose) {
     return {pose.trans, toPose(toFrame(pose)).rot};
 }
@@ -30,7 +29,7 @@ int codeOf(Arm::Fault fault) {
 
 }  // namespace
 
-MotionPlan::MotionPlan(const Arm& arm, const Stand& start, std::vector<MotionCommand> motions)
+MotionPlan::MotionPlan(const Arm& arm, const Posture& start, std::vector<MotionCommand> motions)
     : motions_(std::move(motions)), end_(start) {
     for (size_t i = 0; i < motions_.size(); ++i) {
         failure_.code = makeTrack(arm, motions_[i]);
@@ -48,14 +47,14 @@ MotionPlan::MotionPlan(const Arm& arm, const Stand& start, std::vector<MotionCom
         }
         break;
     }
-    layWay(arm);
+    layPath(arm);
 }
 
 MotionPlan::~MotionPlan() = default;
 MotionPlan::MotionPlan(MotionPlan&&) noexcept = default;
 MotionPlan& MotionPlan::operator=(MotionPlan&&) noexcept = default;
 
-/// Appends the motion's track, from where the last one ends.
+/// Appends the motion's track at the end of the last one. Returns the motion's code.
 int MotionPlan::makeTrack(const Arm& arm, const MotionCommand& motion) {
     if (motion.refusal != MotionDone) {
         return motion.refusal;
@@ -88,15 +87,15 @@ int MotionPlan::makeTrack(const Arm& arm, const MotionCommand& motion) {
     return code;
 }
 
-void MotionPlan::layWay(const Arm& arm) {
-    double cut = 0;  // what the corner before has taken of the track
+void MotionPlan::layPath(const Arm& arm) {
+    double cut = 0;  // length of the track that belongs to the corner before it
     std::vector<double> passed;
     for (size_t i = 0; i < tracks_.size(); ++i) {
         const auto& track = tracks_[i];
         const MotionCommand& motion = motions_[i];
         const bool last = i + 1 == tracks_.size();
         double radius = last ? 0 : std::min({motion.zone, track->length() / 2, tracks_[i + 1]->length() / 2});
-        if (radius < leastRadius) {
+        if (radius < minRadius) {
             radius = 0;
         }
         lay(track, cut, track->length() - radius, motion.speed, radius == 0);
@@ -118,8 +117,8 @@ void MotionPlan::lay(std::shared_ptr<const Track> track, double from, double to,
     Piece piece;
     piece.from = from;
     piece.start = profile_.length();
-    piece.way = way_;
-    way_ += track->travelled(to) - track->travelled(from);
+    piece.toolPath = toolPath_;
+    toolPath_ += track->travelled(to) - track->travelled(from);
     piece.track = std::move(track);
     pieces_.push_back(std::move(piece));
     profile_.append(std::max(to - from, 0.0), speed, stop);
@@ -134,7 +133,7 @@ const MotionPlan::Piece* MotionPlan::pieceAt(double s) const {
     return after == pieces_.begin() ? &*after : &*(after - 1);
 }
 
-MotionPlan::Stand MotionPlan::at(double s) const {
+MotionPlan::Posture MotionPlan::at(double s) const {
     const Piece* piece = pieceAt(s);
     if (!piece || s >= profile_.length()) {
         return end_;
@@ -146,10 +145,10 @@ MotionPlan::Stand MotionPlan::at(double s) const {
 double MotionPlan::travelled(double s) const {
     const Piece* piece = pieceAt(s);
     if (!piece || s >= profile_.length()) {
-        return way_;
+        return toolPath_;
     }
     const double own = piece->from + s - piece->start;
-    return piece->way + piece->track->travelled(own) - piece->track->travelled(piece->from);
+    return piece->toolPath + piece->track->travelled(own) - piece->track->travelled(piece->from);
 }
 
 }  // namespace sim

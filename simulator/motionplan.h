@@ -13,19 +13,20 @@ class Track;
 /// The acceleration of planned motion, m/s².
 constexpr double motionAcceleration = 2.0;
 
-/// What one batch of motions will do: the way with its cut corners, the speed along it, and when each
-/// motion is passed. Planned whole; what cannot be moved ends the way at the target before it.
+/// The plan of one batch of motions: the path with its blended corners, the speed along it, and when each
+/// motion is passed. The path ends at the last target before a motion that cannot be made.
 class MotionPlan {
 public:
-    struct Stand {
+    struct Posture {
         Pose pose;
         Joints joints;
     };
+    /// When a motion is passed.
     struct Mark {
         int id;
         double time;  ///< seconds from the start: in the middle of the corner, or at the target
     };
-    /// The motion that cannot be made, and those behind it that share its fate.
+    /// The motion that cannot be made, and the motions after it, which are dropped.
     struct Failure {
         int id = 0;
         int code = MotionDone;
@@ -34,7 +35,7 @@ public:
     };
 
     /// `arm` must outlive the plan.
-    MotionPlan(const Arm& arm, const Stand& start, std::vector<MotionCommand> motions);
+    MotionPlan(const Arm& arm, const Posture& start, std::vector<MotionCommand> motions);
     ~MotionPlan();
     MotionPlan(MotionPlan&&) noexcept;
     MotionPlan& operator=(MotionPlan&&) noexcept;
@@ -42,24 +43,24 @@ public:
     const std::vector<Mark>& marks() const { return marks_; }
     MotionCommand::Kind kind(size_t mark) const { return motions_[mark].kind; }
     const Failure& failure() const { return failure_; }
-    /// The failing motion is the last mark: it is moved whole, and fails at its target.
+    /// The failing motion is carried out and fails at its target; it is the last mark.
     bool failsAtEnd() const { return failsAtEnd_; }
     const SpeedProfile& profile() const { return profile_; }
-    const Stand& end() const { return end_; }
-    /// By the way from the start, metres.
-    Stand at(double s) const;
+    const Posture& end() const { return end_; }
+    /// The posture, and the length of the tool path so far, at path length `s` (metres).
+    Posture at(double s) const;
     double travelled(double s) const;
 
 private:
-    /// A part of a track that is really used.
+    /// The used part of a track.
     struct Piece {
         std::shared_ptr<const Track> track;
-        double from = 0;   ///< in the track
-        double start = 0;  ///< in the plan
-        double way = 0;    ///< tool path before it
+        double from = 0;      ///< where it starts in the track
+        double start = 0;     ///< where it starts in the plan
+        double toolPath = 0;  ///< length of the tool path before it
     };
     int makeTrack(const Arm& arm, const MotionCommand& motion);
-    void layWay(const Arm& arm);
+    void layPath(const Arm& arm);
     void lay(std::shared_ptr<const Track> track, double from, double to, double speed, bool stop);
     const Piece* pieceAt(double s) const;
 
@@ -70,8 +71,8 @@ private:
     std::vector<Mark> marks_;
     Failure failure_;
     bool failsAtEnd_ = false;
-    Stand end_;
-    double way_ = 0;
+    Posture end_;
+    double toolPath_ = 0;
 };
 
 }  // namespace sim

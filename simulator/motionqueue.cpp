@@ -38,7 +38,7 @@ double MotionQueue::Brake::at(double time) const {
 }
 
 MotionQueue::MotionQueue(const Arm& arm, QObject* parent)
-    : QObject(parent), arm_(arm), stand_{arm.forward(arm.home()), arm.home()} {
+    : QObject(parent), arm_(arm), posture_{arm.forward(arm.home()), arm.home()} {
     tick_.setInterval(tickMs);
     tick_.setTimerType(Qt::PreciseTimer);
     connect(&tick_, &QTimer::timeout, this, &MotionQueue::ticked);
@@ -67,19 +67,19 @@ void MotionQueue::release(int refusal) {
         waiting_.front().refusal = refusal;
     }
     const bool standing = batches_.empty();
-    MotionPlan plan(arm_, endStand(), std::move(waiting_));
+    MotionPlan plan(arm_, endPosture(), std::move(waiting_));
     waiting_.clear();
     batches_.push_back({std::move(plan)});
     if (standing) {
         startBatch();
     }
-    arm();
+    scheduleNext();
 }
 
 void MotionQueue::stop() {
-    std::optional<UnderWay> current = underWay();
+    std::optional<ActiveMotion> current = activeMotion();
     if (brake_ && brake_->failure) {
-        current = UnderWay{brake_->failure->id, brake_->failure->kind};
+        current = ActiveMotion{brake_->failure->id, brake_->failure->kind};
         brake_->failure.reset();
     }
     const std::vector<int> queued = takeQueued();
@@ -93,7 +93,7 @@ void MotionQueue::stop() {
 }
 
 void MotionQueue::fail(int code) {
-    const std::optional<UnderWay> current = underWay();
+    const std::optional<ActiveMotion> current = activeMotion();
     if (!current) {
         nextCode_ = code;
         return;
@@ -103,15 +103,15 @@ void MotionQueue::fail(int code) {
     drop(queued);
 }
 
-std::optional<MotionQueue::UnderWay> MotionQueue::underWay() const {
+std::optional<MotionQueue::ActiveMotion> MotionQueue::activeMotion() const {
     if (batches_.empty() || brake_ || batches_.front().next >= batches_.front().plan.marks().size()) {
         return {};
     }
     const Batch& front = batches_.front();
-    return UnderWay{front.plan.marks()[front.next].id, front.plan.kind(front.next)};
+    return ActiveMotion{front.plan.marks()[front.next].id, front.plan.kind(front.next)};
 }
 
-/// Forgets every motion behind the one under way and returns their numbers, in order.
+/// Forgets every motion after the current one and returns their ids, in order.
 std::vector<int> MotionQueue::takeQueued() {
     std::vector<int> ids;
     for (size_t i = 0; i < batches_.size(); ++i) {
@@ -124,7 +124,7 @@ std::vector<int> MotionQueue::takeQueued() {
             ids.push_back(plan.marks()[k].id);
         }
         if (plan.failure().code != MotionDone) {
-            if (!plan.failsAtEnd()) {  // else it is among the marks
+            if (!plan.failsAtEnd()) {  // then it is one of the marks
                 ids.push_back(plan.failure().id);
             }
             ids.insert(ids.end(), plan.failure().dropped.begin(), plan.failure().dropped.end());
@@ -148,18 +148,18 @@ void MotionQueue::drop(const std::vector<int>& ids) {
 
 // --- Where the arm is ----------------------------------------------------------------------------
 
-MotionQueue::Stand MotionQueue::stand() const {
-    return batches_.empty() ? stand_ : batches_.front().plan.at(position());
+MotionQueue::Posture MotionQueue::posture() const {
+    return batches_.empty() ? posture_ : batches_.front().plan.at(position());
 }
 
 double MotionQueue::travelled() const {
-    return batches_.empty() ? way_ : way_ + batches_.front().plan.travelled(position());
+    return batches_.empty() ? travelled_ : travelled_ + batches_.front().plan.travelled(position());
 }
 
-/// Where the arm will be when everything released is done.
-MotionQueue::Stand MotionQueue::endStand() const {
+/// Where the arm will be after the released motions.
+MotionQueue::Posture MotionQueue::endPosture() const {
     if (batches_.empty()) {
-        return stand_;
+        return posture_;
     }
     if (brake_ && batches_.size() == 1) {
         return batches_.front().plan.at(brake_->at(brake_->seconds()));
@@ -167,7 +167,7 @@ MotionQueue::Stand MotionQueue::endStand() const {
     return batches_.back().plan.end();
 }
 
-/// The way behind in the batch under way.
+/// The path length so far in the current batch.
 double MotionQueue::position() const {
     if (brake_) {
         return brake_->at(double(nowMs() - brake_->startMs) / 1000);
@@ -189,10 +189,10 @@ void MotionQueue::startBatch() {
     }
 }
 
-/// The batch under way is done with; the arm stands, or the next batch starts.
-void MotionQueue::leaveFront(const Stand& stand, double s) {
-    stand_ = stand;
-    way_ += batches_.front().plan.travelled(s);
+/// Ends the current batch and starts the next one, if any.
+void MotionQueue::finishFrontBatch(const Posture& posture, double s) {
+    posture_ = posture;
+    travelled_ += batches_.front().plan.travelled(s);
     batches_.pop_front();
     brake_.reset();
     if (!batches_.empty()) {
@@ -207,7 +207,7 @@ void MotionQueue::beginBrake(const std::optional<MotionPlan::Failure>& failure) 
     const qint64 now = nowMs();
     const SpeedProfile::Point point = front.plan.profile().at(double(now - front.startMs) / 1000);
     brake_ = Brake{now, point.s, point.speed, failure};
-    arm();
+    scheduleNext();
 }
 
 std::optional<qint64> MotionQueue::nextDue() const {
@@ -225,7 +225,7 @@ std::optional<qint64> MotionQueue::nextDue() const {
         {front.startMs + wholeMs(time), front.startMs + resultGapMs, lastResultMs_ + resultGapMs});
 }
 
-void MotionQueue::arm() {
+void MotionQueue::scheduleNext() {
     const auto due = nextDue();
     if (due) {
         event_.start(int(std::max<qint64>(*due - nowMs(), 0)));
@@ -237,7 +237,7 @@ void MotionQueue::arm() {
 void MotionQueue::advance() {
     const auto due = nextDue();
     if (!due || nowMs() < *due) {
-        arm();  // fired early
+        scheduleNext();  // fired early
     } else if (brake_) {
         endBrake();
     } else if (batches_.front().hasMarkToPass()) {
@@ -249,8 +249,8 @@ void MotionQueue::advance() {
 
 void MotionQueue::passMark() {
     Batch& front = batches_.front();
-    const UnderWay done = *underWay();
-    const MotionPlan::Stand end = front.plan.end();
+    const ActiveMotion done = *activeMotion();
+    const MotionPlan::Posture end = front.plan.end();
     const double length = front.plan.profile().length();
     const bool failing = front.plan.failure().code != MotionDone;
     ++front.next;
@@ -259,10 +259,10 @@ void MotionQueue::passMark() {
     if (front.next < front.plan.marks().size()) {
         emit started(front.plan.marks()[front.next].id);
     } else if (!failing) {
-        leaveFront(end, length);
+        finishFrontBatch(end, length);
     }
-    // Armed before the announcement, which may run an event loop of its own.
-    arm();
+    // Before the signal: a receiver may run a nested event loop.
+    scheduleNext();
     emit finished(done.id, done.kind, MotionDone);
 }
 
@@ -270,17 +270,17 @@ void MotionQueue::endBrake() {
     const MotionPlan& plan = batches_.front().plan;
     const double s = brake_->at(brake_->seconds());
     const std::optional<MotionPlan::Failure> failure = brake_->failure;
-    Stand stand = plan.at(s);
-    // Between two knots the joints are only interpolated; at rest they have to fit the pose.
-    if (const auto exact = arm_.inverse(stand.pose, stand.joints)) {
-        stand.joints = *exact;
+    Posture posture = plan.at(s);
+    // On the path the joints are interpolated between knots; at rest they must fit the pose.
+    if (const auto exact = arm_.inverse(posture.pose, posture.joints)) {
+        posture.joints = *exact;
     }
     std::vector<int> queued;
     if (failure) {
         queued = takeQueued();
     }
-    leaveFront(stand, s);
-    arm();
+    finishFrontBatch(posture, s);
+    scheduleNext();
     if (failure) {
         report(*failure, queued);
     } else {
@@ -288,16 +288,16 @@ void MotionQueue::endBrake() {
     }
 }
 
-/// The batch under way has come to the end of what can be moved.
+/// The current batch has reached the last target before the failing motion.
 void MotionQueue::endFailed() {
     const MotionPlan& plan = batches_.front().plan;
     const MotionPlan::Failure failure = plan.failure();
-    const MotionPlan::Stand end = plan.end();
+    const MotionPlan::Posture end = plan.end();
     const double length = plan.profile().length();
     std::vector<int> queued = takeQueued();
     queued.erase(std::remove(queued.begin(), queued.end(), failure.id), queued.end());
-    leaveFront(end, length);
-    arm();
+    finishFrontBatch(end, length);
+    scheduleNext();
     report(failure, queued);
 }
 

@@ -10,34 +10,34 @@
 
 namespace sim {
 
-/// The motions of the arm, ordered and moved in time: batches that are blended within, followed by
-/// each other, braked, refused.
+/// Carries out the arm's motions in time.
 ///
-/// Motions wait until they are released as a batch. A batch that is released while the arm moves
-/// comes after the one before, from standstill. Results come one by one, never inside an order and at
-/// least 1 ms apart, the last one when moving() is false already. Times are those of the host's clock.
+/// Motions wait until they are released as a batch. Motions of a batch are blended; the next batch
+/// starts from standstill after it. Results come one by one, at least 1 ms apart and never inside a
+/// call of add() or release(). moving() is already false at the last one. Times are those of the host's
+/// clock.
 class MotionQueue : public QObject {
     Q_OBJECT
 public:
-    using Stand = MotionPlan::Stand;
+    using Posture = MotionPlan::Posture;
 
-    /// `arm` must outlive the queue. The arm stands at home.
+    /// `arm` must outlive the queue. It starts at home.
     MotionQueue(const Arm& arm, QObject* parent);
     ~MotionQueue() override;
 
     void add(MotionCommand motion);
     bool hasWaiting() const { return !waiting_.empty(); }
-    /// Hands over what waits. A `refusal` other than MotionDone is what the first of it ends with.
+    /// Starts the waiting motions as a batch. With a `refusal` the first one ends with that code.
     void release(int refusal = MotionDone);
-    /// Brakes along the path with 4 m/s² and forgets all motions. Nothing is finished.
+    /// Brakes along the path with 4 m/s² and forgets all motions. No result follows.
     void stop();
-    /// The motion under way, else the first of the next release, ends with `code`: the arm brakes,
-    /// then the motion is finished with it and the others are forgotten.
+    /// The arm brakes, the current motion ends with `code`, and the others are forgotten. Without a
+    /// current motion, the first of the next release ends with it.
     void fail(int code);
 
-    /// A motion is under way or braking, or a result is still to come.
+    /// The arm moves or brakes, or a result is still to come.
     bool moving() const { return !batches_.empty(); }
-    Stand stand() const;
+    Posture posture() const;
     /// Tool path since construction, metres.
     double travelled() const;
 
@@ -47,7 +47,7 @@ signals:
     void stopped(int id, sim::MotionCommand::Kind kind);
     void dropped(int id);
     void failed(int id);
-    /// A result. The last thing that is done with a motion; anything may be called from it.
+    /// A motion's result, emitted last. The receiver may call any function of the queue.
     void finished(int id, sim::MotionCommand::Kind kind, int code);
     /// The arm has come to rest after stop().
     void braked();
@@ -58,31 +58,31 @@ private:
     struct Batch {
         MotionPlan plan;
         qint64 startMs = 0;
-        size_t next = 0;  ///< the mark to be passed next
+        size_t next = 0;  ///< index of the next mark
 
         bool hasMarkToPass() const;
     };
     struct Brake {
         qint64 startMs = 0;
         double s = 0, speed = 0;
-        std::optional<MotionPlan::Failure> failure;  ///< what to report at rest
+        std::optional<MotionPlan::Failure> failure;  ///< reported when the arm stands
 
         double seconds() const;
         double at(double time) const;
     };
-    struct UnderWay {
+    struct ActiveMotion {
         int id;
         MotionCommand::Kind kind;
     };
-    std::optional<UnderWay> underWay() const;
+    std::optional<ActiveMotion> activeMotion() const;
     std::vector<int> takeQueued();
-    Stand endStand() const;
+    Posture endPosture() const;
     double position() const;
     void startBatch();
-    void leaveFront(const Stand& stand, double s);
+    void finishFrontBatch(const Posture& posture, double s);
     void beginBrake(const std::optional<MotionPlan::Failure>& failure);
     std::optional<qint64> nextDue() const;
-    void arm();
+    void scheduleNext();
     void advance();
     void passMark();
     void endBrake();
@@ -95,8 +95,8 @@ private:
     std::deque<Batch> batches_;
     std::optional<Brake> brake_;
     int nextCode_ = MotionDone;
-    Stand stand_;
-    double way_ = 0;  ///< of the batches behind
+    Posture posture_;
+    double travelled_ = 0;  ///< in the finished batches
     qint64 lastResultMs_ = 0;
     QTimer tick_, event_;
 };

@@ -17,7 +17,7 @@ void SpeedProfile::append(double length, double speed, bool stop) {
 
 void SpeedProfile::plan(double acceleration) {
     acceleration_ = acceleration;
-    // Backwards: what can still be braked. Forwards: what can be reached.
+    // Backwards: the speeds from which the rest can be braked. Forwards: the speeds that can be reached.
     double allowed = 0;
     for (auto section = sections_.rbegin(); section != sections_.rend(); ++section) {
         section->last = section->stop ? 0 : allowed;
@@ -85,22 +85,23 @@ double SpeedProfile::timeAt(double s) const {
                          [](double value, const Section& section) { return value < section.from; });
     const Section& section = *(after - 1);
     const double a = acceleration_;
-    // Time from a speed over a distance with constant acceleration, without its cancellation.
-    const auto over = [a](double speed, double way) {
-        const double root = std::sqrt(speed * speed + 2 * a * std::max(way, 0.0));
-        return root > 0 ? 2 * std::max(way, 0.0) / (speed + root) : 0.0;
+    // Time over a distance from an initial speed with constant acceleration, in the form of the quadratic
+    // formula that does not subtract nearly equal numbers.
+    const auto over = [a](double speed, double distance) {
+        const double root = std::sqrt(speed * speed + 2 * a * std::max(distance, 0.0));
+        return root > 0 ? 2 * std::max(distance, 0.0) / (speed + root) : 0.0;
     };
-    const double way = s - section.from;
+    const double distance = s - section.from;
     const double risen = (section.first + section.peak) / 2 * section.rise;
     const double fallen = (section.last + section.peak) / 2 * section.fall;
-    if (way < risen) {
-        return section.start + over(section.first, way);
+    if (distance < risen) {
+        return section.start + over(section.first, distance);
     }
-    if (way <= section.length - fallen) {
-        return section.start + section.rise + (way - risen) / section.peak;
+    if (distance <= section.length - fallen) {
+        return section.start + section.rise + (distance - risen) / section.peak;
     }
     const double whole = section.rise + section.cruise + section.fall;
-    return section.start + whole - over(section.last, section.length - way);
+    return section.start + whole - over(section.last, section.length - distance);
 }
 
 }  // namespace sim

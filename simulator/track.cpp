@@ -1,7 +1,5 @@
 #include "simulator/track.h"
 
-#include "simulator/frames.h"
-
 #include <kdl/path_circle.hpp>
 #include <kdl/path_line.hpp>
 #include <kdl/rotational_interpolation_sa.hpp>
@@ -15,13 +13,13 @@ namespace {
 
 constexpr double pi = 3.14159265358979323846;
 constexpr double knotLength = 0.01;          // metres
-constexpr double knotTurn = 5 * pi / 180;    // of the tool, and of an arc
+constexpr double knotTurn = 5 * pi / 180;    // of the tool, and along an arc
 constexpr double sampleTurn = 2 * pi / 180;  // of a joint
-constexpr int blendSamples = 32;             // the speed is even to 3 % at a right angle
+constexpr int blendSamples = 32;             // keeps the speed even to 3 % at a right angle
 constexpr double samePlace = 1e-5;           // metres
-constexpr double straight = 1e-6;            // sine of the angle between two chords
+constexpr double collinear = 1e-6;           // sine of the angle between two chords
 
-// The vector's own Norm() takes everything below a micrometre for nothing.
+// KDL::Vector::Norm() returns 0 below a micrometre.
 double size(const KDL::Vector& vector) {
     return std::sqrt(dot(vector, vector));
 }
@@ -30,10 +28,10 @@ double turn(const KDL::Rotation& from, const KDL::Rotation& to) {
     return size(KDL::diff(from, to));
 }
 
-Joints mix(const Joints& a, const Joints& b, double share) {
+Joints mix(const Joints& a, const Joints& b, double fraction) {
     Joints joints(a.size());
     for (size_t i = 0; i < a.size(); ++i) {
-        joints[i] = a[i] + (b[i] - a[i]) * share;
+        joints[i] = a[i] + (b[i] - a[i]) * fraction;
     }
     return joints;
 }
@@ -66,7 +64,7 @@ bool PoseTrack::appendArc(const KDL::Frame& aux, const KDL::Frame& end) {
     const KDL::Vector n = u * v;
     const double uu = dot(u, u), vv = dot(v, v), nn = dot(n, n);
     if (!(std::sqrt(uu) > samePlace && std::sqrt(vv) > samePlace && size(end.p - aux.p) > samePlace &&
-          nn > straight * straight * uu * vv)) {
+          nn > collinear * collinear * uu * vv)) {
         return false;
     }
 
@@ -77,7 +75,7 @@ bool PoseTrack::appendArc(const KDL::Frame& aux, const KDL::Frame& end) {
     if (angle <= 0) {
         angle += 2 * pi;
     }
-    // The point that the library takes for the plane and the direction: a quarter turn on.
+    // The library takes plane and direction from a third point: a quarter turn after the start.
     append(std::make_unique<KDL::Path_Circle>(end_, center, center + normal * from, end.M, angle,
                                               new KDL::RotationalInterpolation_SingleAxis, turnRadius),
            angle * size(from), turn(end_.M, end.M), angle);
@@ -88,7 +86,7 @@ bool PoseTrack::appendArc(const KDL::Frame& aux, const KDL::Frame& end) {
 void PoseTrack::append(std::unique_ptr<KDL::Path> path, double toolPath, double turn, double bend) {
     Part part;
     part.from = length_;
-    part.way = parts_.empty() ? 0 : parts_.back().way + parts_.back().toolPath;
+    part.toolPathBefore = parts_.empty() ? 0 : parts_.back().toolPathBefore + parts_.back().toolPath;
     part.toolPath = toolPath;
     part.steps = std::max(
         {1, sim::steps(toolPath, knotLength), sim::steps(turn, knotTurn), sim::steps(bend, knotTurn)});
@@ -145,14 +143,14 @@ double PoseTrack::travelled(double s) const {
     const double at = clamped(s, length_);
     const Part& part = partAt(at);
     const double own = part.path->PathLength();
-    return own > 0 ? part.way + part.toolPath * std::min((at - part.from) / own, 1.0)
-                   : part.way + part.toolPath;
+    return own > 0 ? part.toolPathBefore + part.toolPath * std::min((at - part.from) / own, 1.0)
+                   : part.toolPathBefore + part.toolPath;
 }
 
 // --- LengthTable -------------------------------------------------------------------------------
 
-void LengthTable::append(double ds, double dWay) {
-    samples_.push_back({samples_.back().s + ds, samples_.back().way + dWay});
+void LengthTable::append(double ds, double dToolPath) {
+    samples_.push_back({samples_.back().s + ds, samples_.back().toolPath + dToolPath});
 }
 
 size_t LengthTable::find(double s, double* part) const {
@@ -164,16 +162,16 @@ size_t LengthTable::find(double s, double* part) const {
     return size_t(after - samples_.begin()) - 1;
 }
 
-double LengthTable::share(double s) const {
+double LengthTable::parameter(double s) const {
     double part = 0;
     const size_t index = find(s, &part);
     return (double(index) + part) / double(samples_.size() - 1);
 }
 
-double LengthTable::way(double s) const {
+double LengthTable::toolPath(double s) const {
     double part = 0;
     const size_t index = find(s, &part);
-    return samples_[index].way + (samples_[index + 1].way - samples_[index].way) * part;
+    return samples_[index].toolPath + (samples_[index + 1].toolPath - samples_[index].toolPath) * part;
 }
 
 // --- JointTrack --------------------------------------------------------------------------------
@@ -188,8 +186,8 @@ JointTrack::JointTrack(const Arm& arm, const Joints& from, const Joints& to)
     KDL::Vector last = toFrame(arm.forward(from)).p;
     for (int i = 1; i <= count; ++i) {
         const KDL::Vector next = toFrame(arm.forward(mix(from, to, double(i) / count))).p;
-        const double way = size(next - last);
-        table_.append(std::max(way, turnRadius * widest / count), way);
+        const double step = size(next - last);
+        table_.append(std::max(step, turnRadius * widest / count), step);
         last = next;
     }
     length_ = table_.length();
@@ -200,11 +198,11 @@ KDL::Frame JointTrack::frame(double s) const {
 }
 
 Joints JointTrack::joints(double s) const {
-    return s >= length_ ? to_ : mix(from_, to_, table_.share(s));
+    return s >= length_ ? to_ : mix(from_, to_, table_.parameter(s));
 }
 
 double JointTrack::travelled(double s) const {
-    return table_.way(s);
+    return table_.toolPath(s);
 }
 
 // --- BlendTrack --------------------------------------------------------------------------------
@@ -219,8 +217,8 @@ BlendTrack::BlendTrack(const Arm& arm, std::shared_ptr<const Track> in, std::sha
     KDL::Frame last = mixed(0);
     for (int i = 1; i <= blendSamples; ++i) {
         const KDL::Frame next = mixed(double(i) / blendSamples);
-        const double way = size(next.p - last.p);
-        table_.append(std::max(way, turnRadius * turn(last.M, next.M)), way);
+        const double step = size(next.p - last.p);
+        table_.append(std::max(step, turnRadius * turn(last.M, next.M)), step);
         last = next;
     }
     length_ = table_.length();
@@ -240,15 +238,15 @@ Joints BlendTrack::mixedJoints(double u) const {
 }
 
 KDL::Frame BlendTrack::frame(double s) const {
-    return mixed(table_.share(s));
+    return mixed(table_.parameter(s));
 }
 
 Joints BlendTrack::joints(double s) const {
-    return mixedJoints(table_.share(s));
+    return mixedJoints(table_.parameter(s));
 }
 
 double BlendTrack::travelled(double s) const {
-    return table_.way(s);
+    return table_.toolPath(s);
 }
 
 }  // namespace sim

@@ -10,14 +10,14 @@
 
 namespace sim {
 
-/// A radian of turning counts as this much way where the tool itself moves less, so that a motion on
-/// the spot takes its time too.
+/// A radian of turning counts as this length where the tool moves less, so that a turn on the spot
+/// takes time, too. Metres.
 constexpr double turnRadius = 0.02;
 
-/// The way of one motion, or of the corner between two, over its length in metres.
+/// The path of one motion, or of the corner between two, over its length in metres.
 ///
-/// The length is that of the tool's path, or turnRadius a radian of turning where that is longer.
-/// Arguments `s` run from 0 to length(); values outside give the ends.
+/// The length is that of the tool path, or turnRadius times the turning where that is longer.
+/// Arguments `s` run from 0 to length() and are clamped to it.
 class Track {
 public:
     virtual ~Track() = default;
@@ -25,27 +25,26 @@ public:
     double length() const { return length_; }
     virtual KDL::Frame frame(double s) const = 0;
     virtual Joints joints(double s) const = 0;
-    /// Tool path from the start, metres.
+    /// Length of the tool path from the start, metres.
     virtual double travelled(double s) const = 0;
-    /// Whether the joints, not the tool, are what is led along it.
+    /// Whether the joints, not the tool, move evenly.
     virtual bool isJointMotion() const { return false; }
 
 protected:
     double length_ = 0;
 };
 
-/// Lines and arcs, one after the other.
+/// A line, or arcs one after the other.
 class PoseTrack : public Track {
 public:
     /// A line from `start` to `end`.
     static std::unique_ptr<PoseTrack> line(const KDL::Frame& start, const KDL::Frame& end);
-    /// An empty one at `start`, for arcs.
+    /// Empty; appendArc() follows.
     explicit PoseTrack(const KDL::Frame& start);
 
-    /// Appends an arc through `aux`, whose orientation does not count. False when the three points
-    /// make no circle.
+    /// Appends an arc through the position of `aux`. False when the three points make no circle.
     bool appendArc(const KDL::Frame& aux, const KDL::Frame& end);
-    /// Finds the joints along the way, beginning next to `start`. The other functions may be used
+    /// Finds the joints along the path, beginning next to `start`. The other functions may be used
     /// only when it returned Arm::Fault::None.
     Arm::Fault follow(const Arm& arm, const Joints& start);
 
@@ -56,10 +55,10 @@ public:
 private:
     struct Part {
         std::unique_ptr<KDL::Path> path;
-        double from = 0;      ///< length before it
-        double way = 0;       ///< tool path before it
-        double toolPath = 0;  ///< its own
-        int steps = 1;        ///< knots it needs
+        double from = 0;            ///< length before it
+        double toolPathBefore = 0;  ///< length of the tool path before it
+        double toolPath = 0;        ///< length of its tool path
+        int steps = 1;              ///< number of knots
     };
     void append(std::unique_ptr<KDL::Path> path, double toolPath, double turn, double bend);
     const Part& partAt(double s) const;
@@ -73,26 +72,26 @@ private:
     std::vector<Knot> knots_;
 };
 
-/// The length along a curve that is known by evenly spaced samples.
+/// The length along a curve, from samples at equal steps of its parameter.
 class LengthTable {
 public:
-    /// The next sample is `ds` of length and `dWay` of tool path behind the last one.
-    void append(double ds, double dWay);
+    /// Adds a sample, `ds` of length and `dToolPath` of tool path after the last one.
+    void append(double ds, double dToolPath);
     double length() const { return samples_.back().s; }
     /// The curve's parameter, 0 to 1.
-    double share(double s) const;
-    double way(double s) const;
+    double parameter(double s) const;
+    double toolPath(double s) const;
 
 private:
     struct Sample {
-        double s = 0, way = 0;
+        double s = 0, toolPath = 0;
     };
-    /// Number of the sample before `s` and what part of the step to the next one is behind.
+    /// Index of the sample before `s`; `part` is the fraction of the step to the next one.
     size_t find(double s, double* part) const;
     std::vector<Sample> samples_{1};
 };
 
-/// All joints moving from one posture to another together.
+/// All joints move together from one posture to another.
 class JointTrack : public Track {
 public:
     /// `arm` must outlive it.
@@ -109,9 +108,9 @@ private:
     LengthTable table_;
 };
 
-/// A corner cut by a parabola. It leaves the first track `radius` before its end and meets the second
-/// one as far behind its start; in between the two, each led on to the corner and from it, are mixed
-/// evenly. For two lines that is the quadratic Bézier curve with the corner as its middle point.
+/// A blended corner. It leaves the first track `radius` before its end and joins the second one `radius`
+/// after its start. In between, the two tracks are mixed with a weight that runs evenly from 0 to 1. For
+/// two lines that is the quadratic Bézier curve with the corner as its middle point.
 class BlendTrack : public Track {
 public:
     BlendTrack(const Arm& arm, std::shared_ptr<const Track> in, std::shared_ptr<const Track> out,

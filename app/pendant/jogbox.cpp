@@ -77,9 +77,9 @@ void JogBox::onHeld(int axis, int direction, bool on) {
         const sim::JogFrame frame = frames[frame_->current()];
         const double unit = jogUnit(frame, axis);
         const bool held = step_->current() == heldStep;
-        const double way = held ? 1 : stepSizes[step_->current()];
-        const sim::JogMove move{frame, axis, direction * way * unit, speeds[speed_->current()] * unit};
-        text = reason(held ? controller_->jogOn(move) : controller_->jog(move));
+        const double distance = held ? 1 : stepSizes[step_->current()];
+        const sim::JogMove move{frame, axis, direction * distance * unit, speeds[speed_->current()] * unit};
+        text = reason(held ? controller_->startJog(move) : controller_->jog(move));
     }
     answer_->setText(text);
 }

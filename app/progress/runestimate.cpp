@@ -12,7 +12,7 @@ namespace app {
 
 namespace {
 
-using Stand = sim::MotionPlan::Stand;
+using Stand = sim::MotionPlan::Posture;
 
 constexpr double mmPerM = 1000;
 constexpr qint64 inputPollMs = 100;

@@ -13,7 +13,7 @@ namespace app {
 struct RunStart {
     int line = 0;       ///< counted from 0
     bool step = false;  ///< only the move at `line`
-    sim::MotionPlan::Stand stand;
+    sim::MotionPlan::Posture stand;
     bool permitted = true;  ///< welding; without it openings and closings take no time
     bool weldOpen = false;  ///< a weld is resumed
     int set = 0;            ///< number of the parameter set in force

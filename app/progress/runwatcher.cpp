@@ -23,9 +23,9 @@ std::array<double, 3> tripleAt(const ModuleObject* list) {
     return {list->c(0)->getDouble(), list->c(1)->getDouble(), list->c(2)->getDouble()};
 }
 
-sim::MotionPlan::Stand standNow() {
+sim::MotionPlan::Posture standNow() {
     const ModuleObject* posture = kordservice()->dataNode(node::posture);
-    sim::MotionPlan::Stand stand;
+    sim::MotionPlan::Posture stand;
     stand.pose = {tripleAt(posture->c(QStringLiteral("trans"))), tripleAt(posture->c(QStringLiteral("rot")))};
     const QList<ModuleObject*> joints = posture->c(QStringLiteral("near"))->cmobjs();
     for (const ModuleObject* joint : joints) {

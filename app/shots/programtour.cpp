@@ -219,9 +219,9 @@ const Stop runs[] = {
          s.whenLineRuns(MoveC, [&s] { press(s, "btnPause"); });
          startSample(s);
          s.settle();
-         sim::PlaceMove away;
+         sim::PoseMove away;
          away.trans = {0.5, 0.03, 0.32};
-         s.controller()->place(away);
+         s.controller()->moveToPose(away);
          s.settle();
          press(s, "btnStart");
          s.shoot();

@@ -9,17 +9,16 @@
 #include <cmath>
 #include <limits>
 
-namespace app {
+namespace sim {
 
 namespace {
 
 constexpr double lagMs = 200;
 constexpr double nsPerMs = 1e6;
-constexpr double roundingError = 1e-6;  // what rounding may add to a whole number
+constexpr double roundingError = 1e-6;  // of a whole number of milliseconds
 
-/// Whether an object's timers are for the eyes alone: tooltips (whose waking is timed by the application)
-/// and the blinking of carets.
-bool isForTheEyes(const QObject* object) {
+/// Tooltips (QApplication times when they appear) and blinking carets.
+bool keepsWallClock(const QObject* object) {
     return object == QCoreApplication::instance() || object->inherits("QTipLabel") ||
            object->inherits("QWidgetLineControl") || object->inherits("QWidgetTextControl");
 }
@@ -47,17 +46,17 @@ double PacedTime::wallMs() const {
     return double(wall_.nsecsElapsed()) / nsPerMs;
 }
 
-/// Takes the clock on to where the wall clock is, but not past a timer that has not fired.
+/// Advances the clock to the wall clock, but not past a timer that has not fired.
 void PacedTime::followWall() const {
-    behind_ = false;
+    stale_ = false;
     const double wall = wallMs();
     const double exact = anchorMs_ + (wall - anchorWallMs_) * factor_;
     const qint64 due = timers_.nextDue();
-    if (due == sim::TimerTable::never) {
+    if (due == TimerTable::never) {
         now_ = std::max(now_, qint64(std::ceil(exact - roundingError)));
         return;
     }
-    // A timer's own millisecond begins when the wall clock has come to it.
+    // The clock shows a timer's own millisecond only when the wall clock has reached it.
     now_ = std::max(now_, exact >= due - roundingError ? due : std::min(qint64(std::ceil(exact)), due - 1));
     if (exact - due > lagMs * factor_) {
         anchorMs_ = double(now_);
@@ -66,7 +65,7 @@ void PacedTime::followWall() const {
 }
 
 qint64 PacedTime::elapsedMs() const {
-    if (behind_) {
+    if (stale_) {
         followWall();
     }
     return now_;
@@ -84,7 +83,7 @@ void PacedTime::setFactor(double factor) {
 }
 
 double PacedTime::gainedMs() const {
-    if (factor_ == 1) {  // what a slow process loses then is made up for by the wall clock's own time
+    if (factor_ == 1) {  // at normal speed a late process must not move the date back
         return gainedMs_;
     }
     return gainedMs_ + double(elapsedMs() - setAtMs_) - (wallMs() - setAtWallMs_);
@@ -96,7 +95,7 @@ QDateTime PacedTime::now() const {
 
 // --- The dispatcher ------------------------------------------------------------------------------
 
-/// There is none before the application has made the platform's integration.
+/// Null until the QApplication has made the platform integration.
 QAbstractEventDispatcher* PacedTime::platform() {
     const QPlatformIntegration* integration = QGuiApplicationPrivate::platformIntegration();
     if (platform_ || !integration) {
@@ -107,10 +106,10 @@ QAbstractEventDispatcher* PacedTime::platform() {
     connect(platform_.get(), &QAbstractEventDispatcher::aboutToBlock, this,
             &QAbstractEventDispatcher::aboutToBlock);
     platform_->startingUp();
-    for (QSocketNotifier* notifier : qAsConst(early_)) {
+    for (QSocketNotifier* notifier : qAsConst(earlyNotifiers_)) {
         platform_->registerSocketNotifier(notifier);
     }
-    early_.clear();
+    earlyNotifiers_.clear();
     alarmId_ = platform_->registerTimer(1, Qt::PreciseTimer, this);
     platform_->unregisterTimer(alarmId_);
     return platform_.get();
@@ -123,7 +122,7 @@ bool PacedTime::processEvents(QEventLoop::ProcessEventsFlags flags) {
     const bool timersOn = !(flags & QEventLoop::X11ExcludeTimers);
     interrupted_ = false;
     followWall();
-    const bool served = serve(flags, timersOn);
+    const bool served = processPlatformEvents(flags, timersOn);
     if (interrupted_ || !timersOn) {
         return served;
     }
@@ -131,21 +130,22 @@ bool PacedTime::processEvents(QEventLoop::ProcessEventsFlags flags) {
     return timers_.fireDue(now_) > 0 || served;
 }
 
-/// Everything but timers; sleeps until the next of those when it may and nothing is to be done.
-bool PacedTime::serve(QEventLoop::ProcessEventsFlags flags, bool timersOn) {
-    const qint64 due = timersOn ? timers_.nextDue() : sim::TimerTable::never;
+/// Serves everything except timers. Sleeps until the next timer when `flags` allow it and nothing is
+/// pending.
+bool PacedTime::processPlatformEvents(QEventLoop::ProcessEventsFlags flags, bool timersOn) {
+    const qint64 due = timersOn ? timers_.nextDue() : TimerTable::never;
     if (!(flags & QEventLoop::WaitForMoreEvents) || due <= now_ || (timersOn && timers_.hasZeroTimer())) {
         return platform_->processEvents(flags & ~QEventLoop::WaitForMoreEvents);
     }
-    if (due != sim::TimerTable::never) {
+    if (due != TimerTable::never) {
         const double exact = anchorMs_ + (wallMs() - anchorWallMs_) * factor_;
         const double sleepMs = std::ceil((double(due) - exact) / factor_);
-        platform_->unregisterTimer(alarmId_);  // of the loop around this one, which has slept
+        platform_->unregisterTimer(alarmId_);  // an outer loop may have set it
         platform_->registerTimer(alarmId_,
                                  int(std::clamp(sleepMs, 0.0, double(std::numeric_limits<int>::max()))),
                                  Qt::PreciseTimer, this);
     }
-    behind_ = true;
+    stale_ = true;
     const bool served = platform_->processEvents(flags);
     platform_->unregisterTimer(alarmId_);
     return served;
@@ -159,19 +159,19 @@ void PacedTime::registerSocketNotifier(QSocketNotifier* notifier) {
     if (platform()) {
         platform_->registerSocketNotifier(notifier);
     } else {
-        early_.append(notifier);
+        earlyNotifiers_.append(notifier);
     }
 }
 
 void PacedTime::unregisterSocketNotifier(QSocketNotifier* notifier) {
-    early_.removeAll(notifier);
+    earlyNotifiers_.removeAll(notifier);
     if (platform_) {
         platform_->unregisterSocketNotifier(notifier);
     }
 }
 
 void PacedTime::registerTimer(int timerId, int interval, Qt::TimerType type, QObject* object) {
-    if (isForTheEyes(object) && platform()) {
+    if (keepsWallClock(object) && platform()) {
         platform_->registerTimer(timerId, interval, type, object);
     } else {
         timers_.add(timerId, interval, type, object, elapsedMs());
@@ -216,4 +216,4 @@ void PacedTime::flush() {
     }
 }
 
-}  // namespace app
+}  // namespace sim

@@ -10,32 +10,30 @@
 #include <atomic>
 #include <memory>
 
-namespace app {
+namespace sim {
 
-/// An event dispatcher for the panel: windows, input and sockets as the platform's own serves them, and
-/// every timer of the process, the package's and Qt's own too, on a clock that runs `factor` times as
-/// fast as the wall clock. It is the host's clock as well. Tooltips and carets keep the wall clock's time:
-/// they are for the operator, not for the cell.
+/// An event dispatcher for the panel. All timers of the process run on a clock that is `factor` times as
+/// fast as the wall clock; the host's clock is the same. Windows, input and sockets are served by the
+/// platform's own dispatcher. The timers of tooltips and carets stay on the wall clock.
 ///
-/// A timer fires at its own millisecond of that clock, however late the wall clock has become: the
-/// order and the times of all that timers do are those of a real second, at any factor and on any
-/// machine. Between two timers the clock follows the wall clock, rounded up to its next millisecond, so
-/// that no timer fires early. A process that cannot keep up slows the clock: what is more than 200 ms
-/// (of the wall clock) late is not caught up.
+/// A timer fires at its own millisecond of this clock, even when the process is late. So the order and
+/// times of timer events do not depend on the factor or the machine. Between two timers the clock follows
+/// the wall clock, rounded up to the next millisecond, so that no timer fires early. A process that is
+/// more than 200 ms (wall clock) late does not catch up: its clock runs slower.
 ///
-/// Install before the QApplication is made. GUI thread only, but for wakeUp() and interrupt().
+/// Install before the QApplication is made. GUI thread only, except wakeUp() and interrupt().
 class PacedTime : public QAbstractEventDispatcher, public mendo::Clock {
     Q_OBJECT
 public:
-    /// Makes the dispatcher and hands it to Qt, which owns it from then on.
+    /// Makes the dispatcher; Qt owns it.
     static PacedTime* install();
 
-    /// How many times as fast as the wall clock; 1 at first. Armed timers go on at the new pace.
+    /// Speed relative to the wall clock; 1 at first. Applies to armed timers, too.
     void setFactor(double factor);
     double factor() const { return factor_; }
 
     // mendo::Clock
-    /// The wall clock's date and time, ahead by what was gained while the time ran faster.
+    /// The wall clock's date and time plus the time gained by running faster.
     QDateTime now() const override;
     qint64 elapsedMs() const override;
 
@@ -60,24 +58,23 @@ private:
     double wallMs() const;
     double gainedMs() const;
     void followWall() const;
-    bool serve(QEventLoop::ProcessEventsFlags flags, bool timersOn);
+    bool processPlatformEvents(QEventLoop::ProcessEventsFlags flags, bool timersOn);
 
-    /// The platform's own, which does everything but timers.
-    std::unique_ptr<QAbstractEventDispatcher> platform_;
-    QVector<QSocketNotifier*> early_;  ///< registered before there was a platform
-    int alarmId_ = 0;                  ///< the platform's timer that ends a sleep
+    std::unique_ptr<QAbstractEventDispatcher> platform_;  ///< the platform's dispatcher
+    QVector<QSocketNotifier*> earlyNotifiers_;            ///< registered before platform_ existed
+    int alarmId_ = 0;                                     ///< platform timer that ends a sleep
     std::atomic<bool> interrupted_{false};
 
-    sim::TimerTable timers_;
+    TimerTable timers_;
     double factor_ = 1;
     QElapsedTimer wall_;
-    double gainedMs_ = 0;          ///< until the factor was set
-    qint64 setAtMs_ = 0;           ///< the clock when the factor was set
-    double setAtWallMs_ = 0;       ///< and the wall clock
-    mutable double anchorMs_ = 0;  ///< the clock follows the wall clock from here
+    double gainedMs_ = 0;          ///< time gained before the factor was set
+    qint64 setAtMs_ = 0;           ///< this clock when the factor was set
+    double setAtWallMs_ = 0;       ///< the wall clock when the factor was set
+    mutable double anchorMs_ = 0;  ///< this clock and the wall clock where they were last tied together
     mutable double anchorWallMs_ = 0;
     mutable qint64 now_ = 0;
-    mutable bool behind_ = false;  ///< the clock has not followed the wall clock since a sleep
+    mutable bool stale_ = false;  ///< now_ was not updated since a sleep
 };
 
-}  // namespace app
+}  // namespace sim

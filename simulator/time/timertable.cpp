@@ -64,7 +64,7 @@ void TimerTable::rearm(int id, Timer& timer, qint64 now) {
         arm(id, timer, now);
         return;
     }
-    // Ticks that were lost keep the rhythm.
+    // Lost ticks do not shift the later ones.
     const qint64 missed = (now - timer.due) / timer.interval;
     arm(id, timer, timer.due + (missed + 1) * timer.interval);
 }
@@ -75,7 +75,7 @@ void TimerTable::fire(int id, Timer& timer, qint64 now) {
     const quint64 serial = timer.serial;
     QTimerEvent event(id);
     QCoreApplication::sendEvent(timer.object, &event);
-    // The handler may have stopped or replaced the timer, and the hash may have moved it.
+    // `timer` may be invalid: the handler may have stopped or replaced it, or the hash has been moved.
     const auto found = timers_.find(id);
     if (found != timers_.end() && found->serial == serial) {
         found->activating = false;
@@ -83,7 +83,7 @@ void TimerTable::fire(int id, Timer& timer, qint64 now) {
 }
 
 int TimerTable::fireDue(qint64 now) {
-    const quint64 last = orders_;  // what is armed from here on waits for the next pass
+    const quint64 last = orders_;  // timers armed from here on wait for the next pass
     int fired = 0;
     for (;;) {
         auto entry = queue_.begin();

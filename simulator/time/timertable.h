@@ -10,12 +10,12 @@
 
 namespace sim {
 
-/// The armed timers of an event dispatcher, due at whole milliseconds of a clock that the dispatcher
-/// keeps and hands in as `now`.
+/// The armed timers of an event dispatcher. The dispatcher keeps the clock, in whole milliseconds, and
+/// passes it as `now`.
 ///
-/// Timers due together fire in the order they were armed; a timer's handler is not entered again while
-/// it runs (a repeating one loses the ticks that fall into its own handler's nested loop); zero timers
-/// (interval 0) fire once a pass.
+/// Timers due together fire in the order they were armed. A timer does not fire while its handler runs: a
+/// repeating one loses the ticks that fall into a nested loop of its handler. Zero timers (interval 0)
+/// fire once a pass.
 class TimerTable {
 public:
     static constexpr qint64 never = std::numeric_limits<qint64>::max();
@@ -24,11 +24,11 @@ public:
     bool remove(int id);
     bool removeOf(const QObject* object);
 
-    /// Fires what is due, but nothing that is armed meanwhile. Returns how many fired.
+    /// Fires the timers that are due, except those armed during the call. Returns how many fired.
     int fireDue(qint64 now);
-    /// Whether something is due that has not fired at this instant as a zero timer.
+    /// Whether a timer is due; a zero timer that has fired at `now` does not count.
     bool anythingDue(qint64 now) const;
-    /// When the next timer is due that is no zero timer; never for none.
+    /// When the next timer is due, zero timers excepted; `never` without one.
     qint64 nextDue() const;
     /// Whether a zero timer would fire in the next pass.
     bool hasZeroTimer() const;
@@ -36,7 +36,7 @@ public:
     QList<QAbstractEventDispatcher::TimerInfo> timersOf(const QObject* object) const;
     /// -1 for an unknown timer.
     int remaining(int id, qint64 now) const;
-    /// Armed timers but for those of the tree below `ignored`, itself included.
+    /// Number of armed timers, except those of `ignored` and its descendants.
     int count(const QObject* ignored) const;
 
 private:
@@ -46,8 +46,8 @@ private:
         QObject* object = nullptr;
         qint64 due = 0;
         quint64 order = 0;
-        quint64 serial = 0;       ///< tells a timer from a later one that got the same id
-        qint64 firedAt = -1;      ///< the instant at which it fired last
+        quint64 serial = 0;       ///< differs from that of a later timer with the same id
+        qint64 firedAt = -1;      ///< when it fired last
         bool activating = false;  ///< its handler is on the stack
     };
     using Entry = std::tuple<qint64, quint64, int>;  // due, order, id

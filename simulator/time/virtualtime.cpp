@@ -22,7 +22,7 @@ namespace sim {
 namespace {
 
 constexpr qint64 never = TimerTable::never;
-// Handlers that post or arm the next one at once, without end, must not freeze the clock either.
+// Handlers that post an event or arm a zero timer without end must not stop the clock.
 constexpr int passesPerInstant = 100000;
 constexpr qint64 lagMs = 200;
 
@@ -59,7 +59,7 @@ int VirtualTime::Private::fireDue() {
     return fired;
 }
 
-/// Sleeps until the wall clock has caught up with a virtual moment; ends early when woken.
+/// Sleeps until the wall clock has reached a time of the virtual clock; ends early when woken.
 void VirtualTime::Private::sleepUntil(qint64 dueMs) {
     const auto wallMs = [this](qint64 virtualMs) { return qint64(std::ceil((virtualMs - anchorMs) / pace)); };
     const qint64 left = wallMs(dueMs) - wall.elapsed();
@@ -73,7 +73,7 @@ void VirtualTime::Private::sleepUntil(qint64 dueMs) {
     }
 }
 
-/// Moves the clock to the next timer, but not past `limit`. False when it stays.
+/// Moves the clock to the next timer, but not past `limit`. False when it cannot move.
 bool VirtualTime::Private::jump(qint64 limit) {
     const qint64 due = timers.nextDue();
     if (due == never && limit == never) {
@@ -160,7 +160,7 @@ void VirtualTime::stall() {
     const bool handled = bool(d_->stalled);
     d_->passes = 0;
     if (handled) {
-        const std::function<void()> handler = d_->stalled;  // it may set another one
+        const std::function<void()> handler = d_->stalled;  // a copy: the handler may set another one
         ++d_->handlers;
         handler();
         --d_->handlers;
@@ -220,7 +220,7 @@ bool VirtualTime::hasPendingEvents() {
     return d_->woken || d_->anythingDue() || QWindowSystemInterface::windowSystemEventsQueued() > 0;
 }
 
-// There is nothing behind a socket that would follow virtual time.
+// The other end of a socket would not follow virtual time.
 void VirtualTime::registerSocketNotifier(QSocketNotifier*) {}
 void VirtualTime::unregisterSocketNotifier(QSocketNotifier*) {}
 
@@ -246,7 +246,7 @@ int VirtualTime::remainingTime(int timerId) {
 
 void VirtualTime::wakeUp() {
     d_->woken = true;
-    // The empty lock keeps the notification from falling between a sleeper's test and its sleep.
+    // Without the lock, the notification could come between the sleeper's test and its sleep.
     { const std::lock_guard<std::mutex> lock(d_->mutex); }
     d_->wake.notify_one();
 }

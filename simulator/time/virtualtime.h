@@ -9,40 +9,37 @@
 
 namespace sim {
 
-/// An event dispatcher on virtual time: when nothing else is to be done it jumps to the next timer,
-/// so an hour passes in the time its handlers take, and every run is the same to the millisecond.
+/// An event dispatcher on virtual time: when nothing is pending, the clock jumps to the next timer. So an
+/// hour takes as long as its handlers, and every run is the same to the millisecond.
 ///
-/// Timers due together fire in the order they were armed; a timer's handler is not entered again
-/// while it runs (a repeating one loses the ticks that fall into its own handler's nested loop); zero
-/// timers (interval 0) fire once a pass and never keep the clock from going on when a later timer is
-/// due. Install before the QApplication is made; installs the host's clock too, which then starts at
-/// 2024-01-01 08:00 local time. Sockets are not served. GUI thread only, but for wakeUp().
+/// Timers fire in the order that TimerTable describes; zero timers never stop the clock. The host's clock
+/// is the same and starts at 2024-01-01 08:00 local time. Sockets are not served. Install before the
+/// QApplication is made. GUI thread only, except wakeUp().
 class VirtualTime : public QAbstractEventDispatcher, public mendo::Clock {
     Q_OBJECT
 public:
-    /// Makes the dispatcher and hands it to Qt, which owns it from then on.
+    /// Makes the dispatcher; Qt owns it.
     static VirtualTime* install();
-    /// The installed one, null when the process runs on the wall clock.
+    /// The installed dispatcher; null when the process runs on the wall clock.
     static VirtualTime* instance();
 
     qint64 nowMs() const;
-    /// Dispatches until the virtual clock has gone on by `ms` and everything due then was handled.
-    /// May be called inside a handler (nested) too. Like settle() and advanceUntil() it also deletes
-    /// what deleteLater() was called for outside any event loop, unless it is nested.
+    /// Dispatches events until the clock has advanced by `ms` and everything due then is handled. A
+    /// handler may call it, too. Outside any event loop it also carries out deleteLater(), as
+    /// advanceUntil() and settle() do.
     void advance(qint64 ms);
-    /// Dispatches until `done` returns true or `limitMs` have passed; returns whether it was done.
+    /// Dispatches events until `done` returns true or `limitMs` have passed; returns the last `done`.
     bool advanceUntil(const std::function<bool()>& done, qint64 limitMs);
-    /// Posted events and what is due now, without the clock going on.
+    /// Dispatches what is posted or due now; the clock does not advance.
     void settle();
-    /// Armed timers, for the check that none outlives its operation. Those of the tree below
-    /// `ignored`, itself included, don't count.
+    /// Number of armed timers, except those of `ignored` and its descendants.
     int armedTimers(const QObject* ignored = nullptr) const;
-    /// Called when a loop would wait for ever: nothing posted, no timer armed. It has to post, arm or
-    /// end something; when it does not, or without a handler, a warning is printed and every loop of
-    /// the thread is ended with the exit code 1, as QCoreApplication::exit(1) does.
+    /// Called when a loop would wait for ever: nothing posted, no timer armed. The handler has to post an
+    /// event, arm a timer or end the loop. If it does not, or without a handler, a warning is printed and
+    /// QCoreApplication::exit(1) ends all loops of the thread.
     void setStallHandler(std::function<void()> handler);
-    /// Paces virtual time by the wall clock times `factor`; 0 (the default): as fast as can be. One
-    /// that falls more than 200 ms behind does not catch up.
+    /// Limits virtual time to the wall clock times `factor`; 0 (the default) is no limit. A process that
+    /// is more than 200 ms late does not catch up.
     void setPace(double factor);
 
     // mendo::Clock

@@ -20,7 +20,7 @@ void onDisplay() {
     }
     qputenv("DISPLAY", ':' + server.readLine().trimmed());
     qputenv("QT_QPA_PLATFORM", "xcb");
-    app::PacedTime::install()->setFactor(10);
+    sim::PacedTime::install()->setFactor(10);
 }
 
 void click(const QWidget* window, const char* name) {

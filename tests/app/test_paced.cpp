@@ -6,10 +6,10 @@
 
 namespace {
 
-app::PacedTime* paced = nullptr;
+sim::PacedTime* paced = nullptr;
 
 void onPacedTime() {
-    paced = app::PacedTime::install();
+    paced = sim::PacedTime::install();
 }
 
 qint64 nowMs() {

@@ -17,7 +17,7 @@
 #include "runner/project.h"
 #include "runner/scenario.h"
 #include "runner/stationlist.h"
-#include "simulator/wiring.h"
+#include "simulator/cell.h"
 #include "stations/station.h"
 
 #include <QCoreApplication>

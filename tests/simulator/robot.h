@@ -24,7 +24,7 @@ inline double distance(const Point& a, const Point& b) {
     return std::hypot(std::hypot(a[0] - b[0], a[1] - b[1]), a[2] - b[2]);
 }
 
-/// Gives a simulated controller orders as the package does, and writes a diary of what it did, with the
+/// Orders motions from a simulated controller as the package does, and logs what it did, with the
 /// milliseconds since start().
 class Robot : public QObject {
 public:
@@ -54,20 +54,20 @@ public:
     }
     qint64 now() const { return sim::VirtualTime::instance()->nowMs() - start_; }
     void advance(qint64 ms) { sim::VirtualTime::instance()->advance(ms); }
-    /// Waits until the controller stands still, then returns the diary.
-    QString diary() {
+    /// Waits until the controller stands still, then returns the log.
+    QString log() {
         sim::VirtualTime::instance()->advanceUntil([this] { return controller.standsStill(); }, 60000);
         return lines.join(", ");
     }
-    /// Releases what was ordered and looks every millisecond until the robot stands.
-    template <typename Look>
-    void go(Look look) {
-        for (order("move.opr.enough"); !controller.standsStill(); look()) {
+    /// Releases the ordered motions and calls `check` every millisecond until the robot stands.
+    template <typename Check>
+    void go(Check check) {
+        for (order("move.opr.enough"); !controller.standsStill(); check()) {
             advance(1);
         }
     }
-    /// Plays "line 100 50 0.1 0.02; go; wait 500; mark; stop", places in millimetres from home; then waits.
-    /// The diary since the last "mark", and where the robot stands.
+    /// Plays a script such as "line 100 50 0.1 0.02; go; wait 500; mark; stop" (positions in millimetres from
+    /// home) and waits until the robot stands. Returns the log since the last "mark", and the position.
     QString play(const QString& script) {
         for (const QString& step : script.split("; ")) {
             const QStringList words = step.split(' ');
@@ -93,7 +93,7 @@ public:
                 controller.setPower(number(1) > 0);
             } else if (word == "fail") {
                 controller.failMotion(int(number(1)));
-            } else if (word == "letGo") {
+            } else if (word == "release") {
                 controller.stopJog();
             } else if (sim::Controller::quirkFromName(word, &quirk)) {
                 controller.setQuirk(quirk, true);
@@ -101,8 +101,8 @@ public:
                 order(qPrintable("move." + QString(word).replace("go", "opr.enough")));
             }
         }
-        const QString told = diary();
-        return QString("%1 at %2 %3").arg(told).arg(place()[0] * 1000 - 500).arg(place()[1] * 1000);
+        const QString lastLog = log();
+        return QString("%1 at %2 %3").arg(lastLog).arg(position()[0] * 1000 - 500).arg(position()[1] * 1000);
     }
 
     void order(const char* name) { kordservice()->command(this, name, mendo::ModuleObject::null()); }
@@ -126,9 +126,9 @@ public:
         }
         move("move.c", {{"path", path}}, 0.1, 0);
     }
-    /// Joints turned from where they are, each by its own amount.
+    /// Orders a joint motion by these angles; returns the target.
     sim::Joints joints(const sim::Joints& by) {
-        sim::Joints target = controller.stand().joints;
+        sim::Joints target = controller.posture().joints;
         QJsonArray point;
         for (size_t i = 0; i < target.size(); ++i) {
             point.append(target[i] += by[i]);
@@ -140,7 +140,7 @@ public:
         const QVariantHash record{{"name", name}, {"value", value}, {"bias", bias}};
         kordservice()->execCommand(this, "register.write", record);
     }
-    Point place() const { return controller.stand().pose.trans; }
+    Point position() const { return controller.posture().pose.trans; }
 
     sim::Controller controller;
     QStringList lines;

@@ -1,4 +1,4 @@
-// The controller's nodes, registers, results and quirks, and the weld cell behind its outputs.
+// The controller's nodes, registers and results, and the weld cell at its outputs.
 
 #include "robot.h"
 #include "simulator/cell.h"
@@ -28,7 +28,7 @@ private:
 private slots:
     void cleanup() { QCOMPARE(sim::VirtualTime::instance()->armedTimers(), 0); }
 
-    void write_isThereWhenTheCallReturnsOrIsRejected() {
+    void write_isShownInTheNodeBeforeTheCallReturns_orRejected() {
         const std::vector<std::pair<QVariantHash, const char*>> rows = {
             {record("LUMO_DO", "bit", 1, 3), "LUMO_DO.#3=true"},
             {record("LUMO_DO", "", 1, 0), "LUMO_DO.#0=true"},
@@ -65,22 +65,22 @@ private slots:
                 QCOMPARE(kordservice()->commandNode("register.write")->getInt(1), rejected ? -1 : 0);
             }
         }
-        // A wrong record is left out of its batch alone.
+        // In a batch, only the wrong record is rejected.
         Robot robot;
         kordservice()->command(this, "register.write_multi",
                                QVariantList{record("LUMO_AO_1", "", 5, 0), record("LUMO_DO", "", 1, 20),
                                             record("LUMO_DO", "", 1, 3)});
-        QCOMPARE(robot.diary(),
+        QCOMPARE(robot.log(),
                  "0 LUMO_AO_1=5, 0 rejected LUMO_DO: no element 20, length is 16, 0 LUMO_DO.#3=true");
         QCOMPARE(kordservice()->commandNode("register.write_multi")->getInt(), -1);
     }
 
-    void toolsAndWorkObjects_areThereToChoose() {
+    void toolsAndWorkObjects_exist() {
         const Robot robot;
         QVERIFY(m("rova.project.tool._list")->size() > 0 && m("rova.project.wobj._list")->size() > 0);
     }
 
-    void deviceSignals_areSwitchedByNameAndAnnouncedWhenTheyChange() {
+    void deviceSignals_areSwitchedByNameAndReportedWhenTheyChange() {
         Robot robot;
         for (const char* name : {"DO3", "DO17", "DI3", "LUMO_DO.#3"}) {
             kordservice()->command(nullptr, "device.io.out.do", QVariantHash{{"name", name}, {"value", 1}});
@@ -92,7 +92,7 @@ private slots:
         for (const char* wrong : {"DI0", "LUMO_DI", "LUMO_DI.#16", "DO1", "LUMO_DO.#1", "PART_NUMBER"}) {
             QVERIFY2(!robot.controller.setInput(wrong, true), wrong);
         }
-        QCOMPARE(robot.diary(),
+        QCOMPARE(robot.log(),
                  "0 DO3=true, 0 rejected DO17: no such output, 0 rejected DI3: no such output, "
                  "0 rejected LUMO_DO.#3: no such output, 0 rejected DO4: value is no switch state, "
                  "0 DI3=true, 0 LUMO_DI.#2=true");
@@ -102,7 +102,7 @@ private slots:
         QVERIFY(robot.controller.input("LUMO_DI.#2") && !robot.controller.input("LUMO_DI.#3"));
     }
 
-    void laser_emitsWhenEnabledWithPowerAndNothingItNeedsIsFaulty() {
+    void laser_emitsOnlyEnabledWithPowerAndWithoutFaults() {
         Robot robot;
         sim::Cell cell(&robot.controller, {"", "", "", "LUMO_DO.#3", "LUMO_AO_1", ""});
         robot.write("LUMO_AO_1", 16384);
@@ -124,7 +124,7 @@ private slots:
         QCOMPARE(report(robot, cell), "111110 0 0 0");
     }
 
-    void timesAndWeldedWay_addUpAndCountTheOneUnderWay() {
+    void timesAndWeldLength_addUpIncludingTheCurrentPeriod() {
         Robot robot;
         const sim::Cell cell(&robot.controller,
                              {"LUMO_DO.#0", "LUMO_DO.#2", "LUMO_DO.#8", "LUMO_DO.#3", "LUMO_AO_1", ""});
@@ -132,7 +132,7 @@ private slots:
         robot.line({0.7, 0, 0.4}, 0.1);
         robot.order("move.opr.enough");
         robot.advance(1000);
-        // Wire is fed or pulled back; each step takes 100 ms, in which the tool goes 10 mm.
+        // Bits: 0 gas, 2 wire, 3 laser, 8 wire pull-back. Each step takes 100 ms, the tool moves 10 mm.
         const int steps[][2] = {{0, 1}, {3, 1}, {2, 1}, {8, 1}, {2, 0}, {8, 0}, {3, 0}, {0, 0}, {3, 1}};
         for (const auto& [bit, on] : steps) {
             robot.write("LUMO_DO", on, bit);
@@ -141,7 +141,7 @@ private slots:
         QCOMPARE(report(robot, cell), "111111 600 700 300");
         QVERIFY(std::abs(cell.weldLength() - 0.06) < 1e-9);
         robot.write("LUMO_DO", 0, 3);
-        robot.diary();
+        robot.log();
         QVERIFY(std::abs(cell.weldLength() - 0.06) < 1e-9);
     }
 };

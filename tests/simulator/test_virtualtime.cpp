@@ -10,10 +10,10 @@ class TestVirtualTime : public QObject {
     Q_OBJECT
 private:
     sim::VirtualTime& time_ = *sim::VirtualTime::instance();
-    QStringList diary_;
+    QStringList log_;
     qint64 start_ = 0;
 
-    void note(const QString& what) { diary_ << QString("%1 %2").arg(time_.nowMs() - start_).arg(what); }
+    void note(const QString& what) { log_ << QString("%1 %2").arg(time_.nowMs() - start_).arg(what); }
     void after(int ms, const std::function<void()>& what) {
         QTimer::singleShot(ms, Qt::PreciseTimer, this, what);
     }
@@ -22,15 +22,15 @@ private:
     }
     QString advanced(qint64 ms) {
         time_.advance(ms);
-        return diary_.join(", ");
+        return log_.join(", ");
     }
 
 private slots:
     void init() {
-        diary_.clear();
+        log_.clear();
         start_ = time_.nowMs();
     }
-    /// Qt's own timers run out, nothing of a test is left over.
+    /// Qt's own timers run out; no timer of the test is left.
     void cleanup() {
         QVERIFY(time_.advanceUntil([&] { return time_.armedTimers() == 0; }, 300000));
     }
@@ -42,14 +42,14 @@ private slots:
         after(20, [this] { note("a"); });
         after(10, [this] { note("b"); });
         after(20, [this] { note("c"); });
-        // The repeating one was armed for 20 ms when it fired at 10 ms, after the others.
+        // The repeating timer was armed for 20 ms when it fired at 10 ms, after the others.
         QCOMPARE(advanced(29), "10 r, 10 b, 20 a, 20 c, 20 r");
         QCoreApplication::processEvents();
         QCOMPARE(repeating.remainingTime(), 1);
         QCOMPARE(time_.now(), QDateTime(QDate(2024, 1, 1), QTime(8, 0)).addMSecs(start_ + 29));
     }
 
-    void runningHandler_isNotEnteredAgainAndKeepsItsRhythm() {
+    void runningHandler_isNotReenteredAndKeepsItsPeriod() {
         QTimer timer, other;
         noteTicks(other, "o");
         connect(&timer, &QTimer::timeout, this, [&] {
@@ -64,7 +64,7 @@ private slots:
         QCOMPARE(advanced(50), "10 in, 20 o, 40 o, 45 out, 50 in, 60 o, 80 o, 85 out");
     }
 
-    void zeroTimers_comeFirstAndTakeNoTime() {
+    void zeroTimers_fireFirstAndTakeNoTime() {
         int links = 0;
         const std::function<void()> chain = [&] { ++links < 500 ? after(0, chain) : note("chain"); };
         after(0, chain);
@@ -72,7 +72,7 @@ private slots:
         QCOMPARE(advanced(1), "0 chain, 1 late");
     }
 
-    void timerStoppedDeletedOrRestarted_firesAccordingly() {
+    void timersStoppedDeletedOrRestartedByAHandler_fireAccordingly() {
         QTimer stopped, restarted;
         auto *const deleted = new QTimer, *const own = new QTimer;
         const QPointer<QObject> doomed(new QObject);
@@ -91,7 +91,7 @@ private slots:
         QVERIFY(!doomed);
     }
 
-    void standstill_endsTheLoopsWithAWarning() {
+    void stall_endsTheLoopsWithAWarning() {
         QTest::ignoreMessage(QtWarningMsg,
                              "Virtual time stands still: something is awaited and nothing is pending.");
         QCOMPARE(QEventLoop().exec(), 1);

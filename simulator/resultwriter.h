@@ -10,8 +10,8 @@ class KordService;
 
 namespace sim {
 
-/// Writes results to the command nodes, and misbehaves in doing so where it is told to.
-class ResultDesk : public QObject {
+/// Writes results to the command nodes, with the quirks that concern writing.
+class ResultWriter : public QObject {
     Q_OBJECT
 public:
     struct Result {
@@ -20,21 +20,21 @@ public:
         int code;
     };
 
-    ResultDesk(KordService* service, QObject* parent);
+    ResultWriter(KordService* service, QObject* parent);
 
     void setBunch(bool on) { bunch_ = on; }
     void setDouble(bool on) { double_ = on; }
     void setWrongKind(bool on) { wrongKind_ = on; }
 
-    /// `last`: no other one will follow for now.
+    /// `last`: no other result follows for now, so that Quirk::Bunch does not hold it back.
     void deliver(const Result& result, bool last);
     void deliverLater(const Result& result, int ms);
-    /// Delivers a result that is held back for a companion that will not come.
+    /// Writes a result that is held back.
     void deliverHeld();
-    /// Forgets a result that is held back for its companion.
+    /// Forgets a result that is held back.
     void forgetHeld() { held_.reset(); }
-    /// Nothing is held back or on its way.
-    bool idle() const { return !held_ && onTheirWay_ == 0; }
+    /// No result is held back or scheduled.
+    bool idle() const { return !held_ && scheduled_ == 0; }
 
 signals:
     /// Just before the node is written.
@@ -47,7 +47,7 @@ private:
     KordService* service_;
     bool bunch_ = false, double_ = false, wrongKind_ = false;
     std::optional<Result> held_;
-    int onTheirWay_ = 0;
+    int scheduled_ = 0;
 };
 
 }  // namespace sim

@@ -1,4 +1,4 @@
-#include "simulator/controlnodes.h"
+#include "simulator/controllernodes.h"
 
 #include "kord/controllermanager.h"
 #include "kord/kordservice.h"
@@ -17,7 +17,7 @@ namespace {
 
 constexpr double defaultZone = 0.002;  // metres
 
-// Millimetres, degrees, kilograms, kg·mm².
+// Units: mm, degrees, kg, kg·mm².
 constexpr char tools[] = R"([
     {"name": "laser_head", "frame": {"pos": {"x": 0, "y": 0, "z": 150},
                                      "ori": {"euler": {"a": 0, "b": 0, "c": 0}}},
@@ -46,7 +46,7 @@ QJsonValue parsed(const char* text) {
 template <class Values>
 void roundEach(Values* values, double perUnit) {
     for (double& value : *values) {
-        // Dividing by a whole number gives the double that is nearest to the decimal fraction.
+        // Divided by a whole number, not multiplied by a fraction: gives the double nearest to the decimal.
         const double rounded = std::round(value * perUnit) / perUnit;
         value = rounded == 0 ? 0.0 : rounded;
     }
@@ -85,20 +85,20 @@ ModuleObject* pendantKeys() {
                                                 QStringLiteral("notify"));
 }
 
-MotionQueue::Stand shownStand(MotionQueue::Stand stand) {
-    roundEach(&stand.pose.trans, 1e9);
-    roundEach(&stand.pose.rot, 1e11);
-    roundEach(&stand.joints, 1e11);
-    return stand;
+MotionQueue::Posture roundedPosture(MotionQueue::Posture posture) {
+    roundEach(&posture.pose.trans, 1e9);
+    roundEach(&posture.pose.rot, 1e11);
+    roundEach(&posture.joints, 1e11);
+    return posture;
 }
 
-void writePosture(QObject* sender, KordService* service, const MotionQueue::Stand& stand) {
-    ModuleObject* posture = service->dataNode(QStringLiteral("sys.posture"));
-    const MotionQueue::Stand shown = shownStand(stand);
-    writeList(sender, posture->c(QStringLiteral("trans")), shown.pose.trans);
-    writeList(sender, posture->c(QStringLiteral("rot")), shown.pose.rot);
-    writeList(sender, posture->c(QStringLiteral("near")), shown.joints);
-    posture->trigger();
+void writePosture(QObject* sender, KordService* service, const MotionQueue::Posture& posture) {
+    ModuleObject* node = service->dataNode(QStringLiteral("sys.posture"));
+    const MotionQueue::Posture rounded = roundedPosture(posture);
+    writeList(sender, node->c(QStringLiteral("trans")), rounded.pose.trans);
+    writeList(sender, node->c(QStringLiteral("rot")), rounded.pose.rot);
+    writeList(sender, node->c(QStringLiteral("near")), rounded.joints);
+    node->trigger();
 }
 
 }  // namespace sim

@@ -1,4 +1,4 @@
-#include "simulator/resultdesk.h"
+#include "simulator/resultwriter.h"
 
 #include "kord/kordservice.h"
 
@@ -12,7 +12,7 @@ namespace {
 
 constexpr int secondCopyMs = 1;
 
-MotionCommand::Kind another(MotionCommand::Kind kind) {
+MotionCommand::Kind wrongKind(MotionCommand::Kind kind) {
     switch (kind) {
         case MotionCommand::Kind::Joint:
             return MotionCommand::Kind::Line;
@@ -26,9 +26,9 @@ MotionCommand::Kind another(MotionCommand::Kind kind) {
 
 }  // namespace
 
-ResultDesk::ResultDesk(KordService* service, QObject* parent) : QObject(parent), service_(service) {}
+ResultWriter::ResultWriter(KordService* service, QObject* parent) : QObject(parent), service_(service) {}
 
-void ResultDesk::deliver(const Result& result, bool last) {
+void ResultWriter::deliver(const Result& result, bool last) {
     if (bunch_ && !held_ && !last) {
         held_ = result;
         return;
@@ -37,29 +37,29 @@ void ResultDesk::deliver(const Result& result, bool last) {
     writeWithCopy(result);
 }
 
-void ResultDesk::deliverHeld() {
+void ResultWriter::deliverHeld() {
     if (const auto held = std::exchange(held_, std::nullopt)) {
         writeWithCopy(*held);
     }
 }
 
-void ResultDesk::deliverLater(const Result& result, int ms) {
-    ++onTheirWay_;
+void ResultWriter::deliverLater(const Result& result, int ms) {
+    ++scheduled_;
     QTimer::singleShot(ms, Qt::PreciseTimer, this, [this, result] {
-        --onTheirWay_;
+        --scheduled_;
         write(result);
     });
 }
 
-void ResultDesk::writeWithCopy(const Result& result) {
+void ResultWriter::writeWithCopy(const Result& result) {
     if (double_) {
         deliverLater(result, secondCopyMs);
     }
     write(result);
 }
 
-void ResultDesk::write(const Result& written) {
-    const QString command = commandName(wrongKind_ ? another(written.kind) : written.kind);
+void ResultWriter::write(const Result& written) {
+    const QString command = commandName(wrongKind_ ? wrongKind(written.kind) : written.kind);
     emit result(command, written.id, written.code);
     service_->commandNode(command)->setValue(this, written.code);
 }
