@@ -4,6 +4,7 @@
 #include "kord/kordservice.h"
 #include "mendo/clock.h"
 #include "mendo/modulemanager.h"
+#include "program/signal.h"
 #include "simulator/controller.h"
 
 #include <QAbstractItemView>
@@ -69,16 +70,6 @@ QVector<PortTrouble> troubleOf(int row) {
 
 bool isWord(const QString& path, const char* word) {
     return m(path)->getString() == QLatin1String(word);
-}
-
-/// The signal that a statement waits for, as the executor names it.
-QString inputOf(const ModuleObject* statement) {
-    if (statement->c(QStringLiteral("DI_type"))->getString() == QLatin1String("IO")) {
-        return statement->c(QStringLiteral("diName"))->getString();
-    }
-    return QStringLiteral("%1.#%2")
-        .arg(statement->r(QStringLiteral("DI_reg.name"))->getString())
-        .arg(statement->r(QStringLiteral("DI_reg.bias"))->getInt());
 }
 
 }  // namespace
@@ -327,7 +318,7 @@ void WhyWatch::readWait(WhyState* state) const {
     state->waitedMs = std::max<qint64>(0, now - waiting.value(QStringLiteral("since")).toLongLong());
     // The program may have been edited since: the run has a copy of its own.
     const ModuleObject* statement = m(state->station ? node::stationProgram : node::program)->c(state->line);
-    if (inputOf(statement) == detail) {
+    if (prog::Signal::from(statement, prog::awaitedInput).address() == detail) {
         state->awaited = statement->c(QStringLiteral("value1"))->getString() == QLatin1String("false")
                              ? QStringLiteral("false")
                              : QStringLiteral("true");

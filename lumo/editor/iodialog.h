@@ -2,46 +2,26 @@
 
 #include "module/host.h"
 #include "widgets/answerdialog.h"
-
-#include <QHash>
-#include <QLatin1String>
+#include "widgets/signalselector.h"
 
 class QComboBox;
-class QLabel;
-class QRadioButton;
 
-/// What an output and a wait-input dialog differ in, apart from their forms.
+/// How the output and the wait-input dialog differ, apart from their forms.
 struct IoDialogTable {
-    QLatin1String signalGroup;     ///< child of the robot's "device.io"
-    QLatin1String registerAccess;  ///< registers offered: their "rw"
-    // Fields of the statement.
-    QLatin1String signalField;
-    QLatin1String valueField;
-    QLatin1String kindField;
-    QLatin1String registerField;  ///< holds "name", "bias" and "type"
+    lumo::SignalSide side;
+    prog::SignalFields signal;  ///< fields of the statement
+    QLatin1String value;        ///< field of the statement
 };
 
-/// The widgets of either form.
-struct IoDialogWidgets {
-    QRadioButton* io;
-    QRadioButton* reg;
-    QLabel* signalCaption;
-    QComboBox* signalNames;
-    QLabel* registerCaption;
-    QComboBox* registers;
-    QComboBox* elements;
-    QComboBox* value;
-};
-
-/// Chooses a controller signal, or an element of a register, and its state: the output and the
-/// wait-input dialog in one. It only reads the statement; what was chosen is stored by save().
+/// Chooses a signal and its state: the output and the wait-input dialog in one. It only reads the statement;
+/// save() stores what was chosen.
 ///
-/// `dialog->open()`, then on `signalIsok(true)` (or `accepted()`) `dialog->save(statement)`, and in
-/// any case `dialog->deleteLater()`.
+/// `dialog->open()`, then on `signalIsok(true)` (or `accepted()`) `dialog->save(statement)`, and in any case
+/// `dialog->deleteLater()`.
 class IoDialog : public AnswerDialog {
     Q_OBJECT
 public:
-    /// Writes the six fields, whichever source is chosen.
+    /// Writes the signal, with its register whichever kind is chosen, and the state.
     void save(ModuleObject* statement);
 
 signals:
@@ -51,19 +31,14 @@ signals:
 protected:
     IoDialog(const IoDialogTable& table, QWidget* parent);
 
-    /// Fills the widgets of the derived class's form with what the robot offers and the statement
-    /// holds. A stored name that is not offered is offered too.
-    void build(const IoDialogWidgets& widgets, const ModuleObject* statement);
-    /// Shows the widgets of the chosen source and hides the other's.
+    /// Fills the widgets of the derived class's form from the robot and the statement.
+    void build(const lumo::SelectorWidgets& widgets, QComboBox* value, const ModuleObject* statement);
+    /// Shows the widgets of the chosen kind and hides the others.
     void refreshSource();
     void announce(bool ok) override;
 
 private:
-    void fillSignals(const QString& stored);
-    void fillRegisters(const ModuleObject* stored);
-    void fillElements();
-
     const IoDialogTable table_;
-    IoDialogWidgets ui_{};
-    QHash<QString, QString> registerTypes_;
+    lumo::SignalSelector* selector_ = nullptr;
+    QComboBox* value_ = nullptr;
 };

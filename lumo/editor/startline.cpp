@@ -3,8 +3,8 @@
 #include "editor/programtable.h"
 #include "editor/programwidget.h"
 #include "executor/lumoexecutor.h"
+#include "files/stationrun.h"
 #include "module/globals.h"
-#include "panel/stationrun.h"
 #include "program/words.h"
 
 #include <QLabel>

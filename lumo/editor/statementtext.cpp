@@ -1,7 +1,7 @@
 #include "editor/statementtext.h"
 
-#include "equipment/ports.h"
-#include "program/words.h"
+#include "program/ports.h"
+#include "program/signal.h"
 
 #include <QObject>
 #include <QStringList>
@@ -32,16 +32,6 @@ QString frame(const QString& label, const ModuleObject* node) {
 
 const ModuleObject* parameterSet(const ModuleObject* index) {
     return m(key::param)->c(index->getInt(0));
-}
-
-/// Name of an output or input: of the signal itself, or of one element of a register.
-QString signalName(const ModuleObject* statement, QLatin1String name, QLatin1String type, QLatin1String reg) {
-    if (statement->c(type)->getString() == word::io) {
-        return statement->c(name)->getString();
-    }
-    const ModuleObject* const element = statement->c(reg);
-    return QStringLiteral("%1[%2]").arg(element->c(field::name)->getString(),
-                                        QString::number(qint64(element->c(field::bias)->getInt()) + 1));
 }
 
 /// A piece that shows one field of the statement.
@@ -187,11 +177,11 @@ QString weldSpeed2cn(const ModuleObject* weldspeed) {
 }
 
 QString do2Cn(const ModuleObject* statement) {
-    return QObject::tr("DO名称：") + signalName(statement, field::doName, field::doType, field::doReg);
+    return QObject::tr("DO名称：") + Signal::from(statement, setOutput).text();
 }
 
 QString di2Cn(const ModuleObject* statement) {
-    return QObject::tr("DI名称：") + signalName(statement, field::diName, field::diType, field::diReg);
+    return QObject::tr("DI名称：") + Signal::from(statement, awaitedInput).text();
 }
 
 QString value2Cn(const ModuleObject* value) {

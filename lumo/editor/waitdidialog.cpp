@@ -1,18 +1,15 @@
 #include "editor/waitdidialog.h"
 
-#include "program/words.h"
 #include "ui_waitdidialog.h"
 
 WaitDIDialog::WaitDIDialog(ModuleObject* statement, QWidget* parent)
-    : IoDialog({QLatin1String("DI"), QLatin1String("rd"), prog::field::diName, prog::field::value1,
-                prog::field::diType, prog::field::diReg},
-               parent),
+    : IoDialog({lumo::SignalSide::Input, prog::awaitedInput, prog::field::value1}, parent),
       ui_(std::make_unique<Ui::WaitDIDialog>()) {
     ui_->setupUi(this);
     setUpButtons(ui_->buttonBox, tr("确定"), tr("取消"));
     build({ui_->rdbIOIn, ui_->rdbRegIn, ui_->label_2, ui_->cmbDI, ui_->lblDIReg, ui_->cmbDIReg,
-           ui_->cmbDIRegBias, ui_->cmbValue},
-          statement);
+           ui_->cmbDIRegBias},
+          ui_->cmbValue, statement);
 }
 
 WaitDIDialog::~WaitDIDialog() = default;

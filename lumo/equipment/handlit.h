@@ -1,7 +1,7 @@
 #pragma once
 
 #include "equipment/ports.h"
-#include "module/export.h"
+#include "module/globals.h"
 
 #include <vector>
 

@@ -2,7 +2,6 @@
 
 #include "equipment/handlit.h"
 #include "executor/lumoexecutor.h"
-#include "module/globals.h"
 #include "program/words.h"
 #include "widgets/messagebox.h"
 
@@ -27,9 +26,7 @@ int lineFrom(const QVariant& var) {
 
 }  // namespace
 
-bool lumo::isRunning() {
-    return m(key::executeState)->getString() != word::idle || (executor && executor->depth() > 0);
-}
+LumoExecutor* executor = nullptr;
 
 LumoExecutor::Run::Run(const ModuleObject* source, int runMode, int abortsNow)
     : program(source), mode(runMode), aborts(abortsNow), motionOfLine(program.lineCount(), -1) {
@@ -48,6 +45,7 @@ bool LumoExecutor::Run::ofHandProgram() const {
 
 LumoExecutor::LumoExecutor(ModuleObject* lumo)
     : QObject(lumo), waiter_(waitLoop, schedule_), resume_(m(key::program), this) {
+    runDepth = 0;
     pulseTimer.setTimerType(Qt::PreciseTimer);
     schedule_.setPerformer([this](const PortStep& step) { writePort(step); });
     connectTree();
@@ -453,6 +451,7 @@ void LumoExecutor::setState(QLatin1String state) {
 
 void LumoExecutor::changeDepth(int by) {
     depth_ += by;
+    runDepth = depth_;
     emit activityChanged();
 }
 

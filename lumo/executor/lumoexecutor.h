@@ -6,7 +6,7 @@
 #include "executor/resumepoint.h"
 #include "executor/schedule.h"
 #include "executor/wait.h"
-#include "module/export.h"
+#include "module/globals.h"
 #include "module/host.h"
 
 #include <QEventLoop>
@@ -263,3 +263,6 @@ private:
     bool paramWaits_ = false;                       ///< a parameter change met the gap between two pulses
     double lastPower_ = 0.0;                        ///< laser power that the executor wrote last
 };
+
+/// The one executor, owned by the `lumo` node; null until the first panel is made.
+extern LUMO_EXPORT LumoExecutor* executor;

@@ -1,9 +1,9 @@
 // Statements that talk to the rest of the cell: set an output, wait for an input, wait a time.
 
+#include "equipment/signalio.h"
 #include "executor/lumoexecutor.h"
-#include "program/words.h"
 
-#include <QVariantHash>
+#include <QVariant>
 
 #include <algorithm>
 
@@ -14,48 +14,26 @@ namespace {
 
 constexpr int inputPollMs = 100;
 
-QString text(const ModuleObject* stmt, const char* path) {
-    return stmt->r(QString::fromLatin1(path))->getString(QString());
-}
-
-/// Key of the input in the service's list of controller inputs, or the path of its register bit.
-QString inputName(const ModuleObject* stmt) {
-    if (text(stmt, "DI_type") == word::io) {
-        return text(stmt, "diName");
-    }
-    return mName(text(stmt, "DI_reg.name"), mIndex(stmt->r(QStringLiteral("DI_reg.bias"))->getInt(0)));
-}
-
 }  // namespace
 
+/// An output is switched on by any value but "false", a bit of a register by "true" alone.
 int LumoExecutor::setDO(ModuleObject* stmt) {
-    const QString value = text(stmt, "value");
-    if (text(stmt, "DO_type") == word::io) {
-        kordservice()->command(nullptr, command::outDo,
-                               QVariantHash{{QStringLiteral("name"), text(stmt, "doName")},
-                                            {QStringLiteral("value"), value == word::falseText ? 0 : 1}});
-        return 0;
+    const Signal output = Signal::from(stmt, setOutput);
+    const QString value = stmt->c(field::value)->getString();
+    if (output.isIo) {
+        writeSignal(nullptr, output, value == word::falseText ? 0 : 1);
+    } else {
+        writeSignal(this, output, value == word::trueText);
     }
-    kordservice()->execCommand(
-        this, command::registerWrite,
-        QVariantHash{{QStringLiteral("name"), text(stmt, "DO_reg.name")},
-                     {QStringLiteral("type"), text(stmt, "DO_reg.type")},
-                     {QStringLiteral("bias"), stmt->r(QStringLiteral("DO_reg.bias"))->getInt(0)},
-                     {QStringLiteral("value"), value == word::trueText}});
     return 0;
 }
 
 bool LumoExecutor::inputState(const ModuleObject* stmt) {
-    if (text(stmt, "DI_type") == word::io) {
-        return kordservice()
-            ->get(nullptr, key::deviceIo, mName(QStringLiteral("DI"), inputName(stmt)))
-            ->getBool(false);
-    }
-    return kordservice()->dataNode(mName(key::registerValues, inputName(stmt)))->getBool(false);
+    return signalLevel(nullptr, Signal::from(stmt, awaitedInput));
 }
 
 int LumoExecutor::waitDI(ModuleObject* stmt) {
-    const bool awaited = text(stmt, "value1") != word::falseText;
+    const bool awaited = stmt->c(field::value1)->getString() != word::falseText;
     QTimer poll;
     connect(&poll, &QTimer::timeout, this, [this, stmt, awaited] {
         if (inputState(stmt) == awaited && waiter_.waitsFor(WaitKind::Input)) {
@@ -64,7 +42,7 @@ int LumoExecutor::waitDI(ModuleObject* stmt) {
     });
     poll.start(inputPollMs);
     // Ended by the input, a pause or an emergency stop; there is no time-out.
-    if (waiter_.run(WaitKind::Input, inputName(stmt), -1) == WaitEnd::Quit) {
+    if (waiter_.run(WaitKind::Input, Signal::from(stmt, awaitedInput).address(), -1) == WaitEnd::Quit) {
         quit();
     }
     return 0;

@@ -3,8 +3,8 @@
 #include "files/jsonplace.h"
 #include "files/keptfile.h"
 #include "files/settingsfile.h"
+#include "files/stationrun.h"
 #include "module/host.h"
-#include "panel/stationrun.h"
 #include "program/words.h"
 
 #include <QDir>

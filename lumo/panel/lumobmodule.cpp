@@ -3,11 +3,37 @@
 #include "kord/managerhelper.h"
 #include "mendo/creatormanager.h"
 #include "module/host.h"
-#include "panel/registration.h"
+#include "panel/lumowidget.h"
 #include "pel/navo.h"
 
+namespace {
+
+/// The host's interface level that the package was built for.
+constexpr int pluginLevel = 11;
+/// The package's name in the host's registries.
+constexpr QLatin1String packageName("lumo");
+/// The factory key of the page's module.
+constexpr QLatin1String pageModuleKey("rova.robot.pack.lumo");
+
+/// Enters the package into the host's registries while the library is being loaded.
+struct Registration {
+    Registration() {
+        using mendo::CreatorManager;
+        bfactory().regist(packageName, CreatorManager::ModuleCreator(
+                                           [](QObject* parent) { return new LumoBModule(parent); }));
+        mendo::pluginManager().regist(packageName, CreatorManager::ValueCreator([] { return pluginLevel; }));
+        bfactory().regist(pageModuleKey, CreatorManager::ModuleCreator(
+                                             [](QObject* parent) { return new LumoWidgetBModule(parent); }));
+        ver().regist(packageName, CreatorManager::ValueCreator([] { return LUMO_PACKAGE_VERSION; }));
+    }
+};
+
+const Registration registration;
+
+}  // namespace
+
 LumoBModule::LumoBModule(QObject* parent) : gantu::BModule(parent) {
-    lumo::logS() << QStringLiteral("lumo v%1").arg(ver(QString(lumo::packageName), true));
+    lumo::logS() << QStringLiteral("lumo v%1").arg(ver(QString(packageName), true));
     const QString language = kord::ManagerHelper::instance()
                                  ->module()
                                  ->mobj()
@@ -17,11 +43,26 @@ LumoBModule::LumoBModule(QObject* parent) : gantu::BModule(parent) {
 }
 
 QString LumoBModule::name() const {
-    return lumo::packageName;
+    return packageName;
 }
 
 void LumoBModule::init() {
     const QString title = QObject::tr("激光焊接");
     pel::navo::registerPage(this, title, QStringLiteral("robot.pack"), QString(), -1)
-        ->set(this, QStringLiteral("nav"), QString(lumo::pageModuleKey), true);
+        ->set(this, QStringLiteral("nav"), QString(pageModuleKey), true);
+}
+
+LumoWidgetBModule::LumoWidgetBModule(QObject* parent)
+    : gantu::BModule(parent), widget_(new LumoWidget(nullptr)) {}
+
+LumoWidgetBModule::~LumoWidgetBModule() {
+    delete widget_;
+}
+
+QString LumoWidgetBModule::name() const {
+    return QStringLiteral("lumowidget");
+}
+
+QWidget* LumoWidgetBModule::wgt() {
+    return widget_;
 }

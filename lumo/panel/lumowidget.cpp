@@ -8,6 +8,7 @@
 #include "executor/lumoexecutor.h"
 #include "files/projectfile.h"
 #include "files/settingsfile.h"
+#include "files/stationrun.h"
 #include "gantu/bmodule.h"
 #include "kord/managerhelper.h"
 #include "kord/thememanager.h"
@@ -340,8 +341,8 @@ void LumoWidget::lockSelectors() {
 }
 
 void LumoWidget::reapplyToolset() {
-    emit ui_->toolCmb->currentIndexChanged(ui_->toolCmb->currentIndex());
-    emit ui_->wobjCmb->currentIndexChanged(ui_->wobjCmb->currentIndex());
+    applySelector(ui_->toolCmb);
+    applySelector(ui_->wobjCmb);
 }
 
 void LumoWidget::selectLoadedToolset() {

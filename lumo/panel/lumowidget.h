@@ -1,6 +1,6 @@
 #pragma once
 
-#include "module/export.h"
+#include "module/globals.h"
 #include "module/host.h"
 
 #include <QList>

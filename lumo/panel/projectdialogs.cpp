@@ -6,9 +6,7 @@
 #include "panel/lumowidget.h"
 #include "params/addparamdialog.h"
 #include "widgets/messagebox.h"
-
-#include <QDir>
-#include <QUrl>
+#include "widgets/projectchooser.h"
 
 namespace lumo {
 
@@ -19,26 +17,6 @@ void warn(const QString& text) {
 }
 
 }  // namespace
-
-QFileDialog* makeProjectDialog(QWidget* parent) {
-    constexpr QSize size(760, 520);
-    auto* dialog =
-        new QFileDialog(parent, LumoWidget::tr("打开工程"), QDir::currentPath(), QStringLiteral("*.json"));
-    dialog->setOption(QFileDialog::DontUseNativeDialog);
-    dialog->setOption(QFileDialog::ReadOnly);  // it neither deletes nor renames
-    dialog->setAcceptMode(QFileDialog::AcceptOpen);
-    dialog->setFileMode(QFileDialog::AnyFile);
-    dialog->setDefaultSuffix(QStringLiteral("json"));
-    dialog->setViewMode(QFileDialog::List);
-    dialog->setSidebarUrls({QUrl::fromLocalFile(QDir::currentPath()), QUrl::fromLocalFile(QDir::homePath())});
-    dialog->setLabelText(QFileDialog::Accept, LumoWidget::tr("保存"));
-    dialog->setLabelText(QFileDialog::Reject, LumoWidget::tr("取消"));
-    dialog->setLabelText(QFileDialog::LookIn, LumoWidget::tr("文件夹："));
-    dialog->setLabelText(QFileDialog::FileName, LumoWidget::tr("文件名："));
-    dialog->setLabelText(QFileDialog::FileType, LumoWidget::tr("文件类型："));
-    dialog->resize(size);
-    return dialog;
-}
 
 ProjectDialogs::ProjectDialogs(QWidget* page) : QObject(page), page_(page) {}
 
@@ -120,9 +98,8 @@ void ProjectDialogs::openProject() {
         return;
     }
     delete fileDialog_;
-    fileDialog_ = makeProjectDialog(page_);
+    fileDialog_ = new ProjectChooser(page_);
     connect(fileDialog_, &QFileDialog::fileSelected, this, &ProjectDialogs::fileSelected);
-    connect(fileDialog_, &QDialog::finished, fileDialog_, &QObject::deleteLater);
     fileDialog_->open();
 }
 

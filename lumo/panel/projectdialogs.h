@@ -2,7 +2,6 @@
 
 #include "files/projectfile.h"
 
-#include <QFileDialog>
 #include <QObject>
 #include <QPointer>
 #include <QString>
@@ -10,13 +9,10 @@
 #include <functional>
 
 class AddParamDialog;
+class QFileDialog;
 class QWidget;
 
 namespace lumo {
-
-/// Qt's own dialog that asks for a project, for a finger: a list of names, and the two places where
-/// projects are. It changes no files. Shown with `open()`.
-[[nodiscard]] QFileDialog* makeProjectDialog(QWidget* parent);
 
 /// The work behind the four project buttons: asks for a name or a file, then creates, opens, saves or
 /// copies a project.

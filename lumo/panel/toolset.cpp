@@ -1,5 +1,6 @@
 #include "panel/toolset.h"
 
+#include "files/stationrun.h"
 #include "program/words.h"
 
 #include <QComboBox>
@@ -121,10 +122,6 @@ void applyToolsetSelector(QObject* sender, const QComboBox* combo, bool isTool) 
     }
     part->set(sender, field::name, name);
     sendToolset(sender);
-}
-
-void sendToolset(QObject* sender) {
-    kordservice()->set(sender, key::coordToolset, m(key::toolset));
 }
 
 }  // namespace lumo

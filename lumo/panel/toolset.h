@@ -17,8 +17,6 @@ bool selectToolsetName(QComboBox* combo, const QString& name);
 /// Puts the current entry into `lumo.toolset` and hands the tool set to the robot. An entry that the
 /// host does not know sets the name alone.
 void applyToolsetSelector(QObject* sender, const QComboBox* combo, bool isTool);
-/// Hands `lumo.toolset` to the robot.
-void sendToolset(QObject* sender);
 
 }  // namespace lumo
 

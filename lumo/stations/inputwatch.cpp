@@ -1,6 +1,6 @@
 #include "stations/inputwatch.h"
 
-#include "program/words.h"
+#include "equipment/signalio.h"
 
 #include <algorithm>
 
@@ -18,9 +18,9 @@ QList<ModuleObject*> stations() {
 
 InputWatch::Baseline InputWatch::present(QObject* sender, const ModuleObject* station) const {
     Baseline now;
-    now.source = readSource(station, input_);
+    now.source = readSignal(station, input_);
     now.edge = readEdge(station, input_);
-    now.level = inputLevel(sender, now.source);
+    now.level = signalLevel(sender, now.source);
     return now;
 }
 

@@ -36,7 +36,7 @@ public:
 private:
     /// What an input showed, and which input with which edge that was.
     struct Baseline {
-        SignalSource source;
+        prog::Signal source;
         Edge edge = Edge::None;
         Level level;
         bool followsRelease = true;  ///< an input that has left its triggering level can trigger

@@ -2,11 +2,11 @@
 
 #include "files/projectfile.h"
 #include "files/settingsfile.h"
-#include "panel/projectdialogs.h"
 #include "program/words.h"
 #include "stations/stationtable.h"
 #include "ui_signalsbindingparamwidget.h"
 #include "widgets/messagebox.h"
+#include "widgets/projectchooser.h"
 #include "widgets/signalselector.h"
 
 #include <QFileDialog>
@@ -69,7 +69,8 @@ void SignalsBindingParamWidget::makeSelectors() {
     };
     for (const StationSignal which : stationSignals) {
         const int index = static_cast<int>(which);
-        selectors_[index] = new SignalSelector(which, widgets[index], this);
+        const SignalSide side = isInput(which) ? SignalSide::Input : SignalSide::Output;
+        selectors_[index] = new SignalSelector(side, true, widgets[index], this);
     }
 }
 
@@ -78,7 +79,7 @@ SignalSelector* SignalsBindingParamWidget::selector(StationSignal which) const {
 }
 
 void SignalsBindingParamWidget::initSelector(StationSignal which) {
-    selector(which)->fill(station_ ? readSource(station_, which) : SignalSource());
+    selector(which)->fill(station_ ? readSignal(station_, which) : Signal());
 }
 
 void SignalsBindingParamWidget::initDICmb() {
@@ -135,7 +136,7 @@ void SignalsBindingParamWidget::save() {
         station_->copyFrom(this, m(key::defaultSignalsConfig));
     }
     for (const StationSignal which : stationSignals) {
-        writeSource(this, station_, which, selector(which)->chosen());
+        storeSignal(this, station_, which, selector(which)->chosen());
     }
     writeEdge(this, station_, StationSignal::StartInput, chosenEdge(ui_->cmbType));
     writeEdge(this, station_, StationSignal::StopInput, chosenEdge(ui_->cmbType_2));
@@ -176,9 +177,8 @@ void SignalsBindingParamWidget::chooseProject() {
     if (fileDialog_) {
         return;
     }
-    fileDialog_ = makeProjectDialog(this);
+    fileDialog_ = new ProjectChooser(this);
     connect(fileDialog_, &QFileDialog::fileSelected, this, &SignalsBindingParamWidget::projectSelected);
-    connect(fileDialog_, &QDialog::finished, fileDialog_, &QObject::deleteLater);
     fileDialog_->open();
 }
 

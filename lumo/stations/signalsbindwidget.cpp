@@ -3,9 +3,8 @@
 #include "executor/lumoexecutor.h"
 #include "files/projectfile.h"
 #include "files/settingsfile.h"
+#include "files/stationrun.h"
 #include "module/globals.h"
-#include "panel/stationrun.h"
-#include "panel/toolset.h"
 #include "program/words.h"
 #include "stations/stationtable.h"
 #include "ui_signalsbindwidget.h"
@@ -152,7 +151,7 @@ void SignalsBindWidget::checkDIStatus(const QString& phase) {
 
 void SignalsBindWidget::queueProject(int row) {
     queue_.add(stationCell(ui_->tableWidget, row, ProjectColumn),
-               {row, readSource(stationAt(row), StationSignal::StartOutput)});
+               {row, readSignal(stationAt(row), StationSignal::StartOutput)});
     const QPointer<SignalsBindWidget> self(this);
     setDoPort(row, true);
     if (self) {
@@ -165,24 +164,24 @@ void SignalsBindWidget::checkDI2Status(const QString& phase) {
         stops_.takeBaselines(this);
         return;
     }
-    QVector<SignalSource> outputs;
+    QVector<Signal> outputs;
     const QVector<int> triggered = stops_.look(this);
     for (const int row : triggered) {
-        outputs << readSource(stationAt(row), StationSignal::StopOutput);
+        outputs << readSignal(stationAt(row), StationSignal::StopOutput);
     }
     const QPointer<SignalsBindWidget> self(this);
-    for (const SignalSource& output : qAsConst(outputs)) {
+    for (const Signal& output : qAsConst(outputs)) {
         m(key::triggerPause)->trigger();  // returns when the closing is over
         switchOutput(self, output, true);
     }
 }
 
 void SignalsBindWidget::setDoPort(int row, bool on) {
-    switchOutput(this, readSource(stationAt(row), StationSignal::StartOutput), on);
+    switchOutput(this, readSignal(stationAt(row), StationSignal::StartOutput), on);
 }
 
 void SignalsBindWidget::setDo2Port(int row, bool on) {
-    switchOutput(this, readSource(stationAt(row), StationSignal::StopOutput), on);
+    switchOutput(this, readSignal(stationAt(row), StationSignal::StopOutput), on);
 }
 
 // --- The queue ------------------------------------------------------------------------------------

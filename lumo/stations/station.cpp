@@ -1,11 +1,11 @@
 #include "stations/station.h"
 
-#include "program/words.h"
+#include "equipment/signalio.h"
 
 #include <QCoreApplication>
 #include <QStringList>
 #include <QTranslator>
-#include <QVariantHash>
+#include <QVariant>
 
 using namespace prog;
 
@@ -18,22 +18,20 @@ struct Text {
     Q_DECLARE_TR_FUNCTIONS(SignalsBindingParamWidget)
 };
 
-struct SignalFields {
-    QLatin1String name;
-    QLatin1String kind;
-    QLatin1String reg;
+struct Fields {
+    SignalFields signal;
     QLatin1String edge;  ///< of inputs
 };
 
-const SignalFields signalFields[] = {
-    {"DI"_l1, "DI_type"_l1, "DI_reg"_l1, "type"_l1},
-    {"DI2"_l1, "DI2_type"_l1, "DI2_reg"_l1, "type2"_l1},
-    {"DO"_l1, "DO_type"_l1, "DO_reg"_l1, QLatin1String()},
-    {"DO2"_l1, "DO2_type"_l1, "DO2_reg"_l1, QLatin1String()},
+constexpr Fields stationFields[] = {
+    {{"DI"_l1, "DI_type"_l1, "DI_reg"_l1}, "type"_l1},
+    {{"DI2"_l1, "DI2_type"_l1, "DI2_reg"_l1}, "type2"_l1},
+    {{"DO"_l1, "DO_type"_l1, "DO_reg"_l1}, QLatin1String()},
+    {{"DO2"_l1, "DO2_type"_l1, "DO2_reg"_l1}, QLatin1String()},
 };
 
-const SignalFields& fieldsOf(StationSignal which) {
-    return signalFields[static_cast<int>(which)];
+const Fields& fieldsOf(StationSignal which) {
+    return stationFields[static_cast<int>(which)];
 }
 
 const char* const edgeSources[] = {nullptr, QT_TRANSLATE_NOOP("SignalsBindingParamWidget", "上升沿"),
@@ -67,7 +65,7 @@ bool triggers(Edge edge, Level baseline, Level latest) {
     return false;
 }
 
-bool stands(Edge edge, const SignalSource& input, bool level) {
+bool stands(Edge edge, const Signal& input, bool level) {
     return edge != Edge::None && !input.name().isEmpty() && level == (edge == Edge::Rising);
 }
 
@@ -86,27 +84,12 @@ QString edgeWord(Edge edge) {
 
 // --- The record -----------------------------------------------------------------------------------
 
-SignalSource readSource(const ModuleObject* station, StationSignal which) {
-    const SignalFields& fields = fieldsOf(which);
-    const ModuleObject* const reg = station->c(fields.reg);
-    SignalSource source;
-    source.isIo = station->c(fields.kind)->getString() == word::io;
-    source.ioName = station->c(fields.name)->getString();
-    source.registerName = reg->c(field::name)->getString();
-    source.registerType = reg->c(field::type)->getString();
-    source.bias = reg->c(field::bias)->getInt();
-    return source;
+Signal readSignal(const ModuleObject* station, StationSignal which) {
+    return Signal::from(station, fieldsOf(which).signal);
 }
 
-void writeSource(QObject* sender, ModuleObject* station, StationSignal which, const SignalSource& source) {
-    const SignalFields& fields = fieldsOf(which);
-    station->set(sender, fields.name, source.ioName)
-        ->set(sender, fields.kind, source.isIo ? QString(word::io) : Text::tr("寄存器"));
-    if (!source.isIo) {
-        station->set(sender, mName(fields.reg, field::name), source.registerName)
-            ->set(sender, mName(fields.reg, field::bias), source.bias)
-            ->set(sender, mName(fields.reg, field::type), source.registerType);
-    }
+void storeSignal(QObject* sender, ModuleObject* station, StationSignal which, const Signal& signal) {
+    signal.store(sender, station, fieldsOf(which).signal, Text::tr("寄存器"), !signal.isIo);
 }
 
 Edge readEdge(const ModuleObject* station, StationSignal input) {
@@ -119,48 +102,21 @@ void writeEdge(QObject* sender, ModuleObject* station, StationSignal input, Edge
 
 // --- The controller -------------------------------------------------------------------------------
 
-bool inputLevel(QObject* sender, const SignalSource& input) {
-    if (input.name().isEmpty()) {
-        return false;
+void switchOutput(QObject* sender, const Signal& output, bool on) {
+    if (!output.name().isEmpty()) {
+        writeSignal(sender, output, on);
     }
-    if (input.isIo) {
-        return kordservice()
-            ->get(sender, key::deviceIo, mName(word::portInput, input.ioName))
-            ->getBool(false);
-    }
-    return kordservice()
-        ->dataNode(mName(key::registerValues, input.registerName, mIndex(input.bias)))
-        ->getBool(false);
-}
-
-void switchOutput(QObject* sender, const SignalSource& output, bool on) {
-    if (output.name().isEmpty()) {
-        return;
-    }
-    if (output.isIo) {
-        kordservice()->command(sender, command::outDo,
-                               QVariantHash{{field::name, output.ioName}, {field::value, on}});
-        return;
-    }
-    kordservice()->execCommand(sender, command::registerWrite,
-                               QVariantHash{{field::name, output.registerName},
-                                            {field::type, output.registerType},
-                                            {field::bias, output.bias},
-                                            {field::value, on}});
 }
 
 // --- What the operator reads ----------------------------------------------------------------------
 
-QString kindText(StationSignal which, const SignalSource& source) {
+QString kindText(StationSignal which, const Signal& signal) {
     const QString caption = isStart(which) ? Text::tr("启动: ") : Text::tr("停止: ");
-    return caption + (source.isIo ? QString(word::io) : Text::tr("寄存器"));
+    return caption + (signal.isIo ? QString(word::io) : Text::tr("寄存器"));
 }
 
-QString sourceText(const SignalSource& source) {
-    if (source.isIo || source.registerName.isEmpty() || source.bias < 0) {
-        return source.name();
-    }
-    return QStringLiteral("%1[%2]").arg(source.registerName).arg(qint64(source.bias) + 1);
+QString signalText(const Signal& signal) {
+    return signal.registerName.isEmpty() || signal.bit < 0 ? signal.name() : signal.text();
 }
 
 QString edgeText(const ModuleObject* station, StationSignal input) {

@@ -11,7 +11,7 @@ namespace lumo {
 /// off afterwards, whatever the station was changed to meanwhile.
 struct WaitingStation {
     int row = -1;  ///< -1: it was deleted
-    SignalSource output;
+    prog::Signal output;
 };
 
 /// The projects that wait for their start, in the order of their triggers. A project is in it once,

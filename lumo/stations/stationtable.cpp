@@ -82,10 +82,10 @@ void renumberStations(QTableWidget* table) {
 }
 
 void showStation(QTableWidget* table, int row, const ModuleObject* station) {
-    const SignalSource startInput = readSource(station, StationSignal::StartInput);
-    const SignalSource stopInput = readSource(station, StationSignal::StopInput);
-    const SignalSource startOutput = readSource(station, StationSignal::StartOutput);
-    const SignalSource stopOutput = readSource(station, StationSignal::StopOutput);
+    const Signal startInput = readSignal(station, StationSignal::StartInput);
+    const Signal stopInput = readSignal(station, StationSignal::StopInput);
+    const Signal startOutput = readSignal(station, StationSignal::StartOutput);
+    const Signal stopOutput = readSignal(station, StationSignal::StopOutput);
     const auto show = [table, row](StationColumn column, const QString& text) {
         table->item(row, column)->setText(text);
     };
@@ -93,14 +93,14 @@ void showStation(QTableWidget* table, int row, const ModuleObject* station) {
     show(ProjectColumn, station->c(field::filePath)->getString());
     show(InputKindColumn, twoLines(kindText(StationSignal::StartInput, startInput),
                                    kindText(StationSignal::StopInput, stopInput)));
-    show(InputColumn, twoLines(sourceText(startInput), sourceText(stopInput)));
+    show(InputColumn, twoLines(signalText(startInput), signalText(stopInput)));
     show(EdgeColumn,
          twoLines(edgeText(station, StationSignal::StartInput), edgeText(station, StationSignal::StopInput)));
     show(PeriodColumn, station->c(field::time)->getString());
     show(StateColumn, stateText(StationState::Unknown));
     show(OutputKindColumn, twoLines(kindText(StationSignal::StartOutput, startOutput),
                                     kindText(StationSignal::StopOutput, stopOutput)));
-    show(OutputColumn, twoLines(sourceText(startOutput), sourceText(stopOutput)));
+    show(OutputColumn, twoLines(signalText(startOutput), signalText(stopOutput)));
 }
 
 void showState(QTableWidget* table, int row, StationState state) {

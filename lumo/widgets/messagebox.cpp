@@ -31,7 +31,7 @@ void showMessage(QMessageBox::Icon icon, const QString& title, const QString& te
     auto* box =
         new QMessageBox(icon, title, text, QMessageBox::Ok, center ? center->currentWidget() : nullptr);
     box->setAttribute(Qt::WA_DeleteOnClose);
-    if (executor && isRunning()) {  // a modal box would take the button away that stops it
+    if (isRunning()) {  // a modal box would block the Stop button
         box->setWindowModality(Qt::NonModal);
         box->show();
     } else {

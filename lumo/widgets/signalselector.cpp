@@ -1,6 +1,6 @@
 #include "widgets/signalselector.h"
 
-#include "program/words.h"
+#include "module/host.h"
 
 #include <QComboBox>
 #include <QLabel>
@@ -12,87 +12,90 @@ namespace lumo {
 
 namespace {
 
+/// Data of a register's entry.
 constexpr int lengthRole = Qt::UserRole;
 constexpr int typeRole = Qt::UserRole + 1;
-/// A stored bit beyond is no bit of any register, and is not offered.
-constexpr int mostBits = 1024;
 
-bool isOfBits(const ModuleObject* entry) {
-    const QString type = entry->c(field::type)->getString();
-    return type == QLatin1String("bit") || type == QLatin1String("bool");
-}
-
-void offer(QComboBox* registers, const QString& name, const QString& type, int length) {
+void offerRegister(QComboBox* registers, const QString& name, const QString& type, int length) {
     registers->addItem(name, length);
     registers->setItemData(registers->count() - 1, type, typeRole);
 }
 
+void offerBit(QComboBox* bits, int bit) {
+    bits->addItem(QString::number(qint64(bit) + 1), bit);
+}
+
 }  // namespace
 
-SignalSelector::SignalSelector(StationSignal which, const SelectorWidgets& widgets, QObject* parent)
-    : QObject(parent), which_(which), ui_(widgets) {
+SignalSelector::SignalSelector(SignalSide side, bool offersNone, const SelectorWidgets& widgets,
+                               QObject* parent)
+    : QObject(parent), side_(side), offersNone_(offersNone), ui_(widgets) {
     connect(ui_.io, &QRadioButton::clicked, this, &SignalSelector::refresh);
     connect(ui_.reg, &QRadioButton::clicked, this, &SignalSelector::refresh);
     connect(ui_.registers, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
             &SignalSelector::fillBits);
 }
 
-void SignalSelector::fill(const SignalSource& stored) {
+void SignalSelector::fill(const Signal& stored) {
+    stored_ = stored;
     (stored.isIo ? ui_.io : ui_.reg)->setChecked(true);
-    fillNames(stored.ioName);
-    fillRegisters(stored);
+    fillNames();
+    fillRegisters();
     refresh();
 }
 
-void SignalSelector::fillNames(const QString& stored) {
+void SignalSelector::fillNames() {
     ui_.ioNames->clear();
-    ui_.ioNames->addItem(QString());
-    const QLatin1String group = isInput(which_) ? word::portInput : word::portOutput;
+    if (offersNone_) {
+        ui_.ioNames->addItem(QString());
+    }
+    const QLatin1String group = side_ == SignalSide::Input ? word::portInput : word::portOutput;
     const QList<ModuleObject*> offered = kordservice()->get(this, key::deviceIo, group)->cmobjs();
     for (const ModuleObject* signal : offered) {
         ui_.ioNames->addItem(signal->name());
     }
-    if (ui_.ioNames->findText(stored) < 0) {
-        ui_.ioNames->addItem(stored);
+    if (!stored_.ioName.isEmpty() && ui_.ioNames->findText(stored_.ioName) < 0) {
+        ui_.ioNames->addItem(stored_.ioName);
     }
-    ui_.ioNames->setCurrentIndex(ui_.ioNames->findText(stored));
+    ui_.ioNames->setCurrentText(stored_.ioName);
 }
 
-void SignalSelector::fillRegisters(const SignalSource& stored) {
+void SignalSelector::fillRegisters() {
     ui_.registers->clear();
-    offer(ui_.registers, QString(), QString(), 0);
-    const QLatin1String access = isInput(which_) ? "rd"_l1 : "rdwr"_l1;
+    if (offersNone_) {
+        offerRegister(ui_.registers, QString(), QString(), 0);
+    }
+    const QLatin1String access = side_ == SignalSide::Input ? "rd"_l1 : "rdwr"_l1;
     const QList<ModuleObject*> offered = m(key::registerList)->cmobjs();
     for (const ModuleObject* entry : offered) {
-        if (entry->c(field::rw)->getString() == access && isOfBits(entry)) {
-            offer(ui_.registers, entry->c(field::name)->getString(), entry->c(field::type)->getString(),
-                  entry->c(field::len)->getInt(1));
+        const QString type = entry->c(field::type)->getString();
+        if (entry->c(field::rw)->getString() == access && (type == "bit"_l1 || type == "bool"_l1)) {
+            offerRegister(ui_.registers, entry->c(field::name)->getString(), type,
+                          entry->c(field::len)->getInt(1));
         }
     }
-    if (ui_.registers->findText(stored.registerName) < 0) {
-        offer(ui_.registers, stored.registerName, stored.registerType, 1);
+    if (!stored_.registerName.isEmpty() && ui_.registers->findText(stored_.registerName) < 0) {
+        offerRegister(ui_.registers, stored_.registerName, stored_.registerType, 1);
     }
-    // Who goes over from an input or output to a register finds the first one chosen.
-    const bool proposesFirst = stored.isIo && stored.registerName.isEmpty() && ui_.registers->count() > 1;
-    ui_.registers->setCurrentIndex(proposesFirst ? 1 : ui_.registers->findText(stored.registerName));
+    // An operator who changes over to a register finds the first one chosen.
+    const bool proposesFirst = stored_.isIo && stored_.registerName.isEmpty() && ui_.registers->count() > 1;
+    ui_.registers->setCurrentIndex(
+        proposesFirst && offersNone_ ? 1 : qMax(0, ui_.registers->findText(stored_.registerName)));
     fillBits();
-    if (!stored.registerName.isEmpty()) {
-        if (stored.bias < mostBits) {
-            offerBits(stored.bias + 1);
+    if (!stored_.registerName.isEmpty()) {
+        if (stored_.bit >= ui_.bits->count()) {
+            offerBit(ui_.bits, stored_.bit);
         }
-        ui_.bits->setCurrentIndex(stored.bias);
-    }
-}
-
-void SignalSelector::offerBits(int count) {
-    for (int bit = ui_.bits->count(); bit < count; ++bit) {
-        ui_.bits->addItem(QString::number(bit + 1));
+        ui_.bits->setCurrentIndex(ui_.bits->findData(stored_.bit));
     }
 }
 
 void SignalSelector::fillBits() {
     ui_.bits->clear();
-    offerBits(ui_.registers->currentData(lengthRole).toInt());
+    const int length = ui_.registers->currentData(lengthRole).toInt();
+    for (int bit = 0; bit < length; ++bit) {
+        offerBit(ui_.bits, bit);
+    }
 }
 
 void SignalSelector::refresh() {
@@ -104,14 +107,18 @@ void SignalSelector::refresh() {
     ui_.bits->setVisible(!isIo);
 }
 
-SignalSource SignalSelector::chosen() const {
-    SignalSource source;
-    source.isIo = ui_.io->isChecked();
-    source.ioName = ui_.ioNames->currentText();
-    source.registerName = ui_.registers->currentText();
-    source.registerType = ui_.registers->currentData(typeRole).toString();
-    source.bias = ui_.bits->currentIndex();
-    return source;
+Signal SignalSelector::chosen() const {
+    Signal signal;
+    signal.isIo = ui_.io->isChecked();
+    signal.ioName = ui_.ioNames->currentText();
+    signal.registerName = ui_.registers->currentText();
+    signal.registerType = ui_.registers->currentData(typeRole).toString();
+    if (ui_.bits->currentIndex() >= 0) {
+        signal.bit = ui_.bits->currentData().toInt();
+    } else if (signal.registerName == stored_.registerName) {
+        signal.bit = stored_.bit;
+    }
+    return signal;
 }
 
 }  // namespace lumo

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "stations/station.h"
+#include "program/signal.h"
 
 #include <QObject>
 
@@ -10,7 +10,7 @@ class QRadioButton;
 
 namespace lumo {
 
-/// The widgets that choose one signal of a station.
+/// The widgets of a form that choose one signal.
 struct SelectorWidgets {
     QRadioButton* io;
     QRadioButton* reg;
@@ -18,31 +18,36 @@ struct SelectorWidgets {
     QComboBox* ioNames;
     QLabel* registerCaption;
     QComboBox* registers;
-    QComboBox* bits;  ///< of the chosen register, counted from 1
+    QComboBox* bits;  ///< of the chosen register, shown from 1
 };
 
-/// Lets the operator choose one signal of a station among the inputs or outputs of the controller and
-/// its registers of bits, or none: the empty entry, which comes first. What is stored and not offered any
-/// more is offered too.
+/// What a selector offers: the controller's inputs and the registers that can be read, or its outputs and the
+/// registers that can be written.
+enum class SignalSide { Input, Output };
+
+/// Lets the operator choose a signal: an input or output of the controller, or a bit of a register. A stored
+/// signal that the controller does not have is offered too.
 class SignalSelector : public QObject {
     Q_OBJECT
 public:
-    SignalSelector(StationSignal which, const SelectorWidgets& widgets, QObject* parent);
+    /// `offersNone`: the first entry is empty and means "not connected".
+    SignalSelector(SignalSide side, bool offersNone, const SelectorWidgets& widgets, QObject* parent);
 
     /// Offers what the controller has and selects what is stored.
-    void fill(const SignalSource& stored);
-    /// Shows the names of the chosen kind alone.
+    void fill(const prog::Signal& stored);
+    /// Shows the widgets of the chosen kind and hides the others.
     void refresh();
-    [[nodiscard]] SignalSource chosen() const;
+    [[nodiscard]] prog::Signal chosen() const;
 
 private:
-    void fillNames(const QString& stored);
-    void fillRegisters(const SignalSource& stored);
+    void fillNames();
+    void fillRegisters();
     void fillBits();
-    void offerBits(int count);
 
-    StationSignal which_;
-    SelectorWidgets ui_;
+    const SignalSide side_;
+    const bool offersNone_;
+    const SelectorWidgets ui_;
+    prog::Signal stored_;
 };
 
 }  // namespace lumo

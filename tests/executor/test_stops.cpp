@@ -1,6 +1,6 @@
 #include "executor/script.h"
 #include "module/qtloops.h"
-#include "panel/projectdialogs.h"
+#include "widgets/projectchooser.h"
 
 #include <QContextMenuEvent>
 #include <QDoubleSpinBox>
@@ -155,7 +155,7 @@ class TestStops : public QObject {
     /// What Qt opens by itself, and waits for in a loop of its own.
     QScrollBar bar_;
     QDoubleSpinBox box_;
-    std::unique_ptr<QFileDialog> files_{lumo::makeProjectDialog(nullptr)};
+    std::unique_ptr<QFileDialog> files_{new lumo::ProjectChooser(nullptr)};
 
 private slots:
     void initTestCase() {

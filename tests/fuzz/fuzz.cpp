@@ -4,6 +4,7 @@
 #include "editor/statementtext.h"
 #include "editor/storedstate.h"
 #include "equipment/ports.h"
+#include "equipment/signalio.h"
 #include "executor/laserplan.h"
 #include "executor/programindex.h"
 #include "files/projectfile.h"
@@ -182,10 +183,10 @@ void drive(const ModuleObject* rows) {
 void sample(const ModuleObject* stations) {
     using lumo::StationSignal;
     for (const ModuleObject* station : stations->cmobjs()) {
-        const lumo::SignalSource input = lumo::readSource(station, StationSignal::StopInput);
-        use(lumo::kindText(StationSignal::StopInput, input), lumo::sourceText(input));
-        use(lumo::edgeText(station, StationSignal::StopInput), lumo::inputLevel(nullptr, input));
-        lumo::switchOutput(nullptr, lumo::readSource(station, StationSignal::StopOutput), true);
+        const prog::Signal input = lumo::readSignal(station, StationSignal::StopInput);
+        use(lumo::kindText(StationSignal::StopInput, input), lumo::signalText(input));
+        use(lumo::edgeText(station, StationSignal::StopInput), lumo::signalLevel(nullptr, input));
+        lumo::switchOutput(nullptr, lumo::readSignal(station, StationSignal::StopOutput), true);
         use(lumo::samplePeriodMs(station->c(prog::field::time)->getString()));
     }
 }

@@ -1,6 +1,5 @@
-#include "panel/stationrun.h"
+#include "files/stationrun.h"
 
-#include "panel/toolset.h"
 #include "program/words.h"
 
 using namespace prog;
@@ -15,7 +14,7 @@ StationRun::StationRun(const QString& station, const QString& project)
     current_ = this;
 }
 
-/// The page that started the run may be gone by now.
+/// The page that started the run may be gone by now, so the writes name no sender.
 StationRun::~StationRun() {
     m(key::toolset)->copyFrom(nullptr, &before_);
     current_ = nullptr;
@@ -31,6 +30,10 @@ void StationRun::useToolset(QObject* sender, const QJsonObject& toolset) {
 const ModuleObject* projectToolset() {
     const StationRun* const run = StationRun::current();
     return run ? run->toolsetBefore() : m(key::toolset);
+}
+
+void sendToolset(QObject* sender) {
+    kordservice()->set(sender, key::coordToolset, m(key::toolset));
 }
 
 }  // namespace lumo

@@ -7,9 +7,9 @@
 
 namespace lumo {
 
-/// A station's run. The station page makes it on its stack for as long as the run lasts. It tells the other
-/// pages which station and project run, and keeps the tool set of the project that is open in the editor:
-/// when it ends, that tool set is in the tree and with the robot again.
+/// A station's run. The station page keeps one on its stack while the run lasts. It tells the other pages which
+/// station and project run. It also keeps the tool set of the project that is open in the editor: the destructor
+/// puts that tool set back into the tree and sends it to the robot.
 class StationRun {
 public:
     StationRun(const QString& station, const QString& project);
@@ -17,15 +17,15 @@ public:
     StationRun(const StationRun&) = delete;
     StationRun& operator=(const StationRun&) = delete;
 
-    /// The station's run that is under way; null when no station runs.
+    /// The run under way; null when no station runs.
     [[nodiscard]] static const StationRun* current() { return current_; }
 
     [[nodiscard]] const QString& station() const { return station_; }
     [[nodiscard]] const QString& project() const { return project_; }
-    /// Tool and work object as they were before.
+    /// Tool and work object as they were before the run.
     [[nodiscard]] const ModuleObject* toolsetBefore() const { return &before_; }
 
-    /// Puts the project's tool set into `lumo.toolset`. An empty one leaves the tree as it is.
+    /// Puts the tool set of the station's project into `lumo.toolset`. An empty one changes nothing.
     static void useToolset(QObject* sender, const QJsonObject& toolset);
 
 private:
@@ -35,8 +35,9 @@ private:
     ModuleObject before_;
 };
 
-/// The tool set of the project that is open in the editor: `lumo.toolset`, but while a station's is in
-/// force the one before.
+/// The tool set of the project that is open in the editor: `lumo.toolset`; during a station's run the one before it.
 [[nodiscard]] const ModuleObject* projectToolset();
+/// Sends `lumo.toolset` to the robot.
+void sendToolset(QObject* sender);
 
 }  // namespace lumo
