@@ -13,7 +13,7 @@ constexpr double leastShare = 0.35;   // of the height, for either view
 
 }  // namespace
 
-void Extent::add(const Place& place) {
+void Extent::add(const Position& place) {
     if (empty) {
         least = most = place;
         empty = false;
@@ -31,8 +31,8 @@ void PathFrame::setSize(const QSize& size) {
 }
 
 void PathFrame::fit(const Extent& extent) {
-    centre_ = between(extent.least, extent.most, 0.5);
-    const Place room = extent.most - extent.least;
+    centre_ = interpolated(extent.least, extent.most, 0.5);
+    const Position room = extent.most - extent.least;
     const double x = std::max(room.x, leastExtent);
     const double y = std::max(room.y, leastExtent), z = std::max(room.z, leastExtent);
     heightAbove_ = height_ * std::clamp(y / (y + z), leastShare, 1 - leastShare);
@@ -41,11 +41,11 @@ void PathFrame::fit(const Extent& extent) {
     scale_ = std::clamp(scale, leastScale, mostScale);
 }
 
-QPointF PathFrame::fromAbove(const Place& place) const {
+QPointF PathFrame::fromAbove(const Position& place) const {
     return above().center() + QPointF(place.x - centre_.x, centre_.y - place.y) * scale_;
 }
 
-QPointF PathFrame::fromSide(const Place& place) const {
+QPointF PathFrame::fromSide(const Position& place) const {
     return side().center() + QPointF(place.x - centre_.x, centre_.z - place.z) * scale_;
 }
 

@@ -10,10 +10,10 @@ namespace app {
 
 /// The room that places take up.
 struct Extent {
-    Place least, most;
+    Position least, most;
     bool empty = true;
 
-    void add(const Place& place);
+    void add(const Position& place);
 };
 
 /// A nice length for a scale bar.
@@ -33,8 +33,8 @@ public:
 
     QRectF above() const { return {0, 0, width_, heightAbove_}; }
     QRectF side() const { return {0, heightAbove_, width_, height_ - heightAbove_}; }
-    QPointF fromAbove(const Place& place) const;
-    QPointF fromSide(const Place& place) const;
+    QPointF fromAbove(const Position& place) const;
+    QPointF fromSide(const Position& place) const;
 
     /// Makes it larger by a factor, within the limits below; what is seen at `fixed` stays there.
     void zoom(double factor, const QPointF& fixed);
@@ -50,7 +50,7 @@ public:
 private:
     double width_ = 1, height_ = 1, heightAbove_ = 0.5;
     double scale_ = 1000;
-    Place centre_;
+    Position centre_;
 };
 
 }  // namespace app

@@ -15,6 +15,7 @@ using Shape = PathMove::Shape;
 
 constexpr double mmPerM = 1000;
 constexpr double leastZone = 1e-6;                        // metres; a smaller one is none
+constexpr double arcStep = 2 * 3.14159265358979 / 180;    // radians
 constexpr double jointStep = 2 * 3.14159265358979 / 180;  // radians
 
 double number(const QJsonValue& value) {
@@ -22,7 +23,7 @@ double number(const QJsonValue& value) {
 }
 
 struct Target {
-    Place place;
+    Position place;
     sim::Joints joints;
     bool there = false;
 };
@@ -40,7 +41,7 @@ Target readTarget(const QJsonValue& value) {
     return target;
 }
 
-Place toolAt(const sim::Arm& arm, const sim::Joints& joints) {
+Position toolAt(const sim::Arm& arm, const sim::Joints& joints) {
     const auto trans = arm.forward(joints).trans;
     return {trans[0], trans[1], trans[2]};
 }
@@ -63,7 +64,7 @@ private:
     void roundCorners();
 
     const sim::Arm& arm_;
-    Place place_;
+    Position place_;
     sim::Joints joints_;  ///< at place_; empty when unknown
     bool first_ = true;
     bool weld_ = false;
@@ -150,14 +151,11 @@ void Layout::bend(PathMove* move, const QJsonObject& statement) {
     const Target p2 = readTarget(statement.value(QLatin1String("point1")));
     move->shape = whole ? Shape::Circle : Shape::Arc;
     move->target = whole ? place_ : p2.place;
-    const auto way =
-        whole ? circleThrough(place_, p1.place, p2.place) : arcThrough(place_, p1.place, p2.place);
-    move->impossible = !way || !p1.there || !p2.there;
-    if (move->impossible) {
-        move->way = {place_, p1.place, p2.place};
-    } else {
-        move->way = *way;
-    }
+    const bool drawable = whole ? circleFault(place_, p1.place, p2.place) == prog::CircleFault::None : true;
+    const auto arc = whole ? prog::Arc::circle(place_, p1.place, p2.place)
+                           : prog::Arc::through(place_, p1.place, p2.place);
+    move->impossible = !arc || !drawable || !p1.there || !p2.there;
+    move->way = move->impossible ? Polyline{place_, p1.place, p2.place} : arc->points(arcStep);
     place_ = move->target;
     if (!whole) {
         joints_ = p2.joints;

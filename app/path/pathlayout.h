@@ -19,14 +19,14 @@ struct PathMove {
     bool impossible = false;  ///< three places that make no circle, or no place at all: drawn as it was meant
     Polyline way;             ///< from the last target or corner to its own
     Polyline corner;          ///< how the zone rounds the target off; empty where the tool stops there
-    Place target;             ///< as it was taught
+    Position target;          ///< as it was taught
 
     double length() const { return lengthOf(way) + lengthOf(corner); }
 };
 
 /// Where the robot stands before the program.
 struct PathStart {
-    Place place;
+    Position place;
     sim::Joints joints;
 };
 

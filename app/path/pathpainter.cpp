@@ -113,14 +113,14 @@ QFont smallFont(const QPainter* painter) {
 /// Draws the same in each view, clipped to it: `draw` gets what turns a place into a point of the view.
 template <typename Draw>
 void PathPainter::inBothViews(Draw draw) {
-    using Project = std::function<QPointF(const Place&)>;
+    using Project = std::function<QPointF(const Position&)>;
     painter_->save();
     painter_->setRenderHint(QPainter::Antialiasing);
     painter_->setFont(smallFont(painter_));
     painter_->setClipRect(frame_.above());
-    draw(Project([this](const Place& place) { return frame_.fromAbove(place); }));
+    draw(Project([this](const Position& place) { return frame_.fromAbove(place); }));
     painter_->setClipRect(frame_.side());
-    draw(Project([this](const Place& place) { return frame_.fromSide(place); }));
+    draw(Project([this](const Position& place) { return frame_.fromSide(place); }));
     painter_->restore();
 }
 
@@ -129,7 +129,7 @@ void PathPainter::paintMoves(const std::vector<PathMove>& moves, const QSet<int>
         const auto drawWay = [&](const PathMove& move, const QPen& pen) {
             QPolygonF way;
             for (const Polyline* part : {&move.way, &move.corner}) {
-                for (const Place& place : *part) {
+                for (const Position& place : *part) {
                     way << project(place);
                 }
             }
@@ -166,7 +166,7 @@ void PathPainter::paintSeams(const std::deque<Polyline>& pieces) {
             // What a pixel does not show is left out: a long seam has many places.
             QPolygonF seam;
             seam << project(piece.front());
-            for (const Place& place : piece) {
+            for (const Position& place : piece) {
                 const QPointF point = project(place);
                 if ((point - seam.last()).manhattanLength() >= seamStep) {
                     seam << point;
@@ -178,7 +178,7 @@ void PathPainter::paintSeams(const std::deque<Polyline>& pieces) {
     });
 }
 
-void PathPainter::paintTool(const Place& place, bool laser) {
+void PathPainter::paintTool(const Position& place, bool laser) {
     inBothViews([&](const auto& project) { drawTool(painter_, project(place), laser); });
 }
 

@@ -25,7 +25,7 @@ public:
 
     void paintMoves(const std::vector<PathMove>& moves, const QSet<int>& selected);
     void paintSeams(const std::deque<Polyline>& pieces);
-    void paintTool(const Place& place, bool laser);
+    void paintTool(const Position& place, bool laser);
     /// Titles of the views, grid, border between them and scale bar with its text; before anything else.
     void paintSheet(const QString& above, const QString& side, const QString& barText);
 

@@ -77,7 +77,7 @@ void PathView::setSelected(const QSet<int>& lines) {
 void PathView::fit() {
     Extent extent;
     for (const PathMove& move : moves_) {
-        for (const Place& place : move.way) {
+        for (const Position& place : move.way) {
             extent.add(place);
         }
         extent.add(move.target);

@@ -14,7 +14,7 @@ constexpr double leastStep = 0.0002;  // metres, between two places of a seam
 
 }  // namespace
 
-Place toolPlace() {
+Position toolPlace() {
     const mendo::ModuleObject* trans = kordservice()->dataNode(node::posture)->c(QStringLiteral("trans"));
     return {trans->c(0)->getDouble(), trans->c(1)->getDouble(), trans->c(2)->getDouble()};
 }
@@ -62,7 +62,7 @@ void SeamTrack::onEmitting(bool on) {
 
 void SeamTrack::onMoved() {
     tool_ = toolPlace();
-    if (emitting_ && norm(tool_ - pieces_.back().back()) >= leastStep) {
+    if (emitting_ && distance(tool_, pieces_.back().back()) >= leastStep) {
         append();
     }
     emit changed();
@@ -77,11 +77,11 @@ void SeamTrack::begin() {
 
 void SeamTrack::append() {
     if (int(pieces_.back().size()) == piecePlaces) {
-        const Place last = pieces_.back().back();
+        const Position last = pieces_.back().back();
         begin();
         pieces_.back().front() = last;
     }
-    length_ += norm(tool_ - pieces_.back().back());
+    length_ += distance(tool_, pieces_.back().back());
     pieces_.back().push_back(tool_);
 }
 

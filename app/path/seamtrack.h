@@ -30,7 +30,7 @@ public:
               QObject* parent = nullptr);
 
     /// Where the tool is now.
-    const Place& tool() const { return tool_; }
+    const Position& tool() const { return tool_; }
     bool emitting() const { return emitting_; }
     /// Of at most piecePlaces places each.
     const std::deque<Polyline>& pieces() const { return pieces_; }
@@ -49,7 +49,7 @@ private:
     void begin();
     void append();
 
-    Place tool_;
+    Position tool_;
     bool emitting_;
     bool fromTheStart_ = false;  ///< a run from the first line was asked for
     std::deque<Polyline> pieces_;
@@ -57,6 +57,6 @@ private:
 };
 
 /// Where the controller says that the tool is.
-Place toolPlace();
+Position toolPlace();
 
 }  // namespace app

@@ -1,7 +1,7 @@
 #include "app/progress/runestimate.h"
 
-#include "app/path/polyline.h"
 #include "mendo/convert.h"
+#include "program/geometry.h"
 
 #include <QJsonObject>
 
@@ -64,11 +64,11 @@ sim::Joints jointsOf(const QJsonValue& point) {
     return joints;
 }
 
-Place placeOf(const sim::Pose& pose) {
+prog::Position placeOf(const sim::Pose& pose) {
     return {pose.trans[0], pose.trans[1], pose.trans[2]};
 }
 
-sim::Pose poseAt(const Place& place, const sim::Pose& turned) {
+sim::Pose poseAt(const prog::Position& place, const sim::Pose& turned) {
     return {{place.x, place.y, place.z}, turned.rot};
 }
 
@@ -237,12 +237,13 @@ sim::MotionCommand RunEstimate::Walk::motionOf(int line) {
         return motion;
     }
     // Once round in two halves takes as long as in the robot's three thirds.
-    const auto circle = circleThrough(placeOf(target_), placeOf(pose), placeOf(poseOf(point1)));
-    if (!circle) {
+    const prog::Position start = placeOf(target_), p1 = placeOf(pose), p2 = placeOf(poseOf(point1));
+    const auto circle = prog::Arc::circle(start, p1, p2);
+    if (!circle || circleFault(start, p1, p2) != prog::CircleFault::None) {
         motion.refusal = sim::NoCircle;
         return motion;
     }
-    const auto quarter = [&circle](size_t n) { return (*circle)[(circle->size() - 1) * n / 4]; };
+    const auto quarter = [&circle](int n) { return circle->at(circle->total() * n / 4); };
     const sim::Pose half = poseAt(quarter(2), target_);
     motion.poses = {{poseAt(quarter(1), target_), half}, {poseAt(quarter(3), target_), target_}};
     return motion;

@@ -1,9 +1,7 @@
 #pragma once
 
 #include "module/host.h"
-#include "program/geometry/circlefault.h"
-
-#include <QVector3D>
+#include "program/fullcircle.h"
 
 /// The point at which the robot stands when a statement begins: the target of the nearest move
 /// before it (full circles end where they began), else the robot's posture.
@@ -13,12 +11,6 @@ ModuleObject* findLastTargetPosNode(ModuleObject* stmt);
 /// in metres), written into the `trans` of aux1, aux2, aux3 as single-precision values.
 void calcAux(const ModuleObject* s, const ModuleObject* p1, const ModuleObject* p2, ModuleObject* aux1,
              ModuleObject* aux2, ModuleObject* aux3);
-
-/// The angle from a to b turning about the unit vector `axis`, in [0, 2π).
-double calcTheta(const QVector3D& a, const QVector3D& b, const QVector3D& axis);
-
-/// v turned by theta about the unit vector `axis` (Rodrigues' rotation formula).
-QVector3D calcRotation(const QVector3D& v, const QVector3D& axis, double theta);
 
 using prog::CircleFault;
 

@@ -2,26 +2,11 @@
 
 #include "program/words.h"
 
-#include <algorithm>
-#include <array>
-#include <cmath>
-
 using namespace prog;
 
 namespace lumo {
 
 namespace {
-
-using Matrix = std::array<std::array<double, 3>, 3>;
-
-Matrix rotation(const ModuleObject* rot) {
-    const double cx = std::cos(rot->c(0)->getDouble(0.0)), sx = std::sin(rot->c(0)->getDouble(0.0));
-    const double cy = std::cos(rot->c(1)->getDouble(0.0)), sy = std::sin(rot->c(1)->getDouble(0.0));
-    const double cz = std::cos(rot->c(2)->getDouble(0.0)), sz = std::sin(rot->c(2)->getDouble(0.0));
-    return {{{cz * cy, cz * sy * sx - sz * cx, cz * sy * cx + sz * sx},
-             {sz * cy, sz * sy * sx + cz * cx, sz * sy * cx - cz * sx},
-             {-sy, cy * sx, cy * cx}}};
-}
 
 constexpr QLatin1String path = "path"_l1;
 constexpr QLatin1String aux = "aux"_l1;
@@ -30,39 +15,26 @@ prog::Position placeIn(const ModuleObject* record, QLatin1String name) {
     return positionOf(record->c(name)->c(field::trans));
 }
 
-prog::Arc::Leg legIn(const ModuleObject* record) {
-    return {placeIn(record, aux), placeIn(record, field::point)};
-}
-
 }  // namespace
 
 prog::Position positionOf(const ModuleObject* trans) {
     return {trans->c(0)->getDouble(0.0), trans->c(1)->getDouble(0.0), trans->c(2)->getDouble(0.0)};
 }
 
-/// The trace of the one rotation against the other is 1 + 2·cos of the angle between them.
 double turnBetween(const ModuleObject* a, const ModuleObject* b) {
-    const Matrix first = rotation(a);
-    const Matrix second = rotation(b);
-    double trace = 0.0;
-    for (std::size_t row = 0; row < 3; ++row) {
-        for (std::size_t column = 0; column < 3; ++column) {
-            trace += first[row][column] * second[row][column];
-        }
-    }
-    return std::acos(std::clamp((trace - 1.0) / 2.0, -1.0, 1.0));
+    const auto orientation = [](const ModuleObject* rot) {
+        const Position angles = positionOf(rot);
+        return Orientation{angles.x, angles.y, angles.z};
+    };
+    return angleBetween(orientation(a), orientation(b));
 }
 
 std::optional<prog::Arc> QueuedArc::arc() const {
-    std::vector<prog::Arc::Leg> legs;
-    if (command->hasCmobj(path)) {
-        for (const ModuleObject* element : command->c(path)->cmobjs()) {
-            legs.push_back(legIn(element));
-        }
-    } else {
-        legs.push_back(legIn(command.get()));
+    if (!command->hasCmobj(path)) {
+        return Arc::through(start, placeIn(command.get(), aux), placeIn(command.get(), field::point));
     }
-    return prog::Arc::through(start, legs);
+    const ModuleObject* const legs = command->c(path);
+    return Arc::circle(start, placeIn(legs->c(0), field::point), placeIn(legs->c(1), field::point));
 }
 
 double QueuedArc::speedMPerS() const {
@@ -70,22 +42,22 @@ double QueuedArc::speedMPerS() const {
 }
 
 bool QueuedArc::fillRest(ModuleObject* args, const prog::Arc& arc, double angle) const {
-    constexpr double doneM = 0.00005;
-    const int leg = arc.legAt(angle + doneM / arc.radiusM());
-    if (leg == arc.legCount()) {
+    const std::optional<Arc::Rest> rest = arc.restFrom(angle);
+    if (!rest) {
         return false;
     }
     args->copyFrom(nullptr, command.get());
     ModuleObject* first = args;
     if (args->hasCmobj(path)) {
-        for (int done = 0; done < leg; ++done) {
+        for (int done = 0; done < rest->leg; ++done) {
             args->c(path)->remove(nullptr, mIndex(0));
         }
         first = args->c(path)->c(0);
     }
-    const prog::Position half = arc.at((angle + arc.legEnd(leg)) / 2);
     ModuleObject* const via = first->c(aux)->c(field::trans);
-    via->set(nullptr, mIndex(0), half[0])->set(nullptr, mIndex(1), half[1])->set(nullptr, mIndex(2), half[2]);
+    for (std::size_t i = 0; i < 3; ++i) {
+        via->set(nullptr, mIndex(int(i)), rest->via[i]);
+    }
     return true;
 }
 

@@ -117,8 +117,8 @@ bool LumoExecutor::isAway(double* distanceMm) {
     if (!stop->hasCmobj(field::trans)) {
         return false;
     }
-    const double away = mmPerM * prog::length(prog::between(positionOf(stop->c(field::trans)),
-                                                            positionOf(tool->c(field::trans))));
+    const double away =
+        mmPerM * prog::distance(positionOf(stop->c(field::trans)), positionOf(tool->c(field::trans)));
     if (distanceMm) {
         *distanceMm = away;
     }
@@ -217,7 +217,7 @@ void LumoExecutor::takeUpArc(Run& run, int line) {
     rest.reached = arc ? arc->angleNear(tool, rest.queued.from, rest.reached) : 0.0;
     constexpr double nearM = 0.002;
     if (!arc || rest.points != pointsOf(run.program.statement(line)) ||
-        prog::length(prog::between(tool, arc->at(rest.reached))) > nearM) {
+        prog::distance(tool, arc->at(rest.reached)) > nearM) {
         setWeldFlag(false);
         return;
     }

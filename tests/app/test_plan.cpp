@@ -4,12 +4,12 @@
 #include "support/suite.h"
 #include "support/text.h"
 
-using app::Place;
+using app::Position;
 
 namespace {
 
 /// "X Y" in millimetres; all there is lies 300 mm high.
-QString text(const Place& place) {
+QString text(const Position& place) {
     return QString("%1 %2").arg(qRound64(place.x * 1000)).arg(qRound64(place.y * 1000));
 }
 
