@@ -4,12 +4,12 @@
 
 #include <cstddef>
 
-/// The words of the data tree, each named once: paths, fields and the words that values hold.
-/// The groups follow the tree. Reading defaults stand with the reader's accessor functions.
+/// Names of the data tree, each defined once: paths, fields of records, and words stored as values. The
+/// groups follow the tree.
 namespace prog {
 
-/// A text as a constant; its length is counted by the compiler, which not every compiler does for a
-/// plain QLatin1String("…").
+/// A constant QLatin1String. Its length is computed at compile time; not every compiler does that for
+/// QLatin1String("…").
 constexpr QLatin1String operator""_l1(const char* text, std::size_t size) {
     return QLatin1String(text, static_cast<int>(size));
 }
@@ -45,7 +45,7 @@ constexpr QLatin1String currentMoveType = "lumo.current.programmovetype"_l1;
 constexpr QLatin1String currentProgram = "lumo.current.program"_l1;
 constexpr QLatin1String currentStartPoint = "lumo.current.startpoint"_l1;
 constexpr QLatin1String currentPausePoint = "lumo.current.pausepoint"_l1;
-/// True between a laser opening and its closing, also across a pause. The odd spelling is stored in files.
+/// True between a laser opening and its closing, also during a pause. The misspelling is part of the files.
 constexpr QLatin1String weldOpen = "lumo.current.openmiddlecolse"_l1;
 
 // The executor.
@@ -68,7 +68,7 @@ constexpr QLatin1String registerValues = "register.values"_l1;
 constexpr QLatin1String registerList = "rova.robot.register._list"_l1;
 constexpr QLatin1String toolList = "rova.project.tool._list"_l1;
 constexpr QLatin1String wobjList = "rova.project.wobj._list"_l1;
-/// Data node of the robot service: the tool and work object in force for teaching and motion.
+/// Data node of the robot service: the tool and work object used for teaching and motion.
 constexpr QLatin1String coordToolset = "pel.coord.toolset"_l1;
 
 }  // namespace key
@@ -95,7 +95,7 @@ constexpr QLatin1String doReg = "DO_reg"_l1;
 constexpr QLatin1String diName = "diName"_l1;
 constexpr QLatin1String diType = "DI_type"_l1;
 constexpr QLatin1String diReg = "DI_reg"_l1;
-/// The awaited state; an output's is `value`.
+/// The state to wait for; that of an output is `value`.
 constexpr QLatin1String value1 = "value1"_l1;
 constexpr QLatin1String trans = "trans"_l1;
 constexpr QLatin1String rot = "rot"_l1;
@@ -143,7 +143,7 @@ constexpr QLatin1String on = "on"_l1;
 constexpr QLatin1String off = "off"_l1;
 constexpr QLatin1String automatic = "auto"_l1;
 constexpr QLatin1String io = "IO"_l1;
-/// What is stored as the kind of a signal that is not "IO".
+/// The kind of a signal that is a register bit.
 constexpr QLatin1String registerKind = "register"_l1;
 /// Kinds of ports.
 constexpr QLatin1String portInput = "DI"_l1;

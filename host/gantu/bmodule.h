@@ -11,7 +11,7 @@ class QWidget;
 
 namespace gantu {
 
-/// Base of every module: what the host drives through the life of a package.
+/// Base of every module. The host calls these functions while a package starts, runs and ends.
 class BModule : public QObject {
     Q_OBJECT
 public:
@@ -19,7 +19,7 @@ public:
     ~BModule() override;
 
     virtual QString name() const;
-    /// The page of a user-interface module, null for others. Owned by the module.
+    /// The page of a user-interface module, owned by it; null for other modules.
     virtual QWidget* wgt();
     virtual void setup();
     virtual void afterSetup();
@@ -32,7 +32,7 @@ public:
     virtual void detach();
     virtual void beforeDetach();
 
-    /// The module's own data node, a detached node owned by the module.
+    /// The module's own data node, owned by the module and not part of the tree.
     mendo::ModuleObject* mobj() const;
 
 private:

@@ -13,10 +13,10 @@ QString findLibrary(const QString& package) {
     const QString lib = QCoreApplication::applicationDirPath() + QStringLiteral("/../lib/");
     const QString file = QStringLiteral("lib%1.so").arg(package);
     const QString folder = package + QLatin1Char('/');
-    for (const QString& place : {lib + file, lib + QStringLiteral(PANELHOST_ARCHITECTURE "/") + folder + file,
-                                 lib + folder + file}) {
-        if (QFileInfo::exists(place)) {
-            return QFileInfo(place).canonicalFilePath();
+    for (const QString& path : {lib + file, lib + QStringLiteral(PANELHOST_ARCHITECTURE "/") + folder + file,
+                                lib + folder + file}) {
+        if (QFileInfo::exists(path)) {
+            return QFileInfo(path).canonicalFilePath();
         }
     }
     return {};

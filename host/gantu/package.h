@@ -11,23 +11,22 @@ namespace gantu {
 
 class BModule;
 
-/// The file of a package's library: beside the running program in `../lib` (a build tree) or in the
-/// library folder where it is installed. Empty when there is none.
+/// Path of a package's library: `../lib` beside the running program (build tree) or the installed library
+/// folder. Empty when there is none.
 QString findLibrary(const QString& package);
 
-/// A package as a host runs it: its library, its business module and the pages that the operator has
-/// visited.
+/// A loaded package: its business module and the pages opened so far.
 class Package {
 public:
     Package();
     /// Deletes the pages, then the business module; the library stays loaded.
     ~Package();
 
-    /// Loads the library, creates the module registered under `name` and initialises it. False, with
-    /// the reason in `error`, when that is not possible.
+    /// Loads the library, creates the module registered under `name` and calls its init(). On failure
+    /// returns false and writes the reason to `error`.
     bool load(const QString& libraryFile, const QString& name, QString* error);
-    /// The page of the module registered under `key`, made at the first call and owned by that module;
-    /// null when there is no such module or it has no page.
+    /// The page of the module registered under `key`. The module is created at the first call and owns the
+    /// page. Null when there is no such module or it has no page.
     QWidget* page(const QString& key);
 
 private:

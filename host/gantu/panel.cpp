@@ -17,7 +17,7 @@ QPointer<QStackedWidget>& centerWidget() {
     return widget;
 }
 
-/// What a package's catalogues have in common: the file name up to the last '_'.
+/// The file name up to the last '_', which is the same for all catalogues of a package.
 QString packageOf(const QString& path) {
     const QString name = QFileInfo(path).completeBaseName();
     return name.left(name.lastIndexOf(QLatin1Char('_')));
@@ -36,7 +36,7 @@ bool Translator::installQMTranslator(const QString& path) {
         return false;
     }
     QPointer<QTranslator>& current = installed[packageOf(path)];
-    delete current;  // takes itself out of the application
+    delete current;  // its destructor removes it from the application
     current = translator.release();
     current->setParent(application);
     return QCoreApplication::installTranslator(current);

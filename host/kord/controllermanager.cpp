@@ -12,7 +12,7 @@ mendo::ModuleObject* notifications() {
     return root;
 }
 
-/// The pendant reports a key that is down as false: at rest all are true.
+/// A pressed key is false.
 void addKeys(mendo::ModuleObject* item) {
     for (const char* key : {"next", "last", "center", "enter", "delete"}) {
         item->set(nullptr, QLatin1String(key), true);

@@ -7,14 +7,14 @@
 
 namespace {
 
-/// The commands packages rely on; each node is named by the whole name.
+/// The commands that packages use. A command's node has the whole dotted name.
 constexpr const char* commandNames[] = {
     "move.j",           "move.l",          "move.c",         "move.reset",
     "move.stop",        "move.opr.enough", "register.write", "register.write_multi",
     "device.io.out.do",
 };
 
-/// The service's data as it is while no controller is attached.
+/// The data nodes before a controller is attached.
 constexpr char dataNodes[] = R"({
     "sys": {"posture": {"trans": [0, 0, 0], "rot": [0, 0, 0], "near": []}, "info": {"joint_num": 6}},
     "move": {"default_zone": 0},
@@ -23,7 +23,7 @@ constexpr char dataNodes[] = R"({
     "pel": {"coord": {"toolset": {}}}
 })";
 
-/// The host's own nodes that tell of the robot.
+/// The nodes of the host's tree that describe the robot.
 constexpr char hostNodes[] = R"({
     "kord": {"r": {"power": "off", "state": "idle", "mode": "manual"}},
     "rova": {

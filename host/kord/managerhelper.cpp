@@ -9,7 +9,7 @@ ManagerHelper::ManagerHelper() : module_(new gantu::BModule) {
 }
 
 ManagerHelper* ManagerHelper::instance() {
-    // Never destroyed, like the settings it holds.
+    // Never destroyed: packages read the settings until the process ends.
     static auto* helper = new ManagerHelper;
     return helper;
 }

@@ -8,7 +8,7 @@ class BModule;
 
 namespace kord {
 
-/// The host's manager object; holds the module whose data node keeps the panel's settings.
+/// Holds the module whose data node stores the panel's settings.
 class ManagerHelper {
 public:
     static ManagerHelper* instance();

@@ -10,7 +10,7 @@ namespace kord {
 namespace {
 
 void apply(QWidget* widget, const QString& sheet, const QStringList& exclusions) {
-    // Setting a sheet polishes every descendant anew, even when it is the same sheet.
+    // Setting a style sheet re-polishes every descendant, even when it is the same sheet.
     if (!exclusions.contains(widget->objectName()) && widget->styleSheet() != sheet) {
         widget->setStyleSheet(sheet);
     }

@@ -7,14 +7,14 @@ class QWidget;
 
 namespace kord {
 
-/// Turns theme files into style sheets and applies them.
+/// Converts theme files to style sheets and applies them.
 class ThemeManager {
 public:
-    /// A theme file is a JSON object: selector to object of properties ("QPushButton": {"color": "#333"}).
-    /// Selectors come out in the order of the file's keys sorted. A file that does not read gives "".
+    /// A theme file is a JSON object of selectors with properties ("QPushButton": {"color": "#333"}). The
+    /// selectors of the result are sorted. Empty when the file cannot be read.
     static QString genStyleSheet(const QString& jsonFile);
-    /// Sets the sheet on the widget and on every descendant that is a window of its own, except those
-    /// whose object name is listed.
+    /// Sets the sheet on the widget and on every descendant window, except those whose object name is
+    /// listed.
     static void setRecursiveWidgetStyleSheet(QWidget* widget, const QString& sheet,
                                              const QStringList& exclusions);
 };

@@ -10,16 +10,16 @@
 namespace mendo {
 
 namespace {
-// Up to this size a map is searched child by child.
-constexpr int scannedSize = 8;
+// Maps up to this size are searched linearly.
+constexpr int linearSearchSize = 8;
 constexpr QLatin1String generatedPrefix("id");
 
-/// The address of a string's shared text, which tells the names of one branch apart.
+/// The address of a string's shared data, which is different for each name of a branch.
 const void* textOf(const QString& name) {
     return const_cast<QString&>(name).data_ptr();
 }
 
-/// Most names differ in length or in the first letter, which spares a call.
+/// Compares length and first letter before the whole name, because most names differ there.
 bool isNamed(const Slot& slot, QStringView name) {
     const QString& own = slot.name;
     if (own.size() != name.size() || own.isNull()) {
@@ -36,13 +36,13 @@ Branch::Names& Branch::names() {
     return *names_;
 }
 
-/// The place nearest to `from` for which `matches` holds; -1 when looking on would take longer than
-/// renewing the hints. Each change of the branch displaces a child by one place at most.
+/// The position nearest to `from` for which `matches` holds. -1 when a longer search would cost more than
+/// renewing the hints. Each change of the branch moves a child by one position at most.
 template <typename Matches>
 int Branch::search(int from, Matches matches) {
-    constexpr int alwaysSearched = 16;
-    const int most = std::max(alwaysSearched, size() - searched_);
-    for (int distance = 0; distance <= most; ++distance) {
+    constexpr int minReach = 16;
+    const int reach = std::max(minReach, size() - searched_);
+    for (int distance = 0; distance <= reach; ++distance) {
         for (const int position : {from - distance, from + distance}) {
             if (position >= 0 && position < size() && matches(position)) {
                 searched_ += distance;
@@ -55,7 +55,7 @@ int Branch::search(int from, Matches matches) {
 }
 
 int Branch::find(QStringView name) {
-    if (size() <= scannedSize) {
+    if (size() <= linearSearchSize) {
         for (int i = 0; i < size(); ++i) {
             if (isNamed(entries[i], name)) {
                 return i;
@@ -66,19 +66,19 @@ int Branch::find(QStringView name) {
     if (!names_ || !names_->complete) {
         buildIndex();
     }
-    const auto place = names_->places.constFind(name);
-    if (place == names_->places.constEnd()) {
+    const auto entry = names_->index.constFind(name);
+    if (entry == names_->index.constEnd()) {
         return -1;
     }
-    const void* const text = place->text;
+    const void* const text = entry->text;
     const int position =
-        search(place->hint + names_->drift, [this, text](int i) { return textOf(entries[i].name) == text; });
+        search(entry->hint + names_->drift, [this, text](int i) { return textOf(entries[i].name) == text; });
     if (position >= 0) {
-        names_->drift = position - place->hint;
+        names_->drift = position - entry->hint;
         return position;
     }
     buildIndex();
-    return names_->places.constFind(name)->hint;
+    return names_->index.constFind(name)->hint;
 }
 
 int Branch::positionOf(const ModuleObject* object) {
@@ -98,9 +98,9 @@ int Branch::positionOf(const ModuleObject* object) {
 void Branch::insert(int position, Slot&& slot) {
     if (!slot.name.isNull()) {
         if (kind == Kind::List) {
-            noteGenerated(slot.name);
+            reserveGenerated(slot.name);
         }
-        note(slot.name, position);
+        addToIndex(slot.name, position);
     }
     entries.insert(position, std::move(slot));
 }
@@ -108,7 +108,7 @@ void Branch::insert(int position, Slot&& slot) {
 Slot Branch::take(int position) {
     Slot slot = entries.take(position);
     if (names_ && names_->complete && !slot.name.isNull()) {
-        names_->places.remove(QStringView(slot.name));
+        names_->index.remove(QStringView(slot.name));
     }
     return slot;
 }
@@ -117,7 +117,7 @@ QString Branch::nameAt(int position) {
     Slot& slot = entries[position];
     if (slot.name.isNull() && kind == Kind::List) {
         slot.name = freshName();
-        note(slot.name, position);
+        addToIndex(slot.name, position);
     }
     return slot.name;
 }
@@ -132,29 +132,29 @@ QString Branch::freshName() {
 
 void Branch::forgetIndex() {
     if (names_) {
-        names_->places.clear();
+        names_->index.clear();
         names_->complete = false;
     }
 }
 
 void Branch::buildIndex() {
-    names().places.clear();
+    names().index.clear();
     names_->drift = 0;
     names_->complete = true;
     for (int i = 0; i < size(); ++i) {
         if (!entries[i].name.isNull()) {
-            note(entries[i].name, i);
+            addToIndex(entries[i].name, i);
         }
     }
 }
 
-void Branch::note(const QString& name, int position) {
+void Branch::addToIndex(const QString& name, int position) {
     if (names_ && names_->complete) {
-        names_->places.insert(QStringView(name), {textOf(name), position - names_->drift});
+        names_->index.insert(QStringView(name), {textOf(name), position - names_->drift});
     }
 }
 
-void Branch::noteGenerated(const QString& name) {
+void Branch::reserveGenerated(const QString& name) {
     if (!name.startsWith(generatedPrefix)) {
         return;
     }
@@ -166,15 +166,15 @@ void Branch::noteGenerated(const QString& name) {
 }
 
 QString sharedKey(const QString& name) {
-    // Keys of records are few; names that are made up as they go must not fill the table for ever.
-    constexpr int mostKeys = 4096;
-    constexpr int longestKey = 64;
+    // Records use few keys. The limits keep generated names from filling the table.
+    constexpr int maxKeys = 4096;
+    constexpr int maxLength = 64;
     static QSet<QString> keys;
     const auto known = keys.constFind(name);
     if (known != keys.constEnd()) {
         return *known;
     }
-    if (keys.size() < mostKeys && name.size() <= longestKey) {
+    if (keys.size() < maxKeys && name.size() <= maxLength) {
         keys.insert(name);
     }
     return name;

@@ -9,7 +9,7 @@
 
 namespace mendo {
 
-/// The children of one node and what kind of container they make.
+/// The children of one node, and whether they are a map or a list.
 struct Branch {
     enum class Kind : quint8 { Plain, Map, List };
 
@@ -17,52 +17,52 @@ struct Branch {
     explicit Branch(Kind branchKind) : kind(branchKind) {}
 
     int size() const { return entries.size(); }
-    /// Position of a child by name, -1 without one. Elements of a list that have no name yet are not found.
+    /// Position of a child by name; -1 when there is none. Unnamed list elements are not found.
     int find(QStringView name);
     /// Position of a child's object.
     int positionOf(const ModuleObject* object);
-    /// `name` of the slot must be free; it may be null in a list.
+    /// The slot's name must be unused; in a list it may be null.
     void insert(int position, Slot&& slot);
     Slot take(int position);
-    /// Name of a child; an element of a list gets one now if it has none.
+    /// Name of a child; an unnamed list element gets one now.
     QString nameAt(int position);
-    /// A name that is free, was given to no child before, and will not be given again.
+    /// A generated name that no child has or had and that is not generated again.
     QString freshName();
-    /// To be called after `entries` were changed directly.
+    /// Call it after changing `entries` directly.
     void forgetIndex();
 
     SlotList entries;
     Kind kind = Kind::Plain;
 
 private:
-    // Where a name was last seen, less the drift. The text is the slot's own, so that a search
-    // compares addresses.
-    struct Place {
+    // Position where a name was last found, minus the drift then. `text` is the data of the slot's own
+    // name, so that a search compares addresses.
+    struct IndexEntry {
         const void* text;
         int hint;
     };
     struct Names {
-        QHash<QStringView, Place> places;  // the keys look at the names in the slots
+        QHash<QStringView, IndexEntry> index;  // keys are views of the slots' names
         quint64 next = 1;
-        int drift = 0;  // how far the last name found was from its hint
+        int drift = 0;  // distance of the last name found from its hint
         bool complete = false;
     };
     Names& names();
     void buildIndex();
-    void note(const QString& name, int position);
-    void noteGenerated(const QString& name);
+    void addToIndex(const QString& name, int position);
+    void reserveGenerated(const QString& name);
     template <typename Matches>
     int search(int from, Matches matches);
 
-    // Steps searched since hints were renewed. A renewal costs as many as there are children.
+    // Search steps since the hints were renewed. A renewal costs size() steps.
     int searched_ = 0;
     std::unique_ptr<Names> names_;
 };
 
-/// The shared copy of a map key, so that equal keys of a million records are one string.
+/// A shared copy of a map key, so that equal keys of many records share memory.
 QString sharedKey(const QString& name);
 
-/// The number behind the first character; -1 when there is anything but digits.
+/// The number after the first character; -1 when there are other characters than digits.
 int numberOfElement(QStringView element);
 
 /// N of the path element "#N"; -1 for anything else.
@@ -70,9 +70,9 @@ inline int positionOfElement(QStringView element) {
     return element.size() < 2 || element.front() != QLatin1Char('#') ? -1 : numberOfElement(element);
 }
 
-/// Cuts the first element off a dotted path; `more` tells whether another one follows.
+/// Removes the first element from a dotted path and returns it. `more`: another element follows.
 inline QStringView takeElement(QStringView& path, bool& more) {
-    qsizetype end = 0;  // elements are short: looking by hand takes less than a call
+    qsizetype end = 0;  // elements are short: a loop is faster than a call of indexOf()
     while (end < path.size() && path[end] != QLatin1Char('.')) {
         ++end;
     }

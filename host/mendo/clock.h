@@ -4,8 +4,8 @@
 
 namespace mendo {
 
-/// The host's clock, which everything that needs the time asks. The wall clock unless another one
-/// is installed (virtual time in tests and in the runner).
+/// The host's clock, the only source of time for host, package and simulator. It is the wall clock unless
+/// another one is installed (as tests and the runner do).
 class Clock {
 public:
     virtual ~Clock() = default;
@@ -15,7 +15,7 @@ public:
     virtual qint64 elapsedMs() const = 0;
 
     static const Clock& current();
-    /// Not owned; null restores the wall clock.
+    /// Does not take ownership; null restores the wall clock.
     static void install(const Clock* clock);
 };
 

@@ -9,7 +9,7 @@ namespace mendo {
 
 namespace {
 
-/// The number that a value is or spells; false when it is none.
+/// Reads a number, also from text; false for anything else and for infinite numbers.
 bool number(const QVariant& value, double* result) {
     bool converts = true;
     switch (static_cast<QMetaType::Type>(value.userType())) {
@@ -37,9 +37,9 @@ bool number(const QVariant& value, double* result) {
 }
 
 QString numberText(double value) {
-    // Whole numbers without an exponent, as far as a double counts in ones.
-    constexpr double countsInOnes = 9007199254740992.0;
-    if (std::abs(value) < countsInOnes && std::trunc(value) == value) {
+    // Whole numbers without an exponent, as long as a double is exact (2^53).
+    constexpr double exactBelow = 9007199254740992.0;
+    if (std::abs(value) < exactBelow && std::trunc(value) == value) {
         return QString::number(static_cast<qint64>(value));
     }
     return QString::number(value, 'g', QLocale::FloatingPointShortest);

@@ -30,8 +30,8 @@ int CreatorManager::value(const QString& key, int def) const {
     return creator ? creator() : def;
 }
 
-// The registries are made at the first registration, which runs before main() or while a package is
-// loaded, and are never destroyed.
+// The registries are created by the first registration (before main() or while a package is loaded) and
+// never destroyed.
 
 CreatorManager& pluginManager() {
     static auto* manager = new CreatorManager;

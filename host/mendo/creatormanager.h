@@ -13,20 +13,20 @@ class BModule;
 
 namespace mendo {
 
-/// A registry of creator functions by key, filled by the static registrations of packages.
+/// A registry of creator functions by key. Static initialisers of packages fill it.
 class CreatorManager {
 public:
     using ModuleCreator = std::function<gantu::BModule*(QObject* parent)>;
     using ValueCreator = std::function<int()>;
 
-    /// The newest registration of a key stands.
+    /// A later registration of a key replaces an earlier one.
     void regist(const QString& key, ModuleCreator creator);
     void regist(const QString& key, ValueCreator creator);
 
     bool contains(const QString& key) const;
-    /// A new module, owned by `parent` where that is not null; null for an unknown key.
+    /// A new module, owned by `parent` unless that is null; null for an unknown key.
     gantu::BModule* create(const QString& key, QObject* parent) const;
-    /// What a value creator returns; `def` for an unknown key.
+    /// The result of a value creator; `def` for an unknown key.
     int value(const QString& key, int def = 0) const;
 
 private:
@@ -34,7 +34,7 @@ private:
     QHash<QString, ValueCreator> values_;
 };
 
-/// Packages by name and the interface level each was built for.
+/// Packages by name, with the interface level each was built for.
 CreatorManager& pluginManager();
 
 }  // namespace mendo
@@ -43,5 +43,5 @@ CreatorManager& pluginManager();
 mendo::CreatorManager& bfactory();
 /// Versions by package name.
 mendo::CreatorManager& ver();
-/// The version registered for `name`, 0 for an unknown one. `logUnknown`: say so on the debug stream.
+/// The version registered for `name`, 0 for an unknown one. `logUnknown`: also write a debug message.
 int ver(const QString& name, bool logUnknown);

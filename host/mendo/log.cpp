@@ -20,9 +20,9 @@ QString levelOf(const QString& tag) {
     return tag.mid(begin, tag.indexOf(QLatin1Char('|'), begin) - begin);
 }
 
-/// Remembers that there is no folder for the log: asking for it takes longer than all the rest of a line that
-/// nobody else reads. Only where many lines come without one, so that a single one finds a new folder.
-class Absence {
+/// Remembers for 100 ms that a log file cannot be opened, because trying it takes longer than the rest of
+/// a line. Only after several failures in a row, so that a single line notices a new folder at once.
+class MissingFile {
 public:
     bool holds(const QString& file) const {
         constexpr qint64 restMs = 100;
@@ -30,7 +30,7 @@ public:
             return false;
         }
         const qint64 age = Clock::current().elapsedMs() - sinceMs_;
-        return age >= 0 && age < restMs;  // another clock may have been installed
+        return age >= 0 && age < restMs;  // negative after another clock was installed
     }
     void note(const QString& file, bool opened) {
         misses_ = opened ? 0 : file == file_ ? std::min(misses_ + 1, enough) : 1;
@@ -45,13 +45,13 @@ private:
     qint64 sinceMs_ = 0;
 };
 
-Absence& absence() {
+MissingFile& missingFile() {
     // Never destroyed: lines are logged until the process ends.
-    static auto* absence = new Absence;
-    return *absence;
+    static auto* missingFile = new MissingFile;
+    return *missingFile;
 }
 
-/// Without QFile's own way to say that it fails, which takes long.
+/// open() instead of QFile::open(), which is slow when it fails.
 bool openToAppend(QFile* sink, const QString& file) {
     constexpr int forAll = 0666;
     const int handle =
@@ -75,7 +75,7 @@ bool LogHub::console() const {
     return console_;
 }
 
-bool LogHub::heard() const {
+bool LogHub::hasListeners() const {
     static const QMetaMethod signal = QMetaMethod::fromSignal(&LogHub::line);
     return isSignalConnected(signal);
 }
@@ -87,8 +87,8 @@ QLog::QLog(const QString& colour, const QString& tag, const QString& suffix, con
            const QString& ending)
     : colour_(colour), tag_(tag), suffix_(suffix), file_(file), ending_(ending) {
     const LogHub* const hub = LogHub::instance();
-    const bool filed = !file.isEmpty() && !absence().holds(file);
-    if (filed || hub->console() || hub->heard()) {
+    const bool filed = !file.isEmpty() && !missingFile().holds(file);
+    if (filed || hub->console() || hub->hasListeners()) {
         stream_.emplace(&buffer_);
         stream_->noquote();
     }
@@ -110,11 +110,11 @@ QLog::~QLog() {
     LogHub* const hub = LogHub::instance();
     QFile sink;
     bool filed = false;
-    if (!file_.isEmpty() && !absence().holds(file_)) {
+    if (!file_.isEmpty() && !missingFile().holds(file_)) {
         filed = openToAppend(&sink, file_ + QLatin1Char('.') + ending_);
-        absence().note(file_, filed);
+        missingFile().note(file_, filed);
     }
-    if (hub->console() || filed) {  // else nobody reads the time, which takes longer than the rest
+    if (hub->console() || filed) {  // formatting the time is slow
         const QString line = taggedText();
         if (hub->console()) {
             const QString reset = colour_.isEmpty() ? QString() : QStringLiteral("\033[0m");
@@ -125,7 +125,7 @@ QLog::~QLog() {
             sink.write((line + QLatin1Char('\n')).toUtf8());
         }
     }
-    if (hub->heard()) {
+    if (hub->hasListeners()) {
         emit hub->line(levelOf(tag_), text());
     }
 }

@@ -8,7 +8,7 @@
 
 namespace mendo {
 
-/// Hears every finished log line of the process: the seam for traces, tests and a log view.
+/// Reports every log line of the process, for traces, tests and a log view.
 class LogHub : public QObject {
     Q_OBJECT
 public:
@@ -16,11 +16,11 @@ public:
     /// Whether loggers write to the console (standard error). On by default.
     void setConsole(bool on);
     bool console() const;
-    /// Whether somebody listens.
-    bool heard() const;
+    /// Whether `line` is connected.
+    bool hasListeners() const;
 
 signals:
-    /// `level` is the letter of the tag ("S", "E", "W", "I", "d"); `text` has neither tag nor colour.
+    /// `level` is the letter of the tag ("S", "E", "W", "I", "d"); `text` is without tag and colour.
     void line(const QString& level, const QString& text);
 
 private:
@@ -28,8 +28,8 @@ private:
     bool console_ = true;
 };
 
-/// One log line for the console: tag, then the values streamed into it, separated by single spaces;
-/// written when the object goes away. Where nobody reads it, nothing is put together.
+/// One log line for the console: the tag, then the streamed values, separated by spaces. The destructor
+/// writes it. Without console, file or listener the values are not formatted.
 class QLog {
 public:
     /// `tag` is a template such as "[I|%1]"; %1 becomes the host clock's time as MM/dd hh:mm:ss.zzz.
@@ -51,20 +51,19 @@ protected:
          const QString& ending);
 
 private:
-    /// Text so far; a trailing separator is cut.
+    /// The text without a trailing separator.
     QString text() const;
     QString taggedText() const;
 
     QString colour_, tag_, suffix_, file_, ending_, buffer_;
-    std::optional<QDebug> stream_;  ///< when somebody reads the line
+    std::optional<QDebug> stream_;  ///< empty when the line is not needed
 };
 
-/// The same, and to a file as well, when that can be opened (its folder is not made). The line is in the file
-/// when the object is gone. After some lines that found no file the next ones come in 100 ms of the host's
-/// clock.
+/// A log line for the console and a file. The destructor opens, appends and closes the file; it does not
+/// create the folder. After 20 failures in a row it tries the file again only after 100 ms.
 class QFLog : public QLog {
 public:
-    /// `file` is the path without the ending ("./log/lumo"), `ending` what follows the dot ("log").
+    /// `file` is the path without the extension ("./log/lumo"), `ending` the extension ("log").
     QFLog(const QString& colour, const QString& tag, const QString& suffix, const QString& file,
           const QString& ending);
 };

@@ -18,8 +18,7 @@ public:
     static ModuleManager* instance();
 
     ModuleObject* root() const;
-    /// Registers a top-level subtree and returns its node; an existing one is returned as it is.
-    /// The subtree belongs to the tree and outlives `owner`, which is only noted.
+    /// Returns the top-level node `name`, made if missing. The tree owns it; it outlives `owner`.
     ModuleObject* regist(QObject* owner, const QString& name);
 
     /// Reads a JSON file or compiled resource, a UTF-8 byte-order mark allowed. A missing file gives

@@ -5,7 +5,7 @@
 #include "mendo/graveyard.h"
 #include "mendo/noderef.h"
 #include "mendo/nullnode.h"
-#include "mendo/pathmemory.h"
+#include "mendo/pathcache.h"
 
 #include <QPointer>
 #include <QStringList>
@@ -27,12 +27,12 @@ void collect(const ModuleObject* node, bool recursive, QList<ModuleObject*>* fou
     }
 }
 
-/// Positions that lead from `node` to its first descendant of that name, depth first, last one first.
-bool trace(const NodeRef& node, const QString& name, std::vector<int>* way) {
+/// Positions from `node` to its first descendant of that name (depth first), in reverse order.
+bool findDescendant(const NodeRef& node, const QString& name, std::vector<int>* positions) {
     for (int i = 0; i < node.size(); ++i) {
         const QString& childName = node.branch()->entries[i].name;
-        if ((!childName.isNull() && childName == name) || trace(node.child(i), name, way)) {
-            way->push_back(i);
+        if ((!childName.isNull() && childName == name) || findDescendant(node.child(i), name, positions)) {
+            positions->push_back(i);
             return true;
         }
     }
@@ -59,7 +59,7 @@ ModuleObject::ModuleObject(Slot& slot, ModuleObject* parent, int position)
 
 ModuleObject::~ModuleObject() {
     dying_ = true;
-    endOwned();
+    deleteOwnedObjects();
     if (parent_) {
         parent_->announceRemoved(indexInPmobj(), nullptr);
     }
@@ -68,9 +68,9 @@ ModuleObject::~ModuleObject() {
     }
     Graveyard::instance().release(this);
 
-    // The children are detached first, so that none can be reached through a half-destroyed parent.
+    // Detach the children first: none may be reached through a half-destroyed parent.
     const std::unique_ptr<Branch> branch = std::move(branch_);
-    PathMemory::forget();
+    PathCache::invalidate();
     std::vector<QPointer<ModuleObject>> children;
     for (int i = 0; branch && i < branch->size(); ++i) {
         if (ModuleObject* child = branch->entries[i].object()) {
@@ -85,13 +85,13 @@ ModuleObject::~ModuleObject() {
     }
 }
 
-/// What lives in the subtree without being a node (an executor, a timer) ends first, while the whole tree can
-/// still be read and written.
-void ModuleObject::endOwned() {
+/// Deletes other objects in the subtree (an executor, a timer) while the tree can still be read and
+/// written.
+void ModuleObject::deleteOwnedObjects() {
     for (int i = 0; i < cmobjCount(); ++i) {
         ModuleObject* const child = branch_->entries[i].object();
         if (child && !child->dying_) {
-            child->endOwned();
+            child->deleteOwnedObjects();
         }
     }
     const QList<QObject*> objects = children();
@@ -102,7 +102,7 @@ void ModuleObject::endOwned() {
 }
 
 ModuleObject* ModuleObject::null() {
-    // Never destroyed: lookups may outlive everything else in the process.
+    // Never destroyed: lookups may return it until the process ends.
     static auto* node = new NullNode;
     return node;
 }
@@ -127,12 +127,13 @@ ModuleObject* ModuleObject::childAt(int position) const {
 }
 
 ModuleObject* ModuleObject::descendant(const QString& name) const {
-    std::vector<int> way;
+    std::vector<int> positions;
     auto* node = const_cast<ModuleObject*>(this);
-    if (!trace(NodeRef(node), name, &way)) {
+    if (!findDescendant(NodeRef(node), name, &positions)) {
         return null();
     }
-    std::for_each(way.rbegin(), way.rend(), [&node](int position) { node = node->childAt(position); });
+    std::for_each(positions.rbegin(), positions.rend(),
+                  [&node](int position) { node = node->childAt(position); });
     return node;
 }
 
@@ -153,21 +154,21 @@ ModuleObject* ModuleObject::r(const QString& path) const {
     if (path.isEmpty()) {
         return self;
     }
-    ModuleObject* const known = PathMemory::recall(this, path);
-    return known ? known : self->follow(path);
+    ModuleObject* const known = PathCache::find(this, path);
+    return known ? known : self->resolve(path);
 }
 
-ModuleObject* ModuleObject::follow(const QString& path) {
-    const QStringView kept = PathMemory::kept(path);
+ModuleObject* ModuleObject::resolve(const QString& path) {
+    const QStringView cacheable = PathCache::cacheablePart(path);
     QStringView rest;
-    ModuleObject* node = PathMemory::start(this, path, kept, &rest);
+    ModuleObject* node = PathCache::start(this, path, cacheable, &rest);
     for (bool more = true; more;) {
         const int position = node->find(takeElement(rest, more));
         if (position < 0) {
             return null();
         }
         node = node->childAt(position);
-        PathMemory::remember(this, kept, path.size() - rest.size() - (more ? 1 : 0), node);
+        PathCache::store(this, cacheable, path.size() - rest.size() - (more ? 1 : 0), node);
     }
     return node;
 }
@@ -184,8 +185,9 @@ int ModuleObject::cmobjCount() const {
 }
 
 bool ModuleObject::hasCmobj(const QString& name, bool recursive) const {
-    std::vector<int> way;
-    return find(name) >= 0 || (recursive && trace(NodeRef(const_cast<ModuleObject*>(this)), name, &way));
+    std::vector<int> positions;
+    return find(name) >= 0 ||
+           (recursive && findDescendant(NodeRef(const_cast<ModuleObject*>(this)), name, &positions));
 }
 
 bool ModuleObject::hasRmobj(const QString& path) const {

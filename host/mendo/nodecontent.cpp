@@ -1,5 +1,5 @@
-// Replacing and exporting the whole content of a node. A source is first turned into records of its
-// own, which are then put in the place of the old content: so a node can be copied into itself.
+// Replacing and exporting the whole content of a node. A source is first copied to separate records, which
+// then replace the old content. So a node can be copied into itself.
 
 #include "mendo/convert.h"
 #include "mendo/moduleobject.h"
@@ -32,7 +32,7 @@ QVariant numberOf(const QJsonValue& json) {
     return fits ? QVariant(static_cast<int>(integer)) : number;
 }
 
-/// Puts a JSON value into a record; what lies deeper than `levels` is left out.
+/// Writes a JSON value to a record; content deeper than `levels` is left out.
 void fill(Slot& record, const QJsonValue& json, int levels) {
     if (json.isArray()) {
         const QJsonArray array = json.toArray();
@@ -67,7 +67,7 @@ void fill(Slot& record, const QJsonValue& json, int levels) {
     }
 }
 
-/// Copies a node into a record. Elements of lists leave their names behind, which belong to their list.
+/// Copies a node to a record, without the names of list elements (they belong to their list).
 void copy(Slot& record, const NodeRef& source, int levels) {
     record.value = source.value();
     const Branch* from = source.branch();
@@ -120,7 +120,7 @@ void adoptMap(const NodeRef& target, Branch& fresh, bool merge, bool keepValue) 
         }
         return;
     }
-    // The order is the source's; children that stay move over into it, the others are dropped.
+    // Move the children that stay into the source's order and drop the others.
     for (int i = 0; branch.size() > 0 && i < fresh.size(); ++i) {
         const int position = branch.find(fresh.entries[i].name);
         if (position >= 0) {
@@ -132,13 +132,13 @@ void adoptMap(const NodeRef& target, Branch& fresh, bool merge, bool keepValue) 
     branch.entries = std::move(fresh.entries);
 }
 
-/// Puts `content` in the place of the target's, with the rules of ModuleObject::copyFrom.
+/// Replaces the target's content by the rules of ModuleObject::copyFrom.
 void adopt(const NodeRef& target, Slot& content, bool merge, bool keepValue) {
     const std::unique_ptr<Branch> fresh = content.takeBranch();
     const Kind kind = fresh ? fresh->kind : Kind::Plain;
     const bool hasValue = content.value.isValid();
     const bool isEmpty = !hasValue && kind != Kind::List && (!fresh || fresh->size() == 0);
-    // Lists without elements are written as {} in older files, and stay lists.
+    // Older files hold {} for an empty list.
     const bool staysList = isEmpty && target.kind() == Kind::List;
 
     const bool valueStays =
@@ -201,7 +201,7 @@ void ModuleObject::copyFrom(QObject* sender, const ModuleObject* source, bool no
     if (source && !source->isNull()) {
         copy(content, NodeRef(const_cast<ModuleObject*>(source)), deepest - depth());
     } else {
-        // Nothing to copy: the node is emptied and stays the kind it is, or gains nothing in a merge.
+        // No source: a copy clears the node and keeps its kind, a merge changes nothing.
         content.ensureBranch().kind = branch_ ? branch_->kind : Kind::Plain;
         content.value = merge ? value_ : QVariant();
     }

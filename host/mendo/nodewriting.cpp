@@ -1,10 +1,10 @@
-// The writing operations of ModuleObject. Whatever is announced may run handlers that change the
-// tree or delete a node, this one included: after each announcement everything is looked at afresh.
+// The writing operations of ModuleObject. A handler of any signal may change the tree or delete a node,
+// this one included. So everything is checked again after each signal.
 
 #include "mendo/graveyard.h"
 #include "mendo/moduleobject.h"
 #include "mendo/noderef.h"
-#include "mendo/pathmemory.h"
+#include "mendo/pathcache.h"
 
 #include <QDebug>
 #include <QMetaMethod>
@@ -22,8 +22,8 @@ bool isListElement(QStringView element) {
     return positionOfElement(element) >= 0;
 }
 
-/// Whether a child can be made under `element`: in a list the next position or a name, in a map a name.
-/// What has no children yet becomes what the element asks for.
+/// Whether a child `element` can be made: a name, or the next position of a list or of a node without
+/// children.
 bool canMake(const NodeRef& parent, QStringView element) {
     const int position = positionOfElement(element);
     if (position >= 0) {
@@ -42,9 +42,9 @@ Slot slotFor(QStringView element) {
     return isListElement(element) ? Slot() : Slot(sharedKey(element.toString()));
 }
 
-/// Puts a copy of `value` into an empty variant. An integer is read in the width in which it was just
-/// written: QVariant reads twice that, which has to wait until the write has reached the cache, as long as
-/// a tenth of a whole notification.
+/// Copies `value` to an empty variant. An int is copied in its own width: QVariant would read the whole
+/// 64-bit union just after 32 bits of it were written, which costs a failed store forwarding (a tenth of
+/// the time of a notification).
 void copyInto(QVariant& empty, const QVariant& value) {
     const QVariant::DataPtr& source = value.data_ptr();
     if (source.type == QMetaType::Int) {
@@ -87,7 +87,7 @@ void ModuleObject::announceRemoved(int position, QObject* sender) {
 }
 
 void ModuleObject::setValue(QObject* sender, QVariant value) {
-    if (!heard_) {
+    if (!observed_) {
         value_ = std::move(value);
         return;
     }
@@ -98,7 +98,7 @@ void ModuleObject::setValue(QObject* sender, QVariant value) {
 
 void ModuleObject::connectNotify(const QMetaMethod& signal) {
     static const QMetaMethod changedSignal = QMetaMethod::fromSignal(&ModuleObject::changed);
-    heard_ = heard_ || signal == changedSignal;
+    observed_ = observed_ || signal == changedSignal;
 }
 
 void ModuleObject::trigger() {
@@ -112,37 +112,37 @@ ModuleObject* ModuleObject::set(QObject* sender, const QString& path, const QVar
     if (isNull()) {
         return this;
     }
-    if (ModuleObject* known = path.isEmpty() ? this : PathMemory::recall(this, path)) {
+    if (ModuleObject* known = path.isEmpty() ? this : PathCache::find(this, path)) {
         known->setValue(sender, value);
         return this;
     }
-    const QStringView kept = PathMemory::kept(path);
+    const QStringView cacheable = PathCache::cacheablePart(path);
     QStringView rest;
-    NodeRef node(PathMemory::start(this, path, kept, &rest));
+    NodeRef node(PathCache::start(this, path, cacheable, &rest));
     for (bool more = true; more;) {
         const QStringView missing = rest;
         const int position = node.find(takeElement(rest, more));
         if (position < 0) {
             if (create) {
-                make(sender, node, missing, path, value);
+                createPath(sender, node, missing, path, value);
             }
             return this;
         }
         node = node.child(position);
         if (node.object()) {
-            PathMemory::remember(this, kept, path.size() - rest.size() - (more ? 1 : 0), node.object());
+            PathCache::store(this, cacheable, path.size() - rest.size() - (more ? 1 : 0), node.object());
         }
     }
     if (node.object()) {
         node.object()->setValue(sender, value);
     } else {
-        node.value() = value;  // nobody has asked for this node, so nobody listens
+        node.value() = value;  // a record has no listeners
     }
     return this;
 }
 
-void ModuleObject::make(QObject* sender, const NodeRef& parent, QStringView rest, const QString& path,
-                        const QVariant& value) {
+void ModuleObject::createPath(QObject* sender, const NodeRef& parent, QStringView rest, const QString& path,
+                              const QVariant& value) {
     bool more = false;
     const QStringView first = takeElement(rest, more);
     if (!canMake(parent, first)) {
@@ -168,14 +168,14 @@ void ModuleObject::make(QObject* sender, const NodeRef& parent, QStringView rest
 
     static const QMetaMethod signal = QMetaMethod::fromSignal(&ModuleObject::added);
     ModuleObject* object = parent.object();
-    const bool heard = object && object->isSignalConnected(signal);
-    if (!heard) {
+    const bool observed = object && object->isSignalConnected(signal);
+    if (!observed) {
         leaf->value = value;
     }
     Branch& branch = parent.ensureBranch();
     becomeContainer(branch, isListElement(first));
     branch.insert(branch.size(), std::move(top));
-    if (heard) {
+    if (observed) {
         const QPointer<ModuleObject> self(this);
         const QVariant newValue = value;
         object->announceAdded(branch.size() - 1, sender);
@@ -223,14 +223,14 @@ ModuleObject* ModuleObject::detach(int position) {
     return child;
 }
 
-void ModuleObject::takeOut(QObject* sender, int position, bool notify) {
+void ModuleObject::removeChild(QObject* sender, int position, bool notify) {
     static const QMetaMethod signal = QMetaMethod::fromSignal(&ModuleObject::removed);
     if (notify && isSignalConnected(signal)) {
         const QPointer<ModuleObject> self(this);
         const QPointer<ModuleObject> child(childAt(position));
         announceRemoved(position, sender);
         if (!self || !child || child->parent_ != this) {
-            return;  // a handler was faster
+            return;  // a handler has removed the child
         }
         position = child->indexInPmobj();
     }
@@ -244,12 +244,12 @@ bool ModuleObject::remove(QObject* sender, const QString& name, bool notify) {
     if (position < 0) {
         return false;
     }
-    takeOut(sender, position, notify);
+    removeChild(sender, position, notify);
     return true;
 }
 
-/// Takes this node out of its parent, if it has one; false when a handler let it go another way.
-bool ModuleObject::leave(QObject* sender, bool notify) {
+/// Detaches this node from its parent, if any; false when a handler has moved or deleted it.
+bool ModuleObject::leaveParent(QObject* sender, bool notify) {
     if (!parent_) {
         return true;
     }
@@ -276,24 +276,25 @@ bool ModuleObject::insert(QObject* sender, ModuleObject* node, bool notify, int 
     const QPointer<ModuleObject> self(this);
     const QPointer<ModuleObject> guard(node);
     const bool moved = node->parent_;
-    if (!node->leave(sender, notify)) {
+    if (!node->leaveParent(sender, notify)) {
         return false;
     }
     if (!self || !makeRoom(sender, node, notify)) {
-        // Handlers have used or ended either node meanwhile. What came out of a tree is nobody's now.
+        // A handler has moved or deleted one of the nodes. A node from the tree has no owner now.
         if (moved && guard && !node->parent_ && !node->removed_) {
             Graveyard::instance().bury(node);
         }
         return false;
     }
-    place(node, index);
+    attach(node, index);
     if (notify) {
         announceAdded(node->indexInPmobj(), sender);
     }
     return true;
 }
 
-/// Removes the child of a map whose name a newcomer has; false when the newcomer can no longer come.
+/// Removes a map's child with the name of the new one; false when a handler has made the insertion
+/// impossible.
 bool ModuleObject::makeRoom(QObject* sender, const ModuleObject* newcomer, bool notify) {
     const auto taken = [this, newcomer] {
         return isList() || !branch_ || newcomer->name_.isEmpty() ? -1 : branch_->find(newcomer->name_);
@@ -304,11 +305,11 @@ bool ModuleObject::makeRoom(QObject* sender, const ModuleObject* newcomer, bool 
     }
     const QPointer<ModuleObject> self(this);
     const QPointer<const ModuleObject> guard(newcomer);
-    takeOut(sender, position, notify);
+    removeChild(sender, position, notify);
     return self && guard && !newcomer->parent_ && !isInside(newcomer) && taken() < 0;
 }
 
-void ModuleObject::place(ModuleObject* node, int index) {
+void ModuleObject::attach(ModuleObject* node, int index) {
     Graveyard::instance().release(node);
     Branch& branch = ensureBranch();
     becomeContainer(branch, node->name_.isEmpty());
@@ -318,7 +319,7 @@ void ModuleObject::place(ModuleObject* node, int index) {
         }
     } else if (node->name_.isEmpty() || node->name_.startsWith(QLatin1Char('#')) ||
                branch.find(node->name_) >= 0) {
-        node->name_ = QString();  // named anew when somebody asks
+        node->name_ = QString();  // name() generates another one
     }
     const int position = index < 0 || index > branch.size() ? branch.size() : index;
     Slot slot(node->name_);

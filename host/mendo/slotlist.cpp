@@ -1,7 +1,7 @@
 #include "mendo/slotlist.h"
 
 #include "mendo/branch.h"
-#include "mendo/pathmemory.h"
+#include "mendo/pathcache.h"
 
 #include <cstdlib>
 #include <cstring>
@@ -13,7 +13,7 @@ namespace mendo {
 namespace {
 constexpr int smallestCapacity = 4;
 
-// Slots are moved as plain memory: what they hold never points into itself.
+// Slots are moved with memmove, which is safe because their members do not point into themselves.
 static_assert(!QTypeInfo<QString>::isStatic && !QTypeInfo<QVariant>::isStatic, "movable members");
 
 void relocate(Slot* to, const Slot* from, int count) {
@@ -81,7 +81,7 @@ SlotList::SlotList(SlotList&& other) noexcept
       size_(std::exchange(other.size_, 0)),
       capacity_(std::exchange(other.capacity_, 0)),
       gap_(std::exchange(other.gap_, 0)) {
-    PathMemory::forget();
+    PathCache::invalidate();
 }
 
 SlotList& SlotList::operator=(SlotList&& other) noexcept {
@@ -94,7 +94,7 @@ SlotList& SlotList::operator=(SlotList&& other) noexcept {
 }
 
 SlotList::~SlotList() {
-    PathMemory::forget();
+    PathCache::invalidate();
     for (int i = 0; i < size_; ++i) {
         (*this)[i].~Slot();
     }
@@ -128,7 +128,7 @@ void SlotList::insert(int position, Slot&& slot) {
     if (size_ == capacity_) {
         reserve(capacity_ < smallestCapacity ? smallestCapacity : capacity_ + capacity_ / 2);
     }
-    PathMemory::forget();
+    PathCache::invalidate();
     moveGap(position);
     new (data_ + position) Slot(std::move(slot));
     ++gap_;
@@ -136,11 +136,11 @@ void SlotList::insert(int position, Slot&& slot) {
 }
 
 Slot SlotList::take(int position) {
-    PathMemory::forget();
+    PathCache::invalidate();
     Slot& place = (*this)[position];
     Slot taken(std::move(place));
     place.~Slot();
-    // The gap opens over the place: right before it or right after it costs nothing to move.
+    // The freed position joins the gap. Nothing has to move when they are adjacent.
     if (position + 1 == gap_) {
         --gap_;
     } else {

@@ -10,11 +10,11 @@ namespace mendo {
 struct Branch;
 class ModuleObject;
 
-/// The place of one child in its parent: a plain record of name, value and children or, once somebody
-/// has asked for the child, the child's object, which then holds value and children itself.
+/// One child in its parent: a plain record of name, value and children or, after the first lookup, the
+/// child's object, which then holds value and children.
 ///
-/// The name of a list element is null until somebody asks for it. A slot only points at its object;
-/// whoever takes a slot out of a branch decides what becomes of the object.
+/// The name of a list element is null until it is asked for. A slot does not own its object: the caller
+/// of Branch::take() has to.
 class Slot {
 public:
     Slot() = default;
@@ -23,14 +23,14 @@ public:
     Slot& operator=(Slot&& other) noexcept;
     ~Slot();
 
-    /// Children of a record; null where it has none and for an object.
+    /// Children of a record; null for an object and for a record without children.
     Branch* branch() const { return content_ & objectTag ? nullptr : reinterpret_cast<Branch*>(content_); }
-    /// The record's branch, made where missing.
+    /// The record's branch, made if missing.
     Branch& ensureBranch();
     void setBranch(std::unique_ptr<Branch> branch);
     std::unique_ptr<Branch> takeBranch();
 
-    /// Null as long as the child is a record.
+    /// Null for a record.
     ModuleObject* object() const {
         return content_ & objectTag ? reinterpret_cast<ModuleObject*>(content_ & ~objectTag) : nullptr;
     }
@@ -42,11 +42,11 @@ public:
 private:
     static constexpr quintptr objectTag = 1;
     void drop();
-    quintptr content_ = 0;  // nothing, a Branch, or with the lowest bit set a ModuleObject
+    quintptr content_ = 0;  // 0, a Branch*, or a ModuleObject* with the lowest bit set
 };
 
-/// A sequence of slots with a gap at the place of the last change: access by position in constant
-/// time, and a run of insertions or removals at neighbouring places without moving the rest each time.
+/// A gap buffer of slots: access by position in constant time, and insertions or removals near the last
+/// one without moving the other slots.
 class SlotList {
 public:
     SlotList() = default;
