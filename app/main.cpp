@@ -1,6 +1,5 @@
-#include "app/examples/exampleshelf.h"
-#include "app/language.h"
-#include "app/look.h"
+#include "app/appearance.h"
+#include "app/examples/examplelibrary.h"
 #include "app/noticebar.h"
 #include "app/options.h"
 #include "app/panel.h"
@@ -11,7 +10,6 @@
 #include "app/scope/signalrecorder.h"
 #include "app/shots/gallery.h"
 #include "app/views/viewswindow.h"
-#include "app/workfolder.h"
 #include "gantu/package.h"
 #include "mendo/modulemanager.h"
 #include "simulator/time/pacedtime.h"
@@ -37,7 +35,7 @@ constexpr int badUsage = 2;
 constexpr int noDisplay = 3;
 constexpr QSize size(1280, 800);
 
-/// Says what is wrong and returns the exit status.
+/// Prints an error and returns the exit status.
 int fail(const QString& text, int status) {
     std::fprintf(stderr, "lumo-panel: %s\n", text.toUtf8().constData());
     return status;
@@ -48,9 +46,8 @@ int print(const QString& text) {
     return 0;
 }
 
-/// What Qt complains about, without what the offscreen platform says of every window and what Qt says
-/// wherever there is no login session; the package's debug stream is of no use here. Without a display
-/// Qt would abort with a core.
+/// Prints Qt's warnings and errors, except those of the offscreen platform for every window and those about
+/// a missing login session. Debug messages are dropped. Exits without a core dump when there is no display.
 void onQtMessage(QtMsgType type, const QMessageLogContext&, const QString& text) {
     const bool noise = text.startsWith(QLatin1String("This plugin does not support")) ||
                        text.startsWith(QLatin1String("QStandardPaths:"));
@@ -63,8 +60,8 @@ void onQtMessage(QtMsgType type, const QMessageLogContext&, const QString& text)
     }
 }
 
-/// Language and working directory of this start; what was asked for is remembered. What is to be told
-/// once the window is there is left in `lost`.
+/// Sets language and working directory and remembers those given as options. `lost` is set to a remembered
+/// folder that could not be entered.
 bool prepare(const app::Options& options, QString* lost) {
     if (!app::enterWorkFolder(options.settings, app::Preferences::folder(), lost)) {
         return false;
@@ -83,35 +80,36 @@ bool prepare(const app::Options& options, QString* lost) {
     return true;
 }
 
-/// Puts the operator's copy of an example in the place of project and settings. False, with what is wrong.
+/// Sets settings and project to the operator's copy of the chosen example. On failure returns false and
+/// writes the reason to `problem`.
 bool takeExample(app::Options* options, QString* problem) {
-    const app::ExampleShelf shelf = app::ExampleShelf::ofThisProgram();
-    if (!shelf.names().contains(options->example)) {
+    const app::ExampleLibrary library = app::ExampleLibrary::ofThisProgram();
+    if (!library.names().contains(options->example)) {
         *problem = QStringLiteral("--example %1 is none of %2")
-                       .arg(options->example, shelf.names().join(QStringLiteral(", ")));
+                       .arg(options->example, library.names().join(QStringLiteral(", ")));
         return false;
     }
-    options->settings = shelf.take(options->example, problem);
-    options->project = shelf.project(options->example);
+    options->settings = library.copyForOperator(options->example, problem);
+    options->project = library.project(options->example);
     if (options->settings.isEmpty()) {
         *problem = QStringLiteral("%1 cannot be written").arg(*problem);
     }
     return !options->settings.isEmpty();
 }
 
-/// The package reads its settings once in a process: an example begins in a new one, in this one's place.
+/// The package reads its settings only once in a process, so an example replaces this process.
 int becomeExample(const QString& program, const QString& example) {
     const QByteArray file = QFile::encodeName(program), name = QFile::encodeName(example);
     execl(file.constData(), file.constData(), "--example", name.constData(), nullptr);
     return fail(QStringLiteral("%1 cannot be started again").arg(program), failed);
 }
 
-/// On a screen that is hardly larger than the panel, the panel is all there is. On a wide one it stands on
-/// the left, where the views find room beside it.
+/// Maximised on a screen hardly larger than the panel; at the left of a wide screen, so that the views fit
+/// beside it.
 void show(QWidget* window) {
     const QSize room = window->screen()->availableSize();
     window->resize(size.boundedTo(room));
-    // Before it is shown: afterwards a window manager has placed it.
+    // Before show(): afterwards the window manager has placed it.
     if (room.width() >= size.width() + app::ViewsWindow::fullWidth) {
         window->move(window->screen()->availableGeometry().topLeft());
     }
@@ -122,8 +120,8 @@ void show(QWidget* window) {
     }
 }
 
-/// The pendant comes when the panel has painted itself, so that it does not keep the panel from it; soon in
-/// any case, because it has the emergency stop.
+/// Shows the pendant after the panel's first paint, so that it does not delay the panel. After one second at
+/// the latest, because the pendant has the emergency stop.
 void showPendantSoon(app::Panel* panel) {
     constexpr int latestMs = 1000;
     auto* timer = new QTimer(panel);
@@ -136,7 +134,7 @@ void showPendantSoon(app::Panel* panel) {
     timer->start(latestMs);
 }
 
-/// Without a screen and on virtual time, so that every start gives the same pictures.
+/// Offscreen and on virtual time, so that the pictures are always the same.
 int takePictures(const app::Options& options, int& argc, char** argv) {
     if (options.language.isEmpty()) {
         const QCoreApplication application(argc, argv);
@@ -146,25 +144,25 @@ int takePictures(const app::Options& options, int& argc, char** argv) {
     qInstallMessageHandler(onQtMessage);
     sim::VirtualTime::install();
     const QApplication application(argc, argv);
-    app::installLook();
+    app::installStyle();
     app::installLanguage(options.language);
     return app::writeGallery(options.screenshots, options.language);
 }
 
-/// What the cell did from the start on, the last minutes of a long session.
+/// Writes the recorded signals (at most the last ten minutes) to a VCD file.
 bool writeSignals(const app::Panel& panel, const QString& fileName) {
     QSaveFile file(fileName);
     QString error;
     const app::SignalRecorder& recorder = *panel.recorder();
     if (file.open(QIODevice::WriteOnly) && app::writeVcd(&file, recorder, recorder.all(), &error) &&
-        file.flush() && file.commit()) {  // commit alone does not notice that what is buffered fails
+        file.flush() && file.commit()) {  // commit() does not report a failing flush
         return true;
     }
     fail(QStringLiteral("--vcd %1: %2").arg(fileName, error.isEmpty() ? file.errorString() : error), failed);
     return false;
 }
 
-/// `example`: the one that the operator wants instead of what he has open; empty for none.
+/// Runs the panel until it quits. `example` is set to the example that the operator has chosen.
 int run(app::Options options, sim::PacedTime* time, QString* example) {
     const app::QuitSignals quitSignals;
     QString problem;
@@ -175,7 +173,7 @@ int run(app::Options options, sim::PacedTime* time, QString* example) {
     if (!prepare(options, &lost)) {
         return fail(QStringLiteral("the folder of projects and settings cannot be entered"), failed);
     }
-    app::installLook();
+    app::installStyle();
     app::Panel panel;
     QString error;
     if (!panel.open(gantu::findLibrary(QStringLiteral("lumo")), &error)) {
@@ -202,7 +200,7 @@ int run(app::Options options, sim::PacedTime* time, QString* example) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));  // file names, in any locale
+    QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));  // file names are UTF-8 in any locale
     QStringList arguments;
     for (int i = 1; i < argc; ++i) {
         arguments.append(QFile::decodeName(argv[i]));
@@ -220,7 +218,7 @@ int main(int argc, char** argv) {
     }
     QCoreApplication::setOrganizationName(QStringLiteral("lumo"));
     QCoreApplication::setApplicationName(QStringLiteral("lumo-panel"));
-    int programOnly = 1;  // Qt's own options are none of ours
+    int programOnly = 1;  // without the arguments, which Qt would take for its own options
     if (!options->screenshots.isEmpty()) {
         return takePictures(*options, programOnly, argv);
     }

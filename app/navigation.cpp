@@ -21,7 +21,7 @@ struct Page {
     QString key, title, group, icon;
 };
 
-/// The pages that lead somewhere, groups in the order of their first page.
+/// The pages with a key, grouped; groups in the order of their first page.
 QVector<Page> readPages() {
     QVector<Page> pages;
     for (const mendo::ModuleObject* node : m(pagesPath)->cmobjs()) {
@@ -86,7 +86,7 @@ void Navigation::refresh() {
     }
 }
 
-/// A page's entry gets its key only after it was added.
+/// Delayed, because a page gets its key after it was added.
 void Navigation::refreshLater() {
     if (posted_) {
         return;

@@ -7,23 +7,22 @@ class QHBoxLayout;
 
 namespace app {
 
-/// A button for each page in the host's navigation, those of a group side by side. Pages that are
-/// registered or removed later come and go.
+/// A button for each page of the host's navigation; those of a group side by side. Follows pages that are
+/// registered or removed later.
 class Navigation : public QWidget {
     Q_OBJECT
 public:
-    /// The host's list of pages may not exist yet.
     explicit Navigation(QWidget* parent = nullptr);
 
-    /// Reads the list again, and follows it from then on.
+    /// Reads the host's list of pages, which may not exist yet, and connects to it.
     void refresh();
-    /// Marks the page of a key as the one that is shown.
+    /// Checks the button of the page shown.
     void select(const QString& key);
-    /// The key of the first page; empty when there is none.
+    /// The key of the first page; empty without one.
     QString firstKey() const;
 
 signals:
-    /// The operator wants the page whose module is registered under `key`.
+    /// The operator has chosen the page whose module is registered under `key`.
     void chosen(const QString& key);
 
 private:

@@ -112,7 +112,7 @@ void NoticeBar::refresh() {
     placeList();
 }
 
-/// With as much of the path as there is room for.
+/// Shortens the path until the text fits.
 void NoticeBar::showText(const QString& path) {
     for (int width = shownPathWidth; width >= leastPathWidth; width -= pathStep) {
         const QString shown = text_->fontMetrics().elidedText(path, Qt::ElideLeft, width);

@@ -10,25 +10,25 @@ class QToolButton;
 
 namespace app {
 
-/// Tells the operator what the file service reports, in the panel's status line: the newest problem, and on
-/// demand the last ones. It never takes the focus and asks for nothing.
+/// Shows file problems over the panel's status line: the newest one, and on demand a list of the last ten.
+/// It never takes the keyboard focus.
 class NoticeBar : public QFrame {
     Q_OBJECT
 public:
-    /// `window`: the widget that the list of the last problems covers while it is open.
+    /// `window` is the widget that the open list covers.
     explicit NoticeBar(QWidget* window);
 
-    /// A problem that is the same as the newest one is not listed twice.
+    /// Adds a problem unless it equals the newest one.
     void report(const QString& file, int line, int column, const QString& reason);
-    /// The list of the last problems, a child of the window.
+    /// The list of problems, a child of the window.
     QWidget* list() const;
-    /// What stands in the list, newest first.
+    /// The texts of the list, newest first.
     const QStringList& texts() const { return texts_; }
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 public slots:
-    /// Hides bar and list, and forgets the problems.
+    /// Hides bar and list and forgets the problems.
     void dismiss();
 
 protected:

@@ -1,8 +1,8 @@
 #include "app/panel.h"
 
 #include "app/cell/cellstrip.h"
+#include "app/examples/examplelibrary.h"
 #include "app/examples/examplesbutton.h"
-#include "app/examples/exampleshelf.h"
 #include "app/navigation.h"
 #include "app/noticebar.h"
 #include "app/path/pathpage.h"
@@ -13,9 +13,9 @@
 #include "app/progress/runwatcher.h"
 #include "app/scope/scopepage.h"
 #include "app/scope/signalrecorder.h"
+#include "app/status/statusline.h"
+#include "app/status/statuswatcher.h"
 #include "app/views/viewswindow.h"
-#include "app/why/whyline.h"
-#include "app/why/whywatch.h"
 #include "gantu/panel.h"
 #include "kord/kordservice.h"
 #include "mendo/modulemanager.h"
@@ -68,15 +68,15 @@ bool Panel::open(const QString& libraryFile, QString* error) {
 }
 
 void Panel::makeExamples() {
-    auto* examples = new ExamplesButton(ExampleShelf::ofThisProgram());
+    auto* examples = new ExamplesButton(ExampleLibrary::ofThisProgram());
     connect(examples, &ExamplesButton::chosen, this, &Panel::exampleChosen);
     window_->addToHeader(examples);
-    examples->follow();
+    examples->connectToTree();
 }
 
 void Panel::makeStatus(const QString& libraryFile) {
     const PackageFlags package = PackageFlags::find(libraryFile);
-    window_->setStatus(new WhyLine(new WhyWatch(package, controller_, page_, this)),
+    window_->setStatus(new StatusLine(new StatusWatcher(package, controller_, page_, this)),
                        new ProgressView(new RunWatcher(package, this)));
 }
 

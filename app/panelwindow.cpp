@@ -1,6 +1,6 @@
 #include "app/panelwindow.h"
 
-#include "app/look.h"
+#include "app/appearance.h"
 #include "app/navigation.h"
 #include "app/noticebar.h"
 #include "app/panelbody.h"
@@ -63,7 +63,7 @@ QWidget* PanelWindow::makeHeader() {
     auto* header = new QFrame;
     header->setObjectName(QStringLiteral("header"));
     header->setFixedHeight(headerHeight);
-    header->setStyleSheet(frameStyle());
+    header->setStyleSheet(frameStyleSheet());
     auto* row = new QHBoxLayout(header);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(0);
@@ -84,8 +84,8 @@ QWidget* PanelWindow::makeStatusLine() {
     auto* line = new QFrame;
     line->setObjectName(QStringLiteral("statusLine"));
     line->setFixedHeight(statusHeight);
-    line->setStyleSheet(frameStyle());
-    notices_->list()->setStyleSheet(frameStyle());
+    line->setStyleSheet(frameStyleSheet());
+    notices_->list()->setStyleSheet(frameStyleSheet());
     line->setLayout(status_);
     status_->setContentsMargins(0, 0, 0, 0);
     status_->setSpacing(0);

@@ -19,7 +19,7 @@ namespace {
 
 const QString languageKey = QStringLiteral("language");
 const QString folderKey = QStringLiteral("folder");
-const QString pendantPlaceKey = QStringLiteral("pendant/place");
+const QString pendantPositionKey = QStringLiteral("pendant/place");
 const QString pendantUnfoldedKey = QStringLiteral("pendant/unfolded");
 
 bool readMap(QIODevice& file, QSettings::SettingsMap& map) {
@@ -28,15 +28,15 @@ bool readMap(QIODevice& file, QSettings::SettingsMap& map) {
     return document.isObject();
 }
 
-/// Whole, or not at all: what is still on its way to the disk when the file is renamed over the old one
-/// Qt would not ask about, and leave an empty file on a full disk.
+/// Flushes and syncs the file before QSettings renames it over the old one. Qt does neither, and would leave
+/// an empty file on a full disk.
 bool writeMap(QIODevice& file, const QSettings::SettingsMap& map) {
     const QByteArray text = QJsonDocument(QJsonObject::fromVariantMap(map)).toJson();
     auto* const onDisk = qobject_cast<QFileDevice*>(&file);
     return file.write(text) == text.size() && onDisk && onDisk->flush() && ::fsync(onDisk->handle()) == 0;
 }
 
-/// Of the running program, in the user's configuration.
+/// The running program's file in the user's configuration folder.
 class Store : public QSettings {
 public:
     Store() : QSettings(file(), format()) {}
@@ -64,12 +64,12 @@ QString languageOf(const QString& locale) {
 }
 
 QString checkoutOf(const QString& folder) {
-    QDir place(folder);
+    QDir ancestor(folder);
     do {
-        if (place.exists(QStringLiteral("lumo/resources/lumo.json"))) {
-            return place.absolutePath();
+        if (ancestor.exists(QStringLiteral("lumo/resources/lumo.json"))) {
+            return ancestor.absolutePath();
         }
-    } while (place.cdUp());
+    } while (ancestor.cdUp());
     return {};
 }
 
@@ -95,22 +95,36 @@ void Preferences::rememberFolder(const QString& folder) {
     Store().setValue(folderKey, folder);
 }
 
-std::optional<QPoint> Preferences::pendantPlace() {
-    const QVariantList place = Store().value(pendantPlaceKey).toList();
-    if (place.size() != 2) {
+std::optional<QPoint> Preferences::pendantPosition() {
+    const QVariantList position = Store().value(pendantPositionKey).toList();
+    if (position.size() != 2) {
         return {};
     }
-    return QPoint(place[0].toInt(), place[1].toInt());
+    return QPoint(position[0].toInt(), position[1].toInt());
 }
 
 bool Preferences::pendantUnfolded() {
     return Store().value(pendantUnfoldedKey, true).toBool();
 }
 
-void Preferences::rememberPendant(const QPoint& place, bool unfolded) {
+void Preferences::rememberPendant(const QPoint& position, bool unfolded) {
     Store store;
-    store.setValue(pendantPlaceKey, QVariantList{place.x(), place.y()});
+    store.setValue(pendantPositionKey, QVariantList{position.x(), position.y()});
     store.setValue(pendantUnfoldedKey, unfolded);
+}
+
+bool enterWorkFolder(const QString& given, const QString& remembered, QString* lost) {
+    if (!given.isEmpty()) {
+        return QDir::setCurrent(given);
+    }
+    if (!remembered.isEmpty()) {
+        if (QDir::setCurrent(remembered)) {
+            return true;
+        }
+        *lost = remembered;
+    }
+    const QString folder = defaultFolder(QDir::currentPath());
+    return QDir().mkpath(folder) && QDir::setCurrent(folder);
 }
 
 }  // namespace app

@@ -7,29 +7,33 @@
 
 namespace app {
 
-/// The language when none was given or remembered: that of the system where the panel speaks it,
-/// else English. `locale`: a name such as "zh_CN".
+/// The default language: that of a locale ("zh_CN") if the panel has it, else English.
 QString languageOf(const QString& locale);
 
-/// The checkout of this project that a folder lies in; empty when it lies in none.
+/// The root of this project's checkout that contains a folder; empty outside of one.
 QString checkoutOf(const QString& folder);
 
-/// The folder of projects and settings when none was given or remembered: `current` in a checkout,
-/// else the user's data folder, which need not exist yet.
+/// The default folder of projects and settings: `current` if it is in a checkout, else the user's data
+/// folder, which need not exist.
 QString defaultFolder(const QString& current);
 
-/// What the panel remembers from one start to the next, in the user's configuration (NAME.json). What
-/// was never remembered is empty.
+/// What the panel remembers between two starts, in a JSON file in the user's configuration folder. Values
+/// never stored are empty.
 class Preferences {
 public:
     [[nodiscard]] static QString language();
     static void rememberLanguage(const QString& language);
     [[nodiscard]] static QString folder();
     static void rememberFolder(const QString& folder);
-    /// Where the operator has put the pendant, and whether all of it is shown.
-    [[nodiscard]] static std::optional<QPoint> pendantPlace();
+    /// Position of the pendant as the operator has moved it, and whether it is unfolded.
+    [[nodiscard]] static std::optional<QPoint> pendantPosition();
     [[nodiscard]] static bool pendantUnfolded();
-    static void rememberPendant(const QPoint& place, bool unfolded);
+    static void rememberPendant(const QPoint& position, bool unfolded);
 };
+
+/// Sets the working directory, where packages keep projects and settings: `given`, else `remembered`, else
+/// the default folder, which is made if missing. A remembered folder that cannot be entered is skipped and
+/// written to `lost`. False when no folder can be entered.
+bool enterWorkFolder(const QString& given, const QString& remembered, QString* lost);
 
 }  // namespace app

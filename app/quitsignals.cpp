@@ -19,18 +19,18 @@ struct Handled {
 
 Handled handled[] = {{SIGTERM, {}}, {SIGINT, {}}, {SIGHUP, {}}};
 
-/// Where the handler writes; a handler may do no more than that.
+/// The pipe that the signal handler writes to.
 volatile std::sig_atomic_t writeEnd = -1;
 
 extern "C" void onQuitSignal(int) {
     const int before = errno;
     const char byte = 0;
     if (write(writeEnd, &byte, 1) < 0) {
-        errno = before;  // the pipe is full: it has said so already
+        errno = before;  // the pipe is full: an earlier signal is pending
     }
 }
 
-/// What is to be ignored, as under nohup, stays so.
+/// Signals that are ignored (nohup) stay ignored.
 void takeSignals() {
     struct sigaction action = {};
     action.sa_handler = onQuitSignal;

@@ -4,10 +4,10 @@
 
 namespace app {
 
-/// Ends the program in order when the system asks for it (SIGTERM, SIGINT, SIGHUP): the event loop is
-/// quit as by closing the window, so that laser, gas and wire are switched off.
+/// Quits the event loop on SIGTERM, SIGINT and SIGHUP, as closing the window does, so that laser, gas and
+/// wire are switched off.
 ///
-/// One lives at a time, beside the application; when it goes, the signals do what they did before.
+/// Only one object at a time. The destructor restores the former signal handlers.
 class QuitSignals : public QObject {
     Q_OBJECT
 public:

@@ -5,12 +5,12 @@
 
 namespace app {
 
-/// What the state of a signal says about the cell.
+/// What a signal's state means.
 enum class Meaning {
-    Plain,  ///< nothing, on or off
+    Plain,  ///< no special meaning
     Well,   ///< off is a fault
     Alarm,  ///< on is a fault
-    Beam,   ///< on: the laser emits, or may
+    Beam,   ///< on: the laser emits or may emit
 };
 
 struct AssignedPort {
@@ -18,7 +18,7 @@ struct AssignedPort {
     Meaning meaning = Meaning::Plain;
 };
 
-/// The equipment behind each signal of the controller, as it is assigned at the moment.
+/// The port that each controller signal is assigned to at the moment, by the signal's name.
 QHash<QString, AssignedPort> assignedPorts();
 
 }  // namespace app

@@ -12,17 +12,32 @@ class Controller;
 
 namespace app {
 
-/// The simulated cell at hand, a strip as wide as a hand: its inputs, its outputs, and its faults.
+class SegmentedControl;
+
+/// Buttons for the speed of the cell's time, as a multiple of the wall clock.
+class SpeedBox : public QFrame {
+    Q_OBJECT
+public:
+    explicit SpeedBox(QWidget* parent = nullptr);
+
+signals:
+    void chosen(double factor);
+
+private:
+    SegmentedControl* choice_;
+};
+
+/// The strip on the right with inputs, outputs and faults of the simulated cell.
 class CellStrip : public QFrame {
     Q_OBJECT
 public:
     static constexpr int fullWidth = 280;
 
-    /// The package's page has been made.
+    /// Make it after the package's page.
     CellStrip(sim::Controller* controller, sim::Cell* cell, QWidget* parent = nullptr);
 
 signals:
-    /// How many times as fast as the wall clock the cell is to run.
+    /// The operator has chosen a speed, as a multiple of the wall clock.
     void speedChosen(double factor);
 
 private:

@@ -49,7 +49,7 @@ QPushButton* FaultList::addButton(const QString& name) {
     button->setObjectName(name);
     button->setFocusPolicy(Qt::TabFocus);
     button->setMinimumHeight(rowHeight);
-    // A long text never makes the strip wider.
+    // A long text must not make the strip wider.
     button->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     button->setProperty("fault", true);
     column_->addWidget(button);

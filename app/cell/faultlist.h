@@ -13,25 +13,25 @@ class Controller;
 
 namespace app {
 
-/// Faults that can be let into the simulated cell: of the equipment, of a motion, and the ways in which a
-/// controller can misbehave.
+/// Buttons that put faults into the simulated cell: of the equipment, of a motion, and quirks of the
+/// controller.
 class FaultList : public QWidget {
     Q_OBJECT
 public:
     FaultList(sim::Controller* controller, sim::Cell* cell, QWidget* parent = nullptr);
 
 signals:
-    /// How many faults there are now.
+    /// Number of active faults.
     void countChanged(int count);
 
 protected:
-    /// Labels follow the port assignment of the moment.
+    /// Updates the labels from the port assignment.
     void showEvent(QShowEvent* event) override;
 
 private:
     struct Fault {
         QString caption;
-        QString signalName;  ///< of the equipment; empty when it has none
+        QString signalName;  ///< input of the equipment; empty for quirks
     };
     void addHeading(const QString& text);
     QPushButton* addButton(const QString& name);

@@ -105,7 +105,7 @@ void SignalButton::paintEvent(QPaintEvent*) {
     painter.drawText(inside, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextWordWrap, port_.label);
 }
 
-/// For a label that takes two lines.
+/// For labels of two lines.
 QFont SignalButton::smallFont() const {
     QFont small = font();
     small.setPixelSize(smallPx);
@@ -113,8 +113,8 @@ QFont SignalButton::smallFont() const {
 }
 
 /// Filled when on, a ring when off.
-void SignalButton::paintLamp(QPainter* painter, const QRect& place) const {
-    const QRectF lamp(place.right() - lampSize, place.center().y() - lampSize / 2.0 + 1, lampSize, lampSize);
+void SignalButton::paintLamp(QPainter* painter, const QRect& area) const {
+    const QRectF lamp(area.right() - lampSize, area.center().y() - lampSize / 2.0 + 1, lampSize, lampSize);
     const QPointF top(lamp.center().x(), lamp.top()), bottom(lamp.center().x(), lamp.bottom());
     if (isFault()) {
         painter->setPen(QPen(textColour, 1.5));

@@ -6,29 +6,29 @@
 
 namespace app {
 
-/// One input or output of the controller: its name, what it is assigned to, and a lamp, or a bar and its
-/// value. An input is a button that asks to be switched; an output only shows.
+/// One input or output of the controller: name, label of its port, and a lamp (digital) or a bar with the
+/// value (analogue). Only inputs can be clicked.
 ///
-/// What is normal is grey, on or off. A fault is an amber triangle, the laser's light a red diamond: the
-/// shape tells as well as the colour.
+/// The lamp is grey, filled when on. A fault is an amber triangle, the emitting laser a red diamond; the
+/// shapes differ for people who cannot see the colours.
 class SignalButton : public QAbstractButton {
     Q_OBJECT
 public:
     enum class Kind { Input, Output };
 
-    /// `name`: as the controller announces it ("LUMO_DI.#2"); `caption`: what is shown of it.
+    /// `name` is the controller's ("LUMO_DI.#2"), `caption` the text shown.
     SignalButton(Kind kind, const QString& name, const QString& caption);
 
     const QString& name() const { return name_; }
-    /// The equipment behind it; without a label when it is assigned to nothing.
+    /// The assigned port; its label is empty when there is none.
     void setPort(const AssignedPort& port);
     const QString& label() const { return port_.label; }
-    /// A bool for a lamp, a number for an analogue output.
+    /// A bool, or an int for an analogue output.
     void setValue(const QVariant& value);
     bool isOn() const { return on_; }
-    /// Whether the value says that something is wrong.
+    /// Whether the value means a fault.
     bool isFault() const;
-    /// The value in words.
+    /// "1", "0" or "50.0 %".
     QString valueText() const;
 
     QSize sizeHint() const override;
@@ -39,7 +39,7 @@ protected:
 
 private:
     QFont smallFont() const;
-    void paintLamp(QPainter* painter, const QRect& place) const;
+    void paintLamp(QPainter* painter, const QRect& area) const;
     void paintBar(QPainter* painter) const;
 
     QString name_;

@@ -26,7 +26,7 @@ QString groupOf(const QString& name) {
     return group;
 }
 
-/// What is left to say beside the group's title: the number of the bit, of the register or of the input.
+/// The name without its group: the number of the bit, register or input.
 QString captionOf(const QString& name, const QString& group) {
     QString rest = name.mid(group.size());
     while (!rest.isEmpty() && !rest.front().isDigit()) {
@@ -35,7 +35,7 @@ QString captionOf(const QString& name, const QString& group) {
     return rest;
 }
 
-/// The equipment's registers come first, then the robot's own signals, then those of other machines.
+/// Order of the groups: the equipment's registers, the robot's own signals, other machines.
 int rankOf(const QString& group) {
     if (group.startsWith(QLatin1String("LUMO_"))) {
         return 0;

@@ -15,15 +15,15 @@ class Controller;
 
 namespace app {
 
-/// All inputs or all outputs of the controller, by register, those of the equipment first: what is
-/// assigned takes a row with its label, the rest stands side by side.
+/// All inputs or all outputs of the controller, grouped by register, those of the equipment first. An
+/// assigned signal has a row with its label; the others stand side by side.
 class SignalList : public QWidget {
     Q_OBJECT
 public:
     SignalList(SignalButton::Kind kind, sim::Controller* controller, QWidget* parent = nullptr);
 
 protected:
-    /// Labels follow the port assignment of the moment.
+    /// Updates the labels from the port assignment.
     void showEvent(QShowEvent* event) override;
 
 private:

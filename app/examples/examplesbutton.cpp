@@ -1,7 +1,7 @@
 #include "app/examples/examplesbutton.h"
 
 #include "app/cell/nodes.h"
-#include "app/examples/exampleshelf.h"
+#include "app/examples/examplelibrary.h"
 #include "mendo/modulemanager.h"
 
 #include <QMenu>
@@ -10,22 +10,22 @@ using mendo::ModuleObject;
 
 namespace app {
 
-ExamplesButton::ExamplesButton(const ExampleShelf& shelf, QWidget* parent)
+ExamplesButton::ExamplesButton(const ExampleLibrary& library, QWidget* parent)
     : QToolButton(parent), menu_(new QMenu(this)) {
     setObjectName(QStringLiteral("btnExamples"));
     setText(tr("示例") + QStringLiteral(" ▾"));
     setFocusPolicy(Qt::TabFocus);
     setMinimumSize(120, 48);
-    const QStringList names = shelf.names();
+    const QStringList names = library.names();
     for (const QString& name : names) {
-        menu_->addAction(ExampleShelf::title(name), this, [this, name] { emit chosen(name); });
+        menu_->addAction(ExampleLibrary::title(name), this, [this, name] { emit chosen(name); });
     }
-    // Not as the button's own menu, which would wait in a loop: a station may start a run meanwhile.
+    // Not QToolButton::setMenu(), which runs a nested event loop in which a station could start a run.
     connect(this, &QToolButton::clicked, this, [this] { menu_->popup(mapToGlobal(rect().bottomLeft())); });
     hide();
 }
 
-void ExamplesButton::follow() {
+void ExamplesButton::connectToTree() {
     const ModuleObject* program = m(node::program);
     for (const auto change : {&ModuleObject::added, &ModuleObject::removed}) {
         connect(program, change, this, &ExamplesButton::refresh);

@@ -6,17 +6,17 @@ class QMenu;
 
 namespace app {
 
-class ExampleShelf;
+class ExampleLibrary;
 
-/// Offers the examples while nothing is in the way: no program is open and none runs. Hidden otherwise, and
-/// where no examples came along.
+/// A menu of the examples. Visible only while the program is empty and nothing runs, and when there are
+/// examples.
 class ExamplesButton : public QToolButton {
     Q_OBJECT
 public:
-    explicit ExamplesButton(const ExampleShelf& shelf, QWidget* parent = nullptr);
+    explicit ExamplesButton(const ExampleLibrary& library, QWidget* parent = nullptr);
 
-    /// Follows the program and the executor: call it when the package has made its part of the tree.
-    void follow();
+    /// Connects to the program and the executor's state. Call it after the package has made its nodes.
+    void connectToTree();
 
 signals:
     void chosen(const QString& name);

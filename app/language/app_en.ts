@@ -9,7 +9,7 @@
     </message>
 </context>
 <context>
-    <name>ExampleShelf</name>
+    <name>ExampleLibrary</name>
     <message>
         <source>搭接直焊缝</source>
         <translation>Lap seam</translation>
@@ -211,7 +211,7 @@
     </message>
 </context>
 <context>
-    <name>Lane</name>
+    <name>ScopeRow</name>
     <message>
         <source>程序运行</source>
         <translation>Program runs</translation>
@@ -717,7 +717,7 @@ mm/s, °/s</translation>
     </message>
 </context>
 <context>
-    <name>app::WhyText</name>
+    <name>app::StatusText</name>
     <message>
         <source>机器人正在运动</source>
         <translation>the robot moves</translation>

@@ -9,7 +9,7 @@
     </message>
 </context>
 <context>
-    <name>ExampleShelf</name>
+    <name>ExampleLibrary</name>
     <message>
         <source>搭接直焊缝</source>
         <translation>Нахлёсточный шов</translation>
@@ -211,7 +211,7 @@
     </message>
 </context>
 <context>
-    <name>Lane</name>
+    <name>ScopeRow</name>
     <message>
         <source>程序运行</source>
         <translation>Программа идёт</translation>
@@ -717,7 +717,7 @@ mm/s，°/s</source>
     </message>
 </context>
 <context>
-    <name>app::WhyText</name>
+    <name>app::StatusText</name>
     <message>
         <source>机器人正在运动</source>
         <translation>робот движется</translation>

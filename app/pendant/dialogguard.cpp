@@ -26,15 +26,14 @@ bool DialogGuard::eventFilter(QObject* watched, QEvent* event) {
     if (!window->isWindow()) {
         return false;
     }
-    // Message boxes that Qt opens by itself would block every window, the pendant's too. What they are
-    // about is their parent's window.
+    // Qt makes its own message boxes application-modal, which would block the pendant, too.
     if (type == QEvent::Show && window->windowModality() == Qt::ApplicationModal) {
         window->setWindowModality(Qt::WindowModal);
         window->windowHandle()->setModality(Qt::WindowModal);
     }
     if (!due_) {
         due_ = true;
-        QTimer::singleShot(0, this, &DialogGuard::keepClear);  // a dialog finds its place while it is shown
+        QTimer::singleShot(0, this, &DialogGuard::keepClear);  // a dialog is positioned while it is shown
     }
     return false;
 }
@@ -45,7 +44,7 @@ void DialogGuard::keepClear() {
         return;
     }
     pendant_->raise();
-    // The window manager keeps the pendant over all windows that it knows.
+    // The window manager keeps the pendant above the windows that it manages; move the others away.
     const QWidgetList windows = QApplication::topLevelWidgets();
     for (QWidget* window : windows) {
         const Qt::WindowType kind = window->windowType();
@@ -56,7 +55,7 @@ void DialogGuard::keepClear() {
     }
 }
 
-/// From the whole pendant where that is possible, else from its stop.
+/// Uncovers the whole pendant if possible, else its emergency stop.
 void DialogGuard::moveAway(QWidget* dialog) {
     const QRect room = pendant_->screen()->availableGeometry();
     for (const QRect& keepFree : {pendant_->frameGeometry(), pendant_->stopGeometry()}) {

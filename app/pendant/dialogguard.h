@@ -8,7 +8,7 @@ namespace app {
 
 class PendantWindow;
 
-/// Keeps the pendant in reach, whatever is opened: nothing blocks it, nothing lies over it.
+/// Keeps the pendant usable: no dialog blocks it or covers it.
 class DialogGuard : public QObject {
     Q_OBJECT
 public:

@@ -1,7 +1,7 @@
 #include "app/pendant/drivebox.h"
 
-#include "app/cell/choice.h"
 #include "app/cell/nodes.h"
+#include "app/cell/segmentedcontrol.h"
 #include "mendo/modulemanager.h"
 #include "simulator/controller.h"
 
@@ -21,7 +21,7 @@ QLabel* stateLabel(const QString& name) {
     return label;
 }
 
-/// Whether a state node says that something is under way, which `busy` puts in words.
+/// Shows the text `busy` or `idle` for a state node.
 void showState(QLabel* label, const QString& path, const QString& busy, const QString& idle) {
     const bool isIdle = m(path)->getString() == QLatin1String("idle");
     label->setText(isIdle ? idle : QStringLiteral("▶ ") + busy);
@@ -31,7 +31,7 @@ void showState(QLabel* label, const QString& path, const QString& busy, const QS
 
 DriveBox::DriveBox(sim::Controller* controller, QWidget* parent)
     : QWidget(parent),
-      mode_(new Choice(QStringLiteral("mode"), {tr("自动"), tr("手动")})),
+      mode_(new SegmentedControl(QStringLiteral("mode"), {tr("自动"), tr("手动")})),
       robot_(stateLabel(QStringLiteral("lblRobotState"))),
       program_(stateLabel(QStringLiteral("lblProgramState"))) {
     auto* grid = new QGridLayout(this);
@@ -44,7 +44,7 @@ DriveBox::DriveBox(sim::Controller* controller, QWidget* parent)
         grid->addWidget(new QLabel(captions[row]), row, 0);
         grid->addWidget(widgets[row], row, 1);
     }
-    connect(mode_, &Choice::asked, this,
+    connect(mode_, &SegmentedControl::clicked, this,
             [controller](int index) { controller->setMode(QLatin1String(modes[index])); });
     for (const QString& path : {node::mode, node::robotState, node::programState}) {
         connect(m(path), &mendo::ModuleObject::changed, this, &DriveBox::refresh);

@@ -10,19 +10,19 @@ class Controller;
 
 namespace app {
 
-class Choice;
+class SegmentedControl;
 
-/// Operating mode of the robot, and what robot and program are doing.
+/// Operating mode, robot state and program state.
 class DriveBox : public QWidget {
     Q_OBJECT
 public:
-    /// The package's page has been made: the program's state is there to be followed.
+    /// Make it after the package's page, which makes the node of the program's state.
     explicit DriveBox(sim::Controller* controller, QWidget* parent = nullptr);
 
 private:
     void refresh();
 
-    Choice* mode_;
+    SegmentedControl* mode_;
     QLabel* robot_;
     QLabel* program_;
 };

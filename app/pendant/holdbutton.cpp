@@ -9,8 +9,8 @@ HoldButton::HoldButton(const QString& text, QWidget* parent) : QPushButton(text,
     setFocusPolicy(Qt::TabFocus);
     setMinimumHeight(48);
     connect(this, &QPushButton::pressed, this, &HoldButton::hold);
-    connect(this, &QPushButton::released, this, &HoldButton::letGo);
-    connect(qGuiApp, &QGuiApplication::focusWindowChanged, this, &HoldButton::letGo);
+    connect(this, &QPushButton::released, this, &HoldButton::release);
+    connect(qGuiApp, &QGuiApplication::focusWindowChanged, this, &HoldButton::release);
 }
 
 void HoldButton::hold() {
@@ -22,7 +22,7 @@ void HoldButton::hold() {
     emit held(true);
 }
 
-void HoldButton::letGo() {
+void HoldButton::release() {
     if (!held_) {
         return;
     }
@@ -31,7 +31,7 @@ void HoldButton::letGo() {
     emit held(false);
 }
 
-/// A plain button is pressed again when the finger comes back to it.
+/// QPushButton would be pressed again when the finger returns to it.
 void HoldButton::mouseMoveEvent(QMouseEvent* event) {
     if (held_) {
         QPushButton::mouseMoveEvent(event);
@@ -39,7 +39,7 @@ void HoldButton::mouseMoveEvent(QMouseEvent* event) {
 }
 
 void HoldButton::hideEvent(QHideEvent* event) {
-    letGo();
+    release();
     QPushButton::hideEvent(event);
 }
 

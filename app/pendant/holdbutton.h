@@ -4,21 +4,20 @@
 
 namespace app {
 
-/// A button for what lasts as long as it is held. It is let go with the finger or the key, and also
-/// when the finger leaves it, when it is hidden or disabled, and when the keyboard goes to another
-/// window; after that only a new press takes hold again.
+/// A button for actions that last while it is held. It is released by finger or key, and also when the
+/// finger leaves it, when it is hidden or disabled, and when another window gets the keyboard focus. Then
+/// only a new press holds it again.
 class HoldButton : public QPushButton {
     Q_OBJECT
 public:
     explicit HoldButton(const QString& text, QWidget* parent = nullptr);
 
     bool isHeld() const { return held_; }
-    /// As by a finger.
     void hold();
-    void letGo();
+    void release();
 
 signals:
-    /// Only changes.
+    /// When the state changes.
     void held(bool on);
 
 protected:

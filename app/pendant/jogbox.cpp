@@ -1,7 +1,7 @@
 #include "app/pendant/jogbox.h"
 
-#include "app/cell/choice.h"
 #include "app/cell/nodes.h"
+#include "app/cell/segmentedcontrol.h"
 #include "app/pendant/jogkeys.h"
 #include "app/pendant/posturetable.h"
 #include "mendo/modulemanager.h"
@@ -15,20 +15,20 @@ namespace app {
 namespace {
 
 const sim::JogFrame frames[] = {sim::JogFrame::Base, sim::JogFrame::Tool, sim::JogFrame::Joint};
-constexpr int heldStep = 0;                      // of the steps
-constexpr double stepSizes[] = {0, 0.1, 1, 10};  // millimetres or degrees
-constexpr double speeds[] = {2, 10, 50};         // millimetres or degrees a second
+constexpr int heldStep = 0;                      // index of "while held"
+constexpr double stepSizes[] = {0, 0.1, 1, 10};  // mm or degrees
+constexpr double speeds[] = {2, 10, 50};         // mm/s or degrees/s
 
 }  // namespace
 
 JogBox::JogBox(sim::Controller* controller, QWidget* parent)
     : QWidget(parent),
       controller_(controller),
-      frame_(new Choice(QStringLiteral("jogFrame"), {tr("基座"), tr("工具"), tr("关节")})),
-      step_(new Choice(QStringLiteral("step"),
-                       {tr("连续"), QStringLiteral("0.1"), QStringLiteral("1"), QStringLiteral("10")})),
-      speed_(new Choice(QStringLiteral("speed"),
-                        {QStringLiteral("2"), QStringLiteral("10"), QStringLiteral("50")})),
+      frame_(new SegmentedControl(QStringLiteral("jogFrame"), {tr("基座"), tr("工具"), tr("关节")})),
+      step_(new SegmentedControl(QStringLiteral("step"), {tr("连续"), QStringLiteral("0.1"),
+                                                          QStringLiteral("1"), QStringLiteral("10")})),
+      speed_(new SegmentedControl(QStringLiteral("speed"),
+                                  {QStringLiteral("2"), QStringLiteral("10"), QStringLiteral("50")})),
       posture_(new PostureTable),
       keys_(new JogKeys),
       answer_(new QLabel) {
@@ -48,13 +48,13 @@ JogBox::JogBox(sim::Controller* controller, QWidget* parent)
     grid->addWidget(keys_, 4, 0, 1, 2);
     grid->addWidget(answer_, 5, 0, 1, 2);
     speed_->setCurrent(1);
-    connect(frame_, &Choice::asked, this, [this](int index) {
+    connect(frame_, &SegmentedControl::clicked, this, [this](int index) {
         frame_->setCurrent(index);
         refreshFrame();
     });
-    for (Choice* choice : {step_, speed_}) {
-        connect(choice, &Choice::asked, keys_, &JogKeys::letGo);
-        connect(choice, &Choice::asked, choice, &Choice::setCurrent);
+    for (SegmentedControl* choice : {step_, speed_}) {
+        connect(choice, &SegmentedControl::clicked, keys_, &JogKeys::release);
+        connect(choice, &SegmentedControl::clicked, choice, &SegmentedControl::setCurrent);
     }
     connect(keys_, &JogKeys::held, this, &JogBox::onHeld);
     connect(m(node::mode), &mendo::ModuleObject::changed, this, &JogBox::endJog);
@@ -84,7 +84,7 @@ void JogBox::onHeld(int axis, int direction, bool on) {
     answer_->setText(text);
 }
 
-/// Why the robot does not move; empty when it does.
+/// The text for an answer; empty when the robot moves.
 QString JogBox::reason(sim::JogAnswer answer) {
     switch (answer) {
         case sim::JogAnswer::Moves:
@@ -101,7 +101,7 @@ QString JogBox::reason(sim::JogAnswer answer) {
     return {};
 }
 
-/// Why the robot cannot be jogged now; empty when it can.
+/// Why jogging is not possible now; empty when it is.
 QString JogBox::obstacle() const {
     if (m(node::power)->getString() != QLatin1String("on")) {
         return tr("机器人未上电");
@@ -113,7 +113,7 @@ QString JogBox::obstacle() const {
 }
 
 void JogBox::endJog() {
-    keys_->letGo();
+    keys_->release();
     controller_->stopJog();
 }
 
@@ -126,7 +126,7 @@ void JogBox::refreshFrame() {
 void JogBox::refreshKeys() {
     const QString text = obstacle();
     if (!text.isEmpty()) {
-        keys_->letGo();
+        keys_->release();
     }
     keys_->setEnabled(text.isEmpty());
     answer_->setText(text);

@@ -12,16 +12,16 @@ class Controller;
 
 namespace app {
 
-class Choice;
+class SegmentedControl;
 class JogKeys;
 class PostureTable;
 
-/// Moves the robot by hand, while the drive is on and no program runs: a joint, or the tool along and
-/// about its own axes or those of the base; by steps, or as long as a key is held.
+/// Jogs the robot while the drive is on and no program runs: a joint, or the tool along and about its own
+/// axes or those of the base; in steps or while a key is held.
 class JogBox : public QWidget {
     Q_OBJECT
 public:
-    /// The package's page has been made: the program's state is there to be followed.
+    /// Make it after the package's page, which makes the node of the program's state.
     explicit JogBox(sim::Controller* controller, QWidget* parent = nullptr);
 
 private:
@@ -33,9 +33,9 @@ private:
     static QString reason(sim::JogAnswer answer);
 
     sim::Controller* controller_;
-    Choice* frame_;
-    Choice* step_;
-    Choice* speed_;
+    SegmentedControl* frame_;
+    SegmentedControl* step_;
+    SegmentedControl* speed_;
     PostureTable* posture_;
     JogKeys* keys_;
     QLabel* answer_;

@@ -42,16 +42,16 @@ JogKeys::JogKeys(QWidget* parent) : QWidget(parent) {
 }
 
 void JogKeys::setFrame(sim::JogFrame frame) {
-    letGo();
+    release();
     for (int i = 0; i < keys_.size(); ++i) {
         keys_[i]->setText(jogAxisName(frame, i / 2) +
                           (i % 2 == 0 ? QStringLiteral("−") : QStringLiteral("+")));
     }
 }
 
-void JogKeys::letGo() {
+void JogKeys::release() {
     for (HoldButton* key : qAsConst(keys_)) {
-        key->letGo();
+        key->release();
     }
 }
 

@@ -11,21 +11,21 @@ class HoldButton;
 
 /// "J1" or "RX".
 QString jogAxisName(sim::JogFrame frame, int axis);
-/// Metres or radians of one millimetre or degree of an axis.
+/// One millimetre in metres, or one degree in radians, as the axis needs it.
 double jogUnit(sim::JogFrame frame, int axis);
 
-/// The twelve jog keys: minus and plus of each axis.
+/// The twelve jog keys, minus and plus for each axis.
 class JogKeys : public QWidget {
     Q_OBJECT
 public:
     explicit JogKeys(QWidget* parent = nullptr);
 
-    /// Names the axes, and lets go of what is held.
+    /// Sets the axis names and releases held keys.
     void setFrame(sim::JogFrame frame);
-    void letGo();
+    void release();
 
 signals:
-    /// Only changes; `direction` is -1 or 1.
+    /// When a key is pressed or released; `direction` is -1 or 1.
     void held(int axis, int direction, bool on);
 
 private:

@@ -36,7 +36,7 @@ KeyBox::KeyBox(sim::Controller* controller, QWidget* parent) : QWidget(parent) {
         grid->addWidget(button, index / columns, index % columns);
         byFunctionKey_.insert(Qt::Key_F1 + index, button);
         ++index;
-        // The tool's node is false while a key is down.
+        // A pressed key is false.
         connect(button, &HoldButton::held, controller,
                 [controller, name](bool down) { controller->reportKey(name, !down); });
     }
@@ -59,7 +59,7 @@ bool KeyBox::eventFilter(QObject*, QEvent* event) {
     if (!keyEvent->isAutoRepeat() && event->type() == QEvent::KeyPress) {
         button->hold();
     } else if (!keyEvent->isAutoRepeat()) {
-        button->letGo();
+        button->release();
     }
     return true;
 }

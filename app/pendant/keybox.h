@@ -11,15 +11,14 @@ namespace app {
 
 class HoldButton;
 
-/// The keys of the end tool: reports each press and release as the tool does, so that short and long
-/// presses are told apart by whoever listens. F1 to F5 are these keys too, in whatever window the
-/// keyboard is.
+/// The keys of the end tool. Each press and release is reported separately, as the tool does, so that the
+/// package can tell short from long presses. F1 to F5 act as these keys in every window.
 class KeyBox : public QWidget {
     Q_OBJECT
 public:
     explicit KeyBox(sim::Controller* controller, QWidget* parent = nullptr);
 
-    /// The application's events, for the function keys.
+    /// Filters the application's events for the function keys.
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:

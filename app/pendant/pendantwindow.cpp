@@ -1,7 +1,7 @@
 #include "app/pendant/pendantwindow.h"
 
-#include "app/cell/choice.h"
-#include "app/look.h"
+#include "app/appearance.h"
+#include "app/cell/segmentedcontrol.h"
 #include "app/pendant/dialogguard.h"
 #include "app/pendant/drivebox.h"
 #include "app/pendant/jogbox.h"
@@ -23,11 +23,11 @@ namespace app {
 
 namespace {
 
-constexpr int foldedWidth = 108;  // as wide as the column of the pages' buttons
+constexpr int foldedWidth = 108;  // as the column of buttons on the package's pages
 constexpr int fullWidth = 300;
-constexpr int titleKey = 30;  // what a window manager adds, before it is known
-constexpr int byHandWidth = 60;
-constexpr int lastLine = 48;  // the panel's, which says what it waits for
+constexpr int titleHeight = 30;  // assumed for the window manager's title bar before the window is shown
+constexpr int movedDistance = 60;
+constexpr int statusHeight = 48;  // of the panel's status line
 
 }  // namespace
 
@@ -35,50 +35,50 @@ PendantWindow::PendantWindow(sim::Controller* controller)
     : QWidget(nullptr, Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowStaysOnTopHint |
                            Qt::WindowDoesNotAcceptFocus),
       stop_(new StopBox(controller)),
-      rest_(makeRest(controller)) {
+      lowerPart_(makeLowerPart(controller)) {
     setObjectName(QStringLiteral("pendant"));
     setWindowTitle(tr("手控器"));
     setAttribute(Qt::WA_ShowWithoutActivating);
     setAttribute(Qt::WA_AlwaysShowToolTips);
     setAttribute(Qt::WA_QuitOnClose, false);
     setAttribute(Qt::WA_StyledBackground);
-    setStyleSheet(frameStyle());
+    setStyleSheet(frameStyleSheet());
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(2, 2, 2, 2);
     column->setSpacing(6);
     column->addWidget(stop_);
-    column->addWidget(rest_, 1);
+    column->addWidget(lowerPart_, 1);
     auto* keyboard = new QShortcut(Qt::Key_F9, this);
     keyboard->setContext(Qt::ApplicationShortcut);
-    connect(keyboard, &QShortcut::activated, this, &PendantWindow::passKeyboard);
+    connect(keyboard, &QShortcut::activated, this, &PendantWindow::toggleKeyboardFocus);
     connect(stop_, &StopBox::foldAsked, this, [this] { setUnfolded(!isUnfolded()); });
     new DialogGuard(this);
     setUnfolded(true);
 }
 
-QWidget* PendantWindow::makeRest(sim::Controller* controller) {
-    auto* tabs = new Choice(QStringLiteral("pendantTab"), {tr("点动"), tr("末端按键")});
+QWidget* PendantWindow::makeLowerPart(sim::Controller* controller) {
+    auto* tabs = new SegmentedControl(QStringLiteral("pendantTab"), {tr("点动"), tr("末端按键")});
     auto* pages = new QStackedWidget;
     pages->addWidget(new JogBox(controller));
     pages->addWidget(new KeyBox(controller));
-    connect(tabs, &Choice::asked, pages, [tabs, pages](int index) {
+    connect(tabs, &SegmentedControl::clicked, pages, [tabs, pages](int index) {
         tabs->setCurrent(index);
         pages->setCurrentIndex(index);
     });
-    auto* rest = new QWidget;
-    auto* column = new QVBoxLayout(rest);
+    auto* part = new QWidget;
+    auto* column = new QVBoxLayout(part);
     column->setContentsMargins(4, 0, 4, 4);
     column->setSpacing(4);
     column->addWidget(new DriveBox(controller));
     column->addWidget(tabs);
     column->addWidget(pages, 1);
-    return rest;
+    return part;
 }
 
 void PendantWindow::showBeside(const QRect& panel) {
     const QRect room = screen()->availableGeometry();
-    const auto remembered = Preferences::pendantPlace();
-    const auto beside = cornerBeside(panel, size() + QSize(0, titleKey), room);
+    const auto remembered = Preferences::pendantPosition();
+    const auto beside = cornerBeside(panel, size() + QSize(0, titleHeight), room);
     if (remembered && QGuiApplication::screenAt(*remembered)) {
         setUnfolded(Preferences::pendantUnfolded());
         move(*remembered);
@@ -86,7 +86,7 @@ void PendantWindow::showBeside(const QRect& panel) {
         move(*beside);
     } else {
         setUnfolded(false);
-        move(room.x(), room.y() + room.height() - height() - titleKey - lastLine);
+        move(room.x(), room.y() + room.height() - height() - titleHeight - statusHeight);
     }
     placed_ = pos();
     show();
@@ -96,9 +96,9 @@ void PendantWindow::showBeside(const QRect& panel) {
 void PendantWindow::setUnfolded(bool unfolded) {
     const QRect before = frameGeometry();
     const QRect room = screen()->availableGeometry();
-    const bool atBottom = before.bottom() > room.bottom() - byHandWidth;
-    const bool atRight = before.right() > room.right() - byHandWidth;
-    rest_->setVisible(unfolded);
+    const bool atBottom = before.bottom() > room.bottom() - movedDistance;
+    const bool atRight = before.right() > room.right() - movedDistance;
+    lowerPart_->setVisible(unfolded);
     stop_->setUnfolded(unfolded);
     setFixedWidth(unfolded ? fullWidth : foldedWidth);
     layout()->invalidate();
@@ -106,11 +106,11 @@ void PendantWindow::setUnfolded(bool unfolded) {
     if (!isVisible()) {
         return;
     }
-    // It grows from the corner that it stands in, and goes back to where it was folded.
+    // Unfolding grows away from the nearest screen corner; folding returns to the former position.
     const QSize grown(width() - before.width(),
                       height() + frameGeometry().height() - geometry().height() - before.height());
-    const bool byHand = (pos() - placed_).manhattanLength() > byHandWidth;
-    const bool stayed = !unfolded && foldedPos_ && (pos() - unfoldedPos_).manhattanLength() <= byHandWidth;
+    const bool byHand = (pos() - placed_).manhattanLength() > movedDistance;
+    const bool stayed = !unfolded && foldedPos_ && (pos() - unfoldedPos_).manhattanLength() <= movedDistance;
     if (unfolded) {
         foldedPos_ = pos();
     }
@@ -125,7 +125,7 @@ void PendantWindow::setUnfolded(bool unfolded) {
 }
 
 bool PendantWindow::isUnfolded() const {
-    return !rest_->isHidden();
+    return !lowerPart_->isHidden();
 }
 
 QRect PendantWindow::stopGeometry() const {
@@ -140,15 +140,15 @@ void PendantWindow::keepOnScreen() {
     }
 }
 
-void PendantWindow::passKeyboard() {
+void PendantWindow::toggleKeyboardFocus() {
     if (isActiveWindow()) {
         QWidget* const dialog = QApplication::activeModalWidget();
-        if (QWindow* window = dialog ? dialog->windowHandle() : before_.data()) {
+        if (QWindow* window = dialog ? dialog->windowHandle() : previousFocus_.data()) {
             window->requestActivate();
         }
         return;
     }
-    before_ = QGuiApplication::focusWindow();
+    previousFocus_ = QGuiApplication::focusWindow();
     windowHandle()->setFlag(Qt::WindowDoesNotAcceptFocus, false);
     activateWindow();
     if (!focusWidget()) {
@@ -165,7 +165,7 @@ bool PendantWindow::event(QEvent* event) {
 
 void PendantWindow::moveEvent(QMoveEvent* event) {
     QWidget::moveEvent(event);
-    if (event->spontaneous() && isVisible() && (pos() - placed_).manhattanLength() > byHandWidth) {
+    if (event->spontaneous() && isVisible() && (pos() - placed_).manhattanLength() > movedDistance) {
         Preferences::rememberPendant(pos(), isUnfolded());
     }
 }

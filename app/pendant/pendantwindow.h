@@ -15,44 +15,44 @@ namespace app {
 
 class StopBox;
 
-/// The pendant in a window of its own, over all others: emergency stop and drive power, and, unfolded,
-/// operating mode, jog and the end tool's keys. No dialog blocks it, because it belongs to no window.
+/// The pendant, a window above all others: emergency stop and drive power; unfolded also operating mode,
+/// jogging and the end tool's keys. It has no parent window, so that no dialog blocks it.
 ///
-/// A click does not take the keyboard from the window that has it, as the keys of a real pendant do not.
-/// F9 gives the keyboard to the pendant, and back.
+/// A click on it leaves the keyboard focus with the other window. F9 moves the focus to the pendant and
+/// back.
 class PendantWindow : public QWidget {
     Q_OBJECT
 public:
-    /// The package's page has been made.
+    /// Make it after the package's page.
     explicit PendantWindow(sim::Controller* controller);
 
-    /// Shows it where it was left, else in a corner of the screen: beside the panel (its rectangle with
-    /// the frame), or folded in the lower left, where the panel has least to show.
+    /// Shows it at the remembered position, else in a corner of the screen beside the panel (`panel` is its
+    /// frame geometry), else folded over the panel's lower left corner.
     void showBeside(const QRect& panel);
     void setUnfolded(bool unfolded);
     bool isUnfolded() const;
-    /// The stop, on the screen.
+    /// The emergency stop in screen coordinates.
     QRect stopGeometry() const;
-    /// To the pendant, or back to the window that had it, or to the dialog that blocks that one now.
-    void passKeyboard();
+    /// Moves the keyboard focus to the pendant, or back to the former window or its modal dialog.
+    void toggleKeyboardFocus();
 
 protected:
     bool event(QEvent* event) override;
     void moveEvent(QMoveEvent* event) override;
-    /// An emergency stop is not closed, and not put away.
+    /// The operator cannot close or minimise the window, because it has the emergency stop.
     void closeEvent(QCloseEvent* event) override;
     void changeEvent(QEvent* event) override;
 
 private:
-    QWidget* makeRest(sim::Controller* controller);
+    QWidget* makeLowerPart(sim::Controller* controller);
     void keepOnScreen();
 
     StopBox* stop_;
-    QWidget* rest_;
-    QPoint placed_;                    ///< where it was put, not by hand
-    std::optional<QPoint> foldedPos_;  ///< where it stood before it was unfolded
-    QPoint unfoldedPos_;               ///< where it stood then
-    QPointer<QWindow> before_;         ///< had the keyboard
+    QWidget* lowerPart_;
+    QPoint placed_;                    ///< the last position that was not chosen by the operator
+    std::optional<QPoint> foldedPos_;  ///< position before it was unfolded
+    QPoint unfoldedPos_;               ///< position after it was unfolded
+    QPointer<QWindow> previousFocus_;  ///< window that had the keyboard focus before
 };
 
 }  // namespace app

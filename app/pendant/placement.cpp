@@ -8,9 +8,9 @@ std::optional<QPoint> cornerBeside(const QRect& panel, const QSize& size, const 
     const int top = room.y() + room.height() - size.height();
     const int lefts[] = {room.x() + room.width() - size.width(), room.x()};
     for (const int left : lefts) {
-        const QRect place(QPoint(left, top), size);
-        if (room.contains(place) && !place.intersects(panel)) {
-            return place.topLeft();
+        const QRect candidate(QPoint(left, top), size);
+        if (room.contains(candidate) && !candidate.intersects(panel)) {
+            return candidate.topLeft();
         }
     }
     return {};
@@ -24,13 +24,13 @@ QRect movedInto(const QRect& rectangle, const QRect& room) {
 }
 
 std::optional<QPoint> placeClearOf(const QRect& dialog, const QRect& keepFree, const QRect& room) {
-    const QPoint places[] = {{keepFree.x() - dialog.width(), dialog.y()},
-                             {keepFree.x() + keepFree.width(), dialog.y()},
-                             {dialog.x(), keepFree.y() - dialog.height()},
-                             {dialog.x(), keepFree.y() + keepFree.height()}};
+    const QPoint candidates[] = {{keepFree.x() - dialog.width(), dialog.y()},
+                                 {keepFree.x() + keepFree.width(), dialog.y()},
+                                 {dialog.x(), keepFree.y() - dialog.height()},
+                                 {dialog.x(), keepFree.y() + keepFree.height()}};
     std::optional<QPoint> nearest;
-    for (const QPoint& place : places) {
-        const QPoint inside = movedInto(QRect(place, dialog.size()), room).topLeft();
+    for (const QPoint& candidate : candidates) {
+        const QPoint inside = movedInto(QRect(candidate, dialog.size()), room).topLeft();
         const QRect moved(inside, dialog.size());
         if (!room.contains(moved) || moved.intersects(keepFree)) {
             continue;

@@ -6,15 +6,16 @@
 
 namespace app {
 
-/// Where the pendant of that size stands beside the panel: in the lower right corner of the screen, or
-/// the left one; nothing where the panel leaves room for it in neither. Rectangles are with frames, `room` is
-/// what the screen has to offer.
+/// Position for the pendant in the lower right or lower left corner of the screen, clear of the panel;
+/// nothing when the panel covers both. Rectangles include window frames; `room` is the screen's available
+/// geometry.
 std::optional<QPoint> cornerBeside(const QRect& panel, const QSize& size, const QRect& room);
 
-/// The rectangle moved by as little as possible into the room; its top left stays in it in any case.
+/// The rectangle moved into the room by the shortest distance. If it is too large, its top left corner stays
+/// inside.
 QRect movedInto(const QRect& rectangle, const QRect& room);
 
-/// The nearest place where a dialog leaves `keepFree` uncovered; nothing where the room has none.
+/// The nearest position at which a dialog does not cover `keepFree`; nothing when there is none.
 std::optional<QPoint> placeClearOf(const QRect& dialog, const QRect& keepFree, const QRect& room);
 
 }  // namespace app

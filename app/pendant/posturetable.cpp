@@ -17,7 +17,7 @@ namespace {
 constexpr int rows = 3;
 constexpr int between = 10;  // pixels
 
-/// Two decimals, without a sign before nought.
+/// Two decimals; never "-0.00".
 QString shown(double value) {
     const double rounded = std::round(value * 100) / 100;
     return QString::number(rounded == 0 ? 0 : rounded, 'f', 2);

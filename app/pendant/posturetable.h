@@ -8,7 +8,7 @@ class QLabel;
 
 namespace app {
 
-/// Where the tool is, or how the joints stand, as the robot service tells it: millimetres and degrees.
+/// The tool's pose or the joint angles of the robot service, in millimetres and degrees.
 class PostureTable : public QWidget {
     Q_OBJECT
 public:

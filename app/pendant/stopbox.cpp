@@ -1,7 +1,7 @@
 #include "app/pendant/stopbox.h"
 
-#include "app/cell/choice.h"
 #include "app/cell/nodes.h"
+#include "app/cell/segmentedcontrol.h"
 #include "app/pendant/stopbutton.h"
 #include "mendo/modulemanager.h"
 #include "simulator/controller.h"
@@ -29,7 +29,7 @@ StopBox::StopBox(sim::Controller* controller, QWidget* parent)
       stop_(new StopButton),
       caption_(new QLabel(tr("驱动电源"))),
       switches_(new QStackedWidget),
-      power_(new Choice(QStringLiteral("power"), {tr("关"), tr("开")})),
+      power_(new SegmentedControl(QStringLiteral("power"), {tr("关"), tr("开")})),
       fold_(new QPushButton) {
     setObjectName(QStringLiteral("stopBox"));
     auto* release = new QPushButton(QStringLiteral("↻ ") + tr("复位急停"));
@@ -52,7 +52,7 @@ StopBox::StopBox(sim::Controller* controller, QWidget* parent)
     layout_->addWidget(stop_, 0, Qt::AlignHCenter | Qt::AlignTop);
     layout_->addLayout(column, 1);
 
-    // When it is pressed, not when it is let go.
+    // pressed(), not clicked(): it acts before it is released.
     connect(stop_, &StopButton::pressed, this, &StopBox::press);
     QCoreApplication::instance()->installEventFilter(this);
     for (const auto key : {Qt::Key_F12, Qt::Key_Pause}) {
@@ -62,7 +62,8 @@ StopBox::StopBox(sim::Controller* controller, QWidget* parent)
         connect(shortcut, &QShortcut::activatedAmbiguously, this, &StopBox::press);
     }
     connect(release, &QPushButton::clicked, this, [controller] { controller->setEmergencyStop(false); });
-    connect(power_, &Choice::asked, this, [controller](int index) { controller->setPower(index == 1); });
+    connect(power_, &SegmentedControl::clicked, this,
+            [controller](int index) { controller->setPower(index == 1); });
     connect(fold_, &QPushButton::clicked, this, &StopBox::foldAsked);
     connect(controller, &sim::Controller::emergencyStopChanged, this, &StopBox::refresh);
     connect(m(node::power), &mendo::ModuleObject::changed, this, &StopBox::refresh);

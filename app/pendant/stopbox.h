@@ -13,24 +13,22 @@ class Controller;
 
 namespace app {
 
-class Choice;
+class SegmentedControl;
 class StopButton;
 
-/// Emergency stop and drive power, which exclude each other: while the stop is latched, what turns it
-/// back stands in the place of the drive switch.
+/// Emergency stop and drive power. While the stop is latched, its release button replaces the power switch.
 class StopBox : public QFrame {
     Q_OBJECT
 public:
     explicit StopBox(sim::Controller* controller, QWidget* parent = nullptr);
 
-    /// Side by side, or all in a narrow column.
+    /// Unfolded: side by side; folded: in a narrow column.
     void setUnfolded(bool unfolded);
-    /// The application's events: an open list takes the presses beside it for itself, but not one on the
-    /// stop.
+    /// Filters the application's events: an open popup would swallow a press on the emergency stop.
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 signals:
-    /// Asks for the rest of the pendant, or for less of it.
+    /// The operator wants to fold or unfold the pendant.
     void foldAsked();
 
 private:
@@ -42,7 +40,7 @@ private:
     StopButton* stop_;
     QLabel* caption_;
     QStackedWidget* switches_;
-    Choice* power_;
+    SegmentedControl* power_;
     QPushButton* fold_;
 };
 

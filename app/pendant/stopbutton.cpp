@@ -12,7 +12,7 @@ const QColor red(0xd4, 0x1f, 0x1f);
 const QColor deep(0x94, 0x12, 0x12);
 const QColor focus(0x1d, 0x4f, 0x91);
 
-constexpr double plateToRim = 4, plateToCap = 9;  // from the plate's edge to the mushroom's
+constexpr double marginUp = 4, marginDown = 9;  // from the plate's edge to the button's
 constexpr int textPx = 19;
 constexpr int keyPx = 13;
 
@@ -37,7 +37,7 @@ void StopButton::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.fillRect(rect(), plateColour);
-    const double edge = latched_ || isDown() ? plateToCap : plateToRim;
+    const double edge = latched_ || isDown() ? marginDown : marginUp;
     const QRectF head = QRectF(rect()).adjusted(edge, edge, -edge, -edge);
     painter.setPen(QPen(hasFocus() ? focus : deep, hasFocus() ? 4 : 2));
     painter.setBrush(latched_ ? deep : red);
@@ -57,15 +57,15 @@ void StopButton::paintEvent(QPaintEvent*) {
     painter.drawText(text.adjusted(0, 18, 0, 18), Qt::AlignCenter, QStringLiteral("F12"));
 }
 
-/// Turned to the right it comes out again.
-void StopButton::paintArrows(QPainter* painter, const QRectF& place) const {
+/// Arrows that show the turn to the right which releases the button.
+void StopButton::paintArrows(QPainter* painter, const QRectF& circle) const {
     painter->setPen(QPen(Qt::white, 2));
     painter->setBrush(Qt::white);
-    constexpr int wholePercent = 16;  // of a degree
+    constexpr int perDegree = 16;  // drawArc() takes sixteenths of a degree
     for (const int top : {70, 250}) {
-        painter->drawArc(place, top * wholePercent, 40 * wholePercent);
-        const QPointF tip(place.center().x() + (top < 90 ? 10 : -10),
-                          top < 90 ? place.top() + 2 : place.bottom() - 2);
+        painter->drawArc(circle, top * perDegree, 40 * perDegree);
+        const QPointF tip(circle.center().x() + (top < 90 ? 10 : -10),
+                          top < 90 ? circle.top() + 2 : circle.bottom() - 2);
         const double ahead = top < 90 ? 5 : -5;
         painter->drawPolygon(
             QPolygonF({tip + QPointF(ahead, 0), tip - QPointF(ahead / 2, 4), tip + QPointF(-ahead / 2, 4)}));

@@ -4,8 +4,7 @@
 
 namespace app {
 
-/// The red mushroom on its yellow plate. It acts when it is pressed, not when it is let go, and stays
-/// down while latched.
+/// The red emergency stop button on its yellow plate; drawn pressed while latched.
 class StopButton : public QAbstractButton {
     Q_OBJECT
 public:
@@ -20,7 +19,7 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    void paintArrows(QPainter* painter, const QRectF& place) const;
+    void paintArrows(QPainter* painter, const QRectF& circle) const;
 
     bool latched_ = false;
 };

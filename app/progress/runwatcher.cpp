@@ -1,7 +1,7 @@
 #include "app/progress/runwatcher.h"
 
 #include "app/cell/nodes.h"
-#include "app/why/whywatch.h"
+#include "app/status/statuswatcher.h"
 #include "kord/kordservice.h"
 #include "mendo/clock.h"
 #include "mendo/modulemanager.h"

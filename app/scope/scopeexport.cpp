@@ -22,19 +22,19 @@ QByteArray quoted(QString text) {
     return '"' + text.replace(QLatin1Char('"'), QLatin1String("\"\"")).toUtf8() + '"';
 }
 
-QByteArray header(const std::vector<Lane>& lanes) {
+QByteArray header(const std::vector<ScopeRow>& rows) {
     QByteArray text = "time_s";
-    for (const Lane& lane : lanes) {
-        text += ',' + quoted(lane.label == lane.name ? lane.name : lane.name + QLatin1Char(' ') + lane.label);
+    for (const ScopeRow& row : rows) {
+        text += ',' + quoted(row.label == row.name ? row.name : row.name + QLatin1Char(' ') + row.label);
     }
     return text + '\n';
 }
 
-QByteArray row(qint64 ms, const std::vector<Lane>& lanes, const std::vector<double>& values) {
+QByteArray csvLine(qint64 ms, const std::vector<ScopeRow>& rows, const std::vector<double>& values) {
     constexpr double msPerS = 1000;
     QByteArray text = QByteArray::number(double(ms) / msPerS, 'f', 3);
-    for (const Lane& lane : lanes) {
-        text += ',' + mendo::numberText(values[size_t(lane.signal)]);
+    for (const ScopeRow& row : rows) {
+        text += ',' + mendo::numberText(values[size_t(row.signal)]);
     }
     return text + '\n';
 }
@@ -59,18 +59,18 @@ bool writeVcd(QIODevice* device, const SignalRecorder& recorder, const TimeSpan&
     return writer.close(span.length(), error);
 }
 
-bool writeCsv(QIODevice* device, const SignalRecorder& recorder, const std::vector<Lane>& lanes,
+bool writeCsv(QIODevice* device, const SignalRecorder& recorder, const std::vector<ScopeRow>& rows,
               const TimeSpan& span, QString* error) {
     const SignalRecord& record = recorder.record();
     std::vector<double> values = record.before(span.fromMs);
     std::vector<bool> shown(values.size(), false);
-    for (const Lane& lane : lanes) {
-        shown[size_t(lane.signal)] = true;
+    for (const ScopeRow& row : rows) {
+        shown[size_t(row.signal)] = true;
     }
-    if (!write(device, header(lanes), error)) {
+    if (!write(device, header(rows), error)) {
         return false;
     }
-    // A row is written when its time is over: several signals may change in one millisecond.
+    // A line is written when the next time begins, because several signals may change in one millisecond.
     qint64 ms = span.fromMs;
     const size_t end = record.firstAt(span.toMs + 1);
     for (size_t i = record.firstAt(span.fromMs); i < end; ++i) {
@@ -78,13 +78,13 @@ bool writeCsv(QIODevice* device, const SignalRecorder& recorder, const std::vect
         if (!shown[size_t(change.signal)]) {
             continue;
         }
-        if (change.ms > ms && !write(device, row(ms - span.fromMs, lanes, values), error)) {
+        if (change.ms > ms && !write(device, csvLine(ms - span.fromMs, rows, values), error)) {
             return false;
         }
         ms = change.ms;
         values[size_t(change.signal)] = change.value;
     }
-    return write(device, row(ms - span.fromMs, lanes, values), error);
+    return write(device, csvLine(ms - span.fromMs, rows, values), error);
 }
 
 }  // namespace app

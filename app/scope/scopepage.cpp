@@ -156,13 +156,13 @@ TimeSpan ScopePage::shown() const {
 }
 
 void ScopePage::refresh() {
-    const std::vector<Lane> lanes = lanesOf(recorder_->cellSignals(), recorder_->record());
-    if (lanes != plot_->lanes()) {
-        plot_->setLanes(lanes);
+    const std::vector<ScopeRow> rows = rowsOf(recorder_->cellSignals(), recorder_->record());
+    if (rows != plot_->rows()) {
+        plot_->setRows(rows);
         refreshRows();
     }
     const TimeSpan span = shown();
-    // A cursor that time has carried off would tell values of what is not seen.
+    // Drop a cursor that has scrolled out of view.
     if (!window_.isHeld() && plot_->cursorMs() && *plot_->cursorMs() < span.fromMs) {
         plot_->setCursor({});
     }
@@ -172,13 +172,13 @@ void ScopePage::refresh() {
 }
 
 void ScopePage::refreshRows() {
-    const int hidden = int(plot_->lanes().size()) - plot_->rowsThatFit();
+    const int hidden = int(plot_->rows().size()) - plot_->rowsThatFit();
     rows_->setRange(0, std::max(0, hidden));
     rows_->setPageStep(plot_->rowsThatFit());
     rows_->setVisible(hidden > 0);
 }
 
-/// Milliseconds from the beginning of the record; it fits where the record is no longer than the window.
+/// The scroll bar counts milliseconds from the beginning of the record.
 void ScopePage::refreshScrollBar(const TimeSpan& span) {
     const QSignalBlocker blocker(scroll_);
     const TimeSpan all = recorder_->all();
@@ -234,12 +234,12 @@ void ScopePage::setCursor(qint64 ms) {
     refresh();
 }
 
-/// To the nearest change of a shown signal.
+/// Moves the cursor to the next change of a shown signal.
 void ScopePage::jump(int direction) {
     const SignalRecord& record = recorder_->record();
     std::set<int> wanted;
-    for (const Lane& lane : plot_->lanes()) {
-        wanted.insert(lane.signal);
+    for (const ScopeRow& row : plot_->rows()) {
+        wanted.insert(row.signal);
     }
     const TimeSpan span = shown();
     const qint64 from = plot_->cursorMs().value_or(direction > 0 ? span.fromMs : span.toMs);
@@ -286,7 +286,7 @@ void ScopePage::askFile(const QString& ending) {
         new QFileDialog(this, tr("导出"), QDir::current().filePath(name), QStringLiteral("*.") + ending);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setOption(QFileDialog::DontUseNativeDialog);
-    dialog->setOption(QFileDialog::ReadOnly);  // it deletes and renames nothing
+    dialog->setOption(QFileDialog::ReadOnly);  // no deleting or renaming of files
     dialog->setAcceptMode(QFileDialog::AcceptSave);
     dialog->setDefaultSuffix(ending);
     connect(dialog, &QFileDialog::fileSelected, this, &ScopePage::exportTo);
@@ -316,7 +316,7 @@ bool ScopePage::write(QIODevice* device, const QString& ending, QString* error) 
         return writeVcd(device, *recorder_, chosen(), error);
     }
     if (ending == QLatin1String("csv")) {
-        return writeCsv(device, *recorder_, plot_->lanes(), chosen(), error);
+        return writeCsv(device, *recorder_, plot_->rows(), chosen(), error);
     }
     if (plot_->picture().save(device, "PNG")) {
         return true;

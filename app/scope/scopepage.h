@@ -15,15 +15,15 @@ namespace app {
 
 class ScopePlot;
 
-/// The signal scope: inputs and outputs over time with a cursor, hold, zoom and export. Only reads.
+/// The signal scope: inputs and outputs over time with cursor, hold, zoom and export. It only reads.
 class ScopePage : public QWidget {
     Q_OBJECT
 public:
-    /// The package's page has been made. `recorder` must outlive it.
+    /// Make it after the package's page. `recorder` must outlive it.
     explicit ScopePage(const SignalRecorder* recorder, QWidget* parent = nullptr);
 
     ScopePlot* plot() const { return plot_; }
-    /// Writes a file; its ending (png, csv or vcd) tells what. What goes wrong is told in a message.
+    /// Writes a file in the format of its extension (png, csv or vcd). Shows a message on failure.
     void exportTo(const QString& file);
 
 protected:

@@ -19,11 +19,11 @@ namespace app {
 
 namespace {
 
-constexpr double laneHeight = 0.66;  // of a row
-constexpr int leastRow = 20;         // pixels
+constexpr double traceHeight = 0.66;  // of a row
+constexpr int minRow = 20;            // pixels
 constexpr int pictureRow = 26;
 constexpr int axisPixels = 50;
-constexpr int leastHeight = 200;
+constexpr int minHeight = 200;
 constexpr int valuesPixels = 64;
 constexpr double stretchStep = 1.6;
 constexpr int smallPx = 13;
@@ -78,7 +78,7 @@ ScopePlot::ScopePlot(const SignalRecorder* recorder, QWidget* parent)
       mark_(makeMarker(this, Qt::DashLine)) {
     setObjectName(QStringLiteral("scopePlot"));
     setFocusPolicy(Qt::StrongFocus);
-    setMinimumHeight(leastHeight);  // whatever the axes have at the time, which get the rows that fit
+    setMinimumHeight(minHeight);  // independent of the axes, which show as many rows as fit
     setAutoReplot(false);
     setUpTime();
     setUpRows();
@@ -123,23 +123,23 @@ void ScopePlot::setUpRows() {
 void ScopePlot::setUpCursor() {
     auto* picker = new QwtPlotPicker(xBottom, yLeft, canvas());
     picker->setStateMachine(new QwtPickerDragPointMachine);
-    const auto ask = [this](const QPointF& place) {
-        emit cursorAsked(qint64(place.x()) - recorder_->epochMs());
+    const auto ask = [this](const QPointF& point) {
+        emit cursorAsked(qint64(point.x()) - recorder_->epochMs());
     };
     connect(picker, QOverload<const QPointF&>::of(&QwtPlotPicker::appended), this, ask);
     connect(picker, QOverload<const QPointF&>::of(&QwtPlotPicker::moved), this, ask);
 }
 
-void ScopePlot::setLanes(const std::vector<Lane>& lanes) {
-    lanes_ = lanes;
+void ScopePlot::setRows(const std::vector<ScopeRow>& rows) {
+    rows_ = rows;
     for (QwtPlotCurve* curve : curves_) {
         curve->detach();
         delete curve;
     }
     curves_.clear();
     QStringList names;
-    for (size_t i = 0; i < lanes_.size(); ++i) {
-        const QColor colour = lanes_[i].analogue ? analogueColour : digital;
+    for (size_t i = 0; i < rows_.size(); ++i) {
+        const QColor colour = rows_[i].analogue ? analogueColour : digital;
         auto* curve = new QwtPlotCurve;
         curve->setPen(colour, 1.6);
         curve->setBrush(faint(colour));
@@ -147,25 +147,25 @@ void ScopePlot::setLanes(const std::vector<Lane>& lanes) {
         curve->setPaintAttribute(QwtPlotCurve::FilterPoints);
         curve->attach(this);
         curves_.push_back(curve);
-        names << lanes_[i].label;
+        names << rows_[i].label;
     }
     names_->setTexts(names);
     setFirstRow(firstRow_);
 }
 
 int ScopePlot::rowsThatFit() const {
-    return std::max(1, (height() - axisPixels) / leastRow);
+    return std::max(1, (height() - axisPixels) / minRow);
 }
 
 void ScopePlot::setFirstRow(int row) {
-    const int count = std::min(int(lanes_.size()), rowsThatFit());
-    firstRow_ = std::clamp(row, 0, int(lanes_.size()) - count);
+    const int count = std::min(int(rows_.size()), rowsThatFit());
+    firstRow_ = std::clamp(row, 0, int(rows_.size()) - count);
     showRows(firstRow_, count);
 }
 
-/// The first row is the topmost.
+/// `first` becomes the topmost row.
 void ScopePlot::showRows(int first, int count) {
-    const double top = double(lanes_.size()) - first;
+    const double top = double(rows_.size()) - first;
     QList<double> middles;
     for (int i = count; i > 0; --i) {
         middles << top - i + 0.5;
@@ -176,9 +176,9 @@ void ScopePlot::showRows(int first, int count) {
 }
 
 QImage ScopePlot::picture() {
-    QImage image(width(), int(lanes_.size()) * pictureRow + axisPixels, QImage::Format_RGB32);
+    QImage image(width(), int(rows_.size()) * pictureRow + axisPixels, QImage::Format_RGB32);
     image.fill(Qt::white);
-    showRows(0, int(lanes_.size()));
+    showRows(0, int(rows_.size()));
     QwtPlotRenderer().renderTo(this, image);
     setFirstRow(firstRow_);
     return image;
@@ -189,51 +189,51 @@ void ScopePlot::showSpan(const TimeSpan& span) {
     setAxisScale(xBottom, double(span.fromMs) + epoch, double(span.toMs) + epoch);
     fillCurves(span);
     fillValues(span);
-    place(cursor_, cursorMs_);
-    place(mark_, markMs_);
+    setMarkerTime(cursor_, cursorMs_);
+    setMarkerTime(mark_, markMs_);
     replot();
 }
 
-/// Two points for a change, so that it is an edge. A signal goes on until now and no further.
+/// Each change has two points, which draw a vertical edge. The curve ends now.
 void ScopePlot::fillCurves(const TimeSpan& span) {
     const SignalRecord& record = recorder_->record();
     const double epoch = double(recorder_->epochMs());
     const qint64 from = std::max(span.fromMs, record.beginMs());
     const qint64 to = std::min(span.toMs, SignalRecorder::nowMs());
     std::vector<double> values = record.before(from);
-    std::vector<int> laneOf(values.size(), -1);
-    std::vector<QVector<QPointF>> lines(lanes_.size());
-    const auto append = [&](size_t lane, qint64 ms) {
-        const double level = lanes_[lane].level(values[size_t(lanes_[lane].signal)]);
-        lines[lane].append({double(ms) + epoch, bottomOf(lane) + level * laneHeight});
+    std::vector<int> rowOf(values.size(), -1);
+    std::vector<QVector<QPointF>> lines(rows_.size());
+    const auto append = [&](size_t row, qint64 ms) {
+        const double level = rows_[row].level(values[size_t(rows_[row].signal)]);
+        lines[row].append({double(ms) + epoch, bottomOf(row) + level * traceHeight});
     };
-    for (size_t lane = 0; lane < lanes_.size(); ++lane) {
-        laneOf[size_t(lanes_[lane].signal)] = int(lane);
-        append(lane, from);
+    for (size_t row = 0; row < rows_.size(); ++row) {
+        rowOf[size_t(rows_[row].signal)] = int(row);
+        append(row, from);
     }
     const size_t end = record.firstAt(to + 1);
     for (size_t i = record.firstAt(from); i < end; ++i) {
         const SignalRecord::Change& change = record.changes()[i];
-        const int lane = laneOf[size_t(change.signal)];
-        if (lane >= 0) {
-            append(size_t(lane), change.ms);
+        const int row = rowOf[size_t(change.signal)];
+        if (row >= 0) {
+            append(size_t(row), change.ms);
         }
         values[size_t(change.signal)] = change.value;
-        if (lane >= 0) {
-            append(size_t(lane), change.ms);
+        if (row >= 0) {
+            append(size_t(row), change.ms);
         }
     }
-    for (size_t lane = 0; lane < lanes_.size(); ++lane) {
-        append(lane, std::max(from, to));
-        curves_[lane]->setSamples(lines[lane]);
+    for (size_t row = 0; row < rows_.size(); ++row) {
+        append(row, std::max(from, to));
+        curves_[row]->setSamples(lines[row]);
     }
 }
 
 void ScopePlot::fillValues(const TimeSpan& span) {
     const std::vector<double> values = recorder_->record().at(cursorMs_.value_or(span.toMs));
     QStringList texts;
-    for (const Lane& lane : lanes_) {
-        texts << lane.text(values[size_t(lane.signal)]);
+    for (const ScopeRow& row : rows_) {
+        texts << row.text(values[size_t(row.signal)]);
     }
     if (texts == values_->texts()) {
         return;
@@ -242,7 +242,7 @@ void ScopePlot::fillValues(const TimeSpan& span) {
     axisWidget(yRight)->update();
 }
 
-void ScopePlot::place(QwtPlotMarker* marker, std::optional<qint64> ms) {
+void ScopePlot::setMarkerTime(QwtPlotMarker* marker, std::optional<qint64> ms) {
     marker->setVisible(ms.has_value());
     if (ms) {
         marker->setXValue(double(*ms + recorder_->epochMs()));
@@ -257,8 +257,8 @@ void ScopePlot::setMark(std::optional<qint64> ms) {
     markMs_ = ms;
 }
 
-QString ScopePlot::valueText(int lane) const {
-    return values_->texts().value(lane);
+QString ScopePlot::valueText(int row) const {
+    return values_->texts().value(row);
 }
 
 void ScopePlot::resizeEvent(QResizeEvent* event) {

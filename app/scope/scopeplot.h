@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/scope/lanes.h"
+#include "app/scope/scoperow.h"
 #include "app/scope/signalrecorder.h"
 
 #include <qwt_plot.h>
@@ -14,8 +14,8 @@ class QwtScaleDraw;
 
 namespace app {
 
-/// Draws signals over the time of day, each in a row of its own: its name on the left, its value at the
-/// cursor (or, without one, at the end) on the right.
+/// Draws signals over the time of day, one row each: the name on the left, the value at the cursor (without
+/// a cursor, at the end) on the right.
 class ScopePlot : public QwtPlot {
     Q_OBJECT
 public:
@@ -23,21 +23,22 @@ public:
     explicit ScopePlot(const SignalRecorder* recorder, QWidget* parent = nullptr);
     ~ScopePlot() override;
 
-    const std::vector<Lane>& lanes() const { return lanes_; }
-    void setLanes(const std::vector<Lane>& lanes);
-    /// Draws what is recorded now.
+    const std::vector<ScopeRow>& rows() const { return rows_; }
+    void setRows(const std::vector<ScopeRow>& rows);
+    /// Draws a section of the record.
     void showSpan(const TimeSpan& span);
-    /// Milliseconds of the host's clock; without a value there is none.
+    /// Milliseconds of the host's clock; no value hides the cursor or mark.
     void setCursor(std::optional<qint64> ms);
     void setMark(std::optional<qint64> ms);
     std::optional<qint64> cursorMs() const { return cursorMs_; }
     std::optional<qint64> markMs() const { return markMs_; }
-    /// A lane's value as it stands on the right.
-    QString valueText(int lane) const;
-    /// Rows that there is room for, and the first one that is shown of more.
+    /// The value shown on the right of a row.
+    QString valueText(int row) const;
+    /// Number of rows that fit.
     int rowsThatFit() const;
+    /// Scrolls to a row.
     void setFirstRow(int row);
-    /// As large as all rows need it.
+    /// An image with all rows.
     QImage picture();
 
     QSize minimumSizeHint() const override { return {300, 200}; }
@@ -45,9 +46,9 @@ public:
 signals:
     void cursorAsked(qint64 ms);
     void resized();
-    /// The next edge to the right (1) or left (-1).
+    /// The operator wants the next edge to the right (1) or left (-1).
     void edgeAsked(int direction);
-    /// Show that much more.
+    /// The operator wants a time window longer by this factor.
     void stretchAsked(double factor);
 
 protected:
@@ -63,13 +64,13 @@ private:
     void showRows(int first, int count);
     void fillCurves(const TimeSpan& span);
     void fillValues(const TimeSpan& span);
-    void place(QwtPlotMarker* marker, std::optional<qint64> ms);
-    double bottomOf(size_t lane) const { return double(lanes_.size() - 1 - lane) + 0.16; }
+    void setMarkerTime(QwtPlotMarker* marker, std::optional<qint64> ms);
+    double bottomOf(size_t row) const { return double(rows_.size() - 1 - row) + 0.16; }
 
     const SignalRecorder* recorder_;
-    std::vector<Lane> lanes_;
-    std::vector<QwtPlotCurve*> curves_;  ///< one for each lane, owned by the plot
-    RowScale* names_;                    ///< owned by the plot, as the others
+    std::vector<ScopeRow> rows_;
+    std::vector<QwtPlotCurve*> curves_;  ///< one for each row, owned by the plot
+    RowScale* names_;                    ///< owned by the plot, as are the following
     RowScale* values_;
     QwtPlotMarker* cursor_;
     QwtPlotMarker* mark_;

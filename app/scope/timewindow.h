@@ -6,8 +6,8 @@
 
 namespace app {
 
-/// The section of time that the scope shows: its end goes along with the time, or is held. Milliseconds
-/// of the host's clock.
+/// The section of time that the scope shows. Its end is the current time, or is held. Milliseconds of the
+/// host's clock.
 class TimeWindow {
 public:
     static constexpr qint64 shortestMs = 100, longestMs = SignalRecord::keptMs;
@@ -21,18 +21,18 @@ public:
 
     void hold(qint64 nowMs) { scrollTo(nowMs - lengthMs_); }
     void release() { held_ = false; }
-    /// Shows the section that begins at a time, held.
+    /// Shows the section that begins at `fromMs`, held.
     void scrollTo(qint64 fromMs) {
         held_ = true;
         endMs_ = fromMs + lengthMs_;
     }
-    /// Shows that much more (or, below 1, less). Held, what is at `fixedMs` stays where it is.
+    /// Multiplies the length by `factor`. While held, `fixedMs` stays at its position.
     void stretch(double factor, qint64 fixedMs) {
         const qint64 old = lengthMs_;
         lengthMs_ = std::clamp(qint64(double(old) * factor), shortestMs, longestMs);
         endMs_ = fixedMs + (endMs_ - fixedMs) * lengthMs_ / old;
     }
-    /// Holds and scrolls, if need be, so that a time is in view.
+    /// Holds, and scrolls if necessary, so that a time is in view.
     void reveal(qint64 ms, qint64 nowMs) {
         const TimeSpan shown = span(nowMs);
         if (ms < shown.fromMs || ms > shown.toMs) {

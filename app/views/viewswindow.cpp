@@ -1,7 +1,7 @@
 #include "app/views/viewswindow.h"
 
+#include "app/appearance.h"
 #include "app/cell/cellstrip.h"
-#include "app/look.h"
 #include "app/panelwindow.h"
 
 #include <QApplication>
@@ -17,10 +17,10 @@ namespace app {
 
 namespace {
 
-constexpr int leastHeight = 480;
-constexpr int frames = 16;  // what window managers add around windows
+constexpr int minHeight = 480;
+constexpr int frames = 16;  // width of the window manager's frames
 
-/// What other window than these two, if any, is open.
+/// Geometry of another visible window than these two; empty without one.
 QRect thirdWindow(const QWidget* one, const QWidget* other) {
     const QWidgetList all = QApplication::topLevelWidgets();
     for (const QWidget* widget : all) {
@@ -48,7 +48,7 @@ QRect placeBeside(const QRect& other, const QRect& screen, int width, const QMar
     }
     if (place.intersects(keepFree)) {
         const int left = keepFree.left() - width;
-        if (keepFree.top() - place.top() >= leastHeight) {
+        if (keepFree.top() - place.top() >= minHeight) {
             place.setBottom(keepFree.top() - 1);
         } else if (left + margins.right() + frames > other.right()) {
             place = QRect(left, other.top() + margins.top(), width,
@@ -62,7 +62,7 @@ ViewsWindow::ViewsWindow() : tabs_(new QTabWidget) {
     setObjectName(QStringLiteral("viewsWindow"));
     setWindowTitle(tr("路径与信号"));
     setAttribute(Qt::WA_StyledBackground);
-    setStyleSheet(frameStyle());
+    setStyleSheet(frameStyleSheet());
     tabs_->setDocumentMode(true);
     tabs_->tabBar()->setExpanding(true);
     tabs_->tabBar()->setFocusPolicy(Qt::TabFocus);

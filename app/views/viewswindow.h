@@ -8,15 +8,14 @@ class QTabWidget;
 
 namespace app {
 
-/// Where a window of a width goes that is to be seen together with another one: beside it, on the right
-/// or else on the left; where there is no room, over its left side within `margins`, because what runs
-/// and stops a program is usually on the right. It ends above `keepFree`, if it gets not too low by that,
-/// else it ends on the left of it, if it covers no more of the other window than its right margin.
-/// Geometries in the screen's coordinates.
+/// Geometry of a window beside another one: on its right, else on its left. Without room, over its left
+/// side within `margins`, because the controls for running and stopping are on the right. If it would cover
+/// `keepFree`, it ends above it; if it became too low by that, it ends on the left of it, provided that it
+/// then covers at most the right margin of the other window. In screen coordinates.
 QRect placeBeside(const QRect& other, const QRect& screen, int width, const QMargins& margins,
                   const QRect& keepFree = {});
 
-/// The window of the views of the cell, beside the panel's: path and signals, a tab each. Closing it
+/// The window beside the panel with the views of the cell, path and signals, one tab each. Closing it only
 /// hides it.
 class ViewsWindow : public QWidget {
     Q_OBJECT
@@ -25,9 +24,9 @@ public:
 
     ViewsWindow();
 
-    /// Takes the page over.
+    /// Takes ownership of the page.
     void addPage(QWidget* page, const QString& title);
-    /// Opens the window at a page, the first time beside `panel`.
+    /// Shows a page; the first time places the window beside `panel`.
     void open(int page, const QWidget* panel);
 
 signals:

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/language.h"
+#include "app/appearance.h"
 #include "app/panel.h"
 #include "app/why/packageflags.h"
 #include "kord/kordservice.h"
@@ -21,7 +21,7 @@
 
 namespace test {
 
-/// Copies files to where the test runs, for writing.
+/// Copies files to the working directory and makes them writable.
 inline void copyHere(const QString& folder, const QStringList& names) {
     for (const QString& name : names) {
         QFile::copy(folder + "/" + name, name);
@@ -29,12 +29,12 @@ inline void copyHere(const QString& folder, const QStringList& names) {
     }
 }
 
-/// The panel on the screen, in English, with the package loaded from its file, in a folder with the settings
-/// and the project (seam.json) of the pictures. A process can have one only.
+/// Shows the panel in English, with the package loaded, in a folder with the sample settings and project
+/// (seam.json). Only one object in a process.
 class PanelTest : public QObject {
 protected:
     using Step = std::function<void()>;
-    using Moments = QVector<QPair<int, Step>>;  ///< what is done so many milliseconds after a start
+    using Moments = QVector<QPair<int, Step>>;  ///< milliseconds after the start, and what to do then
 
     PanelTest() {
         mendo::LogHub::instance()->setConsole(false);
@@ -53,7 +53,7 @@ protected:
 
     app::PanelWindow* window() const { return panel_->window(); }
     sim::Controller* robot() const { return panel_->controller(); }
-    /// A widget in one of the windows that the test is about.
+    /// A widget in one of the windows `roots_`.
     template <typename Widget = QAbstractButton>
     Widget* find(const QString& name) const {
         for (const QWidget* root : roots_) {
@@ -67,7 +67,7 @@ protected:
     QString textOf(const QString& label) const { return find<QLabel>(label)->text(); }
 
     static void pass(qint64 ms) { sim::VirtualTime::instance()->advance(ms); }
-    /// Until no program runs and the robot stands.
+    /// Waits until no program runs and the robot stands.
     void settle() const {
         const auto still = [this] {
             return robot()->standsStill() && wordOf("lumo.execute.state") == "idle";

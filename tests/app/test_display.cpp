@@ -9,7 +9,7 @@ namespace {
 
 constexpr int giveUpMs = 300000;
 
-/// An X server without a screen, for this process; its number is told by itself.
+/// Starts an X server without a screen; it prints its display number.
 void onDisplay() {
     static QProcess server;
     server.start("Xvfb", {"-displayfd", "1", "-screen", "0", "1920x1080x24", "-nolisten", "tcp"});
@@ -32,11 +32,11 @@ void click(const QWidget* window, const char* name) {
 
 }  // namespace
 
-/// The panel on the display of a window system, worked by its mouse. Nothing asks how long something takes.
+/// The panel on an X server, operated with its mouse. No test depends on real time.
 class Display : public QObject {
     Q_OBJECT
 private slots:
-    void weldIsStartedByTheMouse_andTheWindowCloses() {
+    void startByMouse_weldsOnce_andTheWindowCloses() {
         mendo::LogHub::instance()->setConsole(false);
         test::copyHere(EXAMPLES "/lap_seam", {"lap_seam.json", "lumo_port.json", "lumo_param.json"});
         app::Panel panel;

@@ -18,12 +18,12 @@ qint64 nowMs() {
 
 }  // namespace
 
-/// What timers and loops do on the panel's clock: order and the clock's own times. Of the wall clock only the
-/// least that something takes is asked, which no slow machine can miss.
+/// Timers and loops on the panel's clock: their order and times. Of the wall clock only minimum durations are
+/// tested, which hold on slow machines, too.
 class AppPaced : public QObject {
     Q_OBJECT
 
-    /// For so many milliseconds of the panel's time.
+    /// Runs a loop for `ms` of the panel's clock.
     static void runLoop(int ms) {
         const qint64 end = nowMs() + ms;
         QEventLoop loop;
@@ -33,8 +33,8 @@ class AppPaced : public QObject {
     }
 
 private slots:
-    /// However late the wall clock makes them. The idle one is always due.
-    void timers_keepTheirTimesToEachOther() {
+    /// Also when the process is late; the idle timer is always due.
+    void timers_fireAtTheirOwnMilliseconds() {
         for (const double factor : {1.0, 10.0, 1000.0}) {
             paced->setFactor(factor);
             QStringList log;
@@ -61,7 +61,7 @@ private slots:
             runLoop(60 * factor);
             QVERIFY2(wall.nsecsElapsed() >= 59000000, qPrintable(QString::number(wall.nsecsElapsed())));
         }
-        // What a busy handler has lost is not caught up from the next timer on.
+        // Time lost in a busy handler is not caught up after the next timer.
         paced->setFactor(1);
         QTimer::singleShot(10, this, [&wall] {
             QThread::msleep(400);
@@ -70,7 +70,7 @@ private slots:
         QTimer::singleShot(20, this, [] {});
         runLoop(120);
         QVERIFY2(wall.elapsed() >= 99, qPrintable(QString::number(wall.elapsed())));
-        // Much faster: what is armed already goes along, and so does the time of day.
+        // A new factor applies to armed timers and to the time of day.
         constexpr int hourMs = 3600000;
         QTimer::singleShot(0, this, [] { paced->setFactor(hourMs); });
         runLoop(hourMs);

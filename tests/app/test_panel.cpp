@@ -5,7 +5,7 @@
 #include <QMenu>
 #include <QSignalSpy>
 
-/// The panel with its simulated cell, as an operator finds it.
+/// The panel with its simulated cell.
 class AppPanel : public test::PanelTest {
     Q_OBJECT
 
@@ -39,7 +39,7 @@ private slots:
         QVERIFY(robot()->input("DI3") && lamp("DI3")->isOn());
         robot()->setInput("DI3", false);
         QVERIFY(!lamp("DI3")->isOn() && !lamp("DI3")->isFault());
-        // Off is as normal as on, but where equipment tells its state.
+        // Off is a fault only for the equipment's inputs.
         for (const bool fault : {true, false}) {
             click("LUMO_DI.#3");
             QCOMPARE(lamp("LUMO_DI.#3")->isFault(), fault);
@@ -56,7 +56,7 @@ private slots:
         }
     }
 
-    void fault_isInjectedAndTakenBack() {
+    void fault_isInjectedAndCleared() {
         const auto input = [this](int bit) { return robot()->input(QString("LUMO_DI.#%1").arg(bit)); };
         write("LUMO_DO", 1, 3);
         QVERIFY(!input(5));
@@ -80,7 +80,7 @@ private slots:
         test::closeBoxes();
     }
 
-    void notices_tellWhatIsWrongWithFilesUntilTheyAreDismissed() {
+    void notices_showFileProblemsUntilDismissed() {
         test::writeFile("damaged.json", "[\n  {\"type\": \"moveL\" \"note\": \"\"}\n]\n");
         mendo::ModuleManager::readFromJson("damaged.json");
         QVERIFY(textOf("lblNotice").contains("damaged.json, line 2, column 20: this is no JSON"));
@@ -98,7 +98,7 @@ private slots:
         QVERIFY(notices_->isVisible() && notices_->texts().size() == 1);
     }
 
-    /// The last one: the process is about to quit from then on.
+    /// Must be the last test, because it quits the application.
     void closing_switchesTheLaserOff() {
         robot()->setPower(true);
         load("lumo.program", "[{'type':'open','index':0},{'type':'delay','delaytime':60000}]");

@@ -5,8 +5,8 @@
 #include <qpa/qwindowsysteminterface.h>
 #include <QFileDialog>
 
-/// The pendant beside the panel. Clicks and keys come from the window system, so that what blocks a window
-/// blocks them.
+/// The pendant beside the panel. Clicks and keys go through the window system, so that modal windows block
+/// them as in reality.
 class AppPendant : public test::PanelTest {
     Q_OBJECT
 
@@ -26,7 +26,7 @@ class AppPendant : public test::PanelTest {
         using kord::ControllerManager;
         return ControllerManager::cmdItemMobj("endtool.keypad.state_change", "notify")->c(key)->getBool();
     }
-    static double place(const QString& path) {
+    static double posture(const QString& path) {
         return kordservice()->get(nullptr, "sys.posture", path)->getDouble();
     }
     static void setBusy(bool busy) { set("lumo.execute.state", busy ? "busy" : "idle"); }
@@ -68,7 +68,7 @@ private slots:
         }
     }
 
-    void stop_darkensTheWeldUnderAnyWindow() {
+    void stop_switchesTheLaserOffUnderAnyWindow() {
         for (const QString over : {"nothing", "file dialog", "frameless", "modal to all", "list"}) {
             for (const bool byKey : {false, true}) {
                 init();
@@ -77,7 +77,7 @@ private slots:
                 const auto stop = [&] {
                     cover(over);
                     welding << robot()->input("LUMO_DI.#5");
-                    byKey ? key(Qt::Key_F12) : press("btnStop");  // acts when it is pressed
+                    byKey ? key(Qt::Key_F12) : press("btnStop");  // acts before it is released
                     welding << robot()->input("LUMO_DI.#5");
                 };
                 run(0, {{5000, stop}});
@@ -105,7 +105,7 @@ private slots:
         }
     }
 
-    void keys_areReportedAndLetGo() {
+    void keys_reportPressAndRelease() {
         click("pendantTab1");
         for (const QString name : {"next", "last", "center", "enter", "delete"}) {
             press("key_" + name);
@@ -114,26 +114,26 @@ private slots:
             QVERIFY2(down && isUp(name), qPrintable(name));
         }
         QTest::keyPress(window()->windowHandle(), Qt::Key_F4);
-        QVERIFY(!isUp("enter") && window()->isActiveWindow());  // else the page does not hear it
+        QVERIFY(!isUp("enter") && window()->isActiveWindow());  // an inactive page ignores the key
         QTest::keyRelease(window()->windowHandle(), Qt::Key_F4);
         QVERIFY(isUp("enter"));
     }
 
     void step_movesTheRobotOnce() {
         const QVector<QStringList> rows = {
-            // frame, step, key, back, what moves, how far
+            // frame, step, key, opposite key, value that changes, by how much
             {"jogFrame0", "step1", "jog1-", "jog1+", "trans.#1", "-0.0001"},
             {"jogFrame1", "step3", "jog2+", "jog2-", "trans.#2", "-0.01"},  // the tool points down
             {"jogFrame2", "step2", "jog5+", "jog5-", "near.#5", "0.0174532925199433"},
         };
         for (const QStringList& row : rows) {
-            const double before = place(row[4]);
-            for (const double way : {row[5].toDouble(), 0.0}) {
-                for (const QString& button : {row[0], row[1], way != 0 ? row[2] : row[3]}) {
+            const double before = posture(row[4]);
+            for (const double distance : {row[5].toDouble(), 0.0}) {
+                for (const QString& button : {row[0], row[1], distance != 0 ? row[2] : row[3]}) {
                     click(button);
                 }
                 settle();
-                QVERIFY2(std::abs(place(row[4]) - before - way) < 1e-7, qPrintable(row.join(' ')));
+                QVERIFY2(std::abs(posture(row[4]) - before - distance) < 1e-7, qPrintable(row.join(' ')));
             }
         }
         for (const char* button : {"jogFrame0", "step3", "jog0+", "jog0+"}) {
@@ -145,10 +145,10 @@ private slots:
         QCOMPARE(textOf("lblJogAnswer"), "");
     }
 
-    /// With 10 mm/s, after a second.
-    void heldJog_endsWithTheHold() {
-        const QVector<QPair<const char*, Step>> ways = {
-            {"letting go", [this] { release("jog1+"); }},
+    /// One second at 10 mm/s.
+    void heldJog_endsWhenTheKeyIsNoLongerHeld() {
+        const QVector<QPair<const char*, Step>> causes = {
+            {"release", [this] { release("jog1+"); }},
             {"the finger leaving", [this] { QTest::mouseMove(handle(), QPoint(5, 5)); }},
             {"another window", [this] { cover("file dialog"); }},
             {"mode", [this] { robot()->setMode("manual"); }},
@@ -158,20 +158,20 @@ private slots:
             {"fold", [this] { pendant_->setUnfolded(false); }},
         };
         const QPoint finger = middleOf("jog1+");
-        for (const auto& way : ways) {
-            const double before = place("trans.#1");
+        for (const auto& cause : causes) {
+            const double before = posture("trans.#1");
             press("jog1+");
             pass(1000);
-            way.second();
+            cause.second();
             pass(200);
-            const double moved = place("trans.#1") - before;
-            QVERIFY2(moved > 0.009 && moved < 0.011, way.first);
+            const double moved = posture("trans.#1") - before;
+            QVERIFY2(moved > 0.009 && moved < 0.011, cause.first);
             delete dialog_;
             robot()->setPower(true);
             QTest::mouseMove(handle(), QPoint(5, 5));
-            QTest::mouseMove(handle(), finger);  // takes no hold again
+            QTest::mouseMove(handle(), finger);  // does not hold the key again
             pass(500);
-            QCOMPARE(place("trans.#1") - before, moved);
+            QCOMPARE(posture("trans.#1") - before, moved);
             QTest::mouseRelease(handle(), Qt::LeftButton, {}, finger);
             init();
             robot()->jog(sim::JogAxis::Y, -moved);
@@ -179,7 +179,7 @@ private slots:
         }
     }
 
-    void window_isNeitherCoveredNorClosedNorInTheWay() {
+    void window_isNotCoveredOrClosed_andTakesFocusOnlyByF9() {
         QVERIFY(handle()->flags().testFlag(Qt::WindowDoesNotAcceptFocus));
         key(Qt::Key_F9);
         QVERIFY(pendant_->isActiveWindow());

@@ -1,7 +1,6 @@
-#include "app/examples/exampleshelf.h"
+#include "app/examples/examplelibrary.h"
 #include "app/options.h"
 #include "app/preferences.h"
-#include "app/workfolder.h"
 #include "support/runnerfolder.h"
 #include "support/suite.h"
 #include "support/text.h"
@@ -12,7 +11,7 @@ using app::Preferences;
 using test::contentOf;
 using test::writeFile;
 
-/// The built program as its caller meets it, and what it remembers.
+/// The program's options, exit status and preferences.
 class AppProgram : public QObject {
     Q_OBJECT
 
@@ -37,7 +36,7 @@ private slots:
         QFile::remove(qgetenv("XDG_CONFIG_HOME") + "/lumo/lumo-panel.json");
     }
 
-    void wrongOption_isSaidInOneLine() {
+    void wrongOption_givesOneLine() {
         const QVector<QStringList> rows = {
             {"--fast", "unknown argument --fast"},
             {"--language", "--language needs a value: cn|en|ru"},
@@ -56,20 +55,20 @@ private slots:
                  home_.filePath("cell/seam.json"));
     }
 
-    void status_tellsTheCallerWhatHappened() {
+    void exitStatus_distinguishesUsageAndDisplayErrors() {
         const Result wrong = call({"--language", "de"}), version = call({"--version"});
         QCOMPARE(wrong.err, QByteArray("lumo-panel: --language de is none of cn, en, ru\n"));
         QVERIFY(wrong.status == 2 && wrong.out.isEmpty() && call({"--example", "../flange"}).status == 2);
         QVERIFY(version.status == 0 && version.out.startsWith("lumo-panel "));
         qputenv("QT_QPA_PLATFORM", "xcb");
-        qputenv("DISPLAY", ":4321");  // nobody's
-        const Result blind = call({});
+        qputenv("DISPLAY", ":4321");  // does not exist
+        const Result noDisplay = call({});
         qputenv("QT_QPA_PLATFORM", "offscreen");
-        QVERIFY2(blind.status == 3 && blind.err.endsWith("no display can be opened\n"), blind.err);
+        QVERIFY2(noDisplay.status == 3 && noDisplay.err.endsWith("no display can be opened\n"),
+                 noDisplay.err);
     }
 
-    /// As by closing the window: a process that a signal kills would switch nothing off.
-    void signal_endsInOrder() {
+    void signal_quitsNormally() {
         for (const int number : {SIGTERM, SIGINT, SIGHUP}) {
             const bool example = number == SIGTERM;
             const QStringList options = example ? QStringList{"--example", "flange"}
@@ -79,7 +78,7 @@ private slots:
             panel.setProcessChannelMode(QProcess::MergedChannels);
             panel.start(LUMO_PANEL, options + QStringList{"--vcd", "cell.vcd"});
             QByteArray said;
-            // Once the package is loaded, signals are listened to.
+            // The signal handlers are installed before the package is loaded.
             while (!said.contains(example ? "flange.json" : "lumo v26") && panel.waitForReadyRead(600000)) {
                 said += panel.readAll();
             }
@@ -88,35 +87,37 @@ private slots:
             QVERIFY(panel.waitForFinished(600000));
             QVERIFY(panel.exitStatus() == QProcess::NormalExit && panel.exitCode() == 0);
             QVERIFY(contentOf("cell.vcd").startsWith("$version"));
-            // What was asked for is remembered, but no example.
+            // Options are remembered, examples are not.
             QCOMPARE(Preferences::language(), example ? "" : "ru");
             QCOMPARE(Preferences::folder(), example ? "" : home_.filePath("cell"));
             QCOMPARE(said.contains("/data/lumo/lumo-panel/examples/flange/flange.json"), example);
         }
     }
 
-    void example_isCopiedAndItsChangesAreKept() {
-        const app::ExampleShelf shelf("from", "to");
+    void example_isCopied_andItsChangesAreKept() {
+        const app::ExampleLibrary library("from", "to");
         QString error;
         writeFile("from/seam/seam.json", "[]");
-        QFile::setPermissions("from/seam/seam.json", QFile::ReadOwner);  // as it is where it is installed
-        QVERIFY(shelf.take("seam", &error) == "to/seam" && contentOf(shelf.project("seam")) == "[]");
+        QFile::setPermissions("from/seam/seam.json", QFile::ReadOwner);  // as when installed
+        QVERIFY(library.copyForOperator("seam", &error) == "to/seam" &&
+                contentOf(library.project("seam")) == "[]");
         writeFile("to/seam/seam.json", "[1]");  // the copy is writable
-        QVERIFY(shelf.take("seam", &error) == "to/seam" && contentOf(shelf.project("seam")) == "[1]");
+        QVERIFY(library.copyForOperator("seam", &error) == "to/seam" &&
+                contentOf(library.project("seam")) == "[1]");
         QVERIFY(QDir("to/seam").removeRecursively());
         writeFile("to/seam", "in the way");
-        QVERIFY(shelf.take("seam", &error).isEmpty() && error == "to/seam");
+        QVERIFY(library.copyForOperator("seam", &error).isEmpty() && error == "to/seam");
     }
 
     void pendantAndLanguage_areRemembered() {
-        QVERIFY(!Preferences::pendantPlace() && Preferences::pendantUnfolded());
+        QVERIFY(!Preferences::pendantPosition() && Preferences::pendantUnfolded());
         Preferences::rememberPendant(QPoint(-12, 34), false);
-        QVERIFY(Preferences::pendantPlace() == QPoint(-12, 34) && !Preferences::pendantUnfolded());
+        QVERIFY(Preferences::pendantPosition() == QPoint(-12, 34) && !Preferences::pendantUnfolded());
         Preferences::rememberLanguage("../en");
         QVERIFY(Preferences::language().isEmpty());
     }
 
-    void folder_isTheGivenThenTheRememberedThenItsOwn() {
+    void folder_isTheGivenElseTheRememberedElseTheDefault() {
         const QVector<QStringList> rows = {
             // started in, given, remembered, entered, lost
             {"checkout/deep", "", "", "checkout/deep", ""},

@@ -1,13 +1,13 @@
-#include "app/why/whywatch.h"
+#include "app/status/statuswatcher.h"
 #include "panelfixture.h"
 
 #include <QProgressBar>
 
-/// The line that tells what goes on, why welding is not permitted, and how far a run is.
+/// The status line and the progress of a run.
 class AppStatus : public test::PanelTest {
     Q_OBJECT
 
-    /// The sign, and the sentences or the beginning of those.
+    /// The sign and the sentences (or the first ones), separated by "|".
     QString line() const {
         pass(0);
         return textOf("lblWhySign") + " " + textOf("lblWhy").replace("  ·  ", "|");
@@ -33,7 +33,7 @@ private slots:
         QCOMPARE(line(2), "✓ Welding is permitted|No program runs");
     }
 
-    void sentence_followsEachThingItNames() {
+    void sentences_followTheCell() {
         const QString no = "⚠ No welding: ";
         const struct {
             QString path;
@@ -72,7 +72,7 @@ private slots:
         QCOMPARE(line(), "✓ Welding is permitted|No program runs|Editing is locked: the drives are on");
     }
 
-    void laserAndListeningByHand_areTold() {
+    void laserByHandAndListening_areShown() {
         for (const char* button : {"btnDeviceControl", "btnLaserControl", "btnLaserTest"}) {
             click(button);
             pass(200);
@@ -89,8 +89,8 @@ private slots:
         click("btnProject");
     }
 
-    /// Until it is reset, or another run begins.
-    void howTheLastRunEnded_isTold() {
+    /// Until a reset or the next run.
+    void endOfTheLastRun_isShown() {
         load("lumo.program",
              "[{'type':'delay','delaytime':100},{'type':'open','index':0},{'type':'delay','delaytime':2000},"
              "{'type':'close'},{'type':'moveL','speed':10,'point':{'trans':[5,0,0.3],'rot':[3.14,0,0]}}]");
@@ -108,9 +108,9 @@ private slots:
         QCOMPARE(line(2), "✓ " + well + "No program runs");
     }
 
-    /// 300 ms of gas, 100 ms of dwell; then ramp 200 ms, 100 ms, gas 500 ms. An input counts 100 ms. The
-    /// laser pulses, 100 ms on and 100 ms off, and is told as on in its gaps.
-    void waitAndProgress_areToldWhileARunIsOn() {
+    /// Opening: 300 ms of gas, 100 ms of dwell. Closing: 200 ms of ramp, 100 ms of delay, 500 ms of gas. The
+    /// forecast counts 100 ms for an input. The laser pulses, 100 ms on and 100 ms off, which counts as on.
+    void waitAndProgress_areShownDuringARun() {
         for (const char* field : {"open_interval", "open_time"}) {
             set(QString("lumo.param.#0.") + field, 100);
         }
@@ -120,7 +120,7 @@ private slots:
              "{'type':'delay','delaytime':70000}]");
         input("DI4", true)();
         input("LUMO_DI.#9", false)();
-        const auto* const watch = panel_->findChild<app::WhyWatch*>();
+        const auto* const watch = panel_->findChild<app::StatusWatcher*>();
         const auto* const bar = find<QProgressBar>("barProgress");
         const QString lit = "✓ Laser on: by the program|";
         const QString waits = "waits for an input, then 1:11";
@@ -149,7 +149,7 @@ private slots:
         QVERIFY(!watch->isTiming() && !bar->isVisible() && line().contains("Paused at line 5"));
     }
 
-    void station_isToldAsSuch() {
+    void stationProgram_isNamed() {
         setRunMode(app::PackageFlags::ByStation);
         load("lumo.program", "[]");
         load("lumo.signalbind_program",

@@ -8,7 +8,7 @@
 #include <qwt_scale_map.h>
 #include <QFileDialog>
 
-/// The views: the path of a program with its seam, and the signals that were recorded.
+/// The views: the path of a program with its seam, and the recorded signals.
 class AppViews : public test::PanelTest {
     Q_OBJECT
 
@@ -18,9 +18,9 @@ class AppViews : public test::PanelTest {
     const app::SignalRecorder& recorder_ = *panel_->recorder();
     double welded_ = 0;  ///< millimetres travelled with the laser on in the first run
 
-    int laneOf(const QString& name) const {
-        const auto all = app::lanesOf(recorder_.cellSignals(), recorder_.record());
-        const auto isIt = [&name](const app::Lane& lane) { return lane.name == name; };
+    int rowOf(const QString& name) const {
+        const auto all = app::rowsOf(recorder_.cellSignals(), recorder_.record());
+        const auto isIt = [&name](const app::ScopeRow& row) { return row.name == name; };
         return int(std::find_if(all.begin(), all.end(), isIt) - all.begin());
     }
     double seamShown() const { return textOf("lblSeam").section(' ', 1, 1).toDouble(); }
@@ -28,7 +28,7 @@ class AppViews : public test::PanelTest {
         auto* const table = find<QWidget>("ProgramWidget")->findChild<QAbstractItemView*>("tableWidget");
         table->setCurrentIndex(table->model()->index(line, 1));
     }
-    /// With what it leaves to the event loop: a run, until it is idle.
+    /// Clicks, and waits until the run that it may start is over.
     void clickAndRun(const QString& name) const {
         click(name);
         QCoreApplication::sendPostedEvents(nullptr, QEvent::MetaCall);
@@ -63,7 +63,7 @@ private slots:
         pass(10);
     }
 
-    void weld_isRecordedAsTheRunnerRecordsIt() {
+    void weld_isRecordedAsByTheRunner() {
         test::writeFile("s.json", test::quoted("[{'at':15003,'do':'input','name':'DI3','value':true}]"));
         const QStringList arguments = {"seam.json", "--settings", ".", "--scenario", "s.json", "--quiet"};
         QCOMPARE(runIn(".", arguments + QStringList{"--vcd", "runner.vcd"}).status, 0);
@@ -71,7 +71,7 @@ private slots:
         QVERIFY(theirs.size() > 10000 && ours == theirs);
     }
 
-    void seam_isKeptUntilTheNextPass() {
+    void seam_staysUntilTheNextRun() {
         robot()->setInput("DI3", true);
         clickAndRun("btnStart");
         const double whole = seamShown();
@@ -109,7 +109,7 @@ private slots:
         QCOMPARE(moves().size(), count - 1);
     }
 
-    void scope_holdsTimeAndReadsAndExportsValues() {
+    void scope_holdsReadsAndExports() {
         panel_->views()->open(1, window());
         const auto end = [this] { return plot_->axisInterval(QwtPlot::xBottom).maxValue(); };
         pass(30000);
@@ -122,28 +122,28 @@ private slots:
         click("btnHold");
         pass(2000);
         QCOMPARE(end(), before + 40000);
-        const int lane = laneOf("LUMO_DI.#2");
-        QVERIFY(laneOf("busy") == 0 && plot_->valueText(lane) == "1");
-        // By the mouse between the edges, then to the edge.
+        const int signalRow = rowOf("LUMO_DI.#2");
+        QVERIFY(rowOf("busy") == 0 && plot_->valueText(signalRow) == "1");
+        // A click between the edges, then a key to the edge.
         const int x = qRound(plot_->canvasMap(QwtPlot::xBottom).transform(end() - 30000));
         QTest::mouseClick(plot_->canvas(), Qt::LeftButton, {}, {x, 40});
-        QCOMPARE(plot_->valueText(lane), "0");
+        QCOMPARE(plot_->valueText(signalRow), "0");
         QTest::keyClick(plot_, Qt::Key_Left);
         QCOMPARE(plot_->cursorMs(), edge);
         find<QComboBox>("cmbRange")->setCurrentIndex(0);
         scope_->exportTo("shown.csv");
         QByteArrayList rows;
         for (const QByteArray& row : test::contentOf("shown.csv").split('\n').mid(1)) {
-            rows << row.split(',')[0] + ' ' + row.split(',').value(lane + 1);
+            rows << row.split(',')[0] + ' ' + row.split(',').value(signalRow + 1);
         }
         QCOMPARE(rows.join(", "), "0.000 1, 20.000 0, 40.000 1,  ");
         pass(60000);
         QCOMPARE(plot_->cursorMs(), edge);
         click("btnHold");  // time goes on and carries the cursor off
-        QVERIFY(!plot_->cursorMs() && plot_->valueText(lane) == "1");
+        QVERIFY(!plot_->cursorMs() && plot_->valueText(signalRow) == "1");
     }
 
-    void export_writesFilesOrSaysWhyNot() {
+    void export_writesFilesOrShowsTheReason() {
         panel_->views()->open(1, window());
         click("btn_png");
         auto* const dialog = scope_->findChild<QFileDialog*>();

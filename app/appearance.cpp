@@ -1,8 +1,14 @@
-#include "app/look.h"
+#include "app/appearance.h"
+
+#include "gantu/bmodule.h"
+#include "gantu/panel.h"
+#include "kord/managerhelper.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QFile>
 #include <QFont>
+#include <QLibraryInfo>
 #include <QProxyStyle>
 #include <QStyleFactory>
 
@@ -12,7 +18,7 @@ namespace {
 
 constexpr int fontPx = 14;
 
-/// Without the icons that some desktops put on the buttons of a dialog, tight against their captions.
+/// Fusion without icons on dialog buttons, which some desktops add too close to the captions.
 class PlainDialogs : public QProxyStyle {
 public:
     PlainDialogs() : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion"))) {}
@@ -27,7 +33,15 @@ public:
 
 }  // namespace
 
-void installLook() {
+void installLanguage(const QString& language) {
+    kord::ManagerHelper::instance()->module()->mobj()->set(nullptr, QStringLiteral("language"), language);
+    translator()->installQMTranslator(QStringLiteral(":/app/language/app_%1.qm").arg(language));
+    const QString qtName = language == QLatin1String("cn") ? QStringLiteral("zh_CN") : language;
+    const QDir folder(QLibraryInfo::location(QLibraryInfo::TranslationsPath));
+    translator()->installQMTranslator(folder.filePath(QStringLiteral("qtbase_%1.qm").arg(qtName)));
+}
+
+void installStyle() {
     QApplication::setStyle(new PlainDialogs);
     QApplication::setPalette(QApplication::style()->standardPalette());
     QFont font;
@@ -36,7 +50,7 @@ void installLook() {
     QApplication::setFont(font);
 }
 
-QString frameStyle() {
+QString frameStyleSheet() {
     QFile file(QStringLiteral(":/app/panel.qss"));
     return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
 }

@@ -1,4 +1,4 @@
-#include "app/cell/choice.h"
+#include "app/cell/segmentedcontrol.h"
 
 #include <QAbstractButton>
 #include <QButtonGroup>
@@ -7,7 +7,7 @@
 
 namespace app {
 
-Choice::Choice(const QString& name, const QStringList& texts, QWidget* parent)
+SegmentedControl::SegmentedControl(const QString& name, const QStringList& texts, QWidget* parent)
     : QWidget(parent), buttons_(new QButtonGroup(this)) {
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
@@ -24,22 +24,22 @@ Choice::Choice(const QString& name, const QStringList& texts, QWidget* parent)
     setCurrent(0);
     connect(buttons_, &QButtonGroup::idClicked, this, [this](int index) {
         setCurrent(current_);
-        emit asked(index);
+        emit clicked(index);
     });
 }
 
-void Choice::setCurrent(int index) {
+void SegmentedControl::setCurrent(int index) {
     current_ = index;
     if (QAbstractButton* button = buttons_->button(index)) {
         button->setChecked(true);
     }
 }
 
-int Choice::current() const {
+int SegmentedControl::current() const {
     return current_;
 }
 
-void Choice::setText(int index, const QString& text) {
+void SegmentedControl::setText(int index, const QString& text) {
     buttons_->button(index)->setText(text);
 }
 

@@ -1,4 +1,4 @@
-#include "app/why/whywatch.h"
+#include "app/status/statuswatcher.h"
 
 #include "app/cell/nodes.h"
 #include "kord/kordservice.h"
@@ -19,7 +19,7 @@ using mendo::ModuleObject;
 namespace {
 
 constexpr int tickMs = 100;
-// A laser that pulses is told as one that is on, as long as its gaps are no longer than this.
+// A pulsed laser counts as on while its gaps are not longer.
 constexpr int pulseGapMs = 500;
 
 // Rows of the port table.
@@ -41,8 +41,7 @@ QString labelOf(int row) {
     return portField(row, QStringLiteral("tag"))->getString();
 }
 
-/// The controller's bit or register that a port is assigned to; the null node when the controller has no such
-/// one.
+/// The data node of the signal that a port is assigned to; the null node when the controller has none.
 const ModuleObject* signalOf(int row) {
     const QString name = portField(row, nameKey)->getString();
     return name.isEmpty() ? ModuleObject::null()
@@ -53,17 +52,17 @@ bool isOn(int row) {
     return isUsed(row) && signalOf(row)->getBool(false);
 }
 
-/// Of an output that a weld needs; empty when it has one.
-QVector<PortTrouble> troubleOf(int row) {
+/// The problem of an output needed for welding; empty without one.
+QVector<PortProblem> problemsOf(int row) {
     const QString name = portField(row, nameKey)->getString();
     if (!isUsed(row)) {
-        return {{PortTrouble::OutOfUse, labelOf(row), name}};
+        return {{PortProblem::OutOfUse, labelOf(row), name}};
     }
     if (name.isEmpty()) {
-        return {{PortTrouble::NotAssigned, labelOf(row), name}};
+        return {{PortProblem::NotAssigned, labelOf(row), name}};
     }
     if (signalOf(row)->isNull()) {
-        return {{PortTrouble::NoSuchSignal, labelOf(row), name}};
+        return {{PortProblem::NoSuchSignal, labelOf(row), name}};
     }
     return {};
 }
@@ -74,8 +73,8 @@ bool isWord(const QString& path, const char* word) {
 
 }  // namespace
 
-WhyState readSwitches() {
-    WhyState state;
+CellStatus readSwitches() {
+    CellStatus state;
     state.power = isWord(node::power, "on");
     state.automatic = isWord(node::mode, "auto");
     state.weldSwitch = m(node::weldSwitch)->getBool(true);
@@ -83,45 +82,45 @@ WhyState readSwitches() {
     return state;
 }
 
-WhyWatch::WhyWatch(const PackageFlags& package, const sim::Controller* controller, const QWidget* page,
-                   QObject* parent)
+StatusWatcher::StatusWatcher(const PackageFlags& package, const sim::Controller* controller,
+                             const QWidget* page, QObject* parent)
     : QObject(parent), package_(package), controller_(controller) {
     tick_.setInterval(tickMs);
-    connect(&tick_, &QTimer::timeout, this, &WhyWatch::refresh);
+    connect(&tick_, &QTimer::timeout, this, &StatusWatcher::refresh);
     gap_.setSingleShot(true);
     gap_.setInterval(pulseGapMs);
-    connect(&gap_, &QTimer::timeout, this, &WhyWatch::refresh);
+    connect(&gap_, &QTimer::timeout, this, &StatusWatcher::refresh);
     followTree();
     followStations(page);
-    connect(controller, &sim::Controller::emergencyStopChanged, this, &WhyWatch::refreshLater);
+    connect(controller, &sim::Controller::emergencyStopChanged, this, &StatusWatcher::refreshLater);
     if (package.executor) {
         connect(package.executor, SIGNAL(activityChanged()), this, SLOT(refreshLater()));
     }
     refresh();
 }
 
-void WhyWatch::followTree() {
+void StatusWatcher::followTree() {
     for (const QString& path : {node::power, node::mode, node::weldSwitch, node::handWeldSwitch,
                                 node::programState, node::currentLine, node::executeLine, node::program,
                                 node::projectToolset, node::weldOpen, node::pausePoint}) {
-        connect(m(path), &ModuleObject::changed, this, &WhyWatch::refreshLater);
+        connect(m(path), &ModuleObject::changed, this, &StatusWatcher::refreshLater);
     }
-    connect(m(node::program), &ModuleObject::added, this, &WhyWatch::refreshLater);
-    connect(m(node::program), &ModuleObject::removed, this, &WhyWatch::refreshLater);
-    connect(m(node::ports), &ModuleObject::changed, this, &WhyWatch::refreshLater);
-    connect(m(node::ports), &ModuleObject::added, this, &WhyWatch::refreshLater);
+    connect(m(node::program), &ModuleObject::added, this, &StatusWatcher::refreshLater);
+    connect(m(node::program), &ModuleObject::removed, this, &StatusWatcher::refreshLater);
+    connect(m(node::ports), &ModuleObject::changed, this, &StatusWatcher::refreshLater);
+    connect(m(node::ports), &ModuleObject::added, this, &StatusWatcher::refreshLater);
     const ModuleObject* registers = kordservice()->dataNode(QStringLiteral("register.values"));
-    connect(registers, &ModuleObject::added, this, &WhyWatch::refreshLater);
-    connect(m(node::programState), &ModuleObject::changed, this, &WhyWatch::onState);
-    connect(m(node::pausePoint), &ModuleObject::changed, this, &WhyWatch::onStopped);
+    connect(registers, &ModuleObject::added, this, &StatusWatcher::refreshLater);
+    connect(m(node::programState), &ModuleObject::changed, this, &StatusWatcher::onState);
+    connect(m(node::pausePoint), &ModuleObject::changed, this, &StatusWatcher::onStopped);
     for (const char* move : {"move.j", "move.l", "move.c"}) {
         connect(kordservice()->commandNode(QLatin1String(move)), &ModuleObject::changed, this,
-                &WhyWatch::onResult);
+                &StatusWatcher::onResult);
     }
 }
 
-/// What the page shows of its stations changes with what it listens to and what waits.
-void WhyWatch::followStations(const QWidget* page) {
+/// The stations' page shows in its table what it waits for.
+void StatusWatcher::followStations(const QWidget* page) {
     stations_ = page ? page->findChild<QWidget*>(QStringLiteral("SignalsBindWidget")) : nullptr;
     const auto* table =
         stations_ ? stations_->findChild<QAbstractItemView*>(QStringLiteral("tableWidget")) : nullptr;
@@ -130,29 +129,29 @@ void WhyWatch::followStations(const QWidget* page) {
         return;
     }
     connect(listening_, SIGNAL(statusChanged(bool)), this, SLOT(refreshLater()));
-    connect(table->model(), &QAbstractItemModel::dataChanged, this, &WhyWatch::refreshLater);
-    connect(table->model(), &QAbstractItemModel::rowsRemoved, this, &WhyWatch::refreshLater);
+    connect(table->model(), &QAbstractItemModel::dataChanged, this, &StatusWatcher::refreshLater);
+    connect(table->model(), &QAbstractItemModel::rowsRemoved, this, &StatusWatcher::refreshLater);
 }
 
-void WhyWatch::refreshLater() {
+void StatusWatcher::refreshLater() {
     if (posted_) {
         return;
     }
     posted_ = true;
-    QMetaObject::invokeMethod(this, &WhyWatch::refresh, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(this, &StatusWatcher::refresh, Qt::QueuedConnection);
 }
 
-void WhyWatch::refresh() {
+void StatusWatcher::refresh() {
     posted_ = false;
     followPorts();
     followLaser();
-    const WhyState now = state();
+    const CellStatus now = state();
     if (!now.hasTime()) {
         tick_.stop();
     } else if (!tick_.isActive()) {
         tick_.start();
     }
-    const QStringList sentences = whyText(now);
+    const QStringList sentences = statusText(now);
     if (sentences == sentences_) {
         return;
     }
@@ -160,12 +159,13 @@ void WhyWatch::refresh() {
     emit changed();
 }
 
-/// The rows are others after settings were loaded, and their signals after they were assigned.
-void WhyWatch::followPorts() {
+/// Connects to the ports' nodes again, because loading settings and assigning signals replaces them.
+void StatusWatcher::followPorts() {
     const auto follow = [this](int row) {
         for (const ModuleObject* watched : {portField(row, enable), portField(row, nameKey), signalOf(row)}) {
             if (!watched->isNull()) {
-                connect(watched, &ModuleObject::changed, this, &WhyWatch::refreshLater, Qt::UniqueConnection);
+                connect(watched, &ModuleObject::changed, this, &StatusWatcher::refreshLater,
+                        Qt::UniqueConnection);
             }
         }
     };
@@ -175,7 +175,7 @@ void WhyWatch::followPorts() {
     }
 }
 
-void WhyWatch::followLaser() {
+void StatusWatcher::followLaser() {
     const bool on = isOn(laserEnableRow);
     if (on || !isBusy()) {
         gap_.stop();
@@ -185,7 +185,7 @@ void WhyWatch::followLaser() {
     laserOn_ = on;
 }
 
-void WhyWatch::onState() {
+void StatusWatcher::onState() {
     const bool busy = isBusy();
     if (busy == wasBusy_) {
         return;
@@ -195,42 +195,42 @@ void WhyWatch::onState() {
         lastError_ = 0;
     }
     const bool isStep = package_.mode() == PackageFlags::SingleStep;
-    if (busy && !isStep) {  // a step leaves the program paused where it was
+    if (busy && !isStep) {  // a single step does not end a pause
         stopped_ = false;
     } else if (!busy && package_.mode() == PackageFlags::ByHand && m(node::weldOpen)->getBool(false)) {
         stopped_ = true;
     }
 }
 
-/// The package writes where the tool is when it stops a run.
-void WhyWatch::onStopped() {
+/// The package writes the pause point when it stops a run.
+void StatusWatcher::onStopped() {
     if (isBusy() && package_.mode() == PackageFlags::ByHand) {
         stopped_ = true;
     }
 }
 
-/// Without drive power, results say nothing of a run.
-void WhyWatch::onResult(const QVariant& code) {
+/// Results without drive power are not errors of a run.
+void StatusWatcher::onResult(const QVariant& code) {
     if (code.toInt() < 0 && isWord(node::power, "on")) {
         lastError_ = code.toInt();
     }
     refreshLater();
 }
 
-bool WhyWatch::isBusy() const {
+bool StatusWatcher::isBusy() const {
     return !isWord(node::programState, "idle");
 }
 
-int WhyWatch::activity(const char* property) const {
+int StatusWatcher::activity(const char* property) const {
     return package_.executor ? package_.executor->property(property).toInt() : 0;
 }
 
-QVariantMap WhyWatch::waiting() const {
+QVariantMap StatusWatcher::waiting() const {
     return package_.executor ? package_.executor->property("waiting").toMap() : QVariantMap();
 }
 
-/// In the dwell, and later until the closing begins, the laser comes on again.
-bool WhyWatch::isInPulseGap() const {
+/// During the dwell and the weld, until the closing begins, the laser will come on again.
+bool StatusWatcher::isInPulseGap() const {
     if (!gap_.isActive()) {
         return false;
     }
@@ -239,25 +239,25 @@ bool WhyWatch::isInPulseGap() const {
     return kind == QLatin1String("dwell") || (m(node::weldOpen)->getBool(false) && !closes);
 }
 
-/// Something may have been lit by hand beside a program's weld: then it is the program's.
-WhyState::Laser WhyWatch::laser() const {
+/// A laser switched on by hand during a program's weld counts as the program's.
+CellStatus::Laser StatusWatcher::laser() const {
     if (!laserOn_ && !isInPulseGap()) {
-        return WhyState::Laser::Off;
+        return CellStatus::Laser::Off;
     }
     const bool runs = isBusy() || activity("depth") > 0 || activity("pendingSteps") > 0;
     const bool byHand = activity("litByHand") != 0;
     if (byHand && !(runs && m(node::weldOpen)->getBool(false))) {
-        return WhyState::Laser::ByHand;
+        return CellStatus::Laser::ByHand;
     }
     if (!runs) {
-        return WhyState::Laser::ByNobody;
+        return CellStatus::Laser::WithoutProgram;
     }
-    return package_.mode() == PackageFlags::ByStation ? WhyState::Laser::ByStation
-                                                      : WhyState::Laser::ByProgram;
+    return package_.mode() == PackageFlags::ByStation ? CellStatus::Laser::ByStation
+                                                      : CellStatus::Laser::ByProgram;
 }
 
-WhyState WhyWatch::state() const {
-    WhyState state = readSwitches();
+CellStatus StatusWatcher::state() const {
+    CellStatus state = readSwitches();
     state.emergencyStop = controller_->emergencyStop();
     state.laser = laser();
     for (const int row : states) {
@@ -265,8 +265,8 @@ WhyState WhyWatch::state() const {
             state.faults << labelOf(row);
         }
     }
-    state.laserPorts = troubleOf(laserEnableRow) + troubleOf(laserPowerRow);
-    state.gasPorts = troubleOf(gasRow);
+    state.laserPorts = problemsOf(laserEnableRow) + problemsOf(laserPowerRow);
+    state.gasPorts = problemsOf(gasRow);
     state.lastError = lastError_;
     state.busy = isBusy();
     state.station = package_.mode() == PackageFlags::ByStation;
@@ -277,8 +277,8 @@ WhyState WhyWatch::state() const {
     return state;
 }
 
-/// What was stopped and has been reset since has neither.
-void WhyWatch::readPause(WhyState* state) const {
+/// After a reset there is neither an open weld nor a pause point.
+void StatusWatcher::readPause(CellStatus* state) const {
     state->pausedInWeld = m(node::weldOpen)->getBool(false);
     const bool isKept = state->pausedInWeld || m(node::pausePoint)->cmobjCount() > 0;
     if (stopped_ && isKept && !state->busy) {
@@ -286,8 +286,8 @@ void WhyWatch::readPause(WhyState* state) const {
     }
 }
 
-/// The project that runs counts as waiting for the page.
-void WhyWatch::readStations(WhyState* state) const {
+/// The page's count includes the running station.
+void StatusWatcher::readStations(CellStatus* state) const {
     state->listening = listening_ && listening_->property("checked").toBool();
     if (stations_) {
         state->waitingStations =
@@ -295,11 +295,11 @@ void WhyWatch::readStations(WhyState* state) const {
     }
 }
 
-void WhyWatch::readWait(WhyState* state) const {
+void StatusWatcher::readWait(CellStatus* state) const {
     const QVariantMap waiting = this->waiting();
     const QString detail = waiting.value(QStringLiteral("detail")).toString();
     state->waiting = waiting.value(QStringLiteral("kind")).toString();
-    state->settling = activity("depth") > 0 || activity("pendingSteps") > 0;
+    state->switchingOff = activity("depth") > 0 || activity("pendingSteps") > 0;
     if (state->busy) {
         state->line =
             m(package_.mode() == PackageFlags::SingleStep ? node::executeLine : node::currentLine)->getInt();
@@ -316,7 +316,7 @@ void WhyWatch::readWait(WhyState* state) const {
     }
     state->input = detail;
     state->waitedMs = std::max<qint64>(0, now - waiting.value(QStringLiteral("since")).toLongLong());
-    // The program may have been edited since: the run has a copy of its own.
+    // The edited program may differ from the running copy.
     const ModuleObject* statement = m(state->station ? node::stationProgram : node::program)->c(state->line);
     if (prog::Signal::from(statement, prog::awaitedInput).address() == detail) {
         state->awaited = statement->c(QStringLiteral("value1"))->getString() == QLatin1String("false")

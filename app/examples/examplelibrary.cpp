@@ -1,4 +1,4 @@
-#include "app/examples/exampleshelf.h"
+#include "app/examples/examplelibrary.h"
 
 #include "app/preferences.h"
 
@@ -14,13 +14,13 @@ constexpr struct {
     const char* name;
     const char* title;
 } titles[] = {
-    {"lap_seam", QT_TRANSLATE_NOOP("ExampleShelf", "搭接直焊缝")},
-    {"flange", QT_TRANSLATE_NOOP("ExampleShelf", "管与法兰环焊缝")},
-    {"box_stitch", QT_TRANSLATE_NOOP("ExampleShelf", "箱盖断续焊")},
-    {"stations", QT_TRANSLATE_NOOP("ExampleShelf", "四个工位")},
+    {"lap_seam", QT_TRANSLATE_NOOP("ExampleLibrary", "搭接直焊缝")},
+    {"flange", QT_TRANSLATE_NOOP("ExampleLibrary", "管与法兰环焊缝")},
+    {"box_stitch", QT_TRANSLATE_NOOP("ExampleLibrary", "箱盖断续焊")},
+    {"stations", QT_TRANSLATE_NOOP("ExampleLibrary", "四个工位")},
 };
 
-/// Those of the checkout that the program was built in, else those that are installed with it.
+/// The examples of the checkout that contains the program, else the installed ones.
 QString shippedFolder() {
     const QString programs = QCoreApplication::applicationDirPath();
     const QString checkout = checkoutOf(programs);
@@ -31,28 +31,28 @@ QString shippedFolder() {
 
 }  // namespace
 
-ExampleShelf::ExampleShelf(const QString& from, const QString& to) : from_(from), to_(to) {}
+ExampleLibrary::ExampleLibrary(const QString& from, const QString& to) : from_(from), to_(to) {}
 
-ExampleShelf ExampleShelf::ofThisProgram() {
+ExampleLibrary ExampleLibrary::ofThisProgram() {
     const QDir data(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation));
     return {shippedFolder(), data.filePath(QStringLiteral("examples"))};
 }
 
-QStringList ExampleShelf::names() const {
+QStringList ExampleLibrary::names() const {
     return from_.isEmpty() ? QStringList()
                            : QDir(from_).entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name);
 }
 
-QString ExampleShelf::title(const QString& name) {
+QString ExampleLibrary::title(const QString& name) {
     for (const auto& known : titles) {
         if (name == QLatin1String(known.name)) {
-            return QCoreApplication::translate("ExampleShelf", known.title);
+            return QCoreApplication::translate("ExampleLibrary", known.title);
         }
     }
     return name;
 }
 
-QString ExampleShelf::take(const QString& name, QString* error) const {
+QString ExampleLibrary::copyForOperator(const QString& name, QString* error) const {
     const QDir source(QDir(from_).filePath(name));
     const QDir copy(QDir(to_).filePath(name));
     if (!names().contains(name) || !QDir().mkpath(copy.path())) {
@@ -69,13 +69,13 @@ QString ExampleShelf::take(const QString& name, QString* error) const {
             *error = target;
             return {};
         }
-        // What is installed may not be written to, and its copy would not either.
+        // A copy has the permissions of the installed file, which may be read-only.
         QFile::setPermissions(target, QFile::permissions(target) | QFile::WriteOwner);
     }
     return copy.path();
 }
 
-QString ExampleShelf::project(const QString& name) const {
+QString ExampleLibrary::project(const QString& name) const {
     const QString file = QDir(to_).filePath(QStringLiteral("%1/%1.json").arg(name));
     return QFile::exists(file) ? file : QString();
 }

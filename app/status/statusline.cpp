@@ -1,6 +1,6 @@
-#include "app/why/whyline.h"
+#include "app/status/statusline.h"
 
-#include "app/why/whywatch.h"
+#include "app/status/statuswatcher.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -9,7 +9,7 @@
 
 namespace app {
 
-WhyLine::WhyLine(const WhyWatch* watch, QWidget* parent)
+StatusLine::StatusLine(const StatusWatcher* watch, QWidget* parent)
     : QFrame(parent), watch_(watch), sign_(new QLabel), text_(new QLabel) {
     setObjectName(QStringLiteral("whyLine"));
     sign_->setObjectName(QStringLiteral("lblWhySign"));
@@ -24,11 +24,11 @@ WhyLine::WhyLine(const WhyWatch* watch, QWidget* parent)
     row->setSpacing(6);
     row->addWidget(sign_);
     row->addWidget(text_, 1);
-    connect(watch, &WhyWatch::changed, this, &WhyLine::refresh);
+    connect(watch, &StatusWatcher::changed, this, &StatusLine::refresh);
     refresh();
 }
 
-void WhyLine::refresh() {
+void StatusLine::refresh() {
     const bool well = watch_->state().isWell();
     const QString sign = well ? QStringLiteral("✓") : QStringLiteral("⚠");
     if (sign_->text() != sign) {
@@ -42,8 +42,8 @@ void WhyLine::refresh() {
     fit();
 }
 
-/// The sentences come in the order of their weight: the end may be cut off.
-void WhyLine::fit() {
+/// Cuts the end off: the most important sentences come first.
+void StatusLine::fit() {
     const QRect room = text_->contentsRect();
     const QString whole = watch_->sentences().join(QStringLiteral("  ·  "));
     QString shown = whole;
@@ -58,7 +58,7 @@ void WhyLine::fit() {
     text_->setText(shown);
 }
 
-void WhyLine::resizeEvent(QResizeEvent* event) {
+void StatusLine::resizeEvent(QResizeEvent* event) {
     QFrame::resizeEvent(event);
     layout()->activate();
     fit();

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "app/status/statustext.h"
 #include "app/why/packageflags.h"
-#include "app/why/whytext.h"
 
 #include <QObject>
 #include <QPointer>
@@ -16,25 +16,25 @@ class Controller;
 
 namespace app {
 
-/// Power, mode and welding switches as they are now; the rest as it is at first.
-WhyState readSwitches();
+/// Reads power, mode and welding switches; everything else has its default.
+CellStatus readSwitches();
 
-/// Follows the cell, what decides whether welding is permitted, what the run waits for, the stations and
-/// whether editing is locked, and says it. Only reads. While a time is told it is told anew every tenth of
-/// a second; at other times nothing is timed.
-class WhyWatch : public QObject {
+/// Watches the cell, the welding permission, the run, the stations and the editing lock, and forms the
+/// status sentences. It only reads. While a sentence contains a running time, a timer refreshes it every
+/// 100 ms.
+class StatusWatcher : public QObject {
     Q_OBJECT
 public:
-    /// `controller` must outlive it. `page` is the package's, with the page of the stations in it.
-    WhyWatch(const PackageFlags& package, const sim::Controller* controller, const QWidget* page,
-             QObject* parent = nullptr);
+    /// `controller` must outlive it. `page` is the package's page, which contains the stations' page.
+    StatusWatcher(const PackageFlags& package, const sim::Controller* controller, const QWidget* page,
+                  QObject* parent = nullptr);
 
-    WhyState state() const;
+    CellStatus state() const;
     const QStringList& sentences() const { return sentences_; }
     bool isTiming() const { return tick_.isActive(); }
 
 signals:
-    /// The sentences have.
+    /// The sentences have changed.
     void changed();
 
 private slots:
@@ -53,10 +53,10 @@ private:
     int activity(const char* property) const;
     QVariantMap waiting() const;
     bool isInPulseGap() const;
-    WhyState::Laser laser() const;
-    void readWait(WhyState* state) const;
-    void readPause(WhyState* state) const;
-    void readStations(WhyState* state) const;
+    CellStatus::Laser laser() const;
+    void readWait(CellStatus* state) const;
+    void readPause(CellStatus* state) const;
+    void readStations(CellStatus* state) const;
 
     PackageFlags package_;
     const sim::Controller* controller_;
@@ -64,10 +64,10 @@ private:
     QPointer<QWidget> listening_;  ///< the stations' switch
     QStringList sentences_;
     QTimer tick_;
-    QTimer gap_;  ///< runs while the laser is off for less than a pulse's gap
+    QTimer gap_;  ///< runs while the laser may be off between two pulses
     bool laserOn_ = false;
     bool wasBusy_ = false;
-    bool stopped_ = false;  ///< the last run by hand was, before its end
+    bool stopped_ = false;  ///< the last run started by hand was stopped before its end
     int lastError_ = 0;
     bool posted_ = false;
 };

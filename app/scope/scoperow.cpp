@@ -1,4 +1,4 @@
-#include "app/scope/lanes.h"
+#include "app/scope/scoperow.h"
 
 #include "app/cell/nodes.h"
 #include "mendo/modulemanager.h"
@@ -12,7 +12,7 @@ namespace {
 
 constexpr double fullScale = 32767;
 
-Lane laneOf(const workcell::CellSignals& cellSignals, int signal, const QString& label) {
+ScopeRow rowOf(const workcell::CellSignals& cellSignals, int signal, const QString& label) {
     const workcell::CellSignal& source = cellSignals.all()[size_t(signal)];
     return {signal, source.name, label.isEmpty() ? source.name : label,
             source.kind == workcell::VcdWriter::Kind::Integer};
@@ -20,27 +20,27 @@ Lane laneOf(const workcell::CellSignals& cellSignals, int signal, const QString&
 
 }  // namespace
 
-double Lane::level(double value) const {
+double ScopeRow::level(double value) const {
     return analogue ? std::clamp(value / fullScale, 0.0, 1.0) : value;
 }
 
-QString Lane::text(double value) const {
+QString ScopeRow::text(double value) const {
     if (!analogue) {
         return value != 0 ? QStringLiteral("1") : QStringLiteral("0");
     }
     return QStringLiteral("%1 %").arg(QString::number(value / fullScale * 100, 'f', 1));
 }
 
-std::vector<Lane> lanesOf(const workcell::CellSignals& cellSignals, const SignalRecord& record) {
-    std::vector<Lane> lanes;
+std::vector<ScopeRow> rowsOf(const workcell::CellSignals& cellSignals, const SignalRecord& record) {
+    std::vector<ScopeRow> rows;
     std::set<int> shown;
     const auto show = [&](int signal, const QString& label) {
         if (signal >= 0 && shown.insert(signal).second) {
-            lanes.push_back(laneOf(cellSignals, signal, label));
+            rows.push_back(rowOf(cellSignals, signal, label));
         }
     };
-    show(cellSignals.indexOf(workcell::signalname::busy), Lane::tr("程序运行"));
-    show(cellSignals.indexOf(workcell::signalname::emission), Lane::tr("激光出光"));
+    show(cellSignals.indexOf(workcell::signalname::busy), ScopeRow::tr("程序运行"));
+    show(cellSignals.indexOf(workcell::signalname::emission), ScopeRow::tr("激光出光"));
     const QList<mendo::ModuleObject*> ports = m(node::ports)->cmobjs();
     for (const mendo::ModuleObject* port : ports) {
         if (port->c(QStringLiteral("enable"))->getBool()) {
@@ -57,7 +57,7 @@ std::vector<Lane> lanesOf(const workcell::CellSignals& cellSignals, const Signal
     for (const int signal : changed) {
         show(signal, {});
     }
-    return lanes;
+    return rows;
 }
 
 }  // namespace app

@@ -7,15 +7,15 @@ class QLabel;
 
 namespace app {
 
-class WhyWatch;
+class StatusWatcher;
 
-/// The line that always tells why: a tick where a weld has all it needs, and the watch's sentences, in
-/// two rows at most; what does not fit is in its tooltip.
-class WhyLine : public QFrame {
+/// Shows the sentences of a StatusWatcher in two lines at most, and a tick when nothing prevents welding.
+/// The tooltip has the whole text.
+class StatusLine : public QFrame {
     Q_OBJECT
 public:
     /// `watch` must outlive it.
-    explicit WhyLine(const WhyWatch* watch, QWidget* parent = nullptr);
+    explicit StatusLine(const StatusWatcher* watch, QWidget* parent = nullptr);
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
@@ -24,7 +24,7 @@ private:
     void refresh();
     void fit();
 
-    const WhyWatch* watch_;
+    const StatusWatcher* watch_;
     QLabel* sign_;
     QLabel* text_;
 };

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QStringList>
+#include <QWidget>
+
+class QButtonGroup;
+
+namespace app {
+
+/// A row of buttons, one of which is checked. A click only emits clicked(); setCurrent() checks a button.
+class SegmentedControl : public QWidget {
+    Q_OBJECT
+public:
+    /// The object name of a button is `name` followed by its index.
+    SegmentedControl(const QString& name, const QStringList& texts, QWidget* parent = nullptr);
+
+    void setCurrent(int index);
+    int current() const;
+    void setText(int index, const QString& text);
+
+signals:
+    void clicked(int index);
+
+private:
+    QButtonGroup* buttons_;
+    int current_ = 0;
+};
+
+}  // namespace app

@@ -1,0 +1,205 @@
+#include "app/status/statustext.h"
+
+#include <QCoreApplication>
+
+namespace app {
+
+/// Translation context of the texts.
+struct StatusText {
+    Q_DECLARE_TR_FUNCTIONS(app::StatusText)
+};
+
+namespace {
+
+struct Wait {
+    const char* kind;
+    const char* text;  ///< %1: remaining time
+};
+
+const Wait waits[] = {
+    {"move", QT_TRANSLATE_NOOP("app::StatusText", "机器人正在运动")},
+    {"zone", QT_TRANSLATE_NOOP("app::StatusText", "机器人正在运动到焊缝终点")},
+    {"preflow", QT_TRANSLATE_NOOP("app::StatusText", "焊前送气，剩余 %1")},
+    {"dwell", QT_TRANSLATE_NOOP("app::StatusText", "激光已打开，机器人停留，剩余 %1")},
+    {"rampdown", QT_TRANSLATE_NOOP("app::StatusText", "激光功率正在下降，剩余 %1")},
+    {"closedelay", QT_TRANSLATE_NOOP("app::StatusText", "激光已关闭，延时结束，剩余 %1")},
+    {"postflow", QT_TRANSLATE_NOOP("app::StatusText", "焊后送气，剩余 %1")},
+    {"delay", QT_TRANSLATE_NOOP("app::StatusText", "延时，剩余 %1")},
+};
+
+/// Adds the line to the text; without a line, the text starts with a capital letter.
+QString atLine(const CellStatus& state, const QString& text) {
+    if (state.line < 0) {
+        return text.left(1).toUpper() + text.mid(1);
+    }
+    const QString place =
+        state.station ? StatusText::tr("工位程序第 %1 行：%2") : StatusText::tr("第 %1 行：%2");
+    return place.arg(QString::number(state.line + 1), text);
+}
+
+QString inputText(const CellStatus& state) {
+    const QString what =
+        state.awaited.isEmpty() ? state.input : QStringLiteral("%1 = %2").arg(state.input, state.awaited);
+    const QString place = state.station ? StatusText::tr("工位程序第 %1 行：等待 %2，已等待 %3")
+                                        : StatusText::tr("第 %1 行：等待 %2，已等待 %3");
+    return place.arg(QString::number(state.line + 1), what, durationText(state.waitedMs));
+}
+
+QString runText(const CellStatus& state) {
+    if (state.waiting == QLatin1String("input")) {
+        return inputText(state);
+    }
+    for (const Wait& wait : waits) {
+        if (state.waiting != QLatin1String(wait.kind)) {
+            continue;
+        }
+        const QString text = StatusText::tr(wait.text);
+        return atLine(state, state.leftMs < 0 ? text : text.arg(durationText(state.leftMs)));
+    }
+    return state.busy ? atLine(state, StatusText::tr("正在执行"))
+                      : StatusText::tr("正在关闭激光、气体和送丝");
+}
+
+QString idleText(const CellStatus& state) {
+    if (state.pausedLine < 0) {
+        return StatusText::tr("没有程序在运行");
+    }
+    return (state.pausedInWeld ? StatusText::tr("在第 %1 行暂停，焊缝未完成")
+                               : StatusText::tr("在第 %1 行暂停"))
+        .arg(state.pausedLine + 1);
+}
+
+/// Empty when the laser is off.
+QString laserText(CellStatus::Laser laser) {
+    switch (laser) {
+        case CellStatus::Laser::ByProgram:
+            return StatusText::tr("激光已由程序打开");
+        case CellStatus::Laser::ByStation:
+            return StatusText::tr("激光已由工位程序打开");
+        case CellStatus::Laser::ByHand:
+            return StatusText::tr("激光已手动打开");
+        case CellStatus::Laser::WithoutProgram:
+            return StatusText::tr("激光已打开，但没有程序在运行");
+        case CellStatus::Laser::Off:
+            break;
+    }
+    return QString();
+}
+
+QString portText(const PortProblem& trouble) {
+    switch (trouble.kind) {
+        case PortProblem::NotAssigned:
+            return StatusText::tr("端口“%1”未分配").arg(trouble.port);
+        case PortProblem::NoSuchSignal:
+            return StatusText::tr("端口“%1”分配到不存在的 %2").arg(trouble.port, trouble.signal);
+        case PortProblem::OutOfUse:
+            break;
+    }
+    return StatusText::tr("端口“%1”已停用").arg(trouble.port);
+}
+
+QString listed(const QStringList& things) {
+    return things.join(StatusText::tr("、"));
+}
+
+QStringList reasonsAgainstWelding(const CellStatus& state) {
+    QStringList reasons;
+    for (const auto& ports : {state.laserPorts, state.gasPorts}) {
+        for (const PortProblem& trouble : ports) {
+            reasons << portText(trouble);
+        }
+    }
+    if (!state.power) {
+        reasons << StatusText::tr("驱动未上电");
+    }
+    if (!state.weldSwitch) {
+        reasons << StatusText::tr("焊接开关已关闭");
+    }
+    if (!state.automatic && !state.handWeldSwitch) {
+        reasons << StatusText::tr("手动模式下手动焊接开关已关闭");
+    }
+    return reasons;
+}
+
+/// Empty when welding is permitted but an equipment fault was reported before.
+QString weldText(const CellStatus& state) {
+    const QString reasons = listed(reasonsAgainstWelding(state));
+    if (!state.isPermitted()) {
+        return StatusText::tr("不能焊接：%1").arg(reasons);
+    }
+    if (!reasons.isEmpty()) {
+        return StatusText::tr("焊接没有保护气：%1").arg(reasons);
+    }
+    return state.faults.isEmpty() ? StatusText::tr("允许焊接") : QString();
+}
+
+QString stationsText(const CellStatus& state) {
+    return state.waitingStations > 0
+               ? StatusText::tr("正在监听工位，%1 个等待启动").arg(state.waitingStations)
+               : StatusText::tr("正在监听工位");
+}
+
+/// Empty when editing is not locked.
+QString editingText(const CellStatus& state) {
+    if (!state.projectOpen) {
+        return StatusText::tr("编辑已锁定：没有打开的工程");
+    }
+    if (state.busy) {
+        return StatusText::tr("编辑已锁定：程序正在运行");
+    }
+    return state.power ? StatusText::tr("编辑已锁定：驱动已上电") : QString();
+}
+
+}  // namespace
+
+bool CellStatus::hasTime() const {
+    return leftMs >= 0 || waiting == QLatin1String("input");
+}
+
+bool CellStatus::isWell() const {
+    return isPermitted() && gasPorts.isEmpty() && faults.isEmpty() && lastError == 0 && !emergencyStop &&
+           laser != Laser::ByHand && laser != Laser::WithoutProgram;
+}
+
+QStringList statusText(const CellStatus& state) {
+    const bool runs = state.busy || state.switchingOff || !state.waiting.isEmpty();
+    QStringList sentences;
+    if (state.emergencyStop) {
+        sentences << StatusText::tr("急停已按下");
+    }
+    sentences << laserText(state.laser);
+    if (!state.faults.isEmpty()) {
+        sentences << StatusText::tr("设备异常：%1").arg(listed(state.faults));
+    }
+    if (state.lastError < 0) {
+        sentences
+            << StatusText::tr("上次运行失败：机器人运动错误 -0x%1").arg(-qint64(state.lastError), 0, 16);
+    }
+    if (runs) {
+        sentences << runText(state);
+    }
+    sentences << weldText(state);
+    if (!runs) {
+        sentences << idleText(state);
+    }
+    if (state.listening) {
+        sentences << stationsText(state);
+    }
+    sentences << editingText(state);
+    sentences.removeAll(QString());
+    return sentences;
+}
+
+QString durationText(qint64 ms) {
+    if (ms < 1000) {
+        return StatusText::tr("%1 毫秒").arg(ms);
+    }
+    const qint64 seconds = ms / 1000;
+    if (seconds < 60) {
+        return StatusText::tr("%1 秒").arg(seconds);
+    }
+    return StatusText::tr("%1 分").arg(
+        QStringLiteral("%1:%2").arg(seconds / 60).arg(seconds % 60, 2, 10, QLatin1Char('0')));
+}
+
+}  // namespace app

@@ -1,0 +1,73 @@
+#pragma once
+
+#include <QStringList>
+#include <QVector>
+
+namespace app {
+
+/// Why an output needed for welding does not work.
+struct PortProblem {
+    enum Kind { OutOfUse, NotAssigned, NoSuchSignal };
+
+    Kind kind = OutOfUse;
+    QString port;    ///< the port's name in the panel's language
+    QString signal;  ///< the assigned signal that the controller does not have
+};
+
+/// State of cell, welding permission, run and editing, as values.
+struct CellStatus {
+    /// What has switched the laser on.
+    enum class Laser { Off, ByProgram, ByStation, ByHand, WithoutProgram };
+
+    // The cell.
+    bool emergencyStop = false;
+    Laser laser = Laser::Off;
+    QStringList faults;  ///< names of the inputs that report a fault, in the panel's language
+
+    // Welding.
+    bool power = true;
+    bool automatic = true;
+    bool weldSwitch = true;
+    bool handWeldSwitch = false;
+    QVector<PortProblem> laserPorts;  ///< problems that keep the laser off
+    QVector<PortProblem> gasPorts;    ///< problems that leave the weld without shielding gas
+
+    // The run.
+    int lastError = 0;  ///< result of the failed motion in the last run; 0 for none
+    bool busy = false;
+    bool station = false;  ///< a station's program runs, not the edited one
+    int line = -1;         ///< from 0; -1 for none
+    QString waiting;       ///< the executor's kind of wait; empty for none
+    QString input;         ///< the input waited for
+    QString awaited;       ///< the state waited for; empty when not known
+    qint64 waitedMs = 0;
+    qint64 leftMs = -1;         ///< -1: unlimited
+    bool switchingOff = false;  ///< the run has ended, its equipment is still being switched off
+    int pausedLine = -1;        ///< where Start continues, from 0; -1 for none
+    bool pausedInWeld = false;
+    bool listening = false;  ///< the stations' inputs are watched
+    int waitingStations = 0;
+
+    // Editing.
+    bool projectOpen = true;
+
+    /// Whether mode and switches permit welding.
+    bool isSwitchedOn() const { return weldSwitch && (automatic || handWeldSwitch); }
+    /// Whether the laser would come on.
+    bool isPermitted() const { return isSwitchedOn() && power && laserPorts.isEmpty(); }
+    /// Whether nothing prevents welding, the last run did not fail, and the laser is not on without a
+    /// program.
+    bool isWell() const;
+    /// Whether a sentence contains a running time.
+    bool hasTime() const;
+};
+
+/// The sentences for the operator in the panel's language, the most important first: emergency stop, laser
+/// on, equipment faults, error of the last run, the run, welding permission, a paused program, stations, and
+/// why editing is locked.
+QStringList statusText(const CellStatus& state);
+
+/// "80 ms", "12 s" or "2:05 min".
+QString durationText(qint64 ms);
+
+}  // namespace app
