@@ -1,8 +1,7 @@
 #include "app/appearance.h"
 
-#include "gantu/bmodule.h"
 #include "gantu/panel.h"
-#include "kord/managerhelper.h"
+#include "workcell/workcell.h"
 
 #include <QApplication>
 #include <QDir>
@@ -34,7 +33,7 @@ public:
 }  // namespace
 
 void installLanguage(const QString& language) {
-    kord::ManagerHelper::instance()->module()->mobj()->set(nullptr, QStringLiteral("language"), language);
+    workcell::setLanguage(language);
     translator()->installQMTranslator(QStringLiteral(":/app/language/app_%1.qm").arg(language));
     const QString qtName = language == QLatin1String("cn") ? QStringLiteral("zh_CN") : language;
     const QDir folder(QLibraryInfo::location(QLibraryInfo::TranslationsPath));

@@ -8,12 +8,12 @@
 #include "app/quitsignals.h"
 #include "app/scope/scopeexport.h"
 #include "app/scope/signalrecorder.h"
-#include "app/shots/gallery.h"
 #include "app/views/viewswindow.h"
 #include "gantu/package.h"
 #include "mendo/modulemanager.h"
+#include "program/words.h"
 #include "simulator/time/pacedtime.h"
-#include "simulator/time/virtualtime.h"
+#include "workcell/commandline.h"
 
 #include <QApplication>
 #include <QDir>
@@ -21,11 +21,9 @@
 #include <QLocale>
 #include <QSaveFile>
 #include <QScreen>
-#include <QTextCodec>
 #include <QTimer>
 
 #include <unistd.h>
-#include <cstdio>
 #include <cstdlib>
 
 namespace {
@@ -37,25 +35,22 @@ constexpr QSize size(1280, 800);
 
 /// Prints an error and returns the exit status.
 int fail(const QString& text, int status) {
-    std::fprintf(stderr, "lumo-panel: %s\n", text.toUtf8().constData());
+    workcell::printError("lumo-panel", text);
     return status;
 }
 
 int print(const QString& text) {
-    std::fputs(text.toUtf8().constData(), stdout);
+    workcell::print(text);
     return 0;
 }
 
-/// Prints Qt's warnings and errors, except those of the offscreen platform for every window and those about
-/// a missing login session. Debug messages are dropped. Exits without a core dump when there is no display.
+/// Prints Qt's warnings and errors. Exits without a core dump when there is no display.
 void onQtMessage(QtMsgType type, const QMessageLogContext&, const QString& text) {
-    const bool noise = text.startsWith(QLatin1String("This plugin does not support")) ||
-                       text.startsWith(QLatin1String("QStandardPaths:"));
     if (type == QtFatalMsg) {
         fail(QStringLiteral("no display can be opened"), noDisplay);
         std::_Exit(noDisplay);
     }
-    if (type != QtDebugMsg && type != QtInfoMsg && !noise) {
+    if (workcell::isComplaint(type, text)) {
         fail(text, failed);
     }
 }
@@ -134,21 +129,6 @@ void showPendantSoon(app::Panel* panel) {
     timer->start(latestMs);
 }
 
-/// Offscreen and on virtual time, so that the pictures are always the same.
-int takePictures(const app::Options& options, int& argc, char** argv) {
-    if (options.language.isEmpty()) {
-        const QCoreApplication application(argc, argv);
-        return app::writeEveryGallery(options.screenshots);
-    }
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    qInstallMessageHandler(onQtMessage);
-    sim::VirtualTime::install();
-    const QApplication application(argc, argv);
-    app::installStyle();
-    app::installLanguage(options.language);
-    return app::writeGallery(options.screenshots, options.language);
-}
-
 /// Writes the recorded signals (at most the last ten minutes) to a VCD file.
 bool writeSignals(const app::Panel& panel, const QString& fileName) {
     QSaveFile file(fileName);
@@ -176,7 +156,7 @@ int run(app::Options options, sim::PacedTime* time, QString* example) {
     app::installStyle();
     app::Panel panel;
     QString error;
-    if (!panel.open(gantu::findLibrary(QStringLiteral("lumo")), &error)) {
+    if (!panel.open(gantu::findLibrary(prog::key::lumo), &error)) {
         return fail(error, failed);
     }
     QObject::connect(&panel, &app::Panel::speedChosen, time, &sim::PacedTime::setFactor);
@@ -200,13 +180,9 @@ int run(app::Options options, sim::PacedTime* time, QString* example) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));  // file names are UTF-8 in any locale
-    QStringList arguments;
-    for (int i = 1; i < argc; ++i) {
-        arguments.append(QFile::decodeName(argv[i]));
-    }
     QString error;
-    const std::optional<app::Options> options = app::parseOptions(arguments, &error);
+    const std::optional<app::Options> options =
+        app::parseOptions(workcell::decodedArguments(argc, argv), &error);
     if (!options) {
         return fail(error, badUsage);
     }
@@ -219,9 +195,6 @@ int main(int argc, char** argv) {
     QCoreApplication::setOrganizationName(QStringLiteral("lumo"));
     QCoreApplication::setApplicationName(QStringLiteral("lumo-panel"));
     int programOnly = 1;  // without the arguments, which Qt would take for its own options
-    if (!options->screenshots.isEmpty()) {
-        return takePictures(*options, programOnly, argv);
-    }
     sim::PacedTime* const time = sim::PacedTime::install();
     qInstallMessageHandler(onQtMessage);
     QString example, program;

@@ -1,6 +1,7 @@
 #include "app/navigation.h"
 
 #include "mendo/modulemanager.h"
+#include "program/words.h"
 
 #include <QAbstractButton>
 #include <QButtonGroup>
@@ -15,8 +16,6 @@ namespace app {
 
 namespace {
 
-const QString pagesPath = QStringLiteral("pel.navo.pages");
-
 struct Page {
     QString key, title, group, icon;
 };
@@ -24,7 +23,7 @@ struct Page {
 /// The pages with a key, grouped; groups in the order of their first page.
 QVector<Page> readPages() {
     QVector<Page> pages;
-    for (const mendo::ModuleObject* node : m(pagesPath)->cmobjs()) {
+    for (const mendo::ModuleObject* node : m(prog::key::pages)->cmobjs()) {
         const auto field = [node](const char* name) { return node->c(QLatin1String(name))->getString(); };
         const Page page{field("nav"), field("title"), field("group"), field("icon")};
         if (page.key.isEmpty()) {
@@ -64,7 +63,7 @@ Navigation::Navigation(QWidget* parent)
 
 void Navigation::refresh() {
     posted_ = false;
-    mendo::ModuleObject* list = m(pagesPath);
+    mendo::ModuleObject* list = m(prog::key::pages);
     if (!following_ && !list->isNull()) {
         following_ = true;
         connect(list, &mendo::ModuleObject::added, this, &Navigation::refreshLater);
@@ -101,11 +100,6 @@ void Navigation::select(const QString& key) {
     for (QAbstractButton* button : buttons) {
         button->setChecked(button->property("key").toString() == key);
     }
-}
-
-QString Navigation::firstKey() const {
-    const QVector<Page> pages = readPages();
-    return pages.isEmpty() ? QString() : pages.first().key;
 }
 
 }  // namespace app

@@ -18,8 +18,6 @@ public:
     void refresh();
     /// Checks the button of the page shown.
     void select(const QString& key);
-    /// The key of the first page; empty without one.
-    QString firstKey() const;
 
 signals:
     /// The operator has chosen the page whose module is registered under `key`.

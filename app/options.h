@@ -14,7 +14,6 @@ struct Options {
     QString project;   ///< to be opened at start
     QString example;   ///< whose copy to open instead
     QString vcd;       ///< where the cell's signals are written at the end
-    QString screenshots;
     bool help = false;
     bool version = false;
 };
@@ -22,9 +21,6 @@ struct Options {
 /// Reads the arguments (without the program's name). Nothing, with one line in `error`, when they make
 /// no sense. File names are taken relative to the current directory.
 std::optional<Options> parseOptions(const QStringList& arguments, QString* error);
-
-/// The languages, in the order in which they are offered.
-QStringList languages();
 
 /// The line that --version prints.
 QString versionText();

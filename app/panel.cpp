@@ -16,11 +16,7 @@
 #include "app/status/statusline.h"
 #include "app/status/statuswatcher.h"
 #include "app/views/viewswindow.h"
-#include "gantu/panel.h"
-#include "kord/kordservice.h"
 #include "mendo/modulemanager.h"
-#include "simulator/cell.h"
-#include "simulator/controller.h"
 #include "workcell/treefollower.h"
 
 #include <QAbstractButton>
@@ -30,39 +26,36 @@
 
 namespace app {
 
-Panel::Panel()
-    : controller_(new sim::Controller(kordservice(), {}, this)), window_(std::make_unique<PanelWindow>()) {
-    controller_->setPower(false);
-    setInstantiatedCenterWidget(window_->pages());
+Panel::Panel() : window_(std::make_unique<PanelWindow>()) {
+    cell_ = new workcell::WorkCell(window_->pages(), {}, this);
+    controller()->setPower(false);
     connect(m(), &mendo::ModuleManager::fileProblem, this, &Panel::onFileProblem);
     connect(window_->navigation(), &Navigation::chosen, this, &Panel::showPage);
 }
 
-Panel::~Panel() = default;
+/// Deletes the pages before the window that shows them.
+Panel::~Panel() {
+    cell_->close();
+}
 
 bool Panel::open(const QString& libraryFile, QString* error) {
-    cell_ = new sim::Cell(controller_, sim::readWiring(QStringLiteral("lumo_port.json")), this);
-    // Before the package: what changes is recorded before what it causes.
+    cell_->wire();
+    // Before the package: a change is recorded before its consequences.
     follower_ = new workcell::TreeFollower(this);
-    recorder_ = new SignalRecorder(controller_, cell_, follower_, this);
-    seams_ = new SeamTrack(controller_, cell_, follower_, this);
-    if (!package_.load(libraryFile, QStringLiteral("lumo"), error)) {
+    recorder_ = new SignalRecorder(controller(), cell_->cell(), follower_, this);
+    seams_ = new SeamTrack(controller(), cell_->cell(), follower_, this);
+    if (!cell_->open(libraryFile, error)) {
         return false;
     }
-    Navigation* navigation = window_->navigation();
-    navigation->refresh();
-    libraryFile_ = libraryFile;
-    page_ = showPage(navigation->firstKey());
-    if (!page_) {
-        *error = QStringLiteral("the package has no page");
-        return false;
-    }
-    auto* strip = new CellStrip(controller_, cell_, window_->stripParent());
+    page_ = window_->pages()->currentWidget();
+    window_->navigation()->refresh();
+    window_->navigation()->select(workcell::WorkCell::firstPage());
+    auto* strip = new CellStrip(controller(), cell_->cell(), window_->stripParent());
     connect(strip, &CellStrip::speedChosen, this, &Panel::speedChosen);
     connect(strip, &CellStrip::speedChosen, window_.get(), &PanelWindow::showSpeed);
     window_->setStrip(strip);
     offerViews();
-    makeStatus(libraryFile);
+    makeStatus();
     makeExamples();
     return true;
 }
@@ -74,14 +67,14 @@ void Panel::makeExamples() {
     examples->connectToTree();
 }
 
-void Panel::makeStatus(const QString& libraryFile) {
-    const PackageFlags package = PackageFlags::find(libraryFile);
-    window_->setStatus(new StatusLine(new StatusWatcher(package, controller_, page_, this)),
+void Panel::makeStatus() {
+    const workcell::PackageFlags package = packageFlags();
+    window_->setStatus(new StatusLine(new StatusWatcher(package, controller(), page_, this)),
                        new ProgressView(new RunWatcher(package, this)));
 }
 
 void Panel::offerViews() {
-    // Seams of another program say nothing about this one, whether they are looked at or not.
+    // The seams of another program are dropped, also while the views are closed.
     connect(new ProgramFollower(this), &ProgramFollower::replaced, seams_, &SeamTrack::clear);
     window_->offerViews();
     connect(window_.get(), &PanelWindow::viewsAsked, this,
@@ -98,15 +91,15 @@ ViewsWindow* Panel::views() {
 
 PendantWindow* Panel::pendant() {
     if (!pendant_) {
-        pendant_ = std::make_unique<PendantWindow>(controller_);
+        pendant_ = std::make_unique<PendantWindow>(controller());
     }
     return pendant_.get();
 }
 
 void Panel::makeViews() {
     views_ = std::make_unique<ViewsWindow>();
-    auto* path = new PathPage(seams_, PackageFlags::find(libraryFile_));
-    // Other pages have a table of that name too.
+    auto* path = new PathPage(seams_, packageFlags());
+    // Other pages have a table of that name, too.
     if (const auto* editor = page_ ? page_->findChild<QWidget*>(QStringLiteral("ProgramWidget")) : nullptr) {
         path->followTable(editor->findChild<QAbstractItemView*>(QStringLiteral("tableWidget")));
     }
@@ -115,18 +108,10 @@ void Panel::makeViews() {
     connect(views_.get(), &ViewsWindow::opened, window_.get(), &PanelWindow::showViewsOpen);
 }
 
-QWidget* Panel::showPage(const QString& key) {
-    QWidget* page = package_.page(key);
-    if (!page) {
-        return nullptr;
+void Panel::showPage(const QString& key) {
+    if (cell_->showPage(key)) {
+        window_->navigation()->select(key);
     }
-    QStackedWidget* pages = window_->pages();
-    if (pages->indexOf(page) < 0) {
-        pages->addWidget(page);
-    }
-    pages->setCurrentWidget(page);
-    window_->navigation()->select(key);
-    return page;
 }
 
 bool Panel::openProject(const QString& file) {

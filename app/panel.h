@@ -1,7 +1,7 @@
 #pragma once
 
 #include "app/panelwindow.h"
-#include "gantu/package.h"
+#include "workcell/workcell.h"
 
 #include <QObject>
 #include <QPointer>
@@ -11,10 +11,6 @@
 namespace workcell {
 class TreeFollower;
 }
-namespace sim {
-class Cell;
-class Controller;
-}  // namespace sim
 
 namespace app {
 
@@ -23,13 +19,12 @@ class SeamTrack;
 class SignalRecorder;
 class ViewsWindow;
 
-/// The host around the package: the robot service with a simulated controller and weld cell behind
-/// it, the panel's window, and the package in it. One in a process; language and working directory
-/// are set before.
+/// The operator panel: a simulated work cell with the package, the windows that show it, and what they
+/// record. One in a process; language and working directory are set before.
 class Panel : public QObject {
     Q_OBJECT
 public:
-    /// Makes the controller, as it is when it comes up: without drive power, in automatic mode.
+    /// Makes the controller as it is after booting: without drive power, in automatic mode.
     Panel();
     ~Panel() override;
 
@@ -37,44 +32,42 @@ public:
     /// the working directory tells. False, with the reason in `error`, when there is no such package.
     bool open(const QString& libraryFile, QString* error);
 
-    /// Opens a project as a hand does, with the page's Open button. False when the page has none that
-    /// answers.
+    /// Opens a project with the page's Open button and file dialog. False when the page has none.
     bool openProject(const QString& file);
 
     PanelWindow* window() const { return window_.get(); }
-    sim::Controller* controller() const { return controller_; }
+    sim::Controller* controller() const { return cell_->controller(); }
+    /// Of the open panel.
+    workcell::PackageFlags packageFlags() const { return cell_->flags(); }
     /// Of the open panel.
     const SignalRecorder* recorder() const { return recorder_; }
-    /// The window of the views and the pendant of the open panel, made when they are first asked for: the
-    /// panel is on the screen sooner without them.
+    /// The window of the views and the pendant of the open panel, made at the first call, so that the panel
+    /// is on the screen sooner.
     ViewsWindow* views();
     PendantWindow* pendant();
 
 signals:
-    /// How many times as fast as the wall clock the cell is to run: whoever keeps the time sees to it.
+    /// How many times as fast as the wall clock the cell is to run.
     void speedChosen(double factor);
-    /// The operator wants an example, which is a panel of its own: it has other settings.
+    /// The operator chose an example, which needs a new process: it has other settings.
     void exampleChosen(const QString& name);
 
 private:
-    QWidget* showPage(const QString& key);
+    void showPage(const QString& key);
     void makeViews();
     void offerViews();
-    void makeStatus(const QString& libraryFile);
+    void makeStatus();
     void makeExamples();
     void onFileProblem(const QString& fileName, int line, int column, const QString& reason);
 
-    sim::Controller* controller_;
-    sim::Cell* cell_ = nullptr;
+    workcell::WorkCell* cell_;
     workcell::TreeFollower* follower_ = nullptr;
     SignalRecorder* recorder_ = nullptr;
     SeamTrack* seams_ = nullptr;
     std::unique_ptr<PanelWindow> window_;
     std::unique_ptr<ViewsWindow> views_;
     std::unique_ptr<PendantWindow> pendant_;
-    gantu::Package package_;
-    QString libraryFile_;
-    QPointer<QWidget> page_;  ///< the package's first, with its editor
+    QPointer<QWidget> page_;  ///< the package's first page, with its editor
 };
 
 }  // namespace app

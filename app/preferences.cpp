@@ -1,6 +1,6 @@
 #include "app/preferences.h"
 
-#include "app/options.h"
+#include "workcell/commandline.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -80,7 +80,7 @@ QString defaultFolder(const QString& current) {
 
 QString Preferences::language() {
     const QString language = Store().value(languageKey).toString();
-    return languages().contains(language) ? language : QString();
+    return workcell::languages().contains(language) ? language : QString();
 }
 
 void Preferences::rememberLanguage(const QString& language) {

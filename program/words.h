@@ -39,6 +39,7 @@ constexpr QLatin1String dialogStatement = "lumo.dialog.statement"_l1;
 constexpr QLatin1String keypad = "lumo.keypad"_l1;
 
 // Resume data.
+constexpr QLatin1String current = "lumo.current"_l1;
 constexpr QLatin1String currentLine = "lumo.current.line"_l1;
 constexpr QLatin1String currentType = "lumo.current.programtype"_l1;
 constexpr QLatin1String currentMoveType = "lumo.current.programmovetype"_l1;
@@ -49,6 +50,7 @@ constexpr QLatin1String currentPausePoint = "lumo.current.pausepoint"_l1;
 constexpr QLatin1String weldOpen = "lumo.current.openmiddlecolse"_l1;
 
 // The executor.
+constexpr QLatin1String execute = "lumo.execute"_l1;
 constexpr QLatin1String executeLine = "lumo.execute.line"_l1;
 constexpr QLatin1String executeState = "lumo.execute.state"_l1;
 constexpr QLatin1String triggerStart = "lumo.execute.trigger.start"_l1;
@@ -61,8 +63,13 @@ constexpr QLatin1String robotPower = "kord.r.power"_l1;
 constexpr QLatin1String robotState = "kord.r.state"_l1;
 constexpr QLatin1String robotMode = "kord.r.mode"_l1;
 constexpr QLatin1String posture = "sys.posture"_l1;
+constexpr QLatin1String posturePlace = "sys.posture.trans"_l1;
+constexpr QLatin1String postureJoints = "sys.posture.near"_l1;
 constexpr QLatin1String sysInfo = "sys.info"_l1;
+constexpr QLatin1String jointCount = "sys.info.joint_num"_l1;
 constexpr QLatin1String defaultZone = "move.default_zone"_l1;
+constexpr QLatin1String robot = "kord.r"_l1;
+constexpr QLatin1String pages = "pel.navo.pages"_l1;
 constexpr QLatin1String deviceIo = "device.io"_l1;
 constexpr QLatin1String registerValues = "register.values"_l1;
 constexpr QLatin1String registerList = "rova.robot.register._list"_l1;
@@ -152,6 +159,20 @@ constexpr QLatin1String portAnalog = "AO"_l1;
 constexpr QLatin1String falseText = "false"_l1;
 constexpr QLatin1String trueText = "true"_l1;
 }  // namespace word
+
+/// Files in the working directory.
+namespace file {
+constexpr QLatin1String ports = "lumo_port.json"_l1;
+constexpr QLatin1String parameters = "lumo_param.json"_l1;
+constexpr QLatin1String stations = "lumo_signalsConfig.json"_l1;
+}  // namespace file
+
+/// Values of the package's global `hand_or_signalbing`: what the next trigger starts.
+namespace runmode {
+constexpr int byHand = 0;
+constexpr int byStation = 1;
+constexpr int singleStep = 2;
+}  // namespace runmode
 
 /// Commands of the robot service.
 namespace command {

@@ -28,7 +28,7 @@ void writeOptions(JsonWriter& line, const Options& options) {
         line.key(QStringLiteral("line")).integer(options.line);
     }
     line.key(QStringLiteral("axes")).integer(options.axes);
-    line.key(QStringLiteral("no-write-multi")).boolean(!options.writeMulti);
+    line.key(QStringLiteral("no-write-multi")).boolean(options.noWriteMulti);
     if (!options.scenario.isEmpty()) {
         line.key(QStringLiteral("scenario")).string(QFileInfo(options.scenario).fileName());
     }

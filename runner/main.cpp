@@ -3,11 +3,10 @@
 #include "runner/problem.h"
 #include "runner/session.h"
 #include "simulator/time/virtualtime.h"
+#include "workcell/commandline.h"
 
 #include <QApplication>
-#include <QTextCodec>
 
-#include <cstdio>
 #include <memory>
 
 #ifdef __SANITIZE_ADDRESS__
@@ -18,21 +17,13 @@ namespace {
 
 constexpr int badInput = 2;
 
-/// Trace output of the package's debug stream is nobody's business here; what Qt complains about is.
 void onQtMessage(QtMsgType type, const QMessageLogContext&, const QString& text) {
-    // Said by the offscreen platform for every window, and wherever there is no login session.
-    const bool noise = text.startsWith(QLatin1String("This plugin does not support")) ||
-                       text.startsWith(QLatin1String("QStandardPaths:"));
-    if (type != QtDebugMsg && type != QtInfoMsg && !noise) {
+    if (workcell::isComplaint(type, text)) {
         run::printWarning(text);
     }
 }
 
-void print(const QString& text) {
-    std::fputs(text.toUtf8().constData(), stdout);
-}
-
-/// Qt's offscreen platform leaves its screen behind, which a leak check is not to count as ours.
+/// Qt's offscreen platform never deletes its screen: keep that out of the leak check.
 std::unique_ptr<QApplication> makeApplication(int& argc, char** argv) {
 #ifdef __SANITIZE_ADDRESS__
     const __lsan::ScopedDisabler qtsOwn;
@@ -48,11 +39,11 @@ int answer(const QStringList& arguments) {
         return badInput;
     }
     if (options->help) {
-        print(run::usage());
+        workcell::print(run::usage());
         return 0;
     }
     if (options->version) {
-        print(run::versionText());
+        workcell::print(run::versionText());
         return 0;
     }
     if (options->point.empty()) {
@@ -63,7 +54,7 @@ int answer(const QStringList& arguments) {
         run::printError(problem.text());
         return badInput;
     }
-    print(QString::fromUtf8(*record) + QLatin1Char('\n'));
+    workcell::print(QString::fromUtf8(*record) + QLatin1Char('\n'));
     return 0;
 }
 
@@ -72,13 +63,9 @@ int answer(const QStringList& arguments) {
 int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     qInstallMessageHandler(onQtMessage);
-    QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));  // file names, in any locale
-    QStringList arguments;
-    for (int i = 1; i < argc; ++i) {
-        arguments.append(QFile::decodeName(argv[i]));
-    }
+    const QStringList arguments = workcell::decodedArguments(argc, argv);
     sim::VirtualTime::install();
-    int programOnly = 1;  // Qt's own options are none of ours
+    int programOnly = 1;  // no options of Qt's own
     const std::unique_ptr<QApplication> application = makeApplication(programOnly, argv);
     QApplication::setQuitOnLastWindowClosed(false);
     return answer(arguments);

@@ -1,206 +1,142 @@
 #include "runner/options.h"
 
+#include "program/words.h"
+#include "workcell/commandline.h"
+
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
-#include <QHash>
 
 #include <algorithm>
 #include <cmath>
 #include <limits>
 
+#include <sys/stat.h>
+
 namespace run {
 
 namespace {
 
-using Handler = bool (*)(Options&, const QString&, QString*);
+using workcell::Option;
 
-/// One option: its name, what stands for its value ("" for a switch), help and reader.
-struct Option {
-    const char* name;
-    const char* value;
-    const char* help;
-    Handler read;
-};
-
-bool oneOf(const QString& text, const QStringList& words, QString* reason) {
-    if (words.contains(text)) {
-        return true;
-    }
-    *reason = QStringLiteral("is none of %1").arg(words.join(QStringLiteral(", ")));
-    return false;
-}
-
-bool onOff(const QString& text, bool* value, QString* reason) {
-    *value = text == QLatin1String("on");
-    return oneOf(text, {QStringLiteral("on"), QStringLiteral("off")}, reason);
+QString readOnOff(const QString& text, bool* value) {
+    QString word;
+    const QString reason = workcell::readWord(text, {QStringLiteral("on"), QStringLiteral("off")}, &word);
+    *value = word == QLatin1String("on");
+    return reason;
 }
 
 /// A whole number from `least`; one too large for an int becomes the largest int.
-bool wholeNumber(const QString& text, int least, int* value, QString* reason) {
+QString readNumber(const QString& text, int least, int* value) {
     const bool digits = !text.isEmpty() && std::all_of(text.begin(), text.end(), [](QChar c) {
         return c >= QLatin1Char('0') && c <= QLatin1Char('9');
     });
     bool fits = false;
     const int number = text.toInt(&fits);
     *value = fits ? number : std::numeric_limits<int>::max();
-    if (digits && *value >= least) {
-        return true;
-    }
-    *reason = QStringLiteral("is no number from %1").arg(least);
-    return false;
+    return digits && *value >= least ? QString() : QStringLiteral("is no number from %1").arg(least);
 }
 
-bool fileName(const QString& text, QString* path, QString* reason) {
-    if (text.isEmpty()) {
-        *reason = QStringLiteral("names no file");
-        return false;
-    }
+QString readFile(const QString& text, QString* path, QString* name) {
+    *name = text;
     *path = QFileInfo(text).absoluteFilePath();
-    return true;
+    return text.isEmpty() ? QStringLiteral("names no file") : QString();
 }
 
-bool point(const QString& text, std::vector<double>* numbers) {
+QString readTrace(const QString& text, Options* o) {
+    const QString reason = readFile(text, &o->trace, &o->traceName);
+    if (text == QLatin1String("-")) {
+        o->trace = text;
+    }
+    return reason;
+}
+
+QString readAxes(const QString& text, int* axes) {
+    QString word;
+    const QString reason = workcell::readWord(text, {QStringLiteral("6"), QStringLiteral("7")}, &word);
+    *axes = word.toInt();
+    return reason;
+}
+
+QString readPoint(const QString& text, std::vector<double>* numbers) {
+    constexpr std::size_t count = 6;
+    numbers->clear();
+    bool areNumbers = true;
     for (const QString& part : text.split(QLatin1Char(','))) {
-        bool ok = false;
-        numbers->push_back(part.trimmed().toDouble(&ok));
-        if (!ok || !std::isfinite(numbers->back())) {
-            return false;
-        }
+        bool isNumber = false;
+        numbers->push_back(part.trimmed().toDouble(&isNumber));
+        areNumbers = areNumbers && isNumber && std::isfinite(numbers->back());
     }
-    return numbers->size() == 6;
+    return areNumbers && numbers->size() == count ? QString()
+                                                  : QStringLiteral("is not of the form X,Y,Z,RX,RY,RZ");
 }
 
-bool readOnce(Options& o, const QString& text, QString* why) {
-    o.once = 1;
-    return wholeNumber(text, 1, &*o.once, why);
+/// The options that describe the cell and the run.
+std::vector<Option> runOptions(Options* o) {
+    return {
+        {"settings", "DIR",
+         "folder of the settings files, the package's working directory\n(default: the project's folder)",
+         [o](const QString& v) { return readFile(v, &o->settings, &o->settingsName); }},
+        workcell::languageOption(&o->language, "language of the panel (en)"),
+        {"mode", "auto|manual", "operating mode of the robot (auto)",
+         [o](const QString& v) {
+             return workcell::readWord(v, {QStringLiteral("auto"), QStringLiteral("manual")}, &o->mode);
+         }},
+        {"power", "on|off", "drive power (on)", [o](const QString& v) { return readOnOff(v, &o->power); }},
+        {"weld", "on|off", "the welding switch (on)",
+         [o](const QString& v) { return readOnOff(v, &o->weld); }},
+        {"hand-weld", "on|off", "the hand welding switch (off)",
+         [o](const QString& v) { return readOnOff(v, &o->handWeld); }},
+        {"line", "N", "line to start at, from 1 (1)",
+         [o](const QString& v) {
+             o->lineGiven = true;
+             return readNumber(v, 1, &o->line);
+         }},
+        {"once", "N", "a single step of line N instead of a run",
+         [o](const QString& v) {
+             o->once = 1;
+             return readNumber(v, 1, &*o->once);
+         }},
+        {"axes", "6|7", "axes of the robot (6)", [o](const QString& v) { return readAxes(v, &o->axes); }},
+        workcell::flag("no-write-multi", "a controller that cannot write several registers at once",
+                       &o->noWriteMulti),
+        {"scenario", "FILE", "what happens to the cell, and when",
+         [o](const QString& v) { return readFile(v, &o->scenario, &o->scenarioName); }},
+        {"stations", "DIR", "monitor the stations of this folder instead of running a project",
+         [o](const QString& v) { return readFile(v, &o->stations, &o->stationsName); }},
+    };
 }
 
-bool readScenario(Options& o, const QString& text, QString* why) {
-    o.scenarioName = text;
-    return fileName(text, &o.scenario, why);
+/// The options that say how long to run and what to write.
+std::vector<Option> outputOptions(Options* o) {
+    return {
+        {"ack", "MS", "answer message boxes after that long (0: at once)",
+         [o](const QString& v) { return readNumber(v, 0, &o->ackMs); }},
+        {"until", "MS", "give up after that much virtual time (3600000)",
+         [o](const QString& v) { return readNumber(v, 0, &o->untilMs); }},
+        workcell::flag("realtime", "run at the pace of the wall clock", &o->realtime),
+        {"trace", "FILE", "write the trace; \"-\" for standard output",
+         [o](const QString& v) { return readTrace(v, o); }},
+        workcell::flag("posture", "trace the robot's posture: every 10 ms while it moves, at results",
+                       &o->posture),
+        {"vcd", "FILE", "write the signals as a value change dump",
+         [o](const QString& v) { return readFile(v, &o->vcd, &o->vcdName); }},
+        workcell::flag("quiet", "neither progress nor table", &o->quiet),
+        {"point", "X,Y,Z,RX,RY,RZ", "print the record of a point (mm, degrees) and end",
+         [o](const QString& v) { return readPoint(v, &o->point); }},
+        workcell::flag("version", "print the version and end", &o->version),
+        workcell::flag("help", "print this and end", &o->help),
+    };
 }
 
-bool readLine(Options& o, const QString& text, QString* why) {
-    o.lineGiven = true;
-    return wholeNumber(text, 1, &o.line, why);
+std::vector<Option> optionTable(Options* o) {
+    std::vector<Option> table = runOptions(o);
+    const std::vector<Option> output = outputOptions(o);
+    table.insert(table.end(), output.begin(), output.end());
+    return table;
 }
 
-bool readSettings(Options& o, const QString& text, QString* why) {
-    o.settingsName = text;
-    return fileName(text, &o.settings, why);
-}
-
-bool readVcd(Options& o, const QString& text, QString* why) {
-    o.vcdName = text;
-    return fileName(text, &o.vcd, why);
-}
-
-bool readTrace(Options& o, const QString& text, QString* why) {
-    o.traceName = text;
-    if (text != QLatin1String("-")) {
-        return fileName(text, &o.trace, why);
-    }
-    o.trace = text;
-    return true;
-}
-
-bool readStations(Options& o, const QString& text, QString* why) {
-    o.stationsName = text;
-    return fileName(text, &o.stations, why);
-}
-
-bool readPoint(Options& o, const QString& text, QString* why) {
-    o.point.clear();
-    if (point(text, &o.point)) {
-        return true;
-    }
-    *why = QStringLiteral("is not of the form X,Y,Z,RX,RY,RZ");
-    return false;
-}
-
-const Option optionRows[] = {
-    {"settings", "DIR",
-     "folder of the settings files, the package's working directory\n(default: the project's folder)",
-     readSettings},
-    {"language", "cn|en|ru", "language of the panel (en)",
-     [](Options& o, const QString& v, QString* why) {
-         o.language = v;
-         return oneOf(v, {QStringLiteral("cn"), QStringLiteral("en"), QStringLiteral("ru")}, why);
-     }},
-    {"mode", "auto|manual", "operating mode of the robot (auto)",
-     [](Options& o, const QString& v, QString* why) {
-         o.mode = v;
-         return oneOf(v, {QStringLiteral("auto"), QStringLiteral("manual")}, why);
-     }},
-    {"power", "on|off", "drive power (on)",
-     [](Options& o, const QString& v, QString* why) { return onOff(v, &o.power, why); }},
-    {"weld", "on|off", "the welding switch (on)",
-     [](Options& o, const QString& v, QString* why) { return onOff(v, &o.weld, why); }},
-    {"hand-weld", "on|off", "the hand welding switch (off)",
-     [](Options& o, const QString& v, QString* why) { return onOff(v, &o.handWeld, why); }},
-    {"line", "N", "line to start at, from 1 (1)", readLine},
-    {"once", "N", "a single step of line N instead of a run", readOnce},
-    {"axes", "6|7", "axes of the robot (6)",
-     [](Options& o, const QString& v, QString* why) {
-         o.axes = v.toInt();
-         return oneOf(v, {QStringLiteral("6"), QStringLiteral("7")}, why);
-     }},
-    {"no-write-multi", "", "a controller that cannot write several registers at once",
-     [](Options& o, const QString&, QString*) { return !(o.writeMulti = false); }},
-    {"scenario", "FILE", "what happens to the cell, and when", readScenario},
-    {"stations", "DIR", "monitor the stations of this folder instead of running a project", readStations},
-    {"ack", "MS", "answer message boxes after that long (0: at once)",
-     [](Options& o, const QString& v, QString* why) { return wholeNumber(v, 0, &o.ackMs, why); }},
-    {"until", "MS", "give up after that much virtual time (3600000)",
-     [](Options& o, const QString& v, QString* why) { return wholeNumber(v, 0, &o.untilMs, why); }},
-    {"realtime", "", "run at the pace of the wall clock",
-     [](Options& o, const QString&, QString*) { return o.realtime = true; }},
-    {"trace", "FILE", "write the trace; \"-\" for standard output", readTrace},
-    {"posture", "", "trace the robot's posture: every 10 ms while it moves, at results",
-     [](Options& o, const QString&, QString*) { return o.posture = true; }},
-    {"vcd", "FILE", "write the signals as a value change dump", readVcd},
-    {"quiet", "", "neither progress nor table",
-     [](Options& o, const QString&, QString*) { return o.quiet = true; }},
-    {"point", "X,Y,Z,RX,RY,RZ", "print the record of a point (mm, degrees) and end", readPoint},
-    {"version", "", "print the version and end",
-     [](Options& o, const QString&, QString*) { return o.version = true; }},
-    {"help", "", "print this and end", [](Options& o, const QString&, QString*) { return o.help = true; }},
-};
-
-const Option* findOption(const QString& name) {
-    const auto found = std::find_if(std::begin(optionRows), std::end(optionRows),
-                                    [&name](const Option& o) { return name == QLatin1String(o.name); });
-    return found == std::end(optionRows) ? nullptr : found;
-}
-
-/// Reads the option at `index` of the arguments, which moves on to its value; the reason when it is wrong.
-QString readOption(Options& options, const QStringList& arguments, int& index) {
-    const QString argument = arguments[index];
-    const int equals = argument.indexOf(QLatin1Char('='));
-    const QString name = argument.mid(2, equals < 0 ? -1 : equals - 2);
-    const Option* option = argument.startsWith(QLatin1String("--")) ? findOption(name) : nullptr;
-    if (!option) {
-        return QStringLiteral("unknown option %1, see --help").arg(argument);
-    }
-    const bool wantsValue = *option->value != '\0';
-    if (wantsValue && equals < 0 && index + 1 >= arguments.size()) {
-        return QStringLiteral("--%1 needs a value: %2").arg(name, QLatin1String(option->value));
-    }
-    if (!wantsValue && equals >= 0) {
-        return QStringLiteral("--%1 takes no value").arg(name);
-    }
-    QString value;
-    if (wantsValue) {
-        value = equals < 0 ? arguments[++index] : argument.mid(equals + 1);
-    }
-    QString why;
-    if (option->read(options, value, &why)) {
-        return {};
-    }
-    return QStringLiteral("--%1 %2 %3").arg(name, value.isEmpty() ? QStringLiteral("\"\"") : value, why);
-}
-
-/// Projects and settings of the stations are in one folder, and they start where their inputs say.
+/// Checks the options of --stations: projects and settings are in one folder, and inputs start the runs.
 QString completeStations(Options& options, const QStringList& files) {
     if (!files.isEmpty()) {
         return QStringLiteral("--stations and a project exclude each other");
@@ -220,7 +156,7 @@ QString completeStations(Options& options, const QStringList& files) {
     return {};
 }
 
-/// What is wrong with the whole, and the folder that follows from the project.
+/// Checks the options against each other, and completes project and settings.
 QString complete(Options& options, const QStringList& files) {
     if (options.help || options.version || !options.point.empty()) {
         return {};
@@ -244,22 +180,39 @@ QString complete(Options& options, const QStringList& files) {
     return {};
 }
 
+/// The file behind a name, through symbolic and hard links.
+struct Target {
+    explicit Target(const QString& file) {
+        struct stat status = {};
+        exists = ::stat(QFile::encodeName(file).constData(), &status) == 0;
+        isRegular = S_ISREG(status.st_mode);
+        device = status.st_dev;
+        inode = status.st_ino;
+        const QFileInfo info(file);
+        name = QDir(info.dir().canonicalPath()).filePath(info.fileName());
+    }
+
+    QString name;
+    bool exists = false;
+    bool isRegular = false;  ///< writing to a device or a pipe overwrites nothing
+    dev_t device = 0;
+    ino_t inode = 0;
+};
+
+bool isSame(const QString& one, const QString& other) {
+    const Target a(one), b(other);
+    if (a.exists && b.exists) {
+        return a.isRegular && a.device == b.device && a.inode == b.inode;
+    }
+    return !a.exists && !b.exists && a.name == b.name;
+}
+
 }  // namespace
 
 std::optional<Options> parseOptions(const QStringList& arguments, Problem* problem) {
     Options options;
     QStringList files;
-    QString reason;
-    bool optionsEnded = false;
-    for (int i = 0; i < arguments.size() && reason.isEmpty(); ++i) {
-        if (!optionsEnded && arguments[i] == QLatin1String("--")) {
-            optionsEnded = true;
-        } else if (!optionsEnded && arguments[i].startsWith(QLatin1Char('-')) && arguments[i].size() > 1) {
-            reason = readOption(options, arguments, i);
-        } else {
-            files.append(arguments[i]);
-        }
-    }
+    QString reason = workcell::readArguments(arguments, optionTable(&options), &files);
     if (reason.isEmpty()) {
         reason = complete(options, files);
     }
@@ -279,23 +232,46 @@ QString versionText() {
 }
 
 QString usage() {
-    QString text = QStringLiteral(
-        "Usage: lumo-run [options] PROJECT.json\n"
-        "       lumo-run [options] --stations DIR\n\n"
-        "Runs a welding project, or the projects of stations that their inputs start, with the real\n"
-        "package on a simulated robot and weld cell, without a screen and on virtual time, and says\n"
-        "what happened.\n\nOptions:\n");
-    for (const Option& option : optionRows) {
-        const QString left =
-            QStringLiteral("  --%1 %2").arg(QLatin1String(option.name), QLatin1String(option.value));
-        QString help = QLatin1String(option.help);
-        help.replace(QLatin1Char('\n'), QLatin1Char('\n') + QString(26, QLatin1Char(' ')));
-        text += left.leftJustified(25) + QLatin1Char(' ') + help + QLatin1Char('\n');
-    }
-    return text +
+    constexpr int helpColumn = 26;
+    Options ignored;
+    return QStringLiteral(
+               "Usage: lumo-run [options] PROJECT.json\n"
+               "       lumo-run [options] --stations DIR\n\n"
+               "Runs a welding project, or the projects of stations that their inputs start, with the real\n"
+               "package on a simulated robot and weld cell, without a screen and on virtual time, and says\n"
+               "what happened.\n\nOptions:\n") +
+           workcell::helpText(optionTable(&ignored), helpColumn) +
            QStringLiteral(
                "\nExit status: 0 finished; 1 refused, stopped, failed, stalled or out of time; 2 bad usage\n"
                "or bad input.\n");
+}
+
+QString outputFault(const Options& options, const QStringList& loaded) {
+    QStringList read;
+    if (!options.project.isEmpty()) {
+        read.append(options.project);
+    }
+    if (!options.scenario.isEmpty()) {
+        read.append(options.scenario);
+    }
+    for (const QLatin1String settings : {prog::file::ports, prog::file::parameters, prog::file::stations}) {
+        read.append(QDir(options.settings).filePath(settings));
+    }
+    read += loaded;
+
+    const QString trace = options.trace == QLatin1String("-") ? QString() : options.trace;
+    for (const QString& file : read) {
+        if (!trace.isEmpty() && isSame(trace, file)) {
+            return QStringLiteral("--trace %1 would overwrite a file that is read").arg(options.traceName);
+        }
+        if (!options.vcd.isEmpty() && isSame(options.vcd, file)) {
+            return QStringLiteral("--vcd %1 would overwrite a file that is read").arg(options.vcdName);
+        }
+    }
+    if (!trace.isEmpty() && !options.vcd.isEmpty() && isSame(trace, options.vcd)) {
+        return QStringLiteral("--trace and --vcd name the same file, %1").arg(options.vcdName);
+    }
+    return {};
 }
 
 }  // namespace run

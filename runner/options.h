@@ -10,7 +10,7 @@
 
 namespace run {
 
-/// What the command line asks for. File names are absolute, the `…Name` members as the caller typed them.
+/// The command line. File names are absolute, the `…Name` members as the caller typed them.
 struct Options {
     QString project, projectName;    ///< empty with `stations`
     QString stations, stationsName;  ///< folder of the stations to be monitored; empty: a project is run
@@ -25,7 +25,7 @@ struct Options {
     bool lineGiven = false;   ///< whether the caller named it
     std::optional<int> once;  ///< a single step of this line, from 1
     int axes = 6;
-    bool writeMulti = true;
+    bool noWriteMulti = false;
     QString scenario, scenarioName;
     int ackMs = 0;
     int untilMs = 3600000;
@@ -42,9 +42,14 @@ struct Options {
     QString folder() const;
 };
 
-/// Reads the arguments (without the program's name). Nothing, with one line in `problem`, when they
-/// make no sense. File names are taken relative to the current directory.
+/// Reads the arguments (without the program's name). Nothing, with one line in `problem`, when they are
+/// wrong. Relative file names are resolved against the current directory.
 std::optional<Options> parseOptions(const QStringList& arguments, Problem* problem);
+
+/// Why the trace or the value change dump cannot be written to the file that was given for it: the run reads
+/// that file, or both are the same file. Empty when nothing would be overwritten. `loaded`: further projects
+/// that the run may read.
+QString outputFault(const Options& options, const QStringList& loaded);
 
 /// The line that --version prints.
 QString versionText();

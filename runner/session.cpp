@@ -1,12 +1,12 @@
 #include "runner/session.h"
 
-#include "gantu/panel.h"
+#include "gantu/package.h"
 #include "kord/kordservice.h"
 #include "mendo/clock.h"
 #include "mendo/log.h"
 #include "mendo/modulemanager.h"
+#include "program/words.h"
 #include "runner/beginline.h"
-#include "runner/outputcheck.h"
 #include "simulator/cell.h"
 #include "simulator/controller.h"
 #include "simulator/time/virtualtime.h"
@@ -23,7 +23,6 @@ namespace {
 constexpr int failed = 1;
 constexpr int badInput = 2;
 constexpr int stuckMs = 1000;
-constexpr int stationRun = 1;
 constexpr int calmMs = 1000;  // after the last entry of a scenario for stations
 
 std::FILE* reportStream(const Options& options) {
@@ -56,7 +55,7 @@ Session::Session(const Options& options)
               options.stations.isEmpty() ? Report::Progress::Statements : Report::Progress::Stations),
       watch_(&follower_),
       recorder_(&trace_, &follower_),
-      stationWatch_([this] { return elapsedMs(); }, [this] { return bench_->cell()->laserOnMs(); }) {
+      stationWatch_([this] { return elapsedMs(); }, [this] { return cell_->cell()->laserOnMs(); }) {
     trace_.setClock([this] { return elapsedMs(); });
     mendo::LogHub::instance()->setConsole(false);
     until_.setSingleShot(true);
@@ -76,7 +75,7 @@ Session::Session(const Options& options)
     connect(&follower_, &workcell::TreeFollower::changed, this, &Session::onChanged);
     connect(&watch_, &RunWatch::lineBegun, this, &Session::onLineBegun);
     connect(&watch_, &RunWatch::begun, this,
-            [this] { stationWatch_.runBegun(*bench_->runMode() == stationRun); });
+            [this] { stationWatch_.runBegun(package_.mode() == prog::runmode::byStation); });
     connect(&watch_, &RunWatch::ended, this, [this] { stationWatch_.runEnded(watch_.reason()); });
     connect(&stationPage_, &StationPage::stateChanged, this, &Session::onStation);
 }
@@ -100,7 +99,7 @@ int Session::run() {
 /// Every loop returns, and the last one announces the end: what runs learns of it as in any host.
 void Session::quit() {
     quit_ = Quit::Asked;
-    quitInRun_ = watch_.isRunning() || bench_->executor()->property("depth").toInt() > 0;
+    quitInRun_ = watch_.isRunning() || package_.executor->property("depth").toInt() > 0;
     QCoreApplication::quit();
 }
 
@@ -125,14 +124,11 @@ bool Session::readInput() {
         printError(QStringLiteral("%1: the folder cannot be entered").arg(options_.settings));
         return false;
     }
-    bench_ = std::make_unique<Bench>(options_);
-    recorder_.attach(bench_->controller(), options_.posture);
-    bench_->wireCell();
-    recorder_.attachCell(bench_->cell());
+    makeCell();
     std::optional<Scenario> scenario = Scenario();
     if (!options_.scenario.isEmpty()) {
-        scenario = Scenario::read(options_.scenario, options_.scenarioName,
-                                  bench_->controller()->inputNames(), &problem);
+        scenario = Scenario::read(options_.scenario, options_.scenarioName, cell_->controller()->inputNames(),
+                                  &problem);
     }
     if (!scenario) {
         printError(problem.text());
@@ -149,9 +145,23 @@ bool Session::readInput() {
         printError(fault);
         return false;
     }
-    player_ = std::make_unique<ScenarioPlayer>(*scenario, &hand_, &pageHand_, bench_->controller(),
-                                               bench_->cell(), options_.folder());
+    player_ = std::make_unique<ScenarioPlayer>(*scenario, &hand_, &pageHand_, cell_->controller(),
+                                               cell_->cell(), options_.folder());
     return true;
+}
+
+void Session::makeCell() {
+    pages_ = std::make_unique<QStackedWidget>();
+    pages_->resize(1280, 800);
+    sim::Controller::Options controller;
+    controller.axes = options_.axes;
+    controller.writeMulti = !options_.noWriteMulti;
+    cell_ = std::make_unique<workcell::WorkCell>(pages_.get(), controller);
+    cell_->controller()->setPower(options_.power);
+    cell_->controller()->setMode(options_.mode);
+    recorder_.attach(cell_->controller(), options_.posture);
+    cell_->wire();
+    recorder_.attachCell(cell_->cell());
 }
 
 bool Session::readProgram(Problem* problem) {
@@ -180,23 +190,20 @@ bool Session::setUp() {
     status_ = failed;
     messages_ = std::make_unique<MessageWatch>(options_.ackMs);
     if (vcd_.isOpen()) {
-        vcdRecorder_ = std::make_unique<VcdRecorder>(&vcd_, bench_->controller(), bench_->cell(), &follower_,
-                                                     [this] { return elapsedMs(); });
+        signals_ = std::make_unique<workcell::CellSignals>(cell_->controller(), cell_->cell(), &follower_);
     }
-    QString error;
-    if (!bench_->openPanel(options_.language, &error)) {
-        printError(error);
+    if (!openPanel()) {
         return false;
     }
-    const bool hasStationPage = stationPage_.find(bench_->panel());
+    const bool hasStationPage = stationPage_.find(pages_.get());
     if (!hasStationPage && (stations_ || player_->needsStationPage())) {
         printError(QStringLiteral("the package has no station page"));
         return false;
     }
-    hand_.setRunMode(bench_->runMode());
+    hand_.setRunMode(package_.runMode);
     hand_.setStationPage(&stationPage_);
-    pageHand_.setPanel(bench_->panel(), &stationPage_);
-    const int sets = m(QStringLiteral("lumo.param"))->cmobjCount();
+    pageHand_.setPanel(pages_.get(), &stationPage_);
+    const int sets = m(prog::key::param)->cmobjCount();
     for (const Problem& warning : project_ ? project_->warnings(sets) : stations_->warnings(sets)) {
         printWarning(warning.text());
     }
@@ -204,20 +211,39 @@ bool Session::setUp() {
     return true;
 }
 
-/// Whatever may have been the last thing to happen.
+bool Session::openPanel() {
+    workcell::setLanguage(options_.language);
+    QString error;
+    if (cell_->open(gantu::findLibrary(prog::key::lumo), &error)) {
+        pages_->setUpdatesEnabled(false);  // painting would take most of the time
+        pages_->show();
+        package_ = cell_->flags();
+        if (!package_.executor) {
+            error = QStringLiteral("the package made no executor");
+        } else if (!package_.runMode) {
+            error = QStringLiteral("the package does not export its run mode");
+        }
+    }
+    if (!error.isEmpty()) {
+        printError(error);
+    }
+    return error.isEmpty();
+}
+
+/// Any of these may be the last event of a run.
 void Session::connectEnds() {
-    const sim::Controller* controller = bench_->controller();
+    const sim::Controller* controller = cell_->controller();
     connect(controller, &sim::Controller::motion, this, &Session::scheduleCheck);
     connect(controller, &sim::Controller::result, this, &Session::scheduleCheck);
     connect(controller, &sim::Controller::result, &watch_,
             [this](const QString&, int, int code) { watch_.motionEnded(code); });
     connect(kordservice(), &KordService::issued, &watch_, [this](const KordCall& call) {
-        if (call.name == QLatin1String("move.stop")) {
+        if (call.name == prog::command::stop) {
             watch_.motionStopped();
         }
     });
     connect(controller, &sim::Controller::postureMoved, this, &Session::scheduleCheck);
-    connect(bench_->executor(), SIGNAL(activityChanged()), this, SLOT(scheduleCheck()));
+    connect(package_.executor, SIGNAL(activityChanged()), this, SLOT(scheduleCheck()));
     connect(&hand_, &Hand::released, this, &Session::scheduleCheck);
     connect(&pageHand_, &PageHand::released, this, &Session::scheduleCheck);
     connect(messages_.get(), &MessageWatch::closed, this, &Session::scheduleCheck);
@@ -238,8 +264,10 @@ void Session::connectEnds() {
 void Session::begin() {
     recorder_.setRecording(true);
     writeBeginLine(trace_, options_, project_ ? project_->statementCount() : 0);
-    if (vcdRecorder_) {
-        vcdRecorder_->begin();
+    if (signals_) {
+        signals_->beginDump(&vcd_, signals_->values());
+        connect(signals_.get(), &workcell::CellSignals::changed, this,
+                [this](int signal, double value) { vcd_.set(signal, value, elapsedMs()); });
     }
     if (project_) {
         hand_.loadProject(project_->content());
@@ -291,7 +319,7 @@ void Session::onMessage(const QString& icon, const QString& title, const QString
 }
 
 void Session::onChanged(const workcell::Change& change) {
-    if (change.path == QLatin1String("kord.r.state") || change.path == QLatin1String("lumo.execute.state")) {
+    if (change.path == prog::key::robotState || change.path == prog::key::executeState) {
         scheduleCheck();
     }
 }
@@ -354,11 +382,11 @@ void Session::watchStuckRun() {
 }
 
 bool Session::isStuck() const {
-    const QObject* executor = bench_->executor();
+    const QObject* executor = package_.executor;
     const QString kind = executor->property("waiting").toMap().value(QStringLiteral("kind")).toString();
     const bool awaitsMotion = kind == QLatin1String("move") || kind == QLatin1String("zone");
     return awaitsMotion && !player_->isPending() && !pageHand_.isBusy() && !messages_->isPending() &&
-           bench_->controller()->standsStill();
+           cell_->controller()->standsStill();
 }
 
 bool Session::isOver() const {
@@ -366,10 +394,10 @@ bool Session::isOver() const {
 }
 
 bool Session::isAtRest() const {
-    const QObject* executor = bench_->executor();
+    const QObject* executor = package_.executor;
     return !hand_.isPressing() && !pageHand_.isBusy() && !player_->isPlaying() && !messages_->isPending() &&
            Hand::isIdle() && executor->property("depth").toInt() == 0 &&
-           executor->property("pendingSteps").toInt() == 0 && bench_->controller()->standsStill();
+           executor->property("pendingSteps").toInt() == 0 && cell_->controller()->standsStill();
 }
 
 bool Session::areStationsDone() const {
@@ -382,12 +410,12 @@ bool Session::isForgotten() const {
 }
 
 Figures Session::figures(const QString& reason) const {
-    const sim::Cell* cell = bench_->cell();
+    const sim::Cell* cell = cell_->cell();
     Figures f;
     f.reason = reason;
-    f.waiting = waitingText(bench_->executor());
+    f.waiting = waitingText(package_.executor);
     f.lines = watch_.lines();
-    f.pathM = bench_->controller()->travelled();
+    f.pathM = cell_->controller()->travelled();
     f.laserMs = cell->laserOnMs();
     f.weldM = cell->weldLength();
     f.gasMs = cell->gasOnMs();
@@ -419,8 +447,8 @@ void Session::finish(const QString& ending) {
     finished_ = true;
     const QString reason = quit_ == Quit::No ? ending : QStringLiteral("quit");
     JsonWriter& line = trace_.begin("done").key(QStringLiteral("reason")).string(reason);
-    line.key(QStringLiteral("state")).string(m(QStringLiteral("lumo.execute.state"))->getString());
-    line.key(QStringLiteral("line")).integer(m(QStringLiteral("lumo.current.line"))->getInt());
+    line.key(QStringLiteral("state")).string(m(prog::key::executeState)->getString());
+    line.key(QStringLiteral("line")).integer(m(prog::key::currentLine)->getInt());
     line.key(QStringLiteral("lines")).integer(watch_.lines());
     line.key(QStringLiteral("ms")).integer(elapsedMs());
     trace_.end();

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "runner/bench.h"
 #include "runner/hand.h"
 #include "runner/messagewatch.h"
 #include "runner/options.h"
@@ -14,11 +13,13 @@
 #include "runner/stationpage.h"
 #include "runner/stationwatch.h"
 #include "runner/trace.h"
-#include "runner/vcdrecorder.h"
+#include "workcell/cellsignals.h"
 #include "workcell/treefollower.h"
 #include "workcell/vcdwriter.h"
+#include "workcell/workcell.h"
 
 #include <QObject>
+#include <QStackedWidget>
 #include <QTimer>
 
 #include <memory>
@@ -42,15 +43,15 @@ private slots:
 
 private:
     bool readInput();
+    void makeCell();
     bool readProgram(Problem* problem);
     bool openFiles();
     bool setUp();
+    bool openPanel();
     void connectEnds();
 
     void begin();
     void go();
-
-    void connectStations();
 
     void onLineBegun(int line, const QString& type);
     void onStation(int row, const QString& state);
@@ -88,10 +89,12 @@ private:
     StationWatch stationWatch_;
     Hand hand_;
     PageHand pageHand_;
-    std::unique_ptr<Bench> bench_;
+    std::unique_ptr<QStackedWidget> pages_;
+    std::unique_ptr<workcell::WorkCell> cell_;
+    workcell::PackageFlags package_;
     std::unique_ptr<MessageWatch> messages_;
     std::unique_ptr<ScenarioPlayer> player_;
-    std::unique_ptr<VcdRecorder> vcdRecorder_;
+    std::unique_ptr<workcell::CellSignals> signals_;  ///< where a value change dump is written
     QTimer until_;
     QTimer calm_;                          ///< the stations' inputs have been left alone for a while
     QTimer* stuck_ = new QTimer(&until_);  ///< below it: neither is anything that a run waits for

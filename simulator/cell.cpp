@@ -1,12 +1,7 @@
 #include "simulator/cell.h"
 
 #include "mendo/clock.h"
-#include "mendo/plainfile.h"
 #include "simulator/controller.h"
-
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
 
 #include <array>
 
@@ -46,30 +41,7 @@ private:
     qint64 total_ = 0, since_ = -1;
 };
 
-/// Rows of the port file.
-enum PortRow { Gas = 6, WireEnable = 8, LaserEnable = 9, WirePullback = 14, WireSpeed = 15, LaserPower = 16 };
-
 }  // namespace
-
-Wiring readWiring(const QString& portFile) {
-    QString ignored;
-    QByteArray text = mendo::readPlainFile(portFile, &ignored).value_or(QByteArray());
-    if (text.startsWith("\xEF\xBB\xBF")) {
-        text.remove(0, 3);
-    }
-    const QJsonArray rows = QJsonDocument::fromJson(text).array();
-    const auto nameOf = [&rows](PortRow row) {
-        return rows.at(row).toObject().value(QStringLiteral("name")).toString();
-    };
-    Wiring wiring;
-    wiring.gas = nameOf(Gas);
-    wiring.wireEnable = nameOf(WireEnable);
-    wiring.wirePullback = nameOf(WirePullback);
-    wiring.laserEnable = nameOf(LaserEnable);
-    wiring.laserPower = nameOf(LaserPower);
-    wiring.wireSpeed = nameOf(WireSpeed);
-    return wiring;
-}
 
 struct Cell::Private {
     bool isOn(const QString& output) const { return controller->output(output).toBool(); }

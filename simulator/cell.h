@@ -16,10 +16,6 @@ struct Wiring {
     QString laserPower, wireSpeed;                       ///< registers
 };
 
-/// Reads the wiring from a port file: a JSON list of rows in the fixed order of the ports, each with the
-/// controller's "name" of its signal. Nothing is wired when the file cannot be read or parsed.
-Wiring readWiring(const QString& portFile);
-
 /// The equipment of a weld cell: a laser source that emits while it is enabled and its power is above
 /// zero, shielding gas, wire feeder and chiller. It writes the inputs "LUMO_DI.#0" to "#5": laser, head,
 /// chiller, gas pressure and temperature are true when ready, welding is true while the laser emits.

@@ -2,6 +2,8 @@
 
 #include "kord/kordservice.h"
 #include "mendo/modulemanager.h"
+#include "program/ports.h"
+#include "program/words.h"
 #include "simulator/cell.h"
 #include "simulator/controller.h"
 #include "workcell/treefollower.h"
@@ -15,32 +17,11 @@ using Source = CellSignal::Source;
 
 constexpr int axes = 3;
 
-/// Names of the logical ports, by their row.
-const char* const equipmentWords[] = {"laser_state",
-                                      "laser_head_state",
-                                      "cooling_state",
-                                      "air_pressure_state",
-                                      "temperature_state",
-                                      "welding_state",
-                                      "gas",
-                                      "red_light",
-                                      "wire_enable",
-                                      "laser_enable",
-                                      "alarm",
-                                      "laser_lock",
-                                      "wire_lock",
-                                      "gas_lock",
-                                      "wire_pullback",
-                                      "wire_speed",
-                                      "laser_power",
-                                      "laser_frequency",
-                                      "laser_duty_cycle"};
-
 CellSignal ofRun(const QString& name, Kind kind, double value = 0) {
     return {Source::Run, name, QStringLiteral("run"), name, kind, value};
 }
 
-/// "LUMO_DO.#3" is bit 3 in the scope LUMO_DO, "DO3" and "LUMO_AO_1" stand in a scope of their kind.
+/// "LUMO_DO.#3" is bit 3 in the scope LUMO_DO; the scope of "DO3" is DO, that of "LUMO_AO_1" LUMO_AO.
 CellSignal ofController(Source source, const QString& name, const QVariant& value) {
     CellSignal signal{source, name, {}, name, Kind::Integer, value.toDouble()};
     if (value.type() == QVariant::Bool) {
@@ -101,17 +82,26 @@ void CellSignals::addController(const sim::Controller* controller) {
     }
 }
 
-void CellSignals::declare(VcdWriter* writer) const {
+std::vector<double> CellSignals::values() const {
+    std::vector<double> values;
     for (const CellSignal& signal : all_) {
-        writer->declare(signal.scope, signal.leaf, signal.kind);
+        values.push_back(signal.value);
     }
-    const QList<mendo::ModuleObject*> ports = m(QStringLiteral("lumo.port"))->cmobjs();
-    for (int i = 0; i < ports.size() && i < int(std::size(equipmentWords)); ++i) {
-        const int signal = indexOf(ports[i]->r(QStringLiteral("name"))->getString());
-        if (signal >= 0 && ports[i]->r(QStringLiteral("enable"))->getBool()) {
-            writer->alias(QStringLiteral("equipment"), QLatin1String(equipmentWords[i]), signal);
+    return values;
+}
+
+void CellSignals::beginDump(VcdWriter* writer, const std::vector<double>& values) const {
+    for (std::size_t i = 0; i < all_.size(); ++i) {
+        writer->set(writer->declare(all_[i].scope, all_[i].leaf, all_[i].kind), values[i], 0);
+    }
+    const QList<mendo::ModuleObject*> ports = m(prog::key::port)->cmobjs();
+    for (int i = 0; i < ports.size() && i < prog::portCount; ++i) {
+        const int signal = indexOf(ports[i]->r(prog::field::name)->getString());
+        if (signal >= 0 && ports[i]->r(prog::field::enable)->getBool()) {
+            writer->alias(QStringLiteral("equipment"), prog::portInfo(I_PORT(i)).word, signal);
         }
     }
+    writer->begin();
 }
 
 void CellSignals::set(int signal, double value) {
@@ -123,18 +113,18 @@ void CellSignals::set(int signal, double value) {
 }
 
 void CellSignals::onTree(const Change& change) {
-    if (change.path == QLatin1String("lumo.execute.state")) {
-        set(busy_, change.value.toString() == QLatin1String("busy"));
-    } else if (change.path == QLatin1String("lumo.current.line")) {
+    if (change.path == prog::key::executeState) {
+        set(busy_, change.value.toString() == prog::word::busy);
+    } else if (change.path == prog::key::currentLine) {
         set(line_, change.value.toInt());
-    } else if (change.path == QLatin1String("kord.r.state")) {
-        set(moving_, change.value.toString() != QLatin1String("idle"));
+    } else if (change.path == prog::key::robotState) {
+        set(moving_, change.value.toString() != prog::word::idle);
     }
 }
 
 void CellSignals::onPosture() {
     constexpr double mm = 1000.0;
-    const mendo::ModuleObject* trans = kordservice()->dataNode(QStringLiteral("sys.posture.trans"));
+    const mendo::ModuleObject* trans = kordservice()->dataNode(prog::key::posturePlace);
     for (int i = 0; i < axes; ++i) {
         set(tool_ + i, trans->c(i)->getDouble() * mm);
     }

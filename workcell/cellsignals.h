@@ -19,7 +19,7 @@ namespace workcell {
 class TreeFollower;
 struct Change;
 
-/// A signal of the cell, and where it stands in a value change dump.
+/// A signal of the cell, and its place in a value change dump.
 struct CellSignal {
     enum class Source { Run, Input, Output };
 
@@ -30,13 +30,13 @@ struct CellSignal {
     double value = 0;  ///< now
 };
 
-/// Every signal of a cell, followed: the run (busy, line, motion, laser emission, the tool's place in
-/// mm), and the controller's inputs and outputs.
+/// Follows every signal of a cell: the run (busy, line, motion, laser emission, the tool's place in mm), and
+/// the controller's inputs and outputs.
 class CellSignals : public QObject {
     Q_OBJECT
 public:
-    /// All must outlive it. Made before the package is loaded it hears of each change before what the
-    /// change causes.
+    /// All arguments must outlive it. To see each change before its consequences, make it before the package
+    /// is loaded.
     CellSignals(sim::Controller* controller, sim::Cell* cell, TreeFollower* follower,
                 QObject* parent = nullptr);
 
@@ -44,8 +44,11 @@ public:
     /// -1 for an unknown name.
     int indexOf(const QString& name) const { return byName_.value(name, -1); }
 
-    /// Declares all in their order, and the equipment as the ports are assigned now.
-    void declare(VcdWriter* writer) const;
+    /// Begins a value change dump: declares all signals in their order, and the equipment as second names as
+    /// the ports are assigned now, and writes the values at time 0.
+    void beginDump(VcdWriter* writer, const std::vector<double>& values) const;
+    /// The values now, of all signals.
+    std::vector<double> values() const;
 
 signals:
     /// `signal`: position in all(). Only changes.
@@ -65,7 +68,7 @@ private:
     int busy_ = 0, line_ = 0, moving_ = 0, emission_ = 0, tool_ = 0;
 };
 
-/// Names in all() of what a run is followed by.
+/// Names of signals of the run.
 namespace signalname {
 const QString busy = QStringLiteral("busy");
 const QString emission = QStringLiteral("laser_emission");

@@ -2,6 +2,10 @@
 
 #include "kord/kordservice.h"
 #include "mendo/modulemanager.h"
+#include "program/words.h"
+
+#include <algorithm>
+#include <iterator>
 
 namespace workcell {
 
@@ -9,27 +13,18 @@ using mendo::ModuleObject;
 
 namespace {
 
-const QString packageName = QStringLiteral("lumo");
-const QString robotPath = QStringLiteral("kord.r");
+constexpr QLatin1String packagePaths[] = {prog::key::execute, prog::key::current, prog::key::curParam,
+                                          prog::key::count, prog::key::processTime};
 
-const QStringList& packagePaths() {
-    static const QStringList paths = {QStringLiteral("lumo.execute"), QStringLiteral("lumo.current"),
-                                      QStringLiteral("lumo.cur_param"), QStringLiteral("lumo.count"),
-                                      QStringLiteral("lumo.processTime")};
-    return paths;
+bool isBelow(const QString& path, QLatin1String root) {
+    return path.startsWith(root) && path.mid(root.size()).startsWith(QLatin1Char('.'));
 }
 
-/// Whether a path is one of the followed ones or lies under one.
+/// Whether a path is one of the followed ones or below one.
 bool isFollowed(const QString& path) {
-    if (path.startsWith(robotPath + QLatin1Char('.'))) {
-        return true;
-    }
-    for (const QString& root : packagePaths()) {
-        if (path == root || path.startsWith(root + QLatin1Char('.'))) {
-            return true;
-        }
-    }
-    return false;
+    return isBelow(path, prog::key::robot) ||
+           std::any_of(std::begin(packagePaths), std::end(packagePaths),
+                       [&path](QLatin1String root) { return path == root || isBelow(path, root); });
 }
 
 }  // namespace
@@ -40,8 +35,8 @@ bool Change::byExecutor() const {
 
 TreeFollower::TreeFollower(QObject* parent) : QObject(parent) {
     kordservice();  // makes the robot's nodes
-    connect(m(robotPath), &ModuleObject::added, this, &TreeFollower::onAdded);
-    for (ModuleObject* node : m(robotPath)->cmobjs()) {
+    connect(m(prog::key::robot), &ModuleObject::added, this, &TreeFollower::onAdded);
+    for (ModuleObject* node : m(prog::key::robot)->cmobjs()) {
         follow(node);
     }
     connect(m()->root(), &ModuleObject::added, this, &TreeFollower::onRootAdded);
@@ -49,16 +44,16 @@ TreeFollower::TreeFollower(QObject* parent) : QObject(parent) {
 }
 
 void TreeFollower::onRootAdded(const QString& name) {
-    if (name != packageName) {
+    if (name != prog::key::lumo) {
         return;
     }
-    // Its content comes in one piece.
-    connect(m(packageName), &ModuleObject::changed, this, &TreeFollower::followPackage);
-    connect(m(packageName), &ModuleObject::added, this, &TreeFollower::followPackage);
+    // The node is empty now; its content is written in one piece.
+    connect(m(prog::key::lumo), &ModuleObject::changed, this, &TreeFollower::followPackage);
+    connect(m(prog::key::lumo), &ModuleObject::added, this, &TreeFollower::followPackage);
 }
 
 void TreeFollower::followPackage() {
-    for (const QString& path : packagePaths()) {
+    for (const QLatin1String path : packagePaths) {
         follow(m(path));
     }
 }
@@ -91,7 +86,7 @@ void TreeFollower::onChanged(const QVariant& value, const QVariant& oldValue, QO
     auto* node = qobject_cast<ModuleObject*>(sender());
     const QString path = node->path();
     if (!isFollowed(path)) {
-        return;  // taken out of the tree since
+        return;  // removed from the tree meanwhile
     }
     if (!value.isValid()) {
         follow(node);
@@ -99,7 +94,7 @@ void TreeFollower::onChanged(const QVariant& value, const QVariant& oldValue, QO
     emit changed({path, node, value, oldValue, from});
 }
 
-// What was made is told before its value is written. It came alone, not with a copied point.
+// A new node is announced before its value is written. It was added by itself, not as part of a copied point.
 void TreeFollower::onAdded(const QString& name) {
     ModuleObject* node = qobject_cast<ModuleObject*>(sender())->c(name);
     if (isFollowed(node->path())) {

@@ -11,11 +11,11 @@ class ModuleObject;
 
 namespace workcell {
 
-/// A notification of a followed node, valid while it is announced.
+/// A notification of a followed node, valid during the signal only.
 struct Change {
     QString path;
     const mendo::ModuleObject* node = nullptr;
-    QVariant value;  ///< invalid for null and where content was replaced
+    QVariant value;  ///< invalid for null, and where the content was replaced
     QVariant oldValue;
     QObject* sender = nullptr;
 
@@ -23,17 +23,17 @@ struct Change {
     bool byExecutor() const;
 };
 
-/// Announces the notifications of the package's and the robot's nodes that tell what a run does. It
-/// connects to the package's nodes while their defaults are loaded, before anything of the package
-/// does: a change is then announced before what it causes.
+/// Passes on the notifications of the package's and the robot's nodes that show what a run does. It connects
+/// to the package's nodes when their defaults are loaded, before the package itself does, so that a change
+/// is passed on before its consequences.
 class TreeFollower : public QObject {
     Q_OBJECT
 public:
     explicit TreeFollower(QObject* parent = nullptr);
 
-    /// Follows the node at a path, or the last part of the path that is there, even where it is an
-    /// element of a list, if it lies where this looks. (Elements that were there before are left
-    /// alone otherwise: they come and go with every copied point.)
+    /// Follows the node at a path, or its nearest existing parent, if that is one of the nodes above or below
+    /// one. Needed for elements of lists, which are not followed otherwise: every copied point replaces
+    /// them.
     void followElement(const QString& path);
 
 signals:

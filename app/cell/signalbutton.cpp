@@ -44,7 +44,8 @@ void SignalButton::setPort(const AssignedPort& port) {
 }
 
 bool SignalButton::isFault() const {
-    return (port_.meaning == Meaning::Well && !on_) || (port_.meaning == Meaning::Alarm && on_);
+    return (port_.meaning == prog::PortMeaning::Health && !on_) ||
+           (port_.meaning == prog::PortMeaning::Alarm && on_);
 }
 
 void SignalButton::setValue(const QVariant& value) {
@@ -125,7 +126,7 @@ void SignalButton::paintLamp(QPainter* painter, const QRect& area) const {
         painter->drawPoint(bottom - QPointF(0, 2));
         return;
     }
-    if (port_.meaning == Meaning::Beam && on_) {
+    if (port_.meaning == prog::PortMeaning::Emission && on_) {
         painter->setPen(QPen(beam.darker(), 1.5));
         painter->setBrush(beam);
         painter->drawPolygon(
@@ -145,7 +146,7 @@ void SignalButton::paintBar(QPainter* painter) const {
     painter->setPen(Qt::NoPen);
     painter->setBrush(trackColour);
     painter->drawRoundedRect(track, 2, 2);
-    painter->setBrush(port_.meaning == Meaning::Beam ? beam : textColour);
+    painter->setBrush(port_.meaning == prog::PortMeaning::Emission ? beam : textColour);
     painter->drawRoundedRect(filled, 2, 2);
 }
 

@@ -1,8 +1,8 @@
 #include "app/examples/examplesbutton.h"
 
-#include "app/cell/nodes.h"
 #include "app/examples/examplelibrary.h"
 #include "mendo/modulemanager.h"
+#include "program/words.h"
 
 #include <QMenu>
 
@@ -26,18 +26,18 @@ ExamplesButton::ExamplesButton(const ExampleLibrary& library, QWidget* parent)
 }
 
 void ExamplesButton::connectToTree() {
-    const ModuleObject* program = m(node::program);
+    const ModuleObject* program = m(prog::key::program);
     for (const auto change : {&ModuleObject::added, &ModuleObject::removed}) {
         connect(program, change, this, &ExamplesButton::refresh);
     }
     connect(program, &ModuleObject::changed, this, &ExamplesButton::refresh);
-    connect(m(node::programState), &ModuleObject::changed, this, &ExamplesButton::refresh);
+    connect(m(prog::key::executeState), &ModuleObject::changed, this, &ExamplesButton::refresh);
     refresh();
 }
 
 void ExamplesButton::refresh() {
-    const bool busy = m(node::programState)->getString() == QLatin1String("busy");
-    setVisible(!busy && m(node::program)->cmobjCount() == 0 && !menu_->isEmpty());
+    const bool busy = m(prog::key::executeState)->getString() == prog::word::busy;
+    setVisible(!busy && m(prog::key::program)->cmobjCount() == 0 && !menu_->isEmpty());
 }
 
 }  // namespace app

@@ -1,11 +1,11 @@
 #include "app/path/pathpage.h"
 
-#include "app/cell/nodes.h"
 #include "app/path/pathlegend.h"
 #include "app/path/pathview.h"
 #include "app/path/seamtrack.h"
 #include "kord/kordservice.h"
 #include "mendo/modulemanager.h"
+#include "program/words.h"
 
 #include <QAbstractItemView>
 #include <QHBoxLayout>
@@ -33,7 +33,7 @@ QString mm(double metres) {
 
 sim::Joints jointsNow() {
     sim::Joints joints;
-    const mendo::ModuleObject* near = kordservice()->dataNode(QStringLiteral("sys.posture.near"));
+    const mendo::ModuleObject* near = kordservice()->dataNode(prog::key::postureJoints);
     for (int i = 0; i < near->cmobjCount(); ++i) {
         joints.push_back(near->c(i)->getDouble());
     }
@@ -42,11 +42,11 @@ sim::Joints jointsNow() {
 
 }  // namespace
 
-PathPage::PathPage(SeamTrack* seams, const PackageFlags& package, QWidget* parent)
+PathPage::PathPage(SeamTrack* seams, const workcell::PackageFlags& package, QWidget* parent)
     : QWidget(parent),
       seams_(seams),
       package_(package),
-      arm_(kordservice()->dataNode(QStringLiteral("sys.info.joint_num"))->getInt()),
+      arm_(kordservice()->dataNode(prog::key::jointCount)->getInt()),
       view_(new PathView(seams)),
       selection_(new QLabel),
       seam_(new QLabel) {
@@ -69,7 +69,7 @@ PathPage::PathPage(SeamTrack* seams, const PackageFlags& package, QWidget* paren
         }
     });
     connect(&program_, &ProgramFollower::replaced, view_, &PathView::fit);
-    connect(m(node::programState), &mendo::ModuleObject::changed, this, &PathPage::onState);
+    connect(m(prog::key::executeState), &mendo::ModuleObject::changed, this, &PathPage::onState);
     connect(seams, &SeamTrack::changed, this, &PathPage::showSeam);
     showSeam();
 }
@@ -117,14 +117,14 @@ void PathPage::hideEvent(QHideEvent* event) {
 }
 
 bool PathPage::stationRuns() const {
-    return package_.mode() == PackageFlags::ByStation &&
-           m(node::programState)->getString() == QLatin1String("busy");
+    return package_.mode() == prog::runmode::byStation &&
+           m(prog::key::executeState)->getString() == prog::word::busy;
 }
 
 void PathPage::layOut() {
     showsStation_ = stationRuns();
     const QJsonArray statements =
-        showsStation_ ? m(node::stationProgram)->exportToJson().toArray() : program_.statements();
+        showsStation_ ? m(prog::key::stationProgram)->exportToJson().toArray() : program_.statements();
     view_->setMoves(layOutPath(statements, arm_, {seams_->tool(), jointsNow()}));
     showSelection();
 }

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "app/path/programfollower.h"
-#include "app/why/packageflags.h"
 #include "simulator/arm.h"
+#include "workcell/workcell.h"
 
 #include <QPointer>
 #include <QWidget>
@@ -22,7 +22,7 @@ class PathPage : public QWidget {
     Q_OBJECT
 public:
     /// The package's page has been made. `seams` must outlive it.
-    PathPage(SeamTrack* seams, const PackageFlags& package, QWidget* parent = nullptr);
+    PathPage(SeamTrack* seams, const workcell::PackageFlags& package, QWidget* parent = nullptr);
 
     /// The table of the program, whose selected rows are shown; may be null.
     void followTable(const QAbstractItemView* table);
@@ -42,7 +42,7 @@ private:
     QString describe(const PathMove& move) const;
 
     SeamTrack* seams_;
-    PackageFlags package_;
+    workcell::PackageFlags package_;
     ProgramFollower program_;
     sim::Arm arm_;
     QPointer<const QAbstractItemView> table_;

@@ -1,7 +1,7 @@
 #include "app/path/programfollower.h"
 
-#include "app/cell/nodes.h"
 #include "mendo/modulemanager.h"
+#include "program/words.h"
 
 namespace app {
 
@@ -15,7 +15,7 @@ const char* const fieldRows[] = {"type", "execute", "zone", "point", "point1"};
 }  // namespace
 
 ProgramFollower::ProgramFollower(QObject* parent)
-    : QObject(parent), program_(m(node::program)), anchor_(program_->c(0)) {
+    : QObject(parent), program_(m(prog::key::program)), anchor_(program_->c(0)) {
     connect(program_, &ModuleObject::changed, this, &ProgramFollower::onChanged);
     connect(program_, &ModuleObject::added, this, &ProgramFollower::changedLater);
     connect(program_, &ModuleObject::removed, this, &ProgramFollower::onRemoved);

@@ -1,7 +1,7 @@
 #include "app/path/seamtrack.h"
 
-#include "app/cell/nodes.h"
 #include "kord/kordservice.h"
+#include "program/words.h"
 #include "simulator/cell.h"
 #include "simulator/controller.h"
 #include "workcell/treefollower.h"
@@ -15,7 +15,7 @@ constexpr double leastStep = 0.0002;  // metres, between two places of a seam
 }  // namespace
 
 Position toolPlace() {
-    const mendo::ModuleObject* trans = kordservice()->dataNode(node::posture)->c(QStringLiteral("trans"));
+    const mendo::ModuleObject* trans = kordservice()->dataNode(prog::key::posturePlace);
     return {trans->c(0)->getDouble(), trans->c(1)->getDouble(), trans->c(2)->getDouble()};
 }
 
@@ -39,11 +39,11 @@ void SeamTrack::clear() {
 /// A new pass over the work begins with a clean sheet; going on after a pause, or moving to a point, does
 /// not.
 void SeamTrack::onTree(const workcell::Change& change) {
-    if (change.path == node::startTrigger) {
+    if (change.path == prog::key::triggerStart) {
         fromTheStart_ = change.value.toInt() == 0;
-    } else if (change.path == node::onceTrigger) {
+    } else if (change.path == prog::key::triggerOnce) {
         fromTheStart_ = false;
-    } else if (change.path == node::programState && change.value == QLatin1String("busy") && fromTheStart_) {
+    } else if (change.path == prog::key::executeState && change.value == prog::word::busy && fromTheStart_) {
         fromTheStart_ = false;
         clear();
     }

@@ -1,8 +1,8 @@
 #include "app/pendant/drivebox.h"
 
-#include "app/cell/nodes.h"
 #include "app/cell/segmentedcontrol.h"
 #include "mendo/modulemanager.h"
+#include "program/words.h"
 #include "simulator/controller.h"
 
 #include <QGridLayout>
@@ -23,7 +23,7 @@ QLabel* stateLabel(const QString& name) {
 
 /// Shows the text `busy` or `idle` for a state node.
 void showState(QLabel* label, const QString& path, const QString& busy, const QString& idle) {
-    const bool isIdle = m(path)->getString() == QLatin1String("idle");
+    const bool isIdle = m(path)->getString() == prog::word::idle;
     label->setText(isIdle ? idle : QStringLiteral("▶ ") + busy);
 }
 
@@ -46,16 +46,16 @@ DriveBox::DriveBox(sim::Controller* controller, QWidget* parent)
     }
     connect(mode_, &SegmentedControl::clicked, this,
             [controller](int index) { controller->setMode(QLatin1String(modes[index])); });
-    for (const QString& path : {node::mode, node::robotState, node::programState}) {
+    for (const QLatin1String path : {prog::key::robotMode, prog::key::robotState, prog::key::executeState}) {
         connect(m(path), &mendo::ModuleObject::changed, this, &DriveBox::refresh);
     }
     refresh();
 }
 
 void DriveBox::refresh() {
-    mode_->setCurrent(m(node::mode)->getString() == QLatin1String(modes[0]) ? 0 : 1);
-    showState(robot_, node::robotState, tr("运动中"), tr("静止"));
-    showState(program_, node::programState, tr("运行中"), tr("空闲"));
+    mode_->setCurrent(m(prog::key::robotMode)->getString() == QLatin1String(modes[0]) ? 0 : 1);
+    showState(robot_, prog::key::robotState, tr("运动中"), tr("静止"));
+    showState(program_, prog::key::executeState, tr("运行中"), tr("空闲"));
 }
 
 }  // namespace app

@@ -1,10 +1,10 @@
 #include "app/pendant/jogbox.h"
 
-#include "app/cell/nodes.h"
 #include "app/cell/segmentedcontrol.h"
 #include "app/pendant/jogkeys.h"
 #include "app/pendant/posturetable.h"
 #include "mendo/modulemanager.h"
+#include "program/words.h"
 #include "simulator/controller.h"
 
 #include <QGridLayout>
@@ -57,8 +57,8 @@ JogBox::JogBox(sim::Controller* controller, QWidget* parent)
         connect(choice, &SegmentedControl::clicked, choice, &SegmentedControl::setCurrent);
     }
     connect(keys_, &JogKeys::held, this, &JogBox::onHeld);
-    connect(m(node::mode), &mendo::ModuleObject::changed, this, &JogBox::endJog);
-    for (const QString& path : {node::power, node::programState}) {
+    connect(m(prog::key::robotMode), &mendo::ModuleObject::changed, this, &JogBox::endJog);
+    for (const QLatin1String path : {prog::key::robotPower, prog::key::executeState}) {
         connect(m(path), &mendo::ModuleObject::changed, this, &JogBox::refreshKeys);
     }
     refreshFrame();
@@ -103,10 +103,10 @@ QString JogBox::reason(sim::JogAnswer answer) {
 
 /// Why jogging is not possible now; empty when it is.
 QString JogBox::obstacle() const {
-    if (m(node::power)->getString() != QLatin1String("on")) {
+    if (m(prog::key::robotPower)->getString() != prog::word::on) {
         return tr("机器人未上电");
     }
-    if (m(node::programState)->getString() != QLatin1String("idle")) {
+    if (m(prog::key::executeState)->getString() != prog::word::idle) {
         return tr("程序正在运行");
     }
     return {};

@@ -1,9 +1,9 @@
 #include "app/pendant/posturetable.h"
 
-#include "app/cell/nodes.h"
 #include "app/pendant/jogkeys.h"
 #include "kord/kordservice.h"
 #include "mendo/moduleobject.h"
+#include "program/words.h"
 
 #include <QGridLayout>
 #include <QLabel>
@@ -41,7 +41,7 @@ PostureTable::PostureTable(QWidget* parent) : QWidget(parent) {
         grid->setColumnStretch(column + 1, 1);
     }
     grid->setColumnMinimumWidth(2, between);
-    connect(kordservice()->dataNode(node::posture), &mendo::ModuleObject::changed, this,
+    connect(kordservice()->dataNode(prog::key::posture), &mendo::ModuleObject::changed, this,
             &PostureTable::refresh);
     refresh();
 }
@@ -52,13 +52,13 @@ void PostureTable::showJoints(bool joints) {
 }
 
 void PostureTable::refresh() {
-    const mendo::ModuleObject* posture = kordservice()->dataNode(node::posture);
+    const mendo::ModuleObject* posture = kordservice()->dataNode(prog::key::posture);
     const auto frame = joints_ ? sim::JogFrame::Joint : sim::JogFrame::Base;
     for (int axis = 0; axis < int(values_.size()); ++axis) {
         const bool length = !joints_ && axis < rows;
-        const QString list = joints_  ? QStringLiteral("near")
-                             : length ? QStringLiteral("trans")
-                                      : QStringLiteral("rot");
+        const QLatin1String list = joints_  ? prog::field::near
+                                   : length ? prog::field::trans
+                                            : prog::field::rot;
         const double value = posture->c(list)->c(joints_ ? axis : axis % rows)->getDouble();
         names_[size_t(axis)]->setText(jogAxisName(frame, axis));
         values_[size_t(axis)]->setText(shown(value / jogUnit(frame, axis)) + QLatin1Char(' ') +

@@ -1,9 +1,9 @@
 #include "app/pendant/stopbox.h"
 
-#include "app/cell/nodes.h"
 #include "app/cell/segmentedcontrol.h"
 #include "app/pendant/stopbutton.h"
 #include "mendo/modulemanager.h"
+#include "program/words.h"
 #include "simulator/controller.h"
 
 #include <QApplication>
@@ -66,7 +66,7 @@ StopBox::StopBox(sim::Controller* controller, QWidget* parent)
             [controller](int index) { controller->setPower(index == 1); });
     connect(fold_, &QPushButton::clicked, this, &StopBox::foldAsked);
     connect(controller, &sim::Controller::emergencyStopChanged, this, &StopBox::refresh);
-    connect(m(node::power), &mendo::ModuleObject::changed, this, &StopBox::refresh);
+    connect(m(prog::key::robotPower), &mendo::ModuleObject::changed, this, &StopBox::refresh);
     refresh();
     setUnfolded(true);
 }
@@ -99,7 +99,7 @@ bool StopBox::eventFilter(QObject*, QEvent* event) {
 void StopBox::refresh() {
     stop_->setLatched(controller_->emergencyStop());
     switches_->setCurrentIndex(controller_->emergencyStop() ? releaseButton : driveButton);
-    power_->setCurrent(m(node::power)->getString() == QLatin1String("on") ? 1 : 0);
+    power_->setCurrent(m(prog::key::robotPower)->getString() == prog::word::on ? 1 : 0);
 }
 
 }  // namespace app

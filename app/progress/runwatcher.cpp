@@ -1,10 +1,10 @@
 #include "app/progress/runwatcher.h"
 
-#include "app/cell/nodes.h"
 #include "app/status/statuswatcher.h"
 #include "kord/kordservice.h"
 #include "mendo/clock.h"
 #include "mendo/modulemanager.h"
+#include "program/words.h"
 
 namespace app {
 
@@ -24,10 +24,10 @@ std::array<double, 3> tripleAt(const ModuleObject* list) {
 }
 
 sim::MotionPlan::Posture standNow() {
-    const ModuleObject* posture = kordservice()->dataNode(node::posture);
+    const ModuleObject* posture = kordservice()->dataNode(prog::key::posture);
     sim::MotionPlan::Posture stand;
-    stand.pose = {tripleAt(posture->c(QStringLiteral("trans"))), tripleAt(posture->c(QStringLiteral("rot")))};
-    const QList<ModuleObject*> joints = posture->c(QStringLiteral("near"))->cmobjs();
+    stand.pose = {tripleAt(posture->c(prog::field::trans)), tripleAt(posture->c(prog::field::rot))};
+    const QList<ModuleObject*> joints = posture->c(prog::field::near)->cmobjs();
     for (const ModuleObject* joint : joints) {
         stand.joints.push_back(joint->getDouble());
     }
@@ -36,12 +36,13 @@ sim::MotionPlan::Posture standNow() {
 
 }  // namespace
 
-RunWatcher::RunWatcher(const PackageFlags& package, QObject* parent) : QObject(parent), package_(package) {
+RunWatcher::RunWatcher(const workcell::PackageFlags& package, QObject* parent)
+    : QObject(parent), package_(package) {
     tick_.setInterval(tickMs);
     connect(&idle_, &QTimer::timeout, this, &RunWatcher::estimate);
     connect(&tick_, &QTimer::timeout, this, &RunWatcher::advanced);
-    connect(m(node::programState), &ModuleObject::changed, this, &RunWatcher::onState);
-    connect(m(node::currentLine), &ModuleObject::changed, this, &RunWatcher::onLine);
+    connect(m(prog::key::executeState), &ModuleObject::changed, this, &RunWatcher::onState);
+    connect(m(prog::key::currentLine), &ModuleObject::changed, this, &RunWatcher::onLine);
 }
 
 qint64 RunWatcher::goneMs() const {
@@ -53,7 +54,7 @@ std::optional<RunProgress::View> RunWatcher::view() const {
 }
 
 void RunWatcher::onState() {
-    const bool running = m(node::programState)->getString() == QLatin1String("busy");
+    const bool running = m(prog::key::executeState)->getString() == prog::word::busy;
     if (running == running_) {
         return;
     }
@@ -72,22 +73,22 @@ void RunWatcher::onState() {
 void RunWatcher::begin() {
     const int mode = package_.mode();
     RunStart start;
-    start.step = mode == PackageFlags::SingleStep;
-    start.line = m(start.step ? node::onceTrigger : node::startTrigger)->getInt();
+    start.step = mode == prog::runmode::singleStep;
+    start.line = m(start.step ? prog::key::triggerOnce : prog::key::triggerStart)->getInt();
     start.stand = standNow();
     start.permitted = readSwitches().isSwitchedOn();
-    start.weldOpen = mode == PackageFlags::ByHand && m(node::weldOpen)->getBool(false);
-    start.set = m(node::currentSet)->getInt();
-    start.defaultZoneM = kordservice()->dataNode(QStringLiteral("move.default_zone"))->getDouble();
-    const ModuleObject* program = m(mode == PackageFlags::ByStation ? node::stationProgram : node::program);
+    start.weldOpen = mode == prog::runmode::byHand && m(prog::key::weldOpen)->getBool(false);
+    start.set = m(prog::key::curParam)->getInt();
+    start.defaultZoneM = kordservice()->dataNode(prog::key::defaultZone)->getDouble();
+    const ModuleObject* program =
+        m(mode == prog::runmode::byStation ? prog::key::stationProgram : prog::key::program);
     startLine_ = line_ = start.line;
     begunMs_ = lineBegunMs_ = nowMs();
     progress_.reset();
     estimate_.reset();
-    arm_ =
-        std::make_unique<sim::Arm>(kordservice()->dataNode(QStringLiteral("sys.info.joint_num"))->getInt());
+    arm_ = std::make_unique<sim::Arm>(kordservice()->dataNode(prog::key::jointCount)->getInt());
     estimate_ = std::make_unique<RunEstimate>(program->exportToJson().toArray(),
-                                              m(node::parameterSets)->exportToJson().toArray(), start, *arm_);
+                                              m(prog::key::param)->exportToJson().toArray(), start, *arm_);
     idle_.start(0);
     estimate();
 }
@@ -105,7 +106,7 @@ void RunWatcher::estimate() {
 }
 
 void RunWatcher::onLine(const QVariant& line) {
-    if (!running_ || package_.mode() == PackageFlags::SingleStep || line.toInt() == line_) {
+    if (!running_ || package_.mode() == prog::runmode::singleStep || line.toInt() == line_) {
         return;
     }
     line_ = line.toInt();

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "app/progress/runprogress.h"
-#include "app/why/packageflags.h"
+#include "workcell/workcell.h"
 
 #include <QObject>
 #include <QTimer>
@@ -17,7 +17,7 @@ class RunWatcher : public QObject {
     Q_OBJECT
 public:
     /// The package's page has been made.
-    explicit RunWatcher(const PackageFlags& package, QObject* parent = nullptr);
+    explicit RunWatcher(const workcell::PackageFlags& package, QObject* parent = nullptr);
 
     /// Of the run under way, at this moment.
     qint64 goneMs() const;
@@ -36,7 +36,7 @@ private:
     void estimate();
     void onLine(const QVariant& line);
 
-    PackageFlags package_;
+    workcell::PackageFlags package_;
     bool running_ = false;
     qint64 begunMs_ = 0, lineBegunMs_ = 0;
     int startLine_ = 0, line_ = 0;

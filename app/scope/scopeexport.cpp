@@ -44,13 +44,8 @@ QByteArray csvLine(qint64 ms, const std::vector<ScopeRow>& rows, const std::vect
 bool writeVcd(QIODevice* device, const SignalRecorder& recorder, const TimeSpan& span, QString* error) {
     workcell::VcdWriter writer;
     writer.setDevice(device);
-    recorder.cellSignals().declare(&writer);
     const SignalRecord& record = recorder.record();
-    int signal = 0;
-    for (const double value : record.before(span.fromMs)) {
-        writer.set(signal++, value, 0);
-    }
-    writer.begin();
+    recorder.cellSignals().beginDump(&writer, record.before(span.fromMs));
     const size_t end = record.firstAt(span.toMs + 1);
     for (size_t i = record.firstAt(span.fromMs); i < end; ++i) {
         const Change& change = record.changes()[i];

@@ -1,7 +1,7 @@
 #include "app/scope/scoperow.h"
 
-#include "app/cell/nodes.h"
 #include "mendo/modulemanager.h"
+#include "program/words.h"
 
 #include <algorithm>
 #include <set>
@@ -41,11 +41,11 @@ std::vector<ScopeRow> rowsOf(const workcell::CellSignals& cellSignals, const Sig
     };
     show(cellSignals.indexOf(workcell::signalname::busy), ScopeRow::tr("程序运行"));
     show(cellSignals.indexOf(workcell::signalname::emission), ScopeRow::tr("激光出光"));
-    const QList<mendo::ModuleObject*> ports = m(node::ports)->cmobjs();
+    const QList<mendo::ModuleObject*> ports = m(prog::key::port)->cmobjs();
     for (const mendo::ModuleObject* port : ports) {
-        if (port->c(QStringLiteral("enable"))->getBool()) {
-            show(cellSignals.indexOf(port->c(QStringLiteral("name"))->getString()),
-                 port->c(QStringLiteral("tag"))->getString());
+        if (port->c(prog::field::enable)->getBool()) {
+            show(cellSignals.indexOf(port->c(prog::field::name)->getString()),
+                 port->c(prog::field::tag)->getString());
         }
     }
     std::set<int> changed;

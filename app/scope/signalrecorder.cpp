@@ -6,18 +6,6 @@
 
 namespace app {
 
-namespace {
-
-std::vector<double> valuesOf(const workcell::CellSignals& cellSignals) {
-    std::vector<double> values;
-    for (const workcell::CellSignal& signal : cellSignals.all()) {
-        values.push_back(signal.value);
-    }
-    return values;
-}
-
-}  // namespace
-
 SignalRecord::SignalRecord(const std::vector<double>& values, qint64 nowMs)
     : first_(values), beginMs_(nowMs) {}
 
@@ -51,7 +39,7 @@ SignalRecorder::SignalRecorder(sim::Controller* controller, sim::Cell* cell, wor
                                QObject* parent)
     : QObject(parent),
       signals_(controller, cell, follower),
-      record_(valuesOf(signals_), nowMs()),
+      record_(signals_.values(), nowMs()),
       epochMs_(mendo::Clock::current().now().toMSecsSinceEpoch() - nowMs()) {
     connect(&signals_, &workcell::CellSignals::changed, this, &SignalRecorder::onChanged);
 }

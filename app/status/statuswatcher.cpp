@@ -1,10 +1,11 @@
 #include "app/status/statuswatcher.h"
 
-#include "app/cell/nodes.h"
 #include "kord/kordservice.h"
 #include "mendo/clock.h"
 #include "mendo/modulemanager.h"
+#include "program/ports.h"
 #include "program/signal.h"
+#include "program/words.h"
 #include "simulator/controller.h"
 
 #include <QAbstractItemView>
@@ -22,67 +23,64 @@ constexpr int tickMs = 100;
 // A pulsed laser counts as on while its gaps are not longer.
 constexpr int pulseGapMs = 500;
 
-// Rows of the port table.
-constexpr int states[] = {0, 1, 2, 3, 4};  // of laser, head, cooling, gas pressure and temperature
-constexpr int gasRow = 6, laserEnableRow = 9, laserPowerRow = 16;
+/// The ports that tell whether the equipment is ready.
+constexpr I_PORT states[] = {DI_LASER_STATE, DI_LASER_HEAD_STATE, DI_WATER_COOLING_STATE,
+                             DI_AIR_PRESSURE_STATE, DI_TEMPERATURE_STATE};
 
-const QString enable = QStringLiteral("enable");
-const QString nameKey = QStringLiteral("name");
-
-const ModuleObject* portField(int row, const QString& field) {
-    return m(node::ports)->c(row)->c(field);
+const ModuleObject* portField(I_PORT port, QLatin1String field) {
+    return m(prog::key::port)->c(port)->c(field);
 }
 
-bool isUsed(int row) {
-    return portField(row, enable)->getBool(false);
+bool isUsed(I_PORT port) {
+    return portField(port, prog::field::enable)->getBool(false);
 }
 
-QString labelOf(int row) {
-    return portField(row, QStringLiteral("tag"))->getString();
+QString labelOf(I_PORT port) {
+    return portField(port, prog::field::tag)->getString();
 }
 
 /// The data node of the signal that a port is assigned to; the null node when the controller has none.
-const ModuleObject* signalOf(int row) {
-    const QString name = portField(row, nameKey)->getString();
+const ModuleObject* signalOf(I_PORT port) {
+    const QString name = portField(port, prog::field::name)->getString();
     return name.isEmpty() ? ModuleObject::null()
-                          : kordservice()->dataNode(QStringLiteral("register.values"))->r(name);
+                          : kordservice()->dataNode(prog::key::registerValues)->r(name);
 }
 
-bool isOn(int row) {
-    return isUsed(row) && signalOf(row)->getBool(false);
+bool isOn(I_PORT port) {
+    return isUsed(port) && signalOf(port)->getBool(false);
 }
 
 /// The problem of an output needed for welding; empty without one.
-QVector<PortProblem> problemsOf(int row) {
-    const QString name = portField(row, nameKey)->getString();
-    if (!isUsed(row)) {
-        return {{PortProblem::OutOfUse, labelOf(row), name}};
+QVector<PortProblem> problemsOf(I_PORT port) {
+    const QString name = portField(port, prog::field::name)->getString();
+    if (!isUsed(port)) {
+        return {{PortProblem::OutOfUse, labelOf(port), name}};
     }
     if (name.isEmpty()) {
-        return {{PortProblem::NotAssigned, labelOf(row), name}};
+        return {{PortProblem::NotAssigned, labelOf(port), name}};
     }
-    if (signalOf(row)->isNull()) {
-        return {{PortProblem::NoSuchSignal, labelOf(row), name}};
+    if (signalOf(port)->isNull()) {
+        return {{PortProblem::NoSuchSignal, labelOf(port), name}};
     }
     return {};
 }
 
-bool isWord(const QString& path, const char* word) {
-    return m(path)->getString() == QLatin1String(word);
+bool isWord(QLatin1String path, QLatin1String word) {
+    return m(path)->getString() == word;
 }
 
 }  // namespace
 
 CellStatus readSwitches() {
     CellStatus state;
-    state.power = isWord(node::power, "on");
-    state.automatic = isWord(node::mode, "auto");
-    state.weldSwitch = m(node::weldSwitch)->getBool(true);
-    state.handWeldSwitch = m(node::handWeldSwitch)->getBool(false);
+    state.power = isWord(prog::key::robotPower, prog::word::on);
+    state.automatic = isWord(prog::key::robotMode, prog::word::automatic);
+    state.weldSwitch = m(prog::key::weldSwitch)->getBool(true);
+    state.handWeldSwitch = m(prog::key::handWeldSwitch)->getBool(false);
     return state;
 }
 
-StatusWatcher::StatusWatcher(const PackageFlags& package, const sim::Controller* controller,
+StatusWatcher::StatusWatcher(const workcell::PackageFlags& package, const sim::Controller* controller,
                              const QWidget* page, QObject* parent)
     : QObject(parent), package_(package), controller_(controller) {
     tick_.setInterval(tickMs);
@@ -100,20 +98,21 @@ StatusWatcher::StatusWatcher(const PackageFlags& package, const sim::Controller*
 }
 
 void StatusWatcher::followTree() {
-    for (const QString& path : {node::power, node::mode, node::weldSwitch, node::handWeldSwitch,
-                                node::programState, node::currentLine, node::executeLine, node::program,
-                                node::projectToolset, node::weldOpen, node::pausePoint}) {
+    for (const QLatin1String path :
+         {prog::key::robotPower, prog::key::robotMode, prog::key::weldSwitch, prog::key::handWeldSwitch,
+          prog::key::executeState, prog::key::currentLine, prog::key::executeLine, prog::key::program,
+          prog::key::toolset, prog::key::weldOpen, prog::key::currentPausePoint}) {
         connect(m(path), &ModuleObject::changed, this, &StatusWatcher::refreshLater);
     }
-    connect(m(node::program), &ModuleObject::added, this, &StatusWatcher::refreshLater);
-    connect(m(node::program), &ModuleObject::removed, this, &StatusWatcher::refreshLater);
-    connect(m(node::ports), &ModuleObject::changed, this, &StatusWatcher::refreshLater);
-    connect(m(node::ports), &ModuleObject::added, this, &StatusWatcher::refreshLater);
-    const ModuleObject* registers = kordservice()->dataNode(QStringLiteral("register.values"));
+    connect(m(prog::key::program), &ModuleObject::added, this, &StatusWatcher::refreshLater);
+    connect(m(prog::key::program), &ModuleObject::removed, this, &StatusWatcher::refreshLater);
+    connect(m(prog::key::port), &ModuleObject::changed, this, &StatusWatcher::refreshLater);
+    connect(m(prog::key::port), &ModuleObject::added, this, &StatusWatcher::refreshLater);
+    const ModuleObject* registers = kordservice()->dataNode(prog::key::registerValues);
     connect(registers, &ModuleObject::added, this, &StatusWatcher::refreshLater);
-    connect(m(node::programState), &ModuleObject::changed, this, &StatusWatcher::onState);
-    connect(m(node::pausePoint), &ModuleObject::changed, this, &StatusWatcher::onStopped);
-    for (const char* move : {"move.j", "move.l", "move.c"}) {
+    connect(m(prog::key::executeState), &ModuleObject::changed, this, &StatusWatcher::onState);
+    connect(m(prog::key::currentPausePoint), &ModuleObject::changed, this, &StatusWatcher::onStopped);
+    for (const QLatin1String move : {prog::command::moveJ, prog::command::moveL, prog::command::moveC}) {
         connect(kordservice()->commandNode(QLatin1String(move)), &ModuleObject::changed, this,
                 &StatusWatcher::onResult);
     }
@@ -161,8 +160,9 @@ void StatusWatcher::refresh() {
 
 /// Connects to the ports' nodes again, because loading settings and assigning signals replaces them.
 void StatusWatcher::followPorts() {
-    const auto follow = [this](int row) {
-        for (const ModuleObject* watched : {portField(row, enable), portField(row, nameKey), signalOf(row)}) {
+    const auto follow = [this](I_PORT port) {
+        for (const ModuleObject* watched :
+             {portField(port, prog::field::enable), portField(port, prog::field::name), signalOf(port)}) {
             if (!watched->isNull()) {
                 connect(watched, &ModuleObject::changed, this, &StatusWatcher::refreshLater,
                         Qt::UniqueConnection);
@@ -170,13 +170,13 @@ void StatusWatcher::followPorts() {
         }
     };
     std::for_each(std::begin(states), std::end(states), follow);
-    for (const int row : {gasRow, laserEnableRow, laserPowerRow}) {
-        follow(row);
+    for (const I_PORT port : {DO_GAS, DO_LASER_ENABLE, AO_LASER_POWER}) {
+        follow(port);
     }
 }
 
 void StatusWatcher::followLaser() {
-    const bool on = isOn(laserEnableRow);
+    const bool on = isOn(DO_LASER_ENABLE);
     if (on || !isBusy()) {
         gap_.stop();
     } else if (laserOn_) {
@@ -194,31 +194,31 @@ void StatusWatcher::onState() {
     if (busy) {
         lastError_ = 0;
     }
-    const bool isStep = package_.mode() == PackageFlags::SingleStep;
+    const bool isStep = package_.mode() == prog::runmode::singleStep;
     if (busy && !isStep) {  // a single step does not end a pause
         stopped_ = false;
-    } else if (!busy && package_.mode() == PackageFlags::ByHand && m(node::weldOpen)->getBool(false)) {
+    } else if (!busy && package_.mode() == prog::runmode::byHand && m(prog::key::weldOpen)->getBool(false)) {
         stopped_ = true;
     }
 }
 
 /// The package writes the pause point when it stops a run.
 void StatusWatcher::onStopped() {
-    if (isBusy() && package_.mode() == PackageFlags::ByHand) {
+    if (isBusy() && package_.mode() == prog::runmode::byHand) {
         stopped_ = true;
     }
 }
 
 /// Results without drive power are not errors of a run.
 void StatusWatcher::onResult(const QVariant& code) {
-    if (code.toInt() < 0 && isWord(node::power, "on")) {
+    if (code.toInt() < 0 && isWord(prog::key::robotPower, prog::word::on)) {
         lastError_ = code.toInt();
     }
     refreshLater();
 }
 
 bool StatusWatcher::isBusy() const {
-    return !isWord(node::programState, "idle");
+    return !isWord(prog::key::executeState, prog::word::idle);
 }
 
 int StatusWatcher::activity(const char* property) const {
@@ -236,7 +236,7 @@ bool StatusWatcher::isInPulseGap() const {
     }
     const QString kind = waiting().value(QStringLiteral("kind")).toString();
     const bool closes = kind == QLatin1String("closedelay") || kind == QLatin1String("postflow");
-    return kind == QLatin1String("dwell") || (m(node::weldOpen)->getBool(false) && !closes);
+    return kind == QLatin1String("dwell") || (m(prog::key::weldOpen)->getBool(false) && !closes);
 }
 
 /// A laser switched on by hand during a program's weld counts as the program's.
@@ -246,30 +246,30 @@ CellStatus::Laser StatusWatcher::laser() const {
     }
     const bool runs = isBusy() || activity("depth") > 0 || activity("pendingSteps") > 0;
     const bool byHand = activity("litByHand") != 0;
-    if (byHand && !(runs && m(node::weldOpen)->getBool(false))) {
+    if (byHand && !(runs && m(prog::key::weldOpen)->getBool(false))) {
         return CellStatus::Laser::ByHand;
     }
     if (!runs) {
         return CellStatus::Laser::WithoutProgram;
     }
-    return package_.mode() == PackageFlags::ByStation ? CellStatus::Laser::ByStation
-                                                      : CellStatus::Laser::ByProgram;
+    return package_.mode() == prog::runmode::byStation ? CellStatus::Laser::ByStation
+                                                       : CellStatus::Laser::ByProgram;
 }
 
 CellStatus StatusWatcher::state() const {
     CellStatus state = readSwitches();
     state.emergencyStop = controller_->emergencyStop();
     state.laser = laser();
-    for (const int row : states) {
-        if (isUsed(row) && !isOn(row)) {
-            state.faults << labelOf(row);
+    for (const I_PORT port : states) {
+        if (isUsed(port) && !isOn(port)) {
+            state.faults << labelOf(port);
         }
     }
-    state.laserPorts = problemsOf(laserEnableRow) + problemsOf(laserPowerRow);
-    state.gasPorts = problemsOf(gasRow);
+    state.laserPorts = problemsOf(DO_LASER_ENABLE) + problemsOf(AO_LASER_POWER);
+    state.gasPorts = problemsOf(DO_GAS);
     state.lastError = lastError_;
     state.busy = isBusy();
-    state.station = package_.mode() == PackageFlags::ByStation;
+    state.station = package_.mode() == prog::runmode::byStation;
     state.projectOpen = package_.hasProject();
     readPause(&state);
     readStations(&state);
@@ -279,10 +279,10 @@ CellStatus StatusWatcher::state() const {
 
 /// After a reset there is neither an open weld nor a pause point.
 void StatusWatcher::readPause(CellStatus* state) const {
-    state->pausedInWeld = m(node::weldOpen)->getBool(false);
-    const bool isKept = state->pausedInWeld || m(node::pausePoint)->cmobjCount() > 0;
+    state->pausedInWeld = m(prog::key::weldOpen)->getBool(false);
+    const bool isKept = state->pausedInWeld || m(prog::key::currentPausePoint)->cmobjCount() > 0;
     if (stopped_ && isKept && !state->busy) {
-        state->pausedLine = m(node::currentLine)->getInt();
+        state->pausedLine = m(prog::key::currentLine)->getInt();
     }
 }
 
@@ -302,7 +302,8 @@ void StatusWatcher::readWait(CellStatus* state) const {
     state->switchingOff = activity("depth") > 0 || activity("pendingSteps") > 0;
     if (state->busy) {
         state->line =
-            m(package_.mode() == PackageFlags::SingleStep ? node::executeLine : node::currentLine)->getInt();
+            m(package_.mode() == prog::runmode::singleStep ? prog::key::executeLine : prog::key::currentLine)
+                ->getInt();
     }
     if (state->waiting.isEmpty()) {
         return;
@@ -317,9 +318,10 @@ void StatusWatcher::readWait(CellStatus* state) const {
     state->input = detail;
     state->waitedMs = std::max<qint64>(0, now - waiting.value(QStringLiteral("since")).toLongLong());
     // The edited program may differ from the running copy.
-    const ModuleObject* statement = m(state->station ? node::stationProgram : node::program)->c(state->line);
+    const ModuleObject* statement =
+        m(state->station ? prog::key::stationProgram : prog::key::program)->c(state->line);
     if (prog::Signal::from(statement, prog::awaitedInput).address() == detail) {
-        state->awaited = statement->c(QStringLiteral("value1"))->getString() == QLatin1String("false")
+        state->awaited = statement->c(prog::field::value1)->getString() == prog::word::falseText
                              ? QStringLiteral("false")
                              : QStringLiteral("true");
     }

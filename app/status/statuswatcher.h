@@ -1,7 +1,7 @@
 #pragma once
 
 #include "app/status/statustext.h"
-#include "app/why/packageflags.h"
+#include "workcell/workcell.h"
 
 #include <QObject>
 #include <QPointer>
@@ -26,8 +26,8 @@ class StatusWatcher : public QObject {
     Q_OBJECT
 public:
     /// `controller` must outlive it. `page` is the package's page, which contains the stations' page.
-    StatusWatcher(const PackageFlags& package, const sim::Controller* controller, const QWidget* page,
-                  QObject* parent = nullptr);
+    StatusWatcher(const workcell::PackageFlags& package, const sim::Controller* controller,
+                  const QWidget* page, QObject* parent = nullptr);
 
     CellStatus state() const;
     const QStringList& sentences() const { return sentences_; }
@@ -58,7 +58,7 @@ private:
     void readPause(CellStatus* state) const;
     void readStations(CellStatus* state) const;
 
-    PackageFlags package_;
+    workcell::PackageFlags package_;
     const sim::Controller* controller_;
     QPointer<QWidget> stations_;
     QPointer<QWidget> listening_;  ///< the stations' switch

@@ -1,12 +1,12 @@
 #!/usr/bin/env bash
-# Makes the handbook's pictures anew: pictures.sh [LUMO-PANEL]
+# Makes the handbook's pictures anew: pictures.sh [LUMO-PICTURES]
 # ImageMagick, where it is installed, makes them a third as large.
 set -euo pipefail
 here=$(cd "$(dirname "$0")" && pwd)
-panel=${1:-$here/../../build/bin/lumo-panel}
+tool=${1:-$here/../../build/bin/lumo-pictures}
 made=$(mktemp -d)
 trap 'rm -rf "$made"' EXIT
-QT_QPA_PLATFORM=offscreen "$panel" --screenshots "$made" --language en
+"$tool" --language en "$made"
 mkdir -p "$here/img"
 grep -o 'img/[a-z_]*\.png' "$here/README.md" | sort -u | while read -r picture; do
     made_picture=$made/en-1280x800-${picture#img/}

@@ -2,7 +2,6 @@
 
 #include "app/appearance.h"
 #include "app/panel.h"
-#include "app/why/packageflags.h"
 #include "kord/kordservice.h"
 #include "mendo/log.h"
 #include "mendo/modulemanager.h"
@@ -38,7 +37,7 @@ protected:
 
     PanelTest() {
         mendo::LogHub::instance()->setConsole(false);
-        copyHere(":/app/sample", {"lumo_port.json", "lumo_param.json", "seam.json"});
+        copyHere(SAMPLE, {"lumo_port.json", "lumo_param.json", "seam.json"});
         app::installLanguage("en");
         panel_ = std::make_unique<app::Panel>();
         QString error;
@@ -94,9 +93,7 @@ protected:
         set("lumo.execute.trigger.start", line);
         pass(0);
     }
-    static void setRunMode(app::PackageFlags::RunMode mode) {
-        *const_cast<int*>(app::PackageFlags::find(LUMO_LIBRARY).runMode) = mode;
-    }
+    void setRunMode(int mode) const { *panel_->packageFlags().runMode = mode; }
 
     std::unique_ptr<app::Panel> panel_;
     QList<QWidget*> roots_;

@@ -38,7 +38,7 @@ private slots:
 
     void wrongOption_givesOneLine() {
         const QVector<QStringList> rows = {
-            {"--fast", "unknown argument --fast"},
+            {"--fast", "unknown option --fast"},
             {"--language", "--language needs a value: cn|en|ru"},
             {"--help=yes", "--help takes no value"},
             {"--settings cell/seam.json", "--settings cell/seam.json is no folder"},

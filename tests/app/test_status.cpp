@@ -1,5 +1,6 @@
 #include "app/status/statuswatcher.h"
 #include "panelfixture.h"
+#include "program/words.h"
 
 #include <QProgressBar>
 
@@ -28,7 +29,7 @@ private slots:
     void initTestCase() { m("lumo")->append(nullptr, "signalbind_program"); }
     void init() {
         robot()->setPower(true);
-        setRunMode(app::PackageFlags::ByHand);
+        setRunMode(prog::runmode::byHand);
         forgetPause();
         QCOMPARE(line(2), "✓ Welding is permitted|No program runs");
     }
@@ -150,7 +151,7 @@ private slots:
     }
 
     void stationProgram_isNamed() {
-        setRunMode(app::PackageFlags::ByStation);
+        setRunMode(prog::runmode::byStation);
         load("lumo.program", "[]");
         load("lumo.signalbind_program",
              "[{'type':'waitDI','DI_type':'IO','diName':'DI5','value1':'true'},"

@@ -18,8 +18,8 @@
 #include "runner/project.h"
 #include "runner/scenario.h"
 #include "runner/stationlist.h"
-#include "simulator/cell.h"
 #include "stations/station.h"
+#include "workcell/workcell.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -198,7 +198,7 @@ void params(const QByteArray& input) {
 void ports(const QByteArray& input) {
     readSettings(lumo::Settings::Ports, prog::key::port, input, drive);
     write("cell.json", input);
-    use(sim::readWiring("cell.json"));
+    use(workcell::readWiring("cell.json"));
 }
 
 void stations(const QByteArray& input) {

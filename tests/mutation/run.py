@@ -46,8 +46,8 @@ AREAS = {
     "runner": ["runner/*.cpp", "workcell/*.cpp"],
     "app": ["app/*.cpp", "app/*/*.cpp"],
 }
-# main() is in no library; the pictures have no test among those below.
-UNCHANGED = re.compile(r"(.*/)?main\.cpp|app/shots/")
+# main() is in no library.
+UNCHANGED = re.compile(r"(.*/)?main\.cpp")
 # Tests of random schedules and damaged files, or that need a display, an installation or a debugger's rights.
 LEFT_OUT = re.compile(r"campaign|long|packaging|fuzz|disk_|display|panel_randomclicks")
 SLOWEST_S = 8.0

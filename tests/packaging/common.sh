@@ -1,5 +1,5 @@
 # shellcheck shell=bash
-# To be sourced with the build folder and an own folder as arguments: `here`, `build`, `work` (empty), `fail`,
+# To be sourced with the build folder, an own folder and lumo-pictures as arguments: `here`, `build`, `work` (empty), `fail`,
 # and `clean`, which runs a program with nothing of this one's surroundings.
 set -Eeuo pipefail
 # A command that fails where nobody asks would end the script without a word.

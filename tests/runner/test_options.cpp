@@ -1,5 +1,4 @@
 #include "runner/options.h"
-#include "runner/outputcheck.h"
 #include "support/suite.h"
 #include "support/text.h"
 
@@ -27,7 +26,7 @@ private slots:
         const auto plain = parseOptions({"sub/a.json"}, &problem);
         QVERIFY2(plain, qPrintable(problem.text()));
         QCOMPARE(plain->settings, QDir::current().absoluteFilePath("sub"));
-        QVERIFY(plain->power && plain->weld && plain->writeMulti && !plain->handWeld && !plain->once);
+        QVERIFY(plain->power && plain->weld && !plain->noWriteMulti && !plain->handWeld && !plain->once);
         QVERIFY(plain->untilMs == 3600000 && plain->line == 1 && plain->ackMs == 0 && plain->axes == 6);
         QCOMPARE(plain->language, QString("en"));
 
@@ -37,7 +36,7 @@ private slots:
                   "--posture --vcd v.vcd --quiet a.json"),
             &problem);
         QVERIFY2(all, qPrintable(problem.text()));
-        QVERIFY(!all->power && !all->weld && all->handWeld && !all->writeMulti && all->trace == "-");
+        QVERIFY(!all->power && !all->weld && all->handWeld && all->noWriteMulti && all->trace == "-");
         QVERIFY(all->realtime && all->posture && all->quiet);
         QVERIFY(all->once == 7 && all->axes == 7 && all->ackMs == 250 && all->untilMs == 9);
         QCOMPARE((QStringList{all->settings, all->mode, all->scenarioName, all->vcd, all->project}),

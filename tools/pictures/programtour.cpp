@@ -1,12 +1,11 @@
-#include "app/shots/tours.h"
+#include "tools/pictures/tour.h"
 
-#include "app/shots/scene.h"
-#include "app/shots/steps.h"
 #include "simulator/controller.h"
+#include "tools/pictures/scene.h"
 
 #include <iterator>
 
-namespace app {
+namespace pictures {
 
 namespace {
 
@@ -302,4 +301,4 @@ std::vector<Stop> parameterStops() {
     return {std::begin(parameterRows), std::end(parameterRows)};
 }
 
-}  // namespace app
+}  // namespace pictures

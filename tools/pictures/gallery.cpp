@@ -1,35 +1,42 @@
-#include "app/shots/gallery.h"
+#include "tools/pictures/gallery.h"
 
-#include "app/options.h"
 #include "app/panel.h"
-#include "app/shots/scene.h"
-#include "app/shots/stops.h"
 #include "gantu/package.h"
 #include "mendo/log.h"
+#include "program/words.h"
+#include "tools/pictures/scene.h"
+#include "tools/pictures/tour.h"
+#include "workcell/commandline.h"
 
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QProcess>
 #include <QSettings>
+#include <QSize>
 #include <QTemporaryDir>
 
-#include <cstdio>
+#include <vector>
 
-namespace app {
+namespace pictures {
 
 namespace {
 
 constexpr int failed = 1;
 
-int complain(const QString& text) {
-    std::fprintf(stderr, "lumo-panel: %s\n", text.toUtf8().constData());
-    return failed;
+/// The sizes of the panel's window that pictures are taken in.
+std::vector<QSize> pictureSizes() {
+    return {QSize(1024, 768), QSize(1280, 800)};
 }
 
-/// The projects and settings that the pictures show, as a working directory.
+QString pictureName(const QString& language, const QSize& size, const QString& name) {
+    return QStringLiteral("%1-%2x%3-%4.png")
+        .arg(language, QString::number(size.width()), QString::number(size.height()), name);
+}
+
+/// Copies the projects and settings that the pictures show into a folder and makes it the working directory.
 bool layOutSample(const QString& folder) {
-    const QDir sample(QStringLiteral(":/app/sample"));
+    const QDir sample(QStringLiteral(":/pictures"));
     bool copied = QDir().mkpath(folder) && QDir::setCurrent(folder);
     const QStringList names = sample.entryList();
     for (const QString& fileName : names) {
@@ -39,7 +46,7 @@ bool layOutSample(const QString& folder) {
     return copied;
 }
 
-/// Takes one stop's pictures in all sizes; whether all are there.
+/// Takes one stop's pictures in all sizes; whether all could be taken.
 bool visit(const Stop& stop, Scene* scene, const QDir& folder, const QString& language) {
     bool whole = true;
     for (const QSize& size : pictureSizes()) {
@@ -48,7 +55,7 @@ bool visit(const Stop& stop, Scene* scene, const QDir& folder, const QString& la
         const QString file = pictureName(language, size, QLatin1String(stop.name));
         QString problem = scene->problem();
         if (problem.isEmpty() && scene->picture().size() != size) {
-            problem = scene->picture().isNull() ? QStringLiteral("what was waited for did not come")
+            problem = scene->picture().isNull() ? QStringLiteral("its moment did not come")
                                                 : QStringLiteral("the panel does not fit");
         }
         if (!scene->picture().isNull() && !scene->picture().save(folder.filePath(file))) {
@@ -64,13 +71,9 @@ bool visit(const Stop& stop, Scene* scene, const QDir& folder, const QString& la
 
 }  // namespace
 
-std::vector<QSize> pictureSizes() {
-    return {QSize(1024, 768), QSize(1280, 800)};
-}
-
-QString pictureName(const QString& language, const QSize& size, const QString& name) {
-    return QStringLiteral("%1-%2x%3-%4.png")
-        .arg(language, QString::number(size.width()), QString::number(size.height()), name);
+int complain(const QString& text) {
+    workcell::printError("lumo-pictures", text);
+    return failed;
 }
 
 int writeGallery(const QString& folder, const QString& language) {
@@ -82,12 +85,12 @@ int writeGallery(const QString& folder, const QString& language) {
     if (!place.isValid() || !layOutSample(place.filePath(QStringLiteral("cell")))) {
         return complain(QStringLiteral("the sample cannot be laid out"));
     }
-    // A file dialog keeps its look and history in the user's configuration.
+    // A file dialog reads its look and history from the user's configuration: use an empty one.
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, place.path());
     qputenv("XDG_CONFIG_HOME", QFile::encodeName(place.path()));
-    Panel panel;
+    app::Panel panel;
     QString error;
-    if (!panel.open(gantu::findLibrary(QStringLiteral("lumo")), &error)) {
+    if (!panel.open(gantu::findLibrary(prog::key::lumo), &error)) {
         return complain(error);
     }
     panel.window()->show();
@@ -103,14 +106,14 @@ int writeGallery(const QString& folder, const QString& language) {
 
 int writeEveryGallery(const QString& folder) {
     int status = 0;
-    for (const QString& language : languages()) {
+    for (const QString& language : workcell::languages()) {
         QProcess process;
         process.setProcessChannelMode(QProcess::ForwardedChannels);
         process.start(QCoreApplication::applicationFilePath(),
-                      {QStringLiteral("--screenshots"), folder, QStringLiteral("--language"), language});
+                      {QStringLiteral("--language"), language, folder});
         process.waitForFinished(-1);
         if (process.exitStatus() != QProcess::NormalExit) {
-            status = complain(language + QStringLiteral(": the pictures' process ended early"));
+            status = complain(language + QStringLiteral(": the process crashed"));
         } else if (process.exitCode() != 0) {
             status = process.exitCode();
         }
@@ -118,4 +121,4 @@ int writeEveryGallery(const QString& folder) {
     return status;
 }
 
-}  // namespace app
+}  // namespace pictures

@@ -1,39 +1,40 @@
-#include "app/shots/tours.h"
+#include "tools/pictures/tour.h"
 
 #include "app/panel.h"
 #include "app/pendant/pendantwindow.h"
-#include "app/shots/scene.h"
-#include "app/shots/steps.h"
 #include "app/views/viewswindow.h"
 #include "mendo/modulemanager.h"
+#include "program/words.h"
 #include "simulator/controller.h"
+#include "tools/pictures/scene.h"
 
 #include <iterator>
 
-namespace app {
+namespace pictures {
 
 namespace {
 
-/// Presses a tab of the strip, unfolded if need be.
+/// Unfolds the strip of the cell and takes a picture of one of its tabs.
 void cell(Scene& s, const char* tab) {
     s.panel()->window()->unfoldStrip(true);
     press(s, tab);
     s.shoot();
 }
 
-/// Opens the window of the views at a tab, as a hand does.
+/// Opens the window of the views at a tab.
 void view(Scene& s, int tab) {
     press(s, "btnViews");
     s.tab(tab);
-    // A screen of pictures is smaller than the panel: the window stands as it would on the panel's.
+    // The offscreen screen is smaller than the panel: place the window as on a screen of the panel's size.
     const QRect panel = s.panel()->window()->geometry();
     constexpr int titleKey = 26;
-    ViewsWindow* views = s.panel()->views();
-    views->setGeometry(placeBeside(panel, panel, ViewsWindow::fullWidth,
-                                   {0, PanelWindow::headerHeight + titleKey, 0, PanelWindow::statusHeight}));
+    app::ViewsWindow* views = s.panel()->views();
+    views->setGeometry(
+        app::placeBeside(panel, panel, app::ViewsWindow::fullWidth,
+                         {0, app::PanelWindow::headerHeight + titleKey, 0, app::PanelWindow::statusHeight}));
 }
 
-/// Takes the picture in the middle of the sample's weld, with the window of the views at a tab.
+/// Takes the picture in the middle of the sample's weld, with a tab of the views shown.
 void weldInView(Scene& s, int tab) {
     s.openProject(sampleFile);
     view(s, tab);
@@ -46,10 +47,10 @@ void weldInView(Scene& s, int tab) {
     startSample(s);
 }
 
-/// Shows the pendant over the panel, as on a screen that is no larger, with one of its tabs.
+/// Shows the pendant over the panel, as on a screen of the panel's size, with one of its tabs.
 void pendant(Scene& s, bool unfolded, const char* tab) {
     constexpr int lastLine = 48;
-    PendantWindow* window = s.panel()->pendant();
+    app::PendantWindow* window = s.panel()->pendant();
     window->setUnfolded(unfolded);
     window->show();
     const QRect panel = s.panel()->window()->geometry();
@@ -123,7 +124,7 @@ const Stop statusRows[] = {
      [](Scene& s) {
          s.openProject(sampleFile);
          power(s);
-         const auto gas = m(QStringLiteral("lumo.port.#6.enable"));
+         const auto gas = m(prog::key::port)->c(6)->c(prog::field::enable);
          gas->setValue(nullptr, false);
          s.controller()->setInput(QStringLiteral("LUMO_DI.#2"), false);
          s.shoot();
@@ -175,7 +176,7 @@ const Stop statusRows[] = {
      }},
 };
 
-/// What the file service reports.
+/// Problems of files.
 const Stop notices[] = {
     {"notice",
      [](Scene& s) {
@@ -286,4 +287,4 @@ std::vector<Stop> pendantStops() {
     return {std::begin(pendantRows), std::end(pendantRows)};
 }
 
-}  // namespace app
+}  // namespace pictures

@@ -1,8 +1,9 @@
-#include "app/shots/scene.h"
+#include "tools/pictures/scene.h"
 
 #include "app/noticebar.h"
 #include "app/panel.h"
 #include "mendo/modulemanager.h"
+#include "program/words.h"
 #include "simulator/controller.h"
 #include "simulator/time/virtualtime.h"
 
@@ -24,7 +25,7 @@
 
 #include <algorithm>
 
-namespace app {
+namespace pictures {
 
 namespace {
 
@@ -37,7 +38,7 @@ sim::VirtualTime* clock() {
     return sim::VirtualTime::instance();
 }
 
-/// What is on the screen besides the panel's window, the oldest first.
+/// The visible top-level windows besides the panel's, the oldest first.
 QWidgetList overlays(const QWidget* window) {
     QWidgetList shown;
     const QWidgetList all = QApplication::topLevelWidgets();
@@ -46,7 +47,7 @@ QWidgetList overlays(const QWidget* window) {
             shown << widget;
         }
     }
-    // A dialog that belongs to another one lies over it.
+    // A dialog lies over its parent.
     const auto depth = [](const QWidget* widget) {
         int levels = 0;
         for (; widget; widget = widget->parentWidget()) {
@@ -59,7 +60,7 @@ QWidgetList overlays(const QWidget* window) {
     return shown;
 }
 
-/// Draws a window as a window manager shows it: with its title, unless it wants none.
+/// Draws a window as a window manager shows it: with its title, unless it is frameless.
 void paintWindow(QPainter* painter, QWidget* widget, const QPoint& place) {
     const QPixmap content = widget->grab();
     painter->drawPixmap(place, content);
@@ -74,8 +75,8 @@ void paintWindow(QPainter* painter, QWidget* widget, const QPoint& place) {
     painter->drawRect(QRect(title.topLeft(), QSize(title.width() - 1, titleHeight + content.height() - 1)));
 }
 
-/// Where a window stands over the panel's. A dialog is in the middle, and choices are at what opened them, as
-/// on a screen that has room for it: the one here is smaller than the panel.
+/// Position of a window relative to the panel's: a dialog in the middle, a popup below its widget. The
+/// offscreen screen is smaller than the panel, so that the actual positions are moved.
 QPoint placeOf(const QWidget* widget, const QWidget* window) {
     const QWidget* owner = widget->windowType() == Qt::Popup ? widget->parentWidget() : nullptr;
     if (owner) {
@@ -89,7 +90,7 @@ QPoint placeOf(const QWidget* widget, const QWidget* window) {
     return place.topLeft();
 }
 
-/// The folder's content is read by a thread of its own, on the wall clock.
+/// A file dialog reads the folder in another thread, on the wall clock.
 void awaitFiles(const QDialog* dialog) {
     const auto* view = dialog->findChild<QAbstractItemView*>(QStringLiteral("listView"));
     for (int i = 0; view && i < 200 && view->model()->rowCount(view->rootIndex()) == 0; ++i) {
@@ -101,7 +102,7 @@ void awaitFiles(const QDialog* dialog) {
 
 }  // namespace
 
-Scene::Scene(Panel* panel) : panel_(panel) {}
+Scene::Scene(app::Panel* panel) : panel_(panel) {}
 
 sim::Controller* Scene::controller() const {
     return panel_->controller();
@@ -117,7 +118,7 @@ void Scene::reset(const QSize& size) {
     controller()->setPower(false);
     controller()->setMode(QStringLiteral("auto"));
     controller()->setInput(QStringLiteral("DI3"), true);
-    PanelWindow* window = panel_->window();
+    app::PanelWindow* window = panel_->window();
     window->notices()->dismiss();
     window->resize(size);
     clock()->advance(layoutMs);
@@ -132,7 +133,7 @@ void Scene::reset(const QSize& size) {
     picture_ = QPixmap();
 }
 
-/// Answers no to whatever is open.
+/// Rejects all open dialogs.
 void Scene::closeDialogs() {
     const QWidgetList shown = overlays(panel_->window());
     for (QWidget* widget : shown) {
@@ -216,7 +217,7 @@ void Scene::accept() {
     const QWidgetList shown = overlays(panel_->window());
     const auto* buttons = shown.isEmpty() ? nullptr : shown.last()->findChild<QDialogButtonBox*>();
     if (!buttons || buttons->buttons().isEmpty()) {
-        fail(QStringLiteral("there is nothing to be accepted"));
+        fail(QStringLiteral("there is no dialog to accept"));
         return;
     }
     for (const auto which : {QDialogButtonBox::Ok, QDialogButtonBox::Yes}) {
@@ -241,7 +242,7 @@ void Scene::after(int ms, const Step& step) {
 
 void Scene::whenLineRuns(int line, const Step& step) {
     auto* once = new QObject(steps_.get());
-    connect(m(QStringLiteral("lumo.execute.line")), &mendo::ModuleObject::changed, once,
+    connect(m(prog::key::executeLine), &mendo::ModuleObject::changed, once,
             [this, once, line, step](const QVariant& value) {
                 if (value.toInt() != line) {
                     return;
@@ -254,8 +255,7 @@ void Scene::whenLineRuns(int line, const Step& step) {
 void Scene::settle() {
     clock()->advanceUntil(
         [this] {
-            return m(QStringLiteral("lumo.execute.state"))->getString() != QLatin1String("busy") &&
-                   controller()->standsStill();
+            return m(prog::key::executeState)->getString() != prog::word::busy && controller()->standsStill();
         },
         longestRunMs);
     clock()->advance(2000);
@@ -265,7 +265,7 @@ void Scene::shoot() {
     if (!problem_.isEmpty()) {
         return;
     }
-    PanelWindow* window = panel_->window();
+    app::PanelWindow* window = panel_->window();
     const QWidgetList shown = overlays(window);
     for (QWidget* widget : shown) {
         if (const auto* dialog = qobject_cast<QFileDialog*>(widget)) {
@@ -282,4 +282,4 @@ void Scene::shoot() {
     picture_ = picture;
 }
 
-}  // namespace app
+}  // namespace pictures

@@ -1,10 +1,10 @@
-#include "app/shots/tours.h"
+#include "tools/pictures/tour.h"
 
 #include "app/panel.h"
-#include "app/shots/scene.h"
-#include "app/shots/steps.h"
 #include "mendo/modulemanager.h"
+#include "program/words.h"
 #include "simulator/controller.h"
+#include "tools/pictures/scene.h"
 
 #include <QApplication>
 #include <QComboBox>
@@ -16,7 +16,7 @@
 #include <initializer_list>
 #include <iterator>
 
-namespace app {
+namespace pictures {
 
 namespace {
 
@@ -28,10 +28,10 @@ void monitor(Scene& s) {
 
 /// Takes inputs and analogue outputs out of use, or back in.
 void useMonitoredPorts(bool used) {
-    const QList<mendo::ModuleObject*> ports = m(QStringLiteral("lumo.port"))->cmobjs();
+    const QList<mendo::ModuleObject*> ports = m(prog::key::port)->cmobjs();
     for (mendo::ModuleObject* port : ports) {
-        if (port->c(QStringLiteral("type"))->getString() != QLatin1String("DO")) {
-            port->set(nullptr, QStringLiteral("enable"), used);
+        if (port->c(prog::field::type)->getString() != prog::word::portOutput) {
+            port->set(nullptr, prog::field::enable, used);
         }
     }
 }
@@ -43,7 +43,7 @@ void percent(Scene& s, const char* field, double value) {
     }
 }
 
-/// Presses buttons of the device page, which follows the outputs a little later.
+/// Presses buttons of the device page, and waits until it shows the new outputs.
 void switchDevices(Scene& s, std::initializer_list<const char*> buttons) {
     for (const char* button : buttons) {
         press(s, button);
@@ -72,7 +72,7 @@ QTableWidget* shownTable(Scene& s) {
     return shown == tables.end() ? nullptr : *shown;
 }
 
-/// Opens the choices of a port as a finger does.
+/// Opens the list of signals of a port with the mouse.
 void choosePort(Scene& s, int row) {
     press(s, "btnPort");
     const QTableWidget* table = shownTable(s);
@@ -262,4 +262,4 @@ std::vector<Stop> deviceStops() {
     return {std::begin(devices), std::end(devices)};
 }
 
-}  // namespace app
+}  // namespace pictures
