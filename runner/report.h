@@ -1,6 +1,6 @@
 #pragma once
 
-#include "runner/stationwatch.h"
+#include "runner/runwatch.h"
 
 #include <QString>
 

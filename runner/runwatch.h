@@ -5,10 +5,12 @@
 #include <QObject>
 #include <QString>
 
+#include <functional>
+#include <vector>
+
 namespace run {
 
-/// Follows the runs of the executor: which lines it executes, whether one was accepted and how the
-/// last one ended.
+/// Follows the runs of the executor: whether one was accepted, which lines it executes, how it ended.
 class RunWatch : public QObject {
     Q_OBJECT
 public:
@@ -24,14 +26,13 @@ public:
 
     /// The controller reports a motion's result.
     void motionEnded(int code);
-    /// The robot was told to stop. Where neither a pause nor a loss of power came before, the executor has
-    /// met something that it cannot go on with.
+    /// The executor stopped the robot. Without a pause or a loss of power before, that is an error.
     void motionStopped() { end(QStringLiteral("error")); }
 
 signals:
-    /// A run or single step was accepted. This comes before the page hears of it.
+    /// A run or single step was accepted. Emitted before the page is notified.
     void begun();
-    /// It is over, `reason()` says how.
+    /// It is over; reason() says how.
     void ended();
     /// A statement begins; `line` counts from 0.
     void lineBegun(int line, const QString& type);
@@ -43,12 +44,52 @@ private:
     void onProgress(const workcell::Change& change);
     void begin(int line, const QString& type);
 
-    bool stepAsked_ = false;  ///< the trigger that was written last is the one for a single step
-    bool step_ = false;       ///< the run that was accepted last is a single step
+    bool stepAsked_ = false;  ///< the last trigger was that of a single step
+    bool step_ = false;       ///< the last accepted run is a single step
     bool running_ = false;
     QString reason_ = QStringLiteral("refused");
-    int line_ = -1;  ///< the walk's, its type is still to come
+    int line_ = -1;  ///< of the walk; its type is written next
     int lines_ = 0;
+};
+
+/// What a station did.
+struct StationFigures {
+    int runs = 0;      ///< accepted by the executor
+    int finished = 0;  ///< runs that reached the end of their program
+    qint64 busyMs = 0;
+    qint64 laserMs = 0;  ///< from the start of each of its runs to the start of the next run
+};
+
+/// Assigns the executor's runs to the stations that started them.
+class StationWatch {
+public:
+    /// `clock` returns the time and `laserOn` how long the laser was on so far, both in ms.
+    StationWatch(std::function<qint64()> clock, std::function<qint64()> laserOn);
+
+    /// A run was accepted; `byStation`: by a station, not by hand.
+    void runBegun(bool byStation);
+    void runEnded(const QString& reason);
+    /// The state text of a station changed.
+    void stateChanged(int row);
+
+    /// Whether every run of a station reached the end of its program.
+    bool allFinished() const { return begun_ == finished_; }
+
+    /// Up to now. The last rows may be missing where they had no run.
+    std::vector<StationFigures> figures() const;
+
+private:
+    /// Adds the laser's time since the last call to the station of the last run.
+    void addLaserTime();
+
+    std::function<qint64()> clock_, laserOn_;
+    std::vector<StationFigures> figures_;
+    int begun_ = 0, finished_ = 0;  ///< runs of stations
+    bool byStation_ = false;        ///< the last run
+    bool unclaimed_ = false;        ///< a run of a station has begun, its row is not known yet
+    int row_ = -1;                  ///< of the last run; -1: started by hand
+    qint64 begunMs_ = 0;
+    qint64 laserBeforeMs_ = 0;
 };
 
 }  // namespace run

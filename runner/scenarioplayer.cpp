@@ -1,9 +1,9 @@
 #include "runner/scenarioplayer.h"
 
 #include "mendo/modulemanager.h"
-#include "runner/hand.h"
-#include "runner/pagehand.h"
+#include "runner/pageoperator.h"
 #include "runner/project.h"
+#include "runner/treeoperator.h"
 #include "simulator/cell.h"
 #include "simulator/controller.h"
 
@@ -65,13 +65,13 @@ QString noLine(int line, int count) {
 
 }  // namespace
 
-ScenarioPlayer::ScenarioPlayer(const Scenario& scenario, Hand* hand, PageHand* pageHand,
+ScenarioPlayer::ScenarioPlayer(const Scenario& scenario, TreeOperator* tree, PageOperator* pages,
                                sim::Controller* controller, sim::Cell* cell, const QString& projectFolder,
                                QObject* parent)
     : QObject(parent),
       scenario_(scenario),
-      hand_(hand),
-      pageHand_(pageHand),
+      tree_(tree),
+      pages_(pages),
       controller_(controller),
       cell_(cell),
       projectFolder_(projectFolder) {}
@@ -164,7 +164,7 @@ void ScenarioPlayer::apply(const ScenarioEntry& entry) {
 
 /// Why an entry cannot be applied now; empty when it can.
 QString ScenarioPlayer::refusalOf(const ScenarioEntry& entry) const {
-    const int lines = Hand::lineCount();
+    const int lines = TreeOperator::lineCount();
     switch (entry.action) {
         case Action::Place:
             return reasonOf(controller_->checkPoseMove(poseMoveOf(entry)));
@@ -178,9 +178,9 @@ QString ScenarioPlayer::refusalOf(const ScenarioEntry& entry) const {
         case Action::Load:
             return noProject(pathOf(entry)) ? QStringLiteral("there is no project to load") : QString();
         case Action::Port:
-            return pageHand_->portFault(number(entry, "row"));
+            return pages_->portFault(number(entry, "row"));
         case Action::Station:
-            return pageHand_->stationFault(number(entry, "row"));
+            return pages_->stationFault(number(entry, "row"));
         default:
             return {};
     }
@@ -192,29 +192,29 @@ void ScenarioPlayer::applyToHand(const ScenarioEntry& entry) {
     const QString path = entry.keys.value(QStringLiteral("path")).toString();
     switch (entry.action) {
         case Action::Start:
-            hand_->start(line);
+            tree_->start(line);
             break;
         case Action::Once:
-            hand_->once(line);
+            tree_->once(line);
             break;
         case Action::Resume:
-            hand_->resume();
+            tree_->resume();
             break;
         case Action::Pause:
-            hand_->pause();
+            tree_->pause();
             break;
         case Action::Weld:
-            hand_->setWeld(value.toBool());
+            tree_->setWeld(value.toBool());
             break;
         case Action::HandWeld:
-            hand_->setHandWeld(value.toBool());
+            tree_->setHandWeld(value.toBool());
             break;
         case Action::Monitor:
-            hand_->setMonitoring(value.toBool());
+            tree_->setMonitoring(value.toBool());
             break;
         case Action::Set:
             emit writing(path);
-            hand_->set(path, value);
+            tree_->set(path, value);
             break;
         case Action::Load:
             load(pathOf(entry));
@@ -228,16 +228,16 @@ void ScenarioPlayer::applyToProgram(const ScenarioEntry& entry) {
     const int line = number(entry, "line0");
     switch (entry.action) {
         case Action::Insert:
-            hand_->insertStatement(line, entry.keys.value(QStringLiteral("statement")).toObject());
+            tree_->insertStatement(line, entry.keys.value(QStringLiteral("statement")).toObject());
             break;
         case Action::Remove:
-            hand_->removeStatement(line);
+            tree_->removeStatement(line);
             break;
         case Action::Move:
-            hand_->moveStatement(line, number(entry, "to0"));
+            tree_->moveStatement(line, number(entry, "to0"));
             break;
         case Action::Enable:
-            hand_->enableStatement(line, entry.keys.value(QStringLiteral("value")).toBool());
+            tree_->enableStatement(line, entry.keys.value(QStringLiteral("value")).toBool());
             break;
         default:
             applyToPages(entry);
@@ -247,13 +247,13 @@ void ScenarioPlayer::applyToProgram(const ScenarioEntry& entry) {
 void ScenarioPlayer::applyToPages(const ScenarioEntry& entry) {
     switch (entry.action) {
         case Action::Device:
-            pageHand_->device(entry.keys);
+            pages_->device(entry.keys);
             break;
         case Action::Port:
-            pageHand_->port(number(entry, "row"), entry.keys.value(QStringLiteral("enable")).toBool());
+            pages_->port(number(entry, "row"), entry.keys.value(QStringLiteral("enable")).toBool());
             break;
         case Action::Station:
-            pageHand_->station(number(entry, "row"), entry.keys.value(QStringLiteral("set")).toObject());
+            pages_->station(number(entry, "row"), entry.keys.value(QStringLiteral("set")).toObject());
             break;
         default:
             break;
@@ -262,7 +262,7 @@ void ScenarioPlayer::applyToPages(const ScenarioEntry& entry) {
 
 void ScenarioPlayer::quit() {
     next_ = scenario_.entries().size();
-    pageHand_->letGo();
+    pages_->dropActions();
     emit quitting();
 }
 
@@ -271,9 +271,9 @@ QString ScenarioPlayer::pathOf(const ScenarioEntry& entry) const {
 }
 
 void ScenarioPlayer::load(const QString& path) {
-    hand_->loadProject(mendo::ModuleManager::readFromJson(path));
-    if (Hand::isIdle()) {
-        hand_->resetResumeData();
+    tree_->loadProject(mendo::ModuleManager::readFromJson(path));
+    if (TreeOperator::isIdle()) {
+        tree_->resetResumeData();
     }
 }
 

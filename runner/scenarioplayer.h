@@ -12,16 +12,17 @@ class Controller;
 
 namespace run {
 
-class Hand;
-class PageHand;
+class TreeOperator;
+class PageOperator;
 
 /// Applies the entries of a scenario at their times.
 class ScenarioPlayer : public QObject {
     Q_OBJECT
 public:
     /// `projectFolder`: where the files of "load" are.
-    ScenarioPlayer(const Scenario& scenario, Hand* hand, PageHand* pageHand, sim::Controller* controller,
-                   sim::Cell* cell, const QString& projectFolder, QObject* parent = nullptr);
+    ScenarioPlayer(const Scenario& scenario, TreeOperator* tree, PageOperator* pages,
+                   sim::Controller* controller, sim::Cell* cell, const QString& projectFolder,
+                   QObject* parent = nullptr);
 
     /// Times count from now; those of time 0 come when the event loop is entered next.
     void start();
@@ -57,8 +58,8 @@ private:
     void quit();
 
     Scenario scenario_;
-    Hand* hand_;
-    PageHand* pageHand_;
+    TreeOperator* tree_;
+    PageOperator* pages_;
     sim::Controller* controller_;
     sim::Cell* cell_;
     QString projectFolder_;

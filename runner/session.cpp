@@ -145,18 +145,18 @@ bool Session::readInput() {
         printError(fault);
         return false;
     }
-    player_ = std::make_unique<ScenarioPlayer>(*scenario, &hand_, &pageHand_, cell_->controller(),
-                                               cell_->cell(), options_.folder());
+    player_ = std::make_unique<ScenarioPlayer>(*scenario, &tree_, &pages_, cell_->controller(), cell_->cell(),
+                                               options_.folder());
     return true;
 }
 
 void Session::makeCell() {
-    pages_ = std::make_unique<QStackedWidget>();
-    pages_->resize(1280, 800);
+    stack_ = std::make_unique<QStackedWidget>();
+    stack_->resize(1280, 800);
     sim::Controller::Options controller;
     controller.axes = options_.axes;
     controller.writeMulti = !options_.noWriteMulti;
-    cell_ = std::make_unique<workcell::WorkCell>(pages_.get(), controller);
+    cell_ = std::make_unique<workcell::WorkCell>(stack_.get(), controller);
     cell_->controller()->setPower(options_.power);
     cell_->controller()->setMode(options_.mode);
     recorder_.attach(cell_->controller(), options_.posture);
@@ -195,14 +195,14 @@ bool Session::setUp() {
     if (!openPanel()) {
         return false;
     }
-    const bool hasStationPage = stationPage_.find(pages_.get());
+    const bool hasStationPage = stationPage_.find(stack_.get());
     if (!hasStationPage && (stations_ || player_->needsStationPage())) {
         printError(QStringLiteral("the package has no station page"));
         return false;
     }
-    hand_.setRunMode(package_.runMode);
-    hand_.setStationPage(&stationPage_);
-    pageHand_.setPanel(pages_.get(), &stationPage_);
+    tree_.setRunMode(package_.runMode);
+    tree_.setStationPage(&stationPage_);
+    pages_.setPanel(stack_.get(), &stationPage_);
     const int sets = m(prog::key::param)->cmobjCount();
     for (const Problem& warning : project_ ? project_->warnings(sets) : stations_->warnings(sets)) {
         printWarning(warning.text());
@@ -215,8 +215,8 @@ bool Session::openPanel() {
     workcell::setLanguage(options_.language);
     QString error;
     if (cell_->open(gantu::findLibrary(prog::key::lumo), &error)) {
-        pages_->setUpdatesEnabled(false);  // painting would take most of the time
-        pages_->show();
+        stack_->setUpdatesEnabled(false);  // painting would take most of the time
+        stack_->show();
         package_ = cell_->flags();
         if (!package_.executor) {
             error = QStringLiteral("the package made no executor");
@@ -244,8 +244,8 @@ void Session::connectEnds() {
     });
     connect(controller, &sim::Controller::postureMoved, this, &Session::scheduleCheck);
     connect(package_.executor, SIGNAL(activityChanged()), this, SLOT(scheduleCheck()));
-    connect(&hand_, &Hand::released, this, &Session::scheduleCheck);
-    connect(&pageHand_, &PageHand::released, this, &Session::scheduleCheck);
+    connect(&tree_, &TreeOperator::written, this, &Session::scheduleCheck);
+    connect(&pages_, &PageOperator::worked, this, &Session::scheduleCheck);
     connect(messages_.get(), &MessageWatch::closed, this, &Session::scheduleCheck);
     connect(messages_.get(), &MessageWatch::shown, &recorder_, &Recorder::message);
     connect(messages_.get(), &MessageWatch::shown, this, &Session::onMessage);
@@ -270,16 +270,16 @@ void Session::begin() {
                 [this](int signal, double value) { vcd_.set(signal, value, elapsedMs()); });
     }
     if (project_) {
-        hand_.loadProject(project_->content());
+        tree_.loadProject(project_->content());
     } else {
         stationPage_.show();
     }
-    hand_.setWeld(options_.weld);
-    hand_.setHandWeld(options_.handWeld);
+    tree_.setWeld(options_.weld);
+    tree_.setHandWeld(options_.handWeld);
     if (options_.once) {
-        hand_.prepareStep();
+        tree_.prepareStep();
     } else if (project_) {
-        hand_.prepareRun(options_.line - 1);
+        tree_.prepareRun(options_.line - 1);
     }
     startMs_ = mendo::Clock::current().elapsedMs();
     until_.start(options_.untilMs);
@@ -293,11 +293,11 @@ void Session::begin() {
 
 void Session::go() {
     if (stations_) {
-        hand_.setMonitoring(true);
+        tree_.setMonitoring(true);
     } else if (options_.once) {
-        hand_.once(*options_.once - 1);
+        tree_.once(*options_.once - 1);
     } else {
-        hand_.resume();
+        tree_.resume();
     }
 }
 
@@ -385,7 +385,7 @@ bool Session::isStuck() const {
     const QObject* executor = package_.executor;
     const QString kind = executor->property("waiting").toMap().value(QStringLiteral("kind")).toString();
     const bool awaitsMotion = kind == QLatin1String("move") || kind == QLatin1String("zone");
-    return awaitsMotion && !player_->isPending() && !pageHand_.isBusy() && !messages_->isPending() &&
+    return awaitsMotion && !player_->isPending() && !pages_.isBusy() && !messages_->isPending() &&
            cell_->controller()->standsStill();
 }
 
@@ -395,8 +395,8 @@ bool Session::isOver() const {
 
 bool Session::isAtRest() const {
     const QObject* executor = package_.executor;
-    return !hand_.isPressing() && !pageHand_.isBusy() && !player_->isPlaying() && !messages_->isPending() &&
-           Hand::isIdle() && executor->property("depth").toInt() == 0 &&
+    return !tree_.isWriting() && !pages_.isBusy() && !player_->isPlaying() && !messages_->isPending() &&
+           TreeOperator::isIdle() && executor->property("depth").toInt() == 0 &&
            executor->property("pendingSteps").toInt() == 0 && cell_->controller()->standsStill();
 }
 
@@ -436,7 +436,7 @@ std::vector<StationLine> Session::stationLines() const {
 
 /// Whether all that began came to its end.
 bool Session::isSuccess() const {
-    return watch_.reason() == QLatin1String("finished") && !quitInRun_ && !pageHand_.hasFailed() &&
+    return watch_.reason() == QLatin1String("finished") && !quitInRun_ && !pages_.hasFailed() &&
            (!stations_ || stationWatch_.allFinished());
 }
 

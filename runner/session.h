@@ -1,9 +1,8 @@
 #pragma once
 
-#include "runner/hand.h"
 #include "runner/messagewatch.h"
 #include "runner/options.h"
-#include "runner/pagehand.h"
+#include "runner/pageoperator.h"
 #include "runner/project.h"
 #include "runner/recorder.h"
 #include "runner/report.h"
@@ -11,8 +10,8 @@
 #include "runner/scenarioplayer.h"
 #include "runner/stationlist.h"
 #include "runner/stationpage.h"
-#include "runner/stationwatch.h"
 #include "runner/trace.h"
+#include "runner/treeoperator.h"
 #include "workcell/cellsignals.h"
 #include "workcell/treefollower.h"
 #include "workcell/vcdwriter.h"
@@ -87,9 +86,9 @@ private:
     Recorder recorder_;
     StationPage stationPage_;
     StationWatch stationWatch_;
-    Hand hand_;
-    PageHand pageHand_;
-    std::unique_ptr<QStackedWidget> pages_;
+    TreeOperator tree_;
+    PageOperator pages_;
+    std::unique_ptr<QStackedWidget> stack_;
     std::unique_ptr<workcell::WorkCell> cell_;
     workcell::PackageFlags package_;
     std::unique_ptr<MessageWatch> messages_;

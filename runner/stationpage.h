@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QJsonObject>
 #include <QObject>
 #include <QString>
 #include <QStringList>
@@ -9,24 +10,23 @@ class QWidget;
 
 namespace run {
 
-/// The package's station page as hand and eye meet it: found by the names of its widgets, operated
-/// with the mouse, read off its table.
+/// Operates the package's station page: finds its widgets by name, uses the mouse, reads the table.
 class StationPage : public QObject {
     Q_OBJECT
 public:
     explicit StationPage(QObject* parent = nullptr) : QObject(parent) {}
 
-    /// Looks for the page below the panel. False when it has none; nothing else may be called then.
+    /// Finds the page below the panel. False when there is none; nothing else may be called then.
     bool find(QWidget* panel);
 
     /// Opens the page from the panel's navigation.
     void show();
     /// Opens the editor for the station of a row.
     void edit(int row);
-    /// Presses the page's switch, unless it stands so already.
+    /// Presses the page's switch, if its state differs.
     void setMonitoring(bool on);
     bool isMonitoring() const;
-    /// Projects that wait for their start, the one under way included.
+    /// Projects that wait for their start, and the running one.
     int queued() const;
 
     int count() const;
@@ -45,7 +45,33 @@ private:
     QWidget* navigation_ = nullptr;
     QWidget* switch_ = nullptr;
     QTableWidget* table_ = nullptr;
-    QStringList states_;  ///< as they were read last
+    QStringList states_;  ///< as last read
+};
+
+/// Operates the package's page on which one station is edited.
+class StationEditor {
+public:
+    /// `page` must outlive it.
+    explicit StationEditor(QWidget* page) : page_(page) {}
+
+    /// Fills the fields of a station's record into the page. Returns, in English, the first one that cannot
+    /// be typed or chosen; empty when all could.
+    QString fill(const QJsonObject& fields) const;
+    /// Presses OK. False when the page stays open.
+    bool accept() const;
+    void cancel() const;
+
+private:
+    QString fillName(const QString& name) const;
+    QString fillTime(const QString& time) const;
+    QString chooseProject(const QString& file) const;
+    QString chooseEdge(const char* combo, const QString& word) const;
+    QString chooseSignal(const QJsonObject& fields, const QString& field) const;
+    QString choose(const QString& combo, const QString& text) const;
+    template <class Widget>
+    Widget* widget(const QString& name) const;
+
+    QWidget* page_;
 };
 
 }  // namespace run

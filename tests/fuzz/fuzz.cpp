@@ -13,11 +13,11 @@
 #include "mendo/log.h"
 #include "mendo/modulemanager.h"
 #include "program/words.h"
-#include "runner/hand.h"
 #include "runner/jsonwriter.h"
 #include "runner/project.h"
 #include "runner/scenario.h"
 #include "runner/stationlist.h"
+#include "runner/treeoperator.h"
 #include "stations/station.h"
 #include "workcell/workcell.h"
 
@@ -103,7 +103,7 @@ void saveAndReadAgain(bool throughFile) {
 }
 
 void check(const QByteArray& input) {
-    static run::Hand hand;
+    static run::TreeOperator tree;
     mendo::JsonFault fault;
     if (!mendo::parseJson(input, &fault)) {
         require(fault.offset >= 0 && fault.offset <= input.size(), "a fault lies in the file");
@@ -118,7 +118,7 @@ void check(const QByteArray& input) {
     for (const run::Problem& warning : project->warnings(2)) {
         use(warning.text());
     }
-    hand.loadProject(project->content());
+    tree.loadProject(project->content());
 }
 
 void project(const QByteArray& input) {
@@ -213,7 +213,7 @@ void stations(const QByteArray& input) {
 }
 
 void scenario(const QByteArray& input) {
-    static run::Hand hand;
+    static run::TreeOperator tree;
     static const QJsonValue usual = m()->root()->exportToJson();
     run::Problem problem;
     const std::optional<run::JsonText> text = run::JsonText::parse(input, "scenario.json", &problem);
@@ -224,7 +224,7 @@ void scenario(const QByteArray& input) {
     }
     for (const run::ScenarioEntry& entry : scenario->entries()) {
         if (entry.action == run::Action::Set) {
-            hand.set(entry.keys.value("path").toString(), entry.keys.value("value"));
+            tree.set(entry.keys.value("path").toString(), entry.keys.value("value"));
         }
     }
     m()->root()->loadJson(nullptr, usual);

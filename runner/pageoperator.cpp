@@ -1,9 +1,9 @@
-#include "runner/pagehand.h"
+#include "runner/pageoperator.h"
 
 #include "kord/kordservice.h"
 #include "mendo/modulemanager.h"
+#include "program/ports.h"
 #include "runner/problem.h"
-#include "runner/stationeditor.h"
 #include "runner/stationpage.h"
 
 #include <QAbstractButton>
@@ -27,19 +27,19 @@ constexpr int mostMs = 1000;  // the device page follows its outputs every 160 m
 struct DeviceRow {
     const char* name;
     const char* button;
-    int port;
-    int lock;          ///< the port that gates it; of a lock its own
+    I_PORT port;
+    I_PORT lock;       ///< the port that must be on; a lock's own port
     const char* gate;  ///< a button that is enabled exactly while the page shows that the lock is on
 };
 
 constexpr DeviceRow devices[] = {
-    {"laserLock", "btnLaserControl", 11, 11, "btnLaserTest"},
-    {"laser", "btnLaserTest", 9, 11, "btnLaserTest"},
-    {"pilot", "btnRedLight", 7, 11, "btnLaserTest"},
-    {"gasLock", "btnBlowControl", 13, 13, "btnBlowTest"},
-    {"gas", "btnBlowTest", 6, 13, "btnBlowTest"},
-    {"wireLock", "btnWireControl", 12, 12, "btnWireTest"},
-    {"wire", "btnWireTest", 8, 12, "btnWireTest"},
+    {"laserLock", "btnLaserControl", DO_LASER_SAFETY_LOCK, DO_LASER_SAFETY_LOCK, "btnLaserTest"},
+    {"laser", "btnLaserTest", DO_LASER_ENABLE, DO_LASER_SAFETY_LOCK, "btnLaserTest"},
+    {"pilot", "btnRedLight", DO_RED_LIGHT, DO_LASER_SAFETY_LOCK, "btnLaserTest"},
+    {"gasLock", "btnBlowControl", DO_GAS_SAFETY_LOCK, DO_GAS_SAFETY_LOCK, "btnBlowTest"},
+    {"gas", "btnBlowTest", DO_GAS, DO_GAS_SAFETY_LOCK, "btnBlowTest"},
+    {"wireLock", "btnWireControl", DO_WIRE_SAFETY_LOCK, DO_WIRE_SAFETY_LOCK, "btnWireTest"},
+    {"wire", "btnWireTest", DO_WIRE_ENABLE, DO_WIRE_SAFETY_LOCK, "btnWireTest"},
 };
 
 struct FieldRow {
@@ -60,21 +60,21 @@ const DeviceRow& deviceRow(const QString& name) {
 }
 
 mendo::ModuleObject* portAt(int row) {
-    return m(QStringLiteral("lumo.port"))->c(row);
+    return m(prog::key::port)->c(row);
 }
 
 /// Whether a port is in use and its output on.
 bool isOn(int row) {
-    const QString name = portAt(row)->r(QStringLiteral("name"))->getString();
-    return portAt(row)->r(QStringLiteral("enable"))->getBool() &&
-           kordservice()->dataNode(QStringLiteral("register.values.") + name)->getBool();
+    const QString name = portAt(row)->r(prog::field::name)->getString();
+    return portAt(row)->r(prog::field::enable)->getBool() &&
+           kordservice()->dataNode(prog::key::registerValues + QLatin1Char('.') + name)->getBool();
 }
 
 QAbstractButton* button(const QWidget* page, const char* name) {
     return page->findChild<QAbstractButton*>(QLatin1String(name));
 }
 
-/// The check box of a row, in whichever column it stands.
+/// The check box of a row, in any column.
 QCheckBox* checkBox(const QTableWidget* table, int row) {
     for (int column = 0; column < table->columnCount(); ++column) {
         if (auto* box = qobject_cast<QCheckBox*>(table->cellWidget(row, column))) {
@@ -90,81 +90,78 @@ QString noRow(int row, int count) {
 
 }  // namespace
 
-PageHand::PageHand(QObject* parent) : QObject(parent) {
+PageOperator::PageOperator(QObject* parent) : QObject(parent) {
     again_.setSingleShot(true);
     again_.setTimerType(Qt::PreciseTimer);
-    connect(&again_, &QTimer::timeout, this, &PageHand::work);
+    connect(&again_, &QTimer::timeout, this, &PageOperator::work);
 }
 
-void PageHand::setPanel(QWidget* panel, StationPage* stations) {
+void PageOperator::setPanel(QWidget* panel, StationPage* stations) {
     panel_ = panel;
     stations_ = stations;
 }
 
-QString PageHand::portFault(int row) const {
-    return noRow(row, m(QStringLiteral("lumo.port"))->cmobjCount());
+QString PageOperator::portFault(int row) const {
+    return noRow(row, m(prog::key::port)->cmobjCount());
 }
 
-QString PageHand::stationFault(int row) const {
+QString PageOperator::stationFault(int row) const {
     return noRow(row, stations_->count());
 }
 
-void PageHand::device(const QJsonObject& keys) {
+void PageOperator::device(const QJsonObject& keys) {
     add([this, keys, waitedMs = 0]() mutable { return pressDevice(keys, &waitedMs); });
 }
 
-void PageHand::port(int row, bool enable) {
+void PageOperator::port(int row, bool enable) {
     add([this, row, enable] {
         tickPort(row, enable);
         return true;
     });
 }
 
-void PageHand::station(int row, const QJsonObject& fields) {
+void PageOperator::station(int row, const QJsonObject& fields) {
     add([this, row, fields] {
         editStation(row, fields);
         return true;
     });
 }
 
-void PageHand::letGo() {
-    gone_ = true;
-    gestures_.clear();
+void PageOperator::dropActions() {
+    dropped_ = true;
+    actions_.clear();
     again_.stop();
 }
 
-void PageHand::add(Gesture gesture) {
-    gestures_.push_back(std::move(gesture));
+void PageOperator::add(Action action) {
+    actions_.push_back(std::move(action));
     work();
 }
 
-/// A gesture that runs an event loop of its own is not interrupted by the next one.
-void PageHand::work() {
+/// Not re-entered: an action may run an event loop of its own.
+void PageOperator::work() {
     if (working_) {
         return;
     }
     working_ = true;
     bool isDone = true;
-    while (isDone && !gestures_.empty() && !QApplication::activeModalWidget()) {
-        Gesture gesture = std::move(gestures_.front());
-        gestures_.pop_front();
-        isDone = gesture();
-        if (!isDone && !gone_) {
-            gestures_.push_front(std::move(gesture));
+    while (isDone && !actions_.empty() && !QApplication::activeModalWidget()) {
+        Action action = std::move(actions_.front());
+        actions_.pop_front();
+        isDone = action();
+        if (!isDone && !dropped_) {
+            actions_.push_front(std::move(action));
         }
     }
     working_ = false;
-    if (!gestures_.empty()) {
+    if (!actions_.empty()) {
         again_.start(againMs);
     }
-    emit released();
+    emit worked();
 }
 
-// --- The gestures ---------------------------------------------------------------------------------
-
-/// What the page shows is what the operator goes by: a lock that was just switched on lets a device's button
-/// be pressed only when the page shows it.
-bool PageHand::pressDevice(const QJsonObject& keys, int* waitedMs) {
+/// Waits until the page shows the lock as it is: only then is the device's button enabled.
+bool PageOperator::pressDevice(const QJsonObject& keys, int* waitedMs) {
     const QString name = keys.value(QStringLiteral("name")).toString();
     const DeviceRow& row = deviceRow(name);
     const QWidget* page = open("btnDeviceControl", "DeviceControlWidget");
@@ -187,7 +184,7 @@ bool PageHand::pressDevice(const QJsonObject& keys, int* waitedMs) {
     return true;
 }
 
-void PageHand::fillFields(const QWidget* page, const QJsonObject& keys) const {
+void PageOperator::fillFields(const QWidget* page, const QJsonObject& keys) const {
     for (const FieldRow& field : fieldRows) {
         const QJsonValue value = keys.value(QLatin1String(field.key));
         if (value.isDouble()) {
@@ -196,13 +193,13 @@ void PageHand::fillFields(const QWidget* page, const QJsonObject& keys) const {
     }
 }
 
-void PageHand::tickPort(int row, bool enable) {
-    button(panel_, "btnPort")->click();  // the page shows what held when it was opened
+void PageOperator::tickPort(int row, bool enable) {
+    button(panel_, "btnPort")->click();  // the page reads the assignment when it is opened
     const QWidget* page = shownPage("PortConfigWidget");
     const auto* table = page ? page->findChild<QTableWidget*>(QStringLiteral("tableWidget")) : nullptr;
     QCheckBox* box = table ? checkBox(table, row) : nullptr;
     if (!box) {
-        fail(QStringLiteral("port row %1 cannot be worked").arg(row));
+        fail(QStringLiteral("port row %1 cannot be operated").arg(row));
         return;
     }
     if (box->isChecked() != enable) {
@@ -211,7 +208,7 @@ void PageHand::tickPort(int row, bool enable) {
     button(page, "okayBtn")->click();
 }
 
-void PageHand::editStation(int row, const QJsonObject& fields) {
+void PageOperator::editStation(int row, const QJsonObject& fields) {
     stations_->edit(row);
     QWidget* page = shownPage("SignalsBindingParamWidget");
     if (!page) {
@@ -230,13 +227,13 @@ void PageHand::editStation(int row, const QJsonObject& fields) {
     fail(QStringLiteral("station row %1: %2").arg(row).arg(fault));
 }
 
-void PageHand::fail(const QString& reason) {
+void PageOperator::fail(const QString& reason) {
     failed_ = true;
     printError(QStringLiteral("scenario: ") + reason);
 }
 
-/// The page, opened from the navigation where it is not shown; null, and told, when it does not come.
-QWidget* PageHand::open(const char* navigation, const char* page) {
+/// The page, opened from the navigation if it is not shown; null, with an error, when it does not open.
+QWidget* PageOperator::open(const char* navigation, const char* page) {
     if (!shownPage(page)) {
         button(panel_, navigation)->click();
     }
@@ -247,7 +244,7 @@ QWidget* PageHand::open(const char* navigation, const char* page) {
     return shown;
 }
 
-QWidget* PageHand::shownPage(const char* className) const {
+QWidget* PageOperator::shownPage(const char* className) const {
     const auto* stack = panel_->findChild<QStackedWidget*>(QStringLiteral("stackedWidget"));
     QWidget* page = stack ? stack->currentWidget() : nullptr;
     return page && page->inherits(className) ? page : nullptr;

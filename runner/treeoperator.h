@@ -10,19 +10,20 @@ namespace run {
 
 class StationPage;
 
-/// Does what an operator's hand on the panel does, mostly to the data tree, and is the sender of its writes.
-class Hand : public QObject {
+/// Writes to the data tree what the panel's pages write when an operator presses their buttons. It is the
+/// sender of these writes.
+class TreeOperator : public QObject {
     Q_OBJECT
 public:
-    explicit Hand(QObject* parent = nullptr) : QObject(parent) {}
+    explicit TreeOperator(QObject* parent = nullptr) : QObject(parent) {}
 
     /// The package's exported run mode.
     void setRunMode(int* runMode) { runMode_ = runMode; }
     void setStationPage(StationPage* page) { stationPage_ = page; }
 
-    /// As opening a project does: program and, where the file has one, tool set.
+    /// As opening a project: program and, where the file has one, tool set.
     void loadProject(const QJsonValue& content);
-    /// As the reset button does.
+    /// As the reset button.
     void resetResumeData();
     void setWeld(bool on);
     void setHandWeld(bool on);
@@ -31,7 +32,7 @@ public:
 
     /// Lines of the program.
     static int lineCount();
-    // What the editor's buttons do to the program. The lines are there; behind the last one, too, to insert.
+    // As the editor's buttons. The lines must exist; a statement may also be inserted behind the last one.
     void insertStatement(int line, const QJsonObject& statement);
     void removeStatement(int line);
     void moveStatement(int line, int to);
@@ -41,29 +42,30 @@ public:
     /// What the button for a single step writes before the trigger.
     void prepareStep();
 
-    // The following may return only when the run, step or closing that they cause is over.
+    // These may return only when the run, step or closing that they cause is over.
     void start(int line);
     void once(int line);
     void resume();
     void pause();
-    /// Writes any node of the tree, which is made where it is missing.
+    /// Writes a node of the tree, which is made if it does not exist.
     void set(const QString& path, const QJsonValue& value);
 
-    /// Whether one of them has not returned.
-    bool isPressing() const { return pressing_ > 0; }
+    /// Whether one of them has not returned yet.
+    bool isWriting() const { return writing_ > 0; }
     [[nodiscard]] static bool isIdle();
 
 signals:
-    void released();
+    /// One of them has returned.
+    void written();
 
 private:
-    class Pressing;
-    void write(const QString& path, const QVariant& value);
-    void press(const QString& trigger, int runMode, int line);
+    class Writing;
+    void write(QLatin1String path, const QVariant& value);
+    void trigger(QLatin1String trigger, int runMode, int line);
 
     int* runMode_ = nullptr;
     StationPage* stationPage_ = nullptr;
-    int pressing_ = 0;
+    int writing_ = 0;
 };
 
 }  // namespace run
