@@ -37,9 +37,10 @@ const Port& portInfo(I_PORT port) {
     return ports[port];
 }
 
-bool isDevice(I_PORT port) {
-    return std::any_of(std::begin(devices), std::end(devices),
-                       [port](const Device& device) { return device.output == port; });
+const Device* deviceOf(I_PORT port) {
+    const auto* const device = std::find_if(std::begin(devices), std::end(devices),
+                                            [port](const Device& one) { return one.output == port; });
+    return device == std::end(devices) ? nullptr : device;
 }
 
 }  // namespace prog

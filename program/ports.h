@@ -78,7 +78,7 @@ constexpr ShutdownOutput shutdownOrder[] = {
     {DO_GAS, DO_GAS, true},
 };
 
-/// Whether it is the output of one of the devices.
-[[nodiscard]] bool isDevice(I_PORT port);
+/// The device of this output; null for a port that is none of a device's own.
+[[nodiscard]] const Device* deviceOf(I_PORT port);
 
 }  // namespace prog

@@ -1,8 +1,9 @@
 #include "devices/devicecontrolwidget.h"
 
 #include "equipment/handlit.h"
+#include "equipment/ports.h"
 #include "ui_devicecontrolwidget.h"
-#include "widgets/stylesheet.h"
+#include "widgets/dressing.h"
 
 #include <QPointer>
 #include <QTimer>
@@ -14,17 +15,9 @@ namespace {
 /// Analogue outputs and the fraction of full scale that each is to have.
 using SetPoints = QVector<QPair<I_PORT, double>>;
 
-void writeZero(QObject* sender, I_PORT output) {
-    if (output >= AO_WIRE_SPEED) {
-        setPortAO(sender, output, 0.0);
-    } else {
-        setPortDO(sender, output, false);
-    }
-}
-
-/// Whoever hears of a write may stop everything, or end the page. So a device is noted before it is switched
-/// on: a stop that comes inside the write finds it on the record. The stop's zeros may reach the controller
-/// before the write that it came in; so afterwards they are written again, and the set points are left out.
+/// A listener of a write may stop everything, or delete the page. So a device is recorded before it is
+/// switched on: a stop inside the write finds it in the record and writes its zeros. These may reach the
+/// controller before the write does; so they are written again afterwards, and the set points are left out.
 void switchByHand(const QPointer<QObject>& page, I_PORT device, bool on, const SetPoints& setPoints) {
     const bool lights = on && portEnabled(device);
     const auto wasStopped = [device, lights] { return lights && !isLitByHand(device); };
@@ -38,7 +31,7 @@ void switchByHand(const QPointer<QObject>& page, I_PORT device, bool on, const S
     }
     if (wasStopped()) {
         for (const I_PORT output : outputsOf(device)) {
-            writeZero(page, output);
+            clearPort(page, output);
         }
     }
 }
@@ -72,44 +65,42 @@ DeviceControlWidget::DeviceControlWidget(QWidget* parent)
 DeviceControlWidget::~DeviceControlWidget() = default;
 
 void DeviceControlWidget::fillTables() {
+    using prog::deviceOf;
     devices_ = {
         {ui_->btnLaserTest,
-         DO_LASER_ENABLE,
-         DO_LASER_SAFETY_LOCK,
+         *deviceOf(DO_LASER_ENABLE),
          true,
          {{AO_LASER_FREQUENCY, ui_->dspnLaserFrequency},
           {AO_LASER_POWER, ui_->dspnLaserPower},
           {AO_LASER_DUTY_CYCLE, ui_->dspnLaserRatio}}},
-        {ui_->btnRedLight, DO_RED_LIGHT, DO_LASER_SAFETY_LOCK, true, {}},
-        {ui_->btnWireTest, DO_WIRE_ENABLE, DO_WIRE_SAFETY_LOCK, false, {{AO_WIRE_SPEED, ui_->dspnWireSpeed}}},
-        {ui_->btnBlowTest, DO_GAS, DO_GAS_SAFETY_LOCK, false, {}},
+        {ui_->btnWireTest, *deviceOf(DO_WIRE_ENABLE), false, {{AO_WIRE_SPEED, ui_->dspnWireSpeed}}},
+        {ui_->btnBlowTest, *deviceOf(DO_GAS), false, {}},
+        {ui_->btnRedLight, *deviceOf(DO_RED_LIGHT), true, {}},
     };
-    const Device& laser = devices_[0];
-    const Device& wire = devices_[2];
-    const Device& gas = devices_[3];
     locks_ = {
-        {ui_->btnLaserControl, DO_LASER_SAFETY_LOCK, &laser},
-        {ui_->btnWireControl, DO_WIRE_SAFETY_LOCK, &wire},
-        {ui_->btnBlowControl, DO_GAS_SAFETY_LOCK, &gas},
+        {ui_->btnLaserControl, &devices_[0]},
+        {ui_->btnWireControl, &devices_[1]},
+        {ui_->btnBlowControl, &devices_[2]},
     };
 }
 
-/// What the operator sees decides the direction. It is taken before anything is written, because the
-/// writes may let a refresh in, and a press that releases a lock must never close it again.
+/// The direction follows what the page shows. It is decided before the first write: a write can let refresh()
+/// in, and a press that releases a lock must not close it again.
 void DeviceControlWidget::pressLock(const Lock& lock) {
     const bool on = !lock.device->button->isEnabled();
-    const I_PORT output = lock.output;
+    const prog::Device ports = lock.device->ports;
     const QPointer<QObject> page(this);
-    if (portState(output)) {
-        switchByHand(page, lock.device->output, false, {});
+    if (portState(ports.lock)) {
+        switchByHand(page, ports.output, false, {});
     }
-    setPortDO(page, output, on);
+    setPortDO(page, ports.lock, on);
 }
 
-/// The button may be allowed a little longer than its lock is on: such a press switches nothing on.
+/// The button stays enabled until the next refresh after its lock is released: such a press switches nothing
+/// on.
 void DeviceControlWidget::pressDevice(const Device& device) {
-    const bool on = !portState(device.output);
-    if (on && !portState(device.lock)) {
+    const bool on = !portState(device.ports.output);
+    if (on && !portState(device.ports.lock)) {
         return;
     }
     SetPoints setPoints;
@@ -117,15 +108,15 @@ void DeviceControlWidget::pressDevice(const Device& device) {
         constexpr double percentOfFull = 100.0;
         setPoints.append({port, field->value() / percentOfFull});
     }
-    switchByHand(this, device.output, on, setPoints);
+    switchByHand(this, device.ports.output, on, setPoints);
 }
 
 void DeviceControlWidget::refresh() {
     for (const Device& device : devices_) {
-        device.button->setEnabled(portState(device.lock));
+        device.button->setEnabled(portState(device.ports.lock));
         if (device.coloured) {
             setStyleSheetOnChange(device.button,
-                                  colourSheet(device.button->isEnabled(), portState(device.output)));
+                                  colourSheet(device.button->isEnabled(), portState(device.ports.output)));
         }
     }
 }

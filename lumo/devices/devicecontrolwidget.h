@@ -1,6 +1,6 @@
 #pragma once
 
-#include "equipment/ports.h"
+#include "program/ports.h"
 
 #include <QPair>
 #include <QVector>
@@ -16,40 +16,36 @@ namespace Ui {
 class DeviceControlWidget;
 }
 
-/// The page that works laser, red pilot light, gas and wire by hand. A device's button works while the
-/// output of its safety lock is on.
+/// The page on which the operator switches laser, red pilot light, gas and wire. A device's button is enabled
+/// while the output of its safety lock is on.
 ///
-/// What it shows comes from the outputs, every 160 ms; it keeps no state. It does not look at the
-/// executor: an output has what was written last, by the page or by a program. Leaving the page, or its end,
-/// leaves the outputs as they are: what the page switched on is on a record that outlives it
-/// (devices/handlit.h), by which a loss of power, a start, a single step and the application's end switch it
-/// off.
+/// The page shows the outputs as they are read every 160 ms, and keeps no state. It does not look at the
+/// executor: the last write counts, by the page or by a program. Leaving or deleting the page leaves the
+/// outputs as they are. equipment/handlit.h records what the page switched on, so that it goes off at a loss
+/// of power, a start, a single step and the application's end.
 class DeviceControlWidget final : public QWidget {
     Q_OBJECT
 public:
     explicit DeviceControlWidget(QWidget* parent = nullptr);
     ~DeviceControlWidget() override;
 
-    /// Brings what the buttons allow and their colours up to date.
+    /// Updates which buttons are enabled, and their colours.
     void refresh();
-    /// Gives the focus to a title, so that no field begins with it.
+    /// Moves the focus from the fields to a title.
     void testNofocus();
 
 private:
-    /// A device that is switched by a button while its lock is on.
     struct Device {
         QPushButton* button;
-        I_PORT output;
-        I_PORT lock;
-        bool coloured;  ///< shows by its colour whether it is on
-        /// Analogue outputs that follow each switching, in their order, and the fields in percent.
+        prog::Device ports;
+        bool coloured;  ///< the colour of the button shows whether it is on
+        /// Analogue outputs that are written after each switching, in their order, and their fields in
+        /// percent.
         QVector<QPair<I_PORT, QDoubleSpinBox*>> setPoints;
     };
-    /// A lock, and the device that is switched off before it is released.
     struct Lock {
         QPushButton* button;
-        I_PORT output;
-        const Device* device;
+        const Device* device;  ///< is switched off before the lock is released
     };
 
     void fillTables();

@@ -4,10 +4,10 @@
 #include "files/settingsfile.h"
 #include "program/words.h"
 #include "ui_portconfigwidget.h"
-#include "widgets/groupedtable.h"
+#include "widgets/dressing.h"
 #include "widgets/messagebox.h"
+#include "widgets/touchfields.h"
 
-#include <QCheckBox>
 #include <QComboBox>
 #include <QEvent>
 #include <QListView>
@@ -26,7 +26,7 @@ const RowGroups& portGroups() {
     return groups;
 }
 
-/// Scrolling the table must not change an assignment on the way.
+/// Ignores the wheel, so that scrolling the table changes no assignment.
 class PortNameBox final : public QComboBox {
 public:
     PortNameBox() { setFocusPolicy(Qt::StrongFocus); }
@@ -35,21 +35,12 @@ protected:
     void wheelEvent(QWheelEvent* event) override { event->ignore(); }
 };
 
-/// A finger hits it anywhere in its cell.
-class CellCheckBox final : public QCheckBox {
-public:
-    using QCheckBox::QCheckBox;
-
-protected:
-    bool hitButton(const QPoint& position) const override { return rect().contains(position); }
-};
-
-/// What precedes a choice, by finger or by key.
+/// Whether an event may open the list or change the choice.
 bool isChoosing(const QEvent* event) {
     return event->type() == QEvent::MouseButtonPress || event->type() == QEvent::KeyPress;
 }
 
-/// "Not assigned", and the name of each bit.
+/// The empty entry for "not assigned", and the name of each bit.
 QStringList bitNames(const ModuleObject* registers, const QString& bits) {
     QStringList names{QString()};
     const int count = registers->c(bits)->size();
@@ -115,7 +106,7 @@ void PortConfigWidget::addRow(int row, const ModuleObject* port) {
     const QString group = layout.isHead(row) ? QString()
                                              : QStringLiteral("%1%2").arg(groups[layout.groupOf(row)],
                                                                           port->c(field::type)->getString());
-    auto* enableBox = new CellCheckBox(tr("启用"));
+    auto* enableBox = new TouchCheckBox(tr("启用"));
     enableBox->setChecked(port->c(field::enable)->getBool());
     enableBoxes_.append(enableBox);
     nameBoxes_.append(nameBox(port));
@@ -171,9 +162,9 @@ void PortConfigWidget::switchWire(bool enabled) {
     }
 }
 
-/// Before any port changes: a bit that one port leaves may be another's from then on.
+/// Called before any port changes: a bit that one port leaves may be assigned to another one.
 void PortConfigWidget::switchOffLeaving() {
-    const QPointer<PortConfigWidget> self(this);  // who hears of a write may end the page
+    const QPointer<PortConfigWidget> self(this);  // a listener of a write may delete the page
     for (int row = 0; self && row < nameBoxes_.size(); ++row) {
         const bool enabled = enableBoxes_[row]->isChecked();
         if (!enabled || nameBoxes_[row]->currentText() != ports_->c(row)->c(field::name)->getString()) {

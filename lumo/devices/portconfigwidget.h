@@ -15,26 +15,25 @@ namespace Ui {
 class PortConfigWidget;
 }
 
-/// The page on which the logical ports are tied to the controller's bits and registers and switched on
-/// or off. It shows the ports and the registers of the moment when it was made, and writes nothing
-/// before save().
+/// The page on which the logical ports are assigned to the controller's bits and registers and taken into
+/// use. It shows the ports and registers as they were when it was made, and writes nothing before save().
 class PortConfigWidget final : public QWidget {
     Q_OBJECT
 public:
     explicit PortConfigWidget(QWidget* parent = nullptr);
     ~PortConfigWidget() override;
 
-    /// Takes the table over into the tree and the file "lumo_port.json". An output that is on is switched
-    /// off before its port leaves it, in a run too, and before a safety lock the devices that it gates. A
-    /// change of the wire feeder's use goes to the program's starts of welding as well. A file that cannot be
-    /// written is reported by the host's file service.
+    /// Writes the table to the tree and to "lumo_port.json". An output that is on is switched off before its
+    /// port leaves it, also during a run; a safety lock after the devices behind it. When the wire feeder is
+    /// taken into or out of use, the program's starts of welding follow. The host's file service reports a
+    /// file that cannot be written.
     void save();
 
-    /// Leaves a combo box that is pressed, or worked by the keyboard, only the names that no other has.
+    /// Before a combo box opens or changes, removes from it the names that other ports have.
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 signals:
-    /// Lines of the program whose wire feed was switched on or off; sent by every save.
+    /// Emitted by every save: the lines of the program whose wire feed was switched on or off.
     void signalportconfigchangedProgramlist(QList<int> lines);
 
 private:

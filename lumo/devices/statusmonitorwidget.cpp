@@ -1,8 +1,8 @@
 #include "devices/statusmonitorwidget.h"
 
-#include "program/words.h"
+#include "equipment/ports.h"
 #include "ui_statusmonitorwidget.h"
-#include "widgets/stylesheet.h"
+#include "widgets/dressing.h"
 
 #include <QTimer>
 
@@ -11,7 +11,7 @@ using namespace prog;
 
 namespace {
 
-/// Faults stand out. No colour for the welding signal, which is off whenever the laser is.
+/// Faults are red, except the welding signal, which is off whenever the laser is off.
 QString stateSheet(I_PORT port, bool good) {
     if (!portEnabled(port)) {
         return QStringLiteral("color: #7b8794;");

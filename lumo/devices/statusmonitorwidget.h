@@ -1,6 +1,6 @@
 #pragma once
 
-#include "equipment/ports.h"
+#include "program/ports.h"
 
 #include <QWidget>
 
@@ -16,15 +16,15 @@ class StatusMonitorWidget;
 /// The page that shows the state of the welding equipment and the laser's set points, and counts the
 /// programs that were run to their end.
 ///
-/// It reads the registers every 160 ms while its parent is visible, whichever page of it is in front;
-/// without a parent never.
+/// It reads the registers every 160 ms while its parent is visible, also behind another page. Without a
+/// parent it never reads.
 class StatusMonitorWidget final : public QWidget {
     Q_OBJECT
 public:
     explicit StatusMonitorWidget(QWidget* parent = nullptr);
     ~StatusMonitorWidget() override;
 
-    /// Brings the states of the equipment and the set points up to date.
+    /// Shows the states of the equipment and the set points as they are now.
     void refresh();
 
 private:
@@ -35,10 +35,10 @@ private:
     void clearCounters();
 
     const std::unique_ptr<Ui::StatusMonitorWidget> ui_;
-    std::optional<qint64> busySinceMs_;  ///< by the host's clock; none before the first run
-    bool allGood_ = true;                ///< no input in use has read false so far
+    std::optional<qint64> busySinceMs_;  ///< on the host's clock; empty before the first run
+    bool allGood_ = true;                ///< no input in use has been false so far
 };
 
-/// Writes the state of an input into a label: shut down when its port is not in use, else normal or
-/// abnormal. An abnormal one clears the flag; nothing sets it.
+/// Writes the state of an input into a label: shut down when its port is not in use, else normal or abnormal.
+/// An abnormal one clears `allGood`, which is never set.
 void refreshTFLabel(bool& allGood, QLabel* label, I_PORT port);

@@ -3,34 +3,21 @@
 #include <array>
 #include <bitset>
 
+using namespace prog;
+
 namespace lumo {
 
 namespace {
 
-/// An output that goes to 0, and the device of the page that it belongs to.
-struct Belonging {
-    I_PORT output;
-    I_PORT device;
-};
-
-constexpr Belonging shutdownOrder[] = {
-    {DO_WIRE_ENABLE, DO_WIRE_ENABLE},       {AO_WIRE_SPEED, DO_WIRE_ENABLE},
-    {AO_LASER_POWER, DO_LASER_ENABLE},      {DO_LASER_ENABLE, DO_LASER_ENABLE},
-    {AO_LASER_DUTY_CYCLE, DO_LASER_ENABLE}, {AO_LASER_FREQUENCY, DO_LASER_ENABLE},
-    {DO_RED_LIGHT, DO_RED_LIGHT},           {DO_GAS, DO_GAS},
-};
-
-std::bitset<AO_LASER_DUTY_CYCLE + 1> lit;
-std::array<int, AO_LASER_DUTY_CYCLE + 1> offs{};
+std::bitset<portCount> lit;
+std::array<int, portCount> offs{};
 
 }  // namespace
 
 void noteByHand(I_PORT device, bool on) {
-    for (const Belonging& belonging : shutdownOrder) {
-        if (belonging.output == device && belonging.device == device) {
-            lit.set(device, on);
-            offs[device] += on ? 0 : 1;
-        }
+    if (deviceOf(device)) {
+        lit.set(device, on);
+        offs[device] += on ? 0 : 1;
     }
 }
 
@@ -48,9 +35,9 @@ bool isLitByHand(I_PORT device) {
 
 std::vector<I_PORT> outputsOf(I_PORT device) {
     std::vector<I_PORT> outputs;
-    for (const Belonging& belonging : shutdownOrder) {
-        if (belonging.device == device) {
-            outputs.push_back(belonging.output);
+    for (const ShutdownOutput& row : shutdownOrder) {
+        if (row.device == device) {
+            outputs.push_back(row.output);
         }
     }
     return outputs;
@@ -58,9 +45,9 @@ std::vector<I_PORT> outputsOf(I_PORT device) {
 
 std::vector<I_PORT> takeLitByHand() {
     std::vector<I_PORT> outputs;
-    for (const Belonging& belonging : shutdownOrder) {
-        if (lit.test(belonging.device)) {
-            outputs.push_back(belonging.output);
+    for (const ShutdownOutput& row : shutdownOrder) {
+        if (lit.test(row.device)) {
+            outputs.push_back(row.output);
         }
     }
     lit.reset();

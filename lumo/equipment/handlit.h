@@ -1,28 +1,29 @@
 #pragma once
 
-#include "equipment/ports.h"
 #include "module/globals.h"
+#include "program/ports.h"
 
 #include <vector>
 
 namespace lumo {
 
-/// What a hand switched on at the device page and nobody has switched off since. It outlives the page: a
-/// loss of power, a start, a single step and the application's end switch these devices off, whether the
-/// page is still there or not.
+// Which devices an operator switched on at the device page and nobody has switched off since. The record
+// outlives the page: a loss of power, a start, a single step and the application's end switch these devices
+// off.
 
-/// The page switched a device (laser, red light, wire or gas). Other ports are not kept.
+/// An operator switched a device on or off, by its button, its lock or the port page. Other ports are
+/// ignored.
 LUMO_EXPORT void noteByHand(I_PORT device, bool on);
-/// Whether any device is on by hand, or this one is.
+/// Whether any device, or this one, is on by hand.
 [[nodiscard]] LUMO_EXPORT bool isLitByHand();
 [[nodiscard]] LUMO_EXPORT bool isLitByHand(I_PORT device);
-/// The outputs of a device of the page, which go to 0 with it, in the order of an immediate shutdown.
+/// The outputs that go to 0 with a device, in the order of an immediate shutdown.
 [[nodiscard]] LUMO_EXPORT std::vector<I_PORT> outputsOf(I_PORT device);
-/// How often a hand has switched a device off in this process, by its button, its lock or the port page. What
-/// a program switched on stays off then.
+/// How often operators have switched a device off in this process. A program compares it with the count at
+/// the opening of a weld: a device that was switched off since stays off.
 [[nodiscard]] LUMO_EXPORT int offsByHand(I_PORT device);
-/// The outputs that have to go to 0 so that all of them are off, set points included, in the order of an
-/// immediate shutdown; the locks are none of them. From now on nothing counts as lit by hand.
+/// The outputs of all devices that are on by hand, set points included, in the order of an immediate
+/// shutdown. The safety locks are not among them. Afterwards no device counts as on by hand.
 [[nodiscard]] LUMO_EXPORT std::vector<I_PORT> takeLitByHand();
 
 }  // namespace lumo

@@ -1,6 +1,6 @@
 #pragma once
 
-/// The one door to the host: what the package uses of it, under the names the package uses.
+// What the package uses of the host, under the names that the package uses.
 
 #include "gantu/panel.h"
 #include "json/jsontext.h"
@@ -14,8 +14,8 @@ using mendo::ModuleObject;
 
 namespace lumo {
 
-/// The host's console-and-file loggers (levels S, E, W) and console-only loggers (I, d). Each makes
-/// one line: `logW() << "text" << value;`.
+/// The host's loggers to console and file (levels S, E, W) and to the console alone (I, d). Each statement
+/// writes one line: `logW() << "text" << value;`.
 mendo::QFLog logS();
 mendo::QFLog logE();
 mendo::QFLog logW();

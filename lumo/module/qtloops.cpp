@@ -24,7 +24,7 @@ void endLoopsOfQt() {
     auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
     QWidget* popup = QApplication::activePopupWidget();
     if (popup) {
-        // A menu can have opened another one; one that refuses to close would be asked for ever.
+        // Menus can be nested. Stop at one that refuses to close.
         while (popup && popup->close()) {
             popup = QApplication::activePopupWidget();
         }

@@ -4,8 +4,8 @@
 
 namespace lumo {
 
-/// Offers no context menu while a run, a step or a pause is under way: a click that closes one is lost, also
-/// one on Stop. One that is open already is closed when the wait below it ends. Lives as long as its parent.
+/// Suppresses context menus while a run, a step or a pause is under way: the click that closes a menu is
+/// lost, even a click on Stop. A menu that is already open is closed when the wait below it ends.
 class MenuGuard : public QObject {
     Q_OBJECT
 public:
@@ -14,9 +14,9 @@ public:
     bool eventFilter(QObject* watched, QEvent* event) override;
 };
 
-/// Ends the event loops that Qt opens of its own accord: of context menus (scroll bars, spin boxes, the
-/// file dialog), of drags, and of the warnings of a file dialog. Somebody who waits below one of them
-/// could not go on before the operator has closed it.
+/// Ends the event loops that Qt itself opens: those of context menus (scroll bars, spin boxes, the file
+/// dialog), of drags, and of a file dialog's warnings. A wait below such a loop could not end before the
+/// operator closes it.
 void endLoopsOfQt();
 
 }  // namespace lumo

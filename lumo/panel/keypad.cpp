@@ -13,10 +13,10 @@ namespace lumo {
 namespace {
 
 constexpr int longPressMs = 3000;
-/// A key let go with more than this left of the long press was down for 500 ms at most.
+/// A key released with more than this left of the long press was down for at most 500 ms.
 constexpr int clickMarginMs = 2499;
 
-/// How long a key has been down; lives in the key's entry of the tree, as its value.
+/// Measures how long a key is down. It is the value of the key's entry in the tree.
 class KeyTimer : public QTimer {
     Q_OBJECT
 public:
@@ -29,7 +29,7 @@ public:
         });
     }
 
-    /// Ends the press; whether it was a click.
+    /// Ends the press. Returns whether it was a click.
     bool release() {
         const bool click = !longPress_ && remainingTime() > clickMarginMs;
         stop();
@@ -55,7 +55,7 @@ Keypad::Keypad(QObject* parent)
 }
 
 Keypad::~Keypad() {
-    // Nobody would hear of the keys' release.
+    // No report of the keys' release will be heard any more.
     const QList<ModuleObject*> entries = m(key::keypad)->cmobjs();
     for (const ModuleObject* entry : entries) {
         if (KeyTimer* timer = timerOf(entry)) {
@@ -78,7 +78,7 @@ void Keypad::forward() {
             keyDown(entry);
         }
         if (!self) {
-            return;  // a key's handler closed the page
+            return;  // a listener of the key deleted the page
         }
     }
 }

@@ -8,9 +8,9 @@ namespace lumo {
 
 /// Turns the reports of the pendant's keys into `clicked` and `pressing` of `lumo.keypad`.
 ///
-/// The controller reports a key that is down as false. A key let go within 500 ms is a click; one held
-/// for 3 s is a long press, again every 3 s while it is held, and no click when it is let go. Nothing
-/// sets `clicked` or `pressing` back to false: every write counts.
+/// The controller reports a key that is down as false. A key that is released within 500 ms is a click. A key
+/// held for 3 s is a long press, repeated every 3 s, and its release is no click. Nothing sets `clicked` or
+/// `pressing` back to false: readers follow the writes.
 class Keypad : public QObject {
     Q_OBJECT
 public:
@@ -22,7 +22,7 @@ private:
     void keyDown(ModuleObject* entry);
     void keyUp(ModuleObject* entry);
 
-    ModuleObject* report_;  ///< of the controller; one child for each key
+    ModuleObject* report_;  ///< the controller's node, with one child for each key
 };
 
 }  // namespace lumo

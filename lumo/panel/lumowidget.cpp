@@ -73,7 +73,7 @@ LumoWidget::~LumoWidget() {
     if (pointPage_) {
         isnew_pWgt = false;
     }
-    // The pages go after this page's own members, and must not call on them any more.
+    // The pages are deleted after this page's members, and must not call slots that use them.
     const QList<QWidget*> pages =
         ui_->stackedWidget->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
     for (QWidget* page : pages) {
@@ -86,8 +86,8 @@ LumoWidget::~LumoWidget() {
     }
 }
 
-/// The sheet is put off until the page is in its place: a page that has one is styled anew, in whole, when
-/// it gets a parent.
+/// Sets the theme's sheet only when the page has its parent: a page with a style sheet is styled anew when it
+/// gets one.
 bool LumoWidget::event(QEvent* event) {
     const bool inPlace = event->type() == QEvent::ParentChange || event->type() == QEvent::Polish;
     if (inPlace && !styled_) {
@@ -125,7 +125,7 @@ void LumoWidget::addFourDefaultSignalsConfig() {
 
 // --- Pages ----------------------------------------------------------------------------------------
 
-// Pages are made where they stay: each widget of one that moves would be styled again.
+// Pages get their final parent at once: a page that moves has each of its widgets styled again.
 
 void LumoWidget::makeEditor() {
     editor_ = new ProgramWidget(ui_->stackedWidget);
@@ -154,8 +154,8 @@ void LumoWidget::makeStationPage() {
             [this](QTableWidget* table) { showSignalsParamWgt(table, false); });
 }
 
-/// A page that is not shown must not make the panel higher. Its width counts: the room beside the pages is
-/// the same whichever is shown.
+/// Hidden pages do not count for the panel's height. They count for its width, so that it is the same for
+/// every page.
 void LumoWidget::sizeByShownPage() {
     QStackedWidget* const pages = ui_->stackedWidget;
     for (int i = 0; i < pages->count(); ++i) {
@@ -175,7 +175,7 @@ void LumoWidget::connectNavigation() {
     connect(ui_->btnBind, &QAbstractButton::clicked, this, &LumoWidget::showStations);
 }
 
-/// Shows a page that stands without the top bar.
+/// Shows a page without the top bar.
 void LumoWidget::showAlone(QWidget* page) {
     ui_->topWgt->hide();
     ui_->line_2->hide();
@@ -200,8 +200,7 @@ void LumoWidget::showParams() {
     showNew(page, &paramPages_);
 }
 
-/// Shows a page that is made for each visit. The one before it stays: what it began (a question, a
-/// save) may not have ended.
+/// Shows a page that is made for each visit. The page before it is kept: it may still be asking or saving.
 void LumoWidget::showNew(QWidget* page, QList<QWidget*>* pages) {
     ui_->stackedWidget->addWidget(page);
     pages->append(page);
@@ -244,7 +243,7 @@ void LumoWidget::redrawLines(const QList<int>& lines) {
     }
 }
 
-/// Takes a page out of the stack. It may be the one whose signal is being handled.
+/// Removes a page from the stack. Deleted later, because its signal may be being handled.
 void LumoWidget::discard(QWidget* page) {
     page->disconnect(this);
     ui_->stackedWidget->removeWidget(page);
@@ -268,7 +267,7 @@ void LumoWidget::pointPageAccepted(int row) {
 }
 
 void LumoWidget::deletPWgt() {
-    // First the page that has room beside the bar: another one with it may be larger than the panel.
+    // Show the editor before the bar: another page with the bar may be larger than the panel.
     ui_->stackedWidget->setCurrentWidget(editor_);
     ui_->topWgt->show();
     ui_->line_2->show();
@@ -333,7 +332,7 @@ void LumoWidget::applySelector(const QComboBox* combo) {
     editor_->toolsetChanged();
 }
 
-/// A run goes on with the tool and the work object that it began with.
+/// A run keeps the tool and work object that it began with.
 void LumoWidget::lockSelectors() {
     const bool running = m(prog::key::executeState)->getString() != prog::word::idle;
     ui_->toolCmb->setDisabled(running);

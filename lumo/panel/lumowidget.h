@@ -21,27 +21,27 @@ namespace Ui {
 class LumoWidget;
 }
 
-/// The package's page in the operator panel: the navigation, the top bar of the project, and a stack
-/// that shows one page at a time. The first one made in a process also fills the `lumo` subtree and
-/// makes the executor, both of which outlive it.
+/// The package's page in the operator panel: the navigation, the top bar of the project, and a stack that
+/// shows one page at a time. The first one in a process also fills the `lumo` subtree and makes the executor;
+/// both outlive it.
 class LumoWidget : public QWidget {
     Q_OBJECT
 public:
     explicit LumoWidget(QWidget* parent = nullptr);
     ~LumoWidget() override;
 
-    /// Path of the open project file; empty when there is none. Outlives the page.
+    /// Path of the open project file; empty when none is open. Outlives the page.
     static QString filePath;
 
-    /// Registers the `lumo` subtree, fills it from the defaults in the panel's language and from the
-    /// settings files in the working directory, and makes the executor. The constructor calls it
-    /// when there is no subtree yet.
+    /// Registers the `lumo` subtree, fills it from the defaults in the panel's language and from the settings
+    /// files in the working directory, and makes the executor. Called by the constructor when there is no
+    /// subtree yet.
     void load();
     /// Appends the stations 1 to 4, unbound, to `lumo.signalsConfig`.
     void addFourDefaultSignalsConfig();
-    /// Adds the package's own tool (or work object) and those of the host to a selector.
+    /// Fills a selector with the package's own tool (or work object) and those of the host.
     void getToolsAndWobjs(QComboBox* combo, bool isTool);
-    /// Opens the page on which a station is made, or the one of the table's current row changed.
+    /// Opens the page that adds a station, or edits the one of the table's current row.
     void showSignalsParamWgt(QTableWidget* table, bool isNew);
     /// Closes the point page, if there is one, and shows the top bar.
     void deletPWgt();
@@ -89,8 +89,8 @@ private:
     SignalsBindingParamWidget* stationPage_ = nullptr;  ///< while there is one
     QList<QWidget*> portPages_;                         ///< oldest first
     QList<QWidget*> paramPages_;                        ///< oldest first
-    bool styled_ = false;                               ///< the theme's sheet is on
+    bool styled_ = false;                               ///< the theme's style sheet is set
 };
 
-/// A message without a title; returns at once, the box stays until the operator closes it.
+/// Shows a message without a title. Returns at once; the box stays until the operator closes it.
 LUMO_EXPORT void showAlertDialog(const QString& text);

@@ -45,7 +45,7 @@ void ProjectDialogs::saveProjectAs() {
 }
 
 void ProjectDialogs::askName(const Purpose& purpose) {
-    delete nameDialog_;  // one that was answered with a name that cannot be used
+    delete nameDialog_;  // one may be left, answered with a name that was refused
     nameDialog_ = new AddParamDialog(page_);
     nameDialog_->settitlename(purpose.title);
     connect(nameDialog_, &AddParamDialog::signalAddParamIsok, this,
@@ -111,7 +111,7 @@ void ProjectDialogs::fileSelected(const QString& path) {
     }
 }
 
-/// A file that does not read leaves everything as it was; the reading has reported the reason.
+/// A file that cannot be read changes nothing. Reading it has reported why.
 void ProjectDialogs::loadFile(const QString& path) {
     const std::optional<Project> project = readProject(path);
     if (!project) {

@@ -14,11 +14,11 @@ class QWidget;
 
 namespace lumo {
 
-/// The work behind the four project buttons: asks for a name or a file, then creates, opens, saves or
-/// copies a project.
+/// The work behind the four project buttons: asks for a name or a file, then creates, opens, saves or copies
+/// a project.
 ///
-/// New and Open are refused while a program runs, and asked again when the dialog answers. What goes
-/// wrong with a file is reported by the host's file service, and changes nothing.
+/// New and Open are refused while a program runs, at the press and at the answer. The host's file service
+/// reports what fails; nothing changes then.
 class ProjectDialogs : public QObject {
     Q_OBJECT
 public:
@@ -33,17 +33,17 @@ public:
     void saveProjectAs();
 
 signals:
-    /// `path` is the open project now; its program comes into the tree next.
+    /// `path` is the open project now. Its program is loaded next.
     void projectChosen(const QString& path);
     /// The chosen project's program is in the tree.
     void projectLoaded();
-    /// A tool set came with the program and is in the tree.
+    /// The project's tool set is in the tree.
     void toolsetLoaded();
     /// The open project's file holds the program.
     void projectSaved();
 
 private:
-    /// What asks for a name: New or Save As.
+    /// What a name is asked for: New or Save As.
     struct Purpose {
         QString title;
         QString emptyText;

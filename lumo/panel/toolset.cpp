@@ -12,7 +12,7 @@ namespace lumo {
 
 namespace {
 
-/// What makes a selector that of the tool or that of the work object.
+/// How the selector of the tool differs from that of the work object.
 struct SelectorKind {
     QLatin1String part;  ///< in a tool set
     QLatin1String hostList;
@@ -34,8 +34,8 @@ QString nameOf(const ModuleObject* part) {
     return part->c(field::name)->getString();
 }
 
-/// The host's tool or work object behind an entry. The list may have changed since the selector was
-/// filled, so a position counts only with its name. The null node where there is none.
+/// The host's tool or work object of an entry; the null node if there is none. The host's list may have
+/// changed since the selector was filled, so a position counts only if the name agrees.
 ModuleObject* hostPart(const SelectorKind& kind, int entry, const QString& name) {
     const ModuleObject* list = m(kind.hostList);
     ModuleObject* atPosition = list->c(entry - 1);

@@ -6,16 +6,17 @@ class QComboBox;
 
 namespace lumo {
 
-/// The two selectors of the top bar differ in a small table alone: `isTool` is the welding tool
-/// (`end` of the tool set), otherwise it is the work object (`ref`).
+// The two selectors of the top bar. `isTool`: the welding tool (`end` of the tool set); otherwise the work
+// object
+// (`ref`).
 
-/// Adds the start-up entry and the host's entries, and makes the one in force current.
+/// Adds the package's own entry and the host's entries, and selects the one in force.
 void fillToolsetSelector(QComboBox* combo, bool isTool);
-/// Makes the name current, as a new last entry where there is none yet. An empty name selects nothing.
-/// Returns whether the current entry changed, which runs what is connected to it.
+/// Selects a name, appending an entry if there is none. An empty name selects nothing. Returns whether the
+/// current entry changed, that is whether the selector has emitted its signal.
 bool selectToolsetName(QComboBox* combo, const QString& name);
-/// Puts the current entry into `lumo.toolset` and hands the tool set to the robot. An entry that the
-/// host does not know sets the name alone.
+/// Writes the current entry to `lumo.toolset` and sends the tool set to the robot. An entry that the host
+/// does not know sets only the name.
 void applyToolsetSelector(QObject* sender, const QComboBox* combo, bool isTool);
 
 }  // namespace lumo

@@ -2,7 +2,7 @@
 
 #include "program/words.h"
 #include "ui_paramvaluesdialog.h"
-#include "widgets/groupedtable.h"
+#include "widgets/dressing.h"
 #include "widgets/watchedlinedialog.h"
 
 #include <QLineEdit>

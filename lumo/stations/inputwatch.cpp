@@ -26,7 +26,7 @@ InputWatch::Baseline InputWatch::present(QObject* sender, const ModuleObject* st
 
 void InputWatch::takeBaselines(QObject* sender) {
     clear();
-    const QVector<int> none = look(sender);
+    const QVector<int> none = sample(sender);
     Q_ASSERT(none.isEmpty());
     for (Baseline& baseline : baselines_) {
         baseline.followsRelease = !isStart(input_);
@@ -46,7 +46,7 @@ void InputWatch::rearm(QObject* sender, int row) {
     }
 }
 
-QVector<int> InputWatch::look(QObject* sender) {
+QVector<int> InputWatch::sample(QObject* sender) {
     const QList<ModuleObject*> all = stations();
     baselines_.resize(all.size());
     QVector<int> triggered;
@@ -57,18 +57,18 @@ QVector<int> InputWatch::look(QObject* sender) {
             baseline = now;
         } else if (triggers(now.edge, baseline.level, now.level)) {
             triggered << row;
-        } else if (baseline.followsRelease && !stands(now.edge, now.source, *now.level)) {
+        } else if (baseline.followsRelease && !isAtTriggerLevel(now.edge, now.source, *now.level)) {
             baseline.level = now.level;
         }
     }
     return triggered;
 }
 
-bool InputWatch::anyStands(QObject* sender) const {
+bool InputWatch::anyAtTriggerLevel(QObject* sender) const {
     const QList<ModuleObject*> all = stations();
     return std::any_of(all.begin(), all.end(), [this, sender](const ModuleObject* station) {
         const Baseline now = present(sender, station);
-        return stands(now.edge, now.source, *now.level);
+        return isAtTriggerLevel(now.edge, now.source, *now.level);
     });
 }
 

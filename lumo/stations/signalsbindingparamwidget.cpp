@@ -21,7 +21,7 @@ namespace {
 constexpr StationSignal stationSignals[] = {StationSignal::StartInput, StationSignal::StopInput,
                                             StationSignal::StartOutput, StationSignal::StopOutput};
 
-/// The rising edge comes first in both selectors.
+/// Both selectors list the rising edge first.
 Edge chosenEdge(const QComboBox* combo) {
     return combo->currentIndex() == 1 ? Edge::Falling : Edge::Rising;
 }
@@ -182,13 +182,13 @@ void SignalsBindingParamWidget::chooseProject() {
     fileDialog_->open();
 }
 
-/// The project is looked for in the working directory when it is started.
+/// Keeps the name alone: a start looks for the project in the working directory.
 void SignalsBindingParamWidget::projectSelected(const QString& path) {
     fileDialog_->disconnect(this);
     logW() << "SignalsBindingParamWidget::SignalsBindingParamWidget QFileDialog::fileSelected filename ="
            << path;
     const QString fileName = path.section(QLatin1Char('/'), -1);
-    // A settings file's name would mean the one in the working directory, wherever this one is.
+    // At the start the name would mean the settings file in the working directory.
     if (!readStationProject(path) || isSettingsFile(fileName)) {
         showMessage(QMessageBox::Warning, tr("提示"), tr("该文件不能用作工位的工程：%1").arg(fileName));
         return;

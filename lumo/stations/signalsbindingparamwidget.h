@@ -18,25 +18,25 @@ namespace lumo {
 class SignalSelector;
 }
 
-/// The page on which one station is made or changed. OK stores the station and its file and shows it in
-/// the table of the stations' page; Cancel changes nothing.
+/// The page on which one station is added or edited. OK stores the station and the stations' file, and shows
+/// the station in the table of the stations' page. Cancel changes nothing.
 class SignalsBindingParamWidget final : public QWidget {
     Q_OBJECT
 public:
-    /// Edits the station of the table's current row, or makes a new one. The table, which is not owned,
-    /// is that of `lumo.signalsConfig`, row by row.
+    /// Edits the station of the table's current row, or adds a new one. The table is not owned; its rows are
+    /// those of `lumo.signalsConfig`.
     SignalsBindingParamWidget(QTableWidget* table, bool isNew, QWidget* parent = nullptr);
     ~SignalsBindingParamWidget() override;
 
-    /// Offers the controller's inputs, or outputs, and registers.
+    /// Fill the selectors of the inputs, or outputs, with what the controller has.
     void initDICmb();
     void initDOCmb();
-    /// Writes the station, which a new one becomes part of the list by, and the stations' file. What goes
-    /// wrong with the file is announced by the host's file service.
+    /// Writes the station, appending a new one to the list, and the stations' file. The host's file service
+    /// reports a file that cannot be written.
     void save();
 
 public slots:
-    /// Show the names of one signal's kind.
+    /// Show the widgets of one signal's chosen kind.
     void refreshDICmb();
     void refreshDOCmb();
     void refreshDI2Cmb();
@@ -59,7 +59,7 @@ private:
     const std::unique_ptr<Ui::SignalsBindingParamWidget> ui_;
     const QPointer<QTableWidget> table_;
     const bool isNew_;
-    QPointer<ModuleObject> station_;  ///< null while a new one is not saved
+    QPointer<ModuleObject> station_;  ///< null until a new one is saved
     lumo::SignalSelector* selectors_[4] = {};
     QPointer<QFileDialog> fileDialog_;
 };

@@ -36,7 +36,7 @@ bool isPowered() {
     return m(key::robotPower)->getString() == word::on;
 }
 
-/// Puts a project in the place of the last one. Each write may end the page.
+/// Replaces the last project in the tree. Each write may delete the page.
 void loadStationProgram(const QPointer<QObject>& page, const Project& project) {
     auto* program = new ModuleObject(QString(key::stationProgram).section(QLatin1Char('.'), -1));
     program->loadJson(page, project.statements);
@@ -44,7 +44,7 @@ void loadStationProgram(const QPointer<QObject>& page, const Project& project) {
     StationRun::useToolset(page, project.toolset);
 }
 
-/// Starts what was loaded, unless the page is gone; returns when its run is over.
+/// Starts the loaded project, unless the page was deleted. Returns when its run is over.
 void runStationProgram(const QPointer<QObject>& page) {
     hand_or_signalbing = stationRun;
     sendToolset(page);
@@ -77,15 +77,15 @@ SignalsBindWidget::SignalsBindWidget(QWidget* parent)
     connect(ui_->btnDel, &QPushButton::clicked, this, &SignalsBindWidget::deleteStation);
 }
 
-/// Who still waits will not be served. Who waits for the end of the run under way is told then.
+/// Stations that still wait are told at once, those of the run under way at its end.
 SignalsBindWidget::~SignalsBindWidget() {
     if (firstRuns()) {
-        *heirs_ = queue_.takeFirst().stations;
+        *leftBehind_ = queue_.takeFirst().stations;
     }
     report(queue_.takeAll(false));
 }
 
-/// What waits must not hold its outputs for ever.
+/// Switches off the outputs of the stations that wait.
 void SignalsBindWidget::quit() {
     stopMonitoring();
     dropQueue();
@@ -114,7 +114,7 @@ void SignalsBindWidget::switchMonitoring(bool on) {
     } else if (ui_->tableWidget->rowCount() > 0) {
         startMonitoring();
     } else {
-        ui_->switchBtn->setChecked(false);  // there is nothing to listen to
+        ui_->switchBtn->setChecked(false);  // there is no station
     }
 }
 
@@ -127,7 +127,7 @@ void SignalsBindWidget::startMonitoring() {
 }
 
 void SignalsBindWidget::stopMonitoring() {
-    ++switchedOff_;
+    ++switchOffs_;
     for (QTimer* timer : {&startTimer_, &stopTimer_, &queueTimer_}) {
         timer->stop();
     }
@@ -140,7 +140,7 @@ void SignalsBindWidget::checkDIStatus(const QString& phase) {
         starts_.takeBaselines(this);
         return;
     }
-    const QVector<int> triggered = starts_.look(this);
+    const QVector<int> triggered = starts_.sample(this);
     const QPointer<SignalsBindWidget> self(this);
     for (const int row : triggered) {
         if (self) {
@@ -165,7 +165,7 @@ void SignalsBindWidget::checkDI2Status(const QString& phase) {
         return;
     }
     QVector<Signal> outputs;
-    const QVector<int> triggered = stops_.look(this);
+    const QVector<int> triggered = stops_.sample(this);
     for (const int row : triggered) {
         outputs << readSignal(stationAt(row), StationSignal::StopOutput);
     }
@@ -186,11 +186,11 @@ void SignalsBindWidget::setDo2Port(int row, bool on) {
 
 // --- The queue ------------------------------------------------------------------------------------
 
-/// While a stop input stands, or the robot still moves, what was asked for waits.
+/// Requests wait while a stop input is at its triggering level, and while the robot moves.
 bool SignalsBindWidget::canServe() {
     return serving_ == Serving::Nothing && !queue_.isEmpty() && executor->depth() == 0 &&
            m(key::executeState)->getString() == word::idle && m(key::robotState)->getString() == word::idle &&
-           !stops_.anyStands(this);
+           !stops_.anyAtTriggerLevel(this);
 }
 
 bool SignalsBindWidget::firstRuns() const {
@@ -204,7 +204,8 @@ void SignalsBindWidget::execProject() {
     const QPointer<SignalsBindWidget> self(this);
     const int id = queue_.first().id;
     const QString fileName = queue_.first().project;
-    // Before the closing: for a project that cannot run the wire is not pulled back. The reading tells why.
+    // Read before the closing, so that no wire is pulled back for a project that cannot run. Reading reports
+    // why.
     const std::optional<Project> project = fileName.isEmpty() ? std::nullopt : readStationProject(fileName);
     if (!self || !queue_.isFirst(id)) {
         return;
@@ -216,22 +217,22 @@ void SignalsBindWidget::execProject() {
     }
 }
 
-/// Does the closing that comes before a start. False when nothing is to start now: the closing may take
-/// seconds, in which anything can have happened. A pause that came in it wants the robot to stand; what
-/// was asked for waits for a later tick then.
+/// Pauses before a start, which does a closing. False when nothing may start now: the closing can take
+/// seconds, and another pause during it means that the robot is to stand. The request then waits for a later
+/// tick.
 bool SignalsBindWidget::closeBeforeStart(int id) {
     const QPointer<SignalsBindWidget> self(this);
-    const int switchedOff = switchedOff_;
+    const int switchOffs = switchOffs_;
     const int pauses = pauses_;
     m(key::triggerPause)->trigger();  // returns when the closing is over
-    return self && switchedOff == switchedOff_ && pauses_ == pauses + 1 && canServe() && queue_.isFirst(id);
+    return self && switchOffs == switchOffs_ && pauses_ == pauses + 1 && canServe() && queue_.isFirst(id);
 }
 
-/// Runs the first project; returns when its run is over, or was refused.
+/// Runs the first project. Returns when its run is over or was refused.
 void SignalsBindWidget::serve(const Project& project) {
     const QPointer<SignalsBindWidget> self(this);
     QVector<WaitingStation> left;
-    heirs_ = &left;
+    leftBehind_ = &left;
     serving_ = Serving::Starting;
     {
         const int row = queue_.first().stations.first().row;
@@ -258,7 +259,7 @@ void SignalsBindWidget::endServing() {
     }
 }
 
-/// The first project will not run. Inputs that still ask for it must be let go before they ask again.
+/// The first project will not run. Inputs that are held must be released before they trigger again.
 void SignalsBindWidget::giveUpFirst() {
     const QVector<WaitingStation> stations = queue_.takeFirst().stations;
     for (const WaitingStation& station : stations) {
@@ -267,7 +268,7 @@ void SignalsBindWidget::giveUpFirst() {
     report(stations);
 }
 
-/// Nobody who waits is served any more. The run under way goes on, and is reported at its end.
+/// Empties the queue. The run under way goes on; its stations are told at its end.
 void SignalsBindWidget::dropQueue() {
     report(queue_.takeAll(firstRuns()));
 }
@@ -277,12 +278,13 @@ void SignalsBindWidget::onState(const QVariant& state) {
         serving_ = Serving::Running;
         showState(ui_->tableWidget, queue_.first().stations.first().row, StationState::Running);
     } else if (state.toString() == word::idle && serving_ == Serving::Running) {
-        serving_ = Serving::Over;  // the executor is still on its way back from it
+        serving_ = Serving::Over;  // the executor has not returned from the run yet
         report(queue_.takeFirst().stations);
     }
 }
 
-/// Nothing that was asked for before the power went, or while it was off, may start when it is back.
+/// Requests from before or during a loss of power are dropped: nothing starts by itself when the power is
+/// back.
 void SignalsBindWidget::onPower(const QVariant& power) {
     const bool powered = power.toString() == word::on;
     if (std::exchange(powered_, powered) == powered) {
@@ -294,7 +296,7 @@ void SignalsBindWidget::onPower(const QVariant& power) {
     dropQueue();
 }
 
-/// Tells stations that their run is over, or will not come.
+/// Tells stations that their run is over or will not come.
 void SignalsBindWidget::report(const QVector<WaitingStation>& stations) {
     const QPointer<SignalsBindWidget> self(this);
     for (const WaitingStation& station : stations) {
@@ -305,21 +307,21 @@ void SignalsBindWidget::report(const QVector<WaitingStation>& stations) {
     }
 }
 
-// --- The operator's hand --------------------------------------------------------------------------
+// --- Editing --------------------------------------------------------------------------------------
 
 int SignalsBindWidget::selectedRow() const {
     const QModelIndexList rows = ui_->tableWidget->selectionModel()->selectedRows();
     return rows.isEmpty() ? -1 : rows.first().row();
 }
 
-/// A row that was given another project does not wait for the one before.
+/// A row that gets another project no longer waits for the old one.
 void SignalsBindWidget::onItemChanged(const QTableWidgetItem* item) {
     if (item->column() == ProjectColumn) {
         withdraw(item->row());
     }
 }
 
-/// A row asks for its project no more. The run under way goes on, and is reported at its end.
+/// Withdraws the requests of a row. The run under way goes on; its stations are told at its end.
 void SignalsBindWidget::withdraw(int row) {
     report(queue_.withdraw(row, firstRuns()));
 }
@@ -350,7 +352,7 @@ void SignalsBindWidget::removeStation(int row) {
     queue_.removeRow(row);
     m(key::signalsConfig)->remove(this, mIndex(row));
     ui_->tableWidget->removeRow(row);
-    ui_->tableWidget->setCurrentItem(nullptr);  // a second tap must not delete the next one
+    ui_->tableWidget->setCurrentItem(nullptr);  // a second tap must not delete the next row
     renumberStations(ui_->tableWidget);
     fitStations(ui_->tableWidget);
     save();

@@ -19,15 +19,15 @@ namespace lumo {
 struct Project;
 }
 
-/// The page of the stations: lists them and, while its switch is on, starts the projects that their
-/// inputs ask for, one after another.
+/// The page of the stations: lists them and, while its switch is on, starts the projects that their inputs
+/// ask for, one after another.
 ///
-/// A start runs the whole program inside `execProject`, and the pause before it may wait for the end of
-/// a closing. Ticks, clicks, edits and deletions of rows, the switch, a loss of power and the end of the
-/// page itself can all come in there: what is used afterwards is asked for anew.
+/// execProject() returns when the whole program has run, and the pause before it may wait for the end of a
+/// closing. Timer ticks, clicks, edits and deletions of rows, the switch, a loss of power and the deletion of
+/// the page can all come in between: code after such a call reads everything anew.
 class SignalsBindWidget final : public QWidget {
     Q_OBJECT
-    /// Projects that wait for their start, the one under way included.
+    /// Number of projects that wait for their start or run.
     Q_PROPERTY(int queued READ queued)
 public:
     explicit SignalsBindWidget(QWidget* parent = nullptr);
@@ -35,17 +35,17 @@ public:
 
     [[nodiscard]] int queued() const { return queue_.size(); }
 
-    /// Looks at all start inputs, or all stop inputs: "begin." takes the baselines, "end." does what the
-    /// inputs ask for.
+    /// Samples all start inputs, or all stop inputs: "begin." takes the baselines, "end." acts on the
+    /// triggers.
     void checkDIStatus(const QString& phase);
     void checkDI2Status(const QString& phase);
-    /// Starts the first waiting project, unless something runs or moves, or a stop input stands at its
-    /// triggering level. Returns when its run is over.
+    /// Starts the first waiting project, unless something runs or moves, or a stop input is at its triggering
+    /// level. Returns when its run is over.
     void execProject();
     /// Switches a station's start or stop output.
     void setDoPort(int row, bool on);
     void setDo2Port(int row, bool on);
-    /// Writes the stations' file. What goes wrong is announced by the host's file service.
+    /// Writes the stations' file. The host's file service reports a failure.
     void save();
 
 signals:
@@ -54,7 +54,7 @@ signals:
     void editBtnClicked(QTableWidget* tableW);
 
 private:
-    /// How far the start of the first project is, while it is on the stack.
+    /// State of the first project's start while it is on the stack.
     enum class Serving { Nothing, Starting, Running, Over };
 
     void fill();
@@ -89,9 +89,10 @@ private:
     QTimer stopTimer_{this};
     QTimer queueTimer_{this};
     Serving serving_ = Serving::Nothing;
-    /// Where the end of the page leaves the stations of the run under way, which are told at its end.
-    QVector<lumo::WaitingStation>* heirs_ = nullptr;
+    /// Set while serve() is on the stack: the destructor stores here the stations of the run under way.
+    /// serve() switches their outputs off at its end.
+    QVector<lumo::WaitingStation>* leftBehind_ = nullptr;
     bool powered_;
-    int switchedOff_ = 0;  ///< how often
-    int pauses_ = 0;       ///< how many there were, by whomever
+    int switchOffs_ = 0;  ///< how often monitoring was switched off
+    int pauses_ = 0;      ///< how many pauses there were, from any source
 };

@@ -13,7 +13,7 @@ namespace lumo {
 
 namespace {
 
-/// Texts that the page and the editor of the stations share.
+/// Texts of the stations' page and of the page of one station.
 struct Text {
     Q_DECLARE_TR_FUNCTIONS(SignalsBindingParamWidget)
 };
@@ -65,7 +65,7 @@ bool triggers(Edge edge, Level baseline, Level latest) {
     return false;
 }
 
-bool stands(Edge edge, const Signal& input, bool level) {
+bool isAtTriggerLevel(Edge edge, const Signal& input, bool level) {
     return edge != Edge::None && !input.name().isEmpty() && level == (edge == Edge::Rising);
 }
 

@@ -9,8 +9,7 @@
 
 namespace lumo {
 
-/// The four signals of a station. They differ in a small table: their fields, their side of the
-/// controller and their captions.
+/// The four signals of a station.
 enum class StationSignal { StartInput, StopInput, StartOutput, StopOutput };
 
 [[nodiscard]] constexpr bool isInput(StationSignal which) {
@@ -20,51 +19,49 @@ enum class StationSignal { StartInput, StopInput, StartOutput, StopOutput };
     return which == StationSignal::StartInput || which == StationSignal::StartOutput;
 }
 
-/// Which change of an input triggers. `None`: what is stored is no such word; it never triggers.
+/// Which change of an input triggers. `None`: the stored word names no edge; it never triggers.
 enum class Edge { None, Rising, Falling };
 
-/// The level of an input when it was looked at; nothing before that.
+/// The level of an input when it was sampled; empty before that.
 using Level = std::optional<bool>;
 
-/// Whether an input triggers: it differs from its baseline in the direction of the edge. A level that
-/// was not looked at reads as low, but nothing falls to one.
+/// Whether an input triggers: it differs from its baseline in the direction of the edge. An empty level
+/// counts as low for a rising edge; a falling edge needs a sampled low level.
 [[nodiscard]] bool triggers(Edge edge, Level baseline, Level latest);
-/// Whether an input stands at the level that its edge leads to. One without a name, or without an edge,
-/// never does.
-[[nodiscard]] bool stands(Edge edge, const prog::Signal& input, bool level);
+/// Whether an input is at the level that its edge leads to. Never for an input without a name or edge.
+[[nodiscard]] bool isAtTriggerLevel(Edge edge, const prog::Signal& input, bool level);
 
-/// The edge that a stored word means, in whichever language of the package it was stored.
+/// The edge that a stored word means, in any language of the package.
 [[nodiscard]] Edge edgeFrom(const QString& word);
 /// The word for an edge in the operator's language.
 [[nodiscard]] QString edgeWord(Edge edge);
 
 // --- The record -----------------------------------------------------------------------------------
 
-/// Any kind but "IO" means a register.
 [[nodiscard]] prog::Signal readSignal(const ModuleObject* station, StationSignal which);
-/// Stores the kind in the operator's language and the input's or output's name; the register only
-/// where it counts.
+/// Stores the kind in the operator's language and the input's or output's name; the register only if it was
+/// chosen.
 void storeSignal(QObject* sender, ModuleObject* station, StationSignal which, const prog::Signal& signal);
 [[nodiscard]] Edge readEdge(const ModuleObject* station, StationSignal input);
 void writeEdge(QObject* sender, ModuleObject* station, StationSignal input, Edge edge);
 
 // --- The controller -------------------------------------------------------------------------------
 
-/// Switches an output; nothing when none is connected.
+/// Switches an output; does nothing when none is connected.
 void switchOutput(QObject* sender, const prog::Signal& output, bool on);
 
 // --- What the operator reads ----------------------------------------------------------------------
 
 /// "Start: IO", "Stop: Register".
 [[nodiscard]] QString kindText(StationSignal which, const prog::Signal& signal);
-/// The name; of a register with the bit, counted from 1, in brackets.
+/// The name; for a register with the bit, counted from 1, in brackets.
 [[nodiscard]] QString signalText(const prog::Signal& signal);
-/// The edge's word; what is stored where that is none.
+/// The edge's word; the stored text when it names no edge.
 [[nodiscard]] QString edgeText(const ModuleObject* station, StationSignal input);
 
-/// How often inputs are looked at; 100 ms for a text that is no number above 0.
+/// The sampling period of the inputs; 100 ms for a text that is no number above 0.
 [[nodiscard]] int samplePeriodMs(const QString& text);
-/// Names that the package gives its own stations, in Chinese and English. They are not changed.
+/// Whether it is a name of the package's own stations, in Chinese or English. Operators cannot change these.
 [[nodiscard]] bool isReservedName(const QString& name);
 
 }  // namespace lumo

@@ -7,39 +7,40 @@
 
 namespace lumo {
 
-/// A station that waits for a run, and the output that was switched on for it: that one is switched
-/// off afterwards, whatever the station was changed to meanwhile.
+/// A station that waits for a run, and the start output that was switched on for it. That output is switched
+/// off afterwards, even if the station has another one by then.
 struct WaitingStation {
-    int row = -1;  ///< -1: it was deleted
+    int row = -1;  ///< -1: the station was deleted
     prog::Signal output;
 };
 
-/// The projects that wait for their start, in the order of their triggers. A project is in it once,
-/// with every station that asked for it. The first one stays in it while it runs.
+/// The projects that wait for their start, in the order of their triggers. A project is queued once, with all
+/// stations that asked for it. The first one stays queued while it runs.
 class StationQueue {
 public:
     struct Entry {
-        int id;  ///< of this request: the project may leave the queue and come again
+        int id;  ///< of this request: a project can leave the queue and be asked for again
         QString project;
-        QVector<WaitingStation> stations;  ///< the first asked first
+        QVector<WaitingStation> stations;  ///< in the order in which they asked
     };
 
     [[nodiscard]] bool isEmpty() const { return entries_.isEmpty(); }
     [[nodiscard]] int size() const { return entries_.size(); }
     [[nodiscard]] const Entry& first() const { return entries_.first(); }
-    /// Whether that request is the first one still.
+    /// Whether this request is still the first one.
     [[nodiscard]] bool isFirst(int id) const { return !isEmpty() && first().id == id; }
 
-    /// A station asks for a project. One that did so already, with the same output, changes nothing.
+    /// A station asks for a project. Asking again with the same output changes nothing.
     void add(const QString& project, const WaitingStation& station);
-    /// Takes the first project out.
+    /// Removes the first project.
     Entry takeFirst();
-    /// Takes all of them out; `keepFirst`: but for the first one, which runs. Whoever waited for them.
+    /// Removes all projects, except the first with `keepFirst` (it runs). Returns the stations that waited
+    /// for them.
     QVector<WaitingStation> takeAll(bool keepFirst);
-    /// A row asks for nothing any more. Projects that nobody else asked for leave the queue. `keepFirst`:
-    /// the first one runs, nothing of it changes. The outputs that were switched on for the row.
+    /// A row withdraws its requests. Projects that no other row asked for leave the queue. `keepFirst`: the
+    /// first one runs and is left alone. Returns the row's entries, with the outputs that were switched on.
     QVector<WaitingStation> withdraw(int row, bool keepFirst);
-    /// The rows below move up.
+    /// A station was deleted: the rows below move up.
     void removeRow(int row);
 
 private:

@@ -23,21 +23,21 @@ enum StationColumn {
     OutputColumn
 };
 
-/// What the state of a station can be, as it is shown.
+/// The state of a station as it is shown.
 enum class StationState { Unknown, Triggered, Running, Untriggered };
 
-/// Adds an empty row with its number at the end.
+/// Appends an empty row with its number.
 void appendStationRow(QTableWidget* table);
 /// Numbers the rows from 1.
 void renumberStations(QTableWidget* table);
-/// Shows a station in its row; the state as unknown.
+/// Shows a station in its row, with the state Unknown.
 void showStation(QTableWidget* table, int row, const mendo::ModuleObject* station);
-/// Shows a state; nothing when there is no such row.
+/// Shows a state; does nothing when there is no such row.
 void showState(QTableWidget* table, int row, StationState state);
-/// Makes the columns as wide as their cells, every state and the longest word of their caption need, and
-/// the rows as high as their lines.
+/// Fits the columns to their cells, to every state and to the longest word of their caption, and the rows to
+/// their lines.
 void fitStations(QTableWidget* table);
-/// Text of a cell; empty where there is none.
+/// Text of a cell; empty if there is none.
 [[nodiscard]] QString stationCell(const QTableWidget* table, int row, StationColumn column);
 
 }  // namespace lumo

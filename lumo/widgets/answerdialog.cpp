@@ -47,7 +47,7 @@ void AnswerDialog::answer(bool ok) {
 void AnswerDialog::showEvent(QShowEvent* event) {
     answered_ = false;
     QDialog::showEvent(event);
-    // No window manager gives it the keyboard.
+    // No window manager does it for this kind of window.
     activateWindow();
 }
 

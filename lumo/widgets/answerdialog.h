@@ -5,11 +5,11 @@
 class QDialogButtonBox;
 class QPushButton;
 
-/// A frameless dialog that is answered once: true by OK, false by Cancel, Escape or the window's close.
+/// A frameless dialog that is answered once: true by OK, false by Cancel, Escape or closing the window.
 ///
-/// Show it with open(), never exec(): a nested loop would keep a run that waits below it from going on.
-/// Derived classes announce the answer with a signal of their own; the owner reads the results in its
-/// handler and deletes the dialog later. A dialog that is shown anew can be answered anew.
+/// Show it with open(), never exec(): a nested event loop would block a run that waits below it. Derived
+/// classes announce the answer with a signal of their own. The owner reads the results in its slot and
+/// deletes the dialog later. A dialog that is shown again can be answered again.
 class AnswerDialog : public QDialog {
     Q_OBJECT
 public:
@@ -20,12 +20,12 @@ public:
 
 protected:
     enum class Closing {
-        ByOwner,   ///< stays as it is after the answer until the owner deletes it
+        ByOwner,   ///< stays visible after the answer until the owner deletes it
         ByItself,  ///< hides before it announces the answer
     };
     AnswerDialog(Closing closing, QWidget* parent);
 
-    /// Captions of the box's OK and Cancel. Call it when the form is built.
+    /// Connects the box's OK and Cancel and sets their captions. Call it once, after setupUi().
     void setUpButtons(QDialogButtonBox* box, const QString& okText, const QString& cancelText);
     QPushButton* okButton() const { return okButton_; }
     /// Emits the dialog's answer.

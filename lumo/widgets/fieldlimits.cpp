@@ -7,7 +7,7 @@ namespace {
 
 constexpr int maxSpeedMmPerS = 199;
 constexpr int maxZoneMm = 5;
-/// What an integer holds for sure; more digits would read as 0.
+/// As many as an int can hold; a longer number would read as 0.
 constexpr int maxDigits = 9;
 
 }  // namespace

@@ -4,8 +4,8 @@
 
 class QLineEdit;
 
-/// Speeds in mm/s that a single move may have: 0 to 199, digits only. Unlike its base it refuses the
-/// digit that would make more.
+/// Speeds of a single move in mm/s: 0 to 199, digits only. Unlike its base it refuses the digit that would
+/// exceed the limit.
 class SpeedValidator final : public QIntValidator {
     Q_OBJECT
 public:
@@ -13,13 +13,13 @@ public:
     State validate(QString& input, int& position) const override;
 };
 
-/// Whether a text is the speed of a move or a weld: more than 0.
+/// Whether a text is a number above 0, as the speed of a move or weld must be.
 [[nodiscard]] bool isSpeed(const QString& text);
 [[nodiscard]] bool isSomeText(const QString& text);
 
-/// Lets only digits be typed.
+/// Accepts only digits.
 void allowOnlyDigits(QLineEdit* line);
 
-/// From now on the line takes a blending zone of 0 to 5 mm: whenever its text becomes more, the last
-/// character goes.
+/// Limits the line to a blending zone of 0 to 5 mm: removes the last character whenever the number becomes
+/// larger.
 void limitToZone(QLineEdit* line);

@@ -8,7 +8,7 @@ namespace {
 
 constexpr int stepMs = 30;
 constexpr int stepsPerWidth = 10;
-/// The text may go this far under the knob's edge, which is round.
+/// The text may reach this far under the round edge of the knob.
 constexpr int textOverlap = 5;
 constexpr int smallestPixelSize = 8;
 
@@ -94,7 +94,7 @@ void SwitchButton::UpdateValue() {
 void SwitchButton::mousePressEvent(QMouseEvent*) {
     checked_ = !checked_;
     emit statusChanged(checked_);
-    // A narrow switch has to move too.
+    // At least 1, or a narrow switch would not move.
     step_ = qMax(1, width() / stepsPerWidth);
     endX_ = restingX();
     if (animation_) {
@@ -144,7 +144,7 @@ void SwitchButton::drawTrack(QPainter& painter) const {
     painter.drawPath(ends.united(middle));
 }
 
-/// The widget's font, smaller where the knob would hide the ends of the text.
+/// The widget's font, made smaller if the knob would hide the ends of the text.
 QFont SwitchButton::fittingFont(const QString& text) const {
     QFont font = this->font();
     const int free = width() - knobSize() - textOverlap - 2 * space_;

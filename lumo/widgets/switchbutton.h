@@ -4,11 +4,10 @@
 #include <QTimer>
 #include <QWidget>
 
-/// A toggle switch: a round knob that slides in a rounded track, from off on the left to on on the
-/// right, and a text in the part of the track that it leaves free.
+/// A toggle switch: a round knob slides in a rounded track, from off at the left to on at the right. The free
+/// part of the track shows a text.
 ///
-/// Sizes are in pixels. `radius`, `showText` and `showCircle` are kept for whoever asks; they have no
-/// part in the drawing.
+/// Sizes are in pixels. `radius`, `showText` and `showCircle` are stored, but have no effect on the drawing.
 class SwitchButton : public QWidget {
     Q_OBJECT
     Q_PROPERTY(bool checked READ checked)
@@ -30,11 +29,11 @@ public:
     QColor textColor() const { return textColor_; }
     QString textOn() const { return textOn_; }
     QString textOff() const { return textOff_; }
-    /// How far the knob goes in one step of its slide.
+    /// Distance of one step of the slide.
     int step() const { return step_; }
-    /// Where the knob is.
+    /// Position of the knob.
     int startX() const { return startX_; }
-    /// Where the knob goes to.
+    /// Position that the knob slides to.
     int endX() const { return endX_; }
 
     QSize sizeHint() const override { return {120, 48}; }
@@ -42,8 +41,8 @@ public:
 public slots:
     void setSpace(int space);
     void setRadius(int radius);
-    /// Changes colours and text in silence. The knob of a switch on the screen stays where it is; one
-    /// that comes on the screen later has it at its proper end.
+    /// Changes colours and text without a signal. The knob of a visible switch stays where it is; a hidden
+    /// one moves it to its end when it is shown.
     void setChecked(bool checked);
     void setShowText(bool show);
     void setShowCircle(bool show);
@@ -59,7 +58,7 @@ public slots:
     void UpdateValue();
 
 signals:
-    /// A press switched it.
+    /// A mouse press has switched it.
     void statusChanged(bool checked);
 
 protected:

@@ -4,13 +4,12 @@
 
 class QLineEdit;
 
-/// For the event filter of a line that is typed over rather than edited: true for a mouse press, which
-/// is not to go on to the line. The press that brings the keyboard to the line selects its text.
+/// For the event filter of a line whose text is typed over: true for a mouse press, which the filter must not
+/// pass on. Selects the text when a mouse press gives the line the focus.
 bool isPressOnLine(QLineEdit* line, const QEvent* event);
 
-/// A dialog with OK, Cancel and one line to type in, which it watches: a mouse press on the line is
-/// reported and goes no further, and the line's window is activated, so that the panel's input method
-/// comes up.
+/// A dialog with OK, Cancel and one line edit. A mouse press on the line is reported and not passed on; the
+/// line's window is activated, so that the panel's input method comes up.
 class WatchedLineDialog : public AnswerDialog {
     Q_OBJECT
 public:
@@ -22,13 +21,13 @@ signals:
 protected:
     using AnswerDialog::AnswerDialog;
 
-    /// The line is the form's; call it once, when the form is built.
+    /// Sets the form's line. Call it once, after setupUi().
     void watch(QLineEdit* line);
-    /// OK is enabled only while the line's text passes the test.
+    /// Enables OK only while the line's text passes the test.
     void require(bool (*passes)(const QString& text));
-    /// Whether OK is to be offered as things are.
+    /// Whether OK may be enabled now.
     [[nodiscard]] virtual bool canAccept() const;
-    /// Offers OK, or does not: call it when what canAccept() looks at has changed.
+    /// Enables or disables OK. Call it when the result of canAccept() may have changed.
     void refreshOk();
     void showEvent(QShowEvent* event) override;
 

@@ -22,7 +22,7 @@ int widthOf(const QFontMetrics& metrics, const QStringList& lines) {
     return width;
 }
 
-/// A caption says with soft hyphens where its words may be divided.
+/// Soft hyphens in a caption mark where words may be divided.
 QString withoutHyphens(QString text) {
     return text.remove(QChar(QChar::SoftHyphen));
 }
@@ -35,7 +35,7 @@ QStringList brokenAt(const QString& text, int at) {
     return {withoutHyphens(first).trimmed(), withoutHyphens(text.mid(at)).trimmed()};
 }
 
-/// The two lines that need the least width; one line for a text that cannot be broken.
+/// The two lines that need the least width; one line if the text cannot be broken.
 QStringList broken(const QString& text, const QFontMetrics& metrics) {
     QStringList best{withoutHyphens(text)};
     QTextBoundaryFinder finder(QTextBoundaryFinder::Line, text);

@@ -3,17 +3,16 @@
 #include <QPushButton>
 #include <QStringList>
 
-/// A push button whose caption goes on in a second line where one line is too narrow for it, broken
-/// between words or at a soft hyphen. What is too long for two lines as well is set smaller, down to the
-/// smallest size that can be read.
+/// A push button that breaks a caption into two lines if one is too narrow, between words or at a soft
+/// hyphen. If two lines are too narrow too, the font becomes smaller, down to the smallest readable size.
 class WrapButton : public QPushButton {
     Q_OBJECT
 public:
     explicit WrapButton(QWidget* parent = nullptr);
 
-    /// The caption as it is drawn at the present size, one or two lines.
+    /// The caption as it is drawn now, in one or two lines.
     [[nodiscard]] QStringList shownLines() const;
-    /// Pixel size of the font it is drawn in.
+    /// Pixel size of the font in which it is drawn.
     [[nodiscard]] int shownPixelSize() const;
 
     [[nodiscard]] QSize sizeHint() const override;

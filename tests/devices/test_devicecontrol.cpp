@@ -167,8 +167,7 @@ private slots:
             bench_.robot.mark();
             inside(write.section(", ", -1), [] {
                 for (const I_PORT output : lumo::takeLitByHand()) {
-                    output < AO_WIRE_SPEED ? setPortDO(nullptr, output, false)
-                                           : setPortAO(nullptr, output, 0.0);
+                    clearPort(nullptr, output);
                 }
             });
             click(button("LaserTest"));

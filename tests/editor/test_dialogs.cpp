@@ -47,6 +47,11 @@ private slots:
              "DO1 DO2, OUT BOOL, 1 2 3 4 5"},
             {"'diName':'D','DI_type':'register','DI_reg':{'name':'X','bias':2,'type':'bool'},'value1'",
              "DI1 D, IN X, 1 3"},
+            {"'diName':'DI1','DI_type':'register','DI_reg':{'name':'IN','bias':2000000000,'type':'bit'},'"
+             "value1'",
+             "DI1, IN, 1 2 3 4 2000000001"},
+            {"'diName':'DI1','DI_type':'register','DI_reg':{'name':'IN','bias':-1,'type':'bit'},'value1'",
+             "DI1, IN, 1 2 3 4"},
         };
         for (const auto& [record, offered] : cases) {
             const auto statement = node("{" + record + ":'true'}");

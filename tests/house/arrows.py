@@ -1,27 +1,19 @@
 #!/usr/bin/python3
-"""arrows.py ROOT: names every #include that points up the house, and every circle between folders of the package.
-
-A floor sees the floors listed for it and itself. In the package a room sees the rooms of its own level and below.
-"""
+"""arrows.py ROOT: names every #include that points up the house, and every circle between rooms of the package.
+A floor includes itself and the floors listed for it; a room of the package rooms of its own level and below."""
 import pathlib
 import re
 import sys
 
-FLOORS = {
-    "host": [],
-    "program": ["host"],
-    "simulator": ["host"],
-    "lumo": ["program", "host"],
-    "workcell": ["simulator", "program", "host"],
-    "runner": ["workcell", "simulator", "program", "host"],
-    "app": ["workcell", "simulator", "program", "host"],
-    "tools": ["app", "workcell", "simulator", "program", "host"],
-}
+FLOORS = {"host": [], "program": ["host"], "simulator": ["host"], "lumo": ["program", "host"],
+          "workcell": ["simulator", "program", "host"], "runner": ["workcell", "simulator", "program", "host"],
+          "app": ["workcell", "simulator", "program", "host"],
+          "tools": ["app", "workcell", "simulator", "program", "host"]}
 LEVELS = [["module"], ["widgets", "files", "equipment"], ["executor", "editor", "params", "devices", "stations"], ["panel"]]
 LEVEL = {room: level for level, rooms in enumerate(LEVELS) for room in rooms}
 
 root = pathlib.Path(sys.argv[1])
-wrong, seen, count = [], {}, 0
+wrong, seen, count = [], {room: {} for room in LEVEL}, 0
 for path in sorted(p for floor in FLOORS for p in (root / floor).rglob("*") if p.suffix in (".h", ".cpp")):
     floor, *rooms = path.relative_to(root).parts[:-1]
     for name in re.findall(r'^#include "([^"]+)"', path.read_text(), re.M):
@@ -30,22 +22,17 @@ for path in sorted(p for floor in FLOORS for p in (root / floor).rglob("*") if p
             continue  # generated from a form
         count += 1
         to, *inside = places[0].relative_to(root).parts[:-1]
-        if to != floor and to not in FLOORS[floor]:
+        if to not in [floor, *FLOORS[floor]]:
             wrong.append(f"{path.relative_to(root)} includes {name}: {floor} may not see {to}")
         elif to == floor == "lumo" and inside != rooms:
-            seen.setdefault(rooms[0], {})[inside[0]] = f"{path.relative_to(root)} includes {name}"
-for room, others in seen.items():
-    for other, include in others.items():
-        if LEVEL[room] < LEVEL[other]:
-            wrong.append(f"{include}: {other} stands above {room}")
+            seen[rooms[0]][inside[0]] = f"{path.relative_to(root)} includes {name}"
 
 
 def reaches(room, goal, been):
-    """Whether a way of includes leads from one room to the other."""
     been.add(room)
-    return any(other == goal or other not in been and reaches(other, goal, been) for other in seen.get(room, {}))
+    return any(other == goal or other not in been and reaches(other, goal, been) for other in seen[room])
 
 
-wrong += [f"{include}: a circle, for {other} sees {room}" for room, others in seen.items()
-          for other, include in others.items() if LEVEL[room] == LEVEL[other] and reaches(other, room, set())]
+wrong += [f"{include}: {other} stands above {room}, or a circle leads back" for room, others in seen.items()
+          for other, include in others.items() if LEVEL[room] < LEVEL[other] or reaches(other, room, set())]
 sys.exit("\n".join(wrong) or (None if count > 100 else "there are no includes"))

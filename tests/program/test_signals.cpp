@@ -60,17 +60,10 @@ private slots:
             QCOMPARE(signal.name() + ' ' + signal.address() + ' ' + signal.text(),
                      row.name + ' ' + row.address + ' ' + row.text);
         }
-        const auto signal = [](const QByteArray& kind, const QByteArray& name, int bit) {
-            return Signal::from(node("{'DO_type':'" + kind + "','doName':'" + name + "','DO_reg':{'name':'" +
-                                     name + "','bias':" + QByteArray::number(bit) + "}}")
-                                    .get(),
-                                setOutput);
-        };
-        QVERIFY(signal("IO", "A", 1).isSameAs(signal("IO", "A", 2)) &&
-                !signal("IO", "A", 1).isSameAs(signal("IO", "B", 1)));
-        QVERIFY(!signal("R", "A", 1).isSameAs(signal("R", "A", 2)) &&
-                signal("R", "A", 1).isSameAs(signal("r", "A", 1)));
-        QVERIFY(!signal("R", "A", 1).isSameAs(signal("IO", "A", 1)));
+        const Signal io{true, "A", "R", "bit", 1}, otherBit{true, "A", "R", "bit", 2},
+            reg{false, "A", "R", "bit", 1};
+        QVERIFY(io.isSameAs(otherBit) && !io.isSameAs({true, "B", "R", "bit", 1}) && !io.isSameAs(reg));
+        QVERIFY(reg.isSameAs({false, "B", "R", "bool", 1}) && !reg.isSameAs({false, "A", "R", "bit", 2}));
     }
 
     void storedSignal_readsBack_withoutRegisterTheStoredOneStays() {

@@ -1,6 +1,4 @@
-#include "equipment/signalio.h"
 #include "stations/signalsbindingparamwidget.h"
-#include "stations/station.h"
 #include "stations/stationbench.h"
 #include "support/suite.h"
 #include "widgets/switchbutton.h"
@@ -36,20 +34,6 @@ private slots:
             QVERIFY2(readEdge(station.get(), StationSignal::StopInput) == edge.value(), edge.key());
         }
         QVERIFY(samplePeriodMs("1") == 1 && samplePeriodMs("0") == 100 && samplePeriodMs("fast") == 100);
-        kordservice()->dataNode("device.io")->loadJson(this, json("{'DI':{'ON':true,'OFF':false}}"));
-        kordservice()->dataNode("register.values")->set(this, "R.#0", false)->set(this, "R.#1", true);
-        const QMap<QByteArray, bool> inputs{
-            {"{'DI_type':'IO','DI':'ON','DI_reg':{'name':'R','bias':0}}", true},
-            {"{'DI_type':'IO','DI':'','DI_reg':{'name':'R','bias':1}}", false},
-            {"{'DI_type':'寄存器','DI':'OFF','DI_reg':{'name':'R','bias':1}}", true},
-            {"{'DI_type':'','DI':'ON','DI_reg':{'name':'R','bias':0}}", false},
-            {"{'DI_type':'','DI_reg':{'name':'R','bias':-1}}", false},
-        };
-        for (auto input = inputs.begin(); input != inputs.end(); ++input) {
-            const auto station = node(input.key());
-            const bool level = signalLevel(this, readSignal(station.get(), StationSignal::StartInput));
-            QVERIFY2(level == input.value(), input.key());
-        }
     }
 
     /// An input offers what can be read, an output what can be written too; registers those of bits.
@@ -83,21 +67,6 @@ private slots:
         QCOMPARE(bench_.cell(5, 3) + bench_.cell(5, 7) + bench_.cell(5, 9),
                  "启动: 寄存器\n停止: IO---O1\nOUT1[1]");
         QCOMPARE(json(contentOf("lumo_signalsConfig.json")), records()->exportToJson());
-    }
-
-    void whatIsNotOffered_isKept() {
-        renew(
-            R"({'1':{'DI':'I77'},
-                  '2':{'DI':'','DI2_type':'寄存器','DI2_reg':{'name':'','type':'','bias':-1}},
-                  '3':{'DI_type':'寄存器','DI_reg':{'name':'GONE','type':'bool','bias':5}},
-                  '4':{'DI_type':'寄存器','DI_reg':{'name':'IN','type':'bit','bias':9}},
-                  '5':{'DI_type':'寄存器','DI_reg':{'name':'IN','type':'bit','bias':-1},
-                       'DI2_type':'寄存器','DI2_reg':{'name':'IN','type':'bit','bias':2000000000}}})");
-        const QString before = text(records());
-        for (int row = 0; row < 5; ++row) {
-            bench_.edit(row, {});
-        }
-        QCOMPARE(text(records()), before);
     }
 
     void edit_changesItsStationAlone_andReservedNamesNever() {

@@ -1,4 +1,4 @@
-#include "widgets/groupedtable.h"
+#include "widgets/dressing.h"
 
 #include <QLabel>
 #include <QTableWidget>
@@ -6,6 +6,12 @@
 #include <algorithm>
 
 namespace lumo {
+
+void setStyleSheetOnChange(QWidget* widget, const QString& sheet) {
+    if (widget->styleSheet() != sheet) {
+        widget->setStyleSheet(sheet);
+    }
+}
 
 int RowGroups::groupOf(int row) const {
     return static_cast<int>(std::upper_bound(starts.begin(), starts.end(), row) - starts.begin()) - 1;
@@ -23,7 +29,7 @@ void dressGroups(QTableWidget* table, const RowGroups& groups, int groupColumn) 
     const int rows = table->rowCount();
     for (int row = 0; row < rows; ++row) {
         if (!groups.isHead(row)) {
-            // The labels of a merged cell lie upon each other; only the uppermost is to be seen.
+            // The labels of a merged cell lie on top of each other: an opaque one hides those below.
             table->cellWidget(row, groupColumn)->setStyleSheet(QStringLiteral("background-color: #FFFFFF"));
             continue;
         }

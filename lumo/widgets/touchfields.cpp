@@ -1,4 +1,4 @@
-#include "widgets/percentbox.h"
+#include "widgets/touchfields.h"
 
 PercentBox::PercentBox(QWidget* parent) : QDoubleSpinBox(parent) {
     setLocale(QLocale::c());
@@ -8,7 +8,7 @@ PercentBox::PercentBox(QWidget* parent) : QDoubleSpinBox(parent) {
 }
 
 QValidator::State PercentBox::validate(QString& text, int& position) const {
-    // Refused, the comma would be passed over and "1,5" become 15.
+    // A comma that is refused would be skipped, and "1,5" become 15.
     text.replace(QLatin1Char(','), QLatin1Char('.'));
     return QDoubleSpinBox::validate(text, position);
 }

@@ -5,10 +5,15 @@
 
 class QLabel;
 class QTableWidget;
+class QWidget;
 
 namespace lumo {
 
-/// Rows in groups: where each group begins, the first at 0. The first row of a group is its head.
+/// Sets a widget's style sheet if it differs: setting the same one again would polish the widget and its
+/// children anew.
+void setStyleSheetOnChange(QWidget* widget, const QString& sheet);
+
+/// Rows in groups: the first row of each group, from 0. That row is the group's head.
 struct RowGroups {
     QVector<int> starts;
 
@@ -20,8 +25,8 @@ struct RowGroups {
 /// A centred text for a table's cell.
 [[nodiscard]] QLabel* cellLabel(const QString& text = QString());
 
-/// Dresses a table full of cell widgets: the heads of the groups in grey, the cells of `groupColumn`
-/// below each head merged.
+/// Dresses a table full of cell widgets: the heads of the groups in grey, the cells of `groupColumn` below
+/// each head merged.
 void dressGroups(QTableWidget* table, const RowGroups& groups, int groupColumn);
 
 }  // namespace lumo
