@@ -7,9 +7,9 @@
 
 namespace lumo {
 
-// Which devices an operator switched on at the device page and nobody has switched off since. The record
-// outlives the page: a loss of power, a start, a single step and the application's end switch these devices
-// off.
+// Which devices an operator switched on at the device page and that have not been switched off since. The
+// record outlives the page: a loss of power, a start, a single step and the application's end switch these
+// devices off.
 
 /// An operator switched a device on or off, by its button, its lock or the port page. Other ports are
 /// ignored.

@@ -7,8 +7,7 @@ class QComboBox;
 namespace lumo {
 
 // The two selectors of the top bar. `isTool`: the welding tool (`end` of the tool set); otherwise the work
-// object
-// (`ref`).
+// object (`ref`).
 
 /// Adds the package's own entry and the host's entries, and selects the one in force.
 void fillToolsetSelector(QComboBox* combo, bool isTool);

@@ -8,7 +8,7 @@
 
 using namespace test;
 
-/// The device panel, worked by mouse and keyboard; what it does is read from the robot service.
+/// The device page, operated by mouse and keyboard. Its effects are read from the robot service.
 class TestDeviceControl : public QObject {
     Q_OBJECT
 
@@ -22,7 +22,7 @@ class TestDeviceControl : public QObject {
         return child<QDoubleSpinBox>(bench_.page.get(), QByteArray("dspn") + name);
     }
     void refresh() { bench_.time.advance(160); }
-    /// Presses, each after the panel has followed the one before; "+" joins those that come at once.
+    /// Presses buttons and refreshes the page after each; "+" joins presses without a refresh in between.
     void press(const QString& names) {
         for (const QString& together : names.split(' ')) {
             for (const QString& name : together.split('+')) {
@@ -36,7 +36,7 @@ class TestDeviceControl : public QObject {
         field(name)->selectAll();
         QTest::keyClicks(field(name), text);
     }
-    /// What was sent since the last time, without the times.
+    /// The writes since the last call, without their times.
     QString sent() {
         QStringList lines;
         for (const QString& line : bench_.robot.log()) {
@@ -68,7 +68,7 @@ private slots:
         bench_.robot.mark();
     }
 
-    /// What is lit by hand goes off, once and for good, when the power goes; what was typed stays.
+    /// A loss of power switches off what was switched on by hand, once. The fields keep their values.
     void presses_writeWhatTheyShould() {
         const char* const all = "LaserControl LaserTest BlowControl BlowTest WireControl WireTest RedLight";
         const struct {
@@ -123,7 +123,7 @@ private slots:
         }
     }
 
-    void whatAHandLit_goesOff_whenThePageIsGoneAndAtTheQuit() {
+    void devicesOnByHand_goOffAtQuitAndWithoutThePage() {
         for (const QString how : {"quit", "quit without page", "power without page"}) {
             init();
             press("BlowControl WireControl WireTest LaserControl");
@@ -142,7 +142,7 @@ private slots:
         }
     }
 
-    void finger_whileTheLockFalls_switchesNothingOn_butOff() {
+    void pressDuringLockRelease_switchesOffButNotOn() {
         press("LaserControl");
         QTest::mousePress(button("LaserTest"), Qt::LeftButton);
         dropLaserLock();
@@ -157,7 +157,7 @@ private slots:
         QCOMPARE(sent(), "LASER 0, FREQ 0, POWER 0, DUTY 0");
     }
 
-    /// The stop does as the executor does; what is written after it comes to nothing.
+    /// The stop switches off as the executor does. What the page writes after it has no effect.
     void stopInsideAWrite_leavesNothingOn() {
         const QString off = ", POWER 0, LASER 0, DUTY 0, FREQ 0";
         for (const QString write : {"LASER 1", "LASER 1, FREQ 0, POWER 13107"}) {

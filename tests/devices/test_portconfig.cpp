@@ -14,7 +14,7 @@
 
 using namespace test;
 
-/// The page of the port assignment, worked by mouse and keyboard.
+/// The page of the port assignment, operated by mouse and keyboard.
 class TestPortConfig : public QObject {
     Q_OBJECT
 
@@ -29,7 +29,7 @@ class TestPortConfig : public QObject {
     }
     QComboBox* box(int row) const { return cell<QComboBox>(row, 3); }
     QCheckBox* check(int row) const { return cell<QCheckBox>(row, 4); }
-    /// What a pressed box offers.
+    /// The names that a box offers when it is pressed.
     QString offered(int row) const {
         QTest::mousePress(box(row), Qt::LeftButton);
         box(row)->hidePopup();
@@ -47,9 +47,9 @@ private slots:
         page_ = nullptr;
     }
 
-    void box_offersWhatNobodyElseHas_byFingerAndByKey() {
+    void box_offersNamesThatNoOtherPortHas() {
         port(0)->set(this, "name", "DI2_0");       // is not offered
-        port(17)->set(this, "name", "LUMO_AO_1");  // of port 16 too, as a file edited by hand may say
+        port(17)->set(this, "name", "LUMO_AO_1");  // port 16 has it too, as in a file edited by hand
         page_ = std::make_unique<PortConfigWidget>();
         page_->show();
         const QString from8 = ".#8 %1.#9 %1.#10 %1.#11 %1.#12 %1.#13 %1.#14 %1.#15";
@@ -69,7 +69,7 @@ private slots:
         QVERIFY(!turn.isAccepted() && box(1)->currentText() == "LUMO_DI.#1");  // it scrolls the table
     }
 
-    void nothingIsWrittenBeforeOk_andOkStoresTheTable() {
+    void ok_storesTheTable_nothingIsWrittenBefore() {
         const QString before = text(m("lumo.port"));
         for (const bool confirmed : {false, true}) {
             page_ = std::make_unique<PortConfigWidget>();
@@ -95,7 +95,7 @@ private slots:
         QVERIFY(QDir().rmdir("lumo_port.json"));
     }
 
-    void outputThatIsOn_isSwitchedOffBeforeItsPortLeavesIt() {
+    void outputThatIsOn_goesOffBeforeItsPortChanges() {
         const char* const locked = "0 LASER 0, 0 RED 0, 0 LASERLOCK 0";
         const struct {
             const char* what;
@@ -135,8 +135,8 @@ private slots:
         }
     }
 
-    /// A laser that nobody could switch off any more is not left on in a weld.
-    void wireUse_goesToTheStartsOfWelding_andALaserInAWeldGoesOff() {
+    /// A laser goes off before its lock goes out of use, also during a weld.
+    void wireUse_isCopiedToStartsOfWelding_andLaserInAWeldGoesOff() {
         bench_.load(R"([{"type":"open","index":0,"wireEnable":true},{"type":"param","wireEnable":true},
                         {"type":"open","wireEnable":true},{"type":"delay","delaytime":2000},{"type":"close"}])");
         page_ = std::make_unique<PortConfigWidget>();
@@ -160,14 +160,14 @@ private slots:
         QCOMPARE(uses, "nynnn");
     }
 
-    void writes_nameTheRegisterThatIsAssigned_andStayWithinIt() {
+    void writes_nameTheAssignedRegister_andAreClamped() {
         ModuleObject batch;
         port(AO_LASER_POWER)->set(this, "name", "AO.#4");
         setPortAO(this, AO_LASER_POWER, 0.5, &batch);
         for (const char* const name : {"A.b.#7", "DO2_2"}) {
             port(DO_GAS)->set(this, "name", name)->set(this, "enable", true);
             setPortDO(this, DO_GAS, true, &batch);
-            port(DO_GAS)->set(this, "enable", "perhaps");  // as a file edited by hand may say
+            port(DO_GAS)->set(this, "enable", "perhaps");  // as in a file edited by hand
             QVERIFY(!setPortDO(this, DO_GAS, true, &batch));
         }
         QCOMPARE(text(&batch),

@@ -4,13 +4,13 @@
 
 using namespace test;
 
-/// The status monitor: what it says of the equipment, which runs it counts and how long it finds them.
+/// The status monitor: the states of the equipment, the count of runs and their duration.
 class TestStatusMonitor : public QObject {
     Q_OBJECT
 
     PageBench bench_;
 
-    /// What the labels show, space between them.
+    /// The texts of the labels, joined by spaces; "!" after a red one.
     QString shown(const char* labels) const {
         const auto* const monitor = bench_.page->findChild<StatusMonitorWidget*>();
         QStringList texts;
@@ -43,8 +43,8 @@ private slots:
         bench_.click("btnMonitor");
     }
 
-    void inputsAndSetPoints_areReadBack_behindAnotherPageToo() {
-        QCOMPARE(next(states, 159), "/ / / / / /");  // nothing is claimed before the first look
+    void inputsAndSetPoints_areReadBack_alsoBehindAnotherPage() {
+        QCOMPARE(next(states, 159), "/ / / / / /");  // before the first read
         QCOMPARE(next(states, 1), "异常! 异常! 异常! 异常! 异常! 异常");
         set("LUMO_DI.#0", true);
         set("LUMO_DI.#4", true);
@@ -92,7 +92,7 @@ private slots:
             bench_.settle();
             QCOMPARE(row.event + ": " + shown("Num Delay"), row.event + ": " + row.counted);
         }
-        // The time of a run that goes on after a pause begins with its last start.
+        // After a pause the time counts from the last start.
         bench_.run(1);
         QCOMPARE(shown("Num Delay"), "2 2");
         bench_.click("btnClear");

@@ -13,8 +13,8 @@
 class TestLibrary : public QObject {
     Q_OBJECT
 private slots:
-    void hostThatDoesNotLinkIt_findsPageAndGlobals() {
-        kordservice();  // makes the nodes that packages rely on
+    void loadedLibrary_registersPageAndExportsGlobals() {
+        kordservice();  // creates the nodes that packages need
         QString error;
         QVERIFY2(gantu::loadPackage(LUMO_LIBRARY, &error), qPrintable(error));
         QVERIFY(mendo::pluginManager().value("lumo", -1) == 11 && ver("lumo", true) == 26);
@@ -31,7 +31,7 @@ private slots:
         QCOMPARE((*reinterpret_cast<QObject**>(library.resolve("executor")))->parent(), m("lumo"));
         QVERIFY(library.resolve("isEnable_moveorder") && library.resolve("isnew_pWgt"));
         QVERIFY(library.resolve("_Z15showAlertDialogRK7QString"));
-        QVERIFY(!library.resolve("_Z14scaledFractiond"));  // what is internal is hidden
+        QVERIFY(!library.resolve("_Z14scaledFractiond"));  // internal names are hidden
         delete page;
         QVERIFY(!widget);
     }

@@ -24,15 +24,14 @@ using test::text;
 
 Q_DECLARE_METATYPE(Settings)
 
-/// What the package makes of the panel's language and of its settings files, as people, other versions and
-/// failing disks leave them; what it tells, and what the next save keeps.
+/// The start of the package: the panel's language, and settings files that are damaged or edited by hand.
 class TestStart : public QObject {
     Q_OBJECT
 
     QStringList reports_;  // reports as "LINE:COLUMN reason"
     QString file_ = "lumo_port.json";
 
-    /// Like a process: no subtree, no files.
+    /// As in a new process: no subtree, no files.
     void begin(const QVariant& language) {
         for (const QString& name : QDir().entryList(QDir::Files | QDir::System)) {
             QFile::remove(name);
@@ -44,10 +43,10 @@ class TestStart : public QObject {
         reports_.clear();
     }
 
-    /// The file of the ports, each row in a line of its own from the second on.
+    /// The port file, with one row per line from the second line on.
     static QByteArray ports(const QByteArrayList& rows) { return quoted("[\n" + rows.join(",\n") + "\n]\n"); }
 
-    /// What runs use of a list: the laser's port and how many ports are in use; powers; stations.
+    /// A summary of a list: the laser's port and the number of ports in use; powers; stations.
     static QString inTree(Settings settings) {
         QStringList values;
         const char* const lists[] = {"lumo.port", "lumo.param", "lumo.signalsConfig"};
@@ -64,11 +63,11 @@ class TestStart : public QObject {
 private slots:
     void initTestCase() {
         mendo::LogHub::instance()->setConsole(false);
-        kordservice();  // makes the nodes that packages rely on
+        kordservice();  // creates the nodes that packages need
         connect(m(), &mendo::ModuleManager::fileProblem, this,
                 [this](const QString& name, int line, int column, const QString& reason) {
                     QCOMPARE(name, file_);
-                    const QString told = app::localReason(reason);  // operators may read no English
+                    const QString told = app::localReason(reason);  // operators need not read English
                     QVERIFY2(!told.contains(QRegularExpression("[a-z] [a-z]")), qPrintable(told));
                     reports_ << QString("%1:%2 %3").arg(line).arg(column).arg(reason);
                 });
@@ -76,8 +75,8 @@ private slots:
 
     void init() { begin("cn"); }
 
-    /// But for the labels, programs and settings of one panel fit any other.
-    void languageOfThePanel_decidesOnTitleAndLabels() {
+    /// Only the labels differ between languages.
+    void language_selectsTitleAndLabels() {
         const QStringList rows[] = {{"cn", "激光焊接", "给气", "工位 1"},
                                     {"en", "Laser Welding", "Gas Enable", "Station 1"},
                                     {"ru", "Лазерная сварка", "Подача газа", "Пост 1"},
@@ -102,8 +101,8 @@ private slots:
         }
     }
 
-    /// What a run would use that nobody has set up: no laser, gas or wire by a wrong default.
-    void firstPage_fillsTheTree_whichOutlivesIt() {
+    /// The defaults that a run uses before anything is set up.
+    void firstPage_fillsTheTree_secondPageKeepsIt() {
         auto first = std::make_unique<LumoWidget>();
         QVERIFY(reports_.isEmpty());
         QCOMPARE(text(m("lumo.default.default_toolset")), text(m("lumo.toolset")));
@@ -120,7 +119,7 @@ private slots:
         QVERIFY(m("lumo.count")->getInt() == 7 && m("lumo.param")->size() == 0);
     }
 
-    void settingsFile_isReadOrToldAndKept_data() {
+    void settingsFile_isReadOrReportedAndKept_data() {
         QTest::addColumn<Settings>("settings");
         QTest::addColumn<QByteArray>("file");
         QTest::addColumn<QString>("tree");
@@ -168,7 +167,7 @@ private slots:
         set("[{'name':'A','power':1},\n{'power':'much'}]", "1,", "2:1 'power' is no number");
         set("[{'power':60}, 7, {'power':40}]", "60,0,40", "1:16 this is no record");
         set("[{'name':[]}, 7, {'speed':{}}]", ",0,", "1:2 'name' is no text; faults in 2 more records");
-        // Brackets and quotes in texts are none of the file's.
+        // Brackets and quotes inside texts.
         set("[{'x':[[1,{'a':[2]}],'\\\\','\\',']},\r\n {'name':'}],[','power':{}}]", ",",
             "2:2 'power' is no number");
         set("[{'name':'A'},", "", "1:15 no JSON: expected a value");
@@ -182,9 +181,8 @@ private slots:
                 "1:1 the file holds no list of records");
     }
 
-    /// No record is lost, for programs refer to their positions; what is not known to be wired is not in use;
-    /// and what was damaged is kept once, by the first save over it.
-    void settingsFile_isReadOrToldAndKept() {
+    /// No record is lost, because programs refer to positions. Saving keeps a damaged file once.
+    void settingsFile_isReadOrReportedAndKept() {
         QFETCH(Settings, settings);
         QFETCH(QByteArray, file);
         QFETCH(QString, tree);
@@ -203,8 +201,8 @@ private slots:
         QVERIFY(reports_.isEmpty());
     }
 
-    /// Without waiting for a pipe's other end. A disk may have failed for a while and be sound again.
-    void fileThatCouldNotBeRead_isKeptThoughItCanBeNow() {
+    /// Reading does not wait for the other end of a pipe.
+    void unreadableFile_isKeptBySaving_evenIfReadableNow() {
         file_ = "lumo_port.json";
         QCOMPARE(::mkfifo("lumo_port.json", 0600), 0);
         const LumoWidget page;

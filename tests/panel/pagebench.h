@@ -14,18 +14,18 @@
 
 namespace test {
 
-/// The page as the operator has it before him, in a working directory of its own.
+/// The package's page in a panel, in a working directory of its own.
 class PageBench : public ExecutorBench {
 public:
     PageBench() { renew(); }
     ~PageBench() override { page.reset(); }
 
-    /// A process that has just begun: no project, empty program, an empty folder.
+    /// As in a new process: no project, an empty program, an empty folder.
     void renew() {
         clear();
         makePage();
     }
-    /// The same, before the page is made.
+    /// The same without a page.
     void clear() {
         reset();
         page.reset();
@@ -57,7 +57,7 @@ public:
         auto* button = find<QAbstractButton>(name);
         QVERIFY2(button, name);
         test::click(button);
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::MetaCall);  // runs are begun from the event loop
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::MetaCall);  // runs start from the event loop
     }
     void answerName(const QString& name) const {
         auto* dialog = find<AddParamDialog>();
@@ -69,7 +69,7 @@ public:
         auto* dialog = find<QFileDialog>();
         QVERIFY(dialog);
         auto* line = child<QLineEdit>(dialog, "fileNameEdit");
-        time.settle();  // the dialog gets the keyboard; without it, it completes what is typed
+        time.settle();  // until the dialog has the focus; otherwise it completes the text
         QVERIFY(line->hasFocus());
         QTest::keyClicks(line, name);
         QTest::keyClick(line, Qt::Key_Return);
@@ -88,7 +88,7 @@ public:
         return result;
     }
     QString shownProject() const { return child<QLabel>(page.get(), "lblProject")->text(); }
-    /// The program's; other pages have a table of that name too.
+    /// The editor's table; other pages have one of the same name.
     QTableWidget* programTable() const {
         return page->findChild<ProgramWidget*>()->findChild<QTableWidget*>();
     }

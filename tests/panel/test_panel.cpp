@@ -25,7 +25,7 @@ const QByteArray arc = quoted(
 
 }  // namespace
 
-/// The panel as the operator has it: his project, the pages and how he goes from one to another.
+/// The panel: projects, pages and navigation.
 class TestPanel : public QObject {
     Q_OBJECT
 
@@ -38,8 +38,7 @@ class TestPanel : public QObject {
     bool isEditor() const { return bench_.find<ProgramWidget>() && bench_.find<QWidget>("topWgt"); }
     QTableWidget* table() const { return bench_.programTable(); }
 
-    /// All of the project that can be seen, in a line: its name, its program, whether a stop is to be gone on
-    /// from, messages (which are closed), reports of files, files.
+    /// Name, program, resume data, messages (which are closed), number of reports, files.
     QString seen() {
         QString stop;
         for (const char* part : {"line", "programtype", "programmovetype", "openmiddlecolse"}) {
@@ -55,7 +54,7 @@ class TestPanel : public QObject {
         return table()->rowCount() == bench_.types().size() ? all + files : "the table differs";
     }
 
-    /// A weld that was stopped in its second line.
+    /// Opens a weld that was stopped in its second line.
     void openStopped() {
         test::writeFile("seam.json", weld);
         bench_.openFile("seam.json");
@@ -71,7 +70,7 @@ class TestPanel : public QObject {
 private slots:
     void init() { bench_.renew(); }
 
-    void newProject_isEmpty_whatIsRefusedCancelledOrFailedChangesNothing() {
+    void newProject_isEmpty_refusedCancelledOrFailedChangesNothing() {
         bench_.click("btnSave");
         QVERIFY(seen().startsWith("工程名 |  |") && QDir().isEmpty());
         openStopped();
@@ -98,7 +97,7 @@ private slots:
         QCOMPARE(seen(), "new |  | 0 0 0 false 0 |  | 0 reports | new.json seam.json");
         QCOMPARE(contentOf("new.json").simplified(), QByteArray("[ ]"));
         QCOMPARE(m("lumo.toolset.end.load.mass")->getInt(), 3);
-        QVERIFY(bench_.folder->remove());  // the disk is gone
+        QVERIFY(bench_.folder->remove());  // nothing can be written any more
         for (const char* button : {"btnNew", "btnSaveAs", "btnSave"}) {
             bench_.click(button);
             if (bench_.find<AddParamDialog>()) {
@@ -108,14 +107,14 @@ private slots:
         }
     }
 
-    /// Start is not to ask about a line, nor the marker to point at one, that was another program's.
+    /// The resume line and the marker of the project before must not remain.
     void openedProject_beginsAtItsFirstLineWithItsTools() {
         openStopped();
         m("lumo.execute.line")->setValue(this, 1);
         QCOMPARE(test::columnOf(table(), 0), QStringList({"", "-->"}));
         m("lumo.toolset.end.trans.#0")->setValue(this, 0.3);
         const std::pair<const char*, QString> toolsets[] = {
-            {"{'type':'close'}", "tool0 wobj0 0.3"},  // none: the one in force stays
+            {"{'type':'close'}", "tool0 wobj0 0.3"},  // no tool set: the one in force stays
             {"{'end':{'name':'tool0','trans':[0.2,0,0]},'ref':{'name':'wobj0'}}", "tool0 wobj0 0.2"},
             {"{'end':{'name':'T1','trans':[0.1,0,0]},'ref':{'name':'W1'}}", "T1 W1 0.1"},
             {"{'ref':{'name':'W2'}}", "tool0 W2 0"}};
@@ -136,7 +135,7 @@ private slots:
         }
     }
 
-    void fileThatIsNoProject_isNeitherOpenedNorWrittenOverNorDeleted() {
+    void fileThatIsNoProject_isNeitherOpenedNorOverwritten() {
         openStopped();
         const QByteArray other = quoted("{'name':'steel'}");
         test::writeFile("other.json", other);
@@ -156,8 +155,8 @@ private slots:
         QVERIFY(!bench_.find<QAbstractButton>("newFolderButton")->isEnabled());
     }
 
-    /// Its tools too. A menu takes the click that closes it, a modal box takes all: Stop stays in reach.
-    void runUnderway_isLeftItsProgramAndProject() {
+    /// Tool selectors are locked. No menu or modal box opens: it would take clicks on Stop.
+    void projectButtonsDuringRun_changeNothing() {
         openStopped();
         bench_.robot.setPower("on");
         bench_.load(second);
@@ -178,7 +177,7 @@ private slots:
                 QContextMenuEvent event(QContextMenuEvent::Mouse, QPoint(2, 2),
                                         bar->mapToGlobal(QPoint(2, 2)));
                 QApplication::sendEvent(bar, &event);
-                QCOMPARE(bench_.robot.nowMs(), qint64(500));  // no loop of a menu's own
+                QCOMPARE(bench_.robot.nowMs(), qint64(500));  // no event loop of a menu
                 QCOMPARE(test::boxes(), QStringList("当前不是空闲状态"));
                 QVERIFY(!bench_.find<AddParamDialog>() && !bench_.find<QFileDialog>());
                 QVERIFY(!QApplication::activeModalWidget());
@@ -193,15 +192,15 @@ private slots:
         QVERIFY(contentOf("btnSaveAs.json").contains("1000") && !QFile::exists("btnNew.json"));
     }
 
-    /// The page before had opened the project that the start saves to.
-    void project_isSavedByButtonAndByStart_whichUsesTheToolsShown() {
+    /// A new page saves to the project that the page before it had opened.
+    void project_isSavedByButtonAndByStart_withTheToolsShown() {
         openStopped();
         QVERIFY(QFile::remove("seam.json"));
         bench_.click("btnSave");
         QVERIFY(seen().endsWith("| 保存成功 | 0 reports | seam.json"));
         bench_.time.advance(1000);
         QCOMPARE(bench_.find<QLabel>("lblStored")->text(), "已保存");
-        combo("wobjCmb")->addItem("another");  // of no list: changes its name alone
+        combo("wobjCmb")->addItem("another");  // in no list of the host: only the name changes
         combo("wobjCmb")->setCurrentText("another");
         bench_.time.advance(1000);
         QCOMPARE(bench_.find<QLabel>("lblStored")->text(), "有未保存的更改");
@@ -219,10 +218,10 @@ private slots:
         bench_.settle();
     }
 
-    /// No page makes the panel higher. Of pages made for a visit, which may still be saving, two are kept.
+    /// Hidden pages do not make the panel higher. The last two pages of a kind are kept: they may be saving.
     void visitedPage_leavesTheEditorAsItWas() {
         const QSize size = bench_.page->minimumSizeHint();
-        QVERIFY(!bench_.page->styleSheet().isEmpty());  // that of the host's theme
+        QVERIFY(!bench_.page->styleSheet().isEmpty());  // the theme's
         for (const QByteArray button :
              {"btnPort", "btnParamCfg", "btnMonitor", "btnDeviceControl", "btnBind"}) {
             QList<QPointer<QWidget>> visited;
@@ -242,8 +241,8 @@ private slots:
         }
     }
 
-    /// The second point is stored at once, whatever becomes of the page. Somebody else may have changed more.
-    void pointPage_storesOnlyWhatWasAccepted() {
+    /// The second point is stored at once. Changes from elsewhere during the visit stay.
+    void pointPage_storesFieldsOnlyOnOk() {
         bench_.load(arc);
         bench_.robot.standAt({0.7, 0.8, 0.9});
         for (const QByteArray leave : {"cancelBtn", "btnParamCfg", "btnProject", "", "okayBtn"}) {
@@ -275,7 +274,7 @@ private slots:
         }
     }
 
-    void pageThatGoesAway_takesItsDialogsAlong() {
+    void deletedPage_closesItsDialogs() {
         openStopped();
         for (const char* button :
              {"btnNew", "btnOpen", "btnSaveAs", "btnDelay", "btnOpenLaser", "btnSetDO", "btnEdit"}) {

@@ -11,17 +11,16 @@ using test::contentOf;
 using test::json;
 using test::text;
 
-/// What stands behind the page, without it: project files and their names, the pendant's keys, and the
-/// selectors of tool and work object.
+/// Parts of the panel without the page: project files, the pendant's keys, the selectors of tools.
 class TestParts : public QObject {
     Q_OBJECT
 
     test::PageBench bench_;
     ModuleObject* report_ = kord::ControllerManager::cmdItemMobj("endtool.keypad.state_change", "notify");
-    std::unique_ptr<lumo::Keypad> keypads_[2];  // two pages at a time must not double a press
+    std::unique_ptr<lumo::Keypad> keypads_[2];  // two pages must not double a press
     QStringList heard_;
 
-    /// What the file brings into the tree, or "LINE:COLUMN reason" of the only report.
+    /// Loads a file. Returns the types and tool set in the tree, or "LINE:COLUMN reason" of the only report.
     QString opened(const QString& path) {
         m("lumo.program")->clear(this);
         m("lumo.toolset")->copyFrom(this, m("lumo.default.default_toolset"));
@@ -37,7 +36,7 @@ class TestParts : public QObject {
         return QString("%1:%2 %3").arg(said[1].toInt()).arg(said[2].toInt()).arg(said[3].toString());
     }
 
-    /// The controller reports all keys whenever one changes; a key that is down as false.
+    /// The controller reports all keys whenever one changes. False means down.
     void report(const QStringList& down, int thenMs = 0) {
         for (ModuleObject* key : report_->cmobjs()) {
             key->setValue(nullptr, !down.contains(key->name()));
@@ -46,7 +45,7 @@ class TestParts : public QObject {
         bench_.time.advance(thenMs);
     }
 
-    /// The tool in force after a choice.
+    /// Selects an entry. Returns the tool in force.
     QString choose(QComboBox* combo, int entry, bool isTool = true) {
         combo->setCurrentIndex(entry);
         lumo::applyToolsetSelector(this, combo, isTool);
@@ -71,9 +70,8 @@ private slots:
         heard_.clear();
     }
 
-    /// A project is read with all its fields. A file that is no project is kept under another name when a
-    /// project is saved in its place.
-    void file_isAProjectOrKept() {
+    /// Saving over a file that is no project keeps that file under another name.
+    void file_isReadAsProject_orKeptBySaving() {
         const QByteArray rich =
             "[{'type':'moveCC','execute':true,'speed':199,'toolset':{'end':{'name':'','trans':[0,0,0.1]}},"
             "  'point':{'trans':[0.1,-0.25,1e-9],'rot':[3.141592653589793,0,-1.5]},'point1':{}},"
@@ -115,13 +113,13 @@ private slots:
         }
     }
 
-    void name_thatWouldOverwriteOrHideAFile_isTaken() {
+    void nameOfAnExistingOrSettingsFile_isTaken() {
         for (const char* file : {"old.json", "notes.txt", "archive.tar.gz", "v1.2.json"}) {
             test::writeFile(file, "");
         }
         QVERIFY(QDir().mkdir("box.json") && QDir().mkdir("folder") && QFile::link("no", "link.json"));
         const std::pair<NameFault, QStringList> names[] = {
-            // Any ending counts, but only behind the first dot.
+            // A file's name counts up to its first dot.
             {NameFault::None, {"seam", "焊缝 1", "archive.tar", "1234567890123456789", "Old", "folder"}},
             {NameFault::Empty, {"  "}},
             {NameFault::Taken, {"old", "notes", "archive", "v1", "v1.2", "box", "link"}},
@@ -134,7 +132,7 @@ private slots:
         }
     }
 
-    void heldKey_isTakenForNoOtherPress() {
+    void key_isClickOrLongPressByItsDuration() {
         for (const auto& [heldMs, expected] :
              {std::pair(6200, "next pressing, next pressing"), std::pair(3000, "next pressing"),
               std::pair(2999, ""), std::pair(501, ""), std::pair(500, "next clicked"),
@@ -148,8 +146,8 @@ private slots:
         }
     }
 
-    /// And a long press stays no click. Nobody hears of the keys' release once the page is gone.
-    void reportOfAnotherKey_beginsThePressAnew() {
+    /// A long press is no click then either. When the page is deleted, pressed keys are forgotten.
+    void reportOfAnotherKey_restartsThePress() {
         report({"next"}, 2000);
         report({"next", "last"}, 2500);
         report({"next"}, 100);
@@ -168,8 +166,8 @@ private slots:
         QCOMPARE(heard_.mid(3), QStringList("next clicked"));
     }
 
-    /// Metres, radians and kilogram square metres from millimetres, degrees and kilogram square millimetres.
-    void chosenTool_comesWithAllItsNumbersAndIsToldTheRobot() {
+    /// Converts mm, degrees and kg mm² to m, rad and kg m².
+    void chosenTool_isConvertedAndSentToTheRobot() {
         m("rova.project.tool._list")
             ->loadJson(this, json("[{'name':'T1','frame':{'pos':{'x':100,'y':250,'z':50},"
                                   "'ori':{'euler':{'a':180,'b':-180,'c':360}}},'load':{'mass':2.5,"
@@ -190,13 +188,13 @@ private slots:
         QCOMPARE(choose(&tools, 0), text(m("lumo.default.default_toolset.end")));
     }
 
-    /// The host's list may change while the page is there, and a file may name what is not in it.
-    void entry_isTheHostsToolOfItsName_notOfItsPlace() {
+    /// The host's list may change while the page exists, and a file may name a tool that is not in it.
+    void entry_isFoundByName_notByPosition() {
         m("rova.project.tool._list")->loadJson(this, json("[{'name':'T1'},{'name':'T2'}]"));
         m("lumo.toolset.end")->loadJson(this, json("{'name':'T2','trans':[0.5]}"));
         QComboBox tools;
         lumo::fillToolsetSelector(&tools, true);
-        QCOMPARE(tools.currentText(), "T2");  // the one in force
+        QCOMPARE(tools.currentText(), "T2");  // in force
         QVERIFY(lumo::selectToolsetName(&tools, "from a file"));
         QVERIFY(!lumo::selectToolsetName(&tools, "from a file") && !lumo::selectToolsetName(&tools, ""));
         QCOMPARE(test::textsOf(&tools), QStringList({"tool0", "T1", "T2", "from a file"}));

@@ -8,8 +8,7 @@
 #include <QContextMenuEvent>
 #include <QRandomGenerator>
 
-/// Somebody who touches whatever he can reach, types anything and answers late, while programs and stations
-/// run, the power goes and inputs change. LUMO_SEED=n takes one of his ways again.
+/// Random clicks, texts and events while programs and stations run. LUMO_SEED=n repeats one sequence.
 class TestRandomClicks : public QObject {
     Q_OBJECT
 
@@ -68,8 +67,8 @@ class TestRandomClicks : public QObject {
             bench_.robot.setPower("off");
             return lumo::endLoopsOfQt();
         }
-        QTimer::singleShot(oneOf({1, 30, 200, 700}), this, &TestRandomClicks::step);  // comes in waits, too
-        bench_.robot.setPower("on");  // it is never gone for long
+        QTimer::singleShot(oneOf({1, 30, 200, 700}), this, &TestRandomClicks::step);  // also inside waits
+        bench_.robot.setPower("on");                                                  // for the next step
         bench_.robot.setMode("auto");
         QWidget* const popup = QApplication::activePopupWidget();
         QWidget* const inFront = popup ? popup : QApplication::activeModalWidget();
@@ -113,7 +112,7 @@ class TestRandomClicks : public QObject {
     }
 
 private slots:
-    void whateverIsTouched_nothingBurnsHangsOrStartsByItself() {
+    void randomInput_leavesNothingOnHangingOrStartedByItself() {
         connect(m("lumo.execute.state"), &ModuleObject::changed, this, [this](const QVariant& state) {
             fault_ = state.toString() == "idle" || mayStart_ ? fault_ : "a run that nobody started";
             runs_ += state.toString() == "busy" ? 1 : 0;
@@ -122,7 +121,7 @@ private slots:
         for (int seed = only ? only : 1; seed <= (only ? only : 20); ++seed) {
             qInfo("LUMO_SEED=%d", seed);
             bench_.clear();
-            instantiatedCenterWidget()->setUpdatesEnabled(seed % 5 == 0);  // painting is most of the work
+            instantiatedCenterWidget()->setUpdatesEnabled(seed % 5 == 0);  // painting takes most of the time
             random_.seed(quint32(seed));
             const auto stations = test::json(
                 "[{'filePath':'P1.json','time':'100','DI':'DI4','type':'上升沿','DI_type':'IO',"
@@ -142,7 +141,7 @@ private slots:
             checkDark();
             QVERIFY2(fault_.isEmpty() && isIdle(), qPrintable(fault_));
         }
-        QVERIFY2(only || runs_ > 50, qPrintable(QString::number(runs_)));  // else he got stuck somewhere
+        QVERIFY2(only || runs_ > 50, qPrintable(QString::number(runs_)));  // few runs: the clicks got stuck
     }
 };
 

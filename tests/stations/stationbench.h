@@ -6,20 +6,17 @@
 
 namespace test {
 
-/// Plays a script of what happens at stations while the robot is powered, and writes a log of what operator
-/// and stations are told. Both are one line of text, with times in milliseconds since the switch was pressed.
+/// Plays a script of events at stations and logs outputs, shown states, pauses, reported files and messages.
+/// Times are in ms since the switch was pressed; 0 is before that.
 ///
-/// A script: "0 closing | 100 ~DI1 | 450 power off, delete 5". "+DI1" and "-DI1" switch an input, "~DI1" has
-/// it on for the look at that time alone, act() has the other words; 0 is before the switch is pressed.
-/// A log: "100 +DO1 1:asked | 200 pause 1:runs | 700 -DO1 1:over": outputs ("+R.bit4" is a bit of a
-/// register), states of rows from 1, pauses, files that are no projects, at the end "[a message's text]".
+/// A script: "0 closing | 100 ~DI1 | 450 power off, delete 5"; "~DI1" switches an input on for one sample,
+/// act() has the other words. A log: "100 +DO1 1:asked | 200 pause 1:runs | 700 -R.bit4 1:over [message]".
 class StationBench : public PageBench {
 public:
     ~StationBench() override { alone.reset(); }
 
-    /// Stations 1, 2 … with these projects ("P1 P2 -": the third has none), on their page alone, which is
-    /// made in no time, or in the panel. They listen to DI1, DI2 … and tell DO1, DO2 …, with a 1 before the
-    /// number for their stops. `fields` overwrites fields by the station's number.
+    /// Stations 1, 2 … with these projects ("-": none), on their page alone or in the panel. Station 1 starts
+    /// by DI1 and DO1 and stops by DI11 and DO11. `fields` overwrites fields by station number.
     void renew(const QString& projects, const QByteArray& fields = "{}", bool withPanel = false) {
         follower_.reset();
         alone.reset();
@@ -40,13 +37,13 @@ public:
     auto* table() const { return stations()->findChild<QTableWidget*>(); }
     QString cell(int row, int column) const { return table()->item(row, column)->text(); }
     void pressSwitch() { QTest::mousePress(child(stations(), "switchBtn"), Qt::LeftButton); }
-    /// Selects a row (from 0) as a finger does and presses a button.
+    /// Selects a row (from 0) with a click and presses a button.
     void clickRow(int row, const char* button) {
         clickCell(table(), row, 1);
         click(button);
     }
 
-    /// Opens a row's page (-1: of a new one), fills in its fields, presses its buttons and leaves it.
+    /// Opens the page of a row (-1: a new one), fills in fields, presses buttons and leaves it with `end`.
     void edit(int row, const QVector<QPair<const char*, QString>>& changes, const char* end = "okayBtn") {
         row < 0 ? click("btnAdd") : clickRow(row, "btnEdit");
         for (const auto& [name, text] : changes) {
@@ -62,11 +59,11 @@ public:
         click(end);
     }
 
-    /// Does something at that time, inside whatever runs then.
+    /// Does something at that time, also during a run.
     void when(qint64 ms, const std::function<void()>& action) {
         QTimer::singleShot(int(startMs_ + ms - time.elapsedMs()), Qt::PreciseTimer, follower_.get(), action);
     }
-    /// Presses the switch and plays the script to its end; the log.
+    /// Presses the switch and plays the script. Returns the log.
     QString play(const QString& script, qint64 untilMs = 3000) {
         for (const QString& moment : script.split(" | ", Qt::SkipEmptyParts)) {
             for (const QString& what : moment.section(' ', 1).split(", ")) {
@@ -107,7 +104,7 @@ public:
 
     std::unique_ptr<SignalsBindWidget> alone;
     QString log;
-    int runs = 0;  ///< that began, by whomever
+    int runs = 0;  ///< runs that began, from any source
 
 private:
     void fillTree(const QStringList& projects, const QJsonObject& fields) {

@@ -4,14 +4,14 @@
 
 using namespace test;
 
-/// Stations at work: what their inputs start and pause, in which order, and what they are told.
+/// Stations at work: which runs their inputs start and pause, in which order, and their outputs and states.
 class TestStations : public QObject {
     Q_OBJECT
 
     StationBench bench_;
 
 private slots:
-    void inputsOverTime_startAndPauseWhatIsAskedFor_data() {
+    void inputs_startAndPauseRuns_data() {
         QTest::addColumn<QString>("projects");
         QTest::addColumn<QString>("script");
         QTest::addColumn<QString>("told");
@@ -22,7 +22,7 @@ private slots:
             QTest::newRow(what) << projects << script << told << fields.toUtf8();
         };
 
-        // Start and stop inputs, looked at every 300 ms; the stop of station 2 keeps everything from running.
+        // Start and stop inputs, sampled every 300 ms. The stop input of station 2 blocks all runs.
         const auto edge = [&row](const char* what, const char* word, QString script, const char* told) {
             const QString fields = "{'1':{'time':'300','type':'%1','type2':'%1'},'2':{'type2':'下降沿'}}";
             row(what, "P1 P2", script.replace("on", "+DI1, +DI11").replace("off", "-DI1, -DI11"), told,
@@ -30,7 +30,7 @@ private slots:
         };
         edge("rises", "上升沿", "400 on | 700 off", "600 +DO1 1:asked pause +DO11");
         edge("stays on", "上升沿", "100 on | 700 off", "300 +DO1 1:asked pause +DO11 | 600 +DO1 pause +DO11");
-        // A stop must not stay deaf; a start that was held when listening began must stay so.
+        // A stop input that was held at the switch triggers when it comes again; such a start input does not.
         edge("was on at the switch", "上升沿", "0 on | 400 off | 700 on | 1000 off", "900 pause +DO11");
         edge("falls", "下降沿", "0 on | 400 off | 700 on", "600 +DO1 1:asked pause +DO11");
         edge("was off at the switch", "下降沿", "400 on | 700 off | 1000 on", "900 pause +DO11");
@@ -77,7 +77,7 @@ private slots:
                 "900 +DO4 4:asked +DO5 5:asked | 920 -DO4 4:over -DO5 5:over | 2300 +DO5 5:asked | 2400 "
                 "pause 5:runs | 2900 -DO5 5:over [机器人未上电]");
 
-        // Nothing moves for what cannot be read. A held input must be let go before it asks again.
+        // No pause for a project that cannot be read. A held input must be released before it asks again.
         row("damaged project", "BAD P2", "50 +DI1 | 1100 ~DI2 | 1150 -DI1 | 1500 ~DI1",
             "100 +DO1 1:asked | 200 BAD.json! -DO1 1:over | 1100 +DO2 2:asked | 1200 pause 2:runs | 1500 "
             "+DO1 1:asked | 1700 -DO2 2:over | 1800 BAD.json! -DO1 1:over");
@@ -87,7 +87,7 @@ private slots:
             row(file, file, "100 ~DI1", QString("100 +DO1 1:asked | 200 %1.json! -DO1 1:over").arg(file));
         }
 
-        // The pause before a start waits for the closing of the parameter set in force, from 200 to 800 ms.
+        // The pause before a start waits for the closing, from 200 to 800 ms.
         const auto closing = [&row](const QString& event, const QString& then, const QString& told) {
             row(qPrintable("closing, " + event), "P1 P2 P3 P4 P5", "0 closing | 100 ~DI5 | " + then,
                 "100 +DO5 5:asked | " + told);
@@ -108,8 +108,8 @@ private slots:
         closing("the application quits", "350 quit", "350 -DO5 5:over pause");
     }
 
-    /// Whatever happened, nothing goes on and the program of the hand has its tool again.
-    void inputsOverTime_startAndPauseWhatIsAskedFor() {
+    /// Afterwards nothing runs, and the tool set is that of the project in the editor.
+    void inputs_startAndPauseRuns() {
         QFETCH(QString, projects);
         QFETCH(QString, script);
         QFETCH(QString, told);
@@ -125,8 +125,8 @@ private slots:
         QCOMPARE(text(m("lumo.toolset")), toolset);
     }
 
-    /// An input that is new to a station triggers nothing by being on, one that stays keeps its baseline.
-    void editedMeanwhile_whatWasSwitchedOnIsSwitchedOff_andNothingStartsByTheEdit() {
+    /// A new input of a station that is on triggers nothing. An unchanged input keeps its baseline.
+    void stationEditedWhileQueued_switchesItsOldOutputOff_andStartsNothing() {
         bench_.renew("P1 P2", "{}", true);
         kordservice()->dataNode("device.io")->loadJson(this, json("{'DI':{'DI4':1},'DO':{'DO7':0}}"));
         bench_.when(450, [this] {
@@ -147,8 +147,8 @@ private slots:
                  "3:asked | 2700 +DO7 pause +DO11");
     }
 
-    /// The hand's tool is one of its own, which no list of the host has. No project is open in the editor.
-    void run_isNamedOnThePage_andItsToolIsInForceForItAlone() {
+    /// The tool of the editor's project is in no list of the host.
+    void run_isShownByName_andUsesItsToolOnlyForItself() {
         for (const char* const end : {"robot idle", "pause", "power off", "panel"}) {
             bench_.renew("P1", "{}", true);
             m("lumo.toolset.end.trans.#2")->setValue(this, 0.65);
