@@ -22,6 +22,11 @@ struct SignalFields {
 /// The output of a "setDO" and the input of a "waitDI" statement.
 constexpr SignalFields setOutput{field::doName, field::doType, field::doReg};
 constexpr SignalFields awaitedInput{field::diName, field::diType, field::diReg};
+/// The four signals of a station.
+constexpr SignalFields startInput{"DI"_l1, "DI_type"_l1, "DI_reg"_l1};
+constexpr SignalFields stopInput{"DI2"_l1, "DI2_type"_l1, "DI2_reg"_l1};
+constexpr SignalFields startOutput{"DO"_l1, "DO_type"_l1, "DO_reg"_l1};
+constexpr SignalFields stopOutput{"DO2"_l1, "DO2_type"_l1, "DO2_reg"_l1};
 
 /// A digital input or output of the controller, or one bit of a register. A record keeps both; its kind says
 /// which of them counts: "IO" the input or output, any other word the register.

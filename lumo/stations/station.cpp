@@ -24,10 +24,10 @@ struct Fields {
 };
 
 constexpr Fields stationFields[] = {
-    {{"DI"_l1, "DI_type"_l1, "DI_reg"_l1}, "type"_l1},
-    {{"DI2"_l1, "DI2_type"_l1, "DI2_reg"_l1}, "type2"_l1},
-    {{"DO"_l1, "DO_type"_l1, "DO_reg"_l1}, QLatin1String()},
-    {{"DO2"_l1, "DO2_type"_l1, "DO2_reg"_l1}, QLatin1String()},
+    {startInput, "type"_l1},
+    {stopInput, "type2"_l1},
+    {startOutput, QLatin1String()},
+    {stopOutput, QLatin1String()},
 };
 
 const Fields& fieldsOf(StationSignal which) {
