@@ -1,6 +1,5 @@
-// What reading the registers at their period costs while nobody touches anything: the share of one core
-// that the whole page takes, over virtual time and over the wall clock, with each page in front and with
-// the panel hidden.
+// The cost of reading the registers periodically while the panel is idle: percent of one core for the whole
+// page, over virtual time and over the wall clock, with each page in front and with the panel hidden.
 
 #include "sidebyside.h"
 
@@ -17,36 +16,35 @@ namespace {
 
 constexpr double limitPercent = 1.0;
 
-/// Percent of one core while the page goes on for `ms`: processor time, which other programs do not
-/// lengthen.
-double shareOf(test::PageBench& page, qint64 ms) {
+/// Processor time during `ms`, in percent of one core.
+double coreLoad(test::PageBench& page, qint64 ms) {
     const std::clock_t begin = std::clock();
     page.time.advance(ms);
     const double usedMs = 1000.0 * static_cast<double>(std::clock() - begin) / CLOCKS_PER_SEC;
     return 100.0 * usedMs / static_cast<double>(ms);
 }
 
-/// Median of some stretches of virtual time, in which no tick is lost and none waited for.
-double shareOfVirtualTime(test::PageBench& page) {
+/// Median of several periods of virtual time, in which no tick is lost.
+double loadOverVirtualTime(test::PageBench& page) {
     constexpr int rounds = 7;
     constexpr qint64 roundMs = 10 * 60 * 1000;
-    std::vector<double> shares;
+    std::vector<double> loads;
     for (int round = 0; round < rounds; ++round) {
-        shares.push_back(shareOf(page, roundMs));
+        loads.push_back(coreLoad(page, roundMs));
     }
-    return bench::median(shares);
+    return bench::median(loads);
 }
 
-/// In step with the wall clock: sleeping and waking up count too.
-double shareOfWallTime(test::PageBench& page) {
+/// On the wall clock, which includes sleeping and waking up.
+double loadOverWallTime(test::PageBench& page) {
     constexpr qint64 stretchMs = 5000;
     page.time.setPace(1.0);
-    const double share = shareOf(page, stretchMs);
+    const double load = coreLoad(page, stretchMs);
     page.time.setPace(0.0);
-    return share;
+    return load;
 }
 
-/// A controller with far more registers than the ports use.
+/// Adds many registers that no port uses.
 void addRegisters() {
     ModuleObject* values = kordservice()->dataNode(QStringLiteral("register.values"));
     constexpr int registers = 2000;
@@ -59,17 +57,17 @@ void addRegisters() {
 }
 
 void addFigures(const std::string& name, test::PageBench& page, void (*show)(test::PageBench&)) {
-    const auto addFigure = [&](const char* time, double (*share)(test::PageBench&)) {
+    const auto addFigure = [&](const char* time, double (*load)(test::PageBench&)) {
         bench::add(("idle page: " + name + ", " + time).c_str(),
-                   [&page, show, share](benchmark::State& state) {
+                   [&page, show, load](benchmark::State& state) {
                        show(page);
                        for ([[maybe_unused]] auto iteration : state) {
-                           bench::report(state, share(page), "% of a core", limitPercent);
+                           bench::report(state, load(page), "% of a core", limitPercent);
                        }
                    });
     };
-    addFigure("virtual time", shareOfVirtualTime);
-    addFigure("wall clock", shareOfWallTime);
+    addFigure("virtual time", loadOverVirtualTime);
+    addFigure("wall clock", loadOverWallTime);
 }
 
 }  // namespace
@@ -78,8 +76,7 @@ int main(int argc, char** argv) {
     sim::VirtualTime::install();
     QApplication app(argc, argv);
     const QTemporaryDir folder;
-    QDir::setCurrent(
-        folder.path());  // the package would read settings that somebody left where this was started
+    QDir::setCurrent(folder.path());  // without settings files
     test::PageBench page;
     addRegisters();
     addFigures("editor in front", page, [](test::PageBench& shown) { shown.click("btnProject"); });

@@ -1,5 +1,5 @@
-// How long the program editor takes for a long program, beside a plain table that is filled with the
-// same texts, updates off, and sized once; and what a change of a line and a move of the marker cost.
+// Time of the program editor for a long program, compared with a plain table that is filled with the same
+// texts (updates off) and sized once; cost of changing a line and of moving the marker.
 
 #include "sidebyside.h"
 #include "weldcell.h"
@@ -18,7 +18,7 @@ namespace {
 
 constexpr int lines = 10000;
 
-/// The editor on the screen, and beside it a plain table of the same width and texts.
+/// The editor, and a plain table of the same width and texts.
 struct Tables {
     explicit Tables(bench::WeldCell& weldCell) : cell(weldCell) {
         isEnable_moveorder = true;
@@ -33,7 +33,7 @@ struct Tables {
         QApplication::processEvents();
     }
 
-    /// An empty table that looks as the editor's does.
+    /// An empty table with the look of the editor's.
     void renewPlain() {
         plain = std::make_unique<QTableWidget>(0, table->columnCount());
         plain->resize(table->size());
@@ -65,7 +65,7 @@ struct Tables {
     std::unique_ptr<QTableWidget> plain;
 };
 
-/// Until it is on the screen.
+/// Includes painting.
 bench::Side opening(Tables& tables) {
     static const QJsonArray program = bench::weldProgram(lines);
     return bench::once([&tables] { tables.open(program); }, [&tables] { tables.open(QJsonArray()); });
@@ -85,7 +85,7 @@ bench::Side plainOpening(Tables& tables) {
         });
 }
 
-/// A row that moves, somewhere in the middle, and no row twice in turn.
+/// A row with a move in the middle, a different one each time.
 int nextRow() {
     static int row = lines / 2;
     row = row + 20 < lines ? row + 20 : 1;
@@ -104,7 +104,7 @@ bench::Side sizedRow(Tables& tables) {
     return bench::each([&tables] { tables.plain->resizeRowToContents(nextRow() + 1); });
 }
 
-/// The marker walks over the last ten lines of a program.
+/// The marker moves over the last ten lines of a program.
 bench::Side markerWalk(bench::WeldCell& cell, int length) {
     constexpr int walk = 10;
     const auto moveTo = [length](int place) {
@@ -121,7 +121,7 @@ bench::Side markerWalk(bench::WeldCell& cell, int length) {
         if (m(prog::key::program)->cmobjCount() != length) {
             cell.load(bench::weldProgram(length));
         }
-        for (int place = 0; place < walk; ++place) {  // what loading left to be done later is done now
+        for (int place = 0; place < walk; ++place) {  // warm-up: does what loading has postponed
             moveTo(place);
         }
     };

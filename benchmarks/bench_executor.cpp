@@ -1,5 +1,5 @@
-// What the executor adds to the robot's own time: an awaited move beside an event loop that waits for the
-// same answer, and whether long programs cost more a line than short ones.
+// The executor's own time: the wait for a move compared with an event loop that waits for the same result,
+// and the time for a line of long and short programs.
 
 #include "sidebyside.h"
 #include "weldcell.h"
@@ -22,7 +22,7 @@ using namespace lumo;
 using namespace prog;
 
 constexpr int usualLines = 200;
-/// A motion command that the executor does not hear of.
+/// A motion command whose result the executor does not wait for.
 const QString bareMove = QStringLiteral("move.bare");
 
 void dropDebug(QtMsgType type, const QMessageLogContext&, const QString& text) {
@@ -31,10 +31,10 @@ void dropDebug(QtMsgType type, const QMessageLogContext&, const QString& text) {
     }
 }
 
-/// An event loop that the robot's answer to a motion ends, with nothing around it.
+/// A bare event loop, ended by the result of a motion.
 class BareWait : public QObject {
 public:
-    /// `logged`: each answer gets a line in the log, as the executor's does.
+    /// `logged`: log each result as the executor does.
     explicit BareWait(bool logged) {
         if (logged) {
             connect(kordservice()->commandNode(bareMove), &ModuleObject::changed, &loop_,
@@ -48,13 +48,13 @@ private:
     QEventLoop loop_;
 };
 
-/// Sums up how long the executor's waits last: its activity changes when one begins and when it ends.
+/// Adds up the executor's waits, from its activityChanged() at their beginning and end.
 class WaitTimes : public QObject {
 public:
     WaitTimes() { connect(executor, &LumoExecutor::activityChanged, this, &WaitTimes::note); }
     [[nodiscard]] double ns() const { return static_cast<double>(ns_); }
     [[nodiscard]] int count() const { return count_; }
-    /// The executor tells of depth too: those notes are before the first wait and behind the last.
+    /// The executor also signals changes of depth, before the first wait and after the last.
     void begin() { notes_ = 0; }
 
 private:
@@ -86,15 +86,15 @@ void prepare(bench::WeldCell& cell, int lines) {
     }
 }
 
-/// One run of a program of moves; a unit is a move.
+/// One run of a program with moves; a unit is a move.
 bench::Side moveLines(bench::WeldCell& cell, int lines) {
     bench::Side side = bench::once([&cell] { cell.run(); }, [&cell, lines] { prepare(cell, lines); });
     side.units = lines;
     return side;
 }
 
-/// What a line of a move has to do by contract and nothing else: tell the tree where the run is, hand the
-/// motion over, keep the record to resume from, wait for the answer.
+/// The necessary work of a line with a move: write the line to the tree, order the motion, keep the resume
+/// data, wait for the result.
 void handOver(BareWait& wait, ModuleObject* statement, int line) {
     ModuleObject args(QStringLiteral("args"));
     args.append(nullptr, field::point)->copyFrom(nullptr, statement->c(field::point), true, false);
@@ -127,7 +127,7 @@ bench::Side handOvers(bench::WeldCell& cell, BareWait& wait, int lines) {
     return side;
 }
 
-/// As the executor does: all moves of the program, then the word that they are enough.
+/// As the executor does: orders all moves, then releases them.
 void handOverBatch() {
     const ModuleObject args;
     for (int i = 0; i < usualLines; ++i) {
@@ -136,7 +136,7 @@ void handOverBatch() {
     kordservice()->command(nullptr, command::enough, static_cast<const ModuleObject*>(nullptr));
 }
 
-/// The wait of a move, measured inside runs, beside the bare wait.
+/// The wait for a move inside runs, compared with a bare wait.
 void compareWaits(benchmark::State& state, bench::WeldCell& cell, bool logged, double target) {
     constexpr int rounds = 31;
     BareWait bare(logged);
@@ -166,7 +166,7 @@ void compareWaits(benchmark::State& state, bench::WeldCell& cell, bool logged, d
     }
 }
 
-/// With the page on the screen, or beside it: painting takes most of the time and would hide what else grows.
+/// With the page visible or not, because painting takes most of the time and would hide other costs.
 void addLength(bench::WeldCell& cell, int lines, int rounds, bool shown) {
     constexpr int fewLines = 1000;
     bench::Plan plan;

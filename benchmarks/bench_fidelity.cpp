@@ -1,9 +1,9 @@
-// How well the executor keeps its times on the wall clock, beside Qt's precise timer with the same times,
-// in turn in one process: idle, and while the panel's page is painted thirty times a second.
+// Precision of the executor's times on the wall clock, compared with Qt's precise timer in the same process:
+// idle, and while the panel's page is painted thirty times a second.
 //
-// An error is how late something happened, in ms: a step of the laser's power against the moment that the
-// laser was enabled or the closing began, the end of a wait against its beginning. The host's clock counts
-// whole milliseconds: an error may be one of them larger than the bare timer's.
+// An error is a delay in ms: of a power step, relative to the laser's enabling or the beginning of the
+// closing; of the end of a wait, relative to its beginning. The host's clock counts whole milliseconds, so an
+// error may be one millisecond larger than the bare timer's.
 
 #include "sidebyside.h"
 #include "weldcell.h"
@@ -22,7 +22,7 @@
 namespace {
 
 constexpr int rampMs = 500;
-constexpr int shortRampMs = 100;  ///< where closings are counted
+constexpr int shortRampMs = 100;  ///< for the figures of closings
 constexpr int stepMs = 20;
 constexpr int preFlowMs = 90;
 constexpr int delayMs = 37;
@@ -37,11 +37,11 @@ void dropDebug(QtMsgType type, const QMessageLogContext&, const QString& text) {
     }
 }
 
-/// Errors in ms, of one way to keep the times.
+/// Errors of one method, in ms.
 struct Errors {
-    std::vector<double> steps;     ///< of ramps
-    std::vector<double> waits;     ///< single ones
-    std::vector<double> closings;  ///< ends of three waits in a row
+    std::vector<double> steps;     ///< steps of ramps
+    std::vector<double> waits;     ///< ends of single waits
+    std::vector<double> closings;  ///< ends of three consecutive waits
 };
 
 class Stopwatch {
@@ -53,7 +53,7 @@ private:
     QElapsedTimer clock_;
 };
 
-/// Opens a weld, waits some times between outputs that it switches, and closes.
+/// Opens a weld, switches outputs with delays in between, and closes.
 QJsonArray program() {
     QJsonArray statements{QJsonObject{{"type", "open"}, {"index", 0}, {"execute", true}}};
     const QJsonObject output{{"type", "setDO"}, {"DO_type", "IO"}, {"doName", "DO1"}, {"value", "true"}};
@@ -78,7 +78,7 @@ void setRamps(bench::WeldCell& cell, int ms) {
     }
 }
 
-/// Takes the errors of a run from what the robot is told.
+/// Computes the errors of a run from the commands to the robot.
 class Watcher {
 public:
     Watcher(Errors& errors, int ramp) : errors_(errors), ramp_(ramp) {}
@@ -119,7 +119,7 @@ private:
     }
 
     void noteStep(double now) {
-        // The first write of an opening comes before the laser is enabled, the last ones of a closing after
+        // The first write of an opening precedes the laser's enabling; the last writes of a closing follow
         // its ramp.
         if (rampBeginMs_ > 0.0 && ++step_ <= ramp_ / stepMs) {
             errors_.steps.push_back(now - rampBeginMs_ - step_ * stepMs);
@@ -194,7 +194,7 @@ void closeBare(Errors& errors) {
     errors.closings.push_back(clock.ms() - shortRampMs - closeDelayMs - postFlowMs);
 }
 
-/// Errors of both ways, measured once for all the figures about them.
+/// Errors of both methods, measured once for all figures.
 struct Measured {
     bool done = false;
     Errors executor;
@@ -224,7 +224,7 @@ void measure(bench::WeldCell& cell, Measured& measured) {
     measured.done = true;
 }
 
-/// How far off, early or late.
+/// The absolute error.
 std::vector<double> sizes(const std::vector<double>& errors) {
     std::vector<double> result;
     for (const double error : errors) {
@@ -242,20 +242,21 @@ void addFigures(const std::string& when, const std::function<void(Measured&)>& f
     constexpr Figure figures[] = {{"a ramp's step", &Errors::steps},
                                   {"a wait's end", &Errors::waits},
                                   {"the end of a closing", &Errors::closings}};
-    constexpr std::pair<const char*, double> shares[] = {{"p50", 0.5}, {"p99", 0.99}, {"worst", 1.0}};
+    constexpr std::pair<const char*, double> quantiles[] = {{"p50", 0.5}, {"p99", 0.99}, {"worst", 1.0}};
     for (const Figure& figure : figures) {
-        for (const auto& share : shares) {
+        for (const auto& quantile : quantiles) {
             bench::add(
-                ("fidelity: " + std::string(figure.name) + ", " + share.first + ", " + when).c_str(),
-                [fill, &measured, figure, share](benchmark::State& state) {
+                ("fidelity: " + std::string(figure.name) + ", " + quantile.first + ", " + when).c_str(),
+                [fill, &measured, figure, quantile](benchmark::State& state) {
                     fill(measured);
-                    const double bare = bench::quantile(sizes(measured.bare.*figure.errors), share.second);
-                    const double own = bench::quantile(sizes(measured.executor.*figure.errors), share.second);
+                    const double bare = bench::quantile(sizes(measured.bare.*figure.errors), quantile.second);
+                    const double own =
+                        bench::quantile(sizes(measured.executor.*figure.errors), quantile.second);
                     char unit[64];
                     std::snprintf(unit, sizeof unit, "ms; bare timer %.2f ms", bare);
                     for ([[maybe_unused]] auto iteration : state) {
                         bench::report(state, own, unit, bare + resolutionMs,
-                                      share.second < 1.0 ? bench::Bound::AtMost : bench::Bound::None);
+                                      quantile.second < 1.0 ? bench::Bound::AtMost : bench::Bound::None);
                     }
                     state.counters["bare"] = bare;
                     state.counters["count"] = static_cast<double>((measured.executor.*figure.errors).size());

@@ -1,5 +1,5 @@
-// What loading and saving programs of the data tree cost beside QJsonDocument, which parses and writes
-// the same bytes on the way.
+// Time for loading and saving programs of the data tree, compared with QJsonDocument, which parses and writes
+// the same bytes.
 
 #include "sidebyside.h"
 
@@ -22,7 +22,7 @@ using mendo::ModuleObject;
 
 constexpr std::array<int, 4> sizes = {100, 1000, 10000, 100000};
 
-/// The statements of the examples, over and over.
+/// The statements of the examples, repeated.
 QJsonArray statements(int count) {
     QJsonArray known;
     for (const char* name : {"box_stitch", "flange", "lap_seam"}) {
@@ -43,7 +43,7 @@ QJsonArray statements(int count) {
     return program;
 }
 
-/// A project file's bytes, the document that QJsonDocument makes of them, and a node that holds them.
+/// A project file's bytes, their QJsonDocument, and a node with the same content.
 struct Project {
     explicit Project(int lines)
         : count(lines),
@@ -66,7 +66,7 @@ struct Project {
     ModuleObject* const node;
 };
 
-/// An operation on a project, for one statement.
+/// An operation on a project; a unit is a statement.
 bench::Side side(Project& project, void (Project::*operation)()) {
     bench::Side made = bench::each([&project, operation] { (project.*operation)(); });
     made.units = project.count;
@@ -88,13 +88,13 @@ void addComparison(const std::string& name, const bench::Side& work, const bench
     });
 }
 
-/// Bytes in use on the heap.
+/// Bytes allocated on the heap.
 double heap() {
     const auto info = mallinfo2();
     return static_cast<double>(info.uordblks + info.hblkhd);
 }
 
-/// What a loaded program takes beside the document of the same bytes.
+/// Memory of a loaded program, compared with the QJsonDocument of the same bytes.
 void measureMemory(benchmark::State& state, Project& project) {
     constexpr double target = 3.3;
     for ([[maybe_unused]] auto iteration : state) {
@@ -128,8 +128,8 @@ int main(int argc, char** argv) {
         bench::add(("tree: memory of " + lines + " / document").c_str(),
                    [&project](benchmark::State& state) { measureMemory(state, project); });
     }
-    // Linear: a statement of a long program takes no longer than one of a short program. That more
-    // memory is touched than the caches hold is paid by any program, QJsonDocument's own parsing too.
+    // Linear time: a statement of a long program takes as long as one of a short program, except for cache
+    // misses, which QJsonDocument's parser has, too.
     constexpr double linear = 1.5;
     Project& small = projects[1];
     Project& large = projects[3];

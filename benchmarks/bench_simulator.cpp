@@ -1,5 +1,5 @@
-// How fast the simulated cell goes: the virtual time of the examples and of the hour of production, over the
-// processor time that the runner takes for it.
+// Speed of the simulated cell: virtual time of the examples and of the hour of production, divided by the
+// runner's processor time.
 
 #include "childrun.h"
 #include "sidebyside.h"
@@ -35,7 +35,7 @@ bench::Call callOf(const Run& run, const std::vector<std::string>& more) {
     return call;
 }
 
-/// Virtual seconds of the run, as the last line of its trace tells; 0 for none.
+/// Virtual seconds of the run, from the last line of its trace; 0 without one.
 double virtualSeconds(const Run& run) {
     char name[] = "/tmp/lumo-bench-XXXXXX";
     const int file = mkstemp(name);
@@ -51,8 +51,7 @@ double virtualSeconds(const Run& run) {
     return place == std::string::npos ? 0.0 : std::stod(last.substr(place + 5)) / 1000.0;
 }
 
-/// Virtual seconds a second: of the whole call, or (`running`) of the run alone, without what a call takes
-/// that ends as soon as it has begun.
+/// Virtual seconds per second of the whole call; with `running` without the time of a call that ends at once.
 void measure(benchmark::State& state, const Run& run, bool running) {
     constexpr int rounds = 21;
     for ([[maybe_unused]] auto iteration : state) {

@@ -1,5 +1,5 @@
-// How long the panel takes to its first paint, beside an empty window; and what it costs when nobody touches
-// it and the drives are off.
+// Time from the panel's start to its first paint, compared with an empty window; processor time of the idle
+// panel with the drives off.
 
 #include "childrun.h"
 #include "sidebyside.h"
@@ -11,7 +11,7 @@
 
 namespace {
 
-/// A home without anything remembered, for as long as this lives.
+/// A temporary home without preferences.
 class Home {
 public:
     Home() {
@@ -43,13 +43,13 @@ bench::Call withPlugin(const std::string& program, std::vector<std::string> envi
     return {bench::built(program), {}, std::move(environment)};
 }
 
-/// The panel and the empty window in turn, each to its first paint.
+/// Starts panel and empty window alternately, each to its first paint.
 void compareStarts(benchmark::State& state, const std::vector<std::string>& environment,
                    double bench::Spent::*time, double target) {
     constexpr int rounds = 21;
     const bench::Call panel = withPlugin("lumo-panel", environment);
     const bench::Call empty = withPlugin("emptywindow", environment);
-    bench::run(panel);  // the libraries are in memory from now on
+    bench::run(panel);  // loads the libraries into memory
     std::vector<double> ratios, panelNs, emptyNs;
     for ([[maybe_unused]] auto iteration : state) {
         for (int round = 0; round < rounds; ++round) {
@@ -67,7 +67,7 @@ void compareStarts(benchmark::State& state, const std::vector<std::string>& envi
     }
 }
 
-/// Percent of a core, over a while after the start has settled.
+/// Percent of a core, some time after the start.
 void measureIdle(benchmark::State& state, const std::vector<std::string>& environment, double target) {
     constexpr unsigned settleS = 5;
     constexpr unsigned watchS = 25;

@@ -1,9 +1,9 @@
-// Stop latency on the wall clock: from the moment at which a loss of power or a pause comes, in another
-// thread and at random, until the write that disables the laser; idle, and while somebody works at the panel:
-// the page is painted thirty times a second, pages change and messages open and close. What comes waits for
-// the event loop like everything that the robot says; beside it stands what the executor then takes itself.
+// Stop latency on the wall clock: from a loss of power or a pause, at a random moment in another thread, to
+// the write that disables the laser. Idle, and with a busy panel: the page is painted thirty times a second,
+// pages change, messages open and close. The latency includes waiting for the event loop; the executor's own
+// part is a separate figure.
 //
-// A pause ramps the power down first: the time of that ramp is taken off.
+// The time of a pause's power ramp is subtracted.
 
 #include "sidebyside.h"
 #include "weldcell.h"
@@ -35,7 +35,7 @@ using SteadyClock = std::chrono::steady_clock;
 
 constexpr int samplesWanted = 2500;  // of each of four figures
 constexpr int rampDownMs = 10;
-constexpr int longestDelayUs = 45000;  // longer than a weld of the program below
+constexpr int maxDelayUs = 45000;  // longer than a weld of the program below
 
 void dropDebug(QtMsgType type, const QMessageLogContext&, const QString& text) {
     if (type != QtDebugMsg && type != QtInfoMsg) {
@@ -47,7 +47,7 @@ double msSince(SteadyClock::time_point since) {
     return std::chrono::duration<double, std::milli>(SteadyClock::now() - since).count();
 }
 
-/// Welds with the waits that meet an enabled laser: a dwell, moves, a delay, the power's ramp-down.
+/// Welds with all waits with the laser on: dwell, moves, delay, power ramp-down.
 QJsonArray program() {
     QJsonArray statements;
     for (int weld = 0; weld < 100; ++weld) {
@@ -61,7 +61,7 @@ QJsonArray program() {
     return statements;
 }
 
-/// A thread that says "now" once after each call of arm, at a random moment.
+/// A thread that emits a signal at a random moment after each call of arm().
 class RandomMoments {
 public:
     explicit RandomMoments(std::function<void(SteadyClock::time_point)> come)
@@ -86,7 +86,7 @@ public:
 private:
     void work() {
         std::mt19937 engine(1);
-        std::uniform_int_distribution<int> delayUs(0, longestDelayUs);
+        std::uniform_int_distribution<int> delayUs(0, maxDelayUs);
         std::unique_lock<std::mutex> lock(mutex_);
         while (!ends_) {
             changed_.wait(lock, [this] { return armed_ || ends_; });
@@ -110,11 +110,11 @@ enum class Stop { PowerLoss, Pause };
 
 /// In ms.
 struct Latencies {
-    std::vector<double> whole;     ///< from the moment on
-    std::vector<double> executor;  ///< from the notification on
+    std::vector<double> whole;     ///< from the random moment
+    std::vector<double> executor;  ///< from the executor's notification
 };
 
-/// Stops the run at random moments, and starts it again, until there are enough that met an enabled laser.
+/// Stops and restarts the run at random moments, until enough stops have met an enabled laser.
 class Stops : public QObject {
 public:
     Stops(bench::WeldCell& cell, Stop stop) : cell_(cell), stop_(stop) {}
@@ -140,7 +140,7 @@ public:
 private:
     void come(SteadyClock::time_point cameAt) {
         came_ = true;
-        counts_ = enabled_;  // else there is nothing to switch off
+        counts_ = enabled_;  // only stops with the laser on count
         cameAt_ = cameAt;
         toldAt_ = SteadyClock::now();
         if (stop_ == Stop::PowerLoss) {
@@ -164,7 +164,7 @@ private:
         }
     }
 
-    /// The moment that did not come before the program's end, and the rest of a closing.
+    /// Waits for a stop that comes after the program's end, and for the rest of a closing.
     void finish() {
         while (!came_ || executor->depth() > 0 || executor->pendingSteps() > 0) {
             QApplication::processEvents(QEventLoop::WaitForMoreEvents);
@@ -182,7 +182,7 @@ private:
     bool counts_ = false;
 };
 
-/// Somebody who looks at one page after the other, and the messages that open meanwhile.
+/// Changes pages and opens messages, as a busy operator does.
 class BusyPanel : public QObject {
 public:
     explicit BusyPanel(QStackedWidget* center) : page_(new LumoWidget) {
@@ -241,7 +241,7 @@ struct Figure {
     const char* name;
 };
 
-/// One figure for each share of the latencies, measured once.
+/// One figure for each quantile of the latencies, which are measured once.
 void addFigures(bench::WeldCell& cell, const Figure& figure, bool busy, Latencies& latencies) {
     const auto fill = [&cell, figure, busy, &latencies] {
         if (latencies.whole.empty()) {
@@ -252,17 +252,17 @@ void addFigures(bench::WeldCell& cell, const Figure& figure, bool busy, Latencie
             latencies = Stops(cell, figure.stop).measure();
         }
     };
-    constexpr std::pair<const char*, double> shares[] = {{"p50", 0.5}, {"p99", 0.99}, {"worst", 1.0}};
-    for (const auto& share : shares) {
-        const std::string name = std::string("stop: ") + figure.name + " to laser off, " + share.first +
+    constexpr std::pair<const char*, double> quantiles[] = {{"p50", 0.5}, {"p99", 0.99}, {"worst", 1.0}};
+    for (const auto& quantile : quantiles) {
+        const std::string name = std::string("stop: ") + figure.name + " to laser off, " + quantile.first +
                                  (busy ? ", panel at work" : ", idle");
-        bench::add(name.c_str(), [fill, &latencies, share](benchmark::State& state) {
+        bench::add(name.c_str(), [fill, &latencies, quantile](benchmark::State& state) {
             fill();
             char unit[64];
             std::snprintf(unit, sizeof unit, "ms; of it in the executor %.3f ms",
-                          bench::quantile(latencies.executor, share.second));
+                          bench::quantile(latencies.executor, quantile.second));
             for ([[maybe_unused]] auto iteration : state) {
-                bench::report(state, bench::quantile(latencies.whole, share.second), unit, 0.0,
+                bench::report(state, bench::quantile(latencies.whole, quantile.second), unit, 0.0,
                               bench::Bound::None);
             }
             state.counters["count"] = static_cast<double>(latencies.whole.size());

@@ -1,4 +1,4 @@
-// What the data tree costs beside Qt's own means: a signal with nothing around it, and the item model.
+// Time of the data tree compared with a bare Qt signal and with Qt's item model.
 
 #include "sidebyside.h"
 
@@ -15,14 +15,14 @@ namespace {
 using mendo::ModuleManager;
 using mendo::ModuleObject;
 
-/// A signal with the arguments of a node's, and nothing around it.
+/// An object with the signal of a node and nothing else.
 class Emitter : public QObject {
     Q_OBJECT
 signals:
     void changed(const QVariant& newValue, const QVariant& oldValue, QObject* sender);
 };
 
-/// What is called for each notification, on every side.
+/// The slot called for each notification.
 class Listener : public QObject {
     Q_OBJECT
 public:
@@ -32,7 +32,7 @@ private:
     qint64 heard_ = 0;
 };
 
-/// A set of places with a listener each, or none: nodes of the tree, and for each a bare emitter and an item.
+/// Nodes of the tree, and for each a bare emitter and an item; each with a listener or none.
 class Places {
 public:
     explicit Places(const QStringList& names, bool heard = true) {
@@ -52,7 +52,7 @@ public:
         }
     }
 
-    /// Each place in turn.
+    /// The next node.
     std::size_t next() {
         place_ = place_ + 1 < paths.size() ? place_ + 1 : 0;
         return place_;
@@ -69,7 +69,7 @@ private:
     std::size_t place_ = 0;
 };
 
-/// Writes a new value to each place in turn.
+/// Writes a new value to one node after the other.
 template <typename Write>
 bench::Side inTurn(Places& places, Write write) {
     return bench::each([&places, write, value = 0]() mutable { write(places.next(), ++value); });
@@ -115,7 +115,7 @@ void compare(const char* name, const bench::Side& work, const bench::Side& refer
     });
 }
 
-/// The package's tree as it is at the start, and as many parameter sets as nobody has.
+/// The package's tree at the start, with a very large number of parameter sets.
 QStringList fillTree() {
     constexpr int sets = 1000;
     ModuleObject* const lumo = m()->regist(nullptr, QStringLiteral("lumo"));
@@ -136,7 +136,7 @@ QStringList fillTree() {
 int main(int argc, char** argv) {
     QCoreApplication app(argc, argv);
     Places many(fillTree());
-    // Those that a run writes, and one beside each that nobody listens to.
+    // Nodes that a run writes, and a node without a listener for each.
     const QStringList written = {"lumo.execute.line",
                                  "lumo.current.line",
                                  "lumo.current.programtype",

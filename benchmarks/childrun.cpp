@@ -27,7 +27,7 @@ double seconds(const timeval& time) {
     return static_cast<double>(time.tv_sec) + 1e-6 * static_cast<double>(time.tv_usec);
 }
 
-/// In the child: becomes the program.
+/// Runs in the child: executes the program.
 [[noreturn]] void become(const Call& call) {
     const int nowhere = open("/dev/null", O_RDWR);
     for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
@@ -83,7 +83,7 @@ Spent run(const Call& call) {
 double processorTime(pid_t child) {
     std::ifstream file("/proc/" + std::to_string(child) + "/stat");
     std::string text((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
-    // The name before it is in brackets and may hold blanks.
+    // The name before it is in brackets and may contain blanks.
     std::istringstream fields(text.substr(text.rfind(')') + 1));
     constexpr int fieldsBefore = 11;
     std::string skipped;

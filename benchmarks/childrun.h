@@ -5,10 +5,10 @@
 #include <string>
 #include <vector>
 
-/// Other programs, measured from outside.
+/// Starting other programs and measuring them.
 namespace bench {
 
-/// A program in the build tree's folder of programs.
+/// Path of a program of the build tree.
 std::string built(const std::string& name);
 
 /// A program to run: its file, its arguments, and "NAME=VALUE" added to the environment.
@@ -21,29 +21,29 @@ struct Call {
 struct Spent {
     double wallS = 0.0;
     double processorS = 0.0;
-    int status = -1;  ///< exit status; -1 when it did not end by itself
+    int status = -1;  ///< exit status; -1 when it was killed
 };
 
-/// Starts the program, without its output. 0 when it cannot be started.
+/// Starts the program and discards its output. Returns 0 when it cannot be started.
 pid_t begin(const Call& call);
-/// Waits for its end.
+/// Waits for the end of a process.
 Spent finish(pid_t child);
-/// Starts it and waits for its end.
+/// Starts a program and waits for its end.
 Spent run(const Call& call);
 
-/// Processor time of a running process so far, in seconds.
+/// Processor time of a running process, in seconds.
 double processorTime(pid_t child);
-/// Ends a process that was begun here, and waits.
+/// Ends a process started here and waits for it.
 void end(pid_t child);
 
-/// An X server of our own, without a screen, for as long as this lives.
+/// Runs an X server without a screen during its lifetime.
 class Screen {
 public:
     Screen();
     ~Screen();
     Screen(const Screen&) = delete;
     Screen& operator=(const Screen&) = delete;
-    /// ":N"; empty where no server could be started.
+    /// ":N"; empty when no server could be started.
     [[nodiscard]] const std::string& name() const { return name_; }
 
 private:

@@ -10,14 +10,14 @@ namespace bench {
 
 namespace {
 
-/// Seconds on the clock.
+/// The clock's time in seconds.
 double now(Clock clock) {
     timespec time{};
     clock_gettime(clock == Clock::Processor ? CLOCK_PROCESS_CPUTIME_ID : CLOCK_MONOTONIC, &time);
     return static_cast<double>(time.tv_sec) + 1e-9 * static_cast<double>(time.tv_nsec);
 }
 
-/// Seconds that `count` operations take.
+/// Seconds for `count` operations.
 double block(const Side& side, int count, Clock clock) {
     if (side.prepare) {
         side.prepare();
@@ -32,8 +32,8 @@ double unitTime(const Side& side, int count, Clock clock) {
     return block(side, count, clock) / (count * side.units);
 }
 
-/// The ratios of the quieter half of the rounds: those in which both sides together took the shortest.
-/// What else the machine does lengthens a round, and rarely both of its sides alike.
+/// The ratios of the faster half of the rounds (sum of both sides). Other load lengthens a round, and rarely
+/// both sides alike.
 std::vector<double> quietRatios(const std::vector<double>& ratios, const std::vector<double>& times,
                                 const std::vector<double>& referenceTimes) {
     const double usual = median(times);
@@ -52,7 +52,7 @@ std::vector<double> quietRatios(const std::vector<double>& ratios, const std::ve
     return quiet;
 }
 
-/// How many operations make a block of the planned length; warms the side up besides.
+/// Number of operations in a block of the planned length. Also warms the side up.
 int countFor(const Side& side, const Plan& plan) {
     int count = 1;
     while (count < side.mostCount && block(side, count, plan.clock) < 1e-3 * plan.blockMs) {
@@ -71,8 +71,8 @@ Side once(std::function<void()> operation, std::function<void()> prepare) {
     return side;
 }
 
-double quantile(std::vector<double> values, double share) {
-    const auto place = std::lround(share * static_cast<double>(values.size() - 1));
+double quantile(std::vector<double> values, double p) {
+    const auto place = std::lround(p * static_cast<double>(values.size() - 1));
     std::nth_element(values.begin(), values.begin() + place, values.end());
     return values[static_cast<std::size_t>(place)];
 }
@@ -90,7 +90,7 @@ void sideBySide(benchmark::State& state, const Side& work, const Side& reference
             double workTime = 0.0;
             double referenceTime = 0.0;
             const auto measureWork = [&] { workTime = unitTime(work, workCount, plan.clock); };
-            // The order alternates, so that what one side leaves behind in the caches hits both.
+            // The order alternates, so that cache effects hit both sides.
             if (round % 2 == 0) {
                 measureWork();
             }
@@ -130,7 +130,7 @@ void report(benchmark::State& state, double value, const char* unit, double targ
         state.counters["target"] = target;
         state.counters["at_least"] = bound == Bound::AtLeast ? 1 : 0;
     }
-    state.SetIterationTime(1e-9);  // the value says it all
+    state.SetIterationTime(1e-9);  // not used: the counter has the value
 }
 
 void add(const char* name, std::function<void(benchmark::State&)> measure) {

@@ -1,7 +1,7 @@
-"""Prints the figures of Google Benchmark's JSON files as a table in markdown; ends with 1 when a target is missed.
+"""Prints the figures of Google Benchmark's JSON files as a Markdown table; exits with 1 when a target is missed.
 
-A figure is a benchmark with a counter "ratio" or "value" and, where it has one, a "target", which is an upper
-bound unless "at_least" is 1. Of a figure that several runs measured the run with the median is shown.
+A figure is a benchmark with a counter "ratio" or "value" and, optionally, a "target", which is an upper bound unless
+"at_least" is 1. For a figure with several runs, the median run is shown.
 """
 import json
 import re
@@ -15,7 +15,7 @@ def number(value):
 
 
 def row(figure):
-    """The cells of a figure's row, and whether its target is met."""
+    """The cells of a figure's row, and whether the target is met."""
     name = SUFFIX.sub("", figure["name"])
     if figure.get("error_occurred"):
         return [name, "failed: " + figure.get("error_message", ""), "", "no"], False
@@ -39,7 +39,7 @@ def row(figure):
 def figures_of(file_name):
     with open(file_name, encoding="utf-8") as file:
         text = file.read()
-    figures = json.loads(text)["benchmarks"] if text.strip() else []  # empty: the filter took nothing
+    figures = json.loads(text)["benchmarks"] if text.strip() else []  # empty when no name matches the filter
     return [figure for figure in figures if figure.get("error_occurred") or {"ratio", "value"} & figure.keys()]
 
 

@@ -111,7 +111,7 @@ WeldCell::WeldCell() : center_(std::make_unique<QStackedWidget>()) {
                                                            QStringLiteral("cn"));
     center_->addWidget(new QWidget);
     setInstantiatedCenterWidget(center_.get());
-    LumoWidget page;  // fills the tree and makes the executor, which outlive it
+    LumoWidget page;  // makes the tree and the executor, which outlive the page
     m(QStringLiteral("kord.r.power"))->setValue(this, QStringLiteral("on"));
     m(QStringLiteral("kord.r.mode"))->setValue(this, QStringLiteral("auto"));
     m(QStringLiteral("lumo.param"))->loadJson(this, QJsonArray{parameterSet()});

@@ -16,19 +16,17 @@ class LumoExecutor;
 
 namespace bench {
 
-/// A program as operators write them: every twentieth line opens a weld, every twentieth closes it, the
-/// others move.
+/// A typical program: every twentieth line opens a weld, every twentieth closes it, the others are moves.
 QJsonArray weldProgram(int lines);
-/// Moves only, short enough apart that one batch takes them all.
+/// A program of moves only, which are released as one batch.
 QJsonArray moveProgram(int lines);
 
-/// A stand-in controller that answers each motion at the next turn of the event loop, or some ms later.
+/// A controller that writes the result of each motion in the next pass of the event loop, or some ms later.
 class PromptRobot : public QObject {
 public:
     PromptRobot();
     int answerMs = 0;
-    /// Hears every write of a register (name, bias, value) or of an output of the controller (name, 0,
-    /// value).
+    /// Called for every write of a register (name, bias, value) or of an output (name, 0, value).
     std::function<void(const QString& name, int bias, int value)> written;
 
 private:
@@ -40,17 +38,17 @@ private:
     QTimer next_;
 };
 
-/// The package with its real tree and executor on whatever event dispatcher the process has; power on,
-/// automatic, all ports assigned, one parameter set, a robot that answers at once.
+/// The package with its real tree and executor on the process's event dispatcher: power on, mode auto, all
+/// ports assigned, one parameter set, a robot that answers at once.
 class WeldCell : public QObject {
 public:
     WeldCell();
     ~WeldCell() override;
 
     void load(const QJsonArray& program);
-    /// A field of the parameter set, in ms or percent.
+    /// Sets a field of the parameter set, in ms or percent.
     void setParam(const char* field, double value);
-    /// Runs the program from its first line; back when the run is over.
+    /// Runs the program from its first line; returns when the run is over.
     void run();
 
     [[nodiscard]] QStackedWidget* center() const { return center_.get(); }

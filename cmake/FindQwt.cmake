@@ -1,4 +1,4 @@
-# Qwt for Qt 5, which brings no package file of its own: target Qwt::Qwt.
+# Finds Qwt for Qt 5, which has no CMake package file, and defines the target Qwt::Qwt.
 find_path(Qwt_INCLUDE_DIR qwt_plot.h PATH_SUFFIXES qwt qwt-qt5 qt5/qwt)
 find_library(Qwt_LIBRARY NAMES qwt-qt5)
 if(Qwt_INCLUDE_DIR AND EXISTS ${Qwt_INCLUDE_DIR}/qwt_global.h)

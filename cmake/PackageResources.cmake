@@ -1,14 +1,13 @@
-# lumo_package_resources(OUT): the package's compiled resources, as sources for the target that embeds
-# them. Catalogues are compiled from resources/language/*.ts, icons and the theme's images drawn from *.svg,
-# so only their sources are kept. The collection is named lumo_asset, in format version 2, which every
-# Qt 5 reads.
+# lumo_package_resources(OUT): sets OUT to the sources of the package's compiled resources. Catalogues are
+# compiled from resources/language/*.ts; icons and images of the theme are drawn from *.svg. The collection
+# lumo_asset has format version 2, which every Qt 5 reads.
 find_program(RSVG_CONVERT rsvg-convert)
 if(NOT RSVG_CONVERT)
   message(FATAL_ERROR "rsvg-convert is missing (Debian package librsvg2-bin): it draws the icons.")
 endif()
 
-# lumo_drawings(OUT FOLDER BUILT SIZE): draws the folder's SVG files, SIZE pixels wide and high, into a
-# folder of the build, and returns their entries for the collection.
+# lumo_drawings(OUT FOLDER BUILT SIZE): draws a folder's SVG files with SIZE pixels to a folder of the build, and
+# sets OUT to their entries for the collection.
 function(lumo_drawings out folder built size)
   set(entries "")
   file(GLOB drawings CONFIGURE_DEPENDS ${folder}/*.svg)
@@ -30,7 +29,7 @@ function(lumo_package_resources out)
   set(folder ${CMAKE_CURRENT_SOURCE_DIR}/resources)
   set(catalogue_entries "")
 
-  # One catalogue a language, from one source file a subsystem and language.
+  # One catalogue for each language, from one source file for each subsystem.
   foreach(language en ru)
     file(GLOB catalogues CONFIGURE_DEPENDS ${folder}/language/*_${language}.ts)
     set(file ${CMAKE_CURRENT_BINARY_DIR}/lumo_${language}.qm)

@@ -1,7 +1,7 @@
-option(LUMO_PCH "Compile Qt's headers once a library, which builds faster and hides a missing #include" OFF)
+option(LUMO_PCH "Precompile Qt's headers: builds faster, but hides missing #includes" OFF)
 
-# lumo_qt_headers(TARGET [FROM OTHER] [HEADERS …]): the target finds Qt's headers compiled; those of another
-# target, where it has the same definitions.
+# lumo_qt_headers(TARGET [FROM OTHER] [HEADERS …]): with LUMO_PCH the target uses precompiled Qt headers, its own or
+# those of another target with the same definitions.
 function(lumo_qt_headers target)
   if(NOT LUMO_PCH)
     return()
@@ -12,5 +12,5 @@ function(lumo_qt_headers target)
   else()
     target_precompile_headers(${target} PRIVATE <QtWidgets> <functional> <memory> ${arg_HEADERS})
   endif()
-  target_compile_options(${target} PRIVATE -fpch-preprocess) # a compiler cache asks for it
+  target_compile_options(${target} PRIVATE -fpch-preprocess) # ccache needs it
 endfunction()

@@ -7,9 +7,9 @@ if(LUMO_SANITIZE)
 endif()
 
 set(LUMO_FUZZ "" CACHE STRING
-  "Build the fuzzers of tests/fuzz, which takes Clang: 'fast', or 'address' with AddressSanitizer as well")
+  "Build the fuzzers of tests/fuzz with Clang: 'fast', or 'address' for AddressSanitizer")
 if(LUMO_FUZZ)
-  # What fuzzer-no-link stands for, but for its ban of built-in functions: constants need strlen.
+  # As -fsanitize=fuzzer-no-link, but with built-in functions: constants need strlen.
   add_compile_options(-include ${CMAKE_CURRENT_LIST_DIR}/clang_strlen.h)
   add_compile_options(-fsanitize-coverage=inline-8bit-counters,pc-table -gline-tables-only)
   if(LUMO_FUZZ STREQUAL "address")
@@ -17,8 +17,8 @@ if(LUMO_FUZZ)
     add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
     add_link_options(-fsanitize=address,undefined)
   else()
-    # Undefined behaviour ends the program, without a word and so without a runtime. Compared values are
-    # not traced: the words of the dictionary find as much, in half the time.
+    # Undefined behaviour traps, which needs no runtime library. Compared values are not traced: the dictionary
+    # finds as much in half the time.
     add_compile_options(-fsanitize=undefined -fsanitize-trap=undefined)
   endif()
 endif()

@@ -1,4 +1,4 @@
-# One interface target that every target of the project links: what the compiler must not find.
+# Interface target with the compiler warnings, linked by every target of the project.
 add_library(lumo_warnings INTERFACE)
 target_compile_options(lumo_warnings INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wconversion-null

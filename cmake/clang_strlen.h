@@ -1,5 +1,5 @@
-// Put before every file of a build with Clang, which calls strlen no constant expression: texts such as
-// `constexpr QLatin1String name("…")` count with it.
+// Included first in every file of a build with Clang, for which strlen is not a constant expression: needed for
+// `constexpr QLatin1String name("…")`.
 #pragma once
 
 #ifdef __cplusplus

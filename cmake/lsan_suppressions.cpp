@@ -1,5 +1,4 @@
-// Leaks that are not ours, for LeakSanitizer to leave out: linked into every program of a build with
-// sanitizers.
+// Leaks of Qt that LeakSanitizer ignores; linked into every program of a build with sanitizers.
 
 extern "C" const char* __lsan_default_suppressions() {
     // Qt's offscreen platform never deletes its screen.

@@ -1,7 +1,6 @@
 # shellcheck shell=bash
-# What ./run and ./test share: installing what is missing and building. To be sourced, with `root` set
-# to the project's folder. Everything is said on standard error: standard output belongs to the
-# programs that are run.
+# Functions of ./run and ./test for installing packages and building. Source it with `root` set to the project's
+# folder. Messages go to standard error, because standard output belongs to the programs.
 : "${root:?}"
 
 say() { printf '%s\n' "$*" >&2; }
@@ -13,7 +12,7 @@ die() {
     exit 1
 }
 
-# packages_of GROUP…: the packages of these groups, one a line.
+# packages_of GROUP…: prints the packages of these groups.
 packages_of() {
     local group
     for group in "$@"; do
@@ -21,7 +20,7 @@ packages_of() {
     done
 }
 
-# missing_of PACKAGE…: those that are not installed.
+# missing_of PACKAGE…: prints those that are not installed.
 missing_of() {
     local package
     for package in "$@"; do
@@ -29,12 +28,12 @@ missing_of() {
     done
 }
 
-# The command that makes one root, as words in `as_root`; false when there is none.
+# Sets `as_root` to the command that gives root rights; fails when there is none.
 find_root() {
     as_root=()
     [ "$(id -u)" -eq 0 ] && return 0
     command -v sudo >/dev/null || return 1
-    # Where nobody can type a password, sudo is of use only without one.
+    # Without a terminal for a password, sudo must not need one.
     if sudo -n true 2>/dev/null || [ -t 0 ]; then
         as_root=(sudo)
         return 0
@@ -42,52 +41,52 @@ find_root() {
     return 1
 }
 
-# install_packages GROUP…: installs what is missing of these groups, or says plainly why not.
+# install_packages GROUP…: installs the missing packages of these groups, or prints why it cannot.
 install_packages() {
     local wanted missing log
     mapfile -t wanted < <(packages_of "$@")
     if ! command -v dpkg-query >/dev/null || ! command -v apt-get >/dev/null; then
         command -v cmake >/dev/null && command -v ninja >/dev/null && command -v c++ >/dev/null && return
-        die "this is no Debian system, and cmake, ninja or a C++ compiler is missing." \
-            "Install what these Debian packages hold, then try again:" "${wanted[*]}"
+        die "this is not a Debian system, and cmake, ninja or a C++ compiler is missing." \
+            "Install the contents of these Debian packages, then try again:" "${wanted[*]}"
     fi
     mapfile -t missing < <(missing_of "${wanted[@]}")
     [ "${#missing[@]}" -eq 0 ] && return
-    find_root || die "packages are missing, and installing them takes root." \
+    find_root || die "packages are missing, and installing them needs root rights." \
         "Run this, then try again:" "apt-get install --no-install-recommends ${missing[*]}"
 
     say "Installing ${missing[*]} …"
-    mkdir -p "$root/build" || die "nothing can be written in $root."
+    mkdir -p "$root/build" || die "cannot write to $root."
     log=$root/build/install.log
     local apt=("${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -q -y -o DPkg::Lock::Timeout=120)
-    "${apt[@]}" update >"$log" 2>&1 || true # old lists may do; if not, the installation says so
+    "${apt[@]}" update >"$log" 2>&1 || true # old lists may suffice; otherwise the installation fails
     if ! "${apt[@]}" install --no-install-recommends "${missing[@]}" >>"$log" 2>&1; then
         grep -E '^[EW]: ' "$log" | head -n 4 >&2
         die "apt-get could not install ${missing[*]}." \
-            "Without a network it cannot; all it said is in $log."
+            "It needs a network; its messages are in $log."
     fi
 }
 
-# build_preset PRESET [TARGET…]: configures when needed and builds; quiet unless it fails.
+# build_preset PRESET [TARGET…]: configures if necessary and builds; prints messages only on failure.
 build_preset() {
     local preset=$1 folder=$root/build/$1 log=$root/build/$1.log targets=() target
     shift
     for target in "$@"; do targets+=(--target "$target"); done
     if ! mkdir -p "$root/build" || [ ! -w "$root/build" ]; then
-        die "nothing can be written in $root/build."
+        die "cannot write to $root/build."
     fi
     (
         flock 9 # one build at a time in this folder
         if [ -f "$folder/CMakeCache.txt" ] &&
             ! grep -qxF "CMAKE_HOME_DIRECTORY:INTERNAL=$root" "$folder/CMakeCache.txt"; then
-            rm -rf "$folder" # made when the project lay elsewhere
+            rm -rf "$folder" # configured in another folder
         fi
         cd "$root" || exit 1
         if [ ! -f "$folder/build.ninja" ]; then
             say "Configuring ($preset) …"
             cmake --preset "$preset" >"$log" 2>&1 || { cat "$log" >&2 && exit 1; }
         fi
-        # Ninja keeps to one line on a terminal and shows what fails.
+        # On a terminal Ninja shows progress in one line.
         if [ -t 2 ]; then
             NINJA_STATUS="Building ($preset) [%f/%t] " cmake --build "$folder" "${targets[@]}" >&2
         else

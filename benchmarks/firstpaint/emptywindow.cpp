@@ -1,4 +1,4 @@
-// The least that a program with a window does: what the panel's start is measured against.
+// A program that only shows an empty window: the reference for the panel's start.
 
 #include <QApplication>
 #include <QWidget>

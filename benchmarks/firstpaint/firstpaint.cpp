@@ -1,4 +1,4 @@
-// A plugin for any Qt program: ends the process when a window has painted itself for the first time.
+// A plugin for any Qt program that ends the process at the first paint of a window.
 // QT_QPA_GENERIC_PLUGINS=firstpaint
 
 #include <QCoreApplication>
@@ -11,7 +11,7 @@
 
 namespace {
 
-/// Smaller windows are hints and helpers beside the one that is waited for.
+/// Smaller windows are hints and helpers.
 constexpr int leastWidth = 600;
 
 class FirstPaint : public QObject {
@@ -25,7 +25,7 @@ public:
             const auto* window = qobject_cast<QWidget*>(watched);
             if (window && window->isWindow() && window->width() >= leastWidth) {
                 seen_ = true;
-                // The request is what paints the window and brings it to the screen; it is handled first.
+                // The update request, which paints the window, is handled before this.
                 QMetaObject::invokeMethod(
                     this, [] { _exit(0); }, Qt::QueuedConnection);
             }

@@ -1,6 +1,6 @@
-// A fault campaign: random programs and random schedules of everything that can come in between, against
-// the real executor on the simulated robot, on virtual time. The rules say what has to hold. `run` runs
-// many, on several processes, and shrinks what fails.
+// A fault campaign: random programs with random schedules of events, on the real executor with the simulated
+// robot, on virtual time. Safety rules are checked afterwards. `run` runs many schedules in several processes
+// and shrinks those that fail.
 
 #include "campaign/world.h"
 #include "support/text.h"
@@ -18,8 +18,8 @@ void print(const QString& text) {
     std::fflush(stdout);
 }
 
-/// Whether everything held; else with every event.
-bool tell(const std::vector<campaign::Event>& events) {
+/// Returns whether no rule was broken; otherwise prints all events.
+bool report(const std::vector<campaign::Event>& events) {
     const auto broken = campaign::check(events);
     if (!broken.empty()) {
         print("broken: " + broken.begin()->second);
@@ -32,7 +32,7 @@ bool tell(const std::vector<campaign::Event>& events) {
     return broken.empty();
 }
 
-/// Scenarios by their titles: the files given as arguments, else the seeds.
+/// Titles and scenarios: of the files given as arguments, else of the seeds.
 QVector<QPair<QString, QJsonObject>> scenarios(const QCommandLineParser& parser) {
     QVector<QPair<QString, QJsonObject>> all;
     for (const QString& path : parser.positionalArguments()) {
@@ -63,13 +63,12 @@ int main(int argc, char** argv) {
         return 0;
     }
     const QTemporaryDir folder;
-    QDir::setCurrent(
-        folder.path());  // the package would read settings that somebody left where this was started
+    QDir::setCurrent(folder.path());  // without settings files
     campaign::World world;
     int broken = 0;
     for (const auto& [title, scenario] : all) {
         print(title);
-        broken += tell(campaign::runSchedule(world, scenario, tell)) ? 0 : 1;
+        broken += report(campaign::runSchedule(world, scenario, report)) ? 0 : 1;
     }
     print(QString("%1 of %2 schedules broke a rule").arg(broken).arg(all.size()));
     return broken == 0 && !all.isEmpty() ? 0 : 1;

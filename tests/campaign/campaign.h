@@ -13,40 +13,40 @@ namespace campaign {
 
 Q_NAMESPACE
 
-/// What can happen in a schedule. The order matters: see the groups.
+/// Kinds of events. The rules compare them, so the order of the groups matters.
 enum Kind {
-    // What the schedule does, about to be done.
+    // Just before the schedule does it.
     Start,    ///< the start trigger; value: the line
     Once,     ///< the once trigger; value: the line
     Pause,    ///< the pause trigger
     Power,    ///< robot power; value: on
-    Replace,  ///< another hand program
+    Replace,  ///< another program on the project page
     Quit,     ///< the application is asked to quit
     Act,      ///< anything else
-    // What only a run, or what stops one, causes.
+    // Caused only by a run or by stopping one.
     State,      ///< lumo.execute.state is written
-    Line,       ///< lumo.current.line is written by the executor
-    Statement,  ///< a statement of type `text` is begun
-    WeldFlag,   ///< the weld flag is written by the executor
-    Param,      ///< a parameter set is taken over
-    Node,       ///< the place of a stop is written
+    Line,       ///< the executor writes lumo.current.line
+    Statement,  ///< a statement of type `text` begins
+    WeldFlag,   ///< the executor writes the weld flag
+    Param,      ///< the executor uses a parameter set
+    Node,       ///< the pause point is written
     Write,      ///< the executor writes a port
     Output,     ///< a statement sets an output
     Command,    ///< the executor gives the robot another command
-    // All the rest.
-    Done,        ///< what the schedule did has returned
+    // Others.
+    Done,        ///< an action of the schedule has returned
     Activity,    ///< depth, wait or pending steps have changed; text: kind of a wait that has begun
-    Result,      ///< a result arrives on a motion command's node; value: its code
-    Dropped,     ///< the executor says why it passes over a result
-    Zone,        ///< the executor says that the tool has entered the zone
+    Result,      ///< a result is written to a motion command's node; value: its code
+    Dropped,     ///< the executor logs why it ignores a result
+    Zone,        ///< the executor logs that the tool has entered the zone
     Permission,  ///< operating mode or a weld switch was written
     Robot,       ///< the robot's state was written
-    Complaint,   ///< Qt, the course of the schedule or what is left of it shows that something is wrong
+    Complaint,   ///< a message of Qt, or a fault in the schedule's course or end
     End,         ///< the schedule is over
 };
 Q_ENUM_NS(Kind)
 
-/// The ports that the rules know.
+/// The ports that the rules use.
 enum Port {
     GAS = DO_GAS,
     WIRE = DO_WIRE_ENABLE,
@@ -60,7 +60,7 @@ enum Port {
 Q_ENUM_NS(Port)
 constexpr int portCount = DUTY_CYCLE + 1;
 
-/// "" when it has none.
+/// The enumerator's name; empty for an unknown value.
 template <typename Enum>
 QString nameOf(Enum value) {
     return QMetaEnum::fromType<Enum>().valueToKey(value);
@@ -68,28 +68,28 @@ QString nameOf(Enum value) {
 
 struct Event {
     Kind kind = Act;
-    QString text{};  ///< a name: of the port, the command, the deed
-    int value = 0;   ///< a register value, a line, a code
+    QString text{};  ///< name of the port, command or action
+    int value = 0;   ///< register value, line or code
     int port = -1;   ///< of a Write
-    int action = 0;  ///< number of the deed that begins or is Done
+    int action = 0;  ///< number of the action that begins or is Done
     qint64 ms = 0;   ///< since the schedule began
-    // How things stood when it was recorded, before anybody else heard of it.
-    bool idle = true;       ///< the executor's state
-    bool powered = true;    ///< the robot
-    bool robotIdle = true;  ///< its state
-    bool permitted = true;  ///< operating mode and weld switches allow welding
+    // The state at that moment, before other listeners are called.
+    bool idle = true;       ///< the executor is idle
+    bool powered = true;    ///< the robot has drive power
+    bool robotIdle = true;  ///< the robot is idle
+    bool permitted = true;  ///< operating mode and weld switches permit welding
     bool weldOpen = false;  ///< the flag of the resume data
-    bool gasUsed = true;    ///< the port of the gas is in use
+    bool gasUsed = true;    ///< the gas port is enabled
     int depth = 0;          ///< the executor's walks, steps and pauses
-    int pending = 0;        ///< its pending steps
-    int decreaseMs = 0;     ///< power ramp-down of the parameter set in force
-    int postFlowMs = 0;     ///< its gas post-flow
+    int pending = 0;        ///< the executor's pending steps
+    int decreaseMs = 0;     ///< power ramp-down of the parameter set used
+    int postFlowMs = 0;     ///< gas post-flow of the parameter set used
     int resumeLine = -1;    ///< lumo.current.line
-    int boxes = 0;          ///< messages on the screen
-    // Of a Start or a Once: what was asked for.
+    int boxes = 0;          ///< number of visible messages
+    // Only of a Start or Once: the request.
     int mode = 0;
     int lineCount = 0;
-    bool mayBeRefused = false;  ///< by a check of the program's content
+    bool mayBeRefused = false;  ///< because of the program's content
 
     [[nodiscard]] QString toText() const {
         const QString words = QString("%1 %2 %3 %4").arg(ms, 7).arg(nameOf(kind), text).arg(value);
@@ -97,11 +97,10 @@ struct Event {
     }
 };
 
-/// All that a schedule is made of; schedule.cpp says what its members mean. What is left out has the value
-/// that changes nothing. It follows from the seed alone.
+/// Draws a scenario from the seed; schedule.cpp describes its members. A missing member has no effect.
 QJsonObject drawScenario(quint64 seed);
 
-/// What does not hold of the safety rules, in words, and at which event.
+/// The broken safety rules, by the index of the event.
 std::multimap<std::size_t, QString> check(const std::vector<Event>& events);
 
 }  // namespace campaign

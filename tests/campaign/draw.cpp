@@ -1,4 +1,4 @@
-// How scenarios are drawn: programs, parameter sets, actions and their moments.
+// Draws scenarios: programs, parameter sets, actions and their times.
 
 #include "campaign/campaign.h"
 #include "simulator/arm.h"
@@ -13,30 +13,31 @@ namespace campaign {
 
 namespace {
 
-/// What is done, how often, how often with "on", and with which of these names.
-struct Deed {
+/// An action with its weight, the percentage of "on", and its possible names.
+struct ActionKind {
     int weight;
     QString name;
     int onPercent = 50;
     QVector<QString> names{""};
 };
 
-const QVector<Deed> deeds{{22, "pause"},
-                          {16, "resume"},
-                          {8, "start"},
-                          {5, "once", 75},
-                          {9, "power", 20},
-                          {6, "mode"},
-                          {8, "switch", 50, {"weldbtn", "weldbtn", "handweldbtn"}},
-                          {8, "input", 50, {"DI1", "DI2", "FIXTURE_DI.#0", "FIXTURE_DI.#1"}},
-                          {5, "fail"},
-                          {2, "quirk", 80, {"bunch", "wrongKind", "slowState"}},
-                          {4, "replace", 80},
-                          {3, "param", 50, {"power", "decrease_time", "open_interval", "stay_time"}},
-                          {1, "quit"}};
+const QVector<ActionKind> actionKinds{
+    {22, "pause"},
+    {16, "resume"},
+    {8, "start"},
+    {5, "once", 75},
+    {9, "power", 20},
+    {6, "mode"},
+    {8, "switch", 50, {"weldbtn", "weldbtn", "handweldbtn"}},
+    {8, "input", 50, {"DI1", "DI2", "FIXTURE_DI.#0", "FIXTURE_DI.#1"}},
+    {5, "fail"},
+    {2, "quirk", 80, {"bunch", "wrongKind", "slowState"}},
+    {4, "replace", 80},
+    {3, "param", 50, {"power", "decrease_time", "open_interval", "stay_time"}},
+    {1, "quit"}};
 
-/// Draws numbers that are the same for a seed on every machine (the engine is standardised, the standard
-/// library's distributions are not), and of them a scenario.
+/// Draws a scenario. The numbers of a seed are the same on every machine: the engine is standardised, and the
+/// standard library's distributions, which are not, are not used.
 class Draw {
 public:
     explicit Draw(quint64 seed) : engine_(seed) {}
@@ -69,7 +70,7 @@ private:
     T oneOf(std::initializer_list<T> choices) {
         return choices.begin()[below(int(choices.size()))];
     }
-    /// The position of a weight, each as likely as its share of the sum.
+    /// The index of a weight, with a probability in proportion to it.
     int weighted(const std::vector<int>& weights) {
         int left = below(std::accumulate(weights.begin(), weights.end(), 0));
         int position = 0;
@@ -79,8 +80,8 @@ private:
         return position;
     }
 
-    /// 1 to 25 lines: mostly what a welder would write, now and then what none should (skipped lines, unknown
-    /// types, impossible circles, welds that never end).
+    /// 1 to 25 lines: mostly sensible ones, sometimes disabled lines, unknown types, impossible circles or
+    /// welds without an end.
     QJsonArray program() {
         QJsonArray lines;
         const auto add = [&](QJsonObject line) {
@@ -93,7 +94,7 @@ private:
                 add(statement());
                 continue;
             }
-            // A seam as it should be, or nearly.
+            // A seam, sometimes with a fault.
             add(chance(93) ? open() : statement());
             for (int left = below(5); left > 0; --left) {
                 add(chance(75) ? move() : statement());
@@ -169,7 +170,7 @@ private:
         const QString type = oneOf({"moveJ", "moveL", "moveL", "moveL", "moveC", "moveCC"});
         QJsonObject line{{"type", type}, {"speed", between(20, 250)}, {"zone", between(0, 8)}};
         if (type == "moveCC") {
-            // Two more points of a circle that begins where the robot is; sometimes they make none.
+            // Two more points of a circle that begins where the robot is; sometimes they are collinear.
             const double r = between(2, 12) / 1000.0;
             line["point"] = pose(at_[0] + r, at_[1] + r, at_[2]);
             line["point1"] = pose(at_[0] + 2 * r, at_[1] + (chance(10) ? 2 * r : 0.0), at_[2]);
@@ -183,11 +184,11 @@ private:
         return line;
     }
 
-    /// With short times, in any order.
+    /// Short times in any order.
     QJsonObject parameterSet() {
         QJsonObject set{{"power", oneOf({0, 1, 40, 70, 100, 130})}};
-        for (const char* share : {"frequency", "ratio", "speed"}) {
-            set[share] = between(0, 100);
+        for (const char* percentage : {"frequency", "ratio", "speed"}) {
+            set[percentage] = between(0, 100);
         }
         for (const char* time :
              {"increase_time", "decrease_time", "stay_time", "close_delay", "open_time", "delay_before_blow",
@@ -198,47 +199,47 @@ private:
         return set;
     }
 
-    /// The actions, each with its moment.
+    /// The actions with their times.
     QJsonArray course(int lineCount) {
         QJsonArray actions;
-        const auto add = [&](const Deed& deed, QJsonObject action) {
-            action["do"] = deed.name;
-            action["on"] = chance(deed.onPercent);
-            action["name"] = deed.names[below(deed.names.size())];
+        const auto add = [&](const ActionKind& kind, QJsonObject action) {
+            action["do"] = kind.name;
+            action["on"] = chance(kind.onPercent);
+            action["name"] = kind.names[below(kind.names.size())];
             action["mode"] = oneOf({0, 0, 0, 0, 0, 1, 1, 2});
             action["line"] = chance(40) ? 0 : between(chance(5) ? -1 : 0, lineCount - 1);
             action["value"] = oneOf({0, 5, 60, 90, 400, -100});
             actions.append(action);
         };
         std::vector<int> weights;
-        for (const Deed& deed : deeds) {
-            weights.push_back(deed.weight);
+        for (const ActionKind& kind : actionKinds) {
+            weights.push_back(kind.weight);
         }
-        add(deeds[chance(90) ? 2 : 3], {});
+        add(actionKinds[chance(90) ? 2 : 3], {});
         for (int left = between(2, 15); left > 0; --left) {
             const QJsonObject when = moment();
             const bool isInside = when.contains("of") && !when.contains("ms");
-            // What stops something is the hardest to bear in the middle of a write.
+            // Inside a write, stopping actions are more likely, because they find most faults there.
             const int stop = oneOf({0, 0, 4, 5, 6});
-            const Deed& deed = deeds[isInside && chance(60) ? stop : weighted(weights)];
-            add(deed, deed.name == "param" && isInside ? after({1}) : when);
-            // What usually comes after a stop: the power returns, somebody presses again, the run is resumed.
-            const bool losesPower = deed.name == "power" && !actions.last()["on"].toBool();
-            const bool pauses = deed.name == "pause";
+            const ActionKind& kind = actionKinds[isInside && chance(60) ? stop : weighted(weights)];
+            add(kind, kind.name == "param" && isInside ? after({1}) : when);
+            // The usual actions after a stop: power on, another pause, a resume.
+            const bool losesPower = kind.name == "power" && !actions.last()["on"].toBool();
+            const bool pauses = kind.name == "pause";
             for (int more = pauses && chance(25) ? between(1, 3) : 0; more > 0; --more) {
-                add(deed, after({2, 60, 300}));
+                add(kind, after({2, 60, 300}));
             }
             if (losesPower && chance(80)) {
                 add({0, "power", 100}, after({2, 2000}));
             }
             if ((losesPower || pauses) && chance(60)) {
-                add(deeds[chance(85) ? 1 : 2], after({2, 300, 3000}));
+                add(actionKinds[chance(85) ? 1 : 2], after({2, 300, 3000}));
             }
         }
         return actions;
     }
 
-    /// Less than one of these times after the action before.
+    /// After the previous action, by less than one of these times.
     QJsonObject after(std::initializer_list<int> limits) {
         return {{"after", true}, {"ms", below(oneOf(limits))}};
     }
@@ -250,7 +251,7 @@ private:
         return chance(50) ? insideEvent() : after({2, 30, 300, 3000});
     }
 
-    /// Within a wait, or around its end.
+    /// During a wait or near its end.
     QJsonObject inWait() {
         const QString wait = oneOf({"move", "move", "zone", "preflow", "dwell", "rampdown", "closedelay",
                                     "postflow", "delay", "input"});

@@ -1,4 +1,4 @@
-// What the safety rules promise, held against what happened.
+// Checks the events of a schedule against the safety rules.
 
 #include "campaign/campaign.h"
 
@@ -10,20 +10,20 @@ namespace campaign {
 
 namespace {
 
-/// A walk or single step, as the executor's depth shows it.
+/// A walk or single step, seen from the executor's depth.
 struct Run {
-    Event asked;             ///< the Start or Once that it answers; a Pause's or another's is no run
-    bool disturbed = false;  ///< a pause, a motion error or a loss of power came into it
+    Event asked;             ///< the Start or Once that caused it; other kinds are not runs
+    bool disturbed = false;  ///< by a pause, a motion error or a loss of power
 };
 
-/// An event, and how things were before it.
+/// An event with the state before it.
 struct Step : Event {
-    std::array<int, portCount> outputs{};  ///< what the executor wrote last
-    bool inPower = false;                  ///< a loss of power is on the stack, or the end of the application
-    bool asking = false;                   ///< the innermost deed is a start neither accepted nor returned
+    std::array<int, portCount> outputs{};  ///< the executor's last writes
+    bool inPower = false;                  ///< a loss of power is on the stack, or the application quits
+    bool asking = false;                   ///< the innermost action is a start, not yet accepted or returned
     std::optional<Run> current{};          ///< the innermost run on the stack
-    std::optional<Run> begun{}, ended{};   ///< the run that the event shows to be accepted, or to be over
-    std::optional<Event> refused{};        ///< the start that it shows to have been refused
+    std::optional<Run> begun{}, ended{};   ///< the run that begins or ends with this event
+    std::optional<Event> refused{};        ///< the start that was refused with this event
 
     [[nodiscard]] bool laserOn() const { return outputs[LASER] != 0; }
     [[nodiscard]] bool isPowerLoss() const { return kind == Power && value == 0; }
@@ -44,7 +44,7 @@ using Steps = std::vector<Step>;
 
 struct Findings {
     std::multimap<std::size_t, QString> all;
-    std::size_t at = 0;  ///< the event that the rule looks at
+    std::size_t at = 0;  ///< index of the event being checked
 
     void forbid(bool happens, const QString& words) {
         if (happens) {
@@ -53,7 +53,7 @@ struct Findings {
     }
 };
 
-/// Asks of each event in turn.
+/// Calls a rule for each event.
 template <typename Rule>
 void each(const Steps& steps, Findings& found, Rule rule) {
     for (found.at = 0; found.at < steps.size(); ++found.at) {
@@ -61,20 +61,20 @@ void each(const Steps& steps, Findings& found, Rule rule) {
     }
 }
 
-/// After a loss of power that finds something under way everything is off at once, and stays off until
-/// the next start, step or pause.
+/// After a loss of power during any activity everything is off at once, and stays off until the next start,
+/// step or pause.
 void checkStops(const Steps& steps, Findings& found) {
     bool stopped = false;
-    int losing = 0;  // the loss of power that is on the stack, 0: none
+    int losing = 0;  // action number of the loss of power on the stack, 0 for none
     each(steps, found, [&](const Step& step) {
-        // A pause that comes inside the stop itself is a part of it.
+        // A pause inside the loss of power belongs to it.
         if ((step.kind == Pause && losing == 0) || step.begun) {
             stopped = false;
         }
-        // Idle, with nothing on and nothing to come, a loss of power asks for nothing.
+        // When idle, with nothing on and nothing pending, a loss of power requires nothing.
         if (step.isPowerLoss() && (!step.idle || step.pending > 0 || !step.on().isEmpty())) {
             stopped = true;
-            losing = losing == 0 ? step.action : losing;  // one inside another is a part of that
+            losing = losing == 0 ? step.action : losing;  // a nested one belongs to the outer one
         }
         const bool returns = step.kind == Done && step.action == losing;
         losing = returns ? 0 : losing;
@@ -88,7 +88,7 @@ void checkStops(const Steps& steps, Findings& found) {
     });
 }
 
-/// One run at a time; a start that is refused says so and changes nothing else; a run that came to its
+/// Only one run at a time. A refused start shows a message and changes nothing else. A run that reached its
 /// end leaves no weld open.
 void checkStarts(const Steps& steps, Findings& found) {
     const auto isPossible = [](const Event& asked) {
@@ -105,7 +105,7 @@ void checkStarts(const Steps& steps, Findings& found) {
             found.forbid(!step.ended->disturbed && step.ended->asked.kind == Start && step.weldOpen,
                          "a run has come to its end and leaves the weld open");
         }
-        if (step.refused && !quits) {  // while the application ends its loops a start is passed over
+        if (step.refused && !quits) {  // while the application quits, a start has no message
             found.forbid(step.boxes == 0, "a start was refused without a message");
             found.forbid(isPossible(*step.refused) && !step.refused->mayBeRefused,
                          "a start was refused for no reason");
@@ -115,29 +115,29 @@ void checkStarts(const Steps& steps, Findings& found) {
     });
 }
 
-/// The walk is never ahead of the robot: what follows a move begins when its result has come or the
-/// tool is in its zone, and nothing follows a move that failed.
+/// The program is never ahead of the robot: the statement after a move begins when the move's result was
+/// written or the tool is in its zone. Nothing follows a failed move.
 void checkWalk(const Steps& steps, Findings& found) {
     int results = 0;         // since the last reset
-    bool failed = false;     // one of them was an error
-    int walked = 0;          // moves begun since then
-    int unanswered = 0;      // of these without a result of their own
-    bool begun = false;      // a statement has begun since then
-    bool afterMove = false;  // the statement before was a move
+    bool failed = false;     // one of the results was an error
+    int walked = 0;          // moves begun since the last reset
+    int unanswered = 0;      // moves among them that have no result
+    bool begun = false;      // a statement has begun since the last reset
+    bool afterMove = false;  // the previous statement was a move
     bool inZone = false;     // the tool has entered that move's zone
     each(steps, found, [&](const Step& step) {
         if (step.commands("move.reset")) {
             results = walked = unanswered = 0;
             failed = afterMove = begun = false;
         } else if (step.commands("move.l") && !begun) {
-            --unanswered;  // the way back to where a weld stopped is no statement's
+            --unanswered;  // the move back to where a weld stopped belongs to no statement
         } else if (step.kind == Result) {
             ++results;
             failed |= step.value < 0;
         } else if (step.kind == Zone) {
             inZone = true;
         } else if (step.kind == Statement) {
-            // An arc that is taken up queues nothing when nothing is left of it.
+            // A resumed arc of which nothing is left queues no motion.
             unanswered += !begun && step.text.startsWith("moveC") ? 1 : 0;
             found.forbid(afterMove && !inZone && results < walked - unanswered,
                          "the walk is ahead of the robot");
@@ -150,13 +150,13 @@ void checkWalk(const Steps& steps, Findings& found) {
     });
 }
 
-/// A pause leaves no motion to the robot. Every motion that was handed over is awaited, or the log says that
-/// its result is passed over because the wait for it ended in the zone.
+/// A pause stops the robot. Every queued motion is awaited, or the log says that its result is ignored
+/// because the wait had ended in the zone.
 void checkMotions(const Steps& steps, Findings& found) {
-    int outstanding = 0;   // motions that the robot has and has not answered
-    int stopDue = 0;       // the pause that has to stop the robot, 0: none
+    int outstanding = 0;   // queued motions without a result
+    int stopDue = 0;       // action number of the pause that has to stop the robot, 0 for none
     int zones = 0;         // motions whose wait ended in the zone since the last reset
-    bool belongs = false;  // the last result was a motion's that the robot had
+    bool belongs = false;  // the last result belonged to a queued motion
     each(steps, found, [&](const Step& step) {
         if (step.commands("move.reset") || step.commands("move.stop")) {
             outstanding = zones = 0;
@@ -165,7 +165,7 @@ void checkMotions(const Steps& steps, Findings& found) {
             outstanding += step.text == "move.opr.enough" ? 0 : 1;
         } else if (step.kind == Result) {
             belongs = outstanding > 0;
-            // After an error the robot has dropped the rest.
+            // After an error the robot drops the other motions.
             outstanding = step.value < 0 ? 0 : std::max(0, outstanding - 1);
         } else if (step.kind == Pause && !step.inPower && (outstanding > 0 || !step.robotIdle)) {
             stopDue = step.action;
@@ -184,21 +184,21 @@ void checkMotions(const Steps& steps, Findings& found) {
     });
 }
 
-/// With the gas in use it flows before the laser comes on, and after it has gone off until the post-flow
-/// is over; that of a pause counts from the pause, but not before the laser is off.
+/// If the gas port is used, gas flows before the laser comes on, and after it has gone off until the end of
+/// the post-flow. The post-flow of a pause counts from the pause, but ends not before the laser is off.
 void checkGas(const Steps& steps, Findings& found) {
     bool closing = false;    // a closing has begun since the gas came on
-    qint64 pausedMs = -1;    // the last pause since then
-    qint64 failedMs = -1;    // the last motion error since then
+    qint64 pausedMs = -1;    // the last pause since the gas came on
+    qint64 failedMs = -1;    // the last motion error since the gas came on
     qint64 laserOffMs = -1;  // when the laser was on last
-    int postFlowMs = 0;      // shortest post-flow in force since then
+    int postFlowMs = 0;      // shortest post-flow since the closing began
     each(steps, found, [&](const Step& step) {
         postFlowMs = step.laserOn() && !closing ? step.postFlowMs : std::min(postFlowMs, step.postFlowMs);
         laserOffMs = step.laserOn() ? step.ms : laserOffMs;
-        // The pull-back's port may not be in use.
+        // The pull-back port may be disabled.
         closing |= step.switchesOn(PULLBACK) || (step.kind == Permission && !step.permitted);
         if (step.kind == Result && step.value < 0) {
-            failedMs = step.ms;  // behind its zone it stops the run inside another wait, as a pause does
+            failedMs = step.ms;  // after the zone it stops the run inside another wait, as a pause does
         } else if (step.kind == Pause) {
             pausedMs = step.ms;
             postFlowMs = step.postFlowMs;
@@ -218,13 +218,13 @@ void checkGas(const Steps& steps, Findings& found) {
     });
 }
 
-/// A run goes through its lines once, upwards, from the line it was asked for to the last; a pause leaves the
-/// line that it interrupted for the resume.
+/// A run executes its lines once, in order, from the requested line to the last. A pause keeps the
+/// interrupted line for the resume.
 void checkLines(const Steps& steps, Findings& found) {
-    int line = -1;  // the last one of the run under way, -1: none yet
-    int pause = 0;  // the pause that is to leave it, 0: none
+    int line = -1;  // the last line of the current run, -1 for none
+    int pause = 0;  // action number of the pause that has to keep it, 0 for none
     each(steps, found, [&](const Step& step) {
-        // Where the program is replaced nothing is left to resume.
+        // Replacing the program resets the resume data.
         line = step.begun ? -1 : line;
         pause = step.begun || step.kind == Replace ? 0 : pause;
         const bool walks = step.current && step.current->asked.kind == Start;
@@ -244,19 +244,19 @@ void checkLines(const Steps& steps, Findings& found) {
     });
 }
 
-/// The laser is on only from a permitted opening to the end of its closing; a closing takes as long as
-/// its ramp, ends at power 0 and never raises the power; a weld is never continued elsewhere.
+/// The laser is on only from a permitted opening to the end of its closing. A closing takes as long as its
+/// ramp, ends at power 0 and never raises the power. A weld is never continued elsewhere.
 void checkLaser(const Steps& steps, Findings& found) {
     bool announced = false;    // an opening may begin now
-    bool armed = false;        // it has begun with permission, and nothing has ended it
-    bool quits = false;        // all is over in the turn in which the application ends
-    bool closes = false;       // a close statement is under way
-    qint64 closingSince = -1;  // when what ends the weld came, -1: nothing
-    qint64 deadline = -1;      // when the laser has to be off, -1: not yet known
-    int weldMode = -1;         // run mode of the weld that was left open last, -1: none
+    bool armed = false;        // an opening has begun with permission and has not ended
+    bool quits = false;        // the application quits
+    bool closes = false;       // a close statement is being carried out
+    qint64 closingSince = -1;  // when the weld began to end, -1 for not yet
+    qint64 deadline = -1;      // when the laser has to be off, -1 for not known
+    int weldMode = -1;         // run mode of the last weld left open, -1 for none
 
     each(steps, found, [&](const Step& step) {
-        /// The laser has to be off `ms` from now, or earlier where that was due already.
+        /// The laser has to be off in `ms`, or at an earlier deadline.
         const auto closeWithin = [&](int ms) {
             deadline = step.laserOn() && (deadline < 0 || step.ms + ms < deadline) ? step.ms + ms : deadline;
         };
@@ -266,7 +266,7 @@ void checkLaser(const Steps& steps, Findings& found) {
             closingSince = deadline = -1;
             found.forbid(!armed, "an opening goes on though welding is not permitted");
         };
-        /// What ends every weld has come.
+        /// The weld begins to end.
         const auto close = [&] {
             closingSince = closingSince < 0 ? step.ms : closingSince;
             announced = armed = false;
@@ -277,7 +277,7 @@ void checkLaser(const Steps& steps, Findings& found) {
             deadline = -1;
         }
         if (step.begun) {
-            // A weld may be continued by hand, in the program in which it was left open by hand.
+            // Only a start by hand may continue a weld, in the same program, if it was left open by hand.
             const Event& asked = step.begun->asked;
             announced = asked.kind == Start && asked.weldOpen && asked.mode == 0 && weldMode == 0;
         } else if (step.kind == WeldFlag && step.value != 0 && step.current) {
@@ -286,7 +286,7 @@ void checkLaser(const Steps& steps, Findings& found) {
             announced = armed = false;
         }
 
-        // A close statement that nothing disturbs closes the weld, so that no start opens it again.
+        // An undisturbed close statement closes the weld, so that no start reopens it.
         if (step.kind == Statement || step.ended) {
             found.forbid(closes && step.weldOpen, "the weld counts as open behind its close statement");
             closes = step.kind == Statement && step.text == "close" && step.permitted;
@@ -310,7 +310,7 @@ void checkLaser(const Steps& steps, Findings& found) {
             close();
             closeWithin(0);
         } else if (step.kind == Pause) {
-            // When the closing is under way already, it ends that at once.
+            // A pause ends a closing in progress at once.
             closeWithin(closingSince >= 0 && step.ms > closingSince ? 0 : step.decreaseMs + 1);
             close();
         } else if ((step.kind == Activity && step.text == "rampdown") || step.switchesOn(PULLBACK)) {
@@ -320,7 +320,7 @@ void checkLaser(const Steps& steps, Findings& found) {
         }
 
         if (step.kind != Write || quits) {
-            return;  // what is due when the application quits is undone in the same turn
+            return;  // writes due while the application quits are undone in the same pass
         }
         if (announced && (step.switchesOn(GAS) || step.switchesOn(LASER))) {
             beginOpening();
@@ -338,11 +338,10 @@ void checkLaser(const Steps& steps, Findings& found) {
     });
 }
 
-/// Nothing is on when the executor says that it rests, as it does in the end; every complaint on the way
-/// counts.
+/// Nothing is on when the executor is at rest, and it is at rest in the end. Every complaint is a finding.
 void checkRest(const Steps& steps, Findings& found) {
     each(steps, found, [&](const Step& step) {
-        // A shutdown tells of its dropped steps before it switches off.
+        // A shutdown emits activityChanged() for its dropped steps before it switches off.
         const bool says = (step.kind == Done || step.kind == Activity) && !step.inPower;
         const bool rests = step.idle && step.depth == 0 && step.pending == 0;
         found.forbid((says || step.kind == End) && rests && !step.on().isEmpty(),
@@ -352,16 +351,18 @@ void checkRest(const Steps& steps, Findings& found) {
     });
 }
 
-/// Follows which deeds of the schedule are on the stack, and which walks, steps and pauses.
-Steps follow(const std::vector<Event>& events) {
-    struct Deed {
+/// Adds to each event which actions, walks, steps and pauses are on the stack.
+Steps stepsOf(const std::vector<Event>& events) {
+    struct OpenAction {
         Event event;
-        bool counted;  // it made the depth grow
+        bool counted;  // it has increased the depth
     };
-    std::vector<Deed> deeds;
-    std::vector<Run> units;  // of the depth
+    std::vector<OpenAction> openActions;
+    std::vector<Run> depthUnits;  // one for each level of the depth
     const auto isRun = [](const Run& unit) { return unit.asked.kind <= Once; };
-    const auto isLoss = [](const Deed& deed) { return deed.event.kind == Power && deed.event.value == 0; };
+    const auto isLoss = [](const OpenAction& action) {
+        return action.event.kind == Power && action.event.value == 0;
+    };
     bool quits = false;
     Steps steps;
     for (const Event& event : events) {
@@ -372,38 +373,39 @@ Steps follow(const std::vector<Event>& events) {
                 step.outputs[steps.back().port] = steps.back().value;
             }
         }
-        if (event.kind == Done) {  // of the innermost deed
-            if (deeds.back().event.kind <= Once && !deeds.back().counted) {
-                step.refused = deeds.back().event;
+        if (event.kind == Done) {  // of the innermost action
+            if (openActions.back().event.kind <= Once && !openActions.back().counted) {
+                step.refused = openActions.back().event;
             }
-            deeds.pop_back();
+            openActions.pop_back();
         } else if (event.kind <= Act) {
-            deeds.push_back({event, false});
+            openActions.push_back({event, false});
         }
         bool disturbs = event.kind == Pause || event.kind == Quit || step.isPowerLoss();
-        // A run or a pause that the innermost deed asked for, or the pause of a run after a motion error.
-        while (event.kind == Activity && int(units.size()) < event.depth) {
-            const bool answers = !deeds.empty() && !std::exchange(deeds.back().counted, true);
-            units.push_back({answers ? deeds.back().event : Event{Pause}});
-            if (isRun(units.back())) {
-                step.begun = units.back();
+        // A run or pause caused by the innermost action, or the pause of a run after a motion error.
+        while (event.kind == Activity && int(depthUnits.size()) < event.depth) {
+            const bool answers = !openActions.empty() && !std::exchange(openActions.back().counted, true);
+            depthUnits.push_back({answers ? openActions.back().event : Event{Pause}});
+            if (isRun(depthUnits.back())) {
+                step.begun = depthUnits.back();
             } else {
                 disturbs = true;
             }
         }
-        while (event.kind == Activity && int(units.size()) > event.depth) {
-            if (isRun(units.back())) {
-                step.ended = units.back();
+        while (event.kind == Activity && int(depthUnits.size()) > event.depth) {
+            if (isRun(depthUnits.back())) {
+                step.ended = depthUnits.back();
             }
-            units.pop_back();
+            depthUnits.pop_back();
         }
-        for (Run& unit : units) {
+        for (Run& unit : depthUnits) {
             unit.disturbed |= disturbs;
             step.current = isRun(unit) ? unit : step.current;
         }
         quits |= event.kind == Quit;
-        step.inPower = quits || std::any_of(deeds.begin(), deeds.end(), isLoss);
-        step.asking = !deeds.empty() && !deeds.back().counted && deeds.back().event.kind <= Once;
+        step.inPower = quits || std::any_of(openActions.begin(), openActions.end(), isLoss);
+        step.asking =
+            !openActions.empty() && !openActions.back().counted && openActions.back().event.kind <= Once;
         steps.push_back(step);
     }
     return steps;
@@ -412,7 +414,7 @@ Steps follow(const std::vector<Event>& events) {
 }  // namespace
 
 std::multimap<std::size_t, QString> check(const std::vector<Event>& events) {
-    const Steps steps = follow(events);
+    const Steps steps = stepsOf(events);
     Findings found;
     for (const auto rule :
          {checkStops, checkStarts, checkWalk, checkMotions, checkGas, checkLines, checkLaser, checkRest}) {

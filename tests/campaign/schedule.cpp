@@ -8,20 +8,20 @@ namespace campaign {
 
 namespace {
 
-constexpr int tickMs = 37;  // out of step with the executor's polls
+constexpr int tickMs = 37;  // not a multiple of the executor's poll interval
 constexpr qint64 plannedLimitMs = 30000;
-constexpr qint64 givingLimitMs = 300000;
-constexpr qint64 closingLimitMs = 5000;  // with the longest times that are drawn
+constexpr qint64 supplyingLimitMs = 300000;
+constexpr qint64 closingLimitMs = 5000;  // more than the longest drawn times
 
-/// Does what a scenario plans, when it plans it; then the world gives what is still waited for; then come a
-/// pause and a loss of power, after which everything has to come to rest.
+/// Carries out the actions of a scenario at their times. Then it switches the inputs that the run waits for;
+/// then it pauses and takes the power away, after which everything has to come to rest.
 ///
-/// An action is an object: "do" names the deed. With "of" its moment is the `nth` event of that kind and of
-/// `text`: before that write returns, or `ms` after it, with "due" counted from the end of the wait that it
-/// begins. With "after" it is `ms` after the action before, else `ms` after the schedule's beginning.
+/// An action is an object; "do" names it. Its time: with "of", the `nth` event of that kind and of `text`:
+/// inside that event, or with "ms" that much later (with "due" relative to the end of the wait that begins
+/// there). With "after", `ms` after the previous action. Otherwise `ms` after the beginning.
 class Schedule : public QObject {
 public:
-    qint64 quitMs = -1;  ///< when the application was asked to quit, -1: it was not
+    qint64 quitMs = -1;  ///< when the application was asked to quit, -1 for never
 
     Schedule(World& world, Recorder& recorder, const QJsonObject& scenario)
         : world_(world), recorder_(recorder), scenario_(scenario) {
@@ -36,16 +36,17 @@ public:
         tick_.start(tickMs);
     }
 
-    std::function<void(bool)> ended;  ///< told whether all is at rest
+    std::function<void(bool)> ended;  ///< called at the end; the argument says whether all is at rest
 
-    /// Forgets what has not come yet.
+    /// Drops the remaining actions.
     void stop() {
         tick_.stop();
         planned_.clear();
         timers_ = std::make_unique<QObject>();
     }
 
-    /// An event was recorded. A copy: more events will follow.
+    /// Carries out the actions tied to an event. By value, because recording more events invalidates
+    /// references.
     void notice(Event event) {
         for (int i = 0; i < planned_.size(); ++i) {
             const QJsonObject action = planned_[i].action;
@@ -65,11 +66,11 @@ public:
     }
 
 private:
-    enum class Course { Planned, Giving, Stopping };
+    enum class Course { Planned, Supplying, Stopping };
 
     struct Planned {
         QJsonObject action;
-        int left;  ///< events that match before it
+        int left;  ///< matching events still to come before it
         bool done = false;
     };
 
@@ -93,66 +94,66 @@ private:
         if (index + 1 < planned_.size() && planned_[index + 1].action["after"].toBool()) {
             later(index + 1, planned_[index + 1].action["ms"].toInt());
         }
-        const QJsonObject action = planned_[index].action;  // what is planned may be forgotten meanwhile
+        const QJsonObject action = planned_[index].action;  // a copy: planned_ may be cleared meanwhile
         carryOut(action);
     }
 
-    /// One action, now: records its beginning, does it, records that it has returned.
-    void act(Event event, const std::function<void()>& deed) {
+    /// Records the beginning of an action, carries it out, and records its return.
+    void act(Event event, const std::function<void()>& action) {
         event.action = ++acts_;
         recorder_.record(event);
-        deed();
+        action();
         recorder_.record({Done, {}, 0, -1, event.action});
     }
 
     void carryOut(const QJsonObject& action) {
-        const QString deed = action["do"].toString();
+        const QString kind = action["do"].toString();
         const QString name = action["name"].toString();
         const int line = action["line"].toInt();
         const int value = action["value"].toInt();
         const bool on = action["on"].toBool();
         auto& controller = *world_.controller;
-        if (deed == "start" || deed == "once") {
-            start(deed == "once", line, action["mode"].toInt(), on);
-        } else if (deed == "resume") {
+        if (kind == "start" || kind == "once") {
+            start(kind == "once", line, action["mode"].toInt(), on);
+        } else if (kind == "resume") {
             start(false, m(key::currentLine)->getInt(0), 0, on);
-        } else if (deed == "pause") {
+        } else if (kind == "pause") {
             act({Pause}, [] { m(key::triggerPause)->trigger(); });
-        } else if (deed == "power") {
+        } else if (kind == "power") {
             act({Power, {}, on}, [&] { controller.setPower(on); });
-        } else if (deed == "endExecutor") {
-            act({Power, deed}, [&] { world_.endExecutor(); });  // it shuts down like a loss of power
-        } else if (deed == "quit") {
+        } else if (kind == "endExecutor") {
+            act({Power, kind}, [&] { world_.endExecutor(); });  // shuts down like a loss of power
+        } else if (kind == "quit") {
             quitMs = recorder_.nowMs();
             act({Quit}, [] { QCoreApplication::quit(); });
-        } else if (deed == "quirk") {
+        } else if (kind == "quirk") {
             sim::Quirk quirk = sim::Quirk::Bunch;
             sim::Controller::quirkFromName(name, &quirk);
             act({Act, name, on}, [&] { controller.setQuirk(quirk, on); });
-        } else if (deed == "replace") {
+        } else if (kind == "replace") {
             const auto& program = on ? key::program : key::stationProgram;
-            act({on ? Replace : Act, deed},
+            act({on ? Replace : Act, kind},
                 [&] { m(program)->loadJson(this, scenario_["other"].toArray()); });
-        } else if (deed == "param") {
+        } else if (kind == "param") {
             ModuleObject* const set = m(key::param)->c(action["mode"].toInt());
             act({Act, name, value}, [&] { set->set(this, name, value, true); });
-        } else if (deed == "fail") {
-            act({Act, deed}, [&] { controller.failMotion(-3); });
-        } else if (deed == "input") {
-            act({Act, deed + ' ' + name, on}, [&] { controller.setInput(name, on); });
-        } else if (deed == "mode") {
-            act({Act, deed, on}, [&] { controller.setMode(on ? "auto" : "manual"); });
-        } else if (deed == "switch") {
+        } else if (kind == "fail") {
+            act({Act, kind}, [&] { controller.failMotion(-3); });
+        } else if (kind == "input") {
+            act({Act, kind + ' ' + name, on}, [&] { controller.setInput(name, on); });
+        } else if (kind == "mode") {
+            act({Act, kind, on}, [&] { controller.setMode(on ? "auto" : "manual"); });
+        } else if (kind == "switch") {
             act({Act, name, on}, [&] { m(key::lumo)->c("allWeldBtnstatus")->set(this, name, on); });
         } else {
-            recorder_.record({Complaint, "no action is called " + deed});
+            recorder_.record({Complaint, "no action is called " + kind});
         }
     }
 
     void start(bool once, int line, int mode, bool withSender) {
         const bool ofStation = mode == 1 && !once;
         if (ofStation) {
-            carryOut({{"do", "replace"}});  // a station brings its program anew
+            carryOut({{"do", "replace"}});  // a station loads its program
         }
         const auto& source = ofStation ? key::stationProgram : key::program;
         const QJsonArray program = m(source)->exportToJson().toArray();
@@ -173,7 +174,7 @@ private:
 
     [[nodiscard]] bool atRest() const {
         Event event;
-        Recorder::takeFacts(event);
+        Recorder::readState(event);
         return event.idle && event.depth == 0 && event.pending == 0 && world_.controller->standsStill();
     }
 
@@ -181,19 +182,19 @@ private:
         const qint64 passed = recorder_.nowMs() - sinceMs_;
         if (course_ == Course::Planned) {
             if (passed > plannedLimitMs || (passed > lastMs_ + 200 && atRest())) {
-                enter(Course::Giving);
+                enter(Course::Supplying);
                 world_.controller->setPower(true);
             }
-        } else if (course_ == Course::Giving) {
-            if (passed > givingLimitMs) {
+        } else if (course_ == Course::Supplying) {
+            if (passed > supplyingLimitMs) {
                 recorder_.record({Complaint, "the run does not end"});
             }
-            if (atRest() || passed > givingLimitMs) {
+            if (atRest() || passed > supplyingLimitMs) {
                 stopAll();
-            } else if (executor->waiting()["kind"] == "input" && ++gifts_ % 5 == 0) {
-                // Each input takes both states, long enough for the executor's poll.
+            } else if (executor->waiting()["kind"] == "input" && ++switchings_ % 5 == 0) {
+                // Both states of each input, long enough for the executor's poll.
                 for (const char* input : {"DI1", "DI2", "FIXTURE_DI.#0", "FIXTURE_DI.#1"}) {
-                    carryOut({{"do", "input"}, {"name", input}, {"on", gifts_ % 2 == 0}});
+                    carryOut({{"do", "input"}, {"name", input}, {"on", switchings_ % 2 == 0}});
                 }
             }
         } else if (passed > endMs_ && (atRest() || passed > endMs_ + closingLimitMs)) {
@@ -211,7 +212,7 @@ private:
 
     void stopAll() {
         enter(Course::Stopping);
-        // A pause may wait for its closing: not in the tick, which has to go on meanwhile.
+        // Not inside tick(), because a pause may wait for its closing.
         arm(0, [this] { carryOut({{"do", "pause"}}); });
         arm(endMs_, [this] {
             const bool ends = scenario_["endExecutor"].toBool() && executor->depth() == 0;
@@ -228,14 +229,14 @@ private:
     QTimer tick_;
     Course course_ = Course::Planned;
     qint64 sinceMs_ = 0;
-    qint64 lastMs_ = 0;  // when the last action that comes at a time will have been done; grows
+    qint64 lastMs_ = 0;  // time of the last scheduled action
     int acts_ = 0;
-    int gifts_ = 0;
+    int switchings_ = 0;
 };
 
 Recorder* complaints = nullptr;
 
-/// Qt reports nothing but misuse.
+/// A warning of Qt means misuse.
 void onQtMessage(QtMsgType type, const QMessageLogContext&, const QString& text) {
     const bool isOffscreen = text.startsWith("This plugin does not support");
     if (type != QtDebugMsg && type != QtInfoMsg && !isOffscreen && complaints) {

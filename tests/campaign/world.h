@@ -23,26 +23,26 @@ namespace campaign {
 
 namespace key = prog::key;
 
-/// The package in a process of its own on virtual time. For each schedule everything that could
-/// remember an earlier one is filled or made anew: the tree, the executor, the controller.
+/// The package on virtual time. Tree, executor and controller are made or filled anew for each schedule, so
+/// that no schedule affects another.
 class World : public QObject {
 public:
     World() : time(*sim::VirtualTime::instance()) {
         mendo::LogHub::instance()->setConsole(false);
         QApplication::setQuitOnLastWindowClosed(false);
-        QPixmapCache::setCacheLimit(0);  // it would keep a timer, which is no timer of ours
+        QPixmapCache::setCacheLimit(0);  // otherwise Qt keeps a timer
         kord::ManagerHelper::instance()->module()->mobj()->set(this, "language", "en");
         setInstantiatedCenterWidget(&center_);
-        { const LumoWidget page; }  // fills the tree and makes the executor, which outlive it
+        { const LumoWidget page; }  // makes the tree and the executor, which outlive the page
         endExecutor();
         pristine_ = m(key::lumo)->exportToJson();
         time.settle();
     }
     ~World() override { setInstantiatedCenterWidget(nullptr); }
 
-    /// The tree as the scenario wants it; no executor and no controller yet.
+    /// Fills the tree for a scenario; executor and controller do not exist yet.
     void fill(const QJsonObject& scenario) {
-        time.advance(1);  // an instant of its own: the passes of the event loop at one instant are counted
+        time.advance(1);  // VirtualTime limits the passes at one instant
         hand_or_signalbing = 0;
         m(key::lumo)->loadJson(this, pristine_);
         m(key::lumo)->set(this, "signalbind_program", QVariant(), true);
@@ -60,7 +60,7 @@ public:
         timersBefore_ = time.armedTimers(QFontCache::instance());
     }
 
-    /// The executor, and behind it, so that it hears of everything first, the controller.
+    /// Makes the executor, then the controller, so that the executor's slots are called first.
     void make(const QJsonObject& scenario) {
         executor = new LumoExecutor(m(key::lumo));
         objectsBefore_ = objects();
@@ -69,13 +69,13 @@ public:
         controller->setMode(scenario["manual"].toBool() ? "manual" : "auto");
     }
 
-    /// Deletes the executor, which shuts down what is under way; none is no error.
+    /// Deletes the executor, if any; its destructor shuts everything down.
     void endExecutor() {
         delete executor;
         executor = nullptr;
     }
 
-    /// Takes everything down and says what is left, or still on.
+    /// Ends the schedule and returns the outputs that are still on and the objects and timers left.
     QStringList takeDown(bool quits) {
         QStringList left;
         for (const Port port : {GAS, WIRE, PULLBACK, LASER, POWER}) {
@@ -87,7 +87,7 @@ public:
         time.settle();
         const int objectsMore = objects() - objectsBefore_;
         controller.reset();
-        time.advance(quits ? 400 : 0);  // the longest delay of the controller's answers, which outlive it
+        time.advance(quits ? 400 : 0);  // the longest delay of the controller's results, which outlive it
         const int timersMore = time.armedTimers(QFontCache::instance()) - timersBefore_;
         if (objectsMore > 0 || timersMore > 0) {
             left << QString("%1 objects and %2 timers are left").arg(objectsMore).arg(timersMore);
@@ -101,7 +101,7 @@ public:
     std::unique_ptr<sim::Controller> controller;
 
 private:
-    /// On the screen, and of the executor where there is one.
+    /// Number of widgets and of the executor's children.
     [[nodiscard]] int objects() const {
         return center_.findChildren<QObject*>().size() + QApplication::topLevelWidgets().size() +
                (executor ? executor->findChildren<QObject*>().size() : 0);
@@ -113,12 +113,11 @@ private:
     int objectsBefore_ = 0;
 };
 
-/// Turns what the tree and the robot service announce into events (without the facts). Listeners are called
-/// in the order in which they connected, so who wants to hear of a write before the executor or the
-/// controller does makes its sources before them.
+/// Reports signals of the tree and the robot service as events, without the state. Slots are called in the
+/// order of connecting: Sources made before the executor and the controller report before these react.
 class Sources : public QObject {
 public:
-    explicit Sources(std::function<void(const Event&)> heard) : heard_(std::move(heard)) {
+    explicit Sources(std::function<void(const Event&)> report) : report_(std::move(report)) {
         listen(key::executeState, State);
         listen(key::robotState, Robot);
         listen(key::robotMode, Permission);
@@ -132,16 +131,16 @@ public:
         for (const char* command : {"move.j", "move.l", "move.c"}) {
             connect(kordservice()->commandNode(command), &ModuleObject::changed, this,
                     [=](const QVariant& code) {
-                        heard_({Result, command, code.toInt()});
+                        report_({Result, command, code.toInt()});
                     });
         }
         connect(kordservice(), &KordService::issued, this, &Sources::onIssued);
         connect(mendo::LogHub::instance(), &mendo::LogHub::line, this,
                 [this](const QString&, const QString& text) {
                     if (text.startsWith("enter zone!")) {
-                        heard_({Zone});
+                        report_({Zone});
                     } else if (text.contains(" move result!")) {
-                        heard_({Dropped, text});
+                        report_({Dropped, text});
                     }
                 });
     }
@@ -152,14 +151,14 @@ private:
         connect(m(path), &ModuleObject::changed, this,
                 [=](const QVariant& value, const QVariant&, const QObject* sender) {
                     if (!executorOnly || sender == executor) {
-                        heard_({kind, value.toString(), value.toInt()});
+                        report_({kind, value.toString(), value.toInt()});
                     }
                 });
     }
 
     void onIssued(const KordCall& call) {
         if (call.name == prog::command::outDo && !call.sender) {  // a statement's output has no sender
-            heard_({Output, call.argument(prog::field::name).toString()});
+            report_({Output, call.argument(prog::field::name).toString()});
         } else if (call.sender != executor) {
             return;
         } else if (call.name == prog::command::registerWriteMulti) {
@@ -167,11 +166,11 @@ private:
                 onRegister(*record);
             }
         } else if (call.name != prog::command::registerWrite) {
-            heard_({Command, call.name});
+            report_({Command, call.name});
         } else if (call.node) {
             onRegister(*call.node);
         } else {
-            heard_({Output, call.argument(prog::field::name).toString()});
+            report_({Output, call.argument(prog::field::name).toString()});
         }
     }
 
@@ -180,31 +179,31 @@ private:
         const QString bit = name + '.' + mIndex(record.c(prog::field::bias)->getInt());
         for (int port = 0; port < portCount; ++port) {
             if (test::portNames[port] == bit || test::portNames[port] == name) {
-                heard_({Write, nameOf(Port(port)), record.c(prog::field::value)->getInt(), port});
+                report_({Write, nameOf(Port(port)), record.c(prog::field::value)->getInt(), port});
             }
         }
     }
 
-    std::function<void(const Event&)> heard_;
+    std::function<void(const Event&)> report_;
 };
 
-/// Keeps what happens in a schedule, with the facts.
+/// Records the events of a schedule with their state.
 class Recorder {
 public:
     std::vector<Event> events;
 
-    /// Whether the event was kept: it says something new.
+    /// Adds an event; false for an Activity without a change.
     bool record(Event event) {
         event.ms = nowMs();
-        takeFacts(event);
-        if (event.kind == Activity && !isNews(event)) {
+        readState(event);
+        if (event.kind == Activity && !hasChanged(event)) {
             return false;
         }
         events.push_back(event);
         return true;
     }
 
-    static void takeFacts(Event& event) {
+    static void readState(Event& event) {
         const bool automatic = m(key::robotMode)->getString() == prog::word::automatic;
         const bool mayWeld = automatic || m(key::handWeldSwitch)->getBool(false);
         const ModuleObject* const set = m(key::param)->c(m(key::curParam)->getInt(-1));
@@ -225,8 +224,8 @@ public:
     [[nodiscard]] qint64 nowMs() const { return mendo::Clock::current().elapsedMs() - startMs_; }
 
 private:
-    /// An activity counts when the depth, the wait or whether something is pending has changed.
-    bool isNews(Event& event) {
+    /// Whether depth, wait, or the presence of pending steps has changed.
+    bool hasChanged(Event& event) {
         const QVariantMap wait = executor ? executor->waiting() : QVariantMap();
         const bool begins = wait != std::exchange(wait_, wait);
         const bool isDeeper = event.depth != std::exchange(depth_, event.depth);
@@ -241,9 +240,8 @@ private:
     bool isPending_ = false;
 };
 
-/// Runs one schedule from its beginning to the end of everything that it set going. When the executor cannot
-/// be brought to rest there is no way back to a clean beginning: the events go to `stuck`, and the process
-/// ends.
+/// Runs one schedule until everything it started has ended. If the executor does not come to rest, `stuck`
+/// gets the events and the process ends, because the next schedule would be affected.
 std::vector<Event> runSchedule(World& world, const QJsonObject& scenario,
                                const std::function<void(const std::vector<Event>&)>& stuck);
 

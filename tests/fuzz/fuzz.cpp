@@ -41,19 +41,18 @@ void require(bool holds, const char* what) {
     }
 }
 
-/// Puts a file into the folder, which is emptied behind each input.
+/// Writes a file to the current folder.
 void write(const QString& name, const QByteArray& content) {
     QFile file(name);
     require(file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) && file.write(content) == content.size(),
             "an input file can be written");
 }
 
-/// Takes what was read: here only the reading matters.
+/// Uses values, so that reading them is not optimised away.
 template <typename... Values>
 void use(const Values&...) {}
 
-/// A value as a tree can hold it: an integer with as many digits as a double has, names as Qt's variants have
-/// them.
+/// A value as the tree stores it: integers with the digits of a double, names as in Qt's variants.
 QByteArray textOf(const QJsonValue& value) {
     return run::JsonWriter().json(QJsonValue::fromVariant(value.toVariant())).take();
 }
@@ -72,14 +71,14 @@ void show() {
     }
 }
 
-/// Another record that looks like a tool set would be taken for it when the project is read again.
+/// False when reading the saved project again would take another record for the tool set.
 bool isUnambiguous(const lumo::Project& project) {
     const lumo::Project again = lumo::projectFrom(project.statements).value_or(lumo::Project());
     return again.toolset.isEmpty() && again.statements == project.statements;
 }
 
-/// A number may have more digits in the file than a tree holds, a name a mark before it that Qt drops: then
-/// saving the project changes the file. So may a tool set, whose older form has empty objects.
+/// Not compared when saving may change the file: for a name with a byte-order mark, which Qt drops, and for a
+/// tool set, whose older form has empty objects.
 void compareWithFile(const QByteArray& input, const lumo::Project& project) {
     static lumo::StoredState state;
     state.setProjectPath(fileName);
@@ -141,7 +140,7 @@ void project(const QByteArray& input) {
 
 // Settings files: read, used as the package uses them, saved and read again; preferences; scenarios.
 
-/// The list has the same content before and afterwards.
+/// Restores the content of the list afterwards.
 void readSettings(lumo::Settings list, QLatin1String path, const QByteArray& input,
                   void (*look)(const ModuleObject* records)) {
     const QJsonValue usual = m(path)->exportToJson();

@@ -3,14 +3,14 @@
 #include <QByteArray>
 #include <QString>
 
-/// Every file that is read, as an attacker or a torn disk might leave it.
+/// Reading damaged or malicious files.
 namespace fuzz {
 
-/// Hands an input to what reads one kind of file and uses what it read, in the current folder, which is
-/// emptied behind it, with the package's tree as after a start.
+/// Reads an input as one kind of file and uses the result. Works in the current folder and empties it
+/// afterwards; the package's tree is as after a start.
 void read(const QString& target, const QByteArray& input);
 
-/// Saving syncs a file and its folder: only one in so many inputs goes through it.
+/// Only one of so many inputs is saved through a file, because saving syncs file and folder.
 inline unsigned shareSaved = 1024;
 
 }  // namespace fuzz

@@ -1,5 +1,5 @@
-// The libFuzzer program: FUZZ_TARGET names the target. libFuzzer's own changes of bytes seldom get past the
-// parser, so half of the inputs that are JSON are changed as trees of values, all others as bytes.
+// The libFuzzer program; FUZZ_TARGET names the target. Half of the inputs that are JSON are mutated as trees
+// of values, because libFuzzer's byte mutations seldom pass the parser; all others as bytes.
 
 #include "fuzz/fuzz.h"
 
@@ -18,7 +18,7 @@ namespace {
 
 using Random = std::minstd_rand;
 
-QStringList words;  ///< of the dictionary that libFuzzer was started with
+QStringList words;  ///< of libFuzzer's dictionary
 
 int below(Random& random, int limit) {
     return int(random() % unsigned(limit));
@@ -35,7 +35,7 @@ QJsonValue scalar(Random& random) {
     return kinds[random() % std::size(kinds)];
 }
 
-/// The value with one of its parts made another one, taken out or doubled.
+/// The value with one part replaced, removed or duplicated.
 QJsonValue changed(const QJsonValue& value, Random& random) {
     QJsonArray array = value.toArray();
     QJsonObject object = value.toObject();

@@ -4,11 +4,11 @@
 
 #include <QDirIterator>
 
-/// The inputs that reach most, and those that once broke something, each saved and read again too.
+/// Reads the corpus and all former findings; each is also saved and read again.
 class TestCorpus : public QObject {
     Q_OBJECT
 private slots:
-    void inputOfAFuzzer_breaksNothing() {
+    void everyInput_isReadWithoutFault() {
         fuzz::shareSaved = 1;
         QMap<QString, int> inputs;
         for (const char* folder : {FUZZ_INPUTS "/corpus", FUZZ_INPUTS "/findings"}) {

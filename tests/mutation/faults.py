@@ -1,10 +1,10 @@
 #!/usr/bin/python3
-"""Real faults against the tests: each patch in faults/ must turn a test red.
+"""Real faults: each patch in faults/ must make a test fail.
 
     faults.py [--jobs N] [NAME…]
 
-Each patch is put on a copy of HEAD in build/faults, and the tests of the folders that its first line names ("Tests:
-executor program") are built and run up to the first that fails. Fails when a patch stays green or does not build.
+Applies each patch to a copy of HEAD in build/faults, builds the tests of the folders that its first line names ("Tests:
+executor program") and runs them up to the first failure. Exits with 1 when no test fails or a patch does not build.
 """
 import argparse
 import os
@@ -18,7 +18,7 @@ BUILD = TREE / "build" / "faults"
 
 
 def prepare():
-    """A copy of HEAD that is built without optimisation, which costs the least a patch."""
+    """Makes a copy of HEAD, built without optimisation, because every patch is compiled."""
     if TREE.exists():
         run("git", "-C", TREE, "checkout", "-q", "-f", "--detach", run("git", "rev-parse", "HEAD").stdout.strip())
     else:

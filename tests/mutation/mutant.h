@@ -1,6 +1,6 @@
 #pragma once
 
-// Included by force into the mutated copies that mutate.py writes; no part of the package.
+// Included (-include) in the mutated copies that mutate.py writes; not part of the package.
 
 #include <unistd.h>
 #include <bitset>
@@ -10,7 +10,7 @@
 
 namespace mutation {
 
-/// The active mutant, -1 for none; -2 while that is not known, or while is noted what the process comes past.
+/// The active mutant; -1 for none; -2 before it is known, and always while reached mutants are recorded.
 inline int active = -2;
 
 [[gnu::noinline]] inline bool look(int id) {
@@ -21,7 +21,7 @@ inline int active = -2;
         return id == active;
     }
     static std::FILE* const file = std::fopen((noted + ("." + std::to_string(getpid()))).c_str(), "a");
-    static std::bitset<1 << 16> reached;  // is never destroyed: objects that are come here at exit
+    static std::bitset<1 << 16> reached;  // usable at exit: it has a trivial destructor
     if (file && !reached.test(static_cast<std::size_t>(id))) {
         reached.set(static_cast<std::size_t>(id));
         std::fprintf(file, "%d\n", id);
@@ -32,7 +32,7 @@ inline int active = -2;
 
 }  // namespace mutation
 
-// Nearly every expression asks: it must cost next to nothing.
+// Called in nearly every expression, so it has to be fast.
 [[gnu::always_inline]] inline bool lumoMutant(int id) {
     const int active = mutation::active;
     return active == -2 ? mutation::look(id) : active == id;

@@ -1,7 +1,7 @@
-"""Writes mutated copies of C++ sources: one program that holds all mutants, switched at run time.
+"""Writes mutated copies of C++ sources. One program contains all mutants; one is switched on at run time.
 
-Every place that can be mutated becomes a choice, `(lumoMutant(17) ? (a <= b) : (a < b))`, made by the environment
-variable LUMO_MUTANT (mutant.h). What the compiler refuses is dropped.
+Every site becomes a choice, for example `(lumoMutant(17) ? (a <= b) : (a < b))`, made by the environment variable
+LUMO_MUTANT (mutant.h). Mutants that do not compile are dropped.
 """
 import itertools
 import json
@@ -24,11 +24,11 @@ BINARY = (Kind.BINARY_OPERATOR, Kind.COMPOUND_ASSIGNMENT_OPERATOR)
 FUNCTIONS = (Kind.FUNCTION_DECL, Kind.CXX_METHOD, Kind.CONSTRUCTOR, Kind.DESTRUCTOR, Kind.FUNCTION_TEMPLATE,
              Kind.CONVERSION_FUNCTION)
 STATEMENTS = (*BINARY, Kind.CALL_EXPR, Kind.UNARY_OPERATOR)
-# Which children of a statement are statements, and which one is its condition.
+# The children of a statement that are statements, and the one that is its condition.
 BODIES = {Kind.COMPOUND_STMT: slice(None), Kind.IF_STMT: slice(1, None), **dict.fromkeys(
     (Kind.WHILE_STMT, Kind.FOR_STMT, Kind.CXX_FOR_RANGE_STMT, Kind.CASE_STMT, Kind.DEFAULT_STMT), slice(-1, None))}
 CONDITIONS = {Kind.IF_STMT: 0, Kind.WHILE_STMT: 0, Kind.CONDITIONAL_OPERATOR: 0, Kind.DO_STMT: -1}
-# Statements that tell only a developer something; where a line of the log stands matters even less.
+# Statements for developers only. Log lines may be removed, but not exchanged.
 SILENT = re.compile(rb"q(Debug|Info|Warning|Critical)\b|Q_UNUSED|Q_ASSERT")
 LOGGED = re.compile(rb"log[A-Z]\(")
 ONLY_SPACE = re.compile(rb"(\s|//[^\n]*\n|/\*.*?\*/)*", re.DOTALL)
@@ -41,18 +41,18 @@ def unwrapped(cursor, *kinds):
 
 
 class Site:
-    """A range of the source with the mutants that can stand in its place."""
+    """A range of the source with the mutants that can replace it."""
 
     def __init__(self, start, end, is_statement):
         self.start, self.end, self.is_statement = start, end, is_statement
-        self.mutants = []  # of (what mutants.json tells, text)
-        self.follows = None  # the statement before, if a mutant can exchange the two
+        self.mutants = []  # of (entry of mutants.json, text)
+        self.follows = None  # the previous statement, if a mutant can exchange the two
 
     def ids(self, operator):
         return [told["id"] for told, _ in self.mutants if told["operator"] == operator]
 
     def gone(self):
-        """The mutants without this statement here, as it is removed or runs before the one that it follows."""
+        """The mutants in which this statement does not run here, because it is removed or runs earlier."""
         return self.ids("statement") + (self.follows.ids("swap") if self.follows else [])
 
 
@@ -112,7 +112,7 @@ class Source:
         return self.text[left.extent.end.offset:right.extent.start.offset].decode(errors="replace").strip()
 
     def add_expression(self, cursor, children):
-        """What changes an operator, an operand or a literal."""
+        """Mutates an operator or a literal."""
         start, end, _ = place = self.range_of(cursor)
         whole = self.text[start:end]
         is_overloaded = cursor.kind == Kind.CALL_EXPR and cursor.spelling in ("operator==", "operator!=")
@@ -139,14 +139,14 @@ class Source:
                 number = int(whole, 0) if cursor.kind == Kind.INTEGER_LITERAL else float(whole)
             except ValueError:
                 return
-            # The words around tell which constant it was.
+            # The surrounding text identifies the constant.
             first, last = self.text.rfind(b"\n", 0, start) + 1, self.text.find(b"\n", end)
             for other in (str(number + 1).encode(), str(number - 1).encode()):
                 self.add(place, "constant", other, self.text[first:last].strip(),
                          (self.text[first:start] + other + self.text[end:last]).strip())
 
     def add_condition(self, condition):
-        """Negates a condition, where no other mutant does so."""
+        """Negates a condition unless another mutant does."""
         inner = unwrapped(condition, Kind.UNEXPOSED_EXPR, Kind.PAREN_EXPR)
         parts = list(inner.get_children())
         start, end, _ = place = self.range_of(condition)
@@ -155,7 +155,7 @@ class Source:
             self.add(place, "condition", b"!(" + self.text[start:end] + b")")
 
     def add_removal(self, cursor):
-        """Lets a statement go, with its semicolon; its place, if others may take it."""
+        """Removes a statement with its semicolon. Returns its site if it may be exchanged with another."""
         inner = unwrapped(cursor, Kind.UNEXPOSED_EXPR)
         is_return = inner.kind == Kind.RETURN_STMT and not list(inner.get_children())
         start, end, _ = self.range_of(cursor)
@@ -167,7 +167,7 @@ class Source:
         return None if is_return or LOGGED.match(self.text, start) else place
 
     def add_statements(self, children):
-        """Each may go, and neighbours change places: the second also runs early, and not in its place."""
+        """Removes each statement, and exchanges neighbours: the second runs before the first, not after it."""
         for first, second in itertools.pairwise(map(self.add_removal, children)):
             if first and second and ONLY_SPACE.fullmatch(self.text, first[1], second[0]):
                 texts = [self.text[start:end] for start, end, _ in (first, second)]
@@ -176,7 +176,7 @@ class Source:
                     self.sites[second].follows = self.sites[first]
 
     def number(self, first):
-        """Gives the mutants their numbers, in the order of the text; what is told of them."""
+        """Numbers the mutants in the order of the text and returns their entries for mutants.json."""
         sites = sorted(self.sites.values(), key=lambda site: (site.start, -site.end))
         found = [told for site in sites for told, _ in site.mutants]
         for at, told in enumerate(found, first):
@@ -184,11 +184,11 @@ class Source:
         return found
 
     def render(self):
-        """The copy; fills `placed` with the sites' places in it, outer ones first."""
+        """Returns the mutated copy; fills `placed` with the sites' ranges in it, outer ones first."""
         out, self.placed = bytearray(f'#line 1 "{self.name}"\n'.encode()), []
         sites = sorted((site for site in self.sites.values() if site.mutants or site.gone()), reverse=True,
                        key=lambda site: (site.start, -site.end, not site.is_statement))
-        # Constants that a mutant changes can be no constexpr.
+        # A constant with a mutant cannot be constexpr.
         source = bytearray(self.text)
         for at, end, _ in self.constants:
             if any(site.mutants and at <= site.start < end for site in sites):
@@ -223,11 +223,11 @@ class Source:
         return bytes(out)
 
     def drop_refused(self):
-        """Drops what does not compile, and counts it."""
+        """Drops and counts the mutants that do not compile."""
         self.dropped = 0
         while True:
             rendered = self.render()
-            first = rendered.index(b"\n") + 1  # Without the line mark: offsets are of the copy.
+            first = rendered.index(b"\n") + 1  # without the #line directive, so that offsets are those of the copy
             _, errors = self.parse(rendered[first:], "-include", f"{HERE}/mutant.h", "-w", "-ferror-limit=0",
                                    "-Wno-c++11-narrowing")
             if not errors:
@@ -242,7 +242,7 @@ class Source:
                 site.mutants = []
 
     def blamed(self, copy, offset):
-        """The innermost site here, or those of the declaration that starts on the line or of a constant in it."""
+        """The innermost site at an offset, else those of the declaration on the line or of a constant in it."""
         around = [site for start, end, site in self.placed if start <= offset < end]
         line_end = copy.find(b"\n", offset)
         declared = [site for start, _, site in self.placed if offset <= start < line_end]
@@ -252,16 +252,16 @@ class Source:
 
 
 def flags_of(command):
-    """The flags of the build, without what names the compiler, its input and its output."""
+    """The flags of the build, without compiler, input and output."""
     command = re.sub(r"\s-(MD|MMD|(o|c|MF|MT|MQ)\s+(\\.|\S)+)(?=\s|$)", "", command)
     flags = itertools.dropwhile(lambda word: not word.startswith("-"), shlex.split(command))
-    # libclang knows no place of its own for the compiler's headers.
+    # libclang does not find the compiler's own headers by itself.
     builtin = sorted(map(str, pathlib.Path("/usr/lib/clang").glob("*/include")))[-1:]
     return [*flags, "-w", "-include", f"{HERE}/../../cmake/clang_strlen.h", *(f"-isystem{path}" for path in builtin)]
 
 
 def write_copies(root, build, out, names, jobs):
-    """Mutates the named files and leaves no other copies below `out`; mutants.json there tells what was changed."""
+    """Mutates the named files, removes other copies below `out`, and writes the mutants to mutants.json there."""
     commands = json.loads((build / "compile_commands.json").read_text())
     flags = {entry["file"]: flags_of(entry["command"]) for entry in commands}
     tasks = [(str(root / name), name, flags[str(root / name)]) for name in names]

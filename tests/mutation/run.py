@@ -1,17 +1,16 @@
 #!/usr/bin/python3
-"""Mutation test: how many small changes of the code the tests see, area by area.
+"""Mutation test: how many small changes of the code make a test fail, for each area.
 
     run.py [OPTION …] [--matrix | --compare | --self-check | --stage STAGE …]
 
-`mutate` writes the mutated copies, `build` builds the tests with them, `cover` runs each test and notes which
-mutants it comes past, `kill` runs each mutant of the sample (N an area, the same for a seed) against the tests that
-come past it, quickest first, up to the first that fails, crashes or does not end, `report` prints the tables.
-Results are kept (build/mutants/results.jsonl), and a run that was stopped goes on where it was: remove the file for a
-run that is to be quoted.
+Stages: `mutate` writes the mutated copies. `build` builds the tests with them. `cover` runs each test and records which
+mutants it reaches. `kill` runs each mutant of the sample (N in an area, the same for a seed) against the tests that
+reach it, the fastest first, until one fails, crashes or hangs. `report` prints the tables. Results are stored in
+build/mutants/results.jsonl, and an interrupted run continues; remove the file before a run whose results are published.
 
-`matrix` notes which functions of all tests fail for each mutant that died, and `report` then who would not be missed.
-`report --write-baseline` keeps all known fates in baseline.tsv; `compare` kills again what died there, and fails if
-something lives that survivors.md does not explain. --self-check proves that the dead are told from the living.
+`matrix` records which test functions fail for each mutant that died; `report` then lists the functions that kill none.
+`report --write-baseline` writes all results to baseline.tsv; `compare` repeats the mutants that died there and fails if
+one survives that survivors.md does not explain. --self-check tests this program with known mutants.
 """
 import argparse
 import collections
@@ -46,9 +45,9 @@ AREAS = {
     "runner": ["runner/*.cpp", "workcell/*.cpp"],
     "app": ["app/*.cpp", "app/*/*.cpp"],
 }
-# main() is in no library.
+# main() is not in a library.
 UNCHANGED = re.compile(r"(.*/)?main\.cpp")
-# Tests of random schedules and damaged files, or that need a display, an installation or a debugger's rights.
+# Not run: tests with random schedules or damaged files, and those that need a display, an installation or ptrace.
 LEFT_OUT = re.compile(r"campaign|long|packaging|fuzz|disk_|display|panel_randomclicks")
 SLOWEST_S = 8.0
 LIMITS = ["prlimit", f"--as={4 << 30}", f"--fsize={64 << 20}", "--core=0"]
@@ -58,12 +57,12 @@ ENDS = DEAD + ("survived", "not reached")
 
 
 def name_of(key, nth):
-    """A mutant's name in survivors.md: the key, and the number of those alike after the first."""
+    """A mutant's name in survivors.md: its key, with a number for the second and later ones with the same key."""
     return f"{key} #{nth + 1}" if nth else key
 
 
 def run(*command, cwd=ROOT, check=True):
-    """Runs a tool; what it wrote is shown when it fails."""
+    """Runs a tool and prints its output when it fails."""
     done = subprocess.run(list(map(str, command)), cwd=cwd, stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
                           encoding="utf-8", errors="replace", env={**os.environ, **ENVIRONMENT})
     if check and done.returncode != 0:
@@ -72,7 +71,7 @@ def run(*command, cwd=ROOT, check=True):
 
 
 def load_mutants():
-    """The mutants by the words of the change and which of several alike it is: no lines added above change that."""
+    """The mutants by the text of the change and a counter of equal texts, independent of line numbers."""
     count, found = collections.Counter(), {}
     for mutant in json.loads((COPIES / "mutants.json").read_text()):
         key = " | ".join((mutant["file"], mutant["function"], mutant["before"], mutant["after"]))
@@ -89,7 +88,7 @@ def load_results(name):
 
 
 def sample_of(mutants, options):
-    """The first of each area in an order that one mutant's coming or going does not change."""
+    """The first mutants of each area, in an order (by hash) that does not change when mutants are added or removed."""
     taken = collections.Counter()
     for name in sorted(mutants, key=lambda n: hashlib.sha256(f"{options.seed} {n[0]} {n[1]}".encode()).digest()):
         area = mutants[name]["area"]
@@ -100,9 +99,9 @@ def sample_of(mutants, options):
 
 
 def mutate(options):
-    from mutate import write_copies  # needs libclang, other than the rest
+    from mutate import write_copies  # here, because only this stage needs libclang
     release = ROOT / "build" / "release"
-    # The flags of the build, and the headers made of forms.
+    # Gives the compiler flags and the headers generated from forms.
     run("cmake", "--preset", "release")
     run("cmake", "--build", release, "--target", "lumo_objects_autogen")
     names = sorted(str(path.relative_to(ROOT)) for globs in AREAS.values() for g in globs for path in ROOT.glob(g))
@@ -110,7 +109,7 @@ def mutate(options):
 
 
 def programs_of(build):
-    """What ctest starts of a build folder, whether it is built yet or not: test → path in the folder."""
+    """The programs that ctest starts, built or not: test → path in the build folder."""
     added = re.compile(rf'^add_test\(\W*(\w+)\W* "{re.escape(str(build))}/([^"]+)"', re.MULTILINE)
     return dict(test for path in build.rglob("CTestTestfile.cmake") for test in added.findall(path.read_text()))
 
@@ -125,7 +124,7 @@ def build(options):
 
 
 def load_tests():
-    """The tests that are built: name, command and environment."""
+    """Name, command and environment of the built tests."""
     for test in json.loads(run("ctest", "--test-dir", BUILD, "--show-only=json-v1").stdout)["tests"]:
         if "command" in test and not LEFT_OUT.match(test["name"]):
             properties = {p["name"]: p["value"] for p in test["properties"]}
@@ -134,8 +133,8 @@ def load_tests():
 
 
 def run_test(test, seconds, arguments=(), **extra):
-    """How it ended (passed, failed or time-out), how long it took, and what it wrote into the files `written…` of
-    its folder, which is % in the arguments and the environment given here."""
+    """Runs a test. Returns how it ended (passed, failed or time-out), its time, and the content of the files `written…`
+    in its folder; % in arguments and environment stands for this folder."""
     with tempfile.TemporaryDirectory(prefix="mutant-", ignore_cleanup_errors=True) as folder:
         values = {**os.environ, **ENVIRONMENT, **test["environment"],
                   **dict.fromkeys(("HOME", "TMPDIR", "XDG_RUNTIME_DIR", "XDG_CONFIG_HOME"), folder),
@@ -149,14 +148,14 @@ def run_test(test, seconds, arguments=(), **extra):
         except subprocess.TimeoutExpired:
             end = "time-out"
         with contextlib.suppress(ProcessLookupError):
-            os.killpg(process.pid, signal.SIGKILL)  # also what it left running
+            os.killpg(process.pid, signal.SIGKILL)  # also child processes
         process.wait()
         written = [path.read_text(errors="replace") for path in pathlib.Path(folder).glob("written*")]
         return end, time.monotonic() - started, "".join(written)
 
 
 def coverage_of(test):
-    """What a test comes past, how long it takes and its functions, if it is of QtTest; or why it is left out."""
+    """The mutants a test reaches, its time and, for QtTest, its functions; or the reason why it is left out."""
     end, seconds, reached = run_test(test, 300, LUMO_MUTANTS_REACHED="%/written")
     if end == "passed":
         end, seconds, _ = run_test(test, 60)
@@ -182,10 +181,10 @@ def load_coverage(with_fault=False):
 
 
 def fate(mutant, coverage):
-    """How a mutant ends, and by which test."""
+    """The result of a mutant, and the test that killed it."""
     reaching = [test for test in coverage if mutant in test["reached"]]
     for test in reaching:
-        for _ in range(2):  # what fails once under load need not do so again
+        for _ in range(2):  # a failure must be repeatable, because load can cause one
             end = run_test(test, 10 * test["seconds"] + 5, LUMO_MUTANT=str(mutant))[0]
             if end != "failed":
                 break
@@ -195,7 +194,7 @@ def fate(mutant, coverage):
 
 
 def record(path, names, mutants, work, jobs):
-    """Does the work for each mutant, several at the same time, and keeps what comes of it."""
+    """Does the work for each mutant in parallel and stores the results."""
     with open(path, "a") as out, multiprocessing.pool.ThreadPool(jobs) as pool:
         results = pool.imap_unordered(lambda name: (name, work(mutants[name]["id"])), names)
         for at, (name, result) in enumerate(results, 1):
@@ -212,15 +211,14 @@ def kill(options, names=None):
 
 
 def failing(mutant, test, names=(), hangs=0):
-    """The functions of a test that fail with a mutant: after one that crashes or hangs, those behind it run in
-    a process of their own."""
+    """The functions of a test that fail with a mutant. After a crash or hang the others run in a new process."""
     if not test["functions"]:
         return {fate(mutant, [test])[1]} - {""}
     end, _, lines = run_test(test, 4 * test["seconds"] + 3, ["-v1", "-o", "%/written,txt", *names],
                              LUMO_MUTANT=str(mutant))
     told = re.findall(r"^(\S+) *: (?:\w+::)*(\w+)\((.*)", lines, re.MULTILINE)
     failed = {function for kind, function, _ in told if kind in ("FAIL!", "XPASS", "QFATAL")}
-    # QtTest counts up before a fatal error ends it, too.
+    # QtTest prints its totals also before a fatal error ends it.
     if re.search("^Totals:", lines, re.MULTILINE) and not re.search("^QFATAL", lines, re.MULTILINE):
         return failed or ({"(its end)"} if end != "passed" else set())
     entered = [function for kind, function, rest in told if kind == "INFO" and rest.endswith(" entering")]
@@ -241,12 +239,12 @@ def matrix(options):
 
 
 def explained():
-    """What survivors.md says: its lines `- name` in code marks, and the reason behind."""
+    """The names and reasons in survivors.md."""
     return dict(re.findall(r"^- `` (.+) `` *(.*)", (HERE / "survivors.md").read_text(), re.MULTILINE))
 
 
 def table(heads, rows):
-    """Rows of name → numbers, with their sum below."""
+    """Prints rows of name → numbers with their sum."""
     print(f"\n| {' | '.join(heads)} |\n|---|{'--:|' * (len(heads) - 1)}")
     total = [sum(column) for column in zip(*rows.values())]
     for name, numbers in [*rows.items(), ("all", total)]:
@@ -280,7 +278,7 @@ def report(options):
 
 
 def report_matrix(sample, mutants):
-    """How many functions kill in each area and test, and how many of them what no other kills."""
+    """Prints for each area and test how many functions kill mutants, and how many kill one that no other kills."""
     results = load_results("matrix.jsonl").items()
     killers = {name: set(map(tuple, result["by"])) for name, result in results if name in sample}
     everybody = {test["name"]: {(test["name"], function) for function in test["functions"] or [test["name"]]}
@@ -316,21 +314,21 @@ def compare(options):
 
 def self_check(_):
     mutants = load_mutants()
-    nobody, checked = len(mutants), "executor_stops"  # a test that cannot miss this mutant
+    nobody, checked = len(mutants), "executor_stops"  # this test must kill the lethal mutant
     lethal = mutants["lumo/executor/schedule.cpp | Schedule::runDue | performer_(entry.step); | ", 0]["id"]
     test = coverage_of(next(test for test in load_tests() if test["name"] == checked))
     endless = {"name": "endless", "command": ["sleep", "60"], "environment": {}, "seconds": -0.4,
                "reached": [nobody], "functions": []}
     broken = {"name": "broken", "command": ["/bin/false"], "environment": {}}
     assert fate(nobody, [{**test, "reached": [nobody]}]) == ("survived", ""), "unchanged code survives"
-    assert fate(nobody, [test]) == ("not reached", ""), "what no test comes past is not reached"
+    assert fate(nobody, [test]) == ("not reached", ""), "a mutant that no test reaches is not reached"
     assert fate(lethal, [test]) == ("killed", checked), "a lethal change is killed"
-    assert fate(nobody, [endless]) == ("time-out", "endless"), "a test that does not end kills"
+    assert fate(nobody, [endless]) == ("time-out", "endless"), "a test that hangs kills"
     assert coverage_of(broken)["fault"] == "failed without a mutant", "a broken test is left out"
     assert failing(nobody, test) == set(), "in unchanged code no function fails"
     assert set() < failing(lethal, test) < set(test["functions"]), "a lethal change fails some functions, not all"
-    assert failing(nobody, endless) == {"endless"}, "a program that does not end fails"
-    print("The dead are told from the living.")
+    assert failing(nobody, endless) == {"endless"}, "a program that hangs fails"
+    print("Killed and surviving mutants are distinguished.")
 
 
 def main():

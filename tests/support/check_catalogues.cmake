@@ -1,12 +1,12 @@
-# Fails when a text of a part (the package, the application) lacks its translation or a number in it, or a
-# catalogue holds one that nobody uses.
+# Fails when a text of a part (the package, the application) has no translation, when the translation lacks the
+# placeholder of a number, or when a catalogue contains an unused text.
 # cmake -D LUPDATE=… -D LCONVERT=… -D ROOT=… -D PART=app -D SCRATCH=… -P check_catalogues.cmake
 file(MAKE_DIRECTORY ${SCRATCH})
 foreach(language en ru)
   set(copy ${SCRATCH}/${PART}_${language}.ts)
   file(GLOB catalogues ${ROOT}/${PART}/language/*_${language}.ts ${ROOT}/${PART}/resources/language/*_${language}.ts)
   execute_process(COMMAND ${LCONVERT} ${catalogues} -o ${copy})
-  # The include paths make lupdate see the namespace that a class stands in, a part of its context.
+  # With the include paths, lupdate knows a class's namespace, which is part of its context.
   execute_process(COMMAND ${LUPDATE} -silent -locations none -I ${ROOT} -I ${ROOT}/${PART} ${ROOT}/${PART} -ts ${copy}
     RESULT_VARIABLE result ERROR_VARIABLE said)
   if(NOT result EQUAL 0 OR said)

@@ -63,7 +63,7 @@ ExecutorBench::ExecutorBench() : time(*sim::VirtualTime::instance()) {
     center_->addWidget(new QWidget);
     setInstantiatedCenterWidget(center_.get());
     center_->show();
-    LumoWidget page;  // fills the tree and makes the executor, which outlive it
+    LumoWidget page;  // makes the tree and the executor, which outlive the page
     robot.setParent(nullptr);
 }
 

@@ -14,34 +14,34 @@
 
 namespace test {
 
-/// The package with its real tree and executor on virtual time, driven by a scripted robot: all ports
-/// assigned and enabled, one parameter set "A" with 200 ms everywhere, 50 % power and no pulsing.
+/// The package with its real tree and executor on virtual time and a scripted robot. All ports are assigned
+/// and enabled; the one parameter set "A" has 200 ms for all times, 50 % power and no pulses.
 class ExecutorBench : public QObject {
 public:
     ExecutorBench();
 
-    /// Everything back to the beginning: idle, no program, no boxes.
+    /// Back to the initial state: idle, no program, no message boxes.
     void reset();
 
-    /// Statements as JSON, or in words: "moveL to=1,0,0 zone=2; moveC to=1,0,0 to1=2,0,0 off; delay 300; open
-    /// 1; setDO DO1; waitDI DI1". A word without "=" is the field that makes the statement, "off" one that is
-    /// not executed; what a case does not care for is missing.
+    /// Loads statements given as JSON or in short form: "moveL to=1,0,0 zone=2; moveC to=1,0,0 to1=2,0,0 off;
+    /// delay 300; open 1; setDO DO1; waitDI DI1". A word without "=" is the statement's main field, "off"
+    /// means not executed; other fields are missing.
     void load(const QByteArray& program);
-    /// Overwrites fields of parameter set `index` (made as a copy of the first where missing).
+    /// Sets a field of parameter set `index`, which is made as a copy of the first if missing.
     void setParam(const char* field, double value, int index = 0);
     static void enablePort(int port, bool on) { m("lumo.port")->c(port)->set(nullptr, "enable", on); }
 
-    /// Does something `ms` after the run begins, inside whatever is waiting then.
+    /// Calls `action` `ms` after the run begins, inside the wait of that moment.
     void at(int ms, std::function<void()> action) { actions_.append({ms, std::move(action)}); }
-    /// The robot's log is marked, and what `at` was told counts from now.
+    /// Marks the robot's log and starts the times of at().
     void begin();
     /// Writes the start trigger and returns when the run is over.
     void run(int line = 0, int mode = 0);
     void once(int line, bool withSender = true);
-    /// Lets the time go on until nothing is pending.
+    /// Advances the time until the executor has nothing pending.
     void settle();
 
-    /// Timers that nobody but the executor and the robot left behind.
+    /// Number of armed timers, except those of at().
     [[nodiscard]] int armedTimers() const { return time.armedTimers(&actionScope_); }
 
     static void trigger(const QString& name, int line) {
@@ -61,7 +61,7 @@ private:
     QObject actionScope_;
 };
 
-/// `QCOMPARE` for logs: prints both columns when they differ.
+/// Compares two logs; prints both columns when they differ.
 bool sameLog(const QStringList& actual, const QStringList& expected);
 
 }  // namespace test

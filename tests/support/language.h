@@ -6,7 +6,7 @@
 
 namespace test {
 
-/// The package's texts in a language for as long as it lives; "cn" is what the sources say.
+/// Installs the package's catalogue of a language during its lifetime; "cn" needs none.
 class Language {
 public:
     explicit Language(const QString& name) {

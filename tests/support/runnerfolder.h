@@ -13,11 +13,11 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
-/// What a call of lumo-run left behind.
+/// The result of a call of lumo-run.
 struct Result {
     int status = -1;
     QByteArray out, err;
-    QList<QJsonObject> trace;  ///< of standard output
+    QList<QJsonObject> trace;  ///< the lines of standard output
 
     QList<QJsonObject> of(const QString& kind) const {
         QList<QJsonObject> found;
@@ -31,7 +31,7 @@ struct Result {
     QJsonObject done() const { return trace.isEmpty() ? QJsonObject() : trace.last(); }
 };
 
-/// Calls the program in a folder.
+/// Runs the program in a folder.
 inline Result runIn(const QString& folder, const QStringList& arguments, const QString& program = LUMO_RUN) {
     constexpr int limitMs = 900000;
     QProcess process;
@@ -81,7 +81,7 @@ inline const QByteArray openStatement = R"({"type":"open","execute":true,"index"
 inline const QByteArray closeStatement = R"({"type":"close","execute":true})";
 inline const QByteArray delayStatement = R"({"type":"delay","execute":true,"delaytime":500})";
 
-/// A folder with settings and the given files.
+/// A temporary folder with settings files.
 class Folder {
 public:
     Folder() {
@@ -94,7 +94,7 @@ public:
     bool has(const QString& name) const { return QFileInfo::exists(path(name)); }
 
     Result run(const QStringList& arguments) const { return runIn(path(), arguments); }
-    /// Runs project and scenario, trace on standard output.
+    /// Runs a project with a scenario, with the trace on standard output.
     Result trace(const QByteArray& project, const QByteArray& scenario = "[]",
                  const QStringList& more = {}) const {
         write("p.json", project);

@@ -134,7 +134,7 @@ void ScriptedRobot::onMotion(const KordCall& call) {
 
 void ScriptedRobot::beginNext() {
     running_ = true;
-    zone_.start(motionMs - zoneLeadMs);  // first: it is there before it says so
+    zone_.start(motionMs - zoneLeadMs);  // before motion_: the tool arrives before the result
     motion_.start(motionMs);
 }
 

@@ -14,40 +14,40 @@
 
 namespace test {
 
-/// A stand-in controller whose answers a test writes down: every queued motion takes a fixed time
-/// and ends with a code from a list. It keeps the registers that the package reads back, and a log of
-/// every call, one line each: "<ms> <what>", ms counting from the last mark().
+/// A robot controller for tests. Every queued motion takes a fixed time and ends with a code from a list. It
+/// keeps the registers that the package reads, and logs every call as "<ms> <what>", with the ms since the
+/// last mark().
 class ScriptedRobot : public QObject {
 public:
     explicit ScriptedRobot(QObject* parent = nullptr);
 
-    /// Back to power on, automatic, idle, at the origin, 500 ms a motion, all results 0, empty log.
+    /// Back to power on, mode auto, idle, at the origin, 500 ms a motion, all results 0, empty log.
     void reset();
     void mark();
-    /// Log lines of register writes as "<ms> LASER 1" (names of equipment), group writes in
-    /// brackets, motions as "<ms> move.l speed zone", other calls by name.
+    /// Register writes as "<ms> LASER 1" (the equipment's name), writes of several registers in brackets,
+    /// motions as "<ms> move.l speed zone", other calls by name.
     QStringList log() const { return log_; }
-    /// Only lines at or after `fromMs` and before `toMs`.
+    /// Lines from `fromMs` to before `toMs`.
     QStringList logBetween(qint64 fromMs, qint64 toMs) const;
-    /// When the log first says this; -1 for never.
+    /// When `what` was first logged; -1 for never.
     qint64 firstTime(const QString& what) const;
-    /// When the equipment was switched off for good; -1 when it was never on.
+    /// When the equipment was last switched off; -1 for never.
     qint64 offSince(const QString& name) const { return offSince_.value(name, -1); }
     void note(const QString& what) { log_ << QString("%1 %2").arg(nowMs()).arg(what); }
     qint64 nowMs() const { return mendo::Clock::current().elapsedMs() - markMs_; }
 
     int motionMs = 500;
-    int zoneLeadMs = 0;          ///< the tool is at the target this long before the result
-    QVector<int> codes;          ///< by motion, in the order of queueing; missing ones 0
-    bool answersInside = false;  ///< results inside the motion command
+    int zoneLeadMs = 0;          ///< the tool reaches the target this long before the result
+    QVector<int> codes;          ///< results in the order of queueing; missing ones are 0
+    bool answersInside = false;  ///< write results inside the motion command
     QVector<double> speeds;      ///< "traj.speed" of every motion, m/s
 
-    /// The state of an output by equipment name.
+    /// An output by the equipment's name.
     double output(const QString& name) const { return outputs_.value(name); }
     void standAt(const QVector<double>& trans);
     static void setPower(const char* power) { m("kord.r.power")->setValue(nullptr, power); }
     static void setMode(const char* mode) { m("kord.r.mode")->setValue(nullptr, mode); }
-    /// Writes a result as the controller does.
+    /// Writes a result to a command's node.
     static void answer(const char* command, int code) {
         kordservice()->commandNode(command)->setValue(nullptr, code);
     }
@@ -56,7 +56,7 @@ private:
     struct Motion {
         QString command;
         QVector<double> target;
-        QJsonValue rot;  ///< no list: stays
+        QJsonValue rot;  ///< not an array: unchanged
         int number;
     };
 

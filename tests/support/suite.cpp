@@ -11,7 +11,7 @@
 #include <map>
 #include <memory>
 
-// Of LeakSanitizer, where the program is built with it.
+// Null unless the program is built with LeakSanitizer.
 extern "C" {
 [[gnu::weak]] void __lsan_disable();
 [[gnu::weak]] void __lsan_enable();
@@ -29,7 +29,7 @@ std::map<QString, Entry>& entries() {
     return all;
 }
 
-/// Qt's offscreen platform never deletes its screen: what it takes in the beginning is no leak of ours.
+/// Qt's offscreen platform never deletes its screen, so its first allocations are not counted as leaks.
 std::unique_ptr<QApplication> makeApplication(int& argc, char** argv) {
     if (__lsan_disable) {
         __lsan_disable();
@@ -66,9 +66,9 @@ int main(int argc, char** argv) {
         }
         return 2;
     }
-    argv[1] = argv[0];  // QtTest reads what stands behind the class
+    argv[1] = argv[0];  // QtTest gets the arguments after the class name
 
-    // File dialogs and the panel remember things at home; programs write where they are.
+    // A temporary home and working directory, because file dialogs, the panel and programs write there.
     const QTemporaryDir home;
     const QString work = home.filePath(QStringLiteral("work"));
     if (!QDir().mkdir(work) || !QDir::setCurrent(work)) {

@@ -5,20 +5,20 @@
 
 namespace test {
 
-/// What is done before the application object is made: which clock the test runs on.
+/// Functions called before the application object is made; they choose the clock of the test.
 void onVirtualTime();
 void onWallClock();
 
-/// A test class of this program, under the name of its file: test_resume.cpp is "resume". The program
-/// runs the one that its first argument names, in a process, a home and an empty folder of its own; what
-/// else stands on the command line is for QtTest.
+/// Registers a test class under the name of its file: test_resume.cpp is "resume". The program runs the class
+/// named by its first argument, with a temporary home and an empty working directory. QtTest gets the other
+/// arguments.
 struct Registered {
     Registered(const char* file, void (*prepare)(), QObject* (*make)());
 };
 
 }  // namespace test
 
-/// Behind a test class, one in a file: makes it known to the program.
+/// Put it after the test class of a file to register the class.
 #define LUMO_TEST_ON(TestClass, prepare)                                   \
     static const test::Registered registered##TestClass(__FILE__, prepare, \
                                                         []() -> QObject* { return new TestClass; });

@@ -12,7 +12,7 @@
 
 namespace test {
 
-/// A file's bytes; "(no file)" where it cannot be read.
+/// A file's content; "(no file)" when it cannot be read.
 inline QByteArray contentOf(const QString& name) {
     QFile file(name);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(no file)");
@@ -24,7 +24,7 @@ inline void writeFile(const QString& name, const QByteArray& bytes) {
     QCOMPARE(file.write(bytes), qint64(bytes.size()));
 }
 
-/// JSON written with ' for ", as bytes and parsed; what does not parse ends the program.
+/// JSON written with ' instead of ", as bytes and parsed. JSON that does not parse ends the program.
 inline QByteArray quoted(QByteArray text) {
     return text.replace('\'', '"');
 }
@@ -38,7 +38,7 @@ inline QJsonValue json(const QByteArray& text) {
     return document.isArray() ? QJsonValue(document.array()) : QJsonValue(document.object());
 }
 
-/// As compact JSON with ' for ", so that a failure prints a readable line.
+/// Compact JSON with ' instead of ", readable in a failure message.
 inline QString text(const QJsonValue& value) {
     const QJsonDocument document =
         value.isArray() ? QJsonDocument(value.toArray()) : QJsonDocument(value.toObject());
@@ -49,7 +49,7 @@ inline QString text(const mendo::ModuleObject* node) {
     return text(node->exportToJson());
 }
 
-/// A node of its own with this content.
+/// A detached node with this content.
 inline std::unique_ptr<mendo::ModuleObject> node(const QByteArray& content) {
     auto made = std::make_unique<mendo::ModuleObject>(QStringLiteral("record"));
     made->loadJson(nullptr, json(content));

@@ -6,7 +6,7 @@
 #include <QRegularExpression>
 #include <QStringList>
 
-/// Changes by signal name, read from a dump: "time:value".
+/// The changes of each signal in a value change dump, as "time:value".
 inline QMap<QString, QStringList> readDump(const QString& file) {
     QFile in(file);
     if (!in.open(QIODevice::ReadOnly)) {

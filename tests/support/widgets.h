@@ -12,7 +12,7 @@
 
 namespace test {
 
-/// A child that has to be there.
+/// A child by object name; ends the program when there is none.
 template <typename Widget = QWidget>
 Widget* child(const QWidget* parent, const char* name) {
     auto* const found = parent->findChild<Widget*>(QLatin1String(name));
@@ -22,7 +22,7 @@ Widget* child(const QWidget* parent, const char* name) {
     return found;
 }
 
-/// The first visible window of this kind, such as the open dialog or message box; null when there is none.
+/// The first visible window of a class, such as the open dialog or message box; null when there is none.
 template <typename Window = QDialog>
 Window* shown() {
     for (QWidget* window : QApplication::topLevelWidgets()) {
@@ -34,7 +34,7 @@ Window* shown() {
     return nullptr;
 }
 
-/// With the mouse: a disabled widget does not react.
+/// Clicks with the mouse, so that a disabled widget does not react.
 inline void click(QWidget* widget) {
     QTest::mouseClick(widget, Qt::LeftButton);
 }
@@ -61,7 +61,7 @@ inline void clickOk(const QWidget* dialog) {
     click(button(dialog, QDialogButtonBox::Ok));
 }
 
-/// Texts of the message boxes on the screen, sorted.
+/// Texts of the visible message boxes, sorted.
 inline QStringList boxes() {
     QStringList texts;
     for (QWidget* window : QApplication::topLevelWidgets()) {
@@ -90,7 +90,7 @@ inline QStringList textsOf(const QComboBox* combo) {
     return texts;
 }
 
-/// A column of a table, first row first.
+/// The texts of a table's column.
 inline QStringList columnOf(const QTableWidget* table, int column) {
     QStringList texts;
     for (int row = 0; row < table->rowCount(); ++row) {
