@@ -1,4 +1,4 @@
-// What a node finds, holds, writes and announces.
+// Lookups, values, writes and signals of nodes.
 
 #include "mendo/modulemanager.h"
 #include "support/suite.h"
@@ -22,12 +22,12 @@ namespace {
 QObject sender;
 QObject* const me = &sender;
 
-/// Notes what each node announces, as "path changed new<old me" or "path added name@position".
-void listen(ModuleObject* root, QStringList* heard) {
+/// Records the signals of all nodes, as "path changed new<old me" or "path added name@position".
+void listen(ModuleObject* root, QStringList* seen) {
     for (ModuleObject* n : QList<ModuleObject*>{root} + root->cmobjs(true)) {
         const QString path = n == root ? QString() : n->path() + ' ';
         const auto note = [=](const QString& what, const QString& value, const QObject* by) {
-            heard->append(path + what + value + (by == me ? " me" : by ? " somebody" : ""));
+            seen->append(path + what + value + (by == me ? " me" : by ? " somebody" : ""));
         };
         const auto at = [=](const QString& name) {
             return name + '@' + QString::number(n->c(name)->indexInPmobj());
@@ -36,7 +36,7 @@ void listen(ModuleObject* root, QStringList* heard) {
             note("changed ", now.toString() + '<' + before.toString(), by);
         });
         QObject::connect(n, &ModuleObject::added, [=](auto name, auto by) {
-            const QVariant value = n->c(name)->value();  // set later where it is new: one can listen first
+            const QVariant value = n->c(name)->value();  // invalid for a node that set() has just made
             note("added ", at(name) + (value.isValid() ? '=' + value.toString() : QString()), by);
         });
         QObject::connect(n, &ModuleObject::removed,
@@ -49,42 +49,42 @@ void listen(ModuleObject* root, QStringList* heard) {
 class TestNode : public QObject {
     Q_OBJECT
 private:
-    struct Shelf {
+    struct Container {
         QString path;
         bool isList;
-        QVector<int> values;  // each tells a child from all others
+        QVector<int> values;  // of the children; all are different
     };
 
     int below(int limit) { return std::uniform_int_distribution<int>(0, limit - 1)(random_); }
-    ModuleObject* nodeOf(const Shelf& shelf) const { return root_->r(shelf.path); }
+    ModuleObject* nodeOf(const Container& container) const { return root_->r(container.path); }
 
-    void add(Shelf& shelf) {
-        const int value = ++made_, position = below(shelf.values.size() + 1), kind = below(3);
-        const QString name = shelf.isList ? QString() : QString("k%1").arg(value);
+    void add(Container& container) {
+        const int value = ++made_, position = below(container.values.size() + 1), kind = below(3);
+        const QString name = container.isList ? QString() : QString("k%1").arg(value);
         if (kind == 2) {
-            const QString element = shelf.isList ? mIndex(shelf.values.size()) : name;
-            root_->set(nullptr, shelf.path + '.' + element, value);
+            const QString element = container.isList ? mIndex(container.values.size()) : name;
+            root_->set(nullptr, container.path + '.' + element, value);
         } else if (kind == 1) {
-            nodeOf(shelf)->append(nullptr, name)->setValue(nullptr, value);
+            nodeOf(container)->append(nullptr, name)->setValue(nullptr, value);
         } else {
             auto* const child = new ModuleObject(name);
             child->setValue(nullptr, value);
-            nodeOf(shelf)->insert(nullptr, child, true, position);
+            nodeOf(container)->insert(nullptr, child, true, position);
         }
-        shelf.values.insert(kind ? shelf.values.size() : position, value);
+        container.values.insert(kind ? container.values.size() : position, value);
     }
 
-    void change(Shelf& shelf, Shelf& other, int from) {
-        const int to = below(shelf.values.size()), kind = below(5);
-        ModuleObject *const node = nodeOf(shelf), *const child = node->c(from);
-        // Asked for also where it is moved: a map would make up one that the list may give, too.
+    void change(Container& container, Container& other, int from) {
+        const int to = below(container.values.size()), kind = below(5);
+        ModuleObject *const node = nodeOf(container), *const child = node->c(from);
+        // Always asked for: moved to a map without a name, it would get one that the list may generate, too.
         const QString name = child->name();
         if (kind == 0) {
             node->reorder(nullptr, from, to);
-            shelf.values.move(from, to);
+            container.values.move(from, to);
             return;
         }
-        const int value = shelf.values.takeAt(from);
+        const int value = container.values.takeAt(from);
         if (kind == 1) {
             const int place = std::min(to, other.values.size());
             other.values.insert(place, value);
@@ -96,13 +96,14 @@ private:
         }
     }
 
-    /// Whether everything leads to the child and the child knows its place.
-    bool isInPlace(const Shelf& shelf, int i) const {
-        const ModuleObject* const node = nodeOf(shelf);
+    /// Whether all lookups find the child and its position is right.
+    bool isConsistent(const Container& container, int i) const {
+        const ModuleObject* const node = nodeOf(container);
         ModuleObject* const child = node->c(i);
-        return child->getInt() == shelf.values[i] && child->indexInPmobj() == i && child->pmobj() == node &&
-               node->c(child->name()) == child && root_->r(child->path()) == child &&
-               child->nextBmobj() == node->c(i + 1) && child->prevBmobj() == node->c(i - 1);
+        return child->getInt() == container.values[i] && child->indexInPmobj() == i &&
+               child->pmobj() == node && node->c(child->name()) == child &&
+               root_->r(child->path()) == child && child->nextBmobj() == node->c(i + 1) &&
+               child->prevBmobj() == node->c(i - 1);
     }
 
     std::mt19937 random_;
@@ -123,7 +124,7 @@ private slots:
             QVERIFY2(!root->hasRmobj(path) && root->r(path)->isNull(), path);
         }
         QVERIFY(root->r("") == root.get() && root->c("dotted.name")->getInt() == 3);
-        // In the whole subtree it is the first one, depth first.
+        // A recursive lookup finds the first one, depth first.
         QVERIFY(root->c("x")->isNull() && !root->hasCmobj("x") && root->hasCmobj("x", true));
         QCOMPARE(root->c("d", true)->path() + ' ' + root->c("x", true)->path(), "b.c.d list.#2.x");
         QCOMPARE(mName("a", "b", "#1") + mName("a.b", "") + mName("", "b", "c"), "a.b.#1a.bb.c");
@@ -176,21 +177,21 @@ private slots:
         }
     }
 
-    void tenantOfASubtree_endsWhileTheTreeStands() {
+    void objectOwnedByANode_isDeletedBeforeTheNodes() {
         QStringList seen;
         {
             ModuleObject root;
             ModuleObject* const package = root.append(nullptr, "lumo");
             package->set(nullptr, "port.#0", "a")->set(nullptr, "port.#1", "b");
-            for (ModuleObject* home : {package, package->c("port")}) {
-                connect(new QObject(home), &QObject::destroyed, me,
-                        [&seen, home] { seen << home->path() + ' ' + home->r("port.#1")->getString(); });
+            for (ModuleObject* owner : {package, package->c("port")}) {
+                connect(new QObject(owner), &QObject::destroyed, me,
+                        [&seen, owner] { seen << owner->path() + ' ' + owner->r("port.#1")->getString(); });
             }
         }
         QCOMPARE(seen, QStringList({"lumo.port ", "lumo b"}));
     }
 
-    void names_ofAListAreUniqueAndNeverComeAgain() {
+    void listNames_areUniqueAndNeverReused() {
         const auto list = test::node("[]");
         QSet<QString> seen;
         for (int i = 0; i < 30; ++i) {
@@ -207,7 +208,7 @@ private slots:
                 list->append(nullptr, "mine")->name() == "mine");
     }
 
-    void write_changesAndAnnouncesThisAndNoMore() {
+    void write_changesAndSignalsOnlyItsNodes() {
         using Write = std::function<void(ModuleObject*)>;
         const std::vector<std::tuple<const char*, Write, const char*, const char*>> rows = {
             {"{'a':{'b':1}}", [](auto n) { n->set(me, "a.b", 2); }, "{'a':{'b':2}}", "a.b changed 2<1 me"},
@@ -256,19 +257,19 @@ private slots:
             {"{'a':{'b':1}}", [](auto n) { n->copyFrom(me, n->c("a"), false); }, "{'b':1}", ""},
         };
         for (const auto& [before, write, after, announced] : rows) {
-            // Children that nobody has looked at are records: that must make no difference.
+            // Records and objects must behave alike.
             const auto records = test::node(before), objects = test::node(before);
-            QStringList heard;
-            listen(objects.get(), &heard);
+            QStringList seen;
+            listen(objects.get(), &seen);
             write(records.get());
             write(objects.get());
             QCOMPARE(text(records.get()), after);
-            QCOMPARE(text(objects.get()) + ' ' + heard.join(", "), QString(after) + ' ' + announced);
+            QCOMPARE(text(objects.get()) + ' ' + seen.join(", "), QString(after) + ' ' + announced);
         }
     }
 
     void loadAndCopy_replaceOrMerge() {
-        // Before, what comes, and what is then there when it replaces or is merged.
+        // Before, loaded content, result of replacing, result of merging.
         const std::vector<std::array<const char*, 4>> rows = {
             {"{'a':1,'b':{'x':1}}", "{'b':{'y':2},'c':3}", "{'b':{'y':2},'c':3}",
              "{'a':1,'b':{'x':1,'y':2},'c':3}"},
@@ -283,10 +284,10 @@ private slots:
             {"{'p':4}", "{'p':{'x':1}}", "{'p':{'x':1}}", "{'p':{'x':1}}"},
         };
         for (const auto& [before, loaded, replaced, merged] : rows) {
-            for (int way = 0; way < 8; ++way) {
-                const bool merge = way & 1, copied = way & 2, asked = way & 4;
+            for (int variant = 0; variant < 8; ++variant) {
+                const bool merge = variant & 1, copied = variant & 2, objects = variant & 4;
                 const auto target = test::node(before);
-                if (asked) {
+                if (objects) {
                     target->cmobjs(true);
                 }
                 if (copied) {
@@ -302,21 +303,21 @@ private slots:
         }
     }
 
-    void ownValueBesideChildren_staysWhereItShall() {
-        // What is loaded over a map, and its value 5 when that replaces, is merged or keeps the value.
+    void ownValue_isReplacedMergedOrKept() {
+        // Loaded over a map with value 5: the content, and the value after replacing, merging, keepValue.
         for (const QString row : {"{'a':2} -1 5 5", "{} -1 5 5", "7 7 7 7", "null -1 5 -1"}) {
             const QStringList words = row.split(' ');
-            for (int way = 0; way < 3; ++way) {
+            for (int variant = 0; variant < 3; ++variant) {
                 const auto target = test::node("{'a':1}");
                 target->setValue(me, 5);
                 const QJsonValue loaded = json('[' + words[0].toUtf8() + ']').toArray().first();
-                target->loadJson(me, loaded, true, way == 1, way == 2);
-                QCOMPARE(target->getInt(-1), words[1 + way].toInt());
+                target->loadJson(me, loaded, true, variant == 1, variant == 2);
+                QCOMPARE(target->getInt(-1), words[1 + variant].toInt());
             }
         }
     }
 
-    void loadedMap_keepsItsObjectsAndAListDoesNot() {
+    void loadedMap_keepsItsObjects_aListDoesNot() {
         const auto root = test::node("{'b': 1, 'c': 2, 'z': {'deep': 1}, 'l': [1]}");
         ModuleObject *const kept = root->c("c"), *const deep = root->r("z.deep"),
                             *const element = root->r("l.#0");
@@ -326,7 +327,7 @@ private slots:
         QVERIFY(kept->indexInPmobj() == 1 && deep->getInt() == 6);
         QVERIFY(element->pmobj()->isNull() && element->indexInPmobj() == -1);
         QVERIFY(gone && gone->pmobj()->isNull());
-        // Removed ones may be used again, or ended, before they are disposed of.
+        // Removed nodes may be inserted again or deleted before the purge.
         const QPointer<ModuleObject> a(root->c("a")), c(root->c("c"));
         root->clear(me);
         root->insert(me, gone);
@@ -335,7 +336,7 @@ private slots:
         QVERIFY(gone && root->c("b") == gone && root->size() == 1 && !c);
     }
 
-    void copyAndExport_leaveBehindWhatIsNotContent() {
+    void copyAndExport_dropPointersAndListNames() {
         const auto source = test::node("{'trans': [1, 2], 'nan': 0, 'object': 0}");
         auto* const timer = new QTimer(source.get());
         source->setValue(me, 4);
@@ -351,7 +352,7 @@ private slots:
                 ModuleObject::null()->exportToJson().isNull());
     }
 
-    void tree_growsNoDeeperThanItCanBeFollowed() {
+    void tree_hasAtMost1024Levels() {
         QJsonValue deep = 1;
         for (int i = 0; i < 3000; ++i) {
             deep = QJsonArray{deep};
@@ -372,29 +373,29 @@ private slots:
         QVERIFY(!outer.hasCmobj("x"));
     }
 
-    void randomChanges_leaveEveryChildInItsPlace() {
+    void randomChanges_keepLookupsConsistent() {
         for (unsigned seed = 1; seed <= 16; ++seed) {
             random_.seed(seed);
-            std::vector<Shelf> shelves = {
+            std::vector<Container> containers = {
                 {"map", false, {}}, {"map.deep", false, {}}, {"list", true, {}}, {"few", false, {}}};
             root_ = test::node("{'map': {'deep': {}}, 'list': [], 'few': {}}");
-            shelves[0].values = {0};  // "deep" itself
+            containers[0].values = {0};  // the child "deep"
             for (int step = 1; step <= 1500; ++step) {
-                Shelf& shelf = shelves[size_t(below(4))];
-                // The front is where it is changed most; seldom asked, all places become wrong in between.
-                const int from = below(2) ? 0 : below(std::max(shelf.values.size(), 1));
-                const bool keeps = shelf.values.value(from) == 0;
-                const int most = shelf.path == "few" ? 8 : 150;
-                if (keeps || (shelf.values.size() < most && below(3))) {
-                    add(shelf);
+                Container& container = containers[size_t(below(4))];
+                // Mostly changed at the front, with few lookups, so that many position hints become wrong.
+                const int from = below(2) ? 0 : below(std::max(container.values.size(), 1));
+                const bool keeps = container.values.value(from) == 0;
+                const int most = container.path == "few" ? 8 : 150;
+                if (keeps || (container.values.size() < most && below(3))) {
+                    add(container);
                 } else {
-                    change(shelf, shelves[size_t(below(4))], from);
+                    change(container, containers[size_t(below(4))], from);
                 }
                 const int stride = step % 500 == 0 ? 1 : step % 50 == 0 ? 37 : 1000;
-                for (const Shelf& checked : shelves) {
+                for (const Container& checked : containers) {
                     QCOMPARE(nodeOf(checked)->size(), checked.values.size());
                     for (int i = below(stride); i < checked.values.size(); i += stride) {
-                        QVERIFY2(isInPlace(checked, i),
+                        QVERIFY2(isConsistent(checked, i),
                                  qPrintable(QString("seed %1 %2").arg(seed).arg(checked.path)));
                     }
                 }

@@ -1,4 +1,4 @@
-// Handlers that change the tree while it tells of a change, and how long removed nodes live.
+// Handlers that change the tree inside its signals, and the lifetime of removed nodes.
 
 #include "mendo/modulemanager.h"
 #include "support/suite.h"
@@ -22,7 +22,7 @@ private slots:
         ModuleManager::purgeRemoved();
     }
 
-    void anythingInAHandler_leavesTheTreeWhole() {
+    void anyChangeInAHandler_keepsTheTreeConsistent() {
         using Action = std::function<void(ModuleObject*)>;
         const std::vector<Action> writes = {
             [](auto list) { list->append(nullptr, "new"); },
@@ -69,12 +69,13 @@ private slots:
         }
     }
 
-    void insertion_givesWayToHandlersAndLeavesNothingOwnerless() {
+    void insertion_toleratesHandlersWithoutLeakingNodes() {
         const QStringList actions = {"nothing",   "delete target", "delete node",
                                      "elsewhere", "inside out",    "again"};
         for (int i = 0; i < 2 * actions.size(); ++i) {
             const QString action = actions[i / 2];
-            const bool inTarget = i % 2;  // as it drops a namesake; else as the source lets the node go
+            const bool inTarget =
+                i % 2;  // handler of the replaced child's removal; else of the node's removal
             const auto root = test::node("{'source': {'node': {'x': 1}}, 'target': {}, 'other': {}}");
             const QPointer<ModuleObject> node(root->r("source.node")), target(root->c("target"));
             if (inTarget) {
@@ -106,11 +107,11 @@ private slots:
         }
     }
 
-    void handlersWrites_areToldInnermostFirstAndToThoseThatListened() {
+    void nestedWrites_areSignalledInnermostFirstToTheListenersOfThatMoment() {
         ModuleObject node;
-        QStringList heard;
+        QStringList log;
         const auto note = [&](const QVariant& now, const QVariant& before) {
-            heard << now.toString() + '<' + before.toString();
+            log << now.toString() + '<' + before.toString();
         };
         connect(&node, &ModuleObject::changed, this, [&](const QVariant& value) {
             if (value.toInt() < 3) {
@@ -121,16 +122,16 @@ private slots:
         });
         connect(&node, &ModuleObject::changed, this, note);
         node.setValue(nullptr, 1);
-        QCOMPARE(heard, (QStringList{"3<2", "2<1", "1<"}));
+        QCOMPARE(log, (QStringList{"3<2", "2<1", "1<"}));
         node.setValue(nullptr, 4);
-        QCOMPARE(heard.mid(3), (QStringList{"4<3", "4<3"}));
+        QCOMPARE(log.mid(3), (QStringList{"4<3", "4<3"}));
     }
 
-    void removedNode_livesWithItsSubtreeUntilTheOutermostLoopWaits() {
+    void removedNode_livesUntilTheOutermostLoopWaits() {
         ModuleManager::setOutermostLoop(1);
         const auto root = test::node("{'a': {'b': [1, 2]}}");
         const QPointer<ModuleObject> deep(root->r("a.b.#1"));
-        const QPointer<QTimer> tenant(new QTimer(root->c("a")));
+        const QPointer<QTimer> owned(new QTimer(root->c("a")));
         QEventLoop outer, nested;
         QTimer::singleShot(0, this, [&] {
             QTimer::singleShot(0, this, [&] {
@@ -138,11 +139,11 @@ private slots:
                 QTimer::singleShot(1, &nested, &QEventLoop::quit);
             });
             nested.exec();
-            QVERIFY(deep && tenant && deep->getInt() == 2);
+            QVERIFY(deep && owned && deep->getInt() == 2);
             QTimer::singleShot(1, &outer, &QEventLoop::quit);
         });
         outer.exec();
-        QVERIFY(!deep && !tenant);
+        QVERIFY(!deep && !owned);
     }
 };
 

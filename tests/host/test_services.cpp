@@ -1,4 +1,4 @@
-// What the host offers packages beside the tree: files, logs, themes and the loading of libraries.
+// The host's other services: files, logs, themes, loading of libraries.
 
 #include "gantu/package.h"
 #include "json/jsontext.h"
@@ -109,7 +109,7 @@ private slots:
         }
     }
 
-    void writtenFile_readsBackTheSameAndLeavesNothingBeside() {
+    void writtenFile_readsBackTheSame_withoutOtherFiles() {
         const QJsonValue value = json("[{'near':[0.1,-1.5707963267948966]},{'note':'激光'},{},[]]");
         writeFile("a.json", "\xEF\xBB\xBF{\"old\": 1}");
         QCOMPARE(ModuleManager::readFromJson("a.json"), json("{'old': 1}"));
@@ -125,14 +125,14 @@ private slots:
         QVERIFY(ModuleManager::readFromJson("none.json").isUndefined() && problems_.isEmpty());
     }
 
-    void logLine_isTaggedSpacedOnceAndFiledOnceTheFolderIsThere() {
+    void logLine_isTaggedAndWrittenOnceTheFolderExists() {
         const auto log = [](int number) {
             mendo::QFLog("\033[35m", "[S|%1]", "", "log/lumo", "log")
                 << "激光 %1 " << QString("a b") << 0.5 << QVector3D(1, 2, 3) << number;
         };
         mendo::LogHub::instance()->setConsole(false);
         QSignalSpy heard(mendo::LogHub::instance(), &mendo::LogHub::line);
-        // After many lines without a folder it is looked for every 100 ms only; listeners miss none.
+        // After many failures the file is tried only every 100 ms; listeners get every line.
         for (int number = 0; number < 1000; ++number) {
             log(number);
         }
@@ -147,7 +147,7 @@ private slots:
         mendo::LogHub::instance()->setConsole(true);
     }
 
-    void theme_isLaidOverAPage() {
+    void theme_isAppliedToAPage() {
         writeFile("s.json", quoted("{'QPushButton': {'color': '#333', 'width': 2}, 'QDialog': {}}"));
         QWidget page;
         kord::ThemeManager::setRecursiveWidgetStyleSheet(&page, kord::ThemeManager::genStyleSheet("s.json"),
@@ -155,7 +155,7 @@ private slots:
         QCOMPARE(page.styleSheet(), "QDialog { }\nQPushButton { color: #333; width: 2; }\n");
     }
 
-    void libraryThatIsNoPackage_isRefusedWithTheReason() {
+    void libraryWithoutPackage_isRefusedWithTheReason() {
         gantu::Package package;
         QString error;
         QVERIFY(!package.load("", "none", &error) && error.contains("libnone.so is not beside"));
