@@ -26,27 +26,27 @@ signals:
 class Listener : public QObject {
     Q_OBJECT
 public:
-    void hear() { ++heard_; }
+    void onChanged() { ++count_; }
 
 private:
-    qint64 heard_ = 0;
+    qint64 count_ = 0;
 };
 
 /// Nodes of the tree, and for each a bare emitter and an item; each with a listener or none.
-class Places {
+class Targets {
 public:
-    explicit Places(const QStringList& names, bool heard = true) {
+    explicit Targets(const QStringList& names, bool listening = true) {
         for (const QString& name : names) {
             paths.push_back(name);
             nodes.push_back(m(name));
             emitters.push_back(std::make_unique<Emitter>());
-            if (heard) {
-                QObject::connect(nodes.back(), &ModuleObject::changed, &listener, &Listener::hear);
+            if (listening) {
+                QObject::connect(nodes.back(), &ModuleObject::changed, &listener, &Listener::onChanged);
             }
-            QObject::connect(emitters.back().get(), &Emitter::changed, &listener, &Listener::hear);
+            QObject::connect(emitters.back().get(), &Emitter::changed, &listener, &Listener::onChanged);
             model.appendRow(new QStandardItem);
         }
-        QObject::connect(&model, &QAbstractItemModel::dataChanged, &listener, &Listener::hear);
+        QObject::connect(&model, &QAbstractItemModel::dataChanged, &listener, &Listener::onChanged);
         for (int row = 0; row < model.rowCount(); ++row) {
             items.push_back(model.index(row, 0));
         }
@@ -71,39 +71,39 @@ private:
 
 /// Writes a new value to one node after the other.
 template <typename Write>
-bench::Side inTurn(Places& places, Write write) {
-    return bench::each([&places, write, value = 0]() mutable { write(places.next(), ++value); });
+bench::Side inTurn(Targets& targets, Write write) {
+    return bench::each([&targets, write, value = 0]() mutable { write(targets.next(), ++value); });
 }
 
-bench::Side bareSignal(Places& places) {
-    return inTurn(places, [&places](std::size_t place, int number) {
+bench::Side bareSignal(Targets& targets) {
+    return inTurn(targets, [&targets](std::size_t place, int number) {
         const QVariant value(number);
-        emit places.emitters[place]->changed(value, value, &places.listener);
+        emit targets.emitters[place]->changed(value, value, &targets.listener);
     });
 }
 
-bench::Side writeByPath(Places& places) {
-    return inTurn(places, [&places](std::size_t place, int number) {
-        m(places.paths[place])->setValue(&places.listener, number);
+bench::Side writeByPath(Targets& targets) {
+    return inTurn(targets, [&targets](std::size_t place, int number) {
+        m(targets.paths[place])->setValue(&targets.listener, number);
     });
 }
 
-bench::Side setAtPath(Places& places) {
+bench::Side setAtPath(Targets& targets) {
     ModuleObject* const root = m()->root();
-    return inTurn(places, [&places, root](std::size_t place, int number) {
-        root->set(&places.listener, places.paths[place], number);
+    return inTurn(targets, [&targets, root](std::size_t place, int number) {
+        root->set(&targets.listener, targets.paths[place], number);
     });
 }
 
-bench::Side writeHeld(Places& places) {
-    return inTurn(places, [&places](std::size_t place, int number) {
-        places.nodes[place]->setValue(&places.listener, number);
+bench::Side writeHeld(Targets& targets) {
+    return inTurn(targets, [&targets](std::size_t place, int number) {
+        targets.nodes[place]->setValue(&targets.listener, number);
     });
 }
 
-bench::Side writeItem(Places& places) {
-    return inTurn(places, [&places](std::size_t place, int number) {
-        places.model.setData(places.items[place], number);
+bench::Side writeItem(Targets& targets) {
+    return inTurn(targets, [&targets](std::size_t place, int number) {
+        targets.model.setData(targets.items[place], number);
     });
 }
 
@@ -135,7 +135,7 @@ QStringList fillTree() {
 
 int main(int argc, char** argv) {
     QCoreApplication app(argc, argv);
-    Places many(fillTree());
+    Targets many(fillTree());
     // Nodes that a run writes, and a node without a listener for each.
     const QStringList written = {"lumo.execute.line",
                                  "lumo.current.line",
@@ -150,16 +150,16 @@ int main(int argc, char** argv) {
         silent << path + QStringLiteral("_too");
         m()->root()->set(nullptr, silent.back(), 0);
     }
-    Places usual(written);
-    Places unheard(silent, false);
+    Targets usual(written);
+    Targets silent(silent, false);
     const bench::Side bare = bareSignal(usual);
     compare("tree: write by dotted path, one listener / bare signal", writeByPath(usual), bare, 2.4);
     compare("tree: set at a dotted path, one listener / bare signal", setAtPath(usual), bare, 2.4);
-    compare("tree: write by dotted path, one of 2000 places / bare signal of one of 2000", writeByPath(many),
+    compare("tree: write by dotted path, one of 2000 targets / bare signal of one of 2000", writeByPath(many),
             bareSignal(many), 2.4);
     compare("tree: write through a held node, one listener / bare signal", writeHeld(usual), bare, 1.1);
-    compare("tree: write through a held node, nobody listening / bare signal", writeHeld(unheard), bare, 0.4);
-    compare("tree: write by dotted path, nobody listening / bare signal", writeByPath(unheard), bare, 0.4);
+    compare("tree: write through a held node, nobody listening / bare signal", writeHeld(silent), bare, 0.4);
+    compare("tree: write by dotted path, nobody listening / bare signal", writeByPath(silent), bare, 0.4);
     compare("tree: write by dotted path / item model's setData, one listener each", writeByPath(usual),
             writeItem(usual), 1.0);
     return bench::runFigures(argc, argv);

@@ -1,11 +1,10 @@
 #!/usr/bin/env python3
-"""Draws docs/img/parameters.svg from a run of lumo-run: what the fields of a parameter set do, and when.
+"""Draws docs/img/parameters.svg, the times of a parameter set, from a run of lumo-run.
 
     docs/pictures/parameters.py [--check] [LUMO-RUN]
 
-Two seams are welded, one with a continuous laser and one with pulses. Each span of the picture is taken
-from the trace and must be as long as the field says, else the script fails. --check draws nothing and fails
-when the picture is another one than that of the run."""
+Welds two seams, one with a continuous laser and one with pulses. The script fails if a time in the trace differs
+from the field's. --check draws nothing and fails if the picture differs from that of the run."""
 
 import json
 import pathlib

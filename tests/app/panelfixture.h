@@ -67,7 +67,7 @@ protected:
 
     static void pass(qint64 ms) { sim::VirtualTime::instance()->advance(ms); }
     /// Waits until no program runs and the robot stands.
-    void settle() const {
+    void waitUntilIdle() const {
         const auto still = [this] {
             return robot()->standsStill() && wordOf("lumo.execute.state") == "idle";
         };

@@ -15,7 +15,7 @@ class AppPanel : public test::PanelTest {
 
 private slots:
     void init() {
-        settle();
+        waitUntilIdle();
         robot()->setPower(false);
         click("cellTab0");
     }

@@ -62,7 +62,7 @@ private slots:
         robot()->setMode("auto");
         window()->activateWindow();
         pass(50);
-        settle();
+        waitUntilIdle();
         for (const char* home : {"pendantTab0", "jogFrame0", "step0", "speed1"}) {
             click(home);
         }
@@ -132,7 +132,7 @@ private slots:
                 for (const QString& button : {row[0], row[1], distance != 0 ? row[2] : row[3]}) {
                     click(button);
                 }
-                settle();
+                waitUntilIdle();
                 QVERIFY2(std::abs(posture(row[4]) - before - distance) < 1e-7, qPrintable(row.join(' ')));
             }
         }
@@ -140,7 +140,7 @@ private slots:
             click(button);
         }
         QCOMPARE(textOf("lblJogAnswer"), "The robot is moving");
-        settle();
+        waitUntilIdle();
         click("jog0-");
         QCOMPARE(textOf("lblJogAnswer"), "");
     }
@@ -175,7 +175,7 @@ private slots:
             QTest::mouseRelease(handle(), Qt::LeftButton, {}, finger);
             init();
             robot()->jog(sim::JogAxis::Y, -moved);
-            settle();
+            waitUntilIdle();
         }
     }
 

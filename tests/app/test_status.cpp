@@ -39,7 +39,7 @@ private slots:
         const struct {
             QString path;
             QVariant value;
-            QString told;
+            QString shown;
         } rows[] = {
             {"lumo.allWeldBtnstatus.weldbtn", false, no + "the Weld switch is off"},
             {"lumo.port.#9.name", "DO2_3",
@@ -51,7 +51,7 @@ private slots:
         for (const auto& row : rows) {
             const QVariant before = m(row.path)->value();
             set(row.path, row.value);
-            QCOMPARE(line(1), row.told);
+            QCOMPARE(line(1), row.shown);
             set(row.path, before);
             QCOMPARE(line(1), "✓ Welding is permitted");
         }
@@ -95,16 +95,16 @@ private slots:
         load("lumo.program",
              "[{'type':'delay','delaytime':100},{'type':'open','index':0},{'type':'delay','delaytime':2000},"
              "{'type':'close'},{'type':'moveL','speed':10,'point':{'trans':[5,0,0.3],'rot':[3.14,0,0]}}]");
-        const auto told = [this](int from, const Moments& moments) {
+        const auto shown = [this](int from, const Moments& moments) {
             run(from, moments);
             pass(3000);
             return line(2).section(' ', 1);
         };
         const QString well = "Welding is permitted|";
-        QCOMPARE(told(0, {{1500, pause}}), well + "Paused at line 3, inside a weld");
-        QCOMPARE(told(2, {}), "The last run failed: robot motion error -0x1|Welding is permitted");
+        QCOMPARE(shown(0, {{1500, pause}}), well + "Paused at line 3, inside a weld");
+        QCOMPARE(shown(2, {}), "The last run failed: robot motion error -0x1|Welding is permitted");
         test::closeBoxes();
-        QCOMPARE(told(0, {{50, pause}}), well + "Paused at line 1");
+        QCOMPARE(shown(0, {{50, pause}}), well + "Paused at line 1");
         forgetPause();
         QCOMPARE(line(2), "✓ " + well + "No program runs");
     }
@@ -136,16 +136,16 @@ private slots:
             {20000, "✓ Line 5: delay, 1:02 min left, 0:19/1:03 left"},
         };
         Moments moments = {{10000, input("DI4", false)}, {12000, input("LUMO_DI.#9", true)}, {80000, pause}};
-        int told = 0;
-        const auto tell = [&] {
-            QCOMPARE(line(2).section("|Welding", 0, 0) + ", " + progress(), rows[told++].second);
+        int shown = 0;
+        const auto record = [&] {
+            QCOMPARE(line(2).section("|Welding", 0, 0) + ", " + progress(), rows[shown++].second);
             QVERIFY(bar->isVisible() && watch->isTiming());
         };
         for (const auto& row : rows) {
-            moments.append({row.first, tell});
+            moments.append({row.first, record});
         }
         run(0, moments);
-        QVERIFY(told == rows.size() && line(1) == "✓ Laser, gas and wire are being switched off");
+        QVERIFY(shown == rows.size() && line(1) == "✓ Laser, gas and wire are being switched off");
         pass(1000);
         QVERIFY(!watch->isTiming() && !bar->isVisible() && line().contains("Paused at line 5"));
     }
@@ -156,10 +156,10 @@ private slots:
         load("lumo.signalbind_program",
              "[{'type':'waitDI','DI_type':'IO','diName':'DI5','value1':'true'},"
              "{'type':'delay','delaytime':5000}]");
-        QString told;
-        const auto tell = [&] { told = line(1) + ", " + progress(); };
-        run(0, {{2300, tell}, {2500, input("DI5", true)}});
-        QCOMPARE(told, "✓ Station, line 1 waits for DI5 = true, 2 s, 0:02/waits for an input, then 0:05");
+        QString shown;
+        const auto record = [&] { shown = line(1) + ", " + progress(); };
+        run(0, {{2300, record}, {2500, input("DI5", true)}});
+        QCOMPARE(shown, "✓ Station, line 1 waits for DI5 = true, 2 s, 0:02/waits for an input, then 0:05");
     }
 };
 

@@ -32,7 +32,7 @@ class AppViews : public test::PanelTest {
     void clickAndRun(const QString& name) const {
         click(name);
         QCoreApplication::sendPostedEvents(nullptr, QEvent::MetaCall);
-        settle();
+        waitUntilIdle();
     }
 
 private slots:
@@ -139,7 +139,7 @@ private slots:
         QCOMPARE(rows.join(", "), "0.000 1, 20.000 0, 40.000 1,  ");
         pass(60000);
         QCOMPARE(plot_->cursorMs(), edge);
-        click("btnHold");  // time goes on and carries the cursor off
+        click("btnHold");  // the cursor scrolls out of view
         QVERIFY(!plot_->cursorMs() && plot_->valueText(signalRow) == "1");
     }
 

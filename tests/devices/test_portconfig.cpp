@@ -150,7 +150,7 @@ private slots:
             });
         }
         bench_.run();
-        bench_.settle();
+        bench_.waitUntilIdle();
         QCOMPARE(bench_.robot.offSince("LASER"), 1500 + DO_LASER_SAFETY_LOCK);
         QCOMPARE(reported, QList<QList<int>>({{}, {0, 2}, {}}));
         QString uses;

@@ -89,7 +89,7 @@ private slots:
             bench_.load(row.program);
             bench_.at(row.atMs, acts.value(row.event.section(' ', 0, 0), [] {}));
             bench_.run(row.from);
-            bench_.settle();
+            bench_.waitUntilIdle();
             QCOMPARE(row.event + ": " + shown("Num Delay"), row.event + ": " + row.counted);
         }
         // After a pause the time counts from the last start.

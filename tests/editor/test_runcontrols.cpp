@@ -20,7 +20,7 @@ class TestRunControls : public EditorTest {
         load(seam_);
         at(1200, [this] { act("btnPause"); });
         act("btnStart");
-        bench.settle();
+        bench.waitUntilIdle();
     }
 
 private slots:

@@ -24,7 +24,7 @@ Script::Script() {
         {"begin", [this](const Words&) { bench.begin(); }},  // without a run
         {"pause", [](const Words&) { ExecutorBench::pause(); }},
         {"wait", [this](const Words& w) { bench.time.advance(w[0].toInt()); }},
-        {"settle", [this](const Words&) { bench.settle(); }},
+        {"settle", [this](const Words&) { bench.waitUntilIdle(); }},
         {"set", [this](const Words& w) { bench.setParam(qPrintable(w[0]), w[1].toDouble()); }},
         {"result", [](const Words& w) { ScriptedRobot::answer("move.l", w[0].toInt()); }},
         {"lead", [this](const Words& w) { bench.robot.zoneLeadMs = w[0].toInt(); }},
@@ -96,7 +96,7 @@ QStringList Script::play(const QByteArray& program, const QString& script) {
     for (const QString& what : script.split(';')) {
         act(what);
     }
-    bench.settle();
+    bench.waitUntilIdle();
     QStringList lines;
     for (const QString& entry : bench.robot.log()) {
         const QString ms = entry.section(' ', 0, 0) + ' ';

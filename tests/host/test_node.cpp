@@ -27,7 +27,7 @@ void listen(ModuleObject* root, QStringList* seen) {
     for (ModuleObject* n : QList<ModuleObject*>{root} + root->cmobjs(true)) {
         const QString path = n == root ? QString() : n->path() + ' ';
         const auto note = [=](const QString& what, const QString& value, const QObject* by) {
-            seen->append(path + what + value + (by == me ? " me" : by ? " somebody" : ""));
+            seen->append(path + what + value + (by == me ? " me" : by ? " other" : ""));
         };
         const auto at = [=](const QString& name) {
             return name + '@' + QString::number(n->c(name)->indexInPmobj());
@@ -321,19 +321,19 @@ private slots:
         const auto root = test::node("{'b': 1, 'c': 2, 'z': {'deep': 1}, 'l': [1]}");
         ModuleObject *const kept = root->c("c"), *const deep = root->r("z.deep"),
                             *const element = root->r("l.#0");
-        const QPointer<ModuleObject> gone(root->c("b"));
+        const QPointer<ModuleObject> removed(root->c("b"));
         root->loadJson(me, json("{'a': 0, 'c': 5, 'z': {'deep': 6, 'more': 7}, 'l': [3]}"));
         QVERIFY(root->c("c") == kept && root->r("z.deep") == deep && root->r("l.#0") != element);
         QVERIFY(kept->indexInPmobj() == 1 && deep->getInt() == 6);
         QVERIFY(element->pmobj()->isNull() && element->indexInPmobj() == -1);
-        QVERIFY(gone && gone->pmobj()->isNull());
+        QVERIFY(removed && removed->pmobj()->isNull());
         // Removed nodes may be inserted again or deleted before the purge.
         const QPointer<ModuleObject> a(root->c("a")), c(root->c("c"));
         root->clear(me);
-        root->insert(me, gone);
+        root->insert(me, removed);
         delete a;
         ModuleManager::purgeRemoved();
-        QVERIFY(gone && root->c("b") == gone && root->size() == 1 && !c);
+        QVERIFY(removed && root->c("b") == removed && root->size() == 1 && !c);
     }
 
     void copyAndExport_dropPointersAndListNames() {

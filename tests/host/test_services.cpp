@@ -131,7 +131,7 @@ private slots:
                 << "激光 %1 " << QString("a b") << 0.5 << QVector3D(1, 2, 3) << number;
         };
         mendo::LogHub::instance()->setConsole(false);
-        QSignalSpy heard(mendo::LogHub::instance(), &mendo::LogHub::line);
+        QSignalSpy logged(mendo::LogHub::instance(), &mendo::LogHub::line);
         // After many failures the file is tried only every 100 ms; listeners get every line.
         for (int number = 0; number < 1000; ++number) {
             log(number);
@@ -141,8 +141,8 @@ private slots:
         sim::VirtualTime::instance()->advance(100);
         log(-1);
         const QString line = "激光 %1  a b 0.5 QVector3D(1, 2, 3) -1";
-        QCOMPARE(heard.size(), 1002);
-        QCOMPARE(heard.last(), (QVariantList{"S", line}));
+        QCOMPARE(logged.size(), 1002);
+        QCOMPARE(logged.last(), (QVariantList{"S", line}));
         QCOMPARE(contentOf("log/lumo.log"), ("[S|01/01 08:00:00.100] " + line + '\n').toUtf8());
         mendo::LogHub::instance()->setConsole(true);
     }

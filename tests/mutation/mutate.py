@@ -49,9 +49,9 @@ class Site:
         self.follows = None  # the previous statement, if a mutant can exchange the two
 
     def ids(self, operator):
-        return [told["id"] for told, _ in self.mutants if told["operator"] == operator]
+        return [entry["id"] for entry, _ in self.mutants if entry["operator"] == operator]
 
-    def gone(self):
+    def removed_by(self):
         """The mutants in which this statement does not run here, because it is removed or runs earlier."""
         return self.ids("statement") + (self.follows.ids("swap") if self.follows else [])
 
@@ -104,9 +104,9 @@ class Source:
         if start < end:
             words = self.text[start:end] if before is None else before, text if after is None else after
             before, after = (re.sub(r"\s+", " ", word.decode()) for word in words)
-            told = {"file": self.name, "line": self.text.count(b"\n", 0, start) + 1, "function": self.function,
+            entry = {"file": self.name, "line": self.text.count(b"\n", 0, start) + 1, "function": self.function,
                     "operator": operator, "before": before, "after": after}
-            self.sites.setdefault(place, Site(*place)).mutants.append((told, text))
+            self.sites.setdefault(place, Site(*place)).mutants.append((entry, text))
 
     def between(self, left, right):
         return self.text[left.extent.end.offset:right.extent.start.offset].decode(errors="replace").strip()
@@ -178,15 +178,15 @@ class Source:
     def number(self, first):
         """Numbers the mutants in the order of the text and returns their entries for mutants.json."""
         sites = sorted(self.sites.values(), key=lambda site: (site.start, -site.end))
-        found = [told for site in sites for told, _ in site.mutants]
-        for at, told in enumerate(found, first):
-            told["id"] = at
+        found = [entry for site in sites for entry, _ in site.mutants]
+        for at, entry in enumerate(found, first):
+            entry["id"] = at
         return found
 
     def render(self):
         """Returns the mutated copy; fills `placed` with the sites' ranges in it, outer ones first."""
         out, self.placed = bytearray(f'#line 1 "{self.name}"\n'.encode()), []
-        sites = sorted((site for site in self.sites.values() if site.mutants or site.gone()), reverse=True,
+        sites = sorted((site for site in self.sites.values() if site.mutants or site.removed_by()), reverse=True,
                        key=lambda site: (site.start, -site.end, not site.is_statement))
         # A constant with a mutant cannot be constexpr.
         source = bytearray(self.text)
@@ -206,12 +206,12 @@ class Source:
         def place(site):
             self.placed.append(placed := [len(out), 0, site])
             if site.is_statement:
-                early = (b"if (lumoMutant(%d)) { " % told["id"] + text + b" } "
-                         for told, text in site.mutants if told["operator"] == "swap")
-                gone = b" || ".join(b"lumoMutant(%d)" % id for id in site.gone()) or b"false"
-                opening, closing = b"{ " + b"".join(early) + b"if (!(" + gone + b")) { ", b" } }"
+                early = (b"if (lumoMutant(%d)) { " % entry["id"] + text + b" } "
+                         for entry, text in site.mutants if entry["operator"] == "swap")
+                removed = b" || ".join(b"lumoMutant(%d)" % id for id in site.removed_by()) or b"false"
+                opening, closing = b"{ " + b"".join(early) + b"if (!(" + removed + b")) { ", b" } }"
             else:
-                choices = (b"lumoMutant(%d) ? (" % told["id"] + text + b") : " for told, text in site.mutants)
+                choices = (b"lumoMutant(%d) ? (" % entry["id"] + text + b") : " for entry, text in site.mutants)
                 kept = b"static_cast<bool>(" if site.ids("condition") else b"("
                 opening, closing = b"(" + b"".join(choices) + kept, b"))"
             out.extend(opening)

@@ -133,7 +133,7 @@ def load_tests():
 
 
 def run_test(test, seconds, arguments=(), **extra):
-    """Runs a test. Returns how it ended (passed, failed or time-out), its time, and the content of the files `written…`
+    """Runs a test. Returns how it ended (passed, failed or time-out), its time, and what it wrote to the files `written…`
     in its folder; % in arguments and environment stands for this folder."""
     with tempfile.TemporaryDirectory(prefix="mutant-", ignore_cleanup_errors=True) as folder:
         values = {**os.environ, **ENVIRONMENT, **test["environment"],
@@ -216,12 +216,12 @@ def failing(mutant, test, names=(), hangs=0):
         return {fate(mutant, [test])[1]} - {""}
     end, _, lines = run_test(test, 4 * test["seconds"] + 3, ["-v1", "-o", "%/written,txt", *names],
                              LUMO_MUTANT=str(mutant))
-    told = re.findall(r"^(\S+) *: (?:\w+::)*(\w+)\((.*)", lines, re.MULTILINE)
-    failed = {function for kind, function, _ in told if kind in ("FAIL!", "XPASS", "QFATAL")}
+    messages = re.findall(r"^(\S+) *: (?:\w+::)*(\w+)\((.*)", lines, re.MULTILINE)
+    failed = {function for kind, function, _ in messages if kind in ("FAIL!", "XPASS", "QFATAL")}
     # QtTest prints its totals also before a fatal error ends it.
     if re.search("^Totals:", lines, re.MULTILINE) and not re.search("^QFATAL", lines, re.MULTILINE):
         return failed or ({"(its end)"} if end != "passed" else set())
-    entered = [function for kind, function, rest in told if kind == "INFO" and rest.endswith(" entering")]
+    entered = [function for kind, function, rest in messages if kind == "INFO" and rest.endswith(" entering")]
     last = entered[-1] if entered else "initTestCase"
     behind = test["functions"][test["functions"].index(last) + 1:] if last in test["functions"] else []
     hangs += end == "time-out"
@@ -303,7 +303,7 @@ def compare(options):
     kill(options, [name for name in died if name in mutants])
     done, bad = load_results("results.jsonl"), 0
     for name in died:
-        end = done[name]["end"] if name in mutants else "gone from the code"
+        end = done[name]["end"] if name in mutants else "no longer in the code"
         if end not in DEAD:
             reason = known.get(name_of(*name))
             bad += not reason
@@ -314,20 +314,20 @@ def compare(options):
 
 def self_check(_):
     mutants = load_mutants()
-    nobody, checked = len(mutants), "executor_stops"  # this test must kill the lethal mutant
+    no_mutant, checked = len(mutants), "executor_stops"  # this test must kill the lethal mutant
     lethal = mutants["lumo/executor/schedule.cpp | Schedule::runDue | performer_(entry.step); | ", 0]["id"]
     test = coverage_of(next(test for test in load_tests() if test["name"] == checked))
     endless = {"name": "endless", "command": ["sleep", "60"], "environment": {}, "seconds": -0.4,
-               "reached": [nobody], "functions": []}
+               "reached": [no_mutant], "functions": []}
     broken = {"name": "broken", "command": ["/bin/false"], "environment": {}}
-    assert fate(nobody, [{**test, "reached": [nobody]}]) == ("survived", ""), "unchanged code survives"
-    assert fate(nobody, [test]) == ("not reached", ""), "a mutant that no test reaches is not reached"
+    assert fate(no_mutant, [{**test, "reached": [no_mutant]}]) == ("survived", ""), "unchanged code survives"
+    assert fate(no_mutant, [test]) == ("not reached", ""), "a mutant that no test reaches is not reached"
     assert fate(lethal, [test]) == ("killed", checked), "a lethal change is killed"
-    assert fate(nobody, [endless]) == ("time-out", "endless"), "a test that hangs kills"
+    assert fate(no_mutant, [endless]) == ("time-out", "endless"), "a test that hangs kills"
     assert coverage_of(broken)["fault"] == "failed without a mutant", "a broken test is left out"
-    assert failing(nobody, test) == set(), "in unchanged code no function fails"
+    assert failing(no_mutant, test) == set(), "in unchanged code no function fails"
     assert set() < failing(lethal, test) < set(test["functions"]), "a lethal change fails some functions, not all"
-    assert failing(nobody, endless) == {"endless"}, "a program that hangs fails"
+    assert failing(no_mutant, endless) == {"endless"}, "a program that hangs fails"
     print("Killed and surviving mutants are distinguished.")
 
 

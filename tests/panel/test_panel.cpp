@@ -215,7 +215,7 @@ private slots:
         QVERIFY(contentOf("seam.json").contains("1000"));
         QCOMPARE(test::text(m("lumo.toolset")), shown);
         QCOMPARE(test::text(kordservice()->dataNode("pel.coord.toolset")), shown);
-        bench_.settle();
+        bench_.waitUntilIdle();
     }
 
     /// Hidden pages do not make the panel higher. The last two pages of a kind are kept: they may be saving.

@@ -45,8 +45,8 @@ private slots:
             {record("LUMO_DO", "bit", QVariant(), 0), "rejected LUMO_DO: value does not fit type bit"},
         };
         const ModuleObject* const shown = kordservice()->dataNode("register.values");
-        for (const auto& [fields, heard] : rows) {
-            const bool rejected = QString(heard).startsWith("rejected");
+        for (const auto& [fields, expected] : rows) {
+            const bool rejected = QString(expected).startsWith("rejected");
             const QString path = fields["name"].toString() + ".#" + fields["bias"].toString();
             for (const bool byNode : {false, true}) {
                 Robot robot;
@@ -61,7 +61,7 @@ private slots:
                 } else {
                     kordservice()->execCommand(this, "register.write", fields);
                 }
-                QCOMPARE(robot.lines.join('|'), heard[0] ? QString("0 ") + heard : QString());
+                QCOMPARE(robot.lines.join('|'), expected[0] ? QString("0 ") + expected : QString());
                 QCOMPARE(kordservice()->commandNode("register.write")->getInt(1), rejected ? -1 : 0);
             }
         }

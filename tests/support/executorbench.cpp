@@ -133,7 +133,7 @@ void ExecutorBench::once(int line, bool withSender) {
     m("lumo.execute.trigger.once")->setValue(withSender ? this : nullptr, line);
 }
 
-void ExecutorBench::settle() {
+void ExecutorBench::waitUntilIdle() {
     time.advanceUntil([] { return executor->pendingSteps() == 0 && executor->depth() == 0; }, 100000);
 }
 

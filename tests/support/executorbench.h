@@ -39,7 +39,7 @@ public:
     void run(int line = 0, int mode = 0);
     void once(int line, bool withSender = true);
     /// Advances the time until the executor has nothing pending.
-    void settle();
+    void waitUntilIdle();
 
     /// Number of armed timers, except those of at().
     [[nodiscard]] int armedTimers() const { return time.armedTimers(&actionScope_); }
