@@ -25,7 +25,7 @@ QString iconWord(QMessageBox::Icon icon) {
     return QStringLiteral("none");
 }
 
-/// The button that is pressed, and its word in the trace.
+/// The button to press, and its word in the trace; null for a box without buttons.
 QAbstractButton* choose(const QMessageBox* box, QString* word) {
     if (QAbstractButton* yes = box->button(QMessageBox::Yes)) {
         *word = QStringLiteral("Yes");
@@ -56,7 +56,7 @@ bool MessageWatch::eventFilter(QObject* watched, QEvent* event) {
             if (event->type() == QEvent::Show) {
                 onShown(box);
             } else {
-                onGone(box);
+                onClosed(box);
             }
         }
     }
@@ -65,12 +65,12 @@ bool MessageWatch::eventFilter(QObject* watched, QEvent* event) {
 
 void MessageWatch::onShown(QMessageBox* box) {
     pending_.insert(box);
-    connect(box, &QObject::destroyed, this, &MessageWatch::onGone, Qt::UniqueConnection);
+    connect(box, &QObject::destroyed, this, &MessageWatch::onClosed, Qt::UniqueConnection);
     QTimer::singleShot(ackMs_, box, [this, box] { answer(box); });
     emit shown(iconWord(box->icon()), box->windowTitle(), box->text());
 }
 
-void MessageWatch::onGone(QObject* box) {
+void MessageWatch::onClosed(QObject* box) {
     if (pending_.remove(box)) {
         emit closed();
     }

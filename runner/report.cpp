@@ -7,7 +7,7 @@ namespace {
 constexpr double msPerS = 1000.0;
 constexpr double mmPerM = 1000.0;
 
-/// A text in a column, by its characters: a Cyrillic letter has two bytes.
+/// A text padded to a number of characters; printf() would count bytes.
 QByteArray column(const QString& text, int width = 22) {
     return text.simplified().leftJustified(width).toUtf8();
 }

@@ -9,10 +9,10 @@
 
 namespace run {
 
-/// The figures of a run.
+/// Totals of a run.
 struct Figures {
     QString reason;
-    QString waiting;  ///< what a run that did not come to its end was waiting for, else empty
+    QString waiting;  ///< what an unfinished run was waiting for, else empty
     int lines = 0;
     double pathM = 0;
     qint64 laserMs = 0;
@@ -22,19 +22,18 @@ struct Figures {
     qint64 durationMs = 0;
 };
 
-/// A line of the stations' table.
+/// A row of the stations' table.
 struct StationLine {
     QString name;
     QString project;
     StationFigures figures;
 };
 
-/// What a run prints for a person: a line for each statement, or each state of a station, and each
-/// message, and tables at the end.
+/// Prints a run: a line for each statement (or each state of a station) and each message, tables at the end.
 class Report {
 public:
     enum class Progress { Statements, Stations };
-    /// `out` null: prints nothing. `progress`: whose lines will come.
+    /// `out` null: prints nothing. `progress`: what the lines are about.
     explicit Report(std::FILE* out, Progress progress = Progress::Statements)
         : out_(out), progress_(progress) {}
 

@@ -52,7 +52,7 @@ QString reasonOf(sim::JogAnswer answer) {
     return {};
 }
 
-/// Why a file cannot be loaded; nothing when it can.
+/// The problem of a file that cannot be loaded; nothing without one.
 std::optional<Problem> noProject(const QString& path) {
     Problem problem;
     return Project::read(path, QFileInfo(path).fileName(), &problem) ? std::nullopt
@@ -90,8 +90,8 @@ void ScenarioPlayer::makeDue(std::size_t end) {
     drain();
 }
 
-/// An entry may run a whole program before it returns; the event loop that runs inside it then goes
-/// on with the entries behind it.
+/// An entry may run a whole program before it returns. The event loop inside it then applies the entries that
+/// follow.
 void ScenarioPlayer::drain() {
     while (next_ < due_) {
         const ScenarioEntry& entry = scenario_.entries()[next_++];
@@ -117,7 +117,7 @@ void ScenarioPlayer::refuse(const ScenarioEntry& entry, const QString& reason) {
     if (entry.action != Action::Load) {
         return;
     }
-    // As the page's Open does: the host's file service tells what is wrong with the file.
+    // As the page's Open button does, report the problem through the host's file service.
     if (const std::optional<Problem> problem = noProject(pathOf(entry))) {
         emit m()->fileProblem(pathOf(entry), problem->line, problem->column, problem->reason);
     }

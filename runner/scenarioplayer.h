@@ -19,16 +19,16 @@ class PageOperator;
 class ScenarioPlayer : public QObject {
     Q_OBJECT
 public:
-    /// `projectFolder`: where the files of "load" are.
+    /// `projectFolder`: the folder of the files of "load". All pointers must outlive it.
     ScenarioPlayer(const Scenario& scenario, TreeOperator* tree, PageOperator* pages,
                    sim::Controller* controller, sim::Cell* cell, const QString& projectFolder,
                    QObject* parent = nullptr);
 
-    /// Times count from now; those of time 0 come when the event loop is entered next.
+    /// Times count from now; entries of time 0 are applied from the event loop.
     void start();
-    /// When the last entry comes, ms from the start.
+    /// Time of the last entry, ms from the start.
     int lastMs() const { return scenario_.lastMs(); }
-    /// Whether an entry works the station page.
+    /// Whether an entry operates the station page.
     bool needsStationPage() const { return scenario_.has(Action::Monitor) || scenario_.has(Action::Station); }
     /// Whether entries are left.
     bool isPending() const { return next_ < scenario_.entries().size(); }

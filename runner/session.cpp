@@ -32,7 +32,7 @@ std::FILE* reportStream(const Options& options) {
     return options.trace == QLatin1String("-") ? stderr : stdout;
 }
 
-/// What the executor waits for, in words; empty when it waits for nothing.
+/// Text for what the executor waits for; empty when it does not wait.
 QString waitingText(const QObject* executor) {
     const QVariantMap waiting = executor->property("waiting").toMap();
     const QVariant detail = waiting.value(QStringLiteral("detail"));
@@ -96,14 +96,14 @@ int Session::run() {
     return status_;
 }
 
-/// Every loop returns, and the last one announces the end: what runs learns of it as in any host.
+/// All event loops return, and the outermost announces the end to the package, as in any host.
 void Session::quit() {
     quit_ = Quit::Asked;
     quitInRun_ = watch_.isRunning() || package_.executor->property("depth").toInt() > 0;
     QCoreApplication::quit();
 }
 
-/// The cell goes on until the robot stands and nothing is on its way any more.
+/// Runs the cell until the robot stands and nothing is pending.
 void Session::windDown() {
     quit_ = Quit::Done;
     QEventLoop rest;
@@ -332,10 +332,10 @@ qint64 Session::elapsedMs() const {
     return startMs_ ? mendo::Clock::current().elapsedMs() - *startMs_ : 0;
 }
 
-/// The time limit's own timer must not hide that nothing else is pending.
+/// Ends the run when no timer is armed but that of the time limit.
 void Session::onAboutToBlock() {
     if (!startMs_ || finished_ || player_->isPending()) {
-        return;  // entries that are left have their timers, not to be counted for each of them
+        return;  // the remaining entries have timers
     }
     if (sim::VirtualTime::instance()->armedTimers(&until_) == 0) {
         QMetaObject::invokeMethod(
@@ -362,7 +362,7 @@ void Session::scheduleCheck() {
 void Session::check() {
     checkPosted_ = false;
     if (quit_ == Quit::Asked) {
-        return;  // the loops have yet to return
+        return;  // the event loops have not returned yet
     }
     if (isOver()) {
         finish(watch_.reason());
@@ -371,8 +371,8 @@ void Session::check() {
     }
 }
 
-/// A page may keep timers going for ever, so a run that awaits a motion of a robot that stands still
-/// is given up after a while, too. Steps of the laser, pulses among them, do not end its wait.
+/// Gives up a run that has waited for a while for a motion while the robot stands still: timers of pages, and
+/// laser pulses, may go on for ever.
 void Session::watchStuckRun() {
     if (!isStuck() && !isForgotten()) {
         stuck_->stop();
@@ -404,7 +404,7 @@ bool Session::areStationsDone() const {
     return !stations_ || quit_ != Quit::No || (stationPage_.queued() == 0 && !calm_.isActive());
 }
 
-/// Projects are queued, but the station page is switched off and nobody is left to switch it on.
+/// Projects are queued, but the station page is switched off.
 bool Session::isForgotten() const {
     return stations_ && !stationPage_.isMonitoring() && stationPage_.queued() > 0 && isAtRest();
 }
@@ -434,7 +434,7 @@ std::vector<StationLine> Session::stationLines() const {
     return lines;
 }
 
-/// Whether all that began came to its end.
+/// Whether all runs that began finished.
 bool Session::isSuccess() const {
     return watch_.reason() == QLatin1String("finished") && !quitInRun_ && !pages_.hasFailed() &&
            (!stations_ || stationWatch_.allFinished());

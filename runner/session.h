@@ -26,8 +26,8 @@
 
 namespace run {
 
-/// One call of the runner: reads the input, sets the cell up, runs the project and ends when nothing
-/// more can happen. Needs virtual time to be installed.
+/// One call of the runner: reads the input, builds the cell, runs the project and ends when nothing more can
+/// happen. Needs virtual time to be installed.
 class Session : public QObject {
     Q_OBJECT
 public:
@@ -38,7 +38,7 @@ public:
     int run();
 
 private slots:
-    void scheduleCheck();  // a slot by name, for a signal whose class is the package's
+    void scheduleCheck();  // a slot, to be connected by name: the signal's class is unknown here
 
 private:
     bool readInput();
@@ -76,8 +76,8 @@ private:
     qint64 elapsedMs() const;
 
     Options options_;
-    std::optional<Project> project_;       ///< or
-    std::optional<StationList> stations_;  ///< what is monitored instead of it
+    std::optional<Project> project_;       ///< either this
+    std::optional<StationList> stations_;  ///< or these
     Trace trace_;
     workcell::VcdWriter vcd_;
     Report report_;
@@ -93,14 +93,18 @@ private:
     workcell::PackageFlags package_;
     std::unique_ptr<MessageWatch> messages_;
     std::unique_ptr<ScenarioPlayer> player_;
-    std::unique_ptr<workcell::CellSignals> signals_;  ///< where a value change dump is written
+    std::unique_ptr<workcell::CellSignals> signals_;  ///< only with --vcd
     QTimer until_;
-    QTimer calm_;                          ///< the stations' inputs have been left alone for a while
-    QTimer* stuck_ = new QTimer(&until_);  ///< below it: neither is anything that a run waits for
-    std::optional<qint64> startMs_;        ///< the host's clock when the trigger was written
+    QTimer calm_;  ///< runs for a while after the last entry of a scenario for stations
+    QTimer* stuck_ = new QTimer(&until_);  ///< a child of until_: armedTimers() leaves both out
+    std::optional<qint64> startMs_;        ///< the host's clock at the start of the run
     bool checkPosted_ = false;
     bool finished_ = false;
-    enum class Quit { No, Asked, Done } quit_ = Quit::No;  ///< Done: the application's loop has returned
+    enum class Quit {
+        No,
+        Asked,
+        Done
+    } quit_ = Quit::No;  ///< Done: the application's event loop has returned
     bool quitInRun_ = false;
     int status_ = 0;
 };

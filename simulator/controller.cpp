@@ -6,6 +6,7 @@
 #include "simulator/iobank.h"
 #include "simulator/motionqueue.h"
 #include "simulator/resultwriter.h"
+#include "simulator/words.h"
 
 #include <QSet>
 #include <QTimer>
@@ -77,9 +78,9 @@ Controller::Private::Private(Controller* controller, KordService* robotService, 
       results(robotService, controller) {
     fillControllerNodes(q, service, arm.axes());
     writePosture(q, service, queue.posture());
-    service->offerCommand(QStringLiteral("register.write_multi"), options.writeMulti);
-    m(QStringLiteral("kord.r.power"))->setValue(q, QStringLiteral("on"));
-    m(QStringLiteral("kord.r.mode"))->setValue(q, QStringLiteral("auto"));
+    service->offerCommand(word::registerWriteMulti, options.writeMulti);
+    m(word::power)->setValue(q, QStringLiteral("on"));
+    m(word::mode)->setValue(q, QStringLiteral("auto"));
     writeState(idleWord);
 
     connect(service, &KordService::issued, q, [this](const KordCall& call) { handle(call); });
@@ -122,23 +123,23 @@ void Controller::Private::handle(const KordCall& call) {
 
 /// Carries out a command that orders no motion. Returns its result: 0, or -1 when a write was rejected.
 int Controller::Private::execute(const KordCall& call) {
-    if (call.name == QLatin1String("register.write")) {
+    if (call.name == word::registerWrite) {
         return writeRegister(call.argument(QStringLiteral("name")).toString(),
                              call.argument(QStringLiteral("type")).toString(),
                              call.argument(QStringLiteral("value")), call.argument(QStringLiteral("bias")));
     }
-    if (call.name == QLatin1String("register.write_multi")) {
+    if (call.name == word::registerWriteMulti) {
         return writeRegisters(call);
     }
-    if (call.name == QLatin1String("device.io.out.do")) {
+    if (call.name == word::outDo) {
         return io.writeOutput(call.argument(QStringLiteral("name")).toString(),
                               call.argument(QStringLiteral("value")))
                    ? 0
                    : -1;
     }
-    if (call.name == QLatin1String("move.opr.enough")) {
+    if (call.name == word::enough) {
         release();
-    } else if (call.name == QLatin1String("move.stop") || call.name == QLatin1String("move.reset")) {
+    } else if (call.name == word::stop || call.name == word::reset) {
         results.forgetHeld();
         queue.stop();
     }
@@ -307,7 +308,7 @@ void Controller::Private::setState(const QString& newState) {
 }
 
 void Controller::Private::writeState(const QString& newState) {
-    m(QStringLiteral("kord.r.state"))->setValue(q, newState);
+    m(word::state)->setValue(q, newState);
 }
 
 void Controller::Private::setPower(bool on) {
@@ -316,7 +317,7 @@ void Controller::Private::setPower(bool on) {
         results.forgetHeld();
         queue.stop();
     }
-    m(QStringLiteral("kord.r.power"))->setValue(q, on ? QStringLiteral("on") : QStringLiteral("off"));
+    m(word::power)->setValue(q, on ? QStringLiteral("on") : QStringLiteral("off"));
 }
 
 // --- The controller ------------------------------------------------------------------------------
@@ -348,7 +349,7 @@ bool Controller::emergencyStop() const {
 }
 
 void Controller::setMode(const QString& mode) {
-    m(QStringLiteral("kord.r.mode"))->setValue(this, mode);
+    m(word::mode)->setValue(this, mode);
 }
 
 bool Controller::setInput(const QString& name, bool value) {

@@ -1,4 +1,5 @@
 #include "simulator/controllernodes.h"
+#include "simulator/words.h"
 
 #include "kord/controllermanager.h"
 #include "kord/kordservice.h"
@@ -66,13 +67,13 @@ void writeList(QObject* sender, ModuleObject* list, const Values& values) {
 }  // namespace
 
 void fillControllerNodes(QObject* sender, KordService* service, int axes) {
-    service->dataNode(QStringLiteral("sys.info"))->set(sender, QStringLiteral("joint_num"), axes, true);
+    service->dataNode(word::sysInfo)->set(sender, QStringLiteral("joint_num"), axes, true);
     service->dataNode(QStringLiteral("move"))->set(sender, QStringLiteral("default_zone"), defaultZone, true);
-    m(QStringLiteral("rova.project.tool._list"))->loadJson(sender, parsed(tools));
-    m(QStringLiteral("rova.project.wobj._list"))->loadJson(sender, parsed(workObjects));
-    for (const char* drag : {"rova.handle.drag", "rova.sidemove.drag"}) {
-        m(QLatin1String(drag))->set(sender, QStringLiteral("space"), 0, true);
-        m(QLatin1String(drag))->set(sender, QStringLiteral("type"), 0, true);
+    m(word::toolList)->loadJson(sender, parsed(tools));
+    m(word::wobjList)->loadJson(sender, parsed(workObjects));
+    for (const QLatin1String drag : word::handGuiding) {
+        m(drag)->set(sender, QStringLiteral("space"), 0, true);
+        m(drag)->set(sender, QStringLiteral("type"), 0, true);
     }
     ModuleObject* keys = pendantKeys();
     for (ModuleObject* key : keys->cmobjs()) {
@@ -93,7 +94,7 @@ MotionQueue::Posture roundedPosture(MotionQueue::Posture posture) {
 }
 
 void writePosture(QObject* sender, KordService* service, const MotionQueue::Posture& posture) {
-    ModuleObject* node = service->dataNode(QStringLiteral("sys.posture"));
+    ModuleObject* node = service->dataNode(word::posture);
     const MotionQueue::Posture rounded = roundedPosture(posture);
     writeList(sender, node->c(QStringLiteral("trans")), rounded.pose.trans);
     writeList(sender, node->c(QStringLiteral("rot")), rounded.pose.rot);

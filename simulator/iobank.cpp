@@ -1,4 +1,5 @@
 #include "simulator/iobank.h"
+#include "simulator/words.h"
 
 #include "kord/kordservice.h"
 #include "mendo/modulemanager.h"
@@ -52,11 +53,11 @@ IoBank::IoBank(KordService* service, QObject* parent) : QObject(parent), service
     for (const QString& group : {QStringLiteral("DI"), QStringLiteral("DO")}) {
         for (int i = 1; i <= deviceSignals; ++i) {
             const QString name = group + QString::number(i);
-            const QString node = QStringLiteral("device.io.%1.%2").arg(group, name);
+            const QString node = QStringLiteral("%1.%2.%3").arg(word::deviceIo, group, name);
             add({name, node, true, group == QLatin1String("DO"), false});
         }
     }
-    m(QStringLiteral("rova.robot.register._list"))->clear(this, true, false);
+    m(word::registerList)->clear(this, true, false);
     for (const Row& row : registerRows) {
         addRegister(QLatin1String(row.name), QLatin1String(row.type), row.writable, row.length);
     }
@@ -81,10 +82,10 @@ void IoBank::addRegister(const QString& name, const QString& type, bool writable
     for (int i = 0; i < length; ++i) {
         const QString element = QStringLiteral("%1.#%2").arg(name).arg(i);
         const QVariant zero = isDigital(type) ? QVariant(false) : QVariant(0);
-        add({plain ? name : element, QStringLiteral("register.values.") + element, isDigital(type), writable,
-             zero});
+        add({plain ? name : element, word::registerValues + QLatin1Char('.') + element, isDigital(type),
+             writable, zero});
     }
-    auto* row = m(QStringLiteral("rova.robot.register._list"))->append(this);
+    auto* row = m(word::registerList)->append(this);
     row->set(this, QStringLiteral("name"), name)
         ->set(this, QStringLiteral("type"), type)
         ->set(this, QStringLiteral("rw"), writable ? QStringLiteral("rdwr") : QStringLiteral("rd"))
@@ -164,7 +165,7 @@ bool IoBank::writeRegister(const QString& name, const QString& type, const QVari
 bool IoBank::writeOutput(const QString& name, const QVariant& value) {
     const auto found = byName_.constFind(name);
     const bool known = found != byName_.constEnd() && elements_[*found].writable &&
-                       elements_[*found].node.startsWith(QLatin1String("device.io."));
+                       elements_[*found].node.startsWith(word::deviceIo);
     if (!known || !value.canConvert<bool>()) {
         emit rejected(name,
                       known ? QStringLiteral("value is no switch state") : QStringLiteral("no such output"));

@@ -1,6 +1,7 @@
 #include "simulator/motioncommand.h"
 
 #include "kord/kordservice.h"
+#include "simulator/words.h"
 
 #include <cmath>
 #include <limits>
@@ -87,13 +88,13 @@ bool motionKind(const QString& name, MotionCommand::Kind* kind) {
 QString commandName(MotionCommand::Kind kind) {
     switch (kind) {
         case MotionCommand::Kind::Joint:
-            return QStringLiteral("move.j");
+            return word::moveJ;
         case MotionCommand::Kind::Line:
-            return QStringLiteral("move.l");
+            return word::moveL;
         case MotionCommand::Kind::Arc:
             break;
     }
-    return QStringLiteral("move.c");
+    return word::moveC;
 }
 
 MotionCommand readMotion(const KordCall& call, MotionCommand::Kind kind, int id, int axes) {

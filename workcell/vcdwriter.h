@@ -15,20 +15,21 @@ public:
     enum class Kind { Wire, Integer, Real };
 
     bool open(const QString& file, QString* error);
-    /// Writes to a device that is open and stays the caller's.
+    /// Writes to an open device that the caller owns.
     void setDevice(QIODevice* device) { out_ = device; }
     bool isOpen() const { return out_ != nullptr; }
 
-    /// Declares a signal in a scope and returns its number. Characters that a name cannot hold become '_'.
+    /// Declares a signal in a scope and returns its number. Characters that a dump's names cannot have become
+    /// '_'.
     int declare(const QString& scope, const QString& name, Kind kind);
     /// A second name for a signal.
     void alias(const QString& scope, const QString& name, int signal);
-    /// Header and the values so far, at time 0. Signals not set by then start at 0.
+    /// Writes the header and the values set so far, at time 0. Other signals start at 0.
     void begin();
 
     /// Equal values are not written again.
     void set(int signal, double value, qint64 atMs);
-    /// The end's time; false, with the reason in `error`, when something could not be written.
+    /// Writes the time of the end. False, with the reason in `error`, when something could not be written.
     bool close(qint64 atMs, QString* error);
 
 private:

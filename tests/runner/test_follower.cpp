@@ -9,7 +9,7 @@ using run::RunWatch;
 using workcell::Change;
 using workcell::TreeFollower;
 
-/// Stands in for the package's executor, which is known by its class name.
+/// The follower knows the package's executor by its class name.
 class LumoExecutor : public QObject {
     Q_OBJECT
 };
@@ -47,7 +47,7 @@ private slots:
     }
     void init() { seen_.clear(); }
 
-    void change_isTracedBeforeWhatItCauses() {
+    void change_isAnnouncedBeforeItsConsequences() {
         const QString path = "lumo.execute.trigger.pause";
         const auto package = connect(m(path), &ModuleObject::changed, this, [this] {
             seen_ << "package";
@@ -58,7 +58,7 @@ private slots:
         QCOMPARE(seen_, (QStringList{path, "package", "lumo.count"}));
     }
 
-    void nodeThatIsMadeLater_isTraced_andOthersAreNot() {
+    void laterNode_isFollowed_andOthersAreNot() {
         m("lumo")->set(nullptr, "current.program.moveL", 1);
         m("lumo.current.program.moveL")->loadJson(nullptr, QJsonObject{{"speed", 5}});
         m("lumo.current.program.moveL.speed")->setValue(nullptr, 6);
@@ -83,7 +83,7 @@ private slots:
         QCOMPARE(seen_, QStringList());
     }
 
-    void reason_isWhatEndedTheLastRun() {
+    void reason_isTheFirstOfTheLastRun() {
         const std::pair<const char*, const char*> runs[] = {
             {"pause,point", "refused"},
             {"busy,point,pause,point,idle", "error"},

@@ -74,7 +74,7 @@ private slots:
         }
     }
 
-    /// Whatever way the path of an output takes to a file that is read.
+    /// Through symbolic and hard links, relative paths, and files that do not exist yet.
     void output_neverOverwritesWhatIsRead() {
         QVERIFY(QDir().mkpath("set"));
         for (const char* name : {"p.json", "s.json", "set/lumo_port.json", "other.json"}) {

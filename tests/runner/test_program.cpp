@@ -26,8 +26,7 @@ int doneMs(const Result& result) {
 
 }  // namespace
 
-/// The built program as its caller meets it: exit status, output, files. What programs do stands in
-/// tests/programs.
+/// The built program: exit status, output, files. What weld programs do is tested in tests/programs.
 class RunnerProgram : public QObject {
     Q_OBJECT
 private slots:
@@ -91,8 +90,8 @@ private slots:
         QCOMPARE(begin["sets"].toArray(), QJsonArray{"thin"});
     }
 
-    /// Those that no case of tests/programs ends with.
-    void outcome_isToldByReasonAndStatus() {
+    /// Reasons that no case of tests/programs ends with.
+    void outcome_givesReasonAndExitStatus() {
         const std::tuple<const char*, const char*, const char*> runs[] = {
             {"[]", "--line 6", "refused"},
             {"[{'at':5,'do':'start','line0':3}]", "--line 6", "finished"},
@@ -109,9 +108,9 @@ private slots:
         }
     }
 
-    /// In the order of the times, then of the file, as they were written. A start runs its program inside the
-    /// write; the entry behind it comes all the same.
-    void entriesOfOneTime_comeInOnePass() {
+    /// Entries are ordered by time, then as in the file. A start runs its program inside the write, which
+    /// does not delay the next entry.
+    void entriesOfOneTime_areAppliedTogether() {
         const Folder folder;
         const Result result = folder.trace(delays(2), R"([{"at":2000,"do":"start","line0":0},
             {"value": [2, {"z": 1.0, "a": null}], "path": "lumo.x", "do": "set", "at": 7},
@@ -124,7 +123,7 @@ private slots:
             R"({"t":7,"kind":"event","action":{"value":[2,{"z":1,"a":null}],"path":"lumo.x",)"));
     }
 
-    void entryThatCannotBeDone_isRefusedAndToldInTheTrace() {
+    void entryThatCannotBeApplied_isRefusedInTheTrace() {
         const Folder folder;
         const Result result = folder.trace(seam(), R"([{"at":100,"do":"place","trans":[0.5,0,0.4]},
             {"at":1200,"do":"pause"},{"at":2000,"do":"place","trans":[5,0,0.4]},
@@ -146,8 +145,8 @@ private slots:
         QVERIFY(std::abs(last["trans"][1].toDouble() - 0.1) + std::abs(last["rot"][0].toDouble() - 3) < 1e-6);
     }
 
-    /// The laser's button is pressed when the page has seen its lock; the end of the application puts it out.
-    void hand_worksDevicesAndPortsAsThePagesLet() {
+    /// The laser's button is enabled once the page shows its lock; quitting switches the laser off.
+    void pageActions_pressEnabledButtonsOnly() {
         const Folder folder;
         const Result result =
             folder.trace(delays(1), R"([{"at":1000,"do":"device","name":"laserLock","value":true},
@@ -162,7 +161,7 @@ private slots:
         QCOMPARE(ports[6].toObject()["enable"], false);
     }
 
-    void oddOrDamagedFile_isTold_andTheRunGoesOn() {
+    void damagedFile_givesAWarning_andTheRunGoesOn() {
         const Folder folder;
         folder.write("lumo_param.json", "[\n{]");
         folder.write("other.json", "[}");
@@ -186,8 +185,7 @@ private slots:
         QCOMPARE(result.trace.first()["options"].toObject()["project"].toString(), "焊缝.json");
     }
 
-    /// As the controller has them, with the time of the trace; pacing changes neither.
-    void dumpAndProgress_holdWhatTheTraceHolds() {
+    void dumpAndProgress_agreeWithTheTrace_andPacingChangesNeither() {
         const Folder folder;
         const QByteArray program = '[' + delayStatement + ',' + setDo + ',' + delayStatement + ']';
         const Result fast = folder.trace(program, "[]", {"--vcd", "a.vcd"});

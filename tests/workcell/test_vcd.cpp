@@ -7,10 +7,10 @@
 using Kind = workcell::VcdWriter::Kind;
 
 /// Signals written as a value change dump, converted and read back by the tools of a wave viewer.
-class RecordingVcd : public QObject {
+class WorkcellVcd : public QObject {
     Q_OBJECT
 private slots:
-    void dumpThatAWaveViewerReads_holdsEachChangeOnce() {
+    void dump_isReadByAWaveViewer() {
         workcell::VcdWriter writer;
         QString error;
         QVERIFY2(writer.open("a.vcd", &error), qPrintable(error));
@@ -46,5 +46,5 @@ private slots:
     }
 };
 
-LUMO_TEST(RecordingVcd)
+LUMO_TEST(WorkcellVcd)
 #include "test_vcd.moc"
