@@ -114,7 +114,8 @@ void PendantWindow::setUnfolded(bool unfolded) {
     if (unfolded) {
         foldedPos_ = pos();
     }
-    move(stayed ? *foldedPos_ : pos() - QPoint(atRight ? grown.width() : 0, atBottom ? grown.height() : 0));
+    move(stayed ? foldedPos_.value_or(pos())
+                : pos() - QPoint(atRight ? grown.width() : 0, atBottom ? grown.height() : 0));
     keepOnScreen();
     unfoldedPos_ = pos();
     if (byHand) {

@@ -163,7 +163,8 @@ void ScopePage::refresh() {
     }
     const TimeSpan span = shown();
     // Drop a cursor that has scrolled out of view.
-    if (!window_.isHeld() && plot_->cursorMs() && *plot_->cursorMs() < span.fromMs) {
+    const std::optional<qint64> cursorMs = plot_->cursorMs();
+    if (!window_.isHeld() && cursorMs && *cursorMs < span.fromMs) {
         plot_->setCursor({});
     }
     plot_->showSpan(span);
@@ -296,9 +297,8 @@ void ScopePage::askFile(const QString& ending) {
 void ScopePage::exportTo(const QString& file) {
     QSaveFile out(file);
     QString error;
-    if (!out.open(QIODevice::WriteOnly)) {
-        error = out.errorString();
-    } else if (write(&out, QFileInfo(file).suffix().toLower(), &error) && !(out.flush() && out.commit())) {
+    if (!out.open(QIODevice::WriteOnly) ||
+        (write(&out, QFileInfo(file).suffix().toLower(), &error) && !(out.flush() && out.commit()))) {
         error = out.errorString();
     }
     written_->setText(error.isEmpty() ? tr("已写入 %1").arg(QFileInfo(file).fileName()) : QString());

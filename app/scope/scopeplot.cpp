@@ -28,7 +28,6 @@ constexpr int valuesPixels = 64;
 constexpr double stretchStep = 1.6;
 constexpr int smallPx = 13;
 
-const QColor ink(0x2f, 0x41, 0x58);
 const QColor digital(0x2f, 0x6f, 0xb0);
 const QColor analogueColour(0x8a, 0x5a, 0x00);
 const QColor gridColour(0xe2, 0xe7, 0xec);

@@ -6,14 +6,14 @@
 
 namespace mendo {
 
-void CreatorManager::regist(const QString& key, ModuleCreator creator) {
+void CreatorManager::regist(const QString& key, const ModuleCreator& creator) {
     values_.remove(key);
-    modules_.insert(key, std::move(creator));
+    modules_.insert(key, creator);
 }
 
-void CreatorManager::regist(const QString& key, ValueCreator creator) {
+void CreatorManager::regist(const QString& key, const ValueCreator& creator) {
     modules_.remove(key);
-    values_.insert(key, std::move(creator));
+    values_.insert(key, creator);
 }
 
 bool CreatorManager::contains(const QString& key) const {

@@ -20,8 +20,8 @@ public:
     using ValueCreator = std::function<int()>;
 
     /// A later registration of a key replaces an earlier one.
-    void regist(const QString& key, ModuleCreator creator);
-    void regist(const QString& key, ValueCreator creator);
+    void regist(const QString& key, const ModuleCreator& creator);
+    void regist(const QString& key, const ValueCreator& creator);
 
     bool contains(const QString& key) const;
     /// A new module, owned by `parent` unless that is null; null for an unknown key.
