@@ -7,14 +7,14 @@ using mendo::ModuleObject;
 
 namespace prog {
 
-Signal Signal::from(const ModuleObject* record, const SignalFields& fields) {
-    const ModuleObject* const reg = record->c(fields.reg);
+Signal Signal::from(const Record& record, const SignalFields& fields) {
+    const Record reg = record.at(fields.reg);
     Signal signal;
-    signal.isIo = record->c(fields.kind)->getString() == word::io;
-    signal.ioName = record->c(fields.ioName)->getString();
-    signal.registerName = reg->c(field::name)->getString();
-    signal.registerType = reg->c(field::type)->getString();
-    signal.bit = reg->c(field::bias)->getInt();
+    signal.isIo = record.at(fields.kind).text() == word::io;
+    signal.ioName = record.at(fields.ioName).text();
+    signal.registerName = reg.at(field::name).text();
+    signal.registerType = reg.at(field::type).text();
+    signal.bit = reg.at(field::bias).integer();
     return signal;
 }
 

@@ -1,14 +1,9 @@
 #pragma once
 
+#include "program/record.h"
 #include "program/words.h"
 
 #include <QString>
-
-class QObject;
-
-namespace mendo {
-class ModuleObject;
-}
 
 namespace prog {
 
@@ -38,7 +33,7 @@ struct Signal {
     int bit = 0;           ///< from 0; negative: none
 
     /// Missing fields read as empty texts and bit 0.
-    [[nodiscard]] static Signal from(const mendo::ModuleObject* record, const SignalFields& fields);
+    [[nodiscard]] static Signal from(const Record& record, const SignalFields& fields);
     /// Stores it in a record. `registerKind` is the kind of a signal that is not "IO"; `withRegister`: writes
     /// the register's fields too.
     void store(QObject* sender, mendo::ModuleObject* record, const SignalFields& fields,

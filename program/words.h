@@ -139,8 +139,6 @@ constexpr QLatin1String param = "param"_l1;
 constexpr QLatin1String setDO = "setDO"_l1;
 constexpr QLatin1String waitDI = "waitDI"_l1;
 constexpr QLatin1String delay = "delay"_l1;
-/// All of them.
-constexpr QLatin1String types[] = {moveJ, moveL, moveC, moveCC, open, close, param, setDO, waitDI, delay};
 }  // namespace statement
 
 namespace word {

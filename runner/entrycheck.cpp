@@ -1,6 +1,6 @@
 #include "runner/entrycheck.h"
 
-#include "runner/fieldcheck.h"
+#include "runner/findingtext.h"
 #include "simulator/controller.h"
 
 #include <QJsonArray>
@@ -198,9 +198,8 @@ const std::vector<Key>& fieldsOf(Kind kind) {
 /// What is wrong inside a value that is a statement, or the fields of a station.
 std::optional<EntryFault> innerFault(const QString& path, Kind kind, const QJsonObject& value) {
     if (kind == Kind::Statement) {
-        const QString fault = statementTypeFault(value);
-        if (!fault.isEmpty()) {
-            return EntryFault{path + QStringLiteral(".type"), fault};
+        if (const auto fault = prog::findTypeFault(value)) {
+            return EntryFault{path + QLatin1Char('.') + fault->path, findingText(*fault)};
         }
     }
     if (kind != Kind::Station && kind != Kind::Register) {

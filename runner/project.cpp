@@ -1,14 +1,10 @@
 #include "runner/project.h"
 
-#include "runner/fieldcheck.h"
+#include "runner/findingtext.h"
+
+#include "program/words.h"
 
 namespace run {
-
-namespace {
-
-const QString type = QStringLiteral("type");
-
-}  // namespace
 
 std::optional<Project> Project::read(const QString& file, const QString& shown, Problem* problem) {
     const std::optional<JsonText> text = JsonText::read(file, shown, problem);
@@ -25,13 +21,13 @@ std::optional<Project> Project::fromText(const JsonText& text, Problem* problem)
             return std::nullopt;
         }
         const QJsonObject element = value.toObject();
-        if (!toolsetSeen && element.contains(QStringLiteral("end"))) {
+        if (!toolsetSeen && element.contains(prog::field::end)) {
             toolsetSeen = true;
             continue;
         }
-        const QString fault = statementTypeFault(element);
-        if (!fault.isEmpty()) {
-            *problem = text.problemAt(i, type, QStringLiteral("element %1: %2").arg(i + 1).arg(fault));
+        if (const auto fault = prog::findTypeFault(element)) {
+            const QString reason = QStringLiteral("element %1: %2").arg(i + 1).arg(findingText(*fault));
+            *problem = text.problemAt(i, fault->path, reason);
             return std::nullopt;
         }
         project.statements_.push_back(i);
@@ -44,15 +40,21 @@ std::vector<Problem> Project::warnings(int sets) const {
     int line = 0;
     for (const int element : statements_) {
         const QJsonObject statement = text_.array().at(element).toObject();
-        const QString who = QStringLiteral("line %1 (%2)").arg(++line).arg(statement.value(type).toString());
-        for (const FieldRemark& remark : checkFields(statement, sets)) {
-            if (remark.path.isEmpty()) {
-                found.push_back(text_.problemAt(element, who + QLatin1Char(' ') + remark.remark));
-            } else {
-                found.push_back(
-                    text_.problemAt(element, remark.path,
-                                    QStringLiteral("%1: \"%2\" %3").arg(who, remark.path, remark.remark)));
+        const QString type = statement.value(prog::field::type).toString();
+        const QString who = QStringLiteral("line %1 (%2)").arg(++line).arg(type);
+        QStringList missing;
+        for (const prog::Finding& finding : prog::checkFields(statement, sets)) {
+            if (finding.rule == prog::Rule::FieldMissing) {
+                missing.append(finding.path);
+                continue;
             }
+            const QString reason =
+                QStringLiteral("%1: \"%2\" %3").arg(who, finding.path, findingText(finding));
+            found.push_back(text_.problemAt(element, finding.path, reason));
+        }
+        if (!missing.isEmpty()) {
+            found.push_back(text_.problemAt(
+                element, QStringLiteral("%1 lacks %2").arg(who, missing.join(QStringLiteral(", ")))));
         }
     }
     return found;

@@ -13,11 +13,11 @@ class DelayDialog;
 class DelayDialog final : public WatchedLineDialog {
     Q_OBJECT
 public:
-    /// Reads the statement, which is not kept.
+    /// Does not keep the statement.
     explicit DelayDialog(ModuleObject* statement, QWidget* parent = nullptr);
     ~DelayDialog() override;
 
-    /// Milliseconds, as typed.
+    /// ms, as typed.
     [[nodiscard]] QString value() const;
 
 signals:

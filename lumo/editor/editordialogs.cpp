@@ -1,12 +1,11 @@
 #include "editor/editordialogs.h"
 
+#include "editor/batchdialogs.h"
 #include "editor/delaydialog.h"
+#include "editor/iodialogs.h"
 #include "editor/selectparamdialog.h"
-#include "editor/setdodialog.h"
-#include "editor/updatespeeddialog.h"
-#include "editor/updateturningparamdialog.h"
-#include "editor/waitdidialog.h"
-#include "equipment/ports.h"
+#include "program/ports.h"
+#include "program/statement.h"
 #include "program/words.h"
 
 #include <QWidget>
@@ -16,7 +15,7 @@ using namespace prog;
 
 namespace {
 
-/// The chosen set, and a copy of what it and the wire feeder's port hold now.
+/// Stores the chosen set and copies of the values that were shown with it.
 void storeParameterSet(QObject* sender, ModuleObject* statement, int index) {
     const ModuleObject* const set = m(key::param)->c(index);
     statement->set(sender, field::index, index)
@@ -34,8 +33,8 @@ EditorDialogs::~EditorDialogs() {
 }
 
 bool EditorDialogs::existFor(const QString& type) {
-    return type == statement::open || type == statement::param || type == statement::setDO ||
-           type == statement::waitDI || type == statement::delay;
+    const StatementRow* const row = statementRow(type);
+    return row && row->hasDialog;
 }
 
 void EditorDialogs::ask(ModuleObject* statement, QLatin1String treeKey, const Answered& answered) {

@@ -15,8 +15,8 @@ class QWidget;
 
 /// Opens the dialogs of the editor, one at a time, and keeps the open one under its key of the tree.
 ///
-/// Nothing waits for a dialog: what is to be done with the answer is handed in. A dialog that goes away
-/// without an answer was answered with no.
+/// No call waits for an answer: the caller hands in what to do with it. A dialog that is deleted without an
+/// answer counts as cancelled.
 class EditorDialogs : public QObject {
     Q_OBJECT
 public:
@@ -27,7 +27,7 @@ public:
 
     /// `page` is the parent of the dialogs and the sender of what they write.
     explicit EditorDialogs(QWidget* page);
-    /// Leaves no open dialog under its key; the dialog itself goes with the page.
+    /// Clears the key of an open dialog; the page deletes the dialog itself.
     ~EditorDialogs() override;
 
     /// Whether statements of the type have a dialog.
@@ -36,7 +36,7 @@ public:
 
     /// Opens the dialog of the statement's type; `treeKey` holds it while it is open.
     void ask(ModuleObject* statement, QLatin1String treeKey, const Answered& answered);
-    /// Open the batch dialogs, whose `store` takes the program's statements itself.
+    /// Open the batch dialogs, whose `store` ignores its argument and writes the chosen statements.
     void askSpeed(const QList<QModelIndex>& rows, const Answered& answered);
     void askZone(const QList<QModelIndex>& rows, const Answered& answered);
 

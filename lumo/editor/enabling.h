@@ -6,7 +6,7 @@ class QWidget;
 
 namespace lumo {
 
-/// The editor's buttons in the groups that its enabling rules speak of.
+/// The editor's buttons, in the groups of the enabling rules.
 struct EditorButtons {
     QList<QWidget*> statementGroup;  ///< insert statements; the line jump
     QList<QWidget*> editingGroup;    ///< change the program, the batch buttons among them
@@ -17,22 +17,22 @@ struct EditorButtons {
     QWidget* batchZone = nullptr;
 };
 
-/// Enables and disables the editor's buttons: by the executor's state, the robot's drive power, the
-/// selection mode and whether a project is open. Each rule acts on its event and leaves what it does not
-/// name as earlier events left it. Pause can be pressed whenever anything runs, whatever the rules say.
+/// Enables and disables the editor's buttons by the executor's state, the robot's drive power, the selection
+/// mode and whether a project is open. Each rule changes only the buttons it names. Pause is always enabled
+/// while anything runs.
 class EnablingRules {
 public:
     explicit EnablingRules(EditorButtons buttons);
 
-    /// Busy (false) or idle (true). Nothing before a project is open.
+    /// The executor is busy (false) or idle (true). Does nothing before a project is open.
     void refreshUIEnable(bool enable);
-    /// Whether a project is open.
+    /// A project is open (true) or not.
     void refreshMoveOrderEnable(bool enable);
-    /// The text of the drive power: "on" or "off", others change nothing.
+    /// `power`: "on" or "off"; other texts change nothing.
     void rcPower(const QString& power, bool multiSelection);
-    /// The text of the executor's state: "busy" or "idle", others change nothing.
+    /// `state`: "busy" or "idle"; other texts change nothing.
     void executorState(const QString& state);
-    /// Whether anything runs: a program, also a station's, a single step, or a pause's closing.
+    /// Whether anything runs: a program, also of a station, a single step, or the closing of a pause.
     void running(bool anything);
     void enterMultiSelection();
     void leaveMultiSelection();

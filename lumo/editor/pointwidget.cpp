@@ -1,6 +1,6 @@
 #include "editor/pointwidget.h"
 
-#include "editor/drag.h"
+#include "editor/pendantkeys.h"
 #include "program/words.h"
 #include "ui_pointwidget.h"
 #include "widgets/fieldlimits.h"
@@ -19,7 +19,7 @@ constexpr double degreesPerHalfTurn = 180.0;
 constexpr int shownDigits = 6;
 constexpr int seventhJoint = 7;
 
-/// Operators write a decimal comma as well as a point.
+/// A decimal comma is read as a point.
 double numberIn(const QString& text) {
     const double number = QString(text).replace(QLatin1Char(','), QLatin1Char('.')).toDouble();
     return std::isfinite(number) ? number : 0.0;
@@ -72,7 +72,7 @@ void PointWidget::connectControls() {
     followDragKeys(this);
 }
 
-/// Without a speed the robot would never arrive.
+/// A move without speed never ends.
 void PointWidget::refreshOk() {
     ui_->okayBtn->setEnabled(isSpeed(ui_->lineEditSpeed->text()));
 }
@@ -180,7 +180,7 @@ void PointWidget::t2p(ModuleObject* point, bool jointMode) {
 
 void PointWidget::teachFirst() {
     p0_->copyFrom(this, kordservice()->get(this, key::posture));
-    // Not the second point: its fields may hold what was typed and is not stored yet.
+    // The fields of the second point may hold texts that are not stored yet.
     showPoint(p0_.get(), firstPoint(jointMode_));
 }
 

@@ -15,33 +15,31 @@ namespace Ui {
 class PointWidget;
 }
 
-/// The page for one move statement: its target point, the second point of circular moves, speed, zone
-/// and note.
+/// The page of one move statement: target point, second point of circular moves, speed, zone and note.
 ///
-/// The statement keeps metres and radians, the page shows millimetres and degrees with six digits. A
-/// field whose text still says what is stored is not written back, so that it keeps its full
-/// precision. OK is offered while there is a speed. A statement that leaves its program while the page is
-/// open is not written any more.
+/// The statement keeps m and rad, the page shows mm and degrees with six digits. A field whose text was not
+/// changed is not written, so that it keeps its full precision. OK is enabled while the speed is more than 0.
+/// A statement that has left its program is not written.
 class PointWidget final : public QWidget {
     Q_OBJECT
 public:
-    /// `row` is handed back by okayBtnClicked (moved along with the statement); the statement is not
-    /// owned; `jointCount` is the number of the robot's axes.
+    /// The statement is not owned. `row` is its row; okayBtnClicked tells the row it has then. `jointCount`
+    /// is the number of the robot's axes.
     PointWidget(int row, ModuleObject* statement, int jointCount, QWidget* parent = nullptr);
     ~PointWidget() override;
 
-    /// Shows a point as joint angles or Cartesian. In Cartesian mode the second point is the
-    /// statement's own. What is missing shows as 0.
+    /// Shows a point as joint angles, or as Cartesian coordinates together with the statement's second point.
+    /// Missing values show as 0.
     void p2t(ModuleObject* point, bool jointMode);
-    /// Stores the fields in a point (and, in Cartesian mode, in the statement's second point). What is
-    /// no number is stored as 0; a comma is taken for the decimal point.
+    /// Stores the fields in a point and, in Cartesian mode, in the statement's second point. Texts that are
+    /// no number are stored as 0; a comma is read as the decimal point.
     void t2p(ModuleObject* point, bool jointMode);
-    /// Captions and visibility for the statement's type.
+    /// Sets captions and visibility for the statement's type.
     void refreshUIWithType();
     void hiddenPoint2();
     /// Writes the page into the statement.
     void save();
-    /// Gives the keyboard to the note's caption, so that no field has it when the page opens.
+    /// Gives the focus to the note's caption, so that no field has it when the page opens.
     void testNofocus();
 
 signals:
@@ -79,6 +77,6 @@ private:
     bool jointMode_ = false;
     const bool hasSecondPoint_;
     QString shownNote_;
-    /// What the update buttons took; empty until then.
+    /// Postures taken by the update buttons; empty until then.
     const std::unique_ptr<ModuleObject> p0_, p1_;
 };

@@ -3,7 +3,7 @@
 #include "editor/programwidget.h"
 #include "editor/rowdelegate.h"
 #include "editor/statementtext.h"
-#include "executor/programindex.h"
+#include "program/statement.h"
 #include "program/words.h"
 
 #include <QHeaderView>
@@ -19,20 +19,20 @@ using namespace prog;
 namespace {
 
 constexpr int widestNote = 200;
-/// What notes have before they push the details together.
+/// Notes get this width even if the details become narrower than usual.
 constexpr int usualNote = 90;
 constexpr int leastDetails = 180;
-/// What the details have before the notes get more than their caption needs.
+/// Details get this width before notes become wider than their caption.
 constexpr int usualDetails = 320;
 constexpr int mostDetails = 520;
-/// How long the width of a column has to rest before all rows are sized for it.
+/// All rows are sized when the width of a column has not changed for this time.
 constexpr int restMs = 200;
 
 }  // namespace
 
 ProgramTable::ProgramTable(QWidget* parent) : QTableWidget(parent) {
     setItemDelegate(new RowDelegate(this));
-    setTabKeyNavigation(false);  // rows are chosen, not cells: Tab leads on to the buttons
+    setTabKeyNavigation(false);  // Tab moves on to the buttons, not to the next cell
     sizeRows_.setSingleShot(true);
     sizeRows_.setInterval(restMs);
     connect(&sizeRows_, &QTimer::timeout, this, &ProgramTable::resizeRowsToContents);
@@ -72,7 +72,7 @@ void ProgramTable::onChanged() {
 }
 
 void ProgramTable::onAdded(const QString& name) {
-    // What was inserted in silence, or inside this very notification, has no row yet.
+    // Statements inserted without a notification, or by another listener of this one, have no row yet.
     if (rowCount() + 1 != program()->cmobjCount()) {
         rebuild();
         return;
@@ -124,7 +124,7 @@ void ProgramTable::moveStatement(QObject* sender, int from, int to) {
     program()->reorder(sender, from, to);
     moving_ = false;
     if (changesWhileMoving_ != 1 || rowCount() != program()->cmobjCount()) {
-        rebuild();  // somebody else changed the program meanwhile
+        rebuild();  // a listener changed the program
         return;
     }
     for (int row = std::min(from, to); row <= std::max(from, to); ++row) {
@@ -166,7 +166,6 @@ void ProgramTable::changeStatements() {
     emit programShown();
 }
 
-/// Whether the row's texts are no longer the statement's.
 bool ProgramTable::showsOtherThan(int row, const ModuleObject* statement) const {
     return item(row, DetailColumn)->text() != statementDetails(statement) ||
            item(row, NoteColumn)->text() != statement->c(field::note)->getString();
@@ -192,7 +191,7 @@ void ProgramTable::renumber(int fromRow) {
     }
 }
 
-/// A row whose cells may show another statement's texts.
+/// Draws a row that may show the texts of another statement.
 void ProgramTable::drawRow(int row, const ModuleObject* statement) {
     if (!drawTexts(row, statement)) {
         drawCell(row, DetailColumn, QString());
@@ -201,7 +200,7 @@ void ProgramTable::drawRow(int row, const ModuleObject* statement) {
     }
 }
 
-/// False for a statement that has nothing to show but its command: the other cells are left alone.
+/// False for a statement that shows only its command: the other cells are not changed.
 bool ProgramTable::drawTexts(int row, const ModuleObject* statement) {
     drawCell(row, CommandColumn, type2cn(statement->c(field::type)->getString()));
     const QString details = statementDetails(statement);
@@ -215,7 +214,7 @@ bool ProgramTable::drawTexts(int row, const ModuleObject* statement) {
 }
 
 void ProgramTable::drawRunFlag(int row, const ModuleObject* statement) {
-    const bool executed = isExecutedStatement(statement);
+    const bool executed = isExecuted(statement);
     drawCell(row, RunColumn, executed ? ProgramWidget::tr("运行") : ProgramWidget::tr("不运行"));
     item(row, RunColumn)->setForeground(executed ? Qt::black : Qt::red);
 }
@@ -224,7 +223,7 @@ void ProgramTable::drawCell(int row, Column column, const QString& text) {
     item(row, column)->setText(text);
 }
 
-/// What the captions and the commands leave is shared by the details and the notes.
+/// Divides the width that captions and commands leave between details and notes.
 void ProgramTable::fitColumns() {
     resizeColumnToContents(NoteColumn);
     if (!hasPlace_) {
@@ -239,12 +238,12 @@ void ProgramTable::fitColumns() {
     }
     setColumnWidth(NoteColumn, std::min({notes, widestNote, std::max(leastNote, room - usualDetails)}));
     setColumnWidth(DetailColumn, std::clamp(room - columnWidth(NoteColumn), leastDetails, mostDetails));
-    // The header stretches its last section when it is resized itself, not when another section is.
+    // The header stretches its last section when the header is resized, not when another section is.
     setColumnWidth(RunColumn,
                    runFlagWidth() + std::max(0, room - columnWidth(NoteColumn) - columnWidth(DetailColumn)));
 }
 
-/// A caption of several words takes several lines.
+/// Width of the widest word: a caption of several words is wrapped.
 int ProgramTable::captionWidth(Column column) const {
     constexpr int aroundCaption = 12;
     const QFontMetrics metrics = horizontalHeader()->fontMetrics();
@@ -256,7 +255,7 @@ int ProgramTable::captionWidth(Column column) const {
     return std::max(width + aroundCaption, horizontalHeader()->minimumSectionSize());
 }
 
-/// Neither of the two flags is ever shortened.
+/// Wide enough for both words of the flag.
 int ProgramTable::runFlagWidth() const {
     constexpr int aroundFlag = 14;
     const int flag = std::max(fontMetrics().horizontalAdvance(ProgramWidget::tr("运行")),

@@ -6,10 +6,9 @@
 #include <QTableWidget>
 #include <QTimer>
 
-/// The table of the program: one row a statement, following the notifications of `lumo.program`.
+/// The table of the program: one row for each statement, following the notifications of `lumo.program`.
 ///
-/// It keeps nothing of the program but the texts it shows. Rows are sized once when the table is built
-/// anew; afterwards only the row that changed is.
+/// It keeps only the texts that it shows. A rebuild sizes all rows; other changes size the changed row only.
 class ProgramTable : public QTableWidget {
     Q_OBJECT
 public:
@@ -17,17 +16,17 @@ public:
 
     explicit ProgramTable(QWidget* parent = nullptr);
 
-    /// Begins to show `lumo.program`. Call it once, when the columns are there.
+    /// Begins to show `lumo.program`. To be called once, after the form has made the columns.
     void follow();
     [[nodiscard]] static ModuleObject* program();
 
     void addStatement(int row);
     void delStatement(int row);
-    /// Shows a statement's present texts. A row that does not exist is passed over.
+    /// Shows the present texts of a statement. Ignores a row that does not exist.
     void changeStatement(int row);
     /// Shows the present texts of every statement.
     void changeStatements();
-    /// Shows whether a statement is executed, also where it has nothing else to show.
+    /// Shows whether a statement is executed, also for one that shows nothing else.
     void showRunFlag(int row);
     /// Moves a statement of the program and redraws the rows between, instead of all.
     void moveStatement(QObject* sender, int from, int to);
@@ -38,8 +37,7 @@ public:
     [[nodiscard]] QList<QModelIndex> selectedRows() const;
     /// Selects the row and nothing else. A row that does not exist leaves the selection as it is.
     void selectOnly(int row);
-    /// Gives the cell of the running-line marker its text in a row and in no other; none when there is no
-    /// such row. Costs the same in a short and a long program.
+    /// Shows the running-line marker in this row only; in none if there is no such row. Constant time.
     void setMarker(int row);
 
 signals:
@@ -53,7 +51,7 @@ private:
     void onChanged();
     void onAdded(const QString& name);
     void onRemoved(const QString& name);
-    /// `leaving`: a child that is still there, but about to go.
+    /// `leaving`: a child that is about to be removed and gets no row.
     void rebuild(const ModuleObject* leaving = nullptr);
     void createCells(int row);
     void renumber(int fromRow);
@@ -68,7 +66,7 @@ private:
 
     QPersistentModelIndex marker_;
     QTimer sizeRows_;
-    bool hasPlace_ = false;  ///< it was laid out, its width is known
+    bool hasPlace_ = false;  ///< the layout has given the table its width
     bool moving_ = false;
     int changesWhileMoving_ = 0;
 };

@@ -1,6 +1,5 @@
 #include "editor/programwidget.h"
 
-#include "editor/drag.h"
 #include "editor/pairing.h"
 #include "editor/pendantkeys.h"
 #include "editor/runcontrols.h"
@@ -9,6 +8,7 @@
 #include "editor/storedstate.h"
 #include "executor/lumoexecutor.h"
 #include "module/globals.h"
+#include "program/statement.h"
 #include "program/words.h"
 #include "ui_programwidget.h"
 #include "widgets/messagebox.h"
@@ -18,12 +18,19 @@
 #include <QPointer>
 #include <QRegularExpressionValidator>
 
+#include <algorithm>
+
 using namespace lumo;
 using namespace prog;
 
 namespace {
 
-constexpr int moveKinds = 4;
+/// Dynamic property of the buttons that insert statements, set in the form: the type of the statement.
+constexpr char statementProperty[] = "statement";
+
+QString statementOf(const QPushButton* button) {
+    return button->property(statementProperty).toString();
+}
 
 bool holdsDialog(QLatin1String path) {
     const QVariant value = m(path)->value();
@@ -87,22 +94,16 @@ void ProgramWidget::setUpTexts() {
     for (const auto& [button, tip] : tips) {
         button->setToolTip(tip);
     }
-    // A single digit is on its way to being valid, and is jumped to all the same.
+    // A single digit is only an intermediate text of this pattern, but the button jumps to that line.
     ui_->lineEdit_steptojump->setValidator(new QRegularExpressionValidator(
         QRegularExpression(QStringLiteral("[1-9][0-9]+$")), ui_->lineEdit_steptojump));
     ui_->btnParam->hide();
 }
 
 void ProgramWidget::connectStatementButtons() {
-    ModuleObject* const templates = m(key::defaultProgram);
-    const std::pair<QPushButton*, QLatin1String> creators[] = {
-        {ui_->btnMoveJ, statement::moveJ},    {ui_->btnMoveL, statement::moveL},
-        {ui_->btnMoveCC, statement::moveCC},  {ui_->btnMoveC, statement::moveC},
-        {ui_->btnOpenLaser, statement::open}, {ui_->btnClose, statement::close},
-        {ui_->btnParam, statement::param},    {ui_->btnWaitDI, statement::waitDI},
-        {ui_->btnSetDO, statement::setDO},    {ui_->btnDelay, statement::delay}};
-    for (const auto& [button, type] : creators) {
-        initStatementBtn(this, button, ProgramTable::program(), templates->c(type));
+    for (QPushButton* const button : statementButtons()) {
+        initStatementBtn(this, button, ProgramTable::program(),
+                         m(key::defaultProgram)->c(statementOf(button)));
     }
 }
 
@@ -175,11 +176,26 @@ void ProgramWidget::setUpWeldSwitch(QWidget* button, bool on, QLatin1String path
             [weldSwitch](const QVariant& value) { weldSwitch->setChecked(value.toBool()); });
 }
 
+QList<QPushButton*> ProgramWidget::statementButtons() const {
+    QList<QPushButton*> buttons = findChildren<QPushButton*>();
+    const auto isOther = [](const QPushButton* button) { return statementOf(button).isEmpty(); };
+    buttons.erase(std::remove_if(buttons.begin(), buttons.end(), isOther), buttons.end());
+    return buttons;
+}
+
+QList<QPushButton*> ProgramWidget::moveButtons() const {
+    QList<QPushButton*> buttons = statementButtons();
+    const auto isOther = [](const QPushButton* button) { return !isMove(statementOf(button)); };
+    buttons.erase(std::remove_if(buttons.begin(), buttons.end(), isOther), buttons.end());
+    return buttons;
+}
+
 EditorButtons ProgramWidget::buttons() const {
     EditorButtons all;
-    all.statementGroup = {ui_->btnMoveJ,     ui_->btnMoveL, ui_->btnMoveCC,    ui_->btnMoveC,
-                          ui_->btnOpenLaser, ui_->btnClose, ui_->btnParam,     ui_->btnWaitDI,
-                          ui_->btnSetDO,     ui_->btnDelay, ui_->btnSteptojump};
+    for (QPushButton* const button : statementButtons()) {
+        all.statementGroup.append(button);
+    }
+    all.statementGroup.append(ui_->btnSteptojump);
     all.editingGroup = {ui_->btnEdit, ui_->btnDown,  ui_->btnUp,    ui_->btnCopy,    ui_->btnPaste,
                         ui_->btnDel,  ui_->multiBtn, ui_->speedBtn, ui_->turningBtn, ui_->anotationBtn};
     all.runTools = {ui_->btnStart, ui_->btnRunOnce, ui_->btnPause, ui_->btnReset};
@@ -255,8 +271,7 @@ void ProgramWidget::onState(const QVariant& state) {
     onActivity();
 }
 
-/// Stop works for every run, also for a station's, which this page did not start, and for the closing before
-/// it.
+/// Stop is enabled for every run, also for a station's, and for the closing before it.
 void ProgramWidget::onActivity() {
     rules_->running(isRunning());
 }
@@ -277,13 +292,12 @@ void ProgramWidget::editSelected() {
         return;
     }
     const QPointer<ModuleObject> edited = ProgramTable::program()->c(row);
-    const QString type = edited->c(field::type)->getString();
-    if (type.startsWith(QLatin1String("move"))) {
+    if (isMove(edited->c(field::type)->getString())) {
         emit pointBtnClicked(row, edited, jointCount_);
         return;
     }
     dialogs_->ask(edited, key::dialogStatement, [this, edited](bool ok, const EditorDialogs::Store& store) {
-        // A statement that was removed meanwhile is no longer a line of the program.
+        // The statement may have been removed while the dialog was open.
         if (ok && edited && edited->pmobj() == ProgramTable::program()) {
             store(edited);
             changeStatement(edited->indexInPmobj());
@@ -380,13 +394,12 @@ void ProgramWidget::jump() {
 
 void ProgramWidget::insertByKey() {
     logW() << QStringLiteral("lumo.keypad.enter.clicked isActiveWindow yes");
-    QPushButton* const buttons[moveKinds] = {ui_->btnMoveJ, ui_->btnMoveL, ui_->btnMoveCC, ui_->btnMoveC};
-    buttons[keyedMove_]->click();
+    moveButtons().at(keyedMove_)->click();
 }
 
 void ProgramWidget::deleteByKey() {
     logW() << QStringLiteral("lumo.keypad.delete.clicked isActiveWindow yes");
-    keyedMove_ = (keyedMove_ + 1) % moveKinds;
+    keyedMove_ = (keyedMove_ + 1) % moveButtons().size();
     ui_->btnDel->click();
 }
 
@@ -405,7 +418,7 @@ void ProgramWidget::showStored() {
 
 void ProgramWidget::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
-    // Other pages change what rows show: values of parameter sets and ports, and points, at once.
+    // Other pages may have changed values that rows show: parameter sets, ports and points.
     ui_->tableWidget->changeStatements();
     stored_->touch();
 }

@@ -27,28 +27,28 @@ class ProgramWidget;
 /// The page on which the operator writes a welding program and runs it: the table of the statements in
 /// `lumo.program`, the buttons that insert and change them, the line jump and the run controls.
 ///
-/// It keeps no copy of the program: changes go to the tree, the table follows the tree's notifications.
-/// "Selected" are the rows of the table's selection, never its current row.
+/// It keeps no copy of the program: edits change the tree, and the table follows the tree's notifications.
+/// "Selected" means the table's selection, not its current row.
 class ProgramWidget : public QWidget {
     Q_OBJECT
 public:
     explicit ProgramWidget(QWidget* parent = nullptr);
-    /// Leaves nothing under `lumo.dialog.program`. An open dialog goes with the page, unanswered.
+    /// Clears `lumo.dialog.program`. Deletes an open dialog, unanswered.
     ~ProgramWidget() override;
 
-    /// The open project's file, which a start saves; empty when there is none.
+    /// The file of the open project, which a start saves; empty for none.
     void setProjectPath(const QString& path);
-    /// Compares the program with its file now: call it when the project was opened or saved.
+    /// Compares the program with its file. To be called when the project was opened or saved.
     void checkStored();
-    /// The tool set in force may have changed.
+    /// To be called when the tool set in force may have changed.
     void toolsetChanged();
-    /// Selects the first line, without the marker of what ran before: another program has come.
+    /// Selects the first line and clears the running-line marker, for a program just opened.
     void showFromTheTop();
 
-    /// Inserts an empty row into the table, or removes one. The program is not touched.
+    /// Insert an empty row into the table, or remove one. Do not change the program.
     void addStatement(int row);
     void delStatement(int row);
-    /// Shows a statement's present texts.
+    /// Shows the present texts of a statement.
     void changeStatement(int row);
     /// Makes `button` insert a statement of the template's type into `program`, which is
     /// `lumo.program`, for as long as `owner` lives.
@@ -63,7 +63,7 @@ public:
 
     /// Enables the editor for an idle executor, or disables it for a busy one.
     void refreshUIEnable(bool enable);
-    /// A project is open, or none is.
+    /// Enables the editor if a project is open.
     void refreshMoveOrderEnable(bool enable);
     /// The robot's drive power was switched.
     void rcPower(const QVariant& power);
@@ -87,6 +87,9 @@ private:
     void connectRunControls();
     void connectKeys();
     void setUpWeldSwitch(QWidget* button, bool on, QLatin1String path);
+    /// The buttons of the form that insert statements, in the order of the form.
+    [[nodiscard]] QList<QPushButton*> statementButtons() const;
+    [[nodiscard]] QList<QPushButton*> moveButtons() const;
     [[nodiscard]] lumo::EditorButtons buttons() const;
 
     void editSelected();
@@ -111,7 +114,7 @@ private:
     const std::unique_ptr<ModuleObject> clipboard_;
     const int jointCount_;
     QVector<int> openRows_, closeRows_;
-    int keyedMove_ = 0;  ///< which move the pendant's enter key inserts
+    int keyedMove_ = 0;  ///< position in moveButtons() of the move that the pendant's enter key inserts
 
     // Children of the page.
     EditorDialogs* dialogs_;

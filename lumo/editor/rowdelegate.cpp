@@ -10,14 +10,14 @@ namespace {
 constexpr int air = 6;
 constexpr QRgb markerColour = qRgb(0, 255, 0);
 constexpr int markerPointSize = 15;
-/// More texts of different shapes than this are not kept.
+/// Sizes that are kept for a column.
 constexpr int mostShapes = 2000;
 
 bool isDigit(QChar letter) {
     return letter >= QLatin1Char('0') && letter <= QLatin1Char('9');
 }
 
-/// What has the same lines as the text: digits stand for one another.
+/// The text with 0 for every digit: texts of one shape have the same size.
 QString shapeOf(const QString& text) {
     QString shape = text;
     for (QChar& letter : shape) {
@@ -28,7 +28,6 @@ QString shapeOf(const QString& text) {
     return shape;
 }
 
-/// Whether every digit is as wide as every other, whatever digit it follows.
 bool areDigitsAlike(const QFont& font) {
     constexpr int digits = 10;
     QString pairs;

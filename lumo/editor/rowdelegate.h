@@ -4,14 +4,13 @@
 #include <QHash>
 #include <QStyledItemDelegate>
 
-/// Draws the running-line marker, on green over the whole of its cell, also of a selected one.
+/// Draws the running-line marker on green, also in a selected row, and gives rows their heights.
 ///
-/// Gives the rows of the program their heights: measures only the cells that can need more than the least
-/// height of a row, and leaves some air around their lines. Without it the last line would be cut off where
-/// lines in several scripts, and so of several heights, meet in one cell.
+/// Only details and notes are measured: other cells fit into the least height of a row. Some space is added,
+/// because lines in several scripts have several heights and the last line could be cut off.
 ///
-/// Laying out the texts is nearly all that a long program costs when it is opened. Most differ in their
-/// numbers only, and digits are equally wide in nearly every font: such texts are laid out once.
+/// Laying out texts takes most of the time when a long program is opened. Most texts differ only in their
+/// numbers, and digits are equally wide in nearly every font: such texts are laid out once.
 class RowDelegate : public QStyledItemDelegate {
     Q_OBJECT
 public:
@@ -22,11 +21,11 @@ public:
     QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
 
 private:
-    /// The texts of a column that were laid out.
+    /// Sizes of the texts of a column.
     struct Known {
         QFont font;
         int width = -1;               ///< of the column, px
-        bool digitsAreAlike = false;  ///< in that font, each beside each other
+        bool digitsAreAlike = false;  ///< all digits of the font have one width, whatever precedes them
         QHash<QString, QSize> sizes;
     };
 

@@ -41,14 +41,14 @@ bool RunControls::refusedForPairs() const {
     return true;
 }
 
-void RunControls::later(Deed deed) {
-    if (deeds_.contains(deed)) {
+void RunControls::later(Action action) {
+    if (pending_.contains(action)) {
         return;
     }
-    deeds_.append(deed);
-    const auto perform = [this, deed] {
-        deeds_.removeOne(deed);
-        (this->*deed)();
+    pending_.append(action);
+    const auto perform = [this, action] {
+        pending_.removeOne(action);
+        (this->*action)();
     };
     QMetaObject::invokeMethod(this, perform, Qt::QueuedConnection);
 }
@@ -88,12 +88,12 @@ void RunControls::goOn() {
 }
 
 void RunControls::goBackNow() {
-    // The program, or the line to go on from, may have changed since the answer.
+    // The program or the resume line may have changed since the answer.
     const int line = m(key::currentLine)->getInt();
     if (!isRunning() && (ProgramTable::program()->c(line) != askedFor_ || refusedForPairs())) {
         return;
     }
-    // Somebody jogged on while the question stood there: it named another distance.
+    // The robot was jogged while the question was open: the distance named in it is out of date.
     constexpr double sameMm = 2.0;
     if (executor && std::abs(executor->outlook(line).distanceMm - askedMm_) > sameMm) {
         goOn();
@@ -102,7 +102,7 @@ void RunControls::goBackNow() {
     run();
 }
 
-void RunControls::ask(const QString& title, const QString& text, Deed yes) {
+void RunControls::ask(const QString& title, const QString& text, Action yes) {
     const QStackedWidget* const center = instantiatedCenterWidget();
     auto* const box = new QMessageBox(QMessageBox::Question, title, text, QMessageBox::Yes | QMessageBox::No,
                                       center && center->currentWidget() ? center->currentWidget() : page_);
@@ -116,7 +116,7 @@ void RunControls::ask(const QString& title, const QString& text, Deed yes) {
             later(yes);
         }
     });
-    // It would be a question about another program.
+    // The question would be about another program.
     for (const auto change : {&ModuleObject::added, &ModuleObject::removed}) {
         connect(ProgramTable::program(), change, box, &QDialog::reject);
     }

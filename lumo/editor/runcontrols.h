@@ -10,64 +10,64 @@
 class ProgramTable;
 class QMessageBox;
 
-/// The work behind the four run buttons: checks the program, saves it, prepares the resume data and
-/// writes the executor's triggers.
+/// The actions of the four run buttons: they check and save the program, prepare the resume data and write
+/// the executor's triggers.
 ///
-/// A trigger's write runs the executor inside it, to the end of the run (pause: of its closing): it is always
-/// the last thing done, and the page may be gone when it returns. So no click and no answer to a question
-/// writes one itself, for the button or the box would be gone too: what they ask for is done, and checked,
-/// from the event loop, once for any number of clicks until then. While the executor is not idle, start and
-/// move to point only write the trigger, which is then refused with a message.
+/// Writing a trigger returns at the end of the run (pause: of its closing), and the page may be deleted by
+/// then. Therefore it is the last step of an action, and actions are performed from the event loop, not
+/// inside a click or an answer, whose button or box would be deleted too. Repeated clicks before that count
+/// once. While the executor is not idle, start and move to point only write the trigger; the executor refuses
+/// it with a message.
 class RunControls : public QObject {
     Q_OBJECT
 public:
-    /// `page` is the sender of what is written and, without a central widget, the parent of boxes.
+    /// `page` is the sender of all writes and, without a central widget, the parent of message boxes.
     RunControls(ProgramTable* table, QWidget* page);
     ~RunControls() override;
 
-    /// Where a start saves the program; it does not while the path is empty.
+    /// The file to which a start saves the program; empty: it does not.
     void setProjectPath(const QString& path) { filePath_ = path; }
 
-    // Soon, from the event loop.
+    // Performed from the event loop.
 
-    /// From the resume line, or from the selected one after a question. Another question comes where the tool
-    /// would first go back to where the program was stopped.
+    /// Runs from the resume line, or after a question from the selected line. Asks also before the tool goes
+    /// back to the point where the program was stopped.
     void start() { later(&RunControls::startNow); }
     /// Moves to the point of the selected statement.
     void moveToPoint() { later(&RunControls::moveNow); }
     void pause() { later(&RunControls::pauseNow); }
 
-    // At once.
+    // Performed at once.
 
-    /// Forgets where a paused program would go on.
+    /// Clears the resume data of a paused program.
     void reset();
 
 signals:
-    /// The project's file holds the program.
+    /// The program was saved as the project file.
     void saved();
-    /// Tool and work object are about to be used: apply the selected ones again.
+    /// A run is about to begin: the selected tool and work object are to be applied.
     void aboutToRun();
 
 private:
-    using Deed = void (RunControls::*)();
-    void later(Deed deed);
+    using Action = void (RunControls::*)();
+    void later(Action action);
     void startNow();
     void jumpNow();
     void goBackNow();
     void moveNow();
     void pauseNow();
-    /// Runs from the resume line, after a question where the tool has left the place of the stop.
+    /// Runs from the resume line; asks first if the tool has to go back to the point of the stop.
     void goOn();
     void run();
-    /// Asks about the program as it is; `yes` is done, later, after that answer.
-    void ask(const QString& title, const QString& text, Deed yes);
+    /// Asks a question, which any change of the program closes; `yes` is performed after that answer.
+    void ask(const QString& title, const QString& text, Action yes);
     [[nodiscard]] bool refusedForPairs() const;
 
     ProgramTable* table_;
     QWidget* page_;
     QString filePath_;
-    QVector<Deed> deeds_;  ///< to be done from the event loop
+    QVector<Action> pending_;  ///< to be performed from the event loop
     QPointer<QMessageBox> question_;
-    double askedMm_ = 0.0;             ///< the distance that a question named
-    QPointer<ModuleObject> askedFor_;  ///< the statement that would be run from
+    double askedMm_ = 0.0;             ///< distance named in the question
+    QPointer<ModuleObject> askedFor_;  ///< statement named in the question
 };

@@ -11,20 +11,20 @@ namespace Ui {
 class SelectParamDialog;
 }
 
-/// Chooses a parameter set: for a start of welding together with the weld's speed, or for a change
-/// within a weld. OK is disabled while no set is chosen, as when the statement's own is gone.
+/// Chooses a parameter set: for a start of welding, together with the weld speed, or for a change within a
+/// weld. OK is disabled while no set is chosen, as when the set of the statement was deleted.
 class SelectParamDialog final : public WatchedLineDialog {
     Q_OBJECT
 public:
     explicit SelectParamDialog(ModuleObject* statement, QWidget* parent = nullptr);
     ~SelectParamDialog() override;
 
-    /// 1: the form of a start of welding, with the statement's weld speed; OK is disabled while that
-    /// is empty or 0. 0: the form of a change of parameters. Anything else changes nothing.
+    /// 1: the form for a start of welding, with the weld speed; OK is disabled while that is empty or 0. 0:
+    /// the form for a change of parameters. Other values change nothing.
     void setbeginOrparam(int mode);
     /// Position of the chosen set in the list of sets; -1 when none is chosen.
     [[nodiscard]] int index() const;
-    /// Millimetres a second, as typed.
+    /// mm/s, as typed.
     [[nodiscard]] QString weldSpeed() const;
 
 signals:

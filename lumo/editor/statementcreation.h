@@ -9,10 +9,8 @@
 class EditorDialogs;
 class ProgramTable;
 
-/// Makes new statements from their templates, with the operator's answers where the type has a dialog,
-/// and inserts them below the selected row.
-///
-/// The place is looked up when the answer comes. A dialog that is cancelled leaves nothing behind.
+/// Makes new statements from their templates, asks for their values if the type has a dialog, and inserts
+/// them below the row that is selected at that moment. Nothing is inserted when the dialog is cancelled.
 class StatementCreation : public QObject {
     Q_OBJECT
 public:
@@ -20,7 +18,7 @@ public:
     StatementCreation(EditorDialogs* dialogs, ProgramTable* table, QObject* page);
     ~StatementCreation() override;
 
-    /// A statement of the type that the template is named after. Does nothing while a dialog is open.
+    /// Makes a statement of the type that the template is named after. Does nothing while a dialog is open.
     void create(const ModuleObject* templateRecord);
 
 private:
@@ -29,5 +27,5 @@ private:
     EditorDialogs* dialogs_;
     ProgramTable* table_;
     QObject* page_;
-    std::unique_ptr<ModuleObject> record_;  ///< while it is being made
+    std::unique_ptr<ModuleObject> record_;  ///< of the statement whose dialog is open
 };

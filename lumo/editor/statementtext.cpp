@@ -1,7 +1,7 @@
 #include "editor/statementtext.h"
 
 #include "program/ports.h"
-#include "program/signal.h"
+#include "program/statement.h"
 
 #include <QObject>
 #include <QStringList>
@@ -34,7 +34,7 @@ const ModuleObject* parameterSet(const ModuleObject* index) {
     return m(key::param)->c(index->getInt(0));
 }
 
-/// A piece that shows one field of the statement.
+/// The text of one field of a statement.
 struct Piece {
     QLatin1String field;
     QString (*text)(const ModuleObject*);
@@ -60,7 +60,7 @@ void addPoints(QStringList& pieces, const ModuleObject* statement) {
     addPieces(pieces, toolset, {{field::end, toolsetend2cn}, {field::ref, toolsetref2cn}});
 }
 
-/// The sets' and the port's present values: the statement's own copies of them are not shown.
+/// Shows the present values of the set and the port, not the statement's copies of them.
 void addWeld(QStringList& pieces, const ModuleObject* statement) {
     const ModuleObject* const index = statement->c(field::index);
     if (!index->isNull()) {
@@ -92,31 +92,8 @@ void addSignals(QStringList& pieces, const ModuleObject* statement) {
 }  // namespace
 
 QString type2cn(const QString& type) {
-    if (type == statement::moveJ) {
-        return QObject::tr("空走");
-    }
-    if (type == statement::moveL) {
-        return QObject::tr("直线");
-    }
-    if (type == statement::moveCC) {
-        return QObject::tr("全圆");
-    }
-    if (type == statement::moveC) {
-        return QObject::tr("圆弧");
-    }
-    if (type == statement::open) {
-        return QObject::tr("开始焊接");
-    }
-    if (type == statement::close) {
-        return QObject::tr("停止焊接");
-    }
-    if (type == statement::param) {
-        return QObject::tr("工艺参数");
-    }
-    if (type == statement::delay) {
-        return QObject::tr("延时");
-    }
-    return type == statement::setDO || type == statement::waitDI ? type : QString();
+    const StatementRow* const row = statementRow(type);
+    return row ? QObject::tr(row->caption) : QString();
 }
 
 QString joints2cn(const ModuleObject* point) {

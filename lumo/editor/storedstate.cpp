@@ -15,7 +15,7 @@ namespace lumo {
 
 namespace {
 
-/// How long the program has to rest before it is compared: that takes a while in a long one.
+/// The program is compared when it has not changed for this time: comparing a long one is slow.
 constexpr int restMs = 300;
 constexpr char byteOrderMark[] = "\xEF\xBB\xBF";
 
@@ -70,7 +70,7 @@ void StoredState::setStored(bool stored) {
     }
 }
 
-/// In silence: what is wrong with a file was reported when it was opened.
+/// Reports no faults: opening the file has reported them.
 void StoredState::readFile() {
     const QFileInfo info(path_);
     if (info.lastModified() == fileTime_ && info.size() == fileSize_) {
@@ -80,7 +80,7 @@ void StoredState::readFile() {
     fileSize_ = info.size();
     file_ = Digest();
     QFile file(path_);
-    // A pipe or a device may never end.
+    // Reading a pipe or a device may never end.
     if (info.isFile() && file.open(QIODevice::ReadOnly)) {
         QByteArray content = file.readAll();
         if (content.startsWith(byteOrderMark)) {

@@ -8,31 +8,32 @@
 
 namespace lumo {
 
-/// Tells whether the program and the tool set of the tree are what the project file holds.
+/// Tells whether the project file holds the program and the tool set of the tree.
 ///
-/// It compares contents, a moment after the last change, so that a change that was taken back counts
-/// as none and a file that somebody else wrote is noticed. It only reads.
+/// It compares contents, some time after the last change: undoing a change makes the state stored again, and
+/// a file written by another program is noticed. It only reads.
 class StoredState : public QObject {
     Q_OBJECT
 public:
     explicit StoredState(QObject* parent = nullptr);
 
-    /// The project file; empty when no project is open, then everything counts as stored.
+    /// The project file; empty for none: then everything counts as stored.
     void setProjectPath(const QString& path);
     [[nodiscard]] bool hasFile() const { return !path_.isEmpty(); }
     [[nodiscard]] bool isStored() const { return isStored_; }
-    /// The program may have changed.
+    /// To be called when the program may have changed.
     void touch();
     /// Compares now.
     void check();
-    /// The program was just saved as the project file. Without comparing: a run is about to begin.
+    /// To be called when the program was saved as the project file. Does not compare, because a run is about
+    /// to begin.
     void saved();
 
 signals:
     void changed();
 
 private:
-    /// Digests of what a project holds; no tool set in the file: an empty digest.
+    /// Digests of a project; that of the tool set is empty if there is none.
     struct Digest {
         QByteArray statements;
         QByteArray toolset;

@@ -8,16 +8,6 @@ namespace {
 
 using Role = PortStep::Role;
 
-double fraction(const ModuleObject* set, const char* name) {
-    return set->c(QString::fromLatin1(name), false)->getDouble(0.0) / 100.0;
-}
-
-/// Not negative, and at most some days: the sum of a closing's times has to fit.
-int milliseconds(const ModuleObject* set, const char* name) {
-    constexpr int longestMs = 500'000'000;
-    return std::clamp(set->c(QString::fromLatin1(name), false)->getInt(0), 0, longestMs);
-}
-
 /// Step of a ramp. One that is longer than any that the page takes, out of a file that somebody typed,
 /// keeps its length with wider steps: they must fit into memory.
 int stepOf(int rampMs, int dtMs) {
@@ -26,26 +16,6 @@ int stepOf(int rampMs, int dtMs) {
 }
 
 }  // namespace
-
-LaserParams LaserParams::from(const ModuleObject* set) {
-    LaserParams params;
-    params.power = fraction(set, "power");
-    params.frequency = fraction(set, "frequency");
-    params.ratio = fraction(set, "ratio");
-    params.wireSpeed = fraction(set, "speed");
-    params.increaseMs = milliseconds(set, "increase_time");
-    params.decreaseMs = milliseconds(set, "decrease_time");
-    params.stayMs = milliseconds(set, "stay_time");
-    params.closeDelayMs = milliseconds(set, "close_delay");
-    params.openMs = milliseconds(set, "open_time");
-    params.openIntervalMs = milliseconds(set, "open_interval");
-    params.preFlowMs = milliseconds(set, "delay_before_blow");
-    params.postFlowMs = milliseconds(set, "delay_after_blow");
-    params.pullbackEndMs = milliseconds(set, "move_wire_time");
-    params.refeedStartMs = milliseconds(set, "stop_wire_time");
-    params.refeedEndMs = milliseconds(set, "give_wire_time");
-    return params;
-}
 
 ModuleObject* paramNode() {
     return m(prog::key::param)->c(m(prog::key::curParam)->getInt(-1));

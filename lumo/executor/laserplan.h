@@ -2,18 +2,9 @@
 
 #include "executor/schedule.h"
 #include "module/host.h"
+#include "program/parameters.h"
 
-/// Values of a parameter set as the laser sequences use them: percentages as fractions of full
-/// scale, times in ms, negative times as 0. A null node gives zeros.
-struct LaserParams {
-    double power = 0.0, frequency = 0.0, ratio = 0.0, wireSpeed = 0.0;
-    int increaseMs = 0, decreaseMs = 0, stayMs = 0, closeDelayMs = 0;
-    int openMs = 0, openIntervalMs = 0;
-    int preFlowMs = 0, postFlowMs = 0;
-    int pullbackEndMs = 0, refeedStartMs = 0, refeedEndMs = 0;
-
-    static LaserParams from(const ModuleObject* set);
-};
+using prog::LaserParams;
 
 /// The parameter set in force: the element of `lumo.param` at `lumo.cur_param`, the null node for
 /// an index that names none.

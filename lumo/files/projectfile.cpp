@@ -5,6 +5,7 @@
 #include "files/settingsfile.h"
 #include "files/stationrun.h"
 #include "module/host.h"
+#include "program/statement.h"
 #include "program/words.h"
 
 #include <QDir>
@@ -38,9 +39,7 @@ QString typeOf(const QJsonValue& statement) {
 }
 
 bool isStatement(const QJsonValue& element) {
-    const QString type = typeOf(element);
-    return std::any_of(std::begin(statement::types), std::end(statement::types),
-                       [&type](QLatin1String known) { return type == known; });
+    return statementRow(typeOf(element)) != nullptr;
 }
 
 bool isProject(const QJsonValue& content) {

@@ -5,7 +5,7 @@
 class QLabel;
 class QLineEdit;
 
-/// Asks for a name. It checks nothing and is hidden when it announces its answer.
+/// Asks for a name, without checking it. Hides before it announces its answer.
 class AddParamDialog final : public WatchedLineDialog {
     Q_OBJECT
 public:
@@ -13,7 +13,7 @@ public:
 
     /// As typed.
     [[nodiscard]] QString name() const;
-    /// Sets the prompt; without it, it asks for a new parameter set.
+    /// Sets the prompt; the default asks for a new parameter set.
     void settitlename(const QString& title);
 
 signals:

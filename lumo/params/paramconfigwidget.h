@@ -16,23 +16,22 @@ namespace Ui {
 class ParamConfigWidget;
 }
 
-/// The page of the parameter sets: adds, renames, edits and deletes them, and keeps their file.
-///
-/// It writes the sets, the file and the signal for what the operator does, and for nothing else.
+/// The page of the parameter sets: the operator adds, renames, edits and deletes sets, and each change is
+/// saved.
 class ParamConfigWidget final : public QWidget {
     Q_OBJECT
 public:
     explicit ParamConfigWidget(QWidget* parent = nullptr);
     ~ParamConfigWidget() override;
 
-    /// Writes the list to "lumo_param.json" in the working directory; a list without sets as "{}".
-    /// What goes wrong is announced by the host's file service.
+    /// Writes the list to "lumo_param.json" in the working directory; an empty list as "{}". The host's file
+    /// service reports errors.
     void save();
-    /// Centres both cells in the row of every set of the list.
+    /// Centres the cells of every set of the list.
     void setItemTextCenter(ModuleObject* list);
 
 signals:
-    /// Lines of the program that show something of what has changed.
+    /// Lines of the program that show a changed value.
     void signalparamconfigchangedProgramlist(QList<int> lines);
 
 private slots:

@@ -1,5 +1,6 @@
 #include "params/paramvaluesdialog.h"
 
+#include "program/parameters.h"
 #include "program/words.h"
 #include "ui_paramvaluesdialog.h"
 #include "widgets/dressing.h"
@@ -15,23 +16,24 @@ namespace {
 
 enum Column { NumberColumn, GroupColumn, TagColumn, ValueColumn, RangeColumn };
 
-/// Where the three groups of definitions begin; the first row of a group is its grey head.
-constexpr int procedureRow = 3;
-constexpr int wireRow = 11;
-
+/// The rows at which the three groups begin.
 const RowGroups& rowGroups() {
-    static const RowGroups groups{{0, procedureRow, wireRow}};
+    static const RowGroups groups = [] {
+        const std::vector<ParameterRow>& rows = parameterRows();
+        RowGroups found;
+        for (std::size_t row = 0; row < rows.size(); ++row) {
+            if (row == 0 || rows[row].group != rows[row - 1].group) {
+                found.starts.append(static_cast<int>(row));
+            }
+        }
+        return found;
+    }();
     return groups;
 }
 
 constexpr int maxNameWidthPx = 400;
 
-/// Percentages, as opposed to times in milliseconds.
-bool isPercentage(int row) {
-    return row < procedureRow || row == wireRow;
-}
-
-/// The set's name as a heading. Names are as long as one likes, the dialog is not.
+/// The name of the set as a heading, elided so that it fits into the dialog.
 QString heading(const QString& name) {
     QFont font;
     font.setPixelSize(2 * QFontInfo(font).pixelSize());
@@ -40,9 +42,10 @@ QString heading(const QString& name) {
     return QStringLiteral("<h1>[%1]:</h1>").arg(shown.toHtmlEscaped());
 }
 
-QString valuePattern(int row) {
-    return isPercentage(row) ? QStringLiteral("^(?:[1-9]\\d{0,1}|0|100|[1-2]\\d{1})$")
-                             : QStringLiteral("^(?:[1-9]\\d{0,2}|0|5000|[1-4]\\d{3})$");
+QString valuePattern(const QString& name) {
+    const ParameterRow* const row = parameterRow(name);
+    return row && row->isPercentage() ? QStringLiteral("^(?:[1-9]\\d{0,1}|0|100|[1-2]\\d{1})$")
+                                      : QStringLiteral("^(?:[1-9]\\d{0,2}|0|5000|[1-4]\\d{3})$");
 }
 
 }  // namespace
@@ -60,7 +63,7 @@ ParamValuesDialog::ParamValuesDialog(ModuleObject* set, QWidget* parent)
         addRow(row, definitions[row]);
     }
     dressGroups(ui_->tableWidget, rowGroups(), GroupColumn);
-    ui_->tableWidget->setTabKeyNavigation(false);  // Tab goes from field to field
+    ui_->tableWidget->setTabKeyNavigation(false);  // Tab moves from line to line, not from cell to cell
     QHeaderView* header = ui_->tableWidget->horizontalHeader();
     header->setSectionResizeMode(QHeaderView::Stretch);
     header->setSectionResizeMode(GroupColumn, QHeaderView::ResizeToContents);
@@ -80,17 +83,17 @@ void ParamValuesDialog::addRow(int row, const ModuleObject* definition) {
                          cellLabel(row == start ? QString() : groups[rowGroups().groupOf(row)]));
     table->setCellWidget(row, TagColumn, cellLabel(definition->r(field::tag)->getString()));
     const QString name = definition->r(field::name)->getString();
-    table->setCellWidget(row, ValueColumn, valueLine(row, set_->r(name)->getString()));
+    table->setCellWidget(row, ValueColumn, valueLine(name, set_->r(name)->getString()));
     table->setCellWidget(row, RangeColumn,
                          cellLabel(QStringLiteral("[%1,%2]")
                                        .arg(definition->r(QStringLiteral("range.#0"))->getInt())
                                        .arg(definition->r(QStringLiteral("range.#1"))->getInt())));
 }
 
-QLineEdit* ParamValuesDialog::valueLine(int row, const QString& text) {
+QLineEdit* ParamValuesDialog::valueLine(const QString& name, const QString& text) {
     auto* line = new QLineEdit(text);
     line->setAlignment(Qt::AlignCenter);
-    line->setValidator(new QRegularExpressionValidator(QRegularExpression(valuePattern(row)), line));
+    line->setValidator(new QRegularExpressionValidator(QRegularExpression(valuePattern(name)), line));
     line->installEventFilter(this);
     lines_.append(line);
     return line;
@@ -125,9 +128,9 @@ void ParamValuesDialog::save() {
     for (int row = 0; row < qMin(definitions.size(), lines_.size()); ++row) {
         const QString name = definitions[row]->r(field::name)->getString();
         const double value = lines_[row]->text().toDouble();
-        if (name == QLatin1String("power") && set_->r(name)->getDouble() != value) {
+        if (name == field::power && set_->r(name)->getDouble() != value) {
             updateProgram(field::laserPower, value);
-        } else if (name == QLatin1String("ratio") && set_->r(name)->getDouble() != value) {
+        } else if (name == field::ratio && set_->r(name)->getDouble() != value) {
             updateProgram(field::laserDutyCycle, value);
         }
         set_->set(this, name, value);

@@ -15,8 +15,8 @@ namespace Ui {
 class ParamValuesDialog;
 }
 
-/// Edits the values of one parameter set, a row for each definition. It writes nothing until save(),
-/// and is hidden when it announces its answer.
+/// Edits the values of one parameter set, one row for each definition. Writes nothing before save(), and
+/// hides before it announces its answer.
 class ParamValuesDialog final : public AnswerDialog {
     Q_OBJECT
 public:
@@ -24,16 +24,16 @@ public:
     explicit ParamValuesDialog(ModuleObject* set, QWidget* parent = nullptr);
     ~ParamValuesDialog() override;
 
-    /// Stores the rows in the set, as numbers, and gives a changed power or duty ratio to the program's
-    /// starts of welding that use the set. Nothing when the set has left the list meanwhile.
+    /// Stores the rows in the set as numbers, and copies a changed power or duty cycle to the starts of
+    /// welding of the program that use the set. Does nothing if the set was removed from the list.
     void save();
 
-    /// A press on a line activates its window and goes no further.
+    /// Consumes a mouse press on a line, whose window it activates.
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 signals:
     void signalParamValuesIsok(bool ok);
-    /// A line of the program was given a new value.
+    /// A line of the program was changed.
     void signalparamValueschangedProgram(int line);
 
 protected:
@@ -41,7 +41,7 @@ protected:
 
 private:
     void addRow(int row, const ModuleObject* definition);
-    QLineEdit* valueLine(int row, const QString& text);
+    QLineEdit* valueLine(const QString& name, const QString& text);
     void activateCell(int row, int column);
     void updateProgram(QLatin1String field, double value);
 

@@ -1,9 +1,7 @@
+#include "editor/batchdialogs.h"
 #include "editor/delaydialog.h"
+#include "editor/iodialogs.h"
 #include "editor/selectparamdialog.h"
-#include "editor/setdodialog.h"
-#include "editor/updatespeeddialog.h"
-#include "editor/updateturningparamdialog.h"
-#include "editor/waitdidialog.h"
 #include "editorfixture.h"
 
 /// What the dialogs offer, take and store, that each is answered once, and what is shown of a statement.
@@ -13,7 +11,7 @@ class TestDialogs : public EditorTest {
 private slots:
     void init() { reset(); }
 
-    void dialog_isAnsweredOnceHoweverItEnds() {
+    void dialog_isAnsweredOnce() {
         const auto statement = node("{'delaytime':500,'DO_type':'IO'}");
         const QList<std::function<void(QDialog*)>> ways{
             [](QDialog* dialog) { clickOk(dialog); },
@@ -37,7 +35,7 @@ private slots:
     }
 
     /// Also what this robot lacks.
-    void ioDialog_offersWhatThereIsAndKeepsWhatWasThere() {
+    void ioDialog_offersSignalsOfTheRobotAndTheStoredOne() {
         const std::pair<QByteArray, QString> cases[] = {
             {"'doName':'DO1','DO_type':'IO','DO_reg':{'name':'OUT','bias':3,'type':'bit'},'value'",
              "DO1 DO2, OUT BOOL, 1 2 3 4"},
@@ -74,7 +72,7 @@ private slots:
         }
     }
 
-    void okIsOfferedForWhatCanRun() {
+    void ok_isEnabledForValuesThatCanRun() {
         const auto statement = node("{'delaytime':500,'weldspeed':'20','index':0}");
         const auto orphan = node("{'index':4,'weldspeed':20}");
         DelayDialog delay(statement.get());
@@ -111,7 +109,7 @@ private slots:
         }
     }
 
-    void eachStatement_showsItsOwnValues() {
+    void statement_showsItsValues() {
         const std::pair<QByteArray, QString> cases[] = {
             {"{'type':'moveJ','point':{'near':[3.141592653589793,-1.5707963267948966,0,0,0,0.001]},'zone':2}",
              "空走|1.轴角度：(180.000, -90.000, 0.000, 0.000, 0.000, 0.057)°；\n2.转弯区：2mm；"},

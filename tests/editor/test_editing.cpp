@@ -32,7 +32,7 @@ class TestEditing : public EditorTest {
 private slots:
     void init() { reset(); }
 
-    void everyEdit_changesTheSelectedLine() {
+    void edits_changeTheSelectedLine() {
         const std::tuple<const char*, QString, QString, int> cases[] = {
             {"0 btnCopy -1 btnEdit btnDel btnPaste btnUp btnDown anotationBtn", "a, , c", "false false ", -1},
             {"1 btnDel", "a, c", "false ", 1},
@@ -60,7 +60,7 @@ private slots:
         }
     }
 
-    void jump_selectsTheLineThatWasTyped() {
+    void jump_selectsTheTypedLine() {
         load(QByteArray("delay; ").repeated(13) + "delay");
         // There is no line 15; letters and a leading zero cannot be typed.
         for (const auto& [typed, row] : {std::pair("3", 2), {"14", 13}, {"15", 0}, {"a01b2", 11}}) {
@@ -93,7 +93,7 @@ private slots:
         QVERIFY(shown());
     }
 
-    void pendantAndDoubleClicks_areIgnoredElsewhere() {
+    void pendantAndDoubleClicks_areIgnoredWithoutFocus() {
         load(three_);
         act("2");
         const auto pressAll = [this] {
@@ -118,7 +118,7 @@ private slots:
         QVERIFY(pressAll());
     }
 
-    void everyEvent_enablesWhatCanBeDoneThen() {
+    void eachEvent_enablesItsButtons() {
         // Power and whether a project is open at first, then what is enabled, each event with what is then.
         const std::tuple<const char*, bool, QString> cases[] = {
             {"off", false, "sEMbrp project SEMbRP"},
@@ -153,7 +153,7 @@ private slots:
         }
     }
 
-    void anyChangeOfTheProgram_isShown() {
+    void changesOfTheProgram_areShown() {
         for (int i = 0; i < 16; ++i) {
             const int from = i / 4, to = i % 4;
             load("moveL to=1,0,0 note=a; close off; open 0 weldspeed=20; delay 5 note=c");

@@ -74,7 +74,7 @@ private slots:
         QCOMPARE(child<QTextEdit>(points_.get(), "textEditNote")->toPlainText(), "one\ntwo");
     }
 
-    void whatIsTyped_isStoredAndNothingElse() {
+    void typedValue_changesOnlyItsField() {
         const double degree = M_PI / 180;
         const std::tuple<const char*, const char*, const char*, QString, double> cases[] = {
             {"moveL", "X1", "600", "point.trans.#0", 0.6},
@@ -125,7 +125,7 @@ private slots:
         QCOMPARE(answers_, QVector<int>{0});
     }
 
-    void longPresses_setTheHandGuiding() {
+    void longKeyPress_setsTheHandGuiding() {
         open(move("moveL"));
         QString seen;
         for (const char* key : {"next", "last", "enter", "center"}) {
@@ -136,7 +136,7 @@ private slots:
         QCOMPARE(seen, "02 12 11 10 ");
     }
 
-    void statementThatIsGoneOrMoved_isNotConfused() {
+    void movedOrRemovedStatement_isWrittenOnlyInTheProgram() {
         for (const bool moves : {true, false}) {
             open(move("moveC"));
             typeIn(field("X1"), "600");

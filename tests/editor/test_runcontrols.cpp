@@ -66,7 +66,7 @@ private slots:
         }
     }
 
-    void startFromAnotherRow_isAskedAbout() {
+    void startFromAnotherRow_isConfirmed() {
         load("delay 100; delay 200");
         m("lumo.current.openmiddlecolse")->setValue(this, true);
         at(100, [this] { QVERIFY(!bench.weldFlag()); });  // of the run
@@ -83,7 +83,7 @@ private slots:
     }
 
     /// The line above the table does not promise a laser that stays off.
-    void pausedSeam_isTakenUpOrForgotten() {
+    void pausedSeam_isResumedOrReset() {
         const QString goesOn = "开始：从第 3 行继续";
         pauseInTheSeam();
         QCOMPARE(qMakePair(marked(), selected()), qMakePair(2, 2));
@@ -107,7 +107,7 @@ private slots:
         QCOMPARE(m("lumo.current.pausepoint")->size() + m("lumo.current.startpoint")->size(), 0);
     }
 
-    void torchThatWasMoved_isAskedAboutAsLongAsItMoves() {
+    void movedTorch_isConfirmedWithItsPresentDistance() {
         const QString question = "焊枪距中断点 %1 mm，先不出光回到中断点，再继续焊接？";
         pauseInTheSeam();
         ModuleObject* const y = kordservice()->dataNode("sys.posture.trans.#1");
@@ -125,7 +125,7 @@ private slots:
         QCOMPARE(bench.robot.firstTime("GAS 1"), qint64(500));
     }
 
-    void run_isFollowedAndNotDisturbed() {
+    void run_isShownAndRefusesOtherStarts() {
         load("delay 100; delay 1000");
         QSignalSpy apply(page.get(), &ProgramWidget::updateUItoolwobj);
         at(50, [this] { QCOMPARE(qMakePair(marked(), selected()), qMakePair(0, 0)); });
@@ -164,7 +164,7 @@ private slots:
     }
 
     /// Under the question, and after it was answered but before the start begins.
-    void programThatChanged_isNotStarted() {
+    void changedProgram_isNotStarted() {
         const std::function<void()> changes[] = {
             [this] { program()->remove(this, "#1"); },
             [this] { program()->append(this)->set(this, "type", "open"); },
@@ -189,7 +189,7 @@ private slots:
         }
     }
 
-    void stationThatStartsUnderTheQuestion_isNotDisturbed() {
+    void stationRunBegunDuringTheQuestion_goesOn() {
         load(seam_);
         m("lumo")->append(this, "signalbind_program")->copyFrom(this, program());
         act("3 btnStart");
@@ -210,7 +210,7 @@ private slots:
         QCOMPARE(text(m("lumo.allWeldBtnstatus")), "{'handweldbtn':true,'weldbtn':false}");
     }
 
-    void changesOfTheProgram_areToldFromItsFile() {
+    void programLine_tellsWhetherTheFileHoldsTheProgram() {
         load("[{'type':'delay','delaytime':1,'execute':true},{'type':'delay'}]");
         const QByteArray bare = QJsonDocument(program()->exportToJson().toArray()).toJson();
         const auto store = [this](const QByteArray& content) {

@@ -57,7 +57,7 @@ private slots:
         QVERIFY(!m("lumo.dialog.statement")->value().isValid());
     }
 
-    void tenButtons_writeWhatWasChosen_alsoWhenItIsEdited() {
+    void buttonsAndEdits_writeTheChosenValues() {
         bench.setParam("power", 49.5, 1);
         m("lumo.param")->c(1)->set(this, "name", "B");
         m("lumo.toolset")->loadJson(this, json(tools_));
@@ -93,7 +93,7 @@ private slots:
         QVERIFY(tableTellsTheTruth());
     }
 
-    void programChangesBelowADialog_answerGoesToItsStatement() {
+    void programChangedDuringADialog_answerGoesToItsStatement() {
         // What opens the dialog, then times, speeds and zones.
         const std::tuple<const char*, std::function<void()>, QString> cases[] = {
             {"1 btnEdit", [this] { program()->remove(this, "#1"); }, "1 3, 1 , 1 "},
@@ -121,7 +121,7 @@ private slots:
         }
     }
 
-    void dialogThatIsGivenUp_changesNothing() {
+    void cancelledDialog_changesNothing() {
         for (const char* button :
              {"btnSetDO", "btnWaitDI", "btnDelay", "btnOpenLaser", "btnEdit", "speedBtn", "turningBtn"}) {
             act("1");

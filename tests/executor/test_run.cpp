@@ -67,18 +67,6 @@ private slots:
         QCOMPARE(code, 0);  // it begins at its own first line's point, not at the posture
     }
 
-    void oddParameterValues_readAsZero() {
-        const LaserParams params = LaserParams::from(
-            test::node("{'power':'60','increase_time':-5,'stay_time':'x','note':{'speed':60,'open_time':50}}")
-                .get());
-        QCOMPARE(params.power, 0.6);
-        QCOMPARE(params.wireSpeed, 0.0);
-        QCOMPARE(params.increaseMs, 0);
-        QCOMPARE(params.stayMs, 0);
-        QCOMPARE(params.openMs, 0);
-        QCOMPARE(LaserParams::from(ModuleObject::null()).power, 0.0);
-    }
-
     void theSetInForceAndTheStep_areThoseOfTheTree() {
         m("lumo.param")->loadJson(this, test::json("[{'power':50}]"));
         m("lumo.cur_param")->setValue(this, QVariant());

@@ -68,35 +68,6 @@ private slots:
         }
     }
 
-    /// One warning for a statement that lacks something or has it in another kind, none for one that a run
-    /// reads.
-    void oddStatement_isWarnedOf() {
-        const QByteArray joint = "'type':'moveJ','speed':20,'zone':2,'point':{'near':";
-        const Case cases[] = {
-            {joint + "[0,0,0]}", ""},
-            {joint + "[0,'1',0]}", "\"point.near\" is the text \"1\""},
-            {joint + "[0,0]}", "\"point.near\" is no list of coordinates"},
-            {"'type':'param','index':2", "names no parameter set (2 of 2)"},
-            {"'type':'param','index':-1", "names no parameter set (-1 of 2)"},
-            {"'type':'open','index':0,'weldspeed':'20.5','laserPower':'50','laserDutyCycle':'5'", ""},
-            {"'type':'delay','delaytime':'soon'", "\"delaytime\" is the text \"soon\""},
-            {"'type':'delay','delaytime':true", "\"delaytime\" is no number"},
-            {"'type':'setDO','DO_type':'IO','doName':'DO1','value':'true'", ""},
-            {"'type':'setDO','value':'true','doName':'DO1'",
-             "lacks DO_type, DO_reg.name, DO_reg.type, DO_reg.bias"},
-            {"'type':'waitDI','value1':'true','diName':'DI1'", "lacks DI_type, DI_reg.name, DI_reg.bias"},
-            {"'type':'close','execute':false", ""}};
-        for (const Case& odd : cases) {
-            Problem problem;
-            const auto read = project("[{" + odd.text + "}]", &problem);
-            QVERIFY2(read, qPrintable(problem.text()));
-            const std::vector<Problem> found = read->warnings(2);
-            QCOMPARE(int(found.size()), *odd.says ? 1 : 0);
-            const QString said = found.empty() ? QString() : found[0].text();
-            QVERIFY2(said.contains(odd.says), qPrintable(said));
-        }
-    }
-
     void brokenScenario_isToldWithItsPlace() {
         const auto entry = [](const char* keys) { return QByteArray("[{'at':0,'do':") + keys + "}]"; };
         refuses(

@@ -2,12 +2,17 @@
 # placeholder of a number, or when a catalogue contains an unused text.
 # cmake -D LUPDATE=… -D LCONVERT=… -D ROOT=… -D PART=app -D SCRATCH=… -P check_catalogues.cmake
 file(MAKE_DIRECTORY ${SCRATCH})
+# Captions of the package's statements stand with the statements.
+set(folders ${ROOT}/${PART})
+if(PART STREQUAL "lumo")
+  list(APPEND folders ${ROOT}/program)
+endif()
 foreach(language en ru)
   set(copy ${SCRATCH}/${PART}_${language}.ts)
   file(GLOB catalogues ${ROOT}/${PART}/language/*_${language}.ts ${ROOT}/${PART}/resources/language/*_${language}.ts)
   execute_process(COMMAND ${LCONVERT} ${catalogues} -o ${copy})
   # With the include paths, lupdate knows a class's namespace, which is part of its context.
-  execute_process(COMMAND ${LUPDATE} -silent -locations none -I ${ROOT} -I ${ROOT}/${PART} ${ROOT}/${PART} -ts ${copy}
+  execute_process(COMMAND ${LUPDATE} -silent -locations none -I ${ROOT} -I ${ROOT}/${PART} ${folders} -ts ${copy}
     RESULT_VARIABLE result ERROR_VARIABLE said)
   if(NOT result EQUAL 0 OR said)
     message(SEND_ERROR "lupdate: ${said}")
