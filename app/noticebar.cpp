@@ -1,5 +1,6 @@
 #include "app/noticebar.h"
 
+#include "app/fileproblem.h"
 #include "mendo/clock.h"
 
 #include <QDir>
@@ -60,13 +61,12 @@ NoticeBar::NoticeBar(QWidget* window)
     connect(close_, &QToolButton::clicked, this, &NoticeBar::dismiss);
 }
 
-void NoticeBar::report(const QString& file, int line, int column, const QString& reason) {
-    const FileProblem problem{file, line, column, reason};
+void NoticeBar::report(const mendo::FileProblem& problem) {
     if (!texts_.isEmpty() && problem == newest_) {
         return;
     }
     newest_ = problem;
-    const QString path = QDir::toNativeSeparators(QFileInfo(file).absoluteFilePath());
+    const QString path = QDir::toNativeSeparators(QFileInfo(problem.file).absoluteFilePath());
     texts_.prepend(mendo::Clock::current().now().toString(QStringLiteral("HH:mm:ss  ")) +
                    problemText(problem, path));
     if (texts_.size() > mostListed) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/fileproblem.h"
+#include "json/fileproblem.h"
 
 #include <QFrame>
 #include <QStringList>
@@ -19,7 +19,7 @@ public:
     explicit NoticeBar(QWidget* window);
 
     /// Adds a problem unless it equals the newest one.
-    void report(const QString& file, int line, int column, const QString& reason);
+    void report(const mendo::FileProblem& problem);
     /// The list of problems, a child of the window.
     QWidget* list() const;
     /// The texts of the list, newest first.
@@ -46,7 +46,7 @@ private:
     QToolButton* close_;
     QLabel* list_;
     QStringList texts_;
-    FileProblem newest_;
+    mendo::FileProblem newest_;
 };
 
 }  // namespace app

@@ -29,7 +29,7 @@ namespace app {
 Panel::Panel() : window_(std::make_unique<PanelWindow>()) {
     cell_ = new workcell::WorkCell(window_->pages(), {}, this);
     controller()->setPower(false);
-    connect(m(), &mendo::ModuleManager::fileProblem, this, &Panel::onFileProblem);
+    connect(m(), &mendo::ModuleManager::fileProblem, window_->notices(), &NoticeBar::report);
     connect(window_->navigation(), &Navigation::chosen, this, &Panel::showPage);
 }
 
@@ -130,10 +130,6 @@ bool Panel::openProject(const QString& file) {
         return QMetaObject::invokeMethod(dialog, "accept");
     }
     return false;
-}
-
-void Panel::onFileProblem(const QString& fileName, int line, int column, const QString& reason) {
-    window_->notices()->report(fileName, line, column, reason);
 }
 
 }  // namespace app

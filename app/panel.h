@@ -58,7 +58,6 @@ private:
     void offerViews();
     void makeStatus();
     void makeExamples();
-    void onFileProblem(const QString& fileName, int line, int column, const QString& reason);
 
     workcell::WorkCell* cell_;
     workcell::TreeFollower* follower_ = nullptr;

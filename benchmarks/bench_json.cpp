@@ -3,7 +3,6 @@
 
 #include "sidebyside.h"
 
-#include "json/jsontext.h"
 #include "mendo/modulemanager.h"
 
 #include <QByteArray>
@@ -53,11 +52,7 @@ struct Project {
 
     void load() { node->loadJson(nullptr, QJsonDocument::fromJson(text).array()); }
     void parse() { document = QJsonDocument::fromJson(text); }
-    void save() {
-        mendo::JsonText saved(true);
-        saved.add(node);
-        benchmark::DoNotOptimize(saved.take());
-    }
+    void save() { benchmark::DoNotOptimize(QJsonDocument(node->exportToJson().toArray()).toJson()); }
     void write() { benchmark::DoNotOptimize(document.toJson()); }
 
     const int count;

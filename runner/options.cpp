@@ -219,7 +219,7 @@ std::optional<Options> parseOptions(const QStringList& arguments, Problem* probl
     if (reason.isEmpty()) {
         return options;
     }
-    *problem = Problem{QString(), 0, 0, reason};
+    *problem = Problem{QString(), {}, reason};
     return std::nullopt;
 }
 

@@ -1,6 +1,6 @@
 #include "runner/pointrecord.h"
 
-#include "runner/jsonwriter.h"
+#include "json/jsonwriter.h"
 #include "simulator/arm.h"
 
 #include <QtMath>
@@ -8,6 +8,8 @@
 #include <cmath>
 
 namespace run {
+
+using mendo::JsonWriter;
 
 namespace {
 

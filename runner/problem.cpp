@@ -1,15 +1,48 @@
 #include "runner/problem.h"
 
+#include "json/jsonfile.h"
+
 #include <cstdio>
 
 namespace run {
 
 QString Problem::text() const {
     QString where = file;
-    if (line > 0) {
-        where += QStringLiteral(":%1:%2").arg(line).arg(column);
+    if (place.line > 0) {
+        where += QStringLiteral(":%1:%2").arg(place.line).arg(place.column);
     }
     return (where.isEmpty() ? reason : where + QStringLiteral(": ") + reason).simplified();
+}
+
+std::optional<InputArray> InputArray::read(const QString& file, const QString& shown, Problem* problem) {
+    mendo::FileProblem found;
+    const std::optional<mendo::JsonText> text = mendo::readJsonFile(file, &found);
+    *problem = {shown, found.place, found.text()};
+    return text ? from(*text, shown, problem) : std::nullopt;
+}
+
+std::optional<InputArray> InputArray::parse(const QByteArray& text, const QString& shown, Problem* problem) {
+    mendo::FileProblem found;
+    const std::optional<mendo::JsonText> json = mendo::JsonText::parse(text, &found);
+    *problem = {shown, found.place, found.text()};
+    return json ? from(*json, shown, problem) : std::nullopt;
+}
+
+std::optional<InputArray> InputArray::from(const mendo::JsonText& text, const QString& shown,
+                                           Problem* problem) {
+    if (text.value().isArray()) {
+        return InputArray(text, shown);
+    }
+    *problem = {shown, text.place(), mendo::FileProblem::Reason{mendo::FileProblem::Kind::NoArray}.text()};
+    return std::nullopt;
+}
+
+Problem InputArray::problemAt(int element, const QString& reason) const {
+    return {shown_, text_.place(element), reason};
+}
+
+Problem InputArray::problemAt(int element, const QString& path, const QString& reason) const {
+    return {shown_, text_.place(element, path), reason};
 }
 
 void printError(const QString& text) {

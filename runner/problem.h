@@ -1,18 +1,54 @@
 #pragma once
 
+#include "json/jsontext.h"
+
+#include <QByteArray>
+#include <QJsonArray>
 #include <QString>
+
+#include <optional>
 
 namespace run {
 
 /// What is wrong with an input, and where.
 struct Problem {
-    QString file;    ///< as the caller named it; empty when no file is concerned
-    int line = 0;    ///< from 1; 0 where it means nothing
-    int column = 0;  ///< from 1, in characters
-    QString reason;  ///< plain English, no full stop
+    QString file;            ///< as the caller named it; empty when no file is concerned
+    mendo::TextPlace place;  ///< none where it means nothing
+    QString reason;          ///< plain English, no full stop
 
     /// "FILE:LINE:COLUMN: REASON" with the parts that are known; always one line.
     QString text() const;
+};
+
+/// An input file that holds a JSON array.
+class InputArray {
+public:
+    /// Nothing, with the reason in `problem`, when the file cannot be read, is no JSON or holds no array.
+    /// `shown` is the name used in problems.
+    static std::optional<InputArray> read(const QString& file, const QString& shown, Problem* problem);
+    /// The same for a text (UTF-8, a byte-order mark allowed).
+    static std::optional<InputArray> parse(const QByteArray& text, const QString& shown, Problem* problem);
+    /// The same for JSON that was read before.
+    static std::optional<InputArray> from(const mendo::JsonText& text, const QString& shown,
+                                          Problem* problem);
+
+    const QJsonArray& array() const { return array_; }
+
+    /// A problem at an element.
+    Problem problemAt(int element, const QString& reason) const;
+    /// A problem at the value of a dotted path in an element; see JsonText::place.
+    Problem problemAt(int element, const QString& path, const QString& reason) const;
+
+    /// An element as it stands in the file, on one line; see JsonText::compact.
+    QByteArray compact(int element) const { return text_.compact(element); }
+
+private:
+    InputArray(const mendo::JsonText& text, const QString& shown)
+        : text_(text), shown_(shown), array_(text.value().toArray()) {}
+
+    mendo::JsonText text_;
+    QString shown_;
+    QJsonArray array_;
 };
 
 /// One line on standard error: "lumo-run: TEXT".

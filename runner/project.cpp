@@ -7,11 +7,11 @@
 namespace run {
 
 std::optional<Project> Project::read(const QString& file, const QString& shown, Problem* problem) {
-    const std::optional<JsonText> text = JsonText::read(file, shown, problem);
+    const std::optional<InputArray> text = InputArray::read(file, shown, problem);
     return text ? fromText(*text, problem) : std::nullopt;
 }
 
-std::optional<Project> Project::fromText(const JsonText& text, Problem* problem) {
+std::optional<Project> Project::fromText(const InputArray& text, Problem* problem) {
     Project project(text);
     bool toolsetSeen = false;
     for (int i = 0; i < text.array().size(); ++i) {

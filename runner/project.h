@@ -1,6 +1,6 @@
 #pragma once
 
-#include "runner/jsontext.h"
+#include "runner/problem.h"
 
 #include <QJsonArray>
 #include <QJsonObject>
@@ -18,7 +18,7 @@ public:
     /// Reads a file and checks its structure. Nothing, with what is wrong and where in `problem`,
     /// when a run cannot begin with it.
     static std::optional<Project> read(const QString& file, const QString& shown, Problem* problem);
-    static std::optional<Project> fromText(const JsonText& text, Problem* problem);
+    static std::optional<Project> fromText(const InputArray& text, Problem* problem);
 
     /// The whole file, the tool set included.
     const QJsonArray& content() const { return text_.array(); }
@@ -29,9 +29,9 @@ public:
     std::vector<Problem> warnings(int sets) const;
 
 private:
-    explicit Project(const JsonText& text) : text_(text) {}
+    explicit Project(const InputArray& text) : text_(text) {}
 
-    JsonText text_;
+    InputArray text_;
     std::vector<int> statements_;  ///< their elements in the file
 };
 

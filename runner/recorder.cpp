@@ -222,14 +222,15 @@ void Recorder::onLog(const QString& level, const QString& text) {
     trace_->end();
 }
 
-void Recorder::onFileProblem(const QString& fileName, int line, int column, const QString& reason) {
+void Recorder::onFileProblem(const mendo::FileProblem& problem) {
     if (!recording_) {
         return;
     }
+    const auto& [line, column] = problem.place;
     const QString place =
         line > 0 ? QStringLiteral(" (line %1, column %2)").arg(line).arg(column) : QString();
-    trace_->begin("file").key(nameKey).string(QFileInfo(fileName).fileName());
-    trace_->line().key(reasonKey).string(reason + place);
+    trace_->begin("file").key(nameKey).string(QFileInfo(problem.file).fileName());
+    trace_->line().key(reasonKey).string(problem.text() + place);
     trace_->end();
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "json/fileproblem.h"
 #include "kord/kordservice.h"
 #include "runner/trace.h"
 #include "simulator/controller.h"
@@ -45,7 +46,7 @@ private:
     void onResult(const QString& command, int id, int code);
     void onPosture();
     void onLog(const QString& level, const QString& text);
-    void onFileProblem(const QString& fileName, int line, int column, const QString& reason);
+    void onFileProblem(const mendo::FileProblem& problem);
 
     Trace* trace_;
     sim::Controller* robot_ = nullptr;  ///< whose posture is recorded

@@ -8,11 +8,11 @@ namespace run {
 
 std::optional<Scenario> Scenario::read(const QString& file, const QString& shown, const QStringList& inputs,
                                        Problem* problem) {
-    const std::optional<JsonText> text = JsonText::read(file, shown, problem);
+    const std::optional<InputArray> text = InputArray::read(file, shown, problem);
     return text ? fromText(*text, inputs, problem) : std::nullopt;
 }
 
-std::optional<Scenario> Scenario::fromText(const JsonText& text, const QStringList& inputs,
+std::optional<Scenario> Scenario::fromText(const InputArray& text, const QStringList& inputs,
                                            Problem* problem) {
     Scenario scenario;
     for (int i = 0; i < text.array().size(); ++i) {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "runner/entrycheck.h"
-#include "runner/jsontext.h"
+#include "runner/problem.h"
 
 #include <QByteArray>
 #include <QJsonObject>
@@ -28,7 +28,7 @@ public:
     /// that cannot be applied. `inputs`: the names of the controller's inputs.
     static std::optional<Scenario> read(const QString& file, const QString& shown, const QStringList& inputs,
                                         Problem* problem);
-    static std::optional<Scenario> fromText(const JsonText& text, const QStringList& inputs,
+    static std::optional<Scenario> fromText(const InputArray& text, const QStringList& inputs,
                                             Problem* problem);
 
     /// In the order in which they are applied: by time, then as the file has them.

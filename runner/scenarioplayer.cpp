@@ -119,7 +119,8 @@ void ScenarioPlayer::refuse(const ScenarioEntry& entry, const QString& reason) {
     }
     // As the page's Open button does, report the problem through the host's file service.
     if (const std::optional<Problem> problem = noProject(pathOf(entry))) {
-        emit m()->fileProblem(pathOf(entry), problem->line, problem->column, problem->reason);
+        emit m()->fileProblem(
+            {pathOf(entry), problem->place, {{mendo::FileProblem::Kind::OtherFault, {problem->reason}}}});
     }
 }
 

@@ -6,7 +6,6 @@
 #include "mendo/log.h"
 #include "mendo/modulemanager.h"
 #include "program/words.h"
-#include "runner/beginline.h"
 #include "simulator/cell.h"
 #include "simulator/controller.h"
 #include "simulator/time/virtualtime.h"
@@ -324,8 +323,8 @@ void Session::onChanged(const workcell::Change& change) {
     }
 }
 
-void Session::onFileProblem(const QString& fileName, int line, int column, const QString& reason) {
-    printWarning(Problem{QFileInfo(fileName).fileName(), line, column, reason}.text());
+void Session::onFileProblem(const mendo::FileProblem& problem) {
+    printWarning(Problem{QFileInfo(problem.file).fileName(), problem.place, problem.text()}.text());
 }
 
 qint64 Session::elapsedMs() const {

@@ -56,7 +56,7 @@ private:
     void onStation(int row, const QString& state);
     void onMessage(const QString& icon, const QString& title, const QString& text);
     void onChanged(const workcell::Change& change);
-    void onFileProblem(const QString& fileName, int line, int column, const QString& reason);
+    void onFileProblem(const mendo::FileProblem& problem);
     void onAboutToBlock();
     void check();
     void checkStall();

@@ -1,9 +1,8 @@
 #include "runner/stationlist.h"
 
-#include "mendo/plainfile.h"
+#include "json/jsonfile.h"
 
 #include <QDir>
-#include <QJsonDocument>
 
 namespace run {
 
@@ -11,22 +10,18 @@ namespace {
 
 const QString stationsFile = QStringLiteral("lumo_signalsConfig.json");
 
-/// An empty list is written as an empty object.
-bool isEmptyList(const QString& file) {
-    QString ignored;
-    const QJsonDocument document =
-        QJsonDocument::fromJson(mendo::readPlainFile(file, &ignored).value_or(QByteArray()));
-    return document.isObject() && document.object().isEmpty();
-}
-
 }  // namespace
 
 std::optional<StationList> StationList::read(const QString& folder, const QString& shown, Problem* problem) {
-    const QString file = QDir(folder).filePath(stationsFile);
-    if (isEmptyList(file)) {
-        return StationList();
+    const QString shownFile = QDir(shown).filePath(stationsFile);
+    mendo::FileProblem found;
+    const std::optional<mendo::JsonText> json =
+        mendo::readJsonFile(QDir(folder).filePath(stationsFile), &found);
+    if (json && json->value() == QJsonObject()) {
+        return StationList();  // so an empty list is written
     }
-    const std::optional<JsonText> text = JsonText::read(file, QDir(shown).filePath(stationsFile), problem);
+    *problem = {shownFile, found.place, found.text()};
+    const std::optional<InputArray> text = json ? InputArray::from(*json, shownFile, problem) : std::nullopt;
     if (!text) {
         return std::nullopt;
     }

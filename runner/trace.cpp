@@ -1,8 +1,47 @@
 #include "runner/trace.h"
 
+#include "mendo/modulemanager.h"
+#include "runner/options.h"
+
+#include <QDir>
+#include <QFileInfo>
+
 #include <cstdio>
 
 namespace run {
+
+namespace {
+
+void writeOptions(JsonWriter& line, const Options& options) {
+    const auto onOff = [](bool on) { return on ? QStringLiteral("on") : QStringLiteral("off"); };
+    line.key(QStringLiteral("options")).beginObject();
+    if (options.stations.isEmpty()) {
+        line.key(QStringLiteral("project")).string(QFileInfo(options.project).fileName());
+    } else {
+        line.key(QStringLiteral("stations")).string(QDir(options.stations).dirName());
+    }
+    line.key(QStringLiteral("language")).string(options.language);
+    line.key(QStringLiteral("mode")).string(options.mode);
+    line.key(QStringLiteral("power")).string(onOff(options.power));
+    line.key(QStringLiteral("weld")).string(onOff(options.weld));
+    line.key(QStringLiteral("hand-weld")).string(onOff(options.handWeld));
+    if (options.once) {
+        line.key(QStringLiteral("once")).integer(*options.once);
+    } else if (options.stations.isEmpty()) {
+        line.key(QStringLiteral("line")).integer(options.line);
+    }
+    line.key(QStringLiteral("axes")).integer(options.axes);
+    line.key(QStringLiteral("no-write-multi")).boolean(options.noWriteMulti);
+    if (!options.scenario.isEmpty()) {
+        line.key(QStringLiteral("scenario")).string(QFileInfo(options.scenario).fileName());
+    }
+    line.key(QStringLiteral("ack")).integer(options.ackMs);
+    line.key(QStringLiteral("until")).integer(options.untilMs);
+    line.key(QStringLiteral("posture")).boolean(options.posture);
+    line.endObject();
+}
+
+}  // namespace
 
 bool Trace::open(const QString& file, QString* error) {
     out_.setFileName(file);
@@ -42,6 +81,29 @@ bool Trace::close(QString* error) {
     }
     out_.close();
     return !failed_;
+}
+
+void writeBeginLine(Trace& trace, const Options& options, int statements) {
+    JsonWriter& line = trace.begin("begin");
+    writeOptions(line, options);
+    line.key(QStringLiteral("statements")).integer(statements);
+    line.key(QStringLiteral("sets")).beginArray();
+    for (const mendo::ModuleObject* set : m(QStringLiteral("lumo.param"))->cmobjs()) {
+        line.string(set->r(QStringLiteral("name"))->getString());
+    }
+    line.endArray();
+    line.key(QStringLiteral("ports")).beginArray();
+    for (const mendo::ModuleObject* port : m(QStringLiteral("lumo.port"))->cmobjs()) {
+        line.beginObject();
+        for (const QString& field :
+             {QStringLiteral("type"), QStringLiteral("name"), QStringLiteral("enable")}) {
+            line.key(field).node(port->r(field));
+        }
+        line.endObject();
+    }
+    line.endArray();
+    line.key(QStringLiteral("dt")).node(m(QStringLiteral("lumo.execute.dt")));
+    trace.end();
 }
 
 }  // namespace run

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "runner/jsonwriter.h"
+#include "json/jsonwriter.h"
 
 #include <QFile>
 #include <QString>
@@ -8,6 +8,10 @@
 #include <functional>
 
 namespace run {
+
+using mendo::JsonWriter;
+
+struct Options;
 
 /// Writes trace lines: JSON Lines with the time in front.
 class Trace {
@@ -35,5 +39,8 @@ private:
     std::function<qint64()> clock_;
     bool failed_ = false;
 };
+
+/// Writes the first line of a trace: what shapes the run, and the settings as the package has them.
+void writeBeginLine(Trace& trace, const Options& options, int statements);
 
 }  // namespace run

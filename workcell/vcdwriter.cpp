@@ -1,6 +1,6 @@
 #include "workcell/vcdwriter.h"
 
-#include "json/numbertext.h"
+#include "json/jsonwriter.h"
 
 #include <algorithm>
 

@@ -42,8 +42,8 @@
         <translation>the disk is read-only</translation>
     </message>
     <message>
-        <source>文件或文件夹不存在</source>
-        <translation>no such file or folder</translation>
+        <source>文件夹不存在</source>
+        <translation>there is no such folder</translation>
     </message>
     <message>
         <source>这是文件夹，不是文件</source>
@@ -118,8 +118,8 @@
         <translation>something follows the end of the document</translation>
     </message>
     <message>
-        <source>%1；另有%2条记录有错误</source>
-        <translation>%1; faults in %2 more records</translation>
+        <source>另有%1条记录有错误</source>
+        <translation>faults in %1 more records</translation>
     </message>
     <message>
         <source>文件内容不是记录列表</source>
@@ -134,36 +134,36 @@
         <translation>this is no record</translation>
     </message>
     <message>
-        <source>%1不是数字</source>
-        <translation>%1 is no number</translation>
+        <source>&apos;%1&apos;不是数字</source>
+        <translation>&apos;%1&apos; is no number</translation>
     </message>
     <message>
-        <source>%1不是文字</source>
-        <translation>%1 is no text</translation>
+        <source>&apos;%1&apos;不是文字</source>
+        <translation>&apos;%1&apos; is no text</translation>
     </message>
     <message>
-        <source>%1不是对象</source>
-        <translation>%1 is no object</translation>
+        <source>&apos;%1&apos;不是对象</source>
+        <translation>&apos;%1&apos; is no object</translation>
     </message>
     <message>
-        <source>%1既不是true也不是false</source>
-        <translation>%1 is neither true nor false</translation>
+        <source>&apos;%1&apos;既不是true也不是false</source>
+        <translation>&apos;%1&apos; is neither true nor false</translation>
     </message>
     <message>
-        <source>%1；所有端口均已停用</source>
-        <translation>%1; no port is in use</translation>
+        <source>所有端口均已停用</source>
+        <translation>no port is in use</translation>
     </message>
     <message>
-        <source>缺少'type'</source>
-        <translation>'type' is missing</translation>
+        <source>缺少&apos;%1&apos;</source>
+        <translation>&apos;%1&apos; is missing</translation>
     </message>
     <message>
-        <source>'type'不是%1</source>
-        <translation>'type' is not %1</translation>
+        <source>&apos;%1&apos;不是%2</source>
+        <translation>&apos;%1&apos; is not %2</translation>
     </message>
     <message>
-        <source>原文件已损坏，且无法保留副本</source>
-        <translation>the file in its place is damaged and cannot be kept</translation>
+        <source>无法保留原文件的副本</source>
+        <translation>the file in its place cannot be kept</translation>
     </message>
     <message>
         <source>没有此文件</source>
@@ -174,24 +174,24 @@
         <translation>the file holds no project</translation>
     </message>
     <message>
-        <source>未知的语句类型%1</source>
-        <translation>unknown statement type %1</translation>
+        <source>未知的语句类型&quot;%1&quot;</source>
+        <translation>unknown statement type &quot;%1&quot;</translation>
     </message>
     <message>
         <source>文件内容是设置，不是工程</source>
         <translation>the file holds settings, no project</translation>
     </message>
     <message>
-        <source>原文件是其他内容，且无法保留副本</source>
-        <translation>the file in its place holds something else and cannot be kept</translation>
+        <source>；</source>
+        <translation>; </translation>
     </message>
     <message>
-        <source>文件受写保护</source>
-        <translation>the file is write-protected</translation>
+        <source>文件内容不是数组</source>
+        <translation>the file holds no array</translation>
     </message>
     <message>
-        <source>无法确认已写入磁盘：%1</source>
-        <translation>the folder could not be synced: %1</translation>
+        <source>无法确认已写入磁盘</source>
+        <translation>the folder could not be synced</translation>
     </message>
     <message>
         <source>%1：%2</source>

@@ -42,8 +42,8 @@
         <translation>диск доступен только для чтения</translation>
     </message>
     <message>
-        <source>文件或文件夹不存在</source>
-        <translation>файл или папка не существует</translation>
+        <source>文件夹不存在</source>
+        <translation>нет такой папки</translation>
     </message>
     <message>
         <source>这是文件夹，不是文件</source>
@@ -118,8 +118,8 @@
         <translation>лишние данные в конце файла</translation>
     </message>
     <message>
-        <source>%1；另有%2条记录有错误</source>
-        <translation>%1; ошибки и в других записях: %2</translation>
+        <source>另有%1条记录有错误</source>
+        <translation>ошибки и в других записях: %1</translation>
     </message>
     <message>
         <source>文件内容不是记录列表</source>
@@ -134,36 +134,36 @@
         <translation>это не запись</translation>
     </message>
     <message>
-        <source>%1不是数字</source>
-        <translation>%1: не число</translation>
+        <source>&apos;%1&apos;不是数字</source>
+        <translation>&apos;%1&apos;: не число</translation>
     </message>
     <message>
-        <source>%1不是文字</source>
-        <translation>%1: не текст</translation>
+        <source>&apos;%1&apos;不是文字</source>
+        <translation>&apos;%1&apos;: не текст</translation>
     </message>
     <message>
-        <source>%1不是对象</source>
-        <translation>%1: не объект</translation>
+        <source>&apos;%1&apos;不是对象</source>
+        <translation>&apos;%1&apos;: не объект</translation>
     </message>
     <message>
-        <source>%1既不是true也不是false</source>
-        <translation>%1: не true и не false</translation>
+        <source>&apos;%1&apos;既不是true也不是false</source>
+        <translation>&apos;%1&apos;: не true и не false</translation>
     </message>
     <message>
-        <source>%1；所有端口均已停用</source>
-        <translation>%1; все порты отключены</translation>
+        <source>所有端口均已停用</source>
+        <translation>все порты отключены</translation>
     </message>
     <message>
-        <source>缺少'type'</source>
-        <translation>нет 'type'</translation>
+        <source>缺少&apos;%1&apos;</source>
+        <translation>нет &apos;%1&apos;</translation>
     </message>
     <message>
-        <source>'type'不是%1</source>
-        <translation>'type': не %1</translation>
+        <source>&apos;%1&apos;不是%2</source>
+        <translation>&apos;%1&apos;: не %2</translation>
     </message>
     <message>
-        <source>原文件已损坏，且无法保留副本</source>
-        <translation>прежний файл повреждён, и его нельзя сохранить</translation>
+        <source>无法保留原文件的副本</source>
+        <translation>прежний файл нельзя сохранить</translation>
     </message>
     <message>
         <source>没有此文件</source>
@@ -174,24 +174,24 @@
         <translation>это не файл проекта</translation>
     </message>
     <message>
-        <source>未知的语句类型%1</source>
-        <translation>неизвестный тип команды: %1</translation>
+        <source>未知的语句类型&quot;%1&quot;</source>
+        <translation>неизвестный тип команды: &quot;%1&quot;</translation>
     </message>
     <message>
         <source>文件内容是设置，不是工程</source>
         <translation>это файл настроек, а не проекта</translation>
     </message>
     <message>
-        <source>原文件是其他内容，且无法保留副本</source>
-        <translation>в прежнем файле другое содержимое, и его нельзя сохранить</translation>
+        <source>；</source>
+        <translation>; </translation>
     </message>
     <message>
-        <source>文件受写保护</source>
-        <translation>файл защищён от записи</translation>
+        <source>文件内容不是数组</source>
+        <translation>в файле нет массива</translation>
     </message>
     <message>
-        <source>无法确认已写入磁盘：%1</source>
-        <translation>не удалось подтвердить запись на диск: %1</translation>
+        <source>无法确认已写入磁盘</source>
+        <translation>не удалось подтвердить запись на диск</translation>
     </message>
     <message>
         <source>%1：%2</source>

@@ -1,6 +1,6 @@
 #include "app/scope/scopeexport.h"
 
-#include "json/numbertext.h"
+#include "json/jsonwriter.h"
 
 #include <QIODevice>
 

@@ -115,8 +115,10 @@ private:
     QTimer step_;
 };
 
-void showProblem(const QString& file, int line, int column, const QString& reason) {
-    std::fprintf(stderr, "%s:%d:%d: %s\n", qPrintable(file), line, column, qPrintable(reason));
+void showProblem(const mendo::FileProblem& problem) {
+    const auto& [line, column] = problem.place;
+    std::fprintf(stderr, "%s:%d:%d: %s\n", qPrintable(problem.file), line, column,
+                 qPrintable(problem.text()));
 }
 
 /// Starts a program as the page does; returns when its run is over.

@@ -1,303 +1,387 @@
 #include "json/jsontext.h"
 
-#include "mendo/convert.h"
-#include "mendo/noderef.h"
+#include "json/jsonwriter.h"
 
 #include <QJsonArray>
+#include <QJsonDocument>
 #include <QJsonObject>
-#include <QLocale>
-#include <QVarLengthArray>
 
 #include <algorithm>
-#include <charconv>
-#include <climits>
-#include <cmath>
-#include <cstring>
-#include <limits>
-#include <numeric>
-#include <utility>
 
 namespace mendo {
 
 namespace {
 
-using Kind = Branch::Kind;
+using Kind = FileProblem::Kind;
 
-char hexDigit(uint number) {
-    return static_cast<char>(number < 10 ? '0' + number : 'a' + number - 10);
+/// Length of the byte-order mark at the beginning of a text.
+int markSize(const QByteArray& text) {
+    const QByteArray mark = QByteArrayLiteral("\xEF\xBB\xBF");
+    return text.startsWith(mark) ? mark.size() : 0;
 }
 
-/// The escape of a UTF-16 unit that has no letter of its own.
-char* putUnit(char* to, uint unit) {
-    *to++ = '\\';
-    *to++ = 'u';
-    for (int shift = 12; shift >= 0; shift -= 4) {
-        *to++ = hexDigit((unit >> shift) & 0xf);
-    }
-    return to;
+bool isSpace(char c) {
+    return c == ' ' || c == '\t' || c == '\n' || c == '\r';
 }
 
-char* putAscii(char* to, uint letter) {
-    constexpr char escaped[] = "\"\\\b\f\n\r\t";
-    constexpr char letters[] = "\"\\bfnrt";
-    if (letter >= 0x20 && letter != '"' && letter != '\\') {
-        *to++ = static_cast<char>(letter);
-        return to;
-    }
-    const char* const found = letter ? std::strchr(escaped, static_cast<int>(letter)) : nullptr;
-    if (!found) {
-        return putUnit(to, letter);
-    }
-    *to++ = '\\';
-    *to++ = letters[found - escaped];
-    return to;
+bool endsNumber(char c) {
+    return isSpace(c) || c == ',' || c == ']' || c == '}' || c == ':';
 }
 
-/// A character above ASCII in UTF-8.
-char* putWide(char* to, uint character) {
-    const auto put = [&to](uint byte) { *to++ = static_cast<char>(byte); };
-    const auto follow = [&put, character](int shift) { put(0x80 | ((character >> shift) & 0x3f)); };
-    if (character < 0x800) {
-        put(0xc0 | (character >> 6));
-    } else if (character < 0x10000) {
-        put(0xe0 | (character >> 12));
-        follow(6);
-    } else {
-        put(0xf0 | (character >> 18));
-        follow(12);
-        follow(6);
-    }
-    follow(0);
-    return to;
+/// Every byte of a character in UTF-8 but its first one is of the form 10xxxxxx.
+int characterCount(const char* begin, const char* end) {
+    return int(std::count_if(begin, end, [](char byte) { return (byte & 0xC0) != 0x80; }));
 }
 
-/// Positions of a map's children in the order of their names, as a QJsonObject keeps them.
-QVarLengthArray<int, 64> inOrder(const Branch& branch) {
-    QVarLengthArray<int, 64> positions(branch.size());
-    std::iota(positions.begin(), positions.end(), 0);
-    const auto before = [&branch](int a, int b) { return branch.entries[a].name < branch.entries[b].name; };
-    if (!std::is_sorted(positions.cbegin(), positions.cend(), before)) {
-        std::sort(positions.begin(), positions.end(), before);
+/// A position in a text that Qt's parser has accepted.
+class Walker {
+public:
+    Walker(const QByteArray& text, int from) : text_(text), pos_(from) {}
+
+    int position() const { return pos_; }
+    char peek() const { return pos_ < text_.size() ? text_[pos_] : '\0'; }
+    bool take(char c) {
+        if (peek() != c || c == '\0') {
+            return false;
+        }
+        ++pos_;
+        return true;
     }
-    return positions;
+    void skipSpace() {
+        while (isSpace(peek())) {
+            ++pos_;
+        }
+    }
+    /// False at the end of the text, where a quote is missing.
+    bool skipString() {
+        for (++pos_; pos_ < text_.size() && text_[pos_] != '"'; ++pos_) {
+            if (text_[pos_] == '\\') {
+                ++pos_;
+            }
+        }
+        pos_ = std::min(pos_, text_.size());
+        return take('"');
+    }
+    /// A number, true, false or null, in any form that Qt's parser accepts.
+    void skipWord() {
+        while (pos_ < text_.size() && !endsNumber(text_[pos_])) {
+            ++pos_;
+        }
+    }
+    void skipValue() {
+        int depth = 0;
+        do {
+            const char c = peek();
+            if (c == '"') {
+                skipString();
+            } else if (c == '{' || c == '[') {
+                ++depth;
+                ++pos_;
+            } else if (c == '}' || c == ']') {
+                --depth;
+                ++pos_;
+            } else if (depth == 0) {
+                skipWord();
+            } else {
+                ++pos_;
+            }
+        } while (depth > 0 && pos_ < text_.size());
+    }
+
+protected:
+    const QByteArray& text_;
+    int pos_;
+};
+
+/// Finds where a text stops being JSON: the offsets of Qt's parser are off by one or more.
+class FaultFinder : private Walker {
+public:
+    using Walker::position;
+    using Walker::Walker;
+
+    /// False, with the fault at the position, when the text is no JSON.
+    bool document() {
+        if (!value(0)) {
+            return false;
+        }
+        skipSpace();
+        return pos_ == text_.size() || fail(Kind::NoEndOfFile);
+    }
+    Kind fault() const { return fault_; }
+
+private:
+    bool fail(Kind fault) {
+        fault_ = fault;
+        return false;
+    }
+
+    bool value(int depth) {
+        constexpr int deepest = 1024;
+        skipSpace();
+        if (depth > deepest) {
+            return fail(Kind::TooDeep);
+        }
+        switch (peek()) {
+            case '{':
+                return object(depth);
+            case '[':
+                return array(depth);
+            case '"':
+                return string(Kind::NoValue);
+            case 't':
+                return word("true");
+            case 'f':
+                return word("false");
+            case 'n':
+                return word("null");
+            default:
+                return number();
+        }
+    }
+
+    bool object(int depth) {
+        ++pos_;
+        skipSpace();
+        if (take('}')) {
+            return true;
+        }
+        do {
+            skipSpace();
+            if (!string(Kind::NoKey)) {
+                return false;
+            }
+            skipSpace();
+            if (!take(':')) {
+                return fail(Kind::NoColon);
+            }
+            if (!value(depth + 1)) {
+                return false;
+            }
+            skipSpace();
+        } while (take(','));
+        return take('}') || fail(Kind::NoCommaOrBrace);
+    }
+
+    bool array(int depth) {
+        ++pos_;
+        skipSpace();
+        if (take(']')) {
+            return true;
+        }
+        do {
+            if (!value(depth + 1)) {
+                return false;
+            }
+            skipSpace();
+        } while (take(','));
+        return take(']') || fail(Kind::NoCommaOrBracket);
+    }
+
+    bool string(Kind otherwise) {
+        return peek() == '"' ? skipString() || fail(Kind::NoEndOfString) : fail(otherwise);
+    }
+
+    bool word(const char* whole) {
+        const int size = int(qstrlen(whole));
+        if (text_.mid(pos_, size) != whole) {
+            return fail(Kind::NoValue);
+        }
+        pos_ += size;
+        return true;
+    }
+
+    bool digits() {
+        const int from = pos_;
+        while (peek() >= '0' && peek() <= '9') {
+            ++pos_;
+        }
+        return pos_ > from;
+    }
+
+    bool number() {
+        const int from = pos_;
+        take('-');
+        if (!take('0') && !digits()) {  // nothing follows a leading zero
+            return fail(pos_ == from ? Kind::NoValue : Kind::NoDigit);
+        }
+        if (take('.') && !digits()) {
+            return fail(Kind::NoDigit);
+        }
+        if (take('e') || take('E')) {
+            if (!take('-')) {
+                take('+');
+            }
+            if (!digits()) {
+                return fail(Kind::NoDigit);
+            }
+        }
+        return true;
+    }
+
+    Kind fault_ = Kind::NoValue;
+};
+
+/// What only Qt's parser finds.
+Kind kindOf(QJsonParseError::ParseError error) {
+    switch (error) {
+        case QJsonParseError::IllegalNumber:
+            return Kind::BadNumber;
+        case QJsonParseError::IllegalEscapeSequence:
+            return Kind::BadEscape;
+        case QJsonParseError::IllegalUTF8String:
+            return Kind::BadUtf8;
+        case QJsonParseError::DeepNesting:
+            return Kind::TooDeep;
+        case QJsonParseError::DocumentTooLarge:
+            return Kind::FileTooLarge;
+        default:
+            return Kind::BadValue;
+    }
+}
+
+TextPlace placeIn(const QByteArray& text, int offset) {
+    const int start = std::min(markSize(text), offset);
+    const char* const begin = text.constData();
+    const int newline = offset > 0 ? text.lastIndexOf('\n', offset - 1) : -1;
+    const int lineStart = newline < 0 ? start : newline + 1;
+    return {1 + int(std::count(begin + start, begin + offset, '\n')),
+            1 + characterCount(begin + lineStart, begin + offset)};
 }
 
 }  // namespace
 
-void JsonText::add(const ModuleObject* node) {
-    startItem();
-    write(NodeRef(const_cast<ModuleObject*>(node)));
-}
-
-void JsonText::addElements(const ModuleObject* list) {
-    const NodeRef node(const_cast<ModuleObject*>(list));
-    for (int i = 0; node.kind() == Kind::List && i < node.size(); ++i) {
-        startItem();
-        write(node.child(i));
+std::optional<JsonText> JsonText::parse(const QByteArray& text, FileProblem* problem) {
+    QJsonParseError error;
+    const QJsonDocument document = QJsonDocument::fromJson(text, &error);
+    Walker walker(text, markSize(text));
+    walker.skipSpace();
+    if (error.error == QJsonParseError::NoError) {
+        return JsonText(text, document.isArray() ? QJsonValue(document.array()) : document.object(),
+                        walker.position());
     }
-}
-
-QByteArray JsonText::take() {
-    if (indented_) {
-        append("\n", 1);
-    }
-    text_.resize(size_);
-    size_ = 0;
-    return std::exchange(text_, QByteArray());
-}
-
-void JsonText::begin(char bracket) {
-    append(&bracket, 1);
-    ++level_;
-    isFirst_ = true;
-}
-
-void JsonText::end(char bracket) {
-    --level_;
-    startLine();
-    append(&bracket, 1);
-    isFirst_ = false;
-}
-
-void JsonText::startItem() {
-    if (level_ == 0) {
-        return;
-    }
-    if (!isFirst_) {
-        append(",", 1);
-    }
-    startLine();
-    isFirst_ = false;
-}
-
-void JsonText::startLine() {
-    if (indented_) {
-        const int indent = 4 * level_;
-        char* const to = room(1 + indent);
-        *to = '\n';
-        std::memset(to + 1, ' ', static_cast<std::size_t>(indent));
-        size_ += 1 + indent;
-    }
-}
-
-void JsonText::writeKey(const QString& key) {
-    startItem();
-    write(key);
-    append(": ", indented_ ? 2 : 1);
-}
-
-void JsonText::write(const NodeRef& node) {
-    if (node.kind() == Kind::List) {
-        begin('[');
-        for (int i = 0; i < node.size(); ++i) {
-            startItem();
-            write(node.child(i));
-        }
-        end(']');
-    } else if (node.kind() == Kind::Map && (node.size() > 0 || !node.value().isValid())) {
-        const Branch& branch = *node.branch();
-        begin('{');
-        for (const int position : inOrder(branch)) {
-            writeKey(branch.entries[position].name);
-            write(node.child(position));
-        }
-        end('}');
+    FaultFinder finder(text, walker.position());
+    if (!finder.document()) {
+        problem->place = placeIn(text, finder.position());
+        problem->reasons = {{finder.fault()}};
+    } else if (walker.peek() != '[' && walker.peek() != '{') {  // JSON, but no document for Qt's parser
+        problem->place = placeIn(text, walker.position());
+        problem->reasons = {{Kind::NoContainer}};
     } else {
-        write(node.value());
+        problem->place = placeIn(text, error.offset);
+        problem->reasons = {{kindOf(error.error)}};
     }
+    return std::nullopt;
 }
 
-void JsonText::write(const QVariant& value) {
-    switch (static_cast<QMetaType::Type>(value.userType())) {
-        case QMetaType::Int:
-            write(static_cast<qlonglong>(value.toInt()));
-            break;
-        case QMetaType::Double:
-            write(value.toDouble());
-            break;
-        case QMetaType::QString:
-            write(*static_cast<const QString*>(value.constData()));
-            break;
-        case QMetaType::Bool:
-            write(value.toBool());
-            break;
-        default:
-            write(toJson(value));
-    }
+TextPlace JsonText::place(int element) const {
+    return hasElement(element) ? elements()[std::size_t(element)].place : place();
 }
 
-void JsonText::write(const QJsonValue& value) {
-    switch (value.type()) {
-        case QJsonValue::Array: {
-            begin('[');
-            for (const QJsonValue element : value.toArray()) {
-                startItem();
-                write(element);
-            }
-            end(']');
+TextPlace JsonText::place(int element, const QString& path) const {
+    if (!hasElement(element)) {
+        return place();
+    }
+    const Spot& from = elements()[std::size_t(element)];
+    int pos = from.offset;
+    for (const QString& key : path.split(QLatin1Char('.'))) {
+        const std::optional<int> value = findEntry(pos, key);
+        if (!value) {
             break;
         }
-        case QJsonValue::Object: {
-            const QJsonObject object = value.toObject();
-            begin('{');
-            for (auto entry = object.constBegin(); entry != object.constEnd(); ++entry) {
-                writeKey(entry.key());
-                write(entry.value());
-            }
-            end('}');
-            break;
+        pos = *value;
+    }
+    return spotFrom(from, pos).place;
+}
+
+QByteArray JsonText::compact(int element) const {
+    Walker walker(text_, elements()[std::size_t(element)].offset);
+    Walker end = walker;
+    end.skipValue();
+    QByteArray out;
+    while (walker.position() < end.position()) {
+        const int from = walker.position();
+        const char c = walker.peek();
+        const auto passed = [&] { return text_.mid(from, walker.position() - from); };
+        if (isSpace(c)) {
+            walker.skipSpace();
+        } else if (c == '"') {
+            walker.skipString();
+            out += passed();
+        } else if (c == '-' || (c >= '0' && c <= '9')) {
+            walker.skipWord();
+            out += numberText(passed().toDouble());
+        } else {
+            walker.take(c);
+            out += c;
         }
-        case QJsonValue::Null:
-        case QJsonValue::Undefined:
-            append("null", 4);
-            break;
-        case QJsonValue::String:
-            write(value.toString());
-            break;
-        case QJsonValue::Bool:
-            write(value.toBool());
-            break;
-        case QJsonValue::Double: {
-            const QVariant number = value.toVariant();
-            const bool isInteger = number.userType() == QMetaType::LongLong;
-            isInteger ? write(number.toLongLong()) : write(number.toDouble());
-            break;
+    }
+    return out;
+}
+
+bool JsonText::hasElement(int element) const {
+    return element >= 0 && value_.isArray() && element < int(elements().size());
+}
+
+const std::vector<JsonText::Spot>& JsonText::elements() const {
+    const int count = value_.toArray().size();
+    if (elements_.empty() && count > 0) {
+        elements_.reserve(std::size_t(count));
+        Walker walker(text_, start_);
+        Spot spot{start_, placeOf(start_)};
+        for (int i = 0; i < count; ++i) {
+            walker.take(i == 0 ? '[' : ',');
+            walker.skipSpace();
+            spot = spotFrom(spot, walker.position());
+            elements_.push_back(spot);
+            walker.skipValue();
+            walker.skipSpace();
         }
     }
+    return elements_;
 }
 
-void JsonText::write(const QString& text) {
-    constexpr int longestUnit = 6;
-    constexpr int piece = 4096;
-    const auto* from = reinterpret_cast<const ushort*>(text.constData());
-    const auto* const end = from + text.size();
-    append("\"", 1);
-    while (from < end) {
-        const auto* const pieceEnd = from + std::min<std::ptrdiff_t>(piece, end - from);
-        char* const start = room(longestUnit * static_cast<int>(pieceEnd - from + 1));
-        char* to = start;
-        while (from < pieceEnd) {
-            const uint unit = *from++;
-            if (unit < 0x80) {
-                to = putAscii(to, unit);
-            } else if (!QChar::isSurrogate(unit)) {
-                to = putWide(to, unit);
-            } else if (QChar::isHighSurrogate(unit) && from < end && QChar::isLowSurrogate(*from)) {
-                to = putWide(to, QChar::surrogateToUcs4(static_cast<ushort>(unit), *from++));
-            } else {
-                to = putUnit(to, unit);
-            }
+/// The spot at `offset`, which lies behind another one: counted from there, as a project may be one long
+/// line.
+JsonText::Spot JsonText::spotFrom(const Spot& before, int offset) const {
+    const char* const begin = text_.constData() + before.offset;
+    const char* const end = text_.constData() + offset;
+    const int lines = int(std::count(begin, end, '\n'));
+    if (lines == 0) {
+        return {offset, {before.place.line, before.place.column + characterCount(begin, end)}};
+    }
+    const char* const line = text_.constData() + text_.lastIndexOf('\n', offset - 1) + 1;
+    return {offset, {before.place.line + lines, 1 + characterCount(line, end)}};
+}
+
+TextPlace JsonText::placeOf(int offset) const {
+    return placeIn(text_, offset);
+}
+
+/// Offset of the value under a key of the object at `object`.
+std::optional<int> JsonText::findEntry(int object, const QString& key) const {
+    std::optional<int> found;
+    Walker walker(text_, object);
+    if (!walker.take('{')) {
+        return found;
+    }
+    do {
+        walker.skipSpace();
+        const int from = walker.position();
+        if (walker.peek() != '"') {
+            break;  // an empty object
         }
-        size_ += static_cast<int>(to - start);
-    }
-    append("\"", 1);
-}
-
-void JsonText::write(qlonglong number) {
-    if (number == std::numeric_limits<qlonglong>::min()) {
-        return write(static_cast<double>(number));  // a document keeps it as one
-    }
-    constexpr int longest = 20;
-    char* const to = room(longest);
-    size_ += static_cast<int>(std::to_chars(to, to + longest, number).ptr - to);
-}
-
-void JsonText::write(double number) {
-    constexpr double beyondSigned = 9223372036854775808.0;
-    constexpr double beyondUnsigned = 2 * beyondSigned;
-    const double size = std::abs(number);
-    const bool isWhole = std::trunc(size) == size && size < beyondUnsigned;
-    if (isWhole && size < beyondSigned) {
-        write(static_cast<qlonglong>(number));
-    } else if (std::isfinite(number)) {
-        const QByteArray digits =
-            QByteArray::number(number, isWhole ? 'f' : 'g', QLocale::FloatingPointShortest);
-        append(digits.constData(), digits.size());
-    } else {
-        append("null", 4);
-    }
-}
-
-void JsonText::write(bool truth) {
-    truth ? append("true", 4) : append("false", 5);
-}
-
-void JsonText::append(const char* bytes, int count) {
-    std::memcpy(room(count), bytes, static_cast<std::size_t>(count));
-    size_ += count;
-}
-
-/// Where to write so many bytes; `size_` grows by those that were written.
-char* JsonText::room(int bytes) {
-    constexpr int smallest = 4096;
-    constexpr int most = INT_MAX - 64;  // what a QByteArray holds, less what it needs itself
-    if (bytes > most - size_) {
-        qBadAlloc();
-    }
-    if (bytes > text_.size() - size_) {
-        text_.resize(size_ > most / 2 ? most : std::max({smallest, 2 * size_, size_ + bytes}));
-    }
-    return text_.data() + size_;
+        walker.skipString();
+        const QByteArray name = '[' + text_.mid(from, walker.position() - from) + ']';
+        walker.skipSpace();
+        walker.take(':');
+        walker.skipSpace();
+        if (QJsonDocument::fromJson(name).array().first().toString() == key) {
+            found = walker.position();
+        }
+        walker.skipValue();
+        walker.skipSpace();
+    } while (walker.take(','));
+    return found;
 }
 
 }  // namespace mendo

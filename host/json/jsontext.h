@@ -1,53 +1,57 @@
 #pragma once
 
+#include "json/fileproblem.h"
+
 #include <QByteArray>
 #include <QJsonValue>
 #include <QString>
-#include <QVariant>
+
+#include <optional>
+#include <vector>
 
 namespace mendo {
 
-class ModuleObject;
-class NodeRef;
-
-/// JSON text written straight from the tree: byte for byte what QJsonDocument makes of the nodes'
-/// `exportToJson()`, without the document, which takes longer to build and to free than the text.
-///
-/// Either one node is added, or beginArray, nodes and endArray; then the text is taken.
+/// JSON that was read: its value, and what the value no longer tells: where the elements and their entries
+/// stand in the text, and the order of their keys.
 class JsonText {
 public:
-    /// `indented`: for a reader; else compact.
-    explicit JsonText(bool indented) : indented_(indented) {}
+    /// The array or object that a text holds (UTF-8, a byte-order mark allowed). Nothing, with place and
+    /// reason of the first fault in `problem`, for anything else.
+    static std::optional<JsonText> parse(const QByteArray& text, FileProblem* problem);
 
-    void beginArray() { begin('['); }
-    void endArray() { end(']'); }
-    void add(const ModuleObject* node);
-    /// The elements of a list; nothing of any other node.
-    void addElements(const ModuleObject* list);
-    /// The text so far, as a file holds it.
-    QByteArray take();
+    const QJsonValue& value() const { return value_; }
+
+    /// Where the array or object begins.
+    TextPlace place() const { return placeOf(start_); }
+    /// Where an element of the array begins; for a position outside, where the array does.
+    TextPlace place(int element) const;
+    /// The place of the value of a dotted path in an element ("point.trans"); where that is missing, of the
+    /// last part of the path that is there. Of a key that comes twice the last one counts, as for the value.
+    TextPlace place(int element, const QString& path) const;
+
+    /// An element as it stands in the text, its keys in their order, without white space; numbers in shortest
+    /// form.
+    QByteArray compact(int element) const;
 
 private:
-    void begin(char bracket);
-    void end(char bracket);
-    void startItem();
-    void startLine();
-    void writeKey(const QString& key);
-    void write(const NodeRef& node);
-    void write(const QVariant& value);
-    void write(const QJsonValue& value);
-    void write(const QString& text);
-    void write(qlonglong number);
-    void write(double number);
-    void write(bool truth);
-    void append(const char* bytes, int count);
-    char* room(int bytes);
+    struct Spot {
+        int offset = 0;  ///< in bytes
+        TextPlace place;
+    };
 
-    QByteArray text_;  // longer than what is written
-    int size_ = 0;
-    int level_ = 0;
-    bool indented_;
-    bool isFirst_ = true;  // nothing stands in the innermost container yet
+    JsonText(const QByteArray& text, const QJsonValue& value, int start)
+        : text_(text), value_(value), start_(start) {}
+
+    bool hasElement(int element) const;
+    const std::vector<Spot>& elements() const;
+    Spot spotFrom(const Spot& before, int offset) const;
+    TextPlace placeOf(int offset) const;
+    std::optional<int> findEntry(int object, const QString& key) const;
+
+    QByteArray text_;
+    QJsonValue value_;
+    int start_;
+    mutable std::vector<Spot> elements_;  ///< where each element begins; found when first asked for
 };
 
 }  // namespace mendo

@@ -1,8 +1,11 @@
 #include "mendo/modulemanager.h"
 
+#include "json/jsonfile.h"
 #include "mendo/graveyard.h"
 
-#include <QStringList>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 
 namespace mendo {
 
@@ -20,6 +23,34 @@ ModuleObject* ModuleManager::root() const {
 
 ModuleObject* ModuleManager::regist(QObject* owner, const QString& name) {
     return root_->hasCmobj(name) ? root_->c(name) : root_->append(owner, name);
+}
+
+std::optional<JsonText> ModuleManager::readJsonText(const QString& fileName) {
+    FileProblem problem;
+    std::optional<JsonText> text = readJsonFile(fileName, &problem);
+    if (!text && problem.reasons.first().kind != FileProblem::Kind::NoSuchFile) {
+        emit instance()->fileProblem(problem);
+    }
+    return text;
+}
+
+QJsonValue ModuleManager::readFromJson(const QString& fileName) {
+    const std::optional<JsonText> text = readJsonText(fileName);
+    return text ? text->value() : QJsonValue(QJsonValue::Undefined);
+}
+
+bool ModuleManager::writeToJson(const QString& fileName, const QJsonValue& value, bool indented,
+                                const std::function<bool(const QJsonValue&)>& isOurs) {
+    const QJsonDocument document =
+        value.isArray() ? QJsonDocument(value.toArray()) : QJsonDocument(value.toObject());
+    const auto format = indented ? QJsonDocument::Indented : QJsonDocument::Compact;
+    FileProblem problem{fileName, {}, {{FileProblem::Kind::NoContainer}}};
+    const bool written = (value.isArray() || value.isObject()) &&
+                         writeFile(fileName, document.toJson(format), isOurs, &problem);
+    if (!written) {
+        emit instance()->fileProblem(problem);
+    }
+    return written;
 }
 
 void ModuleManager::setOutermostLoop(int level) {

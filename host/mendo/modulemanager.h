@@ -1,13 +1,15 @@
 #pragma once
 
+#include "json/jsontext.h"
 #include "mendo/moduleobject.h"
 
-#include <QByteArray>
 #include <QJsonValue>
 #include <QObject>
 #include <QString>
 
+#include <functional>
 #include <memory>
+#include <optional>
 
 namespace mendo {
 
@@ -23,14 +25,15 @@ public:
 
     /// Reads a JSON file or compiled resource, a UTF-8 byte-order mark allowed. A missing file gives
     /// an undefined value in silence (it is the usual first start); one that cannot be read, is no
-    /// plain file or does not parse gives an undefined value and is announced by `fileProblem`.
+    /// plain file or is no JSON gives an undefined value and is announced by `fileProblem`.
     static QJsonValue readFromJson(const QString& fileName);
-    /// Writes the file whole: beside the old one, file and folder synced, renamed over it. An
-    /// existing file that does not parse as JSON is kept as NAME.damaged. False and `fileProblem`
-    /// when it fails; the old file is then intact. `indented`: for a reader; else compact.
-    static bool writeToJson(const QString& fileName, const QJsonValue& value, bool indented);
-    /// The same with a text that is ready (see JsonText), for content that is long.
-    static bool writeText(const QString& fileName, const QByteArray& text);
+    /// The same with the places of what was read.
+    static std::optional<JsonText> readJsonText(const QString& fileName);
+    /// Writes an array or object whole: beside the old file, file and folder synced, renamed over it. An
+    /// existing file that is no JSON, or whose content `isOurs` refuses, is kept as NAME.damaged. False
+    /// and `fileProblem` when it fails; the old file is then intact. `indented`: for a reader; else compact.
+    static bool writeToJson(const QString& fileName, const QJsonValue& value, bool indented,
+                            const std::function<bool(const QJsonValue&)>& isOurs = {});
 
     /// How many event loops run when nothing of the host is on the stack: 0 (the default) for
     /// programs that call processEvents themselves, 1 for those inside QCoreApplication::exec().
@@ -40,9 +43,8 @@ public:
     static void purgeRemoved();
 
 signals:
-    /// What went wrong with a file: its name as given, line and column from 1 (0 where they mean
-    /// nothing) and the reason in plain English.
-    void fileProblem(const QString& fileName, int line, int column, const QString& reason);
+    /// Something is wrong with a file; also emitted by packages, about what they find in a file.
+    void fileProblem(const mendo::FileProblem& problem);
 
 private:
     ModuleManager();

@@ -1,7 +1,5 @@
 #include "files/projectfile.h"
 
-#include "files/jsonplace.h"
-#include "files/keptfile.h"
 #include "files/settingsfile.h"
 #include "files/stationrun.h"
 #include "module/host.h"
@@ -9,11 +7,12 @@
 #include "program/words.h"
 
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 
 #include <algorithm>
 
+using mendo::FileProblem;
+using mendo::JsonText;
 using mendo::ModuleManager;
 
 using namespace prog;
@@ -23,10 +22,9 @@ namespace lumo {
 namespace {
 
 constexpr QLatin1String fileEnding = ".json"_l1;
-constexpr QLatin1String noProject = "the file holds no project"_l1;
 
-void report(const QString& path, const QString& reason, const TextPlace& place = {}) {
-    emit m()->fileProblem(path, place.line, place.column, reason);
+void report(const QString& path, const FileProblem::Reason& reason, const mendo::TextPlace& place = {}) {
+    emit m()->fileProblem({path, place, {reason}});
 }
 
 bool isToolset(const QJsonValue& element) {
@@ -64,12 +62,25 @@ bool areStatements(const QJsonArray& elements) {
            (elements.isEmpty() || std::any_of(elements.begin(), elements.end(), isStatement));
 }
 
-/// Of a file that the file service has read before: it is a plain one.
-void reportUnknown(const QString& path, const Project& project, int statement) {
-    QFile file(path);
-    const QByteArray text = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    report(path, QStringLiteral("unknown statement type \"%1\"").arg(typeOf(project.statements[statement])),
-           elementPlace(text, project.elementOf(statement)));
+/// Reports a file that is missing or holds settings, as the file service reports one that cannot be read.
+std::optional<JsonText> readText(const QString& path) {
+    if (mendo::isMissing(path)) {
+        report(path, {FileProblem::Kind::NoSuchFile});
+        return std::nullopt;
+    }
+    if (isSettingsFile(path)) {
+        report(path, {FileProblem::Kind::IsSettings});
+        return std::nullopt;
+    }
+    return ModuleManager::readJsonText(path);
+}
+
+std::optional<Project> projectIn(const std::optional<JsonText>& text, const QString& path) {
+    std::optional<Project> project = text ? projectFrom(text->value()) : std::nullopt;
+    if (text && !project) {
+        report(path, {FileProblem::Kind::NoProject});
+    }
+    return project;
 }
 
 /// Whether a text can be the name of a file that folders show.
@@ -107,34 +118,20 @@ std::optional<Project> projectFrom(const QJsonValue& content) {
 }
 
 std::optional<Project> readProject(const QString& path) {
-    if (!QFileInfo::exists(path)) {
-        report(path, QStringLiteral("there is no such file"));
-        return std::nullopt;
-    }
-    if (isSettingsFile(path)) {
-        report(path, QStringLiteral("the file holds settings, no project"));
-        return std::nullopt;
-    }
-    const QJsonValue content = ModuleManager::readFromJson(path);
-    if (content.isUndefined()) {
-        return std::nullopt;  // reported by the reading
-    }
-    std::optional<Project> project = projectFrom(content);
-    if (!project) {
-        report(path, noProject);
-    }
-    return project;
+    return projectIn(readText(path), path);
 }
 
 std::optional<Project> readStationProject(const QString& path) {
-    std::optional<Project> project = readProject(path);
+    const std::optional<JsonText> text = readText(path);
+    std::optional<Project> project = projectIn(text, path);
     if (!project) {
         return std::nullopt;
     }
     const QJsonArray& statements = project->statements;
     const auto unknown = std::find_if_not(statements.begin(), statements.end(), isStatement);
     if (unknown != statements.end()) {
-        reportUnknown(path, *project, int(unknown - statements.begin()));
+        report(path, {FileProblem::Kind::UnknownStatement, {typeOf(*unknown)}},
+               text->place(project->elementOf(int(unknown - statements.begin()))));
         return std::nullopt;
     }
     return project;
@@ -154,16 +151,11 @@ QJsonValue projectDocument() {
 }
 
 bool writeProject(const QString& path, const QJsonValue& content) {
-    return writeKeeping(path, content, isProject);
+    return ModuleManager::writeToJson(path, content, true, isProject);
 }
 
 bool saveProject(const QString& path) {
-    mendo::JsonText text(true);
-    text.beginArray();
-    text.addElements(m(key::program));
-    text.add(projectToolset());
-    text.endArray();
-    return writeKeeping(path, text.take(), isProject);
+    return writeProject(path, projectDocument());
 }
 
 QString projectName(const QString& path) {

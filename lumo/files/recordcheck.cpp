@@ -1,10 +1,13 @@
 #include "files/recordcheck.h"
 
-#include "module/host.h"
+#include <optional>
 
 namespace lumo {
 
 namespace {
+
+using mendo::FileProblem;
+using Kind = FileProblem::Kind;
 
 /// Whether the tree's typed values read it as the model's kind: then the default does not matter.
 bool isReadAs(const QJsonValue& model, const QJsonValue& value) {
@@ -26,38 +29,38 @@ bool isReadAs(const QJsonValue& model, const QJsonValue& value) {
     }
 }
 
-QString faultOf(const QString& field, const QJsonValue& model) {
-    switch (model.type()) {
+Kind faultOf(QJsonValue::Type model) {
+    switch (model) {
         case QJsonValue::Double:
-            return QStringLiteral("'%1' is no number").arg(field);
+            return Kind::NoNumber;
         case QJsonValue::Bool:
-            return QStringLiteral("'%1' is neither true nor false").arg(field);
+            return Kind::NoTruthValue;
         case QJsonValue::Object:
-            return QStringLiteral("'%1' is no object").arg(field);
+            return Kind::NoObject;
         default:
-            return QStringLiteral("'%1' is no text").arg(field);
+            return Kind::NoText;
     }
 }
 
-/// Leaves out what cannot be read; the fault of the first such field, empty when all can.
-QString mend(QJsonObject* record, const QJsonObject& model) {
-    QString first;
+/// Leaves out what cannot be read; the fault of the first such field, if there is one.
+std::optional<FileProblem::Reason> mend(QJsonObject* record, const QJsonObject& model) {
+    std::optional<FileProblem::Reason> first;
     for (auto field = model.begin(); field != model.end(); ++field) {
         const QString name = field.key();
         const auto found = record->find(name);
         if (found == record->end()) {
             continue;
         }
-        QString fault;
+        std::optional<FileProblem::Reason> fault;
         if (!isReadAs(*field, *found)) {
-            fault = faultOf(name, *field);
+            fault = FileProblem::Reason{faultOf((*field).type()), {name}};
             record->erase(found);
         } else if ((*found).isObject()) {
             QJsonObject inner = (*found).toObject();
             fault = mend(&inner, (*field).toObject());
             record->insert(name, inner);
         }
-        if (first.isEmpty()) {
+        if (!first) {
             first = fault;
         }
     }
@@ -66,22 +69,17 @@ QString mend(QJsonObject* record, const QJsonObject& model) {
 
 }  // namespace
 
-void CheckedRecords::note(int position, const QString& fault) {
-    if (!faults.contains(position)) {
-        faults.insert(position, fault);
-    }
-}
-
 CheckedRecords checkRecords(const QJsonArray& records, const QJsonObject& model) {
     CheckedRecords checked;
     for (int position = 0; position < records.size(); ++position) {
         const bool isRecord = records[position].isObject();
         // Not toObject(model), which takes an empty record for none.
         QJsonObject record = isRecord ? records[position].toObject() : model;
-        const QString fault = isRecord ? mend(&record, model) : QStringLiteral("this is no record");
+        const std::optional<FileProblem::Reason> fault =
+            isRecord ? mend(&record, model) : FileProblem::Reason{Kind::NoRecord};
         checked.records.append(record);
-        if (!fault.isEmpty()) {
-            checked.note(position, fault);
+        if (fault) {
+            checked.faults.insert(position, *fault);
         }
     }
     return checked;

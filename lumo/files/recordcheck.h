@@ -1,19 +1,18 @@
 #pragma once
 
+#include "module/host.h"
+
 #include <QJsonArray>
 #include <QJsonObject>
 #include <QJsonValue>
 #include <QMap>
-#include <QString>
 
 namespace lumo {
 
 /// The records of a settings file as they can be used, and what was wrong with them.
 struct CheckedRecords {
     QJsonArray records;
-    QMap<int, QString> faults;  ///< by position, in plain English; the first fault of each record
-
-    void note(int position, const QString& fault);
+    QMap<int, mendo::FileProblem::Reason> faults;  ///< by position; the first fault of each record
 };
 
 /// Makes records fit to be loaded. `model` is a record with every field that is read: a text, a

@@ -1,23 +1,21 @@
 #include "files/settingsfile.h"
 
-#include "files/jsonplace.h"
-#include "files/keptfile.h"
 #include "files/recordcheck.h"
 #include "module/host.h"
-
-#include <QFile>
 
 #include <algorithm>
 #include <iterator>
 #include <optional>
 
+using mendo::FileProblem;
+using mendo::JsonText;
 using mendo::ModuleManager;
+using Kind = FileProblem::Kind;
 
 namespace lumo {
 
 namespace {
 
-constexpr QLatin1String notAList = "the file holds no list of records"_l1;
 const QLatin1String treePaths[] = {key::port, key::param, key::signalsConfig};
 
 /// Lists whose file was there but could not be read: what it holds is not in the tree.
@@ -60,43 +58,43 @@ bool isRecordList(const QJsonValue& content) {
                        [](const QJsonValue& element) { return element.isObject(); });
 }
 
-/// Why a file's rows cannot be those of the ports, in plain English, and the row that shows it; -1 for the
-/// content as a whole.
+/// Why a file's rows cannot be those of the ports, and the row that shows it; -1 for the content as a whole.
 struct Misfit {
     int row;
-    QString reason;
+    FileProblem::Reason reason;
 };
 
-/// Empty when the row is one of the port's kind.
-QString kindFault(const QJsonValue& row, const ModuleObject* port) {
+/// Why the row is none of the port's kind.
+std::optional<FileProblem::Reason> kindFault(const QJsonValue& row, const ModuleObject* port) {
     if (!row.isObject()) {
-        return QStringLiteral("this is no record");
+        return FileProblem::Reason{Kind::NoRecord};
     }
     const QString own = port->c(field::type)->getString();
     const QJsonValue kind = row.toObject().value(field::type);
     if (kind.isUndefined() || kind.isNull()) {
-        return QStringLiteral("'%1' is missing").arg(field::type);
+        return FileProblem::Reason{Kind::FieldMissing, {field::type}};
     }
-    return kind.toString() == own ? QString() : QStringLiteral("'%1' is not %2").arg(field::type, own);
+    return kind.toString() == own
+               ? std::nullopt
+               : std::make_optional(FileProblem::Reason{Kind::FieldDiffers, {field::type, own}});
 }
 
 std::optional<Misfit> firstOfOtherKind(const QJsonArray& rows, const QList<ModuleObject*>& ports) {
     for (int row = 0; row < qMin(rows.size(), ports.size()); ++row) {
-        const QString fault = kindFault(rows[row], ports[row]);
-        if (!fault.isEmpty()) {
-            return Misfit{row, fault};
+        if (const auto fault = kindFault(rows[row], ports[row])) {
+            return Misfit{row, *fault};
         }
     }
     return std::nullopt;
 }
 
-/// The rows have their meaning by their places: where one was lost, those behind it are other ports'.
+/// A row means a port by its position: where one was lost, those behind it are other ports'.
 std::optional<Misfit> portsMisfit(const QJsonValue& content) {
     if (content == QJsonObject()) {
         return std::nullopt;  // the usual first start
     }
     if (!content.isArray()) {
-        return Misfit{-1, notAList};
+        return Misfit{-1, {Kind::NoRecordList}};
     }
     const QJsonArray rows = content.toArray();
     const QList<ModuleObject*> ports = node(Settings::Ports)->cmobjs();
@@ -105,7 +103,7 @@ std::optional<Misfit> portsMisfit(const QJsonValue& content) {
         return other;
     }
     return Misfit{other ? other->row : qMin(ports.size(), rows.size() - 1),
-                  QStringLiteral("there are %1 rows for %2 ports").arg(rows.size()).arg(ports.size())};
+                  {Kind::WrongRowCount, {QString::number(rows.size()), QString::number(ports.size())}}};
 }
 
 CheckedRecords check(Settings list, const QJsonArray& records) {
@@ -119,32 +117,26 @@ bool isSound(Settings list, const QJsonValue& content) {
     return isEmptyList(content) || (isRecordList(content) && check(list, content.toArray()).faults.isEmpty());
 }
 
-/// Of a file that the file service has read before: it is a plain one.
-QByteArray textOf(Settings list) {
-    QFile file(settingsFile(list));
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+void report(Settings list, const mendo::TextPlace& place, const QVector<FileProblem::Reason>& reasons) {
+    emit m()->fileProblem({settingsFile(list), place, reasons});
 }
 
-void report(Settings list, const TextPlace& place, const QString& reason) {
-    emit m()->fileProblem(settingsFile(list), place.line, place.column, reason);
-}
-
-void reportFaults(Settings list, const CheckedRecords& checked) {
+void reportFaults(Settings list, const JsonText& text, const CheckedRecords& checked) {
+    QVector<FileProblem::Reason> reasons{checked.faults.first()};
     const int others = checked.faults.size() - 1;
-    const QString& first = checked.faults.first();
-    report(list, elementPlace(textOf(list), checked.faults.firstKey()),
-           others > 0 ? QStringLiteral("%1; faults in %2 more records").arg(first).arg(others) : first);
+    if (others > 0) {
+        reasons.append({Kind::MoreRecords, {QString::number(others)}});
+    }
+    report(list, text.place(checked.faults.firstKey()), reasons);
 }
 
-/// What the outputs would drive is not known: nothing may.
-void refusePorts(QObject* sender, const Misfit& misfit) {
+/// It is not known what the outputs would drive: none may be used.
+void refusePorts(QObject* sender, const JsonText& text, const Misfit& misfit) {
     const QList<ModuleObject*> ports = node(Settings::Ports)->cmobjs();
     for (ModuleObject* port : ports) {
         port->set(sender, field::enable, false);
     }
-    const QByteArray text = textOf(Settings::Ports);
-    report(Settings::Ports, misfit.row < 0 ? contentPlace(text) : elementPlace(text, misfit.row),
-           misfit.reason + QStringLiteral("; no port is in use"));
+    report(Settings::Ports, text.place(misfit.row), {misfit.reason, {Kind::NoPortInUse}});
 }
 
 /// Of a file that fits, or holds no rows.
@@ -168,24 +160,25 @@ QString settingsFile(Settings list) {
 }
 
 void loadSettings(QObject* sender, Settings list) {
-    const QJsonValue content = ModuleManager::readFromJson(settingsFile(list));
-    unread(list) = content.isUndefined() && isThere(settingsFile(list));
-    if (content.isUndefined()) {
+    const std::optional<JsonText> text = ModuleManager::readJsonText(settingsFile(list));
+    unread(list) = !text && !mendo::isMissing(settingsFile(list));
+    if (!text) {
         return;
     }
+    const QJsonValue& content = text->value();
     if (list == Settings::Ports) {
         if (const auto misfit = portsMisfit(content)) {
-            refusePorts(sender, *misfit);
+            refusePorts(sender, *text, *misfit);
             return;
         }
     }
     if (!isEmptyList(content) && !isRecordList(content)) {
-        report(list, contentPlace(textOf(list)), notAList);
+        report(list, text->place(), {{Kind::NoRecordList}});
         return;
     }
     const CheckedRecords checked = check(list, content.toArray());
     if (!checked.faults.isEmpty()) {
-        reportFaults(list, checked);
+        reportFaults(list, *text, checked);
     }
     if (list == Settings::Ports) {
         mergePorts(sender, checked.records);
@@ -204,9 +197,9 @@ bool saveSettings(Settings list) {
         }
     }
     const QJsonValue content = records.isEmpty() ? QJsonValue(QJsonObject()) : QJsonValue(records);
-    const bool written = writeKeeping(settingsFile(list), content, [list](const QJsonValue& old) {
-        return !unread(list) && isSound(list, old);
-    });
+    const bool written = ModuleManager::writeToJson(
+        settingsFile(list), content, true,
+        [list](const QJsonValue& old) { return !unread(list) && isSound(list, old); });
     unread(list) = unread(list) && !written;
     return written;
 }

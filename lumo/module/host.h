@@ -3,7 +3,7 @@
 // What the package uses of the host, under the names that the package uses.
 
 #include "gantu/panel.h"
-#include "json/jsontext.h"
+#include "json/jsonfile.h"
 #include "kord/kordservice.h"
 #include "mendo/clock.h"
 #include "mendo/log.h"

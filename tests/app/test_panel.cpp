@@ -81,12 +81,13 @@ private slots:
     }
 
     void notices_showFileProblemsUntilDismissed() {
+        using Kind = mendo::FileProblem::Kind;
         test::writeFile("damaged.json", "[\n  {\"type\": \"moveL\" \"note\": \"\"}\n]\n");
         mendo::ModuleManager::readFromJson("damaged.json");
         QVERIFY(textOf("lblNotice").contains("damaged.json, line 2, column 20: this is no JSON"));
         QVERIFY(find<QWidget>("noticeBar")->isVisible() && find<QWidget>("whyLine")->isVisible());
         for (int i = 0; i < 24; ++i) {  // each twice
-            notices_->report(QString("/x/%1.json").arg(i / 2), 0, 0, "Permission denied");
+            notices_->report({QString("/x/%1.json").arg(i / 2), {}, {{Kind::NoPermission}}});
         }
         QVERIFY(textOf("lblNotice").contains("/11.json") && notices_->texts().size() == 10);
         QVERIFY(notices_->texts()[0].contains("/11.json") && notices_->texts()[9].contains("/2.json"));
@@ -94,7 +95,7 @@ private slots:
         QVERIFY(notices_->list()->isVisible());
         click("btnDismiss");
         QVERIFY(!notices_->isVisible() && !notices_->list()->isVisible());
-        notices_->report("/x/0.json", 0, 0, "Permission denied");
+        notices_->report({"/x/0.json", {}, {{Kind::NoPermission}}});
         QVERIFY(notices_->isVisible() && notices_->texts().size() == 1);
     }
 

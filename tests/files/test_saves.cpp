@@ -153,8 +153,8 @@ private slots:
         QCoreApplication::setOrganizationName("Lumo");
         QCoreApplication::setApplicationName("files");
         qputenv("XDG_CONFIG_HOME", QFile::encodeName(QDir::currentPath()));
-        connect(m(), &mendo::ModuleManager::fileProblem, [](const QString&, int, int, const QString& reason) {
-            sharedReport()->problems = sharedReport()->problems + (reason.isEmpty() ? 0 : 1);
+        connect(m(), &mendo::ModuleManager::fileProblem, [](const mendo::FileProblem& problem) {
+            sharedReport()->problems = sharedReport()->problems + (problem.text().isEmpty() ? 0 : 1);
         });
         const LumoWidget page;  // registers the tree, which stays
         const auto params = [](const char* name, const QByteArray& typed) {

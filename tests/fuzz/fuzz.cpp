@@ -9,11 +9,10 @@
 #include "executor/programindex.h"
 #include "files/projectfile.h"
 #include "files/settingsfile.h"
-#include "json/jsonfault.h"
+#include "json/jsonwriter.h"
 #include "mendo/log.h"
 #include "mendo/modulemanager.h"
 #include "program/words.h"
-#include "runner/jsonwriter.h"
 #include "runner/project.h"
 #include "runner/scenario.h"
 #include "runner/stationlist.h"
@@ -54,7 +53,7 @@ void use(const Values&...) {}
 
 /// A value as the tree stores it: integers with the digits of a double, names as in Qt's variants.
 QByteArray textOf(const QJsonValue& value) {
-    return run::JsonWriter().json(QJsonValue::fromVariant(value.toVariant())).take();
+    return mendo::JsonWriter().json(QJsonValue::fromVariant(value.toVariant())).take();
 }
 
 // Project files: read, shown, compared with their program and saved by the package, and checked by the
@@ -103,15 +102,11 @@ void saveAndReadAgain(bool throughFile) {
 
 void check(const QByteArray& input) {
     static run::TreeOperator tree;
-    mendo::JsonFault fault;
-    if (!mendo::parseJson(input, &fault)) {
-        require(fault.offset >= 0 && fault.offset <= input.size(), "a fault lies in the file");
-    }
     run::Problem problem;
-    const std::optional<run::JsonText> text = run::JsonText::parse(input, fileName, &problem);
+    const std::optional<run::InputArray> text = run::InputArray::parse(input, fileName, &problem);
     const auto project = text ? run::Project::fromText(*text, &problem) : std::nullopt;
     if (!project) {
-        require(!problem.reason.isEmpty() && problem.line > 0, "what is wrong is told with its line");
+        require(!problem.reason.isEmpty() && problem.place.line > 0, "what is wrong is told with its line");
         return;
     }
     for (const run::Problem& warning : project->warnings(2)) {
@@ -215,7 +210,7 @@ void scenario(const QByteArray& input) {
     static run::TreeOperator tree;
     static const QJsonValue usual = m()->root()->exportToJson();
     run::Problem problem;
-    const std::optional<run::JsonText> text = run::JsonText::parse(input, "scenario.json", &problem);
+    const std::optional<run::InputArray> text = run::InputArray::parse(input, "scenario.json", &problem);
     const auto scenario = text ? run::Scenario::fromText(*text, {"DI1"}, &problem) : std::nullopt;
     require(scenario || !problem.text().isEmpty(), "what is wrong is told");
     if (!scenario || !scenario->has(run::Action::Set)) {

@@ -1,7 +1,6 @@
 // The host's other services: files, logs, themes, loading of libraries.
 
 #include "gantu/package.h"
-#include "json/jsontext.h"
 #include "kord/thememanager.h"
 #include "mendo/log.h"
 #include "mendo/modulemanager.h"
@@ -14,8 +13,6 @@
 #include <QVector3D>
 #include <QWidget>
 
-#include <limits>
-
 using mendo::ModuleManager;
 using mendo::ModuleObject;
 using namespace test;
@@ -25,66 +22,14 @@ class TestServices : public QObject {
 private:
     QStringList problems_;  // "line:column reason"
 
-    /// Files stay what they were, byte for byte.
-    static void compareWithDocument(const ModuleObject& tree) {
-        const QJsonValue value = tree.exportToJson();
-        for (const auto format : {QJsonDocument::Indented, QJsonDocument::Compact}) {
-            mendo::JsonText text(format == QJsonDocument::Indented);
-            text.add(&tree);
-            QCOMPARE(text.take(), value.isArray() ? QJsonDocument(value.toArray()).toJson(format)
-                                                  : QJsonDocument(value.toObject()).toJson(format));
-        }
-    }
-
 private slots:
     void initTestCase() {
         connect(ModuleManager::instance(), &ModuleManager::fileProblem, this,
-                [this](const QString& file, int line, int column, const QString& reason) {
-                    problems_ << QString("%1:%2:%3 %4").arg(file).arg(line).arg(column).arg(reason);
+                [this](const mendo::FileProblem& problem) {
+                    const auto& [line, column] = problem.place;
+                    problems_
+                        << QString("%1:%2:%3 %4").arg(problem.file).arg(line).arg(column).arg(problem.text());
                 });
-    }
-
-    void treesText_isThatOfTheDocument() {
-        QString everyUnit;
-        for (int unit = 0; unit <= 0xffff; ++unit) {
-            everyUnit += QChar(unit);
-        }
-        const QString pair = QString::fromUtf8("\xF0\x9F\x94\xA5");
-        ModuleObject list;
-        const QString numbers =
-            "0 -0 0.1 0.3333333333333333 1e-5 1e-300 1e16 123456789012345680 1e18 9.3e18 2e20 -1e22"
-            " 9223372036854775808 -9223372036854775808 18446744073709551616 4.9e-324 1.7e308 nan -inf";
-        for (const QString& number : numbers.split(' ')) {
-            list.append(nullptr)->setValue(nullptr, number.toDouble());
-        }
-        for (const QVariant& value :
-             QVariantList{0.1F, std::numeric_limits<int>::min(), (qlonglong(1) << 53) + 1,
-                          std::numeric_limits<qlonglong>::min(), std::numeric_limits<qulonglong>::max(),
-                          QVariant(QVariant::Int), true, false, QVariant(), QString(), QByteArray("bytes"),
-                          QChar('c'), QVariant::fromValue<QObject*>(nullptr), everyUnit, pair.repeated(20000),
-                          'x' + pair.repeated(20000), 'x' + pair.left(1), pair.right(1) + pair[0] + 'x',
-                          QVariantList{1, QVariantList{}, QVariantMap{{"b", 0.5}, {"a", "t"}}, true}}) {
-            list.append(nullptr)->setValue(nullptr, value);
-        }
-        compareWithDocument(list);
-
-        ModuleObject map;
-        map.loadJson(nullptr, json("{'a':[[],{},[[]],{'a':{}},[true,[false]]],'c':{'d':null},'g':0.5}"));
-        for (const char* name : {"b", "Z", "aa", "é", "激", "\xF0\x9F\x94\xA5", "\xEF\xBC\xA1", "10", "9", "",
-                                 "#0", "a.b", "\t", "\\"}) {
-            map.append(nullptr, name)->setValue(nullptr, name);
-        }
-        compareWithDocument(map);
-        map.loadJson(nullptr, json(QByteArray(900, '[') + QByteArray(900, ']')));
-        compareWithDocument(map);
-
-        mendo::JsonText text(false);
-        text.beginArray();
-        text.addElements(node("[{'type':'moveJ'},2]").get());
-        text.addElements(node("{'end':1}").get());
-        text.add(node("{'end':1}").get());
-        text.endArray();
-        QCOMPARE(text.take(), quoted("[{'type':'moveJ'},2,{'end':1}]"));
     }
 
     void placeOfAFault_isThatInAnEditor() {

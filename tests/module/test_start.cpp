@@ -64,13 +64,13 @@ private slots:
     void initTestCase() {
         mendo::LogHub::instance()->setConsole(false);
         kordservice();  // creates the nodes that packages need
-        connect(m(), &mendo::ModuleManager::fileProblem, this,
-                [this](const QString& name, int line, int column, const QString& reason) {
-                    QCOMPARE(name, file_);
-                    const QString told = app::localReason(reason);  // operators need not read English
-                    QVERIFY2(!told.contains(QRegularExpression("[a-z] [a-z]")), qPrintable(told));
-                    reports_ << QString("%1:%2 %3").arg(line).arg(column).arg(reason);
-                });
+        connect(m(), &mendo::ModuleManager::fileProblem, this, [this](const mendo::FileProblem& problem) {
+            QCOMPARE(problem.file, file_);
+            const QString told = app::reasonText(problem);  // operators may read no English
+            QVERIFY2(!told.contains(QRegularExpression("[a-z] [a-z]")), qPrintable(told));
+            const auto& [line, column] = problem.place;
+            reports_ << QString("%1:%2 %3").arg(line).arg(column).arg(problem.text());
+        });
     }
 
     void init() { begin("cn"); }

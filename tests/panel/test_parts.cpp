@@ -31,9 +31,9 @@ class TestParts : public QObject {
                 m("lumo.toolset.end.name")->getString() + ", " + m("lumo.toolset.ref.name")->getString();
             return bench_.types().join(' ') + " with " + tools;
         }
-        const QVariantList said =
-            bench_.problems.size() == 1 ? bench_.problems[0] : QVariantList{path, -1, -1, ""};
-        return QString("%1:%2 %3").arg(said[1].toInt()).arg(said[2].toInt()).arg(said[3].toString());
+        const auto said = bench_.problems.value(0).value(0).value<mendo::FileProblem>();
+        const auto& [line, column] = said.place;
+        return bench_.problems.size() == 1 ? QString("%1:%2 %3").arg(line).arg(column).arg(said.text()) : "";
     }
 
     /// The controller reports all keys whenever one changes. False means down.

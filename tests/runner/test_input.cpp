@@ -1,5 +1,5 @@
+#include "json/jsonwriter.h"
 #include "mendo/moduleobject.h"
-#include "runner/jsonwriter.h"
 #include "runner/project.h"
 #include "runner/scenario.h"
 #include "support/suite.h"
@@ -7,8 +7,8 @@
 
 #include <limits>
 
-using run::JsonText;
-using run::JsonWriter;
+using mendo::JsonWriter;
+using run::InputArray;
 using run::Problem;
 using run::Project;
 using run::Scenario;
@@ -23,12 +23,12 @@ struct Case {
 };
 
 std::optional<Project> project(const QByteArray& text, Problem* problem) {
-    const auto json = JsonText::parse(quoted(text), "p.json", problem);
+    const auto json = InputArray::parse(quoted(text), "p.json", problem);
     return json ? Project::fromText(*json, problem) : std::nullopt;
 }
 
 std::optional<Scenario> scenario(const QByteArray& text, Problem* problem) {
-    const auto json = JsonText::parse(quoted(text), "s.json", problem);
+    const auto json = InputArray::parse(quoted(text), "s.json", problem);
     return json ? Scenario::fromText(*json, {"DI3", "LUMO_DI.#2"}, problem) : std::nullopt;
 }
 
@@ -129,7 +129,7 @@ private slots:
             "\xEF\xBB\xBF[{\"a\": \"}]\\\"\",\n \"b\" : [{}, 1.50]},\n\n {\"\\u0061]\": \"ö\","
             "\"p\": {\"q\":1E2}},\n{\"a\":\"\xF0\x9F\x94\xA5\", \"a\":2}]";
         Problem problem;
-        const auto text = JsonText::parse(file, "f", &problem);
+        const auto text = InputArray::parse(file, "f", &problem);
         QVERIFY2(text, qPrintable(problem.text()));
         const std::tuple<int, const char*, const char*> places[] = {
             {1, "", "f:4:2: x"},    {0, "b", "f:2:8: x"},      {1, "p.q", "f:4:28: x"},

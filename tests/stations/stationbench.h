@@ -167,7 +167,7 @@ private:
         connect(m("lumo.execute.state"), &ModuleObject::changed, follower,
                 [this](const QVariant& state) { runs += state == "busy" ? 1 : 0; });
         connect(m(), &mendo::ModuleManager::fileProblem, follower,
-                [this](const QString& n) { note(n + '!'); });
+                [this](const mendo::FileProblem& problem) { note(problem.file + '!'); });
     }
     void onCall(const KordCall& call) {
         if (call.name == "device.io.out.do" || call.exec) {

@@ -1,21 +1,16 @@
 #pragma once
 
-#include "json/numbertext.h"
-
 #include <QByteArray>
 #include <QJsonValue>
 #include <QString>
 #include <QVariant>
 
-#include <vector>
-
 namespace mendo {
+
 class ModuleObject;
-}
 
-namespace run {
-
-using mendo::numberText;
+/// The shortest text that reads back as the same number; "null" for what is no number.
+[[nodiscard]] QByteArray numberText(double number);
 
 /// Writes JSON on one line with the keys in the order in which they are given. (Qt's own objects sort
 /// them.) The caller keeps begin and end in pairs.
@@ -36,7 +31,7 @@ public:
     JsonWriter& variant(const QVariant& value);
     JsonWriter& json(const QJsonValue& value);
     /// A node with its children in their order, lists as arrays; null for none.
-    JsonWriter& node(const mendo::ModuleObject* node);
+    JsonWriter& node(const ModuleObject* node);
     /// Text that is JSON already.
     JsonWriter& raw(const QByteArray& text);
 
@@ -52,4 +47,4 @@ private:
     bool needsComma_ = false;
 };
 
-}  // namespace run
+}  // namespace mendo

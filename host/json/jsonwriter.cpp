@@ -1,4 +1,4 @@
-#include "runner/jsonwriter.h"
+#include "json/jsonwriter.h"
 
 #include "mendo/moduleobject.h"
 
@@ -7,7 +7,10 @@
 #include <QVariantHash>
 #include <QVariantMap>
 
-namespace run {
+#include <charconv>
+#include <cmath>
+
+namespace mendo {
 
 namespace {
 
@@ -42,6 +45,19 @@ QByteArray quoted(const QString& value) {
 }
 
 }  // namespace
+
+QByteArray numberText(double number) {
+    if (!std::isfinite(number)) {
+        return "null";
+    }
+    constexpr double exactIntegers = 1e15;
+    char buffer[64];
+    const bool plain = std::abs(number) < exactIntegers && number == std::trunc(number);
+    const std::to_chars_result end =
+        plain ? std::to_chars(buffer, buffer + sizeof buffer, number, std::chars_format::fixed)
+              : std::to_chars(buffer, buffer + sizeof buffer, number);
+    return QByteArray(buffer, int(end.ptr - buffer));
+}
 
 void JsonWriter::separate() {
     if (needsComma_) {
@@ -180,7 +196,7 @@ JsonWriter& JsonWriter::variant(const QVariant& value) {
     }
 }
 
-JsonWriter& JsonWriter::node(const mendo::ModuleObject* node) {
+JsonWriter& JsonWriter::node(const ModuleObject* node) {
     if (!node || node->isNull()) {
         return null();
     }
@@ -189,7 +205,7 @@ JsonWriter& JsonWriter::node(const mendo::ModuleObject* node) {
     }
     const bool list = node->isList();
     open(list ? '[' : '{');
-    for (const mendo::ModuleObject* child : node->cmobjs()) {
+    for (const ModuleObject* child : node->cmobjs()) {
         if (!list) {
             key(child->name());
         }
@@ -205,4 +221,4 @@ QByteArray JsonWriter::take() {
     return text;
 }
 
-}  // namespace run
+}  // namespace mendo
