@@ -44,7 +44,7 @@ bool isProject(const QJsonValue& content) {
     return projectFrom(content).has_value();
 }
 
-/// With a part missing its selector would have nothing to write to.
+/// The selectors of tool and work object write into these parts.
 QJsonObject completed(QJsonObject toolset) {
     for (const QLatin1String part : {field::end, field::ref}) {
         if (!toolset.value(part).isObject()) {
@@ -54,8 +54,8 @@ QJsonObject completed(QJsonObject toolset) {
     return toolset;
 }
 
-/// A list of something else, such as parameter sets, holds no statement at all. Single statements of unknown
-/// types are shown to the operator, and do nothing in a run.
+/// A list of parameter sets, for instance, holds no statement at all. Single statements of an unknown type
+/// are shown to the operator, and do nothing in a run.
 bool areStatements(const QJsonArray& elements) {
     const auto isObject = [](const QJsonValue& element) { return element.isObject(); };
     return std::all_of(elements.begin(), elements.end(), isObject) &&
@@ -83,14 +83,14 @@ std::optional<Project> projectIn(const std::optional<JsonText>& text, const QStr
     return project;
 }
 
-/// Whether a text can be the name of a file that folders show.
+/// Whether a text can be the name of a file that is not hidden.
 bool isFileName(const QString& name) {
     return !name.startsWith(QLatin1Char('.')) && std::none_of(name.begin(), name.end(), [](QChar c) {
         return c == QLatin1Char('/') || c.category() == QChar::Other_Control;
     });
 }
 
-/// The place of a file, whether it is there or not.
+/// The absolute path of a file, of a link its target's, whether it is there or not.
 QString location(const QString& path) {
     const QFileInfo file(path);
     return file.exists() ? file.canonicalFilePath() : QDir::cleanPath(file.absoluteFilePath());

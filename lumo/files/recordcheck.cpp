@@ -9,7 +9,8 @@ namespace {
 using mendo::FileProblem;
 using Kind = FileProblem::Kind;
 
-/// Whether the tree's typed values read it as the model's kind: then the default does not matter.
+/// Whether a node with this value has one of the model's kind: its typed value is then independent of the
+/// default.
 bool isReadAs(const QJsonValue& model, const QJsonValue& value) {
     const bool isEmptyNumber = model.isDouble() && value == QJsonValue(QString());
     if (value.isNull() || isEmptyNumber) {
@@ -42,7 +43,7 @@ Kind faultOf(QJsonValue::Type model) {
     }
 }
 
-/// Leaves out what cannot be read; the fault of the first such field, if there is one.
+/// Removes the fields that cannot be read. Returns the fault of the first one.
 std::optional<FileProblem::Reason> mend(QJsonObject* record, const QJsonObject& model) {
     std::optional<FileProblem::Reason> first;
     for (auto field = model.begin(); field != model.end(); ++field) {

@@ -4,7 +4,7 @@ class QObject;
 
 namespace lumo {
 
-/// Forgets where a paused program would go on: the next start begins at line 0 with the laser off.
+/// Deletes the position of a paused program: the next start begins at line 0 with the laser off.
 void resetResumeData(QObject* sender);
 
 }  // namespace lumo

@@ -18,7 +18,7 @@ namespace {
 
 const QLatin1String treePaths[] = {key::port, key::param, key::signalsConfig};
 
-/// Lists whose file was there but could not be read: what it holds is not in the tree.
+/// Lists whose file is there but could not be read: its content is not in the tree, so it must be kept.
 bool isUnread[std::size(treePaths)] = {};
 
 bool& unread(Settings list) {
@@ -29,7 +29,7 @@ ModuleObject* node(Settings list) {
     return m(treePaths[static_cast<int>(list)]);
 }
 
-/// A record with every field that is read, in the kind that it is read as.
+/// A record with every field that is read, each with a value of its kind.
 QJsonObject modelRecord(Settings list) {
     if (list == Settings::Ports) {
         return {{field::name, QString()}, {field::enable, false}};
@@ -51,7 +51,7 @@ bool isEmptyList(const QJsonValue& content) {
     return content.isArray() ? content.toArray().isEmpty() : content == QJsonObject();
 }
 
-/// Whether anything in the content can be a record.
+/// Whether at least one element can be a record.
 bool isRecordList(const QJsonValue& content) {
     const QJsonArray elements = content.toArray();
     return std::any_of(elements.begin(), elements.end(),
@@ -139,7 +139,7 @@ void refusePorts(QObject* sender, const JsonText& text, const Misfit& misfit) {
     report(Settings::Ports, text.place(misfit.row), {misfit.reason, {Kind::NoPortInUse}});
 }
 
-/// Of a file that fits, or holds no rows.
+/// `records` are as many as the ports, or none.
 void mergePorts(QObject* sender, const QJsonArray& records) {
     const QList<ModuleObject*> ports = node(Settings::Ports)->cmobjs();
     for (int row = 0; row < records.size(); ++row) {

@@ -10,29 +10,28 @@ using namespace prog;
 
 namespace lumo {
 
-/// The lists of the tree that have a file of their own in the working directory.
+/// The lists of the tree that are stored in files of their own in the working directory.
 enum class Settings { Ports, Params, Stations };
 
-/// Their files, without the ending; in the order of the enumeration.
+/// Names of the files, without the ending, in the order of the enumeration.
 constexpr QLatin1String settingsNames[] = {"lumo_port"_l1, "lumo_param"_l1, "lumo_signalsConfig"_l1};
 
 [[nodiscard]] QString settingsFile(Settings list);
 
-/// Takes the file's records over into the tree. Those of the ports go by position into the default
-/// rows, assignment and enable only, so that labels, kinds and the number of ports stay the package's
-/// own whatever the file holds; the others replace the list. An empty list is stored as "{}". A missing
-/// file, and one that does not parse or holds no list of records, leaves the tree as it is.
+/// Reads the file into the tree. A missing file, and one that is no JSON or holds no list of records, leaves
+/// the tree as it is. An empty list is stored as "{}".
 ///
-/// A file of the ports whose rows are not the ports' in number and kind is not applied: assignments stay,
-/// and no port is in use.
+/// Parameter sets and stations replace the list. Of a port only assignment and enable are read, by the
+/// position of its row: labels, kinds and the number of ports are the package's. A file whose rows differ
+/// from the ports in number or kind is not applied: assignments stay, and all ports are disabled.
 ///
-/// What is wrong with the file is reported by the host's file service, with line and column: records
-/// that could not be read as they are in one report, at the first of them.
+/// Faults are reported by the host's file service with line and column: those of single records in one
+/// report, at the first of them.
 void loadSettings(QObject* sender, Settings list);
 
-/// Writes the list, ports without their labels. A file in its place with which something is wrong, or
-/// which could not be read before, is kept as NAME.damaged. False, after a report of the host's file service,
-/// when nothing was written.
+/// Writes the list, ports without their labels. A file in its place that has faults, or could not be read
+/// when it was loaded, is kept as NAME.damaged. False, after a report by the host's file service, when
+/// nothing was written.
 bool saveSettings(Settings list);
 
 }  // namespace lumo
