@@ -165,7 +165,7 @@ int run(app::Options options, sim::PacedTime* time, QString* example) {
         QCoreApplication::quit();
     });
     if (!lost.isEmpty()) {
-        panel.window()->notices()->report(lost, 0, 0, QStringLiteral("No such file or directory"));
+        panel.window()->notices()->report({lost, {}, {{mendo::FileProblem::Kind::NoSuchFolder}}});
     }
     show(panel.window());
     showPendantSoon(&panel);
