@@ -43,6 +43,9 @@ private slots:
             {"[1.x]", "1:4 no JSON: expected a digit"},
             {"[\"a\\\"b]", "1:8 no JSON: expected the end of a string"},
             {"[1]\n]", "2:1 no JSON: expected the end of the file"},
+            {"[\"a\\", "1:5 no JSON: expected the end of a string"},
+            {"[\"a\xff\"]", "1:4 no JSON: invalid UTF8 string"},
+            {"[1e999]", "1:7 no JSON: illegal number"},
             {" 5", "1:2 holds no array and no object"},
             {"", "1:1 no JSON: expected a value"},
         };
@@ -68,6 +71,14 @@ private slots:
         QCOMPARE(QFile::permissions("a.json"), permissions);
         QCOMPARE(QDir().entryList(QDir::Files | QDir::Hidden), QStringList{"a.json"});
         QVERIFY(ModuleManager::readFromJson("none.json").isUndefined() && problems_.isEmpty());
+        QVERIFY(ModuleManager::readFromJson(".").isUndefined());
+        for (const char* file : {".", "none/a.json"}) {
+            QVERIFY(!ModuleManager::writeToJson(file, value, true));
+        }
+        QVERIFY(!ModuleManager::writeToJson("a.json", 5, true));
+        QCOMPARE(problems_.join(", "),
+                 ".:0:0 this is a folder, .:0:0 this is a folder, none/a.json:0:0 there is no "
+                 "such folder, a.json:0:0 holds no array and no object");
     }
 
     void logLine_isTaggedAndWrittenOnceTheFolderExists() {
