@@ -2,15 +2,14 @@
 
 #include "gantu/bmodule.h"
 #include "gantu/panel.h"
+#include "json/jsonfile.h"
 #include "kord/kordservice.h"
 #include "kord/managerhelper.h"
 #include "mendo/modulemanager.h"
-#include "mendo/plainfile.h"
 #include "program/ports.h"
 #include "program/words.h"
 
 #include <QJsonArray>
-#include <QJsonDocument>
 #include <QJsonObject>
 #include <QLibrary>
 #include <QStackedWidget>
@@ -18,12 +17,9 @@
 namespace workcell {
 
 sim::Wiring readWiring(const QString& portFile) {
-    QString ignored;
-    QByteArray text = mendo::readPlainFile(portFile, &ignored).value_or(QByteArray());
-    if (text.startsWith("\xEF\xBB\xBF")) {
-        text.remove(0, 3);
-    }
-    const QJsonArray rows = QJsonDocument::fromJson(text).array();
+    mendo::FileProblem ignored;  // the package reads the file too, and reports it
+    const std::optional<mendo::JsonText> text = mendo::readJsonFile(portFile, &ignored);
+    const QJsonArray rows = text ? text->value().toArray() : QJsonArray();
     const auto nameOf = [&rows](I_PORT row) {
         return rows.at(row).toObject().value(prog::field::name).toString();
     };
