@@ -1,11 +1,11 @@
 #include "gantu/package.h"
 
 #include "gantu/bmodule.h"
-#include "gantu/panel.h"
 #include "mendo/creatormanager.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
+#include <QLibrary>
 
 namespace gantu {
 
@@ -20,6 +20,19 @@ QString findLibrary(const QString& package) {
         }
     }
     return {};
+}
+
+bool loadPackage(const QString& libraryFile, QString* error) {
+    QLibrary library(libraryFile);
+    // Objects and functions of the package are in use until the process ends.
+    library.setLoadHints(QLibrary::PreventUnloadHint);
+    if (library.load()) {
+        return true;
+    }
+    if (error) {
+        *error = library.errorString();
+    }
+    return false;
 }
 
 Package::Package() = default;

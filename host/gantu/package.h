@@ -15,6 +15,10 @@ class BModule;
 /// folder. Empty when there is none.
 QString findLibrary(const QString& package);
 
+/// Loads a package's shared library; its static initialisers register its creators. The library stays
+/// loaded. On failure returns false and writes the reason to `error`.
+bool loadPackage(const QString& libraryFile, QString* error);
+
 /// A loaded package: its business module and the pages opened so far.
 class Package {
 public:

@@ -3,7 +3,6 @@
 #include <QCoreApplication>
 #include <QFileInfo>
 #include <QHash>
-#include <QLibrary>
 #include <QPointer>
 #include <QStackedWidget>
 #include <QTranslator>
@@ -54,20 +53,3 @@ QStackedWidget* instantiatedCenterWidget() {
 void setInstantiatedCenterWidget(QStackedWidget* widget) {
     centerWidget() = widget;
 }
-
-namespace gantu {
-
-bool loadPackage(const QString& libraryFile, QString* error) {
-    QLibrary library(libraryFile);
-    // Objects and functions of the package are in use until the process ends.
-    library.setLoadHints(QLibrary::PreventUnloadHint);
-    if (library.load()) {
-        return true;
-    }
-    if (error) {
-        *error = library.errorString();
-    }
-    return false;
-}
-
-}  // namespace gantu

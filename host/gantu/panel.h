@@ -18,11 +18,3 @@ Translator* translator();
 /// panel has set it.
 QStackedWidget* instantiatedCenterWidget();
 void setInstantiatedCenterWidget(QStackedWidget* widget);
-
-namespace gantu {
-
-/// Loads a package's shared library; its static initialisers register its creators. The library stays
-/// loaded. On failure returns false and writes the reason to `error`.
-bool loadPackage(const QString& libraryFile, QString* error);
-
-}  // namespace gantu

@@ -1,15 +1,18 @@
 #include "mendo/branch.h"
 
-#include "mendo/moduleobject.h"
+#include "mendo/deferreddeletion.h"
+#include "mendo/pathcache.h"
 
 #include <QSet>
 
 #include <algorithm>
 #include <climits>
+#include <utility>
 
 namespace mendo {
 
 namespace {
+
 // Maps up to this size are searched linearly.
 constexpr int linearSearchSize = 8;
 constexpr QLatin1String generatedPrefix("id");
@@ -27,7 +30,55 @@ bool isNamed(const Slot& slot, QStringView name) {
     }
     return own.isEmpty() || (own.front() == name.front() && QStringView(own) == name);
 }
+
 }  // namespace
+
+Slot::Slot(Slot&& other) noexcept
+    : name(std::move(other.name)),
+      value(std::move(other.value)),
+      content_(std::exchange(other.content_, 0)) {}
+
+Slot& Slot::operator=(Slot&& other) noexcept {
+    if (this != &other) {
+        drop();
+        name = std::exchange(other.name, QString());
+        value = std::exchange(other.value, QVariant());
+        content_ = std::exchange(other.content_, 0);
+    }
+    return *this;
+}
+
+Slot::~Slot() {
+    drop();
+}
+
+void Slot::drop() {
+    if (content_ && !(content_ & objectTag)) {
+        delete reinterpret_cast<Branch*>(content_);
+    }
+    content_ = 0;
+}
+
+Branch& Slot::ensureBranch() {
+    Q_ASSERT(!object());
+    if (!content_) {
+        content_ = reinterpret_cast<quintptr>(new Branch);
+    }
+    return *branch();
+}
+
+std::unique_ptr<Branch> Slot::takeBranch() {
+    std::unique_ptr<Branch> taken(branch());
+    if (taken) {
+        content_ = 0;
+    }
+    return taken;
+}
+
+void Slot::setObject(ModuleObject* object) {
+    drop();
+    content_ = reinterpret_cast<quintptr>(object) | objectTag;
+}
 
 Branch::Names& Branch::names() {
     if (!names_) {
@@ -102,11 +153,14 @@ void Branch::insert(int position, Slot&& slot) {
         }
         addToIndex(slot.name, position);
     }
-    entries.insert(position, std::move(slot));
+    PathCache::invalidate();
+    entries.insert(entries.begin() + position, std::move(slot));
 }
 
 Slot Branch::take(int position) {
-    Slot slot = entries.take(position);
+    PathCache::invalidate();
+    Slot slot = std::move(entries[position]);
+    entries.erase(entries.begin() + position);
     if (names_ && names_->complete && !slot.name.isNull()) {
         names_->index.remove(QStringView(slot.name));
     }
@@ -131,6 +185,7 @@ QString Branch::freshName() {
 }
 
 void Branch::forgetIndex() {
+    PathCache::invalidate();
     if (names_) {
         names_->index.clear();
         names_->complete = false;
@@ -192,6 +247,46 @@ int numberOfElement(QStringView element) {
         }
     }
     return static_cast<int>(number);
+}
+
+int NodeRef::find(QStringView element) const {
+    Branch* children = branch();
+    if (!children) {
+        return -1;
+    }
+    const int position = positionOfElement(element);
+    if (position >= 0) {
+        return position < children->size() ? position : -1;
+    }
+    return children->find(element);
+}
+
+void NodeRef::dropChildren() const {
+    Branch* children = branch();
+    if (!children) {
+        return;
+    }
+    children->forgetIndex();
+    const std::vector<Slot> dropped = std::move(children->entries);
+    for (const Slot& slot : dropped) {
+        if (ModuleObject* child = slot.object()) {
+            child->name_ = slot.name;
+            child->parent_ = nullptr;
+            child->hint_ = -1;
+            DeferredDeletion::instance().add(child);
+        }
+    }
+}
+
+int heightOf(const NodeRef& node, int limit) {
+    if (node.size() == 0 || limit <= 0) {
+        return 0;
+    }
+    int height = 0;
+    for (int i = 0; i < node.size() && height < limit; ++i) {
+        height = std::max(height, 1 + heightOf(node.child(i), limit - 1));
+    }
+    return height;
 }
 
 }  // namespace mendo

@@ -1,13 +1,50 @@
 #pragma once
 
-#include "mendo/slotlist.h"
+#include "mendo/moduleobject.h"
 
 #include <QHash>
+#include <QString>
 #include <QStringView>
+#include <QVariant>
 
 #include <memory>
+#include <vector>
 
 namespace mendo {
+
+/// One child in its parent: a plain record of name, value and children or, after the first lookup, the
+/// child's object, which then holds value and children.
+///
+/// The name of a list element is null until it is asked for. A slot does not own its object: the caller
+/// of Branch::take() has to.
+class Slot {
+public:
+    Slot() = default;
+    explicit Slot(const QString& slotName) : name(slotName) {}
+    Slot(Slot&& other) noexcept;
+    Slot& operator=(Slot&& other) noexcept;
+    ~Slot();
+
+    /// Children of a record; null for an object and for a record without children.
+    Branch* branch() const { return content_ & objectTag ? nullptr : reinterpret_cast<Branch*>(content_); }
+    /// The record's branch, made if missing.
+    Branch& ensureBranch();
+    std::unique_ptr<Branch> takeBranch();
+
+    /// Null for a record.
+    ModuleObject* object() const {
+        return content_ & objectTag ? reinterpret_cast<ModuleObject*>(content_ & ~objectTag) : nullptr;
+    }
+    void setObject(ModuleObject* object);
+
+    QString name;
+    QVariant value;
+
+private:
+    static constexpr quintptr objectTag = 1;
+    void drop();
+    quintptr content_ = 0;  // 0, a Branch*, or a ModuleObject* with the lowest bit set
+};
 
 /// The children of one node, and whether they are a map or a list.
 struct Branch {
@@ -16,7 +53,7 @@ struct Branch {
     Branch() = default;
     explicit Branch(Kind branchKind) : kind(branchKind) {}
 
-    int size() const { return entries.size(); }
+    int size() const { return static_cast<int>(entries.size()); }
     /// Position of a child by name; -1 when there is none. Unnamed list elements are not found.
     int find(QStringView name);
     /// Position of a child's object.
@@ -31,7 +68,7 @@ struct Branch {
     /// Call it after changing `entries` directly.
     void forgetIndex();
 
-    SlotList entries;
+    std::vector<Slot> entries;
     Kind kind = Kind::Plain;
 
 private:
@@ -81,5 +118,37 @@ inline QStringView takeElement(QStringView& path, bool& more) {
     path = more ? path.mid(end + 1) : QStringView();
     return element;
 }
+
+/// Value and children of a node that is an object or still a record; makes no object. Valid until the tree
+/// changes.
+class NodeRef {
+public:
+    explicit NodeRef(Slot& slot) : object_(slot.object()), slot_(object_ ? nullptr : &slot) {}
+    explicit NodeRef(ModuleObject* object) : object_(object) {}
+
+    QVariant& value() const { return object_ ? object_->value_ : slot_->value; }
+    /// Null for a node that never had children.
+    Branch* branch() const { return object_ ? object_->branch_.get() : slot_->branch(); }
+    Branch& ensureBranch() const { return object_ ? object_->ensureBranch() : slot_->ensureBranch(); }
+    /// Null for a record.
+    ModuleObject* object() const { return object_; }
+
+    Branch::Kind kind() const { return branch() ? branch()->kind : Branch::Kind::Plain; }
+    int size() const { return branch() ? branch()->size() : 0; }
+    /// Position of a child by an element of a path: a name or "#N"; -1 without one.
+    int find(QStringView element) const;
+    NodeRef child(int position) const { return NodeRef(branch()->entries[position]); }
+    /// Detaches the children that are objects and leaves them to DeferredDeletion; deletes the records.
+    void dropChildren() const;
+
+private:
+    ModuleObject* object_ = nullptr;
+    Slot* slot_ = nullptr;
+};
+
+/// Depth limit of a tree, which makes recursion safe.
+constexpr int deepest = 1024;
+/// Levels below the node, counted no further than `limit`.
+int heightOf(const NodeRef& node, int limit);
 
 }  // namespace mendo

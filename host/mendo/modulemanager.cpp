@@ -1,7 +1,7 @@
 #include "mendo/modulemanager.h"
 
 #include "json/jsonfile.h"
-#include "mendo/graveyard.h"
+#include "mendo/deferreddeletion.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -54,11 +54,11 @@ bool ModuleManager::writeToJson(const QString& fileName, const QJsonValue& value
 }
 
 void ModuleManager::setOutermostLoop(int level) {
-    Graveyard::instance().setOutermostLoop(level);
+    DeferredDeletion::instance().setOutermostLoop(level);
 }
 
 void ModuleManager::purgeRemoved() {
-    Graveyard::instance().purge();
+    DeferredDeletion::instance().deleteAll();
 }
 
 }  // namespace mendo

@@ -2,11 +2,11 @@
 
 #include "mendo/branch.h"
 #include "mendo/convert.h"
-#include "mendo/graveyard.h"
-#include "mendo/noderef.h"
-#include "mendo/nullnode.h"
+#include "mendo/deferreddeletion.h"
 #include "mendo/pathcache.h"
 
+#include <QDebug>
+#include <QMetaMethod>
 #include <QPointer>
 #include <QStringList>
 
@@ -39,6 +39,23 @@ bool findDescendant(const NodeRef& node, const QString& name, std::vector<int>* 
     return false;
 }
 
+/// The null node has no children and ignores every write.
+class NullNode final : public ModuleObject {
+public:
+    bool isNull() const override { return true; }
+    void setValue(QObject*, QVariant) override {}
+    bool insert(QObject*, ModuleObject*, bool, int) override { return false; }
+    bool remove(QObject*, const QString&, bool) override { return false; }
+    void loadJson(QObject*, const QJsonValue&, bool, bool, bool) override {}
+
+protected:
+    /// Such a connection would never hear anything.
+    void connectNotify(const QMetaMethod& signal) override {
+        qCritical().noquote() << "connected to" << signal.methodSignature()
+                              << "of the null node: the node looked up does not exist";
+    }
+};
+
 }  // namespace
 
 ModuleObject::ModuleObject(const QString& name, ModuleObject* parent) : name_(name) {
@@ -66,7 +83,7 @@ ModuleObject::~ModuleObject() {
     if (parent_) {
         parent_->detach(indexInPmobj());
     }
-    Graveyard::instance().release(this);
+    DeferredDeletion::instance().remove(this);
 
     // Detach the children first: none may be reached through a half-destroyed parent.
     const std::unique_ptr<Branch> branch = std::move(branch_);

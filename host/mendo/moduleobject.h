@@ -140,7 +140,7 @@ protected:
 
 private:
     friend struct Branch;
-    friend class Graveyard;
+    friend class DeferredDeletion;
     friend class NodeRef;
 
     /// Makes the object of a record and takes over its value and children.

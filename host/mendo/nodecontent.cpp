@@ -1,9 +1,8 @@
 // Replacing and exporting the whole content of a node. A source is first copied to separate records, which
 // then replace the old content. So a node can be copied into itself.
 
+#include "mendo/branch.h"
 #include "mendo/convert.h"
-#include "mendo/moduleobject.h"
-#include "mendo/noderef.h"
 
 #include <QDebug>
 #include <QJsonArray>
@@ -44,8 +43,8 @@ void fill(Slot& record, const QJsonValue& json, int levels) {
         }
         branch.entries.reserve(array.size());
         for (const QJsonValue element : array) {
-            branch.entries.append(Slot());
-            fill(branch.entries[branch.size() - 1], element, levels - 1);
+            branch.entries.emplace_back();
+            fill(branch.entries.back(), element, levels - 1);
         }
     } else if (json.isObject()) {
         const QJsonObject object = json.toObject();
@@ -57,8 +56,8 @@ void fill(Slot& record, const QJsonValue& json, int levels) {
         }
         branch.entries.reserve(object.size());
         for (auto entry = object.constBegin(); entry != object.constEnd(); ++entry) {
-            branch.entries.append(Slot(sharedKey(entry.key())));
-            fill(branch.entries[branch.size() - 1], entry.value(), levels - 1);
+            branch.entries.emplace_back(sharedKey(entry.key()));
+            fill(branch.entries.back(), entry.value(), levels - 1);
         }
     } else if (json.isDouble()) {
         record.value = numberOf(json);
@@ -82,8 +81,8 @@ void copy(Slot& record, const NodeRef& source, int levels) {
     }
     branch.entries.reserve(from->size());
     for (int i = 0; i < from->size(); ++i) {
-        branch.entries.append(branch.kind == Kind::Map ? Slot(from->entries[i].name) : Slot());
-        copy(branch.entries[i], source.child(i), levels - 1);
+        branch.entries.emplace_back(branch.kind == Kind::Map ? from->entries[i].name : QString());
+        copy(branch.entries.back(), source.child(i), levels - 1);
     }
 }
 

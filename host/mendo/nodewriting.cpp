@@ -1,9 +1,8 @@
 // The writing operations of ModuleObject. A handler of any signal may change the tree or delete a node,
 // this one included. So everything is checked again after each signal.
 
-#include "mendo/graveyard.h"
-#include "mendo/moduleobject.h"
-#include "mendo/noderef.h"
+#include "mendo/branch.h"
+#include "mendo/deferreddeletion.h"
 #include "mendo/pathcache.h"
 
 #include <QDebug>
@@ -235,7 +234,7 @@ void ModuleObject::removeChild(QObject* sender, int position, bool notify) {
         position = child->indexInPmobj();
     }
     if (ModuleObject* child = detach(position)) {
-        Graveyard::instance().bury(child);
+        DeferredDeletion::instance().add(child);
     }
 }
 
@@ -282,7 +281,7 @@ bool ModuleObject::insert(QObject* sender, ModuleObject* node, bool notify, int 
     if (!self || !makeRoom(sender, node, notify)) {
         // A handler has moved or deleted one of the nodes. A node from the tree has no owner now.
         if (moved && guard && !node->parent_ && !node->removed_) {
-            Graveyard::instance().bury(node);
+            DeferredDeletion::instance().add(node);
         }
         return false;
     }
@@ -310,7 +309,7 @@ bool ModuleObject::makeRoom(QObject* sender, const ModuleObject* newcomer, bool 
 }
 
 void ModuleObject::attach(ModuleObject* node, int index) {
-    Graveyard::instance().release(node);
+    DeferredDeletion::instance().remove(node);
     Branch& branch = ensureBranch();
     becomeContainer(branch, node->name_.isEmpty());
     if (branch.kind == Kind::Map) {

@@ -1,5 +1,5 @@
 #include "gantu/bmodule.h"
-#include "gantu/panel.h"
+#include "gantu/package.h"
 #include "kord/kordservice.h"
 #include "mendo/creatormanager.h"
 #include "mendo/modulemanager.h"

@@ -1,4 +1,4 @@
-#include "mendo/graveyard.h"
+#include "mendo/deferreddeletion.h"
 
 #include "mendo/moduleobject.h"
 
@@ -6,13 +6,13 @@
 
 namespace mendo {
 
-Graveyard& Graveyard::instance() {
-    // Never destroyed: nodes may be removed by whatever ends last in the process.
-    static auto* graveyard = new Graveyard;
-    return *graveyard;
+DeferredDeletion& DeferredDeletion::instance() {
+    // Never destroyed: nodes are removed until the process ends.
+    static auto* instance = new DeferredDeletion;
+    return *instance;
 }
 
-void Graveyard::bury(ModuleObject* node) {
+void DeferredDeletion::add(ModuleObject* node) {
     node->removed_ = true;
     node->hint_ = static_cast<int>(nodes_.size());
     nodes_.push_back(node);
@@ -20,12 +20,13 @@ void Graveyard::bury(ModuleObject* node) {
     if (dispatcher != dispatcher_) {
         dispatcher_ = dispatcher;
         if (dispatcher) {
-            connect(dispatcher, &QAbstractEventDispatcher::aboutToBlock, this, &Graveyard::onAboutToBlock);
+            connect(dispatcher, &QAbstractEventDispatcher::aboutToBlock, this,
+                    &DeferredDeletion::onAboutToBlock);
         }
     }
 }
 
-void Graveyard::release(ModuleObject* node) {
+void DeferredDeletion::remove(ModuleObject* node) {
     if (!node->removed_) {
         return;
     }
@@ -37,17 +38,17 @@ void Graveyard::release(ModuleObject* node) {
     node->hint_ = -1;
 }
 
-void Graveyard::purge() {
+void DeferredDeletion::deleteAll() {
     while (!nodes_.empty()) {
-        delete nodes_.back();  // leaves through release()
+        delete nodes_.back();  // its destructor calls remove()
     }
 }
 
-void Graveyard::onAboutToBlock() {
+void DeferredDeletion::onAboutToBlock() {
     if (QThread::currentThread()->loopLevel() > outermostLoop_) {
         return;
     }
-    purge();
+    deleteAll();
     if (dispatcher_) {
         disconnect(dispatcher_, nullptr, this, nullptr);
         dispatcher_.clear();
