@@ -172,6 +172,19 @@ constexpr int byStation = 1;
 constexpr int singleStep = 2;
 }  // namespace runmode
 
+/// What the executor waits for, as its property `waiting` tells it.
+namespace waits {
+constexpr QLatin1String move = "move"_l1;  ///< a motion's result
+constexpr QLatin1String zone = "zone"_l1;  ///< the tool in the zone of the weld's last motion, or its result
+constexpr QLatin1String preFlow = "preflow"_l1;
+constexpr QLatin1String dwell = "dwell"_l1;
+constexpr QLatin1String rampDown = "rampdown"_l1;
+constexpr QLatin1String closeDelay = "closedelay"_l1;
+constexpr QLatin1String postFlow = "postflow"_l1;
+constexpr QLatin1String delay = "delay"_l1;
+constexpr QLatin1String input = "input"_l1;
+}  // namespace waits
+
 /// Commands of the robot service.
 namespace command {
 constexpr QLatin1String moveJ = "move.j"_l1;

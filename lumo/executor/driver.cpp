@@ -1,7 +1,6 @@
-// The driver: triggers, checks, the walk over the program, pause and emergency stop.
+#include "executor/driver.h"
 
-#include "equipment/handlit.h"
-#include "executor/lumoexecutor.h"
+#include "module/globals.h"
 #include "program/words.h"
 #include "widgets/messagebox.h"
 
@@ -9,13 +8,13 @@
 #include <QDebug>
 #include <QScopedValueRollback>
 
-using namespace lumo;
+#include <utility>
+
 using namespace prog;
 
-namespace {
+namespace lumo {
 
-constexpr int handRun = 0;
-constexpr int stationRun = 1;
+namespace {
 
 /// The line that a trigger was written with; -1 for what is no number.
 int lineFrom(const QVariant& var) {
@@ -24,118 +23,121 @@ int lineFrom(const QVariant& var) {
     return isNumber && var.type() != QVariant::Bool ? line : -1;
 }
 
+bool isIdle() {
+    return m(key::executeState)->getString() == word::idle;
+}
+
+bool isBusy() {
+    return m(key::executeState)->getString() == word::busy;
+}
+
+bool isWeldFlagged() {
+    return m(key::weldOpen)->getBool(false);
+}
+
+void setWeldFlag(QObject* sender, bool open) {
+    m(key::weldOpen)->setValue(sender, open);
+}
+
+void send(QObject* sender, QLatin1String command) {
+    kordservice()->command(sender, command, static_cast<const ModuleObject*>(nullptr));
+}
+
 }  // namespace
 
-LumoExecutor* executor = nullptr;
-
-LumoExecutor::Run::Run(const ModuleObject* source, int runMode, int abortsNow)
-    : program(source), mode(runMode), aborts(abortsNow), motionOfLine(program.lineCount(), -1) {
-    if (ofHandProgram()) {
-        const QList<ModuleObject*> statements = source->cmobjs();
-        originals.reserve(statements.size());
-        for (ModuleObject* const statement : statements) {
-            originals.append(statement);
-        }
-    }
-}
-
-bool LumoExecutor::Run::ofHandProgram() const {
-    return mode == handRun && !isStep;
-}
-
-LumoExecutor::LumoExecutor(ModuleObject* lumo)
-    : QObject(lumo), waiter_(waitLoop, schedule_), resume_(m(key::program), this) {
+Driver::Driver(QObject* sender) : sender_(sender), resume_(m(key::program), sender) {
     runDepth = 0;
-    pulseTimer.setTimerType(Qt::PreciseTimer);
-    schedule_.setPerformer([this](const PortStep& step) { writePort(step); });
     connectTree();
 }
 
-LumoExecutor::~LumoExecutor() {
-    quit();
-}
-
-void LumoExecutor::connectTree() {
-    KordService* const service = kordservice();  // first: it makes the robot's nodes, the host's among them
-    connect(m(key::triggerStart), &ModuleObject::changed, this, &LumoExecutor::start);
-    connect(m(key::triggerPause), &ModuleObject::changed, this, &LumoExecutor::pause);
-    connect(m(key::triggerOnce), &ModuleObject::changed, this, &LumoExecutor::runOnce);
-    connect(m(key::robotPower), &ModuleObject::changed, this, &LumoExecutor::estop);
-    for (const QString& kind : {QStringLiteral("j"), QStringLiteral("l"), QStringLiteral("c")}) {
-        connect(service->commandNode(QStringLiteral("move.") + kind), &ModuleObject::changed, this,
-                [this, kind](const QVariant& result) { handleMove(kind, result.toInt()); });
-    }
-    connect(&pulseTimer, &QTimer::timeout, this, &LumoExecutor::pulseStep);
+void Driver::connectTree() {
+    kordservice();  // first: it makes the robot's nodes
     for (const QLatin1String permission : {key::robotMode, key::weldSwitch, key::handWeldSwitch}) {
-        connect(m(permission), &ModuleObject::changed, this, &LumoExecutor::onPermission);
+        connect(m(permission), &ModuleObject::changed, this, &Driver::onPermission);
     }
-    connect(&schedule_, &Schedule::pendingChanged, this, &LumoExecutor::activityChanged);
-    connect(&waiter_, &Waiter::waitingChanged, this, &LumoExecutor::activityChanged);
-    connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, this, &LumoExecutor::quit);
-    connect(m()->root(), &ModuleObject::removed, this, &LumoExecutor::onRemoved);
+    connect(&laser_, &Laser::pendingChanged, this, &Driver::activityChanged);
+    connect(&laser_, &Laser::opened, this, &Driver::onOpened);
+    connect(&motions_, &Motions::failed, this, &Driver::failRun);
+    connect(&waiter_, &Waiter::waitingChanged, this, &Driver::activityChanged);
+    connect(&waiter_, &Waiter::quitting, this, &Driver::quit);
+    connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, this, &Driver::quit);
+    connect(m()->root(), &ModuleObject::removed, this, &Driver::onRemoved);
 }
 
-int LumoExecutor::pendingSteps() const {
-    return schedule_.pendingSteps() + (pulseTimer.isActive() ? 1 : 0);
+void Driver::onPermission() {
+    if (!stopping_) {
+        laser_.onPermission();
+    }
 }
 
-void LumoExecutor::start(const QVariant& var) {
+/// A reopening at a resume keeps the weld's own "open".
+void Driver::onOpened(const ModuleObject* open) {
+    if (run_ && run_->inStatement && open && run_->program.holds(open)) {
+        resume_.weldOpened(run_->original(open->indexInPmobj()));
+    }
+}
+
+/// The subtree goes, and with it the ports: what is on has to be switched off while they can be read.
+void Driver::onRemoved(const QString& name) {
+    if (m()->root()->c(name) == m(key::lumo)) {
+        quit();
+    }
+}
+
+// --- Starting -------------------------------------------------------------------------------------
+
+void Driver::start(const QVariant& var) {
     const int line = lineFrom(var);
     qDebug() << "start" << line;
     if (quitting_) {
         return;  // the application ends every wait, also that of a page for the closing before its start
     }
     const int mode = hand_or_signalbing;
-    const ModuleObject* const program = m(mode == stationRun ? key::stationProgram : key::program);
+    const ModuleObject* const program = m(mode == runmode::byStation ? key::stationProgram : key::program);
     const QString reason = refusal(line, program);
     if (!reason.isEmpty()) {
-        warn(reason);
+        showMessage(QMessageBox::Warning, tr("运行错误"), reason);
         return;
     }
-    Run run(program, mode, aborts_);
+    Run run(program, mode, false);
     if (refuseCircle(run, line, run.program.lineCount())) {
         return;
     }
     run.inWeld = run.ofHandProgram() && resume_.liesInWeld(line);
     resume_.suspend();
-    run_ = &run;
-    changeDepth(+1);
-    setState(word::busy);
-    if (!isAborted()) {
+    begin(run);
+    if (!run.isAborted) {
         walk(run, line);
     }
-    endRun();
+    end(run);
 }
 
-void LumoExecutor::runOnce(const QVariant& var, const QVariant& /*old*/, QObject* context) {
+void Driver::runOnce(const QVariant& var, bool onlyMoves) {
     if (quitting_) {
         return;
     }
     const int line = lineFrom(var);
     const ModuleObject* const program = m(key::program);
     QString reason = refusal(line, program);
-    if (reason.isEmpty() && context && !isMoveStatement(program->c(line))) {
+    if (reason.isEmpty() && onlyMoves && !isMoveStatement(program->c(line))) {
         reason = tr("单步只能运行运动指令");
     }
     if (!reason.isEmpty()) {
-        warn(reason);
+        showMessage(QMessageBox::Warning, tr("运行错误"), reason);
         return;
     }
-    Run run(program, hand_or_signalbing, aborts_);
-    run.isStep = true;
+    Run run(program, hand_or_signalbing, true);
     if (refuseCircle(run, line, line + 1)) {
         return;
     }
-    run_ = &run;
-    changeDepth(+1);
-    setState(word::busy);
-    if (!isAborted()) {
+    begin(run);
+    if (!run.isAborted) {
         step(run, line);
     }
-    endRun();
+    end(run);
 }
 
-QString LumoExecutor::refusal(int line, const ModuleObject* program) const {
+QString Driver::refusal(int line, const ModuleObject* program) const {
     if (!isIdle() || depth_ > 0) {
         return tr("当前不是空闲状态");
     }
@@ -151,316 +153,335 @@ QString LumoExecutor::refusal(int line, const ModuleObject* program) const {
     return QString();
 }
 
-bool LumoExecutor::refuseCircle(const Run& run, int from, int to) const {
+bool Driver::refuseCircle(const Run& run, int from, int to) const {
     const int line = run.program.firstBadCircle(from, to);
-    if (line < 0) {
-        return false;
+    if (line >= 0) {
+        showMessage(QMessageBox::Warning, tr("运行错误"), circleText(run.program.circleFaultAt(line), line));
     }
-    warn(circleText(run.program.circleFaultAt(line), line));
-    return true;
+    return line >= 0;
 }
 
-void LumoExecutor::walk(Run& run, int line) {
-    queueLine = line;
-    queueNeeded = true;
-    forgetMotions();
-    weldCut_ = false;
-    kordservice()->command(this, command::reset, static_cast<const ModuleObject*>(nullptr));
-    if (!isAborted()) {
-        switchOffByHand();
-    }
-    if (!isAborted()) {
-        settleBeforeMoving();
-    }
-    line_ = line;
-    if (!isAborted()) {
-        takeUp(run, line);
-    }
-    if (!isAborted()) {
-        stopped_.reset();  // the run has what is left of it
-        stopKept_ = false;
-    }
-    int i = line;
-    for (; i < run.program.lineCount() && !isAborted() && isBusy(); ++i) {
-        if (!run.program.isExecuted(i)) {
-            continue;
-        }
-        line_ = i;
-        inStatement_ = true;
-        if (run.mode == handRun) {
-            m(key::executeLine)->setValue(this, i);
-        }
-        m(key::currentLine)->setValue(this, i);
-        if (isAborted()) {
-            return;
-        }
-        const int code = execProgram(i);
-        qDebug() << "execute ----" << i;
-        if (isAborted()) {
-            return;
-        }
-        if (code != 0) {
-            failRun(code);
-            return;
-        }
-    }
-    if (!isAborted()) {
-        inStatement_ = false;
-        resume_.hold(run.original(line_));  // a stop in the closing leaves the last line
-        endWeldOfWalk(i == run.program.lineCount());
-    }
+void Driver::begin(Run& run) {
+    run_ = &run;
+    motions_.begin(run);
+    changeDepth(+1);
+    setState(word::busy);
 }
 
-bool LumoExecutor::litByHand() {
-    return isLitByHand();
-}
-
-void LumoExecutor::switchOffByHand() {
-    for (const I_PORT output : takeLitByHand()) {
-        writePort({output, 0.0, PortStep::Role::SwitchOff});
+void Driver::end(Run& run) {
+    if (!run.isAborted && !run.isStep) {
+        resume_.hold(run.original(run.line));
     }
-}
-
-void LumoExecutor::endWeldOfWalk(bool reachedEnd) {
-    settleCutWeld();
-    if (isAborted()) {
-        return;
-    }
-    // Asks the laser too, not only the flag: others may write that.
-    const bool flagged = m(key::weldOpen)->getBool(false);
-    if (weld_ != Weld::Dark || (reachedEnd && flagged)) {
-        closeLaser();
-    }
-    // Where somebody wrote the state the walk ends like a pause, and the weld can be resumed.
-    if (reachedEnd && flagged) {
-        setWeldFlag(false);
-    }
-}
-
-void LumoExecutor::step(Run& run, int line) {
-    forgetMotions();
-    kordservice()->command(this, command::reset, static_cast<const ModuleObject*>(nullptr));
-    if (!isAborted()) {
-        switchOffByHand();
-    }
-    if (!isAborted()) {
-        settleBeforeMoving();
-    }
-    if (isAborted() || !run.program.isExecuted(line)) {
-        return;
-    }
-    line_ = line;
-    inStatement_ = true;
-    m(key::executeLine)->setValue(this, line);
-    if (isAborted()) {
-        return;
-    }
-    ModuleObject* const stmt = run.program.statement(line);
-    const int code = addCmd(stmt);
-    if (code != 0) {
-        failRun(code);
-        return;
-    }
-    if (isAborted()) {
-        return;
-    }
-    kordservice()->command(this, command::enough, static_cast<const ModuleObject*>(nullptr));
-    if (!isAborted()) {
-        waitMoveing(stmt, QStringLiteral("runOnce"));
-    }
-}
-
-int LumoExecutor::execProgram(int line) {
-    if (!run_) {
-        return 0;
-    }
-    ModuleObject* const stmt = run_->program.statement(line);
-    const QString type = stmt->c(field::type, false)->getString(QString());
-    m(key::currentType)->setValue(this, type);
-    qDebug() << "exec program" << line << type;
-    if (isAborted()) {
-        return 0;
-    }
-    if (run_->program.isMove(line)) {
-        if (queueLine >= 0 && line >= queueLine && queueNeeded) {
-            const int code = moveAll(line);
-            if (code != 0 || isAborted()) {
-                return code;
-            }
-        }
-        storeCurrentMoveData(stmt, type);
-        return isAborted() ? 0 : waitMoveing(stmt, QStringLiteral("start"));
-    }
-    if (type == statement::param) {
-        changeAOParamUpdate(stmt);
-        return 0;
-    }
-    if (type == statement::open) {
-        return limitopenLaser(stmt);
-    }
-    if (type == statement::close) {
-        return limitcloseLaser();
-    }
-    if (type == statement::setDO) {
-        return setDO(stmt);
-    }
-    if (type == statement::waitDI) {
-        return waitDI(stmt);
-    }
-    return type == statement::delay ? delay(stmt) : 0;
-}
-
-int LumoExecutor::moveAll(int line) {
-    if (!run_) {
-        return 0;
-    }
-    const RunProgram& program = run_->program;
-    for (int i = line; i < program.lineCount(); ++i) {
-        queueLine = i;
-        if (!program.isMove(i) || !program.isExecuted(i)) {
-            queueNeeded = true;
-            break;
-        }
-        queueNeeded = false;
-        const int code = addCmd(program.statement(i));
-        if (code != 0 || isAborted()) {
-            return code;
-        }
-    }
-    kordservice()->command(this, command::enough, static_cast<const ModuleObject*>(nullptr));
-    return 0;
-}
-
-int LumoExecutor::addCmd(ModuleObject* stmt) {
-    const QString type = stmt->c(field::type, false)->getString(QString());
-    if (type == statement::moveJ) {
-        addMoveJCmd(stmt);
-    } else if (type == statement::moveL) {
-        addMoveLCmd(stmt);
-    } else if (type == statement::moveC) {
-        addMoveCCmd(stmt);
-    } else if (type == statement::moveCC) {
-        return addMoveCCCmd(stmt);
-    }
-    return 0;
-}
-
-void LumoExecutor::failRun(int code) {
-    const QString circleError = run_ ? run_->circleError : QString();
-    if (run_ && !isAborted()) {
-        pause();
-    }
-    showMessage(QMessageBox::Critical, tr("运行错误"),
-                circleError.isEmpty()
-                    ? tr("机器人运动错误：-0x%1").arg(QString::number(-static_cast<qint64>(code), 16))
-                    : circleError);
-}
-
-void LumoExecutor::endRun() {
-    if (!isAborted() && !run_->isStep) {
-        resume_.hold(run_->original(line_));
-    }
-    inStatement_ = false;
-    queuedLast_ = nullptr;
+    motions_.end();
     run_ = nullptr;
-    line_ = -1;
+    waiter_.setLine(-1);
     if (!isIdle()) {
         setState(word::idle);
     }
     changeDepth(-1);
 }
 
-void LumoExecutor::pause() {
+/// Before the robot moves: nothing is queued, and nothing is on that was switched on by hand or is left of an
+/// earlier closing. False when the run was aborted meanwhile.
+bool Driver::prepareRobot(const Run& run) {
+    motions_.forget();
+    send(sender_, command::reset);
+    if (!run.isAborted) {
+        laser_.switchOffByHand();
+    }
+    if (!run.isAborted) {
+        laser_.settleBeforeMoving();
+    }
+    return !run.isAborted;
+}
+
+void Driver::setLine(int line) {
+    run_->line = line;
+    waiter_.setLine(line);
+}
+
+// --- Walking --------------------------------------------------------------------------------------
+
+void Driver::walk(Run& run, int line) {
+    motions_.beginBatches(line);
+    const bool isReady = prepareRobot(run);
+    setLine(line);
+    if (isReady) {
+        takeUp(run, line);
+    }
+    if (run.isAborted) {
+        return;
+    }
+    motions_.forgetArc();  // the run has what is left of it
+    resume_.goOn();
+    int i = line;
+    for (; i < run.program.lineCount() && isBusy(); ++i) {
+        if (run.program.isExecuted(i) && !execute(run, i)) {
+            return;
+        }
+    }
+    run.inStatement = false;
+    resume_.hold(run.original(run.line));  // a stop in the closing leaves the last line
+    endWeldOfWalk(i == run.program.lineCount());
+}
+
+/// One line of a walk. False when the run was aborted meanwhile.
+bool Driver::execute(Run& run, int line) {
+    setLine(line);
+    run.inStatement = true;
+    if (run.mode == runmode::byHand) {
+        m(key::executeLine)->setValue(sender_, line);
+    }
+    m(key::currentLine)->setValue(sender_, line);
+    if (run.isAborted) {
+        return false;
+    }
+    const int code = execProgram(line);
+    qDebug() << "execute ----" << line;
+    if (!run.isAborted && code != 0) {
+        failRun(code);
+        return false;
+    }
+    return !run.isAborted;
+}
+
+int Driver::execProgram(int line) {
+    if (!run_) {
+        return 0;
+    }
+    ModuleObject* const stmt = run_->program.statement(line);
+    const QString type = statementType(stmt);
+    m(key::currentType)->setValue(sender_, type);
+    qDebug() << "exec program" << line << type;
+    if (isAborted()) {
+        return 0;
+    }
+    if (run_->program.isMove(line)) {
+        const int code = motions_.queueBatchFrom(line);
+        if (code != 0 || isAborted()) {
+            return code;
+        }
+        motions_.storeCurrent(stmt, type);
+        return isAborted() ? 0 : motions_.await(stmt, false);
+    }
+    if (type == statement::param) {
+        laser_.takeOver(stmt);
+    } else if (type == statement::open) {
+        laser_.openIfPermitted(stmt);
+    } else if (type == statement::close) {
+        laser_.closeIfPermitted();
+    } else if (type == statement::setDO) {
+        cell_.setDO(stmt);
+    } else if (type == statement::waitDI) {
+        cell_.waitDI(stmt);
+    } else if (type == statement::delay) {
+        cell_.delay(stmt);
+    }
+    return 0;
+}
+
+void Driver::endWeldOfWalk(bool reachedEnd) {
+    laser_.settleCutWeld();
+    if (isAborted()) {
+        return;
+    }
+    // Asks the laser too, not only the flag: others may write that.
+    const bool isFlagged = isWeldFlagged();
+    if (laser_.isWelding() || (reachedEnd && isFlagged)) {
+        laser_.close();
+    }
+    // Where somebody else wrote the state the walk ends like a pause, and the weld can be resumed.
+    if (reachedEnd && isFlagged) {
+        setWeldFlag(sender_, false);
+    }
+}
+
+void Driver::step(Run& run, int line) {
+    if (!prepareRobot(run) || !run.program.isExecuted(line)) {
+        return;
+    }
+    setLine(line);
+    run.inStatement = true;
+    m(key::executeLine)->setValue(sender_, line);
+    if (run.isAborted) {
+        return;
+    }
+    ModuleObject* const stmt = run.program.statement(line);
+    const int code = motions_.queue(stmt);
+    if (code != 0) {
+        failRun(code);
+        return;
+    }
+    if (run.isAborted) {
+        return;
+    }
+    send(sender_, command::enough);
+    if (!run.isAborted) {
+        motions_.await(stmt, true);
+    }
+}
+
+void Driver::failRun(int code) {
+    const QString text =
+        motions_.circleFault() == CircleFault::None
+            ? tr("机器人运动错误：-0x%1").arg(QString::number(-static_cast<qint64>(code), 16))
+            : circleText(motions_.circleFault(), motions_.badCircle());
+    if (run_ && !isAborted()) {
+        pause();
+    }
+    showMessage(QMessageBox::Critical, tr("运行错误"), text);
+}
+
+QString Driver::circleText(CircleFault fault, int line) {
+    return (fault == CircleFault::Coincident ? tr("第 %1 行：整圆的点重合，无法确定圆")
+                                             : tr("第 %1 行：整圆的三个点共线，无法确定圆"))
+        .arg(line + 1);
+}
+
+// --- Going on after a stop ------------------------------------------------------------------------
+
+/// A weld or an arc that was stopped goes on where it stopped: the tool goes back there, dark, and the laser
+/// opens there. A line that does not lie in the weld that was left open goes dark.
+void Driver::takeUp(Run& run, int line) {
+    if (isWeldFlagged() && !run.inWeld) {
+        setWeldFlag(sender_, false);
+    }
+    const bool ofArc = isStoppedArc(run.original(line)) && run.program.isExecuted(line);
+    const bool reopens = run.inWeld && isWeldFlagged() && weldingPermitted();
+    if (run.inWeld && !weldingPermitted()) {
+        resume_.weldOpened(nullptr);  // from here on its seam is left dark: no later start may go on with it
+    }
+    if (!run.isAborted && run.ofHandProgram() && resume_.mustGoBack(line, reopens || ofArc)) {
+        goBack(run, line);
+    }
+    if (!run.isAborted && ofArc && !motions_.takeUpArc(line)) {
+        setWeldFlag(sender_, false);  // all of it is run, dark
+    }
+    if (!run.isAborted && run.inWeld && isWeldFlagged()) {
+        laser_.openIfPermitted(run.program.openBefore(line));
+    }
+}
+
+void Driver::goBack(const Run& run, int line) {
+    const int code = motions_.goBack(line);
+    if (!run.isAborted && code != 0) {
+        failRun(code);
+    }
+    if (!run.isAborted && ResumePoint::isAway()) {  // a controller that says too early that it is there
+        pause();
+        showMessage(QMessageBox::Warning, tr("运行错误"), tr("机器人正在运行中"));
+    }
+}
+
+/// Whether the last stop interrupted this statement, and on an arc.
+bool Driver::isStoppedArc(const ModuleObject* statement) const {
+    return motions_.hasArc() && resume_.isStoppedIn(statement);
+}
+
+Outlook Driver::outlook(int line) const {
+    Outlook outlook;
+    const ModuleObject* const stmt = m(key::program)->c(line);
+    outlook.reopens = isWeldFlagged() && resume_.liesInWeld(line) && weldingPermitted();
+    const bool ofArc = !stmt->isNull() && isStoppedArc(stmt) && isExecutedStatement(stmt);
+    outlook.goesBack = resume_.mustGoBack(line, outlook.reopens || ofArc, &outlook.distanceMm);
+    return outlook;
+}
+
+// --- Stopping -------------------------------------------------------------------------------------
+
+void Driver::pause() {
     qDebug() << "pause";
     if (stopping_) {
         return;  // the stop does all that a pause would, and must not wait for its closing
     }
-    const int mine = ++aborts_;
+    abort();
+    const int mine = aborts_;
     changeDepth(+1);
     // The robot may still say "idle" just after motions were handed over.
-    if (m(key::robotState)->getString() != word::idle || outstanding() > 0) {
-        kordservice()->command(this, command::stop, static_cast<const ModuleObject*>(nullptr));
+    if (m(key::robotState)->getString() != word::idle || motions_.outstanding() > 0) {
+        send(sender_, command::stop);
     }
-    forgetMotions();
+    motions_.forget();
     waiter_.end(WaitEnd::Abort);
     keepStop();
-    if (mine == aborts_) {  // else somebody who heard of this stopped everything meanwhile
-        closeLaser();
+    if (mine == aborts_) {  // else a listener of these writes has stopped everything meanwhile
+        laser_.close();
     }
     setState(word::idle);
     changeDepth(-1);
 }
 
-void LumoExecutor::estop(const QVariant& var) {
-    if (var.toString() == word::on) {
+void Driver::estop(const QVariant& power) {
+    if (power.toString() == word::on) {
         return;
     }
     if (!isIdle() || (run_ && !isAborted())) {
         emergencyStop();
-    } else if (pendingSteps() > 0 || closing_ == sequence_) {
+    } else if (laser_.pendingSteps() > 0 || laser_.isClosing()) {
         // The closing of a pause is still under way.
         const QScopedValueRollback<bool> stopping(stopping_, true);
-        ++aborts_;
+        abort();
         waiter_.end(WaitEnd::Abort);
-        shutDown();
+        laser_.shutDown();
     } else {
-        switchOffByHand();
+        laser_.switchOffByHand();
     }
 }
 
-void LumoExecutor::emergencyStop() {
+void Driver::emergencyStop() {
     const QScopedValueRollback<bool> stopping(stopping_, true);
-    ++aborts_;
-    forgetMotions();
+    abort();
+    motions_.forget();
     waiter_.end(WaitEnd::Abort);
-    kordservice()->command(this, command::stop, static_cast<const ModuleObject*>(nullptr));
+    send(sender_, command::stop);
     keepStop();
-    shutDown();
+    laser_.shutDown();
     setState(word::idle);
 }
 
-void LumoExecutor::quit() {
+void Driver::quit() {
     quitting_ = true;
     QMetaObject::invokeMethod(
-        this, [this] { quitting_ = false; }, Qt::QueuedConnection);  // somebody goes on with the event loop
-    if (depth_ > 0 || pendingSteps() > 0) {
+        this, [this] { quitting_ = false; }, Qt::QueuedConnection);  // if the event loop goes on
+    if (depth_ > 0 || laser_.pendingSteps() > 0) {
         emergencyStop();
     } else {
-        switchOffByHand();
+        laser_.switchOffByHand();
     }
 }
 
-/// The subtree goes, and with it the ports: what is on has to be switched off while they can be read.
-void LumoExecutor::onRemoved(const QString& name) {
-    if (m()->root()->c(name) == m(key::lumo)) {
-        quit();
+void Driver::abort() {
+    ++aborts_;
+    if (run_) {
+        run_->isAborted = true;
     }
 }
 
-bool LumoExecutor::isIdle() const {
-    return m(key::executeState)->getString() == word::idle;
+/// The resume data of a stop. One that interrupts no statement (on the way back, while idle, a second one)
+/// leaves those of the stop before.
+void Driver::keepStop() {
+    if (!run_ || !std::exchange(run_->inStatement, false)) {
+        resume_.release();
+        return;
+    }
+    if (!run_->isStep) {
+        motions_.keepArc();
+        resume_.stopIn(run_->original(run_->line), run_->ofHandProgram());
+    } else if (resume_.isStopped() || isWeldFlagged()) {
+        return;  // a step must not move the place where a stopped program goes on
+    }
+    // Last: a listener may stop once more, and then finds the line kept.
+    m(key::currentPausePoint)->copyFrom(sender_, kordservice()->get(sender_, key::posture), true, false);
 }
 
-bool LumoExecutor::isBusy() const {
-    return m(key::executeState)->getString() == word::busy;
+void Driver::setState(QLatin1String state) {
+    m(key::executeState)->setValue(sender_, QString(state));
 }
 
-void LumoExecutor::setState(QLatin1String state) {
-    m(key::executeState)->setValue(this, QString(state));
-}
-
-void LumoExecutor::changeDepth(int by) {
+void Driver::changeDepth(int by) {
     depth_ += by;
     runDepth = depth_;
     emit activityChanged();
 }
 
-void LumoExecutor::warn(const QString& text) const {
-    showMessage(QMessageBox::Warning, tr("运行错误"), text);
-}
-
-QString LumoExecutor::circleText(CircleFault fault, int line) {
-    return (fault == CircleFault::Coincident ? tr("第 %1 行：整圆的点重合，无法确定圆")
-                                             : tr("第 %1 行：整圆的三个点共线，无法确定圆"))
-        .arg(line + 1);
-}
+}  // namespace lumo

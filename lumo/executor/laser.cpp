@@ -1,18 +1,25 @@
-// The laser: opening, closing, pulsing and parameter changes, and what keeps them from overlapping.
+#include "executor/laser.h"
 
 #include "equipment/handlit.h"
-#include "executor/lumoexecutor.h"
+#include "equipment/ports.h"
 #include "program/words.h"
 
-#include <algorithm>
-#include <utility>
+#include <QScopedValueRollback>
 
-using namespace lumo;
+#include <algorithm>
+
 using namespace prog;
+
+ModuleObject* paramNode() {
+    return m(key::param)->c(m(key::curParam)->getInt(-1));
+}
+
+namespace lumo {
 
 namespace {
 
 using Role = PortStep::Role;
+using Pulses = LaserPhase::Pulses;
 
 qint64 nowMs() {
     return mendo::Clock::current().elapsedMs();
@@ -20,7 +27,7 @@ qint64 nowMs() {
 
 }  // namespace
 
-bool LumoExecutor::weldingPermitted() {
+bool weldingPermitted() {
     const bool weld = m(key::weldSwitch)->getBool(true);
     if (m(key::robotMode)->getString() == word::automatic) {
         return weld;
@@ -28,275 +35,172 @@ bool LumoExecutor::weldingPermitted() {
     return weld && m(key::handWeldSwitch)->getBool(false);
 }
 
-int LumoExecutor::limitopenLaser(ModuleObject* stmt) {
+int rampStepMs() {
+    constexpr int defaultMs = 20;
+    const int dtMs = m(key::executeDt)->getInt(defaultMs);
+    return dtMs > 0 ? dtMs : defaultMs;
+}
+
+Laser::Laser(QObject* sender, Schedule& schedule, Waiter& waiter)
+    : sender_(sender), schedule_(schedule), waiter_(waiter) {
+    pulseTimer.setTimerType(Qt::PreciseTimer);
+    connect(&pulseTimer, &QTimer::timeout, this, &Laser::pulseStep);
+    schedule_.setPerformer([this](const PortStep& step) { writePort(step); });
+    connect(&schedule_, &Schedule::pendingChanged, this, &Laser::pendingChanged);
+}
+
+// --- Openings and closings ------------------------------------------------------------------------
+
+void Laser::openIfPermitted(ModuleObject* stmt) {
     if (!weldingPermitted()) {
-        return 0;
+        return;
     }
-    // The gas stays with the sequence before until this opening is certain: a listener of the settled
-    // switch-offs may stop it or take the permission back, and somebody has to switch the gas off.
-    const int mine = beginSequence(Gas::Left);
-    if (mine != sequence_ || !weldingPermitted()) {
-        return 0;
+    // The planned gas-off stays until this opening is certain: a listener of the settled switch-offs may stop
+    // it or take the permission back, and then nothing else would switch the gas off.
+    const int mine = schedule_.begin(true);
+    if (schedule_.isSuperseded(mine) || !weldingPermitted()) {
+        return;
     }
-    schedule_.takeSteps();
+    schedule_.drop();
     weldCut_ = false;
     paramWaits_ = false;
     weld_ = Weld::Opening;
-    changeAOParamUpdate(stmt);
-    if (mine != sequence_) {
-        return 0;
+    takeOver(stmt);
+    if (!schedule_.isSuperseded(mine)) {
+        open();
     }
-    const int code = openLaser();
-    if (mine != sequence_) {
-        return 0;  // abandoned: what was open before counts as before
+    if (schedule_.isSuperseded(mine)) {
+        return;  // abandoned: the weld flag stays as it was
     }
     weld_ = Weld::Open;
-    if (inStatement_ && run_->program.holds(stmt)) {
-        resume_.weldOpened(run_->original(stmt->indexInPmobj()));
-    }
+    emit opened(stmt);
     setWeldFlag(true);
-    return code;
 }
 
-int LumoExecutor::limitcloseLaser() {
+void Laser::closeIfPermitted() {
     settleCutWeld();
     if (!weldingPermitted()) {
-        return 0;
+        return;
     }
     if (weldCut_) {
         weldCut_ = false;  // closed already, when the permission was lost
-        return 0;
+        return;
     }
-    const int code = closeLaser();
+    close();
     // Also when interrupted: a resume must not reopen the laser at the seam's end.
     setWeldFlag(false);
-    return code;
 }
 
-int LumoExecutor::openLaser() {
-    const int mine = sequence_;
+void Laser::open() {
     laserOffsByHand_ = offsByHand(DO_LASER_ENABLE);
     wireOffsByHand_ = offsByHand(DO_WIRE_ENABLE);
-    writePort({DO_GAS, 1.0, Role::Progress});
-    if (mine != sequence_) {
-        return 0;
-    }
-    // Ended by its time; a pause, an emergency stop or a lost permission abandon the opening.
-    waitFor(WaitKind::PreFlow, nowMs() + LaserParams::from(paramNode()).preFlowMs);
-    if (mine != sequence_) {
-        return 0;
-    }
-    laserOn = true;
-    const LaserParams params = LaserParams::from(paramNode());
-    writeGroup({{AO_LASER_POWER, 0.0, Role::Progress},
-                {DO_LASER_ENABLE, 1.0, Role::Progress},
-                {AO_LASER_DUTY_CYCLE, params.ratio, Role::Progress},
-                {AO_LASER_FREQUENCY, params.frequency, Role::Progress}});
-    if (mine != sequence_) {
-        return 0;
-    }
-    const qint64 enabledMs = nowMs();
-    schedule_.add(enabledMs, openingPlan(params, rampStepMs()));
-    if (mine != sequence_) {
-        return 0;
-    }
-    pulseTimer.start(std::max(1, openTime));
-    emit activityChanged();
-    if (mine != sequence_) {
-        return 0;
-    }
-    // Nothing but its time and the application's end shortens the dwell.
-    if (waiter_.runPrivate(WaitKind::Dwell, QString::number(line_), enabledMs + std::max(0, stayTime)) ==
-        WaitEnd::Quit) {
-        quit();
-    }
-    return 0;
+    carryOut(schedule_.newest(), openingPlan);
 }
 
-int LumoExecutor::closeLaser() {
-    // Below a wait that a pause has just ended no other wait can run: all steps count from now.
-    const bool waitless = waiter_.onStack();
-    const int outer = std::exchange(closing_, sequence_ + 1);
-    const int mine = beginSequence();
-    if (mine == sequence_) {
-        runClosing(mine, waitless);
-    }
-    closing_ = outer;
-    return 0;
+void Laser::close() {
+    // Inside a wait that a pause has just ended no other wait can run: all steps count from now.
+    const Closing closing = waiter_.onStack() ? Closing::Paused : Closing::Awaited;
+    const QScopedValueRollback<int> onStack(closing_, schedule_.newest() + 1);
+    carryOutClosing(schedule_.begin(), closing);
 }
 
-void LumoExecutor::runClosing(int mine, bool waitless) {
-    const LaserParams params = LaserParams::from(paramNode());
-    const qint64 startMs = nowMs();
-    if (!beginClosing(mine, startMs, params)) {
+void Laser::carryOutClosing(int sequence, Closing closing) {
+    if (schedule_.isSuperseded(sequence)) {
         return;
     }
-    if (waitless) {
-        // Not before the ramp has ended and the laser is off.
-        schedule_.add(startMs, gasOffPlan(std::max(params.postFlowMs, params.decreaseMs)));
-        return;
-    }
-    // These three are ended by their time; a pause or an emergency stop supersede the closing.
-    waitFor(WaitKind::RampDown, startMs + params.decreaseMs);
-    if (mine != sequence_) {
-        return;
-    }
-    waitFor(WaitKind::CloseDelay, nowMs() + LaserParams::from(paramNode()).closeDelayMs);
-    if (mine != sequence_) {
-        return;
-    }
-    const qint64 flowEndMs = nowMs() + LaserParams::from(paramNode()).postFlowMs;
-    schedule_.add(flowEndMs, gasOffPlan(0));
-    if (mine == sequence_) {
-        waitFor(WaitKind::PostFlow, flowEndMs);
-    }
-}
-
-bool LumoExecutor::beginClosing(int mine, qint64 startMs, const LaserParams& params) {
     weld_ = Weld::Dark;
-    stopPulsing();
-    if (mine != sequence_) {
-        return false;
-    }
-    writePort({DO_WIRE_PULLBACK, 1.0, Role::Progress});
-    if (mine != sequence_) {
-        return false;
-    }
-    schedule_.add(startMs, closingPlan(params, rampStepMs()));
-    return mine == sequence_;
+    carryOut(sequence,
+             [closing](const LaserParams& params, int dtMs) { return closingPlan(params, dtMs, closing); });
 }
 
-void LumoExecutor::onPermission() {
-    if (weld_ == Weld::Dark || stopping_ || weldingPermitted()) {
+/// The plan is made anew for each phase: the values that count are those of the moment in which they are
+/// used.
+void Laser::carryOut(int sequence, const MakePlan& makePlan) {
+    for (std::size_t i = 0; !schedule_.isSuperseded(sequence); ++i) {
+        LaserParams params = LaserParams::from(paramNode());
+        params.stayMs = stayTime;
+        const LaserPlan plan = makePlan(params, rampStepMs());
+        if (i == plan.size()) {
+            return;
+        }
+        const LaserPhase& phase = plan[i];
+        const qint64 beganMs = nowMs();
+        if (phase.pulses == Pulses::Stop) {
+            stopPulses();
+        }
+        write(sequence, phase);
+        schedule_.add(sequence, beganMs, phase.later);
+        if (phase.pulses == Pulses::Start && !schedule_.isSuperseded(sequence)) {
+            startPulses();
+        }
+        if (phase.wait.isEmpty() || schedule_.isSuperseded(sequence)) {
+            continue;
+        }
+        if (phase.wait == waits::dwell) {
+            // Ended by its time or the application's quit.
+            waiter_.runPrivate(phase.wait, beganMs + phase.waitMs);
+        } else {
+            // Ended by its time, a pause or an emergency stop; the pre-flow also by a lost permission.
+            waiter_.run(phase.wait, beganMs + phase.waitMs);
+        }
+    }
+}
+
+/// Writes what is due at the phase's begin, as one command where it is a group and the controller takes
+/// those.
+void Laser::write(int sequence, const LaserPhase& phase) {
+    const bool takesGroups =
+        kordservice()->commandNode(QString())->hasCmobj(command::registerWriteMulti, false);
+    if (!phase.isGroup || !takesGroups) {
+        for (const PortStep& step : phase.now) {
+            schedule_.perform(sequence, step);
+        }
+        return;
+    }
+    if (schedule_.isSuperseded(sequence)) {
+        return;
+    }
+    ModuleObject batch;
+    for (const PortStep& step : phase.now) {
+        writePort(step, &batch);
+    }
+    if (batch.cmobjCount() > 0) {
+        kordservice()->command(sender_, command::registerWriteMulti, &batch);
+    }
+}
+
+void Laser::settleBeforeMoving() {
+    weldCut_ = false;
+    schedule_.begin(true);
+}
+
+void Laser::settleCutWeld() {
+    if (weld_ == Weld::Dark && schedule_.isPending(DO_LASER_ENABLE, Role::SwitchOff)) {
+        schedule_.begin(true);
+    }
+}
+
+void Laser::onPermission() {
+    if (weld_ == Weld::Dark || weldingPermitted()) {
         return;
     }
     const bool wasOpen = weld_ == Weld::Open;
-    const int mine = beginSequence();
+    const int mine = schedule_.begin();
     if (wasOpen) {  // an abandoned opening leaves the flag as it was
         weldCut_ = true;
         setWeldFlag(false);
     }
-    if (waiter_.waitsFor(WaitKind::PreFlow)) {
+    if (waiter_.waitsFor(waits::preFlow)) {
         waiter_.end(WaitEnd::Permission);
     }
-    if (mine != sequence_) {
-        return;
-    }
-    // The run goes on: nothing waits for this closing.
-    const LaserParams params = LaserParams::from(paramNode());
-    const qint64 startMs = nowMs();
-    if (beginClosing(mine, startMs, params)) {
-        schedule_.add(startMs, gasOffPlan(params.decreaseMs + params.closeDelayMs + params.postFlowMs));
-    }
+    carryOutClosing(mine, Closing::Unattended);
 }
 
-/// Nobody waits for the closing of a weld that lost its permission. At the seam's end what is left of its
-/// ramp ends at once: the robot must not take it along.
-void LumoExecutor::settleCutWeld() {
-    if (weld_ == Weld::Dark && schedule_.isPending(DO_LASER_ENABLE, Role::SwitchOff)) {
-        beginSequence(Gas::Left);
-    }
-}
-
-void LumoExecutor::changeAOParamUpdate(ModuleObject* stmt) {
-    if (!stmt) {
-        return;
-    }
-    const int mine = sequence_;
-    m(key::curParam)->setValue(this, stmt->c(field::index, false)->getInt(0));
-    if (mine != sequence_) {
-        return;
-    }
-    const LaserParams params = LaserParams::from(paramNode());
-    openTime = params.openMs;
-    openInterval = params.openIntervalMs;
-    stayTime = params.stayMs;
-    changeAOParam();
-}
-
-void LumoExecutor::changeAOParam() {
-    const int mine = sequence_;
-    const LaserParams params = LaserParams::from(paramNode());
-    const bool closing = schedule_.isPending(DO_LASER_ENABLE, Role::SwitchOff);
-    if (isBetweenPulses()) {
-        schedule_.dropProgress(AO_LASER_POWER);
-        paramWaits_ = true;  // written with the next pulse
-    } else if (portState(DO_LASER_ENABLE) && !closing) {
-        schedule_.dropProgress(AO_LASER_POWER);
-        writeSetPoints(params);
-    }
-    if (mine == sequence_) {
-        writePort({AO_WIRE_SPEED, params.wireSpeed, Role::Progress});
-    }
-}
-
-bool LumoExecutor::isBetweenPulses() const {
-    return pulseTimer.isActive() && !laserOn && portEnabled(DO_LASER_ENABLE);
-}
-
-void LumoExecutor::writeSetPoints(const LaserParams& params) {
-    paramWaits_ = false;
-    writeGroup({{AO_LASER_POWER, params.power, Role::Progress},
-                {AO_LASER_DUTY_CYCLE, params.ratio, Role::Progress},
-                {AO_LASER_FREQUENCY, params.frequency, Role::Progress}});
-}
-
-void LumoExecutor::pulseStep() {
-    schedule_.runDue();  // what was scheduled before this timer comes first, also when both are late
-    if (!pulseTimer.isActive() || (laserOn && openInterval == 0)) {
-        return;
-    }
-    if (isOffByHand(DO_LASER_ENABLE)) {
-        stopPulsing();  // dark until the next opening
-        return;
-    }
-    if (!laserOn && paramWaits_) {
-        writeSetPoints(LaserParams::from(paramNode()));
-        if (!pulseTimer.isActive()) {
-            return;  // a listener of the write has stopped it
-        }
-    }
-    laserOn = !laserOn;
-    const double on = laserOn ? 1.0 : 0.0;
-    writePort({DO_LASER_ENABLE, on, Role::Progress});
-    if (!pulseTimer.isActive()) {
-        return;  // a listener of the write has stopped it
-    }
-    writePort({DO_WIRE_ENABLE, on, Role::Progress});
-    if (pulseTimer.isActive() && isBusy()) {
-        pulseTimer.setInterval(std::max(1, laserOn ? openTime : openInterval));
-    }
-}
-
-int LumoExecutor::beginSequence(Gas gas) {
-    const int mine = ++sequence_;
-    const std::vector<PortStep> pending = schedule_.takeSteps(gas == Gas::Own);
-    for (const PortStep& off : shutdownSteps()) {
-        const bool wasPending = std::any_of(pending.begin(), pending.end(), [&off](const PortStep& step) {
-            return step.role == Role::SwitchOff && step.port == off.port;
-        });
-        if (wasPending) {
-            settling_.push_back(off);
-        }
-    }
-    // A list of its own: a sequence that somebody who hears of a write begins does the rest first.
-    while (!settling_.empty()) {
-        const PortStep off = settling_.front();
-        settling_.pop_front();
-        writePort(off);
-    }
-    if (!pending.empty()) {
-        emit activityChanged();
-    }
-    return mine;
-}
-
-void LumoExecutor::shutDown() {
-    ++sequence_;
+void Laser::shutDown() {
+    schedule_.supersede();
     weld_ = Weld::Dark;
-    stopPulsing();
-    settling_.clear();
-    schedule_.takeSteps();
+    stopPulses();
+    schedule_.drop();
     const std::vector<I_PORT> byHand = takeLitByHand();
     for (const PortStep& off : shutdownSteps()) {
         writePort(off);
@@ -308,23 +212,115 @@ void LumoExecutor::shutDown() {
             writePort({output, 0.0, Role::SwitchOff});
         }
     }
-    emit activityChanged();
+    emit pendingChanged();
 }
 
-void LumoExecutor::stopPulsing() {
+void Laser::switchOffByHand() {
+    for (const I_PORT output : takeLitByHand()) {
+        writePort({output, 0.0, Role::SwitchOff});
+    }
+}
+
+// --- Parameters -----------------------------------------------------------------------------------
+
+void Laser::takeOver(ModuleObject* stmt) {
+    if (!stmt) {
+        return;
+    }
+    const int mine = schedule_.newest();
+    m(key::curParam)->setValue(sender_, stmt->c(field::index, false)->getInt(0));
+    if (schedule_.isSuperseded(mine)) {
+        return;
+    }
+    const LaserParams params = LaserParams::from(paramNode());
+    openTime = params.openMs;
+    openInterval = params.openIntervalMs;
+    stayTime = params.stayMs;
+    writeParameters();
+}
+
+void Laser::writeParameters() {
+    const int mine = schedule_.newest();
+    const LaserParams params = LaserParams::from(paramNode());
+    const bool closing = schedule_.isPending(DO_LASER_ENABLE, Role::SwitchOff);
+    if (isBetweenPulses()) {
+        schedule_.dropProgress(AO_LASER_POWER);
+        paramWaits_ = true;  // written with the next pulse
+    } else if (portState(DO_LASER_ENABLE) && !closing) {
+        schedule_.dropProgress(AO_LASER_POWER);
+        writeSetPoints(mine, params);
+    }
+    schedule_.perform(mine, {AO_WIRE_SPEED, params.wireSpeed});
+}
+
+void Laser::writeSetPoints(int sequence, const LaserParams& params) {
+    paramWaits_ = false;
+    LaserPhase setPoints;
+    setPoints.isGroup = true;
+    setPoints.now = {{AO_LASER_POWER, params.power},
+                     {AO_LASER_DUTY_CYCLE, params.ratio},
+                     {AO_LASER_FREQUENCY, params.frequency}};
+    write(sequence, setPoints);
+}
+
+// --- Pulses ---------------------------------------------------------------------------------------
+
+void Laser::startPulses() {
+    laserOn = true;
+    pulseTimer.start(std::max(1, openTime));
+    emit pendingChanged();
+}
+
+void Laser::stopPulses() {
     pulseTimer.stop();
     paramWaits_ = false;
     laserOn = false;
     stayTime = 0;
-    emit activityChanged();
+    emit pendingChanged();
 }
 
-bool LumoExecutor::isOffByHand(I_PORT port) const {
+void Laser::pulseStep() {
+    schedule_.runDue();  // what was due before this timer comes first, also when both are late
+    if (!pulseTimer.isActive() || (laserOn && openInterval == 0)) {
+        return;
+    }
+    if (isOffByHand(DO_LASER_ENABLE)) {
+        stopPulses();  // dark until the next opening
+        return;
+    }
+    const int mine = schedule_.newest();
+    if (!laserOn && paramWaits_) {
+        writeSetPoints(mine, LaserParams::from(paramNode()));
+    }
+    if (schedule_.isSuperseded(mine)) {
+        return;
+    }
+    laserOn = !laserOn;
+    const double on = laserOn ? 1.0 : 0.0;
+    schedule_.perform(mine, {DO_LASER_ENABLE, on});
+    schedule_.perform(mine, {DO_WIRE_ENABLE, on});
+    const bool isBusy = m(key::executeState)->getString() == word::busy;
+    if (!schedule_.isSuperseded(mine) && isBusy) {
+        pulseTimer.setInterval(std::max(1, laserOn ? openTime : openInterval));
+    }
+}
+
+bool Laser::isBetweenPulses() const {
+    return pulseTimer.isActive() && !laserOn && portEnabled(DO_LASER_ENABLE);
+}
+
+int Laser::pendingSteps() const {
+    return schedule_.pendingSteps() + (pulseTimer.isActive() ? 1 : 0);
+}
+
+// --- Ports ----------------------------------------------------------------------------------------
+
+bool Laser::isOffByHand(I_PORT port) const {
     return (port == DO_LASER_ENABLE && offsByHand(port) != laserOffsByHand_) ||
            (port == DO_WIRE_ENABLE && offsByHand(port) != wireOffsByHand_);
 }
 
-void LumoExecutor::writePort(const PortStep& step, ModuleObject* batch) {
+void Laser::writePort(const PortStep& step, ModuleObject* batch) {
     if (step.value > 0.0 && isOffByHand(step.port)) {
         return;
     }
@@ -332,46 +328,20 @@ void LumoExecutor::writePort(const PortStep& step, ModuleObject* batch) {
         case AO_LASER_POWER:
             // A closing must not raise the power that is out.
             lastPower_ = step.role == Role::RampDown ? std::min(step.value, lastPower_) : step.value;
-            setPortAO(this, step.port, lastPower_, batch);
+            setPortAO(sender_, step.port, lastPower_, batch);
             break;
         case AO_WIRE_SPEED:
         case AO_LASER_FREQUENCY:
         case AO_LASER_DUTY_CYCLE:
-            setPortAO(this, step.port, step.value, batch);
+            setPortAO(sender_, step.port, step.value, batch);
             break;
         default:
-            setPortDO(this, step.port, step.value > 0.0, batch);
+            setPortDO(sender_, step.port, step.value > 0.0, batch);
     }
 }
 
-void LumoExecutor::writeGroup(std::initializer_list<PortStep> steps) {
-    if (kordservice()->commandNode(QString())->hasCmobj(command::registerWriteMulti, false)) {
-        ModuleObject batch;
-        for (const PortStep& step : steps) {
-            writePort(step, &batch);
-        }
-        if (batch.cmobjCount() > 0) {
-            kordservice()->command(this, command::registerWriteMulti, &batch);
-        }
-        return;
-    }
-    const int mine = sequence_;
-    for (const PortStep& step : steps) {
-        writePort(step);
-        if (mine != sequence_) {
-            return;
-        }
-    }
+void Laser::setWeldFlag(bool open) {
+    m(key::weldOpen)->setValue(sender_, open);
 }
 
-WaitEnd LumoExecutor::waitFor(WaitKind kind, qint64 dueMs) {
-    const WaitEnd end = waiter_.run(kind, QString::number(line_), dueMs);
-    if (end == WaitEnd::Quit) {
-        quit();
-    }
-    return end;
-}
-
-void LumoExecutor::setWeldFlag(bool open) {
-    m(key::weldOpen)->setValue(this, open);
-}
+}  // namespace lumo

@@ -1,10 +1,29 @@
 #include "executor/resumepoint.h"
 
 #include "executor/programindex.h"
+#include "executor/queuedarc.h"
 #include "program/words.h"
 
-using namespace lumo;
+#include <QtMath>
+
 using namespace prog;
+
+namespace lumo {
+
+namespace {
+
+/// Whether a run from a line would light the laser where the tool stands, before it moves.
+bool opensBeforeItMoves(const ModuleObject* program, int line) {
+    for (const ModuleObject* stmt = program->c(line); !stmt->isNull(); stmt = stmt->nextBmobj()) {
+        const bool isOpening = statementType(stmt) == prog::statement::open;
+        if (isExecutedStatement(stmt) && (isOpening || isMoveStatement(stmt))) {
+            return isOpening;
+        }
+    }
+    return false;
+}
+
+}  // namespace
 
 ResumePoint::ResumePoint(ModuleObject* program, QObject* sender) : program_(program), sender_(sender) {
     connect(program, &ModuleObject::changed, this, [this] { follow(); });
@@ -25,6 +44,46 @@ void ResumePoint::release() {
     follow();
 }
 
+void ResumePoint::stopIn(ModuleObject* statement, bool ofHandProgram) {
+    isStopped_ = ofHandProgram;
+    stoppedStatement_ = statement;
+    hold(statement);
+}
+
+bool ResumePoint::isStoppedAt(int line) const {
+    if (!isStopped_ || m(key::currentPausePoint)->size() == 0) {
+        return false;
+    }
+    const bool isThere = stoppedStatement_ && stoppedStatement_->pmobj() == program_;
+    return line == (isThere ? stoppedStatement_->indexInPmobj() : m(key::currentLine)->getInt(-1));
+}
+
+bool ResumePoint::isStoppedIn(const ModuleObject* statement) const {
+    return statement && statement == stoppedStatement_ && isStoppedAt(statement->indexInPmobj());
+}
+
+bool ResumePoint::mustGoBack(int line, bool goesOnThere, double* distanceMm) const {
+    return (goesOnThere || (isStoppedAt(line) && opensBeforeItMoves(program_, line))) && isAway(distanceMm);
+}
+
+bool ResumePoint::isAway(double* distanceMm) {
+    constexpr double nearMm = 2.0;
+    constexpr double mmPerM = 1000.0;
+    const double nearRad = qDegreesToRadians(2.0);
+    const ModuleObject* const stop = m(key::currentPausePoint);
+    const ModuleObject* const tool = kordservice()->get(nullptr, key::posture);
+    if (!stop->hasCmobj(field::trans)) {
+        return false;
+    }
+    const double away =
+        mmPerM * prog::distance(positionOf(stop->c(field::trans)), positionOf(tool->c(field::trans)));
+    if (distanceMm) {
+        *distanceMm = away;
+    }
+    return away > nearMm ||
+           (stop->hasCmobj(field::rot) && turnBetween(stop->c(field::rot), tool->c(field::rot)) > nearRad);
+}
+
 void ResumePoint::weldOpened(ModuleObject* open) {
     open_ = open;
     weldIsOurs_ = open;
@@ -35,7 +94,7 @@ bool ResumePoint::liesInWeld(int line) const {
     return weldIsOurs_ && !statement->isNull() && isInWeld(statement, nullptr);
 }
 
-/// Somebody else chose the line: its statement is the one to follow.
+/// Others than the executor chose the line: its statement is the one to follow.
 void ResumePoint::onLineWritten(const QVariant& line, const QVariant& /*old*/, QObject* sender) {
     if (sender == sender_ || suspended_) {
         return;
@@ -45,7 +104,7 @@ void ResumePoint::onLineWritten(const QVariant& line, const QVariant& /*old*/, Q
     watch();
 }
 
-/// A weld that was closed is not left open by a flag that somebody sets again.
+/// A weld that was closed does not count as left open when others set the flag again.
 void ResumePoint::onFlag(const QVariant& open) {
     if (!open.toBool()) {
         weldIsOurs_ = false;
@@ -122,3 +181,5 @@ void ResumePoint::watchField(ModuleObject* statement, const QString& name) {
         watched_ << connect(statement->c(name), &ModuleObject::changed, this, &ResumePoint::recheck);
     }
 }
+
+}  // namespace lumo

@@ -1,6 +1,12 @@
 #include "executor/schedule.h"
 
+#include "module/host.h"
+
 #include <algorithm>
+
+namespace lumo {
+
+using prog::PortStep;
 
 Schedule::Schedule(QObject* parent) : QObject(parent) {
     // Single-shot: a running handler may nest an event loop, and a repeating timer stays silent in there.
@@ -13,17 +19,70 @@ void Schedule::setPerformer(std::function<void(const PortStep&)> performer) {
     performer_ = std::move(performer);
 }
 
-void Schedule::add(qint64 baseMs, const Sequence& sequence) {
-    if (sequence.empty()) {
+int Schedule::begin(bool keepsGasOff) {
+    const int sequence = ++newest_;
+    const std::vector<PortStep> pending = takeSteps(!keepsGasOff);
+    for (const PortStep& off : prog::shutdownSteps()) {
+        const bool wasPending = std::any_of(pending.begin(), pending.end(), [&off](const PortStep& step) {
+            return step.role == PortStep::Role::SwitchOff && step.port == off.port;
+        });
+        if (wasPending) {
+            settling_.push_back(off);
+        }
+    }
+    while (!settling_.empty()) {
+        const PortStep off = settling_.front();
+        settling_.pop_front();
+        performer_(off);
+    }
+    if (!pending.empty()) {
+        emit pendingChanged();
+    }
+    return sequence;
+}
+
+void Schedule::drop() {
+    settling_.clear();
+    takeSteps(true);
+}
+
+void Schedule::perform(int sequence, const PortStep& step) {
+    if (!isSuperseded(sequence)) {
+        performer_(step);
+    }
+}
+
+void Schedule::add(int sequence, qint64 baseMs, const std::vector<prog::TimedStep>& steps) {
+    if (steps.empty() || isSuperseded(sequence)) {
         return;
     }
-    for (const TimedStep& timed : sequence) {
+    for (const prog::TimedStep& timed : steps) {
         Entry entry;
         entry.step = timed.step;
         entries_.emplace(baseMs + timed.ms, std::move(entry));
     }
     arm();
     emit pendingChanged();
+}
+
+void Schedule::dropProgress(I_PORT port) {
+    const bool dropped = removeWhere([port](const Entry& entry) {
+        return entry.wakeId == 0 && entry.step.port == port && entry.step.role == PortStep::Role::Progress;
+    });
+    if (dropped) {
+        emit pendingChanged();
+    }
+}
+
+bool Schedule::isPending(I_PORT port, PortStep::Role role) const {
+    return std::any_of(entries_.begin(), entries_.end(), [port, role](const auto& due) {
+        return due.second.wakeId == 0 && due.second.step.port == port && due.second.step.role == role;
+    });
+}
+
+int Schedule::pendingSteps() const {
+    return static_cast<int>(std::count_if(entries_.begin(), entries_.end(),
+                                          [](const auto& due) { return due.second.wakeId == 0; }));
 }
 
 int Schedule::wakeAt(qint64 dueMs, std::function<void()> expired) {
@@ -69,26 +128,6 @@ std::vector<PortStep> Schedule::takeSteps(bool withGasOff) {
     return steps;
 }
 
-void Schedule::dropProgress(I_PORT port) {
-    const bool dropped = removeWhere([port](const Entry& entry) {
-        return entry.wakeId == 0 && entry.step.port == port && entry.step.role == PortStep::Role::Progress;
-    });
-    if (dropped) {
-        emit pendingChanged();
-    }
-}
-
-bool Schedule::isPending(I_PORT port, PortStep::Role role) const {
-    return std::any_of(entries_.begin(), entries_.end(), [port, role](const auto& due) {
-        return due.second.wakeId == 0 && due.second.step.port == port && due.second.step.role == role;
-    });
-}
-
-int Schedule::pendingSteps() const {
-    return static_cast<int>(std::count_if(entries_.begin(), entries_.end(),
-                                          [](const auto& due) { return due.second.wakeId == 0; }));
-}
-
 void Schedule::arm() {
     if (entries_.empty()) {
         timer_.stop();
@@ -107,3 +146,5 @@ bool Schedule::removeWhere(Predicate predicate) {
     arm();
     return entries_.size() != before;
 }
+
+}  // namespace lumo

@@ -1,9 +1,8 @@
-#include "executor/laserplan.h"
+#include "executor/laser.h"
+#include "executor/motions.h"
 #include "support/executorbench.h"
 #include "support/suite.h"
 #include "support/text.h"
-
-#include <limits>
 
 namespace {
 
@@ -76,23 +75,7 @@ private slots:
         const QVector<QPair<QVariant, int>> periods{{7, 7}, {1, 1}, {0, 20}, {-3, 20}, {"x", 20}};
         for (const auto& [written, ms] : periods) {
             m("lumo.execute.dt")->setValue(this, written);
-            QCOMPARE(rampStepMs(), ms);
-        }
-    }
-
-    /// No dialog takes such times, but a file may hold them: they are cut to what fits, and their ramps
-    /// go the whole length in few steps.
-    void timesOfWeeks_neitherOverflowNorFillTheMemory() {
-        const LaserParams params = LaserParams::from(
-            test::node(
-                "{'power':50,'increase_time':2000000000,'decrease_time':2000000000,'close_delay':2000000000,"
-                "'delay_after_blow':2000000000}")
-                .get());
-        QVERIFY(qint64(params.decreaseMs) + params.closeDelayMs + params.postFlowMs <=
-                std::numeric_limits<int>::max());
-        for (const Sequence& plan : {openingPlan(params, 1), closingPlan(params, 1)}) {
-            QVERIFY(plan.size() > 4000 && plan.size() < 6000);
-            QCOMPARE(plan.back().ms, params.increaseMs);
+            QCOMPARE(lumo::rampStepMs(), ms);
         }
     }
 
@@ -114,11 +97,11 @@ private slots:
 
     void aTimerThatFiresEarly_isArmedAgain() {
         SlowClock clock(bench_.time);
-        Schedule schedule;
+        lumo::Schedule schedule;
         qint64 done = 0;
-        schedule.setPerformer([&](const PortStep&) { done = clock.elapsedMs(); });
+        schedule.setPerformer([&](const prog::PortStep&) { done = clock.elapsedMs(); });
         const qint64 due = clock.elapsedMs() + 20;
-        schedule.add(due, {TimedStep()});
+        schedule.add(schedule.newest(), due, {prog::TimedStep()});
         clock.lateMs = 3;
         bench_.time.advance(40);
         QCOMPARE(done, due);

@@ -5,7 +5,7 @@
 #include "editor/storedstate.h"
 #include "equipment/ports.h"
 #include "equipment/signalio.h"
-#include "executor/laserplan.h"
+#include "executor/laser.h"
 #include "executor/programindex.h"
 #include "files/projectfile.h"
 #include "files/settingsfile.h"
@@ -156,8 +156,9 @@ void readSettings(lumo::Settings list, QLatin1String path, const QByteArray& inp
 
 void plan(const ModuleObject* sets) {
     for (int index = 0; index < sets->size(); ++index) {
-        const LaserParams params = LaserParams::from(sets->c(index));
-        use(openingPlan(params, rampStepMs()), closingPlan(params, rampStepMs()));
+        const prog::LaserParams params = prog::LaserParams::from(sets->c(index));
+        const int dtMs = lumo::rampStepMs();
+        use(prog::openingPlan(params, dtMs), prog::closingPlan(params, dtMs, prog::Closing::Awaited));
         ModuleObject number;
         number.setValue(nullptr, index);
         use(index2cn(&number), laserPower2cn(&number), laserDutyCycle2cn(&number));

@@ -9,7 +9,7 @@
     </message>
 </context>
 <context>
-    <name>LumoExecutor</name>
+    <name>lumo::Driver</name>
     <message>
         <source>运行错误</source>
         <translation>Ошибка выполнения</translation>

@@ -1,40 +1,19 @@
-#include "executor/wait.h"
+#include "executor/waiter.h"
 
+#include "module/host.h"
 #include "module/qtloops.h"
 
 #include <QThread>
 
+namespace lumo {
+
 namespace {
 
-/// Exit code of a loop that its own wait has ended. The application's quit ends every loop with another
-/// one, also a loop that was told to end in the same turn and has not returned yet.
+/// Exit code of a loop that its own wait has ended. The application's quit ends every loop with another one,
+/// also a loop that was told to end in the same turn and has not returned yet.
 constexpr int ownCode = 0x10c;
 
-QString kindName(WaitKind kind) {
-    switch (kind) {
-        case WaitKind::Move:
-            return QStringLiteral("move");
-        case WaitKind::Zone:
-            return QStringLiteral("zone");
-        case WaitKind::PreFlow:
-            return QStringLiteral("preflow");
-        case WaitKind::Dwell:
-            return QStringLiteral("dwell");
-        case WaitKind::RampDown:
-            return QStringLiteral("rampdown");
-        case WaitKind::CloseDelay:
-            return QStringLiteral("closedelay");
-        case WaitKind::PostFlow:
-            return QStringLiteral("postflow");
-        case WaitKind::Delay:
-            return QStringLiteral("delay");
-        case WaitKind::Input:
-            return QStringLiteral("input");
-    }
-    return QString();
-}
-
-/// A loop that was told to end already is one of an application that quits: that counts.
+/// A loop that has been told to end already was told so by the application's quit, whose exit code must stay.
 void exitOwn(QEventLoop* loop, bool entered) {
     if (entered && loop->isRunning()) {
         loop->exit(ownCode);
@@ -46,7 +25,7 @@ void exitOwn(QEventLoop* loop, bool entered) {
 Waiter::Waiter(QEventLoop& loop, Schedule& schedule, QObject* parent)
     : QObject(parent), loop_(loop), schedule_(schedule) {}
 
-WaitEnd Waiter::run(WaitKind kind, const QString& detail, qint64 dueMs) {
+WaitEnd Waiter::run(QLatin1String kind, qint64 dueMs, const QString& detail) {
     if (onStack_) {
         return WaitEnd::Nested;
     }
@@ -68,12 +47,15 @@ WaitEnd Waiter::run(WaitKind kind, const QString& detail, qint64 dueMs) {
     onStack_ = false;
     const WaitEnd reason = reason_;
     const int code = code_;
-    pop();  // whoever hears of it may wait himself
+    pop();  // a listener may wait in its turn
     code_ = code;
+    if (reason == WaitEnd::Quit) {
+        emit quitting();
+    }
     return reason;
 }
 
-WaitEnd Waiter::runPrivate(WaitKind kind, const QString& detail, qint64 dueMs) {
+WaitEnd Waiter::runPrivate(QLatin1String kind, qint64 dueMs) {
     QEventLoop loop;
     WaitEnd reason = WaitEnd::Quit;
     bool entered = false;
@@ -82,7 +64,7 @@ WaitEnd Waiter::runPrivate(WaitKind kind, const QString& detail, qint64 dueMs) {
         exitOwn(&loop, entered);
         endLoopsAbove(wait);
     });
-    push(kind, detail, dueMs);
+    push(kind, QString::number(line_), dueMs);
     if (reason != WaitEnd::Time) {
         entered = true;
         if (loop.exec() != ownCode) {
@@ -91,6 +73,9 @@ WaitEnd Waiter::runPrivate(WaitKind kind, const QString& detail, qint64 dueMs) {
     }
     schedule_.cancelWake(wake);
     pop();
+    if (reason == WaitEnd::Quit) {
+        emit quitting();
+    }
     return reason;
 }
 
@@ -105,14 +90,15 @@ void Waiter::end(WaitEnd reason, int code) {
     endLoopsAbove(first_);
 }
 
-/// What Qt has opened above a wait, in a loop of its own, would keep it from returning, with the laser on.
+/// A menu or warning that Qt runs in a loop of its own above a wait would keep it from returning, with the
+/// laser on.
 void Waiter::endLoopsAbove(std::size_t wait) const {
     if (wait >= waits_.size()) {
         return;
     }
     const int waitsAbove = static_cast<int>(waits_.size() - wait) - 1;
     if (QThread::currentThread()->loopLevel() > waits_[wait].loopLevel + waitsAbove) {
-        lumo::endLoopsOfQt();
+        endLoopsOfQt();
     }
 }
 
@@ -121,13 +107,13 @@ QVariantMap Waiter::waiting() const {
         return {};
     }
     const Info& info = waits_.back();
-    return {{QStringLiteral("kind"), kindName(info.kind)},
+    return {{QStringLiteral("kind"), QString(info.kind)},
             {QStringLiteral("detail"), info.detail},
             {QStringLiteral("since"), info.sinceMs},
             {QStringLiteral("due"), info.dueMs}};
 }
 
-void Waiter::push(WaitKind kind, const QString& detail, qint64 dueMs) {
+void Waiter::push(QLatin1String kind, const QString& detail, qint64 dueMs) {
     const int level = QThread::currentThread()->loopLevel() + 1;
     waits_.push_back({kind, detail, mendo::Clock::current().elapsedMs(), dueMs, level});
     emit waitingChanged();
@@ -137,3 +123,5 @@ void Waiter::pop() {
     waits_.pop_back();
     emit waitingChanged();
 }
+
+}  // namespace lumo

@@ -1,0 +1,490 @@
+#include "executor/motions.h"
+
+#include "executor/circle.h"
+#include "program/words.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QTimer>
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+using namespace prog;
+
+bool isNearTrans(const ModuleObject* a, const ModuleObject* b, double distanceM) {
+    double squares = 0.0;
+    for (int i = 0; i < 3; ++i) {
+        const double difference = a->c(i)->getDouble(0.0) - b->c(i)->getDouble(0.0);
+        squares += difference * difference;
+    }
+    return std::sqrt(squares) < distanceM;
+}
+
+namespace lumo {
+
+namespace {
+
+constexpr double mmPerM = 1000.0;
+
+QString asJson(const ModuleObject* list) {
+    return QString::fromUtf8(
+        QJsonDocument(list->exportToJson(true).toArray()).toJson(QJsonDocument::Compact));
+}
+
+void appendCopy(QObject* sender, ModuleObject* parent, QLatin1String name, const ModuleObject* source) {
+    parent->append(sender, name)->copyFrom(sender, source, true, false);
+}
+
+void sendEnough(QObject* sender) {
+    kordservice()->command(sender, command::enough, static_cast<const ModuleObject*>(nullptr));
+}
+
+prog::Position toolPosition() {
+    return positionOf(kordservice()->get(nullptr, key::posture, field::trans));
+}
+
+/// The taught points of a statement, to be compared.
+QString pointsOf(const ModuleObject* stmt) {
+    const QJsonArray points{stmt->c(field::point)->exportToJson(), stmt->c(field::point1)->exportToJson()};
+    return QString::fromUtf8(QJsonDocument(points).toJson(QJsonDocument::Compact));
+}
+
+}  // namespace
+
+Motions::Motions(QObject* sender, Waiter& waiter) : sender_(sender), waiter_(waiter) {}
+
+void Motions::begin(const Run& run) {
+    run_ = &run;
+    motionOfLine_ = QVector<int>(run.program.lineCount(), -1);
+}
+
+void Motions::end() {
+    run_ = nullptr;
+    arcs_.clear();
+    rest_.reset();
+    restLine_ = -1;
+    queuedLast_ = nullptr;
+    circleFault_ = CircleFault::None;
+}
+
+bool Motions::isOfRun(const ModuleObject* stmt) const {
+    return run_ && stmt && run_->program.holds(stmt);
+}
+
+// --- Queueing -------------------------------------------------------------------------------------
+
+void Motions::beginBatches(int line) {
+    queueLine = line;
+    queueNeeded = true;
+}
+
+int Motions::queueBatchFrom(int line) {
+    return queueLine >= 0 && line >= queueLine && queueNeeded ? queueBatch(line) : 0;
+}
+
+int Motions::queueBatch(int line) {
+    if (!run_) {
+        return 0;
+    }
+    const RunProgram& program = run_->program;
+    for (int i = line; i < program.lineCount(); ++i) {
+        queueLine = i;
+        if (!program.isMove(i) || !program.isExecuted(i)) {
+            queueNeeded = true;
+            break;
+        }
+        queueNeeded = false;
+        const int code = queue(program.statement(i));
+        if (code != 0 || isAborted()) {
+            return code;
+        }
+    }
+    sendEnough(sender_);
+    return 0;
+}
+
+int Motions::queue(ModuleObject* stmt) {
+    const QString type = statementType(stmt);
+    if (type == statement::moveJ) {
+        queueMoveJ(stmt);
+    } else if (type == statement::moveL) {
+        queueMoveL(stmt);
+    } else if (type == statement::moveC) {
+        queueMoveC(stmt);
+    } else if (type == statement::moveCC) {
+        return queueMoveCC(stmt);
+    }
+    return 0;
+}
+
+ModuleObject* Motions::openBefore(ModuleObject* stmt) const {
+    if (isOfRun(stmt)) {
+        return run_->program.openBefore(stmt->indexInPmobj());
+    }
+    for (ModuleObject* before = stmt->prevBmobj(); !before->isNull(); before = before->prevBmobj()) {
+        if (statementType(before) == statement::open) {
+            return before;
+        }
+    }
+    return nullptr;
+}
+
+/// Inside a weld the speed is that of its "open".
+void Motions::setTrajectory(ModuleObject* args, ModuleObject* stmt) {
+    const ModuleObject* speed = stmt->c(field::speed, false);
+    if (m(key::weldOpen)->getBool(false)) {
+        if (const ModuleObject* open = openBefore(stmt)) {
+            speed = open->c(field::weldspeed, false);
+        }
+    }
+    args->set(sender_, QStringLiteral("traj.speed"), speed->getDouble(0.0) / mmPerM, true)
+        ->set(sender_, QStringLiteral("traj.zone"), stmt->c(field::zone, false)->getDouble(0.0) / mmPerM,
+              true);
+}
+
+void Motions::queueMoveJ(ModuleObject* stmt) {
+    ModuleObject args(QStringLiteral("tmp"));
+    appendCopy(sender_, &args, field::point, stmt->r(QStringLiteral("point.near")));
+    setTrajectory(&args, stmt);
+    send(stmt, command::moveJ, &args);
+}
+
+void Motions::queueMoveL(ModuleObject* stmt) {
+    ModuleObject args(QStringLiteral("tmp"));
+    appendCopy(sender_, &args, field::point, stmt->c(field::point, false));
+    setTrajectory(&args, stmt);
+    send(stmt, command::moveL, &args);
+}
+
+void Motions::queueMoveC(ModuleObject* stmt) {
+    if (queueRest(stmt)) {
+        return;
+    }
+    ModuleObject args(QStringLiteral("tmp"));
+    appendCopy(sender_, &args, QLatin1String("aux"), stmt->c(field::point, false));
+    appendCopy(sender_, &args, field::point, stmt->c(field::point1, false));
+    setTrajectory(&args, stmt);
+    keepQueuedArc(stmt, startOfNext(), &args);
+    send(stmt, command::moveC, &args);
+}
+
+int Motions::queueMoveCC(ModuleObject* stmt) {
+    /// Treated like the controller's motion error of the same kind.
+    constexpr int noCircleCode = -3;
+    if (queueRest(stmt)) {
+        return 0;
+    }
+    ModuleObject* const p1 = stmt->c(field::point, false);
+    ModuleObject* const p2 = stmt->c(field::point1, false);
+    ModuleObject* start =
+        isOfRun(stmt) ? run_->program.targetBefore(stmt->indexInPmobj()) : findLastTargetPosNode(stmt);
+    if (!start) {
+        start = kordservice()->get(nullptr, key::posture);
+    }
+    // With a taught first point this was checked before the start; the posture is known only now.
+    const CircleFault fault = ::circleFault(start, p1, p2);
+    if (fault != CircleFault::None) {
+        circleFault_ = run_ ? fault : CircleFault::None;
+        badCircle_ = stmt->indexInPmobj();
+        return noCircleCode;
+    }
+    ModuleObject args(QStringLiteral("tmp"));
+    setTrajectory(&args, stmt);
+    ModuleObject* const path = args.append(sender_, QStringLiteral("path"));
+    ModuleObject* const corners[] = {start, p1, p2, start};
+    ModuleObject* aux[3];
+    for (int arc = 0; arc < 3; ++arc) {
+        ModuleObject* const element = path->append(sender_, QString());
+        appendCopy(sender_, element, QLatin1String("aux"), corners[arc]);
+        appendCopy(sender_, element, field::point, corners[arc + 1]);
+        aux[arc] = element->c(QStringLiteral("aux"), false);
+    }
+    calcAux(start, p1, p2, aux[0], aux[1], aux[2]);
+    keepQueuedArc(stmt, positionOf(start->c(field::trans)), &args);
+    send(stmt, command::moveC, &args);
+    return 0;
+}
+
+int Motions::goBack(int line) {
+    constexpr double jointStatementMmPerS = 50.0;
+    const ModuleObject* const stmt = run_->program.statement(line);
+    double speed = stmt->c(field::speed, false)->getDouble(0.0);
+    if (statementType(stmt) == statement::moveJ || !(speed > 0.0)) {
+        speed = jointStatementMmPerS;
+    }
+    ModuleObject args(QStringLiteral("tmp"));
+    appendCopy(sender_, &args, field::point, m(key::currentPausePoint));
+    args.set(sender_, QStringLiteral("traj.speed"), speed / mmPerM, true)
+        ->set(sender_, QStringLiteral("traj.zone"), 0.0, true);
+    const int motion = send(nullptr, command::moveL, &args);
+    if (!isAborted()) {
+        sendEnough(sender_);
+    }
+    return isAborted() ? 0 : awaitMotion(motion);
+}
+
+/// Sends a motion for a statement (null: for none) and returns its number.
+int Motions::send(const ModuleObject* stmt, QLatin1String command, const ModuleObject* args) {
+    // Counted before the call: a controller may answer inside it.
+    const int motion = motions_.size();
+    if (isOfRun(stmt)) {
+        motionOfLine_[stmt->indexInPmobj()] = motion;
+        queuedLast_ = stmt;
+    }
+    motions_.append(Motion());
+    kordservice()->command(sender_, command, args);
+    return motion;
+}
+
+// --- Results and waits ----------------------------------------------------------------------------
+
+void Motions::onResult(const QString& kind, int code) {
+    logW() << "LumoExecutor::handleMove move" << kind << code;
+    if (outstanding() == 0) {
+        logW() << "unexpected move result!";
+        return;
+    }
+    const int number = answered_++;
+    Motion& motion = motions_[number];
+    motion.isAnswered = true;
+    motion.code = code;
+    if (motion.zoneEnded) {
+        logW() << "ignore move result!";
+        zoneReached = false;
+        if (code != 0) {
+            emit failed(code);  // also when the run is over
+        }
+        return;
+    }
+    if (number == awaited_) {
+        waiter_.end(WaitEnd::Result, code);
+    }
+}
+
+void Motions::forget() {
+    motions_.clear();
+    answered_ = 0;
+    zoneReached = false;
+}
+
+bool Motions::isLastBeforeClose(const ModuleObject* stmt) {
+    for (ModuleObject* next = stmt->nextBmobj(); !next->isNull(); next = next->nextBmobj()) {
+        const QString type = statementType(next);
+        if (type == statement::close) {
+            return true;
+        }
+        if (type == statement::open || isMoveStatement(next)) {
+            return false;
+        }
+    }
+    return false;
+}
+
+int Motions::await(ModuleObject* stmt, bool isStep) {
+    const int motion = isOfRun(stmt) ? motionOfLine_.at(stmt->indexInPmobj()) : -1;
+    if (motion < 0 || motion >= motions_.size()) {
+        return 0;  // nothing was queued for it
+    }
+    return isStep || !isLastBeforeClose(stmt) ? awaitMotion(motion) : awaitZone(stmt, motion);
+}
+
+int Motions::awaitMotion(int motion) {
+    if (motions_.at(motion).isAnswered) {
+        return motions_.at(motion).code;
+    }
+    awaited_ = motion;
+    awaitedSinceMs_ = mendo::Clock::current().elapsedMs();
+    // Ended by the motion's result, a pause or an emergency stop.
+    const int code = codeOf(waiter_.run(waits::move, -1));
+    awaited_ = -1;
+    return code;
+}
+
+int Motions::codeOf(WaitEnd end) const {
+    return end == WaitEnd::Result ? waiter_.resultCode() : 0;
+}
+
+int Motions::awaitZone(ModuleObject* stmt, int motion) {
+    constexpr int pollMs = 50;
+    if (motions_.at(motion).isAnswered) {
+        return motions_.at(motion).code;
+    }
+    awaited_ = motion;
+    awaitedSinceMs_ = mendo::Clock::current().elapsedMs();
+    const double radiusM = stmt->hasCmobj(field::zone, false)
+                               ? stmt->c(field::zone, false)->getDouble(0.0) / mmPerM
+                               : kordservice()->get(sender_, key::defaultZone)->getDouble(0.0);
+    arcFirstReached = false;
+    arcSecondReached = false;
+    ModuleObject circleStart(QStringLiteral("trans_cc"));
+    circleStart.copyFrom(sender_, kordservice()->get(sender_, key::posture, field::trans), true, false);
+    passedBefore(stmt, &circleStart);
+    logD() << "target: " << asJson(stmt->r(QStringLiteral("point.trans"))) << ", zone: " << radiusM;
+    QTimer poll;
+    connect(&poll, &QTimer::timeout, this,
+            [this, stmt, radiusM, &circleStart] { testZone(stmt, radiusM, &circleStart); });
+    poll.start(pollMs);
+    // Ended by the tool entering the zone, the motion's result, a pause or an emergency stop.
+    const int code = codeOf(waiter_.run(waits::zone, -1));
+    awaited_ = -1;
+    return code;
+}
+
+/// The tool comes near the corners of an arc or circle one after the other; the zone is that of the last.
+void Motions::testZone(const ModuleObject* stmt, double radiusM, const ModuleObject* circleStart) {
+    if (!waiter_.waitsFor(waits::zone)) {
+        return;
+    }
+    const QString type = statementType(stmt);
+    const bool isArc = type == statement::moveC;
+    const bool isCircle = type == statement::moveCC;
+    const ModuleObject* target = stmt->r(QStringLiteral("point.trans"));
+    if (arcSecondReached) {
+        target = circleStart;
+    } else if (arcFirstReached) {
+        target = stmt->r(QStringLiteral("point1.trans"));
+    }
+    const ModuleObject* const current = kordservice()->get(sender_, key::posture, field::trans);
+    if (!isNearTrans(current, target, radiusM)) {
+        return;
+    }
+    if ((isArc || isCircle) && !arcFirstReached) {
+        arcFirstReached = true;
+        return;
+    }
+    if (isCircle && !arcSecondReached) {
+        arcSecondReached = true;
+        return;
+    }
+    const bool named = isArc || isCircle || type == statement::moveL;
+    const QString line = QStringLiteral("enter zone! %1: ").arg(named ? type : QString());
+    const QString place = asJson(current);
+    zoneReached = true;
+    motions_[awaited_].zoneEnded = true;
+    waiter_.end(WaitEnd::Zone);
+    logE() << line << place;  // last: a listener of the log may pause
+}
+
+void Motions::storeCurrent(const ModuleObject* stmt, const QString& type) {
+    m(key::currentMoveType)->setValue(sender_, type);
+    m(key::currentStartPoint)->copyFrom(sender_, kordservice()->get(sender_, key::posture), true, false);
+    if (type == statement::moveJ || type == statement::moveL || type == statement::moveC ||
+        type == statement::moveCC) {
+        m(key::currentProgram)->append(sender_, type)->copyFrom(sender_, stmt, true, false);
+    }
+}
+
+// --- Arcs that were stopped -----------------------------------------------------------------------
+
+/// Where the robot will be when the motion that is queued next begins.
+prog::Position Motions::startOfNext() const {
+    if (outstanding() == 0 || !queuedLast_) {
+        return toolPosition();
+    }
+    const auto arc = arcs_.find(queuedLast_->indexInPmobj());
+    const QString type = statementType(queuedLast_);
+    if (type == statement::moveCC && arc != arcs_.end()) {
+        return arc->second.start;
+    }
+    const QLatin1String end = type == statement::moveC ? field::point1 : field::point;
+    return positionOf(queuedLast_->c(end)->c(field::trans));
+}
+
+void Motions::keepQueuedArc(const ModuleObject* stmt, const prog::Position& start, const ModuleObject* args) {
+    if (!isOfRun(stmt)) {
+        return;
+    }
+    QueuedArc& kept = arcs_[stmt->indexInPmobj()];
+    kept.start = start;
+    kept.command = std::make_shared<ModuleObject>(QStringLiteral("arc"));
+    kept.command->copyFrom(sender_, args);
+}
+
+void Motions::keepArc() {
+    stopped_.reset();
+    if (!run_->original(run_->line)) {
+        return;
+    }
+    const auto queued = arcs_.find(run_->line);
+    if (queued == arcs_.end()) {
+        if (rest_ && restLine_ == run_->line) {
+            stopped_ = rest_;  // stopped before the rest was queued
+        }
+        return;
+    }
+    const std::optional<prog::Arc> arc = queued->second.arc();
+    if (!arc) {
+        return;
+    }
+    constexpr double msPerS = 1000.0;
+    const double seconds = double(mendo::Clock::current().elapsedMs() - awaitedSinceMs_) / msPerS;
+    const double expected = queued->second.from + queued->second.speedMPerS() * seconds / arc->radiusM();
+    StoppedArc stopped;
+    stopped.queued = queued->second;
+    stopped.reached =
+        arc->angleOnTheWay(toolPosition(), queued->second.from, std::min(expected, arc->total()));
+    stopped.points = pointsOf(run_->program.statement(run_->line));
+    stopped_ = stopped;
+}
+
+bool Motions::takeUpArc(int line) {
+    constexpr double nearM = 0.002;
+    StoppedArc rest = *stopped_;
+    const std::optional<prog::Arc> arc = rest.queued.arc();
+    const prog::Position tool = toolPosition();
+    rest.reached = arc ? arc->angleNear(tool, rest.queued.from, rest.reached) : 0.0;
+    if (!arc || rest.points != pointsOf(run_->program.statement(line)) ||
+        prog::distance(tool, arc->at(rest.reached)) > nearM) {
+        return false;
+    }
+    rest_ = rest;
+    restLine_ = line;
+    return true;
+}
+
+/// Queues what is left of the arc that the run takes up; nothing where nothing is left. False for any other
+/// statement.
+bool Motions::queueRest(ModuleObject* stmt) {
+    const int line = stmt->indexInPmobj();
+    if (!rest_ || restLine_ != line || !isOfRun(stmt)) {
+        return false;
+    }
+    const StoppedArc rest = *std::exchange(rest_, std::nullopt);
+    const prog::Arc arc = *rest.queued.arc();
+    ModuleObject args(QStringLiteral("tmp"));
+    if (!rest.queued.fillRest(&args, arc, rest.reached)) {
+        return true;
+    }
+    setTrajectory(&args, stmt);
+    QueuedArc& kept = arcs_[line];
+    kept = rest.queued;
+    kept.from = rest.reached;
+    send(stmt, command::moveC, &args);
+    return true;
+}
+
+/// An arc that was taken up in the middle: the tool does not come past the points again that it has passed,
+/// and a circle still ends where it began.
+void Motions::passedBefore(const ModuleObject* stmt, ModuleObject* circleStart) {
+    const auto queued = arcs_.find(stmt->indexInPmobj());
+    if (queued == arcs_.end() || !(queued->second.from > 0.0)) {
+        return;
+    }
+    const std::optional<prog::Arc> arc = queued->second.arc();
+    const double from = queued->second.from;
+    if (statementType(stmt) == statement::moveC) {
+        const prog::Position via = positionOf(stmt->c(field::point)->c(field::trans));
+        arcFirstReached = arc->angleNear(via, 0.0, arc->total() / 2) <= from;
+        return;
+    }
+    const prog::Position& start = queued->second.start;
+    arcFirstReached = arc->legAt(from) >= 1;
+    arcSecondReached = arc->legAt(from) >= 2;
+    circleStart->set(sender_, mIndex(0), start[0])
+        ->set(sender_, mIndex(1), start[1])
+        ->set(sender_, mIndex(2), start[2]);
+}
+
+}  // namespace lumo

@@ -1,0 +1,143 @@
+#pragma once
+
+#include "executor/queuedarc.h"
+#include "executor/run.h"
+#include "executor/waiter.h"
+#include "module/host.h"
+
+#include <QObject>
+#include <QString>
+#include <QVector>
+
+#include <map>
+#include <optional>
+
+/// Whether two positions (list nodes, metres) are less than `distanceM` apart.
+bool isNearTrans(const ModuleObject* a, const ModuleObject* b, double distanceM);
+
+namespace lumo {
+
+/// What is handed to the robot: the commands of the move statements, their results, counted in order, the
+/// wait for the zone at a weld's end, the way back to the place of a stop, and what is left of an arc.
+class Motions : public QObject {
+    Q_OBJECT
+public:
+    /// `sender` stands behind commands and what is written to the tree.
+    Motions(QObject* sender, Waiter& waiter);
+
+    /// The run whose lines are queued and awaited from now on.
+    void begin(const Run& run);
+    /// Its end. Its motions stay counted until the next reset, pause or stop.
+    void end();
+
+    // --- Queueing -----------------------------------------------------------------------------
+
+    /// At the start of a walk: its first move begins a batch.
+    void beginBatches(int line);
+    /// Queues the batch that begins at a line of moves, where it has not been queued with the lines before.
+    /// Nonzero when a full circle is impossible.
+    int queueBatchFrom(int line);
+    /// The same, whether it has been queued or not.
+    int queueBatch(int line);
+    /// Queues one move statement; other types are ignored. Nonzero as queueBatch.
+    int queue(ModuleObject* stmt);
+    void queueMoveJ(ModuleObject* stmt);
+    void queueMoveL(ModuleObject* stmt);
+    void queueMoveC(ModuleObject* stmt);
+    /// Nonzero, and nothing queued, when the circle starts at the posture and cannot be drawn.
+    int queueMoveCC(ModuleObject* stmt);
+    /// Goes back to the place of the last stop in a straight line, for the statement of a line, and waits.
+    /// Returns the motion's result, or 0 when a pause or a stop came.
+    int goBack(int line);
+    /// What is wrong with the run's circle that could not be queued.
+    [[nodiscard]] CircleFault circleFault() const { return circleFault_; }
+    /// The line of that circle.
+    [[nodiscard]] int badCircle() const { return badCircle_; }
+
+    // --- Waiting ------------------------------------------------------------------------------
+
+    /// Waits for the statement's motion: its result, or 0 when the zone, a pause or a stop ended it. A
+    /// single step does not wait for the zone.
+    int await(ModuleObject* stmt, bool isStep);
+    /// Whether the weld ends behind this statement before anything moves again: "close" comes before the next
+    /// move or "open", whether they are switched off or not.
+    [[nodiscard]] static bool isLastBeforeClose(const ModuleObject* stmt);
+    /// A motion's result settles the oldest outstanding motion.
+    void onResult(const QString& kind, int code);
+    /// Forgets all motions: they were reset or stopped, and no result counts any more.
+    void forget();
+    /// Motions without a result.
+    [[nodiscard]] int outstanding() const { return motions_.size() - answered_; }
+
+    /// The record of the move under way in `lumo.current`.
+    void storeCurrent(const ModuleObject* stmt, const QString& type);
+    /// The nearest start of welding before a statement, executed or not; null when there is none.
+    [[nodiscard]] ModuleObject* openBefore(ModuleObject* stmt) const;
+
+    // --- Arcs that were stopped ---------------------------------------------------------------
+
+    /// A stop interrupts the run's line: keeps its arc, if it is one, with how far the tool has come.
+    void keepArc();
+    void forgetArc() { stopped_.reset(); }
+    [[nodiscard]] bool hasArc() const { return stopped_.has_value(); }
+    /// A run begins at the line of the kept arc: what is left of it is queued in its place. False where that
+    /// cannot be run from where the tool stands.
+    [[nodiscard]] bool takeUpArc(int line);
+
+signals:
+    /// A motion whose wait had ended in the zone failed.
+    void failed(int code);
+
+private:
+    /// A motion handed to the controller whose result settles it.
+    struct Motion {
+        bool zoneEnded = false;  ///< its wait ended in the zone: a result of 0 is dropped
+        bool isAnswered = false;
+        int code = 0;  ///< its result
+    };
+    /// An arc or full circle that a stop interrupted.
+    struct StoppedArc {
+        QueuedArc queued;
+        double reached = 0.0;  ///< angle on it at the stop
+        QString points;        ///< the statement's points then
+    };
+
+    [[nodiscard]] bool isOfRun(const ModuleObject* stmt) const;
+    [[nodiscard]] bool isAborted() const { return run_ && run_->isAborted; }
+    void setTrajectory(ModuleObject* args, ModuleObject* stmt);
+    int send(const ModuleObject* stmt, QLatin1String command, const ModuleObject* args);
+    [[nodiscard]] prog::Position startOfNext() const;
+    void keepQueuedArc(const ModuleObject* stmt, const prog::Position& start, const ModuleObject* args);
+    bool queueRest(ModuleObject* stmt);
+    int awaitMotion(int motion);
+    int codeOf(WaitEnd end) const;
+    int awaitZone(ModuleObject* stmt, int motion);
+    void passedBefore(const ModuleObject* stmt, ModuleObject* circleStart);
+    void testZone(const ModuleObject* stmt, double radiusM, const ModuleObject* circleStart);
+
+    QObject* sender_;
+    Waiter& waiter_;
+    const Run* run_ = nullptr;
+    int queueLine = 0;
+    bool queueNeeded = false;
+    bool zoneReached = false;
+    bool arcFirstReached = false, arcSecondReached = false;
+
+    QVector<Motion> motions_;  ///< since the last reset, pause or stop
+    int answered_ = 0;
+    int awaited_ = -1;  ///< number of the motion whose wait is running
+    qint64 awaitedSinceMs_ = 0;
+
+    // Of the run
+    QVector<int> motionOfLine_;       ///< number of the motion that a line queued, -1: none
+    std::map<int, QueuedArc> arcs_;   ///< arcs and circles by the line that queued them
+    std::optional<StoppedArc> rest_;  ///< what is left of the arc of `restLine_`
+    int restLine_ = -1;
+    const ModuleObject* queuedLast_ = nullptr;  ///< statement that queued the last motion
+    CircleFault circleFault_ = CircleFault::None;
+    int badCircle_ = -1;
+
+    std::optional<StoppedArc> stopped_;  ///< the arc that the last stop interrupted
+};
+
+}  // namespace lumo
