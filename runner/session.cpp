@@ -383,7 +383,7 @@ void Session::watchStuckRun() {
 bool Session::isStuck() const {
     const QObject* executor = package_.executor;
     const QString kind = executor->property("waiting").toMap().value(QStringLiteral("kind")).toString();
-    const bool awaitsMotion = kind == QLatin1String("move") || kind == QLatin1String("zone");
+    const bool awaitsMotion = kind == prog::waits::move || kind == prog::waits::zone;
     return awaitsMotion && !player_->isPending() && !pages_.isBusy() && !messages_->isPending() &&
            cell_->controller()->standsStill();
 }

@@ -1,5 +1,7 @@
 #include "app/status/statustext.h"
 
+#include "program/words.h"
+
 #include <QCoreApplication>
 
 namespace app {
@@ -12,19 +14,19 @@ struct StatusText {
 namespace {
 
 struct Wait {
-    const char* kind;
+    QLatin1String kind;
     const char* text;  ///< %1: remaining time
 };
 
 const Wait waits[] = {
-    {"move", QT_TRANSLATE_NOOP("app::StatusText", "机器人正在运动")},
-    {"zone", QT_TRANSLATE_NOOP("app::StatusText", "机器人正在运动到焊缝终点")},
-    {"preflow", QT_TRANSLATE_NOOP("app::StatusText", "焊前送气，剩余 %1")},
-    {"dwell", QT_TRANSLATE_NOOP("app::StatusText", "激光已打开，机器人停留，剩余 %1")},
-    {"rampdown", QT_TRANSLATE_NOOP("app::StatusText", "激光功率正在下降，剩余 %1")},
-    {"closedelay", QT_TRANSLATE_NOOP("app::StatusText", "激光已关闭，延时结束，剩余 %1")},
-    {"postflow", QT_TRANSLATE_NOOP("app::StatusText", "焊后送气，剩余 %1")},
-    {"delay", QT_TRANSLATE_NOOP("app::StatusText", "延时，剩余 %1")},
+    {prog::waits::move, QT_TRANSLATE_NOOP("app::StatusText", "机器人正在运动")},
+    {prog::waits::zone, QT_TRANSLATE_NOOP("app::StatusText", "机器人正在运动到焊缝终点")},
+    {prog::waits::preFlow, QT_TRANSLATE_NOOP("app::StatusText", "焊前送气，剩余 %1")},
+    {prog::waits::dwell, QT_TRANSLATE_NOOP("app::StatusText", "激光已打开，机器人停留，剩余 %1")},
+    {prog::waits::rampDown, QT_TRANSLATE_NOOP("app::StatusText", "激光功率正在下降，剩余 %1")},
+    {prog::waits::closeDelay, QT_TRANSLATE_NOOP("app::StatusText", "激光已关闭，延时结束，剩余 %1")},
+    {prog::waits::postFlow, QT_TRANSLATE_NOOP("app::StatusText", "焊后送气，剩余 %1")},
+    {prog::waits::delay, QT_TRANSLATE_NOOP("app::StatusText", "延时，剩余 %1")},
 };
 
 /// Adds the line to the text; without a line, the text starts with a capital letter.
@@ -46,11 +48,11 @@ QString inputText(const CellStatus& state) {
 }
 
 QString runText(const CellStatus& state) {
-    if (state.waiting == QLatin1String("input")) {
+    if (state.waiting == prog::waits::input) {
         return inputText(state);
     }
     for (const Wait& wait : waits) {
-        if (state.waiting != QLatin1String(wait.kind)) {
+        if (state.waiting != wait.kind) {
             continue;
         }
         const QString text = StatusText::tr(wait.text);
@@ -153,7 +155,7 @@ QString editingText(const CellStatus& state) {
 }  // namespace
 
 bool CellStatus::hasTime() const {
-    return leftMs >= 0 || waiting == QLatin1String("input");
+    return leftMs >= 0 || waiting == prog::waits::input;
 }
 
 bool CellStatus::isWell() const {

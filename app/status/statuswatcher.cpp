@@ -235,8 +235,8 @@ bool StatusWatcher::isInPulseGap() const {
         return false;
     }
     const QString kind = waiting().value(QStringLiteral("kind")).toString();
-    const bool closes = kind == QLatin1String("closedelay") || kind == QLatin1String("postflow");
-    return kind == QLatin1String("dwell") || (m(prog::key::weldOpen)->getBool(false) && !closes);
+    const bool closes = kind == prog::waits::closeDelay || kind == prog::waits::postFlow;
+    return kind == prog::waits::dwell || (m(prog::key::weldOpen)->getBool(false) && !closes);
 }
 
 /// A laser switched on by hand during a program's weld counts as the program's.
@@ -311,7 +311,7 @@ void StatusWatcher::readWait(CellStatus* state) const {
     const qint64 now = mendo::Clock::current().elapsedMs();
     const qint64 due = waiting.value(QStringLiteral("due")).toLongLong();
     state->leftMs = due < 0 ? -1 : std::max<qint64>(0, due - now);
-    if (state->waiting != QLatin1String("input")) {
+    if (state->waiting != prog::waits::input) {
         state->line = detail.toInt();
         return;
     }
