@@ -69,4 +69,12 @@ LaserParams LaserParams::from(const Record& set) {
     return params;
 }
 
+std::vector<LaserParams> LaserParams::allFrom(const Record& sets) {
+    std::vector<LaserParams> all;
+    for (int i = 0; i < sets.size(); ++i) {
+        all.push_back(from(sets.at(i)));
+    }
+    return all;
+}
+
 }  // namespace prog

@@ -19,6 +19,8 @@ struct LaserParams {
 
     /// A node of the tree, or an object of the settings file.
     static LaserParams from(const Record& set);
+    /// The sets of `lumo.param`, or of the settings file.
+    static std::vector<LaserParams> allFrom(const Record& sets);
 };
 
 enum class ParameterGroup { Power, Process, Wire };

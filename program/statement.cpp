@@ -137,24 +137,6 @@ std::vector<StatementRow> makeRows() {
     };
 }
 
-std::array<double, 3> coordinates(const Record& list) {
-    return {list.at(0).number(), list.at(1).number(), list.at(2).number()};
-}
-
-TaughtPoint taughtPoint(const Record& record) {
-    TaughtPoint point;
-    point.exists = record.exists();
-    const Record trans = record.at(field::trans);
-    point.taught = trans.isList() && trans.size() >= 3;
-    point.transM = coordinates(trans);
-    point.rotRad = coordinates(record.at(field::rot));
-    const Record joints = record.at(field::near);
-    for (int i = 0; i < joints.size(); ++i) {
-        point.jointsRad.push_back(joints.at(i).number());
-    }
-    return point;
-}
-
 /// The three truths of the texts that dialogs store: an output is on but for "false", a register's bit is off
 /// but for "true", and the state on is waited for but for "false".
 void readSignal(const Record& record, Statement* statement) {
@@ -200,6 +182,23 @@ bool isExecuted(const Record& statement) {
     return statement.at(field::execute).flag(true);
 }
 
+TaughtPoint TaughtPoint::from(const Record& record) {
+    TaughtPoint point;
+    point.exists = record.exists();
+    const Record trans = record.at(field::trans);
+    const Record rot = record.at(field::rot);
+    point.taught = trans.isList() && trans.size() >= 3;
+    for (int i = 0; i < 3; ++i) {
+        point.trans[std::size_t(i)] = trans.at(i).number();
+        point.rot[std::size_t(i)] = rot.at(i).number();
+    }
+    const Record joints = record.at(field::near);
+    for (int i = 0; i < joints.size(); ++i) {
+        point.joints.push_back(joints.at(i).number());
+    }
+    return point;
+}
+
 Statement Statement::from(const Record& record) {
     Statement statement;
     statement.word = record.at(field::type).text();
@@ -208,8 +207,8 @@ Statement Statement::from(const Record& record) {
     statement.moves = isMove(statement.word);
     statement.executed = isExecuted(record);
     statement.note = record.at(field::note).text();
-    statement.point = taughtPoint(record.at(field::point));
-    statement.point1 = taughtPoint(record.at(field::point1));
+    statement.point = TaughtPoint::from(record.at(field::point));
+    statement.point1 = TaughtPoint::from(record.at(field::point1));
     statement.speedMmPerS = record.at(field::speed).number();
     const Record zone = record.at(field::zone);
     if (zone.exists()) {

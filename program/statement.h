@@ -1,12 +1,12 @@
 #pragma once
 
+#include "program/geometry.h"
 #include "program/record.h"
 #include "program/signal.h"
 
 #include <QLatin1String>
 #include <QString>
 
-#include <array>
 #include <optional>
 #include <vector>
 
@@ -79,11 +79,14 @@ struct StatementRow {
 
 /// A posture of the robot as it was taught.
 struct TaughtPoint {
+    /// A taught point of a statement, or the posture that the robot service reports.
+    static TaughtPoint from(const Record& record);
+
     bool exists = false;  ///< the record has the field, taught or empty
     bool taught = false;  ///< it has three coordinates
-    std::array<double, 3> transM{};
-    std::array<double, 3> rotRad{};
-    std::vector<double> jointsRad;  ///< one for each axis
+    Position trans;
+    Orientation rot{};
+    std::vector<double> joints;  ///< rad, one for each axis
 };
 
 /// One line of a program, read from its record with the defaults that runs use. Fields that the type does

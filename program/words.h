@@ -64,7 +64,6 @@ constexpr QLatin1String robotState = "kord.r.state"_l1;
 constexpr QLatin1String robotMode = "kord.r.mode"_l1;
 constexpr QLatin1String posture = "sys.posture"_l1;
 constexpr QLatin1String posturePlace = "sys.posture.trans"_l1;
-constexpr QLatin1String postureJoints = "sys.posture.near"_l1;
 constexpr QLatin1String sysInfo = "sys.info"_l1;
 constexpr QLatin1String jointCount = "sys.info.joint_num"_l1;
 constexpr QLatin1String defaultZone = "move.default_zone"_l1;

@@ -7,46 +7,46 @@ namespace app {
 
 namespace {
 
-constexpr double margin = 34;         // pixels around what is shown, where titles and lines' ends are
-constexpr double leastExtent = 0.02;  // metres
-constexpr double leastShare = 0.35;   // of the height, for either view
+constexpr double marginPx = 34;  // around the extent, for titles and the ends of lines
+constexpr double leastExtentM = 0.02;
+constexpr double leastPart = 0.35;  // of the height, for either view
 
 }  // namespace
 
-void Extent::add(const Position& place) {
+void Extent::add(const Position& position) {
     if (empty) {
-        least = most = place;
+        least = most = position;
         empty = false;
         return;
     }
-    least = {std::min(least.x, place.x), std::min(least.y, place.y), std::min(least.z, place.z)};
-    most = {std::max(most.x, place.x), std::max(most.y, place.y), std::max(most.z, place.z)};
+    least = {std::min(least.x, position.x), std::min(least.y, position.y), std::min(least.z, position.z)};
+    most = {std::max(most.x, position.x), std::max(most.y, position.y), std::max(most.z, position.z)};
 }
 
 void PathFrame::setSize(const QSize& size) {
-    const double share = heightAbove_ / height_;
+    const double part = heightAbove_ / height_;
     width_ = std::max(1, size.width());
     height_ = std::max(1, size.height());
-    heightAbove_ = height_ * share;
+    heightAbove_ = height_ * part;
 }
 
 void PathFrame::fit(const Extent& extent) {
     centre_ = interpolated(extent.least, extent.most, 0.5);
-    const Position room = extent.most - extent.least;
-    const double x = std::max(room.x, leastExtent);
-    const double y = std::max(room.y, leastExtent), z = std::max(room.z, leastExtent);
-    heightAbove_ = height_ * std::clamp(y / (y + z), leastShare, 1 - leastShare);
-    const double scale = std::min({(width_ - 2 * margin) / x, (heightAbove_ - 2 * margin) / y,
-                                   (height_ - heightAbove_ - 2 * margin) / z});
+    const Position size = extent.most - extent.least;
+    const double x = std::max(size.x, leastExtentM);
+    const double y = std::max(size.y, leastExtentM), z = std::max(size.z, leastExtentM);
+    heightAbove_ = height_ * std::clamp(y / (y + z), leastPart, 1 - leastPart);
+    const double scale = std::min({(width_ - 2 * marginPx) / x, (heightAbove_ - 2 * marginPx) / y,
+                                   (height_ - heightAbove_ - 2 * marginPx) / z});
     scale_ = std::clamp(scale, leastScale, mostScale);
 }
 
-QPointF PathFrame::fromAbove(const Position& place) const {
-    return above().center() + QPointF(place.x - centre_.x, centre_.y - place.y) * scale_;
+QPointF PathFrame::fromAbove(const Position& position) const {
+    return above().center() + QPointF(position.x - centre_.x, centre_.y - position.y) * scale_;
 }
 
-QPointF PathFrame::fromSide(const Position& place) const {
-    return side().center() + QPointF(place.x - centre_.x, centre_.z - place.z) * scale_;
+QPointF PathFrame::fromSide(const Position& position) const {
+    return side().center() + QPointF(position.x - centre_.x, centre_.z - position.z) * scale_;
 }
 
 void PathFrame::zoom(double factor, const QPointF& fixed) {

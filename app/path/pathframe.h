@@ -8,37 +8,37 @@
 
 namespace app {
 
-/// The room that places take up.
+/// The smallest box around positions.
 struct Extent {
     Position least, most;
     bool empty = true;
 
-    void add(const Position& place);
+    void add(const Position& position);
 };
 
-/// A nice length for a scale bar.
+/// A round length for a scale bar.
 struct ScaleBar {
     double metres = 0;
     double pixels = 0;
 };
 
-/// Two views to one scale on a sheet: from above (x to the right, y up) and below it from the side (x
-/// to the right, z up), a place straight below itself.
+/// Two views of the same scale, one below the other: from above (x to the right, y up) and from the side (x
+/// to the right, z up). A position has the same x in both.
 class PathFrame {
 public:
-    /// Pixels. The views share the height evenly until fit() tells how they need it.
+    /// In pixels. Each view has half of the height until fit() divides it.
     void setSize(const QSize& size);
-    /// Shows all of it as large as it will go.
+    /// Shows all of the extent, as large as possible.
     void fit(const Extent& extent);
 
     QRectF above() const { return {0, 0, width_, heightAbove_}; }
     QRectF side() const { return {0, heightAbove_, width_, height_ - heightAbove_}; }
-    QPointF fromAbove(const Position& place) const;
-    QPointF fromSide(const Position& place) const;
+    QPointF fromAbove(const Position& position) const;
+    QPointF fromSide(const Position& position) const;
 
-    /// Makes it larger by a factor, within the limits below; what is seen at `fixed` stays there.
+    /// Enlarges by a factor, within the limits below; the point seen at `fixed` stays there.
     void zoom(double factor, const QPointF& fixed);
-    /// Moves what is seen at `grip`, in the view that lies there, by pixels.
+    /// Moves the contents of the view that contains `grip` by pixels.
     void pan(const QPointF& pixels, const QPointF& grip);
 
     double pixelsPerMetre() const { return scale_; }

@@ -1,9 +1,5 @@
 #include "app/path/pathlayout.h"
 
-#include "mendo/convert.h"
-
-#include <QJsonObject>
-
 #include <algorithm>
 #include <cmath>
 
@@ -11,35 +7,14 @@ namespace app {
 
 namespace {
 
+using prog::Statement;
+using prog::StatementType;
+using prog::TaughtPoint;
 using Shape = PathMove::Shape;
 
 constexpr double mmPerM = 1000;
-constexpr double leastZone = 1e-6;                        // metres; a smaller one is none
-constexpr double arcStep = 2 * 3.14159265358979 / 180;    // radians
-constexpr double jointStep = 2 * 3.14159265358979 / 180;  // radians
-
-double number(const QJsonValue& value) {
-    return mendo::toDouble(value.toVariant(), 0);
-}
-
-struct Target {
-    Position place;
-    sim::Joints joints;
-    bool there = false;
-};
-
-Target readTarget(const QJsonValue& value) {
-    const QJsonObject point = value.toObject();
-    const QJsonArray trans = point.value(QLatin1String("trans")).toArray();
-    Target target;
-    target.there = trans.size() >= 3;
-    target.place = {number(trans.at(0)), number(trans.at(1)), number(trans.at(2))};
-    const QJsonArray joints = point.value(QLatin1String("near")).toArray();
-    for (const QJsonValue& joint : joints) {
-        target.joints.push_back(number(joint));
-    }
-    return target;
-}
+constexpr double leastZoneM = 1e-6;                     // a smaller zone is none
+constexpr double stepRad = 2 * 3.14159265358979 / 180;  // between two points that are drawn
 
 Position toolAt(const sim::Arm& arm, const sim::Joints& joints) {
     const auto trans = arm.forward(joints).trans;
@@ -49,158 +24,177 @@ Position toolAt(const sim::Arm& arm, const sim::Joints& joints) {
 /// Lays one move after the other, from where the last one ended.
 class Layout {
 public:
-    Layout(const sim::Arm& arm, const PathStart& start)
-        : arm_(arm), place_(start.place), joints_(start.joints) {}
+    Layout(const prog::RunProgram& program, const sim::Arm& arm, const sim::MotionPlan::Posture& start)
+        : program_(program),
+          arm_(arm),
+          position_{start.pose.trans[0], start.pose.trans[1], start.pose.trans[2]},
+          joints_(start.joints) {}
 
-    void addStatement(int line, const QJsonObject& statement);
-    std::vector<PathMove> take();
+    /// The moves from `line` up to `end`, without a halt between them.
+    void addBatch(int line, int end);
+    std::vector<PathMove> take() { return std::move(moves_); }
 
 private:
     bool fits(const sim::Joints& joints) const { return int(joints.size()) == arm_.axes(); }
-    bool addMove(const QString& type, const QJsonObject& statement, PathMove* move);
-    void lead(PathMove* move, const Target& target);
-    void leadJoints(PathMove* move, const Target& target);
-    void bend(PathMove* move, const QJsonObject& statement);
-    void roundCorners();
+    void addMove(int line);
+    void addLine(PathMove* move, const TaughtPoint& target);
+    void addJointMove(PathMove* move, const TaughtPoint& target);
+    Polyline jointPath(const sim::Joints& to) const;
+    void addArc(PathMove* move, const Statement& statement);
+    void addCircle(PathMove* move, const Statement& statement);
+    void bend(PathMove* move, const std::optional<prog::Arc>& arc, const Polyline& straight);
+    void roundCorners(size_t first);
 
+    const prog::RunProgram& program_;
     const sim::Arm& arm_;
-    Position place_;
-    sim::Joints joints_;  ///< at place_; empty when unknown
-    bool first_ = true;
-    bool weld_ = false;
+    Position position_;
+    sim::Joints joints_;  ///< at position_; empty when unknown
     std::vector<PathMove> moves_;
-    std::vector<double> zones_;  ///< of moves_
-    size_t batch_ = 0;           ///< where the batch under way begins
 };
 
-void Layout::addStatement(int line, const QJsonObject& statement) {
-    const QString type = statement.value(QLatin1String("type")).toString();
-    const bool executed = mendo::toBool(statement.value(QLatin1String("execute")).toVariant(), true);
+void Layout::addBatch(int line, int end) {
+    const size_t first = moves_.size();
+    for (; line < end; ++line) {
+        addMove(line);
+    }
+    roundCorners(first);
+}
+
+void Layout::addMove(int line) {
+    const Statement& statement = program_.statement(line);
     PathMove move;
     move.line = line;
-    move.weld = weld_;
-    if (executed && addMove(type, statement, &move)) {
-        moves_.push_back(move);
-        zones_.push_back(std::max(0.0, number(statement.value(QLatin1String("zone"))) / mmPerM));
-        first_ = false;
-        return;
+    move.weld = program_.weldOf(line) >= 0;
+    switch (statement.type) {
+        case StatementType::MoveL:
+            addLine(&move, statement.point);
+            break;
+        case StatementType::MoveJ:
+            addJointMove(&move, statement.point);
+            break;
+        case StatementType::MoveC:
+            addArc(&move, statement);
+            break;
+        case StatementType::MoveCC:
+            addCircle(&move, statement);
+            break;
+        default:
+            return;  // an unknown kind of move: a run queues nothing for it
     }
-    roundCorners();
-    if (executed && (type == QLatin1String("open") || type == QLatin1String("close"))) {
-        weld_ = type == QLatin1String("open");
-    }
+    moves_.push_back(move);
 }
 
-/// False for a statement that is no move.
-bool Layout::addMove(const QString& type, const QJsonObject& statement, PathMove* move) {
-    if (type == QLatin1String("moveL")) {
-        lead(move, readTarget(statement.value(QLatin1String("point"))));
-    } else if (type == QLatin1String("moveJ")) {
-        leadJoints(move, readTarget(statement.value(QLatin1String("point"))));
-    } else if (type == QLatin1String("moveC") || type == QLatin1String("moveCC")) {
-        bend(move, statement);
-    } else {
-        return false;
-    }
-    return true;
-}
-
-/// Straight to the target.
-void Layout::lead(PathMove* move, const Target& target) {
-    move->impossible = !target.there;
-    move->target = target.there ? target.place : place_;
-    move->way = first_ ? Polyline{move->target} : Polyline{place_, move->target};
-    place_ = move->target;
-    if (target.there) {
+void Layout::addLine(PathMove* move, const TaughtPoint& target) {
+    move->impossible = !target.taught;
+    move->target = target.taught ? target.trans : position_;
+    move->path = moves_.empty() ? Polyline{move->target} : Polyline{position_, move->target};
+    position_ = move->target;
+    if (target.taught) {
         joints_ = target.joints;
     }
 }
 
-void Layout::leadJoints(PathMove* move, const Target& target) {
+void Layout::addJointMove(PathMove* move, const TaughtPoint& target) {
     move->shape = Shape::Joint;
     if (!fits(target.joints)) {
-        lead(move, target);
+        addLine(move, target);
         move->impossible = true;
         return;
     }
     move->target = toolAt(arm_, target.joints);
-    if (first_ || !fits(joints_)) {
-        move->way = first_ ? Polyline{move->target} : Polyline{place_, move->target};
+    if (moves_.empty()) {
+        move->path = {move->target};
     } else {
-        double widest = 0;
-        for (size_t i = 0; i < joints_.size(); ++i) {
-            widest = std::max(widest, std::abs(target.joints[i] - joints_[i]));
-        }
-        const int steps = std::max(1, int(std::ceil(widest / jointStep)));
-        for (int k = 0; k <= steps; ++k) {
-            sim::Joints joints = joints_;
-            for (size_t i = 0; i < joints.size(); ++i) {
-                joints[i] += (target.joints[i] - joints[i]) * k / steps;
-            }
-            move->way.push_back(toolAt(arm_, joints));
-        }
+        move->path = fits(joints_) ? jointPath(target.joints) : Polyline{position_, move->target};
     }
-    place_ = move->target;
+    position_ = move->target;
     joints_ = target.joints;
 }
 
-/// An arc or a whole circle, which ends where it began.
-void Layout::bend(PathMove* move, const QJsonObject& statement) {
-    const bool whole = statement.value(QLatin1String("type")) == QLatin1String("moveCC");
-    const Target p1 = readTarget(statement.value(QLatin1String("point")));
-    const Target p2 = readTarget(statement.value(QLatin1String("point1")));
-    move->shape = whole ? Shape::Circle : Shape::Arc;
-    move->target = whole ? place_ : p2.place;
-    const bool drawable = whole ? circleFault(place_, p1.place, p2.place) == prog::CircleFault::None : true;
-    const auto arc = whole ? prog::Arc::circle(place_, p1.place, p2.place)
-                           : prog::Arc::through(place_, p1.place, p2.place);
-    move->impossible = !arc || !drawable || !p1.there || !p2.there;
-    move->way = move->impossible ? Polyline{place_, p1.place, p2.place} : arc->points(arcStep);
-    place_ = move->target;
-    if (!whole) {
-        joints_ = p2.joints;
+Polyline Layout::jointPath(const sim::Joints& to) const {
+    double widest = 0;
+    for (size_t i = 0; i < to.size(); ++i) {
+        widest = std::max(widest, std::abs(to[i] - joints_[i]));
     }
+    const int steps = std::max(1, int(std::ceil(widest / stepRad)));
+    Polyline path;
+    for (int k = 0; k <= steps; ++k) {
+        sim::Joints joints = joints_;
+        for (size_t i = 0; i < joints.size(); ++i) {
+            joints[i] += (to[i] - joints[i]) * k / steps;
+        }
+        path.push_back(toolAt(arm_, joints));
+    }
+    return path;
 }
 
-/// Rounds the corners within the batch under way, and ends it.
-void Layout::roundCorners() {
+void Layout::addArc(PathMove* move, const Statement& statement) {
+    const TaughtPoint &via = statement.point, &end = statement.point1;
+    const bool taught = via.taught && end.taught;
+    move->shape = Shape::Arc;
+    move->target = end.trans;
+    bend(move, taught ? prog::Arc::through(position_, via.trans, end.trans) : std::nullopt,
+         {position_, via.trans, end.trans});
+    joints_ = end.joints;
+}
+
+/// A full circle begins at the taught point that the run takes for its first, and ends there.
+void Layout::addCircle(PathMove* move, const Statement& statement) {
+    const auto before = program_.targetBefore(move->line);
+    const Position start = before ? program_.point(*before).trans : position_;
+    const TaughtPoint &p1 = statement.point, &p2 = statement.point1;
+    const bool taught = (!before || program_.point(*before).taught) && p1.taught && p2.taught;
+    const bool possible = taught && circleFault(start, p1.trans, p2.trans) == prog::CircleFault::None;
+    move->shape = Shape::Circle;
+    move->target = start;
+    bend(move, possible ? prog::Arc::circle(start, p1.trans, p2.trans) : std::nullopt,
+         {start, p1.trans, p2.trans});
+}
+
+void Layout::bend(PathMove* move, const std::optional<prog::Arc>& arc, const Polyline& straight) {
+    move->impossible = !arc;
+    move->path = arc ? arc->points(stepRad) : straight;
+    position_ = move->target;
+}
+
+/// Rounds the targets of a batch off, from its first move on.
+void Layout::roundCorners(size_t first) {
     std::vector<Polyline> whole;
     std::vector<double> lengths;
-    for (size_t i = batch_; i < moves_.size(); ++i) {
-        whole.push_back(moves_[i].way);
-        lengths.push_back(lengthOf(moves_[i].way));
+    for (size_t i = first; i < moves_.size(); ++i) {
+        whole.push_back(moves_[i].path);
+        lengths.push_back(lengthOf(moves_[i].path));
     }
-    double behind = 0;  // what the corner before has taken of the way
+    double behind = 0;  // what the corner before has taken of the path
     for (size_t i = 0; i < whole.size(); ++i) {
-        const bool last = i + 1 == whole.size();
-        double radius = last ? 0 : std::min({zones_[batch_ + i], lengths[i] / 2, lengths[i + 1] / 2});
-        if (radius < leastZone) {
+        PathMove& move = moves_[first + i];
+        double radius = 0;
+        if (i + 1 < whole.size()) {
+            const double zone = program_.statement(move.line).zoneMm.value_or(0) / mmPerM;
+            radius = std::min({zone, lengths[i] / 2, lengths[i + 1] / 2});
+        }
+        if (radius < leastZoneM) {
             radius = 0;
         }
-        PathMove& move = moves_[batch_ + i];
         if (behind > 0 || radius > 0) {
-            move.way = cut(whole[i], behind, lengths[i] - radius);
+            move.path = cut(whole[i], behind, lengths[i] - radius);
         }
         if (radius > 0) {
             move.corner = roundedCorner(whole[i], whole[i + 1], radius);
         }
         behind = radius;
     }
-    batch_ = moves_.size();
-}
-
-std::vector<PathMove> Layout::take() {
-    roundCorners();
-    return std::move(moves_);
 }
 
 }  // namespace
 
-std::vector<PathMove> layOutPath(const QJsonArray& statements, const sim::Arm& arm, const PathStart& start) {
-    Layout layout(arm, start);
-    int line = 0;
-    for (const QJsonValue& statement : statements) {
-        layout.addStatement(line++, statement.toObject());
+std::vector<PathMove> layOutPath(const prog::RunProgram& program, const sim::Arm& arm,
+                                 const sim::MotionPlan::Posture& start) {
+    Layout layout(program, arm, start);
+    for (int line = 0; line < program.lineCount();) {
+        const int end = program.batchEnd(line);
+        layout.addBatch(line, end);
+        line = std::max(end, line + 1);
     }
     return layout.take();
 }

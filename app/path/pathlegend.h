@@ -6,7 +6,7 @@
 
 namespace app {
 
-/// Says what the lines and signs of the path view mean.
+/// The legend of the path view: its lines and signs with their meaning.
 class PathLegend : public QWidget {
     Q_OBJECT
 public:

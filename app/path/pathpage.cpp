@@ -31,15 +31,6 @@ QString mm(double metres) {
     return QString::number(metres * mmPerM, 'f', 1);
 }
 
-sim::Joints jointsNow() {
-    sim::Joints joints;
-    const mendo::ModuleObject* near = kordservice()->dataNode(prog::key::postureJoints);
-    for (int i = 0; i < near->cmobjCount(); ++i) {
-        joints.push_back(near->c(i)->getDouble());
-    }
-    return joints;
-}
-
 }  // namespace
 
 PathPage::PathPage(SeamTrack* seams, const workcell::PackageFlags& package, QWidget* parent)
@@ -123,9 +114,8 @@ bool PathPage::stationRuns() const {
 
 void PathPage::layOut() {
     showsStation_ = stationRuns();
-    const QJsonArray statements =
-        showsStation_ ? m(prog::key::stationProgram)->exportToJson().toArray() : program_.statements();
-    view_->setMoves(layOutPath(statements, arm_, {seams_->tool(), jointsNow()}));
+    const prog::RunProgram program(showsStation_ ? m(prog::key::stationProgram) : program_.program());
+    view_->setMoves(layOutPath(program, arm_, postureNow()));
     showSelection();
 }
 
@@ -163,7 +153,7 @@ QString PathPage::describe(const PathMove& move) const {
     if (move.impossible) {
         return line + QStringLiteral(": ") + tr("无法运动");
     }
-    if (move.way.size() == 1) {
+    if (move.path.size() == 1) {
         return line + QStringLiteral(": ") + tr("路径起点");
     }
     const QString kind = move.weld ? tr("焊接") : tr("空走");

@@ -16,15 +16,15 @@ class PathView;
 class SeamTrack;
 struct PathMove;
 
-/// The path of the program that is edited, or of a station's while it runs, with what is welded of it: the
-/// view, its buttons, its legend, and a line about the selected statement. Only reads.
+/// The path of the program that is edited, or of a station's program while it runs, with the welded seams:
+/// the view, its buttons, its legend, and a line about the selected statement. Only reads.
 class PathPage : public QWidget {
     Q_OBJECT
 public:
-    /// The package's page has been made. `seams` must outlive it.
+    /// To be made after the package's page. `seams` must outlive it.
     PathPage(SeamTrack* seams, const workcell::PackageFlags& package, QWidget* parent = nullptr);
 
-    /// The table of the program, whose selected rows are shown; may be null.
+    /// Marks the rows that are selected in the table of the program; may be null.
     void followTable(const QAbstractItemView* table);
     PathView* view() const { return view_; }
 

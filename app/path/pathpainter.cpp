@@ -19,9 +19,10 @@ const QColor tagColour(0x2f, 0x6f, 0xb0);
 const QColor hot(0xe4, 0x57, 0x2e);
 const QColor bad(0xb0, 0x1e, 0x1e);
 
-constexpr double pointRadius = 2.6;  // radius of a taught point
-constexpr double toolRadius = 8;     // radius of the tool's ring
-constexpr double seamStep = 1.5;     // pixels
+// Pixels.
+constexpr double pointRadius = 2.6;
+constexpr double toolRadius = 8;
+constexpr double seamStep = 1.5;
 constexpr int smallPx = 13;
 
 QPen penOf(PathSign sign) {
@@ -43,7 +44,6 @@ QPen penOf(PathSign sign) {
         case PathSign::Selected:
             return {halo, 13, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin};
         case PathSign::Seam: {
-            // Beads, as a weld looks.
             QPen pen(hot, 9, Qt::SolidLine, Qt::FlatCap, Qt::RoundJoin);
             pen.setDashPattern({0.33, 0.2});
             return pen;
@@ -63,38 +63,38 @@ PathSign signOf(const PathMove& move) {
     return move.shape == PathMove::Shape::Joint ? PathSign::JointMove : PathSign::Move;
 }
 
-void drawPoint(QPainter* painter, const QPointF& place) {
+void drawPoint(QPainter* painter, const QPointF& point) {
     painter->setPen(QPen(ink, 1.2));
     painter->setBrush(Qt::white);
-    painter->drawEllipse(place, pointRadius, pointRadius);
+    painter->drawEllipse(point, pointRadius, pointRadius);
 }
 
-void drawCross(QPainter* painter, const QPointF& place) {
+void drawCross(QPainter* painter, const QPointF& point) {
     constexpr double arm = 5;
     painter->setPen(QPen(bad, 2));
-    painter->drawLine(place + QPointF(-arm, -arm), place + QPointF(arm, arm));
-    painter->drawLine(place + QPointF(-arm, arm), place + QPointF(arm, -arm));
+    painter->drawLine(point + QPointF(-arm, -arm), point + QPointF(arm, arm));
+    painter->drawLine(point + QPointF(-arm, arm), point + QPointF(arm, -arm));
 }
 
-/// A ring with cross hairs; with the laser on it is full and has rays.
-void drawTool(QPainter* painter, const QPointF& place, bool laser) {
+/// A ring with cross hairs; with the laser on, a filled ring with rays.
+void drawTool(QPainter* painter, const QPointF& point, bool laser) {
     painter->setPen(QPen(laser ? hot : ink, 2));
     painter->setBrush(laser ? QBrush(hot) : QBrush(Qt::NoBrush));
-    painter->drawEllipse(place, laser ? toolRadius * 0.6 : toolRadius, laser ? toolRadius * 0.6 : toolRadius);
+    painter->drawEllipse(point, laser ? toolRadius * 0.6 : toolRadius, laser ? toolRadius * 0.6 : toolRadius);
     constexpr int hairCount = 4, rayCount = 8;
     const int count = laser ? rayCount : hairCount;
     for (int i = 0; i < count; ++i) {
         const double angle = 2 * M_PI * i / count;
         const QPointF out(std::cos(angle), std::sin(angle));
-        painter->drawLine(place + out * (laser ? toolRadius * 0.9 : toolRadius * 0.5),
-                          place + out * toolRadius * 1.6);
+        painter->drawLine(point + out * (laser ? toolRadius * 0.9 : toolRadius * 0.5),
+                          point + out * toolRadius * 1.6);
     }
 }
 
 /// The number of a line, beside its target.
-void drawTag(QPainter* painter, const QPointF& place, const QString& text) {
+void drawTag(QPainter* painter, const QPointF& point, const QString& text) {
     const double width = painter->fontMetrics().horizontalAdvance(text) + 10;
-    const QRectF tag(place + QPointF(8, -26), QSizeF(std::max(width, 20.0), 20));
+    const QRectF tag(point + QPointF(8, -26), QSizeF(std::max(width, 20.0), 20));
     painter->setPen(Qt::NoPen);
     painter->setBrush(tagColour);
     painter->drawRoundedRect(tag, 4, 4);
@@ -110,7 +110,7 @@ QFont smallFont(const QPainter* painter) {
 
 }  // namespace
 
-/// Draws the same in each view, clipped to it: `draw` gets what turns a place into a point of the view.
+/// Calls `draw` once for each view, clipped to it, with the projection of positions to points of the view.
 template <typename Draw>
 void PathPainter::inBothViews(Draw draw) {
     using Project = std::function<QPointF(const Position&)>;
@@ -118,32 +118,32 @@ void PathPainter::inBothViews(Draw draw) {
     painter_->setRenderHint(QPainter::Antialiasing);
     painter_->setFont(smallFont(painter_));
     painter_->setClipRect(frame_.above());
-    draw(Project([this](const Position& place) { return frame_.fromAbove(place); }));
+    draw(Project([this](const Position& position) { return frame_.fromAbove(position); }));
     painter_->setClipRect(frame_.side());
-    draw(Project([this](const Position& place) { return frame_.fromSide(place); }));
+    draw(Project([this](const Position& position) { return frame_.fromSide(position); }));
     painter_->restore();
 }
 
 void PathPainter::paintMoves(const std::vector<PathMove>& moves, const QSet<int>& selected) {
     inBothViews([&](const auto& project) {
-        const auto drawWay = [&](const PathMove& move, const QPen& pen) {
-            QPolygonF way;
-            for (const Polyline* part : {&move.way, &move.corner}) {
-                for (const Position& place : *part) {
-                    way << project(place);
+        const auto drawPath = [&](const PathMove& move, const QPen& pen) {
+            QPolygonF path;
+            for (const Polyline* part : {&move.path, &move.corner}) {
+                for (const Position& position : *part) {
+                    path << project(position);
                 }
             }
             painter_->setPen(pen);
             painter_->setBrush(Qt::NoBrush);
-            painter_->drawPolyline(way);
+            painter_->drawPolyline(path);
         };
         for (const PathMove& move : moves) {
             if (selected.contains(move.line)) {
-                drawWay(move, penOf(PathSign::Selected));
+                drawPath(move, penOf(PathSign::Selected));
             }
         }
         for (const PathMove& move : moves) {
-            drawWay(move, penOf(signOf(move)));
+            drawPath(move, penOf(signOf(move)));
         }
         for (const PathMove& move : moves) {
             drawPoint(painter_, project(move.target));
@@ -163,11 +163,11 @@ void PathPainter::paintSeams(const std::deque<Polyline>& pieces) {
     inBothViews([&](const auto& project) {
         painter_->setPen(penOf(PathSign::Seam));
         for (const Polyline& piece : pieces) {
-            // What a pixel does not show is left out: a long seam has many places.
+            // Points less than a pixel or two apart are left out: a long seam has many.
             QPolygonF seam;
             seam << project(piece.front());
-            for (const Position& place : piece) {
-                const QPointF point = project(place);
+            for (const Position& position : piece) {
+                const QPointF point = project(position);
                 if ((point - seam.last()).manhattanLength() >= seamStep) {
                     seam << point;
                 }
@@ -178,8 +178,8 @@ void PathPainter::paintSeams(const std::deque<Polyline>& pieces) {
     });
 }
 
-void PathPainter::paintTool(const Position& place, bool laser) {
-    inBothViews([&](const auto& project) { drawTool(painter_, project(place), laser); });
+void PathPainter::paintTool(const Position& position, bool laser) {
+    inBothViews([&](const auto& project) { drawTool(painter_, project(position), laser); });
 }
 
 void PathPainter::paintGrid(const QRectF& view, const QPointF& origin, double step) {
@@ -195,7 +195,7 @@ void PathPainter::paintGrid(const QRectF& view, const QPointF& origin, double st
     }
 }
 
-/// Which way x and the axis that points up go, in the lower left corner.
+/// Arrows for x and the axis that points up, in the lower left corner.
 void PathPainter::paintAxes(const QRectF& view, const QString& up) {
     constexpr double arrow = 30;
     const QPointF origin = view.bottomLeft() + QPointF(14, -14);
@@ -238,10 +238,10 @@ void PathPainter::paintSheet(const QString& above, const QString& side, const QS
     painter_->restore();
 }
 
-void PathPainter::paintSample(QPainter* painter, PathSign sign, const QRectF& place) {
+void PathPainter::paintSample(QPainter* painter, PathSign sign, const QRectF& area) {
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
-    const QPointF middle = place.center();
+    const QPointF middle = area.center();
     switch (sign) {
         case PathSign::Point:
             drawPoint(painter, middle);
@@ -254,7 +254,7 @@ void PathPainter::paintSample(QPainter* painter, PathSign sign, const QRectF& pl
             break;
         default:
             painter->setPen(penOf(sign));
-            painter->drawLine(QPointF(place.left(), middle.y()), QPointF(place.right(), middle.y()));
+            painter->drawLine(QPointF(area.left(), middle.y()), QPointF(area.right(), middle.y()));
     }
     painter->restore();
 }

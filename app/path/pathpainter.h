@@ -11,25 +11,24 @@ class QPainter;
 
 namespace app {
 
-/// What lines and signs stand for, in the drawing and in its legend.
+/// The kinds of lines and signs, in the drawing and in its legend.
 enum class PathSign { Weld, Move, JointMove, Impossible, Selected, Point, Seam, Tool, ToolWithLaser };
 
-/// Draws a path in its two views, and single signs for a legend. Line width, dashes and shape tell what
-/// is what, colour only helps.
+/// Draws a path in its two views, and single signs for a legend. Lines differ in width, dashes and shape, not
+/// only in colour.
 class PathPainter {
 public:
     static constexpr double barPixels = 140;  ///< of the scale bar, at most
 
-    /// `frame` tells where things are.
     PathPainter(QPainter* painter, const PathFrame& frame) : painter_(painter), frame_(frame) {}
 
     void paintMoves(const std::vector<PathMove>& moves, const QSet<int>& selected);
     void paintSeams(const std::deque<Polyline>& pieces);
-    void paintTool(const Position& place, bool laser);
+    void paintTool(const Position& position, bool laser);
     /// Titles of the views, grid, border between them and scale bar with its text; before anything else.
     void paintSheet(const QString& above, const QString& side, const QString& barText);
 
-    static void paintSample(QPainter* painter, PathSign sign, const QRectF& place);
+    static void paintSample(QPainter* painter, PathSign sign, const QRectF& area);
 
 private:
     template <typename Draw>

@@ -16,8 +16,8 @@ namespace {
 
 constexpr int frameMs = 40;
 constexpr double zoomStep = 1.25;
-constexpr double panStep = 40;     // pixels, for a key
-constexpr double wheelStep = 120;  // of a wheel's notch
+constexpr double keyStepPx = 40;
+constexpr double wheelStep = 120;  // angle of a notch, in eighths of a degree
 const QColor focus(0x2f, 0x6f, 0xb0);
 
 }  // namespace
@@ -26,16 +26,16 @@ PathView::PathView(const SeamTrack* seams, QWidget* parent) : QWidget(parent), s
     setObjectName(QStringLiteral("pathView"));
     setFocusPolicy(Qt::StrongFocus);
     setAccessibleName(tr("路径视图"));
-    soon_.setSingleShot(true);
-    soon_.setInterval(frameMs);
-    connect(&soon_, &QTimer::timeout, this, QOverload<>::of(&QWidget::update));
+    repaint_.setSingleShot(true);
+    repaint_.setInterval(frameMs);
+    connect(&repaint_, &QTimer::timeout, this, QOverload<>::of(&QWidget::update));
     connect(seams, &SeamTrack::changed, this, &PathView::repaintSoon);
 }
 
-/// The tool moves a hundred times a second, more than an eye sees.
+/// The tool moves a hundred times a second; 25 pictures are enough.
 void PathView::repaintSoon() {
-    if (isVisible() && !soon_.isActive()) {
-        soon_.start();
+    if (isVisible() && !repaint_.isActive()) {
+        repaint_.start();
     }
 }
 
@@ -63,7 +63,7 @@ const QPixmap& PathView::background() {
 
 void PathView::setMoves(const std::vector<PathMove>& moves) {
     moves_ = moves;
-    if (whole_) {
+    if (showsAll_) {
         fit();
     }
     redraw();
@@ -77,26 +77,26 @@ void PathView::setSelected(const QSet<int>& lines) {
 void PathView::fit() {
     Extent extent;
     for (const PathMove& move : moves_) {
-        for (const Position& place : move.way) {
-            extent.add(place);
+        for (const Position& position : move.path) {
+            extent.add(position);
         }
         extent.add(move.target);
     }
     extent.add(seams_->tool());
     frame_.fit(extent);
-    whole_ = true;
+    showsAll_ = true;
     redraw();
 }
 
 void PathView::zoomAt(double factor, const QPointF& fixed) {
     frame_.zoom(factor, fixed);
-    whole_ = false;
+    showsAll_ = false;
     redraw();
 }
 
 void PathView::pan(const QPointF& pixels, const QPointF& grip) {
     frame_.pan(pixels, grip);
-    whole_ = false;
+    showsAll_ = false;
     redraw();
 }
 
@@ -115,7 +115,7 @@ void PathView::paintEvent(QPaintEvent*) {
 void PathView::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
     frame_.setSize(size());
-    if (whole_) {
+    if (showsAll_) {
         fit();
     }
     redraw();
@@ -142,11 +142,11 @@ void PathView::mouseDoubleClickEvent(QMouseEvent*) {
 }
 
 void PathView::keyPressEvent(QKeyEvent* event) {
-    // An arrow moves the views over the sheet, in both at once where that can be.
+    // Left and right move both views, up and down each along its own axis.
     const auto look = [this](double right, double up) {
-        pan({-right * panStep, 0}, frame_.above().center());
-        pan({0, up * panStep}, frame_.above().center());
-        pan({0, up * panStep}, frame_.side().center());
+        pan({-right * keyStepPx, 0}, frame_.above().center());
+        pan({0, up * keyStepPx}, frame_.above().center());
+        pan({0, up * keyStepPx}, frame_.side().center());
     };
     switch (event->key()) {
         case Qt::Key_Plus:

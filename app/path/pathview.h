@@ -14,9 +14,9 @@ namespace app {
 
 class SeamTrack;
 
-/// A path, from above and from the side, with the seams and the tool on it. Wheel and + and - zoom,
-/// dragging and the arrow keys move it, a double click or 0 shows all of it again. What was not moved by
-/// hand stays whole in view.
+/// A path from above and from the side, with the seams and the tool on it. The wheel, + and - zoom, dragging
+/// and the arrow keys move it, a double click or 0 shows all of it again. Until it is moved or zoomed all of
+/// it stays in view.
 class PathView : public QWidget {
     Q_OBJECT
 public:
@@ -55,9 +55,9 @@ private:
     PathFrame frame_;
     std::vector<PathMove> moves_;
     QSet<int> selected_;
-    QPixmap background_;  ///< all that does not move by itself; null when it has to be drawn anew
-    QTimer soon_;
-    bool whole_ = true;  ///< not moved by hand
+    QPixmap background_;  ///< everything but seams and tool; null when it has to be drawn anew
+    QTimer repaint_;
+    bool showsAll_ = true;  ///< not moved or zoomed
     QPointF grip_, last_;
 };
 

@@ -9,8 +9,9 @@ using mendo::ModuleObject;
 
 namespace {
 
-// What of a statement tells where it leads. Points are written whole or coordinate by coordinate.
-const char* const fieldRows[] = {"type", "execute", "zone", "point", "point1"};
+/// The fields that decide about the path. Points are written whole or coordinate by coordinate.
+constexpr QLatin1String pathFields[] = {prog::field::type, prog::field::execute, prog::field::zone,
+                                        prog::field::point, prog::field::point1};
 
 }  // namespace
 
@@ -28,11 +29,7 @@ void ProgramFollower::setFollowing(bool following) {
     }
 }
 
-QJsonArray ProgramFollower::statements() const {
-    return program_->exportToJson().toArray();
-}
-
-/// Moving a statement announces itself as a replacement does, but leaves the statements' objects.
+/// Reordering emits the same signal as a replacement, but the statements stay the same objects.
 void ProgramFollower::onChanged() {
     if (!anchor_ || anchor_->pmobj() != program_) {
         anchor_ = program_->c(0);
@@ -42,10 +39,10 @@ void ProgramFollower::onChanged() {
 }
 
 void ProgramFollower::onRemoved(const QString& name) {
-    ModuleObject* const gone = program_->c(name);
-    if (gone == anchor_) {
-        ModuleObject* const next = gone->nextBmobj();
-        anchor_ = next->isNull() ? gone->prevBmobj() : next;
+    const ModuleObject* const leaving = program_->c(name);
+    if (leaving == anchor_) {
+        ModuleObject* const next = leaving->nextBmobj();
+        anchor_ = next->isNull() ? leaving->prevBmobj() : next;
     }
     changedLater();
 }
@@ -75,11 +72,11 @@ void ProgramFollower::followStatements() {
     const QList<ModuleObject*> statements = program_->cmobjs();
     for (const ModuleObject* statement : statements) {
         follow(statement);
-        for (const char* field : fieldRows) {
-            follow(statement->c(QLatin1String(field)));
+        for (const QLatin1String field : pathFields) {
+            follow(statement->c(field));
         }
-        for (const QString& point : {QStringLiteral("point.trans"), QStringLiteral("point1.trans")}) {
-            const QList<ModuleObject*> coordinates = statement->r(point)->cmobjs();
+        for (const QLatin1String point : {prog::field::point, prog::field::point1}) {
+            const QList<ModuleObject*> coordinates = statement->c(point)->c(prog::field::trans)->cmobjs();
             for (const ModuleObject* coordinate : coordinates) {
                 follow(coordinate);
             }

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QJsonArray>
 #include <QObject>
 #include <QPointer>
 
@@ -10,22 +9,21 @@ class ModuleObject;
 
 namespace app {
 
-/// Tells when the program that is edited and run by hand has changed, once for all that happens
-/// together.
+/// Announces changes of the program that is edited and run by hand, once for all changes in one pass of the
+/// event loop.
 class ProgramFollower : public QObject {
     Q_OBJECT
 public:
-    /// The package's page has been made: the program is there. Statements are not followed at first.
+    /// To be made after the package's page, which makes the program. Statements are not followed at first.
     explicit ProgramFollower(QObject* parent = nullptr);
 
-    /// Whether changes within statements are told too. Costs some objects for each statement.
+    /// Whether changes within statements are announced too. Costs some objects for each statement.
     void setFollowing(bool following);
-    /// The statements as a project file has them.
-    QJsonArray statements() const;
+    const mendo::ModuleObject* program() const { return program_; }
 
 signals:
     void changed();
-    /// Another program has taken its place.
+    /// Another program was loaded.
     void replaced();
 
 private:
@@ -36,7 +34,7 @@ private:
     void followStatements();
 
     mendo::ModuleObject* program_;
-    QPointer<mendo::ModuleObject> anchor_;  ///< a statement of the program
+    QPointer<mendo::ModuleObject> anchor_;  ///< a statement of the program; gone when another is loaded
     bool following_ = false;
     bool posted_ = false;
 };

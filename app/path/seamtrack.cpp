@@ -1,6 +1,7 @@
 #include "app/path/seamtrack.h"
 
 #include "kord/kordservice.h"
+#include "program/statement.h"
 #include "program/words.h"
 #include "simulator/cell.h"
 #include "simulator/controller.h"
@@ -10,18 +11,22 @@ namespace app {
 
 namespace {
 
-constexpr double leastStep = 0.0002;  // metres, between two places of a seam
+constexpr double leastStepM = 0.0002;  // between two points of a seam
 
 }  // namespace
 
-Position toolPlace() {
-    const mendo::ModuleObject* trans = kordservice()->dataNode(prog::key::posturePlace);
-    return {trans->c(0)->getDouble(), trans->c(1)->getDouble(), trans->c(2)->getDouble()};
+sim::MotionPlan::Posture postureNow() {
+    const auto now = prog::TaughtPoint::from(kordservice()->dataNode(prog::key::posture));
+    return {{{now.trans.x, now.trans.y, now.trans.z}, now.rot}, now.joints};
+}
+
+Position toolPosition() {
+    return prog::TaughtPoint::from(kordservice()->dataNode(prog::key::posture)).trans;
 }
 
 SeamTrack::SeamTrack(sim::Controller* controller, sim::Cell* cell, workcell::TreeFollower* follower,
                      QObject* parent)
-    : QObject(parent), tool_(toolPlace()), emitting_(cell->emitting()) {
+    : QObject(parent), tool_(toolPosition()), emitting_(cell->emitting()) {
     connect(controller, &sim::Controller::postureMoved, this, &SeamTrack::onMoved);
     connect(cell, &sim::Cell::emittingChanged, this, &SeamTrack::onEmitting);
     connect(follower, &workcell::TreeFollower::changed, this, &SeamTrack::onTree);
@@ -36,21 +41,20 @@ void SeamTrack::clear() {
     emit changed();
 }
 
-/// A new pass over the work begins with a clean sheet; going on after a pause, or moving to a point, does
-/// not.
+/// A run from the first line begins with a clean sheet; a resumed run or a single step does not.
 void SeamTrack::onTree(const workcell::Change& change) {
     if (change.path == prog::key::triggerStart) {
-        fromTheStart_ = change.value.toInt() == 0;
+        fromFirstLine_ = change.value.toInt() == 0;
     } else if (change.path == prog::key::triggerOnce) {
-        fromTheStart_ = false;
-    } else if (change.path == prog::key::executeState && change.value == prog::word::busy && fromTheStart_) {
-        fromTheStart_ = false;
+        fromFirstLine_ = false;
+    } else if (change.path == prog::key::executeState && change.value == prog::word::busy && fromFirstLine_) {
+        fromFirstLine_ = false;
         clear();
     }
 }
 
 void SeamTrack::onEmitting(bool on) {
-    tool_ = toolPlace();
+    tool_ = toolPosition();
     emitting_ = on;
     if (on) {
         begin();
@@ -61,8 +65,8 @@ void SeamTrack::onEmitting(bool on) {
 }
 
 void SeamTrack::onMoved() {
-    tool_ = toolPlace();
-    if (emitting_ && distance(tool_, pieces_.back().back()) >= leastStep) {
+    tool_ = toolPosition();
+    if (emitting_ && distance(tool_, pieces_.back().back()) >= leastStepM) {
         append();
     }
     emit changed();
@@ -76,7 +80,7 @@ void SeamTrack::begin() {
 }
 
 void SeamTrack::append() {
-    if (int(pieces_.back().size()) == piecePlaces) {
+    if (int(pieces_.back().size()) == piecePoints) {
         const Position last = pieces_.back().back();
         begin();
         pieces_.back().front() = last;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/path/polyline.h"
+#include "simulator/motionplan.h"
 
 #include <QObject>
 
@@ -17,29 +18,28 @@ class Controller;
 
 namespace app {
 
-/// The seams that the laser has made: where the tool went while it emitted. Of very long ones the
-/// last part is kept.
+/// The seams that were welded: the path of the tool while the laser emitted. Of very long seams the last part
+/// is kept.
 class SeamTrack : public QObject {
     Q_OBJECT
 public:
-    static constexpr int piecePlaces = 1000;
+    static constexpr int piecePoints = 1000;
     static constexpr int mostPieces = 100;
 
-    /// All must outlive it. The follower hears of a run before the executor begins it.
+    /// All must outlive it. The follower announces a start before the executor begins the run.
     SeamTrack(sim::Controller* controller, sim::Cell* cell, workcell::TreeFollower* follower,
               QObject* parent = nullptr);
 
-    /// Where the tool is now.
     const Position& tool() const { return tool_; }
     bool emitting() const { return emitting_; }
-    /// Of at most piecePlaces places each.
+    /// Of at most piecePoints points each.
     const std::deque<Polyline>& pieces() const { return pieces_; }
-    /// Of all since clear(), metres.
+    /// Of all seams since clear(), metres.
     double length() const { return length_; }
     void clear();
 
 signals:
-    /// Tool, laser or seam are not what they were.
+    /// Tool, laser or seams changed.
     void changed();
 
 private:
@@ -51,12 +51,13 @@ private:
 
     Position tool_;
     bool emitting_;
-    bool fromTheStart_ = false;  ///< a run from the first line was asked for
+    bool fromFirstLine_ = false;  ///< a run from the first line has been triggered
     std::deque<Polyline> pieces_;
     double length_ = 0;
 };
 
-/// Where the controller says that the tool is.
-Position toolPlace();
+/// The posture that the controller reports.
+sim::MotionPlan::Posture postureNow();
+Position toolPosition();
 
 }  // namespace app

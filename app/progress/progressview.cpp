@@ -10,8 +10,8 @@ namespace app {
 
 namespace {
 
-constexpr int stepSizes = 1000;
-constexpr int fullWidth = 270;
+constexpr int barSteps = 1000;
+constexpr int widthPx = 270;
 constexpr qint64 msPerS = 1000;
 
 /// "0:12"
@@ -30,17 +30,17 @@ QString clockText(qint64 ms) {
 }  // namespace
 
 ProgressView::ProgressView(const RunWatcher* watcher, QWidget* parent)
-    : QWidget(parent), watcher_(watcher), gone_(new QLabel), left_(new QLabel), bar_(new QProgressBar) {
+    : QWidget(parent), watcher_(watcher), elapsed_(new QLabel), left_(new QLabel), bar_(new QProgressBar) {
     setObjectName(QStringLiteral("runProgress"));
-    setFixedWidth(fullWidth);
-    gone_->setObjectName(QStringLiteral("lblProgressGone"));
+    setFixedWidth(widthPx);
+    elapsed_->setObjectName(QStringLiteral("lblProgressElapsed"));
     left_->setObjectName(QStringLiteral("lblProgressLeft"));
     bar_->setObjectName(QStringLiteral("barProgress"));
     bar_->setTextVisible(false);
-    bar_->setRange(0, stepSizes);
+    bar_->setRange(0, barSteps);
     bar_->setFixedHeight(8);
     auto* row = new QHBoxLayout;
-    row->addWidget(gone_);
+    row->addWidget(elapsed_);
     row->addStretch(1);
     row->addWidget(left_);
     auto* column = new QVBoxLayout(this);
@@ -58,14 +58,14 @@ ProgressView::ProgressView(const RunWatcher* watcher, QWidget* parent)
 }
 
 void ProgressView::refresh() {
-    gone_->setText(clockText(watcher_->goneMs()));
+    elapsed_->setText(clockText(watcher_->elapsedMs()));
     const std::optional<RunProgress::View> view = watcher_->view();
     left_->setText(view ? leftText(*view) : QStringLiteral("…"));
-    bar_->setValue(view ? int(view->share * stepSizes) : 0);
+    bar_->setValue(view ? int(view->fraction * barSteps) : 0);
 }
 
 QString ProgressView::leftText(const RunProgress::View& view) {
-    // The last second counts until it is over.
+    // Rounded up: 0:00 is shown only at the end.
     const QString left = clockText(view.leftMs + msPerS - 1);
     if (view.waits) {
         return tr("等待输入，之后 %1").arg(left);

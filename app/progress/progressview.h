@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/progress/runprogress.h"
+#include "app/progress/runestimate.h"
 
 #include <QWidget>
 
@@ -11,8 +11,8 @@ namespace app {
 
 class RunWatcher;
 
-/// How long the run has gone (on the left) and will still go (on the right), over a thin bar; shown while a
-/// run is on.
+/// The time since the run began (left) and the time that it will still take (right), over a thin bar. Hidden
+/// while nothing runs.
 class ProgressView : public QWidget {
     Q_OBJECT
 public:
@@ -24,7 +24,7 @@ private:
     static QString leftText(const RunProgress::View& view);
 
     const RunWatcher* watcher_;
-    QLabel* gone_;
+    QLabel* elapsed_;
     QLabel* left_;
     QProgressBar* bar_;
 };

@@ -1,228 +1,147 @@
 #include "app/progress/runestimate.h"
 
-#include "mendo/convert.h"
-#include "program/geometry.h"
-
-#include <QJsonObject>
-
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace app {
 
 namespace {
 
-using Stand = sim::MotionPlan::Posture;
+using prog::Statement;
+using prog::StatementType;
+using prog::TaughtPoint;
 
 constexpr double mmPerM = 1000;
 constexpr qint64 inputPollMs = 100;
 constexpr qint64 zonePollMs = 50;
-constexpr int mostPlanned = 40;  // moves at once
 
 /// The first whole millisecond at or after a time.
 qint64 wholeMs(double seconds) {
     return qint64(std::ceil(seconds * 1000 - 1e-6));
 }
 
-double number(const QJsonValue& value) {
-    return mendo::toDouble(value.toVariant(), 0);
+sim::Pose poseAt(const prog::Position& position, const prog::Orientation& rot) {
+    return {{position.x, position.y, position.z}, rot};
 }
 
-int milliseconds(const QJsonObject& set, const char* name) {
-    return std::max(0, int(number(set.value(QLatin1String(name)))));
-}
-
-QString typeOf(const QJsonObject& statement) {
-    return statement.value(QLatin1String("type")).toString();
-}
-
-bool isMove(const QJsonObject& statement) {
-    return typeOf(statement).startsWith(QLatin1String("move"));
-}
-
-bool isExecuted(const QJsonObject& statement) {
-    return mendo::toBool(statement.value(QLatin1String("execute")).toVariant(), true);
-}
-
-sim::Pose poseOf(const QJsonValue& point) {
-    sim::Pose pose;
-    for (const auto& part : {std::make_pair("trans", &pose.trans), std::make_pair("rot", &pose.rot)}) {
-        const QJsonArray values = point.toObject().value(QLatin1String(part.first)).toArray();
-        for (int i = 0; i < 3; ++i) {
-            (*part.second)[size_t(i)] = number(values.at(i));
-        }
-    }
-    return pose;
-}
-
-sim::Joints jointsOf(const QJsonValue& point) {
-    sim::Joints joints;
-    const QJsonArray values = point.toObject().value(QLatin1String("near")).toArray();
-    for (const QJsonValue& value : values) {
-        joints.push_back(number(value));
-    }
-    return joints;
-}
-
-prog::Position placeOf(const sim::Pose& pose) {
-    return {pose.trans[0], pose.trans[1], pose.trans[2]};
-}
-
-sim::Pose poseAt(const prog::Position& place, const sim::Pose& turned) {
-    return {{place.x, place.y, place.z}, turned.rot};
+sim::Pose poseOf(const TaughtPoint& point) {
+    return poseAt(point.trans, point.rot);
 }
 
 }  // namespace
 
-/// Goes through a program as a run does, with two clocks: that of the run and that of the robot, which
-/// may still be moving when the run goes on at the entrance of a zone.
-struct RunEstimate::Walk {
-    Walk(const QJsonArray& statements, const QJsonArray& sets, const RunStart& start, const sim::Arm& arm);
-    bool advance(int lines);
-
-    int count() const { return int(statements_.size()); }
-    const QJsonObject& at(int line) const { return statements_[size_t(line)]; }
-    QJsonObject set() const { return sets_.at(set_).toObject(); }
-    void passLine(int line);
-    void resumeWeld(int line);
-    qint64 openingMs() const;
-    qint64 closingMs() const;
-    void queueBatch(int line);
-    sim::MotionCommand motionOf(int line);
-    double speedOf(int line) const;
-    bool endsWeld(int line) const;
-    void waitForMove(int line);
-    qint64 zoneEntryMs(size_t mark) const;
-
-    std::vector<QJsonObject> statements_;
-    std::vector<int> openBefore_;  ///< the nearest start of welding before each line, -1: none
-    const QJsonArray sets_;
-    const RunStart start_;
-    const sim::Arm& arm_;
-    std::vector<LineEstimate> lines_;
-
-    int next_;  ///< line
-    qint64 nowMs_ = 0;
-    bool weldOpen_;
-    int set_;
-    // The batch queued last.
-    int batchFrom_ = 0, batchTo_ = 0;  ///< lines, the second one behind it
-    qint64 batchMs_ = 0;               ///< when it begins
-    qint64 robotFreeMs_ = 0;
-    sim::Pose target_;  ///< of the move laid last
-    Stand stand_;
-    std::unique_ptr<sim::MotionPlan> plan_;
-    bool failed_ = false;
-};
-
-RunEstimate::Walk::Walk(const QJsonArray& statements, const QJsonArray& sets, const RunStart& start,
-                        const sim::Arm& arm)
-    : sets_(sets),
+RunEstimate::RunEstimate(prog::RunProgram program, std::vector<prog::LaserParams> sets, const RunStart& start,
+                         const sim::Arm& arm)
+    : program_(std::move(program)),
+      sets_(std::move(sets)),
       start_(start),
       arm_(arm),
-      lines_(size_t(statements.size())),
+      lines_(size_t(program_.lineCount())),
       next_(std::max(start.line, 0)),
-      weldOpen_(start.weldOpen),
+      weldOpen_(start.inWeld),
       set_(start.set),
-      target_(start.stand.pose),
-      stand_(start.stand) {
-    int open = -1;
-    for (const QJsonValue& statement : statements) {
-        openBefore_.push_back(open);
-        statements_.push_back(statement.toObject());
-        if (typeOf(statements_.back()) == QLatin1String("open")) {
-            open = count() - 1;
-        }
+      target_(start.posture.pose),
+      posture_(start.posture) {
+    if (weldOpen_ && start_.permitted && next_ < program_.lineCount()) {
+        const int open = program_.openBefore(next_);
+        set_ = open < 0 ? set_ : program_.statement(open).set;
+        nowMs_ = openingMs();
+        lines_[size_t(next_)].ms = nowMs_;
     }
 }
 
-bool RunEstimate::Walk::advance(int lines) {
-    const int end = start_.step ? std::min(start_.line + 1, count()) : count();
+bool RunEstimate::advance(int lines) {
+    const int end = start_.step ? std::min(start_.line + 1, program_.lineCount()) : program_.lineCount();
     for (; lines > 0 && next_ < end && !failed_; ++next_, --lines) {
-        const qint64 begun = nowMs_;
-        if (next_ == start_.line && weldOpen_ && !start_.step && start_.permitted) {
-            resumeWeld(next_);
-        }
-        if (isExecuted(at(next_))) {
+        const qint64 begunMs = nowMs_;
+        if (program_.isExecuted(next_)) {
             passLine(next_);
         }
-        lines_[size_t(next_)].ms = nowMs_ - begun;
+        lines_[size_t(next_)].ms += nowMs_ - begunMs;
     }
     return failed_ || next_ >= end;
 }
 
-void RunEstimate::Walk::passLine(int line) {
-    const QJsonObject& statement = at(line);
-    const QString type = typeOf(statement);
-    if (isMove(statement)) {
+void RunEstimate::passLine(int line) {
+    const Statement& statement = program_.statement(line);
+    if (statement.moves) {
         if (line >= batchTo_) {
             queueBatch(line);
         }
         waitForMove(line);
         return;
     }
-    if (type == QLatin1String("param") || (type == QLatin1String("open") && start_.permitted)) {
-        set_ = int(number(statement.value(QLatin1String("index"))));
+    switch (statement.type) {
+        case StatementType::Param:
+            set_ = statement.set;
+            break;
+        case StatementType::Open:
+            if (start_.permitted) {
+                set_ = statement.set;
+                nowMs_ += openingMs();
+                weldOpen_ = true;
+            }
+            break;
+        case StatementType::Close:
+            if (start_.permitted) {
+                nowMs_ += closingMs();
+                weldOpen_ = false;
+            }
+            break;
+        case StatementType::WaitDI:
+            nowMs_ += inputPollMs;
+            lines_[size_t(line)].waitsForInput = true;
+            break;
+        case StatementType::Delay:
+            nowMs_ += statement.delayMs;
+            break;
+        default:
+            break;
     }
-    if (type == QLatin1String("delay")) {
-        nowMs_ += milliseconds(statement, "delaytime");
-    } else if (type == QLatin1String("waitDI")) {
-        nowMs_ += inputPollMs;
-        lines_[size_t(line)].waitsForInput = true;
-    } else if (type == QLatin1String("open") && start_.permitted) {
-        nowMs_ += openingMs();
-        weldOpen_ = true;
-    } else if (type == QLatin1String("close") && start_.permitted) {
-        nowMs_ += closingMs();
-        weldOpen_ = false;
+}
+
+prog::LaserParams RunEstimate::params() const {
+    return set_ >= 0 && size_t(set_) < sets_.size() ? sets_[size_t(set_)] : prog::LaserParams();
+}
+
+qint64 RunEstimate::openingMs() const {
+    return params().preFlowMs + params().stayMs;
+}
+
+qint64 RunEstimate::closingMs() const {
+    return params().decreaseMs + params().closeDelayMs + params().postFlowMs;
+}
+
+/// A long batch is cut: the halt that this adds is short.
+void RunEstimate::queueBatch(int line) {
+    constexpr int mostPlanned = 40;
+    const int end = start_.step ? line + 1 : std::min(program_.batchEnd(line), line + mostPlanned);
+    std::vector<sim::MotionCommand> motions;
+    batchFrom_ = batchTo_ = line;
+    while (batchTo_ < end) {
+        motions.push_back(motionOf(batchTo_++));
     }
+    plan_ = std::make_unique<sim::MotionPlan>(arm_, posture_, std::move(motions));
+    posture_ = plan_->end();
+    target_ = posture_.pose;
+    batchMs_ = std::max(nowMs_, robotFreeMs_);
+    robotFreeMs_ = batchMs_ + wholeMs(plan_->profile().duration());
 }
 
-void RunEstimate::Walk::resumeWeld(int line) {
-    const int open = openBefore_[size_t(line)];
-    if (open >= 0) {
-        set_ = int(number(at(open).value(QLatin1String("index"))));
-    }
-    nowMs_ += openingMs();
-}
-
-/// Gas before the weld, and the dwell.
-qint64 RunEstimate::Walk::openingMs() const {
-    return milliseconds(set(), "delay_before_blow") + milliseconds(set(), "stay_time");
-}
-
-/// The ramp, the delay behind it, and gas after the weld.
-qint64 RunEstimate::Walk::closingMs() const {
-    return milliseconds(set(), "decrease_time") + milliseconds(set(), "close_delay") +
-           milliseconds(set(), "delay_after_blow");
-}
-
-/// In a weld its start tells the speed, in m/s.
-double RunEstimate::Walk::speedOf(int line) const {
-    const int open = openBefore_[size_t(line)];
-    const bool welds = weldOpen_ && open >= 0;
-    return number(welds ? at(open).value(QLatin1String("weldspeed"))
-                        : at(line).value(QLatin1String("speed"))) /
-           mmPerM;
-}
-
-sim::MotionCommand RunEstimate::Walk::motionOf(int line) {
+sim::MotionCommand RunEstimate::motionOf(int line) {
     using Kind = sim::MotionCommand::Kind;
-    const QJsonObject& statement = at(line);
-    const QString type = typeOf(statement);
-    const QJsonValue point = statement.value(QLatin1String("point"));
-    const QJsonValue point1 = statement.value(QLatin1String("point1"));
-    const sim::Pose pose = poseOf(point);
+    const Statement& statement = program_.statement(line);
     sim::MotionCommand motion;
     motion.id = line;
-    motion.speed = speedOf(line);
-    motion.zone = std::max(0.0, number(statement.value(QLatin1String("zone"))) / mmPerM);
+    motion.speed = program_.speedMmPerS(line, weldOpen_) / mmPerM;
+    motion.zone = std::max(0.0, statement.zoneMm.value_or(0) / mmPerM);
     if (!(motion.speed > 0)) {
         motion.refusal = sim::NoSpeed;
     }
-    if (type == QLatin1String("moveJ")) {
+    if (statement.type == StatementType::MoveJ) {
         motion.kind = Kind::Joint;
-        motion.joints = jointsOf(point);
+        motion.joints = statement.point.joints;
         if (int(motion.joints.size()) == arm_.axes()) {
             target_ = arm_.forward(motion.joints);
         } else {
@@ -230,98 +149,97 @@ sim::MotionCommand RunEstimate::Walk::motionOf(int line) {
         }
         return motion;
     }
-    motion.kind = type == QLatin1String("moveL") ? Kind::Line : Kind::Arc;
-    if (type != QLatin1String("moveCC")) {
-        target_ = motion.kind == Kind::Line ? pose : poseOf(point1);
-        motion.poses = {{pose, target_}};
+    motion.kind = statement.type == StatementType::MoveL ? Kind::Line : Kind::Arc;
+    if (statement.type == StatementType::MoveCC) {
+        addCircle(line, &motion);
         return motion;
     }
-    // Once round in two halves takes as long as in the robot's three thirds.
-    const prog::Position start = placeOf(target_), p1 = placeOf(pose), p2 = placeOf(poseOf(point1));
-    const auto circle = prog::Arc::circle(start, p1, p2);
-    if (!circle || circleFault(start, p1, p2) != prog::CircleFault::None) {
-        motion.refusal = sim::NoCircle;
-        return motion;
-    }
-    const auto quarter = [&circle](int n) { return circle->at(circle->total() * n / 4); };
-    const sim::Pose half = poseAt(quarter(2), target_);
-    motion.poses = {{poseAt(quarter(1), target_), half}, {poseAt(quarter(3), target_), target_}};
+    target_ = poseOf(motion.kind == Kind::Line ? statement.point : statement.point1);
+    motion.poses = {{poseOf(statement.point), target_}};
     return motion;
 }
 
-/// The moves from a line on, up to the next other statement or skipped line, are one motion. A long one is
-/// cut: the halt that this adds is short.
-void RunEstimate::Walk::queueBatch(int line) {
-    std::vector<sim::MotionCommand> motions;
-    batchFrom_ = batchTo_ = line;
-    const int end = start_.step ? line + 1 : std::min(count(), line + mostPlanned);
-    while (batchTo_ < end && isMove(at(batchTo_)) && isExecuted(at(batchTo_))) {
-        motions.push_back(motionOf(batchTo_++));
+/// Once round in two halves takes as long as in the robot's three thirds.
+void RunEstimate::addCircle(int line, sim::MotionCommand* motion) {
+    const auto before = program_.targetBefore(line);
+    const auto& trans = start_.posture.pose.trans;
+    const prog::Position start =
+        before ? program_.point(*before).trans : prog::Position{trans[0], trans[1], trans[2]};
+    const prog::Position p1 = program_.statement(line).point.trans,
+                         p2 = program_.statement(line).point1.trans;
+    const auto circle = prog::Arc::circle(start, p1, p2);
+    if (!circle || circleFault(start, p1, p2) != prog::CircleFault::None) {
+        motion->refusal = sim::NoCircle;
+        return;
     }
-    plan_ = std::make_unique<sim::MotionPlan>(arm_, stand_, std::move(motions));
-    stand_ = plan_->end();
-    target_ = stand_.pose;
-    batchMs_ = std::max(nowMs_, robotFreeMs_);
-    robotFreeMs_ = batchMs_ + wholeMs(plan_->profile().duration());
+    const auto quarter = [&](int n) { return poseAt(circle->at(circle->total() * n / 4), target_.rot); };
+    motion->poses = {{quarter(1), quarter(2)}, {quarter(3), quarter(4)}};
 }
 
-/// Whether the next statement of laser or robot switches the laser off.
-bool RunEstimate::Walk::endsWeld(int line) const {
-    for (int i = line + 1; i < count() && !start_.step; ++i) {
-        if (typeOf(at(i)) == QLatin1String("close")) {
-            return true;
-        }
-        if (typeOf(at(i)) == QLatin1String("open") || isMove(at(i))) {
-            return false;
-        }
-    }
-    return false;
-}
-
-void RunEstimate::Walk::waitForMove(int line) {
+void RunEstimate::waitForMove(int line) {
     const size_t mark = size_t(line - batchFrom_);
     if (mark >= plan_->marks().size()) {
         failed_ = true;
         return;
     }
-    qint64 done = batchMs_ + wholeMs(plan_->marks()[mark].time);
-    if (endsWeld(line)) {
-        // The zone is looked for in steps, arcs reach theirs too seldom to count on it.
-        const QString type = typeOf(at(line));
-        const qint64 entry = batchMs_ + zoneEntryMs(mark);
-        const qint64 polls = std::max<qint64>(1, (entry - nowMs_ + zonePollMs - 1) / zonePollMs);
-        if (type == QLatin1String("moveJ") || type == QLatin1String("moveL")) {
-            done = std::min(done, nowMs_ + polls * zonePollMs);
-        }
+    qint64 doneMs = batchMs_ + wholeMs(plan_->marks()[mark].time);
+    // Arcs reach their zone too seldom to count on it.
+    const StatementType type = program_.statement(line).type;
+    const bool isStraight = type == StatementType::MoveJ || type == StatementType::MoveL;
+    if (isStraight && !start_.step && program_.isLastBeforeClose(line)) {
+        const qint64 entryMs = batchMs_ + zoneEntryMs(line);
+        const qint64 polls = std::max<qint64>(1, (entryMs - nowMs_ + zonePollMs - 1) / zonePollMs);
+        doneMs = std::min(doneMs, nowMs_ + polls * zonePollMs);
     }
-    nowMs_ = std::max(nowMs_, done);
+    nowMs_ = std::max(nowMs_, doneMs);
 }
 
-/// When the tool comes as near to the target as the zone is wide, from the batch's beginning.
-qint64 RunEstimate::Walk::zoneEntryMs(size_t mark) const {
-    const QJsonObject& statement = at(batchFrom_ + int(mark));
-    const QJsonValue own = statement.value(QLatin1String("zone"));
-    const double radius = own.isUndefined() ? start_.defaultZoneM : number(own) / mmPerM;
+/// When the tool comes as near to the target of a line as the zone is wide, from the batch's beginning.
+qint64 RunEstimate::zoneEntryMs(int line) const {
+    const std::optional<double> zoneMm = program_.statement(line).zoneMm;
+    const double radius = zoneMm ? *zoneMm / mmPerM : start_.defaultZoneM;
     const sim::SpeedProfile& profile = plan_->profile();
-    const double end = profile.at(plan_->marks()[mark].time).s;
+    const double end = profile.at(plan_->marks()[size_t(line - batchFrom_)].time).s;
     return wholeMs(profile.timeAt(radius > 0 ? std::max(0.0, end - radius) : end)) +
            (radius > 0 ? 0 : zonePollMs);
 }
 
-// --- The estimate --------------------------------------------------------------------------------
+// --- The progress ---------------------------------------------------------------------------------
 
-RunEstimate::RunEstimate(const QJsonArray& statements, const QJsonArray& sets, const RunStart& start,
-                         const sim::Arm& arm)
-    : walk_(std::make_unique<Walk>(statements, sets, start, arm)) {}
-
-RunEstimate::~RunEstimate() = default;
-
-bool RunEstimate::advance(int lines) {
-    return walk_->advance(lines);
+RunProgress::RunProgress(std::vector<LineEstimate> lines, int line, qint64 nowMs)
+    : lines_(std::move(lines)),
+      behindMs_(lines_.size()),
+      inputBehind_(lines_.size()),
+      line_(line),
+      lineBegunMs_(nowMs) {
+    bool input = false;
+    for (size_t i = lines_.size(); i > 0; --i) {
+        behindMs_[i - 1] = totalMs_;
+        inputBehind_[i - 1] = input;
+        totalMs_ += lines_[i - 1].ms;
+        input = input || lines_[i - 1].waitsForInput;
+    }
 }
 
-const std::vector<LineEstimate>& RunEstimate::lines() const {
-    return walk_->lines_;
+void RunProgress::beginLine(int line, qint64 nowMs) {
+    if (line == line_ || line < 0 || size_t(line) >= lines_.size()) {
+        return;
+    }
+    line_ = line;
+    lineBegunMs_ = nowMs;
+}
+
+RunProgress::View RunProgress::at(qint64 nowMs) const {
+    View view;
+    if (line_ < 0 || size_t(line_) >= lines_.size()) {
+        return view;
+    }
+    const LineEstimate& line = lines_[size_t(line_)];
+    view.leftMs = behindMs_[size_t(line_)] + std::max<qint64>(0, line.ms - (nowMs - lineBegunMs_));
+    view.fraction = totalMs_ > 0 ? double(totalMs_ - view.leftMs) / double(totalMs_) : 1;
+    view.waits = line.waitsForInput;
+    view.willWait = inputBehind_[size_t(line_)];
+    return view;
 }
 
 }  // namespace app

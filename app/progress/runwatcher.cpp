@@ -1,5 +1,6 @@
 #include "app/progress/runwatcher.h"
 
+#include "app/path/seamtrack.h"
 #include "app/status/statuswatcher.h"
 #include "kord/kordservice.h"
 #include "mendo/clock.h"
@@ -13,25 +14,10 @@ using mendo::ModuleObject;
 namespace {
 
 constexpr int tickMs = 200;
-constexpr int linesAtOnce = 40;  // some 20 ms
+constexpr int linesAtOnce = 40;  // takes about 20 ms
 
 qint64 nowMs() {
     return mendo::Clock::current().elapsedMs();
-}
-
-std::array<double, 3> tripleAt(const ModuleObject* list) {
-    return {list->c(0)->getDouble(), list->c(1)->getDouble(), list->c(2)->getDouble()};
-}
-
-sim::MotionPlan::Posture standNow() {
-    const ModuleObject* posture = kordservice()->dataNode(prog::key::posture);
-    sim::MotionPlan::Posture stand;
-    stand.pose = {tripleAt(posture->c(prog::field::trans)), tripleAt(posture->c(prog::field::rot))};
-    const QList<ModuleObject*> joints = posture->c(prog::field::near)->cmobjs();
-    for (const ModuleObject* joint : joints) {
-        stand.joints.push_back(joint->getDouble());
-    }
-    return stand;
 }
 
 }  // namespace
@@ -45,7 +31,7 @@ RunWatcher::RunWatcher(const workcell::PackageFlags& package, QObject* parent)
     connect(m(prog::key::currentLine), &ModuleObject::changed, this, &RunWatcher::onLine);
 }
 
-qint64 RunWatcher::goneMs() const {
+qint64 RunWatcher::elapsedMs() const {
     return nowMs() - begunMs_;
 }
 
@@ -75,9 +61,9 @@ void RunWatcher::begin() {
     RunStart start;
     start.step = mode == prog::runmode::singleStep;
     start.line = m(start.step ? prog::key::triggerOnce : prog::key::triggerStart)->getInt();
-    start.stand = standNow();
+    start.posture = postureNow();
     start.permitted = readSwitches().isSwitchedOn();
-    start.weldOpen = mode == prog::runmode::byHand && m(prog::key::weldOpen)->getBool(false);
+    start.inWeld = mode == prog::runmode::byHand && m(prog::key::weldOpen)->getBool(false);
     start.set = m(prog::key::curParam)->getInt();
     start.defaultZoneM = kordservice()->dataNode(prog::key::defaultZone)->getDouble();
     const ModuleObject* program =
@@ -87,13 +73,13 @@ void RunWatcher::begin() {
     progress_.reset();
     estimate_.reset();
     arm_ = std::make_unique<sim::Arm>(kordservice()->dataNode(prog::key::jointCount)->getInt());
-    estimate_ = std::make_unique<RunEstimate>(program->exportToJson().toArray(),
-                                              m(prog::key::param)->exportToJson().toArray(), start, *arm_);
+    estimate_ = std::make_unique<RunEstimate>(prog::RunProgram(program),
+                                              prog::LaserParams::allFrom(m(prog::key::param)), start, *arm_);
     idle_.start(0);
     estimate();
 }
 
-/// A part of it, between everything else.
+/// A part of the estimate; the event loop runs between the parts.
 void RunWatcher::estimate() {
     if (!estimate_->advance(linesAtOnce)) {
         return;

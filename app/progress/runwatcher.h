@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/progress/runprogress.h"
+#include "app/progress/runestimate.h"
 #include "workcell/workcell.h"
 
 #include <QObject>
@@ -11,22 +11,22 @@
 
 namespace app {
 
-/// Follows a run, by hand, of a station or a single step, from its beginning to its end, and tells how
-/// far it has come. Nothing is timed between runs.
+/// Follows each run (by hand, of a station or a single step) from its beginning to its end and tells how far
+/// it has come. No timer runs between runs.
 class RunWatcher : public QObject {
     Q_OBJECT
 public:
-    /// The package's page has been made.
+    /// To be made after the package's page.
     explicit RunWatcher(const workcell::PackageFlags& package, QObject* parent = nullptr);
 
-    /// Of the run under way, at this moment.
-    qint64 goneMs() const;
-    /// Nothing while a long program is still being estimated.
+    /// Since the run under way began.
+    qint64 elapsedMs() const;
+    /// Empty while a long program is still being estimated.
     std::optional<RunProgress::View> view() const;
 
 signals:
     void begun();
-    /// A line was begun, or some time has passed.
+    /// A line began, or some time has passed.
     void advanced();
     void ended();
 
@@ -41,10 +41,10 @@ private:
     qint64 begunMs_ = 0, lineBegunMs_ = 0;
     int startLine_ = 0, line_ = 0;
     std::unique_ptr<sim::Arm> arm_;
-    std::unique_ptr<RunEstimate> estimate_;  ///< while it is being made
-    std::optional<RunProgress> progress_;    ///< from then on
+    std::unique_ptr<RunEstimate> estimate_;  ///< until it is complete
+    std::optional<RunProgress> progress_;    ///< after that
     QTimer tick_;
-    QTimer idle_;  ///< goes on with the estimate
+    QTimer idle_;  ///< continues the estimate
 };
 
 }  // namespace app

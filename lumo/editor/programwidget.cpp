@@ -1,6 +1,5 @@
 #include "editor/programwidget.h"
 
-#include "editor/pairing.h"
 #include "editor/pendantkeys.h"
 #include "editor/runcontrols.h"
 #include "editor/startline.h"
@@ -8,6 +7,7 @@
 #include "editor/storedstate.h"
 #include "executor/lumoexecutor.h"
 #include "module/globals.h"
+#include "program/runprogram.h"
 #include "program/statement.h"
 #include "program/words.h"
 #include "ui_programwidget.h"
@@ -241,7 +241,7 @@ void ProgramWidget::changeStatement(int row) {
 }
 
 bool ProgramWidget::checkOpenMatchClose() {
-    const WeldPairs pairs = weldPairs(ProgramTable::program());
+    const auto pairs = prog::WeldPairs::of(ProgramTable::program());
     openRows_ = pairs.opens;
     closeRows_ = pairs.closes;
     return pairs.match();

@@ -1,12 +1,12 @@
 #include "editor/runcontrols.h"
 
-#include "editor/pairing.h"
 #include "editor/programtable.h"
 #include "editor/programwidget.h"
 #include "executor/lumoexecutor.h"
 #include "files/projectfile.h"
 #include "files/resumedata.h"
 #include "module/globals.h"
+#include "program/runprogram.h"
 #include "program/words.h"
 #include "widgets/messagebox.h"
 
@@ -33,7 +33,7 @@ RunControls::~RunControls() {
 }
 
 bool RunControls::refusedForPairs() const {
-    if (weldPairs(ProgramTable::program()).match()) {
+    if (WeldPairs::of(ProgramTable::program()).match()) {
         return false;
     }
     showMessage(QMessageBox::Warning, ProgramWidget::tr("程序错误"),

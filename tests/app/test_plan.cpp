@@ -16,9 +16,9 @@ QString text(const Position& place) {
 /// "LINE SHAPE from > to length ~ where the corner ends", with w for a weld and ! for what cannot be moved.
 QString text(const app::PathMove& move) {
     static const char* const shapes[] = {"joint", "line", "arc", "circle"};
-    const QString way = text(move.way.front()) + " > " + text(move.way.back());
-    const QString length = QString::number(app::lengthOf(move.way) * 1000, 'f', 1);
-    return QString("%1 %2 %3 %4").arg(move.line).arg(shapes[int(move.shape)], way, length) +
+    const QString path = text(move.path.front()) + " > " + text(move.path.back());
+    const QString length = QString::number(app::lengthOf(move.path) * 1000, 'f', 1);
+    return QString("%1 %2 %3 %4").arg(move.line).arg(shapes[int(move.shape)], path, length) +
            (move.corner.empty() ? "" : " ~ " + text(move.corner.back())) + (move.weld ? " w" : "") +
            (move.impossible ? " !" : "");
 }
@@ -51,18 +51,18 @@ class AppPlan : public QObject {
         for (const QString& line : statements.split("; ")) {
             list << statement(line);
         }
-        const auto program = test::json("[" + list.join(',').toUtf8() + "]").toArray();
-        return app::layOutPath(program, arm_, {{0.5, 0, 0.3}, arm_.home()});
+        const QJsonValue program = test::json("[" + list.join(',').toUtf8() + "]");
+        return app::layOutPath(prog::RunProgram(program), arm_, {{{0.5, 0, 0.3}, {}}, arm_.home()});
     }
     /// From home, made in parts.
     std::vector<app::LineEstimate> estimate(const QJsonValue& program, const QJsonValue& sets, int line,
                                             bool permitted, bool resumed) const {
         app::RunStart start;
-        start.stand = {arm_.forward(arm_.home()), arm_.home()};
+        start.posture = {arm_.forward(arm_.home()), arm_.home()};
         start.line = line;
         start.permitted = permitted;
-        start.weldOpen = resumed;
-        app::RunEstimate made(program.toArray(), sets.toArray(), start, arm_);
+        start.inWeld = resumed;
+        app::RunEstimate made(prog::RunProgram(program), prog::LaserParams::allFrom(sets), start, arm_);
         while (!made.advance(3)) {
         }
         return made.lines();

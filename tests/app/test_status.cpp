@@ -14,7 +14,7 @@ class AppStatus : public test::PanelTest {
         return textOf("lblWhySign") + " " + textOf("lblWhy").replace("  ·  ", "|");
     }
     QString line(int sentences) const { return line().section('|', 0, sentences - 1); }
-    QString progress() const { return textOf("lblProgressGone") + "/" + textOf("lblProgressLeft"); }
+    QString progress() const { return textOf("lblProgressElapsed") + "/" + textOf("lblProgressLeft"); }
     Step input(const QString& name, bool on) const {
         return [this, name, on] { robot()->setInput(name, on); };
     }

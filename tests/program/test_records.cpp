@@ -11,10 +11,10 @@ namespace {
 
 QString shown(const TaughtPoint& point) {
     QStringList numbers{point.taught ? "taught" : point.exists ? "empty" : "none"};
-    for (const double number : {point.transM[0], point.transM[2], point.rotRad[1]}) {
+    for (const double number : {point.trans[0], point.trans[2], point.rot[1]}) {
         numbers << QString::number(number);
     }
-    for (const double angle : point.jointsRad) {
+    for (const double angle : point.joints) {
         numbers << QString::number(angle);
     }
     return numbers.join(',');
