@@ -1,6 +1,6 @@
 #include "runner/stationpage.h"
 
-#include "program/words.h"
+#include "program/signal.h"
 
 #include <QAbstractButton>
 #include <QComboBox>
@@ -164,9 +164,10 @@ QString StationEditor::fill(const QJsonObject& fields) const {
     if (fault.isEmpty() && has("type2")) {
         fault = chooseEdge("cmbType_2", text("type2"));
     }
-    for (const char* field : {"DI", "DI2", "DO", "DO2"}) {
+    for (const prog::SignalFields& signal :
+         {prog::startInput, prog::stopInput, prog::startOutput, prog::stopOutput}) {
         if (fault.isEmpty()) {
-            fault = chooseSignal(fields, QLatin1String(field));
+            fault = chooseSignal(fields, signal);
         }
     }
     return fault;
@@ -223,10 +224,11 @@ QString StationEditor::chooseEdge(const char* combo, const QString& word) const 
 }
 
 /// Fills the name or the register of a signal, depending on its kind: the page shows only one of them.
-QString StationEditor::chooseSignal(const QJsonObject& fields, const QString& field) const {
-    const QJsonValue kind = fields.value(field + QStringLiteral("_type"));
+QString StationEditor::chooseSignal(const QJsonObject& fields, const prog::SignalFields& signal) const {
+    const QString field = signal.ioName;
+    const QJsonValue kind = fields.value(signal.kind);
     const QJsonValue name = fields.value(field);
-    const QJsonValue reg = fields.value(field + QStringLiteral("_reg"));
+    const QJsonValue reg = fields.value(signal.reg);
     if (kind.isUndefined() && name.isUndefined() && reg.isUndefined()) {
         return {};
     }
@@ -258,7 +260,6 @@ QString StationEditor::choose(const QString& combo, const QString& text) const {
         return notChosen(combo, text);
     }
     box->setCurrentIndex(choice);
-    emit box->activated(choice);
     return {};
 }
 

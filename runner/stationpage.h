@@ -8,6 +8,10 @@
 class QTableWidget;
 class QWidget;
 
+namespace prog {
+struct SignalFields;
+}
+
 namespace run {
 
 /// Operates the package's station page: finds its widgets by name, uses the mouse, reads the table.
@@ -66,7 +70,7 @@ private:
     QString fillTime(const QString& time) const;
     QString chooseProject(const QString& file) const;
     QString chooseEdge(const char* combo, const QString& word) const;
-    QString chooseSignal(const QJsonObject& fields, const QString& field) const;
+    QString chooseSignal(const QJsonObject& fields, const prog::SignalFields& signal) const;
     QString choose(const QString& combo, const QString& text) const;
     template <class Widget>
     Widget* widget(const QString& name) const;
