@@ -1,6 +1,6 @@
 #pragma once
 
-#include "mendo/noderef.h"
+#include "mendo/branch.h"
 
 #include <QJsonObject>
 #include <QJsonValue>

@@ -1,4 +1,4 @@
-#include "json/jsonfault.h"
+#include "json/jsontext.h"
 #include "program/check.h"
 #include "program/parameters.h"
 #include "support/suite.h"
@@ -165,7 +165,9 @@ private slots:
         }
         for (const char* name : {"lumo", "lumo_en", "lumo_ru"}) {
             const QString file = SOURCE_FOLDER "lumo/resources/" + QString(name) + ".json";
-            const QJsonObject document = mendo::parseJson(test::contentOf(file), nullptr)->object();
+            mendo::FileProblem problem;
+            const auto text = mendo::JsonText::parse(test::contentOf(file), &problem);
+            const QJsonObject document = text->value().toObject();
             QCOMPARE(test::text(document["toolset"]), test::text(newRecord(toolsetFields())));
             QJsonObject defaults = document["default"].toObject();
             if (name == QByteArray("lumo_ru")) {  // whose records begin with fewer fields
