@@ -1,3 +1,4 @@
+#include "equipment/ports.h"
 #include "pagebench.h"
 
 #include "equipment/handlit.h"
