@@ -1,6 +1,7 @@
 #include "runner/pointrecord.h"
 
 #include "json/jsonwriter.h"
+#include "program/words.h"
 #include "simulator/arm.h"
 
 #include <QtMath>
@@ -45,9 +46,9 @@ std::optional<QByteArray> pointRecord(const std::vector<double>& pose, int axes,
     }
     JsonWriter writer;
     writer.beginObject();
-    writeList(writer, QStringLiteral("trans"), target.trans, perM);
-    writeList(writer, QStringLiteral("rot"), target.rot, perRad);
-    writeList(writer, QStringLiteral("near"), *joints, perRad);
+    writeList(writer, prog::field::trans, target.trans, perM);
+    writeList(writer, prog::field::rot, target.rot, perRad);
+    writeList(writer, prog::field::near, *joints, perRad);
     return writer.endObject().take();
 }
 

@@ -4,7 +4,7 @@
 #include "mendo/clock.h"
 #include "mendo/modulemanager.h"
 #include "program/ports.h"
-#include "program/signal.h"
+#include "program/statement.h"
 #include "program/words.h"
 #include "simulator/controller.h"
 
@@ -318,12 +318,10 @@ void StatusWatcher::readWait(CellStatus* state) const {
     state->input = detail;
     state->waitedMs = std::max<qint64>(0, now - waiting.value(QStringLiteral("since")).toLongLong());
     // The edited program may differ from the running copy.
-    const ModuleObject* statement =
-        m(state->station ? prog::key::stationProgram : prog::key::program)->c(state->line);
-    if (prog::Signal::from(statement, prog::awaitedInput).address() == detail) {
-        state->awaited = statement->c(prog::field::value1)->getString() == prog::word::falseText
-                             ? QStringLiteral("false")
-                             : QStringLiteral("true");
+    const prog::Statement statement = prog::Statement::from(
+        m(state->station ? prog::key::stationProgram : prog::key::program)->c(state->line));
+    if (statement.signal.address() == detail) {
+        state->awaited = statement.value ? prog::word::trueText : prog::word::falseText;
     }
 }
 
