@@ -1,9 +1,7 @@
 #include "runner/problem.h"
 
 #include "json/jsonfile.h"
-
-#include <cstdio>
-
+#include "workcell/commandline.h"
 namespace run {
 
 QString Problem::text() const {
@@ -46,8 +44,7 @@ Problem InputArray::problemAt(int element, const QString& path, const QString& r
 }
 
 void printError(const QString& text) {
-    std::fprintf(stderr, "lumo-run: %s\n", text.toUtf8().constData());
-    std::fflush(stderr);
+    workcell::printError("lumo-run", text);
 }
 
 void printWarning(const QString& text) {

@@ -10,10 +10,10 @@
 
 namespace run {
 
-/// What is wrong with an input, and where.
+/// A fault of an input, and its place.
 struct Problem {
-    QString file;            ///< as the caller named it; empty when no file is concerned
-    mendo::TextPlace place;  ///< none where it means nothing
+    QString file;            ///< as named on the command line; empty without a file
+    mendo::TextPlace place;  ///< none for the file as a whole
     QString reason;          ///< plain English, no full stop
 
     /// "FILE:LINE:COLUMN: REASON" with the parts that are known; always one line.

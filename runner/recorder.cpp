@@ -167,7 +167,7 @@ void Recorder::onPosture() {
     writeNumbers(posture, stand.joints);
     const QByteArray text = posture.endArray().take();
     if (text == lastPosture_) {
-        return;  // a standstill, its result and the end of the seam in one
+        return;  // the posture was recorded at this time already
     }
     lastPosture_ = text;
     JsonWriter& line = trace_->begin("posture");

@@ -14,23 +14,22 @@ class Cell;
 
 namespace run {
 
-/// Turns what happens in the host, the controller and the package's loggers into trace lines, from
-/// the moment recording is switched on. Made before the controller, so that a command's line comes
-/// before the lines of what it does.
+/// Writes events of the host, the controller and the package's loggers as trace lines while recording is on.
+/// Make it before the controller: the line of a command then comes before those of its consequences.
 class Recorder : public QObject {
     Q_OBJECT
 public:
     Recorder(Trace* trace, workcell::TreeFollower* follower, QObject* parent = nullptr);
 
-    /// `posture`: record its posture, too.
+    /// Records a controller; `posture`: its posture, too.
     void attach(sim::Controller* controller, bool posture);
-    /// Records the posture, where it is recorded, when the laser begins and ends to emit.
+    /// Records the posture also when the laser starts and ends to emit.
     void attachCell(sim::Cell* cell);
     void setRecording(bool on) { recording_ = on && trace_->isOpen(); }
 
     void message(const QString& icon, const QString& title, const QString& text);
     void answer(const QString& title, const QString& answer);
-    /// The state text of a station, `row` from 0.
+    /// The state text of a station; `row` from 0.
     void station(int row, const QString& state);
     /// A scenario entry, as JSON.
     void scenarioEntry(const QByteArray& entry, bool refused);
@@ -49,8 +48,8 @@ private:
     void onFileProblem(const mendo::FileProblem& problem);
 
     Trace* trace_;
-    sim::Controller* robot_ = nullptr;  ///< whose posture is recorded
-    QByteArray lastPosture_;            ///< with its time
+    sim::Controller* robot_ = nullptr;  ///< only when its posture is recorded
+    QByteArray lastPosture_;            ///< the last line, with its time
     bool recording_ = false;
 };
 

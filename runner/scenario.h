@@ -1,6 +1,5 @@
 #pragma once
 
-#include "runner/entrycheck.h"
 #include "runner/problem.h"
 
 #include <QByteArray>
@@ -13,30 +12,72 @@
 
 namespace run {
 
-/// One entry of a scenario, checked: its keys are there and of the right kind.
+/// What an entry of a scenario does.
+enum class Action {
+    Start,
+    Once,
+    Resume,
+    Pause,
+    Power,
+    Mode,
+    Weld,
+    HandWeld,
+    Input,
+    Set,
+    Key,
+    Monitor,
+    Load,
+    Insert,
+    Remove,
+    Move,
+    Enable,
+    Place,
+    Device,
+    Port,
+    Station,
+    Quit,
+    MotionError,
+    Fault,
+    Quirk,
+};
+
+/// The action of an entry's "do"; nothing for an unknown word.
+std::optional<Action> actionFrom(const QString& word);
+
+/// A fault of an entry of a scenario.
+struct EntryFault {
+    QString path;  ///< dotted path of the wrong value; empty for the entry as a whole
+    QString reason;
+};
+
+/// Finds a key that is missing, unknown or of the wrong kind. `inputs`: the names of the controller's
+/// inputs.
+std::optional<EntryFault> findEntryFault(const QJsonObject& entry, const QStringList& inputs);
+
+/// A checked entry of a scenario: its keys exist and have the right kinds.
 struct ScenarioEntry {
     int atMs = 0;  ///< since the start trigger
     Action action = Action::Pause;
     QJsonObject keys;
-    QByteArray text;  ///< the entry as it stands in the file, on one line
+    QByteArray text;  ///< the entry as in the file, on one line
 };
 
-/// What happens to the cell, and when: a JSON array of {"at": MS, "do": ACTION, …}.
+/// Timed events of a run: a JSON array of {"at": MS, "do": ACTION, …}.
 class Scenario {
 public:
-    /// Nothing, with what is wrong and where in `problem`, when it does not parse or has an entry
-    /// that cannot be applied. `inputs`: the names of the controller's inputs.
+    /// Nothing, with the place and the reason in `problem`, when it does not parse or has a wrong entry.
+    /// `inputs`: the names of the controller's inputs.
     static std::optional<Scenario> read(const QString& file, const QString& shown, const QStringList& inputs,
                                         Problem* problem);
     static std::optional<Scenario> fromText(const InputArray& text, const QStringList& inputs,
                                             Problem* problem);
 
-    /// In the order in which they are applied: by time, then as the file has them.
+    /// Sorted by time; entries of one time as in the file.
     const std::vector<ScenarioEntry>& entries() const { return entries_; }
     bool has(Action action) const;
-    /// When the last one comes; 0 without any.
+    /// Time of the last entry; 0 without entries.
     int lastMs() const { return entries_.empty() ? 0 : entries_.back().atMs; }
-    /// The projects that are loaded or that stations are bound to, taken relative to a folder.
+    /// The project files that entries load or bind to stations, relative to a folder.
     QStringList files(const QString& folder) const;
 
 private:

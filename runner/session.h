@@ -8,7 +8,6 @@
 #include "runner/report.h"
 #include "runner/runwatch.h"
 #include "runner/scenarioplayer.h"
-#include "runner/stationlist.h"
 #include "runner/stationpage.h"
 #include "runner/trace.h"
 #include "runner/treeoperator.h"

@@ -1,6 +1,7 @@
 #include "runner/trace.h"
 
 #include "mendo/modulemanager.h"
+#include "program/words.h"
 #include "runner/options.h"
 
 #include <QDir>
@@ -88,12 +89,12 @@ void writeBeginLine(Trace& trace, const Options& options, int statements) {
     writeOptions(line, options);
     line.key(QStringLiteral("statements")).integer(statements);
     line.key(QStringLiteral("sets")).beginArray();
-    for (const mendo::ModuleObject* set : m(QStringLiteral("lumo.param"))->cmobjs()) {
+    for (const mendo::ModuleObject* set : m(prog::key::param)->cmobjs()) {
         line.string(set->r(QStringLiteral("name"))->getString());
     }
     line.endArray();
     line.key(QStringLiteral("ports")).beginArray();
-    for (const mendo::ModuleObject* port : m(QStringLiteral("lumo.port"))->cmobjs()) {
+    for (const mendo::ModuleObject* port : m(prog::key::port)->cmobjs()) {
         line.beginObject();
         for (const QString& field :
              {QStringLiteral("type"), QStringLiteral("name"), QStringLiteral("enable")}) {
@@ -102,7 +103,7 @@ void writeBeginLine(Trace& trace, const Options& options, int statements) {
         line.endObject();
     }
     line.endArray();
-    line.key(QStringLiteral("dt")).node(m(QStringLiteral("lumo.execute.dt")));
+    line.key(QStringLiteral("dt")).node(m(prog::key::executeDt));
     trace.end();
 }
 

@@ -13,23 +13,23 @@ using mendo::JsonWriter;
 
 struct Options;
 
-/// Writes trace lines: JSON Lines with the time in front.
+/// Writes a trace: a JSON object on each line, the time first.
 class Trace {
 public:
-    /// Opens the file, "-" for standard output. False, with the reason in `error`, when it cannot be
-    /// written. A trace that was never opened takes lines and writes none.
+    /// Opens the file; "-" is standard output. False, with the reason in `error`, when it cannot be written.
+    /// Without an open file, lines are dropped.
     bool open(const QString& file, QString* error);
     bool isOpen() const { return out_.isOpen(); }
-    /// What tells the time of a line, ms.
+    /// The clock for the time of a line, ms.
     void setClock(std::function<qint64()> clock) { clock_ = std::move(clock); }
 
-    /// Starts a line, to be filled with keys and values and ended by `end()`.
+    /// Starts a line: add keys and values, then call end().
     JsonWriter& begin(const char* kind);
     /// The line that was started.
     JsonWriter& line() { return line_; }
     void end();
 
-    /// Writes what is buffered; later lines are dropped. False, with the reason in `error`, when
+    /// Writes the buffer and closes the file. False, with the reason in `error`, when
     /// something could not be written.
     bool close(QString* error);
 
@@ -40,7 +40,7 @@ private:
     bool failed_ = false;
 };
 
-/// Writes the first line of a trace: what shapes the run, and the settings as the package has them.
+/// Writes the first line of a trace: the options, and the settings as the package has read them.
 void writeBeginLine(Trace& trace, const Options& options, int statements);
 
 }  // namespace run

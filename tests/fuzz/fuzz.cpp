@@ -15,7 +15,6 @@
 #include "program/words.h"
 #include "runner/project.h"
 #include "runner/scenario.h"
-#include "runner/stationlist.h"
 #include "runner/treeoperator.h"
 #include "stations/station.h"
 #include "workcell/workcell.h"
