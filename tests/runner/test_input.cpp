@@ -16,7 +16,7 @@ using test::quoted;
 
 namespace {
 
-/// A text with ' for ", and what is said of it.
+/// A text with ' for ", and the expected problem.
 struct Case {
     QByteArray text;
     const char* says;
@@ -44,11 +44,11 @@ void refuses(const std::vector<Case>& cases, Read read) {
 
 }  // namespace
 
-/// What is wrong with a project or a scenario is told with its place; what is right is read as it stands.
+/// Faults of projects and scenarios, with their places.
 class RunnerInput : public QObject {
     Q_OBJECT
 private slots:
-    void brokenProject_isToldWithItsPlace() {
+    void brokenProject_givesAProblemWithItsPlace() {
         refuses({{"[\n{'type': 'delay'},\n  {type}]", "p.json:3:4: no JSON: expected a key in quotes"},
                  {"\n {}", "p.json:2:2: holds no array"},
                  {"[{'type':'close'},\n 5]", "p.json:2:2: element 2 is no object"},
@@ -65,7 +65,7 @@ private slots:
         }
     }
 
-    void brokenScenario_isToldWithItsPlace() {
+    void brokenScenario_givesAProblemWithItsPlace() {
         const auto entry = [](const char* keys) { return QByteArray("[{'at':0,'do':") + keys + "}]"; };
         refuses(
             {{"[[]]", "s.json:1:2: entry 1: is no object"},

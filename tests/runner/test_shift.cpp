@@ -27,10 +27,9 @@ private slots:
         QCOMPARE(result_.done()["t"].toInt(), 3599000);  // a second after the last entry
     }
 
-    /// Counted by hand from the scenario: a press in the own run starts nothing, one that is held starts
-    /// again, without power and with a damaged project nothing runs. Each refusal for want of power is told,
-    /// and the damaged project at each of its presses.
-    void pressesBecomeRuns_thatAreCutWhereSomethingStopsThem() {
+    /// Counted from the scenario: a press during the station's own run starts nothing, a held one starts
+    /// again; without power and with a damaged project nothing runs, with a message each time.
+    void presses_startRuns_andStopsEndThem() {
         QVector<int> runs(5), cut(5);
         int row = -1;
         bool running = false, isCut = false;
@@ -57,7 +56,7 @@ private slots:
         QCOMPARE(result_.of("file").size(), 2);
     }
 
-    /// Who asked first runs first; each station's texts come in their order and its output goes with them.
+    /// First come, first served; the states and the output of each station follow the queue.
     void queue_isServedInOrder_withItsOutputs() {
         QList<int> queue;
         QStringList letters{"", "", "", "", ""};
@@ -92,8 +91,8 @@ private slots:
         }
     }
 
-    /// On only by a weld of a run; off within a closing's ramp when the run is over, at once when the power
-    /// goes. What is on in the end are the two stop outputs, which nothing switches off.
+    /// The laser is off within a closing's ramp after a run, at once after a loss of power. At the end only
+    /// the two stop outputs are on.
     void laser_isOnInWeldsOnly() {
         constexpr int longestRampMs = 400;
         bool busy = false, enabled = false, wasOn = false, powered = true;

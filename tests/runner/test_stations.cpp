@@ -5,7 +5,7 @@
 
 namespace {
 
-/// A station that a rising edge of DI1, DI2, … starts.
+/// A station that is started by a rising edge of DI1, DI2, …
 QJsonObject station(int number, const QString& project) {
     return {{"stationname", QString("Station %1").arg(number)},
             {"filePath", project},
@@ -17,7 +17,7 @@ QJsonObject station(int number, const QString& project) {
             {"DO_type", "IO"}};
 }
 
-/// Two stations; both wait half a second, the second one twice.
+/// Two stations: the project of the first waits half a second, that of the second a whole one.
 class Stations : public Folder {
 public:
     explicit Stations(const QString& first = "one.json") {
@@ -53,7 +53,7 @@ const QByteArray bothPulses = pulse(1, 1100) + ',' + pulse(2, 1100);
 
 }  // namespace
 
-/// Monitoring of stations as the caller of the program meets it.
+/// The built program with --stations.
 class RunnerStations : public QObject {
     Q_OBJECT
 private slots:
@@ -100,7 +100,7 @@ private slots:
             // The run of station 1 ends at 1700; what is queued is given up a second later.
             {bothPulses + off, "stalled", 2700},
             {bothPulses + off + R"(,{"at":9000,"do":"monitor","value":true})", "finished", 10200},
-            // It starts the project again and again, until a run ends late enough.
+            // The project starts again and again until the end of a run.
             {R"({"at":50,"do":"input","name":"DI1","value":true})", "finished", 1500},
             {pulse(1, 1100), "until", 1400}};
         for (const auto& [scenario, reason, ms] : shifts) {
@@ -112,8 +112,8 @@ private slots:
         }
     }
 
-    /// Also when the last run came to its end; the table tells who ran.
-    void stoppedRun_isNoSuccess() {
+    /// Even when the last run finished.
+    void stoppedRun_givesStatus1_andTheTableOfStations() {
         const Result result = Stations().monitor('[' + pulse(1, 1100) + ',' + pulse(2, 3100) +
                                                      R"(,{"at":3500,"do":"pause"},)" + pulse(2, 6100) + ']',
                                                  {});
@@ -124,8 +124,7 @@ private slots:
         QVERIFY2(table.contains("Station 2 two.json 2 1 1.300 s"), qPrintable(table));
     }
 
-    /// The page is opened and its switch pressed by a scenario, while a project runs.
-    void monitoring_worksBesideAProject() {
+    void monitoring_canBeSwitchedByAScenarioDuringARun() {
         const Stations folder;
         folder.write("p.json", '[' + delayStatement + ',' + delayStatement + ',' + delayStatement + ']');
         folder.write("s.json", R"([{"at":100,"do":"monitor","value":true},)" + pulse(1, 600) +
@@ -136,8 +135,7 @@ private slots:
         QCOMPARE(result.done()["lines"].toInt(), 4);
     }
 
-    /// What cannot be chosen leaves the whole station as it was.
-    void stationEditedByHand_isTakenWholeOrNotAtAll() {
+    void editedStation_isSavedWholeOrNotAtAll() {
         const std::pair<QByteArray, QByteArray> edits[] = {
             {R"("DI":"DI5","filePath":"two.json","time":50)", ""},
             {R"("DI_type":"IO","DI":"DI5","DI2_type":"Register","filePath":"two.json",)"
@@ -155,13 +153,13 @@ private slots:
         }
     }
 
-    /// It asks, its output is on until it is its turn; nothing runs, and the next one gets the robot.
-    void stationWithoutAProgram_isPassedOver() {
+    /// Its output is on while it is queued; then the next station is served.
+    void stationWithoutAProgram_isSkipped() {
         const std::tuple<QString, QByteArray, int> projects[] = {
             {"gone.json", "gone.json: there is no such file", 0},
             {"damaged.json", "damaged.json:2:", 0},
             {"none.json", "", 1},  // no program in it
-            {"", "", 0}};          // none bound: the entry is dropped in silence
+            {"", "", 0}};          // none bound: dropped without a message
         for (const auto& [project, warning, messages] : projects) {
             const Stations folder(project);
             folder.write("none.json", "[]");
@@ -179,9 +177,8 @@ private slots:
         }
     }
 
-    /// Entries of time 0 come after the switch: what is on then is an edge. Off and on again takes it as it
-    /// stands.
-    void inputThatIsOnBefore_isNoPress() {
+    /// Entries of time 0 are applied after monitoring was switched on.
+    void inputThatIsOnBeforeMonitoring_startsNothing() {
         const QByteArray on = R"({"at":0,"do":"input","name":"DI1","value":true})";
         const Stations folder;
         const Result edge =
