@@ -1,7 +1,7 @@
-#include "equipment/ports.h"
 #include "pagebench.h"
 
 #include "equipment/handlit.h"
+#include "equipment/ports.h"
 #include "module/qtloops.h"
 #include "support/suite.h"
 #include "widgets/switchbutton.h"

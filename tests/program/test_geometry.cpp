@@ -63,7 +63,7 @@ private slots:
         const QVector3D z(0, 0, 1);
         for (int i = 1; i <= 40; ++i) {  // the cosine rounds to a number above 1 for some of these vectors
             const QVector3D v(0.1F + 0.013F * float(i), 0.2F, 0.3F - 0.007F * float(i));
-            QCOMPARE(prog::calcTheta(v, v, QVector3D::crossProduct(v, z).normalized()), 0.0);
+            QVERIFY(prog::calcTheta(v, v, QVector3D::crossProduct(v, z).normalized()) < 1e-3);
         }
         // A half turn puts the cosine at its limit, a long last arc needs an angle above a half turn.
         QVERIFY(error({{0.1, 0, 0}, {0, 0, -1}, 0.1}, 0, 90, 180) < 1e-6);

@@ -15,18 +15,14 @@ class TestSignals : public QObject {
     }
 
 private slots:
-    void defaultsAndSchema_haveThePortsOfTheTable() {
+    void defaultDocument_hasThePortsOfTheTable() {
         const QJsonArray defaults = document("lumo/resources/lumo.json")["port"].toArray();
-        const QJsonObject schema = document("docs/schema/lumo_port.schema.json");
-        const QJsonArray kinds = schema["anyOf"][1]["prefixItems"].toArray();
-        QVERIFY(defaults.size() == portCount && kinds.size() == portCount);
+        QCOMPARE(defaults.size(), portCount);
         for (int row = 0; row < portCount; ++row) {
             const Port& port = portInfo(I_PORT(row));
             const QJsonValue made = defaults[row];
             QVERIFY2(made["type"] == port.kind && made["name"] == port.defaultName, port.word.data());
             QCOMPARE(made["enable"].toBool(), port.isUsedByDefault);
-            const QString kind = kinds[row]["$ref"].toString().section('/', -1);
-            QCOMPARE(schema["$defs"][kind]["properties"]["type"]["const"].toString(), port.kind);
         }
     }
 
