@@ -7,7 +7,7 @@
 
 namespace test {
 
-/// Plays runs that are written down in words.
+/// Plays runs that are written in words.
 class Script : public QObject {
 public:
     Script();
@@ -20,7 +20,7 @@ public:
     /// what must not be at the end and boxes.
     QStringList play(const QByteArray& program, const QString& script);
     void act(const QString& what);
-    /// Whether something did not happen because its cue did not come.
+    /// Whether a cue has not come.
     [[nodiscard]] bool hasCues() const { return !cues_.isEmpty(); }
 
     using Words = QStringList;

@@ -19,7 +19,7 @@ struct SlowClock : mendo::Clock {
 
 }  // namespace
 
-/// What the executor takes from the tree, and what others may ask of it.
+/// What the executor reads from the tree, and its public operations.
 class TestRun : public QObject {
     Q_OBJECT
 
@@ -52,9 +52,9 @@ private slots:
         QVERIFY(isNear("[]", "[0,0,0,1]") && !isNear("[0,0,0]", "[0,0,0.05]"));
     }
 
-    /// A run executes a copy of the program. A statement that somebody queues from the tree meanwhile does
-    /// not count as one of the run's lines.
-    void aStatementOfTheTree_isNoneOfTheRun() {
+    /// A run executes a copy of the program. A statement of the tree that is queued meanwhile does not count
+    /// as one of the run's lines.
+    void statementQueuedFromTheTree_isNoLineOfTheRun() {
         bench_.load("moveL; moveL");
         int code = -1;
         bench_.at(100, [&] {
@@ -79,7 +79,7 @@ private slots:
         }
     }
 
-    /// The operations of others, called while nothing runs.
+    /// The public operations, called while nothing runs.
     void operationsOutsideARun_goByTheTree() {
         bench_.load(
             "moveL speed=100; open weldspeed=20; close; moveL speed=100; moveCC to=1,0,0 to1=2,0,0; "
@@ -95,7 +95,7 @@ private slots:
                                                   "0 move.c 0.02 0", "0 move.c 0.02 0"}));
     }
 
-    void aTimerThatFiresEarly_isArmedAgain() {
+    void timerThatFiresEarly_isArmedAgain() {
         SlowClock clock(bench_.time);
         lumo::Schedule schedule;
         qint64 done = 0;

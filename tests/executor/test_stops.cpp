@@ -9,7 +9,7 @@
 
 namespace {
 
-/// Something that happens inside a write or in the very moment of something else, and what is written then.
+/// Something that happens inside a write or at the same instant as something else, and what is written then.
 struct Moment {
     const char* fault;
     const char* program;
@@ -25,15 +25,15 @@ const QString zeros = "PULL 0, WIRE 1, WIRE 0, POWER 0, LASER 0, DUTY 0, FREQ 0,
 
 const Moment moments[] = {
     // In the ramp of a pause
-    {"a pause while the next run settles is lost", "open; delay 5000; close",
+    {"a pause while a start settles the last closing is lost", "open; delay 5000; close",
      inTheRamp + "when WIRE 0: pause; trigger start 1", "^(1050|3[04]50)",
      "1050 move.reset, PULL 0, WIRE 0, CUE, POWER 0, LASER 0, DUTY 0, FREQ 0, PULL 1 | "
      "3050 POWER 0, LASER 0, DUTY 0, FREQ 0 | 3450 GAS 0"},
-    {"who hears that a second pause left nothing pending pauses in vain", "open; delay 5000; close",
+    {"a pause from pendingChanged() of a second pause is lost", "open; delay 5000; close",
      inTheRamp + "when 0 pending: pause; pause", "^(1050|3[04]50)",
      "1050 PULL 0, WIRE 0, POWER 0, LASER 0, DUTY 0, FREQ 0, CUE, PULL 1 | "
      "3050 POWER 0, LASER 0, DUTY 0, FREQ 0 | 3450 GAS 0"},
-    {"who hears that a loss of power left nothing pending pauses", "open; delay 5000; close",
+    {"a pause from pendingChanged() of a power loss closes again", "open; delay 5000; close",
      inTheRamp + "when 0 pending: pause; power off", "^(1050|3[04]50)", "1050 " + everythingOff + ", CUE"},
     {"an opening that is not permitted any more leaves the gas on", "open; delay 5000; close",
      inTheRamp + "when LASER 0: mode manual; 4000 pause; run 1", "LASER|GAS|over",
@@ -61,9 +61,9 @@ const Moment moments[] = {
     {"a loss of power after a run writes something", weld, "run; begin; power off; mode manual; wait 2000",
      ".", ""},
     // In other moments
-    {"who waits inside a write holds the ramp", "open; close", "when POWER 1638: wait 50; run", "^2[2-8]",
-     "220 POWER 1638, CUE | 240 POWER 3277 | 260 POWER 4915 | 280 POWER 6553"},
-    {"an opening that settles the last closing loses the permission in vain", "open; close; open; close",
+    {"a listener that waits inside a write holds the ramp", "open; close", "when POWER 1638: wait 50; run",
+     "^2[2-8]", "220 POWER 1638, CUE | 240 POWER 3277 | 260 POWER 4915 | 280 POWER 6553"},
+    {"a lost permission while an opening settles the last closing is missed", "open; close; open; close",
      "set move_wire_time 900; when 1000 PULL 0: weld false; run", "^1\\d\\d\\d",
      "1000 GAS 0, PULL 0, CUE, over 3"},
     {"a start is taken while the application quits", "moveL; open; moveL; close",
@@ -74,15 +74,15 @@ const Moment moments[] = {
      "0 move.reset, SPEED 8192, GAS 1 | 3200 over 0 | 当前不是空闲状态"},
     {"a station's run reopens the weld of the hand program", weld, "500 pause; run; settle; station 1",
      "GAS 1|over", "1100 GAS 0, over 2"},
-    {"a pause is lost behind the poll that finds the zone", "moveL zone=2 to=1,0,0; close",
+    {"a pause right after the poll that finds the zone is lost", "moveL zone=2 to=1,0,0; close",
      "lead 120; 360 in 40 pause; run", "over", "400 move.stop, PULL 1, over 0, " + zeros},
-    {"a pause is lost ahead of the poll that finds the zone", "moveL zone=2 to=1,0,0; close",
+    {"a pause right before the poll that finds the zone is lost", "moveL zone=2 to=1,0,0; close",
      "lead 120; 340 in 60 pause; run", "over", "400 move.stop, PULL 1, over 0, " + zeros},
-    {"who hears of the state pauses in vain", "setDO DO1; moveL", "when lumo.execute.state: pause; run", ".",
-     "0 CUE, PULL 1, " + zeros + ", over 0"},
-    {"who hears of the type pauses in vain", "setDO DO1; moveL", "when lumo.current.programtype: pause; run",
-     ".", "0 move.reset, CUE, PULL 1, " + zeros + ", over 0"},
-    // Results of motions that nobody waits for any more
+    {"a pause from the write of the state is lost", "setDO DO1; moveL", "when lumo.execute.state: pause; run",
+     ".", "0 CUE, PULL 1, " + zeros + ", over 0"},
+    {"a pause from the write of the type is lost", "setDO DO1; moveL",
+     "when lumo.current.programtype: pause; run", ".", "0 move.reset, CUE, PULL 1, " + zeros + ", over 0"},
+    // Results of motions that are awaited no more
     {"a result ends a delay", "delay 300", "100 result -7; run", ".", "0 move.reset | 300 over 0"},
     {"a result after a pause counts for the next run", "moveL; delay",
      "250 pause; run; result 0; begin; pause; run", ".",
@@ -152,7 +152,7 @@ class TestStops : public QObject {
     test::ExecutorBench& bench_ = script_.bench;
     QString awaited_;
 
-    /// What Qt opens by itself, and waits for in a loop of its own.
+    /// Widgets whose menus Qt opens by itself, in an event loop of its own.
     QScrollBar bar_;
     QDoubleSpinBox box_;
     std::unique_ptr<QFileDialog> files_{new lumo::ProjectChooser(nullptr)};
@@ -237,7 +237,7 @@ private slots:
                 QCoreApplication::exec();
                 const QRegularExpression off(QString("^%1 .*%2, over").arg(wait.endMs).arg(everythingOff));
                 QVERIFY2(log.last().contains(off), qPrintable(exit + ": " + log.last()));
-                bench_.time.advance(1);  // starts are taken again by who goes on
+                bench_.time.advance(1);  // the event loop goes on: starts are taken again
             }
         }
     }

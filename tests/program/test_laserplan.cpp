@@ -92,13 +92,11 @@ private slots:
     }
 
     void shutdown_endsWithTheGas() {
-        QStringList steps;
-        for (const PortStep& step : shutdownSteps()) {
-            steps << toText(step);
-        }
-        QCOMPARE(steps, QStringList({"wire_pullback 0 off", "wire_enable 0 off", "laser_power 0 off",
-                                     "laser_enable 0 off", "laser_duty_cycle 0 off", "laser_frequency 0 off",
-                                     "gas 0 gas-off"}));
+        LaserPhase off;
+        off.now = shutdownSteps();
+        QCOMPARE(toText({off}).first(),
+                 QString("wire_pullback 0 off, wire_enable 0 off, laser_power 0 off, laser_enable 0 off, "
+                         "laser_duty_cycle 0 off, laser_frequency 0 off, gas 0 gas-off"));
     }
 
     void oddParameterValues_readAsZero() {
