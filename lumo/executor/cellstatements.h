@@ -1,7 +1,7 @@
 #pragma once
 
 #include "executor/waiter.h"
-#include "module/host.h"
+#include "program/statement.h"
 
 #include <QObject>
 
@@ -14,9 +14,9 @@ public:
     /// `sender` stands behind the commands.
     CellStatements(QObject* sender, Waiter& waiter) : sender_(sender), waiter_(waiter) {}
 
-    void setDO(const ModuleObject* stmt);
-    void waitDI(const ModuleObject* stmt);
-    void delay(const ModuleObject* stmt);
+    void setDO(const prog::Statement& statement);
+    void waitDI(const prog::Statement& statement);
+    void delay(const prog::Statement& statement);
 
 private:
     QObject* sender_;

@@ -1,12 +1,18 @@
 #include "executor/circle.h"
 
-#include "executor/queuedarc.h"
+#include "program/fullcircle.h"
+#include "program/runprogram.h"
 #include "program/words.h"
+
+using namespace prog;
 
 namespace {
 
-prog::Position position(const ModuleObject* point) {
-    return lumo::positionOf(point->c(prog::field::trans));
+constexpr QLatin1String path = "path"_l1;
+constexpr QLatin1String aux = "aux"_l1;
+
+Position pointIn(const ModuleObject* record, QLatin1String name) {
+    return lumo::positionOf(record->c(name));
 }
 
 void writeTrans(ModuleObject* point, const QVector3D& position) {
@@ -18,23 +24,15 @@ void writeTrans(ModuleObject* point, const QVector3D& position) {
 }  // namespace
 
 ModuleObject* findLastTargetPosNode(ModuleObject* stmt) {
-    for (ModuleObject* before = stmt->prevBmobj(); !before->isNull(); before = before->prevBmobj()) {
-        if (before->c(prog::field::type)->getString() == prog::statement::moveCC) {
-            continue;
-        }
-        if (before->hasCmobj(prog::field::point1)) {
-            return before->c(prog::field::point1);
-        }
-        if (before->hasCmobj(prog::field::point)) {
-            return before->c(prog::field::point);
-        }
-    }
-    return kordservice()->get(nullptr, prog::key::posture);
+    const int line = stmt->indexInPmobj();
+    const auto target = line < 0 ? std::nullopt : RunProgram(stmt->pmobj()).targetBefore(line);
+    return target ? stmt->pmobj()->c(target->line)->c(target->isPoint1 ? field::point1 : field::point)
+                  : kordservice()->get(nullptr, key::posture);
 }
 
 void calcAux(const ModuleObject* s, const ModuleObject* p1, const ModuleObject* p2, ModuleObject* aux1,
              ModuleObject* aux2, ModuleObject* aux3) {
-    const prog::FullCircle circle(position(s), position(p1), position(p2));
+    const FullCircle circle(lumo::positionOf(s), lumo::positionOf(p1), lumo::positionOf(p2));
     const auto& point = circle.points;
     const auto& radius = circle.radii;
     const auto& angle = circle.angles;
@@ -53,6 +51,42 @@ void calcAux(const ModuleObject* s, const ModuleObject* p1, const ModuleObject* 
     writeTrans(aux3, aux[2]);
 }
 
-CircleFault circleFault(const ModuleObject* s, const ModuleObject* p1, const ModuleObject* p2) {
-    return prog::circleFault(position(s), position(p1), position(p2));
+namespace lumo {
+
+Position positionOf(const ModuleObject* point) {
+    return TaughtPoint::from(point).trans;
 }
+
+std::optional<Arc> QueuedArc::arc() const {
+    if (!command->hasCmobj(path)) {
+        return Arc::through(start, pointIn(command.get(), aux), pointIn(command.get(), field::point));
+    }
+    const ModuleObject* const legs = command->c(path);
+    return Arc::circle(start, pointIn(legs->c(0), field::point), pointIn(legs->c(1), field::point));
+}
+
+double QueuedArc::speedMPerS() const {
+    return command->r(QStringLiteral("traj.speed"))->getDouble(0.0);
+}
+
+bool QueuedArc::fillRest(ModuleObject* args, const Arc& arc, double angle) const {
+    const std::optional<Arc::Rest> rest = arc.restFrom(angle);
+    if (!rest) {
+        return false;
+    }
+    args->copyFrom(nullptr, command.get());
+    ModuleObject* first = args;
+    if (args->hasCmobj(path)) {
+        for (int done = 0; done < rest->leg; ++done) {
+            args->c(path)->remove(nullptr, mIndex(0));
+        }
+        first = args->c(path)->c(0);
+    }
+    ModuleObject* const via = first->c(aux)->c(field::trans);
+    for (std::size_t i = 0; i < 3; ++i) {
+        via->set(nullptr, mIndex(int(i)), rest->via[i]);
+    }
+    return true;
+}
+
+}  // namespace lumo

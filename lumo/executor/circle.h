@@ -1,7 +1,10 @@
 #pragma once
 
 #include "module/host.h"
-#include "program/fullcircle.h"
+#include "program/geometry.h"
+
+#include <memory>
+#include <optional>
 
 /// The point at which the robot stands when a statement begins: the target of the nearest move
 /// before it (full circles end where they began), else the robot's posture.
@@ -12,7 +15,22 @@ ModuleObject* findLastTargetPosNode(ModuleObject* stmt);
 void calcAux(const ModuleObject* s, const ModuleObject* p1, const ModuleObject* p2, ModuleObject* aux1,
              ModuleObject* aux2, ModuleObject* aux3);
 
-using prog::CircleFault;
+namespace lumo {
 
-/// `prog::circleFault` of nodes with `trans` in metres.
-CircleFault circleFault(const ModuleObject* s, const ModuleObject* p1, const ModuleObject* p2);
+/// The position of a point (a node with `trans` in metres).
+[[nodiscard]] prog::Position positionOf(const ModuleObject* point);
+
+/// An arc or full circle as it was handed to the controller, in a run.
+struct QueuedArc {
+    prog::Position start;
+    double from = 0.0;                      ///< angle from which on it was queued: it had been resumed before
+    std::shared_ptr<ModuleObject> command;  ///< its arguments, for the whole of it
+
+    [[nodiscard]] std::optional<prog::Arc> arc() const;
+    [[nodiscard]] double speedMPerS() const;
+    /// Fills `args` with the command for what is left at an angle; false where nothing is. What else the
+    /// points carry stays.
+    [[nodiscard]] bool fillRest(ModuleObject* args, const prog::Arc& arc, double angle) const;
+};
+
+}  // namespace lumo

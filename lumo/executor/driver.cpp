@@ -70,10 +70,10 @@ void Driver::onPermission() {
     }
 }
 
-/// A reopening at a resume keeps the weld's own "open".
-void Driver::onOpened(const ModuleObject* open) {
-    if (run_ && run_->inStatement && open && run_->program.holds(open)) {
-        resume_.weldOpened(run_->original(open->indexInPmobj()));
+/// An "open" of the program. A reopening at a resume keeps the weld's own.
+void Driver::onOpened() {
+    if (run_ && run_->inStatement) {
+        resume_.weldOpened(run_->original(run_->line));
     }
 }
 
@@ -119,7 +119,7 @@ void Driver::runOnce(const QVariant& var, bool onlyMoves) {
     const int line = lineFrom(var);
     const ModuleObject* const program = m(key::program);
     QString reason = refusal(line, program);
-    if (reason.isEmpty() && onlyMoves && !isMoveStatement(program->c(line))) {
+    if (reason.isEmpty() && onlyMoves && !Statement::from(program->c(line)).moves) {
         reason = tr("单步只能运行运动指令");
     }
     if (!reason.isEmpty()) {
@@ -246,38 +246,50 @@ bool Driver::execute(Run& run, int line) {
 }
 
 int Driver::execProgram(int line) {
-    if (!run_) {
+    if (!run_ || line < 0 || line >= run_->program.lineCount()) {
         return 0;
     }
-    ModuleObject* const stmt = run_->program.statement(line);
-    const QString type = statementType(stmt);
-    m(key::currentType)->setValue(sender_, type);
-    qDebug() << "exec program" << line << type;
+    const Statement& statement = run_->program.statement(line);
+    m(key::currentType)->setValue(sender_, statement.word);
+    qDebug() << "exec program" << line << statement.word;
     if (isAborted()) {
         return 0;
     }
-    if (run_->program.isMove(line)) {
-        const int code = motions_.queueBatchFrom(line);
-        if (code != 0 || isAborted()) {
-            return code;
-        }
-        motions_.storeCurrent(stmt, type);
-        return isAborted() ? 0 : motions_.await(stmt, false);
+    if (statement.moves) {
+        return executeMove(line);
     }
-    if (type == statement::param) {
-        laser_.takeOver(stmt);
-    } else if (type == statement::open) {
-        laser_.openIfPermitted(stmt);
-    } else if (type == statement::close) {
-        laser_.closeIfPermitted();
-    } else if (type == statement::setDO) {
-        cell_.setDO(stmt);
-    } else if (type == statement::waitDI) {
-        cell_.waitDI(stmt);
-    } else if (type == statement::delay) {
-        cell_.delay(stmt);
+    switch (statement.type) {
+        case StatementType::Param:
+            laser_.takeOver(statement.set);
+            break;
+        case StatementType::Open:
+            laser_.openIfPermitted(&statement);
+            break;
+        case StatementType::Close:
+            laser_.closeIfPermitted();
+            break;
+        case StatementType::SetDO:
+            cell_.setDO(statement);
+            break;
+        case StatementType::WaitDI:
+            cell_.waitDI(statement);
+            break;
+        case StatementType::Delay:
+            cell_.delay(statement);
+            break;
+        default:
+            break;
     }
     return 0;
+}
+
+int Driver::executeMove(int line) {
+    const int code = motions_.queueBatchFrom(line);
+    if (code != 0 || isAborted()) {
+        return code;
+    }
+    motions_.storeCurrent(run_->record(line), run_->program.statement(line).word);
+    return isAborted() ? 0 : motions_.await(run_->record(line), false);
 }
 
 void Driver::endWeldOfWalk(bool reachedEnd) {
@@ -306,7 +318,7 @@ void Driver::step(Run& run, int line) {
     if (run.isAborted) {
         return;
     }
-    ModuleObject* const stmt = run.program.statement(line);
+    ModuleObject* const stmt = run.record(line);
     const int code = motions_.queue(stmt);
     if (code != 0) {
         failRun(code);
@@ -358,7 +370,8 @@ void Driver::takeUp(Run& run, int line) {
         setWeldFlag(sender_, false);  // all of it is run, dark
     }
     if (!run.isAborted && run.inWeld && isWeldFlagged()) {
-        laser_.openIfPermitted(run.program.openBefore(line));
+        const int open = run.program.openBefore(line);
+        laser_.openIfPermitted(open < 0 ? nullptr : &run.program.statement(open));
     }
 }
 
@@ -380,9 +393,9 @@ bool Driver::isStoppedArc(const ModuleObject* statement) const {
 
 Outlook Driver::outlook(int line) const {
     Outlook outlook;
-    const ModuleObject* const stmt = m(key::program)->c(line);
+    ModuleObject* const stmt = m(key::program)->c(line);
     outlook.reopens = isWeldFlagged() && resume_.liesInWeld(line) && weldingPermitted();
-    const bool ofArc = !stmt->isNull() && isStoppedArc(stmt) && isExecutedStatement(stmt);
+    const bool ofArc = !stmt->isNull() && isStoppedArc(stmt) && isExecuted(stmt);
     outlook.goesBack = resume_.mustGoBack(line, outlook.reopens || ofArc, &outlook.distanceMm);
     return outlook;
 }

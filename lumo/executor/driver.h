@@ -56,7 +56,7 @@ signals:
 private:
     void connectTree();
     void onPermission();
-    void onOpened(const ModuleObject* open);
+    void onOpened();
     void onRemoved(const QString& name);
 
     // Starting
@@ -70,10 +70,11 @@ private:
     // Walking
     void walk(Run& run, int line);
     [[nodiscard]] bool execute(Run& run, int line);
+    int executeMove(int line);
     void endWeldOfWalk(bool reachedEnd);
     void step(Run& run, int line);
     void failRun(int code);
-    [[nodiscard]] static QString circleText(CircleFault fault, int line);
+    [[nodiscard]] static QString circleText(prog::CircleFault fault, int line);
 
     // Going on after a stop
     void takeUp(Run& run, int line);

@@ -51,7 +51,7 @@ Laser::Laser(QObject* sender, Schedule& schedule, Waiter& waiter)
 
 // --- Openings and closings ------------------------------------------------------------------------
 
-void Laser::openIfPermitted(ModuleObject* stmt) {
+void Laser::openIfPermitted(const Statement* stmt) {
     if (!weldingPermitted()) {
         return;
     }
@@ -65,7 +65,9 @@ void Laser::openIfPermitted(ModuleObject* stmt) {
     weldCut_ = false;
     paramWaits_ = false;
     weld_ = Weld::Opening;
-    takeOver(stmt);
+    if (stmt) {
+        takeOver(stmt->set);
+    }
     if (!schedule_.isSuperseded(mine)) {
         open();
     }
@@ -73,7 +75,7 @@ void Laser::openIfPermitted(ModuleObject* stmt) {
         return;  // abandoned: the weld flag stays as it was
     }
     weld_ = Weld::Open;
-    emit opened(stmt);
+    emit opened();
     setWeldFlag(true);
 }
 
@@ -223,12 +225,9 @@ void Laser::switchOffByHand() {
 
 // --- Parameters -----------------------------------------------------------------------------------
 
-void Laser::takeOver(ModuleObject* stmt) {
-    if (!stmt) {
-        return;
-    }
+void Laser::takeOver(int set) {
     const int mine = schedule_.newest();
-    m(key::curParam)->setValue(sender_, stmt->c(field::index, false)->getInt(0));
+    m(key::curParam)->setValue(sender_, set);
     if (schedule_.isSuperseded(mine)) {
         return;
     }

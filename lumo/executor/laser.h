@@ -3,6 +3,7 @@
 #include "executor/schedule.h"
 #include "executor/waiter.h"
 #include "module/host.h"
+#include "program/statement.h"
 
 #include <QObject>
 #include <QTimer>
@@ -32,9 +33,10 @@ public:
 
     // --- Sequences. Each waits as its plan says (program/laserplan.h). -------------------------
 
-    /// An "open" statement, or the reopening at a resume: nothing without the permission, else `stmt`'s set
-    /// (null: the set in force) and the opening. The weld flag is set at its end, unless it was superseded.
-    void openIfPermitted(ModuleObject* stmt);
+    /// An "open" statement, or the reopening at a resume: nothing without the permission, else its set is put
+    /// in force (null: the one in force stays) and the opening follows. The weld flag is set at its end,
+    /// unless it was superseded.
+    void openIfPermitted(const prog::Statement* stmt);
     /// A "close" statement: nothing without the permission, else the closing; clears the weld flag.
     void closeIfPermitted();
     void open();
@@ -56,8 +58,8 @@ public:
 
     // --- Parameters ---------------------------------------------------------------------------
 
-    /// Puts the set of an "open" or "param" statement in force; null changes nothing.
-    void takeOver(ModuleObject* stmt);
+    /// Puts a parameter set in force, by its position in `lumo.param`.
+    void takeOver(int set);
     /// Writes the set in force as far as it acts now.
     void writeParameters();
 
@@ -69,8 +71,8 @@ public:
     [[nodiscard]] int pendingSteps() const;
 
 signals:
-    /// An opening by this statement (null: by none) has come to its end; the weld flag is set next.
-    void opened(ModuleObject* stmt);
+    /// An opening has come to its end; the weld flag is set next.
+    void opened();
     /// `pendingSteps` may have changed.
     void pendingChanged();
 

@@ -86,7 +86,8 @@ int LumoExecutor::waitMoveing(ModuleObject* stmt, const QString& caller) {
 }
 
 bool LumoExecutor::IsLastMoveBeforeStop(ModuleObject* stmt, const QString& caller) const {
-    return !isStepOf(caller) && lumo::Motions::isLastBeforeClose(stmt);
+    return !isStepOf(caller) &&
+           isLastBeforeClose(stmt->indexInPmobj(), stmt->pmobj()->size(), kindsIn(stmt->pmobj()));
 }
 
 void LumoExecutor::storeCurrentMoveData(ModuleObject* stmt, const QString& type) {
@@ -102,7 +103,8 @@ bool LumoExecutor::weldingPermitted() {
 }
 
 int LumoExecutor::limitopenLaser(ModuleObject* stmt) {
-    driver_->laser().openIfPermitted(stmt);
+    const Statement open = Statement::from(stmt ? stmt : ModuleObject::null());
+    driver_->laser().openIfPermitted(stmt ? &open : nullptr);
     return 0;
 }
 
@@ -122,7 +124,9 @@ int LumoExecutor::closeLaser() {
 }
 
 void LumoExecutor::changeAOParamUpdate(ModuleObject* stmt) {
-    driver_->laser().takeOver(stmt);
+    if (stmt) {
+        driver_->laser().takeOver(Statement::from(stmt).set);
+    }
 }
 
 void LumoExecutor::changeAOParam() {
@@ -130,17 +134,17 @@ void LumoExecutor::changeAOParam() {
 }
 
 int LumoExecutor::setDO(ModuleObject* stmt) {
-    driver_->cell().setDO(stmt);
+    driver_->cell().setDO(Statement::from(stmt));
     return 0;
 }
 
 int LumoExecutor::waitDI(ModuleObject* stmt) {
-    driver_->cell().waitDI(stmt);
+    driver_->cell().waitDI(Statement::from(stmt));
     return 0;
 }
 
 int LumoExecutor::delay(ModuleObject* stmt) {
-    driver_->cell().delay(stmt);
+    driver_->cell().delay(Statement::from(stmt));
     return 0;
 }
 

@@ -41,8 +41,8 @@ void sendEnough(QObject* sender) {
     kordservice()->command(sender, command::enough, static_cast<const ModuleObject*>(nullptr));
 }
 
-prog::Position toolPosition() {
-    return positionOf(kordservice()->get(nullptr, key::posture, field::trans));
+Position toolPosition() {
+    return positionOf(kordservice()->get(nullptr, key::posture));
 }
 
 /// The taught points of a statement, to be compared.
@@ -70,7 +70,16 @@ void Motions::end() {
 }
 
 bool Motions::isOfRun(const ModuleObject* stmt) const {
-    return run_ && stmt && run_->program.holds(stmt);
+    return run_ && stmt && run_->holds(stmt);
+}
+
+/// The values of a statement: of the run's copy, or read now.
+const Statement& Motions::valueOf(const ModuleObject* stmt) {
+    if (isOfRun(stmt)) {
+        return run_->program.statement(stmt->indexInPmobj());
+    }
+    foreign_ = Statement::from(stmt);
+    return foreign_;
 }
 
 // --- Queueing -------------------------------------------------------------------------------------
@@ -96,7 +105,7 @@ int Motions::queueBatch(int line) {
             break;
         }
         queueNeeded = false;
-        const int code = queue(program.statement(i));
+        const int code = queue(run_->record(i));
         if (code != 0 || isAborted()) {
             return code;
         }
@@ -106,42 +115,37 @@ int Motions::queueBatch(int line) {
 }
 
 int Motions::queue(ModuleObject* stmt) {
-    const QString type = statementType(stmt);
-    if (type == statement::moveJ) {
-        queueMoveJ(stmt);
-    } else if (type == statement::moveL) {
-        queueMoveL(stmt);
-    } else if (type == statement::moveC) {
-        queueMoveC(stmt);
-    } else if (type == statement::moveCC) {
-        return queueMoveCC(stmt);
+    switch (valueOf(stmt).type) {
+        case StatementType::MoveJ:
+            queueMoveJ(stmt);
+            break;
+        case StatementType::MoveL:
+            queueMoveL(stmt);
+            break;
+        case StatementType::MoveC:
+            queueMoveC(stmt);
+            break;
+        case StatementType::MoveCC:
+            return queueMoveCC(stmt);
+        default:
+            break;
     }
     return 0;
 }
 
 ModuleObject* Motions::openBefore(ModuleObject* stmt) const {
-    if (isOfRun(stmt)) {
-        return run_->program.openBefore(stmt->indexInPmobj());
-    }
-    for (ModuleObject* before = stmt->prevBmobj(); !before->isNull(); before = before->prevBmobj()) {
-        if (statementType(before) == statement::open) {
-            return before;
-        }
-    }
-    return nullptr;
+    const int line = stmt->indexInPmobj();
+    const int open =
+        isOfRun(stmt) ? run_->program.openBefore(line) : prog::openBefore(line, kindsIn(stmt->pmobj()));
+    return open < 0 ? nullptr : stmt->pmobj()->c(open);
 }
 
 /// Inside a weld the speed is that of its "open".
 void Motions::setTrajectory(ModuleObject* args, ModuleObject* stmt) {
-    const ModuleObject* speed = stmt->c(field::speed, false);
-    if (m(key::weldOpen)->getBool(false)) {
-        if (const ModuleObject* open = openBefore(stmt)) {
-            speed = open->c(field::weldspeed, false);
-        }
-    }
-    args->set(sender_, QStringLiteral("traj.speed"), speed->getDouble(0.0) / mmPerM, true)
-        ->set(sender_, QStringLiteral("traj.zone"), stmt->c(field::zone, false)->getDouble(0.0) / mmPerM,
-              true);
+    const ModuleObject* const open = m(key::weldOpen)->getBool(false) ? openBefore(stmt) : nullptr;
+    const double speed = open ? valueOf(open).weldSpeedMmPerS : valueOf(stmt).speedMmPerS;
+    args->set(sender_, QStringLiteral("traj.speed"), speed / mmPerM, true)
+        ->set(sender_, QStringLiteral("traj.zone"), valueOf(stmt).zoneMm.value_or(0.0) / mmPerM, true);
 }
 
 void Motions::queueMoveJ(ModuleObject* stmt) {
@@ -170,6 +174,16 @@ void Motions::queueMoveC(ModuleObject* stmt) {
     send(stmt, command::moveC, &args);
 }
 
+/// Where a full circle begins; in a run without reading the whole program again.
+ModuleObject* Motions::targetBefore(ModuleObject* stmt) const {
+    if (!isOfRun(stmt)) {
+        return findLastTargetPosNode(stmt);
+    }
+    const auto target = run_->program.targetBefore(stmt->indexInPmobj());
+    return target ? run_->record(target->line)->c(target->isPoint1 ? field::point1 : field::point)
+                  : kordservice()->get(nullptr, key::posture);
+}
+
 int Motions::queueMoveCC(ModuleObject* stmt) {
     /// Treated like the controller's motion error of the same kind.
     constexpr int noCircleCode = -3;
@@ -178,13 +192,9 @@ int Motions::queueMoveCC(ModuleObject* stmt) {
     }
     ModuleObject* const p1 = stmt->c(field::point, false);
     ModuleObject* const p2 = stmt->c(field::point1, false);
-    ModuleObject* start =
-        isOfRun(stmt) ? run_->program.targetBefore(stmt->indexInPmobj()) : findLastTargetPosNode(stmt);
-    if (!start) {
-        start = kordservice()->get(nullptr, key::posture);
-    }
+    ModuleObject* const start = targetBefore(stmt);
     // With a taught first point this was checked before the start; the posture is known only now.
-    const CircleFault fault = ::circleFault(start, p1, p2);
+    const CircleFault fault = prog::circleFault(positionOf(start), positionOf(p1), positionOf(p2));
     if (fault != CircleFault::None) {
         circleFault_ = run_ ? fault : CircleFault::None;
         badCircle_ = stmt->indexInPmobj();
@@ -202,18 +212,16 @@ int Motions::queueMoveCC(ModuleObject* stmt) {
         aux[arc] = element->c(QStringLiteral("aux"), false);
     }
     calcAux(start, p1, p2, aux[0], aux[1], aux[2]);
-    keepQueuedArc(stmt, positionOf(start->c(field::trans)), &args);
+    keepQueuedArc(stmt, positionOf(start), &args);
     send(stmt, command::moveC, &args);
     return 0;
 }
 
 int Motions::goBack(int line) {
     constexpr double jointStatementMmPerS = 50.0;
-    const ModuleObject* const stmt = run_->program.statement(line);
-    double speed = stmt->c(field::speed, false)->getDouble(0.0);
-    if (statementType(stmt) == statement::moveJ || !(speed > 0.0)) {
-        speed = jointStatementMmPerS;
-    }
+    const Statement& statement = run_->program.statement(line);
+    const bool isOwn = statement.type != StatementType::MoveJ && statement.speedMmPerS > 0.0;
+    const double speed = isOwn ? statement.speedMmPerS : jointStatementMmPerS;
     ModuleObject args(QStringLiteral("tmp"));
     appendCopy(sender_, &args, field::point, m(key::currentPausePoint));
     args.set(sender_, QStringLiteral("traj.speed"), speed / mmPerM, true)
@@ -269,25 +277,13 @@ void Motions::forget() {
     zoneReached = false;
 }
 
-bool Motions::isLastBeforeClose(const ModuleObject* stmt) {
-    for (ModuleObject* next = stmt->nextBmobj(); !next->isNull(); next = next->nextBmobj()) {
-        const QString type = statementType(next);
-        if (type == statement::close) {
-            return true;
-        }
-        if (type == statement::open || isMoveStatement(next)) {
-            return false;
-        }
-    }
-    return false;
-}
-
 int Motions::await(ModuleObject* stmt, bool isStep) {
     const int motion = isOfRun(stmt) ? motionOfLine_.at(stmt->indexInPmobj()) : -1;
     if (motion < 0 || motion >= motions_.size()) {
         return 0;  // nothing was queued for it
     }
-    return isStep || !isLastBeforeClose(stmt) ? awaitMotion(motion) : awaitZone(stmt, motion);
+    const bool waitsForZone = !isStep && run_->program.isLastBeforeClose(stmt->indexInPmobj());
+    return waitsForZone ? awaitZone(stmt, motion) : awaitMotion(motion);
 }
 
 int Motions::awaitMotion(int motion) {
@@ -313,9 +309,9 @@ int Motions::awaitZone(ModuleObject* stmt, int motion) {
     }
     awaited_ = motion;
     awaitedSinceMs_ = mendo::Clock::current().elapsedMs();
-    const double radiusM = stmt->hasCmobj(field::zone, false)
-                               ? stmt->c(field::zone, false)->getDouble(0.0) / mmPerM
-                               : kordservice()->get(sender_, key::defaultZone)->getDouble(0.0);
+    const std::optional<double> zoneMm = valueOf(stmt).zoneMm;
+    const double radiusM =
+        zoneMm ? *zoneMm / mmPerM : kordservice()->get(sender_, key::defaultZone)->getDouble(0.0);
     arcFirstReached = false;
     arcSecondReached = false;
     ModuleObject circleStart(QStringLiteral("trans_cc"));
@@ -333,13 +329,13 @@ int Motions::awaitZone(ModuleObject* stmt, int motion) {
 }
 
 /// The tool comes near the corners of an arc or circle one after the other; the zone is that of the last.
-void Motions::testZone(const ModuleObject* stmt, double radiusM, const ModuleObject* circleStart) {
+void Motions::testZone(ModuleObject* stmt, double radiusM, const ModuleObject* circleStart) {
     if (!waiter_.waitsFor(waits::zone)) {
         return;
     }
-    const QString type = statementType(stmt);
-    const bool isArc = type == statement::moveC;
-    const bool isCircle = type == statement::moveCC;
+    const Statement& statement = valueOf(stmt);
+    const bool isArc = statement.type == StatementType::MoveC;
+    const bool isCircle = statement.type == StatementType::MoveCC;
     const ModuleObject* target = stmt->r(QStringLiteral("point.trans"));
     if (arcSecondReached) {
         target = circleStart;
@@ -358,8 +354,8 @@ void Motions::testZone(const ModuleObject* stmt, double radiusM, const ModuleObj
         arcSecondReached = true;
         return;
     }
-    const bool named = isArc || isCircle || type == statement::moveL;
-    const QString line = QStringLiteral("enter zone! %1: ").arg(named ? type : QString());
+    const bool named = isArc || isCircle || statement.type == StatementType::MoveL;
+    const QString line = QStringLiteral("enter zone! %1: ").arg(named ? statement.word : QString());
     const QString place = asJson(current);
     zoneReached = true;
     motions_[awaited_].zoneEnded = true;
@@ -370,8 +366,8 @@ void Motions::testZone(const ModuleObject* stmt, double radiusM, const ModuleObj
 void Motions::storeCurrent(const ModuleObject* stmt, const QString& type) {
     m(key::currentMoveType)->setValue(sender_, type);
     m(key::currentStartPoint)->copyFrom(sender_, kordservice()->get(sender_, key::posture), true, false);
-    if (type == statement::moveJ || type == statement::moveL || type == statement::moveC ||
-        type == statement::moveCC) {
+    const StatementRow* const row = statementRow(type);
+    if (row && row->moves) {
         m(key::currentProgram)->append(sender_, type)->copyFrom(sender_, stmt, true, false);
     }
 }
@@ -379,20 +375,20 @@ void Motions::storeCurrent(const ModuleObject* stmt, const QString& type) {
 // --- Arcs that were stopped -----------------------------------------------------------------------
 
 /// Where the robot will be when the motion that is queued next begins.
-prog::Position Motions::startOfNext() const {
+Position Motions::startOfNext() const {
     if (outstanding() == 0 || !queuedLast_) {
         return toolPosition();
     }
-    const auto arc = arcs_.find(queuedLast_->indexInPmobj());
-    const QString type = statementType(queuedLast_);
-    if (type == statement::moveCC && arc != arcs_.end()) {
+    const int line = queuedLast_->indexInPmobj();
+    const Statement& last = run_->program.statement(line);
+    const auto arc = arcs_.find(line);
+    if (last.type == StatementType::MoveCC && arc != arcs_.end()) {
         return arc->second.start;
     }
-    const QLatin1String end = type == statement::moveC ? field::point1 : field::point;
-    return positionOf(queuedLast_->c(end)->c(field::trans));
+    return (last.type == StatementType::MoveC ? last.point1 : last.point).trans;
 }
 
-void Motions::keepQueuedArc(const ModuleObject* stmt, const prog::Position& start, const ModuleObject* args) {
+void Motions::keepQueuedArc(const ModuleObject* stmt, const Position& start, const ModuleObject* args) {
     if (!isOfRun(stmt)) {
         return;
     }
@@ -414,7 +410,7 @@ void Motions::keepArc() {
         }
         return;
     }
-    const std::optional<prog::Arc> arc = queued->second.arc();
+    const std::optional<Arc> arc = queued->second.arc();
     if (!arc) {
         return;
     }
@@ -425,18 +421,18 @@ void Motions::keepArc() {
     stopped.queued = queued->second;
     stopped.reached =
         arc->angleOnTheWay(toolPosition(), queued->second.from, std::min(expected, arc->total()));
-    stopped.points = pointsOf(run_->program.statement(run_->line));
+    stopped.points = pointsOf(run_->record(run_->line));
     stopped_ = stopped;
 }
 
 bool Motions::takeUpArc(int line) {
     constexpr double nearM = 0.002;
     StoppedArc rest = *stopped_;
-    const std::optional<prog::Arc> arc = rest.queued.arc();
-    const prog::Position tool = toolPosition();
+    const std::optional<Arc> arc = rest.queued.arc();
+    const Position tool = toolPosition();
     rest.reached = arc ? arc->angleNear(tool, rest.queued.from, rest.reached) : 0.0;
-    if (!arc || rest.points != pointsOf(run_->program.statement(line)) ||
-        prog::distance(tool, arc->at(rest.reached)) > nearM) {
+    if (!arc || rest.points != pointsOf(run_->record(line)) ||
+        distance(tool, arc->at(rest.reached)) > nearM) {
         return false;
     }
     rest_ = rest;
@@ -452,7 +448,7 @@ bool Motions::queueRest(ModuleObject* stmt) {
         return false;
     }
     const StoppedArc rest = *std::exchange(rest_, std::nullopt);
-    const prog::Arc arc = *rest.queued.arc();
+    const Arc arc = *rest.queued.arc();
     ModuleObject args(QStringLiteral("tmp"));
     if (!rest.queued.fillRest(&args, arc, rest.reached)) {
         return true;
@@ -472,14 +468,14 @@ void Motions::passedBefore(const ModuleObject* stmt, ModuleObject* circleStart) 
     if (queued == arcs_.end() || !(queued->second.from > 0.0)) {
         return;
     }
-    const std::optional<prog::Arc> arc = queued->second.arc();
+    const std::optional<Arc> arc = queued->second.arc();
     const double from = queued->second.from;
-    if (statementType(stmt) == statement::moveC) {
-        const prog::Position via = positionOf(stmt->c(field::point)->c(field::trans));
-        arcFirstReached = arc->angleNear(via, 0.0, arc->total() / 2) <= from;
+    const Statement& statement = valueOf(stmt);
+    if (statement.type == StatementType::MoveC) {
+        arcFirstReached = arc->angleNear(statement.point.trans, 0.0, arc->total() / 2) <= from;
         return;
     }
-    const prog::Position& start = queued->second.start;
+    const Position& start = queued->second.start;
     arcFirstReached = arc->legAt(from) >= 1;
     arcSecondReached = arc->legAt(from) >= 2;
     circleStart->set(sender_, mIndex(0), start[0])

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "executor/queuedarc.h"
+#include "executor/circle.h"
 #include "executor/run.h"
 #include "executor/waiter.h"
 #include "module/host.h"
@@ -50,7 +50,7 @@ public:
     /// Returns the motion's result, or 0 when a pause or a stop came.
     int goBack(int line);
     /// What is wrong with the run's circle that could not be queued.
-    [[nodiscard]] CircleFault circleFault() const { return circleFault_; }
+    [[nodiscard]] prog::CircleFault circleFault() const { return circleFault_; }
     /// The line of that circle.
     [[nodiscard]] int badCircle() const { return badCircle_; }
 
@@ -59,9 +59,6 @@ public:
     /// Waits for the statement's motion: its result, or 0 when the zone, a pause or a stop ended it. A
     /// single step does not wait for the zone.
     int await(ModuleObject* stmt, bool isStep);
-    /// Whether the weld ends behind this statement before anything moves again: "close" comes before the next
-    /// move or "open", whether they are switched off or not.
-    [[nodiscard]] static bool isLastBeforeClose(const ModuleObject* stmt);
     /// A motion's result settles the oldest outstanding motion.
     void onResult(const QString& kind, int code);
     /// Forgets all motions: they were reset or stopped, and no result counts any more.
@@ -103,6 +100,8 @@ private:
     };
 
     [[nodiscard]] bool isOfRun(const ModuleObject* stmt) const;
+    [[nodiscard]] const prog::Statement& valueOf(const ModuleObject* stmt);
+    [[nodiscard]] ModuleObject* targetBefore(ModuleObject* stmt) const;
     [[nodiscard]] bool isAborted() const { return run_ && run_->isAborted; }
     void setTrajectory(ModuleObject* args, ModuleObject* stmt);
     int send(const ModuleObject* stmt, QLatin1String command, const ModuleObject* args);
@@ -113,7 +112,7 @@ private:
     int codeOf(WaitEnd end) const;
     int awaitZone(ModuleObject* stmt, int motion);
     void passedBefore(const ModuleObject* stmt, ModuleObject* circleStart);
-    void testZone(const ModuleObject* stmt, double radiusM, const ModuleObject* circleStart);
+    void testZone(ModuleObject* stmt, double radiusM, const ModuleObject* circleStart);
 
     QObject* sender_;
     Waiter& waiter_;
@@ -134,9 +133,10 @@ private:
     std::optional<StoppedArc> rest_;  ///< what is left of the arc of `restLine_`
     int restLine_ = -1;
     const ModuleObject* queuedLast_ = nullptr;  ///< statement that queued the last motion
-    CircleFault circleFault_ = CircleFault::None;
+    prog::CircleFault circleFault_ = prog::CircleFault::None;
     int badCircle_ = -1;
 
+    prog::Statement foreign_;            ///< the value of a statement that is none of the run's
     std::optional<StoppedArc> stopped_;  ///< the arc that the last stop interrupted
 };
 

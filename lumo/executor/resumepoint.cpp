@@ -1,7 +1,6 @@
 #include "executor/resumepoint.h"
 
-#include "executor/programindex.h"
-#include "executor/queuedarc.h"
+#include "program/runprogram.h"
 #include "program/words.h"
 
 #include <QtMath>
@@ -9,21 +8,6 @@
 using namespace prog;
 
 namespace lumo {
-
-namespace {
-
-/// Whether a run from a line would light the laser where the tool stands, before it moves.
-bool opensBeforeItMoves(const ModuleObject* program, int line) {
-    for (const ModuleObject* stmt = program->c(line); !stmt->isNull(); stmt = stmt->nextBmobj()) {
-        const bool isOpening = statementType(stmt) == prog::statement::open;
-        if (isExecutedStatement(stmt) && (isOpening || isMoveStatement(stmt))) {
-            return isOpening;
-        }
-    }
-    return false;
-}
-
-}  // namespace
 
 ResumePoint::ResumePoint(ModuleObject* program, QObject* sender) : program_(program), sender_(sender) {
     connect(program, &ModuleObject::changed, this, [this] { follow(); });
@@ -63,25 +47,26 @@ bool ResumePoint::isStoppedIn(const ModuleObject* statement) const {
 }
 
 bool ResumePoint::mustGoBack(int line, bool goesOnThere, double* distanceMm) const {
-    return (goesOnThere || (isStoppedAt(line) && opensBeforeItMoves(program_, line))) && isAway(distanceMm);
+    return (goesOnThere ||
+            (isStoppedAt(line) && opensBeforeItMoves(line, program_->size(), kindsIn(program_)))) &&
+           isAway(distanceMm);
 }
 
 bool ResumePoint::isAway(double* distanceMm) {
     constexpr double nearMm = 2.0;
     constexpr double mmPerM = 1000.0;
     const double nearRad = qDegreesToRadians(2.0);
-    const ModuleObject* const stop = m(key::currentPausePoint);
-    const ModuleObject* const tool = kordservice()->get(nullptr, key::posture);
-    if (!stop->hasCmobj(field::trans)) {
+    const Record stop = m(key::currentPausePoint);
+    if (!stop.at(field::trans).exists()) {
         return false;
     }
-    const double away =
-        mmPerM * prog::distance(positionOf(stop->c(field::trans)), positionOf(tool->c(field::trans)));
+    const TaughtPoint kept = TaughtPoint::from(stop);
+    const TaughtPoint tool = TaughtPoint::from(kordservice()->get(nullptr, key::posture));
+    const double away = mmPerM * prog::distance(kept.trans, tool.trans);
     if (distanceMm) {
         *distanceMm = away;
     }
-    return away > nearMm ||
-           (stop->hasCmobj(field::rot) && turnBetween(stop->c(field::rot), tool->c(field::rot)) > nearRad);
+    return away > nearMm || (stop.at(field::rot).exists() && angleBetween(kept.rot, tool.rot) > nearRad);
 }
 
 void ResumePoint::weldOpened(ModuleObject* open) {
@@ -142,18 +127,11 @@ void ResumePoint::follow(const ModuleObject* leaving) {
 }
 
 bool ResumePoint::isInWeld(const ModuleObject* statement, const ModuleObject* leaving) const {
-    if (!isExecutedStatement(statement) || statementType(statement) == prog::statement::close) {
-        return false;
-    }
-    for (const ModuleObject* before = statement->prevBmobj(); !before->isNull();
-         before = before->prevBmobj()) {
-        const QString type = statementType(before);
-        const bool marks = type == prog::statement::open || type == prog::statement::close;
-        if (marks && before != leaving && isExecutedStatement(before)) {
-            return before == open_;
-        }
-    }
-    return false;
+    const int leavingLine = leaving ? leaving->indexInPmobj() : -1;
+    const int open = weldOf(statement->indexInPmobj(), [this, leavingLine](int line) {
+        return line == leavingLine ? LineKind() : LineKind::of(program_->c(line));
+    });
+    return open >= 0 && program_->c(open) == open_;
 }
 
 /// The fields whose change can take the statement out of its weld: only those of the weld's lines.

@@ -6,12 +6,12 @@
 #include "equipment/ports.h"
 #include "equipment/signalio.h"
 #include "executor/laser.h"
-#include "executor/programindex.h"
 #include "files/projectfile.h"
 #include "files/settingsfile.h"
 #include "json/jsonwriter.h"
 #include "mendo/log.h"
 #include "mendo/modulemanager.h"
+#include "program/runprogram.h"
 #include "program/words.h"
 #include "runner/project.h"
 #include "runner/scenario.h"
@@ -61,7 +61,7 @@ QByteArray textOf(const QJsonValue& value) {
 const QString fileName = "project.json";
 
 void show() {
-    const RunProgram program(m(prog::key::program));
+    const prog::RunProgram program(m(prog::key::program));
     for (int line = 0; line < program.lineCount(); ++line) {
         const ModuleObject* const statement = m(prog::key::program)->c(line);
         use(type2cn(statement->c(prog::field::type)->getString()), lumo::statementDetails(statement));
