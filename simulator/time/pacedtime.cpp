@@ -27,17 +27,12 @@ bool keepsWallClock(const QObject* object) {
 
 PacedTime* PacedTime::install() {
     auto* time = new PacedTime;
-    QCoreApplication::setEventDispatcher(time);
-    mendo::Clock::install(time);
+    time->takeOver();
     return time;
 }
 
 PacedTime::PacedTime() {
     wall_.start();
-}
-
-PacedTime::~PacedTime() {
-    mendo::Clock::install(nullptr);
 }
 
 // --- The clock -----------------------------------------------------------------------------------
@@ -174,26 +169,26 @@ void PacedTime::registerTimer(int timerId, int interval, Qt::TimerType type, QOb
     if (keepsWallClock(object) && platform()) {
         platform_->registerTimer(timerId, interval, type, object);
     } else {
-        timers_.add(timerId, interval, type, object, elapsedMs());
+        TimerDispatcher::registerTimer(timerId, interval, type, object);
     }
 }
 
 bool PacedTime::unregisterTimer(int timerId) {
-    return timers_.remove(timerId) || (platform_ && platform_->unregisterTimer(timerId));
+    return TimerDispatcher::unregisterTimer(timerId) || (platform_ && platform_->unregisterTimer(timerId));
 }
 
 bool PacedTime::unregisterTimers(QObject* object) {
-    const bool any = timers_.removeOf(object);
+    const bool any = TimerDispatcher::unregisterTimers(object);
     return (platform_ && platform_->unregisterTimers(object)) || any;
 }
 
 QList<QAbstractEventDispatcher::TimerInfo> PacedTime::registeredTimers(QObject* object) const {
-    const QList<TimerInfo> paced = timers_.timersOf(object);
+    const QList<TimerInfo> paced = TimerDispatcher::registeredTimers(object);
     return platform_ ? paced + platform_->registeredTimers(object) : paced;
 }
 
 int PacedTime::remainingTime(int timerId) {
-    const int paced = timers_.remaining(timerId, elapsedMs());
+    const int paced = TimerDispatcher::remainingTime(timerId);
     return paced < 0 && platform_ ? platform_->remainingTime(timerId) : paced;
 }
 

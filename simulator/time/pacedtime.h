@@ -1,13 +1,10 @@
 #pragma once
 
-#include "mendo/clock.h"
-#include "simulator/time/timertable.h"
+#include "simulator/time/timerdispatcher.h"
 
-#include <QAbstractEventDispatcher>
 #include <QElapsedTimer>
 #include <QVector>
 
-#include <atomic>
 #include <memory>
 
 namespace sim {
@@ -22,7 +19,7 @@ namespace sim {
 /// more than 200 ms (wall clock) late does not catch up: its clock runs slower.
 ///
 /// Install before the QApplication is made. GUI thread only, except wakeUp() and interrupt().
-class PacedTime : public QAbstractEventDispatcher, public mendo::Clock {
+class PacedTime : public TimerDispatcher {
     Q_OBJECT
 public:
     /// Makes the dispatcher; Qt owns it.
@@ -53,7 +50,6 @@ public:
 
 private:
     PacedTime();
-    ~PacedTime() override;
     QAbstractEventDispatcher* platform();
     double wallMs() const;
     double gainedMs() const;
@@ -63,9 +59,7 @@ private:
     std::unique_ptr<QAbstractEventDispatcher> platform_;  ///< the platform's dispatcher
     QVector<QSocketNotifier*> earlyNotifiers_;            ///< registered before platform_ existed
     int alarmId_ = 0;                                     ///< platform timer that ends a sleep
-    std::atomic<bool> interrupted_{false};
 
-    TimerTable timers_;
     double factor_ = 1;
     QElapsedTimer wall_;
     double gainedMs_ = 0;          ///< time gained before the factor was set

@@ -1,7 +1,5 @@
 #include "simulator/time/virtualtime.h"
 
-#include "simulator/time/timertable.h"
-
 #include <qpa/qwindowsysteminterface.h>
 
 #include <QCoreApplication>
@@ -31,14 +29,15 @@ VirtualTime* installed = nullptr;
 }  // namespace
 
 struct VirtualTime::Private {
+    Private(TimerTable& table, std::atomic<bool>& interruption) : timers(table), interrupted(interruption) {}
+
+    TimerTable& timers;
+    std::atomic<bool>& interrupted;
     qint64 now = 0;
-    TimerTable timers;
     std::atomic<bool> woken{false};
-    std::atomic<bool> interrupted{false};
     int handlers = 0;    ///< event and timer handlers on the stack
     bool quiet = false;  ///< inside a nested advance(): no aboutToBlock
     int passes = 0;      ///< at this instant
-    std::function<void()> stalled;
 
     double pace = 0;
     QElapsedTimer wall;
@@ -95,8 +94,7 @@ VirtualTime* VirtualTime::install() {
         return installed;
     }
     installed = new VirtualTime;
-    QCoreApplication::setEventDispatcher(installed);
-    mendo::Clock::install(installed);
+    installed->takeOver();
     return installed;
 }
 
@@ -104,10 +102,9 @@ VirtualTime* VirtualTime::instance() {
     return installed;
 }
 
-VirtualTime::VirtualTime() : d_(std::make_unique<Private>()) {}
+VirtualTime::VirtualTime() : d_(std::make_unique<Private>(timers_, interrupted_)) {}
 
 VirtualTime::~VirtualTime() {
-    mendo::Clock::install(nullptr);
     installed = nullptr;
 }
 
@@ -126,7 +123,7 @@ qint64 VirtualTime::elapsedMs() const {
 
 bool VirtualTime::pass(QEventLoop::ProcessEventsFlags flags, bool wait, qint64 limit) {
     const bool timersOn = !(flags & QEventLoop::X11ExcludeTimers);
-    d_->interrupted = false;
+    interrupted_ = false;
     ++d_->passes;
     emit awake();
 
@@ -137,11 +134,11 @@ bool VirtualTime::pass(QEventLoop::ProcessEventsFlags flags, bool wait, qint64 l
     --d_->handlers;
 
     const bool endless = d_->passes >= passesPerInstant;
-    const bool mayWait = wait && !d_->interrupted && (!d_->woken || endless);
+    const bool mayWait = wait && !interrupted_ && (!d_->woken || endless);
     if (mayWait && !d_->quiet) {
         emit aboutToBlock();
     }
-    if (d_->interrupted) {
+    if (interrupted_) {
         return did;
     }
 
@@ -157,17 +154,7 @@ bool VirtualTime::pass(QEventLoop::ProcessEventsFlags flags, bool wait, qint64 l
 }
 
 void VirtualTime::stall() {
-    const bool handled = bool(d_->stalled);
     d_->passes = 0;
-    if (handled) {
-        const std::function<void()> handler = d_->stalled;  // a copy: the handler may set another one
-        ++d_->handlers;
-        handler();
-        --d_->handlers;
-    }
-    if (handled && (d_->woken || d_->interrupted || d_->timers.nextDue() != never || d_->anythingDue())) {
-        return;
-    }
     qWarning("Virtual time stands still: something is awaited and nothing is pending.");
     QCoreApplication::exit(1);
 }
@@ -199,11 +186,7 @@ void VirtualTime::settle() {
 }
 
 int VirtualTime::armedTimers(const QObject* ignored) const {
-    return d_->timers.count(ignored);
-}
-
-void VirtualTime::setStallHandler(std::function<void()> handler) {
-    d_->stalled = std::move(handler);
+    return timers_.count(ignored);
 }
 
 void VirtualTime::setPace(double factor) {
@@ -224,26 +207,6 @@ bool VirtualTime::hasPendingEvents() {
 void VirtualTime::registerSocketNotifier(QSocketNotifier*) {}
 void VirtualTime::unregisterSocketNotifier(QSocketNotifier*) {}
 
-void VirtualTime::registerTimer(int timerId, int interval, Qt::TimerType type, QObject* object) {
-    d_->timers.add(timerId, interval, type, object, d_->now);
-}
-
-bool VirtualTime::unregisterTimer(int timerId) {
-    return d_->timers.remove(timerId);
-}
-
-bool VirtualTime::unregisterTimers(QObject* object) {
-    return d_->timers.removeOf(object);
-}
-
-QList<QAbstractEventDispatcher::TimerInfo> VirtualTime::registeredTimers(QObject* object) const {
-    return d_->timers.timersOf(object);
-}
-
-int VirtualTime::remainingTime(int timerId) {
-    return d_->timers.remaining(timerId, d_->now);
-}
-
 void VirtualTime::wakeUp() {
     d_->woken = true;
     // Without the lock, the notification could come between the sleeper's test and its sleep.
@@ -252,10 +215,8 @@ void VirtualTime::wakeUp() {
 }
 
 void VirtualTime::interrupt() {
-    d_->interrupted = true;
+    interrupted_ = true;
     wakeUp();
 }
-
-void VirtualTime::flush() {}
 
 }  // namespace sim

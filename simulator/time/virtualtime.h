@@ -1,9 +1,8 @@
 #pragma once
 
-#include "mendo/clock.h"
+#include "simulator/time/timerdispatcher.h"
 
-#include <QAbstractEventDispatcher>
-
+#include <functional>
 #include <functional>
 #include <memory>
 
@@ -12,10 +11,13 @@ namespace sim {
 /// An event dispatcher on virtual time: when nothing is pending, the clock jumps to the next timer. So an
 /// hour takes as long as its handlers, and every run is the same to the millisecond.
 ///
+/// A loop that would wait for ever (nothing posted, no timer armed) prints a warning and ends all loops of
+/// the thread by QCoreApplication::exit(1).
+///
 /// Timers fire in the order that TimerTable describes; zero timers never stop the clock. The host's clock
 /// is the same and starts at 2024-01-01 08:00 local time. Sockets are not served. Install before the
 /// QApplication is made. GUI thread only, except wakeUp().
-class VirtualTime : public QAbstractEventDispatcher, public mendo::Clock {
+class VirtualTime : public TimerDispatcher {
     Q_OBJECT
 public:
     /// Makes the dispatcher; Qt owns it.
@@ -34,10 +36,6 @@ public:
     void settle();
     /// Number of armed timers, except those of `ignored` and its descendants.
     int armedTimers(const QObject* ignored = nullptr) const;
-    /// Called when a loop would wait for ever: nothing posted, no timer armed. The handler has to post an
-    /// event, arm a timer or end the loop. If it does not, or without a handler, a warning is printed and
-    /// QCoreApplication::exit(1) ends all loops of the thread.
-    void setStallHandler(std::function<void()> handler);
     /// Limits virtual time to the wall clock times `factor`; 0 (the default) is no limit. A process that
     /// is more than 200 ms late does not catch up.
     void setPace(double factor);
@@ -51,14 +49,8 @@ public:
     bool hasPendingEvents() override;
     void registerSocketNotifier(QSocketNotifier* notifier) override;
     void unregisterSocketNotifier(QSocketNotifier* notifier) override;
-    void registerTimer(int timerId, int interval, Qt::TimerType type, QObject* object) override;
-    bool unregisterTimer(int timerId) override;
-    bool unregisterTimers(QObject* object) override;
-    QList<TimerInfo> registeredTimers(QObject* object) const override;
-    int remainingTime(int timerId) override;
     void wakeUp() override;
     void interrupt() override;
-    void flush() override;
 
 private:
     VirtualTime();
