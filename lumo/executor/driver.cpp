@@ -394,9 +394,11 @@ bool Driver::isStoppedArc(const ModuleObject* statement) const {
 Outlook Driver::outlook(int line) const {
     Outlook outlook;
     ModuleObject* const stmt = m(key::program)->c(line);
-    outlook.reopens = isWeldFlagged() && resume_.liesInWeld(line) && weldingPermitted();
-    const bool ofArc = !stmt->isNull() && isStoppedArc(stmt) && isExecuted(stmt);
-    outlook.goesBack = resume_.mustGoBack(line, outlook.reopens || ofArc, &outlook.distanceMm);
+    outlook.permitted = weldingPermitted();
+    outlook.inWeld = isWeldFlagged() && resume_.liesInWeld(line);
+    outlook.reopens = outlook.inWeld && outlook.permitted;
+    outlook.restOfArc = !stmt->isNull() && isStoppedArc(stmt) && isExecuted(stmt);
+    outlook.goesBack = resume_.mustGoBack(line, outlook.reopens || outlook.restOfArc, &outlook.distanceMm);
     return outlook;
 }
 

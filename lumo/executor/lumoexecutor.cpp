@@ -53,6 +53,10 @@ lumo::Outlook LumoExecutor::outlook(int line) const {
     return driver_->outlook(line);
 }
 
+QVariantMap LumoExecutor::startAt(int line) const {
+    return outlook(line).map();
+}
+
 int LumoExecutor::execProgram(int line) {
     return driver_->execProgram(line);
 }

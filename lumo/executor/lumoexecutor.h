@@ -44,7 +44,10 @@ public:
     [[nodiscard]] int pendingSteps() const;
     [[nodiscard]] int depth() const;
     [[nodiscard]] static bool litByHand();
+    /// What a start of the hand program at a line would do.
     [[nodiscard]] Outlook outlook(int line) const;
+    /// The same as a map, for programs that load the package at run time.
+    [[nodiscard]] Q_INVOKABLE QVariantMap startAt(int line) const;
 
     // --- Driver -------------------------------------------------------------------------------
 
