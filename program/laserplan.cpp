@@ -1,6 +1,7 @@
 #include "program/laserplan.h"
 
 #include <algorithm>
+#include <numeric>
 
 namespace prog {
 
@@ -69,6 +70,11 @@ LaserPlan openingPlan(const LaserParams& params, int dtMs) {
     ramp.later = rampUp(params, dtMs);
     ramp.pulses = Pulses::Start;
     return {gas, waitOnly(waits::preFlow, params.preFlowMs), enable, ramp};
+}
+
+int durationMs(const LaserPlan& plan) {
+    return std::accumulate(plan.begin(), plan.end(), 0,
+                           [](int ms, const LaserPhase& phase) { return ms + phase.waitMs; });
 }
 
 LaserPlan closingPlan(const LaserParams& params, int dtMs, Closing closing) {

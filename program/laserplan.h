@@ -49,6 +49,9 @@ using LaserPlan = std::vector<LaserPhase>;
 /// where that would be more than 5,000 steps), then full power and the wire; meanwhile pulses and the dwell.
 [[nodiscard]] LaserPlan openingPlan(const LaserParams& params, int dtMs);
 
+/// How long it makes a run wait, in ms.
+[[nodiscard]] int durationMs(const LaserPlan& plan);
+
 /// Who waits for a closing, which decides when the gas goes off.
 enum class Closing {
     Awaited,     ///< a "close" or the program's end: after ramp, close delay and post-flow, each awaited

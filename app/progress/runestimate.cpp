@@ -1,5 +1,7 @@
 #include "app/progress/runestimate.h"
 
+#include "program/laserplan.h"
+
 #include <algorithm>
 #include <cmath>
 #include <utility>
@@ -13,6 +15,7 @@ using prog::StatementType;
 using prog::TaughtPoint;
 
 constexpr double mmPerM = 1000;
+constexpr int rampStepMs = 20;  // does not change how long a ramp takes
 constexpr qint64 inputPollMs = 100;
 constexpr qint64 zonePollMs = 50;
 
@@ -106,11 +109,11 @@ prog::LaserParams RunEstimate::params() const {
 }
 
 qint64 RunEstimate::openingMs() const {
-    return params().preFlowMs + params().stayMs;
+    return durationMs(prog::openingPlan(params(), rampStepMs));
 }
 
 qint64 RunEstimate::closingMs() const {
-    return params().decreaseMs + params().closeDelayMs + params().postFlowMs;
+    return durationMs(prog::closingPlan(params(), rampStepMs, prog::Closing::Awaited));
 }
 
 /// A long batch is cut: the halt that this adds is short.

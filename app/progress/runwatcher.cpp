@@ -1,7 +1,6 @@
 #include "app/progress/runwatcher.h"
 
 #include "app/path/seamtrack.h"
-#include "app/status/statuswatcher.h"
 #include "kord/kordservice.h"
 #include "mendo/clock.h"
 #include "mendo/modulemanager.h"
@@ -62,8 +61,11 @@ void RunWatcher::begin() {
     start.step = mode == prog::runmode::singleStep;
     start.line = m(start.step ? prog::key::triggerOnce : prog::key::triggerStart)->getInt();
     start.posture = postureNow();
-    start.permitted = readSwitches().isSwitchedOn();
-    start.inWeld = mode == prog::runmode::byHand && m(prog::key::weldOpen)->getBool(false);
+    QVariantMap outlook;
+    QMetaObject::invokeMethod(package_.executor, "startAt", Q_RETURN_ARG(QVariantMap, outlook),
+                              Q_ARG(int, start.line));
+    start.permitted = outlook.value(QStringLiteral("permitted")).toBool();
+    start.inWeld = mode == prog::runmode::byHand && outlook.value(QStringLiteral("inWeld")).toBool();
     start.set = m(prog::key::curParam)->getInt();
     start.defaultZoneM = kordservice()->dataNode(prog::key::defaultZone)->getDouble();
     const ModuleObject* program =

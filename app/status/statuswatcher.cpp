@@ -69,8 +69,7 @@ bool isWord(QLatin1String path, QLatin1String word) {
     return m(path)->getString() == word;
 }
 
-}  // namespace
-
+/// Power, mode and welding switches; everything else has its default.
 CellStatus readSwitches() {
     CellStatus state;
     state.power = isWord(prog::key::robotPower, prog::word::on);
@@ -79,6 +78,8 @@ CellStatus readSwitches() {
     state.handWeldSwitch = m(prog::key::handWeldSwitch)->getBool(false);
     return state;
 }
+
+}  // namespace
 
 StatusWatcher::StatusWatcher(const workcell::PackageFlags& package, const sim::Controller* controller,
                              const QWidget* page, QObject* parent)

@@ -16,9 +16,6 @@ class Controller;
 
 namespace app {
 
-/// Reads power, mode and welding switches; everything else has its default.
-CellStatus readSwitches();
-
 /// Watches the cell, the welding permission, the run, the stations and the editing lock, and forms the
 /// status sentences. It only reads. While a sentence contains a running time, a timer refreshes it every
 /// 100 ms.

@@ -150,6 +150,15 @@ private slots:
         QVERIFY(!watch->isTiming() && !bar->isVisible() && line().contains("Paused at line 5"));
     }
 
+    void startOutsideTheOpenWeld_countsNoOpening() {
+        load("lumo.program",
+             "[{'type':'open','index':0},{'type':'close'},{'type':'delay','delaytime':5000}]");
+        set("lumo.current.openmiddlecolse", true);
+        QString told;
+        run(2, {{1, [&] { told = progress(); }}});
+        QCOMPARE(told, "0:00/0:05 left");
+    }
+
     void stationProgram_isNamed() {
         setRunMode(prog::runmode::byStation);
         load("lumo.program", "[]");
