@@ -427,6 +427,7 @@ std::vector<StationLine> Session::stationLines() const {
     std::vector<StationFigures> figures = stationWatch_.figures();
     figures.resize(std::size_t(stationPage_.count()));
     std::vector<StationLine> lines;
+    lines.reserve(figures.size());
     for (int row = 0; row < stationPage_.count(); ++row) {
         lines.push_back({stationPage_.name(row), stationPage_.project(row), figures[std::size_t(row)]});
     }

@@ -84,6 +84,7 @@ void CellSignals::addController(const sim::Controller* controller) {
 
 std::vector<double> CellSignals::values() const {
     std::vector<double> values;
+    values.reserve(all_.size());
     for (const CellSignal& signal : all_) {
         values.push_back(signal.value);
     }

@@ -7,9 +7,9 @@
 
 namespace lumo {
 
-/// A station's run. The station page keeps one on its stack while the run lasts. It tells the other pages which
-/// station and project run. It also keeps the tool set of the project that is open in the editor: the destructor
-/// puts that tool set back into the tree and sends it to the robot.
+/// A station's run. The station page keeps one on its stack while the run lasts. It tells the other pages
+/// which station and project run. It also keeps the tool set of the project that is open in the editor: the
+/// destructor puts that tool set back into the tree and sends it to the robot.
 class StationRun {
 public:
     StationRun(const QString& station, const QString& project);
@@ -35,7 +35,8 @@ private:
     ModuleObject before_;
 };
 
-/// The tool set of the project that is open in the editor: `lumo.toolset`; during a station's run the one before it.
+/// The tool set of the project that is open in the editor: `lumo.toolset`; during a station's run the one
+/// before it.
 [[nodiscard]] const ModuleObject* projectToolset();
 /// Sends `lumo.toolset` to the robot.
 void sendToolset(QObject* sender);
