@@ -1,7 +1,7 @@
-// A whole host: the package's page in a window, and behind it a robot that is at once where it is told to be.
+// A whole host: shows the package's page in a window, with a robot that reaches every target at once.
 //
 //     minihost FOLDER            shows the page; FOLDER has the projects and the settings
-//     minihost FOLDER PROJECT    runs a project of that folder and ends: 0 when it came to its last line
+//     minihost FOLDER PROJECT    runs a project of that folder and ends; 0 if it reached its last line
 
 #include <gantu/bmodule.h>
 #include <gantu/package.h>
@@ -26,8 +26,8 @@
 using mendo::ModuleManager;
 using mendo::ModuleObject;
 
-/// Listens to the robot service and answers it. A real bridge sends each call to its controller, and writes
-/// what the controller reports into the same nodes.
+/// Answers the robot service. A real bridge sends each call to its controller and writes what the controller
+/// reports to the same nodes.
 class Bridge : public QObject {
 public:
     Bridge() {
@@ -60,7 +60,7 @@ private:
         entry->set(this, "rw", access)->set(this, "len", length);
     }
 
-    /// Argument nodes are the caller's: what is needed later is copied here.
+    /// The caller deletes the argument node after the call, so copy what is needed later.
     void obey(const KordCall& call) {
         if (call.name == "move.l") {
             queue_.enqueue({call.name, call.node->c("point")->exportToJson().toObject()});
@@ -75,7 +75,7 @@ private:
             step_.start(1);
         } else if (call.name == "move.stop" || call.name == "move.reset") {
             step_.stop();
-            queue_.clear();  // what is dropped gets no result
+            queue_.clear();  // dropped motions get no result
             m("kord.r.state")->setValue(this, "idle");
         } else if (call.name == "register.write") {
             write(call.argument("name").toString(), call.argument("bias").toInt(), call.argument("value"));
@@ -94,8 +94,8 @@ private:
         kordservice()->dataNode(mName("register.values", name, mIndex(bias)))->setValue(this, value);
     }
 
-    /// Writes the posture, then the state, then one result: the package goes on in the moment in which it
-    /// gets the result.
+    /// Writes the posture, then the state, then one result, because the package continues as soon as it gets
+    /// the result.
     void arrive() {
         if (queue_.isEmpty()) {
             step_.stop();
@@ -132,7 +132,7 @@ bool run(const QString& project) {
         }
     }
     m("lumo.program")->loadJson(nullptr, statements);
-    m("lumo.current.openmiddlecolse")->setValue(nullptr, false);  // no weld to go on with
+    m("lumo.current.openmiddlecolse")->setValue(nullptr, false);  // do not continue an open weld
     if (auto* runMode = reinterpret_cast<int*>(QLibrary(LUMO_LIBRARY).resolve("hand_or_signalbing"))) {
         *runMode = 0;
     }
@@ -156,8 +156,8 @@ int main(int argc, char** argv) {
     QStackedWidget pages;
     setInstantiatedCenterWidget(&pages);
 
-    Bridge bridge;           // before the package: it finds registers and inputs there
-    gantu::Package package;  // goes before the bridge, which its shutdown still writes to
+    Bridge bridge;           // before the package, which looks for registers and inputs
+    gantu::Package package;  // destroyed before the bridge, which answers its last commands
     QString error;
     if (!package.load(LUMO_LIBRARY, "lumo", &error)) {
         std::fprintf(stderr, "%s\n", qPrintable(error));
@@ -168,7 +168,7 @@ int main(int argc, char** argv) {
 
     bool finished = true;
     if (arguments.size() > 2) {
-        QTimer::singleShot(0, &pages, [&] {  // in the event loop, whose end ends a run as well
+        QTimer::singleShot(0, &pages, [&] {  // inside the event loop, so that quitting ends the run, too
             finished = run(arguments[2]);
             QApplication::quit();
         });
