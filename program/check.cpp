@@ -102,6 +102,11 @@ void checkField(const FieldRow& row, const Record& statement, int sets, std::vec
         findings->push_back(
             {Rule::FieldKind, Severity::Warning, row.path, {static_cast<int>(row.kind), other}});
     }
+    const bool isAmount =
+        row.kind == FieldKind::Number || row.kind == FieldKind::Entry || row.kind == FieldKind::Whole;
+    if (isAmount && field.number() < 0) {
+        findings->push_back({Rule::Negative, Severity::Warning, row.path, {field.number()}});
+    }
     const int set = field.integer();
     if (row.kind == FieldKind::Set && (set < 0 || set >= sets)) {
         findings->push_back({Rule::NoSuchSet, Severity::Warning, row.path, {set, sets}});

@@ -18,6 +18,7 @@ enum class Rule {
     TypeUnknown,   ///< the type
     FieldMissing,  ///< a field that runs read
     FieldKind,     ///< what is found is of another kind: the kind it should have (FieldKind), what is found
+    Negative,      ///< a number that must not be: the number
     NoSuchSet,     ///< the position that is named, the number of sets
 };
 

@@ -54,6 +54,8 @@ QString findingText(const prog::Finding& finding) {
             return QStringLiteral("is missing");
         case Rule::FieldKind:
             return kindText(static_cast<FieldKind>(arguments.value(0).toInt()), arguments.value(1));
+        case Rule::Negative:
+            return QStringLiteral("is negative");
         case Rule::NoSuchSet:
             return QStringLiteral("names no parameter set (%1 of %2)")
                 .arg(arguments.value(0).toInt())

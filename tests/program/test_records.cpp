@@ -42,7 +42,7 @@ QString shown(const Statement& statement) {
 /// A finding as "field rule arguments"; the kind follows from the field.
 QString shown(const Finding& finding) {
     static const char* const rules[] = {"is missing", "is no text", "is empty",    "is unknown",
-                                        "is missing", "holds",      "names no set"};
+                                        "is missing", "holds",      "is negative", "names no set"};
     QStringList words{finding.path, rules[static_cast<int>(finding.rule)]};
     for (const QVariant& argument : finding.arguments.mid(finding.rule == Rule::FieldKind ? 1 : 0)) {
         words << (argument.isValid() ? argument.toString() : "another kind");
@@ -131,6 +131,7 @@ private slots:
             {"'type':'param','index':2", "index names no set 2 2"},
             {"'type':'param','index':'-1'", "index holds -1, index names no set -1 2"},
             {"'type':'open','index':0,'weldspeed':'20.5','laserPower':'50'", ""},
+            {"'type':'delay','delaytime':'-5'", "delaytime is negative -5"},
             {"'type':'delay','delaytime':true,'execute':'yes'", "execute holds yes, delaytime holds true"},
             {"'type':'setDO','DO_type':'IO','doName':'DO1','value':'true'", ""},
             {"'type':'setDO','DO_type':'IO','doName':5,'value':true", "doName holds 5, value holds true"},
