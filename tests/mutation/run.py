@@ -35,13 +35,13 @@ COPIES = BUILD / "mutated"
 BASELINE = HERE / "baseline.tsv"
 
 AREAS = {
-    "executor": ["lumo/executor/*.cpp", "program/*/*.cpp"],
-    "devices": ["lumo/devices/*.cpp"],
+    "executor": ["lumo/executor/*.cpp", "program/*.cpp"],
+    "devices": ["lumo/devices/*.cpp", "lumo/equipment/*.cpp"],
     "stations": ["lumo/stations/*.cpp"],
     "editor": ["lumo/editor/*.cpp"],
-    "panel": ["lumo/panel/*.cpp", "lumo/module/*.cpp", "lumo/params/*.cpp"],
+    "panel": ["lumo/panel/*.cpp", "lumo/module/*.cpp", "lumo/params/*.cpp", "lumo/files/*.cpp", "lumo/widgets/*.cpp"],
     "host": ["host/*/*.cpp"],
-    "simulator": ["simulator/*.cpp"],
+    "simulator": ["simulator/*.cpp", "simulator/*/*.cpp"],
     "runner": ["runner/*.cpp", "workcell/*.cpp"],
     "app": ["app/*.cpp", "app/*/*.cpp"],
 }
