@@ -1,7 +1,7 @@
 #!/usr/bin/python3
 """Mutation test: how many small changes of the code make a test fail, for each area.
 
-    run.py [OPTION …] [--matrix | --compare | --self-check | --stage STAGE …]
+    run.py [OPTION …] [--matrix | --compare | --stage STAGE …]
 
 Stages: `mutate` writes the mutated copies. `build` builds the tests with them. `cover` runs each test and records which
 mutants it reaches. `kill` runs each mutant of the sample (N in an area, the same for a seed) against the tests that
@@ -10,7 +10,7 @@ build/mutants/results.jsonl, and an interrupted run continues; remove the file b
 
 `matrix` records which test functions fail for each mutant that died; `report` then lists the functions that kill none.
 `report --write-baseline` writes all results to baseline.tsv; `compare` repeats the mutants that died there and fails if
-one survives that survivors.md does not explain. --self-check tests this program with known mutants.
+one survives that survivors.md does not explain.
 """
 import argparse
 import collections
@@ -312,28 +312,9 @@ def compare(options):
     sys.exit(bad > 0)
 
 
-def self_check(_):
-    mutants = load_mutants()
-    no_mutant, checked = len(mutants), "executor_stops"  # this test must kill the lethal mutant
-    lethal = mutants["lumo/executor/schedule.cpp | Schedule::runDue | performer_(entry.step); | ", 0]["id"]
-    test = coverage_of(next(test for test in load_tests() if test["name"] == checked))
-    endless = {"name": "endless", "command": ["sleep", "60"], "environment": {}, "seconds": -0.4,
-               "reached": [no_mutant], "functions": []}
-    broken = {"name": "broken", "command": ["/bin/false"], "environment": {}}
-    assert fate(no_mutant, [{**test, "reached": [no_mutant]}]) == ("survived", ""), "unchanged code survives"
-    assert fate(no_mutant, [test]) == ("not reached", ""), "a mutant that no test reaches is not reached"
-    assert fate(lethal, [test]) == ("killed", checked), "a lethal change is killed"
-    assert fate(no_mutant, [endless]) == ("time-out", "endless"), "a test that hangs kills"
-    assert coverage_of(broken)["fault"] == "failed without a mutant", "a broken test is left out"
-    assert failing(no_mutant, test) == set(), "in unchanged code no function fails"
-    assert set() < failing(lethal, test) < set(test["functions"]), "a lethal change fails some functions, not all"
-    assert failing(no_mutant, endless) == {"endless"}, "a program that hangs fails"
-    print("Killed and surviving mutants are distinguished.")
-
-
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
-    stages = {stage.__name__: stage for stage in (mutate, build, cover, kill, matrix, report, compare, self_check)}
+    stages = {stage.__name__: stage for stage in (mutate, build, cover, kill, matrix, report, compare)}
     first = ["mutate", "build", "cover"]
     parser.add_argument("--seed", type=int, default=7)
     parser.add_argument("--sample", type=int, default=50, help="how many mutants an area; 0: all")
@@ -343,8 +324,7 @@ def main():
     parser.add_argument("--stage", nargs="+", choices=list(stages), default=[*first, "kill", "report"])
     parser.add_argument("--retry", action="store_true", help="run survivors again, after a test was added")
     parser.add_argument("--write-baseline", action="store_true", help="with the stage report")
-    for option, chosen in (("--matrix", [*first, "kill", "matrix", "report"]), ("--compare", [*first, "compare"]),
-                           ("--self-check", ["self_check"])):
+    for option, chosen in (("--matrix", [*first, "kill", "matrix", "report"]), ("--compare", [*first, "compare"])):
         parser.add_argument(option, action="store_const", dest="stage", const=chosen)
     options = parser.parse_args()
     for stage in options.stage:

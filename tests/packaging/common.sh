@@ -2,7 +2,7 @@
 # To be sourced with the build folder, an own folder and lumo-pictures as arguments: `here`, `build`, `work` (empty), `fail`,
 # and `clean`, which runs a program with nothing of this one's surroundings.
 set -Eeuo pipefail
-# A command that fails where nobody asks would end the script without a word.
+# `set -e` alone ends the script without saying which command failed.
 trap 'echo "FAIL: ${BASH_SOURCE[0]}:$LINENO: $BASH_COMMAND" >&2' ERR
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 build=$1 work=$2

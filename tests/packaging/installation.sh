@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # `cmake --install` into a folder of one's own: the programs run from there, also after the folder was
-# moved, a host of somebody else's is built with the exported targets, and no document points into nothing.
+# moved, another host is built with the exported targets, and every link of the documents leads to a file.
 source "$(dirname "$0")/common.sh" "$@"
 
 cmake --install "$build" --prefix "$work/first" >"$work/install.log" 2>&1 || fail "$(tail "$work/install.log")"

@@ -127,11 +127,8 @@ private slots:
             // Far from the origin.
             {{400, 0, 0}, {400.1, 0.001, 0}, {400.2, 0, 0}, Fault::Collinear, Fault::None},
             {{0.5, 0, 0.3}, {0.55, 0.00085, 0.3}, {0.6, 0, 0.3}, Fault::Collinear, Fault::None},
-            {{0.5, 0, 0.3},
-             {0.55, 0.00098, 0.3},
-             {0.6, 0, 0.3},
-             Fault::None,
-             Fault::None},  // just high enough
+            // Just high enough.
+            {{0.5, 0, 0.3}, {0.55, 0.00098, 0.3}, {0.6, 0, 0.3}, Fault::None, Fault::None},
             {{0.5, 0, 0.3}, {0.5005, 0.0005, 0.3}, {0.501, 0, 0.3}, Fault::None, Fault::None},
             {{0.5, 0, 0.3}, {0.5, 0.001, 0.3}, {0.7, 0, 0.3}, Fault::None, Fault::None},
             {{40, 0, 0}, {40.1, 0.1, 0}, {40.2, 0, 0}, Fault::None, Fault::None},

@@ -108,13 +108,6 @@ private slots:
         }
         QCOMPARE(numbers.endArray().take(),
                  "[0,16384,1000000,-42,0.1,0.30000000000000004,0.10000000149011612,1e-09,1e+300,null]");
-        QVariantHash hash;
-        for (const char* key : {"value", "name", "bias"}) {
-            hash[key] = QVariantList{"b", 2, 1.5, true, QVariant()};
-        }
-        const QByteArray list = "['b',2,1.5,true,null]";
-        QCOMPARE(JsonWriter().variant(hash).take(),
-                 quoted("{'bias':" + list + ",'name':" + list + ",'value':" + list + '}'));
         mendo::ModuleObject node;
         node.set(nullptr, "traj.speed", 0.02)->set(nullptr, "point.#0", 1)->set(nullptr, "name", false);
         QCOMPARE(JsonWriter().node(&node).take(), quoted("{'traj':{'speed':0.02},'point':[1],'name':false}"));

@@ -66,17 +66,6 @@ void ScriptedRobot::mark() {
     markMs_ = mendo::Clock::current().elapsedMs();
 }
 
-QStringList ScriptedRobot::logBetween(qint64 fromMs, qint64 toMs) const {
-    QStringList lines;
-    for (const QString& line : log_) {
-        const qint64 ms = line.section(' ', 0, 0).toLongLong();
-        if (ms >= fromMs && ms < toMs) {
-            lines << line;
-        }
-    }
-    return lines;
-}
-
 qint64 ScriptedRobot::firstTime(const QString& what) const {
     for (const QString& line : log_) {
         if (line.section(' ', 1) == what) {

@@ -27,8 +27,6 @@ public:
     /// Register writes as "<ms> LASER 1" (the equipment's name), writes of several registers in brackets,
     /// motions as "<ms> move.l speed zone", other calls by name.
     QStringList log() const { return log_; }
-    /// Lines from `fromMs` to before `toMs`.
-    QStringList logBetween(qint64 fromMs, qint64 toMs) const;
     /// When `what` was first logged; -1 for never.
     qint64 firstTime(const QString& what) const;
     /// When the equipment was last switched off; -1 for never.
