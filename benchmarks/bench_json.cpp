@@ -3,6 +3,7 @@
 
 #include "sidebyside.h"
 
+#include "json/jsonwriter.h"
 #include "mendo/modulemanager.h"
 
 #include <QByteArray>
@@ -52,7 +53,9 @@ struct Project {
 
     void load() { node->loadJson(nullptr, QJsonDocument::fromJson(text).array()); }
     void parse() { document = QJsonDocument::fromJson(text); }
-    void save() { benchmark::DoNotOptimize(QJsonDocument(node->exportToJson().toArray()).toJson()); }
+    void save() {
+        benchmark::DoNotOptimize(mendo::JsonWriter(mendo::JsonWriter::Layout::Document).node(node).take());
+    }
     void write() { benchmark::DoNotOptimize(document.toJson()); }
 
     const int count;

@@ -1,47 +1,65 @@
 #include "json/jsonwriter.h"
 
-#include "mendo/moduleobject.h"
+#include "mendo/branch.h"
+#include "mendo/convert.h"
 
 #include <QJsonArray>
 #include <QJsonObject>
+#include <QLocale>
+#include <QVarLengthArray>
 #include <QVariantHash>
 #include <QVariantMap>
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <cstring>
+#include <limits>
+#include <numeric>
+#include <utility>
 
 namespace mendo {
 
 namespace {
 
-QByteArray quoted(const QString& value) {
-    QByteArray out("\"");
-    for (const char c : value.toUtf8()) {
-        switch (c) {
-            case '"':
-                out += "\\\"";
-                break;
-            case '\\':
-                out += "\\\\";
-                break;
-            case '\n':
-                out += "\\n";
-                break;
-            case '\r':
-                out += "\\r";
-                break;
-            case '\t':
-                out += "\\t";
-                break;
-            default:
-                if (uchar(c) < 0x20) {
-                    out += "\\u" + QByteArray::number(uchar(c), 16).rightJustified(4, '0');
-                } else {
-                    out += c;
-                }
-        }
+using Kind = Branch::Kind;
+
+/// The escape of a UTF-16 unit; empty for a unit that stands for itself. A surrogate is escaped where its
+/// other half is missing.
+QByteArray escapeOf(ushort unit) {
+    constexpr char escaped[] = "\"\\\b\f\n\r\t";
+    constexpr char letters[] = "\"\\bfnrt";
+    if (unit >= ' ' && unit != '"' && unit != '\\' && !QChar::isSurrogate(unit)) {
+        return {};
     }
-    return out + '"';
+    const char* const found = unit > 0 && unit < 0x80 ? std::strchr(escaped, unit) : nullptr;
+    return found ? QByteArray("\\") + letters[found - escaped]
+                 : "\\u" + QByteArray::number(unit, 16).rightJustified(4, '0');
+}
+
+/// A number as QJsonDocument writes it.
+QByteArray documentNumber(double number) {
+    constexpr double beyondSigned = 9223372036854775808.0;
+    constexpr double beyondUnsigned = 2 * beyondSigned;
+    const double size = std::abs(number);
+    const bool isWhole = std::trunc(size) == size && size < beyondUnsigned;
+    if (isWhole && size < beyondSigned) {
+        return QByteArray::number(static_cast<qint64>(number));
+    }
+    return std::isfinite(number)
+               ? QByteArray::number(number, isWhole ? 'f' : 'g', QLocale::FloatingPointShortest)
+               : QByteArray("null");
+}
+
+/// Positions of a map's children in the order of their names, as QJsonObject keeps them.
+QVarLengthArray<int, 64> sortedPositions(const Branch& branch) {
+    QVarLengthArray<int, 64> positions(branch.size());
+    std::iota(positions.begin(), positions.end(), 0);
+    const auto before = [&branch](int a, int b) { return branch.entries[a].name < branch.entries[b].name; };
+    if (!std::is_sorted(positions.cbegin(), positions.cend(), before)) {
+        std::sort(positions.begin(), positions.end(), before);
+    }
+    return positions;
 }
 
 }  // namespace
@@ -63,20 +81,55 @@ void JsonWriter::separate() {
     if (needsComma_) {
         text_ += ',';
     }
+    if (level_ > 0 && !isAfterKey_) {
+        startLine();
+    }
     needsComma_ = true;
+    isAfterKey_ = false;
+}
+
+void JsonWriter::startLine() {
+    if (isDocument_) {
+        constexpr int indent = 4;
+        const int size = text_.size();
+        text_.resize(size + 1 + indent * level_);
+        text_[size] = '\n';
+        std::fill(text_.begin() + size + 1, text_.end(), ' ');
+    }
 }
 
 JsonWriter& JsonWriter::open(char bracket) {
     separate();
     text_ += bracket;
     needsComma_ = false;
+    ++level_;
     return *this;
 }
 
 JsonWriter& JsonWriter::close(char bracket) {
+    --level_;
+    startLine();
     text_ += bracket;
     needsComma_ = true;
     return *this;
+}
+
+void JsonWriter::appendQuoted(const QString& text) {
+    text_ += '"';
+    int from = 0;
+    for (int i = 0; i < text.size(); ++i) {
+        const ushort unit = text[i].unicode();
+        const bool isPair =
+            QChar::isHighSurrogate(unit) && i + 1 < text.size() && text[i + 1].isLowSurrogate();
+        const QByteArray escape = isPair ? QByteArray() : escapeOf(unit);
+        if (!escape.isEmpty()) {
+            text_ += text.midRef(from, i - from).toUtf8() + escape;
+            from = i + 1;
+        }
+        i += isPair ? 1 : 0;
+    }
+    text_ += text.midRef(from).toUtf8();
+    text_ += '"';
 }
 
 JsonWriter& JsonWriter::beginObject() {
@@ -97,8 +150,10 @@ JsonWriter& JsonWriter::endArray() {
 
 JsonWriter& JsonWriter::key(const QString& name) {
     separate();
-    text_ += quoted(name) + ':';
+    appendQuoted(name);
+    text_ += isDocument_ ? ": " : ":";
     needsComma_ = false;
+    isAfterKey_ = true;
     return *this;
 }
 
@@ -117,15 +172,19 @@ JsonWriter& JsonWriter::boolean(bool value) {
 }
 
 JsonWriter& JsonWriter::number(double value) {
-    return raw(numberText(value));
+    return raw(isDocument_ ? documentNumber(value) : numberText(value));
 }
 
 JsonWriter& JsonWriter::integer(qint64 value) {
-    return raw(QByteArray::number(value));
+    // The least integer is a floating-point number for QJsonDocument.
+    return isDocument_ && value == std::numeric_limits<qint64>::min() ? number(double(value))
+                                                                      : raw(QByteArray::number(value));
 }
 
 JsonWriter& JsonWriter::string(const QString& value) {
-    return raw(quoted(value));
+    separate();
+    appendQuoted(value);
+    return *this;
 }
 
 JsonWriter& JsonWriter::json(const QJsonValue& value) {
@@ -148,7 +207,9 @@ JsonWriter& JsonWriter::json(const QJsonValue& value) {
         return boolean(value.toBool());
     }
     if (value.isDouble()) {
-        return number(value.toDouble());
+        const QVariant exact = value.toVariant();
+        return isDocument_ && exact.userType() == QMetaType::LongLong ? integer(exact.toLongLong())
+                                                                      : number(value.toDouble());
     }
     return value.isString() ? string(value.toString()) : null();
 }
@@ -158,9 +219,21 @@ JsonWriter& JsonWriter::variant(const QVariant& value) {
         case QMetaType::Bool:
             return boolean(value.toBool());
         case QMetaType::Double:
+            return number(value.toDouble());
+        case QMetaType::Int:
+            return integer(value.toInt());
+        case QMetaType::QString:
+            return string(value.toString());
+        default:
+            return isDocument_ ? json(toJson(value)) : rareVariant(value);
+    }
+}
+
+/// A value of a type that the tree and the robot service use seldom.
+JsonWriter& JsonWriter::rareVariant(const QVariant& value) {
+    switch (int(value.type())) {
         case QMetaType::Float:
             return number(value.toDouble());
-        case QMetaType::QString:
         case QMetaType::QByteArray:
         case QMetaType::QChar:
             return string(value.toString());
@@ -184,7 +257,6 @@ JsonWriter& JsonWriter::variant(const QVariant& value) {
         case QMetaType::QJsonArray:
         case QMetaType::QJsonObject:
             return json(value.toJsonValue());
-        case QMetaType::Int:
         case QMetaType::UInt:
         case QMetaType::Short:
         case QMetaType::UShort:
@@ -197,28 +269,44 @@ JsonWriter& JsonWriter::variant(const QVariant& value) {
 }
 
 JsonWriter& JsonWriter::node(const ModuleObject* node) {
-    if (!node || node->isNull()) {
-        return null();
+    return node ? record(NodeRef(const_cast<ModuleObject*>(node))) : null();
+}
+
+JsonWriter& JsonWriter::elements(const ModuleObject* list) {
+    const NodeRef node(const_cast<ModuleObject*>(list));
+    for (int i = 0; node.kind() == Kind::List && i < node.size(); ++i) {
+        record(node.child(i));
     }
-    if (node->cmobjCount() == 0) {
-        return node->value().isValid() ? variant(node->value()) : json(node->exportToJson());
-    }
-    const bool list = node->isList();
-    open(list ? '[' : '{');
-    for (const ModuleObject* child : node->cmobjs()) {
-        if (!list) {
-            key(child->name());
+    return *this;
+}
+
+JsonWriter& JsonWriter::record(const NodeRef& node) {
+    if (node.kind() == Kind::List) {
+        beginArray();
+        for (int i = 0; i < node.size(); ++i) {
+            record(node.child(i));
         }
-        this->node(child);
+        return endArray();
     }
-    return close(list ? ']' : '}');
+    if (node.kind() == Kind::Plain || (node.size() == 0 && node.value().isValid())) {
+        return variant(node.value());
+    }
+    beginObject();
+    const Branch& branch = *node.branch();
+    const auto sorted = isDocument_ ? sortedPositions(branch) : QVarLengthArray<int, 64>();
+    for (int i = 0; i < branch.size(); ++i) {
+        const int position = isDocument_ ? sorted[i] : i;
+        key(branch.entries[position].name).record(node.child(position));
+    }
+    return endObject();
 }
 
 QByteArray JsonWriter::take() {
-    QByteArray text;
-    text.swap(text_);
+    if (isDocument_) {
+        text_ += '\n';
+    }
     needsComma_ = false;
-    return text;
+    return std::exchange(text_, QByteArray());
 }
 
 }  // namespace mendo

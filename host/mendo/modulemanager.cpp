@@ -43,10 +43,18 @@ bool ModuleManager::writeToJson(const QString& fileName, const QJsonValue& value
                                 const std::function<bool(const QJsonValue&)>& isOurs) {
     const QJsonDocument document =
         value.isArray() ? QJsonDocument(value.toArray()) : QJsonDocument(value.toObject());
-    const auto format = indented ? QJsonDocument::Indented : QJsonDocument::Compact;
-    FileProblem problem{fileName, {}, {{FileProblem::Kind::NoContainer}}};
-    const bool written = (value.isArray() || value.isObject()) &&
-                         writeFile(fileName, document.toJson(format), isOurs, &problem);
+    if (!value.isArray() && !value.isObject()) {
+        emit instance()->fileProblem({fileName, {}, {{FileProblem::Kind::NoContainer}}});
+        return false;
+    }
+    return writeText(fileName, document.toJson(indented ? QJsonDocument::Indented : QJsonDocument::Compact),
+                     isOurs);
+}
+
+bool ModuleManager::writeText(const QString& fileName, const QByteArray& text,
+                              const std::function<bool(const QJsonValue&)>& isOurs) {
+    FileProblem problem;
+    const bool written = writeFile(fileName, text, isOurs, &problem);
     if (!written) {
         emit instance()->fileProblem(problem);
     }

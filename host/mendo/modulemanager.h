@@ -3,6 +3,7 @@
 #include "json/jsontext.h"
 #include "mendo/moduleobject.h"
 
+#include <QByteArray>
 #include <QJsonValue>
 #include <QObject>
 #include <QString>
@@ -34,6 +35,9 @@ public:
     /// and `fileProblem` when it fails; the old file is then intact. `indented`: for a reader; else compact.
     static bool writeToJson(const QString& fileName, const QJsonValue& value, bool indented,
                             const std::function<bool(const QJsonValue&)>& isOurs = {});
+    /// The same with a text that is ready; see JsonWriter.
+    static bool writeText(const QString& fileName, const QByteArray& text,
+                          const std::function<bool(const QJsonValue&)>& isOurs = {});
 
     /// How many event loops run when nothing of the host is on the stack: 0 (the default) for
     /// programs that call processEvents themselves, 1 for those inside QCoreApplication::exec().

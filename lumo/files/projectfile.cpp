@@ -155,7 +155,9 @@ bool writeProject(const QString& path, const QJsonValue& content) {
 }
 
 bool saveProject(const QString& path) {
-    return writeProject(path, projectDocument());
+    mendo::JsonWriter text(mendo::JsonWriter::Layout::Document);
+    text.beginArray().elements(m(key::program)).node(projectToolset()).endArray();
+    return ModuleManager::writeText(path, text.take(), isProject);
 }
 
 QString projectName(const QString& path) {

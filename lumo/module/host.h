@@ -4,6 +4,7 @@
 
 #include "gantu/panel.h"
 #include "json/jsonfile.h"
+#include "json/jsonwriter.h"
 #include "kord/kordservice.h"
 #include "mendo/clock.h"
 #include "mendo/log.h"

@@ -1,6 +1,7 @@
 // The host's other services: files, logs, themes, loading of libraries.
 
 #include "gantu/package.h"
+#include "json/jsonwriter.h"
 #include "kord/thememanager.h"
 #include "mendo/log.h"
 #include "mendo/modulemanager.h"
@@ -13,14 +14,25 @@
 #include <QVector3D>
 #include <QWidget>
 
+#include <limits>
+
 using mendo::ModuleManager;
 using mendo::ModuleObject;
 using namespace test;
+
+using Layout = mendo::JsonWriter::Layout;
 
 class TestServices : public QObject {
     Q_OBJECT
 private:
     QStringList problems_;  // "line:column reason"
+
+    static void compareWithDocument(const ModuleObject& tree) {
+        const QJsonValue value = tree.exportToJson();
+        const QJsonDocument document =
+            value.isArray() ? QJsonDocument(value.toArray()) : QJsonDocument(value.toObject());
+        QCOMPARE(mendo::JsonWriter(Layout::Document).node(&tree).take(), document.toJson());
+    }
 
 private slots:
     void initTestCase() {
@@ -30,6 +42,46 @@ private slots:
                     problems_
                         << QString("%1:%2:%3 %4").arg(problem.file).arg(line).arg(column).arg(problem.text());
                 });
+    }
+
+    void documentOfATree_hasTheBytesOfQJsonDocument() {
+        QString everyUnit;
+        for (int unit = 0; unit <= 0xffff; ++unit) {
+            everyUnit += QChar(unit);
+        }
+        const QString pair = QString::fromUtf8("\xF0\x9F\x94\xA5");
+        ModuleObject list;
+        const QString numbers =
+            "0 -0 0.1 0.3333333333333333 1e-5 1e-300 1e16 123456789012345680 1e18 9.3e18 2e20 -1e22"
+            " 9223372036854775808 -9223372036854775808 18446744073709551616 4.9e-324 1.7e308 nan -inf";
+        for (const QString& number : numbers.split(' ')) {
+            list.append(nullptr)->setValue(nullptr, number.toDouble());
+        }
+        for (const QVariant& value :
+             QVariantList{0.1F, std::numeric_limits<int>::min(), (qlonglong(1) << 53) + 1,
+                          std::numeric_limits<qlonglong>::min(), std::numeric_limits<qulonglong>::max(),
+                          QVariant(QVariant::Int), true, false, QVariant(), QString(), QByteArray("bytes"),
+                          QChar('c'), QVariant::fromValue<QObject*>(nullptr), everyUnit, pair.repeated(20000),
+                          'x' + pair.repeated(20000), 'x' + pair.left(1), pair.right(1) + pair[0] + 'x',
+                          QVariantList{1, QVariantList{}, QVariantMap{{"b", 0.5}, {"a", "t"}}, true}}) {
+            list.append(nullptr)->setValue(nullptr, value);
+        }
+        compareWithDocument(list);
+
+        ModuleObject map;
+        map.loadJson(nullptr, json("{'a':[[],{},[[]],{'a':{}},[true,[false]]],'c':{'d':null},'g':0.5}"));
+        for (const char* name : {"b", "Z", "aa", "é", "激", "\xF0\x9F\x94\xA5", "\xEF\xBC\xA1", "10", "9", "",
+                                 "#0", "a.b", "\t", "\\"}) {
+            map.append(nullptr, name)->setValue(nullptr, name);
+        }
+        compareWithDocument(map);
+        map.loadJson(nullptr, json(QByteArray(900, '[') + QByteArray(900, ']')));
+        compareWithDocument(map);
+
+        mendo::JsonWriter text(Layout::Document);
+        text.beginArray().elements(node("[{'type':'moveJ'}]").get()).elements(node("{'end':1}").get());
+        QCOMPARE(text.node(node("{}").get()).endArray().take(),
+                 QByteArray("[\n    {\n        \"type\": \"moveJ\"\n    },\n    {\n    }\n]\n"));
     }
 
     void placeOfAFault_isThatInAnEditor() {
