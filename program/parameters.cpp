@@ -71,6 +71,7 @@ LaserParams LaserParams::from(const Record& set) {
 
 std::vector<LaserParams> LaserParams::allFrom(const Record& sets) {
     std::vector<LaserParams> all;
+    all.reserve(static_cast<std::size_t>(sets.size()));
     for (int i = 0; i < sets.size(); ++i) {
         all.push_back(from(sets.at(i)));
     }

@@ -9,7 +9,7 @@ using namespace prog;
 namespace {
 
 constexpr QLatin1String path = "path"_l1;
-constexpr QLatin1String aux = "aux"_l1;
+constexpr QLatin1String auxiliary = "aux"_l1;
 
 Position pointIn(const ModuleObject* record, QLatin1String name) {
     return lumo::positionOf(record->c(name));
@@ -59,7 +59,7 @@ Position positionOf(const ModuleObject* point) {
 
 std::optional<Arc> QueuedArc::arc() const {
     if (!command->hasCmobj(path)) {
-        return Arc::through(start, pointIn(command.get(), aux), pointIn(command.get(), field::point));
+        return Arc::through(start, pointIn(command.get(), auxiliary), pointIn(command.get(), field::point));
     }
     const ModuleObject* const legs = command->c(path);
     return Arc::circle(start, pointIn(legs->c(0), field::point), pointIn(legs->c(1), field::point));
@@ -82,7 +82,7 @@ bool QueuedArc::fillRest(ModuleObject* args, const Arc& arc, double angle) const
         }
         first = args->c(path)->c(0);
     }
-    ModuleObject* const via = first->c(aux)->c(field::trans);
+    ModuleObject* const via = first->c(auxiliary)->c(field::trans);
     for (std::size_t i = 0; i < 3; ++i) {
         via->set(nullptr, mIndex(int(i)), rest->via[i]);
     }

@@ -3,7 +3,6 @@
 #include "simulator/time/timerdispatcher.h"
 
 #include <functional>
-#include <functional>
 #include <memory>
 
 namespace sim {
