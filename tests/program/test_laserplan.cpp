@@ -99,15 +99,6 @@ private slots:
                          "laser_duty_cycle 0 off, laser_frequency 0 off, gas 0 gas-off"));
     }
 
-    void oddParameterValues_readAsZero() {
-        const LaserParams params =
-            paramsOf("{'power':'60','increase_time':-5,'stay_time':'x','note':{'speed':60,'open_time':50}}");
-        QCOMPARE(params.power, 0.6);
-        QCOMPARE(params.wireSpeed, 0.0);
-        QVERIFY(params.increaseMs == 0 && params.stayMs == 0 && params.openMs == 0);
-        QCOMPARE(LaserParams::from(mendo::ModuleObject::null()).power, 0.0);
-    }
-
     /// No dialog takes such times, but a file may hold them: they are cut to what fits, and their ramps
     /// go the whole length in few steps.
     void timesOfWeeks_neitherOverflowNorFillTheMemory() {
