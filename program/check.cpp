@@ -77,16 +77,10 @@ bool isOfKind(const Record& field, FieldKind kind, QVariant* other) {
     return false;
 }
 
-/// Whether a run reads the field of this record.
-bool isRead(const FieldRow& row, const Record& statement) {
-    if (row.presence == Presence::Shown || row.kind == FieldKind::Map) {
-        return false;
-    }
-    if (row.source == Source::Any) {
-        return true;
-    }
-    const bool isIo = Statement::from(statement).signal.isIo;
-    return (row.source == Source::Io) == isIo;
+/// Whether a run reads the field of a record whose signal is of this source.
+bool isRead(const FieldRow& row, Source signal) {
+    return row.presence != Presence::Shown && row.kind != FieldKind::Map &&
+           (row.source == Source::Any || row.source == signal);
 }
 
 void checkField(const FieldRow& row, const Record& statement, int sets, std::vector<Finding>* findings) {
@@ -139,9 +133,10 @@ std::vector<Finding> checkFields(const Record& statement, int sets) {
     if (!type) {
         return findings;
     }
+    const Source signal = Statement::from(statement).signal.isIo ? Source::Io : Source::Register;
     for (const FieldRows* rows : {&commonFields(), &type->fields}) {
         for (const FieldRow& row : *rows) {
-            if (isRead(row, statement)) {
+            if (isRead(row, signal)) {
                 checkField(row, statement, sets, &findings);
             }
         }

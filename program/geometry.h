@@ -8,6 +8,8 @@
 
 namespace prog {
 
+constexpr double mmPerM = 1000.0;
+
 /// x, y, z in the base, metres; also the difference of two positions.
 struct Position {
     double x = 0.0, y = 0.0, z = 0.0;

@@ -41,7 +41,7 @@ struct ParameterRow {
 
 /// The fifteen values, in the order of the page. A set's name stands beside them.
 [[nodiscard]] const std::vector<ParameterRow>& parameterRows();
-/// Null for a name that is none of theirs.
+/// The row of a name; null for an unknown name.
 [[nodiscard]] const ParameterRow* parameterRow(const QString& name);
 
 }  // namespace prog

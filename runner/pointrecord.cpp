@@ -1,6 +1,7 @@
 #include "runner/pointrecord.h"
 
 #include "json/jsonwriter.h"
+#include "program/geometry.h"
 #include "program/words.h"
 #include "simulator/arm.h"
 
@@ -27,13 +28,12 @@ void writeList(JsonWriter& writer, const QString& key, const Numbers& numbers, d
 }  // namespace
 
 std::optional<QByteArray> pointRecord(const std::vector<double>& pose, int axes, Problem* problem) {
-    constexpr double mmPerM = 1000.0;
     constexpr double perM = 1e9;
     constexpr double perRad = 1e11;
     const sim::Arm arm(axes);
     sim::Pose target;
     for (std::size_t i = 0; i < target.trans.size(); ++i) {
-        target.trans[i] = pose[i] / mmPerM;
+        target.trans[i] = pose[i] / prog::mmPerM;
         target.rot[i] = qDegreesToRadians(pose[i + target.trans.size()]);
     }
     sim::Arm::Fault fault = sim::Arm::Fault::None;

@@ -1,11 +1,12 @@
 #include "runner/report.h"
 
+#include "program/geometry.h"
+
 namespace run {
 
 namespace {
 
 constexpr double msPerS = 1000.0;
-constexpr double mmPerM = 1000.0;
 
 /// A text padded to a number of characters; printf() would count bytes.
 QByteArray column(const QString& text, int width = 22) {
@@ -58,7 +59,7 @@ void Report::table(const Figures& figures) {
         std::fprintf(out_, "%-12s %12.3f s\n", name, double(ms) / msPerS);
     };
     const auto millimetres = [this](const char* name, double metres) {
-        std::fprintf(out_, "%-12s %12.1f mm\n", name, metres * mmPerM);
+        std::fprintf(out_, "%-12s %12.1f mm\n", name, metres * prog::mmPerM);
     };
     std::fprintf(out_, "\n%-12s %12s\n", "ended", figures.reason.toUtf8().constData());
     if (!figures.waiting.isEmpty()) {

@@ -8,7 +8,7 @@ namespace sim {
 
 namespace {
 
-constexpr double minRadius = 1e-6;  // metres; a smaller zone is none
+constexpr double minRadius = 1e-6;  // metres; smaller zones count as 0
 
 /// The same pose with its angles in the ranges of Arm::forward().
 Pose normalised(const Pose& pose) {

@@ -12,8 +12,7 @@ using prog::StatementType;
 using prog::TaughtPoint;
 using Shape = PathMove::Shape;
 
-constexpr double mmPerM = 1000;
-constexpr double leastZoneM = 1e-6;                     // a smaller zone is none
+constexpr double leastZoneM = 1e-6;                     // smaller zones count as 0
 constexpr double stepRad = 2 * 3.14159265358979 / 180;  // between two points that are drawn
 
 Position toolAt(const sim::Arm& arm, const sim::Joints& joints) {
@@ -170,7 +169,7 @@ void Layout::roundCorners(size_t first) {
         PathMove& move = moves_[first + i];
         double radius = 0;
         if (i + 1 < whole.size()) {
-            const double zone = program_.statement(move.line).zoneMm.value_or(0) / mmPerM;
+            const double zone = program_.statement(move.line).zoneMm.value_or(0) / prog::mmPerM;
             radius = std::min({zone, lengths[i] / 2, lengths[i + 1] / 2});
         }
         if (radius < leastZoneM) {

@@ -16,7 +16,6 @@ namespace app {
 
 namespace {
 
-constexpr double mmPerM = 1000;
 constexpr double zoomStep = 1.5;
 constexpr int buttonHeight = 48;
 
@@ -28,7 +27,7 @@ QPushButton* makeButton(const QString& name, const QString& text) {
 }
 
 QString mm(double metres) {
-    return QString::number(metres * mmPerM, 'f', 1);
+    return QString::number(metres * prog::mmPerM, 'f', 1);
 }
 
 }  // namespace

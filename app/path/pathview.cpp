@@ -54,9 +54,8 @@ const QPixmap& PathView::background() {
     QPainter painter(&background_);
     painter.setFont(font());
     PathPainter path(&painter, frame_);
-    constexpr double mmPerM = 1000;
     const double bar = frame_.scaleBar(PathPainter::barPixels).metres;
-    path.paintSheet(tr("俯视"), tr("侧视"), tr("%1 mm").arg(bar * mmPerM));
+    path.paintSheet(tr("俯视"), tr("侧视"), tr("%1 mm").arg(bar * prog::mmPerM));
     path.paintMoves(moves_, selected_);
     return background_;
 }

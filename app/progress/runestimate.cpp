@@ -14,7 +14,6 @@ using prog::Statement;
 using prog::StatementType;
 using prog::TaughtPoint;
 
-constexpr double mmPerM = 1000;
 constexpr int rampStepMs = 20;  // does not change how long a ramp takes
 constexpr qint64 inputPollMs = 100;
 constexpr qint64 zonePollMs = 50;
@@ -137,8 +136,8 @@ sim::MotionCommand RunEstimate::motionOf(int line) {
     const Statement& statement = program_.statement(line);
     sim::MotionCommand motion;
     motion.id = line;
-    motion.speed = program_.speedMmPerS(line, weldOpen_) / mmPerM;
-    motion.zone = std::max(0.0, statement.zoneMm.value_or(0) / mmPerM);
+    motion.speed = program_.speedMmPerS(line, weldOpen_) / prog::mmPerM;
+    motion.zone = std::max(0.0, statement.zoneMm.value_or(0) / prog::mmPerM);
     if (!(motion.speed > 0)) {
         motion.refusal = sim::NoSpeed;
     }
@@ -200,7 +199,7 @@ void RunEstimate::waitForMove(int line) {
 /// When the tool comes as near to the target of a line as the zone is wide, from the batch's beginning.
 qint64 RunEstimate::zoneEntryMs(int line) const {
     const std::optional<double> zoneMm = program_.statement(line).zoneMm;
-    const double radius = zoneMm ? *zoneMm / mmPerM : start_.defaultZoneM;
+    const double radius = zoneMm ? *zoneMm / prog::mmPerM : start_.defaultZoneM;
     const sim::SpeedProfile& profile = plan_->profile();
     const double end = profile.at(plan_->marks()[size_t(line - batchFrom_)].time).s;
     return wholeMs(profile.timeAt(radius > 0 ? std::max(0.0, end - radius) : end)) +

@@ -28,7 +28,7 @@ public:
     /// an undefined value in silence (it is the usual first start); one that cannot be read, is no
     /// plain file or is no JSON gives an undefined value and is announced by `fileProblem`.
     static QJsonValue readFromJson(const QString& fileName);
-    /// The same with the places of what was read.
+    /// As readFromJson(), but the result also tells line and column of its elements; empty for no value.
     static std::optional<JsonText> readJsonText(const QString& fileName);
     /// Writes an array or object whole: beside the old file, file and folder synced, renamed over it. An
     /// existing file that is no JSON, or whose content `isOurs` refuses, is kept as NAME.damaged. False

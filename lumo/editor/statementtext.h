@@ -38,8 +38,8 @@ QString delayTime2Cn(const ModuleObject* delaytime);
 
 namespace lumo {
 
-/// One line for each field that is shown, numbered from 1 except for a delay. A null text (isNull) if there
-/// is none, as for a stop of welding.
+/// One line for each field that is shown, numbered from 1 except for a delay. A null text (isNull) for a
+/// statement without such fields: a stop of welding.
 [[nodiscard]] QString statementDetails(const ModuleObject* statement);
 
 }  // namespace lumo

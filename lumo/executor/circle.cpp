@@ -1,7 +1,6 @@
 #include "executor/circle.h"
 
 #include "program/fullcircle.h"
-#include "program/runprogram.h"
 #include "program/words.h"
 
 using namespace prog;
@@ -26,8 +25,7 @@ void writeTrans(ModuleObject* point, const QVector3D& position) {
 ModuleObject* findLastTargetPosNode(ModuleObject* stmt) {
     const int line = stmt->indexInPmobj();
     const auto target = line < 0 ? std::nullopt : RunProgram(stmt->pmobj()).targetBefore(line);
-    return target ? stmt->pmobj()->c(target->line)->c(target->isPoint1 ? field::point1 : field::point)
-                  : kordservice()->get(nullptr, key::posture);
+    return lumo::targetNode(stmt->pmobj(), target);
 }
 
 void calcAux(const ModuleObject* s, const ModuleObject* p1, const ModuleObject* p2, ModuleObject* aux1,
@@ -52,6 +50,11 @@ void calcAux(const ModuleObject* s, const ModuleObject* p1, const ModuleObject* 
 }
 
 namespace lumo {
+
+ModuleObject* targetNode(const ModuleObject* program, const std::optional<RunProgram::Target>& target) {
+    return target ? program->c(target->line)->c(target->isPoint1 ? field::point1 : field::point)
+                  : kordservice()->get(nullptr, key::posture);
+}
 
 Position positionOf(const ModuleObject* point) {
     return TaughtPoint::from(point).trans;

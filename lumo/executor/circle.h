@@ -1,7 +1,7 @@
 #pragma once
 
 #include "module/host.h"
-#include "program/geometry.h"
+#include "program/runprogram.h"
 
 #include <memory>
 #include <optional>
@@ -16,6 +16,10 @@ void calcAux(const ModuleObject* s, const ModuleObject* p1, const ModuleObject* 
              ModuleObject* aux2, ModuleObject* aux3);
 
 namespace lumo {
+
+/// The point that a target names in a program's records; without one the robot's posture.
+[[nodiscard]] ModuleObject* targetNode(const ModuleObject* program,
+                                       const std::optional<prog::RunProgram::Target>& target);
 
 /// The position of a point (a node with `trans` in metres).
 [[nodiscard]] prog::Position positionOf(const ModuleObject* point);

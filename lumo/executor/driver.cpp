@@ -319,16 +319,10 @@ void Driver::step(Run& run, int line) {
         return;
     }
     ModuleObject* const stmt = run.record(line);
-    const int code = motions_.queue(stmt);
+    const int code = motions_.queueAlone(stmt);
     if (code != 0) {
         failRun(code);
-        return;
-    }
-    if (run.isAborted) {
-        return;
-    }
-    send(sender_, command::enough);
-    if (!run.isAborted) {
+    } else if (!run.isAborted) {
         motions_.await(stmt, true);
     }
 }

@@ -26,8 +26,6 @@ namespace lumo {
 
 namespace {
 
-constexpr double mmPerM = 1000.0;
-
 QString asJson(const ModuleObject* list) {
     return QString::fromUtf8(
         QJsonDocument(list->exportToJson(true).toArray()).toJson(QJsonDocument::Compact));
@@ -133,6 +131,14 @@ int Motions::queue(ModuleObject* stmt) {
     return 0;
 }
 
+int Motions::queueAlone(ModuleObject* stmt) {
+    const int code = queue(stmt);
+    if (code == 0 && !isAborted()) {
+        sendEnough(sender_);
+    }
+    return code;
+}
+
 ModuleObject* Motions::openBefore(ModuleObject* stmt) const {
     const int line = stmt->indexInPmobj();
     const int open =
@@ -179,9 +185,7 @@ ModuleObject* Motions::targetBefore(ModuleObject* stmt) const {
     if (!isOfRun(stmt)) {
         return findLastTargetPosNode(stmt);
     }
-    const auto target = run_->program.targetBefore(stmt->indexInPmobj());
-    return target ? run_->record(target->line)->c(target->isPoint1 ? field::point1 : field::point)
-                  : kordservice()->get(nullptr, key::posture);
+    return targetNode(stmt->pmobj(), run_->program.targetBefore(stmt->indexInPmobj()));
 }
 
 int Motions::queueMoveCC(ModuleObject* stmt) {

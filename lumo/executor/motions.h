@@ -41,6 +41,8 @@ public:
     int queueBatch(int line);
     /// Queues one move statement; other types are ignored. Nonzero as queueBatch.
     int queue(ModuleObject* stmt);
+    /// The same as a batch of its own.
+    int queueAlone(ModuleObject* stmt);
     void queueMoveJ(ModuleObject* stmt);
     void queueMoveL(ModuleObject* stmt);
     void queueMoveC(ModuleObject* stmt);
@@ -136,7 +138,7 @@ private:
     prog::CircleFault circleFault_ = prog::CircleFault::None;
     int badCircle_ = -1;
 
-    prog::Statement foreign_;            ///< the value of a statement that is none of the run's
+    prog::Statement foreign_;            ///< the values of a statement that is not one of the run's
     std::optional<StoppedArc> stopped_;  ///< the arc that the last stop interrupted
 };
 

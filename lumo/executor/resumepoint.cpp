@@ -54,7 +54,6 @@ bool ResumePoint::mustGoBack(int line, bool goesOnThere, double* distanceMm) con
 
 bool ResumePoint::isAway(double* distanceMm) {
     constexpr double nearMm = 2.0;
-    constexpr double mmPerM = 1000.0;
     const double nearRad = qDegreesToRadians(2.0);
     const Record stop = m(key::currentPausePoint);
     if (!stop.at(field::trans).exists()) {

@@ -64,7 +64,7 @@ struct Misfit {
     FileProblem::Reason reason;
 };
 
-/// Why the row is none of the port's kind.
+/// Why the row does not fit the port's kind; empty if it does.
 std::optional<FileProblem::Reason> kindFault(const QJsonValue& row, const ModuleObject* port) {
     if (!row.isObject()) {
         return FileProblem::Reason{Kind::NoRecord};
