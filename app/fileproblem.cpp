@@ -50,6 +50,8 @@ constexpr FileProblem::Wording words[] = {
     {Kind::NoProject, QT_TRANSLATE_NOOP("FileProblem", "文件内容不是工程")},
     {Kind::IsSettings, QT_TRANSLATE_NOOP("FileProblem", "文件内容是设置，不是工程")},
     {Kind::UnknownStatement, QT_TRANSLATE_NOOP("FileProblem", "未知的语句类型\"%1\"")},
+    {Kind::UnknownField, QT_TRANSLATE_NOOP("FileProblem", "此处没有名为'%1'的项")},
+    {Kind::LeastAboveMost, QT_TRANSLATE_NOOP("FileProblem", "'%1'的min大于max")},
     {Kind::OtherFault, "%1"},
     {Kind::NoPortInUse, QT_TRANSLATE_NOOP("FileProblem", "所有端口均已停用")},
     {Kind::MoreRecords, QT_TRANSLATE_NOOP("FileProblem", "另有%1条记录有错误")},

@@ -174,6 +174,14 @@
         <translation>the file holds no project</translation>
     </message>
     <message>
+        <source>此处没有名为&apos;%1&apos;的项</source>
+        <translation>&apos;%1&apos; is not known here</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos;的min大于max</source>
+        <translation>&apos;min&apos; of &apos;%1&apos; is greater than &apos;max&apos;</translation>
+    </message>
+    <message>
         <source>未知的语句类型&quot;%1&quot;</source>
         <translation>unknown statement type &quot;%1&quot;</translation>
     </message>

@@ -174,6 +174,14 @@
         <translation>это не файл проекта</translation>
     </message>
     <message>
+        <source>此处没有名为&apos;%1&apos;的项</source>
+        <translation>поле «%1» здесь неизвестно</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos;的min大于max</source>
+        <translation>в «%1» min больше, чем max</translation>
+    </message>
+    <message>
         <source>未知的语句类型&quot;%1&quot;</source>
         <translation>неизвестный тип команды: &quot;%1&quot;</translation>
     </message>

@@ -50,6 +50,8 @@ constexpr FileProblem::Wording words[] = {
     {Kind::NoProject, "the file holds no project"},
     {Kind::IsSettings, "the file holds settings, no project"},
     {Kind::UnknownStatement, "unknown statement type \"%1\""},
+    {Kind::UnknownField, "'%1' is not known here"},
+    {Kind::LeastAboveMost, "'min' of '%1' is greater than 'max'"},
     {Kind::OtherFault, "%1"},
     {Kind::NoPortInUse, "no port is in use"},
     {Kind::MoreRecords, "faults in %1 more records"},

@@ -62,6 +62,8 @@ struct FileProblem {
         NoProject,
         IsSettings,
         UnknownStatement,  ///< %1: type
+        UnknownField,      ///< %1: field
+        LeastAboveMost,    ///< "min" is greater than "max"; %1: the field that holds them
         OtherFault,        ///< %1: words of the program that found it
         // What follows from the reason before it.
         NoPortInUse,

@@ -282,15 +282,11 @@ TextPlace JsonText::place(int element, const QString& path) const {
         return place();
     }
     const Spot& from = elements()[std::size_t(element)];
-    int pos = from.offset;
-    for (const QString& key : path.split(QLatin1Char('.'))) {
-        const std::optional<int> value = findEntry(pos, key);
-        if (!value) {
-            break;
-        }
-        pos = *value;
-    }
-    return spotFrom(from, pos).place;
+    return spotFrom(from, follow(from.offset, path.split(QLatin1Char('.')))).place;
+}
+
+TextPlace JsonText::place(const QStringList& keys) const {
+    return placeOf(follow(start_, keys));
 }
 
 QByteArray JsonText::compact(int element) const {
@@ -358,6 +354,18 @@ TextPlace JsonText::placeOf(int offset) const {
 }
 
 /// Offset of the value under a key of the object at `object`.
+int JsonText::follow(int object, const QStringList& keys) const {
+    int pos = object;
+    for (const QString& key : keys) {
+        const std::optional<int> value = findEntry(pos, key);
+        if (!value) {
+            break;
+        }
+        pos = *value;
+    }
+    return pos;
+}
+
 std::optional<int> JsonText::findEntry(int object, const QString& key) const {
     std::optional<int> found;
     Walker walker(text_, object);

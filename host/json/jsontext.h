@@ -5,6 +5,7 @@
 #include <QByteArray>
 #include <QJsonValue>
 #include <QString>
+#include <QStringList>
 
 #include <optional>
 #include <vector>
@@ -28,6 +29,8 @@ public:
     /// The place of the value of a dotted path in an element ("point.trans"); where that is missing, of the
     /// last part of the path that is there. Of a key that comes twice the last one counts, as for the value.
     TextPlace place(int element, const QString& path) const;
+    /// The same for the keys that lead to a value of the object; names of their own may have dots.
+    TextPlace place(const QStringList& keys) const;
 
     /// An element as it stands in the text, its keys in their order, without white space; numbers in shortest
     /// form.
@@ -46,6 +49,7 @@ private:
     const std::vector<Spot>& elements() const;
     Spot spotFrom(const Spot& before, int offset) const;
     TextPlace placeOf(int offset) const;
+    int follow(int object, const QStringList& keys) const;
     std::optional<int> findEntry(int object, const QString& key) const;
 
     QByteArray text_;
