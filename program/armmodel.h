@@ -38,8 +38,9 @@ public:
 
     /// Where the arm is when a program begins.
     [[nodiscard]] virtual ArmPosture home() const = 0;
-    /// Makes one taught move from `posture`, which becomes where it ends (as far as it could be made).
-    /// Nothing when the arm can make it. The points of `move` are taught.
+    /// Makes one taught move from `posture`, which becomes where it ends; where the arm cannot make it, the
+    /// target if that can be reached, else `posture` stays. Nothing when the arm can make it. The points of
+    /// `move` are taught; a full circle begins and ends at `posture`.
     [[nodiscard]] virtual std::optional<ReachFault> follow(const Statement& move, double speedMmPerS,
                                                            ArmPosture* posture) const = 0;
 };

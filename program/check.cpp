@@ -1,6 +1,15 @@
 #include "program/check.h"
 
+#include "program/collector.h"
+#include "program/fieldcheck.h"
+#include "program/parameters.h"
+#include "program/settingsrows.h"
+#include "program/signalcheck.h"
+#include "program/weldcheck.h"
 #include "program/words.h"
+
+#include "kord/kordservice.h"
+#include "mendo/modulemanager.h"
 
 #include <algorithm>
 #include <cmath>
@@ -9,139 +18,167 @@ namespace prog {
 
 namespace {
 
-bool isText(const QVariant& value) {
-    return value.userType() == QMetaType::QString;
-}
-
-bool isFlag(const QVariant& value) {
-    return value.userType() == QMetaType::Bool;
-}
-
-bool isNumber(const QVariant& value) {
-    return !isText(value) && !isFlag(value) && value.canConvert<double>();
-}
-
-bool isDigits(const QVariant& value) {
-    bool converts = false;
-    value.toString().toDouble(&converts);
-    return isText(value) && converts;
-}
-
-bool isState(const QVariant& value) {
-    const QString text = value.toString();
-    return isText(value) && (text.isEmpty() || text == word::trueText || text == word::falseText);
-}
-
-/// Whether a list has so many numbers; else what stands in the place of one, invalid for a list that is
-/// too short or no list.
-bool areNumbers(const Record& list, int least, QVariant* other) {
-    *other = QVariant();
-    if (!list.isList() || list.size() < least) {
-        return false;
+std::optional<QSet<QString>> namesIn(QLatin1String group) {
+    QSet<QString> names;
+    for (const mendo::ModuleObject* signal : kordservice()->get(nullptr, key::deviceIo, group)->cmobjs()) {
+        names.insert(signal->name());
     }
-    for (int i = 0; i < list.size(); ++i) {
-        if (!isNumber(list.at(i).value())) {
-            *other = list.at(i).value();
-            return false;
-        }
+    return names.isEmpty() ? std::nullopt : std::make_optional(names);
+}
+
+std::optional<QHash<QString, RegisterFacts>> registersOfHost() {
+    QHash<QString, RegisterFacts> registers;
+    for (const mendo::ModuleObject* entry : m(key::registerList)->cmobjs()) {
+        const QString type = entry->c(field::type)->getString();
+        registers.insert(entry->c(field::name)->getString(),
+                         {type == "bit"_l1 || type == "bool"_l1,
+                          entry->c(field::rw)->getString() == "rdwr"_l1, entry->c(field::len)->getInt(1)});
     }
-    return true;
+    return registers.isEmpty() ? std::nullopt : std::make_optional(registers);
 }
 
-/// Whether a field holds what it should; else what it holds, invalid for a map or a list.
-bool isOfKind(const Record& field, FieldKind kind, QVariant* other) {
-    constexpr int coordinates = 3;
-    constexpr int fewestAxes = 6;
-    const QVariant value = field.value();
-    *other = value;
-    switch (kind) {
-        case FieldKind::Text:
-            return isText(value);
-        case FieldKind::Flag:
-            return isFlag(value);
-        case FieldKind::Number:
-        case FieldKind::Whole:
-        case FieldKind::Set:
-            return isNumber(value);
-        case FieldKind::Entry:
-            return isNumber(value) || isDigits(value);
-        case FieldKind::State:
-            return isState(value);
-        case FieldKind::Coordinates:
-            return areNumbers(field, coordinates, other);
-        case FieldKind::Joints:
-            return areNumbers(field, fewestAxes, other);
-        case FieldKind::Map:
-            return field.isMap();
-    }
-    return false;
-}
-
-/// Whether a run reads the field of a record whose signal is of this source.
-bool isRead(const FieldRow& row, Source signal) {
-    return row.presence != Presence::Shown && row.kind != FieldKind::Map &&
-           (row.source == Source::Any || row.source == signal);
-}
-
-void checkField(const FieldRow& row, const Record& statement, int sets, std::vector<Finding>* findings) {
-    const Record field = statement.at(row.path);
-    if (field.isMissing()) {
-        if (row.presence != Presence::Optional) {
-            findings->push_back({Rule::FieldMissing, Severity::Warning, row.path, {}});
-        }
+/// The statement's copies of two values of its parameter set, which the table shows.
+void checkCopies(const Record& record, int set, const Record& sets, Collector* found) {
+    constexpr std::pair<QLatin1String, QLatin1String> copies[] = {{field::laserPower, field::power},
+                                                                  {field::laserDutyCycle, field::ratio}};
+    constexpr double same = 1e-9;
+    if (set < 0 || set >= sets.size()) {
         return;
     }
-    QVariant other;
-    if (!isOfKind(field, row.kind, &other)) {
-        findings->push_back(
-            {Rule::FieldKind, Severity::Warning, row.path, {static_cast<int>(row.kind), other}});
+    const Record values = sets.at(set);
+    for (const auto& [copy, original] : copies) {
+        const Record own = record.at(copy);
+        if (own.isMissing() || own.isMap() || own.isList()) {
+            continue;
+        }
+        const double shown = own.number();
+        const double used = values.at(original).number();
+        if (std::abs(shown - used) > same) {
+            found->add(Fault::CopyDiffers, copy, {QString(copy), shown, used});
+        }
     }
-    const bool isAmount =
-        row.kind == FieldKind::Number || row.kind == FieldKind::Entry || row.kind == FieldKind::Whole;
-    if (isAmount && field.number() < 0) {
-        findings->push_back({Rule::Negative, Severity::Warning, row.path, {field.number()}});
+}
+
+void checkSignals(const Statement& statement, const PortTable& ports, const CellFacts& cell,
+                  Collector* found) {
+    const Signal& signal = statement.signal;
+    if (statement.type == StatementType::SetDO) {
+        const QString path = pathOf(signal, setOutput);
+        if (signal.name().isEmpty()) {
+            found->add(Fault::OutputNotChosen, path);
+        }
+        checkOutput(signal, path, ports, cell, found);
+    } else if (statement.type == StatementType::WaitDI) {
+        const QString path = pathOf(signal, awaitedInput);
+        if (signal.name().isEmpty()) {
+            found->add(Fault::InputNotChosen, path);
+        }
+        checkInput(signal, path, cell, found);
     }
-    const int set = field.integer();
-    if (row.kind == FieldKind::Set && (set < 0 || set >= sets)) {
-        findings->push_back({Rule::NoSuchSet, Severity::Warning, row.path, {set, sets}});
+}
+
+void checkToolset(const Record& program, int element, Collector* found) {
+    static const FieldShape shape({&toolsetFields()});
+    if (element >= 0) {
+        found->lookAt(element);
+        shape.check(program.at(element), Source::Any, {}, found);
     }
+}
+
+/// The rules of each line by itself.
+void checkLine(const Record& record, const Statement& statement, const FieldLimits& limits,
+               const Record& sets, const PortTable& ports, const CellFacts& cell, Collector* found) {
+    if (!record.isMap()) {
+        found->add(Fault::NoStatement);
+        return;
+    }
+    const FieldShape* const shape = statementShape(statement.word);
+    if (!shape) {
+        const Fault fault = typeFault(record).value_or(Fault::TypeUnknown);
+        found->add(fault, field::type, {statement.word});
+        return;
+    }
+    shape->check(record, statement.signal.isIo ? Source::Io : Source::Register, limits, found);
+    if (statement.type == StatementType::Open || statement.type == StatementType::Param) {
+        checkCopies(record, statement.set, sets, found);
+    }
+    checkSignals(statement, ports, cell, found);
 }
 
 }  // namespace
 
-std::optional<Finding> findTypeFault(const Record& statement) {
-    const Record type = statement.at(field::type);
-    const auto fault = [](Rule rule, const QVariantList& arguments = {}) {
-        return Finding{rule, Severity::Error, field::type, arguments};
-    };
-    if (!type.exists()) {
-        return fault(Rule::TypeMissing);
-    }
-    if (!isText(type.value())) {
-        return fault(Rule::TypeIsNoText);
-    }
-    if (type.text().isEmpty()) {
-        return fault(Rule::TypeIsEmpty);
-    }
-    return statementRow(type.text()) ? std::nullopt
-                                     : std::make_optional(fault(Rule::TypeUnknown, {type.text()}));
+Findings Collector::take() {
+    std::stable_sort(findings_.begin(), findings_.end(),
+                     [](const Finding& a, const Finding& b) { return a.element < b.element; });
+    return std::move(findings_);
 }
 
-std::vector<Finding> checkFields(const Record& statement, int sets) {
-    std::vector<Finding> findings;
-    const StatementRow* const type = statementRow(statement.at(field::type).text());
-    if (!type) {
-        return findings;
+CellFacts CellFacts::ofHost() {
+    CellFacts cell;
+    cell.inputs = namesIn(word::portInput);
+    cell.outputs = namesIn(word::portOutput);
+    cell.registers = registersOfHost();
+    cell.axes = kordservice()->get(nullptr, key::sysInfo, field::jointNum)->getInt(0);
+    return cell;
+}
+
+std::optional<Fault> typeFault(const Record& statement) {
+    const Record type = statement.at(field::type);
+    if (type.isMissing()) {
+        return Fault::TypeMissing;
     }
-    const Source signal = Statement::from(statement).signal.isIo ? Source::Io : Source::Register;
-    for (const FieldRows* rows : {&commonFields(), &type->fields}) {
-        for (const FieldRow& row : *rows) {
-            if (isRead(row, signal)) {
-                checkField(row, statement, sets, &findings);
+    if (type.value().userType() != QMetaType::QString) {
+        return Fault::TypeIsNoText;
+    }
+    if (type.text().isEmpty()) {
+        return Fault::TypeIsEmpty;
+    }
+    return statementRow(type.text()) ? std::nullopt : std::make_optional(Fault::TypeUnknown);
+}
+
+Findings checkProgram(const Record& program, const Record& sets, const Record& ports, const CellFacts& cell) {
+    const ProgramLines lines = ProgramLines::of(program);
+    const RunProgram values(lines.statements);
+    const std::vector<LaserParams> params = LaserParams::allFrom(sets);
+    const PortTable table(ports);
+    FieldLimits limits;
+    limits.highestSpeedMmPerS = cell.highestSpeedMmPerS;
+    limits.sets = static_cast<int>(params.size());
+    limits.axes = cell.axes;
+    Collector found(Document::Project);
+    for (int line = 0; line < values.lineCount(); ++line) {
+        const auto position = static_cast<std::size_t>(line);
+        found.lookAt(lines.elements[position], line, values.isExecuted(line));
+        checkLine(lines.statements[position], values.statement(line), limits, sets, table, cell, &found);
+    }
+    checkToolset(program, lines.toolset, &found);
+    PortNeeds needs(table, cell);
+    WeldCheck(values, lines.elements, params, cell, &needs, &found).walk();
+    Findings all = found.take();
+    const Findings ofPorts = needs.take();
+    all.insert(all.end(), ofPorts.begin(), ofPorts.end());
+    return all;
+}
+
+Findings checkParameters(const Record& sets) {
+    Collector found(Document::Parameters);
+    static const FieldShape shape({&parameterFields()});
+    for (int i = 0; i < sets.size(); ++i) {
+        const Record set = sets.at(i);
+        found.lookAt(i);
+        if (!set.isMap()) {
+            found.add(Fault::NoRecord);
+            continue;
+        }
+        shape.check(set, Source::Any, {}, &found);
+        for (const ParameterRow& row : parameterRows()) {
+            const double value = set.at(row.name).number();
+            if (value > row.most()) {
+                found.add(Fault::OutOfRange, row.name, {QString(row.name), value, 0, row.most()});
             }
         }
     }
-    return findings;
+    return found.take();
 }
 
 }  // namespace prog

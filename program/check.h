@@ -1,45 +1,99 @@
 #pragma once
 
-#include "program/statement.h"
+#include "program/armmodel.h"
+#include "program/finding.h"
+#include "program/record.h"
+#include "program/runprogram.h"
 
+#include <QByteArray>
+#include <QHash>
+#include <QSet>
 #include <QString>
-#include <QVariant>
 
+#include <cstddef>
 #include <optional>
 #include <vector>
 
 namespace prog {
 
-/// What can be wrong with a statement, and the arguments of such a finding.
-enum class Rule {
-    TypeMissing,
-    TypeIsNoText,
-    TypeIsEmpty,
-    TypeUnknown,   ///< the type
-    FieldMissing,  ///< a field that runs read
-    FieldKind,     ///< what is found is of another kind: the kind it should have (FieldKind), what is found
-    Negative,      ///< a number that must not be: the number
-    NoSuchSet,     ///< the position that is named, the number of sets
+/// A register of the controller.
+struct RegisterFacts {
+    bool isDigital = true;  ///< its elements are bits
+    bool isWritable = false;
+    int length = 1;  ///< elements
 };
 
-enum class Severity {
-    Error,    ///< nothing can be run
-    Warning,  ///< a run goes on with what it reads instead
+/// What a check knows of the cell, and its thresholds. What is not known is not checked.
+struct CellFacts {
+    double highestSpeedMmPerS = 2000.0;
+    int standingMs = 300;     ///< the laser may be on for so long while the tool stands
+    double darkSeamMm = 1.0;  ///< so much of a seam's end may stay dark
+    int axes = 0;             ///< of the robot; 0: not known
+
+    /// Names of the controller's digital inputs and outputs.
+    std::optional<QSet<QString>> inputs, outputs;
+    std::optional<QHash<QString, RegisterFacts>> registers;
+
+    /// What the host's tree tells of its controller.
+    [[nodiscard]] static CellFacts ofHost();
 };
 
-/// Something that is wrong with a statement, as a value: words are put to it where a person reads them.
-struct Finding {
-    Rule rule;
-    Severity severity;
-    QString path;  ///< dotted, of the field in the record
-    QVariantList arguments;
+// The documents are lists: a node of the tree, or the content of a file. Findings come in the order of their
+// elements.
+
+/// All rules of a program but the reach: its statements (and the tool set of a project file), and the ports
+/// that its welds need. The work is linear in the lines.
+[[nodiscard]] Findings checkProgram(const Record& program, const Record& sets, const Record& ports,
+                                    const CellFacts& cell);
+/// Parameter sets.
+[[nodiscard]] Findings checkParameters(const Record& sets);
+/// The assignment of the ports, whatever uses them.
+[[nodiscard]] Findings checkPorts(const Record& ports, const CellFacts& cell);
+/// Stations, without their projects.
+[[nodiscard]] Findings checkStations(const Record& stations, const Record& ports, const CellFacts& cell);
+
+/// A type that is missing or unknown; nothing when it is one that runs.
+[[nodiscard]] std::optional<Fault> typeFault(const Record& statement);
+
+/// The rule `reach`: whether an arm can make the moves of a program, from its home. It takes long for a long
+/// program (some 0.2 ms a move), so that the work can be done in parts; what it found of moves that stay the
+/// same, from the same posture, is kept from one check to the next.
+class ReachCheck {
+public:
+    /// `arm` must outlive it.
+    explicit ReachCheck(const ArmModel& arm) : arm_(arm) {}
+
+    /// A program is to be checked. Moves whose points are not taught, or without a speed, are left out: other
+    /// rules tell them.
+    void begin(const RunProgram& program);
+    /// Checks some moves. True when all are done.
+    bool advance(int moves);
+    /// Those so far, with the lines as elements.
+    [[nodiscard]] const Findings& findings() const { return findings_; }
+
+private:
+    struct Move {
+        int line;
+        double speedMmPerS;
+        Statement statement;
+    };
+    struct Result {
+        std::optional<ReachFault> fault;
+        ArmPosture end;
+    };
+    using Results = QHash<QByteArray, Result>;
+
+    [[nodiscard]] Result resultOf(const Move& move);
+
+    const ArmModel& arm_;
+    std::vector<Move> moves_;
+    std::size_t next_ = 0;
+    ArmPosture posture_;
+    Findings findings_;
+    Results results_, kept_;  ///< of this check and of the one before, by what was asked
 };
 
-/// What is wrong with a record's type; nothing when it is one that runs.
-[[nodiscard]] std::optional<Finding> findTypeFault(const Record& statement);
-
-/// What is wrong with the fields of a statement that runs read, in the order of the type's rows. `sets` is
-/// the number of parameter sets.
-[[nodiscard]] std::vector<Finding> checkFields(const Record& statement, int sets);
+/// The same at once.
+[[nodiscard]] Findings checkReach(const RunProgram& program, const ArmModel& arm);
 
 }  // namespace prog

@@ -4,6 +4,8 @@
 
 #include <QJsonArray>
 
+#include <algorithm>
+#include <array>
 #include <cstring>
 
 namespace prog {
@@ -38,7 +40,16 @@ Record Record::child(QLatin1String name) const {
     if (!node()) {
         return Record(json().toObject().value(name));
     }
-    const int position = node()->find(QString(name));
+    // On the stack: checks and runs look up many names.
+    std::array<QChar, 32> buffer;
+    const std::size_t length = static_cast<std::size_t>(name.size());
+    if (length > buffer.size()) {
+        const int found = node()->find(QString(name));
+        return found < 0 ? Record(QJsonValue(QJsonValue::Undefined)) : Record(node()->child(found));
+    }
+    std::transform(name.data(), name.data() + length, buffer.begin(),
+                   [](char letter) { return QLatin1Char(letter); });
+    const int position = node()->find(QStringView(buffer.data(), name.size()));
     return position < 0 ? Record(QJsonValue(QJsonValue::Undefined)) : Record(node()->child(position));
 }
 

@@ -36,6 +36,9 @@ public:
     [[nodiscard]] bool isList() const;
     /// Number of children.
     [[nodiscard]] int size() const;
+    /// Calls `visit(name, record)` for each entry of a map, in its order.
+    template <typename Visit>
+    void eachEntry(Visit&& visit) const;
 
     /// Own value; invalid for a map, a list and null.
     [[nodiscard]] QVariant value() const;
@@ -52,5 +55,22 @@ private:
 
     std::variant<QJsonValue, mendo::NodeRef> source_;
 };
+
+template <typename Visit>
+void Record::eachEntry(Visit&& visit) const {
+    if (!isMap()) {
+        return;
+    }
+    if (node()) {
+        for (int i = 0; i < node()->size(); ++i) {
+            visit(node()->branch()->entries[static_cast<std::size_t>(i)].name, Record(node()->child(i)));
+        }
+        return;
+    }
+    const QJsonObject entries = json().toObject();
+    for (auto entry = entries.begin(); entry != entries.end(); ++entry) {
+        visit(entry.key(), Record(*entry));
+    }
+}
 
 }  // namespace prog

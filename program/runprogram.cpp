@@ -90,20 +90,52 @@ bool WeldPairs::match() const {
     return true;
 }
 
+ProgramLines ProgramLines::of(const Record& program) {
+    ProgramLines lines;
+    const int count = program.size();
+    lines.statements.reserve(static_cast<std::size_t>(count));
+    lines.elements.reserve(static_cast<std::size_t>(count));
+    for (int element = 0; element < count; ++element) {
+        const Record record = program.at(element);
+        if (lines.toolset < 0 && record.at(field::end).exists()) {
+            lines.toolset = element;
+        } else {
+            lines.statements.push_back(record);
+            lines.elements.push_back(element);
+        }
+    }
+    return lines;
+}
+
 RunProgram::RunProgram(const Record& program) {
     const int count = program.size();
     lines_.reserve(static_cast<std::size_t>(count));
     int open = -1;
     std::optional<Target> target;
     for (int line = 0; line < count; ++line) {
-        lines_.push_back({Statement::from(program.at(line)), open, target});
-        const Statement& statement = lines_.back().statement;
-        if (statement.type == StatementType::Open) {
-            open = line;
-        }
-        if (statement.type != StatementType::MoveCC && (statement.point1.exists || statement.point.exists)) {
-            target = Target{line, statement.point1.exists};
-        }
+        append(program.at(line), &open, &target);
+    }
+}
+
+RunProgram::RunProgram(const std::vector<Record>& statements) {
+    lines_.reserve(statements.size());
+    int open = -1;
+    std::optional<Target> target;
+    for (const Record& record : statements) {
+        append(record, &open, &target);
+    }
+}
+
+/// `open` and `target` are those before the line, and then those before the next.
+void RunProgram::append(const Record& record, int* open, std::optional<Target>* target) {
+    lines_.push_back({Statement::from(record), *open, *target});
+    const Statement& statement = lines_.back().statement;
+    const int line = lineCount() - 1;
+    if (statement.type == StatementType::Open) {
+        *open = line;
+    }
+    if (statement.type != StatementType::MoveCC && (statement.point1.exists || statement.point.exists)) {
+        *target = Target{line, statement.point1.exists};
     }
 }
 

@@ -48,11 +48,21 @@ struct WeldPairs {
     [[nodiscard]] bool match() const;
 };
 
+/// The statements of a list. A project file holds the tool set as well: the first element with the key `end`.
+struct ProgramLines {
+    static ProgramLines of(const Record& program);
+
+    std::vector<Record> statements;
+    std::vector<int> elements;  ///< where each statement stands in the list
+    int toolset = -1;           ///< where the tool set stands; -1: there is none
+};
+
 /// A program as values, read once. The answers that look back over many lines are worked out then.
 class RunProgram {
 public:
     /// The list of statements: a node of the tree, or the array of a project file.
     explicit RunProgram(const Record& program);
+    explicit RunProgram(const std::vector<Record>& statements);
 
     [[nodiscard]] int lineCount() const { return static_cast<int>(lines_.size()); }
     /// `line` is one of the program, here and below, but where it says otherwise.
@@ -95,6 +105,7 @@ private:
     };
 
     [[nodiscard]] KindOfLine kinds() const;
+    void append(const Record& record, int* open, std::optional<Target>* target);
 
     std::vector<Line> lines_;
 };

@@ -15,6 +15,7 @@ using Kind = FieldKind;
 constexpr const char* transMeaning = "x, y, z in m";
 constexpr const char* rotMeaning = "rotations about x, y, z in rad";
 constexpr const char* nearMeaning = "joint angles in rad";
+constexpr const char* cogMeaning = "centre of gravity in m";
 constexpr const char* pointMeaning = "posture of the robot; empty until it is taught";
 
 constexpr FieldRow jointTarget[] = {
@@ -48,6 +49,10 @@ constexpr FieldRow taughtToolset[] = {
     {"toolset.end.name"_l1, Kind::Text, Presence::Shown, "\"\""},
     {"toolset.end.trans"_l1, Kind::Coordinates, Presence::Shown, "[0, 0, 0]", transMeaning},
     {"toolset.end.rot"_l1, Kind::Coordinates, Presence::Shown, nullptr, rotMeaning},
+    {"toolset.end.load"_l1, Kind::Map, Presence::Shown},
+    {"toolset.end.load.cog"_l1, Kind::Coordinates, Presence::Shown, nullptr, cogMeaning},
+    {"toolset.end.load.inertia"_l1, Kind::Coordinates, Presence::Shown, nullptr, "kg m²"},
+    {"toolset.end.load.mass"_l1, Kind::Number, Presence::Shown, nullptr, "kg"},
     {"toolset.ref"_l1, Kind::Map, Presence::Shown, "{}", "work object"},
     {"toolset.ref.name"_l1, Kind::Text, Presence::Shown, "\"\""},
     {"toolset.ref.trans"_l1, Kind::Coordinates, Presence::Shown, "[0, 0, 0]", transMeaning},
@@ -95,7 +100,7 @@ constexpr FieldRow toolset[] = {
     {"end.trans"_l1, Kind::Coordinates, Presence::Usual, "[0, 0, 0]", transMeaning},
     {"end.rot"_l1, Kind::Coordinates, Presence::Usual, "[0, 0, 0]", rotMeaning},
     {"end.load"_l1, Kind::Map, Presence::Optional, "{}"},
-    {"end.load.cog"_l1, Kind::Coordinates, Presence::Optional, "[0, 0, 0]", "centre of gravity in m"},
+    {"end.load.cog"_l1, Kind::Coordinates, Presence::Optional, "[0, 0, 0]", cogMeaning},
     {"end.load.inertia"_l1, Kind::Coordinates, Presence::Optional, "[0, 0, 0]", "kg m²"},
     {"end.load.mass"_l1, Kind::Number, Presence::Optional, "0", "kg"},
     {"ref"_l1, Kind::Map, Presence::Required, "{}", "work object"},

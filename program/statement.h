@@ -21,6 +21,7 @@ enum class FieldKind {
     Number,       ///< a number, not negative
     Entry,        ///< the same, or its digits as text, which dialogs store
     Whole,        ///< a whole number from 0
+    Count,        ///< the same, or its digits as text
     Set,          ///< position of a parameter set
     State,        ///< "true", "false", or empty
     Coordinates,  ///< list of three numbers

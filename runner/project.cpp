@@ -8,7 +8,7 @@
 namespace run {
 
 using prog::FieldKind;
-using prog::Rule;
+using prog::old::Rule;
 
 namespace {
 
@@ -39,7 +39,7 @@ QString kindText(FieldKind kind, const QVariant& found) {
 
 }  // namespace
 
-QString findingText(const prog::Finding& finding) {
+QString findingText(const prog::old::Finding& finding) {
     const QVariantList& arguments = finding.arguments;
     switch (finding.rule) {
         case Rule::TypeMissing:
@@ -83,7 +83,7 @@ std::optional<Project> Project::fromText(const InputArray& text, Problem* proble
             toolsetSeen = true;
             continue;
         }
-        if (const auto fault = prog::findTypeFault(element)) {
+        if (const auto fault = prog::old::findTypeFault(element)) {
             const QString reason = QStringLiteral("element %1: %2").arg(i + 1).arg(findingText(*fault));
             *problem = text.problemAt(i, fault->path, reason);
             return std::nullopt;
@@ -101,8 +101,8 @@ std::vector<Problem> Project::warnings(int sets) const {
         const QString type = statement.value(prog::field::type).toString();
         const QString who = QStringLiteral("line %1 (%2)").arg(++line).arg(type);
         QStringList missing;
-        for (const prog::Finding& finding : prog::checkFields(statement, sets)) {
-            if (finding.rule == prog::Rule::FieldMissing) {
+        for (const prog::old::Finding& finding : prog::old::checkFields(statement, sets)) {
+            if (finding.rule == prog::old::Rule::FieldMissing) {
                 missing.append(finding.path);
                 continue;
             }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "program/check.h"
+#include "program/fieldfaults.h"
 #include "runner/problem.h"
 
 #include <QJsonArray>
@@ -14,7 +14,7 @@
 namespace run {
 
 /// The text of a finding, in English, to be put behind the name of its field: "is no number".
-QString findingText(const prog::Finding& finding);
+QString findingText(const prog::old::Finding& finding);
 
 /// A project file: a JSON array of statements; one element, the one with the key `end`, is the tool set.
 class Project {

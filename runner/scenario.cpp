@@ -199,7 +199,7 @@ const std::vector<Key>& fieldsOf(Kind kind) {
 /// A fault inside a statement or inside the fields of a station.
 std::optional<EntryFault> innerFault(const QString& path, Kind kind, const QJsonObject& value) {
     if (kind == Kind::Statement) {
-        if (const auto fault = prog::findTypeFault(value)) {
+        if (const auto fault = prog::old::findTypeFault(value)) {
             return EntryFault{path + QLatin1Char('.') + fault->path, findingText(*fault)};
         }
     }

@@ -79,7 +79,7 @@ int MotionPlan::makeTrack(const Arm& arm, const MotionCommand& motion) {
             }
         }
     }
-    const int code = codeOf(track->follow(arm, end_.joints));
+    const int code = codeOf(track->follow(arm, end_.joints, &failure_.atM));
     if (code == MotionDone) {
         end_ = {normalised(motion.poses.back().end), track->joints(track->length())};
         tracks_.push_back(std::move(track));

@@ -32,6 +32,7 @@ public:
         int code = MotionDone;
         MotionCommand::Kind kind = MotionCommand::Kind::Line;
         std::vector<int> dropped;
+        double atM = 0;  ///< of a point that cannot be reached: along the motion's track
     };
 
     /// `arm` must outlive the plan.

@@ -95,7 +95,7 @@ void PoseTrack::append(std::unique_ptr<KDL::Path> path, double toolPath, double 
     parts_.push_back(std::move(part));
 }
 
-Arm::Fault PoseTrack::follow(const Arm& arm, const Joints& start) {
+Arm::Fault PoseTrack::follow(const Arm& arm, const Joints& start, double* reached) {
     knots_.assign(1, {0, start});
     for (size_t i = 0; i < parts_.size(); ++i) {
         const double to = i + 1 < parts_.size() ? parts_[i + 1].from : length_;
@@ -104,6 +104,9 @@ Arm::Fault PoseTrack::follow(const Arm& arm, const Joints& start) {
             Arm::Fault fault = Arm::Fault::None;
             const auto joints = arm.inverse(toPose(frame(s)), knots_.back().joints, &fault);
             if (!joints) {
+                if (reached) {
+                    *reached = s;
+                }
                 return fault;
             }
             knots_.push_back({s, *joints});

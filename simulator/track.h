@@ -45,8 +45,9 @@ public:
     /// Appends an arc through the position of `aux`. False when the three points make no circle.
     bool appendArc(const KDL::Frame& aux, const KDL::Frame& end);
     /// Finds the joints along the path, beginning next to `start`. The other functions may be used
-    /// only when it returned Arm::Fault::None.
-    Arm::Fault follow(const Arm& arm, const Joints& start);
+    /// only when it returned Arm::Fault::None. `reached` (may be null): where the point is
+    /// that cannot be reached.
+    Arm::Fault follow(const Arm& arm, const Joints& start, double* reached = nullptr);
 
     KDL::Frame frame(double s) const override;
     Joints joints(double s) const override;

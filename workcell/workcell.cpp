@@ -1,5 +1,7 @@
 #include "workcell/workcell.h"
 
+#include "workcell/simulatedarm.h"
+
 #include "gantu/bmodule.h"
 #include "gantu/panel.h"
 #include "json/jsonfile.h"
@@ -42,11 +44,16 @@ int PackageFlags::mode() const {
 }
 
 WorkCell::WorkCell(QStackedWidget* pages, const sim::Controller::Options& options, QObject* parent)
-    : QObject(parent), pages_(pages), controller_(new sim::Controller(kordservice(), options, this)) {
+    : QObject(parent),
+      pages_(pages),
+      controller_(new sim::Controller(kordservice(), options, this)),
+      arm_(std::make_unique<SimulatedArm>(options.axes)) {
     setInstantiatedCenterWidget(pages);
 }
 
-WorkCell::~WorkCell() = default;
+WorkCell::~WorkCell() {
+    close();
+}
 
 void WorkCell::wire() {
     cell_ = new sim::Cell(controller_, readWiring(prog::file::ports), this);
@@ -54,6 +61,7 @@ void WorkCell::wire() {
 
 bool WorkCell::open(const QString& libraryFile, QString* error) {
     libraryFile_ = libraryFile;
+    showArm(arm_.get());
     package_ = std::make_unique<gantu::Package>();
     if (!package_->load(libraryFile, prog::key::lumo, error)) {
         return false;
@@ -66,7 +74,18 @@ bool WorkCell::open(const QString& libraryFile, QString* error) {
 }
 
 void WorkCell::close() {
-    package_.reset();
+    if (package_) {
+        package_.reset();
+        showArm(nullptr);
+    }
+}
+
+/// Tells the package the arm, in its exported pointer.
+void WorkCell::showArm(const prog::ArmModel* arm) const {
+    QLibrary library(libraryFile_);
+    if (auto* const pointer = reinterpret_cast<const prog::ArmModel**>(library.resolve("lumo_arm"))) {
+        *pointer = arm;
+    }
 }
 
 QWidget* WorkCell::showPage(const QString& key) {

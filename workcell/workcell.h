@@ -1,6 +1,7 @@
 #pragma once
 
 #include "gantu/package.h"
+#include "program/armmodel.h"
 #include "simulator/cell.h"
 #include "simulator/controller.h"
 
@@ -57,13 +58,18 @@ public:
 
     sim::Controller* controller() const { return controller_; }
     sim::Cell* cell() const { return cell_; }
+    /// The kinematics of the controller's arm; the open package has them too.
+    const prog::ArmModel& arm() const { return *arm_; }
     /// Of the open package; null members where it does not have them.
     PackageFlags flags() const;
 
 private:
+    void showArm(const prog::ArmModel* arm) const;
+
     QStackedWidget* pages_;
     sim::Controller* controller_;
     sim::Cell* cell_ = nullptr;
+    std::unique_ptr<prog::ArmModel> arm_;
     std::unique_ptr<gantu::Package> package_;
     QString libraryFile_;
 };

@@ -6,6 +6,7 @@
 int hand_or_signalbing = 0;
 bool isEnable_moveorder = false;
 bool isnew_pWgt = false;
+const prog::ArmModel* lumo_arm = nullptr;
 
 namespace lumo {
 

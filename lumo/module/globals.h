@@ -2,6 +2,10 @@
 
 #include <QtGlobal>
 
+namespace prog {
+class ArmModel;
+}
+
 /// Makes a name visible in the shared library; all others are hidden.
 #define LUMO_EXPORT Q_DECL_EXPORT
 
@@ -14,6 +18,10 @@ extern LUMO_EXPORT int hand_or_signalbing;
 extern LUMO_EXPORT bool isEnable_moveorder;
 /// The point page is shown.
 extern LUMO_EXPORT bool isnew_pWgt;
+
+/// The kinematics of the cell's robot, where the host knows them; null otherwise. The host owns them and sets
+/// this before it creates the package's modules.
+extern LUMO_EXPORT const prog::ArmModel* lumo_arm;
 
 namespace lumo {
 

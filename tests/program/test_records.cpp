@@ -1,10 +1,11 @@
 #include "json/jsontext.h"
-#include "program/check.h"
+#include "program/fieldfaults.h"
 #include "program/parameters.h"
 #include "support/suite.h"
 #include "support/text.h"
 
 using namespace prog;
+using namespace prog::old;
 using test::json;
 
 namespace {

@@ -48,6 +48,8 @@ QJsonObject kindSchema(FieldKind kind) {
         case FieldKind::Whole:
         case FieldKind::Set:
             return {{"type", "integer"}, {"minimum", 0}};
+        case FieldKind::Count:
+            return {{"type", QJsonArray{"integer", "string"}}, {"minimum", 0}, {"pattern", "^[0-9]*$"}};
         case FieldKind::State:
             return {{"enum", QJsonArray{prog::word::trueText, prog::word::falseText, ""}}};
         case FieldKind::Coordinates:

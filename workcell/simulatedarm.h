@@ -1,0 +1,29 @@
+#pragma once
+
+#include "program/armmodel.h"
+#include "simulator/arm.h"
+#include "simulator/motionplan.h"
+
+namespace workcell {
+
+/// The arm of the simulated controller. It plans a move as the controller does, so what it refuses the
+/// controller would refuse.
+class SimulatedArm : public prog::ArmModel {
+public:
+    explicit SimulatedArm(int axes);
+
+    [[nodiscard]] prog::ArmPosture home() const override;
+    [[nodiscard]] std::optional<prog::ReachFault> follow(const prog::Statement& move, double speedMmPerS,
+                                                         prog::ArmPosture* posture) const override;
+
+    /// The highest speed of an axis, from 0, in rad/s.
+    [[nodiscard]] double jointSpeed(int axis) const;
+
+private:
+    [[nodiscard]] std::optional<prog::ReachFault> fasterThanJoints(const sim::MotionPlan& plan,
+                                                                   double speedMPerS) const;
+
+    sim::Arm arm_;
+};
+
+}  // namespace workcell
