@@ -101,7 +101,7 @@ void Panel::makeViews() {
     auto* path = new PathPage(seams_, packageFlags());
     // Other pages have a table of that name, too.
     if (const auto* editor = page_ ? page_->findChild<QWidget*>(QStringLiteral("ProgramWidget")) : nullptr) {
-        path->followTable(editor->findChild<QAbstractItemView*>(QStringLiteral("tableWidget")));
+        path->followEditor(editor);
     }
     views_->addPage(path, tr("路径"));
     views_->addPage(new ScopePage(recorder_), tr("信号"));

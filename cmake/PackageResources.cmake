@@ -29,8 +29,9 @@ function(lumo_package_resources out)
   set(folder ${CMAKE_CURRENT_SOURCE_DIR}/resources)
   set(catalogue_entries "")
 
-  # One catalogue for each language, from one source file for each subsystem.
-  foreach(language en ru)
+  # One catalogue for each language, from one source file for each subsystem. The Chinese one has the findings of a
+  # check, whose own language is English.
+  foreach(language cn en ru)
     file(GLOB catalogues CONFIGURE_DEPENDS ${folder}/language/*_${language}.ts)
     set(file ${CMAKE_CURRENT_BINARY_DIR}/lumo_${language}.qm)
     add_custom_command(OUTPUT ${file}

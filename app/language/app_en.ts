@@ -894,6 +894,24 @@ mm/s, °/s</translation>
         <source>%1 分</source>
         <translation>%1 min</translation>
     </message>
+    <message>
+        <source>程序：%1</source>
+        <translation>Program: %1</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n 个错误</source>
+        <translation>
+            <numerusform>%n error</numerusform>
+            <numerusform>%n errors</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n 个警告</source>
+        <translation>
+            <numerusform>%n warning</numerusform>
+            <numerusform>%n warnings</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>app::SpeedBox</name>

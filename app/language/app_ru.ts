@@ -894,6 +894,26 @@ mm/s，°/s</source>
         <source>%1 分</source>
         <translation>%1 мин</translation>
     </message>
+    <message>
+        <source>程序：%1</source>
+        <translation>Программа: %1</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n 个错误</source>
+        <translation>
+            <numerusform>%n ошибка</numerusform>
+            <numerusform>%n ошибки</numerusform>
+            <numerusform>%n ошибок</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n 个警告</source>
+        <translation>
+            <numerusform>%n предупреждение</numerusform>
+            <numerusform>%n предупреждения</numerusform>
+            <numerusform>%n предупреждений</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>app::SpeedBox</name>

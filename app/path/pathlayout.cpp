@@ -84,7 +84,6 @@ void Layout::addMove(int line) {
 }
 
 void Layout::addLine(PathMove* move, const TaughtPoint& target) {
-    move->impossible = !target.taught;
     move->target = target.taught ? target.trans : position_;
     move->path = moves_.empty() ? Polyline{move->target} : Polyline{position_, move->target};
     position_ = move->target;
@@ -97,7 +96,6 @@ void Layout::addJointMove(PathMove* move, const TaughtPoint& target) {
     move->shape = Shape::Joint;
     if (!fits(target.joints)) {
         addLine(move, target);
-        move->impossible = true;
         return;
     }
     move->target = toolAt(arm_, target.joints);
@@ -143,15 +141,13 @@ void Layout::addCircle(PathMove* move, const Statement& statement) {
     const Position start = before ? program_.point(*before).trans : position_;
     const TaughtPoint &p1 = statement.point, &p2 = statement.point1;
     const bool taught = (!before || program_.point(*before).taught) && p1.taught && p2.taught;
-    const bool possible = taught && circleFault(start, p1.trans, p2.trans) == prog::CircleFault::None;
     move->shape = Shape::Circle;
     move->target = start;
-    bend(move, possible ? prog::Arc::circle(start, p1.trans, p2.trans) : std::nullopt,
+    bend(move, taught ? prog::Arc::circle(start, p1.trans, p2.trans) : std::nullopt,
          {start, p1.trans, p2.trans});
 }
 
 void Layout::bend(PathMove* move, const std::optional<prog::Arc>& arc, const Polyline& straight) {
-    move->impossible = !arc;
     move->path = arc ? arc->points(stepRad) : straight;
     position_ = move->target;
 }
@@ -188,14 +184,18 @@ void Layout::roundCorners(size_t first) {
 }  // namespace
 
 std::vector<PathMove> layOutPath(const prog::RunProgram& program, const sim::Arm& arm,
-                                 const sim::MotionPlan::Posture& start) {
+                                 const sim::MotionPlan::Posture& start, const QSet<int>& impossible) {
     Layout layout(program, arm, start);
     for (int line = 0; line < program.lineCount();) {
         const int end = program.batchEnd(line);
         layout.addBatch(line, end);
         line = std::max(end, line + 1);
     }
-    return layout.take();
+    std::vector<PathMove> moves = layout.take();
+    for (PathMove& move : moves) {
+        move.impossible = impossible.contains(move.line);
+    }
+    return moves;
 }
 
 }  // namespace app

@@ -4,6 +4,8 @@
 #include "program/runprogram.h"
 #include "simulator/motionplan.h"
 
+#include <QSet>
+
 #include <vector>
 
 namespace app {
@@ -15,7 +17,7 @@ struct PathMove {
     int line = 0;  ///< of the program, counted from 0
     Shape shape = Shape::Line;
     bool weld = false;        ///< between a start and a stop of welding
-    bool impossible = false;  ///< points that make no circle, or are not taught: drawn as straight lines
+    bool impossible = false;  ///< the check of the program says so; drawn straight where there is no arc
     Polyline path;            ///< from the last target or corner to its own
     Polyline corner;          ///< how the zone rounds the target off; empty where the tool stops there
     Position target;          ///< as it was taught
@@ -28,8 +30,9 @@ struct PathMove {
 /// The path to the first target depends on where the robot stands then: it is left out, and its corner too.
 /// The first move is its target alone, unless it is an arc or a circle, which begins at `start`. Within a
 /// batch a target is rounded off by its zone, as far as half of the shorter path. Joint moves go from the
-/// joints that belong to the last target, straight where these are not known.
+/// joints that belong to the last target, straight where these are not known. `impossible`: lines of the
+/// moves that the check of the program refuses.
 std::vector<PathMove> layOutPath(const prog::RunProgram& program, const sim::Arm& arm,
-                                 const sim::MotionPlan::Posture& start);
+                                 const sim::MotionPlan::Posture& start, const QSet<int>& impossible = {});
 
 }  // namespace app

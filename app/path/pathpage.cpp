@@ -86,13 +86,33 @@ QWidget* PathPage::makeButtons() {
     return bar;
 }
 
-void PathPage::followTable(const QAbstractItemView* table) {
-    table_ = table;
-    if (!table) {
-        return;
+void PathPage::followEditor(const QWidget* editor) {
+    editor_ = editor;
+    connect(editor, SIGNAL(findingsChanged()), this, SLOT(onFindings()));
+    table_ = editor->findChild<QAbstractItemView*>(QStringLiteral("tableWidget"));
+    if (table_) {
+        connect(table_->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+                &PathPage::showSelection);
+        showSelection();
     }
-    connect(table->selectionModel(), &QItemSelectionModel::selectionChanged, this, &PathPage::showSelection);
-    showSelection();
+}
+
+void PathPage::onFindings() {
+    if (isVisible() && !showsStation_) {
+        layOut();
+    }
+}
+
+/// A station's program that runs has none: it would not have been started.
+QSet<int> PathPage::impossibleLines() const {
+    QSet<int> lines;
+    if (editor_ && !showsStation_) {
+        const QVariantList found = editor_->property("impossibleLines").toList();
+        for (const QVariant& line : found) {
+            lines.insert(line.toInt());
+        }
+    }
+    return lines;
 }
 
 void PathPage::showEvent(QShowEvent* event) {
@@ -114,7 +134,7 @@ bool PathPage::stationRuns() const {
 void PathPage::layOut() {
     showsStation_ = stationRuns();
     const prog::RunProgram program(showsStation_ ? m(prog::key::stationProgram) : program_.program());
-    view_->setMoves(layOutPath(program, arm_, postureNow()));
+    view_->setMoves(layOutPath(program, arm_, postureNow(), impossibleLines()));
     showSelection();
 }
 

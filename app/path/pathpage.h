@@ -5,6 +5,7 @@
 #include "workcell/workcell.h"
 
 #include <QPointer>
+#include <QSet>
 #include <QWidget>
 
 class QAbstractItemView;
@@ -24,18 +25,23 @@ public:
     /// To be made after the package's page. `seams` must outlive it.
     PathPage(SeamTrack* seams, const workcell::PackageFlags& package, QWidget* parent = nullptr);
 
-    /// Marks the rows that are selected in the table of the program; may be null.
-    void followTable(const QAbstractItemView* table);
+    /// Marks the rows that are selected in the editor's table of the program, and the moves that its check
+    /// calls impossible.
+    void followEditor(const QWidget* editor);
     PathView* view() const { return view_; }
 
 protected:
     void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;
 
+private slots:
+    void onFindings();
+
 private:
     QWidget* makeButtons();
     bool stationRuns() const;
     void layOut();
+    [[nodiscard]] QSet<int> impossibleLines() const;
     void onState();
     void showSelection();
     void showSeam();
@@ -45,6 +51,7 @@ private:
     workcell::PackageFlags package_;
     ProgramFollower program_;
     sim::Arm arm_;
+    QPointer<const QWidget> editor_;
     QPointer<const QAbstractItemView> table_;
     PathView* view_;
     QLabel* selection_;

@@ -135,6 +135,18 @@ QString weldText(const CellStatus& state) {
     return state.faults.isEmpty() ? StatusText::tr("允许焊接") : QString();
 }
 
+/// Empty for a program without findings.
+QString findingsText(const CellStatus& state) {
+    QStringList counts;
+    if (state.errors > 0) {
+        counts << StatusText::tr("%n 个错误", nullptr, state.errors);
+    }
+    if (state.warnings > 0) {
+        counts << StatusText::tr("%n 个警告", nullptr, state.warnings);
+    }
+    return counts.isEmpty() ? QString() : StatusText::tr("程序：%1").arg(listed(counts));
+}
+
 QString stationsText(const CellStatus& state) {
     return state.waitingStations > 0
                ? StatusText::tr("正在监听工位，%1 个等待启动").arg(state.waitingStations)
@@ -160,7 +172,7 @@ bool CellStatus::hasTime() const {
 
 bool CellStatus::isWell() const {
     return isPermitted() && gasPorts.isEmpty() && faults.isEmpty() && lastError == 0 && !emergencyStop &&
-           laser != Laser::ByHand && laser != Laser::WithoutProgram;
+           errors == 0 && laser != Laser::ByHand && laser != Laser::WithoutProgram;
 }
 
 QStringList statusText(const CellStatus& state) {
@@ -184,6 +196,7 @@ QStringList statusText(const CellStatus& state) {
     if (!runs) {
         sentences << idleText(state);
     }
+    sentences << findingsText(state);
     if (state.listening) {
         sentences << stationsText(state);
     }

@@ -50,21 +50,23 @@ struct CellStatus {
 
     // Editing.
     bool projectOpen = true;
+    int errors = 0;    ///< of the program in the editor; 0 while something runs
+    int warnings = 0;  ///< likewise
 
     /// Whether mode and switches permit welding.
     bool isSwitchedOn() const { return weldSwitch && (automatic || handWeldSwitch); }
     /// Whether the laser would come on.
     bool isPermitted() const { return isSwitchedOn() && power && laserPorts.isEmpty(); }
-    /// Whether nothing prevents welding, the last run did not fail, and the laser is not on without a
-    /// program.
+    /// Whether nothing prevents welding, the last run did not fail, the program has no errors, and the laser
+    /// is not on without a program.
     bool isWell() const;
     /// Whether a sentence contains a running time.
     bool hasTime() const;
 };
 
 /// The sentences for the operator in the panel's language, the most important first: emergency stop, laser
-/// on, equipment faults, error of the last run, the run, welding permission, a paused program, stations, and
-/// why editing is locked.
+/// on, equipment faults, error of the last run, the run, welding permission, a paused program, errors and
+/// warnings of the program in the editor, stations, and why editing is locked.
 QStringList statusText(const CellStatus& state);
 
 /// "80 ms", "12 s" or "2:05 min".

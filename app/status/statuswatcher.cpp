@@ -91,6 +91,7 @@ StatusWatcher::StatusWatcher(const workcell::PackageFlags& package, const sim::C
     connect(&gap_, &QTimer::timeout, this, &StatusWatcher::refresh);
     followTree();
     followStations(page);
+    followEditor(page);
     connect(controller, &sim::Controller::emergencyStopChanged, this, &StatusWatcher::refreshLater);
     if (package.executor) {
         connect(package.executor, SIGNAL(activityChanged()), this, SLOT(refreshLater()));
@@ -131,6 +132,14 @@ void StatusWatcher::followStations(const QWidget* page) {
     connect(listening_, SIGNAL(statusChanged(bool)), this, SLOT(refreshLater()));
     connect(table->model(), &QAbstractItemModel::dataChanged, this, &StatusWatcher::refreshLater);
     connect(table->model(), &QAbstractItemModel::rowsRemoved, this, &StatusWatcher::refreshLater);
+}
+
+/// The editor tells what the check of its program has found.
+void StatusWatcher::followEditor(const QWidget* page) {
+    editor_ = page ? page->findChild<QWidget*>(QStringLiteral("ProgramWidget")) : nullptr;
+    if (editor_) {
+        connect(editor_, SIGNAL(findingsChanged()), this, SLOT(refreshLater()));
+    }
 }
 
 void StatusWatcher::refreshLater() {
@@ -275,6 +284,7 @@ CellStatus StatusWatcher::state() const {
     readPause(&state);
     readStations(&state);
     readWait(&state);
+    readFindings(&state);
     return state;
 }
 
@@ -293,6 +303,14 @@ void StatusWatcher::readStations(CellStatus* state) const {
     if (stations_) {
         state->waitingStations =
             stations_->property("queued").toInt() - (state->busy && state->station ? 1 : 0);
+    }
+}
+
+/// Not while something runs: nobody can mend the program then.
+void StatusWatcher::readFindings(CellStatus* state) const {
+    if (editor_ && state->projectOpen && !state->busy && !state->switchingOff) {
+        state->errors = editor_->property("errors").toInt();
+        state->warnings = editor_->property("warnings").toInt();
     }
 }
 

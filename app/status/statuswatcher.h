@@ -22,7 +22,8 @@ namespace app {
 class StatusWatcher : public QObject {
     Q_OBJECT
 public:
-    /// `controller` must outlive it. `page` is the package's page, which contains the stations' page.
+    /// `controller` must outlive it. `page` is the package's page, which contains the editor and the
+    /// stations' page.
     StatusWatcher(const workcell::PackageFlags& package, const sim::Controller* controller,
                   const QWidget* page, QObject* parent = nullptr);
 
@@ -40,6 +41,7 @@ private slots:
 private:
     void followTree();
     void followStations(const QWidget* page);
+    void followEditor(const QWidget* page);
     void refresh();
     void followPorts();
     void followLaser();
@@ -54,9 +56,11 @@ private:
     void readWait(CellStatus* state) const;
     void readPause(CellStatus* state) const;
     void readStations(CellStatus* state) const;
+    void readFindings(CellStatus* state) const;
 
     workcell::PackageFlags package_;
     const sim::Controller* controller_;
+    QPointer<QWidget> editor_;
     QPointer<QWidget> stations_;
     QPointer<QWidget> listening_;  ///< the stations' switch
     QStringList sentences_;

@@ -1,5 +1,6 @@
 #include "editor/programtable.h"
 
+#include "editor/programcheck.h"
 #include "editor/programwidget.h"
 #include "editor/rowdelegate.h"
 #include "editor/statementtext.h"
@@ -30,8 +31,8 @@ constexpr int restMs = 200;
 
 }  // namespace
 
-ProgramTable::ProgramTable(QWidget* parent) : QTableWidget(parent) {
-    setItemDelegate(new RowDelegate(this));
+ProgramTable::ProgramTable(QWidget* parent) : QTableWidget(parent), delegate_(new RowDelegate(this)) {
+    setItemDelegate(delegate_);
     setTabKeyNavigation(false);  // Tab moves on to the buttons, not to the next cell
     sizeRows_.setSingleShot(true);
     sizeRows_.setInterval(restMs);
@@ -55,6 +56,11 @@ void ProgramTable::follow() {
     connect(program(), &ModuleObject::changed, this, &ProgramTable::onChanged);
     connect(program(), &ModuleObject::added, this, &ProgramTable::onAdded);
     connect(program(), &ModuleObject::removed, this, &ProgramTable::onRemoved);
+}
+
+void ProgramTable::showFindings(const lumo::ProgramCheck* check) {
+    delegate_->setCheck(check);
+    connect(check, &lumo::ProgramCheck::changed, viewport(), QOverload<>::of(&QWidget::update));
 }
 
 ModuleObject* ProgramTable::program() {
@@ -115,6 +121,7 @@ void ProgramTable::rebuild(const ModuleObject* leaving) {
     resizeRowsToContents();
     sizeRows_.stop();
     verticalScrollBar()->setValue(scrolled);
+    emit rebuilt();
     emit programShown();
 }
 
@@ -131,6 +138,7 @@ void ProgramTable::moveStatement(QObject* sender, int from, int to) {
         drawRow(row, program()->c(row));
         resizeRowToContents(row);
     }
+    emit rowMoved(from, to);
     emit programShown();
 }
 

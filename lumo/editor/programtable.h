@@ -6,6 +6,12 @@
 #include <QTableWidget>
 #include <QTimer>
 
+class RowDelegate;
+
+namespace lumo {
+class ProgramCheck;
+}
+
 /// The table of the program: one row for each statement, following the notifications of `lumo.program`.
 ///
 /// It keeps only the texts that it shows. A rebuild sizes all rows; other changes size the changed row only.
@@ -18,6 +24,8 @@ public:
 
     /// Begins to show `lumo.program`. To be called once, after the form has made the columns.
     void follow();
+    /// Marks the lines that have findings; the check must outlive the table.
+    void showFindings(const lumo::ProgramCheck* check);
     [[nodiscard]] static ModuleObject* program();
 
     void addStatement(int row);
@@ -43,6 +51,10 @@ public:
 signals:
     /// The rows have followed a change of the program or of a statement.
     void programShown();
+    /// A statement and its row have another place; the rows between have moved by one.
+    void rowMoved(int from, int to);
+    /// The rows show the statements of another program, or in another order.
+    void rebuilt();
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
@@ -64,6 +76,7 @@ private:
     [[nodiscard]] int captionWidth(Column column) const;
     [[nodiscard]] int runFlagWidth() const;
 
+    RowDelegate* delegate_;
     QPersistentModelIndex marker_;
     QTimer sizeRows_;
     bool hasPlace_ = false;  ///< the layout has given the table its width

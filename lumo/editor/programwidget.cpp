@@ -1,6 +1,8 @@
 #include "editor/programwidget.h"
 
+#include "editor/findinglist.h"
 #include "editor/pendantkeys.h"
+#include "editor/programcheck.h"
 #include "editor/runcontrols.h"
 #include "editor/startline.h"
 #include "editor/statementcreation.h"
@@ -48,13 +50,16 @@ ProgramWidget::ProgramWidget(QWidget* parent)
     ui_->tableWidget->follow();
     dialogs_ = new EditorDialogs(this);
     creation_ = new StatementCreation(dialogs_, ui_->tableWidget, this);
-    run_ = new RunControls(ui_->tableWidget, this);
+    check_ = new ProgramCheck(ui_->tableWidget, this);
+    findings_ = new FindingList(check_, ui_->tableWidget, this);
+    run_ = new RunControls(ui_->tableWidget, check_, this);
     startLine_ = new StartLine(ui_->tableWidget, ui_->lblStart, this);
     stored_ = new StoredState(this);
     rules_ = std::make_unique<EnablingRules>(buttons());
     setUpTexts();
     connectStatementButtons();
     connectEditing();
+    connectFindings();
     connectRunControls();
     connectKeys();
     setUpWeldSwitch(ui_->widget_weld, true, key::weldSwitch);
@@ -132,6 +137,16 @@ void ProgramWidget::connectEditing() {
     connect(ui_->btnSteptojump, &QPushButton::clicked, this, &ProgramWidget::jump);
     connect(ui_->tableWidget, &ProgramTable::programShown, stored_, &StoredState::touch);
     connect(stored_, &StoredState::changed, this, &ProgramWidget::showStored);
+}
+
+void ProgramWidget::connectFindings() {
+    ui_->tableWidget->showFindings(check_);
+    connect(check_, &ProgramCheck::changed, this, &ProgramWidget::showFindings);
+    connect(ui_->btnFindings, &FindingsButton::clicked, findings_, &FindingList::toggle);
+    connect(findings_, &FindingList::lineChosen, this, [this](int line) {
+        ui_->tableWidget->selectOnly(line);
+        ui_->tableWidget->setFocus();
+    });
 }
 
 void ProgramWidget::connectRunControls() {
@@ -221,6 +236,7 @@ void ProgramWidget::checkStored() {
 
 void ProgramWidget::toolsetChanged() {
     stored_->touch();
+    check_->touch();
 }
 
 void ProgramWidget::showFromTheTop() {
@@ -268,6 +284,9 @@ void ProgramWidget::rcPower(const QVariant& power) {
 
 void ProgramWidget::onState(const QVariant& state) {
     rules_->executorState(state.toString());
+    if (state.toString() == word::busy) {
+        findings_->hide();  // the running line is to be seen
+    }
     onActivity();
 }
 
@@ -414,6 +433,32 @@ void ProgramWidget::showStored() {
     ui_->lblStored->setText(stored ? tr("已保存") : tr("有未保存的更改"));
     ui_->lblStored->setStyleSheet(stored ? QString()
                                          : QStringLiteral("color: rgb(200, 80, 0); font-weight: bold;"));
+}
+
+void ProgramWidget::showFindings() {
+    ui_->btnFindings->showCounts(errors(), warnings());
+    emit findingsChanged();
+}
+
+int ProgramWidget::errors() const {
+    return check_->errors();
+}
+
+int ProgramWidget::warnings() const {
+    return check_->warnings();
+}
+
+QVariantList ProgramWidget::impossibleLines() const {
+    QVariantList lines;
+    for (const Finding& finding : check_->findings()) {
+        const Rule rule = finding.rule();
+        const bool isOfPath =
+            rule == Rule::Point || rule == Rule::Arc || rule == Rule::Circle || rule == Rule::Reach;
+        if (isOfPath && finding.isError() && (lines.isEmpty() || lines.last() != finding.line)) {
+            lines << finding.line;
+        }
+    }
+    return lines;
 }
 
 void ProgramWidget::showEvent(QShowEvent* event) {

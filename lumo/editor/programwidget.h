@@ -16,6 +16,8 @@ class RunControls;
 class StatementCreation;
 
 namespace lumo {
+class FindingList;
+class ProgramCheck;
 class StartLine;
 class StoredState;
 }  // namespace lumo
@@ -31,10 +33,19 @@ class ProgramWidget;
 /// "Selected" means the table's selection, not its current row.
 class ProgramWidget : public QWidget {
     Q_OBJECT
+    /// How many errors and warnings the last check of the program found.
+    Q_PROPERTY(int errors READ errors NOTIFY findingsChanged)
+    Q_PROPERTY(int warnings READ warnings NOTIFY findingsChanged)
+    /// Lines, from 0, of the moves that it calls impossible, in their order.
+    Q_PROPERTY(QVariantList impossibleLines READ impossibleLines NOTIFY findingsChanged)
 public:
     explicit ProgramWidget(QWidget* parent = nullptr);
     /// Clears `lumo.dialog.program`. Deletes an open dialog, unanswered.
     ~ProgramWidget() override;
+
+    [[nodiscard]] int errors() const;
+    [[nodiscard]] int warnings() const;
+    [[nodiscard]] QVariantList impossibleLines() const;
 
     /// The file of the open project, which a start saves; empty for none.
     void setProjectPath(const QString& path);
@@ -73,6 +84,7 @@ signals:
     void pointBtnClicked(int row, mendo::ModuleObject* statement, int jointCount);
     /// Asks for the selected tool and work object to be applied again, before a run.
     void updateUItoolwobj();
+    void findingsChanged();
 
 protected:
     void showEvent(QShowEvent* event) override;
@@ -84,6 +96,7 @@ private:
     void setUpTexts();
     void connectStatementButtons();
     void connectEditing();
+    void connectFindings();
     void connectRunControls();
     void connectKeys();
     void setUpWeldSwitch(QWidget* button, bool on, QLatin1String path);
@@ -108,6 +121,7 @@ private:
     void onActivity();
     void onLine(const QVariant& line);
     void showStored();
+    void showFindings();
     [[nodiscard]] bool isMultiSelection() const;
 
     const std::unique_ptr<Ui::ProgramWidget> ui_;
@@ -119,6 +133,8 @@ private:
     // Children of the page.
     EditorDialogs* dialogs_;
     StatementCreation* creation_;
+    lumo::ProgramCheck* check_;
+    lumo::FindingList* findings_;
     RunControls* run_;
     lumo::StartLine* startLine_;
     lumo::StoredState* stored_;

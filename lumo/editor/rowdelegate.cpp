@@ -1,15 +1,20 @@
 #include "editor/rowdelegate.h"
 
+#include "editor/programcheck.h"
 #include "editor/programtable.h"
+#include "widgets/severitymark.h"
 
 #include <QFontMetricsF>
+#include <QHelpEvent>
 #include <QPainter>
+#include <QToolTip>
 
 namespace {
 
 constexpr int air = 6;
 constexpr QRgb markerColour = qRgb(0, 255, 0);
 constexpr int markerPointSize = 15;
+constexpr int markEdge = 20;
 /// Sizes that are kept for a column.
 constexpr int mostShapes = 2000;
 
@@ -62,10 +67,23 @@ RowDelegate::Known& RowDelegate::known(const QStyleOptionViewItem& option, int c
 void RowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                         const QModelIndex& index) const {
     const QString marker = index.column() == ProgramTable::MarkerColumn ? index.data().toString() : QString();
-    if (marker.isEmpty()) {
-        QStyledItemDelegate::paint(painter, option, index);
+    if (!marker.isEmpty()) {
+        paintMarker(painter, option, marker);
         return;
     }
+    QStyledItemDelegate::paint(painter, option, index);
+    const auto severity =
+        check_ && index.column() == ProgramTable::LineColumn ? check_->worstAt(index.row()) : std::nullopt;
+    if (severity) {
+        QRect mark(0, 0, markEdge, markEdge);
+        mark.moveCenter(option.rect.center());
+        mark.moveRight(option.rect.right() - air / 2);
+        lumo::paintMark(painter, mark, *severity);
+    }
+}
+
+void RowDelegate::paintMarker(QPainter* painter, const QStyleOptionViewItem& option,
+                              const QString& marker) const {
     painter->save();
     painter->fillRect(option.rect, QColor(markerColour));
     QFont font = option.font;
@@ -74,6 +92,16 @@ void RowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     painter->setPen(Qt::black);
     painter->drawText(option.rect, Qt::AlignCenter, marker);
     painter->restore();
+}
+
+bool RowDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
+                            const QModelIndex& index) {
+    const QString text = check_ && event->type() == QEvent::ToolTip ? check_->textAt(index.row()) : QString();
+    if (text.isEmpty()) {
+        return QStyledItemDelegate::helpEvent(event, view, option, index);
+    }
+    QToolTip::showText(event->globalPos(), text, view);
+    return true;
 }
 
 QSize RowDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const {

@@ -4,7 +4,12 @@
 #include <QHash>
 #include <QStyledItemDelegate>
 
-/// Draws the running-line marker on green, also in a selected row, and gives rows their heights.
+namespace lumo {
+class ProgramCheck;
+}
+
+/// Draws the running-line marker on green, also in a selected row, and beside the line's number the mark of
+/// its findings; gives rows their heights.
 ///
 /// Only details and notes are measured: other cells fit into the least height of a row. Some space is added,
 /// because lines in several scripts have several heights and the last line could be cut off.
@@ -16,9 +21,15 @@ class RowDelegate : public QStyledItemDelegate {
 public:
     using QStyledItemDelegate::QStyledItemDelegate;
 
+    /// Marks the lines that have findings; the check must outlive the table. Null: no line is marked.
+    void setCheck(const lumo::ProgramCheck* check) { check_ = check; }
+
     void paint(QPainter* painter, const QStyleOptionViewItem& option,
                const QModelIndex& index) const override;
     QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+    /// Tells a marked line's findings as a tool tip.
+    bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
+                   const QModelIndex& index) override;
 
 private:
     /// Sizes of the texts of a column.
@@ -31,5 +42,8 @@ private:
 
     Known& known(const QStyleOptionViewItem& option, int column) const;
 
+    void paintMarker(QPainter* painter, const QStyleOptionViewItem& option, const QString& marker) const;
+
+    const lumo::ProgramCheck* check_ = nullptr;
     mutable QHash<int, Known> columns_;
 };

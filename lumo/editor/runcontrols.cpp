@@ -1,5 +1,6 @@
 #include "editor/runcontrols.h"
 
+#include "editor/programcheck.h"
 #include "editor/programtable.h"
 #include "editor/programwidget.h"
 #include "executor/lumoexecutor.h"
@@ -7,7 +8,9 @@
 #include "files/resumedata.h"
 #include "module/globals.h"
 #include "program/runprogram.h"
+#include "program/statement.h"
 #include "program/words.h"
+#include "widgets/findingtext.h"
 #include "widgets/messagebox.h"
 
 #include <QAbstractButton>
@@ -26,7 +29,8 @@ constexpr int singleStep = 2;
 
 }  // namespace
 
-RunControls::RunControls(ProgramTable* table, QWidget* page) : QObject(page), table_(table), page_(page) {}
+RunControls::RunControls(ProgramTable* table, ProgramCheck* check, QWidget* page)
+    : QObject(page), table_(table), check_(check), page_(page) {}
 
 RunControls::~RunControls() {
     delete question_;
@@ -38,6 +42,41 @@ bool RunControls::refusedForPairs() const {
     }
     showMessage(QMessageBox::Warning, ProgramWidget::tr("程序错误"),
                 ProgramWidget::tr("当前程序中的\"开始焊接\"和\"停止焊接\"个数或者顺序不匹配!"));
+    return true;
+}
+
+/// Names the first error and selects its line.
+void RunControls::refuse(const Findings& errors) const {
+    showMessage(QMessageBox::Warning, ProgramWidget::tr("程序错误"), refusalText(errors));
+    table_->selectOnly(firstError(errors)->line);
+}
+
+bool RunControls::refusedForErrors() const {
+    const Findings& findings = check_->checkNow();
+    if (!firstError(findings)) {
+        return false;
+    }
+    refuse(findings);
+    return true;
+}
+
+bool RunControls::stepRefusedForErrors(int row) const {
+    if (row < 0 || !isMove(ProgramTable::program()->c(row)->c(field::type)->getString())) {
+        return false;  // the executor tells why
+    }
+    Findings errors;
+    for (const Finding& finding : check_->checkNow()) {
+        const Rule rule = finding.rule();
+        const bool isOfLineAlone =
+            rule == Rule::Type || rule == Rule::Field || rule == Rule::Point || rule == Rule::Speed;
+        if (finding.line == row && finding.isError() && isOfLineAlone) {
+            errors.push_back(finding);
+        }
+    }
+    if (errors.empty()) {
+        return false;
+    }
+    refuse(errors);
     return true;
 }
 
@@ -128,16 +167,23 @@ void RunControls::jumpNow() {
     if (!isRunning()) {
         const int row = table_->selectedRow();
         // The program may have changed since the answer.
-        if (row < 0 || ProgramTable::program()->c(row) != askedFor_ || refusedForPairs()) {
+        if (row < 0 || ProgramTable::program()->c(row) != askedFor_ || refusedForPairs() ||
+            refusedForErrors()) {
             return;
         }
         m(key::weldOpen)->setValue(page_, false);
         m(key::currentLine)->setValue(page_, row);
     }
-    run();
+    begin();
 }
 
 void RunControls::run() {
+    if (isRunning() || !refusedForErrors()) {
+        begin();
+    }
+}
+
+void RunControls::begin() {
     if (!isRunning()) {
         if (!filePath_.isEmpty() && saveProject(filePath_)) {
             emit saved();
@@ -151,6 +197,9 @@ void RunControls::run() {
 
 void RunControls::moveNow() {
     if (!isRunning()) {
+        if (stepRefusedForErrors(table_->selectedRow())) {
+            return;
+        }
         hand_or_signalbing = singleStep;
         emit aboutToRun();
         m(key::weldOpen)->setValue(page_, false);

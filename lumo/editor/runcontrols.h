@@ -1,6 +1,7 @@
 #pragma once
 
 #include "module/host.h"
+#include "program/finding.h"
 
 #include <QObject>
 #include <QPointer>
@@ -10,6 +11,10 @@
 class ProgramTable;
 class QMessageBox;
 
+namespace lumo {
+class ProgramCheck;
+}
+
 /// The actions of the four run buttons: they check and save the program, prepare the resume data and write
 /// the executor's triggers.
 ///
@@ -18,11 +23,15 @@ class QMessageBox;
 /// inside a click or an answer, whose button or box would be deleted too. Repeated clicks before that count
 /// once. While the executor is not idle, start and move to point only write the trigger; the executor refuses
 /// it with a message.
+///
+/// A program with errors is not started, wherever they stand: a later start would meet them. A single step is
+/// refused for what its own line holds; what depends on where the robot stands is left to the controller.
 class RunControls : public QObject {
     Q_OBJECT
 public:
-    /// `page` is the sender of all writes and, without a central widget, the parent of message boxes.
-    RunControls(ProgramTable* table, QWidget* page);
+    /// `page` is the sender of all writes and, without a central widget, the parent of message boxes. The
+    /// objects must outlive the controls.
+    RunControls(ProgramTable* table, lumo::ProgramCheck* check, QWidget* page);
     ~RunControls() override;
 
     /// The file to which a start saves the program; empty: it does not.
@@ -31,7 +40,8 @@ public:
     // Performed from the event loop.
 
     /// Runs from the resume line, or after a question from the selected line. Asks also before the tool goes
-    /// back to the point where the program was stopped.
+    /// back to the point where the program was stopped. Errors of the program are told after the questions,
+    /// and nothing is saved or moved.
     void start() { later(&RunControls::startNow); }
     /// Moves to the point of the selected statement.
     void moveToPoint() { later(&RunControls::moveNow); }
@@ -59,11 +69,17 @@ private:
     /// Runs from the resume line; asks first if the tool has to go back to the point of the stop.
     void goOn();
     void run();
+    /// Runs from the resume line, a program without errors.
+    void begin();
     /// Asks a question, which any change of the program closes; `yes` is performed after that answer.
     void ask(const QString& title, const QString& text, Action yes);
     [[nodiscard]] bool refusedForPairs() const;
+    [[nodiscard]] bool refusedForErrors() const;
+    [[nodiscard]] bool stepRefusedForErrors(int row) const;
+    void refuse(const prog::Findings& errors) const;
 
     ProgramTable* table_;
+    lumo::ProgramCheck* check_;
     QWidget* page_;
     QString filePath_;
     QVector<Action> pending_;  ///< to be performed from the event loop

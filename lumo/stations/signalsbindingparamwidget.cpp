@@ -1,14 +1,17 @@
 #include "stations/signalsbindingparamwidget.h"
 
+#include "files/projectcheck.h"
 #include "files/projectfile.h"
 #include "files/settingsfile.h"
 #include "program/words.h"
 #include "stations/stationtable.h"
 #include "ui_signalsbindingparamwidget.h"
+#include "widgets/findingtext.h"
 #include "widgets/messagebox.h"
 #include "widgets/projectchooser.h"
 #include "widgets/signalselector.h"
 
+#include <QFile>
 #include <QFileDialog>
 #include <QRegularExpressionValidator>
 #include <QTableWidget>
@@ -157,6 +160,11 @@ void SignalsBindingParamWidget::accept() {
         emit cancelBtnClicked();
         return;
     }
+    // The file may have changed since it was chosen. One that is not there yet may come before the start.
+    const QString project = ui_->lblProject->text();
+    if (QFile::exists(project) && refusedProject(project)) {
+        return;
+    }
     save();
     if (isNew_) {
         appendStationRow(table_);
@@ -187,11 +195,26 @@ void SignalsBindingParamWidget::projectSelected(const QString& path) {
     fileDialog_->disconnect(this);
     logW() << "SignalsBindingParamWidget::SignalsBindingParamWidget QFileDialog::fileSelected filename ="
            << path;
-    const QString fileName = path.section(QLatin1Char('/'), -1);
-    // At the start the name would mean the settings file in the working directory.
-    if (!readStationProject(path) || isSettingsFile(fileName)) {
-        showMessage(QMessageBox::Warning, tr("提示"), tr("该文件不能用作工位的工程：%1").arg(fileName));
-        return;
+    if (!refusedProject(path)) {
+        showProject(path.section(QLatin1Char('/'), -1));
     }
-    showProject(fileName);
+}
+
+/// Tells why a file cannot be the project of a station.
+bool SignalsBindingParamWidget::refusedProject(const QString& path) {
+    const QString fileName = path.section(QLatin1Char('/'), -1);
+    const std::optional<Project> project = readStationProject(path);
+    // At the start the name would mean the settings file in the working directory.
+    if (!project || isSettingsFile(fileName)) {
+        showMessage(QMessageBox::Warning, tr("提示"), tr("该文件不能用作工位的工程：%1").arg(fileName));
+        return true;
+    }
+    const Findings findings = checkProject(*project);
+    if (firstError(findings)) {
+        showMessage(
+            QMessageBox::Warning, tr("提示"),
+            tr("工程 %1 有错误，不能用于工位。").arg(fileName) + QLatin1Char('\n') + refusalText(findings));
+        return true;
+    }
+    return false;
 }

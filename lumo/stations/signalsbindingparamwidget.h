@@ -19,7 +19,8 @@ class SignalSelector;
 }
 
 /// The page on which one station is added or edited. OK stores the station and the stations' file, and shows
-/// the station in the table of the stations' page. Cancel changes nothing.
+/// the station in the table of the stations' page. A project with errors is refused when it is chosen, and by
+/// OK. Cancel changes nothing.
 class SignalsBindingParamWidget final : public QWidget {
     Q_OBJECT
 public:
@@ -53,6 +54,7 @@ private:
     [[nodiscard]] lumo::SignalSelector* selector(lumo::StationSignal which) const;
     void chooseProject();
     void projectSelected(const QString& path);
+    [[nodiscard]] static bool refusedProject(const QString& path);
     void showProject(const QString& fileName);
     void accept();
 

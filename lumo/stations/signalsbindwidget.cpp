@@ -1,6 +1,7 @@
 #include "stations/signalsbindwidget.h"
 
 #include "executor/lumoexecutor.h"
+#include "files/projectcheck.h"
 #include "files/projectfile.h"
 #include "files/settingsfile.h"
 #include "files/stationrun.h"
@@ -8,6 +9,7 @@
 #include "program/words.h"
 #include "stations/stationtable.h"
 #include "ui_signalsbindwidget.h"
+#include "widgets/findingtext.h"
 #include "widgets/messagebox.h"
 
 #include <QCoreApplication>
@@ -210,11 +212,25 @@ void SignalsBindWidget::execProject() {
     if (!self || !queue_.isFirst(id)) {
         return;
     }
-    if (!project) {
+    if (!project || refusedForErrors(*project)) {
         giveUpFirst();
     } else if (closeBeforeStart(id)) {
         serve(*project);
     }
+}
+
+/// Whether the first project has errors; tells the first of them.
+bool SignalsBindWidget::refusedForErrors(const Project& project) const {
+    const Findings findings = checkProject(project);
+    if (!firstError(findings)) {
+        return false;
+    }
+    const StationQueue::Entry& entry = queue_.first();
+    const QString station = stationAt(entry.stations.first().row)->c(field::stationName)->getString();
+    showMessage(QMessageBox::Warning, tr("提示"),
+                tr("工位 %1：工程 %2 有错误，未启动。").arg(station, entry.project) + QLatin1Char('\n') +
+                    refusalText(findings));
+    return true;
 }
 
 /// Pauses before a start, which does a closing. False when nothing may start now: the closing can take

@@ -40,7 +40,7 @@ public:
     void checkDIStatus(const QString& phase);
     void checkDI2Status(const QString& phase);
     /// Starts the first waiting project, unless something runs or moves, or a stop input is at its triggering
-    /// level. Returns when its run is over.
+    /// level. One that cannot be read or has errors is told and dropped. Returns when its run is over.
     void execProject();
     /// Switches a station's start or stop output.
     void setDoPort(int row, bool on);
@@ -72,6 +72,7 @@ private:
     [[nodiscard]] int selectedRow() const;
     [[nodiscard]] bool canServe();
     [[nodiscard]] bool firstRuns() const;
+    [[nodiscard]] bool refusedForErrors(const lumo::Project& project) const;
     [[nodiscard]] bool closeBeforeStart(int id);
     void serve(const lumo::Project& project);
     void endServing();

@@ -13,14 +13,13 @@ QString text(const Position& place) {
     return QString("%1 %2").arg(qRound64(place.x * 1000)).arg(qRound64(place.y * 1000));
 }
 
-/// "LINE SHAPE from > to length ~ where the corner ends", with w for a weld and ! for what cannot be moved.
+/// "LINE SHAPE from > to length ~ where the corner ends", with w for a weld.
 QString text(const app::PathMove& move) {
     static const char* const shapes[] = {"joint", "line", "arc", "circle"};
     const QString path = text(move.path.front()) + " > " + text(move.path.back());
     const QString length = QString::number(app::lengthOf(move.path) * 1000, 'f', 1);
     return QString("%1 %2 %3 %4").arg(move.line).arg(shapes[int(move.shape)], path, length) +
-           (move.corner.empty() ? "" : " ~ " + text(move.corner.back())) + (move.weld ? " w" : "") +
-           (move.impossible ? " !" : "");
+           (move.corner.empty() ? "" : " ~ " + text(move.corner.back())) + (move.weld ? " w" : "");
 }
 
 /// "TYPE X Y [X1 Y1] ['field':value]…" as a statement.
@@ -84,8 +83,7 @@ private slots:
              "1 arc 700 0 > 600 -100 471.2"},  // the long way round
             {"moveCC 600 100 700 0; moveL 500 50", "0 circle 500 0 > 500 0 628.3",
              "1 line 500 0 > 500 50 50.0"},
-            {"moveCC 600 0.5 700 0", "0 circle 500 0 > 700 0 200.0 !"},
-            {"moveL 500 0; moveJ 600 0", "0 line 500 0 > 500 0 0.0", "1 joint 500 0 > 600 0 100.0 !"},
+            {"moveL 500 0; moveJ 600 0", "0 line 500 0 > 500 0 0.0", "1 joint 500 0 > 600 0 100.0"},
         };
         for (const QStringList& row : rows) {
             QStringList path = {row[0]};

@@ -1,4 +1,7 @@
 #include "editorfixture.h"
+#include "support/language.h"
+
+#include <QListWidget>
 
 /// The editor's run buttons, and what stands above the table of the next start and of the program's file.
 class TestRunControls : public EditorTest {
@@ -7,6 +10,7 @@ class TestRunControls : public EditorTest {
     const QByteArray seam_ = "moveL; open 0 weldspeed=20; moveL to=1,0,0; moveL; close";
     const QString stored_ = "已保存", changed_ = "有未保存的更改";
 
+    void load(const QByteArray& program) { bench.loadSound(program); }
     QString startText() const { return find<QLabel>("lblStart")->text(); }
     QString storedText() {
         bench.time.advance(1000);
@@ -62,6 +66,55 @@ private slots:
             QCOMPARE(boxes().size(), lines.startsWith("moveL") ? 0 : 1);
             QCOMPARE(isSaved(), lines.startsWith("moveL"));
         }
+    }
+
+    /// After the questions; of a step only what its own line holds.
+    void errors_refuseTheStart_andAreTold() {
+        const Language chinese("cn");
+        load("moveL; open weldspeed=0; moveL to=0.1,0,0 speed=0; close; moveL to=0,0.1,0");
+        const QString first = "第 2 行：焊接速度为 0 mm/s；请输入大于 0 的焊接速度。\n另有 1 个错误。";
+        act("btnStart");
+        QCOMPARE(boxes(), QStringList{first});
+        QCOMPARE(selected(), 1);
+        closeBoxes();
+        act("4 btnStart");
+        answerBox(true);
+        QCOMPARE(boxes(), QStringList{first});
+        closeBoxes();
+        QVERIFY(!isSaved() && bench.resumeLine() == 0);
+        act("2 btnRunOnce");
+        QCOMPARE(boxes(), QStringList{"第 3 行：速度为 0 mm/s；请输入大于 0 的速度。"});
+        QCOMPARE(bench.robot.log(), QStringList());
+        closeBoxes();
+        act("4 btnRunOnce");
+        QCOMPARE(boxes(), QStringList());
+        QVERIFY(!bench.robot.log().isEmpty());
+    }
+
+    void warnings_areCountedAndListed_andStart() {
+        const Language chinese("cn");
+        const auto* const list = find<QListWidget>("lstFindings");
+        const auto counted = [this] {
+            bench.time.advance(500);
+            return find("btnFindings")->isVisible() ? find("btnFindings")->accessibleName() : QString();
+        };
+        load("delay 100; open; close; delay 100");
+        QCOMPARE(counted(), QString("1 个警告"));
+        act("btnFindings");
+        QCOMPARE(list->item(0)->text(),
+                 QString("第 2 行：在第 3 行停止焊接之前没有任何运动\n请删除这两行，或添加焊缝"));
+        program()->remove(this, "#0");
+        QVERIFY(list->item(0)->text().startsWith("第 1 行"));  // before the next check
+        table()->moveStatement(this, 0, 1);
+        QVERIFY(list->item(0)->text().startsWith("第 2 行"));
+        table()->moveStatement(this, 1, 0);
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualItemRect(list->item(0)).center());
+        QCOMPARE(qMakePair(list->isVisible(), selected()), qMakePair(false, 0));
+        act("btnStart");
+        QCOMPARE(boxes(), QStringList());
+        QCOMPARE(bench.resumeLine(), 2);
+        load("delay 100");
+        QCOMPARE(counted(), QString());
     }
 
     void startFromAnotherRow_isConfirmed() {

@@ -55,7 +55,7 @@ class TestRandomClicks : public QObject {
             [&] { bench_.robot.setPower("off"); },
             [&] { bench_.robot.setMode("manual"); },
             [&] {
-                isIdle() ? bench_.load(program_) : bench_.robot.standAt({0.5, 0.0, 0.0});
+                isIdle() ? bench_.loadSound(program_) : bench_.robot.standAt({0.5, 0.0, 0.0});
             },
             [&] { bench_.robot.codes.fill(code, 3); },
             [&] { bench_.makePage(); },
@@ -129,8 +129,8 @@ private slots:
                 "  'DI2':'DI14','type2':'上升沿','DI2_type':'IO'},"
                 " {'filePath':'seam.json','time':'50','DI':'DI5','type':'上升沿','DI_type':'IO'}]");
             m("lumo.signalsConfig")->loadJson(this, stations);
-            bench_.load(program_);
-            test::writeFile("P1.json", test::quoted("[{'type':'open','index':0},{'type':'close'}]"));
+            bench_.loadSound(program_);
+            test::writeFile("P1.json", test::quoted("[{'type':'open','weldspeed':9},{'type':'close'}]"));
             LumoWidget::filePath = "seam.json";
             isEnable_moveorder = true;
             bench_.makePage();

@@ -90,14 +90,20 @@ private slots:
         writeFile("parts/left.json", contentOf("P1.json"));
         writeFile("parts/lumo_port.json", "[]");  // its name would mean the one in the working directory
         writeFile("strange.json", quoted("[{'type':'moveX'}]"));
+        writeFile("faulty.json", quoted("[{'type':'moveL'}]"));
         bench_.clickRow(0, "btnEdit");
-        for (const QString file : {"parts/left.json", "parts/lumo_port.json", "strange.json"}) {
+        for (const QString file :
+             {"parts/left.json", "parts/lumo_port.json", "strange.json", "faulty.json"}) {
             bench_.click("btnOpen");
             bench_.answerFile(QDir().absoluteFilePath(file));
             QCOMPARE(child<QLabel>(page(), "lblProject")->text(), "left.json");
             QCOMPARE(boxes().size(), file == "parts/left.json" ? 0 : 1);
             closeBoxes();
         }
+        writeFile("left.json", contentOf("faulty.json"));
+        bench_.click("okayBtn");
+        QCOMPARE(boxes().size(), 1);
+        QFile::remove("left.json");
         bench_.click("okayBtn");
         QCOMPARE(records()->c(0)->c("filePath")->getString() + bench_.cell(0, 2), "left.jsonleft.json");
     }

@@ -1,5 +1,6 @@
 #include "files/projectfile.h"
 #include "stations/stationbench.h"
+#include "support/language.h"
 #include "support/suite.h"
 
 using namespace test;
@@ -81,6 +82,10 @@ private slots:
         row("damaged project", "BAD P2", "50 +DI1 | 1100 ~DI2 | 1150 -DI1 | 1500 ~DI1",
             "100 +DO1 1:asked | 200 BAD.json! -DO1 1:over | 1100 +DO2 2:asked | 1200 pause 2:runs | 1500 "
             "+DO1 1:asked | 1700 -DO2 2:over | 1800 BAD.json! -DO1 1:over");
+        row("project with an error", "FAULTY P2", "50 +DI1 | 1100 ~DI2 | 1150 -DI1",
+            "100 +DO1 1:asked | 200 -DO1 1:over | 1100 +DO2 2:asked | 1200 pause 2:runs | 1700 -DO2 2:over "
+            "[工位 S1：工程 FAULTY.json 有错误，未启动。\n第 1 行：焊接速度为 0 mm/s；请输入大于 0 "
+            "的焊接速度。]");
         row("no power", "P1", "0 power off | 50 +DI1 | 450 -DI1",
             "100 +DO1 1:asked | 200 +DO1 pause -DO1 1:over [机器人未上电]");
         for (const char* const file : {"NONE", "STRANGE", "lumo_port"}) {
@@ -116,7 +121,9 @@ private slots:
         QFETCH(QByteArray, fields);
         const QString toolset = text(m("lumo.toolset"));
         bench_.renew(projects, fields);
+        const Language chinese("cn");
         writeFile("BAD.json", "[{");
+        writeFile("FAULTY.json", quoted("[{'type':'open','index':0,'weldspeed':0},{'type':'close'}]"));
         writeFile("STRANGE.json", quoted("[{'end':{'name':'torch 2'}},{'type':'delay'},{'type':'moveX'}]"));
         writeFile("lumo_port.json", contentOf("P1.json"));
         QVERIFY(sameLog(bench_.play(script).split(" | "), told.split(" | ")));

@@ -54,6 +54,28 @@ QJsonObject statementOf(const QString& text) {
     return statement;
 }
 
+QJsonArray statementsOf(const QByteArray& program) {
+    if (program.trimmed().startsWith('[')) {
+        return json(program).toArray();
+    }
+    QJsonArray statements;
+    for (const QString& statement : QString(program).split(';', Qt::SkipEmptyParts)) {
+        statements.append(statementOf(statement));
+    }
+    return statements;
+}
+
+/// A record with the fields of `standard` that it lacks, also in its maps.
+QJsonObject completed(QJsonObject record, const QJsonObject& standard) {
+    for (auto field = standard.begin(); field != standard.end(); ++field) {
+        const QJsonValue own = record.value(field.key());
+        record[field.key()] = own.isObject()      ? completed(own.toObject(), field->toObject())
+                              : own.isUndefined() ? QJsonValue(*field)
+                                                  : own;
+    }
+    return record;
+}
+
 }  // namespace
 
 ExecutorBench::ExecutorBench() : time(*sim::VirtualTime::instance()) {
@@ -91,12 +113,21 @@ void ExecutorBench::reset() {
 }
 
 void ExecutorBench::load(const QByteArray& program) {
-    QJsonArray statements;
-    if (program.trimmed().startsWith('[')) {
-        statements = json(program).toArray();
-    } else {
-        for (const QString& statement : QString(program).split(';', Qt::SkipEmptyParts)) {
-            statements.append(statementOf(statement));
+    m("lumo.program")->loadJson(this, statementsOf(program));
+}
+
+void ExecutorBench::loadSound(const QByteArray& program) {
+    const QJsonObject move = json(
+                                 "{'point':{'trans':[0,0,0],'rot':[0,0,0],'near':[0,0,0,0,0,0]},'speed':50,"
+                                 "'zone':0,'toolset':{}}")
+                                 .toObject();
+    QJsonArray statements = statementsOf(program);
+    for (QJsonValueRef statement : statements) {
+        const QString type = statement.toObject().value("type").toString();
+        if (type.startsWith("move")) {
+            statement = completed(statement.toObject(), move);
+        } else if (type == "open") {
+            statement = completed(statement.toObject(), {{"index", 0}, {"weldspeed", 20}});
         }
     }
     m("lumo.program")->loadJson(this, statements);

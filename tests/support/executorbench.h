@@ -27,6 +27,9 @@ public:
     /// delay 300; open 1; setDO DO1; waitDI DI1". A word without "=" is the statement's main field, "off"
     /// means not executed; other fields are missing.
     void load(const QByteArray& program);
+    /// The same, with what a check asks of moves and starts of welding where they lack it: taught points with
+    /// orientation and joints, and speeds.
+    void loadSound(const QByteArray& program);
     /// Sets a field of parameter set `index`, which is made as a copy of the first if missing.
     void setParam(const char* field, double value, int index = 0);
     static void enablePort(int port, bool on) { m("lumo.port")->c(port)->set(nullptr, "enable", on); }

@@ -6,12 +6,11 @@
 
 namespace test {
 
-/// Installs the package's catalogue of a language during its lifetime; "cn" needs none.
+/// Installs the package's catalogue of a language during its lifetime.
 class Language {
 public:
     explicit Language(const QString& name) {
-        if (name != QLatin1String("cn") &&
-            catalogue_.load(QStringLiteral(":/lumo/language/lumo_%1.qm").arg(name))) {
+        if (catalogue_.load(QStringLiteral(":/lumo/language/lumo_%1.qm").arg(name))) {
             QCoreApplication::installTranslator(&catalogue_);
         }
     }

@@ -33,6 +33,13 @@ void batch(Scene& s, const char* button) {
     press(s, "multiBtn");
 }
 
+/// A program with errors and warnings, after it was checked.
+void openFaulty(Scene& s) {
+    s.openProject(QStringLiteral("faulty.json"));
+    s.settle();
+    s.selectRow(table, MoveL);
+}
+
 void parameters(Scene& s) {
     press(s, "btnParamCfg");
 }
@@ -119,6 +126,18 @@ const Stop editorRows[] = {
     {"editor_several", [](Scene& s) { batch(s, nullptr); }},
     {"editor_several_speed", [](Scene& s) { batch(s, "speedBtn"); }},
     {"editor_several_zone", [](Scene& s) { batch(s, "turningBtn"); }},
+    {"editor_findings",
+     [](Scene& s) {
+         openFaulty(s);
+         s.shoot();
+     }},
+    {"editor_findings_list",
+     [](Scene& s) {
+         openFaulty(s);
+         press(s, "btnFindings");
+         s.shoot();
+         press(s, "btnCloseFindings");
+     }},
     {"editor_jump_too_far",
      [](Scene& s) {
          s.openProject(sampleFile);
@@ -134,6 +153,13 @@ const Stop runs[] = {
     {"run_unpaired",
      [](Scene& s) {
          s.openProject(QStringLiteral("unpaired.json"));
+         press(s, "btnStart");
+         s.shoot();
+     }},
+    {"run_errors",
+     [](Scene& s) {
+         openFaulty(s);
+         press(s, "btnReset");
          press(s, "btnStart");
          s.shoot();
      }},

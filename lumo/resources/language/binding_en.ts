@@ -87,6 +87,10 @@
         <source>默认行禁止删除</source>
         <translation>The default line cannot be deleted</translation>
     </message>
+    <message>
+        <source>工位 %1：工程 %2 有错误，未启动。</source>
+        <translation>Station %1: the project %2 has errors and was not started.</translation>
+    </message>
 </context>
 <context>
     <name>SignalsBindingParamWidget</name>
@@ -185,6 +189,10 @@
     <message>
         <source>停止: </source>
         <translation>Stop: </translation>
+    </message>
+    <message>
+        <source>工程 %1 有错误，不能用于工位。</source>
+        <translation>The project %1 has errors and cannot be used for a station.</translation>
     </message>
 </context>
 </TS>

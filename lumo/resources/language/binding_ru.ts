@@ -87,6 +87,10 @@
         <source>默认行禁止删除</source>
         <translation>Стандартную строку удалить нельзя</translation>
     </message>
+    <message>
+        <source>工位 %1：工程 %2 有错误，未启动。</source>
+        <translation>Пост %1: в проекте %2 есть ошибки, он не запущен.</translation>
+    </message>
 </context>
 <context>
     <name>SignalsBindingParamWidget</name>
@@ -185,6 +189,10 @@
     <message>
         <source>停止: </source>
         <translation>Стоп: </translation>
+    </message>
+    <message>
+        <source>工程 %1 有错误，不能用于工位。</source>
+        <translation>В проекте %1 есть ошибки, для поста его выбрать нельзя.</translation>
     </message>
 </context>
 </TS>

@@ -375,4 +375,106 @@
         <translation>Unsaved changes</translation>
     </message>
 </context>
+<context>
+    <name>lumo::FindingText</name>
+    <message>
+        <source>点位</source>
+        <translation>Point</translation>
+    </message>
+    <message>
+        <source>第二个点位</source>
+        <translation>Second point</translation>
+    </message>
+    <message>
+        <source>速度</source>
+        <translation>Velocity</translation>
+    </message>
+    <message>
+        <source>转弯区</source>
+        <translation>Radius</translation>
+    </message>
+    <message>
+        <source>焊接速度</source>
+        <translation>Welding velocity</translation>
+    </message>
+    <message>
+        <source>工艺参数</source>
+        <translation>Welding parameters</translation>
+    </message>
+    <message>
+        <source>激光功率</source>
+        <translation>Laser power</translation>
+    </message>
+    <message>
+        <source>激光占空比</source>
+        <translation>Laser duty cycle</translation>
+    </message>
+    <message>
+        <source>延时</source>
+        <translation>Delay</translation>
+    </message>
+    <message>
+        <source>是否运行</source>
+        <translation>Enabled or not</translation>
+    </message>
+    <message>
+        <source>备注</source>
+        <translation>Remark</translation>
+    </message>
+    <message>
+        <source>%1；%2</source>
+        <translation>%1; %2</translation>
+    </message>
+    <message>
+        <source>第 %1 行：%2</source>
+        <translation>Line %1: %2</translation>
+    </message>
+    <message>
+        <source>%1。</source>
+        <translation>%1.</translation>
+    </message>
+    <message numerus="yes">
+        <source>另有 %n 个错误。</source>
+        <translation>
+            <numerusform>%n more error.</numerusform>
+            <numerusform>%n more errors.</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>错误</source>
+        <translation>Error</translation>
+    </message>
+    <message>
+        <source>警告</source>
+        <translation>Warning</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n 个错误</source>
+        <translation>
+            <numerusform>%n error</numerusform>
+            <numerusform>%n errors</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n 个警告</source>
+        <translation>
+            <numerusform>%n warning</numerusform>
+            <numerusform>%n warnings</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>，</source>
+        <translation>, </translation>
+    </message>
+</context>
+<context>
+    <name>lumo::FindingList</name>
+    <message numerus="yes">
+        <source>另有 %n 项</source>
+        <translation>
+            <numerusform>and %n more</numerusform>
+            <numerusform>and %n more</numerusform>
+        </translation>
+    </message>
+</context>
 </TS>

@@ -375,4 +375,110 @@
         <translation>Не сохранено</translation>
     </message>
 </context>
+<context>
+    <name>lumo::FindingText</name>
+    <message>
+        <source>点位</source>
+        <translation>Точка</translation>
+    </message>
+    <message>
+        <source>第二个点位</source>
+        <translation>Вторая точка</translation>
+    </message>
+    <message>
+        <source>速度</source>
+        <translation>Скорость</translation>
+    </message>
+    <message>
+        <source>转弯区</source>
+        <translation>Радиус сглаживания</translation>
+    </message>
+    <message>
+        <source>焊接速度</source>
+        <translation>Скорость сварки</translation>
+    </message>
+    <message>
+        <source>工艺参数</source>
+        <translation>Параметры сварки</translation>
+    </message>
+    <message>
+        <source>激光功率</source>
+        <translation>Мощность лазера</translation>
+    </message>
+    <message>
+        <source>激光占空比</source>
+        <translation>Коэффициент заполнения</translation>
+    </message>
+    <message>
+        <source>延时</source>
+        <translation>Задержка</translation>
+    </message>
+    <message>
+        <source>是否运行</source>
+        <translation>Вкл. / выкл.</translation>
+    </message>
+    <message>
+        <source>备注</source>
+        <translation>Примечание</translation>
+    </message>
+    <message>
+        <source>%1；%2</source>
+        <translation>%1; %2</translation>
+    </message>
+    <message>
+        <source>第 %1 行：%2</source>
+        <translation>Строка %1: %2</translation>
+    </message>
+    <message>
+        <source>%1。</source>
+        <translation>%1.</translation>
+    </message>
+    <message numerus="yes">
+        <source>另有 %n 个错误。</source>
+        <translation>
+            <numerusform>Ещё %n ошибка.</numerusform>
+            <numerusform>Ещё %n ошибки.</numerusform>
+            <numerusform>Ещё %n ошибок.</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>错误</source>
+        <translation>Ошибка</translation>
+    </message>
+    <message>
+        <source>警告</source>
+        <translation>Предупреждение</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n 个错误</source>
+        <translation>
+            <numerusform>%n ошибка</numerusform>
+            <numerusform>%n ошибки</numerusform>
+            <numerusform>%n ошибок</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n 个警告</source>
+        <translation>
+            <numerusform>%n предупреждение</numerusform>
+            <numerusform>%n предупреждения</numerusform>
+            <numerusform>%n предупреждений</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>，</source>
+        <translation>, </translation>
+    </message>
+</context>
+<context>
+    <name>lumo::FindingList</name>
+    <message numerus="yes">
+        <source>另有 %n 项</source>
+        <translation>
+            <numerusform>и ещё %n</numerusform>
+            <numerusform>и ещё %n</numerusform>
+            <numerusform>и ещё %n</numerusform>
+        </translation>
+    </message>
+</context>
 </TS>
