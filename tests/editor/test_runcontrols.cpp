@@ -206,7 +206,7 @@ private slots:
         QSignalSpy apply(page.get(), &ProgramWidget::updateUItoolwobj);
         bench.robot.mark();
         act("3 btnRunOnce");
-        QVERIFY(sameLog(bench.robot.log(), {"0 move.reset", "0 move.l 0 0", "0 move.opr.enough"}));
+        QVERIFY(sameLog(bench.robot.log(), {"0 move.reset", "0 move.l 0.05 0", "0 move.opr.enough"}));
         QCOMPARE(apply.count(), 1);
         QVERIFY(!bench.weldFlag() && !isSaved());
         QCOMPARE(marked(), -1);
