@@ -98,7 +98,7 @@ void PathPage::followEditor(const QWidget* editor) {
 }
 
 void PathPage::onFindings() {
-    if (isVisible() && !showsStation_) {
+    if (isVisible() && impossibleLines() != impossible_) {
         layOut();
     }
 }
@@ -134,7 +134,8 @@ bool PathPage::stationRuns() const {
 void PathPage::layOut() {
     showsStation_ = stationRuns();
     const prog::RunProgram program(showsStation_ ? m(prog::key::stationProgram) : program_.program());
-    view_->setMoves(layOutPath(program, arm_, postureNow(), impossibleLines()));
+    impossible_ = impossibleLines();
+    view_->setMoves(layOutPath(program, arm_, postureNow(), impossible_));
     showSelection();
 }
 

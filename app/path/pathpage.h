@@ -53,6 +53,7 @@ private:
     sim::Arm arm_;
     QPointer<const QWidget> editor_;
     QPointer<const QAbstractItemView> table_;
+    QSet<int> impossible_;  ///< lines as they are drawn
     PathView* view_;
     QLabel* selection_;
     QLabel* seam_;

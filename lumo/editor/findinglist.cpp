@@ -88,9 +88,9 @@ void FindingList::toggle() {
         return;
     }
     fill();
-    place();
-    show();
+    show();  // before it is placed: hidden rows have no sizes
     raise();
+    place();
     rows_->setFocus();
 }
 
@@ -128,7 +128,7 @@ void FindingList::add(const Finding& finding) {
         new QListWidgetItem(markIcon(finding.severity, markEdge), findingAtLine(finding), rows_);
     const QString remedy = findingRemedy(finding);
     if (!remedy.isEmpty()) {
-        row->setText(row->text() + QLatin1Char('\n') + remedy);
+        row->setText(row->text() + QLatin1Char('\n') + remedy.left(1).toUpper() + remedy.mid(1));
     }
     row->setData(lineRole, finding.line);
     row->setData(Qt::AccessibleTextRole, severityWord(finding.severity) + QStringLiteral(": ") + row->text());

@@ -88,6 +88,10 @@
         <translation>请更正该项</translation>
     </message>
     <message>
+        <source>choose another input</source>
+        <translation>请选择其他输入</translation>
+    </message>
+    <message>
         <source>the data tree has nothing at &quot;%1&quot;</source>
         <translation>数据树中没有“%1”</translation>
     </message>
@@ -370,10 +374,6 @@
     <message>
         <source>the controller has no input %1</source>
         <translation>控制器没有输入 %1</translation>
-    </message>
-    <message>
-        <source>choose another input</source>
-        <translation>请选择其他输入</translation>
     </message>
     <message>
         <source>no input is chosen</source>

@@ -88,6 +88,10 @@
         <translation>исправьте запись</translation>
     </message>
     <message>
+        <source>choose another input</source>
+        <translation>выберите другой вход</translation>
+    </message>
+    <message>
         <source>the data tree has nothing at &quot;%1&quot;</source>
         <translation>в дереве данных нет «%1»</translation>
     </message>
@@ -370,10 +374,6 @@
     <message>
         <source>the controller has no input %1</source>
         <translation>у контроллера нет входа %1</translation>
-    </message>
-    <message>
-        <source>choose another input</source>
-        <translation>выберите другой вход</translation>
     </message>
     <message>
         <source>no input is chosen</source>
