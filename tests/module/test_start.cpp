@@ -6,6 +6,7 @@
 #include "mendo/creatormanager.h"
 #include "module/globals.h"
 #include "panel/lumowidget.h"
+#include "program/finding.h"
 #include "support/ports.h"
 #include "support/suite.h"
 #include "support/text.h"
@@ -61,6 +62,25 @@ class TestStart : public QObject {
     }
 
 private slots:
+    /// Every place of an argument is there in every language.
+    void wordsOfFindings_areTranslated() {
+        const auto places = [](const QString& text) {
+            QString found;
+            for (int number = 1; number < 10; ++number) {
+                found += QString::number(text.count(QString("%%1").arg(number)));
+            }
+            return found;
+        };
+        for (const QString language : {"cn", "ru"}) {
+            QTranslator catalogue;
+            QVERIFY(catalogue.load(QString(":/lumo/language/lumo_%1.qm").arg(language)));
+            for (const char* const words : prog::findingWords()) {
+                QVERIFY2(places(catalogue.translate("Finding", words)) == places(words), words);
+                QVERIFY2(!catalogue.translate("Finding", words).isEmpty(), words);
+            }
+        }
+    }
+
     void initTestCase() {
         mendo::LogHub::instance()->setConsole(false);
         kordservice();  // creates the nodes that packages need

@@ -100,6 +100,14 @@
         <translation>请更正路径</translation>
     </message>
     <message>
+        <source>there is no file %1</source>
+        <translation>没有文件 %1</translation>
+    </message>
+    <message>
+        <source>correct the name</source>
+        <translation>请更正名称</translation>
+    </message>
+    <message>
         <source>mend or replace the file</source>
         <translation>请修复或更换文件</translation>
     </message>

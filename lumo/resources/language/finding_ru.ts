@@ -100,6 +100,14 @@
         <translation>исправьте путь</translation>
     </message>
     <message>
+        <source>there is no file %1</source>
+        <translation>файла %1 нет</translation>
+    </message>
+    <message>
+        <source>correct the name</source>
+        <translation>исправьте имя</translation>
+    </message>
+    <message>
         <source>mend or replace the file</source>
         <translation>исправьте или замените файл</translation>
     </message>
