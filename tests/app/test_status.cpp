@@ -108,8 +108,9 @@ private slots:
         test::closeBoxes();
         QCOMPARE(shown(0, {{50, pause}}), well + "Paused at line 1");
         forgetPause();
+        load("lumo.program", "[{'type':'moveX'}]");
         pass(500);
-        QCOMPARE(line(3), "⚠ " + well + "No program runs|Program: 3 errors, 2 warnings");
+        QCOMPARE(line(3), "⚠ " + well + "No program runs|Program: 1 error");
     }
 
     /// Opening: 300 ms of gas, 100 ms of dwell. Closing: 200 ms of ramp, 100 ms of delay, 500 ms of gas. The
