@@ -27,6 +27,9 @@ enum I_PORT {
 
 namespace prog {
 
+/// The register value of an analogue output at 100 %.
+constexpr double analogueFullScale = 32767.0;
+
 constexpr int portCount = AO_LASER_DUTY_CYCLE + 1;
 
 /// What a port's state says about the cell.

@@ -94,6 +94,22 @@ void Cell::update() {
     emit emittingChanged(on);
 }
 
+const Wiring& Cell::wiring() const {
+    return d_->wiring;
+}
+
+QStringList Cell::equipment() {
+    QStringList words;
+    for (const char* word : equipmentWords) {
+        words.append(QLatin1String(word));
+    }
+    return words;
+}
+
+QString Cell::inputOf(int equipment) {
+    return signalName(equipment);
+}
+
 bool Cell::setFault(const QString& name, bool faulty) {
     for (size_t i = 0; i < equipmentWords.size(); ++i) {
         if (name != QLatin1String(equipmentWords[i])) {

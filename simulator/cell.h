@@ -2,6 +2,7 @@
 
 #include <QObject>
 #include <QString>
+#include <QStringList>
 
 #include <memory>
 
@@ -26,8 +27,13 @@ public:
     Cell(Controller* controller, const Wiring& wiring, QObject* parent = nullptr);
     ~Cell() override;
 
-    /// `name` is laser, head, chiller, gas or temperature. A fault makes the input false; a fault of laser,
-    /// head or chiller also switches the source off. False for an unknown name.
+    const Wiring& wiring() const;
+    /// The equipment that can have a fault: laser, head, chiller, gas, temperature.
+    static QStringList equipment();
+    /// The input of a position in equipment(), true while it is ready.
+    static QString inputOf(int equipment);
+    /// `name` is one of equipment(). A fault makes its input false; a fault of laser, head or chiller also
+    /// switches the source off. False for an unknown name.
     bool setFault(const QString& name, bool faulty);
 
     bool emitting() const;

@@ -1,5 +1,7 @@
 #include "app/cell/signalbutton.h"
 
+#include "program/ports.h"
+
 #include <QPainter>
 #include <QVariant>
 
@@ -7,7 +9,6 @@ namespace app {
 
 namespace {
 
-constexpr double fullScale = 32767;
 constexpr int inputHeight = 48;
 constexpr int outputHeight = 36;
 constexpr int analogueHeight = 48;
@@ -63,7 +64,7 @@ QString SignalButton::valueText() const {
     if (!analogue_) {
         return on_ ? QStringLiteral("1") : QStringLiteral("0");
     }
-    return QStringLiteral("%1 %").arg(QString::number(number_ / fullScale * 100, 'f', 1));
+    return QStringLiteral("%1 %").arg(QString::number(number_ / prog::analogueFullScale * 100, 'f', 1));
 }
 
 QSize SignalButton::sizeHint() const {
@@ -142,7 +143,7 @@ void SignalButton::paintLamp(QPainter* painter, const QRect& area) const {
 void SignalButton::paintBar(QPainter* painter) const {
     const QRectF track(margin, height() - bar - 4, width() - 2 * margin, bar);
     QRectF filled = track;
-    filled.setWidth(track.width() * qBound(0.0, number_ / fullScale, 1.0));
+    filled.setWidth(track.width() * qBound(0.0, number_ / prog::analogueFullScale, 1.0));
     painter->setPen(Qt::NoPen);
     painter->setBrush(trackColour);
     painter->drawRoundedRect(track, 2, 2);

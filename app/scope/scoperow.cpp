@@ -1,7 +1,7 @@
 #include "app/scope/scoperow.h"
 
 #include "mendo/modulemanager.h"
-#include "program/words.h"
+#include "program/ports.h"
 
 #include <algorithm>
 #include <set>
@@ -9,8 +9,6 @@
 namespace app {
 
 namespace {
-
-constexpr double fullScale = 32767;
 
 ScopeRow rowOf(const workcell::CellSignals& cellSignals, int signal, const QString& label) {
     const workcell::CellSignal& source = cellSignals.all()[size_t(signal)];
@@ -21,14 +19,14 @@ ScopeRow rowOf(const workcell::CellSignals& cellSignals, int signal, const QStri
 }  // namespace
 
 double ScopeRow::level(double value) const {
-    return analogue ? std::clamp(value / fullScale, 0.0, 1.0) : value;
+    return analogue ? std::clamp(value / prog::analogueFullScale, 0.0, 1.0) : value;
 }
 
 QString ScopeRow::text(double value) const {
     if (!analogue) {
         return value != 0 ? QStringLiteral("1") : QStringLiteral("0");
     }
-    return QStringLiteral("%1 %").arg(QString::number(value / fullScale * 100, 'f', 1));
+    return QStringLiteral("%1 %").arg(QString::number(value / prog::analogueFullScale * 100, 'f', 1));
 }
 
 std::vector<ScopeRow> rowsOf(const workcell::CellSignals& cellSignals, const SignalRecord& record) {

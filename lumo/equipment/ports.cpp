@@ -11,8 +11,6 @@ using namespace prog;
 
 namespace {
 
-constexpr double fullScale = 32767.0;
-
 ModuleObject* portRow(I_PORT port) {
     return m(key::port)->c(static_cast<int>(port));
 }
@@ -107,7 +105,7 @@ double portPercent(I_PORT port) {
         return 0.0;
     }
     const QString path = mName(key::registerValues, portName(port), mIndex(0));
-    return kordservice()->dataNode(path)->getInt(0) / fullScale * 100.0;
+    return kordservice()->dataNode(path)->getInt(0) / analogueFullScale * 100.0;
 }
 
 int scaledFraction(double fraction) {
@@ -115,6 +113,6 @@ int scaledFraction(double fraction) {
         return 0;
     }
     using Register = std::numeric_limits<qint16>;
-    const double scaled = std::floor(fraction * fullScale + 0.5);
+    const double scaled = std::floor(fraction * analogueFullScale + 0.5);
     return static_cast<int>(std::clamp(scaled, double(Register::min()), double(Register::max())));
 }

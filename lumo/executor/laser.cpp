@@ -2,6 +2,7 @@
 
 #include "equipment/handlit.h"
 #include "equipment/ports.h"
+#include "program/permission.h"
 #include "program/words.h"
 
 #include <QScopedValueRollback>
@@ -28,11 +29,8 @@ qint64 nowMs() {
 }  // namespace
 
 bool weldingPermitted() {
-    const bool weld = m(key::weldSwitch)->getBool(true);
-    if (m(key::robotMode)->getString() == word::automatic) {
-        return weld;
-    }
-    return weld && m(key::handWeldSwitch)->getBool(false);
+    return prog::weldingPermitted(m(key::robotMode)->getString() == word::automatic,
+                                  m(key::weldSwitch)->getBool(true), m(key::handWeldSwitch)->getBool(false));
 }
 
 int rampStepMs() {

@@ -93,6 +93,10 @@ void SignalsBindWidget::quit() {
     dropQueue();
 }
 
+int SignalsBindWidget::running() const {
+    return firstRuns() ? queue_.first().stations.first().row : -1;
+}
+
 void SignalsBindWidget::fill() {
     const QList<ModuleObject*> stations = m(key::signalsConfig)->cmobjs();
     for (int row = 0; row < stations.size(); ++row) {

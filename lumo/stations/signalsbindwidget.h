@@ -29,11 +29,14 @@ class SignalsBindWidget final : public QWidget {
     Q_OBJECT
     /// Number of projects that wait for their start or run.
     Q_PROPERTY(int queued READ queued)
+    /// Row, from 0, of the station whose project is started or runs; -1: none.
+    Q_PROPERTY(int running READ running)
 public:
     explicit SignalsBindWidget(QWidget* parent = nullptr);
     ~SignalsBindWidget() override;
 
     [[nodiscard]] int queued() const { return queue_.size(); }
+    [[nodiscard]] int running() const;
 
     /// Samples all start inputs, or all stop inputs: "begin." takes the baselines, "end." acts on the
     /// triggers.
