@@ -19,6 +19,8 @@ namespace {
 
 using workcell::Option;
 
+const QString standardOutput = QStringLiteral("-");
+
 QString readOnOff(const QString& text, bool* value) {
     QString word;
     const QString reason = workcell::readWord(text, {QStringLiteral("on"), QStringLiteral("off")}, &word);
@@ -43,12 +45,21 @@ QString readFile(const QString& text, QString* path, QString* name) {
     return text.isEmpty() ? QStringLiteral("names no file") : QString();
 }
 
-QString readTrace(const QString& text, Options* o) {
-    const QString reason = readFile(text, &o->trace, &o->traceName);
-    if (text == QLatin1String("-")) {
-        o->trace = text;
+/// A file that is written; "-" for standard output.
+QString readOutput(const QString& text, QString* path, QString* name) {
+    const QString reason = readFile(text, path, name);
+    if (text == standardOutput) {
+        *path = text;
     }
     return reason;
+}
+
+QString readWatts(const QString& text, std::optional<double>* watts) {
+    bool isNumber = false;
+    const double number = text.toDouble(&isNumber);
+    *watts = number;
+    return isNumber && std::isfinite(number) && number > 0.0 ? QString()
+                                                             : QStringLiteral("is no number above 0");
 }
 
 QString readAxes(const QString& text, int* axes) {
@@ -116,7 +127,7 @@ std::vector<Option> outputOptions(Options* o) {
          [o](const QString& v) { return readNumber(v, 0, &o->untilMs); }},
         workcell::flag("realtime", "run at the pace of the wall clock", &o->realtime),
         {"trace", "FILE", "write the trace; \"-\" for standard output",
-         [o](const QString& v) { return readTrace(v, o); }},
+         [o](const QString& v) { return readOutput(v, &o->trace, &o->traceName); }},
         workcell::flag("posture", "trace the robot's posture: every 10 ms while it moves, at results",
                        &o->posture),
         {"vcd", "FILE", "write the signals as a value change dump",
@@ -129,10 +140,28 @@ std::vector<Option> outputOptions(Options* o) {
     };
 }
 
+/// The options about what a run proves.
+std::vector<Option> evidenceOptions(Options* o) {
+    return {
+        {"summary", "FILE", "write what the run did and welded, as JSON; \"-\" for standard output",
+         [o](const QString& v) { return readOutput(v, &o->summary, &o->summaryName); }},
+        {"limits", "FILE", "what the duration and the seams may be; else the exit status is 1",
+         [o](const QString& v) { return readFile(v, &o->limits, &o->limitsName); }},
+        {"junit", "FILE", "write the same as JUnit XML, a test case for each seam",
+         [o](const QString& v) { return readOutput(v, &o->junit, &o->junitName); }},
+        workcell::flag("strict", "exit status 1 when anything was not as the program says", &o->strict),
+        {"wiring", "FILE", "port file of the cell alone (default: that of the settings)",
+         [o](const QString& v) { return readFile(v, &o->wiring, &o->wiringName); }},
+        {"rated-power", "WATTS", "of the laser source at 100 %, for the heat of the seams",
+         [o](const QString& v) { return readWatts(v, &o->ratedWatts); }},
+    };
+}
+
 std::vector<Option> optionTable(Options* o) {
     std::vector<Option> table = runOptions(o);
-    const std::vector<Option> output = outputOptions(o);
-    table.insert(table.end(), output.begin(), output.end());
+    for (const std::vector<Option>& more : {evidenceOptions(o), outputOptions(o)}) {
+        table.insert(table.end(), more.begin(), more.end());
+    }
     return table;
 }
 
@@ -207,6 +236,30 @@ bool isSame(const QString& one, const QString& other) {
     return !a.exists && !b.exists && a.name == b.name;
 }
 
+/// A file that the runner writes.
+struct OutputFile {
+    const char* option;
+    QString file, name;
+
+    bool goesTo(const OutputFile& other) const {
+        const bool isStandard = file == standardOutput || other.file == standardOutput;
+        return isStandard ? file == other.file : isSame(file, other.file);
+    }
+};
+
+std::vector<OutputFile> outputFiles(const Options& o) {
+    std::vector<OutputFile> files;
+    for (const OutputFile& output : {OutputFile{"--trace", o.trace, o.traceName},
+                                     {"--vcd", o.vcd, o.vcdName},
+                                     {"--summary", o.summary, o.summaryName},
+                                     {"--junit", o.junit, o.junitName}}) {
+        if (!output.file.isEmpty()) {
+            files.push_back(output);
+        }
+    }
+    return files;
+}
+
 }  // namespace
 
 std::optional<Options> parseOptions(const QStringList& arguments, Problem* problem) {
@@ -246,30 +299,35 @@ QString usage() {
                "or bad input.\n");
 }
 
+bool Options::takesStandardOutput() const {
+    return trace == standardOutput || summary == standardOutput || junit == standardOutput;
+}
+
 QString outputFault(const Options& options, const QStringList& loaded) {
-    QStringList read;
-    if (!options.project.isEmpty()) {
-        read.append(options.project);
-    }
-    if (!options.scenario.isEmpty()) {
-        read.append(options.scenario);
+    QStringList read = loaded;
+    for (const QString& file : {options.project, options.scenario, options.limits, options.wiring}) {
+        if (!file.isEmpty()) {
+            read.append(file);
+        }
     }
     for (const QLatin1String settings : {prog::file::ports, prog::file::parameters, prog::file::stations}) {
         read.append(QDir(options.settings).filePath(settings));
     }
-    read += loaded;
-
-    const QString trace = options.trace == QLatin1String("-") ? QString() : options.trace;
-    for (const QString& file : read) {
-        if (!trace.isEmpty() && isSame(trace, file)) {
-            return QStringLiteral("--trace %1 would overwrite a file that is read").arg(options.traceName);
+    const std::vector<OutputFile> written = outputFiles(options);
+    for (std::size_t i = 0; i < written.size(); ++i) {
+        const QString option = QLatin1String(written[i].option);
+        for (const QString& file : read) {
+            if (written[i].file != standardOutput && isSame(written[i].file, file)) {
+                return QStringLiteral("%1 %2 would overwrite a file that is read")
+                    .arg(option, written[i].name);
+            }
         }
-        if (!options.vcd.isEmpty() && isSame(options.vcd, file)) {
-            return QStringLiteral("--vcd %1 would overwrite a file that is read").arg(options.vcdName);
+        for (std::size_t k = i + 1; k < written.size(); ++k) {
+            if (written[i].goesTo(written[k])) {
+                return QStringLiteral("%1 and %2 name the same file, %3")
+                    .arg(option, QLatin1String(written[k].option), written[k].name);
+            }
         }
-    }
-    if (!trace.isEmpty() && !options.vcd.isEmpty() && isSame(trace, options.vcd)) {
-        return QStringLiteral("--trace and --vcd name the same file, %1").arg(options.vcdName);
     }
     return {};
 }

@@ -33,11 +33,21 @@ struct Options {
     QString trace, traceName;  ///< "-" for standard output; empty: none
     bool posture = false;
     QString vcd, vcdName;
+    QString summary, summaryName;  ///< "-" for standard output; empty: none
+    QString junit, junitName;      ///< the same
+    QString limits, limitsName;
+    QString wiring, wiringName;  ///< port file of the cell; empty: that of the settings
+    std::optional<double> ratedWatts;
+    bool strict = false;
     bool quiet = false;
     std::vector<double> point;  ///< six numbers, mm and degrees; empty: not asked for
     bool help = false;
     bool version = false;
 
+    /// Whether the run is recorded as evidence.
+    bool isJudged() const { return strict || !summary.isEmpty() || !junit.isEmpty() || !limits.isEmpty(); }
+    /// Whether something other than progress and table goes to standard output.
+    bool takesStandardOutput() const;
     /// The folder in which the scenario's projects are looked for.
     QString folder() const;
 };
@@ -46,8 +56,8 @@ struct Options {
 /// wrong. Relative file names are resolved against the current directory.
 std::optional<Options> parseOptions(const QStringList& arguments, Problem* problem);
 
-/// Why the trace or the value change dump cannot be written to the file that was given for it: the run reads
-/// that file, or both are the same file. Empty when nothing would be overwritten. `loaded`: further projects
+/// Why a file cannot be written to the place that was given for it: the run reads that file, or two are the
+/// same file or standard output. Empty when nothing would be overwritten. `loaded`: further projects
 /// that the run may read.
 QString outputFault(const Options& options, const QStringList& loaded);
 

@@ -15,6 +15,15 @@ QByteArray column(const QString& text, int width = 22) {
 
 }  // namespace
 
+QString waitingText(const QVariantMap& waiting) {
+    const QVariant detail = waiting.value(QStringLiteral("detail"));
+    const QString kind = waiting.value(QStringLiteral("kind")).toString();
+    bool isLine = false;
+    const int line = detail.toInt(&isLine);
+    const QString what = isLine ? QStringLiteral("line %1").arg(line + 1) : detail.toString();
+    return what.isEmpty() ? kind : QStringLiteral("%1 (%2)").arg(kind, what);
+}
+
 void Report::head() {
     if (!headed_ && progress_ == Progress::Statements) {
         std::fprintf(out_, "%6s  %-7s  %12s\n", "line", "type", "time");

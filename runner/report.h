@@ -1,8 +1,9 @@
 #pragma once
 
-#include "runner/runwatch.h"
+#include "runner/stationwatch.h"
 
 #include <QString>
+#include <QVariantMap>
 
 #include <cstdio>
 #include <vector>
@@ -21,6 +22,9 @@ struct Figures {
     qint64 wireMs = 0;
     qint64 durationMs = 0;
 };
+
+/// Text for what the executor waits for, as its property `waiting` tells it; empty when it does not wait.
+QString waitingText(const QVariantMap& waiting);
 
 /// A row of the stations' table.
 struct StationLine {

@@ -1,7 +1,6 @@
 #include "runner/session.h"
 
 #include "gantu/package.h"
-#include "kord/kordservice.h"
 #include "mendo/clock.h"
 #include "mendo/log.h"
 #include "mendo/modulemanager.h"
@@ -28,18 +27,7 @@ std::FILE* reportStream(const Options& options) {
     if (options.quiet) {
         return nullptr;
     }
-    return options.trace == QLatin1String("-") ? stderr : stdout;
-}
-
-/// Text for what the executor waits for; empty when it does not wait.
-QString waitingText(const QObject* executor) {
-    const QVariantMap waiting = executor->property("waiting").toMap();
-    const QVariant detail = waiting.value(QStringLiteral("detail"));
-    const QString kind = waiting.value(QStringLiteral("kind")).toString();
-    bool isLine = false;
-    const int line = detail.toInt(&isLine);
-    const QString what = isLine ? QStringLiteral("line %1").arg(line + 1) : detail.toString();
-    return what.isEmpty() ? kind : QStringLiteral("%1 (%2)").arg(kind, what);
+    return options.takesStandardOutput() ? stderr : stdout;
 }
 
 void printFileError(const QString& option, const QString& file, const QString& error) {
@@ -54,7 +42,8 @@ Session::Session(const Options& options)
               options.stations.isEmpty() ? Report::Progress::Statements : Report::Progress::Stations),
       watch_(&follower_),
       recorder_(&trace_, &follower_),
-      stationWatch_([this] { return elapsedMs(); }, [this] { return cell_->cell()->laserOnMs(); }) {
+      stationWatch_([this] { return elapsedMs(); }, [this] { return cell_->cell()->laserOnMs(); }),
+      evidence_(options_) {
     trace_.setClock([this] { return elapsedMs(); });
     mendo::LogHub::instance()->setConsole(false);
     until_.setSingleShot(true);
@@ -72,17 +61,17 @@ Session::Session(const Options& options)
     });
     connect(m(), &mendo::ModuleManager::fileProblem, this, &Session::onFileProblem);
     connect(&follower_, &workcell::TreeFollower::changed, this, &Session::onChanged);
-    connect(&watch_, &RunWatch::lineBegun, this, &Session::onLineBegun);
-    connect(&watch_, &RunWatch::begun, this,
+    connect(&watch_, &workcell::RunWatch::lineBegun, this, &Session::onLineBegun);
+    connect(&watch_, &workcell::RunWatch::begun, this,
             [this] { stationWatch_.runBegun(package_.mode() == prog::runmode::byStation); });
-    connect(&watch_, &RunWatch::ended, this, [this] { stationWatch_.runEnded(watch_.reason()); });
+    connect(&watch_, &workcell::RunWatch::ended, this, [this] { stationWatch_.runEnded(watch_.reason()); });
     connect(&stationPage_, &StationPage::stateChanged, this, &Session::onStation);
 }
 
 Session::~Session() = default;
 
 int Session::run() {
-    if (!readInput() || !openFiles() || !setUp()) {
+    if (!readInput() || !openFiles() || !setUp() || !openEvidence()) {
         return status_;
     }
     QMetaObject::invokeMethod(
@@ -115,7 +104,7 @@ void Session::windDown() {
 bool Session::readInput() {
     status_ = badInput;
     Problem problem;
-    if (!readProgram(&problem)) {
+    if (!readProgram(&problem) || !evidence_.read(&problem)) {
         printError(problem.text());
         return false;
     }
@@ -159,7 +148,7 @@ void Session::makeCell() {
     cell_->controller()->setPower(options_.power);
     cell_->controller()->setMode(options_.mode);
     recorder_.attach(cell_->controller(), options_.posture);
-    cell_->wire();
+    evidence_.attach(cell_.get(), &follower_, &watch_, [this] { return projectName(); });
     recorder_.attachCell(cell_->cell());
 }
 
@@ -185,11 +174,21 @@ bool Session::openFiles() {
     return true;
 }
 
+/// Last: nothing is written where nothing runs.
+bool Session::openEvidence() {
+    if (!evidence_.open()) {
+        status_ = badInput;
+        return false;
+    }
+    return true;
+}
+
 bool Session::setUp() {
     status_ = failed;
     messages_ = std::make_unique<MessageWatch>(options_.ackMs);
     if (vcd_.isOpen()) {
         signals_ = std::make_unique<workcell::CellSignals>(cell_->controller(), cell_->cell(), &follower_);
+        signals_->setRunningStation([this] { return stationPage_.running(); });
     }
     if (!openPanel()) {
         return false;
@@ -234,13 +233,7 @@ void Session::connectEnds() {
     const sim::Controller* controller = cell_->controller();
     connect(controller, &sim::Controller::motion, this, &Session::scheduleCheck);
     connect(controller, &sim::Controller::result, this, &Session::scheduleCheck);
-    connect(controller, &sim::Controller::result, &watch_,
-            [this](const QString&, int, int code) { watch_.motionEnded(code); });
-    connect(kordservice(), &KordService::issued, &watch_, [this](const KordCall& call) {
-        if (call.name == prog::command::stop) {
-            watch_.motionStopped();
-        }
-    });
+    watch_.attach(controller);
     connect(controller, &sim::Controller::postureMoved, this, &Session::scheduleCheck);
     connect(package_.executor, SIGNAL(activityChanged()), this, SLOT(scheduleCheck()));
     connect(&tree_, &TreeOperator::written, this, &Session::scheduleCheck);
@@ -281,6 +274,7 @@ void Session::begin() {
         tree_.prepareRun(options_.line - 1);
     }
     startMs_ = mendo::Clock::current().elapsedMs();
+    evidence_.begin();
     until_.start(options_.untilMs);
     player_->start();
     if (stations_) {
@@ -412,7 +406,7 @@ Figures Session::figures(const QString& reason) const {
     const sim::Cell* cell = cell_->cell();
     Figures f;
     f.reason = reason;
-    f.waiting = waitingText(package_.executor);
+    f.waiting = waitingText(package_.executor->property("waiting").toMap());
     f.lines = watch_.lines();
     f.pathM = cell_->controller()->travelled();
     f.laserMs = cell->laserOnMs();
@@ -432,6 +426,28 @@ std::vector<StationLine> Session::stationLines() const {
         lines.push_back({stationPage_.name(row), stationPage_.project(row), figures[std::size_t(row)]});
     }
     return lines;
+}
+
+ProjectResult Session::result(const QString& reason, bool succeeded) const {
+    ProjectResult result;
+    result.isFolder = stations_.has_value();
+    result.name = stations_ ? QDir(options_.stations).dirName() : projectName();
+    result.succeeded = succeeded;
+    result.record.reason = reason;
+    if (stations_) {
+        int row = 0;
+        for (const StationLine& line : stationLines()) {
+            const StationFigures& figures = line.figures;
+            result.stations.push_back({row++, line.name, line.project, figures.runs, figures.finished,
+                                       double(figures.busyMs) / 1000.0});
+        }
+    }
+    return result;
+}
+
+/// The file of the project that runs.
+QString Session::projectName() const {
+    return project_ ? QFileInfo(options_.project).fileName() : stationPage_.project(stationPage_.running());
 }
 
 /// Whether all runs that began finished.
@@ -459,7 +475,9 @@ void Session::finish(const QString& ending) {
     report_.table(figures(reason));
     const bool written = closeFiles();
     const bool inTime = reason == QLatin1String("quit") || reason == QLatin1String("finished");
-    status_ = written && inTime && isSuccess() ? 0 : failed;
+    const bool succeeded = inTime && isSuccess();
+    const bool proven = evidence_.finish(result(reason, succeeded));
+    status_ = written && succeeded && proven ? 0 : failed;
     until_.stop();
     stuck_->stop();
     QCoreApplication::exit(status_);

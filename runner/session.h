@@ -1,17 +1,19 @@
 #pragma once
 
+#include "runner/evidence.h"
 #include "runner/messagewatch.h"
 #include "runner/options.h"
 #include "runner/pageoperator.h"
 #include "runner/project.h"
 #include "runner/recorder.h"
 #include "runner/report.h"
-#include "runner/runwatch.h"
 #include "runner/scenarioplayer.h"
 #include "runner/stationpage.h"
+#include "runner/stationwatch.h"
 #include "runner/trace.h"
 #include "runner/treeoperator.h"
 #include "workcell/cellsignals.h"
+#include "workcell/runwatch.h"
 #include "workcell/treefollower.h"
 #include "workcell/vcdwriter.h"
 #include "workcell/workcell.h"
@@ -45,6 +47,7 @@ private:
     bool readProgram(Problem* problem);
     bool openFiles();
     bool setUp();
+    bool openEvidence();
     bool openPanel();
     void connectEnds();
 
@@ -71,6 +74,8 @@ private:
     void finish(const QString& ending);
     Figures figures(const QString& reason) const;
     std::vector<StationLine> stationLines() const;
+    QString projectName() const;
+    ProjectResult result(const QString& reason, bool succeeded) const;
     bool closeFiles();
     qint64 elapsedMs() const;
 
@@ -81,7 +86,7 @@ private:
     workcell::VcdWriter vcd_;
     Report report_;
     workcell::TreeFollower follower_;
-    RunWatch watch_;
+    workcell::RunWatch watch_;
     Recorder recorder_;
     StationPage stationPage_;
     StationWatch stationWatch_;
@@ -92,6 +97,7 @@ private:
     workcell::PackageFlags package_;
     std::unique_ptr<MessageWatch> messages_;
     std::unique_ptr<ScenarioPlayer> player_;
+    Evidence evidence_;
     std::unique_ptr<workcell::CellSignals> signals_;  ///< only with --vcd
     QTimer until_;
     QTimer calm_;  ///< runs for a while after the last entry of a scenario for stations

@@ -100,6 +100,10 @@ int StationPage::queued() const {
     return page_->property("queued").toInt();
 }
 
+int StationPage::running() const {
+    return page_ ? page_->property("running").toInt() : -1;
+}
+
 int StationPage::count() const {
     return table_->rowCount();
 }

@@ -32,6 +32,8 @@ public:
     bool isMonitoring() const;
     /// Projects that wait for their start, and the running one.
     int queued() const;
+    /// The row whose project is started or runs; -1: none.
+    int running() const;
 
     int count() const;
     QString name(int row) const;

@@ -36,6 +36,9 @@ void writeOptions(JsonWriter& line, const Options& options) {
     if (!options.scenario.isEmpty()) {
         line.key(QStringLiteral("scenario")).string(QFileInfo(options.scenario).fileName());
     }
+    if (!options.wiring.isEmpty()) {
+        line.key(QStringLiteral("wiring")).string(QFileInfo(options.wiring).fileName());
+    }
     line.key(QStringLiteral("ack")).integer(options.ackMs);
     line.key(QStringLiteral("until")).integer(options.untilMs);
     line.key(QStringLiteral("posture")).boolean(options.posture);

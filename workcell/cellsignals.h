@@ -7,6 +7,7 @@
 #include <QString>
 #include <QVariant>
 
+#include <functional>
 #include <vector>
 
 namespace sim {
@@ -30,8 +31,8 @@ struct CellSignal {
     double value = 0;  ///< now
 };
 
-/// Follows every signal of a cell: the run (busy, line, motion, laser emission, the tool's place in mm), and
-/// the controller's inputs and outputs.
+/// Follows every signal of a cell: the run (busy, line, station, motion, laser emission and power, the tool's
+/// place and speed), and the controller's inputs and outputs.
 class CellSignals : public QObject {
     Q_OBJECT
 public:
@@ -39,6 +40,9 @@ public:
     /// is loaded.
     CellSignals(sim::Controller* controller, sim::Cell* cell, TreeFollower* follower,
                 QObject* parent = nullptr);
+
+    /// Asked for the row, from 0, of the station that runs when a run begins; -1: it was started by hand.
+    void setRunningStation(std::function<int()> row) { runningStation_ = std::move(row); }
 
     const std::vector<CellSignal>& all() const { return all_; }
     /// -1 for an unknown name.
@@ -59,13 +63,21 @@ private:
     void addRun(const sim::Cell* cell);
     void addController(const sim::Controller* controller);
     void set(int signal, double value);
-    void setNamed(const QString& name, const QVariant& value) { set(indexOf(name), value.toDouble()); }
+    void setNamed(const QString& name, const QVariant& value);
     void onTree(const Change& change);
     void onPosture();
+    void onRest();
+    void setSpeed();
+    void beginSample();
 
     std::vector<CellSignal> all_;
     QHash<QString, int> byName_;
-    int busy_ = 0, line_ = 0, moving_ = 0, emission_ = 0, tool_ = 0;
+    const sim::Controller* controller_;
+    QString powerName_;  ///< of the output that sets the laser's power
+    std::function<int()> runningStation_;
+    int busy_ = 0, line_ = 0, station_ = 0, moving_ = 0, emission_ = 0, power_ = 0, tool_ = 0, speed_ = 0;
+    qint64 sampleMs_ = 0;   ///< since then the speed is measured
+    double sampleM_ = 0.0;  ///< path travelled by then, m
 };
 
 /// Names of signals of the run.

@@ -49,10 +49,7 @@ QJsonObject jsonOf(const QMap<QString, Allowed>& quantities) {
 const QVector<LimitedQuantity>& limitedQuantities() {
     using Value = std::optional<double>;
     static const QVector<LimitedQuantity> all{
-        {"welded_ratio",
-         [](const SeamRecord& seam) {
-             return seam.programmedMm > 0 ? Value(seam.weldedMm / seam.programmedMm) : std::nullopt;
-         }},
+        {"welded_ratio", [](const SeamRecord& seam) { return seam.weldedRatio(); }},
         {"welded_mm", [](const SeamRecord& seam) { return Value(seam.weldedMm); }},
         {"standing_s", [](const SeamRecord& seam) { return Value(seam.standingS); }},
         {"gas_lead_s", [](const SeamRecord& seam) { return Value(seam.gasLeadS); }},

@@ -55,6 +55,8 @@ public:
     [[nodiscard]] std::optional<Allowed> allowed(const QString& quantity, const QString& set) const;
     /// For the time of a whole run.
     [[nodiscard]] const std::optional<Allowed>& cycle() const { return cycle_; }
+    /// The sets that `seams` names.
+    [[nodiscard]] QStringList setsNamed() const { return seams_.keys(); }
     [[nodiscard]] bool isEmpty() const { return !cycle_ && seam_.isEmpty() && seams_.isEmpty(); }
 
     /// As a limits file holds it.

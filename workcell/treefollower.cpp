@@ -56,6 +56,12 @@ void TreeFollower::followPackage() {
     for (const QLatin1String path : packagePaths) {
         follow(m(path));
     }
+    for (const QLatin1String path : {prog::key::weldSwitch, prog::key::handWeldSwitch}) {
+        if (!m(path)->isNull()) {
+            connect(m(path), &ModuleObject::changed, this, &TreeFollower::switchWritten,
+                    Qt::UniqueConnection);
+        }
+    }
 }
 
 void TreeFollower::follow(ModuleObject* node, Elements elements) {

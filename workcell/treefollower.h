@@ -38,6 +38,8 @@ public:
 
 signals:
     void changed(const workcell::Change& change);
+    /// One of the two weld switches was written.
+    void switchWritten();
 
 private:
     void onRootAdded(const QString& name);

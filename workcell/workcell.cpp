@@ -18,10 +18,15 @@
 
 namespace workcell {
 
-sim::Wiring readWiring(const QString& portFile) {
-    mendo::FileProblem ignored;  // the package reads the file too, and reports it
-    const std::optional<mendo::JsonText> text = mendo::readJsonFile(portFile, &ignored);
-    const QJsonArray rows = text ? text->value().toArray() : QJsonArray();
+std::optional<sim::Wiring> readWiring(const QString& portFile, mendo::FileProblem* problem) {
+    const std::optional<mendo::JsonText> text = mendo::readJsonFile(portFile, problem);
+    if (!text || !text->value().isArray()) {
+        if (text) {
+            *problem = {portFile, text->place(), {{mendo::FileProblem::Kind::NoArray}}};
+        }
+        return std::nullopt;
+    }
+    const QJsonArray rows = text->value().toArray();
     const auto nameOf = [&rows](I_PORT row) {
         return rows.at(row).toObject().value(prog::field::name).toString();
     };
@@ -56,7 +61,12 @@ WorkCell::~WorkCell() {
 }
 
 void WorkCell::wire() {
-    cell_ = new sim::Cell(controller_, readWiring(prog::file::ports), this);
+    mendo::FileProblem ignored;  // the package reads the file too, and reports it
+    wire(readWiring(prog::file::ports, &ignored).value_or(sim::Wiring()));
+}
+
+void WorkCell::wire(const sim::Wiring& wiring) {
+    cell_ = new sim::Cell(controller_, wiring, this);
 }
 
 bool WorkCell::open(const QString& libraryFile, QString* error) {

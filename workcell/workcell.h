@@ -1,6 +1,7 @@
 #pragma once
 
 #include "gantu/package.h"
+#include "json/fileproblem.h"
 #include "program/armmodel.h"
 #include "simulator/cell.h"
 #include "simulator/controller.h"
@@ -9,14 +10,15 @@
 #include <QString>
 
 #include <memory>
+#include <optional>
 
 class QStackedWidget;
 
 namespace workcell {
 
 /// The wiring that a port file describes: a JSON list of rows with the "name" of each signal, in the fixed
-/// order of the ports. Nothing is wired without a file that can be read.
-sim::Wiring readWiring(const QString& portFile);
+/// order of the ports. Nothing, with what is wrong in `problem`, for a file that cannot be read as a list.
+std::optional<sim::Wiring> readWiring(const QString& portFile, mendo::FileProblem* problem);
 
 /// Sets the host's language ("cn", "en", "ru"), which packages read when they are loaded.
 void setLanguage(const QString& language);
@@ -42,9 +44,11 @@ public:
     WorkCell(QStackedWidget* pages, const sim::Controller::Options& options, QObject* parent = nullptr);
     ~WorkCell() override;
 
-    /// Makes the weld cell, wired once by the port file in the working directory. An object that must see
-    /// the controller's outputs before the cell answers them has connected to the controller by then.
+    /// Makes the weld cell with the wiring of the port file in the working directory; without one that can be
+    /// read nothing is wired. An object that must see the controller's outputs before the cell answers them
+    /// has connected to the controller by then.
     void wire();
+    void wire(const sim::Wiring& wiring);
     /// Loads the package, creates its modules and shows its first page. False, with the reason in `error`,
     /// when there is no package or no page.
     bool open(const QString& libraryFile, QString* error);

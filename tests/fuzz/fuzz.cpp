@@ -192,7 +192,8 @@ void params(const QByteArray& input) {
 void ports(const QByteArray& input) {
     readSettings(lumo::Settings::Ports, prog::key::port, input, drive);
     write("cell.json", input);
-    use(workcell::readWiring("cell.json"));
+    mendo::FileProblem problem;
+    use(workcell::readWiring("cell.json", &problem));
 }
 
 void stations(const QByteArray& input) {

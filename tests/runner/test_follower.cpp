@@ -1,12 +1,12 @@
 #include "mendo/modulemanager.h"
-#include "runner/runwatch.h"
 #include "support/suite.h"
 #include "support/text.h"
+#include "workcell/runwatch.h"
 #include "workcell/treefollower.h"
 
 using mendo::ModuleObject;
-using run::RunWatch;
 using workcell::Change;
+using workcell::RunWatch;
 using workcell::TreeFollower;
 
 /// The follower knows the package's executor by its class name.
