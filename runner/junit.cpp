@@ -1,5 +1,6 @@
 #include "runner/junit.h"
 
+#include <QFileInfo>
 #include <QXmlStreamWriter>
 
 #include <algorithm>
@@ -72,11 +73,15 @@ Case seamCase(const ProjectResult& result, int seam) {
     return found;
 }
 
+QString fileName(const ReportedFinding& finding) {
+    return QFileInfo(finding.file).fileName();
+}
+
 /// What is wrong with the run as a whole. `project`: only what belongs to this one of a folder.
 QStringList runFaults(const ProjectResult& result, const QString& project) {
     QStringList faults;
     for (const ReportedFinding& finding : result.findings) {
-        if (!result.isFolder || finding.file == project) {
+        if (!result.isFolder || fileName(finding) == project) {
             faults.append(findingText(finding));
         }
     }
@@ -133,13 +138,11 @@ Suite suiteOfStations(const ProjectResult& result, const QString& project) {
             run.seconds += station.busyS;
         }
         if (station.project == project && station.failed() > 0) {
-            run.faults.append(QStringLiteral("station \"%1\": %2 of %3 runs did not reach the end")
-                                  .arg(station.name)
-                                  .arg(station.failed())
-                                  .arg(station.runs));
+            run.faults.append(stationText(station));
         }
     }
     run.faults += runFaults(result, project);
+    run.faults.removeDuplicates();  // --strict tells of stations, too
     Suite suite{project, {run}};
     for (int seam = 1; seam <= int(result.record.seams.size()); ++seam) {
         if (result.record.seams[std::size_t(seam) - 1].project == project) {
@@ -153,7 +156,7 @@ Suite suiteOfStations(const ProjectResult& result, const QString& project) {
 QStringList folderFaults(const ProjectResult& result, const QStringList& projects) {
     QStringList faults = endFaults(result);
     for (const ReportedFinding& finding : result.findings) {
-        if (!projects.contains(finding.file)) {
+        if (!projects.contains(fileName(finding))) {
             faults.append(findingText(finding));
         }
     }

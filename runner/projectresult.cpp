@@ -25,6 +25,15 @@ QString allowedText(const workcell::Allowed& allowed) {
     return allowed.max ? QStringLiteral("at most %1").arg(number(*allowed.max)) : QStringLiteral("any value");
 }
 
+/// "line 5: ", of a station's project with its name; empty where nothing ran.
+QString lineText(const ProjectResult& result, const QString& project, int line) {
+    if (line <= 0) {
+        return {};
+    }
+    const QString text = QStringLiteral("line %1: ").arg(line);
+    return result.isFolder ? QStringLiteral("%1: %2").arg(project, text) : text;
+}
+
 void addSeams(const ProjectResult& result, std::vector<Departure>* found) {
     const RunRecord& record = result.record;
     for (int seam = 1; seam <= int(record.seams.size()); ++seam) {
@@ -43,13 +52,7 @@ void addSeams(const ProjectResult& result, std::vector<Departure>* found) {
 void addStations(const ProjectResult& result, std::vector<Departure>* found) {
     for (const StationResult& station : result.stations) {
         if (station.failed() > 0) {
-            found->push_back({QStringLiteral("station \"%1\": %2 of %3 runs of %4 did not reach the end")
-                                  .arg(station.name)
-                                  .arg(station.failed())
-                                  .arg(station.runs)
-                                  .arg(station.project),
-                              {},
-                              station.project});
+            found->push_back({stationText(station), {}, station.project});
         }
     }
 }
@@ -67,22 +70,28 @@ std::vector<Departure> departuresOf(const ProjectResult& result) {
              {}});
     }
     for (const workcell::RefusedStatement& refused : result.record.refused) {
-        found.push_back({QStringLiteral("line %1: operating mode or weld switches did not permit this \"%2\"")
-                             .arg(refused.line)
-                             .arg(refused.type),
+        found.push_back({QStringLiteral("%1operating mode or weld switches did not permit this \"%2\"")
+                             .arg(lineText(result, refused.project, refused.line), refused.type),
                          {},
-                         {}});
+                         refused.project});
     }
     addSeams(result, &found);
     for (const workcell::LitFault& fault : result.record.faults) {
-        const QString where = fault.line > 0 ? QStringLiteral("line %1: ").arg(fault.line) : QString();
         found.push_back({QStringLiteral("%1the equipment \"%2\" had a fault while the laser was on, at %3 s")
-                             .arg(where, fault.name, number(fault.atS)),
+                             .arg(lineText(result, fault.project, fault.line), fault.name, number(fault.atS)),
                          {},
-                         {}});
+                         fault.project});
     }
     addStations(result, &found);
     return found;
+}
+
+QString stationText(const StationResult& station) {
+    return QStringLiteral("station \"%1\": %2 of %3 runs of %4 did not reach the end")
+        .arg(station.name)
+        .arg(station.failed())
+        .arg(station.runs)
+        .arg(station.project);
 }
 
 QString seamText(const RunRecord& record, int seam) {

@@ -57,6 +57,8 @@ struct ProjectResult {
 /// equipment while the laser was on, runs of stations that did not reach their end.
 [[nodiscard]] std::vector<Departure> departuresOf(const ProjectResult& result);
 
+/// What a station with failed runs did, in English.
+[[nodiscard]] QString stationText(const StationResult& station);
 /// "seam 2 (lines 9 to 11)".
 [[nodiscard]] QString seamText(const workcell::RunRecord& record, int seam);
 /// "welded_ratio is 0.8, allowed is 0.98 to 1.02": without the seam.

@@ -11,7 +11,7 @@
 #include "simulator/controller.h"
 
 #include <algorithm>
-#include <cmath>
+#include <utility>
 
 namespace workcell {
 
@@ -91,7 +91,7 @@ void EvidenceRecorder::begin() {
     motions_.clear();
     open_ = lit_ = onPath_ = nullptr;
     record_ = RunRecord();
-    record_.project = projectName_ ? projectName_() : QString();
+    record_.project = project();
     atBegin_ = RunRecord();
     atBegin_.lines = watch_->lines();
     atBegin_.pathMm = sinceMm_;
@@ -122,6 +122,7 @@ RunRecord EvidenceRecorder::current() {
 void EvidenceRecorder::onRunBegun() {
     type_.clear();
     line_ = -1;
+    isByHand_ = false;
     if (span_ != Span::Run) {
         return;
     }
@@ -134,6 +135,12 @@ void EvidenceRecorder::onRunBegun() {
 }
 
 void EvidenceRecorder::onRunEnded() {
+    if (watch_->reason() == QLatin1String("finished")) {
+        passSkippedLines(line_ + 1, program()->size());
+        if (open_ && takesMoves_) {
+            open_->setEndless();
+        }
+    }
     closeSeam({});
     endSeamPath();
     line_ = -1;
@@ -184,8 +191,10 @@ void EvidenceRecorder::onChanged(const Change& change) {
         settleLater();
     } else if (!change.byExecutor()) {
         return;
+    } else if (change.path == prog::key::executeLine) {
+        isByHand_ = true;  // the executor writes it for hand programs only
     } else if (change.path == prog::key::currentLine) {
-        line_ = change.value.toInt();
+        lineBefore_ = std::exchange(line_, change.value.toInt());
     } else if (change.path == prog::key::currentType) {
         onStatement(change.value.toString());
     } else if (change.path == prog::key::curParam) {
@@ -193,14 +202,22 @@ void EvidenceRecorder::onChanged(const Change& change) {
     }
 }
 
+/// A "close" that is switched off ends the programmed path, though not the weld.
+void EvidenceRecorder::passSkippedLines(int from, int to) {
+    for (int line = from; open_ && takesMoves_ && line < to; ++line) {
+        takesMoves_ = program()->c(line)->c(prog::field::type)->getString() != prog::statement::close;
+    }
+}
+
 void EvidenceRecorder::onStatement(const QString& type) {
+    passSkippedLines(lineBefore_ + 1, line_);
     type_ = type;
     const bool closes = type == prog::statement::close;
     if (!isRecording_ || (!closes && type != prog::statement::open)) {
         return;
     }
     if (!isPermitted()) {
-        record_.refused.push_back({line_ + 1, type});
+        record_.refused.push_back({line_ + 1, type, project()});
     } else if (closes) {
         closeSeam(line_ + 1);
     }
@@ -231,9 +248,10 @@ void EvidenceRecorder::onPermission() {
 
 void EvidenceRecorder::openSeam(const QString& set) {
     closeSeam({});
-    live_.push_back(std::make_unique<SeamTally>(openLine(), set, projectName_ ? projectName_() : QString()));
+    live_.push_back(std::make_unique<SeamTally>(openLine(), set, project()));
     open_ = live_.back().get();
     wasEnabled_ = false;
+    takesMoves_ = true;
     if (!lit_ || !isEmitting_) {
         lit_ = open_;
     }
@@ -272,10 +290,10 @@ void EvidenceRecorder::keepFinished() {
 }
 
 bool EvidenceRecorder::isFinished(const SeamTally* seam) const {
-    const bool hasMotions =
-        std::any_of(motions_.begin(), motions_.end(), [seam](const SeamTally* of) { return of == seam; });
-    return seam->isClosed() && seam != open_ && seam != lit_ && seam != onPath_ && !seam->hasGas() &&
-           !hasMotions;
+    if (!seam->isClosed() || seam == open_ || seam == lit_ || seam == onPath_ || seam->hasGas()) {
+        return false;
+    }
+    return std::none_of(motions_.begin(), motions_.end(), [seam](const SeamTally* of) { return of == seam; });
 }
 
 // --- The cell -------------------------------------------------------------------------------------
@@ -315,7 +333,7 @@ void EvidenceRecorder::onMotion(int id, Controller::MotionEvent event) {
     account();
     switch (event) {
         case Controller::MotionEvent::Queued:
-            if (open_) {
+            if (open_ && takesMoves_) {
                 motions_.insert(id, open_);
             }
             return;
@@ -432,13 +450,22 @@ void EvidenceRecorder::checkFaults() {
         }
         const QString name = sim::Cell::equipment()[int(i)];
         if (isRecording_) {
-            record_.faults.push_back({name, nowS(), line_ + 1});
+            record_.faults.push_back({name, nowS(), line_ + 1, line_ < 0 ? QString() : project()});
             if (lit_) {
                 lit_->addFault(name);
             }
         }
         emit faultWhileLit(name);
     }
+}
+
+/// The program that runs.
+const ModuleObject* EvidenceRecorder::program() const {
+    return m(isByHand_ ? prog::key::program : prog::key::stationProgram);
+}
+
+QString EvidenceRecorder::project() const {
+    return projectName_ ? projectName_() : QString();
 }
 
 double EvidenceRecorder::nowS() const {

@@ -72,6 +72,7 @@ private:
     // What happens
     void onChanged(const Change& change);
     void onStatement(const QString& type);
+    void passSkippedLines(int from, int to);
     void onSet(int set);
     void onPermission();
     void onMotion(int id, sim::Controller::MotionEvent event);
@@ -96,6 +97,8 @@ private:
     void account();
     bool isBetweenPulses() const;
     bool isLit() const;
+    const mendo::ModuleObject* program() const;
+    QString project() const;
     double nowS() const;
     EmissionPoint here() const;
     double gasOnS() const;
@@ -119,7 +122,8 @@ private:
 
     // The run, as the tree shows it. Lines from 0.
     int startLine_ = 0;  ///< of the last start trigger
-    int line_ = -1;
+    int line_ = -1, lineBefore_ = -1;
+    bool isByHand_ = false;
     QString type_;  ///< of the statement under way; empty before the first
 
     // The cell as it is since the last call of account()
@@ -137,7 +141,8 @@ private:
     int setPauseMs_ = 0;     ///< of the set in force: between two pulses
 
     std::vector<Seam> live_;          ///< seams to which something may be added, in their order
-    SeamTally* open_ = nullptr;       ///< the moves that are queued now belong to it
+    SeamTally* open_ = nullptr;       ///< the last one that was opened, up to the end of its moves
+    bool takesMoves_ = false;         ///< the moves that are queued now are on its path
     SeamTally* lit_ = nullptr;        ///< the emission belongs to it
     SeamTally* onPath_ = nullptr;     ///< the motion under way belongs to it
     bool isStopping_ = false;         ///< that motion was stopped, the robot brakes

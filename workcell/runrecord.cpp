@@ -11,12 +11,12 @@ double rounded(double number) {
 }
 
 double SeamRecord::darkMm() const {
-    return std::accumulate(darkGaps.begin(), darkGaps.end(), 0.0,
-                           [](double mm, const DarkGap& gap) { return mm + gap.toMm - gap.fromMm; });
+    return rounded(std::accumulate(darkGaps.begin(), darkGaps.end(), 0.0,
+                                   [](double mm, const DarkGap& gap) { return mm + gap.toMm - gap.fromMm; }));
 }
 
 std::optional<double> SeamRecord::weldedRatio() const {
-    return programmedMm > 0.0 ? std::optional(rounded(weldedMm / programmedMm)) : std::nullopt;
+    return programmedMm > 0.0 && !isEndless ? std::optional(rounded(weldedMm / programmedMm)) : std::nullopt;
 }
 
 }  // namespace workcell

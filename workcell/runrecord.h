@@ -48,12 +48,15 @@ struct SeamRecord {
     std::optional<double> meanSpeedMmPerS;  ///< over the time of emission in which the tool moves
     double gasLeadS = 0.0;                  ///< gas on before the first emission
     double gasTailS = 0.0;                  ///< gas on after the last emission
-    std::vector<DarkGap> darkGaps;          ///< along the programmed path; pauses between pulses are none
-    QStringList faults;                     ///< equipment that was faulty while the laser was on: "chiller"
+    /// No "close" came before the program's end: what is programmed of the seam is not known.
+    bool isEndless = false;
+    std::vector<DarkGap> darkGaps;  ///< along the programmed path; pauses between pulses are none
+    QStringList faults;             ///< equipment that was faulty while the laser was on: "chiller"
 
     /// The sum of the gaps.
     [[nodiscard]] double darkMm() const;
-    /// weldedMm over programmedMm: above 1 where more was welded than programmed. None without a path.
+    /// weldedMm over programmedMm: above 1 where more was welded than programmed. None without a path, and
+    /// for a seam without an end.
     [[nodiscard]] std::optional<double> weldedRatio() const;
 };
 
@@ -61,13 +64,15 @@ struct SeamRecord {
 struct RefusedStatement {
     int line = 0;  ///< from 1
     QString type;
+    QString project;  ///< that ran then, as in a seam
 };
 
 /// Equipment that was faulty while the laser was on, in a seam or switched on by hand.
 struct LitFault {
     QString name;  ///< "laser", "head", "chiller", "gas" or "temperature"
     double atS = 0.0;
-    int line = 0;  ///< under way then, from 1; 0: none
+    int line = 0;     ///< under way then, from 1; 0: none
+    QString project;  ///< that ran then; empty where nothing ran
 };
 
 /// Writes to a register or output that it does not accept.

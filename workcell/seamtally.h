@@ -32,6 +32,8 @@ public:
     void addFault(const QString& name);
     /// What closes the seam: the "close" of a line, or something else.
     void close(std::optional<int> line);
+    /// No "close" came up to the program's end.
+    void setEndless() { record_.isEndless = true; }
 
     [[nodiscard]] bool isClosed() const { return isClosed_; }
     [[nodiscard]] bool isEmitting() const { return isEmitting_; }
