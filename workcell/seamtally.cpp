@@ -108,7 +108,7 @@ std::vector<DarkGap> SeamTally::gaps() const {
             fromMm = pieces_[i].toMm;
         }
         const bool isPause = onlyPauses && i < pieces_.size();
-        if (!isPause && fromMm - beginMm >= leastGapMm) {
+        if (!isPause && rounded(fromMm - beginMm) >= leastGapMm) {
             found.push_back({beginMm, fromMm});
         }
         for (; i < pieces_.size() && pieces_[i].kind == Kind::Lit; ++i) {

@@ -139,7 +139,7 @@ private slots:
         const std::tuple<const char*, const char*, int> limits[] = {
             {"{'seam':{'welded_ratio':{'min':0.99}}}",
              "seam 1 (lines 2 to 4): welded_ratio is 0.7, allowed is at least 0.99", 1},
-            {"{'cycle_s':{'min':1,'max':3}}", "lumo-run: cycle_s is 8.", 1},
+            {"{'cycle_s':{'min':1,'max':3}}", "lumo-run: cycle_s is 7.01, allowed is 1 to 3", 1},
             {"{'seam':{'heat_J_per_mm':{'max':99}}}", "heat_J_per_mm is not known, allowed is at most 99", 1},
             {"{'seam':{'welded_mm':{'min':200}},'seams':{'thin':{'welded_mm':{'max':70}}}}", "", 0},
             {"{'seams':{'thick':{}}}", "warning: l.json: no parameter set is called \"thick\"", 0},
