@@ -174,6 +174,8 @@ public:
                 found_.add(Fault::FieldUnknown, path, {path});
             } else if (lookAt(*entry, value)) {
                 seen |= std::uint64_t(1) << (entry - shape.entries_.begin());
+            } else if (!isNeeded(*entry->row)) {  // it may be missing, but not null
+                addMissing(*entry->row);
             }
         });
         for (std::size_t i = 0; i < shape.entries_.size(); ++i) {
@@ -278,13 +280,17 @@ private:
         found_.add(Fault::FieldKind, row.path, {QString(row.path), static_cast<int>(row.kind), other});
     }
 
+    bool isNeeded(const FieldRow& row) const {
+        return row.presence == Presence::Required ||
+               (row.presence == Presence::Usual && (row.source == Source::Any || row.source == source_));
+    }
+
+    void addMissing(const FieldRow& row) { missing_.append(QLatin1Char('"') + row.path + QLatin1Char('"')); }
+
     void miss(const Entry& entry) {
         const FieldRow& row = *entry.row;
         const QString path = row.path;
-        const bool isNeeded =
-            row.presence == Presence::Required ||
-            (row.presence == Presence::Usual && (row.source == Source::Any || row.source == source_));
-        if (!isNeeded) {
+        if (!isNeeded(row)) {
             return;
         }
         if (entry.role == Role::Point) {
@@ -296,7 +302,7 @@ private:
         } else if (isOfPoint(row)) {
             found_.add(Fault::PointIncomplete, firstPart(path), {firstPart(path), lastPart(path)});
         } else {
-            missing_.append(QLatin1Char('"') + path + QLatin1Char('"'));
+            addMissing(row);
         }
     }
 

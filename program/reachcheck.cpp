@@ -6,20 +6,20 @@ namespace prog {
 
 namespace {
 
-bool isTaught(const TaughtPoint& point, std::size_t joints) {
-    return joints > 0 ? point.joints.size() == joints : point.taught;
+bool isTaught(const TaughtPoint& point) {
+    return point.taught && point.turned;
 }
 
 /// Whether an arm can be asked for a move: the points that it reads are taught.
 bool canBeAsked(const Statement& move, std::size_t axes) {
     switch (move.type) {
         case StatementType::MoveJ:
-            return isTaught(move.point, axes);
+            return move.point.joints.size() == axes;
         case StatementType::MoveL:
-            return move.point.taught;
+            return isTaught(move.point);
         case StatementType::MoveC:
         case StatementType::MoveCC:
-            return move.point.taught && move.point1.taught;
+            return isTaught(move.point) && isTaught(move.point1);
         default:
             return false;
     }

@@ -193,6 +193,7 @@ TaughtPoint TaughtPoint::from(const Record& record) {
     const Record trans = record.at(field::trans);
     const Record rot = record.at(field::rot);
     point.taught = trans.isList() && trans.size() >= 3;
+    point.turned = rot.isList() && rot.size() >= 3;
     for (int i = 0; i < 3; ++i) {
         point.trans[std::size_t(i)] = trans.at(i).number();
         point.rot[std::size_t(i)] = rot.at(i).number();

@@ -85,6 +85,7 @@ struct TaughtPoint {
 
     bool exists = false;  ///< the record has the field, taught or empty
     bool taught = false;  ///< it has three coordinates
+    bool turned = false;  ///< it has three rotations
     Position trans;
     Orientation rot{};
     std::vector<double> joints;  ///< rad, one for each axis

@@ -197,6 +197,9 @@ void WeldCheck::checkZone() {
         return;
     }
     const double speedMmPerS = program_.speedMmPerS(lastMove_, true);
+    if (speedMmPerS <= 0) {
+        return;
+    }
     const double rampMm = speedMmPerS * sets_.at(static_cast<std::size_t>(set_)).decreaseMs / msPerS;
     const double darkMm = lengthInZoneM(move) * mmPerM - rampMm;
     if (darkMm > cell_.darkSeamMm) {

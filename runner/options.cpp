@@ -132,6 +132,8 @@ std::vector<Option> outputOptions(Options* o) {
                        &o->posture),
         {"vcd", "FILE", "write the signals as a value change dump",
          [o](const QString& v) { return readFile(v, &o->vcd, &o->vcdName); }},
+        workcell::flag("check", "run nothing: print what is wrong with the files, and end", &o->check),
+        workcell::flag("force", "run in spite of the errors that the check finds", &o->force),
         workcell::flag("quiet", "neither progress nor table", &o->quiet),
         {"point", "X,Y,Z,RX,RY,RZ", "print the record of a point (mm, degrees) and end",
          [o](const QString& v) { return readPoint(v, &o->point); }},
@@ -296,7 +298,7 @@ QString usage() {
            workcell::helpText(optionTable(&ignored), helpColumn) +
            QStringLiteral(
                "\nExit status: 0 finished; 1 refused, stopped, failed, stalled or out of time; 2 bad usage\n"
-               "or bad input.\n");
+               "or bad input. --check: 0 no errors, 1 errors, 2 a file cannot be read.\n");
 }
 
 bool Options::takesStandardOutput() const {

@@ -40,6 +40,8 @@ struct Options {
     std::optional<double> ratedWatts;
     bool strict = false;
     bool quiet = false;
+    bool check = false;         ///< run nothing, print what is wrong with the input
+    bool force = false;         ///< run in spite of errors
     std::vector<double> point;  ///< six numbers, mm and degrees; empty: not asked for
     bool help = false;
     bool version = false;

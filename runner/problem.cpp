@@ -35,12 +35,12 @@ std::optional<InputArray> InputArray::from(const mendo::JsonText& text, const QS
     return std::nullopt;
 }
 
-Problem InputArray::problemAt(int element, const QString& reason) const {
-    return {shown_, text_.place(element), reason};
+mendo::TextPlace InputArray::place(int element, const QString& path) const {
+    return path.isEmpty() ? text_.place(element) : text_.place(element, path);
 }
 
 Problem InputArray::problemAt(int element, const QString& path, const QString& reason) const {
-    return {shown_, text_.place(element, path), reason};
+    return {shown_, place(element, path), reason};
 }
 
 void printError(const QString& text) {

@@ -7,6 +7,7 @@
 #include <QString>
 
 #include <optional>
+#include <vector>
 
 namespace run {
 
@@ -33,10 +34,15 @@ public:
                                           Problem* problem);
 
     const QJsonArray& array() const { return array_; }
+    /// The name used in problems.
+    const QString& shown() const { return shown_; }
+    /// The place of the value of a dotted path in an element, of the element for an empty path, of the array
+    /// for an element outside; see JsonText::place.
+    mendo::TextPlace place(int element, const QString& path) const;
+    /// See JsonText::duplicates.
+    std::vector<mendo::JsonText::Duplicate> duplicates() const { return text_.duplicates(); }
 
-    /// A problem at an element.
-    Problem problemAt(int element, const QString& reason) const;
-    /// A problem at the value of a dotted path in an element; see JsonText::place.
+    /// A problem at such a place.
     Problem problemAt(int element, const QString& path, const QString& reason) const;
 
     /// An element as it stands in the file, on one line; see JsonText::compact.

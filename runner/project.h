@@ -1,10 +1,9 @@
 #pragma once
 
-#include "program/fieldfaults.h"
+#include "program/check.h"
 #include "runner/problem.h"
 
 #include <QJsonArray>
-#include <QJsonObject>
 #include <QString>
 #include <QStringList>
 
@@ -13,47 +12,50 @@
 
 namespace run {
 
-/// The text of a finding, in English, to be put behind the name of its field: "is no number".
-QString findingText(const prog::old::Finding& finding);
-
 /// A project file: a JSON array of statements; one element, the one with the key `end`, is the tool set.
 class Project {
 public:
-    /// Reads a file and checks its structure. Nothing, with the place and the reason in `problem`, when it
-    /// cannot be run.
+    /// Nothing, with the place and the reason in `problem`, when the file cannot be read, is no JSON or holds
+    /// no array.
     static std::optional<Project> read(const QString& file, const QString& shown, Problem* problem);
-    static std::optional<Project> fromText(const InputArray& text, Problem* problem);
+    explicit Project(const InputArray& text);
 
     /// The whole file, the tool set included.
     const QJsonArray& content() const { return text_.array(); }
-    int statementCount() const { return int(statements_.size()); }
+    const InputArray& text() const { return text_; }
+    int statementCount() const { return int(elements_.size()); }
+    /// Where a statement, and -1 for none, stands in the file.
+    int elementOf(int line) const;
+    /// Which statement an element is; -1 for the tool set.
+    int lineOf(int element) const;
 
-    /// Faults that do not prevent a run: missing fields, text instead of a number, an index outside the
-    /// `sets` parameter sets.
-    std::vector<Problem> warnings(int sets) const;
+    /// The first element that is no statement of a known type, with its place. Nothing without one.
+    std::optional<Problem> structureFault() const;
 
 private:
-    explicit Project(const InputArray& text) : text_(text) {}
-
     InputArray text_;
-    std::vector<int> statements_;  ///< indices of their elements in the file
+    std::vector<int> elements_;  ///< of the statements
 };
 
 /// The stations of a folder and the projects that they are bound to, read before anything runs.
 class StationList {
 public:
     /// Reads the stations file of a folder ("{}" is an empty list). Nothing, with the place and the reason in
-    /// `problem`, when it is missing or damaged, or an element is no record.
+    /// `problem`, when it is missing or damaged.
     static std::optional<StationList> read(const QString& folder, const QString& shown, Problem* problem);
 
     /// The bound projects, each once.
     const QStringList& projects() const { return projects_; }
-
-    /// Projects that are missing or damaged, and the warnings of the others. Projects are read from the
-    /// current directory.
-    std::vector<Problem> warnings(int sets) const;
+    /// The stations that are bound to one.
+    std::vector<int> rowsOf(const QString& project) const;
+    /// The file, as it is named in findings.
+    const QString& shown() const { return shown_; }
+    /// Nothing for "{}".
+    const std::optional<InputArray>& text() const { return text_; }
 
 private:
+    QString shown_;
+    std::optional<InputArray> text_;
     QStringList projects_;
 };
 

@@ -16,7 +16,7 @@ namespace run {
 struct ReportedFinding {
     QString rule;              ///< "weld-speed"
     QString severity;          ///< "error" or "warning"
-    QString file;              ///< as named on the command line or in the stations' list
+    QString file;              ///< as named on the command line, or in a folder named there
     int line = 0, column = 0;  ///< in the file, from 1; 0: the file as a whole
     QString text;
 };

@@ -1,9 +1,12 @@
 #include "runner/scenario.h"
 
-#include "runner/project.h"
+#include "mendo/modulemanager.h"
+#include "program/check.h"
+#include "program/words.h"
 #include "simulator/controller.h"
 
 #include <QDir>
+#include <QFileInfo>
 #include <QJsonArray>
 
 #include <algorithm>
@@ -196,15 +199,24 @@ const std::vector<Key>& fieldsOf(Kind kind) {
     return kind == Kind::Register ? reg : station;
 }
 
-/// A fault inside a statement or inside the fields of a station.
-std::optional<EntryFault> innerFault(const QString& path, Kind kind, const QJsonObject& value) {
+using EntryFaults = std::vector<EntryFault>;
+
+void findKeyFault(const Key& key, const QString& path, const QJsonValue& value, const QStringList& inputs,
+                  EntryFaults* faults);
+
+/// Faults inside a statement or inside the fields of a station.
+void findInnerFaults(const QString& path, Kind kind, const QJsonObject& value, EntryFaults* faults) {
     if (kind == Kind::Statement) {
-        if (const auto fault = prog::old::findTypeFault(value)) {
-            return EntryFault{path + QLatin1Char('.') + fault->path, findingText(*fault)};
+        if (const auto fault = prog::typeFault(value)) {
+            prog::Finding finding;
+            finding.fault = *fault;
+            finding.arguments = {value.value(prog::field::type).toString()};
+            faults->push_back(
+                {path + QLatin1Char('.') + prog::field::type, prog::englishText(finding), *fault});
         }
     }
     if (kind != Kind::Station && kind != Kind::Register) {
-        return std::nullopt;
+        return;
     }
     const std::vector<Key>& fields = fieldsOf(kind);
     for (auto entry = value.begin(); entry != value.end(); ++entry) {
@@ -212,31 +224,65 @@ std::optional<EntryFault> innerFault(const QString& path, Kind kind, const QJson
             return entry.key() == QLatin1String(key.name);
         });
         const QString place = path + QLatin1Char('.') + entry.key();
-        const QString fault = field == fields.end() ? QStringLiteral("is no field of a station")
-                                                    : kindFault(field->kind, entry.value(), {});
-        if (!fault.isEmpty()) {
-            return EntryFault{place, QStringLiteral("\"%1\" %2").arg(place, fault)};
-        }
-        if (const auto inner = innerFault(place, field->kind, entry.value().toObject())) {
-            return inner;
+        if (field == fields.end()) {
+            faults->push_back({place, QStringLiteral("\"%1\" is no field of a station").arg(place)});
+        } else {
+            findKeyFault(*field, place, entry.value(), {}, faults);
         }
     }
-    return std::nullopt;
 }
 
-std::optional<EntryFault> keyFault(const Key& key, const QJsonObject& entry, const QStringList& inputs) {
-    const QString name = QLatin1String(key.name);
-    if (!entry.contains(name)) {
-        if (key.optional) {
-            return std::nullopt;
-        }
-        return EntryFault{QString(), QStringLiteral("the key \"%1\" is missing").arg(name)};
+void findKeyFault(const Key& key, const QString& path, const QJsonValue& value, const QStringList& inputs,
+                  EntryFaults* faults) {
+    const QString fault = kindFault(key.kind, value, inputs);
+    if (fault.isEmpty()) {
+        findInnerFaults(path, key.kind, value.toObject(), faults);
+        return;
     }
-    const QString fault = kindFault(key.kind, entry.value(name), inputs);
-    if (!fault.isEmpty()) {
-        return EntryFault{name, QStringLiteral("\"%1\" %2").arg(name, fault)};
+    const bool namesInput = key.kind == Kind::Input && value.isString();
+    faults->push_back({path, QStringLiteral("\"%1\" %2").arg(path, fault),
+                       namesInput ? prog::Fault::EntryInput : prog::Fault::EntryWrong});
+}
+
+/// The nodes right below the package's subtree that a scenario may set or make.
+constexpr QLatin1String subtrees[] = {
+    prog::key::defaults,
+    prog::key::port,
+    prog::key::param,
+    prog::key::signalsConfig,
+    prog::key::curParam,
+    prog::key::program,
+    prog::key::toolset,
+    prog::key::stationProgram,
+    prog::key::count,
+    prog::key::current,
+    prog::key::execute,
+    prog::key::processTime,
+    prog::key::keypad,
+    QLatin1String("lumo.dialog"),
+    QLatin1String("lumo.allWeldBtnstatus"),
+};
+
+/// Whether the tree has, or the package makes, what a path names.
+bool isPath(const QString& path) {
+    const QString top = path.section(QLatin1Char('.'), 0, 1);
+    if (!path.startsWith(prog::key::lumo + QLatin1Char('.'))) {
+        return !m(path.section(QLatin1Char('.'), 0, 0))->isNull();
     }
-    return innerFault(name, key.kind, entry.value(name).toObject());
+    return std::any_of(std::begin(subtrees), std::end(subtrees),
+                       [&top](QLatin1String subtree) { return top == subtree; });
+}
+
+/// The project file that an entry loads or binds to a station; empty without one.
+QString fileOf(Action action, const QJsonObject& entry) {
+    switch (action) {
+        case Action::Station:
+            return entry.value(QStringLiteral("set"))[prog::field::filePath].toString();
+        case Action::Load:
+            return entry.value(QStringLiteral("file")).toString();
+        default:
+            return {};
+    }
 }
 
 }  // namespace
@@ -246,67 +292,98 @@ std::optional<Action> actionFrom(const QString& word) {
     return row ? std::optional<Action>(row->action) : std::nullopt;
 }
 
-std::optional<EntryFault> findEntryFault(const QJsonObject& entry, const QStringList& inputs) {
+std::vector<EntryFault> findEntryFaults(const QJsonObject& entry, const QStringList& inputs) {
     const QString at = QStringLiteral("at");
     const QString verb = QStringLiteral("do");
+    EntryFaults faults;
     for (const QString& key : {at, verb}) {
         if (!entry.contains(key)) {
-            return EntryFault{QString(), QStringLiteral("the key \"%1\" is missing").arg(key)};
+            faults.push_back({QString(), QStringLiteral("the key \"%1\" is missing").arg(key)});
         }
     }
-    if (!isInteger(entry.value(at)) || entry.value(at).toDouble() < 0) {
-        return EntryFault{at, QStringLiteral("\"at\" is no whole number from 0")};
+    if (entry.contains(at) && (!isInteger(entry.value(at)) || entry.value(at).toDouble() < 0)) {
+        faults.push_back({at, QStringLiteral("\"at\" is no whole number from 0")});
+    }
+    if (!entry.contains(verb)) {
+        return faults;
     }
     const ActionRow* row = findRow(entry.value(verb).toString());
     if (!row) {
-        return EntryFault{verb, QStringLiteral("unknown \"do\" \"%1\"").arg(entry.value(verb).toString())};
+        faults.push_back({verb, QStringLiteral("unknown \"do\" \"%1\"").arg(entry.value(verb).toString()),
+                          prog::Fault::ActionUnknown});
+        return faults;
     }
     QStringList known = {at, verb};
     for (const Key& key : row->keys) {
-        known.append(QLatin1String(key.name));
-        if (const auto fault = keyFault(key, entry, inputs)) {
-            return fault;
+        const QString name = QLatin1String(key.name);
+        known.append(name);
+        if (entry.contains(name)) {
+            findKeyFault(key, name, entry.value(name), inputs, &faults);
+        } else if (!key.optional) {
+            faults.push_back({QString(), QStringLiteral("the key \"%1\" is missing").arg(name)});
         }
     }
     for (const QString& key : entry.keys()) {
         if (!known.contains(key)) {
-            return EntryFault{key,
-                              QStringLiteral("\"%1\" has no key \"%2\"").arg(QLatin1String(row->word), key)};
+            faults.push_back(
+                {key, QStringLiteral("\"%1\" has no key \"%2\"").arg(QLatin1String(row->word), key)});
         }
     }
-    return std::nullopt;
+    return faults;
 }
 
 std::optional<Scenario> Scenario::read(const QString& file, const QString& shown, const QStringList& inputs,
-                                       Problem* problem) {
+                                       const QString& folder, Problem* problem) {
     const std::optional<InputArray> text = InputArray::read(file, shown, problem);
-    return text ? fromText(*text, inputs, problem) : std::nullopt;
+    return text ? std::make_optional(fromText(*text, inputs, folder)) : std::nullopt;
 }
 
-std::optional<Scenario> Scenario::fromText(const InputArray& text, const QStringList& inputs,
-                                           Problem* problem) {
+Scenario Scenario::fromText(const InputArray& text, const QStringList& inputs, const QString& folder) {
     Scenario scenario;
+    scenario.text_ = text;
     for (int i = 0; i < text.array().size(); ++i) {
-        const QJsonValue value = text.array().at(i);
-        const QString who = QStringLiteral("entry %1: ").arg(i + 1);
-        if (!value.isObject()) {
-            *problem = text.problemAt(i, who + QStringLiteral("is no object"));
-            return std::nullopt;
-        }
-        const QJsonObject entry = value.toObject();
-        const std::optional<EntryFault> fault = findEntryFault(entry, inputs);
-        const std::optional<Action> action = actionFrom(entry.value(QStringLiteral("do")).toString());
-        if (fault || !action) {
-            *problem = fault->path.isEmpty() ? text.problemAt(i, who + fault->reason)
-                                             : text.problemAt(i, fault->path, who + fault->reason);
-            return std::nullopt;
-        }
-        scenario.entries_.push_back(
-            {entry.value(QStringLiteral("at")).toInt(), *action, entry, text.compact(i)});
+        scenario.check(i, text.array().at(i).toObject(), inputs, folder);
     }
     std::stable_sort(scenario.entries_.begin(), scenario.entries_.end(),
                      [](const ScenarioEntry& a, const ScenarioEntry& b) { return a.atMs < b.atMs; });
     return scenario;
+}
+
+/// Takes an entry over that can be played.
+void Scenario::check(int element, const QJsonObject& entry, const QStringList& inputs,
+                     const QString& folder) {
+    prog::Finding finding;
+    finding.document = prog::Document::Scenario;
+    finding.element = element;
+    const auto tell = [this, &finding](prog::Fault fault, const QString& path, const QString& argument) {
+        finding.fault = fault;
+        finding.severity = prog::severityOf(fault);
+        finding.path = path;
+        finding.arguments = {argument};
+        findings_.push_back(finding);
+    };
+    if (!text_->array().at(element).isObject()) {
+        tell(prog::Fault::NoRecord, {}, {});
+        return;
+    }
+    const EntryFaults faults = findEntryFaults(entry, inputs);
+    for (const EntryFault& fault : faults) {
+        tell(fault.fault, fault.path, fault.reason);
+    }
+    const std::optional<Action> action = actionFrom(entry.value(QStringLiteral("do")).toString());
+    if (!faults.empty() || !action) {
+        return;
+    }
+    const QString path = entry.value(QStringLiteral("path")).toString();
+    if (*action == Action::Set && !isPath(path)) {
+        tell(prog::Fault::PathUnknown, QStringLiteral("path"), path);
+    }
+    const QString file = fileOf(*action, entry);
+    if (!file.isEmpty() && !QFileInfo::exists(QDir(folder).absoluteFilePath(file))) {
+        tell(prog::Fault::FileUnknown,
+             *action == Action::Load ? QStringLiteral("file") : QStringLiteral("set.filePath"), file);
+    }
+    entries_.push_back({entry.value(QStringLiteral("at")).toInt(), *action, entry, text_->compact(element)});
 }
 
 bool Scenario::has(Action action) const {
@@ -317,11 +394,9 @@ bool Scenario::has(Action action) const {
 QStringList Scenario::files(const QString& folder) const {
     QStringList names;
     for (const ScenarioEntry& entry : entries_) {
-        const QJsonValue name = entry.action == Action::Station
-                                    ? entry.keys.value(QStringLiteral("set"))[QStringLiteral("filePath")]
-                                    : entry.keys.value(QStringLiteral("file"));
-        if (!name.toString().isEmpty()) {
-            names.append(QDir(folder).absoluteFilePath(name.toString()));
+        const QString name = fileOf(entry.action, entry.keys);
+        if (!name.isEmpty()) {
+            names.append(QDir(folder).absoluteFilePath(name));
         }
     }
     return names;

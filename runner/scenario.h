@@ -1,5 +1,6 @@
 #pragma once
 
+#include "program/finding.h"
 #include "runner/problem.h"
 
 #include <QByteArray>
@@ -48,11 +49,11 @@ std::optional<Action> actionFrom(const QString& word);
 struct EntryFault {
     QString path;  ///< dotted path of the wrong value; empty for the entry as a whole
     QString reason;
+    prog::Fault fault = prog::Fault::EntryWrong;
 };
 
-/// Finds a key that is missing, unknown or of the wrong kind. `inputs`: the names of the controller's
-/// inputs.
-std::optional<EntryFault> findEntryFault(const QJsonObject& entry, const QStringList& inputs);
+/// Finds keys that are missing, unknown or of the wrong kind. `inputs`: the names of the controller's inputs.
+std::vector<EntryFault> findEntryFaults(const QJsonObject& entry, const QStringList& inputs);
 
 /// A checked entry of a scenario: its keys exist and have the right kinds.
 struct ScenarioEntry {
@@ -65,12 +66,16 @@ struct ScenarioEntry {
 /// Timed events of a run: a JSON array of {"at": MS, "do": ACTION, …}.
 class Scenario {
 public:
-    /// Nothing, with the place and the reason in `problem`, when it does not parse or has a wrong entry.
-    /// `inputs`: the names of the controller's inputs.
+    /// Nothing, with the place and the reason in `problem`, when it cannot be read, does not parse or holds
+    /// no array. `inputs`: the names of the controller's inputs; `folder`: where the projects are that it
+    /// loads.
     static std::optional<Scenario> read(const QString& file, const QString& shown, const QStringList& inputs,
-                                        Problem* problem);
-    static std::optional<Scenario> fromText(const InputArray& text, const QStringList& inputs,
-                                            Problem* problem);
+                                        const QString& folder, Problem* problem);
+    static Scenario fromText(const InputArray& text, const QStringList& inputs, const QString& folder);
+
+    /// What is wrong with the entries. One with an error cannot be played and is none of `entries`.
+    const prog::Findings& findings() const { return findings_; }
+    const std::optional<InputArray>& text() const { return text_; }
 
     /// Sorted by time; entries of one time as in the file.
     const std::vector<ScenarioEntry>& entries() const { return entries_; }
@@ -81,6 +86,10 @@ public:
     QStringList files(const QString& folder) const;
 
 private:
+    void check(int element, const QJsonObject& entry, const QStringList& inputs, const QString& folder);
+
+    std::optional<InputArray> text_;
+    prog::Findings findings_;
     std::vector<ScenarioEntry> entries_;
 };
 

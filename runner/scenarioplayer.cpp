@@ -55,8 +55,8 @@ QString reasonOf(sim::JogAnswer answer) {
 /// The problem of a file that cannot be loaded; nothing without one.
 std::optional<Problem> noProject(const QString& path) {
     Problem problem;
-    return Project::read(path, QFileInfo(path).fileName(), &problem) ? std::nullopt
-                                                                     : std::make_optional(problem);
+    const std::optional<Project> project = Project::read(path, QFileInfo(path).fileName(), &problem);
+    return project ? project->structureFault() : std::make_optional(problem);
 }
 
 QString noLine(int line, int count) {

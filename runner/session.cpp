@@ -38,6 +38,7 @@ void printFileError(const QString& option, const QString& file, const QString& e
 
 Session::Session(const Options& options)
     : options_(options),
+      input_(options),
       report_(reportStream(options),
               options.stations.isEmpty() ? Report::Progress::Statements : Report::Progress::Stations),
       watch_(&follower_),
@@ -104,37 +105,23 @@ void Session::windDown() {
 bool Session::readInput() {
     status_ = badInput;
     Problem problem;
-    if (!readProgram(&problem) || !evidence_.read(&problem)) {
+    const bool hasProgram = input_.readProgram(&problem);
+    if ((!hasProgram && !options_.check) || !evidence_.read(&problem)) {
         printError(problem.text());
         return false;
     }
+    project_ = input_.project();
+    stations_ = input_.stations();
     if (!QDir::setCurrent(options_.settings)) {
         printError(QStringLiteral("%1: the folder cannot be entered").arg(options_.settings));
         return false;
     }
     makeCell();
-    std::optional<Scenario> scenario = Scenario();
-    if (!options_.scenario.isEmpty()) {
-        scenario = Scenario::read(options_.scenario, options_.scenarioName, cell_->controller()->inputNames(),
-                                  &problem);
-    }
-    if (!scenario) {
-        printError(problem.text());
+    if (!checkInput()) {
         return false;
     }
-    QStringList files = scenario->files(options_.folder());
-    if (stations_) {
-        for (const QString& name : stations_->projects()) {
-            files.append(QDir(options_.folder()).absoluteFilePath(name));
-        }
-    }
-    const QString fault = outputFault(options_, files);
-    if (!fault.isEmpty()) {
-        printError(fault);
-        return false;
-    }
-    player_ = std::make_unique<ScenarioPlayer>(*scenario, &tree_, &pages_, cell_->controller(), cell_->cell(),
-                                               options_.folder());
+    player_ = std::make_unique<ScenarioPlayer>(input_.scenario(), &tree_, &pages_, cell_->controller(),
+                                               cell_->cell(), options_.folder());
     return true;
 }
 
@@ -152,13 +139,14 @@ void Session::makeCell() {
     recorder_.attachCell(cell_->cell());
 }
 
-bool Session::readProgram(Problem* problem) {
-    if (options_.stations.isEmpty()) {
-        project_ = Project::read(options_.project, options_.projectName, problem);
-    } else {
-        stations_ = StationList::read(options_.stations, options_.stationsName, problem);
+/// False where nothing is to be run: only the check was asked for, or it refuses the run.
+bool Session::checkInput() {
+    input_.check(cell_->controller()->inputNames(), prog::CellFacts::ofHost(), cell_->arm());
+    if (options_.check) {
+        status_ = printFindings(input_);
+        return false;
     }
-    return project_ || stations_;
+    return input_.accept();
 }
 
 bool Session::openFiles() {
@@ -201,10 +189,6 @@ bool Session::setUp() {
     tree_.setRunMode(package_.runMode);
     tree_.setStationPage(&stationPage_);
     pages_.setPanel(stack_.get(), &stationPage_);
-    const int sets = m(prog::key::param)->cmobjCount();
-    for (const Problem& warning : project_ ? project_->warnings(sets) : stations_->warnings(sets)) {
-        printWarning(warning.text());
-    }
     connectEnds();
     return true;
 }
@@ -318,7 +302,11 @@ void Session::onChanged(const workcell::Change& change) {
 }
 
 void Session::onFileProblem(const mendo::FileProblem& problem) {
-    printWarning(Problem{QFileInfo(problem.file).fileName(), problem.place, problem.text()}.text());
+    const QString name = QFileInfo(problem.file).fileName();
+    const bool isSettings = name == prog::file::parameters || name == prog::file::ports;
+    if (!isSettings || !input_.hasToldOf(name)) {
+        printWarning(Problem{name, problem.place, problem.text()}.text());
+    }
 }
 
 qint64 Session::elapsedMs() const {
@@ -434,6 +422,9 @@ ProjectResult Session::result(const QString& reason, bool succeeded) const {
     result.name = stations_ ? QDir(options_.stations).dirName() : projectName();
     result.succeeded = succeeded;
     result.record.reason = reason;
+    for (const PlacedFinding& finding : input_.findings()) {
+        result.findings.push_back(finding.reported());
+    }
     if (stations_) {
         int row = 0;
         for (const StationLine& line : stationLines()) {
@@ -453,7 +444,7 @@ QString Session::projectName() const {
 /// Whether all runs that began finished.
 bool Session::isSuccess() const {
     return watch_.reason() == QLatin1String("finished") && !quitInRun_ && !pages_.hasFailed() &&
-           (!stations_ || stationWatch_.allFinished());
+           (!stations_ || (stationWatch_.allFinished() && !input_.hasFaultyStation()));
 }
 
 void Session::finish(const QString& ending) {

@@ -7,6 +7,7 @@
 #include "runner/project.h"
 #include "runner/recorder.h"
 #include "runner/report.h"
+#include "runner/runinput.h"
 #include "runner/scenarioplayer.h"
 #include "runner/stationpage.h"
 #include "runner/stationwatch.h"
@@ -38,13 +39,16 @@ public:
     /// Returns the exit status.
     int run();
 
+    /// What the check before the run has found, sorted by file and place.
+    const std::vector<PlacedFinding>& findings() const { return input_.findings(); }
+
 private slots:
     void scheduleCheck();  // a slot, to be connected by name: the signal's class is unknown here
 
 private:
     bool readInput();
+    bool checkInput();
     void makeCell();
-    bool readProgram(Problem* problem);
     bool openFiles();
     bool setUp();
     bool openEvidence();
@@ -80,6 +84,7 @@ private:
     qint64 elapsedMs() const;
 
     Options options_;
+    RunInput input_;
     std::optional<Project> project_;       ///< either this
     std::optional<StationList> stations_;  ///< or these
     Trace trace_;

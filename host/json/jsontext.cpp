@@ -7,6 +7,9 @@
 #include <QJsonObject>
 
 #include <algorithm>
+#include <map>
+#include <string_view>
+#include <unordered_set>
 
 namespace mendo {
 
@@ -221,6 +224,121 @@ private:
     Kind fault_ = Kind::NoValue;
 };
 
+/// The text of a string with its quotes.
+QString keyFrom(const QByteArray& quoted) {
+    return quoted.contains('\\') ? QJsonDocument::fromJson('[' + quoted + ']').array().first().toString()
+                                 : QString::fromUtf8(quoted.mid(1, quoted.size() - 2));
+}
+
+/// Walks through a value and tells the keys that an object has more than once.
+class DuplicateFinder : private Walker {
+public:
+    struct Found {
+        QString path;
+        int offset;  ///< of the last value
+    };
+
+    using Walker::Walker;
+
+    const std::vector<Found>& find() {
+        value();
+        return found_;
+    }
+
+private:
+    using Key = std::string_view;  ///< with its quotes
+
+    void value() {
+        skipSpace();
+        if (take('{')) {
+            object();
+        } else if (take('[')) {
+            list();
+        } else {
+            skipValue();
+        }
+    }
+
+    void object() {
+        std::vector<Key> keys;
+        std::unordered_set<Key> manyKeys;
+        std::map<QString, int> again;
+        for (skipSpace(); peek() == '"'; skipSpace()) {
+            const Key key = takeKey();
+            path_.push_back({key, 0});
+            if (isAmong(keys, manyKeys, key)) {
+                again[path()] = pos_;
+            } else {
+                keys.push_back(key);
+            }
+            value();
+            path_.pop_back();
+            skipSpace();
+            take(',');
+        }
+        take('}');
+        for (const auto& [name, offset] : again) {
+            found_.push_back({name, offset});
+        }
+    }
+
+    void list() {
+        skipSpace();
+        for (int i = 0; peek() != ']' && pos_ < text_.size(); ++i) {
+            path_.push_back({Key(), i});
+            value();
+            path_.pop_back();
+            skipSpace();
+            take(',');
+            skipSpace();
+        }
+        take(']');
+    }
+
+    Key takeKey() {
+        const int from = pos_;
+        skipString();
+        const Key key(text_.constData() + from, std::size_t(pos_ - from));
+        skipSpace();
+        take(':');
+        skipSpace();
+        return key;
+    }
+
+    /// Short lists are searched, long ones get an index.
+    static bool isAmong(const std::vector<Key>& keys, std::unordered_set<Key>& manyKeys, Key key) {
+        constexpr std::size_t many = 64;
+        if (keys.size() >= many) {
+            if (manyKeys.empty()) {
+                manyKeys.insert(keys.begin(), keys.end());
+            }
+            return !manyKeys.insert(key).second;
+        }
+        const bool isEscaped = key.find('\\') != Key::npos;
+        return std::any_of(keys.begin(), keys.end(), [key, isEscaped](Key other) {
+            return other == key ||
+                   ((isEscaped || other.find('\\') != Key::npos) && textOf(other) == textOf(key));
+        });
+    }
+
+    static QString textOf(Key key) { return keyFrom(QByteArray(key.data(), int(key.size()))); }
+
+    QString path() const {
+        QStringList parts;
+        for (const Part& part : path_) {
+            parts.append(part.key.empty() ? QStringLiteral("#%1").arg(part.index) : textOf(part.key));
+        }
+        return parts.join(QLatin1Char('.'));
+    }
+
+    struct Part {
+        Key key;    ///< empty in a list
+        int index;  ///< in a list
+    };
+    std::vector<Part> path_;
+    std::vector<Found> found_;
+};
+
 /// What only Qt's parser finds.
 Kind kindOf(QJsonParseError::ParseError error) {
     switch (error) {
@@ -287,6 +405,18 @@ TextPlace JsonText::place(int element, const QString& path) const {
 
 TextPlace JsonText::place(const QStringList& keys) const {
     return placeOf(follow(start_, keys));
+}
+
+std::vector<JsonText::Duplicate> JsonText::duplicates() const {
+    std::vector<Duplicate> all;
+    for (int element = 0; value_.isArray() && element < int(elements().size()); ++element) {
+        const Spot& from = elements()[std::size_t(element)];
+        DuplicateFinder finder(text_, from.offset);
+        for (const DuplicateFinder::Found& found : finder.find()) {
+            all.push_back({element, found.path, spotFrom(from, found.offset).place});
+        }
+    }
+    return all;
 }
 
 QByteArray JsonText::compact(int element) const {
@@ -379,11 +509,11 @@ std::optional<int> JsonText::findEntry(int object, const QString& key) const {
             break;  // an empty object
         }
         walker.skipString();
-        const QByteArray name = '[' + text_.mid(from, walker.position() - from) + ']';
+        const QString name = keyFrom(text_.mid(from, walker.position() - from));
         walker.skipSpace();
         walker.take(':');
         walker.skipSpace();
-        if (QJsonDocument::fromJson(name).array().first().toString() == key) {
+        if (name == key) {
             found = walker.position();
         }
         walker.skipValue();

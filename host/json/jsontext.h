@@ -32,6 +32,15 @@ public:
     /// The same for the keys that lead to a value of the object; names of their own may have dots.
     TextPlace place(const QStringList& keys) const;
 
+    /// A key that an object has more than once.
+    struct Duplicate {
+        int element;      ///< of the array
+        QString path;     ///< dotted, of the key in the element; elements of inner lists as "#N"
+        TextPlace place;  ///< of the last one's value, which counts
+    };
+    /// All of them in the elements of an array that are objects, in the order of the text.
+    std::vector<Duplicate> duplicates() const;
+
     /// An element as it stands in the text, its keys in their order, without white space; numbers in shortest
     /// form.
     QByteArray compact(int element) const;

@@ -103,15 +103,20 @@ void check(const QByteArray& input) {
     static run::TreeOperator tree;
     run::Problem problem;
     const std::optional<run::InputArray> text = run::InputArray::parse(input, fileName, &problem);
-    const auto project = text ? run::Project::fromText(*text, &problem) : std::nullopt;
-    if (!project) {
+    if (!text) {
         require(!problem.reason.isEmpty() && problem.place.line > 0, "what is wrong is told with its line");
         return;
     }
-    for (const run::Problem& warning : project->warnings(2)) {
-        use(warning.text());
+    const run::Project project(*text);
+    const QJsonValue sets = QJsonArray{QJsonObject(), QJsonObject()};
+    for (const prog::Finding& finding :
+         prog::checkProgram(QJsonValue(project.content()), sets, QJsonValue(), prog::CellFacts())) {
+        use(prog::englishText(finding), text->place(finding.element, finding.path));
     }
-    tree.loadProject(project->content());
+    use(text->duplicates());
+    if (!project.structureFault()) {
+        tree.loadProject(project.content());
+    }
 }
 
 void project(const QByteArray& input) {
@@ -201,8 +206,10 @@ void stations(const QByteArray& input) {
     write(lumo::settingsFile(lumo::Settings::Stations), input);
     run::Problem problem;
     if (const auto list = run::StationList::read(".", ".", &problem)) {
-        for (const run::Problem& warning : list->warnings(2)) {
-            use(warning.text());
+        const QJsonArray rows = list->text() ? list->text()->array() : QJsonArray();
+        for (const prog::Finding& finding :
+             prog::checkStations(QJsonValue(rows), QJsonValue(), prog::CellFacts())) {
+            use(prog::englishText(finding));
         }
     }
 }
@@ -212,7 +219,8 @@ void scenario(const QByteArray& input) {
     static const QJsonValue usual = m()->root()->exportToJson();
     run::Problem problem;
     const std::optional<run::InputArray> text = run::InputArray::parse(input, "scenario.json", &problem);
-    const auto scenario = text ? run::Scenario::fromText(*text, {"DI1"}, &problem) : std::nullopt;
+    const auto scenario =
+        text ? std::make_optional(run::Scenario::fromText(*text, {"DI1"}, ".")) : std::nullopt;
     require(scenario || !problem.text().isEmpty(), "what is wrong is told");
     if (!scenario || !scenario->has(run::Action::Set)) {
         return;

@@ -1,11 +1,10 @@
 #include "json/jsontext.h"
-#include "program/fieldfaults.h"
 #include "program/parameters.h"
+#include "program/statement.h"
 #include "support/suite.h"
 #include "support/text.h"
 
 using namespace prog;
-using namespace prog::old;
 using test::json;
 
 namespace {
@@ -40,17 +39,6 @@ QString shown(const Statement& statement) {
                       .arg(statement.note);
 }
 
-/// A finding as "field rule arguments"; the kind follows from the field.
-QString shown(const Finding& finding) {
-    static const char* const rules[] = {"is missing", "is no text", "is empty",    "is unknown",
-                                        "is missing", "holds",      "is negative", "names no set"};
-    QStringList words{finding.path, rules[static_cast<int>(finding.rule)]};
-    for (const QVariant& argument : finding.arguments.mid(finding.rule == Rule::FieldKind ? 1 : 0)) {
-        words << (argument.isValid() ? argument.toString() : "another kind");
-    }
-    return words.join(' ');
-}
-
 QJsonObject with(QJsonObject map, const QString& path, const QJsonValue& value) {
     const QString name = path.section('.', 0, 0);
     const QString rest = path.section('.', 1);
@@ -71,7 +59,7 @@ QJsonObject newRecord(const FieldRows& rows) {
 
 }  // namespace
 
-/// One meaning of a record: how it is read, what is wrong with it, what a new one holds.
+/// One meaning of a record: how it is read, what a new one holds.
 class ProgramRecords : public QObject {
     Q_OBJECT
 private slots:
@@ -115,43 +103,6 @@ private slots:
         QCOMPARE(params.wireSpeed, 0.0);
         QCOMPARE(params.increaseMs + params.stayMs + params.openMs, 0);
         QCOMPARE(params.postFlowMs, 500'000'000);
-    }
-
-    void oddStatement_isTold() {
-        const QByteArray joint = "'type':'moveJ','speed':20,'zone':2,'point':{'near':";
-        const std::pair<QByteArray, QString> cases[] = {
-            {"'execute':true", "type is missing"},
-            {"'type':5", "type is no text"},
-            {"'type':''", "type is empty"},
-            {"'type':'movel'", "type is unknown movel"},
-            {joint + "[0,0,0,0,0,0]}", ""},
-            {joint + "[0,'1',0,0,0,0]}", "point.near holds 1"},
-            {joint + "[0,0,0]}", "point.near holds another kind"},
-            {"'type':'moveL','point':{'trans':[0,0],'rot':[0,0,0]},'speed':'20'",
-             "point.trans holds another kind, speed holds 20, zone is missing"},
-            {"'type':'param','index':2", "index names no set 2 2"},
-            {"'type':'param','index':'-1'", "index holds -1, index names no set -1 2"},
-            {"'type':'open','index':0,'weldspeed':'20.5','laserPower':'50'", ""},
-            {"'type':'delay','delaytime':'-5'", "delaytime is negative -5"},
-            {"'type':'delay','delaytime':true,'execute':'yes'", "execute holds yes, delaytime holds true"},
-            {"'type':'setDO','DO_type':'IO','doName':'DO1','value':'true'", ""},
-            {"'type':'setDO','DO_type':'IO','doName':5,'value':true", "doName holds 5, value holds true"},
-            {"'type':'setDO','value':'','doName':'DO1'",
-             "DO_type is missing, DO_reg.name is missing, DO_reg.type is missing, DO_reg.bias is missing"},
-            {"'type':'waitDI','value1':'true','diName':'DI1'",
-             "DI_type is missing, DI_reg.name is missing, DI_reg.bias is missing"},
-            {"'type':'close','note':{'type':'x'}", ""}};
-        for (const auto& [content, expected] : cases) {
-            const QJsonObject statement = json("{" + content + "}").toObject();
-            QStringList found;
-            if (const auto fault = findTypeFault(statement)) {
-                found << shown(*fault);
-            }
-            for (const Finding& finding : checkFields(statement, 2)) {
-                found << shown(finding);
-            }
-            QCOMPARE(found.join(", "), expected);
-        }
     }
 
     /// The package makes new records from these documents.

@@ -16,30 +16,19 @@ using test::quoted;
 
 namespace {
 
-/// A text with ' for ", and the expected problem.
-struct Case {
-    QByteArray text;
-    const char* says;
-};
-
-std::optional<Project> project(const QByteArray& text, Problem* problem) {
-    const auto json = InputArray::parse(quoted(text), "p.json", problem);
-    return json ? Project::fromText(*json, problem) : std::nullopt;
-}
-
-std::optional<Scenario> scenario(const QByteArray& text, Problem* problem) {
-    const auto json = InputArray::parse(quoted(text), "s.json", problem);
-    return json ? Scenario::fromText(*json, {"DI3", "LUMO_DI.#2"}, problem) : std::nullopt;
-}
-
-template <typename Read>
-void refuses(const std::vector<Case>& cases, Read read) {
-    for (const Case& bad : cases) {
-        Problem problem;
-        QVERIFY2(!read(bad.text, &problem), bad.text.constData());
-        QVERIFY2(problem.text().contains(bad.says) && !problem.text().contains('\n'),
-                 qPrintable(problem.text()));
+/// What is wrong with a scenario, each with its place; ' stands for ".
+QStringList faultsOf(const QByteArray& scenario) {
+    Problem problem;
+    const auto text = InputArray::parse(quoted(scenario), "s.json", &problem);
+    if (!text) {
+        return {problem.text()};
     }
+    QStringList faults;
+    const Scenario read = Scenario::fromText(*text, {"DI3", "LUMO_DI.#2"}, ".");
+    for (const prog::Finding& finding : read.findings()) {
+        faults << text->problemAt(finding.element, finding.path, prog::englishText(finding)).text();
+    }
+    return faults;
 }
 
 }  // namespace
@@ -48,48 +37,53 @@ void refuses(const std::vector<Case>& cases, Read read) {
 class RunnerInput : public QObject {
     Q_OBJECT
 private slots:
-    void brokenProject_givesAProblemWithItsPlace() {
-        refuses({{"[\n{'type': 'delay'},\n  {type}]", "p.json:3:4: no JSON: expected a key in quotes"},
-                 {"\n {}", "p.json:2:2: holds no array"},
-                 {"[{'type':'close'},\n 5]", "p.json:2:2: element 2 is no object"},
-                 {"[{'execute':true}]", "p.json:1:2: element 1: statement without a type"},
-                 {"[{'type':''}]", "p.json:1:10: element 1: the statement's type is empty"},
-                 {"[{'type':null}]", "p.json:1:10: element 1: the statement's type is no text"},
-                 {"[{'type':'movel'}]", "p.json:1:10: element 1: unknown statement type \"movel\""},
-                 {"[{'end':{}},\n{'end':{}}]", "p.json:2:1: element 2: statement without a type"}},
-                project);
+    void unreadableProject_givesAProblemWithItsPlace() {
+        const std::pair<const char*, const char*> cases[] = {
+            {"[\n{'type': 'delay'},\n  {type}]", "p.json:3:4: no JSON: expected a key in quotes"},
+            {"\n {}", "p.json:2:2: holds no array"}};
         Problem problem;
-        QCOMPARE(project("[{'type':'close'},{'end':{},'ref':{}}]", &problem)->statementCount(), 1);
+        for (const auto& [text, says] : cases) {
+            QVERIFY(!InputArray::parse(quoted(text), "p.json", &problem));
+            QCOMPARE(problem.text(), QString(says));
+        }
+        const Project project(*InputArray::parse(
+            quoted("[{'type':'close'},{'end':{},'ref':{}},\n{'type':'movel'}]"), "p.json", &problem));
+        QCOMPARE(project.statementCount(), 2);
+        QCOMPARE(project.structureFault()->text(), "p.json:2:9: element 3: unknown statement type \"movel\"");
         for (const char* file : {"none.json", "/dev/zero", "."}) {
             QVERIFY2(!Project::read(file, file, &problem) && problem.text().startsWith(file), file);
         }
     }
 
-    void brokenScenario_givesAProblemWithItsPlace() {
+    void brokenScenario_tellsEachFaultWithItsPlace() {
         const auto entry = [](const char* keys) { return QByteArray("[{'at':0,'do':") + keys + "}]"; };
-        refuses(
-            {{"[[]]", "s.json:1:2: entry 1: is no object"},
-             {"[{'do':'pause'}]", "s.json:1:2: entry 1: the key \"at\" is missing"},
-             {"[{'at':-1,'do':'pause'}]", "s.json:1:8: entry 1: \"at\" is no whole number from 0"},
-             {"[{'at':0,'do':'pause'},\n{'at':0,'do':'stop'}]",
-              "s.json:2:14: entry 2: unknown \"do\" \"stop\""},
-             {entry("'pause','value':1"), "s.json:1:31: entry 1: \"pause\" has no key \"value\""},
-             {entry("'power','value':true"), "\"value\" is none of on, off"},
-             {entry("'weld','value':'on'"), "\"value\" is neither true nor false"},
-             {entry("'input','name':'DI99','value':true"), "s.json:1:30: entry 1: \"name\" names no input"},
-             {entry("'quirk','name':'slow','value':true"), "\"name\" names no quirk"},
-             {entry("'motionError','code':3"), "\"code\" is no negative whole number"},
-             {entry("'remove','line0':-1"), "\"line0\" is no whole number from 0"},
-             {entry("'insert','line0':0,'statement':{'type':'weld'}"),
-              "s.json:1:54: entry 1: unknown statement"},
-             {entry("'move','line0':0"), "the key \"to0\" is missing"},
-             {entry("'place','trans':[1,2]"), "\"trans\" is no list of three numbers"},
-             {entry("'device','name':'laser','value':true,'power':101"),
-              "\"power\" is no number from 0 to 100"},
-             {entry("'station','row':0,'set':{'DI3':'DI3'}"), "\"set.DI3\" is no field of a station"},
-             {entry("'station','row':0,'set':{'DI_reg':{'bias':-1}}"),
-              "\"set.DI_reg.bias\" is no whole number"}},
-            scenario);
+        const std::pair<QByteArray, const char*> cases[] = {
+            {"[[]]", "s.json:1:2: this is no record"},
+            {"[{'do':'pause'}]", "s.json:1:2: the key \"at\" is missing"},
+            {"[{'at':-1,'do':'pause'}]", "s.json:1:8: \"at\" is no whole number from 0"},
+            {"[{'at':0,'do':'pause'},\n{'at':0,'do':'stop'}]", "s.json:2:14: unknown \"do\" \"stop\""},
+            {entry("'pause','value':1"), "s.json:1:31: \"pause\" has no key \"value\""},
+            {entry("'power','value':true,'x':1"),
+             "s.json:1:31: \"value\" is none of on, off|s.json:1:40: \"power\" has no key \"x\""},
+            {entry("'weld','value':'on'"), "s.json:1:30: \"value\" is neither true nor false"},
+            {entry("'input','name':'DI99','value':1"),
+             "s.json:1:30: \"name\" names no input|s.json:1:45: \"value\" is neither true nor false"},
+            {entry("'quirk','name':'slow','value':true"), "s.json:1:30: \"name\" names no quirk"},
+            {entry("'motionError','code':3"), "s.json:1:36: \"code\" is no negative whole number"},
+            {entry("'remove','line0':-1"), "s.json:1:32: \"line0\" is no whole number from 0"},
+            {entry("'insert','line0':0,'statement':{'type':'weld'}"),
+             "s.json:1:54: unknown statement type \"weld\""},
+            {entry("'move','line0':0"), "s.json:1:2: the key \"to0\" is missing"},
+            {entry("'place','trans':[1,2]"), "s.json:1:31: \"trans\" is no list of three numbers"},
+            {entry("'device','name':'laser','value':true,'power':101"),
+             "s.json:1:60: \"power\" is no number from 0 to 100"},
+            {entry("'station','row':0,'set':{'DI3':'DI3','DI_reg':{'bias':-1}}"),
+             "s.json:1:46: \"set.DI3\" is no field of a station|"
+             "s.json:1:69: \"set.DI_reg.bias\" is no whole number from 0"},
+            {entry("'load','file':'none.json'"), "s.json:1:29: there is no file none.json"}};
+        for (const auto& [text, says] : cases) {
+            QCOMPARE(faultsOf(text).join('|'), QString(says));
+        }
     }
 
     void traceLine_isOneLineOfJsonInAFixedOrder() {
@@ -125,9 +119,11 @@ private slots:
             {1, "", "f:4:2: x"},    {0, "b", "f:2:8: x"},      {1, "p.q", "f:4:28: x"},
             {1, "a]", "f:4:14: x"}, {1, "p.r.s", "f:4:23: x"}, {2, "a", "f:5:15: x"}};
         for (const auto& [element, path, place] : places) {
-            const Problem found = *path ? text->problemAt(element, path, "x") : text->problemAt(element, "x");
-            QCOMPARE(found.text(), QString(place));
+            QCOMPARE(text->problemAt(element, path, "x").text(), QString(place));
         }
+        QCOMPARE(text->duplicates().size(), 1U);
+        QCOMPARE(text->duplicates()[0].path, "a");
+        QCOMPARE(text->duplicates()[0].place.column, 15);
         QCOMPARE(text->compact(2), QByteArray("{\"a\":\"\xF0\x9F\x94\xA5\",\"a\":2}"));
     }
 };

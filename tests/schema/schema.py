@@ -1,7 +1,11 @@
-"""schema.py ROOT SCHEMAS: the schemas against every example, and against what must not pass."""
+"""schema.py ROOT SCHEMAS LUMO-RUN: the schemas against every example, against what must not pass, and against the check,
+which finds what they refuse."""
 import json
 import pathlib
+import re
+import subprocess
 import sys
+import tempfile
 
 import jsonschema
 
@@ -43,4 +47,40 @@ refused = {
 }
 for kind, bad in refused.items():
     failed += [f"{kind} accepts {document}" for document in bad if check[kind].is_valid(document)]
+
+
+def spoilt(value):
+    """The value with every part of it missing or of another kind."""
+    yield from [None, True, -1, 1.5, "x", {}, [], [1, 2, 3, 4, 5, 6, 7, 8]]
+    if isinstance(value, dict):
+        for key in value:
+            yield {other: value[other] for other in value if other != key}
+            yield from ({**value, key: part} for part in spoilt(value[key]))
+    elif isinstance(value, list):
+        for i in range(len(value)):
+            yield from (value[:i] + [part] + value[i + 1:] for part in spoilt(value[i]))
+
+
+def unnoticed(kind, rows, alone):
+    """What the check says nothing of, though the schema refuses `alone` of a row."""
+    file = "p.json" if kind == "project" else kind + ".json"
+    with tempfile.TemporaryDirectory() as home:
+        pathlib.Path(home, "p.json").write_text("[]")
+        pathlib.Path(home, file).write_text("[\n" + ",\n".join(map(json.dumps, rows)) + "\n]")
+        asked = ["--stations", "."] if kind == "lumo_signalsConfig" else ["p.json"]
+        told = subprocess.run([sys.argv[3], "--check", *asked], cwd=home, capture_output=True, text=True).stdout
+    lines = {int(line) for line in re.findall(rf"^{re.escape(file)}:(\d+):", told, re.MULTILINE)}
+    return [f"the check says nothing of {kind} {json.dumps(row)}" for place, row in enumerate(rows)
+            if place + 2 not in lines and not check[kind].is_valid(alone(place, row))]
+
+
+parts = {kind: [record for other, _, document in documents if other == kind for record in document if document != {}]
+         for kind in check}
+firsts = {record.get("type", "tools"): record for record in reversed(parts["project"])}
+for kind, whole in {"project": list(firsts.values()), "lumo_param": parts["lumo_param"][:1],
+                    "lumo_signalsConfig": parts["lumo_signalsConfig"][:1]}.items():
+    failed += unnoticed(kind, [row for record in whole for row in spoilt(record)], lambda place, row: [row])
+ports = json.loads((root / "examples/flange/lumo_port.json").read_text())
+for rows in zip(*map(spoilt, ports)):
+    failed += unnoticed("lumo_port", list(rows), lambda place, row: ports[:place] + [row] + ports[place + 1:])
 sys.exit("\n".join(failed) or None)
