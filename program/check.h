@@ -65,35 +65,31 @@ public:
 
     /// A program is to be checked. Moves whose points are not taught, or without a speed, are left out: other
     /// rules tell them.
-    void begin(const RunProgram& program);
+    void begin(RunProgram program);
     /// Checks some moves. True when all are done.
     bool advance(int moves);
     /// Those so far, with the lines as elements.
     [[nodiscard]] const Findings& findings() const { return findings_; }
 
 private:
-    struct Move {
-        int line;
-        double speedMmPerS;
-        Statement statement;
-    };
     struct Result {
         std::optional<ReachFault> fault;
         ArmPosture end;
     };
     using Results = QHash<QByteArray, Result>;
 
-    [[nodiscard]] Result resultOf(const Move& move);
+    [[nodiscard]] Result resultOf(const Statement& move, double speedMmPerS);
 
     const ArmModel& arm_;
-    std::vector<Move> moves_;
-    std::size_t next_ = 0;
+    std::optional<RunProgram> program_;  ///< until it is checked
+    int next_ = 0;                       ///< line
+    bool inWeld_ = false;                ///< at that line
     ArmPosture posture_;
     Findings findings_;
     Results results_, kept_;  ///< of this check and of the one before, by what was asked
 };
 
-/// The same at once.
+/// The same at once, without keeping anything.
 [[nodiscard]] Findings checkReach(const RunProgram& program, const ArmModel& arm);
 
 }  // namespace prog

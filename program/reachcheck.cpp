@@ -76,60 +76,76 @@ Finding findingOf(const ReachFault& fault, int line) {
     return finding;
 }
 
+/// The speed of a move that an arm can be asked for; 0 for every other line. `inWeld`: whether the line lies
+/// in a weld, and then whether the next does.
+double speedOfMove(const RunProgram& program, int line, bool* inWeld, std::size_t axes) {
+    const Statement& statement = program.statement(line);
+    if (!statement.executed) {
+        return 0.0;
+    }
+    if (statement.type == StatementType::Open || statement.type == StatementType::Close) {
+        *inWeld = statement.type == StatementType::Open;
+    }
+    return canBeAsked(statement, axes) ? program.speedMmPerS(line, *inWeld) : 0.0;
+}
+
 }  // namespace
 
-void ReachCheck::begin(const RunProgram& program) {
+void ReachCheck::begin(RunProgram program) {
     kept_ = std::move(results_);
     results_ = {};
-    moves_.clear();
     findings_.clear();
+    program_ = std::move(program);
     next_ = 0;
+    inWeld_ = false;
     posture_ = arm_.home();
-    int weld = -1;
-    for (int line = 0; line < program.lineCount(); ++line) {
-        const Statement& statement = program.statement(line);
-        if (!statement.executed) {
-            continue;
-        }
-        if (statement.type == StatementType::Open || statement.type == StatementType::Close) {
-            weld = statement.type == StatementType::Open ? line : -1;
-        }
-        const double speed = program.speedMmPerS(line, weld >= 0);
-        if (speed > 0.0 && canBeAsked(statement, posture_.joints.size())) {
-            moves_.push_back({line, speed, statement});
-        }
-    }
 }
 
 bool ReachCheck::advance(int moves) {
-    for (int done = 0; done < moves && next_ < moves_.size(); ++done, ++next_) {
-        const Move& move = moves_[next_];
-        const Result result = resultOf(move);
-        posture_ = result.end;
-        if (result.fault) {
-            findings_.push_back(findingOf(*result.fault, move.line));
+    for (int done = 0; program_ && done < moves; ++next_) {
+        if (next_ == program_->lineCount()) {
+            program_.reset();
+            kept_ = {};
+            break;
+        }
+        const double speed = speedOfMove(*program_, next_, &inWeld_, posture_.joints.size());
+        if (speed > 0.0) {
+            ++done;
+            const Result result = resultOf(program_->statement(next_), speed);
+            posture_ = result.end;
+            if (result.fault) {
+                findings_.push_back(findingOf(*result.fault, next_));
+            }
         }
     }
-    return next_ == moves_.size();
+    return !program_;
 }
 
-ReachCheck::Result ReachCheck::resultOf(const Move& move) {
-    const QByteArray key = question(move.statement, move.speedMmPerS, posture_);
-    auto known = kept_.constFind(key);
-    if (known == kept_.constEnd()) {
-        Result result;
-        result.end = posture_;
-        result.fault = arm_.follow(move.statement, move.speedMmPerS, &result.end);
-        return *results_.insert(key, result);
+ReachCheck::Result ReachCheck::resultOf(const Statement& move, double speedMmPerS) {
+    const QByteArray key = question(move, speedMmPerS, posture_);
+    const auto known = kept_.constFind(key);
+    if (known != kept_.constEnd()) {
+        return *results_.insert(key, *known);
     }
-    return *results_.insert(key, *known);
+    Result result;
+    result.end = posture_;
+    result.fault = arm_.follow(move, speedMmPerS, &result.end);
+    return *results_.insert(key, result);
 }
 
 Findings checkReach(const RunProgram& program, const ArmModel& arm) {
-    ReachCheck check(arm);
-    check.begin(program);
-    check.advance(program.lineCount());
-    return check.findings();
+    Findings findings;
+    ArmPosture posture = arm.home();
+    bool inWeld = false;
+    for (int line = 0; line < program.lineCount(); ++line) {
+        const double speed = speedOfMove(program, line, &inWeld, posture.joints.size());
+        const std::optional<ReachFault> fault =
+            speed > 0.0 ? arm.follow(program.statement(line), speed, &posture) : std::nullopt;
+        if (fault) {
+            findings.push_back(findingOf(*fault, line));
+        }
+    }
+    return findings;
 }
 
 }  // namespace prog

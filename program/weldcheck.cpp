@@ -67,7 +67,7 @@ void WeldCheck::walk() {
 /// The lines behind the weld's start up to another one, as a person reads them.
 QString WeldCheck::linesLit(int upTo) const {
     const int first = std::min(open_ + 2, upTo);
-    return first == upTo ? QString::number(first) : QStringLiteral("%1–%2").arg(first).arg(upTo);
+    return first == upTo ? QString::number(first) : QStringLiteral("%1-%2").arg(first).arg(upTo);
 }
 
 void WeldCheck::takeSet(int set) {

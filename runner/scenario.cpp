@@ -212,7 +212,7 @@ void findInnerFaults(const QString& path, Kind kind, const QJsonObject& value, E
             finding.fault = *fault;
             finding.arguments = {value.value(prog::field::type).toString()};
             faults->push_back(
-                {path + QLatin1Char('.') + prog::field::type, prog::englishText(finding), *fault});
+                {path + QLatin1Char('.') + prog::field::type, prog::englishText(finding), prog::Fault::ActionUnknown});
         }
     }
     if (kind != Kind::Station && kind != Kind::Register) {
