@@ -199,6 +199,7 @@ TaughtPoint TaughtPoint::from(const Record& record) {
         point.rot[std::size_t(i)] = rot.at(i).number();
     }
     const Record joints = record.at(field::near);
+    point.joints.reserve(static_cast<std::size_t>(joints.size()));
     for (int i = 0; i < joints.size(); ++i) {
         point.joints.push_back(joints.at(i).number());
     }

@@ -52,11 +52,6 @@ QString subject(const Finding& finding, const QJsonValue& element) {
     return {};
 }
 
-/// The statement that an element of a project is; -1 for the tool set.
-int lineOf(const InputArray& text, int element) {
-    return Project(text).lineOf(element);
-}
-
 bool isError(const PlacedFinding& placed) {
     return placed.finding.isError();
 }
@@ -215,7 +210,9 @@ void RunInput::addUnreadable(const Problem& problem, Document document) {
     Finding finding;
     finding.document = document;
     finding.fault = Fault::Unreadable;
-    finding.severity = prog::Severity::Error;
+    // Without a settings file a run goes on: the package does not apply what it cannot read.
+    const bool isSettings = document == Document::Parameters || document == Document::Ports;
+    finding.severity = isSettings && !options_.check ? prog::Severity::Warning : prog::Severity::Error;
     finding.arguments = {problem.reason};
     findings_.push_back({finding, problem.file, problem.place, problem.reason});
     isUnreadable_ = true;
@@ -236,12 +233,14 @@ void RunInput::addDuplicates(const File& file, Document document) {
     if (!file.text) {
         return;
     }
+    const std::optional<Project> project =
+        document == Document::Project ? std::make_optional(Project(*file.text)) : std::nullopt;
     for (const mendo::JsonText::Duplicate& duplicate : file.text->duplicates()) {
         Finding finding;
         finding.fault = Fault::FieldDuplicate;
         finding.document = document;
         finding.element = duplicate.element;
-        finding.line = document == Document::Project ? lineOf(*file.text, duplicate.element) : -1;
+        finding.line = project ? project->lineOf(duplicate.element) : -1;
         finding.path = duplicate.path;
         finding.arguments = {duplicate.path};
         findings_.push_back(

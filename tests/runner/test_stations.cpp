@@ -60,8 +60,8 @@ private slots:
     void badStationsFile_endsBeforeAnythingRuns() {
         const QByteArray name = "lumo_signalsConfig.json";
         const std::tuple<QByteArray, QStringList, QByteArray> cases[] = {
-            {"", {}, "./" + name + ": there is no such file"},
-            {"[{}, 5]", {}, "./" + name + ":1:6: element 2 is no object"},
+            {"", {}, name + ": there is no such file"},
+            {"[{}, 5]", {}, name + ":1:6: error: [field] station 2: this is no record"},
             {"[{\"filePath\":\"one.json\"}]", {"--trace", "one.json"}, "--trace one.json would overwrite"},
             {"[]", {"--trace", name}, "--trace " + name + " would overwrite"}};
         for (const auto& [file, options, error] : cases) {
@@ -72,8 +72,7 @@ private slots:
             }
             const Result result = folder.run(QStringList{"--stations", "."} + options);
             QVERIFY2(result.status == 2 && result.out.isEmpty(), file.constData());
-            QVERIFY2(result.err.startsWith("lumo-run: " + error) && result.err.count('\n') == 1,
-                     result.err.constData());
+            QVERIFY2(result.err.contains("lumo-run: " + error), result.err.constData());
             QCOMPARE(folder.read("one.json"), QByteArray("[]"));
         }
     }
@@ -155,12 +154,12 @@ private slots:
 
     /// Its output is on while it is queued; then the next station is served.
     void stationWithoutAProgram_isSkipped() {
-        const std::tuple<QString, QByteArray, int> projects[] = {
-            {"gone.json", "gone.json: there is no such file", 0},
-            {"damaged.json", "damaged.json:2:", 0},
-            {"none.json", "", 1},  // no program in it
-            {"", "", 0}};          // none bound: dropped without a message
-        for (const auto& [project, warning, messages] : projects) {
+        const std::tuple<QString, QByteArray, int, int> projects[] = {
+            {"gone.json", "error: [station] station 1 \"Station 1\": the project gone.json is missing", 0, 1},
+            {"damaged.json", "the project damaged.json cannot be read: line 2: no JSON", 0, 1},
+            {"none.json", "", 1, 0},  // no program in it
+            {"", "warning: [station] station 1 \"Station 1\": the station has no project", 0, 0}};
+        for (const auto& [project, said, messages, status] : projects) {
             const Stations folder(project);
             folder.write("none.json", "[]");
             folder.write("damaged.json", "[\n{\"type\":");
@@ -170,10 +169,9 @@ private slots:
             QVERIFY(result.out.contains(R"("kind":"output","name":"DO1","value":true})"));
             QVERIFY(result.out.contains(R"("kind":"output","name":"DO1","value":false})"));
             QCOMPARE(result.of("message").size(), messages);
-            QCOMPARE(result.of("file").size(), warning.isEmpty() ? 0 : 1);
-            QCOMPARE(result.status, 0);
-            const QByteArray said = warning.isEmpty() ? "" : "lumo-run: warning: " + warning;
-            QVERIFY2(result.err.startsWith(said) && result.err.isEmpty() == said.isEmpty(), result.err);
+            QCOMPARE(result.of("file").size(), status);
+            QCOMPARE(result.status, status);
+            QVERIFY2(result.err.contains(said) && result.err.isEmpty() == said.isEmpty(), result.err);
         }
     }
 
