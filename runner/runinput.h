@@ -11,6 +11,7 @@
 #include <QStringList>
 
 #include <optional>
+#include <utility>
 #include <vector>
 
 namespace run {
@@ -47,8 +48,9 @@ public:
     /// Whether a station's project is missing, cannot be read or has errors.
     bool hasFaultyStation() const;
 
-    const std::optional<Project>& project() const { return project_; }
-    const std::optional<StationList>& stations() const { return stations_; }
+    /// Once, when the check is done: the files are not kept here as well.
+    std::optional<Project> takeProject() { return std::exchange(project_, std::nullopt); }
+    std::optional<StationList> takeStations() { return std::exchange(stations_, std::nullopt); }
     const Scenario& scenario() const { return scenario_; }
     /// Whether the check has told something of a file in the settings' folder.
     bool hasToldOf(const QString& fileName) const;

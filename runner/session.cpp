@@ -110,8 +110,6 @@ bool Session::readInput() {
         printError(problem.text());
         return false;
     }
-    project_ = input_.project();
-    stations_ = input_.stations();
     if (!QDir::setCurrent(options_.settings)) {
         printError(QStringLiteral("%1: the folder cannot be entered").arg(options_.settings));
         return false;
@@ -120,6 +118,8 @@ bool Session::readInput() {
     if (!checkInput()) {
         return false;
     }
+    project_ = input_.takeProject();
+    stations_ = input_.takeStations();
     player_ = std::make_unique<ScenarioPlayer>(input_.scenario(), &tree_, &pages_, cell_->controller(),
                                                cell_->cell(), options_.folder());
     return true;

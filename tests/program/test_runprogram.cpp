@@ -1,3 +1,4 @@
+#include "program/check.h"
 #include "program/runprogram.h"
 #include "support/suite.h"
 #include "support/text.h"
@@ -36,6 +37,20 @@ QString eachLine(const RunProgram& program, Answer answer) {
 QString at(double x, double y) {
     return QString("{'trans':[%1,%2,0]}").arg(x).arg(y);
 }
+
+/// An arm that counts what it is asked; it cannot get beyond 0.5 m.
+struct ShortArm : prog::ArmModel {
+    prog::ArmPosture home() const override { return {{}, {}, {0, 0, 0, 0, 0, 0}}; }
+    std::optional<prog::ReachFault> follow(const prog::Statement& move, double speedMmPerS,
+                                           prog::ArmPosture* posture) const override {
+        ++asked;
+        fastest = std::max(fastest, speedMmPerS);
+        posture->trans = move.point.trans;
+        return length(move.point.trans) > 0.5 ? std::make_optional(prog::ReachFault()) : std::nullopt;
+    }
+    mutable int asked = 0;
+    mutable double fastest = 0;
+};
 
 }  // namespace
 
@@ -107,6 +122,30 @@ private slots:
         QCOMPARE(lines.firstBadCircle(7, 8), -1);
         QVERIFY(lines.isMove(0) && !lines.isMove(5) && !lines.isMove(8) && !lines.isMove(-1));
         QVERIFY(lines.isExecuted(0) && !lines.isExecuted(3) && !lines.isExecuted(8));
+    }
+
+    /// In parts, and again after an edit: only the moves from the edited one to where the postures are the
+    /// same.
+    void reach_isAskedAgainOnlyWhereItCouldDiffer() {
+        const auto line = [](double x) {
+            return QString("moveL:'speed':90,'point':{'trans':[%1,0,0],'rot':[0,0,0]} ").arg(x);
+        };
+        const QString before = line(0.1) + "open:'weldspeed':20 " + line(0.2),
+                      after = "close " + line(0.7) + "moveL";
+        const ShortArm arm;
+        prog::ReachCheck check(arm);
+        for (const auto& [edited, asked] : {std::pair{0.3, 5}, {0.3, 0}, {0.6, 2}}) {
+            arm.asked = 0;
+            const RunProgram lines = program(before + line(edited) + line(0.4) + after);
+            check.begin(lines);
+            while (!check.advance(1)) {
+            }
+            QCOMPARE(arm.asked, asked);
+            QCOMPARE(check.findings().size(), prog::checkReach(lines, arm).size());
+            QCOMPARE(check.findings().size(), edited > 0.5 ? 2U : 1U);
+            QCOMPARE(check.findings().back().line, 6);
+        }
+        QCOMPARE(arm.fastest, 90.0);
     }
 };
 
