@@ -467,6 +467,10 @@ MotionPlan::Posture Controller::posture() const {
     return roundedPosture(d_->queue.posture());
 }
 
+const Arm& Controller::arm() const {
+    return d_->arm;
+}
+
 double Controller::travelled() const {
     return d_->queue.travelled();
 }

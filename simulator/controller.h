@@ -91,6 +91,8 @@ public:
     MotionPlan::Posture posture() const;
     /// Length of the tool path since construction, metres.
     double travelled() const;
+    /// Its kinematics.
+    const Arm& arm() const;
 
 signals:
     void emergencyStopChanged(bool pressed);

@@ -73,8 +73,6 @@ MotionCommand commandFor(const prog::Statement& move, double speedMmPerS, const 
 
 }  // namespace
 
-SimulatedArm::SimulatedArm(int axes) : arm_(axes) {}
-
 prog::ArmPosture SimulatedArm::home() const {
     return postureOf(arm_.forward(arm_.home()), arm_.home());
 }

@@ -10,7 +10,8 @@ namespace workcell {
 /// controller would refuse.
 class SimulatedArm : public prog::ArmModel {
 public:
-    explicit SimulatedArm(int axes);
+    /// The controller's own arm, which outlives it.
+    explicit SimulatedArm(const sim::Arm& arm) : arm_(arm) {}
 
     [[nodiscard]] prog::ArmPosture home() const override;
     [[nodiscard]] std::optional<prog::ReachFault> follow(const prog::Statement& move, double speedMmPerS,
@@ -23,7 +24,7 @@ private:
     [[nodiscard]] std::optional<prog::ReachFault> fasterThanJoints(const sim::MotionPlan& plan,
                                                                    double speedMPerS) const;
 
-    sim::Arm arm_;
+    const sim::Arm& arm_;
 };
 
 }  // namespace workcell

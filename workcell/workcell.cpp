@@ -52,7 +52,7 @@ WorkCell::WorkCell(QStackedWidget* pages, const sim::Controller::Options& option
     : QObject(parent),
       pages_(pages),
       controller_(new sim::Controller(kordservice(), options, this)),
-      arm_(std::make_unique<SimulatedArm>(options.axes)) {
+      arm_(std::make_unique<SimulatedArm>(controller_->arm())) {
     setInstantiatedCenterWidget(pages);
 }
 
