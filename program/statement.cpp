@@ -97,16 +97,16 @@ constexpr FieldRow common[] = {
 constexpr FieldRow toolset[] = {
     {"end"_l1, Kind::Map, Presence::Required, "{}", "tool"},
     {"end.name"_l1, Kind::Text, Presence::Required, "\"tool0\""},
-    {"end.trans"_l1, Kind::Coordinates, Presence::Usual, "[0, 0, 0]", transMeaning},
-    {"end.rot"_l1, Kind::Coordinates, Presence::Usual, "[0, 0, 0]", rotMeaning},
+    {"end.trans"_l1, Kind::Coordinates, Presence::Optional, "[0, 0, 0]", transMeaning},
+    {"end.rot"_l1, Kind::Coordinates, Presence::Optional, "[0, 0, 0]", rotMeaning},
     {"end.load"_l1, Kind::Map, Presence::Optional, "{}"},
     {"end.load.cog"_l1, Kind::Coordinates, Presence::Optional, "[0, 0, 0]", cogMeaning},
     {"end.load.inertia"_l1, Kind::Coordinates, Presence::Optional, "[0, 0, 0]", "kg m²"},
     {"end.load.mass"_l1, Kind::Number, Presence::Optional, "0", "kg"},
     {"ref"_l1, Kind::Map, Presence::Required, "{}", "work object"},
     {"ref.name"_l1, Kind::Text, Presence::Required, "\"wobj0\""},
-    {"ref.trans"_l1, Kind::Coordinates, Presence::Usual, "[0, 0, 0]", transMeaning},
-    {"ref.rot"_l1, Kind::Coordinates, Presence::Usual, "[0, 0, 0]", rotMeaning},
+    {"ref.trans"_l1, Kind::Coordinates, Presence::Optional, "[0, 0, 0]", transMeaning},
+    {"ref.rot"_l1, Kind::Coordinates, Presence::Optional, "[0, 0, 0]", rotMeaning},
 };
 
 template <std::size_t... sizes>
