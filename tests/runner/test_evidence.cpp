@@ -113,7 +113,7 @@ private slots:
         const Folder folder;
         folder.write("lumo_param.json", parameterSets.chopped(1) + ',' + pulsedSet.mid(1));
         const Result result = folder.trace(project, test::quoted(('[' + scenario + ']').toUtf8()),
-                                           {"--posture", "--summary", "sum.json"});
+                                           {"--posture", "--summary", "sum.json", "--force"});
         const QJsonObject summary = QJsonDocument::fromJson(folder.read("sum.json")).object();
         QStringList texts;
         double mm = 0, seconds = 0;
