@@ -2,6 +2,7 @@
 #include "runner/pointrecord.h"
 #include "runner/problem.h"
 #include "runner/session.h"
+#include "runner/stress/stress.h"
 #include "simulator/time/virtualtime.h"
 #include "workcell/commandline.h"
 
@@ -47,7 +48,7 @@ int answer(const QStringList& arguments) {
         return 0;
     }
     if (options->point.empty()) {
-        return run::Session(*options).run();
+        return options->stress ? run::runStress(*options) : run::Session(*options).run();
     }
     const std::optional<QByteArray> record = run::pointRecord(options->point, options->axes, &problem);
     if (!record) {

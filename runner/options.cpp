@@ -82,6 +82,23 @@ QString readPoint(const QString& text, std::vector<double>* numbers) {
                                                   : QStringLiteral("is not of the form X,Y,Z,RX,RY,RZ");
 }
 
+/// "result=MS,posture=MS,write=MS", each optional.
+QString readLatency(const QString& text, sim::Latency* latency) {
+    const std::pair<QLatin1String, int*> parts[] = {{QLatin1String("result"), &latency->resultMs},
+                                                    {QLatin1String("posture"), &latency->postureMs},
+                                                    {QLatin1String("write"), &latency->writeMs}};
+    for (const QString& part : text.split(QLatin1Char(','))) {
+        const QString name = part.section(QLatin1Char('='), 0, 0);
+        const auto known = std::find_if(std::begin(parts), std::end(parts),
+                                        [&name](const auto& row) { return name == row.first; });
+        const QString number = part.section(QLatin1Char('='), 1);
+        if (known == std::end(parts) || !readNumber(number, 0, known->second).isEmpty()) {
+            return QStringLiteral("is not of the form result=MS,posture=MS,write=MS");
+        }
+    }
+    return {};
+}
+
 /// The options that describe the cell and the run.
 std::vector<Option> runOptions(Options* o) {
     return {
@@ -111,10 +128,39 @@ std::vector<Option> runOptions(Options* o) {
         {"axes", "6|7", "axes of the robot (6)", [o](const QString& v) { return readAxes(v, &o->axes); }},
         workcell::flag("no-write-multi", "a controller that cannot write several registers at once",
                        &o->noWriteMulti),
+        {"latency", "result=MS,posture=MS,write=MS",
+         "a controller that answers and writes that much later (each optional, 0)",
+         [o](const QString& v) { return readLatency(v, &o->latency); }},
         {"scenario", "FILE", "what happens to the cell, and when",
          [o](const QString& v) { return readFile(v, &o->scenario, &o->scenarioName); }},
         {"stations", "DIR", "monitor the stations of this folder instead of running a project",
          [o](const QString& v) { return readFile(v, &o->stations, &o->stationsName); }},
+    };
+}
+
+QString readSeed(const QString& text, quint64* seed) {
+    bool isNumber = false;
+    *seed = text.toULongLong(&isNumber);
+    return isNumber ? QString() : QStringLiteral("is no number from 0");
+}
+
+/// The options that try a project for safety.
+std::vector<Option> stressOptions(Options* o) {
+    return {
+        workcell::flag("rules", "judge the run by the rules of docs/safety.md (exit 1 when one is broken)",
+                       &o->rules),
+        {"stress", "N", "run the project under N schedules of disturbances and judge each",
+         [o](const QString& v) {
+             o->stress = 1;
+             return readNumber(v, 1, &*o->stress);
+         }},
+        {"seed", "S", "seed of the first schedule (1)",
+         [o](const QString& v) { return readSeed(v, &o->seed); }},
+        {"stress-out", "DIR", "folder of the scenarios that break a rule (the current one)",
+         [o](const QString& v) {
+             QString name;
+             return readFile(v, &o->stressOut, &name);
+         }},
     };
 }
 
@@ -161,7 +207,7 @@ std::vector<Option> evidenceOptions(Options* o) {
 
 std::vector<Option> optionTable(Options* o) {
     std::vector<Option> table = runOptions(o);
-    for (const std::vector<Option>& more : {evidenceOptions(o), outputOptions(o)}) {
+    for (const std::vector<Option>& more : {evidenceOptions(o), stressOptions(o), outputOptions(o)}) {
         table.insert(table.end(), more.begin(), more.end());
     }
     return table;
@@ -187,13 +233,34 @@ QString completeStations(Options& options, const QStringList& files) {
     return {};
 }
 
+/// Checks the options of --stress, which plays scenarios of its own.
+QString completeStress(Options& options) {
+    if (options.stressOut.isEmpty()) {
+        options.stressOut = QDir::currentPath();
+    }
+    if (!QFileInfo(options.stressOut).isDir()) {
+        return QStringLiteral("--stress-out %1 is no folder").arg(options.stressOut);
+    }
+    const bool writes = !options.trace.isEmpty() || !options.vcd.isEmpty() || !options.summary.isEmpty() ||
+                        !options.junit.isEmpty();
+    if (options.stress && (writes || !options.scenario.isEmpty() || options.realtime)) {
+        return QStringLiteral("--stress excludes --scenario, --realtime and the files of a run");
+    }
+    return {};
+}
+
 /// Checks the options against each other, and completes project and settings.
 QString complete(Options& options, const QStringList& files) {
     if (options.help || options.version || !options.point.empty()) {
         return {};
     }
+    const QString stressFault = completeStress(options);
+    if (!stressFault.isEmpty()) {
+        return stressFault;
+    }
     if (!options.stations.isEmpty()) {
-        return completeStations(options, files);
+        return options.rules || options.stress ? QStringLiteral("--stations excludes --rules and --stress")
+                                               : completeStations(options, files);
     }
     if (files.size() != 1 || files.first().isEmpty()) {
         return QStringLiteral("expected one project file, got %1, see --help").arg(files.size());
@@ -280,6 +347,13 @@ std::optional<Options> parseOptions(const QStringList& arguments, Problem* probl
 
 QString Options::folder() const {
     return stations.isEmpty() ? QFileInfo(project).absolutePath() : stations;
+}
+
+QString latencyText(const sim::Latency& latency) {
+    return QStringLiteral("result=%1,posture=%2,write=%3")
+        .arg(latency.resultMs)
+        .arg(latency.postureMs)
+        .arg(latency.writeMs);
 }
 
 QString versionText() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "runner/problem.h"
+#include "simulator/latency.h"
 
 #include <QString>
 #include <QStringList>
@@ -26,6 +27,7 @@ struct Options {
     std::optional<int> once;  ///< a single step of this line, from 1
     int axes = 6;
     bool noWriteMulti = false;
+    sim::Latency latency;
     QString scenario, scenarioName;
     int ackMs = 0;
     int untilMs = 3600000;
@@ -42,6 +44,10 @@ struct Options {
     bool quiet = false;
     bool check = false;         ///< run nothing, print what is wrong with the input
     bool force = false;         ///< run in spite of errors
+    bool rules = false;         ///< judge the run by the rules of docs/safety.md
+    std::optional<int> stress;  ///< number of schedules; none: a run
+    quint64 seed = 1;           ///< of the first schedule
+    QString stressOut;          ///< folder of the scenarios that are found; by default the caller's
     std::vector<double> point;  ///< six numbers, mm and degrees; empty: not asked for
     bool help = false;
     bool version = false;
@@ -63,6 +69,8 @@ std::optional<Options> parseOptions(const QStringList& arguments, Problem* probl
 /// that the run may read.
 QString outputFault(const Options& options, const QStringList& loaded);
 
+/// The value of --latency.
+QString latencyText(const sim::Latency& latency);
 /// The line that --version prints.
 QString versionText();
 /// The text that --help prints.

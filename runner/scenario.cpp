@@ -4,6 +4,7 @@
 #include "program/check.h"
 #include "program/words.h"
 #include "simulator/controller.h"
+#include "workcell/safety/event.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -40,6 +41,8 @@ enum class Kind {
     Statement,
     Station,
     Register,
+    Cue,
+    CueWord,
 };
 
 struct Key {
@@ -56,8 +59,8 @@ struct ActionRow {
 
 const std::vector<ActionRow>& actionRows() {
     static const std::vector<ActionRow> rows = {
-        {"start", Action::Start, {{"line0", Kind::Integer}}},
-        {"once", Action::Once, {{"line0", Kind::Integer}}},
+        {"start", Action::Start, {{"line0", Kind::Integer}, {"station", Kind::Flag, true}}},
+        {"once", Action::Once, {{"line0", Kind::Integer}, {"sender", Kind::Flag, true}}},
         {"resume", Action::Resume, {}},
         {"pause", Action::Pause, {}},
         {"power", Action::Power, {{"value", Kind::OnOff}}},
@@ -91,6 +94,10 @@ const std::vector<ActionRow>& actionRows() {
     };
     return rows;
 }
+
+/// The kinds of cues that are no events: the entry before it, and that everything has come to rest.
+const QString entryCue = QStringLiteral("entry");
+const QString endCue = QStringLiteral("end");
 
 const ActionRow* findRow(const QString& word) {
     const auto& rows = actionRows();
@@ -177,15 +184,18 @@ QString kindFault(Kind kind, const QJsonValue& value, const QStringList& inputs)
                                   QStringLiteral("wireLock"), QStringLiteral("wire")});
         case Kind::Quirk:
             return unless(value.isString() && sim::Controller::quirkFromName(text, &quirk), "names no quirk");
+        case Kind::CueWord:
+            return noneOf(value, workcell::safety::cueWords() << entryCue << endCue);
         case Kind::Statement:
         case Kind::Station:
         case Kind::Register:
+        case Kind::Cue:
             return unless(value.isObject(), "is no object");
     }
     return {};
 }
 
-/// The fields of a station's record, or of the register of one of its signals.
+/// The fields of a station's record, of the register of one of its signals, or of a cue.
 const std::vector<Key>& fieldsOf(Kind kind) {
     static const std::vector<Key> station = {
         {"stationname", Kind::Word}, {"filePath", Kind::Word}, {"time", Kind::Digits},
@@ -196,7 +206,12 @@ const std::vector<Key>& fieldsOf(Kind kind) {
         {"DO2", Kind::Word},         {"DO2_type", Kind::Word}, {"DO2_reg", Kind::Register},
     };
     static const std::vector<Key> reg = {{"name", Kind::Word}, {"type", Kind::Word}, {"bias", Kind::Digits}};
-    return kind == Kind::Register ? reg : station;
+    static const std::vector<Key> cue = {{"kind", Kind::CueWord},
+                                         {"name", Kind::Word, true},
+                                         {"nth", Kind::Index, true},
+                                         {"ms", Kind::Integer, true},
+                                         {"due", Kind::Flag, true}};
+    return kind == Kind::Register ? reg : kind == Kind::Cue ? cue : station;
 }
 
 using EntryFaults = std::vector<EntryFault>;
@@ -211,11 +226,14 @@ void findInnerFaults(const QString& path, Kind kind, const QJsonObject& value, E
             prog::Finding finding;
             finding.fault = *fault;
             finding.arguments = {value.value(prog::field::type).toString()};
-            faults->push_back(
-                {path + QLatin1Char('.') + prog::field::type, prog::englishText(finding), prog::Fault::ActionUnknown});
+            faults->push_back({path + QLatin1Char('.') + prog::field::type, prog::englishText(finding),
+                               prog::Fault::ActionUnknown});
         }
     }
-    if (kind != Kind::Station && kind != Kind::Register) {
+    if (kind == Kind::Cue && !value.contains(QStringLiteral("kind"))) {
+        faults->push_back({path, QStringLiteral("the key \"%1.kind\" is missing").arg(path)});
+    }
+    if (kind != Kind::Station && kind != Kind::Register && kind != Kind::Cue) {
         return;
     }
     const std::vector<Key>& fields = fieldsOf(kind);
@@ -225,7 +243,9 @@ void findInnerFaults(const QString& path, Kind kind, const QJsonObject& value, E
         });
         const QString place = path + QLatin1Char('.') + entry.key();
         if (field == fields.end()) {
-            faults->push_back({place, QStringLiteral("\"%1\" is no field of a station").arg(place)});
+            const QString what =
+                kind == Kind::Cue ? QStringLiteral("is no key") : QStringLiteral("is no field of a station");
+            faults->push_back({place, QStringLiteral("\"%1\" %2").arg(place, what)});
         } else {
             findKeyFault(*field, place, entry.value(), {}, faults);
         }
@@ -314,7 +334,9 @@ std::vector<EntryFault> findEntryFaults(const QJsonObject& entry, const QStringL
         return faults;
     }
     QStringList known = {at, verb};
-    for (const Key& key : row->keys) {
+    std::vector<Key> keys = row->keys;
+    keys.push_back({"on", Kind::Cue, true});
+    for (const Key& key : keys) {
         const QString name = QLatin1String(key.name);
         known.append(name);
         if (entry.contains(name)) {
@@ -383,17 +405,44 @@ void Scenario::check(int element, const QJsonObject& entry, const QStringList& i
         tell(prog::Fault::FileUnknown,
              *action == Action::Load ? QStringLiteral("file") : QStringLiteral("set.filePath"), file);
     }
-    entries_.push_back({entry.value(QStringLiteral("at")).toInt(), *action, entry, text_->compact(element)});
+    ScenarioEntry checked{entry.value(QStringLiteral("at")).toInt(), *action, entry, text_->compact(element),
+                          element};
+    const QJsonValue on = entry.value(QStringLiteral("on"));
+    if (on.isObject()) {
+        checked.cue = Cue::from(on.toObject());
+    }
+    (checked.cue ? cued_ : entries_).push_back(std::move(checked));
+}
+
+Cue Cue::from(const QJsonObject& on) {
+    Cue cue;
+    cue.kind = on.value(QStringLiteral("kind")).toString();
+    cue.name = on.value(QStringLiteral("name")).toString();
+    cue.nth = on.value(QStringLiteral("nth")).toInt();
+    if (on.contains(QStringLiteral("ms"))) {
+        cue.ms = on.value(QStringLiteral("ms")).toInt();
+    }
+    cue.isDue = on.value(QStringLiteral("due")).toBool();
+    return cue;
+}
+
+bool Scenario::hasErrors() const {
+    return std::any_of(findings_.begin(), findings_.end(), [](const prog::Finding& finding) {
+        return finding.severity == prog::Severity::Error;
+    });
 }
 
 bool Scenario::has(Action action) const {
-    return std::any_of(entries_.begin(), entries_.end(),
-                       [action](const ScenarioEntry& entry) { return entry.action == action; });
+    const auto does = [action](const ScenarioEntry& entry) { return entry.action == action; };
+    return std::any_of(entries_.begin(), entries_.end(), does) ||
+           std::any_of(cued_.begin(), cued_.end(), does);
 }
 
 QStringList Scenario::files(const QString& folder) const {
     QStringList names;
-    for (const ScenarioEntry& entry : entries_) {
+    std::vector<ScenarioEntry> all = entries_;
+    all.insert(all.end(), cued_.begin(), cued_.end());
+    for (const ScenarioEntry& entry : all) {
         const QString name = fileOf(entry.action, entry.keys);
         if (!name.isEmpty()) {
             names.append(QDir(folder).absoluteFilePath(name));

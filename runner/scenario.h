@@ -55,12 +55,26 @@ struct EntryFault {
 /// Finds keys that are missing, unknown or of the wrong kind. `inputs`: the names of the controller's inputs.
 std::vector<EntryFault> findEntryFaults(const QJsonObject& entry, const QStringList& inputs);
 
+/// The event that an entry waits for from its time on ("on"). Without `ms` the entry is applied inside the
+/// event, when the package has reacted to it.
+struct Cue {
+    QString kind;  ///< one of workcell::safety::cueWords(), "entry" (the one before it in the file) or "end"
+    QString name;  ///< of the wait, port, command or type; empty: any
+    int nth = 0;   ///< how many such events pass before
+    std::optional<int> ms;  ///< so much later
+    bool isDue = false;     ///< `ms` counts from the end of the wait that begins with the event
+
+    static Cue from(const QJsonObject& on);
+};
+
 /// A checked entry of a scenario: its keys exist and have the right kinds.
 struct ScenarioEntry {
     int atMs = 0;  ///< since the start trigger
     Action action = Action::Pause;
     QJsonObject keys;
     QByteArray text;  ///< the entry as in the file, on one line
+    int number = 0;   ///< its place in the file, from 0
+    std::optional<Cue> cue{};
 };
 
 /// Timed events of a run: a JSON array of {"at": MS, "do": ACTION, …}.
@@ -75,10 +89,12 @@ public:
 
     /// What is wrong with the entries. One with an error cannot be played and is none of `entries`.
     const prog::Findings& findings() const { return findings_; }
+    bool hasErrors() const;
     const std::optional<InputArray>& text() const { return text_; }
 
-    /// Sorted by time; entries of one time as in the file.
+    /// Sorted by time; entries of one time as in the file. Those without a cue, and those with one.
     const std::vector<ScenarioEntry>& entries() const { return entries_; }
+    const std::vector<ScenarioEntry>& cued() const { return cued_; }
     bool has(Action action) const;
     /// Time of the last entry; 0 without entries.
     int lastMs() const { return entries_.empty() ? 0 : entries_.back().atMs; }
@@ -90,7 +106,7 @@ private:
 
     std::optional<InputArray> text_;
     prog::Findings findings_;
-    std::vector<ScenarioEntry> entries_;
+    std::vector<ScenarioEntry> entries_, cued_;
 };
 
 }  // namespace run

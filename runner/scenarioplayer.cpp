@@ -1,11 +1,13 @@
 #include "runner/scenarioplayer.h"
 
+#include "mendo/clock.h"
 #include "mendo/modulemanager.h"
 #include "runner/pageoperator.h"
 #include "runner/project.h"
 #include "runner/treeoperator.h"
 #include "simulator/cell.h"
 #include "simulator/controller.h"
+#include "workcell/safety/eventsource.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -74,9 +76,26 @@ ScenarioPlayer::ScenarioPlayer(const Scenario& scenario, TreeOperator* tree, Pag
       pages_(pages),
       controller_(controller),
       cell_(cell),
-      projectFolder_(projectFolder) {}
+      projectFolder_(projectFolder) {
+    for (const ScenarioEntry& entry : scenario_.cued()) {
+        waiting_.push_back({&entry, entry.cue->nth});
+    }
+}
+
+ScenarioPlayer::~ScenarioPlayer() = default;
+
+void ScenarioPlayer::follow(QObject* executor) {
+    if (waiting_.empty()) {
+        return;
+    }
+    follower_ = std::make_unique<workcell::TreeFollower>();
+    events_ = std::make_unique<workcell::safety::EventSource>(follower_.get());
+    events_->setExecutor(executor);
+    connect(events_.get(), &workcell::safety::EventSource::happened, this, &ScenarioPlayer::onEvent);
+}
 
 void ScenarioPlayer::start() {
+    startMs_ = mendo::Clock::current().elapsedMs();
     const std::vector<ScenarioEntry>& entries = scenario_.entries();
     for (std::size_t end = 1; end <= entries.size(); ++end) {
         if (end == entries.size() || entries[end].atMs != entries[end - 1].atMs) {
@@ -99,17 +118,76 @@ void ScenarioPlayer::drain() {
             QMetaObject::invokeMethod(
                 this, [this] { drain(); }, Qt::QueuedConnection);
         }
-        ++applying_;
-        const QString refusal = refusalOf(entry);
-        emit applying(entry.text, !refusal.isEmpty());
-        if (refusal.isEmpty()) {
-            apply(entry);
-        } else {
-            refuse(entry, refusal);
-        }
-        --applying_;
-        emit applied();
+        play(entry);
     }
+}
+
+void ScenarioPlayer::play(const ScenarioEntry& entry) {
+    ++applying_;
+    cueFirst(QStringLiteral("entry"), entry.number + 1);  // the entry behind it may wait for it
+    const QString refusal = refusalOf(entry);
+    emit applying(entry.text, !refusal.isEmpty());
+    if (refusal.isEmpty()) {
+        emit acting(entry);
+        apply(entry);
+        emit acted();
+    } else {
+        refuse(entry, refusal);
+    }
+    --applying_;
+    emit applied();
+}
+
+/// By value: an entry that is applied here may cause more events before it returns.
+void ScenarioPlayer::onEvent(const workcell::safety::Event& event) {
+    const QString kind = workcell::safety::wordOf(event.kind);
+    const QString name = event.text;
+    const qint64 passedMs = startMs_ < 0 ? -1 : mendo::Clock::current().elapsedMs() - startMs_;
+    for (Waiting& waiting : waiting_) {
+        const Cue& cue = *waiting.entry->cue;
+        const bool matches = cue.kind == kind && (cue.name.isEmpty() || cue.name == name);
+        if (!quits_ && !waiting.isTold && matches && passedMs >= waiting.entry->atMs && waiting.left-- == 0) {
+            this->cue(&waiting);
+        }
+    }
+}
+
+void ScenarioPlayer::cue(Waiting* waiting) {
+    waiting->isTold = true;
+    const ScenarioEntry& entry = *waiting->entry;
+    if (!entry.cue->ms) {
+        play(entry);
+        return;
+    }
+    qint64 delayMs = *entry.cue->ms;
+    const qint64 dueMs = events_ ? events_->waitDueMs() : -1;
+    if (entry.cue->isDue && dueMs >= 0) {
+        delayMs += dueMs - mendo::Clock::current().elapsedMs();
+    }
+    ++delayed_;
+    QTimer::singleShot(int(std::max<qint64>(0, delayMs)), Qt::PreciseTimer, this, [this, &entry] {
+        --delayed_;
+        if (!quits_) {
+            play(entry);
+        }
+    });
+}
+
+bool ScenarioPlayer::playEnd() {
+    return cueFirst(QStringLiteral("end"), -1);
+}
+
+/// Cues the first entry of a kind that waits, with this place in the file unless that is negative.
+bool ScenarioPlayer::cueFirst(const QString& kind, int number) {
+    for (Waiting& waiting : waiting_) {
+        const bool matches =
+            waiting.entry->cue->kind == kind && (number < 0 || waiting.entry->number == number);
+        if (matches && !waiting.isTold && !quits_) {
+            cue(&waiting);
+            return true;
+        }
+    }
+    return false;
 }
 
 void ScenarioPlayer::refuse(const ScenarioEntry& entry, const QString& reason) {
@@ -193,10 +271,14 @@ void ScenarioPlayer::applyToHand(const ScenarioEntry& entry) {
     const QString path = entry.keys.value(QStringLiteral("path")).toString();
     switch (entry.action) {
         case Action::Start:
-            tree_->start(line);
+            if (entry.keys.value(QStringLiteral("station")).toBool()) {
+                tree_->startStation(line);
+            } else {
+                tree_->start(line);
+            }
             break;
         case Action::Once:
-            tree_->once(line);
+            tree_->once(line, entry.keys.value(QStringLiteral("sender")).toBool(true));
             break;
         case Action::Resume:
             tree_->resume();
@@ -263,6 +345,7 @@ void ScenarioPlayer::applyToPages(const ScenarioEntry& entry) {
 
 void ScenarioPlayer::quit() {
     next_ = scenario_.entries().size();
+    quits_ = true;
     pages_->dropActions();
     emit quitting();
 }

@@ -1,10 +1,12 @@
 #include "runner/session.h"
 
 #include "gantu/package.h"
+#include "kord/kordservice.h"
 #include "mendo/clock.h"
 #include "mendo/log.h"
 #include "mendo/modulemanager.h"
 #include "program/words.h"
+#include "runner/stress/trial.h"
 #include "simulator/cell.h"
 #include "simulator/controller.h"
 #include "simulator/time/virtualtime.h"
@@ -13,6 +15,7 @@
 #include <QDir>
 #include <QEventLoop>
 #include <QFileInfo>
+#include <QJsonDocument>
 
 namespace run {
 
@@ -20,8 +23,6 @@ namespace {
 
 constexpr int failed = 1;
 constexpr int badInput = 2;
-constexpr int stuckMs = 1000;
-constexpr int calmMs = 1000;  // after the last entry of a scenario for stations
 
 std::FILE* reportStream(const Options& options) {
     if (options.quiet) {
@@ -45,21 +46,13 @@ Session::Session(const Options& options)
       recorder_(&trace_, &follower_),
       stationWatch_([this] { return elapsedMs(); }, [this] { return cell_->cell()->laserOnMs(); }),
       evidence_(options_) {
+    if (options.rules) {
+        safety_ = std::make_unique<SafetyWatch>(&follower_);
+    }
     trace_.setClock([this] { return elapsedMs(); });
     mendo::LogHub::instance()->setConsole(false);
-    until_.setSingleShot(true);
-    until_.setTimerType(Qt::PreciseTimer);
-    connect(&until_, &QTimer::timeout, this, [this] { finish(QStringLiteral("until")); });
-    calm_.setSingleShot(true);
-    calm_.setTimerType(Qt::PreciseTimer);
-    connect(&calm_, &QTimer::timeout, this, &Session::scheduleCheck);
-    stuck_->setSingleShot(true);
-    stuck_->setInterval(stuckMs);
-    connect(stuck_, &QTimer::timeout, this, [this] {
-        if (isStuck() || isForgotten()) {
-            finish(QStringLiteral("stalled"));
-        }
-    });
+    connect(&end_, &EndWatch::over, this, [this] { finish(watch_.reason()); });
+    connect(&end_, &EndWatch::gaveUp, this, &Session::finish);
     connect(m(), &mendo::ModuleManager::fileProblem, this, &Session::onFileProblem);
     connect(&follower_, &workcell::TreeFollower::changed, this, &Session::onChanged);
     connect(&watch_, &workcell::RunWatch::lineBegun, this, &Session::onLineBegun);
@@ -72,31 +65,70 @@ Session::Session(const Options& options)
 Session::~Session() = default;
 
 int Session::run() {
-    if (!readInput() || !openFiles() || !setUp() || !openEvidence()) {
-        return status_;
+    return prepare() ? play() : status_;
+}
+
+bool Session::prepare() {
+    return readInput() && openFiles() && setUp() && openEvidence();
+}
+
+int Session::play() {
+    connectPlayer();
+    if (safety_) {
+        connectSafety();
     }
     QMetaObject::invokeMethod(
         this, [this] { begin(); }, Qt::QueuedConnection);
     mendo::ModuleManager::setOutermostLoop(1);
     QCoreApplication::exec();
-    if (quit_ == Quit::Asked) {
+    if (quits_) {
         windDown();
     }
     return status_;
 }
 
+bool Session::vary(const stress::Trial& trial, Problem* problem) {
+    const QByteArray text = QJsonDocument(trial.scenario).toJson(QJsonDocument::Compact);
+    const std::optional<InputArray> entries = InputArray::parse(text, QStringLiteral("scenario"), problem);
+    if (!entries) {
+        return false;
+    }
+    const Scenario scenario =
+        Scenario::fromText(*entries, cell_->controller()->inputNames(), options_.folder());
+    if (scenario.hasErrors()) {
+        problem->reason = QStringLiteral("the scenario has errors");
+        return false;
+    }
+    trial.applyTo(&options_);
+    cell_->controller()->setMode(options_.mode);
+    if (options_.noWriteMulti) {
+        kordservice()->offerCommand(prog::command::registerWriteMulti, false);
+    }
+    program_ = trial.program;
+    settings_ = trial.settings;
+    makePlayer(scenario);
+    return true;
+}
+
+int Session::setCount() const {
+    return m(prog::key::param)->cmobjCount();
+}
+
 /// All event loops return, and the outermost announces the end to the package, as in any host.
 void Session::quit() {
-    quit_ = Quit::Asked;
+    quits_ = true;
+    end_.holdForQuit();
     quitInRun_ = watch_.isRunning() || package_.executor->property("depth").toInt() > 0;
     QCoreApplication::quit();
 }
 
 /// Runs the cell until the robot stands and nothing is pending.
 void Session::windDown() {
-    quit_ = Quit::Done;
+    if (safety_) {
+        safety_->onQuit();
+    }
     QEventLoop rest;
-    scheduleCheck();
+    end_.endQuit();
     if (!finished_) {
         rest.exec();
     }
@@ -120,9 +152,13 @@ bool Session::readInput() {
     }
     project_ = input_.takeProject();
     stations_ = input_.takeStations();
-    player_ = std::make_unique<ScenarioPlayer>(input_.scenario(), &tree_, &pages_, cell_->controller(),
-                                               cell_->cell(), options_.folder());
+    makePlayer(input_.scenario());
     return true;
+}
+
+void Session::makePlayer(const Scenario& scenario) {
+    player_ = std::make_unique<ScenarioPlayer>(scenario, &tree_, &pages_, cell_->controller(), cell_->cell(),
+                                               options_.folder());
 }
 
 void Session::makeCell() {
@@ -131,6 +167,7 @@ void Session::makeCell() {
     sim::Controller::Options controller;
     controller.axes = options_.axes;
     controller.writeMulti = !options_.noWriteMulti;
+    controller.latency = options_.latency;
     cell_ = std::make_unique<workcell::WorkCell>(stack_.get(), controller);
     cell_->controller()->setPower(options_.power);
     cell_->controller()->setMode(options_.mode);
@@ -215,29 +252,39 @@ bool Session::openPanel() {
 /// Any of these may be the last event of a run.
 void Session::connectEnds() {
     const sim::Controller* controller = cell_->controller();
-    connect(controller, &sim::Controller::motion, this, &Session::scheduleCheck);
-    connect(controller, &sim::Controller::result, this, &Session::scheduleCheck);
+    connect(controller, &sim::Controller::motion, &end_, &EndWatch::schedule);
+    connect(controller, &sim::Controller::result, &end_, &EndWatch::schedule);
+    connect(controller, &sim::Controller::caughtUp, &end_, &EndWatch::schedule);
     watch_.attach(controller);
-    connect(controller, &sim::Controller::postureMoved, this, &Session::scheduleCheck);
-    connect(package_.executor, SIGNAL(activityChanged()), this, SLOT(scheduleCheck()));
-    connect(&tree_, &TreeOperator::written, this, &Session::scheduleCheck);
-    connect(&pages_, &PageOperator::worked, this, &Session::scheduleCheck);
-    connect(messages_.get(), &MessageWatch::closed, this, &Session::scheduleCheck);
+    connect(controller, &sim::Controller::postureMoved, &end_, &EndWatch::schedule);
+    connect(package_.executor, SIGNAL(activityChanged()), &end_, SLOT(schedule()));
+    connect(&tree_, &TreeOperator::written, &end_, &EndWatch::schedule);
+    connect(&pages_, &PageOperator::worked, &end_, &EndWatch::schedule);
+    connect(messages_.get(), &MessageWatch::closed, &end_, &EndWatch::schedule);
     connect(messages_.get(), &MessageWatch::shown, &recorder_, &Recorder::message);
     connect(messages_.get(), &MessageWatch::shown, this, &Session::onMessage);
     connect(messages_.get(), &MessageWatch::answered, &recorder_, &Recorder::answer);
-    connect(player_.get(), &ScenarioPlayer::applying, &recorder_, &Recorder::scenarioEntry);
-    connect(player_.get(), &ScenarioPlayer::writing, &follower_, &workcell::TreeFollower::followElement);
-    connect(player_.get(), &ScenarioPlayer::applied, this, &Session::scheduleCheck);
-    connect(player_.get(), &ScenarioPlayer::quitting, this, &Session::quit);
-    sim::VirtualTime* time = sim::VirtualTime::instance();
-    connect(time, &QAbstractEventDispatcher::aboutToBlock, this, &Session::onAboutToBlock);
     if (options_.realtime) {
-        time->setPace(1);
+        sim::VirtualTime::instance()->setPace(1);
     }
 }
 
+void Session::connectPlayer() {
+    connect(player_.get(), &ScenarioPlayer::applying, &recorder_, &Recorder::scenarioEntry);
+    connect(player_.get(), &ScenarioPlayer::writing, &follower_, &workcell::TreeFollower::followElement);
+    connect(player_.get(), &ScenarioPlayer::applied, &end_, &EndWatch::schedule);
+    connect(player_.get(), &ScenarioPlayer::quitting, this, &Session::quit);
+}
+
+/// The watch hears of the executor's activity before the scenario's entries that wait for it.
+void Session::connectSafety() {
+    safety_->setExecutor(package_.executor);
+    connect(player_.get(), &ScenarioPlayer::acting, safety_.get(), &SafetyWatch::onActing);
+    connect(player_.get(), &ScenarioPlayer::acted, safety_.get(), &SafetyWatch::returned);
+}
+
 void Session::begin() {
+    player_->follow(package_.executor);
     recorder_.setRecording(true);
     writeBeginLine(trace_, options_, project_ ? project_->statementCount() : 0);
     if (signals_) {
@@ -245,8 +292,11 @@ void Session::begin() {
         connect(signals_.get(), &workcell::CellSignals::changed, this,
                 [this](int signal, double value) { vcd_.set(signal, value, elapsedMs()); });
     }
+    for (const QJsonValue setting : settings_) {
+        tree_.set(setting[QStringLiteral("path")].toString(), setting[QStringLiteral("value")]);
+    }
     if (project_) {
-        tree_.loadProject(project_->content());
+        tree_.loadProject(program_ ? *program_ : project_->content());
     } else {
         stationPage_.show();
     }
@@ -259,22 +309,31 @@ void Session::begin() {
     }
     startMs_ = mendo::Clock::current().elapsedMs();
     evidence_.begin();
-    until_.start(options_.untilMs);
-    player_->start();
-    if (stations_) {
-        calm_.start(player_->lastMs() + calmMs);
+    if (safety_) {
+        safety_->begin();
     }
+    end_.begin({package_.executor, cell_->controller(), &tree_, &pages_, messages_.get(), player_.get(),
+                stations_ ? &stationPage_ : nullptr},
+               options_.untilMs);
+    player_->start();
+    end_.waitCalmly();
     go();
-    scheduleCheck();
+    end_.schedule();
 }
 
 void Session::go() {
+    if (safety_) {
+        safety_->starts(options_);
+    }
     if (stations_) {
         tree_.setMonitoring(true);
     } else if (options_.once) {
         tree_.once(*options_.once - 1);
     } else {
         tree_.resume();
+    }
+    if (safety_) {
+        safety_->returned();
     }
 }
 
@@ -288,7 +347,7 @@ void Session::onStation(int row, const QString& state) {
     stationWatch_.stateChanged(row);
     recorder_.station(row, state);
     report_.station(stationPage_.name(row), state, elapsedMs());
-    scheduleCheck();
+    end_.schedule();
 }
 
 void Session::onMessage(const QString& icon, const QString& title, const QString& text) {
@@ -297,7 +356,7 @@ void Session::onMessage(const QString& icon, const QString& title, const QString
 
 void Session::onChanged(const workcell::Change& change) {
     if (change.path == prog::key::robotState || change.path == prog::key::executeState) {
-        scheduleCheck();
+        end_.schedule();
     }
 }
 
@@ -311,83 +370,6 @@ void Session::onFileProblem(const mendo::FileProblem& problem) {
 
 qint64 Session::elapsedMs() const {
     return startMs_ ? mendo::Clock::current().elapsedMs() - *startMs_ : 0;
-}
-
-/// Ends the run when no timer is armed but that of the time limit.
-void Session::onAboutToBlock() {
-    if (!startMs_ || finished_ || player_->isPending()) {
-        return;  // the remaining entries have timers
-    }
-    if (sim::VirtualTime::instance()->armedTimers(&until_) == 0) {
-        QMetaObject::invokeMethod(
-            this, [this] { checkStall(); }, Qt::QueuedConnection);
-    }
-}
-
-void Session::checkStall() {
-    check();
-    if (!finished_ && quit_ != Quit::Asked && sim::VirtualTime::instance()->armedTimers(&until_) == 0) {
-        finish(QStringLiteral("stalled"));
-    }
-}
-
-void Session::scheduleCheck() {
-    if (checkPosted_ || !startMs_) {
-        return;
-    }
-    checkPosted_ = true;
-    QMetaObject::invokeMethod(
-        this, [this] { check(); }, Qt::QueuedConnection);
-}
-
-void Session::check() {
-    checkPosted_ = false;
-    if (quit_ == Quit::Asked) {
-        return;  // the event loops have not returned yet
-    }
-    if (isOver()) {
-        finish(watch_.reason());
-    } else {
-        watchStuckRun();
-    }
-}
-
-/// Gives up a run that has waited for a while for a motion while the robot stands still: timers of pages, and
-/// laser pulses, may go on for ever.
-void Session::watchStuckRun() {
-    if (!isStuck() && !isForgotten()) {
-        stuck_->stop();
-    } else if (!stuck_->isActive()) {
-        stuck_->start();
-    }
-}
-
-bool Session::isStuck() const {
-    const QObject* executor = package_.executor;
-    const QString kind = executor->property("waiting").toMap().value(QStringLiteral("kind")).toString();
-    const bool awaitsMotion = kind == prog::waits::move || kind == prog::waits::zone;
-    return awaitsMotion && !player_->isPending() && !pages_.isBusy() && !messages_->isPending() &&
-           cell_->controller()->standsStill();
-}
-
-bool Session::isOver() const {
-    return isAtRest() && areStationsDone();
-}
-
-bool Session::isAtRest() const {
-    const QObject* executor = package_.executor;
-    return !tree_.isWriting() && !pages_.isBusy() && !player_->isPlaying() && !messages_->isPending() &&
-           TreeOperator::isIdle() && executor->property("depth").toInt() == 0 &&
-           executor->property("pendingSteps").toInt() == 0 && cell_->controller()->standsStill();
-}
-
-bool Session::areStationsDone() const {
-    return !stations_ || quit_ != Quit::No || (stationPage_.queued() == 0 && !calm_.isActive());
-}
-
-/// Projects are queued, but the station page is switched off.
-bool Session::isForgotten() const {
-    return stations_ && !stationPage_.isMonitoring() && stationPage_.queued() > 0 && isAtRest();
 }
 
 Figures Session::figures(const QString& reason) const {
@@ -452,7 +434,7 @@ void Session::finish(const QString& ending) {
         return;
     }
     finished_ = true;
-    const QString reason = quit_ == Quit::No ? ending : QStringLiteral("quit");
+    const QString reason = !quits_ ? ending : QStringLiteral("quit");
     JsonWriter& line = trace_.begin("done").key(QStringLiteral("reason")).string(reason);
     line.key(QStringLiteral("state")).string(m(prog::key::executeState)->getString());
     line.key(QStringLiteral("line")).integer(m(prog::key::currentLine)->getInt());
@@ -464,13 +446,13 @@ void Session::finish(const QString& ending) {
         report_.stations(stationLines());
     }
     report_.table(figures(reason));
+    const bool isSafe = !safety_ || safety_->end(cell_->controller(), reason, !options_.stress);
     const bool written = closeFiles();
     const bool inTime = reason == QLatin1String("quit") || reason == QLatin1String("finished");
-    const bool succeeded = inTime && isSuccess();
+    const bool succeeded = inTime && isSuccess() && isSafe;
     const bool proven = evidence_.finish(result(reason, succeeded));
     status_ = written && succeeded && proven ? 0 : failed;
-    until_.stop();
-    stuck_->stop();
+    end_.stop();
     QCoreApplication::exit(status_);
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "runner/endwatch.h"
 #include "runner/evidence.h"
 #include "runner/messagewatch.h"
 #include "runner/options.h"
@@ -8,6 +9,7 @@
 #include "runner/recorder.h"
 #include "runner/report.h"
 #include "runner/runinput.h"
+#include "runner/safetywatch.h"
 #include "runner/scenarioplayer.h"
 #include "runner/stationpage.h"
 #include "runner/stationwatch.h"
@@ -21,12 +23,15 @@
 
 #include <QObject>
 #include <QStackedWidget>
-#include <QTimer>
 
 #include <memory>
 #include <optional>
 
 namespace run {
+
+namespace stress {
+struct Trial;
+}
 
 /// One call of the runner: reads the input, builds the cell, runs the project and ends when nothing more can
 /// happen. Needs virtual time to be installed.
@@ -39,11 +44,25 @@ public:
     /// Returns the exit status.
     int run();
 
+    // The two parts of run(), for a caller that varies what is prepared.
+    /// Reads the input, builds the cell and loads the package. False when that fails; see status().
+    bool prepare();
+    /// Runs. Returns the exit status.
+    int play();
+    int status() const { return status_; }
+    /// Replaces what was prepared, before play(). False, with the reason in `problem`, when the scenario is
+    /// wrong.
+    bool vary(const stress::Trial& trial, Problem* problem);
+
+    // Of a prepared session.
+    const Project* project() const { return project_ ? &*project_ : nullptr; }
+    const sim::Controller* controller() const { return cell_->controller(); }
+    /// Parameter sets of the package.
+    int setCount() const;
+    /// What is recorded for the rules; null without --rules.
+    SafetyWatch* safety() const { return safety_.get(); }
     /// What the check before the run has found, sorted by file and place.
     const std::vector<PlacedFinding>& findings() const { return input_.findings(); }
-
-private slots:
-    void scheduleCheck();  // a slot, to be connected by name: the signal's class is unknown here
 
 private:
     bool readInput();
@@ -53,7 +72,10 @@ private:
     bool setUp();
     bool openEvidence();
     bool openPanel();
+    void makePlayer(const Scenario& scenario);
     void connectEnds();
+    void connectPlayer();
+    void connectSafety();
 
     void begin();
     void go();
@@ -63,15 +85,6 @@ private:
     void onMessage(const QString& icon, const QString& title, const QString& text);
     void onChanged(const workcell::Change& change);
     void onFileProblem(const mendo::FileProblem& problem);
-    void onAboutToBlock();
-    void check();
-    void checkStall();
-    void watchStuckRun();
-    bool isOver() const;
-    bool isAtRest() const;
-    bool isStuck() const;
-    bool areStationsDone() const;
-    bool isForgotten() const;
     void quit();
     void windDown();
     bool isSuccess() const;
@@ -87,10 +100,13 @@ private:
     RunInput input_;
     std::optional<Project> project_;       ///< either this
     std::optional<StationList> stations_;  ///< or these
+    std::optional<QJsonArray> program_;    ///< instead of the project's content
+    QJsonArray settings_;                  ///< written before the start: {"path", "value"} each
     Trace trace_;
     workcell::VcdWriter vcd_;
     Report report_;
     workcell::TreeFollower follower_;
+    std::unique_ptr<SafetyWatch> safety_;  ///< only with --rules
     workcell::RunWatch watch_;
     Recorder recorder_;
     StationPage stationPage_;
@@ -104,17 +120,10 @@ private:
     std::unique_ptr<ScenarioPlayer> player_;
     Evidence evidence_;
     std::unique_ptr<workcell::CellSignals> signals_;  ///< only with --vcd
-    QTimer until_;
-    QTimer calm_;  ///< runs for a while after the last entry of a scenario for stations
-    QTimer* stuck_ = new QTimer(&until_);  ///< a child of until_: armedTimers() leaves both out
-    std::optional<qint64> startMs_;        ///< the host's clock at the start of the run
-    bool checkPosted_ = false;
+    EndWatch end_;
+    std::optional<qint64> startMs_;  ///< the host's clock at the start of the run
     bool finished_ = false;
-    enum class Quit {
-        No,
-        Asked,
-        Done
-    } quit_ = Quit::No;  ///< Done: the application's event loop has returned
+    bool quits_ = false;
     bool quitInRun_ = false;
     int status_ = 0;
 };

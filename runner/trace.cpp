@@ -33,6 +33,9 @@ void writeOptions(JsonWriter& line, const Options& options) {
     }
     line.key(QStringLiteral("axes")).integer(options.axes);
     line.key(QStringLiteral("no-write-multi")).boolean(options.noWriteMulti);
+    if (options.latency.isAny()) {
+        line.key(QStringLiteral("latency")).string(latencyText(options.latency));
+    }
     if (!options.scenario.isEmpty()) {
         line.key(QStringLiteral("scenario")).string(QFileInfo(options.scenario).fileName());
     }

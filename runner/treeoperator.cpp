@@ -128,18 +128,22 @@ void TreeOperator::prepareStep() {
     write(prog::key::weldOpen, false);
 }
 
-void TreeOperator::trigger(QLatin1String trigger, int runMode, int line) {
+void TreeOperator::trigger(QLatin1String trigger, int runMode, int line, QObject* sender) {
     *runMode_ = runMode;
     const Writing writing(this);
-    write(trigger, line);
+    m(trigger)->setValue(sender, line);
 }
 
 void TreeOperator::start(int line) {
-    trigger(prog::key::triggerStart, prog::runmode::byHand, line);
+    trigger(prog::key::triggerStart, prog::runmode::byHand, line, this);
 }
 
-void TreeOperator::once(int line) {
-    trigger(prog::key::triggerOnce, prog::runmode::singleStep, line);
+void TreeOperator::startStation(int line) {
+    trigger(prog::key::triggerStart, prog::runmode::byStation, line, this);
+}
+
+void TreeOperator::once(int line, bool withSender) {
+    trigger(prog::key::triggerOnce, prog::runmode::singleStep, line, withSender ? this : nullptr);
 }
 
 void TreeOperator::resume() {

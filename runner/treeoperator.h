@@ -44,7 +44,10 @@ public:
 
     // These may return only when the run, step or closing that they cause is over.
     void start(int line);
-    void once(int line);
+    /// As a station starts its program, which stands in the tree.
+    void startStation(int line);
+    /// `withSender`: as the button for a single step, which runs motions only.
+    void once(int line, bool withSender = true);
     void resume();
     void pause();
     /// Writes a node of the tree, which is made if it does not exist.
@@ -61,7 +64,7 @@ signals:
 private:
     class Writing;
     void write(QLatin1String path, const QVariant& value);
-    void trigger(QLatin1String trigger, int runMode, int line);
+    void trigger(QLatin1String trigger, int runMode, int line, QObject* sender);
 
     int* runMode_ = nullptr;
     StationPage* stationPage_ = nullptr;

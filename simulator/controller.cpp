@@ -5,6 +5,7 @@
 #include "simulator/controllernodes.h"
 #include "simulator/iobank.h"
 #include "simulator/motionqueue.h"
+#include "simulator/registerwrite.h"
 #include "simulator/resultwriter.h"
 #include "simulator/words.h"
 
@@ -21,7 +22,6 @@ namespace {
 
 constexpr int lateMs = 300;
 constexpr int slowStateMs = 50;
-constexpr int jogId = 0;  // of motions that were not ordered by a command
 
 constexpr const char* quirks[] = {"bunch",     "sync",      "late",     "double",
                                   "wrongKind", "slowState", "noResult", "failAtEnd"};
@@ -36,11 +36,11 @@ struct Controller::Private {
     Private(Controller* controller, KordService* robotService, const Options& options);
 
     void handle(const KordCall& call);
-    int execute(const KordCall& call);
+    void write(const KordCall& call);
+    void answer(const QString& name, int code);
+    void showPosture();
     void orderMotion(const KordCall& call, MotionCommand::Kind kind);
     void release();
-    int writeRegister(const QString& name, const QString& type, const QVariant& value, const QVariant& bias);
-    int writeRegisters(const KordCall& call);
     void onFinished(int id, MotionCommand::Kind kind, int code);
     void onStopped(int id, MotionCommand::Kind kind);
     void announce(int id, MotionEvent event);
@@ -58,6 +58,7 @@ struct Controller::Private {
     IoBank io;
     MotionQueue queue;
     ResultWriter results;
+    DelayLine postures, writes;
     bool powered = true;
     bool emergencyStop = false;
     bool jogging = false;
@@ -75,7 +76,9 @@ Controller::Private::Private(Controller* controller, KordService* robotService, 
       arm(options.axes),
       io(robotService, controller),
       queue(arm, controller),
-      results(robotService, controller) {
+      results(robotService, options.latency.resultMs, controller),
+      postures(options.latency.postureMs, controller),
+      writes(options.latency.writeMs, controller) {
     fillControllerNodes(q, service, arm.axes());
     writePosture(q, service, queue.posture());
     service->offerCommand(word::registerWriteMulti, options.writeMulti);
@@ -88,6 +91,9 @@ Controller::Private::Private(Controller* controller, KordService* robotService, 
     connect(&io, &IoBank::inputChanged, q, &Controller::inputChanged);
     connect(&io, &IoBank::rejected, q, &Controller::rejected);
     connect(&results, &ResultWriter::result, q, &Controller::result);
+    connect(&results, &ResultWriter::caughtUp, q, &Controller::caughtUp);
+    connect(&postures, &DelayLine::emptied, q, &Controller::caughtUp);
+    connect(&writes, &DelayLine::emptied, q, &Controller::caughtUp);
     connect(&queue, &MotionQueue::started, q, [this](int id) { announce(id, MotionEvent::Started); });
     connect(&queue, &MotionQueue::passed, q, [this](int id) { announce(id, MotionEvent::Passed); });
     connect(&queue, &MotionQueue::dropped, q, [this](int id) {
@@ -101,7 +107,7 @@ Controller::Private::Private(Controller* controller, KordService* robotService, 
             [this](int id, MotionCommand::Kind kind, int code) { onFinished(id, kind, code); });
     connect(&queue, &MotionQueue::braked, q, [this] { onBraked(); });
     connect(&queue, &MotionQueue::ticked, q, [this] {
-        writePosture(q, service, queue.posture());
+        showPosture();
         emit q->postureMoved();
     });
 }
@@ -114,28 +120,10 @@ void Controller::Private::handle(const KordCall& call) {
         orderMotion(call, kind);
         return;
     }
-    const QString name = call.name;
-    const int code = execute(call);
-    if (service->commandNode(QString())->hasCmobj(name)) {
-        service->commandNode(name)->setValue(q, code);
-    }
-}
-
-/// Carries out a command that orders no motion. Returns its result: 0, or -1 when a write was rejected.
-int Controller::Private::execute(const KordCall& call) {
-    if (call.name == word::registerWrite) {
-        return writeRegister(call.argument(QStringLiteral("name")).toString(),
-                             call.argument(QStringLiteral("type")).toString(),
-                             call.argument(QStringLiteral("value")), call.argument(QStringLiteral("bias")));
-    }
-    if (call.name == word::registerWriteMulti) {
-        return writeRegisters(call);
-    }
-    if (call.name == word::outDo) {
-        return io.writeOutput(call.argument(QStringLiteral("name")).toString(),
-                              call.argument(QStringLiteral("value")))
-                   ? 0
-                   : -1;
+    if (call.name == word::registerWrite || call.name == word::registerWriteMulti ||
+        call.name == word::outDo) {
+        write(call);
+        return;
     }
     if (call.name == word::enough) {
         release();
@@ -143,7 +131,43 @@ int Controller::Private::execute(const KordCall& call) {
         results.forgetHeld();
         queue.stop();
     }
-    return 0;
+    answer(call.name, 0);
+}
+
+/// Writes a command's result: 0, or -1 when a write was rejected.
+void Controller::Private::answer(const QString& name, int code) {
+    if (service->commandNode(QString())->hasCmobj(name)) {
+        service->commandNode(name)->setValue(q, code);
+    }
+}
+
+/// The call is valid now only; what it asks for may be carried out later.
+void Controller::Private::write(const KordCall& call) {
+    const QString name = call.name;
+    if (name == word::outDo) {
+        const QString output = call.argument(QStringLiteral("name")).toString();
+        const QVariant value = call.argument(QStringLiteral("value"));
+        writes.run([this, name, output, value] { answer(name, io.writeOutput(output, value) ? 0 : -1); });
+        return;
+    }
+    if (name == word::registerWriteMulti && !service->commandNode(QString())->hasCmobj(name)) {
+        emit q->rejected(name, QStringLiteral("no such command"));
+        return;
+    }
+    const std::vector<RegisterWrite> records = registerWrites(call);
+    writes.run([this, name, records] {
+        int code = 0;
+        for (const RegisterWrite& record : records) {
+            const bool isWritten = io.writeRegister(record.name, record.type, record.value, record.bias);
+            code = isWritten ? code : -1;
+        }
+        answer(name, code);
+    });
+}
+
+void Controller::Private::showPosture() {
+    const MotionPlan::Posture posture = queue.posture();
+    postures.run([this, posture] { writePosture(q, service, posture); });
 }
 
 void Controller::Private::orderMotion(const KordCall& call, MotionCommand::Kind kind) {
@@ -173,38 +197,6 @@ void Controller::Private::release() {
         setState(movingWord);
     }
     queue.release(powered ? MotionDone : DriveOff);
-}
-
-int Controller::Private::writeRegister(const QString& name, const QString& type, const QVariant& value,
-                                       const QVariant& bias) {
-    return io.writeRegister(name, type, value, bias.toInt()) ? 0 : -1;
-}
-
-int Controller::Private::writeRegisters(const KordCall& call) {
-    if (!service->commandNode(QString())->hasCmobj(call.name)) {
-        emit q->rejected(call.name, QStringLiteral("no such command"));
-        return -1;
-    }
-    int code = 0;
-    const auto write = [&](const QString& name, const QString& type, const QVariant& value,
-                           const QVariant& bias) {
-        code = std::min(code, writeRegister(name, type, value, bias));
-    };
-    if (call.node) {
-        for (const mendo::ModuleObject* record : call.node->cmobjs()) {
-            write(record->c(QStringLiteral("name"))->getString(),
-                  record->c(QStringLiteral("type"))->getString(), record->c(QStringLiteral("value"))->value(),
-                  record->c(QStringLiteral("bias"))->value());
-        }
-    }
-    const QVariantList records = call.value.toList();
-    for (const QVariant& record : records) {
-        const QVariantHash fields = record.canConvert<QVariantHash>() ? record.toHash() : QVariantHash();
-        write(fields.value(QStringLiteral("name")).toString(),
-              fields.value(QStringLiteral("type")).toString(), fields.value(QStringLiteral("value")),
-              fields.value(QStringLiteral("bias")));
-    }
-    return code;
 }
 
 // --- Motion --------------------------------------------------------------------------------------
@@ -257,7 +249,7 @@ void Controller::Private::orderJog(MotionCommand motion) {
 
 void Controller::Private::onFinished(int id, MotionCommand::Kind kind, int code) {
     const bool last = !queue.moving();
-    writePosture(q, service, queue.posture());
+    showPosture();
     if (id == jogId) {
         jogging = false;
     }
@@ -284,7 +276,7 @@ void Controller::Private::onStopped(int id, MotionCommand::Kind kind) {
 }
 
 void Controller::Private::onBraked() {
-    writePosture(q, service, queue.posture());
+    showPosture();
     if (!queue.moving()) {
         emit q->cameToRest();
         setState(idleWord);
@@ -460,7 +452,8 @@ bool Controller::reportKey(const QString& name, bool value) {
 }
 
 bool Controller::standsStill() const {
-    return !d_->queue.moving() && d_->results.idle() && d_->pendingStates == 0;
+    return !d_->queue.moving() && d_->results.idle() && d_->pendingStates == 0 && d_->postures.idle() &&
+           d_->writes.idle();
 }
 
 MotionPlan::Posture Controller::posture() const {

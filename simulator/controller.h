@@ -1,6 +1,7 @@
 #pragma once
 
 #include "simulator/jog.h"
+#include "simulator/latency.h"
 
 #include <QHash>
 #include <QObject>
@@ -42,6 +43,7 @@ public:
     struct Options {
         int axes = 6;            ///< 6 or 7
         bool writeMulti = true;  ///< offer the command "register.write_multi"
+        Latency latency{};
     };
     enum class MotionEvent { Queued, Started, Passed, Stopped, Dropped, Failed };
     Q_ENUM(MotionEvent)
@@ -65,8 +67,8 @@ public:
     /// Names of all inputs or outputs, device signals first.
     QStringList inputNames() const;
     QStringList outputNames() const;
-    /// The current motion is braked and ends with this code. Without one, the first motion of the next
-    /// batch ends with it. Only negative codes have an effect.
+    /// The current motion is braked and ends with this code. Without one, or in a jog, which has no result,
+    /// the first motion of the next batch ends with it. Only negative codes have an effect.
     void failMotion(int code);
     /// One jog step. Jogs write no result and do not emit `motion`; state and posture follow as usual.
     JogAnswer jog(const JogMove& move);
@@ -85,7 +87,7 @@ public:
     /// Writes the state of a pendant key (next, last, center, enter, delete; false is pressed). Returns
     /// false for an unknown key.
     bool reportKey(const QString& name, bool value);
-    /// No motion, no braking, and no result or state still to be written.
+    /// No motion, no braking, and no result, state, posture or output still to be written.
     bool standsStill() const;
     /// Where the arm is now, rounded as in "sys.posture" (which is written every 10 ms).
     MotionPlan::Posture posture() const;
@@ -107,6 +109,8 @@ signals:
     void result(const QString& command, int id, int code);
     /// Every 10 ms while the robot moves, after the posture was written.
     void postureMoved();
+    /// What a latency had delayed has been written.
+    void caughtUp();
     /// The robot stands. The posture was written; the state is written next.
     void cameToRest();
 

@@ -10,6 +10,9 @@ struct KordCall;
 
 namespace sim {
 
+/// The id of a motion that no command ordered: a jog. It has no result.
+constexpr int jogId = 0;
+
 /// Results of motions, as written to command nodes.
 enum MotionCode {
     MotionDone = 0,

@@ -59,7 +59,8 @@ void MotionQueue::release(int refusal) {
     if (waiting_.empty()) {
         return;
     }
-    if (refusal == MotionDone && nextCode_ != MotionDone) {
+    const bool isJog = waiting_.front().id == jogId;
+    if (refusal == MotionDone && nextCode_ != MotionDone && !isJog) {
         refusal = nextCode_;
         nextCode_ = MotionDone;
     }
@@ -94,7 +95,7 @@ void MotionQueue::stop() {
 
 void MotionQueue::fail(int code) {
     const std::optional<ActiveMotion> current = activeMotion();
-    if (!current) {
+    if (!current || current->id == jogId) {
         nextCode_ = code;
         return;
     }

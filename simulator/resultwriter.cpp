@@ -26,7 +26,10 @@ MotionCommand::Kind wrongKind(MotionCommand::Kind kind) {
 
 }  // namespace
 
-ResultWriter::ResultWriter(KordService* service, QObject* parent) : QObject(parent), service_(service) {}
+ResultWriter::ResultWriter(KordService* service, int delayMs, QObject* parent)
+    : QObject(parent), service_(service), line_(delayMs, nullptr) {
+    connect(&line_, &DelayLine::emptied, this, &ResultWriter::caughtUp);
+}
 
 void ResultWriter::deliver(const Result& result, bool last) {
     if (bunch_ && !held_ && !last) {
@@ -55,7 +58,7 @@ void ResultWriter::writeWithCopy(const Result& result) {
     if (double_) {
         deliverLater(result, secondCopyMs);
     }
-    write(result);
+    line_.run([this, result] { write(result); });
 }
 
 void ResultWriter::write(const Result& written) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "simulator/latency.h"
 #include "simulator/motioncommand.h"
 
 #include <QObject>
@@ -20,7 +21,8 @@ public:
         int code;
     };
 
-    ResultWriter(KordService* service, QObject* parent);
+    /// `delayMs`: how much later than delivered a result is written.
+    ResultWriter(KordService* service, int delayMs, QObject* parent);
 
     void setBunch(bool on) { bunch_ = on; }
     void setDouble(bool on) { double_ = on; }
@@ -34,17 +36,20 @@ public:
     /// Forgets a result that is held back.
     void forgetHeld() { held_.reset(); }
     /// No result is held back or scheduled.
-    bool idle() const { return !held_ && scheduled_ == 0; }
+    bool idle() const { return !held_ && scheduled_ == 0 && line_.idle(); }
 
 signals:
     /// Just before the node is written.
     void result(const QString& command, int id, int code);
+    /// What was delayed has been written.
+    void caughtUp();
 
 private:
     void writeWithCopy(const Result& result);
     void write(const Result& written);
 
     KordService* service_;
+    DelayLine line_;
     bool bunch_ = false, double_ = false, wrongKind_ = false;
     std::optional<Result> held_;
     int scheduled_ = 0;

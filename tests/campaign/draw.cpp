@@ -1,83 +1,61 @@
-// Draws scenarios: programs, parameter sets, actions and their times.
+#include "campaign/draw.h"
 
-#include "campaign/campaign.h"
+#include "program/ports.h"
+#include "runner/stress/course.h"
 #include "simulator/arm.h"
 
-#include <QJsonArray>
-
 #include <cmath>
-#include <numeric>
-#include <random>
 
 namespace campaign {
 
 namespace {
 
-/// An action with its weight, the percentage of "on", and its possible names.
-struct ActionKind {
-    int weight;
-    QString name;
-    int onPercent = 50;
-    QVector<QString> names{""};
-};
-
-const QVector<ActionKind> actionKinds{
-    {22, "pause"},
-    {16, "resume"},
-    {8, "start"},
-    {5, "once", 75},
-    {9, "power", 20},
-    {6, "mode"},
-    {8, "switch", 50, {"weldbtn", "weldbtn", "handweldbtn"}},
-    {8, "input", 50, {"DI1", "DI2", "FIXTURE_DI.#0", "FIXTURE_DI.#1"}},
-    {5, "fail"},
-    {2, "quirk", 80, {"bunch", "wrongKind", "slowState"}},
-    {4, "replace", 80},
-    {3, "param", 50, {"power", "decrease_time", "open_interval", "stay_time"}},
-    {1, "quit"}};
-
-/// Draws a scenario. The numbers of a seed are the same on every machine: the engine is standardised, and the
-/// standard library's distributions, which are not, are not used.
+/// Programs, parameter sets and settings.
 class Draw {
 public:
-    explicit Draw(quint64 seed) : engine_(seed) {}
+    explicit Draw(quint64 seed) : dice_(seed) {}
 
-    QJsonObject scenario() {
-        const QJsonArray lines = program();
+    run::stress::Trial trial(const QStringList& inputNames) {
+        run::stress::Trial trial;
+        trial.program = program();
         const QJsonArray other = program();
-        const QString port =
-            oneOf({"GAS", "WIRE", "LASER", "PULLBACK", "WIRE_SPEED", "POWER", "FREQUENCY", "DUTY_CYCLE"});
-        return {{"program", lines},
-                {"other", other},
-                {"sets", QJsonArray{parameterSet(), parameterSet(), parameterSet()}},
-                {"disabled", chance(30) ? port : ""},
-                {"noMulti", chance(35)},
-                {"manual", chance(15)},
-                {"noWeld", chance(5)},
-                {"handWeld", chance(60)},
-                {"dt", chance(75) ? 20 : oneOf({0, -5, 1, 7, 1000})},
-                {"endExecutor", chance(15)},
-                {"endMs", below(oneOf({1, 50, 700}))},
-                {"actions", course(lines.size())}};
+        const auto set = [&trial](const QString& path, const QJsonValue& value) {
+            trial.settings.append(QJsonObject{{"path", path}, {"value", value}});
+        };
+        set("lumo.param", QJsonArray{parameterSet(), parameterSet(), parameterSet()});
+        set("lumo.signalbind_program", other);
+        set("lumo.execute.dt", chance(75) ? 20 : oneOf({0, -5, 1, 7, 1000}));
+        if (chance(30)) {
+            set(QString("lumo.port.#%1.enable")
+                    .arg(oneOf({DO_GAS, DO_WIRE_ENABLE, DO_LASER_ENABLE, DO_WIRE_PULLBACK, AO_WIRE_SPEED,
+                                AO_LASER_POWER, AO_LASER_FREQUENCY, AO_LASER_DUTY_CYCLE})),
+                false);
+        }
+        trial.options = {{"noWriteMulti", chance(35)},
+                         {"mode", chance(15) ? "manual" : "auto"},
+                         {"weld", !chance(5)},
+                         {"handWeld", chance(60)},
+                         {"line", chance(40) ? 1 : between(1, trial.program->size())}};
+        if (chance(10)) {
+            trial.options["once"] = between(1, trial.program->size());
+        }
+        run::stress::Ground ground = run::stress::Ground::of(*trial.program, {}, 3, inputNames);
+        ground.replace = {{"do", "set"}, {"path", "lumo.program"}, {"value", other}};
+        ground.runMs = 3000;
+        ground.hasPages = chance(30);
+        ground.hasStation = true;
+        trial.scenario = run::stress::Course(ground, &dice_).draw();
+        trial.untilMs = 600000;
+        return trial;
     }
 
 private:
-    /// 0 to n - 1.
-    int below(int n) { return int(engine_() % quint64(n)); }
-    int between(int first, int last) { return first + below(last - first + 1); }
-    bool chance(int percent) { return below(100) < percent; }
+    int below(int n) { return dice_.below(n); }
+    int between(int first, int last) { return dice_.between(first, last); }
+    bool chance(int percent) { return dice_.chance(percent); }
     template <typename T>
     T oneOf(std::initializer_list<T> choices) {
-        return choices.begin()[below(int(choices.size()))];
-    }
-    /// The index of a weight, with a probability in proportion to it.
-    int weighted(const std::vector<int>& weights) {
-        int left = below(std::accumulate(weights.begin(), weights.end(), 0));
-        int position = 0;
-        while (left >= weights[size_t(position)]) {
-            left -= weights[size_t(position++)];
-        }
-        return position;
+        return dice_.oneOf(choices);
     }
 
     /// 1 to 25 lines: mostly sensible ones, sometimes disabled lines, unknown types, impossible circles or
@@ -105,7 +83,7 @@ private:
     }
 
     QJsonObject statement() {
-        switch (weighted({50, 11, 10, 8, 8, 8, 5})) {
+        switch (dice_.weighted({50, 11, 10, 8, 8, 8, 5})) {
             case 0:
                 return move();
             case 1:
@@ -199,84 +177,14 @@ private:
         return set;
     }
 
-    /// The actions with their times.
-    QJsonArray course(int lineCount) {
-        QJsonArray actions;
-        const auto add = [&](const ActionKind& kind, QJsonObject action) {
-            action["do"] = kind.name;
-            action["on"] = chance(kind.onPercent);
-            action["name"] = kind.names[below(kind.names.size())];
-            action["mode"] = oneOf({0, 0, 0, 0, 0, 1, 1, 2});
-            action["line"] = chance(40) ? 0 : between(chance(5) ? -1 : 0, lineCount - 1);
-            action["value"] = oneOf({0, 5, 60, 90, 400, -100});
-            actions.append(action);
-        };
-        std::vector<int> weights;
-        for (const ActionKind& kind : actionKinds) {
-            weights.push_back(kind.weight);
-        }
-        add(actionKinds[chance(90) ? 2 : 3], {});
-        for (int left = between(2, 15); left > 0; --left) {
-            const QJsonObject when = moment();
-            const bool isInside = when.contains("of") && !when.contains("ms");
-            // Inside a write, stopping actions are more likely, because they find most faults there.
-            const int stop = oneOf({0, 0, 4, 5, 6});
-            const ActionKind& kind = actionKinds[isInside && chance(60) ? stop : weighted(weights)];
-            add(kind, kind.name == "param" && isInside ? after({1}) : when);
-            // The usual actions after a stop: power on, another pause, a resume.
-            const bool losesPower = kind.name == "power" && !actions.last()["on"].toBool();
-            const bool pauses = kind.name == "pause";
-            for (int more = pauses && chance(25) ? between(1, 3) : 0; more > 0; --more) {
-                add(kind, after({2, 60, 300}));
-            }
-            if (losesPower && chance(80)) {
-                add({0, "power", 100}, after({2, 2000}));
-            }
-            if ((losesPower || pauses) && chance(60)) {
-                add(actionKinds[chance(85) ? 1 : 2], after({2, 300, 3000}));
-            }
-        }
-        return actions;
-    }
-
-    /// After the previous action, by less than one of these times.
-    QJsonObject after(std::initializer_list<int> limits) {
-        return {{"after", true}, {"ms", below(oneOf(limits))}};
-    }
-
-    QJsonObject moment() {
-        if (chance(50)) {
-            return inWait();
-        }
-        return chance(50) ? insideEvent() : after({2, 30, 300, 3000});
-    }
-
-    /// During a wait or near its end.
-    QJsonObject inWait() {
-        const QString wait = oneOf({"move", "move", "zone", "preflow", "dwell", "rampdown", "closedelay",
-                                    "postflow", "delay", "input"});
-        const bool due = chance(35);
-        const int ms = due ? between(-1, 1) : below(oneOf({3, 40, 400}));
-        const int nth = chance(50) ? 0 : below(4);
-        return {{"of", "Activity"}, {"text", wait}, {"nth", nth}, {"due", due}, {"ms", ms}};
-    }
-
-    QJsonObject insideEvent() {
-        const QString kind =
-            oneOf({"Write", "Write", "Write", "Write", "Command", "Activity", "State", "Line", "Statement",
-                   "Node", "Param", "WeldFlag", "Robot", "Result", "Output"});
-        const QString port = oneOf({"", "GAS", "WIRE", "LASER", "PULLBACK", "POWER", "WIRE_SPEED"});
-        return {{"of", kind}, {"text", kind == "Write" ? port : ""}, {"nth", below(oneOf({2, 6, 20}))}};
-    }
-
-    std::mt19937_64 engine_;
+    run::stress::Dice dice_;
     std::array<double, 3> at_{0.5, 0.0, 0.4};
 };
 
 }  // namespace
 
-QJsonObject drawScenario(quint64 seed) {
-    return Draw(seed).scenario();
+run::stress::Trial drawTrial(quint64 seed, const QStringList& inputNames) {
+    return Draw(seed).trial(inputNames);
 }
 
 }  // namespace campaign
