@@ -55,7 +55,7 @@ void onQtMessage(QtMsgType type, const QMessageLogContext&, const QString& text)
     }
 }
 
-/// Sets language and working directory and remembers those given as options. `lost` is set to a remembered
+/// Sets language and working directory and remembers what is given as options. `lost` is set to a remembered
 /// folder that could not be entered.
 bool prepare(const app::Options& options, QString* lost) {
     if (!app::enterWorkFolder(options.settings, app::Preferences::folder(), lost)) {
@@ -70,6 +70,9 @@ bool prepare(const app::Options& options, QString* lost) {
     }
     if (!options.settings.isEmpty() && options.example.isEmpty()) {
         app::Preferences::rememberFolder(QDir::currentPath());
+    }
+    if (options.ratedWatts) {
+        app::Preferences::rememberRatedWatts(*options.ratedWatts);
     }
     app::installLanguage(language);
     return true;
@@ -159,6 +162,7 @@ int run(app::Options options, sim::PacedTime* time, QString* example) {
     if (!panel.open(gantu::findLibrary(prog::key::lumo), &error)) {
         return fail(error, failed);
     }
+    panel.setRatedPower(app::Preferences::ratedWatts());
     QObject::connect(&panel, &app::Panel::speedChosen, time, &sim::PacedTime::setFactor);
     QObject::connect(&panel, &app::Panel::exampleChosen, &panel, [example](const QString& name) {
         *example = name;

@@ -66,9 +66,21 @@ void NoticeBar::report(const mendo::FileProblem& problem) {
         return;
     }
     newest_ = problem;
-    const QString path = QDir::toNativeSeparators(QFileInfo(problem.file).absoluteFilePath());
-    texts_.prepend(mendo::Clock::current().now().toString(QStringLiteral("HH:mm:ss  ")) +
-                   problemText(problem, path));
+    newestMessage_.clear();
+    add(problemText(problem, QDir::toNativeSeparators(QFileInfo(problem.file).absoluteFilePath())));
+}
+
+void NoticeBar::tell(const QString& message) {
+    if (!texts_.isEmpty() && message == newestMessage_) {
+        return;
+    }
+    newest_ = {};
+    newestMessage_ = message;
+    add(message);
+}
+
+void NoticeBar::add(const QString& text) {
+    texts_.prepend(mendo::Clock::current().now().toString(QStringLiteral("HH:mm:ss  ")) + text);
     if (texts_.size() > mostListed) {
         texts_.removeLast();
     }
@@ -104,7 +116,7 @@ void NoticeBar::placeList() {
 
 void NoticeBar::refresh() {
     const QString path = QDir::toNativeSeparators(QFileInfo(newest_.file).absoluteFilePath());
-    text_->setToolTip(problemText(newest_, path));
+    text_->setToolTip(newestMessage_.isEmpty() ? problemText(newest_, path) : newestMessage_);
     showText(path);
     more_->setText(tr("全部（%1）").arg(texts_.size()));
     more_->setVisible(texts_.size() > 1);
@@ -114,6 +126,10 @@ void NoticeBar::refresh() {
 
 /// Shortens the path until the text fits.
 void NoticeBar::showText(const QString& path) {
+    if (!newestMessage_.isEmpty()) {
+        text_->setText(QStringLiteral("⚠ ") + newestMessage_);
+        return;
+    }
     for (int width = shownPathWidth; width >= leastPathWidth; width -= pathStep) {
         const QString shown = text_->fontMetrics().elidedText(path, Qt::ElideLeft, width);
         text_->setText(QStringLiteral("⚠ ") + problemText(newest_, shown));

@@ -10,8 +10,8 @@ class QToolButton;
 
 namespace app {
 
-/// Shows file problems over the panel's status line: the newest one, and on demand a list of the last ten.
-/// It never takes the keyboard focus.
+/// Shows file problems and other messages over the panel's status line: the newest one, and on demand a list
+/// of the last ten. It never takes the keyboard focus.
 class NoticeBar : public QFrame {
     Q_OBJECT
 public:
@@ -20,6 +20,8 @@ public:
 
     /// Adds a problem unless it equals the newest one.
     void report(const mendo::FileProblem& problem);
+    /// Adds a message unless it equals the newest one.
+    void tell(const QString& message);
     /// The list of problems, a child of the window.
     QWidget* list() const;
     /// The texts of the list, newest first.
@@ -38,6 +40,7 @@ private:
     void showList(bool shown);
     void placeList();
     void refresh();
+    void add(const QString& text);
     void showText(const QString& path);
 
     QWidget* window_;
@@ -46,7 +49,8 @@ private:
     QToolButton* close_;
     QLabel* list_;
     QStringList texts_;
-    mendo::FileProblem newest_;
+    mendo::FileProblem newest_;  ///< without reasons: the newest is a message
+    QString newestMessage_;
 };
 
 }  // namespace app

@@ -5,6 +5,8 @@
 #include <QDir>
 #include <QFileInfo>
 
+#include <cmath>
+
 namespace app {
 
 namespace {
@@ -28,6 +30,13 @@ QString readExample(const QString& text, QString* name) {
     return isName ? QString() : QStringLiteral("is no example");
 }
 
+QString readWatts(const QString& text, std::optional<double>* watts) {
+    bool isNumber = false;
+    *watts = text.toDouble(&isNumber);
+    return isNumber && std::isfinite(**watts) && **watts > 0 ? QString()
+                                                             : QStringLiteral("is no power above 0");
+}
+
 QString readOutput(const QString& text, QString* path) {
     const QFileInfo file(text);
     *path = file.absoluteFilePath();
@@ -48,6 +57,8 @@ std::vector<Option> optionTable(Options* o) {
          "open a copy of an example (lap_seam, flange, box_stitch, stations) with its\n"
          "settings; not remembered",
          [o](const QString& text) { return readExample(text, &o->example); }},
+        {"rated-power", "WATTS", "power of the laser source at 100 %, for the heat of seams; remembered",
+         [o](const QString& text) { return readWatts(text, &o->ratedWatts); }},
         {"vcd", "FILE", "write the cell's signals as a value change dump at the end",
          [o](const QString& text) { return readOutput(text, &o->vcd); }},
         workcell::flag("version", "print the version and end", &o->version),

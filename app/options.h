@@ -9,11 +9,12 @@ namespace app {
 
 /// What the command line asks for. File names are absolute; what was not given is empty.
 struct Options {
-    QString language;  ///< "cn", "en" or "ru"
-    QString settings;  ///< working directory of the package
-    QString project;   ///< to be opened at start
-    QString example;   ///< whose copy to open instead
-    QString vcd;       ///< where the cell's signals are written at the end
+    QString language;                  ///< "cn", "en" or "ru"
+    QString settings;                  ///< working directory of the package
+    QString project;                   ///< to be opened at start
+    QString example;                   ///< whose copy to open instead
+    std::optional<double> ratedWatts;  ///< of the laser source
+    QString vcd;                       ///< where the cell's signals are written at the end
     bool help = false;
     bool version = false;
 };

@@ -11,12 +11,20 @@
 #include "app/pendant/pendantwindow.h"
 #include "app/progress/progressview.h"
 #include "app/progress/runwatcher.h"
+#include "app/results/resultspage.h"
+#include "app/results/resulttext.h"
+#include "app/results/runcollector.h"
+#include "app/results/runhistory.h"
 #include "app/scope/scopepage.h"
 #include "app/scope/signalrecorder.h"
 #include "app/status/statusline.h"
 #include "app/status/statuswatcher.h"
 #include "app/views/viewswindow.h"
 #include "mendo/modulemanager.h"
+#include "program/words.h"
+#include "workcell/evidence.h"
+#include "workcell/runningproject.h"
+#include "workcell/runwatch.h"
 #include "workcell/treefollower.h"
 
 #include <QAbstractButton>
@@ -25,6 +33,12 @@
 #include <QStackedWidget>
 
 namespace app {
+
+namespace {
+
+constexpr int resultsTab = 2;
+
+}  // namespace
 
 Panel::Panel() : window_(std::make_unique<PanelWindow>()) {
     cell_ = new workcell::WorkCell(window_->pages(), {}, this);
@@ -36,6 +50,9 @@ Panel::Panel() : window_(std::make_unique<PanelWindow>()) {
 /// Deletes the pages before the window that shows them.
 Panel::~Panel() {
     cell_->close();
+    if (collector_) {
+        collector_->finishNow();
+    }
 }
 
 bool Panel::open(const QString& libraryFile, QString* error) {
@@ -44,10 +61,15 @@ bool Panel::open(const QString& libraryFile, QString* error) {
     follower_ = new workcell::TreeFollower(this);
     recorder_ = new SignalRecorder(controller(), cell_->cell(), follower_, this);
     seams_ = new SeamTrack(controller(), cell_->cell(), follower_, this);
+    makeEvidence();
     if (!cell_->open(libraryFile, error)) {
         return false;
     }
     page_ = window_->pages()->currentWidget();
+    evidence_->setExecutor(packageFlags().executor);
+    project_ = std::make_unique<workcell::RunningProject>(page_);
+    evidence_->setProjectName([this] { return project_->name(); });
+    collector_->setPage(page_);
     window_->navigation()->refresh();
     window_->navigation()->select(workcell::WorkCell::firstPage());
     auto* strip = new CellStrip(controller(), cell_->cell(), window_->stripParent());
@@ -69,8 +91,56 @@ void Panel::makeExamples() {
 
 void Panel::makeStatus() {
     const workcell::PackageFlags package = packageFlags();
-    window_->setStatus(new StatusLine(new StatusWatcher(package, controller(), page_, this)),
-                       new ProgressView(new RunWatcher(package, this)));
+    status_ = new StatusWatcher(package, controller(), page_, this);
+    auto* line = new StatusLine(status_);
+    window_->setStatus(line, new ProgressView(new RunWatcher(package, this)));
+    connect(line, &StatusLine::tapped, this, [this] {
+        if (status_->state().ended) {
+            views()->open(resultsTab, window_.get());
+        }
+    });
+    // The end of a run says nothing about another project.
+    connect(new ProgramFollower(this), &ProgramFollower::replaced, status_,
+            [this] { status_->setEnded(std::nullopt); });
+}
+
+/// Before the package is loaded, for the same reason as the recorder of the signals.
+void Panel::makeEvidence() {
+    runs_ = new workcell::RunWatch(follower_, this);
+    runs_->attach(controller());
+    evidence_ = new workcell::EvidenceRecorder(controller(), cell_->cell(), follower_, runs_,
+                                               workcell::EvidenceRecorder::Span::Run, this);
+    collector_ = new RunCollector(cell_, &recorder_->cellSignals(), runs_, evidence_, this);
+    history_ = new RunHistory(RunHistory::defaultFolder(), this);
+    connect(collector_, &RunCollector::collected, this, &Panel::keepResult);
+    connect(evidence_, &workcell::EvidenceRecorder::faultWhileLit, this, &Panel::tellFault);
+}
+
+void Panel::setRatedPower(std::optional<double> watts) {
+    evidence_->setRatedPower(watts);
+}
+
+void Panel::keepResult(const RunResult& result) {
+    constexpr double msPerS = 1000;
+    history_->add(result);
+    if (!status_) {
+        return;
+    }
+    EndedRun run;
+    run.reason = result.record.reason;
+    run.words = reasonText(run.reason);
+    run.station = result.byStation ? result.title() : QString();
+    run.ms = qint64(result.record.seconds * msPerS);
+    run.welded = weldedText(result);
+    run.violations = result.violations().size();
+    status_->setEnded(run);
+}
+
+void Panel::tellFault(const QString& equipment) {
+    const QString name = equipmentText(equipment);
+    const int line = m(prog::key::currentLine)->getInt() + 1;
+    window_->notices()->tell(runs_->isRunning() ? tr("出光时设备故障：%1，第 %2 行").arg(name).arg(line)
+                                                : tr("出光时设备故障：%1").arg(name));
 }
 
 void Panel::offerViews() {
@@ -105,6 +175,7 @@ void Panel::makeViews() {
     }
     views_->addPage(path, tr("路径"));
     views_->addPage(new ScopePage(recorder_), tr("信号"));
+    views_->addPage(new ResultsPage(history_), tr("结果"));
     connect(views_.get(), &ViewsWindow::opened, window_.get(), &PanelWindow::showViewsOpen);
 }
 

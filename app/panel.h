@@ -7,17 +7,25 @@
 #include <QPointer>
 
 #include <memory>
+#include <optional>
 
 namespace workcell {
+class EvidenceRecorder;
+class RunWatch;
+class RunningProject;
 class TreeFollower;
-}
+}  // namespace workcell
 
 namespace app {
 
 class PendantWindow;
+class RunCollector;
+class RunHistory;
 class SeamTrack;
 class SignalRecorder;
+class StatusWatcher;
 class ViewsWindow;
+struct RunResult;
 
 /// The operator panel: a simulated work cell with the package, the windows that show it, and what they
 /// record. One in a process; language and working directory are set before.
@@ -34,6 +42,9 @@ public:
 
     /// Opens a project with the page's Open button and file dialog. False when the page has none.
     bool openProject(const QString& file);
+
+    /// The power of the laser source at 100 % in W, for the heat of the seams. For the open panel.
+    void setRatedPower(std::optional<double> watts);
 
     PanelWindow* window() const { return window_.get(); }
     sim::Controller* controller() const { return cell_->controller(); }
@@ -58,11 +69,20 @@ private:
     void offerViews();
     void makeStatus();
     void makeExamples();
+    void makeEvidence();
+    void keepResult(const RunResult& result);
+    void tellFault(const QString& equipment);
 
     workcell::WorkCell* cell_;
     workcell::TreeFollower* follower_ = nullptr;
     SignalRecorder* recorder_ = nullptr;
     SeamTrack* seams_ = nullptr;
+    workcell::RunWatch* runs_ = nullptr;
+    workcell::EvidenceRecorder* evidence_ = nullptr;
+    RunCollector* collector_ = nullptr;
+    RunHistory* history_ = nullptr;
+    StatusWatcher* status_ = nullptr;
+    std::unique_ptr<workcell::RunningProject> project_;
     std::unique_ptr<PanelWindow> window_;
     std::unique_ptr<ViewsWindow> views_;
     std::unique_ptr<PendantWindow> pendant_;

@@ -34,7 +34,7 @@ QToolButton* makeHeaderButton(const QString& name, const QString& text) {
 PanelWindow::PanelWindow()
     : navigation_(new Navigation),
       notices_(new NoticeBar(this)),
-      viewsButton_(makeHeaderButton(QStringLiteral("btnViews"), tr("路径与信号"))),
+      viewsButton_(makeHeaderButton(QStringLiteral("btnViews"), tr("路径、信号、结果"))),
       stripButton_(makeHeaderButton(QStringLiteral("btnCell"), tr("模拟单元"))),
       body_(new PanelBody),
       status_(new QHBoxLayout) {
@@ -104,7 +104,7 @@ QStackedWidget* PanelWindow::pages() const {
 
 void PanelWindow::offerViews() {
     viewsButton_->show();
-    viewsButton_->setToolTip(QStringLiteral("F6, F7"));
+    viewsButton_->setToolTip(QStringLiteral("F6, F7, F8"));
     connect(viewsButton_, &QToolButton::clicked, this, [this](bool on) {
         if (on) {
             emit viewsAsked(0);
@@ -113,7 +113,7 @@ void PanelWindow::offerViews() {
         }
     });
     int page = 0;
-    for (const auto key : {Qt::Key_F6, Qt::Key_F7}) {
+    for (const auto key : {Qt::Key_F6, Qt::Key_F7, Qt::Key_F8}) {
         auto* shortcut = new QShortcut(key, this);
         shortcut->setContext(Qt::ApplicationShortcut);
         connect(shortcut, &QShortcut::activated, this, [this, page] { emit viewsAsked(page); });

@@ -26,7 +26,7 @@ public:
     NoticeBar* notices() const { return notices_; }
     /// The central stacked widget, the home of every page.
     QStackedWidget* pages() const;
-    /// Offers the views in the header, and by F6 (path) and F7 (signals) anywhere.
+    /// Offers the views in the header, and by F6 (path), F7 (signals) and F8 (results) anywhere.
     void offerViews();
     /// The header tells whether the views are open.
     void showViewsOpen(bool open);
@@ -48,7 +48,7 @@ public:
 signals:
     /// The window has been painted for the first time, and is on the screen.
     void painted();
-    /// The views are wanted at a page: 0 for the path, 1 for the signals.
+    /// The views are wanted at a page: 0 for the path, 1 for the signals, 2 for the results.
     void viewsAsked(int page);
     void viewsDismissed();
 

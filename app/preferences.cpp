@@ -12,6 +12,7 @@
 #include <QVariant>
 
 #include <unistd.h>
+#include <cmath>
 
 namespace app {
 
@@ -19,6 +20,7 @@ namespace {
 
 const QString languageKey = QStringLiteral("language");
 const QString folderKey = QStringLiteral("folder");
+const QString ratedWattsKey = QStringLiteral("ratedWatts");
 const QString pendantPositionKey = QStringLiteral("pendant/place");
 const QString pendantUnfoldedKey = QStringLiteral("pendant/unfolded");
 
@@ -93,6 +95,15 @@ QString Preferences::folder() {
 
 void Preferences::rememberFolder(const QString& folder) {
     Store().setValue(folderKey, folder);
+}
+
+std::optional<double> Preferences::ratedWatts() {
+    const double watts = Store().value(ratedWattsKey).toDouble();
+    return std::isfinite(watts) && watts > 0 ? std::optional<double>(watts) : std::nullopt;
+}
+
+void Preferences::rememberRatedWatts(double watts) {
+    Store().setValue(ratedWattsKey, watts);
 }
 
 std::optional<QPoint> Preferences::pendantPosition() {

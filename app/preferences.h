@@ -25,6 +25,9 @@ public:
     static void rememberLanguage(const QString& language);
     [[nodiscard]] static QString folder();
     static void rememberFolder(const QString& folder);
+    /// Of the laser source, in W.
+    [[nodiscard]] static std::optional<double> ratedWatts();
+    static void rememberRatedWatts(double watts);
     /// Position of the pendant as the operator has moved it, and whether it is unfolded.
     [[nodiscard]] static std::optional<QPoint> pendantPosition();
     [[nodiscard]] static bool pendantUnfolded();

@@ -248,7 +248,8 @@ void EvidenceRecorder::onPermission() {
 
 void EvidenceRecorder::openSeam(const QString& set) {
     closeSeam({});
-    live_.push_back(std::make_unique<SeamTally>(openLine(), set, project()));
+    const double atMm = controller_->travelled() * prog::mmPerM - atBegin_.pathMm;
+    live_.push_back(std::make_unique<SeamTally>(openLine(), set, project(), rounded(atMm)));
     open_ = live_.back().get();
     wasEnabled_ = false;
     takesMoves_ = true;

@@ -33,6 +33,7 @@ struct SeamRecord {
     int openLine = 0;              ///< of the "open" statement, from 1
     std::optional<int> closeLine;  ///< of the "close", from 1; none when something else closed the laser
     QString set;                   ///< name of the parameter set at the opening
+    double openedAtMm = 0.0;       ///< where on the run's path it begins
     QString project;               ///< that ran then: its file's name without the folder
     std::optional<EmissionPoint> start, end;  ///< first and last emission; none when it stayed dark
     /// Path length of the moves between "open" and "close" as they were carried out, corners blended, the

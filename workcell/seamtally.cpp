@@ -30,7 +30,8 @@ void roundAll(SeamRecord& record) {
 
 }  // namespace
 
-SeamTally::SeamTally(int openLine, const QString& set, const QString& project) {
+SeamTally::SeamTally(int openLine, const QString& set, const QString& project, double openedAtMm) {
+    record_.openedAtMm = openedAtMm;
     record_.openLine = openLine;
     record_.set = set;
     record_.project = project;

@@ -19,7 +19,7 @@ struct Stretch {
 /// Adds up one seam from its opening on.
 class SeamTally {
 public:
-    SeamTally(int openLine, const QString& set, const QString& project);
+    SeamTally(int openLine, const QString& set, const QString& project, double openedAtMm);
 
     /// The laser emits for this seam.
     void addEmission(const Stretch& stretch);

@@ -2,13 +2,6 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en" sourcelanguage="zh_CN">
 <context>
-    <name>app::ExamplesButton</name>
-    <message>
-        <source>示例</source>
-        <translation>Examples</translation>
-    </message>
-</context>
-<context>
     <name>ExampleLibrary</name>
     <message>
         <source>搭接直焊缝</source>
@@ -230,6 +223,25 @@
     </message>
 </context>
 <context>
+    <name>app::BandPicture</name>
+    <message>
+        <source>出光</source>
+        <translation>Laser on</translation>
+    </message>
+    <message>
+        <source>功率 %</source>
+        <translation>Power, %</translation>
+    </message>
+    <message>
+        <source>保护气</source>
+        <translation>Shielding gas</translation>
+    </message>
+    <message>
+        <source>速度 mm/s</source>
+        <translation>Speed, mm/s</translation>
+    </message>
+</context>
+<context>
     <name>app::CellStrip</name>
     <message>
         <source>输入</source>
@@ -281,6 +293,13 @@
     <message>
         <source>空闲</source>
         <translation>Idle</translation>
+    </message>
+</context>
+<context>
+    <name>app::ExamplesButton</name>
+    <message>
+        <source>示例</source>
+        <translation>Examples</translation>
     </message>
 </context>
 <context>
@@ -431,7 +450,7 @@ mm/s, °/s</translation>
     </message>
     <message>
         <source>短按：选择和插入；按住 3 秒：拖动示教</source>
-        <translation>Short press: select and insert. Held for 3 s: hand guiding</translation>
+        <translation>Short press: select and insert. Held for 3&#xa0;s: hand guiding</translation>
     </message>
 </context>
 <context>
@@ -455,6 +474,18 @@ mm/s, °/s</translation>
         <source>信号</source>
         <translation>Signals</translation>
     </message>
+    <message>
+        <source>出光时设备故障：%1，第 %2 行</source>
+        <translation>%1 fault while the laser is on, line %2</translation>
+    </message>
+    <message>
+        <source>出光时设备故障：%1</source>
+        <translation>%1 fault while the laser is on</translation>
+    </message>
+    <message>
+        <source>结果</source>
+        <translation>Results</translation>
+    </message>
 </context>
 <context>
     <name>app::PanelWindow</name>
@@ -467,8 +498,175 @@ mm/s, °/s</translation>
         <translation>Simulated cell</translation>
     </message>
     <message>
-        <source>路径与信号</source>
-        <translation>Path, signals</translation>
+        <source>路径、信号、结果</source>
+        <translation>Path, signals, results</translation>
+    </message>
+</context>
+<context>
+    <name>app::Passport</name>
+    <message>
+        <source>没有工程文件</source>
+        <translation>no project file</translation>
+    </message>
+    <message>
+        <source>工位</source>
+        <translation>by a station</translation>
+    </message>
+    <message>
+        <source>手动启动</source>
+        <translation>by hand</translation>
+    </message>
+    <message>
+        <source>工程</source>
+        <translation>Project</translation>
+    </message>
+    <message>
+        <source>开始</source>
+        <translation>Begun</translation>
+    </message>
+    <message>
+        <source>启动方式</source>
+        <translation>Started</translation>
+    </message>
+    <message>
+        <source>结束</source>
+        <translation>Ended</translation>
+    </message>
+    <message>
+        <source>运行时间</source>
+        <translation>Duration</translation>
+    </message>
+    <message>
+        <source>焊缝</source>
+        <translation>Seams</translation>
+    </message>
+    <message>
+        <source>焊接</source>
+        <translation>Welded</translation>
+    </message>
+    <message>
+        <source>路径 mm</source>
+        <translation>Path, mm</translation>
+    </message>
+    <message>
+        <source>出光 / 送气 / 送丝 s</source>
+        <translation>Laser / gas / wire on, s</translation>
+    </message>
+    <message>
+        <source>限值</source>
+        <translation>Limits</translation>
+    </message>
+    <message>
+        <source>俯视</source>
+        <translation>From above</translation>
+    </message>
+    <message>
+        <source>侧视</source>
+        <translation>From the side</translation>
+    </message>
+    <message>
+        <source>编程焊缝</source>
+        <translation>Programmed weld</translation>
+    </message>
+    <message>
+        <source>空走</source>
+        <translation>Move</translation>
+    </message>
+    <message>
+        <source>已焊</source>
+        <translation>Welded</translation>
+    </message>
+    <message>
+        <source>未焊</source>
+        <translation>Gap</translation>
+    </message>
+    <message>
+        <source>无法运动</source>
+        <translation>Impossible</translation>
+    </message>
+    <message>
+        <source>路径</source>
+        <translation>Path</translation>
+    </message>
+    <message>
+        <source>信号</source>
+        <translation>Signals</translation>
+    </message>
+    <message>
+        <source>参数组</source>
+        <translation>Parameter sets</translation>
+    </message>
+    <message>
+        <source>参数</source>
+        <translation>Parameter</translation>
+    </message>
+    <message>
+        <source>程序</source>
+        <translation>Program</translation>
+    </message>
+    <message>
+        <source>程序有未保存的更改：工程文件与运行的程序不同</source>
+        <translation>The program had unsaved changes: the project file differs from what ran</translation>
+    </message>
+    <message>
+        <source>行</source>
+        <translation>Line</translation>
+    </message>
+    <message>
+        <source>指令</source>
+        <translation>Command</translation>
+    </message>
+    <message>
+        <source>目标 mm</source>
+        <translation>Target, mm</translation>
+    </message>
+    <message>
+        <source>速度 mm/s</source>
+        <translation>Speed, mm/s</translation>
+    </message>
+    <message>
+        <source>过渡 mm</source>
+        <translation>Zone, mm</translation>
+    </message>
+    <message>
+        <source>内容</source>
+        <translation>Details</translation>
+    </message>
+    <message>
+        <source>%1（跳过）</source>
+        <translation>%1 (skipped)</translation>
+    </message>
+    <message>
+        <source>其余行数：%1</source>
+        <translation>Further lines: %1</translation>
+    </message>
+    <message>
+        <source>文件和校验和（SHA-256）</source>
+        <translation>Files and checksums (SHA-256)</translation>
+    </message>
+    <message>
+        <source>没有此文件</source>
+        <translation>no such file</translation>
+    </message>
+    <message>
+        <source>软件</source>
+        <translation>Software</translation>
+    </message>
+    <message>
+        <source>操作员</source>
+        <translation>Operator</translation>
+    </message>
+    <message>
+        <source>检验员</source>
+        <translation>Inspector</translation>
+    </message>
+    <message>
+        <source>日期、签名</source>
+        <translation>Date, signature</translation>
+    </message>
+    <message>
+        <source>焊缝档案：%1</source>
+        <translation>Seam passport: %1</translation>
     </message>
 </context>
 <context>
@@ -603,6 +801,271 @@ mm/s, °/s</translation>
     </message>
 </context>
 <context>
+    <name>app::ProgressView</name>
+    <message>
+        <source>等待输入，之后 %1</source>
+        <translation>waits for an input, then %1</translation>
+    </message>
+    <message>
+        <source>剩余 %1 + 等待输入</source>
+        <translation>%1 left + inputs</translation>
+    </message>
+    <message>
+        <source>剩余 %1</source>
+        <translation>%1 left</translation>
+    </message>
+</context>
+<context>
+    <name>app::ResultExport</name>
+    <message>
+        <source>导出</source>
+        <translation>Export</translation>
+    </message>
+    <message>
+        <source>文件 %1 已存在，是否覆盖？</source>
+        <translation>The file %1 exists. Write over it?</translation>
+    </message>
+    <message>
+        <source>无法写入文件：%1
+%2</source>
+        <translation>The file cannot be written: %1
+%2</translation>
+    </message>
+</context>
+<context>
+    <name>app::ResultText</name>
+    <message>
+        <source>已完成</source>
+        <translation>Finished</translation>
+    </message>
+    <message>
+        <source>已暂停</source>
+        <translation>Paused</translation>
+    </message>
+    <message>
+        <source>运动错误</source>
+        <translation>Motion error</translation>
+    </message>
+    <message>
+        <source>驱动断电</source>
+        <translation>Power lost</translation>
+    </message>
+    <message>
+        <source>面板已关闭</source>
+        <translation>Panel closed</translation>
+    </message>
+    <message>
+        <source>激光器</source>
+        <translation>Laser source</translation>
+    </message>
+    <message>
+        <source>激光头</source>
+        <translation>Laser head</translation>
+    </message>
+    <message>
+        <source>水冷机</source>
+        <translation>Chiller</translation>
+    </message>
+    <message>
+        <source>气压</source>
+        <translation>Gas pressure</translation>
+    </message>
+    <message>
+        <source>温度</source>
+        <translation>Temperature</translation>
+    </message>
+    <message>
+        <source>编程长度 mm</source>
+        <translation>Programmed, mm</translation>
+    </message>
+    <message>
+        <source>焊接长度 mm</source>
+        <translation>Welded, mm</translation>
+    </message>
+    <message>
+        <source>焊接/编程长度</source>
+        <translation>Welded / programmed</translation>
+    </message>
+    <message>
+        <source>满功率长度 mm</source>
+        <translation>At full power, mm</translation>
+    </message>
+    <message>
+        <source>平均速度 mm/s</source>
+        <translation>Mean speed, mm/s</translation>
+    </message>
+    <message>
+        <source>焊前送气 s</source>
+        <translation>Gas before, s</translation>
+    </message>
+    <message>
+        <source>焊后送气 s</source>
+        <translation>Gas after, s</translation>
+    </message>
+    <message>
+        <source>出光时间 s</source>
+        <translation>Laser on, s</translation>
+    </message>
+    <message>
+        <source>静止出光 s</source>
+        <translation>On a standing head, s</translation>
+    </message>
+    <message>
+        <source>能量 %·s</source>
+        <translation>Energy, %·s</translation>
+    </message>
+    <message>
+        <source>热输入 J/mm</source>
+        <translation>Heat input, J/mm</translation>
+    </message>
+    <message>
+        <source>运行时间 s</source>
+        <translation>Duration of the run, s</translation>
+    </message>
+    <message>
+        <source>未测得</source>
+        <translation>not measured</translation>
+    </message>
+    <message>
+        <source>%1：%2，允许 %3</source>
+        <translation>%1: %2, allowed %3</translation>
+    </message>
+    <message>
+        <source>焊缝 %1，%2</source>
+        <translation>Seam %1 – %2</translation>
+    </message>
+    <message>
+        <source>程序行</source>
+        <translation>Lines</translation>
+    </message>
+    <message>
+        <source>参数组</source>
+        <translation>Parameter set</translation>
+    </message>
+    <message>
+        <source>未焊段 mm</source>
+        <translation>Gaps, mm</translation>
+    </message>
+    <message>
+        <source>设备故障</source>
+        <translation>Equipment faults</translation>
+    </message>
+    <message>
+        <source>没有焊接</source>
+        <translation>nothing welded</translation>
+    </message>
+    <message>
+        <source>已焊 %1 / %2 mm</source>
+        <translation>%1 of %2 mm welded</translation>
+    </message>
+    <message>
+        <source>已焊 %1 mm</source>
+        <translation>%1 mm welded</translation>
+    </message>
+    <message>
+        <source>没有限值</source>
+        <translation>No limits for this project</translation>
+    </message>
+    <message>
+        <source>限值文件 %1 有错误，没有评定</source>
+        <translation>The limits file %1 is faulty: nothing was judged</translation>
+    </message>
+    <message>
+        <source>符合全部限值</source>
+        <translation>All limits are kept</translation>
+    </message>
+    <message>
+        <source>超出限值：%1</source>
+        <translation>Limits not kept: %1</translation>
+    </message>
+    <message>
+        <source>出光时设备故障：%1，第 %2 行，%3 秒</source>
+        <translation>%1 fault while the laser was on, line %2, at %3 s</translation>
+    </message>
+    <message>
+        <source>出光时设备故障：%1，%2 秒</source>
+        <translation>%1 fault while the laser was on, at %2 s</translation>
+    </message>
+    <message>
+        <source>第 %1 行的焊接未获允许</source>
+        <translation>Line %1: welding was not permitted</translation>
+    </message>
+    <message>
+        <source>控制器拒绝写入 %1，次数 %2</source>
+        <translation>The controller refused writes to %1: %2</translation>
+    </message>
+</context>
+<context>
+    <name>app::ResultsPage</name>
+    <message>
+        <source>焊缝档案 PDF</source>
+        <translation>Seam passport PDF</translation>
+    </message>
+    <message>
+        <source>CSV</source>
+        <translation>CSV</translation>
+    </message>
+    <message>
+        <source>还没有运行记录。程序运行结束后，焊缝和限值显示在这里。</source>
+        <translation>No run is recorded yet. When a program has run, its seams and their limits are shown here.</translation>
+    </message>
+    <message>
+        <source>已写入 %1</source>
+        <translation>Written: %1</translation>
+    </message>
+    <message>
+        <source>全部 CSV</source>
+        <translation>All runs CSV</translation>
+    </message>
+    <message>
+        <source>所选运行的焊缝</source>
+        <translation>The seams of the chosen run</translation>
+    </message>
+    <message>
+        <source>所有运行的焊缝</source>
+        <translation>The seams of all runs</translation>
+    </message>
+    <message>
+        <source>文件 %1 已损坏，无法读取</source>
+        <translation>The file %1 is damaged and cannot be read</translation>
+    </message>
+    <message>
+        <source>这次运行没有焊缝</source>
+        <translation>This run has no seams</translation>
+    </message>
+</context>
+<context>
+    <name>app::RunList</name>
+    <message>
+        <source>无法读取</source>
+        <translation>cannot be read</translation>
+    </message>
+    <message>
+        <source>开始</source>
+        <translation>Begun</translation>
+    </message>
+    <message>
+        <source>工程</source>
+        <translation>Project</translation>
+    </message>
+    <message>
+        <source>结束</source>
+        <translation>Ended</translation>
+    </message>
+    <message>
+        <source>时间</source>
+        <translation>Time</translation>
+    </message>
+    <message>
+        <source>焊缝</source>
+        <translation>Seams</translation>
+    </message>
+    <message>
+        <source>限值</source>
+        <translation>Limits</translation>
+    </message>
+</context>
+<context>
     <name>app::ScopePage</name>
     <message>
         <source>保持</source>
@@ -672,56 +1135,21 @@ mm/s, °/s</translation>
     </message>
 </context>
 <context>
-    <name>app::StopBox</name>
+    <name>app::SeamList</name>
     <message>
-        <source>关</source>
-        <translation>Off</translation>
-    </message>
-    <message>
-        <source>开</source>
-        <translation>On</translation>
-    </message>
-    <message>
-        <source>复位急停</source>
-        <translation>Release</translation>
-    </message>
-    <message>
-        <source>驱动电源</source>
-        <translation>Drive power</translation>
-    </message>
-    <message>
-        <source>收起</source>
-        <translation>Fold</translation>
-    </message>
-    <message>
-        <source>点动、按键</source>
-        <translation>Jog, keys</translation>
+        <source>焊缝 %1</source>
+        <translation>Seam %1</translation>
     </message>
 </context>
 <context>
-    <name>app::StopButton</name>
+    <name>app::SpeedBox</name>
     <message>
-        <source>急停</source>
-        <translation>STOP</translation>
+        <source>单元的时间：快速运行时，焊接中的一切比例不变</source>
+        <translation>How fast the cell&apos;s time goes; faster, nothing in a weld changes its proportion</translation>
     </message>
     <message>
-        <source>紧急停止</source>
-        <translation>Emergency stop</translation>
-    </message>
-    <message>
-        <source>紧急停止：F12 或 Pause，在任何窗口中有效</source>
-        <translation>Emergency stop: F12 or Pause, in every window</translation>
-    </message>
-    <message>
-        <source>已按下</source>
-        <translation>Pressed</translation>
-    </message>
-</context>
-<context>
-    <name>app::ViewsWindow</name>
-    <message>
-        <source>路径与信号</source>
-        <translation>Path, signals</translation>
+        <source>时间</source>
+        <translation>Time</translation>
     </message>
 </context>
 <context>
@@ -912,31 +1340,66 @@ mm/s, °/s</translation>
             <numerusform>%n warnings</numerusform>
         </translation>
     </message>
-</context>
-<context>
-    <name>app::SpeedBox</name>
     <message>
-        <source>单元的时间：快速运行时，焊接中的一切比例不变</source>
-        <translation>How fast the cell&#x27;s time goes; faster, nothing in a weld changes its proportion</translation>
+        <source>超出限值：%1</source>
+        <translation>limits not kept: %1</translation>
     </message>
     <message>
-        <source>时间</source>
-        <translation>Time</translation>
+        <source>，</source>
+        <translation>, </translation>
     </message>
 </context>
 <context>
-    <name>app::ProgressView</name>
+    <name>app::StopBox</name>
     <message>
-        <source>等待输入，之后 %1</source>
-        <translation>waits for an input, then %1</translation>
+        <source>关</source>
+        <translation>Off</translation>
     </message>
     <message>
-        <source>剩余 %1 + 等待输入</source>
-        <translation>%1 left + inputs</translation>
+        <source>开</source>
+        <translation>On</translation>
     </message>
     <message>
-        <source>剩余 %1</source>
-        <translation>%1 left</translation>
+        <source>复位急停</source>
+        <translation>Release</translation>
+    </message>
+    <message>
+        <source>驱动电源</source>
+        <translation>Drive power</translation>
+    </message>
+    <message>
+        <source>收起</source>
+        <translation>Fold</translation>
+    </message>
+    <message>
+        <source>点动、按键</source>
+        <translation>Jog, keys</translation>
+    </message>
+</context>
+<context>
+    <name>app::StopButton</name>
+    <message>
+        <source>急停</source>
+        <translation>STOP</translation>
+    </message>
+    <message>
+        <source>紧急停止</source>
+        <translation>Emergency stop</translation>
+    </message>
+    <message>
+        <source>紧急停止：F12 或 Pause，在任何窗口中有效</source>
+        <translation>Emergency stop: F12 or Pause, in every window</translation>
+    </message>
+    <message>
+        <source>已按下</source>
+        <translation>Pressed</translation>
+    </message>
+</context>
+<context>
+    <name>app::ViewsWindow</name>
+    <message>
+        <source>路径、信号、结果</source>
+        <translation>Path, signals, results</translation>
     </message>
 </context>
 </TS>

@@ -2,13 +2,6 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="ru" sourcelanguage="zh_CN">
 <context>
-    <name>app::ExamplesButton</name>
-    <message>
-        <source>示例</source>
-        <translation>Примеры</translation>
-    </message>
-</context>
-<context>
     <name>ExampleLibrary</name>
     <message>
         <source>搭接直焊缝</source>
@@ -230,6 +223,25 @@
     </message>
 </context>
 <context>
+    <name>app::BandPicture</name>
+    <message>
+        <source>出光</source>
+        <translation>Лазер включён</translation>
+    </message>
+    <message>
+        <source>功率 %</source>
+        <translation>Мощность, %</translation>
+    </message>
+    <message>
+        <source>保护气</source>
+        <translation>Защитный газ</translation>
+    </message>
+    <message>
+        <source>速度 mm/s</source>
+        <translation>Скорость, мм/с</translation>
+    </message>
+</context>
+<context>
     <name>app::CellStrip</name>
     <message>
         <source>输入</source>
@@ -281,6 +293,13 @@
     <message>
         <source>空闲</source>
         <translation>Ожидание</translation>
+    </message>
+</context>
+<context>
+    <name>app::ExamplesButton</name>
+    <message>
+        <source>示例</source>
+        <translation>Примеры</translation>
     </message>
 </context>
 <context>
@@ -431,7 +450,7 @@ mm/s，°/s</source>
     </message>
     <message>
         <source>短按：选择和插入；按住 3 秒：拖动示教</source>
-        <translation>Коротко: выбор и вставка. Удержание 3 с: ведение рукой</translation>
+        <translation>Коротко: выбор и вставка. Удержание 3&#xa0;с: ведение рукой</translation>
     </message>
 </context>
 <context>
@@ -455,6 +474,18 @@ mm/s，°/s</source>
         <source>信号</source>
         <translation>Сигналы</translation>
     </message>
+    <message>
+        <source>出光时设备故障：%1，第 %2 行</source>
+        <translation>Неисправность при включённом лазере: %1, строка %2</translation>
+    </message>
+    <message>
+        <source>出光时设备故障：%1</source>
+        <translation>Неисправность при включённом лазере: %1</translation>
+    </message>
+    <message>
+        <source>结果</source>
+        <translation>Результаты</translation>
+    </message>
 </context>
 <context>
     <name>app::PanelWindow</name>
@@ -467,8 +498,175 @@ mm/s，°/s</source>
         <translation>Модель ячейки</translation>
     </message>
     <message>
-        <source>路径与信号</source>
-        <translation>Путь, сигналы</translation>
+        <source>路径、信号、结果</source>
+        <translation>Путь, сигналы, итоги</translation>
+    </message>
+</context>
+<context>
+    <name>app::Passport</name>
+    <message>
+        <source>没有工程文件</source>
+        <translation>нет файла проекта</translation>
+    </message>
+    <message>
+        <source>工位</source>
+        <translation>от поста</translation>
+    </message>
+    <message>
+        <source>手动启动</source>
+        <translation>вручную</translation>
+    </message>
+    <message>
+        <source>工程</source>
+        <translation>Проект</translation>
+    </message>
+    <message>
+        <source>开始</source>
+        <translation>Начало</translation>
+    </message>
+    <message>
+        <source>启动方式</source>
+        <translation>Запуск</translation>
+    </message>
+    <message>
+        <source>结束</source>
+        <translation>Окончание</translation>
+    </message>
+    <message>
+        <source>运行时间</source>
+        <translation>Длительность</translation>
+    </message>
+    <message>
+        <source>焊缝</source>
+        <translation>Швы</translation>
+    </message>
+    <message>
+        <source>焊接</source>
+        <translation>Сварено</translation>
+    </message>
+    <message>
+        <source>路径 mm</source>
+        <translation>Путь, мм</translation>
+    </message>
+    <message>
+        <source>出光 / 送气 / 送丝 s</source>
+        <translation>Лазер / газ / проволока, с</translation>
+    </message>
+    <message>
+        <source>限值</source>
+        <translation>Пределы</translation>
+    </message>
+    <message>
+        <source>俯视</source>
+        <translation>Вид сверху</translation>
+    </message>
+    <message>
+        <source>侧视</source>
+        <translation>Вид сбоку</translation>
+    </message>
+    <message>
+        <source>编程焊缝</source>
+        <translation>Шов по программе</translation>
+    </message>
+    <message>
+        <source>空走</source>
+        <translation>Переход</translation>
+    </message>
+    <message>
+        <source>已焊</source>
+        <translation>Сварено</translation>
+    </message>
+    <message>
+        <source>未焊</source>
+        <translation>Пропуск</translation>
+    </message>
+    <message>
+        <source>无法运动</source>
+        <translation>Невозможно</translation>
+    </message>
+    <message>
+        <source>路径</source>
+        <translation>Путь</translation>
+    </message>
+    <message>
+        <source>信号</source>
+        <translation>Сигналы</translation>
+    </message>
+    <message>
+        <source>参数组</source>
+        <translation>Наборы параметров</translation>
+    </message>
+    <message>
+        <source>参数</source>
+        <translation>Параметр</translation>
+    </message>
+    <message>
+        <source>程序</source>
+        <translation>Программа</translation>
+    </message>
+    <message>
+        <source>程序有未保存的更改：工程文件与运行的程序不同</source>
+        <translation>Программа имела несохранённые изменения: файл проекта отличается от выполненной программы</translation>
+    </message>
+    <message>
+        <source>行</source>
+        <translation>Строка</translation>
+    </message>
+    <message>
+        <source>指令</source>
+        <translation>Команда</translation>
+    </message>
+    <message>
+        <source>目标 mm</source>
+        <translation>Цель, мм</translation>
+    </message>
+    <message>
+        <source>速度 mm/s</source>
+        <translation>Скорость, мм/с</translation>
+    </message>
+    <message>
+        <source>过渡 mm</source>
+        <translation>Зона, мм</translation>
+    </message>
+    <message>
+        <source>内容</source>
+        <translation>Подробности</translation>
+    </message>
+    <message>
+        <source>%1（跳过）</source>
+        <translation>%1 (пропущена)</translation>
+    </message>
+    <message>
+        <source>其余行数：%1</source>
+        <translation>Остальных строк: %1</translation>
+    </message>
+    <message>
+        <source>文件和校验和（SHA-256）</source>
+        <translation>Файлы и контрольные суммы (SHA-256)</translation>
+    </message>
+    <message>
+        <source>没有此文件</source>
+        <translation>нет такого файла</translation>
+    </message>
+    <message>
+        <source>软件</source>
+        <translation>Программное обеспечение</translation>
+    </message>
+    <message>
+        <source>操作员</source>
+        <translation>Оператор</translation>
+    </message>
+    <message>
+        <source>检验员</source>
+        <translation>Контролёр</translation>
+    </message>
+    <message>
+        <source>日期、签名</source>
+        <translation>Дата, подпись</translation>
+    </message>
+    <message>
+        <source>焊缝档案：%1</source>
+        <translation>Паспорт шва: %1</translation>
     </message>
 </context>
 <context>
@@ -603,6 +801,271 @@ mm/s，°/s</source>
     </message>
 </context>
 <context>
+    <name>app::ProgressView</name>
+    <message>
+        <source>等待输入，之后 %1</source>
+        <translation>ждёт вход, затем %1</translation>
+    </message>
+    <message>
+        <source>剩余 %1 + 等待输入</source>
+        <translation>осталось %1 + входы</translation>
+    </message>
+    <message>
+        <source>剩余 %1</source>
+        <translation>осталось %1</translation>
+    </message>
+</context>
+<context>
+    <name>app::ResultExport</name>
+    <message>
+        <source>导出</source>
+        <translation>Экспорт</translation>
+    </message>
+    <message>
+        <source>文件 %1 已存在，是否覆盖？</source>
+        <translation>Файл %1 уже есть. Перезаписать?</translation>
+    </message>
+    <message>
+        <source>无法写入文件：%1
+%2</source>
+        <translation>Не удалось записать файл: %1
+%2</translation>
+    </message>
+</context>
+<context>
+    <name>app::ResultText</name>
+    <message>
+        <source>已完成</source>
+        <translation>Завершено</translation>
+    </message>
+    <message>
+        <source>已暂停</source>
+        <translation>Пауза</translation>
+    </message>
+    <message>
+        <source>运动错误</source>
+        <translation>Ошибка движения</translation>
+    </message>
+    <message>
+        <source>驱动断电</source>
+        <translation>Приводы отключены</translation>
+    </message>
+    <message>
+        <source>面板已关闭</source>
+        <translation>Панель закрыта</translation>
+    </message>
+    <message>
+        <source>激光器</source>
+        <translation>источник лазера</translation>
+    </message>
+    <message>
+        <source>激光头</source>
+        <translation>лазерная головка</translation>
+    </message>
+    <message>
+        <source>水冷机</source>
+        <translation>охладитель</translation>
+    </message>
+    <message>
+        <source>气压</source>
+        <translation>давление газа</translation>
+    </message>
+    <message>
+        <source>温度</source>
+        <translation>температура</translation>
+    </message>
+    <message>
+        <source>编程长度 mm</source>
+        <translation>По программе, мм</translation>
+    </message>
+    <message>
+        <source>焊接长度 mm</source>
+        <translation>Сварено, мм</translation>
+    </message>
+    <message>
+        <source>焊接/编程长度</source>
+        <translation>Сварено / программа</translation>
+    </message>
+    <message>
+        <source>满功率长度 mm</source>
+        <translation>На полной мощности, мм</translation>
+    </message>
+    <message>
+        <source>平均速度 mm/s</source>
+        <translation>Средняя скорость, мм/с</translation>
+    </message>
+    <message>
+        <source>焊前送气 s</source>
+        <translation>Газ до шва, с</translation>
+    </message>
+    <message>
+        <source>焊后送气 s</source>
+        <translation>Газ после шва, с</translation>
+    </message>
+    <message>
+        <source>出光时间 s</source>
+        <translation>Лазер включён, с</translation>
+    </message>
+    <message>
+        <source>静止出光 s</source>
+        <translation>Лазер на месте, с</translation>
+    </message>
+    <message>
+        <source>能量 %·s</source>
+        <translation>Энергия, %·с</translation>
+    </message>
+    <message>
+        <source>热输入 J/mm</source>
+        <translation>Погонная энергия, Дж/мм</translation>
+    </message>
+    <message>
+        <source>运行时间 s</source>
+        <translation>Длительность, с</translation>
+    </message>
+    <message>
+        <source>未测得</source>
+        <translation>не измерено</translation>
+    </message>
+    <message>
+        <source>%1：%2，允许 %3</source>
+        <translation>%1: %2, допустимо %3</translation>
+    </message>
+    <message>
+        <source>焊缝 %1，%2</source>
+        <translation>Шов %1 – %2</translation>
+    </message>
+    <message>
+        <source>程序行</source>
+        <translation>Строки</translation>
+    </message>
+    <message>
+        <source>参数组</source>
+        <translation>Набор параметров</translation>
+    </message>
+    <message>
+        <source>未焊段 mm</source>
+        <translation>Пропуски, мм</translation>
+    </message>
+    <message>
+        <source>设备故障</source>
+        <translation>Неисправности</translation>
+    </message>
+    <message>
+        <source>没有焊接</source>
+        <translation>сварки не было</translation>
+    </message>
+    <message>
+        <source>已焊 %1 / %2 mm</source>
+        <translation>сварено %1 из %2 мм</translation>
+    </message>
+    <message>
+        <source>已焊 %1 mm</source>
+        <translation>сварено %1 мм</translation>
+    </message>
+    <message>
+        <source>没有限值</source>
+        <translation>Для проекта нет пределов</translation>
+    </message>
+    <message>
+        <source>限值文件 %1 有错误，没有评定</source>
+        <translation>Файл пределов %1 с ошибкой: оценки нет</translation>
+    </message>
+    <message>
+        <source>符合全部限值</source>
+        <translation>Все пределы соблюдены</translation>
+    </message>
+    <message>
+        <source>超出限值：%1</source>
+        <translation>Нарушено пределов: %1</translation>
+    </message>
+    <message>
+        <source>出光时设备故障：%1，第 %2 行，%3 秒</source>
+        <translation>Неисправность при включённом лазере: %1, строка %2, %3 с</translation>
+    </message>
+    <message>
+        <source>出光时设备故障：%1，%2 秒</source>
+        <translation>Неисправность при включённом лазере: %1, %2 с</translation>
+    </message>
+    <message>
+        <source>第 %1 行的焊接未获允许</source>
+        <translation>Строка %1: сварка не была разрешена</translation>
+    </message>
+    <message>
+        <source>控制器拒绝写入 %1，次数 %2</source>
+        <translation>Контроллер отклонил записи в %1: %2</translation>
+    </message>
+</context>
+<context>
+    <name>app::ResultsPage</name>
+    <message>
+        <source>焊缝档案 PDF</source>
+        <translation>Паспорт шва PDF</translation>
+    </message>
+    <message>
+        <source>CSV</source>
+        <translation>CSV</translation>
+    </message>
+    <message>
+        <source>还没有运行记录。程序运行结束后，焊缝和限值显示在这里。</source>
+        <translation>Записанных запусков пока нет. После выполнения программы здесь появятся швы и пределы.</translation>
+    </message>
+    <message>
+        <source>已写入 %1</source>
+        <translation>Записано: %1</translation>
+    </message>
+    <message>
+        <source>全部 CSV</source>
+        <translation>Все запуски CSV</translation>
+    </message>
+    <message>
+        <source>所选运行的焊缝</source>
+        <translation>Швы выбранного запуска</translation>
+    </message>
+    <message>
+        <source>所有运行的焊缝</source>
+        <translation>Швы всех запусков</translation>
+    </message>
+    <message>
+        <source>文件 %1 已损坏，无法读取</source>
+        <translation>Файл %1 повреждён и не читается</translation>
+    </message>
+    <message>
+        <source>这次运行没有焊缝</source>
+        <translation>В этом запуске нет швов</translation>
+    </message>
+</context>
+<context>
+    <name>app::RunList</name>
+    <message>
+        <source>无法读取</source>
+        <translation>не читается</translation>
+    </message>
+    <message>
+        <source>开始</source>
+        <translation>Начало</translation>
+    </message>
+    <message>
+        <source>工程</source>
+        <translation>Проект</translation>
+    </message>
+    <message>
+        <source>结束</source>
+        <translation>Итог</translation>
+    </message>
+    <message>
+        <source>时间</source>
+        <translation>Время</translation>
+    </message>
+    <message>
+        <source>焊缝</source>
+        <translation>Швы</translation>
+    </message>
+    <message>
+        <source>限值</source>
+        <translation>Пределы</translation>
+    </message>
+</context>
+<context>
     <name>app::ScopePage</name>
     <message>
         <source>保持</source>
@@ -672,56 +1135,21 @@ mm/s，°/s</source>
     </message>
 </context>
 <context>
-    <name>app::StopBox</name>
+    <name>app::SeamList</name>
     <message>
-        <source>关</source>
-        <translation>Выкл</translation>
-    </message>
-    <message>
-        <source>开</source>
-        <translation>Вкл</translation>
-    </message>
-    <message>
-        <source>复位急停</source>
-        <translation>Отжать</translation>
-    </message>
-    <message>
-        <source>驱动电源</source>
-        <translation>Приводы</translation>
-    </message>
-    <message>
-        <source>收起</source>
-        <translation>Свернуть</translation>
-    </message>
-    <message>
-        <source>点动、按键</source>
-        <translation>Движение</translation>
+        <source>焊缝 %1</source>
+        <translation>Шов %1</translation>
     </message>
 </context>
 <context>
-    <name>app::StopButton</name>
+    <name>app::SpeedBox</name>
     <message>
-        <source>急停</source>
-        <translation>СТОП</translation>
+        <source>单元的时间：快速运行时，焊接中的一切比例不变</source>
+        <translation>Ход времени ячейки: при ускорении пропорции сварки не меняются</translation>
     </message>
     <message>
-        <source>紧急停止</source>
-        <translation>Аварийный останов</translation>
-    </message>
-    <message>
-        <source>紧急停止：F12 或 Pause，在任何窗口中有效</source>
-        <translation>Аварийный останов: F12 или Pause, в любом окне</translation>
-    </message>
-    <message>
-        <source>已按下</source>
-        <translation>Нажат</translation>
-    </message>
-</context>
-<context>
-    <name>app::ViewsWindow</name>
-    <message>
-        <source>路径与信号</source>
-        <translation>Путь, сигналы</translation>
+        <source>时间</source>
+        <translation>Время</translation>
     </message>
 </context>
 <context>
@@ -914,31 +1342,66 @@ mm/s，°/s</source>
             <numerusform>%n предупреждений</numerusform>
         </translation>
     </message>
-</context>
-<context>
-    <name>app::SpeedBox</name>
     <message>
-        <source>单元的时间：快速运行时，焊接中的一切比例不变</source>
-        <translation>Ход времени ячейки: при ускорении пропорции сварки не меняются</translation>
+        <source>超出限值：%1</source>
+        <translation>нарушено пределов: %1</translation>
     </message>
     <message>
-        <source>时间</source>
-        <translation>Время</translation>
+        <source>，</source>
+        <translation>, </translation>
     </message>
 </context>
 <context>
-    <name>app::ProgressView</name>
+    <name>app::StopBox</name>
     <message>
-        <source>等待输入，之后 %1</source>
-        <translation>ждёт вход, затем %1</translation>
+        <source>关</source>
+        <translation>Выкл</translation>
     </message>
     <message>
-        <source>剩余 %1 + 等待输入</source>
-        <translation>осталось %1 + входы</translation>
+        <source>开</source>
+        <translation>Вкл</translation>
     </message>
     <message>
-        <source>剩余 %1</source>
-        <translation>осталось %1</translation>
+        <source>复位急停</source>
+        <translation>Отжать</translation>
+    </message>
+    <message>
+        <source>驱动电源</source>
+        <translation>Приводы</translation>
+    </message>
+    <message>
+        <source>收起</source>
+        <translation>Свернуть</translation>
+    </message>
+    <message>
+        <source>点动、按键</source>
+        <translation>Движение</translation>
+    </message>
+</context>
+<context>
+    <name>app::StopButton</name>
+    <message>
+        <source>急停</source>
+        <translation>СТОП</translation>
+    </message>
+    <message>
+        <source>紧急停止</source>
+        <translation>Аварийный останов</translation>
+    </message>
+    <message>
+        <source>紧急停止：F12 或 Pause，在任何窗口中有效</source>
+        <translation>Аварийный останов: F12 или Pause, в любом окне</translation>
+    </message>
+    <message>
+        <source>已按下</source>
+        <translation>Нажат</translation>
+    </message>
+</context>
+<context>
+    <name>app::ViewsWindow</name>
+    <message>
+        <source>路径、信号、结果</source>
+        <translation>Путь, сигналы, итоги</translation>
     </message>
 </context>
 </TS>

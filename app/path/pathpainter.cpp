@@ -43,6 +43,8 @@ QPen penOf(PathSign sign) {
         }
         case PathSign::Selected:
             return {halo, 13, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin};
+        case PathSign::Gap:
+            return {bad, 9, Qt::SolidLine, Qt::SquareCap, Qt::RoundJoin};
         case PathSign::Seam: {
             QPen pen(hot, 9, Qt::SolidLine, Qt::FlatCap, Qt::RoundJoin);
             pen.setDashPattern({0.33, 0.2});
@@ -74,6 +76,32 @@ void drawCross(QPainter* painter, const QPointF& point) {
     painter->setPen(QPen(bad, 2));
     painter->drawLine(point + QPointF(-arm, -arm), point + QPointF(arm, arm));
     painter->drawLine(point + QPointF(-arm, arm), point + QPointF(arm, -arm));
+}
+
+/// A hollow bar.
+void drawGap(QPainter* painter, const QPolygonF& gap) {
+    QPen pen = penOf(PathSign::Gap);
+    painter->setPen(pen);
+    painter->drawPolyline(gap);
+    constexpr double borders = 4;
+    pen.setColor(Qt::white);
+    pen.setWidthF(pen.widthF() - borders);
+    painter->setPen(pen);
+    painter->drawPolyline(gap);
+}
+
+/// The points of a line in a view. Points less than a pixel or two apart are left out: a long seam has many.
+template <typename Project>
+QPolygonF projected(const Polyline& line, const Project& project) {
+    QPolygonF points;
+    points << project(line.front());
+    for (const Position& position : line) {
+        const QPointF point = project(position);
+        if ((point - points.last()).manhattanLength() >= seamStep) {
+            points << point;
+        }
+    }
+    return points << project(line.back());
 }
 
 /// A ring with cross hairs; with the laser on, a filled ring with rays.
@@ -163,17 +191,15 @@ void PathPainter::paintSeams(const std::deque<Polyline>& pieces) {
     inBothViews([&](const auto& project) {
         painter_->setPen(penOf(PathSign::Seam));
         for (const Polyline& piece : pieces) {
-            // Points less than a pixel or two apart are left out: a long seam has many.
-            QPolygonF seam;
-            seam << project(piece.front());
-            for (const Position& position : piece) {
-                const QPointF point = project(position);
-                if ((point - seam.last()).manhattanLength() >= seamStep) {
-                    seam << point;
-                }
-            }
-            seam << project(piece.back());
-            painter_->drawPolyline(seam);
+            painter_->drawPolyline(projected(piece, project));
+        }
+    });
+}
+
+void PathPainter::paintGaps(const std::vector<Polyline>& pieces) {
+    inBothViews([&](const auto& project) {
+        for (const Polyline& piece : pieces) {
+            drawGap(painter_, projected(piece, project));
         }
     });
 }
@@ -245,6 +271,10 @@ void PathPainter::paintSample(QPainter* painter, PathSign sign, const QRectF& ar
     switch (sign) {
         case PathSign::Point:
             drawPoint(painter, middle);
+            break;
+        case PathSign::Gap:
+            drawGap(painter, QPolygonF() << QPointF(area.left() + area.height() / 2, middle.y())
+                                         << QPointF(area.right() - area.height() / 2, middle.y()));
             break;
         case PathSign::Tool:
         case PathSign::ToolWithLaser:

@@ -12,7 +12,7 @@ class QPainter;
 namespace app {
 
 /// The kinds of lines and signs, in the drawing and in its legend.
-enum class PathSign { Weld, Move, JointMove, Impossible, Selected, Point, Seam, Tool, ToolWithLaser };
+enum class PathSign { Weld, Move, JointMove, Impossible, Selected, Point, Seam, Gap, Tool, ToolWithLaser };
 
 /// Draws a path in its two views, and single signs for a legend. Lines differ in width, dashes and shape, not
 /// only in colour.
@@ -24,6 +24,8 @@ public:
 
     void paintMoves(const std::vector<PathMove>& moves, const QSet<int>& selected);
     void paintSeams(const std::deque<Polyline>& pieces);
+    /// Parts of a seam on which the laser was off.
+    void paintGaps(const std::vector<Polyline>& pieces);
     void paintTool(const Position& position, bool laser);
     /// Titles of the views, grid, border between them and scale bar with its text; before anything else.
     void paintSheet(const QString& above, const QString& side, const QString& barText);

@@ -1,5 +1,6 @@
 #include "app/progress/progressview.h"
 
+#include "app/clocktext.h"
 #include "app/progress/runwatcher.h"
 
 #include <QHBoxLayout>
@@ -13,19 +14,6 @@ namespace {
 constexpr int barSteps = 1000;
 constexpr int widthPx = 270;
 constexpr qint64 msPerS = 1000;
-
-/// "0:12"
-QString clockText(qint64 ms) {
-    const qint64 seconds = ms / msPerS;
-    const auto twoDigits = [](qint64 value) {
-        return QString::number(value).rightJustified(2, QLatin1Char('0'));
-    };
-    if (seconds < 3600) {
-        return QStringLiteral("%1:%2").arg(QString::number(seconds / 60), twoDigits(seconds % 60));
-    }
-    return QStringLiteral("%1:%2:%3")
-        .arg(QString::number(seconds / 3600), twoDigits(seconds / 60 % 60), twoDigits(seconds % 60));
-}
 
 }  // namespace
 

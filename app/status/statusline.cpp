@@ -4,6 +4,7 @@
 
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QMouseEvent>
 #include <QStyle>
 #include <QVariant>
 
@@ -62,6 +63,13 @@ void StatusLine::resizeEvent(QResizeEvent* event) {
     QFrame::resizeEvent(event);
     layout()->activate();
     fit();
+}
+
+void StatusLine::mouseReleaseEvent(QMouseEvent* event) {
+    QFrame::mouseReleaseEvent(event);
+    if (rect().contains(event->pos())) {
+        emit tapped();
+    }
 }
 
 }  // namespace app

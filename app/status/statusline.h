@@ -17,8 +17,12 @@ public:
     /// `watch` must outlive it.
     explicit StatusLine(const StatusWatcher* watch, QWidget* parent = nullptr);
 
+signals:
+    void tapped();
+
 protected:
     void resizeEvent(QResizeEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
 
 private:
     void refresh();

@@ -1,5 +1,6 @@
 #include "app/status/statustext.h"
 
+#include "app/clocktext.h"
 #include "program/words.h"
 
 #include <QCoreApplication>
@@ -62,13 +63,31 @@ QString runText(const CellStatus& state) {
                       : StatusText::tr("正在关闭激光、气体和送丝");
 }
 
+/// "Finished, 0:20, 300.0 of 300.0 mm welded". Of a pause only what was welded: the line is told before.
+QString endedText(const EndedRun& run, bool isPaused) {
+    QStringList parts;
+    if (!isPaused) {
+        parts << (run.station.isEmpty() ? run.words : run.station + QStringLiteral(": ") + run.words)
+              << clockText(run.ms);
+    }
+    parts << run.welded;
+    if (run.violations > 0) {
+        parts << StatusText::tr("超出限值：%1").arg(run.violations);
+    }
+    parts.removeAll(QString());
+    return parts.join(StatusText::tr("，"));
+}
+
 QString idleText(const CellStatus& state) {
     if (state.pausedLine < 0) {
-        return StatusText::tr("没有程序在运行");
+        const bool isPause = state.ended && state.ended->reason == QLatin1String("paused");
+        return state.ended && !isPause ? endedText(*state.ended, false) : StatusText::tr("没有程序在运行");
     }
-    return (state.pausedInWeld ? StatusText::tr("在第 %1 行暂停，焊缝未完成")
-                               : StatusText::tr("在第 %1 行暂停"))
-        .arg(state.pausedLine + 1);
+    const QString paused =
+        (state.pausedInWeld ? StatusText::tr("在第 %1 行暂停，焊缝未完成") : StatusText::tr("在第 %1 行暂停"))
+            .arg(state.pausedLine + 1);
+    const QString welded = state.ended ? endedText(*state.ended, true) : QString();
+    return welded.isEmpty() ? paused : paused + StatusText::tr("，") + welded;
 }
 
 /// Empty when the laser is off.
@@ -172,7 +191,8 @@ bool CellStatus::hasTime() const {
 
 bool CellStatus::isWell() const {
     return isPermitted() && gasPorts.isEmpty() && faults.isEmpty() && lastError == 0 && !emergencyStop &&
-           errors == 0 && laser != Laser::ByHand && laser != Laser::WithoutProgram;
+           errors == 0 && laser != Laser::ByHand && laser != Laser::WithoutProgram &&
+           (!ended || ended->violations == 0);
 }
 
 QStringList statusText(const CellStatus& state) {

@@ -3,6 +3,8 @@
 #include <QStringList>
 #include <QVector>
 
+#include <optional>
+
 namespace app {
 
 /// Why an output needed for welding does not work.
@@ -12,6 +14,16 @@ struct PortProblem {
     Kind kind = OutOfUse;
     QString port;    ///< the port's name in the panel's language
     QString signal;  ///< the assigned signal that the controller does not have
+};
+
+/// How the last run ended, from its end to the next start.
+struct EndedRun {
+    QString reason;   ///< a word of a run's record: "finished"
+    QString words;    ///< for the reason, in the panel's language
+    QString station;  ///< the project's name, when a station ran it
+    qint64 ms = 0;
+    QString welded;      ///< "300.0 of 300.0 mm welded"; empty without welds
+    int violations = 0;  ///< limits that were not kept
 };
 
 /// State of cell, welding permission, run and editing, as values.
@@ -45,7 +57,8 @@ struct CellStatus {
     bool switchingOff = false;  ///< the run has ended, its equipment is still being switched off
     int pausedLine = -1;        ///< where Start continues, from 0; -1 for none
     bool pausedInWeld = false;
-    bool listening = false;  ///< the stations' inputs are watched
+    std::optional<EndedRun> ended;  ///< none while something runs
+    bool listening = false;         ///< the stations' inputs are watched
     int waitingStations = 0;
 
     // Editing.

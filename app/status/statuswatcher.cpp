@@ -203,6 +203,7 @@ void StatusWatcher::onState() {
     wasBusy_ = busy;
     if (busy) {
         lastError_ = 0;
+        ended_.reset();
     }
     const bool isStep = package_.mode() == prog::runmode::singleStep;
     if (busy && !isStep) {  // a single step does not end a pause
@@ -266,6 +267,11 @@ CellStatus::Laser StatusWatcher::laser() const {
                                                        : CellStatus::Laser::ByProgram;
 }
 
+void StatusWatcher::setEnded(const std::optional<EndedRun>& run) {
+    ended_ = run;
+    refreshLater();
+}
+
 CellStatus StatusWatcher::state() const {
     CellStatus state = readSwitches();
     state.emergencyStop = controller_->emergencyStop();
@@ -278,6 +284,7 @@ CellStatus StatusWatcher::state() const {
     state.laserPorts = problemsOf(DO_LASER_ENABLE) + problemsOf(AO_LASER_POWER);
     state.gasPorts = problemsOf(DO_GAS);
     state.lastError = lastError_;
+    state.ended = ended_;
     state.busy = isBusy();
     state.station = package_.mode() == prog::runmode::byStation;
     state.projectOpen = package_.hasProject();

@@ -27,6 +27,8 @@ public:
     StatusWatcher(const workcell::PackageFlags& package, const sim::Controller* controller,
                   const QWidget* page, QObject* parent = nullptr);
 
+    /// How the last run ended; forgotten at the next start.
+    void setEnded(const std::optional<EndedRun>& run);
     CellStatus state() const;
     const QStringList& sentences() const { return sentences_; }
     bool isTiming() const { return tick_.isActive(); }
@@ -70,6 +72,7 @@ private:
     bool wasBusy_ = false;
     bool stopped_ = false;  ///< the last run started by hand was stopped before its end
     int lastError_ = 0;
+    std::optional<EndedRun> ended_;
     bool posted_ = false;
 };
 

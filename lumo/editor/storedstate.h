@@ -14,6 +14,8 @@ namespace lumo {
 /// a file written by another program is noticed. It only reads.
 class StoredState : public QObject {
     Q_OBJECT
+    /// For programs that load the package.
+    Q_PROPERTY(bool stored READ isStored)
 public:
     explicit StoredState(QObject* parent = nullptr);
 

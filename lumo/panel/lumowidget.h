@@ -26,12 +26,15 @@ class LumoWidget;
 /// both outlive it.
 class LumoWidget : public QWidget {
     Q_OBJECT
+    /// Path of the open project file, for programs that load the package.
+    Q_PROPERTY(QString projectFile READ projectFile)
 public:
     explicit LumoWidget(QWidget* parent = nullptr);
     ~LumoWidget() override;
 
     /// Path of the open project file; empty when none is open. Outlives the page.
     static QString filePath;
+    [[nodiscard]] static QString projectFile() { return filePath; }
 
     /// Registers the `lumo` subtree, fills it from the defaults in the panel's language and from the settings
     /// files in the working directory, and makes the executor. Called by the constructor when there is no

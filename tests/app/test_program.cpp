@@ -42,6 +42,7 @@ private slots:
             {"--settings cell/seam.json", "--settings cell/seam.json is no folder"},
             {"--open cell", "--open cell is no file that can be read"},
             {"--example flange --settings cell", "--example brings its own project and settings"},
+            {"--rated-power 0", "--rated-power 0 is no power above 0"},
             {"--vcd nowhere/a.vcd", "--vcd nowhere/a.vcd is no file that can be written"},
         };
         QString error;

@@ -103,7 +103,7 @@ private slots:
             return line(2).section(' ', 1);
         };
         const QString well = "Welding is permitted|";
-        QCOMPARE(shown(0, {{1500, pause}}), well + "Paused at line 3, inside a weld");
+        QCOMPARE(shown(0, {{1500, pause}}), well + "Paused at line 3, inside a weld, 0.0 mm welded");
         QCOMPARE(shown(2, {}), "The last run failed: robot motion error -0x1|Welding is permitted");
         test::closeBoxes();
         QCOMPARE(shown(0, {{50, pause}}), well + "Paused at line 1");

@@ -85,9 +85,11 @@ int writeGallery(const QString& folder, const QString& language) {
     if (!place.isValid() || !layOutSample(place.filePath(QStringLiteral("cell")))) {
         return complain(QStringLiteral("the sample cannot be laid out"));
     }
-    // A file dialog reads its look and history from the user's configuration: use an empty one.
+    // A file dialog reads its look and history from the user's configuration, the panel its runs from the
+    // user's data: use empty ones.
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, place.path());
     qputenv("XDG_CONFIG_HOME", QFile::encodeName(place.path()));
+    qputenv("XDG_DATA_HOME", QFile::encodeName(place.filePath(QStringLiteral("data"))));
     app::Panel panel;
     QString error;
     if (!panel.open(gantu::findLibrary(prog::key::lumo), &error)) {

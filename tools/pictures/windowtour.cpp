@@ -220,6 +220,28 @@ const Stop viewRows[] = {
          press(s, "btnLonger");
          press(s, "btnHold");
      }},
+    {"views_results",
+     [](Scene& s) {
+         s.openProject(sampleFile);
+         startSample(s);
+         s.settle();
+         view(s, 2);
+         s.shoot();
+     }},
+    {"views_results_fault",
+     [](Scene& s) {
+         s.openProject(sampleFile);
+         s.whenLineRuns(MoveC, [&s] {
+             s.after(500, [&s] { s.controller()->setInput(QStringLiteral("LUMO_DI.#2"), false); });
+             s.after(900, [&s] { press(s, "btnPause"); });
+         });
+         startSample(s);
+         s.settle();
+         view(s, 2);
+         s.shoot();
+         s.controller()->setInput(QStringLiteral("LUMO_DI.#2"), true);
+         press(s, "btnDismiss");
+     }},
     {"views_signals_export",
      [](Scene& s) {
          view(s, 1);

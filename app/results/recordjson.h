@@ -1,0 +1,23 @@
+#pragma once
+
+#include "workcell/runrecord.h"
+
+#include <QJsonObject>
+
+#include <vector>
+
+namespace app {
+
+/// A number of a seam that is always there, and its name in files.
+struct SeamNumber {
+    const char* name;
+    double workcell::SeamRecord::*value;
+};
+[[nodiscard]] const std::vector<SeamNumber>& seamNumbers();
+
+/// The record of a run, with the names of the runner's summary.
+[[nodiscard]] QJsonObject jsonOfRecord(const workcell::RunRecord& record);
+/// What is missing is 0, empty or none.
+[[nodiscard]] workcell::RunRecord recordFrom(const QJsonObject& json);
+
+}  // namespace app

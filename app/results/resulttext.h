@@ -1,0 +1,41 @@
+#pragma once
+
+#include "app/results/runresult.h"
+
+#include <QString>
+#include <QStringList>
+#include <QVector>
+
+namespace app {
+
+/// Whether a quantity keeps its limit.
+enum class Mark { NoLimit, Within, Outside };
+
+/// A quantity of a seam as it is shown.
+struct SeamCell {
+    QString text;  ///< the value; "–" for none
+    Mark mark = Mark::NoLimit;
+    QString allowed;  ///< "0.99 … 1.02", "≥ 0.3"; empty without a limit
+};
+
+/// "✓", "✗" or nothing.
+[[nodiscard]] QString signOf(Mark mark);
+
+/// What is shown of every seam, in the panel's language, and the cells of one seam in the same order.
+[[nodiscard]] QStringList seamHeadings();
+[[nodiscard]] QVector<SeamCell> seamCells(const workcell::SeamRecord& seam, const RunResult& result);
+
+/// How a run ended: "Finished", "Paused".
+[[nodiscard]] QString reasonText(const QString& reason);
+/// "Chiller", for a word of the cell.
+[[nodiscard]] QString equipmentText(const QString& name);
+/// "88.0 of 300.0 mm welded"; empty for a program that has no welds.
+[[nodiscard]] QString weldedText(const RunResult& result);
+/// "All limits are kept", "2 limits are not kept", or why nothing was judged.
+[[nodiscard]] QString limitsText(const RunResult& result);
+/// A sentence for each violation: "Seam 2: welded length 88.0 mm, allowed ≥ 295".
+[[nodiscard]] QStringList violationTexts(const RunResult& result);
+/// A sentence for each fault of equipment, refused statement and kind of rejected write.
+[[nodiscard]] QStringList incidentTexts(const RunResult& result);
+
+}  // namespace app

@@ -1,0 +1,147 @@
+#include "app/results/passport.h"
+#include "app/results/resultcsv.h"
+#include "app/results/resultspage.h"
+#include "app/results/runhistory.h"
+#include "app/views/viewswindow.h"
+#include "panelfixture.h"
+
+#include <QBuffer>
+#include <QDir>
+#include <QTableView>
+
+/// What the panel tells and keeps of runs.
+class AppResults : public test::PanelTest {
+    Q_OBJECT
+
+    app::ResultsPage* page_ = nullptr;
+
+    QString cell(const char* table, int row, int column) const {
+        return find<QTableView>(table)->model()->index(row, column).data().toString();
+    }
+    /// The cell of the first seam in the row with a heading.
+    QString seam(const QString& heading) const {
+        const QAbstractItemModel* const model = find<QTableView>("seamsTable")->model();
+        for (int row = 0; row < model->rowCount(); ++row) {
+            if (model->headerData(row, Qt::Vertical).toString() == heading) {
+                return cell("seamsTable", row, 0);
+            }
+        }
+        return "no row";
+    }
+    /// The last sentence but those on editing.
+    QString ended() const {
+        pass(0);
+        return textOf("lblWhy").split("  ·  ").value(1);
+    }
+    void weld(const Moments& moments) const {
+        run(0, moments);
+        waitUntilIdle();
+        pass(5000);
+    }
+    static app::RunResult resultOf(const QString& project) {
+        app::RunResult result;
+        result.begun = QDateTime({2026, 1, 2}, {3, 4, 5});
+        result.record.project = project;
+        result.record.reason = "finished";
+        return result;
+    }
+
+private slots:
+    void initTestCase() {
+        page_ = panel_->views()->findChild<app::ResultsPage*>();
+        roots_ = {panel_->views(), window()};
+        robot()->setInput("DI3", true);
+        openSample();
+        robot()->setPower(true);
+        panel_->views()->open(2, window());
+        QVERIFY(find<QLabel>("lblNoRuns")->isVisible());
+        panel_->views()->close();
+    }
+
+    void finishedRun_isJudgedAndTold() {
+        test::writeFile(
+            "seam.limits.json",
+            test::quoted("{'seam':{'welded_ratio':{'min':0.9,'max':1.1},'standing_s':{'max':0}}}"));
+        weld({});
+        const QString welded = seam("Programmed, mm");
+        QVERIFY2(welded.toDouble() > 100, qPrintable(welded));
+        QVERIFY2(ended().startsWith("Finished, 0:") && ended().endsWith("mm welded, limits not kept: 1"),
+                 qPrintable(ended()));
+        QCOMPARE(textOf("lblWhySign"), "⚠");
+        click("lblWhy");
+        QVERIFY(page_->isVisible());
+        QCOMPARE(cell("runsTable", 0, 5), "✗ 1");
+        QVERIFY(seam("Welded / programmed").startsWith("✓ ") &&
+                seam("On a standing head, s").startsWith("✗ "));
+        QVERIFY2(textOf("lblVerdict").contains("allowed ≤ 0"), qPrintable(textOf("lblVerdict")));
+        page_->exportTo("seam.pdf");
+        const QByteArray pdf = test::contentOf("seam.pdf");
+        QVERIFY(pdf.startsWith("%PDF") && textOf("lblResultWritten") == "Written: seam.pdf");
+    }
+
+    void brokenRun_isKeptWithItsFault() {
+        test::writeFile("seam.limits.json", "{'seam': 1}");
+        const auto fail = [this] { robot()->setInput("LUMO_DI.#2", false); };
+        const auto pause = [] { m("lumo.execute.trigger.pause")->trigger(); };
+        weld({{9000, fail}, {9500, pause}});
+        robot()->setInput("LUMO_DI.#2", true);
+        QVERIFY2(ended().startsWith("Paused at line ") && ended().endsWith(" mm welded"),
+                 qPrintable(ended()));
+        QCOMPARE(cell("runsTable", 0, 5), "⚠");
+        QCOMPARE(seam("Equipment faults"), "Chiller");
+        QVERIFY(textOf("lblNotice").contains("Chiller fault while the laser is on, line "));
+        QVERIFY(textOf("lblVerdict").contains("seam.limits.json is faulty"));
+        set("lumo.current.openmiddlecolse", false);
+        m("lumo.current.pausepoint")->clear(nullptr);
+        QFile::remove("seam.limits.json");
+    }
+
+    void programWithoutWelds_saysTheTimeOnly() {
+        load("lumo.program", "[{'type':'delay','delaytime':61000}]");
+        weld({});
+        QCOMPARE(ended(), "Finished, 1:01");
+        load("lumo.program", "[{'type':'open','index':0},{'type':'close'}]");
+        QCOMPARE(ended(), "No program runs");
+        robot()->setMode("manual");
+        weld({});
+        robot()->setMode("auto");
+        QCOMPARE(ended(), "Finished, 0:00, nothing welded");
+    }
+
+    void history_keepsTheLastThousandAndToldDamage() {
+        QVERIFY(QDir().mkpath("runs"));
+        for (int i = 1; i <= app::RunHistory::mostRuns; ++i) {
+            test::writeFile(QString("runs/run-%1-1.json").arg(i), "{\"begun\":");
+        }
+        app::RunHistory("runs").add(resultOf("a, \"b\""));
+        const app::RunHistory history("runs");
+        QVERIFY(history.count() == app::RunHistory::mostRuns && !QFile::exists("runs/run-1-1.json"));
+        QVERIFY(history.at(0) && history.at(0)->record.project == "a, \"b\"" && !history.at(1));
+        QCOMPARE(history.fileName(1), "run-1000-1.json");
+        const QByteArray csv = app::csvLines(*history.at(0));
+        QVERIFY2(csv.startsWith("2026-01-02 03:04:05,\"a, \"\"b\"\"\",finished,0,,"), csv);
+        QCOMPARE(csv.count(','), app::csvHeader().count(',') + 1);
+        // A folder that cannot be written: the run is kept until it can.
+        app::RunHistory lost("/proc/runs");
+        lost.add(resultOf("lost"));
+        QVERIFY(lost.count() == 1 && lost.at(0)->record.project == "lost");
+        QVERIFY(textOf("lblNotice").contains("/proc/runs"));
+    }
+
+    void passport_hasAPageForEveryFewLines() {
+        app::RunResult result = resultOf("long");
+        result.record.seams.resize(12);
+        for (int i = 0; i < 500; ++i) {
+            result.lines.append({"moveL", true, "1, 2, 3", "10", "0", QString(400, 'x')});
+        }
+        const app::Sheets sheets = app::seamPassport(result);
+        QVERIFY2(sheets.pageCount() > 20 && sheets.pageCount() < 90,
+                 qPrintable(QString::number(sheets.pageCount())));
+        QBuffer pdf;
+        QVERIFY(pdf.open(QIODevice::WriteOnly) && app::writePassport(&pdf, result));
+        QCOMPARE(pdf.data().count("/Type /Page\n"), sheets.pageCount());
+    }
+};
+
+LUMO_TEST(AppResults)
+#include "test_results.moc"
