@@ -121,7 +121,7 @@ QTableView* ResultsPage::makeTable(const QString& name) {
 
 /// Widths are fixed: measuring the contents would read the files of all runs.
 void ResultsPage::setUpRuns() {
-    constexpr int widths[] = {160, 0, 100, 62, 54, 78};
+    constexpr int widths[] = {160, 0, 100, 62, 62, 78};
     runs_->setModel(runList_);
     runs_->setSelectionBehavior(QAbstractItemView::SelectRows);
     runs_->setWordWrap(false);
