@@ -67,8 +67,9 @@ QJsonObject jsonOf(const SeamRecord& seam) {
     return json;
 }
 
-SeamRecord seamFrom(const QJsonObject& json) {
+SeamRecord seamFrom(const QJsonObject& json, const QString& project) {
     SeamRecord seam;
+    seam.project = project;
     seam.openLine = json.value(QLatin1String("open_line")).toInt();
     const QJsonValue closeLine = json.value(QLatin1String("close_line"));
     if (closeLine.isDouble()) {
@@ -144,7 +145,7 @@ RunRecord recordFrom(const QJsonObject& json) {
     }
     const QJsonArray seams = json.value(QLatin1String("seams")).toArray();
     for (const QJsonValue& seam : seams) {
-        record.seams.push_back(seamFrom(seam.toObject()));
+        record.seams.push_back(seamFrom(seam.toObject(), record.project));
     }
     const QJsonArray rejections = json.value(QLatin1String("rejections")).toArray();
     for (const QJsonValue& rejection : rejections) {
@@ -153,12 +154,14 @@ RunRecord recordFrom(const QJsonObject& json) {
     }
     const QJsonArray refused = json.value(QLatin1String("refused")).toArray();
     for (const QJsonValue& statement : refused) {
-        record.refused.push_back({statement.toArray().at(0).toInt(), statement.toArray().at(1).toString()});
+        record.refused.push_back(
+            {statement.toArray().at(0).toInt(), statement.toArray().at(1).toString(), record.project});
     }
     const QJsonArray faults = json.value(QLatin1String("faults")).toArray();
     for (const QJsonValue& fault : faults) {
         const QJsonArray values = fault.toArray();
-        record.faults.push_back({values.at(0).toString(), values.at(1).toDouble(), values.at(2).toInt()});
+        record.faults.push_back(
+            {values.at(0).toString(), values.at(1).toDouble(), values.at(2).toInt(), record.project});
     }
     return record;
 }

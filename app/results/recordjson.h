@@ -17,7 +17,7 @@ struct SeamNumber {
 
 /// The record of a run, with the names of the runner's summary.
 [[nodiscard]] QJsonObject jsonOfRecord(const workcell::RunRecord& record);
-/// What is missing is 0, empty or none.
+/// What is missing is 0, empty or none. All parts belong to the project of the run.
 [[nodiscard]] workcell::RunRecord recordFrom(const QJsonObject& json);
 
 }  // namespace app
