@@ -16,18 +16,13 @@ namespace run {
 namespace {
 
 constexpr int stuckMs = 1000;
-constexpr int calmMs = 1000;  // after the last entry of a scenario for stations
 const QString stalled = QStringLiteral("stalled");
 
 }  // namespace
 
 EndWatch::EndWatch(QObject* parent) : QObject(parent) {
-    until_.setSingleShot(true);
-    until_.setTimerType(Qt::PreciseTimer);
-    connect(&until_, &QTimer::timeout, this, [this] { emit gaveUp(QStringLiteral("until")); });
-    calm_.setSingleShot(true);
-    calm_.setTimerType(Qt::PreciseTimer);
-    connect(&calm_, &QTimer::timeout, this, &EndWatch::schedule);
+    connect(&until_, &LongTimer::timeout, this, [this] { emit gaveUp(QStringLiteral("until")); });
+    connect(&calm_, &LongTimer::timeout, this, &EndWatch::schedule);
     stuck_->setSingleShot(true);
     stuck_->setInterval(stuckMs);
     connect(stuck_, &QTimer::timeout, this, [this] {
@@ -39,14 +34,14 @@ EndWatch::EndWatch(QObject* parent) : QObject(parent) {
             &EndWatch::onAboutToBlock);
 }
 
-void EndWatch::begin(const Parts& parts, int untilMs) {
+void EndWatch::begin(const Parts& parts, qint64 untilMs) {
     parts_ = parts;
     until_.start(untilMs);
 }
 
 void EndWatch::waitCalmly() {
     if (parts_.stations) {
-        calm_.start(parts_.player->lastMs() + calmMs);
+        calm_.start(parts_.player->calmMs());
     }
 }
 
@@ -111,11 +106,13 @@ void EndWatch::watchStuckRun() {
 }
 
 bool EndWatch::isStuck() const {
+    if (!parts_.controller->standsStill() || parts_.player->isPending() || parts_.pages->isBusy() ||
+        parts_.messages->isPending()) {
+        return false;  // asked after each step of the robot
+    }
     const QVariantMap waiting = parts_.executor->property("waiting").toMap();
     const QString kind = waiting.value(QStringLiteral("kind")).toString();
-    const bool awaitsMotion = kind == prog::waits::move || kind == prog::waits::zone;
-    return awaitsMotion && !parts_.player->isPending() && !parts_.pages->isBusy() &&
-           !parts_.messages->isPending() && parts_.controller->standsStill();
+    return kind == prog::waits::move || kind == prog::waits::zone;
 }
 
 bool EndWatch::isOver() const {
@@ -123,10 +120,10 @@ bool EndWatch::isOver() const {
 }
 
 bool EndWatch::isAtRest() const {
-    return !parts_.tree->isWriting() && !parts_.pages->isBusy() && !parts_.player->isPlaying() &&
-           !parts_.messages->isPending() && TreeOperator::isIdle() &&
+    return parts_.controller->standsStill() && !parts_.tree->isWriting() && !parts_.pages->isBusy() &&
+           !parts_.player->isPlaying() && !parts_.messages->isPending() && TreeOperator::isIdle() &&
            parts_.executor->property("depth").toInt() == 0 &&
-           parts_.executor->property("pendingSteps").toInt() == 0 && parts_.controller->standsStill();
+           parts_.executor->property("pendingSteps").toInt() == 0;
 }
 
 bool EndWatch::areStationsDone() const {

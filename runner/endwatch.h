@@ -1,5 +1,7 @@
 #pragma once
 
+#include "runner/longtime.h"
+
 #include <QObject>
 #include <QString>
 #include <QTimer>
@@ -35,7 +37,7 @@ public:
     explicit EndWatch(QObject* parent = nullptr);
 
     /// The run begins now; `untilMs`: its longest time.
-    void begin(const Parts& parts, int untilMs);
+    void begin(const Parts& parts, qint64 untilMs);
     /// Waits for stations until some time after the last entry of the scenario, which has begun now.
     void waitCalmly();
     /// The application was asked to quit: nothing ends before its event loops have returned.
@@ -68,8 +70,8 @@ private:
     bool isForgotten() const;
 
     Parts parts_;
-    QTimer until_;
-    QTimer calm_;  ///< runs for a while after the last entry of a scenario for stations
+    LongTimer until_;
+    LongTimer calm_;  ///< runs for a while after the last entry of a scenario for stations
     QTimer* stuck_ = new QTimer(&until_);  ///< a child of until_: armedTimers() leaves both out
     bool checkPosted_ = false;
     bool stopped_ = false;

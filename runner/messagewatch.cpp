@@ -1,9 +1,10 @@
 #include "runner/messagewatch.h"
 
+#include "runner/longtime.h"
+
 #include <QAbstractButton>
 #include <QCoreApplication>
 #include <QEvent>
-#include <QTimer>
 
 namespace run {
 
@@ -45,7 +46,7 @@ QAbstractButton* choose(const QMessageBox* box, QString* word) {
 
 }  // namespace
 
-MessageWatch::MessageWatch(int ackMs, QObject* parent) : QObject(parent), ackMs_(ackMs) {
+MessageWatch::MessageWatch(qint64 ackMs, QObject* parent) : QObject(parent), ackMs_(ackMs) {
     QCoreApplication::instance()->installEventFilter(this);
 }
 
@@ -66,7 +67,7 @@ bool MessageWatch::eventFilter(QObject* watched, QEvent* event) {
 void MessageWatch::onShown(QMessageBox* box) {
     pending_.insert(box);
     connect(box, &QObject::destroyed, this, &MessageWatch::onClosed, Qt::UniqueConnection);
-    QTimer::singleShot(ackMs_, box, [this, box] { answer(box); });
+    callAfter(ackMs_, box, [this, box] { answer(box); });
     emit shown(iconWord(box->icon()), box->windowTitle(), box->text());
 }
 

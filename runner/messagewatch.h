@@ -12,7 +12,7 @@ class MessageWatch : public QObject {
     Q_OBJECT
 public:
     /// `ackMs`: how long a box stays; 0: until the next pass of the event loop.
-    explicit MessageWatch(int ackMs, QObject* parent = nullptr);
+    explicit MessageWatch(qint64 ackMs, QObject* parent = nullptr);
 
     /// Whether a box is open.
     bool isPending() const { return !pending_.isEmpty(); }
@@ -32,7 +32,7 @@ private:
     void onClosed(QObject* box);
     void answer(QMessageBox* box);
 
-    int ackMs_;
+    qint64 ackMs_;
     QSet<QObject*> pending_;
 };
 

@@ -28,15 +28,41 @@ QString readOnOff(const QString& text, bool* value) {
     return reason;
 }
 
-/// A whole number from `least`; one too large for an int becomes the largest int.
-QString readNumber(const QString& text, int least, int* value) {
-    const bool digits = !text.isEmpty() && std::all_of(text.begin(), text.end(), [](QChar c) {
+bool areDigits(const QString& text) {
+    return !text.isEmpty() && std::all_of(text.begin(), text.end(), [](QChar c) {
         return c >= QLatin1Char('0') && c <= QLatin1Char('9');
     });
+}
+
+/// A whole number from `least` that fits into 64 bits.
+QString readWhole(const QString& text, qint64 least, qint64* value) {
+    bool fits = false;
+    *value = text.toLongLong(&fits);
+    if (!areDigits(text) || (fits && *value < least)) {
+        return QStringLiteral("is no number from %1").arg(least);
+    }
+    return fits ? QString()
+                : QStringLiteral("is too large: at most %1").arg(std::numeric_limits<qint64>::max());
+}
+
+/// A whole number from `least` that fits into an int.
+QString readNumber(const QString& text, int least, int* value) {
+    qint64 number = 0;
+    const QString reason = readWhole(text, least, &number);
+    constexpr int most = std::numeric_limits<int>::max();
+    if (reason.isEmpty() && number > most) {
+        return QStringLiteral("is too large: at most %1").arg(most);
+    }
+    *value = int(number);
+    return reason;
+}
+
+/// A line from 1. One too large for an int becomes the largest int, a line that no program has.
+QString readLine(const QString& text, int* line) {
     bool fits = false;
     const int number = text.toInt(&fits);
-    *value = fits ? number : std::numeric_limits<int>::max();
-    return digits && *value >= least ? QString() : QStringLiteral("is no number from %1").arg(least);
+    *line = fits ? number : std::numeric_limits<int>::max();
+    return areDigits(text) && *line >= 1 ? QString() : QStringLiteral("is no number from 1");
 }
 
 QString readFile(const QString& text, QString* path, QString* name) {
@@ -118,12 +144,12 @@ std::vector<Option> runOptions(Options* o) {
         {"line", "N", "line to start at, from 1 (1)",
          [o](const QString& v) {
              o->lineGiven = true;
-             return readNumber(v, 1, &o->line);
+             return readLine(v, &o->line);
          }},
         {"once", "N", "a single step of line N instead of a run",
          [o](const QString& v) {
              o->once = 1;
-             return readNumber(v, 1, &*o->once);
+             return readLine(v, &*o->once);
          }},
         {"axes", "6|7", "axes of the robot (6)", [o](const QString& v) { return readAxes(v, &o->axes); }},
         workcell::flag("no-write-multi", "a controller that cannot write several registers at once",
@@ -133,6 +159,14 @@ std::vector<Option> runOptions(Options* o) {
          [o](const QString& v) { return readLatency(v, &o->latency); }},
         {"scenario", "FILE", "what happens to the cell, and when",
          [o](const QString& v) { return readFile(v, &o->scenario, &o->scenarioName); }},
+        {"repeat", "N", "play the scenario N times (1)",
+         [o](const QString& v) { return readWhole(v, 1, &o->repeat); }},
+        {"every", "MS",
+         "from the beginning of a round to that of the next\n(1000 after the scenario's last entry)",
+         [o](const QString& v) {
+             o->everyMs = 0;
+             return readWhole(v, 1, &*o->everyMs);
+         }},
         {"stations", "DIR", "monitor the stations of this folder instead of running a project",
          [o](const QString& v) { return readFile(v, &o->stations, &o->stationsName); }},
     };
@@ -168,9 +202,9 @@ std::vector<Option> stressOptions(Options* o) {
 std::vector<Option> outputOptions(Options* o) {
     return {
         {"ack", "MS", "answer message boxes after that long (0: at once)",
-         [o](const QString& v) { return readNumber(v, 0, &o->ackMs); }},
+         [o](const QString& v) { return readWhole(v, 0, &o->ackMs); }},
         {"until", "MS", "give up after that much virtual time (3600000)",
-         [o](const QString& v) { return readNumber(v, 0, &o->untilMs); }},
+         [o](const QString& v) { return readWhole(v, 0, &o->untilMs); }},
         workcell::flag("realtime", "run at the pace of the wall clock", &o->realtime),
         {"trace", "FILE", "write the trace; \"-\" for standard output",
          [o](const QString& v) { return readOutput(v, &o->trace, &o->traceName); }},
@@ -257,6 +291,9 @@ QString complete(Options& options, const QStringList& files) {
     const QString stressFault = completeStress(options);
     if (!stressFault.isEmpty()) {
         return stressFault;
+    }
+    if (options.scenario.isEmpty() && (options.repeat > 1 || options.everyMs)) {
+        return QStringLiteral("--repeat and --every need a --scenario");
     }
     if (!options.stations.isEmpty()) {
         return options.rules || options.stress ? QStringLiteral("--stations excludes --rules and --stress")

@@ -29,8 +29,10 @@ struct Options {
     bool noWriteMulti = false;
     sim::Latency latency;
     QString scenario, scenarioName;
-    int ackMs = 0;
-    int untilMs = 3600000;
+    qint64 repeat = 1;              ///< how often the scenario is played
+    std::optional<qint64> everyMs;  ///< from the beginning of one round to that of the next
+    qint64 ackMs = 0;
+    qint64 untilMs = 3600000;
     bool realtime = false;
     QString trace, traceName;  ///< "-" for standard output; empty: none
     bool posture = false;

@@ -112,6 +112,30 @@ bool isInteger(const QJsonValue& value) {
            std::abs(number) <= std::numeric_limits<int>::max();
 }
 
+/// A whole number of 64 bits.
+std::optional<qint64> wholeNumber(const QJsonValue& value) {
+    const QVariant number = value.toVariant();
+    if (number.userType() == QMetaType::LongLong) {
+        return number.toLongLong();
+    }
+    const double real = value.toDouble();
+    if (!value.isDouble() || real != std::trunc(real) || std::abs(real) >= std::ldexp(1.0, 63)) {
+        return std::nullopt;
+    }
+    return qint64(real);
+}
+
+/// Why the value of "at" is no time; empty when it is one.
+QString timeFault(const QJsonValue& value) {
+    const double real = value.toDouble();
+    if (!value.isDouble() || real < 0 || real != std::trunc(real)) {
+        return QStringLiteral("\"at\" is no whole number from 0");
+    }
+    return wholeNumber(value)
+               ? QString()
+               : QStringLiteral("\"at\" is too large: at most %1").arg(std::numeric_limits<qint64>::max());
+}
+
 /// A whole number, or the digits of one.
 bool isDigits(const QJsonValue& value) {
     bool isNumber = isInteger(value);
@@ -321,8 +345,9 @@ std::vector<EntryFault> findEntryFaults(const QJsonObject& entry, const QStringL
             faults.push_back({QString(), QStringLiteral("the key \"%1\" is missing").arg(key)});
         }
     }
-    if (entry.contains(at) && (!isInteger(entry.value(at)) || entry.value(at).toDouble() < 0)) {
-        faults.push_back({at, QStringLiteral("\"at\" is no whole number from 0")});
+    const QString late = entry.contains(at) ? timeFault(entry.value(at)) : QString();
+    if (!late.isEmpty()) {
+        faults.push_back({at, late});
     }
     if (!entry.contains(verb)) {
         return faults;
@@ -405,8 +430,8 @@ void Scenario::check(int element, const QJsonObject& entry, const QStringList& i
         tell(prog::Fault::FileUnknown,
              *action == Action::Load ? QStringLiteral("file") : QStringLiteral("set.filePath"), file);
     }
-    ScenarioEntry checked{entry.value(QStringLiteral("at")).toInt(), *action, entry, text_->compact(element),
-                          element};
+    ScenarioEntry checked{wholeNumber(entry.value(QStringLiteral("at"))).value_or(0), *action, entry,
+                          text_->compact(element), element};
     const QJsonValue on = entry.value(QStringLiteral("on"));
     if (on.isObject()) {
         checked.cue = Cue::from(on.toObject());

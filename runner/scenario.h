@@ -69,7 +69,7 @@ struct Cue {
 
 /// A checked entry of a scenario: its keys exist and have the right kinds.
 struct ScenarioEntry {
-    int atMs = 0;  ///< since the start trigger
+    qint64 atMs = 0;  ///< since the start trigger
     Action action = Action::Pause;
     QJsonObject keys;
     QByteArray text;  ///< the entry as in the file, on one line
@@ -97,7 +97,7 @@ public:
     const std::vector<ScenarioEntry>& cued() const { return cued_; }
     bool has(Action action) const;
     /// Time of the last entry; 0 without entries.
-    int lastMs() const { return entries_.empty() ? 0 : entries_.back().atMs; }
+    qint64 lastMs() const { return entries_.empty() ? 0 : entries_.back().atMs; }
     /// The project files that entries load or bind to stations, relative to a folder.
     QStringList files(const QString& folder) const;
 

@@ -2,6 +2,7 @@
 
 #include "mendo/clock.h"
 #include "mendo/modulemanager.h"
+#include "runner/longtime.h"
 #include "runner/pageoperator.h"
 #include "runner/project.h"
 #include "runner/treeoperator.h"
@@ -12,9 +13,9 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QJsonArray>
-#include <QTimer>
 
 #include <algorithm>
+#include <limits>
 
 namespace run {
 
@@ -76,7 +77,8 @@ ScenarioPlayer::ScenarioPlayer(const Scenario& scenario, TreeOperator* tree, Pag
       pages_(pages),
       controller_(controller),
       cell_(cell),
-      projectFolder_(projectFolder) {
+      projectFolder_(projectFolder),
+      count_(qint64(scenario.entries().size())) {
     for (const ScenarioEntry& entry : scenario_.cued()) {
         waiting_.push_back({&entry, entry.cue->nth});
     }
@@ -94,17 +96,55 @@ void ScenarioPlayer::follow(QObject* executor) {
     connect(events_.get(), &workcell::safety::EventSource::happened, this, &ScenarioPlayer::onEvent);
 }
 
-void ScenarioPlayer::start() {
-    startMs_ = mendo::Clock::current().elapsedMs();
-    const std::vector<ScenarioEntry>& entries = scenario_.entries();
-    for (std::size_t end = 1; end <= entries.size(); ++end) {
-        if (end == entries.size() || entries[end].atMs != entries[end - 1].atMs) {
-            QTimer::singleShot(entries[end - 1].atMs, Qt::PreciseTimer, this, [this, end] { makeDue(end); });
-        }
-    }
+bool ScenarioPlayer::operatesPages() const {
+    const std::vector<Action> actions = {Action::Device, Action::Port, Action::Station, Action::Monitor,
+                                         Action::Key};
+    return std::any_of(actions.begin(), actions.end(),
+                       [this](Action action) { return scenario_.has(action); });
 }
 
-void ScenarioPlayer::makeDue(std::size_t end) {
+qint64 ScenarioPlayer::calmMs() const {
+    constexpr qint64 calm = 1000;
+    return std::min(scenario_.lastMs(), std::numeric_limits<qint64>::max() - calm) + calm;
+}
+
+void ScenarioPlayer::start(qint64 rounds, qint64 everyMs) {
+    startMs_ = mendo::Clock::current().elapsedMs();
+    everyMs_ = everyMs;
+    const qint64 most = std::numeric_limits<qint64>::max();
+    count_ = count_ > 0 && rounds > most / count_ ? most : count_ * rounds;
+    beginRound();
+}
+
+/// The timers of a round are armed together, so that entries come before what the package arms meanwhile for
+/// the same time.
+void ScenarioPlayer::beginRound() {
+    const std::vector<ScenarioEntry>& entries = scenario_.entries();
+    const qint64 first = begun_;
+    begun_ += qint64(entries.size());
+    for (std::size_t end = 1; end <= entries.size(); ++end) {
+        if (end == entries.size() || entries[end].atMs != entries[end - 1].atMs) {
+            callAfter(entries[end - 1].atMs, this, [this, due = first + qint64(end)] { makeDue(due); });
+        }
+    }
+    if (begun_ < count_) {
+        callAfter(everyMs_, this, [this] {
+            if (count_ > 0) {  // the application has not quit
+                beginRound();
+            }
+        });
+    }
+    emit roundBegun();
+}
+
+const ScenarioEntry& ScenarioPlayer::entryAt(qint64 number) const {
+    return scenario_.entries()[std::size_t(number) % scenario_.entries().size()];
+}
+
+void ScenarioPlayer::makeDue(qint64 end) {
+    if (count_ == 0) {
+        return;  // the application has quit
+    }
     due_ = end;
     drain();
 }
@@ -113,7 +153,7 @@ void ScenarioPlayer::makeDue(std::size_t end) {
 /// follow.
 void ScenarioPlayer::drain() {
     while (next_ < due_) {
-        const ScenarioEntry& entry = scenario_.entries()[next_++];
+        const ScenarioEntry& entry = entryAt(next_++);
         if (next_ < due_) {
             QMetaObject::invokeMethod(
                 this, [this] { drain(); }, Qt::QueuedConnection);
@@ -344,7 +384,8 @@ void ScenarioPlayer::applyToPages(const ScenarioEntry& entry) {
 }
 
 void ScenarioPlayer::quit() {
-    next_ = scenario_.entries().size();
+    count_ = 0;
+    next_ = due_;
     quits_ = true;
     pages_->dropActions();
     emit quitting();

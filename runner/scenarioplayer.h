@@ -43,18 +43,24 @@ public:
     /// Everything has come to rest: the next entry that waits for that ("end") is due. False when there is
     /// none.
     bool playEnd();
-    /// Times count from now; entries of time 0 are applied from the event loop.
-    void start();
-    /// Time of the last entry, ms from the start.
-    int lastMs() const { return scenario_.lastMs(); }
+    /// Plays the scenario `rounds` times, a round every `everyMs`, which is not less than that of its last
+    /// entry. Times count from the beginning of a round, those of the first from now; entries of time 0 are
+    /// applied from the event loop.
+    void start(qint64 rounds, qint64 everyMs);
+    /// From the beginning of a round until a second after its last entry.
+    qint64 calmMs() const;
     /// Whether an entry operates the station page.
     bool needsStationPage() const { return scenario_.has(Action::Monitor) || scenario_.has(Action::Station); }
+    /// Whether an entry works with the pages, or asks which one is in front.
+    bool operatesPages() const;
     /// Whether entries are left whose time will come. Those whose event has not come do not count.
-    bool isPending() const { return next_ < scenario_.entries().size() || (delayed_ > 0 && !quits_); }
+    bool isPending() const { return next_ < count_ || (delayed_ > 0 && !quits_); }
     /// Whether entries are left or one is being applied.
     bool isPlaying() const { return isPending() || applying_ > 0; }
 
 signals:
+    /// The times of a round's entries count from now.
+    void roundBegun();
     /// An entry is about to be applied, or refused; `text` is the entry as JSON.
     void applying(const QByteArray& text, bool refused);
     /// The same for an entry that is applied.
@@ -75,7 +81,9 @@ private:
         bool isTold = false;
     };
 
-    void makeDue(std::size_t end);
+    void beginRound();
+    void makeDue(qint64 end);
+    const ScenarioEntry& entryAt(qint64 number) const;
     void drain();
     void play(const ScenarioEntry& entry);
     void onEvent(const workcell::safety::Event& event);
@@ -97,8 +105,12 @@ private:
     sim::Controller* controller_;
     sim::Cell* cell_;
     QString projectFolder_;
-    std::size_t next_ = 0;  ///< entry to be applied next
-    std::size_t due_ = 0;   ///< entries before this one are due
+    qint64 everyMs_ = 0;
+    // Entries are numbered through all rounds.
+    qint64 count_ = 0;
+    qint64 begun_ = 0;  ///< entries before this one are of rounds that have begun
+    qint64 next_ = 0;   ///< entry to be applied next
+    qint64 due_ = 0;    ///< entries before this one are due
     int applying_ = 0;
     std::unique_ptr<workcell::TreeFollower> follower_;
     std::unique_ptr<workcell::safety::EventSource> events_;

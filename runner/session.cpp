@@ -107,7 +107,15 @@ bool Session::vary(const stress::Trial& trial, Problem* problem) {
     program_ = trial.program;
     settings_ = trial.settings;
     makePlayer(scenario);
+    showPages();
     return true;
+}
+
+/// Only for a scenario that works with them: else a long program's table stays unfilled.
+void Session::showPages() {
+    if (stations_ || player_->operatesPages()) {
+        stack_->show();
+    }
 }
 
 int Session::setCount() const {
@@ -148,6 +156,12 @@ bool Session::readInput() {
     }
     makeCell();
     if (!checkInput()) {
+        return false;
+    }
+    if (options_.everyMs.value_or(input_.scenario().lastMs()) < input_.scenario().lastMs()) {
+        printError(QStringLiteral("--every %1 is less than the time of the scenario's last entry, %2")
+                       .arg(*options_.everyMs)
+                       .arg(input_.scenario().lastMs()));
         return false;
     }
     project_ = input_.takeProject();
@@ -235,7 +249,7 @@ bool Session::openPanel() {
     QString error;
     if (cell_->open(gantu::findLibrary(prog::key::lumo), &error)) {
         stack_->setUpdatesEnabled(false);  // painting would take most of the time
-        stack_->show();
+        showPages();
         package_ = cell_->flags();
         if (!package_.executor) {
             error = QStringLiteral("the package made no executor");
@@ -315,8 +329,8 @@ void Session::begin() {
     end_.begin({package_.executor, cell_->controller(), &tree_, &pages_, messages_.get(), player_.get(),
                 stations_ ? &stationPage_ : nullptr},
                options_.untilMs);
-    player_->start();
-    end_.waitCalmly();
+    connect(player_.get(), &ScenarioPlayer::roundBegun, &end_, &EndWatch::waitCalmly);
+    player_->start(options_.repeat, options_.everyMs.value_or(player_->calmMs()));
     go();
     end_.schedule();
 }

@@ -72,11 +72,13 @@ private:
     bool setUp();
     bool openEvidence();
     bool openPanel();
+    void showPages();
     void makePlayer(const Scenario& scenario);
     void connectEnds();
     void connectPlayer();
     void connectSafety();
 
+    void loadProgram();
     void begin();
     void go();
 

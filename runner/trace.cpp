@@ -42,6 +42,12 @@ void writeOptions(JsonWriter& line, const Options& options) {
     if (!options.wiring.isEmpty()) {
         line.key(QStringLiteral("wiring")).string(QFileInfo(options.wiring).fileName());
     }
+    if (options.repeat > 1) {
+        line.key(QStringLiteral("repeat")).integer(options.repeat);
+    }
+    if (options.everyMs) {
+        line.key(QStringLiteral("every")).integer(*options.everyMs);
+    }
     line.key(QStringLiteral("ack")).integer(options.ackMs);
     line.key(QStringLiteral("until")).integer(options.untilMs);
     line.key(QStringLiteral("posture")).boolean(options.posture);

@@ -5,8 +5,13 @@
 #include <kdl/chainiksolverpos_lma.hpp>
 #include <kdl/chainiksolvervel_pinv.hpp>
 
+#include <QHash>
+
+#include <algorithm>
+#include <array>
 #include <cmath>
 #include <limits>
+#include <unordered_map>
 
 namespace sim {
 
@@ -97,8 +102,49 @@ Pose toPose(const KDL::Frame& frame) {
     return pose;
 }
 
+/// What was asked of the inverse, and its answer. A cell that repeats its programs asks the same again and
+/// again, and the search takes a third of a run.
+class KnownSolutions {
+public:
+    struct Answer {
+        std::optional<Joints> joints;
+        Arm::Fault fault = Arm::Fault::None;
+    };
+    static constexpr std::size_t mostAxes = 7;
+    using Question = std::array<double, 6 + mostAxes>;
+
+    static Question question(const Pose& pose, const Joints& seed) {
+        Question asked{};
+        std::copy(pose.trans.begin(), pose.trans.end(), asked.begin());
+        std::copy(pose.rot.begin(), pose.rot.end(), asked.begin() + 3);
+        std::copy_n(seed.begin(), std::min(seed.size(), mostAxes), asked.begin() + 6);
+        return asked;
+    }
+
+    const Answer* find(const Question& asked) const {
+        const auto found = answers_.find(asked);
+        return found == answers_.end() ? nullptr : &found->second;
+    }
+    void keep(const Question& asked, const Answer& answer) {
+        constexpr std::size_t most = 20000;  // about 5 MB
+        if (answers_.size() >= most) {
+            answers_.clear();
+        }
+        answers_.emplace(asked, answer);
+    }
+
+private:
+    struct Hash {
+        std::size_t operator()(const Question& asked) const {
+            return qHashBits(asked.data(), sizeof(double) * asked.size());
+        }
+    };
+    std::unordered_map<Question, Answer, Hash> answers_;
+};
+
 struct Arm::Private {
     explicit Private(int count);
+    KnownSolutions::Answer search(const Pose& pose, const Joints& from) const;
     KDL::Frame forward(const Joints& joints) const;
     bool within(const Joints& joints) const;
     bool solve(const KDL::Frame& goal, const Joints& start, Joints* found) const;
@@ -113,6 +159,7 @@ struct Arm::Private {
     std::unique_ptr<KDL::ChainIkSolverPos_LMA> ik;
     std::unique_ptr<KDL::ChainIkSolverVel_pinv> velocity;
     Joints home;
+    KnownSolutions known;
 };
 
 Arm::Private::Private(int count) : axes(count == 7 ? 7 : 6), table(count == 7 ? sevenAxes : sixAxes) {
@@ -223,39 +270,50 @@ Pose Arm::forward(const Joints& joints) const {
 }
 
 std::optional<Joints> Arm::inverse(const Pose& pose, const Joints& seed, Fault* fault) const {
+    const Joints& from = int(seed.size()) == d_->axes ? seed : d_->home;
+    const KnownSolutions::Question asked = KnownSolutions::question(pose, from);
+    const KnownSolutions::Answer* known = d_->known.find(asked);
+    const KnownSolutions::Answer answer = known ? *known : d_->search(pose, from);
+    if (!known) {
+        d_->known.keep(asked, answer);
+    }
+    if (fault) {
+        *fault = answer.fault;
+    }
+    return answer.joints;
+}
+
+KnownSolutions::Answer Arm::Private::search(const Pose& pose, const Joints& from) const {
     const KDL::Frame goal = toFrame(pose);
-    const Joints from = int(seed.size()) == d_->axes ? seed : d_->home;
     bool reached = false;
     std::optional<Joints> best;
     double bestDistance = std::numeric_limits<double>::max();
-    const auto search = [&](const Joints& start) {
+    const auto searchFrom = [&](const Joints& start) {
         Joints found;
-        if (!d_->solve(goal, start, &found)) {
+        if (!solve(goal, start, &found)) {
             return;
         }
         reached = true;
-        d_->unwrapNear(from, &found);
+        unwrapNear(from, &found);
         const double distance = squaredDistance(found, from);
-        if (d_->within(found) && distance < bestDistance) {
+        if (within(found) && distance < bestDistance) {
             best = found;
             bestDistance = distance;
         }
     };
 
-    search(from);
+    searchFrom(from);
     if (bestDistance > nearAngle * nearAngle) {
         const double azimuth = std::atan2(pose.trans[1], pose.trans[0]);
         for (const auto& shape : startPostures) {
             for (const double side : {0.0, azimuth > 0 ? -pi : pi}) {
-                search(d_->startPosture(shape, azimuth + side, false));
-                search(d_->startPosture(shape, azimuth + side, true));
+                searchFrom(startPosture(shape, azimuth + side, false));
+                searchFrom(startPosture(shape, azimuth + side, true));
             }
         }
     }
-    if (fault) {
-        *fault = best ? Fault::None : reached ? Fault::JointLimit : Fault::OutOfReach;
-    }
-    return best;
+    const Fault fault = best ? Fault::None : reached ? Fault::JointLimit : Fault::OutOfReach;
+    return {best, fault};
 }
 
 bool Arm::withinLimits(const Joints& joints) const {

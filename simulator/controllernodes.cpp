@@ -60,7 +60,12 @@ void writeList(QObject* sender, ModuleObject* list, const Values& values) {
     }
     int position = 0;
     for (const double value : values) {
-        list->set(sender, mIndex(position++), value, true);
+        if (position < list->cmobjCount()) {
+            list->c(position)->setValue(sender, value);
+        } else {
+            list->set(sender, mIndex(position), value, true);
+        }
+        ++position;
     }
 }
 

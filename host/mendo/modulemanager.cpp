@@ -94,5 +94,16 @@ QString mName(const QString& a, const QString& b, const QString& c) {
 }
 
 QString mIndex(int index, const QString& text) {
-    return QLatin1Char('#') + QString::number(index) + text;
+    constexpr int kept = 64;
+    // Never destroyed: lookups go on until the process ends.
+    static const QStringList& names = *new QStringList([] {
+        QStringList made;
+        for (int i = 0; i < kept; ++i) {
+            made.append(QLatin1Char('#') + QString::number(i));
+        }
+        return made;
+    }());
+    const QString name =
+        index >= 0 && index < kept ? names.at(index) : QLatin1Char('#') + QString::number(index);
+    return text.isEmpty() ? name : name + text;
 }

@@ -26,6 +26,8 @@ constexpr int leastDetails = 180;
 /// Details get this width before notes become wider than their caption.
 constexpr int usualDetails = 320;
 constexpr int mostDetails = 520;
+/// The rows of longer programs are filled only when somebody sees them.
+constexpr int longProgram = 1000;
 /// All rows are sized when the width of a column has not changed for this time.
 constexpr int restMs = 200;
 
@@ -79,7 +81,7 @@ void ProgramTable::onChanged() {
 
 void ProgramTable::onAdded(const QString& name) {
     // Statements inserted without a notification, or by another listener of this one, have no row yet.
-    if (rowCount() + 1 != program()->cmobjCount()) {
+    if (isEmpty_ || rowCount() + 1 != program()->cmobjCount()) {
         rebuild();
         return;
     }
@@ -94,7 +96,7 @@ void ProgramTable::onAdded(const QString& name) {
 
 void ProgramTable::onRemoved(const QString& name) {
     const ModuleObject* const leaving = program()->c(name);
-    if (rowCount() != program()->cmobjCount()) {
+    if (isEmpty_ || rowCount() != program()->cmobjCount()) {
         rebuild(leaving);
         return;
     }
@@ -105,9 +107,21 @@ void ProgramTable::onRemoved(const QString& name) {
 }
 
 void ProgramTable::rebuild(const ModuleObject* leaving) {
+    const int count = program()->cmobjCount() - (leaving ? 1 : 0);
+    isEmpty_ = count > longProgram && !wasShown_;
+    if (isEmpty_) {
+        setRowCount(count);
+    } else {
+        QList<ModuleObject*> statements = program()->cmobjs();
+        statements.removeOne(const_cast<ModuleObject*>(leaving));
+        fillRows(statements);
+    }
+    emit rebuilt();
+    emit programShown();
+}
+
+void ProgramTable::fillRows(const QList<ModuleObject*>& statements) {
     const int scrolled = verticalScrollBar()->value();
-    QList<ModuleObject*> statements = program()->cmobjs();
-    statements.removeOne(const_cast<ModuleObject*>(leaving));
     setRowCount(statements.size());
     {
         const QSignalBlocker oneUpdateForAll(model());
@@ -121,8 +135,6 @@ void ProgramTable::rebuild(const ModuleObject* leaving) {
     resizeRowsToContents();
     sizeRows_.stop();
     verticalScrollBar()->setValue(scrolled);
-    emit rebuilt();
-    emit programShown();
 }
 
 void ProgramTable::moveStatement(QObject* sender, int from, int to) {
@@ -130,7 +142,7 @@ void ProgramTable::moveStatement(QObject* sender, int from, int to) {
     moving_ = true;
     program()->reorder(sender, from, to);
     moving_ = false;
-    if (changesWhileMoving_ != 1 || rowCount() != program()->cmobjCount()) {
+    if (isEmpty_ || changesWhileMoving_ != 1 || rowCount() != program()->cmobjCount()) {
         rebuild();  // a listener changed the program
         return;
     }
@@ -154,7 +166,7 @@ void ProgramTable::delStatement(int row) {
 }
 
 void ProgramTable::changeStatement(int row) {
-    if (row < 0 || row >= rowCount()) {
+    if (isEmpty_ || row < 0 || row >= rowCount()) {
         return;
     }
     drawTexts(row, program()->c(row));
@@ -163,6 +175,9 @@ void ProgramTable::changeStatement(int row) {
 }
 
 void ProgramTable::changeStatements() {
+    if (isEmpty_) {
+        return;
+    }
     const QList<ModuleObject*> statements = program()->cmobjs();
     for (int row = 0; row < std::min(rowCount(), statements.size()); ++row) {
         if (showsOtherThan(row, statements.at(row))) {
@@ -180,7 +195,7 @@ bool ProgramTable::showsOtherThan(int row, const ModuleObject* statement) const 
 }
 
 void ProgramTable::showRunFlag(int row) {
-    if (row >= 0 && row < rowCount()) {
+    if (!isEmpty_ && row >= 0 && row < rowCount()) {
         drawRunFlag(row, program()->c(row));
     }
 }
@@ -228,7 +243,9 @@ void ProgramTable::drawRunFlag(int row, const ModuleObject* statement) {
 }
 
 void ProgramTable::drawCell(int row, Column column, const QString& text) {
-    item(row, column)->setText(text);
+    if (!isEmpty_) {
+        item(row, column)->setText(text);
+    }
 }
 
 /// Divides the width that captions and commands leave between details and notes.
@@ -276,6 +293,18 @@ void ProgramTable::resizeEvent(QResizeEvent* event) {
     hasPlace_ = true;
     if (event->oldSize().width() != event->size().width()) {
         fitColumns();
+    }
+}
+
+void ProgramTable::showEvent(QShowEvent* event) {
+    QTableWidget::showEvent(event);
+    wasShown_ = true;
+    if (!isEmpty_) {
+        return;
+    }
+    rebuild();
+    if (marker_.isValid()) {
+        setMarker(marker_.row());
     }
 }
 

@@ -15,6 +15,7 @@ class ProgramCheck;
 /// The table of the program: one row for each statement, following the notifications of `lumo.program`.
 ///
 /// It keeps only the texts that it shows. A rebuild sizes all rows; other changes size the changed row only.
+/// The rows of a long program get no cells before the table is first visible.
 class ProgramTable : public QTableWidget {
     Q_OBJECT
 public:
@@ -58,6 +59,7 @@ signals:
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
+    void showEvent(QShowEvent* event) override;
 
 private:
     void onChanged();
@@ -65,6 +67,7 @@ private:
     void onRemoved(const QString& name);
     /// `leaving`: a child that is about to be removed and gets no row.
     void rebuild(const ModuleObject* leaving = nullptr);
+    void fillRows(const QList<ModuleObject*>& statements);
     void createCells(int row);
     void renumber(int fromRow);
     void drawRow(int row, const ModuleObject* statement);
@@ -80,6 +83,8 @@ private:
     QPersistentModelIndex marker_;
     QTimer sizeRows_;
     bool hasPlace_ = false;  ///< the layout has given the table its width
+    bool wasShown_ = false;
+    bool isEmpty_ = false;  ///< the rows have no cells
     bool moving_ = false;
     int changesWhileMoving_ = 0;
 };
