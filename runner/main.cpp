@@ -1,8 +1,10 @@
+#include "runner/libraryrun.h"
 #include "runner/options.h"
 #include "runner/pointrecord.h"
 #include "runner/problem.h"
 #include "runner/session.h"
 #include "runner/stress/stress.h"
+#include "runner/tracediff.h"
 #include "simulator/time/virtualtime.h"
 #include "workcell/commandline.h"
 
@@ -46,6 +48,12 @@ int answer(const QStringList& arguments) {
     if (options->version) {
         workcell::print(run::versionText());
         return 0;
+    }
+    if (options->diff) {
+        return run::printTraceDiff(options->diff->at(0), options->diff->at(1));
+    }
+    if (!options->library.isEmpty()) {
+        return run::runLibrary(*options);
     }
     if (options->point.empty()) {
         return options->stress ? run::runStress(*options) : run::Session(*options).run();

@@ -215,6 +215,11 @@ std::vector<Option> outputOptions(Options* o) {
         workcell::flag("check", "run nothing: print what is wrong with the files, and end", &o->check),
         workcell::flag("force", "run in spite of the errors that the check finds", &o->force),
         workcell::flag("quiet", "neither progress nor table", &o->quiet),
+        {"diff", "", "compare two traces, A and B, and end",
+         [o](const QString&) {
+             o->diff = QStringList();
+             return QString();
+         }},
         {"point", "X,Y,Z,RX,RY,RZ", "print the record of a point (mm, degrees) and end",
          [o](const QString& v) { return readPoint(v, &o->point); }},
         workcell::flag("version", "print the version and end", &o->version),
@@ -244,7 +249,27 @@ std::vector<Option> optionTable(Options* o) {
     for (const std::vector<Option>& more : {evidenceOptions(o), stressOptions(o), outputOptions(o)}) {
         table.insert(table.end(), more.begin(), more.end());
     }
+    for (Option& option : table) {
+        option.read = [o, name = QStringLiteral("--") + QLatin1String(option.name), read = option.read,
+                       isFlag = *option.value == '\0'](const QString& value) {
+            o->given.append(isFlag ? name : name + QLatin1Char('=') + value);
+            return read(value);
+        };
+    }
     return table;
+}
+
+/// Checks the options for a run of every project in a folder.
+QString completeLibrary(Options& options, const QString& folder) {
+    options.library = folder;
+    for (const char* name :
+         {"line", "once", "scenario", "repeat", "every", "limits", "stress", "trace", "posture", "vcd"}) {
+        if (options.valueOf(QLatin1String(name))) {
+            return QStringLiteral("--%1 and a folder of projects exclude each other")
+                .arg(QLatin1String(name));
+        }
+    }
+    return {};
 }
 
 /// Checks the options of --stations: projects and settings are in one folder, and inputs start the runs.
@@ -288,6 +313,11 @@ QString complete(Options& options, const QStringList& files) {
     if (options.help || options.version || !options.point.empty()) {
         return {};
     }
+    if (options.diff) {
+        *options.diff = files;
+        return files.size() == 2 ? QString()
+                                 : QStringLiteral("--diff expects two traces, got %1").arg(files.size());
+    }
     const QString stressFault = completeStress(options);
     if (!stressFault.isEmpty()) {
         return stressFault;
@@ -301,6 +331,9 @@ QString complete(Options& options, const QStringList& files) {
     }
     if (files.size() != 1 || files.first().isEmpty()) {
         return QStringLiteral("expected one project file, got %1, see --help").arg(files.size());
+    }
+    if (QFileInfo(files.first()).isDir()) {
+        return completeLibrary(options, files.first());
     }
     if (options.once && options.lineGiven) {
         return QStringLiteral("--line and --once exclude each other");
@@ -382,6 +415,16 @@ std::optional<Options> parseOptions(const QStringList& arguments, Problem* probl
     return std::nullopt;
 }
 
+std::optional<QString> Options::valueOf(const QString& name) const {
+    const QString option = QStringLiteral("--") + name;
+    for (auto text = given.rbegin(); text != given.rend(); ++text) {
+        if (*text == option || text->startsWith(option + QLatin1Char('='))) {
+            return text->mid(option.size() + 1);
+        }
+    }
+    return std::nullopt;
+}
+
 QString Options::folder() const {
     return stations.isEmpty() ? QFileInfo(project).absolutePath() : stations;
 }
@@ -402,14 +445,20 @@ QString usage() {
     Options ignored;
     return QStringLiteral(
                "Usage: lumo-run [options] PROJECT.json\n"
-               "       lumo-run [options] --stations DIR\n\n"
+               "       lumo-run [options] --stations DIR\n"
+               "       lumo-run [options] DIR\n"
+               "       lumo-run --diff A B\n\n"
                "Runs a welding project, or the projects of stations that their inputs start, with the real\n"
                "package on a simulated robot and weld cell, without a screen and on virtual time, and says\n"
-               "what happened.\n\nOptions:\n") +
+               "what happened. A folder of projects: runs each that has a NAME.limits.json beside it, with "
+               "its\n"
+               "NAME.scenario.json. --diff: compares two traces by statement.\n\nOptions:\n") +
            workcell::helpText(optionTable(&ignored), helpColumn) +
            QStringLiteral(
                "\nExit status: 0 finished; 1 refused, stopped, failed, stalled or out of time; 2 bad usage\n"
-               "or bad input. --check: 0 no errors, 1 errors, 2 a file cannot be read.\n");
+               "or bad input. --check: 0 no errors, 1 errors, 2 a file cannot be read. --diff: 0 equal but "
+               "for\n"
+               "the times, 1 not.\n");
 }
 
 bool Options::takesStandardOutput() const {

@@ -44,13 +44,16 @@ struct Options {
     std::optional<double> ratedWatts;
     bool strict = false;
     bool quiet = false;
-    bool check = false;         ///< run nothing, print what is wrong with the input
-    bool force = false;         ///< run in spite of errors
-    bool rules = false;         ///< judge the run by the rules of docs/safety.md
-    std::optional<int> stress;  ///< number of schedules; none: a run
-    quint64 seed = 1;           ///< of the first schedule
-    QString stressOut;          ///< folder of the scenarios that are found; by default the caller's
-    std::vector<double> point;  ///< six numbers, mm and degrees; empty: not asked for
+    bool check = false;               ///< run nothing, print what is wrong with the input
+    bool force = false;               ///< run in spite of errors
+    bool rules = false;               ///< judge the run by the rules of docs/safety.md
+    std::optional<int> stress;        ///< number of schedules; none: a run
+    quint64 seed = 1;                 ///< of the first schedule
+    QString stressOut;                ///< folder of the scenarios that are found; by default the caller's
+    std::vector<double> point;        ///< six numbers, mm and degrees; empty: not asked for
+    std::optional<QStringList> diff;  ///< the two traces to be compared, as the caller typed them
+    QString library;    ///< folder whose projects are run one after the other; empty: a single run
+    QStringList given;  ///< the options as "--name=value", in the caller's order
     bool help = false;
     bool version = false;
 
@@ -58,6 +61,9 @@ struct Options {
     bool isJudged() const { return strict || !summary.isEmpty() || !junit.isEmpty() || !limits.isEmpty(); }
     /// Whether something other than progress and table goes to standard output.
     bool takesStandardOutput() const;
+    /// The value of an option; nothing when the caller did not give it.
+    std::optional<QString> valueOf(const QString& name) const;
+
     /// The folder in which the scenario's projects are looked for.
     QString folder() const;
 };
