@@ -61,6 +61,8 @@ private slots:
             {"[[]]", "s.json:1:2: this is no record"},
             {"[{'do':'pause'}]", "s.json:1:2: the key \"at\" is missing"},
             {"[{'at':-1,'do':'pause'}]", "s.json:1:8: \"at\" is no whole number from 0"},
+            {"[{'at':9223372036854775808,'do':'pause'}]",
+             "s.json:1:8: \"at\" is too large: at most 9223372036854775807"},
             {"[{'at':0,'do':'pause'},\n{'at':0,'do':'stop'}]", "s.json:2:14: unknown \"do\" \"stop\""},
             {entry("'pause','value':1"), "s.json:1:31: \"pause\" has no key \"value\""},
             {entry("'power','value':true,'x':1"),

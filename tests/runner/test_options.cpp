@@ -6,6 +6,8 @@
 
 #include <unistd.h>
 
+#include <limits>
+
 using run::parseOptions;
 using run::Problem;
 
@@ -33,10 +35,11 @@ private slots:
         const auto all = parseOptions(
             words("--settings . --language cn --mode=manual --power off --weld off --hand-weld on --once 7 "
                   "--axes 7 --no-write-multi --scenario s.json --ack 250 --until=9 --realtime --trace - "
-                  "--posture --vcd v.vcd --quiet a.json"),
+                  "--posture --vcd v.vcd --quiet --repeat 3 --every 9223372036854775807 a.json"),
             &problem);
         QVERIFY2(all, qPrintable(problem.text()));
         QVERIFY(!all->power && !all->weld && all->handWeld && all->noWriteMulti && all->trace == "-");
+        QVERIFY(all->repeat == 3 && all->everyMs == std::numeric_limits<qint64>::max());
         QVERIFY(all->realtime && all->posture && all->quiet);
         QVERIFY(all->once == 7 && all->axes == 7 && all->ackMs == 250 && all->untilMs == 9);
         QCOMPARE((QStringList{all->settings, all->mode, all->scenarioName, all->vcd, all->project}),
@@ -59,6 +62,11 @@ private slots:
             {"--line 0 a.json", "no number from 1"},
             {"--line 1 --once=1 a.json", "exclude"},
             {"--until= a.json", "no number from 0"},
+            {"--until 1e3 a.json", "no number from 0"},
+            {"--until 9223372036854775808 a.json", "too large"},
+            {"--repeat 2 a.json", "need a --scenario"},
+            {"--diff a.jsonl", "two traces, got 1"},
+            {"--vcd v --posture .", "--posture and a folder of projects exclude"},
             {"--settings no/such/folder a.json", "--settings no/such/folder is no folder"},
             {"--trace= a.json", "names no file"},
             {"--stations . a.json", "exclude"},
