@@ -20,7 +20,7 @@ public:
         const int most = std::min(n_ + m_, mostDifferences);
         std::vector<int> reached{0, 0, 0};  // furthest x on the diagonals -1, 0, 1
         for (int d = 0; d <= most; ++d) {
-            std::vector<int> next(std::size_t(2 * d + 3), 0);  // on the diagonals -d-1 to d+1
+            std::vector<int> furthest(std::size_t(2 * d + 3), 0);  // on the diagonals -d-1 to d+1
             for (int k = -d; k <= d; k += 2) {
                 const auto before = [&](int diagonal) { return reached[std::size_t(diagonal + d)]; };
                 const bool down = k == -d || (k != d && before(k - 1) < before(k + 1));
@@ -28,14 +28,14 @@ public:
                 while (x < n_ && x - k < m_ && same(x, x - k)) {
                     ++x;
                 }
-                next[std::size_t(k + d + 1)] = x;
+                furthest[std::size_t(k + d + 1)] = x;
                 if (x >= n_ && x - k >= m_) {
-                    rounds_.push_back(std::move(next));
+                    rounds_.push_back(std::move(furthest));
                     return true;
                 }
             }
-            rounds_.push_back(next);
-            reached = std::move(next);
+            rounds_.push_back(furthest);
+            reached = std::move(furthest);
         }
         return false;
     }

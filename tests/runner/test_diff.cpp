@@ -30,7 +30,7 @@ const QByteArray head =
 const QByteArray release = "{\"t\":0,\"kind\":\"command\",\"name\":\"move.opr.enough\",\"args\":null}\n";
 
 /// Two moves in a batch, then an opening; `pause` before the opening.
-QByteArray run(double speed2 = 0.2, int power = 1638, int pauseMs = 0, const char* fate = "passed") {
+QByteArray traced(double speed2 = 0.2, int power = 1638, int pauseMs = 0, const char* fate = "passed") {
     return head + beginsLine(0, 0, "moveL") + moves(0, 0.1) + moves(0, speed2) + release +
            at(400, "posture", "'trans':[1]") + beginsLine(500, 1, "moveL") +
            at(900, "motion", qPrintable(QString("'id':2,'event':'%1'").arg(fate))) +
@@ -46,23 +46,23 @@ private slots:
     void differences_areToldByStatement_andTimesAreNone() {
         using Lines = QStringList;
         const QByteArray repeated =
-            run().replace(beginsLine(1000, 2, "open"),
-                          beginsLine(900, 1, "moveL") + moves(900, 0.2) + beginsLine(1000, 2, "open"));
+            traced().replace(beginsLine(1000, 2, "open"),
+                             beginsLine(900, 1, "moveL") + moves(900, 0.2) + beginsLine(1000, 2, "open"));
         const std::tuple<QByteArray, Lines, Lines, const char*> others[] = {
-            {run(), {}, {}, "equal"},
-            {run(0.2, 1638, 120),
+            {traced(), {}, {}, "equal"},
+            {traced(0.2, 1638, 120),
              {},
              {"line 3 (open): 120 ms later"},
              "equal but for the times; B ends 120 ms later"},
-            {run(0.3),
+            {traced(0.3),
              {"line 2 (moveL): move.l traj.speed 0.2 -> 0.3"},
              {},
              "1 different; B ends at the same time"},
-            {run(0.2, 2048),
+            {traced(0.2, 2048),
              {"line 3 (open): register.write AO_1 1638 -> 2048"},
              {},
              "1 different; B ends at the same time"},
-            {run(0.2, 1638, 0, "failed"),
+            {traced(0.2, 1638, 0, "failed"),
              {"line 2 (moveL): the motion: passed -> failed"},
              {},
              "1 different; B ends at the same time"},
@@ -70,7 +70,7 @@ private slots:
              {"line 2 (moveL): only in B: move.l {\"traj\":{\"speed\":0.2}}"},
              {},
              "1 different; B ends at the same time"}};
-        test::writeFile("a.jsonl", run());
+        test::writeFile("a.jsonl", traced());
         for (const auto& [text, differences, shifts, summary] : others) {
             test::writeFile("b.jsonl", text);
             run::Problem problem;
@@ -87,7 +87,7 @@ private slots:
     void noTrace_isRefusedWithItsPlace() {
         const std::pair<QByteArray, const char*> files[] = {{"", "b.jsonl: no trace"},
                                                             {"[]\n", "b.jsonl:1:1: no line of a trace"},
-                                                            {run() + "{\"t\":1", "b.jsonl:13:1: no line"}};
+                                                            {traced() + "{\"t\":1", "b.jsonl:16:1: no line"}};
         for (const auto& [text, reason] : files) {
             test::writeFile("b.jsonl", text);
             run::Problem problem;
