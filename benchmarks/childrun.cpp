@@ -69,6 +69,8 @@ Spent finish(pid_t child) {
         spent.status = WEXITSTATUS(status);
     }
     spent.processorS = seconds(usage.ru_utime) + seconds(usage.ru_stime);
+    constexpr double kbPerMb = 1024.0;
+    spent.peakMb = static_cast<double>(usage.ru_maxrss) / kbPerMb;
     return spent;
 }
 

@@ -21,7 +21,8 @@ struct Call {
 struct Spent {
     double wallS = 0.0;
     double processorS = 0.0;
-    int status = -1;  ///< exit status; -1 when it was killed
+    double peakMb = 0.0;  ///< of main memory
+    int status = -1;      ///< exit status; -1 when it was killed
 };
 
 /// Starts the program and discards its output. Returns 0 when it cannot be started.

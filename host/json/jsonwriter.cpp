@@ -280,6 +280,10 @@ JsonWriter& JsonWriter::elements(const ModuleObject* list) {
     return *this;
 }
 
+JsonWriter& JsonWriter::child(const ModuleObject* node, int position) {
+    return record(NodeRef(const_cast<ModuleObject*>(node)).child(position));
+}
+
 JsonWriter& JsonWriter::record(const NodeRef& node) {
     if (node.kind() == Kind::List) {
         beginArray();

@@ -43,6 +43,8 @@ public:
     JsonWriter& node(const ModuleObject* node);
     /// The elements of a list; nothing of any other node.
     JsonWriter& elements(const ModuleObject* list);
+    /// One child of a node, by its position.
+    JsonWriter& child(const ModuleObject* node, int position);
     /// Text that is JSON already.
     JsonWriter& raw(const QByteArray& text);
 

@@ -25,7 +25,8 @@ void writeTrans(ModuleObject* point, const QVector3D& position) {
 ModuleObject* findLastTargetPosNode(ModuleObject* stmt) {
     const int line = stmt->indexInPmobj();
     const auto target = line < 0 ? std::nullopt : RunProgram(stmt->pmobj()).targetBefore(line);
-    return lumo::targetNode(stmt->pmobj(), target);
+    return target ? lumo::targetNode(stmt->pmobj()->c(target->line), target->isPoint1)
+                  : kordservice()->get(nullptr, key::posture);
 }
 
 void calcAux(const ModuleObject* s, const ModuleObject* p1, const ModuleObject* p2, ModuleObject* aux1,
@@ -51,9 +52,8 @@ void calcAux(const ModuleObject* s, const ModuleObject* p1, const ModuleObject* 
 
 namespace lumo {
 
-ModuleObject* targetNode(const ModuleObject* program, const std::optional<RunProgram::Target>& target) {
-    return target ? program->c(target->line)->c(target->isPoint1 ? field::point1 : field::point)
-                  : kordservice()->get(nullptr, key::posture);
+ModuleObject* targetNode(const ModuleObject* move, bool isPoint1) {
+    return move->c(isPoint1 ? field::point1 : field::point);
 }
 
 Position positionOf(const ModuleObject* point) {

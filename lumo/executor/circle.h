@@ -17,9 +17,8 @@ void calcAux(const ModuleObject* s, const ModuleObject* p1, const ModuleObject* 
 
 namespace lumo {
 
-/// The point that a target names in a program's records; without one the robot's posture.
-[[nodiscard]] ModuleObject* targetNode(const ModuleObject* program,
-                                       const std::optional<prog::RunProgram::Target>& target);
+/// The point of a move that a target names.
+[[nodiscard]] ModuleObject* targetNode(const ModuleObject* move, bool isPoint1);
 
 /// The position of a point (a node with `trans` in metres).
 [[nodiscard]] prog::Position positionOf(const ModuleObject* point);

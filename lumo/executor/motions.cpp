@@ -63,7 +63,7 @@ void Motions::end() {
     arcs_.clear();
     rest_.reset();
     restLine_ = -1;
-    queuedLast_ = nullptr;
+    queuedLastLine_ = -1;
     circleFault_ = CircleFault::None;
 }
 
@@ -71,10 +71,15 @@ bool Motions::isOfRun(const ModuleObject* stmt) const {
     return run_ && stmt && run_->holds(stmt);
 }
 
+/// Of a run's statement, or of one of the tree.
+int Motions::lineOf(const ModuleObject* stmt) const {
+    return isOfRun(stmt) ? run_->lineOf(stmt) : stmt->indexInPmobj();
+}
+
 /// The values of a statement: of the run's copy, or read now.
 const Statement& Motions::valueOf(const ModuleObject* stmt) {
     if (isOfRun(stmt)) {
-        return run_->program.statement(stmt->indexInPmobj());
+        return run_->program.statement(run_->lineOf(stmt));
     }
     foreign_ = Statement::from(stmt);
     return foreign_;
@@ -140,9 +145,11 @@ int Motions::queueAlone(ModuleObject* stmt) {
 }
 
 ModuleObject* Motions::openBefore(ModuleObject* stmt) const {
-    const int line = stmt->indexInPmobj();
-    const int open =
-        isOfRun(stmt) ? run_->program.openBefore(line) : prog::openBefore(line, kindsIn(stmt->pmobj()));
+    if (isOfRun(stmt)) {
+        const int open = run_->program.openBefore(run_->lineOf(stmt));
+        return open < 0 ? nullptr : run_->record(open);
+    }
+    const int open = prog::openBefore(stmt->indexInPmobj(), kindsIn(stmt->pmobj()));
     return open < 0 ? nullptr : stmt->pmobj()->c(open);
 }
 
@@ -185,7 +192,9 @@ ModuleObject* Motions::targetBefore(ModuleObject* stmt) const {
     if (!isOfRun(stmt)) {
         return findLastTargetPosNode(stmt);
     }
-    return targetNode(stmt->pmobj(), run_->program.targetBefore(stmt->indexInPmobj()));
+    const std::optional<RunProgram::Target> target = run_->program.targetBefore(run_->lineOf(stmt));
+    return target ? targetNode(run_->record(target->line), target->isPoint1)
+                  : kordservice()->get(nullptr, key::posture);
 }
 
 int Motions::queueMoveCC(ModuleObject* stmt) {
@@ -201,7 +210,7 @@ int Motions::queueMoveCC(ModuleObject* stmt) {
     const CircleFault fault = prog::circleFault(positionOf(start), positionOf(p1), positionOf(p2));
     if (fault != CircleFault::None) {
         circleFault_ = run_ ? fault : CircleFault::None;
-        badCircle_ = stmt->indexInPmobj();
+        badCircle_ = lineOf(stmt);
         return noCircleCode;
     }
     ModuleObject args(QStringLiteral("tmp"));
@@ -242,8 +251,8 @@ int Motions::send(const ModuleObject* stmt, QLatin1String command, const ModuleO
     // Counted before the call: a controller may answer inside it.
     const int motion = motions_.size();
     if (isOfRun(stmt)) {
-        motionOfLine_[stmt->indexInPmobj()] = motion;
-        queuedLast_ = stmt;
+        queuedLastLine_ = run_->lineOf(stmt);
+        motionOfLine_[queuedLastLine_] = motion;
     }
     motions_.append(Motion());
     kordservice()->command(sender_, command, args);
@@ -282,11 +291,11 @@ void Motions::forget() {
 }
 
 int Motions::await(ModuleObject* stmt, bool isStep) {
-    const int motion = isOfRun(stmt) ? motionOfLine_.at(stmt->indexInPmobj()) : -1;
+    const int motion = isOfRun(stmt) ? motionOfLine_.at(run_->lineOf(stmt)) : -1;
     if (motion < 0 || motion >= motions_.size()) {
         return 0;  // nothing was queued for it
     }
-    const bool waitsForZone = !isStep && run_->program.isLastBeforeClose(stmt->indexInPmobj());
+    const bool waitsForZone = !isStep && run_->program.isLastBeforeClose(run_->lineOf(stmt));
     return waitsForZone ? awaitZone(stmt, motion) : awaitMotion(motion);
 }
 
@@ -380,10 +389,10 @@ void Motions::storeCurrent(const ModuleObject* stmt, const QString& type) {
 
 /// Where the robot will be when the motion that is queued next begins.
 Position Motions::startOfNext() const {
-    if (outstanding() == 0 || !queuedLast_) {
+    if (outstanding() == 0 || queuedLastLine_ < 0) {
         return toolPosition();
     }
-    const int line = queuedLast_->indexInPmobj();
+    const int line = queuedLastLine_;
     const Statement& last = run_->program.statement(line);
     const auto arc = arcs_.find(line);
     if (last.type == StatementType::MoveCC && arc != arcs_.end()) {
@@ -396,7 +405,7 @@ void Motions::keepQueuedArc(const ModuleObject* stmt, const Position& start, con
     if (!isOfRun(stmt)) {
         return;
     }
-    QueuedArc& kept = arcs_[stmt->indexInPmobj()];
+    QueuedArc& kept = arcs_[run_->lineOf(stmt)];
     kept.start = start;
     kept.command = std::make_shared<ModuleObject>(QStringLiteral("arc"));
     kept.command->copyFrom(sender_, args);
@@ -447,7 +456,7 @@ bool Motions::takeUpArc(int line) {
 /// Queues what is left of the arc that the run takes up; nothing where nothing is left. False for any other
 /// statement.
 bool Motions::queueRest(ModuleObject* stmt) {
-    const int line = stmt->indexInPmobj();
+    const int line = lineOf(stmt);
     if (!rest_ || restLine_ != line || !isOfRun(stmt)) {
         return false;
     }
@@ -468,7 +477,7 @@ bool Motions::queueRest(ModuleObject* stmt) {
 /// An arc that was taken up in the middle: the tool does not come past the points again that it has passed,
 /// and a circle still ends where it began.
 void Motions::passedBefore(const ModuleObject* stmt, ModuleObject* circleStart) {
-    const auto queued = arcs_.find(stmt->indexInPmobj());
+    const auto queued = arcs_.find(lineOf(stmt));
     if (queued == arcs_.end() || !(queued->second.from > 0.0)) {
         return;
     }

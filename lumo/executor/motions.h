@@ -102,6 +102,7 @@ private:
     };
 
     [[nodiscard]] bool isOfRun(const ModuleObject* stmt) const;
+    [[nodiscard]] int lineOf(const ModuleObject* stmt) const;
     [[nodiscard]] const prog::Statement& valueOf(const ModuleObject* stmt);
     [[nodiscard]] ModuleObject* targetBefore(ModuleObject* stmt) const;
     [[nodiscard]] bool isAborted() const { return run_ && run_->isAborted; }
@@ -134,7 +135,7 @@ private:
     std::map<int, QueuedArc> arcs_;   ///< arcs and circles by the line that queued them
     std::optional<StoppedArc> rest_;  ///< what is left of the arc of `restLine_`
     int restLine_ = -1;
-    const ModuleObject* queuedLast_ = nullptr;  ///< statement that queued the last motion
+    int queuedLastLine_ = -1;  ///< of the statement that queued the last motion
     prog::CircleFault circleFault_ = prog::CircleFault::None;
     int badCircle_ = -1;
 

@@ -4,41 +4,53 @@
 #include "program/runprogram.h"
 #include "program/words.h"
 
-#include <QPointer>
-#include <QVector>
+#include <QByteArray>
+#include <QString>
+
+#include <map>
+#include <memory>
+#include <vector>
 
 namespace lumo {
+
+/// The statements of a program as they stood when it was copied. They are kept as text, which takes a
+/// fraction of the memory of nodes; a node is made for a line when it is asked for.
+class ProgramCopy {
+public:
+    explicit ProgramCopy(const ModuleObject* source);
+
+    /// The copied statement of a line; the null node outside. Valid until those of 32 other lines have been
+    /// asked for.
+    [[nodiscard]] ModuleObject* record(int line) const;
+    /// The line of a copied statement; -1 for any other node.
+    [[nodiscard]] int lineOf(const ModuleObject* record) const;
+
+private:
+    QByteArray text_;
+    std::vector<int> begins_;  ///< of the lines in the text; one more than there are lines
+    mutable std::map<int, std::unique_ptr<ModuleObject>> records_;
+};
 
 /// A walk over a program, or a single step, from its acceptance to its end.
 class Run {
 public:
     /// Copies the program: replacing or editing the original changes nothing in a run.
-    Run(const ModuleObject* source, int runMode, bool step)
-        : records_(QStringLiteral("run")), program(copied(source)), mode(runMode), isStep(step) {
-        if (ofHandProgram()) {
-            for (ModuleObject* const statement : source->cmobjs()) {
-                originals_.append(statement);
-            }
-        }
-    }
+    Run(const ModuleObject* source, int runMode, bool step);
 
     /// Whether it walks over `lumo.program`; only such a run can be resumed.
     [[nodiscard]] bool ofHandProgram() const { return mode == prog::runmode::byHand && !isStep; }
     /// Whether a statement is one of its copies.
-    [[nodiscard]] bool holds(const ModuleObject* stmt) const { return stmt->pmobj() == &records_; }
-    /// The copied statement of a line; the null node outside.
-    [[nodiscard]] ModuleObject* record(int of) const { return records_.c(of); }
+    [[nodiscard]] bool holds(const ModuleObject* stmt) const { return lineOf(stmt) >= 0; }
+    /// The copied statement of a line; see ProgramCopy.
+    [[nodiscard]] ModuleObject* record(int of) const { return copy_.record(of); }
+    /// The line of such a statement; -1 for any other one.
+    [[nodiscard]] int lineOf(const ModuleObject* stmt) const { return copy_.lineOf(stmt); }
     /// The statement of the tree that a line was copied from; null when it is gone, or in other programs.
-    [[nodiscard]] ModuleObject* original(int of) const { return originals_.value(of); }
+    [[nodiscard]] ModuleObject* original(int of) const;
 
 private:
-    const ModuleObject* copied(const ModuleObject* source) {
-        records_.copyFrom(nullptr, source, false, false);
-        return &records_;
-    }
-
-    ModuleObject records_;
-    QVector<QPointer<ModuleObject>> originals_;
+    ProgramCopy copy_;
+    std::vector<QString> originals_;  ///< names, which statements keep when they are moved
 
 public:
     const prog::RunProgram program;  ///< the values of the copies
