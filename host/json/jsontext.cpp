@@ -391,6 +391,19 @@ std::optional<JsonText> JsonText::parse(const QByteArray& text, FileProblem* pro
     return std::nullopt;
 }
 
+QJsonValue JsonText::element(int element) const {
+    Walker end(text_, elements()[std::size_t(element)].offset);
+    const int begin = end.position();
+    end.skipValue();
+    const QByteArray list = '[' + text_.mid(begin, end.position() - begin) + ']';
+    return QJsonDocument::fromJson(list).array().first();
+}
+
+void JsonText::forgetValue() {
+    elements();
+    value_ = value_.isArray() ? QJsonValue(QJsonArray()) : QJsonValue(QJsonObject());
+}
+
 TextPlace JsonText::place(int element) const {
     return hasElement(element) ? elements()[std::size_t(element)].place : place();
 }
@@ -449,8 +462,8 @@ bool JsonText::hasElement(int element) const {
 }
 
 const std::vector<JsonText::Spot>& JsonText::elements() const {
-    const int count = value_.toArray().size();
-    if (elements_.empty() && count > 0) {
+    const int count = elements_.empty() ? value_.toArray().size() : 0;
+    if (count > 0) {
         elements_.reserve(std::size_t(count));
         Walker walker(text_, start_);
         Spot spot{start_, placeOf(start_)};

@@ -22,6 +22,11 @@ public:
 
     const QJsonValue& value() const { return value_; }
 
+    /// An element of the array, read from the text again.
+    QJsonValue element(int element) const;
+    /// Frees the value; elements and places remain.
+    void forgetValue();
+
     /// Where the array or object begins.
     TextPlace place() const { return placeOf(start_); }
     /// Where an element of the array begins; for a position outside, where the array does.

@@ -121,6 +121,9 @@ public:
     /// children.
     virtual void loadJson(QObject* sender, const QJsonValue& value, bool notify = true, bool merge = false,
                           bool keepValue = false);
+    /// The same with a list of `count` values, which are asked for one after the other: they need not exist
+    /// at the same time.
+    void loadList(QObject* sender, int count, const std::function<QJsonValue(int)>& element);
     /// The node as JSON: the children of a list, of a node with children or of a map without a value, else
     /// the value (null for pointers and not-a-number). Names of list elements are dropped. `withNulls`
     /// false leaves out map entries that are null.

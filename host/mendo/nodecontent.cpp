@@ -217,6 +217,18 @@ void ModuleObject::loadJson(QObject* sender, const QJsonValue& value, bool notif
     replaceContent(sender, content, notify, merge, keepValue);
 }
 
+void ModuleObject::loadList(QObject* sender, int count, const std::function<QJsonValue(int)>& element) {
+    Slot content;
+    Branch& branch = content.ensureBranch();
+    branch.kind = Kind::List;
+    branch.entries.reserve(std::size_t(count));
+    for (int i = 0; i < count; ++i) {
+        branch.entries.emplace_back();
+        fill(branch.entries.back(), element(i), deepest - depth() - 1);
+    }
+    replaceContent(sender, content, true, false, false);
+}
+
 QJsonValue ModuleObject::exportToJson(bool withNulls) const {
     return jsonOf(NodeRef(const_cast<ModuleObject*>(this)), withNulls);
 }
