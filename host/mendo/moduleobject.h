@@ -7,6 +7,7 @@
 #include <QStringView>
 #include <QVariant>
 
+#include <functional>
 #include <memory>
 
 namespace mendo {
