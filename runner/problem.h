@@ -41,6 +41,19 @@ public:
     mendo::TextPlace place(int element, const QString& path) const;
     /// See JsonText::duplicates.
     std::vector<mendo::JsonText::Duplicate> duplicates() const { return text_.duplicates(); }
+    int size() const { return text_.elementCount(); }
+    /// One element, read from the text again.
+    QJsonValue element(int element) const { return text_.element(element); }
+    /// Frees text and values.
+    void clear() {
+        forgetValues();
+        text_.clear();
+    }
+    /// Frees the values, which take several times the memory of the text; element() still reads them.
+    void forgetValues() {
+        array_ = QJsonArray();
+        text_.forgetValue();
+    }
 
     /// A problem at such a place.
     Problem problemAt(int element, const QString& path, const QString& reason) const;

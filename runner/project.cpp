@@ -54,6 +54,14 @@ std::optional<Problem> Project::structureFault() const {
     return std::nullopt;
 }
 
+QJsonValue Project::toolset() const {
+    int element = 0;  // the one that is no statement
+    while (element < statementCount() && elements_[std::size_t(element)] == element) {
+        ++element;
+    }
+    return element < text_.size() ? text_.element(element) : QJsonValue(QJsonValue::Undefined);
+}
+
 std::optional<StationList> StationList::read(const QString& folder, const QString& shown, Problem* problem) {
     StationList list;
     list.shown_ = QDir::cleanPath(QDir(shown).filePath(prog::file::stations));

@@ -28,6 +28,17 @@ public:
     int elementOf(int line) const;
     /// Which statement an element is; -1 for the tool set.
     int lineOf(int element) const;
+    /// A statement, read from the text again.
+    QJsonValue statement(int line) const { return text_.element(elements_[std::size_t(line)]); }
+    /// The tool set; undefined without one.
+    QJsonValue toolset() const;
+    /// Frees what content() returns, of which only a check has a use.
+    void forgetContent() { text_.forgetValues(); }
+    /// Frees everything: the project is in the tree.
+    void clear() {
+        text_.clear();
+        elements_.clear();
+    }
 
     /// The first element that is no statement of a known type, with its place. Nothing without one.
     std::optional<Problem> structureFault() const;

@@ -310,7 +310,13 @@ void Session::begin() {
         tree_.set(setting[QStringLiteral("path")].toString(), setting[QStringLiteral("value")]);
     }
     if (project_) {
-        tree_.loadProject(program_ ? *program_ : project_->content());
+        if (program_) {
+            tree_.loadProject(*program_);
+        } else {
+            project_->forgetContent();
+            tree_.loadProject(*project_);
+        }
+        project_->clear();
     } else {
         stationPage_.show();
     }

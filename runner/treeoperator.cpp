@@ -2,6 +2,7 @@
 
 #include "mendo/modulemanager.h"
 #include "program/words.h"
+#include "runner/project.h"
 #include "runner/stationpage.h"
 
 #include <algorithm>
@@ -67,6 +68,16 @@ void TreeOperator::loadProject(const QJsonValue& content) {
         program = statements;
     }
     m(prog::key::program)->loadJson(this, program);
+}
+
+void TreeOperator::loadProject(const Project& project) {
+    const QJsonValue toolset = project.toolset();
+    if (!toolset.isUndefined()) {
+        m(prog::key::toolset)->loadJson(this, toolset);
+    }
+    m(prog::key::program)->loadList(this, project.statementCount(), [&project](int line) {
+        return project.statement(line);
+    });
 }
 
 void TreeOperator::resetResumeData() {

@@ -8,6 +8,7 @@
 
 namespace run {
 
+class Project;
 class StationPage;
 
 /// Writes to the data tree what the panel's pages write when an operator presses their buttons. It is the
@@ -23,6 +24,8 @@ public:
 
     /// As opening a project: program and, where the file has one, tool set.
     void loadProject(const QJsonValue& content);
+    /// The same with a project of which only the text need be in memory.
+    void loadProject(const Project& project);
     /// As the reset button.
     void resetResumeData();
     void setWeld(bool on);

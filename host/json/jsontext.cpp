@@ -404,6 +404,13 @@ void JsonText::forgetValue() {
     value_ = value_.isArray() ? QJsonValue(QJsonArray()) : QJsonValue(QJsonObject());
 }
 
+void JsonText::clear() {
+    text_ = QByteArray();
+    value_ = QJsonArray();
+    elements_ = {};
+    start_ = 0;
+}
+
 TextPlace JsonText::place(int element) const {
     return hasElement(element) ? elements()[std::size_t(element)].place : place();
 }

@@ -22,10 +22,14 @@ public:
 
     const QJsonValue& value() const { return value_; }
 
+    /// Of the array; 0 for an object.
+    int elementCount() const { return int(elements().size()); }
     /// An element of the array, read from the text again.
     QJsonValue element(int element) const;
     /// Frees the value; elements and places remain.
     void forgetValue();
+    /// Frees the text, too: an empty array remains.
+    void clear();
 
     /// Where the array or object begins.
     TextPlace place() const { return placeOf(start_); }
