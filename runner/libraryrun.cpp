@@ -11,7 +11,6 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonArray>
-#include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
 #include <QTemporaryDir>
@@ -147,7 +146,7 @@ QByteArray summaryOf(const QString& folder, const std::vector<ProjectRun>& runs)
     writer.key(QStringLiteral("failed")).variant(failed.toVariantList());
     writer.key(QStringLiteral("projects")).beginArray();
     for (const QJsonValue project : projects) {
-        writer.raw(QJsonDocument(project.toObject()).toJson(QJsonDocument::Compact));
+        writer.json(project);
     }
     return writer.endArray().endObject().take() + '\n';
 }
@@ -184,7 +183,8 @@ bool writeFiles(const Options& options, const std::vector<ProjectRun>& runs) {
 QStringList libraryProjects(const QString& folder) {
     const QDir root(folder);
     QStringList projects;
-    QDirIterator limits(folder, {QLatin1Char('*') + limitsSuffix}, QDir::Files, QDirIterator::Subdirectories);
+    QDirIterator limits(root.absolutePath(), {QLatin1Char('*') + limitsSuffix}, QDir::Files,
+                        QDirIterator::Subdirectories);
     while (limits.hasNext()) {
         const QString file = limits.next();
         const QString project = file.chopped(limitsSuffix.size()) + QStringLiteral(".json");
