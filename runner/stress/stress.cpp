@@ -126,7 +126,7 @@ bool Stress::runUndisturbed() {
     ground_.runMs = verdict.ms;
     constexpr int times = 4;
     constexpr int moreMs = 120000;
-    untilMs_ = int(std::min<qint64>(verdict.ms * times + moreMs, std::min(longestMs, options_.untilMs)));
+    untilMs_ = int(std::min<qint64>({verdict.ms * times + moreMs, longestMs, options_.untilMs}));
     if (verdict.isBroken()) {
         ++tried_;
         report(QStringLiteral("undisturbed"), trial, verdict);
