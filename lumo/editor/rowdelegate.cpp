@@ -14,7 +14,8 @@ namespace {
 constexpr int air = 6;
 constexpr QRgb markerColour = qRgb(0, 255, 0);
 constexpr int markerPointSize = 15;
-constexpr int markEdge = 20;
+constexpr int markEdge = 18;
+constexpr int besideMark = 2;
 /// Sizes that are kept for a column.
 constexpr int mostShapes = 2000;
 
@@ -77,7 +78,11 @@ void RowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     if (severity) {
         QRect mark(0, 0, markEdge, markEdge);
         mark.moveCenter(option.rect.center());
-        mark.moveRight(option.rect.right() - air / 2);
+        mark.moveRight(option.rect.right() - besideMark);
+        const int room = mark.left() - option.rect.left() - 2 * besideMark;
+        if (option.fontMetrics.horizontalAdvance(index.data().toString()) > room) {
+            mark.moveTop(option.rect.top() + besideMark);  // above a number of many digits
+        }
         lumo::paintMark(painter, mark, *severity);
     }
 }

@@ -105,8 +105,11 @@ private slots:
         QVERIFY(moves().at(2).target.y == 0.01 && moves().at(2).weld);
         set("lumo.program.#2.execute", false);
         QVERIFY(!moves().at(2).weld);
+        m("lumo.program.#3.point")->clear(this);
         m("lumo.program")->remove(this, "#0");
         QCOMPARE(moves().size(), count - 1);
+        pass(1000);  // the program has been checked
+        QVERIFY(moves().at(1).impossible && !moves().at(0).impossible);
     }
 
     void scope_holdsReadsAndExports() {
