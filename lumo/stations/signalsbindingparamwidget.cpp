@@ -209,7 +209,7 @@ bool SignalsBindingParamWidget::refusedProject(const QString& path) {
         showMessage(QMessageBox::Warning, tr("提示"), tr("该文件不能用作工位的工程：%1").arg(fileName));
         return true;
     }
-    const Findings findings = checkProject(*project);
+    const Findings findings = ProjectCheck().check(fileName, *project);
     if (firstError(findings)) {
         showMessage(
             QMessageBox::Warning, tr("提示"),

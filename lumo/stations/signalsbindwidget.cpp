@@ -1,7 +1,6 @@
 #include "stations/signalsbindwidget.h"
 
 #include "executor/lumoexecutor.h"
-#include "files/projectcheck.h"
 #include "files/projectfile.h"
 #include "files/settingsfile.h"
 #include "files/stationrun.h"
@@ -224,15 +223,15 @@ void SignalsBindWidget::execProject() {
 }
 
 /// Whether the first project has errors; tells the first of them.
-bool SignalsBindWidget::refusedForErrors(const Project& project) const {
-    const Findings findings = checkProject(project);
+bool SignalsBindWidget::refusedForErrors(const Project& project) {
+    const StationQueue::Entry& entry = queue_.first();
+    const Findings findings = check_.check(entry.project, project);
     if (!firstError(findings)) {
         return false;
     }
-    const StationQueue::Entry& entry = queue_.first();
     const QString station = stationAt(entry.stations.first().row)->c(field::stationName)->getString();
     showMessage(QMessageBox::Warning, tr("提示"),
-                tr("工位 %1：工程 %2 有错误，未启动。").arg(station, entry.project) + QLatin1Char('\n') +
+                tr("%1：工程 %2 有错误，未启动。").arg(station, entry.project) + QLatin1Char('\n') +
                     refusalText(findings));
     return true;
 }

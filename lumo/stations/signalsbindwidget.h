@@ -1,5 +1,6 @@
 #pragma once
 
+#include "files/projectcheck.h"
 #include "module/host.h"
 #include "stations/inputwatch.h"
 #include "stations/stationqueue.h"
@@ -15,10 +16,6 @@ class QTableWidgetItem;
 namespace Ui {
 class SignalsBindWidget;
 }
-namespace lumo {
-struct Project;
-}
-
 /// The page of the stations: lists them and, while its switch is on, starts the projects that their inputs
 /// ask for, one after another.
 ///
@@ -75,7 +72,7 @@ private:
     [[nodiscard]] int selectedRow() const;
     [[nodiscard]] bool canServe();
     [[nodiscard]] bool firstRuns() const;
-    [[nodiscard]] bool refusedForErrors(const lumo::Project& project) const;
+    [[nodiscard]] bool refusedForErrors(const lumo::Project& project);
     [[nodiscard]] bool closeBeforeStart(int id);
     void serve(const lumo::Project& project);
     void endServing();
@@ -89,6 +86,7 @@ private:
     lumo::InputWatch starts_{lumo::StationSignal::StartInput};
     lumo::InputWatch stops_{lumo::StationSignal::StopInput};
     lumo::StationQueue queue_;
+    lumo::ProjectCheck check_;
     QTimer startTimer_{this};
     QTimer stopTimer_{this};
     QTimer queueTimer_{this};

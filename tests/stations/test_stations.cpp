@@ -84,7 +84,7 @@ private slots:
             "+DO1 1:asked | 1700 -DO2 2:over | 1800 BAD.json! -DO1 1:over");
         row("project with an error", "FAULTY P2", "50 +DI1 | 1100 ~DI2 | 1150 -DI1",
             "100 +DO1 1:asked | 200 -DO1 1:over | 1100 +DO2 2:asked | 1200 pause 2:runs | 1700 -DO2 2:over "
-            "[工位 S1：工程 FAULTY.json 有错误，未启动。\n第 1 行：焊接速度为 0 mm/s；请输入大于 0 "
+            "[S1：工程 FAULTY.json 有错误，未启动。\n第 1 行：焊接速度为 0 mm/s；请输入大于 0 "
             "的焊接速度。]");
         row("no power", "P1", "0 power off | 50 +DI1 | 450 -DI1",
             "100 +DO1 1:asked | 200 +DO1 pause -DO1 1:over [机器人未上电]");

@@ -88,8 +88,8 @@
         <translation>The default line cannot be deleted</translation>
     </message>
     <message>
-        <source>工位 %1：工程 %2 有错误，未启动。</source>
-        <translation>Station %1: the project %2 has errors and was not started.</translation>
+        <source>%1：工程 %2 有错误，未启动。</source>
+        <translation>%1: the project %2 has errors and was not started.</translation>
     </message>
 </context>
 <context>

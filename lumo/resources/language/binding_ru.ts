@@ -88,8 +88,8 @@
         <translation>Стандартную строку удалить нельзя</translation>
     </message>
     <message>
-        <source>工位 %1：工程 %2 有错误，未启动。</source>
-        <translation>Пост %1: в проекте %2 есть ошибки, он не запущен.</translation>
+        <source>%1：工程 %2 有错误，未启动。</source>
+        <translation>%1: в проекте %2 есть ошибки, он не запущен.</translation>
     </message>
 </context>
 <context>
