@@ -14,8 +14,9 @@ namespace lumo {
 
 class ProgramCheck;
 
-/// The list of the program's findings, errors first: a sheet that lies over the lower part of a page. It is
-/// no window, so that nothing below it is blocked. It follows the findings, and closes with the last one.
+/// The list of the program's findings, errors first: a sheet that lies over the table. It is no window, so
+/// that no button is blocked. It follows the findings, and closes with the last one or when the page is
+/// hidden.
 class FindingList : public QFrame {
     Q_OBJECT
 public:
