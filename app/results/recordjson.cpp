@@ -49,6 +49,7 @@ QJsonObject jsonOf(const SeamRecord& seam) {
     QJsonObject json{
         {QStringLiteral("open_line"), seam.openLine},
         {QStringLiteral("close_line"), seam.closeLine ? QJsonValue(*seam.closeLine) : QJsonValue()},
+        {QStringLiteral("endless"), seam.isEndless},
         {QStringLiteral("set"), seam.set},
         {QStringLiteral("start"), jsonOf(seam.start)},
         {QStringLiteral("end"), jsonOf(seam.end)},
@@ -75,6 +76,7 @@ SeamRecord seamFrom(const QJsonObject& json, const QString& project) {
     if (closeLine.isDouble()) {
         seam.closeLine = closeLine.toInt();
     }
+    seam.isEndless = json.value(QLatin1String("endless")).toBool();
     seam.set = json.value(QLatin1String("set")).toString();
     seam.start = pointFrom(json.value(QLatin1String("start")));
     seam.end = pointFrom(json.value(QLatin1String("end")));
