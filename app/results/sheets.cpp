@@ -16,7 +16,7 @@ const QColor headerFill(0xe6, 0xeb, 0xf0);
 
 constexpr double cellPadding = 5;
 constexpr double footerHeight = 30;
-constexpr int flags = Qt::TextWordWrap | Qt::AlignLeft | Qt::AlignTop;
+constexpr int flags = int(Qt::TextWordWrap) | int(Qt::AlignLeft | Qt::AlignTop);
 
 /// Long names without spaces are broken anywhere.
 int wrapping(const QString& text, const QFontMetricsF& metrics, double width) {
