@@ -85,8 +85,11 @@ QString helpText(const std::vector<Option>& options, int column) {
         const QString left =
             QStringLiteral("  --%1 %2").arg(QLatin1String(option.name), QLatin1String(option.value));
         QString help = QLatin1String(option.help);
-        help.replace(QLatin1Char('\n'), QLatin1Char('\n') + QString(column, QLatin1Char(' ')));
-        text += left.leftJustified(column - 1) + QLatin1Char(' ') + help + QLatin1Char('\n');
+        const QString nextLine = QLatin1Char('\n') + QString(column, QLatin1Char(' '));
+        help.replace(QLatin1Char('\n'), nextLine);
+        const bool fits = left.size() < column;
+        text += left.leftJustified(column - 1) + (fits ? QStringLiteral(" ") : nextLine) + help +
+                QLatin1Char('\n');
     }
     return text;
 }
