@@ -112,7 +112,7 @@ bool isPoint(QLatin1String path) {
     return path == field::point || path == field::point1;
 }
 
-/// Whether a row is of what a taught point holds.
+/// Whether a row describes a field inside a taught point: its coordinates or joint angles.
 bool isOfPoint(const FieldRow& row) {
     constexpr QLatin1String inside[] = {"point."_l1, "point1."_l1};
     return std::any_of(std::begin(inside), std::end(inside), [&row](QLatin1String start) {

@@ -54,7 +54,7 @@ struct ProgramLines {
 
     std::vector<Record> statements;
     std::vector<int> elements;  ///< where each statement stands in the list
-    int toolset = -1;           ///< where the tool set stands; -1: there is none
+    int toolset = -1;           ///< position of the tool set in the list; -1 without one
 };
 
 /// A program as values, read once. The answers that look back over many lines are worked out then.

@@ -87,7 +87,7 @@ public:
                                         const QString& folder, Problem* problem);
     static Scenario fromText(const InputArray& text, const QStringList& inputs, const QString& folder);
 
-    /// What is wrong with the entries. One with an error cannot be played and is none of `entries`.
+    /// What is wrong with the entries. An entry with an error is not played.
     const prog::Findings& findings() const { return findings_; }
     bool hasErrors() const;
     const std::optional<InputArray>& text() const { return text_; }

@@ -38,7 +38,7 @@ public:
     explicit Sheets(const QFont& font);
 
     void addTitle(const QString& text);
-    /// Stays on the page of what follows.
+    /// Begins a new page where the next part would not fit below it.
     void addHeading(const QString& text);
     void addText(const QString& text);
     void addSpace(double height);

@@ -1,5 +1,6 @@
 #include "json/jsontext.h"
 
+#include "json/jsonwalker.h"
 #include "json/jsonwriter.h"
 
 #include <QJsonArray>
@@ -23,84 +24,16 @@ int markSize(const QByteArray& text) {
     return text.startsWith(mark) ? mark.size() : 0;
 }
 
-bool isSpace(char c) {
-    return c == ' ' || c == '\t' || c == '\n' || c == '\r';
-}
-
-bool endsNumber(char c) {
-    return isSpace(c) || c == ',' || c == ']' || c == '}' || c == ':';
-}
-
 /// Every byte of a character in UTF-8 but its first one is of the form 10xxxxxx.
 int characterCount(const char* begin, const char* end) {
     return int(std::count_if(begin, end, [](char byte) { return (byte & 0xC0) != 0x80; }));
 }
 
-/// A position in a text that Qt's parser has accepted.
-class Walker {
-public:
-    Walker(const QByteArray& text, int from) : text_(text), pos_(from) {}
-
-    int position() const { return pos_; }
-    char peek() const { return pos_ < text_.size() ? text_[pos_] : '\0'; }
-    bool take(char c) {
-        if (peek() != c || c == '\0') {
-            return false;
-        }
-        ++pos_;
-        return true;
-    }
-    void skipSpace() {
-        while (isSpace(peek())) {
-            ++pos_;
-        }
-    }
-    /// False at the end of the text, where a quote is missing.
-    bool skipString() {
-        for (++pos_; pos_ < text_.size() && text_[pos_] != '"'; ++pos_) {
-            if (text_[pos_] == '\\') {
-                ++pos_;
-            }
-        }
-        pos_ = std::min(pos_, text_.size());
-        return take('"');
-    }
-    /// A number, true, false or null, in any form that Qt's parser accepts.
-    void skipWord() {
-        while (pos_ < text_.size() && !endsNumber(text_[pos_])) {
-            ++pos_;
-        }
-    }
-    void skipValue() {
-        int depth = 0;
-        do {
-            const char c = peek();
-            if (c == '"') {
-                skipString();
-            } else if (c == '{' || c == '[') {
-                ++depth;
-                ++pos_;
-            } else if (c == '}' || c == ']') {
-                --depth;
-                ++pos_;
-            } else if (depth == 0) {
-                skipWord();
-            } else {
-                ++pos_;
-            }
-        } while (depth > 0 && pos_ < text_.size());
-    }
-
-protected:
-    const QByteArray& text_;
-    int pos_;
-};
-
 /// Finds where a text stops being JSON: the offsets of Qt's parser are off by one or more.
-class FaultFinder : private Walker {
+class FaultFinder : private JsonWalker {
 public:
-    using Walker::position;
-    using Walker::Walker;
+    using JsonWalker::JsonWalker;
+    using JsonWalker::position;
 
     /// False, with the fault at the position, when the text is no JSON.
     bool document() {
@@ -231,14 +164,14 @@ QString keyFrom(const QByteArray& quoted) {
 }
 
 /// Walks through a value and tells the keys that an object has more than once.
-class DuplicateFinder : private Walker {
+class DuplicateFinder : private JsonWalker {
 public:
     struct Found {
         QString path;
         int offset;  ///< of the last value
     };
 
-    using Walker::Walker;
+    using JsonWalker::JsonWalker;
 
     const std::vector<Found>& find() {
         value();
@@ -371,7 +304,7 @@ TextPlace placeIn(const QByteArray& text, int offset) {
 std::optional<JsonText> JsonText::parse(const QByteArray& text, FileProblem* problem) {
     QJsonParseError error;
     const QJsonDocument document = QJsonDocument::fromJson(text, &error);
-    Walker walker(text, markSize(text));
+    JsonWalker walker(text, markSize(text));
     walker.skipSpace();
     if (error.error == QJsonParseError::NoError) {
         return JsonText(text, document.isArray() ? QJsonValue(document.array()) : document.object(),
@@ -392,7 +325,7 @@ std::optional<JsonText> JsonText::parse(const QByteArray& text, FileProblem* pro
 }
 
 QJsonValue JsonText::element(int element) const {
-    Walker end(text_, elements()[std::size_t(element)].offset);
+    JsonWalker end(text_, elements()[std::size_t(element)].offset);
     const int begin = end.position();
     end.skipValue();
     const QByteArray list = '[' + text_.mid(begin, end.position() - begin) + ']';
@@ -440,8 +373,8 @@ std::vector<JsonText::Duplicate> JsonText::duplicates() const {
 }
 
 QByteArray JsonText::compact(int element) const {
-    Walker walker(text_, elements()[std::size_t(element)].offset);
-    Walker end = walker;
+    JsonWalker walker(text_, elements()[std::size_t(element)].offset);
+    JsonWalker end = walker;
     end.skipValue();
     QByteArray out;
     while (walker.position() < end.position()) {
@@ -472,7 +405,7 @@ const std::vector<JsonText::Spot>& JsonText::elements() const {
     const int count = elements_.empty() ? value_.toArray().size() : 0;
     if (count > 0) {
         elements_.reserve(std::size_t(count));
-        Walker walker(text_, start_);
+        JsonWalker walker(text_, start_);
         Spot spot{start_, placeOf(start_)};
         for (int i = 0; i < count; ++i) {
             walker.take(i == 0 ? '[' : ',');
@@ -518,7 +451,7 @@ int JsonText::follow(int object, const QStringList& keys) const {
 
 std::optional<int> JsonText::findEntry(int object, const QString& key) const {
     std::optional<int> found;
-    Walker walker(text_, object);
+    JsonWalker walker(text_, object);
     if (!walker.take('{')) {
         return found;
     }

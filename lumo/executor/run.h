@@ -43,7 +43,7 @@ public:
     [[nodiscard]] bool holds(const ModuleObject* stmt) const { return lineOf(stmt) >= 0; }
     /// The copied statement of a line; see ProgramCopy.
     [[nodiscard]] ModuleObject* record(int of) const { return copy_.record(of); }
-    /// The line of such a statement; -1 for any other one.
+    /// The line of a copied statement; -1 for a statement that is no copy of this run.
     [[nodiscard]] int lineOf(const ModuleObject* stmt) const { return copy_.lineOf(stmt); }
     /// The statement of the tree that a line was copied from; null when it is gone, or in other programs.
     [[nodiscard]] ModuleObject* original(int of) const;

@@ -25,7 +25,7 @@ namespace lumo {
 /// "2 errors, 3 warnings"; a number that is 0 is left out.
 [[nodiscard]] QString countText(int errors, int warnings);
 
-/// The first error; null when there is none.
+/// The first error; null without errors.
 [[nodiscard]] const prog::Finding* firstError(const prog::Findings& findings);
 
 }  // namespace lumo

@@ -262,7 +262,7 @@ QJsonObject Course::keysOf(const QString& deed, bool isOn) {
     return deed == QLatin1String("replace") ? ground_.replace : editKeys(deed, isOn);
 }
 
-/// The keys of what changes program, parameters or the robot's place.
+/// The keys of an entry that changes the program, changes a parameter or jogs the robot.
 QJsonObject Course::editKeys(const QString& deed, bool isOn) {
     if (deed == QLatin1String("parameter")) {
         return setParameter();
