@@ -4,6 +4,8 @@
 #include "files/settingsfile.h"
 #include "program/words.h"
 #include "ui_portconfigwidget.h"
+#include "undo/edit.h"
+#include "undo/steptext.h"
 #include "widgets/dressing.h"
 #include "widgets/messagebox.h"
 #include "widgets/touchfields.h"
@@ -156,6 +158,7 @@ void PortConfigWidget::switchWire(bool enabled) {
     const QList<ModuleObject*> lines = m(key::program)->cmobjs();
     for (int line = 0; line < lines.size(); ++line) {
         if (lines[line]->c(field::type)->getString() == statement::open) {
+            Edit::touch(lines[line]);
             lines[line]->set(this, field::wireEnable, enabled);
             changedLines_.append(line);
         }
@@ -180,6 +183,15 @@ void PortConfigWidget::save() {
         return;
     }
     changedLines_.clear();
+    storePorts();
+    emit signalportconfigchangedProgramlist(changedLines_);
+    if (saveSettings(Settings::Ports) && !nameBoxes_.isEmpty()) {
+        showMessage(QMessageBox::Information, tr("提示"), tr("保存成功"));
+    }
+}
+
+void PortConfigWidget::storePorts() {
+    const Edit edit(EditedList::Ports, steptext::portsChanged());
     for (int row = 0; row < nameBoxes_.size(); ++row) {
         ModuleObject* port = ports_->c(row);
         const QString name = nameBoxes_[row]->currentText();
@@ -188,9 +200,5 @@ void PortConfigWidget::save() {
             switchWire(enabled);
         }
         port->set(this, field::name, name)->set(this, field::enable, enabled);
-    }
-    emit signalportconfigchangedProgramlist(changedLines_);
-    if (saveSettings(Settings::Ports) && !nameBoxes_.isEmpty()) {
-        showMessage(QMessageBox::Information, tr("提示"), tr("保存成功"));
     }
 }

@@ -42,6 +42,7 @@ private:
     QComboBox* nameBox(const ModuleObject* port);
     const QStringList& namesOf(const QString& type) const;
     void restrict(QComboBox* box);
+    void storePorts();
     void switchWire(bool enabled);
     void switchOffLeaving();
 

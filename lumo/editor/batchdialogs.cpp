@@ -3,6 +3,7 @@
 #include "program/words.h"
 #include "ui_updatespeeddialog.h"
 #include "ui_updateturningparamdialog.h"
+#include "undo/edit.h"
 #include "widgets/fieldlimits.h"
 
 #include <QLineEdit>
@@ -25,6 +26,7 @@ void BatchDialog::save() {
     const int number = line_->text().toInt();
     for (const QPointer<ModuleObject>& statement : qAsConst(statements_)) {
         if (statement && statement->hasCmobj(field_)) {
+            lumo::Edit::touch(statement->c(field_));
             statement->set(this, field_, number);
         }
     }

@@ -1,8 +1,11 @@
 #include "editor/pointwidget.h"
 
 #include "editor/pendantkeys.h"
+#include "editor/statementtext.h"
 #include "program/words.h"
 #include "ui_pointwidget.h"
+#include "undo/edit.h"
+#include "undo/steptext.h"
 #include "widgets/fieldlimits.h"
 
 #include <QtMath>
@@ -189,10 +192,16 @@ void PointWidget::teachSecond() {
         return;
     }
     p1_->copyFrom(this, kordservice()->get(this, key::posture));
+    const Edit edit(EditedList::Program, steptext::lineTaught(statement_->indexInPmobj(), command()));
+    Edit::touch(statement_);
     statement_->r(field::point1)->copyFrom(this, p1_.get());
     if (hasSecondPoint_) {
         showPoint(statement_->r(field::point1), secondPoint());
     }
+}
+
+QString PointWidget::command() const {
+    return type2cn(statement_->r(field::type)->getString());
 }
 
 bool PointWidget::isStatementInPlace() const {
@@ -209,6 +218,8 @@ void PointWidget::save() {
     if (!isStatementInPlace()) {
         return;
     }
+    const Edit edit(EditedList::Program, steptext::lineEdited(statement_->indexInPmobj(), command()));
+    Edit::touch(statement_);
     ModuleObject* point = statement_->append(this, field::point);
     if (p0_->cmobjCount() > 0) {
         point->copyFrom(this, p0_.get());

@@ -66,6 +66,7 @@ private:
     void teachFirst();
     void teachSecond();
     void confirm();
+    QString command() const;
     bool isStatementInPlace() const;
 
     const std::unique_ptr<Ui::PointWidget> ui_;

@@ -6,6 +6,7 @@
 #include "editor/statementtext.h"
 #include "program/statement.h"
 #include "program/words.h"
+#include "undo/history.h"
 
 #include <QHeaderView>
 #include <QResizeEvent>
@@ -58,6 +59,9 @@ void ProgramTable::follow() {
     connect(program(), &ModuleObject::changed, this, &ProgramTable::onChanged);
     connect(program(), &ModuleObject::added, this, &ProgramTable::onAdded);
     connect(program(), &ModuleObject::removed, this, &ProgramTable::onRemoved);
+    History::instance()->setMover(
+        this, [this](QObject* sender, int from, int to) { moveStatement(sender, from, to); });
+    connect(History::instance(), &History::restored, this, &ProgramTable::showRestored);
 }
 
 void ProgramTable::showFindings(const lumo::ProgramCheck* check) {
@@ -152,6 +156,27 @@ void ProgramTable::moveStatement(QObject* sender, int from, int to) {
     }
     emit rowMoved(from, to);
     emit programShown();
+}
+
+/// Selects the lines that an undo or a redo has changed, and brings the first into view.
+void ProgramTable::showRestored(const Restored& what) {
+    if (what.lines.size() == 1) {
+        changeStatement(what.lines.first());
+    } else if (!what.lines.isEmpty()) {
+        changeStatements();
+    }
+    if (what.page != EditedList::Program || what.lines.isEmpty()) {
+        return;
+    }
+    selectOnly(what.lines.first());
+    if (selectionMode() == MultiSelection) {
+        QItemSelection lines;
+        for (const int line : what.lines) {
+            lines.select(model()->index(line, MarkerColumn), model()->index(line, RunColumn));
+        }
+        selectionModel()->select(lines, QItemSelectionModel::ClearAndSelect);
+    }
+    scrollTo(model()->index(what.lines.first(), LineColumn));
 }
 
 // --- Rows -----------------------------------------------------------------------------------------

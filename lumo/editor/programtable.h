@@ -10,7 +10,8 @@ class RowDelegate;
 
 namespace lumo {
 class ProgramCheck;
-}
+struct Restored;
+}  // namespace lumo
 
 /// The table of the program: one row for each statement, following the notifications of `lumo.program`.
 ///
@@ -65,6 +66,7 @@ private:
     void onChanged();
     void onAdded(const QString& name);
     void onRemoved(const QString& name);
+    void showRestored(const lumo::Restored& what);
     /// `leaving`: a child that is about to be removed and gets no row.
     void rebuild(const ModuleObject* leaving = nullptr);
     void fillRows(const QList<ModuleObject*>& statements);

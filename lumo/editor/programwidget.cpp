@@ -6,6 +6,7 @@
 #include "editor/runcontrols.h"
 #include "editor/startline.h"
 #include "editor/statementcreation.h"
+#include "editor/statementtext.h"
 #include "editor/storedstate.h"
 #include "executor/lumoexecutor.h"
 #include "module/globals.h"
@@ -13,6 +14,8 @@
 #include "program/statement.h"
 #include "program/words.h"
 #include "ui_programwidget.h"
+#include "undo/edit.h"
+#include "undo/steptext.h"
 #include "widgets/messagebox.h"
 #include "widgets/switchbutton.h"
 
@@ -32,6 +35,11 @@ constexpr char statementProperty[] = "statement";
 
 QString statementOf(const QPushButton* button) {
     return button->property(statementProperty).toString();
+}
+
+/// The caption of a line's command.
+QString commandOf(int row) {
+    return type2cn(ProgramTable::program()->c(row)->c(field::type)->getString());
 }
 
 bool holdsDialog(QLatin1String path) {
@@ -318,8 +326,11 @@ void ProgramWidget::editSelected() {
     dialogs_->ask(edited, key::dialogStatement, [this, edited](bool ok, const EditorDialogs::Store& store) {
         // The statement may have been removed while the dialog was open.
         if (ok && edited && edited->pmobj() == ProgramTable::program()) {
+            const int place = edited->indexInPmobj();
+            const Edit edit(EditedList::Program, steptext::lineEdited(place, commandOf(place)));
+            Edit::touch(edited);
             store(edited);
-            changeStatement(edited->indexInPmobj());
+            changeStatement(place);
         }
     });
 }
@@ -327,6 +338,7 @@ void ProgramWidget::editSelected() {
 void ProgramWidget::deleteSelected() {
     const int row = ui_->tableWidget->selectedRow();
     if (row >= 0) {
+        const Edit edit(EditedList::Program, steptext::lineDeleted(row, commandOf(row)));
         ProgramTable::program()->remove(this, mIndex(row));
     }
 }
@@ -346,6 +358,8 @@ void ProgramWidget::paste() {
     ModuleObject* const program = ProgramTable::program();
     auto pasted = std::make_unique<ModuleObject>(ModuleObject::generateId(program));
     pasted->copyFrom(this, clipboard_.get());
+    const QString command = type2cn(pasted->c(field::type)->getString());
+    const Edit edit(EditedList::Program, steptext::linePasted(row + 1, command));
     if (program->insert(this, pasted.get(), true, row + 1)) {
         pasted.release();
     }
@@ -355,6 +369,8 @@ void ProgramWidget::moveSelected(int by) {
     const int from = ui_->tableWidget->selectedRow();
     const int to = from + by;
     if (from >= 0 && to >= 0 && to < ui_->tableWidget->rowCount()) {
+        const Edit edit(EditedList::Program, steptext::lineMoved(from, to));
+        Edit::moving(from, to);
         ui_->tableWidget->moveStatement(this, from, to);
         ui_->tableWidget->selectOnly(to);
     }
@@ -362,9 +378,14 @@ void ProgramWidget::moveSelected(int by) {
 
 void ProgramWidget::toggleRunFlags() {
     const QList<QModelIndex> rows = ui_->tableWidget->selectedRows();
+    if (rows.isEmpty()) {
+        return;
+    }
+    const Edit edit(EditedList::Program, steptext::runFlag(rows.first().row(), rows.size()));
     for (const QModelIndex& index : rows) {
         ModuleObject* const flag = ProgramTable::program()->c(index.row())->c(field::execute);
         if (!flag->isNull()) {
+            Edit::touch(flag);
             flag->setValue(this, !flag->getBool());
             ui_->tableWidget->showRunFlag(index.row());
             changeStatement(index.row());
@@ -390,8 +411,11 @@ void ProgramWidget::changeSelected(AskBatch ask) {
     if (rows.isEmpty() || dialogs_->isOpen()) {
         return;
     }
-    (dialogs_->*ask)(rows, [this](bool ok, const EditorDialogs::Store& store) {
+    const QString text =
+        ask == &EditorDialogs::askSpeed ? steptext::speed(rows.size()) : steptext::zone(rows.size());
+    (dialogs_->*ask)(rows, [this, text](bool ok, const EditorDialogs::Store& store) {
         if (ok) {
+            const Edit edit(EditedList::Program, text);
             store(nullptr);
             ui_->tableWidget->changeStatements();
         }

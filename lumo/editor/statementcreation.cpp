@@ -2,7 +2,10 @@
 
 #include "editor/editordialogs.h"
 #include "editor/programtable.h"
+#include "editor/statementtext.h"
 #include "program/words.h"
+#include "undo/edit.h"
+#include "undo/steptext.h"
 
 using namespace lumo;
 using namespace prog;
@@ -42,6 +45,8 @@ void StatementCreation::insert() {
         record_->c(field::toolset)->copyFrom(page_, m(key::toolset));
     }
     const int row = table_->selectedRow() + 1;
+    const QString command = type2cn(record_->c(field::type)->getString());
+    const Edit edit(EditedList::Program, steptext::lineInserted(row, command));
     ModuleObject* const statement = record_.release();
     if (!ProgramTable::program()->insert(page_, statement, true, row)) {
         delete statement;

@@ -18,6 +18,7 @@
 #include "panel/keypad.h"
 #include "panel/projectdialogs.h"
 #include "panel/toolset.h"
+#include "panel/undobar.h"
 #include "params/paramconfigwidget.h"
 #include "program/words.h"
 #include "stations/signalsbindingparamwidget.h"
@@ -62,6 +63,7 @@ LumoWidget::LumoWidget(QWidget* parent) : QWidget(parent), ui_(std::make_unique<
     getToolsAndWobjs(ui_->toolCmb, true);
     getToolsAndWobjs(ui_->wobjCmb, false);
     connectNavigation();
+    makeUndo();
     connectProject();
     connectToolset();
     new lumo::Keypad(this);
@@ -240,6 +242,59 @@ void LumoWidget::showSignalsParamWgt(QTableWidget* table, bool isNew) {
 void LumoWidget::redrawLines(const QList<int>& lines) {
     for (const int line : lines) {
         editor_->changeStatement(line);
+    }
+}
+
+// --- Undo -----------------------------------------------------------------------------------------
+
+void LumoWidget::makeUndo() {
+    const lumo::UndoBar::Panel panel{[this] { return listInView(); },
+                                     [this] {
+                                         const QWidget* const page = ui_->stackedWidget->currentWidget();
+                                         return page == pointPage_ || page == stationPage_;
+                                     },
+                                     [this](lumo::EditedList list) { return showListPage(list); }};
+    auto* const bar = new lumo::UndoBar(panel, this);
+    ui_->verticalLayout_3->addWidget(bar);
+    connect(ui_->stackedWidget, &QStackedWidget::currentChanged, bar, &lumo::UndoBar::refresh);
+    connect(lumo::History::instance(), &lumo::History::restored, this, &LumoWidget::showRestored);
+}
+
+std::optional<lumo::EditedList> LumoWidget::listInView() const {
+    QWidget* const page = ui_->stackedWidget->currentWidget();
+    if (page == editor_) {
+        return lumo::EditedList::Program;
+    }
+    if (page == stations_) {
+        return lumo::EditedList::Stations;
+    }
+    if (!portPages_.isEmpty() && page == portPages_.last()) {
+        return lumo::EditedList::Ports;
+    }
+    return !paramPages_.isEmpty() && page == paramPages_.last() ? std::optional(lumo::EditedList::Params)
+                                                                : std::nullopt;
+}
+
+/// As the operator goes there. False where the way is barred.
+bool LumoWidget::showListPage(lumo::EditedList list) {
+    QAbstractButton* const ways[] = {ui_->btnProject, ui_->btnPort, ui_->btnParamCfg, ui_->btnBind};
+    QAbstractButton* const way = ways[static_cast<int>(list)];
+    way->click();
+    return listInView() == list;
+}
+
+/// Ports and parameter sets are shown as they are when their page is made.
+void LumoWidget::showRestored(const lumo::Restored& what) {
+    if (listInView() != what.page) {
+        return;
+    }
+    if (what.page == lumo::EditedList::Ports) {
+        showPorts();
+    } else if (what.page == lumo::EditedList::Params) {
+        showParams();
+        if (auto* const table = paramPages_.last()->findChild<QTableWidget*>()) {
+            table->selectRow(what.row);
+        }
     }
 }
 

@@ -2,11 +2,13 @@
 
 #include "module/globals.h"
 #include "module/host.h"
+#include "undo/history.h"
 
 #include <QList>
 #include <QWidget>
 
 #include <memory>
+#include <optional>
 
 class DeviceControlWidget;
 class PointWidget;
@@ -68,6 +70,10 @@ private:
     void showMonitor();
     void showDeviceControl();
     void showStations();
+    void makeUndo();
+    [[nodiscard]] std::optional<lumo::EditedList> listInView() const;
+    bool showListPage(lumo::EditedList list);
+    void showRestored(const lumo::Restored& what);
     void redrawLines(const QList<int>& lines);
     void discard(QWidget* page);
     void openPointPage(int row, ModuleObject* statement, int jointCount);

@@ -5,6 +5,8 @@
 #include "params/paramvaluesdialog.h"
 #include "program/words.h"
 #include "ui_paramconfigwidget.h"
+#include "undo/edit.h"
+#include "undo/steptext.h"
 #include "widgets/messagebox.h"
 
 #include <QSignalBlocker>
@@ -17,6 +19,10 @@ namespace {
 
 constexpr int numberColumn = 0;
 constexpr int nameColumn = 1;
+
+QString nameOf(const ModuleObject* set) {
+    return set->r(field::name)->getString();
+}
 
 bool isNameTaken(const QString& name) {
     const QList<ModuleObject*> sets = m(key::param)->cmobjs();
@@ -79,6 +85,7 @@ void ParamConfigWidget::save() {
 
 void ParamConfigWidget::on_tblWgtGroup_itemChanged(QTableWidgetItem* item) {
     const int row = item->row();
+    const Edit edit(EditedList::Params, steptext::setRenamed(nameOf(m(key::param)->c(row)), item->text()));
     m(key::param)->c(row)->set(this, field::name, item->text());
     save();
     changedLines_.clear();
@@ -121,6 +128,7 @@ void ParamConfigWidget::nameAnswered(bool ok) {
 }
 
 void ParamConfigWidget::addSet(const QString& name) {
+    const Edit edit(EditedList::Params, steptext::setAdded(name));
     auto* set = new ModuleObject;
     set->set(this, field::name, name);
     const QList<ModuleObject*> definitions = m(key::defaultParam)->cmobjs();
@@ -160,6 +168,7 @@ void ParamConfigWidget::deleteSet(ModuleObject* set) {
     if (set->pmobj() != m(key::param) || row >= ui_->tblWgtGroup->rowCount()) {
         return;
     }
+    const Edit edit(EditedList::Params, steptext::setDeleted(nameOf(set)));
     ui_->tblWgtGroup->removeRow(row);
     renumber();
     m(key::param)->remove(this, mIndex(row, QString()));
@@ -188,6 +197,7 @@ void ParamConfigWidget::editValues() {
 void ParamConfigWidget::valuesAnswered(bool ok) {
     logW() << QStringLiteral("ParamConfigWidget::ParamConfigWidget slot isok = ") << ok;
     if (ok) {
+        const Edit edit(EditedList::Params, steptext::setEdited(valuesDialog_->setName()));
         valuesDialog_->save();
         save();
         emit signalparamconfigchangedProgramlist(changedLines_);

@@ -3,6 +3,7 @@
 #include "program/parameters.h"
 #include "program/words.h"
 #include "ui_paramvaluesdialog.h"
+#include "undo/edit.h"
 #include "widgets/dressing.h"
 #include "widgets/watchedlinedialog.h"
 
@@ -120,6 +121,10 @@ void ParamValuesDialog::activateCell(int row, int column) {
     }
 }
 
+QString ParamValuesDialog::setName() const {
+    return set_ ? set_->r(field::name)->getString() : QString();
+}
+
 void ParamValuesDialog::save() {
     if (!set_ || set_->pmobj() != list_) {
         return;
@@ -147,6 +152,7 @@ void ParamValuesDialog::updateProgram(QLatin1String field, double value) {
         }
         const ModuleObject* used = sets->c(lines[line]->r(field::index)->getInt());
         if (!used->isNull() && used->r(field::name)->getString() == setName) {
+            Edit::touch(lines[line]);
             lines[line]->set(this, field, value);
             emit signalparamValueschangedProgram(line);
         }

@@ -24,6 +24,8 @@ public:
     explicit ParamValuesDialog(ModuleObject* set, QWidget* parent = nullptr);
     ~ParamValuesDialog() override;
 
+    /// Name of the set; empty when it is gone.
+    [[nodiscard]] QString setName() const;
     /// Stores the rows in the set as numbers, and copies a changed power or duty cycle to the starts of
     /// welding of the program that use the set. Does nothing if the set was removed from the list.
     void save();

@@ -82,4 +82,10 @@ void InputWatch::removeRow(int row) {
     }
 }
 
+void InputWatch::insertRow(int row) {
+    if (row >= 0 && row < baselines_.size()) {
+        baselines_.insert(row, Baseline());
+    }
+}
+
 }  // namespace lumo

@@ -32,6 +32,8 @@ public:
     void clear();
     /// A station was deleted: the rows below move up.
     void removeRow(int row);
+    /// A station came there: the rows from there on move down.
+    void insertRow(int row);
 
 private:
     /// The level of an input, and which input and edge it belongs to.

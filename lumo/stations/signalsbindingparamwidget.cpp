@@ -6,6 +6,8 @@
 #include "program/words.h"
 #include "stations/stationtable.h"
 #include "ui_signalsbindingparamwidget.h"
+#include "undo/edit.h"
+#include "undo/steptext.h"
 #include "widgets/findingtext.h"
 #include "widgets/messagebox.h"
 #include "widgets/projectchooser.h"
@@ -134,6 +136,9 @@ void SignalsBindingParamWidget::showStation() {
 }
 
 void SignalsBindingParamWidget::save() {
+    const QString name = ui_->lineEdit_stationname->text();
+    const Edit edit(EditedList::Stations,
+                    station_ ? steptext::stationEdited(name) : steptext::stationAdded(name));
     if (!station_) {
         station_ = m(key::signalsConfig)->append(this);
         station_->copyFrom(this, m(key::defaultSignalsConfig));
@@ -144,7 +149,7 @@ void SignalsBindingParamWidget::save() {
     writeEdge(this, station_, StationSignal::StartInput, chosenEdge(ui_->cmbType));
     writeEdge(this, station_, StationSignal::StopInput, chosenEdge(ui_->cmbType_2));
     station_->set(this, field::filePath, ui_->lblProject->text())
-        ->set(this, field::stationName, ui_->lineEdit_stationname->text())
+        ->set(this, field::stationName, name)
         ->set(this, field::time, ui_->lineETime->text())
         ->set(this, field::status, QString());
     saveSettings(Settings::Stations);

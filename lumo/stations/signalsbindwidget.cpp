@@ -8,6 +8,8 @@
 #include "program/words.h"
 #include "stations/stationtable.h"
 #include "ui_signalsbindwidget.h"
+#include "undo/edit.h"
+#include "undo/steptext.h"
 #include "widgets/findingtext.h"
 #include "widgets/messagebox.h"
 
@@ -72,6 +74,7 @@ SignalsBindWidget::SignalsBindWidget(QWidget* parent)
     connect(m(key::robotPower), &ModuleObject::changed, this, &SignalsBindWidget::onPower);
     connect(m(key::triggerPause), &ModuleObject::changed, this, [this] { ++pauses_; });
     connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, this, &SignalsBindWidget::quit);
+    followUndo();
     connect(ui_->tableWidget, &QTableWidget::itemChanged, this, &SignalsBindWidget::onItemChanged);
     connect(ui_->btnAdd, &QPushButton::clicked, this, [this] { emit addBtnClicked(ui_->tableWidget); });
     connect(ui_->btnEdit, &QPushButton::clicked, this, &SignalsBindWidget::editStation);
@@ -365,14 +368,61 @@ void SignalsBindWidget::deleteStation() {
 }
 
 void SignalsBindWidget::removeStation(int row) {
+    const Edit edit(EditedList::Stations,
+                    steptext::stationDeleted(stationAt(row)->c(field::stationName)->getString()));
+    forgetRow(row);
+    m(key::signalsConfig)->remove(this, mIndex(row));
+    dropRow(row);
+    save();
+}
+
+/// A station is about to leave.
+void SignalsBindWidget::forgetRow(int row) {
     withdraw(row);
     starts_.removeRow(row);
     stops_.removeRow(row);
     queue_.removeRow(row);
-    m(key::signalsConfig)->remove(this, mIndex(row));
+}
+
+void SignalsBindWidget::dropRow(int row) {
     ui_->tableWidget->removeRow(row);
     ui_->tableWidget->setCurrentItem(nullptr);  // a second tap must not delete the next row
     renumberStations(ui_->tableWidget);
     fitStations(ui_->tableWidget);
-    save();
+}
+
+// --- Undo -----------------------------------------------------------------------------------------
+
+void SignalsBindWidget::followUndo() {
+    const ModuleObject* const stations = m(key::signalsConfig);
+    connect(stations, &ModuleObject::removed, this, [this](const QString& name, const QObject* sender) {
+        if (sender == History::instance()) {
+            const int row = m(key::signalsConfig)->c(name)->indexInPmobj();
+            forgetRow(row);
+            dropRow(row);
+        }
+    });
+    connect(stations, &ModuleObject::added, this, [this](const QString& name, const QObject* sender) {
+        if (sender == History::instance()) {
+            insertRow(m(key::signalsConfig)->c(name)->indexInPmobj());
+        }
+    });
+    connect(History::instance(), &History::restored, this, &SignalsBindWidget::showRestored);
+}
+
+void SignalsBindWidget::insertRow(int row) {
+    starts_.insertRow(row);
+    stops_.insertRow(row);
+    queue_.insertRow(row);
+    insertStationRow(ui_->tableWidget, row);
+    renumberStations(ui_->tableWidget);
+}
+
+void SignalsBindWidget::showRestored(const Restored& what) {
+    if (what.page != EditedList::Stations || what.row < 0 || what.row >= ui_->tableWidget->rowCount()) {
+        return;
+    }
+    showStation(ui_->tableWidget, what.row, stationAt(what.row));
+    fitStations(ui_->tableWidget);
+    ui_->tableWidget->selectRow(what.row);
 }

@@ -4,6 +4,7 @@
 #include "module/host.h"
 #include "stations/inputwatch.h"
 #include "stations/stationqueue.h"
+#include "undo/history.h"
 
 #include <QTimer>
 #include <QWidget>
@@ -68,6 +69,11 @@ private:
     void editStation();
     void deleteStation();
     void removeStation(int row);
+    void forgetRow(int row);
+    void dropRow(int row);
+    void insertRow(int row);
+    void followUndo();
+    void showRestored(const lumo::Restored& what);
 
     [[nodiscard]] int selectedRow() const;
     [[nodiscard]] bool canServe();

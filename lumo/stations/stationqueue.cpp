@@ -59,4 +59,12 @@ void StationQueue::removeRow(int row) {
     }
 }
 
+void StationQueue::insertRow(int row) {
+    for (Entry& entry : entries_) {
+        for (WaitingStation& station : entry.stations) {
+            station.row += station.row >= row ? 1 : 0;
+        }
+    }
+}
+
 }  // namespace lumo

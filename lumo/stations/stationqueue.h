@@ -42,6 +42,8 @@ public:
     QVector<WaitingStation> withdraw(int row, bool keepFirst);
     /// A station was deleted: the rows below move up.
     void removeRow(int row);
+    /// A station came there: the rows from there on move down.
+    void insertRow(int row);
 
 private:
     QVector<Entry> entries_;

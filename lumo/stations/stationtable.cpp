@@ -65,7 +65,10 @@ QString twoLines(const QString& start, const QString& stop) {
 }  // namespace
 
 void appendStationRow(QTableWidget* table) {
-    const int row = table->rowCount();
+    insertStationRow(table, table->rowCount());
+}
+
+void insertStationRow(QTableWidget* table, int row) {
     table->insertRow(row);
     for (int column = 0; column < table->columnCount(); ++column) {
         auto* cell = new QTableWidgetItem;

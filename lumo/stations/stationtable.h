@@ -28,6 +28,8 @@ enum class StationState { Unknown, Triggered, Running, Untriggered };
 
 /// Appends an empty row with its number.
 void appendStationRow(QTableWidget* table);
+/// The same at a place of its own; the rows below it keep their numbers.
+void insertStationRow(QTableWidget* table, int row);
 /// Numbers the rows from 1.
 void renumberStations(QTableWidget* table);
 /// Shows a station in its row, with the state Unknown.

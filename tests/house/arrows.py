@@ -9,7 +9,7 @@ FLOORS = {"host": [], "program": ["host"], "simulator": ["host"], "lumo": ["prog
           "workcell": ["simulator", "program", "host"], "runner": ["workcell", "simulator", "program", "host"],
           "app": ["workcell", "simulator", "program", "host"],
           "tools": ["app", "workcell", "simulator", "program", "host"]}
-LEVELS = [["module"], ["widgets", "files", "equipment"], ["executor", "editor", "params", "devices", "stations"], ["panel"]]
+LEVELS = [["module"], ["widgets", "files", "equipment"], ["undo"], ["executor", "editor", "params", "devices", "stations"], ["panel"]]
 LEVEL = {room: level for level, rooms in enumerate(LEVELS) for room in rooms}
 
 root = pathlib.Path(sys.argv[1])

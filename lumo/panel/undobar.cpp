@@ -1,0 +1,100 @@
+#include "panel/undobar.h"
+
+#include "executor/lumoexecutor.h"
+#include "module/globals.h"
+#include "program/words.h"
+#include "widgets/messagebox.h"
+
+#include <QHBoxLayout>
+#include <QShortcut>
+#include <QToolButton>
+#include <QToolTip>
+
+#include <utility>
+
+using namespace prog;
+
+namespace lumo {
+
+UndoBar::UndoBar(Panel panel, QWidget* page)
+    : QWidget(page),
+      panel_(std::move(panel)),
+      undo_(makeButton("btnUndo", ":/img/LaserIcon_undo.png", History::Way::Undo)),
+      redo_(makeButton("btnRedo", ":/img/LaserIcon_redo.png", History::Way::Redo)) {
+    auto* const row = new QHBoxLayout(this);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(4);
+    row->addWidget(undo_);
+    row->addWidget(redo_);
+    addKey(QKeySequence(Qt::CTRL | Qt::Key_Z), History::Way::Undo);
+    addKey(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z), History::Way::Redo);
+    addKey(QKeySequence(Qt::CTRL | Qt::Key_Y), History::Way::Redo);
+    connect(History::instance(), &History::changed, this, &UndoBar::refresh);
+    connect(m(key::executeState), &ModuleObject::changed, this, &UndoBar::refresh);
+    connect(m(key::robotPower), &ModuleObject::changed, this, &UndoBar::refresh);
+    if (executor) {
+        connect(executor, &LumoExecutor::activityChanged, this, &UndoBar::refresh);
+    }
+    refresh();
+}
+
+QToolButton* UndoBar::makeButton(const char* name, const char* icon, History::Way way) {
+    auto* const button = new QToolButton(this);
+    button->setObjectName(QLatin1String(name));
+    button->setIcon(QIcon(QLatin1String(icon)));
+    button->setIconSize({26, 26});
+    button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    connect(button, &QToolButton::clicked, this, [this, way] { go(way); });
+    return button;
+}
+
+void UndoBar::addKey(const QKeySequence& keys, History::Way way) {
+    auto* const shortcut = new QShortcut(keys, parentWidget());
+    shortcut->setContext(Qt::WidgetWithChildrenShortcut);
+    connect(shortcut, &QShortcut::activated, this, [this, way] { go(way); });
+}
+
+/// As editing by hand: the program is locked while the drives have power.
+bool UndoBar::isLocked(EditedList list) const {
+    return isRunning() || panel_.isForm() ||
+           (list == EditedList::Program && m(key::robotPower)->getString() == word::on);
+}
+
+void UndoBar::refresh() {
+    showStep(undo_, History::Way::Undo, tr("撤销"), QStringLiteral("Ctrl+Z"));
+    showStep(redo_, History::Way::Redo, tr("重做"), QStringLiteral("Ctrl+Shift+Z"));
+}
+
+void UndoBar::showStep(QToolButton* button, History::Way way, const QString& word, const QString& keys) {
+    const std::optional<History::Step> step = History::instance()->next(way);
+    button->setEnabled(step && !isLocked(step->page));
+    button->setToolTip((step ? tr("%1：%2").arg(word, step->text) : word) +
+                       QStringLiteral(" (%1)").arg(keys));
+}
+
+void UndoBar::go(History::Way way) {
+    const std::optional<History::Step> step = History::instance()->next(way);
+    if (!step) {
+        return;
+    }
+    if (isRunning()) {
+        showMessage(QMessageBox::Warning, tr("运行错误"), tr("当前不是空闲状态"));
+    } else if (isLocked(step->page)) {
+        tell(panel_.isForm() ? tr("请先关闭当前页面") : tr("机器人上电时不能编辑程序"));
+    } else if (panel_.inView() == step->page) {
+        History::instance()->go(way);
+    } else if (panel_.show(step->page)) {
+        tell((way == History::Way::Undo ? tr("再按一次将撤销：%1") : tr("再按一次将重做：%1"))
+                 .arg(step->text));
+    } else {
+        tell(tr("该步骤所在的页面已锁定：%1").arg(step->text));
+    }
+}
+
+void UndoBar::tell(const QString& text) const {
+    constexpr int shownMs = 5000;
+    QToolTip::showText(undo_->mapToGlobal(QPoint(undo_->width(), -undo_->height())), text, undo_, QRect(),
+                       shownMs);
+}
+
+}  // namespace lumo
