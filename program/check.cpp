@@ -136,9 +136,10 @@ std::optional<Fault> typeFault(const Record& statement) {
     return statementRow(type.text()) ? std::nullopt : std::make_optional(Fault::TypeUnknown);
 }
 
-Findings checkProgram(const Record& program, const Record& sets, const Record& ports, const CellFacts& cell) {
-    const ProgramLines lines = ProgramLines::of(program);
-    const RunProgram values(lines.statements);
+Findings checkProgram(const Record& program, const Record& sets, const Record& ports, const CellFacts& cell,
+                      const ArmModel* arm) {
+    const ProgramLines lines(program);
+    const RunProgram values(lines);
     const std::vector<LaserParams> params = LaserParams::allFrom(sets);
     const PortTable table(ports);
     FieldLimits limits;
@@ -147,16 +148,19 @@ Findings checkProgram(const Record& program, const Record& sets, const Record& p
     limits.axes = cell.axes;
     Collector found(Document::Project);
     for (int line = 0; line < values.lineCount(); ++line) {
-        const auto position = static_cast<std::size_t>(line);
-        found.lookAt(lines.elements[position], line, values.isExecuted(line));
-        checkLine(lines.statements[position], values.statement(line), limits, sets, table, cell, &found);
+        found.lookAt(lines.elementOf(line), line, values.isExecuted(line));
+        checkLine(lines.statement(line), values.statement(line), limits, sets, table, cell, &found);
     }
-    checkToolset(program, lines.toolset, &found);
+    checkToolset(program, lines.toolset(), &found);
     PortNeeds needs(table, cell);
-    WeldCheck(values, lines.elements, params, cell, &needs, &found).walk();
+    WeldCheck(values, lines.elements(), params, cell, &needs, &found).walk();
     Findings all = found.take();
     const Findings ofPorts = needs.take();
     all.insert(all.end(), ofPorts.begin(), ofPorts.end());
+    for (Finding& finding : arm ? checkReach(values, *arm) : Findings()) {
+        finding.element = lines.elementOf(finding.line);
+        all.push_back(finding);
+    }
     return all;
 }
 

@@ -41,10 +41,10 @@ struct CellFacts {
 // The documents are lists: a node of the tree, or the content of a file. Findings come in the order of their
 // elements.
 
-/// All rules of a program but the reach: its statements (and the tool set of a project file), and the ports
-/// that its welds need. The work is linear in the lines.
+/// All rules of a program: its statements (and the tool set of a project file), then the ports that its welds
+/// need, then, with an arm, its reach. The work is linear in the lines; the reach takes longest by far.
 [[nodiscard]] Findings checkProgram(const Record& program, const Record& sets, const Record& ports,
-                                    const CellFacts& cell);
+                                    const CellFacts& cell, const ArmModel* arm = nullptr);
 /// Parameter sets.
 [[nodiscard]] Findings checkParameters(const Record& sets);
 /// The assignment of the ports, whatever uses them.

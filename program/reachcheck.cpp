@@ -79,7 +79,7 @@ Finding findingOf(const ReachFault& fault, int line) {
 /// The speed of a move that an arm can be asked for; 0 for every other line. `inWeld`: whether the line lies
 /// in a weld, and then whether the next does.
 double speedOfMove(const RunProgram& program, int line, bool* inWeld, std::size_t axes) {
-    const Statement& statement = program.statement(line);
+    const Statement statement = program.statement(line);
     if (!statement.executed) {
         return 0.0;
     }

@@ -15,7 +15,7 @@ using Kind = mendo::Branch::Kind;
 
 namespace {
 
-std::variant<QJsonValue, NodeRef> sourceOf(const mendo::ModuleObject* node) {
+std::variant<QJsonValue, NodeRef, const ElementSource*> sourceOf(const mendo::ModuleObject* node) {
     if (!node || node->isNull()) {
         return QJsonValue(QJsonValue::Undefined);
     }
@@ -30,6 +30,13 @@ Record::Record(const mendo::ModuleObject* node) : source_(sourceOf(node)) {}
 Record::Record(const QJsonValue& json) : source_(json) {}
 
 Record::Record(const QJsonObject& json) : source_(QJsonValue(json)) {}
+
+Record::Record(const ElementSource& list) : source_(&list) {}
+
+const ElementSource* Record::list() const {
+    const auto* const source = std::get_if<const ElementSource*>(&source_);
+    return source ? *source : nullptr;
+}
 
 QJsonValue Record::json() const {
     const QJsonValue* const value = std::get_if<QJsonValue>(&source_);
@@ -66,11 +73,14 @@ Record Record::at(int position) const {
     if (position < 0 || position >= size()) {
         return Record(QJsonValue(QJsonValue::Undefined));
     }
+    if (list()) {
+        return Record(list()->element(position));
+    }
     return node() ? Record(node()->child(position)) : Record(json().toArray().at(position));
 }
 
 bool Record::exists() const {
-    return node() || !json().isUndefined();
+    return node() || list() || !json().isUndefined();
 }
 
 bool Record::isMissing() const {
@@ -82,12 +92,15 @@ bool Record::isMap() const {
 }
 
 bool Record::isList() const {
-    return node() ? node()->kind() == Kind::List : json().isArray();
+    return list() || (node() ? node()->kind() == Kind::List : json().isArray());
 }
 
 int Record::size() const {
     if (node()) {
         return node()->size();
+    }
+    if (list()) {
+        return list()->elementCount();
     }
     return isMap() ? json().toObject().size() : json().toArray().size();
 }

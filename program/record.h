@@ -12,6 +12,21 @@
 
 namespace prog {
 
+/// A list of JSON values that are read when they are asked for, so that a long file needs no memory for all
+/// of them at once.
+class ElementSource {
+public:
+    virtual ~ElementSource() = default;
+    [[nodiscard]] virtual int elementCount() const = 0;
+    /// `position` is one of the list.
+    [[nodiscard]] virtual QJsonValue element(int position) const = 0;
+
+protected:
+    ElementSource() = default;
+    ElementSource(const ElementSource&) = default;
+    ElementSource& operator=(const ElementSource&) = default;
+};
+
 /// A node of the data tree, or a value of a JSON document, read by the same rules.
 ///
 /// What is missing, or does not convert, gives the default; text and numbers convert both ways (the rules
@@ -22,6 +37,8 @@ public:
     Record(const mendo::ModuleObject* node);  // NOLINT(google-explicit-constructor)
     Record(const QJsonValue& json);           // NOLINT(google-explicit-constructor)
     Record(const QJsonObject& json);          // NOLINT(google-explicit-constructor)
+    /// The list, which must outlive the record.
+    Record(const ElementSource& list);  // NOLINT(google-explicit-constructor)
 
     /// What stands at a dotted path of names.
     [[nodiscard]] Record at(QLatin1String path) const;
@@ -51,9 +68,10 @@ private:
     explicit Record(const mendo::NodeRef& node) : source_(node) {}
     [[nodiscard]] Record child(QLatin1String name) const;
     [[nodiscard]] const mendo::NodeRef* node() const { return std::get_if<mendo::NodeRef>(&source_); }
+    [[nodiscard]] const ElementSource* list() const;
     [[nodiscard]] QJsonValue json() const;
 
-    std::variant<QJsonValue, mendo::NodeRef> source_;
+    std::variant<QJsonValue, mendo::NodeRef, const ElementSource*> source_;
 };
 
 template <typename Visit>

@@ -2,16 +2,10 @@
 
 #include "program/words.h"
 
+#include <iterator>
+#include <utility>
+
 namespace prog {
-
-namespace {
-
-LineKind kindOf(const Statement& statement) {
-    return {statement.moves, statement.type == StatementType::Open, statement.type == StatementType::Close,
-            statement.executed};
-}
-
-}  // namespace
 
 LineKind LineKind::of(const Record& statement) {
     const QString type = statement.at(field::type).text();
@@ -90,47 +84,48 @@ bool WeldPairs::match() const {
     return true;
 }
 
-ProgramLines ProgramLines::of(const Record& program) {
-    ProgramLines lines;
+ProgramLines::ProgramLines(const Record& program) : program_(program) {
     const int count = program.size();
-    lines.statements.reserve(static_cast<std::size_t>(count));
-    lines.elements.reserve(static_cast<std::size_t>(count));
+    elements_.reserve(static_cast<std::size_t>(count));
     for (int element = 0; element < count; ++element) {
-        const Record record = program.at(element);
-        if (lines.toolset < 0 && record.at(field::end).exists()) {
-            lines.toolset = element;
+        if (toolset_ < 0 && program.at(element).at(field::end).exists()) {
+            toolset_ = element;
         } else {
-            lines.statements.push_back(record);
-            lines.elements.push_back(element);
+            elements_.push_back(element);
         }
     }
-    return lines;
 }
 
 RunProgram::RunProgram(const Record& program) {
-    const int count = program.size();
+    read(program.size(), [&program](int line) { return program.at(line); });
+}
+
+RunProgram::RunProgram(const ProgramLines& lines) {
+    read(lines.count(), [&lines](int line) { return lines.statement(line); });
+}
+
+RunProgram::RunProgram(const Record& program, const ElementSource& source) : source_(&source) {
+    read(program.size(), [&program](int line) { return program.at(line); });
+}
+
+void RunProgram::read(int count, const std::function<Record(int)>& recordAt) {
     lines_.reserve(static_cast<std::size_t>(count));
+    statements_.reserve(source_ ? 0 : static_cast<std::size_t>(count));
     int open = -1;
     std::optional<Target> target;
     for (int line = 0; line < count; ++line) {
-        append(program.at(line), &open, &target);
-    }
-}
-
-RunProgram::RunProgram(const std::vector<Record>& statements) {
-    lines_.reserve(statements.size());
-    int open = -1;
-    std::optional<Target> target;
-    for (const Record& record : statements) {
-        append(record, &open, &target);
+        Statement statement = Statement::from(recordAt(line));
+        append(statement, &open, &target);
+        if (!source_) {
+            statements_.push_back(std::move(statement));
+        }
     }
 }
 
 /// `open` and `target` are those before the line, and then those before the next.
-void RunProgram::append(const Record& record, int* open, std::optional<Target>* target) {
-    lines_.push_back({Statement::from(record), *open, *target});
-    const Statement& statement = lines_.back().statement;
-    const int line = lineCount() - 1;
+void RunProgram::append(const Statement& statement, int* open, std::optional<Target>* target) {
+    const int line = lineCount();
+    lines_.push_back({statement.type, statement.moves, statement.executed, *open, *target});
     if (statement.type == StatementType::Open) {
         *open = line;
     }
@@ -139,24 +134,41 @@ void RunProgram::append(const Record& record, int* open, std::optional<Target>* 
     }
 }
 
-const Statement& RunProgram::statement(int line) const {
-    return lines_.at(static_cast<std::size_t>(line)).statement;
+Statement RunProgram::statement(int line) const {
+    if (!source_) {
+        return statements_.at(static_cast<std::size_t>(line));
+    }
+    constexpr std::size_t most = 32;
+    const auto known = lastAsked_.find(line);
+    if (known != lastAsked_.end()) {
+        return known->second;
+    }
+    if (lastAsked_.size() >= most) {  // the line farthest from this one: a run goes forward
+        const auto first = lastAsked_.begin();
+        const auto last = std::prev(lastAsked_.end());
+        lastAsked_.erase(line - first->first > last->first - line ? first : last);
+    }
+    return lastAsked_.emplace(line, Statement::from(source_->element(line))).first->second;
 }
 
 bool RunProgram::isMove(int line) const {
-    return line >= 0 && line < lineCount() && statement(line).moves;
+    return line >= 0 && line < lineCount() && at(line).moves;
 }
 
 bool RunProgram::isExecuted(int line) const {
-    return line >= 0 && line < lineCount() && statement(line).executed;
+    return line >= 0 && line < lineCount() && at(line).executed;
 }
 
 KindOfLine RunProgram::kinds() const {
-    return [this](int line) { return kindOf(statement(line)); };
+    return [this](int line) {
+        const Line& of = at(line);
+        return LineKind{of.moves, of.type == StatementType::Open, of.type == StatementType::Close,
+                        of.executed};
+    };
 }
 
 int RunProgram::openBefore(int line) const {
-    return lines_.at(static_cast<std::size_t>(line)).openBefore;
+    return at(line).openBefore;
 }
 
 int RunProgram::weldOf(int line) const {
@@ -180,20 +192,20 @@ double RunProgram::speedMmPerS(int line, bool weldOpen) const {
 }
 
 std::optional<RunProgram::Target> RunProgram::targetBefore(int line) const {
-    return lines_.at(static_cast<std::size_t>(line)).targetBefore;
+    return at(line).targetBefore;
 }
 
-const TaughtPoint& RunProgram::point(const Target& target) const {
-    const Statement& move = statement(target.line);
+TaughtPoint RunProgram::point(const Target& target) const {
+    const Statement move = statement(target.line);
     return target.isPoint1 ? move.point1 : move.point;
 }
 
 CircleFault RunProgram::circleFaultAt(int line) const {
-    const Statement& circle = statement(line);
     const std::optional<Target> start = targetBefore(line);
-    if (!start || circle.type != StatementType::MoveCC) {
+    if (!start || at(line).type != StatementType::MoveCC) {
         return CircleFault::None;
     }
+    const Statement circle = statement(line);
     return circleFault(point(*start).trans, circle.point.trans, circle.point1.trans);
 }
 

@@ -7,6 +7,7 @@
 #include <QVector>
 
 #include <functional>
+#include <map>
 #include <optional>
 #include <vector>
 
@@ -49,24 +50,37 @@ struct WeldPairs {
 };
 
 /// The statements of a list. A project file holds the tool set as well: the first element with the key `end`.
-struct ProgramLines {
-    static ProgramLines of(const Record& program);
+class ProgramLines {
+public:
+    explicit ProgramLines(const Record& program);
 
-    std::vector<Record> statements;
-    std::vector<int> elements;  ///< where each statement stands in the list
-    int toolset = -1;           ///< position of the tool set in the list; -1 without one
+    [[nodiscard]] int count() const { return static_cast<int>(elements_.size()); }
+    [[nodiscard]] Record statement(int line) const { return program_.at(elementOf(line)); }
+    /// Where each statement stands in the list.
+    [[nodiscard]] const std::vector<int>& elements() const { return elements_; }
+    [[nodiscard]] int elementOf(int line) const { return elements_[static_cast<std::size_t>(line)]; }
+    /// Position of the tool set in the list; -1 without one.
+    [[nodiscard]] int toolset() const { return toolset_; }
+
+private:
+    Record program_;
+    std::vector<int> elements_;
+    int toolset_ = -1;
 };
 
-/// A program as values, read once. The answers that look back over many lines are worked out then.
+/// A program as values. The answers that look back over many lines are worked out once.
 class RunProgram {
 public:
-    /// The list of statements: a node of the tree, or the array of a project file.
+    /// The list of statements: a node of the tree, or the array of a project file. All are read now.
     explicit RunProgram(const Record& program);
-    explicit RunProgram(const std::vector<Record>& statements);
+    explicit RunProgram(const ProgramLines& lines);
+    /// The same for a long program: what holds of each line is read from `program` now, its values from
+    /// `source`, which has the same statements and must outlive this, when they are asked for.
+    RunProgram(const Record& program, const ElementSource& source);
 
     [[nodiscard]] int lineCount() const { return static_cast<int>(lines_.size()); }
     /// `line` is one of the program, here and below, but where it says otherwise.
-    [[nodiscard]] const Statement& statement(int line) const;
+    [[nodiscard]] Statement statement(int line) const;
     /// False for lines outside.
     [[nodiscard]] bool isMove(int line) const;
     /// False for lines outside.
@@ -90,7 +104,7 @@ public:
     /// That of the nearest move before, executed or not; a full circle ends where it began. Empty where the
     /// robot has its posture from before the program.
     [[nodiscard]] std::optional<Target> targetBefore(int line) const;
-    [[nodiscard]] const TaughtPoint& point(const Target& target) const;
+    [[nodiscard]] TaughtPoint point(const Target& target) const;
 
     /// What is wrong with a full circle whose first point is taught.
     [[nodiscard]] CircleFault circleFaultAt(int line) const;
@@ -99,15 +113,21 @@ public:
 
 private:
     struct Line {
-        Statement statement;
+        StatementType type;
+        bool moves, executed;
         int openBefore;
         std::optional<Target> targetBefore;
     };
 
+    [[nodiscard]] const Line& at(int line) const { return lines_.at(static_cast<std::size_t>(line)); }
     [[nodiscard]] KindOfLine kinds() const;
-    void append(const Record& record, int* open, std::optional<Target>* target);
+    void read(int count, const std::function<Record(int line)>& recordAt);
+    void append(const Statement& statement, int* open, std::optional<Target>* target);
 
     std::vector<Line> lines_;
+    std::vector<Statement> statements_;           ///< without a source
+    const ElementSource* source_ = nullptr;       ///< of statements that are read when they are asked for
+    mutable std::map<int, Statement> lastAsked_;  ///< by their lines
 };
 
 }  // namespace prog

@@ -36,7 +36,7 @@ void WeldCheck::lookAt(int line) {
 
 void WeldCheck::walk() {
     for (int line = 0; line < program_.lineCount(); ++line) {
-        const Statement& statement = program_.statement(line);
+        const Statement statement = program_.statement(line);
         lookAt(line);
         if (statement.moves) {
             checkArc(line, statement.executed);
@@ -112,7 +112,7 @@ void WeldCheck::close(int line) {
 
 /// A delay or an input in a weld.
 void WeldCheck::stand(int line) {
-    const Statement& statement = program_.statement(line);
+    const Statement statement = program_.statement(line);
     if (statement.type == StatementType::Delay && statement.delayMs > cell_.standingMs) {
         found_.add(Fault::StandingDelay, field::delaytime, {statement.delayMs});
     } else if (statement.type == StatementType::WaitDI && !statement.signal.name().isEmpty()) {
@@ -121,7 +121,7 @@ void WeldCheck::stand(int line) {
 }
 
 void WeldCheck::move(int line) {
-    const Statement& statement = program_.statement(line);
+    const Statement statement = program_.statement(line);
     lastStart_ = at_;
     double lengthM = std::numeric_limits<double>::infinity();
     const bool hasPoint1 = statement.type == StatementType::MoveC || statement.type == StatementType::MoveCC;
@@ -144,7 +144,7 @@ void WeldCheck::move(int line) {
 }
 
 void WeldCheck::checkArc(int line, bool executed) {
-    const Statement& statement = program_.statement(line);
+    const Statement statement = program_.statement(line);
     const bool isCircle = statement.type == StatementType::MoveCC;
     if ((!isCircle && statement.type != StatementType::MoveC) || !statement.point.taught ||
         !statement.point1.taught) {
@@ -192,7 +192,7 @@ double WeldCheck::lengthInZoneM(const Statement& move) const {
 /// The close begins when the tool enters the zone at the end of the weld's last move; the laser is on for the
 /// length of the ramp from there.
 void WeldCheck::checkZone() {
-    const Statement& move = program_.statement(lastMove_);
+    const Statement move = program_.statement(lastMove_);
     if (set_ < 0 || !program_.isLastBeforeClose(lastMove_)) {
         return;
     }

@@ -2,6 +2,7 @@
 
 #include "json/jsonfile.h"
 #include "workcell/commandline.h"
+
 namespace run {
 
 QString Problem::text() const {
@@ -14,21 +15,23 @@ QString Problem::text() const {
 
 std::optional<InputArray> InputArray::read(const QString& file, const QString& shown, Problem* problem) {
     mendo::FileProblem found;
-    const std::optional<mendo::JsonText> text = mendo::readJsonFile(file, &found);
+    const std::optional<mendo::JsonText> text =
+        mendo::readJsonFile(file, &found, mendo::JsonText::Reading::ByElement);
     *problem = {shown, found.place, found.text()};
     return text ? from(*text, shown, problem) : std::nullopt;
 }
 
 std::optional<InputArray> InputArray::parse(const QByteArray& text, const QString& shown, Problem* problem) {
     mendo::FileProblem found;
-    const std::optional<mendo::JsonText> json = mendo::JsonText::parse(text, &found);
+    const std::optional<mendo::JsonText> json =
+        mendo::JsonText::parse(text, &found, mendo::JsonText::Reading::ByElement);
     *problem = {shown, found.place, found.text()};
     return json ? from(*json, shown, problem) : std::nullopt;
 }
 
 std::optional<InputArray> InputArray::from(const mendo::JsonText& text, const QString& shown,
                                            Problem* problem) {
-    if (text.value().isArray()) {
+    if (text.isArray()) {
         return InputArray(text, shown);
     }
     *problem = {shown, text.place(), mendo::FileProblem::Reason{mendo::FileProblem::Kind::NoArray}.text()};

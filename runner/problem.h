@@ -1,9 +1,9 @@
 #pragma once
 
 #include "json/jsontext.h"
+#include "program/record.h"
 
 #include <QByteArray>
-#include <QJsonArray>
 #include <QString>
 
 #include <optional>
@@ -21,8 +21,8 @@ struct Problem {
     QString text() const;
 };
 
-/// An input file that holds a JSON array.
-class InputArray {
+/// An input file that holds a JSON array. Its elements are read from the text when they are asked for.
+class InputArray : public prog::ElementSource {
 public:
     /// Nothing, with the reason in `problem`, when the file cannot be read, is no JSON or holds no array.
     /// `shown` is the name used in problems.
@@ -33,7 +33,6 @@ public:
     static std::optional<InputArray> from(const mendo::JsonText& text, const QString& shown,
                                           Problem* problem);
 
-    const QJsonArray& array() const { return array_; }
     /// The name used in problems.
     const QString& shown() const { return shown_; }
     /// The place of the value of a dotted path in an element, of the element for an empty path, of the array
@@ -41,19 +40,10 @@ public:
     mendo::TextPlace place(int element, const QString& path) const;
     /// See JsonText::duplicates.
     std::vector<mendo::JsonText::Duplicate> duplicates() const { return text_.duplicates(); }
-    int size() const { return text_.elementCount(); }
-    /// One element, read from the text again.
-    QJsonValue element(int element) const { return text_.element(element); }
-    /// Frees text and values.
-    void clear() {
-        forgetValues();
-        text_.clear();
-    }
-    /// Frees the values, which take several times the memory of the text; element() still reads them.
-    void forgetValues() {
-        array_ = QJsonArray();
-        text_.forgetValue();
-    }
+    int elementCount() const override { return text_.elementCount(); }
+    QJsonValue element(int position) const override { return text_.element(position); }
+    /// Frees the text: an empty array remains.
+    void clear() { text_.clear(); }
 
     /// A problem at such a place.
     Problem problemAt(int element, const QString& path, const QString& reason) const;
@@ -62,12 +52,10 @@ public:
     QByteArray compact(int element) const { return text_.compact(element); }
 
 private:
-    InputArray(const mendo::JsonText& text, const QString& shown)
-        : text_(text), shown_(shown), array_(text.value().toArray()) {}
+    InputArray(const mendo::JsonText& text, const QString& shown) : text_(text), shown_(shown) {}
 
     mendo::JsonText text_;
     QString shown_;
-    QJsonArray array_;
 };
 
 /// One line on standard error: "lumo-run: TEXT".

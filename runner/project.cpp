@@ -18,12 +18,19 @@ QString projectOf(const QJsonValue& station) {
 
 }  // namespace
 
-Project::Project(const InputArray& text)
-    : text_(text), elements_(prog::ProgramLines::of(QJsonValue(text.array())).elements) {}
+Project::Project(const InputArray& text) : text_(text), elements_(prog::ProgramLines(text).elements()) {}
 
 std::optional<Project> Project::read(const QString& file, const QString& shown, Problem* problem) {
     const std::optional<InputArray> text = InputArray::read(file, shown, problem);
     return text ? std::make_optional(Project(*text)) : std::nullopt;
+}
+
+QJsonArray Project::content() const {
+    QJsonArray all;
+    for (int element = 0; element < text_.elementCount(); ++element) {
+        all.append(text_.element(element));
+    }
+    return all;
 }
 
 int Project::elementOf(int line) const {
@@ -37,7 +44,7 @@ int Project::lineOf(int element) const {
 
 std::optional<Problem> Project::structureFault() const {
     for (const int element : elements_) {
-        const QJsonValue value = content().at(element);
+        const QJsonValue value = text_.element(element);
         const QString who = QStringLiteral("element %1: ").arg(element + 1);
         prog::Finding finding;
         if (!value.isObject()) {
@@ -59,7 +66,7 @@ QJsonValue Project::toolset() const {
     while (element < statementCount() && elements_[std::size_t(element)] == element) {
         ++element;
     }
-    return element < text_.size() ? text_.element(element) : QJsonValue(QJsonValue::Undefined);
+    return element < text_.elementCount() ? text_.element(element) : QJsonValue(QJsonValue::Undefined);
 }
 
 std::optional<StationList> StationList::read(const QString& folder, const QString& shown, Problem* problem) {
@@ -76,8 +83,8 @@ std::optional<StationList> StationList::read(const QString& folder, const QStrin
     if (!list.text_) {
         return std::nullopt;
     }
-    for (const QJsonValue station : list.text_->array()) {
-        const QString project = projectOf(station);
+    for (int row = 0; row < list.text_->elementCount(); ++row) {
+        const QString project = projectOf(list.text_->element(row));
         if (!project.isEmpty() && !list.projects_.contains(project)) {
             list.projects_.append(project);
         }
@@ -87,8 +94,8 @@ std::optional<StationList> StationList::read(const QString& folder, const QStrin
 
 std::vector<int> StationList::rowsOf(const QString& project) const {
     std::vector<int> rows;
-    for (int row = 0; text_ && row < text_->array().size(); ++row) {
-        if (projectOf(text_->array().at(row)) == project) {
+    for (int row = 0; text_ && row < text_->elementCount(); ++row) {
+        if (projectOf(text_->element(row)) == project) {
             rows.push_back(row);
         }
     }

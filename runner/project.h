@@ -21,7 +21,7 @@ public:
     explicit Project(const InputArray& text);
 
     /// The whole file, the tool set included.
-    const QJsonArray& content() const { return text_.array(); }
+    QJsonArray content() const;
     const InputArray& text() const { return text_; }
     int statementCount() const { return int(elements_.size()); }
     /// Where a statement, and -1 for none, stands in the file.
@@ -32,8 +32,6 @@ public:
     QJsonValue statement(int line) const { return text_.element(elements_[std::size_t(line)]); }
     /// The tool set; undefined without one.
     QJsonValue toolset() const;
-    /// Frees what content() returns, of which only a check has a use.
-    void forgetContent() { text_.forgetValues(); }
     /// Frees everything: the project is in the tree.
     void clear() {
         text_.clear();

@@ -72,7 +72,7 @@ ReportedFinding PlacedFinding::reported() const {
 }
 
 prog::Record RunInput::File::content() const {
-    return text ? prog::Record(QJsonValue(text->array())) : prog::Record(QJsonValue(QJsonValue::Undefined));
+    return text ? prog::Record(*text) : prog::Record(QJsonValue(QJsonValue::Undefined));
 }
 
 bool RunInput::readProgram(Problem* problem) {
@@ -145,9 +145,9 @@ void RunInput::readScenario(const QStringList& inputs) {
 
 void RunInput::checkProject(const Project& project, const prog::CellFacts& cell, const prog::ArmModel& arm) {
     const File file{project.text().shown(), project.text()};
-    const prog::Record content = file.content();
     prog::Findings ofPorts, ofProject;
-    for (Finding& finding : prog::checkProgram(content, parameters_.content(), ports_.content(), cell)) {
+    for (Finding& finding :
+         prog::checkProgram(project.text(), parameters_.content(), ports_.content(), cell, &arm)) {
         if (finding.document == Document::Ports && ports_.text) {
             ofPorts.push_back(finding);
             continue;
@@ -159,14 +159,9 @@ void RunInput::checkProject(const Project& project, const prog::CellFacts& cell,
         }
         ofProject.push_back(finding);
     }
-    const prog::ProgramLines lines = prog::ProgramLines::of(content);
-    for (Finding& finding : prog::checkReach(prog::RunProgram(lines.statements), arm)) {
-        finding.element = project.elementOf(finding.line);
-        ofProject.push_back(finding);
-    }
     add(ports_, ofPorts);
     add(file, ofProject);
-    addDuplicates(file, Document::Project);
+    addDuplicates(file, Document::Project, &project);
 }
 
 void RunInput::checkStations(const prog::CellFacts& cell, const prog::ArmModel& arm) {
@@ -223,18 +218,16 @@ void RunInput::add(const File& file, const prog::Findings& findings) {
         PlacedFinding placed{finding, file.shown, {}, prog::englishText(finding)};
         if (file.text) {
             placed.place = file.text->place(finding.element, finding.path);
-            placed.text = subject(finding, file.text->array().at(finding.element)) + placed.text;
+            placed.text = subject(finding, file.text->element(finding.element)) + placed.text;
         }
         findings_.push_back(placed);
     }
 }
 
-void RunInput::addDuplicates(const File& file, Document document) {
+void RunInput::addDuplicates(const File& file, Document document, const Project* project) {
     if (!file.text) {
         return;
     }
-    const std::optional<Project> project =
-        document == Document::Project ? std::make_optional(Project(*file.text)) : std::nullopt;
     for (const mendo::JsonText::Duplicate& duplicate : file.text->duplicates()) {
         Finding finding;
         finding.fault = Fault::FieldDuplicate;
@@ -245,7 +238,7 @@ void RunInput::addDuplicates(const File& file, Document document) {
         finding.arguments = {duplicate.path};
         findings_.push_back(
             {finding, file.shown, duplicate.place,
-             subject(finding, file.text->array().at(duplicate.element)) + prog::englishText(finding)});
+             subject(finding, file.text->element(duplicate.element)) + prog::englishText(finding)});
     }
 }
 

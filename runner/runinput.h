@@ -70,7 +70,8 @@ private:
     void checkProject(const Project& project, const prog::CellFacts& cell, const prog::ArmModel& arm);
     void addUnreadable(const Problem& problem, prog::Document document);
     void add(const File& file, const prog::Findings& findings);
-    void addDuplicates(const File& file, prog::Document document);
+    /// `project`: the file as a project, where it is one.
+    void addDuplicates(const File& file, prog::Document document, const Project* project = nullptr);
     void sort();
     bool isRefused() const;
     QString optionFault() const;

@@ -388,8 +388,8 @@ std::optional<Scenario> Scenario::read(const QString& file, const QString& shown
 Scenario Scenario::fromText(const InputArray& text, const QStringList& inputs, const QString& folder) {
     Scenario scenario;
     scenario.text_ = text;
-    for (int i = 0; i < text.array().size(); ++i) {
-        scenario.check(i, text.array().at(i).toObject(), inputs, folder);
+    for (int i = 0; i < text.elementCount(); ++i) {
+        scenario.check(i, text.element(i).toObject(), inputs, folder);
     }
     std::stable_sort(scenario.entries_.begin(), scenario.entries_.end(),
                      [](const ScenarioEntry& a, const ScenarioEntry& b) { return a.atMs < b.atMs; });
@@ -409,7 +409,7 @@ void Scenario::check(int element, const QJsonObject& entry, const QStringList& i
         finding.arguments = {argument};
         findings_.push_back(finding);
     };
-    if (!text_->array().at(element).isObject()) {
+    if (!text_->element(element).isObject()) {
         tell(prog::Fault::NoRecord, {}, {});
         return;
     }

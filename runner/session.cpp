@@ -313,7 +313,6 @@ void Session::begin() {
         if (program_) {
             tree_.loadProject(*program_);
         } else {
-            project_->forgetContent();
             tree_.loadProject(*project_);
         }
         project_->clear();

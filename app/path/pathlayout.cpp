@@ -60,7 +60,7 @@ void Layout::addBatch(int line, int end) {
 }
 
 void Layout::addMove(int line) {
-    const Statement& statement = program_.statement(line);
+    const Statement statement = program_.statement(line);
     PathMove move;
     move.line = line;
     move.weld = program_.weldOf(line) >= 0;

@@ -66,7 +66,7 @@ bool RunEstimate::advance(int lines) {
 }
 
 void RunEstimate::passLine(int line) {
-    const Statement& statement = program_.statement(line);
+    const Statement statement = program_.statement(line);
     if (statement.moves) {
         if (line >= batchTo_) {
             queueBatch(line);
@@ -133,7 +133,7 @@ void RunEstimate::queueBatch(int line) {
 
 sim::MotionCommand RunEstimate::motionOf(int line) {
     using Kind = sim::MotionCommand::Kind;
-    const Statement& statement = program_.statement(line);
+    const Statement statement = program_.statement(line);
     sim::MotionCommand motion;
     motion.id = line;
     motion.speed = program_.speedMmPerS(line, weldOpen_) / prog::mmPerM;

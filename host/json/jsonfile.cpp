@@ -105,10 +105,12 @@ bool isMissing(const QString& fileName) {
            (errno == ENOENT || errno == ENOTDIR);
 }
 
-std::optional<JsonText> readJsonFile(const QString& fileName, FileProblem* problem) {
+std::optional<JsonText> readJsonFile(const QString& fileName, FileProblem* problem,
+                                     JsonText::Reading reading) {
     *problem = {fileName, {}, {}};
     QByteArray content;
-    return readPlainFile(fileName, &content, problem) ? JsonText::parse(content, problem) : std::nullopt;
+    return readPlainFile(fileName, &content, problem) ? JsonText::parse(content, problem, reading)
+                                                      : std::nullopt;
 }
 
 bool writeFile(const QString& fileName, const QByteArray& content,

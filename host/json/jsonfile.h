@@ -15,7 +15,8 @@ namespace mendo {
 
 /// Reads a JSON file or compiled resource. Nothing, with what is wrong in `problem`, when it is missing,
 /// cannot be read or is no JSON. A pipe or a device is refused: reading it might never end, or never begin.
-[[nodiscard]] std::optional<JsonText> readJsonFile(const QString& fileName, FileProblem* problem);
+[[nodiscard]] std::optional<JsonText> readJsonFile(const QString& fileName, FileProblem* problem,
+                                                   JsonText::Reading reading = JsonText::Reading::Whole);
 
 /// Writes a file whole: beside the old one, file and folder synced, renamed over it. An existing file that is
 /// no JSON, or whose content `isOurs` refuses (when given), is kept as NAME.damaged, NAME.damaged.2, … False,

@@ -301,7 +301,16 @@ TextPlace placeIn(const QByteArray& text, int offset) {
 
 }  // namespace
 
-std::optional<JsonText> JsonText::parse(const QByteArray& text, FileProblem* problem) {
+std::optional<JsonText> JsonText::parse(const QByteArray& text, FileProblem* problem, Reading reading) {
+    if (reading == Reading::ByElement) {
+        JsonWalker start(text, markSize(text));
+        start.skipSpace();
+        JsonText list(text, QJsonArray(), start.position());
+        if (list.readElements()) {
+            return list;
+        }
+        // An object, an empty array or a fault: Qt's parser tells which.
+    }
     QJsonParseError error;
     const QJsonDocument document = QJsonDocument::fromJson(text, &error);
     JsonWalker walker(text, markSize(text));
@@ -324,17 +333,34 @@ std::optional<JsonText> JsonText::parse(const QByteArray& text, FileProblem* pro
     return std::nullopt;
 }
 
+/// Finds the elements of the text's array, each read by itself. False when it is no sound array with
+/// elements.
+bool JsonText::readElements() {
+    JsonWalker walker(text_, start_);
+    Spot spot{start_, placeOf(start_)};
+    for (char before = '['; walker.take(before); before = ',') {
+        walker.skipSpace();
+        spot = spotFrom(spot, walker.position());
+        walker.skipValue();
+        QJsonParseError error;
+        QJsonDocument::fromJson('[' + text_.mid(spot.offset, walker.position() - spot.offset) + ']', &error);
+        if (error.error != QJsonParseError::NoError || walker.position() == spot.offset) {
+            return false;
+        }
+        elements_.push_back(spot);
+        walker.skipSpace();
+    }
+    const bool isClosed = walker.take(']');
+    walker.skipSpace();
+    return isClosed && walker.position() == text_.size() && !elements_.empty();
+}
+
 QJsonValue JsonText::element(int element) const {
     JsonWalker end(text_, elements()[std::size_t(element)].offset);
     const int begin = end.position();
     end.skipValue();
     const QByteArray list = '[' + text_.mid(begin, end.position() - begin) + ']';
     return QJsonDocument::fromJson(list).array().first();
-}
-
-void JsonText::forgetValue() {
-    elements();
-    value_ = value_.isArray() ? QJsonValue(QJsonArray()) : QJsonValue(QJsonObject());
 }
 
 void JsonText::clear() {

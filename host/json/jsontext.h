@@ -16,19 +16,26 @@ namespace mendo {
 /// stand in the text, and the order of their keys.
 class JsonText {
 public:
+    enum class Reading {
+        Whole,
+        /// An array keeps no values, which take several times the memory of the text: see element().
+        ByElement
+    };
+
     /// The array or object that a text holds (UTF-8, a byte-order mark allowed). Nothing, with place and
     /// reason of the first fault in `problem`, for anything else.
-    static std::optional<JsonText> parse(const QByteArray& text, FileProblem* problem);
+    static std::optional<JsonText> parse(const QByteArray& text, FileProblem* problem,
+                                         Reading reading = Reading::Whole);
 
+    bool isArray() const { return value_.isArray(); }
+    /// An empty array for one that was read by element.
     const QJsonValue& value() const { return value_; }
 
     /// Of the array; 0 for an object.
     int elementCount() const { return int(elements().size()); }
     /// An element of the array, read from the text again.
     QJsonValue element(int element) const;
-    /// Frees the value; elements and places remain.
-    void forgetValue();
-    /// Frees the text, too: an empty array remains.
+    /// Frees text and value: an empty array remains.
     void clear();
 
     /// Where the array or object begins.
@@ -62,6 +69,8 @@ private:
 
     JsonText(const QByteArray& text, const QJsonValue& value, int start)
         : text_(text), value_(value), start_(start) {}
+
+    bool readElements();
 
     bool hasElement(int element) const;
     const std::vector<Spot>& elements() const;

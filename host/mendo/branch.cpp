@@ -4,6 +4,7 @@
 #include "mendo/pathcache.h"
 
 #include <QSet>
+#include <QStringBuilder>
 
 #include <algorithm>
 #include <climits>
@@ -174,6 +175,18 @@ QString Branch::nameAt(int position) {
         addToIndex(slot.name, position);
     }
     return slot.name;
+}
+
+void Branch::nameAll() {
+    for (const Slot& slot : entries) {
+        reserveGenerated(slot.name);
+    }
+    for (int i = 0; kind == Kind::List && i < size(); ++i) {
+        if (entries[i].name.isNull()) {
+            entries[i].name = generatedPrefix % QString::number(names().next++);
+            addToIndex(entries[i].name, i);
+        }
+    }
 }
 
 QString Branch::freshName() {

@@ -63,6 +63,8 @@ struct Branch {
     Slot take(int position);
     /// Name of a child; an unnamed list element gets one now.
     QString nameAt(int position);
+    /// Gives all unnamed list elements their names, without an index of them.
+    void nameAll();
     /// A generated name that no child has or had and that is not generated again.
     QString freshName();
     /// Call it after changing `entries` directly.

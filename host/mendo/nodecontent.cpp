@@ -7,6 +7,7 @@
 #include <QDebug>
 #include <QJsonArray>
 #include <QJsonObject>
+#include <QSet>
 
 #include <algorithm>
 #include <limits>
@@ -29,6 +30,24 @@ QVariant numberOf(const QJsonValue& json) {
     const bool fits =
         integer >= std::numeric_limits<int>::min() && integer <= std::numeric_limits<int>::max();
     return fits ? QVariant(static_cast<int>(integer)) : number;
+}
+
+/// A text of many records, as the names of types and tools are, in memory once.
+QString sharedText(const QString& text) {
+    constexpr int mostTexts = 256;
+    constexpr int mostCharacters = 16;
+    static QSet<QString> texts;
+    if (text.size() > mostCharacters || text.isEmpty()) {
+        return text;
+    }
+    const auto known = texts.constFind(text);
+    if (known != texts.constEnd()) {
+        return *known;
+    }
+    if (texts.size() < mostTexts) {
+        texts.insert(text);
+    }
+    return text;
 }
 
 /// Writes a JSON value to a record; content deeper than `levels` is left out.
@@ -61,6 +80,8 @@ void fill(Slot& record, const QJsonValue& json, int levels) {
         }
     } else if (json.isDouble()) {
         record.value = numberOf(json);
+    } else if (json.isString()) {
+        record.value = sharedText(json.toString());
     } else if (!json.isNull() && !json.isUndefined()) {
         record.value = json.toVariant();
     }

@@ -249,7 +249,7 @@ int Driver::execProgram(int line) {
     if (!run_ || line < 0 || line >= run_->program.lineCount()) {
         return 0;
     }
-    const Statement& statement = run_->program.statement(line);
+    const Statement statement = run_->program.statement(line);
     m(key::currentType)->setValue(sender_, statement.word);
     qDebug() << "exec program" << line << statement.word;
     if (isAborted()) {
@@ -365,7 +365,8 @@ void Driver::takeUp(Run& run, int line) {
     }
     if (!run.isAborted && run.inWeld && isWeldFlagged()) {
         const int open = run.program.openBefore(line);
-        laser_.openIfPermitted(open < 0 ? nullptr : &run.program.statement(open));
+        const Statement statement = open < 0 ? Statement() : run.program.statement(open);
+        laser_.openIfPermitted(open < 0 ? nullptr : &statement);
     }
 }
 

@@ -77,12 +77,8 @@ int Motions::lineOf(const ModuleObject* stmt) const {
 }
 
 /// The values of a statement: of the run's copy, or read now.
-const Statement& Motions::valueOf(const ModuleObject* stmt) {
-    if (isOfRun(stmt)) {
-        return run_->program.statement(run_->lineOf(stmt));
-    }
-    foreign_ = Statement::from(stmt);
-    return foreign_;
+Statement Motions::valueOf(const ModuleObject* stmt) const {
+    return isOfRun(stmt) ? run_->program.statement(run_->lineOf(stmt)) : Statement::from(stmt);
 }
 
 // --- Queueing -------------------------------------------------------------------------------------
@@ -232,7 +228,7 @@ int Motions::queueMoveCC(ModuleObject* stmt) {
 
 int Motions::goBack(int line) {
     constexpr double jointStatementMmPerS = 50.0;
-    const Statement& statement = run_->program.statement(line);
+    const Statement statement = run_->program.statement(line);
     const bool isOwn = statement.type != StatementType::MoveJ && statement.speedMmPerS > 0.0;
     const double speed = isOwn ? statement.speedMmPerS : jointStatementMmPerS;
     ModuleObject args(QStringLiteral("tmp"));
@@ -346,7 +342,7 @@ void Motions::testZone(ModuleObject* stmt, double radiusM, const ModuleObject* c
     if (!waiter_.waitsFor(waits::zone)) {
         return;
     }
-    const Statement& statement = valueOf(stmt);
+    const Statement statement = valueOf(stmt);
     const bool isArc = statement.type == StatementType::MoveC;
     const bool isCircle = statement.type == StatementType::MoveCC;
     const ModuleObject* target = stmt->r(QStringLiteral("point.trans"));
@@ -393,7 +389,7 @@ Position Motions::startOfNext() const {
         return toolPosition();
     }
     const int line = queuedLastLine_;
-    const Statement& last = run_->program.statement(line);
+    const Statement last = run_->program.statement(line);
     const auto arc = arcs_.find(line);
     if (last.type == StatementType::MoveCC && arc != arcs_.end()) {
         return arc->second.start;
@@ -483,7 +479,7 @@ void Motions::passedBefore(const ModuleObject* stmt, ModuleObject* circleStart) 
     }
     const std::optional<Arc> arc = queued->second.arc();
     const double from = queued->second.from;
-    const Statement& statement = valueOf(stmt);
+    const Statement statement = valueOf(stmt);
     if (statement.type == StatementType::MoveC) {
         arcFirstReached = arc->angleNear(statement.point.trans, 0.0, arc->total() / 2) <= from;
         return;

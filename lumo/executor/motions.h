@@ -103,7 +103,7 @@ private:
 
     [[nodiscard]] bool isOfRun(const ModuleObject* stmt) const;
     [[nodiscard]] int lineOf(const ModuleObject* stmt) const;
-    [[nodiscard]] const prog::Statement& valueOf(const ModuleObject* stmt);
+    [[nodiscard]] prog::Statement valueOf(const ModuleObject* stmt) const;
     [[nodiscard]] ModuleObject* targetBefore(ModuleObject* stmt) const;
     [[nodiscard]] bool isAborted() const { return run_ && run_->isAborted; }
     void setTrajectory(ModuleObject* args, ModuleObject* stmt);
@@ -139,7 +139,6 @@ private:
     prog::CircleFault circleFault_ = prog::CircleFault::None;
     int badCircle_ = -1;
 
-    prog::Statement foreign_;            ///< the values of a statement that is not one of the run's
     std::optional<StoppedArc> stopped_;  ///< the arc that the last stop interrupted
 };
 

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 using namespace prog;
 
@@ -19,26 +20,37 @@ namespace {
 std::vector<QString> elementNames(const ModuleObject* list) {
     std::vector<QString> names;
     mendo::Branch* const branch = mendo::NodeRef(const_cast<ModuleObject*>(list)).branch();
-    for (int i = 0; branch && i < branch->size(); ++i) {
-        names.push_back(branch->nameAt(i));
+    if (!branch) {
+        return names;
+    }
+    branch->nameAll();
+    names.reserve(branch->entries.size());
+    for (const mendo::Slot& slot : branch->entries) {
+        names.push_back(slot.name);
     }
     return names;
 }
 
 }  // namespace
 
-ProgramCopy::ProgramCopy(const ModuleObject* source) : begins_{0} {
+ProgramCopy::ProgramCopy(const ModuleObject* source) {
+    begins_.reserve(static_cast<std::size_t>(source->cmobjCount()));
     for (int line = 0; line < source->cmobjCount(); ++line) {
-        text_ += mendo::JsonWriter().child(source, line).take();
-        begins_.push_back(text_.size());
+        begins_.push_back(rest_.size());
+        rest_ += mendo::JsonWriter().child(source, line).take();
+        if (begins_.size() % linesOfPage == 0) {
+            constexpr int fastest = 1;
+            pages_.push_back(qCompress(rest_, fastest));
+            pages_.back().squeeze();  // it has room for text that does not pack
+            rest_.resize(0);
+        }
     }
-    text_.squeeze();
+    rest_.squeeze();
 }
 
 ModuleObject* ProgramCopy::record(int line) const {
     constexpr std::size_t most = 32;
-    const auto at = static_cast<std::size_t>(line);
-    if (line < 0 || at + 1 >= begins_.size()) {
+    if (line < 0 || line >= elementCount()) {
         return ModuleObject::null();
     }
     const auto known = records_.find(line);
@@ -50,10 +62,22 @@ ModuleObject* ProgramCopy::record(int line) const {
         const auto last = std::prev(records_.end());
         records_.erase(line - first->first > last->first - line ? first : last);
     }
-    const QByteArray json = '[' + text_.mid(begins_[at], begins_[at + 1] - begins_[at]) + ']';
     auto record = std::make_unique<ModuleObject>(QStringLiteral("run"));
-    record->loadJson(nullptr, QJsonDocument::fromJson(json).array().first(), false);
+    record->loadJson(nullptr, element(line), false);
     return records_.emplace(line, std::move(record)).first->second.get();
+}
+
+QJsonValue ProgramCopy::element(int line) const {
+    const auto at = static_cast<std::size_t>(line);
+    const std::size_t page = at / linesOfPage;
+    if (page < pages_.size() && page != openPage_) {
+        openPage_ = page;
+        openText_ = qUncompress(pages_[page]);
+    }
+    const QByteArray& text = page < pages_.size() ? openText_ : rest_;
+    const bool isLast = at + 1 == begins_.size() || (at + 1) % linesOfPage == 0;
+    const QByteArray json = '[' + text.mid(begins_[at], isLast ? -1 : begins_[at + 1] - begins_[at]) + ']';
+    return QJsonDocument::fromJson(json).array().first();
 }
 
 int ProgramCopy::lineOf(const ModuleObject* record) const {
@@ -63,7 +87,7 @@ int ProgramCopy::lineOf(const ModuleObject* record) const {
 }
 
 Run::Run(const ModuleObject* source, int runMode, bool step)
-    : copy_(source), program(source), mode(runMode), isStep(step) {
+    : copy_(source), program(source, copy_), mode(runMode), isStep(step) {
     if (ofHandProgram()) {
         originals_ = elementNames(source);
     }
@@ -72,8 +96,16 @@ Run::Run(const ModuleObject* source, int runMode, bool step)
 ModuleObject* Run::original(int of) const {
     const ModuleObject* const source = m(key::program);
     const auto at = static_cast<std::size_t>(of);
-    return of >= 0 && at < originals_.size() && source->hasCmobj(originals_[at]) ? source->c(originals_[at])
-                                                                                 : nullptr;
+    if (of < 0 || at >= originals_.size()) {
+        return nullptr;
+    }
+    // Where nothing was moved it stands in its old place: found without an index of all names.
+    const QString place = QLatin1Char('#') + QString::number(of);
+    const mendo::Branch* const branch = mendo::NodeRef(const_cast<ModuleObject*>(source)).branch();
+    if (of < source->cmobjCount() && branch->entries[at].name == originals_[at]) {
+        return source->c(place);
+    }
+    return source->hasCmobj(originals_[at]) ? source->c(originals_[at]) : nullptr;
 }
 
 }  // namespace lumo

@@ -7,27 +7,35 @@
 #include <QByteArray>
 #include <QString>
 
+#include <cstdint>
 #include <map>
 #include <memory>
 #include <vector>
 
 namespace lumo {
 
-/// The statements of a program as they stood when it was copied. They are kept as text, which takes a
-/// fraction of the memory of nodes; a node is made for a line when it is asked for.
-class ProgramCopy {
+/// The statements of a program as they stood when it was copied. They are kept as text, packed where it
+/// is long, which takes a fraction of the memory of nodes; a node is made for a line when it is asked for.
+class ProgramCopy : public prog::ElementSource {
 public:
     explicit ProgramCopy(const ModuleObject* source);
 
     /// The copied statement of a line; the null node outside. Valid until those of 32 other lines have been
     /// asked for.
     [[nodiscard]] ModuleObject* record(int line) const;
+    [[nodiscard]] int elementCount() const override { return int(begins_.size()); }
+    [[nodiscard]] QJsonValue element(int line) const override;
     /// The line of a copied statement; -1 for any other node.
     [[nodiscard]] int lineOf(const ModuleObject* record) const;
 
 private:
-    QByteArray text_;
-    std::vector<int> begins_;  ///< of the lines in the text; one more than there are lines
+    static constexpr std::size_t linesOfPage = 256;
+
+    std::vector<QByteArray> pages_;  ///< the texts of so many lines each, packed
+    QByteArray rest_;                ///< the text of the lines behind the last page
+    std::vector<int> begins_;        ///< of the lines, each in its page
+    mutable std::size_t openPage_ = SIZE_MAX;
+    mutable QByteArray openText_;  ///< of the page that was asked for last
     mutable std::map<int, std::unique_ptr<ModuleObject>> records_;
 };
 

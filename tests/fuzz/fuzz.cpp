@@ -110,7 +110,7 @@ void check(const QByteArray& input) {
     const run::Project project(*text);
     const QJsonValue sets = QJsonArray{QJsonObject(), QJsonObject()};
     for (const prog::Finding& finding :
-         prog::checkProgram(QJsonValue(project.content()), sets, QJsonValue(), prog::CellFacts())) {
+         prog::checkProgram(*text, sets, QJsonValue(), prog::CellFacts())) {
         use(prog::englishText(finding), text->place(finding.element, finding.path));
     }
     use(text->duplicates());
