@@ -109,8 +109,7 @@ void check(const QByteArray& input) {
     }
     const run::Project project(*text);
     const QJsonValue sets = QJsonArray{QJsonObject(), QJsonObject()};
-    for (const prog::Finding& finding :
-         prog::checkProgram(*text, sets, QJsonValue(), prog::CellFacts())) {
+    for (const prog::Finding& finding : prog::checkProgram(*text, sets, QJsonValue(), prog::CellFacts())) {
         use(prog::englishText(finding), text->place(finding.element, finding.path));
     }
     use(text->duplicates());
@@ -206,9 +205,8 @@ void stations(const QByteArray& input) {
     write(lumo::settingsFile(lumo::Settings::Stations), input);
     run::Problem problem;
     if (const auto list = run::StationList::read(".", ".", &problem)) {
-        const QJsonArray rows = list->text() ? list->text()->array() : QJsonArray();
-        for (const prog::Finding& finding :
-             prog::checkStations(QJsonValue(rows), QJsonValue(), prog::CellFacts())) {
+        const prog::Record rows = list->text() ? prog::Record(*list->text()) : QJsonValue();
+        for (const prog::Finding& finding : prog::checkStations(rows, QJsonValue(), prog::CellFacts())) {
             use(prog::englishText(finding));
         }
     }
