@@ -58,6 +58,59 @@ constexpr FileProblem::Wording words[] = {
 };
 static_assert(FileProblem::isComplete(words));
 
+/// What the operator can do about it.
+constexpr char chooseAnother[] = QT_TRANSLATE_NOOP("FileProblem", "请选择另一个文件，或检查名称。");
+constexpr char giveFolder[] =
+    QT_TRANSLATE_NOOP("FileProblem", "请恢复该文件夹，或用 --settings 指定另一个文件夹。");
+constexpr char takePlainFile[] = QT_TRANSLATE_NOOP("FileProblem", "请移走它，并选择普通文件。");
+constexpr char giveRights[] =
+    QT_TRANSLATE_NOOP("FileProblem", "请给予当前用户读写此文件及其文件夹的权限，然后再保存。");
+constexpr char makeRoom[] =
+    QT_TRANSLATE_NOOP("FileProblem", "请腾出磁盘空间，然后再保存；在此之前更改只保存在面板中。");
+constexpr char unlockDisk[] =
+    QT_TRANSLATE_NOOP("FileProblem", "请换一个可写的磁盘，或解除写保护，然后再保存。");
+constexpr char checkDisk[] = QT_TRANSLATE_NOOP("FileProblem", "请检查磁盘，并另存到其他磁盘。");
+constexpr char divideFile[] = QT_TRANSLATE_NOOP("FileProblem", "请把它分成较小的文件。");
+constexpr char tryAgain[] = QT_TRANSLATE_NOOP("FileProblem", "请再试一次；若仍失败，请检查磁盘和权限。");
+constexpr char nothingLost[] =
+    QT_TRANSLATE_NOOP("FileProblem", "原文件未被覆盖。请检查文件夹的权限和空间，然后再保存。");
+constexpr char mendText[] =
+    QT_TRANSLATE_NOOP("FileProblem", "请在文本编辑器中改正此处，或恢复备份；在此之前不使用此文件。");
+constexpr char takeRightFile[] = QT_TRANSLATE_NOOP("FileProblem", "请选择正确的文件，或恢复备份。");
+constexpr char mendField[] = QT_TRANSLATE_NOOP("FileProblem", "请改正此项，或在面板的页面上重新输入并保存。");
+constexpr char assignPorts[] =
+    QT_TRANSLATE_NOOP("FileProblem", "请在端口页分配端口并确认：文件将重新写入，原文件会保留。");
+constexpr char deleteLine[] =
+    QT_TRANSLATE_NOOP("FileProblem", "请删除此行或改正其类型；此工程可能来自更新的版本。");
+constexpr char mendLimits[] = QT_TRANSLATE_NOOP("FileProblem", "请改正限值文件，下次运行时生效。");
+
+constexpr FileProblem::Wording remedies[] = {
+    {Kind::NoSuchFile, chooseAnother},   {Kind::NoSuchFolder, giveFolder},
+    {Kind::IsFolder, takePlainFile},     {Kind::NoPlainFile, takePlainFile},
+    {Kind::NoPermission, giveRights},    {Kind::DiskFull, makeRoom},
+    {Kind::QuotaUsed, makeRoom},         {Kind::DiskReadOnly, unlockDisk},
+    {Kind::DiskFailed, checkDisk},       {Kind::FileTooLarge, divideFile},
+    {Kind::OtherError, tryAgain},        {Kind::FolderNotSynced, tryAgain},
+    {Kind::CannotKeep, nothingLost},     {Kind::NoValue, mendText},
+    {Kind::NoDigit, mendText},           {Kind::NoKey, mendText},
+    {Kind::NoColon, mendText},           {Kind::NoCommaOrBrace, mendText},
+    {Kind::NoCommaOrBracket, mendText},  {Kind::NoEndOfString, mendText},
+    {Kind::NoEndOfFile, mendText},       {Kind::TooDeep, mendText},
+    {Kind::BadValue, mendText},          {Kind::BadNumber, mendText},
+    {Kind::BadEscape, mendText},         {Kind::BadUtf8, mendText},
+    {Kind::NoContainer, takeRightFile},  {Kind::NoArray, takeRightFile},
+    {Kind::NoRecordList, takeRightFile}, {Kind::WrongRowCount, assignPorts},
+    {Kind::NoRecord, mendField},         {Kind::NoNumber, mendField},
+    {Kind::NoText, mendField},           {Kind::NoObject, mendField},
+    {Kind::NoTruthValue, mendField},     {Kind::FieldMissing, mendField},
+    {Kind::FieldDiffers, mendField},     {Kind::NoProject, takeRightFile},
+    {Kind::IsSettings, takeRightFile},   {Kind::UnknownStatement, deleteLine},
+    {Kind::UnknownField, mendLimits},    {Kind::LeastAboveMost, mendLimits},
+    {Kind::OtherFault, mendField},       {Kind::NoPortInUse, assignPorts},
+    {Kind::MoreRecords, mendField},
+};
+static_assert(FileProblem::isComplete(remedies));
+
 QString translated(const char* text) {
     return QCoreApplication::translate("FileProblem", text);
 }
@@ -78,6 +131,12 @@ QString problemText(const FileProblem& problem, const QString& shownFile) {
     }
     return translated(QT_TRANSLATE_NOOP("FileProblem", "%1 第%2行第%3列：%4"))
         .arg(shownFile, QString::number(problem.place.line), QString::number(problem.place.column), reasons);
+}
+
+QString remedyText(const FileProblem& problem) {
+    return problem.reasons.isEmpty()
+               ? QString()
+               : translated(remedies[static_cast<int>(problem.reasons.first().kind)].text);
 }
 
 QString reasonText(const FileProblem& problem) {

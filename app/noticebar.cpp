@@ -67,7 +67,8 @@ void NoticeBar::report(const mendo::FileProblem& problem) {
     }
     newest_ = problem;
     newestMessage_.clear();
-    add(problemText(problem, QDir::toNativeSeparators(QFileInfo(problem.file).absoluteFilePath())));
+    add(problemText(problem, QDir::toNativeSeparators(QFileInfo(problem.file).absoluteFilePath())) +
+        QStringLiteral("\n→ ") + remedyText(problem));
 }
 
 void NoticeBar::tell(const QString& message) {
@@ -116,7 +117,9 @@ void NoticeBar::placeList() {
 
 void NoticeBar::refresh() {
     const QString path = QDir::toNativeSeparators(QFileInfo(newest_.file).absoluteFilePath());
-    text_->setToolTip(newestMessage_.isEmpty() ? problemText(newest_, path) : newestMessage_);
+    text_->setToolTip(newestMessage_.isEmpty()
+                          ? problemText(newest_, path) + QLatin1Char('\n') + remedyText(newest_)
+                          : newestMessage_);
     showText(path);
     more_->setText(tr("全部（%1）").arg(texts_.size()));
     more_->setVisible(texts_.size() > 1);
@@ -124,17 +127,19 @@ void NoticeBar::refresh() {
     placeList();
 }
 
-/// Shortens the path until the text fits.
+/// Shortens the path until the text fits, with the remedy if there is room for it.
 void NoticeBar::showText(const QString& path) {
     if (!newestMessage_.isEmpty()) {
         text_->setText(QStringLiteral("⚠ ") + newestMessage_);
         return;
     }
-    for (int width = shownPathWidth; width >= leastPathWidth; width -= pathStep) {
-        const QString shown = text_->fontMetrics().elidedText(path, Qt::ElideLeft, width);
-        text_->setText(QStringLiteral("⚠ ") + problemText(newest_, shown));
-        if (text_->heightForWidth(text_->width()) <= text_->height()) {
-            return;
+    for (const QString& remedy : {QStringLiteral(" → ") + remedyText(newest_), QString()}) {
+        for (int width = shownPathWidth; width >= leastPathWidth; width -= pathStep) {
+            const QString shown = text_->fontMetrics().elidedText(path, Qt::ElideLeft, width);
+            text_->setText(QStringLiteral("⚠ ") + problemText(newest_, shown) + remedy);
+            if (text_->heightForWidth(text_->width()) <= text_->height()) {
+                return;
+            }
         }
     }
 }

@@ -210,6 +210,70 @@
         <source>数组没有结束，或缺少逗号</source>
         <translation>an array is not closed, or a comma is missing</translation>
     </message>
+    <message>
+        <source>请选择另一个文件，或检查名称。</source>
+        <translation>Choose another file, or check the name.</translation>
+    </message>
+    <message>
+        <source>请恢复该文件夹，或用 --settings 指定另一个文件夹。</source>
+        <translation>Restore the folder, or name another one with --settings.</translation>
+    </message>
+    <message>
+        <source>请移走它，并选择普通文件。</source>
+        <translation>Move it away, and choose a plain file.</translation>
+    </message>
+    <message>
+        <source>请给予当前用户读写此文件及其文件夹的权限，然后再保存。</source>
+        <translation>Give this user the right to read and write the file and its folder, then save again.</translation>
+    </message>
+    <message>
+        <source>请腾出磁盘空间，然后再保存；在此之前更改只保存在面板中。</source>
+        <translation>Free some space on the disk, then save again; until then the changes are kept in the panel only.</translation>
+    </message>
+    <message>
+        <source>请换一个可写的磁盘，或解除写保护，然后再保存。</source>
+        <translation>Use a disk that can be written, or remove its write protection, then save again.</translation>
+    </message>
+    <message>
+        <source>请检查磁盘，并另存到其他磁盘。</source>
+        <translation>Check the disk, and save to another one.</translation>
+    </message>
+    <message>
+        <source>请把它分成较小的文件。</source>
+        <translation>Divide it into smaller files.</translation>
+    </message>
+    <message>
+        <source>请再试一次；若仍失败，请检查磁盘和权限。</source>
+        <translation>Try once more; if it fails again, check the disk and the rights.</translation>
+    </message>
+    <message>
+        <source>原文件未被覆盖。请检查文件夹的权限和空间，然后再保存。</source>
+        <translation>The old file was not overwritten. Check rights and space of the folder, then save again.</translation>
+    </message>
+    <message>
+        <source>请在文本编辑器中改正此处，或恢复备份；在此之前不使用此文件。</source>
+        <translation>Correct the place in a text editor, or restore a backup; until then the file is not used.</translation>
+    </message>
+    <message>
+        <source>请选择正确的文件，或恢复备份。</source>
+        <translation>Choose the right file, or restore a backup.</translation>
+    </message>
+    <message>
+        <source>请改正此项，或在面板的页面上重新输入并保存。</source>
+        <translation>Correct it in the file, or enter it again on its page and save.</translation>
+    </message>
+    <message>
+        <source>请在端口页分配端口并确认：文件将重新写入，原文件会保留。</source>
+        <translation>Assign the ports on the page Port and press OK: the file is written anew, the old one is kept.</translation>
+    </message>
+    <message>
+        <source>请删除此行或改正其类型；此工程可能来自更新的版本。</source>
+        <translation>Delete the line or correct its type; the project may be from a newer version.</translation>
+    </message>
+    <message>
+        <source>请改正限值文件，下次运行时生效。</source>
+        <translation>Correct the limits file; it counts from the next run on.</translation>
+    </message>
 </context>
 <context>
     <name>ScopeRow</name>
@@ -1267,10 +1331,6 @@ mm/s, °/s</translation>
         <translation>Equipment not ready: %1</translation>
     </message>
     <message>
-        <source>上次运行失败：机器人运动错误 -0x%1</source>
-        <translation>The last run failed: robot motion error -0x%1</translation>
-    </message>
-    <message>
         <source>在第 %1 行暂停</source>
         <translation>Paused at line %1</translation>
     </message>
@@ -1347,6 +1407,10 @@ mm/s, °/s</translation>
     <message>
         <source>，</source>
         <translation>, </translation>
+    </message>
+    <message>
+        <source>上次运行失败：机器人运动错误 -0x%1（%2）</source>
+        <translation>The last run failed: robot motion error -0x%1 (%2)</translation>
     </message>
 </context>
 <context>

@@ -210,6 +210,70 @@
         <source>数组没有结束，或缺少逗号</source>
         <translation>массив не закрыт или пропущена запятая</translation>
     </message>
+    <message>
+        <source>请选择另一个文件，或检查名称。</source>
+        <translation>Выберите другой файл или проверьте имя.</translation>
+    </message>
+    <message>
+        <source>请恢复该文件夹，或用 --settings 指定另一个文件夹。</source>
+        <translation>Восстановите папку или укажите другую ключом --settings.</translation>
+    </message>
+    <message>
+        <source>请移走它，并选择普通文件。</source>
+        <translation>Уберите это и выберите обычный файл.</translation>
+    </message>
+    <message>
+        <source>请给予当前用户读写此文件及其文件夹的权限，然后再保存。</source>
+        <translation>Дайте пользователю права на чтение и запись файла и его папки, затем сохраните снова.</translation>
+    </message>
+    <message>
+        <source>请腾出磁盘空间，然后再保存；在此之前更改只保存在面板中。</source>
+        <translation>Освободите место на диске и сохраните снова; до этого изменения есть только в панели.</translation>
+    </message>
+    <message>
+        <source>请换一个可写的磁盘，或解除写保护，然后再保存。</source>
+        <translation>Возьмите диск с правом записи или снимите защиту, затем сохраните снова.</translation>
+    </message>
+    <message>
+        <source>请检查磁盘，并另存到其他磁盘。</source>
+        <translation>Проверьте диск и сохраните на другой.</translation>
+    </message>
+    <message>
+        <source>请把它分成较小的文件。</source>
+        <translation>Разделите его на меньшие файлы.</translation>
+    </message>
+    <message>
+        <source>请再试一次；若仍失败，请检查磁盘和权限。</source>
+        <translation>Повторите; если не поможет, проверьте диск и права.</translation>
+    </message>
+    <message>
+        <source>原文件未被覆盖。请检查文件夹的权限和空间，然后再保存。</source>
+        <translation>Прежний файл не перезаписан. Проверьте права и место в папке и сохраните снова.</translation>
+    </message>
+    <message>
+        <source>请在文本编辑器中改正此处，或恢复备份；在此之前不使用此文件。</source>
+        <translation>Исправьте это место в текстовом редакторе или восстановите копию; до этого файл не используется.</translation>
+    </message>
+    <message>
+        <source>请选择正确的文件，或恢复备份。</source>
+        <translation>Выберите нужный файл или восстановите копию.</translation>
+    </message>
+    <message>
+        <source>请改正此项，或在面板的页面上重新输入并保存。</source>
+        <translation>Исправьте в файле или введите заново на странице и сохраните.</translation>
+    </message>
+    <message>
+        <source>请在端口页分配端口并确认：文件将重新写入，原文件会保留。</source>
+        <translation>Назначьте порты на странице «Порты» и подтвердите: файл будет записан заново, прежний сохранится.</translation>
+    </message>
+    <message>
+        <source>请删除此行或改正其类型；此工程可能来自更新的版本。</source>
+        <translation>Удалите строку или исправьте её тип; проект может быть от более новой версии.</translation>
+    </message>
+    <message>
+        <source>请改正限值文件，下次运行时生效。</source>
+        <translation>Исправьте файл пределов; он действует со следующего запуска.</translation>
+    </message>
 </context>
 <context>
     <name>ScopeRow</name>
@@ -1267,10 +1331,6 @@ mm/s，°/s</source>
         <translation>Оборудование не в порядке: %1</translation>
     </message>
     <message>
-        <source>上次运行失败：机器人运动错误 -0x%1</source>
-        <translation>Прошлый запуск не удался: ошибка движения робота -0x%1</translation>
-    </message>
-    <message>
         <source>在第 %1 行暂停</source>
         <translation>Пауза на строке %1</translation>
     </message>
@@ -1349,6 +1409,10 @@ mm/s，°/s</source>
     <message>
         <source>，</source>
         <translation>, </translation>
+    </message>
+    <message>
+        <source>上次运行失败：机器人运动错误 -0x%1（%2）</source>
+        <translation>Прошлый запуск не удался: ошибка движения робота -0x%1 (%2)</translation>
     </message>
 </context>
 <context>

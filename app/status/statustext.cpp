@@ -1,6 +1,7 @@
 #include "app/status/statustext.h"
 
 #include "app/clocktext.h"
+#include "program/motionerror.h"
 #include "program/words.h"
 
 #include <QCoreApplication>
@@ -206,8 +207,10 @@ QStringList statusText(const CellStatus& state) {
         sentences << StatusText::tr("设备异常：%1").arg(listed(state.faults));
     }
     if (state.lastError < 0) {
-        sentences
-            << StatusText::tr("上次运行失败：机器人运动错误 -0x%1").arg(-qint64(state.lastError), 0, 16);
+        sentences << StatusText::tr("上次运行失败：机器人运动错误 -0x%1（%2）")
+                         .arg(QString::number(-qint64(state.lastError), 16),
+                              QCoreApplication::translate("MotionError",
+                                                          prog::motionError(state.lastError).reason));
     }
     if (runs) {
         sentences << runText(state);

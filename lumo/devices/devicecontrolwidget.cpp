@@ -1,40 +1,20 @@
 #include "devices/devicecontrolwidget.h"
 
-#include "equipment/handlit.h"
+#include "devices/devicestate.h"
+#include "equipment/handswitch.h"
 #include "equipment/ports.h"
 #include "ui_devicecontrolwidget.h"
 #include "widgets/dressing.h"
+#include "widgets/way.h"
 
 #include <QPointer>
 #include <QTimer>
 
+#include <tuple>
+
 using namespace lumo;
 
 namespace {
-
-/// Analogue outputs and the fraction of full scale that each is to have.
-using SetPoints = QVector<QPair<I_PORT, double>>;
-
-/// A listener of a write may stop everything, or delete the page. So a device is recorded before it is
-/// switched on: a stop inside the write finds it in the record and writes its zeros. These may reach the
-/// controller before the write does; so they are written again afterwards, and the set points are left out.
-void switchByHand(const QPointer<QObject>& page, I_PORT device, bool on, const SetPoints& setPoints) {
-    const bool lights = on && portEnabled(device);
-    const auto wasStopped = [device, lights] { return lights && !isLitByHand(device); };
-    noteByHand(device, lights);
-    setPortDO(page, device, on);
-    for (const auto& [output, fraction] : setPoints) {
-        if (wasStopped()) {
-            break;
-        }
-        setPortAO(page, output, fraction);
-    }
-    if (wasStopped()) {
-        for (const I_PORT output : outputsOf(device)) {
-            clearPort(page, output);
-        }
-    }
-}
 
 QString colourSheet(bool allowed, bool on) {
     if (!allowed) {
@@ -56,6 +36,7 @@ DeviceControlWidget::DeviceControlWidget(QWidget* parent)
     for (const Lock& lock : locks_) {
         connect(lock.button, &QPushButton::clicked, this, [this, &lock] { pressLock(lock); });
     }
+    addStates();
     constexpr int periodMs = 160;
     auto* timer = new QTimer(this);
     connect(timer, &QTimer::timeout, this, &DeviceControlWidget::refresh);
@@ -82,6 +63,28 @@ void DeviceControlWidget::fillTables() {
         {ui_->btnWireControl, &devices_[1]},
         {ui_->btnBlowControl, &devices_[2]},
     };
+}
+
+/// Below each button its state, and beside the title of a group the way to its ports.
+void DeviceControlWidget::addStates() {
+    const std::tuple<QGridLayout*, int, std::vector<I_PORT>> groups[] = {
+        {ui_->laserGroupLayout, 4, {DO_LASER_SAFETY_LOCK, DO_LASER_ENABLE, DO_RED_LIGHT}},
+        {ui_->gasGroupLayout, 2, {DO_GAS_SAFETY_LOCK, DO_GAS}},
+        {ui_->wireGroupLayout, 4, {DO_WIRE_SAFETY_LOCK, DO_WIRE_ENABLE}},
+    };
+    for (const auto& [layout, row, ports] : groups) {
+        Group group;
+        for (std::size_t column = 0; column < ports.size(); ++column) {
+            group.states.push_back(new DeviceState(ports[column]));
+            layout->addWidget(group.states.back(), row, static_cast<int>(column));
+        }
+        const Way way{Way::To::Ports};
+        group.toPorts = new QPushButton(Guide::caption(way));
+        layout->addWidget(group.toPorts, 0, 2, Qt::AlignRight);
+        connect(group.toPorts, &QPushButton::clicked, this, [way] { Guide::instance()->lead(way); });
+        groups_.push_back(group);
+    }
+    refresh();
 }
 
 /// The direction follows what the page shows. It is decided before the first write: a write can let refresh()
@@ -118,6 +121,14 @@ void DeviceControlWidget::refresh() {
             setStyleSheetOnChange(device.button,
                                   colourSheet(device.button->isEnabled(), portState(device.ports.output)));
         }
+    }
+    for (const Group& group : groups_) {
+        bool isInUse = true;
+        for (DeviceState* const state : group.states) {
+            state->refresh();
+            isInUse = isInUse && portEnabled(state->port());
+        }
+        group.toPorts->setVisible(!isInUse && Guide::instance()->canLead());
     }
 }
 

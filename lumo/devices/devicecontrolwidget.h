@@ -16,6 +16,10 @@ namespace Ui {
 class DeviceControlWidget;
 }
 
+namespace lumo {
+class DeviceState;
+}
+
 /// The page on which the operator switches laser, red pilot light, gas and wire. A device's button is enabled
 /// while the output of its safety lock is on.
 ///
@@ -29,7 +33,7 @@ public:
     explicit DeviceControlWidget(QWidget* parent = nullptr);
     ~DeviceControlWidget() override;
 
-    /// Updates which buttons are enabled, and their colours.
+    /// Updates which buttons are enabled, their colours, and the states in words.
     void refresh();
     /// Moves the focus from the fields to a title.
     void testNofocus();
@@ -48,11 +52,19 @@ private:
         const Device* device;  ///< is switched off before the lock is released
     };
 
+    /// What stands beside the buttons of one group.
+    struct Group {
+        std::vector<lumo::DeviceState*> states;
+        QPushButton* toPorts = nullptr;  ///< shown while a port of the group is out of use
+    };
+
     void fillTables();
+    void addStates();
     void pressLock(const Lock& lock);
     void pressDevice(const Device& device);
 
     const std::unique_ptr<Ui::DeviceControlWidget> ui_;
     std::vector<Device> devices_;
     std::vector<Lock> locks_;
+    std::vector<Group> groups_;
 };

@@ -1,40 +1,81 @@
 #include "devices/portconfigwidget.h"
 
+#include "devices/portstate.h"
+#include "devices/porttest.h"
 #include "equipment/ports.h"
 #include "files/settingsfile.h"
+#include "program/check.h"
 #include "program/words.h"
 #include "ui_portconfigwidget.h"
 #include "undo/edit.h"
 #include "undo/steptext.h"
 #include "widgets/dressing.h"
+#include "widgets/findingtext.h"
 #include "widgets/messagebox.h"
 #include "widgets/touchfields.h"
+#include "widgets/way.h"
 
 #include <QComboBox>
 #include <QEvent>
 #include <QListView>
 #include <QPointer>
+#include <QScopedValueRollback>
+#include <QStylePainter>
+#include <QStyledItemDelegate>
+#include <QTimer>
 #include <QWheelEvent>
+
+#include <algorithm>
 
 using namespace lumo;
 using namespace prog;
 
 namespace {
 
-enum Column { NumberColumn, GroupColumn, TagColumn, NameColumn, EnableColumn };
+enum Column { NumberColumn, GroupColumn, TagColumn, NameColumn, EnableColumn, StateColumn, TestColumn };
+
+I_PORT portOf(int row) {
+    return static_cast<I_PORT>(row);
+}
 
 const RowGroups& portGroups() {
     static const RowGroups groups{{DI_LASER_STATE, DO_GAS, AO_WIRE_SPEED}};
     return groups;
 }
 
+QString shownName(const QString& name) {
+    return name.isEmpty() ? PortConfigWidget::tr("未分配") : name;
+}
+
+/// Shows the empty name as "not assigned".
+class PortNameDelegate final : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    QString displayText(const QVariant& value, const QLocale&) const override {
+        return shownName(value.toString());
+    }
+};
+
 /// Ignores the wheel, so that scrolling the table changes no assignment.
 class PortNameBox final : public QComboBox {
 public:
-    PortNameBox() { setFocusPolicy(Qt::StrongFocus); }
+    PortNameBox() {
+        setFocusPolicy(Qt::StrongFocus);
+        setView(new QListView);
+        setItemDelegate(new PortNameDelegate(this));
+    }
 
 protected:
     void wheelEvent(QWheelEvent* event) override { event->ignore(); }
+    void paintEvent(QPaintEvent*) override {
+        QStylePainter painter(this);
+        QStyleOptionComboBox option;
+        initStyleOption(&option);
+        option.currentText = shownName(currentText());
+        painter.drawComplexControl(QStyle::CC_ComboBox, option);
+        painter.drawControl(QStyle::CE_ComboBoxLabel, option);
+    }
 };
 
 /// Whether an event may open the list or change the choice.
@@ -70,7 +111,23 @@ PortConfigWidget::PortConfigWidget(QWidget* parent)
     table->resizeColumnToContents(TagColumn);
     table->resizeColumnToContents(NameColumn);
     table->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
-    table->horizontalHeader()->setSectionResizeMode(TagColumn, QHeaderView::ResizeToContents);
+    table->horizontalHeader()->setStretchLastSection(false);
+    for (const int column : {NumberColumn, TagColumn, EnableColumn, StateColumn, TestColumn}) {
+        table->horizontalHeader()->setSectionResizeMode(column, QHeaderView::ResizeToContents);
+    }
+    constexpr int widestTagPx = 170;  // a longer one takes two lines
+    if (table->columnWidth(TagColumn) > widestTagPx) {
+        table->horizontalHeader()->setSectionResizeMode(TagColumn, QHeaderView::Fixed);
+        table->setColumnWidth(TagColumn, widestTagPx);
+        for (int row = 0; row < table->rowCount(); ++row) {
+            qobject_cast<QLabel*>(table->cellWidget(row, TagColumn))->setWordWrap(true);
+        }
+    }
+    check();
+    constexpr int periodMs = 160;
+    auto* timer = new QTimer(this);
+    connect(timer, &QTimer::timeout, this, &PortConfigWidget::refresh);
+    timer->start(periodMs);
 }
 
 PortConfigWidget::~PortConfigWidget() = default;
@@ -110,6 +167,7 @@ void PortConfigWidget::addRow(int row, const ModuleObject* port) {
                                                                           port->c(field::type)->getString());
     auto* enableBox = new TouchCheckBox(tr("启用"));
     enableBox->setChecked(port->c(field::enable)->getBool());
+    connect(enableBox, &QCheckBox::toggled, this, &PortConfigWidget::check);
     enableBoxes_.append(enableBox);
     nameBoxes_.append(nameBox(port));
     QLabel* groupLabel = cellLabel(group);
@@ -120,17 +178,102 @@ void PortConfigWidget::addRow(int row, const ModuleObject* port) {
     table->setCellWidget(row, TagColumn, cellLabel(port->c(field::tag)->getString()));
     table->setCellWidget(row, NameColumn, nameBoxes_.last());
     table->setCellWidget(row, EnableColumn, enableBox);
+    states_.append(new PortState(portOf(row)));
+    table->setCellWidget(row, StateColumn, states_.last());
+    table->setCellWidget(row, TestColumn, testCell(row));
+}
+
+/// A test for an output, the way to the device page for the laser, nothing for others.
+QWidget* PortConfigWidget::testCell(int row) {
+    const I_PORT port = portOf(row);
+    if (portInfo(port).kind != word::portOutput) {
+        return cellLabel();
+    }
+    if (testBar(port, true) == TestBar::Laser) {
+        const Way way{Way::To::Devices};
+        auto* const there = new QPushButton(Guide::caption(way));
+        there->setToolTip(testBarText(TestBar::Laser));
+        connect(there, &QPushButton::clicked, this, [way] { Guide::instance()->lead(way); });
+        return there;
+    }
+    tests_[row] = new TestButton(port);
+    return tests_[row];
 }
 
 QComboBox* PortConfigWidget::nameBox(const ModuleObject* port) {
     auto* box = new PortNameBox;
     box->setStyleSheet(QStringLiteral("background-color: rgb(255, 255, 255)"));
-    box->setView(new QListView);
     box->setProperty("func", QStringLiteral("secretly"));
     box->addItems(namesOf(port->c(field::type)->getString()));
     box->setCurrentText(port->c(field::name)->getString());
     box->installEventFilter(this);
+    connect(box, &QComboBox::currentTextChanged, this, &PortConfigWidget::check);
     return box;
+}
+
+bool PortConfigWidget::isStored(int row) const {
+    const ModuleObject* const port = ports_->c(row);
+    return nameBoxes_[row]->currentText() == port->c(field::name)->getString() &&
+           enableBoxes_[row]->isChecked() == port->c(field::enable)->getBool();
+}
+
+/// Shows what is wrong with the assignment on the page.
+void PortConfigWidget::check() {
+    if (states_.size() != nameBoxes_.size() || restricting_) {
+        return;
+    }
+    ModuleObject rows(QStringLiteral("ports"));
+    for (int row = 0; row < nameBoxes_.size(); ++row) {
+        rows.append(this)
+            ->set(this, field::type, ports_->c(row)->c(field::type)->getString())
+            ->set(this, field::name, nameBoxes_[row]->currentText())
+            ->set(this, field::enable, enableBoxes_[row]->isChecked());
+        states_[row]->clearFinding();
+    }
+    const Findings findings = checkPorts(&rows, CellFacts::ofHost());
+    for (const Finding& finding : findings) {
+        for (int row = 0; row < states_.size(); ++row) {
+            const bool isOther = finding.fault == Fault::PortsShare &&
+                                 finding.arguments.value(1).toString() == portInfo(portOf(row)).word;
+            if (finding.element == row || isOther) {
+                states_[row]->showFinding(finding);
+            }
+        }
+    }
+    showFindings(findings);
+}
+
+void PortConfigWidget::showFindings(const Findings& findings) {
+    ui_->lblFindings->setVisible(!findings.empty());
+    if (findings.empty()) {
+        return;
+    }
+    const auto worst =
+        std::find_if(findings.begin(), findings.end(), [](const Finding& f) { return f.isError(); });
+    const Finding& first = worst == findings.end() ? findings.front() : *worst;
+    QString text = QStringLiteral("⚠ ") + findingWithRemedy(first);
+    if (findings.size() > 1) {
+        text += tr("（另有 %1 处）").arg(findings.size() - 1);
+    }
+    ui_->lblFindings->setText(text);
+}
+
+void PortConfigWidget::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    refresh();
+}
+
+void PortConfigWidget::refresh() {
+    if (!isVisible()) {
+        return;
+    }
+    const QPointer<PortConfigWidget> self(this);  // the end of a test writes
+    for (int row = 0; self && row < states_.size(); ++row) {
+        states_[row]->showLevel(nameBoxes_[row]->currentText());
+        if (TestButton* const test = tests_.value(row)) {
+            test->refresh(isStored(row));
+        }
+    }
 }
 
 bool PortConfigWidget::eventFilter(QObject* watched, QEvent* event) {
@@ -142,6 +285,7 @@ bool PortConfigWidget::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void PortConfigWidget::restrict(QComboBox* box) {
+    const QScopedValueRollback<bool> restricting(restricting_, true);
     const QString own = box->currentText();
     QStringList names = namesOf(ports_->c(nameBoxes_.indexOf(box))->c(field::type)->getString());
     for (const QComboBox* other : qAsConst(nameBoxes_)) {

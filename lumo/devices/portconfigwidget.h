@@ -1,7 +1,9 @@
 #pragma once
 
 #include "module/host.h"
+#include "program/finding.h"
 
+#include <QHash>
 #include <QList>
 #include <QStringList>
 #include <QWidget>
@@ -15,8 +17,17 @@ namespace Ui {
 class PortConfigWidget;
 }
 
+namespace lumo {
+class PortState;
+class TestButton;
+}  // namespace lumo
+
 /// The page on which the logical ports are assigned to the controller's bits and registers and taken into
-/// use. It shows the ports and registers as they were when it was made, and writes nothing before save().
+/// use. It shows the ports and registers as they were when it was made, and assigns nothing before save().
+///
+/// Each row shows, every 160 ms, the level of the signal that is chosen in it, stored or not, and what a
+/// check finds of the assignment on the page. Digital outputs have a test, but for the laser (see
+/// TestButton).
 class PortConfigWidget final : public QWidget {
     Q_OBJECT
 public:
@@ -32,12 +43,20 @@ public:
     /// Before a combo box opens or changes, removes from it the names that other ports have.
     bool eventFilter(QObject* watched, QEvent* event) override;
 
+protected:
+    void showEvent(QShowEvent* event) override;
+
 signals:
     /// Emitted by every save: the lines of the program whose wire feed was switched on or off.
     void signalportconfigchangedProgramlist(QList<int> lines);
 
 private:
     void listNames();
+    QWidget* testCell(int row);
+    [[nodiscard]] bool isStored(int row) const;
+    void check();
+    void showFindings(const prog::Findings& findings);
+    void refresh();
     void addRow(int row, const ModuleObject* port);
     QComboBox* nameBox(const ModuleObject* port);
     const QStringList& namesOf(const QString& type) const;
@@ -48,8 +67,11 @@ private:
 
     const std::unique_ptr<Ui::PortConfigWidget> ui_;
     ModuleObject* const ports_;
-    QList<QComboBox*> nameBoxes_;    ///< by row
-    QList<QCheckBox*> enableBoxes_;  ///< by row
+    QList<QComboBox*> nameBoxes_;          ///< by row
+    QList<QCheckBox*> enableBoxes_;        ///< by row
+    QList<lumo::PortState*> states_;       ///< by row
+    QHash<int, lumo::TestButton*> tests_;  ///< of the rows that have one
+    bool restricting_ = false;             ///< a box is filled anew
     QStringList inputNames_, outputNames_, analogNames_;
     QList<int> changedLines_;
 };

@@ -9,6 +9,7 @@
 #include "editor/statementtext.h"
 #include "editor/storedstate.h"
 #include "executor/lumoexecutor.h"
+#include "executor/runmessages.h"
 #include "module/globals.h"
 #include "program/runprogram.h"
 #include "program/statement.h"
@@ -424,12 +425,14 @@ void ProgramWidget::changeSelected(AskBatch ask) {
 
 void ProgramWidget::jump() {
     if (m(key::executeState)->getString() != word::idle) {
-        showMessage(QMessageBox::Warning, tr("运行错误"), tr("当前不是空闲状态"));
+        showMessage(QMessageBox::Warning, tr("运行错误"), tr("当前不是空闲状态"),
+                    RunMessage::notIdle().advice);
         return;
     }
     const int line = ui_->lineEdit_steptojump->text().toInt();
     if (line > ui_->tableWidget->rowCount()) {
-        showMessage(QMessageBox::Warning, tr("输入错误"), tr("跳转行数大于当前程序行数!"));
+        showMessage(QMessageBox::Warning, tr("输入错误"), tr("跳转行数大于当前程序行数!"),
+                    {tr("程序有 %1 行。").arg(ui_->tableWidget->rowCount()), QString(), {}});
         return;
     }
     ui_->tableWidget->selectOnly(line - 1);

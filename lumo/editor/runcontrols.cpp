@@ -4,6 +4,7 @@
 #include "editor/programtable.h"
 #include "editor/programwidget.h"
 #include "executor/lumoexecutor.h"
+#include "executor/runmessages.h"
 #include "files/projectfile.h"
 #include "files/resumedata.h"
 #include "module/globals.h"
@@ -17,6 +18,7 @@
 #include <QMessageBox>
 #include <QStackedWidget>
 
+#include <algorithm>
 #include <cmath>
 
 using namespace lumo;
@@ -40,8 +42,17 @@ bool RunControls::refusedForPairs() const {
     if (WeldPairs::of(ProgramTable::program()).match()) {
         return false;
     }
+    Advice advice;
+    const Findings& findings = check_->checkNow();
+    const auto first = std::find_if(findings.begin(), findings.end(), [](const Finding& finding) {
+        return finding.rule() == Rule::Pairing && finding.isError();
+    });
+    if (first != findings.end()) {
+        advice = {ProgramWidget::tr("%1。").arg(findingAtLine(*first)),
+                  ProgramWidget::tr("处理方法：%1。").arg(findingRemedy(*first)), Way::toLine(first->line)};
+    }
     showMessage(QMessageBox::Warning, ProgramWidget::tr("程序错误"),
-                ProgramWidget::tr("当前程序中的\"开始焊接\"和\"停止焊接\"个数或者顺序不匹配!"));
+                ProgramWidget::tr("当前程序中的\"开始焊接\"和\"停止焊接\"个数或者顺序不匹配!"), advice);
     return true;
 }
 
@@ -214,7 +225,7 @@ void RunControls::pauseNow() {
 void RunControls::reset() {
     if (isRunning()) {
         showMessage(QMessageBox::Warning, ProgramWidget::tr("运行错误"),
-                    ProgramWidget::tr("当前不是空闲状态"));
+                    ProgramWidget::tr("当前不是空闲状态"), RunMessage::notIdle().advice);
         return;
     }
     resetResumeData(page_);

@@ -15,7 +15,7 @@ std::array<int, portCount> offs{};
 }  // namespace
 
 void noteByHand(I_PORT device, bool on) {
-    if (deviceOf(device)) {
+    if (portInfo(device).kind == word::portOutput) {
         lit.set(device, on);
         offs[device] += on ? 0 : 1;
     }
@@ -40,7 +40,7 @@ std::vector<I_PORT> outputsOf(I_PORT device) {
             outputs.push_back(row.output);
         }
     }
-    return outputs;
+    return outputs.empty() ? std::vector<I_PORT>{device} : outputs;
 }
 
 std::vector<I_PORT> takeLitByHand() {
@@ -48,6 +48,14 @@ std::vector<I_PORT> takeLitByHand() {
     for (const ShutdownOutput& row : shutdownOrder) {
         if (lit.test(row.device)) {
             outputs.push_back(row.output);
+        }
+    }
+    for (const ShutdownOutput& row : shutdownOrder) {
+        lit.reset(row.device);
+    }
+    for (int port = 0; port < portCount; ++port) {  // a test's: alarm and locks
+        if (lit.test(port)) {
+            outputs.push_back(static_cast<I_PORT>(port));
         }
     }
     lit.reset();

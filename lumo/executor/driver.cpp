@@ -2,7 +2,6 @@
 
 #include "module/globals.h"
 #include "program/words.h"
-#include "widgets/messagebox.h"
 
 #include <QCoreApplication>
 #include <QDebug>
@@ -94,9 +93,8 @@ void Driver::start(const QVariant& var) {
     }
     const int mode = hand_or_signalbing;
     const ModuleObject* const program = m(mode == runmode::byStation ? key::stationProgram : key::program);
-    const QString reason = refusal(line, program);
-    if (!reason.isEmpty()) {
-        showMessage(QMessageBox::Warning, tr("运行错误"), reason);
+    if (const std::optional<RunMessage> reason = refusal(line, program)) {
+        reason->show(QMessageBox::Warning);
         return;
     }
     Run run(program, mode, false);
@@ -118,12 +116,12 @@ void Driver::runOnce(const QVariant& var, bool onlyMoves) {
     }
     const int line = lineFrom(var);
     const ModuleObject* const program = m(key::program);
-    QString reason = refusal(line, program);
-    if (reason.isEmpty() && onlyMoves && !Statement::from(program->c(line)).moves) {
-        reason = tr("单步只能运行运动指令");
+    std::optional<RunMessage> reason = refusal(line, program);
+    if (!reason && onlyMoves && !Statement::from(program->c(line)).moves) {
+        reason = RunMessage::noMove(line);
     }
-    if (!reason.isEmpty()) {
-        showMessage(QMessageBox::Warning, tr("运行错误"), reason);
+    if (reason) {
+        reason->show(QMessageBox::Warning);
         return;
     }
     Run run(program, hand_or_signalbing, true);
@@ -137,26 +135,32 @@ void Driver::runOnce(const QVariant& var, bool onlyMoves) {
     end(run);
 }
 
-QString Driver::refusal(int line, const ModuleObject* program) const {
+std::optional<RunMessage> Driver::refusal(int line, const ModuleObject* program) const {
     if (!isIdle() || depth_ > 0) {
-        return tr("当前不是空闲状态");
+        return RunMessage::notIdle();
     }
     if (line < 0 || program->c(line)->isNull()) {
-        return tr("未选中启动行");
+        return RunMessage::noLine(program->cmobjCount());
     }
     if (m(key::robotPower)->getString() != word::on) {
-        return tr("机器人未上电");
+        return RunMessage::noPower();
     }
     if (m(key::robotState)->getString() != word::idle) {
-        return tr("机器人正在运行中");
+        return RunMessage::robotMoves();
     }
-    return QString();
+    return std::nullopt;
+}
+
+/// Whether the lines of what runs, or ran last, are those of the project page.
+bool Driver::isOfHand() const {
+    return (run_ ? run_->mode : hand_or_signalbing) != runmode::byStation;
 }
 
 bool Driver::refuseCircle(const Run& run, int from, int to) const {
     const int line = run.program.firstBadCircle(from, to);
     if (line >= 0) {
-        showMessage(QMessageBox::Warning, tr("运行错误"), circleText(run.program.circleFaultAt(line), line));
+        RunMessage::circle(run.program.circleFaultAt(line), line, run.mode != runmode::byStation)
+            .show(QMessageBox::Warning);
     }
     return line >= 0;
 }
@@ -239,7 +243,7 @@ bool Driver::execute(Run& run, int line) {
     const int code = execProgram(line);
     qDebug() << "execute ----" << line;
     if (!run.isAborted && code != 0) {
-        failRun(code);
+        failRun(code, line);
         return false;
     }
     return !run.isAborted;
@@ -321,27 +325,22 @@ void Driver::step(Run& run, int line) {
     ModuleObject* const stmt = run.record(line);
     const int code = motions_.queueAlone(stmt);
     if (code != 0) {
-        failRun(code);
+        failRun(code, line);
     } else if (!run.isAborted) {
         motions_.await(stmt, true);
     }
 }
 
-void Driver::failRun(int code) {
-    const QString text =
+/// `line`: whose motion failed; -1 on the way back.
+void Driver::failRun(int code, int line) {
+    const RunMessage message =
         motions_.circleFault() == CircleFault::None
-            ? tr("机器人运动错误：-0x%1").arg(QString::number(-static_cast<qint64>(code), 16))
-            : circleText(motions_.circleFault(), motions_.badCircle());
+            ? RunMessage::motionError(code, line, isOfHand())
+            : RunMessage::circle(motions_.circleFault(), motions_.badCircle(), isOfHand());
     if (run_ && !isAborted()) {
         pause();
     }
-    showMessage(QMessageBox::Critical, tr("运行错误"), text);
-}
-
-QString Driver::circleText(CircleFault fault, int line) {
-    return (fault == CircleFault::Coincident ? tr("第 %1 行：整圆的点重合，无法确定圆")
-                                             : tr("第 %1 行：整圆的三个点共线，无法确定圆"))
-        .arg(line + 1);
+    message.show(QMessageBox::Critical);
 }
 
 // --- Going on after a stop ------------------------------------------------------------------------
@@ -373,11 +372,13 @@ void Driver::takeUp(Run& run, int line) {
 void Driver::goBack(const Run& run, int line) {
     const int code = motions_.goBack(line);
     if (!run.isAborted && code != 0) {
-        failRun(code);
+        failRun(code, -1);
     }
-    if (!run.isAborted && ResumePoint::isAway()) {  // a controller that says too early that it is there
+    double awayMm = 0.0;
+    if (!run.isAborted &&
+        ResumePoint::isAway(&awayMm)) {  // a controller that says too early that it is there
         pause();
-        showMessage(QMessageBox::Warning, tr("运行错误"), tr("机器人正在运行中"));
+        RunMessage::notBack(awayMm).show(QMessageBox::Warning);
     }
 }
 

@@ -6,6 +6,7 @@
 #include "executor/outlook.h"
 #include "executor/resumepoint.h"
 #include "executor/run.h"
+#include "executor/runmessages.h"
 #include "executor/schedule.h"
 #include "executor/waiter.h"
 #include "module/host.h"
@@ -13,6 +14,8 @@
 #include <QEventLoop>
 #include <QObject>
 #include <QVariant>
+
+#include <optional>
 
 namespace lumo {
 
@@ -60,7 +63,8 @@ private:
     void onRemoved(const QString& name);
 
     // Starting
-    [[nodiscard]] QString refusal(int line, const ModuleObject* program) const;
+    [[nodiscard]] std::optional<RunMessage> refusal(int line, const ModuleObject* program) const;
+    [[nodiscard]] bool isOfHand() const;
     [[nodiscard]] bool refuseCircle(const Run& run, int from, int to) const;
     void begin(Run& run);
     void end(Run& run);
@@ -73,8 +77,7 @@ private:
     int executeMove(int line);
     void endWeldOfWalk(bool reachedEnd);
     void step(Run& run, int line);
-    void failRun(int code);
-    [[nodiscard]] static QString circleText(prog::CircleFault fault, int line);
+    void failRun(int code, int line);
 
     // Going on after a stop
     void takeUp(Run& run, int line);

@@ -271,7 +271,7 @@ void Motions::onResult(const QString& kind, int code) {
         logW() << "ignore move result!";
         zoneReached = false;
         if (code != 0) {
-            emit failed(code);  // also when the run is over
+            emit failed(code, motionOfLine_.indexOf(number));  // also when the run is over
         }
         return;
     }

@@ -84,8 +84,8 @@ public:
     [[nodiscard]] bool takeUpArc(int line);
 
 signals:
-    /// A motion whose wait had ended in the zone failed.
-    void failed(int code);
+    /// A motion whose wait had ended in the zone failed. `line`: whose it was; -1 on the way back.
+    void failed(int code, int line);
 
 private:
     /// A motion handed to the controller whose result settles it.

@@ -4,6 +4,7 @@
 #include "devices/portconfigwidget.h"
 #include "devices/statusmonitorwidget.h"
 #include "editor/pointwidget.h"
+#include "editor/programtable.h"
 #include "editor/programwidget.h"
 #include "executor/lumoexecutor.h"
 #include "files/projectfile.h"
@@ -25,6 +26,7 @@
 #include "stations/signalsbindwidget.h"
 #include "ui_lumowidget.h"
 #include "widgets/messagebox.h"
+#include "widgets/way.h"
 
 #include <QComboBox>
 #include <QEvent>
@@ -175,6 +177,22 @@ void LumoWidget::connectNavigation() {
     connect(ui_->btnMonitor, &QAbstractButton::clicked, this, &LumoWidget::showMonitor);
     connect(ui_->btnDeviceControl, &QAbstractButton::clicked, this, &LumoWidget::showDeviceControl);
     connect(ui_->btnBind, &QAbstractButton::clicked, this, &LumoWidget::showStations);
+    connect(lumo::Guide::instance(), &lumo::Guide::asked, this, &LumoWidget::follow);
+}
+
+/// As if the operator had pressed the button of the page: it is checked, too.
+void LumoWidget::follow(const lumo::Way& way) {
+    using To = lumo::Way::To;
+    if (way.to == To::Line) {
+        ui_->btnProject->click();
+        auto* const table = editor_->findChild<ProgramTable*>();
+        table->selectOnly(way.line);
+        table->setFocus();
+    } else if (way.to == To::Ports) {
+        ui_->btnPort->click();
+    } else if (way.to == To::Devices) {
+        ui_->btnDeviceControl->click();
+    }
 }
 
 /// Shows a page without the top bar.

@@ -19,6 +19,10 @@ class StatusMonitorWidget;
 class QComboBox;
 class QTableWidget;
 
+namespace lumo {
+struct Way;
+}
+
 namespace Ui {
 class LumoWidget;
 }
@@ -62,6 +66,7 @@ private:
     void makeStationPage();
     void sizeByShownPage();
     void connectNavigation();
+    void follow(const lumo::Way& way);
     void showAlone(QWidget* page);
     void showEditor();
     void showPorts();

@@ -1,5 +1,6 @@
 #include "panel/projectdialogs.h"
 
+#include "executor/runmessages.h"
 #include "files/resumedata.h"
 #include "module/globals.h"
 #include "module/host.h"
@@ -12,8 +13,8 @@ namespace lumo {
 
 namespace {
 
-void warn(const QString& text) {
-    showMessage(QMessageBox::Warning, LumoWidget::tr("提示"), text);
+void warn(const QString& text, const QString& remedy) {
+    showMessage(QMessageBox::Warning, LumoWidget::tr("提示"), text, {QString(), remedy, {}});
 }
 
 }  // namespace
@@ -26,7 +27,8 @@ bool ProjectDialogs::refusedWhileRunning() {
     if (!isRunning()) {
         return false;
     }
-    showMessage(QMessageBox::Warning, LumoWidget::tr("运行错误"), LumoWidget::tr("当前不是空闲状态"));
+    showMessage(QMessageBox::Warning, LumoWidget::tr("运行错误"), LumoWidget::tr("当前不是空闲状态"),
+                RunMessage::notIdle().advice);
     return true;
 }
 
@@ -68,10 +70,12 @@ void ProjectDialogs::nameAnswered(const Purpose& purpose, bool ok) {
             showMessage(QMessageBox::NoIcon, QString(), purpose.emptyText);
             return;
         case NameFault::TooLong:
-            warn(LumoWidget::tr("输入工程名过长，限制长度为20"));
+            warn(LumoWidget::tr("输入工程名过长，限制长度为20"),
+                 LumoWidget::tr("请输入不超过19个字符的名称。"));
             return;
         case NameFault::Taken:
-            warn(LumoWidget::tr("该工程名已存在"));
+            warn(LumoWidget::tr("该工程名已存在"),
+                 LumoWidget::tr("请换一个名称：同名文件已存在，或名称不能用作文件名。"));
             return;
         case NameFault::None:
             break;
@@ -115,7 +119,8 @@ void ProjectDialogs::fileSelected(const QString& path) {
 void ProjectDialogs::loadFile(const QString& path) {
     const std::optional<Project> project = readProject(path);
     if (!project) {
-        warn(LumoWidget::tr("无法打开工程：%1").arg(path.section(QLatin1Char('/'), -1)));
+        warn(LumoWidget::tr("无法打开工程：%1").arg(path.section(QLatin1Char('/'), -1)),
+             LumoWidget::tr("窗口底部的提示说明原因和位置。当前工程保持打开。"));
         return;
     }
     emit projectChosen(path);
@@ -129,7 +134,8 @@ void ProjectDialogs::loadFile(const QString& path) {
 
 void ProjectDialogs::saveProject(const QString& path) {
     if (path.isEmpty()) {
-        showMessage(QMessageBox::Warning, LumoWidget::tr("警告"), LumoWidget::tr("当前没有已打开工程"));
+        showMessage(QMessageBox::Warning, LumoWidget::tr("警告"), LumoWidget::tr("当前没有已打开工程"),
+                    {QString(), LumoWidget::tr("请先新建或打开工程。"), {}});
     } else if (lumo::saveProject(path)) {
         emit projectSaved();
         showMessage(QMessageBox::Information, LumoWidget::tr("提示"), LumoWidget::tr("保存成功"));

@@ -361,7 +361,8 @@ void SignalsBindWidget::deleteStation() {
     if (row < 0) {
         showMessage(QMessageBox::Warning, tr("提示"), tr("请先选中行"));
     } else if (row < ownStations) {
-        showMessage(QMessageBox::Warning, tr("提示"), tr("默认行禁止删除"));
+        showMessage(QMessageBox::Warning, tr("提示"), tr("默认行禁止删除"),
+                    {QString(), tr("若不使用该工位，请编辑它并清空其启动信号。"), {}});
     } else {
         removeStation(row);
     }

@@ -1,6 +1,8 @@
 #include "app/status/statuswatcher.h"
 #include "panelfixture.h"
+#include "program/motionerror.h"
 #include "program/words.h"
+#include "simulator/motioncommand.h"
 
 #include <QProgressBar>
 
@@ -104,7 +106,13 @@ private slots:
         };
         const QString well = "Welding is permitted|";
         QCOMPARE(shown(0, {{1500, pause}}), well + "Paused at line 3, inside a weld, 0.0 mm welded");
-        QCOMPARE(shown(2, {}), "The last run failed: robot motion error -0x1|Welding is permitted");
+        QCOMPARE(shown(2, {}),
+                 "The last run failed: robot motion error -0x1 (a point of the path is out of the robot's "
+                 "reach)|Welding is permitted");
+        for (const int code : {sim::OutOfReach, sim::JointLimit, sim::NoCircle, sim::DriveOff, sim::NoSpeed,
+                               sim::NoTarget, sim::FailedAtEnd}) {
+            QCOMPARE(prog::motionError(code).code, code);
+        }
         test::closeBoxes();
         QCOMPARE(shown(0, {{50, pause}}), well + "Paused at line 1");
         forgetPause();

@@ -1,4 +1,5 @@
 #include "devices/devicecontrolwidget.h"
+#include "devices/devicestate.h"
 #include "equipment/handlit.h"
 #include "equipment/ports.h"
 #include "panel/pagebench.h"
@@ -155,6 +156,21 @@ private slots:
         bench_.robot.mark();
         click(button("LaserTest"));
         QCOMPARE(sent(), "LASER 0, FREQ 0, POWER 0, DUTY 0");
+    }
+
+    void states_standInWords() {
+        const auto states = [this] {
+            QStringList texts;
+            for (const auto* state : bench_.page->findChildren<lumo::DeviceState*>()) {
+                texts << state->text();
+            }
+            return texts.join(' ');
+        };
+        QCOMPARE(states(), "已锁定 关，已锁定 关，已锁定 已锁定 关，已锁定 已锁定 关，已锁定");
+        press("LaserControl LaserTest RedLight BlowControl");
+        bench_.enablePort(DO_WIRE_ENABLE, false);
+        refresh();
+        QCOMPARE(states(), "⚠ 已解锁 ◆ 激光已打开 ◎ 指示红光已打开 ⚠ 已解锁 关 已锁定 端口“送丝使能”未启用");
     }
 
     /// The stop switches off as the executor does. What the page writes after it has no effect.

@@ -8,6 +8,7 @@
 #include <QCheckBox>
 #include <QDir>
 #include <QLabel>
+#include <QRegularExpression>
 #include <QWheelEvent>
 
 #include <cmath>
@@ -158,6 +159,64 @@ private slots:
             uses += line->c("wireEnable")->getBool() ? 'y' : 'n';
         }
         QCOMPARE(uses, "nynnn");
+    }
+
+    /// Not the laser, and nothing that a run, a lock, another port or an unsaved change stands against.
+    void test_isOnWhileItIsHeld_andEndsWithEverythingElse() {
+        ModuleObject* const registers = kordservice()->dataNode("register.values");
+        const auto test = [this](int row) { return cell<QPushButton>(row, 6); };
+        const auto hold = [&](int row) { QTest::mousePress(test(row), Qt::LeftButton); };
+        const QVector<QPair<const char*, std::function<void()>>> ends = {
+            {"lifted", [&] { QTest::mouseRelease(test(DO_GAS), Qt::LeftButton); }},
+            {"left", [&] { QTest::mouseMove(test(DO_GAS), QPoint(-50, -50)); }},
+            {"page left", [this] { page_->hide(); }},
+            {"page deleted", [this] { page_.reset(); }},
+            {"lock closed", [&] { registers->set(this, "LUMO_DO.#7", false); }},
+            {"power lost", [this] { bench_.robot.setPower("off"); }},
+            {"quit", [] { QMetaObject::invokeMethod(qApp, "aboutToQuit"); }},
+            {"port switched", [this] { click(check(DO_GAS)); }},
+            {"half a minute", [this] { bench_.time.advance(30000); }},
+        };
+        for (const auto& [what, end] : ends) {
+            init();
+            registers->set(this, "LUMO_DO.#7", true);  // the lock of the gas is open
+            page_ = std::make_unique<PortConfigWidget>();
+            page_->show();
+            bench_.robot.mark();
+            hold(DO_GAS);
+            bench_.time.advance(200);
+            end();
+            bench_.time.advance(200);
+            const QString log = bench_.robot.log().join(", ");
+            QVERIFY2(log.contains(QRegularExpression("^0 GAS 1, \\d+ GAS 0$")),
+                     qPrintable(what + (": " + log)));
+            QVERIFY(!lumo::isLitByHand());
+        }
+        init();
+        const struct {
+            int row;
+            const char* caption;
+        } barred[] = {{DO_LASER_ENABLE, "设备控制"},
+                      {DO_LASER_SAFETY_LOCK, "设备控制"},
+                      {DO_RED_LIGHT, "已锁定"},
+                      {DO_WIRE_PULLBACK, "已锁定"},
+                      {DO_ALARM, "重复分配"}};
+        port(DO_ALARM)->set(this, "name", "LUMO_DO.#3");  // the laser's
+        page_ = std::make_unique<PortConfigWidget>();
+        page_->show();
+        bench_.robot.mark();
+        for (const auto& [row, caption] : barred) {
+            QCOMPARE(test(row)->text(), caption);
+            click(test(row));
+        }
+        QCOMPARE(cell<QWidget>(DO_ALARM, 5)->findChildren<QLabel*>().last()->text(), "⚠ 重复分配");
+        box(DO_GAS_SAFETY_LOCK)->setCurrentText("");
+        bench_.time.advance(160);
+        QCOMPARE(test(DO_GAS_SAFETY_LOCK)->text(), "未保存");
+        bench_.load("delay 500");
+        bench_.at(100, [&] { click(test(DO_WIRE_SAFETY_LOCK)); });
+        bench_.run();
+        QCOMPARE(bench_.robot.log().filter("LOCK 1"), QStringList());
     }
 
     void writes_nameTheAssignedRegister_andAreClamped() {

@@ -7,6 +7,7 @@
 #include "module/globals.h"
 #include "panel/lumowidget.h"
 #include "program/finding.h"
+#include "program/motionerror.h"
 #include "support/ports.h"
 #include "support/suite.h"
 #include "support/text.h"
@@ -77,6 +78,9 @@ private slots:
             for (const char* const words : prog::findingWords()) {
                 QVERIFY2(places(catalogue.translate("Finding", words)) == places(words), words);
                 QVERIFY2(!catalogue.translate("Finding", words).isEmpty(), words);
+            }
+            for (const char* const words : prog::motionErrorWords()) {
+                QVERIFY2(!catalogue.translate("MotionError", words).isEmpty(), words);
             }
         }
     }

@@ -241,6 +241,35 @@ private slots:
         }
     }
 
+    void message_saysLineReasonAndRemedy_andLeadsThere() {
+        const auto told = [] {
+            const auto* const box = test::shown<QMessageBox>();
+            return box ? QString(box->text() + '|' + box->informativeText()).remove("\n\n") : QString();
+        };
+        const QString busy = "当前不是空闲状态|第 %1 行正在执行。请等待其结束，或先按“停止”，然后再试。";
+        bench_.robot.setPower("on");
+        bench_.load("delay 100; delay 100; moveL to=1,0,0");
+        bench_.robot.codes = {-2};
+        for (const int line : {0, 1}) {  // the standing message is renewed
+            bench_.at(50 + 100 * line, [&] { bench_.trigger("start", 0); });
+            bench_.at(60 + 100 * line, [&, line] { QCOMPARE(told(), busy.arg(line + 1)); });
+        }
+        bench_.at(190, [] { test::closeBoxes(); });
+        bench_.click("btnMonitor");
+        bench_.run();
+        QCOMPARE(told(),
+                 "机器人运动错误：-0x2|第 3 行：an axis would pass its limit on the way。处理方法：teach the "
+                 "point with the arm in another posture, or go there with a joint line first。");
+        test::click(test::child(test::shown<QMessageBox>(), "btnWay"));
+        QVERIFY(isEditor() && test::boxes().isEmpty());
+        QCOMPARE(table()->selectionModel()->selectedRows().value(0).row(), 2);
+        bench_.robot.setPower("off");
+        bench_.once(2);
+        QCOMPARE(told(), "机器人未上电|请松开急停，打开驱动电源，然后再试。");
+        QVERIFY(test::child(test::shown<QMessageBox>(), "btnWay")->isHidden());
+        test::closeBoxes();
+    }
+
     /// The second point is stored at once. Changes from elsewhere during the visit stay.
     void pointPage_storesFieldsOnlyOnOk() {
         bench_.load(arc);

@@ -91,6 +91,10 @@
         <source>%1：工程 %2 有错误，未启动。</source>
         <translation>%1: the project %2 has errors and was not started.</translation>
     </message>
+    <message>
+        <source>若不使用该工位，请编辑它并清空其启动信号。</source>
+        <translation>If the station is not used, edit it and leave its start signal empty.</translation>
+    </message>
 </context>
 <context>
     <name>SignalsBindingParamWidget</name>

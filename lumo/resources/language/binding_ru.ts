@@ -91,6 +91,10 @@
         <source>%1：工程 %2 有错误，未启动。</source>
         <translation>%1: в проекте %2 есть ошибки, он не запущен.</translation>
     </message>
+    <message>
+        <source>若不使用该工位，请编辑它并清空其启动信号。</source>
+        <translation>Если пост не нужен, откройте его и оставьте сигнал пуска пустым.</translation>
+    </message>
 </context>
 <context>
     <name>SignalsBindingParamWidget</name>

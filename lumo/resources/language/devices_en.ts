@@ -2,6 +2,41 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en_US" sourcelanguage="zh_CN">
 <context>
+    <name>lumo::DeviceState</name>
+    <message>
+        <source>⚠ 已解锁</source>
+        <translation>⚠ Armed</translation>
+    </message>
+    <message>
+        <source>已锁定</source>
+        <translation>Locked</translation>
+    </message>
+    <message>
+        <source>关，已锁定</source>
+        <translation>Off, locked</translation>
+    </message>
+    <message>
+        <source>关</source>
+        <translation>Off</translation>
+    </message>
+    <message>
+        <source>◆ 激光已打开</source>
+        <translation>◆ Laser on</translation>
+    </message>
+    <message>
+        <source>◎ 指示红光已打开</source>
+        <translation>◎ Pilot light on</translation>
+    </message>
+    <message>
+        <source>● 已打开</source>
+        <translation>● On</translation>
+    </message>
+    <message>
+        <source>端口“%1”未启用</source>
+        <translation>Port &quot;%1&quot; is out of use</translation>
+    </message>
+</context>
+<context>
     <name>QObject</name>
     <message>
         <source>关闭</source>

@@ -2,6 +2,41 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="ru_RU" sourcelanguage="zh_CN">
 <context>
+    <name>lumo::DeviceState</name>
+    <message>
+        <source>⚠ 已解锁</source>
+        <translation>⚠ Снята</translation>
+    </message>
+    <message>
+        <source>已锁定</source>
+        <translation>Заблокировано</translation>
+    </message>
+    <message>
+        <source>关，已锁定</source>
+        <translation>Выкл., заблокировано</translation>
+    </message>
+    <message>
+        <source>关</source>
+        <translation>Выключено</translation>
+    </message>
+    <message>
+        <source>◆ 激光已打开</source>
+        <translation>◆ Лазер включён</translation>
+    </message>
+    <message>
+        <source>◎ 指示红光已打开</source>
+        <translation>◎ Указатель включён</translation>
+    </message>
+    <message>
+        <source>● 已打开</source>
+        <translation>● Включено</translation>
+    </message>
+    <message>
+        <source>端口“%1”未启用</source>
+        <translation>Порт «%1» не используется</translation>
+    </message>
+</context>
+<context>
     <name>QObject</name>
     <message>
         <source>关闭</source>

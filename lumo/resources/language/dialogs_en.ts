@@ -2,6 +2,21 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en_US" sourcelanguage="zh_CN">
 <context>
+    <name>lumo::Guide</name>
+    <message>
+        <source>显示该行</source>
+        <translation>Show Line</translation>
+    </message>
+    <message>
+        <source>端口配置</source>
+        <translation>Ports</translation>
+    </message>
+    <message>
+        <source>设备控制</source>
+        <translation>Devices</translation>
+    </message>
+</context>
+<context>
     <name>SetDODialog</name>
     <message>
         <source>寄存器</source>

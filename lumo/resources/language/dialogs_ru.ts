@@ -2,6 +2,21 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="ru_RU" sourcelanguage="zh_CN">
 <context>
+    <name>lumo::Guide</name>
+    <message>
+        <source>显示该行</source>
+        <translation>Показать строку</translation>
+    </message>
+    <message>
+        <source>端口配置</source>
+        <translation>Порты</translation>
+    </message>
+    <message>
+        <source>设备控制</source>
+        <translation>Устройства</translation>
+    </message>
+</context>
+<context>
     <name>SetDODialog</name>
     <message>
         <source>寄存器</source>

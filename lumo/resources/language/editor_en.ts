@@ -279,10 +279,6 @@
         <translation>Running Error</translation>
     </message>
     <message>
-        <source>当前不是空闲状态</source>
-        <translation>Robot is not idle</translation>
-    </message>
-    <message>
         <source>输入错误</source>
         <translation>Input Error</translation>
     </message>
@@ -373,6 +369,22 @@
     <message>
         <source>有未保存的更改</source>
         <translation>Unsaved changes</translation>
+    </message>
+    <message>
+        <source>%1。</source>
+        <translation>%1.</translation>
+    </message>
+    <message>
+        <source>处理方法：%1。</source>
+        <translation>What to do: %1.</translation>
+    </message>
+    <message>
+        <source>程序有 %1 行。</source>
+        <translation>The program has %1 lines.</translation>
+    </message>
+    <message>
+        <source>当前不是空闲状态</source>
+        <translation>Robot is not idle</translation>
     </message>
 </context>
 <context>

@@ -279,10 +279,6 @@
         <translation>Ошибка выполнения</translation>
     </message>
     <message>
-        <source>当前不是空闲状态</source>
-        <translation>Робот занят</translation>
-    </message>
-    <message>
         <source>输入错误</source>
         <translation>Ошибка ввода</translation>
     </message>
@@ -373,6 +369,22 @@
     <message>
         <source>有未保存的更改</source>
         <translation>Не сохранено</translation>
+    </message>
+    <message>
+        <source>%1。</source>
+        <translation>%1.</translation>
+    </message>
+    <message>
+        <source>处理方法：%1。</source>
+        <translation>Что делать: %1.</translation>
+    </message>
+    <message>
+        <source>程序有 %1 行。</source>
+        <translation>Строк в программе: %1.</translation>
+    </message>
+    <message>
+        <source>当前不是空闲状态</source>
+        <translation>Робот занят</translation>
     </message>
 </context>
 <context>

@@ -488,4 +488,71 @@
         <translation>列表</translation>
     </message>
 </context>
+<context>
+    <name>MotionError</name>
+    <message>
+        <source>a point of the path is out of the robot&apos;s reach</source>
+        <translation>路径上的点超出机器人的可达范围</translation>
+    </message>
+    <message>
+        <source>teach the point closer to the robot, or move the part</source>
+        <translation>在离机器人更近处示教该点，或移动工件</translation>
+    </message>
+    <message>
+        <source>an axis would pass its limit on the way</source>
+        <translation>途中有关节会超出限位</translation>
+    </message>
+    <message>
+        <source>teach the point with the arm in another posture, or go there with a joint line first</source>
+        <translation>换一种姿态示教该点，或先用关节运动到达</translation>
+    </message>
+    <message>
+        <source>the points of the arc coincide or lie on one line</source>
+        <translation>圆弧的点重合或共线</translation>
+    </message>
+    <message>
+        <source>teach the points of the line again</source>
+        <translation>重新示教该行的点</translation>
+    </message>
+    <message>
+        <source>the drives were off when the motion began</source>
+        <translation>运动开始时驱动未上电</translation>
+    </message>
+    <message>
+        <source>switch the drives on, then start the program again</source>
+        <translation>打开驱动电源，然后重新启动程序</translation>
+    </message>
+    <message>
+        <source>the motion has no speed</source>
+        <translation>运动没有速度</translation>
+    </message>
+    <message>
+        <source>enter a speed above 0 in the line</source>
+        <translation>在该行输入大于0的速度</translation>
+    </message>
+    <message>
+        <source>the target is missing or is not one of this robot</source>
+        <translation>缺少目标点，或目标点不属于此机器人</translation>
+    </message>
+    <message>
+        <source>teach the point of the line again</source>
+        <translation>重新示教该行的点位</translation>
+    </message>
+    <message>
+        <source>the robot reached the target and reported a fault there</source>
+        <translation>机器人到达目标点后报告故障</translation>
+    </message>
+    <message>
+        <source>clear the fault at the robot&apos;s controller, then start the program again</source>
+        <translation>在机器人控制器上清除故障，然后重新启动程序</translation>
+    </message>
+    <message>
+        <source>the robot&apos;s controller reports a fault of its own</source>
+        <translation>机器人控制器报告自身故障</translation>
+    </message>
+    <message>
+        <source>look up the number in the controller&apos;s manual and clear the fault there</source>
+        <translation>按编号查阅控制器手册，并在控制器上清除故障</translation>
+    </message>
+</context>
 </TS>

@@ -488,4 +488,71 @@
         <translation>список</translation>
     </message>
 </context>
+<context>
+    <name>MotionError</name>
+    <message>
+        <source>a point of the path is out of the robot&apos;s reach</source>
+        <translation>точка пути вне досягаемости робота</translation>
+    </message>
+    <message>
+        <source>teach the point closer to the robot, or move the part</source>
+        <translation>обучите точку ближе к роботу или переставьте деталь</translation>
+    </message>
+    <message>
+        <source>an axis would pass its limit on the way</source>
+        <translation>по пути ось вышла бы за свой предел</translation>
+    </message>
+    <message>
+        <source>teach the point with the arm in another posture, or go there with a joint line first</source>
+        <translation>обучите точку в другой позе руки или сначала подойдите командой «Сустав»</translation>
+    </message>
+    <message>
+        <source>the points of the arc coincide or lie on one line</source>
+        <translation>точки дуги совпадают или лежат на одной прямой</translation>
+    </message>
+    <message>
+        <source>teach the points of the line again</source>
+        <translation>обучите точки строки заново</translation>
+    </message>
+    <message>
+        <source>the drives were off when the motion began</source>
+        <translation>в начале движения приводы были выключены</translation>
+    </message>
+    <message>
+        <source>switch the drives on, then start the program again</source>
+        <translation>включите приводы и снова запустите программу</translation>
+    </message>
+    <message>
+        <source>the motion has no speed</source>
+        <translation>у движения нет скорости</translation>
+    </message>
+    <message>
+        <source>enter a speed above 0 in the line</source>
+        <translation>введите в строке скорость больше 0</translation>
+    </message>
+    <message>
+        <source>the target is missing or is not one of this robot</source>
+        <translation>цель не задана или не от этого робота</translation>
+    </message>
+    <message>
+        <source>teach the point of the line again</source>
+        <translation>обучите точку строки заново</translation>
+    </message>
+    <message>
+        <source>the robot reached the target and reported a fault there</source>
+        <translation>робот дошёл до цели и сообщил там о сбое</translation>
+    </message>
+    <message>
+        <source>clear the fault at the robot&apos;s controller, then start the program again</source>
+        <translation>устраните сбой на контроллере робота и снова запустите программу</translation>
+    </message>
+    <message>
+        <source>the robot&apos;s controller reports a fault of its own</source>
+        <translation>контроллер робота сообщает о собственном сбое</translation>
+    </message>
+    <message>
+        <source>look up the number in the controller&apos;s manual and clear the fault there</source>
+        <translation>найдите номер в руководстве контроллера и устраните сбой на нём</translation>
+    </message>
+</context>
 </TS>

@@ -108,14 +108,6 @@
         <translation>Saved successfully.</translation>
     </message>
     <message>
-        <source>运行错误</source>
-        <translation>Running Error</translation>
-    </message>
-    <message>
-        <source>当前不是空闲状态</source>
-        <translation>Robot is not idle</translation>
-    </message>
-    <message>
         <source>文件夹：</source>
         <translation>Folder:</translation>
     </message>
@@ -130,6 +122,30 @@
     <message>
         <source>无法打开工程：%1</source>
         <translation>The project cannot be opened: %1</translation>
+    </message>
+    <message>
+        <source>请输入不超过19个字符的名称。</source>
+        <translation>Enter a name of up to 19 characters.</translation>
+    </message>
+    <message>
+        <source>请换一个名称：同名文件已存在，或名称不能用作文件名。</source>
+        <translation>Choose another name: a file has it, or it cannot be the name of a file.</translation>
+    </message>
+    <message>
+        <source>窗口底部的提示说明原因和位置。当前工程保持打开。</source>
+        <translation>The notice at the bottom of the window says why and where. The open project stays open.</translation>
+    </message>
+    <message>
+        <source>请先新建或打开工程。</source>
+        <translation>Make or open a project first.</translation>
+    </message>
+    <message>
+        <source>运行错误</source>
+        <translation>Running Error</translation>
+    </message>
+    <message>
+        <source>当前不是空闲状态</source>
+        <translation>Robot is not idle</translation>
     </message>
 </context>
 </TS>

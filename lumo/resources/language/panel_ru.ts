@@ -108,14 +108,6 @@
         <translation>Сохранено.</translation>
     </message>
     <message>
-        <source>运行错误</source>
-        <translation>Ошибка выполнения</translation>
-    </message>
-    <message>
-        <source>当前不是空闲状态</source>
-        <translation>Робот занят</translation>
-    </message>
-    <message>
         <source>文件夹：</source>
         <translation>Папка:</translation>
     </message>
@@ -130,6 +122,30 @@
     <message>
         <source>无法打开工程：%1</source>
         <translation>Не удаётся открыть проект: %1</translation>
+    </message>
+    <message>
+        <source>请输入不超过19个字符的名称。</source>
+        <translation>Введите имя не длиннее 19 символов.</translation>
+    </message>
+    <message>
+        <source>请换一个名称：同名文件已存在，或名称不能用作文件名。</source>
+        <translation>Выберите другое имя: оно уже занято или не годится для файла.</translation>
+    </message>
+    <message>
+        <source>窗口底部的提示说明原因和位置。当前工程保持打开。</source>
+        <translation>Сообщение внизу окна говорит, почему и где. Открытый проект остаётся открытым.</translation>
+    </message>
+    <message>
+        <source>请先新建或打开工程。</source>
+        <translation>Сначала создайте или откройте проект.</translation>
+    </message>
+    <message>
+        <source>运行错误</source>
+        <translation>Ошибка выполнения</translation>
+    </message>
+    <message>
+        <source>当前不是空闲状态</source>
+        <translation>Робот занят</translation>
     </message>
 </context>
 </TS>

@@ -2,6 +2,96 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en_US" sourcelanguage="zh_CN">
 <context>
+    <name>lumo::PortState</name>
+    <message>
+        <source>未分配</source>
+        <translation>not assigned</translation>
+    </message>
+    <message>
+        <source>重复分配</source>
+        <translation>used twice</translation>
+    </message>
+    <message>
+        <source>信号不存在</source>
+        <translation>no such signal</translation>
+    </message>
+    <message>
+        <source>有错误</source>
+        <translation>faulty</translation>
+    </message>
+    <message>
+        <source>● 开</source>
+        <translation>● on</translation>
+    </message>
+    <message>
+        <source>○ 关</source>
+        <translation>○ off</translation>
+    </message>
+</context>
+<context>
+    <name>lumo::TestButton</name>
+    <message>
+        <source>测试</source>
+        <translation>Test</translation>
+    </message>
+    <message>
+        <source>激光只能在设备页上，在其保护之下打开。</source>
+        <translation>The laser is switched on at the device page only, under its lock.</translation>
+    </message>
+    <message>
+        <source>端口未启用或未分配。</source>
+        <translation>The port is not in use or not assigned.</translation>
+    </message>
+    <message>
+        <source>请先按“确认”保存更改，然后再测试。</source>
+        <translation>Press OK to store the change first, then test.</translation>
+    </message>
+    <message>
+        <source>另一个输出也分配到同一信号，请先改正分配。</source>
+        <translation>Another output is assigned to the same signal: correct that first.</translation>
+    </message>
+    <message>
+        <source>程序运行时不能测试。</source>
+        <translation>Nothing can be tested while a program runs.</translation>
+    </message>
+    <message>
+        <source>保护已锁定，请先在设备页上解锁。</source>
+        <translation>The safety lock is closed: arm it at the device page first.</translation>
+    </message>
+    <message>
+        <source>输出已打开。</source>
+        <translation>The output is already on.</translation>
+    </message>
+    <message>
+        <source>按住时打开，松开即关闭。</source>
+        <translation>On while it is held.</translation>
+    </message>
+    <message>
+        <source>未启用</source>
+        <translation>not in use</translation>
+    </message>
+    <message>
+        <source>未保存</source>
+        <translation>not stored</translation>
+    </message>
+    <message>
+        <source>重复分配</source>
+        <translation>used twice</translation>
+    </message>
+    <message>
+        <source>运行中</source>
+        <translation>running</translation>
+    </message>
+    <message>
+        <source>已锁定</source>
+        <translation>locked</translation>
+    </message>
+    <message>
+        <source>已打开</source>
+        <translation>already on</translation>
+    </message>
+</context>
+<context>
     <name>PortConfigWidget</name>
     <message>
         <source>&lt;h1&gt;端口配置&lt;/h1&gt;</source>
@@ -54,6 +144,22 @@
     <message>
         <source>保存成功</source>
         <translation>Saved successfully.</translation>
+    </message>
+    <message>
+        <source>当前状态</source>
+        <translation>State</translation>
+    </message>
+    <message>
+        <source>测试</source>
+        <translation>Test</translation>
+    </message>
+    <message>
+        <source>未分配</source>
+        <translation>not assigned</translation>
+    </message>
+    <message>
+        <source>（另有 %1 处）</source>
+        <translation> (%1 more)</translation>
     </message>
 </context>
 </TS>
