@@ -115,6 +115,9 @@ PortConfigWidget::PortConfigWidget(QWidget* parent)
     for (const int column : {NumberColumn, TagColumn, EnableColumn, StateColumn, TestColumn}) {
         table->horizontalHeader()->setSectionResizeMode(column, QHeaderView::ResizeToContents);
     }
+    constexpr int groupPx = 104;  // its label takes two lines
+    table->horizontalHeader()->setSectionResizeMode(GroupColumn, QHeaderView::Fixed);
+    table->setColumnWidth(GroupColumn, groupPx);
     constexpr int widestTagPx = 170;  // a longer one takes two lines
     if (table->columnWidth(TagColumn) > widestTagPx) {
         table->horizontalHeader()->setSectionResizeMode(TagColumn, QHeaderView::Fixed);
@@ -285,7 +288,6 @@ bool PortConfigWidget::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void PortConfigWidget::restrict(QComboBox* box) {
-    const QScopedValueRollback<bool> restricting(restricting_, true);
     const QString own = box->currentText();
     QStringList names = namesOf(ports_->c(nameBoxes_.indexOf(box))->c(field::type)->getString());
     for (const QComboBox* other : qAsConst(nameBoxes_)) {
@@ -293,9 +295,15 @@ void PortConfigWidget::restrict(QComboBox* box) {
             names.removeAll(other->currentText());
         }
     }
-    box->clear();
-    box->addItems(names);
-    box->setCurrentText(own);
+    {
+        const QScopedValueRollback<bool> restricting(restricting_, true);
+        box->clear();
+        box->addItems(names);
+        box->setCurrentText(own);
+    }
+    if (box->currentText() != own) {
+        check();
+    }
 }
 
 void PortConfigWidget::switchWire(bool enabled) {

@@ -9,7 +9,7 @@
     </message>
     <message>
         <source>重复分配</source>
-        <translation>занят дважды</translation>
+        <translation>дважды</translation>
     </message>
     <message>
         <source>信号不存在</source>
@@ -68,27 +68,27 @@
     </message>
     <message>
         <source>未启用</source>
-        <translation>не используется</translation>
+        <translation>отключён</translation>
     </message>
     <message>
         <source>未保存</source>
-        <translation>не сохранено</translation>
+        <translation>не сохранён</translation>
     </message>
     <message>
         <source>重复分配</source>
-        <translation>занят дважды</translation>
+        <translation>дважды</translation>
     </message>
     <message>
         <source>运行中</source>
-        <translation>работает</translation>
+        <translation>работа</translation>
     </message>
     <message>
         <source>已锁定</source>
-        <translation>заблокировано</translation>
+        <translation>закрыто</translation>
     </message>
     <message>
         <source>已打开</source>
-        <translation>уже включён</translation>
+        <translation>уже вкл.</translation>
     </message>
 </context>
 <context>
