@@ -23,6 +23,63 @@ Matrix matrixOf(const Orientation& rot) {
              {-sy, cy * sx, cy * cx}}};
 }
 
+/// The inverse of matrixOf().
+Orientation orientationOf(const Matrix& m) {
+    constexpr double upright = 1e-9;
+    const double cy = std::hypot(m[0][0], m[1][0]);
+    if (cy < upright) {  // the tool's z lies along x: only the sum or the difference of the others is known
+        return {std::atan2(-m[1][2], m[1][1]), std::atan2(-m[2][0], cy), 0.0};
+    }
+    return {std::atan2(m[2][1], m[2][2]), std::atan2(-m[2][0], cy), std::atan2(m[1][0], m[0][0])};
+}
+
+/// The product; with `Transposed` of the transpose of `a`.
+enum class First { AsItIs, Transposed };
+Matrix product(const Matrix& a, const Matrix& b, First first = First::AsItIs) {
+    Matrix result{};
+    for (std::size_t row = 0; row < 3; ++row) {
+        for (std::size_t column = 0; column < 3; ++column) {
+            for (std::size_t k = 0; k < 3; ++k) {
+                result[row][column] += (first == First::AsItIs ? a[row][k] : a[k][row]) * b[k][column];
+            }
+        }
+    }
+    return result;
+}
+
+/// The axis, a unit vector, of a rotation by `angle`.
+Position axisOf(const Matrix& m, double angle) {
+    constexpr double nearlyHalf = 1e-4;
+    const Position twist{m[2][1] - m[1][2], m[0][2] - m[2][0], m[1][0] - m[0][1]};
+    if (std::abs(std::sin(angle)) > nearlyHalf) {
+        return twist / (2 * std::sin(angle));
+    }
+    // Half a turn: m = 2·a·aᵀ − 1, so the longest column of m + 1 lies along the axis.
+    Position longest;
+    for (std::size_t column = 0; column < 3; ++column) {
+        Position along{m[0][column], m[1][column], m[2][column]};
+        along[column] += 1.0;
+        longest = length(along) > length(longest) ? along : longest;
+    }
+    const Position axis = longest / length(longest);
+    return dot(axis, twist) < 0.0 ? axis * -1.0 : axis;
+}
+
+/// Rodrigues' formula.
+Matrix rotation(const Position& axis, double angle) {
+    const double c = std::cos(angle), s = std::sin(angle);
+    Matrix m{};
+    for (std::size_t row = 0; row < 3; ++row) {
+        for (std::size_t column = 0; column < 3; ++column) {
+            m[row][column] = axis[row] * axis[column] * (1 - c) + (row == column ? c : 0.0);
+        }
+        const std::size_t next = (row + 1) % 3, last = (row + 2) % 3;
+        m[row][next] -= axis[last] * s;
+        m[row][last] += axis[next] * s;
+    }
+    return m;
+}
+
 double largest(const Position& a) {
     return std::max({std::abs(a.x), std::abs(a.y), std::abs(a.z)});
 }
@@ -40,6 +97,17 @@ double angleBetween(const Orientation& a, const Orientation& b) {
         }
     }
     return std::acos(std::clamp((trace - 1.0) / 2.0, -1.0, 1.0));
+}
+
+Orientation interpolated(const Orientation& a, const Orientation& b, double fraction) {
+    constexpr double sameRad = 1e-6;
+    const double angle = angleBetween(a, b);
+    if (angle < sameRad || fraction <= 0.0 || fraction >= 1.0) {
+        return fraction < 1.0 ? a : b;
+    }
+    const Matrix from = matrixOf(a);
+    const Matrix turn = product(from, matrixOf(b), First::Transposed);
+    return orientationOf(product(from, rotation(axisOf(turn, angle), angle * fraction)));
 }
 
 CircleFault arcFault(const Position& a, const Position& b, const Position& c) {

@@ -62,6 +62,9 @@ using Orientation = std::array<double, 3>;
 /// The angle in rad, 0 to π, of the rotation that takes a to b.
 [[nodiscard]] double angleBetween(const Orientation& a, const Orientation& b);
 
+/// The orientation at a fraction of the rotation that takes a to b, about its one axis the shorter way.
+[[nodiscard]] Orientation interpolated(const Orientation& a, const Orientation& b, double fraction);
+
 /// Why three points make no arc or circle.
 enum class CircleFault { None, Coincident, Collinear };
 
@@ -98,6 +101,8 @@ public:
     /// The first leg that ends behind an angle; `legCount()` where none does.
     [[nodiscard]] int legAt(double angle) const;
     [[nodiscard]] int legCount() const { return static_cast<int>(ends_.size()); }
+    /// The angle at the end of a leg.
+    [[nodiscard]] double legEnd(int leg) const { return ends_[static_cast<std::size_t>(leg)]; }
 
     /// What is left of the arc: from where the tool is to the end of `leg` through `via`, then the later
     /// legs.

@@ -57,6 +57,17 @@ constexpr QLatin1String triggerStart = "lumo.execute.trigger.start"_l1;
 constexpr QLatin1String triggerPause = "lumo.execute.trigger.pause"_l1;
 constexpr QLatin1String triggerOnce = "lumo.execute.trigger.once"_l1;
 constexpr QLatin1String executeDt = "lumo.execute.dt"_l1;
+/// How far back on the welded path a weld opens that goes on after a stop, mm; read at the start.
+constexpr QLatin1String executeOverlap = "lumo.execute.overlap"_l1;
+/// How much of the path is welded already where the weld opens that was taken up last, mm. The executor writes
+/// it.
+constexpr QLatin1String executeOverlapped = "lumo.execute.overlapped"_l1;
+/// Whether the next run or step is a dry run.
+constexpr QLatin1String executeDry = "lumo.execute.dry"_l1;
+/// Speed of a dry run in welds, % of the weld speed.
+constexpr QLatin1String executeDrySpeed = "lumo.execute.drySpeed"_l1;
+/// Whether a dry run is under way. The executor writes it.
+constexpr QLatin1String executeDryRun = "lumo.execute.dryRun"_l1;
 
 // The host's nodes.
 constexpr QLatin1String robotPower = "kord.r.power"_l1;
@@ -163,6 +174,9 @@ constexpr QLatin1String ports = "lumo_port.json"_l1;
 constexpr QLatin1String parameters = "lumo_param.json"_l1;
 constexpr QLatin1String stations = "lumo_signalsConfig.json"_l1;
 }  // namespace file
+
+/// The longest overlap that is taken, mm.
+constexpr double mostOverlapMm = 20.0;
 
 /// Values of the package's global `hand_or_signalbing`: what the next trigger starts.
 namespace runmode {

@@ -1,5 +1,6 @@
 #include "equipment/ports.h"
 
+#include "equipment/dryguard.h"
 #include "equipment/handlit.h"
 
 #include <algorithm>
@@ -19,9 +20,12 @@ QString portName(I_PORT port) {
     return portRow(port)->c(field::name)->getString();
 }
 
-/// Sends a register write, or appends it to the batch.
-void writeRegister(QObject* sender, const QString& name, const QString& type, int value, int bias,
+/// Sends a register write, or appends it to the batch. False, and nothing done, where a dry run forbids it.
+bool writeRegister(QObject* sender, const QString& name, const QString& type, int value, int bias,
                    ModuleObject* batch) {
+    if (lumo::isHeldDark(name, type, bias, value)) {
+        return false;
+    }
     ModuleObject record;
     record.set(sender, field::name, name)
         ->set(sender, field::type, type)
@@ -32,6 +36,7 @@ void writeRegister(QObject* sender, const QString& name, const QString& type, in
     } else {
         kordservice()->command(sender, command::registerWrite, &record);
     }
+    return true;
 }
 
 bool isAnalogue(I_PORT port) {
@@ -60,17 +65,15 @@ bool setPortDO(QObject* sender, I_PORT port, bool on, ModuleObject* batch) {
     }
     const QString name = portName(port);
     const QString registerName = name.section(QLatin1Char('.'), 0, 0);
-    writeRegister(sender, registerName, QStringLiteral("bit"), on ? 1 : 0, ModuleObject::indexOfRname(name),
-                  batch);
-    return true;
+    return writeRegister(sender, registerName, QStringLiteral("bit"), on ? 1 : 0,
+                         ModuleObject::indexOfRname(name), batch);
 }
 
 bool setPortAO(QObject* sender, I_PORT port, double fraction, ModuleObject* batch) {
     if (!portEnabled(port)) {
         return false;
     }
-    writeRegister(sender, portName(port), QStringLiteral("int16"), scaledFraction(fraction), 0, batch);
-    return true;
+    return writeRegister(sender, portName(port), QStringLiteral("int16"), scaledFraction(fraction), 0, batch);
 }
 
 void clearPort(QObject* sender, I_PORT output) {

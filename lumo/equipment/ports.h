@@ -6,7 +6,7 @@
 class QObject;
 
 /// Switches a digital output with one "register.write", or appends the record to `batch` when given. False,
-/// and nothing done, when the port is not in use or its row is missing.
+/// and nothing done, when the port is not in use or its row is missing, or when a dry run forbids it.
 bool setPortDO(QObject* sender, I_PORT port, bool on, ModuleObject* batch = nullptr);
 
 /// Sets an analogue output to a fraction of full scale. Not-a-number writes 0. Batch and result as

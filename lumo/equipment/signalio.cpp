@@ -1,5 +1,6 @@
 #include "equipment/signalio.h"
 
+#include "equipment/dryguard.h"
 #include "module/host.h"
 
 #include <QVariantHash>
@@ -21,6 +22,9 @@ bool signalLevel(QObject* sender, const Signal& input) {
 }
 
 void writeSignal(QObject* sender, const Signal& output, const QVariant& state) {
+    if (isHeldDark(output, state)) {
+        return;
+    }
     if (output.isIo) {
         kordservice()->command(sender, command::outDo,
                                QVariantHash{{field::name, output.ioName}, {field::value, state}});

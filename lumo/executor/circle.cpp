@@ -3,6 +3,8 @@
 #include "program/fullcircle.h"
 #include "program/words.h"
 
+#include <cmath>
+
 using namespace prog;
 
 namespace {
@@ -50,6 +52,15 @@ void calcAux(const ModuleObject* s, const ModuleObject* p1, const ModuleObject* 
     writeTrans(aux3, aux[2]);
 }
 
+bool isNearTrans(const ModuleObject* a, const ModuleObject* b, double distanceM) {
+    double squares = 0.0;
+    for (int i = 0; i < 3; ++i) {
+        const double difference = a->c(i)->getDouble(0.0) - b->c(i)->getDouble(0.0);
+        squares += difference * difference;
+    }
+    return std::sqrt(squares) < distanceM;
+}
+
 namespace lumo {
 
 ModuleObject* targetNode(const ModuleObject* move, bool isPoint1) {
@@ -60,12 +71,22 @@ Position positionOf(const ModuleObject* point) {
     return TaughtPoint::from(point).trans;
 }
 
+Pose poseOf(const ModuleObject* point) {
+    const TaughtPoint taught = TaughtPoint::from(point);
+    return {taught.trans, taught.rot};
+}
+
+Pose toolPose() {
+    return poseOf(kordservice()->get(nullptr, key::posture));
+}
+
 std::optional<Arc> QueuedArc::arc() const {
     if (!command->hasCmobj(path)) {
-        return Arc::through(start, pointIn(command.get(), auxiliary), pointIn(command.get(), field::point));
+        return Arc::through(start.trans, pointIn(command.get(), auxiliary),
+                            pointIn(command.get(), field::point));
     }
     const ModuleObject* const legs = command->c(path);
-    return Arc::circle(start, pointIn(legs->c(0), field::point), pointIn(legs->c(1), field::point));
+    return Arc::circle(start.trans, pointIn(legs->c(0), field::point), pointIn(legs->c(1), field::point));
 }
 
 double QueuedArc::speedMPerS() const {

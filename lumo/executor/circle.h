@@ -1,6 +1,7 @@
 #pragma once
 
 #include "module/host.h"
+#include "program/pathpiece.h"
 #include "program/runprogram.h"
 
 #include <memory>
@@ -15,6 +16,9 @@ ModuleObject* findLastTargetPosNode(ModuleObject* stmt);
 void calcAux(const ModuleObject* s, const ModuleObject* p1, const ModuleObject* p2, ModuleObject* aux1,
              ModuleObject* aux2, ModuleObject* aux3);
 
+/// Whether two positions (list nodes, metres) are less than `distanceM` apart.
+bool isNearTrans(const ModuleObject* a, const ModuleObject* b, double distanceM);
+
 namespace lumo {
 
 /// The point of a move that a target names.
@@ -22,10 +26,14 @@ namespace lumo {
 
 /// The position of a point (a node with `trans` in metres).
 [[nodiscard]] prog::Position positionOf(const ModuleObject* point);
+/// The same with its `rot`.
+[[nodiscard]] prog::Pose poseOf(const ModuleObject* point);
+/// The robot's posture now.
+[[nodiscard]] prog::Pose toolPose();
 
 /// An arc or full circle as it was handed to the controller, in a run.
 struct QueuedArc {
-    prog::Position start;
+    prog::Pose start;
     double from = 0.0;                      ///< angle from which on it was queued: it had been resumed before
     std::shared_ptr<ModuleObject> command;  ///< its arguments, for the whole of it
 

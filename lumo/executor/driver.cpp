@@ -1,5 +1,6 @@
 #include "executor/driver.h"
 
+#include "executor/weldflag.h"
 #include "module/globals.h"
 #include "program/words.h"
 
@@ -30,14 +31,6 @@ bool isBusy() {
     return m(key::executeState)->getString() == word::busy;
 }
 
-bool isWeldFlagged() {
-    return m(key::weldOpen)->getBool(false);
-}
-
-void setWeldFlag(QObject* sender, bool open) {
-    m(key::weldOpen)->setValue(sender, open);
-}
-
 void send(QObject* sender, QLatin1String command) {
     kordservice()->command(sender, command, static_cast<const ModuleObject*>(nullptr));
 }
@@ -57,6 +50,8 @@ void Driver::connectTree() {
     connect(&laser_, &Laser::pendingChanged, this, &Driver::activityChanged);
     connect(&laser_, &Laser::opened, this, &Driver::onOpened);
     connect(&motions_, &Motions::failed, this, &Driver::failRun);
+    connect(&resumption_, &Resumption::failed, this, &Driver::failOnTheWay);
+    connect(&resumption_, &Resumption::notThere, this, &Driver::onNotThere);
     connect(&waiter_, &Waiter::waitingChanged, this, &Driver::activityChanged);
     connect(&waiter_, &Waiter::quitting, this, &Driver::quit);
     connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, this, &Driver::quit);
@@ -73,6 +68,7 @@ void Driver::onPermission() {
 void Driver::onOpened() {
     if (run_ && run_->inStatement) {
         resume_.weldOpened(run_->original(run_->line));
+        motions_.welded().clear();
     }
 }
 
@@ -169,12 +165,22 @@ void Driver::begin(Run& run) {
     run_ = &run;
     motions_.begin(run);
     changeDepth(+1);
+    if (run.ofHandProgram()) {
+        resume_.setFinished(false);
+    }
+    if (run.isDry()) {
+        dry_.begin();
+    }
     setState(word::busy);
 }
 
 void Driver::end(Run& run) {
+    dry_.light(false);
     if (!run.isAborted && !run.isStep) {
         resume_.hold(run.original(run.line));
+    }
+    if (!run.isAborted && run.reachedEnd && run.ofHandProgram()) {
+        resume_.setFinished(true);
     }
     motions_.end();
     run_ = nullptr;
@@ -182,6 +188,7 @@ void Driver::end(Run& run) {
     if (!isIdle()) {
         setState(word::idle);
     }
+    dry_.end();
     changeDepth(-1);
 }
 
@@ -210,23 +217,31 @@ void Driver::walk(Run& run, int line) {
     motions_.beginBatches(line);
     const bool isReady = prepareRobot(run);
     setLine(line);
-    if (isReady) {
-        takeUp(run, line);
-    }
+    int i = isReady ? resumption_.takeUp(run, line) : line;
     if (run.isAborted) {
         return;
     }
-    motions_.forgetArc();  // the run has what is left of it
+    motions_.arcs().forgetStopped();  // the run has what is left of it
     resume_.goOn();
-    int i = line;
+    if (run.isDry()) {
+        enterDryWeld(run, run.program.isExecuted(line) && run.program.weldOf(line) >= 0);
+    }
     for (; i < run.program.lineCount() && isBusy(); ++i) {
-        if (run.program.isExecuted(i) && !execute(run, i)) {
+        const bool isDone = i < line && !isOfOverlap(run.program.statement(i));
+        if (run.program.isExecuted(i) && !isDone && !execute(run, i)) {
             return;
         }
     }
     run.inStatement = false;
     resume_.hold(run.original(run.line));  // a stop in the closing leaves the last line
-    endWeldOfWalk(i == run.program.lineCount());
+    run.reachedEnd = i == run.program.lineCount();
+    endWeldOfWalk(run.reachedEnd);
+}
+
+/// Of the statements in front of the line that is taken up: outputs are not set again, and nothing is awaited
+/// again.
+bool Driver::isOfOverlap(const Statement& statement) {
+    return statement.moves || statement.type == StatementType::Param;
 }
 
 /// One line of a walk. False when the run was aborted meanwhile.
@@ -262,6 +277,9 @@ int Driver::execProgram(int line) {
     if (statement.moves) {
         return executeMove(line);
     }
+    if (run_->isDry() && passDry(statement.type)) {
+        return 0;
+    }
     switch (statement.type) {
         case StatementType::Param:
             laser_.takeOver(statement.set);
@@ -285,6 +303,20 @@ int Driver::execProgram(int line) {
             break;
     }
     return 0;
+}
+
+/// What a dry run does in place of a statement for the laser. False for other statements.
+bool Driver::passDry(StatementType type) {
+    if (type == StatementType::Open || type == StatementType::Close) {
+        enterDryWeld(*run_, type == StatementType::Open);
+        return true;
+    }
+    return type == StatementType::Param;
+}
+
+void Driver::enterDryWeld(Run& run, bool isIn) {
+    run.inDryWeld = isIn;
+    dry_.light(isIn);
 }
 
 int Driver::executeMove(int line) {
@@ -343,59 +375,15 @@ void Driver::failRun(int code, int line) {
     message.show(QMessageBox::Critical);
 }
 
-// --- Going on after a stop ------------------------------------------------------------------------
-
-/// A weld or an arc that was stopped goes on where it stopped: the tool goes back there, dark, and the laser
-/// opens there. A line that does not lie in the weld that was left open goes dark.
-void Driver::takeUp(Run& run, int line) {
-    if (isWeldFlagged() && !run.inWeld) {
-        setWeldFlag(sender_, false);
-    }
-    const bool ofArc = isStoppedArc(run.original(line)) && run.program.isExecuted(line);
-    const bool reopens = run.inWeld && isWeldFlagged() && weldingPermitted();
-    if (run.inWeld && !weldingPermitted()) {
-        resume_.weldOpened(nullptr);  // from here on its seam is left dark: no later start may go on with it
-    }
-    if (!run.isAborted && run.ofHandProgram() && resume_.mustGoBack(line, reopens || ofArc)) {
-        goBack(run, line);
-    }
-    if (!run.isAborted && ofArc && !motions_.takeUpArc(line)) {
-        setWeldFlag(sender_, false);  // all of it is run, dark
-    }
-    if (!run.isAborted && run.inWeld && isWeldFlagged()) {
-        const int open = run.program.openBefore(line);
-        const Statement statement = open < 0 ? Statement() : run.program.statement(open);
-        laser_.openIfPermitted(open < 0 ? nullptr : &statement);
-    }
+/// On the way back, which belongs to no line.
+void Driver::failOnTheWay(int code) {
+    failRun(code, -1);
 }
 
-void Driver::goBack(const Run& run, int line) {
-    const int code = motions_.goBack(line);
-    if (!run.isAborted && code != 0) {
-        failRun(code, -1);
-    }
-    double awayMm = 0.0;
-    if (!run.isAborted &&
-        ResumePoint::isAway(&awayMm)) {  // a controller that says too early that it is there
-        pause();
-        RunMessage::notBack(awayMm).show(QMessageBox::Warning);
-    }
-}
-
-/// Whether the last stop interrupted this statement, and on an arc.
-bool Driver::isStoppedArc(const ModuleObject* statement) const {
-    return motions_.hasArc() && resume_.isStoppedIn(statement);
-}
-
-Outlook Driver::outlook(int line) const {
-    Outlook outlook;
-    ModuleObject* const stmt = m(key::program)->c(line);
-    outlook.permitted = weldingPermitted();
-    outlook.inWeld = isWeldFlagged() && resume_.liesInWeld(line);
-    outlook.reopens = outlook.inWeld && outlook.permitted;
-    outlook.restOfArc = !stmt->isNull() && isStoppedArc(stmt) && isExecuted(stmt);
-    outlook.goesBack = resume_.mustGoBack(line, outlook.reopens || outlook.restOfArc, &outlook.distanceMm);
-    return outlook;
+/// A controller that says too early that the tool is back where a weld was stopped.
+void Driver::onNotThere(double awayMm) {
+    pause();
+    RunMessage::notBack(awayMm).show(QMessageBox::Warning);
 }
 
 // --- Stopping -------------------------------------------------------------------------------------
@@ -415,7 +403,9 @@ void Driver::pause() {
     motions_.forget();
     waiter_.end(WaitEnd::Abort);
     keepStop();
-    if (mine == aborts_) {  // else a listener of these writes has stopped everything meanwhile
+    if (dry_.isUnderWay()) {
+        dry_.light(false);         // there is nothing to close, and no wire to pull back
+    } else if (mine == aborts_) {  // else a listener of these writes has stopped everything meanwhile
         laser_.close();
     }
     setState(word::idle);
@@ -447,6 +437,7 @@ void Driver::emergencyStop() {
     send(sender_, command::stop);
     keepStop();
     laser_.shutDown();
+    dry_.light(false);
     setState(word::idle);
 }
 
@@ -471,6 +462,9 @@ void Driver::abort() {
 /// The resume data of a stop. One that interrupts no statement (on the way back, while idle, a second one)
 /// leaves those of the stop before.
 void Driver::keepStop() {
+    if (run_ && run_->isStep) {
+        resume_.setFinished(false);
+    }
     if (!run_ || !std::exchange(run_->inStatement, false)) {
         resume_.release();
         return;

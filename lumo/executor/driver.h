@@ -1,10 +1,12 @@
 #pragma once
 
 #include "executor/cellstatements.h"
+#include "executor/dryrun.h"
 #include "executor/laser.h"
 #include "executor/motions.h"
 #include "executor/outlook.h"
 #include "executor/resumepoint.h"
+#include "executor/resumption.h"
 #include "executor/run.h"
 #include "executor/runmessages.h"
 #include "executor/schedule.h"
@@ -44,7 +46,9 @@ public:
     /// Executes one line of the program under way; 0, or the motion's error code.
     int execProgram(int line);
 
-    [[nodiscard]] Outlook outlook(int line) const;
+    [[nodiscard]] Outlook outlook(int line) const { return resumption_.outlook(line); }
+    /// Whether the last run of the hand program came to its end, and nothing has changed since.
+    [[nodiscard]] bool isFinished() const { return resume_.isFinished(); }
     [[nodiscard]] QVariantMap waiting() const { return waiter_.waiting(); }
     /// Walks, single steps and pauses on the stack.
     [[nodiscard]] int depth() const { return depth_; }
@@ -61,6 +65,8 @@ private:
     void onPermission();
     void onOpened();
     void onRemoved(const QString& name);
+    void failOnTheWay(int code);
+    void onNotThere(double awayMm);
 
     // Starting
     [[nodiscard]] std::optional<RunMessage> refusal(int line, const ModuleObject* program) const;
@@ -74,15 +80,13 @@ private:
     // Walking
     void walk(Run& run, int line);
     [[nodiscard]] bool execute(Run& run, int line);
+    [[nodiscard]] static bool isOfOverlap(const prog::Statement& statement);
+    bool passDry(prog::StatementType type);
+    void enterDryWeld(Run& run, bool isIn);
     int executeMove(int line);
     void endWeldOfWalk(bool reachedEnd);
     void step(Run& run, int line);
     void failRun(int code, int line);
-
-    // Going on after a stop
-    void takeUp(Run& run, int line);
-    void goBack(const Run& run, int line);
-    [[nodiscard]] bool isStoppedArc(const ModuleObject* statement) const;
 
     // Stopping
     void abort();
@@ -100,7 +104,9 @@ private:
     Laser laser_{sender_, schedule_, waiter_};
     Motions motions_{sender_, waiter_};
     CellStatements cell_{sender_, waiter_};
+    DryRun dry_{sender_};
     ResumePoint resume_;
+    Resumption resumption_{sender_, laser_, motions_, resume_};
     Run* run_ = nullptr;  ///< the walk or step on the stack
     int depth_ = 0;
     int aborts_ = 0;         ///< pauses, emergency stops and ends of the application so far

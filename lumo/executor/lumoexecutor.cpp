@@ -49,6 +49,14 @@ bool LumoExecutor::litByHand() {
     return lumo::isLitByHand();
 }
 
+bool LumoExecutor::finished() const {
+    return driver_->isFinished();
+}
+
+int LumoExecutor::startLine() const {
+    return finished() ? 0 : m(key::currentLine)->getInt();
+}
+
 lumo::Outlook LumoExecutor::outlook(int line) const {
     return driver_->outlook(line);
 }

@@ -32,6 +32,10 @@ class LUMO_EXPORT LumoExecutor : public QObject {
     Q_PROPERTY(int depth READ depth NOTIFY activityChanged)
     /// Whether a device is on that the device page switched on. Its change is not announced.
     Q_PROPERTY(bool litByHand READ litByHand)
+    /// Whether the last run of the hand program came to its end and nothing has changed since: the page's
+    /// Start begins at the first line. It changes before the state does, and when the program or the resume
+    /// line is changed.
+    Q_PROPERTY(bool finished READ finished)
 public:
     using Outlook = lumo::Outlook;
 
@@ -44,6 +48,10 @@ public:
     [[nodiscard]] int pendingSteps() const;
     [[nodiscard]] int depth() const;
     [[nodiscard]] static bool litByHand();
+    [[nodiscard]] bool finished() const;
+    /// The line at which the page's Start begins: the first one after a run that came to its end, else the
+    /// resume line.
+    [[nodiscard]] Q_INVOKABLE int startLine() const;
     /// What a start of the hand program at a line would do.
     [[nodiscard]] Outlook outlook(int line) const;
     /// The same as a map, for programs that load the package at run time.

@@ -1,6 +1,8 @@
 #include "executor/motions.h"
 
 #include "executor/circle.h"
+#include "executor/weldflag.h"
+#include "program/dryspeed.h"
 #include "program/words.h"
 
 #include <QJsonArray>
@@ -8,19 +10,9 @@
 #include <QTimer>
 
 #include <algorithm>
-#include <cmath>
 #include <utility>
 
 using namespace prog;
-
-bool isNearTrans(const ModuleObject* a, const ModuleObject* b, double distanceM) {
-    double squares = 0.0;
-    for (int i = 0; i < 3; ++i) {
-        const double difference = a->c(i)->getDouble(0.0) - b->c(i)->getDouble(0.0);
-        squares += difference * difference;
-    }
-    return std::sqrt(squares) < distanceM;
-}
 
 namespace lumo {
 
@@ -39,14 +31,15 @@ void sendEnough(QObject* sender) {
     kordservice()->command(sender, command::enough, static_cast<const ModuleObject*>(nullptr));
 }
 
-Position toolPosition() {
-    return positionOf(kordservice()->get(nullptr, key::posture));
-}
-
-/// The taught points of a statement, to be compared.
-QString pointsOf(const ModuleObject* stmt) {
-    const QJsonArray points{stmt->c(field::point)->exportToJson(), stmt->c(field::point1)->exportToJson()};
-    return QString::fromUtf8(QJsonDocument(points).toJson(QJsonDocument::Compact));
+/// A point of the way back: what it has beyond position and rotation is that of the stop.
+void appendPoint(QObject* sender, ModuleObject* parent, QLatin1String name, const Pose& pose) {
+    appendCopy(sender, parent, name, m(key::currentPausePoint));
+    ModuleObject* const point = parent->c(name);
+    for (std::size_t i = 0; i < 3; ++i) {
+        const QString index = mIndex(int(i));
+        point->set(sender, mName(field::trans, index), pose.trans[i], true)
+            ->set(sender, mName(field::rot, index), pose.rot[i], true);
+    }
 }
 
 }  // namespace
@@ -60,9 +53,7 @@ void Motions::begin(const Run& run) {
 
 void Motions::end() {
     run_ = nullptr;
-    arcs_.clear();
-    rest_.reset();
-    restLine_ = -1;
+    arcs_.endRun();
     queuedLastLine_ = -1;
     circleFault_ = CircleFault::None;
 }
@@ -151,8 +142,12 @@ ModuleObject* Motions::openBefore(ModuleObject* stmt) const {
 
 /// Inside a weld the speed is that of its "open".
 void Motions::setTrajectory(ModuleObject* args, ModuleObject* stmt) {
-    const ModuleObject* const open = m(key::weldOpen)->getBool(false) ? openBefore(stmt) : nullptr;
-    const double speed = open ? valueOf(open).weldSpeedMmPerS : valueOf(stmt).speedMmPerS;
+    const bool isDry = run_ && run_->inDryWeld && isOfRun(stmt);
+    const ModuleObject* const open = isDry || isWeldFlagged() ? openBefore(stmt) : nullptr;
+    double speed = open ? valueOf(open).weldSpeedMmPerS : valueOf(stmt).speedMmPerS;
+    if (isDry && open) {
+        speed = dryMmPerS(speed, valueOf(stmt).speedMmPerS, run_->dryPercent);
+    }
     args->set(sender_, QStringLiteral("traj.speed"), speed / mmPerM, true)
         ->set(sender_, QStringLiteral("traj.zone"), valueOf(stmt).zoneMm.value_or(0.0) / mmPerM, true);
 }
@@ -179,7 +174,9 @@ void Motions::queueMoveC(ModuleObject* stmt) {
     appendCopy(sender_, &args, QLatin1String("aux"), stmt->c(field::point, false));
     appendCopy(sender_, &args, field::point, stmt->c(field::point1, false));
     setTrajectory(&args, stmt);
-    keepQueuedArc(stmt, startOfNext(), &args);
+    if (isOfRun(stmt)) {
+        arcs_.keep(lineOf(stmt), startOfNext(), &args);
+    }
     send(stmt, command::moveC, &args);
 }
 
@@ -221,25 +218,55 @@ int Motions::queueMoveCC(ModuleObject* stmt) {
         aux[arc] = element->c(QStringLiteral("aux"), false);
     }
     calcAux(start, p1, p2, aux[0], aux[1], aux[2]);
-    keepQueuedArc(stmt, positionOf(start), &args);
+    if (isOfRun(stmt)) {
+        arcs_.keep(lineOf(stmt), poseOf(start), &args);
+    }
     send(stmt, command::moveC, &args);
     return 0;
 }
 
-int Motions::goBack(int line) {
+/// Sends a motion of the way back, for the statement of a line.
+int Motions::sendDark(QLatin1String command, ModuleObject* args, int line) {
     constexpr double jointStatementMmPerS = 50.0;
     const Statement statement = run_->program.statement(line);
     const bool isOwn = statement.type != StatementType::MoveJ && statement.speedMmPerS > 0.0;
     const double speed = isOwn ? statement.speedMmPerS : jointStatementMmPerS;
+    args->set(sender_, QStringLiteral("traj.speed"), speed / mmPerM, true)
+        ->set(sender_, QStringLiteral("traj.zone"), 0.0, true);
+    return send(nullptr, command, args);
+}
+
+int Motions::goBack(int line) {
     ModuleObject args(QStringLiteral("tmp"));
     appendCopy(sender_, &args, field::point, m(key::currentPausePoint));
-    args.set(sender_, QStringLiteral("traj.speed"), speed / mmPerM, true)
-        ->set(sender_, QStringLiteral("traj.zone"), 0.0, true);
-    const int motion = send(nullptr, command::moveL, &args);
+    return awaitDark({sendDark(command::moveL, &args, line)});
+}
+
+int Motions::goBackAlong(const std::vector<WayBack>& way, int line) {
+    std::vector<int> motions;
+    for (const WayBack& leg : way) {
+        ModuleObject args(QStringLiteral("tmp"));
+        if (leg.via) {
+            appendPoint(sender_, &args, QLatin1String("aux"), *leg.via);
+        }
+        appendPoint(sender_, &args, field::point, leg.target);
+        motions.push_back(sendDark(leg.via ? command::moveC : command::moveL, &args, line));
+        if (isAborted()) {
+            break;
+        }
+    }
+    return awaitDark(motions);
+}
+
+int Motions::awaitDark(const std::vector<int>& motions) {
     if (!isAborted()) {
         sendEnough(sender_);
     }
-    return isAborted() ? 0 : awaitMotion(motion);
+    int code = 0;
+    for (auto motion = motions.begin(); motion != motions.end() && code == 0 && !isAborted(); ++motion) {
+        code = awaitMotion(*motion);
+    }
+    return isAborted() ? 0 : code;
 }
 
 /// Sends a motion for a statement (null: for none) and returns its number.
@@ -247,7 +274,11 @@ int Motions::send(const ModuleObject* stmt, QLatin1String command, const ModuleO
     // Counted before the call: a controller may answer inside it.
     const int motion = motions_.size();
     if (isOfRun(stmt)) {
-        queuedLastLine_ = run_->lineOf(stmt);
+        const int line = run_->lineOf(stmt);
+        if (run_->ofHandProgram() && isWeldFlagged()) {
+            welded_.queued(*run_, line, startOfNext(), arcs_.queuedBy(line));
+        }
+        queuedLastLine_ = line;
         motionOfLine_[queuedLastLine_] = motion;
     }
     motions_.append(Motion());
@@ -381,91 +412,59 @@ void Motions::storeCurrent(const ModuleObject* stmt, const QString& type) {
     }
 }
 
-// --- Arcs that were stopped -----------------------------------------------------------------------
+// --- Going on after a stop ------------------------------------------------------------------------
 
 /// Where the robot will be when the motion that is queued next begins.
-Position Motions::startOfNext() const {
+Pose Motions::startOfNext() const {
     if (outstanding() == 0 || queuedLastLine_ < 0) {
-        return toolPosition();
+        return toolPose();
     }
-    const int line = queuedLastLine_;
-    const Statement last = run_->program.statement(line);
-    const auto arc = arcs_.find(line);
-    if (last.type == StatementType::MoveCC && arc != arcs_.end()) {
-        return arc->second.start;
+    const Statement last = run_->program.statement(queuedLastLine_);
+    const QueuedArc* const arc = arcs_.queuedBy(queuedLastLine_);
+    if (last.type == StatementType::MoveCC && arc) {
+        return arc->start;
     }
-    return (last.type == StatementType::MoveC ? last.point1 : last.point).trans;
-}
-
-void Motions::keepQueuedArc(const ModuleObject* stmt, const Position& start, const ModuleObject* args) {
-    if (!isOfRun(stmt)) {
-        return;
-    }
-    QueuedArc& kept = arcs_[run_->lineOf(stmt)];
-    kept.start = start;
-    kept.command = std::make_shared<ModuleObject>(QStringLiteral("arc"));
-    kept.command->copyFrom(sender_, args);
+    const TaughtPoint& end = last.type == StatementType::MoveC ? last.point1 : last.point;
+    return {end.trans, end.rot};
 }
 
 void Motions::keepArc() {
-    stopped_.reset();
-    if (!run_->original(run_->line)) {
-        return;
-    }
-    const auto queued = arcs_.find(run_->line);
-    if (queued == arcs_.end()) {
-        if (rest_ && restLine_ == run_->line) {
-            stopped_ = rest_;  // stopped before the rest was queued
-        }
-        return;
-    }
-    const std::optional<Arc> arc = queued->second.arc();
-    if (!arc) {
-        return;
-    }
     constexpr double msPerS = 1000.0;
-    const double seconds = double(mendo::Clock::current().elapsedMs() - awaitedSinceMs_) / msPerS;
-    const double expected = queued->second.from + queued->second.speedMPerS() * seconds / arc->radiusM();
-    StoppedArc stopped;
-    stopped.queued = queued->second;
-    stopped.reached =
-        arc->angleOnTheWay(toolPosition(), queued->second.from, std::min(expected, arc->total()));
-    stopped.points = pointsOf(run_->record(run_->line));
-    stopped_ = stopped;
+    arcs_.forgetStopped();
+    if (run_->original(run_->line)) {
+        const double seconds = double(mendo::Clock::current().elapsedMs() - awaitedSinceMs_) / msPerS;
+        arcs_.stopIn(run_->line, run_->record(run_->line), toolPose().trans, seconds);
+    }
 }
 
 bool Motions::takeUpArc(int line) {
-    constexpr double nearM = 0.002;
-    StoppedArc rest = *stopped_;
-    const std::optional<Arc> arc = rest.queued.arc();
-    const Position tool = toolPosition();
-    rest.reached = arc ? arc->angleNear(tool, rest.queued.from, rest.reached) : 0.0;
-    if (!arc || rest.points != pointsOf(run_->record(line)) ||
-        distance(tool, arc->at(rest.reached)) > nearM) {
-        return false;
-    }
-    rest_ = rest;
-    restLine_ = line;
-    return true;
+    return arcs_.takeUp(line, run_->record(line), toolPose().trans);
+}
+
+Overlap Motions::overlap(int line, double mm) {
+    return welded_.back(*run_, line, toolPose().trans, arcs_.reachedOn(line), mm);
+}
+
+void Motions::beginOverlap(const Overlap& overlap) {
+    arcs_.setRest(overlap.line, overlap.rest);
+    beginBatches(overlap.line);
 }
 
 /// Queues what is left of the arc that the run takes up; nothing where nothing is left. False for any other
 /// statement.
 bool Motions::queueRest(ModuleObject* stmt) {
     const int line = lineOf(stmt);
-    if (!rest_ || restLine_ != line || !isOfRun(stmt)) {
+    const std::optional<Arcs::Begun> rest = isOfRun(stmt) ? arcs_.takeRest(line) : std::nullopt;
+    if (!rest) {
         return false;
     }
-    const StoppedArc rest = *std::exchange(rest_, std::nullopt);
-    const Arc arc = *rest.queued.arc();
+    const Arc arc = *rest->queued.arc();
     ModuleObject args(QStringLiteral("tmp"));
-    if (!rest.queued.fillRest(&args, arc, rest.reached)) {
+    if (!rest->queued.fillRest(&args, arc, rest->reached)) {
         return true;
     }
     setTrajectory(&args, stmt);
-    QueuedArc& kept = arcs_[line];
-    kept = rest.queued;
-    kept.from = rest.reached;
+    arcs_.keepRest(line, *rest);
     send(stmt, command::moveC, &args);
     return true;
 }
@@ -473,18 +472,18 @@ bool Motions::queueRest(ModuleObject* stmt) {
 /// An arc that was taken up in the middle: the tool does not come past the points again that it has passed,
 /// and a circle still ends where it began.
 void Motions::passedBefore(const ModuleObject* stmt, ModuleObject* circleStart) {
-    const auto queued = arcs_.find(lineOf(stmt));
-    if (queued == arcs_.end() || !(queued->second.from > 0.0)) {
+    const QueuedArc* const queued = arcs_.queuedBy(lineOf(stmt));
+    if (!queued || !(queued->from > 0.0)) {
         return;
     }
-    const std::optional<Arc> arc = queued->second.arc();
-    const double from = queued->second.from;
+    const std::optional<Arc> arc = queued->arc();
+    const double from = queued->from;
     const Statement statement = valueOf(stmt);
     if (statement.type == StatementType::MoveC) {
         arcFirstReached = arc->angleNear(statement.point.trans, 0.0, arc->total() / 2) <= from;
         return;
     }
-    const Position& start = queued->second.start;
+    const Position& start = queued->start.trans;
     arcFirstReached = arc->legAt(from) >= 1;
     arcSecondReached = arc->legAt(from) >= 2;
     circleStart->set(sender_, mIndex(0), start[0])

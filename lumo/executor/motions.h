@@ -1,19 +1,16 @@
 #pragma once
 
-#include "executor/circle.h"
+#include "executor/arcs.h"
 #include "executor/run.h"
 #include "executor/waiter.h"
+#include "executor/weldedpath.h"
 #include "module/host.h"
 
 #include <QObject>
 #include <QString>
 #include <QVector>
 
-#include <map>
-#include <optional>
-
-/// Whether two positions (list nodes, metres) are less than `distanceM` apart.
-bool isNearTrans(const ModuleObject* a, const ModuleObject* b, double distanceM);
+#include <vector>
 
 namespace lumo {
 
@@ -51,6 +48,8 @@ public:
     /// Goes back to the place of the last stop in a straight line, for the statement of a line, and waits.
     /// Returns the motion's result, or 0 when a pause or a stop came.
     int goBack(int line);
+    /// Goes back along the welded path, for the statement of a line, and waits. Returns as goBack().
+    int goBackAlong(const std::vector<prog::WayBack>& way, int line);
     /// What is wrong with the run's circle that could not be queued.
     [[nodiscard]] prog::CircleFault circleFault() const { return circleFault_; }
     /// The line of that circle.
@@ -73,15 +72,20 @@ public:
     /// The nearest start of welding before a statement, executed or not; null when there is none.
     [[nodiscard]] ModuleObject* openBefore(ModuleObject* stmt) const;
 
-    // --- Arcs that were stopped ---------------------------------------------------------------
+    // --- Going on after a stop ----------------------------------------------------------------
 
     /// A stop interrupts the run's line: keeps its arc, if it is one, with how far the tool has come.
     void keepArc();
-    void forgetArc() { stopped_.reset(); }
-    [[nodiscard]] bool hasArc() const { return stopped_.has_value(); }
     /// A run begins at the line of the kept arc: what is left of it is queued in its place. False where that
     /// cannot be run from where the tool stands.
     [[nodiscard]] bool takeUpArc(int line);
+    /// The overlap of a weld that the run takes up at a line.
+    [[nodiscard]] Overlap overlap(int line, double mm);
+    /// The run begins with the overlap, where the tool is.
+    void beginOverlap(const Overlap& overlap);
+    [[nodiscard]] Arcs& arcs() { return arcs_; }
+    [[nodiscard]] const Arcs& arcs() const { return arcs_; }
+    [[nodiscard]] WeldedPath& welded() { return welded_; }
 
 signals:
     /// A motion whose wait had ended in the zone failed. `line`: whose it was; -1 on the way back.
@@ -94,12 +98,6 @@ private:
         bool isAnswered = false;
         int code = 0;  ///< its result
     };
-    /// An arc or full circle that a stop interrupted.
-    struct StoppedArc {
-        QueuedArc queued;
-        double reached = 0.0;  ///< angle on it at the stop
-        QString points;        ///< the statement's points then
-    };
 
     [[nodiscard]] bool isOfRun(const ModuleObject* stmt) const;
     [[nodiscard]] int lineOf(const ModuleObject* stmt) const;
@@ -108,8 +106,9 @@ private:
     [[nodiscard]] bool isAborted() const { return run_ && run_->isAborted; }
     void setTrajectory(ModuleObject* args, ModuleObject* stmt);
     int send(const ModuleObject* stmt, QLatin1String command, const ModuleObject* args);
-    [[nodiscard]] prog::Position startOfNext() const;
-    void keepQueuedArc(const ModuleObject* stmt, const prog::Position& start, const ModuleObject* args);
+    int sendDark(QLatin1String command, ModuleObject* args, int line);
+    int awaitDark(const std::vector<int>& motions);
+    [[nodiscard]] prog::Pose startOfNext() const;
     bool queueRest(ModuleObject* stmt);
     int awaitMotion(int motion);
     int codeOf(WaitEnd end) const;
@@ -131,15 +130,13 @@ private:
     qint64 awaitedSinceMs_ = 0;
 
     // Of the run
-    QVector<int> motionOfLine_;       ///< number of the motion that a line queued, -1: none
-    std::map<int, QueuedArc> arcs_;   ///< arcs and circles by the line that queued them
-    std::optional<StoppedArc> rest_;  ///< what is left of the arc of `restLine_`
-    int restLine_ = -1;
-    int queuedLastLine_ = -1;  ///< of the statement that queued the last motion
+    QVector<int> motionOfLine_;  ///< number of the motion that a line queued, -1: none
+    int queuedLastLine_ = -1;    ///< of the statement that queued the last motion
     prog::CircleFault circleFault_ = prog::CircleFault::None;
     int badCircle_ = -1;
 
-    std::optional<StoppedArc> stopped_;  ///< the arc that the last stop interrupted
+    Arcs arcs_;
+    WeldedPath welded_;
 };
 
 }  // namespace lumo

@@ -10,8 +10,8 @@ using namespace prog;
 namespace lumo {
 
 ResumePoint::ResumePoint(ModuleObject* program, QObject* sender) : program_(program), sender_(sender) {
-    connect(program, &ModuleObject::changed, this, [this] { follow(); });
-    connect(program, &ModuleObject::added, this, [this] { follow(); });
+    connect(program, &ModuleObject::changed, this, &ResumePoint::onProgram);
+    connect(program, &ModuleObject::added, this, &ResumePoint::onProgram);
     connect(program, &ModuleObject::removed, this, &ResumePoint::onRemoved);
     connect(m(key::currentLine), &ModuleObject::changed, this, &ResumePoint::onLineWritten);
     connect(m(key::weldOpen), &ModuleObject::changed, this, &ResumePoint::onFlag);
@@ -80,7 +80,11 @@ bool ResumePoint::liesInWeld(int line) const {
 
 /// Others than the executor chose the line: its statement is the one to follow.
 void ResumePoint::onLineWritten(const QVariant& line, const QVariant& /*old*/, QObject* sender) {
-    if (sender == sender_ || suspended_) {
+    if (sender == sender_) {
+        return;
+    }
+    isFinished_ = false;
+    if (suspended_) {
         return;
     }
     ModuleObject* const chosen = program_->c(line.toInt());
@@ -96,7 +100,13 @@ void ResumePoint::onFlag(const QVariant& open) {
     }
 }
 
+void ResumePoint::onProgram() {
+    isFinished_ = false;
+    follow();
+}
+
 void ResumePoint::onRemoved(const QString& name) {
+    isFinished_ = false;
     follow(program_->c(name));
 }
 

@@ -29,6 +29,11 @@ public:
     /// A run was stopped before it reached a statement: what was held before counts again.
     void release();
 
+    /// A run of the hand program came to its end. That counts until it is run again, lines are inserted,
+    /// removed, moved or replaced, or somebody else writes the line.
+    void setFinished(bool finished) { isFinished_ = finished; }
+    [[nodiscard]] bool isFinished() const { return isFinished_; }
+
     // --- The place of a stop ------------------------------------------------------------------
 
     /// A run was stopped in this statement, which it holds from now on. Null: of another program, or gone.
@@ -60,6 +65,7 @@ public:
 private:
     void onLineWritten(const QVariant& line, const QVariant& old, QObject* sender);
     void onFlag(const QVariant& open);
+    void onProgram();
     void onRemoved(const QString& name);
     /// `leaving`: a child that is still there, but about to go.
     void follow(const ModuleObject* leaving = nullptr);
@@ -75,6 +81,7 @@ private:
     QPointer<ModuleObject> open_;
     bool weldIsOurs_ = false;  ///< the weld that was opened last is one of this program
     bool suspended_ = false;
+    bool isFinished_ = false;
     bool isStopped_ = false;
     QPointer<ModuleObject> stoppedStatement_;
     QVector<QMetaObject::Connection> watched_;  ///< fields that decide about the weld

@@ -2,6 +2,7 @@
 
 #include "json/jsonwriter.h"
 #include "mendo/branch.h"
+#include "program/dryspeed.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -87,25 +88,35 @@ int ProgramCopy::lineOf(const ModuleObject* record) const {
 }
 
 Run::Run(const ModuleObject* source, int runMode, bool step)
-    : copy_(source), program(source, copy_), mode(runMode), isStep(step) {
+    : copy_(source),
+      program(source, copy_),
+      mode(runMode),
+      isStep(step),
+      dryPercent(m(key::executeDry)->getBool(false) ? drySpeedPercent(m(key::executeDrySpeed)->getDouble(0.0))
+                                                    : 0.0) {
     if (ofHandProgram()) {
         originals_ = elementNames(source);
     }
 }
 
+QString Run::name(int of) const {
+    const auto at = static_cast<std::size_t>(of);
+    return of >= 0 && at < originals_.size() ? originals_[at] : QString();
+}
+
 ModuleObject* Run::original(int of) const {
     const ModuleObject* const source = m(key::program);
-    const auto at = static_cast<std::size_t>(of);
-    if (of < 0 || at >= originals_.size()) {
+    const QString child = name(of);
+    if (child.isEmpty()) {
         return nullptr;
     }
     // Where nothing was moved it stands in its old place: found without an index of all names.
     const QString place = QLatin1Char('#') + QString::number(of);
     const mendo::Branch* const branch = mendo::NodeRef(const_cast<ModuleObject*>(source)).branch();
-    if (of < source->cmobjCount() && branch->entries[at].name == originals_[at]) {
+    if (of < source->cmobjCount() && branch->entries[static_cast<std::size_t>(of)].name == child) {
         return source->c(place);
     }
-    return source->hasCmobj(originals_[at]) ? source->c(originals_[at]) : nullptr;
+    return source->hasCmobj(child) ? source->c(child) : nullptr;
 }
 
 }  // namespace lumo

@@ -42,11 +42,13 @@ private:
 /// A walk over a program, or a single step, from its acceptance to its end.
 class Run {
 public:
-    /// Copies the program: replacing or editing the original changes nothing in a run.
+    /// Copies the program, and whether it is a dry run: what is edited or switched later changes nothing in a
+    /// run.
     Run(const ModuleObject* source, int runMode, bool step);
 
     /// Whether it walks over `lumo.program`; only such a run can be resumed.
     [[nodiscard]] bool ofHandProgram() const { return mode == prog::runmode::byHand && !isStep; }
+    [[nodiscard]] bool isDry() const { return dryPercent > 0.0; }
     /// Whether a statement is one of its copies.
     [[nodiscard]] bool holds(const ModuleObject* stmt) const { return lineOf(stmt) >= 0; }
     /// The copied statement of a line; see ProgramCopy.
@@ -55,6 +57,8 @@ public:
     [[nodiscard]] int lineOf(const ModuleObject* stmt) const { return copy_.lineOf(stmt); }
     /// The statement of the tree that a line was copied from; null when it is gone, or in other programs.
     [[nodiscard]] ModuleObject* original(int of) const;
+    /// Its name, which it keeps when it is moved; empty in other programs.
+    [[nodiscard]] QString name(int of) const;
 
 private:
     ProgramCopy copy_;
@@ -64,9 +68,12 @@ public:
     const prog::RunProgram program;  ///< the values of the copies
     const int mode;                  ///< `hand_or_signalbing` when it was accepted
     const bool isStep;
+    const double dryPercent;   ///< of the weld speed, in the welds of a dry run; 0: no dry run
+    bool inDryWeld = false;    ///< a dry run is in a weld
     bool isAborted = false;    ///< by a pause, an emergency stop or the application's end
     bool inWeld = false;       ///< it begins inside the weld that was left open
     bool inStatement = false;  ///< a statement is being executed, and no stop has come: a stop interrupts it
+    bool reachedEnd = false;   ///< its walk came behind the last line
     int line = -1;             ///< the line that is executed, or is about to be
 };
 
