@@ -1,17 +1,15 @@
 #include "runner/options.h"
 
+#include "program/dryspeed.h"
 #include "program/words.h"
 #include "workcell/commandline.h"
 
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 
 #include <algorithm>
 #include <cmath>
 #include <limits>
-
-#include <sys/stat.h>
 
 namespace run {
 
@@ -88,6 +86,25 @@ QString readWatts(const QString& text, std::optional<double>* watts) {
                                                              : QStringLiteral("is no number above 0");
 }
 
+QString readOverlap(const QString& text, double* mm) {
+    bool isNumber = false;
+    *mm = text.toDouble(&isNumber);
+    return isNumber && *mm >= 0.0 && *mm <= prog::mostOverlapMm
+               ? QString()
+               : QStringLiteral("is no number from 0 to %1").arg(prog::mostOverlapMm);
+}
+
+/// Without a value the weld speed.
+QString readDryRun(const QString& text, std::optional<double>* percent) {
+    bool isNumber = text.isEmpty();
+    *percent = text.isEmpty() ? prog::leastDryPercent : text.toDouble(&isNumber);
+    return isNumber && **percent >= prog::leastDryPercent && **percent <= prog::mostDryPercent
+               ? QString()
+               : QStringLiteral("is no number from %1 to %2")
+                     .arg(prog::leastDryPercent)
+                     .arg(prog::mostDryPercent);
+}
+
 QString readAxes(const QString& text, int* axes) {
     QString word;
     const QString reason = workcell::readWord(text, {QStringLiteral("6"), QStringLiteral("7")}, &word);
@@ -141,6 +158,12 @@ std::vector<Option> runOptions(Options* o) {
          [o](const QString& v) { return readOnOff(v, &o->weld); }},
         {"hand-weld", "on|off", "the hand welding switch (off)",
          [o](const QString& v) { return readOnOff(v, &o->handWeld); }},
+        {"overlap", "MM",
+         "a weld that goes on after a stop opens that far back on what is welded\n(0 to 20, 0)",
+         [o](const QString& v) { return readOverlap(v, &o->overlapMm); }},
+        {"dry-run", "[=PERCENT]",
+         "move without laser, gas and wire, welds at that share of their speed\n(100 to 1000, 100)",
+         [o](const QString& v) { return readDryRun(v, &o->dryPercent); }},
         {"line", "N", "line to start at, from 1 (1)",
          [o](const QString& v) {
              o->lineGiven = true;
@@ -251,8 +274,9 @@ std::vector<Option> optionTable(Options* o) {
     }
     for (Option& option : table) {
         option.read = [o, name = QStringLiteral("--") + QLatin1String(option.name), read = option.read,
-                       isFlag = *option.value == '\0'](const QString& value) {
-            o->given.append(isFlag ? name : name + QLatin1Char('=') + value);
+                       isFlag = *option.value == '\0', isLoose = *option.value == '['](const QString& value) {
+            const bool isAlone = isFlag || (isLoose && value.isEmpty());
+            o->given.append(isAlone ? name : name + QLatin1Char('=') + value);
             return read(value);
         };
     }
@@ -348,57 +372,6 @@ QString complete(Options& options, const QStringList& files) {
     return {};
 }
 
-/// The file behind a name, through symbolic and hard links.
-struct Target {
-    explicit Target(const QString& file) {
-        struct stat status = {};
-        exists = ::stat(QFile::encodeName(file).constData(), &status) == 0;
-        isRegular = S_ISREG(status.st_mode);
-        device = status.st_dev;
-        inode = status.st_ino;
-        const QFileInfo info(file);
-        name = QDir(info.dir().canonicalPath()).filePath(info.fileName());
-    }
-
-    QString name;
-    bool exists = false;
-    bool isRegular = false;  ///< writing to a device or a pipe overwrites nothing
-    dev_t device = 0;
-    ino_t inode = 0;
-};
-
-bool isSame(const QString& one, const QString& other) {
-    const Target a(one), b(other);
-    if (a.exists && b.exists) {
-        return a.isRegular && a.device == b.device && a.inode == b.inode;
-    }
-    return !a.exists && !b.exists && a.name == b.name;
-}
-
-/// A file that the runner writes.
-struct OutputFile {
-    const char* option;
-    QString file, name;
-
-    bool goesTo(const OutputFile& other) const {
-        const bool isStandard = file == standardOutput || other.file == standardOutput;
-        return isStandard ? file == other.file : isSame(file, other.file);
-    }
-};
-
-std::vector<OutputFile> outputFiles(const Options& o) {
-    std::vector<OutputFile> files;
-    for (const OutputFile& output : {OutputFile{"--trace", o.trace, o.traceName},
-                                     {"--vcd", o.vcd, o.vcdName},
-                                     {"--summary", o.summary, o.summaryName},
-                                     {"--junit", o.junit, o.junitName}}) {
-        if (!output.file.isEmpty()) {
-            files.push_back(output);
-        }
-    }
-    return files;
-}
-
 }  // namespace
 
 std::optional<Options> parseOptions(const QStringList& arguments, Problem* problem) {
@@ -463,35 +436,6 @@ QString usage() {
 
 bool Options::takesStandardOutput() const {
     return trace == standardOutput || summary == standardOutput || junit == standardOutput;
-}
-
-QString outputFault(const Options& options, const QStringList& loaded) {
-    QStringList read = loaded;
-    for (const QString& file : {options.project, options.scenario, options.limits, options.wiring}) {
-        if (!file.isEmpty()) {
-            read.append(file);
-        }
-    }
-    for (const QLatin1String settings : {prog::file::ports, prog::file::parameters, prog::file::stations}) {
-        read.append(QDir(options.settings).filePath(settings));
-    }
-    const std::vector<OutputFile> written = outputFiles(options);
-    for (std::size_t i = 0; i < written.size(); ++i) {
-        const QString option = QLatin1String(written[i].option);
-        for (const QString& file : read) {
-            if (written[i].file != standardOutput && isSame(written[i].file, file)) {
-                return QStringLiteral("%1 %2 would overwrite a file that is read")
-                    .arg(option, written[i].name);
-            }
-        }
-        for (std::size_t k = i + 1; k < written.size(); ++k) {
-            if (written[i].goesTo(written[k])) {
-                return QStringLiteral("%1 and %2 name the same file, %3")
-                    .arg(option, QLatin1String(written[k].option), written[k].name);
-            }
-        }
-    }
-    return {};
 }
 
 }  // namespace run

@@ -22,9 +22,11 @@ struct Options {
     bool power = true;
     bool weld = true;
     bool handWeld = false;
-    int line = 1;             ///< start line, from 1
-    bool lineGiven = false;   ///< whether the caller named it
-    std::optional<int> once;  ///< a single step of this line, from 1
+    double overlapMm = 0.0;            ///< of a weld that goes on after a stop
+    std::optional<double> dryPercent;  ///< of the weld speed; none: no dry run
+    int line = 1;                      ///< start line, from 1
+    bool lineGiven = false;            ///< whether the caller named it
+    std::optional<int> once;           ///< a single step of this line, from 1
     int axes = 6;
     bool noWriteMulti = false;
     sim::Latency latency;
@@ -71,11 +73,6 @@ struct Options {
 /// Reads the arguments (without the program's name). Nothing, with one line in `problem`, when they are
 /// wrong. Relative file names are resolved against the current directory.
 std::optional<Options> parseOptions(const QStringList& arguments, Problem* problem);
-
-/// Why a file cannot be written to the place that was given for it: the run reads that file, or two are the
-/// same file or standard output. Empty when nothing would be overwritten. `loaded`: further projects
-/// that the run may read.
-QString outputFault(const Options& options, const QStringList& loaded);
 
 /// The value of --latency.
 QString latencyText(const sim::Latency& latency);

@@ -61,6 +61,9 @@ void addStations(const ProjectResult& result, std::vector<Departure>* found) {
 
 std::vector<Departure> departuresOf(const ProjectResult& result) {
     std::vector<Departure> found;
+    if (result.record.isDry) {
+        found.push_back({QStringLiteral("a dry run welds nothing"), {}, {}});
+    }
     for (const workcell::Rejection& rejection : result.record.rejections) {
         const QString times =
             rejection.count == 1 ? QString() : QStringLiteral(" %1 times").arg(rejection.count);
@@ -70,10 +73,11 @@ std::vector<Departure> departuresOf(const ProjectResult& result) {
              {}});
     }
     for (const workcell::RefusedStatement& refused : result.record.refused) {
-        found.push_back({QStringLiteral("%1operating mode or weld switches did not permit this \"%2\"")
-                             .arg(lineText(result, refused.project, refused.line), refused.type),
-                         {},
-                         refused.project});
+        const QString text =
+            refused.isDry ? QStringLiteral("%1a dry run passed this \"%2\"")
+                          : QStringLiteral("%1operating mode or weld switches did not permit this \"%2\"");
+        found.push_back(
+            {text.arg(lineText(result, refused.project, refused.line), refused.type), {}, refused.project});
     }
     addSeams(result, &found);
     for (const workcell::LitFault& fault : result.record.faults) {

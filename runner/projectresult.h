@@ -52,9 +52,9 @@ struct ProjectResult {
     std::vector<Departure> departures;  ///< found with --strict only
 };
 
-/// What was not as the program says, besides findings and violations: writes that were rejected, seams that
-/// stayed dark for more than 1 mm or never emitted, weld statements that were not permitted, faults of the
-/// equipment while the laser was on, runs of stations that did not reach their end.
+/// What was not as the program says, besides findings and violations: a dry run, writes that were rejected,
+/// seams that stayed dark for more than 1 mm or never emitted, weld statements that were not permitted,
+/// faults of the equipment while the laser was on, runs of stations that did not reach their end.
 [[nodiscard]] std::vector<Departure> departuresOf(const ProjectResult& result);
 
 /// What a station with failed runs did, in English.

@@ -2,6 +2,7 @@
 
 #include "json/jsonfile.h"
 #include "program/words.h"
+#include "runner/outputfault.h"
 #include "workcell/commandline.h"
 
 #include <QDir>

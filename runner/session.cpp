@@ -319,6 +319,7 @@ void Session::begin() {
     } else {
         stationPage_.show();
     }
+    tree_.setUpRuns(options_.overlapMm, options_.dryPercent);
     tree_.setWeld(options_.weld);
     tree_.setHandWeld(options_.handWeld);
     if (options_.once) {

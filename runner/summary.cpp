@@ -111,6 +111,9 @@ void writeSeam(JsonWriter& json, const SeamRecord& seam, bool isOfStation) {
     entries.whole("open_line", seam.openLine).whole("close_line", seam.closeLine).text("set", seam.set);
     writePoint(json, "start", seam.start);
     writePoint(json, "end", seam.end);
+    if (seam.overlapMm > 0.0) {
+        entries.number("overlap_mm", seam.overlapMm);
+    }
     entries.number("programmed_mm", seam.programmedMm)
         .number("welded_mm", seam.weldedMm)
         .number("full_power_mm", seam.fullPowerMm)
@@ -151,6 +154,9 @@ QByteArray summaryText(const ProjectResult& result) {
         .number("gas_s", record.gasS)
         .number("wire_s", record.wireS)
         .whole("rejected", record.rejected);
+    if (record.isDry) {
+        Entries(&json).at("dry").boolean(true);
+    }
     writeFindings(json, result);
     writeViolations(json, result);
     writeStations(json, result);

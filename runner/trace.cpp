@@ -26,6 +26,12 @@ void writeOptions(JsonWriter& line, const Options& options) {
     line.key(QStringLiteral("power")).string(onOff(options.power));
     line.key(QStringLiteral("weld")).string(onOff(options.weld));
     line.key(QStringLiteral("hand-weld")).string(onOff(options.handWeld));
+    if (options.overlapMm > 0.0) {
+        line.key(QStringLiteral("overlap")).number(options.overlapMm);
+    }
+    if (options.dryPercent) {
+        line.key(QStringLiteral("dry-run")).number(*options.dryPercent);
+    }
     if (options.once) {
         line.key(QStringLiteral("once")).integer(*options.once);
     } else if (options.stations.isEmpty()) {

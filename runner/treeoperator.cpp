@@ -89,6 +89,16 @@ void TreeOperator::resetResumeData() {
     write(prog::key::weldOpen, false);
 }
 
+void TreeOperator::setUpRuns(double overlapMm, const std::optional<double>& dryPercent) {
+    if (overlapMm > 0.0) {
+        write(prog::key::executeOverlap, overlapMm);
+    }
+    if (dryPercent) {
+        write(prog::key::executeDrySpeed, *dryPercent);
+        write(prog::key::executeDry, true);
+    }
+}
+
 void TreeOperator::setWeld(bool on) {
     write(prog::key::weldSwitch, on);
 }

@@ -6,6 +6,8 @@
 #include <QObject>
 #include <QString>
 
+#include <optional>
+
 namespace run {
 
 class Project;
@@ -28,6 +30,9 @@ public:
     void loadProject(const Project& project);
     /// As the reset button.
     void resetResumeData();
+    /// For the runs to come: the overlap of resumed welds, and whether they are dry runs. What is as usual is
+    /// not written.
+    void setUpRuns(double overlapMm, const std::optional<double>& dryPercent);
     void setWeld(bool on);
     void setHandWeld(bool on);
     /// The station page's switch.

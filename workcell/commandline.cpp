@@ -22,16 +22,17 @@ QString readOption(const QStringList& arguments, const std::vector<Option>& opti
     if (!argument.startsWith(dashes) || option == options.end()) {
         return QStringLiteral("unknown option %1, see --help").arg(argument);
     }
-    const bool wantsValue = *option->value != '\0';
+    const bool mayHaveValue = *option->value == '[';
+    const bool wantsValue = *option->value != '\0' && !mayHaveValue;
     if (wantsValue && equals < 0 && *index + 1 >= arguments.size()) {
         return QStringLiteral("--%1 needs a value: %2").arg(name, QLatin1String(option->value));
     }
-    if (!wantsValue && equals >= 0) {
+    if (!wantsValue && !mayHaveValue && equals >= 0) {
         return QStringLiteral("--%1 takes no value").arg(name);
     }
-    QString value;
-    if (wantsValue) {
-        value = equals < 0 ? arguments[++*index] : argument.mid(equals + 1);
+    QString value = equals < 0 ? QString() : argument.mid(equals + 1);
+    if (wantsValue && equals < 0) {
+        value = arguments[++*index];
     }
     const QString reason = option->read(value);
     if (reason.isEmpty()) {
@@ -82,8 +83,9 @@ QString readArguments(const QStringList& arguments, const std::vector<Option>& o
 QString helpText(const std::vector<Option>& options, int column) {
     QString text;
     for (const Option& option : options) {
+        const QString space = *option.value == '[' ? QString() : QStringLiteral(" ");
         const QString left =
-            QStringLiteral("  --%1 %2").arg(QLatin1String(option.name), QLatin1String(option.value));
+            QStringLiteral("  --%1%2%3").arg(QLatin1String(option.name), space, QLatin1String(option.value));
         QString help = QLatin1String(option.help);
         const QString nextLine = QLatin1Char('\n') + QString(column, QLatin1Char(' '));
         help.replace(QLatin1Char('\n'), nextLine);

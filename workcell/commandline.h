@@ -10,9 +10,11 @@ namespace workcell {
 
 /// A row of a program's table of options.
 struct Option {
-    const char* name;   ///< without dashes
-    const char* value;  ///< what stands for its value in the help; "" for a flag, which has none
-    const char* help;   ///< may have several lines
+    const char* name;  ///< without dashes
+    /// What stands for its value in the help; "" for a flag, which has none; "[=N]" for one that can be left
+    /// out, and is empty then.
+    const char* value;
+    const char* help;  ///< may have several lines
     /// Takes the value. Returns why it is wrong ("is no folder"), else an empty text.
     std::function<QString(const QString&)> read;
 };

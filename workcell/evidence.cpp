@@ -32,6 +32,10 @@ bool isPermitted() {
                                   m(prog::key::handWeldSwitch)->getBool(false));
 }
 
+bool isDryRun() {
+    return m(prog::key::executeDryRun)->getBool(false);
+}
+
 }  // namespace
 
 EvidenceRecorder::EvidenceRecorder(Controller* controller, sim::Cell* cell, TreeFollower* follower,
@@ -124,6 +128,7 @@ void EvidenceRecorder::onRunBegun() {
     line_ = -1;
     isByHand_ = false;
     if (span_ != Span::Run) {
+        record_.isDry = record_.isDry || isDryRun();
         return;
     }
     if (isRecording_) {
@@ -132,6 +137,7 @@ void EvidenceRecorder::onRunBegun() {
     if (!watch_->isStep()) {
         begin();
     }
+    record_.isDry = isDryRun();
 }
 
 void EvidenceRecorder::onRunEnded() {
@@ -216,8 +222,8 @@ void EvidenceRecorder::onStatement(const QString& type) {
     if (!isRecording_ || (!closes && type != prog::statement::open)) {
         return;
     }
-    if (!isPermitted()) {
-        record_.refused.push_back({line_ + 1, type, project()});
+    if (!isPermitted() || isDryRun()) {
+        record_.refused.push_back({line_ + 1, type, project(), isDryRun()});
     } else if (closes) {
         closeSeam(line_ + 1);
     }
@@ -251,6 +257,9 @@ void EvidenceRecorder::openSeam(const QString& set) {
     const double atMm = controller_->travelled() * prog::mmPerM - atBegin_.pathMm;
     live_.push_back(std::make_unique<SeamTally>(openLine(), set, project(), rounded(atMm)));
     open_ = live_.back().get();
+    if (type_.isEmpty()) {  // a weld that goes on
+        open_->setOverlap(m(prog::key::executeOverlapped)->getDouble(0.0));
+    }
     wasEnabled_ = false;
     takesMoves_ = true;
     if (!lit_ || !isEmitting_) {

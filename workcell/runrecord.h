@@ -40,11 +40,13 @@ struct SeamRecord {
     /// last one to its end. Where a stop interrupted it, as far as the tool came; where the permission was
     /// lost, the moves that were made dark as well.
     double programmedMm = 0.0;
-    double weldedMm = 0.0;     ///< path travelled with the laser emitting, also beyond the programmed one
-    double fullPowerMm = 0.0;  ///< of it, at the power of the set in force, or more
-    double laserOnS = 0.0;     ///< emitting
-    double standingS = 0.0;    ///< emitting while the tool stands
-    double energyPctS = 0.0;   ///< integral of the power in % over the time of emission
+    double weldedMm = 0.0;  ///< path travelled with the laser emitting, also beyond the programmed one
+    /// In front of both: path that the weld before had welded, where a resumed weld overlaps it.
+    double overlapMm = 0.0;
+    double fullPowerMm = 0.0;               ///< of weldedMm, at the power of the set in force, or more
+    double laserOnS = 0.0;                  ///< emitting
+    double standingS = 0.0;                 ///< emitting while the tool stands
+    double energyPctS = 0.0;                ///< integral of the power in % over the time of emission
     std::optional<double> heatJPerMm;       ///< over weldedMm; none without the source's rated power
     std::optional<double> meanSpeedMmPerS;  ///< over the time of emission in which the tool moves
     double gasLeadS = 0.0;                  ///< gas on before the first emission
@@ -61,11 +63,12 @@ struct SeamRecord {
     [[nodiscard]] std::optional<double> weldedRatio() const;
 };
 
-/// An "open" or "close" that mode or weld switches did not permit.
+/// An "open" or "close" that mode or weld switches did not permit, or that a dry run passed.
 struct RefusedStatement {
     int line = 0;  ///< from 1
     QString type;
-    QString project;  ///< that ran then, as in a seam
+    QString project;     ///< that ran then, as in a seam
+    bool isDry = false;  ///< a dry run passed it
 };
 
 /// Equipment that was faulty while the laser was on, in a seam or switched on by hand.
@@ -92,6 +95,7 @@ struct RunRecord {
     double laserOnS = 0.0;  ///< emitting
     double gasS = 0.0;
     double wireS = 0.0;  ///< fed or pulled back
+    bool isDry = false;  ///< it was a dry run, or one was under way: nothing was to be welded
     int rejected = 0;    ///< sum of `rejections`
     std::vector<Rejection> rejections;
     std::vector<RefusedStatement> refused;

@@ -19,8 +19,9 @@ void roundPoint(std::optional<EmissionPoint>& point) {
 void roundAll(SeamRecord& record) {
     roundPoint(record.start);
     roundPoint(record.end);
-    for (double* number : {&record.programmedMm, &record.weldedMm, &record.fullPowerMm, &record.laserOnS,
-                           &record.standingS, &record.energyPctS, &record.gasLeadS, &record.gasTailS}) {
+    for (double* number :
+         {&record.programmedMm, &record.weldedMm, &record.overlapMm, &record.fullPowerMm, &record.laserOnS,
+          &record.standingS, &record.energyPctS, &record.gasLeadS, &record.gasTailS}) {
         *number = rounded(*number);
     }
     for (DarkGap& gap : record.darkGaps) {
@@ -44,9 +45,11 @@ void SeamTally::addEmission(const Stretch& stretch) {
         record_.standingS += stretch.seconds;
         return;
     }
-    record_.weldedMm += stretch.pathMm;
+    const double overlapMm = std::min(stretch.pathMm, overlapLeftMm_);
+    overlapWeldedMm_ += overlapMm;
+    record_.weldedMm += stretch.pathMm - overlapMm;
     if (stretch.atSetPower) {
-        record_.fullPowerMm += stretch.pathMm;
+        record_.fullPowerMm += stretch.pathMm - overlapMm;
     }
 }
 
@@ -54,7 +57,13 @@ void SeamTally::addPath(const Stretch& stretch) {
     if (stretch.pathMm <= stillMm) {
         return;
     }
-    record_.programmedMm += stretch.pathMm;
+    const double overlapMm = std::min(stretch.pathMm, overlapLeftMm_);
+    overlapLeftMm_ -= overlapMm;
+    record_.overlapMm += overlapMm;
+    record_.programmedMm += stretch.pathMm - overlapMm;
+    if (stretch.pathMm - overlapMm <= stillMm) {
+        return;
+    }
     const Kind kind = stretch.emitting ? Kind::Lit : stretch.betweenPulses ? Kind::BetweenPulses : Kind::Dark;
     if (pieces_.empty() || pieces_.back().kind != kind) {
         pieces_.push_back({kind, record_.programmedMm});
@@ -130,12 +139,13 @@ SeamRecord SeamTally::record(const EmissionPoint& now, std::optional<double> rat
     }
     record.darkGaps = gaps();
     roundAll(record);
+    const double litMm = record.weldedMm + overlapWeldedMm_;
     const double movingS = record.laserOnS - record.standingS;
     if (movingS > 0.0) {
-        record.meanSpeedMmPerS = rounded(record.weldedMm / movingS);
+        record.meanSpeedMmPerS = rounded(litMm / movingS);
     }
-    if (ratedWatts && record.weldedMm > 0.0) {
-        record.heatJPerMm = rounded(record.energyPctS / percent * *ratedWatts / record.weldedMm);
+    if (ratedWatts && litMm > 0.0) {
+        record.heatJPerMm = rounded(record.energyPctS / percent * *ratedWatts / litMm);
     }
     return record;
 }

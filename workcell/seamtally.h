@@ -20,6 +20,8 @@ struct Stretch {
 class SeamTally {
 public:
     SeamTally(int openLine, const QString& set, const QString& project, double openedAtMm);
+    /// The seam begins with that much path that is welded already.
+    void setOverlap(double mm) { overlapLeftMm_ = mm; }
 
     /// The laser emits for this seam.
     void addEmission(const Stretch& stretch);
@@ -56,6 +58,8 @@ private:
 
     SeamRecord record_;
     std::vector<Piece> pieces_;
+    double overlapLeftMm_ = 0.0;    ///< path still to come that is welded already
+    double overlapWeldedMm_ = 0.0;  ///< of the overlap, emitting
     bool isClosed_ = false;
     bool isEmitting_ = false;
     std::optional<double> gasEndS_;  ///< when the gas went off after the last emission

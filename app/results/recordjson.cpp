@@ -65,6 +65,9 @@ QJsonObject jsonOf(const SeamRecord& seam) {
             QJsonObject{{QStringLiteral("from_mm"), gap.fromMm}, {QStringLiteral("to_mm"), gap.toMm}});
     }
     json.insert(QStringLiteral("dark_gaps"), gaps);
+    if (seam.overlapMm > 0.0) {
+        json.insert(QStringLiteral("overlap_mm"), seam.overlapMm);
+    }
     return json;
 }
 
@@ -76,6 +79,7 @@ SeamRecord seamFrom(const QJsonObject& json, const QString& project) {
     if (closeLine.isDouble()) {
         seam.closeLine = closeLine.toInt();
     }
+    seam.overlapMm = json.value(QLatin1String("overlap_mm")).toDouble();
     seam.isEndless = json.value(QLatin1String("endless")).toBool();
     seam.set = json.value(QLatin1String("set")).toString();
     seam.start = pointFrom(json.value(QLatin1String("start")));
@@ -124,11 +128,12 @@ QJsonObject jsonOfRecord(const RunRecord& record) {
         rejections.append(QJsonArray{rejection.name, rejection.reason, rejection.count});
     }
     for (const workcell::RefusedStatement& statement : record.refused) {
-        refused.append(QJsonArray{statement.line, statement.type});
+        refused.append(QJsonArray{statement.line, statement.type, statement.isDry});
     }
     for (const workcell::LitFault& fault : record.faults) {
         faults.append(QJsonArray{fault.name, fault.atS, fault.line});
     }
+    json.insert(QStringLiteral("dry"), record.isDry);
     json.insert(QStringLiteral("seams"), seams);
     json.insert(QStringLiteral("rejections"), rejections);
     json.insert(QStringLiteral("refused"), refused);
@@ -141,6 +146,7 @@ RunRecord recordFrom(const QJsonObject& json) {
     record.project = json.value(QLatin1String("project")).toString();
     record.reason = json.value(QLatin1String("reason")).toString();
     record.lines = json.value(QLatin1String("lines")).toInt();
+    record.isDry = json.value(QLatin1String("dry")).toBool();
     record.rejected = json.value(QLatin1String("rejected")).toInt();
     for (const RunNumber& number : runNumbers) {
         record.*number.value = json.value(QLatin1String(number.name)).toDouble();
@@ -156,8 +162,9 @@ RunRecord recordFrom(const QJsonObject& json) {
     }
     const QJsonArray refused = json.value(QLatin1String("refused")).toArray();
     for (const QJsonValue& statement : refused) {
+        const QJsonArray values = statement.toArray();
         record.refused.push_back(
-            {statement.toArray().at(0).toInt(), statement.toArray().at(1).toString(), record.project});
+            {values.at(0).toInt(), values.at(1).toString(), record.project, values.at(2).toBool()});
     }
     const QJsonArray faults = json.value(QLatin1String("faults")).toArray();
     for (const QJsonValue& fault : faults) {

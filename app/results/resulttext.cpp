@@ -232,7 +232,13 @@ QStringList incidentTexts(const RunResult& result) {
                       : ResultText::tr("出光时设备故障：%1，%2 秒")
                             .arg(equipmentText(fault.name), number(fault.atS, 1)));
     }
+    if (result.record.isDry) {
+        texts << ResultText::tr("空运行：没有出光，没有焊接");
+    }
     for (const workcell::RefusedStatement& statement : result.record.refused) {
+        if (statement.isDry) {
+            continue;  // told once for the run
+        }
         texts << ResultText::tr("第 %1 行的焊接未获允许").arg(statement.line);
     }
     for (const workcell::Rejection& rejection : result.record.rejections) {

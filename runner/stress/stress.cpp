@@ -53,6 +53,8 @@ QString optionWords(const Options& options) {
     add(!options.power, QStringLiteral("--power off"));
     add(!options.weld, QStringLiteral("--weld off"));
     add(options.handWeld, QStringLiteral("--hand-weld on"));
+    add(options.overlapMm > 0.0, QStringLiteral("--overlap %1").arg(options.overlapMm));
+    add(options.dryPercent.has_value(), QStringLiteral("--dry-run=%1").arg(options.dryPercent.value_or(0.0)));
     add(options.lineGiven, QStringLiteral("--line %1").arg(options.line));
     add(options.once.has_value(), QStringLiteral("--once %1").arg(options.once.value_or(1)));
     add(options.axes != Options().axes, QStringLiteral("--axes %1").arg(options.axes));

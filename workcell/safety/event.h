@@ -68,6 +68,8 @@ struct Event {
     int decreaseMs = 0;     ///< power ramp-down of the parameter set used
     int postFlowMs = 0;     ///< gas post-flow of the parameter set used
     int resumeLine = -1;    ///< lumo.current.line
+    bool dry = false;       ///< a dry run is under way
+    bool overlaps = false;  ///< the weld that was taken up last overlaps the one before
     int boxes = 0;          ///< of a Done: number of visible messages
 
     // Only of a Start or Once: the request.

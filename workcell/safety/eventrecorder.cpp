@@ -90,6 +90,8 @@ void EventRecorder::readState(Event* event) const {
     event->permitted = m(prog::key::weldSwitch)->getBool(true) && mayWeld;
     event->gasUsed = m(prog::key::port)->c(DO_GAS)->c(prog::field::enable)->getBool(false);
     event->resumeLine = m(prog::key::currentLine)->getInt(-1);
+    event->dry = m(prog::key::executeDryRun)->getBool(false);
+    event->overlaps = m(prog::key::executeOverlapped)->getDouble(0.0) > 0.0;
     event->weldOpen = m(prog::key::weldOpen)->getBool(false);
     event->decreaseMs = timeOf(set, "decrease_time");
     event->postFlowMs = timeOf(set, "delay_after_blow");

@@ -4,6 +4,7 @@
 #include "workcell/safety/rulebook.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace workcell::safety {
 
@@ -213,6 +214,21 @@ void laserGoesOffInTime(const Steps& steps, Findings& found) {
         found.forbid(late, QStringLiteral("the laser is enabled, but had to be off by %1 ms").arg(due));
         told = late ? due : told;
         due = step.writes(DO_LASER_ENABLE) && step.value == 0 ? -1 : weld.deadlineMs;
+    });
+}
+
+/// In a dry run nothing of a weld is switched on, by nobody. Its pilot light goes off with it.
+void dryRunStaysDark(const Steps& steps, Findings& found) {
+    each(steps, found, [&](const Step& step) {
+        const bool isWrite = step.kind == Kind::Write || step.kind == Kind::ByHand;
+        const auto* const row =
+            std::find_if(std::begin(prog::shutdownOrder), std::end(prog::shutdownOrder),
+                         [&step](const prog::ShutdownOutput& output) { return output.output == step.port; });
+        const bool isOfWeld = row != std::end(prog::shutdownOrder) && row->output != DO_RED_LIGHT;
+        found.forbid(step.dry && isWrite && step.value != 0 && isOfWeld,
+                     QStringLiteral("a dry run switches %1 on").arg(step.text));
+        found.forbid(step.ended && step.isOn(DO_RED_LIGHT) && !step.byHand[DO_RED_LIGHT],
+                     "a dry run is over, but its pilot light is on");
     });
 }
 

@@ -58,5 +58,6 @@ void laserOnlyInAnOpening(const Steps& steps, Findings& found);
 void closingNeverRaisesThePower(const Steps& steps, Findings& found);
 void laserGoesOffInTime(const Steps& steps, Findings& found);
 void weldEndsAtItsClose(const Steps& steps, Findings& found);
+void dryRunStaysDark(const Steps& steps, Findings& found);
 
 }  // namespace workcell::safety

@@ -28,6 +28,7 @@ constexpr Rule rules[] = {
     {"closingNeverRaisesThePower", closingNeverRaisesThePower},
     {"laserGoesOffInTime", laserGoesOffInTime},
     {"weldEndsAtItsClose", weldEndsAtItsClose},
+    {"dryRunStaysDark", dryRunStaysDark},
     {"handLitGoesOff", handLitGoesOff},
     {"handSwitchedStaysOff", handSwitchedStaysOff},
     {"nothingIsLeftOn", nothingIsLeftOn},

@@ -71,8 +71,8 @@ void programWaitsForTheRobot(const Steps& steps, Findings& found) {
         if (step.commands(prog::command::reset)) {
             results = failed = walked = unanswered = 0;
             afterMove = begun = false;
-        } else if (step.commands(prog::command::moveL) && !begun) {
-            --unanswered;  // the move back to where a weld stopped belongs to no statement
+        } else if ((step.commands(prog::command::moveL) || step.commands(prog::command::moveC)) && !begun) {
+            --unanswered;  // the way back to where a weld stopped belongs to no statement
         } else if (step.kind == Kind::Result) {
             ++results;
             failed = step.value < 0 && failed == 0 ? results : failed;
@@ -119,7 +119,8 @@ void resultsAreCounted(const Steps& steps, Findings& found) {
     });
 }
 
-/// A run executes its lines once, in order, from the requested line to the last. When lines were edited in
+/// A run executes its lines once, in order, from the requested line to the last; where it takes up a weld
+/// with an overlap, from an earlier line. When lines were edited in
 /// the run, the line that it leaves at its end is that of the edited program.
 void linesComeInOrder(const Steps& steps, Findings& found) {
     int line = -1;              // the last line of the current run, -1 for none
@@ -138,7 +139,8 @@ void linesComeInOrder(const Steps& steps, Findings& found) {
             return;
         }
         const Event& asked = step.current->asked;
-        const bool comesNext = *coming > line && *coming >= asked.value;
+        const bool isInRange = *coming >= asked.value || (asked.weldOpen && step.overlaps);
+        const bool comesNext = *coming > line && isInRange;
         found.forbid(!comesNext || *coming >= asked.lineCount,
                      QStringLiteral("a run comes to line %1 after line %2, its program has %3")
                          .arg(*coming)
