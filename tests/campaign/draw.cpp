@@ -46,10 +46,30 @@ public:
         ground.hasStation = true;
         trial.scenario = run::stress::Course(ground, &dice_).draw();
         trial.untilMs = 600000;
+        drawDryRuns(&trial);
+        if (chance(40)) {
+            set("lumo.execute.overlap", oneOf({1, 5, 20}));
+        }
         return trial;
     }
 
 private:
+    /// Sometimes the run is dry, and the switch is moved at any moment.
+    void drawDryRuns(run::stress::Trial* trial) {
+        const auto entry = [this](bool on) {
+            return QJsonObject{
+                {"at", between(0, 4000)}, {"do", "set"}, {"path", "lumo.execute.dry"}, {"value", on}};
+        };
+        if (chance(30)) {
+            trial->settings.append(QJsonObject{{"path", "lumo.execute.dry"}, {"value", true}});
+            trial->settings.append(
+                QJsonObject{{"path", "lumo.execute.drySpeed"}, {"value", oneOf({100, 300, 1000, 0, -5})}});
+        }
+        for (int left = chance(30) ? between(1, 3) : 0; left > 0; --left) {
+            trial->scenario.prepend(entry(chance(50)));
+        }
+    }
+
     int below(int n) { return dice_.below(n); }
     int between(int first, int last) { return dice_.between(first, last); }
     bool chance(int percent) { return dice_.chance(percent); }

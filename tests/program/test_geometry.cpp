@@ -1,4 +1,5 @@
 #include "program/fullcircle.h"
+#include "program/pathpiece.h"
 #include "support/suite.h"
 
 #include <QtMath>
@@ -184,6 +185,34 @@ private slots:
         QVERIFY(prog::angleBetween({3.14159265, 0.2, 0.3}, {3.14159265, 0.2, 0.3}) < 1e-6);
         QVERIFY(std::abs(prog::angleBetween({3.14159265, 0, 0}, {-3.14159265, 0, 0.1}) - 0.1) < 1e-6);
         QVERIFY(std::abs(prog::angleBetween({0.3, 0.2, 0.5}, {0.3, 0.2, 0.9}) - 0.4) < 1e-6);
+    }
+
+    /// A tool that turns evenly has done a quarter of its turn after a quarter of the way, about the same
+    /// axis.
+    void orientationsInBetween_divideTheTurn() {
+        std::mt19937 random(7);
+        std::uniform_real_distribution<double> angle(-3.1, 3.1);
+        for (int n = 0; n < 2000; ++n) {
+            const prog::Orientation a{angle(random), angle(random) / 2.1, angle(random)};
+            const prog::Orientation b = n % 9 == 0 ? prog::Orientation{-a[0], -a[1], a[2] + 3.14159265}
+                                                   : prog::Orientation{angle(random), 0.0, angle(random)};
+            const double turn = prog::angleBetween(a, b);
+            const prog::Orientation quarter = prog::interpolated(a, b, 0.25);
+            QVERIFY(std::abs(prog::angleBetween(a, quarter) - turn / 4) < 1e-5);
+            QVERIFY(std::abs(prog::angleBetween(quarter, b) - turn * 3 / 4) < 1e-5);
+        }
+    }
+
+    void wayBack_comesBackAlongTheArc() {
+        const prog::PathPiece circle = prog::PathPiece::arc(arc(true), {{}, {}, {}, {}});
+        const double whole = circle.lengthM();
+        const std::vector<prog::WayBack> way = prog::wayBack(circle, whole * 0.9, whole * 0.1);
+        QVERIFY(way.size() == 2 && distance(way[0].via->trans, on(360 * 0.7)) < 1e-9);
+        QVERIFY(distance(way[0].target.trans, on(180)) < 1e-9);
+        QVERIFY(distance(way[1].target.trans, on(36)) < 1e-9);
+        const prog::PathPiece line = prog::PathPiece::line({{0, 0, 0}, {}}, {{0.1, 0, 0}, {0, 0, 1}});
+        QVERIFY(std::abs(line.nearestM({0.03, 0.02, 0}) - 0.03) < 1e-12 && line.nearestM({0.3, 0, 0}) == 0.1);
+        QVERIFY(std::abs(prog::wayBack(line, 0.1, 0.05)[0].target.rot[2] - 0.5) < 1e-9);
     }
 };
 

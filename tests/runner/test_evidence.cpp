@@ -85,6 +85,12 @@ private slots:
             "2-4 70/100 dark 43-73");
         row("weld switch", seam(), "{'at':3000,'do':'weld','value':false}", "2-x 47/100 dark 47-100");
         row("pause", seam(), "{'at':3000,'do':'pause'},{'at':5000,'do':'resume'}", "2-x 43/43, 2-4 57/57");
+        row("overlap", seam(),
+            "{'at':0,'do':'set','path':'lumo.execute.overlap','value':10},{'at':3000,'do':'pause'},{'at':"
+            "5000,"
+            "'do':'resume'},{'at':5600,'do':'pause'},{'at':7000,'do':'resume'}",
+            "2-x 43/43, 2-x 0/0, 2-4 57/57");
+        row("dry", seam(), "{'at':1000,'do':'set','path':'lumo.execute.dry','value':true}", "2-4 100/100");
         row("power", seam(), "{'at':3000,'do':'power','value':'off'}", "2-x 43/43 dark 43-43");
         row("motion error", seam(), "{'at':3000,'do':'motionError','code':-1}", "2-x 43/43");
         row("no close", seam(openStatement, {}), "", "2-x 150/150");
@@ -119,7 +125,7 @@ private slots:
         double mm = 0, seconds = 0;
         for (const QJsonValue of : summary["seams"].toArray()) {
             texts.append(textOf(of.toObject()));
-            mm += of["welded_mm"].toDouble();
+            mm += of["welded_mm"].toDouble() + of["overlap_mm"].toDouble();
             seconds += of["laser_on_s"].toDouble();
         }
         QCOMPARE(texts.join(", "), seams);

@@ -1,4 +1,5 @@
 #include "runner/options.h"
+#include "runner/outputfault.h"
 #include "support/suite.h"
 #include "support/text.h"
 
@@ -35,11 +36,13 @@ private slots:
         const auto all = parseOptions(
             words("--settings . --language cn --mode=manual --power off --weld off --hand-weld on --once 7 "
                   "--axes 7 --no-write-multi --scenario s.json --ack 250 --until=9 --realtime --trace - "
-                  "--posture --vcd v.vcd --quiet --repeat 3 --every 9223372036854775807 a.json"),
+                  "--posture --vcd v.vcd --quiet --overlap 7.5 --dry-run --repeat 3 --every "
+                  "9223372036854775807 a.json"),
             &problem);
         QVERIFY2(all, qPrintable(problem.text()));
         QVERIFY(!all->power && !all->weld && all->handWeld && all->noWriteMulti && all->trace == "-");
         QVERIFY(all->repeat == 3 && all->everyMs == std::numeric_limits<qint64>::max());
+        QVERIFY(all->overlapMm == 7.5 && all->dryPercent == 100.0 && !plain->dryPercent);
         QVERIFY(all->realtime && all->posture && all->quiet);
         QVERIFY(all->once == 7 && all->axes == 7 && all->ackMs == 250 && all->untilMs == 9);
         QCOMPARE((QStringList{all->settings, all->mode, all->scenarioName, all->vcd, all->project}),
@@ -56,6 +59,8 @@ private slots:
             {"", "one project file, got 0"},
             {"--fast a.json", "--fast"},
             {"a.json --line", "--line needs a value"},
+            {"--overlap 20.5 a.json", "--overlap 20.5 is no number from 0 to 20"},
+            {"--dry-run=99 a.json", "--dry-run 99 is no number from 100 to 1000"},
             {"--quiet=yes a.json", "--quiet takes no value"},
             {"--language de a.json", "cn, en, ru"},
             {"--axes 5 a.json", "6, 7"},
