@@ -1051,6 +1051,10 @@ mm/s, °/s</translation>
         <translation>%1 fault while the laser was on, at %2 s</translation>
     </message>
     <message>
+        <source>空运行：没有出光，没有焊接</source>
+        <translation>Dry run: the laser stayed off, nothing was welded</translation>
+    </message>
+    <message>
         <source>第 %1 行的焊接未获允许</source>
         <translation>Line %1: welding was not permitted</translation>
     </message>

@@ -1051,6 +1051,10 @@ mm/s，°/s</source>
         <translation>Неисправность при включённом лазере: %1, %2 с</translation>
     </message>
     <message>
+        <source>空运行：没有出光，没有焊接</source>
+        <translation>Пробный проход: лазер был выключен, сварки не было</translation>
+    </message>
+    <message>
         <source>第 %1 行的焊接未获允许</source>
         <translation>Строка %1: сварка не была разрешена</translation>
     </message>
