@@ -1,10 +1,14 @@
 #include "app/panel.h"
 
 #include "app/cell/cellstrip.h"
+#include "app/clocktext.h"
 #include "app/examples/examplelibrary.h"
 #include "app/examples/examplesbutton.h"
 #include "app/navigation.h"
 #include "app/noticebar.h"
+#include "app/parts/partsblock.h"
+#include "app/parts/partssheet.h"
+#include "app/parts/partwatcher.h"
 #include "app/path/pathpage.h"
 #include "app/path/programfollower.h"
 #include "app/path/seamtrack.h"
@@ -17,9 +21,14 @@
 #include "app/results/runhistory.h"
 #include "app/scope/scopepage.h"
 #include "app/scope/signalrecorder.h"
+#include "app/state/stateblock.h"
+#include "app/state/statesheet.h"
 #include "app/status/statusline.h"
 #include "app/status/statuswatcher.h"
+#include "app/stop/runstop.h"
+#include "app/stop/runstopbutton.h"
 #include "app/views/viewswindow.h"
+#include "app/ways.h"
 #include "mendo/modulemanager.h"
 #include "program/words.h"
 #include "workcell/evidence.h"
@@ -30,6 +39,8 @@
 #include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QFileDialog>
+#include <QFileInfo>
+#include <QLabel>
 #include <QStackedWidget>
 
 namespace app {
@@ -78,6 +89,7 @@ bool Panel::open(const QString& libraryFile, QString* error) {
     window_->setStrip(strip);
     offerViews();
     makeStatus();
+    makeState();
     makeExamples();
     return true;
 }
@@ -91,10 +103,14 @@ void Panel::makeExamples() {
 
 void Panel::makeStatus() {
     const workcell::PackageFlags package = packageFlags();
-    status_ = new StatusWatcher(package, controller(), page_, this);
-    auto* line = new StatusLine(status_);
-    window_->setStatus(line, new ProgressView(new RunWatcher(package, this)));
-    connect(line, &StatusLine::tapped, this, [this] {
+    status_ = new StatusWatcher(package, controller(), cell_->cell(), page_, this);
+    statusLine_ = new StatusLine(status_);
+    auto* progress = new RunWatcher(package, this);
+    partTimes_ = new QLabel;
+    partTimes_->setObjectName(QStringLiteral("lblPartTimesLine"));
+    window_->setStatus(statusLine_, new ProgressView(progress), partTimes_);
+    makeParts(progress);
+    connect(statusLine_, &StatusLine::tapped, this, [this] {
         if (status_->state().ended) {
             views()->open(resultsTab, window_.get());
         }
@@ -102,6 +118,60 @@ void Panel::makeStatus() {
     // The end of a run says nothing about another project.
     connect(new ProgramFollower(this), &ProgramFollower::replaced, status_,
             [this] { status_->setEnded(std::nullopt); });
+}
+
+void Panel::makeState() {
+    window_->state()->setState(panelState(status_->state()));
+    connect(status_, &StatusWatcher::refreshed, window_->state(),
+            [this](const CellStatus& status) { window_->state()->setState(panelState(status)); });
+    connect(window_->state(), &StateBlock::clicked, this, &Panel::explainState);
+    stop_ = new RunStop(status_, controller(), this);
+    connect(stop_, &RunStop::nothingToStop, statusLine_, &StatusLine::say);
+    connect(window_->stop(), &RunStopButton::pressed, stop_, &RunStop::stop);
+    reach_.add(window_->stop());
+}
+
+void Panel::makeParts(const RunWatcher* progress) {
+    auto* counter = new PartCounter(PartCounter::defaultFile(), this);
+    parts_ = new PartWatcher(counter, runs_, page_, this);
+    connect(status_, &StatusWatcher::refreshed, parts_, &PartWatcher::lookForProject);
+    connect(parts_, &PartWatcher::changed, this, &Panel::showParts);
+    connect(progress, &RunWatcher::begun, partTimes_, &QWidget::hide);
+    connect(progress, &RunWatcher::ended, this, &Panel::showParts);
+    connect(counter, &PartCounter::targetReached, window_->notices(),
+            [this](const QString& project, int target) {
+                window_->notices()->tell(
+                    tr("目标已达到：%1，%2 件").arg(QFileInfo(project).completeBaseName()).arg(target));
+            });
+    connect(window_->parts(), &PartsBlock::clicked, this, [this] {
+        (new PartsSheet(parts_->counter(), parts_->project(), window_->stripParent()))->open();
+    });
+    showParts();
+}
+
+void Panel::showParts() {
+    const PartCount count = parts_->count();
+    window_->parts()->setCount(QFileInfo(parts_->project()).completeBaseName(), count);
+    partTimes_->setText(tr("上一件 %1\n平均 %2").arg(clockText(count.lastMs), clockText(count.meanMs())));
+    partTimes_->setVisible(count.made > 0 && !runs_->isRunning());
+}
+
+void Panel::explainState() {
+    auto* sheet = new StateSheet(panelState(status_->state()), status_->sentences(), window_->stripParent());
+    connect(sheet, &StateSheet::placeAsked, this, &Panel::lead);
+    sheet->open();
+}
+
+void Panel::lead(Place place, int line) {
+    if (place == Place::Results) {
+        views()->open(resultsTab, window_.get());
+    } else if (place == Place::Pendant) {
+        pendant()->show();
+        pendant()->raise();
+    } else {
+        showPage(workcell::WorkCell::firstPage());
+        Ways(page_).lead(place, line);
+    }
 }
 
 /// Before the package is loaded, for the same reason as the recorder of the signals.
@@ -126,6 +196,7 @@ void Panel::keepResult(const RunResult& result) {
     if (!status_) {
         return;
     }
+    parts_->add(result);
     EndedRun run;
     run.reason = result.record.reason;
     run.words = reasonText(run.reason);
@@ -162,6 +233,8 @@ ViewsWindow* Panel::views() {
 PendantWindow* Panel::pendant() {
     if (!pendant_) {
         pendant_ = std::make_unique<PendantWindow>(controller());
+        connect(pendant_->runStop(), &RunStopButton::pressed, stop_, &RunStop::stop);
+        reach_.add(pendant_->runStop());
     }
     return pendant_.get();
 }

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "app/panelwindow.h"
+#include "app/state/panelstate.h"
+#include "app/stop/stopreach.h"
 #include "workcell/workcell.h"
 
 #include <QObject>
@@ -8,6 +10,8 @@
 
 #include <memory>
 #include <optional>
+
+class QLabel;
 
 namespace workcell {
 class EvidenceRecorder;
@@ -18,11 +22,15 @@ class TreeFollower;
 
 namespace app {
 
+class PartWatcher;
 class PendantWindow;
 class RunCollector;
 class RunHistory;
+class RunStop;
+class RunWatcher;
 class SeamTrack;
 class SignalRecorder;
+class StatusLine;
 class StatusWatcher;
 class ViewsWindow;
 struct RunResult;
@@ -68,6 +76,11 @@ private:
     void makeViews();
     void offerViews();
     void makeStatus();
+    void makeState();
+    void makeParts(const RunWatcher* progress);
+    void showParts();
+    void explainState();
+    void lead(Place place, int line);
     void makeExamples();
     void makeEvidence();
     void keepResult(const RunResult& result);
@@ -82,6 +95,11 @@ private:
     RunCollector* collector_ = nullptr;
     RunHistory* history_ = nullptr;
     StatusWatcher* status_ = nullptr;
+    StatusLine* statusLine_ = nullptr;
+    RunStop* stop_ = nullptr;
+    PartWatcher* parts_ = nullptr;
+    QPointer<QLabel> partTimes_;
+    StopReach reach_;
     std::unique_ptr<workcell::RunningProject> project_;
     std::unique_ptr<PanelWindow> window_;
     std::unique_ptr<ViewsWindow> views_;

@@ -4,6 +4,9 @@
 #include "app/navigation.h"
 #include "app/noticebar.h"
 #include "app/panelbody.h"
+#include "app/parts/partsblock.h"
+#include "app/state/stateblock.h"
+#include "app/stop/runstopbutton.h"
 
 #include <QApplication>
 #include <QHBoxLayout>
@@ -17,6 +20,9 @@ namespace app {
 
 namespace {
 
+constexpr int headerButtonWidth = 96;
+constexpr int headerSpace = 8;
+
 /// A button of the header that is down while what it opens is open.
 QToolButton* makeHeaderButton(const QString& name, const QString& text) {
     auto* button = new QToolButton;
@@ -24,7 +30,7 @@ QToolButton* makeHeaderButton(const QString& name, const QString& text) {
     button->setText(text);
     button->setCheckable(true);
     button->setFocusPolicy(Qt::TabFocus);
-    button->setMinimumSize(120, 48);
+    button->setMinimumSize(headerButtonWidth, 48);
     button->hide();
     return button;
 }
@@ -32,10 +38,13 @@ QToolButton* makeHeaderButton(const QString& name, const QString& text) {
 }  // namespace
 
 PanelWindow::PanelWindow()
-    : navigation_(new Navigation),
+    : state_(new StateBlock),
+      stop_(new RunStopButton),
+      parts_(new PartsBlock),
+      navigation_(new Navigation),
       notices_(new NoticeBar(this)),
-      viewsButton_(makeHeaderButton(QStringLiteral("btnViews"), tr("路径、信号、结果"))),
-      stripButton_(makeHeaderButton(QStringLiteral("btnCell"), tr("模拟单元"))),
+      viewsButton_(makeHeaderButton(QStringLiteral("btnViews"), tr("视图"))),
+      stripButton_(makeHeaderButton(QStringLiteral("btnCell"), tr("单元"))),
       body_(new PanelBody),
       status_(new QHBoxLayout) {
     setWindowTitle(tr("激光焊接操作面板"));
@@ -67,16 +76,20 @@ QWidget* PanelWindow::makeHeader() {
     auto* row = new QHBoxLayout(header);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(0);
+    row->addWidget(state_);
     row->addWidget(navigation_);
     row->addStretch(1);
+    row->addWidget(parts_);
     row->addWidget(viewsButton_);
     row->addWidget(stripButton_);
+    row->addSpacing(headerSpace);
+    row->addWidget(stop_);
     header_ = row;
     return header;
 }
 
 void PanelWindow::addToHeader(QWidget* button) {
-    header_->insertWidget(header_->indexOf(viewsButton_), button);
+    header_->insertWidget(header_->indexOf(parts_), button);
 }
 
 /// Notices have their room there, so that a page never gets smaller by one.
@@ -93,9 +106,10 @@ QWidget* PanelWindow::makeStatusLine() {
     return line;
 }
 
-void PanelWindow::setStatus(QWidget* why, QWidget* progress) {
+void PanelWindow::setStatus(QWidget* why, QWidget* progress, QWidget* times) {
     status_->insertWidget(0, why, 2);
     status_->addWidget(progress);
+    status_->addWidget(times);
 }
 
 QStackedWidget* PanelWindow::pages() const {
@@ -104,7 +118,7 @@ QStackedWidget* PanelWindow::pages() const {
 
 void PanelWindow::offerViews() {
     viewsButton_->show();
-    viewsButton_->setToolTip(QStringLiteral("F6, F7, F8"));
+    viewsButton_->setToolTip(tr("路径、信号、结果") + QStringLiteral(": F6, F7, F8"));
     connect(viewsButton_, &QToolButton::clicked, this, [this](bool on) {
         if (on) {
             emit viewsAsked(0);
@@ -132,6 +146,7 @@ QWidget* PanelWindow::stripParent() const {
 void PanelWindow::setStrip(QWidget* strip) {
     body_->setStrip(strip);
     stripButton_->show();
+    stripButton_->setToolTip(tr("模拟单元"));
     placeStrip();
 }
 
@@ -141,7 +156,7 @@ void PanelWindow::unfoldStrip(bool unfolded) {
 }
 
 void PanelWindow::showSpeed(double factor) {
-    const QString name = tr("模拟单元");
+    const QString name = tr("单元");
     stripButton_->setText(factor == 1 ? name : QStringLiteral("%1 %2x").arg(name).arg(factor));
 }
 
@@ -164,6 +179,11 @@ void PanelWindow::changeEvent(QEvent* event) {
     if (event->type() == QEvent::ActivationChange && isActiveWindow() && dialog && dialog != this) {
         QTimer::singleShot(0, dialog, &QWidget::activateWindow);
     }
+}
+
+void PanelWindow::resizeEvent(QResizeEvent* event) {
+    QMainWindow::resizeEvent(event);
+    state_->fitTo(width());
 }
 
 void PanelWindow::closeEvent(QCloseEvent* event) {

@@ -11,9 +11,12 @@ namespace app {
 class Navigation;
 class NoticeBar;
 class PanelBody;
+class PartsBlock;
+class RunStopButton;
+class StateBlock;
 
-/// The host's window: a header with navigation, the pages, beside them the cell, and below them a status
-/// line with notices.
+/// The host's window: a header with the state, navigation and Stop, the pages, beside them the cell, and
+/// below them a status line with notices.
 class PanelWindow : public QMainWindow {
     Q_OBJECT
 public:
@@ -24,18 +27,21 @@ public:
 
     Navigation* navigation() const { return navigation_; }
     NoticeBar* notices() const { return notices_; }
+    StateBlock* state() const { return state_; }
+    RunStopButton* stop() const { return stop_; }
+    PartsBlock* parts() const { return parts_; }
     /// The central stacked widget, the home of every page.
     QStackedWidget* pages() const;
     /// Offers the views in the header, and by F6 (path), F7 (signals) and F8 (results) anywhere.
     void offerViews();
     /// The header tells whether the views are open.
     void showViewsOpen(bool open);
-    /// Puts a button before those of views and cell.
+    /// Puts a button before the counter of parts.
     void addToHeader(QWidget* button);
-    /// Takes over what stands in the status line: why the panel does not do what one may expect of it, and
-    /// how far a run is.
-    void setStatus(QWidget* why, QWidget* progress);
-    /// What the strip of the cell is made in: what moves is styled again.
+    /// Takes over what stands in the status line: why the panel does not do what one may expect of it, how
+    /// far a run is, and how long the last part took.
+    void setStatus(QWidget* why, QWidget* progress, QWidget* times);
+    /// What the strip of the cell is made in: what moves is styled again. Sheets lie over it.
     QWidget* stripParent() const;
     /// Shows the strip of the cell. Until the operator folds or unfolds it, it is unfolded where it fits
     /// beside the pages, and folded elsewhere.
@@ -59,11 +65,15 @@ protected:
     void changeEvent(QEvent* event) override;
     /// Ends the program, whatever waits below: what must be switched off is switched off then.
     void closeEvent(QCloseEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
     QWidget* makeHeader();
     QWidget* makeStatusLine();
 
+    StateBlock* state_;
+    RunStopButton* stop_;
+    PartsBlock* parts_;
     Navigation* navigation_;
     NoticeBar* notices_;
     QHBoxLayout* header_ = nullptr;

@@ -529,6 +529,13 @@ mm/s, °/s</translation>
     </message>
 </context>
 <context>
+    <name>app::NumberKeys</name>
+    <message>
+        <source>删除一位</source>
+        <translation>Delete a digit</translation>
+    </message>
+</context>
+<context>
     <name>app::Panel</name>
     <message>
         <source>路径</source>
@@ -550,6 +557,16 @@ mm/s, °/s</translation>
         <source>结果</source>
         <translation>Results</translation>
     </message>
+    <message>
+        <source>目标已达到：%1，%2 件</source>
+        <translation>Target reached: %1, %2 parts</translation>
+    </message>
+    <message>
+        <source>上一件 %1
+平均 %2</source>
+        <translation>Last part %1
+Mean %2</translation>
+    </message>
 </context>
 <context>
     <name>app::PanelWindow</name>
@@ -564,6 +581,60 @@ mm/s, °/s</translation>
     <message>
         <source>路径、信号、结果</source>
         <translation>Path, signals, results</translation>
+    </message>
+    <message>
+        <source>视图</source>
+        <translation>Views</translation>
+    </message>
+    <message>
+        <source>单元</source>
+        <translation>Cell</translation>
+    </message>
+</context>
+<context>
+    <name>app::PartsBlock</name>
+    <message>
+        <source>零件</source>
+        <translation>Parts</translation>
+    </message>
+    <message>
+        <source>%1：已完成 %2</source>
+        <translation>%1: %2 made</translation>
+    </message>
+</context>
+<context>
+    <name>app::PartsSheet</name>
+    <message>
+        <source>零件：%1</source>
+        <translation>Parts of %1</translation>
+    </message>
+    <message>
+        <source>目标（空：无目标）</source>
+        <translation>Target (empty: none)</translation>
+    </message>
+    <message>
+        <source>计数清零</source>
+        <translation>Reset the counter</translation>
+    </message>
+    <message>
+        <source>确定</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>已完成 %1，目标 %2</source>
+        <translation>%1 of %2 made</translation>
+    </message>
+    <message>
+        <source>已完成 %1</source>
+        <translation>%1 made</translation>
+    </message>
+    <message>
+        <source>上一件 %1，平均 %2</source>
+        <translation>Last part %1, mean %2</translation>
+    </message>
+    <message>
+        <source>确认清零（%1）</source>
+        <translation>Reset %1: sure?</translation>
     </message>
 </context>
 <context>
@@ -1134,6 +1205,32 @@ mm/s, °/s</translation>
     </message>
 </context>
 <context>
+    <name>app::RunStop</name>
+    <message>
+        <source>没有可停止的程序</source>
+        <translation>There is nothing to stop: no program runs</translation>
+    </message>
+    <message>
+        <source>没有可停止的程序；激光已打开：在设备页面关闭，或按急停</source>
+        <translation>No program runs. The laser is on: switch it off on the page Device, or press the emergency stop</translation>
+    </message>
+</context>
+<context>
+    <name>app::RunStopButton</name>
+    <message>
+        <source>停止</source>
+        <translation>Stop</translation>
+    </message>
+    <message>
+        <source>停止运行</source>
+        <translation>Stop the run</translation>
+    </message>
+    <message>
+        <source>停止正在运行的程序、工位或单步，与工程页面的停止相同</source>
+        <translation>Stops the program, station or single step that runs, as Stop on the project page does</translation>
+    </message>
+</context>
+<context>
     <name>app::ScopePage</name>
     <message>
         <source>保持</source>
@@ -1210,6 +1307,13 @@ mm/s, °/s</translation>
     </message>
 </context>
 <context>
+    <name>app::Sheet</name>
+    <message>
+        <source>关闭</source>
+        <translation>Close</translation>
+    </message>
+</context>
+<context>
     <name>app::SpeedBox</name>
     <message>
         <source>单元的时间：快速运行时，焊接中的一切比例不变</source>
@@ -1218,6 +1322,132 @@ mm/s, °/s</translation>
     <message>
         <source>时间</source>
         <translation>Time</translation>
+    </message>
+</context>
+<context>
+    <name>app::StateSheet</name>
+    <message>
+        <source>查看监控页面</source>
+        <translation>Show the monitor</translation>
+    </message>
+    <message>
+        <source>查看设备页面</source>
+        <translation>Show the devices</translation>
+    </message>
+    <message>
+        <source>查看工位页面</source>
+        <translation>Show the stations</translation>
+    </message>
+    <message>
+        <source>查看结果</source>
+        <translation>Show the result</translation>
+    </message>
+    <message>
+        <source>显示手控器</source>
+        <translation>Show the pendant</translation>
+    </message>
+    <message>
+        <source>查看程序</source>
+        <translation>Show the program</translation>
+    </message>
+    <message>
+        <source>查看第 %1 行</source>
+        <translation>Show line %1</translation>
+    </message>
+</context>
+<context>
+    <name>app::StateText</name>
+    <message>
+        <source>第 %1 行</source>
+        <translation>line %1</translation>
+    </message>
+    <message>
+        <source>没有打开的工程</source>
+        <translation>no project is open</translation>
+    </message>
+    <message>
+        <source>由程序打开</source>
+        <translation>by the program</translation>
+    </message>
+    <message>
+        <source>由工位打开</source>
+        <translation>by a station</translation>
+    </message>
+    <message>
+        <source>手动打开</source>
+        <translation>by hand</translation>
+    </message>
+    <message>
+        <source>没有程序在运行</source>
+        <translation>no program runs</translation>
+    </message>
+    <message>
+        <source>急停</source>
+        <translation>EMERGENCY STOP</translation>
+    </message>
+    <message>
+        <source>故障</source>
+        <translation>FAULT</translation>
+    </message>
+    <message>
+        <source>激光打开</source>
+        <translation>LASER ON</translation>
+    </message>
+    <message>
+        <source>暂停 第 %1 行</source>
+        <translation>PAUSED at line %1</translation>
+    </message>
+    <message>
+        <source>运行中</source>
+        <translation>RUNNING</translation>
+    </message>
+    <message>
+        <source>运行 第 %1 行</source>
+        <translation>RUNNING line %1</translation>
+    </message>
+    <message>
+        <source>监听中（%1 个等待）</source>
+        <translation>LISTENING (%1 waiting)</translation>
+    </message>
+    <message>
+        <source>监听中</source>
+        <translation>LISTENING</translation>
+    </message>
+    <message>
+        <source>已完成</source>
+        <translation>FINISHED</translation>
+    </message>
+    <message>
+        <source>驱动未上电</source>
+        <translation>DRIVES OFF</translation>
+    </message>
+    <message>
+        <source>就绪</source>
+        <translation>READY</translation>
+    </message>
+    <message>
+        <source>、</source>
+        <translation>, </translation>
+    </message>
+    <message>
+        <source>机器人运动错误 -0x%1</source>
+        <translation>robot motion error -0x%1</translation>
+    </message>
+    <message>
+        <source>工位</source>
+        <translation>station</translation>
+    </message>
+    <message>
+        <source>单步</source>
+        <translation>single step</translation>
+    </message>
+    <message>
+        <source>焊缝未完成</source>
+        <translation>inside a weld</translation>
+    </message>
+    <message>
+        <source>在手控器上复位</source>
+        <translation>release it on the pendant</translation>
     </message>
 </context>
 <context>

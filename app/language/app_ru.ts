@@ -529,6 +529,13 @@ mm/s，°/s</source>
     </message>
 </context>
 <context>
+    <name>app::NumberKeys</name>
+    <message>
+        <source>删除一位</source>
+        <translation>Удалить цифру</translation>
+    </message>
+</context>
+<context>
     <name>app::Panel</name>
     <message>
         <source>路径</source>
@@ -550,6 +557,16 @@ mm/s，°/s</source>
         <source>结果</source>
         <translation>Результаты</translation>
     </message>
+    <message>
+        <source>目标已达到：%1，%2 件</source>
+        <translation>Цель достигнута: %1, деталей: %2</translation>
+    </message>
+    <message>
+        <source>上一件 %1
+平均 %2</source>
+        <translation>Деталь %1
+Среднее %2</translation>
+    </message>
 </context>
 <context>
     <name>app::PanelWindow</name>
@@ -564,6 +581,60 @@ mm/s，°/s</source>
     <message>
         <source>路径、信号、结果</source>
         <translation>Путь, сигналы, итоги</translation>
+    </message>
+    <message>
+        <source>视图</source>
+        <translation>Виды</translation>
+    </message>
+    <message>
+        <source>单元</source>
+        <translation>Ячейка</translation>
+    </message>
+</context>
+<context>
+    <name>app::PartsBlock</name>
+    <message>
+        <source>零件</source>
+        <translation>Детали</translation>
+    </message>
+    <message>
+        <source>%1：已完成 %2</source>
+        <translation>%1: готово %2</translation>
+    </message>
+</context>
+<context>
+    <name>app::PartsSheet</name>
+    <message>
+        <source>零件：%1</source>
+        <translation>Детали: %1</translation>
+    </message>
+    <message>
+        <source>目标（空：无目标）</source>
+        <translation>Цель (пусто: нет)</translation>
+    </message>
+    <message>
+        <source>计数清零</source>
+        <translation>Сбросить счётчик</translation>
+    </message>
+    <message>
+        <source>确定</source>
+        <translation>ОК</translation>
+    </message>
+    <message>
+        <source>已完成 %1，目标 %2</source>
+        <translation>Готово %1 из %2</translation>
+    </message>
+    <message>
+        <source>已完成 %1</source>
+        <translation>Готово: %1</translation>
+    </message>
+    <message>
+        <source>上一件 %1，平均 %2</source>
+        <translation>Последняя деталь %1, среднее %2</translation>
+    </message>
+    <message>
+        <source>确认清零（%1）</source>
+        <translation>Сбросить %1: точно?</translation>
     </message>
 </context>
 <context>
@@ -1134,6 +1205,32 @@ mm/s，°/s</source>
     </message>
 </context>
 <context>
+    <name>app::RunStop</name>
+    <message>
+        <source>没有可停止的程序</source>
+        <translation>Останавливать нечего: программа не выполняется</translation>
+    </message>
+    <message>
+        <source>没有可停止的程序；激光已打开：在设备页面关闭，或按急停</source>
+        <translation>Программа не выполняется. Лазер включён: выключите его на странице устройств или нажмите аварийный останов</translation>
+    </message>
+</context>
+<context>
+    <name>app::RunStopButton</name>
+    <message>
+        <source>停止</source>
+        <translation>Стоп</translation>
+    </message>
+    <message>
+        <source>停止运行</source>
+        <translation>Остановить работу</translation>
+    </message>
+    <message>
+        <source>停止正在运行的程序、工位或单步，与工程页面的停止相同</source>
+        <translation>Останавливает программу, пост или шаг, как «Стоп» на странице проекта</translation>
+    </message>
+</context>
+<context>
     <name>app::ScopePage</name>
     <message>
         <source>保持</source>
@@ -1210,6 +1307,13 @@ mm/s，°/s</source>
     </message>
 </context>
 <context>
+    <name>app::Sheet</name>
+    <message>
+        <source>关闭</source>
+        <translation>Закрыть</translation>
+    </message>
+</context>
+<context>
     <name>app::SpeedBox</name>
     <message>
         <source>单元的时间：快速运行时，焊接中的一切比例不变</source>
@@ -1218,6 +1322,132 @@ mm/s，°/s</source>
     <message>
         <source>时间</source>
         <translation>Время</translation>
+    </message>
+</context>
+<context>
+    <name>app::StateSheet</name>
+    <message>
+        <source>查看监控页面</source>
+        <translation>Показать монитор</translation>
+    </message>
+    <message>
+        <source>查看设备页面</source>
+        <translation>Показать устройства</translation>
+    </message>
+    <message>
+        <source>查看工位页面</source>
+        <translation>Показать посты</translation>
+    </message>
+    <message>
+        <source>查看结果</source>
+        <translation>Показать результат</translation>
+    </message>
+    <message>
+        <source>显示手控器</source>
+        <translation>Показать пульт</translation>
+    </message>
+    <message>
+        <source>查看程序</source>
+        <translation>Показать программу</translation>
+    </message>
+    <message>
+        <source>查看第 %1 行</source>
+        <translation>Показать строку %1</translation>
+    </message>
+</context>
+<context>
+    <name>app::StateText</name>
+    <message>
+        <source>第 %1 行</source>
+        <translation>строка %1</translation>
+    </message>
+    <message>
+        <source>没有打开的工程</source>
+        <translation>проект не открыт</translation>
+    </message>
+    <message>
+        <source>由程序打开</source>
+        <translation>программой</translation>
+    </message>
+    <message>
+        <source>由工位打开</source>
+        <translation>постом</translation>
+    </message>
+    <message>
+        <source>手动打开</source>
+        <translation>вручную</translation>
+    </message>
+    <message>
+        <source>没有程序在运行</source>
+        <translation>программа не выполняется</translation>
+    </message>
+    <message>
+        <source>急停</source>
+        <translation>АВАРИЙНЫЙ СТОП</translation>
+    </message>
+    <message>
+        <source>故障</source>
+        <translation>НЕИСПРАВНОСТЬ</translation>
+    </message>
+    <message>
+        <source>激光打开</source>
+        <translation>ЛАЗЕР ВКЛЮЧЁН</translation>
+    </message>
+    <message>
+        <source>暂停 第 %1 行</source>
+        <translation>ПАУЗА, строка %1</translation>
+    </message>
+    <message>
+        <source>运行中</source>
+        <translation>РАБОТА</translation>
+    </message>
+    <message>
+        <source>运行 第 %1 行</source>
+        <translation>РАБОТА, строка %1</translation>
+    </message>
+    <message>
+        <source>监听中（%1 个等待）</source>
+        <translation>ОПРОС (ждут: %1)</translation>
+    </message>
+    <message>
+        <source>监听中</source>
+        <translation>ОПРОС ПОСТОВ</translation>
+    </message>
+    <message>
+        <source>已完成</source>
+        <translation>ЗАВЕРШЕНО</translation>
+    </message>
+    <message>
+        <source>驱动未上电</source>
+        <translation>ПРИВОДЫ ВЫКЛ.</translation>
+    </message>
+    <message>
+        <source>就绪</source>
+        <translation>ГОТОВО</translation>
+    </message>
+    <message>
+        <source>、</source>
+        <translation>, </translation>
+    </message>
+    <message>
+        <source>机器人运动错误 -0x%1</source>
+        <translation>ошибка движения -0x%1</translation>
+    </message>
+    <message>
+        <source>工位</source>
+        <translation>пост</translation>
+    </message>
+    <message>
+        <source>单步</source>
+        <translation>шаг</translation>
+    </message>
+    <message>
+        <source>焊缝未完成</source>
+        <translation>шов не закончен</translation>
+    </message>
+    <message>
+        <source>在手控器上复位</source>
+        <translation>отпустите на пульте</translation>
     </message>
 </context>
 <context>

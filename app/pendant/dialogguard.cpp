@@ -55,7 +55,7 @@ void DialogGuard::keepClear() {
     }
 }
 
-/// Uncovers the whole pendant if possible, else its emergency stop.
+/// Uncovers the whole pendant if possible, else its emergency stop and Stop.
 void DialogGuard::moveAway(QWidget* dialog) {
     const QRect room = pendant_->screen()->availableGeometry();
     for (const QRect& keepFree : {pendant_->frameGeometry(), pendant_->stopGeometry()}) {

@@ -9,6 +9,7 @@
 #include "app/pendant/placement.h"
 #include "app/pendant/stopbox.h"
 #include "app/preferences.h"
+#include "app/stop/runstopbutton.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -35,6 +36,7 @@ PendantWindow::PendantWindow(sim::Controller* controller)
     : QWidget(nullptr, Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowStaysOnTopHint |
                            Qt::WindowDoesNotAcceptFocus),
       stop_(new StopBox(controller)),
+      runStop_(new RunStopButton),
       lowerPart_(makeLowerPart(controller)) {
     setObjectName(QStringLiteral("pendant"));
     setWindowTitle(tr("手控器"));
@@ -47,6 +49,7 @@ PendantWindow::PendantWindow(sim::Controller* controller)
     column->setContentsMargins(2, 2, 2, 2);
     column->setSpacing(6);
     column->addWidget(stop_);
+    column->addWidget(runStop_);
     column->addWidget(lowerPart_, 1);
     auto* keyboard = new QShortcut(Qt::Key_F9, this);
     keyboard->setContext(Qt::ApplicationShortcut);
@@ -130,7 +133,8 @@ bool PendantWindow::isUnfolded() const {
 }
 
 QRect PendantWindow::stopGeometry() const {
-    return QRect(stop_->mapToGlobal(QPoint()), stop_->size());
+    return QRect(stop_->mapToGlobal(QPoint()), stop_->size())
+        .united(QRect(runStop_->mapToGlobal(QPoint()), runStop_->size()));
 }
 
 void PendantWindow::keepOnScreen() {

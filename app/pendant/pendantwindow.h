@@ -13,10 +13,11 @@ class Controller;
 
 namespace app {
 
+class RunStopButton;
 class StopBox;
 
-/// The pendant, a window above all others: emergency stop and drive power; unfolded also operating mode,
-/// jogging and the end tool's keys. It has no parent window, so that no dialog blocks it.
+/// The pendant, a window above all others: emergency stop, drive power and Stop; unfolded also operating
+/// mode, jogging and the end tool's keys. It has no parent window, so that no dialog blocks it.
 ///
 /// A click on it leaves the keyboard focus with the other window. F9 moves the focus to the pendant and
 /// back.
@@ -31,7 +32,9 @@ public:
     void showBeside(const QRect& panel);
     void setUnfolded(bool unfolded);
     bool isUnfolded() const;
-    /// The emergency stop in screen coordinates.
+    /// Stops a run; what that does is not the pendant's.
+    RunStopButton* runStop() const { return runStop_; }
+    /// The emergency stop and Stop in screen coordinates.
     QRect stopGeometry() const;
     /// Moves the keyboard focus to the pendant, or back to the former window or its modal dialog.
     void toggleKeyboardFocus();
@@ -48,6 +51,7 @@ private:
     void keepOnScreen();
 
     StopBox* stop_;
+    RunStopButton* runStop_;
     QWidget* lowerPart_;
     QPoint placed_;                    ///< the last position that was not chosen by the operator
     std::optional<QPoint> foldedPos_;  ///< position before it was unfolded

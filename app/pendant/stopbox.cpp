@@ -38,16 +38,19 @@ StopBox::StopBox(sim::Controller* controller, QWidget* parent)
     release->setMinimumHeight(48);
     switches_->addWidget(power_);
     switches_->addWidget(release);
+    caption_->setWordWrap(true);
     fold_->setObjectName(QStringLiteral("btnFold"));
     fold_->setFocusPolicy(Qt::TabFocus);
     fold_->setMinimumHeight(36);
 
     auto* column = new QVBoxLayout;
     column->setSpacing(2);
-    column->addWidget(caption_, 0, Qt::AlignCenter);
+    auto* top = new QHBoxLayout;
+    top->addWidget(caption_, 1, Qt::AlignCenter);
+    top->addWidget(fold_);
+    column->addLayout(top);
     column->addWidget(switches_);
     column->addStretch(1);
-    column->addWidget(fold_);
     layout_->setContentsMargins(2, 2, 2, 2);
     layout_->addWidget(stop_, 0, Qt::AlignHCenter | Qt::AlignTop);
     layout_->addLayout(column, 1);

@@ -10,6 +10,12 @@
 
 namespace app {
 
+namespace {
+
+constexpr int saidMs = 5000;
+
+}  // namespace
+
 StatusLine::StatusLine(const StatusWatcher* watch, QWidget* parent)
     : QFrame(parent), watch_(watch), sign_(new QLabel), text_(new QLabel) {
     setObjectName(QStringLiteral("whyLine"));
@@ -25,19 +31,39 @@ StatusLine::StatusLine(const StatusWatcher* watch, QWidget* parent)
     row->setSpacing(6);
     row->addWidget(sign_);
     row->addWidget(text_, 1);
+    saying_.setSingleShot(true);
+    saying_.setInterval(saidMs);
+    connect(&saying_, &QTimer::timeout, this, [this] {
+        said_.clear();
+        fit();
+    });
+    connect(watch, &StatusWatcher::refreshed, this, &StatusLine::showSign);
     connect(watch, &StatusWatcher::changed, this, &StatusLine::refresh);
+    showSign(watch->state());
     refresh();
 }
 
-void StatusLine::refresh() {
-    const bool well = watch_->state().isWell();
-    const QString sign = well ? QStringLiteral("✓") : QStringLiteral("⚠");
+void StatusLine::say(const QString& text) {
+    said_ = text;
+    saying_.start();
+    fit();
+}
+
+void StatusLine::showSign(const CellStatus& state) {
+    QString sign = state.isWell() ? QStringLiteral("✓") : QStringLiteral("○");
+    if (state.isWrong()) {
+        sign = QStringLiteral("⚠");
+    }
     if (sign_->text() != sign) {
         sign_->setText(sign);
-        sign_->setProperty("warning", !well);
+        sign_->setProperty("warning", state.isWrong());
+        sign_->setProperty("quiet", !state.isWell() && !state.isWrong());
         sign_->style()->unpolish(sign_);
         sign_->style()->polish(sign_);
     }
+}
+
+void StatusLine::refresh() {
     setToolTip(watch_->sentences().join(QLatin1Char('\n')));
     text_->setAccessibleName(watch_->sentences().join(QLatin1Char(' ')));
     fit();
@@ -46,7 +72,7 @@ void StatusLine::refresh() {
 /// Cuts the end off: the most important sentences come first.
 void StatusLine::fit() {
     const QRect room = text_->contentsRect();
-    const QString whole = watch_->sentences().join(QStringLiteral("  ·  "));
+    const QString whole = said_.isEmpty() ? watch_->sentences().join(QStringLiteral("  ·  ")) : said_;
     QString shown = whole;
     const auto fits = [&] {
         const QRect needed = text_->fontMetrics().boundingRect(0, 0, room.width(), 10 * room.height(),

@@ -2,20 +2,25 @@
 
 #include <QFrame>
 #include <QStringList>
+#include <QTimer>
 
 class QLabel;
 
 namespace app {
 
 class StatusWatcher;
+struct CellStatus;
 
-/// Shows the sentences of a StatusWatcher in two lines at most, and a tick when nothing prevents welding.
-/// The tooltip has the whole text.
+/// Shows the sentences of a StatusWatcher in two lines at most. The sign before them is a tick when all that
+/// a weld needs is well, a triangle when something is wrong, and else a ring. The tooltip has the whole text.
 class StatusLine : public QFrame {
     Q_OBJECT
 public:
     /// `watch` must outlive it.
     explicit StatusLine(const StatusWatcher* watch, QWidget* parent = nullptr);
+
+    /// Shows a text for some seconds instead of the sentences.
+    void say(const QString& text);
 
 signals:
     void tapped();
@@ -25,12 +30,15 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
 
 private:
+    void showSign(const CellStatus& state);
     void refresh();
     void fit();
 
     const StatusWatcher* watch_;
     QLabel* sign_;
     QLabel* text_;
+    QString said_;  ///< shown instead of the sentences; empty: nothing
+    QTimer saying_;
 };
 
 }  // namespace app

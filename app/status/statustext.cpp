@@ -190,10 +190,10 @@ bool CellStatus::hasTime() const {
     return leftMs >= 0 || waiting == prog::waits::input;
 }
 
-bool CellStatus::isWell() const {
-    return isPermitted() && gasPorts.isEmpty() && faults.isEmpty() && lastError == 0 && !emergencyStop &&
-           errors == 0 && laser != Laser::ByHand && laser != Laser::WithoutProgram &&
-           (!ended || ended->violations == 0);
+bool CellStatus::isWrong() const {
+    return emergencyStop || !faults.isEmpty() || !laserPorts.isEmpty() || !gasPorts.isEmpty() ||
+           lastError != 0 || errors > 0 || laser == Laser::ByHand || laser == Laser::WithoutProgram ||
+           (ended && ended->violations > 0);
 }
 
 QStringList statusText(const CellStatus& state) {

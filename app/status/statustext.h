@@ -48,6 +48,8 @@ struct CellStatus {
     int lastError = 0;  ///< result of the failed motion in the last run; 0 for none
     bool busy = false;
     bool station = false;  ///< a station's program runs, not the edited one
+    bool step = false;     ///< a single step runs
+    QString project;       ///< its name: of the station's one that runs, else of the open one
     int line = -1;         ///< from 0; -1 for none
     QString waiting;       ///< the executor's kind of wait; empty for none
     QString input;         ///< the input waited for
@@ -63,16 +65,20 @@ struct CellStatus {
 
     // Editing.
     bool projectOpen = true;
-    int errors = 0;    ///< of the program in the editor; 0 while something runs
-    int warnings = 0;  ///< likewise
+    bool hasLines = true;  ///< the program in the editor is not empty
+    int errors = 0;        ///< of the program in the editor; 0 while something runs
+    int warnings = 0;      ///< likewise
 
     /// Whether mode and switches permit welding.
     bool isSwitchedOn() const { return weldSwitch && (automatic || handWeldSwitch); }
     /// Whether the laser would come on.
     bool isPermitted() const { return isSwitchedOn() && power && laserPorts.isEmpty(); }
-    /// Whether nothing prevents welding, the last run did not fail, the program has no errors, and the laser
-    /// is not on without a program.
-    bool isWell() const;
+    /// Whether something is wrong: emergency stop, a fault, a port, the last run, the program, or a laser
+    /// that is on without a program.
+    bool isWrong() const;
+    /// Whether all that a weld needs is well: nothing is wrong, drives and switches are on, and there is a
+    /// program.
+    bool isWell() const { return !isWrong() && isPermitted() && hasLines; }
     /// Whether a sentence contains a running time.
     bool hasTime() const;
 };

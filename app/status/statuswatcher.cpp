@@ -6,9 +6,11 @@
 #include "program/ports.h"
 #include "program/statement.h"
 #include "program/words.h"
+#include "simulator/cell.h"
 #include "simulator/controller.h"
 
 #include <QAbstractItemView>
+#include <QFileInfo>
 #include <QVariantMap>
 
 #include <algorithm>
@@ -82,8 +84,8 @@ CellStatus readSwitches() {
 }  // namespace
 
 StatusWatcher::StatusWatcher(const workcell::PackageFlags& package, const sim::Controller* controller,
-                             const QWidget* page, QObject* parent)
-    : QObject(parent), package_(package), controller_(controller) {
+                             const sim::Cell* cell, const QWidget* page, QObject* parent)
+    : QObject(parent), package_(package), controller_(controller), cell_(cell), project_(page) {
     tick_.setInterval(tickMs);
     connect(&tick_, &QTimer::timeout, this, &StatusWatcher::refresh);
     gap_.setSingleShot(true);
@@ -93,6 +95,11 @@ StatusWatcher::StatusWatcher(const workcell::PackageFlags& package, const sim::C
     followStations(page);
     followEditor(page);
     connect(controller, &sim::Controller::emergencyStopChanged, this, &StatusWatcher::refreshLater);
+    connect(controller, &sim::Controller::outputChanged, this, [this](const QString& name) {
+        if (name == cell_->wiring().laserEnable) {
+            refreshLater();
+        }
+    });
     if (package.executor) {
         connect(package.executor, SIGNAL(activityChanged()), this, SLOT(refreshLater()));
     }
@@ -160,6 +167,7 @@ void StatusWatcher::refresh() {
     } else if (!tick_.isActive()) {
         tick_.start();
     }
+    emit refreshed(now);
     const QStringList sentences = statusText(now);
     if (sentences == sentences_) {
         return;
@@ -185,8 +193,15 @@ void StatusWatcher::followPorts() {
     }
 }
 
+/// The output that the port names now, or the one that the laser source is wired to: after a wrong
+/// assignment these are two.
+bool StatusWatcher::isLaserEnabled() const {
+    const QString wired = cell_->wiring().laserEnable;
+    return isOn(DO_LASER_ENABLE) || (!wired.isEmpty() && controller_->output(wired).toBool());
+}
+
 void StatusWatcher::followLaser() {
-    const bool on = isOn(DO_LASER_ENABLE);
+    const bool on = isLaserEnabled();
     if (on || !isBusy()) {
         gap_.stop();
     } else if (laserOn_) {
@@ -242,12 +257,17 @@ QVariantMap StatusWatcher::waiting() const {
 
 /// During the dwell and the weld, until the closing begins, the laser will come on again.
 bool StatusWatcher::isInPulseGap() const {
-    if (!gap_.isActive()) {
+    if (!gap_.isActive() || !isWord(prog::key::robotPower, prog::word::on)) {
         return false;
     }
     const QString kind = waiting().value(QStringLiteral("kind")).toString();
     const bool closes = kind == prog::waits::closeDelay || kind == prog::waits::postFlow;
     return kind == prog::waits::dwell || (m(prog::key::weldOpen)->getBool(false) && !closes);
+}
+
+bool StatusWatcher::isActive() const {
+    return isBusy() || activity("depth") > 0 || activity("pendingSteps") > 0 ||
+           (stations_ && stations_->property("queued").toInt() > 0);
 }
 
 /// A laser switched on by hand during a program's weld counts as the program's.
@@ -287,7 +307,12 @@ CellStatus StatusWatcher::state() const {
     state.ended = ended_;
     state.busy = isBusy();
     state.station = package_.mode() == prog::runmode::byStation;
+    state.step = package_.mode() == prog::runmode::singleStep;
     state.projectOpen = package_.hasProject();
+    if (state.projectOpen || project_.station() >= 0) {
+        state.project = QFileInfo(project_.name()).completeBaseName();
+    }
+    state.hasLines = m(prog::key::program)->cmobjCount() > 0;
     readPause(&state);
     readStations(&state);
     readWait(&state);

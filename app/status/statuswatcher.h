@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/status/statustext.h"
+#include "workcell/runningproject.h"
 #include "workcell/workcell.h"
 
 #include <QObject>
@@ -11,8 +12,9 @@
 class QWidget;
 
 namespace sim {
+class Cell;
 class Controller;
-}
+}  // namespace sim
 
 namespace app {
 
@@ -22,18 +24,22 @@ namespace app {
 class StatusWatcher : public QObject {
     Q_OBJECT
 public:
-    /// `controller` must outlive it. `page` is the package's page, which contains the editor and the
-    /// stations' page.
+    /// `controller` and `cell` must outlive it. `page` is the package's page, which contains the editor and
+    /// the stations' page.
     StatusWatcher(const workcell::PackageFlags& package, const sim::Controller* controller,
-                  const QWidget* page, QObject* parent = nullptr);
+                  const sim::Cell* cell, const QWidget* page, QObject* parent = nullptr);
 
     /// How the last run ended; forgotten at the next start.
     void setEnded(const std::optional<EndedRun>& run);
     CellStatus state() const;
     const QStringList& sentences() const { return sentences_; }
     bool isTiming() const { return tick_.isActive(); }
+    /// Whether a run, a step, or the closing after one is under way, or a station waits for its start.
+    bool isActive() const;
 
 signals:
+    /// The state was read; it may be the same as before.
+    void refreshed(const app::CellStatus& state);
     /// The sentences have changed.
     void changed();
 
@@ -54,6 +60,7 @@ private:
     int activity(const char* property) const;
     QVariantMap waiting() const;
     bool isInPulseGap() const;
+    bool isLaserEnabled() const;
     CellStatus::Laser laser() const;
     void readWait(CellStatus* state) const;
     void readPause(CellStatus* state) const;
@@ -62,6 +69,8 @@ private:
 
     workcell::PackageFlags package_;
     const sim::Controller* controller_;
+    const sim::Cell* cell_;
+    workcell::RunningProject project_;
     QPointer<QWidget> editor_;
     QPointer<QWidget> stations_;
     QPointer<QWidget> listening_;  ///< the stations' switch

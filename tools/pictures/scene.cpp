@@ -2,6 +2,7 @@
 
 #include "app/noticebar.h"
 #include "app/panel.h"
+#include "app/sheet/sheet.h"
 #include "mendo/modulemanager.h"
 #include "program/words.h"
 #include "simulator/controller.h"
@@ -142,6 +143,10 @@ void Scene::closeDialogs() {
         } else {
             widget->close();
         }
+    }
+    const QList<app::Sheet*> sheets = panel_->window()->findChildren<app::Sheet*>();
+    for (app::Sheet* sheet : sheets) {
+        sheet->dismiss();
     }
     clock()->advance(layoutMs);
 }

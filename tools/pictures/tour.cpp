@@ -10,8 +10,9 @@ namespace pictures {
 const std::vector<Stop>& stops() {
     static const std::vector<Stop> all = [] {
         std::vector<Stop> collected;
-        for (const auto tour : {projectStops, panelStops, editorStops, runStops, statusStops, parameterStops,
-                                portStops, stationStops, deviceStops, noticeStops, viewStops, pendantStops}) {
+        for (const auto tour :
+             {projectStops, panelStops, editorStops, runStops, statusStops, parameterStops, portStops,
+              stationStops, deviceStops, noticeStops, sheetStops, viewStops, pendantStops}) {
             const std::vector<Stop> part = tour();
             collected.insert(collected.end(), part.begin(), part.end());
         }

@@ -29,6 +29,7 @@ std::vector<Stop> portStops();
 std::vector<Stop> stationStops();
 std::vector<Stop> deviceStops();
 std::vector<Stop> noticeStops();
+std::vector<Stop> sheetStops();
 std::vector<Stop> viewStops();
 std::vector<Stop> pendantStops();
 

@@ -110,6 +110,29 @@ const Stop panelRows[] = {
      }},
 };
 
+/// The sheets of the header.
+const Stop sheetRows[] = {
+    {"state_fault",
+     [](Scene& s) {
+         s.openProject(sampleFile);
+         power(s);
+         s.controller()->setInput(QStringLiteral("LUMO_DI.#2"), false);
+         s.after(0, [&s] {
+             press(s, "stateBlock");
+             s.shoot();
+             s.controller()->setInput(QStringLiteral("LUMO_DI.#2"), true);
+         });
+         s.settle();
+     }},
+    {"parts",
+     [](Scene& s) {
+         s.openProject(sampleFile);
+         press(s, "partsBlock");
+         s.type(QStringLiteral("edtPartTarget"), QStringLiteral("40"));
+         s.shoot();
+     }},
+};
+
 /// The status line.
 const Stop statusRows[] = {
     {"status_manual",
@@ -295,6 +318,10 @@ std::vector<Stop> panelStops() {
 
 std::vector<Stop> statusStops() {
     return {std::begin(statusRows), std::end(statusRows)};
+}
+
+std::vector<Stop> sheetStops() {
+    return {std::begin(sheetRows), std::end(sheetRows)};
 }
 
 std::vector<Stop> noticeStops() {

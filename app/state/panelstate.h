@@ -1,0 +1,44 @@
+#pragma once
+
+#include "app/status/statustext.h"
+
+#include <QColor>
+#include <QString>
+
+namespace app {
+
+/// A place of the panel that a message leads to.
+enum class Place { Project, Monitor, Device, Stations, Results, Pendant };
+
+/// What the state block in the header shows: one state, the most important one.
+struct PanelState {
+    /// In the order of precedence.
+    enum class Kind { EmergencyStop, Fault, LaserOn, Paused, Running, Listening, Finished, DrivesOff, Ready };
+
+    Kind kind = Kind::Ready;
+    QString word;    ///< "RUNNING line 4", in the panel's language
+    QString detail;  ///< the second line: project, line, who lit the laser
+    Place place = Place::Project;
+    int line = -1;  ///< of the program on the project page, from 0; -1: none
+
+    friend bool operator==(const PanelState& a, const PanelState& b) {
+        return a.kind == b.kind && a.word == b.word && a.detail == b.detail && a.place == b.place &&
+               a.line == b.line;
+    }
+    friend bool operator!=(const PanelState& a, const PanelState& b) { return !(a == b); }
+};
+
+/// The state block of a state of the cell. A fault while the laser is on says in its detail that it is on.
+PanelState panelState(const CellStatus& status);
+
+/// How a state looks. The shape says the same as the colour.
+enum class Sign { Octagon, Triangle, Diamond, Bars, Arrow, Waves, Flag, Power, Ring };
+struct StateLook {
+    Sign sign = Sign::Ring;
+    QColor ground;
+    QColor ink;
+    QColor edge;  ///< 2 px; invalid: no edge
+};
+StateLook lookOf(PanelState::Kind kind);
+
+}  // namespace app

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "app/state/panelstate.h"
+
+#include <QAbstractButton>
+
+namespace app {
+
+/// The block in the header that shows the panel's state on every page: sign, word and one line. A tap asks
+/// why.
+class StateBlock : public QAbstractButton {
+    Q_OBJECT
+public:
+    explicit StateBlock(QWidget* parent = nullptr);
+
+    void setState(const PanelState& state);
+    const PanelState& state() const { return state_; }
+    /// Chooses its width for a width of the window.
+    void fitTo(int windowWidth);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    PanelState state_;
+};
+
+}  // namespace app
