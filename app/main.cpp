@@ -1,5 +1,6 @@
 #include "app/appearance.h"
 #include "app/examples/examplelibrary.h"
+#include "app/menu/menutools.h"
 #include "app/noticebar.h"
 #include "app/options.h"
 #include "app/panel.h"
@@ -18,6 +19,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QLocale>
 #include <QSaveFile>
 #include <QScreen>
@@ -25,6 +27,8 @@
 
 #include <unistd.h>
 #include <cstdlib>
+#include <optional>
+#include <vector>
 
 namespace {
 
@@ -95,11 +99,41 @@ bool takeExample(app::Options* options, QString* problem) {
     return !options->settings.isEmpty();
 }
 
-/// The package reads its settings only once in a process, so an example replaces this process.
-int becomeExample(const QString& program, const QString& example) {
-    const QByteArray file = QFile::encodeName(program), name = QFile::encodeName(example);
-    execl(file.constData(), file.constData(), "--example", name.constData(), nullptr);
+/// The package reads settings and language only once in a process, so another one replaces this process.
+int becomeAnother(const QString& program, const QStringList& arguments) {
+    std::vector<QByteArray> texts{QFile::encodeName(program)};
+    for (const QString& argument : arguments) {
+        texts.push_back(QFile::encodeName(argument));
+    }
+    std::vector<char*> pointers;
+    for (QByteArray& text : texts) {
+        pointers.push_back(text.data());
+    }
+    pointers.push_back(nullptr);
+    execv(pointers.front(), pointers.data());
     return fail(QStringLiteral("%1 cannot be started again").arg(program), failed);
+}
+
+/// The options that bring a panel back to where it is: the same example or project, the folder is remembered.
+QStringList presentOptions(const app::Options& options, const app::Panel& panel) {
+    if (!options.example.isEmpty()) {
+        return {QStringLiteral("--example"), options.example};
+    }
+    QStringList arguments;
+    if (!options.settings.isEmpty()) {
+        arguments << QStringLiteral("--settings") << options.settings;
+    }
+    const QString project = panel.projectFile();
+    if (QFileInfo(project).isFile()) {
+        arguments << QStringLiteral("--open") << QFileInfo(project).absoluteFilePath();
+    }
+    return arguments;
+}
+
+/// The panel ends, and another one is to begin with these options.
+void endForAnother(std::optional<QStringList>* another, const QStringList& arguments) {
+    *another = arguments;
+    QCoreApplication::quit();
 }
 
 /// Maximised on a screen hardly larger than the panel; at the left of a wide screen, so that the views fit
@@ -132,6 +166,12 @@ void showPendantSoon(app::Panel* panel) {
     timer->start(latestMs);
 }
 
+/// After the pendant, for the same reason.
+void offerSetupSoon(app::Panel* panel) {
+    constexpr int afterMs = 1200;
+    QTimer::singleShot(afterMs, panel, [panel] { panel->menu()->offerSetup(); });
+}
+
 /// Writes the recorded signals (at most the last ten minutes) to a VCD file.
 bool writeSignals(const app::Panel& panel, const QString& fileName) {
     QSaveFile file(fileName);
@@ -145,8 +185,21 @@ bool writeSignals(const app::Panel& panel, const QString& fileName) {
     return false;
 }
 
-/// Runs the panel until it quits. `example` is set to the example that the operator has chosen.
-int run(app::Options options, sim::PacedTime* time, QString* example) {
+/// What replaces this process by another one.
+void followRestarts(app::Panel* panel, const app::Options& options, std::optional<QStringList>* another) {
+    QObject::connect(panel, &app::Panel::exampleChosen, panel, [another](const QString& name) {
+        endForAnother(another, {QStringLiteral("--example"), name});
+    });
+    QObject::connect(panel, &app::Panel::languageChosen, panel, [=](const QString& language) {
+        endForAnother(another,
+                      QStringList{QStringLiteral("--language"), language} + presentOptions(options, *panel));
+    });
+    QObject::connect(panel, &app::Panel::restartAsked, panel,
+                     [=] { endForAnother(another, presentOptions(options, *panel)); });
+}
+
+/// Runs the panel until it quits. `another` is set to the options of the panel that is to follow.
+int run(app::Options options, sim::PacedTime* time, std::optional<QStringList>* another) {
     const app::QuitSignals quitSignals;
     QString problem;
     if (!options.example.isEmpty() && !takeExample(&options, &problem)) {
@@ -164,15 +217,15 @@ int run(app::Options options, sim::PacedTime* time, QString* example) {
     }
     panel.setRatedPower(app::Preferences::ratedWatts());
     QObject::connect(&panel, &app::Panel::speedChosen, time, &sim::PacedTime::setFactor);
-    QObject::connect(&panel, &app::Panel::exampleChosen, &panel, [example](const QString& name) {
-        *example = name;
-        QCoreApplication::quit();
-    });
+    followRestarts(&panel, options, another);
     if (!lost.isEmpty()) {
         panel.window()->notices()->report({lost, {}, {{mendo::FileProblem::Kind::NoSuchFolder}}});
     }
     show(panel.window());
     showPendantSoon(&panel);
+    if (options.example.isEmpty()) {
+        offerSetupSoon(&panel);
+    }
     if (!options.project.isEmpty() && !panel.openProject(options.project)) {
         fail(QStringLiteral("--open: the page has no way to open a project"), failed);
     }
@@ -201,13 +254,14 @@ int main(int argc, char** argv) {
     int programOnly = 1;  // without the arguments, which Qt would take for its own options
     sim::PacedTime* const time = sim::PacedTime::install();
     qInstallMessageHandler(onQtMessage);
-    QString example, program;
+    std::optional<QStringList> another;
+    QString program;
     int status = 0;
     {
         const QApplication application(programOnly, argv);
         qInstallMessageHandler(nullptr);
         program = QApplication::applicationFilePath();
-        status = run(*options, time, &example);
+        status = run(*options, time, &another);
     }
-    return example.isEmpty() ? status : becomeExample(program, example);
+    return another ? becomeAnother(program, *another) : status;
 }

@@ -2,8 +2,7 @@
 
 #include "app/cell/cellstrip.h"
 #include "app/clocktext.h"
-#include "app/examples/examplelibrary.h"
-#include "app/examples/examplesbutton.h"
+#include "app/menu/menutools.h"
 #include "app/navigation.h"
 #include "app/noticebar.h"
 #include "app/parts/partsblock.h"
@@ -42,6 +41,7 @@
 #include <QFileInfo>
 #include <QLabel>
 #include <QStackedWidget>
+#include <QToolButton>
 
 namespace app {
 
@@ -90,15 +90,22 @@ bool Panel::open(const QString& libraryFile, QString* error) {
     offerViews();
     makeStatus();
     makeState();
-    makeExamples();
+    makeMenu();
     return true;
 }
 
-void Panel::makeExamples() {
-    auto* examples = new ExamplesButton(ExampleLibrary::ofThisProgram());
-    connect(examples, &ExamplesButton::chosen, this, &Panel::exampleChosen);
-    window_->addToHeader(examples);
-    examples->connectToTree();
+void Panel::makeMenu() {
+    menu_ = new MenuTools(window_.get(), page_, history_, this);
+    window_->addToHeader(menu_->button());
+    connect(menu_, &MenuTools::exampleChosen, this, &Panel::exampleChosen);
+    connect(menu_, &MenuTools::languageChosen, this, &Panel::languageChosen);
+    connect(menu_, &MenuTools::restoreAsked, this, [](const std::function<void()>& goOn) { goOn(); });
+    connect(menu_, &MenuTools::saved, statusLine_, &StatusLine::say);
+    connect(menu_, &MenuTools::restored, this, &Panel::restartAsked);
+}
+
+QString Panel::projectFile() const {
+    return page_ ? page_->property("projectFile").toString() : QString();
 }
 
 void Panel::makeStatus() {

@@ -22,6 +22,7 @@ class TreeFollower;
 
 namespace app {
 
+class MenuTools;
 class PartWatcher;
 class PendantWindow;
 class RunCollector;
@@ -48,6 +49,10 @@ public:
     /// the working directory tells. False, with the reason in `error`, when there is no such package.
     bool open(const QString& libraryFile, QString* error);
 
+    /// The path of the open project; empty when none is open.
+    [[nodiscard]] QString projectFile() const;
+    /// The menu of the open panel, with the handbook and the first setup.
+    MenuTools* menu() const { return menu_; }
     /// Opens a project with the page's Open button and file dialog. False when the page has none.
     bool openProject(const QString& file);
 
@@ -70,6 +75,10 @@ signals:
     void speedChosen(double factor);
     /// The operator chose an example, which needs a new process: it has other settings.
     void exampleChosen(const QString& name);
+    /// The operator chose a language ("cn", "en", "ru"), which a new process reads.
+    void languageChosen(const QString& language);
+    /// Projects and settings were replaced on the disk: a new process has to read them.
+    void restartAsked();
 
 private:
     void showPage(const QString& key);
@@ -81,7 +90,7 @@ private:
     void showParts();
     void explainState();
     void lead(Place place, int line);
-    void makeExamples();
+    void makeMenu();
     void makeEvidence();
     void keepResult(const RunResult& result);
     void tellFault(const QString& equipment);
@@ -94,6 +103,7 @@ private:
     workcell::EvidenceRecorder* evidence_ = nullptr;
     RunCollector* collector_ = nullptr;
     RunHistory* history_ = nullptr;
+    MenuTools* menu_ = nullptr;
     StatusWatcher* status_ = nullptr;
     StatusLine* statusLine_ = nullptr;
     RunStop* stop_ = nullptr;

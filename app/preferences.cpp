@@ -22,6 +22,7 @@ const QString languageKey = QStringLiteral("language");
 const QString folderKey = QStringLiteral("folder");
 const QString ratedWattsKey = QStringLiteral("ratedWatts");
 const QString pendantPositionKey = QStringLiteral("pendant/place");
+const QString setupDoneKey = QStringLiteral("setupDone");
 const QString pendantUnfoldedKey = QStringLiteral("pendant/unfolded");
 
 bool readMap(QIODevice& file, QSettings::SettingsMap& map) {
@@ -41,14 +42,9 @@ bool writeMap(QIODevice& file, const QSettings::SettingsMap& map) {
 /// The running program's file in the user's configuration folder.
 class Store : public QSettings {
 public:
-    Store() : QSettings(file(), format()) {}
+    Store() : QSettings(Preferences::file(), format()) {}
 
 private:
-    static QString file() {
-        const QString folder = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
-        return QStringLiteral("%1/%2/%3.json")
-            .arg(folder, QCoreApplication::organizationName(), QCoreApplication::applicationName());
-    }
     static Format format() {
         static const Format json = registerFormat(QStringLiteral("json"), readMap, writeMap);
         return json;
@@ -78,6 +74,12 @@ QString checkoutOf(const QString& folder) {
 QString defaultFolder(const QString& current) {
     return checkoutOf(current).isEmpty() ? QStandardPaths::writableLocation(QStandardPaths::AppDataLocation)
                                          : current;
+}
+
+QString Preferences::file() {
+    const QString folder = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
+    return QStringLiteral("%1/%2/%3.json")
+        .arg(folder, QCoreApplication::organizationName(), QCoreApplication::applicationName());
 }
 
 QString Preferences::language() {
@@ -122,6 +124,14 @@ void Preferences::rememberPendant(const QPoint& position, bool unfolded) {
     Store store;
     store.setValue(pendantPositionKey, QVariantList{position.x(), position.y()});
     store.setValue(pendantUnfoldedKey, unfolded);
+}
+
+bool Preferences::setupDone() {
+    return Store().value(setupDoneKey).toBool();
+}
+
+void Preferences::rememberSetupDone() {
+    Store().setValue(setupDoneKey, true);
 }
 
 bool enterWorkFolder(const QString& given, const QString& remembered, QString* lost) {

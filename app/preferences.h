@@ -32,6 +32,11 @@ public:
     [[nodiscard]] static std::optional<QPoint> pendantPosition();
     [[nodiscard]] static bool pendantUnfolded();
     static void rememberPendant(const QPoint& position, bool unfolded);
+    /// Whether the list of the first setup is not to come by itself any more.
+    [[nodiscard]] static bool setupDone();
+    static void rememberSetupDone();
+    /// The file.
+    [[nodiscard]] static QString file();
 };
 
 /// Sets the working directory, where packages keep projects and settings: `given`, else `remembered`, else

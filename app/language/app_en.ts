@@ -2,6 +2,257 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en" sourcelanguage="zh_CN">
 <context>
+    <name>app::Archive</name>
+    <message>
+        <source>压缩包已损坏</source>
+        <translation>the archive is damaged</translation>
+    </message>
+    <message>
+        <source>压缩包含有不允许的名称：%1</source>
+        <translation>the archive has a name that is not allowed: %1</translation>
+    </message>
+    <message>
+        <source>压缩包已加密</source>
+        <translation>the archive is encrypted</translation>
+    </message>
+    <message>
+        <source>压缩包过大</source>
+        <translation>the archive is too large</translation>
+    </message>
+    <message>
+        <source>压缩包中的 %1 已损坏</source>
+        <translation>%1 in the archive is damaged</translation>
+    </message>
+    <message>
+        <source>这不是压缩包，或压缩包已损坏</source>
+        <translation>this is no archive, or it is damaged</translation>
+    </message>
+</context>
+<context>
+    <name>app::Backup</name>
+    <message>
+        <source>这不是备份文件</source>
+        <translation>this is no backup</translation>
+    </message>
+    <message>
+        <source>备份来自更新的版本</source>
+        <translation>the backup is from a newer version</translation>
+    </message>
+    <message>
+        <source>备份中的 %1 已被更改</source>
+        <translation>%1 in the backup has been changed</translation>
+    </message>
+    <message>
+        <source>备份不完整</source>
+        <translation>the backup is not complete</translation>
+    </message>
+    <message>
+        <source>无法读取 %1</source>
+        <translation>%1 cannot be read</translation>
+    </message>
+    <message>
+        <source>无法写入 %1</source>
+        <translation>%1 cannot be written</translation>
+    </message>
+</context>
+<context>
+    <name>app::BackupTools</name>
+    <message>
+        <source>已保存：%1</source>
+        <translation>Saved: %1</translation>
+    </message>
+    <message>
+        <source>程序运行时不能恢复备份。请等待其结束，或先按“停止”。</source>
+        <translation>No backup can be restored while a program runs. Wait until it ends, or press Stop.</translation>
+    </message>
+    <message>
+        <source>恢复备份</source>
+        <translation>Restore a backup</translation>
+    </message>
+    <message>
+        <source>文件过大</source>
+        <translation>the file is too large</translation>
+    </message>
+    <message>
+        <source>无法恢复 %1：%2。未作任何更改。</source>
+        <translation>%1 cannot be restored: %2. Nothing was changed.</translation>
+    </message>
+    <message>
+        <source>无法恢复备份：%1。所有文件保持原样。</source>
+        <translation>The backup cannot be restored: %1. All files are as they were.</translation>
+    </message>
+</context>
+<context>
+    <name>app::HelpWindow</name>
+    <message>
+        <source>手册</source>
+        <translation>Handbook</translation>
+    </message>
+    <message>
+        <source>查找</source>
+        <translation>Search</translation>
+    </message>
+    <message>
+        <source>目录</source>
+        <translation>Contents</translation>
+    </message>
+    <message>
+        <source>上一处</source>
+        <translation>Previous</translation>
+    </message>
+    <message>
+        <source>下一处</source>
+        <translation>Next</translation>
+    </message>
+    <message>
+        <source>手册中没有“%1”</source>
+        <translation>The handbook does not have &quot;%1&quot;</translation>
+    </message>
+</context>
+<context>
+    <name>app::MenuSheet</name>
+    <message>
+        <source>菜单</source>
+        <translation>Menu</translation>
+    </message>
+    <message>
+        <source>程序运行时，示例、语言和恢复不可用。</source>
+        <translation>While a program runs, examples, language and restoring are not available.</translation>
+    </message>
+    <message>
+        <source>手册（F1）</source>
+        <translation>Handbook (F1)</translation>
+    </message>
+    <message>
+        <source>首次设置</source>
+        <translation>First setup</translation>
+    </message>
+    <message>
+        <source>备份工程和设置…</source>
+        <translation>Back up projects and settings…</translation>
+    </message>
+    <message>
+        <source>恢复备份…</source>
+        <translation>Restore a backup…</translation>
+    </message>
+    <message>
+        <source>支持文件包…</source>
+        <translation>Support archive…</translation>
+    </message>
+    <message>
+        <source>示例</source>
+        <translation>Examples</translation>
+    </message>
+    <message>
+        <source>语言（面板将重新启动）</source>
+        <translation>Language (the panel starts again)</translation>
+    </message>
+</context>
+<context>
+    <name>app::MenuTools</name>
+    <message>
+        <source>菜单</source>
+        <translation>Menu</translation>
+    </message>
+</context>
+<context>
+    <name>app::RestoreSheet</name>
+    <message>
+        <source>恢复备份</source>
+        <translation>Restore a backup</translation>
+    </message>
+    <message>
+        <source>备份时间：%1</source>
+        <translation>Backup of %1</translation>
+    </message>
+    <message>
+        <source>将被替换：</source>
+        <translation>Will be replaced:</translation>
+    </message>
+    <message>
+        <source>将新增：</source>
+        <translation>Will be added:</translation>
+    </message>
+    <message>
+        <source>内容相同：</source>
+        <translation>Are the same:</translation>
+    </message>
+    <message>
+        <source>不在备份中，保持不变：</source>
+        <translation>Are not in the backup and stay:</translation>
+    </message>
+    <message>
+        <source>现有文件会先保存在同一文件夹的 before-restore-….zip 中。随后面板将重新启动。</source>
+        <translation>The present files are kept in the same folder first, as before-restore-….zip. Then the panel starts again.</translation>
+    </message>
+    <message>
+        <source>恢复</source>
+        <translation>Restore</translation>
+    </message>
+</context>
+<context>
+    <name>app::SetupSheet</name>
+    <message>
+        <source>首次设置</source>
+        <translation>First setup</translation>
+    </message>
+    <message>
+        <source>前往</source>
+        <translation>Go there</translation>
+    </message>
+    <message>
+        <source>此列表可随时从菜单打开。</source>
+        <translation>The menu opens this list at any time.</translation>
+    </message>
+    <message>
+        <source>不再自动显示</source>
+        <translation>Do not show by itself</translation>
+    </message>
+</context>
+<context>
+    <name>app::SetupSteps</name>
+    <message>
+        <source>端口</source>
+        <translation>Ports</translation>
+    </message>
+    <message>
+        <source>分配激光、气体和设备输入的信号，并逐一测试</source>
+        <translation>assign the signals of laser, gas and equipment, and test each</translation>
+    </message>
+    <message>
+        <source>工艺参数</source>
+        <translation>Parameter set</translation>
+    </message>
+    <message>
+        <source>建立第一组参数</source>
+        <translation>make the first set</translation>
+    </message>
+    <message>
+        <source>工具</source>
+        <translation>Tool</translation>
+    </message>
+    <message>
+        <source>在工程页上方选择已标定的焊枪</source>
+        <translation>choose the measured welding head at the top of the project page</translation>
+    </message>
+    <message>
+        <source>第一个点</source>
+        <translation>First point</translation>
+    </message>
+    <message>
+        <source>新建工程，点动到焊缝起点，按“直线”</source>
+        <translation>make a project, jog to the beginning of the seam, press Line</translation>
+    </message>
+    <message>
+        <source>第一条焊缝</source>
+        <translation>First weld</translation>
+    </message>
+    <message>
+        <source>在焊缝前后添加开始焊接和停止焊接，打开驱动电源，按“开始”</source>
+        <translation>add Start and Stop Welding around the seam, switch the drives on, press Start</translation>
+    </message>
+</context>
+<context>
     <name>ExampleLibrary</name>
     <message>
         <source>搭接直焊缝</source>
@@ -357,13 +608,6 @@
     <message>
         <source>空闲</source>
         <translation>Idle</translation>
-    </message>
-</context>
-<context>
-    <name>app::ExamplesButton</name>
-    <message>
-        <source>示例</source>
-        <translation>Examples</translation>
     </message>
 </context>
 <context>

@@ -2,6 +2,257 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="ru" sourcelanguage="zh_CN">
 <context>
+    <name>app::Archive</name>
+    <message>
+        <source>压缩包已损坏</source>
+        <translation>архив повреждён</translation>
+    </message>
+    <message>
+        <source>压缩包含有不允许的名称：%1</source>
+        <translation>в архиве недопустимое имя: %1</translation>
+    </message>
+    <message>
+        <source>压缩包已加密</source>
+        <translation>архив зашифрован</translation>
+    </message>
+    <message>
+        <source>压缩包过大</source>
+        <translation>архив слишком велик</translation>
+    </message>
+    <message>
+        <source>压缩包中的 %1 已损坏</source>
+        <translation>файл %1 в архиве повреждён</translation>
+    </message>
+    <message>
+        <source>这不是压缩包，或压缩包已损坏</source>
+        <translation>это не архив, или он повреждён</translation>
+    </message>
+</context>
+<context>
+    <name>app::Backup</name>
+    <message>
+        <source>这不是备份文件</source>
+        <translation>это не резервная копия</translation>
+    </message>
+    <message>
+        <source>备份来自更新的版本</source>
+        <translation>копия от более новой версии</translation>
+    </message>
+    <message>
+        <source>备份中的 %1 已被更改</source>
+        <translation>файл %1 в копии изменён</translation>
+    </message>
+    <message>
+        <source>备份不完整</source>
+        <translation>копия неполна</translation>
+    </message>
+    <message>
+        <source>无法读取 %1</source>
+        <translation>не удаётся прочитать %1</translation>
+    </message>
+    <message>
+        <source>无法写入 %1</source>
+        <translation>не удаётся записать %1</translation>
+    </message>
+</context>
+<context>
+    <name>app::BackupTools</name>
+    <message>
+        <source>已保存：%1</source>
+        <translation>Сохранено: %1</translation>
+    </message>
+    <message>
+        <source>程序运行时不能恢复备份。请等待其结束，或先按“停止”。</source>
+        <translation>Во время работы программы восстановление невозможно. Дождитесь окончания или нажмите «Стоп».</translation>
+    </message>
+    <message>
+        <source>恢复备份</source>
+        <translation>Восстановление копии</translation>
+    </message>
+    <message>
+        <source>文件过大</source>
+        <translation>файл слишком велик</translation>
+    </message>
+    <message>
+        <source>无法恢复 %1：%2。未作任何更改。</source>
+        <translation>%1 не восстановить: %2. Ничего не изменено.</translation>
+    </message>
+    <message>
+        <source>无法恢复备份：%1。所有文件保持原样。</source>
+        <translation>Копию не восстановить: %1. Все файлы остались прежними.</translation>
+    </message>
+</context>
+<context>
+    <name>app::HelpWindow</name>
+    <message>
+        <source>手册</source>
+        <translation>Руководство</translation>
+    </message>
+    <message>
+        <source>查找</source>
+        <translation>Поиск</translation>
+    </message>
+    <message>
+        <source>目录</source>
+        <translation>Содержание</translation>
+    </message>
+    <message>
+        <source>上一处</source>
+        <translation>Предыдущее</translation>
+    </message>
+    <message>
+        <source>下一处</source>
+        <translation>Следующее</translation>
+    </message>
+    <message>
+        <source>手册中没有“%1”</source>
+        <translation>В руководстве нет «%1»</translation>
+    </message>
+</context>
+<context>
+    <name>app::MenuSheet</name>
+    <message>
+        <source>菜单</source>
+        <translation>Меню</translation>
+    </message>
+    <message>
+        <source>程序运行时，示例、语言和恢复不可用。</source>
+        <translation>Во время работы программы примеры, язык и восстановление недоступны.</translation>
+    </message>
+    <message>
+        <source>手册（F1）</source>
+        <translation>Руководство (F1)</translation>
+    </message>
+    <message>
+        <source>首次设置</source>
+        <translation>Первая настройка</translation>
+    </message>
+    <message>
+        <source>备份工程和设置…</source>
+        <translation>Резервная копия…</translation>
+    </message>
+    <message>
+        <source>恢复备份…</source>
+        <translation>Восстановить копию…</translation>
+    </message>
+    <message>
+        <source>支持文件包…</source>
+        <translation>Архив для поддержки…</translation>
+    </message>
+    <message>
+        <source>示例</source>
+        <translation>Примеры</translation>
+    </message>
+    <message>
+        <source>语言（面板将重新启动）</source>
+        <translation>Язык (панель перезапустится)</translation>
+    </message>
+</context>
+<context>
+    <name>app::MenuTools</name>
+    <message>
+        <source>菜单</source>
+        <translation>Меню</translation>
+    </message>
+</context>
+<context>
+    <name>app::RestoreSheet</name>
+    <message>
+        <source>恢复备份</source>
+        <translation>Восстановление копии</translation>
+    </message>
+    <message>
+        <source>备份时间：%1</source>
+        <translation>Копия от %1</translation>
+    </message>
+    <message>
+        <source>将被替换：</source>
+        <translation>Будут заменены:</translation>
+    </message>
+    <message>
+        <source>将新增：</source>
+        <translation>Будут добавлены:</translation>
+    </message>
+    <message>
+        <source>内容相同：</source>
+        <translation>Совпадают:</translation>
+    </message>
+    <message>
+        <source>不在备份中，保持不变：</source>
+        <translation>Нет в копии, останутся:</translation>
+    </message>
+    <message>
+        <source>现有文件会先保存在同一文件夹的 before-restore-….zip 中。随后面板将重新启动。</source>
+        <translation>Прежние файлы сначала сохраняются в той же папке как before-restore-….zip. Затем панель перезапустится.</translation>
+    </message>
+    <message>
+        <source>恢复</source>
+        <translation>Восстановить</translation>
+    </message>
+</context>
+<context>
+    <name>app::SetupSheet</name>
+    <message>
+        <source>首次设置</source>
+        <translation>Первая настройка</translation>
+    </message>
+    <message>
+        <source>前往</source>
+        <translation>Перейти</translation>
+    </message>
+    <message>
+        <source>此列表可随时从菜单打开。</source>
+        <translation>Список всегда доступен в меню.</translation>
+    </message>
+    <message>
+        <source>不再自动显示</source>
+        <translation>Больше не показывать</translation>
+    </message>
+</context>
+<context>
+    <name>app::SetupSteps</name>
+    <message>
+        <source>端口</source>
+        <translation>Порты</translation>
+    </message>
+    <message>
+        <source>分配激光、气体和设备输入的信号，并逐一测试</source>
+        <translation>назначьте сигналы лазера, газа и оборудования и проверьте каждый</translation>
+    </message>
+    <message>
+        <source>工艺参数</source>
+        <translation>Набор параметров</translation>
+    </message>
+    <message>
+        <source>建立第一组参数</source>
+        <translation>создайте первый набор</translation>
+    </message>
+    <message>
+        <source>工具</source>
+        <translation>Инструмент</translation>
+    </message>
+    <message>
+        <source>在工程页上方选择已标定的焊枪</source>
+        <translation>выберите откалиброванную горелку вверху страницы проекта</translation>
+    </message>
+    <message>
+        <source>第一个点</source>
+        <translation>Первая точка</translation>
+    </message>
+    <message>
+        <source>新建工程，点动到焊缝起点，按“直线”</source>
+        <translation>создайте проект, подведите к началу шва, нажмите «Прямая»</translation>
+    </message>
+    <message>
+        <source>第一条焊缝</source>
+        <translation>Первый шов</translation>
+    </message>
+    <message>
+        <source>在焊缝前后添加开始焊接和停止焊接，打开驱动电源，按“开始”</source>
+        <translation>добавьте начало и конец сварки, включите приводы, нажмите «Пуск»</translation>
+    </message>
+</context>
+<context>
     <name>ExampleLibrary</name>
     <message>
         <source>搭接直焊缝</source>
@@ -357,13 +608,6 @@
     <message>
         <source>空闲</source>
         <translation>Ожидание</translation>
-    </message>
-</context>
-<context>
-    <name>app::ExamplesButton</name>
-    <message>
-        <source>示例</source>
-        <translation>Примеры</translation>
     </message>
 </context>
 <context>

@@ -13,6 +13,8 @@ namespace app {
 namespace {
 
 constexpr int columns = 2;
+/// F1 is the handbook's.
+constexpr int functionKeys[] = {11, 2, 3, 4, 5};
 
 }  // namespace
 
@@ -31,10 +33,11 @@ KeyBox::KeyBox(sim::Controller* controller, QWidget* parent) : QWidget(parent) {
     int index = 0;
     for (const auto& key : keys) {
         const QString name = QLatin1String(key.name);
-        auto* button = new HoldButton(QStringLiteral("%1\nF%2").arg(key.text).arg(index + 1));
+        const int function = functionKeys[index];
+        auto* button = new HoldButton(QStringLiteral("%1\nF%2").arg(key.text).arg(function));
         button->setObjectName(QStringLiteral("key_") + name);
         grid->addWidget(button, index / columns, index % columns);
-        byFunctionKey_.insert(Qt::Key_F1 + index, button);
+        byFunctionKey_.insert(Qt::Key_F1 + function - 1, button);
         ++index;
         // A pressed key is false.
         connect(button, &HoldButton::held, controller,

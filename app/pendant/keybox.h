@@ -12,7 +12,7 @@ namespace app {
 class HoldButton;
 
 /// The keys of the end tool. Each press and release is reported separately, as the tool does, so that the
-/// package can tell short from long presses. F1 to F5 act as these keys in every window.
+/// package can tell short from long presses. F11 and F2 to F5 act as these keys in every window.
 class KeyBox : public QWidget {
     Q_OBJECT
 public:

@@ -60,6 +60,13 @@ void Sheet::open() {
     focusBefore_ = QApplication::focusWidget();
     cover();
     show();
+    // The card is centred, so its layout does not ask for the height of wrapped texts.
+    const QList<QLabel*> texts = card_->findChildren<QLabel*>();
+    for (QLabel* text : texts) {
+        if (text->wordWrap()) {
+            text->setMinimumHeight(text->heightForWidth(text->width()));
+        }
+    }
     raise();
     setFocus();
 }

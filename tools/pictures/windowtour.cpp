@@ -1,5 +1,7 @@
 #include "tools/pictures/tour.h"
 
+#include "app/help/helpwindow.h"
+#include "app/menu/menutools.h"
 #include "app/panel.h"
 #include "app/pendant/pendantwindow.h"
 #include "app/views/viewswindow.h"
@@ -21,17 +23,27 @@ void cell(Scene& s, const char* tab) {
     s.shoot();
 }
 
+/// Opens a sheet by a button, and takes its picture.
+void sheet(Scene& s, const char* button) {
+    press(s, button);
+    s.shoot();
+    press(s, "btnSheetClose");
+}
+
+/// Where a window beside the panel is. The offscreen screen is smaller than the panel: as on one of its size.
+QRect besidePanel(Scene& s) {
+    const QRect panel = s.panel()->window()->geometry();
+    constexpr int titleKey = 26;
+    return app::placeBeside(
+        panel, panel, app::ViewsWindow::fullWidth,
+        {0, app::PanelWindow::headerHeight + titleKey, 0, app::PanelWindow::statusHeight});
+}
+
 /// Opens the window of the views at a tab.
 void view(Scene& s, int tab) {
     press(s, "btnViews");
     s.tab(tab);
-    // The offscreen screen is smaller than the panel: place the window as on a screen of the panel's size.
-    const QRect panel = s.panel()->window()->geometry();
-    constexpr int titleKey = 26;
-    app::ViewsWindow* views = s.panel()->views();
-    views->setGeometry(
-        app::placeBeside(panel, panel, app::ViewsWindow::fullWidth,
-                         {0, app::PanelWindow::headerHeight + titleKey, 0, app::PanelWindow::statusHeight}));
+    s.panel()->views()->setGeometry(besidePanel(s));
 }
 
 /// Takes the picture in the middle of the sample's weld, with a tab of the views shown.
@@ -65,10 +77,21 @@ void pendant(Scene& s, bool unfolded, const char* tab) {
 /// The panel itself.
 const Stop panelRows[] = {
     {"panel_start", [](Scene& s) { s.shoot(); }},
-    {"panel_examples",
+    {"panel_menu", [](Scene& s) { sheet(s, "btnMenu"); }},
+    {"panel_setup",
      [](Scene& s) {
-         press(s, "btnExamples");
+         press(s, "btnMenu");
+         sheet(s, "btnSetup");
+     }},
+    {"panel_handbook",
+     [](Scene& s) {
+         press(s, "btnPort");
+         press(s, "btnMenu");
+         press(s, "btnHandbook");
+         app::HelpWindow* const help = s.panel()->menu()->help();
+         help->setGeometry(besidePanel(s));
          s.shoot();
+         help->close();
      }},
     {"panel_cell_inputs", [](Scene& s) { cell(s, "cellTab0"); }},
     {"panel_cell_outputs", [](Scene& s) { cell(s, "cellTab1"); }},

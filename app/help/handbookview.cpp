@@ -1,0 +1,126 @@
+#include "app/help/handbookview.h"
+
+#include "app/help/chapters.h"
+
+#include <QAbstractTextDocumentLayout>
+#include <QFile>
+#include <QScrollBar>
+#include <QTextBlock>
+
+#include <algorithm>
+#include <cstdlib>
+
+namespace app {
+
+namespace {
+
+constexpr int pictureMargin = 24;
+constexpr int resizeStep = 40;
+
+QString resourceOf(const QUrl& url) {
+    return QLatin1Char(':') + url.path();
+}
+
+}  // namespace
+
+HandbookView::HandbookView(QWidget* parent) : QTextBrowser(parent) {
+    setOpenLinks(false);
+    connect(this, &QTextBrowser::anchorClicked, this, &HandbookView::follow);
+}
+
+void HandbookView::openChapter(const QString& anchor) {
+    const QUrl handbook(QString::fromLatin1(handbookUrl));
+    if (source() != handbook) {
+        setSource(handbook);
+    }
+    if (!goTo(anchor)) {
+        verticalScrollBar()->setValue(0);
+    }
+}
+
+/// Qt gives headings of Markdown no anchors.
+bool HandbookView::goTo(const QString& anchor) {
+    for (QTextBlock block = document()->begin(); block.isValid(); block = block.next()) {
+        if (block.blockFormat().headingLevel() > 0 && anchorOf(block.text()) == anchor) {
+            setTextCursor(QTextCursor(block));
+            const double top = document()->documentLayout()->blockBoundingRect(block).top();
+            verticalScrollBar()->setValue(int(top));
+            return true;
+        }
+    }
+    return false;
+}
+
+QString HandbookView::shownChapter() const {
+    QString chapter;
+    const int top = verticalScrollBar()->value() + pictureMargin;
+    for (QTextBlock block = document()->begin(); block.isValid(); block = block.next()) {
+        if (document()->documentLayout()->blockBoundingRect(block).top() > top) {
+            break;
+        }
+        if (block.blockFormat().headingLevel() > 0) {
+            chapter = anchorOf(block.text());
+        }
+    }
+    return chapter;
+}
+
+/// Links to documents that the panel does not have lead nowhere.
+void HandbookView::follow(const QUrl& link) {
+    const QUrl target = source().resolved(link);
+    const QString anchor = link.fragment();
+    if (link.path().isEmpty()) {
+        goTo(anchor);
+    } else if (target.scheme() == QLatin1String("qrc") && QFile::exists(resourceOf(target))) {
+        QUrl document = target;
+        document.setFragment(QString());
+        setSource(document);
+        goTo(anchor);
+    }
+}
+
+bool HandbookView::search(const QString& text, bool backward) {
+    if (text.isEmpty()) {
+        return true;
+    }
+    const auto flags = backward ? QTextDocument::FindBackward : QTextDocument::FindFlags();
+    if (find(text, flags)) {
+        return true;
+    }
+    const QTextCursor before = textCursor();
+    QTextCursor end(document());
+    end.movePosition(backward ? QTextCursor::End : QTextCursor::Start);
+    setTextCursor(end);
+    const bool found = find(text, flags);
+    if (!found) {
+        setTextCursor(before);
+    }
+    return found;
+}
+
+QVariant HandbookView::loadResource(int type, const QUrl& name) {
+    const QUrl url = name.isRelative() ? source().resolved(name) : name;
+    if (type != QTextDocument::ImageResource) {
+        return QTextBrowser::loadResource(type, name);
+    }
+    QFile file(resourceOf(url));
+    QImage picture;
+    if (!file.open(QIODevice::ReadOnly) || !picture.loadFromData(file.readAll())) {
+        return {};
+    }
+    const int most = std::max(resizeStep, viewport()->width() - pictureMargin);
+    return picture.width() > most ? picture.scaledToWidth(most, Qt::SmoothTransformation) : picture;
+}
+
+/// The document keeps the pictures that it has loaded.
+void HandbookView::resizeEvent(QResizeEvent* event) {
+    QTextBrowser::resizeEvent(event);
+    if (std::abs(viewport()->width() - pictureWidth_) >= resizeStep && !source().isEmpty()) {
+        pictureWidth_ = viewport()->width();
+        const QString chapter = shownChapter();
+        reload();
+        goTo(chapter);
+    }
+}
+
+}  // namespace app

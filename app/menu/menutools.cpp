@@ -1,0 +1,115 @@
+#include "app/menu/menutools.h"
+
+#include "app/backup/backuptools.h"
+#include "app/examples/examplelibrary.h"
+#include "app/help/chapters.h"
+#include "app/help/helpkey.h"
+#include "app/help/helpwindow.h"
+#include "app/menu/menusheet.h"
+#include "app/noticebar.h"
+#include "app/panelwindow.h"
+#include "app/preferences.h"
+#include "app/results/runhistory.h"
+#include "app/setup/setupsheet.h"
+#include "program/words.h"
+
+#include <QAbstractButton>
+#include <QDir>
+#include <QStandardPaths>
+#include <QToolButton>
+
+#include <algorithm>
+
+namespace app {
+
+MenuTools::MenuTools(PanelWindow* window, QWidget* page, const RunHistory* history, QObject* parent)
+    : QObject(parent),
+      window_(window),
+      page_(page),
+      history_(history),
+      button_(new QToolButton),
+      backup_(new BackupTools(window, window->stripParent(), this)) {
+    constexpr int width = 80, height = 48;
+    button_->setObjectName(QStringLiteral("btnMenu"));
+    button_->setText(QStringLiteral("☰ ") + tr("菜单"));
+    button_->setFocusPolicy(Qt::TabFocus);
+    button_->setMinimumSize(width, height);
+    connect(button_, &QToolButton::clicked, this, &MenuTools::openMenu);
+    connect(backup_, &BackupTools::told, window->notices(), &NoticeBar::tell);
+    connect(backup_, &BackupTools::saved, this, &MenuTools::saved);
+    connect(backup_, &BackupTools::restored, this, &MenuTools::restored);
+    connect(new HelpKey(this), &HelpKey::pressed, this, &MenuTools::openHandbook);
+}
+
+MenuTools::~MenuTools() = default;
+
+void MenuTools::openMenu() {
+    auto* menu = new MenuSheet(ExampleLibrary::ofThisProgram(), window_->stripParent());
+    connect(menu, &MenuSheet::exampleChosen, this, &MenuTools::exampleChosen);
+    connect(menu, &MenuSheet::languageChosen, this, &MenuTools::languageChosen);
+    connect(menu, &MenuSheet::setupAsked, this, &MenuTools::openSetup);
+    connect(menu, &MenuSheet::handbookAsked, this, &MenuTools::openHandbook);
+    connect(menu, &MenuSheet::supportAsked, this, [this] { backup_->saveSupport(facts()); });
+    connect(menu, &MenuSheet::backupAsked, backup_, &BackupTools::backUp);
+    connect(menu, &MenuSheet::restoreAsked, this, [this] {
+        emit restoreAsked([tools = QPointer<BackupTools>(backup_)] {
+            if (tools) {
+                tools->restore();
+            }
+        });
+    });
+    menu->open();
+}
+
+void MenuTools::openHandbook() {
+    if (!help_) {
+        help_ = std::make_unique<HelpWindow>();
+    }
+    help_->open(chapterOf(page_), window_);
+}
+
+void MenuTools::openSetup() {
+    auto* sheet = new SetupSheet([this] { return hasWelded(); }, window_->stripParent());
+    connect(sheet, &SetupSheet::wayAsked, this, &MenuTools::lead);
+    connect(sheet, &SetupSheet::doneForGood, this, [] { Preferences::rememberSetupDone(); });
+    sheet->open();
+}
+
+void MenuTools::offerSetup() {
+    if (Preferences::setupDone()) {
+        return;
+    }
+    const QVector<SetupStep> steps = setupSteps(hasWelded());
+    if (!std::all_of(steps.begin(), steps.end(), [](const SetupStep& step) { return step.done; })) {
+        openSetup();
+    }
+}
+
+void MenuTools::lead(const QString& button) const {
+    if (auto* const way = page_ ? page_->findChild<QAbstractButton*>(button) : nullptr) {
+        way->click();
+    }
+}
+
+/// One of the last runs: the list is for the first day. Reads them again only after a new one.
+bool MenuTools::hasWelded() {
+    constexpr int looked = 5;
+    const QString newest = history_->count() > 0 ? history_->fileName(0) : QString();
+    if (welded_ || newest == lookedAt_) {
+        return welded_;
+    }
+    lookedAt_ = newest;
+    for (int row = 0; row < std::min(looked, history_->count()); ++row) {
+        const std::optional<RunResult> run = history_->at(row);
+        welded_ = welded_ || (run && run->weldedMm() > 0);
+    }
+    return welded_;
+}
+
+SupportFacts MenuTools::facts() const {
+    return {QDir::currentPath(), page_ ? page_->property("projectFile").toString() : QString(),
+            Preferences::file(), QStandardPaths::writableLocation(QStandardPaths::AppDataLocation),
+            window_->notices()->texts()};
+}
+
+}  // namespace app
