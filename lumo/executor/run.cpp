@@ -35,6 +35,12 @@ std::vector<QString> elementNames(const ModuleObject* list) {
 }  // namespace
 
 ProgramCopy::ProgramCopy(const ModuleObject* source) {
+    constexpr int mostOfNodes = 5000;
+    if (source->cmobjCount() <= mostOfNodes) {
+        nodes_ = std::make_unique<ModuleObject>(QStringLiteral("run"));
+        nodes_->copyFrom(nullptr, source, false);
+        return;
+    }
     begins_.reserve(static_cast<std::size_t>(source->cmobjCount()));
     for (int line = 0; line < source->cmobjCount(); ++line) {
         begins_.push_back(rest_.size());
@@ -54,6 +60,9 @@ ModuleObject* ProgramCopy::record(int line) const {
     if (line < 0 || line >= elementCount()) {
         return ModuleObject::null();
     }
+    if (nodes_) {
+        return nodes_->c(line);
+    }
     const auto known = records_.find(line);
     if (known != records_.end()) {
         return known->second.get();
@@ -68,7 +77,14 @@ ModuleObject* ProgramCopy::record(int line) const {
     return records_.emplace(line, std::move(record)).first->second.get();
 }
 
+int ProgramCopy::elementCount() const {
+    return nodes_ ? nodes_->cmobjCount() : int(begins_.size());
+}
+
 QJsonValue ProgramCopy::element(int line) const {
+    if (nodes_) {
+        return nodes_->c(line)->exportToJson();
+    }
     const auto at = static_cast<std::size_t>(line);
     const std::size_t page = at / linesOfPage;
     if (page < pages_.size() && page != openPage_) {
@@ -77,11 +93,19 @@ QJsonValue ProgramCopy::element(int line) const {
     }
     const QByteArray& text = page < pages_.size() ? openText_ : rest_;
     const bool isLast = at + 1 == begins_.size() || (at + 1) % linesOfPage == 0;
-    const QByteArray json = '[' + text.mid(begins_[at], isLast ? -1 : begins_[at + 1] - begins_[at]) + ']';
-    return QJsonDocument::fromJson(json).array().first();
+    if (line != readLine_) {
+        const QByteArray json =
+            '[' + text.mid(begins_[at], isLast ? -1 : begins_[at + 1] - begins_[at]) + ']';
+        readLine_ = line;
+        readElement_ = QJsonDocument::fromJson(json).array().first();
+    }
+    return readElement_;
 }
 
 int ProgramCopy::lineOf(const ModuleObject* record) const {
+    if (nodes_) {
+        return record && record->pmobj() == nodes_.get() ? record->indexInPmobj() : -1;
+    }
     const auto found = std::find_if(records_.begin(), records_.end(),
                                     [record](const auto& line) { return line.second.get() == record; });
     return found == records_.end() ? -1 : found->first;
@@ -89,7 +113,7 @@ int ProgramCopy::lineOf(const ModuleObject* record) const {
 
 Run::Run(const ModuleObject* source, int runMode, bool step)
     : copy_(source),
-      program(source, copy_),
+      program(copy_.isPacked() ? RunProgram(source, copy_) : RunProgram(source)),
       mode(runMode),
       isStep(step),
       dryPercent(m(key::executeDry)->getBool(false) ? drySpeedPercent(m(key::executeDrySpeed)->getDouble(0.0))

@@ -14,8 +14,8 @@
 
 namespace lumo {
 
-/// The statements of a program as they stood when it was copied. They are kept as text, packed where it
-/// is long, which takes a fraction of the memory of nodes; a node is made for a line when it is asked for.
+/// The statements of a program as they stood when it was copied. Those of a long program are kept as packed
+/// text, which takes a fraction of the memory of nodes; a node is made for a line when it is asked for.
 class ProgramCopy : public prog::ElementSource {
 public:
     explicit ProgramCopy(const ModuleObject* source);
@@ -23,7 +23,8 @@ public:
     /// The copied statement of a line; the null node outside. Valid until those of 32 other lines have been
     /// asked for.
     [[nodiscard]] ModuleObject* record(int line) const;
-    [[nodiscard]] int elementCount() const override { return int(begins_.size()); }
+    [[nodiscard]] bool isPacked() const { return !nodes_; }
+    [[nodiscard]] int elementCount() const override;
     [[nodiscard]] QJsonValue element(int line) const override;
     /// The line of a copied statement; -1 for any other node.
     [[nodiscard]] int lineOf(const ModuleObject* record) const;
@@ -31,11 +32,15 @@ public:
 private:
     static constexpr std::size_t linesOfPage = 256;
 
-    std::vector<QByteArray> pages_;  ///< the texts of so many lines each, packed
-    QByteArray rest_;                ///< the text of the lines behind the last page
-    std::vector<int> begins_;        ///< of the lines, each in its page
+    std::unique_ptr<ModuleObject> nodes_;  ///< of a short program; the others are of a long one
+    std::vector<QByteArray> pages_;        ///< the texts of so many lines each, packed
+    QByteArray rest_;                      ///< the text of the lines behind the last page
+    std::vector<int> begins_;              ///< of the lines, each in its page
     mutable std::size_t openPage_ = SIZE_MAX;
     mutable QByteArray openText_;  ///< of the page that was asked for last
+    mutable int readLine_ = -1;
+    mutable QJsonValue
+        readElement_;  ///< of the line that was read last: its values and its node are asked for
     mutable std::map<int, std::unique_ptr<ModuleObject>> records_;
 };
 
