@@ -19,6 +19,10 @@ int ParameterRow::most() const {
     return isPercentage() ? fullScale : longestOnPageMs;
 }
 
+EntryRange ParameterRow::range() const {
+    return {0, double(most()), isPercentage() ? "%" : "ms"};
+}
+
 const std::vector<ParameterRow>& parameterRows() {
     using Group = ParameterGroup;
     using Params = LaserParams;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "program/entryrange.h"
 #include "program/record.h"
 
 #include <QLatin1String>
@@ -37,6 +38,7 @@ struct ParameterRow {
     [[nodiscard]] bool isPercentage() const { return fraction != nullptr; }
     /// The greatest value that the page of the sets takes, in % or ms; the least is 0.
     [[nodiscard]] int most() const;
+    [[nodiscard]] EntryRange range() const;
 };
 
 /// The fifteen values, in the order of the page. A set's name stands beside them.

@@ -10,6 +10,9 @@ namespace prog {
 [[nodiscard]] const FieldRows& portFields();
 [[nodiscard]] const FieldRows& stationFields();
 
+/// How long a station's input may have to hold its level, in ms.
+[[nodiscard]] EntryRange holdTimeRange();
+
 /// Whether a station's word for an edge is one of the package's, in any of its languages.
 [[nodiscard]] bool isEdgeWord(const QString& word);
 

@@ -18,6 +18,11 @@ constexpr const char* nearMeaning = "joint angles in rad";
 constexpr const char* cogMeaning = "centre of gravity in m";
 constexpr const char* pointMeaning = "posture of the robot; empty until it is taught";
 
+constexpr EntryRange speeds{1, 199, "mm/s"};
+constexpr EntryRange weldSpeeds{1, EntryRange::unlimited, "mm/s"};
+constexpr EntryRange zones{0, 5, "mm"};
+constexpr EntryRange delays{0, EntryRange::unlimited, "ms"};
+
 constexpr FieldRow jointTarget[] = {
     {"point"_l1, Kind::Map, Presence::Required, "{}", pointMeaning},
     {"point.near"_l1, Kind::Joints, Presence::Usual, nullptr, nearMeaning},
@@ -40,8 +45,10 @@ constexpr FieldRow arcTarget[] = {
     {"point1.near"_l1, Kind::Joints, Presence::Shown, nullptr, nearMeaning},
 };
 constexpr FieldRow trajectory[] = {
-    {"speed"_l1, Kind::Number, Presence::Usual, "20", "mm/s; the point page takes up to 199"},
-    {"zone"_l1, Kind::Number, Presence::Usual, "2", "blending zone in mm; the point page takes up to 5"},
+    {"speed"_l1, Kind::Number, Presence::Usual, "20", "mm/s; the point page takes up to 199", Source::Any,
+     &speeds},
+    {"zone"_l1, Kind::Number, Presence::Usual, "2", "blending zone in mm; the point page takes up to 5",
+     Source::Any, &zones},
 };
 constexpr FieldRow taughtToolset[] = {
     {"toolset"_l1, Kind::Map, Presence::Shown, "{}", "tool and work object when the point was taught"},
@@ -59,13 +66,15 @@ constexpr FieldRow taughtToolset[] = {
     {"toolset.ref.rot"_l1, Kind::Coordinates, Presence::Shown, nullptr, rotMeaning},
 };
 constexpr FieldRow parameterSet[] = {
-    {"index"_l1, Kind::Set, Presence::Usual, "0", "parameter set, from 0"},
+    {"index"_l1, Kind::Set, Presence::Usual, "0",
+     "parameter set, from 0; -1: the one that it used was deleted"},
     {"laserPower"_l1, Kind::Entry, Presence::Shown, "50", "%; shown with the line"},
     {"laserDutyCycle"_l1, Kind::Entry, Presence::Shown, "50", "%; shown with the line"},
     {"wireEnable"_l1, Kind::Flag, Presence::Shown, "false", "whether the wire is fed; shown with the line"},
 };
 constexpr FieldRow weldSpeed[] = {
-    {"weldspeed"_l1, Kind::Entry, Presence::Usual, "20", "mm/s; speed of the moves of this weld"},
+    {"weldspeed"_l1, Kind::Entry, Presence::Usual, "20", "mm/s; speed of the moves of this weld", Source::Any,
+     &weldSpeeds},
 };
 constexpr FieldRow output[] = {
     {"DO_type"_l1, Kind::Text, Presence::Usual, "\"IO\"", "\"IO\", else the output is the register's bit"},
@@ -86,7 +95,7 @@ constexpr FieldRow input[] = {
     {"value1"_l1, Kind::State, Presence::Usual, "\"\"", "the state that is waited for"},
 };
 constexpr FieldRow waitingTime[] = {
-    {"delaytime"_l1, Kind::Entry, Presence::Usual, "0", "ms"},
+    {"delaytime"_l1, Kind::Entry, Presence::Usual, "0", "ms", Source::Any, &delays},
 };
 
 constexpr FieldRow common[] = {
@@ -177,6 +186,18 @@ const FieldRows& commonFields() {
 const FieldRows& toolsetFields() {
     static const FieldRows rows = joined(toolset);
     return rows;
+}
+
+EntryRange entryRange(const QString& type, QLatin1String field) {
+    const StatementRow* const row = statementRow(type);
+    if (row) {
+        for (const FieldRow& entry : row->fields) {
+            if (entry.path == field && entry.range) {
+                return *entry.range;
+            }
+        }
+    }
+    return {};
 }
 
 bool isMove(const QString& type) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "program/entryrange.h"
 #include "program/geometry.h"
 #include "program/record.h"
 #include "program/signal.h"
@@ -49,6 +50,8 @@ struct FieldRow {
     /// Unit and meaning, for the schema; null where the name says it.
     const char* meaning = nullptr;
     Source source = Source::Any;
+    /// The figures that its page takes; null where it takes none.
+    const EntryRange* range = nullptr;
 };
 using FieldRows = std::vector<FieldRow>;
 
@@ -71,6 +74,9 @@ struct StatementRow {
 [[nodiscard]] const FieldRows& commonFields();
 /// The fields of the tool set at the end of a project file.
 [[nodiscard]] const FieldRows& toolsetFields();
+
+/// The figures that the page or dialog of a type takes in a field; everything where the row has no range.
+[[nodiscard]] EntryRange entryRange(const QString& type, QLatin1String field);
 
 /// Whether a record's `type` names a motion. Unknown types that begin with "move" count as motions too:
 /// they queue nothing and do not end a batch.

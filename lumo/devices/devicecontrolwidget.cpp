@@ -5,11 +5,15 @@
 #include "equipment/ports.h"
 #include "ui_devicecontrolwidget.h"
 #include "widgets/dressing.h"
+#include "widgets/fieldanswer.h"
+#include "widgets/messagebox.h"
 #include "widgets/way.h"
 
+#include <QDoubleSpinBox>
 #include <QPointer>
 #include <QTimer>
 
+#include <algorithm>
 #include <tuple>
 
 using namespace lumo;
@@ -29,6 +33,7 @@ DeviceControlWidget::DeviceControlWidget(QWidget* parent)
     : QWidget(parent), ui_(std::make_unique<Ui::DeviceControlWidget>()) {
     ui_->setupUi(this);
     fillTables();
+    answerFields();
     for (const Device& device : devices_) {
         device.button->setEnabled(false);
         connect(device.button, &QPushButton::clicked, this, [this, &device] { pressDevice(device); });
@@ -87,6 +92,22 @@ void DeviceControlWidget::addStates() {
     refresh();
 }
 
+void DeviceControlWidget::answerFields() {
+    for (const Device& device : devices_) {
+        for (const auto& setPoint : device.setPoints) {
+            answers_.append(new FieldAnswer(setPoint.second));
+            answers_.last()->tellBelow();
+        }
+    }
+}
+
+bool DeviceControlWidget::areTaken(const Device& device) const {
+    return std::all_of(answers_.begin(), answers_.end(), [&device](const FieldAnswer* answer) {
+        const auto isOf = [answer](const auto& setPoint) { return setPoint.second == answer->parent(); };
+        return answer->isTaken() || std::none_of(device.setPoints.begin(), device.setPoints.end(), isOf);
+    });
+}
+
 /// The direction follows what the page shows. It is decided before the first write: a write can let refresh()
 /// in, and a press that releases a lock must not close it again.
 void DeviceControlWidget::pressLock(const Lock& lock) {
@@ -104,6 +125,10 @@ void DeviceControlWidget::pressLock(const Lock& lock) {
 void DeviceControlWidget::pressDevice(const Device& device) {
     const bool on = !portState(device.ports.output);
     if (on && !portState(device.ports.lock)) {
+        return;
+    }
+    if (on && !areTaken(device)) {
+        showMessage(QMessageBox::Warning, tr("输入错误"), tr("请先更正红框中的数值。"));
         return;
     }
     SetPoints setPoints;

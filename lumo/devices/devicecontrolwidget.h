@@ -12,6 +12,10 @@
 class QDoubleSpinBox;
 class QPushButton;
 
+namespace lumo {
+class FieldAnswer;
+}
+
 namespace Ui {
 class DeviceControlWidget;
 }
@@ -60,6 +64,8 @@ private:
 
     void fillTables();
     void addStates();
+    void answerFields();
+    [[nodiscard]] bool areTaken(const Device& device) const;
     void pressLock(const Lock& lock);
     void pressDevice(const Device& device);
 
@@ -67,4 +73,5 @@ private:
     std::vector<Device> devices_;
     std::vector<Lock> locks_;
     std::vector<Group> groups_;
+    QVector<lumo::FieldAnswer*> answers_;  ///< of all set points
 };

@@ -1,5 +1,6 @@
 #include "editor/batchdialogs.h"
 
+#include "program/statement.h"
 #include "program/words.h"
 #include "ui_updatespeeddialog.h"
 #include "ui_updateturningparamdialog.h"
@@ -7,6 +8,8 @@
 #include "widgets/fieldlimits.h"
 
 #include <QLineEdit>
+
+using namespace prog;
 
 BatchDialog::BatchDialog(QLatin1String field, ModuleObject* program, const QList<QModelIndex>& rows,
                          QWidget* parent)
@@ -33,23 +36,23 @@ void BatchDialog::save() {
 }
 
 UpdateSpeedDialog::UpdateSpeedDialog(ModuleObject* program, const QList<QModelIndex>& rows, QWidget* parent)
-    : BatchDialog(prog::field::speed, program, rows, parent), ui_(std::make_unique<Ui::UpdateSpeedDialog>()) {
+    : BatchDialog(field::speed, program, rows, parent), ui_(std::make_unique<Ui::UpdateSpeedDialog>()) {
     ui_->setupUi(this);
     setUpButtons(ui_->buttonBox, tr("确定"), tr("取消"));
     build(ui_->lineEdit);
-    require(isSpeed);
+    require(entryRange(statement::moveL, field::speed).upward());
 }
 
 UpdateSpeedDialog::~UpdateSpeedDialog() = default;
 
 UpdateTurningParamDialog::UpdateTurningParamDialog(ModuleObject* program, const QList<QModelIndex>& rows,
                                                    QWidget* parent)
-    : BatchDialog(prog::field::zone, program, rows, parent),
-      ui_(std::make_unique<Ui::UpdateTurningParamDialog>()) {
+    : BatchDialog(field::zone, program, rows, parent), ui_(std::make_unique<Ui::UpdateTurningParamDialog>()) {
     ui_->setupUi(this);
     setUpButtons(ui_->buttonBox, tr("确定"), tr("取消"));
     build(ui_->lineEdit);
     limitToZone(ui_->lineEdit);
+    require(entryRange(statement::moveL, field::zone));
 }
 
 UpdateTurningParamDialog::~UpdateTurningParamDialog() = default;

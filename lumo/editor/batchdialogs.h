@@ -24,7 +24,8 @@ class UpdateTurningParamDialog;
 class BatchDialog : public WatchedLineDialog {
     Q_OBJECT
 public:
-    /// Sets the field of those chosen statements that have it. An empty line stores 0.
+    /// Sets the field of those chosen statements that have it. An empty line, for which OK is disabled,
+    /// would store 0.
     void save();
 
 protected:

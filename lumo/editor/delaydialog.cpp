@@ -1,5 +1,6 @@
 #include "editor/delaydialog.h"
 
+#include "program/statement.h"
 #include "program/words.h"
 #include "ui_delaydialog.h"
 #include "widgets/fieldlimits.h"
@@ -11,7 +12,7 @@ DelayDialog::DelayDialog(ModuleObject* statement, QWidget* parent)
     watch(ui_->lineEdit);
     allowOnlyDigits(ui_->lineEdit);
     ui_->lineEdit->setText(statement->r(prog::field::delaytime)->getString());
-    require(isSomeText);
+    require(prog::entryRange(prog::statement::delay, prog::field::delaytime));
 }
 
 DelayDialog::~DelayDialog() = default;

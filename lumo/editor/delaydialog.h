@@ -9,7 +9,7 @@ namespace Ui {
 class DelayDialog;
 }
 
-/// How long a "delay" statement waits. OK is disabled while nothing is typed.
+/// How long a "delay" statement waits. OK is disabled while the line holds no time.
 class DelayDialog final : public WatchedLineDialog {
     Q_OBJECT
 public:

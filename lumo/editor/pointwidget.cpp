@@ -6,11 +6,13 @@
 #include "ui_pointwidget.h"
 #include "undo/edit.h"
 #include "undo/steptext.h"
+#include "program/statement.h"
+#include "widgets/fieldanswer.h"
 #include "widgets/fieldlimits.h"
 
 #include <QtMath>
 
-#include <cmath>
+#include <algorithm>
 
 using namespace lumo;
 using namespace prog;
@@ -22,10 +24,11 @@ constexpr double degreesPerHalfTurn = 180.0;
 constexpr int shownDigits = 6;
 constexpr int seventhJoint = 7;
 
-/// A decimal comma is read as a point.
-double numberIn(const QString& text) {
-    const double number = QString(text).replace(QLatin1Char(','), QLatin1Char('.')).toDouble();
-    return std::isfinite(number) ? number : 0.0;
+constexpr int mostDecimals = 15;
+constexpr double anyFigure = 1e9;
+
+EntryRange anyOf(const char* unit) {
+    return {-anyFigure, anyFigure, unit, mostDecimals};
 }
 
 QString element(QLatin1String list, int index) {
@@ -56,6 +59,7 @@ PointWidget::PointWidget(int row, ModuleObject* statement, int jointCount, QWidg
     ui_->lineEditSpeed->setValidator(new SpeedValidator(ui_->lineEditSpeed));
     allowOnlyDigits(ui_->lineEditTurn);
     limitToZone(ui_->lineEditTurn);
+    answerFields();
     connectControls();
 }
 
@@ -66,7 +70,9 @@ PointWidget::~PointWidget() {
 void PointWidget::connectControls() {
     connect(ui_->okayBtn, &QPushButton::clicked, this, &PointWidget::confirm);
     connect(ui_->cancelBtn, &QPushButton::clicked, this, &PointWidget::cancelBtnClicked);
-    connect(ui_->lineEditSpeed, &QLineEdit::textChanged, this, &PointWidget::refreshOk);
+    for (const FieldAnswer* answer : qAsConst(answers_)) {
+        connect(answer, &FieldAnswer::answered, this, &PointWidget::refreshOk);
+    }
     refreshOk();
     connect(ui_->updateBtn1, &QPushButton::clicked, this, &PointWidget::teachFirst);
     connect(ui_->updateBtn2, &QPushButton::clicked, this, &PointWidget::teachSecond);
@@ -75,9 +81,48 @@ void PointWidget::connectControls() {
     followDragKeys(this);
 }
 
+void PointWidget::answerFields() {
+    const auto unitOf = [](const Coordinate& coordinate) {
+        return coordinate.unit == Unit::Millimetre ? "mm" : "°";
+    };
+    Coordinates all = firstPoint(jointMode_);
+    if (hasSecondPoint_) {
+        all += secondPoint();
+    }
+    for (const Coordinate& coordinate : qAsConst(all)) {
+        answers_.append(new FieldAnswer(coordinate.field, anyOf(unitOf(coordinate))));
+        const QString name = coordinate.field->objectName();
+        findChild<QLabel*>(QStringLiteral("unit") + name.mid(qstrlen("lineEdit")))
+            ->setText(unitOf(coordinate));
+    }
+    const QString type = statement_->r(field::type)->getString();
+    auto* const speed = new FieldAnswer(ui_->lineEditSpeed, entryRange(type, field::speed));
+    speed->tellIn(ui_->lblSpeedRange);
+    auto* const zone = new FieldAnswer(ui_->lineEditTurn, entryRange(type, field::zone));
+    zone->tellIn(ui_->lblTurnRange);
+    answers_ << speed << zone;
+}
+
+bool PointWidget::areTaken(const Coordinates& coordinates) const {
+    return std::all_of(answers_.begin(), answers_.end(), [&coordinates](const FieldAnswer* answer) {
+        const auto isOf = [answer](const Coordinate& coordinate) {
+            return coordinate.field == answer->parent();
+        };
+        return answer->isTaken() || std::none_of(coordinates.begin(), coordinates.end(), isOf);
+    });
+}
+
 /// A move without speed never ends.
 void PointWidget::refreshOk() {
-    ui_->okayBtn->setEnabled(isSpeed(ui_->lineEditSpeed->text()));
+    const std::pair<QLabel*, Coordinates> points[] = {{ui_->lblRange1, firstPoint(jointMode_)},
+                                                      {ui_->lblRange2, secondPoint()}};
+    for (const auto& [note, coordinates] : points) {
+        const bool taken = areTaken(coordinates);
+        note->setText(taken ? QString() : QStringLiteral("▲ ") + rangeText(anyOf("")));
+        note->setVisible(!taken);
+    }
+    ui_->okayBtn->setEnabled(std::all_of(answers_.begin(), answers_.end(),
+                                         [](const FieldAnswer* answer) { return answer->isTaken(); }));
 }
 
 void PointWidget::refreshUIWithType() {
@@ -99,12 +144,13 @@ void PointWidget::refreshUIWithType() {
     const bool hasSeventh = jointMode_ && jointCount_ >= seventhJoint;
     ui_->lblJ7->setVisible(hasSeventh);
     ui_->lineEditJ7->setVisible(hasSeventh);
+    ui_->unitJ7->setVisible(hasSeventh);
 }
 
 void PointWidget::hiddenPoint2() {
-    for (QWidget* caption :
-         std::initializer_list<QWidget*>{ui_->lblP2, ui_->updateBtn2, ui_->lblX2, ui_->lblY2, ui_->lblZ2,
-                                         ui_->lblA2, ui_->lblB2, ui_->lblC2}) {
+    for (QWidget* caption : std::initializer_list<QWidget*>{
+             ui_->lblP2, ui_->updateBtn2, ui_->lblX2, ui_->lblY2, ui_->lblZ2, ui_->lblA2, ui_->lblB2,
+             ui_->lblC2, ui_->unitX2, ui_->unitY2, ui_->unitZ2, ui_->unitA2, ui_->unitB2, ui_->unitC2}) {
         caption->hide();
     }
     for (const Coordinate& coordinate : secondPoint()) {
@@ -160,7 +206,7 @@ void PointWidget::storePoint(ModuleObject* point, const Coordinates& coordinates
         if (point->hasRmobj(coordinate.path) && text == shownText(point, coordinate)) {
             continue;
         }
-        const double number = numberIn(text);
+        const double number = figureIn(text).value_or(0.0);
         point->set(this, coordinate.path,
                    coordinate.unit == Unit::Millimetre ? number / millimetresPerMetre
                                                        : number * M_PI / degreesPerHalfTurn);

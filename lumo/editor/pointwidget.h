@@ -14,12 +14,15 @@ class QLineEdit;
 namespace Ui {
 class PointWidget;
 }
+namespace lumo {
+class FieldAnswer;
+}
 
 /// The page of one move statement: target point, second point of circular moves, speed, zone and note.
 ///
 /// The statement keeps m and rad, the page shows mm and degrees with six digits. A field whose text was not
-/// changed is not written, so that it keeps its full precision. OK is enabled while the speed is more than 0.
-/// A statement that has left its program is not written.
+/// changed is not written, so that it keeps its full precision. OK is enabled while every field holds a
+/// figure that it takes. A statement that has left its program is not written.
 class PointWidget final : public QWidget {
     Q_OBJECT
 public:
@@ -62,6 +65,8 @@ private:
     void storePoint(ModuleObject* point, const Coordinates& coordinates);
     void storeNumber(QLatin1String name, const QLineEdit* line);
     void connectControls();
+    void answerFields();
+    [[nodiscard]] bool areTaken(const Coordinates& coordinates) const;
     void refreshOk();
     void teachFirst();
     void teachSecond();
@@ -78,6 +83,7 @@ private:
     bool jointMode_ = false;
     const bool hasSecondPoint_;
     QString shownNote_;
+    QVector<lumo::FieldAnswer*> answers_;  ///< of the fields on the page
     /// Postures taken by the update buttons; empty until then.
     const std::unique_ptr<ModuleObject> p0_, p1_;
 };

@@ -11,12 +11,14 @@
 #include "executor/lumoexecutor.h"
 #include "executor/runmessages.h"
 #include "module/globals.h"
+#include "params/setuse.h"
 #include "program/runprogram.h"
 #include "program/statement.h"
 #include "program/words.h"
 #include "ui_programwidget.h"
 #include "undo/edit.h"
 #include "undo/steptext.h"
+#include "widgets/fieldanswer.h"
 #include "widgets/messagebox.h"
 #include "widgets/switchbutton.h"
 
@@ -33,6 +35,8 @@ namespace {
 
 /// Dynamic property of the buttons that insert statements, set in the form: the type of the statement.
 constexpr char statementProperty[] = "statement";
+
+constexpr EntryRange jumpRange{1};
 
 QString statementOf(const QPushButton* button) {
     return button->property(statementProperty).toString();
@@ -111,6 +115,8 @@ void ProgramWidget::setUpTexts() {
     // A single digit is only an intermediate text of this pattern, but the button jumps to that line.
     ui_->lineEdit_steptojump->setValidator(new QRegularExpressionValidator(
         QRegularExpression(QStringLiteral("[1-9][0-9]+$")), ui_->lineEdit_steptojump));
+    jumpAnswer_ = new FieldAnswer(ui_->lineEdit_steptojump, jumpRange);
+    jumpAnswer_->allowEmpty();
     ui_->btnParam->hide();
 }
 
@@ -241,6 +247,10 @@ void ProgramWidget::setProjectPath(const QString& path) {
 
 void ProgramWidget::checkStored() {
     stored_->check();
+}
+
+void ProgramWidget::setsMoved(const QVector<int>& places) {
+    followSet(this, clipboard_.get(), places);
 }
 
 void ProgramWidget::toolsetChanged() {
@@ -427,6 +437,10 @@ void ProgramWidget::jump() {
     if (m(key::executeState)->getString() != word::idle) {
         showMessage(QMessageBox::Warning, tr("运行错误"), tr("当前不是空闲状态"),
                     RunMessage::notIdle().advice);
+        return;
+    }
+    if (!jumpAnswer_->isTaken()) {
+        showMessage(QMessageBox::Warning, tr("输入错误"), rangeText(jumpRange));
         return;
     }
     const int line = ui_->lineEdit_steptojump->text().toInt();

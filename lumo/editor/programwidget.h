@@ -16,6 +16,7 @@ class RunControls;
 class StatementCreation;
 
 namespace lumo {
+class FieldAnswer;
 class FindingList;
 class ProgramCheck;
 class StartLine;
@@ -51,6 +52,8 @@ public:
     void setProjectPath(const QString& path);
     /// Compares the program with its file. To be called when the project was opened or saved.
     void checkStored();
+    /// Parameter sets have other places (-1: deleted): what is copied for pasting follows.
+    void setsMoved(const QVector<int>& places);
     /// To be called when the tool set in force may have changed.
     void toolsetChanged();
     /// Selects the first line and clears the running-line marker, for a program just opened.
@@ -134,6 +137,7 @@ private:
     EditorDialogs* dialogs_;
     StatementCreation* creation_;
     lumo::ProgramCheck* check_;
+    lumo::FieldAnswer* jumpAnswer_ = nullptr;
     lumo::FindingList* findings_;
     RunControls* run_;
     lumo::StartLine* startLine_;

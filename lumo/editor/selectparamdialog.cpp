@@ -1,5 +1,6 @@
 #include "editor/selectparamdialog.h"
 
+#include "program/statement.h"
 #include "program/words.h"
 #include "ui_selectparamdialog.h"
 #include "widgets/fieldlimits.h"
@@ -32,7 +33,7 @@ void SelectParamDialog::setbeginOrparam(int mode) {
     if (mode == 1) {
         ui_->label->hide();
         ui_->lineEdit->setText(statement_ ? statement_->r(field::weldspeed)->getString() : QString());
-        require(isSpeed);
+        require(entryRange(statement::open, field::weldspeed));
     } else if (mode == 0) {
         ui_->label_2->hide();
         ui_->label_3->hide();

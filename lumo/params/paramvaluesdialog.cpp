@@ -5,9 +5,12 @@
 #include "ui_paramvaluesdialog.h"
 #include "undo/edit.h"
 #include "widgets/dressing.h"
+#include "widgets/fieldanswer.h"
 #include "widgets/watchedlinedialog.h"
 
+#include <QLabel>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QRegularExpressionValidator>
 
 using namespace lumo;
@@ -58,6 +61,11 @@ ParamValuesDialog::ParamValuesDialog(ModuleObject* set, QWidget* parent)
       list_(set->pmobj()) {
     ui_->setupUi(this);
     setUpButtons(ui_->buttonBox, tr("确定"), tr("取消"));
+    note_ = new QLabel(this);
+    note_->setObjectName(QStringLiteral("lblRange"));
+    note_->setAlignment(Qt::AlignCenter);
+    note_->setStyleSheet(QStringLiteral("color: #C5221B; font-weight: bold;"));
+    ui_->verticalLayout->insertWidget(ui_->verticalLayout->count() - 1, note_);
     const QList<ModuleObject*> definitions = m(key::defaultParam)->cmobjs();
     ui_->tableWidget->setRowCount(definitions.size());
     for (int row = 0; row < definitions.size(); ++row) {
@@ -71,6 +79,7 @@ ParamValuesDialog::ParamValuesDialog(ModuleObject* set, QWidget* parent)
     header->setSectionResizeMode(TagColumn, QHeaderView::ResizeToContents);
     connect(ui_->tableWidget, &QTableWidget::cellChanged, this, &ParamValuesDialog::activateCell);
     ui_->label->setText(heading(set->r(field::name)->getString()));
+    refreshOk();
 }
 
 ParamValuesDialog::~ParamValuesDialog() = default;
@@ -84,7 +93,7 @@ void ParamValuesDialog::addRow(int row, const ModuleObject* definition) {
                          cellLabel(row == start ? QString() : groups[rowGroups().groupOf(row)]));
     table->setCellWidget(row, TagColumn, cellLabel(definition->r(field::tag)->getString()));
     const QString name = definition->r(field::name)->getString();
-    table->setCellWidget(row, ValueColumn, valueLine(name, set_->r(name)->getString()));
+    table->setCellWidget(row, ValueColumn, valueLine(name, set_->r(name)->getString(QStringLiteral("0"))));
     table->setCellWidget(row, RangeColumn,
                          cellLabel(QStringLiteral("[%1,%2]")
                                        .arg(definition->r(QStringLiteral("range.#0"))->getInt())
@@ -93,11 +102,38 @@ void ParamValuesDialog::addRow(int row, const ModuleObject* definition) {
 
 QLineEdit* ParamValuesDialog::valueLine(const QString& name, const QString& text) {
     auto* line = new QLineEdit(text);
+    line->setObjectName(name);
     line->setAlignment(Qt::AlignCenter);
     line->setValidator(new QRegularExpressionValidator(QRegularExpression(valuePattern(name)), line));
     line->installEventFilter(this);
     lines_.append(line);
+    answerIn(line, name);
     return line;
+}
+
+void ParamValuesDialog::answerIn(QLineEdit* line, const QString& name) {
+    const ParameterRow* const row = parameterRow(name);
+    if (!row) {
+        return;
+    }
+    answers_.append(new FieldAnswer(line, row->range()));
+    connect(answers_.last(), &FieldAnswer::answered, this, &ParamValuesDialog::refreshOk);
+}
+
+/// Names the first value that is not taken.
+void ParamValuesDialog::refreshOk() {
+    QString refused;
+    for (const FieldAnswer* answer : qAsConst(answers_)) {
+        const int row = lines_.indexOf(qobject_cast<QLineEdit*>(answer->parent()));
+        const ModuleObject* const definition = m(key::defaultParam)->c(row);
+        if (!answer->isTaken() && refused.isEmpty()) {
+            refused = QStringLiteral("▲ %1：%2")
+                          .arg(definition->r(field::tag)->getString(),
+                               rangeText(parameterRow(definition->r(field::name)->getString())->range()));
+        }
+    }
+    note_->setText(refused);
+    okButton()->setEnabled(refused.isEmpty());
 }
 
 bool ParamValuesDialog::eventFilter(QObject* watched, QEvent* event) {

@@ -9,13 +9,18 @@
 
 #include <memory>
 
+class QLabel;
 class QLineEdit;
 
 namespace Ui {
 class ParamValuesDialog;
 }
+namespace lumo {
+class FieldAnswer;
+}
 
-/// Edits the values of one parameter set, one row for each definition. Writes nothing before save(), and
+/// Edits the values of one parameter set, one row for each definition; a value that the set lacks counts and
+/// shows as 0. OK is disabled while a value is empty or out of its range. Writes nothing before save(), and
 /// hides before it announces its answer.
 class ParamValuesDialog final : public AnswerDialog {
     Q_OBJECT
@@ -44,6 +49,8 @@ protected:
 private:
     void addRow(int row, const ModuleObject* definition);
     QLineEdit* valueLine(const QString& name, const QString& text);
+    void answerIn(QLineEdit* line, const QString& name);
+    void refreshOk();
     void activateCell(int row, int column);
     void updateProgram(QLatin1String field, double value);
 
@@ -51,4 +58,6 @@ private:
     const QPointer<ModuleObject> set_;
     const ModuleObject* const list_;
     QList<QLineEdit*> lines_;
+    QList<lumo::FieldAnswer*> answers_;  ///< of the lines whose values have a range
+    QLabel* note_ = nullptr;             ///< which value is not taken, and its range
 };

@@ -3,11 +3,13 @@
 #include "files/projectcheck.h"
 #include "files/projectfile.h"
 #include "files/settingsfile.h"
+#include "program/settingsrows.h"
 #include "program/words.h"
 #include "stations/stationtable.h"
 #include "ui_signalsbindingparamwidget.h"
 #include "undo/edit.h"
 #include "undo/steptext.h"
+#include "widgets/fieldanswer.h"
 #include "widgets/findingtext.h"
 #include "widgets/messagebox.h"
 #include "widgets/projectchooser.h"
@@ -47,8 +49,10 @@ SignalsBindingParamWidget::SignalsBindingParamWidget(QTableWidget* table, bool i
     ui_->setupUi(this);
     const QRegularExpression digits(QStringLiteral("[0-9]+$"));
     ui_->lineETime->setValidator(new QRegularExpressionValidator(digits, this));
+    ui_->lineETime->setMaxLength(EntryRange::mostDigits);
     makeSelectors();
     showStation();
+    answerTime();
     initDICmb();
     initDOCmb();
     connect(ui_->btnOpen, &QPushButton::clicked, this, &SignalsBindingParamWidget::chooseProject);
@@ -58,6 +62,14 @@ SignalsBindingParamWidget::SignalsBindingParamWidget(QTableWidget* table, bool i
 }
 
 SignalsBindingParamWidget::~SignalsBindingParamWidget() = default;
+
+void SignalsBindingParamWidget::answerTime() {
+    auto* const answer = new FieldAnswer(ui_->lineETime, holdTimeRange());
+    answer->tellIn(ui_->lblTimeRange);
+    const auto refreshOk = [this, answer] { ui_->okayBtn->setEnabled(answer->isTaken()); };
+    connect(answer, &FieldAnswer::answered, this, refreshOk);
+    refreshOk();
+}
 
 // --- The signals ----------------------------------------------------------------------------------
 

@@ -20,7 +20,7 @@ class SignalSelector;
 
 /// The page on which one station is added or edited. OK stores the station and the stations' file, and shows
 /// the station in the table of the stations' page. A project with errors is refused when it is chosen, and by
-/// OK. Cancel changes nothing.
+/// OK, which is disabled while the time is none. Cancel changes nothing.
 class SignalsBindingParamWidget final : public QWidget {
     Q_OBJECT
 public:
@@ -49,6 +49,7 @@ signals:
 
 private:
     void makeSelectors();
+    void answerTime();
     void showStation();
     void initSelector(lumo::StationSignal which);
     [[nodiscard]] lumo::SignalSelector* selector(lumo::StationSignal which) const;

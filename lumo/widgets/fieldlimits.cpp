@@ -1,18 +1,26 @@
 #include "widgets/fieldlimits.h"
 
+#include "program/statement.h"
+#include "program/words.h"
+
 #include <QLineEdit>
 #include <QRegularExpressionValidator>
 
+using namespace prog;
+
 namespace {
 
-constexpr int maxSpeedMmPerS = 199;
-constexpr int maxZoneMm = 5;
 /// As many as an int can hold; a longer number would read as 0.
-constexpr int maxDigits = 9;
+constexpr int maxDigits = EntryRange::mostDigits;
+
+double most(QLatin1String field) {
+    return entryRange(statement::moveL, field).most;
+}
 
 }  // namespace
 
-SpeedValidator::SpeedValidator(QObject* parent) : QIntValidator(0, maxSpeedMmPerS, parent) {}
+SpeedValidator::SpeedValidator(QObject* parent)
+    : QIntValidator(0, static_cast<int>(most(field::speed)), parent) {}
 
 QValidator::State SpeedValidator::validate(QString& input, int&) const {
     if (input.isEmpty()) {
@@ -26,14 +34,6 @@ QValidator::State SpeedValidator::validate(QString& input, int&) const {
     return input.size() <= maxDigits && input.toInt() <= top() ? Acceptable : Invalid;
 }
 
-bool isSpeed(const QString& text) {
-    return text.toDouble() > 0;
-}
-
-bool isSomeText(const QString& text) {
-    return !text.isEmpty();
-}
-
 void allowOnlyDigits(QLineEdit* line) {
     line->setMaxLength(maxDigits);
     line->setValidator(new QRegularExpressionValidator(QRegularExpression(QStringLiteral("[0-9]+$")), line));
@@ -41,7 +41,7 @@ void allowOnlyDigits(QLineEdit* line) {
 
 void limitToZone(QLineEdit* line) {
     QObject::connect(line, &QLineEdit::textChanged, line, [line](const QString& text) {
-        if (text.toDouble() > maxZoneMm) {
+        if (text.toDouble() > most(field::zone)) {
             line->setText(text.chopped(1));
         }
     });

@@ -4,8 +4,8 @@
 
 class QLineEdit;
 
-/// Speeds of a single move in mm/s: 0 to 199, digits only. Unlike its base it refuses the digit that would
-/// exceed the limit.
+/// Speeds of a single move in mm/s: up to the most that its page takes, digits only. Unlike its base it
+/// refuses the digit that would exceed the limit.
 class SpeedValidator final : public QIntValidator {
     Q_OBJECT
 public:
@@ -13,13 +13,9 @@ public:
     State validate(QString& input, int& position) const override;
 };
 
-/// Whether a text is a number above 0, as the speed of a move or weld must be.
-[[nodiscard]] bool isSpeed(const QString& text);
-[[nodiscard]] bool isSomeText(const QString& text);
-
 /// Accepts only digits.
 void allowOnlyDigits(QLineEdit* line);
 
-/// Limits the line to a blending zone of 0 to 5 mm: removes the last character whenever the number becomes
-/// larger.
+/// Limits the line to a blending zone that the pages take: removes the last character whenever the number
+/// becomes larger.
 void limitToZone(QLineEdit* line);

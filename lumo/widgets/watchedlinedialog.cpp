@@ -1,6 +1,10 @@
 #include "widgets/watchedlinedialog.h"
 
+#include "widgets/fieldanswer.h"
+
+#include <QBoxLayout>
 #include <QFocusEvent>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 
@@ -18,14 +22,20 @@ void WatchedLineDialog::watch(QLineEdit* line) {
     connect(this, &WatchedLineDialog::lineeditclicked, line, &QWidget::activateWindow);
 }
 
-void WatchedLineDialog::require(bool (*passes)(const QString& text)) {
-    passes_ = passes;
-    connect(line_, &QLineEdit::textChanged, this, &WatchedLineDialog::refreshOk, Qt::UniqueConnection);
+void WatchedLineDialog::require(const prog::EntryRange& range) {
+    auto* const note = new QLabel(this);
+    note->setObjectName(QStringLiteral("lblRange"));
+    note->setAlignment(Qt::AlignCenter);
+    auto* const rows = qobject_cast<QBoxLayout*>(layout());
+    rows->insertWidget(rows->count() - 1, note);
+    answer_ = new lumo::FieldAnswer(line_, range);
+    answer_->tellIn(note);
+    connect(answer_, &lumo::FieldAnswer::answered, this, &WatchedLineDialog::refreshOk);
     refreshOk();
 }
 
 bool WatchedLineDialog::canAccept() const {
-    return !passes_ || passes_(line_->text());
+    return !answer_ || answer_->isTaken();
 }
 
 void WatchedLineDialog::refreshOk() {
@@ -42,5 +52,9 @@ bool WatchedLineDialog::eventFilter(QObject* watched, QEvent* event) {
 
 void WatchedLineDialog::showEvent(QShowEvent* event) {
     AnswerDialog::showEvent(event);
-    line_->selectAll();
+    if (answer_) {
+        answer_->selectAll();
+    } else {
+        line_->selectAll();
+    }
 }

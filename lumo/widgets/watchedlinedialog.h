@@ -1,8 +1,13 @@
 #pragma once
 
+#include "program/entryrange.h"
 #include "widgets/answerdialog.h"
 
 class QLineEdit;
+
+namespace lumo {
+class FieldAnswer;
+}
 
 /// For the event filter of a line whose text is typed over: true for a mouse press, which the filter must not
 /// pass on. Selects the text when a mouse press gives the line the focus.
@@ -23,8 +28,9 @@ protected:
 
     /// Sets the form's line. Call it once, after setupUi().
     void watch(QLineEdit* line);
-    /// Enables OK only while the line's text passes the test.
-    void require(bool (*passes)(const QString& text));
+    /// Says above OK which figures the line takes, and enables OK only while it holds one of them. Call it
+    /// when the line has its text.
+    void require(const prog::EntryRange& range);
     /// Whether OK may be enabled now.
     [[nodiscard]] virtual bool canAccept() const;
     /// Enables or disables OK. Call it when the result of canAccept() may have changed.
@@ -33,5 +39,5 @@ protected:
 
 private:
     QLineEdit* line_ = nullptr;
-    bool (*passes_)(const QString& text) = nullptr;
+    lumo::FieldAnswer* answer_ = nullptr;
 };

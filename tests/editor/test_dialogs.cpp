@@ -1,8 +1,15 @@
+#include "devices/devicecontrolwidget.h"
 #include "editor/batchdialogs.h"
 #include "editor/delaydialog.h"
 #include "editor/iodialogs.h"
+#include "editor/pointwidget.h"
 #include "editor/selectparamdialog.h"
 #include "editorfixture.h"
+#include "params/paramvaluesdialog.h"
+#include "stations/signalsbindingparamwidget.h"
+#include "widgets/fieldanswer.h"
+
+#include <map>
 
 /// What the dialogs offer, take and store, that each is answered once, and what is shown of a statement.
 class TestDialogs : public EditorTest {
@@ -83,20 +90,13 @@ private slots:
         UpdateSpeedDialog speed(program(), {});
         UpdateTurningParamDialog zone(program(), {});
         const std::tuple<QDialog*, QString, QString, bool> cases[] = {
-            {&delay, "", "500", true},
-            {&delay, "-1.5e3", "153", true},
-            {&delay, "12345678901", "123456789", true},
-            {&delay, "\b", "", false},
-            {&start, "0", "0", false},
-            {&start, "3x5", "35", true},
-            {&start, "\b", "", false},
-            {&change, "", "", true},
-            {&speed, "0", "0", false},
-            {&speed, "5000", "5000", true},
-            {&zone, "", "", true},
-            {&zone, "56", "5", true},
-            {&zone, "45", "4", true},
-            {&lost, "", "20", false},  // its set is gone
+            {&delay, "", "500", true},      {&delay, "12345678901", "123456789", false},
+            {&delay, "\b", "", false},      {&start, "0", "0", false},
+            {&start, "35", "35", true},     {&start, "\b", "", false},
+            {&change, "", "", true},        {&speed, "0", "0", false},
+            {&speed, "5000", "5000", true}, {&zone, "", "", false},
+            {&zone, "7", "", false},        {&zone, "45", "4", false},
+            {&zone, "4", "4", true},        {&lost, "", "20", false},  // its set is gone
         };
         for (const auto& [dialog, typed, shown, ok] : cases) {
             dialog->open();  // selects what was there
@@ -106,6 +106,66 @@ private slots:
             QCOMPARE(button(dialog, QDialogButtonBox::Ok)->isEnabled(), ok);
             QCOMPARE(line->isVisible(), dialog != &change);
             dialog->hide();
+        }
+    }
+
+    /// Also after a mistake, when it is corrected.
+    void everyField_keepsWhatItDoesNotTake_andRefusesOk() {
+        const auto statement = node(
+            "{'type':'moveC','delaytime':500,'weldspeed':'20','index':0,'speed':20,"
+            "'zone':2,'point':{'trans':[0,0,0]},'point1':{'trans':[0,0,0]}}");
+        QTableWidget stations;
+        const std::map<QString, std::function<QWidget*()>> pages{
+            {"delay", [&] { return new DelayDialog(statement.get()); }},
+            {"speed", [&] { return new UpdateSpeedDialog(program(), {}); }},
+            {"zone", [&] { return new UpdateTurningParamDialog(program(), {}); }},
+            {"values", [] { return new ParamValuesDialog(m("lumo.param")->c(0)); }},
+            {"point", [&] { return new PointWidget(0, statement.get(), 6); }},
+            {"station", [&] { return new SignalsBindingParamWidget(&stations, true); }},
+            {"device", [] { return new DeviceControlWidget; }},
+            {"start", [&] {
+                 auto* const dialog = new SelectParamDialog(statement.get());
+                 dialog->setbeginOrparam(1);
+                 return dialog;
+             }}};
+        const std::tuple<const char*, const char*, QString, const char*> cases[] = {
+            {"delay", "lineEdit", "abc|5.5||-1", "150"},
+            {"start", "lineEdit", "abc|5.5||0", "150"},
+            {"speed", "lineEdit", "abc|5.5||0|150 %", "150"},
+            {"zone", "lineEdit", "150|abc|5.5|", "5"},
+            {"values", "power", "150|abc|5.5||007", "100"},
+            {"values", "stay_time", "5001|abc|5.5|", "150"},
+            {"values", "speed", "150|abc|5.5|", "0"},
+            {"point", "lineEditSpeed", "200|abc|5.5||0", "150"},
+            {"point", "lineEditTurn", "150|abc|5.5|", "5"},
+            {"point", "lineEditX1", "abc||inf|1.2.3", "5,5"},
+            {"point", "lineEditC2", "abc|", "-5.5"},
+            {"station", "lineETime", "abc|5.5|", "150"},
+            {"device", "dspnLaserPower", "150|abc", "5,5"},
+            {"device", "dspnLaserRatio", "150|abc|5.555", "100"},
+        };
+        for (const auto& [pageName, name, refused, taken] : cases) {
+            const std::unique_ptr<QWidget> dialog(pages.at(pageName)());
+            dialog->show();
+            auto* const field = child(dialog.get(), name);
+            auto* const answer = field->findChild<lumo::FieldAnswer*>(QString(), Qt::FindDirectChildrenOnly);
+            const auto isOk = [&] {
+                auto* const box = dialog->findChild<QDialogButtonBox*>();
+                auto* const ok = dialog->findChild<QAbstractButton*>("okayBtn");
+                return box  ? box->button(QDialogButtonBox::Ok)->isEnabled()
+                       : ok ? ok->isEnabled()
+                            : answer->isTaken();
+            };
+            for (const QString& typed : refused.split('|')) {
+                answer->selectAll();
+                typed.isEmpty() ? QTest::keyClick(field, Qt::Key_Backspace) : QTest::keyClicks(field, typed);
+                const QString seen = answer->shownText().remove(" %");
+                QCOMPARE(name + seen, name + QString(typed).remove(" %"));
+                QVERIFY2(!isOk(), name);
+                answer->selectAll();
+                QTest::keyClicks(field, taken);
+                QVERIFY2(isOk(), name);
+            }
         }
     }
 

@@ -75,7 +75,7 @@ private slots:
         for (const int row : {0, 1, 2}) {
             bench_.edit(row, {{"lineEdit_stationname", "other"}});
         }
-        bench_.edit(3, {{"cmbDI_2", "I2"}, {"cmbDO", ""}, {"cmbType_2", "下降沿"}, {"lineETime", "a25b0"}});
+        bench_.edit(3, {{"cmbDI_2", "I2"}, {"cmbDO", ""}, {"cmbType_2", "下降沿"}, {"lineETime", "250"}});
         QString edited =
             QString(before).replace("工位 3", "other").replace("'DO4'", "''").replace("'DI14'", "'I2'");
         edited.replace("'S4','status':'','time':'100','type':'上升沿','type2':'上升沿'",

@@ -176,5 +176,13 @@
         <source>送丝测试</source>
         <translation>Wire Enable</translation>
     </message>
+    <message>
+        <source>输入错误</source>
+        <translation>Input Error</translation>
+    </message>
+    <message>
+        <source>请先更正红框中的数值。</source>
+        <translation>Correct the value in the red frame first.</translation>
+    </message>
 </context>
 </TS>

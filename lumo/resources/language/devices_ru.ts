@@ -176,5 +176,13 @@
         <source>送丝测试</source>
         <translation>Включение подачи проволоки</translation>
     </message>
+    <message>
+        <source>输入错误</source>
+        <translation>Ошибка ввода</translation>
+    </message>
+    <message>
+        <source>请先更正红框中的数值。</source>
+        <translation>Сначала исправьте значение в красной рамке.</translation>
+    </message>
 </context>
 </TS>

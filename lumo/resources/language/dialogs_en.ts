@@ -209,4 +209,23 @@
         <translation>Circle/Arc Parameter Setting</translation>
     </message>
 </context>
+<context>
+    <name>lumo::FieldAnswer</name>
+    <message>
+        <source>请输入数字</source>
+        <translation>Enter a number</translation>
+    </message>
+    <message>
+        <source>允许：%1%2 及以上，最多 %3 位</source>
+        <translation>Allowed: from %1%2, up to %3 digits</translation>
+    </message>
+    <message>
+        <source>允许：%1 至 %2%3</source>
+        <translation>Allowed: %1 to %2%3</translation>
+    </message>
+    <message>
+        <source>，整数</source>
+        <translation>, whole numbers</translation>
+    </message>
+</context>
 </TS>

@@ -209,4 +209,23 @@
         <translation>Параметры окружности/дуги</translation>
     </message>
 </context>
+<context>
+    <name>lumo::FieldAnswer</name>
+    <message>
+        <source>请输入数字</source>
+        <translation>Введите число</translation>
+    </message>
+    <message>
+        <source>允许：%1%2 及以上，最多 %3 位</source>
+        <translation>Допустимо: от %1%2, до %3 цифр</translation>
+    </message>
+    <message>
+        <source>允许：%1 至 %2%3</source>
+        <translation>Допустимо: от %1 до %2%3</translation>
+    </message>
+    <message>
+        <source>，整数</source>
+        <translation>, целые числа</translation>
+    </message>
+</context>
 </TS>

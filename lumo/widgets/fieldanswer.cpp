@@ -1,0 +1,288 @@
+#include "widgets/fieldanswer.h"
+
+#include <QCoreApplication>
+#include <QDoubleSpinBox>
+#include <QInputMethodEvent>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPainter>
+#include <QScopedValueRollback>
+#include <QVBoxLayout>
+#include <QValidator>
+
+using prog::EntryRange;
+using prog::figureIn;
+
+namespace lumo {
+
+namespace {
+
+constexpr QRgb refusedColour = qRgb(0xC5, 0x22, 0x1B);
+constexpr char noteSheet[] = "color: #55667A;";
+constexpr char refusedSheet[] = "color: #C5221B; font-weight: bold;";
+
+/// A red frame over a widget, which keeps its place and its style.
+class RedFrame final : public QWidget {
+public:
+    explicit RedFrame(QWidget* over) : QWidget(over) {
+        setAttribute(Qt::WA_TransparentForMouseEvents);
+        setAttribute(Qt::WA_NoSystemBackground);
+        hide();
+    }
+
+protected:
+    void paintEvent(QPaintEvent* /*event*/) override {
+        constexpr int width = 2;
+        QPainter painter(this);
+        painter.setPen(QPen(QColor(refusedColour), width, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
+        painter.drawRect(rect().adjusted(1, 1, -1, -1));
+    }
+};
+
+/// QAbstractSpinBox keeps its line to itself.
+QLineEdit* lineOf(const QAbstractSpinBox* box) {
+    return box->findChild<QLineEdit*>(QStringLiteral("qt_spinbox_lineedit"));
+}
+
+/// A key that may change the text; others have no text to lose.
+bool isTyping(const QKeyEvent* key) {
+    const bool printable = !key->text().isEmpty() && key->text().at(0).isPrint();
+    return printable || key->key() == Qt::Key_Backspace || key->key() == Qt::Key_Delete ||
+           key->matches(QKeySequence::Paste) || key->matches(QKeySequence::Cut);
+}
+
+}  // namespace
+
+QString rangeText(const EntryRange& range) {
+    QString unit = QString::fromUtf8(range.unit);
+    if (!unit.isEmpty()) {
+        unit.prepend(QLatin1Char(' '));
+    }
+    const QString least = QString::number(range.least);
+    if (range.least <= -EntryRange::unlimited) {
+        return FieldAnswer::tr("请输入数字");
+    }
+    QString text =
+        range.most >= EntryRange::unlimited
+            ? FieldAnswer::tr("允许：%1%2 及以上，最多 %3 位").arg(least, unit).arg(EntryRange::mostDigits)
+            : FieldAnswer::tr("允许：%1 至 %2%3").arg(least, QString::number(range.most), unit);
+    return text + (range.decimals == 0 ? FieldAnswer::tr("，整数") : QString());
+}
+
+FieldAnswer::FieldAnswer(QWidget* field, QLineEdit* line, const EntryRange& range)
+    : QObject(field),
+      field_(field),
+      line_(line),
+      draft_(new QLineEdit(line)),
+      frame_(new RedFrame(field)),
+      range_(range),
+      kept_(line->text()) {
+    draft_->setObjectName(QStringLiteral("draft"));
+    draft_->setAlignment(line->alignment());
+    draft_->setFocusPolicy(Qt::ClickFocus);
+    draft_->setContextMenuPolicy(Qt::NoContextMenu);
+    draft_->hide();
+    // A text that the menu pastes, or that is dropped, would be refused unseen.
+    line->setContextMenuPolicy(Qt::NoContextMenu);
+    line->setAcceptDrops(false);
+    field->installEventFilter(this);
+    line->installEventFilter(this);
+    draft_->installEventFilter(this);
+    connect(draft_, &QLineEdit::textChanged, this, &FieldAnswer::draftEdited);
+}
+
+FieldAnswer::FieldAnswer(QLineEdit* line, const EntryRange& range) : FieldAnswer(line, line, range) {
+    connect(line, &QLineEdit::textChanged, this, &FieldAnswer::fieldEdited);
+}
+
+FieldAnswer::FieldAnswer(QDoubleSpinBox* box)
+    : FieldAnswer(box, lineOf(box), {box->minimum(), box->maximum(), "%", box->decimals()}) {
+    connect(box, QOverload<double>::of(&QDoubleSpinBox::valueChanged), this, &FieldAnswer::fieldEdited);
+    connect(line_, &QLineEdit::textChanged, this, &FieldAnswer::refresh);
+}
+
+void FieldAnswer::tellIn(QLabel* note) {
+    note_ = note;
+    note->setWordWrap(true);
+    refresh();
+}
+
+void FieldAnswer::tellBelow() {
+    constexpr int gap = 2;
+    auto* const place = new QWidget(field_->parentWidget());
+    auto* const note = new QLabel(place);
+    delete field_->parentWidget()->layout()->replaceWidget(field_, place);
+    auto* const rows = new QVBoxLayout(place);
+    rows->setContentsMargins(0, 0, 0, 0);
+    rows->setSpacing(gap);
+    rows->addWidget(field_);
+    rows->addWidget(note);
+    tellIn(note);
+}
+
+void FieldAnswer::allowEmpty() {
+    mayBeEmpty_ = true;
+    refresh();
+}
+
+void FieldAnswer::keep() {
+    kept_ = line_->text();
+    refresh();
+}
+
+bool FieldAnswer::isTaken() const {
+    if (isDrafting_) {
+        return false;
+    }
+    if (field_ != line_) {
+        return line_->hasAcceptableInput();
+    }
+    const QString text = line_->text();
+    const auto figure = figureIn(text);
+    const bool isKept = text == kept_ && figure && (*figure >= range_.least || *figure > 0);
+    return isKept || (mayBeEmpty_ && text.isEmpty()) || (!refuses(text) && range_.takes(text));
+}
+
+QString FieldAnswer::shownText() const {
+    return (isDrafting_ ? draft_ : line_)->text();
+}
+
+void FieldAnswer::selectAll() {
+    (isDrafting_ ? draft_ : line_)->selectAll();
+}
+
+// --- The draft ------------------------------------------------------------------------------------
+
+/// What may still become a figure of the range, as an empty text may, is left to the field itself.
+bool FieldAnswer::refuses(const QString& text) const {
+    QString checked = text;
+    int position = checked.size();
+    const QValidator* const validator = line_->validator();
+    if (!validator) {
+        return false;
+    }
+    const auto figure = figureIn(text);
+    return checked.size() > line_->maxLength() || (field_ == line_ && figure && *figure > range_.most) ||
+           validator->validate(checked, position) == QValidator::Invalid;
+}
+
+bool FieldAnswer::eventFilter(QObject* watched, QEvent* event) {
+    const QEvent::Type type = event->type();
+    if (watched == field_ && type == QEvent::Resize) {
+        frame_->setGeometry(field_->rect());
+    }
+    if (watched == line_ && type == QEvent::Resize) {
+        draft_->setGeometry(line_->rect());
+    }
+    const bool typed = type == QEvent::KeyPress || type == QEvent::InputMethod;
+    if (!typed || line_->isReadOnly() || !line_->isEnabled()) {
+        return false;
+    }
+    return isDrafting_ ? typeInDraft(event) : watched != draft_ && isRefusedKey(event);
+}
+
+/// Tries the key in the draft, out of sight.
+bool FieldAnswer::isRefusedKey(QEvent* event) {
+    const bool isKey = event->type() == QEvent::KeyPress;
+    if (isKey ? !isTyping(static_cast<QKeyEvent*>(event))
+              : static_cast<QInputMethodEvent*>(event)->commitString().isEmpty()) {
+        return false;
+    }
+    {
+        const QScopedValueRollback<bool> trying(isOwnChange_, true);
+        draft_->setText(line_->text());
+        draft_->setCursorPosition(line_->cursorPosition());
+        if (line_->hasSelectedText()) {
+            draft_->setSelection(line_->selectionStart(), line_->selectionLength());
+        }
+        if (isKey) {
+            static_cast<QObject*>(draft_)->event(event);
+        } else {
+            draft_->insert(static_cast<QInputMethodEvent*>(event)->commitString());
+        }
+    }
+    event->accept();  // as it was before the draft got it
+    if (!refuses(draft_->text())) {
+        return false;
+    }
+    beginDraft();
+    return true;
+}
+
+/// True: the event is dealt with. A key that means nothing to a line, such as Escape, goes on to the dialog.
+bool FieldAnswer::typeInDraft(QEvent* event) {
+    const bool isHandled = static_cast<QObject*>(draft_)->event(event);
+    if (event->type() == QEvent::KeyPress && !(isHandled && event->isAccepted()) && field_->parentWidget()) {
+        QCoreApplication::sendEvent(field_->parentWidget(), event);
+    }
+    return true;
+}
+
+void FieldAnswer::beginDraft() {
+    isDrafting_ = true;
+    draft_->setGeometry(line_->rect());
+    draft_->show();
+    frame_->raise();
+    const bool hadFocus = field_->hasFocus();
+    field_->setFocusProxy(draft_);
+    if (hadFocus) {
+        draft_->setFocus(Qt::OtherFocusReason);
+    }
+    refresh();
+}
+
+void FieldAnswer::endDraft() {
+    if (!isDrafting_) {
+        return;
+    }
+    isDrafting_ = false;
+    const bool hadFocus = draft_->hasFocus();
+    field_->setFocusProxy(nullptr);
+    if (hadFocus) {
+        field_->setFocus(Qt::OtherFocusReason);
+    }
+    draft_->hide();
+    refresh();
+}
+
+void FieldAnswer::draftEdited() {
+    if (!isDrafting_ || isOwnChange_) {
+        return;
+    }
+    if (refuses(draft_->text())) {
+        refresh();
+        return;
+    }
+    const int position = draft_->cursorPosition();
+    endDraft();
+    const QScopedValueRollback<bool> writing(isOwnChange_, true);
+    line_->setText(draft_->text());
+    line_->setCursorPosition(position);
+    refresh();
+}
+
+/// A text that comes from elsewhere replaces what was typed.
+void FieldAnswer::fieldEdited() {
+    if (!isOwnChange_) {
+        endDraft();
+    }
+    refresh();
+}
+
+void FieldAnswer::refresh() {
+    const bool taken = isTaken();
+    frame_->setGeometry(field_->rect());
+    frame_->setVisible(!taken);
+    frame_->raise();
+    if (note_) {
+        const QString text = rangeText(range_);
+        note_->setText(taken ? text : QStringLiteral("▲ ") + text);
+        const QString sheet = QLatin1String(taken ? noteSheet : refusedSheet);
+        if (note_->styleSheet() != sheet) {
+            note_->setStyleSheet(sheet);
+        }
+    }
+    emit answered();
+}
+
+}  // namespace lumo

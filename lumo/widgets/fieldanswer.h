@@ -1,0 +1,76 @@
+#pragma once
+
+#include "program/entryrange.h"
+
+#include <QLineEdit>
+#include <QObject>
+
+class QAbstractSpinBox;
+class QDoubleSpinBox;
+class QKeyEvent;
+class QLabel;
+
+namespace lumo {
+
+/// What a field takes, in words: "Allowed: 1 to 199 mm/s, whole numbers".
+[[nodiscard]] QString rangeText(const prog::EntryRange& range);
+
+/// Answers what is typed into a field: a figure that is not taken gets a red frame and the allowed range, and
+/// stays to be corrected.
+///
+/// The field's own text only ever becomes what its validator takes. A key that the validator would refuse is
+/// not lost: it goes on in a draft, which lies over the field and shows what was typed, until the text can be
+/// taken or is removed. OK has to ask isTaken().
+class FieldAnswer final : public QObject {
+    Q_OBJECT
+public:
+    /// The field is the answer's parent. What stands in it now counts as taken, also above the range, as long
+    /// as it is not changed. Call it after the field has its text and its validator.
+    FieldAnswer(QLineEdit* line, const prog::EntryRange& range);
+    /// The range is that of the box.
+    explicit FieldAnswer(QDoubleSpinBox* box);
+
+    /// Says the range in a label, in red where the figure is not taken. Not owned.
+    void tellIn(QLabel* note);
+    /// The same in a label of its own, which takes a place below the field in the layout of its page.
+    void tellBelow();
+    /// An empty field is no fault.
+    void allowEmpty();
+    /// What stands in the field now is what it was before any typing.
+    void keep();
+    [[nodiscard]] bool isTaken() const;
+    /// What the operator sees in the field.
+    [[nodiscard]] QString shownText() const;
+    /// So that typing replaces what the operator sees.
+    void selectAll();
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+signals:
+    /// isTaken() or the text may have changed.
+    void answered();
+
+private:
+    FieldAnswer(QWidget* field, QLineEdit* line, const prog::EntryRange& range);
+    [[nodiscard]] bool refuses(const QString& text) const;
+    bool typeInDraft(QEvent* event);
+    bool isRefusedKey(QEvent* event);
+    void beginDraft();
+    void endDraft();
+    void draftEdited();
+    void fieldEdited();
+    void refresh();
+
+    QWidget* const field_;  ///< the line, or the spin box that it is in
+    QLineEdit* const line_;
+    QLineEdit* const draft_;  ///< over the line
+    QWidget* const frame_;    ///< over both
+    const prog::EntryRange range_;
+    QString kept_;
+    QLabel* note_ = nullptr;
+    bool mayBeEmpty_ = false;
+    bool isDrafting_ = false;
+    bool isOwnChange_ = false;
+};
+
+}  // namespace lumo
