@@ -256,7 +256,9 @@ private:
                 }
                 break;
             case Role::Set:
-                if (number < 0 || number >= limits_.sets) {
+                if (number < 0) {
+                    found_.add(Fault::NoSetChosen, path);
+                } else if (number >= limits_.sets) {
                     found_.add(Fault::NoSuchSet, path, {number + 1, limits_.sets});
                 }
                 break;

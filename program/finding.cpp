@@ -106,6 +106,8 @@ constexpr Row rows[] = {
      TEXT("axis %1 would have to turn at %2 °/s, it can turn at %3 °/s"),
      TEXT("enter a lower speed, or teach another posture")},
 
+    {Fault::NoSetChosen, Rule::Set, error, TEXT("no parameter set is chosen"),
+     TEXT("choose a parameter set")},
     {Fault::NoSuchSet, Rule::Set, error, TEXT("there is no parameter set %1 (there are %2)"),
      TEXT("choose a parameter set")},
     {Fault::OutOfRange, Rule::Range, warning, TEXT("\"%1\" is %2, outside %3 to %4"),

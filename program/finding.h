@@ -95,6 +95,7 @@ enum class Fault {
     JointLimit,    ///< mm along the move
     JointTooFast,  ///< the axis, °/s that the move asks for, °/s that it can
 
+    NoSetChosen,
     NoSuchSet,   ///< the set from 1, the number of sets
     OutOfRange,  ///< the name, the value, the least, the most
 

@@ -39,7 +39,7 @@ QJsonObject modelRecord(Settings list) {
         model[field::time] = 0;
         return model;
     }
-    QJsonObject model{{field::name, QString()}};
+    QJsonObject model{{field::name, QString()}, {field::note, QString()}};
     const QList<ModuleObject*> definitions = m(key::defaultParam)->cmobjs();
     for (const ModuleObject* definition : definitions) {
         model[definition->r(field::name)->getString()] = 0;

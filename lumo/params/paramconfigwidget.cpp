@@ -1,8 +1,13 @@
 #include "params/paramconfigwidget.h"
 
 #include "files/settingsfile.h"
+#include "module/globals.h"
 #include "params/addparamdialog.h"
 #include "params/paramvaluesdialog.h"
+#include "params/setexchange.h"
+#include "params/setuse.h"
+#include "params/timingpicture.h"
+#include "program/parameters.h"
 #include "program/words.h"
 #include "ui_paramconfigwidget.h"
 #include "undo/edit.h"
@@ -17,60 +22,171 @@ using namespace prog;
 
 namespace {
 
-constexpr int numberColumn = 0;
-constexpr int nameColumn = 1;
+enum Column {
+    NumberColumn,
+    NameColumn,
+    PowerColumn,
+    RatioColumn,
+    RampColumn,
+    GasColumn,
+    WireColumn,
+    LinesColumn,
+    NoteColumn,
+    ColumnCount
+};
 
 QString nameOf(const ModuleObject* set) {
     return set->r(field::name)->getString();
 }
 
-bool isNameTaken(const QString& name) {
-    const QList<ModuleObject*> sets = m(key::param)->cmobjs();
-    return std::any_of(sets.begin(), sets.end(),
-                       [&name](const ModuleObject* set) { return set->r(field::name)->getString() == name; });
+/// The columns of main values, and the values in each.
+constexpr struct {
+    Column column;
+    QLatin1String first, second;  ///< empty: one value alone
+} valueColumns[] = {
+    {PowerColumn, field::power, QLatin1String()},
+    {RatioColumn, field::ratio, QLatin1String()},
+    {RampColumn, "increase_time"_l1, "decrease_time"_l1},
+    {GasColumn, "delay_before_blow"_l1, "delay_after_blow"_l1},
+    {WireColumn, field::speed, QLatin1String()},
+};
+
+QString valueText(const ModuleObject* set, QLatin1String first, QLatin1String second) {
+    const QString text = set->c(first)->getString(QStringLiteral("0"));
+    return second.isEmpty() ? text
+                            : text + QStringLiteral(" / ") + set->c(second)->getString(QStringLiteral("0"));
+}
+
+bool refusedWhileRunning(const QString& title, const QString& text) {
+    if (isRunning()) {
+        showMessage(QMessageBox::Warning, title, text);
+    }
+    return isRunning();
 }
 
 }  // namespace
 
 ParamConfigWidget::ParamConfigWidget(QWidget* parent)
-    : QWidget(parent), ui_(std::make_unique<Ui::ParamConfigWidget>()) {
+    : QWidget(parent),
+      ui_(std::make_unique<Ui::ParamConfigWidget>()),
+      exchange_(new SetExchange(this)),
+      picture_(new TimingPicture(this)) {
     ui_->setupUi(this);
-    ui_->tblWgtGroup->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
-    ui_->tblWgtGroup->setTabKeyNavigation(false);
-    const QList<ModuleObject*> sets = m(key::param)->cmobjs();
-    logW() << QStringLiteral("ParamConfigWidget::ParamConfigWidget pns->cmobjs() count  = ") << sets.size();
-    for (int row = 0; row < sets.size(); ++row) {
-        showRow(row, sets[row]->r(field::name)->getString());
-    }
-    setItemTextCenter(m(key::param));
+    ui_->pictureLayout->addWidget(picture_);
+    setUpTable();
+    logW() << QStringLiteral("ParamConfigWidget::ParamConfigWidget pns->cmobjs() count  = ")
+           << m(key::param)->cmobjCount();
+    showSets();
     connect(ui_->btnAdd, &QPushButton::clicked, this, &ParamConfigWidget::askName);
     connect(ui_->btnDel, &QPushButton::clicked, this, &ParamConfigWidget::askDeletion);
     connect(ui_->btnEdit, &QPushButton::clicked, this, &ParamConfigWidget::editValues);
+    connect(ui_->btnDuplicate, &QPushButton::clicked, this, &ParamConfigWidget::duplicateSelected);
+    connect(ui_->btnUp, &QPushButton::clicked, this, [this] { moveSelected(-1); });
+    connect(ui_->btnDown, &QPushButton::clicked, this, [this] { moveSelected(+1); });
+    connect(ui_->btnImport, &QPushButton::clicked, exchange_, &SetExchange::importSets);
+    connect(ui_->btnExport, &QPushButton::clicked, this, [this] { exchange_->exportSets(selectedRow()); });
+    connect(exchange_, &SetExchange::imported, this, [this](const QList<int>& lines) {
+        showSets();
+        save();
+        emit signalparamconfigchangedProgramlist(lines);
+    });
+    connect(ui_->tblWgtGroup, &QTableWidget::itemSelectionChanged, this, &ParamConfigWidget::showPicture);
+    followTree();
 }
 
 ParamConfigWidget::~ParamConfigWidget() = default;
 
-void ParamConfigWidget::showRow(int row, const QString& name) {
-    const QSignalBlocker silence(ui_->tblWgtGroup);
-    ui_->tblWgtGroup->insertRow(row);
-    ui_->tblWgtGroup->setCellWidget(row, numberColumn, new QLabel(QString::number(row + 1)));
-    ui_->tblWgtGroup->setItem(row, nameColumn, new QTableWidgetItem(name));
+void ParamConfigWidget::setUpTable() {
+    QTableWidget* const table = ui_->tblWgtGroup;
+    const QString headings[] = {
+        tr("功率\n%"), tr("占空比\n%"), tr("缓升 / 缓降\nms"), tr("吹气 前 / 后\nms"), tr("送丝\n%"),
+        tr("使用行"),  tr("备注")};
+    table->setColumnCount(ColumnCount);
+    for (int column = PowerColumn; column < ColumnCount; ++column) {
+        table->setHorizontalHeaderItem(column, new QTableWidgetItem(headings[column - PowerColumn]));
+    }
+    table->setTabKeyNavigation(false);
+    table->setWordWrap(false);
+    QHeaderView* const header = table->horizontalHeader();
+    header->setSectionResizeMode(QHeaderView::ResizeToContents);
+    header->setSectionResizeMode(NameColumn, QHeaderView::Stretch);
+    header->setSectionResizeMode(NoteColumn, QHeaderView::Stretch);
 }
 
-void ParamConfigWidget::renumber() {
-    for (int row = 0; row < ui_->tblWgtGroup->rowCount(); ++row) {
-        auto* label = qobject_cast<QLabel*>(ui_->tblWgtGroup->cellWidget(row, numberColumn));
-        label->setText(QString::number(row + 1));
+/// What changes the list elsewhere, as undoing does, is shown when it is complete.
+void ParamConfigWidget::followTree() {
+    const ModuleObject* const sets = m(key::param);
+    const auto later = [this] {
+        QMetaObject::invokeMethod(this, &ParamConfigWidget::showSets, Qt::QueuedConnection);
+    };
+    connect(sets, &ModuleObject::changed, this, later);
+    connect(sets, &ModuleObject::added, this, later);
+    connect(sets, &ModuleObject::removed, this, later);
+}
+
+void ParamConfigWidget::showSets() {
+    QTableWidget* const table = ui_->tblWgtGroup;
+    {
+        const QSignalBlocker silence(table);
+        const QList<ModuleObject*> sets = m(key::param)->cmobjs();
+        while (table->rowCount() > sets.size()) {
+            table->removeRow(table->rowCount() - 1);
+        }
+        while (table->rowCount() < sets.size()) {
+            addRow();
+        }
+        for (int row = 0; row < sets.size(); ++row) {
+            showRow(row, sets[row]);
+        }
+        setItemTextCenter(m(key::param));
     }
+    showPicture();
+}
+
+void ParamConfigWidget::addRow() {
+    QTableWidget* const table = ui_->tblWgtGroup;
+    const int row = table->rowCount();
+    table->insertRow(row);
+    table->setCellWidget(row, NumberColumn, new QLabel(QString::number(row + 1)));
+    for (int column = NameColumn; column < ColumnCount; ++column) {
+        auto* const item = new QTableWidgetItem;
+        if (column != NameColumn && column != NoteColumn) {
+            item->setFlags(item->flags() & ~Qt::ItemIsEditable);
+            item->setTextAlignment(Qt::AlignCenter);
+        }
+        table->setItem(row, column, item);
+    }
+}
+
+void ParamConfigWidget::showRow(int row, const ModuleObject* set) {
+    const auto show = [this, row](Column column, const QString& text) {
+        QTableWidgetItem* const item = ui_->tblWgtGroup->item(row, column);
+        if (item->text() != text) {
+            item->setText(text);
+        }
+        item->setToolTip(text);
+    };
+    show(NameColumn, set->c(field::name)->getString());
+    for (const auto& shown : valueColumns) {
+        show(shown.column, valueText(set, shown.first, shown.second));
+    }
+    show(LinesColumn, lineNumbers(linesUsing(row)));
+    show(NoteColumn, set->c(field::note)->getString());
+}
+
+void ParamConfigWidget::showPicture() {
+    const int row = selectedRow();
+    const ModuleObject* const set = m(key::param)->c(row);
+    picture_->showSet(row < 0 || set->isNull() ? std::nullopt : std::make_optional(LaserParams::from(set)));
 }
 
 void ParamConfigWidget::setItemTextCenter(ModuleObject* list) {
     const QSignalBlocker silence(ui_->tblWgtGroup);
     const int rows = qMin(list->cmobjCount(), ui_->tblWgtGroup->rowCount());
     for (int row = 0; row < rows; ++row) {
-        auto* label = qobject_cast<QLabel*>(ui_->tblWgtGroup->cellWidget(row, numberColumn));
+        auto* label = qobject_cast<QLabel*>(ui_->tblWgtGroup->cellWidget(row, NumberColumn));
         label->setAlignment(Qt::AlignCenter);
-        ui_->tblWgtGroup->item(row, nameColumn)->setTextAlignment(Qt::AlignCenter);
+        ui_->tblWgtGroup->item(row, NameColumn)->setTextAlignment(Qt::AlignCenter);
     }
 }
 
@@ -85,18 +201,28 @@ void ParamConfigWidget::save() {
 
 void ParamConfigWidget::on_tblWgtGroup_itemChanged(QTableWidgetItem* item) {
     const int row = item->row();
+    item->setToolTip(item->text());
+    if (item->column() == NoteColumn) {
+        storeNote(row, item->text());
+        return;
+    }
     const Edit edit(EditedList::Params, steptext::setRenamed(nameOf(m(key::param)->c(row)), item->text()));
     m(key::param)->c(row)->set(this, field::name, item->text());
     save();
     changedLines_.clear();
-    const QList<ModuleObject*> lines = m(key::program)->cmobjs();
-    for (int line = 0; line < lines.size(); ++line) {
-        if (lines[line]->r(field::type)->getString() == statement::open &&
-            lines[line]->r(field::index)->getInt() == row) {
+    for (const int line : linesUsing(row)) {
+        if (m(key::program)->c(line)->c(field::type)->getString() == statement::open) {
             changedLines_.append(line);
         }
     }
     emit signalparamconfigchangedProgramlist(changedLines_);
+}
+
+void ParamConfigWidget::storeNote(int row, const QString& note) {
+    ModuleObject* const set = m(key::param)->c(row);
+    const Edit edit(EditedList::Params, steptext::setEdited(nameOf(set)));
+    set->set(this, field::note, note);
+    save();
 }
 
 void ParamConfigWidget::askName() {
@@ -120,7 +246,7 @@ void ParamConfigWidget::nameAnswered(bool ok) {
     }
     if (name.isEmpty()) {
         showMessage(QMessageBox::NoIcon, QString(), tr("请输入参数名称"));
-    } else if (isNameTaken(name)) {
+    } else if (isSetName(name)) {
         showMessage(QMessageBox::Warning, tr("提示"), tr("该参数名称已存在"));
     } else {
         addSet(name);
@@ -136,8 +262,40 @@ void ParamConfigWidget::addSet(const QString& name) {
         set->set(this, definition->r(field::name)->getString(), definition->r(field::value)->value());
     }
     m(key::param)->insert(this, set);
-    showRow(ui_->tblWgtGroup->rowCount(), name);
-    setItemTextCenter(m(key::param));
+    showSets();
+    save();
+}
+
+/// Behind all others, so that no line has to follow.
+void ParamConfigWidget::duplicateSelected() {
+    const int row = selectedRow();
+    if (row < 0) {
+        showMessage(QMessageBox::Warning, tr("提示"), tr("请先选中行"));
+        return;
+    }
+    const Edit edit(EditedList::Params, steptext::setAdded(freeSetName(nameOf(m(key::param)->c(row)))));
+    duplicateSet(this, row);
+    showSets();
+    ui_->tblWgtGroup->selectRow(ui_->tblWgtGroup->rowCount() - 1);
+    save();
+}
+
+/// The lines of the program follow. A run looks its sets up by their places.
+void ParamConfigWidget::moveSelected(int by) {
+    const int from = selectedRow();
+    const int to = from + by;
+    if (from < 0) {
+        showMessage(QMessageBox::Warning, tr("提示"), tr("请先选中行"));
+        return;
+    }
+    if (to < 0 || to >= ui_->tblWgtGroup->rowCount() ||
+        refusedWhileRunning(tr("运行错误"), tr("当前不是空闲状态"))) {
+        return;
+    }
+    const Edit edit(EditedList::Params, steptext::setMoved(nameOf(m(key::param)->c(from))));
+    emit setsMoved(moveSet(this, from, to));
+    showSets();
+    ui_->tblWgtGroup->selectRow(to);
     save();
 }
 
@@ -153,6 +311,7 @@ void ParamConfigWidget::askDeletion() {
     box->button(QMessageBox::Yes)->setText(tr("是"));
     box->button(QMessageBox::No)->setText(tr("否"));
     box->setDefaultButton(QMessageBox::No);
+    box->setInformativeText(deletionText(row));
     box->setAttribute(Qt::WA_DeleteOnClose);
     const QPointer<ModuleObject> set(m(key::param)->c(row));
     connect(box, &QDialog::finished, this, [this, set](int button) {
@@ -163,16 +322,24 @@ void ParamConfigWidget::askDeletion() {
     box->open();
 }
 
+/// What becomes of the lines that use the set.
+QString ParamConfigWidget::deletionText(int set) {
+    const QString lines = lineNumbers(linesUsing(set));
+    const QString others = tr("其他工程按序号使用参数组，不会随之改变，请检查。");
+    return lines.isEmpty()
+               ? others
+               : tr("第 %1 行使用这组参数，删除后须为其另选参数。").arg(lines) + QLatin1Char('\n') + others;
+}
+
 void ParamConfigWidget::deleteSet(ModuleObject* set) {
     const int row = set->indexInPmobj();
-    if (set->pmobj() != m(key::param) || row >= ui_->tblWgtGroup->rowCount()) {
+    if (set->pmobj() != m(key::param) || refusedWhileRunning(tr("运行错误"), tr("当前不是空闲状态"))) {
         return;
     }
     const Edit edit(EditedList::Params, steptext::setDeleted(nameOf(set)));
-    ui_->tblWgtGroup->removeRow(row);
-    renumber();
-    m(key::param)->remove(this, mIndex(row, QString()));
-    setItemTextCenter(m(key::param));
+    emit setsMoved(removeSet(this, row));
+    showSets();
+    ui_->tblWgtGroup->clearSelection();
     save();
 }
 
@@ -199,6 +366,7 @@ void ParamConfigWidget::valuesAnswered(bool ok) {
     if (ok) {
         const Edit edit(EditedList::Params, steptext::setEdited(valuesDialog_->setName()));
         valuesDialog_->save();
+        showSets();
         save();
         emit signalparamconfigchangedProgramlist(changedLines_);
     }

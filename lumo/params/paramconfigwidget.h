@@ -4,6 +4,7 @@
 
 #include <QList>
 #include <QPointer>
+#include <QVector>
 #include <QWidget>
 
 #include <memory>
@@ -15,9 +16,13 @@ class QTableWidgetItem;
 namespace Ui {
 class ParamConfigWidget;
 }
+namespace lumo {
+class SetExchange;
+class TimingPicture;
+}  // namespace lumo
 
-/// The page of the parameter sets: the operator adds, renames, edits and deletes sets, and each change is
-/// saved.
+/// The page of the parameter sets: the operator adds, copies, renames, edits, moves and deletes sets, takes
+/// them out to a file and in from one, and sees what the selected one does over time. Each change is saved.
 class ParamConfigWidget final : public QWidget {
     Q_OBJECT
 public:
@@ -33,18 +38,29 @@ public:
 signals:
     /// Lines of the program that show a changed value.
     void signalparamconfigchangedProgramlist(QList<int> lines);
+    /// Sets have other places; the lines of the program have followed. -1 is the place of one that was
+    /// deleted.
+    void setsMoved(const QVector<int>& places);
 
 private slots:
     void on_tblWgtGroup_itemChanged(QTableWidgetItem* item);
 
 private:
-    void showRow(int row, const QString& name);
-    void renumber();
+    void setUpTable();
+    void followTree();
+    void showSets();
+    void addRow();
+    void showRow(int row, const ModuleObject* set);
+    void showPicture();
     int selectedRow() const;
+    void storeNote(int row, const QString& note);
     void askName();
     void nameAnswered(bool ok);
     void addSet(const QString& name);
+    void duplicateSelected();
+    void moveSelected(int by);
     void askDeletion();
+    static QString deletionText(int set);
     void deleteSet(ModuleObject* set);
     void editValues();
     void valuesAnswered(bool ok);
@@ -53,4 +69,6 @@ private:
     QPointer<AddParamDialog> nameDialog_;
     QPointer<ParamValuesDialog> valuesDialog_;
     QList<int> changedLines_;
+    lumo::SetExchange* const exchange_;
+    lumo::TimingPicture* const picture_;
 };

@@ -69,6 +69,14 @@ QString setEdited(const QString& name) {
     return Text::tr("编辑参数 %1").arg(name);
 }
 
+QString setMoved(const QString& name) {
+    return Text::tr("移动参数 %1").arg(name);
+}
+
+QString setsImported(int count) {
+    return Text::tr("导入参数（%1 组）").arg(count);
+}
+
 QString portsChanged() {
     return Text::tr("端口配置");
 }

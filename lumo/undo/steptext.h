@@ -20,6 +20,8 @@ namespace lumo::steptext {
 [[nodiscard]] QString setDeleted(const QString& name);
 [[nodiscard]] QString setRenamed(const QString& from, const QString& to);
 [[nodiscard]] QString setEdited(const QString& name);
+[[nodiscard]] QString setMoved(const QString& name);
+[[nodiscard]] QString setsImported(int count);
 [[nodiscard]] QString portsChanged();
 [[nodiscard]] QString stationAdded(const QString& name);
 [[nodiscard]] QString stationDeleted(const QString& name);

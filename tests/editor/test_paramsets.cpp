@@ -1,6 +1,8 @@
 #include "editorfixture.h"
 #include "params/paramconfigwidget.h"
 
+#include <QFileDialog>
+
 /// The page of the parameter sets: the list, its file, its reports, and the values of a set.
 class TestParamSets : public EditorTest {
     Q_OBJECT
@@ -82,6 +84,94 @@ private slots:
         QCOMPARE(contentOf("lumo_param.json").simplified(), "{ }");
     }
 
+    /// Lines of a deleted set have none, and never another one; nothing moves during a run.
+    void movedAndDeletedSets_areFollowedByTheirLines() {
+        const std::tuple<const char*, int, bool, QString, QString> cases[] = {
+            {"btnUp", 1, true, "B A", "1 0 1 9 -1"},
+            {"btnUp", 0, true, "A B", "0 1 0 9 -1"},
+            {"btnDown", 0, true, "B A", "1 0 1 9 -1"},
+            {"btnDown", 1, true, "A B", "0 1 0 9 -1"},
+            {"btnDuplicate", 0, true, "A B A (2)", "0 1 0 9 -1"},
+            {"btnDel", 0, true, "B", "-1 0 -1 9 -1"},
+            {"btnDel", 1, true, "A", "0 -1 0 9 -1"},
+            {"btnDel", 0, false, "A B", "0 1 0 9 -1"}};
+        for (const auto& [press_, row, ok, left, lines] : cases) {
+            init();
+            load("open 0; param 1; open 0; open 9; open -1");
+            m("lumo.cur_param")->setValue(this, 0);
+            press(press_, row);
+            if (QByteArray(press_) == "btnDel") {
+                const QString told = shown<QMessageBox>()->informativeText();
+                QVERIFY(told.contains(row == 0 ? "1, 3" : "2"));
+                answerBox(ok);
+            }
+            bench.time.settle();
+            QCOMPARE(columnOf(table(), 1).join(' '), left);
+            QCOMPARE(values("name", sets()), left);
+            QCOMPARE(values("index"), lines);
+            QCOMPARE(m("lumo.cur_param")->getString(), lines.section(' ', 0, 0));
+            QCOMPARE(table()->item(0, 7)->text(), left.startsWith('B') ? "2" : "1, 3");
+        }
+        init();
+        load("delay 1000; open 1");
+        bench.robot.setPower("on");
+        m("lumo.execute.trigger.start")->setValue(this, 0);
+        press("btnUp", 1);
+        QCOMPARE(boxes(), QStringList{"当前不是空闲状态"});
+        closeBoxes();
+        press("btnDel", 0);
+        answerBox(true);
+        QCOMPARE(boxes(), QStringList{"当前不是空闲状态"});
+        QCOMPARE(values("index") + values("name", sets()), "1A B");
+    }
+
+    void files_comeInOnlyWhole_andClashesAreAsked() {
+        const std::tuple<QByteArray, const char*, const char*, QString> cases[] = {
+            {"no json", "文件无法读取", nullptr, "A B"},
+            {"{}", "文件中没有参数组", nullptr, "A B"},
+            {"[{'name':'C'},{'name':''}]", "第 2 组参数没有名称", nullptr, "A B"},
+            {"[{'name':'C','power':'a lot'}]", "C: ", nullptr, "A B"},
+            {"[{'name':'C','power':150%}]", "仍要导入", "取消", "A B"},
+            {"[{'name':'C','power':150%}]", "仍要导入", "导入", "A B C"},
+            {"[{'name':'C'%},{'name':'C'%}]", "已导入 2 组", nullptr, "A B C C (2)"},
+            {"[{'name':'B','power':70%}]", "同名的参数组：B", "取消", "A B"},
+            {"[{'name':'B','power':70,'note':'thin'%}]", "同名的参数组：B", "替换其数值", "A B"},
+            {"[{'name':'B','power':70,'strange':1%}]", "同名的参数组：B", "两者都保留", "A B B (2)"},
+        };
+        QByteArray rest;
+        for (const ModuleObject* definition : m("lumo.default.param")->cmobjs()) {
+            if (definition->c("name")->getString() != "power") {
+                rest += ",'" + definition->c("name")->getString().toUtf8() + "':1";
+            }
+        }
+        for (const auto& [content, said, answer, left] : cases) {
+            init();
+            load("open 1 laserPower=50; open 0");
+            const QByteArray with = content.contains("power") ? rest : rest + ",'power':1";
+            writeFile("sets.json", quoted(QByteArray(content).replace("%", with)));
+            press("btnImport");
+            auto* const files = shown<QFileDialog>();
+            files->selectFile("sets.json");
+            static_cast<QDialog*>(files)->accept();
+            bench.time.settle();
+            QVERIFY2(boxes().join("").contains(said), said);
+            if (answer) {
+                for (auto* const button : shown<QMessageBox>()->buttons()) {
+                    if (button->text() == answer) {
+                        click(button);
+                        break;
+                    }
+                }
+                bench.time.settle();
+            }
+            const bool replaced = QString(answer) == "替换其数值";
+            QCOMPARE(names(replaced || left != "A B"), left);
+            QCOMPARE(values("power", sets()).section(' ', 1, 1), replaced ? "70" : "50");
+            QCOMPARE(line(0)->c("laserPower")->getString(), replaced ? "70" : "50");
+            closeBoxes();
+        }
+    }
+
     void editedValues_reachFileAndStartsOfWeldingOnceAgreed() {
         const std::tuple<int, const char*, QString, QString, QString, bool> cases[] = {
             {0, "60", "power", "1 60 1 1 60", "1 1 1 1 1", true},
@@ -110,7 +200,7 @@ private slots:
         press("btnEdit", 0);
         const std::tuple<int, const char*, const char*> cases[] = {
             {0, "100", "100"},    {2, "101", "10"},    {11, "101", "10"},   {0, "007", "0"},
-            {1, "-7.5", "75"},    {3, "5000", "5000"}, {10, "5001", "500"}, {12, "4999", "4999"},
+            {1, "-7.5", ""},      {3, "5000", "5000"}, {10, "5001", "500"}, {12, "4999", "4999"},
             {14, "60000", "600"}, {0, "99", "99"}};
         for (const auto& [row, typed, taken] : cases) {
             typeIn(value(row), typed);

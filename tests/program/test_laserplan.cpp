@@ -1,4 +1,4 @@
-#include "program/laserplan.h"
+#include "program/lasertiming.h"
 #include "support/suite.h"
 #include "support/text.h"
 
@@ -44,7 +44,7 @@ QStringList toText(const LaserPlan& plan) {
     return lines;
 }
 
-LaserParams paramsOf(const char* set) {
+LaserParams paramsOf(const QByteArray& set) {
     return LaserParams::from(test::node(set).get());
 }
 
@@ -55,6 +55,39 @@ class TestLaserPlan : public QObject {
     Q_OBJECT
 
 private slots:
+    /// Each time ends where its output changes, whatever the other times are.
+    void timing_showsEachTimeWhereItEnds() {
+        const QByteArray fields[] = {"increase_time",  "decrease_time",     "stay_time",
+                                     "close_delay",    "delay_before_blow", "delay_after_blow",
+                                     "move_wire_time", "stop_wire_time",    "give_wire_time"};
+        for (int seed = 1; seed < 40; ++seed) {
+            QByteArray set =
+                "{'power':70,'open_time':30,'open_interval':" + QByteArray::number(seed % 2 * 40);
+            for (int i = 0; i < 9; ++i) {
+                set += ",'" + fields[i] + "':" + QByteArray::number(seed * (i + 3) * 37 % 500 + i % 3);
+            }
+            const LaserParams params = paramsOf(set + "}");
+            const LaserTiming timing = laserTiming(params);
+            QVERIFY(timing.opening.ms >= durationMs(openingPlan(params, 20)));
+            QVERIFY(timing.closing.ms >= durationMs(closingPlan(params, 20, Closing::Awaited)));
+            for (const TimingPart* part : {&timing.opening, &timing.closing}) {
+                for (const TimingSpan& span : part->spans) {
+                    const auto changes = [&span](const TimingLane& lane) {
+                        return std::any_of(lane.steps.begin(), lane.steps.end(),
+                                           [&span](const auto& step) { return step.first == span.toMs; });
+                    };
+                    QVERIFY2(span.field == QLatin1String("stay_time") || span.toMs <= part->ms, set);
+                    // Where the wire is not fed again, nothing happens at that time.
+                    const bool isSeen = span.field != QLatin1String("stay_time") &&
+                                        span.field != QLatin1String("close_delay") &&
+                                        span.field != QLatin1String("stop_wire_time");
+                    QVERIFY2(!isSeen || std::any_of(part->lanes.begin(), part->lanes.end(), changes),
+                             span.field.data());
+                }
+            }
+        }
+    }
+
     void opening_isGasThenLaserThenRampAndWire() {
         const LaserParams params = paramsOf(
             "{'power':50,'frequency':40,'ratio':30,'increase_time':50,'stay_time':100,'delay_before_blow':"

@@ -46,8 +46,9 @@ QJsonObject kindSchema(FieldKind kind) {
         case FieldKind::Entry:
             return reference("numberOrText");
         case FieldKind::Whole:
-        case FieldKind::Set:
             return {{"type", "integer"}, {"minimum", 0}};
+        case FieldKind::Set:
+            return {{"type", "integer"}, {"minimum", -1}};
         case FieldKind::Count:
             return {{"type", QJsonArray{"integer", "string"}}, {"minimum", 0}, {"pattern", "^[0-9]*$"}};
         case FieldKind::State:
@@ -142,7 +143,8 @@ QJsonObject project() {
 }
 
 QJsonObject parameterSets() {
-    QJsonObject values{{prog::field::name, QJsonObject{{"type", "string"}}}};
+    QJsonObject values{{prog::field::name, QJsonObject{{"type", "string"}}},
+                       {prog::field::note, QJsonObject{{"type", "string"}, {"description", "remark"}}}};
     for (const prog::ParameterRow& row : prog::parameterRows()) {
         const QString unit = row.isPercentage() ? QStringLiteral("%") : QStringLiteral("ms");
         values[row.name] = QJsonObject{

@@ -268,6 +268,10 @@
         <translation>请输入较低的速度，或用另一种姿态更新点位</translation>
     </message>
     <message>
+        <source>no parameter set is chosen</source>
+        <translation>未选择参数组</translation>
+    </message>
+    <message>
         <source>there is no parameter set %1 (there are %2)</source>
         <translation>没有第 %1 组参数（共 %2 组）</translation>
     </message>

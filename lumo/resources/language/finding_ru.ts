@@ -268,6 +268,10 @@
         <translation>введите меньшую скорость или обновите точку в другом положении осей</translation>
     </message>
     <message>
+        <source>no parameter set is chosen</source>
+        <translation>набор параметров не выбран</translation>
+    </message>
+    <message>
         <source>there is no parameter set %1 (there are %2)</source>
         <translation>набора параметров %1 нет (всего %2)</translation>
     </message>

@@ -78,6 +78,80 @@
         <source>请先选中行</source>
         <translation>Please select a row.</translation>
     </message>
+    <message>
+        <source>复制</source>
+        <translation>Duplicate</translation>
+    </message>
+    <message>
+        <source>上移</source>
+        <translation>Up</translation>
+    </message>
+    <message>
+        <source>下移</source>
+        <translation>Down</translation>
+    </message>
+    <message>
+        <source>导入</source>
+        <translation>Import</translation>
+    </message>
+    <message>
+        <source>导出</source>
+        <translation>Export</translation>
+    </message>
+    <message>
+        <source>功率
+%</source>
+        <translation>Power
+%</translation>
+    </message>
+    <message>
+        <source>占空比
+%</source>
+        <translation>Duty
+%</translation>
+    </message>
+    <message>
+        <source>缓升 / 缓降
+ms</source>
+        <translation>Ramp up / down
+ms</translation>
+    </message>
+    <message>
+        <source>吹气 前 / 后
+ms</source>
+        <translation>Gas before / after
+ms</translation>
+    </message>
+    <message>
+        <source>送丝
+%</source>
+        <translation>Wire
+%</translation>
+    </message>
+    <message>
+        <source>使用行</source>
+        <translation>Lines</translation>
+    </message>
+    <message>
+        <source>备注</source>
+        <translation>Remark</translation>
+    </message>
+    <message>
+        <source>运行错误</source>
+        <translation>Running Error</translation>
+    </message>
+    <message>
+        <source>当前不是空闲状态</source>
+        <translation>Robot is not idle</translation>
+    </message>
+    <message>
+        <source>其他工程按序号使用参数组，不会随之改变，请检查。</source>
+        <translation>Other projects use sets by their numbers and do not follow: check them.</translation>
+    </message>
+    <message>
+        <source>第 %1 行使用这组参数，删除后须为其另选参数。</source>
+        <translation>Lines %1 use this set. They will have none then: choose another set for them.</translation>
+    </message>
 </context>
 <context>
     <name>ParamValuesDialog</name>
@@ -124,6 +198,104 @@
     <message>
         <source>取消</source>
         <translation>Cancel</translation>
+    </message>
+</context>
+<context>
+    <name>lumo::SetExchange</name>
+    <message>
+        <source>没有可导出的参数组。</source>
+        <translation>There are no sets to export.</translation>
+    </message>
+    <message>
+        <source>导出参数</source>
+        <translation>Export Sets</translation>
+    </message>
+    <message>
+        <source>保存</source>
+        <translation>Save</translation>
+    </message>
+    <message>
+        <source>参数</source>
+        <translation>parameters</translation>
+    </message>
+    <message>
+        <source>%1 是本程序自己的文件，请换一个名称。</source>
+        <translation>%1 is a file of the program itself. Choose another name.</translation>
+    </message>
+    <message>
+        <source>提示</source>
+        <translation>Tips</translation>
+    </message>
+    <message>
+        <source>文件 %1 已存在，是否覆盖？</source>
+        <translation>The file %1 exists. Overwrite it?</translation>
+    </message>
+    <message>
+        <source>覆盖</source>
+        <translation>Overwrite</translation>
+    </message>
+    <message>
+        <source>取消</source>
+        <translation>Cancel</translation>
+    </message>
+    <message>
+        <source>已导出 %1 组参数到 %2。</source>
+        <translation>Sets exported to %2: %1.</translation>
+    </message>
+    <message>
+        <source>无法写入文件：%1</source>
+        <translation>The file cannot be written: %1</translation>
+    </message>
+    <message>
+        <source>导入参数</source>
+        <translation>Import Sets</translation>
+    </message>
+    <message>
+        <source>导入</source>
+        <translation>Import</translation>
+    </message>
+    <message>
+        <source>没有导入 %1：</source>
+        <translation>%1 was not imported:</translation>
+    </message>
+    <message>
+        <source>文件无法读取。</source>
+        <translation>The file cannot be read.</translation>
+    </message>
+    <message>
+        <source>文件中没有参数组。</source>
+        <translation>There are no parameter sets in the file.</translation>
+    </message>
+    <message>
+        <source>第 %1 组参数没有名称。</source>
+        <translation>Set %1 has no name.</translation>
+    </message>
+    <message>
+        <source>仍要导入？</source>
+        <translation>Import nevertheless?</translation>
+    </message>
+    <message>
+        <source>已有同名的参数组：%1</source>
+        <translation>Sets of these names exist: %1</translation>
+    </message>
+    <message>
+        <source>替换其数值</source>
+        <translation>Replace their values</translation>
+    </message>
+    <message>
+        <source>两者都保留</source>
+        <translation>Keep both</translation>
+    </message>
+    <message>
+        <source>已导入 %1 组参数。</source>
+        <translation>Sets imported: %1.</translation>
+    </message>
+</context>
+<context>
+    <name>lumo::TimingPicture</name>
+    <message>
+        <source>选中一组参数，这里显示其时序。</source>
+        <translation>Select a set to see what it does over time.</translation>
     </message>
 </context>
 </TS>

@@ -78,6 +78,80 @@
         <source>请先选中行</source>
         <translation>Сначала выберите строку.</translation>
     </message>
+    <message>
+        <source>复制</source>
+        <translation>Дублировать</translation>
+    </message>
+    <message>
+        <source>上移</source>
+        <translation>Вверх</translation>
+    </message>
+    <message>
+        <source>下移</source>
+        <translation>Вниз</translation>
+    </message>
+    <message>
+        <source>导入</source>
+        <translation>Импорт</translation>
+    </message>
+    <message>
+        <source>导出</source>
+        <translation>Экспорт</translation>
+    </message>
+    <message>
+        <source>功率
+%</source>
+        <translation>Мощность
+%</translation>
+    </message>
+    <message>
+        <source>占空比
+%</source>
+        <translation>Скважность
+%</translation>
+    </message>
+    <message>
+        <source>缓升 / 缓降
+ms</source>
+        <translation>Рост / спад
+мс</translation>
+    </message>
+    <message>
+        <source>吹气 前 / 后
+ms</source>
+        <translation>Газ до / после
+мс</translation>
+    </message>
+    <message>
+        <source>送丝
+%</source>
+        <translation>Проволока
+%</translation>
+    </message>
+    <message>
+        <source>使用行</source>
+        <translation>Строки</translation>
+    </message>
+    <message>
+        <source>备注</source>
+        <translation>Примечание</translation>
+    </message>
+    <message>
+        <source>运行错误</source>
+        <translation>Ошибка выполнения</translation>
+    </message>
+    <message>
+        <source>当前不是空闲状态</source>
+        <translation>Робот занят</translation>
+    </message>
+    <message>
+        <source>其他工程按序号使用参数组，不会随之改变，请检查。</source>
+        <translation>Другие проекты используют наборы по номерам и не изменятся: проверьте их.</translation>
+    </message>
+    <message>
+        <source>第 %1 行使用这组参数，删除后须为其另选参数。</source>
+        <translation>Строки %1 используют этот набор. После удаления выберите для них другой.</translation>
+    </message>
 </context>
 <context>
     <name>ParamValuesDialog</name>
@@ -124,6 +198,104 @@
     <message>
         <source>取消</source>
         <translation>Отмена</translation>
+    </message>
+</context>
+<context>
+    <name>lumo::SetExchange</name>
+    <message>
+        <source>没有可导出的参数组。</source>
+        <translation>Нет наборов для экспорта.</translation>
+    </message>
+    <message>
+        <source>导出参数</source>
+        <translation>Экспорт наборов</translation>
+    </message>
+    <message>
+        <source>保存</source>
+        <translation>Сохранить</translation>
+    </message>
+    <message>
+        <source>参数</source>
+        <translation>параметры</translation>
+    </message>
+    <message>
+        <source>%1 是本程序自己的文件，请换一个名称。</source>
+        <translation>%1 — собственный файл программы. Выберите другое имя.</translation>
+    </message>
+    <message>
+        <source>提示</source>
+        <translation>Сообщение</translation>
+    </message>
+    <message>
+        <source>文件 %1 已存在，是否覆盖？</source>
+        <translation>Файл %1 существует. Перезаписать его?</translation>
+    </message>
+    <message>
+        <source>覆盖</source>
+        <translation>Перезаписать</translation>
+    </message>
+    <message>
+        <source>取消</source>
+        <translation>Отмена</translation>
+    </message>
+    <message>
+        <source>已导出 %1 组参数到 %2。</source>
+        <translation>Экспортировано наборов в %2: %1.</translation>
+    </message>
+    <message>
+        <source>无法写入文件：%1</source>
+        <translation>Не удалось записать файл: %1</translation>
+    </message>
+    <message>
+        <source>导入参数</source>
+        <translation>Импорт наборов</translation>
+    </message>
+    <message>
+        <source>导入</source>
+        <translation>Импортировать</translation>
+    </message>
+    <message>
+        <source>没有导入 %1：</source>
+        <translation>%1 не импортирован:</translation>
+    </message>
+    <message>
+        <source>文件无法读取。</source>
+        <translation>Файл не читается.</translation>
+    </message>
+    <message>
+        <source>文件中没有参数组。</source>
+        <translation>В файле нет наборов параметров.</translation>
+    </message>
+    <message>
+        <source>第 %1 组参数没有名称。</source>
+        <translation>У набора %1 нет имени.</translation>
+    </message>
+    <message>
+        <source>仍要导入？</source>
+        <translation>Всё равно импортировать?</translation>
+    </message>
+    <message>
+        <source>已有同名的参数组：%1</source>
+        <translation>Наборы с такими именами уже есть: %1</translation>
+    </message>
+    <message>
+        <source>替换其数值</source>
+        <translation>Заменить значения</translation>
+    </message>
+    <message>
+        <source>两者都保留</source>
+        <translation>Оставить оба</translation>
+    </message>
+    <message>
+        <source>已导入 %1 组参数。</source>
+        <translation>Импортировано наборов: %1.</translation>
+    </message>
+</context>
+<context>
+    <name>lumo::TimingPicture</name>
+    <message>
+        <source>选中一组参数，这里显示其时序。</source>
+        <translation>Выберите набор, чтобы увидеть его работу во времени.</translation>
     </message>
 </context>
 </TS>

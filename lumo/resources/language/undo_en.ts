@@ -129,5 +129,13 @@
         <source>编辑工位 %1</source>
         <translation>Edit station %1</translation>
     </message>
+    <message>
+        <source>移动参数 %1</source>
+        <translation>Move parameter set %1</translation>
+    </message>
+    <message>
+        <source>导入参数（%1 组）</source>
+        <translation>Import parameter sets (%1)</translation>
+    </message>
 </context>
 </TS>

@@ -129,5 +129,13 @@
         <source>编辑工位 %1</source>
         <translation>Правка поста %1</translation>
     </message>
+    <message>
+        <source>移动参数 %1</source>
+        <translation>Переместить набор параметров %1</translation>
+    </message>
+    <message>
+        <source>导入参数（%1 组）</source>
+        <translation>Импортировать наборы параметров (%1)</translation>
+    </message>
 </context>
 </TS>

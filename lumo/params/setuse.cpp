@@ -1,0 +1,145 @@
+#include "params/setuse.h"
+
+#include "program/words.h"
+#include "undo/edit.h"
+
+#include <QStringList>
+
+#include <algorithm>
+#include <memory>
+
+using namespace prog;
+
+namespace lumo {
+
+namespace {
+
+constexpr int noSet = -1;
+
+bool usesSets(const ModuleObject* statement) {
+    const QString type = statement->c(field::type)->getString();
+    return type == statement::open || type == statement::param;
+}
+
+/// Every set where it is.
+SetPlaces presentPlaces() {
+    SetPlaces places;
+    for (int set = 0; set < m(key::param)->cmobjCount(); ++set) {
+        places.append(set);
+    }
+    return places;
+}
+
+void followAll(QObject* sender, const SetPlaces& places) {
+    const QList<ModuleObject*> lines = m(key::program)->cmobjs();
+    for (ModuleObject* line : lines) {
+        followSet(sender, line, places);
+    }
+    const int inForce = m(key::curParam)->getInt(noSet);
+    if (inForce >= 0 && inForce < places.size() && places[inForce] != inForce) {
+        m(key::curParam)->setValue(sender, places[inForce]);
+    }
+}
+
+}  // namespace
+
+QList<int> linesUsing(int set) {
+    QList<int> used;
+    const QList<ModuleObject*> lines = m(key::program)->cmobjs();
+    for (int line = 0; line < lines.size(); ++line) {
+        if (usesSets(lines[line]) && lines[line]->c(field::index)->getInt() == set) {
+            used.append(line);
+        }
+    }
+    return used;
+}
+
+QString lineNumbers(const QList<int>& lines) {
+    QStringList numbers;
+    for (const int line : lines) {
+        numbers.append(QString::number(line + 1));
+    }
+    return numbers.join(QStringLiteral(", "));
+}
+
+bool followSet(QObject* sender, ModuleObject* statement, const SetPlaces& places) {
+    const int set = statement->c(field::index)->getInt();
+    if (!usesSets(statement) || set < 0 || set >= places.size() || places[set] == set) {
+        return false;
+    }
+    Edit::touch(statement);
+    statement->set(sender, field::index, places[set]);
+    return true;
+}
+
+SetPlaces moveSet(QObject* sender, int from, int to) {
+    SetPlaces places = presentPlaces();
+    if (from < 0 || from >= places.size() || to < 0 || to >= places.size()) {
+        return places;
+    }
+    SetPlaces order = places;
+    order.move(from, to);
+    for (int place = 0; place < order.size(); ++place) {
+        places[order[place]] = place;
+    }
+    m(key::param)->reorder(sender, from, to);
+    followAll(sender, places);
+    return places;
+}
+
+SetPlaces removeSet(QObject* sender, int set) {
+    SetPlaces places = presentPlaces();
+    if (set < 0 || set >= places.size()) {
+        return places;
+    }
+    places[set] = noSet;
+    for (int behind = set + 1; behind < places.size(); ++behind) {
+        places[behind] = behind - 1;
+    }
+    m(key::param)->remove(sender, mIndex(set, QString()));
+    followAll(sender, places);
+    return places;
+}
+
+void duplicateSet(QObject* sender, int set) {
+    auto copy = std::make_unique<ModuleObject>();
+    copy->copyFrom(sender, m(key::param)->c(set));
+    copy->set(sender, field::name, freeSetName(copy->c(field::name)->getString()));
+    if (m(key::param)->insert(sender, copy.get())) {
+        copy.release();
+    }
+}
+
+bool isSetName(const QString& name) {
+    const QList<ModuleObject*> sets = m(key::param)->cmobjs();
+    return std::any_of(sets.begin(), sets.end(),
+                       [&name](const ModuleObject* set) { return set->c(field::name)->getString() == name; });
+}
+
+QString freeSetName(const QString& name) {
+    QString free = name;
+    for (int number = 2; isSetName(free); ++number) {
+        free = QStringLiteral("%1 (%2)").arg(name).arg(number);
+    }
+    return free;
+}
+
+QList<int> refreshCopies(QObject* sender, int set) {
+    constexpr std::pair<QLatin1String, QLatin1String> copies[] = {{field::laserPower, field::power},
+                                                                  {field::laserDutyCycle, field::ratio}};
+    const ModuleObject* const values = m(key::param)->c(set);
+    QList<int> lines;
+    for (const int line : linesUsing(set)) {
+        ModuleObject* const statement = m(key::program)->c(line);
+        if (statement->c(field::type)->getString() == statement::open) {
+            Edit::touch(statement);
+            for (const auto& [copy, original] : copies) {
+                statement->set(sender, copy, values->c(original)->getDouble());
+            }
+            lines.append(line);
+        }
+    }
+    return lines;
+}
+
+}  // namespace lumo
