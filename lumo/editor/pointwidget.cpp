@@ -2,11 +2,12 @@
 
 #include "editor/pendantkeys.h"
 #include "editor/statementtext.h"
+#include "program/fieldcheck.h"
+#include "program/statement.h"
 #include "program/words.h"
 #include "ui_pointwidget.h"
 #include "undo/edit.h"
 #include "undo/steptext.h"
-#include "program/statement.h"
 #include "widgets/fieldanswer.h"
 #include "widgets/fieldlimits.h"
 
@@ -29,6 +30,23 @@ constexpr double anyFigure = 1e9;
 
 EntryRange anyOf(const char* unit) {
     return {-anyFigure, anyFigure, unit, mostDecimals};
+}
+
+/// The points that the check calls never taught.
+QStringList untaughtPoints(const ModuleObject* statement, const QString& type) {
+    QStringList points;
+    const FieldShape* const shape = statementShape(type);
+    if (!shape) {
+        return points;
+    }
+    Collector found(Document::Project);
+    shape->check(statement, Source::Any, {}, &found);
+    for (const Finding& finding : found.take()) {
+        if (finding.fault == Fault::PointNotTaught || finding.fault == Fault::PointMissing) {
+            points.append(finding.arguments.value(0).toString());
+        }
+    }
+    return points;
 }
 
 QString element(QLatin1String list, int index) {
@@ -78,7 +96,9 @@ void PointWidget::connectControls() {
     connect(ui_->updateBtn2, &QPushButton::clicked, this, &PointWidget::teachSecond);
     connect(m(mName(key::keypad, QStringLiteral("center.clicked"))), &ModuleObject::changed, ui_->okayBtn,
             &QPushButton::click);
+    connect(ui_->btnMoveThere, &QPushButton::clicked, this, &PointWidget::requestMove);
     followDragKeys(this);
+    showPlace();
 }
 
 void PointWidget::answerFields() {
@@ -93,7 +113,7 @@ void PointWidget::answerFields() {
         answers_.append(new FieldAnswer(coordinate.field, anyOf(unitOf(coordinate))));
         const QString name = coordinate.field->objectName();
         findChild<QLabel*>(QStringLiteral("unit") + name.mid(qstrlen("lineEdit")))
-            ->setText(unitOf(coordinate));
+            ->setText(unitText(unitOf(coordinate)));
     }
     const QString type = statement_->r(field::type)->getString();
     auto* const speed = new FieldAnswer(ui_->lineEditSpeed, entryRange(type, field::speed));
@@ -121,6 +141,11 @@ void PointWidget::refreshOk() {
         note->setText(taken ? QString() : QStringLiteral("▲ ") + rangeText(anyOf("")));
         note->setVisible(!taken);
     }
+    const bool changed = std::any_of(answers_.begin(), answers_.end(),
+                                     [](const FieldAnswer* answer) { return answer->isChanged(); });
+    ui_->btnMoveThere->setEnabled(!changed);
+    ui_->btnMoveThere->setToolTip(changed ? tr("先确认更改，再移动机器人。")
+                                          : tr("移到这一行的点位，不出光。"));
     ui_->okayBtn->setEnabled(std::all_of(answers_.begin(), answers_.end(),
                                          [](const FieldAnswer* answer) { return answer->isTaken(); }));
 }
@@ -150,7 +175,8 @@ void PointWidget::refreshUIWithType() {
 void PointWidget::hiddenPoint2() {
     for (QWidget* caption : std::initializer_list<QWidget*>{
              ui_->lblP2, ui_->updateBtn2, ui_->lblX2, ui_->lblY2, ui_->lblZ2, ui_->lblA2, ui_->lblB2,
-             ui_->lblC2, ui_->unitX2, ui_->unitY2, ui_->unitZ2, ui_->unitA2, ui_->unitB2, ui_->unitC2}) {
+             ui_->lblC2, ui_->unitX2, ui_->unitY2, ui_->unitZ2, ui_->unitA2, ui_->unitB2, ui_->unitC2,
+             ui_->lblRole2, ui_->lblTaught2, ui_->lblTake2}) {
         caption->hide();
     }
     for (const Coordinate& coordinate : secondPoint()) {
@@ -231,6 +257,7 @@ void PointWidget::teachFirst() {
     p0_->copyFrom(this, kordservice()->get(this, key::posture));
     // The fields of the second point may hold texts that are not stored yet.
     showPoint(p0_.get(), firstPoint(jointMode_));
+    ui_->lblTaught1->clear();
 }
 
 void PointWidget::teachSecond() {
@@ -244,6 +271,12 @@ void PointWidget::teachSecond() {
     if (hasSecondPoint_) {
         showPoint(statement_->r(field::point1), secondPoint());
     }
+    for (const Coordinate& coordinate : secondPoint()) {
+        if (auto* const answer = coordinate.field->findChild<FieldAnswer*>()) {
+            answer->keep();
+        }
+    }
+    showPlace();
 }
 
 QString PointWidget::command() const {
@@ -288,7 +321,36 @@ void PointWidget::confirm() {
         return;
     }
     save();
-    emit okayBtnClicked(row_ + statement_->indexInPmobj() - position_);
+    emit okayBtnClicked(presentRow());
+}
+
+int PointWidget::presentRow() const {
+    return row_ + statement_->indexInPmobj() - position_;
+}
+
+void PointWidget::requestMove() {
+    if (isStatementInPlace()) {
+        emit moveRequested(presentRow());
+    }
+}
+
+/// The line, what each point is in it, and which was never taught.
+void PointWidget::showPlace() {
+    const QString type = statement_->r(field::type)->getString();
+    ui_->lblLine->setText(tr("第 %1 行").arg(row_ + 1));
+    if (type == statement::moveC) {
+        ui_->lblRole1->setText(tr("（途经点）"));
+        ui_->lblRole2->setText(tr("（终点）"));
+    } else if (type == statement::moveCC) {
+        ui_->lblRole1->setText(tr("（圆上第 2 点）"));
+        ui_->lblRole2->setText(tr("（圆上第 3 点）"));
+    }
+    const std::pair<QLabel*, QLatin1String> points[] = {{ui_->lblTaught1, field::point},
+                                                        {ui_->lblTaught2, field::point1}};
+    const QStringList untaught = untaughtPoints(statement_, type);
+    for (const auto& [mark, point] : points) {
+        mark->setText(untaught.contains(point) ? QStringLiteral("▲ ") + tr("未示教") : QString());
+    }
 }
 
 void PointWidget::testNofocus() {

@@ -47,6 +47,8 @@ public:
 
 signals:
     void okayBtnClicked(int row);
+    /// The robot is to move to the point of the statement, as a single step does. The page stays.
+    void moveRequested(int row);
     void cancelBtnClicked();
 
 private:
@@ -68,6 +70,9 @@ private:
     void answerFields();
     [[nodiscard]] bool areTaken(const Coordinates& coordinates) const;
     void refreshOk();
+    void showPlace();
+    void requestMove();
+    [[nodiscard]] int presentRow() const;
     void teachFirst();
     void teachSecond();
     void confirm();

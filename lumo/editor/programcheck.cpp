@@ -195,10 +195,21 @@ std::optional<Severity> ProgramCheck::worstAt(int line) const {
     return found == worst_.constEnd() ? std::nullopt : std::make_optional(*found);
 }
 
-QString ProgramCheck::textAt(int line) const {
+std::pair<ProgramCheck::Place, ProgramCheck::Place> ProgramCheck::findingsAt(int line) const {
     Finding sought;
     sought.line = line;
-    const auto [first, last] = std::equal_range(findings_.begin(), findings_.end(), sought, isBefore);
+    return std::equal_range(findings_.begin(), findings_.end(), sought, isBefore);
+}
+
+bool ProgramCheck::isUntaught(int line) const {
+    const auto [first, last] = findingsAt(line);
+    return std::any_of(first, last, [](const Finding& finding) {
+        return finding.fault == Fault::PointNotTaught || finding.fault == Fault::PointMissing;
+    });
+}
+
+QString ProgramCheck::textAt(int line) const {
+    const auto [first, last] = findingsAt(line);
     QStringList texts;
     for (auto finding = first; finding != last; ++finding) {
         texts << findingWithRemedy(*finding);

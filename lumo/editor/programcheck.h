@@ -33,6 +33,8 @@ public:
 
     /// The worst of a line's findings; nothing for a line without.
     [[nodiscard]] std::optional<prog::Severity> worstAt(int line) const;
+    /// Whether a point of the line was never taught.
+    [[nodiscard]] bool isUntaught(int line) const;
     /// A line's findings and what to do, in the operator's language, one below the other.
     [[nodiscard]] QString textAt(int line) const;
 
@@ -46,6 +48,8 @@ signals:
     void changed();
 
 private:
+    using Place = prog::Findings::const_iterator;
+    [[nodiscard]] std::pair<Place, Place> findingsAt(int line) const;
     void check();
     /// Checks all but the reach, whose earlier findings stay until it is checked again.
     void checkProgram();

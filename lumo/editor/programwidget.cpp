@@ -1,6 +1,7 @@
 #include "editor/programwidget.h"
 
 #include "editor/findinglist.h"
+#include "editor/heldstep.h"
 #include "editor/pendantkeys.h"
 #include "editor/programcheck.h"
 #include "editor/runcontrols.h"
@@ -84,6 +85,7 @@ ProgramWidget::ProgramWidget(QWidget* parent)
     rcPower(m(key::robotPower)->value());
     onActivity();
     showStored();
+    showPlace();
 }
 
 ProgramWidget::~ProgramWidget() {
@@ -108,7 +110,9 @@ void ProgramWidget::setUpTexts() {
                                                  {ui_->btnStart, tr("开始")},
                                                  {ui_->btnRunOnce, tr("移动点位")},
                                                  {ui_->btnPause, tr("停止")},
-                                                 {ui_->btnReset, tr("复位")}};
+                                                 {ui_->btnReset, tr("复位")},
+                                                 {ui_->btnStepBack, tr("按住移到上一点，松开停止")},
+                                                 {ui_->btnStepForward, tr("按住移到下一点，松开停止")}};
     for (const auto& [button, tip] : tips) {
         button->setToolTip(tip);
     }
@@ -152,6 +156,8 @@ void ProgramWidget::connectEditing() {
     connect(ui_->btnSteptojump, &QPushButton::clicked, this, &ProgramWidget::jump);
     connect(ui_->tableWidget, &ProgramTable::programShown, stored_, &StoredState::touch);
     connect(stored_, &StoredState::changed, this, &ProgramWidget::showStored);
+    connect(ui_->tableWidget, &ProgramTable::itemSelectionChanged, this, &ProgramWidget::showPlace);
+    connect(ui_->tableWidget, &ProgramTable::programShown, this, &ProgramWidget::showPlace);
 }
 
 void ProgramWidget::connectFindings() {
@@ -169,6 +175,9 @@ void ProgramWidget::connectRunControls() {
     connect(ui_->btnRunOnce, &QToolButton::clicked, run_, &RunControls::moveToPoint);
     connect(ui_->btnPause, &QToolButton::clicked, run_, &RunControls::pause);
     connect(ui_->btnReset, &QToolButton::clicked, run_, &RunControls::reset);
+    auto* const step = new HeldStep(ui_->tableWidget, run_, this);
+    step->follow(ui_->btnStepBack, -1);
+    step->follow(ui_->btnStepForward, +1);
     connect(run_, &RunControls::aboutToRun, this, &ProgramWidget::updateUItoolwobj);
     connect(run_, &RunControls::saved, stored_, &StoredState::saved);
     connect(m(key::executeState), &ModuleObject::changed, this, &ProgramWidget::onState);
@@ -228,7 +237,8 @@ EditorButtons ProgramWidget::buttons() const {
     all.statementGroup.append(ui_->btnSteptojump);
     all.editingGroup = {ui_->btnEdit, ui_->btnDown,  ui_->btnUp,    ui_->btnCopy,    ui_->btnPaste,
                         ui_->btnDel,  ui_->multiBtn, ui_->speedBtn, ui_->turningBtn, ui_->anotationBtn};
-    all.runTools = {ui_->btnStart, ui_->btnRunOnce, ui_->btnPause, ui_->btnReset};
+    all.runTools = {ui_->btnStart, ui_->btnRunOnce,  ui_->btnPause,
+                    ui_->btnReset, ui_->btnStepBack, ui_->btnStepForward};
     all.pause = ui_->btnPause;
     all.multi = ui_->multiBtn;
     all.batchSpeed = ui_->speedBtn;
@@ -256,6 +266,11 @@ void ProgramWidget::setsMoved(const QVector<int>& places) {
 void ProgramWidget::toolsetChanged() {
     stored_->touch();
     check_->touch();
+}
+
+void ProgramWidget::moveToLine(int row) {
+    ui_->tableWidget->selectOnly(row);
+    run_->moveToPoint();
 }
 
 void ProgramWidget::showFromTheTop() {
@@ -474,6 +489,12 @@ void ProgramWidget::showStored() {
     ui_->lblStored->setText(stored ? tr("已保存") : tr("有未保存的更改"));
     ui_->lblStored->setStyleSheet(stored ? QString()
                                          : QStringLiteral("color: rgb(200, 80, 0); font-weight: bold;"));
+}
+
+/// Where a statement button inserts.
+void ProgramWidget::showPlace() {
+    const int row = ui_->tableWidget->selectedRow();
+    ui_->lblInsert->setText(row < 0 ? tr("未选中：插入到最前") : tr("插入到第 %1 行之后").arg(row + 1));
 }
 
 void ProgramWidget::showFindings() {

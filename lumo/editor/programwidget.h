@@ -18,6 +18,7 @@ class StatementCreation;
 namespace lumo {
 class FieldAnswer;
 class FindingList;
+class HeldStep;
 class ProgramCheck;
 class StartLine;
 class StoredState;
@@ -56,6 +57,8 @@ public:
     void setsMoved(const QVector<int>& places);
     /// To be called when the tool set in force may have changed.
     void toolsetChanged();
+    /// Moves the robot to the point of a line, as a single step does.
+    void moveToLine(int row);
     /// Selects the first line and clears the running-line marker, for a program just opened.
     void showFromTheTop();
 
@@ -124,6 +127,7 @@ private:
     void onActivity();
     void onLine(const QVariant& line);
     void showStored();
+    void showPlace();
     void showFindings();
     [[nodiscard]] bool isMultiSelection() const;
 

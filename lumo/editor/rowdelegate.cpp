@@ -73,6 +73,9 @@ void RowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
         return;
     }
     QStyledItemDelegate::paint(painter, option, index);
+    if (check_ && index.column() == ProgramTable::DetailColumn && check_->isUntaught(index.row())) {
+        paintUntaught(painter, option);
+    }
     const auto severity =
         check_ && index.column() == ProgramTable::LineColumn ? check_->worstAt(index.row()) : std::nullopt;
     if (severity) {
@@ -85,6 +88,23 @@ void RowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
         }
         lumo::paintMark(painter, mark, *severity);
     }
+}
+
+/// At the upper right, where the lines of a text that has no figures end early.
+void RowDelegate::paintUntaught(QPainter* painter, const QStyleOptionViewItem& option) {
+    constexpr QRgb colour = qRgb(0xC5, 0x22, 0x1B);
+    const QRect room = option.rect.adjusted(air, air, -air, -air);
+    const QString text = QStringLiteral("▲ ") + tr("未示教");
+    painter->save();
+    QFont font = option.font;
+    font.setBold(true);
+    painter->setFont(font);
+    const QSize size = QFontMetrics(font).size(Qt::TextSingleLine, text) + QSize(air, 0);
+    const QRect place = QStyle::alignedRect(option.direction, Qt::AlignTop | Qt::AlignRight, size, room);
+    painter->fillRect(place, option.palette.base());
+    painter->setPen(QColor(colour));
+    painter->drawText(place, Qt::AlignCenter, text);
+    painter->restore();
 }
 
 void RowDelegate::paintMarker(QPainter* painter, const QStyleOptionViewItem& option,

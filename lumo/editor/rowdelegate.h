@@ -9,7 +9,7 @@ class ProgramCheck;
 }
 
 /// Draws the running-line marker on green, also in a selected row, and beside the line's number the mark of
-/// its findings; gives rows their heights.
+/// its findings; says of a point that it was never taught; gives rows their heights.
 ///
 /// Only details and notes are measured: other cells fit into the least height of a row. Some space is added,
 /// because lines in several scripts have several heights and the last line could be cut off.
@@ -42,6 +42,7 @@ private:
 
     Known& known(const QStyleOptionViewItem& option, int column) const;
 
+    static void paintUntaught(QPainter* painter, const QStyleOptionViewItem& option);
     void paintMarker(QPainter* painter, const QStyleOptionViewItem& option, const QString& marker) const;
 
     const lumo::ProgramCheck* check_ = nullptr;

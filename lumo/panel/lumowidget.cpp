@@ -330,6 +330,7 @@ void LumoWidget::openPointPage(int row, ModuleObject* statement, int jointCount)
     pointPage_ = new PointWidget(row, statement, jointCount, ui_->stackedWidget);
     connect(pointPage_, &PointWidget::okayBtnClicked, this, &LumoWidget::pointPageAccepted);
     connect(pointPage_, &PointWidget::cancelBtnClicked, this, &LumoWidget::showEditor);
+    connect(pointPage_, &PointWidget::moveRequested, editor_, &ProgramWidget::moveToLine);
     ui_->stackedWidget->addWidget(pointPage_);
     showAlone(pointPage_);
     pointPage_->testNofocus();

@@ -113,15 +113,16 @@ void ParamConfigWidget::setUpTable() {
     header->setSectionResizeMode(NoteColumn, QHeaderView::Stretch);
 }
 
-/// What changes the list elsewhere, as undoing does, is shown when it is complete.
+/// What changes the list or the program elsewhere, as undoing does, is shown when it is complete.
 void ParamConfigWidget::followTree() {
-    const ModuleObject* const sets = m(key::param);
     const auto later = [this] {
         QMetaObject::invokeMethod(this, &ParamConfigWidget::showSets, Qt::QueuedConnection);
     };
-    connect(sets, &ModuleObject::changed, this, later);
-    connect(sets, &ModuleObject::added, this, later);
-    connect(sets, &ModuleObject::removed, this, later);
+    for (const ModuleObject* const list : {m(key::param), m(key::program)}) {
+        connect(list, &ModuleObject::changed, this, later);
+        connect(list, &ModuleObject::added, this, later);
+        connect(list, &ModuleObject::removed, this, later);
+    }
 }
 
 void ParamConfigWidget::showSets() {
@@ -201,7 +202,10 @@ void ParamConfigWidget::save() {
 
 void ParamConfigWidget::on_tblWgtGroup_itemChanged(QTableWidgetItem* item) {
     const int row = item->row();
-    item->setToolTip(item->text());
+    {
+        const QSignalBlocker silence(ui_->tblWgtGroup);
+        item->setToolTip(item->text());
+    }
     if (item->column() == NoteColumn) {
         storeNote(row, item->text());
         return;

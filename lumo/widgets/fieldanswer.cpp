@@ -10,6 +10,9 @@
 #include <QVBoxLayout>
 #include <QValidator>
 
+#include <algorithm>
+#include <iterator>
+
 using prog::EntryRange;
 using prog::figureIn;
 
@@ -53,8 +56,17 @@ bool isTyping(const QKeyEvent* key) {
 
 }  // namespace
 
+QString unitText(const char* unit) {
+    static const char* const known[] = {QT_TRANSLATE_NOOP("lumo::FieldAnswer", "mm/s"),
+                                        QT_TRANSLATE_NOOP("lumo::FieldAnswer", "mm"),
+                                        QT_TRANSLATE_NOOP("lumo::FieldAnswer", "ms")};
+    const bool isKnown = std::any_of(std::begin(known), std::end(known),
+                                     [unit](const char* one) { return qstrcmp(one, unit) == 0; });
+    return isKnown ? FieldAnswer::tr(unit) : QString::fromUtf8(unit);
+}
+
 QString rangeText(const EntryRange& range) {
-    QString unit = QString::fromUtf8(range.unit);
+    QString unit = unitText(range.unit);
     if (!unit.isEmpty()) {
         unit.prepend(QLatin1Char(' '));
     }

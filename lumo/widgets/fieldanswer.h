@@ -12,6 +12,8 @@ class QLabel;
 
 namespace lumo {
 
+/// A unit in the operator's language.
+[[nodiscard]] QString unitText(const char* unit);
 /// What a field takes, in words: "Allowed: 1 to 199 mm/s, whole numbers".
 [[nodiscard]] QString rangeText(const prog::EntryRange& range);
 
@@ -39,6 +41,8 @@ public:
     /// What stands in the field now is what it was before any typing.
     void keep();
     [[nodiscard]] bool isTaken() const;
+    /// Whether something else is seen than what stood there before any typing.
+    [[nodiscard]] bool isChanged() const { return shownText() != kept_; }
     /// What the operator sees in the field.
     [[nodiscard]] QString shownText() const;
     /// So that typing replaces what the operator sees.

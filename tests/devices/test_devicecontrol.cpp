@@ -124,6 +124,20 @@ private slots:
         }
     }
 
+    /// Neither 15 for 150, nor what stood there before; but a device that is on goes off.
+    void fieldThatIsNotTaken_switchesNothingOn() {
+        press("LaserControl LaserTest");
+        sent();
+        type("LaserPower", "150");
+        press("LaserTest");
+        QVERIFY(sent().startsWith("LASER 0"));
+        press("LaserTest");
+        QCOMPARE(boxes().size(), 1);
+        QCOMPARE(sent(), "");
+        press("RedLight");
+        QCOMPARE(sent(), "RED 1");
+    }
+
     void devicesOnByHand_goOffAtQuitAndWithoutThePage() {
         for (const QString how : {"quit", "quit without page", "power without page"}) {
             init();

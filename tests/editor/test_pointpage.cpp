@@ -117,6 +117,31 @@ private slots:
         QCOMPARE(answers_, QVector<int>{0});
     }
 
+    void page_namesItsPoints_andMovesToWhatIsStored() {
+        const std::tuple<QByteArray, QString> cases[] = {
+            {move("moveL"), "||"},
+            {move("moveC"), "（途经点）|（终点）|"},
+            {move("moveCC"), "（圆上第 2 点）|（圆上第 3 点）|"},
+            {"{'type':'moveL','point':{},'speed':20,'zone':2}", "||▲ 未示教"},
+        };
+        for (const auto& [record, names] : cases) {
+            open(record);
+            QSignalSpy moves(points_.get(), &PointWidget::moveRequested);
+            QString seen;
+            for (const char* name : {"lblRole1", "lblRole2", "lblTaught1"}) {
+                seen += child<QLabel>(points_.get(), name)->text() + '|';
+            }
+            QCOMPARE(seen, names + '|');
+            QCOMPARE(child<QLabel>(points_.get(), "unitA1")->text(), "°");
+            press("btnMoveThere");
+            typeIn(field("X1"), "601");
+            press("btnMoveThere");
+            QCOMPARE(moves, QList<QVariantList>{QVariantList{0}});
+            press("updateBtn1");
+            QCOMPARE(child<QLabel>(points_.get(), "lblTaught1")->text(), "");
+        }
+    }
+
     void longKeyPress_setsTheHandGuiding() {
         open(move("moveL"));
         QString seen;

@@ -265,6 +265,7 @@ const Stop parameterRows[] = {
     {"parameters",
      [](Scene& s) {
          parameters(s);
+         s.selectRow(sets, 0);
          s.shoot();
      }},
     {"parameters_values",
@@ -272,6 +273,14 @@ const Stop parameterRows[] = {
          parameters(s);
          s.selectRow(sets, 0);
          press(s, "btnEdit");
+         s.shoot();
+     }},
+    {"parameters_value_refused",
+     [](Scene& s) {
+         parameters(s);
+         s.selectRow(sets, 0);
+         press(s, "btnEdit");
+         s.type("power", "150");
          s.shoot();
      }},
     {"parameters_add",

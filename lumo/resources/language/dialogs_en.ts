@@ -208,6 +208,46 @@
         <source>全圆/圆弧参数设置</source>
         <translation>Circle/Arc Parameter Setting</translation>
     </message>
+    <message>
+        <source>移到此点</source>
+        <translation>Move there</translation>
+    </message>
+    <message>
+        <source>取机器人当前位置：</source>
+        <translation>Take the robot's position:</translation>
+    </message>
+    <message>
+        <source>先确认更改，再移动机器人。</source>
+        <translation>Confirm the changes first, then move the robot.</translation>
+    </message>
+    <message>
+        <source>移到这一行的点位，不出光。</source>
+        <translation>Moves to the point of this line, with the laser off.</translation>
+    </message>
+    <message>
+        <source>第 %1 行</source>
+        <translation>Line %1</translation>
+    </message>
+    <message>
+        <source>（途经点）</source>
+        <translation>(Via)</translation>
+    </message>
+    <message>
+        <source>（终点）</source>
+        <translation>(End)</translation>
+    </message>
+    <message>
+        <source>（圆上第 2 点）</source>
+        <translation>(2nd point of the circle)</translation>
+    </message>
+    <message>
+        <source>（圆上第 3 点）</source>
+        <translation>(3rd point of the circle)</translation>
+    </message>
+    <message>
+        <source>未示教</source>
+        <translation>Not taught</translation>
+    </message>
 </context>
 <context>
     <name>lumo::FieldAnswer</name>
@@ -226,6 +266,18 @@
     <message>
         <source>，整数</source>
         <translation>, whole numbers</translation>
+    </message>
+    <message>
+        <source>mm/s</source>
+        <translation>mm/s</translation>
+    </message>
+    <message>
+        <source>mm</source>
+        <translation>mm</translation>
+    </message>
+    <message>
+        <source>ms</source>
+        <translation>ms</translation>
     </message>
 </context>
 </TS>

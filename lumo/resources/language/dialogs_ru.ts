@@ -208,6 +208,46 @@
         <source>全圆/圆弧参数设置</source>
         <translation>Параметры окружности/дуги</translation>
     </message>
+    <message>
+        <source>移到此点</source>
+        <translation>К точке</translation>
+    </message>
+    <message>
+        <source>取机器人当前位置：</source>
+        <translation>Взять положение робота:</translation>
+    </message>
+    <message>
+        <source>先确认更改，再移动机器人。</source>
+        <translation>Сначала подтвердите изменения, затем перемещайте робота.</translation>
+    </message>
+    <message>
+        <source>移到这一行的点位，不出光。</source>
+        <translation>Перемещает к точке этой строки, лазер выключен.</translation>
+    </message>
+    <message>
+        <source>第 %1 行</source>
+        <translation>Строка %1</translation>
+    </message>
+    <message>
+        <source>（途经点）</source>
+        <translation>(промежуточная)</translation>
+    </message>
+    <message>
+        <source>（终点）</source>
+        <translation>(конечная)</translation>
+    </message>
+    <message>
+        <source>（圆上第 2 点）</source>
+        <translation>(2-я точка окружности)</translation>
+    </message>
+    <message>
+        <source>（圆上第 3 点）</source>
+        <translation>(3-я точка окружности)</translation>
+    </message>
+    <message>
+        <source>未示教</source>
+        <translation>Не обучена</translation>
+    </message>
 </context>
 <context>
     <name>lumo::FieldAnswer</name>
@@ -226,6 +266,18 @@
     <message>
         <source>，整数</source>
         <translation>, целые числа</translation>
+    </message>
+    <message>
+        <source>mm/s</source>
+        <translation>мм/с</translation>
+    </message>
+    <message>
+        <source>mm</source>
+        <translation>мм</translation>
+    </message>
+    <message>
+        <source>ms</source>
+        <translation>мс</translation>
     </message>
 </context>
 </TS>

@@ -386,6 +386,37 @@
         <source>当前不是空闲状态</source>
         <translation>Robot is not idle</translation>
     </message>
+    <message>
+        <source>按住：上一点</source>
+        <translation>Hold: previous point</translation>
+    </message>
+    <message>
+        <source>按住：下一点</source>
+        <translation>Hold: next point</translation>
+    </message>
+    <message>
+        <source>按住移到上一点，松开停止</source>
+        <translation>Moves to the previous point while held; letting go stops</translation>
+    </message>
+    <message>
+        <source>按住移到下一点，松开停止</source>
+        <translation>Moves to the next point while held; letting go stops</translation>
+    </message>
+    <message>
+        <source>未选中：插入到最前</source>
+        <translation>Nothing selected: inserts at the top</translation>
+    </message>
+    <message>
+        <source>插入到第 %1 行之后</source>
+        <translation>Inserts below line %1</translation>
+    </message>
+</context>
+<context>
+    <name>RowDelegate</name>
+    <message>
+        <source>未示教</source>
+        <translation>Not taught</translation>
+    </message>
 </context>
 <context>
     <name>lumo::FindingText</name>

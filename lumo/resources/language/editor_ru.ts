@@ -386,6 +386,37 @@
         <source>当前不是空闲状态</source>
         <translation>Робот занят</translation>
     </message>
+    <message>
+        <source>按住：上一点</source>
+        <translation>Удерживать: назад</translation>
+    </message>
+    <message>
+        <source>按住：下一点</source>
+        <translation>Удерживать: вперёд</translation>
+    </message>
+    <message>
+        <source>按住移到上一点，松开停止</source>
+        <translation>Перемещает к предыдущей точке, пока удерживается; отпускание останавливает</translation>
+    </message>
+    <message>
+        <source>按住移到下一点，松开停止</source>
+        <translation>Перемещает к следующей точке, пока удерживается; отпускание останавливает</translation>
+    </message>
+    <message>
+        <source>未选中：插入到最前</source>
+        <translation>Ничего не выбрано: вставка в начало</translation>
+    </message>
+    <message>
+        <source>插入到第 %1 行之后</source>
+        <translation>Вставка после строки %1</translation>
+    </message>
+</context>
+<context>
+    <name>RowDelegate</name>
+    <message>
+        <source>未示教</source>
+        <translation>Не обучена</translation>
+    </message>
 </context>
 <context>
     <name>lumo::FindingText</name>

@@ -80,7 +80,7 @@
     </message>
     <message>
         <source>复制</source>
-        <translation>Дублировать</translation>
+        <translation>Копия</translation>
     </message>
     <message>
         <source>上移</source>
