@@ -20,10 +20,11 @@ namespace {
 constexpr int captionWidth = 118;
 constexpr int cutWidth = 26;
 constexpr int headerHeight = 20;
-constexpr int rowHeight = 16;
-constexpr int barHeight = 12;
+constexpr int rowHeight = 20;
+constexpr int textHeight = 15;
+constexpr int barHeight = 14;
 constexpr int powerHeight = 30;
-constexpr int laneGap = 6;
+constexpr int laneGap = 4;
 constexpr double padShare = 0.05;  ///< of all time, before and behind each part
 constexpr int textPx = 12;
 
@@ -177,7 +178,7 @@ void TimingPicture::paintLane(QPainter* painter, const Lane& lane) const {
     const int barTop = lane.top + lane.rows * rowHeight;
     const int height = barHeightOf(lane.port);
     painter->setPen(QColor(ink));
-    const QRect place(0, barTop + height - rowHeight, captionWidth - textPx, rowHeight);
+    const QRect place(0, barTop + height - textHeight, captionWidth - textPx, textHeight);
     painter->drawText(place, Qt::AlignLeft | Qt::AlignVCenter,
                       fontMetrics().elidedText(lane.caption, Qt::ElideRight, place.width()));
     for (int i = 0; i < 2; ++i) {
@@ -208,7 +209,7 @@ void TimingPicture::paintBar(QPainter* painter, const Lane& lane, const Section&
         constexpr int inset = 4;
         painter->setPen(QColor(ink));
         painter->drawText(
-            QRectF(section.left, base - rowHeight, section.right - section.left - inset, rowHeight),
+            QRectF(section.left, base - textHeight, section.right - section.left - inset, textHeight),
             Qt::AlignRight | Qt::AlignVCenter, lane.value);
     }
 }
@@ -219,7 +220,7 @@ void TimingPicture::paintLabels(QPainter* painter, const Lane& lane, int section
     for (const Label& label : lane.labels[section]) {
         const double top = lane.top + label.row * rowHeight;
         const double y = top + rowHeight - tick;
-        painter->drawText(QRectF(label.left, top, label.right - label.left + 2, rowHeight - tick),
+        painter->drawText(QRectF(label.left, top, label.right - label.left + 2, textHeight),
                           Qt::AlignLeft | Qt::AlignVCenter | Qt::TextDontClip, label.text);
         painter->drawLine(QPointF(label.from, y), QPointF(label.to, y));
         for (const double x : {label.from, label.to}) {
