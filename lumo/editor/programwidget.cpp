@@ -259,10 +259,6 @@ void ProgramWidget::checkStored() {
     stored_->check();
 }
 
-void ProgramWidget::setsMoved(const QVector<int>& places) {
-    followSet(this, clipboard_.get(), places);
-}
-
 void ProgramWidget::toolsetChanged() {
     stored_->touch();
     check_->touch();
@@ -373,6 +369,7 @@ void ProgramWidget::copySelected() {
     const int row = ui_->tableWidget->selectedRow();
     if (row >= 0) {
         clipboard_->copyFrom(this, ProgramTable::program()->c(row));
+        copiedSet_ = setOf(clipboard_.get());
     }
 }
 
@@ -384,6 +381,7 @@ void ProgramWidget::paste() {
     ModuleObject* const program = ProgramTable::program();
     auto pasted = std::make_unique<ModuleObject>(ModuleObject::generateId(program));
     pasted->copyFrom(this, clipboard_.get());
+    useSet(this, pasted.get(), copiedSet_);
     const QString command = type2cn(pasted->c(field::type)->getString());
     const Edit edit(EditedList::Program, steptext::linePasted(row + 1, command));
     if (program->insert(this, pasted.get(), true, row + 1)) {

@@ -4,6 +4,7 @@
 #include "editor/enabling.h"
 #include "module/host.h"
 
+#include <QPointer>
 #include <QString>
 #include <QVariant>
 #include <QVector>
@@ -53,8 +54,6 @@ public:
     void setProjectPath(const QString& path);
     /// Compares the program with its file. To be called when the project was opened or saved.
     void checkStored();
-    /// Parameter sets have other places (-1: deleted): what is copied for pasting follows.
-    void setsMoved(const QVector<int>& places);
     /// To be called when the tool set in force may have changed.
     void toolsetChanged();
     /// Moves the robot to the point of a line, as a single step does.
@@ -133,6 +132,7 @@ private:
 
     const std::unique_ptr<Ui::ProgramWidget> ui_;
     const std::unique_ptr<ModuleObject> clipboard_;
+    QPointer<ModuleObject> copiedSet_;  ///< that the copied statement uses
     const int jointCount_;
     QVector<int> openRows_, closeRows_;
     int keyedMove_ = 0;  ///< position in moveButtons() of the move that the pendant's enter key inserts

@@ -217,7 +217,6 @@ void LumoWidget::showParams() {
     deletPWgt();
     auto* page = new ParamConfigWidget(ui_->stackedWidget);
     connect(page, &ParamConfigWidget::signalparamconfigchangedProgramlist, this, &LumoWidget::redrawLines);
-    connect(page, &ParamConfigWidget::setsMoved, editor_, &ProgramWidget::setsMoved);
     showNew(page, &paramPages_);
 }
 

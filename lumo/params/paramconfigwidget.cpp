@@ -113,10 +113,16 @@ void ParamConfigWidget::setUpTable() {
     header->setSectionResizeMode(NoteColumn, QHeaderView::Stretch);
 }
 
-/// What changes the list or the program elsewhere, as undoing does, is shown when it is complete.
+/// What changes the list or the program elsewhere, as undoing does, is shown when it is complete. A page that
+/// was left is not shown again.
 void ParamConfigWidget::followTree() {
+    showSoon_.setSingleShot(true);
+    showSoon_.setInterval(0);
+    connect(&showSoon_, &QTimer::timeout, this, &ParamConfigWidget::showSets);
     const auto later = [this] {
-        QMetaObject::invokeMethod(this, &ParamConfigWidget::showSets, Qt::QueuedConnection);
+        if (isVisible()) {
+            showSoon_.start();
+        }
     };
     for (const ModuleObject* const list : {m(key::param), m(key::program)}) {
         connect(list, &ModuleObject::changed, this, later);
@@ -130,6 +136,7 @@ void ParamConfigWidget::showSets() {
     {
         const QSignalBlocker silence(table);
         const QList<ModuleObject*> sets = m(key::param)->cmobjs();
+        const QVector<QList<int>> lines = linesOfAllSets();
         while (table->rowCount() > sets.size()) {
             table->removeRow(table->rowCount() - 1);
         }
@@ -137,7 +144,7 @@ void ParamConfigWidget::showSets() {
             addRow();
         }
         for (int row = 0; row < sets.size(); ++row) {
-            showRow(row, sets[row]);
+            showRow(row, sets[row], lines[row]);
         }
         setItemTextCenter(m(key::param));
     }
@@ -159,7 +166,7 @@ void ParamConfigWidget::addRow() {
     }
 }
 
-void ParamConfigWidget::showRow(int row, const ModuleObject* set) {
+void ParamConfigWidget::showRow(int row, const ModuleObject* set, const QList<int>& lines) {
     const auto show = [this, row](Column column, const QString& text) {
         QTableWidgetItem* const item = ui_->tblWgtGroup->item(row, column);
         if (item->text() != text) {
@@ -171,7 +178,7 @@ void ParamConfigWidget::showRow(int row, const ModuleObject* set) {
     for (const auto& shown : valueColumns) {
         show(shown.column, valueText(set, shown.first, shown.second));
     }
-    show(LinesColumn, lineNumbers(linesUsing(row)));
+    show(LinesColumn, lineNumbers(lines));
     show(NoteColumn, set->c(field::note)->getString());
 }
 
@@ -297,7 +304,7 @@ void ParamConfigWidget::moveSelected(int by) {
         return;
     }
     const Edit edit(EditedList::Params, steptext::setMoved(nameOf(m(key::param)->c(from))));
-    emit setsMoved(moveSet(this, from, to));
+    moveSet(this, from, to);
     showSets();
     ui_->tblWgtGroup->selectRow(to);
     save();
@@ -341,7 +348,7 @@ void ParamConfigWidget::deleteSet(ModuleObject* set) {
         return;
     }
     const Edit edit(EditedList::Params, steptext::setDeleted(nameOf(set)));
-    emit setsMoved(removeSet(this, row));
+    removeSet(this, row);
     showSets();
     ui_->tblWgtGroup->clearSelection();
     save();

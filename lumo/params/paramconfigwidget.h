@@ -4,7 +4,7 @@
 
 #include <QList>
 #include <QPointer>
-#include <QVector>
+#include <QTimer>
 #include <QWidget>
 
 #include <memory>
@@ -38,9 +38,6 @@ public:
 signals:
     /// Lines of the program that show a changed value.
     void signalparamconfigchangedProgramlist(QList<int> lines);
-    /// Sets have other places; the lines of the program have followed. -1 is the place of one that was
-    /// deleted.
-    void setsMoved(const QVector<int>& places);
 
 private slots:
     void on_tblWgtGroup_itemChanged(QTableWidgetItem* item);
@@ -50,7 +47,7 @@ private:
     void followTree();
     void showSets();
     void addRow();
-    void showRow(int row, const ModuleObject* set);
+    void showRow(int row, const ModuleObject* set, const QList<int>& lines);
     void showPicture();
     int selectedRow() const;
     void storeNote(int row, const QString& note);
@@ -69,6 +66,7 @@ private:
     QPointer<AddParamDialog> nameDialog_;
     QPointer<ParamValuesDialog> valuesDialog_;
     QList<int> changedLines_;
+    QTimer showSoon_;  ///< when a change elsewhere is complete
     lumo::SetExchange* const exchange_;
     lumo::TimingPicture* const picture_;
 };

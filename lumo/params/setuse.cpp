@@ -21,6 +21,9 @@ bool usesSets(const ModuleObject* statement) {
     return type == statement::open || type == statement::param;
 }
 
+/// Where each set was before a change of the list and is now; -1 for one that was deleted.
+using SetPlaces = QVector<int>;
+
 /// Every set where it is.
 SetPlaces presentPlaces() {
     SetPlaces places;
@@ -33,7 +36,11 @@ SetPlaces presentPlaces() {
 void followAll(QObject* sender, const SetPlaces& places) {
     const QList<ModuleObject*> lines = m(key::program)->cmobjs();
     for (ModuleObject* line : lines) {
-        followSet(sender, line, places);
+        const int set = line->c(field::index)->getInt();
+        if (usesSets(line) && set >= 0 && set < places.size() && places[set] != set) {
+            Edit::touch(line);
+            line->set(sender, field::index, places[set]);
+        }
     }
     const int inForce = m(key::curParam)->getInt(noSet);
     if (inForce >= 0 && inForce < places.size() && places[inForce] != inForce) {
@@ -43,15 +50,20 @@ void followAll(QObject* sender, const SetPlaces& places) {
 
 }  // namespace
 
-QList<int> linesUsing(int set) {
-    QList<int> used;
+QVector<QList<int>> linesOfAllSets() {
+    QVector<QList<int>> used(m(key::param)->cmobjCount());
     const QList<ModuleObject*> lines = m(key::program)->cmobjs();
     for (int line = 0; line < lines.size(); ++line) {
-        if (usesSets(lines[line]) && lines[line]->c(field::index)->getInt() == set) {
-            used.append(line);
+        const int set = lines[line]->c(field::index)->getInt();
+        if (usesSets(lines[line]) && set >= 0 && set < used.size()) {
+            used[set].append(line);
         }
     }
     return used;
+}
+
+QList<int> linesUsing(int set) {
+    return linesOfAllSets().value(set);
 }
 
 QString lineNumbers(const QList<int>& lines) {
@@ -62,20 +74,22 @@ QString lineNumbers(const QList<int>& lines) {
     return numbers.join(QStringLiteral(", "));
 }
 
-bool followSet(QObject* sender, ModuleObject* statement, const SetPlaces& places) {
-    const int set = statement->c(field::index)->getInt();
-    if (!usesSets(statement) || set < 0 || set >= places.size() || places[set] == set) {
-        return false;
-    }
-    Edit::touch(statement);
-    statement->set(sender, field::index, places[set]);
-    return true;
+ModuleObject* setOf(const ModuleObject* statement) {
+    ModuleObject* const set = m(key::param)->c(statement->c(field::index)->getInt());
+    return usesSets(statement) && !set->isNull() ? set : nullptr;
 }
 
-SetPlaces moveSet(QObject* sender, int from, int to) {
+void useSet(QObject* sender, ModuleObject* statement, const ModuleObject* set) {
+    const bool isThere = set && set->pmobj() == m(key::param);
+    if (isThere || setOf(statement)) {
+        statement->set(sender, field::index, isThere ? set->indexInPmobj() : noSet);
+    }
+}
+
+void moveSet(QObject* sender, int from, int to) {
     SetPlaces places = presentPlaces();
     if (from < 0 || from >= places.size() || to < 0 || to >= places.size()) {
-        return places;
+        return;
     }
     SetPlaces order = places;
     order.move(from, to);
@@ -84,13 +98,12 @@ SetPlaces moveSet(QObject* sender, int from, int to) {
     }
     m(key::param)->reorder(sender, from, to);
     followAll(sender, places);
-    return places;
 }
 
-SetPlaces removeSet(QObject* sender, int set) {
+void removeSet(QObject* sender, int set) {
     SetPlaces places = presentPlaces();
     if (set < 0 || set >= places.size()) {
-        return places;
+        return;
     }
     places[set] = noSet;
     for (int behind = set + 1; behind < places.size(); ++behind) {
@@ -98,7 +111,6 @@ SetPlaces removeSet(QObject* sender, int set) {
     }
     m(key::param)->remove(sender, mIndex(set, QString()));
     followAll(sender, places);
-    return places;
 }
 
 void duplicateSet(QObject* sender, int set) {

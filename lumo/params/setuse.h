@@ -12,18 +12,21 @@ namespace lumo {
 
 /// The lines of `lumo.program` that use the set.
 [[nodiscard]] QList<int> linesUsing(int set);
+/// The same for every set.
+[[nodiscard]] QVector<QList<int>> linesOfAllSets();
 /// As the operator counts them: "3, 7".
 [[nodiscard]] QString lineNumbers(const QList<int>& lines);
 
-/// Where each set was before a change of the list and is now; -1 for one that was deleted.
-using SetPlaces = QVector<int>;
-/// Gives a statement the present place of its set. False where it stays as it is.
-bool followSet(QObject* sender, ModuleObject* statement, const SetPlaces& places);
+/// The set that a statement uses; null where it uses none.
+[[nodiscard]] ModuleObject* setOf(const ModuleObject* statement);
+/// Gives a statement that was copied the present place of the set that it used then, and none if that was
+/// deleted. A statement that names no set keeps what it has.
+void useSet(QObject* sender, ModuleObject* statement, const ModuleObject* set);
 
 /// Moves a set; the lines of `lumo.program` and the set in force keep theirs.
-SetPlaces moveSet(QObject* sender, int from, int to);
+void moveSet(QObject* sender, int from, int to);
 /// Deletes a set. Lines that used it have none then, which the check tells; the others keep theirs.
-SetPlaces removeSet(QObject* sender, int set);
+void removeSet(QObject* sender, int set);
 /// Adds a copy of a set at the end of the list, under a name that no other set has.
 void duplicateSet(QObject* sender, int set);
 

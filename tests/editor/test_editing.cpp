@@ -1,4 +1,5 @@
 #include "editorfixture.h"
+#include "params/setuse.h"
 
 /// Changing a program with mouse, keyboard and pendant, which buttons can be pressed when, and that the table
 /// follows the tree.
@@ -58,6 +59,20 @@ private slots:
             QVERIFY2(selected() == row, steps);
             QVERIFY2(tableTellsTheTruth() && !shown(), steps);
         }
+    }
+
+    void pastedWeld_usesTheSetThatWasCopied_orNone() {
+        m("lumo.param")->loadJson(this, json("[{'name':'A'},{'name':'B'},{'name':'C'}]"));
+        load("open 1; delay; param 9");
+        act("0 btnCopy");
+        lumo::moveSet(this, 1, 2);
+        act("1 btnPaste");
+        QCOMPARE(values("index"), "2  2 9");
+        lumo::removeSet(this, 2);
+        act("1 btnPaste");
+        QCOMPARE(values("index"), "-1  -1 -1 9");
+        act("4 btnCopy 1 btnPaste");
+        QCOMPARE(values("index"), "-1  9 -1 -1 9");
     }
 
     void jump_selectsTheTypedLine() {
