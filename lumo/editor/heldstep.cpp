@@ -14,22 +14,34 @@ namespace lumo {
 namespace {
 
 constexpr int singleStep = 2;
+/// A press that is shorter is a tap.
+constexpr int tapMs = 200;
 
 }  // namespace
 
 HeldStep::HeldStep(ProgramTable* table, RunControls* run, QObject* parent)
-    : QObject(parent), table_(table), run_(run) {}
+    : QObject(parent), table_(table), run_(run) {
+    hold_.setSingleShot(true);
+    hold_.setInterval(tapMs);
+    connect(&hold_, &QTimer::timeout, this, &HeldStep::begin);
+}
 
 void HeldStep::follow(HoldButton* button, int by) {
     connect(button, &HoldButton::held, this, [this, by](bool on) { held(by, on); });
 }
 
 void HeldStep::held(int by, bool on) {
-    if (!on) {
+    if (on) {
+        by_ = by;
+        hold_.start();
+    } else {
+        hold_.stop();
         stop();
-        return;
     }
-    const int row = pointFrom(table_->selectedRow(), by);
+}
+
+void HeldStep::begin() {
+    const int row = pointFrom(table_->selectedRow(), by_);
     if (row < 0 || isRunning()) {
         return;
     }

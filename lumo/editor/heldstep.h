@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <QTimer>
 
 class ProgramTable;
 class RunControls;
@@ -23,10 +24,13 @@ public:
 private:
     void held(int by, bool on);
     [[nodiscard]] int pointFrom(int row, int by) const;
+    void begin();
     void stop();
 
     ProgramTable* table_;
     RunControls* run_;
+    QTimer hold_;         ///< from the press until the step begins
+    int by_ = 0;          ///< of the button that is held
     bool isDue_ = false;  ///< the step is asked for and has not begun
 };
 
