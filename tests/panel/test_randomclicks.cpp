@@ -30,7 +30,8 @@ class TestRandomClicks : public QObject {
     static bool isIdle() { return !lumo::isRunning() && executor->depth() + executor->pendingSteps() == 0; }
 
     void touch(QWidget* widget) {
-        mayStart_ |= widget->objectName() == "btnStart" || widget->objectName() == "btnRunOnce";
+        const QStringList starters{"btnStart", "btnRunOnce", "btnMoveThere"};
+        mayStart_ |= starters.contains(widget->objectName());
         auto* const table = qobject_cast<QTableWidget*>(widget);
         if (random_.bounded(30) == 0) {
             QContextMenuEvent event(QContextMenuEvent::Keyboard, QPoint(1, 1));
