@@ -2,6 +2,9 @@
 
 #include "app/cell/cellstrip.h"
 #include "app/clocktext.h"
+#include "app/events/eventpage.h"
+#include "app/events/eventrecorder.h"
+#include "app/events/eventstore.h"
 #include "app/menu/menutools.h"
 #include "app/navigation.h"
 #include "app/noticebar.h"
@@ -73,6 +76,7 @@ bool Panel::open(const QString& libraryFile, QString* error) {
     recorder_ = new SignalRecorder(controller(), cell_->cell(), follower_, this);
     seams_ = new SeamTrack(controller(), cell_->cell(), follower_, this);
     makeEvidence();
+    makeEvents();
     if (!cell_->open(libraryFile, error)) {
         return false;
     }
@@ -90,6 +94,7 @@ bool Panel::open(const QString& libraryFile, QString* error) {
     offerViews();
     makeStatus();
     makeState();
+    eventRecorder_->follow({packageFlags(), controller(), runs_, project_.get(), status_, page_});
     makeMenu();
     return true;
 }
@@ -193,6 +198,14 @@ void Panel::makeEvidence() {
     connect(evidence_, &workcell::EvidenceRecorder::faultWhileLit, this, &Panel::tellFault);
 }
 
+void Panel::makeEvents() {
+    events_ = std::make_unique<EventStore>(EventStore::defaultFile());
+    connect(events_.get(), &EventStore::problem, window_->notices(), &NoticeBar::tell);
+    eventRecorder_ = std::make_unique<EventRecorder>(events_.get());
+    connect(evidence_, &workcell::EvidenceRecorder::faultWhileLit, eventRecorder_.get(),
+            &EventRecorder::onFaultWhileLit);
+}
+
 void Panel::setRatedPower(std::optional<double> watts) {
     evidence_->setRatedPower(watts);
 }
@@ -256,6 +269,7 @@ void Panel::makeViews() {
     views_->addPage(path, tr("路径"));
     views_->addPage(new ScopePage(recorder_), tr("信号"));
     views_->addPage(new ResultsPage(history_), tr("结果"));
+    views_->addPage(new EventPage(events_.get()), tr("日志"));
     connect(views_.get(), &ViewsWindow::opened, window_.get(), &PanelWindow::showViewsOpen);
 }
 

@@ -22,6 +22,8 @@ class TreeFollower;
 
 namespace app {
 
+class EventRecorder;
+class EventStore;
 class MenuTools;
 class PartWatcher;
 class PendantWindow;
@@ -92,6 +94,7 @@ private:
     void lead(Place place, int line);
     void makeMenu();
     void makeEvidence();
+    void makeEvents();
     void keepResult(const RunResult& result);
     void tellFault(const QString& equipment);
 
@@ -112,6 +115,8 @@ private:
     StopReach reach_;
     std::unique_ptr<workcell::RunningProject> project_;
     std::unique_ptr<PanelWindow> window_;
+    std::unique_ptr<EventStore> events_;
+    std::unique_ptr<EventRecorder> eventRecorder_;
     std::unique_ptr<ViewsWindow> views_;
     std::unique_ptr<PendantWindow> pendant_;
     QPointer<QWidget> page_;  ///< the package's first page, with its editor

@@ -118,7 +118,7 @@ QStackedWidget* PanelWindow::pages() const {
 
 void PanelWindow::offerViews() {
     viewsButton_->show();
-    viewsButton_->setToolTip(tr("路径、信号、结果") + QStringLiteral(": F6, F7, F8"));
+    viewsButton_->setToolTip(tr("路径、信号、结果、日志") + QStringLiteral(": F6, F7, F8, F10"));
     connect(viewsButton_, &QToolButton::clicked, this, [this](bool on) {
         if (on) {
             emit viewsAsked(0);
@@ -127,7 +127,7 @@ void PanelWindow::offerViews() {
         }
     });
     int page = 0;
-    for (const auto key : {Qt::Key_F6, Qt::Key_F7, Qt::Key_F8}) {
+    for (const auto key : {Qt::Key_F6, Qt::Key_F7, Qt::Key_F8, Qt::Key_F10}) {
         auto* shortcut = new QShortcut(key, this);
         shortcut->setContext(Qt::ApplicationShortcut);
         connect(shortcut, &QShortcut::activated, this, [this, page] { emit viewsAsked(page); });

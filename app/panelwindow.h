@@ -32,7 +32,8 @@ public:
     PartsBlock* parts() const { return parts_; }
     /// The central stacked widget, the home of every page.
     QStackedWidget* pages() const;
-    /// Offers the views in the header, and by F6 (path), F7 (signals) and F8 (results) anywhere.
+    /// Offers the views in the header, and by F6 (path), F7 (signals), F8 (results) and F10 (event log)
+    /// anywhere.
     void offerViews();
     /// The header tells whether the views are open.
     void showViewsOpen(bool open);
@@ -54,7 +55,8 @@ public:
 signals:
     /// The window has been painted for the first time, and is on the screen.
     void painted();
-    /// The views are wanted at a page: 0 for the path, 1 for the signals, 2 for the results.
+    /// The views are wanted at a page: 0 for the path, 1 for the signals, 2 for the results, 3 for
+    /// the event log.
     void viewsAsked(int page);
     void viewsDismissed();
 

@@ -2,257 +2,6 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en" sourcelanguage="zh_CN">
 <context>
-    <name>app::Archive</name>
-    <message>
-        <source>压缩包已损坏</source>
-        <translation>the archive is damaged</translation>
-    </message>
-    <message>
-        <source>压缩包含有不允许的名称：%1</source>
-        <translation>the archive has a name that is not allowed: %1</translation>
-    </message>
-    <message>
-        <source>压缩包已加密</source>
-        <translation>the archive is encrypted</translation>
-    </message>
-    <message>
-        <source>压缩包过大</source>
-        <translation>the archive is too large</translation>
-    </message>
-    <message>
-        <source>压缩包中的 %1 已损坏</source>
-        <translation>%1 in the archive is damaged</translation>
-    </message>
-    <message>
-        <source>这不是压缩包，或压缩包已损坏</source>
-        <translation>this is no archive, or it is damaged</translation>
-    </message>
-</context>
-<context>
-    <name>app::Backup</name>
-    <message>
-        <source>这不是备份文件</source>
-        <translation>this is no backup</translation>
-    </message>
-    <message>
-        <source>备份来自更新的版本</source>
-        <translation>the backup is from a newer version</translation>
-    </message>
-    <message>
-        <source>备份中的 %1 已被更改</source>
-        <translation>%1 in the backup has been changed</translation>
-    </message>
-    <message>
-        <source>备份不完整</source>
-        <translation>the backup is not complete</translation>
-    </message>
-    <message>
-        <source>无法读取 %1</source>
-        <translation>%1 cannot be read</translation>
-    </message>
-    <message>
-        <source>无法写入 %1</source>
-        <translation>%1 cannot be written</translation>
-    </message>
-</context>
-<context>
-    <name>app::BackupTools</name>
-    <message>
-        <source>已保存：%1</source>
-        <translation>Saved: %1</translation>
-    </message>
-    <message>
-        <source>程序运行时不能恢复备份。请等待其结束，或先按“停止”。</source>
-        <translation>No backup can be restored while a program runs. Wait until it ends, or press Stop.</translation>
-    </message>
-    <message>
-        <source>恢复备份</source>
-        <translation>Restore a backup</translation>
-    </message>
-    <message>
-        <source>文件过大</source>
-        <translation>the file is too large</translation>
-    </message>
-    <message>
-        <source>无法恢复 %1：%2。未作任何更改。</source>
-        <translation>%1 cannot be restored: %2. Nothing was changed.</translation>
-    </message>
-    <message>
-        <source>无法恢复备份：%1。所有文件保持原样。</source>
-        <translation>The backup cannot be restored: %1. All files are as they were.</translation>
-    </message>
-</context>
-<context>
-    <name>app::HelpWindow</name>
-    <message>
-        <source>手册</source>
-        <translation>Handbook</translation>
-    </message>
-    <message>
-        <source>查找</source>
-        <translation>Search</translation>
-    </message>
-    <message>
-        <source>目录</source>
-        <translation>Contents</translation>
-    </message>
-    <message>
-        <source>上一处</source>
-        <translation>Previous</translation>
-    </message>
-    <message>
-        <source>下一处</source>
-        <translation>Next</translation>
-    </message>
-    <message>
-        <source>手册中没有“%1”</source>
-        <translation>The handbook does not have &quot;%1&quot;</translation>
-    </message>
-</context>
-<context>
-    <name>app::MenuSheet</name>
-    <message>
-        <source>菜单</source>
-        <translation>Menu</translation>
-    </message>
-    <message>
-        <source>程序运行时，示例、语言和恢复不可用。</source>
-        <translation>While a program runs, examples, language and restoring are not available.</translation>
-    </message>
-    <message>
-        <source>手册（F1）</source>
-        <translation>Handbook (F1)</translation>
-    </message>
-    <message>
-        <source>首次设置</source>
-        <translation>First setup</translation>
-    </message>
-    <message>
-        <source>备份工程和设置…</source>
-        <translation>Back up projects and settings…</translation>
-    </message>
-    <message>
-        <source>恢复备份…</source>
-        <translation>Restore a backup…</translation>
-    </message>
-    <message>
-        <source>支持文件包…</source>
-        <translation>Support archive…</translation>
-    </message>
-    <message>
-        <source>示例</source>
-        <translation>Examples</translation>
-    </message>
-    <message>
-        <source>语言（面板将重新启动）</source>
-        <translation>Language (the panel starts again)</translation>
-    </message>
-</context>
-<context>
-    <name>app::MenuTools</name>
-    <message>
-        <source>菜单</source>
-        <translation>Menu</translation>
-    </message>
-</context>
-<context>
-    <name>app::RestoreSheet</name>
-    <message>
-        <source>恢复备份</source>
-        <translation>Restore a backup</translation>
-    </message>
-    <message>
-        <source>备份时间：%1</source>
-        <translation>Backup of %1</translation>
-    </message>
-    <message>
-        <source>将被替换：</source>
-        <translation>Will be replaced:</translation>
-    </message>
-    <message>
-        <source>将新增：</source>
-        <translation>Will be added:</translation>
-    </message>
-    <message>
-        <source>内容相同：</source>
-        <translation>Are the same:</translation>
-    </message>
-    <message>
-        <source>不在备份中，保持不变：</source>
-        <translation>Are not in the backup and stay:</translation>
-    </message>
-    <message>
-        <source>现有文件会先保存在同一文件夹的 before-restore-….zip 中。随后面板将重新启动。</source>
-        <translation>The present files are kept in the same folder first, as before-restore-….zip. Then the panel starts again.</translation>
-    </message>
-    <message>
-        <source>恢复</source>
-        <translation>Restore</translation>
-    </message>
-</context>
-<context>
-    <name>app::SetupSheet</name>
-    <message>
-        <source>首次设置</source>
-        <translation>First setup</translation>
-    </message>
-    <message>
-        <source>前往</source>
-        <translation>Go there</translation>
-    </message>
-    <message>
-        <source>此列表可随时从菜单打开。</source>
-        <translation>The menu opens this list at any time.</translation>
-    </message>
-    <message>
-        <source>不再自动显示</source>
-        <translation>Do not show by itself</translation>
-    </message>
-</context>
-<context>
-    <name>app::SetupSteps</name>
-    <message>
-        <source>端口</source>
-        <translation>Ports</translation>
-    </message>
-    <message>
-        <source>分配激光、气体和设备输入的信号，并逐一测试</source>
-        <translation>assign the signals of laser, gas and equipment, and test each</translation>
-    </message>
-    <message>
-        <source>工艺参数</source>
-        <translation>Parameter set</translation>
-    </message>
-    <message>
-        <source>建立第一组参数</source>
-        <translation>make the first set</translation>
-    </message>
-    <message>
-        <source>工具</source>
-        <translation>Tool</translation>
-    </message>
-    <message>
-        <source>在工程页上方选择已标定的焊枪</source>
-        <translation>choose the measured welding head at the top of the project page</translation>
-    </message>
-    <message>
-        <source>第一个点</source>
-        <translation>First point</translation>
-    </message>
-    <message>
-        <source>新建工程，点动到焊缝起点，按“直线”</source>
-        <translation>make a project, jog to the beginning of the seam, press Line</translation>
-    </message>
-    <message>
-        <source>第一条焊缝</source>
-        <translation>First weld</translation>
-    </message>
-    <message>
-        <source>在焊缝前后添加开始焊接和停止焊接，打开驱动电源，按“开始”</source>
-        <translation>add Start and Stop Welding around the seam, switch the drives on, press Start</translation>
-    </message>
-</context>
-<context>
     <name>ExampleLibrary</name>
     <message>
         <source>搭接直焊缝</source>
@@ -538,6 +287,87 @@
     </message>
 </context>
 <context>
+    <name>app::Archive</name>
+    <message>
+        <source>压缩包已损坏</source>
+        <translation>the archive is damaged</translation>
+    </message>
+    <message>
+        <source>压缩包含有不允许的名称：%1</source>
+        <translation>the archive has a name that is not allowed: %1</translation>
+    </message>
+    <message>
+        <source>压缩包已加密</source>
+        <translation>the archive is encrypted</translation>
+    </message>
+    <message>
+        <source>压缩包过大</source>
+        <translation>the archive is too large</translation>
+    </message>
+    <message>
+        <source>压缩包中的 %1 已损坏</source>
+        <translation>%1 in the archive is damaged</translation>
+    </message>
+    <message>
+        <source>这不是压缩包，或压缩包已损坏</source>
+        <translation>this is no archive, or it is damaged</translation>
+    </message>
+</context>
+<context>
+    <name>app::Backup</name>
+    <message>
+        <source>这不是备份文件</source>
+        <translation>this is no backup</translation>
+    </message>
+    <message>
+        <source>备份来自更新的版本</source>
+        <translation>the backup is from a newer version</translation>
+    </message>
+    <message>
+        <source>备份中的 %1 已被更改</source>
+        <translation>%1 in the backup has been changed</translation>
+    </message>
+    <message>
+        <source>备份不完整</source>
+        <translation>the backup is not complete</translation>
+    </message>
+    <message>
+        <source>无法读取 %1</source>
+        <translation>%1 cannot be read</translation>
+    </message>
+    <message>
+        <source>无法写入 %1</source>
+        <translation>%1 cannot be written</translation>
+    </message>
+</context>
+<context>
+    <name>app::BackupTools</name>
+    <message>
+        <source>已保存：%1</source>
+        <translation>Saved: %1</translation>
+    </message>
+    <message>
+        <source>程序运行时不能恢复备份。请等待其结束，或先按“停止”。</source>
+        <translation>No backup can be restored while a program runs. Wait until it ends, or press Stop.</translation>
+    </message>
+    <message>
+        <source>恢复备份</source>
+        <translation>Restore a backup</translation>
+    </message>
+    <message>
+        <source>文件过大</source>
+        <translation>the file is too large</translation>
+    </message>
+    <message>
+        <source>无法恢复 %1：%2。未作任何更改。</source>
+        <translation>%1 cannot be restored: %2. Nothing was changed.</translation>
+    </message>
+    <message>
+        <source>无法恢复备份：%1。所有文件保持原样。</source>
+        <translation>The backup cannot be restored: %1. All files are as they were.</translation>
+    </message>
+</context>
+<context>
     <name>app::BandPicture</name>
     <message>
         <source>出光</source>
@@ -611,6 +441,226 @@
     </message>
 </context>
 <context>
+    <name>app::EventList</name>
+    <message>
+        <source>时间</source>
+        <translation>Time</translation>
+    </message>
+    <message>
+        <source>事件</source>
+        <translation>Event</translation>
+    </message>
+    <message>
+        <source>启动者</source>
+        <translation>By</translation>
+    </message>
+    <message>
+        <source>工程</source>
+        <translation>Project</translation>
+    </message>
+    <message>
+        <source>行</source>
+        <translation>Line</translation>
+    </message>
+    <message>
+        <source>说明</source>
+        <translation>Details</translation>
+    </message>
+</context>
+<context>
+    <name>app::EventPage</name>
+    <message>
+        <source>CSV</source>
+        <translation>CSV</translation>
+    </message>
+    <message>
+        <source>已写入 %1</source>
+        <translation>%1 written</translation>
+    </message>
+    <message>
+        <source>查找</source>
+        <translation>Search</translation>
+    </message>
+    <message>
+        <source>全部事件</source>
+        <translation>All events</translation>
+    </message>
+    <message>
+        <source>前一天</source>
+        <translation>Day before</translation>
+    </message>
+    <message>
+        <source>后一天</source>
+        <translation>Day after</translation>
+    </message>
+    <message>
+        <source>显示所有日期</source>
+        <translation>Show all days</translation>
+    </message>
+    <message>
+        <source>将找到的所有事件写入文件</source>
+        <translation>Writes all events found to a file</translation>
+    </message>
+    <message>
+        <source>最新的 %1 个事件</source>
+        <translation>The newest %1 events</translation>
+    </message>
+    <message>
+        <source>%1 个事件</source>
+        <translation>%1 events</translation>
+    </message>
+    <message>
+        <source>所有日期</source>
+        <translation>All days</translation>
+    </message>
+</context>
+<context>
+    <name>app::EventStore</name>
+    <message>
+        <source>缺少 SQLite 驱动</source>
+        <translation>the SQLite driver is missing</translation>
+    </message>
+    <message>
+        <source>事件日志无法写入：%1（%2）</source>
+        <translation>The event log cannot be written: %1 (%2)</translation>
+    </message>
+    <message>
+        <source>事件日志已损坏，保存为 %1，并新建日志</source>
+        <translation>The event log was damaged. It is kept as %1, and a new one was begun</translation>
+    </message>
+    <message>
+        <source>事件日志已损坏：%1</source>
+        <translation>The event log is damaged: %1</translation>
+    </message>
+</context>
+<context>
+    <name>app::EventText</name>
+    <message>
+        <source>启动</source>
+        <translation>Start</translation>
+    </message>
+    <message>
+        <source>完成</source>
+        <translation>Finished</translation>
+    </message>
+    <message>
+        <source>暂停</source>
+        <translation>Pause</translation>
+    </message>
+    <message>
+        <source>停机</source>
+        <translation>Stop</translation>
+    </message>
+    <message>
+        <source>故障</source>
+        <translation>Fault</translation>
+    </message>
+    <message>
+        <source>错误</source>
+        <translation>Error</translation>
+    </message>
+    <message>
+        <source>激光</source>
+        <translation>Laser</translation>
+    </message>
+    <message>
+        <source>保存</source>
+        <translation>Saved</translation>
+    </message>
+    <message>
+        <source>打开</source>
+        <translation>Opened</translation>
+    </message>
+    <message>
+        <source>权限</source>
+        <translation>Role</translation>
+    </message>
+    <message>
+        <source>面板</source>
+        <translation>Panel</translation>
+    </message>
+    <message>
+        <source>手动</source>
+        <translation>by hand</translation>
+    </message>
+    <message>
+        <source>单步</source>
+        <translation>single step</translation>
+    </message>
+    <message>
+        <source>工位</source>
+        <translation>station</translation>
+    </message>
+    <message>
+        <source>急停已按下</source>
+        <translation>Emergency stop pressed</translation>
+    </message>
+    <message>
+        <source>急停已复位</source>
+        <translation>Emergency stop released</translation>
+    </message>
+    <message>
+        <source>运行中驱动断电</source>
+        <translation>Drive power lost in a run</translation>
+    </message>
+    <message>
+        <source>机器人运动错误 -0x%1</source>
+        <translation>Robot motion error -0x%1</translation>
+    </message>
+    <message>
+        <source>文件：%1</source>
+        <translation>File: %1</translation>
+    </message>
+    <message>
+        <source>%1：异常</source>
+        <translation>%1: not ready</translation>
+    </message>
+    <message>
+        <source>%1：恢复正常</source>
+        <translation>%1: ready again</translation>
+    </message>
+    <message>
+        <source>%1：激光打开时出现故障</source>
+        <translation>%1: faulty while the laser was on</translation>
+    </message>
+    <message>
+        <source>手动打开</source>
+        <translation>On: by hand</translation>
+    </message>
+    <message>
+        <source>已关闭</source>
+        <translation>Off</translation>
+    </message>
+    <message>
+        <source>面板已启动，版本 %1</source>
+        <translation>Panel started, version %1</translation>
+    </message>
+    <message>
+        <source>面板已关闭</source>
+        <translation>Panel closed</translation>
+    </message>
+    <message>
+        <source>集成员已登录</source>
+        <translation>Integrator logged in</translation>
+    </message>
+    <message>
+        <source>集成员已退出</source>
+        <translation>Integrator logged out</translation>
+    </message>
+    <message>
+        <source>密码错误</source>
+        <translation>Wrong code</translation>
+    </message>
+    <message>
+        <source>密码已设置</source>
+        <translation>Code set</translation>
+    </message>
+    <message>
+        <source>密码已取消</source>
+        <translation>Code removed</translation>
+    </message>
+</context>
+<context>
     <name>app::FaultList</name>
     <message>
         <source>设备故障</source>
@@ -677,6 +727,33 @@ with code %1</translation>
     <message>
         <source>机器人状态延迟 50 ms</source>
         <translation>Robot state 50 ms late</translation>
+    </message>
+</context>
+<context>
+    <name>app::HelpWindow</name>
+    <message>
+        <source>手册</source>
+        <translation>Handbook</translation>
+    </message>
+    <message>
+        <source>查找</source>
+        <translation>Search</translation>
+    </message>
+    <message>
+        <source>目录</source>
+        <translation>Contents</translation>
+    </message>
+    <message>
+        <source>上一处</source>
+        <translation>Previous</translation>
+    </message>
+    <message>
+        <source>下一处</source>
+        <translation>Next</translation>
+    </message>
+    <message>
+        <source>手册中没有“%1”</source>
+        <translation>The handbook does not have &quot;%1&quot;</translation>
     </message>
 </context>
 <context>
@@ -762,6 +839,52 @@ mm/s, °/s</translation>
     </message>
 </context>
 <context>
+    <name>app::MenuSheet</name>
+    <message>
+        <source>菜单</source>
+        <translation>Menu</translation>
+    </message>
+    <message>
+        <source>程序运行时，示例、语言和恢复不可用。</source>
+        <translation>While a program runs, examples, language and restoring are not available.</translation>
+    </message>
+    <message>
+        <source>手册（F1）</source>
+        <translation>Handbook (F1)</translation>
+    </message>
+    <message>
+        <source>首次设置</source>
+        <translation>First setup</translation>
+    </message>
+    <message>
+        <source>备份工程和设置…</source>
+        <translation>Back up projects and settings…</translation>
+    </message>
+    <message>
+        <source>恢复备份…</source>
+        <translation>Restore a backup…</translation>
+    </message>
+    <message>
+        <source>支持文件包…</source>
+        <translation>Support archive…</translation>
+    </message>
+    <message>
+        <source>示例</source>
+        <translation>Examples</translation>
+    </message>
+    <message>
+        <source>语言（面板将重新启动）</source>
+        <translation>Language (the panel starts again)</translation>
+    </message>
+</context>
+<context>
+    <name>app::MenuTools</name>
+    <message>
+        <source>菜单</source>
+        <translation>Menu</translation>
+    </message>
+</context>
+<context>
     <name>app::NoticeBar</name>
     <message>
         <source>关闭提示</source>
@@ -811,6 +934,10 @@ mm/s, °/s</translation>
         <translation>Last part %1
 Mean %2</translation>
     </message>
+    <message>
+        <source>日志</source>
+        <translation>Log</translation>
+    </message>
 </context>
 <context>
     <name>app::PanelWindow</name>
@@ -823,16 +950,16 @@ Mean %2</translation>
         <translation>Simulated cell</translation>
     </message>
     <message>
-        <source>路径、信号、结果</source>
-        <translation>Path, signals, results</translation>
-    </message>
-    <message>
         <source>视图</source>
         <translation>Views</translation>
     </message>
     <message>
         <source>单元</source>
         <translation>Cell</translation>
+    </message>
+    <message>
+        <source>路径、信号、结果、日志</source>
+        <translation>Path, signals, results, log</translation>
     </message>
 </context>
 <context>
@@ -1195,6 +1322,41 @@ Mean %2</translation>
     </message>
 </context>
 <context>
+    <name>app::RestoreSheet</name>
+    <message>
+        <source>恢复备份</source>
+        <translation>Restore a backup</translation>
+    </message>
+    <message>
+        <source>备份时间：%1</source>
+        <translation>Backup of %1</translation>
+    </message>
+    <message>
+        <source>将被替换：</source>
+        <translation>Will be replaced:</translation>
+    </message>
+    <message>
+        <source>将新增：</source>
+        <translation>Will be added:</translation>
+    </message>
+    <message>
+        <source>内容相同：</source>
+        <translation>Are the same:</translation>
+    </message>
+    <message>
+        <source>不在备份中，保持不变：</source>
+        <translation>Are not in the backup and stay:</translation>
+    </message>
+    <message>
+        <source>现有文件会先保存在同一文件夹的 before-restore-….zip 中。随后面板将重新启动。</source>
+        <translation>The present files are kept in the same folder first, as before-restore-….zip. Then the panel starts again.</translation>
+    </message>
+    <message>
+        <source>恢复</source>
+        <translation>Restore</translation>
+    </message>
+</context>
+<context>
     <name>app::ResultExport</name>
     <message>
         <source>导出</source>
@@ -1548,6 +1710,68 @@ Mean %2</translation>
     <message>
         <source>焊缝 %1</source>
         <translation>Seam %1</translation>
+    </message>
+</context>
+<context>
+    <name>app::SetupSheet</name>
+    <message>
+        <source>首次设置</source>
+        <translation>First setup</translation>
+    </message>
+    <message>
+        <source>前往</source>
+        <translation>Go there</translation>
+    </message>
+    <message>
+        <source>此列表可随时从菜单打开。</source>
+        <translation>The menu opens this list at any time.</translation>
+    </message>
+    <message>
+        <source>不再自动显示</source>
+        <translation>Do not show by itself</translation>
+    </message>
+</context>
+<context>
+    <name>app::SetupSteps</name>
+    <message>
+        <source>端口</source>
+        <translation>Ports</translation>
+    </message>
+    <message>
+        <source>分配激光、气体和设备输入的信号，并逐一测试</source>
+        <translation>assign the signals of laser, gas and equipment, and test each</translation>
+    </message>
+    <message>
+        <source>工艺参数</source>
+        <translation>Parameter set</translation>
+    </message>
+    <message>
+        <source>建立第一组参数</source>
+        <translation>make the first set</translation>
+    </message>
+    <message>
+        <source>工具</source>
+        <translation>Tool</translation>
+    </message>
+    <message>
+        <source>在工程页上方选择已标定的焊枪</source>
+        <translation>choose the measured welding head at the top of the project page</translation>
+    </message>
+    <message>
+        <source>第一个点</source>
+        <translation>First point</translation>
+    </message>
+    <message>
+        <source>新建工程，点动到焊缝起点，按“直线”</source>
+        <translation>make a project, jog to the beginning of the seam, press Line</translation>
+    </message>
+    <message>
+        <source>第一条焊缝</source>
+        <translation>First weld</translation>
+    </message>
+    <message>
+        <source>在焊缝前后添加开始焊接和停止焊接，打开驱动电源，按“开始”</source>
+        <translation>add Start and Stop Welding around the seam, switch the drives on, press Start</translation>
     </message>
 </context>
 <context>
@@ -1940,8 +2164,8 @@ Mean %2</translation>
 <context>
     <name>app::ViewsWindow</name>
     <message>
-        <source>路径、信号、结果</source>
-        <translation>Path, signals, results</translation>
+        <source>路径、信号、结果、日志</source>
+        <translation>Path, signals, results, log</translation>
     </message>
 </context>
 </TS>

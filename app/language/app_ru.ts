@@ -2,257 +2,6 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="ru" sourcelanguage="zh_CN">
 <context>
-    <name>app::Archive</name>
-    <message>
-        <source>压缩包已损坏</source>
-        <translation>архив повреждён</translation>
-    </message>
-    <message>
-        <source>压缩包含有不允许的名称：%1</source>
-        <translation>в архиве недопустимое имя: %1</translation>
-    </message>
-    <message>
-        <source>压缩包已加密</source>
-        <translation>архив зашифрован</translation>
-    </message>
-    <message>
-        <source>压缩包过大</source>
-        <translation>архив слишком велик</translation>
-    </message>
-    <message>
-        <source>压缩包中的 %1 已损坏</source>
-        <translation>файл %1 в архиве повреждён</translation>
-    </message>
-    <message>
-        <source>这不是压缩包，或压缩包已损坏</source>
-        <translation>это не архив, или он повреждён</translation>
-    </message>
-</context>
-<context>
-    <name>app::Backup</name>
-    <message>
-        <source>这不是备份文件</source>
-        <translation>это не резервная копия</translation>
-    </message>
-    <message>
-        <source>备份来自更新的版本</source>
-        <translation>копия от более новой версии</translation>
-    </message>
-    <message>
-        <source>备份中的 %1 已被更改</source>
-        <translation>файл %1 в копии изменён</translation>
-    </message>
-    <message>
-        <source>备份不完整</source>
-        <translation>копия неполна</translation>
-    </message>
-    <message>
-        <source>无法读取 %1</source>
-        <translation>не удаётся прочитать %1</translation>
-    </message>
-    <message>
-        <source>无法写入 %1</source>
-        <translation>не удаётся записать %1</translation>
-    </message>
-</context>
-<context>
-    <name>app::BackupTools</name>
-    <message>
-        <source>已保存：%1</source>
-        <translation>Сохранено: %1</translation>
-    </message>
-    <message>
-        <source>程序运行时不能恢复备份。请等待其结束，或先按“停止”。</source>
-        <translation>Во время работы программы восстановление невозможно. Дождитесь окончания или нажмите «Стоп».</translation>
-    </message>
-    <message>
-        <source>恢复备份</source>
-        <translation>Восстановление копии</translation>
-    </message>
-    <message>
-        <source>文件过大</source>
-        <translation>файл слишком велик</translation>
-    </message>
-    <message>
-        <source>无法恢复 %1：%2。未作任何更改。</source>
-        <translation>%1 не восстановить: %2. Ничего не изменено.</translation>
-    </message>
-    <message>
-        <source>无法恢复备份：%1。所有文件保持原样。</source>
-        <translation>Копию не восстановить: %1. Все файлы остались прежними.</translation>
-    </message>
-</context>
-<context>
-    <name>app::HelpWindow</name>
-    <message>
-        <source>手册</source>
-        <translation>Руководство</translation>
-    </message>
-    <message>
-        <source>查找</source>
-        <translation>Поиск</translation>
-    </message>
-    <message>
-        <source>目录</source>
-        <translation>Содержание</translation>
-    </message>
-    <message>
-        <source>上一处</source>
-        <translation>Предыдущее</translation>
-    </message>
-    <message>
-        <source>下一处</source>
-        <translation>Следующее</translation>
-    </message>
-    <message>
-        <source>手册中没有“%1”</source>
-        <translation>В руководстве нет «%1»</translation>
-    </message>
-</context>
-<context>
-    <name>app::MenuSheet</name>
-    <message>
-        <source>菜单</source>
-        <translation>Меню</translation>
-    </message>
-    <message>
-        <source>程序运行时，示例、语言和恢复不可用。</source>
-        <translation>Во время работы программы примеры, язык и восстановление недоступны.</translation>
-    </message>
-    <message>
-        <source>手册（F1）</source>
-        <translation>Руководство (F1)</translation>
-    </message>
-    <message>
-        <source>首次设置</source>
-        <translation>Первая настройка</translation>
-    </message>
-    <message>
-        <source>备份工程和设置…</source>
-        <translation>Резервная копия…</translation>
-    </message>
-    <message>
-        <source>恢复备份…</source>
-        <translation>Восстановить копию…</translation>
-    </message>
-    <message>
-        <source>支持文件包…</source>
-        <translation>Архив для поддержки…</translation>
-    </message>
-    <message>
-        <source>示例</source>
-        <translation>Примеры</translation>
-    </message>
-    <message>
-        <source>语言（面板将重新启动）</source>
-        <translation>Язык (панель перезапустится)</translation>
-    </message>
-</context>
-<context>
-    <name>app::MenuTools</name>
-    <message>
-        <source>菜单</source>
-        <translation>Меню</translation>
-    </message>
-</context>
-<context>
-    <name>app::RestoreSheet</name>
-    <message>
-        <source>恢复备份</source>
-        <translation>Восстановление копии</translation>
-    </message>
-    <message>
-        <source>备份时间：%1</source>
-        <translation>Копия от %1</translation>
-    </message>
-    <message>
-        <source>将被替换：</source>
-        <translation>Будут заменены:</translation>
-    </message>
-    <message>
-        <source>将新增：</source>
-        <translation>Будут добавлены:</translation>
-    </message>
-    <message>
-        <source>内容相同：</source>
-        <translation>Совпадают:</translation>
-    </message>
-    <message>
-        <source>不在备份中，保持不变：</source>
-        <translation>Нет в копии, останутся:</translation>
-    </message>
-    <message>
-        <source>现有文件会先保存在同一文件夹的 before-restore-….zip 中。随后面板将重新启动。</source>
-        <translation>Прежние файлы сначала сохраняются в той же папке как before-restore-….zip. Затем панель перезапустится.</translation>
-    </message>
-    <message>
-        <source>恢复</source>
-        <translation>Восстановить</translation>
-    </message>
-</context>
-<context>
-    <name>app::SetupSheet</name>
-    <message>
-        <source>首次设置</source>
-        <translation>Первая настройка</translation>
-    </message>
-    <message>
-        <source>前往</source>
-        <translation>Перейти</translation>
-    </message>
-    <message>
-        <source>此列表可随时从菜单打开。</source>
-        <translation>Список всегда доступен в меню.</translation>
-    </message>
-    <message>
-        <source>不再自动显示</source>
-        <translation>Больше не показывать</translation>
-    </message>
-</context>
-<context>
-    <name>app::SetupSteps</name>
-    <message>
-        <source>端口</source>
-        <translation>Порты</translation>
-    </message>
-    <message>
-        <source>分配激光、气体和设备输入的信号，并逐一测试</source>
-        <translation>назначьте сигналы лазера, газа и оборудования и проверьте каждый</translation>
-    </message>
-    <message>
-        <source>工艺参数</source>
-        <translation>Набор параметров</translation>
-    </message>
-    <message>
-        <source>建立第一组参数</source>
-        <translation>создайте первый набор</translation>
-    </message>
-    <message>
-        <source>工具</source>
-        <translation>Инструмент</translation>
-    </message>
-    <message>
-        <source>在工程页上方选择已标定的焊枪</source>
-        <translation>выберите откалиброванную горелку вверху страницы проекта</translation>
-    </message>
-    <message>
-        <source>第一个点</source>
-        <translation>Первая точка</translation>
-    </message>
-    <message>
-        <source>新建工程，点动到焊缝起点，按“直线”</source>
-        <translation>создайте проект, подведите к началу шва, нажмите «Прямая»</translation>
-    </message>
-    <message>
-        <source>第一条焊缝</source>
-        <translation>Первый шов</translation>
-    </message>
-    <message>
-        <source>在焊缝前后添加开始焊接和停止焊接，打开驱动电源，按“开始”</source>
-        <translation>добавьте начало и конец сварки, включите приводы, нажмите «Пуск»</translation>
-    </message>
-</context>
-<context>
     <name>ExampleLibrary</name>
     <message>
         <source>搭接直焊缝</source>
@@ -538,6 +287,87 @@
     </message>
 </context>
 <context>
+    <name>app::Archive</name>
+    <message>
+        <source>压缩包已损坏</source>
+        <translation>архив повреждён</translation>
+    </message>
+    <message>
+        <source>压缩包含有不允许的名称：%1</source>
+        <translation>в архиве недопустимое имя: %1</translation>
+    </message>
+    <message>
+        <source>压缩包已加密</source>
+        <translation>архив зашифрован</translation>
+    </message>
+    <message>
+        <source>压缩包过大</source>
+        <translation>архив слишком велик</translation>
+    </message>
+    <message>
+        <source>压缩包中的 %1 已损坏</source>
+        <translation>файл %1 в архиве повреждён</translation>
+    </message>
+    <message>
+        <source>这不是压缩包，或压缩包已损坏</source>
+        <translation>это не архив, или он повреждён</translation>
+    </message>
+</context>
+<context>
+    <name>app::Backup</name>
+    <message>
+        <source>这不是备份文件</source>
+        <translation>это не резервная копия</translation>
+    </message>
+    <message>
+        <source>备份来自更新的版本</source>
+        <translation>копия от более новой версии</translation>
+    </message>
+    <message>
+        <source>备份中的 %1 已被更改</source>
+        <translation>файл %1 в копии изменён</translation>
+    </message>
+    <message>
+        <source>备份不完整</source>
+        <translation>копия неполна</translation>
+    </message>
+    <message>
+        <source>无法读取 %1</source>
+        <translation>не удаётся прочитать %1</translation>
+    </message>
+    <message>
+        <source>无法写入 %1</source>
+        <translation>не удаётся записать %1</translation>
+    </message>
+</context>
+<context>
+    <name>app::BackupTools</name>
+    <message>
+        <source>已保存：%1</source>
+        <translation>Сохранено: %1</translation>
+    </message>
+    <message>
+        <source>程序运行时不能恢复备份。请等待其结束，或先按“停止”。</source>
+        <translation>Во время работы программы восстановление невозможно. Дождитесь окончания или нажмите «Стоп».</translation>
+    </message>
+    <message>
+        <source>恢复备份</source>
+        <translation>Восстановление копии</translation>
+    </message>
+    <message>
+        <source>文件过大</source>
+        <translation>файл слишком велик</translation>
+    </message>
+    <message>
+        <source>无法恢复 %1：%2。未作任何更改。</source>
+        <translation>%1 не восстановить: %2. Ничего не изменено.</translation>
+    </message>
+    <message>
+        <source>无法恢复备份：%1。所有文件保持原样。</source>
+        <translation>Копию не восстановить: %1. Все файлы остались прежними.</translation>
+    </message>
+</context>
+<context>
     <name>app::BandPicture</name>
     <message>
         <source>出光</source>
@@ -611,6 +441,226 @@
     </message>
 </context>
 <context>
+    <name>app::EventList</name>
+    <message>
+        <source>时间</source>
+        <translation>Время</translation>
+    </message>
+    <message>
+        <source>事件</source>
+        <translation>Событие</translation>
+    </message>
+    <message>
+        <source>启动者</source>
+        <translation>Кем</translation>
+    </message>
+    <message>
+        <source>工程</source>
+        <translation>Проект</translation>
+    </message>
+    <message>
+        <source>行</source>
+        <translation>Строка</translation>
+    </message>
+    <message>
+        <source>说明</source>
+        <translation>Подробности</translation>
+    </message>
+</context>
+<context>
+    <name>app::EventPage</name>
+    <message>
+        <source>CSV</source>
+        <translation>CSV</translation>
+    </message>
+    <message>
+        <source>已写入 %1</source>
+        <translation>Записано: %1</translation>
+    </message>
+    <message>
+        <source>查找</source>
+        <translation>Поиск</translation>
+    </message>
+    <message>
+        <source>全部事件</source>
+        <translation>Все события</translation>
+    </message>
+    <message>
+        <source>前一天</source>
+        <translation>Предыдущий день</translation>
+    </message>
+    <message>
+        <source>后一天</source>
+        <translation>Следующий день</translation>
+    </message>
+    <message>
+        <source>显示所有日期</source>
+        <translation>Показать все дни</translation>
+    </message>
+    <message>
+        <source>将找到的所有事件写入文件</source>
+        <translation>Записывает все найденные события в файл</translation>
+    </message>
+    <message>
+        <source>最新的 %1 个事件</source>
+        <translation>Последние события: %1</translation>
+    </message>
+    <message>
+        <source>%1 个事件</source>
+        <translation>Событий: %1</translation>
+    </message>
+    <message>
+        <source>所有日期</source>
+        <translation>Все дни</translation>
+    </message>
+</context>
+<context>
+    <name>app::EventStore</name>
+    <message>
+        <source>缺少 SQLite 驱动</source>
+        <translation>нет драйвера SQLite</translation>
+    </message>
+    <message>
+        <source>事件日志无法写入：%1（%2）</source>
+        <translation>Журнал событий не записывается: %1 (%2)</translation>
+    </message>
+    <message>
+        <source>事件日志已损坏，保存为 %1，并新建日志</source>
+        <translation>Журнал событий повреждён. Он сохранён как %1, начат новый</translation>
+    </message>
+    <message>
+        <source>事件日志已损坏：%1</source>
+        <translation>Журнал событий повреждён: %1</translation>
+    </message>
+</context>
+<context>
+    <name>app::EventText</name>
+    <message>
+        <source>启动</source>
+        <translation>Пуск</translation>
+    </message>
+    <message>
+        <source>完成</source>
+        <translation>Завершено</translation>
+    </message>
+    <message>
+        <source>暂停</source>
+        <translation>Пауза</translation>
+    </message>
+    <message>
+        <source>停机</source>
+        <translation>Останов</translation>
+    </message>
+    <message>
+        <source>故障</source>
+        <translation>Отказ</translation>
+    </message>
+    <message>
+        <source>错误</source>
+        <translation>Ошибка</translation>
+    </message>
+    <message>
+        <source>激光</source>
+        <translation>Лазер</translation>
+    </message>
+    <message>
+        <source>保存</source>
+        <translation>Сохранено</translation>
+    </message>
+    <message>
+        <source>打开</source>
+        <translation>Открыто</translation>
+    </message>
+    <message>
+        <source>权限</source>
+        <translation>Доступ</translation>
+    </message>
+    <message>
+        <source>面板</source>
+        <translation>Панель</translation>
+    </message>
+    <message>
+        <source>手动</source>
+        <translation>вручную</translation>
+    </message>
+    <message>
+        <source>单步</source>
+        <translation>шаг</translation>
+    </message>
+    <message>
+        <source>工位</source>
+        <translation>пост</translation>
+    </message>
+    <message>
+        <source>急停已按下</source>
+        <translation>Аварийный останов нажат</translation>
+    </message>
+    <message>
+        <source>急停已复位</source>
+        <translation>Аварийный останов отпущен</translation>
+    </message>
+    <message>
+        <source>运行中驱动断电</source>
+        <translation>Питание приводов пропало во время работы</translation>
+    </message>
+    <message>
+        <source>机器人运动错误 -0x%1</source>
+        <translation>Ошибка движения робота -0x%1</translation>
+    </message>
+    <message>
+        <source>文件：%1</source>
+        <translation>Файл: %1</translation>
+    </message>
+    <message>
+        <source>%1：异常</source>
+        <translation>%1: не в порядке</translation>
+    </message>
+    <message>
+        <source>%1：恢复正常</source>
+        <translation>%1: снова в порядке</translation>
+    </message>
+    <message>
+        <source>%1：激光打开时出现故障</source>
+        <translation>%1: отказ при включённом лазере</translation>
+    </message>
+    <message>
+        <source>手动打开</source>
+        <translation>Включён вручную</translation>
+    </message>
+    <message>
+        <source>已关闭</source>
+        <translation>Выключен</translation>
+    </message>
+    <message>
+        <source>面板已启动，版本 %1</source>
+        <translation>Панель запущена, версия %1</translation>
+    </message>
+    <message>
+        <source>面板已关闭</source>
+        <translation>Панель закрыта</translation>
+    </message>
+    <message>
+        <source>集成员已登录</source>
+        <translation>Вход наладчика</translation>
+    </message>
+    <message>
+        <source>集成员已退出</source>
+        <translation>Выход наладчика</translation>
+    </message>
+    <message>
+        <source>密码错误</source>
+        <translation>Неверный код</translation>
+    </message>
+    <message>
+        <source>密码已设置</source>
+        <translation>Код задан</translation>
+    </message>
+    <message>
+        <source>密码已取消</source>
+        <translation>Код снят</translation>
+    </message>
+</context>
+<context>
     <name>app::FaultList</name>
     <message>
         <source>设备故障</source>
@@ -677,6 +727,33 @@
     <message>
         <source>机器人状态延迟 50 ms</source>
         <translation>Состояние с задержкой 50 мс</translation>
+    </message>
+</context>
+<context>
+    <name>app::HelpWindow</name>
+    <message>
+        <source>手册</source>
+        <translation>Руководство</translation>
+    </message>
+    <message>
+        <source>查找</source>
+        <translation>Поиск</translation>
+    </message>
+    <message>
+        <source>目录</source>
+        <translation>Содержание</translation>
+    </message>
+    <message>
+        <source>上一处</source>
+        <translation>Предыдущее</translation>
+    </message>
+    <message>
+        <source>下一处</source>
+        <translation>Следующее</translation>
+    </message>
+    <message>
+        <source>手册中没有“%1”</source>
+        <translation>В руководстве нет «%1»</translation>
     </message>
 </context>
 <context>
@@ -762,6 +839,52 @@ mm/s，°/s</source>
     </message>
 </context>
 <context>
+    <name>app::MenuSheet</name>
+    <message>
+        <source>菜单</source>
+        <translation>Меню</translation>
+    </message>
+    <message>
+        <source>程序运行时，示例、语言和恢复不可用。</source>
+        <translation>Во время работы программы примеры, язык и восстановление недоступны.</translation>
+    </message>
+    <message>
+        <source>手册（F1）</source>
+        <translation>Руководство (F1)</translation>
+    </message>
+    <message>
+        <source>首次设置</source>
+        <translation>Первая настройка</translation>
+    </message>
+    <message>
+        <source>备份工程和设置…</source>
+        <translation>Резервная копия…</translation>
+    </message>
+    <message>
+        <source>恢复备份…</source>
+        <translation>Восстановить копию…</translation>
+    </message>
+    <message>
+        <source>支持文件包…</source>
+        <translation>Архив для поддержки…</translation>
+    </message>
+    <message>
+        <source>示例</source>
+        <translation>Примеры</translation>
+    </message>
+    <message>
+        <source>语言（面板将重新启动）</source>
+        <translation>Язык (панель перезапустится)</translation>
+    </message>
+</context>
+<context>
+    <name>app::MenuTools</name>
+    <message>
+        <source>菜单</source>
+        <translation>Меню</translation>
+    </message>
+</context>
+<context>
     <name>app::NoticeBar</name>
     <message>
         <source>关闭提示</source>
@@ -811,6 +934,10 @@ mm/s，°/s</source>
         <translation>Деталь %1
 Среднее %2</translation>
     </message>
+    <message>
+        <source>日志</source>
+        <translation>Журнал</translation>
+    </message>
 </context>
 <context>
     <name>app::PanelWindow</name>
@@ -823,16 +950,16 @@ mm/s，°/s</source>
         <translation>Модель ячейки</translation>
     </message>
     <message>
-        <source>路径、信号、结果</source>
-        <translation>Путь, сигналы, итоги</translation>
-    </message>
-    <message>
         <source>视图</source>
         <translation>Виды</translation>
     </message>
     <message>
         <source>单元</source>
         <translation>Ячейка</translation>
+    </message>
+    <message>
+        <source>路径、信号、结果、日志</source>
+        <translation>Путь, сигналы, итоги, журнал</translation>
     </message>
 </context>
 <context>
@@ -1195,6 +1322,41 @@ mm/s，°/s</source>
     </message>
 </context>
 <context>
+    <name>app::RestoreSheet</name>
+    <message>
+        <source>恢复备份</source>
+        <translation>Восстановление копии</translation>
+    </message>
+    <message>
+        <source>备份时间：%1</source>
+        <translation>Копия от %1</translation>
+    </message>
+    <message>
+        <source>将被替换：</source>
+        <translation>Будут заменены:</translation>
+    </message>
+    <message>
+        <source>将新增：</source>
+        <translation>Будут добавлены:</translation>
+    </message>
+    <message>
+        <source>内容相同：</source>
+        <translation>Совпадают:</translation>
+    </message>
+    <message>
+        <source>不在备份中，保持不变：</source>
+        <translation>Нет в копии, останутся:</translation>
+    </message>
+    <message>
+        <source>现有文件会先保存在同一文件夹的 before-restore-….zip 中。随后面板将重新启动。</source>
+        <translation>Прежние файлы сначала сохраняются в той же папке как before-restore-….zip. Затем панель перезапустится.</translation>
+    </message>
+    <message>
+        <source>恢复</source>
+        <translation>Восстановить</translation>
+    </message>
+</context>
+<context>
     <name>app::ResultExport</name>
     <message>
         <source>导出</source>
@@ -1548,6 +1710,68 @@ mm/s，°/s</source>
     <message>
         <source>焊缝 %1</source>
         <translation>Шов %1</translation>
+    </message>
+</context>
+<context>
+    <name>app::SetupSheet</name>
+    <message>
+        <source>首次设置</source>
+        <translation>Первая настройка</translation>
+    </message>
+    <message>
+        <source>前往</source>
+        <translation>Перейти</translation>
+    </message>
+    <message>
+        <source>此列表可随时从菜单打开。</source>
+        <translation>Список всегда доступен в меню.</translation>
+    </message>
+    <message>
+        <source>不再自动显示</source>
+        <translation>Больше не показывать</translation>
+    </message>
+</context>
+<context>
+    <name>app::SetupSteps</name>
+    <message>
+        <source>端口</source>
+        <translation>Порты</translation>
+    </message>
+    <message>
+        <source>分配激光、气体和设备输入的信号，并逐一测试</source>
+        <translation>назначьте сигналы лазера, газа и оборудования и проверьте каждый</translation>
+    </message>
+    <message>
+        <source>工艺参数</source>
+        <translation>Набор параметров</translation>
+    </message>
+    <message>
+        <source>建立第一组参数</source>
+        <translation>создайте первый набор</translation>
+    </message>
+    <message>
+        <source>工具</source>
+        <translation>Инструмент</translation>
+    </message>
+    <message>
+        <source>在工程页上方选择已标定的焊枪</source>
+        <translation>выберите откалиброванную горелку вверху страницы проекта</translation>
+    </message>
+    <message>
+        <source>第一个点</source>
+        <translation>Первая точка</translation>
+    </message>
+    <message>
+        <source>新建工程，点动到焊缝起点，按“直线”</source>
+        <translation>создайте проект, подведите к началу шва, нажмите «Прямая»</translation>
+    </message>
+    <message>
+        <source>第一条焊缝</source>
+        <translation>Первый шов</translation>
+    </message>
+    <message>
+        <source>在焊缝前后添加开始焊接和停止焊接，打开驱动电源，按“开始”</source>
+        <translation>добавьте начало и конец сварки, включите приводы, нажмите «Пуск»</translation>
     </message>
 </context>
 <context>
@@ -1942,8 +2166,8 @@ mm/s，°/s</source>
 <context>
     <name>app::ViewsWindow</name>
     <message>
-        <source>路径、信号、结果</source>
-        <translation>Путь, сигналы, итоги</translation>
+        <source>路径、信号、结果、日志</source>
+        <translation>Путь, сигналы, итоги, журнал</translation>
     </message>
 </context>
 </TS>

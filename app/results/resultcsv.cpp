@@ -1,5 +1,6 @@
 #include "app/results/resultcsv.h"
 
+#include "app/csvfield.h"
 #include "app/results/recordjson.h"
 #include "json/jsonwriter.h"
 
@@ -15,14 +16,6 @@ const char* const runColumns[] = {"begun", "project", "reason", "seconds", "run_
 const char* const seamColumns[] = {
     "seam",         "open_line",     "close_line",      "set",          "start_s", "end_s",
     "welded_ratio", "heat_J_per_mm", "mean_speed_mm_s", "dark_gaps_mm", "faults",  "violations"};
-
-QByteArray quoted(const QString& text) {
-    const bool isPlain = !text.contains(QLatin1Char(',')) && !text.contains(QLatin1Char('"')) &&
-                         !text.contains(QLatin1Char('\n')) && !text.contains(QLatin1Char('\r'));
-    QString doubled = text;
-    doubled.replace(QLatin1Char('"'), QLatin1String("\"\""));
-    return isPlain ? text.toUtf8() : '"' + doubled.toUtf8() + '"';
-}
 
 QByteArray numberOrNothing(const std::optional<double>& value) {
     return value ? mendo::numberText(*value) : QByteArray();
@@ -53,15 +46,15 @@ QByteArrayList fieldsOf(const SeamRecord& seam, int number, const QString& viola
         QByteArray::number(number),
         QByteArray::number(seam.openLine),
         seam.closeLine ? QByteArray::number(*seam.closeLine) : QByteArray(),
-        quoted(seam.set),
+        csvField(seam.set),
         seam.start ? mendo::numberText(seam.start->atS) : QByteArray(),
         seam.end ? mendo::numberText(seam.end->atS) : QByteArray(),
         numberOrNothing(seam.weldedRatio()),
         numberOrNothing(seam.heatJPerMm),
         numberOrNothing(seam.meanSpeedMmPerS),
         gapsText(seam),
-        quoted(seam.faults.join(QLatin1Char(' '))),
-        quoted(violations),
+        csvField(seam.faults.join(QLatin1Char(' '))),
+        csvField(violations),
     };
     for (const SeamNumber& column : seamNumbers()) {
         fields << mendo::numberText(seam.*column.value);
@@ -88,9 +81,9 @@ QByteArray csvHeader() {
 QByteArray csvLines(const RunResult& result) {
     const QVector<workcell::Violation> violations = result.violations();
     const QByteArrayList run{result.begun.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")).toUtf8(),
-                             quoted(result.title()), quoted(result.record.reason),
+                             csvField(result.title()), csvField(result.record.reason),
                              mendo::numberText(result.record.seconds),
-                             quoted(violationsText(violations, std::nullopt))};
+                             csvField(violationsText(violations, std::nullopt))};
     const std::vector<SeamRecord>& seams = result.record.seams;
     QByteArray lines;
     for (std::size_t i = 0; i < seams.size(); ++i) {

@@ -60,7 +60,7 @@ QRect placeBeside(const QRect& other, const QRect& screen, int width, const QMar
 
 ViewsWindow::ViewsWindow() : tabs_(new QTabWidget) {
     setObjectName(QStringLiteral("viewsWindow"));
-    setWindowTitle(tr("路径、信号、结果"));
+    setWindowTitle(tr("路径、信号、结果、日志"));
     setAttribute(Qt::WA_StyledBackground);
     setStyleSheet(frameStyleSheet());
     tabs_->setDocumentMode(true);

@@ -15,7 +15,7 @@ namespace app {
 QRect placeBeside(const QRect& other, const QRect& screen, int width, const QMargins& margins,
                   const QRect& keepFree = {});
 
-/// The window beside the panel with path, signals and results, one tab each. Closing it only
+/// The window beside the panel with path, signals, results and event log, one tab each. Closing it only
 /// hides it.
 class ViewsWindow : public QWidget {
     Q_OBJECT

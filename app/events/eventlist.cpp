@@ -1,0 +1,78 @@
+#include "app/events/eventlist.h"
+
+#include <QColor>
+
+namespace app {
+
+namespace {
+
+const QColor bad(0xb0, 0x1e, 0x1e);
+
+bool isTrouble(const Event& event) {
+    return event.kind == Event::Kind::Error || event.kind == Event::Kind::Stop ||
+           (event.kind == Event::Kind::Fault && event.detail != QLatin1String("ready"));
+}
+
+QString textOf(const Event& event, int column) {
+    switch (column) {
+        case EventList::Time:
+            return timeText(event);
+        case EventList::What:
+            return kindText(event.kind);
+        case EventList::By:
+            return originText(event.origin);
+        case EventList::Project:
+            return event.project;
+        case EventList::Line:
+            return event.line < 0 ? QString() : QString::number(event.line + 1);
+        default:
+            return detailText(event);
+    }
+}
+
+}  // namespace
+
+EventList::EventList(QObject* parent) : QAbstractTableModel(parent) {}
+
+void EventList::show(const QVector<Event>& events) {
+    beginResetModel();
+    events_ = events;
+    endResetModel();
+}
+
+int EventList::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : events_.size();
+}
+
+int EventList::columnCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : ColumnCount;
+}
+
+QVariant EventList::data(const QModelIndex& index, int role) const {
+    if (!index.isValid()) {
+        return {};
+    }
+    const Event& event = events_[index.row()];
+    switch (role) {
+        case Qt::DisplayRole:
+        case Qt::ToolTipRole:
+            return textOf(event, index.column());
+        case Qt::ForegroundRole:
+            return index.column() == What && isTrouble(event) ? bad : QVariant();
+        case Qt::TextAlignmentRole:
+            return index.column() == Line ? int(Qt::AlignRight | Qt::AlignVCenter)
+                                          : int(Qt::AlignLeft | Qt::AlignVCenter);
+        default:
+            return {};
+    }
+}
+
+QVariant EventList::headerData(int section, Qt::Orientation orientation, int role) const {
+    if (orientation != Qt::Horizontal || role != Qt::DisplayRole) {
+        return QAbstractTableModel::headerData(section, orientation, role);
+    }
+    const QString headings[] = {tr("时间"), tr("事件"), tr("启动者"), tr("工程"), tr("行"), tr("说明")};
+    return section < ColumnCount ? headings[section] : QString();
+}
+
+}  // namespace app
