@@ -21,6 +21,10 @@
 #include "app/results/resulttext.h"
 #include "app/results/runcollector.h"
 #include "app/results/runhistory.h"
+#include "app/roles/rolebutton.h"
+#include "app/roles/rolegate.h"
+#include "app/roles/rolekeeper.h"
+#include "app/roles/rolesheet.h"
 #include "app/scope/scopepage.h"
 #include "app/scope/signalrecorder.h"
 #include "app/state/stateblock.h"
@@ -95,6 +99,7 @@ bool Panel::open(const QString& libraryFile, QString* error) {
     makeStatus();
     makeState();
     eventRecorder_->follow({packageFlags(), controller(), runs_, project_.get(), status_, page_});
+    makeRoles();
     makeMenu();
     return true;
 }
@@ -204,6 +209,56 @@ void Panel::makeEvents() {
     eventRecorder_ = std::make_unique<EventRecorder>(events_.get());
     connect(evidence_, &workcell::EvidenceRecorder::faultWhileLit, eventRecorder_.get(),
             &EventRecorder::onFaultWhileLit);
+}
+
+void Panel::makeRoles() {
+    roles_ = new RoleKeeper(RoleKeeper::defaultFile(), this);
+    gate_ = new RoleGate(roles_, page_, this);
+    auto* button = new RoleButton(roles_);
+    window_->addBeforeStop(button);
+    connect(button, &RoleButton::clicked, this, &Panel::showRole);
+    connect(gate_, &RoleGate::refused, this, &Panel::askForCode);
+    connect(roles_, &RoleKeeper::accepted, gate_, &RoleGate::openRefused);
+    const auto note = [this](const char* detail) {
+        eventRecorder_->note(Event::Kind::Role, QLatin1String(detail));
+    };
+    connect(roles_, &RoleKeeper::accepted, this, [note] { note("integrator"); });
+    connect(roles_, &RoleKeeper::left, this, [note] { note("operator"); });
+    connect(roles_, &RoleKeeper::refused, this, [note] { note("wrong_code"); });
+    connect(roles_, &RoleKeeper::removed, this, [note] { note("code_removed"); });
+    connect(roles_, &RoleKeeper::stored, this, [note](bool done) {
+        if (done) {
+            note("code_set");
+        }
+    });
+}
+
+void Panel::askForCode(const QString& refused) {
+    auto* sheet = new CodeSheet(roles_, refused, window_->stripParent());
+    connect(sheet, &Sheet::dismissed, this, [this] {
+        if (!roles_->isOpen()) {
+            gate_->forgetRefused();
+        }
+    });
+    sheet->open();
+}
+
+/// An administrator may have deleted the code's file meanwhile.
+void Panel::showRole() {
+    roles_->reload();
+    if (!roles_->hasCode()) {
+        setNewCode();
+    } else if (!roles_->isIntegrator()) {
+        askForCode({});
+    } else {
+        auto* sheet = new SessionSheet(roles_, window_->stripParent());
+        connect(sheet, &SessionSheet::newCodeAsked, this, &Panel::setNewCode);
+        sheet->open();
+    }
+}
+
+void Panel::setNewCode() {
+    (new NewCodeSheet(roles_, window_->stripParent()))->open();
 }
 
 void Panel::setRatedPower(std::optional<double> watts) {

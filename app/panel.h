@@ -27,6 +27,8 @@ class EventStore;
 class MenuTools;
 class PartWatcher;
 class PendantWindow;
+class RoleGate;
+class RoleKeeper;
 class RunCollector;
 class RunHistory;
 class RunStop;
@@ -95,6 +97,10 @@ private:
     void makeMenu();
     void makeEvidence();
     void makeEvents();
+    void makeRoles();
+    void askForCode(const QString& refused);
+    void showRole();
+    void setNewCode();
     void keepResult(const RunResult& result);
     void tellFault(const QString& equipment);
 
@@ -112,6 +118,8 @@ private:
     RunStop* stop_ = nullptr;
     PartWatcher* parts_ = nullptr;
     QPointer<QLabel> partTimes_;
+    RoleKeeper* roles_ = nullptr;
+    RoleGate* gate_ = nullptr;
     StopReach reach_;
     std::unique_ptr<workcell::RunningProject> project_;
     std::unique_ptr<PanelWindow> window_;

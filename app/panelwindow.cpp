@@ -92,6 +92,11 @@ void PanelWindow::addToHeader(QWidget* button) {
     header_->insertWidget(header_->indexOf(parts_), button);
 }
 
+void PanelWindow::addBeforeStop(QWidget* button) {
+    constexpr int spaceAndStop = 2;
+    header_->insertWidget(header_->count() - spaceAndStop, button);
+}
+
 /// Notices have their room there, so that a page never gets smaller by one.
 QWidget* PanelWindow::makeStatusLine() {
     auto* line = new QFrame;

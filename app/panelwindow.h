@@ -39,6 +39,8 @@ public:
     void showViewsOpen(bool open);
     /// Puts a button before the counter of parts.
     void addToHeader(QWidget* button);
+    /// Puts a button right before Stop.
+    void addBeforeStop(QWidget* button);
     /// Takes over what stands in the status line: why the panel does not do what one may expect of it, how
     /// far a run is, and how long the last part took.
     void setStatus(QWidget* why, QWidget* progress, QWidget* times);

@@ -23,7 +23,7 @@ void EventSearch::start(const EventFilter& filter, int most) {
     QVector<Event> waiting = store_->waiting();
     std::reverse(waiting.begin(), waiting.end());
     take(waiting);
-    timer_.start(0);
+    timer_.start(1);
     look();  // before what waits can be written, and found twice
 }
 

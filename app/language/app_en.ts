@@ -402,6 +402,33 @@
     </message>
 </context>
 <context>
+    <name>app::CodeSheet</name>
+    <message>
+        <source>集成员密码</source>
+        <translation>Code of the integrator</translation>
+    </message>
+    <message>
+        <source>端口、工位和手动控制设备由集成员使用。</source>
+        <translation>Ports, stations and devices by hand are the integrator's.</translation>
+    </message>
+    <message>
+        <source>“%1”由集成员使用，请输入集成员密码。</source>
+        <translation>“%1” is the integrator's. Enter the code of the integrator.</translation>
+    </message>
+    <message>
+        <source>确定</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>密码错误次数过多，请等待 %1 秒</source>
+        <translation>Too many wrong codes: wait %1 s</translation>
+    </message>
+    <message>
+        <source>密码错误</source>
+        <translation>Wrong code</translation>
+    </message>
+</context>
+<context>
     <name>app::DriveBox</name>
     <message>
         <source>自动</source>
@@ -882,6 +909,41 @@ mm/s, °/s</translation>
     <message>
         <source>菜单</source>
         <translation>Menu</translation>
+    </message>
+</context>
+<context>
+    <name>app::NewCodeSheet</name>
+    <message>
+        <source>设置集成员密码</source>
+        <translation>Set the code of the integrator</translation>
+    </message>
+    <message>
+        <source>设置密码后，端口、工位和手动控制设备只对集成员开放。忘记密码时，由计算机管理员删除密码文件。</source>
+        <translation>With a code, ports, stations and devices by hand are open to the integrator only. If it is forgotten, the administrator of this computer deletes its file.</translation>
+    </message>
+    <message>
+        <source>新密码（%1 至 %2 位数字）</source>
+        <translation>New code (%1 to %2 digits)</translation>
+    </message>
+    <message>
+        <source>再次输入</source>
+        <translation>Again</translation>
+    </message>
+    <message>
+        <source>设置</source>
+        <translation>Set</translation>
+    </message>
+    <message>
+        <source>无法保存密码</source>
+        <translation>The code cannot be stored</translation>
+    </message>
+    <message>
+        <source>密码太短</source>
+        <translation>The code is too short</translation>
+    </message>
+    <message>
+        <source>两次输入不一致</source>
+        <translation>The two codes differ</translation>
     </message>
 </context>
 <context>
@@ -1580,6 +1642,21 @@ Mean %2</translation>
     </message>
 </context>
 <context>
+    <name>app::RoleButton</name>
+    <message>
+        <source>未设密码：全部开放</source>
+        <translation>No code set: all is open</translation>
+    </message>
+    <message>
+        <source>集成员</source>
+        <translation>Integrator</translation>
+    </message>
+    <message>
+        <source>操作员</source>
+        <translation>Operator</translation>
+    </message>
+</context>
+<context>
     <name>app::RunList</name>
     <message>
         <source>无法读取</source>
@@ -1710,6 +1787,29 @@ Mean %2</translation>
     <message>
         <source>焊缝 %1</source>
         <translation>Seam %1</translation>
+    </message>
+</context>
+<context>
+    <name>app::SessionSheet</name>
+    <message>
+        <source>集成员</source>
+        <translation>Integrator</translation>
+    </message>
+    <message>
+        <source>端口、工位和手动控制设备已开放。%1 分钟没有操作后自动退出。</source>
+        <translation>Ports, stations and devices by hand are open. The session ends after %1 minutes without input.</translation>
+    </message>
+    <message>
+        <source>更改密码</source>
+        <translation>Change the code</translation>
+    </message>
+    <message>
+        <source>取消密码</source>
+        <translation>Remove the code</translation>
+    </message>
+    <message>
+        <source>退出</source>
+        <translation>End the session</translation>
     </message>
 </context>
 <context>

@@ -402,6 +402,33 @@
     </message>
 </context>
 <context>
+    <name>app::CodeSheet</name>
+    <message>
+        <source>集成员密码</source>
+        <translation>Код наладчика</translation>
+    </message>
+    <message>
+        <source>端口、工位和手动控制设备由集成员使用。</source>
+        <translation>Порты, посты и ручное управление устройствами доступны наладчику.</translation>
+    </message>
+    <message>
+        <source>“%1”由集成员使用，请输入集成员密码。</source>
+        <translation>«%1» доступно наладчику. Введите код наладчика.</translation>
+    </message>
+    <message>
+        <source>确定</source>
+        <translation>ОК</translation>
+    </message>
+    <message>
+        <source>密码错误次数过多，请等待 %1 秒</source>
+        <translation>Слишком много неверных кодов: подождите %1 с</translation>
+    </message>
+    <message>
+        <source>密码错误</source>
+        <translation>Неверный код</translation>
+    </message>
+</context>
+<context>
     <name>app::DriveBox</name>
     <message>
         <source>自动</source>
@@ -882,6 +909,41 @@ mm/s，°/s</source>
     <message>
         <source>菜单</source>
         <translation>Меню</translation>
+    </message>
+</context>
+<context>
+    <name>app::NewCodeSheet</name>
+    <message>
+        <source>设置集成员密码</source>
+        <translation>Задать код наладчика</translation>
+    </message>
+    <message>
+        <source>设置密码后，端口、工位和手动控制设备只对集成员开放。忘记密码时，由计算机管理员删除密码文件。</source>
+        <translation>С кодом порты, посты и ручное управление устройствами открыты только наладчику. Если код забыт, администратор компьютера удаляет его файл.</translation>
+    </message>
+    <message>
+        <source>新密码（%1 至 %2 位数字）</source>
+        <translation>Новый код (от %1 до %2 цифр)</translation>
+    </message>
+    <message>
+        <source>再次输入</source>
+        <translation>Ещё раз</translation>
+    </message>
+    <message>
+        <source>设置</source>
+        <translation>Задать</translation>
+    </message>
+    <message>
+        <source>无法保存密码</source>
+        <translation>Код не сохраняется</translation>
+    </message>
+    <message>
+        <source>密码太短</source>
+        <translation>Код слишком короткий</translation>
+    </message>
+    <message>
+        <source>两次输入不一致</source>
+        <translation>Коды не совпадают</translation>
     </message>
 </context>
 <context>
@@ -1580,6 +1642,21 @@ mm/s，°/s</source>
     </message>
 </context>
 <context>
+    <name>app::RoleButton</name>
+    <message>
+        <source>未设密码：全部开放</source>
+        <translation>Код не задан: всё открыто</translation>
+    </message>
+    <message>
+        <source>集成员</source>
+        <translation>Наладчик</translation>
+    </message>
+    <message>
+        <source>操作员</source>
+        <translation>Оператор</translation>
+    </message>
+</context>
+<context>
     <name>app::RunList</name>
     <message>
         <source>无法读取</source>
@@ -1710,6 +1787,29 @@ mm/s，°/s</source>
     <message>
         <source>焊缝 %1</source>
         <translation>Шов %1</translation>
+    </message>
+</context>
+<context>
+    <name>app::SessionSheet</name>
+    <message>
+        <source>集成员</source>
+        <translation>Наладчик</translation>
+    </message>
+    <message>
+        <source>端口、工位和手动控制设备已开放。%1 分钟没有操作后自动退出。</source>
+        <translation>Порты, посты и ручное управление устройствами открыты. Сеанс закончится через %1 мин без действий.</translation>
+    </message>
+    <message>
+        <source>更改密码</source>
+        <translation>Сменить код</translation>
+    </message>
+    <message>
+        <source>取消密码</source>
+        <translation>Снять код</translation>
+    </message>
+    <message>
+        <source>退出</source>
+        <translation>Выйти</translation>
     </message>
 </context>
 <context>

@@ -4,10 +4,12 @@
 #include "app/menu/menutools.h"
 #include "app/panel.h"
 #include "app/pendant/pendantwindow.h"
+#include "app/roles/rolekeeper.h"
 #include "app/views/viewswindow.h"
 #include "mendo/modulemanager.h"
 #include "program/words.h"
 #include "simulator/controller.h"
+#include "simulator/time/virtualtime.h"
 #include "tools/pictures/scene.h"
 
 #include <iterator>
@@ -154,6 +156,25 @@ const Stop sheetRows[] = {
          s.type(QStringLiteral("edtPartTarget"), QStringLiteral("40"));
          s.shoot();
      }},
+    {"role_set",
+     [](Scene& s) {
+         press(s, "btnRole");
+         s.shoot();
+     }},
+    {"role_locked",
+     [](Scene& s) {
+         auto* const roles = s.panel()->findChild<app::RoleKeeper*>();
+         const QString code = QStringLiteral("1234");
+         roles->setCode(code);
+         sim::VirtualTime::instance()->advance(500);
+         roles->leave();
+         press(s, "btnPort");
+         s.shoot();
+         roles->check(code);
+         sim::VirtualTime::instance()->advance(500);
+         press(s, "btnRole");
+         press(s, "btnCodeRemove");
+     }},
 };
 
 /// The status line.
@@ -287,6 +308,14 @@ const Stop viewRows[] = {
          s.shoot();
          s.controller()->setInput(QStringLiteral("LUMO_DI.#2"), true);
          press(s, "btnDismiss");
+     }},
+    {"views_log",
+     [](Scene& s) {
+         s.openProject(sampleFile);
+         startSample(s);
+         s.settle();
+         view(s, 3);
+         s.shoot();
      }},
     {"views_signals_export",
      [](Scene& s) {
