@@ -16,7 +16,7 @@ bool isTrouble(const Event& event) {
 QString textOf(const Event& event, int column) {
     switch (column) {
         case EventList::Time:
-            return timeText(event);
+            return event.at.toString(QStringLiteral("MM-dd HH:mm:ss"));
         case EventList::What:
             return kindText(event.kind);
         case EventList::By:
@@ -55,8 +55,9 @@ QVariant EventList::data(const QModelIndex& index, int role) const {
     const Event& event = events_[index.row()];
     switch (role) {
         case Qt::DisplayRole:
-        case Qt::ToolTipRole:
             return textOf(event, index.column());
+        case Qt::ToolTipRole:
+            return searchText(event);
         case Qt::ForegroundRole:
             return index.column() == What && isTrouble(event) ? bad : QVariant();
         case Qt::TextAlignmentRole:

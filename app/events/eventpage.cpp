@@ -19,7 +19,7 @@ namespace app {
 namespace {
 
 constexpr int controlHeight = 48;
-constexpr int rowHeight = 36;
+constexpr int rowHeight = 40;  // two lines
 constexpr int searchDelayMs = 300;
 constexpr int dayWidth = 120;
 
@@ -110,14 +110,13 @@ QWidget* EventPage::makeBottom() {
 }
 
 void EventPage::setUpTable() {
-    constexpr int widths[] = {152, 72, 72, 84, 44};
+    constexpr int widths[] = {128, 92, 84, 84, 54};
     table_->setObjectName(QStringLiteral("eventTable"));
     table_->setModel(list_);
     table_->setEditTriggers(QAbstractItemView::NoEditTriggers);
     table_->setSelectionBehavior(QAbstractItemView::SelectRows);
     table_->setSelectionMode(QAbstractItemView::SingleSelection);
     table_->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
-    table_->setWordWrap(false);
     table_->setTabKeyNavigation(false);
     table_->verticalHeader()->hide();
     table_->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);

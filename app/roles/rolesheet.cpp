@@ -16,6 +16,7 @@ namespace app {
 namespace {
 
 constexpr int fieldWidth = 200, fieldHeight = 48;
+constexpr int textWidth = 220, answerHeight = 64;
 constexpr int tickMs = 250;
 constexpr qint64 msPerS = 1000, msPerMin = 60000;
 
@@ -27,6 +28,22 @@ QLineEdit* makeField(const QString& name) {
     field->setValidator(new QRegularExpressionValidator(QRegularExpression(QStringLiteral("[0-9]*")), field));
     field->setFixedSize(fieldWidth, fieldHeight);
     return field;
+}
+
+QLabel* makeText(const QString& text) {
+    auto* label = new QLabel(text);
+    label->setWordWrap(true);
+    label->setFixedWidth(textWidth);
+    return label;
+}
+
+/// Room for some lines, so that the sheet keeps its size.
+QLabel* makeAnswer(const QString& name) {
+    QLabel* const label = makeText({});
+    label->setObjectName(name);
+    label->setFixedHeight(answerHeight);
+    label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    return label;
 }
 
 /// Fields with their captions at the left, keys at the right.
@@ -47,11 +64,9 @@ CodeSheet::CodeSheet(RoleKeeper* keeper, const QString& refused, QWidget* over)
     : Sheet(QStringLiteral("codeSheet"), tr("集成员密码"), over),
       keeper_(keeper),
       code_(makeField(QStringLiteral("edtCode"))),
-      answer_(new QLabel) {
+      answer_(makeAnswer(QStringLiteral("lblCodeAnswer"))) {
     addText(refused.isEmpty() ? tr("端口、工位和手动控制设备由集成员使用。")
                               : tr("“%1”由集成员使用，请输入集成员密码。").arg(refused));
-    answer_->setObjectName(QStringLiteral("lblCodeAnswer"));
-    answer_->setWordWrap(true);
     auto* fields = new QVBoxLayout;
     fields->addWidget(code_);
     fields->addWidget(answer_);
@@ -101,16 +116,14 @@ NewCodeSheet::NewCodeSheet(RoleKeeper* keeper, QWidget* over)
       code_(makeField(QStringLiteral("edtNewCode"))),
       again_(makeField(QStringLiteral("edtNewCodeAgain"))),
       keys_(new NumberKeys),
-      answer_(new QLabel) {
+      answer_(makeAnswer(QStringLiteral("lblNewCodeAnswer"))) {
     addText(
         tr("设置密码后，端口、工位和手动控制设备只对集成员开放。忘记密码时，由计算机管理员删除密码文件。"));
-    answer_->setObjectName(QStringLiteral("lblNewCodeAnswer"));
-    answer_->setWordWrap(true);
     auto* fields = new QVBoxLayout;
     fields->addWidget(
-        new QLabel(tr("新密码（%1 至 %2 位数字）").arg(RoleKeeper::leastDigits).arg(RoleKeeper::mostDigits)));
+        makeText(tr("新密码（%1 至 %2 位数字）").arg(RoleKeeper::leastDigits).arg(RoleKeeper::mostDigits)));
     fields->addWidget(code_);
-    fields->addWidget(new QLabel(tr("再次输入")));
+    fields->addWidget(makeText(tr("再次输入")));
     fields->addWidget(again_);
     fields->addWidget(answer_);
     keys_->writeTo(code_);

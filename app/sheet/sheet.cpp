@@ -110,7 +110,11 @@ QAbstractButton* Sheet::addButton(const QString& name, const QString& text, bool
     return button;
 }
 
+/// An aligned widget gets its size hint, which is too low for texts of several lines.
 void Sheet::cover() {
+    card_->ensurePolished();
+    card_->layout()->activate();
+    card_->setFixedHeight(card_->layout()->totalHeightForWidth(cardWidth));
     setGeometry(parentWidget()->rect());
 }
 
