@@ -26,7 +26,7 @@ void PartWatcher::onBegun() {
 
 void PartWatcher::add(const RunResult& result) {
     constexpr double msPerS = 1000;
-    if (result.projectFile.isEmpty()) {
+    if (result.projectFile.isEmpty() || result.record.isDry) {
         return;
     }
     project_ = result.projectFile;
