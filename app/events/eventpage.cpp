@@ -110,7 +110,7 @@ QWidget* EventPage::makeBottom() {
 }
 
 void EventPage::setUpTable() {
-    constexpr int widths[] = {128, 92, 84, 84, 54};
+    constexpr int widths[] = {128, 92, 84, 84, 62};
     table_->setObjectName(QStringLiteral("eventTable"));
     table_->setModel(list_);
     table_->setEditTriggers(QAbstractItemView::NoEditTriggers);

@@ -16,7 +16,7 @@ namespace app {
 namespace {
 
 constexpr int fieldWidth = 200, fieldHeight = 48;
-constexpr int textWidth = 220, answerHeight = 64;
+constexpr int textWidth = 220;
 constexpr int tickMs = 250;
 constexpr qint64 msPerS = 1000, msPerMin = 60000;
 
@@ -37,11 +37,9 @@ QLabel* makeText(const QString& text) {
     return label;
 }
 
-/// Room for some lines, so that the sheet keeps its size.
 QLabel* makeAnswer(const QString& name) {
     QLabel* const label = makeText({});
     label->setObjectName(name);
-    label->setFixedHeight(answerHeight);
     label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     return label;
 }
