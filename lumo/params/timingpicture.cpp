@@ -3,6 +3,7 @@
 #include "module/host.h"
 #include "program/statement.h"
 #include "program/words.h"
+#include "widgets/fieldanswer.h"
 
 #include <QFontMetricsF>
 #include <QPainter>
@@ -46,14 +47,14 @@ int barHeightOf(I_PORT port) {
 
 /// What the values' page calls the time, without its unit, and how long it is.
 QString spanText(const TimingSpan& span) {
-    static const QRegularExpression unit(QStringLiteral("\\s*\\(.*\\)$"));
+    static const QRegularExpression unit(QStringLiteral("(\\s*\\(.*\\)|,[^,]*)$"));
     const QList<ModuleObject*> definitions = m(key::defaultParam)->cmobjs();
     const auto found =
         std::find_if(definitions.begin(), definitions.end(), [&span](const ModuleObject* definition) {
             return definition->c(field::name)->getString() == span.field;
         });
     QString name = found == definitions.end() ? QString(span.field) : (*found)->c(field::tag)->getString();
-    return name.remove(unit) + QStringLiteral(" %1 ms").arg(span.toMs - span.fromMs);
+    return name.remove(unit) + QStringLiteral(" %1 %2").arg(span.toMs - span.fromMs).arg(unitText("ms"));
 }
 
 QString percent(double fraction) {

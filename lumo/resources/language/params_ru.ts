@@ -107,7 +107,7 @@
     <message>
         <source>占空比
 %</source>
-        <translation>Скважность
+        <translation>Заполнение
 %</translation>
     </message>
     <message>
