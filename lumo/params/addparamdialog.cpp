@@ -33,6 +33,10 @@ QString AddParamDialog::name() const {
     return lineEdit_->text();
 }
 
+void AddParamDialog::propose(const QString& name) {
+    lineEdit_->setText(name);
+}
+
 void AddParamDialog::settitlename(const QString& title) {
     label_->setText(title);
 }

@@ -11,6 +11,8 @@ class AddParamDialog final : public WatchedLineDialog {
 public:
     explicit AddParamDialog(QWidget* parent = nullptr);
 
+    /// Puts a name into the line, to be typed over.
+    void propose(const QString& name);
     /// As typed.
     [[nodiscard]] QString name() const;
     /// Sets the prompt; the default asks for a new parameter set.

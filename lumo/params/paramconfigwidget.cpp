@@ -242,6 +242,7 @@ void ParamConfigWidget::askName() {
     }
     nameDialog_ = new AddParamDialog(this);
     nameDialog_->settitlename(tr("新建参数配置"));
+    nameDialog_->propose(refusedName_);
     connect(nameDialog_, &AddParamDialog::signalAddParamIsok, this, &ParamConfigWidget::nameAnswered);
     nameDialog_->open();
 }
@@ -252,12 +253,14 @@ void ParamConfigWidget::nameAnswered(bool ok) {
     nameDialog_->disconnect(this);
     nameDialog_->deleteLater();
     nameDialog_ = nullptr;
+    refusedName_.clear();
     if (!ok) {
         return;
     }
     if (name.isEmpty()) {
         showMessage(QMessageBox::NoIcon, QString(), tr("请输入参数名称"));
     } else if (isSetName(name)) {
+        refusedName_ = name;
         showMessage(QMessageBox::Warning, tr("提示"), tr("该参数名称已存在"));
     } else {
         addSet(name);

@@ -4,6 +4,7 @@
 
 #include <QList>
 #include <QPointer>
+#include <QString>
 #include <QTimer>
 #include <QWidget>
 
@@ -65,6 +66,7 @@ private:
     const std::unique_ptr<Ui::ParamConfigWidget> ui_;
     QPointer<AddParamDialog> nameDialog_;
     QPointer<ParamValuesDialog> valuesDialog_;
+    QString refusedName_;  ///< that New was last given and a set has; proposed to be changed
     QList<int> changedLines_;
     QTimer showSoon_;  ///< when a change elsewhere is complete
     lumo::SetExchange* const exchange_;
