@@ -216,6 +216,7 @@ int run(app::Options options, sim::PacedTime* time, std::optional<QStringList>* 
         return fail(error, failed);
     }
     panel.setRatedPower(app::Preferences::ratedWatts());
+    panel.keepEdits();
     QObject::connect(&panel, &app::Panel::speedChosen, time, &sim::PacedTime::setFactor);
     followRestarts(&panel, options, another);
     if (!lost.isEmpty()) {

@@ -50,6 +50,8 @@
 #include <QStackedWidget>
 #include <QToolButton>
 
+#include <utility>
+
 namespace app {
 
 namespace {
@@ -101,21 +103,62 @@ bool Panel::open(const QString& libraryFile, QString* error) {
     eventRecorder_->follow({packageFlags(), controller(), runs_, project_.get(), status_, page_});
     makeRoles();
     makeMenu();
+    guardEdits();
     return true;
 }
 
 void Panel::makeMenu() {
     menu_ = new MenuTools(window_.get(), page_, history_, this);
     window_->addToHeader(menu_->button());
-    connect(menu_, &MenuTools::exampleChosen, this, &Panel::exampleChosen);
-    connect(menu_, &MenuTools::languageChosen, this, &Panel::languageChosen);
-    connect(menu_, &MenuTools::restoreAsked, this, [](const std::function<void()>& goOn) { goOn(); });
+    connect(menu_, &MenuTools::exampleChosen, this,
+            [this](const QString& name) { leave([this, name] { emit exampleChosen(name); }); });
+    connect(menu_, &MenuTools::languageChosen, this,
+            [this](const QString& language) { leave([this, language] { emit languageChosen(language); }); });
+    connect(menu_, &MenuTools::restoreAsked, this, &Panel::leave);
     connect(menu_, &MenuTools::saved, statusLine_, &StatusLine::say);
     connect(menu_, &MenuTools::restored, this, &Panel::restartAsked);
 }
 
 QString Panel::projectFile() const {
     return page_ ? page_->property("projectFile").toString() : QString();
+}
+
+// --- Unsaved edits --------------------------------------------------------------------------------
+
+void Panel::keepEdits() const {
+    if (bool* const recovery = packageFlags().recovery) {
+        *recovery = true;
+    }
+}
+
+void Panel::guardEdits() {
+    if (page_->metaObject()->indexOfSignal("mayLeave()") >= 0) {
+        connect(page_, SIGNAL(mayLeave()), this, SLOT(onMayLeave()));
+    }
+    window_->setCloseGuard([this] { return mayLeave([] { QCoreApplication::quit(); }); });
+}
+
+/// Whether nothing unsaved would be lost now. Otherwise the page asks, and `then` is done after the answer.
+bool Panel::mayLeave(const std::function<void()>& then) {
+    bool isFree = true;
+    if (page_ && page_->metaObject()->indexOfMethod("askToLeave()") >= 0) {
+        afterLeave_ = then;
+        QMetaObject::invokeMethod(page_, "askToLeave", Q_RETURN_ARG(bool, isFree));
+    }
+    return isFree;
+}
+
+/// Does `then` now, or after the operator's answer.
+void Panel::leave(const std::function<void()>& then) {
+    if (mayLeave(then)) {
+        then();
+    }
+}
+
+void Panel::onMayLeave() {
+    if (const auto then = std::exchange(afterLeave_, nullptr)) {
+        then();
+    }
 }
 
 void Panel::makeStatus() {

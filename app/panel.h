@@ -8,6 +8,7 @@
 #include <QObject>
 #include <QPointer>
 
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -60,6 +61,10 @@ public:
     /// Opens a project with the page's Open button and file dialog. False when the page has none.
     bool openProject(const QString& file);
 
+    /// Unsaved edits are kept in recovery files from now on, and files left by a crash are offered. For the
+    /// open panel.
+    void keepEdits() const;
+
     /// The power of the laser source at 100 % in W, for the heat of the seams. For the open panel.
     void setRatedPower(std::optional<double> watts);
 
@@ -84,7 +89,13 @@ signals:
     /// Projects and settings were replaced on the disk: a new process has to read them.
     void restartAsked();
 
+private slots:
+    void onMayLeave();  // a slot, to be connected by name: the page's class is unknown here
+
 private:
+    bool mayLeave(const std::function<void()>& then);
+    void leave(const std::function<void()>& then);
+    void guardEdits();
     void showPage(const QString& key);
     void makeViews();
     void offerViews();
@@ -127,7 +138,8 @@ private:
     std::unique_ptr<EventRecorder> eventRecorder_;
     std::unique_ptr<ViewsWindow> views_;
     std::unique_ptr<PendantWindow> pendant_;
-    QPointer<QWidget> page_;  ///< the package's first page, with its editor
+    std::function<void()> afterLeave_;  ///< what waits for the operator's answer about unsaved edits
+    QPointer<QWidget> page_;            ///< the package's first page, with its editor
 };
 
 }  // namespace app

@@ -9,6 +9,7 @@
 #include "app/stop/runstopbutton.h"
 
 #include <QApplication>
+#include <QCloseEvent>
 #include <QHBoxLayout>
 #include <QShortcut>
 #include <QStackedWidget>
@@ -192,6 +193,10 @@ void PanelWindow::resizeEvent(QResizeEvent* event) {
 }
 
 void PanelWindow::closeEvent(QCloseEvent* event) {
+    if (mayClose_ && !mayClose_()) {
+        event->ignore();
+        return;
+    }
     QMainWindow::closeEvent(event);
     QCoreApplication::quit();
 }

@@ -2,6 +2,9 @@
 
 #include <QMainWindow>
 
+#include <functional>
+#include <utility>
+
 class QHBoxLayout;
 class QStackedWidget;
 class QToolButton;
@@ -53,6 +56,8 @@ public:
     /// The strip's button tells when the cell does not run as fast as the wall clock.
     void showSpeed(double factor);
     void placeStrip();
+    /// Asked before the window closes; false: not now.
+    void setCloseGuard(std::function<bool()> mayClose) { mayClose_ = std::move(mayClose); }
 
 signals:
     /// The window has been painted for the first time, and is on the screen.
@@ -67,7 +72,7 @@ protected:
     /// Gives the keyboard back to the dialog that blocks the window: a click beside the dialog activates
     /// the window, where no key would be heard.
     void changeEvent(QEvent* event) override;
-    /// Ends the program, whatever waits below: what must be switched off is switched off then.
+    /// Ends the program, unless the guard objects: what must be switched off is switched off then.
     void closeEvent(QCloseEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
@@ -85,6 +90,7 @@ private:
     QToolButton* stripButton_;
     PanelBody* body_;
     QHBoxLayout* status_;
+    std::function<bool()> mayClose_;
     bool operatorPlaces_ = false;
     bool painted_ = false;
 };

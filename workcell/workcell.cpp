@@ -125,6 +125,7 @@ PackageFlags WorkCell::flags() const {
     QLibrary library(libraryFile_);
     flags.runMode = reinterpret_cast<int*>(library.resolve("hand_or_signalbing"));
     flags.projectOpen = reinterpret_cast<const bool*>(library.resolve("isEnable_moveorder"));
+    flags.recovery = reinterpret_cast<bool*>(library.resolve("lumo_recovery"));
     for (QObject* child : m(prog::key::lumo)->children()) {
         if (child->inherits("LumoExecutor")) {
             flags.executor = child;

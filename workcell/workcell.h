@@ -27,6 +27,7 @@ void setLanguage(const QString& language);
 struct PackageFlags {
     int* runMode = nullptr;  ///< one of prog::runmode
     const bool* projectOpen = nullptr;
+    bool* recovery = nullptr;     ///< whether unsaved edits are kept in files
     QObject* executor = nullptr;  ///< with the properties `waiting`, `pendingSteps`, `depth` and `litByHand`
 
     /// A start by hand, an open project, where the package does not tell.

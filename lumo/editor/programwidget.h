@@ -54,6 +54,7 @@ public:
     void setProjectPath(const QString& path);
     /// Compares the program with its file. To be called when the project was opened or saved.
     void checkStored();
+    [[nodiscard]] lumo::StoredState* stored() const { return stored_; }
     /// To be called when the tool set in force may have changed.
     void toolsetChanged();
     /// Moves the robot to the point of a line, as a single step does.

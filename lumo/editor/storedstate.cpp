@@ -37,22 +37,27 @@ StoredState::StoredState(QObject* parent) : QObject(parent) {
 
 void StoredState::setProjectPath(const QString& path) {
     path_ = path;
+    base_ = Digest();
     fileTime_ = QDateTime();
     touch();
 }
 
 void StoredState::touch() {
     rest_.start();
+    emit touched();
 }
 
 void StoredState::check() {
     rest_.stop();
     bool stored = true;
+    isEdited_ = false;
     if (!path_.isEmpty()) {
         readFile();
         const Digest tree = digest(projectDocument());
         stored =
             tree.statements == file_.statements && (file_.toolset.isEmpty() || tree.toolset == file_.toolset);
+        base_ = stored ? tree : base_;
+        isEdited_ = !stored && !(tree == base_);
     }
     setStored(stored);
 }
@@ -60,6 +65,8 @@ void StoredState::check() {
 void StoredState::saved() {
     rest_.stop();
     fileTime_ = QDateTime();
+    base_ = Digest();  // the next comparison finds it
+    isEdited_ = false;
     setStored(true);
 }
 

@@ -23,6 +23,9 @@ public:
     void setProjectPath(const QString& path);
     [[nodiscard]] bool hasFile() const { return !path_.isEmpty(); }
     [[nodiscard]] bool isStored() const { return isStored_; }
+    /// Whether the content is another one than when it was last stored: not where another program has changed
+    /// the file. As of the last comparison.
+    [[nodiscard]] bool isEdited() const { return isEdited_; }
     /// To be called when the program may have changed.
     void touch();
     /// Compares now.
@@ -33,12 +36,18 @@ public:
 
 signals:
     void changed();
+    /// The program may have changed.
+    void touched();
 
 private:
     /// Digests of a project; that of the tool set is empty if there is none.
     struct Digest {
         QByteArray statements;
         QByteArray toolset;
+
+        [[nodiscard]] bool operator==(const Digest& other) const {
+            return statements == other.statements && toolset == other.toolset;
+        }
     };
     void setStored(bool stored);
     void readFile();
@@ -48,7 +57,9 @@ private:
     QDateTime fileTime_;
     qint64 fileSize_ = -1;
     Digest file_;
+    Digest base_;  ///< of the content when it was last found stored
     bool isStored_ = true;
+    bool isEdited_ = false;
     QTimer rest_;
 };
 

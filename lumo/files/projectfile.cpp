@@ -193,7 +193,13 @@ NameFault projectNameFault(const QString& name, const QStringList& files, const 
 
 NameFault projectNameFault(const QString& name) {
     const QDir folder;
-    return projectNameFault(name, folder.entryList(QDir::Files, QDir::Unsorted),
+    QStringList files = folder.entryList(QDir::Files, QDir::Unsorted);
+    // What a crash has left of a project takes no name.
+    const auto isLeft = [](const QString& file) {
+        return file.contains(fileEnding + QLatin1String(".recovery"));
+    };
+    files.erase(std::remove_if(files.begin(), files.end(), isLeft), files.end());
+    return projectNameFault(name, files,
                             folder.entryList(QDir::AllEntries | QDir::System | QDir::Hidden, QDir::Unsorted));
 }
 

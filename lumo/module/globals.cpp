@@ -7,6 +7,7 @@ int hand_or_signalbing = 0;
 bool isEnable_moveorder = false;
 bool isnew_pWgt = false;
 const prog::ArmModel* lumo_arm = nullptr;
+bool lumo_recovery = false;
 
 namespace lumo {
 

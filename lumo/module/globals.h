@@ -23,6 +23,10 @@ extern LUMO_EXPORT bool isnew_pWgt;
 /// this before it creates the package's modules.
 extern LUMO_EXPORT const prog::ArmModel* lumo_arm;
 
+/// Whether edits that are not saved are kept in recovery files, and such files are offered to the operator. A
+/// host with an operator sets it before it creates the package's modules; false until then.
+extern LUMO_EXPORT bool lumo_recovery;
+
 namespace lumo {
 
 /// Walks, single steps and pauses on the executor's stack. Written by the executor alone.

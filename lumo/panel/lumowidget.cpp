@@ -18,6 +18,7 @@
 #include "module/qtloops.h"
 #include "panel/keypad.h"
 #include "panel/projectdialogs.h"
+#include "panel/recovery.h"
 #include "panel/toolset.h"
 #include "panel/undobar.h"
 #include "params/paramconfigwidget.h"
@@ -30,6 +31,7 @@
 
 #include <QComboBox>
 #include <QEvent>
+#include <QShortcut>
 #include <QStackedWidget>
 #include <QTableWidget>
 
@@ -362,7 +364,15 @@ void LumoWidget::deletSWgt() {
 // --- Project --------------------------------------------------------------------------------------
 
 void LumoWidget::connectProject() {
-    auto* project = new lumo::ProjectDialogs(this);
+    recovery_ = new lumo::Recovery(editor_->stored(), this);
+    recovery_->setProjectPath(filePath);
+    auto* const project = new lumo::ProjectDialogs(this, [this] { return recovery_->isUnsaved(); });
+    project_ = project;
+    connect(project, &lumo::ProjectDialogs::projectOpened, recovery_, &lumo::Recovery::offer);
+    connect(recovery_, &lumo::Recovery::restored, project, &lumo::ProjectDialogs::restoreProject);
+    auto* const saveKey = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_S), this);
+    saveKey->setContext(Qt::WidgetWithChildrenShortcut);
+    connect(saveKey, &QShortcut::activated, project, [project] { project->saveProject(filePath); });
     connect(ui_->btnNew, &QAbstractButton::clicked, project, &lumo::ProjectDialogs::newProject);
     connect(ui_->btnOpen, &QAbstractButton::clicked, project, &lumo::ProjectDialogs::openProject);
     connect(ui_->btnSaveAs, &QAbstractButton::clicked, project, &lumo::ProjectDialogs::saveProjectAs);
@@ -376,10 +386,27 @@ void LumoWidget::connectProject() {
 
 void LumoWidget::projectChosen(const QString& path) {
     filePath = path;
+    recovery_->setProjectPath(path);
     editor_->setProjectPath(path);
     isEnable_moveorder = true;
     editor_->refreshMoveOrderEnable(true);
     showProjectName();
+}
+
+bool LumoWidget::isUnsaved() const {
+    return recovery_->isUnsaved();
+}
+
+bool LumoWidget::askToLeave() {
+    // Nothing may delay the end of a run; its changes are kept.
+    if (lumo::isRunning() || !isUnsaved()) {
+        return true;
+    }
+    project_->settle([this] {
+        recovery_->discard();
+        emit mayLeave();
+    });
+    return false;
 }
 
 void LumoWidget::showProjectName() {

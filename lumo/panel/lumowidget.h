@@ -26,6 +26,10 @@ struct Way;
 namespace Ui {
 class LumoWidget;
 }
+namespace lumo {
+class ProjectDialogs;
+class Recovery;
+}  // namespace lumo
 
 /// The package's page in the operator panel: the navigation, the top bar of the project, and a stack that
 /// shows one page at a time. The first one in a process also fills the `lumo` subtree and makes the executor;
@@ -34,6 +38,8 @@ class LumoWidget : public QWidget {
     Q_OBJECT
     /// Path of the open project file, for programs that load the package.
     Q_PROPERTY(QString projectFile READ projectFile)
+    /// Whether the open project has changes that are not saved. Compares program and file.
+    Q_PROPERTY(bool unsaved READ isUnsaved)
 public:
     explicit LumoWidget(QWidget* parent = nullptr);
     ~LumoWidget() override;
@@ -41,6 +47,12 @@ public:
     /// Path of the open project file; empty when none is open. Outlives the page.
     static QString filePath;
     [[nodiscard]] static QString projectFile() { return filePath; }
+
+    [[nodiscard]] bool isUnsaved() const;
+    /// For a host that is about to end, or to delete this page: whether it may do so now. Otherwise the
+    /// operator is asked, and mayLeave() comes when the changes are saved or discarded. While something runs
+    /// nobody is asked: the recovery file keeps the changes.
+    Q_INVOKABLE bool askToLeave();
 
     /// Registers the `lumo` subtree, fills it from the defaults in the panel's language and from the settings
     /// files in the working directory, and makes the executor. Called by the constructor when there is no
@@ -56,6 +68,10 @@ public:
     void deletPWgt();
     /// Closes the page of one station, if there is one.
     void deletSWgt();
+
+signals:
+    /// The answer to askToLeave().
+    void mayLeave();
 
 protected:
     bool event(QEvent* event) override;
@@ -96,6 +112,8 @@ private:
 
     std::unique_ptr<Ui::LumoWidget> ui_;
     ProgramWidget* editor_ = nullptr;
+    lumo::ProjectDialogs* project_ = nullptr;
+    lumo::Recovery* recovery_ = nullptr;
     StatusMonitorWidget* monitor_ = nullptr;
     DeviceControlWidget* deviceControl_ = nullptr;
     SignalsBindWidget* stations_ = nullptr;

@@ -4,6 +4,7 @@
 #include "files/resumedata.h"
 #include "module/globals.h"
 #include "module/host.h"
+#include "panel/choicebox.h"
 #include "panel/lumowidget.h"
 #include "params/addparamdialog.h"
 #include "widgets/messagebox.h"
@@ -19,9 +20,12 @@ void warn(const QString& text, const QString& remedy) {
 
 }  // namespace
 
-ProjectDialogs::ProjectDialogs(QWidget* page) : QObject(page), page_(page) {}
+ProjectDialogs::ProjectDialogs(QWidget* page, std::function<bool()> isUnsaved)
+    : QObject(page), page_(page), isUnsaved_(std::move(isUnsaved)) {}
 
-ProjectDialogs::~ProjectDialogs() = default;
+ProjectDialogs::~ProjectDialogs() {
+    delete question_;
+}
 
 bool ProjectDialogs::refusedWhileRunning() {
     if (!isRunning()) {
@@ -32,7 +36,49 @@ bool ProjectDialogs::refusedWhileRunning() {
     return true;
 }
 
+void ProjectDialogs::settle(const Action& then) {
+    delete question_;
+    if (!isUnsaved_()) {
+        then();
+        return;
+    }
+    const QString& path = LumoWidget::filePath;
+    const QString text =
+        path.isEmpty() ? tr("程序有未保存的更改。") : tr("工程“%1”有未保存的更改。").arg(projectName(path));
+    question_ = askChoice(this, page_, {tr("未保存的更改"), text, {tr("保存"), tr("不保存"), tr("取消")}},
+                          [this, then](int answer) {
+                              enum Answer { Save, Discard };
+                              if (answer == Save) {
+                                  saveAnd(then);
+                              } else if (answer == Discard) {
+                                  then();
+                              }
+                          });
+}
+
+/// A program without a file gets one. Cancelling its dialog cancels all.
+void ProjectDialogs::saveAnd(const Action& then) {
+    const QString path = LumoWidget::filePath;
+    if (path.isEmpty()) {
+        askName({LumoWidget::tr("另存为工程"), LumoWidget::tr("请输入另存为工程名称"),
+                 "LumoWidget::LumoWidget 另存为工程 slot isok =", false, [then](const QString& name) {
+                     if (lumo::saveProject(projectFileName(name))) {
+                         then();
+                     }
+                 }});
+    } else if (lumo::saveProject(path)) {
+        emit projectSaved();
+        then();
+    }
+}
+
 void ProjectDialogs::newProject() {
+    if (!refusedWhileRunning()) {
+        settle([this] { askNewName(); });
+    }
+}
+
+void ProjectDialogs::askNewName() {
     if (!refusedWhileRunning()) {
         askName({LumoWidget::tr("新建工程"), LumoWidget::tr("请输入新建工程名称"),
                  "LumoWidget::LumoWidget 新建工程 slot isok =", true,
@@ -98,6 +144,12 @@ void ProjectDialogs::copyProject(const QString& name) {
 }
 
 void ProjectDialogs::openProject() {
+    if (!refusedWhileRunning()) {
+        settle([this] { askFile(); });
+    }
+}
+
+void ProjectDialogs::askFile() {
     if (refusedWhileRunning()) {
         return;
     }
@@ -123,11 +175,24 @@ void ProjectDialogs::loadFile(const QString& path) {
              LumoWidget::tr("窗口底部的提示说明原因和位置。当前工程保持打开。"));
         return;
     }
-    emit projectChosen(path);
-    loadProject(this, *project);
+    showProject(path, *project);
+    emit projectOpened();
+}
+
+void ProjectDialogs::restoreProject(const QString& path, const Project& project) {
+    if (!refusedWhileRunning()) {
+        showProject(path, project);
+    }
+}
+
+void ProjectDialogs::showProject(const QString& path, const Project& project) {
+    if (!path.isEmpty()) {
+        emit projectChosen(path);
+    }
+    loadProject(this, project);
     resetResumeData(this);
     emit projectLoaded();
-    if (!project->toolset.isEmpty()) {
+    if (!project.toolset.isEmpty()) {
         emit toolsetLoaded();
     }
 }

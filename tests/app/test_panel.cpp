@@ -2,6 +2,8 @@
 #include "app/noticebar.h"
 #include "panelfixture.h"
 
+#include "app/menu/menutools.h"
+
 #include <QMenu>
 #include <QSignalSpy>
 
@@ -98,6 +100,26 @@ private slots:
         QVERIFY(!notices_->isVisible() && !notices_->list()->isVisible());
         notices_->report({"/x/0.json", {}, {{Kind::NoPermission}}});
         QVERIFY(notices_->isVisible() && notices_->texts().size() == 1);
+    }
+
+    void closing_asksWhenSomethingIsUnsaved() {
+        openSample();
+        panel_->keepEdits();
+        load("lumo.program", "[{'type':'delay','delaytime':1}]");
+        QSignalSpy examples(panel_.get(), &app::Panel::exampleChosen);
+        emit panel_->findChild<app::MenuTools*>()->exampleChosen("flange");
+        QVERIFY(test::answerBox("Cancel"));
+        pass(0);
+        QCOMPARE(examples.count(), 0);
+        QVERIFY(!window()->close() && window()->isVisible() && test::shown<QMessageBox>());
+        QVERIFY(test::answerBox("Cancel"));
+        pass(2100);
+        QVERIFY(window()->isVisible() && QFile::exists("seam.json.recovery"));
+        emit panel_->findChild<app::MenuTools*>()->exampleChosen("flange");
+        QVERIFY(test::answerBox("Discard"));
+        pass(0);
+        QVERIFY(examples.count() == 1 && !QFile::exists("seam.json.recovery"));
+        *panel_->packageFlags().recovery = false;
     }
 
     /// Must be the last test, because it quits the application.

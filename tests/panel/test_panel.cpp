@@ -160,6 +160,7 @@ private slots:
         openStopped();
         bench_.robot.setPower("on");
         bench_.load(second);
+        test::writeFile("seam.json", second);
         for (const QByteArray button : {"btnNew", "btnOpen", "btnSaveAs"}) {
             bench_.click(button);
             bench_.at(500, [&] {
@@ -187,7 +188,7 @@ private slots:
             bench_.run();
             QCOMPARE(bench_.robot.nowMs(), qint64(500));
             QVERIFY(combo("toolCmb")->isEnabled() && combo("wobjCmb")->isEnabled());
-            QVERIFY(seen().startsWith("seam | delay | 0") && contentOf("seam.json") == weld);
+            QVERIFY(seen().startsWith("seam | delay | 0") && contentOf("seam.json") == second);
         }
         QVERIFY(contentOf("btnSaveAs.json").contains("1000") && !QFile::exists("btnNew.json"));
     }

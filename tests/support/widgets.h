@@ -74,6 +74,19 @@ inline QStringList boxes() {
     return texts;
 }
 
+/// Clicks the button of the shown message box that has this text; whether there is one.
+inline bool answerBox(const QString& text) {
+    const auto* const box = shown<QMessageBox>();
+    const QList<QAbstractButton*> buttons = box ? box->buttons() : QList<QAbstractButton*>();
+    for (QAbstractButton* button : buttons) {
+        if (button->text() == text) {
+            click(button);
+            return true;
+        }
+    }
+    return false;
+}
+
 inline void closeBoxes() {
     for (QWidget* window : QApplication::topLevelWidgets()) {
         if (qobject_cast<QMessageBox*>(window)) {

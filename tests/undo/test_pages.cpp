@@ -133,6 +133,8 @@ private slots:
         QVERIFY(line->text() != "12" && m("lumo.program")->size() == 1);
         QVERIFY(isEnabled("btnUndo"));
         bench_.click("btnNew");
+        QVERIFY(test::answerBox("不保存"));
+        bench_.time.settle();
         bench_.answerName("fresh");
         QVERIFY(!isEnabled("btnUndo") && !isEnabled("btnRedo"));
     }

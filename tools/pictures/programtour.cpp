@@ -106,6 +106,16 @@ const Stop editorRows[] = {
          power(s);
          s.shoot();
      }},
+    {"project_unsaved",
+     [](Scene& s) {
+         s.openProject(sampleFile);
+         s.selectRow(table, MoveL);
+         press(s, "anotationBtn");
+         press(s, "btnNew");
+         s.shoot();
+         press(s, "answer2");  // Cancel
+         press(s, "btnUndo");
+     }},
     {"editor_saved",
      [](Scene& s) {
          s.openProject(sampleFile);
