@@ -31,11 +31,27 @@ HandbookView::HandbookView(QWidget* parent) : QTextBrowser(parent) {
 void HandbookView::openChapter(const QString& anchor) {
     const QUrl handbook(QString::fromLatin1(handbookUrl));
     if (source() != handbook) {
-        setSource(handbook);
+        showPage(handbook);
     }
     if (!goTo(anchor)) {
         verticalScrollBar()->setValue(0);
     }
+}
+
+/// Lines of code may be longer than the view is wide.
+void HandbookView::wrapCode() {
+    for (QTextBlock block = document()->begin(); block.isValid(); block = block.next()) {
+        if (block.blockFormat().nonBreakableLines()) {
+            QTextBlockFormat format = block.blockFormat();
+            format.setNonBreakableLines(false);
+            QTextCursor(block).setBlockFormat(format);
+        }
+    }
+}
+
+void HandbookView::showPage(const QUrl& page) {
+    setSource(page);
+    wrapCode();
 }
 
 /// Qt gives headings of Markdown no anchors.
@@ -74,7 +90,7 @@ void HandbookView::follow(const QUrl& link) {
     } else if (target.scheme() == QLatin1String("qrc") && QFile::exists(resourceOf(target))) {
         QUrl document = target;
         document.setFragment(QString());
-        setSource(document);
+        showPage(document);
         goTo(anchor);
     }
 }
@@ -119,6 +135,7 @@ void HandbookView::resizeEvent(QResizeEvent* event) {
         pictureWidth_ = viewport()->width();
         const QString chapter = shownChapter();
         reload();
+        wrapCode();
         goTo(chapter);
     }
 }

@@ -25,6 +25,8 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
+    void showPage(const QUrl& page);
+    void wrapCode();
     void follow(const QUrl& link);
     bool goTo(const QString& anchor);
 
