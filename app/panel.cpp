@@ -109,6 +109,7 @@ bool Panel::open(const QString& libraryFile, QString* error) {
 
 void Panel::makeMenu() {
     menu_ = new MenuTools(window_.get(), page_, history_, this);
+    menu_->setRestoreGuard([this] { return mayRestore(); });
     window_->addToHeader(menu_->button());
     connect(menu_, &MenuTools::exampleChosen, this,
             [this](const QString& name) { leave([this, name] { emit exampleChosen(name); }); });
@@ -284,6 +285,14 @@ void Panel::askForCode(const QString& refused) {
         }
     });
     sheet->open();
+}
+
+/// A backup brings ports and stations, which are the integrator's.
+bool Panel::mayRestore() {
+    if (!roles_->isOpen()) {
+        askForCode(tr("恢复备份"));
+    }
+    return roles_->isOpen();
 }
 
 /// An administrator may have deleted the code's file meanwhile.

@@ -110,6 +110,7 @@ private:
     void makeEvents();
     void makeRoles();
     void askForCode(const QString& refused);
+    bool mayRestore();
     void showRole();
     void setNewCode();
     void keepResult(const RunResult& result);

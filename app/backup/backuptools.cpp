@@ -49,16 +49,16 @@ void BackupTools::saveSupport(const SupportFacts& facts) {
     save(stamped(QStringLiteral("lumo-support")), bytes, error);
 }
 
-bool BackupTools::refusedWhileRunning() {
+bool BackupTools::refuses() {
     if (m(prog::key::executeState)->getString() == prog::word::idle) {
-        return false;
+        return mayRestore_ && !mayRestore_();
     }
     emit told(tr("程序运行时不能恢复备份。请等待其结束，或先按“停止”。"));
     return true;
 }
 
 void BackupTools::restore() {
-    if (refusedWhileRunning()) {
+    if (refuses()) {
         return;
     }
     auto* dialog = new QFileDialog(window_, tr("恢复备份"), QDir::currentPath(), QStringLiteral("*.zip"));
@@ -71,7 +71,7 @@ void BackupTools::restore() {
 }
 
 void BackupTools::chosen(const QString& file) {
-    if (refusedWhileRunning()) {
+    if (refuses()) {
         return;
     }
     QFile archive(file);
@@ -94,7 +94,7 @@ void BackupTools::chosen(const QString& file) {
 
 /// A program may have begun, or a file may have changed, since the question.
 void BackupTools::carryOut(const RestorePlan& plan) {
-    if (refusedWhileRunning()) {
+    if (refuses()) {
         return;
     }
     QString keptAs, error;

@@ -24,6 +24,10 @@ public:
     void backUp();
     void saveSupport(const SupportFacts& facts);
     void restore();
+    /// Asked whenever something is to be restored; false: not now.
+    void setRestoreGuard(const std::function<bool()>& mayRestore) { mayRestore_ = mayRestore; }
+    /// Whether nothing may be restored now; tells why.
+    [[nodiscard]] bool refuses();
 
 signals:
     /// A file was written.
@@ -37,11 +41,11 @@ private:
     void save(const QString& name, const QByteArray& bytes, const QString& error);
     void chosen(const QString& file);
     void carryOut(const RestorePlan& plan);
-    [[nodiscard]] bool refusedWhileRunning();
 
     QWidget* window_;
     QWidget* sheets_;
     ResultExport* export_;
+    std::function<bool()> mayRestore_;
 };
 
 }  // namespace app

@@ -1000,6 +1000,10 @@ Mean %2</translation>
         <source>日志</source>
         <translation>Log</translation>
     </message>
+    <message>
+        <source>恢复备份</source>
+        <translation>Restore a backup</translation>
+    </message>
 </context>
 <context>
     <name>app::PanelWindow</name>

@@ -1000,6 +1000,10 @@ mm/s，°/s</source>
         <source>日志</source>
         <translation>Журнал</translation>
     </message>
+    <message>
+        <source>恢复备份</source>
+        <translation>Восстановление копии</translation>
+    </message>
 </context>
 <context>
     <name>app::PanelWindow</name>

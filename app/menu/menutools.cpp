@@ -52,6 +52,9 @@ void MenuTools::openMenu() {
     connect(menu, &MenuSheet::supportAsked, this, [this] { backup_->saveSupport(facts()); });
     connect(menu, &MenuSheet::backupAsked, backup_, &BackupTools::backUp);
     connect(menu, &MenuSheet::restoreAsked, this, [this] {
+        if (backup_->refuses()) {
+            return;
+        }
         emit restoreAsked([tools = QPointer<BackupTools>(backup_)] {
             if (tools) {
                 tools->restore();
@@ -59,6 +62,10 @@ void MenuTools::openMenu() {
         });
     });
     menu->open();
+}
+
+void MenuTools::setRestoreGuard(const std::function<bool()>& mayRestore) {
+    backup_->setRestoreGuard(mayRestore);
 }
 
 void MenuTools::openHandbook() {

@@ -29,6 +29,8 @@ public:
 
     /// The button for the header.
     QToolButton* button() const { return button_; }
+    /// Asked before a backup is restored, which replaces ports and stations, too; false: not now.
+    void setRestoreGuard(const std::function<bool()>& mayRestore);
     /// Shows the first setup unless the operator has dismissed it for good or all is done.
     void offerSetup();
     void openHandbook();

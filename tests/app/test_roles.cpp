@@ -3,6 +3,7 @@
 #include "app/sheet/sheet.h"
 #include "panelfixture.h"
 
+#include <QFileDialog>
 #include <QLineEdit>
 
 /// Operator and integrator.
@@ -96,6 +97,11 @@ private slots:
             pass(10);
             QVERIFY2(shownPage() == "ProgramWidget" && isOpen("codeSheet"), way);
         }
+        click("btnMenu");
+        click("btnRestoreBackup");
+        QVERIFY(!test::shown<QFileDialog>() && isOpen("codeSheet"));
+        click("btnDeviceControl");
+        pass(10);
         enter("1234");
         QVERIFY(keeper_->isIntegrator() && shownPage() == "DeviceControlWidget");
     }
