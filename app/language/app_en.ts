@@ -2101,6 +2101,10 @@ Mean %2</translation>
         <translation>port &quot;%1&quot; is disabled</translation>
     </message>
     <message>
+        <source>空运行：激光、气体和送丝保持关闭</source>
+        <translation>Dry run: laser, gas and wire stay off</translation>
+    </message>
+    <message>
         <source>允许焊接</source>
         <translation>Welding is permitted</translation>
     </message>

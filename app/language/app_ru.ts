@@ -2101,6 +2101,10 @@ mm/s，°/s</source>
         <translation>порт «%1» отключён</translation>
     </message>
     <message>
+        <source>空运行：激光、气体和送丝保持关闭</source>
+        <translation>Пробный проход: лазер, газ и проволока выключены</translation>
+    </message>
+    <message>
         <source>允许焊接</source>
         <translation>Сварка разрешена</translation>
     </message>

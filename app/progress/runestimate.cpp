@@ -1,5 +1,6 @@
 #include "app/progress/runestimate.h"
 
+#include "program/dryspeed.h"
 #include "program/laserplan.h"
 
 #include <algorithm>
@@ -136,7 +137,12 @@ sim::MotionCommand RunEstimate::motionOf(int line) {
     const Statement statement = program_.statement(line);
     sim::MotionCommand motion;
     motion.id = line;
-    motion.speed = program_.speedMmPerS(line, weldOpen_) / prog::mmPerM;
+    const bool isDryWeld = start_.dryPercent > 0.0 && program_.weldOf(line) >= 0;
+    motion.speed = program_.speedMmPerS(line, weldOpen_ || isDryWeld) / prog::mmPerM;
+    if (isDryWeld) {
+        const double own = statement.speedMmPerS / prog::mmPerM;
+        motion.speed = prog::dryMmPerS(motion.speed, own, start_.dryPercent);
+    }
     motion.zone = std::max(0.0, statement.zoneMm.value_or(0) / prog::mmPerM);
     if (!(motion.speed > 0)) {
         motion.refusal = sim::NoSpeed;

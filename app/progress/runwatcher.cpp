@@ -4,6 +4,7 @@
 #include "kord/kordservice.h"
 #include "mendo/clock.h"
 #include "mendo/modulemanager.h"
+#include "program/dryspeed.h"
 #include "program/words.h"
 
 namespace app {
@@ -66,6 +67,10 @@ void RunWatcher::begin() {
                               Q_ARG(int, start.line));
     start.permitted = outlook.value(QStringLiteral("permitted")).toBool();
     start.inWeld = mode == prog::runmode::byHand && outlook.value(QStringLiteral("inWeld")).toBool();
+    if (m(prog::key::executeDryRun)->getBool(false)) {
+        start.permitted = false;
+        start.dryPercent = prog::drySpeedPercent(m(prog::key::executeDrySpeed)->getDouble(0.0));
+    }
     start.set = m(prog::key::curParam)->getInt();
     start.defaultZoneM = kordservice()->dataNode(prog::key::defaultZone)->getDouble();
     const ModuleObject* program =

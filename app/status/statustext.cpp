@@ -145,6 +145,9 @@ QStringList reasonsAgainstWelding(const CellStatus& state) {
 
 /// Empty when welding is permitted but an equipment fault was reported before.
 QString weldText(const CellStatus& state) {
+    if (state.dry) {
+        return StatusText::tr("空运行：激光、气体和送丝保持关闭");
+    }
     const QString reasons = listed(reasonsAgainstWelding(state));
     if (!state.isPermitted()) {
         return StatusText::tr("不能焊接：%1").arg(reasons);

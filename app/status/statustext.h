@@ -41,6 +41,7 @@ struct CellStatus {
     bool automatic = true;
     bool weldSwitch = true;
     bool handWeldSwitch = false;
+    bool dry = false;                 ///< the run under way is a dry run, or the next one will be
     QVector<PortProblem> laserPorts;  ///< problems that keep the laser off
     QVector<PortProblem> gasPorts;    ///< problems that leave the weld without shielding gas
 
@@ -78,7 +79,7 @@ struct CellStatus {
     bool isWrong() const;
     /// Whether all that a weld needs is well: nothing is wrong, drives and switches are on, and there is a
     /// program.
-    bool isWell() const { return !isWrong() && isPermitted() && hasLines; }
+    bool isWell() const { return !isWrong() && isPermitted() && !dry && hasLines; }
     /// Whether a sentence contains a running time.
     bool hasTime() const;
 };

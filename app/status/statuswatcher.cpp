@@ -78,6 +78,8 @@ CellStatus readSwitches() {
     state.automatic = isWord(prog::key::robotMode, prog::word::automatic);
     state.weldSwitch = m(prog::key::weldSwitch)->getBool(true);
     state.handWeldSwitch = m(prog::key::handWeldSwitch)->getBool(false);
+    const bool isIdle = isWord(prog::key::executeState, prog::word::idle);
+    state.dry = m(isIdle ? prog::key::executeDry : prog::key::executeDryRun)->getBool(false);
     return state;
 }
 
@@ -109,8 +111,9 @@ StatusWatcher::StatusWatcher(const workcell::PackageFlags& package, const sim::C
 void StatusWatcher::followTree() {
     for (const QLatin1String path :
          {prog::key::robotPower, prog::key::robotMode, prog::key::weldSwitch, prog::key::handWeldSwitch,
-          prog::key::executeState, prog::key::currentLine, prog::key::executeLine, prog::key::program,
-          prog::key::toolset, prog::key::weldOpen, prog::key::currentPausePoint}) {
+          prog::key::executeDry, prog::key::executeDryRun, prog::key::executeState, prog::key::currentLine,
+          prog::key::executeLine, prog::key::program, prog::key::toolset, prog::key::weldOpen,
+          prog::key::currentPausePoint}) {
         connect(m(path), &ModuleObject::changed, this, &StatusWatcher::refreshLater);
     }
     connect(m(prog::key::program), &ModuleObject::added, this, &StatusWatcher::refreshLater);

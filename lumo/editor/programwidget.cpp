@@ -9,6 +9,7 @@
 #include "editor/statementcreation.h"
 #include "editor/statementtext.h"
 #include "editor/storedstate.h"
+#include "editor/weldswitch.h"
 #include "executor/lumoexecutor.h"
 #include "executor/runmessages.h"
 #include "module/globals.h"
@@ -67,7 +68,7 @@ ProgramWidget::ProgramWidget(QWidget* parent)
     check_ = new ProgramCheck(ui_->tableWidget, this);
     findings_ = new FindingList(check_, ui_->tableWidget, this);
     run_ = new RunControls(ui_->tableWidget, check_, this);
-    startLine_ = new StartLine(ui_->tableWidget, ui_->lblStart, this);
+    startLine_ = new StartLine(ui_->tableWidget, ui_->lblStart, ui_->btnResume, this);
     stored_ = new StoredState(this);
     rules_ = std::make_unique<EnablingRules>(buttons());
     setUpTexts();
@@ -175,6 +176,7 @@ void ProgramWidget::connectRunControls() {
     connect(ui_->btnRunOnce, &QToolButton::clicked, run_, &RunControls::moveToPoint);
     connect(ui_->btnPause, &QToolButton::clicked, run_, &RunControls::pause);
     connect(ui_->btnReset, &QToolButton::clicked, run_, &RunControls::reset);
+    connect(ui_->btnResume, &QPushButton::clicked, run_, &RunControls::resume);
     auto* const step = new HeldStep(ui_->tableWidget, run_, this);
     step->follow(ui_->btnStepBack, -1);
     step->follow(ui_->btnStepForward, +1);
@@ -201,18 +203,8 @@ void ProgramWidget::connectKeys() {
 }
 
 void ProgramWidget::setUpWeldSwitch(QWidget* button, bool on, QLatin1String path) {
-    auto* const weldSwitch = qobject_cast<SwitchButton*>(button);
-    weldSwitch->setBgColorOn(Qt::red);
-    weldSwitch->setBgColorOff(Qt::gray);
-    weldSwitch->setTextOn(QStringLiteral("ON"));
-    weldSwitch->setTextOff(QStringLiteral("OFF"));
-    weldSwitch->setChecked(on);
-    ModuleObject* const node = m(path);
-    node->setValue(this, on);
-    connect(weldSwitch, &SwitchButton::statusChanged, this,
-            [this, node](bool checked) { node->setValue(this, checked); });
-    connect(node, &ModuleObject::changed, weldSwitch,
-            [weldSwitch](const QVariant& value) { weldSwitch->setChecked(value.toBool()); });
+    m(path)->setValue(this, on);
+    setUpSwitch(qobject_cast<SwitchButton*>(button), this, path);
 }
 
 QList<QPushButton*> ProgramWidget::statementButtons() const {

@@ -125,8 +125,12 @@ void RunControls::startNow() {
 void RunControls::goOn() {
     const int line = m(key::currentLine)->getInt();
     const LumoExecutor::Outlook outlook = executor ? executor->outlook(line) : LumoExecutor::Outlook();
-    if (isRunning() || !outlook.goesBack) {
+    if (isRunning() || !outlook.goesBack || executor->finished()) {
         run();
+        return;
+    }
+    if (outlook.reopens) {
+        askResume(line);
         return;
     }
     askedFor_ = ProgramTable::program()->c(line);
@@ -135,6 +139,44 @@ void RunControls::goOn() {
         ProgramWidget::tr("焊枪距中断点 %1 mm，先不出光回到中断点，再继续焊接？")
             .arg(QString::number(outlook.distanceMm, 'f', 1)),
         &RunControls::goBackNow);
+}
+
+void RunControls::resumeNow() {
+    const int line = m(key::currentLine)->getInt();
+    const bool goesOn = !isRunning() && executor && executor->outlook(line).reopens;
+    if (!(question_ && question_->isVisible()) && goesOn && !refusedForPairs()) {
+        askResume(line);
+    }
+}
+
+void RunControls::askResume(int line) {
+    const QStackedWidget* const center = instantiatedCenterWidget();
+    auto* const dialog =
+        new ResumeDialog(line, center && center->currentWidget() ? center->currentWidget() : page_);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    question_ = dialog;
+    askedFor_ = ProgramTable::program()->c(line);
+    connect(dialog, &ResumeDialog::chosen, this, [this, dialog](ResumeDialog::Choice choice) {
+        choice_ = choice;
+        overlapMm_ = dialog->overlapMm();
+        later(&RunControls::resumeChosen);
+    });
+    dialog->open();
+}
+
+void RunControls::resumeChosen() {
+    // The program or the resume line may have changed since the answer.
+    const ModuleObject* const statement = ProgramTable::program()->c(m(key::currentLine)->getInt());
+    if (!isRunning() && (statement != askedFor_ || refusedForPairs() || refusedForErrors())) {
+        return;
+    }
+    if (!isRunning() && choice_ == ResumeDialog::Choice::GoOnDark) {
+        m(key::weldSwitch)->setValue(page_, false);
+    } else if (!isRunning()) {
+        const bool overlaps = choice_ == ResumeDialog::Choice::GoOnWithOverlap;
+        m(key::executeOverlap)->setValue(page_, overlaps ? overlapMm_ : 0.0);
+    }
+    begin();
 }
 
 void RunControls::goBackNow() {
@@ -203,7 +245,7 @@ void RunControls::begin() {
         emit aboutToRun();
         m(key::processTime)->setValue(page_, 0);
     }
-    m(key::triggerStart)->setValue(page_, m(key::currentLine)->getInt());
+    m(key::triggerStart)->setValue(page_, executor ? executor->startLine() : m(key::currentLine)->getInt());
 }
 
 void RunControls::moveNow() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "editor/resumedialog.h"
 #include "module/host.h"
 #include "program/finding.h"
 
@@ -9,7 +10,7 @@
 #include <QVector>
 
 class ProgramTable;
-class QMessageBox;
+class QDialog;
 
 namespace lumo {
 class ProgramCheck;
@@ -39,10 +40,13 @@ public:
 
     // Performed from the event loop.
 
-    /// Runs from the resume line, or after a question from the selected line. Asks also before the tool goes
-    /// back to the point where the program was stopped. Errors of the program are told after the questions,
+    /// Runs from the resume line, after a run that came to its end from the first line, or after a question
+    /// from the selected line. Asks also before the tool goes back to the point where the program was
+    /// stopped, in a weld with the dialog of resume(). Errors of the program are told after the questions,
     /// and nothing is saved or moved.
     void start() { later(&RunControls::startNow); }
+    /// Asks how the weld goes on that was stopped.
+    void resume() { later(&RunControls::resumeNow); }
     /// Moves to the point of the selected statement.
     void moveToPoint() { later(&RunControls::moveNow); }
     void pause() { later(&RunControls::pauseNow); }
@@ -62,6 +66,9 @@ private:
     using Action = void (RunControls::*)();
     void later(Action action);
     void startNow();
+    void resumeNow();
+    void askResume(int line);
+    void resumeChosen();
     void jumpNow();
     void goBackNow();
     void moveNow();
@@ -69,7 +76,7 @@ private:
     /// Runs from the resume line; asks first if the tool has to go back to the point of the stop.
     void goOn();
     void run();
-    /// Runs from the resume line, a program without errors.
+    /// Runs a program without errors from where Start begins.
     void begin();
     /// Asks a question, which any change of the program closes; `yes` is performed after that answer.
     void ask(const QString& title, const QString& text, Action yes);
@@ -83,7 +90,9 @@ private:
     QWidget* page_;
     QString filePath_;
     QVector<Action> pending_;  ///< to be performed from the event loop
-    QPointer<QMessageBox> question_;
-    double askedMm_ = 0.0;             ///< distance named in the question
-    QPointer<ModuleObject> askedFor_;  ///< statement named in the question
+    QPointer<QDialog> question_;
+    lumo::ResumeDialog::Choice choice_{};  ///< how the weld goes on
+    double overlapMm_ = 0.0;               ///< of it
+    double askedMm_ = 0.0;                 ///< distance named in the question
+    QPointer<ModuleObject> askedFor_;      ///< statement named in the question
 };

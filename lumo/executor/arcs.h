@@ -38,6 +38,8 @@ public:
     /// A stop interrupts a line `seconds` after its motion was awaited: keeps its arc, if it is one.
     void stopIn(int line, const ModuleObject* record, const prog::Position& tool, double seconds);
     void forgetStopped() { stopped_.reset(); }
+    /// Angle on the stopped arc; 0 without one.
+    [[nodiscard]] double stoppedAt() const { return stopped_ ? stopped_->reached : 0.0; }
     [[nodiscard]] bool hasStopped() const { return stopped_.has_value(); }
     /// A run begins at the line of the stopped arc. False where what is left of it cannot be run from where
     /// the tool stands.

@@ -47,6 +47,7 @@ public:
     int execProgram(int line);
 
     [[nodiscard]] Outlook outlook(int line) const { return resumption_.outlook(line); }
+    [[nodiscard]] ResumeView resumeView(int line) const { return resumption_.view(line); }
     /// Whether the last run of the hand program came to its end, and nothing has changed since.
     [[nodiscard]] bool isFinished() const { return resume_.isFinished(); }
     [[nodiscard]] QVariantMap waiting() const { return waiter_.waiting(); }

@@ -61,6 +61,10 @@ lumo::Outlook LumoExecutor::outlook(int line) const {
     return driver_->outlook(line);
 }
 
+lumo::ResumeView LumoExecutor::resumeView(int line) const {
+    return driver_->resumeView(line);
+}
+
 QVariantMap LumoExecutor::startAt(int line) const {
     return outlook(line).map();
 }

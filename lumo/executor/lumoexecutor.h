@@ -1,6 +1,7 @@
 #pragma once
 
 #include "executor/outlook.h"
+#include "executor/resumeview.h"
 #include "module/globals.h"
 #include "module/host.h"
 
@@ -54,7 +55,9 @@ public:
     [[nodiscard]] Q_INVOKABLE int startLine() const;
     /// What a start of the hand program at a line would do.
     [[nodiscard]] Outlook outlook(int line) const;
-    /// The same as a map, for programs that load the package at run time.
+    /// What is known of the seam in which the hand program was stopped, for a line in the open weld.
+    [[nodiscard]] lumo::ResumeView resumeView(int line) const;
+    /// The same as outlook(), as a map, for programs that load the package at run time.
     [[nodiscard]] Q_INVOKABLE QVariantMap startAt(int line) const;
 
     // --- Driver -------------------------------------------------------------------------------

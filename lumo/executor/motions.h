@@ -81,6 +81,10 @@ public:
     [[nodiscard]] bool takeUpArc(int line);
     /// The overlap of a weld that the run takes up at a line.
     [[nodiscard]] Overlap overlap(int line, double mm);
+    /// What of the open weld is welded, from a stop in a line back. `run`: of the program as it is now.
+    [[nodiscard]] WeldedPath::Pieces weldedUpTo(const Run& run, int line, const prog::Position& stop) const {
+        return welded_.pieces(run, line, stop, arcs_.stoppedAt());
+    }
     /// The run begins with the overlap, where the tool is.
     void beginOverlap(const Overlap& overlap);
     [[nodiscard]] Arcs& arcs() { return arcs_; }

@@ -1,6 +1,7 @@
 #include "executor/resumption.h"
 
 #include "executor/weldflag.h"
+#include "program/seamahead.h"
 #include "program/words.h"
 
 #include <algorithm>
@@ -100,6 +101,31 @@ Outlook Resumption::outlook(int line) const {
     outlook.restOfArc = !stmt->isNull() && isStoppedArc(stmt) && isExecuted(stmt);
     outlook.goesBack = resume_.mustGoBack(line, outlook.reopens || outlook.restOfArc, &outlook.distanceMm);
     return outlook;
+}
+
+ResumeView Resumption::view(int line) const {
+    const Run run(m(key::program), runmode::byHand, false);
+    ResumeView view;
+    view.line = line;
+    view.stop = positionOf(m(key::currentPausePoint));
+    view.tool = toolPose().trans;
+    view.awayMm = distance(view.stop, view.tool) * mmPerM;
+    Pose start{view.stop, {}};
+    int next = line;
+    const WeldedPath::Pieces welded = motions_.weldedUpTo(run, line, view.stop);
+    for (auto piece = welded.list.rbegin(); piece != welded.list.rend(); ++piece) {
+        view.welded.push_back({piece->path, 0.0, piece->toM});
+    }
+    if (!welded.list.empty() && welded.list.front().line == line) {
+        const WeldedPath::Piece& stopped = welded.list.front();
+        view.ahead.push_back({stopped.path, stopped.toM, stopped.path.lengthM()});
+        start = stopped.path.at(stopped.path.lengthM());
+        ++next;
+    }
+    for (const PathPiece& path : seamAhead(run.program, next, start)) {
+        view.ahead.push_back({path, 0.0, path.lengthM()});
+    }
+    return view;
 }
 
 }  // namespace lumo

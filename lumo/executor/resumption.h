@@ -4,6 +4,7 @@
 #include "executor/motions.h"
 #include "executor/outlook.h"
 #include "executor/resumepoint.h"
+#include "executor/resumeview.h"
 #include "executor/run.h"
 
 #include <QObject>
@@ -24,6 +25,8 @@ public:
     [[nodiscard]] int takeUp(Run& run, int line);
     /// What takeUp() would do at a line of the hand program.
     [[nodiscard]] Outlook outlook(int line) const;
+    /// The seam in which the hand program was stopped, for a line that outlook() calls in the open weld.
+    [[nodiscard]] ResumeView view(int line) const;
 
 signals:
     /// A motion on the way back failed.

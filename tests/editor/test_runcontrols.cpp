@@ -1,6 +1,7 @@
 #include "editorfixture.h"
 #include "support/language.h"
 
+#include <QDoubleSpinBox>
 #include <QListWidget>
 
 /// The editor's run buttons, and what stands above the table of the next start and of the program's file.
@@ -141,7 +142,7 @@ private slots:
         const std::pair<std::function<void()>, QString> course[] = {
             {[] { ScriptedRobot::setMode("manual"); }, goesOn + "，激光不会打开"},
             {[] { ScriptedRobot::setMode("auto"); }, goesOn + "，激光将重新打开"},
-            {[this] { act("btnStart"); }, "开始：从第 5 行继续"},
+            {[this] { act("btnStart"); }, "开始：再次从第 1 行执行"},
             {[this] { pauseInTheSeam(); }, goesOn + "，激光将重新打开"},
             {[this] { load(seam_); }, goesOn},  // another program
             {[this] { act("-1"); }, goesOn},
@@ -158,22 +159,114 @@ private slots:
         QCOMPARE(m("lumo.current.pausepoint")->size() + m("lumo.current.startpoint")->size(), 0);
     }
 
-    void movedTorch_isConfirmedWithItsPresentDistance() {
-        const QString question = "焊枪距中断点 %1 mm，先不出光回到中断点，再继续焊接？";
-        pauseInTheSeam();
-        ModuleObject* const y = kordservice()->dataNode("sys.posture.trans.#1");
-        y->setValue(this, y->getDouble() + 0.0121);
-        bench.robot.mark();
+    /// Only a run that came to its end is run again from its first line, and another row is asked for as
+    /// ever.
+    void finishedProgram_beginsAgain() {
+        const QString again = "开始：再次从第 1 行执行";
+        const auto started = [this](const char* how) {
+            bench.robot.mark();
+            act(how);
+            return bench.robot.log().count("0 move.l 0.05 0");
+        };
+        load(seam_);
         act("btnStart");
-        QCOMPARE(boxes(), QStringList{question.arg("12.1")});
+        QCOMPARE(startText(), again);
+        QCOMPARE(bench.resumeLine(), 4);
+        QCOMPARE(started("btnStart"), 1);
+        act("1 btnStart");
+        QCOMPARE(boxes(), QStringList{"是否跳转到当前行并开始执行!"});
         answerBox(false);
-        QCOMPARE(bench.robot.log(), QStringList());
-        act("btnStart");
-        y->setValue(this, y->getDouble() + 0.0121);  // jogged on under the question
-        answerBox(true);
-        QCOMPARE(boxes(), QStringList{question.arg("24.2")});
-        answerBox(true);
+        act("4");
+        QCOMPARE(startText(), again);
+        const std::function<void()> ends[] = {
+            [this] {
+                at(200, [this] { act("btnPause"); });
+                act("3 btnRunOnce");
+                bench.waitUntilIdle();
+                act("4");
+            },
+            [this] { table()->moveStatement(this, 1, 2); },
+            [this] { m("lumo.current.line")->setValue(this, 4); },
+            [this] {
+                at(1200, [this] { act("btnPause"); });
+                act("btnStart");
+                bench.waitUntilIdle();
+            },
+        };
+        for (const auto& end : ends) {
+            load(seam_);
+            act("-1 btnStart");
+            QCOMPARE(startText(), again);
+            end();
+            QVERIFY2(!startText().contains("再次"), qPrintable(startText()));
+        }
+    }
+
+    /// The dialog follows the tool, and goes with its question.
+    void stoppedWeld_asksHowItGoesOn() {
+        ModuleObject* const y = kordservice()->dataNode("sys.posture.trans.#1");
+        const auto ask = [&] {
+            pauseInTheSeam();
+            y->setValue(this, y->getDouble() + 0.0121);
+            bench.robot.mark();
+            act("btnStart btnStart btnResume");
+            QCOMPARE(child<QLabel>(shown(), "lblDistance")->text(),
+                     QString("焊枪距中断点 12.1 mm：先不出光回到中断点。"));
+        };
+        const auto choose = [this](const char* choice) {
+            click(child(shown(), choice));
+            bench.time.settle();
+        };
+        ask();
+        QVERIFY(child<QLabel>(shown(), "lblWhere")->text().startsWith("焊接中断于第 3 行"));
+        y->setValue(this, y->getDouble() + 0.0121);  // jogged on
+        bench.time.settle();
+        QVERIFY(child<QLabel>(shown(), "lblDistance")->text().contains("24.2 mm"));
+        choose("btnCancel");
+        QVERIFY(!shown() && bench.robot.log().isEmpty());
+        ask();
+        choose("btnGoOn");
         QCOMPARE(bench.robot.firstTime("GAS 1"), qint64(500));
+        ask();
+        child<QDoubleSpinBox>(shown(), "spinOverlap")->setValue(7.5);
+        choose("btnOverlap");
+        QCOMPARE(m("lumo.execute.overlap")->getDouble(), 7.5);
+        QVERIFY(bench.robot.firstTime("GAS 1") > 0);
+        ask();
+        choose("btnDark");
+        QVERIFY(bench.robot.firstTime("GAS 1") < 0 && !m("lumo.allWeldBtnstatus.weldbtn")->getBool());
+        const std::function<void()> closings[] = {
+            [this] { program()->remove(this, "#1"); },
+            [] { ScriptedRobot::setMode("manual"); },
+            [this] { m("lumo.current.line")->setValue(this, 1); },
+            [this] { m("lumo.execute.dry")->setValue(this, true); },
+        };
+        for (const auto& close : closings) {
+            ask();
+            bench.robot.setPower("off");
+            QVERIFY(shown());
+            close();
+            bench.time.settle();
+            QVERIFY(!shown() && bench.robot.log().isEmpty());
+        }
+        m("lumo.execute.dry")->setValue(this, false);
+    }
+
+    void dryRun_isSwitchedWhileNothingRuns() {
+        const auto* const speed = find<QComboBox>("cmbDrySpeed");
+        load(seam_);
+        QVERIFY(!speed->isVisible());
+        click(find("widget_dryrun"));
+        QVERIFY(speed->isVisible() && m("lumo.execute.dry")->getBool());
+        QCOMPARE(startText(), "空运行。开始：从第 1 行执行");
+        at(300, [this] {
+            click(find("widget_dryrun"));
+            QVERIFY(m("lumo.execute.dryRun")->getBool());
+        });
+        act("btnStart");
+        QVERIFY(m("lumo.execute.dry")->getBool() && !m("lumo.execute.dryRun")->getBool());
+        QVERIFY(bench.robot.firstTime("GAS 1") < 0 && bench.robot.firstTime("LASER 1") < 0);
+        m("lumo.execute.dry")->setValue(this, false);
     }
 
     void run_isShownAndRefusesOtherStarts() {

@@ -1,5 +1,7 @@
 #include "tools/pictures/tour.h"
 
+#include "mendo/modulemanager.h"
+#include "program/words.h"
 #include "simulator/controller.h"
 #include "tools/pictures/scene.h"
 
@@ -260,6 +262,13 @@ const Stop runs[] = {
          s.settle();
          press(s, "btnStart");
          s.shoot();
+     }},
+    {"run_dry",
+     [](Scene& s) {
+         s.openProject(sampleFile);
+         m(prog::key::executeDry)->setValue(nullptr, true);
+         s.shoot();
+         m(prog::key::executeDry)->setValue(nullptr, false);
      }},
     {"run_motion_error",
      [](Scene& s) {

@@ -335,6 +335,26 @@
         <translation>Start continues at line %1, the laser reopens</translation>
     </message>
     <message>
+        <source>开始：从第 %1 行继续，激光将重新打开，重叠 %2 mm</source>
+        <translation>Start continues at line %1, the laser reopens, overlap %2 mm</translation>
+    </message>
+    <message>
+        <source>开始：再次从第 1 行执行</source>
+        <translation>Start begins again at line 1</translation>
+    </message>
+    <message>
+        <source>空运行。%1</source>
+        <translation>Dry run. %1</translation>
+    </message>
+    <message>
+        <source>空运行：正在执行第 %1 行</source>
+        <translation>Dry run: running line %1</translation>
+    </message>
+    <message>
+        <source>继续焊接…</source>
+        <translation>Continue…</translation>
+    </message>
+    <message>
         <source>开始：从第 %1 行继续，激光不会打开</source>
         <translation>Start continues at line %1, the laser stays off</translation>
     </message>
@@ -416,6 +436,25 @@
     <message>
         <source>未示教</source>
         <translation>Not taught</translation>
+    </message>
+</context>
+<context>
+    <name>lumo::DryRunRow</name>
+    <message>
+        <source>空运行</source>
+        <translation>Dry run</translation>
+    </message>
+    <message>
+        <source>整个程序运动，不出光、不送气、不送丝，红光指示焊缝</source>
+        <translation>The whole program moves without laser, gas and wire; the pilot light shows the seams</translation>
+    </message>
+    <message>
+        <source>焊缝的运动速度，占焊接速度的百分比</source>
+        <translation>Speed along the seams, as a share of the weld speed</translation>
+    </message>
+    <message>
+        <source>运动速度</source>
+        <translation>Travel</translation>
     </message>
 </context>
 <context>
@@ -518,6 +557,45 @@
             <numerusform>and %n more</numerusform>
             <numerusform>and %n more</numerusform>
         </translation>
+    </message>
+</context>
+<context>
+    <name>lumo::ResumeDialog</name>
+    <message>
+        <source>继续焊接</source>
+        <translation>Continue welding</translation>
+    </message>
+    <message>
+        <source>焊接中断于第 %1 行，焊缝 %2 mm 处。</source>
+        <translation>The weld stopped in line %1, %2 mm into the seam.</translation>
+    </message>
+    <message>
+        <source>焊枪距中断点 %1 mm：先不出光回到中断点。</source>
+        <translation>The torch is %1 mm from there: it goes back first, with the laser off.</translation>
+    </message>
+    <message>
+        <source>焊枪在中断点。</source>
+        <translation>The torch is where the weld stopped.</translation>
+    </message>
+    <message>
+        <source>焊缝还剩 %1 mm。</source>
+        <translation>%1 mm of the seam are left.</translation>
+    </message>
+    <message>
+        <source>回到中断点，继续焊接</source>
+        <translation>Back and weld on</translation>
+    </message>
+    <message>
+        <source>回到中断点，重叠一段后继续焊接</source>
+        <translation>Back and weld on with overlap</translation>
+    </message>
+    <message>
+        <source>从这里不出光继续（焊接开关将关闭）</source>
+        <translation>Go on dark from here (switches welding off)</translation>
+    </message>
+    <message>
+        <source>取消</source>
+        <translation>Cancel</translation>
     </message>
 </context>
 </TS>

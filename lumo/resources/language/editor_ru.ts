@@ -335,6 +335,26 @@
         <translation>Пуск продолжит со строки %1, лазер включится снова</translation>
     </message>
     <message>
+        <source>开始：从第 %1 行继续，激光将重新打开，重叠 %2 mm</source>
+        <translation>Пуск продолжит со строки %1, лазер включится снова, перекрытие %2 мм</translation>
+    </message>
+    <message>
+        <source>开始：再次从第 1 行执行</source>
+        <translation>Пуск начнёт снова со строки 1</translation>
+    </message>
+    <message>
+        <source>空运行。%1</source>
+        <translation>Пробный проход. %1</translation>
+    </message>
+    <message>
+        <source>空运行：正在执行第 %1 行</source>
+        <translation>Пробный проход: выполняется строка %1</translation>
+    </message>
+    <message>
+        <source>继续焊接…</source>
+        <translation>Продолжить…</translation>
+    </message>
+    <message>
         <source>开始：从第 %1 行继续，激光不会打开</source>
         <translation>Пуск продолжит со строки %1, лазер останется выключен</translation>
     </message>
@@ -416,6 +436,25 @@
     <message>
         <source>未示教</source>
         <translation>Не обучена</translation>
+    </message>
+</context>
+<context>
+    <name>lumo::DryRunRow</name>
+    <message>
+        <source>空运行</source>
+        <translation>Пробный проход</translation>
+    </message>
+    <message>
+        <source>整个程序运动，不出光、不送气、不送丝，红光指示焊缝</source>
+        <translation>Вся программа выполняется без лазера, газа и проволоки; швы показывает пилотный луч</translation>
+    </message>
+    <message>
+        <source>焊缝的运动速度，占焊接速度的百分比</source>
+        <translation>Скорость вдоль швов в доле от скорости сварки</translation>
+    </message>
+    <message>
+        <source>运动速度</source>
+        <translation>Макс.</translation>
     </message>
 </context>
 <context>
@@ -522,6 +561,45 @@
             <numerusform>и ещё %n</numerusform>
             <numerusform>и ещё %n</numerusform>
         </translation>
+    </message>
+</context>
+<context>
+    <name>lumo::ResumeDialog</name>
+    <message>
+        <source>继续焊接</source>
+        <translation>Продолжение сварки</translation>
+    </message>
+    <message>
+        <source>焊接中断于第 %1 行，焊缝 %2 mm 处。</source>
+        <translation>Сварка остановлена в строке %1, на %2 мм шва.</translation>
+    </message>
+    <message>
+        <source>焊枪距中断点 %1 mm：先不出光回到中断点。</source>
+        <translation>Горелка в %1 мм от этого места: сначала она вернётся туда без лазера.</translation>
+    </message>
+    <message>
+        <source>焊枪在中断点。</source>
+        <translation>Горелка стоит в точке остановки.</translation>
+    </message>
+    <message>
+        <source>焊缝还剩 %1 mm。</source>
+        <translation>Осталось %1 мм шва.</translation>
+    </message>
+    <message>
+        <source>回到中断点，继续焊接</source>
+        <translation>Вернуться и варить дальше</translation>
+    </message>
+    <message>
+        <source>回到中断点，重叠一段后继续焊接</source>
+        <translation>Вернуться и варить с перекрытием</translation>
+    </message>
+    <message>
+        <source>从这里不出光继续（焊接开关将关闭）</source>
+        <translation>Дальше без лазера (сварка выключится)</translation>
+    </message>
+    <message>
+        <source>取消</source>
+        <translation>Отмена</translation>
     </message>
 </context>
 </TS>
