@@ -57,9 +57,12 @@ void EventRecorder::follow(const Sources& sources) {
     followProjects();
 }
 
-/// The parts of the page that open and save projects.
+/// The parts of page and editor that open and save projects.
 void EventRecorder::followProjects() {
-    const QObjectList parts = sources_.page->findChildren<QObject*>();
+    QObjectList parts = sources_.page->children();
+    if (const auto* editor = sources_.page->findChild<QWidget*>(QStringLiteral("ProgramWidget"))) {
+        parts += editor->children();
+    }
     for (const QObject* part : parts) {
         connectByName(part, SIGNAL(projectSaved()), this, SLOT(onSaved()));
         connectByName(part, SIGNAL(saved()), this, SLOT(onSaved()));

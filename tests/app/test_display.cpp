@@ -59,6 +59,21 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(switchings > 0 && m("lumo.execute.state")->getString() == "idle", giveUpMs);
         QCOMPARE(switchings, 2);
         QCOMPARE(m("lumo.execute.line")->getInt(), m("lumo.program")->cmobjCount() - 1);
+
+        // Stop is pressed while a dialog blocks the window; the run holds up what waits here.
+        QDialog dialog(panel.window()->pages()->currentWidget());
+        dialog.resize(200, 100);
+        m("lumo.current.line")->setValue(nullptr, 0);
+        bool pressed = false;
+        QTimer::singleShot(2000, this, [&dialog] { dialog.open(); });
+        QTimer::singleShot(4000, this, [&panel, &pressed] {
+            pressed = m("lumo.execute.state")->getString() == "busy";
+            click(panel.window(), "btnRunStop");
+        });
+        m("lumo.execute.trigger.start")->setValue(nullptr, 0);
+        QVERIFY(pressed && dialog.isVisible());
+        QVERIFY(m("lumo.execute.line")->getInt() < m("lumo.program")->cmobjCount() - 1);
+        dialog.close();
         QTimer::singleShot(0, this, [handle] { QWindowSystemInterface::handleCloseEvent(handle); });
         QCOMPARE(QApplication::exec(), 0);
     }
