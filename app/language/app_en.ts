@@ -2021,6 +2021,10 @@ Mean %2</translation>
         <source>在手控器上复位</source>
         <translation>release it on the pendant</translation>
     </message>
+    <message>
+        <source>空运行</source>
+        <translation>dry run</translation>
+    </message>
 </context>
 <context>
     <name>app::StatusText</name>

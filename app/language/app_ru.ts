@@ -2021,6 +2021,10 @@ mm/s，°/s</source>
         <source>在手控器上复位</source>
         <translation>отпустите на пульте</translation>
     </message>
+    <message>
+        <source>空运行</source>
+        <translation>пробный проход</translation>
+    </message>
 </context>
 <context>
     <name>app::StatusText</name>

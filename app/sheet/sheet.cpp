@@ -63,7 +63,7 @@ void Sheet::open() {
     // The card is centred, so its layout does not ask for the height of wrapped texts.
     const QList<QLabel*> texts = card_->findChildren<QLabel*>();
     for (QLabel* text : texts) {
-        if (text->wordWrap()) {
+        if (text->wordWrap() && !text->text().isEmpty()) {
             text->setMinimumHeight(text->heightForWidth(text->width()));
         }
     }

@@ -115,10 +115,12 @@ QString faultText(const CellStatus& status) {
 }
 
 QString runText(const CellStatus& status) {
+    const QString dry = status.dry ? StateText::tr("空运行") : QString();
     if (status.station) {
-        return joined({StateText::tr("工位"), status.project});
+        return joined({dry, StateText::tr("工位"), status.project});
     }
-    return status.step ? joined({StateText::tr("单步"), status.project}) : projectText(status);
+    return joined({dry, status.step ? StateText::tr("单步") : QString(),
+                   status.step ? status.project : projectText(status)});
 }
 
 QString detailOf(Kind kind, const CellStatus& status) {

@@ -87,7 +87,9 @@ private slots:
                  status.line = 3;
              },
              "RUNNING line 4", "seam", app::Place::Project, 3},
-            {[&] { status.station = true; }, "RUNNING line 4", "station · seam", app::Place::Stations, -1},
+            {[&] { status.dry = true; }, "RUNNING line 4", "dry run · seam", app::Place::Project, 3},
+            {[&] { status.station = true; }, "RUNNING line 4", "dry run · station · seam",
+             app::Place::Stations, -1},
             {[&] {
                  status.pausedLine = 5;
                  status.pausedInWeld = true;
