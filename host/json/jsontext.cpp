@@ -342,9 +342,8 @@ bool JsonText::readElements() {
         walker.skipSpace();
         spot = spotFrom(spot, walker.position());
         walker.skipValue();
-        QJsonParseError error;
-        QJsonDocument::fromJson('[' + text_.mid(spot.offset, walker.position() - spot.offset) + ']', &error);
-        if (error.error != QJsonParseError::NoError || walker.position() == spot.offset) {
+        const QByteArray element = text_.mid(spot.offset, walker.position() - spot.offset);
+        if (element.isEmpty() || QJsonDocument::fromJson('[' + element + ']').isNull()) {
             return false;
         }
         elements_.push_back(spot);
@@ -364,10 +363,7 @@ QJsonValue JsonText::element(int element) const {
 }
 
 void JsonText::clear() {
-    text_ = QByteArray();
-    value_ = QJsonArray();
-    elements_ = {};
-    start_ = 0;
+    *this = JsonText(QByteArray(), QJsonArray(), 0);
 }
 
 TextPlace JsonText::place(int element) const {

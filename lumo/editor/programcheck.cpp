@@ -217,4 +217,17 @@ QString ProgramCheck::textAt(int line) const {
     return texts.join(QLatin1Char('\n'));
 }
 
+QVariantList ProgramCheck::impossibleLines() const {
+    QVariantList lines;
+    for (const Finding& finding : findings_) {
+        const Rule rule = finding.rule();
+        const bool isOfPath =
+            rule == Rule::Point || rule == Rule::Arc || rule == Rule::Circle || rule == Rule::Reach;
+        if (isOfPath && finding.isError() && (lines.isEmpty() || lines.last() != finding.line)) {
+            lines << finding.line;
+        }
+    }
+    return lines;
+}
+
 }  // namespace lumo

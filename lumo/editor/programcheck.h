@@ -6,6 +6,7 @@
 #include <QObject>
 #include <QString>
 #include <QTimer>
+#include <QVariantList>
 
 #include <memory>
 #include <optional>
@@ -28,6 +29,8 @@ public:
 
     /// As of the last check, by their lines.
     [[nodiscard]] const prog::Findings& findings() const { return findings_; }
+    /// Rows with a point, arc, circle or reach that is impossible, each once.
+    [[nodiscard]] QVariantList impossibleLines() const;
     [[nodiscard]] int errors() const { return errors_; }
     [[nodiscard]] int warnings() const { return static_cast<int>(findings_.size()) - errors_; }
 

@@ -71,7 +71,7 @@ ProgramWidget::ProgramWidget(QWidget* parent)
     startLine_ = new StartLine(ui_->tableWidget, ui_->lblStart, ui_->btnResume, this);
     stored_ = new StoredState(this);
     rules_ = std::make_unique<EnablingRules>(buttons());
-    setUpTexts();
+    setUpJump();
     connectStatementButtons();
     connectEditing();
     connectFindings();
@@ -97,26 +97,7 @@ ProgramWidget::~ProgramWidget() {
 
 // --- Construction ---------------------------------------------------------------------------------
 
-void ProgramWidget::setUpTexts() {
-    const std::pair<QWidget*, QString> tips[] = {{ui_->btnEdit, tr("编辑")},
-                                                 {ui_->btnDel, tr("删除")},
-                                                 {ui_->btnCopy, tr("复制")},
-                                                 {ui_->btnPaste, tr("粘贴")},
-                                                 {ui_->btnUp, tr("上移")},
-                                                 {ui_->btnDown, tr("下移")},
-                                                 {ui_->anotationBtn, tr("运行/不运行")},
-                                                 {ui_->multiBtn, tr("多选")},
-                                                 {ui_->speedBtn, tr("修改速度")},
-                                                 {ui_->turningBtn, tr("修改转弯区")},
-                                                 {ui_->btnStart, tr("开始")},
-                                                 {ui_->btnRunOnce, tr("移动点位")},
-                                                 {ui_->btnPause, tr("停止")},
-                                                 {ui_->btnReset, tr("复位")},
-                                                 {ui_->btnStepBack, tr("按住移到上一点，松开停止")},
-                                                 {ui_->btnStepForward, tr("按住移到下一点，松开停止")}};
-    for (const auto& [button, tip] : tips) {
-        button->setToolTip(tip);
-    }
+void ProgramWidget::setUpJump() {
     // A single digit is only an intermediate text of this pattern, but the button jumps to that line.
     ui_->lineEdit_steptojump->setValidator(new QRegularExpressionValidator(
         QRegularExpression(QStringLiteral("[1-9][0-9]+$")), ui_->lineEdit_steptojump));
@@ -501,16 +482,7 @@ int ProgramWidget::warnings() const {
 }
 
 QVariantList ProgramWidget::impossibleLines() const {
-    QVariantList lines;
-    for (const Finding& finding : check_->findings()) {
-        const Rule rule = finding.rule();
-        const bool isOfPath =
-            rule == Rule::Point || rule == Rule::Arc || rule == Rule::Circle || rule == Rule::Reach;
-        if (isOfPath && finding.isError() && (lines.isEmpty() || lines.last() != finding.line)) {
-            lines << finding.line;
-        }
-    }
-    return lines;
+    return check_->impossibleLines();
 }
 
 void ProgramWidget::showEvent(QShowEvent* event) {

@@ -99,7 +99,7 @@ protected:
 private:
     using AskBatch = void (EditorDialogs::*)(const QList<QModelIndex>& rows,
                                              const EditorDialogs::Answered& answered);
-    void setUpTexts();
+    void setUpJump();
     void connectStatementButtons();
     void connectEditing();
     void connectFindings();
