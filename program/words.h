@@ -59,8 +59,8 @@ constexpr QLatin1String triggerOnce = "lumo.execute.trigger.once"_l1;
 constexpr QLatin1String executeDt = "lumo.execute.dt"_l1;
 /// How far back on the welded path a weld opens that goes on after a stop, mm; read at the start.
 constexpr QLatin1String executeOverlap = "lumo.execute.overlap"_l1;
-/// How much of the path is welded already where the weld opens that was taken up last, mm. The executor writes
-/// it.
+/// How much of the path is welded already where the weld opens that was taken up last, mm. The executor
+/// writes it.
 constexpr QLatin1String executeOverlapped = "lumo.execute.overlapped"_l1;
 /// Whether the next run or step is a dry run.
 constexpr QLatin1String executeDry = "lumo.execute.dry"_l1;

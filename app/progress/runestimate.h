@@ -17,7 +17,7 @@ struct RunStart {
     bool permitted = true;  ///< welding; without it openings and closings take no time
     bool inWeld = false;  ///< the line lies in a weld that was left open, which is opened again if permitted
     double dryPercent = 0.0;  ///< speed of a dry run in welds, % of the weld speed; 0: no dry run
-    int set = 0;          ///< number of the parameter set in force
+    int set = 0;              ///< number of the parameter set in force
     double defaultZoneM = 0;
 };
 

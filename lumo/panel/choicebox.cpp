@@ -39,12 +39,17 @@ QMessageBox* askChoice(QObject* owner, QWidget* page, const Choice& choice,
     QList<QAbstractButton*> buttons;
     const int last = choice.answers.size() - 1;
     for (int i = 0; i <= last; ++i) {
-        buttons << box->addButton(choice.answers[i],
-                                  i == last ? QMessageBox::RejectRole : QMessageBox::AcceptRole);
-        buttons.last()->setObjectName(QStringLiteral("answer%1").arg(i));
+        QPushButton* const button =
+            box->addButton(choice.answers[i], i == last ? QMessageBox::RejectRole : QMessageBox::AcceptRole);
+        button->setObjectName(QStringLiteral("answer%1").arg(i));
+        if (i == choice.preferred) {
+            box->setDefaultButton(button);
+        }
+        if (i == last) {
+            box->setEscapeButton(button);
+        }
+        buttons << button;
     }
-    box->setDefaultButton(qobject_cast<QPushButton*>(buttons[choice.preferred]));
-    box->setEscapeButton(buttons[last]);
     QObject::connect(box, &QDialog::finished, owner, [owner, box, buttons, last, answered] {
         box->disconnect(owner);  // a change of the program would finish it again
         const int index = buttons.indexOf(box->clickedButton());
