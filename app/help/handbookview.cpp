@@ -14,7 +14,8 @@ namespace app {
 
 namespace {
 
-constexpr int pictureMargin = 24;
+constexpr int pictureMargin = 48;  // also of the scroll bar that comes with long text
+constexpr int headingReach = 24;
 constexpr int resizeStep = 40;
 
 QString resourceOf(const QUrl& url) {
@@ -38,20 +39,23 @@ void HandbookView::openChapter(const QString& anchor) {
     }
 }
 
-/// Lines of code may be longer than the view is wide.
-void HandbookView::wrapCode() {
+/// Lines of code may be longer than the view is wide, and Qt's paragraphs of Markdown stand without a gap.
+void HandbookView::dressText() {
+    constexpr double gap = 8;
     for (QTextBlock block = document()->begin(); block.isValid(); block = block.next()) {
-        if (block.blockFormat().nonBreakableLines()) {
-            QTextBlockFormat format = block.blockFormat();
-            format.setNonBreakableLines(false);
-            QTextCursor(block).setBlockFormat(format);
+        QTextBlockFormat format = block.blockFormat();
+        const bool isCode = format.nonBreakableLines();
+        format.setNonBreakableLines(false);
+        if (!isCode && !QTextCursor(block).currentTable()) {
+            format.setBottomMargin(gap);
         }
+        QTextCursor(block).setBlockFormat(format);
     }
 }
 
 void HandbookView::showPage(const QUrl& page) {
     setSource(page);
-    wrapCode();
+    dressText();
 }
 
 /// Qt gives headings of Markdown no anchors.
@@ -69,7 +73,7 @@ bool HandbookView::goTo(const QString& anchor) {
 
 QString HandbookView::shownChapter() const {
     QString chapter;
-    const int top = verticalScrollBar()->value() + pictureMargin;
+    const int top = verticalScrollBar()->value() + headingReach;
     for (QTextBlock block = document()->begin(); block.isValid(); block = block.next()) {
         if (document()->documentLayout()->blockBoundingRect(block).top() > top) {
             break;
@@ -135,7 +139,7 @@ void HandbookView::resizeEvent(QResizeEvent* event) {
         pictureWidth_ = viewport()->width();
         const QString chapter = shownChapter();
         reload();
-        wrapCode();
+        dressText();
         goTo(chapter);
     }
 }

@@ -26,7 +26,7 @@ protected:
 
 private:
     void showPage(const QUrl& page);
-    void wrapCode();
+    void dressText();
     void follow(const QUrl& link);
     bool goTo(const QString& anchor);
 

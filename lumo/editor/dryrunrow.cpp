@@ -36,6 +36,7 @@ DryRunRow::DryRunRow(QWidget* parent)
     speed_->setToolTip(tr("焊缝的运动速度，占焊接速度的百分比"));
     setToolTip(tr("整个程序运动，不出光、不送气、不送丝，红光指示焊缝"));
     setUpSwitch(switch_, this, key::executeDry);
+    switch_->setTextOn(tr("空运行", "on the switch"));  // its caption gives way to the speed
     switch_->setBgColorOn(QColor(30, 110, 200));
     fillSpeeds();
     for (const QLatin1String path : {key::executeDry, key::executeDrySpeed, key::executeState}) {

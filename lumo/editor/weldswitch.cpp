@@ -14,8 +14,12 @@ void setUpSwitch(SwitchButton* button, QWidget* page, QLatin1String path) {
     button->setChecked(node->getBool(false));
     QObject::connect(button, &SwitchButton::statusChanged, page,
                      [page, node](bool checked) { node->setValue(page, checked); });
-    QObject::connect(node, &ModuleObject::changed, button,
-                     [button](const QVariant& value) { button->setChecked(value.toBool()); });
+    QObject::connect(node, &ModuleObject::changed, button, [button](const QVariant& value) {
+        if (button->checked() != value.toBool()) {  // no press did it
+            button->setChecked(value.toBool());
+            button->rest();
+        }
+    });
 }
 
 }  // namespace lumo

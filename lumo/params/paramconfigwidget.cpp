@@ -109,7 +109,6 @@ void ParamConfigWidget::setUpTable() {
     table->setWordWrap(false);
     QHeaderView* const header = table->horizontalHeader();
     header->setSectionResizeMode(QHeaderView::ResizeToContents);
-    header->setSectionResizeMode(NameColumn, QHeaderView::Stretch);
     header->setSectionResizeMode(NoteColumn, QHeaderView::Stretch);
 }
 

@@ -18,7 +18,6 @@ namespace lumo {
 
 namespace {
 
-constexpr int captionWidth = 118;
 constexpr int cutWidth = 26;
 constexpr int headerHeight = 20;
 constexpr int rowHeight = 20;
@@ -57,6 +56,10 @@ QString spanText(const TimingSpan& span) {
     return name.remove(unit) + QStringLiteral(" %1 %2").arg(span.toMs - span.fromMs).arg(unitText("ms"));
 }
 
+QString captionOf(I_PORT port) {
+    return m(key::port)->c(port)->c(field::tag)->getString();
+}
+
 QString percent(double fraction) {
     constexpr double full = 100.0;
     return QString::number(fraction * full) + QStringLiteral(" %");
@@ -87,13 +90,18 @@ void TimingPicture::resizeEvent(QResizeEvent* event) {
 
 void TimingPicture::layOut() {
     timing_ = laserTiming(params_.value_or(LaserParams()));
+    captionWidth_ = 0;
+    for (const TimingLane& shown : timing_.opening.lanes) {
+        const int needed = fontMetrics().horizontalAdvance(captionOf(shown.port)) + textPx + 2;
+        captionWidth_ = std::max(captionWidth_, std::min(needed, width() / 4));
+    }
     placeSections();
     lanes_.clear();
     int y = headerHeight;
     for (const TimingLane& shown : timing_.opening.lanes) {
         Lane lane;
         lane.port = shown.port;
-        lane.caption = m(key::port)->c(shown.port)->c(field::tag)->getString();
+        lane.caption = captionOf(shown.port);
         if (params_ && shown.port == AO_LASER_POWER) {
             lane.value = percent(params_->power);
         } else if (params_ && shown.port == DO_WIRE_ENABLE) {
@@ -109,11 +117,11 @@ void TimingPicture::layOut() {
 }
 
 void TimingPicture::placeSections() {
-    const double room = std::max(1, width() - captionWidth - cutWidth);
+    const double room = std::max(1, width() - captionWidth_ - cutWidth);
     const double allMs = std::max(1, timing_.opening.ms + timing_.closing.ms);
     const double padMs = allMs * padShare;
     scale_ = room / (allMs + 4 * padMs);
-    double left = captionWidth;
+    double left = captionWidth_;
     const TimingPart* const parts[] = {&timing_.opening, &timing_.closing};
     for (int i = 0; i < 2; ++i) {
         const double right = left + (parts[i]->ms + 2 * padMs) * scale_;
@@ -179,7 +187,7 @@ void TimingPicture::paintLane(QPainter* painter, const Lane& lane) const {
     const int barTop = lane.top + lane.rows * rowHeight;
     const int height = barHeightOf(lane.port);
     painter->setPen(QColor(ink));
-    const QRect place(0, barTop + height - textHeight, captionWidth - textPx, textHeight);
+    const QRect place(0, barTop + height - textHeight, captionWidth_ - textPx, textHeight);
     painter->drawText(place, Qt::AlignLeft | Qt::AlignVCenter,
                       fontMetrics().elidedText(lane.caption, Qt::ElideRight, place.width()));
     for (int i = 0; i < 2; ++i) {

@@ -59,7 +59,8 @@ private:
     prog::LaserTiming timing_;
     Section sections_[2] = {};
     std::vector<Lane> lanes_;
-    double scale_ = 0.0;  ///< px a ms
+    int captionWidth_ = 0;  ///< px, of the lanes' names
+    double scale_ = 0.0;    ///< px a ms
 };
 
 }  // namespace lumo

@@ -79,6 +79,12 @@ int SwitchButton::restingX() const {
     return checked_ ? width() - height() : 0;
 }
 
+void SwitchButton::rest() {
+    timer_.stop();
+    startX_ = restingX();
+    update();
+}
+
 void SwitchButton::UpdateValue() {
     if (checked_ && startX_ < endX_) {
         startX_ += step_;

@@ -54,6 +54,8 @@ public slots:
     void setTextColor(const QColor& color);
     void setTextOn(const QString& text);
     void setTextOff(const QString& text);
+    /// Puts the knob where it belongs, without a slide: after a change that no press made.
+    void rest();
     /// One step of the slide.
     void UpdateValue();
 

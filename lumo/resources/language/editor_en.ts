@@ -442,6 +442,11 @@
     <name>lumo::DryRunRow</name>
     <message>
         <source>空运行</source>
+        <comment>on the switch</comment>
+        <translation>DRY</translation>
+    </message>
+    <message>
+        <source>空运行</source>
         <translation>Dry run</translation>
     </message>
     <message>

@@ -119,7 +119,7 @@ ms</source>
     <message>
         <source>吹气 前 / 后
 ms</source>
-        <translation>Газ до / после
+        <translation>Газ до/после
 мс</translation>
     </message>
     <message>
@@ -134,7 +134,7 @@ ms</source>
     </message>
     <message>
         <source>备注</source>
-        <translation>Примечание</translation>
+        <translation>Прим.</translation>
     </message>
     <message>
         <source>运行错误</source>
