@@ -14,6 +14,7 @@
 #include "program/words.h"
 
 #include <QAbstractButton>
+#include <QApplication>
 #include <QDir>
 #include <QStandardPaths>
 #include <QToolButton>
@@ -83,7 +84,8 @@ void MenuTools::openSetup() {
 }
 
 void MenuTools::offerSetup() {
-    if (Preferences::setupDone()) {
+    // A question that stands, as that about changes from before a crash, comes first: the menu has the list.
+    if (Preferences::setupDone() || QApplication::activeModalWidget()) {
         return;
     }
     const QVector<SetupStep> steps = setupSteps(hasWelded());

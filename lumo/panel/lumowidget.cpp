@@ -275,7 +275,8 @@ void LumoWidget::makeUndo() {
                                      },
                                      [this](lumo::EditedList list) { return showListPage(list); }};
     auto* const bar = new lumo::UndoBar(panel, this);
-    ui_->verticalLayout_3->addWidget(bar);
+    // Above the stretch: a folded pendant lies over the lower part of the column.
+    ui_->verticalLayout_3->insertWidget(ui_->verticalLayout_3->count() - 1, bar);
     connect(ui_->stackedWidget, &QStackedWidget::currentChanged, bar, &lumo::UndoBar::refresh);
     connect(lumo::History::instance(), &lumo::History::restored, this, &LumoWidget::showRestored);
 }

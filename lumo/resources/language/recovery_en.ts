@@ -44,7 +44,7 @@
     </message>
     <message>
         <source>%1 有未保存的更改：%2，更改了 %3 行。</source>
-        <translation>%1 has unsaved changes: %2, %3 lines changed.</translation>
+        <translation>%1 has unsaved changes: %2, lines changed: %3.</translation>
     </message>
     <message>
         <source>工程文件在那之后又被更改，恢复将放弃那些更改。</source>
