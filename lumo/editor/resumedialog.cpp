@@ -40,6 +40,7 @@ ResumeDialog::ResumeDialog(int line, QWidget* parent)
     setObjectName(QStringLiteral("resumeDialog"));
     setWindowTitle(tr("继续焊接"));
     setMinimumWidth(widthPx);
+    setStyleSheet(QStringLiteral("QDialog{border: 4px solid #CCCCCC;}"));
     where_->setObjectName(QStringLiteral("lblWhere"));
     distance_->setObjectName(QStringLiteral("lblDistance"));
     left_->setObjectName(QStringLiteral("lblLeft"));
