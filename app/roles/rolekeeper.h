@@ -36,7 +36,8 @@ public:
     void reload();
     /// Checks a code; the answer comes later. Nothing while another one is checked or a wait lasts.
     void check(const QString& code);
-    /// Sets a new code, whoever may do so; the one who sets it is the integrator.
+    /// Sets a new code; the session of the integrator begins. Only the integrator may call it where a code is
+    /// set.
     void setCode(const QString& code);
     void removeCode();
     /// Ends the integrator's session.
