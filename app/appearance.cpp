@@ -3,12 +3,15 @@
 #include "gantu/panel.h"
 #include "workcell/workcell.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QDir>
 #include <QFile>
 #include <QFont>
 #include <QLibraryInfo>
+#include <QLineEdit>
 #include <QProxyStyle>
+#include <QStyle>
 #include <QStyleFactory>
 
 namespace app {
@@ -52,6 +55,12 @@ void installStyle() {
 QString frameStyleSheet() {
     QFile file(QStringLiteral(":/app/panel.qss"));
     return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+}
+
+void addClearButton(QLineEdit* field) {
+    const QAction* const clear = field->addAction(
+        field->style()->standardIcon(QStyle::SP_LineEditClearButton), QLineEdit::TrailingPosition);
+    QObject::connect(clear, &QAction::triggered, field, &QLineEdit::clear);
 }
 
 }  // namespace app

@@ -2,6 +2,8 @@
 
 #include <QString>
 
+class QLineEdit;
+
 namespace app {
 
 /// Sets the language ("cn", "en", "ru"): the host's setting, which packages read, and the catalogues of the
@@ -15,5 +17,9 @@ void installStyle();
 /// The style sheet of the application's own widgets. It must not be set on the panel's window, because
 /// the pages in it have style sheets of their own.
 QString frameStyleSheet();
+
+/// A button in the field that empties it. Qt's own one fades in by the wall clock, and its fade is never
+/// deleted when the field goes meanwhile.
+void addClearButton(QLineEdit* field);
 
 }  // namespace app

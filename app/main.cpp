@@ -106,6 +106,7 @@ int becomeAnother(const QString& program, const QStringList& arguments) {
         texts.push_back(QFile::encodeName(argument));
     }
     std::vector<char*> pointers;
+    pointers.reserve(texts.size() + 1);
     for (QByteArray& text : texts) {
         pointers.push_back(text.data());
     }

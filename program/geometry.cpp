@@ -106,8 +106,8 @@ Orientation interpolated(const Orientation& a, const Orientation& b, double frac
         return fraction < 1.0 ? a : b;
     }
     const Matrix from = matrixOf(a);
-    const Matrix turn = product(from, matrixOf(b), First::Transposed);
-    return orientationOf(product(from, rotation(axisOf(turn, angle), angle * fraction)));
+    const Matrix change = product(from, matrixOf(b), First::Transposed);
+    return orientationOf(product(from, rotation(axisOf(change, angle), angle * fraction)));
 }
 
 CircleFault arcFault(const Position& a, const Position& b, const Position& c) {

@@ -1,5 +1,6 @@
 #include "app/events/eventpage.h"
 
+#include "app/appearance.h"
 #include "app/events/eventlist.h"
 #include "app/results/resultexport.h"
 #include "mendo/clock.h"
@@ -67,7 +68,7 @@ QPushButton* EventPage::makeButton(const QString& name, const QString& text) {
 QWidget* EventPage::makeSearch() {
     text_->setObjectName(QStringLiteral("edtEventText"));
     text_->setPlaceholderText(tr("查找"));
-    text_->setClearButtonEnabled(true);
+    addClearButton(text_);
     text_->setMinimumHeight(controlHeight);
     kind_->setObjectName(QStringLiteral("cmbEventKind"));
     kind_->setMinimumHeight(controlHeight);

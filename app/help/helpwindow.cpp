@@ -38,7 +38,7 @@ HelpWindow::HelpWindow() : view_(new HandbookView), field_(new QLineEdit), resul
     field_->setObjectName(QStringLiteral("edtHelpSearch"));
     field_->setPlaceholderText(tr("查找"));
     field_->setMinimumHeight(buttonSize);
-    field_->setClearButtonEnabled(true);
+    addClearButton(field_);
     auto* contents = makeButton(QStringLiteral("btnHelpContents"), tr("目录"));
     auto* back = makeButton(QStringLiteral("btnHelpBefore"), QStringLiteral("▲"));
     auto* next = makeButton(QStringLiteral("btnHelpNext"), QStringLiteral("▼"));

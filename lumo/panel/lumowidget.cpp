@@ -371,7 +371,7 @@ void LumoWidget::connectProject() {
     project_ = project;
     connect(project, &lumo::ProjectDialogs::projectOpened, recovery_, &lumo::Recovery::offer);
     connect(recovery_, &lumo::Recovery::restored, project, &lumo::ProjectDialogs::restoreProject);
-    auto* const saveKey = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_S), this);
+    auto* const saveKey = new QShortcut(QKeySequence(QStringLiteral("Ctrl+S")), this);
     saveKey->setContext(Qt::WidgetWithChildrenShortcut);
     connect(saveKey, &QShortcut::activated, project, [project] { project->saveProject(filePath); });
     connect(ui_->btnNew, &QAbstractButton::clicked, project, &lumo::ProjectDialogs::newProject);

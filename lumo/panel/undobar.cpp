@@ -26,9 +26,9 @@ UndoBar::UndoBar(Panel panel, QWidget* page)
     row->setSpacing(4);
     row->addWidget(undo_);
     row->addWidget(redo_);
-    addKey(QKeySequence(Qt::CTRL | Qt::Key_Z), History::Way::Undo);
-    addKey(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z), History::Way::Redo);
-    addKey(QKeySequence(Qt::CTRL | Qt::Key_Y), History::Way::Redo);
+    addKey(QKeySequence(QStringLiteral("Ctrl+Z")), History::Way::Undo);
+    addKey(QKeySequence(QStringLiteral("Ctrl+Shift+Z")), History::Way::Redo);
+    addKey(QKeySequence(QStringLiteral("Ctrl+Y")), History::Way::Redo);
     connect(History::instance(), &History::changed, this, &UndoBar::refresh);
     connect(m(key::executeState), &ModuleObject::changed, this, &UndoBar::refresh);
     connect(m(key::robotPower), &ModuleObject::changed, this, &UndoBar::refresh);
