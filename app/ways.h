@@ -17,7 +17,7 @@ public:
 
     /// False for a place that is not on the package's page.
     bool lead(Place place, int line) const;
-    /// The button of the package's navigation that opens a page; null when there is none.
+    /// The button of the package's navigation that opens a page; null where the package has no such page.
     [[nodiscard]] QAbstractButton* button(Place place) const;
 
 private:

@@ -2,7 +2,6 @@
 
 #include "program/words.h"
 
-#include <iterator>
 #include <utility>
 
 namespace prog {
@@ -138,17 +137,8 @@ Statement RunProgram::statement(int line) const {
     if (!source_) {
         return statements_.at(static_cast<std::size_t>(line));
     }
-    constexpr std::size_t most = 32;
-    const auto known = lastAsked_.find(line);
-    if (known != lastAsked_.end()) {
-        return known->second;
-    }
-    if (lastAsked_.size() >= most) {  // the line farthest from this one: a run goes forward
-        const auto first = lastAsked_.begin();
-        const auto last = std::prev(lastAsked_.end());
-        lastAsked_.erase(line - first->first > last->first - line ? first : last);
-    }
-    return lastAsked_.emplace(line, Statement::from(source_->element(line))).first->second;
+    const Statement* const known = lastAsked_.find(line);
+    return known ? *known : lastAsked_.keep(line, Statement::from(source_->element(line)));
 }
 
 bool RunProgram::isMove(int line) const {

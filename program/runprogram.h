@@ -1,13 +1,13 @@
 #pragma once
 
 #include "program/geometry.h"
+#include "program/nearlines.h"
 #include "program/record.h"
 #include "program/statement.h"
 
 #include <QVector>
 
 #include <functional>
-#include <map>
 #include <optional>
 #include <vector>
 
@@ -125,9 +125,9 @@ private:
     void append(const Statement& statement, int* open, std::optional<Target>* target);
 
     std::vector<Line> lines_;
-    std::vector<Statement> statements_;           ///< without a source
-    const ElementSource* source_ = nullptr;       ///< of statements that are read when they are asked for
-    mutable std::map<int, Statement> lastAsked_;  ///< by their lines
+    std::vector<Statement> statements_;      ///< without a source
+    const ElementSource* source_ = nullptr;  ///< of statements that are read when they are asked for
+    mutable NearLines<Statement> lastAsked_;
 };
 
 }  // namespace prog

@@ -1,6 +1,7 @@
 #include "editor/resumedialog.h"
 
 #include "editor/seampicture.h"
+#include "executor/circle.h"
 #include "executor/lumoexecutor.h"
 #include "module/globals.h"
 #include "program/words.h"
@@ -126,7 +127,7 @@ void ResumeDialog::follow() {
     connect(m(key::program), &ModuleObject::changed, this, &QDialog::reject);
     for (const QLatin1String path : {key::executeState, key::weldOpen, key::currentLine, key::robotMode,
                                      key::weldSwitch, key::handWeldSwitch, key::executeDry}) {
-        connect(m(path), &ModuleObject::changed, this, &ResumeDialog::refreshLater);
+        connect(m(path), &ModuleObject::changed, this, &ResumeDialog::reread);
     }
     for (int axis = 0; axis < 3; ++axis) {
         connect(kordservice()->dataNode(mName(key::posturePlace, mIndex(axis))), &ModuleObject::changed, this,
@@ -141,6 +142,11 @@ void ResumeDialog::refreshLater() {
     }
 }
 
+void ResumeDialog::reread() {
+    view_.reset();
+    refreshLater();
+}
+
 void ResumeDialog::refresh() {
     refreshes_ = false;
     const bool isStill = executor && !isRunning() && m(key::currentLine)->getInt() == line_ &&
@@ -150,14 +156,17 @@ void ResumeDialog::refresh() {
         return;
     }
     constexpr double nearMm = 2.0;
-    const ResumeView view = executor->resumeView(line_);
+    if (!view_) {
+        view_ = executor->resumeView(line_);
+    }
+    view_->tool = positionOf(kordservice()->get(nullptr, key::posture));
+    const double awayMm = view_->awayMm();
     where_->setText(
-        tr("焊接中断于第 %1 行，焊缝 %2 mm 处。").arg(QString::number(line_ + 1), mmText(view.weldedMm())));
-    distance_->setText(view.awayMm > nearMm
-                           ? tr("焊枪距中断点 %1 mm：先不出光回到中断点。").arg(mmText(view.awayMm))
-                           : tr("焊枪在中断点。"));
-    left_->setText(tr("焊缝还剩 %1 mm。").arg(mmText(view.leftMm())));
-    picture_->show(view);
+        tr("焊接中断于第 %1 行，焊缝 %2 mm 处。").arg(QString::number(line_ + 1), mmText(view_->weldedMm())));
+    distance_->setText(awayMm > nearMm ? tr("焊枪距中断点 %1 mm：先不出光回到中断点。").arg(mmText(awayMm))
+                                       : tr("焊枪在中断点。"));
+    left_->setText(tr("焊缝还剩 %1 mm。").arg(mmText(view_->leftMm())));
+    picture_->show(*view_);
 }
 
 double ResumeDialog::overlapMm() const {

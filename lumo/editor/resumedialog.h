@@ -5,6 +5,8 @@
 
 #include <QDialog>
 
+#include <optional>
+
 class QDoubleSpinBox;
 class QGridLayout;
 class QLabel;
@@ -41,10 +43,12 @@ private:
     void addOverlap(QGridLayout* layout, QPushButton* choice, int row);
     void follow();
     void refreshLater();
+    void reread();
     void refresh();
     void choose(Choice choice);
 
     const int line_;
+    std::optional<ResumeView> view_;  ///< kept while only the tool moves: to read it copies the program
     SeamPicture* picture_;
     QLabel* where_;
     QLabel* distance_;

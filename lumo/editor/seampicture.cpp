@@ -46,7 +46,7 @@ SeamPicture::Points SeamPicture::pointsOf(const ResumeView::Part& part) {
     return points;
 }
 
-/// The end of what is welded.
+/// Where the welded part of the seam ends.
 SeamPicture::Points SeamPicture::overlapPoints() const {
     Points points;
     double leftM = overlapMm_ / mmPerM;

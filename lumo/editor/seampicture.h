@@ -15,7 +15,7 @@ public:
 
     void show(const ResumeView& view);
 public slots:
-    /// How much of what is welded is to be welded again.
+    /// The length of the welded part that will be welded again.
     void showOverlap(double mm);
 
 protected:

@@ -147,7 +147,7 @@ std::optional<RunMessage> Driver::refusal(int line, const ModuleObject* program)
     return std::nullopt;
 }
 
-/// Whether the lines of what runs, or ran last, are those of the project page.
+/// Whether the program that runs, or ran last, is that of the project page: then a message can show its line.
 bool Driver::isOfHand() const {
     return (run_ ? run_->mode : hand_or_signalbing) != runmode::byStation;
 }

@@ -19,8 +19,9 @@ struct ResumeView {
     std::vector<Part> welded;   ///< what is known of it: nothing of moves that were changed since
     std::vector<Part> ahead;    ///< what is left, to the weld's end
     prog::Position stop, tool;  ///< m
-    double awayMm = 0.0;        ///< from the place of the stop to the tool
 
+    /// From the place of the stop to the tool.
+    [[nodiscard]] double awayMm() const { return prog::distance(stop, tool) * prog::mmPerM; }
     /// Sums of the parts, mm.
     [[nodiscard]] double weldedMm() const;
     [[nodiscard]] double leftMm() const;

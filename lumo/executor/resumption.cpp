@@ -15,7 +15,7 @@ namespace {
 /// The overlap that is asked for, mm.
 double overlapAsked() {
     const double mm = m(key::executeOverlap)->getDouble(0.0);
-    return mm > 0.0 ? std::min(mm, mostOverlapMm) : 0.0;  // not-a-number is none
+    return mm > 0.0 ? std::min(mm, mostOverlapMm) : 0.0;  // not-a-number asks for no overlap
 }
 
 }  // namespace
@@ -109,7 +109,6 @@ ResumeView Resumption::view(int line) const {
     view.line = line;
     view.stop = positionOf(m(key::currentPausePoint));
     view.tool = toolPose().trans;
-    view.awayMm = distance(view.stop, view.tool) * mmPerM;
     Pose start{view.stop, {}};
     int next = line;
     const WeldedPath::Pieces welded = motions_.weldedUpTo(run, line, view.stop);

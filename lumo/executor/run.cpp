@@ -8,7 +8,6 @@
 #include <QJsonDocument>
 
 #include <algorithm>
-#include <iterator>
 #include <utility>
 
 using namespace prog;
@@ -56,25 +55,18 @@ ProgramCopy::ProgramCopy(const ModuleObject* source) {
 }
 
 ModuleObject* ProgramCopy::record(int line) const {
-    constexpr std::size_t most = 32;
     if (line < 0 || line >= elementCount()) {
         return ModuleObject::null();
     }
     if (nodes_) {
         return nodes_->c(line);
     }
-    const auto known = records_.find(line);
-    if (known != records_.end()) {
-        return known->second.get();
-    }
-    if (records_.size() >= most) {  // the line farthest from this one: a run goes forward
-        const auto first = records_.begin();
-        const auto last = std::prev(records_.end());
-        records_.erase(line - first->first > last->first - line ? first : last);
+    if (const auto* const known = records_.find(line)) {
+        return known->get();
     }
     auto record = std::make_unique<ModuleObject>(QStringLiteral("run"));
     record->loadJson(nullptr, element(line), false);
-    return records_.emplace(line, std::move(record)).first->second.get();
+    return records_.keep(line, std::move(record)).get();
 }
 
 int ProgramCopy::elementCount() const {
@@ -85,6 +77,14 @@ QJsonValue ProgramCopy::element(int line) const {
     if (nodes_) {
         return nodes_->c(line)->exportToJson();
     }
+    if (line != readLine_) {
+        readElement_ = QJsonDocument::fromJson('[' + textOf(line) + ']').array().first();
+        readLine_ = line;
+    }
+    return readElement_;
+}
+
+QByteArray ProgramCopy::textOf(int line) const {
     const auto at = static_cast<std::size_t>(line);
     const std::size_t page = at / linesOfPage;
     if (page < pages_.size() && page != openPage_) {
@@ -93,22 +93,17 @@ QJsonValue ProgramCopy::element(int line) const {
     }
     const QByteArray& text = page < pages_.size() ? openText_ : rest_;
     const bool isLast = at + 1 == begins_.size() || (at + 1) % linesOfPage == 0;
-    if (line != readLine_) {
-        const QByteArray json =
-            '[' + text.mid(begins_[at], isLast ? -1 : begins_[at + 1] - begins_[at]) + ']';
-        readLine_ = line;
-        readElement_ = QJsonDocument::fromJson(json).array().first();
-    }
-    return readElement_;
+    return text.mid(begins_[at], isLast ? -1 : begins_[at + 1] - begins_[at]);
 }
 
 int ProgramCopy::lineOf(const ModuleObject* record) const {
     if (nodes_) {
         return record && record->pmobj() == nodes_.get() ? record->indexInPmobj() : -1;
     }
-    const auto found = std::find_if(records_.begin(), records_.end(),
+    const auto& all = records_.all();
+    const auto found = std::find_if(all.begin(), all.end(),
                                     [record](const auto& line) { return line.second.get() == record; });
-    return found == records_.end() ? -1 : found->first;
+    return found == all.end() ? -1 : found->first;
 }
 
 Run::Run(const ModuleObject* source, int runMode, bool step)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "module/host.h"
+#include "program/nearlines.h"
 #include "program/runprogram.h"
 #include "program/words.h"
 
@@ -8,7 +9,6 @@
 #include <QString>
 
 #include <cstdint>
-#include <map>
 #include <memory>
 #include <vector>
 
@@ -30,6 +30,8 @@ public:
     [[nodiscard]] int lineOf(const ModuleObject* record) const;
 
 private:
+    [[nodiscard]] QByteArray textOf(int line) const;
+
     static constexpr std::size_t linesOfPage = 256;
 
     std::unique_ptr<ModuleObject> nodes_;  ///< of a short program; the others are of a long one
@@ -41,7 +43,7 @@ private:
     mutable int readLine_ = -1;
     mutable QJsonValue
         readElement_;  ///< of the line that was read last: its values and its node are asked for
-    mutable std::map<int, std::unique_ptr<ModuleObject>> records_;
+    mutable prog::NearLines<std::unique_ptr<ModuleObject>> records_;
 };
 
 /// A walk over a program, or a single step, from its acceptance to its end.

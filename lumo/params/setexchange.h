@@ -21,7 +21,7 @@ namespace lumo {
 class SetExchange final : public QObject {
     Q_OBJECT
 public:
-    /// `page` is the parent of the dialogs and the sender of what is written.
+    /// `page` is the parent of the dialogs, and the sender of all writes.
     explicit SetExchange(QWidget* page);
 
     void importSets();

@@ -20,7 +20,7 @@ class SignalSelector;
 
 /// The page on which one station is added or edited. OK stores the station and the stations' file, and shows
 /// the station in the table of the stations' page. A project with errors is refused when it is chosen, and by
-/// OK, which is disabled while the time is none. Cancel changes nothing.
+/// OK, which is disabled while the field of the time holds no number. Cancel changes nothing.
 class SignalsBindingParamWidget final : public QWidget {
     Q_OBJECT
 public:

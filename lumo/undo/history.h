@@ -44,9 +44,9 @@ public:
     static History* instance();
     ~History() override;
 
-    /// The step that would be undone or redone next; nothing where there is none.
+    /// The step that would be undone or redone next; nothing where no step is left.
     [[nodiscard]] std::optional<Step> next(Way way) const;
-    /// Undoes or redoes a step. False, and nothing changed, while a program runs or where there is none.
+    /// Undoes or redoes a step. False, and nothing changed, while a program runs or where no step is left.
     bool go(Way way);
     /// Forgets all steps.
     void clear();

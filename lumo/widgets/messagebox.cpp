@@ -19,7 +19,7 @@ public:
         setAttribute(Qt::WA_DeleteOnClose);
         setTextFormat(Qt::PlainText);
         setDefaultButton(Ok);
-        setEscapeButton(Ok);  // with a second button there is none by itself
+        setEscapeButton(Ok);  // a box of two buttons has no escape button of its own
         way_->setObjectName(QStringLiteral("btnWay"));
         connect(way_, &QAbstractButton::clicked, this, [this] { Guide::instance()->lead(to_); });
     }

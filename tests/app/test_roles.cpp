@@ -146,7 +146,8 @@ private slots:
         keeper_->leave();
     }
 
-    /// The way out for a forgotten code; a damaged file is none.
+    /// Without its file there is no code, which is the way out for a forgotten one. A damaged file keeps all
+    /// locked.
     void codeFile_deletedOpensAll() {
         const QString file = app::RoleKeeper::defaultFile();
         test::writeFile(file, "{");
