@@ -1,6 +1,8 @@
 #include "app/appearance.h"
 
 #include "gantu/panel.h"
+#include "look/sheet.h"
+#include "look/type.h"
 #include "workcell/workcell.h"
 
 #include <QAction>
@@ -17,8 +19,6 @@
 namespace app {
 
 namespace {
-
-constexpr int fontPx = 14;
 
 /// Fusion without icons on dialog buttons, which some desktops add too close to the captions.
 class PlainDialogs : public QProxyStyle {
@@ -37,6 +37,7 @@ public:
 
 void installLanguage(const QString& language) {
     workcell::setLanguage(language);
+    look::setLanguage(language);
     translator()->installQMTranslator(QStringLiteral(":/app/language/app_%1.qm").arg(language));
     const QString qtName = language == QLatin1String("cn") ? QStringLiteral("zh_CN") : language;
     const QDir folder(QLibraryInfo::location(QLibraryInfo::TranslationsPath));
@@ -46,15 +47,20 @@ void installLanguage(const QString& language) {
 void installStyle() {
     QApplication::setStyle(new PlainDialogs);
     QApplication::setPalette(QApplication::style()->standardPalette());
-    QFont font;
-    font.setFamilies({QStringLiteral("DejaVu Sans"), QStringLiteral("WenQuanYi Micro Hei")});
-    font.setPixelSize(fontPx);
-    QApplication::setFont(font);
+    QApplication::setFont(look::font(look::Size::Text));
 }
 
 QString frameStyleSheet() {
-    QFile file(QStringLiteral(":/app/panel.qss"));
-    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+    const QDir folder(QStringLiteral(":/app/style"));
+    QString sheet;
+    const QStringList names = folder.entryList();  // sorted, "base.qss" first
+    for (const QString& name : names) {
+        QFile file(folder.filePath(name));
+        if (file.open(QIODevice::ReadOnly)) {
+            sheet += QString::fromUtf8(file.readAll());
+        }
+    }
+    return look::filled(sheet);
 }
 
 void addClearButton(QLineEdit* field) {

@@ -41,6 +41,11 @@ function(lumo_package_resources out)
     string(APPEND catalogue_entries "    <file alias=\"language/lumo_${language}.qm\">${file}</file>\n")
   endforeach()
 
+  set(style_entries "")
+  file(GLOB styles CONFIGURE_DEPENDS RELATIVE ${folder} ${folder}/style/*.json)
+  foreach(style ${styles})
+    string(APPEND style_entries "    <file alias=\"${style}\">${folder}/${style}</file>\n")
+  endforeach()
   lumo_drawings(icon_entries ${folder}/icons img 96)
   lumo_drawings(theme_entries ${folder}/theme theme 20)
 

@@ -1,6 +1,7 @@
 #include "panel/lumobmodule.h"
 
 #include "kord/managerhelper.h"
+#include "look/type.h"
 #include "mendo/creatormanager.h"
 #include "module/host.h"
 #include "panel/lumowidget.h"
@@ -39,6 +40,7 @@ LumoBModule::LumoBModule(QObject* parent) : gantu::BModule(parent) {
                                  ->mobj()
                                  ->c(QStringLiteral("language"))
                                  ->getString(QStringLiteral("cn"));
+    look::setLanguage(language);
     translator()->installQMTranslator(QStringLiteral(":/lumo/language/lumo_%1.qm").arg(language));
 }
 

@@ -12,11 +12,11 @@
 #include "files/stationrun.h"
 #include "gantu/bmodule.h"
 #include "kord/managerhelper.h"
-#include "kord/thememanager.h"
 #include "module/globals.h"
 #include "module/host.h"
 #include "module/qtloops.h"
 #include "panel/keypad.h"
+#include "panel/pagelook.h"
 #include "panel/projectdialogs.h"
 #include "panel/recovery.h"
 #include "panel/toolset.h"
@@ -30,7 +30,6 @@
 #include "widgets/way.h"
 
 #include <QComboBox>
-#include <QEvent>
 #include <QShortcut>
 #include <QStackedWidget>
 #include <QTableWidget>
@@ -70,6 +69,7 @@ LumoWidget::LumoWidget(QWidget* parent) : QWidget(parent), ui_(std::make_unique<
     makeUndo();
     connectProject();
     connectToolset();
+    new lumo::PageLook(this);
     new lumo::Keypad(this);
     new lumo::MenuGuard(this);
 }
@@ -90,18 +90,6 @@ LumoWidget::~LumoWidget() {
             dialog->close();
         }
     }
-}
-
-/// Sets the theme's sheet only when the page has its parent: a page with a style sheet is styled anew when it
-/// gets one.
-bool LumoWidget::event(QEvent* event) {
-    const bool inPlace = event->type() == QEvent::ParentChange || event->type() == QEvent::Polish;
-    if (inPlace && !styled_) {
-        styled_ = true;
-        const QString sheet = kord::ThemeManager::genStyleSheet(QStringLiteral(":/UI/style.json"));
-        kord::ThemeManager::setRecursiveWidgetStyleSheet(this, sheet, {});
-    }
-    return QWidget::event(event);
 }
 
 void LumoWidget::load() {

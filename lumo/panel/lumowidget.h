@@ -73,9 +73,6 @@ signals:
     /// The answer to askToLeave().
     void mayLeave();
 
-protected:
-    bool event(QEvent* event) override;
-
 private:
     void makeEditor();
     void makeDevicePages();
@@ -121,7 +118,6 @@ private:
     SignalsBindingParamWidget* stationPage_ = nullptr;  ///< while there is one
     QList<QWidget*> portPages_;                         ///< oldest first
     QList<QWidget*> paramPages_;                        ///< oldest first
-    bool styled_ = false;                               ///< the theme's style sheet is set
 };
 
 /// Shows a message without a title. Returns at once; the box stays until the operator closes it.

@@ -26,7 +26,7 @@ constexpr int failed = 1;
 
 /// The sizes of the panel's window that pictures are taken in.
 std::vector<QSize> pictureSizes() {
-    return {QSize(1024, 768), QSize(1280, 800)};
+    return {QSize(1024, 768), QSize(1280, 800), QSize(1920, 1080), QSize(2560, 1440)};
 }
 
 QString pictureName(const QString& language, const QSize& size, const QString& name) {
@@ -47,9 +47,11 @@ bool layOutSample(const QString& folder) {
 }
 
 /// Takes one stop's pictures in all sizes; whether all could be taken.
-bool visit(const Stop& stop, Scene* scene, const QDir& folder, const QString& language) {
+bool visit(const Stop& stop, Scene* scene, const QDir& folder, const QString& language,
+           const Choice& choice) {
     bool whole = true;
-    for (const QSize& size : pictureSizes()) {
+    const std::vector<QSize> sizes = choice.size.isValid() ? std::vector<QSize>{choice.size} : pictureSizes();
+    for (const QSize& size : sizes) {
         scene->reset(size);
         stop.go(*scene);
         const QString file = pictureName(language, size, QLatin1String(stop.name));
@@ -69,6 +71,19 @@ bool visit(const Stop& stop, Scene* scene, const QDir& folder, const QString& la
     return whole;
 }
 
+/// The options of the command line for a choice.
+QStringList optionsOf(const Choice& choice) {
+    QStringList options;
+    if (!choice.part.isEmpty()) {
+        options << QStringLiteral("--only") << choice.part;
+    }
+    if (choice.size.isValid()) {
+        options << QStringLiteral("--size")
+                << QStringLiteral("%1x%2").arg(choice.size.width()).arg(choice.size.height());
+    }
+    return options;
+}
+
 }  // namespace
 
 int complain(const QString& text) {
@@ -76,7 +91,13 @@ int complain(const QString& text) {
     return failed;
 }
 
-int writeGallery(const QString& folder, const QString& language) {
+bool readSize(const QString& text, QSize* size) {
+    const QStringList sides = text.split(QLatin1Char('x'));
+    *size = sides.size() == 2 ? QSize(sides.first().toInt(), sides.last().toInt()) : QSize();
+    return !size->isEmpty();
+}
+
+int writeGallery(const QString& folder, const QString& language, const Choice& choice) {
     mendo::LogHub::instance()->setConsole(false);
     if (!QDir().mkpath(folder)) {
         return complain(folder + QStringLiteral(": the folder cannot be made"));
@@ -99,20 +120,23 @@ int writeGallery(const QString& folder, const QString& language) {
     Scene scene(&panel);
     bool whole = true;
     for (const Stop& stop : stops()) {
-        whole = visit(stop, &scene, QDir(folder), language) && whole;
+        if (QLatin1String(stop.name).contains(choice.part)) {
+            whole = visit(stop, &scene, QDir(folder), language, choice) && whole;
+        }
     }
     scene.reset(pictureSizes().front());
     QDir::setCurrent(QDir::rootPath());
     return whole ? 0 : failed;
 }
 
-int writeEveryGallery(const QString& folder) {
+int writeEveryGallery(const QString& folder, const Choice& choice) {
     int status = 0;
     for (const QString& language : workcell::languages()) {
         QProcess process;
         process.setProcessChannelMode(QProcess::ForwardedChannels);
-        process.start(QCoreApplication::applicationFilePath(),
-                      {QStringLiteral("--language"), language, folder});
+        process.start(
+            QCoreApplication::applicationFilePath(),
+            QStringList{QStringLiteral("--language"), language} + optionsOf(choice) + QStringList{folder});
         process.waitForFinished(-1);
         if (process.exitStatus() != QProcess::NormalExit) {
             status = complain(language + QStringLiteral(": the process crashed"));

@@ -11,9 +11,10 @@ namespace {
 constexpr int badUsage = 2;
 
 const char* const usage =
-    "Usage: lumo-pictures [--language cn|en|ru] DIR\n\n"
+    "Usage: lumo-pictures [--language cn|en|ru] [--size WIDTHxHEIGHT] [--only TEXT] DIR\n\n"
     "Writes a picture of every page, dialog and message of the operator panel into a folder, in\n"
-    "every language (or one) and two sizes. Needs no screen.\n\n"
+    "every language (or one) and four sizes (or one); with --only those whose names contain the\n"
+    "text. Needs no screen.\n\n"
     "Exit status: 0 all written; 1 a picture is missing; 2 bad usage.\n";
 
 void onQtMessage(QtMsgType type, const QMessageLogContext&, const QString& text) {
@@ -26,11 +27,24 @@ void onQtMessage(QtMsgType type, const QMessageLogContext&, const QString& text)
 
 int main(int argc, char** argv) {
     QString language;
+    pictures::Choice choice;
     bool help = false;
     QStringList folders;
     const QString reason = workcell::readArguments(
         workcell::decodedArguments(argc, argv),
-        {workcell::languageOption(&language, ""), workcell::flag("help", "", &help)}, &folders);
+        {workcell::languageOption(&language, ""),
+         {"size", "WIDTHxHEIGHT", "",
+          [&choice](const QString& text) {
+              return pictures::readSize(text, &choice.size) ? QString()
+                                                            : QStringLiteral("is no size such as 1280x800");
+          }},
+         {"only", "TEXT", "",
+          [&choice](const QString& text) {
+              choice.part = text;
+              return QString();
+          }},
+         workcell::flag("help", "", &help)},
+        &folders);
     if (help) {
         workcell::print(QLatin1String(usage));
         return 0;
@@ -43,7 +57,7 @@ int main(int argc, char** argv) {
     int programOnly = 1;
     if (language.isEmpty()) {
         const QCoreApplication application(programOnly, argv);
-        return pictures::writeEveryGallery(folder);
+        return pictures::writeEveryGallery(folder, choice);
     }
     qputenv("QT_QPA_PLATFORM", "offscreen");
     qInstallMessageHandler(onQtMessage);
@@ -53,5 +67,5 @@ int main(int argc, char** argv) {
     const QApplication application(programOnly, argv);
     app::installStyle();
     app::installLanguage(language);
-    return pictures::writeGallery(folder, language);
+    return pictures::writeGallery(folder, language, choice);
 }
