@@ -40,7 +40,7 @@ UpdateSpeedDialog::UpdateSpeedDialog(ModuleObject* program, const QList<QModelIn
     ui_->setupUi(this);
     setUpButtons(ui_->buttonBox, tr("确定"), tr("取消"));
     build(ui_->lineEdit);
-    require(entryRange(statement::moveL, field::speed).upward());
+    require(entryRange(statement::moveL, field::speed).upward(), ui_->label_2->text());
 }
 
 UpdateSpeedDialog::~UpdateSpeedDialog() = default;
@@ -52,7 +52,7 @@ UpdateTurningParamDialog::UpdateTurningParamDialog(ModuleObject* program, const 
     setUpButtons(ui_->buttonBox, tr("确定"), tr("取消"));
     build(ui_->lineEdit);
     limitToZone(ui_->lineEdit);
-    require(entryRange(statement::moveL, field::zone));
+    require(entryRange(statement::moveL, field::zone), ui_->label_2->text());
 }
 
 UpdateTurningParamDialog::~UpdateTurningParamDialog() = default;

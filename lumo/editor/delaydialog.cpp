@@ -12,7 +12,7 @@ DelayDialog::DelayDialog(ModuleObject* statement, QWidget* parent)
     watch(ui_->lineEdit);
     allowOnlyDigits(ui_->lineEdit);
     ui_->lineEdit->setText(statement->r(prog::field::delaytime)->getString());
-    require(prog::entryRange(prog::statement::delay, prog::field::delaytime));
+    require(prog::entryRange(prog::statement::delay, prog::field::delaytime), ui_->label_2->text());
 }
 
 DelayDialog::~DelayDialog() = default;

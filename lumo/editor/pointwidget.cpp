@@ -112,13 +112,17 @@ void PointWidget::answerFields() {
     for (const Coordinate& coordinate : qAsConst(all)) {
         answers_.append(new FieldAnswer(coordinate.field, anyOf(unitOf(coordinate))));
         const QString name = coordinate.field->objectName();
+        answers_.last()->nameIt(
+            findChild<QLabel*>(QStringLiteral("lbl") + name.mid(qstrlen("lineEdit")))->text());
         findChild<QLabel*>(QStringLiteral("unit") + name.mid(qstrlen("lineEdit")))
             ->setText(unitText(unitOf(coordinate)));
     }
     const QString type = statement_->r(field::type)->getString();
     auto* const speed = new FieldAnswer(ui_->lineEditSpeed, entryRange(type, field::speed));
+    speed->nameIt(ui_->label_26->text());
     speed->tellIn(ui_->lblSpeedRange);
     auto* const zone = new FieldAnswer(ui_->lineEditTurn, entryRange(type, field::zone));
+    zone->nameIt(ui_->label_27->text());
     zone->tellIn(ui_->lblTurnRange);
     answers_ << speed << zone;
 }

@@ -33,7 +33,7 @@ void SelectParamDialog::setbeginOrparam(int mode) {
     if (mode == 1) {
         ui_->label->hide();
         ui_->lineEdit->setText(statement_ ? statement_->r(field::weldspeed)->getString() : QString());
-        require(entryRange(statement::open, field::weldspeed));
+        require(entryRange(statement::open, field::weldspeed), ui_->label_4->text());
     } else if (mode == 0) {
         ui_->label_2->hide();
         ui_->label_3->hide();

@@ -65,6 +65,16 @@ QString unitText(const char* unit) {
     return isKnown ? FieldAnswer::tr(unit) : QString::fromUtf8(unit);
 }
 
+QString limitsText(const EntryRange& range) {
+    if (range.least <= -EntryRange::unlimited) {
+        return {};
+    }
+    const QString least = QString::number(range.least);
+    return range.most >= EntryRange::unlimited
+               ? FieldAnswer::tr("%1 及以上").arg(least)
+               : FieldAnswer::tr("%1 至 %2").arg(least, QString::number(range.most));
+}
+
 QString rangeText(const EntryRange& range) {
     QString unit = unitText(range.unit);
     if (!unit.isEmpty()) {
@@ -101,6 +111,7 @@ FieldAnswer::FieldAnswer(QWidget* field, QLineEdit* line, const EntryRange& rang
     line->installEventFilter(this);
     draft_->installEventFilter(this);
     connect(draft_, &QLineEdit::textChanged, this, &FieldAnswer::draftEdited);
+    describe();
 }
 
 FieldAnswer::FieldAnswer(QLineEdit* line, const EntryRange& range) : FieldAnswer(line, line, range) {
@@ -111,6 +122,35 @@ FieldAnswer::FieldAnswer(QDoubleSpinBox* box)
     : FieldAnswer(box, lineOf(box), {box->minimum(), box->maximum(), "%", box->decimals()}) {
     connect(box, QOverload<double>::of(&QDoubleSpinBox::valueChanged), this, &FieldAnswer::fieldEdited);
     connect(line_, &QLineEdit::textChanged, this, &FieldAnswer::refresh);
+}
+
+void FieldAnswer::nameIt(const QString& caption) {
+    static const QString colons = QStringLiteral(":：");
+    QString name = caption.trimmed();
+    while (!name.isEmpty() && colons.contains(name.back())) {
+        name.chop(1);
+    }
+    tellPad(pad::caption, name);
+}
+
+void FieldAnswer::describe() {
+    tellPad(pad::unit, unitText(range_.unit));
+    tellPad(pad::range, limitsText(range_));
+    tellPad(pad::decimals, range_.decimals);
+    tellPad(pad::isSigned, range_.least < 0);
+    if (range_.least > -EntryRange::unlimited) {
+        tellPad(pad::minimum, range_.least);
+    }
+    if (range_.most < EntryRange::unlimited) {
+        tellPad(pad::maximum, range_.most);
+    }
+}
+
+/// Whichever of the three has the focus.
+void FieldAnswer::tellPad(const char* property, const QVariant& value) {
+    for (QWidget* const one : {field_, static_cast<QWidget*>(line_), static_cast<QWidget*>(draft_)}) {
+        one->setProperty(property, value);
+    }
 }
 
 void FieldAnswer::tellIn(QLabel* note) {
@@ -185,6 +225,9 @@ bool FieldAnswer::eventFilter(QObject* watched, QEvent* event) {
     }
     if (watched == line_ && type == QEvent::Resize) {
         draft_->setGeometry(line_->rect());
+    }
+    if (watched == field_ && type == QEvent::LanguageChange) {
+        describe();
     }
     const bool typed = type == QEvent::KeyPress || type == QEvent::InputMethod;
     if (!typed || line_->isReadOnly() || !line_->isEnabled()) {

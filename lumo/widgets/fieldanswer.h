@@ -16,6 +16,21 @@ namespace lumo {
 [[nodiscard]] QString unitText(const char* unit);
 /// What a field takes, in words: "Allowed: 1 to 199 mm/s, whole numbers".
 [[nodiscard]] QString rangeText(const prog::EntryRange& range);
+/// The limits alone: "1 to 199"; empty for a field that takes any figure.
+[[nodiscard]] QString limitsText(const prog::EntryRange& range);
+
+/// Dynamic properties that FieldAnswer sets for a number pad, on its field and on the lines in it. The
+/// caption is without a colon, and missing where nobody has named the field; limits are missing where there
+/// are none.
+namespace pad {
+constexpr const char* caption = "padCaption";    ///< QString
+constexpr const char* unit = "padUnit";          ///< QString
+constexpr const char* range = "padRange";        ///< QString, limitsText()
+constexpr const char* decimals = "padDecimals";  ///< int
+constexpr const char* isSigned = "padSigned";    ///< bool
+constexpr const char* minimum = "padMinimum";    ///< double
+constexpr const char* maximum = "padMaximum";    ///< double
+}  // namespace pad
 
 /// Answers what is typed into a field: a figure that is not taken gets a red frame and the allowed range, and
 /// stays to be corrected.
@@ -32,6 +47,8 @@ public:
     /// The range is that of the box.
     explicit FieldAnswer(QDoubleSpinBox* box);
 
+    /// What the field is called, as its caption on the page says it.
+    void nameIt(const QString& caption);
     /// Says the range in a label, in red where the figure is not taken. Not owned.
     void tellIn(QLabel* note);
     /// The same in a label of its own, which takes a place below the field in the layout of its page.
@@ -63,6 +80,8 @@ private:
     void endDraft();
     void draftEdited();
     void fieldEdited();
+    void describe();
+    void tellPad(const char* property, const QVariant& value);
     void refresh();
 
     QWidget* const field_;  ///< the line, or the spin box that it is in

@@ -22,13 +22,14 @@ void WatchedLineDialog::watch(QLineEdit* line) {
     connect(this, &WatchedLineDialog::lineeditclicked, line, &QWidget::activateWindow);
 }
 
-void WatchedLineDialog::require(const prog::EntryRange& range) {
+void WatchedLineDialog::require(const prog::EntryRange& range, const QString& caption) {
     auto* const note = new QLabel(this);
     note->setObjectName(QStringLiteral("lblRange"));
     note->setAlignment(Qt::AlignCenter);
     auto* const rows = qobject_cast<QBoxLayout*>(layout());
     rows->insertWidget(rows->count() - 1, note);
     answer_ = new lumo::FieldAnswer(line_, range);
+    answer_->nameIt(caption);
     answer_->tellIn(note);
     connect(answer_, &lumo::FieldAnswer::answered, this, &WatchedLineDialog::refreshOk);
     refreshOk();

@@ -29,8 +29,8 @@ protected:
     /// Sets the form's line. Call it once, after setupUi().
     void watch(QLineEdit* line);
     /// Says above OK which figures the line takes, and enables OK only while it holds one of them. Call it
-    /// when the line has its text.
-    void require(const prog::EntryRange& range);
+    /// when the line has its text. `caption` is what the page calls the line.
+    void require(const prog::EntryRange& range, const QString& caption);
     /// Whether OK may be enabled now.
     [[nodiscard]] virtual bool canAccept() const;
     /// Enables or disables OK. Call it when the result of canAccept() may have changed.

@@ -279,5 +279,13 @@
         <source>ms</source>
         <translation>ms</translation>
     </message>
+    <message>
+        <source>%1 至 %2</source>
+        <translation>%1 to %2</translation>
+    </message>
+    <message>
+        <source>%1 及以上</source>
+        <translation>from %1</translation>
+    </message>
 </context>
 </TS>

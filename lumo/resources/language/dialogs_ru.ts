@@ -279,5 +279,13 @@
         <source>ms</source>
         <translation>мс</translation>
     </message>
+    <message>
+        <source>%1 至 %2</source>
+        <translation>от %1 до %2</translation>
+    </message>
+    <message>
+        <source>%1 及以上</source>
+        <translation>от %1</translation>
+    </message>
 </context>
 </TS>
