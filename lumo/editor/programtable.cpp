@@ -64,6 +64,30 @@ void ProgramTable::follow() {
     connect(History::instance(), &History::restored, this, &ProgramTable::showRestored);
 }
 
+void ProgramTable::setEditLock(QWidget* button) {
+    lock_ = button;
+    button->installEventFilter(this);
+}
+
+bool ProgramTable::isEditable() const {
+    return lock_ && lock_->isEnabled();
+}
+
+bool ProgramTable::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == lock_ && event->type() == QEvent::EnabledChange) {
+        emit editableChanged();
+    }
+    return QTableWidget::eventFilter(watched, event);
+}
+
+void ProgramTable::setInspected(bool inspected) {
+    isInspected_ = inspected;
+}
+
+void ProgramTable::setFullRows(bool full) {
+    isFull_ = full;
+}
+
 void ProgramTable::showFindings(const lumo::ProgramCheck* check) {
     delegate_->setCheck(check);
     connect(check, &lumo::ProgramCheck::changed, viewport(), QOverload<>::of(&QWidget::update));

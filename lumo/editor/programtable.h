@@ -26,6 +26,16 @@ public:
 
     /// Begins to show `lumo.program`. To be called once, after the form has made the columns.
     void follow();
+    /// Lines can be changed in the list and beside it while this button is enabled; at first never. It must
+    /// outlive the table.
+    void setEditLock(QWidget* button);
+    [[nodiscard]] bool isEditable() const;
+    /// The selected line is shown in full beside the list: its row stays compact.
+    void setInspected(bool inspected);
+    /// Shows the full text of each statement, or the compact rows of the beginning.
+    void setFullRows(bool full);
+    [[nodiscard]] bool isFullRows() const { return isFull_; }
+
     /// Marks the lines that have findings; the check must outlive the table.
     void showFindings(const lumo::ProgramCheck* check);
     [[nodiscard]] static ModuleObject* program();
@@ -57,8 +67,11 @@ signals:
     void rowMoved(int from, int to);
     /// The rows show the statements of another program, or in another order.
     void rebuilt();
+    /// isEditable() is another.
+    void editableChanged();
 
 protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void showEvent(QShowEvent* event) override;
 
@@ -82,6 +95,9 @@ private:
     [[nodiscard]] int runFlagWidth() const;
 
     RowDelegate* delegate_;
+    QWidget* lock_ = nullptr;
+    bool isInspected_ = false;
+    bool isFull_ = false;
     QPersistentModelIndex marker_;
     QTimer sizeRows_;
     bool hasPlace_ = false;  ///< the layout has given the table its width

@@ -63,6 +63,7 @@ ProgramWidget::ProgramWidget(QWidget* parent)
       jointCount_(kordservice()->get(nullptr, key::sysInfo, field::jointNum)->getInt()) {
     ui_->setupUi(this);
     ui_->tableWidget->follow();
+    ui_->tableWidget->setEditLock(ui_->btnEdit);
     dialogs_ = new EditorDialogs(this);
     creation_ = new StatementCreation(dialogs_, ui_->tableWidget, this);
     check_ = new ProgramCheck(ui_->tableWidget, this);

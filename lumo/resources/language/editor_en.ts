@@ -565,6 +565,25 @@
     </message>
 </context>
 <context>
+    <name>lumo::Inspector</name>
+    <message>
+        <source>速度 (%1)</source>
+        <translation>Speed (%1)</translation>
+    </message>
+    <message>
+        <source>转弯区 (%1)</source>
+        <translation>Radius (%1)</translation>
+    </message>
+    <message>
+        <source>备注</source>
+        <translation>Remark</translation>
+    </message>
+    <message>
+        <source>已选 %1 行</source>
+        <translation>%1 lines selected</translation>
+    </message>
+</context>
+<context>
     <name>lumo::ResumeDialog</name>
     <message>
         <source>继续焊接</source>
@@ -601,6 +620,13 @@
     <message>
         <source>取消</source>
         <translation>Cancel</translation>
+    </message>
+</context>
+<context>
+    <name>lumo::RowSummary</name>
+    <message>
+        <source>送丝 ON</source>
+        <translation>wire ON</translation>
     </message>
 </context>
 </TS>

@@ -569,6 +569,25 @@
     </message>
 </context>
 <context>
+    <name>lumo::Inspector</name>
+    <message>
+        <source>速度 (%1)</source>
+        <translation>Скорость (%1)</translation>
+    </message>
+    <message>
+        <source>转弯区 (%1)</source>
+        <translation>Радиус (%1)</translation>
+    </message>
+    <message>
+        <source>备注</source>
+        <translation>Примечание</translation>
+    </message>
+    <message>
+        <source>已选 %1 行</source>
+        <translation>Выбрано строк: %1</translation>
+    </message>
+</context>
+<context>
     <name>lumo::ResumeDialog</name>
     <message>
         <source>继续焊接</source>
@@ -605,6 +624,13 @@
     <message>
         <source>取消</source>
         <translation>Отмена</translation>
+    </message>
+</context>
+<context>
+    <name>lumo::RowSummary</name>
+    <message>
+        <source>送丝 ON</source>
+        <translation>проволока ON</translation>
     </message>
 </context>
 </TS>

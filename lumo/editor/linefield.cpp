@@ -1,0 +1,91 @@
+#include "editor/linefield.h"
+
+#include "editor/programtable.h"
+#include "editor/statementtext.h"
+#include "program/statement.h"
+#include "program/words.h"
+#include "undo/edit.h"
+#include "undo/steptext.h"
+#include "widgets/fieldanswer.h"
+#include "widgets/fieldlimits.h"
+
+using namespace prog;
+
+namespace lumo {
+
+QLatin1String fieldName(const ModuleObject* statement, LineField field) {
+    const auto ifPresent = [statement](QLatin1String name) {
+        return statement->hasCmobj(name) ? name : QLatin1String();
+    };
+    switch (field) {
+        case LineField::Speed:
+            return ifPresent(statement->c(field::type)->getString() == statement::open ? field::weldspeed
+                                                                                       : field::speed);
+        case LineField::Zone:
+            return ifPresent(field::zone);
+        case LineField::Note:
+            return statement->isNull() ? QLatin1String() : field::note;
+        case LineField::None:
+            break;
+    }
+    return {};
+}
+
+LineEntry::LineEntry(ModuleObject* statement, LineField field, QWidget* parent)
+    : QLineEdit(parent),
+      statement_(statement),
+      field_(field),
+      name_(fieldName(statement, field)),
+      range_(entryRange(statement->c(field::type)->getString(), name_)) {
+    setText(statement->c(name_)->getString());
+    if (field == LineField::Note) {
+        return;
+    }
+    setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    if (name_ == field::speed) {
+        setValidator(new SpeedValidator(this));
+    } else {
+        allowOnlyDigits(this);
+    }
+    if (field == LineField::Zone) {
+        limitToZone(this);
+    }
+    answer_ = new FieldAnswer(this, range_);
+    connect(answer_, &FieldAnswer::answered, this, &LineEntry::answered);
+}
+
+bool LineEntry::isTaken() const {
+    return !answer_ || answer_->isTaken();
+}
+
+void LineEntry::revert() {
+    if (statement_) {
+        setText(statement_->c(name_)->getString());
+        if (answer_) {
+            answer_->keep();
+        }
+    }
+}
+
+bool LineEntry::store(ProgramTable* table) {
+    if (!isTaken() || !statement_ || statement_->pmobj() != ProgramTable::program()) {
+        return false;
+    }
+    if (text() == statement_->c(name_)->getString()) {
+        return true;
+    }
+    const int row = statement_->indexInPmobj();
+    {
+        const Edit edit(EditedList::Program,
+                        steptext::lineEdited(row, type2cn(statement_->c(field::type)->getString())));
+        Edit::touch(statement_);
+        // As the line's own page and dialog write them: a weld speed is kept as text.
+        const bool isWhole = name_ == field::speed || name_ == field::zone;
+        statement_->set(table, name_, isWhole ? QVariant(text().toInt()) : QVariant(text()));
+    }
+    table->changeStatement(row);
+    revert();
+    return true;
+}
+
+}  // namespace lumo
