@@ -63,8 +63,9 @@ bool visit(const Stop& stop, Scene* scene, const QDir& folder, const QString& la
         if (!scene->picture().isNull() && !scene->picture().save(folder.filePath(file))) {
             problem = QStringLiteral("it cannot be written");
         }
-        if (!problem.isEmpty()) {
-            complain(file + QStringLiteral(": ") + problem);
+        const QStringList problems = problem.isEmpty() ? scene->faults() : QStringList{problem};
+        for (const QString& each : problems) {
+            complain(file + QStringLiteral(": ") + each);
             whole = false;
         }
     }

@@ -7,6 +7,7 @@
 #include "program/words.h"
 #include "simulator/controller.h"
 #include "simulator/time/virtualtime.h"
+#include "tools/pictures/judge.h"
 
 #include <QAbstractButton>
 #include <QAbstractItemView>
@@ -62,8 +63,7 @@ QWidgetList overlays(const QWidget* window) {
 }
 
 /// Draws a window as a window manager shows it: with its title, unless it is frameless.
-void paintWindow(QPainter* painter, QWidget* widget, const QPoint& place) {
-    const QPixmap content = widget->grab();
+void paintWindow(QPainter* painter, QWidget* widget, const QPixmap& content, const QPoint& place) {
     painter->drawPixmap(place, content);
     if (widget->windowFlags().testFlag(Qt::FramelessWindowHint) || widget->windowType() == Qt::Popup) {
         return;
@@ -113,6 +113,7 @@ void Scene::reset(const QSize& size) {
     steps_ = std::make_unique<QObject>();
     picture_ = QPixmap();
     problem_.clear();
+    faults_.clear();
     closeDialogs();
     settle();
     controller()->setEmergencyStop(false);
@@ -279,9 +280,12 @@ void Scene::shoot() {
     }
     clock()->settle();
     QPixmap picture = window->grab();
+    faults_ = faultsOf(*window, picture.toImage());
     QPainter painter(&picture);
     for (QWidget* widget : shown) {
-        paintWindow(&painter, widget, placeOf(widget, window));
+        const QPixmap content = widget->grab();
+        faults_ += faultsOf(*widget, content.toImage());
+        paintWindow(&painter, widget, content, placeOf(widget, window));
     }
     painter.end();
     picture_ = picture;

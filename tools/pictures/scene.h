@@ -36,6 +36,9 @@ public:
     /// Which step could not be done; empty when all could.
     const QString& problem() const { return problem_; }
 
+    /// What a person would object to in the picture.
+    const QStringList& faults() const { return faults_; }
+
     // Input. Widgets are found by object name among the visible ones, the newest window first.
     void click(const QString& button);
     void selectRow(const QString& table, int row);
@@ -69,6 +72,7 @@ private:
     app::Panel* panel_;
     QPixmap picture_;
     QString problem_;
+    QStringList faults_;
     std::unique_ptr<QObject> steps_;  ///< owns the timers and connections of after() and whenLineRuns()
 };
 

@@ -1,0 +1,131 @@
+#include "tools/pictures/colours.h"
+
+#include "tools/pictures/texts.h"
+
+#include <QAbstractButton>
+#include <QComboBox>
+#include <QHash>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPainter>
+#include <QVariant>
+#include <QWidget>
+#include <QtMath>
+
+#include <algorithm>
+
+namespace pictures {
+
+namespace {
+
+/// Relative luminance of a colour: https://www.w3.org/TR/WCAG21/#dfn-relative-luminance
+double luminance(QRgb colour) {
+    const auto linear = [](int channel) {
+        const double share = channel / 255.0;
+        return share <= 0.03928 ? share / 12.92 : qPow((share + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(qRed(colour)) + 0.7152 * linear(qGreen(colour)) + 0.0722 * linear(qBlue(colour));
+}
+
+QString textOf(const QWidget& widget) {
+    if (const auto* label = qobject_cast<const QLabel*>(&widget)) {
+        return label->text();
+    }
+    if (const auto* button = qobject_cast<const QAbstractButton*>(&widget)) {
+        return button->text();
+    }
+    if (const auto* field = qobject_cast<const QLineEdit*>(&widget)) {
+        return field->text();
+    }
+    const auto* box = qobject_cast<const QComboBox*>(&widget);
+    return box ? box->currentText() : QString();
+}
+
+/// Words on the fixed colours, which are readable by their weight, and say the same by place or icon:
+/// switches, the hand-operated laser and pilot light.
+bool hasFixedColour(const QWidget& widget) {
+    static const QStringList names{QStringLiteral("btnLaserTest"),      QStringLiteral("btnRedLight"),
+                                   QStringLiteral("pushButton_update"), QStringLiteral("pushButton_update_2"),
+                                   QStringLiteral("pushButton_ok"),     QStringLiteral("pushButton_cancel")};
+    const auto* label = qobject_cast<const QLabel*>(&widget);
+    return widget.inherits("SwitchButton") || names.contains(widget.objectName()) ||
+           widget.property("fixedColour").toBool() || (label && label->text() == QLatin1String("-->"));
+}
+
+/// Whether another widget lies over this one's middle, for example a sheet with its veil.
+bool isCovered(const QWidget& window, const QWidget& widget, const QRect& place) {
+    const QWidget* top = window.childAt(place.center());
+    return top && top != &widget && !widget.isAncestorOf(top) && !top->isAncestorOf(&widget);
+}
+
+QRect placeIn(const QWidget& window, const QWidget& widget) {
+    const QRect shown = widget.visibleRegion().boundingRect();
+    return QRect(widget.mapTo(&window, shown.topLeft()), shown.size());
+}
+
+void coverFixed(const QWidget& window, const QWidget& widget, QPainter* painter) {
+    if (widget.isVisible() && (hasFixedColour(widget) || widget.property("drawsFixedColours").toBool())) {
+        painter->fillRect(placeIn(window, widget), Qt::white);
+    }
+    for (const QObject* child : widget.children()) {
+        const auto* inner = qobject_cast<const QWidget*>(child);
+        if (inner && !inner->isWindow()) {
+            coverFixed(window, *inner, painter);
+        }
+    }
+}
+
+}  // namespace
+
+double contrastOf(QRgb one, QRgb other) {
+    const double first = luminance(one) + 0.05;
+    const double second = luminance(other) + 0.05;
+    return std::max(first, second) / std::min(first, second);
+}
+
+double faintContrast(const QWidget& window, const QWidget& widget, const QImage& picture) {
+    const QRect place = placeIn(window, widget) & picture.rect();
+    if (textOf(widget).trimmed().isEmpty() || place.height() < widget.height() || hasFixedColour(widget) ||
+        isCovered(window, widget, place)) {
+        return 0;
+    }
+    QHash<QRgb, int> colours;
+    for (int y = place.top(); y <= place.bottom(); ++y) {
+        for (int x = place.left(); x <= place.right(); ++x) {
+            ++colours[picture.pixel(x, y)];
+        }
+    }
+    const auto ground = std::max_element(colours.cbegin(), colours.cend());
+    double best = 1;
+    for (auto colour = colours.cbegin(); colour != colours.cend(); ++colour) {
+        best = std::max(best, contrastOf(ground.key(), colour.key()));
+    }
+    // The thinnest strokes have no pixel of the whole colour.
+    constexpr double smoothing = 0.9;
+    const double needed = widget.isEnabled() ? 4.5 : 3.0;
+    return best < needed * smoothing ? best : 0;
+}
+
+QStringList pureColours(const QWidget& window, const QImage& picture) {
+    QImage free = picture.convertToFormat(QImage::Format_RGB32);
+    QPainter painter(&free);
+    coverFixed(window, window, &painter);
+    painter.end();
+    QStringList faults;
+    const QHash<QRgb, QString> pure{{0xff000000, QStringLiteral("pure black")},
+                                    {0xffff0000, QStringLiteral("pure red")},
+                                    {0xff00ff00, QStringLiteral("pure green")}};
+    for (int y = 0; y < free.height(); ++y) {
+        for (int x = 0; x < free.width(); ++x) {
+            const auto name = pure.constFind(free.pixel(x, y));
+            if (name != pure.constEnd()) {
+                const QWidget* there = window.childAt(x, y);
+                faults << QStringLiteral("%1 has %2").arg(nameOf(there ? *there : window), *name);
+            }
+        }
+    }
+    faults.removeDuplicates();
+    return faults;
+}
+
+}  // namespace pictures
