@@ -10,15 +10,15 @@ prefix=$work/unpacked/usr
 dpkg-deb -x "$package" "$work/unpacked"
 [ ! -e "$prefix/include" ] || fail "headers are in the package of the programs"
 check_programs "$prefix"
-# The panel shows each page in each language, with the library of the package: the tool finds every page, no
-# picture is empty, and hardly two are the same.
+# The panel shows each page with the library of the package: the tool finds every page, no picture is empty, and
+# hardly two are the same.
 mkdir -p "$work/tour/bin"
 cp "$3" "$work/tour/bin"
 ln -s "$prefix/lib" "$prefix/share" "$work/tour"
-out=$("${clean[@]}" LD_LIBRARY_PATH="$(echo "$prefix"/lib/*/lumo)" "$work/tour/bin/lumo-pictures" pictures 2>&1) ||
+out=$("${clean[@]}" LD_LIBRARY_PATH="$(echo "$prefix"/lib/*/lumo)" "$work/tour/bin/lumo-pictures" --language en --size 1280x800 pictures 2>&1) ||
     fail "lumo-pictures: $out"
 [ -z "$(find pictures -name '*.png' -size -4k)" ] || fail "there are empty pictures"
-[ "$(md5sum pictures/*.png | cut -d' ' -f1 | sort -u | wc -l)" -gt 500 ] || fail "pages look the same"
+[ "$(md5sum pictures/*.png | cut -d' ' -f1 | sort -u | wc -l)" -gt 80 ] || fail "pages look the same"
 dpkg-deb -x "$development" "$work/unpacked"
 check_host "$prefix"
 

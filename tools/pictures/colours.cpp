@@ -1,5 +1,6 @@
 #include "tools/pictures/colours.h"
 
+#include "look/contrast.h"
 #include "tools/pictures/texts.h"
 
 #include <QAbstractButton>
@@ -10,22 +11,12 @@
 #include <QPainter>
 #include <QVariant>
 #include <QWidget>
-#include <QtMath>
 
 #include <algorithm>
 
 namespace pictures {
 
 namespace {
-
-/// Relative luminance of a colour: https://www.w3.org/TR/WCAG21/#dfn-relative-luminance
-double luminance(QRgb colour) {
-    const auto linear = [](int channel) {
-        const double share = channel / 255.0;
-        return share <= 0.03928 ? share / 12.92 : qPow((share + 0.055) / 1.055, 2.4);
-    };
-    return 0.2126 * linear(qRed(colour)) + 0.7152 * linear(qGreen(colour)) + 0.0722 * linear(qBlue(colour));
-}
 
 QString textOf(const QWidget& widget) {
     if (const auto* label = qobject_cast<const QLabel*>(&widget)) {
@@ -77,12 +68,6 @@ void coverFixed(const QWidget& window, const QWidget& widget, QPainter* painter)
 
 }  // namespace
 
-double contrastOf(QRgb one, QRgb other) {
-    const double first = luminance(one) + 0.05;
-    const double second = luminance(other) + 0.05;
-    return std::max(first, second) / std::min(first, second);
-}
-
 double faintContrast(const QWidget& window, const QWidget& widget, const QImage& picture) {
     const QRect place = placeIn(window, widget) & picture.rect();
     if (textOf(widget).trimmed().isEmpty() || place.height() < widget.height() || hasFixedColour(widget) ||
@@ -98,7 +83,7 @@ double faintContrast(const QWidget& window, const QWidget& widget, const QImage&
     const auto ground = std::max_element(colours.cbegin(), colours.cend());
     double best = 1;
     for (auto colour = colours.cbegin(); colour != colours.cend(); ++colour) {
-        best = std::max(best, contrastOf(ground.key(), colour.key()));
+        best = std::max(best, look::contrast(ground.key(), colour.key()));
     }
     // The thinnest strokes have no pixel of the whole colour.
     constexpr double smoothing = 0.9;

@@ -7,9 +7,6 @@ class QWidget;
 
 namespace pictures {
 
-/// Contrast of two colours, 1 to 21, as WCAG 2 defines it: ratio of their relative luminances.
-double contrastOf(QRgb one, QRgb other);
-
 /// The contrast of a widget's text where it is too low (below 4.5, disabled below 3), else 0. Its ground is
 /// the colour that most of its pixels have, its text the colour that differs most from it.
 double faintContrast(const QWidget& window, const QWidget& widget, const QImage& picture);
