@@ -8,6 +8,7 @@ made=$(mktemp -d)
 trap 'rm -rf "$made"' EXIT
 "$tool" --language en "$made"
 mkdir -p "$here/img"
+cp "$made/look.png" "$here/../img/look.png"
 grep -o 'img/[a-z_]*\.png' "$here/README.md" | sort -u | while read -r picture; do
     made_picture=$made/en-1280x800-${picture#img/}
     if command -v convert >/dev/null; then

@@ -4,6 +4,7 @@
 #include "gantu/package.h"
 #include "mendo/log.h"
 #include "program/words.h"
+#include "tools/pictures/looksheet.h"
 #include "tools/pictures/scene.h"
 #include "tools/pictures/tour.h"
 #include "workcell/commandline.h"
@@ -116,6 +117,10 @@ int writeGallery(const QString& folder, const QString& language, const Choice& c
     QString error;
     if (!panel.open(gantu::findLibrary(prog::key::lumo), &error)) {
         return complain(error);
+    }
+    if (QLatin1String("look").contains(choice.part) &&
+        !writeLookSheet(QDir(folder).filePath(QStringLiteral("look.png")))) {
+        return complain(QStringLiteral("look.png cannot be written"));
     }
     panel.window()->show();
     Scene scene(&panel);
