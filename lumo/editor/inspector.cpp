@@ -86,7 +86,7 @@ void Inspector::refresh() {
     const int before = heightForWidth(width());
     chosen_ = table_->selectedRows().size();
     row_ = chosen_ == 1 ? table_->selectedRow() : -1;
-    ModuleObject* const statement = row_ >= 0 ? ProgramTable::program()->c(row_) : nullptr;
+    ModuleObject* const statement = row_ >= 0 ? table_->statementAt(row_) : nullptr;
     const QString type = statement ? statement->c(field::type)->getString() : QString();
     const bool isOther = statement != statement_ || type != type_;
     statement_ = statement;

@@ -1,6 +1,7 @@
 #include "editor/linefield.h"
 
 #include "editor/programtable.h"
+#include "editor/rowview.h"
 #include "editor/statementtext.h"
 #include "program/statement.h"
 #include "program/words.h"
@@ -58,6 +59,24 @@ bool LineEntry::isTaken() const {
     return !answer_ || answer_->isTaken();
 }
 
+bool LineEntry::isInProgram() const {
+    return statement_ && statement_->pmobj() == ProgramTable::program();
+}
+
+QString LineEntry::shownText() const {
+    return answer_ ? answer_->shownText() : text();
+}
+
+bool LineEntry::isChanged() const {
+    return statement_ && shownText() != statement_->c(name_)->getString();
+}
+
+void LineEntry::tellIn(QLabel* note) {
+    if (answer_) {
+        answer_->tellIn(note);
+    }
+}
+
 void LineEntry::revert() {
     if (statement_) {
         setText(statement_->c(name_)->getString());
@@ -67,8 +86,8 @@ void LineEntry::revert() {
     }
 }
 
-bool LineEntry::store(ProgramTable* table) {
-    if (!isTaken() || !statement_ || statement_->pmobj() != ProgramTable::program()) {
+bool LineEntry::store(RowView* list) {
+    if (!isTaken() || !isInProgram()) {
         return false;
     }
     if (text() == statement_->c(name_)->getString()) {
@@ -81,9 +100,9 @@ bool LineEntry::store(ProgramTable* table) {
         Edit::touch(statement_);
         // As the line's own page and dialog write them: a weld speed is kept as text.
         const bool isWhole = name_ == field::speed || name_ == field::zone;
-        statement_->set(table, name_, isWhole ? QVariant(text().toInt()) : QVariant(text()));
+        statement_->set(list, name_, isWhole ? QVariant(text().toInt()) : QVariant(text()));
     }
-    table->changeStatement(row);
+    list->changeStatement(row);
     revert();
     return true;
 }

@@ -6,11 +6,12 @@
 #include <QLineEdit>
 #include <QPointer>
 
-class ProgramTable;
+class QLabel;
 
 namespace lumo {
 
 class FieldAnswer;
+class RowView;
 
 /// What of a line is edited without a dialog.
 enum class LineField { None, Speed, Zone, Note };
@@ -32,12 +33,18 @@ public:
     [[nodiscard]] ModuleObject* statement() const { return statement_; }
     /// Of a figure.
     [[nodiscard]] const prog::EntryRange& range() const { return range_; }
+    [[nodiscard]] bool isInProgram() const;
     [[nodiscard]] bool isTaken() const;
+    /// Whether something else is seen than the statement's value.
+    [[nodiscard]] bool isChanged() const;
+    [[nodiscard]] QString shownText() const;
+    /// Says in a label what is taken. Not owned.
+    void tellIn(QLabel* note);
     /// The statement's value again.
     void revert();
-    /// Writes what stands in the entry, if it is another value than before. The table shows the statement.
+    /// Writes what stands in the entry, if it is another value than before. The list shows the statement.
     /// False, and nothing is written, where the entry is not taken or the statement has left the program.
-    bool store(ProgramTable* table);
+    bool store(RowView* list);
 
 signals:
     /// isTaken() may have changed.

@@ -1,15 +1,12 @@
 #include "editor/programtable.h"
 
-#include "editor/programcheck.h"
 #include "editor/programwidget.h"
-#include "editor/rowdelegate.h"
 #include "editor/statementtext.h"
 #include "program/statement.h"
 #include "program/words.h"
 #include "undo/history.h"
 
-#include <QHeaderView>
-#include <QResizeEvent>
+#include <QScopedValueRollback>
 #include <QScrollBar>
 #include <QSignalBlocker>
 
@@ -20,77 +17,26 @@ using namespace prog;
 
 namespace {
 
-constexpr int widestNote = 200;
-/// Notes get this width even if the details become narrower than usual.
-constexpr int usualNote = 90;
-constexpr int leastDetails = 180;
-/// Details get this width before notes become wider than their caption.
-constexpr int usualDetails = 320;
-constexpr int mostDetails = 520;
 /// The rows of longer programs are filled only when somebody sees them.
 constexpr int longProgram = 1000;
-/// All rows are sized when the width of a column has not changed for this time.
-constexpr int restMs = 200;
+
+QString runFlagText(const ModuleObject* statement) {
+    return isExecuted(statement) ? ProgramWidget::tr("运行") : ProgramWidget::tr("不运行");
+}
 
 }  // namespace
 
-ProgramTable::ProgramTable(QWidget* parent) : QTableWidget(parent), delegate_(new RowDelegate(this)) {
-    setItemDelegate(delegate_);
-    setTabKeyNavigation(false);  // Tab moves on to the buttons, not to the next cell
-    sizeRows_.setSingleShot(true);
-    sizeRows_.setInterval(restMs);
-    connect(&sizeRows_, &QTimer::timeout, this, &ProgramTable::resizeRowsToContents);
-}
+ProgramTable::ProgramTable(QWidget* parent) : RowView(parent) {}
 
 void ProgramTable::follow() {
-    QHeaderView* const header = horizontalHeader();
-    header->setTextElideMode(Qt::ElideNone);
-    header->setDefaultAlignment(Qt::Alignment(QFlag(int(Qt::AlignCenter) | int(Qt::TextWordWrap))));
-    for (const auto& [column, width] : {std::pair{MarkerColumn, 5}, std::pair{LineColumn, 5},
-                                        std::pair{CommandColumn, 100}, std::pair{DetailColumn, 400}}) {
-        setColumnWidth(column, width);
-    }
+    beginRows();
     rebuild();
-    connect(header, &QHeaderView::sectionResized, this, [this](int column) {
-        if (column == DetailColumn || column == NoteColumn) {
-            sizeRows_.start();
-        }
-    });
     connect(program(), &ModuleObject::changed, this, &ProgramTable::onChanged);
     connect(program(), &ModuleObject::added, this, &ProgramTable::onAdded);
     connect(program(), &ModuleObject::removed, this, &ProgramTable::onRemoved);
     History::instance()->setMover(
         this, [this](QObject* sender, int from, int to) { moveStatement(sender, from, to); });
     connect(History::instance(), &History::restored, this, &ProgramTable::showRestored);
-}
-
-void ProgramTable::setEditLock(QWidget* button) {
-    lock_ = button;
-    button->installEventFilter(this);
-}
-
-bool ProgramTable::isEditable() const {
-    return lock_ && lock_->isEnabled();
-}
-
-bool ProgramTable::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == lock_ && event->type() == QEvent::EnabledChange) {
-        emit editableChanged();
-    }
-    return QTableWidget::eventFilter(watched, event);
-}
-
-void ProgramTable::setInspected(bool inspected) {
-    isInspected_ = inspected;
-}
-
-void ProgramTable::setFullRows(bool full) {
-    isFull_ = full;
-}
-
-void ProgramTable::showFindings(const lumo::ProgramCheck* check) {
-    delegate_->setCheck(check);
-    connect(check, &lumo::ProgramCheck::changed, viewport(), QOverload<>::of(&QWidget::update));
 }
 
 ModuleObject* ProgramTable::program() {
@@ -118,26 +64,31 @@ void ProgramTable::onAdded(const QString& name) {
     addStatement(row);
     renumber(row);
     drawRow(row, statement);
-    resizeRowToContents(row);
+    rowChanged(row, statement);
     emit programShown();
 }
 
 void ProgramTable::onRemoved(const QString& name) {
     const ModuleObject* const leaving = program()->c(name);
+    const QScopedValueRollback<int> isLeaving(leaving_, leaving->indexInPmobj());
     if (isEmpty_ || rowCount() != program()->cmobjCount()) {
         rebuild(leaving);
         return;
     }
-    const int row = leaving->indexInPmobj();
-    delStatement(row);
-    renumber(row);
+    delStatement(leaving_);
+    renumber(leaving_);
     emit programShown();
+}
+
+ModuleObject* ProgramTable::statementAt(int row) const {
+    return program()->c(leaving_ >= 0 && row >= leaving_ ? row + 1 : row);
 }
 
 void ProgramTable::rebuild(const ModuleObject* leaving) {
     const int count = program()->cmobjCount() - (leaving ? 1 : 0);
     isEmpty_ = count > longProgram && !wasShown_;
     if (isEmpty_) {
+        forgetRows();
         setRowCount(count);
     } else {
         QList<ModuleObject*> statements = program()->cmobjs();
@@ -159,9 +110,7 @@ void ProgramTable::fillRows(const QList<ModuleObject*>& statements) {
         }
         renumber(0);
     }
-    fitColumns();
-    resizeRowsToContents();
-    sizeRows_.stop();
+    resetRows(statements);
     verticalScrollBar()->setValue(scrolled);
 }
 
@@ -176,8 +125,9 @@ void ProgramTable::moveStatement(QObject* sender, int from, int to) {
     }
     for (int row = std::min(from, to); row <= std::max(from, to); ++row) {
         drawRow(row, program()->c(row));
-        resizeRowToContents(row);
+        rowChanged(row, program()->c(row));
     }
+    rowsMoved();
     emit rowMoved(from, to);
     emit programShown();
 }
@@ -208,10 +158,12 @@ void ProgramTable::showRestored(const Restored& what) {
 void ProgramTable::addStatement(int row) {
     insertRow(row);
     createCells(row);
+    rowInserted(row);
 }
 
 void ProgramTable::delStatement(int row) {
     removeRow(row);
+    rowRemoved(row);
 }
 
 void ProgramTable::changeStatement(int row) {
@@ -219,7 +171,7 @@ void ProgramTable::changeStatement(int row) {
         return;
     }
     drawTexts(row, program()->c(row));
-    resizeRowToContents(row);
+    rowChanged(row, program()->c(row));
     emit programShown();
 }
 
@@ -229,23 +181,26 @@ void ProgramTable::changeStatements() {
     }
     const QList<ModuleObject*> statements = program()->cmobjs();
     for (int row = 0; row < std::min(rowCount(), statements.size()); ++row) {
-        if (showsOtherThan(row, statements.at(row))) {
-            drawTexts(row, statements.at(row));
-            resizeRowToContents(row);
+        const ModuleObject* const statement = statements.at(row);
+        if (showsOtherThan(row, statement)) {
+            drawTexts(row, statement);
+            drawRunFlag(row, statement);
+            rowChanged(row, statement);
         }
-        drawRunFlag(row, statements.at(row));
     }
     emit programShown();
 }
 
 bool ProgramTable::showsOtherThan(int row, const ModuleObject* statement) const {
     return item(row, DetailColumn)->text() != statementDetails(statement) ||
-           item(row, NoteColumn)->text() != statement->c(field::note)->getString();
+           item(row, NoteColumn)->text() != statement->c(field::note)->getString() ||
+           item(row, RunColumn)->text() != runFlagText(statement);
 }
 
 void ProgramTable::showRunFlag(int row) {
     if (!isEmpty_ && row >= 0 && row < rowCount()) {
         drawRunFlag(row, program()->c(row));
+        rowChanged(row, program()->c(row));
     }
 }
 
@@ -286,9 +241,8 @@ bool ProgramTable::drawTexts(int row, const ModuleObject* statement) {
 }
 
 void ProgramTable::drawRunFlag(int row, const ModuleObject* statement) {
-    const bool executed = isExecuted(statement);
-    drawCell(row, RunColumn, executed ? ProgramWidget::tr("运行") : ProgramWidget::tr("不运行"));
-    item(row, RunColumn)->setForeground(executed ? Qt::black : Qt::red);
+    drawCell(row, RunColumn, runFlagText(statement));
+    item(row, RunColumn)->setForeground(isExecuted(statement) ? Qt::black : Qt::red);
 }
 
 void ProgramTable::drawCell(int row, Column column, const QString& text) {
@@ -297,56 +251,8 @@ void ProgramTable::drawCell(int row, Column column, const QString& text) {
     }
 }
 
-/// Divides the width that captions and commands leave between details and notes.
-void ProgramTable::fitColumns() {
-    resizeColumnToContents(NoteColumn);
-    if (!hasPlace_) {
-        return;
-    }
-    const int notes = columnWidth(NoteColumn);
-    const int leastNote = std::max(captionWidth(NoteColumn), std::min(notes, usualNote));
-    int room = viewport()->width() - runFlagWidth();
-    for (const Column column : {MarkerColumn, LineColumn, CommandColumn}) {
-        setColumnWidth(column, std::max(columnWidth(column), captionWidth(column)));
-        room -= columnWidth(column);
-    }
-    setColumnWidth(NoteColumn, std::min({notes, widestNote, std::max(leastNote, room - usualDetails)}));
-    setColumnWidth(DetailColumn, std::clamp(room - columnWidth(NoteColumn), leastDetails, mostDetails));
-    // The header stretches its last section when the header is resized, not when another section is.
-    setColumnWidth(RunColumn,
-                   runFlagWidth() + std::max(0, room - columnWidth(NoteColumn) - columnWidth(DetailColumn)));
-}
-
-/// Width of the widest word: a caption of several words is wrapped.
-int ProgramTable::captionWidth(Column column) const {
-    constexpr int aroundCaption = 12;
-    const QFontMetrics metrics = horizontalHeader()->fontMetrics();
-    const QStringList words = horizontalHeaderItem(column)->text().split(QLatin1Char(' '));
-    int width = 0;
-    for (const QString& word : words) {
-        width = std::max(width, metrics.horizontalAdvance(word));
-    }
-    return std::max(width + aroundCaption, horizontalHeader()->minimumSectionSize());
-}
-
-/// Wide enough for both words of the flag.
-int ProgramTable::runFlagWidth() const {
-    constexpr int aroundFlag = 14;
-    const int flag = std::max(fontMetrics().horizontalAdvance(ProgramWidget::tr("运行")),
-                              fontMetrics().horizontalAdvance(ProgramWidget::tr("不运行")));
-    return std::max(flag + aroundFlag, captionWidth(RunColumn));
-}
-
-void ProgramTable::resizeEvent(QResizeEvent* event) {
-    QTableWidget::resizeEvent(event);
-    hasPlace_ = true;
-    if (event->oldSize().width() != event->size().width()) {
-        fitColumns();
-    }
-}
-
 void ProgramTable::showEvent(QShowEvent* event) {
-    QTableWidget::showEvent(event);
+    RowView::showEvent(event);
     wasShown_ = true;
     if (!isEmpty_) {
         return;

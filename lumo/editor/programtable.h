@@ -1,49 +1,32 @@
 #pragma once
 
+#include "editor/rowview.h"
 #include "module/host.h"
 
 #include <QPersistentModelIndex>
-#include <QTableWidget>
-#include <QTimer>
-
-class RowDelegate;
 
 namespace lumo {
-class ProgramCheck;
 struct Restored;
 }  // namespace lumo
 
 /// The table of the program: one row for each statement, following the notifications of `lumo.program`.
 ///
-/// It keeps only the texts that it shows. A rebuild sizes all rows; other changes size the changed row only.
-/// The rows of a long program get no cells before the table is first visible.
-class ProgramTable : public QTableWidget {
+/// Its cells hold the full texts of the statements; what is drawn of them is up to its base. The rows of a
+/// long program get no cells before the table is first visible.
+class ProgramTable : public lumo::RowView {
     Q_OBJECT
 public:
-    enum Column { MarkerColumn, LineColumn, CommandColumn, DetailColumn, NoteColumn, RunColumn };
-
     explicit ProgramTable(QWidget* parent = nullptr);
 
     /// Begins to show `lumo.program`. To be called once, after the form has made the columns.
     void follow();
-    /// Lines can be changed in the list and beside it while this button is enabled; at first never. It must
-    /// outlive the table.
-    void setEditLock(QWidget* button);
-    [[nodiscard]] bool isEditable() const;
-    /// The selected line is shown in full beside the list: its row stays compact.
-    void setInspected(bool inspected);
-    /// Shows the full text of each statement, or the compact rows of the beginning.
-    void setFullRows(bool full);
-    [[nodiscard]] bool isFullRows() const { return isFull_; }
-
-    /// Marks the lines that have findings; the check must outlive the table.
-    void showFindings(const lumo::ProgramCheck* check);
     [[nodiscard]] static ModuleObject* program();
 
+    [[nodiscard]] ModuleObject* statementAt(int row) const override;
     void addStatement(int row);
     void delStatement(int row);
     /// Shows the present texts of a statement. Ignores a row that does not exist.
-    void changeStatement(int row);
+    void changeStatement(int row) override;
     /// Shows the present texts of every statement.
     void changeStatements();
     /// Shows whether a statement is executed, also for one that shows nothing else.
@@ -67,12 +50,8 @@ signals:
     void rowMoved(int from, int to);
     /// The rows show the statements of another program, or in another order.
     void rebuilt();
-    /// isEditable() is another.
-    void editableChanged();
 
 protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
-    void resizeEvent(QResizeEvent* event) override;
     void showEvent(QShowEvent* event) override;
 
 private:
@@ -90,19 +69,11 @@ private:
     [[nodiscard]] bool showsOtherThan(int row, const ModuleObject* statement) const;
     void drawRunFlag(int row, const ModuleObject* statement);
     void drawCell(int row, Column column, const QString& text);
-    void fitColumns();
-    [[nodiscard]] int captionWidth(Column column) const;
-    [[nodiscard]] int runFlagWidth() const;
 
-    RowDelegate* delegate_;
-    QWidget* lock_ = nullptr;
-    bool isInspected_ = false;
-    bool isFull_ = false;
     QPersistentModelIndex marker_;
-    QTimer sizeRows_;
-    bool hasPlace_ = false;  ///< the layout has given the table its width
     bool wasShown_ = false;
     bool isEmpty_ = false;  ///< the rows have no cells
     bool moving_ = false;
+    int leaving_ = -1;  ///< of the program: a statement that is about to be removed and has no row any more
     int changesWhileMoving_ = 0;
 };

@@ -125,6 +125,25 @@
     </message>
 </context>
 <context>
+    <name>ProgramTable</name>
+    <message>
+        <source>未示教</source>
+        <translation>Не обучена</translation>
+    </message>
+    <message>
+        <source>点击输入备注</source>
+        <translation>Нажмите, чтобы ввести примечание</translation>
+    </message>
+    <message>
+        <source>输入错误</source>
+        <translation>Ошибка ввода</translation>
+    </message>
+    <message>
+        <source>输入的内容未采用：%1</source>
+        <translation>Введённое не принято: %1</translation>
+    </message>
+</context>
+<context>
     <name>ProgramWidget</name>
     <message>
         <source>指针</source>
@@ -429,13 +448,6 @@
     <message>
         <source>插入到第 %1 行之后</source>
         <translation>Вставка после строки %1</translation>
-    </message>
-</context>
-<context>
-    <name>RowDelegate</name>
-    <message>
-        <source>未示教</source>
-        <translation>Не обучена</translation>
     </message>
 </context>
 <context>

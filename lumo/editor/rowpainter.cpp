@@ -1,0 +1,307 @@
+#include "editor/rowpainter.h"
+
+#include "editor/programtable.h"
+#include "editor/programwidget.h"
+#include "look/icon.h"
+#include "look/scale.h"
+#include "look/tokens.h"
+#include "look/type.h"
+#include "widgets/fieldanswer.h"
+#include "widgets/severitymark.h"
+
+#include <QPainter>
+
+using namespace prog;
+
+namespace lumo {
+
+namespace {
+
+/// Of the pictures that are kept, KiB: more than the rows of the largest screen.
+constexpr int keptKiB = 24 * 1024;
+
+constexpr QRgb markerColour = qRgb(0, 255, 0);
+
+/// A text in a line: centred between its edges.
+void drawLine(QPainter* painter, int x, int top, int height, const QString& text) {
+    const QFontMetrics metrics = painter->fontMetrics();
+    painter->drawText(x, top + (height - metrics.height()) / 2 + metrics.ascent(), text);
+}
+
+void drawRight(QPainter* painter, int right, int top, int height, const QString& text) {
+    drawLine(painter, right - painter->fontMetrics().horizontalAdvance(text), top, height, text);
+}
+
+bool isZero(const std::array<QString, RowSummary::columns>& figures) {
+    return std::all_of(figures.begin(), figures.end(), [](const QString& text) {
+        return text.isEmpty() || text.startsWith(QLatin1String("0.0"));
+    });
+}
+
+}  // namespace
+
+/// Colours of the texts: those of a line that is not executed are paler.
+struct RowPainter::Inks {
+    QRgb value, second, unit;
+
+    static Inks of(bool executed) {
+        return executed ? Inks{look::ink, look::ink2, look::ink3} : Inks{look::off, look::off, look::off};
+    }
+};
+
+RowPainter::RowPainter(const RowGrid& grid) : grid_(grid), kept_(keptKiB) {}
+
+void RowPainter::paint(QPainter* painter, int row, const QRect& place, const State& state) {
+    uint key = 0;
+    const auto add = [&key](uint value, int bits) { key = (key << bits) | value; };
+    for (const bool flag :
+         {state.form.isFull, state.form.hasFields, state.form.showsTool, state.isSelected, state.hasFocus,
+          state.hasMarker, state.isUntaught, state.seam.isFirst, state.seam.isLast}) {
+        add(flag ? 1 : 0, 1);
+    }
+    add(state.severity ? 1 + static_cast<uint>(*state.severity) : 0, 4);
+    add(static_cast<uint>(state.seam.weld), 4);
+    const Kept* kept = kept_.object(row);
+    const qreal ratio = painter->device()->devicePixelRatioF();
+    if (!kept || kept->state != key || kept->picture.size() != place.size() * ratio) {
+        auto* const painted = new Kept{key, pictureOf(row, place.size(), ratio, state)};
+        const int bytesOfPixel = 4;
+        const int cost = painted->picture.width() * painted->picture.height() * bytesOfPixel / 1024 + 1;
+        painter->drawPixmap(place.topLeft(), painted->picture);
+        kept_.insert(row, painted, cost);
+        return;
+    }
+    painter->drawPixmap(place.topLeft(), kept->picture);
+}
+
+QPixmap RowPainter::pictureOf(int row, const QSize& size, qreal ratio, const State& state) const {
+    QPixmap picture(size * ratio);
+    picture.setDevicePixelRatio(ratio);
+    QPainter painter(&picture);
+    const QRect place(QPoint(), size);
+    const ModuleObject* const statement = ProgramTable::program()->c(row);
+    const RowSummary summary = summaryOf(statement);
+    const RowShape shape = RowShape::of(grid_, statement, summary, state.form);
+    const Inks inks = Inks::of(summary.executed);
+    paintGround(&painter, place, state);
+    paintNumber(&painter, row, size.height(), state, inks);
+    paintCommand(&painter, size.height(), summary, inks);
+    paintParameters(&painter, summary, shape, state, inks);
+    paintNote(&painter, shape, state, inks);
+    paintFlag(&painter, size.height(), summary.executed);
+    return picture;
+}
+
+// --- Around the texts -----------------------------------------------------------------------------
+
+void RowPainter::paintGround(QPainter* painter, const QRect& place, const State& state) const {
+    painter->fillRect(place, QColor(state.isSelected ? look::sel : look::white));
+    painter->fillRect(0, place.height() - 1, place.width(), 1, QColor(look::rule));
+    if (state.isSelected) {
+        const int line = state.hasFocus ? 2 : 1;
+        painter->fillRect(0, 0, place.width(), line, QColor(look::blue));
+        painter->fillRect(0, place.height() - line, place.width(), line, QColor(look::blue));
+    }
+    const QRectF bar(RowGrid::rowPx(4), 0, RowGrid::rowPx(8), place.height());
+    look::paintWeldBar(painter, bar, state.seam.weld, state.seam.isFirst, state.seam.isLast);
+    if (state.hasMarker) {
+        paintMarker(painter, place.height());
+    }
+}
+
+void RowPainter::paintMarker(QPainter* painter, int height) const {
+    const QSize size(RowGrid::rowPx(36), RowGrid::rowPx(24));
+    const QRect chip(QPoint(RowGrid::rowPx(15), (height - size.height()) / 2), size);
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(QPen(QColor(look::navy), 2));
+    painter->setBrush(QColor(markerColour));
+    painter->drawRoundedRect(QRectF(chip).adjusted(1, 1, -1, -1), 4, 4);
+    painter->setPen(QColor(look::ink));
+    painter->setFont(grid_.text());
+    painter->drawText(chip, Qt::AlignCenter, QStringLiteral("-->"));
+    painter->restore();
+}
+
+void RowPainter::paintNumber(QPainter* painter, int row, int height, const State& state,
+                             const Inks& inks) const {
+    painter->setFont(grid_.text());
+    painter->setPen(QColor(inks.second));
+    const int right = grid_.columnLeft(ProgramTable::CommandColumn) - grid_.gap() / 2;
+    const QString number = QString::number(row + 1);
+    drawRight(painter, right, 0, height, number);
+    if (!state.severity) {
+        return;
+    }
+    const int edge = RowGrid::rowPx(16);
+    QRect mark(0, (height - edge) / 2, edge, edge);
+    mark.moveRight(right - painter->fontMetrics().horizontalAdvance(number) - grid_.gap() / 2);
+    if (state.hasMarker) {
+        // At the upper right corner of the marker, which has the room beside the number.
+        mark.moveTopLeft({RowGrid::rowPx(15 + 36) - edge * 2 / 3, height / 2 - RowGrid::rowPx(18)});
+    }
+    paintMark(painter, mark, *state.severity);
+}
+
+void RowPainter::paintCommand(QPainter* painter, int height, const RowSummary& summary,
+                              const Inks& inks) const {
+    const int left = grid_.columnLeft(ProgramTable::CommandColumn);
+    const int icon = look::px(20);
+    painter->drawPixmap(left + grid_.gap(), (height - icon) / 2,
+                        look::picture(statementIcon(summary.type), icon, inks.second));
+    const int x = left + look::px(38);
+    const int room = grid_.columnWidth(ProgramTable::CommandColumn) - look::px(38) - grid_.gap() / 2;
+    painter->setPen(QColor(inks.value));
+    painter->setFont(grid_.text());
+    if (grid_.textMetrics().horizontalAdvance(summary.command) <= room) {
+        drawLine(painter, x, 0, height, summary.command);
+        return;
+    }
+    const int pitch = grid_.isWide() ? grid_.pitch() : RowGrid::rowPx(18);
+    if (grid_.isWide()) {
+        painter->setFont(grid_.caption());
+    }
+    const int middle = summary.command.indexOf(QLatin1Char(' '));
+    drawLine(painter, x, height / 2 - pitch, pitch, summary.command.left(middle));
+    drawLine(painter, x, height / 2, pitch, summary.command.mid(middle + 1));
+}
+
+void RowPainter::paintFlag(QPainter* painter, int height, bool executed) const {
+    QFont font = grid_.caption();
+    if (!executed) {
+        font = look::font(look::Size::Caption, look::Weight::State);
+    }
+    painter->setFont(font);
+    painter->setPen(QColor(executed ? look::ink3 : look::red));
+    drawLine(painter, grid_.columnLeft(ProgramTable::RunColumn) + grid_.gap(), 0, height,
+             executed ? ProgramWidget::tr("运行") : ProgramWidget::tr("不运行"));
+}
+
+// --- Parameters and remark ------------------------------------------------------------------------
+
+void RowPainter::paintParameters(QPainter* painter, const RowSummary& summary, const RowShape& shape,
+                                 const State& state, const Inks& inks) const {
+    if (shape.isFull) {
+        paintFullText(painter, shape, inks);
+    } else {
+        const int left = grid_.columnLeft(ProgramTable::DetailColumn) + grid_.textLeft();
+        const int pitch = grid_.pitch();
+        int y = shape.top;
+        bool isUntaught = state.isUntaught;
+        for (const auto& figures : summary.figures) {
+            if (isUntaught && (isZero(figures) || &figures == &summary.figures.last())) {
+                paintUntaught(painter, y);
+                isUntaught = false;
+            } else {
+                paintPoint(painter, y, figures, inks);
+            }
+            y += pitch;
+        }
+        painter->setFont(grid_.caption());
+        if (state.form.showsTool) {
+            painter->setPen(QColor(inks.unit));
+            drawLine(painter, left, y, pitch,
+                     painter->fontMetrics().elidedText(summary.tool, Qt::ElideRight, grid_.textWidth()));
+        }
+        const QStringList titles = grid_.linesOf(summary.title, grid_.textWidth());
+        painter->setPen(QColor(inks.value));
+        if (titles.size() == 1 && (summary.second.isEmpty() || !grid_.isWide())) {
+            painter->setFont(grid_.text());
+        }
+        for (const QString& title : titles) {
+            drawLine(painter, left, y, pitch, title);
+            y += pitch;
+        }
+        if (grid_.isWide() && !summary.second.isEmpty()) {
+            painter->setFont(grid_.caption());
+            painter->setPen(QColor(inks.second));
+            drawLine(painter, left, y, pitch, summary.second);
+        }
+    }
+    if (!shape.isFull || state.form.hasFields) {
+        const bool framed = state.form.hasFields;
+        paintFigure(painter, shape.speed, summary.speed, summary.speedUnit,
+                    framed && summary.type != statement::delay, inks);
+        paintFigure(painter, shape.zone, summary.zone, unitText("mm"), framed, inks);
+    }
+}
+
+void RowPainter::paintPoint(QPainter* painter, int top,
+                            const std::array<QString, RowSummary::columns>& figures, const Inks& inks) const {
+    painter->setFont(grid_.caption());
+    painter->setPen(QColor(inks.value));
+    const int left = grid_.columnLeft(ProgramTable::DetailColumn);
+    for (int column = 0; column < RowSummary::columns; ++column) {
+        const QString& figure = figures[static_cast<std::size_t>(column)];
+        // The sign of degrees hangs over, so that the digits stand in their column.
+        const bool hasSign = figure.endsWith(QChar(0xb0));
+        const int over = hasSign ? painter->fontMetrics().horizontalAdvance(QChar(0xb0)) : 0;
+        drawRight(painter, left + grid_.figureRight(column) + over, top, grid_.pitch(), figure);
+    }
+}
+
+void RowPainter::paintUntaught(QPainter* painter, int top) const {
+    const int left = grid_.columnLeft(ProgramTable::DetailColumn) + grid_.textLeft();
+    const int icon = grid_.pitch() - 1;
+    painter->drawPixmap(left, top, look::picture(QStringLiteral("warn"), icon, look::amberInk));
+    painter->setFont(grid_.strongCaption());
+    painter->setPen(QColor(look::amberInk));
+    drawLine(painter, left + icon + grid_.gap() / 2, top, grid_.pitch(), ProgramTable::tr("未示教"));
+}
+
+void RowPainter::paintFullText(QPainter* painter, const RowShape& shape, const Inks& inks) const {
+    painter->setFont(grid_.caption());
+    painter->setPen(QColor(inks.value));
+    const int left = grid_.columnLeft(ProgramTable::DetailColumn) + grid_.textLeft();
+    int y = shape.top;
+    for (const FullLine& line : shape.full) {
+        drawLine(painter, left + (line.goesOn ? 2 * grid_.gap() : 0), y, grid_.pitch(), line.text);
+        y += grid_.pitch();
+    }
+}
+
+/// A number with its unit, in a frame where it can be edited.
+void RowPainter::paintFigure(QPainter* painter, const QRect& field, const QString& number,
+                             const QString& unit, bool framed, const Inks& inks) const {
+    if (number.isEmpty()) {
+        return;
+    }
+    if (framed) {
+        painter->save();
+        painter->setRenderHint(QPainter::Antialiasing);
+        painter->setPen(QColor(look::edge));
+        painter->setBrush(QColor(look::white));
+        painter->drawRoundedRect(QRectF(field).adjusted(0.5, 0.5, -0.5, -0.5), 6, 6);
+        painter->restore();
+    }
+    const int right = field.right() + 1 - look::px(4);
+    const int unitWidth = grid_.captionMetrics().horizontalAdvance(unit);
+    const int baseline =
+        field.top() + (field.height() - grid_.textMetrics().height()) / 2 + grid_.textMetrics().ascent();
+    painter->setFont(grid_.caption());
+    painter->setPen(QColor(inks.unit));
+    painter->drawText(right - unitWidth, baseline, unit);
+    painter->setFont(grid_.text());
+    painter->setPen(QColor(inks.value));
+    painter->drawText(right - unitWidth - look::px(4) - grid_.textMetrics().horizontalAdvance(number),
+                      baseline, number);
+}
+
+void RowPainter::paintNote(QPainter* painter, const RowShape& shape, const State& state,
+                           const Inks& inks) const {
+    const int left = grid_.isWide() ? grid_.columnLeft(ProgramTable::NoteColumn) + grid_.gap()
+                                    : grid_.columnLeft(ProgramTable::DetailColumn) + grid_.textLeft();
+    painter->setFont(grid_.caption());
+    painter->setPen(QColor(inks.second));
+    int y = shape.noteTop;
+    for (const QString& line : shape.noteLines) {
+        drawLine(painter, left, y, grid_.pitch(), line);
+        y += grid_.pitch();
+    }
+    if (shape.noteLines.isEmpty() && state.form.hasFields && shape.hasNoteRoom) {
+        painter->setPen(QColor(look::ink3));
+        drawLine(painter, left, shape.note.top(), shape.note.height(), ProgramTable::tr("点击输入备注"));
+    }
+}
+
+}  // namespace lumo
