@@ -35,26 +35,26 @@ constexpr FileProblem::Wording words[] = {
     {Kind::BadValue, QT_TRANSLATE_NOOP("FileProblem", "无效的值")},
     {Kind::BadNumber, QT_TRANSLATE_NOOP("FileProblem", "无效的数字")},
     {Kind::BadEscape, QT_TRANSLATE_NOOP("FileProblem", "字符串中有无效的转义字符")},
-    {Kind::BadUtf8, QT_TRANSLATE_NOOP("FileProblem", "文字编码不是UTF-8")},
+    {Kind::BadUtf8, QT_TRANSLATE_NOOP("FileProblem", "文字编码不是 UTF-8")},
     {Kind::NoContainer, QT_TRANSLATE_NOOP("FileProblem", "文件内容既不是数组也不是对象")},
     {Kind::NoArray, QT_TRANSLATE_NOOP("FileProblem", "文件内容不是数组")},
     {Kind::NoRecordList, QT_TRANSLATE_NOOP("FileProblem", "文件内容不是记录列表")},
-    {Kind::WrongRowCount, QT_TRANSLATE_NOOP("FileProblem", "共有%1行，应为%2个端口")},
+    {Kind::WrongRowCount, QT_TRANSLATE_NOOP("FileProblem", "共有 %1 行，应为 %2 个端口")},
     {Kind::NoRecord, QT_TRANSLATE_NOOP("FileProblem", "这不是记录")},
-    {Kind::NoNumber, QT_TRANSLATE_NOOP("FileProblem", "'%1'不是数字")},
-    {Kind::NoText, QT_TRANSLATE_NOOP("FileProblem", "'%1'不是文字")},
-    {Kind::NoObject, QT_TRANSLATE_NOOP("FileProblem", "'%1'不是对象")},
-    {Kind::NoTruthValue, QT_TRANSLATE_NOOP("FileProblem", "'%1'既不是true也不是false")},
-    {Kind::FieldMissing, QT_TRANSLATE_NOOP("FileProblem", "缺少'%1'")},
-    {Kind::FieldDiffers, QT_TRANSLATE_NOOP("FileProblem", "'%1'不是%2")},
+    {Kind::NoNumber, QT_TRANSLATE_NOOP("FileProblem", "'%1' 不是数字")},
+    {Kind::NoText, QT_TRANSLATE_NOOP("FileProblem", "'%1' 不是文字")},
+    {Kind::NoObject, QT_TRANSLATE_NOOP("FileProblem", "'%1' 不是对象")},
+    {Kind::NoTruthValue, QT_TRANSLATE_NOOP("FileProblem", "'%1' 既不是 true 也不是 false")},
+    {Kind::FieldMissing, QT_TRANSLATE_NOOP("FileProblem", "缺少 '%1'")},
+    {Kind::FieldDiffers, QT_TRANSLATE_NOOP("FileProblem", "'%1' 不是 %2")},
     {Kind::NoProject, QT_TRANSLATE_NOOP("FileProblem", "文件内容不是工程")},
     {Kind::IsSettings, QT_TRANSLATE_NOOP("FileProblem", "文件内容是设置，不是工程")},
-    {Kind::UnknownStatement, QT_TRANSLATE_NOOP("FileProblem", "未知的语句类型\"%1\"")},
-    {Kind::UnknownField, QT_TRANSLATE_NOOP("FileProblem", "此处没有名为'%1'的项")},
-    {Kind::LeastAboveMost, QT_TRANSLATE_NOOP("FileProblem", "'%1'的min大于max")},
+    {Kind::UnknownStatement, QT_TRANSLATE_NOOP("FileProblem", "未知的语句类型“%1”")},
+    {Kind::UnknownField, QT_TRANSLATE_NOOP("FileProblem", "此处没有名为 '%1' 的项")},
+    {Kind::LeastAboveMost, QT_TRANSLATE_NOOP("FileProblem", "'%1' 的 min 大于 max")},
     {Kind::OtherFault, "%1"},
     {Kind::NoPortInUse, QT_TRANSLATE_NOOP("FileProblem", "所有端口均已停用")},
-    {Kind::MoreRecords, QT_TRANSLATE_NOOP("FileProblem", "另有%1条记录有错误")},
+    {Kind::MoreRecords, QT_TRANSLATE_NOOP("FileProblem", "另有 %1 条记录有错误")},
 };
 static_assert(FileProblem::isComplete(words));
 
@@ -129,7 +129,7 @@ QString problemText(const FileProblem& problem, const QString& shownFile) {
     if (problem.place.line <= 0) {
         return translated(QT_TRANSLATE_NOOP("FileProblem", "%1：%2")).arg(shownFile, reasons);
     }
-    return translated(QT_TRANSLATE_NOOP("FileProblem", "%1 第%2行第%3列：%4"))
+    return translated(QT_TRANSLATE_NOOP("FileProblem", "%1 第 %2 行第 %3 列：%4"))
         .arg(shownFile, QString::number(problem.place.line), QString::number(problem.place.column), reasons);
 }
 

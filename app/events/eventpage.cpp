@@ -53,7 +53,7 @@ EventPage::EventPage(EventStore* store, QWidget* parent)
     connect(&search_, &EventSearch::done, this, &EventPage::showFound);
     connect(&all_, &EventSearch::done, this, &EventPage::collected);
     connect(export_, &ResultExport::written, this, [this](const QString& file) {
-        count_->setText(tr("已写入 %1").arg(QFileInfo(file).fileName()));
+        count_->setText(tr("已保存：%1").arg(QFileInfo(file).fileName()));
     });
     showDay();
 }

@@ -44,7 +44,7 @@
     </message>
     <message>
         <source>这不是普通文件</source>
-        <translation>this is no plain file</translation>
+        <translation>this is not a regular file</translation>
     </message>
     <message>
         <source>磁盘配额已用完</source>
@@ -60,7 +60,7 @@
     </message>
     <message>
         <source>文件格式错误：%1</source>
-        <translation>this is no JSON: %1</translation>
+        <translation>this is not valid JSON: %1</translation>
     </message>
     <message>
         <source>此处应为值</source>
@@ -76,7 +76,7 @@
     </message>
     <message>
         <source>文件内容既不是数组也不是对象</source>
-        <translation>the file holds neither an array nor an object</translation>
+        <translation>the file is neither an array nor an object</translation>
     </message>
     <message>
         <source>字符串没有结束</source>
@@ -88,18 +88,18 @@
     </message>
     <message>
         <source>无效的值</source>
-        <translation>this is no value</translation>
+        <translation>this is not a valid value</translation>
     </message>
     <message>
         <source>无效的数字</source>
-        <translation>this is no number</translation>
+        <translation>this is not a valid number</translation>
     </message>
     <message>
         <source>字符串中有无效的转义字符</source>
         <translation>a string holds an invalid escape</translation>
     </message>
     <message>
-        <source>文字编码不是UTF-8</source>
+        <source>文字编码不是 UTF-8</source>
         <translation>the text is not UTF-8</translation>
     </message>
     <message>
@@ -108,38 +108,38 @@
     </message>
     <message>
         <source>文件末尾有多余内容</source>
-        <translation>something follows the end of the document</translation>
+        <translation>there is more text after the end</translation>
     </message>
     <message>
-        <source>另有%1条记录有错误</source>
+        <source>另有 %1 条记录有错误</source>
         <translation>faults in %1 more records</translation>
     </message>
     <message>
         <source>文件内容不是记录列表</source>
-        <translation>the file holds no list of records</translation>
+        <translation>the file is not a list of records</translation>
     </message>
     <message>
-        <source>共有%1行，应为%2个端口</source>
+        <source>共有 %1 行，应为 %2 个端口</source>
         <translation>there are %1 rows for %2 ports</translation>
     </message>
     <message>
         <source>这不是记录</source>
-        <translation>this is no record</translation>
+        <translation>this is not a record</translation>
     </message>
     <message>
-        <source>&apos;%1&apos;不是数字</source>
-        <translation>&apos;%1&apos; is no number</translation>
+        <source>'%1' 不是数字</source>
+        <translation>'%1' is not a number</translation>
     </message>
     <message>
-        <source>&apos;%1&apos;不是文字</source>
-        <translation>&apos;%1&apos; is no text</translation>
+        <source>'%1' 不是文字</source>
+        <translation>'%1' is not a text</translation>
     </message>
     <message>
-        <source>&apos;%1&apos;不是对象</source>
-        <translation>&apos;%1&apos; is no object</translation>
+        <source>'%1' 不是对象</source>
+        <translation>'%1' is not an object</translation>
     </message>
     <message>
-        <source>&apos;%1&apos;既不是true也不是false</source>
+        <source>'%1' 既不是 true 也不是 false</source>
         <translation>&apos;%1&apos; is neither true nor false</translation>
     </message>
     <message>
@@ -147,16 +147,16 @@
         <translation>no port is in use</translation>
     </message>
     <message>
-        <source>缺少&apos;%1&apos;</source>
+        <source>缺少 '%1'</source>
         <translation>&apos;%1&apos; is missing</translation>
     </message>
     <message>
-        <source>&apos;%1&apos;不是%2</source>
+        <source>'%1' 不是 %2</source>
         <translation>&apos;%1&apos; is not %2</translation>
     </message>
     <message>
         <source>无法保留原文件的副本</source>
-        <translation>the file in its place cannot be kept</translation>
+        <translation>the old file could not be kept as a copy</translation>
     </message>
     <message>
         <source>没有此文件</source>
@@ -164,23 +164,23 @@
     </message>
     <message>
         <source>文件内容不是工程</source>
-        <translation>the file holds no project</translation>
+        <translation>the file is not a project</translation>
     </message>
     <message>
-        <source>此处没有名为&apos;%1&apos;的项</source>
+        <source>此处没有名为 '%1' 的项</source>
         <translation>&apos;%1&apos; is not known here</translation>
     </message>
     <message>
-        <source>&apos;%1&apos;的min大于max</source>
+        <source>'%1' 的 min 大于 max</source>
         <translation>&apos;min&apos; of &apos;%1&apos; is greater than &apos;max&apos;</translation>
     </message>
     <message>
-        <source>未知的语句类型&quot;%1&quot;</source>
+        <source>未知的语句类型“%1”</source>
         <translation>unknown statement type &quot;%1&quot;</translation>
     </message>
     <message>
         <source>文件内容是设置，不是工程</source>
-        <translation>the file holds settings, no project</translation>
+        <translation>the file holds settings, not a project</translation>
     </message>
     <message>
         <source>；</source>
@@ -188,7 +188,7 @@
     </message>
     <message>
         <source>文件内容不是数组</source>
-        <translation>the file holds no array</translation>
+        <translation>the file is not an array</translation>
     </message>
     <message>
         <source>无法确认已写入磁盘</source>
@@ -199,7 +199,7 @@
         <translation>%1: %2</translation>
     </message>
     <message>
-        <source>%1 第%2行第%3列：%4</source>
+        <source>%1 第 %2 行第 %3 列：%4</source>
         <translation>%1, line %2, column %3: %4</translation>
     </message>
     <message>
@@ -216,15 +216,15 @@
     </message>
     <message>
         <source>请恢复该文件夹，或用 --settings 指定另一个文件夹。</source>
-        <translation>Restore the folder, or name another one with --settings.</translation>
+        <translation>Restore the folder, or give another one with --settings.</translation>
     </message>
     <message>
         <source>请移走它，并选择普通文件。</source>
-        <translation>Move it away, and choose a plain file.</translation>
+        <translation>Move it away, and choose a regular file.</translation>
     </message>
     <message>
         <source>请给予当前用户读写此文件及其文件夹的权限，然后再保存。</source>
-        <translation>Give this user the right to read and write the file and its folder, then save again.</translation>
+        <translation>Give this user permission to read and write the file and its folder, then save again.</translation>
     </message>
     <message>
         <source>请腾出磁盘空间，然后再保存；在此之前更改只保存在面板中。</source>
@@ -232,7 +232,7 @@
     </message>
     <message>
         <source>请换一个可写的磁盘，或解除写保护，然后再保存。</source>
-        <translation>Use a disk that can be written, or remove its write protection, then save again.</translation>
+        <translation>Use a writable disk, or remove the write protection, then save again.</translation>
     </message>
     <message>
         <source>请检查磁盘，并另存到其他磁盘。</source>
@@ -244,11 +244,11 @@
     </message>
     <message>
         <source>请再试一次；若仍失败，请检查磁盘和权限。</source>
-        <translation>Try once more; if it fails again, check the disk and the rights.</translation>
+        <translation>Try again; if it still fails, check the disk and the permissions.</translation>
     </message>
     <message>
         <source>原文件未被覆盖。请检查文件夹的权限和空间，然后再保存。</source>
-        <translation>The old file was not overwritten. Check rights and space of the folder, then save again.</translation>
+        <translation>The old file was not overwritten. Check permissions and free space of the folder, then save again.</translation>
     </message>
     <message>
         <source>请在文本编辑器中改正此处，或恢复备份；在此之前不使用此文件。</source>
@@ -264,7 +264,7 @@
     </message>
     <message>
         <source>请在端口页分配端口并确认：文件将重新写入，原文件会保留。</source>
-        <translation>Assign the ports on the page Port and press OK: the file is written anew, the old one is kept.</translation>
+        <translation>Assign the ports on the Port page and press OK: the file is written again, the old one is kept.</translation>
     </message>
     <message>
         <source>请删除此行或改正其类型；此工程可能来自更新的版本。</source>
@@ -283,7 +283,7 @@
     </message>
     <message>
         <source>激光出光</source>
-        <translation>Laser emits</translation>
+        <translation>Laser on</translation>
     </message>
 </context>
 <context>
@@ -310,14 +310,14 @@
     </message>
     <message>
         <source>这不是压缩包，或压缩包已损坏</source>
-        <translation>this is no archive, or it is damaged</translation>
+        <translation>this is not an archive, or it is damaged</translation>
     </message>
 </context>
 <context>
     <name>app::Backup</name>
     <message>
         <source>这不是备份文件</source>
-        <translation>this is no backup</translation>
+        <translation>this is not a backup</translation>
     </message>
     <message>
         <source>备份来自更新的版本</source>
@@ -348,7 +348,7 @@
     </message>
     <message>
         <source>程序运行时不能恢复备份。请等待其结束，或先按“停止”。</source>
-        <translation>No backup can be restored while a program runs. Wait until it ends, or press Stop.</translation>
+        <translation>A backup cannot be restored while a program runs. Wait until it ends, or press Stop.</translation>
     </message>
     <message>
         <source>恢复备份</source>
@@ -404,16 +404,16 @@
 <context>
     <name>app::CodeSheet</name>
     <message>
-        <source>集成员密码</source>
-        <translation>Code of the integrator</translation>
+        <source>调试员密码</source>
+        <translation>Integrator's code</translation>
     </message>
     <message>
-        <source>端口、工位和手动控制设备由集成员使用。</source>
-        <translation>Ports, stations and devices by hand are the integrator's.</translation>
+        <source>端口、工位和手动控制设备仅供调试员使用。</source>
+        <translation>Ports, stations and manual device control are for the integrator.</translation>
     </message>
     <message>
-        <source>“%1”由集成员使用，请输入集成员密码。</source>
-        <translation>“%1” is the integrator's. Enter the code of the integrator.</translation>
+        <source>“%1”仅供调试员使用，请输入调试员密码。</source>
+        <translation>"%1" is for the integrator. Enter the integrator's code.</translation>
     </message>
     <message>
         <source>确定</source>
@@ -501,8 +501,8 @@
         <translation>CSV</translation>
     </message>
     <message>
-        <source>已写入 %1</source>
-        <translation>%1 written</translation>
+        <source>已保存：%1</source>
+        <translation>Saved: %1</translation>
     </message>
     <message>
         <source>查找</source>
@@ -526,7 +526,7 @@
     </message>
     <message>
         <source>将找到的所有事件写入文件</source>
-        <translation>Writes all events found to a file</translation>
+        <translation>Saves all events found to a file</translation>
     </message>
     <message>
         <source>最新的 %1 个事件</source>
@@ -553,7 +553,7 @@
     </message>
     <message>
         <source>事件日志已损坏，保存为 %1，并新建日志</source>
-        <translation>The event log was damaged. It is kept as %1, and a new one was begun</translation>
+        <translation>The event log was damaged. It is kept as %1, and a new log was started</translation>
     </message>
     <message>
         <source>事件日志已损坏：%1</source>
@@ -648,7 +648,7 @@
     </message>
     <message>
         <source>%1：激光打开时出现故障</source>
-        <translation>%1: faulty while the laser was on</translation>
+        <translation>%1: fault while the laser was on</translation>
     </message>
     <message>
         <source>手动打开</source>
@@ -667,11 +667,11 @@
         <translation>Panel closed</translation>
     </message>
     <message>
-        <source>集成员已登录</source>
+        <source>调试员已登录</source>
         <translation>Integrator logged in</translation>
     </message>
     <message>
-        <source>集成员已退出</source>
+        <source>调试员已退出</source>
         <translation>Integrator logged out</translation>
     </message>
     <message>
@@ -780,7 +780,7 @@ with code %1</translation>
     </message>
     <message>
         <source>手册中没有“%1”</source>
-        <translation>The handbook does not have &quot;%1&quot;</translation>
+        <translation>"%1" is not in the handbook</translation>
     </message>
 </context>
 <context>
@@ -873,7 +873,7 @@ mm/s, °/s</translation>
     </message>
     <message>
         <source>程序运行时，示例、语言和恢复不可用。</source>
-        <translation>While a program runs, examples, language and restoring are not available.</translation>
+        <translation>Examples, language and restoring are not available while a program runs.</translation>
     </message>
     <message>
         <source>手册（F1）</source>
@@ -892,7 +892,7 @@ mm/s, °/s</translation>
         <translation>Restore a backup…</translation>
     </message>
     <message>
-        <source>支持文件包…</source>
+        <source>技术支持文件包…</source>
         <translation>Support archive…</translation>
     </message>
     <message>
@@ -901,7 +901,7 @@ mm/s, °/s</translation>
     </message>
     <message>
         <source>语言（面板将重新启动）</source>
-        <translation>Language (the panel starts again)</translation>
+        <translation>Language (restarts the panel)</translation>
     </message>
 </context>
 <context>
@@ -914,12 +914,12 @@ mm/s, °/s</translation>
 <context>
     <name>app::NewCodeSheet</name>
     <message>
-        <source>设置集成员密码</source>
-        <translation>Set the code of the integrator</translation>
+        <source>设置调试员密码</source>
+        <translation>Set the integrator's code</translation>
     </message>
     <message>
-        <source>设置密码后，端口、工位和手动控制设备只对集成员开放。忘记密码时，由计算机管理员删除密码文件。</source>
-        <translation>With a code, ports, stations and devices by hand are open to the integrator only. If it is forgotten, the administrator of this computer deletes its file.</translation>
+        <source>设置密码后，端口、工位和手动控制设备只对调试员开放。忘记密码时，由计算机管理员删除密码文件。</source>
+        <translation>With a code, ports, stations and manual device control are open to the integrator only. If the code is forgotten, the administrator of this computer deletes its file.</translation>
     </message>
     <message>
         <source>新密码（%1 至 %2 位数字）</source>
@@ -1082,11 +1082,11 @@ Mean %2</translation>
     </message>
     <message>
         <source>工位</source>
-        <translation>by a station</translation>
+        <translation>a station</translation>
     </message>
     <message>
         <source>手动启动</source>
-        <translation>by hand</translation>
+        <translation>hand</translation>
     </message>
     <message>
         <source>工程</source>
@@ -1094,11 +1094,11 @@ Mean %2</translation>
     </message>
     <message>
         <source>开始</source>
-        <translation>Begun</translation>
+        <translation>Started</translation>
     </message>
     <message>
         <source>启动方式</source>
-        <translation>Started</translation>
+        <translation>Started by</translation>
     </message>
     <message>
         <source>结束</source>
@@ -1138,10 +1138,10 @@ Mean %2</translation>
     </message>
     <message>
         <source>编程焊缝</source>
-        <translation>Programmed weld</translation>
+        <translation>Programmed seam</translation>
     </message>
     <message>
-        <source>空走</source>
+        <source>空程</source>
         <translation>Move</translation>
     </message>
     <message>
@@ -1197,8 +1197,8 @@ Mean %2</translation>
         <translation>Speed, mm/s</translation>
     </message>
     <message>
-        <source>过渡 mm</source>
-        <translation>Zone, mm</translation>
+        <source>转弯区 mm</source>
+        <translation>Radius, mm</translation>
     </message>
     <message>
         <source>内容</source>
@@ -1248,7 +1248,7 @@ Mean %2</translation>
         <translation>Weld</translation>
     </message>
     <message>
-        <source>空走</source>
+        <source>空程</source>
         <translation>Move</translation>
     </message>
     <message>
@@ -1311,7 +1311,7 @@ Mean %2</translation>
         <translation>weld</translation>
     </message>
     <message>
-        <source>空走</source>
+        <source>空程</source>
         <translation>dark move</translation>
     </message>
     <message>
@@ -1407,15 +1407,15 @@ Mean %2</translation>
     </message>
     <message>
         <source>内容相同：</source>
-        <translation>Are the same:</translation>
+        <translation>Unchanged:</translation>
     </message>
     <message>
         <source>不在备份中，保持不变：</source>
-        <translation>Are not in the backup and stay:</translation>
+        <translation>Not in the backup, kept:</translation>
     </message>
     <message>
         <source>现有文件会先保存在同一文件夹的 before-restore-….zip 中。随后面板将重新启动。</source>
-        <translation>The present files are kept in the same folder first, as before-restore-….zip. Then the panel starts again.</translation>
+        <translation>The present files are first saved in the same folder as before-restore-….zip. Then the panel restarts.</translation>
     </message>
     <message>
         <source>恢复</source>
@@ -1503,11 +1503,11 @@ Mean %2</translation>
     </message>
     <message>
         <source>焊前送气 s</source>
-        <translation>Gas before, s</translation>
+        <translation>Gas pre-flow, s</translation>
     </message>
     <message>
         <source>焊后送气 s</source>
-        <translation>Gas after, s</translation>
+        <translation>Gas post-flow, s</translation>
     </message>
     <message>
         <source>出光时间 s</source>
@@ -1515,7 +1515,7 @@ Mean %2</translation>
     </message>
     <message>
         <source>静止出光 s</source>
-        <translation>On a standing head, s</translation>
+        <translation>Laser on at standstill, s</translation>
     </message>
     <message>
         <source>能量 %·s</source>
@@ -1575,15 +1575,15 @@ Mean %2</translation>
     </message>
     <message>
         <source>限值文件 %1 有错误，没有评定</source>
-        <translation>The limits file %1 is faulty: nothing was judged</translation>
+        <translation>The limits file %1 has errors: no verdict</translation>
     </message>
     <message>
         <source>符合全部限值</source>
-        <translation>All limits are kept</translation>
+        <translation>Within all limits</translation>
     </message>
     <message>
         <source>超出限值：%1</source>
-        <translation>Limits not kept: %1</translation>
+        <translation>Limits exceeded: %1</translation>
     </message>
     <message>
         <source>出光时设备故障：%1，第 %2 行，%3 秒</source>
@@ -1621,8 +1621,8 @@ Mean %2</translation>
         <translation>No run is recorded yet. When a program has run, its seams and their limits are shown here.</translation>
     </message>
     <message>
-        <source>已写入 %1</source>
-        <translation>Written: %1</translation>
+        <source>已保存：%1</source>
+        <translation>Saved: %1</translation>
     </message>
     <message>
         <source>全部 CSV</source>
@@ -1649,10 +1649,10 @@ Mean %2</translation>
     <name>app::RoleButton</name>
     <message>
         <source>未设密码：全部开放</source>
-        <translation>No code set: all is open</translation>
+        <translation>No code set: everything is open</translation>
     </message>
     <message>
-        <source>集成员</source>
+        <source>调试员</source>
         <translation>Integrator</translation>
     </message>
     <message>
@@ -1668,7 +1668,7 @@ Mean %2</translation>
     </message>
     <message>
         <source>开始</source>
-        <translation>Begun</translation>
+        <translation>Started</translation>
     </message>
     <message>
         <source>工程</source>
@@ -1695,11 +1695,11 @@ Mean %2</translation>
     <name>app::RunStop</name>
     <message>
         <source>没有可停止的程序</source>
-        <translation>There is nothing to stop: no program runs</translation>
+        <translation>Nothing to stop: no program runs</translation>
     </message>
     <message>
         <source>没有可停止的程序；激光已打开：在设备页面关闭，或按急停</source>
-        <translation>No program runs. The laser is on: switch it off on the page Device, or press the emergency stop</translation>
+        <translation>No program runs. The laser is on: switch it off on the Device page, or press the emergency stop</translation>
     </message>
 </context>
 <context>
@@ -1714,7 +1714,7 @@ Mean %2</translation>
     </message>
     <message>
         <source>停止正在运行的程序、工位或单步，与工程页面的停止相同</source>
-        <translation>Stops the program, station or single step that runs, as Stop on the project page does</translation>
+        <translation>Stops the program, station or single step that is running, as Stop on the Project page does</translation>
     </message>
 </context>
 <context>
@@ -1776,14 +1776,18 @@ Mean %2</translation>
         <translation>Nothing has run yet</translation>
     </message>
     <message>
-        <source>已写入 %1</source>
-        <translation>%1 written</translation>
+        <source>已保存：%1</source>
+        <translation>Saved: %1</translation>
     </message>
     <message>
         <source>无法写入文件：%1
 %2</source>
         <translation>The file cannot be written: %1
 %2</translation>
+    </message>
+    <message>
+        <source>Δ %1 s</source>
+        <translation>Δ %1 s</translation>
     </message>
 </context>
 <context>
@@ -1796,12 +1800,12 @@ Mean %2</translation>
 <context>
     <name>app::SessionSheet</name>
     <message>
-        <source>集成员</source>
+        <source>调试员</source>
         <translation>Integrator</translation>
     </message>
     <message>
         <source>端口、工位和手动控制设备已开放。%1 分钟没有操作后自动退出。</source>
-        <translation>Ports, stations and devices by hand are open. The session ends after %1 minutes without input.</translation>
+        <translation>Ports, stations and manual device control are open. The session ends after %1 minutes without input.</translation>
     </message>
     <message>
         <source>更改密码</source>
@@ -1846,7 +1850,7 @@ Mean %2</translation>
         <translation>assign the signals of laser, gas and equipment, and test each</translation>
     </message>
     <message>
-        <source>工艺参数</source>
+        <source>参数组</source>
         <translation>Parameter set</translation>
     </message>
     <message>
@@ -2038,11 +2042,11 @@ Mean %2</translation>
     </message>
     <message>
         <source>焊前送气，剩余 %1</source>
-        <translation>gas flows before the weld, %1 left</translation>
+        <translation>gas pre-flow, %1 left</translation>
     </message>
     <message>
         <source>激光已打开，机器人停留，剩余 %1</source>
-        <translation>the laser is on, the robot stays, %1 left</translation>
+        <translation>the laser is on, the robot dwells, %1 left</translation>
     </message>
     <message>
         <source>激光功率正在下降，剩余 %1</source>
@@ -2054,7 +2058,7 @@ Mean %2</translation>
     </message>
     <message>
         <source>焊后送气，剩余 %1</source>
-        <translation>gas flows after the weld, %1 left</translation>
+        <translation>gas post-flow, %1 left</translation>
     </message>
     <message>
         <source>延时，剩余 %1</source>
@@ -2216,7 +2220,7 @@ Mean %2</translation>
     </message>
     <message>
         <source>超出限值：%1</source>
-        <translation>limits not kept: %1</translation>
+        <translation>limits exceeded: %1</translation>
     </message>
     <message>
         <source>，</source>

@@ -60,7 +60,7 @@
     </message>
     <message>
         <source>文件格式错误：%1</source>
-        <translation>это не JSON: %1</translation>
+        <translation>это не правильный JSON: %1</translation>
     </message>
     <message>
         <source>此处应为值</source>
@@ -99,7 +99,7 @@
         <translation>в строке неверная escape-последовательность</translation>
     </message>
     <message>
-        <source>文字编码不是UTF-8</source>
+        <source>文字编码不是 UTF-8</source>
         <translation>текст не в кодировке UTF-8</translation>
     </message>
     <message>
@@ -111,7 +111,7 @@
         <translation>лишние данные в конце файла</translation>
     </message>
     <message>
-        <source>另有%1条记录有错误</source>
+        <source>另有 %1 条记录有错误</source>
         <translation>ошибки и в других записях: %1</translation>
     </message>
     <message>
@@ -119,7 +119,7 @@
         <translation>в файле нет списка записей</translation>
     </message>
     <message>
-        <source>共有%1行，应为%2个端口</source>
+        <source>共有 %1 行，应为 %2 个端口</source>
         <translation>строк: %1, а портов: %2</translation>
     </message>
     <message>
@@ -127,19 +127,19 @@
         <translation>это не запись</translation>
     </message>
     <message>
-        <source>&apos;%1&apos;不是数字</source>
+        <source>'%1' 不是数字</source>
         <translation>&apos;%1&apos;: не число</translation>
     </message>
     <message>
-        <source>&apos;%1&apos;不是文字</source>
+        <source>'%1' 不是文字</source>
         <translation>&apos;%1&apos;: не текст</translation>
     </message>
     <message>
-        <source>&apos;%1&apos;不是对象</source>
+        <source>'%1' 不是对象</source>
         <translation>&apos;%1&apos;: не объект</translation>
     </message>
     <message>
-        <source>&apos;%1&apos;既不是true也不是false</source>
+        <source>'%1' 既不是 true 也不是 false</source>
         <translation>&apos;%1&apos;: не true и не false</translation>
     </message>
     <message>
@@ -147,11 +147,11 @@
         <translation>все порты отключены</translation>
     </message>
     <message>
-        <source>缺少&apos;%1&apos;</source>
+        <source>缺少 '%1'</source>
         <translation>нет &apos;%1&apos;</translation>
     </message>
     <message>
-        <source>&apos;%1&apos;不是%2</source>
+        <source>'%1' 不是 %2</source>
         <translation>&apos;%1&apos;: не %2</translation>
     </message>
     <message>
@@ -167,16 +167,16 @@
         <translation>это не файл проекта</translation>
     </message>
     <message>
-        <source>此处没有名为&apos;%1&apos;的项</source>
+        <source>此处没有名为 '%1' 的项</source>
         <translation>поле «%1» здесь неизвестно</translation>
     </message>
     <message>
-        <source>&apos;%1&apos;的min大于max</source>
+        <source>'%1' 的 min 大于 max</source>
         <translation>в «%1» min больше, чем max</translation>
     </message>
     <message>
-        <source>未知的语句类型&quot;%1&quot;</source>
-        <translation>неизвестный тип команды: &quot;%1&quot;</translation>
+        <source>未知的语句类型“%1”</source>
+        <translation>неизвестный тип команды «%1»</translation>
     </message>
     <message>
         <source>文件内容是设置，不是工程</source>
@@ -199,7 +199,7 @@
         <translation>%1: %2</translation>
     </message>
     <message>
-        <source>%1 第%2行第%3列：%4</source>
+        <source>%1 第 %2 行第 %3 列：%4</source>
         <translation>%1, строка %2, столбец %3: %4</translation>
     </message>
     <message>
@@ -283,7 +283,7 @@
     </message>
     <message>
         <source>激光出光</source>
-        <translation>Луч включён</translation>
+        <translation>Лазер включён</translation>
     </message>
 </context>
 <context>
@@ -404,15 +404,15 @@
 <context>
     <name>app::CodeSheet</name>
     <message>
-        <source>集成员密码</source>
+        <source>调试员密码</source>
         <translation>Код наладчика</translation>
     </message>
     <message>
-        <source>端口、工位和手动控制设备由集成员使用。</source>
+        <source>端口、工位和手动控制设备仅供调试员使用。</source>
         <translation>Порты, посты и ручное управление устройствами доступны наладчику.</translation>
     </message>
     <message>
-        <source>“%1”由集成员使用，请输入集成员密码。</source>
+        <source>“%1”仅供调试员使用，请输入调试员密码。</source>
         <translation>«%1» доступно наладчику. Введите код наладчика.</translation>
     </message>
     <message>
@@ -501,8 +501,8 @@
         <translation>CSV</translation>
     </message>
     <message>
-        <source>已写入 %1</source>
-        <translation>Записано: %1</translation>
+        <source>已保存：%1</source>
+        <translation>Сохранено: %1</translation>
     </message>
     <message>
         <source>查找</source>
@@ -526,7 +526,7 @@
     </message>
     <message>
         <source>将找到的所有事件写入文件</source>
-        <translation>Записывает все найденные события в файл</translation>
+        <translation>Сохраняет все найденные события в файл</translation>
     </message>
     <message>
         <source>最新的 %1 个事件</source>
@@ -667,11 +667,11 @@
         <translation>Панель закрыта</translation>
     </message>
     <message>
-        <source>集成员已登录</source>
+        <source>调试员已登录</source>
         <translation>Вход наладчика</translation>
     </message>
     <message>
-        <source>集成员已退出</source>
+        <source>调试员已退出</source>
         <translation>Выход наладчика</translation>
     </message>
     <message>
@@ -780,7 +780,7 @@
     </message>
     <message>
         <source>手册中没有“%1”</source>
-        <translation>В руководстве нет «%1»</translation>
+        <translation>«%1» нет в руководстве</translation>
     </message>
 </context>
 <context>
@@ -892,7 +892,7 @@ mm/s，°/s</source>
         <translation>Восстановить копию…</translation>
     </message>
     <message>
-        <source>支持文件包…</source>
+        <source>技术支持文件包…</source>
         <translation>Архив для поддержки…</translation>
     </message>
     <message>
@@ -914,11 +914,11 @@ mm/s，°/s</source>
 <context>
     <name>app::NewCodeSheet</name>
     <message>
-        <source>设置集成员密码</source>
+        <source>设置调试员密码</source>
         <translation>Задать код наладчика</translation>
     </message>
     <message>
-        <source>设置密码后，端口、工位和手动控制设备只对集成员开放。忘记密码时，由计算机管理员删除密码文件。</source>
+        <source>设置密码后，端口、工位和手动控制设备只对调试员开放。忘记密码时，由计算机管理员删除密码文件。</source>
         <translation>С кодом порты, посты и ручное управление устройствами открыты только наладчику. Если код забыт, администратор компьютера удаляет его файл.</translation>
     </message>
     <message>
@@ -1025,7 +1025,7 @@ mm/s，°/s</source>
     </message>
     <message>
         <source>路径、信号、结果、日志</source>
-        <translation>Путь, сигналы, итоги, журнал</translation>
+        <translation>Траектория, сигналы, результаты, журнал</translation>
     </message>
 </context>
 <context>
@@ -1082,7 +1082,7 @@ mm/s，°/s</source>
     </message>
     <message>
         <source>工位</source>
-        <translation>от поста</translation>
+        <translation>постом</translation>
     </message>
     <message>
         <source>手动启动</source>
@@ -1098,7 +1098,7 @@ mm/s，°/s</source>
     </message>
     <message>
         <source>启动方式</source>
-        <translation>Запуск</translation>
+        <translation>Чем запущено</translation>
     </message>
     <message>
         <source>结束</source>
@@ -1141,7 +1141,7 @@ mm/s，°/s</source>
         <translation>Шов по программе</translation>
     </message>
     <message>
-        <source>空走</source>
+        <source>空程</source>
         <translation>Переход</translation>
     </message>
     <message>
@@ -1158,7 +1158,7 @@ mm/s，°/s</source>
     </message>
     <message>
         <source>路径</source>
-        <translation>Путь</translation>
+        <translation>Траектория</translation>
     </message>
     <message>
         <source>信号</source>
@@ -1197,8 +1197,8 @@ mm/s，°/s</source>
         <translation>Скорость, мм/с</translation>
     </message>
     <message>
-        <source>过渡 mm</source>
-        <translation>Зона, мм</translation>
+        <source>转弯区 mm</source>
+        <translation>Радиус, мм</translation>
     </message>
     <message>
         <source>内容</source>
@@ -1248,7 +1248,7 @@ mm/s，°/s</source>
         <translation>Сварка</translation>
     </message>
     <message>
-        <source>空走</source>
+        <source>空程</source>
         <translation>Переход</translation>
     </message>
     <message>
@@ -1273,7 +1273,7 @@ mm/s，°/s</source>
     </message>
     <message>
         <source>出光</source>
-        <translation>Луч включён</translation>
+        <translation>Лазер включён</translation>
     </message>
     <message>
         <source>无法运动</source>
@@ -1311,7 +1311,7 @@ mm/s，°/s</source>
         <translation>сварка</translation>
     </message>
     <message>
-        <source>空走</source>
+        <source>空程</source>
         <translation>переход</translation>
     </message>
     <message>
@@ -1471,7 +1471,7 @@ mm/s，°/s</source>
     </message>
     <message>
         <source>水冷机</source>
-        <translation>охладитель</translation>
+        <translation>чиллер</translation>
     </message>
     <message>
         <source>气压</source>
@@ -1515,7 +1515,7 @@ mm/s，°/s</source>
     </message>
     <message>
         <source>静止出光 s</source>
-        <translation>Лазер на месте, с</translation>
+        <translation>Лазер при остановке, с</translation>
     </message>
     <message>
         <source>能量 %·s</source>
@@ -1575,7 +1575,7 @@ mm/s，°/s</source>
     </message>
     <message>
         <source>限值文件 %1 有错误，没有评定</source>
-        <translation>Файл пределов %1 с ошибкой: оценки нет</translation>
+        <translation>Файл пределов %1 с ошибками: оценки нет</translation>
     </message>
     <message>
         <source>符合全部限值</source>
@@ -1621,8 +1621,8 @@ mm/s，°/s</source>
         <translation>Записанных запусков пока нет. После выполнения программы здесь появятся швы и пределы.</translation>
     </message>
     <message>
-        <source>已写入 %1</source>
-        <translation>Записано: %1</translation>
+        <source>已保存：%1</source>
+        <translation>Сохранено: %1</translation>
     </message>
     <message>
         <source>全部 CSV</source>
@@ -1652,7 +1652,7 @@ mm/s，°/s</source>
         <translation>Код не задан: всё открыто</translation>
     </message>
     <message>
-        <source>集成员</source>
+        <source>调试员</source>
         <translation>Наладчик</translation>
     </message>
     <message>
@@ -1699,7 +1699,7 @@ mm/s，°/s</source>
     </message>
     <message>
         <source>没有可停止的程序；激光已打开：在设备页面关闭，或按急停</source>
-        <translation>Программа не выполняется. Лазер включён: выключите его на странице устройств или нажмите аварийный останов</translation>
+        <translation>Программа не выполняется. Лазер включён: выключите его на странице «Устройства» или нажмите аварийный останов</translation>
     </message>
 </context>
 <context>
@@ -1776,14 +1776,18 @@ mm/s，°/s</source>
         <translation>Запусков ещё не было</translation>
     </message>
     <message>
-        <source>已写入 %1</source>
-        <translation>%1 записан</translation>
+        <source>已保存：%1</source>
+        <translation>Сохранено: %1</translation>
     </message>
     <message>
         <source>无法写入文件：%1
 %2</source>
-        <translation>Файл не записать: %1
+        <translation>Не удалось записать файл: %1
 %2</translation>
+    </message>
+    <message>
+        <source>Δ %1 s</source>
+        <translation>Δ %1 с</translation>
     </message>
 </context>
 <context>
@@ -1796,7 +1800,7 @@ mm/s，°/s</source>
 <context>
     <name>app::SessionSheet</name>
     <message>
-        <source>集成员</source>
+        <source>调试员</source>
         <translation>Наладчик</translation>
     </message>
     <message>
@@ -1846,7 +1850,7 @@ mm/s，°/s</source>
         <translation>назначьте сигналы лазера, газа и оборудования и проверьте каждый</translation>
     </message>
     <message>
-        <source>工艺参数</source>
+        <source>参数组</source>
         <translation>Набор параметров</translation>
     </message>
     <message>
@@ -1955,7 +1959,7 @@ mm/s，°/s</source>
     </message>
     <message>
         <source>急停</source>
-        <translation>АВАРИЙНЫЙ СТОП</translation>
+        <translation>АВАРИЙНЫЙ ОСТАНОВ</translation>
     </message>
     <message>
         <source>故障</source>
@@ -2174,15 +2178,15 @@ mm/s，°/s</source>
     </message>
     <message>
         <source>编辑已锁定：没有打开的工程</source>
-        <translation>Правка закрыта: проект не открыт</translation>
+        <translation>Правка заблокирована: проект не открыт</translation>
     </message>
     <message>
         <source>编辑已锁定：程序正在运行</source>
-        <translation>Правка закрыта: программа выполняется</translation>
+        <translation>Правка заблокирована: программа выполняется</translation>
     </message>
     <message>
         <source>编辑已锁定：驱动已上电</source>
-        <translation>Правка закрыта: приводы включены</translation>
+        <translation>Правка заблокирована: приводы включены</translation>
     </message>
     <message>
         <source>%1 毫秒</source>
@@ -2279,7 +2283,7 @@ mm/s，°/s</source>
     <name>app::ViewsWindow</name>
     <message>
         <source>路径、信号、结果、日志</source>
-        <translation>Путь, сигналы, итоги, журнал</translation>
+        <translation>Траектория, сигналы, результаты, журнал</translation>
     </message>
 </context>
 </TS>

@@ -60,7 +60,7 @@ void MenuSheet::addTools() {
         {"btnSetup", tr("首次设置"), &MenuSheet::setupAsked, false},
         {"btnBackup", tr("备份工程和设置…"), &MenuSheet::backupAsked, false},
         {"btnRestoreBackup", tr("恢复备份…"), &MenuSheet::restoreAsked, true},
-        {"btnSupport", tr("支持文件包…"), &MenuSheet::supportAsked, false},
+        {"btnSupport", tr("技术支持文件包…"), &MenuSheet::supportAsked, false},
     };
     auto* grid = new QGridLayout;
     int place = 0;

@@ -17,7 +17,7 @@ constexpr QSize sampleSize(34, 22);
 
 PathLegend::PathLegend(QWidget* parent) : QWidget(parent) {
     const std::pair<PathSign, QString> entries[] = {
-        {PathSign::Weld, tr("焊接")},           {PathSign::Move, tr("空走")},
+        {PathSign::Weld, tr("焊接")},           {PathSign::Move, tr("空程")},
         {PathSign::JointMove, tr("关节运动")},  {PathSign::Point, tr("示教点")},
         {PathSign::Seam, tr("已焊")},           {PathSign::Selected, tr("选中行")},
         {PathSign::Tool, tr("工具")},           {PathSign::ToolWithLaser, tr("出光")},

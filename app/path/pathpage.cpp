@@ -176,7 +176,7 @@ QString PathPage::describe(const PathMove& move) const {
     if (move.path.size() == 1) {
         return line + QStringLiteral(": ") + tr("路径起点");
     }
-    const QString kind = move.weld ? tr("焊接") : tr("空走");
+    const QString kind = move.weld ? tr("焊接") : tr("空程");
     return line + QStringLiteral(": %1, ").arg(kind) + tr("%1 mm").arg(mm(move.length()));
 }
 

@@ -190,7 +190,7 @@ void paintPath(QPainter* painter, const QRectF& area, const RunResult& result) {
 
 void paintLegend(QPainter* painter, const QRectF& area, const QFont& font) {
     const std::pair<PathSign, QString> entries[] = {
-        {PathSign::Weld, Passport::tr("编程焊缝")},       {PathSign::Move, Passport::tr("空走")},
+        {PathSign::Weld, Passport::tr("编程焊缝")},       {PathSign::Move, Passport::tr("空程")},
         {PathSign::Seam, Passport::tr("已焊")},           {PathSign::Gap, Passport::tr("未焊")},
         {PathSign::Impossible, Passport::tr("无法运动")},
     };
@@ -276,7 +276,7 @@ void addProgram(Sheets* sheets, const RunResult& result) {
                         {Passport::tr("指令")},
                         {Passport::tr("目标 mm")},
                         {Passport::tr("速度 mm/s")},
-                        {Passport::tr("过渡 mm")},
+                        {Passport::tr("转弯区 mm")},
                         {Passport::tr("内容")}});
     for (int line = 0; line < result.lines.size(); ++line) {
         const ProgramLine& statement = result.lines[line];

@@ -73,7 +73,7 @@ ResultsPage::ResultsPage(RunHistory* history, QWidget* parent)
     stack_->addWidget(content);
     connect(history, &RunHistory::changed, this, &ResultsPage::onHistory);
     connect(export_, &ResultExport::written, this, [this](const QString& file) {
-        written_->setText(tr("已写入 %1").arg(QFileInfo(file).fileName()));
+        written_->setText(tr("已保存：%1").arg(QFileInfo(file).fileName()));
     });
     onHistory(false);
 }

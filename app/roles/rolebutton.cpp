@@ -31,7 +31,7 @@ QSize RoleButton::sizeHint() const {
 void RoleButton::refresh() {
     QString text = tr("未设密码：全部开放");
     if (keeper_->hasCode()) {
-        text = keeper_->isIntegrator() ? tr("集成员") : tr("操作员");
+        text = keeper_->isIntegrator() ? tr("调试员") : tr("操作员");
     }
     setAccessibleName(text);
     setToolTip(text);

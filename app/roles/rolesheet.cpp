@@ -59,12 +59,12 @@ QLayout* beside(QVBoxLayout* fields, NumberKeys* keys) {
 // --- Entering the code ----------------------------------------------------------------------------
 
 CodeSheet::CodeSheet(RoleKeeper* keeper, const QString& refused, QWidget* over)
-    : Sheet(QStringLiteral("codeSheet"), tr("集成员密码"), over),
+    : Sheet(QStringLiteral("codeSheet"), tr("调试员密码"), over),
       keeper_(keeper),
       code_(makeField(QStringLiteral("edtCode"))),
       answer_(makeAnswer(QStringLiteral("lblCodeAnswer"))) {
-    addText(refused.isEmpty() ? tr("端口、工位和手动控制设备由集成员使用。")
-                              : tr("“%1”由集成员使用，请输入集成员密码。").arg(refused));
+    addText(refused.isEmpty() ? tr("端口、工位和手动控制设备仅供调试员使用。")
+                              : tr("“%1”仅供调试员使用，请输入调试员密码。").arg(refused));
     auto* fields = new QVBoxLayout;
     fields->addWidget(code_);
     fields->addWidget(answer_);
@@ -109,14 +109,14 @@ void CodeSheet::refresh() {
 // --- Setting the code -----------------------------------------------------------------------------
 
 NewCodeSheet::NewCodeSheet(RoleKeeper* keeper, QWidget* over)
-    : Sheet(QStringLiteral("newCodeSheet"), tr("设置集成员密码"), over),
+    : Sheet(QStringLiteral("newCodeSheet"), tr("设置调试员密码"), over),
       keeper_(keeper),
       code_(makeField(QStringLiteral("edtNewCode"))),
       again_(makeField(QStringLiteral("edtNewCodeAgain"))),
       keys_(new NumberKeys),
       answer_(makeAnswer(QStringLiteral("lblNewCodeAnswer"))) {
     addText(
-        tr("设置密码后，端口、工位和手动控制设备只对集成员开放。忘记密码时，由计算机管理员删除密码文件。"));
+        tr("设置密码后，端口、工位和手动控制设备只对调试员开放。忘记密码时，由计算机管理员删除密码文件。"));
     auto* fields = new QVBoxLayout;
     fields->addWidget(
         makeText(tr("新密码（%1 至 %2 位数字）").arg(RoleKeeper::leastDigits).arg(RoleKeeper::mostDigits)));
@@ -160,7 +160,7 @@ void NewCodeSheet::store() {
 // --- The session ----------------------------------------------------------------------------------
 
 SessionSheet::SessionSheet(RoleKeeper* keeper, QWidget* over)
-    : Sheet(QStringLiteral("sessionSheet"), tr("集成员"), over) {
+    : Sheet(QStringLiteral("sessionSheet"), tr("调试员"), over) {
     addText(tr("端口、工位和手动控制设备已开放。%1 分钟没有操作后自动退出。")
                 .arg(RoleKeeper::sessionMs / msPerMin));
     const QAbstractButton* const change = addButton(QStringLiteral("btnCodeChange"), tr("更改密码"));

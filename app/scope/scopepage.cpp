@@ -202,7 +202,7 @@ void ScopePage::refreshReadout() {
     const QDateTime time = QDateTime::fromMSecsSinceEpoch(*cursor + recorder_->epochMs());
     QString text = tr("光标 %1").arg(time.toString(QStringLiteral("hh:mm:ss.zzz")));
     if (const auto mark = plot_->markMs()) {
-        text += QStringLiteral("    Δ %1 s").arg(seconds(*cursor - *mark, 3));
+        text += QStringLiteral("    ") + tr("Δ %1 s").arg(seconds(*cursor - *mark, 3));
     }
     readout_->setText(text);
 }
@@ -301,7 +301,7 @@ void ScopePage::exportTo(const QString& file) {
         (write(&out, QFileInfo(file).suffix().toLower(), &error) && !(out.flush() && out.commit()))) {
         error = out.errorString();
     }
-    written_->setText(error.isEmpty() ? tr("已写入 %1").arg(QFileInfo(file).fileName()) : QString());
+    written_->setText(error.isEmpty() ? tr("已保存：%1").arg(QFileInfo(file).fileName()) : QString());
     if (error.isEmpty()) {
         return;
     }

@@ -53,7 +53,7 @@ QVector<SetupStep> setupSteps(bool hasWelded) {
     return {
         {Text::tr("端口"), Text::tr("分配激光、气体和设备输入的信号，并逐一测试"), QStringLiteral("btnPort"),
          arePortsReady()},
-        {Text::tr("工艺参数"), Text::tr("建立第一组参数"), QStringLiteral("btnParamCfg"),
+        {Text::tr("参数组"), Text::tr("建立第一组参数"), QStringLiteral("btnParamCfg"),
          m(key::param)->cmobjCount() > 0},
         {Text::tr("工具"), Text::tr("在工程页上方选择已标定的焊枪"), QStringLiteral("btnProject"),
          isToolChosen()},

@@ -104,7 +104,7 @@ void SetExchange::exportSets(int set) {
         return;
     }
     sets_ = set < 0 ? all : QJsonArray{all.at(set)};
-    QFileDialog* const dialog = choose(tr("导出参数"), tr("保存"));
+    QFileDialog* const dialog = choose(tr("导出参数组"), tr("保存"));
     dialog->setAcceptMode(QFileDialog::AcceptSave);
     dialog->setOption(QFileDialog::DontConfirmOverwrite);  // its question would wait in a loop of its own
     dialog->selectFile((set < 0 ? tr("参数") : nameOf(all.at(set))) + QStringLiteral(".json"));
@@ -124,7 +124,7 @@ void SetExchange::fileToExport(const QString& path) {
         write();
         return;
     }
-    QMessageBox* const box = question(tr("导出参数"), tr("文件 %1 已存在，是否覆盖？").arg(shortName(path)));
+    QMessageBox* const box = question(tr("导出参数组"), tr("文件 %1 已存在，是否覆盖？").arg(shortName(path)));
     box->addButton(tr("覆盖"), QMessageBox::AcceptRole);
     box->setDefaultButton(box->addButton(tr("取消"), QMessageBox::RejectRole));
     connect(box, &QDialog::finished, this, [this, box] {
@@ -147,7 +147,7 @@ void SetExchange::write() {
 // --- In -------------------------------------------------------------------------------------------
 
 void SetExchange::importSets() {
-    QFileDialog* const dialog = choose(tr("导入参数"), tr("导入"));
+    QFileDialog* const dialog = choose(tr("导入参数组"), tr("导入"));
     dialog->setFileMode(QFileDialog::ExistingFile);
     connect(dialog, &QFileDialog::fileSelected, this, &SetExchange::fileToImport);
     dialog->open();
@@ -156,7 +156,7 @@ void SetExchange::importSets() {
 void SetExchange::fileToImport(const QString& path) {
     files_->disconnect(this);
     const auto refuse = [&path](const QString& why) {
-        showMessage(QMessageBox::Warning, tr("导入参数"),
+        showMessage(QMessageBox::Warning, tr("导入参数组"),
                     tr("没有导入 %1：").arg(shortName(path)) + QLatin1Char('\n') + why);
     };
     const std::optional<mendo::JsonText> text = ModuleManager::readJsonText(path);
@@ -197,7 +197,7 @@ void SetExchange::ask(const QStringList& clashes, const QString& warnings) {
     const QString text = clashes.isEmpty()
                              ? tr("仍要导入？")
                              : tr("已有同名的参数组：%1").arg(clashes.join(QStringLiteral(", ")));
-    QMessageBox* const box = question(tr("导入参数"), text);
+    QMessageBox* const box = question(tr("导入参数组"), text);
     box->setInformativeText(warnings);
     const QPushButton* replace = nullptr;
     const QPushButton* take = nullptr;

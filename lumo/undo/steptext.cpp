@@ -54,27 +54,27 @@ QString zone(int count) {
 }
 
 QString setAdded(const QString& name) {
-    return Text::tr("新建参数 %1").arg(name);
+    return Text::tr("新建参数组 %1").arg(name);
 }
 
 QString setDeleted(const QString& name) {
-    return Text::tr("删除参数 %1").arg(name);
+    return Text::tr("删除参数组 %1").arg(name);
 }
 
 QString setRenamed(const QString& from, const QString& to) {
-    return Text::tr("参数 %1 改名为 %2").arg(from, to);
+    return Text::tr("参数组 %1 改名为 %2").arg(from, to);
 }
 
 QString setEdited(const QString& name) {
-    return Text::tr("编辑参数 %1").arg(name);
+    return Text::tr("编辑参数组 %1").arg(name);
 }
 
 QString setMoved(const QString& name) {
-    return Text::tr("移动参数 %1").arg(name);
+    return Text::tr("移动参数组 %1").arg(name);
 }
 
 QString setsImported(int count) {
-    return Text::tr("导入参数（%1 组）").arg(count);
+    return Text::tr("导入参数组（%1 组）").arg(count);
 }
 
 QString portsChanged() {

@@ -33,7 +33,7 @@
     </message>
     <message>
         <source>端口“%1”未启用</source>
-        <translation>Порт «%1» не используется</translation>
+        <translation>Порт «%1» отключён</translation>
     </message>
 </context>
 <context>

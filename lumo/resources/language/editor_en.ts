@@ -399,7 +399,7 @@
     </message>
     <message>
         <source>第 %1 行已不存在：请复位或选择一行</source>
-        <translation>Line %1 is gone: reset or select a line</translation>
+        <translation>Line %1 no longer exists: reset or select a line</translation>
     </message>
     <message>
         <source>已保存</source>
@@ -494,7 +494,7 @@
     </message>
     <message>
         <source>焊接速度</source>
-        <translation>Welding velocity</translation>
+        <translation>Welding speed</translation>
     </message>
     <message>
         <source>工艺参数</source>

@@ -277,7 +277,7 @@
     </message>
     <message>
         <source>choose a parameter set</source>
-        <translation>请选择工艺参数</translation>
+        <translation>请选择参数组</translation>
     </message>
     <message>
         <source>&quot;%1&quot; is %2, outside %3 to %4</source>
@@ -301,7 +301,7 @@
     </message>
     <message>
         <source>shorten the early start of the laser in the parameter set</source>
-        <translation>请在工艺参数中缩短出光停留时间</translation>
+        <translation>请在参数组中缩短出光停留时间</translation>
     </message>
     <message>
         <source>the laser is on for %1 ms while the tool stands</source>
@@ -449,7 +449,7 @@
     </message>
     <message>
         <source>&quot;%1&quot; is %2 in the line and %3 in the parameter set</source>
-        <translation>“%1”在该行中为 %2，在工艺参数中为 %3</translation>
+        <translation>“%1”在该行中为 %2，在参数组中为 %3</translation>
     </message>
     <message>
         <source>a text</source>
@@ -504,11 +504,11 @@
     </message>
     <message>
         <source>an axis would pass its limit on the way</source>
-        <translation>途中有关节会超出限位</translation>
+        <translation>途中有轴会超出限位</translation>
     </message>
     <message>
         <source>teach the point with the arm in another posture, or go there with a joint line first</source>
-        <translation>换一种姿态示教该点，或先用关节运动到达</translation>
+        <translation>换一种姿态示教该点，或先用“空走”到达</translation>
     </message>
     <message>
         <source>the points of the arc coincide or lie on one line</source>
@@ -532,7 +532,7 @@
     </message>
     <message>
         <source>enter a speed above 0 in the line</source>
-        <translation>在该行输入大于0的速度</translation>
+        <translation>在该行输入大于 0 的速度</translation>
     </message>
     <message>
         <source>the target is missing or is not one of this robot</source>

@@ -145,11 +145,11 @@
     </message>
     <message>
         <source>teach the point</source>
-        <translation>обновите точку</translation>
+        <translation>обучите точку</translation>
     </message>
     <message>
         <source>&quot;%1&quot; is not taught</source>
-        <translation>«%1» не записана</translation>
+        <translation>«%1» не обучена</translation>
     </message>
     <message>
         <source>&quot;%1&quot; is incomplete: %2</source>
@@ -161,7 +161,7 @@
     </message>
     <message>
         <source>teach the point on this robot</source>
-        <translation>обновите точку на этом роботе</translation>
+        <translation>обучите точку на этом роботе</translation>
     </message>
     <message>
         <source>the speed is missing</source>
@@ -225,7 +225,7 @@
     </message>
     <message>
         <source>teach the points anew</source>
-        <translation>обновите точки</translation>
+        <translation>обучите точки заново</translation>
     </message>
     <message>
         <source>the points of the arc lie on a line</source>
@@ -233,7 +233,7 @@
     </message>
     <message>
         <source>teach the points anew, or use a line</source>
-        <translation>обновите точки или используйте прямую</translation>
+        <translation>обучите точки заново или используйте прямую</translation>
     </message>
     <message>
         <source>two points of the circle are the same</source>
@@ -249,7 +249,7 @@
     </message>
     <message>
         <source>teach the point anew, or move the part</source>
-        <translation>обновите точку или переставьте деталь</translation>
+        <translation>обучите точку заново или переставьте деталь</translation>
     </message>
     <message>
         <source>the robot cannot get there: a joint is at its limit %1 mm after the line begins</source>
@@ -257,7 +257,7 @@
     </message>
     <message>
         <source>teach the point anew with another posture</source>
-        <translation>обновите точку в другом положении осей</translation>
+        <translation>обучите точку в другом положении осей</translation>
     </message>
     <message>
         <source>axis %1 would have to turn at %2 °/s, it can turn at %3 °/s</source>
@@ -265,7 +265,7 @@
     </message>
     <message>
         <source>enter a lower speed, or teach another posture</source>
-        <translation>введите меньшую скорость или обновите точку в другом положении осей</translation>
+        <translation>введите меньшую скорость или обучите точку в другом положении осей</translation>
     </message>
     <message>
         <source>no parameter set is chosen</source>
@@ -321,31 +321,31 @@
     </message>
     <message>
         <source>&quot;%1&quot; is out of use, the weld in line %2 needs it</source>
-        <translation>сигнал «%1» не используется, а он нужен для сварки в строке %2</translation>
+        <translation>порт «%1» отключён, а он нужен для сварки в строке %2</translation>
     </message>
     <message>
         <source>take the port into use</source>
-        <translation>включите использование сигнала</translation>
+        <translation>включите порт</translation>
     </message>
     <message>
         <source>&quot;%1&quot; is in use and assigned to nothing</source>
-        <translation>сигнал «%1» используется, но не назначен</translation>
+        <translation>порт «%1» включён, но не назначен</translation>
     </message>
     <message>
         <source>assign the port, or take it out of use</source>
-        <translation>назначьте сигнал или не используйте его</translation>
+        <translation>назначьте порт или отключите его</translation>
     </message>
     <message>
         <source>&quot;%1&quot; is assigned to %2, which the controller does not have</source>
-        <translation>сигнал «%1» назначен на %2, которого у контроллера нет</translation>
+        <translation>порт «%1» назначен на %2, которого у контроллера нет</translation>
     </message>
     <message>
         <source>assign the port anew</source>
-        <translation>назначьте сигнал заново</translation>
+        <translation>назначьте порт заново</translation>
     </message>
     <message>
         <source>&quot;%1&quot; and &quot;%2&quot; are both assigned to %3</source>
-        <translation>сигналы «%1» и «%2» назначены на один %3</translation>
+        <translation>порты «%1» и «%2» назначены на один %3</translation>
     </message>
     <message>
         <source>assign one of them anew</source>
@@ -353,7 +353,7 @@
     </message>
     <message>
         <source>there are %1 rows for %2 ports: no port is in use</source>
-        <translation>строк %1, а сигналов %2: ни один сигнал не используется</translation>
+        <translation>строк %1, а портов %2: все порты отключены</translation>
     </message>
     <message>
         <source>replace the file</source>
@@ -361,7 +361,7 @@
     </message>
     <message>
         <source>the row of &quot;%1&quot; is not of the type %2: no port is in use</source>
-        <translation>строка «%1» не типа %2: ни один сигнал не используется</translation>
+        <translation>строка «%1» не типа %2: все порты отключены</translation>
     </message>
     <message>
         <source>%1 belongs to the welding equipment (&quot;%2&quot;)</source>
@@ -508,7 +508,7 @@
     </message>
     <message>
         <source>teach the point with the arm in another posture, or go there with a joint line first</source>
-        <translation>обучите точку в другой позе руки или сначала подойдите командой «Сустав»</translation>
+        <translation>обучите точку в другом положении осей или сначала подойдите командой «По осям»</translation>
     </message>
     <message>
         <source>the points of the arc coincide or lie on one line</source>

@@ -137,7 +137,7 @@
     </message>
     <message>
         <source>请先新建或打开工程。</source>
-        <translation>Make or open a project first.</translation>
+        <translation>Create or open a project first.</translation>
     </message>
     <message>
         <source>运行错误</source>

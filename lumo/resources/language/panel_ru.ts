@@ -89,7 +89,7 @@
     </message>
     <message>
         <source>输入工程名过长，限制长度为20</source>
-        <translation>Имя проекта слишком длинное: не более 19 знаков</translation>
+        <translation>Имя проекта слишком длинное: не более 19 символов</translation>
     </message>
     <message>
         <source>该工程名已存在</source>

@@ -207,7 +207,7 @@ ms</translation>
         <translation>There are no sets to export.</translation>
     </message>
     <message>
-        <source>导出参数</source>
+        <source>导出参数组</source>
         <translation>Export Sets</translation>
     </message>
     <message>
@@ -247,7 +247,7 @@ ms</translation>
         <translation>The file cannot be written: %1</translation>
     </message>
     <message>
-        <source>导入参数</source>
+        <source>导入参数组</source>
         <translation>Import Sets</translation>
     </message>
     <message>

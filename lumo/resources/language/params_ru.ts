@@ -207,7 +207,7 @@ ms</source>
         <translation>Нет наборов для экспорта.</translation>
     </message>
     <message>
-        <source>导出参数</source>
+        <source>导出参数组</source>
         <translation>Экспорт наборов</translation>
     </message>
     <message>
@@ -247,7 +247,7 @@ ms</source>
         <translation>Не удалось записать файл: %1</translation>
     </message>
     <message>
-        <source>导入参数</source>
+        <source>导入参数组</source>
         <translation>Импорт наборов</translation>
     </message>
     <message>

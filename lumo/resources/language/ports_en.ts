@@ -36,7 +36,7 @@
     </message>
     <message>
         <source>激光只能在设备页上，在其保护之下打开。</source>
-        <translation>The laser is switched on at the device page only, under its lock.</translation>
+        <translation>The laser is switched on only at the Device page, under its lock.</translation>
     </message>
     <message>
         <source>端口未启用或未分配。</source>
@@ -56,7 +56,7 @@
     </message>
     <message>
         <source>保护已锁定，请先在设备页上解锁。</source>
-        <translation>The safety lock is closed: arm it at the device page first.</translation>
+        <translation>The safety lock is closed: open it at the Device page first.</translation>
     </message>
     <message>
         <source>输出已打开。</source>

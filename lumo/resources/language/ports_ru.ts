@@ -36,15 +36,15 @@
     </message>
     <message>
         <source>激光只能在设备页上，在其保护之下打开。</source>
-        <translation>Лазер включается только на странице устройств, под своей блокировкой.</translation>
+        <translation>Лазер включается только на странице «Устройства», под своей блокировкой.</translation>
     </message>
     <message>
         <source>端口未启用或未分配。</source>
-        <translation>Порт не используется или не назначен.</translation>
+        <translation>Порт отключён или не назначен.</translation>
     </message>
     <message>
         <source>请先按“确认”保存更改，然后再测试。</source>
-        <translation>Сначала сохраните изменение кнопкой OK, затем проверяйте.</translation>
+        <translation>Сначала сохраните изменение кнопкой «ОК», затем проверяйте.</translation>
     </message>
     <message>
         <source>另一个输出也分配到同一信号，请先改正分配。</source>
@@ -56,7 +56,7 @@
     </message>
     <message>
         <source>保护已锁定，请先在设备页上解锁。</source>
-        <translation>Блокировка закрыта: сначала снимите её на странице устройств.</translation>
+        <translation>Блокировка закрыта: сначала снимите её на странице «Устройства».</translation>
     </message>
     <message>
         <source>输出已打开。</source>
@@ -95,7 +95,7 @@
     <name>PortConfigWidget</name>
     <message>
         <source>&lt;h1&gt;端口配置&lt;/h1&gt;</source>
-        <translation>&lt;h1&gt;Назначение сигналов&lt;/h1&gt;</translation>
+        <translation>&lt;h1&gt;Назначение портов&lt;/h1&gt;</translation>
     </message>
     <message>
         <source>序号</source>
@@ -143,7 +143,7 @@
     </message>
     <message>
         <source>保存成功</source>
-        <translation>Назначение сохранено.</translation>
+        <translation>Сохранено.</translation>
     </message>
     <message>
         <source>当前状态</source>

@@ -95,22 +95,22 @@
     </message>
     <message>
         <source>修改转弯区（%1 行）</source>
-        <translation>Change the zone (%1 lines)</translation>
+        <translation>Change the radius (%1 lines)</translation>
     </message>
     <message>
-        <source>新建参数 %1</source>
+        <source>新建参数组 %1</source>
         <translation>Add parameter set %1</translation>
     </message>
     <message>
-        <source>删除参数 %1</source>
+        <source>删除参数组 %1</source>
         <translation>Delete parameter set %1</translation>
     </message>
     <message>
-        <source>参数 %1 改名为 %2</source>
+        <source>参数组 %1 改名为 %2</source>
         <translation>Rename parameter set %1 to %2</translation>
     </message>
     <message>
-        <source>编辑参数 %1</source>
+        <source>编辑参数组 %1</source>
         <translation>Edit parameter set %1</translation>
     </message>
     <message>
@@ -130,11 +130,11 @@
         <translation>Edit station %1</translation>
     </message>
     <message>
-        <source>移动参数 %1</source>
+        <source>移动参数组 %1</source>
         <translation>Move parameter set %1</translation>
     </message>
     <message>
-        <source>导入参数（%1 组）</source>
+        <source>导入参数组（%1 组）</source>
         <translation>Import parameter sets (%1)</translation>
     </message>
 </context>

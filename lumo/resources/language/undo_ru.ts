@@ -98,19 +98,19 @@
         <translation>Изменение радиуса (строк: %1)</translation>
     </message>
     <message>
-        <source>新建参数 %1</source>
+        <source>新建参数组 %1</source>
         <translation>Новый набор параметров %1</translation>
     </message>
     <message>
-        <source>删除参数 %1</source>
+        <source>删除参数组 %1</source>
         <translation>Удаление набора параметров %1</translation>
     </message>
     <message>
-        <source>参数 %1 改名为 %2</source>
-        <translation>Набор параметров %1 переименован в %2</translation>
+        <source>参数组 %1 改名为 %2</source>
+        <translation>Переименование набора параметров %1 в %2</translation>
     </message>
     <message>
-        <source>编辑参数 %1</source>
+        <source>编辑参数组 %1</source>
         <translation>Правка набора параметров %1</translation>
     </message>
     <message>
@@ -130,12 +130,12 @@
         <translation>Правка поста %1</translation>
     </message>
     <message>
-        <source>移动参数 %1</source>
-        <translation>Переместить набор параметров %1</translation>
+        <source>移动参数组 %1</source>
+        <translation>Перенос набора параметров %1</translation>
     </message>
     <message>
-        <source>导入参数（%1 组）</source>
-        <translation>Импортировать наборы параметров (%1)</translation>
+        <source>导入参数组（%1 组）</source>
+        <translation>Импорт наборов параметров (%1)</translation>
     </message>
 </context>
 </TS>
