@@ -1,6 +1,7 @@
 #include "panel/pagelook.h"
 
 #include "kord/thememanager.h"
+#include "look/flick.h"
 #include "look/scale.h"
 #include "look/sheet.h"
 #include "look/type.h"
@@ -13,6 +14,7 @@ namespace lumo {
 
 PageLook::PageLook(QWidget* page) : QObject(page), page_(page) {
     page->installEventFilter(this);
+    look::letFlickIn(page);
 }
 
 QString PageLook::sheet() {
