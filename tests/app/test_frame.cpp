@@ -171,7 +171,7 @@ private slots:
         set("lumo.execute.line", m("lumo.program")->cmobjCount() - 1);
         const int before = m("lumo.count")->getInt();
         press("btnRunStop");
-        QVERIFY2(textOf("lblWhy").contains("nothing to stop"), qPrintable(textOf("lblWhy")));
+        QVERIFY2(textOf("lblWhy").contains("Nothing to stop"), qPrintable(textOf("lblWhy")));
         pass(6000);
         QVERIFY(textOf("lblWhy").contains("Welding is permitted") && m("lumo.count")->getInt() == before);
     }

@@ -87,7 +87,7 @@ private slots:
         using Kind = mendo::FileProblem::Kind;
         test::writeFile("damaged.json", "[\n  {\"type\": \"moveL\" \"note\": \"\"}\n]\n");
         mendo::ModuleManager::readFromJson("damaged.json");
-        QVERIFY(textOf("lblNotice").contains("damaged.json, line 2, column 20: this is no JSON"));
+        QVERIFY(textOf("lblNotice").contains("damaged.json, line 2, column 20: this is not valid JSON"));
         QVERIFY(find<QWidget>("noticeBar")->isVisible() && find<QWidget>("whyLine")->isVisible());
         for (int i = 0; i < 24; ++i) {  // each twice
             notices_->report({QString("/x/%1.json").arg(i / 2), {}, {{Kind::NoPermission}}});

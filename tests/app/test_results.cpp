@@ -65,18 +65,18 @@ private slots:
         weld({});
         const QString welded = seam("Programmed, mm");
         QVERIFY2(welded.toDouble() > 100, qPrintable(welded));
-        QVERIFY2(ended().startsWith("Finished, 0:") && ended().endsWith("mm welded, limits not kept: 1"),
+        QVERIFY2(ended().startsWith("Finished, 0:") && ended().endsWith("mm welded, limits exceeded: 1"),
                  qPrintable(ended()));
         QCOMPARE(textOf("lblWhySign"), "⚠");
         click("lblWhy");
         QVERIFY(page_->isVisible());
         QCOMPARE(cell("runsTable", 0, 5), "✗ 1");
         QVERIFY(seam("Welded / programmed").startsWith("✓ ") &&
-                seam("On a standing head, s").startsWith("✗ "));
+                seam("Laser on at standstill, s").startsWith("✗ "));
         QVERIFY2(textOf("lblVerdict").contains("allowed ≤ 0"), qPrintable(textOf("lblVerdict")));
         page_->exportTo("seam.pdf");
         const QByteArray pdf = test::contentOf("seam.pdf");
-        QVERIFY(pdf.startsWith("%PDF") && textOf("lblResultWritten") == "Written: seam.pdf");
+        QVERIFY(pdf.startsWith("%PDF") && textOf("lblResultWritten") == "Saved: seam.pdf");
     }
 
     void brokenRun_isKeptWithItsFault() {
@@ -90,7 +90,7 @@ private slots:
         QCOMPARE(cell("runsTable", 0, 5), "⚠");
         QCOMPARE(seam("Equipment faults"), "Chiller");
         QVERIFY(textOf("lblNotice").contains("Chiller fault while the laser is on, line "));
-        QVERIFY(textOf("lblVerdict").contains("seam.limits.json is faulty"));
+        QVERIFY(textOf("lblVerdict").contains("seam.limits.json has errors"));
         set("lumo.current.openmiddlecolse", false);
         m("lumo.current.pausepoint")->clear(nullptr);
         QFile::remove("seam.limits.json");

@@ -141,13 +141,13 @@ private slots:
         const QString lit = "✓ Laser on: by the program|";
         const QString waits = "waits for an input, then 1:11";
         const QVector<QPair<int, QString>> rows = {
-            {100, "✓ Line 1: gas flows before the weld, 200 ms left, 0:00/1:12 left + inputs"},
-            {350, lit + "Line 1: the laser is on, the robot stays, 60 ms left, 0:00/1:12 left + inputs"},
+            {100, "✓ Line 1: gas pre-flow, 200 ms left, 0:00/1:12 left + inputs"},
+            {350, lit + "Line 1: the laser is on, the robot dwells, 60 ms left, 0:00/1:12 left + inputs"},
             {3420, lit + "Line 2 waits for DI4 = false, 3 s, 0:03/" + waits},
             {3520, lit + "Line 2 waits for DI4 = false, 3 s, 0:03/" + waits},
             {11150, lit + "Line 3 waits for LUMO_DI.#9 = true, 1 s, 0:11/" + waits},
             {12150, lit + "Line 4: laser power ramps down, 50 ms left, 0:12/1:11 left"},
-            {12410, "✓ Line 4: gas flows after the weld, 400 ms left, 0:12/1:11 left"},
+            {12410, "✓ Line 4: gas post-flow, 400 ms left, 0:12/1:11 left"},
             {20000, "✓ Line 5: delay, 1:02 min left, 0:19/1:03 left"},
         };
         Moments moments = {{10000, input("DI4", false)}, {12000, input("LUMO_DI.#9", true)}, {80000, pause}};

@@ -153,7 +153,7 @@ private slots:
         dialog->selectFile(QDir::current().absoluteFilePath("out.png"));
         QMetaObject::invokeMethod(dialog, "accept");
         QVERIFY(test::contentOf("out.png").startsWith("\x89PNG"));
-        QCOMPARE(textOf("lblWritten"), "out.png written");
+        QCOMPARE(textOf("lblWritten"), "Saved: out.png");
         scope_->exportTo("/proc/nothing/signals.vcd");
         QVERIFY(test::boxes().value(0).contains("/proc/nothing/signals.vcd"));
         QCOMPARE(textOf("lblWritten"), "");
