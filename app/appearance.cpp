@@ -1,6 +1,7 @@
 #include "app/appearance.h"
 
 #include "gantu/panel.h"
+#include "look/scale.h"
 #include "look/sheet.h"
 #include "look/type.h"
 #include "workcell/workcell.h"
@@ -10,11 +11,14 @@
 #include <QDir>
 #include <QFile>
 #include <QFont>
+#include <QHash>
 #include <QLibraryInfo>
 #include <QLineEdit>
+#include <QPointer>
 #include <QProxyStyle>
 #include <QStyle>
 #include <QStyleFactory>
+#include <QWidget>
 
 namespace app {
 
@@ -33,6 +37,29 @@ public:
     }
 };
 
+QList<QPointer<QWidget>>& dressed() {
+    static QList<QPointer<QWidget>> widgets;
+    return widgets;
+}
+
+/// The files of app/style together, "base.qss" first; read and filled in once for a factor.
+QString frameStyleSheet() {
+    static QHash<double, QString> known;
+    QString& sheet = known[look::factor()];
+    if (sheet.isEmpty()) {
+        const QDir folder(QStringLiteral(":/app/style"));
+        const QStringList names = folder.entryList();
+        for (const QString& name : names) {
+            QFile file(folder.filePath(name));
+            if (file.open(QIODevice::ReadOnly)) {
+                sheet += QString::fromUtf8(file.readAll());
+            }
+        }
+        sheet = look::filled(sheet);
+    }
+    return sheet;
+}
+
 }  // namespace
 
 void installLanguage(const QString& language) {
@@ -50,17 +77,24 @@ void installStyle() {
     QApplication::setFont(look::font(look::Size::Text));
 }
 
-QString frameStyleSheet() {
-    const QDir folder(QStringLiteral(":/app/style"));
-    QString sheet;
-    const QStringList names = folder.entryList();  // sorted, "base.qss" first
-    for (const QString& name : names) {
-        QFile file(folder.filePath(name));
-        if (file.open(QIODevice::ReadOnly)) {
-            sheet += QString::fromUtf8(file.readAll());
+void dress(QWidget* widget) {
+    dressed().append(widget);
+    widget->setStyleSheet(frameStyleSheet());
+}
+
+void setFrameFactor(double factor) {
+    if (factor == look::factor()) {
+        return;
+    }
+    look::setFactor(factor);
+    QApplication::setFont(look::font(look::Size::Text));
+    dressed().removeAll(nullptr);
+    const QList<QPointer<QWidget>> widgets = dressed();
+    for (const QPointer<QWidget>& widget : widgets) {
+        if (widget) {
+            widget->setStyleSheet(frameStyleSheet());
         }
     }
-    return look::filled(sheet);
 }
 
 void addClearButton(QLineEdit* field) {

@@ -3,6 +3,7 @@
 #include <QString>
 
 class QLineEdit;
+class QWidget;
 
 namespace app {
 
@@ -14,9 +15,12 @@ void installLanguage(const QString& language);
 /// window is made.
 void installStyle();
 
-/// The style sheet of the application's own widgets. It must not be set on the panel's window, because
-/// the pages in it have style sheets of their own.
-QString frameStyleSheet();
+/// Gives a widget of the panel's frame its style sheet, now and whenever the factor changes. Not for the
+/// panel's window: the pages in it have style sheets of their own.
+void dress(QWidget* widget);
+
+/// Sets the factor of the frame (look/scale.h), with the application's font and the style sheets.
+void setFrameFactor(double factor);
 
 /// A button in the field that empties it. Qt's own one fades in by the wall clock, and its fade is never
 /// deleted when the field goes meanwhile.

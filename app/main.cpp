@@ -4,12 +4,10 @@
 #include "app/noticebar.h"
 #include "app/options.h"
 #include "app/panel.h"
-#include "app/pendant/pendantwindow.h"
 #include "app/preferences.h"
 #include "app/quitsignals.h"
 #include "app/scope/scopeexport.h"
 #include "app/scope/signalrecorder.h"
-#include "app/views/viewswindow.h"
 #include "gantu/package.h"
 #include "mendo/modulemanager.h"
 #include "program/words.h"
@@ -137,15 +135,10 @@ void endForAnother(std::optional<QStringList>* another, const QStringList& argum
     QCoreApplication::quit();
 }
 
-/// Maximised on a screen hardly larger than the panel; at the left of a wide screen, so that the views fit
-/// beside it.
+/// Maximised on a screen hardly larger than the panel.
 void show(QWidget* window) {
     const QSize room = window->screen()->availableSize();
     window->resize(size.boundedTo(room));
-    // Before show(): afterwards the window manager has placed it.
-    if (room.width() >= size.width() + app::ViewsWindow::fullWidth) {
-        window->move(window->screen()->availableGeometry().topLeft());
-    }
     if (room.width() <= size.width() || room.height() <= size.height()) {
         window->showMaximized();
     } else {
@@ -153,21 +146,13 @@ void show(QWidget* window) {
     }
 }
 
-/// Shows the pendant after the panel's first paint, so that it does not delay the panel. After one second at
-/// the latest, because the pendant has the emergency stop.
-void showPendantSoon(app::Panel* panel) {
-    constexpr int latestMs = 1000;
-    auto* timer = new QTimer(panel);
-    timer->setSingleShot(true);
-    QObject::connect(panel->window(), &app::PanelWindow::painted, timer, [timer] { timer->start(0); });
-    QObject::connect(timer, &QTimer::timeout, panel, [panel, timer] {
-        timer->deleteLater();
-        panel->pendant()->showBeside(panel->window()->frameGeometry());
-    });
-    timer->start(latestMs);
+/// What can wait comes after the panel's first paint, so that it does not delay it.
+void completeSoon(app::Panel* panel) {
+    QObject::connect(panel->window(), &app::PanelWindow::painted, panel, &app::Panel::complete,
+                     Qt::QueuedConnection);
 }
 
-/// After the pendant, for the same reason.
+/// Later still, for the same reason.
 void offerSetupSoon(app::Panel* panel) {
     constexpr int afterMs = 1200;
     QTimer::singleShot(afterMs, panel, [panel] { panel->menu()->offerSetup(); });
@@ -223,8 +208,9 @@ int run(app::Options options, sim::PacedTime* time, std::optional<QStringList>* 
     if (!lost.isEmpty()) {
         panel.window()->notices()->report({lost, {}, {{mendo::FileProblem::Kind::NoSuchFolder}}});
     }
+    panel.window()->setChosenFactor(app::Preferences::factor());
     show(panel.window());
-    showPendantSoon(&panel);
+    completeSoon(&panel);
     if (options.example.isEmpty()) {
         offerSetupSoon(&panel);
     }

@@ -1,12 +1,12 @@
 #include "app/navigation.h"
 
+#include "look/scale.h"
 #include "mendo/modulemanager.h"
 #include "program/words.h"
 
 #include <QAbstractButton>
 #include <QButtonGroup>
 #include <QHBoxLayout>
-#include <QIcon>
 #include <QToolButton>
 #include <QVector>
 
@@ -17,7 +17,7 @@ namespace app {
 namespace {
 
 struct Page {
-    QString key, title, group, icon;
+    QString key, title, group;
 };
 
 /// The pages with a key, grouped; groups in the order of their first page.
@@ -25,7 +25,7 @@ QVector<Page> readPages() {
     QVector<Page> pages;
     for (const mendo::ModuleObject* node : m(prog::key::pages)->cmobjs()) {
         const auto field = [node](const char* name) { return node->c(QLatin1String(name))->getString(); };
-        const Page page{field("nav"), field("title"), field("group"), field("icon")};
+        const Page page{field("nav"), field("title"), field("group")};
         if (page.key.isEmpty()) {
             continue;
         }
@@ -40,13 +40,10 @@ QToolButton* makeButton(const Page& page) {
     auto* button = new QToolButton;
     button->setObjectName(QStringLiteral("nav_") + page.key);
     button->setProperty("key", page.key);
+    button->setProperty("tab", page.title);
     button->setText(page.title);
-    if (!page.icon.isEmpty()) {
-        button->setIcon(QIcon(page.icon));
-    }
-    button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     button->setCheckable(true);
-    button->setMinimumSize(96, 48);
+    button->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Expanding);
     button->setFocusPolicy(Qt::TabFocus);
     return button;
 }
@@ -82,6 +79,22 @@ void Navigation::refresh() {
         row_->addWidget(button);
         buttons_->addButton(button);
         button->setChecked(page.key == selected_);
+    }
+    fit();
+}
+
+void Navigation::setNarrow(bool narrow) {
+    narrow_ = narrow;
+    fit();
+}
+
+void Navigation::fit() {
+    constexpr int longTitle = 112;
+    const QList<QAbstractButton*> all = buttons_->buttons();
+    for (QAbstractButton* const button : all) {
+        const QString title = button->property("tab").toString();
+        const bool broken = narrow_ && button->fontMetrics().horizontalAdvance(title) > look::px(longTitle);
+        button->setText(broken ? QString(title).replace(QLatin1Char(' '), QLatin1Char('\n')) : title);
     }
 }
 

@@ -16,6 +16,8 @@ public:
 
     /// Reads the host's list of pages, which may not exist yet, and connects to it.
     void refresh();
+    /// In a narrow window a long title takes two lines.
+    void setNarrow(bool narrow);
     /// Checks the button of the page shown.
     void select(const QString& key);
 
@@ -25,12 +27,14 @@ signals:
 
 private:
     void refreshLater();
+    void fit();
 
     QHBoxLayout* row_;
     QButtonGroup* buttons_;
     QString selected_;
     bool following_ = false;
     bool posted_ = false;
+    bool narrow_ = false;
 };
 
 }  // namespace app

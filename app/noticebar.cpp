@@ -1,6 +1,9 @@
 #include "app/noticebar.h"
 
 #include "app/fileproblem.h"
+#include "look/icon.h"
+#include "look/scale.h"
+#include "look/type.h"
 #include "mendo/clock.h"
 
 #include <QDir>
@@ -23,7 +26,6 @@ QToolButton* makeButton(QWidget* parent, const QString& name) {
     auto* button = new QToolButton(parent);
     button->setObjectName(name);
     button->setFocusPolicy(Qt::TabFocus);
-    button->setMinimumSize(48, 48);
     return button;
 }
 
@@ -32,6 +34,7 @@ QToolButton* makeButton(QWidget* parent, const QString& name) {
 NoticeBar::NoticeBar(QWidget* window)
     : QFrame(window),
       window_(window),
+      sign_(new QLabel(this)),
       text_(new QLabel(this)),
       more_(makeButton(this, QStringLiteral("btnNotices"))),
       close_(makeButton(this, QStringLiteral("btnDismiss"))),
@@ -42,11 +45,11 @@ NoticeBar::NoticeBar(QWidget* window)
     text_->setWordWrap(true);
     text_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored);
     more_->setCheckable(true);
-    close_->setText(QStringLiteral("✕"));
-    close_->setToolTip(tr("关闭提示"));
+    close_->setIcon(look::icon(QStringLiteral("close"), look::amberInk));
+    close_->setAccessibleName(tr("关闭提示"));
     auto* row = new QHBoxLayout(this);
-    row->setContentsMargins(12, 0, 0, 0);
     row->setSpacing(0);
+    row->addWidget(sign_);
     row->addWidget(text_, 1);
     row->addWidget(more_);
     row->addWidget(close_);
@@ -59,6 +62,23 @@ NoticeBar::NoticeBar(QWidget* window)
     window_->installEventFilter(this);
     connect(more_, &QToolButton::toggled, this, &NoticeBar::showList);
     connect(close_, &QToolButton::clicked, this, &NoticeBar::dismiss);
+    fit();
+}
+
+void NoticeBar::fit() {
+    layout()->setContentsMargins(look::px(12), 0, 0, 0);
+    sign_->setPixmap(look::picture(QStringLiteral("warn"), look::px(18), look::amberInk));
+    sign_->setContentsMargins(0, 0, look::px(8), 0);
+    close_->setFixedWidth(look::px(56));
+    close_->setIconSize(QSize(look::px(20), look::px(20)));
+    text_->setFont(look::font(look::Size::Caption));
+}
+
+void NoticeBar::changeEvent(QEvent* event) {
+    QFrame::changeEvent(event);
+    if (event->type() == QEvent::StyleChange) {
+        fit();
+    }
 }
 
 void NoticeBar::report(const mendo::FileProblem& problem) {
@@ -117,12 +137,8 @@ void NoticeBar::placeList() {
 
 void NoticeBar::refresh() {
     const QString path = QDir::toNativeSeparators(QFileInfo(newest_.file).absoluteFilePath());
-    text_->setToolTip(newestMessage_.isEmpty()
-                          ? problemText(newest_, path) + QLatin1Char('\n') + remedyText(newest_)
-                          : newestMessage_);
     showText(path);
     more_->setText(tr("全部（%1）").arg(texts_.size()));
-    more_->setVisible(texts_.size() > 1);
     list_->setText(texts_.join(QStringLiteral("\n\n")));
     placeList();
 }
@@ -130,13 +146,13 @@ void NoticeBar::refresh() {
 /// Shortens the path until the text fits, with the remedy if there is room for it.
 void NoticeBar::showText(const QString& path) {
     if (!newestMessage_.isEmpty()) {
-        text_->setText(QStringLiteral("⚠ ") + newestMessage_);
+        text_->setText(newestMessage_);
         return;
     }
     for (const QString& remedy : {QStringLiteral(" → ") + remedyText(newest_), QString()}) {
         for (int width = shownPathWidth; width >= leastPathWidth; width -= pathStep) {
             const QString shown = text_->fontMetrics().elidedText(path, Qt::ElideLeft, width);
-            text_->setText(QStringLiteral("⚠ ") + problemText(newest_, shown) + remedy);
+            text_->setText(problemText(newest_, shown) + remedy);
             if (text_->heightForWidth(text_->width()) <= text_->height()) {
                 return;
             }

@@ -34,9 +34,11 @@ public slots:
     void dismiss();
 
 protected:
+    void changeEvent(QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
 private:
+    void fit();
     void showList(bool shown);
     void placeList();
     void refresh();
@@ -44,6 +46,7 @@ private:
     void showText(const QString& path);
 
     QWidget* window_;
+    QLabel* sign_;
     QLabel* text_;
     QToolButton* more_;
     QToolButton* close_;

@@ -1,10 +1,13 @@
 #include "app/panel.h"
 
-#include "app/cell/cellstrip.h"
+#include "app/cell/cellpage.h"
 #include "app/clocktext.h"
+#include "app/dock/dockarea.h"
 #include "app/events/eventpage.h"
 #include "app/events/eventrecorder.h"
 #include "app/events/eventstore.h"
+#include "app/header/header.h"
+#include "app/help/helppage.h"
 #include "app/menu/menutools.h"
 #include "app/navigation.h"
 #include "app/noticebar.h"
@@ -14,9 +17,14 @@
 #include "app/path/pathpage.h"
 #include "app/path/programfollower.h"
 #include "app/path/seamtrack.h"
-#include "app/pendant/pendantwindow.h"
+#include "app/preferences.h"
 #include "app/progress/progressview.h"
 #include "app/progress/runwatcher.h"
+#include "app/rail/dialogguard.h"
+#include "app/rail/jogbox.h"
+#include "app/rail/keybox.h"
+#include "app/rail/rail.h"
+#include "app/rail/stopbutton.h"
 #include "app/results/resultspage.h"
 #include "app/results/resulttext.h"
 #include "app/results/runcollector.h"
@@ -33,7 +41,6 @@
 #include "app/status/statuswatcher.h"
 #include "app/stop/runstop.h"
 #include "app/stop/runstopbutton.h"
-#include "app/views/viewswindow.h"
 #include "app/ways.h"
 #include "mendo/modulemanager.h"
 #include "program/words.h"
@@ -56,7 +63,10 @@ namespace app {
 
 namespace {
 
-constexpr int resultsTab = 2;
+const QString pathDock = QStringLiteral("path"), signalsDock = QStringLiteral("signals");
+const QString resultsDock = QStringLiteral("results"), logDock = QStringLiteral("log");
+const QString cellDock = QStringLiteral("cell"), jogDock = QStringLiteral("jog");
+const QString keysDock = QStringLiteral("keys");
 
 }  // namespace
 
@@ -64,11 +74,14 @@ Panel::Panel() : window_(std::make_unique<PanelWindow>()) {
     cell_ = new workcell::WorkCell(window_->pages(), {}, this);
     controller()->setPower(false);
     connect(m(), &mendo::ModuleManager::fileProblem, window_->notices(), &NoticeBar::report);
-    connect(window_->navigation(), &Navigation::chosen, this, &Panel::showPage);
+    connect(window_->header()->navigation(), &Navigation::chosen, this, &Panel::showPage);
 }
 
 /// Deletes the pages before the window that shows them.
 Panel::~Panel() {
+    if (isComplete_) {
+        Preferences::rememberDocks(window_->docks()->columns());
+    }
     cell_->close();
     if (collector_) {
         collector_->finishNow();
@@ -91,13 +104,10 @@ bool Panel::open(const QString& libraryFile, QString* error) {
     project_ = std::make_unique<workcell::RunningProject>(page_);
     evidence_->setProjectName([this] { return project_->name(); });
     collector_->setPage(page_);
-    window_->navigation()->refresh();
-    window_->navigation()->select(workcell::WorkCell::firstPage());
-    auto* strip = new CellStrip(controller(), cell_->cell(), window_->stripParent());
-    connect(strip, &CellStrip::speedChosen, this, &Panel::speedChosen);
-    connect(strip, &CellStrip::speedChosen, window_.get(), &PanelWindow::showSpeed);
-    window_->setStrip(strip);
-    offerViews();
+    window_->header()->navigation()->refresh();
+    window_->header()->navigation()->select(workcell::WorkCell::firstPage());
+    makeRail();
+    makeDocks();
     makeStatus();
     makeState();
     eventRecorder_->follow({packageFlags(), controller(), runs_, project_.get(), status_, page_});
@@ -110,11 +120,11 @@ bool Panel::open(const QString& libraryFile, QString* error) {
 void Panel::makeMenu() {
     menu_ = new MenuTools(window_.get(), page_, history_, this);
     menu_->setRestoreGuard([this] { return mayRestore(); });
-    window_->addToHeader(menu_->button());
     connect(menu_, &MenuTools::exampleChosen, this,
             [this](const QString& name) { leave([this, name] { emit exampleChosen(name); }); });
     connect(menu_, &MenuTools::languageChosen, this,
             [this](const QString& language) { leave([this, language] { emit languageChosen(language); }); });
+    connect(menu_, &MenuTools::rolesAsked, this, &Panel::showRole);
     connect(menu_, &MenuTools::restoreAsked, this, &Panel::leave);
     connect(menu_, &MenuTools::saved, statusLine_, &StatusLine::say);
     connect(menu_, &MenuTools::restored, this, &Panel::restartAsked);
@@ -173,7 +183,7 @@ void Panel::makeStatus() {
     makeParts(progress);
     connect(statusLine_, &StatusLine::tapped, this, [this] {
         if (status_->state().ended) {
-            views()->open(resultsTab, window_.get());
+            window_->docks()->open(resultsDock);
         }
     });
     // The end of a run says nothing about another project.
@@ -182,14 +192,14 @@ void Panel::makeStatus() {
 }
 
 void Panel::makeState() {
-    window_->state()->setState(panelState(status_->state()));
-    connect(status_, &StatusWatcher::refreshed, window_->state(),
-            [this](const CellStatus& status) { window_->state()->setState(panelState(status)); });
-    connect(window_->state(), &StateBlock::clicked, this, &Panel::explainState);
+    window_->header()->state()->setState(panelState(status_->state()));
+    connect(status_, &StatusWatcher::refreshed, window_->header()->state(),
+            [this](const CellStatus& status) { window_->header()->state()->setState(panelState(status)); });
+    connect(window_->header()->state(), &StateBlock::clicked, this, &Panel::explainState);
     stop_ = new RunStop(status_, controller(), this);
     connect(stop_, &RunStop::nothingToStop, statusLine_, &StatusLine::say);
-    connect(window_->stop(), &RunStopButton::pressed, stop_, &RunStop::stop);
-    reach_.add(window_->stop());
+    connect(window_->header()->stop(), &RunStopButton::pressed, stop_, &RunStop::stop);
+    reach_.add(window_->header()->stop(), Reach::Through::DialogsAndLists);
 }
 
 void Panel::makeParts(const RunWatcher* progress) {
@@ -204,31 +214,30 @@ void Panel::makeParts(const RunWatcher* progress) {
                 window_->notices()->tell(
                     tr("目标已达到：%1，%2 件").arg(QFileInfo(project).completeBaseName()).arg(target));
             });
-    connect(window_->parts(), &PartsBlock::clicked, this, [this] {
-        (new PartsSheet(parts_->counter(), parts_->project(), window_->stripParent()))->open();
+    connect(window_->header()->parts(), &PartsBlock::clicked, this, [this] {
+        (new PartsSheet(parts_->counter(), parts_->project(), window_->stage()))->open();
     });
     showParts();
 }
 
 void Panel::showParts() {
     const PartCount count = parts_->count();
-    window_->parts()->setCount(QFileInfo(parts_->project()).completeBaseName(), count);
-    partTimes_->setText(tr("上一件 %1\n平均 %2").arg(clockText(count.lastMs), clockText(count.meanMs())));
+    window_->header()->parts()->setCount(QFileInfo(parts_->project()).completeBaseName(), count);
+    partTimes_->setText(tr("上一件 %1  ·  平均 %2").arg(clockText(count.lastMs), clockText(count.meanMs())));
     partTimes_->setVisible(count.made > 0 && !runs_->isRunning());
 }
 
 void Panel::explainState() {
-    auto* sheet = new StateSheet(panelState(status_->state()), status_->sentences(), window_->stripParent());
+    auto* sheet = new StateSheet(panelState(status_->state()), status_->sentences(), window_->stage());
     connect(sheet, &StateSheet::placeAsked, this, &Panel::lead);
     sheet->open();
 }
 
 void Panel::lead(Place place, int line) {
     if (place == Place::Results) {
-        views()->open(resultsTab, window_.get());
-    } else if (place == Place::Pendant) {
-        pendant()->show();
-        pendant()->raise();
+        window_->docks()->open(resultsDock);
+    } else if (place == Place::Rail) {
+        rail_->takeFocus();
     } else {
         showPage(workcell::WorkCell::firstPage());
         Ways(page_).lead(place, line);
@@ -259,7 +268,7 @@ void Panel::makeRoles() {
     roles_ = new RoleKeeper(RoleKeeper::defaultFile(), this);
     gate_ = new RoleGate(roles_, page_, this);
     auto* button = new RoleButton(roles_);
-    window_->addBeforeStop(button);
+    window_->header()->addBeforeStop(button);
     connect(button, &RoleButton::clicked, this, &Panel::showRole);
     connect(gate_, &RoleGate::refused, this, &Panel::askForCode);
     connect(roles_, &RoleKeeper::accepted, gate_, &RoleGate::openRefused);
@@ -278,7 +287,7 @@ void Panel::makeRoles() {
 }
 
 void Panel::askForCode(const QString& refused) {
-    auto* sheet = new CodeSheet(roles_, refused, window_->stripParent());
+    auto* sheet = new CodeSheet(roles_, refused, window_->stage());
     connect(sheet, &Sheet::dismissed, this, [this] {
         if (!roles_->isOpen()) {
             gate_->forgetRefused();
@@ -303,14 +312,14 @@ void Panel::showRole() {
     } else if (!roles_->isIntegrator()) {
         askForCode({});
     } else {
-        auto* sheet = new SessionSheet(roles_, window_->stripParent());
+        auto* sheet = new SessionSheet(roles_, window_->stage());
         connect(sheet, &SessionSheet::newCodeAsked, this, &Panel::setNewCode);
         sheet->open();
     }
 }
 
 void Panel::setNewCode() {
-    (new NewCodeSheet(roles_, window_->stripParent()))->open();
+    (new NewCodeSheet(roles_, window_->stage()))->open();
 }
 
 void Panel::setRatedPower(std::optional<double> watts) {
@@ -341,48 +350,89 @@ void Panel::tellFault(const QString& equipment) {
                                                 : tr("出光时设备故障：%1").arg(name));
 }
 
-void Panel::offerViews() {
-    // The seams of another program are dropped, also while the views are closed.
+// --- Rail and docks -------------------------------------------------------------------------------
+
+void Panel::makeRail() {
+    rail_ = new Rail(controller());
+    window_->setRail(rail_);
+    reach_.add(rail_->stop(), Reach::Through::DialogsAndLists);
+    reach_.add(rail_, Reach::Through::Dialogs);
+    new DialogGuard({rail_->stop(), window_->header()->stop(), rail_, window_->header()}, this);
+}
+
+/// Docks stand from left to right in this order.
+void Panel::makeDocks() {
+    // The seams of another program are dropped, also while the path is not shown.
     connect(new ProgramFollower(this), &ProgramFollower::replaced, seams_, &SeamTrack::clear);
-    window_->offerViews();
-    connect(window_.get(), &PanelWindow::viewsAsked, this,
-            [this](int page) { views()->open(page, window_.get()); });
-    connect(window_.get(), &PanelWindow::viewsDismissed, this, [this] { views()->close(); });
-}
-
-ViewsWindow* Panel::views() {
-    if (!views_) {
-        makeViews();
+    DockArea* const docks = window_->docks();
+    docks->add(
+        pathDock, [this] { return makePath(); }, {}, DockWidth::Wide);
+    docks->add(
+        signalsDock, [this] { return new ScopePage(recorder_); }, tr("信号"), DockWidth::Wide);
+    docks->add(
+        resultsDock, [this] { return new ResultsPage(history_); }, tr("结果"), DockWidth::Page);
+    docks->add(
+        logDock, [this] { return new EventPage(events_.get()); }, tr("日志"), DockWidth::Page);
+    docks->add(
+        MenuTools::helpDock, [this] { return reached(new HelpPage); }, tr("手册"), DockWidth::Wide);
+    docks->add(
+        cellDock, [this] { return makeCell(); }, tr("单元"), DockWidth::Narrow);
+    docks->add(
+        jogDock, [this] { return reached(new JogBox(controller())); }, tr("点动"), DockWidth::Jog);
+    docks->add(
+        keysDock, [this] { return reached(new KeyBox(controller())); }, tr("末端按键"), DockWidth::Jog);
+    window_->offerDock(pathDock, QStringLiteral("btnPath"), QStringLiteral("path"), tr("路径"));
+    window_->offerDock(signalsDock, QStringLiteral("btnSignals"), QStringLiteral("signals"), tr("信号"));
+    window_->offerDock(cellDock, QStringLiteral("btnCell"), QStringLiteral("cell"), tr("单元"));
+    window_->offer(rail_->addKey(QStringLiteral("btnJog"), QStringLiteral("jog"), tr("点动")), jogDock);
+    window_->offer(rail_->addKey(QStringLiteral("btnToolKeys"), QStringLiteral("keys"), tr("按键")), keysDock);
+    const struct {
+        Qt::Key key;
+        QString dock;
+    } keys[] = {{Qt::Key_F6, pathDock}, {Qt::Key_F7, signalsDock}, {Qt::Key_F8, resultsDock},
+                {Qt::Key_F10, logDock}};
+    for (const auto& row : keys) {
+        window_->offerByKey(row.key, row.dock);
     }
-    return views_.get();
 }
 
-PendantWindow* Panel::pendant() {
-    if (!pendant_) {
-        pendant_ = std::make_unique<PendantWindow>(controller());
-        connect(pendant_->runStop(), &RunStopButton::pressed, stop_, &RunStop::stop);
-        reach_.add(pendant_->runStop());
-    }
-    return pendant_.get();
+/// As the rail, also while a dialog blocks the window.
+QWidget* Panel::reached(QWidget* content) {
+    reach_.add(content, Reach::Through::Dialogs);
+    return content;
 }
 
-void Panel::makeViews() {
-    views_ = std::make_unique<ViewsWindow>();
+QWidget* Panel::makePath() {
     auto* path = new PathPage(seams_, packageFlags());
     // Other pages have a table of that name, too.
     if (const auto* editor = page_ ? page_->findChild<QWidget*>(QStringLiteral("ProgramWidget")) : nullptr) {
         path->followEditor(editor);
     }
-    views_->addPage(path, tr("路径"));
-    views_->addPage(new ScopePage(recorder_), tr("信号"));
-    views_->addPage(new ResultsPage(history_), tr("结果"));
-    views_->addPage(new EventPage(events_.get()), tr("日志"));
-    connect(views_.get(), &ViewsWindow::opened, window_.get(), &PanelWindow::showViewsOpen);
+    return path;
+}
+
+QWidget* Panel::makeCell() {
+    auto* page = new CellPage(controller(), cell_->cell());
+    connect(page, &CellPage::speedChosen, this, &Panel::speedChosen);
+    auto* const button = window_->findChild<QToolButton*>(QStringLiteral("btnCell"));
+    connect(page, &CellPage::speedChosen, button, [button](double factor) {
+        button->setText(factor == 1 ? tr("单元") : QStringLiteral("%1 %2x").arg(tr("单元")).arg(factor));
+    });
+    return page;
+}
+
+void Panel::complete() {
+    isComplete_ = true;
+    window_->docks()->content(keysDock);
+    const QStringList open = Preferences::docks();
+    for (const QString& dock : open) {
+        window_->docks()->open(dock);
+    }
 }
 
 void Panel::showPage(const QString& key) {
     if (cell_->showPage(key)) {
-        window_->navigation()->select(key);
+        window_->header()->navigation()->select(key);
     }
 }
 

@@ -2,7 +2,7 @@
 
 #include "app/panelwindow.h"
 #include "app/state/panelstate.h"
-#include "app/stop/stopreach.h"
+#include "app/stop/reach.h"
 #include "workcell/workcell.h"
 
 #include <QObject>
@@ -27,7 +27,7 @@ class EventRecorder;
 class EventStore;
 class MenuTools;
 class PartWatcher;
-class PendantWindow;
+class Rail;
 class RoleGate;
 class RoleKeeper;
 class RunCollector;
@@ -38,7 +38,6 @@ class SeamTrack;
 class SignalRecorder;
 class StatusLine;
 class StatusWatcher;
-class ViewsWindow;
 struct RunResult;
 
 /// The operator panel: a simulated work cell with the package, the windows that show it, and what they
@@ -74,10 +73,11 @@ public:
     workcell::PackageFlags packageFlags() const { return cell_->flags(); }
     /// Of the open panel.
     const SignalRecorder* recorder() const { return recorder_; }
-    /// The window of the views and the pendant of the open panel, made at the first call, so that the panel
-    /// is on the screen sooner.
-    ViewsWindow* views();
-    PendantWindow* pendant();
+    /// Of the open panel.
+    Rail* rail() const { return rail_; }
+    /// Does what can wait until the panel is on the screen: opens the docks that stood open, and makes the
+    /// keys of the tool, which function keys press.
+    void complete();
 
 signals:
     /// How many times as fast as the wall clock the cell is to run.
@@ -97,8 +97,11 @@ private:
     void leave(const std::function<void()>& then);
     void guardEdits();
     void showPage(const QString& key);
-    void makeViews();
-    void offerViews();
+    void makeRail();
+    void makeDocks();
+    QWidget* reached(QWidget* content);
+    QWidget* makePath();
+    QWidget* makeCell();
     void makeStatus();
     void makeState();
     void makeParts(const RunWatcher* progress);
@@ -132,13 +135,13 @@ private:
     QPointer<QLabel> partTimes_;
     RoleKeeper* roles_ = nullptr;
     RoleGate* gate_ = nullptr;
-    StopReach reach_;
+    Rail* rail_ = nullptr;
+    Reach reach_;
     std::unique_ptr<workcell::RunningProject> project_;
     std::unique_ptr<PanelWindow> window_;
     std::unique_ptr<EventStore> events_;
     std::unique_ptr<EventRecorder> eventRecorder_;
-    std::unique_ptr<ViewsWindow> views_;
-    std::unique_ptr<PendantWindow> pendant_;
+    bool isComplete_ = false;
     std::function<void()> afterLeave_;  ///< what waits for the operator's answer about unsaved edits
     QPointer<QWidget> page_;            ///< the package's first page, with its editor
 };

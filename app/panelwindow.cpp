@@ -1,12 +1,11 @@
 #include "app/panelwindow.h"
 
 #include "app/appearance.h"
-#include "app/navigation.h"
+#include "app/dock/dockarea.h"
+#include "app/framegrid.h"
+#include "app/header/header.h"
 #include "app/noticebar.h"
-#include "app/panelbody.h"
-#include "app/parts/partsblock.h"
-#include "app/state/stateblock.h"
-#include "app/stop/runstopbutton.h"
+#include "look/scale.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -21,90 +20,45 @@ namespace app {
 
 namespace {
 
-constexpr int headerButtonWidth = 96;
-constexpr int headerSpace = 8;
-
-/// A button of the header that is down while what it opens is open.
-QToolButton* makeHeaderButton(const QString& name, const QString& text) {
-    auto* button = new QToolButton;
-    button->setObjectName(name);
-    button->setText(text);
-    button->setCheckable(true);
-    button->setFocusPolicy(Qt::TabFocus);
-    button->setMinimumSize(headerButtonWidth, 48);
-    button->hide();
-    return button;
+/// A place that its only child fills; others may lie over it.
+QWidget* stageOf(QWidget* pages) {
+    auto* stage = new QWidget;
+    auto* column = new QVBoxLayout(stage);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->addWidget(pages);
+    return stage;
 }
 
 }  // namespace
 
 PanelWindow::PanelWindow()
-    : state_(new StateBlock),
-      stop_(new RunStopButton),
-      parts_(new PartsBlock),
-      navigation_(new Navigation),
+    : header_(new Header),
+      pages_(new QStackedWidget),
+      docks_(new DockArea(stageOf(pages_))),
       notices_(new NoticeBar(this)),
-      viewsButton_(makeHeaderButton(QStringLiteral("btnViews"), tr("视图"))),
-      stripButton_(makeHeaderButton(QStringLiteral("btnCell"), tr("单元"))),
-      body_(new PanelBody),
-      status_(new QHBoxLayout) {
+      body_(new QHBoxLayout),
+      status_(new QHBoxLayout),
+      statusLine_(makeStatusLine()) {
     setWindowTitle(tr("激光焊接操作面板"));
     auto* content = new QWidget;
     auto* column = new QVBoxLayout(content);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
-    column->addWidget(makeHeader());
-    column->addWidget(body_, 1);
-    column->addWidget(makeStatusLine());
+    column->addWidget(header_);
+    column->addLayout(body_, 1);
+    column->addWidget(statusLine_);
+    body_->setSpacing(0);
+    body_->addWidget(docks_, 1);
     setCentralWidget(content);
-    connect(body_, &PanelBody::resized, this, [this] {
-        if (!operatorPlaces_) {
-            placeStrip();
-        }
-    });
-}
-
-QWidget* PanelWindow::makeHeader() {
-    connect(stripButton_, &QToolButton::clicked, this, [this](bool on) {
-        operatorPlaces_ = true;
-        body_->setFolded(!on);
-    });
-
-    auto* header = new QFrame;
-    header->setObjectName(QStringLiteral("header"));
-    header->setFixedHeight(headerHeight);
-    header->setStyleSheet(frameStyleSheet());
-    auto* row = new QHBoxLayout(header);
-    row->setContentsMargins(0, 0, 0, 0);
-    row->setSpacing(0);
-    row->addWidget(state_);
-    row->addWidget(navigation_);
-    row->addStretch(1);
-    row->addWidget(parts_);
-    row->addWidget(viewsButton_);
-    row->addWidget(stripButton_);
-    row->addSpacing(headerSpace);
-    row->addWidget(stop_);
-    header_ = row;
-    return header;
-}
-
-void PanelWindow::addToHeader(QWidget* button) {
-    header_->insertWidget(header_->indexOf(parts_), button);
-}
-
-void PanelWindow::addBeforeStop(QWidget* button) {
-    constexpr int spaceAndStop = 2;
-    header_->insertWidget(header_->count() - spaceAndStop, button);
+    fit();
 }
 
 /// Notices have their room there, so that a page never gets smaller by one.
 QWidget* PanelWindow::makeStatusLine() {
     auto* line = new QFrame;
     line->setObjectName(QStringLiteral("statusLine"));
-    line->setFixedHeight(statusHeight);
-    line->setStyleSheet(frameStyleSheet());
-    notices_->list()->setStyleSheet(frameStyleSheet());
+    dress(line);
+    dress(notices_->list());
     line->setLayout(status_);
     status_->setContentsMargins(0, 0, 0, 0);
     status_->setSpacing(0);
@@ -118,56 +72,52 @@ void PanelWindow::setStatus(QWidget* why, QWidget* progress, QWidget* times) {
     status_->addWidget(times);
 }
 
-QStackedWidget* PanelWindow::pages() const {
-    return body_->pages();
+QWidget* PanelWindow::stage() const {
+    return docks_->stage();
 }
 
-void PanelWindow::offerViews() {
-    viewsButton_->show();
-    viewsButton_->setToolTip(tr("路径、信号、结果、日志") + QStringLiteral(": F6, F7, F8, F10"));
-    connect(viewsButton_, &QToolButton::clicked, this, [this](bool on) {
-        if (on) {
-            emit viewsAsked(0);
-        } else {
-            emit viewsDismissed();
+void PanelWindow::offerDock(const QString& id, const QString& button, const QString& icon,
+                            const QString& text) {
+    offer(header_->addButton(button, icon, text), id);
+}
+
+void PanelWindow::offer(QToolButton* button, const QString& dock) {
+    connect(docks_, &DockArea::changed, button, [dock, button](const QString& changed, bool open) {
+        if (changed == dock) {
+            button->setChecked(open);
         }
     });
-    int page = 0;
-    for (const auto key : {Qt::Key_F6, Qt::Key_F7, Qt::Key_F8, Qt::Key_F10}) {
-        auto* shortcut = new QShortcut(key, this);
-        shortcut->setContext(Qt::ApplicationShortcut);
-        connect(shortcut, &QShortcut::activated, this, [this, page] { emit viewsAsked(page); });
-        ++page;
+    connect(button, &QToolButton::clicked, docks_, [this, dock, button] {
+        docks_->toggle(dock);
+        button->setChecked(docks_->isOpen(dock));  // a press has toggled it
+    });
+}
+
+void PanelWindow::offerByKey(Qt::Key key, const QString& dock) {
+    auto* shortcut = new QShortcut(key, this);
+    shortcut->setContext(Qt::ApplicationShortcut);
+    connect(shortcut, &QShortcut::activated, docks_, [this, dock] { docks_->open(dock); });
+}
+
+void PanelWindow::setRail(QWidget* rail) {
+    rail_ = rail;
+    body_->addWidget(rail);
+    fit();
+}
+
+void PanelWindow::setChosenFactor(double factor) {
+    setProperty(look::scaleProperty, factor);
+    fit();
+}
+
+void PanelWindow::fit() {
+    setFrameFactor(look::factorFor(*this));
+    header_->fitTo(width());
+    statusLine_->setFixedHeight(framegrid::statusHeight());
+    if (rail_) {
+        rail_->setFixedWidth(framegrid::railWidth(width()));
     }
-}
-
-void PanelWindow::showViewsOpen(bool open) {
-    viewsButton_->setChecked(open);
-}
-
-QWidget* PanelWindow::stripParent() const {
-    return body_;
-}
-
-void PanelWindow::setStrip(QWidget* strip) {
-    body_->setStrip(strip);
-    stripButton_->show();
-    stripButton_->setToolTip(tr("模拟单元"));
-    placeStrip();
-}
-
-void PanelWindow::unfoldStrip(bool unfolded) {
-    stripButton_->setChecked(unfolded);
-    body_->setFolded(!unfolded);
-}
-
-void PanelWindow::showSpeed(double factor) {
-    const QString name = tr("单元");
-    stripButton_->setText(factor == 1 ? name : QStringLiteral("%1 %2x").arg(name).arg(factor));
-}
-
-void PanelWindow::placeStrip() {
-    unfoldStrip(body_->hasRoom());
+    docks_->refit();
 }
 
 bool PanelWindow::event(QEvent* event) {
@@ -189,7 +139,7 @@ void PanelWindow::changeEvent(QEvent* event) {
 
 void PanelWindow::resizeEvent(QResizeEvent* event) {
     QMainWindow::resizeEvent(event);
-    state_->fitTo(width());
+    fit();
 }
 
 void PanelWindow::closeEvent(QCloseEvent* event) {

@@ -21,9 +21,9 @@ namespace {
 const QString languageKey = QStringLiteral("language");
 const QString folderKey = QStringLiteral("folder");
 const QString ratedWattsKey = QStringLiteral("ratedWatts");
-const QString pendantPositionKey = QStringLiteral("pendant/place");
+const QString docksKey = QStringLiteral("docks");
+const QString factorKey = QStringLiteral("factor");
 const QString setupDoneKey = QStringLiteral("setupDone");
-const QString pendantUnfoldedKey = QStringLiteral("pendant/unfolded");
 
 bool readMap(QIODevice& file, QSettings::SettingsMap& map) {
     const QJsonDocument document = QJsonDocument::fromJson(file.readAll());
@@ -108,22 +108,22 @@ void Preferences::rememberRatedWatts(double watts) {
     Store().setValue(ratedWattsKey, watts);
 }
 
-std::optional<QPoint> Preferences::pendantPosition() {
-    const QVariantList position = Store().value(pendantPositionKey).toList();
-    if (position.size() != 2) {
-        return {};
-    }
-    return QPoint(position[0].toInt(), position[1].toInt());
+QStringList Preferences::docks() {
+    return Store().value(docksKey).toStringList();
 }
 
-bool Preferences::pendantUnfolded() {
-    return Store().value(pendantUnfoldedKey, true).toBool();
+void Preferences::rememberDocks(const QStringList& docks) {
+    Store().setValue(docksKey, docks);
 }
 
-void Preferences::rememberPendant(const QPoint& position, bool unfolded) {
-    Store store;
-    store.setValue(pendantPositionKey, QVariantList{position.x(), position.y()});
-    store.setValue(pendantUnfoldedKey, unfolded);
+double Preferences::factor() {
+    constexpr double most = 3;
+    const double factor = Store().value(factorKey).toDouble();
+    return factor >= 1 && factor <= most ? factor : 0;
+}
+
+void Preferences::rememberFactor(double factor) {
+    Store().setValue(factorKey, factor);
 }
 
 bool Preferences::setupDone() {

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <QPoint>
 #include <QString>
+#include <QStringList>
 
 #include <optional>
 
@@ -28,10 +28,12 @@ public:
     /// Of the laser source, in W.
     [[nodiscard]] static std::optional<double> ratedWatts();
     static void rememberRatedWatts(double watts);
-    /// Position of the pendant as the operator has moved it, and whether it is unfolded.
-    [[nodiscard]] static std::optional<QPoint> pendantPosition();
-    [[nodiscard]] static bool pendantUnfolded();
-    static void rememberPendant(const QPoint& position, bool unfolded);
+    /// The docks that stood open.
+    [[nodiscard]] static QStringList docks();
+    static void rememberDocks(const QStringList& docks);
+    /// By what everything grows; 0: by the size of the window.
+    [[nodiscard]] static double factor();
+    static void rememberFactor(double factor);
     /// Whether the list of the first setup is not to come by itself any more.
     [[nodiscard]] static bool setupDone();
     static void rememberSetupDone();

@@ -21,7 +21,7 @@ QAbstractButton* Ways::button(Place place) const {
             name = "btnBind";
             break;
         case Place::Results:
-        case Place::Pendant:
+        case Place::Rail:
             return nullptr;
     }
     return page_ ? page_->findChild<QAbstractButton*>(QLatin1String(name)) : nullptr;

@@ -1,23 +1,47 @@
 #include "app/cell/segmentedcontrol.h"
 
 #include <QAbstractButton>
+#include <QBoxLayout>
 #include <QButtonGroup>
-#include <QHBoxLayout>
 #include <QPushButton>
+#include <QVariant>
 
 namespace app {
 
+namespace {
+
+/// The style rounds the corners at the ends.
+QString endOf(int index, int count, Qt::Orientation orientation) {
+    const bool across = orientation == Qt::Horizontal;
+    if (index == 0) {
+        return across ? QStringLiteral("left") : QStringLiteral("top");
+    }
+    if (index < count - 1) {
+        return QStringLiteral("none");
+    }
+    return across ? QStringLiteral("right") : QStringLiteral("bottom");
+}
+
+}  // namespace
+
 SegmentedControl::SegmentedControl(const QString& name, const QStringList& texts, QWidget* parent)
+    : SegmentedControl(name, texts, Qt::Horizontal, parent) {}
+
+SegmentedControl::SegmentedControl(const QString& name, const QStringList& texts, Qt::Orientation orientation,
+                                   QWidget* parent)
     : QWidget(parent), buttons_(new QButtonGroup(this)) {
-    auto* row = new QHBoxLayout(this);
+    auto* row = new QBoxLayout(
+        orientation == Qt::Horizontal ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom, this);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(0);
     for (int i = 0; i < texts.size(); ++i) {
         auto* button = new QPushButton(texts[i]);
         button->setObjectName(name + QString::number(i));
+        button->setProperty("segment", endOf(i, texts.size(), orientation));
         button->setCheckable(true);
         button->setFocusPolicy(Qt::TabFocus);
-        button->setMinimumHeight(48);
+        button->setSizePolicy(orientation == Qt::Vertical ? QSizePolicy::Ignored : QSizePolicy::Preferred,
+                              QSizePolicy::Fixed);
         buttons_->addButton(button, i);
         row->addWidget(button, 1);
     }
@@ -32,6 +56,7 @@ void SegmentedControl::setCurrent(int index) {
     current_ = index;
     if (QAbstractButton* button = buttons_->button(index)) {
         button->setChecked(true);
+        setFocusProxy(button);
     }
 }
 
@@ -41,6 +66,10 @@ int SegmentedControl::current() const {
 
 void SegmentedControl::setText(int index, const QString& text) {
     buttons_->button(index)->setText(text);
+}
+
+void SegmentedControl::setQuiet(int index) {
+    buttons_->button(index)->setProperty("quiet", true);
 }
 
 }  // namespace app

@@ -7,16 +7,21 @@ class QButtonGroup;
 
 namespace app {
 
-/// A row of buttons, one of which is checked. A click only emits clicked(); setCurrent() checks a button.
+/// Buttons in a row or a column, one of which is checked. A click only emits clicked(); setCurrent() checks a
+/// button.
 class SegmentedControl : public QWidget {
     Q_OBJECT
 public:
     /// The object name of a button is `name` followed by its index.
     SegmentedControl(const QString& name, const QStringList& texts, QWidget* parent = nullptr);
+    SegmentedControl(const QString& name, const QStringList& texts, Qt::Orientation orientation,
+                     QWidget* parent = nullptr);
 
     void setCurrent(int index);
     int current() const;
     void setText(int index, const QString& text);
+    /// A choice that is off: grey, not blue, while it is checked.
+    void setQuiet(int index);
 
 signals:
     void clicked(int index);

@@ -4,6 +4,7 @@
 #include "program/words.h"
 
 #include <QApplication>
+#include <QStringList>
 #include <QWidget>
 
 namespace app {
@@ -12,7 +13,7 @@ const char* const handbookUrl = "qrc:/app/docs/handbook/README.md";
 
 namespace {
 
-/// The classes of windows and pages, and the chapter about each. The first one that is visible counts.
+/// The classes of dialogs and pages, and the chapter about each. The first one that is visible counts.
 constexpr struct {
     const char* className;
     const char* chapter;
@@ -43,6 +44,16 @@ bool isShown(const QWidget* widget, const char* className) {
     return widget->isVisible() && widget->inherits(className);
 }
 
+/// Whether the keyboard is in a dock that shows runs.
+bool isInView(const QWidget* widget) {
+    const QStringList views{QStringLiteral("dock_path"), QStringLiteral("dock_signals"),
+                            QStringLiteral("dock_results"), QStringLiteral("dock_log")};
+    while (widget && !views.contains(widget->objectName())) {
+        widget = widget->parentWidget();
+    }
+    return widget;
+}
+
 /// Of the project page.
 QString chapterOfProgram() {
     if (m(prog::key::executeState)->getString() != prog::word::idle) {
@@ -67,8 +78,7 @@ QString anchorOf(const QString& heading) {
 }
 
 QString chapterOf(const QWidget* page) {
-    const QWidget* const window = QApplication::activeWindow();
-    if (window && window->objectName() == QLatin1String("viewsWindow")) {
+    if (isInView(QApplication::focusWidget())) {
         return QLatin1String(ofViews);
     }
     for (const auto& row : rows) {

@@ -140,7 +140,7 @@
     </message>
     <message>
         <source>'%1' 既不是 true 也不是 false</source>
-        <translation>&apos;%1&apos; is neither true nor false</translation>
+        <translation>'%1' is neither true nor false</translation>
     </message>
     <message>
         <source>所有端口均已停用</source>
@@ -148,11 +148,11 @@
     </message>
     <message>
         <source>缺少 '%1'</source>
-        <translation>&apos;%1&apos; is missing</translation>
+        <translation>'%1' is missing</translation>
     </message>
     <message>
         <source>'%1' 不是 %2</source>
-        <translation>&apos;%1&apos; is not %2</translation>
+        <translation>'%1' is not %2</translation>
     </message>
     <message>
         <source>无法保留原文件的副本</source>
@@ -168,15 +168,15 @@
     </message>
     <message>
         <source>此处没有名为 '%1' 的项</source>
-        <translation>&apos;%1&apos; is not known here</translation>
+        <translation>'%1' is not known here</translation>
     </message>
     <message>
         <source>'%1' 的 min 大于 max</source>
-        <translation>&apos;min&apos; of &apos;%1&apos; is greater than &apos;max&apos;</translation>
+        <translation>'min' of '%1' is greater than 'max'</translation>
     </message>
     <message>
         <source>未知的语句类型“%1”</source>
-        <translation>unknown statement type &quot;%1&quot;</translation>
+        <translation>unknown statement type "%1"</translation>
     </message>
     <message>
         <source>文件内容是设置，不是工程</source>
@@ -387,7 +387,7 @@
     </message>
 </context>
 <context>
-    <name>app::CellStrip</name>
+    <name>app::CellPage</name>
     <message>
         <source>输入</source>
         <translation>Inputs</translation>
@@ -429,42 +429,10 @@
     </message>
 </context>
 <context>
-    <name>app::DriveBox</name>
+    <name>app::Dock</name>
     <message>
-        <source>自动</source>
-        <translation>Auto</translation>
-    </message>
-    <message>
-        <source>手动</source>
-        <translation>Manual</translation>
-    </message>
-    <message>
-        <source>模式</source>
-        <translation>Mode</translation>
-    </message>
-    <message>
-        <source>机器人</source>
-        <translation>Robot</translation>
-    </message>
-    <message>
-        <source>程序</source>
-        <translation>Program</translation>
-    </message>
-    <message>
-        <source>运动中</source>
-        <translation>Moving</translation>
-    </message>
-    <message>
-        <source>静止</source>
-        <translation>At rest</translation>
-    </message>
-    <message>
-        <source>运行中</source>
-        <translation>Running</translation>
-    </message>
-    <message>
-        <source>空闲</source>
-        <translation>Idle</translation>
+        <source>关闭</source>
+        <translation>Close</translation>
     </message>
 </context>
 <context>
@@ -757,11 +725,7 @@ with code %1</translation>
     </message>
 </context>
 <context>
-    <name>app::HelpWindow</name>
-    <message>
-        <source>手册</source>
-        <translation>Handbook</translation>
-    </message>
+    <name>app::HelpPage</name>
     <message>
         <source>查找</source>
         <translation>Search</translation>
@@ -806,18 +770,6 @@ with code %1</translation>
         <translation>Step in mm or °; Hold: moves as long as a key is held</translation>
     </message>
     <message>
-        <source>步长
-mm，°</source>
-        <translation>Step
-mm, °</translation>
-    </message>
-    <message>
-        <source>速度
-mm/s，°/s</source>
-        <translation>Speed
-mm/s, °/s</translation>
-    </message>
-    <message>
         <source>机器人未上电</source>
         <translation>The drives are off</translation>
     </message>
@@ -836,6 +788,10 @@ mm/s, °/s</translation>
     <message>
         <source>程序正在运行</source>
         <translation>A program is running</translation>
+    </message>
+    <message>
+        <source>速度，mm/s 或 °/s</source>
+        <translation>Speed, mm/s or °/s</translation>
     </message>
 </context>
 <context>
@@ -903,12 +859,31 @@ mm/s, °/s</translation>
         <source>语言（面板将重新启动）</source>
         <translation>Language (restarts the panel)</translation>
     </message>
+    <message>
+        <source>密码和角色</source>
+        <translation>Code and roles</translation>
+    </message>
 </context>
 <context>
     <name>app::MenuTools</name>
     <message>
         <source>菜单</source>
         <translation>Menu</translation>
+    </message>
+</context>
+<context>
+    <name>app::ModeBox</name>
+    <message>
+        <source>模式</source>
+        <translation>Mode</translation>
+    </message>
+    <message>
+        <source>自动</source>
+        <translation>Auto</translation>
+    </message>
+    <message>
+        <source>手动</source>
+        <translation>Manual</translation>
     </message>
 </context>
 <context>
@@ -991,18 +966,36 @@ mm/s, °/s</translation>
         <translation>Target reached: %1, %2 parts</translation>
     </message>
     <message>
-        <source>上一件 %1
-平均 %2</source>
-        <translation>Last part %1
-Mean %2</translation>
-    </message>
-    <message>
         <source>日志</source>
         <translation>Log</translation>
     </message>
     <message>
         <source>恢复备份</source>
         <translation>Restore a backup</translation>
+    </message>
+    <message>
+        <source>上一件 %1  ·  平均 %2</source>
+        <translation>Last part %1  ·  mean %2</translation>
+    </message>
+    <message>
+        <source>手册</source>
+        <translation>Handbook</translation>
+    </message>
+    <message>
+        <source>单元</source>
+        <translation>Cell</translation>
+    </message>
+    <message>
+        <source>点动</source>
+        <translation>Jog</translation>
+    </message>
+    <message>
+        <source>末端按键</source>
+        <translation>Tool keys</translation>
+    </message>
+    <message>
+        <source>按键</source>
+        <translation>Tool keys</translation>
     </message>
 </context>
 <context>
@@ -1011,32 +1004,12 @@ Mean %2</translation>
         <source>激光焊接操作面板</source>
         <translation>Laser welding panel</translation>
     </message>
-    <message>
-        <source>模拟单元</source>
-        <translation>Simulated cell</translation>
-    </message>
-    <message>
-        <source>视图</source>
-        <translation>Views</translation>
-    </message>
-    <message>
-        <source>单元</source>
-        <translation>Cell</translation>
-    </message>
-    <message>
-        <source>路径、信号、结果、日志</source>
-        <translation>Path, signals, results, log</translation>
-    </message>
 </context>
 <context>
     <name>app::PartsBlock</name>
     <message>
         <source>零件</source>
         <translation>Parts</translation>
-    </message>
-    <message>
-        <source>%1：已完成 %2</source>
-        <translation>%1: %2 made</translation>
     </message>
 </context>
 <context>
@@ -1351,21 +1324,6 @@ Mean %2</translation>
     </message>
 </context>
 <context>
-    <name>app::PendantWindow</name>
-    <message>
-        <source>手控器</source>
-        <translation>Pendant</translation>
-    </message>
-    <message>
-        <source>点动</source>
-        <translation>Jog</translation>
-    </message>
-    <message>
-        <source>末端按键</source>
-        <translation>Tool keys</translation>
-    </message>
-</context>
-<context>
     <name>app::PostureTable</name>
     <message>
         <source>mm</source>
@@ -1648,10 +1606,6 @@ Mean %2</translation>
 <context>
     <name>app::RoleButton</name>
     <message>
-        <source>未设密码：全部开放</source>
-        <translation>No code set: everything is open</translation>
-    </message>
-    <message>
         <source>调试员</source>
         <translation>Integrator</translation>
     </message>
@@ -1893,7 +1847,7 @@ Mean %2</translation>
     <name>app::SpeedBox</name>
     <message>
         <source>单元的时间：快速运行时，焊接中的一切比例不变</source>
-        <translation>How fast the cell&apos;s time goes; faster, nothing in a weld changes its proportion</translation>
+        <translation>How fast the cell's time goes; faster, nothing in a weld changes its proportion</translation>
     </message>
     <message>
         <source>时间</source>
@@ -1919,16 +1873,16 @@ Mean %2</translation>
         <translation>Show the result</translation>
     </message>
     <message>
-        <source>显示手控器</source>
-        <translation>Show the pendant</translation>
-    </message>
-    <message>
         <source>查看程序</source>
         <translation>Show the program</translation>
     </message>
     <message>
         <source>查看第 %1 行</source>
         <translation>Show line %1</translation>
+    </message>
+    <message>
+        <source>转到右侧按键</source>
+        <translation>To the keys at the right</translation>
     </message>
 </context>
 <context>
@@ -1970,20 +1924,8 @@ Mean %2</translation>
         <translation>LASER ON</translation>
     </message>
     <message>
-        <source>暂停 第 %1 行</source>
-        <translation>PAUSED at line %1</translation>
-    </message>
-    <message>
         <source>运行中</source>
         <translation>RUNNING</translation>
-    </message>
-    <message>
-        <source>运行 第 %1 行</source>
-        <translation>RUNNING line %1</translation>
-    </message>
-    <message>
-        <source>监听中（%1 个等待）</source>
-        <translation>LISTENING (%1 waiting)</translation>
     </message>
     <message>
         <source>监听中</source>
@@ -2022,12 +1964,39 @@ Mean %2</translation>
         <translation>inside a weld</translation>
     </message>
     <message>
-        <source>在手控器上复位</source>
-        <translation>release it on the pendant</translation>
-    </message>
-    <message>
         <source>空运行</source>
         <translation>dry run</translation>
+    </message>
+    <message>
+        <source>，</source>
+        <translation>, </translation>
+    </message>
+    <message>
+        <source>第 %1 行，共 %2 行</source>
+        <translation>line %1 of %2</translation>
+    </message>
+    <message>
+        <source>暂停</source>
+        <translation>PAUSED</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n 行</source>
+        <translation>
+            <numerusform>%n line</numerusform>
+            <numerusform>%n lines</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>先复位急停，再上电</source>
+        <translation>Release the button, then drives on</translation>
+    </message>
+    <message>
+        <source>%1 个工位等待</source>
+        <translation>%1 waiting</translation>
+    </message>
+    <message>
+        <source>没有工位等待</source>
+        <translation>no station waits</translation>
     </message>
 </context>
 <context>
@@ -2106,7 +2075,7 @@ Mean %2</translation>
     </message>
     <message>
         <source>端口“%1”已停用</source>
-        <translation>port &quot;%1&quot; is disabled</translation>
+        <translation>port "%1" is disabled</translation>
     </message>
     <message>
         <source>空运行：激光、气体和送丝保持关闭</source>
@@ -2158,11 +2127,11 @@ Mean %2</translation>
     </message>
     <message>
         <source>端口“%1”未分配</source>
-        <translation>port &quot;%1&quot; is not assigned</translation>
+        <translation>port "%1" is not assigned</translation>
     </message>
     <message>
         <source>端口“%1”分配到不存在的 %2</source>
-        <translation>port &quot;%1&quot; is assigned to %2, which does not exist</translation>
+        <translation>port "%1" is assigned to %2, which does not exist</translation>
     </message>
     <message>
         <source>焊接没有保护气：%1</source>
@@ -2242,20 +2211,13 @@ Mean %2</translation>
         <translation>On</translation>
     </message>
     <message>
-        <source>复位急停</source>
-        <translation>Release</translation>
-    </message>
-    <message>
         <source>驱动电源</source>
         <translation>Drive power</translation>
     </message>
     <message>
-        <source>收起</source>
-        <translation>Fold</translation>
-    </message>
-    <message>
-        <source>点动、按键</source>
-        <translation>Jog, keys</translation>
+        <source>复位
+急停</source>
+        <translation>Release</translation>
     </message>
 </context>
 <context>
@@ -2265,23 +2227,12 @@ Mean %2</translation>
         <translation>STOP</translation>
     </message>
     <message>
-        <source>紧急停止</source>
-        <translation>Emergency stop</translation>
-    </message>
-    <message>
         <source>紧急停止：F12 或 Pause，在任何窗口中有效</source>
         <translation>Emergency stop: F12 or Pause, in every window</translation>
     </message>
     <message>
         <source>已按下</source>
         <translation>Pressed</translation>
-    </message>
-</context>
-<context>
-    <name>app::ViewsWindow</name>
-    <message>
-        <source>路径、信号、结果、日志</source>
-        <translation>Path, signals, results, log</translation>
     </message>
 </context>
 </TS>

@@ -128,19 +128,19 @@
     </message>
     <message>
         <source>'%1' 不是数字</source>
-        <translation>&apos;%1&apos;: не число</translation>
+        <translation>'%1': не число</translation>
     </message>
     <message>
         <source>'%1' 不是文字</source>
-        <translation>&apos;%1&apos;: не текст</translation>
+        <translation>'%1': не текст</translation>
     </message>
     <message>
         <source>'%1' 不是对象</source>
-        <translation>&apos;%1&apos;: не объект</translation>
+        <translation>'%1': не объект</translation>
     </message>
     <message>
         <source>'%1' 既不是 true 也不是 false</source>
-        <translation>&apos;%1&apos;: не true и не false</translation>
+        <translation>'%1': не true и не false</translation>
     </message>
     <message>
         <source>所有端口均已停用</source>
@@ -148,11 +148,11 @@
     </message>
     <message>
         <source>缺少 '%1'</source>
-        <translation>нет &apos;%1&apos;</translation>
+        <translation>нет '%1'</translation>
     </message>
     <message>
         <source>'%1' 不是 %2</source>
-        <translation>&apos;%1&apos;: не %2</translation>
+        <translation>'%1': не %2</translation>
     </message>
     <message>
         <source>无法保留原文件的副本</source>
@@ -387,7 +387,7 @@
     </message>
 </context>
 <context>
-    <name>app::CellStrip</name>
+    <name>app::CellPage</name>
     <message>
         <source>输入</source>
         <translation>Входы</translation>
@@ -429,42 +429,10 @@
     </message>
 </context>
 <context>
-    <name>app::DriveBox</name>
+    <name>app::Dock</name>
     <message>
-        <source>自动</source>
-        <translation>Авто</translation>
-    </message>
-    <message>
-        <source>手动</source>
-        <translation>Ручной</translation>
-    </message>
-    <message>
-        <source>模式</source>
-        <translation>Режим</translation>
-    </message>
-    <message>
-        <source>机器人</source>
-        <translation>Робот</translation>
-    </message>
-    <message>
-        <source>程序</source>
-        <translation>Программа</translation>
-    </message>
-    <message>
-        <source>运动中</source>
-        <translation>Движется</translation>
-    </message>
-    <message>
-        <source>静止</source>
-        <translation>Стоит</translation>
-    </message>
-    <message>
-        <source>运行中</source>
-        <translation>Выполняется</translation>
-    </message>
-    <message>
-        <source>空闲</source>
-        <translation>Ожидание</translation>
+        <source>关闭</source>
+        <translation>Закрыть</translation>
     </message>
 </context>
 <context>
@@ -757,11 +725,7 @@
     </message>
 </context>
 <context>
-    <name>app::HelpWindow</name>
-    <message>
-        <source>手册</source>
-        <translation>Руководство</translation>
-    </message>
+    <name>app::HelpPage</name>
     <message>
         <source>查找</source>
         <translation>Поиск</translation>
@@ -780,7 +744,7 @@
     </message>
     <message>
         <source>手册中没有“%1”</source>
-        <translation>«%1» нет в руководстве</translation>
+        <translation>В руководстве нет «%1»</translation>
     </message>
 </context>
 <context>
@@ -806,18 +770,6 @@
         <translation>Шаг в мм или °; «Непр.»: движется, пока нажата кнопка</translation>
     </message>
     <message>
-        <source>步长
-mm，°</source>
-        <translation>Шаг
-мм, °</translation>
-    </message>
-    <message>
-        <source>速度
-mm/s，°/s</source>
-        <translation>Скорость
-мм/с, °/с</translation>
-    </message>
-    <message>
         <source>机器人未上电</source>
         <translation>Приводы выключены</translation>
     </message>
@@ -836,6 +788,10 @@ mm/s，°/s</source>
     <message>
         <source>程序正在运行</source>
         <translation>Программа выполняется</translation>
+    </message>
+    <message>
+        <source>速度，mm/s 或 °/s</source>
+        <translation>Скорость, мм/с или °/с</translation>
     </message>
 </context>
 <context>
@@ -903,12 +859,31 @@ mm/s，°/s</source>
         <source>语言（面板将重新启动）</source>
         <translation>Язык (панель перезапустится)</translation>
     </message>
+    <message>
+        <source>密码和角色</source>
+        <translation>Код и роли</translation>
+    </message>
 </context>
 <context>
     <name>app::MenuTools</name>
     <message>
         <source>菜单</source>
         <translation>Меню</translation>
+    </message>
+</context>
+<context>
+    <name>app::ModeBox</name>
+    <message>
+        <source>模式</source>
+        <translation>Режим</translation>
+    </message>
+    <message>
+        <source>自动</source>
+        <translation>Авто</translation>
+    </message>
+    <message>
+        <source>手动</source>
+        <translation>Ручной</translation>
     </message>
 </context>
 <context>
@@ -991,18 +966,36 @@ mm/s，°/s</source>
         <translation>Цель достигнута: %1, деталей: %2</translation>
     </message>
     <message>
-        <source>上一件 %1
-平均 %2</source>
-        <translation>Деталь %1
-Среднее %2</translation>
-    </message>
-    <message>
         <source>日志</source>
         <translation>Журнал</translation>
     </message>
     <message>
         <source>恢复备份</source>
         <translation>Восстановление копии</translation>
+    </message>
+    <message>
+        <source>上一件 %1  ·  平均 %2</source>
+        <translation>Последняя деталь %1  ·  средняя %2</translation>
+    </message>
+    <message>
+        <source>手册</source>
+        <translation>Руководство</translation>
+    </message>
+    <message>
+        <source>单元</source>
+        <translation>Ячейка</translation>
+    </message>
+    <message>
+        <source>点动</source>
+        <translation>Движение</translation>
+    </message>
+    <message>
+        <source>末端按键</source>
+        <translation>Кнопки инструмента</translation>
+    </message>
+    <message>
+        <source>按键</source>
+        <translation>Кнопки</translation>
     </message>
 </context>
 <context>
@@ -1011,32 +1004,12 @@ mm/s，°/s</source>
         <source>激光焊接操作面板</source>
         <translation>Панель лазерной сварки</translation>
     </message>
-    <message>
-        <source>模拟单元</source>
-        <translation>Модель ячейки</translation>
-    </message>
-    <message>
-        <source>视图</source>
-        <translation>Виды</translation>
-    </message>
-    <message>
-        <source>单元</source>
-        <translation>Ячейка</translation>
-    </message>
-    <message>
-        <source>路径、信号、结果、日志</source>
-        <translation>Траектория, сигналы, результаты, журнал</translation>
-    </message>
 </context>
 <context>
     <name>app::PartsBlock</name>
     <message>
         <source>零件</source>
         <translation>Детали</translation>
-    </message>
-    <message>
-        <source>%1：已完成 %2</source>
-        <translation>%1: готово %2</translation>
     </message>
 </context>
 <context>
@@ -1351,21 +1324,6 @@ mm/s，°/s</source>
     </message>
 </context>
 <context>
-    <name>app::PendantWindow</name>
-    <message>
-        <source>手控器</source>
-        <translation>Пульт</translation>
-    </message>
-    <message>
-        <source>点动</source>
-        <translation>Перемещение</translation>
-    </message>
-    <message>
-        <source>末端按键</source>
-        <translation>Кнопки</translation>
-    </message>
-</context>
-<context>
     <name>app::PostureTable</name>
     <message>
         <source>mm</source>
@@ -1648,10 +1606,6 @@ mm/s，°/s</source>
 <context>
     <name>app::RoleButton</name>
     <message>
-        <source>未设密码：全部开放</source>
-        <translation>Код не задан: всё открыто</translation>
-    </message>
-    <message>
         <source>调试员</source>
         <translation>Наладчик</translation>
     </message>
@@ -1919,16 +1873,16 @@ mm/s，°/s</source>
         <translation>Показать результат</translation>
     </message>
     <message>
-        <source>显示手控器</source>
-        <translation>Показать пульт</translation>
-    </message>
-    <message>
         <source>查看程序</source>
         <translation>Показать программу</translation>
     </message>
     <message>
         <source>查看第 %1 行</source>
         <translation>Показать строку %1</translation>
+    </message>
+    <message>
+        <source>转到右侧按键</source>
+        <translation>К кнопкам справа</translation>
     </message>
 </context>
 <context>
@@ -1970,20 +1924,8 @@ mm/s，°/s</source>
         <translation>ЛАЗЕР ВКЛЮЧЁН</translation>
     </message>
     <message>
-        <source>暂停 第 %1 行</source>
-        <translation>ПАУЗА, строка %1</translation>
-    </message>
-    <message>
         <source>运行中</source>
         <translation>РАБОТА</translation>
-    </message>
-    <message>
-        <source>运行 第 %1 行</source>
-        <translation>РАБОТА, строка %1</translation>
-    </message>
-    <message>
-        <source>监听中（%1 个等待）</source>
-        <translation>ОПРОС (ждут: %1)</translation>
     </message>
     <message>
         <source>监听中</source>
@@ -2022,12 +1964,40 @@ mm/s，°/s</source>
         <translation>шов не закончен</translation>
     </message>
     <message>
-        <source>在手控器上复位</source>
-        <translation>отпустите на пульте</translation>
-    </message>
-    <message>
         <source>空运行</source>
         <translation>пробный проход</translation>
+    </message>
+    <message>
+        <source>，</source>
+        <translation>, </translation>
+    </message>
+    <message>
+        <source>第 %1 行，共 %2 行</source>
+        <translation>строка %1 из %2</translation>
+    </message>
+    <message>
+        <source>暂停</source>
+        <translation>ПАУЗА</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n 行</source>
+        <translation>
+            <numerusform>%n строка</numerusform>
+            <numerusform>%n строки</numerusform>
+            <numerusform>%n строк</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>先复位急停，再上电</source>
+        <translation>Отпустите кнопку, затем включите приводы</translation>
+    </message>
+    <message>
+        <source>%1 个工位等待</source>
+        <translation>ожидают: %1</translation>
+    </message>
+    <message>
+        <source>没有工位等待</source>
+        <translation>ни один пост не ждёт</translation>
     </message>
 </context>
 <context>
@@ -2244,20 +2214,13 @@ mm/s，°/s</source>
         <translation>Вкл</translation>
     </message>
     <message>
-        <source>复位急停</source>
-        <translation>Отжать</translation>
-    </message>
-    <message>
         <source>驱动电源</source>
         <translation>Приводы</translation>
     </message>
     <message>
-        <source>收起</source>
-        <translation>Свернуть</translation>
-    </message>
-    <message>
-        <source>点动、按键</source>
-        <translation>Движение</translation>
+        <source>复位
+急停</source>
+        <translation>Отпустить</translation>
     </message>
 </context>
 <context>
@@ -2267,23 +2230,12 @@ mm/s，°/s</source>
         <translation>СТОП</translation>
     </message>
     <message>
-        <source>紧急停止</source>
-        <translation>Аварийный останов</translation>
-    </message>
-    <message>
         <source>紧急停止：F12 或 Pause，在任何窗口中有效</source>
         <translation>Аварийный останов: F12 или Pause, в любом окне</translation>
     </message>
     <message>
         <source>已按下</source>
         <translation>Нажат</translation>
-    </message>
-</context>
-<context>
-    <name>app::ViewsWindow</name>
-    <message>
-        <source>路径、信号、结果、日志</source>
-        <translation>Траектория, сигналы, результаты, журнал</translation>
     </message>
 </context>
 </TS>

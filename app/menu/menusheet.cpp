@@ -58,6 +58,7 @@ void MenuSheet::addTools() {
     } tools[] = {
         {"btnHandbook", tr("手册（F1）"), &MenuSheet::handbookAsked, false},
         {"btnSetup", tr("首次设置"), &MenuSheet::setupAsked, false},
+        {"btnRoles", tr("密码和角色"), &MenuSheet::rolesAsked, false},
         {"btnBackup", tr("备份工程和设置…"), &MenuSheet::backupAsked, false},
         {"btnRestoreBackup", tr("恢复备份…"), &MenuSheet::restoreAsked, true},
         {"btnSupport", tr("技术支持文件包…"), &MenuSheet::supportAsked, false},

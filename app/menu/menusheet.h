@@ -17,6 +17,7 @@ signals:
     void exampleChosen(const QString& name);
     /// "cn", "en" or "ru"; not the present one.
     void languageChosen(const QString& language);
+    void rolesAsked();
     void setupAsked();
     void handbookAsked();
     void supportAsked();

@@ -1,10 +1,12 @@
 #include "app/menu/menutools.h"
 
 #include "app/backup/backuptools.h"
+#include "app/dock/dockarea.h"
 #include "app/examples/examplelibrary.h"
+#include "app/header/header.h"
 #include "app/help/chapters.h"
 #include "app/help/helpkey.h"
-#include "app/help/helpwindow.h"
+#include "app/help/helppage.h"
 #include "app/menu/menusheet.h"
 #include "app/noticebar.h"
 #include "app/panelwindow.h"
@@ -23,19 +25,16 @@
 
 namespace app {
 
+const QString MenuTools::helpDock = QStringLiteral("help");
+
 MenuTools::MenuTools(PanelWindow* window, QWidget* page, const RunHistory* history, QObject* parent)
     : QObject(parent),
       window_(window),
       page_(page),
       history_(history),
-      button_(new QToolButton),
-      backup_(new BackupTools(window, window->stripParent(), this)) {
-    constexpr int width = 80, height = 48;
-    button_->setObjectName(QStringLiteral("btnMenu"));
-    button_->setText(QStringLiteral("☰ ") + tr("菜单"));
-    button_->setFocusPolicy(Qt::TabFocus);
-    button_->setMinimumSize(width, height);
-    connect(button_, &QToolButton::clicked, this, &MenuTools::openMenu);
+      button_(window->header()->addButton(QStringLiteral("btnMenu"), QStringLiteral("menu"), tr("菜单"))),
+      backup_(new BackupTools(window, window->stage(), this)) {
+    connect(button_, &QToolButton::clicked, this, &MenuTools::toggleMenu);
     connect(backup_, &BackupTools::told, window->notices(), &NoticeBar::tell);
     connect(backup_, &BackupTools::saved, this, &MenuTools::saved);
     connect(backup_, &BackupTools::restored, this, &MenuTools::restored);
@@ -44,10 +43,25 @@ MenuTools::MenuTools(PanelWindow* window, QWidget* page, const RunHistory* histo
 
 MenuTools::~MenuTools() = default;
 
+/// The second press closes it.
+void MenuTools::toggleMenu() {
+    if (menu_) {
+        menu_->dismiss();
+    } else {
+        openMenu();
+    }
+}
+
 void MenuTools::openMenu() {
-    auto* menu = new MenuSheet(ExampleLibrary::ofThisProgram(), window_->stripParent());
+    auto* menu = new MenuSheet(ExampleLibrary::ofThisProgram(), window_->stage());
+    menu_ = menu;
+    connect(menu, &Sheet::dismissed, this, [this] {
+        menu_.clear();
+        button_->setChecked(false);
+    });
     connect(menu, &MenuSheet::exampleChosen, this, &MenuTools::exampleChosen);
     connect(menu, &MenuSheet::languageChosen, this, &MenuTools::languageChosen);
+    connect(menu, &MenuSheet::rolesAsked, this, &MenuTools::rolesAsked);
     connect(menu, &MenuSheet::setupAsked, this, &MenuTools::openSetup);
     connect(menu, &MenuSheet::handbookAsked, this, &MenuTools::openHandbook);
     connect(menu, &MenuSheet::supportAsked, this, [this] { backup_->saveSupport(facts()); });
@@ -63,6 +77,7 @@ void MenuTools::openMenu() {
         });
     });
     menu->open();
+    button_->setChecked(true);
 }
 
 void MenuTools::setRestoreGuard(const std::function<bool()>& mayRestore) {
@@ -70,14 +85,17 @@ void MenuTools::setRestoreGuard(const std::function<bool()>& mayRestore) {
 }
 
 void MenuTools::openHandbook() {
-    if (!help_) {
-        help_ = std::make_unique<HelpWindow>();
-    }
-    help_->open(chapterOf(page_), window_);
+    const QString chapter = chapterOf(page_);  // of what has the keyboard now
+    window_->docks()->open(helpDock);
+    this->help()->openChapter(chapter);
+}
+
+HelpPage* MenuTools::help() const {
+    return static_cast<HelpPage*>(window_->docks()->content(helpDock));
 }
 
 void MenuTools::openSetup() {
-    auto* sheet = new SetupSheet([this] { return hasWelded(); }, window_->stripParent());
+    auto* sheet = new SetupSheet([this] { return hasWelded(); }, window_->stage());
     connect(sheet, &SetupSheet::wayAsked, this, &MenuTools::lead);
     connect(sheet, &SetupSheet::doneForGood, this, [] { Preferences::rememberSetupDone(); });
     sheet->open();

@@ -6,7 +6,6 @@
 #include <QPointer>
 
 #include <functional>
-#include <memory>
 
 class QToolButton;
 
@@ -14,7 +13,8 @@ namespace app {
 
 class BackupTools;
 class ExampleLibrary;
-class HelpWindow;
+class HelpPage;
+class MenuSheet;
 class NoticeBar;
 class PanelWindow;
 class RunHistory;
@@ -23,23 +23,24 @@ class RunHistory;
 class MenuTools : public QObject {
     Q_OBJECT
 public:
+    static const QString helpDock;  ///< the dock of the handbook, a HelpPage
+
     /// `page`: the package's page. `history`: where the first weld is looked for.
     MenuTools(PanelWindow* window, QWidget* page, const RunHistory* history, QObject* parent = nullptr);
     ~MenuTools() override;
 
-    /// The button for the header.
-    QToolButton* button() const { return button_; }
     /// Asked before a backup is restored, which replaces ports and stations, too; false: not now.
     void setRestoreGuard(const std::function<bool()>& mayRestore);
     /// Shows the first setup unless the operator has dismissed it for good or all is done.
     void offerSetup();
     void openHandbook();
-    /// The window of the handbook; null before it was opened.
-    HelpWindow* help() const { return help_.get(); }
+    /// The handbook in its dock.
+    HelpPage* help() const;
 
 signals:
     void exampleChosen(const QString& name);
     void languageChosen(const QString& language);
+    void rolesAsked();
     /// Unsaved edits have to be settled before a backup is restored: call `goOn` then.
     void restoreAsked(const std::function<void()>& goOn);
     /// A backup or a support archive was written.
@@ -48,6 +49,7 @@ signals:
     void restored();
 
 private:
+    void toggleMenu();
     void openMenu();
     void openSetup();
     void lead(const QString& button) const;
@@ -57,9 +59,9 @@ private:
     PanelWindow* window_;
     QPointer<QWidget> page_;
     const RunHistory* history_;
-    QToolButton* button_;
+    QToolButton* button_;  ///< in the header
+    QPointer<MenuSheet> menu_;
     BackupTools* backup_;
-    std::unique_ptr<HelpWindow> help_;
     bool welded_ = false;
     QString lookedAt_;  ///< the newest run when the history was read
 };

@@ -1,27 +1,32 @@
 #include "app/parts/partsblock.h"
 
+#include "look/scale.h"
+#include "look/tokens.h"
+#include "look/type.h"
+
 #include <QPainter>
+
+#include <algorithm>
 
 namespace app {
 
 namespace {
 
-constexpr int widthPx = 96, heightPx = 48;
-constexpr int captionPx = 14, figurePx = 20, leastPx = 12;
-const QColor white(0xff, 0xff, 0xff), fog(0xb9, 0xc8, 0xd8), raised(0x3b, 0x50, 0x70);
-const QColor focusColour(0x9c, 0xc7, 0xf2);
+constexpr int captionLinePx = 17, figureLinePx = 24;
 
 }  // namespace
 
 PartsBlock::PartsBlock(QWidget* parent) : QAbstractButton(parent) {
     setObjectName(QStringLiteral("partsBlock"));
     setFocusPolicy(Qt::TabFocus);
-    setFixedSize(widthPx, heightPx);
     setCount({}, {});
 }
 
 QSize PartsBlock::sizeHint() const {
-    return {widthPx, heightPx};
+    const int made = QFontMetrics(look::font(look::Size::Title, look::Weight::State)).horizontalAdvance(made_);
+    const int target = QFontMetrics(look::font(look::Size::Text)).horizontalAdvance(target_);
+    const int caption = QFontMetrics(look::font(look::Size::Caption)).horizontalAdvance(tr("零件"));
+    return {std::max(made + target, caption) + look::px(16), look::px(48)};
 }
 
 void PartsBlock::setCount(const QString& project, const PartCount& count) {
@@ -29,35 +34,36 @@ void PartsBlock::setCount(const QString& project, const PartCount& count) {
     setEnabled(hasProject);
     isReached_ = count.target > 0 && count.made >= count.target;
     setText(hasProject ? count.figure() : QStringLiteral("–"));
+    made_ = text().section(QLatin1Char('/'), 0, 0).trimmed();
+    const QString target = text().section(QLatin1Char('/'), 1).trimmed();
+    target_ = target.isEmpty() ? QString() : QStringLiteral(" / ") + target;
     setAccessibleName(tr("零件") + QLatin1Char(' ') + text());
-    setToolTip(hasProject ? tr("%1：已完成 %2").arg(project, text()) : QString());
+    updateGeometry();
     update();
 }
 
 void PartsBlock::paintEvent(QPaintEvent*) {
     QPainter painter(this);
-    if (isDown() || isReached_) {
-        painter.fillRect(rect(), raised);
+    painter.setRenderHint(QPainter::Antialiasing);
+    if (isDown() || isReached_ || hasFocus()) {
+        const int line = hasFocus() ? look::px(2) : 0;
+        painter.setPen(line > 0 ? QPen(QColor(look::sky), line) : QPen(Qt::NoPen));
+        painter.setBrush(isDown() || isReached_ ? QBrush(QColor(look::navy2)) : QBrush(Qt::NoBrush));
+        painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), look::px(6), look::px(6));
     }
-    if (hasFocus()) {
-        painter.setPen(QPen(focusColour, 2));
-        painter.drawRect(rect().adjusted(1, 1, -1, -1));
-    }
-    QFont plain = font();
-    plain.setPixelSize(captionPx);
-    painter.setFont(plain);
-    painter.setPen(fog);
-    painter.drawText(QRect(0, 2, width(), 18), Qt::AlignCenter, tr("零件"));
-    QFont bold = font();
-    bold.setBold(true);
-    int px = figurePx;
-    bold.setPixelSize(px);
-    while (px > leastPx && QFontMetrics(bold).horizontalAdvance(text()) > width() - 4) {
-        bold.setPixelSize(--px);
-    }
-    painter.setFont(bold);
-    painter.setPen(isEnabled() ? white : fog);
-    painter.drawText(QRect(0, 20, width(), 26), Qt::AlignCenter, text());
+    const int left = look::px(8), captionLine = look::px(captionLinePx), figureLine = look::px(figureLinePx);
+    const int top = (height() - captionLine - figureLine) / 2 - 1;
+    painter.setFont(look::font(look::Size::Caption));
+    painter.setPen(QColor(look::fog));
+    painter.drawText(QRect(left, top, width() - left, captionLine), Qt::AlignVCenter, tr("零件"));
+    const QRect figures(left, top + captionLine, width() - left, figureLine);
+    painter.setFont(look::font(look::Size::Title, look::Weight::State));
+    const int madeWidth = painter.fontMetrics().horizontalAdvance(made_);
+    painter.setPen(QColor(isEnabled() ? look::white : look::fog));
+    painter.drawText(figures, Qt::AlignVCenter, made_);
+    painter.setFont(look::font(look::Size::Text));
+    painter.setPen(QColor(look::fog));
+    painter.drawText(figures.adjusted(madeWidth, look::px(1), 0, look::px(1)), Qt::AlignVCenter, target_);
 }
 
 }  // namespace app

@@ -22,6 +22,8 @@ protected:
 
 private:
     bool isReached_ = false;
+    QString made_;
+    QString target_;  ///< " / 40"; empty without a target
 };
 
 }  // namespace app

@@ -2,7 +2,9 @@
 
 #include "app/clocktext.h"
 #include "app/progress/runwatcher.h"
+#include "look/scale.h"
 
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QProgressBar>
@@ -12,7 +14,7 @@ namespace app {
 namespace {
 
 constexpr int barSteps = 1000;
-constexpr int widthPx = 270;
+constexpr int barPx = 144, barHeightPx = 8;
 constexpr qint64 msPerS = 1000;
 
 }  // namespace
@@ -20,22 +22,16 @@ constexpr qint64 msPerS = 1000;
 ProgressView::ProgressView(const RunWatcher* watcher, QWidget* parent)
     : QWidget(parent), watcher_(watcher), elapsed_(new QLabel), left_(new QLabel), bar_(new QProgressBar) {
     setObjectName(QStringLiteral("runProgress"));
-    setFixedWidth(widthPx);
     elapsed_->setObjectName(QStringLiteral("lblProgressElapsed"));
     left_->setObjectName(QStringLiteral("lblProgressLeft"));
     bar_->setObjectName(QStringLiteral("barProgress"));
     bar_->setTextVisible(false);
     bar_->setRange(0, barSteps);
-    bar_->setFixedHeight(8);
-    auto* row = new QHBoxLayout;
+    auto* row = new QHBoxLayout(this);
     row->addWidget(elapsed_);
-    row->addStretch(1);
+    row->addWidget(bar_);
     row->addWidget(left_);
-    auto* column = new QVBoxLayout(this);
-    column->setContentsMargins(8, 4, 8, 6);
-    column->setSpacing(2);
-    column->addLayout(row, 1);
-    column->addWidget(bar_);
+    fit();
     connect(watcher, &RunWatcher::begun, this, [this] {
         refresh();
         show();
@@ -43,6 +39,19 @@ ProgressView::ProgressView(const RunWatcher* watcher, QWidget* parent)
     connect(watcher, &RunWatcher::advanced, this, &ProgressView::refresh);
     connect(watcher, &RunWatcher::ended, this, &QWidget::hide);
     hide();
+}
+
+void ProgressView::fit() {
+    layout()->setContentsMargins(look::px(8), 0, look::px(16), 0);
+    layout()->setSpacing(look::px(12));
+    bar_->setFixedSize(look::px(barPx), look::px(barHeightPx));
+}
+
+void ProgressView::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::StyleChange) {
+        fit();
+    }
 }
 
 void ProgressView::refresh() {

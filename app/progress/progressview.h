@@ -11,15 +11,18 @@ namespace app {
 
 class RunWatcher;
 
-/// The time since the run began (left) and the time that it will still take (right), over a thin bar. Hidden
-/// while nothing runs.
+/// The time since the run began, a thin bar, and the time that it will still take. Hidden while nothing runs.
 class ProgressView : public QWidget {
     Q_OBJECT
 public:
     /// `watcher` must outlive it.
     explicit ProgressView(const RunWatcher* watcher, QWidget* parent = nullptr);
 
+protected:
+    void changeEvent(QEvent* event) override;
+
 private:
+    void fit();
     void refresh();
     static QString leftText(const RunProgress::View& view);
 

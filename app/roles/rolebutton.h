@@ -6,7 +6,7 @@ namespace app {
 
 class RoleKeeper;
 
-/// The padlock in the header: closed for the operator, open for the integrator and while no code is set.
+/// The padlock in the header, where a code is set: closed for the operator, open for the integrator.
 class RoleButton : public QAbstractButton {
     Q_OBJECT
 public:

@@ -1,6 +1,8 @@
 #include "app/sheet/sheet.h"
 
 #include "app/appearance.h"
+#include "look/scale.h"
+#include "look/tokens.h"
 
 #include <QApplication>
 #include <QEvent>
@@ -11,18 +13,24 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace app {
 
 namespace {
 
-constexpr int cardWidth = 560;
-constexpr int buttonHeight = 48;
-const QColor veil(0x17, 0x27, 0x3a, 115);
+constexpr int cardPx = 560, outsidePx = 16;
+constexpr int marginPx = 24, barPx = 64;
 
 }  // namespace
 
 Sheet::Sheet(const QString& name, const QString& title, QWidget* over)
-    : QFrame(over), card_(new QFrame(this)), title_(new QLabel(title)), content_(new QVBoxLayout) {
+    : QFrame(over),
+      card_(new QFrame(this)),
+      title_(new QLabel(title)),
+      content_(new QVBoxLayout),
+      buttons_(new QHBoxLayout),
+      widthPx_(cardPx) {
     const QList<Sheet*> open = over->findChildren<Sheet*>(QString(), Qt::FindDirectChildrenOnly);
     for (Sheet* other : open) {
         if (other != this) {
@@ -33,40 +41,43 @@ Sheet::Sheet(const QString& name, const QString& title, QWidget* over)
     card_->setObjectName(QStringLiteral("sheetCard"));
     title_->setObjectName(QStringLiteral("lblSheetTitle"));
     title_->setWordWrap(true);
-    card_->setFixedWidth(cardWidth);
+    auto* upper = new QVBoxLayout;
+    const int margin = look::px(marginPx);
+    upper->setContentsMargins(margin, look::px(20), margin, look::px(20));
+    upper->setSpacing(look::px(12));
+    upper->addWidget(title_);
+    upper->addLayout(content_);
+    content_->setSpacing(look::px(12));
     auto* column = new QVBoxLayout(card_);
-    column->setContentsMargins(20, 16, 20, 16);
-    column->setSpacing(12);
-    column->addWidget(title_);
-    column->addLayout(content_);
-    auto* row = new QHBoxLayout;
-    row->setSpacing(8);
-    row->addStretch(1);
-    column->addLayout(row);
-    buttons_ = row;
+    column->setContentsMargins(2, 2, 2, 2);  // the card's edge
+    column->setSpacing(0);
+    column->addLayout(upper);
+    column->addStretch(1);
+    column->addWidget(makeBar());
     addButton(QStringLiteral("btnSheetClose"), tr("关闭"));
-    auto* middle = new QVBoxLayout(this);
-    middle->addStretch(1);
-    middle->addWidget(card_, 0, Qt::AlignHCenter);
-    middle->addStretch(1);
     setFocusPolicy(Qt::StrongFocus);
     over->installEventFilter(this);
+}
+
+/// What is done beside goes to its left end; Close and what the sheet is for to the right one.
+QWidget* Sheet::makeBar() {
+    auto* bar = new QFrame;
+    bar->setObjectName(QStringLiteral("sheetBar"));
+    bar->setFixedHeight(look::px(barPx));
+    bar->setLayout(buttons_);
+    buttons_->setContentsMargins(look::px(marginPx), 0, look::px(marginPx), 0);
+    buttons_->setSpacing(look::px(8));
+    buttons_->addStretch(1);
+    return bar;
 }
 
 Sheet::~Sheet() = default;
 
 void Sheet::open() {
-    setStyleSheet(frameStyleSheet());
+    dress(this);
     focusBefore_ = QApplication::focusWidget();
     cover();
     show();
-    // The card is centred, so its layout does not ask for the height of wrapped texts.
-    const QList<QLabel*> texts = card_->findChildren<QLabel*>();
-    for (QLabel* text : texts) {
-        if (text->wordWrap() && !text->text().isEmpty()) {
-            text->setMinimumHeight(text->heightForWidth(text->width()));
-        }
-    }
     raise();
     setFocus();
 }
@@ -99,23 +110,32 @@ QLabel* Sheet::addText(const QString& text) {
 QAbstractButton* Sheet::addButton(const QString& name, const QString& text, bool primary) {
     auto* button = new QPushButton(text);
     button->setObjectName(name);
-    button->setMinimumHeight(buttonHeight);
     button->setProperty("primary", primary);
-    auto* row = static_cast<QHBoxLayout*>(buttons_);
-    row->insertWidget(std::max(0, row->count() - 1), button);
+    button->setMinimumWidth(look::px(96));
     if (name == QLatin1String("btnSheetClose")) {
-        row->addWidget(button);
+        buttons_->addWidget(button);
         connect(button, &QAbstractButton::clicked, this, &Sheet::dismiss);
+    } else if (primary) {
+        buttons_->addWidget(button);
+    } else {
+        buttons_->insertWidget(aside_++, button);
     }
     return button;
 }
 
-/// An aligned widget gets its size hint, which is too low for texts of several lines.
+void Sheet::setCardWidth(int px) {
+    widthPx_ = px;
+}
+
+/// The card in the middle, as high as its content needs.
 void Sheet::cover() {
+    setGeometry(parentWidget()->rect());
+    const int outside = look::px(outsidePx);
+    const int width = std::min(look::px(widthPx_), this->width() - 2 * outside);
     card_->ensurePolished();
     card_->layout()->activate();
-    card_->setFixedHeight(card_->layout()->totalHeightForWidth(cardWidth));
-    setGeometry(parentWidget()->rect());
+    const int height = std::min(std::max(card_->layout()->totalHeightForWidth(width), 0), this->height());
+    card_->setGeometry((this->width() - width) / 2, (this->height() - height) / 2, width, height);
 }
 
 bool Sheet::eventFilter(QObject* watched, QEvent* event) {
@@ -129,7 +149,7 @@ bool Sheet::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void Sheet::paintEvent(QPaintEvent*) {
-    QPainter(this).fillRect(rect(), veil);
+    QPainter(this).fillRect(rect(), QColor::fromRgba(look::veil));
 }
 
 void Sheet::mousePressEvent(QMouseEvent* event) {
@@ -144,6 +164,14 @@ void Sheet::keyPressEvent(QKeyEvent* event) {
     } else {
         QFrame::keyPressEvent(event);
     }
+}
+
+/// A text that came or went makes the card higher or lower.
+bool Sheet::event(QEvent* event) {
+    if (event->type() == QEvent::LayoutRequest) {
+        cover();
+    }
+    return QFrame::event(event);
 }
 
 /// The keyboard stays in the sheet.

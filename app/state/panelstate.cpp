@@ -1,6 +1,7 @@
 #include "app/state/panelstate.h"
 
 #include "app/clocktext.h"
+#include "look/tokens.h"
 
 #include <QCoreApplication>
 
@@ -47,11 +48,16 @@ Kind kindOf(const CellStatus& status) {
 
 QString joined(QStringList parts) {
     parts.removeAll(QString());
-    return parts.join(QStringLiteral(" · "));
+    return parts.join(StateText::tr("，"));
 }
 
-QString lineText(int line) {
-    return line < 0 ? QString() : StateText::tr("第 %1 行").arg(line + 1);
+/// "line 5 of 8".
+QString lineText(int line, int lines) {
+    if (line < 0) {
+        return {};
+    }
+    return lines > line ? StateText::tr("第 %1 行，共 %2 行").arg(line + 1).arg(lines)
+                        : StateText::tr("第 %1 行").arg(line + 1);
 }
 
 QString projectText(const CellStatus& status) {
@@ -74,7 +80,7 @@ QString laserText(Laser laser) {
     return {};
 }
 
-QString wordOf(Kind kind, const CellStatus& status) {
+QString wordOf(Kind kind) {
     switch (kind) {
         case Kind::EmergencyStop:
             return StateText::tr("急停");
@@ -83,14 +89,11 @@ QString wordOf(Kind kind, const CellStatus& status) {
         case Kind::LaserOn:
             return StateText::tr("激光打开");
         case Kind::Paused:
-            return StateText::tr("暂停 第 %1 行").arg(status.pausedLine + 1);
+            return StateText::tr("暂停");
         case Kind::Running:
-            return status.line < 0 ? StateText::tr("运行中")
-                                   : StateText::tr("运行 第 %1 行").arg(status.line + 1);
+            return StateText::tr("运行中");
         case Kind::Listening:
-            return status.waitingStations > 0
-                       ? StateText::tr("监听中（%1 个等待）").arg(status.waitingStations)
-                       : StateText::tr("监听中");
+            return StateText::tr("监听中");
         case Kind::Finished:
             return StateText::tr("已完成");
         case Kind::DrivesOff:
@@ -114,39 +117,56 @@ QString faultText(const CellStatus& status) {
     return joined({litText(status), status.faults.join(StateText::tr("、")), error});
 }
 
+/// "dry run, station, seam, line 5 of 8".
 QString runText(const CellStatus& status) {
-    const QString dry = status.dry ? StateText::tr("空运行") : QString();
-    if (status.station) {
-        return joined({dry, StateText::tr("工位"), status.project});
-    }
-    return joined({dry, status.step ? StateText::tr("单步") : QString(),
-                   status.step ? status.project : projectText(status)});
+    return joined({status.dry ? StateText::tr("空运行") : QString(),
+                   status.station ? StateText::tr("工位") : QString(),
+                   status.step ? StateText::tr("单步") : QString(),
+                   status.station || status.step ? status.project : projectText(status),
+                   lineText(status.line, status.lines)});
+}
+
+/// The laser of a program is where the program runs; who else lit it stands first.
+QString litRunText(const CellStatus& status) {
+    const bool byProgram = status.laser == Laser::ByProgram || status.laser == Laser::ByStation;
+    return byProgram && runs(status) ? runText(status) : joined({laserText(status.laser), runs(status) ? runText(status) : QString()});
+}
+
+QString endText(const EndedRun& ended, const QString& project) {
+    return joined({ended.station.isEmpty() ? project : ended.station,
+                   ended.welded.isEmpty() ? clockText(ended.ms) : ended.welded});
+}
+
+/// The project and how long its program is.
+QString readyText(const CellStatus& status) {
+    return status.projectOpen && status.lines > 0
+               ? joined({status.project, StateText::tr("%n 行", nullptr, status.lines)})
+               : projectText(status);
 }
 
 QString detailOf(Kind kind, const CellStatus& status) {
     switch (kind) {
         case Kind::EmergencyStop:
-            return joined({litText(status), StateText::tr("在手控器上复位")});
+            return joined({litText(status), StateText::tr("先复位急停，再上电")});
         case Kind::Fault:
             return faultText(status);
         case Kind::LaserOn:
-            return joined({laserText(status.laser), runs(status) ? status.project : QString(),
-                           runs(status) ? lineText(status.line) : QString()});
+            return litRunText(status);
         case Kind::Paused:
-            return joined(
-                {projectText(status), status.pausedInWeld ? StateText::tr("焊缝未完成") : QString()});
+            return joined({projectText(status), lineText(status.pausedLine, status.lines),
+                           status.pausedInWeld ? StateText::tr("焊缝未完成") : QString()});
         case Kind::Running:
             return runText(status);
         case Kind::Finished:
-            return joined({status.ended->station.isEmpty() ? status.project : status.ended->station,
-                           clockText(status.ended->ms), status.ended->welded});
+            return endText(*status.ended, status.project);
         case Kind::Listening:
-            return StateText::tr("工位");
+            return status.waitingStations > 0 ? StateText::tr("%1 个工位等待").arg(status.waitingStations)
+                                              : StateText::tr("没有工位等待");
         case Kind::DrivesOff:
         case Kind::Ready:
             break;
     }
-    return projectText(status);
+    return readyText(status);
 }
 
 /// Faults of the equipment are shown on the monitor, those of a motion at its line.
@@ -154,7 +174,7 @@ Place placeOf(Kind kind, const CellStatus& status) {
     switch (kind) {
         case Kind::EmergencyStop:
         case Kind::DrivesOff:
-            return Place::Pendant;
+            return Place::Rail;
         case Kind::Fault:
             return status.faults.isEmpty() ? Place::Project : Place::Monitor;
         case Kind::LaserOn:
@@ -180,7 +200,7 @@ Place placeOf(Kind kind, const CellStatus& status) {
 PanelState panelState(const CellStatus& status) {
     PanelState state;
     state.kind = kindOf(status);
-    state.word = wordOf(state.kind, status);
+    state.word = wordOf(state.kind);
     state.detail = detailOf(state.kind, status);
     state.place = placeOf(state.kind, status);
     if (state.place == Place::Project) {
@@ -190,29 +210,27 @@ PanelState panelState(const CellStatus& status) {
 }
 
 StateLook lookOf(PanelState::Kind kind) {
-    const QColor white(0xff, 0xff, 0xff), raised(0x3b, 0x50, 0x70), ink(0x17, 0x27, 0x3a);
-    const QColor red(0xc5, 0x22, 0x1b);
     switch (kind) {
         case Kind::EmergencyStop:
-            return {Sign::Octagon, red, white, QColor(0xff, 0xd1, 0x00)};
+            return {"octagon", look::red, look::white, look::white, look::white, look::estop};
         case Kind::Fault:
-            return {Sign::Triangle, QColor(0xf2, 0xb0, 0x1e), ink, {}};
+            return {"warn", look::amber, look::ink, look::ink, look::ink};
         case Kind::LaserOn:
-            return {Sign::Diamond, red, white, {}};
+            return {"diamond", look::red, look::white, look::white, look::white};
         case Kind::Paused:
-            return {Sign::Bars, QColor(0xff, 0xf3, 0xd6), QColor(0x7a, 0x4b, 0x00), {}};
+            return {"pause", look::amberTint, look::amberInk, look::amberInk, look::amberInk};
         case Kind::Running:
-            return {Sign::Arrow, QColor(0x24, 0x6b, 0x4a), white, {}};
+            return {"play", look::green, look::white, look::white, look::white};
         case Kind::Listening:
-            return {Sign::Waves, raised, white, {}};
+            return {"listening", look::navy2, look::white, look::fog, look::sky};
         case Kind::Finished:
-            return {Sign::Flag, white, ink, {}};
+            return {"flag", look::white, look::ink, look::ink, look::ink2};
         case Kind::DrivesOff:
-            return {Sign::Power, raised, white, {}};
+            return {"power", look::navy2, look::white, look::fog, look::fog};
         case Kind::Ready:
             break;
     }
-    return {Sign::Ring, raised, white, {}};
+    return {"ring", look::navy2, look::white, look::fog, look::fog};
 }
 
 }  // namespace app

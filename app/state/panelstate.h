@@ -8,7 +8,7 @@
 namespace app {
 
 /// A place of the panel that a message leads to.
-enum class Place { Project, Monitor, Device, Stations, Results, Pendant };
+enum class Place { Project, Monitor, Device, Stations, Results, Rail };
 
 /// What the state block in the header shows: one state, the most important one.
 struct PanelState {
@@ -16,7 +16,7 @@ struct PanelState {
     enum class Kind { EmergencyStop, Fault, LaserOn, Paused, Running, Listening, Finished, DrivesOff, Ready };
 
     Kind kind = Kind::Ready;
-    QString word;    ///< "RUNNING line 4", in the panel's language
+    QString word;    ///< "RUNNING", in the panel's language
     QString detail;  ///< the second line: project, line, who lit the laser
     Place place = Place::Project;
     int line = -1;  ///< of the program on the project page, from 0; -1: none
@@ -32,12 +32,13 @@ struct PanelState {
 PanelState panelState(const CellStatus& status);
 
 /// How a state looks. The shape says the same as the colour.
-enum class Sign { Octagon, Triangle, Diamond, Bars, Arrow, Waves, Flag, Power, Ring };
 struct StateLook {
-    Sign sign = Sign::Ring;
-    QColor ground;
-    QColor ink;
-    QColor edge;  ///< 2 px; invalid: no edge
+    const char* sign;  ///< an icon of look/icon.h
+    QRgb ground;
+    QRgb ink;
+    QRgb detailInk;
+    QRgb signInk;
+    QRgb edge = 0;  ///< 2 px; 0: no edge
 };
 StateLook lookOf(PanelState::Kind kind);
 

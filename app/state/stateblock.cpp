@@ -1,6 +1,8 @@
 #include "app/state/stateblock.h"
 
-#include "app/state/statesign.h"
+#include "look/icon.h"
+#include "look/scale.h"
+#include "look/type.h"
 
 #include <QPainter>
 
@@ -8,21 +10,15 @@ namespace app {
 
 namespace {
 
-constexpr int heightPx = 48;
-constexpr int narrowPx = 272, normalPx = 328, widePx = 440;
-constexpr int normalFrom = 1280, wideFrom = 1920;  // widths of the window
-constexpr int signPx = 26;
-constexpr int marginPx = 10;
-constexpr int wordPx = 20, detailPx = 14, leastPx = 12;
-const QColor focusColour(0x9c, 0xc7, 0xf2);
+constexpr int signPx = 28, marginPx = 12, wordLinePx = 24, detailLinePx = 17;
+constexpr int radiusPx = 6;
 
-/// The largest size of a font, in pixels, at which the text is not wider than the room.
-QFont fitted(QFont font, int px, const QString& text, int room) {
-    font.setPixelSize(px);
-    while (px > leastPx && QFontMetrics(font).horizontalAdvance(text) > room) {
-        font.setPixelSize(--px);
-    }
-    return font;
+/// The word in the largest of two sizes that fits.
+QFont fontOf(const QString& word, int room) {
+    const QFont title = look::font(look::Size::Title, look::Weight::State);
+    return QFontMetrics(title).horizontalAdvance(word) <= room
+               ? title
+               : look::font(look::Size::Text, look::Weight::State);
 }
 
 }  // namespace
@@ -30,7 +26,6 @@ QFont fitted(QFont font, int px, const QString& text, int room) {
 StateBlock::StateBlock(QWidget* parent) : QAbstractButton(parent) {
     setObjectName(QStringLiteral("stateBlock"));
     setFocusPolicy(Qt::TabFocus);
-    setFixedSize(narrowPx, heightPx);
 }
 
 void StateBlock::setState(const PanelState& state) {
@@ -41,36 +36,33 @@ void StateBlock::setState(const PanelState& state) {
     setText(state.word);
     setAccessibleName(state.word);
     setAccessibleDescription(state.detail);
-    setToolTip(state.word + QLatin1Char('\n') + state.detail);
     update();
 }
 
-void StateBlock::fitTo(int windowWidth) {
-    const int normal = windowWidth < normalFrom ? narrowPx : normalPx;
-    setFixedWidth(windowWidth < wideFrom ? normal : widePx);
-}
-
 void StateBlock::paintEvent(QPaintEvent*) {
-    const StateLook look = lookOf(state_.kind);
+    const StateLook shown = lookOf(state_.kind);
     QPainter painter(this);
-    painter.fillRect(rect(), isDown() ? look.ground.darker(115) : look.ground);
-    if (look.edge.isValid() || hasFocus()) {
-        painter.setPen(QPen(hasFocus() ? focusColour : look.edge, 2));
-        painter.drawRect(rect().adjusted(1, 1, -1, -1));
-    }
-    paintSign(&painter, look.sign, QRectF(marginPx, (height() - signPx) / 2.0, signPx, signPx), look.ink);
-    const int left = marginPx + signPx + marginPx;
-    const QRect room = rect().adjusted(left, 2, -marginPx / 2, -2);
-    painter.setPen(look.ink);
-    QFont bold = font();
-    bold.setBold(true);
-    const QRect upper(room.left(), room.top(), room.width(), 25), lower(room.left(), 26, room.width(), 19);
-    painter.setFont(fitted(bold, wordPx, state_.word, room.width()));
-    painter.drawText(upper, Qt::AlignLeft | Qt::AlignVCenter, state_.word);
-    QFont plain = fitted(font(), detailPx, state_.detail, room.width());
-    painter.setFont(plain);
-    painter.drawText(lower, Qt::AlignLeft | Qt::AlignVCenter,
-                     QFontMetrics(plain).elidedText(state_.detail, Qt::ElideRight, room.width()));
+    painter.setRenderHint(QPainter::Antialiasing);
+    const bool edged = shown.edge != 0 || hasFocus();
+    const int line = edged ? look::px(2) : 0;
+    painter.setPen(edged ? QPen(QColor(hasFocus() ? look::sky : shown.edge), line) : QPen(Qt::NoPen));
+    painter.setBrush(isDown() ? QColor(shown.ground).darker(115) : QColor(shown.ground));
+    const double inset = line / 2.0;
+    painter.drawRoundedRect(QRectF(rect()).adjusted(inset, inset, -inset, -inset), look::px(radiusPx),
+                            look::px(radiusPx));
+    const int sign = look::px(signPx), margin = look::px(marginPx);
+    painter.drawPixmap(margin, (height() - sign) / 2,
+                       look::picture(QLatin1String(shown.sign), sign, shown.signInk));
+    const int left = margin + sign + margin, room = width() - left - margin / 2;
+    const int wordLine = look::px(wordLinePx), detailLine = look::px(detailLinePx);
+    const int top = (height() - wordLine - detailLine) / 2 - 1;
+    painter.setFont(fontOf(state_.word, room));
+    painter.setPen(QColor(shown.ink));
+    painter.drawText(QRect(left, top, room, wordLine), Qt::AlignLeft | Qt::AlignVCenter, state_.word);
+    painter.setFont(look::font(look::Size::Caption));
+    painter.setPen(QColor(shown.detailInk));
+    painter.drawText(QRect(left, top + wordLine, room, detailLine), Qt::AlignLeft | Qt::AlignVCenter,
+                     painter.fontMetrics().elidedText(state_.detail, Qt::ElideRight, room));
 }
 
 }  // namespace app

@@ -7,7 +7,7 @@
 namespace app {
 
 /// The block in the header that shows the panel's state on every page: sign, word and one line. A tap asks
-/// why.
+/// why. The header gives it its size.
 class StateBlock : public QAbstractButton {
     Q_OBJECT
 public:
@@ -15,8 +15,6 @@ public:
 
     void setState(const PanelState& state);
     const PanelState& state() const { return state_; }
-    /// Chooses its width for a width of the window.
-    void fitTo(int windowWidth);
 
 protected:
     void paintEvent(QPaintEvent* event) override;

@@ -17,8 +17,8 @@ QString wayText(const PanelState& state) {
             return StateSheet::tr("查看工位页面");
         case Place::Results:
             return StateSheet::tr("查看结果");
-        case Place::Pendant:
-            return StateSheet::tr("显示手控器");
+        case Place::Rail:
+            return StateSheet::tr("转到右侧按键");
         case Place::Project:
             break;
     }

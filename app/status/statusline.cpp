@@ -1,12 +1,14 @@
 #include "app/status/statusline.h"
 
 #include "app/status/statuswatcher.h"
+#include "look/icon.h"
+#include "look/scale.h"
+#include "look/type.h"
 
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QMouseEvent>
-#include <QStyle>
-#include <QVariant>
 
 namespace app {
 
@@ -20,15 +22,12 @@ StatusLine::StatusLine(const StatusWatcher* watch, QWidget* parent)
     : QFrame(parent), watch_(watch), sign_(new QLabel), text_(new QLabel) {
     setObjectName(QStringLiteral("whyLine"));
     sign_->setObjectName(QStringLiteral("lblWhySign"));
-    sign_->setFixedWidth(24);
     sign_->setAlignment(Qt::AlignCenter);
     text_->setObjectName(QStringLiteral("lblWhy"));
     text_->setTextFormat(Qt::PlainText);
     text_->setWordWrap(true);
     text_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored);
     auto* row = new QHBoxLayout(this);
-    row->setContentsMargins(6, 2, 6, 2);
-    row->setSpacing(6);
     row->addWidget(sign_);
     row->addWidget(text_, 1);
     saying_.setSingleShot(true);
@@ -39,8 +38,24 @@ StatusLine::StatusLine(const StatusWatcher* watch, QWidget* parent)
     });
     connect(watch, &StatusWatcher::refreshed, this, &StatusLine::showSign);
     connect(watch, &StatusWatcher::changed, this, &StatusLine::refresh);
-    showSign(watch->state());
+    dressAnew();
     refresh();
+}
+
+void StatusLine::dressAnew() {
+    layout()->setContentsMargins(look::px(16), 0, look::px(16), 0);
+    layout()->setSpacing(look::px(10));
+    sign_->setFixedWidth(look::px(18));
+    shown_ = nullptr;
+    showSign(watch_->state());
+    fit();
+}
+
+void StatusLine::changeEvent(QEvent* event) {
+    QFrame::changeEvent(event);
+    if (event->type() == QEvent::StyleChange) {
+        dressAnew();
+    }
 }
 
 void StatusLine::say(const QString& text) {
@@ -49,39 +64,41 @@ void StatusLine::say(const QString& text) {
     fit();
 }
 
+/// A tick, a triangle or a ring.
 void StatusLine::showSign(const CellStatus& state) {
-    QString sign = state.isWell() ? QStringLiteral("✓") : QStringLiteral("○");
-    if (state.isWrong()) {
-        sign = QStringLiteral("⚠");
+    const char* const sign = state.isWell() ? "check" : state.isWrong() ? "warn" : "ring";
+    if (sign == shown_) {
+        return;
     }
-    if (sign_->text() != sign) {
-        sign_->setText(sign);
-        sign_->setProperty("warning", state.isWrong());
-        sign_->setProperty("quiet", !state.isWell() && !state.isWrong());
-        sign_->style()->unpolish(sign_);
-        sign_->style()->polish(sign_);
-    }
+    shown_ = sign;
+    const QRgb colour = state.isWell() ? look::green : state.isWrong() ? look::amberInk : look::ink3;
+    sign_->setPixmap(look::picture(QLatin1String(sign), look::px(18), colour));
+    sign_->setAccessibleName(QLatin1String(sign));
 }
 
 void StatusLine::refresh() {
-    setToolTip(watch_->sentences().join(QLatin1Char('\n')));
     text_->setAccessibleName(watch_->sentences().join(QLatin1Char(' ')));
     fit();
 }
 
-/// Cuts the end off: the most important sentences come first.
+/// One line; where it is too long two lines of smaller type; and if they are too short, without its end: the
+/// most important sentences come first.
 void StatusLine::fit() {
     const QRect room = text_->contentsRect();
     const QString whole = said_.isEmpty() ? watch_->sentences().join(QStringLiteral("  ·  ")) : said_;
+    const QFont text = look::font(look::Size::Text), caption = look::font(look::Size::Caption);
+    const bool isShort = QFontMetrics(text).horizontalAdvance(whole) <= room.width();
+    const QFontMetrics metrics(isShort ? text : caption);
     QString shown = whole;
     const auto fits = [&] {
-        const QRect needed = text_->fontMetrics().boundingRect(0, 0, room.width(), 10 * room.height(),
-                                                               Qt::TextWordWrap, shown);
+        const QRect needed =
+            metrics.boundingRect(0, 0, room.width(), 10 * room.height(), Qt::TextWordWrap, shown);
         return needed.height() <= room.height() && needed.width() <= room.width();
     };
     for (int end = whole.size(); end > 0 && !fits(); --end) {
         shown = whole.left(end).trimmed() + QStringLiteral("…");
     }
+    text_->setFont(isShort ? text : caption);
     text_->setText(shown);
 }
 

@@ -67,6 +67,7 @@ struct CellStatus {
     // Editing.
     bool projectOpen = true;
     bool hasLines = true;  ///< the program in the editor is not empty
+    int lines = 0;         ///< of the program that runs, else of that in the editor
     int errors = 0;        ///< of the program in the editor; 0 while something runs
     int warnings = 0;      ///< likewise
 

@@ -316,6 +316,8 @@ CellStatus StatusWatcher::state() const {
         state.project = QFileInfo(project_.name()).completeBaseName();
     }
     state.hasLines = m(prog::key::program)->cmobjCount() > 0;
+    state.lines =
+        m(state.busy && state.station ? prog::key::stationProgram : prog::key::program)->cmobjCount();
     readPause(&state);
     readStations(&state);
     readWait(&state);

@@ -10,7 +10,7 @@ namespace app {
 
 class StatusWatcher;
 
-/// What the Stop of header and pendant does: the same as the Stop of the project page, for any run, step or
+/// What the Stop of the header does: the same as the Stop of the project page, for any run, step or
 /// station, and it ends a jog. While nothing is under way it only says so.
 class RunStop : public QObject {
     Q_OBJECT

@@ -4,8 +4,8 @@
 
 namespace app {
 
-/// Stop, the same look in the header and on the pendant, idle or not: a red square and the word on white. It
-/// acts when it is pressed.
+/// Stop in the header, the same look idle or not: a red square and the word on white. It acts when it is
+/// pressed.
 class RunStopButton : public QAbstractButton {
     Q_OBJECT
 public:

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "app/appearance.h"
+#include "app/dock/dockarea.h"
+#include "app/header/header.h"
 #include "app/panel.h"
 #include "kord/kordservice.h"
 #include "mendo/log.h"
@@ -46,21 +48,20 @@ protected:
         if (!panel_->open(LUMO_LIBRARY, &error)) {
             qFatal("%s", qPrintable(error));
         }
-        roots_ = {window()};
         window()->resize(1280, 800);
         window()->show();
+        panel_->complete();
         pass(100);
     }
 
+    app::DockArea* docks() const { return window()->docks(); }
     app::PanelWindow* window() const { return panel_->window(); }
     sim::Controller* robot() const { return panel_->controller(); }
-    /// A widget in one of the windows `roots_`.
+    /// A widget in the panel's window.
     template <typename Widget = QAbstractButton>
     Widget* find(const QString& name) const {
-        for (const QWidget* root : roots_) {
-            if (auto* const found = root->findChild<Widget*>(name)) {
-                return found;
-            }
+        if (auto* const found = window()->findChild<Widget*>(name)) {
+            return found;
         }
         qFatal("no widget %s", qPrintable(name));
     }
@@ -106,7 +107,6 @@ protected:
     void setRunMode(int mode) const { *panel_->packageFlags().runMode = mode; }
 
     std::unique_ptr<app::Panel> panel_;
-    QList<QWidget*> roots_;
 };
 
 }  // namespace test

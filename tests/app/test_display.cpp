@@ -1,4 +1,3 @@
-#include "app/pendant/pendantwindow.h"
 #include "panelfixture.h"
 #include "simulator/time/pacedtime.h"
 
@@ -44,7 +43,6 @@ private slots:
         QVERIFY2(panel.open(LUMO_LIBRARY, &error), qPrintable(error));
         panel.window()->resize(1280, 800);
         panel.window()->show();
-        panel.pendant()->showBeside(panel.window()->frameGeometry());
         QWindow* const handle = panel.window()->windowHandle();
         QTRY_VERIFY_WITH_TIMEOUT(handle->isExposed(), giveUpMs);
         QVERIFY(panel.openProject(QDir::current().absoluteFilePath("lap_seam.json")));
@@ -53,7 +51,7 @@ private slots:
         int switchings = 0;
         connect(panel.controller(), &sim::Controller::outputChanged, this,
                 [&switchings](const QString& name) { switchings += name == "LUMO_DO.#3" ? 1 : 0; });
-        click(panel.pendant(), "power1");
+        click(panel.window(), "power1");
         QTRY_COMPARE_WITH_TIMEOUT(m("kord.r.power")->getString(), "on", giveUpMs);
         click(panel.window(), "btnStart");
         QTRY_VERIFY_WITH_TIMEOUT(switchings > 0 && m("lumo.execute.state")->getString() == "idle", giveUpMs);

@@ -2,7 +2,6 @@
 #include "app/events/eventpage.h"
 #include "app/events/eventstore.h"
 #include "app/noticebar.h"
-#include "app/views/viewswindow.h"
 #include "panelfixture.h"
 #include "program/words.h"
 
@@ -39,7 +38,7 @@ class AppEvents : public test::PanelTest {
     }
     /// The rows of the page, newest first: event, by, project, line, details.
     QStringList rows() const {
-        const auto* const table = panel_->views()->findChild<QTableView*>("eventTable");
+        const auto* const table = docks()->content("log")->findChild<QTableView*>("eventTable");
         QStringList rows;
         for (int row = 0; row < table->model()->rowCount(); ++row) {
             QStringList cells;
@@ -53,8 +52,7 @@ class AppEvents : public test::PanelTest {
 
 private slots:
     void initTestCase() {
-        roots_ = {panel_->views(), window()};
-        panel_->views()->open(3, window());
+        docks()->open("log");
         openSample();
         robot()->setPower(true);
     }
@@ -99,7 +97,7 @@ private slots:
         find<QComboBox>("cmbEventKind")->setCurrentIndex(1 + int(Event::Kind::Fault));
         pass(1000);
         QVERIFY(rows().size() == 2 && textOf("lblEventCount") == "2 events");
-        panel_->views()->findChild<app::EventPage*>()->exportTo("log.csv");
+        static_cast<app::EventPage*>(docks()->content("log"))->exportTo("log.csv");
         pass(1000);
         const QByteArrayList lines = test::contentOf("log.csv").split('\n');
         QVERIFY2(lines.size() == 4 && lines[2].contains(",fault,,seam,,unready,Water"), lines.value(2));

@@ -21,7 +21,7 @@ class AppFrame : public test::PanelTest {
 
     const PanelState& shown() const {
         pass(0);
-        return window()->state()->state();
+        return window()->header()->state()->state();
     }
     QString words() const { return shown().word + "|" + shown().detail; }
     /// A press as the window system delivers it, which a dialog can block.
@@ -69,45 +69,48 @@ private slots:
     void states_haveAnOrder() {
         CellStatus status;
         status.project = "seam";
+        status.lines = 9;
         const struct {
             std::function<void()> cause;
             QString word, detail;
             app::Place place;
             int line;
         } rows[] = {
-            {[] {}, "READY", "seam", app::Place::Project, -1},
-            {[&] { status.power = false; }, "DRIVES OFF", "seam", app::Place::Pendant, -1},
+            {[] {}, "READY", "seam, 9 lines", app::Place::Project, -1},
+            {[&] { status.power = false; }, "DRIVES OFF", "seam, 9 lines", app::Place::Rail, -1},
             {[&] { status.ended = app::EndedRun{"finished", "Finished", {}, 20000, "3 of 3 mm", 0}; },
-             "FINISHED", "seam · 0:20 · 3 of 3 mm", app::Place::Results, -1},
-            {[&] { status.listening = true; }, "LISTENING", "station", app::Place::Stations, -1},
-            {[&] { status.waitingStations = 2; }, "LISTENING (2 waiting)", "station", app::Place::Stations,
-             -1},
+             "FINISHED", "seam, 3 of 3 mm", app::Place::Results, -1},
+            {[&] { status.listening = true; }, "LISTENING", "no station waits", app::Place::Stations, -1},
+            {[&] { status.waitingStations = 2; }, "LISTENING", "2 waiting", app::Place::Stations, -1},
             {[&] {
                  status.busy = true;
                  status.line = 3;
              },
-             "RUNNING line 4", "seam", app::Place::Project, 3},
-            {[&] { status.dry = true; }, "RUNNING line 4", "dry run · seam", app::Place::Project, 3},
-            {[&] { status.station = true; }, "RUNNING line 4", "dry run · station · seam",
+             "RUNNING", "seam, line 4 of 9", app::Place::Project, 3},
+            {[&] { status.dry = true; }, "RUNNING", "dry run, seam, line 4 of 9", app::Place::Project, 3},
+            {[&] { status.station = true; }, "RUNNING", "dry run, station, seam, line 4 of 9",
              app::Place::Stations, -1},
             {[&] {
                  status.pausedLine = 5;
                  status.pausedInWeld = true;
              },
-             "PAUSED at line 6", "seam · inside a weld", app::Place::Project, 5},
-            {[&] { status.laser = CellStatus::Laser::ByStation; }, "LASER ON", "by a station · seam · line 4",
-             app::Place::Stations, -1},
+             "PAUSED", "seam, line 6 of 9, inside a weld", app::Place::Project, 5},
+            {[&] {
+                 status.dry = false;
+                 status.laser = CellStatus::Laser::ByStation;
+             },
+             "LASER ON", "station, seam, line 4 of 9", app::Place::Stations, -1},
             {[&] {
                  status.busy = false;
                  status.laser = CellStatus::Laser::ByHand;
              },
              "LASER ON", "by hand", app::Place::Device, -1},
-            {[&] { status.lastError = -42; }, "FAULT", "LASER ON · robot motion error -0x2a",
+            {[&] { status.lastError = -42; }, "FAULT", "LASER ON, robot motion error -0x2a",
              app::Place::Project, 5},
             {[&] { status.faults = QStringList{"Water"}; }, "FAULT",
-             "LASER ON · Water · robot motion error -0x2a", app::Place::Monitor, -1},
-            {[&] { status.emergencyStop = true; }, "EMERGENCY STOP", "LASER ON · release it on the pendant",
-             app::Place::Pendant, -1},
+             "LASER ON, Water, robot motion error -0x2a", app::Place::Monitor, -1},
+            {[&] { status.emergencyStop = true; }, "EMERGENCY STOP",
+             "LASER ON, Release the button, then drives on", app::Place::Rail, -1},
         };
         QVector<int> kinds;
         for (const auto& row : rows) {
@@ -122,14 +125,14 @@ private slots:
 
     /// The laser's output, also where the port was assigned wrongly since the cell was wired.
     void laserOn_followsTheOutput() {
-        QCOMPARE(words(), "READY|seam");
+        QCOMPARE(words(), "READY|seam, 15 lines");
         const QVariant assigned = m("lumo.port.#9.name")->value();
         for (const QVariant& name : {assigned, QVariant("DO5")}) {
             set("lumo.port.#9.name", name);
             write("LUMO_DO", 1, 3);
             QCOMPARE(words(), "LASER ON|no program runs");
             write("LUMO_DO", 0, 3);
-            QCOMPARE(words(), "READY|seam");
+            QCOMPARE(words(), "READY|seam, 15 lines");
         }
         set("lumo.port.#9.name", assigned);
         QString welding;
@@ -137,9 +140,9 @@ private slots:
                      welding = words();
                      m("lumo.execute.trigger.pause")->trigger();
                  }}});
-        QCOMPARE(welding, "LASER ON|by the program · seam · line 4");
+        QCOMPARE(welding, "LASER ON|seam, line 4 of 15");
         pass(3000);
-        QCOMPARE(words(), "PAUSED at line 4|seam · inside a weld");
+        QCOMPARE(words(), "PAUSED|seam, line 4 of 15, inside a weld");
     }
 
     void state_leadsToItsPlace() {
@@ -192,7 +195,7 @@ private slots:
         run(0, {});
         pass(100);
         QCOMPARE(find("partsBlock")->text(), QString("%1 / 2").arg(before + 2));
-        QCOMPARE(textOf("lblPartTimesLine"), "Last part 0:10\nMean 0:11");
+        QCOMPARE(textOf("lblPartTimesLine"), "Last part 0:10  ·  mean 0:11");
         QVERIFY(window()->notices()->texts().value(0).contains("Target reached: seam, 2 parts"));
         run(1, {{500, [] { m("lumo.execute.trigger.pause")->trigger(); }}});
         pass(100);

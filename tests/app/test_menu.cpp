@@ -1,6 +1,6 @@
 #include "app/help/chapters.h"
 #include "app/help/handbookview.h"
-#include "app/help/helpwindow.h"
+#include "app/help/helppage.h"
 #include "app/menu/menutools.h"
 #include "app/preferences.h"
 #include "app/sheet/sheet.h"
@@ -69,7 +69,7 @@ private slots:
         pass(0);
         QTest::keyClick(&box, Qt::Key_F1);
         QCOMPARE(handbook()->shownChapter(), "what-the-messages-mean");
-        panel_->menu()->help()->close();
+        docks()->close("help");
     }
 
     void search_findsEveryPlaceInTurn() {
@@ -86,7 +86,7 @@ private slots:
         QVERIFY(!test::child(help, "lblHelpResult")->isVisible());
         QTest::keyClicks(field, "xyzzy\r");
         QVERIFY(test::child(help, "lblHelpResult")->isVisible());
-        help->close();
+        docks()->close("help");
     }
 
     void firstSetup_ticksItself() {

@@ -108,10 +108,13 @@ private slots:
         QVERIFY(library.copyForOperator("seam", &error).isEmpty() && error == "to/seam");
     }
 
-    void pendantAndLanguage_areRemembered() {
-        QVERIFY(!Preferences::pendantPosition() && Preferences::pendantUnfolded());
-        Preferences::rememberPendant(QPoint(-12, 34), false);
-        QVERIFY(Preferences::pendantPosition() == QPoint(-12, 34) && !Preferences::pendantUnfolded());
+    void docksSizeAndLanguage_areRemembered() {
+        QVERIFY(Preferences::docks().isEmpty() && Preferences::factor() == 0);
+        Preferences::rememberDocks({"cell", "path"});
+        Preferences::rememberFactor(1.5);
+        QVERIFY(Preferences::docks() == QStringList({"cell", "path"}) && Preferences::factor() == 1.5);
+        Preferences::rememberFactor(50);
+        QCOMPARE(Preferences::factor(), 0.0);
         Preferences::rememberLanguage("../en");
         QVERIFY(Preferences::language().isEmpty());
     }

@@ -2,7 +2,6 @@
 #include "app/results/resultcsv.h"
 #include "app/results/resultspage.h"
 #include "app/results/runhistory.h"
-#include "app/views/viewswindow.h"
 #include "panelfixture.h"
 
 #include <QBuffer>
@@ -48,14 +47,13 @@ class AppResults : public test::PanelTest {
 
 private slots:
     void initTestCase() {
-        page_ = panel_->views()->findChild<app::ResultsPage*>();
-        roots_ = {panel_->views(), window()};
+        page_ = static_cast<app::ResultsPage*>(docks()->content("results"));
         robot()->setInput("DI3", true);
         openSample();
         robot()->setPower(true);
-        panel_->views()->open(2, window());
+        docks()->open("results");
         QVERIFY(find<QLabel>("lblNoRuns")->isVisible());
-        panel_->views()->close();
+        docks()->close("results");
     }
 
     void finishedRun_isJudgedAndTold() {
@@ -67,7 +65,7 @@ private slots:
         QVERIFY2(welded.toDouble() > 100, qPrintable(welded));
         QVERIFY2(ended().startsWith("Finished, 0:") && ended().endsWith("mm welded, limits exceeded: 1"),
                  qPrintable(ended()));
-        QCOMPARE(textOf("lblWhySign"), "⚠");
+        QCOMPARE(find<QLabel>("lblWhySign")->accessibleName(), "warn");
         click("lblWhy");
         QVERIFY(page_->isVisible());
         QCOMPARE(cell("runsTable", 0, 5), "✗ 1");

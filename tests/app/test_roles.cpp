@@ -44,7 +44,6 @@ class AppRoles : public test::PanelTest {
 
 private slots:
     void initTestCase() {
-        roots_ = {window()->pages()->currentWidget(), window()};
         openSample();
     }
 
@@ -72,7 +71,9 @@ private slots:
     }
 
     void code_locksTheWaysForTheOperator() {
-        click("btnRole");
+        QVERIFY(!find("btnRole")->isVisible());
+        click("btnMenu");
+        click("btnRoles");
         for (const auto& field :
              {QPair<QString, QString>("edtNewCode", "123"), {"edtNewCodeAgain", "1234"}}) {
             find<QLineEdit>(field.first)->setText(field.second);
@@ -85,7 +86,7 @@ private slots:
         find<QLineEdit>("edtNewCode")->setText("1234");
         click("btnCodeStore");
         pass(1000);
-        QVERIFY(keeper_->isIntegrator() && !isOpen("newCodeSheet"));
+        QVERIFY(keeper_->isIntegrator() && !isOpen("newCodeSheet") && find("btnRole")->isVisible());
         QVERIFY(!test::contentOf(app::RoleKeeper::defaultFile()).contains("1234"));
         keeper_->leave();
         for (const char* way : {"btnPort", "btnBind", "btnDeviceControl"}) {

@@ -13,7 +13,9 @@ class AppStatus : public test::PanelTest {
     /// The sign and the sentences (or the first ones), separated by "|".
     QString line() const {
         pass(0);
-        return textOf("lblWhySign") + " " + textOf("lblWhy").replace("  ·  ", "|");
+        const QHash<QString, QString> signs = {{"check", "✓"}, {"warn", "⚠"}, {"ring", "○"}};
+        return signs.value(find<QLabel>("lblWhySign")->accessibleName()) + " " +
+               textOf("lblWhy").replace("  ·  ", "|");
     }
     QString line(int sentences) const { return line().section('|', 0, sentences - 1); }
     QString progress() const { return textOf("lblProgressElapsed") + "/" + textOf("lblProgressLeft"); }

@@ -1,7 +1,6 @@
 #include "app/path/pathview.h"
 #include "app/scope/scopepage.h"
 #include "app/scope/scopeplot.h"
-#include "app/views/viewswindow.h"
 #include "panelfixture.h"
 #include "support/runnerfolder.h"
 
@@ -12,8 +11,8 @@
 class AppViews : public test::PanelTest {
     Q_OBJECT
 
-    app::PathView* const path_ = panel_->views()->findChild<app::PathView*>();
-    app::ScopePage* const scope_ = panel_->views()->findChild<app::ScopePage*>();
+    app::PathView* const path_ = docks()->content("path")->findChild<app::PathView*>();
+    app::ScopePage* const scope_ = static_cast<app::ScopePage*>(docks()->content("signals"));
     app::ScopePlot* const plot_ = scope_->findChild<app::ScopePlot*>();
     const app::SignalRecorder& recorder_ = *panel_->recorder();
     double welded_ = 0;  ///< millimetres travelled with the laser on in the first run
@@ -38,7 +37,6 @@ class AppViews : public test::PanelTest {
 private slots:
     /// Welds the sample once, from home.
     void initTestCase() {
-        roots_ = {panel_->views(), window()};
         init();
         pass(1234);
         const auto lit = [this](const QString& name, bool on) {
@@ -59,7 +57,7 @@ private slots:
         robot()->setPower(false);
         openSample();
         robot()->setPower(true);
-        panel_->views()->open(0, window());
+        docks()->open("path");
         pass(10);
     }
 
@@ -113,7 +111,7 @@ private slots:
     }
 
     void scope_holdsReadsAndExports() {
-        panel_->views()->open(1, window());
+        docks()->open("signals");
         const auto end = [this] { return plot_->axisInterval(QwtPlot::xBottom).maxValue(); };
         pass(30000);
         const double before = end();
@@ -147,7 +145,7 @@ private slots:
     }
 
     void export_writesFilesOrShowsTheReason() {
-        panel_->views()->open(1, window());
+        docks()->open("signals");
         click("btn_png");
         auto* const dialog = scope_->findChild<QFileDialog*>();
         dialog->selectFile(QDir::current().absoluteFilePath("out.png"));

@@ -238,7 +238,7 @@ void preferences(const QByteArray& input) {
     write("panel.json", input);
     const QString language = app::Preferences::language();
     require(language.isEmpty() || language.size() == 2, "only a language of the panel is taken");
-    use(app::Preferences::folder(), app::Preferences::pendantPosition(), app::Preferences::pendantUnfolded());
+    use(app::Preferences::folder(), app::Preferences::docks(), app::Preferences::factor());
 }
 
 bool makeTree() {

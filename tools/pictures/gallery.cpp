@@ -123,6 +123,7 @@ int writeGallery(const QString& folder, const QString& language, const Choice& c
         return complain(QStringLiteral("look.png cannot be written"));
     }
     panel.window()->show();
+    panel.complete();
     Scene scene(&panel);
     bool whole = true;
     for (const Stop& stop : stops()) {

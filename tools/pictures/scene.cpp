@@ -1,5 +1,6 @@
 #include "tools/pictures/scene.h"
 
+#include "app/dock/dockarea.h"
 #include "app/noticebar.h"
 #include "app/panel.h"
 #include "app/sheet/sheet.h"
@@ -124,7 +125,7 @@ void Scene::reset(const QSize& size) {
     window->notices()->dismiss();
     window->resize(size);
     clock()->advance(layoutMs);
-    window->placeStrip();
+    window->docks()->closeAll();
     for (const char* home : {"cellTab0", "btnProject"}) {
         auto* button = window->findChild<QAbstractButton*>(QLatin1String(home));
         if (button) {

@@ -31,7 +31,7 @@ std::vector<Stop> deviceStops();
 std::vector<Stop> noticeStops();
 std::vector<Stop> sheetStops();
 std::vector<Stop> viewStops();
-std::vector<Stop> pendantStops();
+std::vector<Stop> railStops();
 
 /// Rows of the sample project.
 enum SampleRow {

@@ -1,16 +1,15 @@
 #include "tools/pictures/tour.h"
 
-#include "app/help/helpwindow.h"
-#include "app/menu/menutools.h"
+#include "app/dock/dockarea.h"
 #include "app/panel.h"
-#include "app/pendant/pendantwindow.h"
 #include "app/roles/rolekeeper.h"
-#include "app/views/viewswindow.h"
 #include "mendo/modulemanager.h"
 #include "program/words.h"
 #include "simulator/controller.h"
 #include "simulator/time/virtualtime.h"
 #include "tools/pictures/scene.h"
+
+#include <QVector>
 
 #include <iterator>
 
@@ -18,9 +17,15 @@ namespace pictures {
 
 namespace {
 
-/// Unfolds the strip of the cell and takes a picture of one of its tabs.
+/// Opens a dock as its button or key does.
+void dock(Scene& s, const char* id) {
+    s.panel()->window()->docks()->open(QLatin1String(id));
+    sim::VirtualTime::instance()->advance(50);
+}
+
+/// Opens the dock of the cell and takes a picture of one of its tabs.
 void cell(Scene& s, const char* tab) {
-    s.panel()->window()->unfoldStrip(true);
+    dock(s, "cell");
     press(s, tab);
     s.shoot();
 }
@@ -32,26 +37,18 @@ void sheet(Scene& s, const char* button) {
     press(s, "btnSheetClose");
 }
 
-/// Where a window beside the panel is. The offscreen screen is smaller than the panel: as on one of its size.
-QRect besidePanel(Scene& s) {
-    const QRect panel = s.panel()->window()->geometry();
-    constexpr int titleKey = 26;
-    return app::placeBeside(
-        panel, panel, app::ViewsWindow::fullWidth,
-        {0, app::PanelWindow::headerHeight + titleKey, 0, app::PanelWindow::statusHeight});
+/// Opens an entry of the menu, and takes the picture of its sheet.
+void menuSheet(Scene& s, const char* entry) {
+    press(s, "btnMenu");
+    sheet(s, entry);
 }
 
-/// Opens the window of the views at a tab.
-void view(Scene& s, int tab) {
-    press(s, "btnViews");
-    s.tab(tab);
-    s.panel()->views()->setGeometry(besidePanel(s));
-}
-
-/// Takes the picture in the middle of the sample's weld, with a tab of the views shown.
-void weldInView(Scene& s, int tab) {
+/// Takes the picture in the middle of the sample's weld, with docks open.
+void weldBeside(Scene& s, const QVector<const char*>& docks) {
     s.openProject(sampleFile);
-    view(s, tab);
+    for (const char* const id : docks) {
+        dock(s, id);
+    }
     s.whenLineRuns(MoveC, [&s] {
         s.after(900, [&s] {
             s.shoot();
@@ -61,39 +58,17 @@ void weldInView(Scene& s, int tab) {
     startSample(s);
 }
 
-/// Shows the pendant over the panel, as on a screen of the panel's size, with one of its tabs.
-void pendant(Scene& s, bool unfolded, const char* tab) {
-    constexpr int lastLine = 48;
-    app::PendantWindow* window = s.panel()->pendant();
-    window->setUnfolded(unfolded);
-    window->show();
-    const QRect panel = s.panel()->window()->geometry();
-    const int left = unfolded ? panel.width() - window->width() : 0;
-    const int bottom = panel.height() - (unfolded ? 0 : lastLine);
-    window->move(panel.topLeft() + QPoint(left, bottom - window->height()));
-    if (unfolded) {
-        press(s, tab);
-    }
-}
-
 /// The panel itself.
 const Stop panelRows[] = {
     {"panel_start", [](Scene& s) { s.shoot(); }},
     {"panel_menu", [](Scene& s) { sheet(s, "btnMenu"); }},
-    {"panel_setup",
-     [](Scene& s) {
-         press(s, "btnMenu");
-         sheet(s, "btnSetup");
-     }},
+    {"panel_setup", [](Scene& s) { menuSheet(s, "btnSetup"); }},
     {"panel_handbook",
      [](Scene& s) {
          press(s, "btnPort");
          press(s, "btnMenu");
          press(s, "btnHandbook");
-         app::HelpWindow* const help = s.panel()->menu()->help();
-         help->setGeometry(besidePanel(s));
          s.shoot();
-         help->close();
      }},
     {"panel_cell_inputs", [](Scene& s) { cell(s, "cellTab0"); }},
     {"panel_cell_outputs", [](Scene& s) { cell(s, "cellTab1"); }},
@@ -116,7 +91,7 @@ const Stop panelRows[] = {
     {"panel_cell_welding",
      [](Scene& s) {
          s.openProject(sampleFile);
-         s.panel()->window()->unfoldStrip(true);
+         dock(s, "cell");
          press(s, "cellTab1");
          s.whenLineRuns(MoveL, [&s] {
              s.shoot();
@@ -124,13 +99,13 @@ const Stop panelRows[] = {
          });
          startSample(s);
      }},
-    {"panel_cell_folded",
+    {"panel_cell_fast",
      [](Scene& s) {
-         s.panel()->window()->unfoldStrip(true);
+         dock(s, "cell");
          press(s, "speed3");
-         s.panel()->window()->unfoldStrip(false);
+         s.panel()->window()->docks()->closeAll();
          s.shoot();
-         s.panel()->window()->unfoldStrip(true);
+         dock(s, "cell");
          press(s, "speed0");
      }},
 };
@@ -158,7 +133,8 @@ const Stop sheetRows[] = {
      }},
     {"role_set",
      [](Scene& s) {
-         press(s, "btnRole");
+         press(s, "btnMenu");
+         press(s, "btnRoles");
          s.shoot();
      }},
     {"role_locked",
@@ -259,22 +235,23 @@ const Stop notices[] = {
      }},
 };
 
-/// The window of the views.
+/// Docks and pages of the frame beside or over the package's page.
 const Stop viewRows[] = {
     {"views_path",
      [](Scene& s) {
          s.openProject(sampleFile);
          s.selectRow(table, MoveC);
-         view(s, 0);
+         dock(s, "path");
          s.shoot();
      }},
-    {"views_path_welding", [](Scene& s) { weldInView(s, 0); }},
-    {"views_signals", [](Scene& s) { weldInView(s, 1); }},
+    {"views_path_welding", [](Scene& s) { weldBeside(s, {"path"}); }},
+    {"views_signals", [](Scene& s) { weldBeside(s, {"signals"}); }},
+    {"views_two", [](Scene& s) { weldBeside(s, {"path", "jog"}); }},
     {"views_signals_cursor",
      [](Scene& s) {
          s.openProject(sampleFile);
          startSample(s);
-         view(s, 1);
+         dock(s, "signals");
          press(s, "btnEdgeBack");
          press(s, "btnEdgeBack");
          press(s, "btnMark");
@@ -292,7 +269,7 @@ const Stop viewRows[] = {
          s.openProject(sampleFile);
          startSample(s);
          s.settle();
-         view(s, 2);
+         dock(s, "results");
          s.shoot();
      }},
     {"views_results_fault",
@@ -304,7 +281,7 @@ const Stop viewRows[] = {
          });
          startSample(s);
          s.settle();
-         view(s, 2);
+         dock(s, "results");
          s.shoot();
          s.controller()->setInput(QStringLiteral("LUMO_DI.#2"), true);
          press(s, "btnDismiss");
@@ -314,48 +291,41 @@ const Stop viewRows[] = {
          s.openProject(sampleFile);
          startSample(s);
          s.settle();
-         view(s, 3);
+         dock(s, "log");
          s.shoot();
      }},
     {"views_signals_export",
      [](Scene& s) {
-         view(s, 1);
+         dock(s, "signals");
          press(s, "btn_vcd");
          s.shoot();
      }},
 };
 
-/// The pendant.
-const Stop pendantRows[] = {
-    {"pendant_jog",
+/// The rail and the docks that it opens.
+const Stop railRows[] = {
+    {"rail_jog",
      [](Scene& s) {
-         pendant(s, true, "pendantTab0");
+         s.openProject(sampleFile);
+         press(s, "btnJog");
          power(s);
          s.shoot();
      }},
-    {"pendant_joints",
+    {"rail_joints",
      [](Scene& s) {
-         pendant(s, true, "pendantTab0");
+         press(s, "btnJog");
          press(s, "jogFrame2");
          s.shoot();
          press(s, "jogFrame0");
      }},
-    {"pendant_keys",
+    {"rail_keys",
      [](Scene& s) {
-         pendant(s, true, "pendantTab1");
-         s.shoot();
-         press(s, "pendantTab0");
-     }},
-    {"pendant_folded",
-     [](Scene& s) {
-         s.openProject(sampleFile);
-         pendant(s, false, nullptr);
+         press(s, "btnToolKeys");
          s.shoot();
      }},
-    {"pendant_stopped",
+    {"rail_stopped",
      [](Scene& s) {
          s.openProject(sampleFile);
-         pendant(s, true, "pendantTab0");
          s.whenLineRuns(MoveL, [&s] { press(s, "btnStop"); });
          startSample(s);
          s.shoot();
@@ -384,8 +354,8 @@ std::vector<Stop> viewStops() {
     return {std::begin(viewRows), std::end(viewRows)};
 }
 
-std::vector<Stop> pendantStops() {
-    return {std::begin(pendantRows), std::end(pendantRows)};
+std::vector<Stop> railStops() {
+    return {std::begin(railRows), std::end(railRows)};
 }
 
 }  // namespace pictures

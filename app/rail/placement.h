@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QList>
+#include <QRect>
+
+#include <optional>
+
+namespace app {
+
+/// The rectangle moved into the room by the shortest distance. If it is too large, its top left corner stays
+/// inside.
+QRect movedInto(const QRect& rectangle, const QRect& room);
+
+/// The nearest position in the room at which a dialog covers nothing of `keepFree`: its own where that is so
+/// already; nothing when there is none.
+std::optional<QPoint> placeClearOf(const QRect& dialog, const QList<QRect>& keepFree, const QRect& room);
+
+}  // namespace app

@@ -1,0 +1,89 @@
+#include "app/rail/rail.h"
+
+#include "app/appearance.h"
+#include "app/rail/modebox.h"
+#include "app/rail/stopbox.h"
+#include "look/icon.h"
+#include "look/scale.h"
+
+#include <QApplication>
+#include <QEvent>
+#include <QShortcut>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+namespace app {
+
+Rail::Rail(sim::Controller* controller, QWidget* parent)
+    : QFrame(parent), stop_(new StopBox(controller)), column_(new QVBoxLayout(this)) {
+    setObjectName(QStringLiteral("rail"));
+    column_->addWidget(stop_);
+    column_->addWidget(new ModeBox(controller));
+    column_->addStretch(1);
+    auto* keyboard = new QShortcut(Qt::Key_F9, this);
+    keyboard->setContext(Qt::ApplicationShortcut);
+    connect(keyboard, &QShortcut::activated, this, &Rail::toggleFocus);
+    dress(this);
+    fit();
+}
+
+StopButton* Rail::stop() const {
+    return stop_->button();
+}
+
+QToolButton* Rail::addKey(const QString& name, const QString& icon, const QString& text) {
+    auto* key = new QToolButton;
+    key->setObjectName(name);
+    key->setText(text);
+    key->setIcon(look::icon(icon, look::ink2, look::white));
+    key->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+    key->setCheckable(true);
+    key->setFocusPolicy(Qt::TabFocus);
+    key->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    column_->addWidget(key);
+    fit();
+    return key;
+}
+
+void Rail::takeFocus() {
+    stop_->takeFocus();
+}
+
+void Rail::toggleFocus() {
+    QWidget* const focused = QApplication::focusWidget();
+    if (focused && isAncestorOf(focused)) {
+        if (focusBefore_) {
+            focusBefore_->setFocus();
+        } else {
+            focused->clearFocus();
+        }
+        return;
+    }
+    focusBefore_ = focused;
+    takeFocus();
+}
+
+void Rail::fit() {
+    const int margin = look::px(8);
+    column_->setContentsMargins(margin, margin, margin, margin);
+    column_->setSpacing(look::px(8));
+    const QList<QToolButton*> keys = findChildren<QToolButton*>(QString(), Qt::FindDirectChildrenOnly);
+    for (QToolButton* const key : keys) {
+        key->setFixedHeight(look::px(56));
+        key->setIconSize(QSize(look::px(22), look::px(22)));
+    }
+}
+
+void Rail::changeEvent(QEvent* event) {
+    QFrame::changeEvent(event);
+    if (event->type() == QEvent::StyleChange) {
+        fit();
+    }
+}
+
+void Rail::resizeEvent(QResizeEvent* event) {
+    QFrame::resizeEvent(event);
+    fit();
+}
+
+}  // namespace app
