@@ -41,6 +41,7 @@ int layOut(TimingPart* part, const LaserPlan& plan) {
         }
         phaseMs += phase.waitMs;
     }
+    part->goesOnMs = phaseMs;
     part->ms = std::max(part->ms, phaseMs);
     for (TimingLane& lane : part->lanes) {
         std::stable_sort(lane.steps.begin(), lane.steps.end(),
@@ -64,9 +65,9 @@ void addPulses(TimingPart* part, int beginMs, const LaserParams& params) {
     }
 }
 
-void addSpan(TimingPart* part, QLatin1String field, I_PORT port, int fromMs, int ms) {
+void addSpan(TimingPart* part, QLatin1String field, int fromMs, int ms) {
     if (ms > 0) {
-        part->spans.push_back({field, port, fromMs, fromMs + ms});
+        part->spans.push_back({field, fromMs, fromMs + ms});
     }
 }
 
@@ -77,14 +78,14 @@ TimingPart openingOf(const LaserParams& params) {
     }
     const int pulsesMs = layOut(&part, openingPlan(params, rampStepMs));
     const int onMs = params.preFlowMs;
-    addSpan(&part, "delay_before_blow"_l1, DO_GAS, 0, params.preFlowMs);
-    addSpan(&part, "stay_time"_l1, DO_LASER_ENABLE, onMs, params.stayMs);
-    addSpan(&part, "increase_time"_l1, AO_LASER_POWER, onMs, params.increaseMs);
+    addSpan(&part, "delay_before_blow"_l1, 0, params.preFlowMs);
+    addSpan(&part, "stay_time"_l1, onMs, params.stayMs);
+    addSpan(&part, "increase_time"_l1, onMs, params.increaseMs);
     if (params.openIntervalMs > 0) {
         part.ms = std::max(part.ms, pulsesMs + params.openMs + params.openIntervalMs);
         addPulses(&part, pulsesMs, params);
-        addSpan(&part, "open_time"_l1, DO_LASER_ENABLE, onMs, params.openMs);
-        addSpan(&part, "open_interval"_l1, DO_LASER_ENABLE, onMs + params.openMs, params.openIntervalMs);
+        addSpan(&part, "open_time"_l1, onMs, params.openMs);
+        addSpan(&part, "open_interval"_l1, onMs + params.openMs, params.openIntervalMs);
     }
     return part;
 }
@@ -97,12 +98,12 @@ TimingPart closingOf(const LaserParams& params) {
     }
     layOut(&part, closingPlan(params, rampStepMs, Closing::Awaited));
     const int offMs = params.decreaseMs;
-    addSpan(&part, "decrease_time"_l1, AO_LASER_POWER, 0, params.decreaseMs);
-    addSpan(&part, "close_delay"_l1, DO_GAS, offMs, params.closeDelayMs);
-    addSpan(&part, "delay_after_blow"_l1, DO_GAS, offMs + params.closeDelayMs, params.postFlowMs);
-    addSpan(&part, "stop_wire_time"_l1, DO_WIRE_ENABLE, 0, params.refeedStartMs);
-    addSpan(&part, "give_wire_time"_l1, DO_WIRE_ENABLE, 0, params.refeedEndMs);
-    addSpan(&part, "move_wire_time"_l1, DO_WIRE_PULLBACK, 0, params.pullbackEndMs);
+    addSpan(&part, "decrease_time"_l1, 0, params.decreaseMs);
+    addSpan(&part, "close_delay"_l1, offMs, params.closeDelayMs);
+    addSpan(&part, "delay_after_blow"_l1, offMs + params.closeDelayMs, params.postFlowMs);
+    addSpan(&part, "stop_wire_time"_l1, 0, params.refeedStartMs);
+    addSpan(&part, "give_wire_time"_l1, 0, params.refeedEndMs);
+    addSpan(&part, "move_wire_time"_l1, 0, params.pullbackEndMs);
     return part;
 }
 

@@ -16,16 +16,16 @@ struct TimingLane {
     std::vector<std::pair<int, double>> steps;  ///< ms since the beginning, the value from then on; in order
 };
 
-/// A time of a parameter set as it is seen in a lane.
+/// A time of a parameter set.
 struct TimingSpan {
-    QLatin1String field;   ///< its name in the set
-    I_PORT port = DO_GAS;  ///< the lane
+    QLatin1String field;  ///< its name in the set
     int fromMs = 0, toMs = 0;
 };
 
 /// An opening or a closing, with gas, laser, power, wire and pull-back as lanes.
 struct TimingPart {
-    int ms = 0;  ///< until nothing changes any more, and the run goes on
+    int ms = 0;        ///< until nothing changes any more, and the run goes on
+    int goesOnMs = 0;  ///< until the run goes on
     std::vector<TimingLane> lanes;
     std::vector<TimingSpan> spans;  ///< without those of 0 ms
 };

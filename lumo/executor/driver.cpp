@@ -163,6 +163,7 @@ bool Driver::refuseCircle(const Run& run, int from, int to) const {
 
 void Driver::begin(Run& run) {
     run_ = &run;
+    reachedEnd_ = false;
     motions_.begin(run);
     changeDepth(+1);
     if (run.ofHandProgram()) {
@@ -179,7 +180,8 @@ void Driver::end(Run& run) {
     if (!run.isAborted && !run.isStep) {
         resume_.hold(run.original(run.line));
     }
-    if (!run.isAborted && run.reachedEnd && run.ofHandProgram()) {
+    reachedEnd_ = !run.isAborted && run.reachedEnd;
+    if (reachedEnd_ && run.ofHandProgram()) {
         resume_.setFinished(true);
     }
     motions_.end();

@@ -53,6 +53,8 @@ public:
     [[nodiscard]] QVariantMap waiting() const { return waiter_.waiting(); }
     /// Walks, single steps and pauses on the stack.
     [[nodiscard]] int depth() const { return depth_; }
+    /// Whether the last run or step, of whatever program, came behind its last line.
+    [[nodiscard]] bool reachedEnd() const { return reachedEnd_; }
     [[nodiscard]] Laser& laser() { return laser_; }
     [[nodiscard]] Motions& motions() { return motions_; }
     [[nodiscard]] CellStatements& cell() { return cell_; }
@@ -110,6 +112,7 @@ private:
     Resumption resumption_{sender_, laser_, motions_, resume_};
     Run* run_ = nullptr;  ///< the walk or step on the stack
     int depth_ = 0;
+    bool reachedEnd_ = false;
     int aborts_ = 0;         ///< pauses, emergency stops and ends of the application so far
     bool quitting_ = false;  ///< the application ends its loops: nothing may start
     bool stopping_ = false;  ///< an emergency stop is being done: no pause may come in between

@@ -53,6 +53,10 @@ bool LumoExecutor::finished() const {
     return driver_->isFinished();
 }
 
+bool LumoExecutor::reachedEnd() const {
+    return driver_->reachedEnd();
+}
+
 int LumoExecutor::startLine() const {
     return finished() ? 0 : m(key::currentLine)->getInt();
 }

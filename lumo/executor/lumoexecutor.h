@@ -50,6 +50,8 @@ public:
     [[nodiscard]] int depth() const;
     [[nodiscard]] static bool litByHand();
     [[nodiscard]] bool finished() const;
+    /// Whether the last run, of whatever program, came behind its last line; false while one is under way.
+    [[nodiscard]] bool reachedEnd() const;
     /// The line at which the page's Start begins: the first one after a run that came to its end, else the
     /// resume line.
     [[nodiscard]] Q_INVOKABLE int startLine() const;

@@ -1,10 +1,12 @@
 #include "params/paramconfigwidget.h"
 
 #include "files/settingsfile.h"
+#include "look/scale.h"
 #include "module/globals.h"
 #include "params/addparamdialog.h"
 #include "params/paramvaluesdialog.h"
 #include "params/setexchange.h"
+#include "params/setrows.h"
 #include "params/setuse.h"
 #include "params/timingpicture.h"
 #include "program/parameters.h"
@@ -14,6 +16,7 @@
 #include "undo/steptext.h"
 #include "widgets/messagebox.h"
 
+#include <QEvent>
 #include <QSignalBlocker>
 #include <QStackedWidget>
 
@@ -22,39 +25,8 @@ using namespace prog;
 
 namespace {
 
-enum Column {
-    NumberColumn,
-    NameColumn,
-    PowerColumn,
-    RatioColumn,
-    RampColumn,
-    GasColumn,
-    WireColumn,
-    LinesColumn,
-    NoteColumn,
-    ColumnCount
-};
-
 QString nameOf(const ModuleObject* set) {
     return set->r(field::name)->getString();
-}
-
-/// The columns of main values, and the values in each.
-constexpr struct {
-    Column column;
-    QLatin1String first, second;  ///< empty: one value alone
-} valueColumns[] = {
-    {PowerColumn, field::power, QLatin1String()},
-    {RatioColumn, field::ratio, QLatin1String()},
-    {RampColumn, "increase_time"_l1, "decrease_time"_l1},
-    {GasColumn, "delay_before_blow"_l1, "delay_after_blow"_l1},
-    {WireColumn, field::speed, QLatin1String()},
-};
-
-QString valueText(const ModuleObject* set, QLatin1String first, QLatin1String second) {
-    const QString text = set->c(first)->getString(QStringLiteral("0"));
-    return second.isEmpty() ? text
-                            : text + QStringLiteral(" / ") + set->c(second)->getString(QStringLiteral("0"));
 }
 
 bool refusedWhileRunning(const QString& title, const QString& text) {
@@ -70,10 +42,12 @@ ParamConfigWidget::ParamConfigWidget(QWidget* parent)
     : QWidget(parent),
       ui_(std::make_unique<Ui::ParamConfigWidget>()),
       exchange_(new SetExchange(this)),
-      picture_(new TimingPicture(this)) {
+      picture_(new TimingPicture) {
     ui_->setupUi(this);
-    ui_->pictureLayout->addWidget(picture_);
-    setUpTable();
+    setAttribute(Qt::WA_StyledBackground);
+    dress();
+    rows_ = new SetRows(ui_->tblWgtGroup);
+    ui_->pictureArea->setWidget(picture_);
     logW() << QStringLiteral("ParamConfigWidget::ParamConfigWidget pns->cmobjs() count  = ")
            << m(key::param)->cmobjCount();
     showSets();
@@ -91,25 +65,48 @@ ParamConfigWidget::ParamConfigWidget(QWidget* parent)
         emit signalparamconfigchangedProgramlist(lines);
     });
     connect(ui_->tblWgtGroup, &QTableWidget::itemSelectionChanged, this, &ParamConfigWidget::showPicture);
+    connect(picture_, &TimingPicture::tapped, this, &ParamConfigWidget::editTime);
+    connect(ui_->lineNote, &QLineEdit::editingFinished, this, &ParamConfigWidget::noteTyped);
     followTree();
 }
 
 ParamConfigWidget::~ParamConfigWidget() = default;
 
-void ParamConfigWidget::setUpTable() {
-    QTableWidget* const table = ui_->tblWgtGroup;
-    const QString headings[] = {
-        tr("功率\n%"), tr("占空比\n%"), tr("缓升 / 缓降\nms"), tr("吹气 前 / 后\nms"), tr("送丝\n%"),
-        tr("使用行"),  tr("备注")};
-    table->setColumnCount(ColumnCount);
-    for (int column = PowerColumn; column < ColumnCount; ++column) {
-        table->setHorizontalHeaderItem(column, new QTableWidgetItem(headings[column - PowerColumn]));
+void ParamConfigWidget::dress() {
+    ui_->headBar->dress(ui_->btnImport, "import");
+    ui_->headBar->dress(ui_->btnExport, "export");
+    ui_->footBar->dress(ui_->btnDel, "delete");
+    ui_->footBar->dress(ui_->btnUp, "up");
+    ui_->footBar->dress(ui_->btnDown, "down");
+    ui_->footBar->dress(ui_->btnAdd, "new");
+    ui_->footBar->dress(ui_->btnDuplicate, "duplicate");
+    ui_->footBar->dress(ui_->btnEdit, "edit", true);
+}
+
+void ParamConfigWidget::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    layOut();
+}
+
+void ParamConfigWidget::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::StyleChange) {
+        layOut();
     }
-    table->setTabKeyNavigation(false);
-    table->setWordWrap(false);
-    QHeaderView* const header = table->horizontalHeader();
-    header->setSectionResizeMode(QHeaderView::ResizeToContents);
-    header->setSectionResizeMode(NoteColumn, QHeaderView::Stretch);
+}
+
+/// Lengths follow the window's size; the hint has a place where there is room.
+void ParamConfigWidget::layOut() {
+    const int margin = look::px(16);
+    ui_->tableLayout->setContentsMargins(margin, 0, margin, look::px(4));
+    ui_->tableLayout->setSpacing(look::px(4));
+    ui_->tableLayout->setStretch(0, 1);
+    ui_->pictureHead->setSpacing(margin);
+    constexpr int leastForHint = 1000;
+    ui_->lblHint->setVisible(width() >= look::px(leastForHint));
+    ui_->pictureHead->setStretch(0, ui_->lblHint->isHidden() ? 1 : 0);
+    constexpr int leastTable = 40 + 2 * 48 + 2;
+    ui_->tblWgtGroup->setMinimumHeight(look::px(leastTable));
 }
 
 /// What changes the list or the program elsewhere, as undoing does, is shown when it is complete. A page that
@@ -140,60 +137,34 @@ void ParamConfigWidget::showSets() {
             table->removeRow(table->rowCount() - 1);
         }
         while (table->rowCount() < sets.size()) {
-            addRow();
+            rows_->append();
         }
         for (int row = 0; row < sets.size(); ++row) {
-            showRow(row, sets[row], lines[row]);
+            rows_->show(row, sets[row], lines[row]);
         }
         setItemTextCenter(m(key::param));
     }
+    rows_->fit();
     showPicture();
 }
 
-void ParamConfigWidget::addRow() {
-    QTableWidget* const table = ui_->tblWgtGroup;
-    const int row = table->rowCount();
-    table->insertRow(row);
-    table->setCellWidget(row, NumberColumn, new QLabel(QString::number(row + 1)));
-    for (int column = NameColumn; column < ColumnCount; ++column) {
-        auto* const item = new QTableWidgetItem;
-        if (column != NameColumn && column != NoteColumn) {
-            item->setFlags(item->flags() & ~Qt::ItemIsEditable);
-            item->setTextAlignment(Qt::AlignCenter);
-        }
-        table->setItem(row, column, item);
-    }
-}
-
-void ParamConfigWidget::showRow(int row, const ModuleObject* set, const QList<int>& lines) {
-    const auto show = [this, row](Column column, const QString& text) {
-        QTableWidgetItem* const item = ui_->tblWgtGroup->item(row, column);
-        if (item->text() != text) {
-            item->setText(text);
-        }
-        item->setToolTip(text);
-    };
-    show(NameColumn, set->c(field::name)->getString());
-    for (const auto& shown : valueColumns) {
-        show(shown.column, valueText(set, shown.first, shown.second));
-    }
-    show(LinesColumn, lineNumbers(lines));
-    show(NoteColumn, set->c(field::note)->getString());
-}
-
+/// Of the first set, as long as none is selected.
 void ParamConfigWidget::showPicture() {
-    const int row = selectedRow();
-    const ModuleObject* const set = m(key::param)->c(row);
-    picture_->showSet(row < 0 || set->isNull() ? std::nullopt : std::make_optional(LaserParams::from(set)));
+    const ModuleObject* const set = m(key::param)->c(qMax(0, selectedRow()));
+    const bool isThere = !set->isNull();
+    picture_->showSet(isThere ? std::make_optional(LaserParams::from(set)) : std::nullopt);
+    ui_->lblSet->setText(isThere ? nameOf(set) : QString());
+    ui_->lineNote->setText(set->c(field::note)->getString());
+    ui_->lineNote->setEnabled(isThere);
 }
 
 void ParamConfigWidget::setItemTextCenter(ModuleObject* list) {
     const QSignalBlocker silence(ui_->tblWgtGroup);
     const int rows = qMin(list->cmobjCount(), ui_->tblWgtGroup->rowCount());
     for (int row = 0; row < rows; ++row) {
-        auto* label = qobject_cast<QLabel*>(ui_->tblWgtGroup->cellWidget(row, NumberColumn));
+        auto* label = qobject_cast<QLabel*>(ui_->tblWgtGroup->cellWidget(row, SetNumber));
         label->setAlignment(Qt::AlignCenter);
-        ui_->tblWgtGroup->item(row, NameColumn)->setTextAlignment(Qt::AlignCenter);
+        ui_->tblWgtGroup->item(row, SetName)->setTextAlignment(Qt::AlignCenter);
     }
 }
 
@@ -208,11 +179,7 @@ void ParamConfigWidget::save() {
 
 void ParamConfigWidget::on_tblWgtGroup_itemChanged(QTableWidgetItem* item) {
     const int row = item->row();
-    {
-        const QSignalBlocker silence(ui_->tblWgtGroup);
-        item->setToolTip(item->text());
-    }
-    if (item->column() == NoteColumn) {
+    if (item->column() == SetNote) {
         storeNote(row, item->text());
         return;
     }
@@ -225,7 +192,19 @@ void ParamConfigWidget::on_tblWgtGroup_itemChanged(QTableWidgetItem* item) {
             changedLines_.append(line);
         }
     }
+    showPicture();
     emit signalparamconfigchangedProgramlist(changedLines_);
+}
+
+/// The remark of the set whose picture is shown.
+void ParamConfigWidget::noteTyped() {
+    const int row = qMax(0, selectedRow());
+    const QString note = ui_->lineNote->text();
+    const ModuleObject* const set = m(key::param)->c(row);
+    if (!set->isNull() && set->c(field::note)->getString() != note) {
+        storeNote(row, note);
+        showSets();
+    }
 }
 
 void ParamConfigWidget::storeNote(int row, const QString& note) {
@@ -374,6 +353,18 @@ void ParamConfigWidget::editValues() {
     valuesDialog_->open();
 }
 
+/// Of the set whose picture is shown.
+void ParamConfigWidget::editTime(const QString& field) {
+    if (selectedRow() < 0) {
+        ui_->tblWgtGroup->selectRow(0);
+    }
+    editValues();
+    if (valuesDialog_) {
+        picture_->mark(field);
+        valuesDialog_->showField(field);
+    }
+}
+
 void ParamConfigWidget::valuesAnswered(bool ok) {
     logW() << QStringLiteral("ParamConfigWidget::ParamConfigWidget slot isok = ") << ok;
     if (ok) {
@@ -383,6 +374,7 @@ void ParamConfigWidget::valuesAnswered(bool ok) {
         save();
         emit signalparamconfigchangedProgramlist(changedLines_);
     }
+    picture_->mark(QString());
     valuesDialog_->disconnect(this);
     valuesDialog_->deleteLater();
     valuesDialog_ = nullptr;

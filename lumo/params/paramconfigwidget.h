@@ -19,11 +19,13 @@ class ParamConfigWidget;
 }
 namespace lumo {
 class SetExchange;
+class SetRows;
 class TimingPicture;
 }  // namespace lumo
 
 /// The page of the parameter sets: the operator adds, copies, renames, edits, moves and deletes sets, takes
-/// them out to a file and in from one, and sees what the selected one does over time. Each change is saved.
+/// them out to a file and in from one, and sees what the selected one does over time, where a tap on a time
+/// edits it. Each change is saved.
 class ParamConfigWidget final : public QWidget {
     Q_OBJECT
 public:
@@ -40,17 +42,21 @@ signals:
     /// Lines of the program that show a changed value.
     void signalparamconfigchangedProgramlist(QList<int> lines);
 
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
 private slots:
     void on_tblWgtGroup_itemChanged(QTableWidgetItem* item);
 
 private:
-    void setUpTable();
+    void dress();
+    void layOut();
     void followTree();
     void showSets();
-    void addRow();
-    void showRow(int row, const ModuleObject* set, const QList<int>& lines);
     void showPicture();
     int selectedRow() const;
+    void noteTyped();
     void storeNote(int row, const QString& note);
     void askName();
     void nameAnswered(bool ok);
@@ -61,6 +67,7 @@ private:
     static QString deletionText(int set);
     void deleteSet(ModuleObject* set);
     void editValues();
+    void editTime(const QString& field);
     void valuesAnswered(bool ok);
 
     const std::unique_ptr<Ui::ParamConfigWidget> ui_;
@@ -70,5 +77,6 @@ private:
     QList<int> changedLines_;
     QTimer showSoon_;  ///< when a change elsewhere is complete
     lumo::SetExchange* const exchange_;
+    lumo::SetRows* rows_ = nullptr;
     lumo::TimingPicture* const picture_;
 };

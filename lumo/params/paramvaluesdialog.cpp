@@ -1,5 +1,8 @@
 #include "params/paramvaluesdialog.h"
 
+#include "look/scale.h"
+#include "look/tokens.h"
+#include "look/type.h"
 #include "program/parameters.h"
 #include "program/words.h"
 #include "ui_paramvaluesdialog.h"
@@ -10,8 +13,11 @@
 
 #include <QLabel>
 #include <QLineEdit>
+#include <QPainter>
 #include <QPushButton>
 #include <QRegularExpressionValidator>
+
+#include <algorithm>
 
 using namespace lumo;
 using namespace prog;
@@ -35,14 +41,13 @@ const RowGroups& rowGroups() {
     return groups;
 }
 
-constexpr int maxNameWidthPx = 400;
+constexpr QRgb headColour = qRgb(0xCC, 0xCC, 0xCC);
+constexpr int maxNameWidth = 320;  ///< px at factor 1
 
 /// The name of the set as a heading, elided so that it fits into the dialog.
 QString heading(const QString& name) {
-    QFont font;
-    font.setPixelSize(2 * QFontInfo(font).pixelSize());
-    font.setBold(true);
-    const QString shown = QFontMetrics(font).elidedText(name, Qt::ElideRight, maxNameWidthPx);
+    const QFontMetrics metrics(look::font(look::Size::Title, look::Weight::State));
+    const QString shown = metrics.elidedText(name, Qt::ElideRight, look::px(maxNameWidth));
     return QStringLiteral("<h1>[%1]:</h1>").arg(shown.toHtmlEscaped());
 }
 
@@ -51,6 +56,30 @@ QString valuePattern(const QString& name) {
     return row && row->isPercentage() ? QStringLiteral("^(?:[1-9]\\d{0,1}|0|100|[1-2]\\d{1})$")
                                       : QStringLiteral("^(?:[1-9]\\d{0,2}|0|5000|[1-4]\\d{3})$");
 }
+
+/// A figure with its unit at the right of the field.
+class UnitLine final : public QLineEdit {
+public:
+    UnitLine(const QString& text, const QString& unit) : QLineEdit(text), unit_(unit) {
+        setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+        const QFontMetrics metrics(look::font(look::Size::Caption));
+        setTextMargins(0, 0, metrics.horizontalAdvance(unit) + look::px(unitGap), 0);
+    }
+
+protected:
+    void paintEvent(QPaintEvent* event) override {
+        QLineEdit::paintEvent(event);
+        QPainter painter(this);
+        painter.setFont(look::font(look::Size::Caption));
+        painter.setPen(QColor(look::ink2));
+        const QRect place = rect().adjusted(0, 0, -look::px(unitMargin), 0);
+        painter.drawText(place, Qt::AlignRight | Qt::AlignVCenter, unit_);
+    }
+
+private:
+    static constexpr int unitGap = 6, unitMargin = 16;
+    const QString unit_;
+};
 
 }  // namespace
 
@@ -63,26 +92,64 @@ ParamValuesDialog::ParamValuesDialog(ModuleObject* set, QWidget* parent)
     setUpButtons(ui_->buttonBox, tr("确定"), tr("取消"));
     note_ = new QLabel(this);
     note_->setObjectName(QStringLiteral("lblRange"));
-    note_->setAlignment(Qt::AlignCenter);
-    note_->setStyleSheet(QStringLiteral("color: #C5221B; font-weight: bold;"));
+    note_->setWordWrap(true);
     ui_->verticalLayout->insertWidget(ui_->verticalLayout->count() - 1, note_);
     const QList<ModuleObject*> definitions = m(key::defaultParam)->cmobjs();
     ui_->tableWidget->setRowCount(definitions.size());
     for (int row = 0; row < definitions.size(); ++row) {
         addRow(row, definitions[row]);
     }
-    dressGroups(ui_->tableWidget, rowGroups(), GroupColumn);
-    ui_->tableWidget->setTabKeyNavigation(false);  // Tab moves from line to line, not from cell to cell
-    QHeaderView* header = ui_->tableWidget->horizontalHeader();
-    header->setSectionResizeMode(QHeaderView::Stretch);
-    header->setSectionResizeMode(GroupColumn, QHeaderView::ResizeToContents);
-    header->setSectionResizeMode(TagColumn, QHeaderView::ResizeToContents);
+    dressTable();
     connect(ui_->tableWidget, &QTableWidget::cellChanged, this, &ParamValuesDialog::activateCell);
     ui_->label->setText(heading(set->r(field::name)->getString()));
     refreshOk();
+    fitToPage();
 }
 
 ParamValuesDialog::~ParamValuesDialog() = default;
+
+void ParamValuesDialog::dressTable() {
+    QTableWidget* const table = ui_->tableWidget;
+    dressGroups(table, rowGroups(), GroupColumn);
+    table->setTabKeyNavigation(false);  // Tab moves from line to line, not from cell to cell
+    table->setShowGrid(false);
+    constexpr int rowHeight = 56, valueWidth = 136, rangeWidth = 96;
+    table->verticalHeader()->setDefaultSectionSize(look::px(rowHeight));
+    QHeaderView* const header = table->horizontalHeader();
+    header->setSectionResizeMode(QHeaderView::ResizeToContents);
+    header->setSectionResizeMode(TagColumn, QHeaderView::Stretch);
+    header->setSectionResizeMode(ValueColumn, QHeaderView::Fixed);
+    header->setSectionResizeMode(RangeColumn, QHeaderView::Fixed);
+    table->setColumnWidth(ValueColumn, look::px(valueWidth));
+    table->setColumnWidth(RangeColumn, look::px(rangeWidth));
+    okButton()->setProperty("primary", true);
+}
+
+/// As large as the page lets it be.
+void ParamValuesDialog::fitToPage() {
+    constexpr int wanted = 720, high = 672, around = 16;
+    const QSize page = parentWidget() ? parentWidget()->size() : QSize(look::px(wanted), look::px(high));
+    resize(std::min(look::px(wanted), page.width() - around),
+           std::min(look::px(high), page.height() - around));
+}
+
+/// In a narrow dialog the numbers and groups give way to the names.
+void ParamValuesDialog::resizeEvent(QResizeEvent* event) {
+    AnswerDialog::resizeEvent(event);
+    constexpr int leastForGroups = 600;
+    const bool isNarrow = width() < look::px(leastForGroups);
+    ui_->tableWidget->setColumnHidden(NumberColumn, isNarrow);
+    ui_->tableWidget->setColumnHidden(GroupColumn, isNarrow);
+}
+
+void ParamValuesDialog::showField(const QString& name) {
+    for (QLineEdit* const line : qAsConst(lines_)) {
+        if (line->objectName() == name) {
+            line->setFocus();
+            line->selectAll();
+        }
+    }
+}
 
 void ParamValuesDialog::addRow(int row, const ModuleObject* definition) {
     const QString groups[] = {tr("功率参数"), tr("过程参数"), tr("送丝参数")};
@@ -91,9 +158,18 @@ void ParamValuesDialog::addRow(int row, const ModuleObject* definition) {
     table->setCellWidget(row, NumberColumn, cellLabel(QString::number(row - start + 1)));
     table->setCellWidget(row, GroupColumn,
                          cellLabel(row == start ? QString() : groups[rowGroups().groupOf(row)]));
-    table->setCellWidget(row, TagColumn, cellLabel(definition->r(field::tag)->getString()));
+    QLabel* const tag = cellLabel(definition->r(field::tag)->getString());
+    tag->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    tag->setWordWrap(true);
+    table->setCellWidget(row, TagColumn, tag);
     const QString name = definition->r(field::name)->getString();
     table->setCellWidget(row, ValueColumn, valueLine(name, set_->r(name)->getString(QStringLiteral("0"))));
+    if (row == start) {
+        // Seen round the field.
+        auto* const behind = new QTableWidgetItem;
+        behind->setBackground(QColor(headColour));
+        table->setItem(row, ValueColumn, behind);
+    }
     table->setCellWidget(row, RangeColumn,
                          cellLabel(QStringLiteral("[%1,%2]")
                                        .arg(definition->r(QStringLiteral("range.#0"))->getInt())
@@ -101,9 +177,9 @@ void ParamValuesDialog::addRow(int row, const ModuleObject* definition) {
 }
 
 QLineEdit* ParamValuesDialog::valueLine(const QString& name, const QString& text) {
-    auto* line = new QLineEdit(text);
+    const ParameterRow* const row = parameterRow(name);
+    auto* line = new UnitLine(text, row ? unitText(row->range().unit) : QString());
     line->setObjectName(name);
-    line->setAlignment(Qt::AlignCenter);
     line->setValidator(new QRegularExpressionValidator(QRegularExpression(valuePattern(name)), line));
     line->installEventFilter(this);
     lines_.append(line);
@@ -127,9 +203,9 @@ void ParamValuesDialog::refreshOk() {
         const int row = lines_.indexOf(qobject_cast<QLineEdit*>(answer->parent()));
         const ModuleObject* const definition = m(key::defaultParam)->c(row);
         if (!answer->isTaken() && refused.isEmpty()) {
-            refused = QStringLiteral("▲ %1：%2")
-                          .arg(definition->r(field::tag)->getString(),
-                               rangeText(parameterRow(definition->r(field::name)->getString())->range()));
+            refused = QStringLiteral("%1：%2").arg(
+                definition->r(field::tag)->getString(),
+                rangeText(parameterRow(definition->r(field::name)->getString())->range()));
         }
     }
     note_->setText(refused);

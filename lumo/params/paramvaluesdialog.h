@@ -35,6 +35,9 @@ public:
     /// welding of the program that use the set. Does nothing if the set was removed from the list.
     void save();
 
+    /// Puts the operator into the field of a value.
+    void showField(const QString& name);
+
     /// Consumes a mouse press on a line, whose window it activates.
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -45,8 +48,11 @@ signals:
 
 protected:
     void announce(bool ok) override { emit signalParamValuesIsok(ok); }
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
+    void dressTable();
+    void fitToPage();
     void addRow(int row, const ModuleObject* definition);
     QLineEdit* valueLine(const QString& name, const QString& text);
     void answerIn(QLineEdit* line, const QString& name);

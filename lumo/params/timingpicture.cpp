@@ -1,14 +1,13 @@
 #include "params/timingpicture.h"
 
+#include "look/scale.h"
+#include "look/type.h"
 #include "module/host.h"
-#include "program/statement.h"
 #include "program/words.h"
-#include "widgets/fieldanswer.h"
 
+#include <QEvent>
 #include <QFontMetricsF>
-#include <QPainter>
-#include <QPolygonF>
-#include <QRegularExpression>
+#include <QMouseEvent>
 
 #include <algorithm>
 
@@ -18,46 +17,48 @@ namespace lumo {
 
 namespace {
 
-constexpr int cutWidth = 26;
-constexpr int headerHeight = 20;
-constexpr int rowHeight = 20;
-constexpr int textHeight = 15;
-constexpr int barHeight = 14;
+enum LaneOf { GasLane, LaserLane, PowerLane, WireLane, PullbackLane, RobotLane, LaneCount };
+
+constexpr I_PORT lanePorts[] = {DO_GAS, DO_LASER_ENABLE, AO_LASER_POWER, DO_WIRE_ENABLE, DO_WIRE_PULLBACK};
+
+// Lengths in px at factor 1.
+constexpr int timeHeight = 34;
+constexpr int laneHeight = 36;
+constexpr int barHeight = 22;
 constexpr int powerHeight = 30;
-constexpr int laneGap = 4;
-constexpr double padShare = 0.05;  ///< of all time, before and behind each part
-constexpr int textPx = 12;
+constexpr int rowHeight = 26;  ///< of dimensions above the bars
+constexpr int rowAir = 4;      ///< above these
+constexpr int air = 6;
 
-constexpr QRgb ink = qRgb(0x17, 0x27, 0x3A);
-constexpr QRgb faintInk = qRgb(0x55, 0x66, 0x7A);
-constexpr QRgb rule = qRgb(0xD6, 0xDE, 0xE6);
-constexpr QRgb steel = qRgb(0x4A, 0x5E, 0x75);
-constexpr QRgb steelTint = qRgb(0xCB, 0xD6, 0xE1);
-constexpr QRgb red = qRgb(0xC5, 0x22, 0x1B);
-constexpr QRgb redTint = qRgb(0xF6, 0xCF, 0xCB);
+/// Where the dimension of a time stands, and what it is called beside its figure.
+struct DimensionRow {
+    QLatin1String field;
+    LaneOf lane;
+    int row;         ///< the first in which it may stand
+    bool leftFirst;  ///< the text rather stands left of the line
+    bool hasLine;
+    const char* name;
+};
 
-bool isLight(I_PORT port) {
-    return port == DO_LASER_ENABLE || port == AO_LASER_POWER;
-}
+constexpr DimensionRow dimensionRows[] = {
+    {"delay_before_blow"_l1, LaserLane, 0, false, true,
+     QT_TRANSLATE_NOOP("lumo::TimingPicture", "前吹气 %1")},
+    {"open_time"_l1, LaserLane, 1, false, true, QT_TRANSLATE_NOOP("lumo::TimingPicture", "出光 %1")},
+    {"open_interval"_l1, LaserLane, 1, false, true, QT_TRANSLATE_NOOP("lumo::TimingPicture", "间隔 %1")},
+    {"close_delay"_l1, LaserLane, 0, false, true, QT_TRANSLATE_NOOP("lumo::TimingPicture", "关光延迟 %1")},
+    {"increase_time"_l1, PowerLane, 1, true, true, QT_TRANSLATE_NOOP("lumo::TimingPicture", "缓升 %1")},
+    {"decrease_time"_l1, PowerLane, 1, false, true, QT_TRANSLATE_NOOP("lumo::TimingPicture", "缓降 %1")},
+    {"delay_after_blow"_l1, PowerLane, 0, false, true, QT_TRANSLATE_NOOP("lumo::TimingPicture", "后吹气 %1")},
+    {"stop_wire_time"_l1, WireLane, 0, false, false, QT_TRANSLATE_NOOP("lumo::TimingPicture", "补丝自 %1")},
+    {"give_wire_time"_l1, WireLane, 0, false, false, QT_TRANSLATE_NOOP("lumo::TimingPicture", "至 %1")},
+    {"move_wire_time"_l1, PullbackLane, 0, false, false,
+     QT_TRANSLATE_NOOP("lumo::TimingPicture", "抽丝至 %1")},
+    {"stay_time"_l1, RobotLane, 0, true, true, QT_TRANSLATE_NOOP("lumo::TimingPicture", "停留 %1")},
+};
 
-int barHeightOf(I_PORT port) {
-    return port == AO_LASER_POWER ? powerHeight : barHeight;
-}
-
-/// What the values' page calls the time, without its unit, and how long it is.
-QString spanText(const TimingSpan& span) {
-    static const QRegularExpression unit(QStringLiteral("(\\s*\\(.*\\)|,[^,]*)$"));
-    const QList<ModuleObject*> definitions = m(key::defaultParam)->cmobjs();
-    const auto found =
-        std::find_if(definitions.begin(), definitions.end(), [&span](const ModuleObject* definition) {
-            return definition->c(field::name)->getString() == span.field;
-        });
-    QString name = found == definitions.end() ? QString(span.field) : (*found)->c(field::tag)->getString();
-    return name.remove(unit) + QStringLiteral(" %1 %2").arg(span.toMs - span.fromMs).arg(unitText("ms"));
-}
-
-QString captionOf(I_PORT port) {
-    return m(key::port)->c(port)->c(field::tag)->getString();
+const DimensionRow& rowOf(QLatin1String field) {
+    return *std::find_if(std::begin(dimensionRows), std::end(dimensionRows) - 1,
+                         [field](const DimensionRow& row) { return row.field == field; });
 }
 
 QString percent(double fraction) {
@@ -65,184 +66,298 @@ QString percent(double fraction) {
     return QString::number(fraction * full) + QStringLiteral(" %");
 }
 
+QFontMetricsF dimensionMetrics() {
+    return QFontMetricsF(look::font(look::Size::Caption, look::Weight::Strong));
+}
+
+/// What a caption of at most two lines needs.
+int captionNeeds(const QString& caption, bool inTwoLines) {
+    const QFontMetrics metrics(look::font(look::Size::Caption));
+    if (!inTwoLines) {
+        return metrics.horizontalAdvance(caption);
+    }
+    const int lines = 2 * metrics.lineSpacing();
+    int width = metrics.horizontalAdvance(caption) / 2;
+    while (metrics.boundingRect(QRect(0, 0, width, lines * 2), Qt::TextWordWrap, caption).height() > lines ||
+           metrics.boundingRect(QRect(0, 0, width, lines * 2), Qt::TextWordWrap, caption).width() > width) {
+        width += 4;
+    }
+    return width;
+}
+
 }  // namespace
 
 TimingPicture::TimingPicture(QWidget* parent) : QWidget(parent) {
-    QFont own = font();
-    own.setPixelSize(textPx);
-    setFont(own);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-    layOut();
 }
 
 void TimingPicture::showSet(const std::optional<LaserParams>& params) {
     params_ = params;
     layOut();
+}
+
+void TimingPicture::mark(const QString& field) {
+    marked_ = field;
+    picture_ = QPixmap();
     update();
 }
 
 void TimingPicture::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
-    layOut();
+    if (event->size().width() != event->oldSize().width()) {
+        layOut();
+    }
+}
+
+void TimingPicture::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::StyleChange) {
+        layOut();
+    }
 }
 
 // --- Layout ---------------------------------------------------------------------------------------
 
 void TimingPicture::layOut() {
     timing_ = laserTiming(params_.value_or(LaserParams()));
-    captionWidth_ = 0;
-    for (const TimingLane& shown : timing_.opening.lanes) {
-        const int needed = fontMetrics().horizontalAdvance(captionOf(shown.port)) + textPx + 2;
-        captionWidth_ = std::max(captionWidth_, std::min(needed, width() / 4));
-    }
+    makeLanes();
     placeSections();
-    lanes_.clear();
-    int y = headerHeight;
-    for (const TimingLane& shown : timing_.opening.lanes) {
-        Lane lane;
-        lane.port = shown.port;
-        lane.caption = captionOf(shown.port);
-        if (params_ && shown.port == AO_LASER_POWER) {
-            lane.value = percent(params_->power);
-        } else if (params_ && shown.port == DO_WIRE_ENABLE) {
-            lane.value = percent(params_->wireSpeed);
-        }
-        placeLabels(&lane, 0);
-        placeLabels(&lane, 1);
+    dimensions_.clear();
+    placeDimensions(0);
+    placeDimensions(1);
+    int y = look::px(timeHeight);
+    for (Lane& lane : lanes_) {
+        const int above = lane.rows > 0 ? lane.rows * look::px(rowHeight) + look::px(rowAir)
+                                        : look::px(laneHeight - barHeight);
         lane.top = y;
-        y += lane.rows * rowHeight + barHeightOf(lane.port) + laneGap;
-        lanes_.push_back(lane);
+        y += above + lane.bar;
+        lane.base = y;
     }
-    setFixedHeight(y);
+    height_ = y + look::px(4);
+    picture_ = QPixmap();
+    setFixedHeight(height_);
+    updateGeometry();
+    update();
+}
+
+void TimingPicture::makeLanes() {
+    lanes_.assign(LaneCount, Lane());
+    for (int i = 0; i < LaneCount; ++i) {
+        Lane& lane = lanes_[static_cast<std::size_t>(i)];
+        lane.caption =
+            i == RobotLane ? tr("机器人") : m(key::port)->c(lanePorts[i])->c(field::tag)->getString();
+        lane.bar = look::px(i == PowerLane ? powerHeight : barHeight);
+        lane.rows = i == PowerLane ? 1 : 0;
+    }
+    if (params_) {
+        lanes_[PowerLane].value = percent(params_->power);
+        lanes_[WireLane].value = percent(params_->wireSpeed);
+    }
+    captionWidth_ = 0;
+    constexpr int leastForOneLine = 720;
+    const bool inTwoLines = width() < look::px(leastForOneLine);
+    for (const Lane& lane : lanes_) {
+        captionWidth_ = std::max(captionWidth_, captionNeeds(lane.caption, inTwoLines));
+    }
+    captionWidth_ += look::px(inTwoLines ? 8 : 24);
 }
 
 void TimingPicture::placeSections() {
-    const double room = std::max(1, width() - captionWidth_ - cutWidth);
-    const double allMs = std::max(1, timing_.opening.ms + timing_.closing.ms);
-    const double padMs = allMs * padShare;
-    scale_ = room / (allMs + 4 * padMs);
-    double left = captionWidth_;
-    const TimingPart* const parts[] = {&timing_.opening, &timing_.closing};
-    for (int i = 0; i < 2; ++i) {
-        const double right = left + (parts[i]->ms + 2 * padMs) * scale_;
-        sections_[i] = {parts[i], left, right, left + padMs * scale_};
-        left = right + cutWidth;
+    constexpr double openShare = 0.12, closeShare = 0.045;
+    constexpr int leastValue = 64, leastLead = 28;
+    const double room = std::max(1, width() - captionWidth_);
+    const double behind = std::max<double>(room * openShare, look::px(leastValue));
+    const double lead = std::max<double>(room * closeShare, look::px(leastLead));
+    const int allMs = std::max(1, timing_.opening.ms + timing_.closing.ms);
+    scale_ = std::max(1.0, room - behind - 2 * lead) / allMs;
+    const double left = captionWidth_;
+    const double cut = left + timing_.opening.ms * scale_ + behind;
+    sections_[0] = {&timing_.opening, left, cut, left};
+    sections_[1] = {&timing_.closing, cut, double(width()), cut + lead};
+}
+
+void TimingPicture::placeDimensions(int section) {
+    const Section& shown = sections_[section];
+    for (const TimingSpan& span : shown.part->spans) {
+        const DimensionRow& row = rowOf(span.field);
+        Dimension dimension;
+        dimension.field = span.field;
+        dimension.text = tr(row.name).arg(span.toMs - span.fromMs);
+        dimension.lane = row.lane;
+        dimension.row = row.row;
+        dimension.hasLine = row.hasLine;
+        dimension.from = xOf(shown, row.hasLine ? span.fromMs : span.toMs);
+        dimension.to = row.hasLine ? xOf(shown, span.toMs) : barEnd(row.lane, shown);
+        place(&dimension, shown, row.leftFirst);
+        dimensions_.push_back(dimension);
     }
 }
 
-/// Each in the first row of its lane in which it hits no other.
-void TimingPicture::placeLabels(Lane* lane, int section) {
-    const Section& place = sections_[section];
-    const QFontMetricsF metrics(font());
-    constexpr double air = 6;
-    std::vector<Label>& labels = lane->labels[section];
-    for (const TimingSpan& span : place.part->spans) {
-        if (span.port != lane->port) {
-            continue;
-        }
-        Label label;
-        label.text = spanText(span);
-        label.from = xOf(place, span.fromMs);
-        label.to = xOf(place, span.toMs);
-        const double length = metrics.horizontalAdvance(label.text);
-        const double centred = (label.from + label.to - length) / 2;
-        label.left = std::max(place.left, std::min(std::max(centred, label.from), place.right - length));
-        label.right = label.left + length;
-        const auto hits = [&label](const Label& other) {
-            return other.row == label.row &&
-                   std::min(label.left, label.from) < std::max(other.right, other.to) + air &&
-                   std::min(other.left, other.from) < std::max(label.right, label.to) + air;
-        };
-        while (std::any_of(labels.begin(), labels.end(), hits)) {
-            ++label.row;
-        }
-        lane->rows = std::max(lane->rows, label.row + 1);
-        labels.push_back(label);
-    }
-}
-
-// --- Painting -------------------------------------------------------------------------------------
-
-void TimingPicture::paintEvent(QPaintEvent* /*event*/) {
-    QPainter painter(this);
-    if (!params_) {
-        painter.setPen(QColor(faintInk));
-        painter.drawText(rect(), Qt::AlignCenter, tr("选中一组参数，这里显示其时序。"));
-        return;
-    }
-    const QLatin1String titles[] = {statement::open, statement::close};
-    painter.setPen(QColor(ink));
-    for (int i = 0; i < 2; ++i) {
-        const QRectF place(sections_[i].left, 0, sections_[i].right - sections_[i].left, headerHeight);
-        painter.drawText(place, Qt::AlignLeft | Qt::AlignVCenter,
-                         QObject::tr(statementRow(titles[i])->caption));
-    }
-    for (const Lane& lane : lanes_) {
-        paintLane(&painter, lane);
-    }
-    paintCut(&painter);
-}
-
-void TimingPicture::paintLane(QPainter* painter, const Lane& lane) const {
-    const int barTop = lane.top + lane.rows * rowHeight;
-    const int height = barHeightOf(lane.port);
-    painter->setPen(QColor(ink));
-    const QRect place(0, barTop + height - textHeight, captionWidth_ - textPx, textHeight);
-    painter->drawText(place, Qt::AlignLeft | Qt::AlignVCenter,
-                      fontMetrics().elidedText(lane.caption, Qt::ElideRight, place.width()));
-    for (int i = 0; i < 2; ++i) {
-        paintBar(painter, lane, sections_[i]);
-        paintLabels(painter, lane, i);
-    }
-}
-
-void TimingPicture::paintBar(QPainter* painter, const Lane& lane, const Section& section) const {
-    const double base = lane.top + lane.rows * rowHeight + barHeightOf(lane.port);
-    const auto shown = std::find_if(section.part->lanes.begin(), section.part->lanes.end(),
-                                    [&lane](const TimingLane& one) { return one.port == lane.port; });
-    const auto yOf = [base, &lane](double value) { return base - value * barHeightOf(lane.port); };
-    QPolygonF outline;
-    outline << QPointF(section.left, base) << QPointF(section.left, yOf(shown->before));
-    double last = shown->before;
-    for (const auto& [ms, value] : shown->steps) {
-        outline << QPointF(xOf(section, ms), yOf(last)) << QPointF(xOf(section, ms), yOf(value));
-        last = value;
-    }
-    outline << QPointF(section.right, yOf(last)) << QPointF(section.right, base);
-    painter->setPen(QColor(rule));
-    painter->drawLine(QPointF(section.left, base), QPointF(section.right, base));
-    painter->setPen(QPen(QColor(isLight(lane.port) ? red : steel), 1));
-    painter->setBrush(QColor(isLight(lane.port) ? redTint : steelTint));
-    painter->drawPolygon(outline);
-    if (!lane.value.isEmpty() && section.part == &timing_.opening && last > 0) {
-        constexpr int inset = 4;
-        painter->setPen(QColor(ink));
-        painter->drawText(
-            QRectF(section.left, base - textHeight, section.right - section.left - inset, textHeight),
-            Qt::AlignRight | Qt::AlignVCenter, lane.value);
-    }
-}
-
-void TimingPicture::paintLabels(QPainter* painter, const Lane& lane, int section) const {
-    constexpr double tick = 3;
-    painter->setPen(QColor(ink));
-    for (const Label& label : lane.labels[section]) {
-        const double top = lane.top + label.row * rowHeight;
-        const double y = top + rowHeight - tick;
-        painter->drawText(QRectF(label.left, top, label.right - label.left + 2, textHeight),
-                          Qt::AlignLeft | Qt::AlignVCenter | Qt::TextDontClip, label.text);
-        painter->drawLine(QPointF(label.from, y), QPointF(label.to, y));
-        for (const double x : {label.from, label.to}) {
-            painter->drawLine(QPointF(x, y - tick), QPointF(x, y + tick));
+/// Into the first row in which it hits nothing.
+void TimingPicture::place(Dimension* dimension, const Section& section, bool leftFirst) {
+    Lane& lane = lanes_[static_cast<std::size_t>(dimension->lane)];
+    while (!placeInRow(dimension, section, leftFirst)) {
+        ++dimension->row;
+        if (dimension->row > lane.rows) {
+            lane.rows = dimension->row;
+            if (placeInRow(dimension, section, leftFirst)) {
+                return;
+            }
+            // In a row of its own the text may stand anywhere above the line.
+            const double length = dimensionMetrics().horizontalAdvance(dimension->text);
+            const double centred = (dimension->from + dimension->to - length) / 2;
+            const double right = length < section.right - section.left ? section.right - air : width();
+            const double left = length < section.right - section.left ? section.left : captionWidth_;
+            dimension->isAbove = true;
+            dimension->left = std::max(left, std::min(centred, right - length));
+            dimension->right = dimension->left + length;
+            return;
         }
     }
+    lane.rows = std::max(lane.rows, dimension->row);
 }
 
-/// The seam between the two parts is left out.
-void TimingPicture::paintCut(QPainter* painter) const {
-    painter->setPen(QPen(QColor(faintInk), 1, Qt::DashLine));
-    const double middle = sections_[0].right + cutWidth / 2.0;
-    painter->drawLine(QPointF(middle, 2), QPointF(middle, height() - 2));
+/// Above the line where it is long enough, else beside it.
+bool TimingPicture::placeInRow(Dimension* dimension, const Section& section, bool leftFirst) const {
+    const double length = dimensionMetrics().horizontalAdvance(dimension->text);
+    const auto set = [dimension, length](double left, bool above) {
+        dimension->left = left;
+        dimension->right = left + length;
+        dimension->isAbove = above;
+    };
+    const auto toLeft = [&] { set(dimension->from - air - length, false); };
+    const auto toRight = [&] { set(dimension->to + air, false); };
+    if (dimension->hasLine && dimension->to - dimension->from >= length + 2 * air) {
+        set((dimension->from + dimension->to - length) / 2, true);
+        if (isFree(*dimension, section)) {
+            return true;
+        }
+    }
+    if (!dimension->hasLine) {
+        // Behind the bar, and behind what stands there.
+        toRight();
+        for (const Dimension& other : dimensions_) {
+            const bool isBehind =
+                other.lane == dimension->lane && other.row == dimension->row && other.least() >= section.left;
+            if (isBehind) {
+                set(std::max(dimension->left, other.right + 2 * air), false);
+            }
+        }
+        return isFree(*dimension, section);
+    }
+    leftFirst ? toLeft() : toRight();
+    if (isFree(*dimension, section)) {
+        return true;
+    }
+    leftFirst ? toRight() : toLeft();
+    return isFree(*dimension, section);
+}
+
+bool TimingPicture::isFree(const Dimension& dimension, const Section& section) const {
+    const double least = dimension.least(), most = dimension.most();
+    if (dimension.left < section.left ||
+        dimension.right > section.right - (section.right < width() ? 2 * air : 0)) {
+        return false;
+    }
+    const auto hits = [least, most](double from, double to) { return least < to - 1 && from + 1 < most; };
+    for (const Dimension& other : dimensions_) {
+        if (other.lane == dimension.lane && other.row == dimension.row &&
+            hits(other.least() - air, other.most() + air)) {
+            return false;
+        }
+    }
+    if (dimension.row > 0) {
+        return true;
+    }
+    const std::vector<Interval> taken = bars(dimension.lane, section);
+    return std::none_of(taken.begin(), taken.end(),
+                        [&hits](const Interval& bar) { return hits(bar.from, bar.to); });
+}
+
+const TimingLane& TimingPicture::stepsOf(int lane, const Section& section) const {
+    return *std::find_if(section.part->lanes.begin(), section.part->lanes.end(),
+                         [lane](const TimingLane& one) { return one.port == lanePorts[lane]; });
+}
+
+/// Where a lane is not at 0.
+std::vector<TimingPicture::Interval> TimingPicture::bars(int lane, const Section& section) const {
+    if (lane == RobotLane) {
+        const bool isOpening = section.part == &timing_.opening;
+        return {{isOpening ? xOf(section, section.part->goesOnMs) : section.left,
+                 isOpening ? section.right : section.zero}};
+    }
+    std::vector<Interval> result;
+    const TimingLane& steps = stepsOf(lane, section);
+    double value = steps.before, since = section.left;
+    for (const auto& [ms, next] : steps.steps) {
+        if (value > 0) {
+            result.push_back({since, xOf(section, ms)});
+        }
+        value = next;
+        since = xOf(section, ms);
+    }
+    if (value > 0) {
+        result.push_back({since, section.right});
+    }
+    return result;
+}
+
+double TimingPicture::barEnd(int lane, const Section& section) const {
+    double end = section.zero;
+    for (const Interval& bar : bars(lane, section)) {
+        end = std::max(end, bar.to);
+    }
+    return end;
+}
+
+// --- Taps -----------------------------------------------------------------------------------------
+
+QRectF TimingPicture::textPlace(const Dimension& dimension) const {
+    const double height = dimensionMetrics().height();
+    const double y = lineY(dimension);
+    const double top = dimension.isAbove ? y - look::px(2) - height : y - height / 2;
+    return {dimension.left, top, dimension.right - dimension.left, height};
+}
+
+double TimingPicture::lineY(const Dimension& dimension) const {
+    const Lane& lane = lanes_[static_cast<std::size_t>(dimension.lane)];
+    const int up = look::px(dimension.isAbove ? 7 : 11);
+    if (dimension.row == 0) {
+        return lane.base - up;
+    }
+    const int rowsBase = lane.base - lane.bar - (dimension.row - 1) * look::px(rowHeight);
+    return rowsBase - look::px(dimension.isAbove ? 5 : 9);
+}
+
+/// The dimension whose text or line is nearest, as far as a finger reaches.
+QString TimingPicture::fieldAt(const QPoint& position) const {
+    constexpr int reach = 18;
+    QString field;
+    double nearest = look::px(reach);
+    for (const Dimension& dimension : dimensions_) {
+        const QRectF text = textPlace(dimension);
+        const double least = std::min(dimension.least(), text.left());
+        const double dx = std::max({least - position.x(), position.x() - dimension.most(), 0.0});
+        const double dy = std::abs(text.center().y() - position.y());
+        if (dx + dy < nearest) {
+            nearest = dx + dy;
+            field = dimension.field;
+        }
+    }
+    return field;
+}
+
+void TimingPicture::mousePressEvent(QMouseEvent* event) {
+    pressed_ = fieldAt(event->pos());
+    event->accept();
+}
+
+void TimingPicture::mouseReleaseEvent(QMouseEvent* event) {
+    const QString field = fieldAt(event->pos());
+    if (!field.isEmpty() && field == pressed_) {
+        emit tapped(field);
+    }
+    pressed_.clear();
 }
 
 }  // namespace lumo

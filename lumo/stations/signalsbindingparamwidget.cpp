@@ -3,6 +3,7 @@
 #include "files/projectcheck.h"
 #include "files/projectfile.h"
 #include "files/settingsfile.h"
+#include "look/scale.h"
 #include "program/settingsrows.h"
 #include "program/words.h"
 #include "stations/stationtable.h"
@@ -15,6 +16,7 @@
 #include "widgets/projectchooser.h"
 #include "widgets/signalselector.h"
 
+#include <QEvent>
 #include <QFile>
 #include <QFileDialog>
 #include <QRegularExpressionValidator>
@@ -47,6 +49,9 @@ SignalsBindingParamWidget::SignalsBindingParamWidget(QTableWidget* table, bool i
       isNew_(isNew),
       station_(isNew ? nullptr : m(key::signalsConfig)->c(table->currentRow())) {
     ui_->setupUi(this);
+    setAttribute(Qt::WA_StyledBackground);
+    ui_->footBar->dress(ui_->cancelBtn, "close");
+    ui_->footBar->dress(ui_->okayBtn, "check", true);
     const QRegularExpression digits(QStringLiteral("[0-9]+$"));
     ui_->lineETime->setValidator(new QRegularExpressionValidator(digits, this));
     ui_->lineETime->setMaxLength(EntryRange::mostDigits);
@@ -62,6 +67,37 @@ SignalsBindingParamWidget::SignalsBindingParamWidget(QTableWidget* table, bool i
 }
 
 SignalsBindingParamWidget::~SignalsBindingParamWidget() = default;
+
+void SignalsBindingParamWidget::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    layOut();
+}
+
+void SignalsBindingParamWidget::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::StyleChange && columns_ > 0) {  // the form has a sheet of its own
+        layOut();
+    }
+}
+
+/// Start and stop stand above one another, inputs and outputs beside; in a narrow page all in one column.
+void SignalsBindingParamWidget::layOut() {
+    constexpr int margin = 16, leastForTwo = 660;
+    QGridLayout* const grid = ui_->gridLayout;
+    grid->setContentsMargins(look::px(margin), 0, look::px(margin), 0);
+    grid->setHorizontalSpacing(look::px(margin));
+    const int columns = width() >= look::px(leastForTwo) ? 2 : 1;
+    if (columns == columns_) {
+        return;
+    }
+    columns_ = columns;
+    QWidget* const groups[] = {ui_->groupBox_4, ui_->groupBox_3, ui_->groupBox,
+                               ui_->groupBox_2, ui_->groupBox_5, ui_->groupBox_6};
+    for (int i = 0; i < 6; ++i) {
+        grid->addWidget(groups[i], i / columns, i % columns);
+    }
+    grid->setColumnStretch(1, columns - 1);
+}
 
 void SignalsBindingParamWidget::answerTime() {
     auto* const answer = new FieldAnswer(ui_->lineETime, holdTimeRange());

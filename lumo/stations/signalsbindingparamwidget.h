@@ -47,7 +47,12 @@ signals:
     void okayBtnClicked();
     void cancelBtnClicked();
 
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
 private:
+    void layOut();
     void makeSelectors();
     void answerTime();
     void showStation();
@@ -65,4 +70,5 @@ private:
     QPointer<ModuleObject> station_;  ///< null until a new one is saved
     lumo::SignalSelector* selectors_[4] = {};
     QPointer<QFileDialog> fileDialog_;
+    int columns_ = 0;  ///< of groups
 };

@@ -4,6 +4,7 @@
 #include "files/projectfile.h"
 #include "files/settingsfile.h"
 #include "files/stationrun.h"
+#include "look/scale.h"
 #include "module/globals.h"
 #include "program/words.h"
 #include "stations/stationtable.h"
@@ -14,7 +15,7 @@
 #include "widgets/messagebox.h"
 
 #include <QCoreApplication>
-#include <QHeaderView>
+#include <QEvent>
 #include <QPointer>
 
 #include <utility>
@@ -62,6 +63,8 @@ void runStationProgram(const QPointer<QObject>& page) {
 SignalsBindWidget::SignalsBindWidget(QWidget* parent)
     : QWidget(parent), ui_(std::make_unique<Ui::SignalsBindWidget>()), powered_(isPowered()) {
     ui_->setupUi(this);
+    setAttribute(Qt::WA_StyledBackground);
+    dress();
     fill();
     for (QTimer* timer : {&startTimer_, &stopTimer_, &queueTimer_}) {
         timer->setTimerType(Qt::PreciseTimer);
@@ -105,13 +108,51 @@ void SignalsBindWidget::fill() {
         appendStationRow(ui_->tableWidget);
         showStation(ui_->tableWidget, row, stations[row]);
     }
-    QHeaderView* const header = ui_->tableWidget->horizontalHeader();
-    header->setDefaultAlignment(Qt::Alignment(QFlag(int(Qt::AlignCenter) | int(Qt::TextWordWrap))));
-    fitStations(ui_->tableWidget);
 }
 
 void SignalsBindWidget::save() {
     saveSettings(Settings::Stations);
+}
+
+// --- What is seen live ----------------------------------------------------------------------------
+
+void SignalsBindWidget::dress() {
+    view_.emplace(ui_->tableWidget, ui_->cards);
+    ui_->footBar->dress(ui_->btnAdd, "new", true);
+    ui_->footBar->dress(ui_->btnEdit, "edit");
+    ui_->footBar->dress(ui_->btnDel, "delete");
+    connect(&liveTimer_, &QTimer::timeout, this, &SignalsBindWidget::showLive);
+    layOut();
+}
+
+void SignalsBindWidget::layOut() {
+    constexpr int margin = 16;
+    const int around = look::px(margin);
+    ui_->bodyLayout->setContentsMargins(around, 0, around, around);
+    ui_->bodyLayout->setSpacing(around);
+}
+
+void SignalsBindWidget::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::StyleChange) {
+        layOut();
+    }
+}
+
+void SignalsBindWidget::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    constexpr int periodMs = 200;
+    showLive();
+    liveTimer_.start(periodMs);
+}
+
+void SignalsBindWidget::hideEvent(QHideEvent* event) {
+    QWidget::hideEvent(event);
+    liveTimer_.stop();
+}
+
+void SignalsBindWidget::showLive() {
+    view_->show(queue_, !firstRuns(), serving_ == Serving::Running);
 }
 
 // --- Monitoring -----------------------------------------------------------------------------------
@@ -127,6 +168,7 @@ void SignalsBindWidget::switchMonitoring(bool on) {
 }
 
 void SignalsBindWidget::startMonitoring() {
+    view_->listen();
     checkDIStatus(baselinePhase);
     startTimer_.start(samplePeriodMs(stationCell(ui_->tableWidget, 0, PeriodColumn)));
     queueTimer_.start(queuePeriodMs);
@@ -136,6 +178,7 @@ void SignalsBindWidget::startMonitoring() {
 
 void SignalsBindWidget::stopMonitoring() {
     ++switchOffs_;
+    view_->stopListening();
     for (QTimer* timer : {&startTimer_, &stopTimer_, &queueTimer_}) {
         timer->stop();
     }
@@ -232,10 +275,9 @@ bool SignalsBindWidget::refusedForErrors(const Project& project) {
     if (!firstError(findings)) {
         return false;
     }
-    const QString station = stationAt(entry.stations.first().row)->c(field::stationName)->getString();
     showMessage(QMessageBox::Warning, tr("提示"),
-                tr("%1：工程 %2 有错误，未启动。").arg(station, entry.project) + QLatin1Char('\n') +
-                    refusalText(findings));
+                tr("%1：工程 %2 有错误，未启动。").arg(stationName(entry), entry.project) +
+                    QLatin1Char('\n') + refusalText(findings));
     return true;
 }
 
@@ -257,9 +299,7 @@ void SignalsBindWidget::serve(const Project& project) {
     leftBehind_ = &left;
     serving_ = Serving::Starting;
     {
-        const int row = queue_.first().stations.first().row;
-        const StationRun run(stationAt(row)->c(field::stationName)->getString(),
-                             projectName(queue_.first().project));
+        const StationRun run(stationName(queue_.first()), projectName(queue_.first().project));
         loadStationProgram(self.data(), project);
         runStationProgram(self.data());
     }
@@ -274,6 +314,9 @@ void SignalsBindWidget::serve(const Project& project) {
 
 void SignalsBindWidget::endServing() {
     const Serving reached = std::exchange(serving_, Serving::Nothing);
+    if (reached != Serving::Starting) {
+        view_->runEnded(executor->reachedEnd());
+    }
     if (reached == Serving::Starting) {
         giveUpFirst();
     } else if (reached == Serving::Running) {
@@ -283,6 +326,9 @@ void SignalsBindWidget::endServing() {
 
 /// The first project will not run. Inputs that are held must be released before they trigger again.
 void SignalsBindWidget::giveUpFirst() {
+    if (!queue_.first().project.isEmpty()) {
+        view_->refused();
+    }
     const QVector<WaitingStation> stations = queue_.takeFirst().stations;
     for (const WaitingStation& station : stations) {
         starts_.rearm(this, station.row);
@@ -298,6 +344,7 @@ void SignalsBindWidget::dropQueue() {
 void SignalsBindWidget::onState(const QVariant& state) {
     if (state.toString() == word::busy && serving_ == Serving::Starting) {
         serving_ = Serving::Running;
+        view_->runBegan();
         showState(ui_->tableWidget, queue_.first().stations.first().row, StationState::Running);
     } else if (state.toString() == word::idle && serving_ == Serving::Running) {
         serving_ = Serving::Over;  // the executor has not returned from the run yet

@@ -4,12 +4,14 @@
 #include "module/host.h"
 #include "stations/inputwatch.h"
 #include "stations/stationqueue.h"
+#include "stations/stationview.h"
 #include "undo/history.h"
 
 #include <QTimer>
 #include <QWidget>
 
 #include <memory>
+#include <optional>
 
 class QTableWidget;
 class QTableWidgetItem;
@@ -54,11 +56,19 @@ signals:
     void addBtnClicked(QTableWidget* tableW);
     void editBtnClicked(QTableWidget* tableW);
 
+protected:
+    void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
 private:
     /// State of the first project's start while it is on the stack.
     enum class Serving { Nothing, Starting, Running, Over };
 
+    void dress();
+    void layOut();
     void fill();
+    void showLive();
     void switchMonitoring(bool on);
     void startMonitoring();
     void stopMonitoring();
@@ -103,4 +113,6 @@ private:
     bool powered_;
     int switchOffs_ = 0;  ///< how often monitoring was switched off
     int pauses_ = 0;      ///< how many pauses there were, from any source
+    std::optional<lumo::StationView> view_;
+    QTimer liveTimer_{this};  ///< runs while the page is shown
 };

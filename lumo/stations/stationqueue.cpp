@@ -9,7 +9,7 @@ void StationQueue::add(const QString& project, const WaitingStation& station) {
     auto entry = std::find_if(entries_.begin(), entries_.end(),
                               [&project](const Entry& queued) { return queued.project == project; });
     if (entry == entries_.end()) {
-        entries_.append({++lastId_, project, {}});
+        entries_.append({++lastId_, project, {}, mendo::Clock::current().elapsedMs()});
         entry = std::prev(entries_.end());
     }
     const auto isSame = [&station](const WaitingStation& waiting) {

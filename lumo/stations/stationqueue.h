@@ -22,11 +22,13 @@ public:
         int id;  ///< of this request: a project can leave the queue and be asked for again
         QString project;
         QVector<WaitingStation> stations;  ///< in the order in which they asked
+        qint64 sinceMs;                    ///< host clock
     };
 
     [[nodiscard]] bool isEmpty() const { return entries_.isEmpty(); }
     [[nodiscard]] int size() const { return entries_.size(); }
     [[nodiscard]] const Entry& first() const { return entries_.first(); }
+    [[nodiscard]] const QVector<Entry>& entries() const { return entries_; }
     /// Whether this request is still the first one.
     [[nodiscard]] bool isFirst(int id) const { return !isEmpty() && first().id == id; }
 

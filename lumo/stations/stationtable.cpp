@@ -2,9 +2,9 @@
 
 #include "program/words.h"
 #include "stations/station.h"
+#include "stations/stationrows.h"
 
 #include <QCoreApplication>
-#include <QHeaderView>
 #include <QTableWidget>
 
 using namespace prog;
@@ -13,11 +13,15 @@ namespace lumo {
 
 namespace {
 
-constexpr int edgeWidth = 100;
-
 struct Text {
     Q_DECLARE_TR_FUNCTIONS(SignalsBindWidget)
 };
+
+QString twoLines(const QString& start, const QString& stop) {
+    return start + QLatin1Char('\n') + stop;
+}
+
+}  // namespace
 
 QString stateText(StationState state) {
     switch (state) {
@@ -33,36 +37,19 @@ QString stateText(StationState state) {
     return QStringLiteral("---");
 }
 
-int widestOf(const QStringList& texts, const QFontMetrics& font) {
-    int width = 0;
-    for (const QString& text : texts) {
-        width = qMax(width, font.horizontalAdvance(text));
+StationState stateOf(const QString& word) {
+    for (const StationState state :
+         {StationState::Triggered, StationState::Running, StationState::Untriggered}) {
+        if (word == stateText(state)) {
+            return state;
+        }
     }
-    return width;
+    return StationState::Unknown;
 }
 
-int neededWidth(const QTableWidget* table, int column) {
-    constexpr int air = 12;
-    constexpr int headerAir = 20;
-    const QStringList words = table->horizontalHeaderItem(column)->text().split(QLatin1Char(' '));
-    int width = widestOf(words, table->horizontalHeader()->fontMetrics()) + headerAir;
-    for (int row = 0; row < table->rowCount(); ++row) {
-        const QStringList lines = table->item(row, column)->text().split(QLatin1Char('\n'));
-        width = qMax(width, widestOf(lines, table->fontMetrics()) + air);
-    }
-    if (column == StateColumn) {
-        const QStringList states{stateText(StationState::Triggered), stateText(StationState::Running),
-                                 stateText(StationState::Untriggered)};
-        width = qMax(width, widestOf(states, table->fontMetrics()) + air);
-    }
-    return width;
+QString turnText(int turn) {
+    return turn == 0 ? Text::tr("下一个") : Text::tr("第 %1 个").arg(turn + 1);
 }
-
-QString twoLines(const QString& start, const QString& stop) {
-    return start + QLatin1Char('\n') + stop;
-}
-
-}  // namespace
 
 void appendStationRow(QTableWidget* table) {
     insertStationRow(table, table->rowCount());
@@ -71,9 +58,7 @@ void appendStationRow(QTableWidget* table) {
 void insertStationRow(QTableWidget* table, int row) {
     table->insertRow(row);
     for (int column = 0; column < table->columnCount(); ++column) {
-        auto* cell = new QTableWidgetItem;
-        cell->setTextAlignment(Qt::AlignCenter);
-        table->setItem(row, column, cell);
+        table->setItem(row, column, new QTableWidgetItem);
     }
     table->item(row, NumberColumn)->setText(QString::number(row + 1));
 }
@@ -113,10 +98,9 @@ void showState(QTableWidget* table, int row, StationState state) {
 }
 
 void fitStations(QTableWidget* table) {
-    for (int column = 0; column < table->columnCount(); ++column) {
-        table->setColumnWidth(column, column == EdgeColumn ? edgeWidth : neededWidth(table, column));
+    if (auto* const rows = qobject_cast<StationRows*>(table->itemDelegate())) {
+        rows->fit();
     }
-    table->resizeRowsToContents();
 }
 
 QString stationCell(const QTableWidget* table, int row, StationColumn column) {

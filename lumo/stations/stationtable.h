@@ -36,8 +36,12 @@ void renumberStations(QTableWidget* table);
 void showStation(QTableWidget* table, int row, const mendo::ModuleObject* station);
 /// Shows a state; does nothing when there is no such row.
 void showState(QTableWidget* table, int row, StationState state);
-/// Fits the columns to their cells, to every state and to the longest word of their caption, and the rows to
-/// their lines.
+/// The word of a state, and the state that a word means.
+[[nodiscard]] QString stateText(StationState state);
+[[nodiscard]] StationState stateOf(const QString& word);
+/// When a station that waits has its turn: 0 is the next.
+[[nodiscard]] QString turnText(int turn);
+/// Fits columns and rows of a table that lumo::StationRows draws.
 void fitStations(QTableWidget* table);
 /// Text of a cell; empty if there is none.
 [[nodiscard]] QString stationCell(const QTableWidget* table, int row, StationColumn column);

@@ -1,5 +1,7 @@
 #include "editorfixture.h"
 #include "params/paramconfigwidget.h"
+#include "params/setrows.h"
+#include "params/timingpicture.h"
 
 #include <QFileDialog>
 
@@ -110,7 +112,7 @@ private slots:
             QCOMPARE(values("name", sets()), left);
             QCOMPARE(values("index"), lines);
             QCOMPARE(m("lumo.cur_param")->getString(), lines.section(' ', 0, 0));
-            QCOMPARE(table()->item(0, 7)->text(), left.startsWith('B') ? "2" : "1, 3");
+            QCOMPARE(table()->item(0, lumo::SetLines)->text(), left.startsWith('B') ? "2" : "1, 3");
         }
         init();
         load("delay 1000; open 1");
@@ -199,6 +201,39 @@ private slots:
             const QList<int> lines = powers == ratios ? QList<int>() : QList<int>{1, 4};
             QCOMPARE(reports_, ok ? QList<QList<int>>{lines} : QList<QList<int>>());
         }
+    }
+
+    /// A tap on a time, without a selected set, edits that time of the first one.
+    void tapOnATime_opensItsField() {
+        sets()->c(0)->loadJson(this, json("{'name':'A','power':60,'delay_before_blow':2000}"));
+        sets_ = std::make_unique<ParamConfigWidget>();
+        sets_->resize(1000, 800);
+        sets_->show();
+        bench.time.settle();
+        auto* const picture = sets_->findChild<lumo::TimingPicture*>();
+        QStringList fields;
+        connect(picture, &lumo::TimingPicture::tapped, this,
+                [&fields](const QString& field) { fields << field; });
+        const QPoint inGap(picture->width() / 3, picture->height() / 3);
+        for (int y = 0; y < picture->height() && fields.isEmpty(); y += 4) {
+            QTest::mouseClick(picture, Qt::LeftButton, {}, QPoint(inGap.x(), y));
+        }
+        bench.time.settle();
+        QCOMPARE(fields, QStringList("delay_before_blow"));
+        auto* const field = child<QLineEdit>(shown(), "delay_before_blow");
+        QCOMPARE(field->selectedText(), "2000");
+        typeIn(field, "1500");
+        answer(true);
+        QCOMPARE(sets()->c(0)->c("delay_before_blow")->getInt(), 1500);
+    }
+
+    void remarkBelowTheTable_isStored() {
+        auto* const note = child<QLineEdit>(sets_.get(), "lineNote");
+        table()->selectRow(1);
+        typeIn(note, "thin sheet");
+        QTest::keyClick(note, Qt::Key_Return);
+        QCOMPARE(sets()->c(1)->c("note")->getString(), "thin sheet");
+        QCOMPARE(names(true), "A B");
     }
 
     void values_areLimited() {

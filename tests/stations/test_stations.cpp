@@ -1,8 +1,10 @@
 #include "files/projectfile.h"
 #include "stations/stationbench.h"
+#include "stations/stationcards.h"
 #include "support/language.h"
 #include "support/suite.h"
 
+using namespace lumo;
 using namespace test;
 
 /// Stations at work: which runs their inputs start and pause, in which order, and their outputs and states.
@@ -152,6 +154,46 @@ private slots:
                  "100 +DO1 1:asked | 200 pause 1:runs | 300 +DO2 2:asked | 450 -DO2 2:over 2:--- 1:--- "
                  "| 700 -DO1 1:over | 1250 1:--- | 1500 pause +DO11 | 1610 3: 3:--- | 2600 +DO7 1:asked "
                  "3:asked | 2700 +DO7 pause +DO11");
+    }
+
+    void projects_areCountedSinceListeningBegan() {
+        const std::tuple<const char*, const char*, QString> cases[] = {
+            {"P1 P2", "100 ~DI1 | 800 ~DI2", "2 0 0"},
+            {"P1 P2", "100 ~DI1 | 400 pause | 800 ~DI2", "1 1 0"},
+            {"P1 none", "100 ~DI1 | 300 ~DI2 | 400 power off", "0 1 0"},
+            {"none P2", "100 ~DI1 | 300 ~DI2", "1 0 1"},
+            {"P1 -", "100 ~DI2 | 500 ~DI1", "1 0 0"},
+        };
+        for (const auto& [projects, script, counts] : cases) {
+            bench_.renew(projects);
+            bench_.play(script);
+            const StationTally& tally = bench_.stations()->findChild<StationCards*>()->tally();
+            QCOMPARE(QString("%1 %2 %3").arg(tally.ended).arg(tally.stopped).arg(tally.refused), counts);
+        }
+    }
+
+    void seam_growsWithTheTool() {
+        const auto program = node(R"([
+            {'type':'moveL','point':{'trans':[0,0,0],'rot':[0,0,0]}},
+            {'type':'open'}, {'type':'delay'},
+            {'type':'moveL','point':{'trans':[0.1,0,0],'rot':[0,0,0]}},
+            {'type':'moveL','point':{'trans':[0.1,0.3,0],'rot':[0,0,0]}},
+            {'type':'close'},
+            {'type':'open'}, {'type':'moveL','point':{'trans':[0,0.3,0],'rot':[0,0,0]}}, {'type':'close'}])");
+        const RunningSeam seam(program.get());
+        const std::tuple<int, double, double, const char*> cases[] = {
+            {0, 0, 0, "1/2 0"},          {1, 0, 0, "1/2 0 in"},         {3, 0.05, 0, "1/2 12.5 in"},
+            {4, 0.1, 0, "1/2 25 in"},    {4, 0.1, 0.15, "1/2 62.5 in"}, {5, 0.1, 0.3, "1/2 100"},
+            {7, 0.05, 0.3, "2/2 50 in"}, {8, 0, 0.3, "2/2 100"}};
+        for (const auto& [line, x, y, shown] : cases) {
+            const SeamProgress at = seam.at(line, {x, y, 0});
+            QCOMPARE(QString("%1/%2 %3%4")
+                         .arg(at.seam)
+                         .arg(at.seams)
+                         .arg(at.share * 100)
+                         .arg(at.isInside ? " in" : ""),
+                     shown);
+        }
     }
 
     /// The tool of the editor's project is in no list of the host.

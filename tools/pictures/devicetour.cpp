@@ -101,7 +101,9 @@ void pressListening(Scene& s) {
     }
 }
 
+/// A stop input that falls holds the queue while it is off.
 void setStationInputs(Scene& s, bool value) {
+    s.controller()->setInput(QStringLiteral("DI10"), true);
     for (const char* input : {"DI1", "FIXTURE_DI.#0"}) {
         s.controller()->setInput(QLatin1String(input), value);
     }

@@ -95,6 +95,14 @@
         <source>若不使用该工位，请编辑它并清空其启动信号。</source>
         <translation>If the station is not used, edit it and leave its start signal empty.</translation>
     </message>
+    <message>
+        <source>下一个</source>
+        <translation>next</translation>
+    </message>
+    <message>
+        <source>第 %1 个</source>
+        <translation>number %1</translation>
+    </message>
 </context>
 <context>
     <name>SignalsBindingParamWidget</name>
@@ -197,6 +205,65 @@
     <message>
         <source>工程 %1 有错误，不能用于工位。</source>
         <translation>The project %1 has errors and cannot be used for a station.</translation>
+    </message>
+</context>
+<context>
+    <name>lumo::StationCards</name>
+    <message>
+        <source>当前运行</source>
+        <translation>Runs now</translation>
+    </message>
+    <message>
+        <source>没有运行</source>
+        <translation>Nothing runs.</translation>
+    </message>
+    <message>
+        <source>焊缝 %1 / %2，第 %3 行</source>
+        <translation>Seam %1 of %2, line %3</translation>
+    </message>
+    <message>
+        <source>第 %1 行</source>
+        <translation>Line %1</translation>
+    </message>
+    <message>
+        <source>等待</source>
+        <translation>Waits</translation>
+    </message>
+    <message>
+        <source>没有等待的工位</source>
+        <translation>No station waits.</translation>
+    </message>
+    <message>
+        <source>已等 %1</source>
+        <translation>for %1</translation>
+    </message>
+    <message>
+        <source>已等 %1，在 %2 之后</source>
+        <translation>for %1, after %2</translation>
+    </message>
+    <message>
+        <source>另有 %1 个</source>
+        <translation>%1 more</translation>
+    </message>
+    <message>
+        <source>运行完成</source>
+        <translation>Runs to their end</translation>
+    </message>
+    <message>
+        <source>中途停止</source>
+        <translation>Stopped</translation>
+    </message>
+    <message>
+        <source>未能启动</source>
+        <translation>Refused</translation>
+    </message>
+    <message>
+        <source>未监听</source>
+        <translation>Not listening</translation>
+    </message>
+    <message>
+        <source>自 %1 起监听</source>
+        <translation>Listening since %1</translation>
     </message>
 </context>
 </TS>

@@ -95,6 +95,14 @@
         <source>若不使用该工位，请编辑它并清空其启动信号。</source>
         <translation>Если пост не нужен, откройте его и оставьте сигнал пуска пустым.</translation>
     </message>
+    <message>
+        <source>下一个</source>
+        <translation>следующий</translation>
+    </message>
+    <message>
+        <source>第 %1 个</source>
+        <translation>%1-й</translation>
+    </message>
 </context>
 <context>
     <name>SignalsBindingParamWidget</name>
@@ -197,6 +205,65 @@
     <message>
         <source>工程 %1 有错误，不能用于工位。</source>
         <translation>В проекте %1 есть ошибки, для поста его выбрать нельзя.</translation>
+    </message>
+</context>
+<context>
+    <name>lumo::StationCards</name>
+    <message>
+        <source>当前运行</source>
+        <translation>Выполняется</translation>
+    </message>
+    <message>
+        <source>没有运行</source>
+        <translation>Ничего не выполняется.</translation>
+    </message>
+    <message>
+        <source>焊缝 %1 / %2，第 %3 行</source>
+        <translation>Шов %1 из %2, строка %3</translation>
+    </message>
+    <message>
+        <source>第 %1 行</source>
+        <translation>Строка %1</translation>
+    </message>
+    <message>
+        <source>等待</source>
+        <translation>Ожидает</translation>
+    </message>
+    <message>
+        <source>没有等待的工位</source>
+        <translation>Никто не ждёт.</translation>
+    </message>
+    <message>
+        <source>已等 %1</source>
+        <translation>уже %1</translation>
+    </message>
+    <message>
+        <source>已等 %1，在 %2 之后</source>
+        <translation>уже %1, после «%2»</translation>
+    </message>
+    <message>
+        <source>另有 %1 个</source>
+        <translation>ещё %1</translation>
+    </message>
+    <message>
+        <source>运行完成</source>
+        <translation>Выполнено до конца</translation>
+    </message>
+    <message>
+        <source>中途停止</source>
+        <translation>Остановлено</translation>
+    </message>
+    <message>
+        <source>未能启动</source>
+        <translation>Не запущено</translation>
+    </message>
+    <message>
+        <source>未监听</source>
+        <translation>Опрос выключен</translation>
+    </message>
+    <message>
+        <source>自 %1 起监听</source>
+        <translation>Опрос с %1</translation>
     </message>
 </context>
 </TS>

@@ -111,26 +111,10 @@
 %</translation>
     </message>
     <message>
-        <source>缓升 / 缓降
-ms</source>
-        <translation>Ramp up / down
-ms</translation>
-    </message>
-    <message>
-        <source>吹气 前 / 后
-ms</source>
-        <translation>Gas before / after
-ms</translation>
-    </message>
-    <message>
         <source>送丝
 %</source>
         <translation>Wire
 %</translation>
-    </message>
-    <message>
-        <source>使用行</source>
-        <translation>Lines</translation>
     </message>
     <message>
         <source>备注</source>
@@ -151,6 +135,46 @@ ms</translation>
     <message>
         <source>第 %1 行使用这组参数，删除后须为其另选参数。</source>
         <translation>Lines %1 use this set. They will have none then: choose another set for them.</translation>
+    </message>
+    <message>
+        <source>频率
+%</source>
+        <translation>Frequency
+%</translation>
+    </message>
+    <message>
+        <source>缓升
+ms</source>
+        <translation>Ramp Up
+ms</translation>
+    </message>
+    <message>
+        <source>缓降
+ms</source>
+        <translation>Ramp Down
+ms</translation>
+    </message>
+    <message>
+        <source>前吹气
+ms</source>
+        <translation>Gas before
+ms</translation>
+    </message>
+    <message>
+        <source>后吹气
+ms</source>
+        <translation>Gas after
+ms</translation>
+    </message>
+    <message>
+        <source>使用
+行</source>
+        <translation>Used in
+lines</translation>
+    </message>
+    <message>
+        <source>开始、焊缝与结束按此执行；点按时间即可修改</source>
+        <translation>opening, seam and closing as they will be driven; tap a time to change it</translation>
     </message>
 </context>
 <context>
@@ -296,6 +320,66 @@ ms</translation>
     <message>
         <source>选中一组参数，这里显示其时序。</source>
         <translation>Select a set to see what it does over time.</translation>
+    </message>
+    <message>
+        <source>前吹气 %1</source>
+        <translation>Gas before %1</translation>
+    </message>
+    <message>
+        <source>出光 %1</source>
+        <translation>Pulse %1</translation>
+    </message>
+    <message>
+        <source>间隔 %1</source>
+        <translation>Interval %1</translation>
+    </message>
+    <message>
+        <source>关光延迟 %1</source>
+        <translation>Delay End %1</translation>
+    </message>
+    <message>
+        <source>缓升 %1</source>
+        <translation>Ramp Up %1</translation>
+    </message>
+    <message>
+        <source>缓降 %1</source>
+        <translation>Ramp Down %1</translation>
+    </message>
+    <message>
+        <source>后吹气 %1</source>
+        <translation>Gas after %1</translation>
+    </message>
+    <message>
+        <source>补丝自 %1</source>
+        <translation>fed again from %1</translation>
+    </message>
+    <message>
+        <source>至 %1</source>
+        <translation>to %1</translation>
+    </message>
+    <message>
+        <source>抽丝至 %1</source>
+        <translation>Pullback to %1</translation>
+    </message>
+    <message>
+        <source>停留 %1</source>
+        <translation>Early Start %1</translation>
+    </message>
+    <message>
+        <source>机器人</source>
+        <translation>Robot</translation>
+    </message>
+    <message>
+        <source>时间，ms</source>
+        <translation>Time, ms</translation>
+    </message>
+    <message>
+        <source>开始</source>
+        <translation>opening</translation>
+    </message>
+    <message>
+        <source>结束</source>
+        <translation>closing</translation>
     </message>
 </context>
 </TS>

@@ -111,26 +111,10 @@
 %</translation>
     </message>
     <message>
-        <source>缓升 / 缓降
-ms</source>
-        <translation>Рост / спад
-мс</translation>
-    </message>
-    <message>
-        <source>吹气 前 / 后
-ms</source>
-        <translation>Газ до/после
-мс</translation>
-    </message>
-    <message>
         <source>送丝
 %</source>
         <translation>Проволока
 %</translation>
-    </message>
-    <message>
-        <source>使用行</source>
-        <translation>Строки</translation>
     </message>
     <message>
         <source>备注</source>
@@ -151,6 +135,46 @@ ms</source>
     <message>
         <source>第 %1 行使用这组参数，删除后须为其另选参数。</source>
         <translation>Строки %1 используют этот набор. После удаления выберите для них другой.</translation>
+    </message>
+    <message>
+        <source>频率
+%</source>
+        <translation>Частота
+%</translation>
+    </message>
+    <message>
+        <source>缓升
+ms</source>
+        <translation>Рост
+мс</translation>
+    </message>
+    <message>
+        <source>缓降
+ms</source>
+        <translation>Спад
+мс</translation>
+    </message>
+    <message>
+        <source>前吹气
+ms</source>
+        <translation>Газ до
+мс</translation>
+    </message>
+    <message>
+        <source>后吹气
+ms</source>
+        <translation>Газ после
+мс</translation>
+    </message>
+    <message>
+        <source>使用
+行</source>
+        <translation>В
+строках</translation>
+    </message>
+    <message>
+        <source>开始、焊缝与结束按此执行；点按时间即可修改</source>
+        <translation>так пройдут начало, шов и окончание; коснитесь времени, чтобы изменить его</translation>
     </message>
 </context>
 <context>
@@ -296,6 +320,66 @@ ms</source>
     <message>
         <source>选中一组参数，这里显示其时序。</source>
         <translation>Выберите набор, чтобы увидеть его работу во времени.</translation>
+    </message>
+    <message>
+        <source>前吹气 %1</source>
+        <translation>Газ до %1</translation>
+    </message>
+    <message>
+        <source>出光 %1</source>
+        <translation>Импульс %1</translation>
+    </message>
+    <message>
+        <source>间隔 %1</source>
+        <translation>Пауза %1</translation>
+    </message>
+    <message>
+        <source>关光延迟 %1</source>
+        <translation>Задержка %1</translation>
+    </message>
+    <message>
+        <source>缓升 %1</source>
+        <translation>Рост %1</translation>
+    </message>
+    <message>
+        <source>缓降 %1</source>
+        <translation>Спад %1</translation>
+    </message>
+    <message>
+        <source>后吹气 %1</source>
+        <translation>Газ после %1</translation>
+    </message>
+    <message>
+        <source>补丝自 %1</source>
+        <translation>доподача с %1</translation>
+    </message>
+    <message>
+        <source>至 %1</source>
+        <translation>до %1</translation>
+    </message>
+    <message>
+        <source>抽丝至 %1</source>
+        <translation>Откат до %1</translation>
+    </message>
+    <message>
+        <source>停留 %1</source>
+        <translation>Выдержка %1</translation>
+    </message>
+    <message>
+        <source>机器人</source>
+        <translation>Робот</translation>
+    </message>
+    <message>
+        <source>时间，ms</source>
+        <translation>Время, мс</translation>
+    </message>
+    <message>
+        <source>开始</source>
+        <translation>начало</translation>
+    </message>
+    <message>
+        <source>结束</source>
+        <translation>окончание</translation>
     </message>
 </context>
 </TS>
