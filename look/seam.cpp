@@ -2,9 +2,13 @@
 
 #include "look/tokens.h"
 
+#include <QLineF>
 #include <QPainter>
+#include <QPen>
 
 #include <algorithm>
+#include <cmath>
+#include <utility>
 
 namespace look {
 
@@ -12,67 +16,142 @@ namespace {
 
 constexpr qreal channelEdge = 1.5;  ///< px on either side of the hollow
 constexpr qreal scaleStep = 0.42;   ///< of the width
+constexpr qreal scaleDepth = 0.45;  ///< of the width: how far the control point lies ahead
 constexpr qreal scalePen = 1.3;
 
 QPen flatPen(QRgb colour, qreal width, Qt::PenCapStyle cap) {
     return {QColor(colour), width, Qt::SolidLine, cap, Qt::RoundJoin};
 }
 
-/// The first part of a path, as short lines that follow it.
-QPainterPath firstPart(const QPainterPath& path, qreal length) {
-    const qreal whole = path.length();
-    QPainterPath part(path.pointAtPercent(0));
-    constexpr qreal step = 2;
-    for (qreal at = step; at < length; at += step) {
-        part.lineTo(path.pointAtPercent(path.percentAtLength(at)));
+/// Walks along a line: places at lengths that never go back.
+class Walker {
+public:
+    explicit Walker(const QPolygonF& track) : line_(track) {}
+
+    /// The place at a length, the end for one beyond it.
+    QPointF place(qreal length) {
+        while (at_ + 2 < line_.size() && before_ + segment() < length) {
+            before_ += segment();
+            ++at_;
+        }
+        const qreal whole = segment();
+        const qreal share = whole > 0 ? std::clamp((length - before_) / whole, 0.0, 1.0) : 0.0;
+        return line_[at_] + (line_[at_ + 1] - line_[at_]) * share;
     }
-    part.lineTo(path.pointAtPercent(path.percentAtLength(std::min(length, whole))));
-    return part;
+    /// Where the track goes at the last place, 1 long.
+    QPointF ahead() const {
+        const QPointF along = line_[at_ + 1] - line_[at_];
+        const qreal whole = segment();
+        return whole > 0 ? along / whole : QPointF(1, 0);
+    }
+    /// The corner behind the last place.
+    int corner() const { return at_ + 1; }
+
+private:
+    qreal segment() const { return QLineF(line_[at_], line_[at_ + 1]).length(); }
+
+    const QPolygonF& line_;  ///< of two points or more
+    int at_ = 0;
+    qreal before_ = 0;  ///< length before the segment
+};
+
+/// The part of a line between two lengths.
+QPolygonF partOf(const QPolygonF& track, qreal from, qreal to) {
+    Walker walker(track);
+    QPolygonF part;
+    part << walker.place(from);
+    const int first = walker.corner();
+    const QPointF end = walker.place(to);
+    for (int corner = first; corner < walker.corner(); ++corner) {
+        part << track[corner];
+    }
+    return part << end;
 }
 
 /// One scale: an arc across the bead that bends towards where the seam goes.
-QPainterPath scaleAt(const QPainterPath& path, qreal percent, qreal width) {
-    const QPointF at = path.pointAtPercent(percent);
-    const QLineF along = QLineF::fromPolar(1, path.angleAtPercent(percent));
-    const QPointF ahead(along.dx(), along.dy());
-    const QPointF across(-along.dy(), along.dx());
+QPainterPath scaleAt(const QPointF& at, const QPointF& ahead, qreal width) {
+    const QPointF across(-ahead.y(), ahead.x());
     const qreal half = width / 2 - channelEdge;
     QPainterPath arc(at + across * half);
-    arc.quadTo(at + ahead * (width * 0.45), at - across * half);
+    arc.quadTo(at + ahead * (width * scaleDepth), at - across * half);
     return arc;
+}
+
+void paintEnd(QPainter* painter, const QPointF& centre, qreal width) {
+    painter->setPen(Qt::NoPen);
+    painter->setBrush(QColor(steel));
+    painter->drawEllipse(centre, width / 2, width / 2);
+    painter->setBrush(Qt::NoBrush);
 }
 
 }  // namespace
 
-void paintSeam(QPainter* painter, const QPainterPath& path, qreal width, qreal welded, bool laserOn) {
-    if (path.isEmpty()) {
-        return;
+qreal lengthOf(const QPolygonF& track) {
+    qreal length = 0;
+    for (int i = 1; i < track.size(); ++i) {
+        length += QLineF(track[i - 1], track[i]).length();
     }
+    return length;
+}
+
+void paintChannels(QPainter* painter, const QVector<QPolygonF>& lines, qreal width) {
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
     painter->setBrush(Qt::NoBrush);
-    painter->strokePath(path, flatPen(steel, width, Qt::RoundCap));
-    painter->strokePath(path, flatPen(white, width - 2 * channelEdge, Qt::RoundCap));
-    const qreal whole = path.length();
-    const qreal done = std::clamp(welded, 0.0, whole);
-    if (done > 0) {
-        const bool isWhole = done >= whole && !laserOn;
-        const QPainterPath part = firstPart(path, done);
-        painter->strokePath(part, flatPen(steel, width, isWhole ? Qt::RoundCap : Qt::FlatCap));
-        // The round end at the start belongs to the welded part.
-        painter->setPen(Qt::NoPen);
-        painter->setBrush(QColor(steel));
-        painter->drawEllipse(path.pointAtPercent(0), width / 2, width / 2);
-        painter->setBrush(Qt::NoBrush);
-        painter->setPen(QPen(QColor(bead), scalePen));
-        for (qreal at = 0; at < done - width * 0.45; at += width * scaleStep) {
-            painter->drawPath(scaleAt(path, path.percentAtLength(at), width));
+    for (const auto& [colour, size] :
+         {std::pair(steel, width), {white, std::max(1.0, width - 2 * channelEdge)}}) {
+        painter->setPen(flatPen(colour, size, Qt::RoundCap));
+        for (const QPolygonF& track : lines) {
+            painter->drawPolyline(track);
         }
     }
-    if (laserOn) {
-        paintLaser(painter, path.pointAtPercent(path.percentAtLength(done)), width * 1.7);
+    painter->restore();
+}
+
+void paintBead(QPainter* painter, const QPolygonF& track, qreal width, qreal done, bool ended) {
+    if (track.size() < 2) {
+        return;
+    }
+    constexpr qreal overlap = 2;  // so that parts painted one after the other leave no slit
+    const qreal length = lengthOf(track);
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setBrush(Qt::NoBrush);
+    painter->setPen(flatPen(steel, width, Qt::FlatCap));
+    painter->drawPolyline(partOf(track, std::max(0.0, done - overlap), length));
+    if (done <= 0) {
+        paintEnd(painter, track.first(), width);
+    }
+    if (ended) {
+        paintEnd(painter, track.last(), width);
+    }
+    painter->setPen(QPen(QColor(bead), scalePen, Qt::SolidLine, Qt::RoundCap));
+    // A scale is painted when the bead has covered all of it.
+    const qreal step = width * scaleStep, margin = width * scaleDepth;
+    const int first = done <= 0 ? 0 : int(std::floor((done - margin) / step)) + 1;
+    Walker walker(track);
+    for (int scale = std::max(0, first); scale * step <= length - margin; ++scale) {
+        const QPointF at = walker.place(scale * step);
+        painter->drawPath(scaleAt(at, walker.ahead(), width));
     }
     painter->restore();
+}
+
+void paintSeam(QPainter* painter, const QPainterPath& path, qreal width, qreal welded, bool laserOn) {
+    const QList<QPolygonF> lines = path.toSubpathPolygons();
+    if (lines.isEmpty() || lines.first().size() < 2) {
+        return;
+    }
+    const QPolygonF& track = lines.first();
+    paintChannels(painter, {track}, width);
+    const qreal whole = lengthOf(track);
+    const qreal done = std::clamp(welded, 0.0, whole);
+    if (done > 0) {
+        paintBead(painter, partOf(track, 0, done), width, 0, done >= whole && !laserOn);
+    }
+    if (laserOn) {
+        paintLaser(painter, Walker(track).place(done), width * 1.7);
+    }
 }
 
 void paintSeamBar(QPainter* painter, const QRectF& place, qreal share, bool laserOn) {

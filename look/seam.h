@@ -2,7 +2,9 @@
 
 #include <QPainterPath>
 #include <QPointF>
+#include <QPolygonF>
 #include <QRectF>
+#include <QVector>
 
 class QPainter;
 
@@ -17,6 +19,16 @@ void paintSeam(QPainter* painter, const QPainterPath& path, qreal width, qreal w
 /// The same on a straight line from left to right through the middle of a place, with a share (0 to 1) that
 /// is welded: a progress bar.
 void paintSeamBar(QPainter* painter, const QRectF& place, qreal share, bool laserOn);
+
+/// Hollow channels along lines, one channel where they meet.
+void paintChannels(QPainter* painter, const QVector<QPolygonF>& lines, qreal width);
+
+/// A bead along a line that may grow: of it, what lies behind its first `done` px. Called again with the same
+/// line grown longer it paints only what came to it. `ended`: the laser is off, and the end is round.
+void paintBead(QPainter* painter, const QPolygonF& track, qreal width, qreal done, bool ended);
+
+/// The length of a line, px.
+[[nodiscard]] qreal lengthOf(const QPolygonF& track);
 
 /// The red diamond with a white edge.
 void paintLaser(QPainter* painter, const QPointF& centre, qreal size);
