@@ -22,6 +22,7 @@ constexpr double pi = 3.14159265358979323846;
 constexpr double tolerance = 2e-6;
 constexpr double roundingError = 1e-11;
 constexpr int refiningSteps = 3;
+constexpr double torchM = 0.15;
 constexpr int maxIterations = 100;
 // A solution within this distance of the seed (radians, over all joints) is the nearest one: the arm's
 // other configurations are farther away.
@@ -267,6 +268,26 @@ const Joints& Arm::home() const {
 
 Pose Arm::forward(const Joints& joints) const {
     return toPose(d_->forward(joints));
+}
+
+std::vector<std::array<double, 3>> Arm::skeleton(const Joints& joints) const {
+    const KDL::JntArray array = toArray(joints, unsigned(d_->axes));
+    std::vector<std::array<double, 3>> places;
+    const auto add = [&places](const KDL::Vector& place) {
+        places.push_back({place.x(), place.y(), place.z()});
+    };
+    add({0, 0, 0});
+    add({0, 0, d_->table[0].d});
+    // Behind the segments of shoulder, elbow and wrist; a roll of the upper arm moves none of them.
+    for (const int segments : {1, d_->axes - 4, d_->axes - 2}) {
+        KDL::Frame frame;
+        d_->fk->JntToCart(array, frame, segments);
+        add(frame.p);
+    }
+    const KDL::Frame tool = d_->forward(joints);
+    add(tool * KDL::Vector(0, 0, -torchM));
+    add(tool.p);
+    return places;
 }
 
 std::optional<Joints> Arm::inverse(const Pose& pose, const Joints& seed, Fault* fault) const {

@@ -55,6 +55,9 @@ public:
     const Joints& home() const;
     /// `joints` has one angle per axis. rx and rz of the result are in (-π, π], ry in [-π/2, π/2].
     Pose forward(const Joints& joints) const;
+    /// Where its parts meet, m, from the base to the tool: base, the height of axis 1, shoulder, elbow,
+    /// wrist, the torch's end at the flange, and the tool. For a picture of the arm.
+    std::vector<std::array<double, 3>> skeleton(const Joints& joints) const;
     /// The solution nearest to `seed` (sum of the squared joint differences). It is exact to 0.1 nm and
     /// 1e-10 rad, at singular poses to 2 µm and 2 µrad. Without a solution: nothing, and the reason in
     /// `fault`. The same input gives the same solution.
