@@ -1,19 +1,24 @@
 #include "app/scope/scopepage.h"
 
 #include "app/scope/scopeplot.h"
+#include "look/icon.h"
+#include "look/scale.h"
+#include "look/tokens.h"
+#include "look/type.h"
 
 #include <QComboBox>
 #include <QDateTime>
 #include <QDir>
+#include <QEvent>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QMessageBox>
-#include <QPushButton>
 #include <QSaveFile>
 #include <QScrollBar>
 #include <QSignalBlocker>
+#include <QToolButton>
 
 #include <set>
 
@@ -22,7 +27,6 @@ namespace app {
 namespace {
 
 constexpr int tickMs = 200;
-constexpr int buttonHeight = 48;
 constexpr double stretchStep = 2;
 constexpr double msPerS = 1000;
 
@@ -36,8 +40,6 @@ ScopePage::ScopePage(const SignalRecorder* recorder, QWidget* parent)
     : QWidget(parent),
       recorder_(recorder),
       plot_(new ScopePlot(recorder)),
-      hold_(makeButton(QStringLiteral("btnHold"), tr("保持"))),
-      mark_(makeButton(QStringLiteral("btnMark"), tr("标记"))),
       length_(new QLabel),
       readout_(new QLabel),
       scroll_(new QScrollBar(Qt::Horizontal)),
@@ -47,14 +49,18 @@ ScopePage::ScopePage(const SignalRecorder* recorder, QWidget* parent)
     readout_->setObjectName(QStringLiteral("lblCursor"));
     written_->setObjectName(QStringLiteral("lblWritten"));
     length_->setObjectName(QStringLiteral("lblLength"));
+    setObjectName(QStringLiteral("scopePage"));
+    setAttribute(Qt::WA_StyledBackground);
     auto* column = new QVBoxLayout(this);
-    column->setContentsMargins(8, 6, 8, 6);
-    column->setSpacing(4);
-    column->addWidget(makeControls());
-    column->addWidget(makePlot(), 1);
+    column->addLayout(makeControls());
+    column->addLayout(makePlot(), 1);
     column->addWidget(scroll_);
-    column->addWidget(readout_);
-    column->addWidget(makeExport());
+    column->addLayout(makeCursor());
+    column->addLayout(makeExport());
+    column->addWidget(written_);
+    written_->setWordWrap(true);
+    written_->hide();
+    arrange();
     connect(plot_, &ScopePlot::cursorAsked, this, &ScopePage::setCursor);
     connect(plot_, &ScopePlot::edgeAsked, this, &ScopePage::jump);
     connect(plot_, &ScopePlot::stretchAsked, this, &ScopePage::stretch);
@@ -63,50 +69,64 @@ ScopePage::ScopePage(const SignalRecorder* recorder, QWidget* parent)
     tick_.setInterval(tickMs);
 }
 
-QPushButton* ScopePage::makeButton(const QString& name, const QString& text) {
-    auto* button = new QPushButton(text, this);
+QToolButton* ScopePage::makeButton(const QString& name, const QString& icon, const QString& text) {
+    auto* button = new QToolButton(this);
     button->setObjectName(name);
-    button->setMinimumSize(buttonHeight, buttonHeight);
+    button->setIcon(look::icon(icon, look::ink2, look::white));
+    button->setText(text);
+    button->setToolButtonStyle(text.isEmpty() ? Qt::ToolButtonIconOnly : Qt::ToolButtonTextBesideIcon);
+    button->setFocusPolicy(Qt::TabFocus);
+    buttons_ << button;
     return button;
 }
 
-QWidget* ScopePage::makeControls() {
-    QPushButton* const longer = makeButton(QStringLiteral("btnLonger"), QStringLiteral("−"));
-    QPushButton* const shorter = makeButton(QStringLiteral("btnShorter"), QStringLiteral("+"));
-    QPushButton* const back = makeButton(QStringLiteral("btnEdgeBack"), QStringLiteral("◀"));
-    QPushButton* const next = makeButton(QStringLiteral("btnEdgeNext"), QStringLiteral("▶"));
-    hold_->setCheckable(true);
-    mark_->setCheckable(true);
-    longer->setAccessibleName(tr("显示更长时间"));
-    shorter->setAccessibleName(tr("显示更短时间"));
-    back->setAccessibleName(tr("光标到上一个变化"));
-    next->setAccessibleName(tr("光标到下一个变化"));
-    for (QPushButton* button : {longer, shorter, back, next}) {
-        button->setToolTip(button->accessibleName());
-    }
-    auto* bar = new QWidget;
-    auto* row = new QHBoxLayout(bar);
-    row->setContentsMargins(0, 0, 0, 0);
-    row->addWidget(hold_);
-    row->addWidget(longer);
-    row->addWidget(shorter);
-    row->addWidget(length_, 1);
-    row->addWidget(back);
-    row->addWidget(next);
-    row->addWidget(mark_);
-    connect(hold_, &QPushButton::clicked, this, &ScopePage::setHeld);
-    connect(mark_, &QPushButton::clicked, this, &ScopePage::toggleMark);
-    connect(longer, &QPushButton::clicked, this, [this] { stretch(stretchStep); });
-    connect(shorter, &QPushButton::clicked, this, [this] { stretch(1 / stretchStep); });
-    connect(back, &QPushButton::clicked, this, [this] { jump(-1); });
-    connect(next, &QPushButton::clicked, this, [this] { jump(1); });
-    return bar;
+QToolButton* ScopePage::makeSign(const QString& name, const QString& icon, const QString& meaning) {
+    QToolButton* const button = makeButton(name, icon, {});
+    button->setAccessibleName(meaning);
+    return button;
 }
 
-QWidget* ScopePage::makePlot() {
-    auto* area = new QWidget;
-    auto* row = new QHBoxLayout(area);
-    row->setContentsMargins(0, 0, 0, 0);
+QLayout* ScopePage::makeControls() {
+    hold_ = makeButton(QStringLiteral("btnHold"), QStringLiteral("pause"), tr("保持"));
+    mark_ = makeButton(QStringLiteral("btnMark"), QStringLiteral("flag"), tr("标记"));
+    hold_->setCheckable(true);
+    mark_->setCheckable(true);
+    QToolButton* const longer =
+        makeSign(QStringLiteral("btnLonger"), QStringLiteral("minus"), tr("显示更长时间"));
+    QToolButton* const shorter =
+        makeSign(QStringLiteral("btnShorter"), QStringLiteral("plus"), tr("显示更短时间"));
+    length_->setAlignment(Qt::AlignCenter);
+    auto* row = new QHBoxLayout;
+    row->addWidget(hold_, 1);
+    row->addWidget(mark_, 1);
+    row->addWidget(longer);
+    row->addWidget(length_);
+    row->addWidget(shorter);
+    connect(hold_, &QToolButton::clicked, this, &ScopePage::setHeld);
+    connect(mark_, &QToolButton::clicked, this, &ScopePage::toggleMark);
+    connect(longer, &QToolButton::clicked, this, [this] { stretch(stretchStep); });
+    connect(shorter, &QToolButton::clicked, this, [this] { stretch(1 / stretchStep); });
+    return row;
+}
+
+QLayout* ScopePage::makeCursor() {
+    QToolButton* const back =
+        makeSign(QStringLiteral("btnEdgeBack"), QStringLiteral("chevron_left"), tr("光标到上一个变化"));
+    QToolButton* const next =
+        makeSign(QStringLiteral("btnEdgeNext"), QStringLiteral("chevron_right"), tr("光标到下一个变化"));
+    readout_->setAlignment(Qt::AlignCenter);
+    readout_->setWordWrap(true);
+    auto* row = new QHBoxLayout;
+    row->addWidget(back);
+    row->addWidget(readout_, 1);
+    row->addWidget(next);
+    connect(back, &QToolButton::clicked, this, [this] { jump(-1); });
+    connect(next, &QToolButton::clicked, this, [this] { jump(1); });
+    return row;
+}
+
+QLayout* ScopePage::makePlot() {
+    auto* row = new QHBoxLayout;
     row->setSpacing(2);
     row->addWidget(plot_, 1);
     row->addWidget(rows_);
@@ -115,27 +135,46 @@ QWidget* ScopePage::makePlot() {
         plot_->setFirstRow(first);
         plot_->replot();
     });
-    return area;
+    return row;
 }
 
-QWidget* ScopePage::makeExport() {
+QLayout* ScopePage::makeExport() {
     range_->setObjectName(QStringLiteral("cmbRange"));
     range_->addItems({tr("显示的时段"), tr("上次运行"), tr("全部记录")});
-    range_->setMinimumHeight(buttonHeight);
-    written_->setWordWrap(true);
-    auto* bar = new QWidget;
-    auto* row = new QHBoxLayout(bar);
-    row->setContentsMargins(0, 0, 0, 0);
-    row->addWidget(new QLabel(tr("导出")));
-    row->addWidget(range_);
+    range_->setAccessibleName(tr("导出"));
+    range_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    auto* row = new QHBoxLayout;
+    row->addWidget(range_, 1);
     for (const char* ending : {"png", "csv", "vcd"}) {
         const QString text = QString::fromLatin1(ending);
-        QPushButton* const button = makeButton(QStringLiteral("btn_") + text, text.toUpper());
+        QToolButton* const button =
+            makeButton(QStringLiteral("btn_") + text, QStringLiteral("export"), text.toUpper());
+        button->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+        button->setFont(look::font(look::Size::Caption));
         row->addWidget(button);
-        connect(button, &QPushButton::clicked, this, [this, text] { askFile(text); });
+        connect(button, &QToolButton::clicked, this, [this, text] { askFile(text); });
     }
-    row->addWidget(written_, 1);
-    return bar;
+    return row;
+}
+
+void ScopePage::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::StyleChange && layout()) {
+        arrange();
+    }
+}
+
+void ScopePage::arrange() {
+    const int margin = look::px(16), gap = look::px(8);
+    layout()->setContentsMargins(margin, 0, margin, gap);
+    layout()->setSpacing(gap);
+    for (QToolButton* button : buttons_) {
+        const bool isSmall = button->toolButtonStyle() == Qt::ToolButtonTextUnderIcon;
+        button->setFixedHeight(look::px(48));
+        button->setMinimumWidth(look::px(isSmall ? 56 : 48));
+        button->setIconSize(QSize(1, 1) * look::px(isSmall ? 18 : 24));
+    }
+    length_->setMinimumWidth(look::px(56));
 }
 
 // --- What is shown ------------------------------------------------------------------------------
@@ -279,7 +318,7 @@ TimeSpan ScopePage::chosen() const {
 
 void ScopePage::askFile(const QString& ending) {
     if (range_->currentIndex() == LastRun && !recorder_->hasRun()) {
-        written_->setText(tr("还没有运行过"));
+        tell(tr("还没有运行过"));
         return;
     }
     const QString name = QStringLiteral("signals.") + ending;
@@ -294,6 +333,12 @@ void ScopePage::askFile(const QString& ending) {
     dialog->open();
 }
 
+/// What became of an export.
+void ScopePage::tell(const QString& text) {
+    written_->setText(text);
+    written_->setVisible(!text.isEmpty());
+}
+
 void ScopePage::exportTo(const QString& file) {
     QSaveFile out(file);
     QString error;
@@ -301,7 +346,7 @@ void ScopePage::exportTo(const QString& file) {
         (write(&out, QFileInfo(file).suffix().toLower(), &error) && !(out.flush() && out.commit()))) {
         error = out.errorString();
     }
-    written_->setText(error.isEmpty() ? tr("已保存：%1").arg(QFileInfo(file).fileName()) : QString());
+    tell(error.isEmpty() ? tr("已保存：%1").arg(QFileInfo(file).fileName()) : QString());
     if (error.isEmpty()) {
         return;
     }

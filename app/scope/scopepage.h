@@ -8,8 +8,9 @@
 
 class QComboBox;
 class QLabel;
-class QPushButton;
+class QLayout;
 class QScrollBar;
+class QToolButton;
 
 namespace app {
 
@@ -27,15 +28,20 @@ public:
     void exportTo(const QString& file);
 
 protected:
+    void changeEvent(QEvent* event) override;
     void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;
 
 private:
     enum Range { Shown, LastRun, All };
-    QWidget* makeControls();
-    QWidget* makePlot();
-    QWidget* makeExport();
-    QPushButton* makeButton(const QString& name, const QString& text);
+    QLayout* makeControls();
+    QLayout* makePlot();
+    QLayout* makeCursor();
+    QLayout* makeExport();
+    QToolButton* makeButton(const QString& name, const QString& icon, const QString& text);
+    QToolButton* makeSign(const QString& name, const QString& icon, const QString& meaning);
+    void arrange();
+    void tell(const QString& text);
 
     void refresh();
     void refreshScrollBar(const TimeSpan& shown);
@@ -56,8 +62,9 @@ private:
     const SignalRecorder* recorder_;
     TimeWindow window_;
     ScopePlot* plot_;
-    QPushButton* hold_;
-    QPushButton* mark_;
+    QList<QToolButton*> buttons_;
+    QToolButton* hold_ = nullptr;
+    QToolButton* mark_ = nullptr;
     QLabel* length_;
     QLabel* readout_;
     QScrollBar* scroll_;

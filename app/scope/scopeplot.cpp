@@ -1,5 +1,9 @@
 #include "app/scope/scopeplot.h"
 
+#include "look/scale.h"
+#include "look/tokens.h"
+#include "look/type.h"
+
 #include <qwt_date_scale_draw.h>
 #include <qwt_date_scale_engine.h>
 #include <qwt_picker_machine.h>
@@ -13,35 +17,24 @@
 #include <qwt_scale_draw.h>
 #include <qwt_scale_widget.h>
 #include <QKeyEvent>
+#include <QPainter>
 #include <QWheelEvent>
 
 namespace app {
 
 namespace {
 
-constexpr double traceHeight = 0.66;  // of a row
-constexpr int minRow = 20;            // pixels
-constexpr int pictureRow = 26;
-constexpr int axisPixels = 50;
-constexpr int minHeight = 200;
-constexpr int valuesPixels = 64;
+constexpr double traceHeight = 0.4;  // of a row; above it stands the name
+constexpr int minRow = 40;           // px at factor 1, as are the following
+constexpr int axisPixels = 44;
+constexpr int valuesPixels = 60;
 constexpr double stretchStep = 1.6;
-constexpr int smallPx = 13;
+constexpr int mostTimes = 4;
 
-const QColor digital(0x2f, 0x6f, 0xb0);
-const QColor analogueColour(0x8a, 0x5a, 0x00);
-const QColor gridColour(0xe2, 0xe7, 0xec);
-const QColor cursor(0xe4, 0x57, 0x2e);
-
-QColor faint(QColor colour) {
-    colour.setAlpha(60);
-    return colour;
-}
-
-QwtPlotMarker* makeMarker(QwtPlot* plot, Qt::PenStyle style) {
+QwtPlotMarker* makeMarker(QwtPlot* plot, QRgb colour, Qt::PenStyle style) {
     auto* marker = new QwtPlotMarker;
     marker->setLineStyle(QwtPlotMarker::VLine);
-    marker->setLinePen(cursor, 2, style);
+    marker->setLinePen(QColor(colour), 2, style);
     marker->setZ(50);
     marker->attach(plot);
     marker->setVisible(false);
@@ -49,6 +42,32 @@ QwtPlotMarker* makeMarker(QwtPlot* plot, Qt::PenStyle style) {
 }
 
 }  // namespace
+
+/// The names of the rows in their lanes, with a line between two lanes.
+class ScopePlot::LaneNames : public QwtPlotItem {
+public:
+    void setTexts(const QStringList& texts) { texts_ = texts; }
+
+    void draw(QPainter* painter, const QwtScaleMap&, const QwtScaleMap& rows,
+              const QRectF& canvas) const override {
+        painter->setFont(look::font(look::Size::Caption));
+        for (int i = 0; i < texts_.size(); ++i) {
+            const double top = rows.transform(texts_.size() - i);
+            const double bottom = rows.transform(texts_.size() - i - 1);
+            if (top < canvas.top() - 1 || bottom > canvas.bottom() + 1) {
+                continue;
+            }
+            painter->setPen(QColor(look::rule));
+            painter->drawLine(QPointF(canvas.left(), bottom), QPointF(canvas.right(), bottom));
+            painter->setPen(QColor(look::ink2));
+            painter->drawText(QRectF(canvas.left() + 4, top + 1, canvas.width() - 8, look::px(18)),
+                              Qt::AlignLeft | Qt::AlignVCenter, texts_[i]);
+        }
+    }
+
+private:
+    QStringList texts_;
+};
 
 /// A scale with a text for each row instead of numbers.
 class ScopePlot::RowScale : public QwtScaleDraw {
@@ -71,13 +90,13 @@ private:
 ScopePlot::ScopePlot(const SignalRecorder* recorder, QWidget* parent)
     : QwtPlot(parent),
       recorder_(recorder),
-      names_(new RowScale),
+      names_(new LaneNames),
       values_(new RowScale),
-      cursor_(makeMarker(this, Qt::SolidLine)),
-      mark_(makeMarker(this, Qt::DashLine)) {
+      cursor_(makeMarker(this, look::blue, Qt::SolidLine)),
+      mark_(makeMarker(this, look::ink2, Qt::DashLine)) {
     setObjectName(QStringLiteral("scopePlot"));
     setFocusPolicy(Qt::StrongFocus);
-    setMinimumHeight(minHeight);  // independent of the axes, which show as many rows as fit
+    setMinimumHeight(minimumSizeHint().height());  // independent of the axes, which show what fits
     setAutoReplot(false);
     setUpTime();
     setUpRows();
@@ -94,29 +113,41 @@ void ScopePlot::setUpTime() {
     }
     setAxisScaleDraw(xBottom, times);
     setAxisScaleEngine(xBottom, new QwtDateScaleEngine(Qt::LocalTime));
-    setAxisMaxMajor(xBottom, 5);
+    setAxisMaxMajor(xBottom, mostTimes);
     auto* grid = new QwtPlotGrid;
     grid->enableY(false);
-    grid->setMajorPen(gridColour, 1, Qt::SolidLine);
+    grid->setMajorPen(QColor(look::rule), 1, Qt::SolidLine);
     grid->attach(this);
 }
 
 void ScopePlot::setUpRows() {
     enableAxis(yRight);
-    setAxisScaleDraw(yLeft, names_);
+    enableAxis(yLeft, false);
     setAxisScaleDraw(yRight, values_);
-    QFont small = font();
-    small.setPixelSize(smallPx);
-    for (const int axis : {int(yLeft), int(yRight), int(xBottom)}) {
-        setAxisFont(axis, small);
-    }
-    values_->setMinimumExtent(valuesPixels);
+    names_->setZ(40);
+    names_->attach(this);
+    setFonts();
     plotLayout()->setAlignCanvasToScales(true);
     auto* frame = qobject_cast<QwtPlotCanvas*>(canvas());
     frame->setFrameStyle(QFrame::NoFrame);
     frame->setPalette(Qt::white);
     frame->setFocusPolicy(Qt::NoFocus);
     frame->setBorderRadius(0);
+}
+
+void ScopePlot::setFonts() {
+    for (const int axis : {int(yRight), int(xBottom)}) {
+        setAxisFont(axis, look::font(look::Size::Caption));
+    }
+    values_->setMinimumExtent(look::px(valuesPixels));
+}
+
+void ScopePlot::changeEvent(QEvent* event) {
+    QwtPlot::changeEvent(event);
+    if (event->type() == QEvent::StyleChange && values_) {
+        setFonts();
+        setFirstRow(firstRow_);
+    }
 }
 
 void ScopePlot::setUpCursor() {
@@ -138,10 +169,9 @@ void ScopePlot::setRows(const std::vector<ScopeRow>& rows) {
     curves_.clear();
     QStringList names;
     for (size_t i = 0; i < rows_.size(); ++i) {
-        const QColor colour = rows_[i].analogue ? analogueColour : digital;
         auto* curve = new QwtPlotCurve;
-        curve->setPen(colour, 1.6);
-        curve->setBrush(faint(colour));
+        curve->setPen(QColor(rows_[i].laser ? look::red : look::steel), 1.6);
+        curve->setBrush(QColor(rows_[i].laser ? look::laserFill : look::laneFill));
         curve->setBaseline(bottomOf(i));
         curve->setPaintAttribute(QwtPlotCurve::FilterPoints);
         curve->attach(this);
@@ -153,7 +183,7 @@ void ScopePlot::setRows(const std::vector<ScopeRow>& rows) {
 }
 
 int ScopePlot::rowsThatFit() const {
-    return std::max(1, (height() - axisPixels) / minRow);
+    return std::max(1, (height() - look::px(axisPixels)) / look::px(minRow));
 }
 
 void ScopePlot::setFirstRow(int row) {
@@ -175,7 +205,7 @@ void ScopePlot::showRows(int first, int count) {
 }
 
 QImage ScopePlot::picture() {
-    QImage image(width(), int(rows_.size()) * pictureRow + axisPixels, QImage::Format_RGB32);
+    QImage image(width(), int(rows_.size()) * look::px(minRow) + look::px(axisPixels), QImage::Format_RGB32);
     image.fill(Qt::white);
     showRows(0, int(rows_.size()));
     QwtPlotRenderer().renderTo(this, image);

@@ -14,8 +14,8 @@ class QwtScaleDraw;
 
 namespace app {
 
-/// Draws signals over the time of day, one row each: the name on the left, the value at the cursor (without
-/// a cursor, at the end) on the right.
+/// Draws signals over the time of day, a lane each: the name above its curve, the value at the cursor
+/// (without a cursor, at the end) on the right.
 class ScopePlot : public QwtPlot {
     Q_OBJECT
 public:
@@ -41,7 +41,7 @@ public:
     /// An image with all rows.
     QImage picture();
 
-    QSize minimumSizeHint() const override { return {300, 200}; }
+    QSize minimumSizeHint() const override { return {240, 160}; }
 
 signals:
     void cursorAsked(qint64 ms);
@@ -52,25 +52,28 @@ signals:
     void stretchAsked(double factor);
 
 protected:
+    void changeEvent(QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
 
 private:
     class RowScale;
+    class LaneNames;
     void setUpTime();
     void setUpRows();
     void setUpCursor();
+    void setFonts();
     void showRows(int first, int count);
     void fillCurves(const TimeSpan& span);
     void fillValues(const TimeSpan& span);
     void setMarkerTime(QwtPlotMarker* marker, std::optional<qint64> ms);
-    double bottomOf(size_t row) const { return double(rows_.size() - 1 - row) + 0.16; }
+    double bottomOf(size_t row) const { return double(rows_.size() - 1 - row) + 0.1; }
 
     const SignalRecorder* recorder_;
     std::vector<ScopeRow> rows_;
     std::vector<QwtPlotCurve*> curves_;  ///< one for each row, owned by the plot
-    RowScale* names_;                    ///< owned by the plot, as are the following
+    LaneNames* names_;                   ///< owned by the plot, as are the following
     RowScale* values_;
     QwtPlotMarker* cursor_;
     QwtPlotMarker* mark_;

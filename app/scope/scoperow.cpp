@@ -13,7 +13,7 @@ namespace {
 ScopeRow rowOf(const workcell::CellSignals& cellSignals, int signal, const QString& label) {
     const workcell::CellSignal& source = cellSignals.all()[size_t(signal)];
     return {signal, source.name, label.isEmpty() ? source.name : label,
-            source.kind == workcell::VcdWriter::Kind::Integer};
+            source.kind == workcell::VcdWriter::Kind::Integer, false};
 }
 
 }  // namespace
@@ -38,7 +38,8 @@ std::vector<ScopeRow> rowsOf(const workcell::CellSignals& cellSignals, const Sig
         }
     };
     show(cellSignals.indexOf(workcell::signalname::busy), ScopeRow::tr("程序运行"));
-    show(cellSignals.indexOf(workcell::signalname::emission), ScopeRow::tr("激光出光"));
+    const int emission = cellSignals.indexOf(workcell::signalname::emission);
+    show(emission, ScopeRow::tr("激光出光"));
     const QList<mendo::ModuleObject*> ports = m(prog::key::port)->cmobjs();
     for (const mendo::ModuleObject* port : ports) {
         if (port->c(prog::field::enable)->getBool()) {
@@ -54,6 +55,11 @@ std::vector<ScopeRow> rowsOf(const workcell::CellSignals& cellSignals, const Sig
     }
     for (const int signal : changed) {
         show(signal, {});
+    }
+    const int power =
+        cellSignals.indexOf(m(prog::key::port)->c(AO_LASER_POWER)->c(prog::field::name)->getString());
+    for (ScopeRow& row : rows) {
+        row.laser = row.signal == emission || row.signal == power;
     }
     return rows;
 }

@@ -18,6 +18,7 @@ public:
     QString name;    ///< the controller's name ("LUMO_DO.#3")
     QString label;   ///< the operator's name
     bool analogue = false;
+    bool laser = false;  ///< the laser's light or power
 
     /// The value scaled to 0..1 for drawing.
     double level(double value) const;
