@@ -370,7 +370,7 @@ void Panel::makeDocks() {
     docks->add(
         signalsDock, [this] { return new ScopePage(recorder_); }, tr("信号"), DockWidth::Wide);
     docks->add(
-        resultsDock, [this] { return new ResultsPage(history_); }, tr("结果"), DockWidth::Page);
+        resultsDock, [this] { return makeResults(); }, {}, DockWidth::Page);
     docks->add(
         logDock, [this] { return new EventPage(events_.get()); }, tr("日志"), DockWidth::Page);
     docks->add(
@@ -402,8 +402,15 @@ QWidget* Panel::reached(QWidget* content) {
     return content;
 }
 
+QWidget* Panel::makeResults() {
+    auto* results = new ResultsPage(history_);
+    connect(results, &ResultsPage::closeAsked, this, [this] { window_->docks()->close(resultsDock); });
+    return results;
+}
+
 QWidget* Panel::makePath() {
     auto* path = new PathPage(seams_, packageFlags());
+    path->followSignals(&recorder_->cellSignals());
     // Other pages have a table of that name, too.
     if (const auto* editor = page_ ? page_->findChild<QWidget*>(QStringLiteral("ProgramWidget")) : nullptr) {
         path->followEditor(editor);

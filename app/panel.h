@@ -101,6 +101,7 @@ private:
     void makeDocks();
     QWidget* reached(QWidget* content);
     QWidget* makePath();
+    QWidget* makeResults();
     QWidget* makeCell();
     void makeStatus();
     void makeState();

@@ -4,6 +4,7 @@
 #include <QBoxLayout>
 #include <QButtonGroup>
 #include <QPushButton>
+#include <QStyle>
 #include <QVariant>
 
 namespace app {
@@ -62,6 +63,25 @@ void SegmentedControl::setCurrent(int index) {
 
 int SegmentedControl::current() const {
     return current_;
+}
+
+void SegmentedControl::setChoiceShown(int index, bool shown) {
+    buttons_->button(index)->setVisible(shown);
+    QList<QAbstractButton*> there;
+    const QList<QAbstractButton*> all = buttons_->buttons();
+    for (QAbstractButton* button : all) {
+        if (!button->isHidden()) {
+            there << button;
+        }
+    }
+    const auto* row = static_cast<const QBoxLayout*>(layout());
+    const bool across = row->direction() == QBoxLayout::LeftToRight;
+    for (int i = 0; i < there.size(); ++i) {
+        there[i]->setProperty("segment",
+                              endOf(i, there.size(), across ? Qt::Horizontal : Qt::Vertical));
+        there[i]->style()->unpolish(there[i]);
+        there[i]->style()->polish(there[i]);
+    }
 }
 
 void SegmentedControl::setText(int index, const QString& text) {

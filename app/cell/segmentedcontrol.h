@@ -22,6 +22,8 @@ public:
     void setText(int index, const QString& text);
     /// A choice that is off: grey, not blue, while it is checked.
     void setQuiet(int index);
+    /// Whether a button is there; one that is not cannot be chosen.
+    void setChoiceShown(int index, bool shown);
 
 signals:
     void clicked(int index);

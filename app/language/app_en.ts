@@ -958,10 +958,6 @@ with code %1</translation>
         <translation>%1 fault while the laser is on</translation>
     </message>
     <message>
-        <source>结果</source>
-        <translation>Results</translation>
-    </message>
-    <message>
         <source>目标已达到：%1，%2 件</source>
         <translation>Target reached: %1, %2 parts</translation>
     </message>
@@ -1213,56 +1209,72 @@ with code %1</translation>
         <source>焊缝档案：%1</source>
         <translation>Seam passport: %1</translation>
     </message>
+    <message>
+        <source>%1 mm</source>
+        <translation>%1 mm</translation>
+    </message>
 </context>
 <context>
-    <name>app::PathLegend</name>
-    <message>
-        <source>焊接</source>
-        <translation>Weld</translation>
-    </message>
-    <message>
-        <source>空程</source>
-        <translation>Move</translation>
-    </message>
-    <message>
-        <source>关节运动</source>
-        <translation>Joint move</translation>
-    </message>
-    <message>
-        <source>示教点</source>
-        <translation>Taught point</translation>
-    </message>
-    <message>
-        <source>已焊</source>
-        <translation>Welded</translation>
-    </message>
-    <message>
-        <source>选中行</source>
-        <translation>Selected line</translation>
-    </message>
-    <message>
-        <source>工具</source>
-        <translation>Tool</translation>
-    </message>
-    <message>
-        <source>出光</source>
-        <translation>Laser on</translation>
-    </message>
+    <name>app::PathFoot</name>
     <message>
         <source>无法运动</source>
-        <translation>Impossible</translation>
+        <translation>Cannot be moved</translation>
     </message>
-</context>
-<context>
-    <name>app::PathPage</name>
     <message>
-        <source>全部显示</source>
-        <translation>Show all</translation>
+        <source>路径起点</source>
+        <translation>The path begins here</translation>
+    </message>
+    <message>
+        <source>焊接，%1 mm</source>
+        <translation>Weld, %1 mm</translation>
+    </message>
+    <message>
+        <source>空程，%1 mm</source>
+        <translation>Move, %1 mm</translation>
     </message>
     <message>
         <source>清除焊缝</source>
         <translation>Clear seam</translation>
     </message>
+    <message>
+        <source>速度 mm/s</source>
+        <translation>Speed mm/s</translation>
+    </message>
+    <message>
+        <source>功率 %</source>
+        <translation>Power %</translation>
+    </message>
+    <message>
+        <source>气体</source>
+        <translation>Gas</translation>
+    </message>
+    <message>
+        <source>送丝</source>
+        <translation>Wire</translation>
+    </message>
+    <message>
+        <source>焊缝 %1 / %2</source>
+        <translation>Seam %1 of %2</translation>
+    </message>
+    <message>
+        <source>已焊 %1 / %2 mm</source>
+        <translation>%1 of %2 mm welded</translation>
+    </message>
+    <message>
+        <source>已焊 %1 mm</source>
+        <translation>Welded %1 mm</translation>
+    </message>
+    <message>
+        <source>开</source>
+        <translation>on</translation>
+    </message>
+    <message>
+        <source>关</source>
+        <translation>off</translation>
+    </message>
+</context>
+<context>
+    <name>app::PathPage</name>
     <message>
         <source>放大</source>
         <translation>Larger</translation>
@@ -1272,36 +1284,36 @@ with code %1</translation>
         <translation>Smaller</translation>
     </message>
     <message>
-        <source>第 %1 行</source>
-        <translation>Line %1</translation>
-    </message>
-    <message>
-        <source>无法运动</source>
-        <translation>cannot be moved</translation>
-    </message>
-    <message>
-        <source>焊接</source>
-        <translation>weld</translation>
-    </message>
-    <message>
-        <source>空程</source>
-        <translation>dark move</translation>
-    </message>
-    <message>
-        <source>已焊 %1 mm</source>
-        <translation>Welded %1 mm</translation>
-    </message>
-    <message>
-        <source>%1 mm</source>
-        <translation>%1 mm</translation>
-    </message>
-    <message>
         <source>工位程序</source>
         <translation>Program of a station</translation>
     </message>
     <message>
-        <source>路径起点</source>
-        <translation>the path begins</translation>
+        <source>立体</source>
+        <translation>3-D</translation>
+    </message>
+    <message>
+        <source>俯视</source>
+        <translation>Above</translation>
+    </message>
+    <message>
+        <source>侧视</source>
+        <translation>Side</translation>
+    </message>
+    <message>
+        <source>双视图</source>
+        <translation>Both</translation>
+    </message>
+    <message>
+        <source>全部</source>
+        <translation>All</translation>
+    </message>
+    <message>
+        <source>焊缝</source>
+        <translation>Seam</translation>
+    </message>
+    <message>
+        <source>行</source>
+        <translation>Line</translation>
     </message>
 </context>
 <context>
@@ -1395,6 +1407,37 @@ with code %1</translation>
 %2</source>
         <translation>The file cannot be written: %1
 %2</translation>
+    </message>
+</context>
+<context>
+    <name>app::ResultFigures</name>
+    <message>
+        <source>已焊</source>
+        <translation>Welded</translation>
+    </message>
+    <message>
+        <source>时间</source>
+        <translation>Time</translation>
+    </message>
+    <message>
+        <source>出光</source>
+        <translation>Laser on</translation>
+    </message>
+    <message>
+        <source>气体</source>
+        <translation>Gas</translation>
+    </message>
+    <message>
+        <source>限值</source>
+        <translation>Limits</translation>
+    </message>
+    <message>
+        <source>/ %1 mm</source>
+        <translation>of %1 mm</translation>
+    </message>
+    <message>
+        <source>秒</source>
+        <translation>s</translation>
     </message>
 </context>
 <context>
@@ -1563,13 +1606,71 @@ with code %1</translation>
         <source>控制器拒绝写入 %1，次数 %2</source>
         <translation>The controller refused writes to %1: %2</translation>
     </message>
+    <message>
+        <source>行</source>
+        <translation>Lines</translation>
+    </message>
+    <message>
+        <source>长度
+mm</source>
+        <translation>Length
+mm</translation>
+    </message>
+    <message>
+        <source>速度
+mm/s</source>
+        <translation>Speed
+mm/s</translation>
+    </message>
+    <message>
+        <source>功率
+%</source>
+        <translation>Power
+%</translation>
+    </message>
+    <message>
+        <source>提前送气
+ms</source>
+        <translation>Gas before
+ms</translation>
+    </message>
+    <message>
+        <source>未焊
+mm</source>
+        <translation>Gaps
+mm</translation>
+    </message>
+    <message>
+        <source>能量
+J/mm</source>
+        <translation>Energy
+J/mm</translation>
+    </message>
+    <message>
+        <source>能量
+%·s</source>
+        <translation>Energy
+%·s</translation>
+    </message>
+    <message>
+        <source>合格</source>
+        <translation>Good</translation>
+    </message>
+    <message>
+        <source>没有焊缝</source>
+        <translation>No seams</translation>
+    </message>
+    <message>
+        <source>要检查的焊缝：%1</source>
+        <translation>Seams to check: %1</translation>
+    </message>
+    <message>
+        <source>合格焊缝：%1</source>
+        <translation>Good seams: %1</translation>
+    </message>
 </context>
 <context>
     <name>app::ResultsPage</name>
-    <message>
-        <source>焊缝档案 PDF</source>
-        <translation>Seam passport PDF</translation>
-    </message>
     <message>
         <source>CSV</source>
         <translation>CSV</translation>
@@ -1587,20 +1688,44 @@ with code %1</translation>
         <translation>All runs CSV</translation>
     </message>
     <message>
-        <source>所选运行的焊缝</source>
-        <translation>The seams of the chosen run</translation>
+        <source>今天 %1</source>
+        <translation>today at %1</translation>
     </message>
     <message>
-        <source>所有运行的焊缝</source>
-        <translation>The seams of all runs</translation>
+        <source>返回</source>
+        <translation>Back</translation>
     </message>
     <message>
-        <source>文件 %1 已损坏，无法读取</source>
-        <translation>The file %1 is damaged and cannot be read</translation>
+        <source>较早的工件</source>
+        <translation>Earlier parts</translation>
     </message>
     <message>
-        <source>这次运行没有焊缝</source>
-        <translation>This run has no seams</translation>
+        <source>焊缝档案</source>
+        <translation>Seam passport</translation>
+    </message>
+    <message>
+        <source>回到下一件</source>
+        <translation>Back to the next part</translation>
+    </message>
+    <message>
+        <source>已与程序、参数和信号一起保存</source>
+        <translation>Kept with its program, parameters and signals</translation>
+    </message>
+    <message>
+        <source>结果</source>
+        <translation>Results</translation>
+    </message>
+    <message>
+        <source>文件已损坏，无法读取</source>
+        <translation>The file is damaged and cannot be read</translation>
+    </message>
+    <message>
+        <source>没有工程文件</source>
+        <translation>No project file</translation>
+    </message>
+    <message>
+        <source>焊缝 %1，全长 %2 mm</source>
+        <translation>Seam %1, along its %2 mm</translation>
     </message>
 </context>
 <context>
@@ -1745,10 +1870,41 @@ with code %1</translation>
     </message>
 </context>
 <context>
+    <name>app::SeamLanes</name>
+    <message>
+        <source>限值 %1 至 %2</source>
+        <translation>limits %1 to %2</translation>
+    </message>
+    <message>
+        <source>限值，最小 %1</source>
+        <translation>limit, at least %1</translation>
+    </message>
+    <message>
+        <source>限值，最大 %1</source>
+        <translation>limit, at most %1</translation>
+    </message>
+    <message>
+        <source>速度</source>
+        <translation>Speed</translation>
+    </message>
+    <message>
+        <source>激光功率</source>
+        <translation>Laser power</translation>
+    </message>
+    <message>
+        <source>这次运行没有记录沿焊缝的数值</source>
+        <translation>Nothing was recorded along this seam</translation>
+    </message>
+    <message>
+        <source>第 %1 行</source>
+        <translation>Line %1</translation>
+    </message>
+</context>
+<context>
     <name>app::SeamList</name>
     <message>
-        <source>焊缝 %1</source>
-        <translation>Seam %1</translation>
+        <source>焊缝</source>
+        <translation>Seam</translation>
     </message>
 </context>
 <context>
@@ -2233,6 +2389,13 @@ with code %1</translation>
     <message>
         <source>已按下</source>
         <translation>Pressed</translation>
+    </message>
+</context>
+<context>
+    <name>app::WeldPicture</name>
+    <message>
+        <source>%1 mm</source>
+        <translation>%1 mm</translation>
     </message>
 </context>
 </TS>

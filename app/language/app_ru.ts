@@ -958,10 +958,6 @@
         <translation>Неисправность при включённом лазере: %1</translation>
     </message>
     <message>
-        <source>结果</source>
-        <translation>Результаты</translation>
-    </message>
-    <message>
         <source>目标已达到：%1，%2 件</source>
         <translation>Цель достигнута: %1, деталей: %2</translation>
     </message>
@@ -1213,56 +1209,72 @@
         <source>焊缝档案：%1</source>
         <translation>Паспорт шва: %1</translation>
     </message>
+    <message>
+        <source>%1 mm</source>
+        <translation>%1 мм</translation>
+    </message>
 </context>
 <context>
-    <name>app::PathLegend</name>
-    <message>
-        <source>焊接</source>
-        <translation>Сварка</translation>
-    </message>
-    <message>
-        <source>空程</source>
-        <translation>Переход</translation>
-    </message>
-    <message>
-        <source>关节运动</source>
-        <translation>По осям</translation>
-    </message>
-    <message>
-        <source>示教点</source>
-        <translation>Точка</translation>
-    </message>
-    <message>
-        <source>已焊</source>
-        <translation>Сварено</translation>
-    </message>
-    <message>
-        <source>选中行</source>
-        <translation>Выбранная строка</translation>
-    </message>
-    <message>
-        <source>工具</source>
-        <translation>Инструмент</translation>
-    </message>
-    <message>
-        <source>出光</source>
-        <translation>Лазер включён</translation>
-    </message>
+    <name>app::PathFoot</name>
     <message>
         <source>无法运动</source>
-        <translation>Невозможно</translation>
+        <translation>Движение невозможно</translation>
     </message>
-</context>
-<context>
-    <name>app::PathPage</name>
     <message>
-        <source>全部显示</source>
-        <translation>Показать всё</translation>
+        <source>路径起点</source>
+        <translation>Начало пути</translation>
+    </message>
+    <message>
+        <source>焊接，%1 mm</source>
+        <translation>Сварка, %1 мм</translation>
+    </message>
+    <message>
+        <source>空程，%1 mm</source>
+        <translation>Холостой ход, %1 мм</translation>
     </message>
     <message>
         <source>清除焊缝</source>
         <translation>Стереть шов</translation>
     </message>
+    <message>
+        <source>速度 mm/s</source>
+        <translation>Скорость мм/с</translation>
+    </message>
+    <message>
+        <source>功率 %</source>
+        <translation>Мощность %</translation>
+    </message>
+    <message>
+        <source>气体</source>
+        <translation>Газ</translation>
+    </message>
+    <message>
+        <source>送丝</source>
+        <translation>Проволока</translation>
+    </message>
+    <message>
+        <source>焊缝 %1 / %2</source>
+        <translation>Шов %1 из %2</translation>
+    </message>
+    <message>
+        <source>已焊 %1 / %2 mm</source>
+        <translation>Сварено %1 из %2 мм</translation>
+    </message>
+    <message>
+        <source>已焊 %1 mm</source>
+        <translation>Сварено %1 мм</translation>
+    </message>
+    <message>
+        <source>开</source>
+        <translation>вкл.</translation>
+    </message>
+    <message>
+        <source>关</source>
+        <translation>выкл.</translation>
+    </message>
+</context>
+<context>
+    <name>app::PathPage</name>
     <message>
         <source>放大</source>
         <translation>Крупнее</translation>
@@ -1272,36 +1284,36 @@
         <translation>Мельче</translation>
     </message>
     <message>
-        <source>第 %1 行</source>
-        <translation>Строка %1</translation>
-    </message>
-    <message>
-        <source>无法运动</source>
-        <translation>невозможно выполнить</translation>
-    </message>
-    <message>
-        <source>焊接</source>
-        <translation>сварка</translation>
-    </message>
-    <message>
-        <source>空程</source>
-        <translation>переход</translation>
-    </message>
-    <message>
-        <source>已焊 %1 mm</source>
-        <translation>Сварено %1 мм</translation>
-    </message>
-    <message>
-        <source>%1 mm</source>
-        <translation>%1 мм</translation>
-    </message>
-    <message>
         <source>工位程序</source>
         <translation>Программа поста</translation>
     </message>
     <message>
-        <source>路径起点</source>
-        <translation>начало траектории</translation>
+        <source>立体</source>
+        <translation>3D</translation>
+    </message>
+    <message>
+        <source>俯视</source>
+        <translation>Сверху</translation>
+    </message>
+    <message>
+        <source>侧视</source>
+        <translation>Сбоку</translation>
+    </message>
+    <message>
+        <source>双视图</source>
+        <translation>Оба</translation>
+    </message>
+    <message>
+        <source>全部</source>
+        <translation>Всё</translation>
+    </message>
+    <message>
+        <source>焊缝</source>
+        <translation>Шов</translation>
+    </message>
+    <message>
+        <source>行</source>
+        <translation>Строка</translation>
     </message>
 </context>
 <context>
@@ -1395,6 +1407,37 @@
 %2</source>
         <translation>Не удалось записать файл: %1
 %2</translation>
+    </message>
+</context>
+<context>
+    <name>app::ResultFigures</name>
+    <message>
+        <source>已焊</source>
+        <translation>Сварено</translation>
+    </message>
+    <message>
+        <source>时间</source>
+        <translation>Время</translation>
+    </message>
+    <message>
+        <source>出光</source>
+        <translation>Лазер включён</translation>
+    </message>
+    <message>
+        <source>气体</source>
+        <translation>Газ</translation>
+    </message>
+    <message>
+        <source>限值</source>
+        <translation>Пределы</translation>
+    </message>
+    <message>
+        <source>/ %1 mm</source>
+        <translation>из %1 мм</translation>
+    </message>
+    <message>
+        <source>秒</source>
+        <translation>с</translation>
     </message>
 </context>
 <context>
@@ -1563,13 +1606,71 @@
         <source>控制器拒绝写入 %1，次数 %2</source>
         <translation>Контроллер отклонил записи в %1: %2</translation>
     </message>
+    <message>
+        <source>行</source>
+        <translation>Строки</translation>
+    </message>
+    <message>
+        <source>长度
+mm</source>
+        <translation>Длина
+мм</translation>
+    </message>
+    <message>
+        <source>速度
+mm/s</source>
+        <translation>Скорость
+мм/с</translation>
+    </message>
+    <message>
+        <source>功率
+%</source>
+        <translation>Мощность
+%</translation>
+    </message>
+    <message>
+        <source>提前送气
+ms</source>
+        <translation>Газ до шва
+мс</translation>
+    </message>
+    <message>
+        <source>未焊
+mm</source>
+        <translation>Пропуски
+мм</translation>
+    </message>
+    <message>
+        <source>能量
+J/mm</source>
+        <translation>Энергия
+Дж/мм</translation>
+    </message>
+    <message>
+        <source>能量
+%·s</source>
+        <translation>Энергия
+%·с</translation>
+    </message>
+    <message>
+        <source>合格</source>
+        <translation>Годен</translation>
+    </message>
+    <message>
+        <source>没有焊缝</source>
+        <translation>Нет швов</translation>
+    </message>
+    <message>
+        <source>要检查的焊缝：%1</source>
+        <translation>Проверить швов: %1</translation>
+    </message>
+    <message>
+        <source>合格焊缝：%1</source>
+        <translation>Годных швов: %1</translation>
+    </message>
 </context>
 <context>
     <name>app::ResultsPage</name>
-    <message>
-        <source>焊缝档案 PDF</source>
-        <translation>Паспорт шва PDF</translation>
-    </message>
     <message>
         <source>CSV</source>
         <translation>CSV</translation>
@@ -1587,20 +1688,44 @@
         <translation>Все запуски CSV</translation>
     </message>
     <message>
-        <source>所选运行的焊缝</source>
-        <translation>Швы выбранного запуска</translation>
+        <source>今天 %1</source>
+        <translation>сегодня в %1</translation>
     </message>
     <message>
-        <source>所有运行的焊缝</source>
-        <translation>Швы всех запусков</translation>
+        <source>返回</source>
+        <translation>Назад</translation>
     </message>
     <message>
-        <source>文件 %1 已损坏，无法读取</source>
-        <translation>Файл %1 повреждён и не читается</translation>
+        <source>较早的工件</source>
+        <translation>Прежние детали</translation>
     </message>
     <message>
-        <source>这次运行没有焊缝</source>
-        <translation>В этом запуске нет швов</translation>
+        <source>焊缝档案</source>
+        <translation>Паспорт шва</translation>
+    </message>
+    <message>
+        <source>回到下一件</source>
+        <translation>К следующей детали</translation>
+    </message>
+    <message>
+        <source>已与程序、参数和信号一起保存</source>
+        <translation>Сохранено с программой, параметрами и сигналами</translation>
+    </message>
+    <message>
+        <source>结果</source>
+        <translation>Результаты</translation>
+    </message>
+    <message>
+        <source>文件已损坏，无法读取</source>
+        <translation>Файл повреждён и не читается</translation>
+    </message>
+    <message>
+        <source>没有工程文件</source>
+        <translation>Нет файла проекта</translation>
+    </message>
+    <message>
+        <source>焊缝 %1，全长 %2 mm</source>
+        <translation>Шов %1 по длине %2 мм</translation>
     </message>
 </context>
 <context>
@@ -1745,10 +1870,41 @@
     </message>
 </context>
 <context>
+    <name>app::SeamLanes</name>
+    <message>
+        <source>限值 %1 至 %2</source>
+        <translation>пределы от %1 до %2</translation>
+    </message>
+    <message>
+        <source>限值，最小 %1</source>
+        <translation>предел, не менее %1</translation>
+    </message>
+    <message>
+        <source>限值，最大 %1</source>
+        <translation>предел, не более %1</translation>
+    </message>
+    <message>
+        <source>速度</source>
+        <translation>Скорость</translation>
+    </message>
+    <message>
+        <source>激光功率</source>
+        <translation>Мощность</translation>
+    </message>
+    <message>
+        <source>这次运行没有记录沿焊缝的数值</source>
+        <translation>Вдоль этого шва записей нет</translation>
+    </message>
+    <message>
+        <source>第 %1 行</source>
+        <translation>Строка %1</translation>
+    </message>
+</context>
+<context>
     <name>app::SeamList</name>
     <message>
-        <source>焊缝 %1</source>
-        <translation>Шов %1</translation>
+        <source>焊缝</source>
+        <translation>Шов</translation>
     </message>
 </context>
 <context>
@@ -2236,6 +2392,13 @@
     <message>
         <source>已按下</source>
         <translation>Нажат</translation>
+    </message>
+</context>
+<context>
+    <name>app::WeldPicture</name>
+    <message>
+        <source>%1 mm</source>
+        <translation>%1 мм</translation>
     </message>
 </context>
 </TS>

@@ -49,6 +49,7 @@ private:
     Position position_;
     sim::Joints joints_;  ///< at position_; empty when unknown
     std::vector<PathMove> moves_;
+    int seam_ = -1, open_ = -1;  ///< the last weld, and the line of its start
 };
 
 void Layout::addBatch(int line, int end) {
@@ -63,7 +64,13 @@ void Layout::addMove(int line) {
     const Statement statement = program_.statement(line);
     PathMove move;
     move.line = line;
-    move.weld = program_.weldOf(line) >= 0;
+    const int open = program_.weldOf(line);
+    move.weld = open >= 0;
+    if (move.weld) {
+        seam_ += open != open_ ? 1 : 0;
+        open_ = open;
+        move.seam = seam_;
+    }
     switch (statement.type) {
         case StatementType::MoveL:
             addLine(&move, statement.point);
@@ -196,6 +203,40 @@ std::vector<PathMove> layOutPath(const prog::RunProgram& program, const sim::Arm
         move.impossible = impossible.contains(move.line);
     }
     return moves;
+}
+
+int seamOf(const std::vector<PathMove>& moves, int line) {
+    // Starts and stops of welding have no move: a start belongs to the next one, a stop to the last one.
+    int before = -1;
+    for (const PathMove& move : moves) {
+        if (move.line == line) {
+            return move.seam;
+        }
+        if (move.line > line) {
+            return before == move.seam || before < 0 ? move.seam : before;
+        }
+        before = move.seam;
+    }
+    return before;
+}
+
+int seamCount(const std::vector<PathMove>& moves) {
+    int most = -1;
+    for (const PathMove& move : moves) {
+        most = std::max(most, move.seam);
+    }
+    return most + 1;
+}
+
+Polyline seamPath(const std::vector<PathMove>& moves, int seam) {
+    Polyline path;
+    for (const PathMove& move : moves) {
+        if (move.seam == seam) {
+            path.insert(path.end(), move.path.begin(), move.path.end());
+            path.insert(path.end(), move.corner.begin(), move.corner.end());
+        }
+    }
+    return path;
 }
 
 }  // namespace app

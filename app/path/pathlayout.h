@@ -17,6 +17,7 @@ struct PathMove {
     int line = 0;  ///< of the program, counted from 0
     Shape shape = Shape::Line;
     bool weld = false;        ///< between a start and a stop of welding
+    int seam = -1;            ///< of a weld: which one of the program, counted from 0
     bool impossible = false;  ///< the check of the program says so; drawn straight where there is no arc
     Polyline path;            ///< from the last target or corner to its own
     Polyline corner;          ///< how the zone rounds the target off; empty where the tool stops there
@@ -34,5 +35,12 @@ struct PathMove {
 /// moves that the check of the program refuses.
 std::vector<PathMove> layOutPath(const prog::RunProgram& program, const sim::Arm& arm,
                                  const sim::MotionPlan::Posture& start, const QSet<int>& impossible = {});
+
+/// The weld in which a line lies, counted from 0; -1 for a line outside.
+[[nodiscard]] int seamOf(const std::vector<PathMove>& moves, int line);
+/// How many welds there are.
+[[nodiscard]] int seamCount(const std::vector<PathMove>& moves);
+/// The path of a weld from its start to its end, corners and all.
+[[nodiscard]] Polyline seamPath(const std::vector<PathMove>& moves, int seam);
 
 }  // namespace app

@@ -1,34 +1,27 @@
 #include "app/path/pathpage.h"
 
-#include "app/path/pathlegend.h"
-#include "app/path/pathview.h"
+#include "app/cell/segmentedcontrol.h"
+#include "app/path/pathfoot.h"
 #include "app/path/seamtrack.h"
 #include "kord/kordservice.h"
+#include "look/icon.h"
+#include "look/scale.h"
 #include "mendo/modulemanager.h"
 #include "program/words.h"
 
 #include <QAbstractItemView>
+#include <QElapsedTimer>
+#include <QEvent>
 #include <QHBoxLayout>
-#include <QLabel>
-#include <QPushButton>
+#include <QToolButton>
 
 namespace app {
 
 namespace {
 
 constexpr double zoomStep = 1.5;
-constexpr int buttonHeight = 48;
-
-QPushButton* makeButton(const QString& name, const QString& text) {
-    auto* button = new QPushButton(text);
-    button->setObjectName(name);
-    button->setMinimumSize(buttonHeight, buttonHeight);
-    return button;
-}
-
-QString mm(double metres) {
-    return QString::number(metres * prog::mmPerM, 'f', 1);
-}
+constexpr int wideDock = 430;  // px at factor 1; room for a fourth choice
+constexpr int slowMs = 60, restMs = 400;
 
 }  // namespace
 
@@ -37,53 +30,113 @@ PathPage::PathPage(SeamTrack* seams, const workcell::PackageFlags& package, QWid
       seams_(seams),
       package_(package),
       arm_(kordservice()->dataNode(prog::key::jointCount)->getInt()),
-      view_(new PathView(seams)),
-      selection_(new QLabel),
-      seam_(new QLabel) {
-    selection_->setObjectName(QStringLiteral("lblPathLine"));
-    seam_->setObjectName(QStringLiteral("lblSeam"));
-    auto* line = new QHBoxLayout;
-    line->setContentsMargins(10, 0, 10, 0);
-    line->addWidget(selection_, 1);
-    line->addWidget(seam_);
+      sights_(new SegmentedControl(QStringLiteral("pathSight"),
+                                   {tr("立体"), tr("俯视"), tr("侧视"), tr("双视图")})),
+      view_(new PathView(seams, &arm_)),
+      second_(new PathView(seams, &arm_)),
+      foot_(new PathFoot(seams)) {
+    setObjectName(QStringLiteral("pathPage"));
+    setAttribute(Qt::WA_StyledBackground);
+    second_->setObjectName(QStringLiteral("pathViewAbove"));
+    second_->setSide(PathView::Side::Above);
     auto* column = new QVBoxLayout(this);
-    column->setContentsMargins(0, 0, 0, 4);
-    column->setSpacing(4);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
     column->addWidget(makeButtons());
     column->addWidget(view_, 1);
-    column->addLayout(line);
-    column->addWidget(new PathLegend);
-    connect(&program_, &ProgramFollower::changed, this, [this] {
-        if (isVisible()) {
-            layOut();
-        }
-    });
-    connect(&program_, &ProgramFollower::replaced, view_, &PathView::fit);
+    column->addSpacing(1);
+    column->addWidget(second_, 1);
+    column->addWidget(foot_);
+    later_.setSingleShot(true);
+    later_.setInterval(restMs);
+    connect(&later_, &QTimer::timeout, this, &PathPage::layOut);
+    connect(&program_, &ProgramFollower::changed, this, &PathPage::onProgram);
+    connect(&program_, &ProgramFollower::replaced, view_, &PathView::showWelds);
+    connect(&program_, &ProgramFollower::replaced, second_, &PathView::showWelds);
     connect(m(prog::key::executeState), &mendo::ModuleObject::changed, this, &PathPage::onState);
-    connect(seams, &SeamTrack::changed, this, &PathPage::showSeam);
-    showSeam();
+    connect(m(prog::key::currentLine), &mendo::ModuleObject::changed, this, &PathPage::showSelection);
+    connect(sights_, &SegmentedControl::clicked, this, &PathPage::setSight);
+    for (PathView* view : views()) {
+        connect(view, &PathView::lineTapped, this, &PathPage::choose);
+    }
+    arrange();
+    setSight(Space);
+}
+
+QToolButton* PathPage::makeButton(const QString& name, const QString& icon, const QString& text) {
+    auto* button = new QToolButton;
+    button->setObjectName(name);
+    button->setIcon(look::icon(icon));
+    button->setText(text);
+    button->setFocusPolicy(Qt::TabFocus);
+    button->setToolButtonStyle(text.isEmpty() ? Qt::ToolButtonIconOnly : Qt::ToolButtonTextUnderIcon);
+    buttons_ << button;
+    return button;
 }
 
 QWidget* PathPage::makeButtons() {
-    auto* bar = new QWidget;
-    auto* row = new QHBoxLayout(bar);
-    row->setContentsMargins(8, 6, 8, 2);
-    QPushButton* const fit = makeButton(QStringLiteral("btnFit"), tr("全部显示"));
-    QPushButton* const larger = makeButton(QStringLiteral("btnLarger"), QStringLiteral("+"));
-    QPushButton* const smaller = makeButton(QStringLiteral("btnSmaller"), QStringLiteral("−"));
-    QPushButton* const clear = makeButton(QStringLiteral("btnClearSeam"), tr("清除焊缝"));
+    bar_ = new QWidget;
+    bar_->setObjectName(QStringLiteral("pathBar"));
+    auto* row = new QHBoxLayout(bar_);
+    row->addWidget(sights_, 1);
+    QToolButton* const all = makeButton(QStringLiteral("btnFit"), QStringLiteral("fit"), tr("全部"));
+    next_ = makeButton(QStringLiteral("btnPathNext"), QStringLiteral("zoom_seam"), tr("焊缝"));
+    QToolButton* const smaller = makeButton(QStringLiteral("btnSmaller"), QStringLiteral("minus"), {});
+    QToolButton* const larger = makeButton(QStringLiteral("btnLarger"), QStringLiteral("plus"), {});
     larger->setAccessibleName(tr("放大"));
     smaller->setAccessibleName(tr("缩小"));
-    for (QPushButton* button : {fit, larger, smaller}) {
+    for (QToolButton* button : buttons_) {
         row->addWidget(button);
     }
-    row->addStretch(1);
-    row->addWidget(clear);
-    connect(fit, &QPushButton::clicked, view_, &PathView::fit);
-    connect(larger, &QPushButton::clicked, view_, [this] { view_->zoom(zoomStep); });
-    connect(smaller, &QPushButton::clicked, view_, [this] { view_->zoom(1 / zoomStep); });
-    connect(clear, &QPushButton::clicked, seams_, &SeamTrack::clear);
-    return bar;
+    const auto eachView = [this](const auto& act) {
+        for (PathView* view : views()) {
+            act(view);
+        }
+    };
+    connect(all, &QToolButton::clicked, this, [=] { eachView([](PathView* view) { view->showAll(); }); });
+    connect(next_, &QToolButton::clicked, this, &PathPage::showNext);
+    connect(larger, &QToolButton::clicked, this,
+            [=] { eachView([](PathView* view) { view->zoom(zoomStep); }); });
+    connect(smaller, &QToolButton::clicked, this,
+            [=] { eachView([](PathView* view) { view->zoom(1 / zoomStep); }); });
+    return bar_;
+}
+
+void PathPage::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::StyleChange) {
+        arrange();
+    }
+}
+
+void PathPage::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    arrange();
+}
+
+void PathPage::arrange() {
+    const bool isWide = width() >= look::px(wideDock);
+    bar_->layout()->setContentsMargins(look::px(16), look::px(8), look::px(16), look::px(8));
+    bar_->layout()->setSpacing(look::px(isWide ? 8 : 6));
+    for (QToolButton* button : buttons_) {
+        const bool hasWord = !button->text().isEmpty();
+        button->setIconSize(QSize(1, 1) * look::px(hasWord ? 18 : 24));
+        button->setFixedHeight(look::px(48));
+        button->setMinimumWidth(look::px(hasWord ? 52 : 40));
+    }
+    sights_->setChoiceShown(Both, isWide);
+    foot_->setBrief(isWide);
+    if (!isWide && sights_->current() == Both) {
+        setSight(Space);
+    }
+}
+
+void PathPage::setSight(int sight) {
+    constexpr PathView::Side sides[] = {PathView::Side::Space, PathView::Side::Above, PathView::Side::Side,
+                                        PathView::Side::Space};
+    sights_->setCurrent(sight);
+    view_->setSide(sides[sight]);
+    second_->setVisible(sight == Both);
 }
 
 void PathPage::followEditor(const QWidget* editor) {
@@ -97,9 +150,26 @@ void PathPage::followEditor(const QWidget* editor) {
     }
 }
 
+void PathPage::followSignals(const workcell::CellSignals* cellSignals) {
+    foot_->followSignals(cellSignals);
+}
+
+// --- Program ------------------------------------------------------------------------------------
+
+void PathPage::onProgram() {
+    if (!isVisible()) {
+        return;
+    }
+    if (isSlow_) {
+        later_.start();
+    } else {
+        layOut();
+    }
+}
+
 void PathPage::onFindings() {
     if (isVisible() && impossibleLines() != impossible_) {
-        layOut();
+        onProgram();
     }
 }
 
@@ -123,6 +193,7 @@ void PathPage::showEvent(QShowEvent* event) {
 
 void PathPage::hideEvent(QHideEvent* event) {
     program_.setFollowing(false);
+    later_.stop();
     QWidget::hideEvent(event);
 }
 
@@ -132,56 +203,92 @@ bool PathPage::stationRuns() const {
 }
 
 void PathPage::layOut() {
+    QElapsedTimer taken;
+    taken.start();
     showsStation_ = stationRuns();
     const prog::RunProgram program(showsStation_ ? m(prog::key::stationProgram) : program_.program());
     impossible_ = impossibleLines();
-    view_->setMoves(layOutPath(program, arm_, postureNow(), impossible_));
+    const auto moves =
+        std::make_shared<const std::vector<PathMove>>(layOutPath(program, arm_, postureNow(), impossible_));
+    for (PathView* view : views()) {
+        view->setMoves(moves);
+    }
+    isSlow_ = taken.elapsed() > slowMs;
     showSelection();
 }
 
 void PathPage::onState() {
+    foot_->setRunning(m(prog::key::executeState)->getString() == prog::word::busy);
     if (isVisible() && showsStation_ != stationRuns()) {
         layOut();
+    } else {
+        showSelection();
     }
 }
 
-void PathPage::showSelection() {
-    QSet<int> lines;
-    if (showsStation_) {
-        view_->setSelected(lines);
-        selection_->setText(tr("工位程序"));
-        return;
+// --- Chosen line --------------------------------------------------------------------------------
+
+/// As a tap on its row: not while the table takes none.
+void PathPage::choose(int line) {
+    if (table_ && table_->isEnabled() && !showsStation_ && line < table_->model()->rowCount()) {
+        const QModelIndex index = table_->model()->index(line, 1);
+        table_->setCurrentIndex(index);
+        table_->scrollTo(index);
     }
-    if (table_) {
-        const QModelIndexList rows = table_->selectionModel()->selectedIndexes();
+}
+
+int PathPage::chosenLine() const {
+    const QSet<int>& lines = view_->selected();
+    return lines.size() == 1 ? *lines.begin() : -1;
+}
+
+void PathPage::showSelection() {
+    const bool runs = m(prog::key::executeState)->getString() == prog::word::busy;
+    QSet<int> lines;
+    if (runs) {
+        lines.insert(m(prog::key::currentLine)->getInt());
+    } else if (table_) {
+        const QModelIndexList rows = table_->selectionModel()->selectedRows();
         for (const QModelIndex& row : rows) {
             lines.insert(row.row());
         }
     }
-    view_->setSelected(lines);
-    QString text;
-    for (const PathMove& move : view_->moves()) {
-        if (lines.size() == 1 && lines.contains(move.line)) {
-            text = describe(move);
+    if (lines != view_->selected()) {
+        showsSeam_ = false;
+    }
+    for (PathView* view : views()) {
+        view->setSelected(lines);
+    }
+    foot_->show(showsStation_ ? m(prog::key::stationProgram) : program_.program(), view_->moves(),
+                chosenLine());
+    if (showsStation_ && chosenLine() < 0) {
+        foot_->say(tr("工位程序"));
+    }
+    nameNext();
+}
+
+/// First the weld of the chosen line, then the line.
+void PathPage::showNext() {
+    const int line = chosenLine();
+    const int seam = seamOf(view_->moves(), line);
+    const bool toSeam = line < 0 || (seam >= 0 && !showsSeam_);
+    for (PathView* view : views()) {
+        if (line < 0) {
+            view->showWelds();
+        } else if (toSeam) {
+            view->showSeam(seam);
+        } else {
+            view->showLine(line);
         }
     }
-    selection_->setText(text);
+    showsSeam_ = toSeam && line >= 0;
+    nameNext();
 }
 
-QString PathPage::describe(const PathMove& move) const {
-    const QString line = tr("第 %1 行").arg(move.line + 1);
-    if (move.impossible) {
-        return line + QStringLiteral(": ") + tr("无法运动");
-    }
-    if (move.path.size() == 1) {
-        return line + QStringLiteral(": ") + tr("路径起点");
-    }
-    const QString kind = move.weld ? tr("焊接") : tr("空程");
-    return line + QStringLiteral(": %1, ").arg(kind) + tr("%1 mm").arg(mm(move.length()));
-}
-
-void PathPage::showSeam() {
-    seam_->setText(tr("已焊 %1 mm").arg(mm(seams_->length())));
+void PathPage::nameNext() {
+    const int line = chosenLine();
+    const bool toSeam = line < 0 || (seamOf(view_->moves(), line) >= 0 && !showsSeam_);
+    next_->setText(toSeam ? tr("焊缝") : tr("行"));
 }
 
 }  // namespace app

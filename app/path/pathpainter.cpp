@@ -1,57 +1,41 @@
 #include "app/path/pathpainter.h"
 
-#include <QPainter>
-#include <QPainterPath>
+#include "app/path/pathnumbers.h"
+#include "app/path/pathpick.h"
+#include "look/scale.h"
+#include "look/seam.h"
+#include "look/tokens.h"
+#include "look/type.h"
 
+#include <QPainter>
+
+#include <algorithm>
 #include <cmath>
-#include <functional>
 
 namespace app {
 
 namespace {
 
-const QColor ink(0x2f, 0x41, 0x58);
-const QColor faint(0x6b, 0x7a, 0x8b);
-const QColor gridColour(0xee, 0xf1, 0xf5);
-const QColor border(0xb9, 0xc4, 0xd0);
-const QColor halo(0xa9, 0xcd, 0xf2);
-const QColor tagColour(0x2f, 0x6f, 0xb0);
-const QColor hot(0xe4, 0x57, 0x2e);
-const QColor bad(0xb0, 0x1e, 0x1e);
+constexpr double haloBeyond = 6;  // px at either side of a line
 
-// Pixels.
-constexpr double pointRadius = 2.6;
-constexpr double toolRadius = 8;
-constexpr double seamStep = 1.5;
-constexpr int smallPx = 13;
+double pointRadius() {
+    return look::px(3) + 0.2;
+}
 
 QPen penOf(PathSign sign) {
     switch (sign) {
-        case PathSign::Weld:
-            return {ink, 4.5, Qt::SolidLine, Qt::FlatCap, Qt::RoundJoin};
-        case PathSign::Move:
-            return {faint, 1.4, Qt::SolidLine, Qt::FlatCap, Qt::RoundJoin};
         case PathSign::JointMove: {
-            QPen pen(faint, 1.4, Qt::SolidLine, Qt::FlatCap, Qt::RoundJoin);
-            pen.setDashPattern({6, 4});
+            QPen pen(QColor(look::ink3), 1.6, Qt::SolidLine, Qt::FlatCap, Qt::RoundJoin);
+            pen.setDashPattern({4, 3});
             return pen;
         }
         case PathSign::Impossible: {
-            QPen pen(bad, 2, Qt::SolidLine, Qt::FlatCap, Qt::RoundJoin);
-            pen.setDashPattern({1, 2});
-            return pen;
-        }
-        case PathSign::Selected:
-            return {halo, 13, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin};
-        case PathSign::Gap:
-            return {bad, 9, Qt::SolidLine, Qt::SquareCap, Qt::RoundJoin};
-        case PathSign::Seam: {
-            QPen pen(hot, 9, Qt::SolidLine, Qt::FlatCap, Qt::RoundJoin);
-            pen.setDashPattern({0.33, 0.2});
+            QPen pen(QColor(look::amberLine), 2.4, Qt::SolidLine, Qt::FlatCap, Qt::RoundJoin);
+            pen.setDashPattern({1, 1.6});
             return pen;
         }
         default:
-            return {ink, 1.4};
+            return {QColor(look::ink3), 1.6, Qt::SolidLine, Qt::FlatCap, Qt::RoundJoin};
     }
 }
 
@@ -66,221 +50,275 @@ PathSign signOf(const PathMove& move) {
 }
 
 void drawPoint(QPainter* painter, const QPointF& point) {
-    painter->setPen(QPen(ink, 1.2));
-    painter->setBrush(Qt::white);
-    painter->drawEllipse(point, pointRadius, pointRadius);
+    painter->setPen(QPen(QColor(look::ink2), 1.6));
+    painter->setBrush(QColor(look::white));
+    painter->drawEllipse(point, pointRadius(), pointRadius());
 }
 
 void drawCross(QPainter* painter, const QPointF& point) {
-    constexpr double arm = 5;
-    painter->setPen(QPen(bad, 2));
+    constexpr double arm = 6;
+    painter->setPen(QPen(QColor(look::amberLine), 2.4));
     painter->drawLine(point + QPointF(-arm, -arm), point + QPointF(arm, arm));
     painter->drawLine(point + QPointF(-arm, arm), point + QPointF(arm, -arm));
 }
 
-/// A hollow bar.
-void drawGap(QPainter* painter, const QPolygonF& gap) {
-    QPen pen = penOf(PathSign::Gap);
-    painter->setPen(pen);
-    painter->drawPolyline(gap);
-    constexpr double borders = 4;
-    pen.setColor(Qt::white);
-    pen.setWidthF(pen.widthF() - borders);
-    painter->setPen(pen);
-    painter->drawPolyline(gap);
-}
-
-/// The points of a line in a view. Points less than a pixel or two apart are left out: a long seam has many.
-template <typename Project>
-QPolygonF projected(const Polyline& line, const Project& project) {
-    QPolygonF points;
-    points << project(line.front());
-    for (const Position& position : line) {
-        const QPointF point = project(position);
-        if ((point - points.last()).manhattanLength() >= seamStep) {
-            points << point;
-        }
+/// A hollow bar with an edge of warning.
+void drawGap(QPainter* painter, const QPolygonF& gap, double width) {
+    constexpr double edges = 4;
+    for (const auto& [colour, size] : {std::pair(look::amberLine, width), {look::white, width - edges}}) {
+        painter->setPen(QPen(QColor(colour), size, Qt::SolidLine, Qt::SquareCap, Qt::RoundJoin));
+        painter->drawPolyline(gap);
     }
-    return points << project(line.back());
-}
-
-/// A ring with cross hairs; with the laser on, a filled ring with rays.
-void drawTool(QPainter* painter, const QPointF& point, bool laser) {
-    painter->setPen(QPen(laser ? hot : ink, 2));
-    painter->setBrush(laser ? QBrush(hot) : QBrush(Qt::NoBrush));
-    painter->drawEllipse(point, laser ? toolRadius * 0.6 : toolRadius, laser ? toolRadius * 0.6 : toolRadius);
-    constexpr int hairCount = 4, rayCount = 8;
-    const int count = laser ? rayCount : hairCount;
-    for (int i = 0; i < count; ++i) {
-        const double angle = 2 * M_PI * i / count;
-        const QPointF out(std::cos(angle), std::sin(angle));
-        painter->drawLine(point + out * (laser ? toolRadius * 0.9 : toolRadius * 0.5),
-                          point + out * toolRadius * 1.6);
-    }
-}
-
-/// The number of a line, beside its target.
-void drawTag(QPainter* painter, const QPointF& point, const QString& text) {
-    const double width = painter->fontMetrics().horizontalAdvance(text) + 10;
-    const QRectF tag(point + QPointF(8, -26), QSizeF(std::max(width, 20.0), 20));
-    painter->setPen(Qt::NoPen);
-    painter->setBrush(tagColour);
-    painter->drawRoundedRect(tag, 4, 4);
-    painter->setPen(Qt::white);
-    painter->drawText(tag, Qt::AlignCenter, text);
-}
-
-QFont smallFont(const QPainter* painter) {
-    QFont font = painter->font();
-    font.setPixelSize(smallPx);
-    return font;
 }
 
 }  // namespace
 
-/// Calls `draw` once for each view, clipped to it, with the projection of positions to points of the view.
-template <typename Draw>
-void PathPainter::inBothViews(Draw draw) {
-    using Project = std::function<QPointF(const Position&)>;
+double PathPainter::seamWidth(const Camera& camera) {
+    constexpr double metres = 0.025;
+    return std::clamp(camera.pixelsPerMetre() * metres, double(look::px(6)), double(look::px(14)));
+}
+
+double PathPainter::barPixels() {
+    return look::px(100);
+}
+
+bool PathPainter::isOut(const QPolygonF& line) const {
+    constexpr double margin = 20;
+    const QRectF box = line.boundingRect().adjusted(-margin, -margin, margin, margin);
+    return !box.intersects(camera_.area());
+}
+
+// --- Sheet ------------------------------------------------------------------------------------------
+
+void PathPainter::paintGround(const Extent& extent) {
+    constexpr double slope = 0.02;  // rad; nearer to a plane it is seen as one
     painter_->save();
-    painter_->setRenderHint(QPainter::Antialiasing);
-    painter_->setFont(smallFont(painter_));
-    painter_->setClipRect(frame_.above());
-    draw(Project([this](const Position& position) { return frame_.fromAbove(position); }));
-    painter_->setClipRect(frame_.side());
-    draw(Project([this](const Position& position) { return frame_.fromSide(position); }));
+    painter_->fillRect(camera_.area(), QColor(look::white));
+    painter_->setClipRect(camera_.area(), Qt::IntersectClip);
+    painter_->setRenderHint(QPainter::Antialiasing, false);
+    painter_->setPen(QPen(QColor(look::rule), 1));
+    if (camera_.height() < slope || camera_.height() > Camera::fromAbove - slope) {
+        paintPlaneGrid();
+    } else {
+        painter_->setRenderHint(QPainter::Antialiasing);
+        paintGroundGrid(extent);
+    }
     painter_->restore();
 }
 
-void PathPainter::paintMoves(const std::vector<PathMove>& moves, const QSet<int>& selected) {
-    inBothViews([&](const auto& project) {
-        const auto drawPath = [&](const PathMove& move, const QPen& pen) {
-            QPolygonF path;
-            for (const Polyline* part : {&move.path, &move.corner}) {
-                for (const Position& position : *part) {
-                    path << project(position);
-                }
-            }
-            painter_->setPen(pen);
-            painter_->setBrush(Qt::NoBrush);
-            painter_->drawPolyline(path);
-        };
-        for (const PathMove& move : moves) {
-            if (selected.contains(move.line)) {
-                drawPath(move, penOf(PathSign::Selected));
-            }
-        }
-        for (const PathMove& move : moves) {
-            drawPath(move, penOf(signOf(move)));
-        }
-        for (const PathMove& move : moves) {
-            drawPoint(painter_, project(move.target));
-            if (move.impossible) {
-                drawCross(painter_, project(move.target));
-            }
-        }
-        for (const PathMove& move : moves) {
-            if (selected.contains(move.line)) {
-                drawTag(painter_, project(move.target), QString::number(move.line + 1));
-            }
-        }
-    });
-}
-
-void PathPainter::paintSeams(const std::deque<Polyline>& pieces) {
-    inBothViews([&](const auto& project) {
-        painter_->setPen(penOf(PathSign::Seam));
-        for (const Polyline& piece : pieces) {
-            painter_->drawPolyline(projected(piece, project));
-        }
-    });
-}
-
-void PathPainter::paintGaps(const std::vector<Polyline>& pieces) {
-    inBothViews([&](const auto& project) {
-        for (const Polyline& piece : pieces) {
-            drawGap(painter_, projected(piece, project));
-        }
-    });
-}
-
-void PathPainter::paintTool(const Position& position, bool laser) {
-    inBothViews([&](const auto& project) { drawTool(painter_, project(position), laser); });
-}
-
-void PathPainter::paintGrid(const QRectF& view, const QPointF& origin, double step) {
-    painter_->setClipRect(view);
-    painter_->setPen(QPen(gridColour, 1));
-    for (double x = origin.x() + std::ceil((view.left() - origin.x()) / step) * step; x < view.right();
+/// Its lines go through the origin of the base.
+void PathPainter::paintPlaneGrid() {
+    const double step = camera_.scaleBar(barPixels()).pixels;
+    const QPointF origin = camera_.seen({});
+    const QRectF& area = camera_.area();
+    for (double x = origin.x() + std::ceil((area.left() - origin.x()) / step) * step; x < area.right();
          x += step) {
-        painter_->drawLine(QPointF(x, view.top()), QPointF(x, view.bottom()));
+        painter_->drawLine(QPointF(x, area.top()), QPointF(x, area.bottom()));
     }
-    for (double y = origin.y() + std::ceil((view.top() - origin.y()) / step) * step; y < view.bottom();
+    for (double y = origin.y() + std::ceil((area.top() - origin.y()) / step) * step; y < area.bottom();
          y += step) {
-        painter_->drawLine(QPointF(view.left(), y), QPointF(view.right(), y));
+        painter_->drawLine(QPointF(area.left(), y), QPointF(area.right(), y));
     }
 }
 
-/// Arrows for x and the axis that points up, in the lower left corner.
-void PathPainter::paintAxes(const QRectF& view, const QString& up) {
-    constexpr double arrow = 30;
-    const QPointF origin = view.bottomLeft() + QPointF(14, -14);
-    painter_->setPen(QPen(faint, 1.4));
-    painter_->drawLine(origin, origin + QPointF(arrow, 0));
-    painter_->drawLine(origin, origin - QPointF(0, arrow));
-    for (const QPointF& barb : {QPointF(-5, -4), QPointF(-5, 4)}) {
-        painter_->drawLine(origin + QPointF(arrow, 0), origin + QPointF(arrow, 0) + barb);
+/// Around the extent, at the height of its lowest point.
+void PathPainter::paintGroundGrid(const Extent& extent) {
+    constexpr double beyond = 0.35, most = 40;
+    const double z = extent.least.z;
+    const double side =
+        std::max({extent.most.x - extent.least.x, extent.most.y - extent.least.y, 0.05}) * beyond;
+    double step = camera_.scaleBar(barPixels()).metres;
+    while ((extent.most.x - extent.least.x + 2 * side) / step > most ||
+           (extent.most.y - extent.least.y + 2 * side) / step > most) {
+        step *= 2;
     }
-    for (const QPointF& barb : {QPointF(-4, 5), QPointF(4, 5)}) {
-        painter_->drawLine(origin - QPointF(0, arrow), origin - QPointF(0, arrow) + barb);
+    const auto down = [step](double value) { return std::floor(value / step) * step; };
+    const auto up = [step](double value) { return std::ceil(value / step) * step; };
+    const double left = down(extent.least.x - side), right = up(extent.most.x + side);
+    const double near = down(extent.least.y - side), far = up(extent.most.y + side);
+    for (double x = left; x < right + step / 2; x += step) {
+        painter_->drawLine(camera_.seen({x, near, z}), camera_.seen({x, far, z}));
     }
-    painter_->drawText(origin + QPointF(arrow + 4, 4), QStringLiteral("X"));
-    painter_->drawText(origin - QPointF(4, arrow + 4), up);
+    for (double y = near; y < far + step / 2; y += step) {
+        painter_->drawLine(camera_.seen({left, y, z}), camera_.seen({right, y, z}));
+    }
 }
 
-void PathPainter::paintSheet(const QString& above, const QString& side, const QString& barText) {
-    const QRectF top = frame_.above(), bottom = frame_.side();
+void PathPainter::paintAxes() {
+    const double length = look::px(34), margin = look::px(48), least = look::px(8), away = look::px(11);
+    const QPointF corner = camera_.area().bottomLeft() + QPointF(margin, -margin + look::px(8));
+    const std::pair<Position, QString> axes[] = {
+        {{1, 0, 0}, QStringLiteral("X")}, {{0, 1, 0}, QStringLiteral("Y")}, {{0, 0, 1}, QStringLiteral("Z")}};
+    painter_->setPen(QPen(QColor(look::ink2), 1.6, Qt::SolidLine, Qt::RoundCap));
+    for (const auto& [axis, name] : axes) {
+        const QPointF end = camera_.direction(axis) * length;
+        const double shown = std::hypot(end.x(), end.y());
+        if (shown < least) {
+            continue;  // it points at the eye
+        }
+        painter_->drawLine(corner, corner + end);
+        const QPointF middle = corner + end + end / shown * away;
+        painter_->drawText(QRectF(middle - QPointF(away, away), QSizeF(2 * away, 2 * away)), Qt::AlignCenter,
+                           name);
+    }
+}
+
+void PathPainter::paintFrame(const QString& title, const QString& barText) {
+    const QRectF& area = camera_.area();
+    const double margin = look::px(16), tick = look::px(6);
     painter_->save();
-    painter_->setFont(smallFont(painter_));
-    painter_->fillRect(top.united(bottom), Qt::white);
-    const ScaleBar bar = frame_.scaleBar(barPixels);
-    paintGrid(top, frame_.fromAbove({}), bar.pixels);
-    paintGrid(bottom, frame_.fromSide({}), bar.pixels);
-    painter_->setClipping(false);
-    painter_->setPen(QPen(border, 1));
-    painter_->drawLine(bottom.topLeft(), bottom.topRight());
-    painter_->setPen(ink);
-    painter_->drawText(top.adjusted(10, 8, -10, 0), Qt::AlignLeft | Qt::AlignTop, above);
-    painter_->drawText(bottom.adjusted(10, 8, -10, 0), Qt::AlignLeft | Qt::AlignTop, side);
-    paintAxes(top, QStringLiteral("Y"));
-    paintAxes(bottom, QStringLiteral("Z"));
-
-    const QPointF right = bottom.bottomRight() - QPointF(14, 14);
-    const QPointF left = right - QPointF(bar.pixels, 0);
-    painter_->setPen(QPen(ink, 2, Qt::SolidLine, Qt::FlatCap));
-    painter_->drawPolyline(QPolygonF({left - QPointF(0, 6), left, right, right - QPointF(0, 6)}));
-    painter_->drawText(QRectF(right - QPointF(barPixels * 2, 28), QSizeF(barPixels * 2, 20)),
+    painter_->setRenderHint(QPainter::Antialiasing);
+    painter_->setFont(look::font(look::Size::Caption));
+    paintAxes();
+    painter_->setPen(QColor(look::ink2));
+    painter_->drawText(area.adjusted(margin, look::px(12), -margin, 0), Qt::AlignLeft | Qt::AlignTop, title);
+    painter_->setRenderHint(QPainter::Antialiasing, false);
+    const double bar = camera_.scaleBar(barPixels()).pixels;
+    const QPointF right = area.bottomRight() - QPointF(margin + 4, margin + 2);
+    const QPointF left = right - QPointF(bar, 0);
+    painter_->setPen(QPen(QColor(look::ink2), 1.6, Qt::SolidLine, Qt::FlatCap));
+    painter_->drawPolyline(QPolygonF({left - QPointF(0, tick), left, right, right - QPointF(0, tick)}));
+    const double height = look::px(20);
+    painter_->drawText(QRectF(right.x() - area.width(), right.y() - height - 2, area.width(), height),
                        Qt::AlignRight | Qt::AlignVCenter, barText);
     painter_->restore();
 }
 
+// --- Path -------------------------------------------------------------------------------------------
+
+/// A line for each weld, of moves that follow each other.
+QVector<QPolygonF> PathPainter::channels(const std::vector<PathMove>& moves) const {
+    QVector<QPolygonF> lines;
+    const PathMove* before = nullptr;
+    for (const PathMove& move : moves) {
+        if (signOf(move) == PathSign::Weld) {
+            const QPolygonF path = seenPath(camera_, move);
+            if (before && before->seam == move.seam) {
+                lines.last() << path;
+            } else {
+                lines << path;
+            }
+        }
+        before = signOf(move) == PathSign::Weld ? &move : nullptr;
+    }
+    lines.erase(
+        std::remove_if(lines.begin(), lines.end(), [this](const QPolygonF& line) { return isOut(line); }),
+        lines.end());
+    return lines;
+}
+
+void PathPainter::paintMoves(const std::vector<PathMove>& moves, const QSet<int>& selected) {
+    painter_->save();
+    painter_->setClipRect(camera_.area(), Qt::IntersectClip);
+    painter_->setRenderHint(QPainter::Antialiasing, !draft_);
+    painter_->setBrush(Qt::NoBrush);
+    const double width = seamWidth(camera_);
+    for (const PathMove& move : moves) {
+        if (selected.contains(move.line)) {
+            const double bare = move.weld ? width : 2;
+            painter_->setPen(
+                QPen(QColor(look::halo), bare + 2 * haloBeyond, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+            painter_->drawPolyline(seenPath(camera_, move));
+        }
+    }
+    for (const PathMove& move : moves) {
+        const QPolygonF path = seenPath(camera_, move);
+        const bool isChannel = signOf(move) == PathSign::Weld;
+        if (!isOut(path) && (draft_ || !isChannel)) {
+            painter_->setPen(draft_ && isChannel ? QPen(QColor(look::steel), 3) : penOf(signOf(move)));
+            painter_->drawPolyline(path);
+        }
+    }
+    if (!draft_) {
+        look::paintChannels(painter_, channels(moves), width);
+    }
+    painter_->restore();
+}
+
+void PathPainter::paintSeams(const std::deque<Polyline>& pieces) {
+    painter_->save();
+    painter_->setClipRect(camera_.area(), Qt::IntersectClip);
+    for (const Polyline& piece : pieces) {
+        const QPolygonF line = seenLine(camera_, piece);
+        if (!isOut(line)) {
+            look::paintBead(painter_, line, seamWidth(camera_), 0, true);
+        }
+    }
+    painter_->restore();
+}
+
+void PathPainter::paintGaps(const std::vector<Polyline>& pieces) {
+    painter_->save();
+    painter_->setClipRect(camera_.area(), Qt::IntersectClip);
+    painter_->setRenderHint(QPainter::Antialiasing);
+    for (const Polyline& piece : pieces) {
+        drawGap(painter_, seenLine(camera_, piece), seamWidth(camera_));
+    }
+    painter_->restore();
+}
+
+void PathPainter::paintPoints(const std::vector<PathMove>& moves, const QSet<int>& selected) {
+    if (draft_) {
+        return;
+    }
+    painter_->save();
+    painter_->setClipRect(camera_.area(), Qt::IntersectClip);
+    painter_->setRenderHint(QPainter::Antialiasing);
+    QPointF last(-1e6, -1e6);
+    for (const PathMove& move : moves) {
+        const QPointF point = camera_.seen(move.target);
+        if (!camera_.area().contains(point) || (point - last).manhattanLength() < 1) {
+            continue;
+        }
+        last = point;
+        drawPoint(painter_, point);
+        if (move.impossible) {
+            drawCross(painter_, point);
+        }
+    }
+    painter_->setFont(look::font(look::Size::Caption));
+    paintNumbers(painter_, camera_, moves, selected);
+    painter_->restore();
+}
+
+void PathPainter::paintTool(const Position& position, bool laser) {
+    const QPointF place = camera_.seen(position);
+    const double size = std::max(seamWidth(camera_) * 1.7, double(look::px(20)));
+    painter_->save();
+    painter_->setClipRect(camera_.area(), Qt::IntersectClip);
+    if (laser) {
+        look::paintLaser(painter_, place, size);
+    } else {
+        const double half = size / 2 - 2;
+        painter_->setRenderHint(QPainter::Antialiasing);
+        painter_->setPen(QPen(QColor(look::steel), 2, Qt::SolidLine, Qt::RoundCap, Qt::MiterJoin));
+        painter_->setBrush(QColor(look::white));
+        painter_->drawPolygon(QPolygonF({place - QPointF(0, half), place + QPointF(half, 0),
+                                         place + QPointF(0, half), place - QPointF(half, 0)}));
+    }
+    painter_->restore();
+}
+
 void PathPainter::paintSample(QPainter* painter, PathSign sign, const QRectF& area) {
+    const QPointF middle = area.center();
+    const double half = area.height() / 2;
+    const QPolygonF line(
+        QVector<QPointF>{{area.left() + half, middle.y()}, {area.right() - half, middle.y()}});
+    const double width = std::min(area.height(), 12.0);
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
-    const QPointF middle = area.center();
     switch (sign) {
         case PathSign::Point:
             drawPoint(painter, middle);
             break;
         case PathSign::Gap:
-            drawGap(painter, QPolygonF() << QPointF(area.left() + area.height() / 2, middle.y())
-                                         << QPointF(area.right() - area.height() / 2, middle.y()));
+            drawGap(painter, line, width);
             break;
-        case PathSign::Tool:
-        case PathSign::ToolWithLaser:
-            painter->translate(middle);
-            painter->scale(0.7, 0.7);
-            drawTool(painter, {}, sign == PathSign::ToolWithLaser);
+        case PathSign::Weld:
+            look::paintChannels(painter, {line}, width);
+            break;
+        case PathSign::Seam:
+            look::paintBead(painter, line, width, 0, true);
             break;
         default:
             painter->setPen(penOf(sign));

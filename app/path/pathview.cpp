@@ -1,8 +1,14 @@
 #include "app/path/pathview.h"
 
+#include "app/path/armglass.h"
 #include "app/path/pathpainter.h"
+#include "app/path/pathpick.h"
 #include "app/path/seamtrack.h"
+#include "look/scale.h"
+#include "look/seam.h"
+#include "look/tokens.h"
 
+#include <QGestureEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
@@ -15,21 +21,156 @@ namespace app {
 namespace {
 
 constexpr int frameMs = 40;
+constexpr int restMs = 150;
+constexpr std::size_t longPath = 4000;  // points; longer ones are drafted while they are dragged
 constexpr double zoomStep = 1.25;
 constexpr double keyStepPx = 40;
 constexpr double wheelStep = 120;  // angle of a notch, in eighths of a degree
-const QColor focus(0x2f, 0x6f, 0xb0);
+constexpr double orbitRadPerPx = 0.008;
+// From the front right of the robot, a little from above.
+constexpr double spaceTurn = 2.15, spaceHeight = 0.5;
+
+double heightOf(PathView::Side side) {
+    switch (side) {
+        case PathView::Side::Space:
+            return spaceHeight;
+        case PathView::Side::Above:
+            return Camera::fromAbove;
+        case PathView::Side::Side:
+            return 0;
+    }
+    return 0;
+}
+
+std::size_t pointsOf(const std::vector<PathMove>& moves) {
+    std::size_t count = 0;
+    for (const PathMove& move : moves) {
+        count += move.path.size() + move.corner.size();
+    }
+    return count;
+}
 
 }  // namespace
 
-PathView::PathView(const SeamTrack* seams, QWidget* parent) : QWidget(parent), seams_(seams) {
+PathView::PathView(const SeamTrack* seams, const sim::Arm* arm, QWidget* parent)
+    : QWidget(parent), seams_(seams), arm_(arm), moves_(std::make_shared<std::vector<PathMove>>()) {
     setObjectName(QStringLiteral("pathView"));
     setFocusPolicy(Qt::StrongFocus);
+    setAttribute(Qt::WA_OpaquePaintEvent);
     setAccessibleName(tr("路径视图"));
-    repaint_.setSingleShot(true);
+    grabGesture(Qt::PinchGesture);
+    for (QTimer* timer : {&repaint_, &rest_}) {
+        timer->setSingleShot(true);
+    }
     repaint_.setInterval(frameMs);
-    connect(&repaint_, &QTimer::timeout, this, QOverload<>::of(&QWidget::update));
+    rest_.setInterval(restMs);
+    connect(&repaint_, &QTimer::timeout, this, &PathView::follow);
+    connect(&rest_, &QTimer::timeout, this, &PathView::redraw);
     connect(seams, &SeamTrack::changed, this, &PathView::repaintSoon);
+    connect(seams, &SeamTrack::cut, this, &PathView::redraw);
+}
+
+// --- What is shown ------------------------------------------------------------------------------
+
+void PathView::setSide(Side side) {
+    side_ = side;
+    camera_.look(spaceTurn, heightOf(side));
+    if (aim_ == Aim::Free) {
+        aim_ = Aim::Welds;
+    }
+    aim();
+}
+
+void PathView::setMoves(const Moves& moves) {
+    moves_ = moves;
+    points_ = pointsOf(*moves);
+    aim();
+}
+
+void PathView::setSelected(const QSet<int>& lines) {
+    if (lines != selected_) {
+        selected_ = lines;
+        redraw();
+    }
+}
+
+void PathView::showAll() {
+    aimAt(Aim::All, 0);
+}
+
+void PathView::showWelds() {
+    aimAt(Aim::Welds, 0);
+}
+
+void PathView::showSeam(int seam) {
+    aimAt(Aim::Seam, seam);
+}
+
+void PathView::showLine(int line) {
+    aimAt(Aim::Line, line);
+}
+
+void PathView::aimAt(Aim aimed, int number) {
+    aim_ = aimed;
+    aimNumber_ = number;
+    aim();
+}
+
+Extent PathView::extentOf(Aim aimed) const {
+    Extent extent;
+    for (const PathMove& move : *moves_) {
+        const bool isMeant = aimed == Aim::All || (aimed == Aim::Welds && move.weld) ||
+                             (aimed == Aim::Seam && move.seam == aimNumber_) ||
+                             (aimed == Aim::Line && move.line == aimNumber_);
+        if (!isMeant) {
+            continue;
+        }
+        for (const Polyline* part : {&move.path, &move.corner}) {
+            for (const Position& position : *part) {
+                extent.add(position);
+            }
+        }
+        extent.add(move.target);
+    }
+    if (extent.empty && aimed != Aim::All) {
+        return extentOf(Aim::All);
+    }
+    if (extent.empty || aimed == Aim::All) {
+        extent.add(seams_->tool());
+    }
+    return extent;
+}
+
+/// Points the camera at what is aimed at, after a change of it, of the size or of the program.
+void PathView::aim() {
+    const double margin = look::px(width() < look::px(300) || height() < look::px(300) ? 30 : 52);
+    camera_.setArea(rect());
+    if (aim_ != Aim::Free && side_ == Side::Space) {
+        camera_.fit(extentOf(aim_), margin);
+    } else if (aim_ != Aim::Free) {
+        camera_.fitTurned(extentOf(aim_), margin);
+    }
+    redraw();
+}
+
+int PathView::chosen() const {
+    return selected_.size() == 1 ? *selected_.begin() : -1;
+}
+
+// --- Painting -----------------------------------------------------------------------------------
+
+void PathView::redraw() {
+    sheet_ = QPixmap();
+    update();
+}
+
+/// A long path is drafted until the hand rests.
+void PathView::redrawByHand() {
+    aim_ = Aim::Free;
+    if (points_ > longPath) {
+        rest_.start();
+    }
+    redraw();
 }
 
 /// The tool moves a hundred times a second; 25 pictures are enough.
@@ -39,85 +180,161 @@ void PathView::repaintSoon() {
     }
 }
 
-void PathView::redraw() {
-    background_ = QPixmap();
-    update();
-}
-
-const QPixmap& PathView::background() {
-    const QSize pixels = size() * devicePixelRatioF();
-    if (background_.size() == pixels) {
-        return background_;
+/// Draws what the tool has welded meanwhile, and paints this part, the robot and the laser anew.
+void PathView::follow() {
+    if (sheet_.isNull() || !isVisible()) {
+        return;
     }
-    background_ = QPixmap(pixels);
-    background_.setDevicePixelRatio(devicePixelRatioF());
-    QPainter painter(&background_);
-    painter.setFont(font());
-    PathPainter path(&painter, frame_);
-    const double bar = frame_.scaleBar(PathPainter::barPixels).metres;
-    path.paintSheet(tr("俯视"), tr("侧视"), tr("%1 mm").arg(bar * prog::mmPerM));
-    path.paintMoves(moves_, selected_);
-    return background_;
+    const QRectF before = live_;
+    const QRectF drawn = extendSeams();
+    live_ = livePlace();
+    update(before.united(live_).united(drawn).toAlignedRect().intersected(rect()));
 }
 
-void PathView::setMoves(const std::vector<PathMove>& moves) {
-    moves_ = moves;
-    if (showsAll_) {
-        fit();
-    }
-    redraw();
-}
-
-void PathView::setSelected(const QSet<int>& lines) {
-    selected_ = lines;
-    redraw();
-}
-
-void PathView::fit() {
-    Extent extent;
-    for (const PathMove& move : moves_) {
-        for (const Position& position : move.path) {
-            extent.add(position);
+std::vector<Position> PathView::skeleton() const {
+    std::vector<Position> joints;
+    if (side_ != Side::Above && int(seams_->joints().size()) == arm_->axes()) {
+        for (const auto& place : arm_->skeleton(seams_->joints())) {
+            joints.push_back({place[0], place[1], place[2]});
         }
-        extent.add(move.target);
     }
-    extent.add(seams_->tool());
-    frame_.fit(extent);
-    showsAll_ = true;
-    redraw();
+    return joints;
 }
 
-void PathView::zoomAt(double factor, const QPointF& fixed) {
-    frame_.zoom(factor, fixed);
-    showsAll_ = false;
-    redraw();
+QRectF PathView::livePlace() const {
+    constexpr double around = 2;
+    const QPointF tool = camera_.seen(seams_->tool());
+    const double half = look::px(14) + around;
+    const QRectF laser(tool - QPointF(half, half), QSizeF(2 * half, 2 * half));
+    const std::vector<Position> joints = skeleton();
+    return (joints.empty() ? laser : laser.united(armPlace(camera_, joints))).intersected(rect());
 }
 
-void PathView::pan(const QPointF& pixels, const QPointF& grip) {
-    frame_.pan(pixels, grip);
-    showsAll_ = false;
-    redraw();
+/// Ground, moves and the seams so far; above them points, numbers and axes.
+void PathView::drawSheet(bool draft) {
+    const QSize pixels = size() * devicePixelRatioF();
+    for (QPixmap* layer : {&sheet_, &over_}) {
+        *layer = QPixmap(pixels);
+        layer->setDevicePixelRatio(devicePixelRatioF());
+    }
+    over_.fill(Qt::transparent);
+    {
+        QPainter painter(&sheet_);
+        PathPainter path(&painter, camera_);
+        path.setDraft(draft);
+        path.paintGround(extentOf(aim_ == Aim::All ? Aim::All : Aim::Welds));
+        path.paintMoves(*moves_, selected_);
+    }
+    QPainter painter(&over_);
+    PathPainter path(&painter, camera_);
+    path.setDraft(draft);
+    path.paintPoints(*moves_, selected_);
+    const QString titles[] = {{}, tr("俯视"), tr("侧视")};
+    const double bar = camera_.scaleBar(PathPainter::barPixels()).metres;
+    path.paintFrame(titles[int(side_)], tr("%1 mm").arg(bar * prog::mmPerM));
+}
+
+void PathView::drawLayers() {
+    if (!sheet_.isNull() && sheet_.size() == size() * devicePixelRatioF()) {
+        return;
+    }
+    drawSheet(rest_.isActive());
+    piece_ = seams_->firstPiece() - 1;
+    seenPiece_.clear();
+    isPieceEnded_ = true;
+    extendSeams();
+    live_ = livePlace();
+}
+
+/// Draws on the sheet what it does not have of the seams; where that was.
+QRectF PathView::extendSeams() {
+    const double width = PathPainter::seamWidth(camera_);
+    const int end = seams_->firstPiece() + int(seams_->pieces().size());
+    QRectF drawn;
+    QPainter painter(&sheet_);
+    for (int number = std::max(piece_, seams_->firstPiece()); number < end; ++number) {
+        if (number != piece_) {
+            piece_ = number;
+            seenPiece_.clear();
+            taken_ = 0;
+            drawnPx_ = 0;
+            isPieceEnded_ = false;
+        }
+        const Polyline& piece = seams_->pieces()[std::size_t(number - seams_->firstPiece())];
+        const bool isEnded = number + 1 < end || !seams_->emitting();
+        const int before = std::max(0, int(seenPiece_.size()) - 2);
+        extendSeen(camera_, piece, taken_, &seenPiece_);
+        taken_ = piece.size();
+        const double length = look::lengthOf(seenPiece_);
+        if (length > drawnPx_ || isEnded != isPieceEnded_) {
+            look::paintBead(&painter, seenPiece_, width, drawnPx_, isEnded);
+            drawn = drawn.united(QPolygonF(seenPiece_.mid(before)).boundingRect());
+            drawnPx_ = length;
+            isPieceEnded_ = isEnded;
+        }
+    }
+    return drawn.isNull() ? drawn : drawn.adjusted(-width, -width, width, width);
 }
 
 void PathView::paintEvent(QPaintEvent*) {
+    drawLayers();
     QPainter painter(this);
-    painter.drawPixmap(0, 0, background());
-    PathPainter path(&painter, frame_);
-    path.paintSeams(seams_->pieces());
-    path.paintTool(seams_->tool(), seams_->emitting());
+    painter.drawPixmap(0, 0, sheet_);
+    painter.drawPixmap(0, 0, over_);
+    paintArm(&painter, camera_, skeleton(), seams_->emitting());
+    PathPainter(&painter, camera_).paintTool(seams_->tool(), seams_->emitting());
     if (hasFocus()) {
-        painter.setPen(QPen(focus, 2));
+        painter.setPen(QPen(QColor(look::blue), 2));
         painter.drawRect(rect().adjusted(1, 1, -1, -1));
     }
 }
 
 void PathView::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
-    frame_.setSize(size());
-    if (showsAll_) {
-        fit();
+    aim();
+}
+
+void PathView::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::StyleChange) {
+        aim();
     }
-    redraw();
+}
+
+// --- Hand ---------------------------------------------------------------------------------------
+
+bool PathView::event(QEvent* event) {
+    if (event->type() == QEvent::Gesture) {
+        if (const auto* pinch =
+                static_cast<QPinchGesture*>(static_cast<QGestureEvent*>(event)->gesture(Qt::PinchGesture))) {
+            onPinch(pinch);
+            return true;
+        }
+    }
+    return QWidget::event(event);
+}
+
+void PathView::onPinch(const QPinchGesture* pinch) {
+    isPinched_ = pinch->state() == Qt::GestureStarted || pinch->state() == Qt::GestureUpdated;
+    const QPointF centre = mapFromGlobal(pinch->centerPoint().toPoint());
+    if (pinch->changeFlags().testFlag(QPinchGesture::CenterPointChanged)) {
+        camera_.pan(pinch->centerPoint() - pinch->lastCenterPoint());
+    }
+    zoomAt(pinch->scaleFactor(), centre);
+}
+
+void PathView::zoomAt(double factor, const QPointF& fixed) {
+    camera_.zoom(factor, fixed);
+    redrawByHand();
+}
+
+void PathView::drag(const QPointF& pixels) {
+    if (side_ == Side::Space) {
+        camera_.orbit(-pixels.x() * orbitRadPerPx, pixels.y() * orbitRadPerPx);
+    } else {
+        camera_.pan(pixels);
+    }
+    redrawByHand();
 }
 
 void PathView::wheelEvent(QWheelEvent* event) {
@@ -126,27 +343,33 @@ void PathView::wheelEvent(QWheelEvent* event) {
 
 void PathView::mousePressEvent(QMouseEvent* event) {
     grip_ = last_ = event->localPos();
+    isDragged_ = false;
 }
 
 void PathView::mouseMoveEvent(QMouseEvent* event) {
-    if (!event->buttons().testFlag(Qt::LeftButton)) {
+    const double slip = look::px(10);  // of a gloved finger that taps
+    if (!event->buttons().testFlag(Qt::LeftButton) || isPinched_) {
+        isDragged_ = true;
         return;
     }
-    pan(event->localPos() - last_, grip_);
+    if (!isDragged_ && (event->localPos() - grip_).manhattanLength() < slip) {
+        return;
+    }
+    isDragged_ = true;
+    drag(event->localPos() - last_);
     last_ = event->localPos();
 }
 
-void PathView::mouseDoubleClickEvent(QMouseEvent*) {
-    fit();
+void PathView::mouseReleaseEvent(QMouseEvent* event) {
+    if (isDragged_ || event->button() != Qt::LeftButton) {
+        return;
+    }
+    if (const auto line = lineAt(*moves_, camera_, event->localPos(), look::px(24), chosen())) {
+        emit lineTapped(*line);
+    }
 }
 
 void PathView::keyPressEvent(QKeyEvent* event) {
-    // Left and right move both views, up and down each along its own axis.
-    const auto look = [this](double right, double up) {
-        pan({-right * keyStepPx, 0}, frame_.above().center());
-        pan({0, up * keyStepPx}, frame_.above().center());
-        pan({0, up * keyStepPx}, frame_.side().center());
-    };
     switch (event->key()) {
         case Qt::Key_Plus:
         case Qt::Key_Equal:
@@ -157,19 +380,19 @@ void PathView::keyPressEvent(QKeyEvent* event) {
             break;
         case Qt::Key_0:
         case Qt::Key_Home:
-            fit();
+            showAll();
             break;
         case Qt::Key_Left:
-            look(-1, 0);
+            drag({keyStepPx, 0});
             break;
         case Qt::Key_Right:
-            look(1, 0);
+            drag({-keyStepPx, 0});
             break;
         case Qt::Key_Up:
-            look(0, 1);
+            drag({0, keyStepPx});
             break;
         case Qt::Key_Down:
-            look(0, -1);
+            drag({0, -keyStepPx});
             break;
         default:
             QWidget::keyPressEvent(event);

@@ -1,64 +1,111 @@
 #pragma once
 
-#include "app/path/pathframe.h"
+#include "app/path/camera.h"
 #include "app/path/pathlayout.h"
 
 #include <QPixmap>
+#include <QPolygonF>
 #include <QSet>
 #include <QTimer>
 #include <QWidget>
 
+#include <memory>
 #include <vector>
+
+class QPinchGesture;
 
 namespace app {
 
 class SeamTrack;
 
-/// A path from above and from the side, with the seams and the tool on it. The wheel, + and - zoom, dragging
-/// and the arrow keys move it, a double click or 0 shows all of it again. Until it is moved or zoomed all of
-/// it stays in view.
+/// A path as it is seen from one side, with the welded seams, the robot and the laser on it. A drag turns the
+/// view in space, and moves the others; two fingers, the wheel, + and - zoom; a tap chooses a line. Until it
+/// is moved or zoomed by hand it follows the program.
 class PathView : public QWidget {
     Q_OBJECT
 public:
-    /// `seams` must outlive it.
-    explicit PathView(const SeamTrack* seams, QWidget* parent = nullptr);
+    using Moves = std::shared_ptr<const std::vector<PathMove>>;
+    enum class Side { Space, Above, Side };
 
-    void setMoves(const std::vector<PathMove>& moves);
-    const std::vector<PathMove>& moves() const { return moves_; }
+    /// Both must outlive it.
+    PathView(const SeamTrack* seams, const sim::Arm* arm, QWidget* parent = nullptr);
+
+    void setSide(Side side);
+    Side side() const { return side_; }
+    void setMoves(const Moves& moves);
+    const std::vector<PathMove>& moves() const { return *moves_; }
     /// Lines of the program.
     void setSelected(const QSet<int>& lines);
     const QSet<int>& selected() const { return selected_; }
-    void fit();
-    void zoom(double factor) { zoomAt(factor, frame_.above().center()); }
-    const PathFrame& frame() const { return frame_; }
 
-    QSize sizeHint() const override { return {600, 480}; }
-    QSize minimumSizeHint() const override { return {320, 240}; }
+    void showAll();
+    /// All welds; all of it, where there is none.
+    void showWelds();
+    /// A weld, by its number in the program from 0.
+    void showSeam(int seam);
+    void showLine(int line);
+    void zoom(double factor) { zoomAt(factor, camera_.area().center()); }
+    const Camera& camera() const { return camera_; }
+
+    QSize sizeHint() const override { return {400, 400}; }
+    QSize minimumSizeHint() const override { return {200, 120}; }
+
+signals:
+    void lineTapped(int line);
 
 protected:
+    bool event(QEvent* event) override;
+    void changeEvent(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
-    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
+    enum class Aim { All, Welds, Seam, Line, Free };
+    void aimAt(Aim aim, int number);
+    void aim();
+    [[nodiscard]] Extent extentOf(Aim aim) const;
     void redraw();
+    void redrawByHand();
     void repaintSoon();
-    const QPixmap& background();
+    void follow();
+    void drawLayers();
+    void drawSheet(bool draft);
+    QRectF extendSeams();
+    [[nodiscard]] std::vector<Position> skeleton() const;
+    [[nodiscard]] QRectF livePlace() const;
+    void onPinch(const QPinchGesture* pinch);
     void zoomAt(double factor, const QPointF& fixed);
-    void pan(const QPointF& pixels, const QPointF& grip);
+    void drag(const QPointF& pixels);
+    [[nodiscard]] int chosen() const;
 
     const SeamTrack* seams_;
-    PathFrame frame_;
-    std::vector<PathMove> moves_;
+    const sim::Arm* arm_;
+    Side side_ = Side::Above;
+    Camera camera_;
+    Moves moves_;
     QSet<int> selected_;
-    QPixmap background_;  ///< everything but seams and tool; null when it has to be drawn anew
+    std::size_t points_ = 0;  ///< of all moves
+    Aim aim_ = Aim::Welds;
+    int aimNumber_ = 0;  ///< of the seam or line
+
+    QPixmap sheet_;        ///< ground, moves and seams; null when it has to be drawn anew
+    QPixmap over_;         ///< points, numbers, axes: what lies on the seams
+    int piece_ = 0;        ///< the last piece of a seam on the sheet, and
+    QPolygonF seenPiece_;  ///< how far it is drawn
+    std::size_t taken_ = 0;
+    double drawnPx_ = 0;
+    bool isPieceEnded_ = false;
+    QRectF live_;  ///< where robot and laser were painted
+
     QTimer repaint_;
-    bool showsAll_ = true;  ///< not moved or zoomed
+    QTimer rest_;  ///< after a drag of a long path, until it is drawn in full
     QPointF grip_, last_;
+    bool isDragged_ = false, isPinched_ = false;
 };
 
 }  // namespace app

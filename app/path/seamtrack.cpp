@@ -20,24 +20,29 @@ sim::MotionPlan::Posture postureNow() {
     return {{{now.trans.x, now.trans.y, now.trans.z}, now.rot}, now.joints};
 }
 
-Position toolPosition() {
-    return prog::TaughtPoint::from(kordservice()->dataNode(prog::key::posture)).trans;
-}
-
 SeamTrack::SeamTrack(sim::Controller* controller, sim::Cell* cell, workcell::TreeFollower* follower,
                      QObject* parent)
-    : QObject(parent), tool_(toolPosition()), emitting_(cell->emitting()) {
+    : QObject(parent), emitting_(cell->emitting()) {
+    read();
     connect(controller, &sim::Controller::postureMoved, this, &SeamTrack::onMoved);
     connect(cell, &sim::Cell::emittingChanged, this, &SeamTrack::onEmitting);
     connect(follower, &workcell::TreeFollower::changed, this, &SeamTrack::onTree);
 }
 
+void SeamTrack::read() {
+    const auto now = prog::TaughtPoint::from(kordservice()->dataNode(prog::key::posture));
+    tool_ = now.trans;
+    joints_ = now.joints;
+}
+
 void SeamTrack::clear() {
+    firstPiece_ += int(pieces_.size());
     pieces_.clear();
-    length_ = 0;
+    length_ = lengthBefore_ = 0;
     if (emitting_) {
         begin();
     }
+    emit cut();
     emit changed();
 }
 
@@ -50,11 +55,13 @@ void SeamTrack::onTree(const workcell::Change& change) {
     } else if (change.path == prog::key::executeState && change.value == prog::word::busy && fromFirstLine_) {
         fromFirstLine_ = false;
         clear();
+    } else if (change.path == prog::key::weldOpen && change.value.toBool()) {
+        lengthBefore_ = length_;
     }
 }
 
 void SeamTrack::onEmitting(bool on) {
-    tool_ = toolPosition();
+    read();
     emitting_ = on;
     if (on) {
         begin();
@@ -65,7 +72,7 @@ void SeamTrack::onEmitting(bool on) {
 }
 
 void SeamTrack::onMoved() {
-    tool_ = toolPosition();
+    read();
     if (emitting_ && distance(tool_, pieces_.back().back()) >= leastStepM) {
         append();
     }
@@ -76,6 +83,7 @@ void SeamTrack::begin() {
     pieces_.push_back({tool_});
     if (int(pieces_.size()) > mostPieces) {
         pieces_.pop_front();
+        ++firstPiece_;
     }
 }
 

@@ -31,16 +31,24 @@ public:
               QObject* parent = nullptr);
 
     const Position& tool() const { return tool_; }
+    /// Of the robot, rad.
+    const sim::Joints& joints() const { return joints_; }
     bool emitting() const { return emitting_; }
     /// Of at most piecePoints points each.
     const std::deque<Polyline>& pieces() const { return pieces_; }
+    /// How many pieces were dropped or cleared before those: the first one has this number, for good.
+    int firstPiece() const { return firstPiece_; }
     /// Of all seams since clear(), metres.
     double length() const { return length_; }
+    /// Of the weld that was begun last.
+    double weldLength() const { return length_ - lengthBefore_; }
     void clear();
 
 signals:
     /// Tool, laser or seams changed.
     void changed();
+    /// There are no seams any more.
+    void cut();
 
 private:
     void onTree(const workcell::Change& change);
@@ -48,16 +56,19 @@ private:
     void onMoved();
     void begin();
     void append();
+    void read();
 
     Position tool_;
+    sim::Joints joints_;
     bool emitting_;
     bool fromFirstLine_ = false;  ///< a run from the first line has been triggered
     std::deque<Polyline> pieces_;
+    int firstPiece_ = 0;
     double length_ = 0;
+    double lengthBefore_ = 0;  ///< before the last weld
 };
 
 /// The posture that the controller reports.
 sim::MotionPlan::Posture postureNow();
-Position toolPosition();
 
 }  // namespace app

@@ -5,6 +5,8 @@
 #include "app/results/bandpicture.h"
 #include "app/results/programline.h"
 #include "app/results/resulttext.h"
+#include "app/results/weldpicture.h"
+#include "look/tokens.h"
 #include "mendo/modulemanager.h"
 #include "program/parameters.h"
 #include "program/words.h"
@@ -16,6 +18,7 @@
 #include <QPdfWriter>
 
 #include <algorithm>
+#include <tuple>
 
 namespace app {
 
@@ -30,9 +33,9 @@ using Cell = Sheets::Cell;
 using Column = Sheets::Column;
 using Row = Sheets::Row;
 
-const QColor good(0x1f, 0x6b, 0x3a);
-const QColor bad(0xb0, 0x1e, 0x1e);
-const QColor badFill(0xfb, 0xe3, 0xdc);
+const QColor good(look::green);
+const QColor bad(look::amberInk);
+const QColor badFill(look::amberTint);
 constexpr int textPx = 11;
 constexpr int columnsAtOnce = 5;  // seams or sets beside each other
 constexpr double headingWidth = 172;
@@ -146,46 +149,37 @@ void addSeams(Sheets* sheets, const RunResult& result) {
     }
 }
 
-/// The welds; of a run without any, all of its path.
-Extent extentOf(const RunResult& result) {
-    Extent welds, all;
-    for (const PathMove& move : result.moves) {
-        for (const Position& position : move.path) {
-            all.add(position);
-            if (move.weld) {
-                welds.add(position);
-            }
-        }
-    }
-    for (const Polyline& piece : result.track.litPieces()) {
-        for (const Position& position : piece) {
-            welds.add(position);
-        }
-    }
-    for (const Position& position : result.track.path()) {
-        all.add(position);
-    }
-    return welds.empty ? all : welds;
-}
-
+/// From above, and from the side below it.
 void paintPath(QPainter* painter, const QRectF& area, const RunResult& result) {
-    PathFrame frame;
-    frame.setSize(area.size().toSize());
-    frame.fit(extentOf(result));
-    painter->translate(area.topLeft());
-    QFont font = QApplication::font();
-    font.setHintingPreference(QFont::PreferNoHinting);
-    painter->setFont(font);
-    PathPainter path(painter, frame);
-    const double bar = frame.scaleBar(PathPainter::barPixels).metres * prog::mmPerM;
-    path.paintSheet(Passport::tr("俯视"), Passport::tr("侧视"), QStringLiteral("%1 mm").arg(bar));
-    path.paintMoves(result.moves, {});
-    path.paintGaps(result.gapPieces());
-    path.paintSeams(result.track.litPieces());
-    painter->setClipping(false);
-    painter->setPen(QPen(QColor(0xb9, 0xc4, 0xd0), 1));
-    painter->setBrush(Qt::NoBrush);
-    painter->drawRect(QRectF(QPointF(), area.size()));
+    constexpr double margin = 34, leastPart = 0.35;
+    const Extent extent = weldExtent(result);
+    const double y = extent.most.y - extent.least.y + 0.02, z = extent.most.z - extent.least.z + 0.02;
+    const double above = area.height() * std::clamp(y / (y + z), leastPart, 1 - leastPart);
+    const std::tuple<QRectF, double, QString> views[] = {
+        {QRectF(area.topLeft(), QSizeF(area.width(), above)), Camera::fromAbove, Passport::tr("俯视")},
+        {area.adjusted(0, above, 0, 0), 0.0, Passport::tr("侧视")},
+    };
+    Camera camera;
+    for (const auto& [place, height, title] : views) {
+        camera.setArea(place);
+        camera.look(camera.turn(), height);
+        if (height > 0) {
+            camera.fitTurned(extent, margin);
+        } else {
+            camera.fit(extent, margin);  // turned as the view above it
+        }
+        PathPainter path(painter, camera);
+        path.paintGround(extent);
+        path.paintMoves(result.moves, {});
+        path.paintGaps(result.gapPieces());
+        path.paintSeams(result.track.litPieces());
+        path.paintPoints(result.moves, {});
+        path.paintFrame(title, Passport::tr("%1 mm").arg(camera.scaleBar(PathPainter::barPixels()).metres *
+                                                         prog::mmPerM));
+        painter->setPen(QPen(QColor(look::line), 1));
+        painter->setBrush(Qt::NoBrush);
+        painter->drawRect(place);
+    }
 }
 
 void paintLegend(QPainter* painter, const QRectF& area, const QFont& font) {

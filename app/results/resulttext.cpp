@@ -1,5 +1,9 @@
 #include "app/results/resulttext.h"
 
+#include "look/type.h"
+#include "program/parameters.h"
+#include "program/words.h"
+
 #include <QCoreApplication>
 
 #include <algorithm>
@@ -182,6 +186,120 @@ QVector<SeamCell> seamCells(const SeamRecord& seam, const RunResult& result) {
     }
     return cells << SeamCell{gapsText(seam), Mark::NoLimit, {}}
                  << SeamCell{faultsText(seam), Mark::NoLimit, {}};
+}
+
+namespace {
+
+/// The quantity with a name in limits files, or by its heading.
+const NumberRow& rowOf(QLatin1String limit) {
+    return *std::find_if(std::begin(numberRows), std::end(numberRows), [limit](const NumberRow& row) {
+        return row.limit && limit == QLatin1String(row.limit);
+    });
+}
+
+/// The power of the set as it was when the run began.
+SeamCell powerCell(const SeamRecord& seam, const RunResult& result) {
+    const auto set = std::find_if(result.sets.begin(), result.sets.end(),
+                                  [&seam](const SetValues& values) { return values.name == seam.set; });
+    int row = 0;
+    for (const prog::ParameterRow& parameter : prog::parameterRows()) {
+        if (set != result.sets.end() && parameter.name == prog::field::power) {
+            return {look::figure(set->values.value(row), 0), Mark::NoLimit, {}};
+        }
+        ++row;
+    }
+    return {none, Mark::NoLimit, {}};
+}
+
+SeamCell gasCell(const SeamRecord& seam, const RunResult& result) {
+    constexpr double msPerS = 1000;
+    SeamCell cell = cellOf(rowOf(QLatin1String("gas_lead_s")), seam, result);
+    cell.text = number(seam.gasLeadS * msPerS, 0);
+    return cell;
+}
+
+bool hasHeat(const RunResult& result) {
+    const auto& seams = result.record.seams;
+    return std::any_of(seams.begin(), seams.end(),
+                       [](const SeamRecord& seam) { return seam.heatJPerMm.has_value(); });
+}
+
+Mark markOf(int index, const RunResult& result) {
+    const SeamRecord& seam = result.record.seams[std::size_t(index)];
+    const QVector<workcell::Violation> violations = result.violations();
+    const bool isOutside =
+        std::any_of(violations.begin(), violations.end(),
+                    [index](const workcell::Violation& violation) { return violation.seam == index + 1; });
+    if (isOutside || !seam.darkGaps.empty() || !seam.faults.isEmpty()) {
+        return Mark::Outside;
+    }
+    return result.limits ? Mark::Within : Mark::NoLimit;
+}
+
+}  // namespace
+
+QStringList seamColumnHeadings(const RunResult& result) {
+    return {ResultText::tr("行"),
+            ResultText::tr("参数组"),
+            ResultText::tr("长度\nmm"),
+            ResultText::tr("速度\nmm/s"),
+            ResultText::tr("功率\n%"),
+            ResultText::tr("提前送气\nms"),
+            ResultText::tr("未焊\nmm"),
+            hasHeat(result) ? ResultText::tr("能量\nJ/mm") : ResultText::tr("能量\n%·s"),
+            ResultText::tr("合格")};
+}
+
+QVector<SeamCell> seamRow(int seam, const RunResult& result) {
+    const SeamRecord& record = result.record.seams[std::size_t(seam)];
+    SeamCell length = cellOf(rowOf(QLatin1String("welded_mm")), record, result);
+    if (length.mark == Mark::NoLimit) {
+        length.mark = cellOf(rowOf(QLatin1String("welded_ratio")), record, result).mark;
+    }
+    SeamCell speed = cellOf(rowOf(QLatin1String("mean_speed_mm_s")), record, result);
+    speed.text = record.meanSpeedMmPerS ? number(*record.meanSpeedMmPerS, 1) : none;
+    SeamCell energy = cellOf(rowOf(QLatin1String("heat_J_per_mm")), record, result);
+    if (!hasHeat(result)) {
+        energy.text = number(record.energyPctS, 1);
+    }
+    return {{linesText(record), Mark::NoLimit, {}},
+            {record.set, Mark::NoLimit, {}},
+            length,
+            speed,
+            powerCell(record, result),
+            gasCell(record, result),
+            {number(record.darkMm(), 1), record.darkGaps.empty() ? Mark::NoLimit : Mark::Outside, {}},
+            energy,
+            {{}, markOf(seam, result), {}}};
+}
+
+QString verdictText(const RunResult& result) {
+    const int count = int(result.record.seams.size());
+    if (count == 0) {
+        return ResultText::tr("没有焊缝");
+    }
+    int bad = 0;
+    for (int seam = 0; seam < count; ++seam) {
+        bad += markOf(seam, result) == Mark::Outside ? 1 : 0;
+    }
+    if (bad > 0) {
+        return ResultText::tr("要检查的焊缝：%1").arg(bad);
+    }
+    if (!result.violations().isEmpty()) {
+        return ResultText::tr("超出限值：%1").arg(result.violations().size());
+    }
+    return result.limits ? ResultText::tr("合格焊缝：%1").arg(count) : ResultText::tr("没有限值");
+}
+
+bool isBad(const RunResult& result) {
+    const int count = int(result.record.seams.size());
+    for (int seam = 0; seam < count; ++seam) {
+        if (markOf(seam, result) == Mark::Outside) {
+            return true;
+        }
+    }
+    return !result.violations().isEmpty() || !incidentTexts(result).isEmpty() ||
+           (!result.limitsFile.isEmpty() && !result.limits);
 }
 
 QString reasonText(const QString& reason) {

@@ -25,6 +25,30 @@ struct SeamCell {
 [[nodiscard]] QStringList seamHeadings();
 [[nodiscard]] QVector<SeamCell> seamCells(const workcell::SeamRecord& seam, const RunResult& result);
 
+/// What the list of seams has of one, in the order of its columns.
+enum SeamColumn {
+    SeamLines,
+    SeamSet,
+    SeamLength,
+    SeamSpeed,
+    SeamPower,
+    SeamGas,
+    SeamGaps,
+    SeamEnergy,
+    SeamGood
+};
+constexpr int seamColumns = SeamGood + 1;
+
+/// The columns' headings; where a quantity has a unit that stands in a second line.
+[[nodiscard]] QStringList seamColumnHeadings(const RunResult& result);
+/// The cells of a row. The last one has no text: its mark tells whether limits, welded length and equipment
+/// were as they should; NoLimit where nothing was wrong and nothing judged it.
+[[nodiscard]] QVector<SeamCell> seamRow(int seam, const RunResult& result);
+/// In one word: "4 seams good", "limits not kept: 2", "no limits".
+[[nodiscard]] QString verdictText(const RunResult& result);
+/// Whether something is to be looked at: limits not kept, faults, refused writes.
+[[nodiscard]] bool isBad(const RunResult& result);
+
 /// How a run ended: "Finished", "Paused".
 [[nodiscard]] QString reasonText(const QString& reason);
 /// "Chiller", for a word of the cell.

@@ -182,6 +182,9 @@ void RunCollector::beginTrack() {
     if (cell_->cell()->emitting()) {
         result_->track.setLit(true, tool(), 0);
     }
+    profile_ = std::make_unique<ProfileRecorder>();
+    speedSignal_ = signals_->indexOf(QStringLiteral("speed_mm_s"));
+    powerSignal_ = signals_->indexOf(QStringLiteral("power_pct"));
     bandSignals_.clear();
     const QPair<SignalBand::Kind, QString> followed[] = {
         {SignalBand::Kind::Emission, workcell::signalname::emission},
@@ -218,6 +221,9 @@ void RunCollector::onSignal(int signal, double value) {
     if (!result_) {
         return;
     }
+    if (signal == powerSignal_) {
+        sample();
+    }
     for (std::size_t i = 0; i < bandSignals_.size(); ++i) {
         if (bandSignals_[i] == signal) {
             SignalBand& band = result_->bands[int(i)];
@@ -232,6 +238,17 @@ void RunCollector::onSignal(int signal, double value) {
 void RunCollector::onMoved() {
     if (result_) {
         result_->track.add(tool(), travelledMm());
+        sample();
+    }
+}
+
+/// Of welds only: the way between them may be long.
+void RunCollector::sample() {
+    const auto value = [this](int signal) {
+        return signal < 0 ? 0.0 : signals_->all()[std::size_t(signal)].value;
+    };
+    if (cell_->cell()->emitting() || m(prog::key::weldOpen)->getBool()) {
+        profile_->add({travelledMm(), value(speedSignal_), value(powerSignal_)});
     }
 }
 
@@ -254,6 +271,11 @@ void RunCollector::finish(const workcell::RunRecord& record) {
     for (SignalBand& band : result->bands) {
         band.extend(elapsedMs());
     }
+    for (const workcell::SeamRecord& seam : record.seams) {
+        const double length = std::max(seam.programmedMm, seam.weldedMm) + seam.overlapMm;
+        result->profiles.append(partOf(profile_->samples(), seam.openedAtMm, seam.openedAtMm + length));
+    }
+    profile_.reset();
     if (program_) {
         constexpr std::size_t mostPoints = 6000;
         const sim::Arm arm(kordservice()->dataNode(prog::key::jointCount)->getInt());

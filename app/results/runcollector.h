@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/results/runresult.h"
+#include "app/results/seamprofile.h"
 #include "workcell/workcell.h"
 
 #include <QObject>
@@ -44,6 +45,7 @@ private:
     void beginTrack();
     void onSignal(int signal, double value);
     void onMoved();
+    void sample();
     [[nodiscard]] Position tool() const;
     [[nodiscard]] double travelledMm() const;
     [[nodiscard]] qint64 elapsedMs() const;
@@ -56,6 +58,8 @@ private:
     std::unique_ptr<RunResult> result_;  ///< while a run is followed
     std::unique_ptr<prog::RunProgram> program_;
     sim::MotionPlan::Posture start_;
+    std::unique_ptr<ProfileRecorder> profile_;  ///< while a run is followed
+    int speedSignal_ = -1, powerSignal_ = -1;
     std::vector<int> bandSignals_;  ///< of each band of the result, the number of its signal
     double beginMm_ = 0;
     qint64 beginMs_ = 0;

@@ -182,6 +182,8 @@ QJsonObject RunResult::json() const {
     json.insert(QStringLiteral("moves"), arrayOf(moves, [](const PathMove& move) { return jsonOf(move); }));
     json.insert(QStringLiteral("track"), track.json());
     json.insert(QStringLiteral("bands"), arrayOf(bands, [](const SignalBand& band) { return band.json(); }));
+    json.insert(QStringLiteral("profiles"),
+                arrayOf(profiles, [](const SeamProfile& profile) { return app::jsonOf(profile); }));
     return json;
 }
 
@@ -215,6 +217,9 @@ std::optional<RunResult> RunResult::from(const QJsonObject& json) {
     result.track = ToolTrack::from(json.value(QLatin1String("track")).toObject());
     for (const QJsonValue& band : list(json, "bands")) {
         result.bands.append(SignalBand::from(band.toObject()));
+    }
+    for (const QJsonValue& profile : list(json, "profiles")) {
+        result.profiles.append(profileFrom(profile.toArray()));
     }
     return result;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/path/pathlayout.h"
+#include "app/results/seamprofile.h"
 #include "app/results/signalband.h"
 #include "app/results/tooltrack.h"
 #include "workcell/limits.h"
@@ -61,6 +62,7 @@ struct RunResult {
     std::vector<PathMove> moves;  ///< the path as programmed; empty for very long programs
     ToolTrack track;
     QVector<SignalBand> bands;
+    QVector<SeamProfile> profiles;  ///< of the seams of the record, in their order; fewer in older files
 
     /// Takes over the limits file of a project, when it has one. False, with what is wrong in `problem`, for
     /// a faulty file.

@@ -1,35 +1,20 @@
 #include "app/results/seamlist.h"
 
-#include <QColor>
-#include <QFont>
+#include "look/icon.h"
+#include "look/scale.h"
+#include "look/tokens.h"
+#include "look/type.h"
+
+#include <QPainter>
 
 namespace app {
 
-namespace {
-
-const QColor good(0x1f, 0x6b, 0x3a);
-const QColor bad(0xb0, 0x1e, 0x1e);
-const QColor badFill(0xfb, 0xe3, 0xdc);
-
-QString textOf(const SeamCell& cell) {
-    return cell.mark == Mark::NoLimit
-               ? cell.text
-               : QStringLiteral("%1 %2\n%3").arg(signOf(cell.mark), cell.text, cell.allowed);
-}
-
-QVariant colourOf(Mark mark) {
-    return mark == Mark::NoLimit ? QVariant() : QVariant(mark == Mark::Within ? good : bad);
-}
-
-}  // namespace
-
-SeamList::SeamList(QObject* parent) : QAbstractTableModel(parent), headings_(seamHeadings()) {}
-
 void SeamList::show(const RunResult& result) {
     beginResetModel();
+    headings_ = seamColumnHeadings(result);
     seams_.clear();
-    for (const workcell::SeamRecord& seam : result.record.seams) {
-        seams_.append(seamCells(seam, result));
+    for (int seam = 0; seam < int(result.record.seams.size()); ++seam) {
+        seams_.append(seamRow(seam, result));
     }
     endResetModel();
 }
@@ -41,41 +26,79 @@ void SeamList::clear() {
 }
 
 int SeamList::rowCount(const QModelIndex& parent) const {
-    return parent.isValid() || seams_.isEmpty() ? 0 : headings_.size();
+    return parent.isValid() ? 0 : seams_.size();
 }
 
+/// The seam's number is the first one.
 int SeamList::columnCount(const QModelIndex& parent) const {
-    return parent.isValid() ? 0 : seams_.size();
+    return parent.isValid() ? 0 : seamColumns + 1;
 }
 
 QVariant SeamList::data(const QModelIndex& index, int role) const {
     if (!index.isValid()) {
         return {};
     }
-    const SeamCell& cell = seams_[index.column()][index.row()];
+    const int column = index.column() - 1;
+    const SeamCell cell = column < 0 ? SeamCell{QString::number(index.row() + 1), Mark::NoLimit, {}}
+                                     : seams_[index.row()][column];
     switch (role) {
         case Qt::DisplayRole:
-        case Qt::ToolTipRole:
-            return textOf(cell);
-        case Qt::ForegroundRole:
-            return colourOf(cell.mark);
-        case Qt::BackgroundRole:
-            return cell.mark == Mark::Outside ? badFill : QVariant();
+            return cell.text;
+        case markRole:
+            return int(cell.mark);
         case Qt::TextAlignmentRole:
-            return int(Qt::AlignRight | Qt::AlignVCenter);
+            return int(Qt::AlignVCenter) |
+                   int(column == SeamLines || column == SeamSet ? Qt::AlignLeft : Qt::AlignRight);
         default:
             return {};
     }
 }
 
 QVariant SeamList::headerData(int section, Qt::Orientation orientation, int role) const {
-    if (role == Qt::TextAlignmentRole && orientation == Qt::Vertical) {
-        return int(Qt::AlignLeft | Qt::AlignVCenter);
+    if (orientation != Qt::Horizontal) {
+        return {};
     }
-    if (role != Qt::DisplayRole) {
-        return QAbstractTableModel::headerData(section, orientation, role);
+    const int column = section - 1;
+    if (role == Qt::TextAlignmentRole) {
+        return int(Qt::AlignVCenter) | int(column == SeamLines || column == SeamSet
+                                               ? Qt::AlignLeft
+                                               : (column == SeamGood ? Qt::AlignHCenter : Qt::AlignRight));
     }
-    return orientation == Qt::Vertical ? headings_.value(section) : tr("焊缝 %1").arg(section + 1);
+    if (role == Qt::DisplayRole) {
+        return column < 0 ? tr("焊缝") : headings_.value(column);
+    }
+    return {};
+}
+
+void SeamDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
+                         const QModelIndex& index) const {
+    const bool isSelected = option.state.testFlag(QStyle::State_Selected);
+    const Mark mark = Mark(index.data(SeamList::markRole).toInt());
+    const bool isVerdict = index.column() == SeamGood + 1;
+    const bool isOutside = mark == Mark::Outside && !isVerdict;
+    const int padding = look::px(8);
+    painter->save();
+    painter->fillRect(option.rect,
+                      QColor(isOutside ? look::amberTint : (isSelected ? look::sel : look::white)));
+    painter->setPen(QColor(isSelected ? look::blue : look::rule));
+    painter->drawLine(option.rect.bottomLeft(), option.rect.bottomRight());
+    if (isSelected) {
+        painter->drawLine(option.rect.topLeft(), option.rect.topRight());
+    }
+    if (isVerdict && mark != Mark::NoLimit) {
+        const int side = look::px(22);
+        const QPixmap sign =
+            look::picture(mark == Mark::Within ? QStringLiteral("check") : QStringLiteral("warn"), side,
+                          mark == Mark::Within ? look::green : look::amberInk);
+        painter->drawPixmap(option.rect.center() - QPoint(side / 2, side / 2), sign);
+    }
+    painter->setFont(look::font(look::Size::Text, isOutside ? look::Weight::Strong : look::Weight::Plain));
+    painter->setPen(QColor(isOutside ? look::amberInk : look::ink));
+    const QRect place = option.rect.adjusted(padding, 0, -padding, 0);
+    const QString text = index.data().toString();
+    painter->drawText(place, index.data(Qt::TextAlignmentRole).toInt(),
+                      painter->fontMetrics().elidedText(text, Qt::ElideMiddle, place.width()));
+    painter->restore();
 }
 
 }  // namespace app

@@ -3,14 +3,18 @@
 #include "app/results/resulttext.h"
 
 #include <QAbstractTableModel>
+#include <QStyledItemDelegate>
 
 namespace app {
 
-/// The seams of a run, one column each, with a row for each quantity and its limit.
+/// The seams of a run, one row each.
 class SeamList : public QAbstractTableModel {
     Q_OBJECT
 public:
-    explicit SeamList(QObject* parent = nullptr);
+    /// What a cell has besides its text: its Mark.
+    static constexpr int markRole = Qt::UserRole;
+
+    using QAbstractTableModel::QAbstractTableModel;
 
     void show(const RunResult& result);
     void clear();
@@ -23,6 +27,17 @@ public:
 private:
     QStringList headings_;
     QVector<QVector<SeamCell>> seams_;
+};
+
+/// Draws the rows of seams: values outside of their limits on a ground of warning, and a sign instead of the
+/// verdict.
+class SeamDelegate : public QStyledItemDelegate {
+    Q_OBJECT
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    void paint(QPainter* painter, const QStyleOptionViewItem& option,
+               const QModelIndex& index) const override;
 };
 
 }  // namespace app

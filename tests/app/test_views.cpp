@@ -6,6 +6,8 @@
 
 #include <qwt_scale_map.h>
 #include <QFileDialog>
+#include <QMouseEvent>
+#include <QRegularExpression>
 
 /// The views: the path of a program with its seam, and the recorded signals.
 class AppViews : public test::PanelTest {
@@ -22,11 +24,15 @@ class AppViews : public test::PanelTest {
         const auto isIt = [&name](const app::ScopeRow& row) { return row.name == name; };
         return int(std::find_if(all.begin(), all.end(), isIt) - all.begin());
     }
-    double seamShown() const { return textOf("lblSeam").section(' ', 1, 1).toDouble(); }
-    void selectLine(int line) const {
-        auto* const table = find<QWidget>("ProgramWidget")->findChild<QAbstractItemView*>("tableWidget");
-        table->setCurrentIndex(table->model()->index(line, 1));
+    /// The welded length below the path, mm.
+    double seamShown() const {
+        pass(50);
+        return QRegularExpression("[0-9.]+").match(textOf("lblSeam")).captured().toDouble();
     }
+    QAbstractItemView* table() const {
+        return find<QWidget>("ProgramWidget")->findChild<QAbstractItemView*>("tableWidget");
+    }
+    void selectLine(int line) const { table()->setCurrentIndex(table()->model()->index(line, 1)); }
     /// Clicks, and waits until the run that it may start is over.
     void clickAndRun(const QString& name) const {
         click(name);
@@ -79,7 +85,7 @@ private slots:
         click("btnReset");
         double shown = -1;
         QTimer::singleShot(6003, this, [this, &shown] {
-            shown = seamShown();
+            shown = QRegularExpression("[0-9.]+").match(textOf("lblSeam")).captured().toDouble();
             click("btnPause");
         });
         clickAndRun("btnStart");
@@ -97,7 +103,8 @@ private slots:
         };
         selectLine(3);
         QCOMPARE(path_->selected(), QSet<int>{3});
-        QCOMPARE(textOf("lblPathLine"), "Line 4: weld, 60.0 mm");
+        QCOMPARE(textOf("lblPathNumber") + " " + textOf("lblPathLine"), "4 Weld, 60.0 mm");
+        QCOMPARE(textOf("lblPathSeam"), "Seam 1 of 1");
         const size_t count = moves().size();
         set("lumo.program.#3.point.trans.#1", 0.01);
         QVERIFY(moves().at(2).target.y == 0.01 && moves().at(2).weld);
@@ -108,6 +115,30 @@ private slots:
         QCOMPARE(moves().size(), count - 1);
         pass(1000);  // the program has been checked
         QVERIFY(moves().at(1).impossible && !moves().at(0).impossible);
+    }
+
+    void tap_choosesTheLineInTheTable() {
+        const auto tap = [this](const app::Position& place) {
+            QTest::mouseClick(path_, Qt::LeftButton, {}, path_->camera().seen(place).toPoint());
+            return table()->currentIndex().row();
+        };
+        selectLine(0);
+        const app::PathMove& weld = path_->moves().at(2);
+        QCOMPARE(tap(prog::interpolated(weld.path.front(), weld.path.back(), 0.5)), weld.line);
+        QCOMPARE(path_->selected(), QSet<int>{weld.line});
+        // A drag turns the view and chooses nothing.
+        const double turn = path_->camera().turn();
+        QTest::mousePress(path_, Qt::LeftButton, {}, {100, 100});
+        QMouseEvent move(QEvent::MouseMove, QPointF(200, 100), Qt::NoButton, Qt::LeftButton, {});
+        QCoreApplication::sendEvent(path_, &move);
+        QTest::mouseRelease(path_, Qt::LeftButton, {}, {200, 100});
+        QVERIFY(path_->camera().turn() != turn && table()->currentIndex().row() == weld.line);
+        // Its weld, then the line itself, are shown larger.
+        const double all = path_->camera().pixelsPerMetre();
+        click("btnPathNext");
+        const double seam = path_->camera().pixelsPerMetre();
+        click("btnPathNext");
+        QVERIFY(path_->camera().pixelsPerMetre() > seam && seam >= all);
     }
 
     void scope_holdsReadsAndExports() {
