@@ -1,9 +1,6 @@
 #include "devices/devicestate.h"
 
 #include "equipment/ports.h"
-#include "module/host.h"
-#include "program/words.h"
-#include "widgets/dressing.h"
 
 #include <algorithm>
 #include <iterator>
@@ -14,57 +11,42 @@ namespace lumo {
 
 namespace {
 
-constexpr char offSheet[] = "color: #55667A;";
-constexpr char armedSheet[] = "color: #7A4B00; background: #FFF3D6; font-weight: bold;";
-constexpr char laserSheet[] = "color: #C5221B; font-weight: bold;";
-constexpr char onSheet[] = "color: #17273A; font-weight: bold;";
-
-struct Words {
-    QString text;
-    const char* sheet;
-};
-
 bool isLock(I_PORT port) {
     return std::any_of(std::begin(devices), std::end(devices),
                        [port](const Device& device) { return device.lock == port; });
 }
 
-/// The laser's sign is a diamond, the pilot light's a ring.
-Words wordsOf(I_PORT port, bool isOn) {
-    if (isLock(port)) {
-        return isOn ? Words{DeviceState::tr("⚠ 已解锁"), armedSheet}
-                    : Words{DeviceState::tr("已锁定"), offSheet};
+Sign signOf(I_PORT port) {
+    switch (port) {
+        case DO_LASER_ENABLE:
+            return Sign::Laser;
+        case DO_RED_LIGHT:
+            return Sign::Pilot;
+        default:
+            return Sign::LampOn;
     }
-    const Device* const device = deviceOf(port);
-    if (!isOn) {
-        return {device && !portState(device->lock) ? DeviceState::tr("关，已锁定") : DeviceState::tr("关"),
-                offSheet};
-    }
-    if (port == DO_LASER_ENABLE) {
-        return {DeviceState::tr("◆ 激光已打开"), laserSheet};
-    }
-    return {port == DO_RED_LIGHT ? DeviceState::tr("◎ 指示红光已打开") : DeviceState::tr("● 已打开"),
-            onSheet};
 }
 
 }  // namespace
 
-DeviceState::DeviceState(I_PORT port, QWidget* parent) : QLabel(parent), port_(port) {
-    setAlignment(Qt::AlignCenter);
+DeviceState::DeviceState(I_PORT port, QWidget* parent) : SignLabel(parent), port_(port) {
     setWordWrap(true);
-    refresh();
+    setAlignment(Qt::AlignLeft | Qt::AlignTop);
 }
 
 void DeviceState::refresh() {
-    Words words;
-    if (portEnabled(port_)) {
-        words = wordsOf(port_, portState(port_));
+    const bool isOn = portState(port_);
+    if (!portEnabled(port_)) {
+        show(Sign::Locked, tr("端口未启用"));
+    } else if (isLock(port_)) {
+        isOn ? show(Sign::Armed, tr("已解锁，再按即锁定")) : show(Sign::Locked, tr("保护已锁定"));
+    } else if (isOn) {
+        show(signOf(port_), tr("已打开，再按即关闭"));
     } else {
-        const QString name = m(key::port)->c(static_cast<int>(port_))->c(field::tag)->getString();
-        words = {tr("端口“%1”未启用").arg(name), armedSheet};
+        const Device* const device = deviceOf(port_);
+        const bool isLocked = device && !portState(device->lock);
+        isLocked ? show(Sign::Locked, tr("已锁定")) : show(Sign::LampOff, tr("关"));
     }
-    setText(words.text);
-    setStyleSheetOnChange(this, QLatin1String(words.sheet));
 }
 
 }  // namespace lumo

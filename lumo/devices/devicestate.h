@@ -1,19 +1,18 @@
 #pragma once
 
+#include "devices/signlabel.h"
 #include "program/ports.h"
-
-#include <QLabel>
 
 namespace lumo {
 
-/// The state of a safety lock or a device in words, below its button: "Armed", "Locked", "◆ Laser on", "Off".
-/// Says so when the port is out of use.
-class DeviceState final : public QLabel {
+/// The state of a safety lock or a device in words, below its button: "Armed. Tap to lock", "Off".
+class DeviceState final : public SignLabel {
     Q_OBJECT
 public:
     explicit DeviceState(I_PORT port, QWidget* parent = nullptr);
 
     [[nodiscard]] I_PORT port() const { return port_; }
+    /// Reads the port.
     void refresh();
 
 private:

@@ -1,29 +1,27 @@
 #include "devices/portconfigwidget.h"
 
+#include "devices/portnamebox.h"
 #include "devices/portstate.h"
+#include "devices/porttable.h"
 #include "devices/porttest.h"
 #include "equipment/ports.h"
 #include "files/settingsfile.h"
+#include "look/icon.h"
+#include "look/scale.h"
 #include "program/check.h"
 #include "program/words.h"
 #include "ui_portconfigwidget.h"
 #include "undo/edit.h"
 #include "undo/steptext.h"
-#include "widgets/dressing.h"
 #include "widgets/findingtext.h"
 #include "widgets/messagebox.h"
 #include "widgets/touchfields.h"
 #include "widgets/way.h"
 
-#include <QComboBox>
 #include <QEvent>
-#include <QListView>
 #include <QPointer>
 #include <QScopedValueRollback>
-#include <QStylePainter>
-#include <QStyledItemDelegate>
 #include <QTimer>
-#include <QWheelEvent>
 
 #include <algorithm>
 
@@ -32,51 +30,17 @@ using namespace prog;
 
 namespace {
 
-enum Column { NumberColumn, GroupColumn, TagColumn, NameColumn, EnableColumn, StateColumn, TestColumn };
-
 I_PORT portOf(int row) {
     return static_cast<I_PORT>(row);
 }
+
+/// From this width the warning stands beside the title, below it in a narrower page.
+constexpr int besideFrom = 640;
 
 const RowGroups& portGroups() {
     static const RowGroups groups{{DI_LASER_STATE, DO_GAS, AO_WIRE_SPEED}};
     return groups;
 }
-
-QString shownName(const QString& name) {
-    return name.isEmpty() ? PortConfigWidget::tr("未分配") : name;
-}
-
-/// Shows the empty name as "not assigned".
-class PortNameDelegate final : public QStyledItemDelegate {
-public:
-    using QStyledItemDelegate::QStyledItemDelegate;
-
-    QString displayText(const QVariant& value, const QLocale&) const override {
-        return shownName(value.toString());
-    }
-};
-
-/// Ignores the wheel, so that scrolling the table changes no assignment.
-class PortNameBox final : public QComboBox {
-public:
-    PortNameBox() {
-        setFocusPolicy(Qt::StrongFocus);
-        setView(new QListView);
-        setItemDelegate(new PortNameDelegate(this));
-    }
-
-protected:
-    void wheelEvent(QWheelEvent* event) override { event->ignore(); }
-    void paintEvent(QPaintEvent*) override {
-        QStylePainter painter(this);
-        QStyleOptionComboBox option;
-        initStyleOption(&option);
-        option.currentText = shownName(currentText());
-        painter.drawComplexControl(QStyle::CC_ComboBox, option);
-        painter.drawControl(QStyle::CE_ComboBoxLabel, option);
-    }
-};
 
 /// Whether an event may open the list or change the choice.
 bool isChoosing(const QEvent* event) {
@@ -98,34 +62,16 @@ QStringList bitNames(const ModuleObject* registers, const QString& bits) {
 PortConfigWidget::PortConfigWidget(QWidget* parent)
     : QWidget(parent), ui_(std::make_unique<Ui::PortConfigWidget>()), ports_(m(key::port)) {
     ui_->setupUi(this);
+    ui_->okayBtn->setIcon(look::icon(QStringLiteral("check"), look::white));
     connect(ui_->okayBtn, &QPushButton::clicked, this, &PortConfigWidget::save);
     listNames();
     const QList<ModuleObject*> ports = ports_->cmobjs();
-    QTableWidget* table = ui_->tableWidget;
-    table->setRowCount(ports.size());
+    ui_->tableWidget->setRowCount(ports.size());
+    table_ = new PortTable(ui_->tableWidget, portGroups());
     for (int row = 0; row < ports.size(); ++row) {
         addRow(row, ports[row]);
     }
-    dressGroups(table, portGroups(), GroupColumn);
-    table->setTabKeyNavigation(false);  // Tab goes from box to box
-    table->resizeColumnToContents(TagColumn);
-    table->resizeColumnToContents(NameColumn);
-    table->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
-    table->horizontalHeader()->setStretchLastSection(false);
-    for (const int column : {NumberColumn, TagColumn, EnableColumn, StateColumn, TestColumn}) {
-        table->horizontalHeader()->setSectionResizeMode(column, QHeaderView::ResizeToContents);
-    }
-    constexpr int groupPx = 104;  // its label takes two lines
-    table->horizontalHeader()->setSectionResizeMode(GroupColumn, QHeaderView::Fixed);
-    table->setColumnWidth(GroupColumn, groupPx);
-    constexpr int widestTagPx = 170;  // a longer one takes two lines
-    if (table->columnWidth(TagColumn) > widestTagPx) {
-        table->horizontalHeader()->setSectionResizeMode(TagColumn, QHeaderView::Fixed);
-        table->setColumnWidth(TagColumn, widestTagPx);
-        for (int row = 0; row < table->rowCount(); ++row) {
-            qobject_cast<QLabel*>(table->cellWidget(row, TagColumn))->setWordWrap(true);
-        }
-    }
+    table_->mergeGroups();
     check();
     constexpr int periodMs = 160;
     auto* timer = new QTimer(this);
@@ -172,25 +118,25 @@ void PortConfigWidget::addRow(int row, const ModuleObject* port) {
     enableBox->setChecked(port->c(field::enable)->getBool());
     connect(enableBox, &QCheckBox::toggled, this, &PortConfigWidget::check);
     enableBoxes_.append(enableBox);
-    nameBoxes_.append(nameBox(port));
-    QLabel* groupLabel = cellLabel(group);
-    groupLabel->setWordWrap(true);
-    QTableWidget* table = ui_->tableWidget;
-    table->setCellWidget(row, NumberColumn, cellLabel(QString::number(row - layout.startOf(row) + 1)));
-    table->setCellWidget(row, GroupColumn, groupLabel);
-    table->setCellWidget(row, TagColumn, cellLabel(port->c(field::tag)->getString()));
-    table->setCellWidget(row, NameColumn, nameBoxes_.last());
-    table->setCellWidget(row, EnableColumn, enableBox);
+    nameBoxes_.append(nameBox(row, port));
     states_.append(new PortState(portOf(row)));
-    table->setCellWidget(row, StateColumn, states_.last());
-    table->setCellWidget(row, TestColumn, testCell(row));
+    auto* const groupLabel = new QLabel(group);
+    groupLabel->setObjectName(QStringLiteral("portGroup"));
+    const QString number = QString::number(row - layout.startOf(row) + 1);
+    table_->setCell(row, PortTable::NumberColumn, new QLabel(number));
+    table_->setCell(row, PortTable::GroupColumn, groupLabel);
+    table_->setCell(row, PortTable::TagColumn, new QLabel(port->c(field::tag)->getString()));
+    table_->setCell(row, PortTable::NameColumn, nameBoxes_.last());
+    table_->setCell(row, PortTable::EnableColumn, enableBox);
+    table_->setCell(row, PortTable::StateColumn, states_.last());
+    table_->setCell(row, PortTable::TestColumn, testCell(row));
 }
 
 /// A test for an output, the way to the device page for the laser, nothing for others.
 QWidget* PortConfigWidget::testCell(int row) {
     const I_PORT port = portOf(row);
     if (portInfo(port).kind != word::portOutput) {
-        return cellLabel();
+        return new QWidget;
     }
     if (testBar(port, true) == TestBar::Laser) {
         const Way way{Way::To::Devices};
@@ -203,8 +149,8 @@ QWidget* PortConfigWidget::testCell(int row) {
     return tests_[row];
 }
 
-QComboBox* PortConfigWidget::nameBox(const ModuleObject* port) {
-    auto* box = new PortNameBox;
+PortNameBox* PortConfigWidget::nameBox(int row, const ModuleObject* port) {
+    auto* box = new PortNameBox(table_->groundOf(row));
     box->setStyleSheet(QStringLiteral("background-color: rgb(255, 255, 255)"));
     box->setProperty("func", QStringLiteral("secretly"));
     box->addItems(namesOf(port->c(field::type)->getString()));
@@ -232,6 +178,7 @@ void PortConfigWidget::check() {
             ->set(this, field::name, nameBoxes_[row]->currentText())
             ->set(this, field::enable, enableBoxes_[row]->isChecked());
         states_[row]->clearFinding();
+        nameBoxes_[row]->setWarned(false);
     }
     const Findings findings = checkPorts(&rows, CellFacts::ofHost());
     for (const Finding& finding : findings) {
@@ -240,6 +187,7 @@ void PortConfigWidget::check() {
                                  finding.arguments.value(1).toString() == portInfo(portOf(row)).word;
             if (finding.element == row || isOther) {
                 states_[row]->showFinding(finding);
+                nameBoxes_[row]->setWarned(true);
             }
         }
     }
@@ -254,16 +202,66 @@ void PortConfigWidget::showFindings(const Findings& findings) {
     const auto worst =
         std::find_if(findings.begin(), findings.end(), [](const Finding& f) { return f.isError(); });
     const Finding& first = worst == findings.end() ? findings.front() : *worst;
-    QString text = QStringLiteral("⚠ ") + findingWithRemedy(first);
+    QString text = findingWithRemedy(first);
+    text[0] = text.at(0).toUpper();
     if (findings.size() > 1) {
         text += tr("（另有 %1 处）").arg(findings.size() - 1);
     }
-    ui_->lblFindings->setText(text);
+    ui_->lblFindings->show(Sign::Warning, text);
+}
+
+void PortConfigWidget::showCount() {
+    int inputs = 0;
+    int outputs = 0;
+    int unsaved = 0;
+    for (int row = 0; row < nameBoxes_.size(); ++row) {
+        const QString type = ports_->c(row)->c(field::type)->getString();
+        inputs += type == word::portInput ? 1 : 0;
+        outputs += type == word::portOutput ? 1 : 0;
+        unsaved += isStored(row) ? 0 : 1;
+    }
+    const int analogue = nameBoxes_.size() - inputs - outputs;
+    QString text = tr("共 %1 个端口 · 输入 %2，输出 %3，模拟量输出 %4")
+                       .arg(nameBoxes_.size())
+                       .arg(inputs)
+                       .arg(outputs)
+                       .arg(analogue);
+    if (unsaved > 0) {
+        text += QStringLiteral(" · ") + tr("未保存：%1").arg(unsaved);
+    }
+    text += QStringLiteral(" · ") + tr("按住“测试”时打开");
+    ui_->lblCount->setText(text);
 }
 
 void PortConfigWidget::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
+    place();
     refresh();
+}
+
+void PortConfigWidget::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    ui_->titleLayout->setDirection(width() < look::px(besideFrom) ? QBoxLayout::TopToBottom
+                                                                  : QBoxLayout::LeftToRight);
+}
+
+void PortConfigWidget::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::StyleChange && isVisible()) {
+        place();
+    }
+}
+
+/// Lengths of the page's grid, at the factor in force.
+void PortConfigWidget::place() {
+    const int margin = look::px(16);
+    const int small = look::px(8);
+    ui_->titleLayout->setContentsMargins(margin, margin, margin, margin);
+    ui_->titleLayout->setSpacing(margin);
+    ui_->tableLayout->setContentsMargins(margin, 0, margin, small);
+    ui_->gridLayout->setContentsMargins(margin, small, margin, small);
+    ui_->okayBtn->setIconSize(QSize(look::px(20), look::px(20)));
+    table_->measure();
 }
 
 void PortConfigWidget::refresh() {
@@ -271,6 +269,7 @@ void PortConfigWidget::refresh() {
         return;
     }
     const QPointer<PortConfigWidget> self(this);  // the end of a test writes
+    showCount();
     for (int row = 0; self && row < states_.size(); ++row) {
         states_[row]->showLevel(nameBoxes_[row]->currentText());
         if (TestButton* const test = tests_.value(row)) {
@@ -280,17 +279,17 @@ void PortConfigWidget::refresh() {
 }
 
 bool PortConfigWidget::eventFilter(QObject* watched, QEvent* event) {
-    auto* box = qobject_cast<QComboBox*>(watched);
-    if (isChoosing(event) && nameBoxes_.contains(box)) {
+    auto* box = qobject_cast<PortNameBox*>(watched);
+    if (box && isChoosing(event) && nameBoxes_.contains(box)) {
         restrict(box);
     }
     return QWidget::eventFilter(watched, event);
 }
 
-void PortConfigWidget::restrict(QComboBox* box) {
+void PortConfigWidget::restrict(PortNameBox* box) {
     const QString own = box->currentText();
     QStringList names = namesOf(ports_->c(nameBoxes_.indexOf(box))->c(field::type)->getString());
-    for (const QComboBox* other : qAsConst(nameBoxes_)) {
+    for (const PortNameBox* other : qAsConst(nameBoxes_)) {
         if (other != box && !other->currentText().isEmpty()) {
             names.removeAll(other->currentText());
         }

@@ -11,14 +11,15 @@
 #include <memory>
 
 class QCheckBox;
-class QComboBox;
 
 namespace Ui {
 class PortConfigWidget;
 }
 
 namespace lumo {
+class PortNameBox;
 class PortState;
+class PortTable;
 class TestButton;
 }  // namespace lumo
 
@@ -45,6 +46,8 @@ public:
 
 protected:
     void showEvent(QShowEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
 signals:
     /// Emitted by every save: the lines of the program whose wire feed was switched on or off.
@@ -58,16 +61,19 @@ private:
     void showFindings(const prog::Findings& findings);
     void refresh();
     void addRow(int row, const ModuleObject* port);
-    QComboBox* nameBox(const ModuleObject* port);
+    lumo::PortNameBox* nameBox(int row, const ModuleObject* port);
+    void showCount();
+    void place();
     const QStringList& namesOf(const QString& type) const;
-    void restrict(QComboBox* box);
+    void restrict(lumo::PortNameBox* box);
     void storePorts();
     void switchWire(bool enabled);
     void switchOffLeaving();
 
     const std::unique_ptr<Ui::PortConfigWidget> ui_;
     ModuleObject* const ports_;
-    QList<QComboBox*> nameBoxes_;          ///< by row
+    lumo::PortTable* table_ = nullptr;     ///< lays out the table, which owns it
+    QList<lumo::PortNameBox*> nameBoxes_;  ///< by row
     QList<QCheckBox*> enableBoxes_;        ///< by row
     QList<lumo::PortState*> states_;       ///< by row
     QHash<int, lumo::TestButton*> tests_;  ///< of the rows that have one

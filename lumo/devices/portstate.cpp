@@ -1,10 +1,10 @@
 #include "devices/portstate.h"
 
+#include "devices/signlabel.h"
 #include "module/host.h"
 #include "program/words.h"
 #include "widgets/findingtext.h"
 
-#include <QLabel>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -14,8 +14,6 @@ using namespace prog;
 namespace lumo {
 
 namespace {
-
-const QString findingMark = QStringLiteral("⚠ ");
 
 QString shortText(Fault fault) {
     switch (fault) {
@@ -33,52 +31,54 @@ QString shortText(Fault fault) {
 }  // namespace
 
 PortState::PortState(I_PORT port, QWidget* parent)
-    : QWidget(parent), port_(port), level_(new QLabel), finding_(new QLabel) {
+    : QWidget(parent), port_(port), level_(new SignLabel(this)), finding_(new SignLabel(this)) {
     auto* const column = new QVBoxLayout(this);
-    column->setContentsMargins(8, 0, 8, 0);
+    column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
     column->addStretch(1);
     column->addWidget(level_);
     column->addWidget(finding_);
     column->addStretch(1);
-    setAttribute(Qt::WA_StyledBackground);  // as the other cells of the row
-    finding_->setStyleSheet(QStringLiteral("color: #7A4B00; font-weight: bold;"));
+    finding_->setObjectName(QStringLiteral("portFinding"));
     // The width of a column must not depend on what is found.
     for (const Fault fault :
          {Fault::PortNotAssigned, Fault::PortsShare, Fault::PortNowhere, Fault::PortRows}) {
-        finding_->setText(findingMark + shortText(fault));
+        finding_->show(Sign::Warning, shortText(fault));
         finding_->ensurePolished();
         finding_->setMinimumWidth(std::max(finding_->minimumWidth(), finding_->sizeHint().width()));
     }
-    setMinimumWidth(finding_->minimumWidth() + column->contentsMargins().left() * 2);
+    setMinimumWidth(finding_->minimumWidth());
     clearFinding();
 }
 
 void PortState::showLevel(const QString& signal) {
     constexpr double percentOfFull = 100.0;
+    level_->setVisible(!signal.isEmpty());
     if (signal.isEmpty()) {
-        level_->setText(QStringLiteral("–"));
         return;
     }
     const QString path = mName(key::registerValues, signal);
     if (portInfo(port_).kind == word::portAnalog) {
         const double value = kordservice()->dataNode(mName(path, mIndex(0)))->getInt(0);
-        level_->setText(QStringLiteral("%1 %").arg(value / analogueFullScale * percentOfFull, 0, 'f', 1));
+        level_->show(Sign::None,
+                     QStringLiteral("%1 %").arg(value / analogueFullScale * percentOfFull, 0, 'f', 1));
         return;
     }
     const bool isOn = kordservice()->dataNode(path)->getBool(false);
-    level_->setText(isOn ? tr("● 开") : tr("○ 关"));
+    isOn ? level_->show(Sign::LampOn, tr("开")) : level_->show(Sign::LampOff, tr("关"));
 }
 
 void PortState::showFinding(const Finding& finding) {
-    finding_->setText(findingMark + shortText(finding.fault));
-    finding_->show();
-    setToolTip(findingWithRemedy(finding));
+    finding_->show(Sign::Warning, shortText(finding.fault));
+    finding_->setVisible(true);
 }
 
 void PortState::clearFinding() {
-    finding_->hide();
-    setToolTip(QString());
+    finding_->setVisible(false);
+}
+
+QString PortState::findingText() const {
+    return finding_->isVisibleTo(this) ? finding_->text() : QString();
 }
 
 }  // namespace lumo

@@ -5,9 +5,9 @@
 
 #include <QWidget>
 
-class QLabel;
-
 namespace lumo {
+
+class SignLabel;
 
 /// The cell of a port's row that shows the level of its signal, and in a second line what is wrong with its
 /// assignment.
@@ -16,15 +16,17 @@ class PortState final : public QWidget {
 public:
     explicit PortState(I_PORT port, QWidget* parent = nullptr);
 
-    /// Reads a signal of the controller; an empty name: none.
+    /// Reads a signal of the controller; an empty name: nothing is shown.
     void showLevel(const QString& signal);
     void showFinding(const prog::Finding& finding);
     void clearFinding();
+    /// What the second line says; empty without a finding.
+    [[nodiscard]] QString findingText() const;
 
 private:
     const I_PORT port_;
-    QLabel* level_;
-    QLabel* finding_;
+    SignLabel* const level_;
+    SignLabel* const finding_;
 };
 
 }  // namespace lumo

@@ -10,10 +10,7 @@
 #include "program/words.h"
 #include "widgets/way.h"
 
-#include <QGuiApplication>
-#include <QMouseEvent>
 #include <QTimer>
-#include <QWindow>
 
 #include <algorithm>
 
@@ -131,31 +128,34 @@ QString shortText(TestBar bar) {
 
 }  // namespace
 
-TestButton::TestButton(I_PORT output, QWidget* parent) : QPushButton(parent), output_(output) {
+TestButton::TestButton(I_PORT output, QWidget* parent) : HoldButton(parent), output_(output) {
     setAutoRepeat(false);
-    // The width of a column must not depend on what is barred.
+    setText(shortText(TestBar::None));
+    connect(this, &HoldButton::held, this, &TestButton::switchOutput);
+}
+
+QSize TestButton::sizeHint() const {
+    int widest = 0;
     for (const TestBar bar : {TestBar::OutOfUse, TestBar::NotSaved, TestBar::Shared, TestBar::Running,
                               TestBar::Locked, TestBar::AlreadyOn, TestBar::None}) {
-        setText(shortText(bar));
-        setMinimumWidth(std::max(minimumWidth(), sizeHint().width()));
+        widest = std::max(widest, fontMetrics().horizontalAdvance(shortText(bar)));
     }
-    connect(this, &QPushButton::pressed, this, &TestButton::hold);
-    connect(this, &QPushButton::released, this, &TestButton::release);
-    connect(qGuiApp, &QGuiApplication::focusWindowChanged, this, &TestButton::release);
+    const QSize own = HoldButton::sizeHint();
+    return {own.width() + widest - fontMetrics().horizontalAdvance(text()), own.height()};
 }
 
 TestButton::~TestButton() {
-    release();
+    switchOff();
 }
 
 void TestButton::refresh(bool isSaved) {
     isSaved_ = isSaved;
     TestBar bar = testBar(output_, isSaved);
     // A test that something else has ended: only a new press begins another one.
-    if (held_ && (bar != TestBar::None || !isLitByHand(output_))) {
-        release();
+    if (isTesting_ && (bar != TestBar::None || !isLitByHand(output_))) {
+        letGo();
     }
-    if (bar == TestBar::None && !held_ && isLitByHand(output_)) {
+    if (bar == TestBar::None && !isTesting_ && isLitByHand(output_)) {
         bar = TestBar::AlreadyOn;  // at the device page, which has the button for it
     }
     setEnabled(bar == TestBar::None);
@@ -163,49 +163,34 @@ void TestButton::refresh(bool isSaved) {
     setToolTip(testBarText(bar));
 }
 
-void TestButton::hold() {
+void TestButton::switchOutput(bool on) {
+    on ? switchOn() : switchOff();
+}
+
+void TestButton::switchOn() {
     constexpr int longestMs = 30000;
-    if (held_ || testBar(output_, isSaved_) != TestBar::None || isLitByHand(output_) || portState(output_)) {
+    if (testBar(output_, isSaved_) != TestBar::None || isLitByHand(output_) || portState(output_)) {
+        letGo();
         return;
     }
-    held_ = true;
-    const int mine = ++hold_;
+    isTesting_ = true;
+    const int mine = ++test_;
     QTimer::singleShot(longestMs, this, [this, mine] {
-        if (mine == hold_) {
-            release();
+        if (mine == test_) {
+            letGo();
         }
     });
     switchByHand(this, output_, true);  // last: a listener of the write may delete the page
 }
 
 /// What has been switched off meanwhile may have been switched on by a program.
-void TestButton::release() {
-    if (!held_) {
+void TestButton::switchOff() {
+    if (!isTesting_) {
         return;
     }
-    held_ = false;
-    setDown(false);
+    isTesting_ = false;
     if (isLitByHand(output_)) {
         switchOffPort(nullptr, output_);  // of a lock, its device first
-    }
-}
-
-/// QPushButton would be pressed again when the finger returns to it.
-void TestButton::mouseMoveEvent(QMouseEvent* event) {
-    if (held_) {
-        QPushButton::mouseMoveEvent(event);
-    }
-}
-
-void TestButton::hideEvent(QHideEvent* event) {
-    release();
-    QPushButton::hideEvent(event);
-}
-
-void TestButton::changeEvent(QEvent* event) {
-    QPushButton::changeEvent(event);
-    if (event->type() == QEvent::EnabledChange && !isEnabled()) {
-        release();
     }
 }
 

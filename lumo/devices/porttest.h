@@ -1,8 +1,7 @@
 #pragma once
 
 #include "program/ports.h"
-
-#include <QPushButton>
+#include "widgets/holdbutton.h"
 
 namespace lumo {
 
@@ -23,11 +22,10 @@ enum class TestBar {
 /// The reason in a sentence, with what to do.
 [[nodiscard]] QString testBarText(TestBar bar);
 
-/// A button that switches an output on while it is held. The output goes off when finger or key is lifted,
-/// when the finger leaves the button, when it is hidden, disabled or deleted, when another window gets the
-/// keyboard focus, and after 30 s. A loss of power, an accepted start or step and the application's end
-/// switch it off like a device that is on by hand; the button then writes nothing more.
-class TestButton final : public QPushButton {
+/// A button that switches an output on while it is held. The output goes off when the hold ends (see
+/// HoldButton), when the button is deleted, and after 30 s. A loss of power, an accepted start or step and
+/// the application's end switch it off like a device that is on by hand; the button then writes nothing more.
+class TestButton final : public HoldButton {
     Q_OBJECT
 public:
     explicit TestButton(I_PORT output, QWidget* parent = nullptr);
@@ -35,20 +33,18 @@ public:
 
     /// Updates what the button says and whether it can be pressed; ends a test that is no longer allowed.
     void refresh(bool isSaved);
-
-protected:
-    void mouseMoveEvent(QMouseEvent* event) override;
-    void hideEvent(QHideEvent* event) override;
-    void changeEvent(QEvent* event) override;
+    /// The same whatever the button says.
+    [[nodiscard]] QSize sizeHint() const override;
 
 private:
-    void hold();
-    void release();
+    void switchOutput(bool on);
+    void switchOn();
+    void switchOff();
 
     const I_PORT output_;
     bool isSaved_ = false;
-    bool held_ = false;
-    int hold_ = 0;  ///< number of the present or last test
+    bool isTesting_ = false;
+    int test_ = 0;  ///< number of the present or last test
 };
 
 }  // namespace lumo

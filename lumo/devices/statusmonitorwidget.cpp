@@ -1,9 +1,12 @@
 #include "devices/statusmonitorwidget.h"
 
+#include "devices/signlabel.h"
+#include "devices/tilecard.h"
 #include "equipment/ports.h"
+#include "look/scale.h"
 #include "ui_statusmonitorwidget.h"
-#include "widgets/dressing.h"
 
+#include <QEvent>
 #include <QTimer>
 
 using namespace lumo;
@@ -11,13 +14,13 @@ using namespace prog;
 
 namespace {
 
-/// Faults are red, except the welding signal, which is off whenever the laser is off.
-QString stateSheet(I_PORT port, bool good) {
+/// A fault has a triangle. The welding signal has none: it is off whenever the laser is off.
+Sign signOf(I_PORT port, bool good) {
     if (!portEnabled(port)) {
-        return QStringLiteral("color: #7b8794;");
+        return Sign::LampOff;
     }
-    return good || port == DI_WELDING_STATE ? QString()
-                                            : QStringLiteral("color: #c62828; font-weight: bold;");
+    const Sign bad = port == DI_WELDING_STATE ? Sign::LampOff : Sign::Warning;
+    return good ? Sign::LampOn : bad;
 }
 
 qint64 nowMs() {
@@ -39,6 +42,9 @@ void refreshTFLabel(bool& allGood, QLabel* label, I_PORT port) {
 StatusMonitorWidget::StatusMonitorWidget(QWidget* parent)
     : QWidget(parent), ui_(std::make_unique<Ui::StatusMonitorWidget>()) {
     ui_->setupUi(this);
+    if (parent) {
+        setMinimumSize(0, 0);  // as wide as the panel has room: what does not fit scrolls
+    }
     ModuleObject* count = m(key::count);
     connect(count, &ModuleObject::changed, this, &StatusMonitorWidget::showCount);
     showCount(count->value());
@@ -58,6 +64,51 @@ StatusMonitorWidget::StatusMonitorWidget(QWidget* parent)
 
 StatusMonitorWidget::~StatusMonitorWidget() = default;
 
+void StatusMonitorWidget::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    if (!isLaidOut_) {
+        isLaidOut_ = true;
+        layOut();
+        placeCards();
+    }
+}
+
+void StatusMonitorWidget::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::StyleChange && isLaidOut_) {
+        placeCards();
+    }
+}
+
+void StatusMonitorWidget::layOut() {
+    constexpr int leastPx = 176;
+    constexpr int leastSetPointPx = 120;
+    ui_->stateGroup->make(ui_->label, nullptr, leastPx);
+    ui_->stateGroup->addTile(ui_->label_2, ui_->lblLaserState);
+    ui_->stateGroup->addTile(ui_->label_7, ui_->lblLaserTopState);
+    ui_->stateGroup->addTile(ui_->label_5, ui_->lblCoolerState);
+    ui_->stateGroup->addTile(ui_->label_9, ui_->lblPressure);
+    ui_->stateGroup->addTile(ui_->label_11, ui_->lblTemperatue);
+    ui_->stateGroup->addTile(ui_->label_13, ui_->lblWelding);
+    ui_->countGroup->make(ui_->label_15, ui_->btnClear, leastPx);
+    ui_->countGroup->addTile(ui_->label_16, ui_->lblDelay, ui_->lblDelayUnit);
+    ui_->countGroup->addTile(ui_->label_18, ui_->lblNum);
+    ui_->laserGroup->make(ui_->label_20, nullptr, leastSetPointPx);
+    ui_->laserGroup->addTile(ui_->label_21, ui_->lblLaserFrequency);
+    ui_->laserGroup->addTile(ui_->label_23, ui_->lblLaserRatio);
+    ui_->laserGroup->addTile(ui_->label_25, ui_->lblLaserPower);
+    for (TileCard* const card : {ui_->stateGroup, ui_->countGroup, ui_->laserGroup}) {
+        card->fold();
+    }
+}
+
+void StatusMonitorWidget::placeCards() {
+    constexpr int gap = 16;
+    const int px = look::px(gap);
+    ui_->cardsLayout->setContentsMargins(px, px, px, px);
+    ui_->cardsLayout->setSpacing(px);
+}
+
 void StatusMonitorWidget::refresh() {
     if (!parentWidget() || !parentWidget()->isVisible()) {
         return;
@@ -75,10 +126,10 @@ void StatusMonitorWidget::refresh() {
     ui_->lblLaserPower->setText(percent(AO_LASER_POWER));
 }
 
-void StatusMonitorWidget::showState(QLabel* label, I_PORT port) {
+void StatusMonitorWidget::showState(SignLabel* label, I_PORT port) {
     bool good = true;
     refreshTFLabel(good, label, port);
-    setStyleSheetOnChange(label, stateSheet(port, good));
+    label->setSign(signOf(port, good));
     allGood_ = allGood_ && good;
 }
 

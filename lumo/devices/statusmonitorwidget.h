@@ -9,6 +9,10 @@
 
 class QLabel;
 
+namespace lumo {
+class SignLabel;
+}
+
 namespace Ui {
 class StatusMonitorWidget;
 }
@@ -27,8 +31,14 @@ public:
     /// Shows the states of the equipment and the set points as they are now.
     void refresh();
 
+protected:
+    void showEvent(QShowEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
 private:
-    void showState(QLabel* label, I_PORT port);
+    void layOut();
+    void placeCards();
+    void showState(lumo::SignLabel* label, I_PORT port);
     void showCount(const QVariant& count);
     void showProcessTime(const QVariant& seconds);
     void countRun(const QVariant& state);
@@ -37,6 +47,7 @@ private:
     const std::unique_ptr<Ui::StatusMonitorWidget> ui_;
     std::optional<qint64> busySinceMs_;  ///< on the host's clock; empty before the first run
     bool allGood_ = true;                ///< no input in use has been false so far
+    bool isLaidOut_ = false;             ///< when first shown
 };
 
 /// Writes the state of an input into a label: shut down when its port is not in use, else normal or abnormal.

@@ -13,6 +13,8 @@ public:
     explicit HoldButton(QWidget* parent = nullptr);
 
     [[nodiscard]] bool isHeld() const { return held_; }
+    /// Lets go by itself, as when the finger is lifted.
+    void letGo();
 
 signals:
     /// When the state changes.
@@ -25,7 +27,6 @@ protected:
 
 private:
     void hold();
-    void letGo();
 
     bool held_ = false;
 };

@@ -1,3 +1,4 @@
+#include "devices/devicecard.h"
 #include "devices/devicecontrolwidget.h"
 #include "devices/devicestate.h"
 #include "equipment/handlit.h"
@@ -180,11 +181,59 @@ private slots:
             }
             return texts.join(' ');
         };
-        QCOMPARE(states(), "已锁定 关，已锁定 关，已锁定 已锁定 关，已锁定 已锁定 关，已锁定");
+        const auto cards = [this] {
+            QStringList texts;
+            for (const auto* card : bench_.page->findChildren<lumo::DeviceCard*>()) {
+                texts << child<QLabel>(card, "cardState")->text() + child<QLabel>(card, "cardDetail")->text();
+            }
+            return texts.join(' ');
+        };
+        QCOMPARE(states(), "保护已锁定 已锁定 已锁定 保护已锁定 已锁定 保护已锁定 已锁定");
+        QCOMPARE(cards(), "已锁定 已锁定 已锁定");
         press("LaserControl LaserTest RedLight BlowControl");
         bench_.enablePort(DO_WIRE_ENABLE, false);
+        bench_.time.advance(61000);
+        QCOMPARE(states(),
+                 "已解锁，再按即锁定 已打开，再按即关闭 已打开，再按即关闭 已解锁，再按即锁定 关 保护已锁定 "
+                 "端口未启用");
+        QCOMPARE(cards(), "激光已打开手动打开，已 1:01 关 未启用端口“送丝使能”未启用。");
+    }
+
+    /// What stands below a field while its value can be sent, and while it cannot.
+    void fields_tellTheOutputOrTheRange() {
+        const auto note = [this](const char* name) {
+            return field(name)->parentWidget()->findChild<lumo::SignLabel*>()->text();
+        };
+        kordservice()->dataNode("register.values")->set(nullptr, "LUMO_AO_1.#0", 4096);
         refresh();
-        QCOMPARE(states(), "⚠ 已解锁 ◆ 激光已打开 ◎ 指示红光已打开 ⚠ 已解锁 关 已锁定 端口“送丝使能”未启用");
+        QCOMPARE(note("LaserPower"), "当前输出 12.5 %");
+        type("LaserPower", "150");
+        QCOMPARE(note("LaserPower"), "允许：0 至 99.99 %");
+        bench_.enablePort(AO_LASER_FREQUENCY, false);
+        refresh();
+        QCOMPARE(note("LaserFrequency"), "端口未启用");
+    }
+
+    /// Every width of a page: what does not fit stands below, nothing is wider than the page.
+    void cards_foldToThePage() {
+        auto* const page = bench_.find<DeviceControlWidget>();
+        page->setParent(nullptr);
+        page->show();
+        for (const int width : {464, 688, 864, 1088, 1696}) {
+            page->resize(width, 672);
+            bench_.time.settle();
+            for (const QAbstractButton* one : page->findChildren<QAbstractButton*>()) {
+                if (one->isVisible()) {
+                    const int right = one->mapTo(page, one->rect().topRight()).x();
+                    QVERIFY2(right < width, qPrintable(one->text() + QString::number(width)));
+                }
+            }
+            const bool isBeside = width >= 864;
+            const int title = child(page, "label")->mapTo(page, QPoint()).y();
+            const int caption = child(page, "label_3")->mapTo(page, QPoint()).y();
+            QCOMPARE(qAbs(title - caption) < 24, isBeside);
+        }
+        delete page;
     }
 
     /// The stop switches off as the executor does. What the page writes after it has no effect.

@@ -1,4 +1,5 @@
 #include "devices/portconfigwidget.h"
+#include "devices/portstate.h"
 #include "equipment/handlit.h"
 #include "equipment/ports.h"
 #include "support/executorbench.h"
@@ -8,6 +9,7 @@
 #include <QCheckBox>
 #include <QDir>
 #include <QLabel>
+#include <QMouseEvent>
 #include <QRegularExpression>
 #include <QWheelEvent>
 
@@ -168,7 +170,11 @@ private slots:
         const auto hold = [&](int row) { QTest::mousePress(test(row), Qt::LeftButton); };
         const QVector<QPair<const char*, std::function<void()>>> ends = {
             {"lifted", [&] { QTest::mouseRelease(test(DO_GAS), Qt::LeftButton); }},
-            {"left", [&] { QTest::mouseMove(test(DO_GAS), QPoint(-50, -50)); }},
+            {"left",
+             [&] {
+                 QMouseEvent away(QEvent::MouseMove, QPointF(-50, -50), Qt::NoButton, Qt::LeftButton, {});
+                 QApplication::sendEvent(test(DO_GAS), &away);
+             }},
             {"page left", [this] { page_->hide(); }},
             {"page deleted", [this] { page_.reset(); }},
             {"lock closed", [&] { registers->set(this, "LUMO_DO.#7", false); }},
@@ -209,7 +215,7 @@ private slots:
             QCOMPARE(test(row)->text(), caption);
             click(test(row));
         }
-        QCOMPARE(cell<QWidget>(DO_ALARM, 5)->findChildren<QLabel*>().last()->text(), "⚠ 重复分配");
+        QCOMPARE(cell<lumo::PortState>(DO_ALARM, 5)->findingText(), "重复分配");
         box(DO_GAS_SAFETY_LOCK)->setCurrentText("");
         bench_.time.advance(160);
         QCOMPARE(test(DO_GAS_SAFETY_LOCK)->text(), "未保存");

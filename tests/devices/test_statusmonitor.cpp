@@ -1,3 +1,4 @@
+#include "devices/signlabel.h"
 #include "devices/statusmonitorwidget.h"
 #include "panel/pagebench.h"
 #include "support/suite.h"
@@ -10,13 +11,14 @@ class TestStatusMonitor : public QObject {
 
     PageBench bench_;
 
-    /// The texts of the labels, joined by spaces; "!" after a red one.
+    /// The texts of the labels, joined by spaces; "!" after one with the sign of a fault.
     QString shown(const char* labels) const {
         const auto* const monitor = bench_.page->findChild<StatusMonitorWidget*>();
         QStringList texts;
         for (const QByteArray& name : QByteArray(labels).split(' ')) {
             const auto* const label = child<QLabel>(monitor, "lbl" + name);
-            texts << label->text() + (label->styleSheet().contains("#c62828") ? "!" : "");
+            const auto* const state = qobject_cast<const lumo::SignLabel*>(label);
+            texts << label->text() + (state && state->sign() == lumo::Sign::Warning ? "!" : "");
         }
         return texts.join(' ');
     }

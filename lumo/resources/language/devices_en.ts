@@ -2,38 +2,48 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en_US" sourcelanguage="zh_CN">
 <context>
+    <name>lumo::DeviceCard</name>
+    <message>
+        <source>转到端口页</source>
+        <translation>Go to Port</translation>
+    </message>
+</context>
+<context>
     <name>lumo::DeviceState</name>
     <message>
-        <source>⚠ 已解锁</source>
-        <translation>⚠ Armed</translation>
+        <source>端口未启用</source>
+        <translation>The port is not enabled</translation>
+    </message>
+    <message>
+        <source>已解锁，再按即锁定</source>
+        <translation>Armed. Tap to lock</translation>
+    </message>
+    <message>
+        <source>保护已锁定</source>
+        <translation>Locked</translation>
     </message>
     <message>
         <source>已锁定</source>
         <translation>Locked</translation>
     </message>
     <message>
-        <source>关，已锁定</source>
-        <translation>Off, locked</translation>
+        <source>已打开，再按即关闭</source>
+        <translation>On. Tap to switch it off</translation>
     </message>
     <message>
         <source>关</source>
         <translation>Off</translation>
     </message>
+</context>
+<context>
+    <name>lumo::SetPoint</name>
     <message>
-        <source>◆ 激光已打开</source>
-        <translation>◆ Laser on</translation>
+        <source>端口未启用</source>
+        <translation>The port is not enabled</translation>
     </message>
     <message>
-        <source>◎ 指示红光已打开</source>
-        <translation>◎ Pilot light on</translation>
-    </message>
-    <message>
-        <source>● 已打开</source>
-        <translation>● On</translation>
-    </message>
-    <message>
-        <source>端口“%1”未启用</source>
-        <translation>Port &quot;%1&quot; is out of use</translation>
+        <source>当前输出 %1 %</source>
+        <translation>Output now %1 %</translation>
     </message>
 </context>
 <context>
@@ -183,6 +193,42 @@
     <message>
         <source>请先更正红框中的数值。</source>
         <translation>Correct the value in the red frame first.</translation>
+    </message>
+    <message>
+        <source>端口“%1”未启用。</source>
+        <translation>The port %1 is not enabled.</translation>
+    </message>
+    <message>
+        <source>激光已打开</source>
+        <translation>LASER ON</translation>
+    </message>
+    <message>
+        <source>已打开</source>
+        <translation>On</translation>
+    </message>
+    <message>
+        <source>未启用</source>
+        <translation>Out of use</translation>
+    </message>
+    <message>
+        <source>指示红光已打开</source>
+        <translation>Pilot light on</translation>
+    </message>
+    <message>
+        <source>关</source>
+        <translation>Off</translation>
+    </message>
+    <message>
+        <source>已锁定</source>
+        <translation>Locked</translation>
+    </message>
+    <message>
+        <source>手动打开，已 %1</source>
+        <translation>lit by hand for %1</translation>
+    </message>
+    <message>
+        <source>已打开 %1</source>
+        <translation>on for %1</translation>
     </message>
 </context>
 </TS>

@@ -2,38 +2,48 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="ru_RU" sourcelanguage="zh_CN">
 <context>
+    <name>lumo::DeviceCard</name>
+    <message>
+        <source>转到端口页</source>
+        <translation>К портам</translation>
+    </message>
+</context>
+<context>
     <name>lumo::DeviceState</name>
     <message>
-        <source>⚠ 已解锁</source>
-        <translation>⚠ Снята</translation>
+        <source>端口未启用</source>
+        <translation>Порт отключён</translation>
+    </message>
+    <message>
+        <source>已解锁，再按即锁定</source>
+        <translation>Снята. Нажмите, чтобы закрыть</translation>
+    </message>
+    <message>
+        <source>保护已锁定</source>
+        <translation>Закрыта</translation>
     </message>
     <message>
         <source>已锁定</source>
         <translation>Заблокировано</translation>
     </message>
     <message>
-        <source>关，已锁定</source>
-        <translation>Выкл., заблокировано</translation>
+        <source>已打开，再按即关闭</source>
+        <translation>Включено. Нажмите, чтобы выключить</translation>
     </message>
     <message>
         <source>关</source>
         <translation>Выключено</translation>
     </message>
+</context>
+<context>
+    <name>lumo::SetPoint</name>
     <message>
-        <source>◆ 激光已打开</source>
-        <translation>◆ Лазер включён</translation>
+        <source>端口未启用</source>
+        <translation>Порт отключён</translation>
     </message>
     <message>
-        <source>◎ 指示红光已打开</source>
-        <translation>◎ Указатель включён</translation>
-    </message>
-    <message>
-        <source>● 已打开</source>
-        <translation>● Включено</translation>
-    </message>
-    <message>
-        <source>端口“%1”未启用</source>
-        <translation>Порт «%1» отключён</translation>
+        <source>当前输出 %1 %</source>
+        <translation>На выходе %1 %</translation>
     </message>
 </context>
 <context>
@@ -183,6 +193,42 @@
     <message>
         <source>请先更正红框中的数值。</source>
         <translation>Сначала исправьте значение в красной рамке.</translation>
+    </message>
+    <message>
+        <source>端口“%1”未启用。</source>
+        <translation>Порт «%1» отключён.</translation>
+    </message>
+    <message>
+        <source>激光已打开</source>
+        <translation>ЛАЗЕР ВКЛЮЧЁН</translation>
+    </message>
+    <message>
+        <source>已打开</source>
+        <translation>Включено</translation>
+    </message>
+    <message>
+        <source>未启用</source>
+        <translation>Не используется</translation>
+    </message>
+    <message>
+        <source>指示红光已打开</source>
+        <translation>Указатель включён</translation>
+    </message>
+    <message>
+        <source>关</source>
+        <translation>Выключено</translation>
+    </message>
+    <message>
+        <source>已锁定</source>
+        <translation>Закрыто</translation>
+    </message>
+    <message>
+        <source>手动打开，已 %1</source>
+        <translation>включён вручную, %1</translation>
+    </message>
+    <message>
+        <source>已打开 %1</source>
+        <translation>включён %1</translation>
     </message>
 </context>
 </TS>

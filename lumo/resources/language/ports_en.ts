@@ -2,6 +2,13 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en_US" sourcelanguage="zh_CN">
 <context>
+    <name>lumo::PortNameBox</name>
+    <message>
+        <source>未分配</source>
+        <translation>not assigned</translation>
+    </message>
+</context>
+<context>
     <name>lumo::PortState</name>
     <message>
         <source>未分配</source>
@@ -20,12 +27,12 @@
         <translation>faulty</translation>
     </message>
     <message>
-        <source>● 开</source>
-        <translation>● on</translation>
+        <source>开</source>
+        <translation>On</translation>
     </message>
     <message>
-        <source>○ 关</source>
-        <translation>○ off</translation>
+        <source>关</source>
+        <translation>Off</translation>
     </message>
 </context>
 <context>
@@ -147,19 +154,27 @@
     </message>
     <message>
         <source>当前状态</source>
-        <translation>State</translation>
+        <translation>Now</translation>
     </message>
     <message>
         <source>测试</source>
         <translation>Test</translation>
     </message>
     <message>
-        <source>未分配</source>
-        <translation>not assigned</translation>
-    </message>
-    <message>
         <source>（另有 %1 处）</source>
         <translation> (%1 more)</translation>
+    </message>
+    <message>
+        <source>共 %1 个端口 · 输入 %2，输出 %3，模拟量输出 %4</source>
+        <translation>%1 ports · %2 inputs, %3 outputs, %4 analog outputs</translation>
+    </message>
+    <message>
+        <source>未保存：%1</source>
+        <translation>not stored: %1</translation>
+    </message>
+    <message>
+        <source>按住“测试”时打开</source>
+        <translation>Test: on while it is held</translation>
     </message>
 </context>
 </TS>

@@ -2,6 +2,13 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="ru_RU" sourcelanguage="zh_CN">
 <context>
+    <name>lumo::PortNameBox</name>
+    <message>
+        <source>未分配</source>
+        <translation>не назначен</translation>
+    </message>
+</context>
+<context>
     <name>lumo::PortState</name>
     <message>
         <source>未分配</source>
@@ -20,12 +27,12 @@
         <translation>ошибка</translation>
     </message>
     <message>
-        <source>● 开</source>
-        <translation>● вкл.</translation>
+        <source>开</source>
+        <translation>вкл.</translation>
     </message>
     <message>
-        <source>○ 关</source>
-        <translation>○ выкл.</translation>
+        <source>关</source>
+        <translation>выкл.</translation>
     </message>
 </context>
 <context>
@@ -147,19 +154,27 @@
     </message>
     <message>
         <source>当前状态</source>
-        <translation>Состояние</translation>
+        <translation>Сейчас</translation>
     </message>
     <message>
         <source>测试</source>
         <translation>Проверка</translation>
     </message>
     <message>
-        <source>未分配</source>
-        <translation>не назначен</translation>
-    </message>
-    <message>
         <source>（另有 %1 处）</source>
         <translation> (ещё %1)</translation>
+    </message>
+    <message>
+        <source>共 %1 个端口 · 输入 %2，输出 %3，模拟量输出 %4</source>
+        <translation>Портов %1 · входов %2, выходов %3, аналоговых выходов %4</translation>
+    </message>
+    <message>
+        <source>未保存：%1</source>
+        <translation>не сохранено: %1</translation>
+    </message>
+    <message>
+        <source>按住“测试”时打开</source>
+        <translation>«Проверить»: включено, пока нажато</translation>
     </message>
 </context>
 </TS>
