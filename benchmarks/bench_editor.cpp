@@ -11,8 +11,11 @@
 
 #include <QApplication>
 #include <QHeaderView>
+#include <QScrollBar>
 
+#include <ctime>
 #include <memory>
+#include <vector>
 
 namespace {
 
@@ -128,6 +131,26 @@ bench::Side markerWalk(bench::WeldCell& cell, int length) {
     return side;
 }
 
+/// Processor time of each frame, in ms, while a long program is scrolled on a large screen by `step` px a
+/// frame.
+std::vector<double> frameTimes(Tables& tables, int step) {
+    constexpr int frames = 600;
+    constexpr double msPerS = 1000.0;
+    tables.page.resize(1696, 976);
+    tables.open(bench::weldProgram(lines));
+    QScrollBar* const bar = tables.table->verticalScrollBar();
+    bar->setValue(0);
+    QApplication::processEvents();
+    std::vector<double> times;
+    for (int frame = 0; frame < frames; ++frame) {
+        const std::clock_t before = std::clock();
+        bar->setValue((bar->value() + step) % bar->maximum());
+        QApplication::processEvents();
+        times.push_back(static_cast<double>(std::clock() - before) * msPerS / CLOCKS_PER_SEC);
+    }
+    return times;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -154,5 +177,19 @@ int main(int argc, char** argv) {
     bench::add("editor: a move of the marker in 10000 lines / in 100", [&](benchmark::State& state) {
         bench::sideBySide(state, markerWalk(cell, lines), markerWalk(cell, 100), markerPlan);
     });
+    constexpr double frameMs = 1000.0 / 60;
+    constexpr int quickScroll = 60;  // px a frame: 3600 px/s
+    constexpr int page = 800;
+    constexpr double mostPaintMs = 4.0;
+    const auto addFrames = [&tables](const char* name, int step, double mostMs) {
+        bench::add(name, [&tables, step, mostMs](benchmark::State& state) {
+            constexpr double most = 0.99;
+            for ([[maybe_unused]] auto iteration : state) {
+                bench::report(state, bench::quantile(frameTimes(tables, step), most), "ms", mostMs);
+            }
+        });
+    };
+    addFrames("editor: a frame of scrolling 10000 lines at 1920x1080, p99", quickScroll, frameMs);
+    addFrames("editor: painting a page of lines not seen before at 1920x1080, p99", page, mostPaintMs);
     return bench::runFigures(argc, argv);
 }

@@ -44,14 +44,9 @@ int entryHeight() {
 }
 
 QString captionOf(const LineEntry& entry) {
-    switch (entry.field()) {
-        case LineField::Speed:
-            return Inspector::tr("速度 (%1)").arg(unitText(entry.range().unit));
-        case LineField::Zone:
-            return Inspector::tr("转弯区 (%1)").arg(unitText(entry.range().unit));
-        default:
-            return Inspector::tr("备注");
-    }
+    return entry.field() == LineField::Note
+               ? entry.caption()
+               : QStringLiteral("%1 (%2)").arg(entry.caption(), unitText(entry.range().unit));
 }
 
 }  // namespace
@@ -92,6 +87,10 @@ void Inspector::refresh() {
     statement_ = statement;
     type_ = type;
     details_ = statement ? statementDetails(statement) : QString();
+    lines_ = linesAt(width());
+    const SeamRows& seams = table_->seams();
+    const int seam = row_ >= 0 ? seams.seamOf(row_) : 0;
+    seam_ = seam > 0 ? tr("焊缝 %1 / %2").arg(seam).arg(seams.seamCount()) : QString();
     if (isOther) {
         renewEntries();
     } else {
@@ -127,7 +126,6 @@ void Inspector::renewEntries() {
         }
         auto* const entry = new LineEntry(statement_, fields[i], this);
         entries_[i] = entry;
-        entry->setAccessibleName(captionOf(*entry));
         connect(entry, &QLineEdit::editingFinished, this, [this, entry] { storeEntry(entry); });
         entry->show();
     }
@@ -158,10 +156,6 @@ QVector<FullLine> Inspector::linesAt(int width) const {
                      [&metrics](const QString& text) { return metrics.horizontalAdvance(text); });
 }
 
-int Inspector::entriesTop(int /*width*/) const {
-    return titleHeight() + gap();
-}
-
 int Inspector::heightOfEntries() const {
     if (!isWithEntries_ || !statement_) {
         return 0;
@@ -171,7 +165,7 @@ int Inspector::heightOfEntries() const {
 }
 
 QRect Inspector::entryPlace(LineField field) const {
-    const int top = entriesTop(width()) + captionHeight();
+    const int top = titleHeight() + gap() + captionHeight();
     const int one = captionHeight() + entryHeight() + gap();
     const int half = std::min((width() - gap()) / 2, look::px(120));
     switch (field) {
@@ -210,47 +204,65 @@ QSize Inspector::minimumSizeHint() const {
 
 void Inspector::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
-    const QRect title(0, 0, width(), titleHeight());
-    painter.setFont(look::font(look::Size::Title));
     if (row_ < 0) {
+        painter.setFont(look::font(look::Size::Text));
         painter.setPen(QColor(look::ink3));
-        const QString text = chosen_ > 1 ? tr("已选 %1 行").arg(chosen_) : QString();
-        painter.drawText(title, Qt::AlignLeft | Qt::AlignVCenter, text);
+        painter.drawText(QRect(0, 0, width(), titleHeight()), Qt::AlignLeft | Qt::AlignVCenter,
+                         chosen_ > 1 ? tr("已选 %1 行").arg(chosen_) : QString());
         return;
     }
-    painter.setPen(QColor(look::ink));
-    painter.setFont(look::font(look::Size::Title, look::Weight::Strong));
-    const QString number = QString::number(row_ + 1);
-    painter.drawText(title, Qt::AlignLeft | Qt::AlignVCenter, number);
-    int x = painter.fontMetrics().horizontalAdvance(number) + gap();
-    const int icon = look::px(22);
-    painter.drawPixmap(x, (title.height() - icon) / 2, look::picture(statementIcon(type_), icon));
-    x += icon + gap();
-    painter.setFont(look::font(look::Size::Title));
-    painter.drawText(title.adjusted(x, 0, 0, 0), Qt::AlignLeft | Qt::AlignVCenter, type2cn(type_));
-
+    paintTitle(&painter);
+    paintCaptions(&painter);
     painter.setFont(look::font(look::Size::Caption));
     painter.setPen(QColor(look::ink2));
     int y = titleHeight() + (heightOfEntries() > 0 ? gap() + heightOfEntries() : 0);
-    const QVector<FullLine> lines = linesAt(width());
-    for (const FullLine& line : lines) {
+    for (const FullLine& line : lines_) {
         painter.drawText(QRect(line.goesOn ? look::px(16) : 0, y, width(), lineHeight()),
                          Qt::AlignLeft | Qt::AlignVCenter, line.text);
         y += lineHeight();
     }
-    painter.setPen(QColor(look::ink3));
+}
+
+/// Number, icon and word; at the right the seam, where there is room.
+void Inspector::paintTitle(QPainter* painter) const {
+    const QRect title(0, 0, width(), titleHeight());
+    painter->setPen(QColor(look::ink));
+    painter->setFont(look::font(look::Size::Title, look::Weight::Strong));
+    const QString number = QString::number(row_ + 1);
+    painter->drawText(title, Qt::AlignLeft | Qt::AlignVCenter, number);
+    int x = painter->fontMetrics().horizontalAdvance(number) + gap();
+    const int icon = look::px(22);
+    painter->drawPixmap(x, (title.height() - icon) / 2, look::picture(statementIcon(type_), icon));
+    x += icon + gap();
+    painter->setFont(look::font(look::Size::Title));
+    const QString command = type2cn(type_);
+    painter->drawText(title.adjusted(x, 0, 0, 0), Qt::AlignLeft | Qt::AlignVCenter, command);
+    x += painter->fontMetrics().horizontalAdvance(command) + gap();
+    if (seam_.isEmpty()) {
+        return;
+    }
+    painter->setFont(look::font(look::Size::Caption));
+    painter->setPen(QColor(look::ink3));
+    if (x + painter->fontMetrics().horizontalAdvance(seam_) <= width()) {
+        painter->drawText(title, Qt::AlignRight | Qt::AlignVCenter, seam_);
+    }
+}
+
+void Inspector::paintCaptions(QPainter* painter) const {
+    painter->setFont(look::font(look::Size::Caption));
+    painter->setPen(QColor(look::ink3));
     for (const LineEntry* const entry : entries_) {
         if (entry) {
             const QRect place = entryPlace(entry->field());
-            painter.drawText(
-                place.translated(0, -captionHeight()).adjusted(0, 0, 0, captionHeight() - entryHeight()),
-                Qt::AlignLeft | Qt::AlignVCenter, captionOf(*entry));
+            const QRect caption(place.left(), place.top() - captionHeight(), place.width(), captionHeight());
+            painter->drawText(caption, Qt::AlignLeft | Qt::AlignVCenter, captionOf(*entry));
         }
     }
 }
 
 void Inspector::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
+    lines_ = linesAt(width());
     placeEntries();
 }
 

@@ -50,8 +50,9 @@ private:
     void enableEntries();
     void storeEntry(LineEntry* entry);
     [[nodiscard]] QVector<FullLine> linesAt(int width) const;
-    [[nodiscard]] int entriesTop(int width) const;
     [[nodiscard]] int heightOfEntries() const;
+    void paintTitle(QPainter* painter) const;
+    void paintCaptions(QPainter* painter) const;
     [[nodiscard]] QRect entryPlace(LineField field) const;
 
     ProgramTable* table_;
@@ -60,6 +61,8 @@ private:
     int chosen_ = 0;  ///< how many are selected
     QString type_;
     QString details_;
+    QString seam_;             ///< which of the program's, empty outside of seams
+    QVector<FullLine> lines_;  ///< of the details, at the present width
     QPointer<ModuleObject> statement_;
     std::array<LineEntry*, entryCount> entries_{};  ///< null where the statement has no such field
 };

@@ -39,6 +39,7 @@ LineEntry::LineEntry(ModuleObject* statement, LineField field, QWidget* parent)
       name_(fieldName(statement, field)),
       range_(entryRange(statement->c(field::type)->getString(), name_)) {
     setText(statement->c(name_)->getString());
+    setAccessibleName(caption());
     if (field == LineField::Note) {
         return;
     }
@@ -52,7 +53,19 @@ LineEntry::LineEntry(ModuleObject* statement, LineField field, QWidget* parent)
         limitToZone(this);
     }
     answer_ = new FieldAnswer(this, range_);
+    answer_->nameIt(caption());
     connect(answer_, &FieldAnswer::answered, this, &LineEntry::answered);
+}
+
+QString LineEntry::caption() const {
+    switch (field_) {
+        case LineField::Speed:
+            return tr("速度");
+        case LineField::Zone:
+            return tr("转弯区");
+        default:
+            return tr("备注");
+    }
 }
 
 bool LineEntry::isTaken() const {

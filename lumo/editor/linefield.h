@@ -31,6 +31,8 @@ public:
     [[nodiscard]] LineField field() const { return field_; }
     /// Null when it is gone.
     [[nodiscard]] ModuleObject* statement() const { return statement_; }
+    /// What the field is called.
+    [[nodiscard]] QString caption() const;
     /// Of a figure.
     [[nodiscard]] const prog::EntryRange& range() const { return range_; }
     [[nodiscard]] bool isInProgram() const;

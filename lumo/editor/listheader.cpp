@@ -50,8 +50,11 @@ void ListHeader::paintCaption(QPainter* painter, int column) const {
     const QFontMetrics metrics = painter->fontMetrics();
     const QString caption = model()->headerData(column, Qt::Horizontal).toString();
     const int alignment = Qt::AlignVCenter | (isNumber ? Qt::AlignRight : Qt::AlignLeft);
-    const int middle = caption.indexOf(QLatin1Char(' '));
-    if (metrics.horizontalAdvance(caption) <= place.width() || middle < 0) {
+    int middle = caption.lastIndexOf(QLatin1Char(' '));
+    while (middle > 0 && metrics.horizontalAdvance(caption.left(middle)) > place.width()) {
+        middle = caption.lastIndexOf(QLatin1Char(' '), middle - 1);
+    }
+    if (metrics.horizontalAdvance(caption) <= place.width() || middle <= 0) {
         painter->drawText(place, alignment, caption);
     } else {
         const int pitch = std::min(grid_.pitch() - 1, place.height() / 2);

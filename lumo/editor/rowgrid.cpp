@@ -54,9 +54,38 @@ void RowGrid::fit(int width, int inside, int rowCount, const QStringList& captio
     text_ = look::font(look::Size::Text);
     captionMetrics_ = QFontMetrics(caption_);
     textMetrics_ = QFontMetrics(text_);
+    smallFigures_ = Figures::of(caption_);
+    figures_ = Figures::of(text_);
     counts_.clear();
     fullCounts_.clear();
     fitColumns(width, inside, rowCount, captions);
+}
+
+RowGrid::Figures RowGrid::Figures::of(const QFont& font) {
+    Figures figures;
+    figures.font = font;
+    figures.font.setKerning(false);
+    figures.metrics = QFontMetrics(figures.font);
+    figures.digit = figures.metrics.horizontalAdvance(QLatin1Char('0'));
+    figures.point = figures.metrics.horizontalAdvance(QLatin1Char('.'));
+    figures.minus = figures.metrics.horizontalAdvance(QChar(0x2212));
+    return figures;
+}
+
+int RowGrid::Figures::widthOf(const QString& number) const {
+    int width = 0;
+    for (const QChar letter : number) {
+        if (letter >= QLatin1Char('0') && letter <= QLatin1Char('9')) {
+            width += digit;
+        } else if (letter == QLatin1Char('.')) {
+            width += point;
+        } else if (letter == QChar(0x2212)) {
+            width += minus;
+        } else {
+            width += metrics.horizontalAdvance(letter);
+        }
+    }
+    return width;
 }
 
 // --- Columns --------------------------------------------------------------------------------------

@@ -59,6 +59,17 @@ public:
     [[nodiscard]] const QFont& caption() const { return caption_; }
     [[nodiscard]] const QFont& strongCaption() const { return strongCaption_; }
     [[nodiscard]] const QFont& text() const { return text_; }
+    /// Small or usual type without kerning, for figures: their widths are the sums of those of their letters.
+    struct Figures {
+        QFont font;
+        QFontMetrics metrics{QFont()};
+        int digit = 0, point = 0, minus = 0;
+
+        [[nodiscard]] static Figures of(const QFont& font);
+        [[nodiscard]] int widthOf(const QString& number) const;
+    };
+    [[nodiscard]] const Figures& smallFigures() const { return smallFigures_; }
+    [[nodiscard]] const Figures& figures() const { return figures_; }
     [[nodiscard]] const QFontMetrics& captionMetrics() const { return captionMetrics_; }
     [[nodiscard]] const QFontMetrics& textMetrics() const { return textMetrics_; }
 
@@ -80,6 +91,7 @@ private:
     std::array<int, columns> widths_{};
     QFont caption_, strongCaption_, text_;
     QFontMetrics captionMetrics_, textMetrics_;
+    Figures smallFigures_, figures_;
     mutable QHash<QString, int> counts_;      ///< by shape of the text and width
     mutable QHash<QString, int> fullCounts_;  ///< by shape
 };

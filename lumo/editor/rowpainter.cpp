@@ -22,14 +22,26 @@ constexpr int keptKiB = 24 * 1024;
 
 constexpr QRgb markerColour = qRgb(0, 255, 0);
 
-/// A text in a line: centred between its edges.
-void drawLine(QPainter* painter, int x, int top, int height, const QString& text) {
-    const QFontMetrics metrics = painter->fontMetrics();
-    painter->drawText(x, top + (height - metrics.height()) / 2 + metrics.ascent(), text);
+int baselineIn(const QFontMetrics& metrics, int top, int height) {
+    return top + (height - metrics.height()) / 2 + metrics.ascent();
 }
 
-void drawRight(QPainter* painter, int right, int top, int height, const QString& text) {
-    drawLine(painter, right - painter->fontMetrics().horizontalAdvance(text), top, height, text);
+/// A text in a line: centred between its edges.
+void drawLine(QPainter* painter, int x, int top, int height, const QString& text) {
+    painter->drawText(x, baselineIn(painter->fontMetrics(), top, height), text);
+}
+
+void drawFigure(QPainter* painter, const RowGrid::Figures& type, int right, int baseline,
+                const QString& number) {
+    painter->setFont(type.font);
+    painter->drawText(right - type.widthOf(number), baseline, number);
+}
+
+QPixmap transparent(const QSize& size, qreal ratio) {
+    QPixmap picture(size * ratio);
+    picture.setDevicePixelRatio(ratio);
+    picture.fill(Qt::transparent);
+    return picture;
 }
 
 bool isZero(const std::array<QString, RowSummary::columns>& figures) {
@@ -102,11 +114,32 @@ void RowPainter::paintGround(QPainter* painter, const QRect& place, const State&
         painter->fillRect(0, 0, place.width(), line, QColor(look::blue));
         painter->fillRect(0, place.height() - line, place.width(), line, QColor(look::blue));
     }
-    const QRectF bar(RowGrid::rowPx(4), 0, RowGrid::rowPx(8), place.height());
-    look::paintWeldBar(painter, bar, state.seam.weld, state.seam.isFirst, state.seam.isLast);
+    paintBar(painter, place.height(), state.seam);
     if (state.hasMarker) {
         paintMarker(painter, place.height());
     }
+}
+
+void RowPainter::paintBar(QPainter* painter, int height, const SeamRows::Place& seam) const {
+    if (seam.weld == look::Weld::None) {
+        return;
+    }
+    const int key =
+        (height * 4 + static_cast<int>(seam.weld)) * 4 + (seam.isFirst ? 2 : 0) + (seam.isLast ? 1 : 0);
+    QPixmap& bar = bars_[key];
+    if (bar.isNull()) {
+        const QSize size(RowGrid::rowPx(8), height);
+        bar = transparent(size, painter->device()->devicePixelRatioF());
+        QPainter into(&bar);
+        look::paintWeldBar(&into, QRect(QPoint(), size), seam.weld, seam.isFirst, seam.isLast);
+    }
+    painter->drawPixmap(RowGrid::rowPx(4), 0, bar);
+}
+
+void RowPainter::forgetAll() {
+    kept_.clear();
+    bars_.clear();
+    marks_.clear();
 }
 
 void RowPainter::paintMarker(QPainter* painter, int height) const {
@@ -125,22 +158,28 @@ void RowPainter::paintMarker(QPainter* painter, int height) const {
 
 void RowPainter::paintNumber(QPainter* painter, int row, int height, const State& state,
                              const Inks& inks) const {
-    painter->setFont(grid_.text());
     painter->setPen(QColor(inks.second));
     const int right = grid_.columnLeft(ProgramTable::CommandColumn) - grid_.gap() / 2;
     const QString number = QString::number(row + 1);
-    drawRight(painter, right, 0, height, number);
+    const RowGrid::Figures& type = grid_.figures();
+    drawFigure(painter, type, right, baselineIn(type.metrics, 0, height), number);
     if (!state.severity) {
         return;
     }
     const int edge = RowGrid::rowPx(16);
     QRect mark(0, (height - edge) / 2, edge, edge);
-    mark.moveRight(right - painter->fontMetrics().horizontalAdvance(number) - grid_.gap() / 2);
+    mark.moveRight(right - type.widthOf(number) - grid_.gap() / 2);
     if (state.hasMarker) {
         // At the upper right corner of the marker, which has the room beside the number.
         mark.moveTopLeft({RowGrid::rowPx(15 + 36) - edge * 2 / 3, height / 2 - RowGrid::rowPx(18)});
     }
-    paintMark(painter, mark, *state.severity);
+    QPixmap& picture = marks_[static_cast<int>(*state.severity)];
+    if (picture.isNull()) {
+        picture = transparent(mark.size(), painter->device()->devicePixelRatioF());
+        QPainter into(&picture);
+        paintMark(&into, QRect(QPoint(), mark.size()), *state.severity);
+    }
+    painter->drawPixmap(mark.topLeft(), picture);
 }
 
 void RowPainter::paintCommand(QPainter* painter, int height, const RowSummary& summary,
@@ -228,15 +267,16 @@ void RowPainter::paintParameters(QPainter* painter, const RowSummary& summary, c
 
 void RowPainter::paintPoint(QPainter* painter, int top,
                             const std::array<QString, RowSummary::columns>& figures, const Inks& inks) const {
-    painter->setFont(grid_.caption());
     painter->setPen(QColor(inks.value));
+    const RowGrid::Figures& type = grid_.smallFigures();
+    const int baseline = baselineIn(type.metrics, top, grid_.pitch());
     const int left = grid_.columnLeft(ProgramTable::DetailColumn);
     for (int column = 0; column < RowSummary::columns; ++column) {
         const QString& figure = figures[static_cast<std::size_t>(column)];
         // The sign of degrees hangs over, so that the digits stand in their column.
         const bool hasSign = figure.endsWith(QChar(0xb0));
-        const int over = hasSign ? painter->fontMetrics().horizontalAdvance(QChar(0xb0)) : 0;
-        drawRight(painter, left + grid_.figureRight(column) + over, top, grid_.pitch(), figure);
+        const int over = hasSign ? type.metrics.horizontalAdvance(QChar(0xb0)) : 0;
+        drawFigure(painter, type, left + grid_.figureRight(column) + over, baseline, figure);
     }
 }
 
@@ -281,10 +321,8 @@ void RowPainter::paintFigure(QPainter* painter, const QRect& field, const QStrin
     painter->setFont(grid_.caption());
     painter->setPen(QColor(inks.unit));
     painter->drawText(right - unitWidth, baseline, unit);
-    painter->setFont(grid_.text());
     painter->setPen(QColor(inks.value));
-    painter->drawText(right - unitWidth - look::px(4) - grid_.textMetrics().horizontalAdvance(number),
-                      baseline, number);
+    drawFigure(painter, grid_.figures(), right - unitWidth - look::px(4), baseline, number);
 }
 
 void RowPainter::paintNote(QPainter* painter, const RowShape& shape, const State& state,

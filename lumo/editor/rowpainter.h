@@ -6,6 +6,7 @@
 #include "program/finding.h"
 
 #include <QCache>
+#include <QHash>
 #include <QPixmap>
 
 #include <optional>
@@ -37,7 +38,7 @@ public:
     void paint(QPainter* painter, int row, const QRect& place, const State& state);
     /// The statement of the row is another, or has other texts.
     void forget(int row) { kept_.remove(row); }
-    void forgetAll() { kept_.clear(); }
+    void forgetAll();
 
 private:
     struct Kept {
@@ -48,6 +49,7 @@ private:
 
     [[nodiscard]] QPixmap pictureOf(int row, const QSize& size, qreal ratio, const State& state) const;
     void paintGround(QPainter* painter, const QRect& place, const State& state) const;
+    void paintBar(QPainter* painter, int height, const SeamRows::Place& seam) const;
     void paintMarker(QPainter* painter, int height) const;
     void paintNumber(QPainter* painter, int row, int height, const State& state, const Inks& inks) const;
     void paintCommand(QPainter* painter, int height, const RowSummary& summary, const Inks& inks) const;
@@ -64,6 +66,8 @@ private:
 
     const RowGrid& grid_;
     QCache<int, Kept> kept_;
+    mutable QHash<int, QPixmap> bars_;   ///< by height and state
+    mutable QHash<int, QPixmap> marks_;  ///< by severity
 };
 
 }  // namespace lumo

@@ -25,6 +25,7 @@ RowView::RowView(QWidget* parent)
     : QTableWidget(parent), painter_(grid_), header_(new ListHeader(grid_, this)) {
     setHorizontalHeader(header_);
     setShowGrid(false);
+    setVerticalScrollMode(ScrollPerPixel);
     setTabKeyNavigation(false);  // Tab moves on to the buttons, not to the next cell
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     viewport()->setAttribute(Qt::WA_OpaquePaintEvent);  // scrolling moves what is painted
@@ -419,13 +420,16 @@ void RowView::mouseDoubleClickEvent(QMouseEvent* event) {
     }
 }
 
-/// A key that the open entry does not take comes here.
+/// A key that the open entry does not take comes here. F2 edits the selected row.
 void RowView::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Escape && inline_->isOpen()) {
         inline_->cancel();
-        return;
+    } else if (event->key() == Qt::Key_F2 && isEditable() && onlySelected() >= 0) {
+        const int row = onlySelected();
+        inline_->open(row, LineField::Speed) || inline_->open(row, LineField::Note);
+    } else {
+        QTableWidget::keyPressEvent(event);
     }
-    QTableWidget::keyPressEvent(event);
 }
 
 }  // namespace lumo

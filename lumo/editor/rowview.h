@@ -21,6 +21,9 @@ class ProgramCheck;
 /// Who fills the table tells of each row whose statement it shows. The cells hold texts that are not drawn.
 class RowView : public QTableWidget {
     Q_OBJECT
+    /// The view paints other texts than its cells hold.
+    Q_PROPERTY(bool drawsRows READ drawsRows CONSTANT)
+    Q_PROPERTY(bool fullRows READ isFullRows WRITE setFullRows)
 public:
     enum Column { MarkerColumn, LineColumn, CommandColumn, DetailColumn, NoteColumn, RunColumn };
 
@@ -36,6 +39,9 @@ public:
     /// Shows the full text of each statement, or the compact rows of the beginning.
     void setFullRows(bool full);
     [[nodiscard]] bool isFullRows() const { return isFull_; }
+    [[nodiscard]] static bool drawsRows() { return true; }
+    /// Where the lines stand in their seams.
+    [[nodiscard]] const SeamRows& seams() const { return seams_; }
     /// Marks the lines that have findings; the check must outlive the view.
     void showFindings(const ProgramCheck* check);
 

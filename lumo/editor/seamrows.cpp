@@ -4,6 +4,8 @@
 #include "module/host.h"
 #include "program/words.h"
 
+#include <algorithm>
+
 using namespace prog;
 
 namespace lumo {
@@ -26,6 +28,26 @@ SeamRows::Place SeamRows::at(int at) const {
     const bool isNow = isFollowing_ && isLit_ && at == line_;
     const auto weld = isNow ? look::Weld::Now : place.isWelded ? look::Weld::Welded : look::Weld::ToWeld;
     return {weld, place.isFirst, place.isLast};
+}
+
+int SeamRows::seamsTo(int end) const {
+    if (isStale_) {
+        findSeams();
+    }
+    return static_cast<int>(
+        std::count_if(rows_.begin(), rows_.begin() + end, [](const Row& row) { return row.isFirst; }));
+}
+
+int SeamRows::seamOf(int at) const {
+    if (at >= count()) {
+        return 0;
+    }
+    const int number = seamsTo(at + 1);
+    return row(at).inSeam ? number : 0;
+}
+
+int SeamRows::seamCount() const {
+    return seamsTo(count());
 }
 
 // --- Rows -----------------------------------------------------------------------------------------

@@ -29,6 +29,10 @@ public:
     /// Of a row that exists.
     [[nodiscard]] Place at(int row) const;
 
+    /// The number of a row's seam, from 1; 0 outside of seams.
+    [[nodiscard]] int seamOf(int row) const;
+    [[nodiscard]] int seamCount() const;
+
     // --- For the table: the kinds of its rows -------------------------------------------------
 
     void reset(int count);
@@ -54,6 +58,7 @@ private:
     void onWeldOpen(const QVariant& open);
     void restructured();
     void findSeams() const;
+    [[nodiscard]] int seamsTo(int end) const;
     void weldedBeforeTheStop() const;
     void setWelded(int at);
     void announce(int at);

@@ -102,6 +102,22 @@ const Stop editorRows[] = {
          s.selectRow(table, MoveL);
          s.shoot();
      }},
+    {"editor_inline",
+     [](Scene& s) {
+         s.openProject(sampleFile);
+         s.selectRow(table, MoveL);
+         s.key(table, Qt::Key_F2);
+         s.type(QStringLiteral("inlineEntry"), QStringLiteral("250"));
+         s.shoot();
+         s.key(QStringLiteral("inlineEntry"), Qt::Key_Escape);
+     }},
+    {"editor_full_rows",
+     [](Scene& s) {
+         s.openProject(sampleFile);
+         s.set(table, "fullRows", true);
+         s.shoot();
+         s.set(table, "fullRows", false);
+     }},
     {"editor_power_on",
      [](Scene& s) {
          s.openProject(sampleFile);

@@ -213,6 +213,21 @@ void Scene::type(const QString& lineEdit, const QString& text) {
     clock()->advance(layoutMs);
 }
 
+void Scene::key(const QString& widget, Qt::Key key) {
+    if (auto* found = find<QWidget>(widget)) {
+        QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier);
+        QApplication::sendEvent(found, &press);
+        clock()->advance(layoutMs);
+    }
+}
+
+void Scene::set(const QString& widget, const char* property, const QVariant& value) {
+    if (auto* found = find<QWidget>(widget)) {
+        found->setProperty(property, value);
+        clock()->advance(layoutMs);
+    }
+}
+
 void Scene::tab(int index) {
     if (auto* tabs = find<QTabBar>(QString())) {
         tabs->setCurrentIndex(index);

@@ -44,6 +44,10 @@ public:
     void selectRow(const QString& table, int row);
     /// Replaces the text of a field.
     void type(const QString& lineEdit, const QString& text);
+    /// Presses a key in a widget.
+    void key(const QString& widget, Qt::Key key);
+    /// Sets a property of a widget.
+    void set(const QString& widget, const char* property, const QVariant& value);
     /// Chooses a tab of the newest window that has tabs.
     void tab(int index);
     /// Presses OK or Yes in the newest dialog or message.

@@ -61,11 +61,12 @@ QString cutHeading(const QHeaderView& header) {
     return {};
 }
 
-/// Looks at cells that are drawn by Qt's own delegate and stand wholly in the view.
+/// Looks at cells that are drawn by Qt's own delegate and stand wholly in the view. A view that draws its
+/// rows itself says so.
 QString cutCell(const QAbstractItemView& view) {
     const QAbstractItemModel* model = view.model();
     const auto* table = qobject_cast<const QTableView*>(&view);
-    if (!model || !table ||
+    if (!model || !table || view.property("drawsRows").toBool() ||
         qstrcmp(view.itemDelegate()->metaObject()->className(), "QStyledItemDelegate") != 0) {
         return {};
     }

@@ -579,20 +579,27 @@
 <context>
     <name>lumo::Inspector</name>
     <message>
-        <source>速度 (%1)</source>
-        <translation>Speed (%1)</translation>
+        <source>已选 %1 行</source>
+        <translation>%1 lines selected</translation>
     </message>
     <message>
-        <source>转弯区 (%1)</source>
-        <translation>Radius (%1)</translation>
+        <source>焊缝 %1 / %2</source>
+        <translation>Seam %1 of %2</translation>
+    </message>
+</context>
+<context>
+    <name>lumo::LineEntry</name>
+    <message>
+        <source>速度</source>
+        <translation>Speed</translation>
+    </message>
+    <message>
+        <source>转弯区</source>
+        <translation>Radius</translation>
     </message>
     <message>
         <source>备注</source>
         <translation>Remark</translation>
-    </message>
-    <message>
-        <source>已选 %1 行</source>
-        <translation>%1 lines selected</translation>
     </message>
 </context>
 <context>

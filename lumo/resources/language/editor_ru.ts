@@ -583,20 +583,27 @@
 <context>
     <name>lumo::Inspector</name>
     <message>
-        <source>速度 (%1)</source>
-        <translation>Скорость (%1)</translation>
+        <source>已选 %1 行</source>
+        <translation>Выбрано строк: %1</translation>
     </message>
     <message>
-        <source>转弯区 (%1)</source>
-        <translation>Радиус (%1)</translation>
+        <source>焊缝 %1 / %2</source>
+        <translation>Шов %1 из %2</translation>
+    </message>
+</context>
+<context>
+    <name>lumo::LineEntry</name>
+    <message>
+        <source>速度</source>
+        <translation>Скорость</translation>
+    </message>
+    <message>
+        <source>转弯区</source>
+        <translation>Радиус</translation>
     </message>
     <message>
         <source>备注</source>
         <translation>Примечание</translation>
-    </message>
-    <message>
-        <source>已选 %1 行</source>
-        <translation>Выбрано строк: %1</translation>
     </message>
 </context>
 <context>
