@@ -180,10 +180,10 @@ void Driver::end(Run& run) {
     if (!run.isAborted && !run.isStep) {
         resume_.hold(run.original(run.line));
     }
-    reachedEnd_ = !run.isAborted && run.reachedEnd;
-    if (reachedEnd_ && run.ofHandProgram()) {
+    if (!run.isAborted && run.reachedEnd && run.ofHandProgram()) {
         resume_.setFinished(true);
     }
+    reachedEnd_ = !run.isAborted && run.reachedEnd;
     motions_.end();
     run_ = nullptr;
     waiter_.setLine(-1);

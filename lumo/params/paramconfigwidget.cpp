@@ -47,6 +47,7 @@ ParamConfigWidget::ParamConfigWidget(QWidget* parent)
     setAttribute(Qt::WA_StyledBackground);
     dress();
     rows_ = new SetRows(ui_->tblWgtGroup);
+    picture_->setObjectName(QStringLiteral("timingPicture"));
     ui_->pictureArea->setWidget(picture_);
     logW() << QStringLiteral("ParamConfigWidget::ParamConfigWidget pns->cmobjs() count  = ")
            << m(key::param)->cmobjCount();

@@ -113,7 +113,7 @@ void ParamValuesDialog::dressTable() {
     dressGroups(table, rowGroups(), GroupColumn);
     table->setTabKeyNavigation(false);  // Tab moves from line to line, not from cell to cell
     table->setShowGrid(false);
-    constexpr int rowHeight = 56, valueWidth = 136, rangeWidth = 96;
+    constexpr int rowHeight = 52, valueWidth = 136, rangeWidth = 96;
     table->verticalHeader()->setDefaultSectionSize(look::px(rowHeight));
     QHeaderView* const header = table->horizontalHeader();
     header->setSectionResizeMode(QHeaderView::ResizeToContents);
@@ -122,7 +122,9 @@ void ParamValuesDialog::dressTable() {
     header->setSectionResizeMode(RangeColumn, QHeaderView::Fixed);
     table->setColumnWidth(ValueColumn, look::px(valueWidth));
     table->setColumnWidth(RangeColumn, look::px(rangeWidth));
+    // OK is the main button, also while it is disabled.
     okButton()->setProperty("primary", true);
+    ui_->buttonBox->button(QDialogButtonBox::Cancel)->setAutoDefault(false);
 }
 
 /// As large as the page lets it be.

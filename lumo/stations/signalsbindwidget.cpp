@@ -152,7 +152,8 @@ void SignalsBindWidget::hideEvent(QHideEvent* event) {
 }
 
 void SignalsBindWidget::showLive() {
-    view_->show(queue_, !firstRuns(), serving_ == Serving::Running);
+    const bool isHeld = !queue_.isEmpty() && stops_.anyAtTriggerLevel(this);
+    view_->show(queue_, !firstRuns(), serving_ == Serving::Running, isHeld);
 }
 
 // --- Monitoring -----------------------------------------------------------------------------------

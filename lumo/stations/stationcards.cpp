@@ -101,8 +101,9 @@ StationCards::Card StationCards::waitingCard(const Waiting& waiting) const {
     card.colour = look::blue;
     card.main = waiting.station;
     card.aside = waiting.project;
-    card.left = waiting.behind.isEmpty() ? tr("已等 %1").arg(waiting.waited)
-                                         : tr("已等 %1，在 %2 之后").arg(waiting.waited, waiting.behind);
+    card.left = waiting.isHeld             ? tr("已等 %1，停止信号有效").arg(waiting.waited)
+                : waiting.behind.isEmpty() ? tr("已等 %1").arg(waiting.waited)
+                                           : tr("已等 %1，在 %2 之后").arg(waiting.waited, waiting.behind);
     card.right = waiting.more > 0 ? tr("另有 %1 个").arg(waiting.more) : QString();
     return card;
 }

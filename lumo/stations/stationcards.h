@@ -30,9 +30,10 @@ public:
     struct Waiting {
         QString station;  ///< the next one; empty: none
         QString project;
-        QString waited;  ///< "0:06"
-        QString behind;  ///< station that runs now
-        int more = 0;    ///< that wait behind it
+        QString waited;       ///< "0:06"
+        QString behind;       ///< station that runs now
+        int more = 0;         ///< that wait behind it
+        bool isHeld = false;  ///< a stop input is on
     };
 
     explicit StationCards(QWidget* parent = nullptr);

@@ -51,7 +51,7 @@ void StationView::runEnded(bool toItsEnd) {
     ++(toItsEnd ? tally_.ended : tally_.stopped);
 }
 
-void StationView::show(const StationQueue& queue, bool firstWaits, bool runs) {
+void StationView::show(const StationQueue& queue, bool firstWaits, bool runs, bool isHeld) {
     showLamps();
     const int next = firstWaits ? 0 : 1;
     QVector<int> rows;
@@ -67,6 +67,7 @@ void StationView::show(const StationQueue& queue, bool firstWaits, bool runs) {
         waiting.waited = durationText(nowMs() - entry.sinceMs);
         waiting.behind = next > 0 ? stationName(queue.first()) : QString();
         waiting.more = rows.size() - 1;
+        waiting.isHeld = isHeld;
     }
     cards_->show(runs ? running(queue.first()) : StationCards::Running(), waiting, tally_);
 }

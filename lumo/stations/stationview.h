@@ -28,8 +28,9 @@ public:
     /// A project was not started.
     void refused() { ++tally_.refused; }
 
-    /// Shows all. `firstWaits`: the queue's first project is not being started yet; `runs`: it runs.
-    void show(const StationQueue& queue, bool firstWaits, bool runs);
+    /// Shows all. `firstWaits`: the queue's first project is not being started yet; `runs`: it runs;
+    /// `isHeld`: a stop input lets nothing start.
+    void show(const StationQueue& queue, bool firstWaits, bool runs, bool isHeld);
 
 private:
     void showLamps();

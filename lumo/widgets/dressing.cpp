@@ -30,7 +30,9 @@ void dressGroups(QTableWidget* table, const RowGroups& groups, int groupColumn) 
     for (int row = 0; row < rows; ++row) {
         if (!groups.isHead(row)) {
             // The labels of a merged cell lie on top of each other: an opaque one hides those below.
-            table->cellWidget(row, groupColumn)->setStyleSheet(QStringLiteral("background-color: #FFFFFF"));
+            QWidget* const cell = table->cellWidget(row, groupColumn);
+            cell->setStyleSheet(QStringLiteral("background-color: #FFFFFF"));
+            cell->setAttribute(Qt::WA_TransparentForMouseEvents);
             continue;
         }
         for (int column = 0; column < table->columnCount(); ++column) {

@@ -17,8 +17,9 @@ namespace lumo {
 
 namespace {
 
-constexpr int headerHeight = 40;
-constexpr int restAir = 6;  ///< above the cells and below the values below them together
+constexpr int headerHeight = 44;
+constexpr int shortCaption = 64;  ///< keeps to one line
+constexpr int restAir = 6;        ///< above the cells and below the values below them together
 
 int widest(const QStringList& texts, const QFontMetrics& metrics) {
     int width = 0;
@@ -92,9 +93,12 @@ int FoldedTable::widestText(int column, const QFont& font) const {
 /// Captions take two lines: between words, or where their text says it.
 int FoldedTable::captionWidth(int column) const {
     const QString caption = table_->horizontalHeaderItem(column)->text();
-    const QChar divider = QLatin1Char(caption.contains(QLatin1Char('\n')) ? '\n' : ' ');
-    return widest(caption.split(divider),
-                  QFontMetrics(look::font(look::Size::Caption, look::Weight::Strong)));
+    const QFontMetrics metrics(look::font(look::Size::Caption, look::Weight::Strong));
+    const bool isDivided = caption.contains(QLatin1Char('\n'));
+    if (!isDivided && metrics.horizontalAdvance(caption) <= look::px(shortCaption)) {
+        return metrics.horizontalAdvance(caption);
+    }
+    return widest(caption.split(QLatin1Char(isDivided ? '\n' : ' ')), metrics);
 }
 
 // --- Layout ---------------------------------------------------------------------------------------

@@ -227,6 +227,23 @@ private slots:
         QCOMPARE(sets()->c(0)->c("delay_before_blow")->getInt(), 1500);
     }
 
+    /// The list is never wider than the page; power and users of a set are seen at any width.
+    void columns_foldWhereThePageIsNarrow() {
+        sets()->c(0)->loadJson(this, json("{'name':'A','power':60,'note':'thin'}"));
+        for (const auto& [width, hidesFrequency] : {std::pair{464, true}, {1088, false}, {688, true}}) {
+            sets_->resize(width, 700);
+            bench.time.settle();
+            int used = 0;
+            for (int column = 0; column < lumo::SetColumnCount; ++column) {
+                used += table()->columnWidth(column);
+            }
+            QVERIFY2(used <= table()->viewport()->width(), QByteArray::number(used));
+            QCOMPARE(table()->isColumnHidden(lumo::SetFrequency), hidesFrequency);
+            QVERIFY(!table()->isColumnHidden(lumo::SetPower) && !table()->isColumnHidden(lumo::SetLines));
+            QVERIFY(sets_->minimumSizeHint().width() <= 464);
+        }
+    }
+
     void remarkBelowTheTable_isStored() {
         auto* const note = child<QLineEdit>(sets_.get(), "lineNote");
         table()->selectRow(1);

@@ -1,5 +1,6 @@
 #include "tools/pictures/tour.h"
 
+#include "app/panel.h"
 #include "mendo/modulemanager.h"
 #include "program/words.h"
 #include "simulator/controller.h"
@@ -308,6 +309,15 @@ const Stop parameterRows[] = {
          parameters(s);
          s.selectRow(sets, 0);
          press(s, "btnEdit");
+         s.shoot();
+     }},
+    {"parameters_time",
+     [](Scene& s) {
+         parameters(s);
+         s.selectRow(sets, 0);
+         if (auto* picture = s.panel()->window()->findChild<QWidget*>(QStringLiteral("timingPicture"))) {
+             QMetaObject::invokeMethod(picture, "tapped", Q_ARG(QString, QStringLiteral("stay_time")));
+         }
          s.shoot();
      }},
     {"parameters_value_refused",

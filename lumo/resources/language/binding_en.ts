@@ -265,5 +265,9 @@
         <source>自 %1 起监听</source>
         <translation>Listening since %1</translation>
     </message>
+    <message>
+        <source>已等 %1，停止信号有效</source>
+        <translation>for %1, a stop input is on</translation>
+    </message>
 </context>
 </TS>

@@ -265,5 +265,9 @@
         <source>自 %1 起监听</source>
         <translation>Опрос с %1</translation>
     </message>
+    <message>
+        <source>已等 %1，停止信号有效</source>
+        <translation>уже %1, включён вход «Стоп»</translation>
+    </message>
 </context>
 </TS>
