@@ -93,9 +93,12 @@ void SignalsBindingParamWidget::layOut() {
     columns_ = columns;
     QWidget* const groups[] = {ui_->groupBox_4, ui_->groupBox_3, ui_->groupBox,
                                ui_->groupBox_2, ui_->groupBox_5, ui_->groupBox_6};
-    for (int i = 0; i < 6; ++i) {
-        grid->addWidget(groups[i], i / columns, i % columns);
+    int place = 0;
+    for (QWidget* const group : groups) {
+        grid->addWidget(group, place / columns, place % columns);
+        ++place;
     }
+    grid->setRowStretch(place, 1);
     grid->setColumnStretch(1, columns - 1);
 }
 
