@@ -1,10 +1,17 @@
 #include "app/backup/archive.h"
 
+#include "mendo/clock.h"
+
+#include <minizip/unzip.h>
+#include <minizip/zip.h>
+#include <QBuffer>
 #include <QCoreApplication>
+#include <QDateTime>
 #include <QSet>
 
 #include <sys/stat.h>
-#include <zip.h>
+#include <zlib.h>
+#include <algorithm>
 #include <memory>
 
 namespace app {
@@ -16,42 +23,77 @@ struct Text {
     Q_DECLARE_TR_FUNCTIONS(app::Archive)
 };
 
-using Zip = std::unique_ptr<zip_t, decltype(&zip_discard)>;
+/// Reading and writing for minizip in a QIODevice, which is open and given as `opaque` and as the stream.
+QIODevice* deviceOf(voidpf stream) {
+    return static_cast<QIODevice*>(stream);
+}
 
-/// A source of bytes that ends with its archive, and stays readable when it is kept before.
-struct SourceFree {
-    void operator()(zip_source_t* source) const { zip_source_free(source); }
+voidpf openDevice(voidpf device, const void*, int) {
+    return device;
+}
+
+uLong readDevice(voidpf, voidpf stream, void* bytes, uLong size) {
+    return uLong(std::max<qint64>(0, deviceOf(stream)->read(static_cast<char*>(bytes), qint64(size))));
+}
+
+uLong writeDevice(voidpf, voidpf stream, const void* bytes, uLong size) {
+    return uLong(std::max<qint64>(0, deviceOf(stream)->write(static_cast<const char*>(bytes), qint64(size))));
+}
+
+ZPOS64_T tellDevice(voidpf, voidpf stream) {
+    return ZPOS64_T(deviceOf(stream)->pos());
+}
+
+long seekDevice(voidpf, voidpf stream, ZPOS64_T offset, int origin) {
+    QIODevice* const device = deviceOf(stream);
+    const qint64 from = origin == ZLIB_FILEFUNC_SEEK_CUR   ? device->pos()
+                        : origin == ZLIB_FILEFUNC_SEEK_END ? device->size()
+                                                           : 0;
+    const qint64 to = from + qint64(offset);
+    return to >= 0 && to <= device->size() && device->seek(to) ? 0 : -1;
+}
+
+int closeDevice(voidpf, voidpf) {
+    return 0;
+}
+
+int errorOf(voidpf, voidpf) {
+    return 0;
+}
+
+zlib_filefunc64_def functionsOf(QIODevice* device) {
+    return {openDevice, readDevice, writeDevice, tellDevice, seekDevice, closeDevice, errorOf, device};
+}
+
+struct UnzipClose {
+    void operator()(void* zip) const { unzClose(zip); }
 };
-using Source = std::unique_ptr<zip_source_t, SourceFree>;
+using Unzip = std::unique_ptr<void, UnzipClose>;
 
-QString textOf(zip_error_t* error) {
-    const QString text = QString::fromUtf8(zip_error_strerror(error));
-    zip_error_fini(error);
-    return text;
+zip_fileinfo madeNow() {
+    const QDateTime now = mendo::Clock::current().now();
+    const QDate date = now.date();
+    const QTime time = now.time();
+    zip_fileinfo info{};
+    info.tmz_date.tm_sec = uInt(time.second());
+    info.tmz_date.tm_min = uInt(time.minute());
+    info.tmz_date.tm_hour = uInt(time.hour());
+    info.tmz_date.tm_mday = uInt(date.day());
+    info.tmz_date.tm_mon = uInt(date.month() - 1);
+    info.tmz_date.tm_year = uInt(std::max(date.year(), 1980));  // the format knows none before
+    return info;
 }
 
-bool addFile(zip_t* zip, const ArchiveFile& file) {
-    zip_source_t* const source =
-        zip_source_buffer(zip, file.content.constData(), zip_uint64_t(file.content.size()), 0);
-    if (!source) {
-        return false;
-    }
-    if (zip_file_add(zip, file.name.toUtf8().constData(), source, ZIP_FL_ENC_UTF_8) < 0) {
-        zip_source_free(source);
-        return false;
-    }
-    return true;
-}
-
-QByteArray readAll(zip_source_t* source) {
-    zip_stat_t facts;
-    if (zip_source_stat(source, &facts) != 0 || zip_source_open(source) != 0) {
-        return {};
-    }
-    QByteArray bytes(int(facts.size), Qt::Uninitialized);
-    const bool isWhole = zip_source_read(source, bytes.data(), facts.size) == zip_int64_t(facts.size);
-    zip_source_close(source);
-    return isWhole ? bytes : QByteArray();
+bool addFile(zipFile zip, const ArchiveFile& file) {
+    constexpr uLong utf8Name = 1U << 11U;
+    const zip_fileinfo info = madeNow();
+    const bool isOpen =
+        zipOpenNewFileInZip4_64(zip, file.name.toUtf8().constData(), &info, nullptr, 0, nullptr, 0, nullptr,
+                                Z_DEFLATED, Z_DEFAULT_COMPRESSION, 0, -MAX_WBITS, DEF_MEM_LEVEL,
+                                Z_DEFAULT_STRATEGY, nullptr, 0, 0, utf8Name, 0) == ZIP_OK;
+    return isOpen &&
+           zipWriteInFileInZip(zip, file.content.constData(), unsigned(file.content.size())) == ZIP_OK &&
+           zipCloseFileInZip(zip) == ZIP_OK;
 }
 
 bool isPlainName(const QString& name) {
@@ -59,76 +101,96 @@ bool isPlainName(const QString& name) {
            !name.contains(QLatin1Char('\\')) && !name.contains(QChar(0)) && name.toUtf8().size() < 256;
 }
 
-bool isLink(zip_t* zip, zip_uint64_t index) {
-    zip_uint8_t system = 0;
-    zip_uint32_t attributes = 0;
-    constexpr int modeShift = 16;
-    return zip_file_get_external_attributes(zip, index, 0, &system, &attributes) == 0 &&
-           system == ZIP_OPSYS_UNIX && S_ISLNK(attributes >> modeShift);
+bool isLink(const unz_file_info64& facts) {
+    constexpr int modeShift = 16, systemShift = 8;
+    constexpr uLong unixSystem = 3;
+    return facts.version >> systemShift == unixSystem && S_ISLNK(facts.external_fa >> modeShift);
 }
 
-/// Reads one file. Nothing when it is damaged.
-std::optional<QByteArray> readFile(zip_t* zip, zip_uint64_t index, qint64 size) {
-    const std::unique_ptr<zip_file_t, decltype(&zip_fclose)> file(zip_fopen_index(zip, index, 0), zip_fclose);
-    QByteArray bytes(int(size), Qt::Uninitialized);
-    char beyond = 0;
-    // The last read meets the end, and with it the checksum.
-    if (!file || zip_fread(file.get(), bytes.data(), zip_uint64_t(size)) != size ||
-        zip_fread(file.get(), &beyond, 1) != 0) {
+/// Reads the current file. Nothing when it is damaged.
+std::optional<QByteArray> readFile(void* zip, qint64 size) {
+    if (unzOpenCurrentFile(zip) != UNZ_OK) {
         return std::nullopt;
     }
-    return bytes;
+    QByteArray bytes(int(size), Qt::Uninitialized);
+    char beyond = 0;
+    const bool isWhole = unzReadCurrentFile(zip, bytes.data(), unsigned(size)) == size &&
+                         unzReadCurrentFile(zip, &beyond, 1) == 0;
+    const bool isTrue = unzCloseCurrentFile(zip) == UNZ_OK;  // compares the checksum
+    return isWhole && isTrue ? std::optional<QByteArray>(bytes) : std::nullopt;
 }
 
 /// What is wrong with an entry, before it is read; empty for a good one.
-QString faultOf(zip_t* zip, zip_uint64_t index, const zip_stat_t& facts, const QString& name) {
-    constexpr zip_uint64_t needed = ZIP_STAT_NAME | ZIP_STAT_SIZE;
-    if ((facts.valid & needed) != needed) {
-        return Text::tr("压缩包已损坏");
-    }
-    if (!isPlainName(name) || isLink(zip, index)) {
+QString faultOf(const unz_file_info64& facts, const QString& name) {
+    if (!isPlainName(name) || isLink(facts)) {
         return Text::tr("压缩包含有不允许的名称：%1").arg(name);
     }
-    if ((facts.valid & ZIP_STAT_ENCRYPTION_METHOD) != 0 && facts.encryption_method != ZIP_EM_NONE) {
+    if ((facts.flag & 1U) != 0) {
         return Text::tr("压缩包已加密");
     }
-    return facts.size > zip_uint64_t(mostFileBytes) ? Text::tr("压缩包过大") : QString();
+    return facts.uncompressed_size > ZPOS64_T(mostFileBytes) ? Text::tr("压缩包过大") : QString();
 }
 
-std::optional<ArchiveFiles> readFiles(zip_t* zip, QString* error) {
-    ArchiveFiles files;
-    QSet<QString> names;
-    qint64 total = 0;
-    const zip_int64_t count = zip_get_num_entries(zip, 0);
-    if (count < 0 || count > mostArchiveFiles) {
+/// Name and facts of the current file; false when they cannot be read.
+bool readFacts(void* zip, unz_file_info64* facts, QString* name) {
+    constexpr uLong longest = 1024;
+    char text[longest + 1] = {};
+    if (unzGetCurrentFileInfo64(zip, facts, text, longest, nullptr, 0, nullptr, 0) != UNZ_OK ||
+        facts->size_filename > longest) {
+        return false;
+    }
+    *name = QString::fromUtf8(text, int(facts->size_filename));
+    return true;
+}
+
+/// The current file, unless something is wrong with it. `total`: bytes of the files before it, then with it.
+std::optional<ArchiveFile> takeFile(void* zip, const QSet<QString>& before, qint64* total, QString* error) {
+    unz_file_info64 facts;
+    QString name;
+    if (!readFacts(zip, &facts, &name)) {
+        *error = Text::tr("压缩包已损坏");
+        return std::nullopt;
+    }
+    *error = faultOf(facts, name);
+    if (error->isEmpty()) {
+        *total += qint64(facts.uncompressed_size);
+        if (*total > mostArchiveBytes) {
+            *error = Text::tr("压缩包过大");
+        } else if (before.contains(name)) {
+            *error = Text::tr("压缩包含有不允许的名称：%1").arg(name);
+        }
+    }
+    if (!error->isEmpty()) {
+        return std::nullopt;
+    }
+    const std::optional<QByteArray> content = readFile(zip, qint64(facts.uncompressed_size));
+    if (!content) {
+        *error = Text::tr("压缩包中的 %1 已损坏").arg(name);
+        return std::nullopt;
+    }
+    return ArchiveFile{name, *content};
+}
+
+std::optional<ArchiveFiles> readFiles(void* zip, QString* error) {
+    unz_global_info64 whole;
+    if (unzGetGlobalInfo64(zip, &whole) != UNZ_OK || whole.number_entry > ZPOS64_T(mostArchiveFiles)) {
         *error = Text::tr("压缩包过大");
         return std::nullopt;
     }
-    for (zip_uint64_t i = 0; i < zip_uint64_t(count); ++i) {
-        zip_stat_t facts;
-        if (zip_stat_index(zip, i, 0, &facts) != 0) {
+    ArchiveFiles files;
+    QSet<QString> names;
+    qint64 total = 0;
+    for (ZPOS64_T i = 0; i < whole.number_entry; ++i) {
+        if ((i == 0 ? unzGoToFirstFile(zip) : unzGoToNextFile(zip)) != UNZ_OK) {
             *error = Text::tr("压缩包已损坏");
             return std::nullopt;
         }
-        const QString name = QString::fromUtf8(facts.name);
-        *error = faultOf(zip, i, facts, name);
-        total += error->isEmpty() ? qint64(facts.size) : 0;
-        if (error->isEmpty() && total > mostArchiveBytes) {
-            *error = Text::tr("压缩包过大");
-        }
-        if (error->isEmpty() && names.contains(name)) {
-            *error = Text::tr("压缩包含有不允许的名称：%1").arg(name);
-        }
-        if (!error->isEmpty()) {
+        const std::optional<ArchiveFile> file = takeFile(zip, names, &total, error);
+        if (!file) {
             return std::nullopt;
         }
-        const std::optional<QByteArray> content = readFile(zip, i, qint64(facts.size));
-        if (!content) {
-            *error = Text::tr("压缩包中的 %1 已损坏").arg(name);
-            return std::nullopt;
-        }
-        names.insert(name);
-        files.append({name, *content});
+        names.insert(file->name);
+        files.append(*file);
     }
     return files;
 }
@@ -136,42 +198,27 @@ std::optional<ArchiveFiles> readFiles(zip_t* zip, QString* error) {
 }  // namespace
 
 QByteArray packArchive(const ArchiveFiles& files, QString* error) {
-    zip_error_t fault;
-    zip_error_init(&fault);
-    const Source source(zip_source_buffer_create(nullptr, 0, 0, &fault));
-    Zip zip(source ? zip_open_from_source(source.get(), ZIP_TRUNCATE, &fault) : nullptr, zip_discard);
-    if (!zip) {
-        *error = textOf(&fault);
-        return {};
-    }
-    zip_source_keep(source.get());  // the archive ends one use of it, this function the other
+    QBuffer buffer;
+    buffer.open(QIODevice::ReadWrite);
+    zlib_filefunc64_def functions = functionsOf(&buffer);
+    const zipFile zip = zipOpen2_64("", APPEND_STATUS_CREATE, nullptr, &functions);
+    bool isWhole = zip != nullptr;
     for (const ArchiveFile& file : files) {
-        if (!addFile(zip.get(), file)) {
-            *error = QString::fromUtf8(zip_strerror(zip.get()));
-            return {};
-        }
+        isWhole = isWhole && addFile(zip, file);
     }
-    if (zip_close(zip.get()) != 0) {
-        *error = QString::fromUtf8(zip_strerror(zip.get()));
-        return {};
-    }
-    (void)zip.release();  // closed
-    const QByteArray bytes = readAll(source.get());
-    *error = bytes.isEmpty() ? Text::tr("压缩包已损坏") : QString();
-    return bytes;
+    isWhole = zip && zipClose(zip, nullptr) == ZIP_OK && isWhole;
+    *error = isWhole ? QString() : Text::tr("压缩包无法写入");
+    return isWhole ? buffer.data() : QByteArray();
 }
 
 std::optional<ArchiveFiles> unpackArchive(const QByteArray& bytes, QString* error) {
-    zip_error_t fault;
-    zip_error_init(&fault);
-    zip_source_t* const source =
-        zip_source_buffer_create(bytes.constData(), zip_uint64_t(bytes.size()), 0, &fault);
-    const Zip zip(source ? zip_open_from_source(source, ZIP_RDONLY | ZIP_CHECKCONS, &fault) : nullptr,
-                  zip_discard);
+    QBuffer buffer;
+    buffer.setData(bytes);
+    buffer.open(QIODevice::ReadOnly);
+    zlib_filefunc64_def functions = functionsOf(&buffer);
+    const Unzip zip(unzOpen2_64("", &functions));
     if (!zip) {
-        zip_source_free(source);
         *error = Text::tr("这不是压缩包，或压缩包已损坏");
-        zip_error_fini(&fault);
         return std::nullopt;
     }
     return readFiles(zip.get(), error);
