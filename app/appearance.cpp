@@ -1,5 +1,6 @@
 #include "app/appearance.h"
 
+#include "app/lookstyle.h"
 #include "gantu/panel.h"
 #include "look/scale.h"
 #include "look/sheet.h"
@@ -15,42 +16,39 @@
 #include <QLibraryInfo>
 #include <QLineEdit>
 #include <QPointer>
-#include <QProxyStyle>
 #include <QStyle>
-#include <QStyleFactory>
+#include <QVector>
 #include <QWidget>
+
+#include <algorithm>
 
 namespace app {
 
 namespace {
 
-/// Fusion without icons on dialog buttons, which some desktops add too close to the captions.
-class PlainDialogs : public QProxyStyle {
-public:
-    PlainDialogs() : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion"))) {}
-
-    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
-                  QStyleHintReturn* data) const override {
-        return hint == SH_DialogButtonBox_ButtonsHaveIcons
-                   ? 0
-                   : QProxyStyle::styleHint(hint, option, widget, data);
-    }
+/// A widget with a style sheet, and of which files.
+struct Dressed {
+    QPointer<QWidget> widget;
+    QStringList parts;
 };
 
-QList<QPointer<QWidget>>& dressed() {
-    static QList<QPointer<QWidget>> widgets;
+QVector<Dressed>& dressed() {
+    static QVector<Dressed> widgets;
     return widgets;
 }
 
-/// The files of app/style together, "base.qss" first; read and filled in once for a factor.
-QString frameStyleSheet() {
-    static QHash<double, QString> known;
-    QString& sheet = known[look::factor()];
+/// Files of app/style without their ending together, "base" first; all of them without parts. Read and filled
+/// in once for a factor.
+QString frameStyleSheet(QStringList parts) {
+    static QHash<QString, QString> known;
+    QString& sheet = known[QString::number(look::factor()) + parts.join(QLatin1Char(' '))];
     if (sheet.isEmpty()) {
         const QDir folder(QStringLiteral(":/app/style"));
-        const QStringList names = folder.entryList();
-        for (const QString& name : names) {
-            QFile file(folder.filePath(name));
+        if (parts.isEmpty()) {
+            parts = folder.entryList().replaceInStrings(QStringLiteral(".qss"), QString());
+        }
+        for (const QString& part : qAsConst(parts)) {
+            QFile file(folder.filePath(part + QStringLiteral(".qss")));
             if (file.open(QIODevice::ReadOnly)) {
                 sheet += QString::fromUtf8(file.readAll());
             }
@@ -72,14 +70,17 @@ void installLanguage(const QString& language) {
 }
 
 void installStyle() {
-    QApplication::setStyle(new PlainDialogs);
+    QApplication::setStyle(new LookStyle);
     QApplication::setPalette(QApplication::style()->standardPalette());
     QApplication::setFont(look::font(look::Size::Text));
 }
 
-void dress(QWidget* widget) {
-    dressed().append(widget);
-    widget->setStyleSheet(frameStyleSheet());
+void dress(QWidget* widget, const QStringList& parts) {
+    QVector<Dressed>& all = dressed();
+    all.erase(std::remove_if(all.begin(), all.end(), [](const Dressed& one) { return !one.widget; }),
+              all.end());
+    all.append({widget, parts});
+    widget->setStyleSheet(frameStyleSheet(parts));
 }
 
 void setFrameFactor(double factor) {
@@ -88,11 +89,10 @@ void setFrameFactor(double factor) {
     }
     look::setFactor(factor);
     QApplication::setFont(look::font(look::Size::Text));
-    dressed().removeAll(nullptr);
-    const QList<QPointer<QWidget>> widgets = dressed();
-    for (const QPointer<QWidget>& widget : widgets) {
-        if (widget) {
-            widget->setStyleSheet(frameStyleSheet());
+    const QVector<Dressed> all = dressed();
+    for (const Dressed& one : all) {
+        if (one.widget) {
+            one.widget->setStyleSheet(frameStyleSheet(one.parts));
         }
     }
 }

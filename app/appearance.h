@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QString>
+#include <QStringList>
 
 class QLineEdit;
 class QWidget;
@@ -15,9 +15,9 @@ void installLanguage(const QString& language);
 /// window is made.
 void installStyle();
 
-/// Gives a widget of the panel's frame its style sheet, now and whenever the factor changes. Not for the
-/// panel's window: the pages in it have style sheets of their own.
-void dress(QWidget* widget);
+/// Gives a widget of the panel's frame its style sheet, now and whenever the factor changes: files of
+/// app/style, or all of them. Not for the panel's window: the pages in it have style sheets of their own.
+void dress(QWidget* widget, const QStringList& parts = {});
 
 /// Sets the factor of the frame (look/scale.h), with the application's font and the style sheets.
 void setFrameFactor(double factor);

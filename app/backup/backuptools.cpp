@@ -1,5 +1,6 @@
 #include "app/backup/backuptools.h"
 
+#include "app/appearance.h"
 #include "app/backup/restoresheet.h"
 #include "app/results/resultexport.h"
 #include "mendo/clock.h"
@@ -62,6 +63,7 @@ void BackupTools::restore() {
         return;
     }
     auto* dialog = new QFileDialog(window_, tr("恢复备份"), QDir::currentPath(), QStringLiteral("*.zip"));
+    dress(dialog);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setOption(QFileDialog::DontUseNativeDialog);
     dialog->setOption(QFileDialog::ReadOnly);  // no deleting or renaming of files

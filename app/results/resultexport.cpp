@@ -1,5 +1,7 @@
 #include "app/results/resultexport.h"
 
+#include "app/appearance.h"
+
 #include <QBuffer>
 #include <QDir>
 #include <QFileDialog>
@@ -15,6 +17,7 @@ void ResultExport::ask(const QString& name, const Write& write) {
     const QString ending = QFileInfo(name).suffix();
     auto* dialog =
         new QFileDialog(page_, tr("导出"), QDir::current().filePath(name), QStringLiteral("*.") + ending);
+    dress(dialog);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setOption(QFileDialog::DontUseNativeDialog);
     dialog->setOption(QFileDialog::ReadOnly);  // no deleting or renaming of files
