@@ -1,6 +1,7 @@
 #include "app/navigation.h"
 
 #include "look/scale.h"
+#include "look/type.h"
 #include "mendo/modulemanager.h"
 #include "program/words.h"
 
@@ -90,11 +91,14 @@ void Navigation::setNarrow(bool narrow) {
 
 void Navigation::fit() {
     constexpr int longTitle = 112;
+    const QFontMetrics metrics(look::font(look::Size::Text, look::Weight::Strong));
     const QList<QAbstractButton*> all = buttons_->buttons();
     for (QAbstractButton* const button : all) {
         const QString title = button->property("tab").toString();
-        const bool broken = narrow_ && button->fontMetrics().horizontalAdvance(title) > look::px(longTitle);
+        const bool broken = narrow_ && metrics.horizontalAdvance(title) > look::px(longTitle);
         button->setText(broken ? QString(title).replace(QLatin1Char(' '), QLatin1Char('\n')) : title);
+        const QSize words = metrics.size(0, button->text());
+        button->setFixedWidth(words.width() + 2 * look::px(narrow_ ? 10 : 20));
     }
 }
 

@@ -1,5 +1,6 @@
 #include "app/noticebar.h"
 
+#include "app/appearance.h"
 #include "app/fileproblem.h"
 #include "look/icon.h"
 #include "look/scale.h"
@@ -62,7 +63,6 @@ NoticeBar::NoticeBar(QWidget* window)
     window_->installEventFilter(this);
     connect(more_, &QToolButton::toggled, this, &NoticeBar::showList);
     connect(close_, &QToolButton::clicked, this, &NoticeBar::dismiss);
-    fit();
 }
 
 void NoticeBar::fit() {
@@ -76,7 +76,7 @@ void NoticeBar::fit() {
 
 void NoticeBar::changeEvent(QEvent* event) {
     QFrame::changeEvent(event);
-    if (event->type() == QEvent::StyleChange) {
+    if (event->type() == QEvent::StyleChange && !texts_.isEmpty()) {
         fit();
     }
 }
@@ -105,6 +105,7 @@ void NoticeBar::add(const QString& text) {
     if (texts_.size() > mostListed) {
         texts_.removeLast();
     }
+    fit();
     show();
     refresh();
 }
@@ -120,6 +121,9 @@ void NoticeBar::dismiss() {
 }
 
 void NoticeBar::showList(bool shown) {
+    if (shown && list_->styleSheet().isEmpty()) {
+        dress(list_, {QStringLiteral("base"), QStringLiteral("frame")});
+    }
     list_->setVisible(shown);
     if (shown) {
         placeList();

@@ -3,6 +3,7 @@
 #include "app/cell/cellpage.h"
 #include "app/clocktext.h"
 #include "app/dock/dockarea.h"
+#include "app/dock/docks.h"
 #include "app/events/eventpage.h"
 #include "app/events/eventrecorder.h"
 #include "app/events/eventstore.h"
@@ -60,15 +61,6 @@
 #include <utility>
 
 namespace app {
-
-namespace {
-
-const QString pathDock = QStringLiteral("path"), signalsDock = QStringLiteral("signals");
-const QString resultsDock = QStringLiteral("results"), logDock = QStringLiteral("log");
-const QString cellDock = QStringLiteral("cell"), jogDock = QStringLiteral("jog");
-const QString keysDock = QStringLiteral("keys");
-
-}  // namespace
 
 Panel::Panel() : window_(std::make_unique<PanelWindow>()) {
     cell_ = new workcell::WorkCell(window_->pages(), {}, this);
@@ -183,7 +175,7 @@ void Panel::makeStatus() {
     makeParts(progress);
     connect(statusLine_, &StatusLine::tapped, this, [this] {
         if (status_->state().ended) {
-            window_->docks()->open(resultsDock);
+            window_->docks()->open(docks::results);
         }
     });
     // The end of a run says nothing about another project.
@@ -214,9 +206,8 @@ void Panel::makeParts(const RunWatcher* progress) {
                 window_->notices()->tell(
                     tr("目标已达到：%1，%2 件").arg(QFileInfo(project).completeBaseName()).arg(target));
             });
-    connect(window_->header()->parts(), &PartsBlock::clicked, this, [this] {
-        (new PartsSheet(parts_->counter(), parts_->project(), window_->stage()))->open();
-    });
+    connect(window_->header()->parts(), &PartsBlock::clicked, this,
+            [this] { (new PartsSheet(parts_->counter(), parts_->project(), window_->stage()))->open(); });
     showParts();
 }
 
@@ -235,7 +226,7 @@ void Panel::explainState() {
 
 void Panel::lead(Place place, int line) {
     if (place == Place::Results) {
-        window_->docks()->open(resultsDock);
+        window_->docks()->open(docks::results);
     } else if (place == Place::Rail) {
         rail_->takeFocus();
     } else {
@@ -364,35 +355,42 @@ void Panel::makeRail() {
 void Panel::makeDocks() {
     // The seams of another program are dropped, also while the path is not shown.
     connect(new ProgramFollower(this), &ProgramFollower::replaced, seams_, &SeamTrack::clear);
-    DockArea* const docks = window_->docks();
-    docks->add(
-        pathDock, [this] { return makePath(); }, {}, DockWidth::Wide);
-    docks->add(
-        signalsDock, [this] { return new ScopePage(recorder_); }, tr("信号"), DockWidth::Wide);
-    docks->add(
-        resultsDock, [this] { return makeResults(); }, {}, DockWidth::Page);
-    docks->add(
-        logDock, [this] { return new EventPage(events_.get()); }, tr("日志"), DockWidth::Page);
-    docks->add(
-        MenuTools::helpDock, [this] { return reached(new HelpPage); }, tr("手册"), DockWidth::Wide);
-    docks->add(
-        cellDock, [this] { return makeCell(); }, tr("单元"), DockWidth::Narrow);
-    docks->add(
-        jogDock, [this] { return reached(new JogBox(controller())); }, tr("点动"), DockWidth::Jog);
-    docks->add(
-        keysDock, [this] { return reached(new KeyBox(controller())); }, tr("末端按键"), DockWidth::Jog);
-    window_->offerDock(pathDock, QStringLiteral("btnPath"), QStringLiteral("path"), tr("路径"));
-    window_->offerDock(signalsDock, QStringLiteral("btnSignals"), QStringLiteral("signals"), tr("信号"));
-    window_->offerDock(cellDock, QStringLiteral("btnCell"), QStringLiteral("cell"), tr("单元"));
-    window_->offer(rail_->addKey(QStringLiteral("btnJog"), QStringLiteral("jog"), tr("点动")), jogDock);
-    window_->offer(rail_->addKey(QStringLiteral("btnToolKeys"), QStringLiteral("keys"), tr("按键")), keysDock);
+    DockArea* const area = window_->docks();
+    area->add(
+        docks::path, [this] { return makePath(); }, {}, DockWidth::Wide);
+    area->add(
+        docks::scope, [this] { return new ScopePage(recorder_); }, tr("信号"), DockWidth::Wide);
+    area->add(
+        docks::results, [this] { return makeResults(); }, {}, DockWidth::Page);
+    area->add(
+        docks::log, [this] { return new EventPage(events_.get()); }, tr("日志"), DockWidth::Page);
+    area->add(
+        docks::help, [this] { return reached(new HelpPage); }, tr("手册"), DockWidth::Wide);
+    area->add(
+        docks::cell, [this] { return makeCell(); }, tr("单元"), DockWidth::Narrow);
+    area->add(
+        docks::jog, [this] { return reached(new JogBox(controller())); }, tr("点动"), DockWidth::Jog);
+    area->add(
+        docks::keys, [this] { return reached(new KeyBox(controller())); }, tr("末端按键"), DockWidth::Jog);
+    window_->offerDock(docks::path, QStringLiteral("btnPath"), QStringLiteral("path"), tr("路径"));
+    window_->offerDock(docks::scope, QStringLiteral("btnSignals"), QStringLiteral("signals"), tr("信号"));
+    window_->offerDock(docks::cell, QStringLiteral("btnCell"), QStringLiteral("cell"), tr("单元"));
+    window_->offer(rail_->addKey(QStringLiteral("btnJog"), QStringLiteral("jog"), tr("点动")), docks::jog);
+    window_->offer(rail_->addKey(QStringLiteral("btnToolKeys"), QStringLiteral("keys"), tr("按键")),
+                   docks::keys);
     const struct {
         Qt::Key key;
-        QString dock;
-    } keys[] = {{Qt::Key_F6, pathDock}, {Qt::Key_F7, signalsDock}, {Qt::Key_F8, resultsDock},
-                {Qt::Key_F10, logDock}};
+        QLatin1String dock;
+    } keys[] = {{Qt::Key_F6, docks::path},
+                {Qt::Key_F7, docks::scope},
+                {Qt::Key_F8, docks::results},
+                {Qt::Key_F10, docks::log}};
     for (const auto& row : keys) {
         window_->offerByKey(row.key, row.dock);
+    }
+    const QList<QAbstractButton*> navigation = Ways(page_).navigation();
+    for (const QAbstractButton* const button : navigation) {
+        connect(button, &QAbstractButton::clicked, area, &DockArea::closePages);
     }
 }
 
@@ -404,7 +402,7 @@ QWidget* Panel::reached(QWidget* content) {
 
 QWidget* Panel::makeResults() {
     auto* results = new ResultsPage(history_);
-    connect(results, &ResultsPage::closeAsked, this, [this] { window_->docks()->close(resultsDock); });
+    connect(results, &ResultsPage::closeAsked, this, [this] { window_->docks()->close(docks::results); });
     return results;
 }
 
@@ -430,7 +428,7 @@ QWidget* Panel::makeCell() {
 
 void Panel::complete() {
     isComplete_ = true;
-    window_->docks()->content(keysDock);
+    window_->docks()->content(docks::keys);
     const QStringList open = Preferences::docks();
     for (const QString& dock : open) {
         window_->docks()->open(dock);

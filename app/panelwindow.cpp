@@ -50,6 +50,7 @@ PanelWindow::PanelWindow()
     body_->setSpacing(0);
     body_->addWidget(docks_, 1);
     setCentralWidget(content);
+    layout()->setSizeConstraint(QLayout::SetNoConstraint);  // what is large in a large window gets smaller
     fit();
 }
 
@@ -57,8 +58,7 @@ PanelWindow::PanelWindow()
 QWidget* PanelWindow::makeStatusLine() {
     auto* line = new QFrame;
     line->setObjectName(QStringLiteral("statusLine"));
-    dress(line);
-    dress(notices_->list());
+    dress(line, {QStringLiteral("base"), QStringLiteral("frame")});
     line->setLayout(status_);
     status_->setContentsMargins(0, 0, 0, 0);
     status_->setSpacing(0);

@@ -27,6 +27,17 @@ QAbstractButton* Ways::button(Place place) const {
     return page_ ? page_->findChild<QAbstractButton*>(QLatin1String(name)) : nullptr;
 }
 
+QList<QAbstractButton*> Ways::navigation() const {
+    QList<QAbstractButton*> buttons;
+    for (const char* const name :
+         {"btnProject", "btnPort", "btnParamCfg", "btnMonitor", "btnDeviceControl", "btnBind"}) {
+        if (auto* const button = page_ ? page_->findChild<QAbstractButton*>(QLatin1String(name)) : nullptr) {
+            buttons << button;
+        }
+    }
+    return buttons;
+}
+
 bool Ways::lead(Place place, int line) const {
     QAbstractButton* const way = button(place);
     if (!way) {

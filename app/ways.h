@@ -2,6 +2,7 @@
 
 #include "app/state/panelstate.h"
 
+#include <QList>
 #include <QPointer>
 #include <QWidget>
 
@@ -19,6 +20,9 @@ public:
     bool lead(Place place, int line) const;
     /// The button of the package's navigation that opens a page; null where the package has no such page.
     [[nodiscard]] QAbstractButton* button(Place place) const;
+
+    /// All buttons of that navigation.
+    [[nodiscard]] QList<QAbstractButton*> navigation() const;
 
 private:
     void selectLine(int line) const;

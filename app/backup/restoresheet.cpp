@@ -1,5 +1,7 @@
 #include "app/backup/restoresheet.h"
 
+#include "look/scale.h"
+
 #include <QAbstractButton>
 #include <QLabel>
 #include <QScrollArea>
@@ -32,7 +34,7 @@ RestoreSheet::RestoreSheet(const RestorePlan& plan, QWidget* over)
     auto* area = new QScrollArea;
     area->setWidget(list);
     area->setWidgetResizable(true);
-    area->setFixedHeight(listHeight);
+    area->setFixedHeight(look::px(listHeight));
     content()->addWidget(area);
     addText(tr("现有文件会先保存在同一文件夹的 before-restore-….zip 中。随后面板将重新启动。"));
     const QAbstractButton* const agree = addButton(QStringLiteral("btnRestore"), tr("恢复"), true);

@@ -1,6 +1,8 @@
 #include "app/cell/faultlist.h"
 
 #include "app/cell/assignedports.h"
+#include "look/icon.h"
+#include "look/scale.h"
 #include "simulator/cell.h"
 #include "simulator/controller.h"
 
@@ -15,14 +17,14 @@ namespace app {
 namespace {
 
 constexpr int motionError = -42;
-constexpr int rowHeight = 48;
 const QString equipmentInputs = QStringLiteral("LUMO_DI");
 
 }  // namespace
 
 FaultList::FaultList(sim::Controller* controller, sim::Cell* cell, QWidget* parent)
     : QWidget(parent), column_(new QVBoxLayout(this)) {
-    column_->setSpacing(4);
+    column_->setContentsMargins(0, 0, look::px(8), look::px(8));
+    column_->setSpacing(look::px(4));
     addHeading(tr("设备故障") + QStringLiteral("  ") + equipmentInputs);
     addEquipment(cell);
     addHeading(tr("运动故障"));
@@ -48,7 +50,6 @@ QPushButton* FaultList::addButton(const QString& name) {
     auto* button = new QPushButton;
     button->setObjectName(name);
     button->setFocusPolicy(Qt::TabFocus);
-    button->setMinimumHeight(rowHeight);
     // A long text must not make the strip wider.
     button->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     button->setProperty("fault", true);
@@ -111,13 +112,14 @@ void FaultList::refresh() {
     int count = 0;
     for (auto fault = faults_.cbegin(); fault != faults_.cend(); ++fault) {
         const bool on = fault.key()->isChecked();
-        QString text = (on ? QStringLiteral("⚠ ") : QStringLiteral("○ ")) + fault->caption;
+        QString text = fault->caption;
         if (!fault->signalName.isEmpty()) {
             const QString label = QStringLiteral("  ") + ports.value(fault->signalName).label;
             text += QLatin1Char('\n') + fault->signalName.section(QLatin1Char('.'), 1) + label;
-            fault.key()->setToolTip(fault->signalName + label);
         }
         fault.key()->setText(text);
+        fault.key()->setIcon(on ? look::icon(QStringLiteral("warn"), look::amberInk, look::amberInk)
+                                : look::icon(QStringLiteral("ring"), look::edge));
         count += on ? 1 : 0;
     }
     if (clear_) {

@@ -77,11 +77,14 @@ void SegmentedControl::setChoiceShown(int index, bool shown) {
     const auto* row = static_cast<const QBoxLayout*>(layout());
     const bool across = row->direction() == QBoxLayout::LeftToRight;
     for (int i = 0; i < there.size(); ++i) {
-        there[i]->setProperty("segment",
-                              endOf(i, there.size(), across ? Qt::Horizontal : Qt::Vertical));
+        there[i]->setProperty("segment", endOf(i, there.size(), across ? Qt::Horizontal : Qt::Vertical));
         there[i]->style()->unpolish(there[i]);
         there[i]->style()->polish(there[i]);
     }
+}
+
+QAbstractButton* SegmentedControl::button(int index) const {
+    return buttons_->button(index);
 }
 
 void SegmentedControl::setText(int index, const QString& text) {

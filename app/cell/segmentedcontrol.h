@@ -3,6 +3,7 @@
 #include <QStringList>
 #include <QWidget>
 
+class QAbstractButton;
 class QButtonGroup;
 
 namespace app {
@@ -19,6 +20,7 @@ public:
 
     void setCurrent(int index);
     int current() const;
+    QAbstractButton* button(int index) const;
     void setText(int index, const QString& text);
     /// A choice that is off: grey, not blue, while it is checked.
     void setQuiet(int index);

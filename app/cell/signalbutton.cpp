@@ -1,5 +1,8 @@
 #include "app/cell/signalbutton.h"
 
+#include "look/icon.h"
+#include "look/scale.h"
+#include "look/type.h"
 #include "program/ports.h"
 
 #include <QPainter>
@@ -9,30 +12,15 @@ namespace app {
 
 namespace {
 
-constexpr int inputHeight = 48;
-constexpr int outputHeight = 36;
-constexpr int analogueHeight = 48;
-constexpr int lampSize = 14;
-constexpr int margin = 6;
-constexpr int smallPx = 13;
-
-const QColor textColour(0x2f, 0x41, 0x58);
-const QColor faint(0x6b, 0x7a, 0x8b);
-const QColor line(0xb9, 0xc4, 0xd0);
-const QColor faceColour(0xf4, 0xf7, 0xfa);
-const QColor pressedColour(0xdf, 0xea, 0xf6);
-const QColor focus(0x2f, 0x6f, 0xb0);
-const QColor fault(0xf0, 0xa2, 0x02);
-const QColor beam(0xd6, 0x2b, 0x1f);
-const QColor trackColour(0xdd, 0xe3, 0xe9);
-constexpr int bar = 5;
+constexpr int inputPx = 48, outputPx = 40;
+constexpr int lampPx = 16, marginPx = 8, numberPx = 28;
+constexpr int barPx = 6;
 
 }  // namespace
 
 SignalButton::SignalButton(Kind kind, const QString& name, const QString& caption) : name_(name) {
     setObjectName(name);
     setText(caption);
-    setMinimumHeight(kind == Kind::Input ? inputHeight : outputHeight);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     setEnabled(kind == Kind::Input);
     setFocusPolicy(Qt::TabFocus);
@@ -40,7 +28,7 @@ SignalButton::SignalButton(Kind kind, const QString& name, const QString& captio
 
 void SignalButton::setPort(const AssignedPort& port) {
     port_ = port;
-    setToolTip(port.label.isEmpty() ? name_ : name_ + QStringLiteral("  ") + port.label);
+    setAccessibleName(name_ + QLatin1Char(' ') + port.label);
     update();
 }
 
@@ -51,9 +39,6 @@ bool SignalButton::isFault() const {
 
 void SignalButton::setValue(const QVariant& value) {
     analogue_ = value.userType() != QMetaType::Bool;
-    if (analogue_) {
-        setMinimumHeight(analogueHeight);
-    }
     number_ = value.toInt();
     on_ = number_ != 0;
     setAccessibleDescription(valueText());
@@ -68,87 +53,82 @@ QString SignalButton::valueText() const {
 }
 
 QSize SignalButton::sizeHint() const {
-    return QSize(56, minimumHeight());
+    constexpr int leastPx = 60;
+    return {look::px(leastPx), look::px(isEnabled() || analogue_ ? inputPx : outputPx)};
 }
 
 void SignalButton::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(hasFocus() ? focus : line);
-    painter.setBrush(isDown() ? pressedColour : isEnabled() ? faceColour : QColor(Qt::white));
-    painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), 6, 6);
+    const int line = hasFocus() ? look::px(2) : 1;
+    painter.setPen(QPen(QColor(hasFocus() ? look::blue : isEnabled() ? look::line : look::rule), line));
+    painter.setBrush(QColor(isDown() ? look::pressed : isEnabled() ? look::white : look::panel));
+    const double in = line / 2.0;
+    painter.drawRoundedRect(QRectF(rect()).adjusted(in, in, -in, -in), look::px(6), look::px(6));
 
+    const int margin = look::px(marginPx);
     QRect inside = rect().adjusted(margin, 2, -margin, -2);
-    painter.setPen(textColour);
+    painter.setFont(look::font(look::Size::Text));
+    painter.setPen(QColor(look::ink));
     if (analogue_) {
         paintBar(&painter);
-        inside.setBottom(inside.bottom() - bar);
-        painter.setPen(textColour);
+        inside.setBottom(inside.bottom() - look::px(barPx));
+        painter.setPen(QColor(look::ink));
         painter.drawText(inside, Qt::AlignRight | Qt::AlignVCenter, valueText());
-        inside.setRight(inside.right() - fontMetrics().horizontalAdvance(valueText()) - margin);
+        inside.setRight(inside.right() - painter.fontMetrics().horizontalAdvance(valueText()) - margin);
     } else {
         paintLamp(&painter, inside);
-        inside.setRight(inside.right() - lampSize - margin);
+        inside.setRight(inside.right() - look::px(lampPx) - margin);
     }
-    painter.setPen(textColour);
+    paintName(&painter, inside);
+}
+
+/// The number of the signal, and the name of the port that it is assigned to.
+void SignalButton::paintName(QPainter* painter, QRect inside) const {
+    painter->setFont(look::font(look::Size::Text));
+    painter->setPen(QColor(port_.label.isEmpty() ? look::ink : look::ink3));
+    painter->drawText(inside, Qt::AlignLeft | Qt::AlignVCenter, text());
     if (port_.label.isEmpty()) {
-        painter.drawText(inside, Qt::AlignLeft | Qt::AlignVCenter, text());
         return;
     }
-    const QRect nameColumn(inside.left(), inside.top(),
-                           fontMetrics().horizontalAdvance(QStringLiteral("15 ")), inside.height());
-    painter.setPen(faint);
-    painter.drawText(nameColumn, Qt::AlignLeft | Qt::AlignVCenter, text());
-    inside.setLeft(nameColumn.right());
-    painter.setPen(textColour);
-    if (fontMetrics().horizontalAdvance(port_.label) > inside.width()) {
-        painter.setFont(smallFont());
+    inside.setLeft(inside.left() + look::px(numberPx));
+    painter->setPen(QColor(look::ink));
+    if (painter->fontMetrics().horizontalAdvance(port_.label) > inside.width()) {
+        painter->setFont(look::font(look::Size::Caption));
     }
-    painter.drawText(inside, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextWordWrap, port_.label);
+    painter->drawText(inside, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextWordWrap, port_.label);
 }
 
-/// For labels of two lines.
-QFont SignalButton::smallFont() const {
-    QFont small = font();
-    small.setPixelSize(smallPx);
-    return small;
-}
-
-/// Filled when on, a ring when off.
+/// Filled when on, a ring when off; a triangle for a fault, a diamond for the laser's light.
 void SignalButton::paintLamp(QPainter* painter, const QRect& area) const {
-    const QRectF lamp(area.right() - lampSize, area.center().y() - lampSize / 2.0 + 1, lampSize, lampSize);
-    const QPointF top(lamp.center().x(), lamp.top()), bottom(lamp.center().x(), lamp.bottom());
+    const int side = look::px(lampPx);
+    const QRect lamp(area.right() - side, area.center().y() - side / 2, side, side);
+    const QRect larger = lamp.adjusted(-2, -2, 2, 2);
     if (isFault()) {
-        painter->setPen(QPen(textColour, 1.5));
-        painter->setBrush(fault);
-        painter->drawPolygon(QPolygonF(
-            {top - QPointF(0, 2), lamp.bottomRight() + QPointF(1, 0), lamp.bottomLeft() - QPointF(1, 0)}));
-        painter->drawLine(top + QPointF(0, 3), bottom - QPointF(0, 5));
-        painter->drawPoint(bottom - QPointF(0, 2));
+        painter->drawPixmap(larger.topLeft(),
+                            look::picture(QStringLiteral("warn"), larger.width(), look::amberInk));
         return;
     }
     if (port_.meaning == prog::PortMeaning::Emission && on_) {
-        painter->setPen(QPen(beam.darker(), 1.5));
-        painter->setBrush(beam);
-        painter->drawPolygon(
-            QPolygonF({top - QPointF(0, 2), QPointF(lamp.right() + 2, lamp.center().y()),
-                       bottom + QPointF(0, 2), QPointF(lamp.left() - 2, lamp.center().y())}));
+        painter->drawPixmap(larger.topLeft(),
+                            look::picture(QStringLiteral("diamond"), larger.width(), look::red));
         return;
     }
-    painter->setPen(QPen(faint, 2));
-    painter->setBrush(on_ ? QBrush(textColour) : QBrush(Qt::NoBrush));
-    painter->drawEllipse(lamp);
+    painter->setPen(QPen(QColor(on_ ? look::steel : look::edge), look::px(2)));
+    painter->setBrush(on_ ? QBrush(QColor(look::steel)) : QBrush(Qt::NoBrush));
+    painter->drawEllipse(QRectF(lamp).adjusted(1, 1, -1, -1));
 }
 
 void SignalButton::paintBar(QPainter* painter) const {
-    const QRectF track(margin, height() - bar - 4, width() - 2 * margin, bar);
+    const int margin = look::px(marginPx), bar = look::px(barPx);
+    const QRectF track(margin, height() - bar - look::px(4), width() - 2 * margin, bar);
     QRectF filled = track;
     filled.setWidth(track.width() * qBound(0.0, number_ / prog::analogueFullScale, 1.0));
     painter->setPen(Qt::NoPen);
-    painter->setBrush(trackColour);
-    painter->drawRoundedRect(track, 2, 2);
-    painter->setBrush(port_.meaning == prog::PortMeaning::Emission ? beam : textColour);
-    painter->drawRoundedRect(filled, 2, 2);
+    painter->setBrush(QColor(look::rule));
+    painter->drawRoundedRect(track, bar / 2.0, bar / 2.0);
+    painter->setBrush(QColor(port_.meaning == prog::PortMeaning::Emission ? look::red : look::steel));
+    painter->drawRoundedRect(filled, bar / 2.0, bar / 2.0);
 }
 
 }  // namespace app

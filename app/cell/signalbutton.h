@@ -38,7 +38,7 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    QFont smallFont() const;
+    void paintName(QPainter* painter, QRect inside) const;
     void paintLamp(QPainter* painter, const QRect& area) const;
     void paintBar(QPainter* painter) const;
 

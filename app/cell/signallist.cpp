@@ -1,5 +1,6 @@
 #include "app/cell/signallist.h"
 
+#include "look/scale.h"
 #include "simulator/controller.h"
 
 #include <QGridLayout>
@@ -47,6 +48,7 @@ int rankOf(const QString& group) {
 
 SignalList::SignalList(SignalButton::Kind kind, sim::Controller* controller, QWidget* parent)
     : QWidget(parent), controller_(controller), column_(new QVBoxLayout(this)) {
+    column_->setContentsMargins(0, 0, look::px(8), look::px(8));
     const bool inputs = kind == SignalButton::Kind::Input;
     QStringList names = inputs ? controller->inputNames() : controller->outputNames();
     std::stable_sort(names.begin(), names.end(), [](const QString& a, const QString& b) {
@@ -87,7 +89,7 @@ SignalList::Section& SignalList::sectionOf(const QString& title) {
         auto* heading = new QLabel(title);
         heading->setProperty("heading", true);
         auto* grid = new QGridLayout;
-        grid->setSpacing(4);
+        grid->setSpacing(look::px(4));
         column_->addWidget(heading);
         column_->addLayout(grid);
         sections_.append({title, grid, {}});

@@ -5,6 +5,7 @@
 #include "look/scale.h"
 
 #include <QEvent>
+#include <QVariant>
 
 #include <algorithm>
 
@@ -48,6 +49,8 @@ Dock* DockArea::made(Entry* entry) {
         QWidget* const parent = entry->width == DockWidth::Page ? stage_ : this;
         entry->dock = new Dock(entry->id, entry->title, entry->make(), parent);
         entry->dock->hide();
+        entry->dock->setProperty("covers",
+                                 entry->width == DockWidth::Page);  // the package's page, on purpose
         connect(entry->dock, &Dock::closeAsked, this, [this, id = entry->id] { close(id); });
     }
     return entry->dock;
@@ -97,7 +100,7 @@ void DockArea::makeRoomFor(const Entry& entry) {
 void DockArea::close(const QString& id) {
     if (wanted_.removeOne(id)) {
         arrange();
-        }
+    }
 }
 
 void DockArea::toggle(const QString& id) {
@@ -111,6 +114,14 @@ void DockArea::toggle(const QString& id) {
 void DockArea::closeAll() {
     wanted_.clear();
     arrange();
+}
+
+void DockArea::closePages() {
+    for (const Entry& entry : entries_) {
+        if (entry.width == DockWidth::Page) {
+            close(entry.id);
+        }
+    }
 }
 
 bool DockArea::isOpen(const QString& id) const {

@@ -43,6 +43,8 @@ public:
     void close(const QString& id);
     void toggle(const QString& id);
     void closeAll();
+    /// Closes what lies over the package's page.
+    void closePages();
     /// Whether it is seen now.
     [[nodiscard]] bool isOpen(const QString& id) const;
     /// Made, where that was not done yet.

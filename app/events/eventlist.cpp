@@ -1,12 +1,12 @@
 #include "app/events/eventlist.h"
 
+#include "look/icon.h"
+
 #include <QColor>
 
 namespace app {
 
 namespace {
-
-const QColor bad(0xb0, 0x1e, 0x1e);
 
 bool isTrouble(const Event& event) {
     return event.kind == Event::Kind::Error || event.kind == Event::Kind::Stop ||
@@ -56,10 +56,12 @@ QVariant EventList::data(const QModelIndex& index, int role) const {
     switch (role) {
         case Qt::DisplayRole:
             return textOf(event, index.column());
-        case Qt::ToolTipRole:
-            return searchText(event);
+        case Qt::DecorationRole:
+            return index.column() == What && isTrouble(event)
+                       ? look::icon(QStringLiteral("warn"), look::amberInk)
+                       : QVariant();
         case Qt::ForegroundRole:
-            return index.column() == What && isTrouble(event) ? bad : QVariant();
+            return index.column() == What && isTrouble(event) ? QColor(look::amberInk) : QVariant();
         case Qt::TextAlignmentRole:
             return index.column() == Line ? int(Qt::AlignRight | Qt::AlignVCenter)
                                           : int(Qt::AlignLeft | Qt::AlignVCenter);

@@ -3,9 +3,12 @@
 #include "app/appearance.h"
 #include "app/events/eventlist.h"
 #include "app/results/resultexport.h"
+#include "look/icon.h"
+#include "look/scale.h"
 #include "mendo/clock.h"
 
 #include <QComboBox>
+#include <QEvent>
 #include <QFileInfo>
 #include <QHBoxLayout>
 #include <QHeaderView>
@@ -19,10 +22,11 @@ namespace app {
 
 namespace {
 
-constexpr int controlHeight = 48;
-constexpr int rowHeight = 40;  // two lines
+constexpr int rowPx = 44;  // two lines
 constexpr int searchDelayMs = 300;
-constexpr int dayWidth = 120;
+constexpr int kindPx = 176, dayPx = 128;
+constexpr int narrowPx = 640;  // narrower, the day stands below the text, and some columns are left out
+constexpr int widthsPx[] = {136, 168, 136, 152, 80};
 
 }  // namespace
 
@@ -41,11 +45,11 @@ EventPage::EventPage(EventStore* store, QWidget* parent)
       csv_(makeButton(QStringLiteral("btnEventCsv"), tr("CSV"))) {
     setUpTable();
     auto* column = new QVBoxLayout(this);
-    column->setContentsMargins(8, 6, 8, 6);
-    column->setSpacing(6);
+    column->setContentsMargins(0, 0, 0, 0);
     column->addWidget(makeSearch());
     column->addWidget(table_, 1);
     column->addWidget(makeBottom());
+    fit();
     later_.setSingleShot(true);
     later_.setInterval(searchDelayMs);
     connect(&later_, &QTimer::timeout, this, &EventPage::search);
@@ -61,7 +65,6 @@ EventPage::EventPage(EventStore* store, QWidget* parent)
 QPushButton* EventPage::makeButton(const QString& name, const QString& text) {
     auto* button = new QPushButton(text, this);
     button->setObjectName(name);
-    button->setMinimumSize(controlHeight, controlHeight);
     return button;
 }
 
@@ -69,27 +72,28 @@ QWidget* EventPage::makeSearch() {
     text_->setObjectName(QStringLiteral("edtEventText"));
     text_->setPlaceholderText(tr("查找"));
     addClearButton(text_);
-    text_->setMinimumHeight(controlHeight);
     kind_->setObjectName(QStringLiteral("cmbEventKind"));
-    kind_->setMinimumHeight(controlHeight);
     kind_->addItem(tr("全部事件"));
     for (int kind = 0; kind < eventKinds; ++kind) {
         kind_->addItem(kindText(Event::Kind(kind)));
     }
-    day_->setMinimumWidth(dayWidth);
-    QPushButton* const back = makeButton(QStringLiteral("btnEventDayBack"), QStringLiteral("◀"));
-    QPushButton* const on = makeButton(QStringLiteral("btnEventDayOn"), QStringLiteral("▶"));
+    QPushButton* const back = makeButton(QStringLiteral("btnEventDayBack"), {});
+    QPushButton* const on = makeButton(QStringLiteral("btnEventDayOn"), {});
+    back->setIcon(look::icon(QStringLiteral("chevron_left")));
+    on->setIcon(look::icon(QStringLiteral("chevron_right")));
     back->setAccessibleName(tr("前一天"));
     on->setAccessibleName(tr("后一天"));
-    day_->setToolTip(tr("显示所有日期"));
+    auto* days = new QHBoxLayout;
+    days->addWidget(back);
+    days->addWidget(day_, 1);
+    days->addWidget(on);
+    auto* words = new QHBoxLayout;
+    words->addWidget(text_, 1);
+    words->addWidget(kind_);
     auto* bar = new QWidget;
-    auto* row = new QHBoxLayout(bar);
-    row->setContentsMargins(0, 0, 0, 0);
-    row->addWidget(text_, 1);
-    row->addWidget(kind_);
-    row->addWidget(back);
-    row->addWidget(day_);
-    row->addWidget(on);
+    filter_ = new QBoxLayout(QBoxLayout::LeftToRight, bar);
+    filter_->addLayout(words, 1);
+    filter_->addLayout(days);
     connect(text_, &QLineEdit::textChanged, this, &EventPage::searchLater);
     connect(kind_, QOverload<int>::of(&QComboBox::currentIndexChanged), this, &EventPage::search);
     connect(back, &QPushButton::clicked, this, [this] { moveDay(-1); });
@@ -100,18 +104,18 @@ QWidget* EventPage::makeSearch() {
 
 QWidget* EventPage::makeBottom() {
     count_->setObjectName(QStringLiteral("lblEventCount"));
-    csv_->setToolTip(tr("将找到的所有事件写入文件"));
-    auto* bar = new QWidget;
+    csv_->setIcon(look::icon(QStringLiteral("export")));
+    csv_->setAccessibleDescription(tr("将找到的所有事件写入文件"));
+    auto* bar = new QFrame;
+    bar->setObjectName(QStringLiteral("pageBar"));
     auto* row = new QHBoxLayout(bar);
-    row->setContentsMargins(0, 0, 0, 0);
-    row->addWidget(csv_);
     row->addWidget(count_, 1);
+    row->addWidget(csv_);
     connect(csv_, &QPushButton::clicked, this, [this] { collect({}); });
     return bar;
 }
 
 void EventPage::setUpTable() {
-    constexpr int widths[] = {128, 92, 84, 84, 62};
     table_->setObjectName(QStringLiteral("eventTable"));
     table_->setModel(list_);
     table_->setEditTriggers(QAbstractItemView::NoEditTriggers);
@@ -121,12 +125,56 @@ void EventPage::setUpTable() {
     table_->setTabKeyNavigation(false);
     table_->verticalHeader()->hide();
     table_->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    table_->verticalHeader()->setDefaultSectionSize(rowHeight);
     QHeaderView* const header = table_->horizontalHeader();
     header->setHighlightSections(false);
     header->setStretchLastSection(true);
-    for (int column = 0; column < int(std::size(widths)); ++column) {
-        header->resizeSection(column, widths[column]);
+    header->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+}
+
+// --- Measures -------------------------------------------------------------------------------------
+
+void EventPage::fit() {
+    const int margin = look::px(16);
+    layout()->setSpacing(look::px(8));
+    filter_->setContentsMargins(margin, 0, margin, 0);
+    const QList<QHBoxLayout*> rows = findChildren<QHBoxLayout*>();
+    for (QHBoxLayout* const row : rows) {
+        row->setSpacing(look::px(8));
+    }
+    auto* const bar = findChild<QFrame*>(QStringLiteral("pageBar"));
+    bar->setFixedHeight(look::px(64));
+    bar->layout()->setContentsMargins(margin, 0, margin, 0);
+    kind_->setMinimumWidth(look::px(kindPx));
+    day_->setMinimumWidth(look::px(dayPx));
+    const QSize icon(look::px(22), look::px(22));
+    const QList<QPushButton*> buttons = findChildren<QPushButton*>();
+    for (QPushButton* const button : buttons) {
+        button->setIconSize(icon);
+    }
+    table_->setIconSize(QSize(look::px(18), look::px(18)));
+    table_->verticalHeader()->setDefaultSectionSize(look::px(rowPx));
+    for (int column = 0; column < int(std::size(widthsPx)); ++column) {
+        table_->horizontalHeader()->resizeSection(column, look::px(widthsPx[column]));
+    }
+    fitWidth();
+}
+
+void EventPage::fitWidth() {
+    const bool isNarrow = width() < look::px(narrowPx);
+    filter_->setDirection(isNarrow ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
+    table_->setColumnHidden(EventList::By, isNarrow);
+    table_->setColumnHidden(EventList::Project, isNarrow);
+}
+
+void EventPage::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    fitWidth();
+}
+
+void EventPage::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::StyleChange) {
+        fit();
     }
 }
 

@@ -6,6 +6,7 @@
 #include <QTimer>
 #include <QWidget>
 
+class QBoxLayout;
 class QComboBox;
 class QLabel;
 class QLineEdit;
@@ -31,11 +32,15 @@ public:
 
 protected:
     void showEvent(QShowEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
 private:
     QWidget* makeSearch();
     QWidget* makeBottom();
     void setUpTable();
+    void fit();
+    void fitWidth();
     QPushButton* makeButton(const QString& name, const QString& text);
     [[nodiscard]] EventFilter filter() const;
     void search();
@@ -56,6 +61,7 @@ private:
     QComboBox* kind_;
     QPushButton* day_;
     QDate chosenDay_;
+    QBoxLayout* filter_ = nullptr;
     QTableView* table_;
     QLabel* count_;
     QPushButton* csv_;

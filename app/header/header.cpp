@@ -31,7 +31,7 @@ Header::Header(QWidget* parent)
     row_->addStretch(1);
     row_->addLayout(buttons_);
     row_->addWidget(stop_);
-    dress(this);
+    dress(this, {QStringLiteral("base"), QStringLiteral("frame")});
 }
 
 QToolButton* Header::addButton(const QString& name, const QString& icon, const QString& text) {
@@ -62,7 +62,7 @@ void Header::fitTo(int window) {
     navigation_->setNarrow(narrow);
     const QList<QToolButton*> all = findChildren<QToolButton*>(QString(), Qt::FindDirectChildrenOnly);
     for (QToolButton* const button : all) {
-        button->setMinimumSize(look::px(72), look::px(48));
+        button->setMinimumSize(look::px(narrow ? 64 : 72), look::px(48));
         button->setIconSize(QSize(look::px(20), look::px(20)));
     }
 }

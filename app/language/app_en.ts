@@ -312,6 +312,10 @@
         <source>这不是压缩包，或压缩包已损坏</source>
         <translation>this is not an archive, or it is damaged</translation>
     </message>
+    <message>
+        <source>压缩包无法写入</source>
+        <translation>The archive cannot be written</translation>
+    </message>
 </context>
 <context>
     <name>app::Backup</name>
@@ -487,10 +491,6 @@
     <message>
         <source>后一天</source>
         <translation>Day after</translation>
-    </message>
-    <message>
-        <source>显示所有日期</source>
-        <translation>Show all days</translation>
     </message>
     <message>
         <source>将找到的所有事件写入文件</source>
@@ -848,10 +848,6 @@ with code %1</translation>
         <translation>Restore a backup…</translation>
     </message>
     <message>
-        <source>技术支持文件包…</source>
-        <translation>Support archive…</translation>
-    </message>
-    <message>
         <source>示例</source>
         <translation>Examples</translation>
     </message>
@@ -862,6 +858,26 @@ with code %1</translation>
     <message>
         <source>密码和角色</source>
         <translation>Code and roles</translation>
+    </message>
+    <message>
+        <source>结果（F8）</source>
+        <translation>Results (F8)</translation>
+    </message>
+    <message>
+        <source>事件日志（F10）</source>
+        <translation>Event log (F10)</translation>
+    </message>
+    <message>
+        <source>字号和按钮的大小</source>
+        <translation>Size of type and buttons</translation>
+    </message>
+    <message>
+        <source>自动</source>
+        <translation>Automatic</translation>
+    </message>
+    <message>
+        <source>技术支持文件包…</source>
+        <translation>Support archive…</translation>
     </message>
 </context>
 <context>
@@ -1027,20 +1043,18 @@ with code %1</translation>
         <translation>OK</translation>
     </message>
     <message>
-        <source>已完成 %1，目标 %2</source>
-        <translation>%1 of %2 made</translation>
-    </message>
-    <message>
         <source>已完成 %1</source>
         <translation>%1 made</translation>
     </message>
     <message>
-        <source>上一件 %1，平均 %2</source>
-        <translation>Last part %1, mean %2</translation>
-    </message>
-    <message>
         <source>确认清零（%1）</source>
         <translation>Reset %1: sure?</translation>
+    </message>
+    <message>
+        <source>上一件 %1
+平均 %2</source>
+        <translation>Last part %1
+mean %2</translation>
     </message>
 </context>
 <context>

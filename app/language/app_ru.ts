@@ -312,6 +312,10 @@
         <source>这不是压缩包，或压缩包已损坏</source>
         <translation>это не архив, или он повреждён</translation>
     </message>
+    <message>
+        <source>压缩包无法写入</source>
+        <translation>Не удалось записать архив</translation>
+    </message>
 </context>
 <context>
     <name>app::Backup</name>
@@ -487,10 +491,6 @@
     <message>
         <source>后一天</source>
         <translation>Следующий день</translation>
-    </message>
-    <message>
-        <source>显示所有日期</source>
-        <translation>Показать все дни</translation>
     </message>
     <message>
         <source>将找到的所有事件写入文件</source>
@@ -848,10 +848,6 @@
         <translation>Восстановить копию…</translation>
     </message>
     <message>
-        <source>技术支持文件包…</source>
-        <translation>Архив для поддержки…</translation>
-    </message>
-    <message>
         <source>示例</source>
         <translation>Примеры</translation>
     </message>
@@ -862,6 +858,26 @@
     <message>
         <source>密码和角色</source>
         <translation>Код и роли</translation>
+    </message>
+    <message>
+        <source>结果（F8）</source>
+        <translation>Результаты (F8)</translation>
+    </message>
+    <message>
+        <source>事件日志（F10）</source>
+        <translation>Журнал событий (F10)</translation>
+    </message>
+    <message>
+        <source>字号和按钮的大小</source>
+        <translation>Размер шрифта и кнопок</translation>
+    </message>
+    <message>
+        <source>自动</source>
+        <translation>Автоматически</translation>
+    </message>
+    <message>
+        <source>技术支持文件包…</source>
+        <translation>Архив для поддержки…</translation>
     </message>
 </context>
 <context>
@@ -1027,20 +1043,18 @@
         <translation>ОК</translation>
     </message>
     <message>
-        <source>已完成 %1，目标 %2</source>
-        <translation>Готово %1 из %2</translation>
-    </message>
-    <message>
         <source>已完成 %1</source>
         <translation>Готово: %1</translation>
     </message>
     <message>
-        <source>上一件 %1，平均 %2</source>
-        <translation>Последняя деталь %1, среднее %2</translation>
-    </message>
-    <message>
         <source>确认清零（%1）</source>
         <translation>Сбросить %1: точно?</translation>
+    </message>
+    <message>
+        <source>上一件 %1
+平均 %2</source>
+        <translation>Последняя деталь %1
+в среднем %2</translation>
     </message>
 </context>
 <context>

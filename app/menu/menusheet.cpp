@@ -1,8 +1,12 @@
 #include "app/menu/menusheet.h"
 
+#include "app/cell/segmentedcontrol.h"
+#include "app/dock/docks.h"
 #include "app/examples/examplelibrary.h"
 #include "gantu/bmodule.h"
 #include "kord/managerhelper.h"
+#include "look/icon.h"
+#include "look/scale.h"
 #include "mendo/modulemanager.h"
 #include "program/words.h"
 
@@ -10,12 +14,15 @@
 #include <QLabel>
 #include <QPushButton>
 
+#include <functional>
+
 namespace app {
 
 namespace {
 
-constexpr int entryHeight = 48;
-constexpr int columns = 2;
+constexpr int cardPx = 760;
+constexpr int columns = 3;
+constexpr int leastWidth = 1024, leastHeight = 680;  // of a window, at factor 1
 
 struct Language {
     const char* code;
@@ -23,17 +30,22 @@ struct Language {
 };
 constexpr Language languages[] = {{"cn", "中文"}, {"en", "English"}, {"ru", "Русский"}};
 
+/// 0: by the size of the window.
+constexpr double factors[] = {0, 1, 1.125, 1.5};
+
 QString presentLanguage() {
     return kord::ManagerHelper::instance()->module()->mobj()->c(QStringLiteral("language"))->getString();
 }
 
 }  // namespace
 
-MenuSheet::MenuSheet(const ExampleLibrary& library, QWidget* over)
+MenuSheet::MenuSheet(const ExampleLibrary& library, double factor, QWidget* over)
     : Sheet(QStringLiteral("menuSheet"), tr("菜单"), over),
       why_(new QLabel(tr("程序运行时，示例、语言和恢复不可用。"))) {
+    setCardWidth(cardPx);
     addTools();
     addExamples(library);
+    addSizes(factor);
     addLanguages();
     why_->setWordWrap(true);
     content()->addWidget(why_);
@@ -41,37 +53,50 @@ MenuSheet::MenuSheet(const ExampleLibrary& library, QWidget* over)
     refresh();
 }
 
-QAbstractButton* MenuSheet::entry(const QString& name, const QString& text) {
+/// The next place of the grid.
+QAbstractButton* MenuSheet::addEntry(QGridLayout* grid, const QString& name, const QString& icon,
+                                     const QString& text) {
     auto* button = new QPushButton(text);
     button->setObjectName(name);
-    button->setMinimumHeight(entryHeight);
+    button->setProperty("entry", true);
+    button->setIcon(look::icon(icon));
+    button->setIconSize(QSize(look::px(22), look::px(22)));
+    const int place = grid->count();
+    grid->addWidget(button, place / columns, place % columns);
     return button;
+}
+
+void MenuSheet::addCaption(const QString& text) {
+    addText(text)->setProperty("caption", true);
 }
 
 /// Each closes the menu before it acts: what it opens may be a sheet, too.
 void MenuSheet::addTools() {
+    const auto openDock = [this](QLatin1String dock) { return [this, dock] { emit dockAsked(dock); }; };
     const struct {
         const char* name;
+        const char* icon;
         QString text;
-        void (MenuSheet::*chosen)();
+        std::function<void()> act;
         bool whileIdle;
     } tools[] = {
-        {"btnHandbook", tr("手册（F1）"), &MenuSheet::handbookAsked, false},
-        {"btnSetup", tr("首次设置"), &MenuSheet::setupAsked, false},
-        {"btnRoles", tr("密码和角色"), &MenuSheet::rolesAsked, false},
-        {"btnBackup", tr("备份工程和设置…"), &MenuSheet::backupAsked, false},
-        {"btnRestoreBackup", tr("恢复备份…"), &MenuSheet::restoreAsked, true},
-        {"btnSupport", tr("技术支持文件包…"), &MenuSheet::supportAsked, false},
+        {"btnHandbook", "document", tr("手册（F1）"), [this] { emit handbookAsked(); }, false},
+        {"btnResults", "table", tr("结果（F8）"), openDock(docks::results), false},
+        {"btnLog", "history", tr("事件日志（F10）"), openDock(docks::log), false},
+        {"btnSetup", "check", tr("首次设置"), [this] { emit setupAsked(); }, false},
+        {"btnRoles", "lock", tr("密码和角色"), [this] { emit rolesAsked(); }, false},
+        {"btnSupport", "export", tr("技术支持文件包…"), [this] { emit supportAsked(); }, false},
+        {"btnBackup", "save", tr("备份工程和设置…"), [this] { emit backupAsked(); }, false},
+        {"btnRestoreBackup", "import", tr("恢复备份…"), [this] { emit restoreAsked(); }, true},
     };
     auto* grid = new QGridLayout;
-    int place = 0;
+    grid->setSpacing(look::px(8));
     for (const auto& tool : tools) {
-        QAbstractButton* const button = entry(QLatin1String(tool.name), tool.text);
-        grid->addWidget(button, place / columns, place % columns);
-        ++place;
-        connect(button, &QAbstractButton::clicked, this, [this, chosen = tool.chosen] {
+        QAbstractButton* const button =
+            addEntry(grid, QLatin1String(tool.name), QLatin1String(tool.icon), tool.text);
+        connect(button, &QAbstractButton::clicked, this, [this, act = tool.act] {
             dismiss();
-            emit(this->*chosen)();
+            act();
         });
         if (tool.whileIdle) {
             whileIdle_ << button;
@@ -85,14 +110,12 @@ void MenuSheet::addExamples(const ExampleLibrary& library) {
     if (names.isEmpty()) {
         return;
     }
-    addText(tr("示例"));
+    addCaption(tr("示例"));
     auto* grid = new QGridLayout;
-    int place = 0;
+    grid->setSpacing(look::px(8));
     for (const QString& name : names) {
-        QAbstractButton* const button =
-            entry(QStringLiteral("btnExample_") + name, ExampleLibrary::title(name));
-        grid->addWidget(button, place / columns, place % columns);
-        ++place;
+        QAbstractButton* const button = addEntry(grid, QStringLiteral("btnExample_") + name,
+                                                 QStringLiteral("project"), ExampleLibrary::title(name));
         whileIdle_ << button;
         connect(button, &QAbstractButton::clicked, this, [this, name] {
             dismiss();
@@ -102,25 +125,54 @@ void MenuSheet::addExamples(const ExampleLibrary& library) {
     content()->addLayout(grid);
 }
 
-void MenuSheet::addLanguages() {
-    addText(tr("语言（面板将重新启动）"));
-    auto* row = new QHBoxLayout;
-    const QString present = presentLanguage();
-    for (const Language& language : languages) {
-        const QString code = QLatin1String(language.code);
-        QAbstractButton* const button =
-            entry(QStringLiteral("btnLanguage_") + code, QString::fromUtf8(language.name));
-        button->setProperty("primary", code == present);
-        row->addWidget(button);
-        whileIdle_ << button;
-        connect(button, &QAbstractButton::clicked, this, [this, code, present] {
-            dismiss();
-            if (code != present) {
-                emit languageChosen(code);
-            }
-        });
+/// Whether the pages have room at a factor.
+bool MenuSheet::fitsWindow(double factor) const {
+    const QSize size = parentWidget()->window()->size();
+    return factor == 0 || (size.width() >= leastWidth * factor && size.height() >= leastHeight * factor);
+}
+
+void MenuSheet::addSizes(double factor) {
+    addCaption(tr("字号和按钮的大小"));
+    auto* sizes = new SegmentedControl(
+        QStringLiteral("btnSize"),
+        {tr("自动"), QStringLiteral("100 %"), QStringLiteral("112 %"), QStringLiteral("150 %")});
+    for (int i = 0; i < int(std::size(factors)); ++i) {
+        sizes->button(i)->setEnabled(fitsWindow(factors[i]));
+        if (factors[i] == factor) {
+            sizes->setCurrent(i);
+        }
     }
-    content()->addLayout(row);
+    content()->addWidget(sizes);
+    connect(sizes, &SegmentedControl::clicked, this, [this](int index) {
+        dismiss();
+        emit factorChosen(factors[index]);
+    });
+}
+
+void MenuSheet::addLanguages() {
+    addCaption(tr("语言（面板将重新启动）"));
+    QStringList names;
+    for (const Language& language : languages) {
+        names << QString::fromUtf8(language.name);
+    }
+    auto* choice = new SegmentedControl(QStringLiteral("btnLanguage"), names);
+    const QString present = presentLanguage();
+    for (int i = 0; i < names.size(); ++i) {
+        const QString code = QLatin1String(languages[i].code);
+        choice->button(i)->setObjectName(QStringLiteral("btnLanguage_") + code);
+        whileIdle_ << choice->button(i);
+        if (code == present) {
+            choice->setCurrent(i);
+        }
+    }
+    content()->addWidget(choice);
+    connect(choice, &SegmentedControl::clicked, this, [this, present](int index) {
+        const QString code = QLatin1String(languages[index].code);
+        dismiss();
+        if (code != present) {
+            emit languageChosen(code);
+        }
+    });
 }
 
 void MenuSheet::refresh() {

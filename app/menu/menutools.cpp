@@ -2,6 +2,7 @@
 
 #include "app/backup/backuptools.h"
 #include "app/dock/dockarea.h"
+#include "app/dock/docks.h"
 #include "app/examples/examplelibrary.h"
 #include "app/header/header.h"
 #include "app/help/chapters.h"
@@ -24,8 +25,6 @@
 #include <algorithm>
 
 namespace app {
-
-const QString MenuTools::helpDock = QStringLiteral("help");
 
 MenuTools::MenuTools(PanelWindow* window, QWidget* page, const RunHistory* history, QObject* parent)
     : QObject(parent),
@@ -53,7 +52,7 @@ void MenuTools::toggleMenu() {
 }
 
 void MenuTools::openMenu() {
-    auto* menu = new MenuSheet(ExampleLibrary::ofThisProgram(), window_->stage());
+    auto* menu = new MenuSheet(ExampleLibrary::ofThisProgram(), Preferences::factor(), window_->stage());
     menu_ = menu;
     connect(menu, &Sheet::dismissed, this, [this] {
         menu_.clear();
@@ -61,6 +60,9 @@ void MenuTools::openMenu() {
     });
     connect(menu, &MenuSheet::exampleChosen, this, &MenuTools::exampleChosen);
     connect(menu, &MenuSheet::languageChosen, this, &MenuTools::languageChosen);
+    connect(menu, &MenuSheet::dockAsked, window_->docks(), &DockArea::open);
+    connect(menu, &MenuSheet::factorChosen, window_, &PanelWindow::setChosenFactor);
+    connect(menu, &MenuSheet::factorChosen, this, [](double factor) { Preferences::rememberFactor(factor); });
     connect(menu, &MenuSheet::rolesAsked, this, &MenuTools::rolesAsked);
     connect(menu, &MenuSheet::setupAsked, this, &MenuTools::openSetup);
     connect(menu, &MenuSheet::handbookAsked, this, &MenuTools::openHandbook);
@@ -86,12 +88,12 @@ void MenuTools::setRestoreGuard(const std::function<bool()>& mayRestore) {
 
 void MenuTools::openHandbook() {
     const QString chapter = chapterOf(page_);  // of what has the keyboard now
-    window_->docks()->open(helpDock);
+    window_->docks()->open(docks::help);
     this->help()->openChapter(chapter);
 }
 
 HelpPage* MenuTools::help() const {
-    return static_cast<HelpPage*>(window_->docks()->content(helpDock));
+    return static_cast<HelpPage*>(window_->docks()->content(docks::help));
 }
 
 void MenuTools::openSetup() {

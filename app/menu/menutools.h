@@ -23,8 +23,6 @@ class RunHistory;
 class MenuTools : public QObject {
     Q_OBJECT
 public:
-    static const QString helpDock;  ///< the dock of the handbook, a HelpPage
-
     /// `page`: the package's page. `history`: where the first weld is looked for.
     MenuTools(PanelWindow* window, QWidget* page, const RunHistory* history, QObject* parent = nullptr);
     ~MenuTools() override;

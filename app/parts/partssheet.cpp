@@ -2,6 +2,7 @@
 
 #include "app/clocktext.h"
 #include "app/sheet/numberkeys.h"
+#include "look/scale.h"
 
 #include <QAbstractButton>
 #include <QFileInfo>
@@ -15,7 +16,6 @@ namespace app {
 
 namespace {
 
-constexpr int fieldWidth = 120, fieldHeight = 48;
 constexpr int mostDigits = 5;
 
 }  // namespace
@@ -24,24 +24,35 @@ PartsSheet::PartsSheet(PartCounter* counter, const QString& project, QWidget* ov
     : Sheet(QStringLiteral("partsSheet"), tr("零件：%1").arg(QFileInfo(project).completeBaseName()), over),
       counter_(counter),
       project_(project),
-      made_(addText(QString())),
-      times_(addText(QString())),
+      made_(new QLabel),
+      times_(new QLabel),
       target_(new QLineEdit) {
     made_->setObjectName(QStringLiteral("lblPartsMade"));
+    made_->setProperty("figure", true);
     times_->setObjectName(QStringLiteral("lblPartTimes"));
+    times_->setProperty("caption", true);
     target_->setObjectName(QStringLiteral("edtPartTarget"));
     target_->setValidator(new QIntValidator(0, PartCounter::mostTarget, target_));
     target_->setMaxLength(mostDigits);
-    target_->setFixedSize(fieldWidth, fieldHeight);
+    target_->setAlignment(Qt::AlignRight);
     const int target = counter->of(project).target;
     target_->setText(target > 0 ? QString::number(target) : QString());
     auto* keys = new NumberKeys;
     keys->writeTo(target_);
-    auto* row = new QHBoxLayout;
+    auto* figures = new QVBoxLayout;
+    figures->setSpacing(look::px(8));
+    figures->addWidget(made_);
+    figures->addWidget(times_);
+    figures->addSpacing(look::px(16));
     auto* caption = new QLabel(tr("目标（空：无目标）"));
+    caption->setProperty("caption", true);
     caption->setWordWrap(true);
-    row->addWidget(caption, 1, Qt::AlignTop);
-    row->addWidget(target_, 0, Qt::AlignTop);
+    figures->addWidget(caption);
+    figures->addWidget(target_);
+    figures->addStretch(1);
+    auto* row = new QHBoxLayout;
+    row->setSpacing(look::px(24));
+    row->addLayout(figures, 1);
     row->addWidget(keys);
     content()->addLayout(row);
     reset_ = addButton(QStringLiteral("btnPartsReset"), tr("计数清零"));
@@ -57,9 +68,8 @@ PartsSheet::PartsSheet(PartCounter* counter, const QString& project, QWidget* ov
 
 void PartsSheet::refresh() {
     const PartCount count = counter_->of(project_);
-    made_->setText(count.target > 0 ? tr("已完成 %1，目标 %2").arg(count.made).arg(count.target)
-                                    : tr("已完成 %1").arg(count.made));
-    times_->setText(tr("上一件 %1，平均 %2").arg(clockText(count.lastMs), clockText(count.meanMs())));
+    made_->setText(tr("已完成 %1").arg(count.figure()));
+    times_->setText(tr("上一件 %1\n平均 %2").arg(clockText(count.lastMs), clockText(count.meanMs())));
     times_->setVisible(count.made > 0);
 }
 

@@ -23,7 +23,7 @@ Rail::Rail(sim::Controller* controller, QWidget* parent)
     auto* keyboard = new QShortcut(Qt::Key_F9, this);
     keyboard->setContext(Qt::ApplicationShortcut);
     connect(keyboard, &QShortcut::activated, this, &Rail::toggleFocus);
-    dress(this);
+    dress(this, {QStringLiteral("base"), QStringLiteral("rail")});
     fit();
 }
 
@@ -64,8 +64,9 @@ void Rail::toggleFocus() {
 }
 
 void Rail::fit() {
-    const int margin = look::px(8);
-    column_->setContentsMargins(margin, margin, margin, margin);
+    constexpr int normalPx = 96;
+    const int margin = look::px(8), side = width() < look::px(normalPx) ? look::px(4) : margin;
+    column_->setContentsMargins(side, margin, side, margin);
     column_->setSpacing(look::px(8));
     const QList<QToolButton*> keys = findChildren<QToolButton*>(QString(), Qt::FindDirectChildrenOnly);
     for (QToolButton* const key : keys) {

@@ -2,6 +2,7 @@
 
 #include "app/roles/rolekeeper.h"
 #include "app/sheet/numberkeys.h"
+#include "look/scale.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -15,8 +16,7 @@ namespace app {
 
 namespace {
 
-constexpr int fieldWidth = 200, fieldHeight = 48;
-constexpr int textWidth = 220;
+constexpr int columnPx = 240;  // of fields and texts beside the keys
 constexpr int tickMs = 250;
 constexpr qint64 msPerS = 1000, msPerMin = 60000;
 
@@ -26,20 +26,27 @@ QLineEdit* makeField(const QString& name) {
     field->setEchoMode(QLineEdit::Password);
     field->setMaxLength(RoleKeeper::mostDigits);
     field->setValidator(new QRegularExpressionValidator(QRegularExpression(QStringLiteral("[0-9]*")), field));
-    field->setFixedSize(fieldWidth, fieldHeight);
+    field->setFixedWidth(look::px(columnPx));
     return field;
 }
 
 QLabel* makeText(const QString& text) {
     auto* label = new QLabel(text);
     label->setWordWrap(true);
-    label->setFixedWidth(textWidth);
+    label->setFixedWidth(look::px(columnPx));
+    return label;
+}
+
+QLabel* makeCaption(const QString& text) {
+    QLabel* const label = makeText(text);
+    label->setProperty("caption", true);
     return label;
 }
 
 QLabel* makeAnswer(const QString& name) {
     QLabel* const label = makeText({});
     label->setObjectName(name);
+    label->setProperty("refused", true);
     label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     return label;
 }
@@ -47,6 +54,7 @@ QLabel* makeAnswer(const QString& name) {
 /// Fields with their captions at the left, keys at the right.
 QLayout* beside(QVBoxLayout* fields, NumberKeys* keys) {
     fields->addStretch(1);
+    fields->setSpacing(look::px(8));
     auto* row = new QHBoxLayout;
     row->addLayout(fields);
     row->addStretch(1);
@@ -118,10 +126,10 @@ NewCodeSheet::NewCodeSheet(RoleKeeper* keeper, QWidget* over)
     addText(
         tr("设置密码后，端口、工位和手动控制设备只对调试员开放。忘记密码时，由计算机管理员删除密码文件。"));
     auto* fields = new QVBoxLayout;
-    fields->addWidget(
-        makeText(tr("新密码（%1 至 %2 位数字）").arg(RoleKeeper::leastDigits).arg(RoleKeeper::mostDigits)));
+    fields->addWidget(makeCaption(
+        tr("新密码（%1 至 %2 位数字）").arg(RoleKeeper::leastDigits).arg(RoleKeeper::mostDigits)));
     fields->addWidget(code_);
-    fields->addWidget(makeText(tr("再次输入")));
+    fields->addWidget(makeCaption(tr("再次输入")));
     fields->addWidget(again_);
     fields->addWidget(answer_);
     keys_->writeTo(code_);

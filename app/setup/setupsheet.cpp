@@ -1,5 +1,8 @@
 #include "app/setup/setupsheet.h"
 
+#include "look/icon.h"
+#include "look/scale.h"
+
 #include <QAbstractButton>
 #include <QGridLayout>
 #include <QLabel>
@@ -12,36 +15,41 @@ namespace app {
 namespace {
 
 constexpr int periodMs = 1000;
-constexpr int buttonHeight = 48;
+constexpr int cardPx = 680;
 
 QString textOf(const SetupStep& step) {
-    return QStringLiteral("%1  <b>%2</b><br/>%3")
-        .arg(step.done ? QStringLiteral("✓") : QStringLiteral("○"), step.title.toHtmlEscaped(),
-             step.hint.toHtmlEscaped());
+    return QStringLiteral("<b>%1</b><br/>%2").arg(step.title.toHtmlEscaped(), step.hint.toHtmlEscaped());
 }
 
 }  // namespace
 
 SetupSheet::SetupSheet(std::function<bool()> hasWelded, QWidget* over)
     : Sheet(QStringLiteral("setupSheet"), tr("首次设置"), over), hasWelded_(std::move(hasWelded)) {
+    setCardWidth(cardPx);
     auto* grid = new QGridLayout;
-    grid->setColumnStretch(0, 1);
+    grid->setSpacing(look::px(8));
+    grid->setColumnStretch(1, 1);
     const QVector<SetupStep> steps = setupSteps(hasWelded_());
     for (const SetupStep& step : steps) {
+        auto* sign = new QLabel;
+        sign->setObjectName(QStringLiteral("lblSetupSign"));
         auto* text = new QLabel(textOf(step));
         text->setTextFormat(Qt::RichText);
         text->setWordWrap(true);
         auto* way = new QPushButton(tr("前往"));
-        way->setObjectName(QStringLiteral("btnSetupWay%1").arg(texts_.size()));
-        way->setMinimumHeight(buttonHeight);
-        grid->addWidget(text, texts_.size(), 0);
-        grid->addWidget(way, texts_.size(), 1);
-        texts_ << text;
+        way->setObjectName(QStringLiteral("btnSetupWay%1").arg(signs_.size()));
+        way->setIcon(look::icon(QStringLiteral("goto")));
+        way->setIconSize(QSize(look::px(22), look::px(22)));
+        grid->addWidget(sign, signs_.size(), 0);
+        grid->addWidget(text, signs_.size(), 1);
+        grid->addWidget(way, signs_.size(), 2);
+        signs_ << sign;
         connect(way, &QPushButton::clicked, this, [this, button = step.button] {
             dismiss();
             emit wayAsked(button);
         });
     }
+    refresh();
     content()->addLayout(grid);
     addText(tr("此列表可随时从菜单打开。"));
     const QAbstractButton* const forGood = addButton(QStringLiteral("btnSetupForGood"), tr("不再自动显示"));
@@ -53,10 +61,14 @@ SetupSheet::SetupSheet(std::function<bool()> hasWelded, QWidget* over)
     timer_.start(periodMs);
 }
 
+/// A tick for what is done, a ring for what is left.
 void SetupSheet::refresh() {
     const QVector<SetupStep> steps = setupSteps(hasWelded_());
-    for (int i = 0; i < texts_.size(); ++i) {
-        texts_[i]->setText(textOf(steps[i]));
+    for (int i = 0; i < signs_.size(); ++i) {
+        const bool done = steps[i].done;
+        signs_[i]->setPixmap(look::picture(done ? QStringLiteral("check") : QStringLiteral("ring"),
+                                           look::px(22), done ? look::green : look::ink3));
+        signs_[i]->setAccessibleName(done ? QStringLiteral("done") : QStringLiteral("open"));
     }
 }
 

@@ -26,7 +26,7 @@ private:
     void refresh();
 
     std::function<bool()> hasWelded_;
-    QVector<QLabel*> texts_;  ///< a step each
+    QVector<QLabel*> signs_;  ///< a step each
     QTimer timer_;
 };
 

@@ -1,5 +1,6 @@
 #include "app/noticebar.h"
 #include "app/parts/partcounter.h"
+#include "app/preferences.h"
 #include "app/state/panelstate.h"
 #include "app/state/stateblock.h"
 #include "mendo/clock.h"
@@ -143,6 +144,34 @@ private slots:
         QCOMPARE(welding, "LASER ON|seam, line 4 of 15");
         pass(3000);
         QCOMPARE(words(), "PAUSED|seam, line 4 of 15, inside a weld");
+    }
+
+    /// The frame and the package's page grow together.
+    void size_followsTheWindowAndTheMenu() {
+        const auto shown = [this] {
+            pass(10);
+            return QString("%1 %2 %3 %4")
+                .arg(window()->header()->height())
+                .arg(find<QWidget>("rail")->width())
+                .arg(find<QWidget>("statusLine")->height())
+                .arg(window()->pages()->currentWidget()->font().pixelSize());
+        };
+        const QPair<QSize, QString> rows[] = {{{1024, 768}, "56 80 40 16"},
+                                              {{1920, 1080}, "64 112 40 18"},
+                                              {{2560, 1440}, "88 144 56 24"},
+                                              {{1280, 800}, "56 96 40 16"}};
+        for (const auto& [size, measures] : rows) {
+            window()->resize(size);
+            QCOMPARE(shown(), measures);
+            QCOMPARE(window()->size(), size);
+        }
+        click("btnMenu");
+        QVERIFY(find("btnSize2")->isEnabled() && !find("btnSize3")->isEnabled());
+        click("btnSize2");
+        QCOMPARE(shown(), "64 96 40 18");
+        QCOMPARE(app::Preferences::factor(), 1.125);
+        window()->setChosenFactor(0);
+        QCOMPARE(shown(), "56 96 40 16");
     }
 
     void state_leadsToItsPlace() {

@@ -246,6 +246,17 @@ private slots:
         QCOMPARE(page(), alone);
     }
 
+    void pageOfTheFrame_endsWithTheNextChoice() {
+        docks()->open("path");
+        docks()->open("log");
+        QVERIFY(docks()->isOpen("path") && docks()->content("log")->isVisible());
+        docks()->open("results");
+        QVERIFY(docks()->isOpen("results") && !docks()->isOpen("log"));
+        click("btnPort");
+        QVERIFY(docks()->isOpen("path") && !docks()->isOpen("results"));
+        click("btnProject");
+    }
+
     void guest_givesThePlaceBack() {
         docks()->add("guest", new QLabel("guest"), "Guest", app::DockWidth::Narrow);
         docks()->setGuest("guest");
