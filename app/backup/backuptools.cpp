@@ -3,6 +3,7 @@
 #include "app/appearance.h"
 #include "app/backup/restoresheet.h"
 #include "app/results/resultexport.h"
+#include "look/dialog.h"
 #include "mendo/clock.h"
 #include "mendo/modulemanager.h"
 #include "program/words.h"
@@ -68,6 +69,7 @@ void BackupTools::restore() {
     dialog->setOption(QFileDialog::DontUseNativeDialog);
     dialog->setOption(QFileDialog::ReadOnly);  // no deleting or renaming of files
     dialog->setFileMode(QFileDialog::ExistingFile);
+    look::dress(dialog);
     connect(dialog, &QFileDialog::fileSelected, this, &BackupTools::chosen);
     dialog->open();
 }

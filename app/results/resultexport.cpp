@@ -1,6 +1,7 @@
 #include "app/results/resultexport.h"
 
 #include "app/appearance.h"
+#include "look/dialog.h"
 
 #include <QBuffer>
 #include <QDir>
@@ -25,6 +26,7 @@ void ResultExport::ask(const QString& name, const Write& write) {
     dialog->setOption(QFileDialog::DontConfirmOverwrite);
     dialog->setAcceptMode(QFileDialog::AcceptSave);
     dialog->setDefaultSuffix(ending);
+    look::dress(dialog);
     connect(dialog, &QFileDialog::fileSelected, this,
             [this, write](const QString& file) { confirm(file, write); });
     dialog->open();
@@ -41,6 +43,7 @@ void ResultExport::confirm(const QString& file, const Write& write) {
     question->setAttribute(Qt::WA_DeleteOnClose);
     question->setDefaultButton(QMessageBox::No);
     question->setTextFormat(Qt::PlainText);
+    look::dress(question);
     connect(question, &QDialog::finished, this, [this, file, write](int answer) {
         if (answer == QMessageBox::Yes) {
             writeTo(file, write);
@@ -62,6 +65,7 @@ void ResultExport::writeTo(const QString& file, const Write& write) {
                         tr("无法写入文件：%1\n%2").arg(file, out.errorString()), QMessageBox::Ok, page_);
     message->setAttribute(Qt::WA_DeleteOnClose);
     message->setTextFormat(Qt::PlainText);
+    look::dress(message);
     message->open();
 }
 

@@ -1,6 +1,7 @@
 #include "app/scope/scopepage.h"
 
 #include "app/scope/scopeplot.h"
+#include "look/dialog.h"
 #include "look/icon.h"
 #include "look/scale.h"
 #include "look/tokens.h"
@@ -329,6 +330,7 @@ void ScopePage::askFile(const QString& ending) {
     dialog->setOption(QFileDialog::ReadOnly);  // no deleting or renaming of files
     dialog->setAcceptMode(QFileDialog::AcceptSave);
     dialog->setDefaultSuffix(ending);
+    look::dress(dialog);
     connect(dialog, &QFileDialog::fileSelected, this, &ScopePage::exportTo);
     dialog->open();
 }
@@ -353,6 +355,7 @@ void ScopePage::exportTo(const QString& file) {
     auto* message = new QMessageBox(QMessageBox::Warning, tr("导出"),
                                     tr("无法写入文件：%1\n%2").arg(file, error), QMessageBox::Ok, this);
     message->setAttribute(Qt::WA_DeleteOnClose);
+    look::dress(message);
     message->open();
 }
 

@@ -4,6 +4,7 @@
 #include "program/words.h"
 #include "ui_delaydialog.h"
 #include "widgets/fieldlimits.h"
+#include "widgets/fieldnote.h"
 
 DelayDialog::DelayDialog(ModuleObject* statement, QWidget* parent)
     : WatchedLineDialog(Closing::ByOwner, parent), ui_(std::make_unique<Ui::DelayDialog>()) {
@@ -13,6 +14,7 @@ DelayDialog::DelayDialog(ModuleObject* statement, QWidget* parent)
     allowOnlyDigits(ui_->lineEdit);
     ui_->lineEdit->setText(statement->r(prog::field::delaytime)->getString());
     require(prog::entryRange(prog::statement::delay, prog::field::delaytime), ui_->label_2->text());
+    lumo::showUnit(ui_->lineEdit, ui_->label_3);
 }
 
 DelayDialog::~DelayDialog() = default;

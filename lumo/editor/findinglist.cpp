@@ -1,6 +1,8 @@
 #include "editor/findinglist.h"
 
 #include "editor/programcheck.h"
+#include "look/icon.h"
+#include "look/scale.h"
 #include "widgets/findingtext.h"
 #include "widgets/severitymark.h"
 
@@ -34,9 +36,9 @@ public:
     using QStyledItemDelegate::QStyledItemDelegate;
 
     QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
-        constexpr int air = 10;
+        constexpr int air = 12;
         const QSize size = QStyledItemDelegate::sizeHint(option, index);
-        return {size.width(), std::max(touchHeight, size.height() + air)};
+        return {size.width(), std::max(look::px(touchHeight), size.height() + look::px(air))};
     }
 };
 
@@ -50,7 +52,7 @@ FindingList::FindingList(const ProgramCheck* check, QWidget* area, QWidget* page
     rows_->setItemDelegate(new TouchRows(rows_));
     rows_->setWordWrap(true);
     rows_->setResizeMode(QListView::Adjust);
-    rows_->setIconSize({markEdge, markEdge});
+    rows_->setIconSize({look::px(markEdge), look::px(markEdge)});
     rows_->setSelectionMode(QAbstractItemView::NoSelection);
     rows_->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
     rows_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -68,12 +70,14 @@ FindingList::FindingList(const ProgramCheck* check, QWidget* area, QWidget* page
 QWidget* FindingList::makeHead() {
     auto* const head = new QWidget;
     auto* const row = new QHBoxLayout(head);
-    row->setContentsMargins(10, 2, 2, 2);
+    constexpr int left = 14;
+    row->setContentsMargins(look::px(left), 2, 2, 2);
     counts_->setObjectName(QStringLiteral("lblFindings"));
     auto* const close = new QToolButton;
     close->setObjectName(QStringLiteral("btnCloseFindings"));
-    close->setText(QStringLiteral("✕"));
-    close->setMinimumSize(touchHeight, touchHeight);
+    close->setIcon(look::icon(QStringLiteral("close")));
+    close->setIconSize({look::px(markEdge), look::px(markEdge)});
+    close->setAccessibleName(tr("关闭"));
     row->addWidget(counts_, 1);
     row->addWidget(close);
     connect(close, &QToolButton::clicked, this, &FindingList::hide);
@@ -124,8 +128,7 @@ void FindingList::fill() {
 }
 
 void FindingList::add(const Finding& finding) {
-    auto* const row =
-        new QListWidgetItem(markIcon(finding.severity, markEdge), findingAtLine(finding), rows_);
+    auto* const row = new QListWidgetItem(markIcon(finding.severity), findingAtLine(finding), rows_);
     const QString remedy = findingRemedy(finding);
     if (!remedy.isEmpty()) {
         row->setText(row->text() + QLatin1Char('\n') + remedy.left(1).toUpper() + remedy.mid(1));

@@ -1,5 +1,7 @@
 #include "editor/findingsbutton.h"
 
+#include "look/scale.h"
+#include "look/tokens.h"
 #include "widgets/findingtext.h"
 #include "widgets/severitymark.h"
 
@@ -8,15 +10,15 @@
 
 #include <algorithm>
 
+using look::px;
+
 namespace {
 
-constexpr int edge = 22;  // of a mark
-constexpr int gap = 4;    // between a mark and its number
-constexpr int air = 8;    // around each of the two
-constexpr int tall = 40;
-constexpr int leastWidth = 56;
-constexpr QRgb pressedColour = qRgb(203, 222, 242);
-constexpr QRgb focusColour = qRgb(47, 111, 176);
+constexpr int edgePx = 24;  // of a mark
+constexpr int gapPx = 4;    // between a mark and its number
+constexpr int airPx = 8;    // around each of the two
+constexpr int tall = 48;
+constexpr int leastWidth = 64;
 
 }  // namespace
 
@@ -44,23 +46,27 @@ void FindingsButton::changeEvent(QEvent* event) {
     QAbstractButton::changeEvent(event);
     if (event->type() == QEvent::LanguageChange) {
         describe();
+    } else if (event->type() == QEvent::StyleChange) {
+        updateGeometry();
     }
 }
 
 int FindingsButton::widthOf(int count) const {
-    return count > 0 ? edge + gap + fontMetrics().horizontalAdvance(QString::number(count)) + air : 0;
+    return count > 0
+               ? px(edgePx) + px(gapPx) + fontMetrics().horizontalAdvance(QString::number(count)) + px(airPx)
+               : 0;
 }
 
 QSize FindingsButton::sizeHint() const {
-    return {std::max(leastWidth, air + widthOf(errors_) + widthOf(warnings_)), tall};
+    return {std::max(px(leastWidth), px(airPx) + widthOf(errors_) + widthOf(warnings_)), px(tall)};
 }
 
 int FindingsButton::paintCount(QPainter* painter, int x, prog::Severity severity, int count) const {
     if (count == 0) {
         return x;
     }
-    lumo::paintMark(painter, QRectF(x, (height() - edge) / 2.0, edge, edge), severity);
-    const int text = x + edge + gap;
+    lumo::paintMark(painter, QRectF(x, (height() - px(edgePx)) / 2.0, px(edgePx), px(edgePx)), severity);
+    const int text = x + px(edgePx) + px(gapPx);
     painter->drawText(QRect(text, 0, width() - text, height()), Qt::AlignLeft | Qt::AlignVCenter,
                       QString::number(count));
     return x + widthOf(count);
@@ -70,12 +76,12 @@ void FindingsButton::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     if (isDown() || hasFocus()) {
-        painter.setBrush(isDown() ? QBrush(QColor(pressedColour)) : Qt::NoBrush);
-        painter.setPen(QColor(focusColour));
-        painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), 6, 6);
+        painter.setBrush(isDown() ? QBrush(QColor(look::pressed)) : Qt::NoBrush);
+        painter.setPen(QPen(QColor(look::blue), 2));
+        painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), 5, 5);
     }
     painter.setPen(palette().color(QPalette::WindowText));
-    const int x = (width() - widthOf(errors_) - widthOf(warnings_) + air) / 2;
+    const int x = (width() - widthOf(errors_) - widthOf(warnings_) + px(airPx)) / 2;
     paintCount(&painter, paintCount(&painter, x, prog::Severity::Error, errors_), prog::Severity::Warning,
                warnings_);
 }

@@ -1,6 +1,7 @@
 #include "editor/pointwidget.h"
 
 #include "editor/pendantkeys.h"
+#include "editor/pointlayout.h"
 #include "editor/statementtext.h"
 #include "program/fieldcheck.h"
 #include "program/statement.h"
@@ -10,7 +11,9 @@
 #include "undo/steptext.h"
 #include "widgets/fieldanswer.h"
 #include "widgets/fieldlimits.h"
+#include "widgets/fieldnote.h"
 
+#include <QResizeEvent>
 #include <QtMath>
 
 #include <algorithm>
@@ -68,6 +71,7 @@ PointWidget::PointWidget(int row, ModuleObject* statement, int jointCount, QWidg
       p1_(std::make_unique<ModuleObject>(QStringLiteral("p1"))) {
     ui_->setupUi(this);
     setAttribute(Qt::WA_StyledBackground);
+    layout_ = std::make_unique<PointLayout>(ui_.get());
     refreshUIWithType();
     p2t(statement->r(field::point), jointMode_);
     ui_->lineEditSpeed->setText(statement->r(field::speed)->getString());
@@ -111,18 +115,19 @@ void PointWidget::answerFields() {
     }
     for (const Coordinate& coordinate : qAsConst(all)) {
         answers_.append(new FieldAnswer(coordinate.field, anyOf(unitOf(coordinate))));
-        const QString name = coordinate.field->objectName();
-        answers_.last()->nameIt(
-            findChild<QLabel*>(QStringLiteral("lbl") + name.mid(qstrlen("lineEdit")))->text());
-        findChild<QLabel*>(QStringLiteral("unit") + name.mid(qstrlen("lineEdit")))
-            ->setText(unitText(unitOf(coordinate)));
+        FieldAnswer* const answer = answers_.last();
+        const QString name = coordinate.field->objectName().mid(qstrlen("lineEdit"));
+        answer->nameIt(findChild<QLabel*>(QStringLiteral("lbl") + name)->text());
+        answer->showUnit();
     }
     const QString type = statement_->r(field::type)->getString();
     auto* const speed = new FieldAnswer(ui_->lineEditSpeed, entryRange(type, field::speed));
     speed->nameIt(ui_->label_26->text());
+    speed->showUnit();
     speed->tellIn(ui_->lblSpeedRange);
     auto* const zone = new FieldAnswer(ui_->lineEditTurn, entryRange(type, field::zone));
     zone->nameIt(ui_->label_27->text());
+    zone->showUnit();
     zone->tellIn(ui_->lblTurnRange);
     answers_ << speed << zone;
 }
@@ -142,16 +147,19 @@ void PointWidget::refreshOk() {
                                                       {ui_->lblRange2, secondPoint()}};
     for (const auto& [note, coordinates] : points) {
         const bool taken = areTaken(coordinates);
-        note->setText(taken ? QString() : QStringLiteral("▲ ") + rangeText(anyOf("")));
+        tellNote(note, numberText(), NoteTone::Refused);
         note->setVisible(!taken);
     }
     const bool changed = std::any_of(answers_.begin(), answers_.end(),
                                      [](const FieldAnswer* answer) { return answer->isChanged(); });
     ui_->btnMoveThere->setEnabled(!changed);
-    ui_->btnMoveThere->setToolTip(changed ? tr("先确认更改，再移动机器人。")
-                                          : tr("移到这一行的点位，不出光。"));
-    ui_->okayBtn->setEnabled(std::all_of(answers_.begin(), answers_.end(),
-                                         [](const FieldAnswer* answer) { return answer->isTaken(); }));
+    const auto refused = std::find_if(answers_.begin(), answers_.end(),
+                                      [](const FieldAnswer* answer) { return !answer->isTaken(); });
+    const bool isRefused = refused != answers_.end();
+    ui_->okayBtn->setEnabled(!isRefused);
+    ui_->lblWhy->setText(isRefused ? tr("请更正：%1").arg((*refused)->caption())
+                         : changed ? tr("先确认更改，再移动机器人。")
+                                   : tr("“移到此点”不出光移动机器人，“更新点位”记录其当前位置。"));
 }
 
 void PointWidget::refreshUIWithType() {
@@ -173,19 +181,15 @@ void PointWidget::refreshUIWithType() {
     const bool hasSeventh = jointMode_ && jointCount_ >= seventhJoint;
     ui_->lblJ7->setVisible(hasSeventh);
     ui_->lineEditJ7->setVisible(hasSeventh);
-    ui_->unitJ7->setVisible(hasSeventh);
+    layout_->showSeventh(hasSeventh);
 }
 
 void PointWidget::hiddenPoint2() {
-    for (QWidget* caption : std::initializer_list<QWidget*>{
-             ui_->lblP2, ui_->updateBtn2, ui_->lblX2, ui_->lblY2, ui_->lblZ2, ui_->lblA2, ui_->lblB2,
-             ui_->lblC2, ui_->unitX2, ui_->unitY2, ui_->unitZ2, ui_->unitA2, ui_->unitB2, ui_->unitC2,
-             ui_->lblRole2, ui_->lblTaught2, ui_->lblTake2}) {
-        caption->hide();
+    const QList<QWidget*> parts = ui_->card2->findChildren<QWidget*>();
+    for (QWidget* const part : parts) {
+        part->hide();
     }
-    for (const Coordinate& coordinate : secondPoint()) {
-        coordinate.field->hide();
-    }
+    ui_->card2->hide();
 }
 
 PointWidget::Coordinates PointWidget::firstPoint(bool jointMode) const {
@@ -261,7 +265,7 @@ void PointWidget::teachFirst() {
     p0_->copyFrom(this, kordservice()->get(this, key::posture));
     // The fields of the second point may hold texts that are not stored yet.
     showPoint(p0_.get(), firstPoint(jointMode_));
-    ui_->lblTaught1->clear();
+    ui_->lblTaught1->hide();
 }
 
 void PointWidget::teachSecond() {
@@ -341,7 +345,7 @@ void PointWidget::requestMove() {
 /// The line, what each point is in it, and which was never taught.
 void PointWidget::showPlace() {
     const QString type = statement_->r(field::type)->getString();
-    ui_->lblLine->setText(tr("第 %1 行").arg(row_ + 1));
+    ui_->lblLine->setText(tr("第 %1 行，共 %2 行").arg(row_ + 1).arg(m(key::program)->size()));
     if (type == statement::moveC) {
         ui_->lblRole1->setText(tr("（途经点）"));
         ui_->lblRole2->setText(tr("（终点）"));
@@ -353,7 +357,21 @@ void PointWidget::showPlace() {
                                                         {ui_->lblTaught2, field::point1}};
     const QStringList untaught = untaughtPoints(statement_, type);
     for (const auto& [mark, point] : points) {
-        mark->setText(untaught.contains(point) ? QStringLiteral("▲ ") + tr("未示教") : QString());
+        tellNote(mark, tr("未示教"), NoteTone::Warned);
+        mark->setVisible(untaught.contains(point));
+    }
+}
+
+void PointWidget::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    layout_->arrange(width());
+}
+
+void PointWidget::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::StyleChange && layout_) {
+        layout_->measure();
+        layout_->arrange(width());
     }
 }
 

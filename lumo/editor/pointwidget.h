@@ -16,7 +16,8 @@ class PointWidget;
 }
 namespace lumo {
 class FieldAnswer;
-}
+class PointLayout;
+}  // namespace lumo
 
 /// The page of one move statement: target point, second point of circular moves, speed, zone and note.
 ///
@@ -51,6 +52,10 @@ signals:
     void moveRequested(int row);
     void cancelBtnClicked();
 
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
 private:
     enum class Unit { Millimetre, Degree };
     struct Coordinate {
@@ -80,6 +85,7 @@ private:
     bool isStatementInPlace() const;
 
     const std::unique_ptr<Ui::PointWidget> ui_;
+    std::unique_ptr<lumo::PointLayout> layout_;
     const QPointer<ModuleObject> statement_;
     const ModuleObject* const program_;
     const int row_;

@@ -3,22 +3,32 @@
 #include "editor/seampicture.h"
 #include "executor/circle.h"
 #include "executor/lumoexecutor.h"
+#include "look/dialog.h"
+#include "look/icon.h"
+#include "look/scale.h"
+#include "look/tokens.h"
+#include "look/type.h"
 #include "module/globals.h"
 #include "program/words.h"
+#include "widgets/fieldanswer.h"
 
 #include <QDoubleSpinBox>
-#include <QGridLayout>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
+#include <QVBoxLayout>
 
+#include <algorithm>
+
+using look::px;
 using namespace prog;
 
 namespace lumo {
 
 namespace {
 
-/// Of everything that is pressed: for fingers.
-const QString touchSize = QStringLiteral("min-height: 56px;");
+constexpr int gap = 8;
+constexpr int iconSize = 24;
 
 /// The overlap that the spin box begins with: that of the last choice, also of other pages.
 double rememberedMm = 5.0;
@@ -27,96 +37,173 @@ QString mmText(double mm) {
     return QString::number(mm, 'f', 1);
 }
 
+/// Which of the program's welds a line is in: "2 of 5".
+std::pair<int, int> seamOf(int line) {
+    int seam = 0, seams = 0;
+    const ModuleObject* const program = m(key::program);
+    for (int i = 0; i < program->size(); ++i) {
+        const ModuleObject* const statement = program->c(i);
+        const bool opens = statement->c(field::type)->getString() == statement::open &&
+                           statement->c(field::execute)->getBool(true);
+        seams += opens ? 1 : 0;
+        seam = i == line ? seams : seam;
+    }
+    return {std::max(seam, 1), std::max(seams, 1)};
+}
+
+QFrame* rule(QWidget* parent) {
+    auto* const line = new QFrame(parent);
+    line->setObjectName(QStringLiteral("rule"));
+    line->setFixedHeight(1);
+    return line;
+}
+
+QLabel* text(const char* name, QWidget* parent) {
+    auto* const label = new QLabel(parent);
+    label->setObjectName(QLatin1String(name));
+    label->setTextFormat(Qt::PlainText);
+    label->setWordWrap(true);
+    return label;
+}
+
 }  // namespace
 
 ResumeDialog::ResumeDialog(int line, QWidget* parent)
     : QDialog(parent),
       line_(line),
       picture_(new SeamPicture(this)),
-      where_(new QLabel(this)),
-      distance_(new QLabel(this)),
-      left_(new QLabel(this)),
+      distance_(text("lblDistance", this)),
+      again_(text("lblAgain", this)),
+      left_(text("lblLeft", this)),
       overlap_(new QDoubleSpinBox(this)) {
-    constexpr int widthPx = 600;
+    constexpr int bestWidth = 800, leastWidth = 440, padding = 24;
     setObjectName(QStringLiteral("resumeDialog"));
     setWindowTitle(tr("继续焊接"));
-    setMinimumWidth(widthPx);
-    setStyleSheet(QStringLiteral("QDialog{border: 4px solid #CCCCCC;}"));
-    where_->setObjectName(QStringLiteral("lblWhere"));
-    distance_->setObjectName(QStringLiteral("lblDistance"));
-    left_->setObjectName(QStringLiteral("lblLeft"));
-    auto* const layout = new QGridLayout(this);
-    addTexts(layout);
-    addChoices(layout);
+    look::dress(this);
+    const int room = parent ? parent->width() - 2 * px(gap) : px(bestWidth);
+    setFixedWidth(std::clamp(room, px(leastWidth), px(bestWidth)));
+    auto* const rows = new QVBoxLayout(this);
+    rows->setContentsMargins(px(padding), px(padding) - px(gap) / 2, px(padding), px(padding) - px(gap) / 2);
+    rows->setSpacing(px(gap));
+    rows->addLayout(makeHead());
+    rows->addWidget(picture_);
+    rows->addSpacing(px(gap));
+    addChoices(rows);
+    rows->addLayout(makeFoot());
     follow();
     refresh();
 }
 
-void ResumeDialog::addTexts(QGridLayout* layout) {
-    int row = 0;
-    for (QLabel* const label : {where_, distance_, left_}) {
-        label->setTextFormat(Qt::PlainText);
-        label->setWordWrap(true);
-        layout->addWidget(label, row++, 0, 1, 4);
-    }
-    layout->addWidget(picture_, row, 0, 1, 4);
+QLayout* ResumeDialog::makeHead() {
+    auto* const title = text("lblTitle", this);
+    title->setProperty("heading", "page");
+    title->setText(tr("中断后继续焊接"));
+    auto* const where = text("lblWhere", this);
+    where->setWordWrap(false);
+    const auto [seam, seams] = seamOf(line_);
+    where->setText(tr("第 %1 行，第 %2 条焊缝，共 %3 条").arg(line_ + 1).arg(seam).arg(seams));
+    auto* const head = new QHBoxLayout;
+    head->addWidget(title, 1);
+    head->addWidget(where);
+    return head;
 }
 
-void ResumeDialog::addChoices(QGridLayout* layout) {
-    const int row = layout->rowCount();
-    QPushButton* const goOn = addChoice(layout, tr("回到中断点，继续焊接"), row, "btnGoOn");
+QLayout* ResumeDialog::makeFoot() {
+    auto* const note = text("lblNothing", this);
+    note->setText(tr("选择之前不会有任何动作。"));
+    QPushButton* const cancel = makeButton(tr("取消"), "close", "btnCancel");
+    connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
+    auto* const foot = new QHBoxLayout;
+    foot->setContentsMargins(0, px(gap), 0, 0);
+    foot->addWidget(note, 1);
+    foot->addWidget(cancel);
+    return foot;
+}
+
+void ResumeDialog::addChoices(QVBoxLayout* rows) {
+    QPushButton* const goOn = makeButton(tr("回到中断点，继续焊接"), "back", "btnGoOn");
     goOn->setDefault(true);
+    goOn->setIcon(look::icon(QStringLiteral("back"), look::white));
     goOn->setFocus();
-    goOn->setStyleSheet(touchSize + QStringLiteral("font-weight: bold;"));
-    QPushButton* const again = addChoice(layout, tr("回到中断点，重叠一段后继续焊接"), row + 1, "btnOverlap");
-    QPushButton* const dark = addChoice(layout, tr("从这里不出光继续（焊接开关将关闭）"), row + 2, "btnDark");
-    QPushButton* const cancel = addChoice(layout, tr("取消"), row + 3, "btnCancel");
-    addOverlap(layout, again, row + 1);
+    QPushButton* const again = makeButton(tr("回到中断点，重叠一段后继续焊接"), "back", "btnOverlap");
+    QPushButton* const dark = makeButton(tr("从这里不出光继续"), "play", "btnDark");
+    addChoice(rows, goOn, distance_, nullptr);
+    addChoice(rows, again, again_, makeOverlap());
+    addChoice(rows, dark, left_, nullptr);
+    rows->addWidget(rule(this));
     connect(goOn, &QPushButton::clicked, this, [this] { choose(Choice::GoOn); });
     connect(again, &QPushButton::clicked, this, [this] { choose(Choice::GoOnWithOverlap); });
     connect(dark, &QPushButton::clicked, this, [this] { choose(Choice::GoOnDark); });
-    connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
 }
 
-QPushButton* ResumeDialog::addChoice(QGridLayout* layout, const QString& text, int row, const char* name) {
-    auto* const button = new QPushButton(text, this);
+QPushButton* ResumeDialog::makeButton(const QString& caption, const char* icon, const char* name) {
+    auto* const button = new QPushButton(look::icon(QLatin1String(icon)), caption, this);
     button->setObjectName(QLatin1String(name));
-    button->setStyleSheet(touchSize);
+    button->setIconSize({px(iconSize), px(iconSize)});
     button->setAutoDefault(false);
-    layout->addWidget(button, row, 0, 1, 4);
     return button;
 }
 
+/// A choice, what it does, and what belongs to it. In a narrow sheet the words stand below the choice.
+void ResumeDialog::addChoice(QVBoxLayout* rows, QPushButton* button, QLabel* effect, QWidget* more) {
+    constexpr int choiceWidth = 312, choiceHeight = 56, narrow = 700;
+    const bool isNarrow = width() < px(narrow);
+    button->setProperty("choice", true);
+    button->setFixedHeight(px(choiceHeight));
+    rows->addWidget(rule(this));
+    auto* const row = new QHBoxLayout;
+    row->setSpacing(2 * px(gap));
+    if (isNarrow) {
+        rows->addWidget(button);
+    } else {
+        button->setFixedWidth(px(choiceWidth));
+        row->addWidget(button);
+    }
+    row->addWidget(effect, 1);
+    if (more) {
+        row->addWidget(more);
+    }
+    rows->addLayout(row);
+}
+
 /// Changes the overlap by whole millimetres, as long as it is held.
-QPushButton* ResumeDialog::stepButton(const QString& text, int steps) {
-    auto* const button = new QPushButton(text, this);
-    button->setStyleSheet(touchSize + QStringLiteral("min-width: 48px;"));
-    button->setAutoDefault(false);
+QPushButton* ResumeDialog::stepButton(const char* icon, int steps) {
+    constexpr int side = 48;
+    auto* const button = makeButton(QString(), icon, steps < 0 ? "btnLess" : "btnMore");
+    button->setFixedSize(px(side), px(side));
+    button->setAccessibleName(steps < 0 ? tr("减少重叠") : tr("增加重叠"));
     button->setAutoRepeat(true);
     connect(button, &QPushButton::clicked, overlap_, [this, steps] { overlap_->stepBy(steps); });
     return button;
 }
 
-/// The length of the overlap, behind its choice.
-void ResumeDialog::addOverlap(QGridLayout* layout, QPushButton* choice, int row) {
+/// The length of the overlap, in the row of its choice.
+QWidget* ResumeDialog::makeOverlap() {
+    constexpr int fieldWidth = 88;
     overlap_->setObjectName(QStringLiteral("spinOverlap"));
     overlap_->setDecimals(1);
     overlap_->setRange(0.0, mostOverlapMm);
-    overlap_->setSuffix(QStringLiteral(" mm"));
+    overlap_->setSuffix(QLatin1Char(' ') + unitText("mm"));
     overlap_->setValue(rememberedMm);
     overlap_->setButtonSymbols(QAbstractSpinBox::NoButtons);
     overlap_->setAlignment(Qt::AlignCenter);
-    overlap_->setStyleSheet(touchSize + QStringLiteral("min-width: 88px;"));
+    overlap_->setFixedWidth(px(fieldWidth));
     overlap_->setContextMenuPolicy(Qt::NoContextMenu);
-    layout->removeWidget(choice);
-    layout->addWidget(choice, row, 0);
-    layout->setColumnStretch(0, 1);
-    layout->addWidget(stepButton(QStringLiteral("−"), -1), row, 1);
-    layout->addWidget(overlap_, row, 2);
-    layout->addWidget(stepButton(QStringLiteral("+"), +1), row, 3);
-    connect(overlap_, QOverload<double>::of(&QDoubleSpinBox::valueChanged), picture_,
-            &SeamPicture::showOverlap);
+    overlap_->setProperty(pad::caption, tr("重叠"));
+    overlap_->setProperty(pad::unit, unitText("mm"));
+    auto* const place = new QWidget(this);
+    auto* const row = new QHBoxLayout(place);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(px(gap));
+    row->addWidget(stepButton("minus", -1));
+    row->addWidget(overlap_);
+    row->addWidget(stepButton("plus", +1));
+    connect(overlap_, QOverload<double>::of(&QDoubleSpinBox::valueChanged), this, [this](double mm) {
+        picture_->showOverlap(mm);
+        tellOverlap();
+    });
     picture_->showOverlap(overlap_->value());
+    return place;
 }
 
 /// The tool may be jogged; and what is asked may have become the wrong question.
@@ -161,12 +248,20 @@ void ResumeDialog::refresh() {
     }
     view_->tool = positionOf(kordservice()->get(nullptr, key::posture));
     const double awayMm = view_->awayMm();
-    where_->setText(
-        tr("焊接中断于第 %1 行，焊缝 %2 mm 处。").arg(QString::number(line_ + 1), mmText(view_->weldedMm())));
-    distance_->setText(awayMm > nearMm ? tr("焊枪距中断点 %1 mm：先不出光回到中断点。").arg(mmText(awayMm))
-                                       : tr("焊枪在中断点。"));
-    left_->setText(tr("焊缝还剩 %1 mm。").arg(mmText(view_->leftMm())));
+    const QString weldedMm = mmText(view_->weldedMm());
+    distance_->setText(awayMm > nearMm
+                           ? tr("焊枪不出光退回 %1 mm，激光在 %2 mm 处打开。").arg(mmText(awayMm), weldedMm)
+                           : tr("激光在 %1 mm 处打开。").arg(weldedMm));
+    left_->setText(tr("剩余 %1 mm 焊缝不焊接，焊接开关将关闭。").arg(mmText(view_->leftMm())));
+    tellOverlap();
     picture_->show(*view_);
+}
+
+void ResumeDialog::tellOverlap() {
+    if (view_) {
+        const double fromMm = std::max(0.0, view_->weldedMm() - overlap_->value());
+        again_->setText(tr("激光在 %1 mm 处打开，再焊一段已焊部分。").arg(mmText(fromMm)));
+    }
 }
 
 double ResumeDialog::overlapMm() const {

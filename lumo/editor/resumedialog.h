@@ -8,9 +8,9 @@
 #include <optional>
 
 class QDoubleSpinBox;
-class QGridLayout;
 class QLabel;
 class QPushButton;
+class QVBoxLayout;
 
 namespace lumo {
 
@@ -36,11 +36,14 @@ signals:
     void chosen(lumo::ResumeDialog::Choice choice);
 
 private:
-    void addTexts(QGridLayout* layout);
-    void addChoices(QGridLayout* layout);
-    QPushButton* addChoice(QGridLayout* layout, const QString& text, int row, const char* name);
-    QPushButton* stepButton(const QString& text, int steps);
-    void addOverlap(QGridLayout* layout, QPushButton* choice, int row);
+    QLayout* makeHead();
+    QLayout* makeFoot();
+    void addChoices(QVBoxLayout* rows);
+    QPushButton* makeButton(const QString& caption, const char* icon, const char* name);
+    void addChoice(QVBoxLayout* rows, QPushButton* button, QLabel* effect, QWidget* more);
+    QPushButton* stepButton(const char* icon, int steps);
+    QWidget* makeOverlap();
+    void tellOverlap();
     void follow();
     void refreshLater();
     void reread();
@@ -50,8 +53,8 @@ private:
     const int line_;
     std::optional<ResumeView> view_;  ///< kept while only the tool moves: to read it copies the program
     SeamPicture* picture_;
-    QLabel* where_;
     QLabel* distance_;
+    QLabel* again_;
     QLabel* left_;
     QDoubleSpinBox* overlap_;
     bool refreshes_ = false;  ///< a refresh is on its way

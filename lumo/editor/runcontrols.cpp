@@ -7,6 +7,7 @@
 #include "executor/runmessages.h"
 #include "files/projectfile.h"
 #include "files/resumedata.h"
+#include "look/dialog.h"
 #include "module/globals.h"
 #include "program/runprogram.h"
 #include "program/statement.h"
@@ -201,6 +202,7 @@ void RunControls::ask(const QString& title, const QString& text, Action yes) {
     box->button(QMessageBox::Yes)->setText(ProgramWidget::tr("是"));
     box->button(QMessageBox::No)->setText(ProgramWidget::tr("否"));
     box->setDefaultButton(QMessageBox::No);
+    look::dress(box);
     box->setAttribute(Qt::WA_DeleteOnClose);
     question_ = box;
     connect(box, &QDialog::finished, this, [this, yes](int answer) {

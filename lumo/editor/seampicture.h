@@ -6,8 +6,9 @@
 
 namespace lumo {
 
-/// A small picture of a seam that was stopped: what is welded, what is left, the place of the stop and the
-/// tool. It looks along the axis in which the seam is shortest.
+/// A seam that was stopped, drawn straight: what is welded, what is left, what would be welded again, the
+/// place of the stop, and the tool with its distance from there. The tool stands before or behind the stop as
+/// it is along the seam.
 class SeamPicture : public QWidget {
     Q_OBJECT
 public:
@@ -22,19 +23,16 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    using Points = std::vector<prog::Position>;
-    [[nodiscard]] static Points pointsOf(const ResumeView::Part& part);
-    [[nodiscard]] Points overlapPoints() const;
-    void lookAlongTheShortestAxis();
-    [[nodiscard]] QPointF onScreen(const prog::Position& position) const;
-    void drawLine(QPainter& painter, const Points& points, const QPen& pen) const;
-    void drawMarks(QPainter& painter) const;
+    [[nodiscard]] double alongMm() const;
+    [[nodiscard]] qreal at(double mm) const;
+    [[nodiscard]] QRectF channel() const;
+    void paintOverlap(QPainter* painter) const;
+    void paintTool(QPainter* painter) const;
+    void paintScale(QPainter* painter) const;
 
     ResumeView view_;
+    double weldedMm_ = 0.0, leftMm_ = 0.0, toolMm_ = 0.0;
     double overlapMm_ = 0.0;
-    std::size_t right_ = 0, up_ = 1;  ///< axes shown
-    prog::Position centre_;
-    double spanM_ = 0.0;
 };
 
 }  // namespace lumo

@@ -1,5 +1,6 @@
 #include "panel/choicebox.h"
 
+#include "look/dialog.h"
 #include "module/globals.h"
 #include "module/host.h"
 #include "program/words.h"
@@ -34,6 +35,7 @@ QMessageBox* askChoice(QObject* owner, QWidget* page, const Choice& choice,
     QWidget* const parent = center && center->currentWidget() ? center->currentWidget() : page;
     auto* const box =
         new QMessageBox(QMessageBox::Question, choice.title, choice.text, QMessageBox::NoButton, parent);
+    look::dress(box);
     box->setAttribute(Qt::WA_DeleteOnClose);
     box->setTextFormat(Qt::PlainText);
     QList<QAbstractButton*> buttons;
@@ -59,7 +61,7 @@ QMessageBox* askChoice(QObject* owner, QWidget* page, const Choice& choice,
     });
     closeOnChange(box);
     if (isRunning()) {  // a modal box would block the Stop button
-        box->setWindowModality(Qt::NonModal);
+        box->setModal(false);
         box->show();
     } else {
         box->open();

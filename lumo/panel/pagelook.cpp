@@ -1,6 +1,7 @@
 #include "panel/pagelook.h"
 
 #include "kord/thememanager.h"
+#include "look/dialog.h"
 #include "look/flick.h"
 #include "look/scale.h"
 #include "look/sheet.h"
@@ -8,11 +9,13 @@
 
 #include <QDir>
 #include <QEvent>
+#include <QVariant>
 #include <QWidget>
 
 namespace lumo {
 
 PageLook::PageLook(QWidget* page) : QObject(page), page_(page) {
+    page->setProperty(look::veiledProperty, true);
     page->installEventFilter(this);
     look::letFlickIn(page);
 }

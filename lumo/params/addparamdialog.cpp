@@ -14,12 +14,11 @@ AddParamDialog::AddParamDialog(QWidget* parent)
     setStyleSheet(QStringLiteral("QDialog{border: 4px solid #CCCCCC;}"));
     resize(335, 143);
     label_->setObjectName(QStringLiteral("label"));
-    label_->setAlignment(Qt::AlignCenter);
+    label_->setProperty("heading", "page");
     lineEdit_->setObjectName(QStringLiteral("lineEdit"));
     lineEdit_->setMinimumHeight(30);
     auto* box = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, Qt::Horizontal, this);
     box->setObjectName(QStringLiteral("buttonBox"));
-    box->setCenterButtons(true);
     auto* rows = new QVBoxLayout(this);
     rows->setObjectName(QStringLiteral("verticalLayout"));
     rows->addWidget(label_);

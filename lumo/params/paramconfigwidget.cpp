@@ -1,6 +1,7 @@
 #include "params/paramconfigwidget.h"
 
 #include "files/settingsfile.h"
+#include "look/dialog.h"
 #include "look/scale.h"
 #include "module/globals.h"
 #include "params/addparamdialog.h"
@@ -304,6 +305,7 @@ void ParamConfigWidget::askDeletion() {
     box->button(QMessageBox::Yes)->setText(tr("是"));
     box->button(QMessageBox::No)->setText(tr("否"));
     box->setDefaultButton(QMessageBox::No);
+    look::dress(box);
     box->setInformativeText(deletionText(row));
     box->setAttribute(Qt::WA_DeleteOnClose);
     const QPointer<ModuleObject> set(m(key::param)->c(row));

@@ -1,6 +1,7 @@
 #include "params/setexchange.h"
 
 #include "files/projectfile.h"
+#include "look/dialog.h"
 #include "params/setuse.h"
 #include "program/check.h"
 #include "program/settingsrows.h"
@@ -92,6 +93,7 @@ QMessageBox* SetExchange::question(const QString& title, const QString& text) {
     delete question_;
     question_ = new QMessageBox(QMessageBox::Question, title, text, QMessageBox::NoButton, page_);
     question_->setAttribute(Qt::WA_DeleteOnClose);
+    look::dress(question_);
     return question_;
 }
 

@@ -1,13 +1,17 @@
 #include "widgets/answerdialog.h"
 
+#include "look/dialog.h"
+#include "look/scale.h"
 #include "module/host.h"
 
 #include <QCloseEvent>
 #include <QDialogButtonBox>
+#include <QLayout>
 #include <QPushButton>
 
 AnswerDialog::AnswerDialog(Closing closing, QWidget* parent) : QDialog(parent), closing_(closing) {
     setWindowFlags(windowFlags() | Qt::FramelessWindowHint | Qt::BypassWindowManagerHint);
+    look::dress(this);
 }
 
 void AnswerDialog::setUpButtons(QDialogButtonBox* box, const QString& okText, const QString& cancelText) {
@@ -15,11 +19,19 @@ void AnswerDialog::setUpButtons(QDialogButtonBox* box, const QString& okText, co
     QPushButton* cancelButton = box->button(QDialogButtonBox::Cancel);
     okButton_->setText(okText);
     cancelButton->setText(cancelText);
-    for (QPushButton* button : {okButton_, cancelButton}) {
-        button->setStyleSheet(QStringLiteral("min-width: 96px; min-height: 48px;"));
-    }
+    okButton_->setDefault(true);
+    measure(box);
     connect(box, &QDialogButtonBox::accepted, this, &AnswerDialog::accept);
     connect(box, &QDialogButtonBox::rejected, this, &AnswerDialog::reject);
+}
+
+void AnswerDialog::measure(QDialogButtonBox* buttons) {
+    constexpr int leastWidth = 480, padding = 24, gap = 8;
+    setMinimumWidth(look::px(leastWidth));
+    layout()->setContentsMargins(look::px(padding), look::px(padding), look::px(padding), look::px(padding));
+    layout()->setSpacing(look::px(gap));
+    buttons->layout()->setContentsMargins(0, look::px(gap), 0, 0);
+    buttons->layout()->setSpacing(look::px(gap));
 }
 
 void AnswerDialog::accept() {

@@ -35,6 +35,7 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
+    void measure(QDialogButtonBox* buttons);
     void answer(bool ok);
 
     const Closing closing_;

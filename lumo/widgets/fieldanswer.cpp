@@ -1,5 +1,8 @@
 #include "widgets/fieldanswer.h"
 
+#include "look/tokens.h"
+#include "widgets/fieldnote.h"
+
 #include <QCoreApplication>
 #include <QDoubleSpinBox>
 #include <QInputMethodEvent>
@@ -20,10 +23,6 @@ namespace lumo {
 
 namespace {
 
-constexpr QRgb refusedColour = qRgb(0xC5, 0x22, 0x1B);
-constexpr char noteSheet[] = "color: #55667A;";
-constexpr char refusedSheet[] = "color: #C5221B; font-weight: bold;";
-
 /// A red frame over a widget, which keeps its place and its style.
 class RedFrame final : public QWidget {
 public:
@@ -35,10 +34,12 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* /*event*/) override {
-        constexpr int width = 2;
+        constexpr qreal width = 2;
+        constexpr qreal corner = 5;
         QPainter painter(this);
-        painter.setPen(QPen(QColor(refusedColour), width, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
-        painter.drawRect(rect().adjusted(1, 1, -1, -1));
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(QPen(QColor(look::red), width));
+        painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), corner, corner);
     }
 };
 
@@ -65,6 +66,10 @@ QString unitText(const char* unit) {
     return isKnown ? FieldAnswer::tr(unit) : QString::fromUtf8(unit);
 }
 
+QString numberText() {
+    return FieldAnswer::tr("请输入数字");
+}
+
 QString limitsText(const EntryRange& range) {
     if (range.least <= -EntryRange::unlimited) {
         return {};
@@ -82,7 +87,7 @@ QString rangeText(const EntryRange& range) {
     }
     const QString least = QString::number(range.least);
     if (range.least <= -EntryRange::unlimited) {
-        return FieldAnswer::tr("请输入数字");
+        return numberText();
     }
     QString text =
         range.most >= EntryRange::unlimited
@@ -130,6 +135,7 @@ void FieldAnswer::nameIt(const QString& caption) {
     while (!name.isEmpty() && colons.contains(name.back())) {
         name.chop(1);
     }
+    caption_ = name;
     tellPad(pad::caption, name);
 }
 
@@ -157,6 +163,26 @@ void FieldAnswer::tellIn(QLabel* note) {
     note_ = note;
     note->setWordWrap(true);
     refresh();
+}
+
+/// The limits with their unit, and what else a figure has to be.
+QString FieldAnswer::noteText() const {
+    QString text = limitsText(range_);
+    if (text.isEmpty()) {
+        return numberText();
+    }
+    const QString unit = unitText(range_.unit);
+    if (!unit.isEmpty()) {
+        text += QLatin1Char(' ') + unit;
+    }
+    return text + (range_.decimals == 0 ? tr("，整数") : QString());
+}
+
+void FieldAnswer::showUnit() {
+    auto* const unit = new QLabel(unitText(range_.unit));
+    unit->setObjectName(QStringLiteral("unit"));
+    lumo::showUnit(line_, unit);
+    draft_->setAlignment(line_->alignment());
 }
 
 void FieldAnswer::tellBelow() {
@@ -276,6 +302,7 @@ bool FieldAnswer::typeInDraft(QEvent* event) {
 void FieldAnswer::beginDraft() {
     isDrafting_ = true;
     draft_->setGeometry(line_->rect());
+    draft_->setTextMargins(line_->textMargins());
     draft_->show();
     frame_->raise();
     const bool hadFocus = field_->hasFocus();
@@ -330,12 +357,7 @@ void FieldAnswer::refresh() {
     frame_->setVisible(!taken);
     frame_->raise();
     if (note_) {
-        const QString text = rangeText(range_);
-        note_->setText(taken ? text : QStringLiteral("▲ ") + text);
-        const QString sheet = QLatin1String(taken ? noteSheet : refusedSheet);
-        if (note_->styleSheet() != sheet) {
-            note_->setStyleSheet(sheet);
-        }
+        tellNote(note_, noteText(), taken ? NoteTone::Plain : NoteTone::Refused);
     }
     emit answered();
 }

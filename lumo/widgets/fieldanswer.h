@@ -16,6 +16,8 @@ namespace lumo {
 [[nodiscard]] QString unitText(const char* unit);
 /// What a field takes, in words: "Allowed: 1 to 199 mm/s, whole numbers".
 [[nodiscard]] QString rangeText(const prog::EntryRange& range);
+/// What is said of a field that takes any figure: "Enter a number".
+[[nodiscard]] QString numberText();
 /// The limits alone: "1 to 199"; empty for a field that takes any figure.
 [[nodiscard]] QString limitsText(const prog::EntryRange& range);
 
@@ -49,7 +51,11 @@ public:
 
     /// What the field is called, as its caption on the page says it.
     void nameIt(const QString& caption);
-    /// Says the range in a label, in red where the figure is not taken. Not owned.
+    [[nodiscard]] const QString& caption() const { return caption_; }
+    /// Shows the unit of the range in the line, at its right end.
+    void showUnit();
+    /// Says the range in a label: "1 to 199 mm/s, whole numbers", in red where the figure is not taken. Not
+    /// owned.
     void tellIn(QLabel* note);
     /// The same in a label of its own, which takes a place below the field in the layout of its page.
     void tellBelow();
@@ -80,6 +86,7 @@ private:
     void endDraft();
     void draftEdited();
     void fieldEdited();
+    [[nodiscard]] QString noteText() const;
     void describe();
     void tellPad(const char* property, const QVariant& value);
     void refresh();
@@ -90,6 +97,7 @@ private:
     QWidget* const frame_;    ///< over both
     const prog::EntryRange range_;
     QString kept_;
+    QString caption_;
     QLabel* note_ = nullptr;
     bool mayBeEmpty_ = false;
     bool isDrafting_ = false;

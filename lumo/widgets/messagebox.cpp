@@ -1,5 +1,6 @@
 #include "widgets/messagebox.h"
 
+#include "look/dialog.h"
 #include "module/globals.h"
 #include "module/host.h"
 
@@ -16,6 +17,7 @@ class AdvisingBox final : public QMessageBox {
 public:
     AdvisingBox(Icon icon, const QString& title, const QString& text, QWidget* parent)
         : QMessageBox(icon, title, text, Ok, parent), way_(addButton(QString(), ActionRole)) {
+        look::dress(this);
         setAttribute(Qt::WA_DeleteOnClose);
         setTextFormat(Qt::PlainText);
         setDefaultButton(Ok);
@@ -66,7 +68,7 @@ void showMessage(QMessageBox::Icon icon, const QString& title, const QString& te
     auto* box = new AdvisingBox(icon, title, text, center ? center->currentWidget() : nullptr);
     box->advise(advice);
     if (isRunning()) {  // a modal box would block the Stop button
-        box->setWindowModality(Qt::NonModal);
+        box->setModal(false);
         box->show();
     } else {
         box->open();

@@ -1,5 +1,8 @@
 #include "widgets/projectchooser.h"
 
+#include "look/dialog.h"
+#include "look/scale.h"
+
 #include <QCoreApplication>
 #include <QDir>
 #include <QUrl>
@@ -16,20 +19,20 @@ struct Text {
 
 ProjectChooser::ProjectChooser(QWidget* parent)
     : QFileDialog(parent, Text::tr("打开工程"), QDir::currentPath(), QStringLiteral("*.json")) {
-    constexpr QSize size(760, 520);
+    constexpr int width = 760, height = 520;
     setOption(DontUseNativeDialog);
     setOption(ReadOnly);  // no deleting, no renaming
     setAcceptMode(AcceptOpen);
     setFileMode(AnyFile);
     setDefaultSuffix(QStringLiteral("json"));
-    setViewMode(List);
     setSidebarUrls({QUrl::fromLocalFile(QDir::currentPath()), QUrl::fromLocalFile(QDir::homePath())});
     setLabelText(Accept, Text::tr("保存"));
     setLabelText(Reject, Text::tr("取消"));
     setLabelText(LookIn, Text::tr("文件夹："));
     setLabelText(FileName, Text::tr("文件名："));
     setLabelText(FileType, Text::tr("文件类型："));
-    resize(size);
+    look::dress(this);
+    resize(look::px(width), look::px(height));
     connect(this, &QDialog::finished, this, &QObject::deleteLater);
 }
 

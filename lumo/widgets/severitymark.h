@@ -9,12 +9,12 @@ class QRectF;
 
 namespace lumo {
 
-// The marks of findings: a red disc for an error, an amber triangle for a warning, each with an exclamation
-// mark. They differ in shape, for people who do not tell the colours apart.
+// The marks of findings: a red octagon for an error, an amber triangle for a warning, each with an
+// exclamation mark. They differ in shape, for people who do not tell the colours apart.
 
 /// Paints a mark as large as fits into the area, at its centre.
 void paintMark(QPainter* painter, const QRectF& area, prog::Severity severity);
-/// The mark as an icon with this edge length, px.
-[[nodiscard]] QIcon markIcon(prog::Severity severity, int edge);
+/// The mark as an icon.
+[[nodiscard]] QIcon markIcon(prog::Severity severity);
 
 }  // namespace lumo

@@ -25,9 +25,8 @@ void WatchedLineDialog::watch(QLineEdit* line) {
 void WatchedLineDialog::require(const prog::EntryRange& range, const QString& caption) {
     auto* const note = new QLabel(this);
     note->setObjectName(QStringLiteral("lblRange"));
-    note->setAlignment(Qt::AlignCenter);
     auto* const rows = qobject_cast<QBoxLayout*>(layout());
-    rows->insertWidget(rows->count() - 1, note);
+    rows->insertWidget(rows->indexOf(line_) + 1, note);
     answer_ = new lumo::FieldAnswer(line_, range);
     answer_->nameIt(caption);
     answer_->tellIn(note);

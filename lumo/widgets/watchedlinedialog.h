@@ -28,7 +28,7 @@ protected:
 
     /// Sets the form's line. Call it once, after setupUi().
     void watch(QLineEdit* line);
-    /// Says above OK which figures the line takes, and enables OK only while it holds one of them. Call it
+    /// Says below the line which figures it takes, and enables OK only while it holds one of them. Call it
     /// when the line has its text. `caption` is what the page calls the line.
     void require(const prog::EntryRange& range, const QString& caption);
     /// Whether OK may be enabled now.

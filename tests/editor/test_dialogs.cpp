@@ -169,6 +169,30 @@ private slots:
         }
     }
 
+    /// Also in the draft, which has the focus after a mistake.
+    void numberPad_isToldWhatAFieldTakes() {
+        const auto statement = node("{'type':'moveL','delaytime':500,'speed':20,'zone':2}");
+        DelayDialog delay(statement.get());
+        PointWidget point(0, statement.get(), 6);
+        const std::tuple<QWidget*, const char*, QString> cases[] = {
+            {&delay, "lineEdit", "延时 | ms | 0 及以上 | 0 | false | 0 | "},
+            {&point, "lineEditSpeed", "速度(mm/s) | mm/s | 1 至 199 | 0 | false | 1 | 199"},
+            {&point, "lineEditC1", "C | ° |  | 15 | true |  | "},
+        };
+        for (const auto& [form, name, expected] : cases) {
+            auto* const line = child<QLineEdit>(form, name);
+            for (const QObject* const told : {line, child<QLineEdit>(line, "draft")}) {
+                QStringList texts;
+                for (const char* property :
+                     {lumo::pad::caption, lumo::pad::unit, lumo::pad::range, lumo::pad::decimals,
+                      lumo::pad::isSigned, lumo::pad::minimum, lumo::pad::maximum}) {
+                    texts << told->property(property).toString();
+                }
+                QCOMPARE(texts.join(" | "), expected);
+            }
+        }
+    }
+
     void statement_showsItsValues() {
         const std::pair<QByteArray, QString> cases[] = {
             {"{'type':'moveJ','point':{'near':[3.141592653589793,-1.5707963267948966,0,0,0,0.001]},'zone':2}",

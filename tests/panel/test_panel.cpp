@@ -152,7 +152,7 @@ private slots:
         bench_.time.settle();
         const auto* list = test::child<QListView>(bench_.find<QFileDialog>(), "listView");
         QVERIFY(!(list->model()->index(0, 0, list->rootIndex()).flags() & Qt::ItemIsEditable));
-        QVERIFY(!bench_.find<QAbstractButton>("newFolderButton")->isEnabled());
+        QVERIFY(!bench_.find<QAbstractButton>("newFolderButton"));
     }
 
     /// Tool selectors are locked. No menu or modal box opens: it would take clicks on Stop.
@@ -242,7 +242,8 @@ private slots:
         }
     }
 
-    void message_saysLineReasonAndRemedy_andLeadsThere() {
+    void message_saysLineReasonAndRemedy_leadsThere_andDimsWhatItBlocks() {
+        const auto isDimmed = [this] { return bench_.page->findChild<QWidget*>("veil") != nullptr; };
         const auto told = [] {
             const auto* const box = test::shown<QMessageBox>();
             return box ? QString(box->text() + '|' + box->informativeText()).remove("\n\n") : QString();
@@ -253,7 +254,10 @@ private slots:
         bench_.robot.codes = {-2};
         for (const int line : {0, 1}) {  // the standing message is renewed
             bench_.at(50 + 100 * line, [&] { bench_.trigger("start", 0); });
-            bench_.at(60 + 100 * line, [&, line] { QCOMPARE(told(), busy.arg(line + 1)); });
+            bench_.at(60 + 100 * line, [&, line] {
+                QCOMPARE(told(), busy.arg(line + 1));
+                QVERIFY(!isDimmed());  // Stop has to be seen and pressed
+            });
         }
         bench_.at(190, [] { test::closeBoxes(); });
         bench_.click("btnMonitor");
@@ -267,8 +271,9 @@ private slots:
         bench_.robot.setPower("off");
         bench_.once(2);
         QCOMPARE(told(), "机器人未上电|请松开急停，打开驱动电源，然后再试。");
-        QVERIFY(test::child(test::shown<QMessageBox>(), "btnWay")->isHidden());
+        QVERIFY(test::child(test::shown<QMessageBox>(), "btnWay")->isHidden() && isDimmed());
         test::closeBoxes();
+        QVERIFY(!isDimmed());
     }
 
     /// The second point is stored at once. Changes from elsewhere during the visit stay.

@@ -77,14 +77,15 @@ void paintWindow(QPainter* painter, QWidget* widget, const QPixmap& content, con
     painter->drawRect(QRect(title.topLeft(), QSize(title.width() - 1, titleHeight + content.height() - 1)));
 }
 
-/// Position of a window relative to the panel's: a dialog in the middle, a popup below its widget. The
-/// offscreen screen is smaller than the panel, so that the actual positions are moved.
+/// Position of a window relative to the panel's: a sheet where it has put itself, another dialog in the
+/// middle, a popup below its widget. The offscreen screen is smaller than the panel, so that Qt moves the
+/// others.
 QPoint placeOf(const QWidget* widget, const QWidget* window) {
     const QWidget* owner = widget->windowType() == Qt::Popup ? widget->parentWidget() : nullptr;
     if (owner) {
         return {owner->mapTo(window, QPoint()).x(), widget->y() - window->y()};
     }
-    if (!qobject_cast<const QDialog*>(widget)) {
+    if (!qobject_cast<const QDialog*>(widget) || widget->windowFlags().testFlag(Qt::FramelessWindowHint)) {
         return widget->pos() - window->pos();
     }
     QRect place(QPoint(), widget->size());

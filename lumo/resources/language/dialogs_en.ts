@@ -213,20 +213,8 @@
         <translation>Move there</translation>
     </message>
     <message>
-        <source>取机器人当前位置：</source>
-        <translation>Take the robot's position:</translation>
-    </message>
-    <message>
         <source>先确认更改，再移动机器人。</source>
         <translation>Confirm the changes first, then move the robot.</translation>
-    </message>
-    <message>
-        <source>移到这一行的点位，不出光。</source>
-        <translation>Moves to the point of this line, with the laser off.</translation>
-    </message>
-    <message>
-        <source>第 %1 行</source>
-        <translation>Line %1</translation>
     </message>
     <message>
         <source>（途经点）</source>
@@ -247,6 +235,18 @@
     <message>
         <source>未示教</source>
         <translation>Not taught</translation>
+    </message>
+    <message>
+        <source>第 %1 行，共 %2 行</source>
+        <translation>Line %1 of %2</translation>
+    </message>
+    <message>
+        <source>请更正：%1</source>
+        <translation>Correct: %1</translation>
+    </message>
+    <message>
+        <source>“移到此点”不出光移动机器人，“更新点位”记录其当前位置。</source>
+        <translation>“Move there” moves the robot without laser. “Update” takes its present position.</translation>
     </message>
 </context>
 <context>

@@ -213,20 +213,8 @@
         <translation>К точке</translation>
     </message>
     <message>
-        <source>取机器人当前位置：</source>
-        <translation>Взять положение робота:</translation>
-    </message>
-    <message>
         <source>先确认更改，再移动机器人。</source>
         <translation>Сначала подтвердите изменения, затем перемещайте робота.</translation>
-    </message>
-    <message>
-        <source>移到这一行的点位，不出光。</source>
-        <translation>Перемещает к точке этой строки, лазер выключен.</translation>
-    </message>
-    <message>
-        <source>第 %1 行</source>
-        <translation>Строка %1</translation>
     </message>
     <message>
         <source>（途经点）</source>
@@ -247,6 +235,18 @@
     <message>
         <source>未示教</source>
         <translation>Не обучена</translation>
+    </message>
+    <message>
+        <source>第 %1 行，共 %2 行</source>
+        <translation>Строка %1 из %2</translation>
+    </message>
+    <message>
+        <source>请更正：%1</source>
+        <translation>Исправьте: %1</translation>
+    </message>
+    <message>
+        <source>“移到此点”不出光移动机器人，“更新点位”记录其当前位置。</source>
+        <translation>«К точке» — движение без лазера. «Обновить» — запомнить текущее положение робота.</translation>
     </message>
 </context>
 <context>

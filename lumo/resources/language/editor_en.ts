@@ -575,6 +575,10 @@
             <numerusform>and %n more</numerusform>
         </translation>
     </message>
+    <message>
+        <source>关闭</source>
+        <translation>Close</translation>
+    </message>
 </context>
 <context>
     <name>lumo::Inspector</name>
@@ -609,22 +613,6 @@
         <translation>Continue welding</translation>
     </message>
     <message>
-        <source>焊接中断于第 %1 行，焊缝 %2 mm 处。</source>
-        <translation>The weld stopped in line %1, %2 mm into the seam.</translation>
-    </message>
-    <message>
-        <source>焊枪距中断点 %1 mm：先不出光回到中断点。</source>
-        <translation>The torch is %1 mm from there: it goes back first, with the laser off.</translation>
-    </message>
-    <message>
-        <source>焊枪在中断点。</source>
-        <translation>The torch is where the weld stopped.</translation>
-    </message>
-    <message>
-        <source>焊缝还剩 %1 mm。</source>
-        <translation>%1 mm of the seam are left.</translation>
-    </message>
-    <message>
         <source>回到中断点，继续焊接</source>
         <translation>Back and weld on</translation>
     </message>
@@ -633,12 +621,71 @@
         <translation>Back and weld on with overlap</translation>
     </message>
     <message>
-        <source>从这里不出光继续（焊接开关将关闭）</source>
-        <translation>Go on dark from here (switches welding off)</translation>
-    </message>
-    <message>
         <source>取消</source>
         <translation>Cancel</translation>
+    </message>
+    <message>
+        <source>中断后继续焊接</source>
+        <translation>Weld on after the stop</translation>
+    </message>
+    <message>
+        <source>第 %1 行，第 %2 条焊缝，共 %3 条</source>
+        <translation>Line %1, seam %2 of %3</translation>
+    </message>
+    <message>
+        <source>焊枪不出光退回 %1 mm，激光在 %2 mm 处打开。</source>
+        <translation>The tool goes back %1 mm without laser; the laser opens at %2 mm.</translation>
+    </message>
+    <message>
+        <source>激光在 %1 mm 处打开。</source>
+        <translation>The laser opens at %1 mm.</translation>
+    </message>
+    <message>
+        <source>激光在 %1 mm 处打开，再焊一段已焊部分。</source>
+        <translation>The laser opens at %1 mm, on what is welded.</translation>
+    </message>
+    <message>
+        <source>剩余 %1 mm 焊缝不焊接，焊接开关将关闭。</source>
+        <translation>%1 mm of the seam stay unwelded; the switch Weld goes off.</translation>
+    </message>
+    <message>
+        <source>选择之前不会有任何动作。</source>
+        <translation>Nothing moves before a choice.</translation>
+    </message>
+    <message>
+        <source>从这里不出光继续</source>
+        <translation>Go on dark from here</translation>
+    </message>
+    <message>
+        <source>减少重叠</source>
+        <translation>Less overlap</translation>
+    </message>
+    <message>
+        <source>增加重叠</source>
+        <translation>More overlap</translation>
+    </message>
+    <message>
+        <source>重叠</source>
+        <translation>Overlap</translation>
+    </message>
+</context>
+<context>
+    <name>lumo::SeamPicture</name>
+    <message>
+        <source>焊枪，距中断点 %1</source>
+        <translation>The tool, %1 from the stop</translation>
+    </message>
+    <message>
+        <source>焊枪在中断点。</source>
+        <translation>The tool is at the stop</translation>
+    </message>
+    <message>
+        <source>中断于 %1</source>
+        <translation>Stopped at %1</translation>
+    </message>
+    <message>
+        <source>剩余 %1</source>
+        <translation>%1 left</translation>
     </message>
 </context>
 <context>

@@ -579,6 +579,10 @@
             <numerusform>и ещё %n</numerusform>
         </translation>
     </message>
+    <message>
+        <source>关闭</source>
+        <translation>Закрыть</translation>
+    </message>
 </context>
 <context>
     <name>lumo::Inspector</name>
@@ -613,36 +617,79 @@
         <translation>Продолжение сварки</translation>
     </message>
     <message>
-        <source>焊接中断于第 %1 行，焊缝 %2 mm 处。</source>
-        <translation>Сварка остановлена в строке %1, на %2 мм шва.</translation>
-    </message>
-    <message>
-        <source>焊枪距中断点 %1 mm：先不出光回到中断点。</source>
-        <translation>Горелка в %1 мм от этого места: сначала она вернётся туда без лазера.</translation>
-    </message>
-    <message>
-        <source>焊枪在中断点。</source>
-        <translation>Горелка стоит в точке остановки.</translation>
-    </message>
-    <message>
-        <source>焊缝还剩 %1 mm。</source>
-        <translation>Осталось %1 мм шва.</translation>
-    </message>
-    <message>
         <source>回到中断点，继续焊接</source>
-        <translation>Вернуться и варить дальше</translation>
+        <translation>Назад и варить дальше</translation>
     </message>
     <message>
         <source>回到中断点，重叠一段后继续焊接</source>
-        <translation>Вернуться и варить с перекрытием</translation>
-    </message>
-    <message>
-        <source>从这里不出光继续（焊接开关将关闭）</source>
-        <translation>Дальше без лазера (сварка выключится)</translation>
+        <translation>Назад и варить с перекрытием</translation>
     </message>
     <message>
         <source>取消</source>
         <translation>Отмена</translation>
+    </message>
+    <message>
+        <source>中断后继续焊接</source>
+        <translation>Продолжение сварки</translation>
+    </message>
+    <message>
+        <source>第 %1 行，第 %2 条焊缝，共 %3 条</source>
+        <translation>Строка %1, шов %2 из %3</translation>
+    </message>
+    <message>
+        <source>焊枪不出光退回 %1 mm，激光在 %2 mm 处打开。</source>
+        <translation>Горелка вернётся на %1 мм без лазера; лазер включится на %2 мм.</translation>
+    </message>
+    <message>
+        <source>激光在 %1 mm 处打开。</source>
+        <translation>Лазер включится на %1 мм.</translation>
+    </message>
+    <message>
+        <source>激光在 %1 mm 处打开，再焊一段已焊部分。</source>
+        <translation>Лазер включится на %1 мм, на сваренной части.</translation>
+    </message>
+    <message>
+        <source>剩余 %1 mm 焊缝不焊接，焊接开关将关闭。</source>
+        <translation>%1 мм шва останутся без сварки; сварка выключится.</translation>
+    </message>
+    <message>
+        <source>选择之前不会有任何动作。</source>
+        <translation>До выбора ничего не движется.</translation>
+    </message>
+    <message>
+        <source>从这里不出光继续</source>
+        <translation>Дальше отсюда без лазера</translation>
+    </message>
+    <message>
+        <source>减少重叠</source>
+        <translation>Меньше перекрытие</translation>
+    </message>
+    <message>
+        <source>增加重叠</source>
+        <translation>Больше перекрытие</translation>
+    </message>
+    <message>
+        <source>重叠</source>
+        <translation>Перекрытие</translation>
+    </message>
+</context>
+<context>
+    <name>lumo::SeamPicture</name>
+    <message>
+        <source>焊枪，距中断点 %1</source>
+        <translation>Горелка, до места остановки %1</translation>
+    </message>
+    <message>
+        <source>焊枪在中断点。</source>
+        <translation>Горелка на месте остановки</translation>
+    </message>
+    <message>
+        <source>中断于 %1</source>
+        <translation>Остановка: %1</translation>
+    </message>
+    <message>
+        <source>剩余 %1</source>
+        <translation>осталось %1</translation>
     </message>
 </context>
 <context>
