@@ -7,6 +7,7 @@
 #include <QDialogButtonBox>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QTableWidget>
 #include <QTest>
 
@@ -34,8 +35,14 @@ Window* shown() {
     return nullptr;
 }
 
-/// Clicks with the mouse, so that a disabled widget does not react.
+/// Clicks with the mouse, so that a disabled widget does not react. Scrolls to it first: a press on what is
+/// not seen would be taken for one on what lies there.
 inline void click(QWidget* widget) {
+    for (QWidget* above = widget->parentWidget(); above; above = above->parentWidget()) {
+        if (auto* const area = qobject_cast<QScrollArea*>(above)) {
+            area->ensureWidgetVisible(widget);
+        }
+    }
     QTest::mouseClick(widget, Qt::LeftButton);
 }
 

@@ -24,6 +24,15 @@ void edit(Scene& s, int row) {
     s.shoot();
 }
 
+/// With a text that its field does not take.
+void refuse(Scene& s, int row, const char* field, const char* text) {
+    s.openProject(sampleFile);
+    s.selectRow(table, row);
+    press(s, "btnEdit");
+    s.type(QLatin1String(field), QLatin1String(text));
+    s.shoot();
+}
+
 void batch(Scene& s, const char* button) {
     s.openProject(sampleFile);
     press(s, "multiBtn");
@@ -145,6 +154,7 @@ const Stop editorRows[] = {
     {"editor_point_line", [](Scene& s) { edit(s, MoveL); }},
     {"editor_point_arc", [](Scene& s) { edit(s, MoveC); }},
     {"editor_point_circle", [](Scene& s) { edit(s, MoveCC); }},
+    {"editor_point_refused", [](Scene& s) { refuse(s, MoveC, "lineEditSpeed", "250"); }},
     {"editor_weld_start", [](Scene& s) { edit(s, Open); }},
     {"editor_weld_parameters", [](Scene& s) { edit(s, Param); }},
     {"editor_output", [](Scene& s) { edit(s, SetDo); }},
@@ -152,6 +162,7 @@ const Stop editorRows[] = {
     {"editor_input", [](Scene& s) { edit(s, WaitDi); }},
     {"editor_input_register", [](Scene& s) { edit(s, WaitRegister); }},
     {"editor_delay", [](Scene& s) { edit(s, Delay); }},
+    {"editor_delay_refused", [](Scene& s) { refuse(s, Delay, "lineEdit", "5.5"); }},
     {"editor_several", [](Scene& s) { batch(s, nullptr); }},
     {"editor_several_speed", [](Scene& s) { batch(s, "speedBtn"); }},
     {"editor_several_zone", [](Scene& s) { batch(s, "turningBtn"); }},
