@@ -7,7 +7,6 @@
 #include <QDialogButtonBox>
 #include <QMessageBox>
 #include <QPushButton>
-#include <QScrollArea>
 #include <QTableWidget>
 #include <QTest>
 
@@ -35,15 +34,15 @@ Window* shown() {
     return nullptr;
 }
 
-/// Clicks with the mouse, so that a disabled widget does not react. Scrolls to it first: a press on what is
-/// not seen would be taken for one on what lies there.
+/// Clicks with the mouse, so that a disabled widget does not react. A button beyond the edge of the small
+/// offscreen screen is pressed with the space bar: a scroll area looks for what lies under a tap.
 inline void click(QWidget* widget) {
-    for (QWidget* above = widget->parentWidget(); above; above = above->parentWidget()) {
-        if (auto* const area = qobject_cast<QScrollArea*>(above)) {
-            area->ensureWidgetVisible(widget);
-        }
+    const QPoint place = widget->mapToGlobal(widget->rect().center());
+    if (qobject_cast<QAbstractButton*>(widget) && !QApplication::widgetAt(place)) {
+        QTest::keyClick(widget, Qt::Key_Space);
+    } else {
+        QTest::mouseClick(widget, Qt::LeftButton);
     }
-    QTest::mouseClick(widget, Qt::LeftButton);
 }
 
 inline QPoint placeOf(QTableWidget* table, int row, int column) {
