@@ -205,9 +205,9 @@ void ParamValuesDialog::refreshOk() {
         const int row = lines_.indexOf(qobject_cast<QLineEdit*>(answer->parent()));
         const ModuleObject* const definition = m(key::defaultParam)->c(row);
         if (!answer->isTaken() && refused.isEmpty()) {
-            refused = QStringLiteral("%1：%2").arg(
-                definition->r(field::tag)->getString(),
-                rangeText(parameterRow(definition->r(field::name)->getString())->range()));
+            refused =
+                tr("%1：%2").arg(definition->r(field::tag)->getString(),
+                                 rangeText(parameterRow(definition->r(field::name)->getString())->range()));
         }
     }
     note_->setText(refused);

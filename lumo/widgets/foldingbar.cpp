@@ -120,6 +120,9 @@ void FoldingBar::apply(Fold fold) {
         QPushButton* const button = it.key();
         button->setIcon(fold == Fold::Open ? it.value() : QIcon());
         button->setProperty(foldProperty, static_cast<int>(fold));
+        // Short words get a place for a finger from the free room.
+        button->setSizePolicy(fold == Fold::Tight ? QSizePolicy::Expanding : QSizePolicy::Minimum,
+                              QSizePolicy::Fixed);
         button->style()->unpolish(button);
         button->style()->polish(button);
     }

@@ -1,5 +1,6 @@
 #include "tools/pictures/tour.h"
 
+#include "app/dock/dockarea.h"
 #include "app/panel.h"
 #include "mendo/modulemanager.h"
 #include "program/words.h"
@@ -161,6 +162,13 @@ const Stop stationRows[] = {
          s.settle();
          s.settle();  // the second station's run
          pressListening(s);
+     }},
+    {"stations_beside",
+     [](Scene& s) {
+         s.panel()->window()->docks()->open(QStringLiteral("path"));
+         s.settle();
+         press(s, "btnBind");
+         s.shoot();
      }},
     {"stations_edit_none",
      [](Scene& s) {

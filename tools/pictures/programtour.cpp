@@ -1,5 +1,6 @@
 #include "tools/pictures/tour.h"
 
+#include "app/dock/dockarea.h"
 #include "app/panel.h"
 #include "mendo/modulemanager.h"
 #include "program/words.h"
@@ -311,6 +312,14 @@ const Stop runs[] = {
 const Stop parameterRows[] = {
     {"parameters",
      [](Scene& s) {
+         parameters(s);
+         s.selectRow(sets, 0);
+         s.shoot();
+     }},
+    {"parameters_beside",
+     [](Scene& s) {
+         s.panel()->window()->docks()->open(QStringLiteral("path"));
+         s.settle();
          parameters(s);
          s.selectRow(sets, 0);
          s.shoot();

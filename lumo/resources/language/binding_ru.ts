@@ -247,7 +247,7 @@
     </message>
     <message>
         <source>运行完成</source>
-        <translation>Выполнено до конца</translation>
+        <translation>Выполнено</translation>
     </message>
     <message>
         <source>中途停止</source>
