@@ -42,7 +42,10 @@
 #include "app/status/statuswatcher.h"
 #include "app/stop/runstop.h"
 #include "app/stop/runstopbutton.h"
+#include "app/touch/taptip.h"
+#include "app/touch/touchinput.h"
 #include "app/ways.h"
+#include "look/flick.h"
 #include "mendo/modulemanager.h"
 #include "program/words.h"
 #include "workcell/evidence.h"
@@ -105,6 +108,7 @@ bool Panel::open(const QString& libraryFile, QString* error) {
     eventRecorder_->follow({packageFlags(), controller(), runs_, project_.get(), status_, page_});
     makeRoles();
     makeMenu();
+    makeTouch();
     guardEdits();
     return true;
 }
@@ -404,6 +408,13 @@ QWidget* Panel::makeResults() {
     auto* results = new ResultsPage(history_);
     connect(results, &ResultsPage::closeAsked, this, [this] { window_->docks()->close(docks::results); });
     return results;
+}
+
+/// The dock of the number pad stands at the right of the others.
+void Panel::makeTouch() {
+    connect(new TouchInput(window_->docks(), this), &TouchInput::told, statusLine_, &StatusLine::say);
+    new TapTip(this);
+    look::letFlickIn(window_.get());
 }
 
 QWidget* Panel::makePath() {

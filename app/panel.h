@@ -103,6 +103,7 @@ private:
     QWidget* makePath();
     QWidget* makeResults();
     QWidget* makeCell();
+    void makeTouch();
     void makeStatus();
     void makeState();
     void makeParts(const RunWatcher* progress);

@@ -22,6 +22,8 @@ const QString languageKey = QStringLiteral("language");
 const QString folderKey = QStringLiteral("folder");
 const QString ratedWattsKey = QStringLiteral("ratedWatts");
 const QString docksKey = QStringLiteral("docks");
+const QString numberPadKey = QStringLiteral("touch/numberPad");
+const QString keyboardKey = QStringLiteral("touch/keyboard");
 const QString factorKey = QStringLiteral("factor");
 const QString setupDoneKey = QStringLiteral("setupDone");
 
@@ -114,6 +116,22 @@ QStringList Preferences::docks() {
 
 void Preferences::rememberDocks(const QStringList& docks) {
     Store().setValue(docksKey, docks);
+}
+
+bool Preferences::numberPad() {
+    return Store().value(numberPadKey, true).toBool();
+}
+
+void Preferences::rememberNumberPad(bool used) {
+    Store().setValue(numberPadKey, used);
+}
+
+bool Preferences::keyboard() {
+    return Store().value(keyboardKey, true).toBool();
+}
+
+void Preferences::rememberKeyboard(bool used) {
+    Store().setValue(keyboardKey, used);
 }
 
 double Preferences::factor() {

@@ -31,6 +31,11 @@ public:
     /// The docks that stood open.
     [[nodiscard]] static QStringList docks();
     static void rememberDocks(const QStringList& docks);
+    /// Whether a tap on a field opens the number pad, or the keyboard.
+    [[nodiscard]] static bool numberPad();
+    static void rememberNumberPad(bool used);
+    [[nodiscard]] static bool keyboard();
+    static void rememberKeyboard(bool used);
     /// By what everything grows; 0: by the size of the window.
     [[nodiscard]] static double factor();
     static void rememberFactor(double factor);

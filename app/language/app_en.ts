@@ -822,6 +822,53 @@ with code %1</translation>
     </message>
 </context>
 <context>
+    <name>app::Keyboard</name>
+    <message>
+        <source>键盘</source>
+        <translation>Keyboard</translation>
+    </message>
+    <message>
+        <source>不再使用键盘</source>
+        <translation>Do not open the keyboard any more</translation>
+    </message>
+    <message>
+        <source>大写</source>
+        <translation>Capitals</translation>
+    </message>
+    <message>
+        <source>退格</source>
+        <translation>Delete the letter before</translation>
+    </message>
+    <message>
+        <source>回车</source>
+        <translation>Enter</translation>
+    </message>
+    <message>
+        <source>语言</source>
+        <translation>Language</translation>
+    </message>
+    <message>
+        <source>空格</source>
+        <translation>Space</translation>
+    </message>
+    <message>
+        <source>光标左移</source>
+        <translation>Cursor to the left</translation>
+    </message>
+    <message>
+        <source>光标右移</source>
+        <translation>Cursor to the right</translation>
+    </message>
+    <message>
+        <source>收起</source>
+        <translation>Hide</translation>
+    </message>
+    <message>
+        <source>没有拼音词库，字母直接输入</source>
+        <translation>No pinyin dictionary: letters are written as they are</translation>
+    </message>
+</context>
+<context>
     <name>app::MenuSheet</name>
     <message>
         <source>菜单</source>
@@ -878,6 +925,18 @@ with code %1</translation>
     <message>
         <source>技术支持文件包…</source>
         <translation>Support archive…</translation>
+    </message>
+    <message>
+        <source>点按输入框时打开</source>
+        <translation>Opens at a tap on a field</translation>
+    </message>
+    <message>
+        <source>数字键盘</source>
+        <translation>Number pad</translation>
+    </message>
+    <message>
+        <source>字母键盘</source>
+        <translation>Keyboard</translation>
     </message>
 </context>
 <context>
@@ -953,6 +1012,45 @@ with code %1</translation>
     <message>
         <source>删除一位</source>
         <translation>Delete a digit</translation>
+    </message>
+</context>
+<context>
+    <name>app::NumberPad</name>
+    <message>
+        <source>数字键盘</source>
+        <translation>Number pad</translation>
+    </message>
+    <message>
+        <source>不再使用数字键盘</source>
+        <translation>Do not open the number pad any more</translation>
+    </message>
+    <message>
+        <source>删除一位</source>
+        <translation>Delete a digit</translation>
+    </message>
+    <message>
+        <source>清空</source>
+        <translation>Clear</translation>
+    </message>
+    <message>
+        <source>原值</source>
+        <translation>before</translation>
+    </message>
+    <message>
+        <source>确定</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>取消</source>
+        <translation>Cancel</translation>
+    </message>
+    <message>
+        <source>允许：%1</source>
+        <translation>Allowed: %1</translation>
+    </message>
+    <message>
+        <source>%1 至 %2</source>
+        <translation>%1 to %2</translation>
     </message>
 </context>
 <context>
@@ -2403,6 +2501,17 @@ J/mm</translation>
     <message>
         <source>已按下</source>
         <translation>Pressed</translation>
+    </message>
+</context>
+<context>
+    <name>app::TouchInput</name>
+    <message>
+        <source>数字键盘已关闭，可在菜单中重新打开。</source>
+        <translation>The number pad is off. The menu brings it back.</translation>
+    </message>
+    <message>
+        <source>字母键盘已关闭，可在菜单中重新打开。</source>
+        <translation>The keyboard is off. The menu brings it back.</translation>
     </message>
 </context>
 <context>

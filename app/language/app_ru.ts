@@ -822,6 +822,53 @@
     </message>
 </context>
 <context>
+    <name>app::Keyboard</name>
+    <message>
+        <source>键盘</source>
+        <translation>Клавиатура</translation>
+    </message>
+    <message>
+        <source>不再使用键盘</source>
+        <translation>Больше не открывать клавиатуру</translation>
+    </message>
+    <message>
+        <source>大写</source>
+        <translation>Прописные</translation>
+    </message>
+    <message>
+        <source>退格</source>
+        <translation>Удалить букву слева</translation>
+    </message>
+    <message>
+        <source>回车</source>
+        <translation>Ввод</translation>
+    </message>
+    <message>
+        <source>语言</source>
+        <translation>Язык</translation>
+    </message>
+    <message>
+        <source>空格</source>
+        <translation>Пробел</translation>
+    </message>
+    <message>
+        <source>光标左移</source>
+        <translation>Курсор влево</translation>
+    </message>
+    <message>
+        <source>光标右移</source>
+        <translation>Курсор вправо</translation>
+    </message>
+    <message>
+        <source>收起</source>
+        <translation>Скрыть</translation>
+    </message>
+    <message>
+        <source>没有拼音词库，字母直接输入</source>
+        <translation>Нет словаря пиньиня: пишутся буквы</translation>
+    </message>
+</context>
+<context>
     <name>app::MenuSheet</name>
     <message>
         <source>菜单</source>
@@ -878,6 +925,18 @@
     <message>
         <source>技术支持文件包…</source>
         <translation>Архив для поддержки…</translation>
+    </message>
+    <message>
+        <source>点按输入框时打开</source>
+        <translation>Открывать при касании поля</translation>
+    </message>
+    <message>
+        <source>数字键盘</source>
+        <translation>Цифровые клавиши</translation>
+    </message>
+    <message>
+        <source>字母键盘</source>
+        <translation>Клавиатура</translation>
     </message>
 </context>
 <context>
@@ -953,6 +1012,45 @@
     <message>
         <source>删除一位</source>
         <translation>Удалить цифру</translation>
+    </message>
+</context>
+<context>
+    <name>app::NumberPad</name>
+    <message>
+        <source>数字键盘</source>
+        <translation>Цифровые клавиши</translation>
+    </message>
+    <message>
+        <source>不再使用数字键盘</source>
+        <translation>Больше не открывать цифровые клавиши</translation>
+    </message>
+    <message>
+        <source>删除一位</source>
+        <translation>Удалить цифру</translation>
+    </message>
+    <message>
+        <source>清空</source>
+        <translation>Стереть</translation>
+    </message>
+    <message>
+        <source>原值</source>
+        <translation>было</translation>
+    </message>
+    <message>
+        <source>确定</source>
+        <translation>ОК</translation>
+    </message>
+    <message>
+        <source>取消</source>
+        <translation>Отмена</translation>
+    </message>
+    <message>
+        <source>允许：%1</source>
+        <translation>Допустимо: %1</translation>
+    </message>
+    <message>
+        <source>%1 至 %2</source>
+        <translation>от %1 до %2</translation>
     </message>
 </context>
 <context>
@@ -2406,6 +2504,17 @@ J/mm</source>
     <message>
         <source>已按下</source>
         <translation>Нажат</translation>
+    </message>
+</context>
+<context>
+    <name>app::TouchInput</name>
+    <message>
+        <source>数字键盘已关闭，可在菜单中重新打开。</source>
+        <translation>Цифровые клавиши отключены. Вернуть их можно в меню.</translation>
+    </message>
+    <message>
+        <source>字母键盘已关闭，可在菜单中重新打开。</source>
+        <translation>Клавиатура отключена. Вернуть её можно в меню.</translation>
     </message>
 </context>
 <context>

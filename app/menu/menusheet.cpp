@@ -3,6 +3,7 @@
 #include "app/cell/segmentedcontrol.h"
 #include "app/dock/docks.h"
 #include "app/examples/examplelibrary.h"
+#include "app/preferences.h"
 #include "gantu/bmodule.h"
 #include "kord/managerhelper.h"
 #include "look/icon.h"
@@ -46,7 +47,11 @@ MenuSheet::MenuSheet(const ExampleLibrary& library, double factor, QWidget* over
     addTools();
     addExamples(library);
     addSizes(factor);
-    addLanguages();
+    auto* foot = new QGridLayout;
+    foot->setSpacing(look::px(8));
+    addLanguages(foot);
+    addTouch(foot);
+    content()->addLayout(foot);
     why_->setWordWrap(true);
     content()->addWidget(why_);
     connect(m(prog::key::executeState), &mendo::ModuleObject::changed, this, &MenuSheet::refresh);
@@ -149,8 +154,45 @@ void MenuSheet::addSizes(double factor) {
     });
 }
 
-void MenuSheet::addLanguages() {
-    addCaption(tr("语言（面板将重新启动）"));
+/// A caption and what it names, side by side with others.
+void MenuSheet::addBeside(QGridLayout* grid, const QString& text, QWidget* choice) {
+    const int column = grid->columnCount();
+    auto* caption = new QLabel(text);
+    caption->setProperty("caption", true);
+    caption->setWordWrap(true);
+    grid->addWidget(caption, 0, column, Qt::AlignBottom);
+    grid->addWidget(choice, 1, column);
+    grid->setColumnStretch(column, 1);
+}
+
+/// What the X of pad and keyboard has switched off.
+void MenuSheet::addTouch(QGridLayout* grid) {
+    const struct {
+        const char* name;
+        QString text;
+        bool (*used)();
+        void (*remember)(bool);
+    } keys[] = {
+        {"btnNumberPad", tr("数字键盘"), &Preferences::numberPad, &Preferences::rememberNumberPad},
+        {"btnKeyboard", tr("字母键盘"), &Preferences::keyboard, &Preferences::rememberKeyboard},
+    };
+    auto* choice = new QWidget;
+    auto* row = new QHBoxLayout(choice);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(look::px(8));
+    for (const auto& key : keys) {
+        auto* button = new QPushButton(key.text);
+        button->setObjectName(QLatin1String(key.name));
+        button->setCheckable(true);
+        button->setChecked(key.used());
+        row->addWidget(button);
+        connect(button, &QAbstractButton::toggled, this,
+                [remember = key.remember](bool on) { remember(on); });
+    }
+    addBeside(grid, tr("点按输入框时打开"), choice);
+}
+
+void MenuSheet::addLanguages(QGridLayout* grid) {
     QStringList names;
     for (const Language& language : languages) {
         names << QString::fromUtf8(language.name);
@@ -165,7 +207,7 @@ void MenuSheet::addLanguages() {
             choice->setCurrent(i);
         }
     }
-    content()->addWidget(choice);
+    addBeside(grid, tr("语言（面板将重新启动）"), choice);
     connect(choice, &SegmentedControl::clicked, this, [this, present](int index) {
         const QString code = QLatin1String(languages[index].code);
         dismiss();

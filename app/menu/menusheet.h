@@ -36,7 +36,9 @@ private:
     void addTools();
     void addExamples(const ExampleLibrary& library);
     void addSizes(double factor);
-    void addLanguages();
+    void addLanguages(QGridLayout* grid);
+    void addTouch(QGridLayout* grid);
+    static void addBeside(QGridLayout* grid, const QString& text, QWidget* choice);
     void addCaption(const QString& text);
     QAbstractButton* addEntry(QGridLayout* grid, const QString& name, const QString& icon,
                               const QString& text);

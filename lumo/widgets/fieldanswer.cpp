@@ -359,6 +359,7 @@ void FieldAnswer::refresh() {
     if (note_) {
         tellNote(note_, noteText(), taken ? NoteTone::Plain : NoteTone::Refused);
     }
+    tellPad(pad::isTaken, taken);
     emit answered();
 }
 

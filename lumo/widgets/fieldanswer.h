@@ -32,6 +32,7 @@ constexpr const char* decimals = "padDecimals";  ///< int
 constexpr const char* isSigned = "padSigned";    ///< bool
 constexpr const char* minimum = "padMinimum";    ///< double
 constexpr const char* maximum = "padMaximum";    ///< double
+constexpr const char* isTaken = "padTaken";      ///< bool, isTaken() of now
 }  // namespace pad
 
 /// Answers what is typed into a field: a figure that is not taken gets a red frame and the allowed range, and

@@ -20,6 +20,7 @@
 #include <QFileSystemModel>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QMouseEvent>
 #include <QPainter>
 #include <QPushButton>
 #include <QTabBar>
@@ -85,7 +86,9 @@ QPoint placeOf(const QWidget* widget, const QWidget* window) {
     if (owner) {
         return {owner->mapTo(window, QPoint()).x(), widget->y() - window->y()};
     }
-    if (!qobject_cast<const QDialog*>(widget) || widget->windowFlags().testFlag(Qt::FramelessWindowHint)) {
+    const bool hasKeys = widget->findChild<QWidget*>(QStringLiteral("touchWindow"));
+    if (hasKeys || !qobject_cast<const QDialog*>(widget) ||
+        widget->windowFlags().testFlag(Qt::FramelessWindowHint)) {
         return widget->pos() - window->pos();
     }
     QRect place(QPoint(), widget->size());
@@ -184,6 +187,29 @@ void Scene::click(const QString& button) {
         found->click();
         clock()->advance(layoutMs);
     }
+}
+
+void Scene::tap(const QString& widget) {
+    auto* found = find<QWidget>(widget);
+    if (!found) {
+        return;
+    }
+    auto* const area = qobject_cast<QAbstractScrollArea*>(found);
+    QWidget* const target = area ? area->viewport() : found;
+    found->window()->activateWindow();
+    clock()->advance(0);
+    found->setFocus(Qt::MouseFocusReason);
+    const QPoint middle = target->rect().center();
+    for (const QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+        QMouseEvent event(type, middle, target->mapToGlobal(middle), Qt::LeftButton, Qt::LeftButton, {});
+        QApplication::sendEvent(target, &event);
+    }
+    clock()->advance(layoutMs);
+}
+
+QString Scene::textOf(const QString& button) {
+    const auto* found = find<QAbstractButton>(button);
+    return found ? found->text() : QString();
 }
 
 void Scene::selectRow(const QString& table, int row) {

@@ -41,6 +41,10 @@ public:
 
     // Input. Widgets are found by object name among the visible ones, the newest window first.
     void click(const QString& button);
+    /// A tap of the finger, as on a field.
+    void tap(const QString& widget);
+    /// What a button says; empty where it is not there.
+    [[nodiscard]] QString textOf(const QString& button);
     void selectRow(const QString& table, int row);
     /// Replaces the text of a field.
     void type(const QString& lineEdit, const QString& text);

@@ -12,7 +12,7 @@ const std::vector<Stop>& stops() {
         std::vector<Stop> collected;
         for (const auto tour :
              {projectStops, panelStops, editorStops, runStops, statusStops, parameterStops, portStops,
-              stationStops, deviceStops, noticeStops, sheetStops, viewStops, railStops}) {
+              stationStops, deviceStops, noticeStops, sheetStops, viewStops, railStops, touchStops}) {
             const std::vector<Stop> part = tour();
             collected.insert(collected.end(), part.begin(), part.end());
         }

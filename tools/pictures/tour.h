@@ -32,6 +32,7 @@ std::vector<Stop> noticeStops();
 std::vector<Stop> sheetStops();
 std::vector<Stop> viewStops();
 std::vector<Stop> railStops();
+std::vector<Stop> touchStops();
 
 /// Rows of the sample project.
 enum SampleRow {
