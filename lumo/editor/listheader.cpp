@@ -46,9 +46,12 @@ void ListHeader::paintCaption(QPainter* painter, int column) const {
     const bool isTight = isNumber || column == ProgramTable::MarkerColumn;
     QRect place(sectionViewportPosition(column), 0, sectionSize(column), height() - 1);
     place.adjust(isTight ? gap / 2 : gap, 0, isNumber ? -gap / 2 : 0, 0);
-    painter->setFont(grid_.strongCaption());
+    painter->setFont(grid_.headerFont());
     const QFontMetrics metrics = painter->fontMetrics();
-    const QString caption = model()->headerData(column, Qt::Horizontal).toString();
+    // In a tight list the number stands in the marker's column.
+    const int told =
+        grid_.isTight() && column == ProgramTable::MarkerColumn ? ProgramTable::LineColumn : column;
+    const QString caption = model()->headerData(told, Qt::Horizontal).toString();
     const int alignment = Qt::AlignVCenter | (isNumber ? Qt::AlignRight : Qt::AlignLeft);
     int middle = caption.lastIndexOf(QLatin1Char(' '));
     while (middle > 0 && metrics.horizontalAdvance(caption.left(middle)) > place.width()) {
@@ -57,14 +60,16 @@ void ListHeader::paintCaption(QPainter* painter, int column) const {
     if (metrics.horizontalAdvance(caption) <= place.width() || middle <= 0) {
         painter->drawText(place, alignment, caption);
     } else {
-        const int pitch = std::min(grid_.pitch() - 1, place.height() / 2);
+        const int pitch = std::min(metrics.height(), place.height() / 2);
         const QRect upper(place.left(), place.height() / 2 - pitch, place.width(), pitch);
         painter->drawText(upper, alignment, caption.left(middle));
         painter->drawText(upper.translated(0, pitch), alignment, caption.mid(middle + 1));
     }
     if (column == ProgramTable::DetailColumn && !grid_.isWide()) {
         const QString note = model()->headerData(ProgramTable::NoteColumn, Qt::Horizontal).toString();
-        painter->setFont(grid_.caption());
+        QFont plain = grid_.headerFont();
+        plain.setWeight(QFont::Normal);
+        painter->setFont(plain);
         painter->drawText(place.adjusted(metrics.horizontalAdvance(caption), 0, 0, 0), alignment,
                           QStringLiteral(" / ") + note);
     }

@@ -21,7 +21,9 @@ constexpr int leastNote = 120;
 /// Type is measured anew beyond this many shapes.
 constexpr int mostShapes = 4000;
 
+constexpr int headerType = 14;
 constexpr int markerColumn = 52;
+constexpr int tightMarkerColumn = 56;
 constexpr int numberColumn = 28;
 constexpr int commandColumn = 140;
 /// From the left edge of the command's column to its word: past the icon.
@@ -52,6 +54,8 @@ void RowGrid::fit(int width, int inside, int rowCount, const QStringList& captio
     caption_ = look::font(look::Size::Caption);
     strongCaption_ = look::font(look::Size::Caption, look::Weight::Strong);
     text_ = look::font(look::Size::Text);
+    headerFont_ = strongCaption_;
+    headerFont_.setPixelSize(rowPx(headerType));
     captionMetrics_ = QFontMetrics(caption_);
     textMetrics_ = QFontMetrics(text_);
     smallFigures_ = Figures::of(caption_);
@@ -112,8 +116,15 @@ void RowGrid::fitColumns(int width, int inside, int rowCount, const QStringList&
     }
     command = commandWidth(false);
     note = 0;
-    details = std::max(inside - marker - number - command - run, look::px(figureColumn) * 3 + 2 * gap());
-    mode_ = details >= parameters ? Mode::Narrow : Mode::Tight;
+    details = inside - marker - number - command - run;
+    mode_ = Mode::Narrow;
+    if (details < parameters) {
+        mode_ = Mode::Tight;
+        marker = std::max(
+            {look::px(tightMarkerColumn), captionOf(ProgramTable::LineColumn), figures + RowGrid::rowPx(12)});
+        number = command = run = 0;
+        details = inside - marker;
+    }
 }
 
 /// Of the widest command, in one line or as two lines of words.
@@ -131,7 +142,7 @@ int RowGrid::commandWidth(bool whole) const {
 
 /// Of its widest word: the header has room for two lines.
 int RowGrid::captionWidth(const QString& caption) const {
-    const QFontMetrics metrics(strongCaption_);
+    const QFontMetrics metrics(headerFont_);
     int widest = 0;
     const QStringList words = caption.split(QLatin1Char(' '));
     for (const QString& word : words) {
@@ -162,6 +173,10 @@ int RowGrid::figureRight(int column) const {
 
 int RowGrid::speedLeft() const {
     return speedRight() - look::px(speedColumn);
+}
+
+int RowGrid::speedFrame() const {
+    return look::px(78);
 }
 
 int RowGrid::speedRight() const {

@@ -15,8 +15,8 @@ namespace lumo {
 /// The measures of the program's list: columns, heights and type, for a width, a scale (look/scale.h) and a
 /// language.
 ///
-/// A wide list has a column for the remark. A narrow one has the remark below the parameters, a tight one
-/// speed and zone as well. All lengths are in px.
+/// A wide list has a column for the remark. A narrow one has the remark below the parameters. A tight one has
+/// two columns: marker and number, and all the rest, below the command. All lengths are in px.
 class RowGrid {
 public:
     enum class Mode { Wide, Narrow, Tight };
@@ -29,7 +29,8 @@ public:
 
     [[nodiscard]] Mode mode() const { return mode_; }
     [[nodiscard]] bool isWide() const { return mode_ == Mode::Wide; }
-    /// Of a column of ProgramTable; 0 for the remark's where it stands below the parameters.
+    [[nodiscard]] bool isTight() const { return mode_ == Mode::Tight; }
+    /// Of a column of ProgramTable; 0 for one whose content stands in another.
     [[nodiscard]] int columnWidth(int column) const { return widths_[static_cast<std::size_t>(column)]; }
     [[nodiscard]] int columnLeft(int column) const;
 
@@ -41,6 +42,8 @@ public:
     [[nodiscard]] int figureRight(int column) const;
     [[nodiscard]] int speedLeft() const;
     [[nodiscard]] int speedRight() const;
+    /// Width of the frame round the speed.
+    [[nodiscard]] int speedFrame() const;
     [[nodiscard]] int zoneLeft() const { return speedRight() + gap() / 2; }
     [[nodiscard]] int zoneRight() const;
     [[nodiscard]] int noteWidth() const;
@@ -49,9 +52,12 @@ public:
     [[nodiscard]] int heightOf(int lines) const;
     /// Height of a row with the full text.
     [[nodiscard]] int heightOfFull(int lines) const;
+    /// Lines of the command above a full text: it is as high as the fields beside it.
+    [[nodiscard]] int commandLines() const { return isTight() ? 2 : 0; }
     /// From one line of small type to the next.
     [[nodiscard]] int pitch() const;
     [[nodiscard]] int headerHeight() const;
+    [[nodiscard]] const QFont& headerFont() const { return headerFont_; }
     [[nodiscard]] int gap() const;
     /// A length that does not grow at the middle scale, as the rows do not.
     [[nodiscard]] static int rowPx(int length);
@@ -89,7 +95,7 @@ private:
 
     Mode mode_ = Mode::Wide;
     std::array<int, columns> widths_{};
-    QFont caption_, strongCaption_, text_;
+    QFont caption_, strongCaption_, text_, headerFont_;
     QFontMetrics captionMetrics_, textMetrics_;
     Figures smallFigures_, figures_;
     mutable QHash<QString, int> counts_;      ///< by shape of the text and width

@@ -93,14 +93,15 @@ QPixmap RowPainter::pictureOf(int row, const QSize& size, qreal ratio, const Sta
     const QRect place(QPoint(), size);
     const ModuleObject* const statement = ProgramTable::program()->c(row);
     const RowSummary summary = summaryOf(statement);
-    const RowShape shape = RowShape::of(grid_, statement, summary, state.form);
+    RowShape shape = RowShape::of(grid_, statement, summary, state.form);
+    shape.height = size.height();
     const Inks inks = Inks::of(summary.executed);
     paintGround(&painter, place, state);
-    paintNumber(&painter, row, size.height(), state, inks);
-    paintCommand(&painter, size.height(), summary, inks);
+    paintNumber(&painter, row, shape, state, inks);
+    paintCommand(&painter, shape, summary, inks);
     paintParameters(&painter, summary, shape, state, inks);
     paintNote(&painter, shape, state, inks);
-    paintFlag(&painter, size.height(), summary.executed);
+    paintFlag(&painter, shape, summary.executed);
     return picture;
 }
 
@@ -142,9 +143,15 @@ void RowPainter::forgetAll() {
     marks_.clear();
 }
 
-void RowPainter::paintMarker(QPainter* painter, int height) const {
+/// In a tight list below the number.
+QRect RowPainter::chipIn(int height) const {
     const QSize size(RowGrid::rowPx(36), RowGrid::rowPx(24));
-    const QRect chip(QPoint(RowGrid::rowPx(15), (height - size.height()) / 2), size);
+    const int y = grid_.isTight() ? height - size.height() - 2 : (height - size.height()) / 2;
+    return {QPoint(RowGrid::rowPx(15), y), size};
+}
+
+void RowPainter::paintMarker(QPainter* painter, int height) const {
+    const QRect chip = chipIn(height);
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
     painter->setPen(QPen(QColor(look::navy), 2));
@@ -156,34 +163,49 @@ void RowPainter::paintMarker(QPainter* painter, int height) const {
     painter->restore();
 }
 
-void RowPainter::paintNumber(QPainter* painter, int row, int height, const State& state,
+void RowPainter::paintNumber(QPainter* painter, int row, const RowShape& shape, const State& state,
                              const Inks& inks) const {
     painter->setPen(QColor(inks.second));
-    const int right = grid_.columnLeft(ProgramTable::CommandColumn) - grid_.gap() / 2;
+    const int column = grid_.isTight() ? ProgramTable::DetailColumn : ProgramTable::CommandColumn;
+    const int right = grid_.columnLeft(column) - grid_.gap() / 2;
+    const int top = grid_.isTight() ? shape.wordTop : 0;
+    const int height = grid_.isTight() ? grid_.pitch() : shape.height;
     const QString number = QString::number(row + 1);
     const RowGrid::Figures& type = grid_.figures();
-    drawFigure(painter, type, right, baselineIn(type.metrics, 0, height), number);
+    drawFigure(painter, type, right, baselineIn(type.metrics, top, height), number);
     if (!state.severity) {
         return;
     }
     const int edge = RowGrid::rowPx(16);
-    QRect mark(0, (height - edge) / 2, edge, edge);
+    QRect mark(0, top + (height - edge) / 2, edge, edge);
     mark.moveRight(right - type.widthOf(number) - grid_.gap() / 2);
     if (state.hasMarker) {
         // At the upper right corner of the marker, which has the room beside the number.
-        mark.moveTopLeft({RowGrid::rowPx(15 + 36) - edge * 2 / 3, height / 2 - RowGrid::rowPx(18)});
+        const QRect chip = chipIn(shape.height);
+        mark.moveTopLeft({chip.right() - edge * 2 / 3, chip.top() - edge / 3});
+    } else if (grid_.isTight()) {
+        mark.moveTopLeft({RowGrid::rowPx(18), top + grid_.pitch() + 2});
     }
-    QPixmap& picture = marks_[static_cast<int>(*state.severity)];
-    if (picture.isNull()) {
-        picture = transparent(mark.size(), painter->device()->devicePixelRatioF());
-        QPainter into(&picture);
-        paintMark(&into, QRect(QPoint(), mark.size()), *state.severity);
-    }
-    painter->drawPixmap(mark.topLeft(), picture);
+    paintMark(painter, mark, *state.severity);
 }
 
-void RowPainter::paintCommand(QPainter* painter, int height, const RowSummary& summary,
+void RowPainter::paintMark(QPainter* painter, const QRect& place, Severity severity) const {
+    QPixmap& picture = marks_[static_cast<int>(severity)];
+    if (picture.isNull()) {
+        picture = transparent(place.size(), painter->device()->devicePixelRatioF());
+        QPainter into(&picture);
+        lumo::paintMark(&into, QRect(QPoint(), place.size()), severity);
+    }
+    painter->drawPixmap(place.topLeft(), picture);
+}
+
+void RowPainter::paintCommand(QPainter* painter, const RowShape& shape, const RowSummary& summary,
                               const Inks& inks) const {
+    if (grid_.isTight()) {
+        paintCommandAbove(painter, shape, summary, inks);
+        return;
+    }
+    const int height = shape.height;
     const int left = grid_.columnLeft(ProgramTable::CommandColumn);
     const int icon = look::px(20);
     painter->drawPixmap(left + grid_.gap(), (height - icon) / 2,
@@ -205,15 +227,32 @@ void RowPainter::paintCommand(QPainter* painter, int height, const RowSummary& s
     drawLine(painter, x, height / 2, pitch, summary.command.mid(middle + 1));
 }
 
-void RowPainter::paintFlag(QPainter* painter, int height, bool executed) const {
+void RowPainter::paintCommandAbove(QPainter* painter, const RowShape& shape, const RowSummary& summary,
+                                   const Inks& inks) const {
+    const int left = grid_.columnLeft(ProgramTable::DetailColumn) + grid_.textLeft();
+    const int icon = grid_.pitch();
+    painter->drawPixmap(left, shape.wordTop, look::picture(statementIcon(summary.type), icon, inks.second));
+    painter->setPen(QColor(inks.value));
+    painter->setFont(grid_.text());
+    drawLine(painter, left + icon + grid_.gap(), shape.wordTop, grid_.pitch(), summary.command);
+}
+
+/// A tight list tells only that a line is not executed, below the speed.
+void RowPainter::paintFlag(QPainter* painter, const RowShape& shape, bool executed) const {
     QFont font = grid_.caption();
     if (!executed) {
         font = look::font(look::Size::Caption, look::Weight::State);
     }
     painter->setFont(font);
     painter->setPen(QColor(executed ? look::ink3 : look::red));
-    drawLine(painter, grid_.columnLeft(ProgramTable::RunColumn) + grid_.gap(), 0, height,
-             executed ? ProgramWidget::tr("运行") : ProgramWidget::tr("不运行"));
+    const QString word = executed ? ProgramWidget::tr("运行") : ProgramWidget::tr("不运行");
+    if (!grid_.isTight()) {
+        drawLine(painter, grid_.columnLeft(ProgramTable::RunColumn) + grid_.gap(), 0, shape.height, word);
+    } else if (!executed) {
+        const int right = grid_.columnLeft(ProgramTable::DetailColumn) + grid_.zoneRight();
+        drawLine(painter, right - painter->fontMetrics().horizontalAdvance(word),
+                 shape.wordTop + grid_.pitch(), grid_.pitch(), word);
+    }
 }
 
 // --- Parameters and remark ------------------------------------------------------------------------

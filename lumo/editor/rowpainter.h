@@ -49,10 +49,16 @@ private:
 
     [[nodiscard]] QPixmap pictureOf(int row, const QSize& size, qreal ratio, const State& state) const;
     void paintGround(QPainter* painter, const QRect& place, const State& state) const;
+    [[nodiscard]] QRect chipIn(int height) const;
     void paintBar(QPainter* painter, int height, const SeamRows::Place& seam) const;
     void paintMarker(QPainter* painter, int height) const;
-    void paintNumber(QPainter* painter, int row, int height, const State& state, const Inks& inks) const;
-    void paintCommand(QPainter* painter, int height, const RowSummary& summary, const Inks& inks) const;
+    void paintNumber(QPainter* painter, int row, const RowShape& shape, const State& state,
+                     const Inks& inks) const;
+    void paintMark(QPainter* painter, const QRect& place, prog::Severity severity) const;
+    void paintCommand(QPainter* painter, const RowShape& shape, const RowSummary& summary,
+                      const Inks& inks) const;
+    void paintCommandAbove(QPainter* painter, const RowShape& shape, const RowSummary& summary,
+                           const Inks& inks) const;
     void paintParameters(QPainter* painter, const RowSummary& summary, const RowShape& shape,
                          const State& state, const Inks& inks) const;
     void paintPoint(QPainter* painter, int top, const std::array<QString, RowSummary::columns>& figures,
@@ -62,7 +68,7 @@ private:
     void paintFigure(QPainter* painter, const QRect& field, const QString& number, const QString& unit,
                      bool framed, const Inks& inks) const;
     void paintNote(QPainter* painter, const RowShape& shape, const State& state, const Inks& inks) const;
-    void paintFlag(QPainter* painter, int height, bool executed) const;
+    void paintFlag(QPainter* painter, const RowShape& shape, bool executed) const;
 
     const RowGrid& grid_;
     QCache<int, Kept> kept_;

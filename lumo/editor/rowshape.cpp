@@ -42,16 +42,16 @@ void placeFigures(RowShape* shape, const RowGrid& grid, const RowSummary& summar
     if (figureLines > 0 && (grid.mode() == RowGrid::Mode::Narrow || showsTool)) {
         middle = shape->top + figureLines * grid.pitch() / 2;
     }
-    if (grid.mode() == RowGrid::Mode::Tight) {
-        middle = shape->top + figureLines * grid.pitch() + grid.pitch() / 2;
+    if (grid.isTight()) {
+        middle = shape->wordTop + grid.pitch() / 2;
     } else if (grid.isWide() && !summary.second.isEmpty()) {
         middle = shape->top + grid.pitch() + grid.pitch() / 2;  // beside the second line
     }
     const int y = std::clamp(middle - tall / 2, 2, std::max(2, shape->height - tall - 2));
     const int inset = look::px(4);
     if (!summary.speed.isEmpty()) {
-        const int width = grid.speedRight() - grid.speedLeft();
-        shape->speed = QRect(left + grid.speedLeft() + inset - look::px(2), y, width, tall);
+        const int right = left + grid.speedRight() + look::px(2);
+        shape->speed = QRect(right - grid.speedFrame(), y, grid.speedFrame(), tall);
     }
     if (!summary.zone.isEmpty()) {
         shape->zone = QRect(left + grid.zoneLeft() + inset, y, grid.zoneRight() - grid.zoneLeft(), tall);
@@ -59,8 +59,7 @@ void placeFigures(RowShape* shape, const RowGrid& grid, const RowSummary& summar
 }
 
 void shapeCompact(RowShape* shape, const RowGrid& grid, const RowSummary& summary, bool showsTool) {
-    RowLines lines{summary.figures.size(), showsTool,      !summary.speed.isEmpty(),
-                   summary.title,          summary.second, summary.note};
+    const RowLines lines{summary.figures.size(), showsTool, summary.title, summary.second, summary.note};
     shape->height = grid.heightOf(lines.countIn(grid));
     int own = summary.figures.size() + (showsTool ? 1 : 0);
     if (!summary.title.isEmpty()) {
@@ -72,11 +71,15 @@ void shapeCompact(RowShape* shape, const RowGrid& grid, const RowSummary& summar
             own = grid.lineCount(summary.title, grid.textWidth());
             note = secondWithNote(summary.second, summary.note);
         }
-        own += grid.mode() == RowGrid::Mode::Tight && lines.hasSpeed ? 1 : 0;
     }
     shape->noteLines = grid.linesOf(note, grid.noteWidth());
-    const int all = own + (grid.isWide() ? 0 : shape->noteLines.size());
-    shape->top = (shape->height - all * grid.pitch()) / 2;
+    const int word = grid.isTight() ? 1 : 0;
+    int all = word + own + (grid.isWide() ? 0 : shape->noteLines.size());
+    if (grid.isTight()) {
+        all = std::max(all, 2);  // below the command is what is seldom shown
+    }
+    shape->wordTop = (shape->height - all * grid.pitch()) / 2;
+    shape->top = shape->wordTop + word * grid.pitch();
     shape->noteTop = shape->top + own * grid.pitch();
     placeFigures(shape, grid, summary, summary.title.isEmpty() ? summary.figures.size() : 1, showsTool);
     placeNote(shape, grid);
@@ -92,34 +95,42 @@ int lineOf(const QVector<FullLine>& lines, const QString& piece) {
     return -1;
 }
 
-/// The fields of a row with the full text: at the right edge beside their lines, or in two lines of their own
-/// below where these are too long.
+/// The line of a full text beside which the fields fit; behind it where they fit beside none. In a tight list
+/// they are beside the command.
+int lineOfFields(const RowShape& shape, const RowGrid& grid, const QString& speed, int room) {
+    if (grid.isTight()) {
+        return -grid.commandLines();
+    }
+    const int line = lineOf(shape.full, speed);
+    bool fits = line >= 0;
+    for (int beside = line; fits && beside < std::min(line + 2, shape.full.size()); ++beside) {
+        const FullLine& text = shape.full.at(beside);
+        fits = grid.captionMetrics().horizontalAdvance(text.text) + (text.goesOn ? grid.gap() * 2 : 0) < room;
+    }
+    return fits ? line : shape.full.size();
+}
+
+/// The fields of a row with the full text, from its first line; they are two lines high. Returns how many
+/// lines they need below it.
 int placeFullFields(RowShape* shape, const RowGrid& grid, const ModuleObject* statement) {
     const QLatin1String name = fieldName(statement, LineField::Speed);
     if (name.isEmpty()) {
         return 0;
     }
-    const ModuleObject* const speed = statement->c(name);
-    const int line = lineOf(shape->full, name == field::weldspeed ? weldSpeed2cn(speed) : speed2cn(speed));
     const bool hasZone = !fieldName(statement, LineField::Zone).isEmpty();
-    const int left = grid.columnLeft(ProgramTable::DetailColumn);
-    const int right = left + grid.zoneRight();
+    const int right = grid.columnLeft(ProgramTable::DetailColumn) + grid.zoneRight();
     const int zoneWidth = hasZone ? grid.zoneRight() - grid.zoneLeft() : 0;
-    const int speedWidth = grid.speedRight() - grid.speedLeft();
-    const int begin = right - zoneWidth - speedWidth - look::px(2);
-    bool fits = line >= 0;
-    for (int beside = line; fits && beside < std::min(line + 2, shape->full.size()); ++beside) {
-        const FullLine& text = shape->full.at(beside);
-        fits = left + grid.textLeft() + grid.captionMetrics().horizontalAdvance(text.text) <
-               begin - grid.gap() - (text.goesOn ? grid.gap() * 2 : 0);
-    }
-    const int at = fits ? line : shape->full.size();
+    const int begin = right - zoneWidth - grid.speedFrame() - look::px(2);
+    const ModuleObject* const speed = statement->c(name);
+    const int line =
+        lineOfFields(*shape, grid, name == field::weldspeed ? weldSpeed2cn(speed) : speed2cn(speed),
+                     begin - grid.columnLeft(ProgramTable::DetailColumn) - 2 * grid.gap());
     const int tall = std::min(RowGrid::rowPx(32), 2 * grid.pitch() - 2);
-    shape->speed = QRect(begin, at * grid.pitch() + 1, speedWidth, tall);
+    shape->speed = QRect(begin, line * grid.pitch() + 1, grid.speedFrame(), tall);
     if (hasZone) {
-        shape->zone = QRect(right - zoneWidth, at * grid.pitch() + 1, zoneWidth, tall);
+        shape->zone = QRect(right - zoneWidth, line * grid.pitch() + 1, zoneWidth, tall);
     }
-    return std::max(0, at + 2 - shape->full.size());
+    return std::max(0, line + 2 - shape->full.size());
 }
 
 void shapeFull(RowShape* shape, const RowGrid& grid, const ModuleObject* statement, const RowSummary& summary,
@@ -128,11 +139,14 @@ void shapeFull(RowShape* shape, const RowGrid& grid, const ModuleObject* stateme
     const int below = hasFields ? placeFullFields(shape, grid, statement) : 0;
     shape->noteLines = grid.linesOf(summary.note, grid.noteWidth());
     const int notes = std::max(shape->noteLines.size(), hasFields ? 1 : 0);  // room to write one
-    const int own = shape->full.size() + below;
+    const int word = grid.commandLines();
+    const int own = word + shape->full.size() + below;
     const int all = grid.isWide() ? std::max(own, notes) : own + notes;
     shape->height = grid.heightOfFull(all);
-    shape->top = (shape->height - (grid.isWide() ? own : all) * grid.pitch()) / 2;
-    shape->noteTop = shape->top + own * grid.pitch();
+    const int top = (shape->height - (grid.isWide() ? own : all) * grid.pitch()) / 2;
+    shape->wordTop = top + grid.pitch() / 2;
+    shape->top = top + word * grid.pitch();
+    shape->noteTop = top + own * grid.pitch();
     for (QRect* field : {&shape->speed, &shape->zone}) {
         if (!field->isNull()) {
             field->translate(0, shape->top);
@@ -152,12 +166,10 @@ RowLines RowLines::of(const ModuleObject* statement, bool showsTool, int joints)
     const QString type = statement->c(field::type)->getString();
     if (isMove(type)) {
         lines.figures = figureLines(type, joints);
-        lines.hasSpeed = true;
         lines.note = statement->c(field::note)->getString().simplified();
         lines.showsTool = showsTool;
     } else {
         const RowSummary summary = summaryOf(statement);
-        lines.hasSpeed = !summary.speed.isEmpty();
         lines.title = summary.title;
         lines.second = summary.second;
         lines.note = summary.note;
@@ -170,8 +182,8 @@ int RowLines::countIn(const RowGrid& grid) const {
     if (grid.isWide()) {
         return std::max(own + (second.isEmpty() ? 0 : 1), grid.lineCount(note, grid.noteWidth()));
     }
-    const int speed = grid.mode() == RowGrid::Mode::Tight && hasSpeed ? 1 : 0;
-    return own + speed + grid.lineCount(secondWithNote(second, note), grid.noteWidth());
+    const int word = grid.isTight() ? 1 : 0;
+    return own + word + grid.lineCount(secondWithNote(second, note), grid.noteWidth());
 }
 
 RowShape RowShape::of(const RowGrid& grid, const ModuleObject* statement, const RowSummary& summary,

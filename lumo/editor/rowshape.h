@@ -13,9 +13,8 @@ namespace lumo {
 
 /// The lines of small type in a compact row: what decides about its height.
 struct RowLines {
-    int figures = 0;         ///< lines of figures
-    bool showsTool = false;  ///< tool and work object in a line of their own
-    bool hasSpeed = false;
+    int figures = 0;              ///< lines of figures
+    bool showsTool = false;       ///< tool and work object in a line of their own
     QString title, second, note;  ///< as in RowSummary
 
     /// Cheap enough for every row of a long program. Whether the tool is shown depends on the rows above.
@@ -42,6 +41,7 @@ struct RowShape {
     QStringList noteLines;   ///< the remark, in its own column or below
     /// Fields that are edited in place; empty where the statement has none.
     QRect speed, zone, note;
+    int wordTop = 0;          ///< of the command, where it stands above the parameters: in a tight list
     int top = 0;              ///< of the lines in the column of the parameters
     int noteTop = 0;          ///< of the remark's lines
     bool hasNoteRoom = true;  ///< a line is free for a remark that is not there

@@ -28,7 +28,8 @@ RowView::RowView(QWidget* parent)
     setVerticalScrollMode(ScrollPerPixel);
     setTabKeyNavigation(false);  // Tab moves on to the buttons, not to the next cell
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    viewport()->setAttribute(Qt::WA_OpaquePaintEvent);  // scrolling moves what is painted
+    viewport()->setAttribute(Qt::WA_OpaquePaintEvent);   // scrolling moves what is painted
+    viewport()->setProperty("drawsFixedColours", true);  // for who looks for pure colours: the marker's green
     inline_ = new InlineEdit(this);
     connect(&seams_, &SeamRows::changed, this, &RowView::updateRows);
 }
@@ -167,12 +168,13 @@ void RowView::fitColumns() {
     }
     grid_.fit(width(), viewport()->width(), rowCount(), captions);
     look_ = presentLook();
-    setColumnHidden(NoteColumn, !grid_.isWide());
     for (int column = 0; column < RowGrid::columns; ++column) {
+        setColumnHidden(column, grid_.columnWidth(column) == 0);
         if (grid_.columnWidth(column) > 0) {
             setColumnWidth(column, grid_.columnWidth(column));
         }
     }
+    header_->setFont(grid_.headerFont());
     painter_.forgetAll();
     header_->updateGeometry();
     header_->viewport()->update();
@@ -203,7 +205,7 @@ int RowView::heightOf(int row) const {
     }
     const int notes = grid_.lineCount(statement->c(field::note)->getString().simplified(), grid_.noteWidth());
     const int lines = grid_.fullLineCount(details);
-    return grid_.heightOfFull(grid_.isWide() ? std::max(lines, notes) : lines + notes);
+    return grid_.heightOfFull(grid_.isWide() ? std::max(lines, notes) : lines + notes + grid_.commandLines());
 }
 
 void RowView::sizeRow(int row) {
@@ -253,7 +255,7 @@ void RowView::openSelected() {
         QScrollBar* const bar = verticalScrollBar();
         updateGeometries();
         bar->setValue(bar->value() + rowViewportPosition(now) - place);
-        scrollTo(model()->index(now, LineColumn));
+        scrollTo(model()->index(now, MarkerColumn));
     }
 }
 
@@ -373,6 +375,11 @@ void RowView::selectionChanged(const QItemSelection& selected, const QItemSelect
             }
         }
     }
+}
+
+/// The column of an index may be hidden in a narrow list.
+void RowView::scrollTo(const QModelIndex& index, ScrollHint hint) {
+    QTableWidget::scrollTo(index.sibling(index.row(), MarkerColumn), hint);
 }
 
 QRect RowView::fieldPlace(int row, LineField field) const {

@@ -49,6 +49,7 @@ public:
     virtual void changeStatement(int row) = 0;
     /// The statement that a row shows.
     [[nodiscard]] virtual ModuleObject* statementAt(int row) const = 0;
+    void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
     /// Where a field of a row is, in the viewport.
     [[nodiscard]] QRect fieldPlace(int row, LineField field) const;
 
