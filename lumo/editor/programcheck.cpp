@@ -77,6 +77,8 @@ void ProgramCheck::check() {
     if (lumo_arm) {
         beginReach();
         slices_.start();
+    } else {
+        emit checked();
     }
 }
 
@@ -91,6 +93,7 @@ const Findings& ProgramCheck::checkNow() {
         }
         takeReach();
     }
+    emit checked();
     return findings_;
 }
 
@@ -115,6 +118,7 @@ void ProgramCheck::advanceReach() {
     } else if (reach_->advance(movesOfSlice)) {
         slices_.stop();
         takeReach();
+        emit checked();
     }
 }
 

@@ -49,6 +49,8 @@ public:
 signals:
     /// The findings, or their lines, are other ones.
     void changed();
+    /// All is checked that was to be.
+    void checked();
 
 private:
     using Place = prog::Findings::const_iterator;

@@ -1,5 +1,10 @@
 #include "widgets/switchbutton.h"
 
+#include "look/scale.h"
+#include "look/tokens.h"
+#include "look/type.h"
+
+#include <QKeyEvent>
 #include <QPainter>
 #include <QPainterPath>
 #include <QResizeEvent>
@@ -11,11 +16,22 @@ constexpr int stepsPerWidth = 10;
 /// The text may reach this far under the round edge of the knob.
 constexpr int textOverlap = 5;
 constexpr int smallestPixelSize = 8;
+constexpr int ringPx = 2;
+
+/// A darker edge sets strong colours off from the page.
+QColor ringOf(const QColor& track) {
+    constexpr int leastSaturation = 40, mostRedHue = 20;
+    if (track.hsvSaturation() < leastSaturation) {
+        return QColor(look::steel);
+    }
+    return track.hsvHue() <= mostRedHue ? QColor(look::redDn) : QColor(look::blueDn);
+}
 
 }  // namespace
 
 SwitchButton::SwitchButton(QWidget* parent) : QWidget(parent), textOn_(tr("开启")), textOff_(tr("关闭")) {
     timer_.setInterval(stepMs);
+    setFocusPolicy(Qt::TabFocus);
     connect(&timer_, &QTimer::timeout, this, &SwitchButton::UpdateValue);
 }
 
@@ -98,6 +114,18 @@ void SwitchButton::UpdateValue() {
 }
 
 void SwitchButton::mousePressEvent(QMouseEvent*) {
+    toggle();
+}
+
+void SwitchButton::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Space && !event->isAutoRepeat()) {
+        toggle();
+    } else {
+        QWidget::keyPressEvent(event);
+    }
+}
+
+void SwitchButton::toggle() {
     checked_ = !checked_;
     emit statusChanged(checked_);
     // At least 1, or a narrow switch would not move.
@@ -139,24 +167,27 @@ void SwitchButton::drawTrack(QPainter& painter) const {
     if (isEnabled()) {
         color.setAlpha(255);
     }
-    const int diameter = qMin(width(), height());
-    QPainterPath ends, middle;
-    ends.setFillRule(Qt::WindingFill);
-    ends.addEllipse(0, 0, diameter, diameter);
-    ends.addEllipse(width() - diameter, 0, diameter, diameter);
-    middle.addRect(diameter / 2, 0, width() - diameter, height());
-    painter.setPen(Qt::NoPen);
+    const qreal half = ringPx / 2.0;
+    const QRectF track = QRectF(rect()).adjusted(half, half, -half, -half);
+    painter.setPen(QPen(hasFocus() ? QColor(look::ink) : ringOf(color), ringPx));
     painter.setBrush(color);
-    painter.drawPath(ends.united(middle));
+    painter.drawRoundedRect(track, track.height() / 2, track.height() / 2);
+    if (hasFocus()) {
+        painter.setPen(QPen(QColor(look::white), 1));
+        painter.setBrush(Qt::NoBrush);
+        const QRectF inner = track.adjusted(ringPx, ringPx, -ringPx, -ringPx);
+        painter.drawRoundedRect(inner, inner.height() / 2, inner.height() / 2);
+    }
 }
 
-/// The widget's font, made smaller if the knob would hide the ends of the text.
+/// Strong type, made smaller if the knob would hide the ends of the text.
 QFont SwitchButton::fittingFont(const QString& text) const {
-    QFont font = this->font();
+    const bool large = height() >= look::px(44);
+    QFont font = look::font(large ? look::Size::Text : look::Size::Caption, look::Weight::Strong);
     const int free = width() - knobSize() - textOverlap - 2 * space_;
-    const int needed = fontMetrics().horizontalAdvance(text);
+    const int needed = QFontMetrics(font).horizontalAdvance(text);
     if (needed > free) {
-        font.setPixelSize(qMax(smallestPixelSize, fontInfo().pixelSize() * qMax(0, free) / needed));
+        font.setPixelSize(qMax(smallestPixelSize, font.pixelSize() * qMax(0, free) / needed));
     }
     return font;
 }

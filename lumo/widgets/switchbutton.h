@@ -5,7 +5,7 @@
 #include <QWidget>
 
 /// A toggle switch: a round knob slides in a rounded track, from off at the left to on at the right. The free
-/// part of the track shows a text.
+/// part of the track shows a text. The space bar switches it as a press does.
 ///
 /// Sizes are in pixels. `radius`, `showText` and `showCircle` are stored, but have no effect on the drawing.
 class SwitchButton : public QWidget {
@@ -60,12 +60,13 @@ public slots:
     void UpdateValue();
 
 signals:
-    /// A mouse press has switched it.
+    /// A press has switched it.
     void statusChanged(bool checked);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
     void showEvent(QShowEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
@@ -77,6 +78,7 @@ private:
             update();
         }
     }
+    void toggle();
     void drawTrack(QPainter& painter) const;
     void drawText(QPainter& painter) const;
     void drawKnob(QPainter& painter) const;

@@ -1,19 +1,18 @@
 #pragma once
 
-#include <QPushButton>
-#include <QStringList>
+#include "widgets/buttonface.h"
 
-/// A push button that breaks a caption into two lines if one is too narrow, between words or at a soft
-/// hyphen. If two lines are too narrow too, the font becomes smaller, down to the smallest readable size.
+#include <QPushButton>
+
+/// A push button whose icon stands over or before its caption, and whose caption may take two lines (see
+/// lumo::ButtonFace).
 class WrapButton : public QPushButton {
     Q_OBJECT
 public:
     explicit WrapButton(QWidget* parent = nullptr);
 
-    /// The caption as it is drawn now, in one or two lines.
-    [[nodiscard]] QStringList shownLines() const;
-    /// Pixel size of the font in which it is drawn.
-    [[nodiscard]] int shownPixelSize() const;
+    /// An icon of the look by its name, before the caption (usual type) or over it (small type).
+    void setFace(const QString& icon, lumo::ButtonFace::Place place);
 
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;
@@ -22,10 +21,8 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    struct Setting {
-        QStringList lines;
-        QFont font;
-    };
-    [[nodiscard]] Setting setting() const;
-    [[nodiscard]] QSize hint(const QStringList& lines) const;
+    [[nodiscard]] lumo::ButtonFace face() const;
+    [[nodiscard]] QSize hint(const QSize& content) const;
+
+    lumo::ButtonFace::Place place_ = lumo::ButtonFace::Place::Before;
 };
