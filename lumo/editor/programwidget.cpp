@@ -4,6 +4,7 @@
 #include "editor/heldstep.h"
 #include "editor/pendantkeys.h"
 #include "editor/programcheck.h"
+#include "editor/projectface.h"
 #include "editor/runcontrols.h"
 #include "editor/startline.h"
 #include "editor/statementcreation.h"
@@ -69,7 +70,10 @@ ProgramWidget::ProgramWidget(QWidget* parent)
     check_ = new ProgramCheck(ui_->tableWidget, this);
     findings_ = new FindingList(check_, ui_->tableWidget, this);
     run_ = new RunControls(ui_->tableWidget, check_, this);
-    startLine_ = new StartLine(ui_->tableWidget, ui_->lblStart, ui_->btnResume, this);
+    startLine_ =
+        new StartLine(ui_->tableWidget, check_,
+                      {ui_->btnStart, ui_->btnRunOnce, ui_->btnReset, ui_->lblStart, ui_->btnResume}, this);
+    face_ = new ProjectFace(ui_.get(), startLine_, this);
     stored_ = new StoredState(this);
     rules_ = std::make_unique<EnablingRules>(buttons());
     setUpJump();
@@ -86,8 +90,6 @@ ProgramWidget::ProgramWidget(QWidget* parent)
     refreshMoveOrderEnable(isEnable_moveorder);
     rcPower(m(key::robotPower)->value());
     onActivity();
-    showStored();
-    showPlace();
 }
 
 ProgramWidget::~ProgramWidget() {
@@ -138,14 +140,12 @@ void ProgramWidget::connectEditing() {
             [this] { changeSelected(&EditorDialogs::askZone); });
     connect(ui_->btnSteptojump, &QPushButton::clicked, this, &ProgramWidget::jump);
     connect(ui_->tableWidget, &ProgramTable::programShown, stored_, &StoredState::touch);
-    connect(stored_, &StoredState::changed, this, &ProgramWidget::showStored);
-    connect(ui_->tableWidget, &ProgramTable::itemSelectionChanged, this, &ProgramWidget::showPlace);
-    connect(ui_->tableWidget, &ProgramTable::programShown, this, &ProgramWidget::showPlace);
 }
 
 void ProgramWidget::connectFindings() {
     ui_->tableWidget->showFindings(check_);
-    connect(check_, &ProgramCheck::changed, this, &ProgramWidget::showFindings);
+    connect(check_, &ProgramCheck::changed, this, [this] { showFindings(false); });
+    connect(check_, &ProgramCheck::checked, this, [this] { showFindings(true); });
     connect(ui_->btnFindings, &FindingsButton::clicked, findings_, &FindingList::toggle);
     connect(findings_, &FindingList::lineChosen, this, [this](int line) {
         ui_->tableWidget->selectOnly(line);
@@ -226,7 +226,6 @@ void ProgramWidget::setProjectPath(const QString& path) {
     run_->setProjectPath(path);
     stored_->setProjectPath(path);
     startLine_->refresh();
-    showStored();
 }
 
 void ProgramWidget::checkStored() {
@@ -284,6 +283,7 @@ void ProgramWidget::refreshMoveOrderEnable(bool enable) {
 
 void ProgramWidget::rcPower(const QVariant& power) {
     rules_->rcPower(power.toString(), isMultiSelection());
+    onActivity();
 }
 
 void ProgramWidget::onState(const QVariant& state) {
@@ -297,6 +297,7 @@ void ProgramWidget::onState(const QVariant& state) {
 /// Stop is enabled for every run, also for a station's, and for the closing before it.
 void ProgramWidget::onActivity() {
     rules_->running(isRunning());
+    face_->setLocked(isRunning() || m(key::robotPower)->getString() == word::on);
 }
 
 void ProgramWidget::onLine(const QVariant& line) {
@@ -452,25 +453,8 @@ void ProgramWidget::deleteByKey() {
 
 // --- Showing --------------------------------------------------------------------------------------
 
-void ProgramWidget::showStored() {
-    if (!stored_->hasFile()) {
-        ui_->lblStored->clear();
-        return;
-    }
-    const bool stored = stored_->isStored();
-    ui_->lblStored->setText(stored ? tr("已保存") : tr("有未保存的更改"));
-    ui_->lblStored->setStyleSheet(stored ? QString()
-                                         : QStringLiteral("color: rgb(200, 80, 0); font-weight: bold;"));
-}
-
-/// Where a statement button inserts.
-void ProgramWidget::showPlace() {
-    const int row = ui_->tableWidget->selectedRow();
-    ui_->lblInsert->setText(row < 0 ? tr("未选中：插入到最前") : tr("插入到第 %1 行之后").arg(row + 1));
-}
-
-void ProgramWidget::showFindings() {
-    ui_->btnFindings->showCounts(errors(), warnings());
+void ProgramWidget::showFindings(bool done) {
+    ui_->btnFindings->showCounts(errors(), warnings(), done);
     emit findingsChanged();
 }
 
@@ -493,9 +477,20 @@ void ProgramWidget::showEvent(QShowEvent* event) {
     stored_->touch();
 }
 
+void ProgramWidget::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    face_->arrange();
+}
+
+QSize ProgramWidget::minimumSizeHint() const {
+    return ProjectFace::leastSize();
+}
+
 void ProgramWidget::changeEvent(QEvent* event) {
     QWidget::changeEvent(event);
     if (event->type() == QEvent::ActivationChange) {
         stored_->touch();
+    } else if (event->type() == QEvent::StyleChange && face_) {
+        face_->arrange();
     }
 }

@@ -21,6 +21,7 @@ class FieldAnswer;
 class FindingList;
 class HeldStep;
 class ProgramCheck;
+class ProjectFace;
 class StartLine;
 class StoredState;
 }  // namespace lumo
@@ -49,6 +50,8 @@ public:
     [[nodiscard]] int errors() const;
     [[nodiscard]] int warnings() const;
     [[nodiscard]] QVariantList impossibleLines() const;
+
+    [[nodiscard]] QSize minimumSizeHint() const override;
 
     /// The file of the open project, which a start saves; empty for none.
     void setProjectPath(const QString& path);
@@ -94,6 +97,7 @@ signals:
 
 protected:
     void showEvent(QShowEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;
 
 private:
@@ -126,9 +130,7 @@ private:
     void onState(const QVariant& state);
     void onActivity();
     void onLine(const QVariant& line);
-    void showStored();
-    void showPlace();
-    void showFindings();
+    void showFindings(bool done);
     [[nodiscard]] bool isMultiSelection() const;
 
     const std::unique_ptr<Ui::ProgramWidget> ui_;
@@ -146,6 +148,7 @@ private:
     lumo::FindingList* findings_;
     RunControls* run_;
     lumo::StartLine* startLine_;
+    lumo::ProjectFace* face_ = nullptr;
     lumo::StoredState* stored_;
     std::unique_ptr<lumo::EnablingRules> rules_;
 };

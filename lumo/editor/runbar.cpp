@@ -28,8 +28,14 @@ constexpr int leastBefore = 86;  // with its icon before it
 /// From the one that shows most to the one that needs least.
 constexpr RunBar::Look looks[] = {
     {192, false, false, false, false}, {172, false, false, false, false}, {172, false, true, false, false},
-    {168, true, true, false, false},   {150, true, true, true, false},    {160, true, true, true, true},
+    {168, true, true, false, false},   {168, true, true, true, false},    {140, true, true, true, false},
+    {160, true, true, false, true},    {140, true, true, true, true},
 };
+
+/// Between the groups of the bar.
+int aroundRule(const RunBar::Look& look) {
+    return look::px(look.wordsOver ? gap : groupGap);
+}
 
 }  // namespace
 
@@ -61,7 +67,7 @@ int RunBar::neededWidth(const Look& look) const {
     for (const WrapToolButton* button : {parts_.point, parts_.stop, parts_.reset}) {
         buttons += look::px(gap) + buttonWidth(button, look.wordsOver);
     }
-    int switches = 2 * look::px(look.captionsOver ? gap : groupGap) + look::px(groupGap);
+    int switches = 2 * look::px(look.captionsOver ? gap : groupGap) + aroundRule(look);
     for (SwitchCell* cell : {weld_, handWeld_}) {
         cell->setCaptionOver(look.captionsOver);
         switches += cell->sizeHint().width();
@@ -69,7 +75,7 @@ int RunBar::neededWidth(const Look& look) const {
     parts_.dry->setCaptionOver(look.captionsOver);
     switches += parts_.dry->sizeHint().width();
     switches += look.shortResult ? parts_.findings->compactWidth() : parts_.findings->fullWidth();
-    const int rule = 2 * look::px(groupGap) + 1;
+    const int rule = 2 * aroundRule(look) + 1;
     return 2 * look::px(margin) + (look.twoRows ? std::max(buttons, switches) : buttons + rule + switches);
 }
 
@@ -140,13 +146,13 @@ void RunBar::arrange() {
     const int edge = look::px(margin);
     QRect row(edge, look::px(gap), width() - 2 * edge, look::px(control));
     placeButtons(look, row);
-    const int x = parts_.reset->geometry().right() + 1 + look::px(groupGap);
+    const int x = parts_.reset->geometry().right() + 1 + aroundRule(look);
     rule_->setVisible(!look.twoRows);
     rule_->setGeometry(x, row.top(), 1, row.height());
     if (look.twoRows) {
         row.translate(0, look::px(control + gap));
     } else {
-        row.setLeft(x + 1 + look::px(groupGap));
+        row.setLeft(x + 1 + aroundRule(look));
     }
     placeSwitches(look, row);
 }

@@ -1,13 +1,18 @@
 #include "editor/startline.h"
 
+#include "editor/programcheck.h"
 #include "editor/programtable.h"
 #include "editor/programwidget.h"
 #include "executor/lumoexecutor.h"
 #include "files/stationrun.h"
+#include "look/tokens.h"
 #include "module/globals.h"
 #include "program/words.h"
+#include "widgets/wraptoolbutton.h"
 
 #include <QLabel>
+#include <QStyle>
+#include <QVariant>
 
 using namespace prog;
 
@@ -75,18 +80,95 @@ QString startText(const StartOutlook& outlook) {
     return outlook.dry ? ProgramWidget::tr("空运行。%1").arg(beginText(outlook)) : beginText(outlook);
 }
 
-StartLine::StartLine(ProgramTable* table, QLabel* label, QWidget* resume, QObject* parent)
-    : QObject(parent), table_(table), label_(label), resume_(resume) {
-    resume_->hide();
-    for (const QLatin1String path :
-         {key::executeState, key::executeLine, key::currentLine, key::weldOpen, key::robotMode,
-          key::weldSwitch, key::handWeldSwitch, key::executeDry, key::executeDryRun, key::executeOverlap}) {
+// --- On the button --------------------------------------------------------------------------------
+
+namespace {
+
+bool isOfAnotherLine(const StartOutlook& outlook) {
+    return outlook.selectedLine >= 0 && outlook.selectedLine != outlook.resumeLine;
+}
+
+bool isLineGone(const StartOutlook& outlook) {
+    return !outlook.finished && !isOfAnotherLine(outlook) &&
+           (outlook.resumeLine < 0 || outlook.resumeLine >= outlook.lineCount);
+}
+
+QString refusalWords(const StartOutlook& outlook) {
+    if (!outlook.projectOpen) {
+        return ProgramWidget::tr("未打开工程");
+    }
+    if (outlook.lineCount == 0) {
+        return ProgramWidget::tr("程序为空");
+    }
+    if (outlook.errors > 0) {
+        return ProgramWidget::tr("程序有错误");
+    }
+    if (!outlook.drivesOn) {
+        return ProgramWidget::tr("驱动未上电");
+    }
+    return isLineGone(outlook)
+               ? ProgramWidget::tr("第 %1 行已不存在", "on the button").arg(outlook.resumeLine + 1)
+               : QString();
+}
+
+QString beginWords(const StartOutlook& outlook) {
+    const int line = outlook.resumeLine + 1;
+    if (isOfAnotherLine(outlook)) {
+        return ProgramWidget::tr("从第 %1 行，先确认").arg(outlook.selectedLine + 1);
+    }
+    if (outlook.finished) {
+        return ProgramWidget::tr("再次从第 1 行");
+    }
+    switch (outlook.weld) {
+        case StartOutlook::Weld::Reopens:
+            return ProgramWidget::tr("第 %1 行，继续出光").arg(line);
+        case StartOutlook::Weld::StaysOff:
+            return ProgramWidget::tr("第 %1 行，不出光").arg(line);
+        case StartOutlook::Weld::None:
+            break;
+    }
+    return (outlook.resumeLine == 0 ? ProgramWidget::tr("从第 %1 行") : ProgramWidget::tr("从第 %1 行继续"))
+        .arg(line);
+}
+
+}  // namespace
+
+bool isStartRefused(const StartOutlook& outlook) {
+    return outlook.run != StartOutlook::Run::Idle || !refusalWords(outlook).isEmpty();
+}
+
+QString startWords(const StartOutlook& outlook) {
+    if (outlook.run == StartOutlook::Run::OfStation) {
+        return ProgramWidget::tr("工位正在运行");
+    }
+    if (outlook.run == StartOutlook::Run::ByHand) {
+        return ProgramWidget::tr("正在执行第 %1 行", "on the button").arg(outlook.runningLine + 1);
+    }
+    const QString refusal = refusalWords(outlook);
+    return refusal.isEmpty() ? beginWords(outlook) : refusal;
+}
+
+bool isStartSpecial(const StartOutlook& outlook) {
+    return outlook.run == StartOutlook::Run::OfStation ||
+           (outlook.run == StartOutlook::Run::Idle && outlook.projectOpen &&
+            (outlook.weld != StartOutlook::Weld::None || isLineGone(outlook)));
+}
+
+// --- Keeping it -----------------------------------------------------------------------------------
+
+StartLine::StartLine(ProgramTable* table, const ProgramCheck* check, const Parts& parts, QObject* parent)
+    : QObject(parent), table_(table), check_(check), parts_(parts) {
+    parts.resume->hide();
+    for (const QLatin1String path : {key::executeState, key::executeLine, key::currentLine, key::weldOpen,
+                                     key::robotMode, key::robotPower, key::weldSwitch, key::handWeldSwitch,
+                                     key::executeDry, key::executeDryRun, key::executeOverlap}) {
         connect(m(path), &ModuleObject::changed, this, &StartLine::refresh);
     }
     connect(m(key::program), &ModuleObject::changed, this, &StartLine::refresh);
     connect(m(key::program), &ModuleObject::removed, this, &StartLine::refresh);
     connect(table, &ProgramTable::programShown, this, &StartLine::refresh);
     connect(table, &ProgramTable::itemSelectionChanged, this, &StartLine::refresh);
+    connect(check, &ProgramCheck::changed, this, &StartLine::refresh);
 }
 
 /// The executor opens the laser again only at a line that lies in the weld that was left open.
@@ -102,6 +184,8 @@ StartOutlook::Weld StartLine::weldOutlook() const {
 StartOutlook StartLine::outlook() const {
     StartOutlook outlook;
     outlook.projectOpen = isEnable_moveorder;
+    outlook.drivesOn = m(key::robotPower)->getString() == word::on;
+    outlook.errors = check_->errors();
     if (m(key::executeState)->getString() != word::idle) {
         outlook.run =
             hand_or_signalbing == stationRun ? StartOutlook::Run::OfStation : StartOutlook::Run::ByHand;
@@ -122,11 +206,39 @@ StartOutlook StartLine::outlook() const {
     return outlook;
 }
 
+/// Primary where a press starts a run; framed where it would only say why not; pale while a program runs.
+void StartLine::showOnButtons(const StartOutlook& now) const {
+    parts_.start->setSecondLine(startWords(now));
+    const bool runs = now.run != StartOutlook::Run::Idle;
+    parts_.point->setMuted(runs);
+    parts_.reset->setMuted(runs);
+    const QString state = runs                  ? QStringLiteral("running")
+                          : isStartRefused(now) ? QStringLiteral("refused")
+                                                : QStringLiteral("true");
+    if (parts_.start->property("primary").toString() == state) {
+        return;
+    }
+    parts_.start->setProperty("primary", state);
+    parts_.start->setFace(QStringLiteral("play"), ButtonFace::Place::Before,
+                          runs                                ? look::off
+                          : state == QLatin1String("refused") ? look::blue
+                                                              : look::white);
+    parts_.start->style()->unpolish(parts_.start);
+    parts_.start->style()->polish(parts_.start);
+}
+
 void StartLine::refresh() {
     const StartOutlook now = outlook();
-    label_->setText(startText(now));
-    resume_->setVisible(now.run == StartOutlook::Run::Idle && now.weld == StartOutlook::Weld::Reopens &&
-                        (now.selectedLine < 0 || now.selectedLine == now.resumeLine));
+    parts_.sentence->setText(startText(now));
+    showOnButtons(now);
+    const bool resumes = now.run == StartOutlook::Run::Idle && now.weld == StartOutlook::Weld::Reopens &&
+                         (now.selectedLine < 0 || now.selectedLine == now.resumeLine);
+    const bool special = isStartSpecial(now);
+    if (special != isSpecial_ || resumes == parts_.resume->isHidden()) {
+        isSpecial_ = special;
+        parts_.resume->setVisible(resumes);
+        emit specialChanged();
+    }
 }
 
 }  // namespace lumo

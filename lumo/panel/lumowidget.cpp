@@ -6,6 +6,7 @@
 #include "editor/pointwidget.h"
 #include "editor/programtable.h"
 #include "editor/programwidget.h"
+#include "editor/storedstate.h"
 #include "executor/lumoexecutor.h"
 #include "files/projectfile.h"
 #include "files/settingsfile.h"
@@ -30,6 +31,7 @@
 #include "widgets/way.h"
 
 #include <QComboBox>
+#include <QLayout>
 #include <QShortcut>
 #include <QStackedWidget>
 #include <QTableWidget>
@@ -60,6 +62,7 @@ LumoWidget::LumoWidget(QWidget* parent) : QWidget(parent), ui_(std::make_unique<
     if (m(prog::key::lumo)->isNull()) {
         load();
     }
+    dressBars();
     makeEditor();
     makeDevicePages();
     makeStationPage();
@@ -117,6 +120,25 @@ void LumoWidget::addFourDefaultSignalsConfig() {
     }
 }
 
+// --- Bars -----------------------------------------------------------------------------------------
+
+void LumoWidget::dressBars() {
+    const std::pair<lumo::PageButton*, const char*> icons[] = {
+        {ui_->btnProject, "project"},      {ui_->btnPort, "port"},
+        {ui_->btnParamCfg, "parameters"},  {ui_->btnMonitor, "monitor"},
+        {ui_->btnDeviceControl, "device"}, {ui_->btnBind, "signal"}};
+    for (const auto& [button, icon] : icons) {
+        button->setIconName(QLatin1String(icon));
+    }
+    ui_->topWgt->setParts({ui_->boxTool, ui_->boxWobj, ui_->lblProject, ui_->lblStored, ui_->btnNew,
+                           ui_->btnOpen, ui_->btnSave, ui_->btnSaveAs});
+}
+
+void LumoWidget::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    ui_->navWidget->fit();
+}
+
 // --- Pages ----------------------------------------------------------------------------------------
 
 // Pages get their final parent at once: a page that moves has each of its widgets styled again.
@@ -126,6 +148,7 @@ void LumoWidget::makeEditor() {
     ui_->stackedWidget->addWidget(editor_);
     connect(editor_, &ProgramWidget::pointBtnClicked, this, &LumoWidget::openPointPage);
     connect(editor_, &ProgramWidget::updateUItoolwobj, this, &LumoWidget::reapplyToolset);
+    connect(editor_->stored(), &lumo::StoredState::changed, this, &LumoWidget::showStored);
     if (!filePath.isEmpty()) {
         editor_->setProjectPath(filePath);
         showProjectName();
@@ -148,13 +171,12 @@ void LumoWidget::makeStationPage() {
             [this](QTableWidget* table) { showSignalsParamWgt(table, false); });
 }
 
-/// Hidden pages do not count for the panel's height. They count for its width, so that it is the same for
-/// every page.
+/// Hidden pages do not count for the panel's size.
 void LumoWidget::sizeByShownPage() {
     QStackedWidget* const pages = ui_->stackedWidget;
     for (int i = 0; i < pages->count(); ++i) {
         const auto policy = i == pages->currentIndex() ? QSizePolicy::Preferred : QSizePolicy::Ignored;
-        pages->widget(i)->setSizePolicy(QSizePolicy::Preferred, policy);
+        pages->widget(i)->setSizePolicy(policy, policy);
     }
 }
 
@@ -262,11 +284,27 @@ void LumoWidget::makeUndo() {
                                          return page == pointPage_ || page == stationPage_;
                                      },
                                      [this](lumo::EditedList list) { return showListPage(list); }};
-    auto* const bar = new lumo::UndoBar(panel, this);
-    // Above the stretch: a folded pendant lies over the lower part of the column.
-    ui_->verticalLayout_3->insertWidget(ui_->verticalLayout_3->count() - 1, bar);
-    connect(ui_->stackedWidget, &QStackedWidget::currentChanged, bar, &lumo::UndoBar::refresh);
+    undo_ = new lumo::UndoBar(panel, this);
+    ui_->topWgt->setUndo(undo_);
+    connect(ui_->stackedWidget, &QStackedWidget::currentChanged, this, &LumoWidget::placeUndo);
+    connect(ui_->stackedWidget, &QStackedWidget::currentChanged, undo_, &lumo::UndoBar::refresh);
     connect(lumo::History::instance(), &lumo::History::restored, this, &LumoWidget::showRestored);
+}
+
+/// In the bar of the project, or in the place that another page has for it.
+void LumoWidget::placeUndo() {
+    QWidget* const page = ui_->stackedWidget->currentWidget();
+    if (page == editor_) {
+        ui_->topWgt->setUndo(undo_);
+        return;
+    }
+    ui_->topWgt->setUndo(nullptr);
+    auto* const place = page ? page->findChild<QWidget*>(QStringLiteral("undoPlace")) : nullptr;
+    undo_->setParent(place ? place : this);
+    undo_->setVisible(place);
+    if (place && place->layout()) {
+        place->layout()->addWidget(undo_);
+    }
 }
 
 std::optional<lumo::EditedList> LumoWidget::listInView() const {
@@ -399,7 +437,14 @@ bool LumoWidget::askToLeave() {
 }
 
 void LumoWidget::showProjectName() {
-    ui_->lblProject->setText(lumo::projectName(filePath));
+    ui_->topWgt->setProject(lumo::projectName(filePath));
+    showStored();
+}
+
+void LumoWidget::showStored() {
+    const lumo::StoredState* const stored = editor_->stored();
+    const QString text = stored->isStored() ? tr("已保存") : tr("未保存");
+    ui_->topWgt->setStored(stored->hasFile() ? text : QString(), !stored->isStored());
 }
 
 // --- Tool and work object -------------------------------------------------------------------------
@@ -427,6 +472,7 @@ void LumoWidget::lockSelectors() {
     const bool running = m(prog::key::executeState)->getString() != prog::word::idle;
     ui_->toolCmb->setDisabled(running);
     ui_->wobjCmb->setDisabled(running);
+    ui_->topWgt->setRunning(running);
 }
 
 void LumoWidget::reapplyToolset() {

@@ -29,6 +29,7 @@ class LumoWidget;
 namespace lumo {
 class ProjectDialogs;
 class Recovery;
+class UndoBar;
 }  // namespace lumo
 
 /// The package's page in the operator panel: the navigation, the top bar of the project, and a stack that
@@ -69,11 +70,15 @@ public:
     /// Closes the page of one station, if there is one.
     void deletSWgt();
 
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
 signals:
     /// The answer to askToLeave().
     void mayLeave();
 
 private:
+    void dressBars();
     void makeEditor();
     void makeDevicePages();
     void makeStationPage();
@@ -89,6 +94,7 @@ private:
     void showDeviceControl();
     void showStations();
     void makeUndo();
+    void placeUndo();
     [[nodiscard]] std::optional<lumo::EditedList> listInView() const;
     bool showListPage(lumo::EditedList list);
     void showRestored(const lumo::Restored& what);
@@ -100,6 +106,7 @@ private:
     void connectProject();
     void projectChosen(const QString& path);
     void showProjectName();
+    void showStored();
 
     void connectToolset();
     void applySelector(const QComboBox* combo);
@@ -111,6 +118,7 @@ private:
     ProgramWidget* editor_ = nullptr;
     lumo::ProjectDialogs* project_ = nullptr;
     lumo::Recovery* recovery_ = nullptr;
+    lumo::UndoBar* undo_ = nullptr;
     StatusMonitorWidget* monitor_ = nullptr;
     DeviceControlWidget* deviceControl_ = nullptr;
     SignalsBindWidget* stations_ = nullptr;

@@ -4,10 +4,10 @@
 #include "module/globals.h"
 #include "program/words.h"
 #include "widgets/messagebox.h"
+#include "widgets/wraptoolbutton.h"
 
 #include <QHBoxLayout>
 #include <QShortcut>
-#include <QToolButton>
 #include <QToolTip>
 
 #include <utility>
@@ -19,11 +19,11 @@ namespace lumo {
 UndoBar::UndoBar(Panel panel, QWidget* page)
     : QWidget(page),
       panel_(std::move(panel)),
-      undo_(makeButton("btnUndo", ":/img/LaserIcon_undo.png", History::Way::Undo)),
-      redo_(makeButton("btnRedo", ":/img/LaserIcon_redo.png", History::Way::Redo)) {
+      undo_(makeButton("btnUndo", QStringLiteral("undo"), tr("撤销"), History::Way::Undo)),
+      redo_(makeButton("btnRedo", QStringLiteral("redo"), tr("重做"), History::Way::Redo)) {
     auto* const row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
-    row->setSpacing(4);
+    row->setSpacing(0);
     row->addWidget(undo_);
     row->addWidget(redo_);
     addKey(QKeySequence(QStringLiteral("Ctrl+Z")), History::Way::Undo);
@@ -38,12 +38,13 @@ UndoBar::UndoBar(Panel panel, QWidget* page)
     refresh();
 }
 
-QToolButton* UndoBar::makeButton(const char* name, const char* icon, History::Way way) {
-    auto* const button = new QToolButton(this);
+WrapToolButton* UndoBar::makeButton(const char* name, const QString& icon, const QString& word,
+                                    History::Way way) {
+    auto* const button = new WrapToolButton(this);
     button->setObjectName(QLatin1String(name));
-    button->setIcon(QIcon(QLatin1String(icon)));
-    button->setIconSize({26, 26});
-    button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    button->setText(word);
+    button->setFace(icon, ButtonFace::Place::Over);
+    button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     connect(button, &QToolButton::clicked, this, [this, way] { go(way); });
     return button;
 }
@@ -61,14 +62,14 @@ bool UndoBar::isLocked(EditedList list) const {
 }
 
 void UndoBar::refresh() {
-    showStep(undo_, History::Way::Undo, tr("撤销"), QStringLiteral("Ctrl+Z"));
-    showStep(redo_, History::Way::Redo, tr("重做"), QStringLiteral("Ctrl+Shift+Z"));
+    showStep(undo_, History::Way::Undo, QStringLiteral("Ctrl+Z"));
+    showStep(redo_, History::Way::Redo, QStringLiteral("Ctrl+Shift+Z"));
 }
 
-void UndoBar::showStep(QToolButton* button, History::Way way, const QString& word, const QString& keys) {
+void UndoBar::showStep(WrapToolButton* button, History::Way way, const QString& keys) {
     const std::optional<History::Step> step = History::instance()->next(way);
     button->setEnabled(step && !isLocked(step->page));
-    button->setToolTip((step ? tr("%1：%2").arg(word, step->text) : word) +
+    button->setToolTip((step ? tr("%1：%2").arg(button->text(), step->text) : button->text()) +
                        QStringLiteral(" (%1)").arg(keys));
 }
 
@@ -93,8 +94,7 @@ void UndoBar::go(History::Way way) {
 
 void UndoBar::tell(const QString& text) const {
     constexpr int shownMs = 5000;
-    QToolTip::showText(undo_->mapToGlobal(QPoint(undo_->width(), -undo_->height())), text, undo_, QRect(),
-                       shownMs);
+    QToolTip::showText(undo_->mapToGlobal(QPoint(0, undo_->height())), text, undo_, QRect(), shownMs);
 }
 
 }  // namespace lumo

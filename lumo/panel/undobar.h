@@ -7,12 +7,12 @@
 #include <functional>
 #include <optional>
 
-class QToolButton;
-
 namespace lumo {
 
-/// The two buttons that undo and redo, below the navigation, and their keys: Ctrl+Z, and Ctrl+Shift+Z or
-/// Ctrl+Y. A field that is being typed in keeps these keys for itself.
+class WrapToolButton;
+
+/// The two buttons that undo and redo, in the bar or the title of each page where they work, and their keys:
+/// Ctrl+Z, and Ctrl+Shift+Z or Ctrl+Y. A field that is being typed in keeps these keys for itself.
 ///
 /// A step changes only what is in view: where the next one belongs to another page, the first press shows
 /// that page and says what would be undone, the second one undoes it.
@@ -32,16 +32,16 @@ public:
     void refresh();
 
 private:
-    QToolButton* makeButton(const char* name, const char* icon, History::Way way);
+    WrapToolButton* makeButton(const char* name, const QString& icon, const QString& word, History::Way way);
     void addKey(const QKeySequence& keys, History::Way way);
     void go(History::Way way);
     [[nodiscard]] bool isLocked(EditedList list) const;
-    void showStep(QToolButton* button, History::Way way, const QString& word, const QString& keys);
+    void showStep(WrapToolButton* button, History::Way way, const QString& keys);
     void tell(const QString& text) const;
 
     const Panel panel_;
-    QToolButton* undo_;
-    QToolButton* redo_;
+    WrapToolButton* undo_;
+    WrapToolButton* redo_;
 };
 
 }  // namespace lumo

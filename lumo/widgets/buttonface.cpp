@@ -122,9 +122,9 @@ QSize ButtonFace::leastSize() const {
 }
 
 void ButtonFace::paintText(QPainter* painter, const QRect& room, const Setting& setting) const {
-    const Qt::Alignment align = Qt::AlignVCenter | (setting.hasIcon && place == Place::Before
-                                                        ? Qt::Alignment(Qt::AlignLeft)
-                                                        : Qt::Alignment(Qt::AlignHCenter));
+    const Qt::Alignment align =
+        Qt::AlignVCenter | (setting.hasIcon && place == Place::Before ? Qt::Alignment(Qt::AlignLeft)
+                                                                      : Qt::Alignment(Qt::AlignHCenter));
     const QSize size = sizeOfText(setting);
     QRect line(room.left(), room.top() + (room.height() - size.height()) / 2, room.width(), 0);
     painter->setFont(sized(font, setting.pixelSize));
@@ -134,8 +134,7 @@ void ButtonFace::paintText(QPainter* painter, const QRect& room, const Setting& 
         line.moveTop(line.bottom() + 1);
     }
     if (!second.isEmpty()) {
-        QFont small =
-            sized(font, std::min(setting.pixelSize, look::sizePx(look::Size::Caption)));
+        QFont small = sized(font, std::min(setting.pixelSize, look::sizePx(look::Size::Caption)));
         small.setWeight(QFont::Normal);
         painter->setFont(small);
         line.setHeight(painter->fontMetrics().height());
@@ -146,14 +145,14 @@ void ButtonFace::paintText(QPainter* painter, const QRect& room, const Setting& 
 void ButtonFace::paint(QPainter* painter, const QRect& room, const QAbstractButton* button) const {
     const Setting setting = fit(room.size());
     const QSize size = sizeOf(setting);
+    const int centred = (room.width() - size.width()) / 2;
+    const int left = room.left() + (leftPx < 0 || !setting.hasIcon ? centred : std::min(leftPx, centred));
     QRect words(room.left(), room.top() + (room.height() - size.height()) / 2, room.width(), size.height());
     if (setting.hasIcon) {
-        const QPoint at = place == Place::Over
-                              ? QPoint(room.center().x() - iconPx / 2 + 1, words.top())
-                              : QPoint(room.left() + (room.width() - size.width()) / 2,
-                                       room.top() + (room.height() - iconPx) / 2);
+        const QPoint at = place == Place::Over ? QPoint(room.center().x() - iconPx / 2 + 1, words.top())
+                                               : QPoint(left, room.top() + (room.height() - iconPx) / 2);
         icon.paint(painter, QRect(at, QSize(iconPx, iconPx)), Qt::AlignCenter,
-                   button->isEnabled() ? QIcon::Normal : QIcon::Disabled,
+                   button->isEnabled() && !isPale ? QIcon::Normal : QIcon::Disabled,
                    button->isChecked() ? QIcon::On : QIcon::Off);
         if (place == Place::Over) {
             words.setTop(at.y() + iconPx + look::px(belowIcon));

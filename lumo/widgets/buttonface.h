@@ -22,7 +22,9 @@ public:
     QString second;  ///< second line; empty: none. Before only
     QIcon icon;      ///< null: none
     int iconPx = 0;
-    QFont font;  ///< of the caption at its usual size
+    int leftPx = -1;  ///< from the room's left to icon or caption, where there is room for that; -1: centred
+    bool isPale = false;  ///< the icon is drawn as on a disabled button
+    QFont font;           ///< of the caption at its usual size
 
     /// How it is drawn in a room.
     struct Setting {

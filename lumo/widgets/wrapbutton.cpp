@@ -10,6 +10,12 @@
 
 using lumo::ButtonFace;
 
+namespace {
+
+constexpr int marginX = 4, marginY = 2;
+
+}  // namespace
+
 WrapButton::WrapButton(QWidget* parent) : QPushButton(parent) {}
 
 void WrapButton::setFace(const QString& icon, ButtonFace::Place place) {
@@ -18,12 +24,20 @@ void WrapButton::setFace(const QString& icon, ButtonFace::Place place) {
     update();
 }
 
+void WrapButton::setPlace(ButtonFace::Place place) {
+    if (place != place_) {
+        place_ = place;
+        update();
+    }
+}
+
 ButtonFace WrapButton::face() const {
     ButtonFace face;
     face.place = place_;
     face.text = text();
     face.icon = icon();
     face.iconPx = look::px(20);
+    face.leftPx = isLeft_ ? look::px(10) : -1;
     face.font = font();
     face.font.setPixelSize(place_ == ButtonFace::Place::Over ? look::sizePx(look::Size::Caption)
                                                              : QFontInfo(font()).pixelSize());
@@ -42,11 +56,10 @@ QSize WrapButton::sizeHint() const {
 }
 
 QSize WrapButton::minimumSizeHint() const {
-    return hint(face().leastSize());
+    return face().leastSize() + QSize(2 * marginX, 2 * marginY);
 }
 
 void WrapButton::paintEvent(QPaintEvent* /*event*/) {
-    constexpr int marginX = 4, marginY = 2;
     QStyleOptionButton option;
     initStyleOption(&option);
     option.text.clear();

@@ -14,6 +14,14 @@ public:
     /// An icon of the look by its name, before the caption (usual type) or over it (small type).
     void setFace(const QString& icon, lumo::ButtonFace::Place place);
 
+    void setPlace(lumo::ButtonFace::Place place);
+    /// Icon and caption begin at the left, so that those of a column stand below one another.
+    void setLeftAligned(bool left) { isLeft_ = left; }
+
+    /// What stands on it, px: with the caption in one line, and the caption alone in two.
+    [[nodiscard]] QSize faceSize() const { return face().size(); }
+    [[nodiscard]] QSize leastFaceSize() const { return face().leastSize(); }
+
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;
 
@@ -25,4 +33,5 @@ private:
     [[nodiscard]] QSize hint(const QSize& content) const;
 
     lumo::ButtonFace::Place place_ = lumo::ButtonFace::Place::Before;
+    bool isLeft_ = false;
 };

@@ -3,17 +3,21 @@
 #include "look/icon.h"
 #include "look/scale.h"
 
+#include <QStyle>
 #include <QStyleOptionToolButton>
 #include <QStylePainter>
 
 namespace lumo {
 
+namespace {
+
+constexpr int marginX = 4, marginY = 2;
+
+}  // namespace
+
 WrapToolButton::WrapToolButton(QWidget* parent) : QToolButton(parent) {}
 
 void WrapToolButton::setFace(const QString& icon, ButtonFace::Place place, QRgb colour, QRgb checked) {
-    if (place_ != place) {
-        size_ = place == ButtonFace::Place::Over ? look::Size::Caption : look::Size::Text;
-    }
     place_ = place;
     setIcon(look::icon(icon, colour == 0 ? look::ink2 : colour, checked == 0 ? look::white : checked));
     update();
@@ -33,6 +37,16 @@ void WrapToolButton::setSecondLine(const QString& text) {
     }
 }
 
+void WrapToolButton::setMuted(bool muted) {
+    if (muted != muted_) {
+        muted_ = muted;
+        setProperty("muted", muted);
+        style()->unpolish(this);
+        style()->polish(this);
+        update();
+    }
+}
+
 ButtonFace WrapToolButton::face() const {
     ButtonFace face;
     face.place = place_;
@@ -40,7 +54,10 @@ ButtonFace WrapToolButton::face() const {
     face.second = second_;
     face.icon = icon();
     face.iconPx = look::px(22);
-    face.font = look::font(size_, weight_);
+    face.leftPx = place_ == ButtonFace::Place::Before ? look::px(10) : -1;
+    face.isPale = muted_;
+    const look::Size usual = place_ == ButtonFace::Place::Over ? look::Size::Caption : look::Size::Text;
+    face.font = look::font(size_.value_or(usual), weight_);
     return face;
 }
 
@@ -50,14 +67,17 @@ QSize WrapToolButton::sizeHint() const {
     return {std::max(control, size.width() + look::px(8)), std::max(control, size.height())};
 }
 
+QSize WrapToolButton::minimumSizeHint() const {
+    return face().leastSize() + QSize(2 * marginX, 2 * marginY);
+}
+
 QColor WrapToolButton::ink() const {
-    return isChecked() ? QColor(look::white)
-                       : palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled,
-                                         QPalette::ButtonText);
+    return isChecked()
+               ? QColor(look::white)
+               : palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled, QPalette::ButtonText);
 }
 
 void WrapToolButton::paintEvent(QPaintEvent* /*event*/) {
-    constexpr int marginX = 4, marginY = 2;
     QStyleOptionToolButton option;
     initStyleOption(&option);
     option.text.clear();

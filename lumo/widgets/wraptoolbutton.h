@@ -6,6 +6,8 @@
 
 #include <QToolButton>
 
+#include <optional>
+
 namespace lumo {
 
 /// A tool button with the face of a WrapButton.
@@ -21,9 +23,12 @@ public:
     /// What the press will do, in small type below the caption.
     void setSecondLine(const QString& text);
     [[nodiscard]] QString secondLine() const { return second_; }
+    /// Pale, because a press would only say why not; it can still be pressed.
+    void setMuted(bool muted);
 
     [[nodiscard]] QSize sizeHint() const override;
-    [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
+    /// For the caption in two lines.
+    [[nodiscard]] QSize minimumSizeHint() const override;
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -33,9 +38,10 @@ protected:
 
 private:
     ButtonFace::Place place_ = ButtonFace::Place::Over;
-    look::Size size_ = look::Size::Caption;
+    std::optional<look::Size> size_;  ///< empty: the usual one
     look::Weight weight_ = look::Weight::Plain;
     QString second_;
+    bool muted_ = false;
 };
 
 }  // namespace lumo

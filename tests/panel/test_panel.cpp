@@ -171,8 +171,11 @@ private slots:
                 }
                 QCOMPARE(test::boxes(), QStringList("当前不是空闲状态").mid(button == "btnSaveAs" ? 1 : 0));
                 bench_.makePage();
-                bench_.click("btnNew");
-                bench_.click("btnOpen");
+                // Only hidden while something runs; a host may press them.
+                for (const char* hidden : {"btnNew", "btnOpen"}) {
+                    QVERIFY(!bench_.find<QAbstractButton>(hidden));
+                    test::child<QAbstractButton>(bench_.page.get(), hidden)->click();
+                }
                 bench_.trigger("start", 0);
                 QWidget* const bar = table()->verticalScrollBar();
                 QContextMenuEvent event(QContextMenuEvent::Mouse, QPoint(2, 2),
@@ -204,7 +207,7 @@ private slots:
         combo("wobjCmb")->addItem("another");  // in no list of the host: only the name changes
         combo("wobjCmb")->setCurrentText("another");
         bench_.time.advance(1000);
-        QCOMPARE(bench_.find<QLabel>("lblStored")->text(), "有未保存的更改");
+        QCOMPARE(bench_.find<QLabel>("lblStored")->text(), "未保存");
         bench_.makePage();
         QCOMPARE(bench_.shownProject(), "seam");
         const QString shown = test::text(m("lumo.default.default_toolset"));
@@ -219,7 +222,7 @@ private slots:
         bench_.waitUntilIdle();
     }
 
-    /// Hidden pages do not make the panel higher. The last two pages of a kind are kept: they may be saving.
+    /// Hidden pages do not make the panel larger. The last two pages of a kind are kept: they may be saving.
     void visitedPage_leavesTheEditorAsItWas() {
         const QSize size = bench_.page->minimumSizeHint();
         QVERIFY(!bench_.page->styleSheet().isEmpty());  // the theme's
@@ -231,7 +234,6 @@ private slots:
                 visited << shownPage();
                 QVERIFY(!bench_.find<QWidget>("topWgt") && bench_.find<QToolButton>(button)->isChecked());
                 bench_.time.settle();
-                QCOMPARE(bench_.page->minimumSizeHint().width(), size.width());
                 bench_.click("btnProject");
                 bench_.time.settle();
                 QVERIFY(isEditor() && bench_.page->minimumSizeHint() == size);

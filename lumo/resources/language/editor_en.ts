@@ -2,6 +2,13 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en_US" sourcelanguage="zh_CN">
 <context>
+    <name>FindingsButton</name>
+    <message>
+        <source>已检查</source>
+        <translation>Checked</translation>
+    </message>
+</context>
+<context>
     <name>QObject</name>
     <message>
         <source>空走</source>
@@ -402,14 +409,6 @@
         <translation>Line %1 no longer exists: reset or select a line</translation>
     </message>
     <message>
-        <source>已保存</source>
-        <translation>Saved</translation>
-    </message>
-    <message>
-        <source>有未保存的更改</source>
-        <translation>Unsaved changes</translation>
-    </message>
-    <message>
         <source>%1。</source>
         <translation>%1.</translation>
     </message>
@@ -449,14 +448,85 @@
         <source>插入到第 %1 行之后</source>
         <translation>Inserts below line %1</translation>
     </message>
+    <message>
+        <source>完整文本</source>
+        <translation>Full text</translation>
+    </message>
+    <message>
+        <source>插入</source>
+        <translation>Insert</translation>
+    </message>
+    <message>
+        <source>复位</source>
+        <comment>on the button</comment>
+        <translation>Reset</translation>
+    </message>
+    <message>
+        <source>未选中行</source>
+        <translation>No line selected</translation>
+    </message>
+    <message>
+        <source>第 %1 行</source>
+        <translation>Line %1</translation>
+    </message>
+    <message>
+        <source>未打开工程</source>
+        <translation>no project open</translation>
+    </message>
+    <message>
+        <source>程序为空</source>
+        <comment>on the button</comment>
+        <translation>program is empty</translation>
+    </message>
+    <message>
+        <source>程序有错误</source>
+        <translation>program has errors</translation>
+    </message>
+    <message>
+        <source>驱动未上电</source>
+        <translation>drives are off</translation>
+    </message>
+    <message>
+        <source>第 %1 行已不存在</source>
+        <comment>on the button</comment>
+        <translation>line %1 is gone</translation>
+    </message>
+    <message>
+        <source>从第 %1 行，先确认</source>
+        <translation>at line %1, asks first</translation>
+    </message>
+    <message>
+        <source>再次从第 1 行</source>
+        <translation>again from line 1</translation>
+    </message>
+    <message>
+        <source>第 %1 行，继续出光</source>
+        <translation>line %1, laser on again</translation>
+    </message>
+    <message>
+        <source>第 %1 行，不出光</source>
+        <translation>line %1, laser stays off</translation>
+    </message>
+    <message>
+        <source>从第 %1 行</source>
+        <translation>from line %1</translation>
+    </message>
+    <message>
+        <source>从第 %1 行继续</source>
+        <translation>goes on at line %1</translation>
+    </message>
+    <message>
+        <source>工位正在运行</source>
+        <translation>a station runs</translation>
+    </message>
+    <message>
+        <source>正在执行第 %1 行</source>
+        <comment>on the button</comment>
+        <translation>running line %1</translation>
+    </message>
 </context>
 <context>
     <name>lumo::DryRunRow</name>
-    <message>
-        <source>空运行</source>
-        <comment>on the switch</comment>
-        <translation>DRY</translation>
-    </message>
     <message>
         <source>空运行</source>
         <translation>Dry run</translation>
@@ -693,6 +763,81 @@
     <message>
         <source>送丝 ON</source>
         <translation>wire ON</translation>
+    </message>
+</context>
+<context>
+    <name>lumo::RunPanel</name>
+    <message>
+        <source>焊缝 %1 / %2</source>
+        <translation>Seam %1 of %2</translation>
+    </message>
+    <message>
+        <source> / %1 mm，不出光</source>
+        <translation> of %1 mm, laser off</translation>
+    </message>
+    <message>
+        <source> / %1 mm 已焊</source>
+        <translation> of %1 mm welded</translation>
+    </message>
+    <message>
+        <source>程序没有焊缝</source>
+        <translation>The program has no seam</translation>
+    </message>
+    <message>
+        <source>焊缝已全部走完</source>
+        <translation>All seams are done</translation>
+    </message>
+    <message>
+        <source>开</source>
+        <translation>on</translation>
+    </message>
+    <message>
+        <source>关</source>
+        <translation>off</translation>
+    </message>
+    <message>
+        <source>速度</source>
+        <translation>Speed</translation>
+    </message>
+    <message>
+        <source> mm/s</source>
+        <translation> mm/s</translation>
+    </message>
+    <message>
+        <source>激光功率</source>
+        <translation>Laser power</translation>
+    </message>
+    <message>
+        <source>激光占空比</source>
+        <translation>Duty cycle</translation>
+    </message>
+    <message>
+        <source>保护气</source>
+        <translation>Gas</translation>
+    </message>
+    <message>
+        <source>送丝速度</source>
+        <translation>Wire speed</translation>
+    </message>
+    <message>
+        <source>第 %1 至 %2 行</source>
+        <translation>Lines %1 to %2</translation>
+    </message>
+    <message>
+        <source>%1 mm</source>
+        <translation>%1 mm</translation>
+    </message>
+    <message>
+        <source>本件的焊缝</source>
+        <translation>Seams of this part</translation>
+    </message>
+    <message>
+        <source>程序正在运行，不能编辑</source>
+        <translation>Editing is locked: a program is running</translation>
+    </message>
+    <message>
+        <source>驱动已上电，不能编辑</source>
+        <translation>Editing is locked: the drives are on</translation>
     </message>
 </context>
 </TS>

@@ -2,6 +2,13 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="ru_RU" sourcelanguage="zh_CN">
 <context>
+    <name>FindingsButton</name>
+    <message>
+        <source>已检查</source>
+        <translation>Проверено</translation>
+    </message>
+</context>
+<context>
     <name>QObject</name>
     <message>
         <source>空走</source>
@@ -402,14 +409,6 @@
         <translation>Строки %1 больше нет: сделайте сброс или выберите строку</translation>
     </message>
     <message>
-        <source>已保存</source>
-        <translation>Сохранено</translation>
-    </message>
-    <message>
-        <source>有未保存的更改</source>
-        <translation>Не сохранено</translation>
-    </message>
-    <message>
         <source>%1。</source>
         <translation>%1.</translation>
     </message>
@@ -449,17 +448,88 @@
         <source>插入到第 %1 行之后</source>
         <translation>Вставка после строки %1</translation>
     </message>
+    <message>
+        <source>完整文本</source>
+        <translation>Весь текст</translation>
+    </message>
+    <message>
+        <source>插入</source>
+        <translation>Добавить</translation>
+    </message>
+    <message>
+        <source>复位</source>
+        <comment>on the button</comment>
+        <translation>Сброс</translation>
+    </message>
+    <message>
+        <source>未选中行</source>
+        <translation>Строка не выбрана</translation>
+    </message>
+    <message>
+        <source>第 %1 行</source>
+        <translation>Строка %1</translation>
+    </message>
+    <message>
+        <source>未打开工程</source>
+        <translation>проект не открыт</translation>
+    </message>
+    <message>
+        <source>程序为空</source>
+        <comment>on the button</comment>
+        <translation>программа пуста</translation>
+    </message>
+    <message>
+        <source>程序有错误</source>
+        <translation>в программе ошибки</translation>
+    </message>
+    <message>
+        <source>驱动未上电</source>
+        <translation>приводы выключены</translation>
+    </message>
+    <message>
+        <source>第 %1 行已不存在</source>
+        <comment>on the button</comment>
+        <translation>строки %1 больше нет</translation>
+    </message>
+    <message>
+        <source>从第 %1 行，先确认</source>
+        <translation>строка %1, с вопросом</translation>
+    </message>
+    <message>
+        <source>再次从第 1 行</source>
+        <translation>снова со строки 1</translation>
+    </message>
+    <message>
+        <source>第 %1 行，继续出光</source>
+        <translation>строка %1, лазер вкл.</translation>
+    </message>
+    <message>
+        <source>第 %1 行，不出光</source>
+        <translation>строка %1, без лазера</translation>
+    </message>
+    <message>
+        <source>从第 %1 行</source>
+        <translation>со строки %1</translation>
+    </message>
+    <message>
+        <source>从第 %1 行继续</source>
+        <translation>далее со строки %1</translation>
+    </message>
+    <message>
+        <source>工位正在运行</source>
+        <translation>работает пост</translation>
+    </message>
+    <message>
+        <source>正在执行第 %1 行</source>
+        <comment>on the button</comment>
+        <translation>строка %1</translation>
+    </message>
 </context>
 <context>
     <name>lumo::DryRunRow</name>
     <message>
         <source>空运行</source>
-        <comment>on the switch</comment>
-        <translation>ТЕСТ</translation>
-    </message>
-    <message>
-        <source>空运行</source>
-        <translation>Пробный проход</translation>
+        <translation>Без луча</translation>
     </message>
     <message>
         <source>整个程序运动，不出光、不送气、不送丝，红光指示焊缝</source>
@@ -697,6 +767,81 @@
     <message>
         <source>送丝 ON</source>
         <translation>проволока ON</translation>
+    </message>
+</context>
+<context>
+    <name>lumo::RunPanel</name>
+    <message>
+        <source>焊缝 %1 / %2</source>
+        <translation>Шов %1 из %2</translation>
+    </message>
+    <message>
+        <source> / %1 mm，不出光</source>
+        <translation> из %1 мм, без лазера</translation>
+    </message>
+    <message>
+        <source> / %1 mm 已焊</source>
+        <translation> из %1 мм сварено</translation>
+    </message>
+    <message>
+        <source>程序没有焊缝</source>
+        <translation>В программе нет швов</translation>
+    </message>
+    <message>
+        <source>焊缝已全部走完</source>
+        <translation>Все швы пройдены</translation>
+    </message>
+    <message>
+        <source>开</source>
+        <translation>вкл.</translation>
+    </message>
+    <message>
+        <source>关</source>
+        <translation>выкл.</translation>
+    </message>
+    <message>
+        <source>速度</source>
+        <translation>Скорость</translation>
+    </message>
+    <message>
+        <source> mm/s</source>
+        <translation> мм/с</translation>
+    </message>
+    <message>
+        <source>激光功率</source>
+        <translation>Мощность</translation>
+    </message>
+    <message>
+        <source>激光占空比</source>
+        <translation>Заполнение</translation>
+    </message>
+    <message>
+        <source>保护气</source>
+        <translation>Газ</translation>
+    </message>
+    <message>
+        <source>送丝速度</source>
+        <translation>Проволока</translation>
+    </message>
+    <message>
+        <source>第 %1 至 %2 行</source>
+        <translation>Строки %1–%2</translation>
+    </message>
+    <message>
+        <source>%1 mm</source>
+        <translation>%1 мм</translation>
+    </message>
+    <message>
+        <source>本件的焊缝</source>
+        <translation>Швы этой детали</translation>
+    </message>
+    <message>
+        <source>程序正在运行，不能编辑</source>
+        <translation>Правка закрыта: программа выполняется</translation>
+    </message>
+    <message>
+        <source>驱动已上电，不能编辑</source>
+        <translation>Правка закрыта: приводы включены</translation>
     </message>
 </context>
 </TS>

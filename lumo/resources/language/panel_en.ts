@@ -147,5 +147,13 @@
         <source>当前不是空闲状态</source>
         <translation>Robot is not idle</translation>
     </message>
+    <message>
+        <source>已保存</source>
+        <translation>Saved</translation>
+    </message>
+    <message>
+        <source>未保存</source>
+        <translation>Not saved</translation>
+    </message>
 </context>
 </TS>

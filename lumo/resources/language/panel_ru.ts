@@ -147,5 +147,13 @@
         <source>当前不是空闲状态</source>
         <translation>Робот занят</translation>
     </message>
+    <message>
+        <source>已保存</source>
+        <translation>Сохранено</translation>
+    </message>
+    <message>
+        <source>未保存</source>
+        <translation>Не сохранено</translation>
+    </message>
 </context>
 </TS>
