@@ -1,5 +1,6 @@
 #include "editor/projectface.h"
 
+#include "editor/buttonrow.h"
 #include "editor/inspector.h"
 #include "editor/programwidget.h"
 #include "editor/runpanel.h"
@@ -47,11 +48,6 @@ QRect takenFromBottom(QRect* area, int height) {
     taken.setTop(area->bottom() + 1 - height);
     area->setBottom(taken.top() - 1);
     return taken;
-}
-
-int widthOver(const WrapButton* button, bool least) {
-    const int words = (least ? button->leastFaceSize() : button->faceSize()).width();
-    return std::max(look::px(control), words + look::px(10));
 }
 
 }  // namespace
@@ -299,61 +295,22 @@ void ProjectFace::placeRows(QRect area) {
 // --- Below the list -------------------------------------------------------------------------------
 
 void ProjectFace::takeRowOfCells(QRect* area, const Widgets& cells) {
-    QRect row = takenFromBottom(area, rowHeight()).adjusted(0, look::px(gap), 0, -look::px(gap));
-    const int between = look::px(gap);
-    const double each = double(row.width() - between * (cells.size() - 1)) / cells.size();
+    const QRect row = takenFromBottom(area, rowHeight()).adjusted(0, look::px(gap), 0, -look::px(gap));
+    const QVector<QRect> places = equalPlaces(row, cells.size());
     for (int i = 0; i < cells.size(); ++i) {
-        const int left = row.left() + qRound(i * (each + between));
-        const int right = row.left() + qRound(i * (each + between) + each);
-        show(cells[i], QRect(left, row.top(), right - left, row.height()));
+        show(cells[i], places[i]);
     }
 }
 
-/// Buttons as wide as their words, in groups that share what is left.
 void ProjectFace::takeEditRow(QRect* area) {
     const QRect row = takenFromBottom(area, rowHeight()).adjusted(0, look::px(gap), 0, -look::px(gap));
     const QList<QList<WrapButton*>> groups = editGroups();
-    QList<WrapButton*> all;
-    for (const auto& group : groups) {
-        all += group;
-    }
-    QVector<int> widths;
-    int needed = 0;
-    for (const WrapButton* button : all) {
-        widths.append(widthOver(button, false));
-        needed += widths.last();
-    }
-    const int inner = all.size() - groups.size(), outer = groups.size() - 1;
-    int between = look::px(gap);
-    // The widest words take two lines first.
-    QList<int> order;
-    for (int i = 0; i < all.size(); ++i) {
-        order.append(i);
-    }
-    std::stable_sort(order.begin(), order.end(), [&widths](int a, int b) { return widths[a] > widths[b]; });
-    for (int i = 0; i < order.size() && needed + (inner + outer) * between > row.width(); ++i) {
-        const int least = widthOver(all[order[i]], true);
-        needed -= std::max(0, widths[order[i]] - least);
-        widths[order[i]] = std::min(widths[order[i]], least);
-    }
-    if (needed + (inner + outer) * between > row.width()) {
-        between = look::px(gap) / 2;
-    }
-    int left = std::max(0, row.width() - needed - (inner + outer) * between);
-    const int wider = std::min(left / (outer + 1) / 2, look::px(16));
-    left -= wider * outer;
-    const double grow = double(left) / all.size();
-    const double shrink =
-        std::min(1.0, double(row.width() - (inner + outer) * between) / std::max(1, needed));
-    double x = row.left();
+    const QVector<QRect> places = groupPlaces(row, groups);
     int at = 0;
     for (const auto& group : groups) {
         for (WrapButton* const button : group) {
-            const double width = widths[at++] * shrink + grow;
-            show(button, QRect(qRound(x), row.top(), qRound(x + width) - qRound(x), row.height()));
-            x += width + between;
+            show(button, places[at++]);
         }
-        x += wider;
     }
 }
 
