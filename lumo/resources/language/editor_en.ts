@@ -442,11 +442,11 @@
     </message>
     <message>
         <source>未选中：插入到最前</source>
-        <translation>Nothing selected: inserts at the top</translation>
+        <translation>Insert at the top</translation>
     </message>
     <message>
         <source>插入到第 %1 行之后</source>
-        <translation>Inserts below line %1</translation>
+        <translation>Insert below line %1</translation>
     </message>
     <message>
         <source>完整文本</source>

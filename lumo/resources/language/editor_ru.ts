@@ -442,7 +442,7 @@
     </message>
     <message>
         <source>未选中：插入到最前</source>
-        <translation>Ничего не выбрано: вставка в начало</translation>
+        <translation>Вставка в начало</translation>
     </message>
     <message>
         <source>插入到第 %1 行之后</source>
