@@ -27,7 +27,7 @@ constexpr int largeColumn = 288;   // where the list beside it has all of its co
 constexpr int usualColumn = 277;   // elsewhere
 constexpr int secondColumn = 320;  // of the inspector
 /// Widths of a page from which on it has rows, a column with captions below the icons, a column, and two.
-constexpr int rowsFrom = 560, smallColumnFrom = 780, columnFrom = 1000, twoColumnsFrom = 1400;
+constexpr int rowsFrom = 640, smallColumnFrom = 780, columnFrom = 1000, twoColumnsFrom = 1400;
 constexpr int largeColumnFrom = 1080;
 /// Height of a column that holds what changes a line, too.
 constexpr int tallColumn = 732;
@@ -134,7 +134,7 @@ QList<QList<WrapButton*>> ProjectFace::editGroups() const {
                                         {form_->btnCopy, form_->btnPaste, form_->btnDel},
                                         {form_->multiBtn, form_->speedBtn, form_->turningBtn},
                                         {form_->anotationBtn}};
-    if (width_ == Width::Column || width_ == Width::TwoColumns) {
+    if (width_ != Width::SmallColumn) {
         groups.append({form_->btnFullRows});
     }
     return groups;
@@ -277,7 +277,7 @@ void ProjectFace::placeRows(QRect area) {
     } else if (width_ == Width::Rows) {
         takeEditRow(&area);
         area.setBottom(area.bottom() + look::px(gap));
-        takeRowOfCells(&area, insertButtons() + Widgets{form_->btnFullRows});
+        takeRowOfCells(&area, insertButtons());
     } else {
         Widgets cells = form_->btnTools->isChecked()
                             ? insertButtons() + Widgets{form_->lineEdit_steptojump, form_->btnSteptojump}

@@ -98,7 +98,7 @@ QString refusalWords(const StartOutlook& outlook) {
         return ProgramWidget::tr("未打开工程");
     }
     if (outlook.lineCount == 0) {
-        return ProgramWidget::tr("程序为空");
+        return ProgramWidget::tr("程序为空", "on the button");
     }
     if (outlook.errors > 0) {
         return ProgramWidget::tr("程序有错误");

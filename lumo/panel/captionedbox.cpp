@@ -15,7 +15,7 @@ namespace {
 // At factor 1.
 constexpr int left = 12;   // of caption and entry
 constexpr int arrow = 36;  // right of them
-constexpr int captionTop = 6;
+constexpr int captionTop = 5;
 
 }  // namespace
 
@@ -45,7 +45,7 @@ void CaptionedBox::resizeEvent(QResizeEvent* event) {
     words->raise();
     selector()->setGeometry(rect());
     words->setGeometry(look::px(left), look::px(captionTop), width() - look::px(left + arrow),
-                       QFontMetrics(words->font()).height());
+                       words->sizeHint().height());
 }
 
 }  // namespace lumo

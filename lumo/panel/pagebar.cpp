@@ -206,15 +206,14 @@ void PageBar::placeBoxes(int left, int right, int top) {
 }
 
 void PageBar::placeName(const QRect& place) {
-    const QFontMetrics small(look::font(look::Size::Caption));
-    const bool hasState = !parts_.stored->text().isEmpty();
-    const int name = parts_.name->heightForWidth(place.width());
-    const int state = hasState ? small.height() : 0;
-    const int top = place.top() + (place.height() - name - state) / 2;
-    parts_.name->setGeometry(place.left(), top, place.width(), name);
-    parts_.stored->setGeometry(place.left(), top + name, place.width(), small.height());
     parts_.stored->setFont(
         look::font(look::Size::Caption, isStrong_ ? look::Weight::Strong : look::Weight::Plain));
+    const bool hasState = !parts_.stored->text().isEmpty();
+    const int name = parts_.name->heightForWidth(place.width());
+    const int state = hasState ? parts_.stored->sizeHint().height() : 0;
+    const int top = place.top() + (place.height() - name - state) / 2;
+    parts_.name->setGeometry(place.left(), top, place.width(), name);
+    parts_.stored->setGeometry(place.left(), top + name, place.width(), state);
     parts_.stored->setVisible(hasState);
 }
 

@@ -39,7 +39,7 @@ void PageButton::paintEvent(QPaintEvent* /*event*/) {
     shown.iconPx = look::px(28);
     shown.font = look::font(look::Size::Caption, isChecked() ? look::Weight::Strong : look::Weight::Plain);
     painter.setPen(QColor(isChecked() ? look::blue : look::ink2));
-    shown.paint(&painter, rect().adjusted(edge, edge, -edge, -edge), this);
+    shown.paint(&painter, rect().adjusted(0, edge, 0, -edge), this);
 }
 
 }  // namespace lumo

@@ -13,6 +13,7 @@ public:
 
     void setIconName(const QString& name);
     [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override { return face().leastSize(); }
 
 protected:
     void paintEvent(QPaintEvent* event) override;

@@ -46,8 +46,8 @@ QSize SwitchCell::switchSize() const {
 }
 
 QSize SwitchCell::captionSize() const {
-    const QFontMetrics metrics(look::font(over_ ? look::Size::Caption : look::Size::Text));
-    return {metrics.horizontalAdvance(caption_->text()) + 2, metrics.height()};
+    caption_->setFont(look::font(over_ ? look::Size::Caption : look::Size::Text));
+    return caption_->sizeHint();
 }
 
 QSize SwitchCell::sizeHint() const {
@@ -61,7 +61,6 @@ void SwitchCell::arrange() {
         return;
     }
     const QSize button = switchSize(), caption = captionSize();
-    caption_->setFont(look::font(over_ ? look::Size::Caption : look::Size::Text));
     caption_->setAlignment(over_ ? Qt::AlignCenter : Qt::AlignLeft | Qt::AlignVCenter);
     if (over_) {
         const int top = (height() - caption.height() - button.height()) / 2;

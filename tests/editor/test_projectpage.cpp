@@ -38,7 +38,11 @@ class TestProjectPage : public EditorTest {
 
 private slots:
     void init() { reset(); }
-    void cleanup() { look::setFactor(1); }
+    void cleanup() {
+        look::setFactor(1);
+        leaveWeldOpen(false);
+        m("lumo.execute.dry")->setValue(this, false);
+    }
 
     void nothingOverlaps_andAllCanBeReached_inEveryWidth() {
         const std::tuple<int, int, double> sizes[] = {
@@ -63,7 +67,7 @@ private slots:
                 if (locked) {
                     QVERIFY(areShown("btnStepBack btnStepForward") && !find("btnMoveJ")->isVisible());
                 } else {
-                    const bool inTurn = width < 560;
+                    const bool inTurn = width < 640;
                     QVERIFY(areShown("btnEdit btnDown btnUp btnCopy btnPaste btnDel multiBtn anotationBtn"));
                     QVERIFY(inTurn != areShown("btnMoveJ btnDelay"));
                     if (inTurn) {

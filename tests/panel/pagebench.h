@@ -40,6 +40,7 @@ public:
         ScriptedRobot::setPower("off");
     }
     void makePage() {
+        instantiatedCenterWidget()->resize(1184, 704);  // with a column of tools
         page = std::make_unique<LumoWidget>();
         instantiatedCenterWidget()->addWidget(page.get());
         instantiatedCenterWidget()->setCurrentWidget(page.get());

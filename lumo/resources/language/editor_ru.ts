@@ -258,7 +258,7 @@
     </message>
     <message>
         <source>延时</source>
-        <translation>Задержка</translation>
+        <translation>Задерж­ка</translation>
     </message>
     <message>
         <source>步跳转</source>
