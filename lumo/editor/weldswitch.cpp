@@ -7,7 +7,7 @@ namespace lumo {
 
 void setUpSwitch(SwitchButton* button, QWidget* page, QLatin1String path) {
     button->setBgColorOn(Qt::red);
-    button->setBgColorOff(Qt::gray);
+    button->setBgColorOff(QColor(QStringLiteral("gray")));
     button->setTextOn(QStringLiteral("ON"));
     button->setTextOff(QStringLiteral("OFF"));
     ModuleObject* const node = m(path);

@@ -6,7 +6,9 @@
 
 namespace lumo {
 
-NavigationColumn::NavigationColumn(QWidget* parent) : QWidget(parent) {}
+NavigationColumn::NavigationColumn(QWidget* parent) : QWidget(parent) {
+    setAttribute(Qt::WA_StyledBackground);
+}
 
 void NavigationColumn::fit() {
     constexpr int usual = 96, small = 80, smallBelow = 1200, mediumPx = 112;
