@@ -491,6 +491,6 @@ void ProgramWidget::changeEvent(QEvent* event) {
     if (event->type() == QEvent::ActivationChange) {
         stored_->touch();
     } else if (event->type() == QEvent::StyleChange && face_) {
-        face_->arrange();
+        face_->rearrange();
     }
 }

@@ -54,8 +54,8 @@ QRect takenFromBottom(QRect* area, int height) {
 
 ProjectFace::ProjectFace(const Ui::ProgramWidget* form, const StartLine* start, QWidget* page)
     : QObject(page), form_(form), start_(start), page_(page) {
-    connect(start, &StartLine::specialChanged, this, &ProjectFace::arrange);
-    connect(form->btnTools, &QAbstractButton::toggled, this, &ProjectFace::arrange);
+    connect(start, &StartLine::specialChanged, this, &ProjectFace::rearrange);
+    connect(form->btnTools, &QAbstractButton::toggled, this, &ProjectFace::rearrange);
     connect(form->btnFullRows, &QAbstractButton::toggled, form->tableWidget, &ProgramTable::setFullRows);
     form->toolGround->lower();
     form->toolGround->setAttribute(Qt::WA_TransparentForMouseEvents);
@@ -108,7 +108,7 @@ QSize ProjectFace::leastSize() {
 void ProjectFace::setLocked(bool locked) {
     if (locked != locked_) {
         locked_ = locked;
-        arrange();
+        rearrange();
     }
 }
 
@@ -199,7 +199,14 @@ void ProjectFace::hideOthers() {
 
 // --- Dividing the page ----------------------------------------------------------------------------
 
+void ProjectFace::rearrange() {
+    if (isArranged_) {
+        arrange();
+    }
+}
+
 void ProjectFace::arrange() {
+    isArranged_ = true;
     shown_.clear();
     width_ = widthOf(page_->width());
     QRect area = page_->rect();

@@ -33,8 +33,10 @@ public:
 
     /// The bench, or the desk.
     void setLocked(bool locked);
-    /// After a change of the page's size, of the scale or of what is to be seen.
+    /// After a change of the page's size.
     void arrange();
+    /// After a change of the scale or of what is to be seen; nothing before the page has its size.
+    void rearrange();
     [[nodiscard]] static QSize leastSize();
 
 private:
@@ -77,6 +79,7 @@ private:
     RunPanel* run_ = nullptr;         ///< from the first time that it is shown
     Inspector* inspector_ = nullptr;  ///< likewise
     bool locked_ = false;
+    bool isArranged_ = false;
     Width width_ = Width::Column;
     Widgets shown_;  ///< while the page is being arranged: what has a place
 };

@@ -291,19 +291,18 @@ void LumoWidget::makeUndo() {
     connect(lumo::History::instance(), &lumo::History::restored, this, &LumoWidget::showRestored);
 }
 
-/// In the bar of the project, or in the place that another page has for it.
+/// In the bar of the project, behind the title of another page, or below the navigation where a page's title
+/// stands in no row.
 void LumoWidget::placeUndo() {
-    QWidget* const page = ui_->stackedWidget->currentWidget();
+    const QWidget* const page = ui_->stackedWidget->currentWidget();
     if (page == editor_) {
         ui_->topWgt->setUndo(undo_);
         return;
     }
     ui_->topWgt->setUndo(nullptr);
-    auto* const place = page ? page->findChild<QWidget*>(QStringLiteral("undoPlace")) : nullptr;
-    undo_->setParent(place ? place : this);
-    undo_->setVisible(place);
-    if (place && place->layout()) {
-        place->layout()->addWidget(undo_);
+    undo_->setVisible(listInView().has_value());
+    if (!undo_->isHidden() && !undo_->standIn(page, QStringLiteral("label"))) {
+        ui_->verticalLayout_3->addWidget(undo_);
     }
 }
 

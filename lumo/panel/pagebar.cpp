@@ -124,6 +124,9 @@ int PageBar::boxWidth(const CaptionedBox* box) {
 
 /// Also while a program runs, when there are fewer buttons: what stands below the bar keeps its place.
 bool PageBar::hasTwoRows() const {
+    if (!isSized_) {
+        return false;  // most windows have room for one
+    }
     const QFontMetrics name(look::font(look::Size::Text, look::Weight::Strong));
     const int boxes = boxWidth(parts_.tool) + boxWidth(parts_.workObject) + look::px(gap);
     const int words = std::max(look::px(leastName), name.horizontalAdvance(parts_.name->text()));
@@ -218,7 +221,7 @@ void PageBar::placeName(const QRect& place) {
 }
 
 void PageBar::arrange() {
-    if (!parts_.name) {
+    if (!isSized_) {
         return;
     }
     if (height() != sizeHint().height()) {
@@ -237,6 +240,7 @@ void PageBar::arrange() {
 
 void PageBar::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
+    isSized_ = true;
     arrange();
 }
 

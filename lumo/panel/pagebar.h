@@ -77,6 +77,7 @@ private:
     QWidget* rule_;
     bool running_ = false;
     bool isStrong_ = false;
+    bool isSized_ = false;  ///< the layout has given it a width
 };
 
 }  // namespace lumo

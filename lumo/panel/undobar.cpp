@@ -21,6 +21,8 @@ UndoBar::UndoBar(Panel panel, QWidget* page)
       panel_(std::move(panel)),
       undo_(makeButton("btnUndo", QStringLiteral("undo"), tr("撤销"), History::Way::Undo)),
       redo_(makeButton("btnRedo", QStringLiteral("redo"), tr("重做"), History::Way::Redo)) {
+    setObjectName(QStringLiteral("undoBar"));
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
     auto* const row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(0);
@@ -36,6 +38,19 @@ UndoBar::UndoBar(Panel panel, QWidget* page)
         connect(executor, &LumoExecutor::activityChanged, this, &UndoBar::refresh);
     }
     refresh();
+}
+
+bool UndoBar::standIn(const QWidget* page, const QString& title) {
+    auto* const label = page->findChild<QWidget*>(title);
+    const QList<QHBoxLayout*> rows = label ? page->findChildren<QHBoxLayout*>() : QList<QHBoxLayout*>();
+    for (QHBoxLayout* const row : rows) {
+        const int place = row->indexOf(label);
+        if (place >= 0) {
+            row->insertWidget(place + 1, this);
+            return true;
+        }
+    }
+    return false;
 }
 
 WrapToolButton* UndoBar::makeButton(const char* name, const QString& icon, const QString& word,

@@ -30,6 +30,8 @@ public:
 
     /// To be called when another page is shown.
     void refresh();
+    /// Goes behind the title of a page, a label of this name; false where that stands in no row.
+    bool standIn(const QWidget* page, const QString& title);
 
 private:
     WrapToolButton* makeButton(const char* name, const QString& icon, const QString& word, History::Way way);

@@ -44,6 +44,7 @@ public:
         page = std::make_unique<LumoWidget>();
         instantiatedCenterWidget()->addWidget(page.get());
         instantiatedCenterWidget()->setCurrentWidget(page.get());
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
     }
 
     /// The first visible widget of this kind and name; null when there is none.
