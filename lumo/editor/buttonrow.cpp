@@ -14,6 +14,7 @@ namespace {
 constexpr int leastWidth = 48;
 constexpr int aroundWords = 10;
 constexpr int usualGap = 8;
+constexpr int many = 8;
 constexpr int mostGroupGap = 16;  // more than between buttons
 
 int widthOver(const WrapButton* button, bool least) {
@@ -41,7 +42,7 @@ void wrapWidest(const QList<WrapButton*>& buttons, int room, QVector<int>* width
 }  // namespace
 
 QVector<QRect> equalPlaces(const QRect& row, int count) {
-    const int between = look::px(usualGap);
+    const int between = count > many ? look::px(usualGap) / 2 : look::px(usualGap);
     const double each = double(row.width() - between * (count - 1)) / count;
     QVector<QRect> places;
     for (int i = 0; i < count; ++i) {

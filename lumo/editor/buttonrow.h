@@ -8,7 +8,7 @@ class WrapButton;
 
 namespace lumo {
 
-/// The places of buttons of equal width in a row, from left to right.
+/// The places of buttons of equal width in a row, from left to right; closer together where there are many.
 [[nodiscard]] QVector<QRect> equalPlaces(const QRect& row, int count);
 
 /// The places of buttons with their icons over their words, in groups, one list for all: as wide as their

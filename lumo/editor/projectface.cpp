@@ -27,7 +27,7 @@ constexpr int largeColumn = 288;   // where the list beside it has all of its co
 constexpr int usualColumn = 277;   // elsewhere
 constexpr int secondColumn = 320;  // of the inspector
 /// Widths of a page from which on it has rows, a column with captions below the icons, a column, and two.
-constexpr int rowsFrom = 640, smallColumnFrom = 780, columnFrom = 1000, twoColumnsFrom = 1400;
+constexpr int rowsFrom = 688, smallColumnFrom = 780, columnFrom = 1000, twoColumnsFrom = 1400;
 constexpr int largeColumnFrom = 1080;
 /// Height of a column that holds what changes a line, too.
 constexpr int tallColumn = 732;
@@ -143,6 +143,10 @@ QList<QList<WrapButton*>> ProjectFace::editGroups() const {
 ProjectFace::Widgets ProjectFace::editButtons() const {
     return {form_->btnEdit, form_->btnDown,  form_->btnUp,    form_->btnCopy,    form_->btnPaste,
             form_->btnDel,  form_->multiBtn, form_->speedBtn, form_->turningBtn, form_->anotationBtn};
+}
+
+ProjectFace::Widgets ProjectFace::jumpParts() const {
+    return {form_->lineEdit_steptojump, form_->btnSteptojump};
 }
 
 ProjectFace::Width ProjectFace::widthOf(int pagePx) {
@@ -276,21 +280,20 @@ void ProjectFace::placeRows(QRect area) {
     for (QWidget* const button : editing) {
         static_cast<WrapButton*>(button)->setPlace(ButtonFace::Place::Over);
     }
-    for (WrapButton* const button : {form_->btnFullRows, form_->btnTools}) {
+    for (WrapButton* const button : {form_->btnFullRows, form_->btnTools, form_->btnSteptojump}) {
         button->setPlace(ButtonFace::Place::Over);
     }
+    form_->lineEdit_steptojump->setPlaceholderText(ProgramWidget::tr("行"));
     if (locked_) {
         takeSteps(&area);
     } else if (width_ == Width::Rows) {
         takeEditRow(&area);
         area.setBottom(area.bottom() + look::px(gap));
-        takeRowOfCells(&area, insertButtons());
+        takeRowOfCells(&area, insertButtons() + jumpParts());
     } else {
-        Widgets cells = form_->btnTools->isChecked()
-                            ? insertButtons() + Widgets{form_->lineEdit_steptojump, form_->btnSteptojump}
-                            : editButtons() + Widgets{form_->btnFullRows};
+        Widgets cells = form_->btnTools->isChecked() ? insertButtons() + jumpParts()
+                                                     : editButtons() + Widgets{form_->btnFullRows};
         cells.append(form_->btnTools);
-        form_->btnSteptojump->setPlace(ButtonFace::Place::Over);
         takeRowOfCells(&area, cells.mid(6));
         area.setBottom(area.bottom() + look::px(gap));
         takeRowOfCells(&area, cells.mid(0, 6));
@@ -370,6 +373,7 @@ void ProjectFace::takeGrid(QRect* column, const Widgets& cells) {
 /// Caption, field and button; in a small column the caption stands over the others.
 void ProjectFace::takeJump(QRect* column) {
     form_->btnSteptojump->setPlace(ButtonFace::Place::Before);
+    form_->lineEdit_steptojump->setPlaceholderText(QString());  // it has its caption
     const int between = look::px(gap);
     QRect caption;
     if (width_ == Width::SmallColumn) {

@@ -49,6 +49,8 @@ private:
     [[nodiscard]] Widgets insertButtons() const;
     [[nodiscard]] QList<QList<WrapButton*>> editGroups() const;
     [[nodiscard]] Widgets editButtons() const;
+    /// Without the caption.
+    [[nodiscard]] Widgets jumpParts() const;
     [[nodiscard]] static Width widthOf(int pagePx);
     [[nodiscard]] int columnWidth() const;
     [[nodiscard]] bool isTall(int columnPx) const;

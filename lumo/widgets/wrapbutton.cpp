@@ -12,7 +12,7 @@ using lumo::ButtonFace;
 
 namespace {
 
-constexpr int marginX = 4, marginY = 2;
+constexpr int marginX = 2, marginY = 2;
 
 }  // namespace
 

@@ -67,9 +67,9 @@ private slots:
                 if (locked) {
                     QVERIFY(areShown("btnStepBack btnStepForward") && !find("btnMoveJ")->isVisible());
                 } else {
-                    const bool inTurn = width < 640;
+                    const bool inTurn = width < 688;
                     QVERIFY(areShown("btnEdit btnDown btnUp btnCopy btnPaste btnDel multiBtn anotationBtn"));
-                    QVERIFY(inTurn != areShown("btnMoveJ btnDelay"));
+                    QVERIFY(inTurn != areShown("btnMoveJ btnDelay lineEdit_steptojump btnSteptojump"));
                     if (inTurn) {
                         click(find("btnTools"));
                         QVERIFY(areShown("btnMoveJ btnDelay lineEdit_steptojump btnSteptojump"));

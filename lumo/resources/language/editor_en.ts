@@ -524,6 +524,10 @@
         <comment>on the button</comment>
         <translation>running line %1</translation>
     </message>
+    <message>
+        <source>行</source>
+        <translation>line</translation>
+    </message>
 </context>
 <context>
     <name>lumo::DryRunRow</name>

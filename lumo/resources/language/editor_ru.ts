@@ -524,6 +524,10 @@
         <comment>on the button</comment>
         <translation>строка %1</translation>
     </message>
+    <message>
+        <source>行</source>
+        <translation>№</translation>
+    </message>
 </context>
 <context>
     <name>lumo::DryRunRow</name>
