@@ -21,7 +21,7 @@ constexpr int gap = 8;
 constexpr int margin = 16;
 constexpr int smallMargin = 8;
 constexpr int titleHeight = 32;
-constexpr int jumpField = 72;
+constexpr int jumpField = 72, leastJumpField = 52;
 constexpr int smallColumn = 232;
 constexpr int largeColumn = 288;   // where the list beside it has all of its columns
 constexpr int usualColumn = 277;   // elsewhere
@@ -388,7 +388,9 @@ void ProjectFace::takeJump(QRect* column) {
         const int goTo = form_->btnSteptojump->faceSize().width() + look::px(24);
         button.setLeft(row.right() + 1 - goTo);
         field.setRight(button.left() - 1 - between);
-        field.setLeft(field.right() + 1 - look::px(jumpField));
+        const int words = form_->label->fontMetrics().horizontalAdvance(form_->label->text());
+        const int room = field.width() - words - between;
+        field.setLeft(field.right() + 1 - std::clamp(room, look::px(leastJumpField), look::px(jumpField)));
         caption = row;
         caption.setRight(field.left() - 1 - between / 2);
     }

@@ -27,7 +27,7 @@ constexpr int leastBefore = 86;  // with its icon before it
 
 /// From the one that shows most to the one that needs least.
 constexpr RunBar::Look looks[] = {
-    {192, false, false, false, false}, {172, false, false, false, false}, {172, false, true, false, false},
+    {192, false, false, false, false}, {164, false, false, false, false}, {172, false, true, false, false},
     {168, true, true, false, false},   {168, true, true, true, false},    {140, true, true, true, false},
     {160, true, true, false, true},    {140, true, true, true, true},
 };

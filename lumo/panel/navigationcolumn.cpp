@@ -13,7 +13,8 @@ NavigationColumn::NavigationColumn(QWidget* parent) : QWidget(parent) {
 void NavigationColumn::fit() {
     constexpr int usual = 96, small = 80, smallBelow = 1200, mediumPx = 112;
     const bool medium = look::factor() > 1 && look::factor() < 1.5;
-    const int wanted = medium ? mediumPx : look::px(window()->width() < smallBelow ? small : usual);
+    constexpr int line = 1;  // beside it
+    const int wanted = (medium ? mediumPx : look::px(window()->width() < smallBelow ? small : usual)) - line;
     if (maximumWidth() != wanted) {
         setFixedWidth(wanted);
         const int gap = look::px(8);
