@@ -200,7 +200,7 @@ private slots:
     }
 
     void rail_isNotCovered_andTakesFocusByF9() {
-        auto* const field = find<QLineEdit>("lineEdit_steptojump");
+        auto* const field = find<QComboBox>("toolCmb");
         field->setFocus();
         key(Qt::Key_F9);
         QVERIFY(find("power1")->hasFocus());

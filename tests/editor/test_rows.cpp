@@ -119,6 +119,7 @@ private slots:
         page->changeStatement(3);
         QCOMPARE(heights()[3], compact[4]);
         QCOMPARE(heights()[4], compact[3]);
+        table()->setInspected(false);
         act("2");  // opens with its full text
         QVERIFY(heights()[2] > compact[2]);
         table()->setInspected(true);
