@@ -92,9 +92,7 @@ void ProjectFace::dress() {
                                                          {form_->btnSetDO, "set_output"},
                                                          {form_->btnDelay, "delay"},
                                                          {form_->btnSteptojump, "goto"},
-                                                         {form_->btnTools, "plus"},
-                                                         {form_->btnStepBack, "chevron_left"},
-                                                         {form_->btnStepForward, "chevron_right"}};
+                                                         {form_->btnTools, "plus"}};
     for (const auto& [button, icon] : icons) {
         button->setFace(QLatin1String(icon), ButtonFace::Place::Before);
         button->setLeftAligned(true);

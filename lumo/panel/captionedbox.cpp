@@ -14,7 +14,7 @@ namespace {
 
 // At factor 1.
 constexpr int left = 12;   // of caption and entry
-constexpr int arrow = 36;  // right of them
+constexpr int arrow = 42;  // right of them
 constexpr int captionTop = 5;
 
 }  // namespace

@@ -501,11 +501,11 @@
     </message>
     <message>
         <source>第 %1 行，继续出光</source>
-        <translation>line %1, laser on again</translation>
+        <translation>line %1, laser on</translation>
     </message>
     <message>
         <source>第 %1 行，不出光</source>
-        <translation>line %1, laser stays off</translation>
+        <translation>line %1, laser off</translation>
     </message>
     <message>
         <source>从第 %1 行</source>
