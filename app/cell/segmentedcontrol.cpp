@@ -66,6 +66,9 @@ int SegmentedControl::current() const {
 }
 
 void SegmentedControl::setChoiceShown(int index, bool shown) {
+    if (buttons_->button(index)->isHidden() != shown) {
+        return;
+    }
     buttons_->button(index)->setVisible(shown);
     QList<QAbstractButton*> there;
     const QList<QAbstractButton*> all = buttons_->buttons();

@@ -15,7 +15,7 @@ namespace {
 
 constexpr double standOffM = 0.02;  // of the nozzle
 constexpr int mostWidth = 110;      // px of a part, however near it is
-constexpr int mostNozzle = 28;
+constexpr int mostTorch = 72, mostNozzle = 22;
 constexpr double partWidthsM[] = {0.15, 0.14, 0.12, 0.10, 0.08};  // from the base to the torch
 constexpr double torchWidthM = 0.06, nozzleWidthM = 0.012;
 
@@ -101,7 +101,7 @@ void paintArm(QPainter* painter, const Camera& camera, const std::vector<Positio
     const TorchPlaces places = torchPlaces(camera, skeleton);
     painter->setPen(QPen(glass(look::ink3, 0.6), 1.4, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
     painter->setBrush(glass(look::steel, 0.22));
-    painter->drawPolygon(torch(places.flange, places.nozzle, widthPx(camera, torchWidthM, 14, mostWidth),
+    painter->drawPolygon(torch(places.flange, places.nozzle, widthPx(camera, torchWidthM, 14, mostTorch),
                                widthPx(camera, nozzleWidthM, 6, mostNozzle)));
     if (laser) {
         painter->setPen(QPen(QColor(look::red), 2.5, Qt::SolidLine, Qt::FlatCap));

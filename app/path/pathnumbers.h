@@ -3,15 +3,21 @@
 #include "app/path/camera.h"
 #include "app/path/pathlayout.h"
 
-#include <QSet>
+#include <QPointF>
 
 class QPainter;
 
 namespace app {
 
-/// Writes the numbers of lines beside their targets: those of moves without welding as far as there is room,
-/// and a tag for each selected line. With the painter's font.
+/// The middle of the targets in view: numbers stand on the other side of their targets.
+[[nodiscard]] QPointF middleOf(const Camera& camera, const std::vector<PathMove>& moves);
+
+/// Writes the numbers of the lines of moves without welding beside their targets, as far as there is room.
+/// With the painter's font.
 void paintNumbers(QPainter* painter, const Camera& camera, const std::vector<PathMove>& moves,
-                  const QSet<int>& selected);
+                  const QPointF& middle);
+
+/// The number of a line as a tag beside its target.
+void paintTag(QPainter* painter, const Camera& camera, const PathMove& move, const QPointF& middle);
 
 }  // namespace app

@@ -55,7 +55,10 @@ PathPage::PathPage(SeamTrack* seams, const workcell::PackageFlags& package, QWid
     connect(&program_, &ProgramFollower::replaced, second_, &PathView::showWelds);
     connect(m(prog::key::executeState), &mendo::ModuleObject::changed, this, &PathPage::onState);
     connect(m(prog::key::currentLine), &mendo::ModuleObject::changed, this, &PathPage::showSelection);
-    connect(sights_, &SegmentedControl::clicked, this, &PathPage::setSight);
+    connect(sights_, &SegmentedControl::clicked, this, [this](int sight) {
+        isSightChosen_ = true;
+        setSight(sight);
+    });
     for (PathView* view : views()) {
         connect(view, &PathView::lineTapped, this, &PathPage::choose);
     }
@@ -126,8 +129,12 @@ void PathPage::arrange() {
     }
     sights_->setChoiceShown(Both, isWide);
     foot_->setBrief(isWide);
-    if (!isWide && sights_->current() == Both) {
-        setSight(Space);
+    // Both where there is room for them, until the operator has chosen.
+    const int sight = sights_->current();
+    const bool isChosen = isSightChosen_ && (isWide || sight != Both);
+    const int wanted = isChosen ? sight : (isWide ? Both : Space);
+    if (wanted != sight) {
+        setSight(wanted);
     }
 }
 

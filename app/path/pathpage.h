@@ -84,6 +84,7 @@ private:
     PathFoot* foot_;
     QTimer later_;  ///< until the program rests, where laying it out takes long
     bool isSlow_ = false;
+    bool isSightChosen_ = false;  ///< by the operator
     bool showsStation_ = false;
     bool showsSeam_ = false;  ///< the weld of the chosen line was asked for last
 };

@@ -16,8 +16,6 @@ namespace app {
 
 namespace {
 
-constexpr double haloBeyond = 6;  // px at either side of a line
-
 double pointRadius() {
     return look::px(3) + 0.2;
 }
@@ -82,10 +80,9 @@ double PathPainter::barPixels() {
     return look::px(100);
 }
 
-bool PathPainter::isOut(const QPolygonF& line) const {
-    constexpr double margin = 20;
-    const QRectF box = line.boundingRect().adjusted(-margin, -margin, margin, margin);
-    return !box.intersects(camera_.area());
+bool PathPainter::isOut(const QRectF& box) const {
+    constexpr double margin = 24;
+    return !box.adjusted(-margin, -margin, margin, margin).intersects(part_);
 }
 
 // --- Sheet ------------------------------------------------------------------------------------------
@@ -93,8 +90,8 @@ bool PathPainter::isOut(const QPolygonF& line) const {
 void PathPainter::paintGround(const Extent& extent) {
     constexpr double slope = 0.02;  // rad; nearer to a plane it is seen as one
     painter_->save();
-    painter_->fillRect(camera_.area(), QColor(look::white));
-    painter_->setClipRect(camera_.area(), Qt::IntersectClip);
+    painter_->fillRect(part_, QColor(look::white));
+    painter_->setClipRect(part_, Qt::IntersectClip);
     painter_->setRenderHint(QPainter::Antialiasing, false);
     painter_->setPen(QPen(QColor(look::rule), 1));
     if (camera_.height() < slope || camera_.height() > Camera::fromAbove - slope) {
@@ -145,10 +142,16 @@ void PathPainter::paintGroundGrid(const Extent& extent) {
 }
 
 void PathPainter::paintAxes() {
-    const double length = look::px(34), margin = look::px(48), least = look::px(8), away = look::px(11);
-    const QPointF corner = camera_.area().bottomLeft() + QPointF(margin, -margin + look::px(8));
+    const double length = look::px(34), margin = look::px(16), least = look::px(8), away = look::px(11);
     const std::pair<Position, QString> axes[] = {
         {{1, 0, 0}, QStringLiteral("X")}, {{0, 1, 0}, QStringLiteral("Y")}, {{0, 0, 1}, QStringLiteral("Z")}};
+    QRectF needed(0, 0, 1, 1);  // of the ends with their names, from where they meet
+    for (const auto& axis : axes) {
+        const QPointF end = camera_.direction(axis.first) * (length + 2 * away);
+        needed = needed.united(QRectF(end, QPointF()).normalized());
+    }
+    const QPointF corner =
+        camera_.area().bottomLeft() + QPointF(margin - needed.left(), -margin - needed.bottom());
     painter_->setPen(QPen(QColor(look::ink2), 1.6, Qt::SolidLine, Qt::RoundCap));
     for (const auto& [axis, name] : axes) {
         const QPointF end = camera_.direction(axis) * length;
@@ -186,51 +189,47 @@ void PathPainter::paintFrame(const QString& title, const QString& barText) {
 
 // --- Path -------------------------------------------------------------------------------------------
 
-/// A line for each weld, of moves that follow each other.
-QVector<QPolygonF> PathPainter::channels(const std::vector<PathMove>& moves) const {
+/// A line for each weld, of moves that follow each other. Those that are out of the part are left out: the
+/// ends that this makes are not seen.
+QVector<QPolygonF> PathPainter::channels(const std::vector<PathMove>& moves,
+                                         const std::vector<SeenMove>& seen) const {
     QVector<QPolygonF> lines;
     const PathMove* before = nullptr;
-    for (const PathMove& move : moves) {
-        if (signOf(move) == PathSign::Weld) {
-            const QPolygonF path = seenPath(camera_, move);
-            if (before && before->seam == move.seam) {
-                lines.last() << path;
-            } else {
-                lines << path;
-            }
+    for (std::size_t i = 0; i < moves.size(); ++i) {
+        const bool isThere = signOf(moves[i]) == PathSign::Weld && !isOut(seen[i].box);
+        if (isThere && before && before->seam == moves[i].seam) {
+            lines.last() << seen[i].track;
+        } else if (isThere) {
+            lines << seen[i].track;
         }
-        before = signOf(move) == PathSign::Weld ? &move : nullptr;
+        before = isThere ? &moves[i] : nullptr;
     }
-    lines.erase(
-        std::remove_if(lines.begin(), lines.end(), [this](const QPolygonF& line) { return isOut(line); }),
-        lines.end());
     return lines;
 }
 
-void PathPainter::paintMoves(const std::vector<PathMove>& moves, const QSet<int>& selected) {
+void PathPainter::paintMoves(const std::vector<PathMove>& moves, const std::vector<SeenMove>& seen,
+                             const std::vector<std::size_t>& chosen) {
     painter_->save();
-    painter_->setClipRect(camera_.area(), Qt::IntersectClip);
+    painter_->setClipRect(part_, Qt::IntersectClip);
     painter_->setRenderHint(QPainter::Antialiasing, !draft_);
     painter_->setBrush(Qt::NoBrush);
     const double width = seamWidth(camera_);
-    for (const PathMove& move : moves) {
-        if (selected.contains(move.line)) {
-            const double bare = move.weld ? width : 2;
-            painter_->setPen(
-                QPen(QColor(look::halo), bare + 2 * haloBeyond, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-            painter_->drawPolyline(seenPath(camera_, move));
-        }
+    for (const std::size_t i : chosen) {
+        const double bare = moves[i].weld ? width : 2;
+        painter_->setPen(
+            QPen(QColor(look::halo), bare + 2 * haloBeyond, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        painter_->drawPolyline(seen[i].track);
     }
-    for (const PathMove& move : moves) {
-        const QPolygonF path = seenPath(camera_, move);
-        const bool isChannel = signOf(move) == PathSign::Weld;
-        if (!isOut(path) && (draft_ || !isChannel)) {
-            painter_->setPen(draft_ && isChannel ? QPen(QColor(look::steel), 3) : penOf(signOf(move)));
-            painter_->drawPolyline(path);
+    for (std::size_t i = 0; i < moves.size(); ++i) {
+        const PathSign sign = signOf(moves[i]);
+        const bool isChannel = sign == PathSign::Weld;
+        if (!isOut(seen[i].box) && (draft_ || !isChannel)) {
+            painter_->setPen(draft_ && isChannel ? QPen(QColor(look::steel), 3) : penOf(sign));
+            painter_->drawPolyline(seen[i].track);
         }
     }
     if (!draft_) {
-        look::paintChannels(painter_, channels(moves), width);
+        look::paintChannels(painter_, channels(moves, seen), width);
     }
     painter_->restore();
 }
@@ -240,7 +239,7 @@ void PathPainter::paintSeams(const std::deque<Polyline>& pieces) {
     painter_->setClipRect(camera_.area(), Qt::IntersectClip);
     for (const Polyline& piece : pieces) {
         const QPolygonF line = seenLine(camera_, piece);
-        if (!isOut(line)) {
+        if (!isOut(line.boundingRect())) {
             look::paintBead(painter_, line, seamWidth(camera_), 0, true);
         }
     }
@@ -257,27 +256,37 @@ void PathPainter::paintGaps(const std::vector<Polyline>& pieces) {
     painter_->restore();
 }
 
-void PathPainter::paintPoints(const std::vector<PathMove>& moves, const QSet<int>& selected) {
-    if (draft_) {
-        return;
-    }
+void PathPainter::paintPoints(const std::vector<PathMove>& moves, const std::vector<SeenMove>& seen) {
     painter_->save();
-    painter_->setClipRect(camera_.area(), Qt::IntersectClip);
+    painter_->setClipRect(part_, Qt::IntersectClip);
     painter_->setRenderHint(QPainter::Antialiasing);
     QPointF last(-1e6, -1e6);
-    for (const PathMove& move : moves) {
-        const QPointF point = camera_.seen(move.target);
-        if (!camera_.area().contains(point) || (point - last).manhattanLength() < 1) {
+    for (std::size_t i = 0; i < moves.size(); ++i) {
+        const QPointF& point = seen[i].target;
+        if (!part_.contains(point) || (point - last).manhattanLength() < 1) {
             continue;
         }
         last = point;
         drawPoint(painter_, point);
-        if (move.impossible) {
+        if (moves[i].impossible) {
             drawCross(painter_, point);
         }
     }
+    painter_->restore();
+}
+
+void PathPainter::paintWelded(const std::vector<PathMove>& moves, const Extent& extent,
+                              const std::vector<Polyline>& gaps, const std::deque<Polyline>& pieces) {
+    const std::vector<SeenMove> seen = seenMoves(camera_, moves);
+    paintGround(extent);
+    paintMoves(moves, seen);
+    paintGaps(gaps);
+    paintSeams(pieces);
+    paintPoints(moves, seen);
+    painter_->save();
+    painter_->setRenderHint(QPainter::Antialiasing);
     painter_->setFont(look::font(look::Size::Caption));
-    paintNumbers(painter_, camera_, moves, selected);
+    paintNumbers(painter_, camera_, moves, middleOf(camera_, moves));
     painter_->restore();
 }
 

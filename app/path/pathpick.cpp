@@ -52,9 +52,18 @@ QPolygonF seenLine(const Camera& camera, const Polyline& line) {
     return points;
 }
 
-QPolygonF seenPath(const Camera& camera, const PathMove& move) {
-    QPolygonF points = seenLine(camera, move.path);
-    return move.corner.empty() ? points : points << seenLine(camera, move.corner);
+std::vector<SeenMove> seenMoves(const Camera& camera, const std::vector<PathMove>& moves) {
+    std::vector<SeenMove> seen;
+    seen.reserve(moves.size());
+    for (const PathMove& move : moves) {
+        QPolygonF track = seenLine(camera, move.path);
+        if (!move.corner.empty()) {
+            track << seenLine(camera, move.corner);
+        }
+        const QRectF box = track.boundingRect();
+        seen.push_back({std::move(track), box, camera.seen(move.target)});
+    }
+    return seen;
 }
 
 std::optional<int> lineAt(const std::vector<PathMove>& moves, const Camera& camera, const QPointF& place,
@@ -62,10 +71,11 @@ std::optional<int> lineAt(const std::vector<PathMove>& moves, const Camera& came
     constexpr double samePlacePx = 2;
     std::vector<std::pair<double, int>> near;  // distance and line
     double nearest = reach;
-    for (const PathMove& move : moves) {
-        const double distance = distanceTo(seenPath(camera, move), place);
+    const std::vector<SeenMove> seen = seenMoves(camera, moves);
+    for (std::size_t i = 0; i < moves.size(); ++i) {
+        const double distance = distanceTo(seen[i].track, place);
         if (distance <= reach) {
-            near.emplace_back(distance, move.line);
+            near.emplace_back(distance, moves[i].line);
             nearest = std::min(nearest, distance);
         }
     }

@@ -9,9 +9,15 @@
 
 namespace app {
 
-/// A move on the screen, its corner included. Points nearer than a pixel or two to each other are left out: a
-/// long path has many.
-[[nodiscard]] QPolygonF seenPath(const Camera& camera, const PathMove& move);
+/// A move on the screen, its corner included.
+struct SeenMove {
+    QPolygonF track;
+    QRectF box;
+    QPointF target;
+};
+
+[[nodiscard]] std::vector<SeenMove> seenMoves(const Camera& camera, const std::vector<PathMove>& moves);
+/// Points nearer than a pixel or two to each other are left out: a long path has many.
 [[nodiscard]] QPolygonF seenLine(const Camera& camera, const Polyline& line);
 /// Appends to a line on the screen what was added to one in space behind its first `from` positions.
 void extendSeen(const Camera& camera, const Polyline& line, std::size_t from, QPolygonF* seen);

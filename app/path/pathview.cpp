@@ -2,10 +2,8 @@
 
 #include "app/path/armglass.h"
 #include "app/path/pathpainter.h"
-#include "app/path/pathpick.h"
 #include "app/path/seamtrack.h"
 #include "look/scale.h"
-#include "look/seam.h"
 #include "look/tokens.h"
 
 #include <QGestureEvent>
@@ -22,7 +20,6 @@ namespace {
 
 constexpr int frameMs = 40;
 constexpr int restMs = 150;
-constexpr std::size_t longPath = 4000;  // points; longer ones are drafted while they are dragged
 constexpr double zoomStep = 1.25;
 constexpr double keyStepPx = 40;
 constexpr double wheelStep = 120;  // angle of a notch, in eighths of a degree
@@ -42,18 +39,10 @@ double heightOf(PathView::Side side) {
     return 0;
 }
 
-std::size_t pointsOf(const std::vector<PathMove>& moves) {
-    std::size_t count = 0;
-    for (const PathMove& move : moves) {
-        count += move.path.size() + move.corner.size();
-    }
-    return count;
-}
-
 }  // namespace
 
 PathView::PathView(const SeamTrack* seams, const sim::Arm* arm, QWidget* parent)
-    : QWidget(parent), seams_(seams), arm_(arm), moves_(std::make_shared<std::vector<PathMove>>()) {
+    : QWidget(parent), seams_(seams), arm_(arm), sheet_(seams) {
     setObjectName(QStringLiteral("pathView"));
     setFocusPolicy(Qt::StrongFocus);
     setAttribute(Qt::WA_OpaquePaintEvent);
@@ -82,15 +71,13 @@ void PathView::setSide(Side side) {
 }
 
 void PathView::setMoves(const Moves& moves) {
-    moves_ = moves;
-    points_ = pointsOf(*moves);
+    sheet_.setMoves(moves);
     aim();
 }
 
 void PathView::setSelected(const QSet<int>& lines) {
-    if (lines != selected_) {
-        selected_ = lines;
-        redraw();
+    if (lines != sheet_.chosen()) {
+        update(sheet_.choose(lines).toAlignedRect());
     }
 }
 
@@ -118,7 +105,7 @@ void PathView::aimAt(Aim aimed, int number) {
 
 Extent PathView::extentOf(Aim aimed) const {
     Extent extent;
-    for (const PathMove& move : *moves_) {
+    for (const PathMove& move : sheet_.moves()) {
         const bool isMeant = aimed == Aim::All || (aimed == Aim::Welds && move.weld) ||
                              (aimed == Aim::Seam && move.seam == aimNumber_) ||
                              (aimed == Aim::Line && move.line == aimNumber_);
@@ -154,20 +141,20 @@ void PathView::aim() {
 }
 
 int PathView::chosen() const {
-    return selected_.size() == 1 ? *selected_.begin() : -1;
+    return selected().size() == 1 ? *selected().begin() : -1;
 }
 
 // --- Painting -----------------------------------------------------------------------------------
 
 void PathView::redraw() {
-    sheet_ = QPixmap();
+    sheet_.invalidate();
     update();
 }
 
 /// A long path is drafted until the hand rests.
 void PathView::redrawByHand() {
     aim_ = Aim::Free;
-    if (points_ > longPath) {
+    if (sheet_.isLong()) {
         rest_.start();
     }
     redraw();
@@ -182,11 +169,11 @@ void PathView::repaintSoon() {
 
 /// Draws what the tool has welded meanwhile, and paints this part, the robot and the laser anew.
 void PathView::follow() {
-    if (sheet_.isNull() || !isVisible()) {
+    if (!isVisible()) {
         return;
     }
     const QRectF before = live_;
-    const QRectF drawn = extendSeams();
+    const QRectF drawn = sheet_.extendSeams();
     live_ = livePlace();
     update(before.united(live_).united(drawn).toAlignedRect().intersected(rect()));
 }
@@ -210,77 +197,26 @@ QRectF PathView::livePlace() const {
     return (joints.empty() ? laser : laser.united(armPlace(camera_, joints))).intersected(rect());
 }
 
-/// Ground, moves and the seams so far; above them points, numbers and axes.
-void PathView::drawSheet(bool draft) {
-    const QSize pixels = size() * devicePixelRatioF();
-    for (QPixmap* layer : {&sheet_, &over_}) {
-        *layer = QPixmap(pixels);
-        layer->setDevicePixelRatio(devicePixelRatioF());
-    }
-    over_.fill(Qt::transparent);
-    {
-        QPainter painter(&sheet_);
-        PathPainter path(&painter, camera_);
-        path.setDraft(draft);
-        path.paintGround(extentOf(aim_ == Aim::All ? Aim::All : Aim::Welds));
-        path.paintMoves(*moves_, selected_);
-    }
-    QPainter painter(&over_);
-    PathPainter path(&painter, camera_);
-    path.setDraft(draft);
-    path.paintPoints(*moves_, selected_);
+void PathView::drawSheet() {
     const QString titles[] = {{}, tr("俯视"), tr("侧视")};
     const double bar = camera_.scaleBar(PathPainter::barPixels()).metres;
-    path.paintFrame(titles[int(side_)], tr("%1 mm").arg(bar * prog::mmPerM));
-}
-
-void PathView::drawLayers() {
-    if (!sheet_.isNull() && sheet_.size() == size() * devicePixelRatioF()) {
-        return;
-    }
-    drawSheet(rest_.isActive());
-    piece_ = seams_->firstPiece() - 1;
-    seenPiece_.clear();
-    isPieceEnded_ = true;
-    extendSeams();
-    live_ = livePlace();
-}
-
-/// Draws on the sheet what it does not have of the seams; where that was.
-QRectF PathView::extendSeams() {
-    const double width = PathPainter::seamWidth(camera_);
-    const int end = seams_->firstPiece() + int(seams_->pieces().size());
-    QRectF drawn;
-    QPainter painter(&sheet_);
-    for (int number = std::max(piece_, seams_->firstPiece()); number < end; ++number) {
-        if (number != piece_) {
-            piece_ = number;
-            seenPiece_.clear();
-            taken_ = 0;
-            drawnPx_ = 0;
-            isPieceEnded_ = false;
-        }
-        const Polyline& piece = seams_->pieces()[std::size_t(number - seams_->firstPiece())];
-        const bool isEnded = number + 1 < end || !seams_->emitting();
-        const int before = std::max(0, int(seenPiece_.size()) - 2);
-        extendSeen(camera_, piece, taken_, &seenPiece_);
-        taken_ = piece.size();
-        const double length = look::lengthOf(seenPiece_);
-        if (length > drawnPx_ || isEnded != isPieceEnded_) {
-            look::paintBead(&painter, seenPiece_, width, drawnPx_, isEnded);
-            drawn = drawn.united(QPolygonF(seenPiece_.mid(before)).boundingRect());
-            drawnPx_ = length;
-            isPieceEnded_ = isEnded;
-        }
-    }
-    return drawn.isNull() ? drawn : drawn.adjusted(-width, -width, width, width);
+    PathSheet::Look look;
+    look.size = size();
+    look.pixelRatio = devicePixelRatioF();
+    look.ground = extentOf(aim_ == Aim::All ? Aim::All : Aim::Welds);
+    look.title = titles[int(side_)];
+    look.barText = tr("%1 mm").arg(bar * prog::mmPerM);
+    look.draft = rest_.isActive();
+    sheet_.draw(camera_, look);
 }
 
 void PathView::paintEvent(QPaintEvent*) {
-    drawLayers();
+    if (!sheet_.isValid(size() * devicePixelRatioF())) {
+        drawSheet();
+        live_ = livePlace();
+    }
     QPainter painter(this);
-    painter.drawPixmap(0, 0, sheet_);
-    painter.drawPixmap(0, 0, over_);
+    sheet_.paint(&painter);
     paintArm(&painter, camera_, skeleton(), seams_->emitting());
     PathPainter(&painter, camera_).paintTool(seams_->tool(), seams_->emitting());
     if (hasFocus()) {
@@ -364,7 +300,7 @@ void PathView::mouseReleaseEvent(QMouseEvent* event) {
     if (isDragged_ || event->button() != Qt::LeftButton) {
         return;
     }
-    if (const auto line = lineAt(*moves_, camera_, event->localPos(), look::px(24), chosen())) {
+    if (const auto line = lineAt(sheet_.moves(), camera_, event->localPos(), look::px(24), chosen())) {
         emit lineTapped(*line);
     }
 }

@@ -1,15 +1,12 @@
 #pragma once
 
 #include "app/path/camera.h"
-#include "app/path/pathlayout.h"
+#include "app/path/pathsheet.h"
 
-#include <QPixmap>
-#include <QPolygonF>
 #include <QSet>
 #include <QTimer>
 #include <QWidget>
 
-#include <memory>
 #include <vector>
 
 class QPinchGesture;
@@ -24,7 +21,7 @@ class SeamTrack;
 class PathView : public QWidget {
     Q_OBJECT
 public:
-    using Moves = std::shared_ptr<const std::vector<PathMove>>;
+    using Moves = PathSheet::Moves;
     enum class Side { Space, Above, Side };
 
     /// Both must outlive it.
@@ -33,10 +30,10 @@ public:
     void setSide(Side side);
     Side side() const { return side_; }
     void setMoves(const Moves& moves);
-    const std::vector<PathMove>& moves() const { return *moves_; }
+    const std::vector<PathMove>& moves() const { return sheet_.moves(); }
     /// Lines of the program.
     void setSelected(const QSet<int>& lines);
-    const QSet<int>& selected() const { return selected_; }
+    const QSet<int>& selected() const { return sheet_.chosen(); }
 
     void showAll();
     /// All welds; all of it, where there is none.
@@ -73,9 +70,7 @@ private:
     void redrawByHand();
     void repaintSoon();
     void follow();
-    void drawLayers();
-    void drawSheet(bool draft);
-    QRectF extendSeams();
+    void drawSheet();
     [[nodiscard]] std::vector<Position> skeleton() const;
     [[nodiscard]] QRectF livePlace() const;
     void onPinch(const QPinchGesture* pinch);
@@ -87,19 +82,10 @@ private:
     const sim::Arm* arm_;
     Side side_ = Side::Above;
     Camera camera_;
-    Moves moves_;
-    QSet<int> selected_;
-    std::size_t points_ = 0;  ///< of all moves
+    PathSheet sheet_;
     Aim aim_ = Aim::Welds;
     int aimNumber_ = 0;  ///< of the seam or line
 
-    QPixmap sheet_;        ///< ground, moves and seams; null when it has to be drawn anew
-    QPixmap over_;         ///< points, numbers, axes: what lies on the seams
-    int piece_ = 0;        ///< the last piece of a seam on the sheet, and
-    QPolygonF seenPiece_;  ///< how far it is drawn
-    std::size_t taken_ = 0;
-    double drawnPx_ = 0;
-    bool isPieceEnded_ = false;
     QRectF live_;  ///< where robot and laser were painted
 
     QTimer repaint_;

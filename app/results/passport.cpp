@@ -169,11 +169,7 @@ void paintPath(QPainter* painter, const QRectF& area, const RunResult& result) {
             camera.fit(extent, margin);  // turned as the view above it
         }
         PathPainter path(painter, camera);
-        path.paintGround(extent);
-        path.paintMoves(result.moves, {});
-        path.paintGaps(result.gapPieces());
-        path.paintSeams(result.track.litPieces());
-        path.paintPoints(result.moves, {});
+        path.paintWelded(result.moves, extent, result.gapPieces(), result.track.litPieces());
         path.paintFrame(title, Passport::tr("%1 mm").arg(camera.scaleBar(PathPainter::barPixels()).metres *
                                                          prog::mmPerM));
         painter->setPen(QPen(QColor(look::line), 1));

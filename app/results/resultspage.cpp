@@ -21,6 +21,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QStackedWidget>
+#include <QStyle>
 #include <QTableView>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -263,13 +264,16 @@ void ResultsPage::arrange() {
         button->setToolButtonStyle(isWide ? Qt::ToolButtonTextBesideIcon : Qt::ToolButtonTextUnderIcon);
         button->setIconSize(QSize(1, 1) * look::px(isWide ? 24 : 20));
         button->setFixedHeight(look::px(48));
-        button->setProperty("small", !isWide);
-        button->setFont(look::font(isWide ? look::Size::Text : look::Size::Caption));
+        if (button->property("small").toBool() == isWide) {
+            button->setProperty("small", !isWide);
+            button->style()->unpolish(button);
+            button->style()->polish(button);
+        }
     }
     for (QPushButton* button : {all_, next_}) {
         button->setIconSize(QSize(1, 1) * look::px(24));
     }
-    part_->layout()->setContentsMargins(margin, 0, margin, gap);
+    part_->layout()->setContentsMargins(margin, gap, margin, gap);
     part_->layout()->setSpacing(look::px(12));
     figures_->arrange(isWide);
     picture_->setVisible(isWide);
@@ -313,7 +317,7 @@ void ResultsPage::fitSeams() {
     for (const int column : {int(SeamGas), int(SeamGaps), int(SeamEnergy)}) {
         seams_->setColumnHidden(column + 1, !showsAll);
     }
-    const int others = look::px(2 * barHeight + 72 + 40) + lanes_->sizeHint().height() +
+    const int others = look::px(2 * barHeight + 80 + 40) + lanes_->sizeHint().height() +
                        (reasons_->isHidden() ? 0 : reasons_->sizeHint().height());
     const int room = std::max(2, (height() - others - look::px(headHeight)) / look::px(rowHeight));
     const int rows = std::min(room, std::max(1, seamList_->rowCount()));

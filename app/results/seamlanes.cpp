@@ -179,12 +179,21 @@ void SeamLanes::paintLimits(QPainter* painter, const QRectF& place, const Lane& 
     const double above = place.bottom() - std::clamp(high / lane.top, 0.0, 1.0) * place.height();
     const double below = place.bottom() - std::clamp(low / lane.top, 0.0, 1.0) * place.height();
     painter->fillRect(QRectF(place.left(), above, place.width(), below - above), QColor(look::frame));
+}
+
+/// Below the band, else above it.
+void SeamLanes::nameLimits(QPainter* painter, const QRectF& place, const Lane& lane) const {
+    const double low = lane.allowed->min.value_or(0), high = lane.allowed->max.value_or(lane.top);
+    const double above = place.bottom() - std::clamp(high / lane.top, 0.0, 1.0) * place.height();
+    const double below = place.bottom() - std::clamp(low / lane.top, 0.0, 1.0) * place.height();
+    const double height = look::px(18), left = look::px(24);
+    const bool isRoomBelow = place.bottom() - below >= height + 2;
+    const QString text = limitsText(*lane.allowed);
+    const QRectF box(place.left() + left, isRoomBelow ? below + 2 : above - height - 2,
+                     painter->fontMetrics().horizontalAdvance(text) + 8, height);
+    painter->fillRect(box, QColor(look::white));
     painter->setPen(QColor(look::ink3));
-    const double height = look::px(18);
-    const bool isRoomBelow = place.bottom() - below >= height;
-    painter->drawText(QRectF(place.left() + place.width() * 0.15,
-                             isRoomBelow ? below + 2 : above - height - 2, place.width(), height),
-                      Qt::AlignLeft | Qt::AlignVCenter, limitsText(*lane.allowed));
+    painter->drawText(box, Qt::AlignCenter, text);
 }
 
 void SeamLanes::paintLane(QPainter* painter, const QRectF& place, const Lane& lane) const {
@@ -216,6 +225,9 @@ void SeamLanes::paintLane(QPainter* painter, const QRectF& place, const Lane& la
     painter->setPen(QPen(QColor(lane.colour), 2.2, Qt::SolidLine, Qt::FlatCap, Qt::RoundJoin));
     painter->drawPolyline(curve);
     painter->restore();
+    if (lane.allowed) {
+        nameLimits(painter, place, lane);
+    }
 }
 
 }  // namespace app

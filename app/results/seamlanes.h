@@ -46,6 +46,7 @@ private:
     };
     void paintLane(QPainter* painter, const QRectF& place, const Lane& lane) const;
     void paintLimits(QPainter* painter, const QRectF& place, const Lane& lane) const;
+    void nameLimits(QPainter* painter, const QRectF& place, const Lane& lane) const;
     void paintParts(QPainter* painter, const QRectF& place) const;
     void paintLengths(QPainter* painter, const QRectF& place) const;
     [[nodiscard]] double x(const QRectF& place, double mm) const;

@@ -59,11 +59,7 @@ void WeldPicture::draw() {
         camera.setArea(QRectF(rect()).adjusted(1, 1, -1, -1));
         camera.fitTurned(extent, look::px(36));
         PathPainter path(&painter, camera);
-        path.paintGround(extent);
-        path.paintMoves(result_->moves, {});
-        path.paintGaps(result_->gapPieces());
-        path.paintSeams(result_->track.litPieces());
-        path.paintPoints(result_->moves, {});
+        path.paintWelded(result_->moves, extent, result_->gapPieces(), result_->track.litPieces());
         path.paintFrame({}, tr("%1 mm").arg(camera.scaleBar(PathPainter::barPixels()).metres * prog::mmPerM));
     }
     painter.setRenderHint(QPainter::Antialiasing);

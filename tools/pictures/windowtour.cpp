@@ -245,6 +245,16 @@ const Stop viewRows[] = {
          s.shoot();
      }},
     {"views_path_welding", [](Scene& s) { weldBeside(s, {"path"}); }},
+    {"views_path_above",
+     [](Scene& s) {
+         s.openProject(sampleFile);
+         s.selectRow(table, MoveL);
+         dock(s, "path");
+         press(s, "pathSight1");
+         press(s, "btnPathNext");
+         s.shoot();
+         press(s, "pathSight0");
+     }},
     {"views_signals", [](Scene& s) { weldBeside(s, {"signals"}); }},
     {"views_two", [](Scene& s) { weldBeside(s, {"path", "jog"}); }},
     {"views_signals_cursor",
@@ -271,6 +281,13 @@ const Stop viewRows[] = {
          s.settle();
          dock(s, "results");
          s.shoot();
+     }},
+    {"views_results_earlier",
+     [](Scene& s) {
+         dock(s, "results");
+         press(s, "btnEarlier");
+         s.shoot();
+         press(s, "btnResultBack");
      }},
     {"views_results_fault",
      [](Scene& s) {
