@@ -117,6 +117,30 @@ private slots:
         QVERIFY(moves().at(1).impossible && !moves().at(0).impossible);
     }
 
+    /// What is kept of the picture and painted in parts looks as if it were drawn at once.
+    void picture_keptInPartsIsTheWholeOne() {
+        robot()->setInput("DI3", true);
+        selectLine(0);
+        path_->grab();
+        clickAndRun("btnStart");
+        for (const int line : {9, 3, 5}) {
+            path_->grab();
+            selectLine(line);
+        }
+        pass(100);
+        const QImage parts = path_->grab().toImage();
+        QEvent anew(QEvent::StyleChange);
+        QCoreApplication::sendEvent(path_, &anew);
+        const QImage whole = path_->grab().toImage();
+        int others = 0;
+        for (int y = 0; y < whole.height(); ++y) {
+            for (int x = 0; x < whole.width(); ++x) {
+                others += qAbs(qGray(whole.pixel(x, y)) - qGray(parts.pixel(x, y))) > 80 ? 1 : 0;
+            }
+        }
+        QVERIFY2(seamShown() > 100 && others < 20, qPrintable(QString::number(others)));
+    }
+
     void tap_choosesTheLineInTheTable() {
         const auto tap = [this](const app::Position& place) {
             QTest::mouseClick(path_, Qt::LeftButton, {}, path_->camera().seen(place).toPoint());
