@@ -1384,6 +1384,10 @@ mean %2</translation>
         <source>关</source>
         <translation>off</translation>
     </message>
+    <message>
+        <source>清除</source>
+        <translation>Clear</translation>
+    </message>
 </context>
 <context>
     <name>app::PathPage</name>
@@ -2010,6 +2014,14 @@ J/mm</translation>
     <message>
         <source>第 %1 行</source>
         <translation>Line %1</translation>
+    </message>
+    <message>
+        <source>mm/s</source>
+        <translation>mm/s</translation>
+    </message>
+    <message>
+        <source>%1 mm</source>
+        <translation>%1 mm</translation>
     </message>
 </context>
 <context>

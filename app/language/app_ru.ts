@@ -1384,6 +1384,10 @@
         <source>关</source>
         <translation>выкл.</translation>
     </message>
+    <message>
+        <source>清除</source>
+        <translation>Стереть</translation>
+    </message>
 </context>
 <context>
     <name>app::PathPage</name>
@@ -2010,6 +2014,14 @@ J/mm</source>
     <message>
         <source>第 %1 行</source>
         <translation>Строка %1</translation>
+    </message>
+    <message>
+        <source>mm/s</source>
+        <translation>мм/с</translation>
+    </message>
+    <message>
+        <source>%1 mm</source>
+        <translation>%1 мм</translation>
     </message>
 </context>
 <context>

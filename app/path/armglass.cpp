@@ -3,6 +3,7 @@
 #include "look/scale.h"
 #include "look/tokens.h"
 
+#include <QLineF>
 #include <QPainter>
 #include <QPainterPath>
 
@@ -31,18 +32,21 @@ double widthPx(const Camera& camera, double metres, int least, int most) {
 
 /// A part of the arm with round ends.
 QPainterPath part(const QPointF& from, const QPointF& to, double width) {
-    const QPointF along = to - from;
-    const double length = std::hypot(along.x(), along.y());
+    constexpr double half = 180;
+    const QPointF corner(width / 2, width / 2);
+    const QLineF along(from, to);
     QPainterPath path;
-    path.setFillRule(Qt::WindingFill);
-    path.addEllipse(from, width / 2, width / 2);
-    if (length > 1) {
-        const QPointF across = QPointF(-along.y(), along.x()) / length * (width / 2);
-        path.addEllipse(to, width / 2, width / 2);
-        path.addPolygon(QPolygonF({from + across, to + across, to - across, from - across}));
-        path.closeSubpath();
+    if (along.length() < 1) {
+        path.addEllipse(from, width / 2, width / 2);
+        return path;
     }
-    return path.simplified();
+    const double side = along.angle() + half / 2;  // degrees, as the arcs have them
+    const QRectF begin(from - corner, QSizeF(width, width)), end(to - corner, QSizeF(width, width));
+    path.arcMoveTo(begin, side);
+    path.arcTo(begin, side, half);
+    path.arcTo(end, side + half, half);
+    path.closeSubpath();
+    return path;
 }
 
 /// From the flange to the nozzle: straight, then narrowing.
@@ -77,8 +81,11 @@ void paintParts(QPainter* painter, const Camera& camera, const std::vector<Posit
     for (std::size_t i = 0; i + 2 < skeleton.size() && i < std::size(partWidthsM); ++i) {
         painter->setPen(QPen(glass(look::ink3, line), 1.2));
         painter->setBrush(glass(look::steel, fill));
-        painter->drawPath(part(camera.seen(skeleton[i]), camera.seen(skeleton[i + 1]),
-                               widthPx(camera, partWidthsM[i], 10, mostWidth)));
+        const QPainterPath outline = part(camera.seen(skeleton[i]), camera.seen(skeleton[i + 1]),
+                                          widthPx(camera, partWidthsM[i], 10, mostWidth));
+        if (outline.controlPointRect().intersects(camera.area())) {
+            painter->drawPath(outline);
+        }
     }
     painter->setPen(QPen(glass(look::ink3, 0.5), 1.4));
     painter->setBrush(glass(look::white, 0.8));

@@ -105,11 +105,17 @@ PathFoot::PathFoot(SeamTrack* seams, QWidget* parent)
     setObjectName(QStringLiteral("pathFoot"));
     setAttribute(Qt::WA_StyledBackground);
     clear_->setObjectName(QStringLiteral("btnClearSeam"));
-    clear_->setText(tr("清除焊缝"));
+    clear_->setText(tr("清除"));
+    clear_->setAccessibleName(tr("清除焊缝"));
+    clear_->setIcon(look::icon(QStringLiteral("eraser")));
+    clear_->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
     clear_->setFocusPolicy(Qt::TabFocus);
     auto* row = new QHBoxLayout;
-    row->addWidget(line_, 1);
-    row->addWidget(welded_);
+    auto* told = new QVBoxLayout;
+    told->setSpacing(0);
+    told->addWidget(line_);
+    told->addWidget(welded_);
+    row->addLayout(told, 1);
     row->addWidget(clear_);
     auto* column = new QVBoxLayout(this);
     column->addWidget(makeTitle());
@@ -184,6 +190,8 @@ void PathFoot::arrange() {
     layout()->setContentsMargins(look::px(16), look::px(8), look::px(16), look::px(8));
     layout()->setSpacing(look::px(6));
     bar_->setFixedHeight(look::px(28));
+    clear_->setIconSize(QSize(1, 1) * look::px(18));
+    clear_->setMaximumHeight(look::px(48));
 }
 
 void PathFoot::setBrief(bool brief) {
@@ -231,6 +239,7 @@ void PathFoot::refresh() {
     number_->parentWidget()->setVisible(!brief_ && !number_->text().isEmpty());
     bar_->setVisible(inWeld && !brief_);
     line_->setVisible(!inWeld);
+    welded_->setVisible(inWeld || isWelded);
     clear_->setVisible(isWelded && !running_);
     values_->setVisible(running_ && !brief_);
     if (inWeld) {

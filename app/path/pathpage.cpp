@@ -81,6 +81,7 @@ QWidget* PathPage::makeButtons() {
     bar_ = new QWidget;
     bar_->setObjectName(QStringLiteral("pathBar"));
     auto* row = new QHBoxLayout(bar_);
+    sights_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);  // it has what the others leave
     row->addWidget(sights_, 1);
     QToolButton* const all = makeButton(QStringLiteral("btnFit"), QStringLiteral("fit"), tr("全部"));
     next_ = makeButton(QStringLiteral("btnPathNext"), QStringLiteral("zoom_seam"), tr("焊缝"));
@@ -119,13 +120,14 @@ void PathPage::resizeEvent(QResizeEvent* event) {
 
 void PathPage::arrange() {
     const bool isWide = width() >= look::px(wideDock);
-    bar_->layout()->setContentsMargins(look::px(16), look::px(8), look::px(16), look::px(8));
-    bar_->layout()->setSpacing(look::px(isWide ? 8 : 6));
+    const int side = look::px(isWide ? 16 : 12);
+    bar_->layout()->setContentsMargins(side, look::px(8), side, look::px(8));
+    bar_->layout()->setSpacing(look::px(isWide ? 8 : 4));
     for (QToolButton* button : buttons_) {
         const bool hasWord = !button->text().isEmpty();
         button->setIconSize(QSize(1, 1) * look::px(hasWord ? 18 : 24));
-        button->setFixedHeight(look::px(48));
-        button->setMinimumWidth(look::px(hasWord ? 52 : 40));
+        button->setMaximumHeight(look::px(48));
+        button->setProperty("word", hasWord);
     }
     sights_->setChoiceShown(Both, isWide);
     foot_->setBrief(isWide);

@@ -260,6 +260,10 @@ void PathPainter::paintPoints(const std::vector<PathMove>& moves, const std::vec
     painter_->save();
     painter_->setClipRect(part_, Qt::IntersectClip);
     painter_->setRenderHint(QPainter::Antialiasing);
+    constexpr double roomPx = 200;  // square, of a point; where they have less they would cover all
+    const auto count = std::count_if(seen.begin(), seen.end(),
+                                     [this](const SeenMove& move) { return part_.contains(move.target); });
+    const bool areMany = double(count) * roomPx > part_.width() * part_.height();
     QPointF last(-1e6, -1e6);
     for (std::size_t i = 0; i < moves.size(); ++i) {
         const QPointF& point = seen[i].target;
@@ -267,7 +271,9 @@ void PathPainter::paintPoints(const std::vector<PathMove>& moves, const std::vec
             continue;
         }
         last = point;
-        drawPoint(painter_, point);
+        if (!areMany) {
+            drawPoint(painter_, point);
+        }
         if (moves[i].impossible) {
             drawCross(painter_, point);
         }

@@ -35,8 +35,8 @@ namespace {
 // px at factor 1.
 constexpr int rowHeight = 44, headHeight = 40, barHeight = 64;
 constexpr int widePage = 800;  // figures in one row, the path beside the lanes
-constexpr int withSet = 780;   // room for the names of the parameter sets
-constexpr int withAllFigures = 640;
+constexpr int withSet = 940;   // room for the names of the parameter sets
+constexpr int withAllFigures = 830;
 constexpr int mostReasons = 3;  // of a verdict that are shown at once
 
 QLabel* makeLabel(const QString& name) {
@@ -263,12 +263,13 @@ void ResultsPage::arrange() {
     for (QToolButton* button : {earlier_, csv_, passport_}) {
         button->setToolButtonStyle(isWide ? Qt::ToolButtonTextBesideIcon : Qt::ToolButtonTextUnderIcon);
         button->setIconSize(QSize(1, 1) * look::px(isWide ? 24 : 20));
-        button->setFixedHeight(look::px(48));
+        button->setMaximumHeight(look::px(48));
         if (button->property("small").toBool() == isWide) {
             button->setProperty("small", !isWide);
             button->style()->unpolish(button);
             button->style()->polish(button);
         }
+        button->updateGeometry();
     }
     for (QPushButton* button : {all_, next_}) {
         button->setIconSize(QSize(1, 1) * look::px(24));
@@ -300,7 +301,7 @@ void ResultsPage::fitRuns() {
 
 /// As many rows as there are, but no more than leave room for the lanes.
 void ResultsPage::fitSeams() {
-    constexpr int widths[] = {64, 96, 0, 88, 88, 80, 104, 80, 96, 72};
+    constexpr int widths[] = {64, 96, 0, 88, 92, 96, 104, 96, 88, 76};
     QHeaderView* const header = seams_->horizontalHeader();
     header->setFixedHeight(look::px(headHeight));
     header->setFont(look::font(look::Size::Caption, look::Weight::Strong));

@@ -99,8 +99,7 @@ void SeamLanes::show(int seam, const RunResult& result) {
         allowed = result.limits->allowed(QStringLiteral("mean_speed_mm_s"), record.set);
         fastest = std::max(fastest, allowed ? allowed->max.value_or(0) : 0);
     }
-    lanes_ = {{tr("速度"), QStringLiteral("mm/s"), look::blue, laneTop(fastest), &ProfileSample::speedMmPerS,
-               allowed},
+    lanes_ = {{tr("速度"), tr("mm/s"), look::blue, laneTop(fastest), &ProfileSample::speedMmPerS, allowed},
               {tr("激光功率"), QStringLiteral("%"), look::red, 100, &ProfileSample::powerPct, {}}};
     update();
 }
@@ -165,7 +164,7 @@ void SeamLanes::paintLengths(QPainter* painter, const QRectF& place) const {
     painter->setPen(QColor(look::ink3));
     for (int i = 0; i * step <= lengthMm_ * (1 + 1e-6); ++i) {
         const bool isLast = (i + 1) * step > lengthMm_ * (1 + 1e-6);
-        const QString text = isLast ? QStringLiteral("%1 mm").arg(plain(i * step)) : plain(i * step);
+        const QString text = isLast ? tr("%1 mm").arg(plain(i * step)) : plain(i * step);
         const double at = x(place, i * step);
         const double half = painter->fontMetrics().horizontalAdvance(text) / 2.0 + 2;
         const double middle = std::min(at, width() - half);

@@ -171,8 +171,7 @@ void ScopePage::arrange() {
     layout()->setSpacing(gap);
     for (QToolButton* button : buttons_) {
         const bool isSmall = button->toolButtonStyle() == Qt::ToolButtonTextUnderIcon;
-        button->setFixedHeight(look::px(48));
-        button->setMinimumWidth(look::px(isSmall ? 56 : 48));
+        button->setMaximumHeight(look::px(48));
         button->setIconSize(QSize(1, 1) * look::px(isSmall ? 18 : 24));
     }
     length_->setMinimumWidth(look::px(56));
