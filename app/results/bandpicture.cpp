@@ -1,5 +1,7 @@
 #include "app/results/bandpicture.h"
 
+#include "look/tokens.h"
+
 #include <QCoreApplication>
 #include <QPainter>
 
@@ -15,10 +17,10 @@ struct BandPicture {
 
 namespace {
 
-const QColor ink(0x2f, 0x41, 0x58);
-const QColor hot(0xe4, 0x57, 0x2e);
-const QColor rule(0xb9, 0xc4, 0xd0);
-const QColor gridColour(0xee, 0xf1, 0xf5);
+const QColor ink(look::steel);
+const QColor hot(look::red);
+const QColor rule(look::line);
+const QColor gridColour(look::rule);
 
 constexpr double stripHeight = 46, axisHeight = 22, gap = 8;
 constexpr double nameWidth = 112, valueWidth = 56;

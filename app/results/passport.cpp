@@ -251,7 +251,7 @@ void addSets(Sheets* sheets, const RunResult& result) {
 
 void addProgram(Sheets* sheets, const RunResult& result) {
     constexpr int longest = 300;
-    const QColor skipped(0x8a, 0x95, 0xa2);
+    const QColor skipped(look::off);
     sheets->addHeading(Passport::tr("程序"));
     if (!result.isSaved) {
         sheets->addText(Passport::tr("程序有未保存的更改：工程文件与运行的程序不同"));

@@ -2,6 +2,7 @@
 
 #include "app/clocktext.h"
 #include "app/results/resulttext.h"
+#include "look/tokens.h"
 
 #include <QColor>
 
@@ -9,7 +10,6 @@ namespace app {
 
 namespace {
 
-const QColor bad(0xb0, 0x1e, 0x1e);
 constexpr double msPerS = 1000;
 
 }  // namespace
@@ -71,7 +71,8 @@ QVariant RunList::data(const QModelIndex& index, int role) const {
         case Qt::ToolTipRole:
             return line(index.row()).texts.value(index.column());
         case Qt::ForegroundRole:
-            return index.column() == Limits && line(index.row()).isOutside ? bad : QVariant();
+            return index.column() == Limits && line(index.row()).isOutside ? QColor(look::amberInk)
+                                                                           : QVariant();
         case Qt::TextAlignmentRole:
             return index.column() >= Duration ? int(Qt::AlignRight | Qt::AlignVCenter)
                                               : int(Qt::AlignLeft | Qt::AlignVCenter);

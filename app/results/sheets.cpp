@@ -1,5 +1,7 @@
 #include "app/results/sheets.h"
 
+#include "look/tokens.h"
+
 #include <QFontMetricsF>
 #include <QPainter>
 
@@ -9,10 +11,10 @@ namespace app {
 
 namespace {
 
-const QColor ink(0x1d, 0x2a, 0x3a);
-const QColor faint(0x6b, 0x7a, 0x8b);
-const QColor rule(0xb9, 0xc4, 0xd0);
-const QColor headerFill(0xe6, 0xeb, 0xf0);
+const QColor ink(look::ink);
+const QColor faint(look::ink3);
+const QColor rule(look::line);
+const QColor headerFill(look::frame);
 
 constexpr double cellPadding = 5;
 constexpr double footerHeight = 30;

@@ -4,8 +4,6 @@
 #include "look/dialog.h"
 #include "look/icon.h"
 #include "look/scale.h"
-#include "look/tokens.h"
-#include "look/type.h"
 
 #include <QComboBox>
 #include <QDateTime>
@@ -90,8 +88,11 @@ QToolButton* ScopePage::makeSign(const QString& name, const QString& icon, const
 QLayout* ScopePage::makeControls() {
     hold_ = makeButton(QStringLiteral("btnHold"), QStringLiteral("pause"), tr("保持"));
     mark_ = makeButton(QStringLiteral("btnMark"), QStringLiteral("flag"), tr("标记"));
-    hold_->setCheckable(true);
-    mark_->setCheckable(true);
+    for (QToolButton* button : {hold_, mark_}) {
+        button->setCheckable(true);
+        button->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+        button->setProperty("small", true);
+    }
     QToolButton* const longer =
         makeSign(QStringLiteral("btnLonger"), QStringLiteral("minus"), tr("显示更长时间"));
     QToolButton* const shorter =
@@ -151,7 +152,7 @@ QLayout* ScopePage::makeExport() {
         QToolButton* const button =
             makeButton(QStringLiteral("btn_") + text, QStringLiteral("export"), text.toUpper());
         button->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
-        button->setFont(look::font(look::Size::Caption));
+        button->setProperty("small", true);
         row->addWidget(button);
         connect(button, &QToolButton::clicked, this, [this, text] { askFile(text); });
     }
