@@ -123,8 +123,10 @@ QRgb DeviceButton::colour() const {
     if (face_ == Face::On || face_ == Face::Off) {
         return look::white;
     }
-    const bool isOut = face_ == Face::OutOfUse || (face_ == Face::Plain && !isEnabled());
-    return isOut ? look::off : look::ink;
+    if (face_ == Face::OutOfUse) {
+        return look::ink3;
+    }
+    return face_ == Face::Plain && !isEnabled() ? look::off : look::ink;
 }
 
 void DeviceButton::paintEvent(QPaintEvent* /*event*/) {

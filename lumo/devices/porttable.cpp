@@ -177,6 +177,11 @@ void PortTable::paint(QPainter* painter, const QStyleOptionViewItem& option, con
 void PortTable::updateEditorGeometry(QWidget* cell, const QStyleOptionViewItem& option,
                                      const QModelIndex& index) const {
     const int line = linePx(index.row());
+    const bool isMerged = index.column() == GroupColumn && index.row() > groups_.startOf(index.row()) + 1;
+    if (isMerged) {
+        cell->setGeometry(QRect(option.rect.topLeft(), QSize()));  // the first one stands for all
+        return;
+    }
     QRect place = option.rect.adjusted(0, line, 0, 0);
     if (isFolded_) {
         const int width = table_->horizontalHeader()->length();

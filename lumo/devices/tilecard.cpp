@@ -7,6 +7,8 @@
 #include <QLabel>
 #include <QVariant>
 
+#include <algorithm>
+
 namespace lumo {
 
 namespace {
@@ -66,7 +68,7 @@ void TileCard::fold() {
     const int side = look::px(padding);
     grid_->setContentsMargins(side, look::px(12), side, side);
     grid_->setSpacing(look::px(gap));
-    grid_->addWidget(title_, 0, 0, 1, columns, Qt::AlignVCenter);
+    grid_->addWidget(title_, 0, 0, 1, tool_ ? std::max(columns - 1, 1) : columns, Qt::AlignVCenter);
     if (tool_) {
         grid_->addWidget(tool_, 0, columns - 1, Qt::AlignRight);
     }

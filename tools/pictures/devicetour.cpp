@@ -3,6 +3,7 @@
 #include "app/dock/dockarea.h"
 #include "app/panel.h"
 #include "mendo/modulemanager.h"
+#include "program/ports.h"
 #include "program/words.h"
 #include "simulator/controller.h"
 #include "tools/pictures/scene.h"
@@ -10,6 +11,7 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QDoubleSpinBox>
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QTableWidget>
 
@@ -35,6 +37,25 @@ void useMonitoredPorts(bool used) {
             port->set(nullptr, prog::field::enable, used);
         }
     }
+}
+
+void usePort(I_PORT port, bool used) {
+    m(prog::key::port)->c(static_cast<int>(port))->set(nullptr, prog::field::enable, used);
+}
+
+/// Replaces what stands in a field of the device page by keys, as an operator does.
+void typeInto(Scene& s, const char* field, const char* text) {
+    auto* const box = s.panel()->window()->findChild<QDoubleSpinBox*>(QLatin1String(field));
+    if (!box) {
+        return;
+    }
+    box->setFocus();
+    box->selectAll();
+    for (const char* key = text; *key; ++key) {
+        QKeyEvent down(QEvent::KeyPress, 0, Qt::NoModifier, QString(QLatin1Char(*key)));
+        QApplication::sendEvent(box, &down);
+    }
+    QApplication::focusWidget()->clearFocus();
 }
 
 void percent(Scene& s, const char* field, double value) {
@@ -71,6 +92,14 @@ QTableWidget* shownTable(Scene& s) {
     const auto shown = std::find_if(tables.begin(), tables.end(),
                                     [](const QTableWidget* table) { return table->isVisible(); });
     return shown == tables.end() ? nullptr : *shown;
+}
+
+/// Chooses a signal for a port on the port page.
+void assign(Scene& s, I_PORT port, const QString& signal) {
+    const QTableWidget* table = shownTable(s);
+    if (auto* box = table ? qobject_cast<QComboBox*>(table->cellWidget(port, 3)) : nullptr) {
+        box->setCurrentText(signal);
+    }
 }
 
 /// Opens the list of signals of a port with the mouse.
@@ -132,6 +161,14 @@ const Stop portRows[] = {
          s.shoot();
      }},
     {"ports_choice", [](Scene& s) { choosePort(s, 2); }},
+    {"ports_findings",
+     [](Scene& s) {
+         press(s, "btnPort");
+         assign(s, DO_ALARM, QString());
+         assign(s, AO_WIRE_SPEED, QString());
+         s.settle();
+         s.shoot();
+     }},
     {"ports_saved",
      [](Scene& s) {
          press(s, "btnPort");
@@ -248,6 +285,23 @@ const Stop devices[] = {
          unlockDevices(s);
          s.shoot();
          lockDevices(s);
+     }},
+    {"device_refused",
+     [](Scene& s) {
+         unlockDevices(s);
+         typeInto(s, "dspnLaserPower", "150");
+         s.settle();
+         s.shoot();
+         percent(s, "dspnLaserPower", 12.5);
+         lockDevices(s);
+     }},
+    {"device_out_of_use",
+     [](Scene& s) {
+         usePort(DO_WIRE_SAFETY_LOCK, false);
+         press(s, "btnDeviceControl");
+         s.settle();
+         s.shoot();
+         usePort(DO_WIRE_SAFETY_LOCK, true);
      }},
     {"device_laser_on",
      [](Scene& s) {

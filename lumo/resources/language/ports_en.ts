@@ -20,7 +20,7 @@
     </message>
     <message>
         <source>信号不存在</source>
-        <translation>no such signal</translation>
+        <translation>missing</translation>
     </message>
     <message>
         <source>有错误</source>
