@@ -135,11 +135,19 @@ void endForAnother(std::optional<QStringList>* another, const QStringList& argum
     QCoreApplication::quit();
 }
 
-/// Maximised on a screen hardly larger than the panel.
-void show(QWidget* window) {
+/// On a screen hardly larger than the panel, and where the operator has left it so.
+bool isMaximised(const QSize& room) {
+    return room.width() <= size.width() || room.height() <= size.height() || app::Preferences::maximised();
+}
+
+/// The size that it will have on the screen.
+void resize(QWidget* window) {
     const QSize room = window->screen()->availableSize();
-    window->resize(size.boundedTo(room));
-    if (room.width() <= size.width() || room.height() <= size.height()) {
+    window->resize(isMaximised(room) ? room : size);
+}
+
+void show(QWidget* window) {
+    if (isMaximised(window->screen()->availableSize())) {
         window->showMaximized();
     } else {
         window->show();
@@ -197,6 +205,8 @@ int run(app::Options options, sim::PacedTime* time, std::optional<QStringList>* 
     }
     app::installStyle();
     app::Panel panel;
+    panel.window()->setChosenFactor(app::Preferences::factor());
+    resize(panel.window());
     QString error;
     if (!panel.open(gantu::findLibrary(prog::key::lumo), &error)) {
         return fail(error, failed);
@@ -208,7 +218,6 @@ int run(app::Options options, sim::PacedTime* time, std::optional<QStringList>* 
     if (!lost.isEmpty()) {
         panel.window()->notices()->report({lost, {}, {{mendo::FileProblem::Kind::NoSuchFolder}}});
     }
-    panel.window()->setChosenFactor(app::Preferences::factor());
     show(panel.window());
     completeSoon(&panel);
     if (options.example.isEmpty()) {

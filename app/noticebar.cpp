@@ -147,20 +147,26 @@ void NoticeBar::refresh() {
     placeList();
 }
 
-/// Shortens the path until the text fits, with the remedy if there is room for it.
+/// Shortens the path until the text fits, with the remedy if there is room for it; in a small room its end is
+/// left out, too.
 void NoticeBar::showText(const QString& path) {
-    if (!newestMessage_.isEmpty()) {
-        text_->setText(newestMessage_);
-        return;
-    }
-    for (const QString& remedy : {QStringLiteral(" → ") + remedyText(newest_), QString()}) {
-        for (int width = shownPathWidth; width >= leastPathWidth; width -= pathStep) {
-            const QString shown = text_->fontMetrics().elidedText(path, Qt::ElideLeft, width);
-            text_->setText(problemText(newest_, shown) + remedy);
-            if (text_->heightForWidth(text_->width()) <= text_->height()) {
-                return;
+    const auto fits = [this] { return text_->heightForWidth(text_->width()) <= text_->height(); };
+    QString whole = newestMessage_;
+    if (newestMessage_.isEmpty()) {
+        for (const QString& remedy : {QStringLiteral(" → ") + remedyText(newest_), QString()}) {
+            for (int width = shownPathWidth; width >= leastPathWidth; width -= pathStep) {
+                const QString shown = text_->fontMetrics().elidedText(path, Qt::ElideLeft, width);
+                whole = problemText(newest_, shown) + remedy;
+                text_->setText(whole);
+                if (fits()) {
+                    return;
+                }
             }
         }
+    }
+    text_->setText(whole);
+    for (int end = whole.size() - 1; end > 0 && !fits(); --end) {
+        text_->setText(whole.left(end).trimmed() + QStringLiteral("…"));
     }
 }
 

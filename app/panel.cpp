@@ -76,6 +76,7 @@ Panel::Panel() : window_(std::make_unique<PanelWindow>()) {
 Panel::~Panel() {
     if (isComplete_) {
         Preferences::rememberDocks(window_->docks()->columns());
+        Preferences::rememberMaximised(window_->isMaximized());
     }
     cell_->close();
     if (collector_) {
@@ -91,6 +92,8 @@ bool Panel::open(const QString& libraryFile, QString* error) {
     seams_ = new SeamTrack(controller(), cell_->cell(), follower_, this);
     makeEvidence();
     makeEvents();
+    makeRail();
+    window_->prepare();
     if (!cell_->open(libraryFile, error)) {
         return false;
     }
@@ -101,7 +104,6 @@ bool Panel::open(const QString& libraryFile, QString* error) {
     collector_->setPage(page_);
     window_->header()->navigation()->refresh();
     window_->header()->navigation()->select(workcell::WorkCell::firstPage());
-    makeRail();
     makeDocks();
     makeStatus();
     makeState();

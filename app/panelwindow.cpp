@@ -110,6 +110,14 @@ void PanelWindow::setChosenFactor(double factor) {
     fit();
 }
 
+void PanelWindow::prepare() {
+    fit();
+    layout()->activate();
+    centralWidget()->layout()->activate();
+    docks_->refit();
+    stage()->layout()->activate();
+}
+
 void PanelWindow::fit() {
     setFrameFactor(look::factorFor(*this));
     header_->fitTo(width());

@@ -40,6 +40,8 @@ public:
     /// Takes over what stands in the status line: why the panel does not do what one may expect of it, how
     /// far a run is, and how long the last part took.
     void setStatus(QWidget* why, QWidget* progress, QWidget* times);
+    /// Lays out the frame for its size before it is shown, so that a page that is made now is laid out once.
+    void prepare();
     /// By what everything grows, whatever the window's size; 0: by its size.
     void setChosenFactor(double factor);
     /// Asked before the window closes; false: not now.

@@ -24,6 +24,7 @@ const QString ratedWattsKey = QStringLiteral("ratedWatts");
 const QString docksKey = QStringLiteral("docks");
 const QString numberPadKey = QStringLiteral("touch/numberPad");
 const QString keyboardKey = QStringLiteral("touch/keyboard");
+const QString maximisedKey = QStringLiteral("maximised");
 const QString factorKey = QStringLiteral("factor");
 const QString setupDoneKey = QStringLiteral("setupDone");
 
@@ -132,6 +133,14 @@ bool Preferences::keyboard() {
 
 void Preferences::rememberKeyboard(bool used) {
     Store().setValue(keyboardKey, used);
+}
+
+bool Preferences::maximised() {
+    return Store().value(maximisedKey).toBool();
+}
+
+void Preferences::rememberMaximised(bool maximised) {
+    Store().setValue(maximisedKey, maximised);
 }
 
 double Preferences::factor() {

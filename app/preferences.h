@@ -36,6 +36,9 @@ public:
     static void rememberNumberPad(bool used);
     [[nodiscard]] static bool keyboard();
     static void rememberKeyboard(bool used);
+    /// Whether the window filled the screen.
+    [[nodiscard]] static bool maximised();
+    static void rememberMaximised(bool maximised);
     /// By what everything grows; 0: by the size of the window.
     [[nodiscard]] static double factor();
     static void rememberFactor(double factor);

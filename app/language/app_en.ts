@@ -2268,7 +2268,7 @@ J/mm</translation>
     </message>
     <message>
         <source>先复位急停，再上电</source>
-        <translation>Release the button, then drives on</translation>
+        <translation>Release it, then drives on</translation>
     </message>
     <message>
         <source>%1 个工位等待</source>
@@ -2495,8 +2495,7 @@ J/mm</translation>
         <translation>Drive power</translation>
     </message>
     <message>
-        <source>复位
-急停</source>
+        <source>复位急停</source>
         <translation>Release</translation>
     </message>
 </context>

@@ -2269,7 +2269,7 @@ J/mm</source>
     </message>
     <message>
         <source>先复位急停，再上电</source>
-        <translation>Отпустите кнопку, затем включите приводы</translation>
+        <translation>Отпустите и включите приводы</translation>
     </message>
     <message>
         <source>%1 个工位等待</source>
@@ -2498,8 +2498,7 @@ J/mm</source>
         <translation>Приводы</translation>
     </message>
     <message>
-        <source>复位
-急停</source>
+        <source>复位急停</source>
         <translation>Отпустить</translation>
     </message>
 </context>

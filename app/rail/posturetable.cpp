@@ -2,13 +2,12 @@
 
 #include "app/rail/jogkeys.h"
 #include "kord/kordservice.h"
+#include "look/type.h"
 #include "mendo/moduleobject.h"
 #include "program/words.h"
 
 #include <QGridLayout>
 #include <QLabel>
-
-#include <cmath>
 
 namespace app {
 
@@ -16,12 +15,6 @@ namespace {
 
 constexpr int rows = 3;
 constexpr int between = 10;  // pixels
-
-/// Two decimals; never "-0.00".
-QString shown(double value) {
-    const double rounded = std::round(value * 100) / 100;
-    return QString::number(rounded == 0 ? 0 : rounded, 'f', 2);
-}
 
 }  // namespace
 
@@ -35,6 +28,7 @@ PostureTable::PostureTable(QWidget* parent) : QWidget(parent) {
         value->setAlignment(Qt::AlignRight);
         const int column = axis < rows ? 0 : 3;
         names_[size_t(axis)] = new QLabel;
+        names_[size_t(axis)]->setProperty("caption", true);
         values_[size_t(axis)] = value;
         grid->addWidget(names_[size_t(axis)], axis % rows, column);
         grid->addWidget(value, axis % rows, column + 1);
@@ -61,7 +55,7 @@ void PostureTable::refresh() {
                                             : prog::field::rot;
         const double value = posture->c(list)->c(joints_ ? axis : axis % rows)->getDouble();
         names_[size_t(axis)]->setText(jogAxisName(frame, axis));
-        values_[size_t(axis)]->setText(shown(value / jogUnit(frame, axis)) + QLatin1Char(' ') +
+        values_[size_t(axis)]->setText(look::figure(value / jogUnit(frame, axis), 2) + QLatin1Char(' ') +
                                        (length ? tr("mm") : QStringLiteral("°")));
     }
 }

@@ -14,6 +14,18 @@
 
 namespace app {
 
+namespace {
+
+/// Needs no more than its word: Qt's own would add two spaces, which a rail of 80 px does not have.
+class RailKey : public QToolButton {
+public:
+    QSize minimumSizeHint() const override {
+        return {fontMetrics().horizontalAdvance(text()) + look::px(4), look::px(48)};
+    }
+};
+
+}  // namespace
+
 Rail::Rail(sim::Controller* controller, QWidget* parent)
     : QFrame(parent), stop_(new StopBox(controller)), column_(new QVBoxLayout(this)) {
     setObjectName(QStringLiteral("rail"));
@@ -32,7 +44,7 @@ StopButton* Rail::stop() const {
 }
 
 QToolButton* Rail::addKey(const QString& name, const QString& icon, const QString& text) {
-    auto* key = new QToolButton;
+    auto* key = new RailKey;
     key->setObjectName(name);
     key->setText(text);
     key->setIcon(look::icon(icon, look::ink2, look::white));
@@ -65,7 +77,7 @@ void Rail::toggleFocus() {
 
 void Rail::fit() {
     constexpr int normalPx = 96;
-    const int margin = look::px(8), side = width() < look::px(normalPx) ? look::px(4) : margin;
+    const int margin = look::px(8), side = width() < look::px(normalPx) ? look::px(2) : margin;
     column_->setContentsMargins(side, margin, side, margin);
     column_->setSpacing(look::px(8));
     const QList<QToolButton*> keys = findChildren<QToolButton*>(QString(), Qt::FindDirectChildrenOnly);

@@ -21,7 +21,7 @@ StopBox::StopBox(sim::Controller* controller, QWidget* parent)
       stop_(new StopButton),
       caption_(new QLabel(tr("驱动电源"))),
       power_(new SegmentedControl(QStringLiteral("power"), {tr("关"), tr("开")}, Qt::Vertical)),
-      release_(new QPushButton(tr("复位\n急停"))) {
+      release_(new QPushButton(tr("复位急停"))) {
     power_->setQuiet(0);
     release_->setObjectName(QStringLiteral("btnRelease"));
     release_->setFocusPolicy(Qt::TabFocus);
@@ -82,7 +82,6 @@ void StopBox::refresh() {
 void StopBox::fit() {
     layout()->setSpacing(look::px(4));
     caption_->setContentsMargins(0, look::px(8), 0, 0);
-    release_->setFixedHeight(2 * look::px(48) + 1);  // that of the two it replaces
 }
 
 void StopBox::changeEvent(QEvent* event) {

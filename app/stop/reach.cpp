@@ -8,40 +8,53 @@
 #include <QWidget>
 #include <QWindow>
 
-#include <optional>
-
 namespace app {
 
 namespace {
 
 using System = QWindowSystemInterfacePrivate;
 
-/// What mouse or first finger does.
+constexpr int mouseId = -1;
+
+/// What the mouse or a finger does.
 struct Touch {
     const QWindow* window;
     QPointF place;  ///< on the screen
     QEvent::Type type;
+    int id;  ///< of the finger
 };
 
-std::optional<Touch> touchOf(const System::WindowSystemEvent* event) {
+QEvent::Type typeOf(Qt::TouchPointState state) {
+    switch (state) {
+        case Qt::TouchPointPressed:
+            return QEvent::MouseButtonPress;
+        case Qt::TouchPointReleased:
+            return QEvent::MouseButtonRelease;
+        default:
+            return QEvent::MouseMove;
+    }
+}
+
+QVector<Touch> touchesOf(const System::WindowSystemEvent* event) {
+    QVector<Touch> touches;
     if (event->type == System::Mouse) {
         const auto* mouse = static_cast<const System::MouseEvent*>(event);
-        const bool isLeft = mouse->buttonType == QEvent::MouseMove || mouse->button == Qt::LeftButton;
-        return isLeft ? std::optional<Touch>({mouse->window, mouse->globalPos, mouse->buttonType})
-                      : std::nullopt;
+        if (mouse->buttonType == QEvent::MouseMove || mouse->button == Qt::LeftButton) {
+            touches.append({mouse->window, mouse->globalPos, mouse->buttonType, mouseId});
+        }
+    } else if (event->type == System::Touch) {
+        const auto* fingers = static_cast<const System::TouchEvent*>(event);
+        for (const QTouchEvent::TouchPoint& point : fingers->points) {
+            touches.append({fingers->window, point.screenPos(), typeOf(point.state()), point.id()});
+        }
     }
-    if (event->type != System::Touch) {
-        return std::nullopt;
-    }
-    const auto* fingers = static_cast<const System::TouchEvent*>(event);
-    if (fingers->points.isEmpty()) {
-        return std::nullopt;
-    }
-    const QTouchEvent::TouchPoint& first = fingers->points.first();
-    const QEvent::Type type = first.state() == Qt::TouchPointPressed    ? QEvent::MouseButtonPress
-                              : first.state() == Qt::TouchPointReleased ? QEvent::MouseButtonRelease
-                                                                        : QEvent::MouseMove;
-    return Touch{fingers->window, first.screenPos(), type};
+    return touches;
+}
+
+/// The window system takes the fingers away, without telling of their release.
+bool isCancelled(const System::WindowSystemEvent* event) {
+    return event->type == System::Touch &&
+           static_cast<const System::TouchEvent*>(event)->touchType == QEvent::TouchCancel;
 }
 
 /// Whether Qt would not deliver a press there to the part, which lies uncovered under it.
@@ -61,8 +74,12 @@ bool isLost(const Touch& touch, const QWidget* part, Reach::Through through) {
 class Reach::Handler : public QWindowSystemEventHandler {
 public:
     bool sendEvent(System::WindowSystemEvent* event) override {
-        if (const auto touch = touchOf(event)) {
-            follow(*touch);
+        if (isCancelled(event) && held_ && heldBy_ != mouseId) {
+            letGo();
+        }
+        const QVector<Touch> touches = touchesOf(event);
+        for (const Touch& touch : touches) {
+            follow(touch);
         }
         return QWindowSystemEventHandler::sendEvent(event);
     }
@@ -78,11 +95,11 @@ private:
     void follow(const Touch& touch) {
         if (touch.type == QEvent::MouseButtonPress) {
             press(touch);
-        } else if (held_) {
+        } else if (held_ && touch.id == heldBy_) {
             send(held_, touch);
-        }
-        if (touch.type == QEvent::MouseButtonRelease) {
-            held_ = nullptr;
+            if (touch.type == QEvent::MouseButtonRelease) {
+                held_ = nullptr;
+            }
         }
     }
 
@@ -96,9 +113,31 @@ private:
                 continue;
             }
             QWidget* const inner = part.widget->childAt(place);
-            held_ = inner ? inner : part.widget.data();
-            send(held_, touch);
+            take(inner ? inner : part.widget.data(), touch, part.through);
             return;
+        }
+    }
+
+    /// A second finger presses Stop or emergency stop only.
+    void take(QWidget* widget, const Touch& touch, Through through) {
+        if (!held_) {
+            held_ = widget;
+            heldBy_ = touch.id;
+            send(widget, touch);
+        } else if (through == Through::DialogsAndLists) {
+            send(widget, touch);
+            send(widget, {touch.window, touch.place, QEvent::MouseButtonRelease, touch.id});
+        }
+    }
+
+    /// As a finger that leaves the widget before it is lifted, which presses nothing.
+    void letGo() {
+        const QPointer<QWidget> widget = held_;
+        held_ = nullptr;
+        for (const QEvent::Type type : {QEvent::MouseMove, QEvent::MouseButtonRelease}) {
+            if (widget) {
+                send(widget, {nullptr, widget->mapToGlobal(QPoint(-1, -1)), type, heldBy_});
+            }
         }
     }
 
@@ -111,7 +150,8 @@ private:
     }
 
     QVector<Part> parts_;
-    QPointer<QWidget> held_;  ///< has got the press, and gets what follows
+    QPointer<QWidget> held_;  ///< has got a press, and gets what follows
+    int heldBy_ = mouseId;
 };
 
 Reach::Reach() : handler_(std::make_unique<Handler>()) {

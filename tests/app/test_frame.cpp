@@ -110,8 +110,8 @@ private slots:
              app::Place::Project, 5},
             {[&] { status.faults = QStringList{"Water"}; }, "FAULT",
              "LASER ON, Water, robot motion error -0x2a", app::Place::Monitor, -1},
-            {[&] { status.emergencyStop = true; }, "EMERGENCY STOP",
-             "LASER ON, Release the button, then drives on", app::Place::Rail, -1},
+            {[&] { status.emergencyStop = true; }, "EMERGENCY STOP", "LASER ON, Release it, then drives on",
+             app::Place::Rail, -1},
         };
         QVector<int> kinds;
         for (const auto& row : rows) {

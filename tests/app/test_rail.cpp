@@ -185,6 +185,42 @@ private slots:
         }
     }
 
+    /// With one finger on a jog key, a second one presses the emergency stop; a finger that is taken away by
+    /// the window system lets go.
+    void fingers_reachTheRailBesideADialog() {
+        auto* const screen = QTest::createTouchDevice();
+        const auto touch = [this, screen](const QVector<QPair<QString, Qt::TouchPointState>>& fingers) {
+            QList<QWindowSystemInterface::TouchPoint> points;
+            for (const auto& [name, state] : fingers) {
+                QWindowSystemInterface::TouchPoint point;
+                point.id = points.size();
+                point.state = state;
+                point.area = QRectF(0, 0, 1, 1);
+                point.area.moveCenter(window()->mapToGlobal(middleOf(name)));
+                points << point;
+            }
+            if (points.isEmpty()) {
+                QWindowSystemInterface::handleTouchCancelEvent(handle(), screen);
+            } else {
+                QWindowSystemInterface::handleTouchEvent(handle(), screen, points);
+            }
+            QWindowSystemInterface::sendWindowSystemEvents(QEventLoop::AllEvents);
+        };
+        cover("file dialog");
+        touch({{"jog1+", Qt::TouchPointPressed}});
+        pass(500);
+        QVERIFY(!robot()->standsStill());
+        touch({});
+        pass(500);
+        QVERIFY(robot()->standsStill());
+        touch({{"jog1-", Qt::TouchPointPressed}});
+        pass(500);
+        QVERIFY(!robot()->standsStill() && !robot()->emergencyStop());
+        touch({{"jog1-", Qt::TouchPointStationary}, {"btnStop", Qt::TouchPointPressed}});
+        QVERIFY(robot()->emergencyStop());
+        touch({{"jog1-", Qt::TouchPointReleased}, {"btnStop", Qt::TouchPointReleased}});
+    }
+
     /// A dialog blocks the window, but not the rail: its keys are used as without one.
     void jog_worksBesideADialog() {
         cover("file dialog");
