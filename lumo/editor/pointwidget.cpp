@@ -3,6 +3,7 @@
 #include "editor/pendantkeys.h"
 #include "editor/pointlayout.h"
 #include "editor/statementtext.h"
+#include "look/scale.h"
 #include "program/fieldcheck.h"
 #include "program/statement.h"
 #include "program/words.h"
@@ -365,6 +366,16 @@ void PointWidget::showPlace() {
 void PointWidget::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
     layout_->arrange(width());
+    // A number pad that opens beside the page must not push the field out of sight that it types into.
+    QMetaObject::invokeMethod(this, &PointWidget::showFocused, Qt::QueuedConnection);
+}
+
+void PointWidget::showFocused() {
+    constexpr int noteBelow = 32;
+    QWidget* const focused = focusWidget();
+    if (focused && ui_->body->isAncestorOf(focused)) {
+        ui_->scroll->ensureWidgetVisible(focused, 0, look::px(noteBelow));
+    }
 }
 
 void PointWidget::changeEvent(QEvent* event) {

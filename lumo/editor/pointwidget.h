@@ -76,6 +76,7 @@ private:
     [[nodiscard]] bool areTaken(const Coordinates& coordinates) const;
     void refreshOk();
     void showPlace();
+    void showFocused();
     void requestMove();
     [[nodiscard]] int presentRow() const;
     void teachFirst();
