@@ -199,13 +199,13 @@ struct Sign {
 Sign signOf(QMessageBox::Icon icon) {
     switch (icon) {
         case QMessageBox::Information:
-            return {"info", ink2};
+            return {"info", blue};
         case QMessageBox::Warning:
             return {"warn", amberInk};
         case QMessageBox::Critical:
             return {"octagon", red};
         case QMessageBox::Question:
-            return {"question", ink2};
+            return {"question", blue};
         case QMessageBox::NoIcon:
             break;
     }
