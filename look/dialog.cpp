@@ -114,6 +114,10 @@ protected:
 private:
     void appear() {
         arrange();
+        const QList<QLabel*> texts = dialog_->findChildren<QLabel*>();
+        for (QLabel* const text : texts) {
+            text->ensurePolished();  // bold type is wider
+        }
         QEvent sizeNow(QEvent::LayoutRequest);  // a message gets its size only when it is shown
         QCoreApplication::sendEvent(dialog_, &sizeNow);
         place();

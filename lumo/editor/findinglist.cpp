@@ -48,6 +48,7 @@ FindingList::FindingList(const ProgramCheck* check, QWidget* area, QWidget* page
     : QFrame(page), check_(check), area_(area), counts_(new QLabel), rows_(new QListWidget) {
     setObjectName(QStringLiteral("findingList"));
     setAutoFillBackground(true);
+    setProperty("covers", true);
     rows_->setObjectName(QStringLiteral("lstFindings"));
     rows_->setItemDelegate(new TouchRows(rows_));
     rows_->setWordWrap(true);

@@ -54,8 +54,10 @@ PointLayout::PointLayout(Ui::PointWidget* form) : form_(form) {
     };
     for (const auto& [button, icon] : buttons) {
         const bool isBlack = button != form->btnMoveThere;
+        button->setProperty("fixedColour", isBlack);
         button->setIcon(look::icon(QLatin1String(icon), isBlack ? look::white : look::ink2));
     }
+    form->columnNote->setStretch(1, 1);
     measure();
 }
 

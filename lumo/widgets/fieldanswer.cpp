@@ -182,7 +182,6 @@ void FieldAnswer::showUnit() {
     auto* const unit = new QLabel(unitText(range_.unit));
     unit->setObjectName(QStringLiteral("unit"));
     lumo::showUnit(line_, unit);
-    draft_->setAlignment(line_->alignment());
 }
 
 void FieldAnswer::tellBelow() {
@@ -303,6 +302,7 @@ void FieldAnswer::beginDraft() {
     isDrafting_ = true;
     draft_->setGeometry(line_->rect());
     draft_->setTextMargins(line_->textMargins());
+    draft_->setAlignment(line_->alignment());
     draft_->show();
     frame_->raise();
     const bool hadFocus = field_->hasFocus();

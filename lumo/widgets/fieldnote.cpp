@@ -34,7 +34,7 @@ public:
         }
         setVisible(isShown);
         note()->setAlignment(Qt::AlignLeft | Qt::AlignTop);
-        note()->setIndent(isShown ? look::px(signSize + gap) : 0);
+        note()->setContentsMargins(isShown ? look::px(signSize + gap) : 0, 0, 0, 0);
         place();
     }
 

@@ -43,6 +43,19 @@ bool hasFixedColour(const QWidget& widget) {
            widget.property("fixedColour").toBool() || (label && label->text() == QLatin1String("-->"));
 }
 
+/// Whether a veil dims it.
+bool isVeiled(const QWidget& widget) {
+    for (const QWidget* above = &widget; above; above = above->parentWidget()) {
+        if (above->findChild<QWidget*>(QStringLiteral("veil"), Qt::FindDirectChildrenOnly)) {
+            return true;
+        }
+        if (above->isWindow()) {
+            break;  // a dialog lies over the veil of its page
+        }
+    }
+    return false;
+}
+
 /// Whether another widget lies over this one's middle, for example a sheet with its veil.
 bool isCovered(const QWidget& window, const QWidget& widget, const QRect& place) {
     const QWidget* top = window.childAt(place.center());
@@ -55,7 +68,9 @@ QRect placeIn(const QWidget& window, const QWidget& widget) {
 }
 
 void coverFixed(const QWidget& window, const QWidget& widget, QPainter* painter) {
-    if (widget.isVisible() && (hasFixedColour(widget) || widget.property("drawsFixedColours").toBool())) {
+    const bool hasCaret = qobject_cast<const QLineEdit*>(&widget) && widget.hasFocus();  // Qt paints it black
+    if (widget.isVisible() &&
+        (hasFixedColour(widget) || hasCaret || widget.property("drawsFixedColours").toBool())) {
         painter->fillRect(placeIn(window, widget), Qt::white);
     }
     for (const QObject* child : widget.children()) {
@@ -71,7 +86,7 @@ void coverFixed(const QWidget& window, const QWidget& widget, QPainter* painter)
 double faintContrast(const QWidget& window, const QWidget& widget, const QImage& picture) {
     const QRect place = placeIn(window, widget) & picture.rect();
     if (textOf(widget).trimmed().isEmpty() || place.height() < widget.height() || hasFixedColour(widget) ||
-        isCovered(window, widget, place)) {
+        isVeiled(widget) || isCovered(window, widget, place)) {
         return 0;
     }
     QHash<QRgb, int> colours;
@@ -92,8 +107,10 @@ double faintContrast(const QWidget& window, const QWidget& widget, const QImage&
 }
 
 QStringList pureColours(const QWidget& window, const QImage& picture) {
-    QImage free = picture.convertToFormat(QImage::Format_RGB32);
+    QImage free(picture.size(), QImage::Format_RGB32);
+    free.fill(Qt::white);  // behind the round corners of a sheet
     QPainter painter(&free);
+    painter.drawImage(0, 0, picture);
     coverFixed(window, window, &painter);
     painter.end();
     QStringList faults;
