@@ -375,9 +375,15 @@ void RowPainter::paintNote(QPainter* painter, const RowShape& shape, const State
         drawLine(painter, left, y, grid_.pitch(), line);
         y += grid_.pitch();
     }
-    if (shape.noteLines.isEmpty() && state.form.hasFields && shape.hasNoteRoom) {
-        painter->setPen(QColor(look::ink3));
-        drawLine(painter, left, shape.note.top(), shape.note.height(), ProgramTable::tr("点击输入备注"));
+    if (!shape.noteLines.isEmpty() || !state.form.hasFields || !shape.hasNoteRoom) {
+        return;
+    }
+    painter->setPen(QColor(look::ink3));
+    const QStringList hint = grid_.linesOf(ProgramTable::tr("点击输入备注"), grid_.noteWidth());
+    y = shape.note.center().y() - hint.size() * grid_.pitch() / 2;
+    for (const QString& line : hint) {
+        drawLine(painter, left, y, grid_.pitch(), line);
+        y += grid_.pitch();
     }
 }
 

@@ -266,13 +266,20 @@ void RowView::updateGeometries() {
     }
 }
 
+/// A selected row that was in view stays in view.
 void RowView::resizeEvent(QResizeEvent* event) {
+    const int selected = onlySelected();
+    const int place = selected >= 0 ? rowViewportPosition(selected) : -1;
+    const bool wasInView = place >= 0 && place < event->oldSize().height();
     QTableWidget::resizeEvent(event);
     const bool isFirst = !hasPlace_;
     hasPlace_ = true;
     if (isFirst || event->oldSize().width() != event->size().width()) {
         fitColumns();
         sizeAllRows();
+    }
+    if (wasInView) {
+        scrollTo(model()->index(selected, MarkerColumn));
     }
 }
 

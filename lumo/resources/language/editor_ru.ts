@@ -139,7 +139,7 @@
     </message>
     <message>
         <source>点击输入备注</source>
-        <translation>Нажмите, чтобы ввести примечание</translation>
+        <translation>Добавьте примечание</translation>
     </message>
     <message>
         <source>输入错误</source>
