@@ -1416,7 +1416,7 @@ mean %2</translation>
         <translation>Side</translation>
     </message>
     <message>
-        <source>双视图</source>
+        <source>并列</source>
         <translation>Both</translation>
     </message>
     <message>

@@ -1416,7 +1416,7 @@
         <translation>Сбоку</translation>
     </message>
     <message>
-        <source>双视图</source>
+        <source>并列</source>
         <translation>Оба</translation>
     </message>
     <message>

@@ -31,7 +31,7 @@ PathPage::PathPage(SeamTrack* seams, const workcell::PackageFlags& package, QWid
       package_(package),
       arm_(kordservice()->dataNode(prog::key::jointCount)->getInt()),
       sights_(new SegmentedControl(QStringLiteral("pathSight"),
-                                   {tr("立体"), tr("俯视"), tr("侧视"), tr("双视图")})),
+                                   {tr("立体"), tr("俯视"), tr("侧视"), tr("并列")})),
       view_(new PathView(seams, &arm_)),
       second_(new PathView(seams, &arm_)),
       foot_(new PathFoot(seams)) {
