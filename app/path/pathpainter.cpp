@@ -216,8 +216,8 @@ void PathPainter::paintMoves(const std::vector<PathMove>& moves, const std::vect
     const double width = seamWidth(camera_);
     for (const std::size_t i : chosen) {
         const double bare = moves[i].weld ? width : 2;
-        painter_->setPen(
-            QPen(QColor(look::halo), bare + 2 * haloBeyond, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        painter_->setPen(QPen(QColor(look::halo), bare + 2 * haloBeyond * look::factor(), Qt::SolidLine,
+                              Qt::RoundCap, Qt::RoundJoin));
         painter_->drawPolyline(seen[i].track);
     }
     for (std::size_t i = 0; i < moves.size(); ++i) {

@@ -19,7 +19,7 @@ enum class PathSign { Weld, Move, JointMove, Impossible, Point, Seam, Gap };
 /// not only in colour.
 class PathPainter {
 public:
-    static constexpr double haloBeyond = 6;  ///< px at either side of a chosen line
+    static constexpr double haloBeyond = 6;  ///< px at factor 1, at either side of a chosen line
 
     PathPainter(QPainter* painter, const Camera& camera)
         : painter_(painter), camera_(camera), part_(camera.area()) {}

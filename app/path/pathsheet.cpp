@@ -100,7 +100,7 @@ void PathSheet::drawOver() {
 
 /// Draws a few moves anew with what lies around them.
 QRectF PathSheet::redrawAround(const std::vector<std::size_t>& moves) {
-    const double around = PathPainter::seamWidth(camera_) / 2 + PathPainter::haloBeyond + 2;
+    const double around = PathPainter::seamWidth(camera_) / 2 + PathPainter::haloBeyond * look::factor() + 2;
     QRectF all;
     QPainter painter(&base_);
     for (const std::size_t move : moves) {
