@@ -113,11 +113,11 @@ protected:
 
 private:
     void appear() {
-        arrange();
         const QList<QLabel*> texts = dialog_->findChildren<QLabel*>();
         for (QLabel* const text : texts) {
             text->ensurePolished();  // bold type is wider
         }
+        arrange();
         QEvent sizeNow(QEvent::LayoutRequest);  // a message gets its size only when it is shown
         QCoreApplication::sendEvent(dialog_, &sizeNow);
         place();
@@ -224,7 +224,6 @@ public:
 
 protected:
     void arrange() override {
-        constexpr int leastWidth = 320;
         constexpr int signSize = 40;
         TitledDress::arrange();
         const Sign sign = signOf(message_->icon());
@@ -233,11 +232,18 @@ protected:
             place->setPixmap(picture(QLatin1String(sign.icon), px(signSize), sign.colour));
         }
         if (auto* const text = message_->findChild<QLabel*>(QStringLiteral("qt_msgbox_label"))) {
-            text->setMinimumWidth(std::max(px(leastWidth), titleWidth()));
+            text->setMinimumWidth(std::max(widthFor(*text), titleWidth()));
         }
     }
 
 private:
+    /// A longer text is broken into lines: with this width the message exceeds what Qt shows as one line.
+    static int widthFor(const QLabel& label) {
+        constexpr int least = 320, most = 460, margins = 8;
+        const int width = label.fontMetrics().size(0, label.text()).width() + margins;
+        return std::clamp(width, px(least), px(most));
+    }
+
     QMessageBox* const message_;
 };
 
