@@ -28,8 +28,8 @@ constexpr int leastBefore = 86;  // with its icon before it
 /// From the one that shows most to the one that needs least.
 constexpr RunBar::Look looks[] = {
     {192, false, false, false, false}, {164, false, false, false, false}, {172, false, true, false, false},
-    {168, true, true, false, false},   {168, true, true, true, false},    {140, true, true, true, false},
-    {160, true, true, false, true},    {140, true, true, true, true},
+    {168, true, true, false, false},   {168, true, true, true, false},    {148, true, true, true, false},
+    {160, true, true, false, true},    {148, true, true, true, true},
 };
 
 /// Between the groups of the bar.

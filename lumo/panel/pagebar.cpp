@@ -159,10 +159,14 @@ int PageBar::toolWidthNow() const {
     if (width() >= look::px(largeFrom)) {
         return toolWidth(look::px(largeTool));
     }
-    const int taken = hasTwoRows() ? look::px(margin + leastName + 2 * gap + rightMargin)
-                                   : parts_.workObject->geometry().right() + 1 +
-                                         std::max(look::px(leastName), parts_.name->sizeHint().width()) +
-                                         look::px(2 * gap + rightMargin);
+    if (hasTwoRows()) {
+        const int most = (width() - look::px(gap + rightMargin) - toolsWidth(0)) / mostTools;
+        const int each = most - look::px(leastName + margin) / mostTools;
+        return std::min(most, toolWidth(std::clamp(each, look::px(leastTool), look::px(usualTool))));
+    }
+    const int taken = parts_.workObject->geometry().right() + 1 +
+                      std::max(look::px(leastName), parts_.name->sizeHint().width()) +
+                      look::px(2 * gap + rightMargin);
     const int each = (width() - taken - toolsWidth(0)) / mostTools;
     return toolWidth(std::clamp(each, look::px(leastTool), look::px(usualTool)));
 }
@@ -230,12 +234,28 @@ void PageBar::arrange() {
     const int edge = look::px(margin);
     const int bar = look::px(barHeight);
     const int top = look::px(gap);
-    const bool two = hasTwoRows();
-    placeBoxes(edge, width() - edge, two ? bar : top);
+    if (!hasTwoRows()) {
+        placeBoxes(edge, width() - edge, top);
+    }
     const int toolsLeft = placeTools(width() - look::px(rightMargin), top, bar - 2 * top);
+    if (hasTwoRows()) {
+        placeInTwoRows(toolsLeft);
+        return;
+    }
     const int after = look::px(width() >= look::px(largeFrom) ? nameGap : gap);
-    const int left = two ? edge : parts_.workObject->geometry().right() + 1 + after;
+    const int left = parts_.workObject->geometry().right() + 1 + after;
     placeName({left, 0, std::max(0, toolsLeft - look::px(gap) - left), bar});
+}
+
+/// The name stands before the buttons, or in the second row where their words leave it no place.
+void PageBar::placeInTwoRows(int toolsLeft) {
+    const int edge = look::px(margin), bar = look::px(barHeight), least = look::px(leastName);
+    const int room = toolsLeft - look::px(gap) - edge;
+    const bool isBelow = !running_ && room < least;
+    const int left = isBelow ? edge + std::max(least, look::px(leastBox) * 3 / 4) + look::px(gap) : edge;
+    placeBoxes(left, width() - edge, bar);
+    placeName(isBelow ? QRect(edge, bar, left - look::px(gap) - edge, look::px(control))
+                      : QRect(edge, 0, std::max(0, room), bar));
 }
 
 void PageBar::resizeEvent(QResizeEvent* event) {

@@ -71,6 +71,7 @@ private:
     [[nodiscard]] int placeTools(int right, int top, int height);
     void placeBoxes(int left, int right, int top);
     void placeName(const QRect& place);
+    void placeInTwoRows(int toolsLeft);
 
     Parts parts_{};
     QWidget* undo_ = nullptr;

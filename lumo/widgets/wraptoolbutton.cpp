@@ -11,7 +11,7 @@ namespace lumo {
 
 namespace {
 
-constexpr int marginX = 4, marginY = 2;
+constexpr int marginX = 2, marginY = 2;
 
 }  // namespace
 

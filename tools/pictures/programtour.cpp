@@ -2,10 +2,13 @@
 
 #include "app/dock/dockarea.h"
 #include "app/panel.h"
+#include "app/panelwindow.h"
 #include "mendo/modulemanager.h"
 #include "program/words.h"
 #include "simulator/controller.h"
 #include "tools/pictures/scene.h"
+
+#include <QAbstractButton>
 
 #include <iterator>
 
@@ -44,6 +47,14 @@ void batch(Scene& s, const char* button) {
     }
     s.shoot();
     press(s, "multiBtn");
+}
+
+/// The editor beside a dock, where its page is narrow.
+void editBesideDock(Scene& s) {
+    s.openProject(sampleFile);
+    s.selectRow(table, MoveL);
+    s.panel()->window()->docks()->open(QStringLiteral("path"));
+    s.settle();
 }
 
 /// A program with errors and warnings, after it was checked.
@@ -134,6 +145,24 @@ const Stop editorRows[] = {
          s.openProject(sampleFile);
          power(s);
          s.shoot();
+     }},
+    {"editor_narrow",
+     [](Scene& s) {
+         editBesideDock(s);
+         s.shoot();
+     }},
+    {"editor_narrow_insert",
+     [](Scene& s) {
+         editBesideDock(s);
+         auto* const tools = s.panel()->window()->findChild<QAbstractButton*>(QStringLiteral("btnTools"));
+         const bool inTurn = tools && tools->isVisible();
+         if (inTurn) {
+             tools->click();
+         }
+         s.shoot();
+         if (inTurn) {
+             tools->click();
+         }
      }},
     {"project_unsaved",
      [](Scene& s) {
@@ -259,6 +288,17 @@ const Stop runs[] = {
          s.whenLineRuns(MoveL, [&s] {
              s.shoot();
              press(s, "btnPause");
+         });
+         startSample(s);
+     }},
+    {"run_seam",
+     [](Scene& s) {
+         s.openProject(sampleFile);
+         s.whenLineRuns(MoveC, [&s] {
+             s.after(900, [&s] {
+                 s.shoot();
+                 press(s, "btnPause");
+             });
          });
          startSample(s);
      }},

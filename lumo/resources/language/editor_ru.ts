@@ -258,7 +258,7 @@
     </message>
     <message>
         <source>延时</source>
-        <translation>Задерж­ка</translation>
+        <translation>За­дер­жка</translation>
     </message>
     <message>
         <source>步跳转</source>
@@ -266,7 +266,7 @@
     </message>
     <message>
         <source>Goto</source>
-        <translation>Перейти</translation>
+        <translation>Перей­ти</translation>
     </message>
     <message>
         <source>焊接</source>
@@ -454,7 +454,7 @@
     </message>
     <message>
         <source>插入</source>
-        <translation>Добавить</translation>
+        <translation>Доба­вить</translation>
     </message>
     <message>
         <source>复位</source>
