@@ -53,7 +53,7 @@ constexpr FileProblem::Wording words[] = {
     {Kind::UnknownField, QT_TRANSLATE_NOOP("FileProblem", "此处没有名为 '%1' 的项")},
     {Kind::LeastAboveMost, QT_TRANSLATE_NOOP("FileProblem", "'%1' 的 min 大于 max")},
     {Kind::OtherFault, "%1"},
-    {Kind::NoPortInUse, QT_TRANSLATE_NOOP("FileProblem", "所有端口均已停用")},
+    {Kind::NoPortInUse, QT_TRANSLATE_NOOP("FileProblem", "所有端口均未启用")},
     {Kind::MoreRecords, QT_TRANSLATE_NOOP("FileProblem", "另有 %1 条记录有错误")},
 };
 static_assert(FileProblem::isComplete(words));

@@ -143,7 +143,7 @@
         <translation>'%1' is neither true nor false</translation>
     </message>
     <message>
-        <source>所有端口均已停用</source>
+        <source>所有端口均未启用</source>
         <translation>no port is in use</translation>
     </message>
     <message>
@@ -1350,11 +1350,11 @@ mean %2</translation>
     </message>
     <message>
         <source>速度 mm/s</source>
-        <translation>Speed mm/s</translation>
+        <translation>Speed, mm/s</translation>
     </message>
     <message>
         <source>功率 %</source>
-        <translation>Power %</translation>
+        <translation>Power, %</translation>
     </message>
     <message>
         <source>气体</source>
@@ -1619,11 +1619,11 @@ mean %2</translation>
         <translation>Mean speed, mm/s</translation>
     </message>
     <message>
-        <source>焊前送气 s</source>
+        <source>前吹气 s</source>
         <translation>Gas pre-flow, s</translation>
     </message>
     <message>
-        <source>焊后送气 s</source>
+        <source>后吹气 s</source>
         <translation>Gas post-flow, s</translation>
     </message>
     <message>
@@ -1745,9 +1745,9 @@ mm/s</translation>
 %</translation>
     </message>
     <message>
-        <source>提前送气
+        <source>前吹气
 ms</source>
-        <translation>Gas before
+        <translation>Pre-flow
 ms</translation>
     </message>
     <message>
@@ -1812,7 +1812,7 @@ J/mm</translation>
         <translation>Back</translation>
     </message>
     <message>
-        <source>较早的工件</source>
+        <source>较早的零件</source>
         <translation>Earlier parts</translation>
     </message>
     <message>
@@ -2290,7 +2290,7 @@ J/mm</translation>
         <translation>the robot moves to the end of the seam</translation>
     </message>
     <message>
-        <source>焊前送气，剩余 %1</source>
+        <source>前吹气，剩余 %1</source>
         <translation>gas pre-flow, %1 left</translation>
     </message>
     <message>
@@ -2306,7 +2306,7 @@ J/mm</translation>
         <translation>the laser is off, end delay, %1 left</translation>
     </message>
     <message>
-        <source>焊后送气，剩余 %1</source>
+        <source>后吹气，剩余 %1</source>
         <translation>gas post-flow, %1 left</translation>
     </message>
     <message>
@@ -2354,8 +2354,8 @@ J/mm</translation>
         <translation>manual mode, and the Hand Weld switch is off</translation>
     </message>
     <message>
-        <source>端口“%1”已停用</source>
-        <translation>port "%1" is disabled</translation>
+        <source>端口“%1”未启用</source>
+        <translation>port "%1" is out of use</translation>
     </message>
     <message>
         <source>空运行：激光、气体和送丝保持关闭</source>

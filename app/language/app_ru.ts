@@ -143,7 +143,7 @@
         <translation>'%1': не true и не false</translation>
     </message>
     <message>
-        <source>所有端口均已停用</source>
+        <source>所有端口均未启用</source>
         <translation>все порты отключены</translation>
     </message>
     <message>
@@ -1018,7 +1018,7 @@
     <name>app::NumberPad</name>
     <message>
         <source>数字键盘</source>
-        <translation>Цифровые клавиши</translation>
+        <translation>Цифры</translation>
     </message>
     <message>
         <source>不再使用数字键盘</source>
@@ -1334,7 +1334,7 @@
     </message>
     <message>
         <source>路径起点</source>
-        <translation>Начало пути</translation>
+        <translation>Начало траектории</translation>
     </message>
     <message>
         <source>焊接，%1 mm</source>
@@ -1342,7 +1342,7 @@
     </message>
     <message>
         <source>空程，%1 mm</source>
-        <translation>Холостой ход, %1 мм</translation>
+        <translation>Переход, %1 мм</translation>
     </message>
     <message>
         <source>清除焊缝</source>
@@ -1350,11 +1350,11 @@
     </message>
     <message>
         <source>速度 mm/s</source>
-        <translation>Скорость мм/с</translation>
+        <translation>Скорость, мм/с</translation>
     </message>
     <message>
         <source>功率 %</source>
-        <translation>Мощность %</translation>
+        <translation>Мощность, %</translation>
     </message>
     <message>
         <source>气体</source>
@@ -1619,11 +1619,11 @@
         <translation>Средняя скорость, мм/с</translation>
     </message>
     <message>
-        <source>焊前送气 s</source>
+        <source>前吹气 s</source>
         <translation>Газ до шва, с</translation>
     </message>
     <message>
-        <source>焊后送气 s</source>
+        <source>后吹气 s</source>
         <translation>Газ после шва, с</translation>
     </message>
     <message>
@@ -1745,7 +1745,7 @@ mm/s</source>
 %</translation>
     </message>
     <message>
-        <source>提前送气
+        <source>前吹气
 ms</source>
         <translation>Газ до шва
 мс</translation>
@@ -1812,7 +1812,7 @@ J/mm</source>
         <translation>Назад</translation>
     </message>
     <message>
-        <source>较早的工件</source>
+        <source>较早的零件</source>
         <translation>Прежние детали</translation>
     </message>
     <message>
@@ -2291,8 +2291,8 @@ J/mm</source>
         <translation>робот движется к концу шва</translation>
     </message>
     <message>
-        <source>焊前送气，剩余 %1</source>
-        <translation>продувка газом до сварки, осталось %1</translation>
+        <source>前吹气，剩余 %1</source>
+        <translation>газ до шва, осталось %1</translation>
     </message>
     <message>
         <source>激光已打开，机器人停留，剩余 %1</source>
@@ -2307,8 +2307,8 @@ J/mm</source>
         <translation>лазер выключен, задержка окончания, осталось %1</translation>
     </message>
     <message>
-        <source>焊后送气，剩余 %1</source>
-        <translation>продувка газом после сварки, осталось %1</translation>
+        <source>后吹气，剩余 %1</source>
+        <translation>газ после шва, осталось %1</translation>
     </message>
     <message>
         <source>延时，剩余 %1</source>
@@ -2355,7 +2355,7 @@ J/mm</source>
         <translation>ручной режим, а переключатель «Ручная сварка» выключен</translation>
     </message>
     <message>
-        <source>端口“%1”已停用</source>
+        <source>端口“%1”未启用</source>
         <translation>порт «%1» отключён</translation>
     </message>
     <message>

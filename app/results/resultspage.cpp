@@ -118,7 +118,7 @@ QToolButton* ResultsPage::makeButton(const QString& name, const QString& icon, c
 QWidget* ResultsPage::makeBar() {
     back_ = makeButton(QStringLiteral("btnResultBack"), QStringLiteral("back"), {});
     back_->setAccessibleName(tr("返回"));
-    earlier_ = makeButton(QStringLiteral("btnEarlier"), QStringLiteral("history"), tr("较早的工件"));
+    earlier_ = makeButton(QStringLiteral("btnEarlier"), QStringLiteral("history"), tr("较早的零件"));
     earlier_->setCheckable(true);
     csv_ = makeButton(QStringLiteral("btnRunCsv"), QStringLiteral("table"), tr("CSV"));
     passport_ = makeButton(QStringLiteral("btnPassport"), QStringLiteral("document"), tr("焊缝档案"));

@@ -23,11 +23,11 @@ struct Wait {
 const Wait waits[] = {
     {prog::waits::move, QT_TRANSLATE_NOOP("app::StatusText", "机器人正在运动")},
     {prog::waits::zone, QT_TRANSLATE_NOOP("app::StatusText", "机器人正在运动到焊缝终点")},
-    {prog::waits::preFlow, QT_TRANSLATE_NOOP("app::StatusText", "焊前送气，剩余 %1")},
+    {prog::waits::preFlow, QT_TRANSLATE_NOOP("app::StatusText", "前吹气，剩余 %1")},
     {prog::waits::dwell, QT_TRANSLATE_NOOP("app::StatusText", "激光已打开，机器人停留，剩余 %1")},
     {prog::waits::rampDown, QT_TRANSLATE_NOOP("app::StatusText", "激光功率正在下降，剩余 %1")},
     {prog::waits::closeDelay, QT_TRANSLATE_NOOP("app::StatusText", "激光已关闭，延时结束，剩余 %1")},
-    {prog::waits::postFlow, QT_TRANSLATE_NOOP("app::StatusText", "焊后送气，剩余 %1")},
+    {prog::waits::postFlow, QT_TRANSLATE_NOOP("app::StatusText", "后吹气，剩余 %1")},
     {prog::waits::delay, QT_TRANSLATE_NOOP("app::StatusText", "延时，剩余 %1")},
 };
 
@@ -117,7 +117,7 @@ QString portText(const PortProblem& trouble) {
         case PortProblem::OutOfUse:
             break;
     }
-    return StatusText::tr("端口“%1”已停用").arg(trouble.port);
+    return StatusText::tr("端口“%1”未启用").arg(trouble.port);
 }
 
 QString listed(const QStringList& things) {

@@ -99,6 +99,7 @@ void UndoBar::go(History::Way way) {
         tell(panel_.isForm() ? tr("请先关闭当前页面") : tr("机器人上电时不能编辑程序"));
     } else if (panel_.inView() == step->page) {
         History::instance()->go(way);
+        tell((way == History::Way::Undo ? tr("已撤销：%1") : tr("已重做：%1")).arg(step->text));
     } else if (panel_.show(step->page)) {
         tell((way == History::Way::Undo ? tr("再按一次将撤销：%1") : tr("再按一次将重做：%1"))
                  .arg(step->text));

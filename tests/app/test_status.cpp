@@ -51,8 +51,8 @@ private slots:
             {"lumo.port.#9.name", "DO2_3",
              no + "port \"Laser Enable\" is assigned to DO2_3, which does not exist"},
             {"lumo.port.#9.name", "", no + "port \"Laser Enable\" is not assigned"},
-            {"lumo.port.#16.enable", false, no + "port \"Laser Power\" is disabled"},
-            {"lumo.port.#6.enable", false, "⚠ Welding without gas: port \"Gas Enable\" is disabled"},
+            {"lumo.port.#16.enable", false, no + "port \"Laser Power\" is out of use"},
+            {"lumo.port.#6.enable", false, "⚠ Welding without gas: port \"Gas Enable\" is out of use"},
         };
         for (const auto& row : rows) {
             const QVariant before = m(row.path)->value();

@@ -231,7 +231,7 @@
     </message>
     <message>
         <source>没有等待的工位</source>
-        <translation>Никто не ждёт.</translation>
+        <translation>Ни один пост не ждёт.</translation>
     </message>
     <message>
         <source>已等 %1</source>

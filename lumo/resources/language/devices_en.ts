@@ -12,7 +12,7 @@
     <name>lumo::DeviceState</name>
     <message>
         <source>端口未启用</source>
-        <translation>The port is not enabled</translation>
+        <translation>The port is out of use</translation>
     </message>
     <message>
         <source>已解锁，再按即锁定</source>
@@ -39,7 +39,7 @@
     <name>lumo::SetPoint</name>
     <message>
         <source>端口未启用</source>
-        <translation>The port is not enabled</translation>
+        <translation>The port is out of use</translation>
     </message>
     <message>
         <source>当前输出 %1 %</source>
@@ -196,7 +196,7 @@
     </message>
     <message>
         <source>端口“%1”未启用。</source>
-        <translation>The port %1 is not enabled.</translation>
+        <translation>The port "%1" is out of use.</translation>
     </message>
     <message>
         <source>激光已打开</source>

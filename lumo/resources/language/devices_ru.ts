@@ -208,7 +208,7 @@
     </message>
     <message>
         <source>未启用</source>
-        <translation>Не используется</translation>
+        <translation>Отключено</translation>
     </message>
     <message>
         <source>指示红光已打开</source>

@@ -326,7 +326,7 @@
     </message>
     <message>
         <source>焊枪距中断点 %1 mm，先不出光回到中断点，再继续焊接？</source>
-        <translation>The torch is %1 mm away from where the program was stopped. Go back there without laser first, then go on welding?</translation>
+        <translation>The tool is %1 mm away from where the program was stopped. Go back there without laser first, then go on welding?</translation>
     </message>
     <message>
         <source>警告</source>

@@ -841,11 +841,11 @@
     </message>
     <message>
         <source>程序正在运行，不能编辑</source>
-        <translation>Правка закрыта: программа выполняется</translation>
+        <translation>Правка заблокирована: программа выполняется</translation>
     </message>
     <message>
         <source>驱动已上电，不能编辑</source>
-        <translation>Правка закрыта: приводы включены</translation>
+        <translation>Правка заблокирована: приводы включены</translation>
     </message>
 </context>
 </TS>

@@ -321,7 +321,7 @@
     </message>
     <message>
         <source>&quot;%1&quot; is out of use, the weld in line %2 needs it</source>
-        <translation>端口“%1”已停用，第 %2 行的焊接需要它</translation>
+        <translation>端口“%1”未启用，第 %2 行的焊接需要它</translation>
     </message>
     <message>
         <source>take the port into use</source>
@@ -353,7 +353,7 @@
     </message>
     <message>
         <source>there are %1 rows for %2 ports: no port is in use</source>
-        <translation>端口文件有 %1 行，应为 %2 行：所有端口停用</translation>
+        <translation>端口文件有 %1 行，应为 %2 行：所有端口未启用</translation>
     </message>
     <message>
         <source>replace the file</source>
@@ -361,7 +361,7 @@
     </message>
     <message>
         <source>the row of &quot;%1&quot; is not of the type %2: no port is in use</source>
-        <translation>端口“%1”的行不是 %2 类型：所有端口停用</translation>
+        <translation>端口“%1”的行不是 %2 类型：所有端口未启用</translation>
     </message>
     <message>
         <source>%1 belongs to the welding equipment (&quot;%2&quot;)</source>

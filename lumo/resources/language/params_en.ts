@@ -157,13 +157,13 @@ ms</translation>
     <message>
         <source>前吹气
 ms</source>
-        <translation>Gas before
+        <translation>Pre-flow
 ms</translation>
     </message>
     <message>
         <source>后吹气
 ms</source>
-        <translation>Gas after
+        <translation>Post-flow
 ms</translation>
     </message>
     <message>
@@ -174,7 +174,7 @@ lines</translation>
     </message>
     <message>
         <source>开始、焊缝与结束按此执行；点按时间即可修改</source>
-        <translation>opening, seam and closing as they will be driven; tap a time to change it</translation>
+        <translation>opening, seam and closing as they will run; tap a time to change it</translation>
     </message>
 </context>
 <context>
@@ -327,7 +327,7 @@ lines</translation>
     </message>
     <message>
         <source>前吹气 %1</source>
-        <translation>Gas before %1</translation>
+        <translation>Pre-flow %1</translation>
     </message>
     <message>
         <source>出光 %1</source>
@@ -351,7 +351,7 @@ lines</translation>
     </message>
     <message>
         <source>后吹气 %1</source>
-        <translation>Gas after %1</translation>
+        <translation>Post-flow %1</translation>
     </message>
     <message>
         <source>补丝自 %1</source>

@@ -47,7 +47,7 @@
     </message>
     <message>
         <source>端口未启用或未分配。</source>
-        <translation>The port is not in use or not assigned.</translation>
+        <translation>The port is out of use or not assigned.</translation>
     </message>
     <message>
         <source>请先按“确认”保存更改，然后再测试。</source>

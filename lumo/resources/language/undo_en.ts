@@ -54,6 +54,14 @@
         <source>该步骤所在的页面已锁定：%1</source>
         <translation>The page of this step is locked: %1</translation>
     </message>
+    <message>
+        <source>已撤销：%1</source>
+        <translation>Undone: %1</translation>
+    </message>
+    <message>
+        <source>已重做：%1</source>
+        <translation>Redone: %1</translation>
+    </message>
 </context>
 <context>
     <name>lumo::steptext</name>
