@@ -236,7 +236,9 @@ void PathFoot::show(const mendo::ModuleObject* program, const std::vector<PathMo
 void PathFoot::refresh() {
     const bool inWeld = running_ && weldM_ > 0;
     const bool isWelded = seams_->length() > 0;
-    setVisible(!(brief_ && running_));  // wide screens tell it beside the program
+    if (parentWidget()) {
+        setVisible(!(brief_ && running_));  // wide screens tell it beside the program
+    }
     number_->parentWidget()->setVisible(!brief_ && !number_->text().isEmpty());
     bar_->setVisible(inWeld && !brief_);
     line_->setVisible(!inWeld);
