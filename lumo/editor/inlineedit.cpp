@@ -34,7 +34,6 @@ bool InlineEdit::open(int row, LineField field) {
     entry_ = new LineEntry(statement, field, list_->viewport());
     entry_->setObjectName(QStringLiteral("inlineEntry"));
     entry_->installEventFilter(this);
-    connect(entry_, &QLineEdit::returnPressed, this, &InlineEdit::take);
     if (field != LineField::Note) {
         range_ = new QLabel(list_->viewport());
         range_->setObjectName(QStringLiteral("inlineRange"));
@@ -71,13 +70,20 @@ void InlineEdit::place() {
     }
 }
 
+/// The list must not see these keys: Enter would open an entry again.
 bool InlineEdit::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == entry_ && event->type() == QEvent::KeyPress &&
-        static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) {
-        close();
-        return true;
+    if (watched != entry_ || event->type() != QEvent::KeyPress) {
+        return QObject::eventFilter(watched, event);
     }
-    return QObject::eventFilter(watched, event);
+    const int key = static_cast<QKeyEvent*>(event)->key();
+    if (key == Qt::Key_Escape) {
+        close();
+    } else if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+        take();
+    } else {
+        return false;
+    }
+    return true;
 }
 
 /// Leaves the entry open where its value is not taken.

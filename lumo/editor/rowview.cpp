@@ -434,11 +434,12 @@ void RowView::mouseDoubleClickEvent(QMouseEvent* event) {
     }
 }
 
-/// A key that the open entry does not take comes here. F2 edits the selected row.
+/// A key that the open entry does not take comes here. Enter edits the selected row.
 void RowView::keyPressEvent(QKeyEvent* event) {
+    const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     if (event->key() == Qt::Key_Escape && inline_->isOpen()) {
         inline_->cancel();
-    } else if (event->key() == Qt::Key_F2 && isEditable() && onlySelected() >= 0) {
+    } else if (isEnter && !inline_->isOpen() && isEditable() && onlySelected() >= 0) {
         const int row = onlySelected();
         inline_->open(row, LineField::Speed) || inline_->open(row, LineField::Note);
     } else {

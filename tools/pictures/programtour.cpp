@@ -128,7 +128,7 @@ const Stop editorRows[] = {
      [](Scene& s) {
          s.openProject(sampleFile);
          s.selectRow(table, MoveL);
-         s.key(table, Qt::Key_F2);
+         s.key(table, Qt::Key_Return);
          s.type(QStringLiteral("inlineEntry"), QStringLiteral("250"));
          s.shoot();
          s.key(QStringLiteral("inlineEntry"), Qt::Key_Escape);
