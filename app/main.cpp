@@ -154,12 +154,6 @@ void show(QWidget* window) {
     }
 }
 
-/// What can wait comes after the panel's first paint, so that it does not delay it.
-void completeSoon(app::Panel* panel) {
-    QObject::connect(panel->window(), &app::PanelWindow::painted, panel, &app::Panel::complete,
-                     Qt::QueuedConnection);
-}
-
 /// Later still, for the same reason.
 void offerSetupSoon(app::Panel* panel) {
     constexpr int afterMs = 1200;
@@ -192,7 +186,28 @@ void followRestarts(app::Panel* panel, const app::Options& options, std::optiona
                      [=] { endForAnother(another, presentOptions(options, *panel)); });
 }
 
+/// Fills the frame with the package's page, and with the project that is to be opened.
+bool fill(app::Panel* panel, const app::Options& options) {
+    QString error;
+    if (!panel->open(gantu::findLibrary(prog::key::lumo), &error)) {
+        fail(error, failed);
+        return false;
+    }
+    panel->setRatedPower(app::Preferences::ratedWatts());
+    panel->keepEdits();
+    QTimer::singleShot(0, panel, &app::Panel::complete);
+    if (options.example.isEmpty()) {
+        offerSetupSoon(panel);
+    }
+    if (!options.project.isEmpty() && !panel->openProject(options.project)) {
+        fail(QStringLiteral("--open: the page has no way to open a project"), failed);
+    }
+    return true;
+}
+
 /// Runs the panel until it quits. `another` is set to the options of the panel that is to follow.
+///
+/// The frame, with emergency stop and drive power, is on the screen before the package is loaded.
 int run(app::Options options, sim::PacedTime* time, std::optional<QStringList>* another) {
     const app::QuitSignals quitSignals;
     QString problem;
@@ -207,25 +222,21 @@ int run(app::Options options, sim::PacedTime* time, std::optional<QStringList>* 
     app::Panel panel;
     panel.window()->setChosenFactor(app::Preferences::factor());
     resize(panel.window());
-    QString error;
-    if (!panel.open(gantu::findLibrary(prog::key::lumo), &error)) {
-        return fail(error, failed);
-    }
-    panel.setRatedPower(app::Preferences::ratedWatts());
-    panel.keepEdits();
+    panel.makeFrame();
     QObject::connect(&panel, &app::Panel::speedChosen, time, &sim::PacedTime::setFactor);
     followRestarts(&panel, options, another);
     if (!lost.isEmpty()) {
         panel.window()->notices()->report({lost, {}, {{mendo::FileProblem::Kind::NoSuchFolder}}});
     }
+    QObject::connect(
+        panel.window(), &app::PanelWindow::painted, &panel,
+        [&panel, &options] {
+            if (!fill(&panel, options)) {
+                QCoreApplication::exit(failed);
+            }
+        },
+        Qt::QueuedConnection);
     show(panel.window());
-    completeSoon(&panel);
-    if (options.example.isEmpty()) {
-        offerSetupSoon(&panel);
-    }
-    if (!options.project.isEmpty() && !panel.openProject(options.project)) {
-        fail(QStringLiteral("--open: the page has no way to open a project"), failed);
-    }
     mendo::ModuleManager::setOutermostLoop(1);
     const int status = QApplication::exec();
     return options.vcd.isEmpty() || writeSignals(panel, options.vcd) ? status : failed;

@@ -84,7 +84,7 @@ Panel::~Panel() {
     }
 }
 
-bool Panel::open(const QString& libraryFile, QString* error) {
+void Panel::makeFrame() {
     cell_->wire();
     // Before the package: a change is recorded before its consequences.
     follower_ = new workcell::TreeFollower(this);
@@ -93,7 +93,14 @@ bool Panel::open(const QString& libraryFile, QString* error) {
     makeEvidence();
     makeEvents();
     makeRail();
+    makeDocks();
     window_->prepare();
+}
+
+bool Panel::open(const QString& libraryFile, QString* error) {
+    if (!rail_) {
+        makeFrame();
+    }
     if (!cell_->open(libraryFile, error)) {
         return false;
     }
@@ -104,7 +111,6 @@ bool Panel::open(const QString& libraryFile, QString* error) {
     collector_->setPage(page_);
     window_->header()->navigation()->refresh();
     window_->header()->navigation()->select(workcell::WorkCell::firstPage());
-    makeDocks();
     makeStatus();
     makeState();
     eventRecorder_->follow({packageFlags(), controller(), runs_, project_.get(), status_, page_});

@@ -49,6 +49,9 @@ public:
     Panel();
     ~Panel() override;
 
+    /// Makes what needs no package: header, rail with emergency stop and drive power, docks, status line. The
+    /// first part of open(), which calls it unless it was called before.
+    void makeFrame();
     /// Loads the package from its library, shows its first page and wires the cell as the port file in
     /// the working directory tells. False, with the reason in `error`, when there is no such package.
     bool open(const QString& libraryFile, QString* error);
