@@ -94,6 +94,7 @@ void Panel::makeFrame() {
     makeEvents();
     makeRail();
     makeDocks();
+    window_->header()->state()->setState({PanelState::Kind::Ready, tr("正在启动"), {}, Place::Project, -1});
     window_->prepare();
 }
 

@@ -1056,6 +1056,10 @@ with code %1</translation>
 <context>
     <name>app::Panel</name>
     <message>
+        <source>正在启动</source>
+        <translation>STARTING</translation>
+    </message>
+    <message>
         <source>路径</source>
         <translation>Path</translation>
     </message>

@@ -1056,6 +1056,10 @@
 <context>
     <name>app::Panel</name>
     <message>
+        <source>正在启动</source>
+        <translation>ЗАПУСК</translation>
+    </message>
+    <message>
         <source>路径</source>
         <translation>Траектория</translation>
     </message>

@@ -33,11 +33,11 @@ QString textOf(const QWidget& widget) {
 }
 
 /// Words on the fixed colours, which are readable by their weight, and say the same by place or icon:
-/// switches, the hand-operated laser and pilot light.
+/// switches, the hand-operated laser and pilot light, the buttons of the point page.
 bool hasFixedColour(const QWidget& widget) {
-    static const QStringList names{QStringLiteral("btnLaserTest"),      QStringLiteral("btnRedLight"),
-                                   QStringLiteral("pushButton_update"), QStringLiteral("pushButton_update_2"),
-                                   QStringLiteral("pushButton_ok"),     QStringLiteral("pushButton_cancel")};
+    static const QStringList names{QStringLiteral("btnLaserTest"), QStringLiteral("btnRedLight"),
+                                   QStringLiteral("updateBtn1"),   QStringLiteral("updateBtn2"),
+                                   QStringLiteral("okayBtn"),      QStringLiteral("cancelBtn")};
     const auto* label = qobject_cast<const QLabel*>(&widget);
     return widget.inherits("SwitchButton") || names.contains(widget.objectName()) ||
            widget.property("fixedColour").toBool() || (label && label->text() == QLatin1String("-->"));
@@ -68,7 +68,9 @@ QRect placeIn(const QWidget& window, const QWidget& widget) {
 }
 
 void coverFixed(const QWidget& window, const QWidget& widget, QPainter* painter) {
-    const bool hasCaret = qobject_cast<const QLineEdit*>(&widget) && widget.hasFocus();  // Qt paints it black
+    const bool isField = qobject_cast<const QLineEdit*>(&widget) || widget.inherits("QTextEdit") ||
+                         widget.inherits("QAbstractSpinBox");
+    const bool hasCaret = isField && widget.hasFocus();  // Qt paints it black
     if (widget.isVisible() &&
         (hasFixedColour(widget) || hasCaret || widget.property("drawsFixedColours").toBool())) {
         painter->fillRect(placeIn(window, widget), Qt::white);
