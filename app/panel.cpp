@@ -110,6 +110,8 @@ bool Panel::open(const QString& libraryFile, QString* error) {
     project_ = std::make_unique<workcell::RunningProject>(page_);
     evidence_->setProjectName([this] { return project_->name(); });
     collector_->setPage(page_);
+    // The seams of another program are dropped, also while the path is not shown.
+    connect(new ProgramFollower(this), &ProgramFollower::replaced, seams_, &SeamTrack::clear);
     window_->header()->navigation()->refresh();
     window_->header()->navigation()->select(workcell::WorkCell::firstPage());
     makeStatus();
@@ -366,8 +368,6 @@ void Panel::makeRail() {
 
 /// Docks stand from left to right in this order.
 void Panel::makeDocks() {
-    // The seams of another program are dropped, also while the path is not shown.
-    connect(new ProgramFollower(this), &ProgramFollower::replaced, seams_, &SeamTrack::clear);
     DockArea* const area = window_->docks();
     area->add(
         docks::path, [this] { return makePath(); }, {}, DockWidth::Wide);

@@ -127,6 +127,7 @@ void Scene::reset(const QSize& size) {
     controller()->setInput(QStringLiteral("DI3"), true);
     app::PanelWindow* window = panel_->window();
     window->notices()->dismiss();
+    window->activateWindow();
     window->resize(size);
     clock()->advance(layoutMs);
     window->docks()->closeAll();
