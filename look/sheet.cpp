@@ -17,7 +17,7 @@ QString pixels(int length) {
 QHash<QString, QString> words() {
     QHash<QString, QString> result;
     for (const NamedColour& colour : colours) {
-        result.insert(colour.name, QColor(colour.rgb).name());
+        result.insert(QLatin1String(colour.name), QColor(colour.rgb).name());
     }
     result.insert(QStringLiteral("caption"), pixels(sizePx(Size::Caption)));
     result.insert(QStringLiteral("text"), pixels(sizePx(Size::Text)));

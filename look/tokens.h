@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QColor>
-#include <QLatin1String>
 
 /// The one place for the colours of package and panel: code takes the constants, style sheets write "@ink"
 /// (look/sheet.h). The contrasts hold on the grounds named with each; text needs 4.5, signs and disabled
@@ -58,44 +57,44 @@ constexpr QRgb veil = 0x7317273a;   ///< over page and navigation under a sheet;
 
 /// A colour by its name in style sheets.
 struct NamedColour {
-    QLatin1String name;
+    const char* name;
     QRgb rgb;
 };
 
 /// Every colour that style sheets may name.
 constexpr NamedColour colours[] = {
-    {QLatin1String("white"), white},
-    {QLatin1String("panel"), panel},
-    {QLatin1String("frame"), frame},
-    {QLatin1String("sel"), sel},
-    {QLatin1String("navy"), navy},
-    {QLatin1String("navy2"), navy2},
-    {QLatin1String("ink"), ink},
-    {QLatin1String("ink2"), ink2},
-    {QLatin1String("ink3"), ink3},
-    {QLatin1String("off"), off},
-    {QLatin1String("fog"), fog},
-    {QLatin1String("sky"), sky},
-    {QLatin1String("rule"), rule},
-    {QLatin1String("line"), line},
-    {QLatin1String("edge"), edge},
-    {QLatin1String("blue"), blue},
-    {QLatin1String("blueDn"), blueDn},
-    {QLatin1String("pressed"), pressed},
-    {QLatin1String("halo"), halo},
-    {QLatin1String("steel"), steel},
-    {QLatin1String("bead"), bead},
-    {QLatin1String("laneFill"), laneFill},
-    {QLatin1String("laserFill"), laserFill},
-    {QLatin1String("red"), red},
-    {QLatin1String("redDn"), redDn},
-    {QLatin1String("redTint"), redTint},
-    {QLatin1String("amber"), amber},
-    {QLatin1String("amberLine"), amberLine},
-    {QLatin1String("amberInk"), amberInk},
-    {QLatin1String("amberTint"), amberTint},
-    {QLatin1String("green"), green},
-    {QLatin1String("estop"), estop},
+    {"white", white},
+    {"panel", panel},
+    {"frame", frame},
+    {"sel", sel},
+    {"navy", navy},
+    {"navy2", navy2},
+    {"ink", ink},
+    {"ink2", ink2},
+    {"ink3", ink3},
+    {"off", off},
+    {"fog", fog},
+    {"sky", sky},
+    {"rule", rule},
+    {"line", line},
+    {"edge", edge},
+    {"blue", blue},
+    {"blueDn", blueDn},
+    {"pressed", pressed},
+    {"halo", halo},
+    {"steel", steel},
+    {"bead", bead},
+    {"laneFill", laneFill},
+    {"laserFill", laserFill},
+    {"red", red},
+    {"redDn", redDn},
+    {"redTint", redTint},
+    {"amber", amber},
+    {"amberLine", amberLine},
+    {"amberInk", amberInk},
+    {"amberTint", amberTint},
+    {"green", green},
+    {"estop", estop},
 };
 
 }  // namespace look

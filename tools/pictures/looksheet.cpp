@@ -101,7 +101,7 @@ private:
             painter->drawRoundedRect(QRect(place, QSize(100, 36)), 4, 4);
             painter->setFont(look::font(look::Size::Caption));
             painter->setPen(QColor(look::ink2));
-            painter->drawText(place + QPoint(0, 52), colour.name);
+            painter->drawText(place + QPoint(0, 52), QLatin1String(colour.name));
             painter->drawText(place + QPoint(0, 68), QColor(colour.rgb).name().toUpper());
             ++number;
         }
