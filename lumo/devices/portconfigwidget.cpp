@@ -65,14 +65,10 @@ PortConfigWidget::PortConfigWidget(QWidget* parent)
     ui_->okayBtn->setIcon(look::icon(QStringLiteral("check"), look::white));
     connect(ui_->okayBtn, &QPushButton::clicked, this, &PortConfigWidget::save);
     listNames();
-    const QList<ModuleObject*> ports = ports_->cmobjs();
-    ui_->tableWidget->setRowCount(ports.size());
+    ui_->tableWidget->setRowCount(ports_->cmobjCount());
     table_ = new PortTable(ui_->tableWidget, portGroups());
-    for (int row = 0; row < ports.size(); ++row) {
-        addRow(row, ports[row]);
-    }
     table_->mergeGroups();
-    check();
+    addRows(m(key::executeState)->getString() == word::busy);
     constexpr int periodMs = 160;
     auto* timer = new QTimer(this);
     connect(timer, &QTimer::timeout, this, &PortConfigWidget::refresh);
@@ -106,6 +102,27 @@ const QStringList& PortConfigWidget::namesOf(const QString& type) const {
         return outputNames_;
     }
     return type == word::portAnalog ? analogNames_ : none;
+}
+
+bool PortConfigWidget::hasAllRows() const {
+    return nameBoxes_.size() == ui_->tableWidget->rowCount();
+}
+
+/// A row at a time where a program runs: a stop must not wait for the whole page.
+void PortConfigWidget::addRows(bool oneByOne) {
+    while (!hasAllRows()) {
+        const int row = nameBoxes_.size();
+        addRow(row, ports_->c(row));
+        if (oneByOne && !hasAllRows()) {
+            QTimer::singleShot(0, this, [this] { addRows(true); });
+            return;
+        }
+    }
+    check();
+    if (isVisible()) {
+        place();
+        refresh();
+    }
 }
 
 void PortConfigWidget::addRow(int row, const ModuleObject* port) {
@@ -150,7 +167,7 @@ QWidget* PortConfigWidget::testCell(int row) {
 }
 
 PortNameBox* PortConfigWidget::nameBox(int row, const ModuleObject* port) {
-    auto* box = new PortNameBox(table_->groundOf(row));
+    auto* box = new PortNameBox(table_->groundOf(row), ui_->tableWidget->viewport());
     box->setStyleSheet(QStringLiteral("background-color: rgb(255, 255, 255)"));
     box->setProperty("func", QStringLiteral("secretly"));
     box->addItems(namesOf(port->c(field::type)->getString()));
@@ -168,7 +185,7 @@ bool PortConfigWidget::isStored(int row) const {
 
 /// Shows what is wrong with the assignment on the page.
 void PortConfigWidget::check() {
-    if (states_.size() != nameBoxes_.size() || restricting_) {
+    if (!hasAllRows() || states_.size() != nameBoxes_.size() || restricting_) {
         return;
     }
     ModuleObject rows(QStringLiteral("ports"));
@@ -329,6 +346,9 @@ void PortConfigWidget::switchOffLeaving() {
 
 void PortConfigWidget::save() {
     const QPointer<PortConfigWidget> self(this);
+    while (!hasAllRows()) {
+        addRow(nameBoxes_.size(), ports_->c(nameBoxes_.size()));
+    }
     switchOffLeaving();
     if (!self) {
         return;

@@ -60,6 +60,8 @@ private:
     void check();
     void showFindings(const prog::Findings& findings);
     void refresh();
+    [[nodiscard]] bool hasAllRows() const;
+    void addRows(bool oneByOne);
     void addRow(int row, const ModuleObject* port);
     lumo::PortNameBox* nameBox(int row, const ModuleObject* port);
     void showCount();

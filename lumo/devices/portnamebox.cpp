@@ -35,7 +35,7 @@ QString shownPortName(const QString& name) {
     return name.isEmpty() ? PortNameBox::tr("未分配") : name;
 }
 
-PortNameBox::PortNameBox(QRgb ground) : ground_(ground) {
+PortNameBox::PortNameBox(QRgb ground, QWidget* parent) : QComboBox(parent), ground_(ground) {
     setFocusPolicy(Qt::StrongFocus);
 }
 

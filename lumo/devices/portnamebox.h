@@ -14,7 +14,7 @@ class PortNameBox final : public QComboBox {
     Q_OBJECT
 public:
     /// `ground`: the colour round the field.
-    explicit PortNameBox(QRgb ground);
+    PortNameBox(QRgb ground, QWidget* parent);
 
     /// Something is wrong with the choice.
     void setWarned(bool warned);

@@ -48,6 +48,7 @@ int PortTable::linePx(int row) const {
 }
 
 void PortTable::setCell(int row, Column column, QWidget* cell) {
+    cell->setParent(table_->viewport());  // before it has a style sheet: it would be styled anew
     if (groups_.isHead(row) && column <= EnableColumn) {
         cell->setStyleSheet(QStringLiteral("background-color: #CCCCCC"));
     }
@@ -77,6 +78,9 @@ int PortTable::widthOfText(Column column, bool wholeText) const {
     int widest = 0;
     for (int row = 0; row < table_->rowCount(); ++row) {
         const auto* const label = qobject_cast<QLabel*>(table_->cellWidget(row, column));
+        if (!label) {
+            continue;
+        }
         const QStringList words =
             wholeText ? QStringList{label->text()} : label->text().split(QLatin1Char(' '));
         for (const QString& word : words) {
@@ -93,6 +97,9 @@ void PortTable::measure() {
         least = table_->horizontalHeader()->sectionSizeHint(column);
         for (int row = 0; row < table_->rowCount() && !isText(column); ++row) {
             const QWidget* const cell = table_->cellWidget(row, column);
+            if (!cell) {
+                continue;
+            }
             const int width = std::max(cell->sizeHint().width(), cell->minimumWidth());
             least = std::max(least, width + look::px(padding) + look::px(gap));
         }

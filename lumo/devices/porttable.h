@@ -37,7 +37,7 @@ public:
     void setCell(int row, Column column, QWidget* cell);
     /// Merges the cells of the groups' names.
     void mergeGroups();
-    /// Measures the cells, when all are there or have changed their type.
+    /// Measures the cells that are there; to be called again when more are, or have changed their type.
     void measure();
     void paint(QPainter* painter, const QStyleOptionViewItem& option,
                const QModelIndex& index) const override;
