@@ -154,7 +154,7 @@ void show(QWidget* window) {
     }
 }
 
-/// Later still, for the same reason.
+/// After the panel's first paint, too, and later than the rest: its sheet would delay it.
 void offerSetupSoon(app::Panel* panel) {
     constexpr int afterMs = 1200;
     QTimer::singleShot(afterMs, panel, [panel] { panel->menu()->offerSetup(); });

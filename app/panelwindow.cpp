@@ -50,7 +50,7 @@ PanelWindow::PanelWindow()
     body_->setSpacing(0);
     body_->addWidget(docks_, 1);
     setCentralWidget(content);
-    layout()->setSizeConstraint(QLayout::SetNoConstraint);  // what is large in a large window gets smaller
+    layout()->setSizeConstraint(QLayout::SetNoConstraint);  // else a large window could not be made smaller
     fit();
 }
 

@@ -74,7 +74,7 @@ void DockArea::open(const QString& id) {
     arrange();
 }
 
-/// Closes those whose place it takes. A guest closes none: they come back after it.
+/// Closes those whose place the new dock takes. Not called for a guest: they come back when it is closed.
 void DockArea::makeRoomFor(const Entry& entry) {
     std::vector<const Entry*> together{&entry};
     for (auto id = wanted_.crbegin(); id != wanted_.crend(); ++id) {

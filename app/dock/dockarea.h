@@ -36,7 +36,7 @@ public:
     void add(const QString& id, const Make& make, const QString& title, DockWidth width);
     /// The same with a content that is made already. Takes ownership.
     void add(const QString& id, QWidget* content, const QString& title, DockWidth width);
-    /// A guest, such as the number pad, gives the place back that it took, when it is closed.
+    /// A guest, such as the number pad, closes no other column for good: those come back when it is closed.
     void setGuest(const QString& id);
 
     void open(const QString& id);

@@ -20,8 +20,8 @@ namespace app {
 class SeamTrack;
 class SeamBar;
 
-/// Below the path: the line that runs or is chosen, what its weld has of its length, and in a run the speed,
-/// the power, gas and wire.
+/// Below the path: the line that runs or is chosen, how far its weld is welded, and in a run speed, power,
+/// gas and wire.
 class PathFoot : public QWidget {
     Q_OBJECT
 public:

@@ -81,7 +81,7 @@ QWidget* PathPage::makeButtons() {
     bar_ = new QWidget;
     bar_->setObjectName(QStringLiteral("pathBar"));
     auto* row = new QHBoxLayout(bar_);
-    sights_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);  // it has what the others leave
+    sights_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);  // takes what room is left
     row->addWidget(sights_, 1);
     QToolButton* const all = makeButton(QStringLiteral("btnFit"), QStringLiteral("fit"), tr("全部"));
     next_ = makeButton(QStringLiteral("btnPathNext"), QStringLiteral("zoom_seam"), tr("焊缝"));

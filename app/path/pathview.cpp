@@ -283,7 +283,7 @@ void PathView::mousePressEvent(QMouseEvent* event) {
 }
 
 void PathView::mouseMoveEvent(QMouseEvent* event) {
-    const double slip = look::px(10);  // of a gloved finger that taps
+    const double slip = look::px(10);  // a gloved finger that taps moves by less
     if (!event->buttons().testFlag(Qt::LeftButton) || isPinched_) {
         isDragged_ = true;
         return;

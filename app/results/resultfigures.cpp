@@ -86,7 +86,7 @@ void ResultFigures::show(const RunResult* result) {
     }
     const workcell::RunRecord& record = result->record;
     const bool isFinished = record.reason == QLatin1String("finished");
-    // What a stop left undone is not known: only the way that was made is.
+    // Of a stopped run only the length that was programmed up to the stop is known.
     set(Welded, look::figure(result->weldedMm(), 1),
         isFinished ? tr("/ %1 mm").arg(look::figure(result->programmedMm(), 1)) : QStringLiteral("mm"));
     set(Time, clock(record.seconds), {});

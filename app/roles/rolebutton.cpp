@@ -41,15 +41,16 @@ void RoleButton::paintEvent(QPaintEvent*) {
         painter.setPen(line > 0 ? QPen(QColor(look::sky), line) : QPen(Qt::NoPen));
         painter.setBrush(QColor(look::navy2));
         const double inset = line / 2.0;
-        painter.drawRoundedRect(QRectF(rect()).adjusted(inset, inset, -inset, -inset), look::px(6), look::px(6));
+        painter.drawRoundedRect(QRectF(rect()).adjusted(inset, inset, -inset, -inset), look::px(6),
+                                look::px(6));
     }
     if (keeper_->isIntegrator()) {
         painter.fillRect(QRect(0, height() - look::px(3), width(), look::px(3)), QColor(look::sky));
     }
     const int side = look::px(lockPx);
     painter.drawPixmap((width() - side) / 2, (height() - side) / 2,
-                       look::picture(keeper_->isOpen() ? QStringLiteral("unlock") : QStringLiteral("lock"), side,
-                                     look::white));
+                       look::picture(keeper_->isOpen() ? QStringLiteral("unlock") : QStringLiteral("lock"),
+                                     side, look::white));
 }
 
 }  // namespace app

@@ -129,7 +129,9 @@ QString runText(const CellStatus& status) {
 /// The laser of a program is where the program runs; who else lit it stands first.
 QString litRunText(const CellStatus& status) {
     const bool byProgram = status.laser == Laser::ByProgram || status.laser == Laser::ByStation;
-    return byProgram && runs(status) ? runText(status) : joined({laserText(status.laser), runs(status) ? runText(status) : QString()});
+    return byProgram && runs(status)
+               ? runText(status)
+               : joined({laserText(status.laser), runs(status) ? runText(status) : QString()});
 }
 
 QString endText(const EndedRun& ended, const QString& project) {

@@ -11,8 +11,8 @@ namespace app {
 class StatusWatcher;
 struct CellStatus;
 
-/// Shows the sentences of a StatusWatcher in a line, or in two small ones. The sign before them is a tick when
-/// all that a weld needs is well, a triangle when something is wrong, and else a ring.
+/// Shows the sentences of a StatusWatcher in a line, or in two small ones. The sign before them is a tick
+/// when all that a weld needs is well, a triangle when something is wrong, and else a ring.
 class StatusLine : public QFrame {
     Q_OBJECT
 public:
@@ -40,7 +40,7 @@ private:
     QLabel* sign_;
     QLabel* text_;
     const char* shown_ = nullptr;  ///< the sign
-    QString said_;  ///< shown instead of the sentences; empty: nothing
+    QString said_;                 ///< shown instead of the sentences; empty: nothing
     QTimer saying_;
 };
 

@@ -44,7 +44,8 @@ void RunStopButton::paintEvent(QPaintEvent*) {
     const int square = look::px(squarePx), gap = look::px(gapPx);
     const int word = painter.fontMetrics().horizontalAdvance(text());
     const int left = (width() - square - gap - word) / 2;
-    painter.drawPixmap(left, (height() - square) / 2, look::picture(QStringLiteral("stop"), square, look::red));
+    painter.drawPixmap(left, (height() - square) / 2,
+                       look::picture(QStringLiteral("stop"), square, look::red));
     painter.setPen(QColor(look::ink));
     painter.drawText(QRect(left + square + gap, 0, word + 1, height()), Qt::AlignVCenter, text());
 }

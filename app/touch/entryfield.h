@@ -31,7 +31,7 @@ public:
     /// Whether it is an entry in a cell of a table, which is gone when it is done.
     [[nodiscard]] bool isInCell() const;
 
-    /// Empty where nobody has named the field.
+    /// Empty where the field has no name.
     [[nodiscard]] QString caption() const;
     [[nodiscard]] QString unit() const;
     /// The limits in words; empty where there are none.

@@ -11,7 +11,7 @@ namespace app {
 
 namespace {
 
-/// What is told at a place of a widget that a tap does nothing else to; empty where there is nothing.
+/// The text for a place of a widget where a tap has no other effect; empty where there is none.
 QString tipAt(const QWidget* widget, const QPoint& place) {
     const auto* const view = qobject_cast<const QAbstractItemView*>(widget->parentWidget());
     if (view && view->viewport() == widget) {

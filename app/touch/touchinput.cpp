@@ -164,7 +164,7 @@ void TouchInput::openAtFocus() {
     }
 }
 
-/// Whatever takes the focus from the field closes the keys; a window that loses it all does not.
+/// Closes the keys when another widget gets the focus, but not when the whole window loses it.
 void TouchInput::follow(QWidget* now) {
     QWidget* const field = field_.widget();
     const bool stays = field && field->isVisible() && field->isEnabled() &&

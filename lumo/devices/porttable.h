@@ -33,7 +33,7 @@ public:
     /// The grey of a group's first row.
     static constexpr QRgb headGround = 0xffcccccc;
     [[nodiscard]] QRgb groundOf(int row) const;
-    /// Takes a cell, and dresses it in the ground of its row.
+    /// Takes a cell, and gives it the ground of its row.
     void setCell(int row, Column column, QWidget* cell);
     /// Merges the cells of the groups' names.
     void mergeGroups();

@@ -65,7 +65,7 @@ private:
     bool fits(const QString& text) const {
         return widthOf_(text.trimmed()) <= width_ - (lines_->last().goesOn ? indent_ : 0);
     }
-    /// In the line under way where that is still empty.
+    /// Writes a part into the last line if that is still empty, else into a new one.
     void begin(const QString& part) {
         if (lines_->last().text.isEmpty()) {
             lines_->last().text = part;

@@ -29,7 +29,7 @@ RowView::RowView(QWidget* parent)
     setTabKeyNavigation(false);  // Tab moves on to the buttons, not to the next cell
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     viewport()->setAttribute(Qt::WA_OpaquePaintEvent);   // scrolling moves what is painted
-    viewport()->setProperty("drawsFixedColours", true);  // for who looks for pure colours: the marker's green
+    viewport()->setProperty("drawsFixedColours", true);  // the pure green of the marker
     inline_ = new InlineEdit(this);
     connect(&seams_, &SeamRows::changed, this, &RowView::updateRows);
 }

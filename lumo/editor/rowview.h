@@ -18,7 +18,7 @@ class ProgramCheck;
 /// The look of the program's list: compact rows, one of which may be open with its full text, in columns that
 /// follow width, scale and language; and the fields of the selected row, which a tap opens for editing.
 ///
-/// Who fills the table tells of each row whose statement it shows. The cells hold texts that are not drawn.
+/// The class that fills the table calls rowChanged() for each row. The texts in the cells are not drawn.
 class RowView : public QTableWidget {
     Q_OBJECT
     /// The view paints other texts than its cells hold.
@@ -68,11 +68,11 @@ protected:
     void resetRows(const QList<ModuleObject*>& statements);
     void rowInserted(int row);
     void rowRemoved(int row);
-    /// The rows are there, and nobody has told what they show.
+    /// The rows exist, but their statements are not known yet.
     void forgetRows() { known_ = -1; }
     /// The row shows this statement, as it is now.
     void rowChanged(int row, const ModuleObject* statement);
-    /// Rows have changed places; each was told.
+    /// Rows have changed places; rowChanged() was called for each.
     void rowsMoved();
     void updateRow(int row);
 

@@ -266,7 +266,7 @@ void RunPanel::paintEvent(QPaintEvent* event) {
     const int below = progress + look::px(figureHeight + beadHeight);
     paintProgress(&painter, progress);
     if (event->rect().top() >= progress && event->rect().bottom() < below) {
-        return;  // the tool came on
+        return;  // only the tool has moved
     }
     paintTitle(&painter, 0);
     const int seams = paintValues(&painter, below);

@@ -104,7 +104,7 @@ void SeamRows::findSeams() const {
     weldedBeforeTheStop();
 }
 
-/// Of a weld that was left open, also by an earlier session.
+/// Marks the lines before the stop of a weld that was left open, also before the panel was started anew.
 void SeamRows::weldedBeforeTheStop() const {
     if (isFollowing_ || !m(key::weldOpen)->getBool(false)) {
         return;

@@ -26,9 +26,8 @@ private:
 };
 
 /// The bar at the top of the project page: tool and work object, the project with what is known of its file,
-/// and at the right what changes the project. Where they do not
-/// fit the two selectors stand in a second row. While a
-/// program runs only what is possible then is shown.
+/// and at the right what changes the project. Where they do not fit the two selectors stand in a second row.
+/// While a program runs only what is possible then is shown.
 class PageBar : public QWidget {
     Q_OBJECT
 public:

@@ -126,7 +126,8 @@ void SetExchange::fileToExport(const QString& path) {
         write();
         return;
     }
-    QMessageBox* const box = question(tr("导出参数组"), tr("文件 %1 已存在，是否覆盖？").arg(shortName(path)));
+    QMessageBox* const box =
+        question(tr("导出参数组"), tr("文件 %1 已存在，是否覆盖？").arg(shortName(path)));
     box->addButton(tr("覆盖"), QMessageBox::AcceptRole);
     box->setDefaultButton(box->addButton(tr("取消"), QMessageBox::RejectRole));
     connect(box, &QDialog::finished, this, [this, box] {

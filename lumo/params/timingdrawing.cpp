@@ -213,7 +213,7 @@ void TimingPicture::drawValue(QPainter* painter, const Lane& lane, bool isLight)
     painter->setFont(look::font(look::Size::Caption));
 }
 
-/// It stands while the weld opens and closes, and moves between.
+/// The robot stands while the weld opens and closes, and moves between.
 void TimingPicture::drawRobot(QPainter* painter) const {
     constexpr double lineWidth = 3, dot = 3.5;
     const double y = lanes_.back().base - look::px(11);

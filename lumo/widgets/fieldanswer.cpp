@@ -152,7 +152,7 @@ void FieldAnswer::describe() {
     }
 }
 
-/// Whichever of the three has the focus.
+/// On all three, because each of them may have the focus.
 void FieldAnswer::tellPad(const char* property, const QVariant& value) {
     for (QWidget* const one : {field_, static_cast<QWidget*>(line_), static_cast<QWidget*>(draft_)}) {
         one->setProperty(property, value);

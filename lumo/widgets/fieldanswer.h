@@ -22,7 +22,7 @@ namespace lumo {
 [[nodiscard]] QString limitsText(const prog::EntryRange& range);
 
 /// Dynamic properties that FieldAnswer sets for a number pad, on its field and on the lines in it. The
-/// caption is without a colon, and missing where nobody has named the field; limits are missing where there
+/// caption is without a colon, and missing where the field has no name; limits are missing where there
 /// are none.
 namespace pad {
 constexpr const char* caption = "padCaption";    ///< QString

@@ -24,7 +24,7 @@ public:
                const QModelIndex& index) const override;
 
 protected:
-    /// Px that a column needs for its cells; the caption is seen to.
+    /// Px that a column needs for its cells, without its caption.
     [[nodiscard]] virtual int neededWidth(int column) const = 0;
     /// Px of these that it can do without: its texts are elided then.
     [[nodiscard]] virtual int spareWidth(int column) const = 0;

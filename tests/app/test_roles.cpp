@@ -43,9 +43,7 @@ class AppRoles : public test::PanelTest {
     }
 
 private slots:
-    void initTestCase() {
-        openSample();
-    }
+    void initTestCase() { openSample(); }
 
     /// Test vectors of PBKDF2 with HMAC-SHA-256.
     void hash_isPbkdf2() {

@@ -256,7 +256,10 @@ const Stop viewRows[] = {
          press(s, "pathSight0");
      }},
     {"views_signals", [](Scene& s) { weldBeside(s, {"signals"}); }},
-    {"views_two", [](Scene& s) { weldBeside(s, {"path", "jog"}); }},
+    {"views_two",
+     [](Scene& s) {
+         weldBeside(s, {"path", "jog"});
+     }},
     {"views_signals_cursor",
      [](Scene& s) {
          s.openProject(sampleFile);
