@@ -120,6 +120,7 @@ bool Panel::open(const QString& libraryFile, QString* error) {
     makeRoles();
     makeMenu();
     makeTouch();
+    followNavigation();
     guardEdits();
     return true;
 }
@@ -401,9 +402,13 @@ void Panel::makeDocks() {
     for (const auto& row : keys) {
         window_->offerByKey(row.key, row.dock);
     }
+}
+
+/// A page of the package that is chosen is seen: results and event log no longer lie over it.
+void Panel::followNavigation() {
     const QList<QAbstractButton*> navigation = Ways(page_).navigation();
     for (const QAbstractButton* const button : navigation) {
-        connect(button, &QAbstractButton::clicked, area, &DockArea::closePages);
+        connect(button, &QAbstractButton::clicked, window_->docks(), &DockArea::closePages);
     }
 }
 

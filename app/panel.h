@@ -102,6 +102,7 @@ private:
     void showPage(const QString& key);
     void makeRail();
     void makeDocks();
+    void followNavigation();
     QWidget* reached(QWidget* content);
     QWidget* makePath();
     QWidget* makeResults();
