@@ -28,6 +28,10 @@ RowView::RowView(QWidget* parent)
     setVerticalScrollMode(ScrollPerPixel);
     setTabKeyNavigation(false);  // Tab moves on to the buttons, not to the next cell
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    // The bar keeps its place, so that the columns stay; without anything to scroll its handle is not drawn.
+    connect(verticalScrollBar(), &QScrollBar::rangeChanged, verticalScrollBar(),
+            [bar = verticalScrollBar()](int least, int most) { bar->setEnabled(most > least); });
+    verticalScrollBar()->setEnabled(false);
     viewport()->setAttribute(Qt::WA_OpaquePaintEvent);   // scrolling moves what is painted
     viewport()->setProperty("drawsFixedColours", true);  // the pure green of the marker
     inline_ = new InlineEdit(this);
