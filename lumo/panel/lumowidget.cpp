@@ -212,6 +212,9 @@ void LumoWidget::showAlone(QWidget* page) {
     ui_->topWgt->hide();
     ui_->line_2->hide();
     ui_->stackedWidget->setCurrentWidget(page);
+    if (page != pointPage_) {
+        dropPointPage();
+    }
 }
 
 void LumoWidget::showEditor() {
@@ -219,14 +222,12 @@ void LumoWidget::showEditor() {
 }
 
 void LumoWidget::showPorts() {
-    deletPWgt();
     auto* page = new PortConfigWidget(ui_->stackedWidget);
     connect(page, &PortConfigWidget::signalportconfigchangedProgramlist, this, &LumoWidget::redrawLines);
     showNew(page, &portPages_);
 }
 
 void LumoWidget::showParams() {
-    deletPWgt();
     auto* page = new ParamConfigWidget(ui_->stackedWidget);
     connect(page, &ParamConfigWidget::signalparamconfigchangedProgramlist, this, &LumoWidget::redrawLines);
     showNew(page, &paramPages_);
@@ -244,18 +245,15 @@ void LumoWidget::showNew(QWidget* page, QList<QWidget*>* pages) {
 }
 
 void LumoWidget::showMonitor() {
-    deletPWgt();
     showAlone(monitor_);
 }
 
 void LumoWidget::showDeviceControl() {
-    deletPWgt();
     showAlone(deviceControl_);
     deviceControl_->testNofocus();
 }
 
 void LumoWidget::showStations() {
-    deletPWgt();
     deletSWgt();
     showAlone(stations_);
 }
@@ -373,6 +371,10 @@ void LumoWidget::deletPWgt() {
     ui_->stackedWidget->setCurrentWidget(editor_);
     ui_->topWgt->show();
     ui_->line_2->show();
+    dropPointPage();
+}
+
+void LumoWidget::dropPointPage() {
     if (pointPage_) {
         discard(pointPage_);
         pointPage_ = nullptr;

@@ -86,6 +86,7 @@ private:
     void connectNavigation();
     void follow(const lumo::Way& way);
     void showAlone(QWidget* page);
+    void dropPointPage();
     void showEditor();
     void showPorts();
     void showParams();
