@@ -1988,6 +1988,10 @@ J/mm</translation>
         <source>Δ %1 s</source>
         <translation>Δ %1 s</translation>
     </message>
+    <message>
+        <source>文件 %1 已存在，是否覆盖？</source>
+        <translation>The file %1 exists. Write over it?</translation>
+    </message>
 </context>
 <context>
     <name>app::SeamLanes</name>

@@ -1559,6 +1559,10 @@
         <source>秒</source>
         <translation>с</translation>
     </message>
+    <message>
+        <source>mm</source>
+        <translation>мм</translation>
+    </message>
 </context>
 <context>
     <name>app::ResultText</name>
@@ -1716,7 +1720,7 @@
     </message>
     <message>
         <source>空运行：没有出光，没有焊接</source>
-        <translation>Пробный проход: лазер был выключен, сварки не было</translation>
+        <translation>Проход без луча: сварки не было</translation>
     </message>
     <message>
         <source>第 %1 行的焊接未获允许</source>
@@ -1988,6 +1992,10 @@ J/mm</source>
         <source>Δ %1 s</source>
         <translation>Δ %1 с</translation>
     </message>
+    <message>
+        <source>文件 %1 已存在，是否覆盖？</source>
+        <translation>Файл %1 уже есть. Перезаписать?</translation>
+    </message>
 </context>
 <context>
     <name>app::SeamLanes</name>
@@ -2249,7 +2257,7 @@ J/mm</source>
     </message>
     <message>
         <source>空运行</source>
-        <translation>пробный проход</translation>
+        <translation>без луча</translation>
     </message>
     <message>
         <source>，</source>
@@ -2364,7 +2372,7 @@ J/mm</source>
     </message>
     <message>
         <source>空运行：激光、气体和送丝保持关闭</source>
-        <translation>Пробный проход: лазер, газ и проволока выключены</translation>
+        <translation>Без луча: лазер, газ и проволока выключены</translation>
     </message>
     <message>
         <source>允许焊接</source>
@@ -2476,7 +2484,7 @@ J/mm</source>
     </message>
     <message>
         <source>超出限值：%1</source>
-        <translation>нарушено пределов: %1</translation>
+        <translation>нарушено пределов: %1</translation>
     </message>
     <message>
         <source>，</source>

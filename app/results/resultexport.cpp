@@ -2,6 +2,7 @@
 
 #include "app/appearance.h"
 #include "look/dialog.h"
+#include "look/scale.h"
 
 #include <QBuffer>
 #include <QDir>
@@ -27,6 +28,8 @@ void ResultExport::ask(const QString& name, const Write& write) {
     dialog->setAcceptMode(QFileDialog::AcceptSave);
     dialog->setDefaultSuffix(ending);
     look::dress(dialog);
+    constexpr int width = 720, height = 480;
+    dialog->resize(look::px(width), look::px(height));
     connect(dialog, &QFileDialog::fileSelected, this,
             [this, write](const QString& file) { confirm(file, write); });
     dialog->open();

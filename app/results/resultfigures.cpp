@@ -88,7 +88,7 @@ void ResultFigures::show(const RunResult* result) {
     const bool isFinished = record.reason == QLatin1String("finished");
     // Of a stopped run only the length that was programmed up to the stop is known.
     set(Welded, look::figure(result->weldedMm(), 1),
-        isFinished ? tr("/ %1 mm").arg(look::figure(result->programmedMm(), 1)) : QStringLiteral("mm"));
+        isFinished ? tr("/ %1 mm").arg(look::figure(result->programmedMm(), 1)) : tr("mm"));
     set(Time, clock(record.seconds), {});
     set(LaserOn, look::figure(record.laserOnS, 1), tr("秒"));
     set(Gas, look::figure(record.gasS, 1), tr("秒"));

@@ -327,12 +327,36 @@ void ScopePage::askFile(const QString& ending) {
         new QFileDialog(this, tr("导出"), QDir::current().filePath(name), QStringLiteral("*.") + ending);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setOption(QFileDialog::DontUseNativeDialog);
-    dialog->setOption(QFileDialog::ReadOnly);  // no deleting or renaming of files
+    dialog->setOption(QFileDialog::ReadOnly);              // no deleting or renaming of files
+    dialog->setOption(QFileDialog::DontConfirmOverwrite);  // its own question is not dressed
     dialog->setAcceptMode(QFileDialog::AcceptSave);
     dialog->setDefaultSuffix(ending);
     look::dress(dialog);
-    connect(dialog, &QFileDialog::fileSelected, this, &ScopePage::exportTo);
+    constexpr int width = 720, height = 480;
+    dialog->resize(look::px(width), look::px(height));
+    connect(dialog, &QFileDialog::fileSelected, this, &ScopePage::confirm);
     dialog->open();
+}
+
+/// Writes the file, after a question where there is one already.
+void ScopePage::confirm(const QString& file) {
+    if (!QFileInfo::exists(file)) {
+        exportTo(file);
+        return;
+    }
+    auto* question = new QMessageBox(QMessageBox::Question, tr("导出"),
+                                     tr("文件 %1 已存在，是否覆盖？").arg(QFileInfo(file).fileName()),
+                                     QMessageBox::Yes | QMessageBox::No, this);
+    question->setAttribute(Qt::WA_DeleteOnClose);
+    question->setDefaultButton(QMessageBox::No);
+    question->setTextFormat(Qt::PlainText);
+    look::dress(question);
+    connect(question, &QDialog::finished, this, [this, file](int answer) {
+        if (answer == QMessageBox::Yes) {
+            exportTo(file);
+        }
+    });
+    question->open();
 }
 
 /// What became of an export.

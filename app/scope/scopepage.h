@@ -57,6 +57,7 @@ private:
     TimeSpan shown() const;
     TimeSpan chosen() const;
     void askFile(const QString& ending);
+    void confirm(const QString& file);
     bool write(QIODevice* device, const QString& ending, QString* error) const;
 
     const SignalRecorder* recorder_;

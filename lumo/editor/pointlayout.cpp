@@ -4,6 +4,7 @@
 #include "look/scale.h"
 #include "look/sheet.h"
 #include "look/tokens.h"
+#include "look/type.h"
 #include "ui_pointwidget.h"
 
 #include <array>
@@ -153,6 +154,8 @@ void PointLayout::placeSpeed() const {
     const std::array<QLabel*, 2> captions{f.label_26, f.label_27}, notes{f.lblSpeedRange, f.lblTurnRange};
     const std::array<QLineEdit*, 2> fields{f.lineEditSpeed, f.lineEditTurn};
     const bool isNarrow = shape_ == Shape::Narrow;
+    const QFontMetrics metrics(look::font(look::Size::Text));  // "mm/s" is not broken at its stroke
+    f.label_26->setMinimumWidth(isNarrow ? 0 : metrics.horizontalAdvance(f.label_26->text()) + px(2));
     for (int i = 0; i < 2; ++i) {
         const int column = isNarrow ? i : 2 * i + 1;
         const int row = isNarrow ? 1 : 0;

@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <initializer_list>
 
 namespace lumo {
 
@@ -47,17 +48,29 @@ bool sameShown(const RunView& a, const RunView& b) {
            std::equal(a.seams.begin(), a.seams.end(), b.seams.begin(), b.seams.end(), sameSeams);
 }
 
-/// Draws a text in strong type and what follows it in plain, from a place to the right; the place behind.
-int drawPair(QPainter* painter, const QRect& row, const QFont& strong, const QString& value,
-             const QString& after) {
-    painter->setFont(strong);
+/// Draws a figure and, to the right, what belongs to it: small and in two lines where the row is too narrow.
+void drawFigure(QPainter* painter, const QRect& row, const QString& value, const QString& after) {
+    painter->setFont(look::font(look::Size::Figure, look::Weight::Strong));
     painter->setPen(QColor(look::ink));
     painter->drawText(row, leftMiddle, value);
-    const int x = row.left() + painter->fontMetrics().horizontalAdvance(value);
+    QRect rest = row;
+    rest.setLeft(row.left() + painter->fontMetrics().horizontalAdvance(value + QLatin1Char(' ')));
     painter->setFont(look::font(look::Size::Text));
+    if (painter->fontMetrics().horizontalAdvance(after) > rest.width()) {
+        painter->setFont(look::font(look::Size::Caption));
+    }
     painter->setPen(QColor(look::ink2));
-    painter->drawText(QRect(QPoint(x, row.top()), row.bottomRight()), leftMiddle, after);
-    return x;
+    painter->drawText(rest, leftMiddle | Qt::TextWordWrap, after);
+}
+
+/// The first of these fonts in which a text fits, else the last.
+QFont fitting(const QString& text, int room, std::initializer_list<QFont> fonts) {
+    for (const QFont& font : fonts) {
+        if (QFontMetrics(font).horizontalAdvance(text) <= room) {
+            return font;
+        }
+    }
+    return *(fonts.end() - 1);
 }
 
 }  // namespace
@@ -113,24 +126,35 @@ QRect RunPanel::band(int top, int height) const {
     return QRect(0, top, width(), height).adjusted(look::px(margin), 0, -look::px(margin), 0);
 }
 
+/// The seam is left out where the line's word needs its room: its row below carries the laser's sign.
 int RunPanel::paintTitle(QPainter* painter, int top) const {
     QRect row = band(top, look::px(titleHeight));
-    if (view_.seam >= 0) {
-        painter->setFont(look::font(look::Size::Text));
-        painter->setPen(QColor(look::ink2));
-        painter->drawText(row, rightMiddle, tr("焊缝 %1 / %2").arg(view_.seam + 1).arg(view_.seams.size()));
-    }
+    const int between = look::px(8);
+    const QFont title = look::font(look::Size::Title, look::Weight::Strong);
     if (view_.line >= 0) {
-        painter->setFont(look::font(look::Size::Title, look::Weight::Strong));
+        painter->setFont(title);
         painter->setPen(QColor(look::ink));
         const QString number = QString::number(view_.line + 1);
         painter->drawText(row, leftMiddle, number);
         const int side = look::px(iconSize);
-        row.setLeft(row.left() + painter->fontMetrics().horizontalAdvance(number) + look::px(8));
+        row.setLeft(row.left() + painter->fontMetrics().horizontalAdvance(number) + between);
         painter->drawPixmap(row.left(), row.center().y() - side / 2,
                             look::picture(statementIcon(view_.type), side));
-        row.setLeft(row.left() + side + look::px(8));
-        painter->drawText(row, leftMiddle, type2cn(view_.type));
+        row.setLeft(row.left() + side + between);
+        const QString word = type2cn(view_.type);
+        painter->setFont(
+            fitting(word, row.width(), {title, look::font(look::Size::Text, look::Weight::Strong)}));
+        painter->drawText(row, leftMiddle, word);
+        row.setLeft(row.left() + painter->fontMetrics().horizontalAdvance(word) + between);
+    }
+    if (view_.seam >= 0) {
+        const QString seam = tr("焊缝 %1 / %2").arg(view_.seam + 1).arg(view_.seams.size());
+        painter->setFont(
+            fitting(seam, row.width(), {look::font(look::Size::Text), look::font(look::Size::Caption)}));
+        painter->setPen(QColor(look::ink2));
+        if (painter->fontMetrics().horizontalAdvance(seam) <= row.width()) {
+            painter->drawText(row, rightMiddle, seam);
+        }
     }
     return top + look::px(titleHeight);
 }
@@ -148,8 +172,7 @@ int RunPanel::paintProgress(QPainter* painter, int top) const {
     const double whole = view_.seams[view_.seam].lengthMm;
     const bool passes = view_.runs && !view_.isLit && view_.alongMm > 0.0;
     const QString after = passes ? tr(" / %1 mm，不出光") : tr(" / %1 mm 已焊");
-    drawPair(painter, figure, look::font(look::Size::Figure, look::Weight::Strong),
-             look::figure(view_.alongMm, 1), after.arg(look::figure(whole, 1)));
+    drawFigure(painter, figure, look::figure(view_.alongMm, 1), after.arg(look::figure(whole, 1)).trimmed());
     const double share = whole > 0.0 ? view_.alongMm / whole : 0.0;
     // The ends of the channel stand under the edges of the texts.
     const int wider = bead.height() / 2 - look::px(8);

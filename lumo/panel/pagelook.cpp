@@ -42,9 +42,12 @@ bool PageLook::eventFilter(QObject* watched, QEvent* event) {
     return QObject::eventFilter(watched, event);
 }
 
+/// Takes the old sheet off first: a child that has one already is given the application's font, not the
+/// page's, when it gets another.
 void PageLook::dress() {
     factor_ = look::factorFor(*page_);
     look::setFactor(factor_);
+    page_->setStyleSheet(QString());
     page_->setFont(look::font(look::Size::Text));
     kord::ThemeManager::setRecursiveWidgetStyleSheet(page_, sheet(), {});
 }

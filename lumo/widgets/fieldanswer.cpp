@@ -172,7 +172,9 @@ QString FieldAnswer::noteText() const {
         return numberText();
     }
     const QString unit = unitText(range_.unit);
-    if (!unit.isEmpty()) {
+    if (!unit.isEmpty() && range_.most >= EntryRange::unlimited) {
+        text = tr("%1 及以上").arg(QString::number(range_.least) + QLatin1Char(' ') + unit);
+    } else if (!unit.isEmpty()) {
         text += QLatin1Char(' ') + unit;
     }
     return text + (range_.decimals == 0 ? tr("，整数") : QString());

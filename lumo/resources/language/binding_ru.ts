@@ -9,7 +9,7 @@
     </message>
     <message>
         <source>开关监听</source>
-        <translation>Опрос сигналов</translation>
+        <translation>Опрос</translation>
     </message>
     <message>
         <source>序号</source>

@@ -370,11 +370,11 @@
     </message>
     <message>
         <source>空运行。%1</source>
-        <translation>Пробный проход. %1</translation>
+        <translation>Без луча. %1</translation>
     </message>
     <message>
         <source>空运行：正在执行第 %1 行</source>
-        <translation>Пробный проход: выполняется строка %1</translation>
+        <translation>Без луча: выполняется строка %1</translation>
     </message>
     <message>
         <source>继续焊接…</source>

@@ -20,7 +20,7 @@
     <name>ParamConfigWidget</name>
     <message>
         <source>参数配置</source>
-        <translation>Наборы параметров сварки</translation>
+        <translation>Наборы параметров</translation>
     </message>
     <message>
         <source>序号</source>
