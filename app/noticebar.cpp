@@ -13,6 +13,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QToolButton>
+#include <QVariant>
 
 namespace app {
 
@@ -55,6 +56,7 @@ NoticeBar::NoticeBar(QWidget* window)
     row->addWidget(more_);
     row->addWidget(close_);
     list_->setObjectName(QStringLiteral("noticeList"));
+    list_->setProperty("covers", true);
     list_->setTextFormat(Qt::PlainText);
     list_->setWordWrap(true);
     list_->setAlignment(Qt::AlignLeft | Qt::AlignTop);

@@ -239,7 +239,7 @@ protected:
 private:
     /// A longer text is broken into lines: with this width the message exceeds what Qt shows as one line.
     static int widthFor(const QLabel& label) {
-        constexpr int least = 320, most = 460, margins = 8;
+        constexpr int least = 320, most = 424, margins = 8;
         const int width = label.fontMetrics().size(0, label.text()).width() + margins;
         return std::clamp(width, px(least), px(most));
     }

@@ -1559,6 +1559,10 @@ mean %2</translation>
         <source>秒</source>
         <translation>s</translation>
     </message>
+    <message>
+        <source>mm</source>
+        <translation>mm</translation>
+    </message>
 </context>
 <context>
     <name>app::ResultText</name>

@@ -145,17 +145,17 @@ void PointLayout::placeCoordinates() const {
     placeAll(f.gridLP2, second.data(), int(second.size()));
 }
 
-/// Narrow: captions above their fields. Broad: fields no wider than they have to be.
+/// Narrow: captions above their fields. Broad: fields beside their captions, no wider than they have to be.
 void PointLayout::placeSpeed() const {
-    constexpr int mostWidth = 320;
+    constexpr int broadWidth = 240, afterPair = 4;
     Ui::PointWidget& f = *form_;
     QGridLayout* const grid = f.gridSpeed;
     forgetStretches(grid);
     const std::array<QLabel*, 2> captions{f.label_26, f.label_27}, notes{f.lblSpeedRange, f.lblTurnRange};
     const std::array<QLineEdit*, 2> fields{f.lineEditSpeed, f.lineEditTurn};
-    const bool isNarrow = shape_ == Shape::Narrow;
-    const QFontMetrics metrics(look::font(look::Size::Text));  // "mm/s" is not broken at its stroke
-    f.label_26->setMinimumWidth(isNarrow ? 0 : metrics.horizontalAdvance(f.label_26->text()) + px(2));
+    const bool isNarrow = shape_ == Shape::Narrow, isBroad = shape_ == Shape::Broad;
+    const QFontMetrics metrics(look::font(look::Size::Text));
+    grid->setColumnStretch(afterPair, isBroad ? 1 : 0);
     for (int i = 0; i < 2; ++i) {
         const int column = isNarrow ? i : 2 * i + 1;
         const int row = isNarrow ? 1 : 0;
@@ -163,8 +163,15 @@ void PointLayout::placeSpeed() const {
         grid->addWidget(captions[at], 0, isNarrow ? i : 2 * i);
         grid->addWidget(fields[at], row, column);
         grid->addWidget(notes[at], row + 1, column);
+        // "mm/s" is not broken at its stroke.
+        const bool isWhole = isBroad || (!isNarrow && i == 0);
+        captions[at]->setMinimumWidth(isWhole ? metrics.horizontalAdvance(captions[at]->text()) + px(2) : 0);
+        fields[at]->setMinimumWidth(isBroad ? px(broadWidth) : 0);
+        fields[at]->setMaximumWidth(isBroad ? px(broadWidth) : QWIDGETSIZE_MAX);
+        if (isBroad) {
+            continue;
+        }
         grid->setColumnStretch(column, 2);
-        fields[at]->setMaximumWidth(shape_ == Shape::Broad ? px(mostWidth) : QWIDGETSIZE_MAX);
         if (!isNarrow) {
             grid->setColumnStretch(column - 1, 1);
         }

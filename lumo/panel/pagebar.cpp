@@ -26,7 +26,7 @@ constexpr int margin = 16;
 constexpr int nameGap = 24;
 constexpr int widestBox = 200;
 constexpr int leastBox = 112;
-constexpr int leastName = 64;
+constexpr int leastName = 72;  ///< also of the state of storage below it
 constexpr int leastTool = 52, usualTool = 60, largeTool = 72;
 constexpr int mostTools = 6;
 /// Pages from this width on have large buttons and wide gaps.
