@@ -53,15 +53,6 @@ QSize FoldingBar::minimumSizeHint() const {
     return {1, QFrame::minimumSizeHint().height()};
 }
 
-/// The title gets its type after the bar has got its own.
-bool FoldingBar::event(QEvent* event) {
-    const bool handled = QFrame::event(event);
-    if (event->type() == QEvent::LayoutRequest) {
-        fold();
-    }
-    return handled;
-}
-
 void FoldingBar::resizeEvent(QResizeEvent* event) {
     QFrame::resizeEvent(event);
     fold();

@@ -21,7 +21,6 @@ public:
     [[nodiscard]] QSize minimumSizeHint() const override;
 
 protected:
-    bool event(QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;
 
