@@ -51,6 +51,18 @@ QAbstractScrollArea* areaAround(QWidget* widget) {
     return nullptr;
 }
 
+/// An event is under way that one of these filters made. Package and panel have one each, which see the same
+/// events.
+constexpr const char* deliveringProperty = "lookFlickDelivers";
+
+bool isDelivering() {
+    return QCoreApplication::instance()->property(deliveringProperty).toBool();
+}
+
+void setDelivering(bool on) {
+    QCoreApplication::instance()->setProperty(deliveringProperty, on);
+}
+
 /// Sees each scroll area when it is made ready to be shown, and each press and move of a finger in one. Qt's
 /// own recognition of gestures is not used: it keeps what it knows of widgets that a nested event loop
 /// deletes.
@@ -74,7 +86,7 @@ public:
         }
         const bool isFinger = type == QEvent::MouseButtonPress || type == QEvent::MouseMove ||
                               type == QEvent::MouseButtonRelease;
-        auto* const widget = isFinger && !cancels_ ? qobject_cast<QWidget*>(watched) : nullptr;
+        auto* const widget = isFinger && !isDelivering() ? qobject_cast<QWidget*>(watched) : nullptr;
         return widget && follow(widget, static_cast<QMouseEvent*>(event));
     }
 
@@ -156,11 +168,11 @@ private:
             feed(QScroller::InputPress, start_);
             return;
         }
-        cancels_ = true;
+        setDelivering(true);
         constexpr QPoint outside(-10000, -10000);
         QMouseEvent letGo(QEvent::MouseButtonRelease, outside, outside, Qt::LeftButton, Qt::NoButton, {});
         QApplication::sendEvent(pressed_, &letGo);
-        cancels_ = false;
+        setDelivering(false);
         if (area_) {
             feed(QScroller::InputPress, start_);
         }
@@ -170,11 +182,11 @@ private:
     void deliver() {
         wait_.stop();
         if (std::exchange(isHeldBack_, false) && pressed_) {
-            cancels_ = true;
+            setDelivering(true);
             QMouseEvent press(QEvent::MouseButtonPress, inWidget_, start_, Qt::LeftButton, Qt::LeftButton,
                               {});
             QApplication::sendEvent(pressed_, &press);
-            cancels_ = false;
+            setDelivering(false);
         }
     }
 
@@ -194,7 +206,6 @@ private:
     QTimer wait_;              ///< ends the holding back: a press that rests is no drag
     bool isHeldBack_ = false;  ///< the widget has not got the press yet
     bool dragging_ = false;
-    bool cancels_ = false;
 };
 
 }  // namespace
