@@ -6,7 +6,7 @@ here=$(cd "$(dirname "$0")" && pwd)
 tool=${1:-$here/../../build/bin/lumo-pictures}
 made=$(mktemp -d)
 trap 'rm -rf "$made"' EXIT
-"$tool" --language en "$made"
+"$tool" --language en --size 1280x800 "$made"
 mkdir -p "$here/img"
 cp "$made/look.png" "$here/../img/look.png"
 grep -o 'img/[a-z_]*\.png' "$here/README.md" | sort -u | while read -r picture; do
