@@ -104,13 +104,13 @@ int FoldedTable::captionWidth(int column) const {
 // --- Layout ---------------------------------------------------------------------------------------
 
 bool FoldedTable::eventFilter(QObject* watched, QEvent* event) {
-    const bool resized = watched == table_->viewport() && event->type() == QEvent::Resize;
+    const bool resized = watched != table_ && event->type() == QEvent::Resize;
     const bool dressed = watched == table_ && event->type() == QEvent::StyleChange;
     const bool shown = watched == table_ && event->type() == QEvent::Show;
     if (resized || dressed || shown) {
         fit();
     }
-    return QStyledItemDelegate::eventFilter(watched, event);
+    return false;
 }
 
 void FoldedTable::fit() {
