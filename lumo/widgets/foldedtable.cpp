@@ -62,7 +62,7 @@ void distribute(QVector<int>* widths, int px, const ShareOf& shareOf) {
 }  // namespace
 
 FoldedTable::FoldedTable(QTableWidget* table, const QVector<int>& order)
-    : QStyledItemDelegate(table), table_(table), order_(order) {
+    : QStyledItemDelegate(table), table_(table), viewport_(table->viewport()), order_(order) {
     table->setItemDelegate(this);
     table->setShowGrid(false);
     table->setWordWrap(false);
@@ -72,7 +72,7 @@ FoldedTable::FoldedTable(QTableWidget* table, const QVector<int>& order)
     table->horizontalHeader()->setStretchLastSection(false);
     table->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     table->installEventFilter(this);
-    table->viewport()->installEventFilter(this);
+    viewport_->installEventFilter(this);
 }
 
 QString FoldedTable::text(int row, int column) const {
@@ -104,13 +104,14 @@ int FoldedTable::captionWidth(int column) const {
 // --- Layout ---------------------------------------------------------------------------------------
 
 bool FoldedTable::eventFilter(QObject* watched, QEvent* event) {
-    const bool resized = watched != table_ && event->type() == QEvent::Resize;
+    const bool resized = watched == viewport_ && event->type() == QEvent::Resize;
     const bool dressed = watched == table_ && event->type() == QEvent::StyleChange;
     const bool shown = watched == table_ && event->type() == QEvent::Show;
     if (resized || dressed || shown) {
         fit();
     }
-    return false;
+    // The other ones are the editors of cells.
+    return watched != table_ && watched != viewport_ && QStyledItemDelegate::eventFilter(watched, event);
 }
 
 void FoldedTable::fit() {

@@ -56,6 +56,7 @@ private:
     void paintRest(QPainter* painter, const QRect& cell, int row) const;
 
     QTableWidget* const table_;
+    QWidget* const viewport_;  ///< only compared: events come while the table is being deleted
     const QVector<int> order_;
     QVector<int> hidden_;  ///< columns, in the order of the table
     QStringList rests_;    ///< by row
