@@ -125,12 +125,12 @@ private:
         area_ = event->button() == Qt::LeftButton && isInside(widget) ? areaAround(widget) : nullptr;
         pressed_ = widget;
         start_ = event->globalPos();
-        startMs_ = clock_.elapsed();
         inWidget_ = event->localPos();
+        modifiers_ = event->modifiers();
         // A list selects at a press: it gets the press when it is known to be no drag.
         isHeldBack_ = area_ && widget == area_->viewport() && qobject_cast<QAbstractItemView*>(area_.data());
         wait_.stop();
-        if (isHeldBack_) {
+        if (area_) {
             wait_.start(heldMs);
         }
         if (area_ && QScroller::hasScroller(area_->viewport())) {
@@ -143,8 +143,7 @@ private:
             const QPoint way = event->globalPos() - start_;
             const bool isScroll = (canScroll(area_->verticalScrollBar()) && qAbs(way.y()) > startAfterPx) ||
                                   (canScroll(area_->horizontalScrollBar()) && qAbs(way.x()) > startAfterPx);
-            if (clock_.elapsed() - startMs_ > heldMs) {
-                deliver();
+            if (!wait_.isActive()) {
                 area_ = nullptr;
                 return false;
             }
@@ -184,7 +183,7 @@ private:
         if (std::exchange(isHeldBack_, false) && pressed_) {
             setDelivering(true);
             QMouseEvent press(QEvent::MouseButtonPress, inWidget_, start_, Qt::LeftButton, Qt::LeftButton,
-                              {});
+                              modifiers_);
             QApplication::sendEvent(pressed_, &press);
             setDelivering(false);
         }
@@ -197,13 +196,13 @@ private:
     }
 
     QWidget* root_;
-    QElapsedTimer clock_;
+    QElapsedTimer clock_;                 ///< the scroller takes its speed from real time
     QPointer<QAbstractScrollArea> area_;  ///< in which the finger is; null: it does not flick
     QPointer<QWidget> pressed_;
     QPoint start_;
-    qint64 startMs_ = 0;
     QPointF inWidget_;
-    QTimer wait_;              ///< ends the holding back: a press that rests is no drag
+    Qt::KeyboardModifiers modifiers_;
+    QTimer wait_;              ///< runs from the press; a finger that moves later does not scroll
     bool isHeldBack_ = false;  ///< the widget has not got the press yet
     bool dragging_ = false;
 };

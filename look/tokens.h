@@ -47,7 +47,7 @@ constexpr QRgb redTint = 0xfffceae8;
 
 // Amber: something is wrong or armed.
 constexpr QRgb amber = 0xfff2b01e;      ///< ground of FAULT, text on it ink
-constexpr QRgb amberLine = 0xffa86c00;  ///< frame of what is warned of
+constexpr QRgb amberLine = 0xffa86c00;  ///< frame of a control with a warning
 constexpr QRgb amberInk = 0xff7a4b00;   ///< text and sign of a warning
 constexpr QRgb amberTint = 0xfffff3d6;  ///< behind a warning
 

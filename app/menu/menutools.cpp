@@ -87,7 +87,8 @@ void MenuTools::setRestoreGuard(const std::function<bool()>& mayRestore) {
 }
 
 void MenuTools::openHandbook() {
-    const QString chapter = chapterOf(page_);  // of what has the keyboard now
+    // Asked before the dock opens and takes the keyboard: the chapter is that of the focused page.
+    const QString chapter = chapterOf(page_);
     window_->docks()->open(docks::help);
     this->help()->openChapter(chapter);
 }

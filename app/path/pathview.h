@@ -36,7 +36,7 @@ public:
     const QSet<int>& selected() const { return sheet_.chosen(); }
 
     void showAll();
-    /// All welds; all of it, where there is none.
+    /// Zooms to all welds; in a program without welds to the whole path.
     void showWelds();
     /// A weld, by its number in the program from 0.
     void showSeam(int seam);

@@ -11,8 +11,8 @@ namespace app {
 /// inside.
 QRect movedInto(const QRect& rectangle, const QRect& room);
 
-/// The nearest position in the room at which a dialog covers nothing of `keepFree`: its own where that is so
-/// already; nothing when there is none.
+/// The nearest position in the room at which a dialog covers nothing of `keepFree`: its own where it
+/// covers nothing already. Without such a position: std::nullopt.
 std::optional<QPoint> placeClearOf(const QRect& dialog, const QList<QRect>& keepFree, const QRect& room);
 
 }  // namespace app

@@ -19,10 +19,11 @@ namespace app {
 class EntryField {
 public:
     EntryField() = default;
-    /// The field that a widget is, or belongs to. None where there is none, or where it takes no typing now.
+    /// The field that a widget is, or belongs to. Without a field, or where it takes no typing now, one whose
+    /// widget() is null.
     static EntryField of(QWidget* widget);
 
-    /// Null when there is none, or it is gone.
+    /// Null without a field, and after the field was deleted.
     [[nodiscard]] QWidget* widget() const { return widget_; }
     /// The line that is seen now, which may be a draft over the field's own; null for a text of several
     /// lines.

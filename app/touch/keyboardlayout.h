@@ -16,7 +16,7 @@ struct KeyboardLayout {
 /// English, Russian, Chinese.
 const QVector<KeyboardLayout>& keyboardLayouts();
 
-/// The place of the layout of a language; 0 where there is none.
+/// The index in keyboardLayouts() of a language's layout; the English one for other languages.
 int layoutOf(const QString& language);
 
 }  // namespace app

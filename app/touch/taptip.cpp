@@ -11,7 +11,8 @@ namespace app {
 
 namespace {
 
-/// The text for a place of a widget where a tap has no other effect; empty where there is none.
+/// The text for a place of a widget where a tap has no other effect; empty at other places and
+/// where the widget has no tip.
 QString tipAt(const QWidget* widget, const QPoint& place) {
     const auto* const view = qobject_cast<const QAbstractItemView*>(widget->parentWidget());
     if (view && view->viewport() == widget) {

@@ -346,8 +346,8 @@ void PortConfigWidget::switchOffLeaving() {
 
 void PortConfigWidget::save() {
     const QPointer<PortConfigWidget> self(this);
-    while (!hasAllRows()) {
-        addRow(nameBoxes_.size(), ports_->c(nameBoxes_.size()));
+    if (!hasAllRows()) {
+        addRows(false);
     }
     switchOffLeaving();
     if (!self) {

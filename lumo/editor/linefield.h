@@ -40,7 +40,7 @@ public:
     /// Whether something else is seen than the statement's value.
     [[nodiscard]] bool isChanged() const;
     [[nodiscard]] QString shownText() const;
-    /// Says in a label what is taken. Not owned.
+    /// Writes the allowed range, or why a value is refused, into a label. Not owned.
     void tellIn(QLabel* note);
     /// The statement's value again.
     void revert();

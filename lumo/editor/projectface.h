@@ -35,7 +35,8 @@ public:
     void setLocked(bool locked);
     /// After a change of the page's size.
     void arrange();
-    /// After a change of the scale or of what is to be seen; nothing before the page has its size.
+    /// Places everything anew after the scale or the visible groups have changed. Does nothing before the
+    /// page has its size.
     void rearrange();
     [[nodiscard]] static QSize leastSize();
 

@@ -9,7 +9,7 @@ namespace lumo {
 
 /// How far a run has come in the seams of its program.
 struct SeamProgress {
-    int seam = 0;           ///< from 1; that which is welded, else the next one; 0: the program has none
+    int seam = 0;           ///< from 1: the one being welded, else the next; 0 in a program without seams
     int seams = 0;          ///< of the program
     double share = 0.0;     ///< of the seam that is welded
     bool isInside = false;  ///< the line lies in the seam
