@@ -1,9 +1,9 @@
 #include "runner/pointrecord.h"
 
 #include "json/jsonwriter.h"
+#include "kinematics/arm.h"
 #include "program/geometry.h"
 #include "program/words.h"
-#include "simulator/arm.h"
 
 #include <QtMath>
 
@@ -30,16 +30,16 @@ void writeList(JsonWriter& writer, const QString& key, const Numbers& numbers, d
 std::optional<QByteArray> pointRecord(const std::vector<double>& pose, int axes, Problem* problem) {
     constexpr double perM = 1e9;
     constexpr double perRad = 1e11;
-    const sim::Arm arm(axes);
-    sim::Pose target;
+    const kin::Arm arm(axes);
+    kin::Pose target;
     for (std::size_t i = 0; i < target.trans.size(); ++i) {
         target.trans[i] = pose[i] / prog::mmPerM;
         target.rot[i] = qDegreesToRadians(pose[i + target.trans.size()]);
     }
-    sim::Arm::Fault fault = sim::Arm::Fault::None;
-    const std::optional<sim::Joints> joints = arm.inverse(target, arm.home(), &fault);
+    kin::Arm::Fault fault = kin::Arm::Fault::None;
+    const std::optional<kin::Joints> joints = arm.inverse(target, arm.home(), &fault);
     if (!joints) {
-        problem->reason = fault == sim::Arm::Fault::JointLimit
+        problem->reason = fault == kin::Arm::Fault::JointLimit
                               ? QStringLiteral("--point: the arm cannot turn that way")
                               : QStringLiteral("--point: the point is out of the arm's reach");
         return std::nullopt;

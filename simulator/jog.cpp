@@ -1,12 +1,17 @@
 #include "simulator/jog.h"
 
-#include "simulator/track.h"
+#include "kinematics/track.h"
 
 #include <cmath>
 
 namespace sim {
 
 namespace {
+
+using kin::JointTrack;
+using kin::PoseTrack;
+using kin::toPose;
+using kin::turnRadius;
 
 constexpr double lineSpeed = 0.1;  // m/s
 constexpr double turnSpeed = 0.5;  // rad/s

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "simulator/arm.h"
+#include "kinematics/arm.h"
 
 #include <QString>
 
@@ -9,6 +9,10 @@
 struct KordCall;
 
 namespace sim {
+
+using kin::Arm;
+using kin::Joints;
+using kin::Pose;
 
 /// The id of a motion that no command ordered: a jog. It has no result.
 constexpr int jogId = 0;

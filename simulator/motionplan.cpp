@@ -1,12 +1,18 @@
 #include "simulator/motionplan.h"
 
-#include "simulator/track.h"
+#include "kinematics/track.h"
 
 #include <algorithm>
 
 namespace sim {
 
 namespace {
+
+using kin::BlendTrack;
+using kin::JointTrack;
+using kin::PoseTrack;
+using kin::toPose;
+using kin::Track;
 
 constexpr double minRadius = 1e-6;  // metres; smaller zones count as 0
 

@@ -6,9 +6,11 @@
 #include <memory>
 #include <vector>
 
-namespace sim {
-
+namespace kin {
 class Track;
+}
+
+namespace sim {
 
 /// The acceleration of planned motion, m/s².
 constexpr double motionAcceleration = 2.0;
@@ -55,18 +57,18 @@ public:
 private:
     /// The used part of a track.
     struct Piece {
-        std::shared_ptr<const Track> track;
+        std::shared_ptr<const kin::Track> track;
         double from = 0;      ///< where it starts in the track
         double start = 0;     ///< where it starts in the plan
         double toolPath = 0;  ///< length of the tool path before it
     };
     int makeTrack(const Arm& arm, const MotionCommand& motion);
     void layPath(const Arm& arm);
-    void lay(std::shared_ptr<const Track> track, double from, double to, double speed, bool stop);
+    void lay(std::shared_ptr<const kin::Track> track, double from, double to, double speed, bool stop);
     const Piece* pieceAt(double s) const;
 
     std::vector<MotionCommand> motions_;
-    std::vector<std::shared_ptr<const Track>> tracks_;
+    std::vector<std::shared_ptr<const kin::Track>> tracks_;
     std::vector<Piece> pieces_;
     SpeedProfile profile_;
     std::vector<Mark> marks_;

@@ -20,26 +20,26 @@ constexpr double pi = 3.14159265358979323846;
 constexpr std::array<double, 6> sixSpeeds = {200, 200, 220, 400, 400, 600};
 constexpr std::array<double, 7> sevenSpeeds = {200, 200, 220, 220, 400, 400, 600};
 
-sim::Pose poseOf(const prog::Position& trans, const prog::Orientation& rot) {
+kin::Pose poseOf(const prog::Position& trans, const prog::Orientation& rot) {
     return {{trans.x, trans.y, trans.z}, rot};
 }
 
-sim::Pose poseOf(const prog::TaughtPoint& point) {
+kin::Pose poseOf(const prog::TaughtPoint& point) {
     return poseOf(point.trans, point.rot);
 }
 
-prog::ArmPosture postureOf(const sim::Pose& pose, const sim::Joints& joints) {
+prog::ArmPosture postureOf(const kin::Pose& pose, const kin::Joints& joints) {
     return {{pose.trans[0], pose.trans[1], pose.trans[2]}, pose.rot, joints};
 }
 
 /// The three arcs of a full circle from `start`, as a run sends them.
-std::vector<MotionCommand::Via> arcsOf(const prog::Statement& circle, const sim::Pose& start) {
+std::vector<MotionCommand::Via> arcsOf(const prog::Statement& circle, const kin::Pose& start) {
     const prog::Position from{start.trans[0], start.trans[1], start.trans[2]};
     const prog::FullCircle full(from, circle.point.trans, circle.point1.trans);
-    const std::array<sim::Pose, 3> corners = {start, poseOf(circle.point), poseOf(circle.point1)};
+    const std::array<kin::Pose, 3> corners = {start, poseOf(circle.point), poseOf(circle.point1)};
     std::vector<MotionCommand::Via> arcs;
     for (std::size_t arc = 0; arc < corners.size(); ++arc) {
-        sim::Pose middle = corners.at(arc);
+        kin::Pose middle = corners.at(arc);
         const QVector3D& place = full.midpoints.at(arc);
         middle.trans = {place.x(), place.y(), place.z()};
         arcs.push_back({middle, corners.at((arc + 1) % corners.size())});
@@ -47,7 +47,7 @@ std::vector<MotionCommand::Via> arcsOf(const prog::Statement& circle, const sim:
     return arcs;
 }
 
-MotionCommand commandFor(const prog::Statement& move, double speedMmPerS, const sim::Pose& start) {
+MotionCommand commandFor(const prog::Statement& move, double speedMmPerS, const kin::Pose& start) {
     MotionCommand command;
     command.id = 1;
     command.speed = speedMmPerS / prog::mmPerM;
@@ -95,7 +95,7 @@ std::optional<prog::ReachFault> SimulatedArm::follow(const prog::Statement& move
         return fasterThanJoints(plan, command.speed);
     }
     if (command.kind != MotionCommand::Kind::Joint) {
-        const sim::Pose& target = command.poses.back().end;
+        const kin::Pose& target = command.poses.back().end;
         if (const auto joints = arm_.inverse(target, start.joints)) {
             *posture = postureOf(target, *joints);
         }
@@ -122,9 +122,9 @@ std::optional<prog::ReachFault> SimulatedArm::fasterThanJoints(const sim::Motion
     const double step = length / samples;
     std::optional<prog::ReachFault> worst;
     double most = 1.0;
-    sim::Joints before = plan.at(0.0).joints;
+    kin::Joints before = plan.at(0.0).joints;
     for (int i = 1; i <= samples && step > 0; ++i) {
-        const sim::Joints joints = plan.at(step * i).joints;
+        const kin::Joints joints = plan.at(step * i).joints;
         for (int axis = 0; axis < arm_.axes(); ++axis) {
             const auto position = static_cast<std::size_t>(axis);
             const double asked = std::abs(joints[position] - before[position]) / step * speed;

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "kinematics/arm.h"
 #include "program/armmodel.h"
-#include "simulator/arm.h"
 #include "simulator/motionplan.h"
 
 namespace workcell {
@@ -11,7 +11,7 @@ namespace workcell {
 class SimulatedArm : public prog::ArmModel {
 public:
     /// The controller's own arm, which outlives it.
-    explicit SimulatedArm(const sim::Arm& arm) : arm_(arm) {}
+    explicit SimulatedArm(const kin::Arm& arm) : arm_(arm) {}
 
     [[nodiscard]] prog::ArmPosture home() const override;
     [[nodiscard]] std::optional<prog::ReachFault> follow(const prog::Statement& move, double speedMmPerS,
@@ -24,7 +24,7 @@ private:
     [[nodiscard]] std::optional<prog::ReachFault> fasterThanJoints(const sim::MotionPlan& plan,
                                                                    double speedMPerS) const;
 
-    const sim::Arm& arm_;
+    const kin::Arm& arm_;
 };
 
 }  // namespace workcell

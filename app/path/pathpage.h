@@ -2,7 +2,7 @@
 
 #include "app/path/pathview.h"
 #include "app/path/programfollower.h"
-#include "simulator/arm.h"
+#include "kinematics/arm.h"
 #include "workcell/workcell.h"
 
 #include <QPointer>
@@ -71,7 +71,7 @@ private:
     SeamTrack* seams_;
     workcell::PackageFlags package_;
     ProgramFollower program_;
-    sim::Arm arm_;
+    kin::Arm arm_;
     QPointer<const QWidget> editor_;
     QPointer<QAbstractItemView> table_;
     QSet<int> impossible_;  ///< lines as they are drawn

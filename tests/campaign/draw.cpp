@@ -2,7 +2,7 @@
 
 #include "program/ports.h"
 #include "runner/stress/course.h"
-#include "simulator/arm.h"
+#include "kinematics/arm.h"
 
 #include <cmath>
 
@@ -151,8 +151,8 @@ private:
     }
 
     QJsonObject nextJoints() {
-        static const sim::Arm arm(6);
-        sim::Joints angles = arm.home();
+        static const kin::Arm arm(6);
+        kin::Joints angles = arm.home();
         QJsonArray near;
         for (double& angle : angles) {
             angle += between(-40, 40) / 1000.0;

@@ -41,6 +41,7 @@ AREAS = {
     "editor": ["lumo/editor/*.cpp"],
     "panel": ["lumo/panel/*.cpp", "lumo/module/*.cpp", "lumo/params/*.cpp", "lumo/files/*.cpp", "lumo/widgets/*.cpp"],
     "host": ["host/*/*.cpp"],
+    "kinematics": ["kinematics/*.cpp"],
     "simulator": ["simulator/*.cpp", "simulator/*/*.cpp"],
     "runner": ["runner/*.cpp", "workcell/*.cpp"],
     "app": ["app/*.cpp", "app/*/*.cpp"],

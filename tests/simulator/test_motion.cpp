@@ -1,11 +1,11 @@
 // The arm, the motion queue and jogging: paths, corners, stops and failures.
 
 #include "robot.h"
-#include "simulator/arm.h"
+#include "kinematics/arm.h"
 #include "support/suite.h"
 
 using namespace test;
-using sim::Arm;
+using kin::Arm;
 using sim::JogAnswer;
 using sim::JogFrame;
 
@@ -18,7 +18,7 @@ private:
         return distance(p, {a[0] + t * (b[0] - a[0]), a[1] + t * (b[1] - a[1]), a[2] + t * (b[2] - a[2])});
     }
     /// "x y z rx ry rz" in millimetres and degrees.
-    static QString shown(const sim::Pose& pose) {
+    static QString shown(const kin::Pose& pose) {
         QStringList numbers;
         for (size_t i = 0; i < 6; ++i) {
             const double value = i < 3 ? pose.trans[i] * 1000 : pose.rot[i - 3] * 180 / pi;
@@ -37,13 +37,13 @@ private slots:
             for (int i = 0; i < 3 * 5 * 3 * 4; ++i) {
                 const Point at = {0.4 + 0.25 * (i % 3), -0.45 + 0.2 * (i / 3 % 5), -0.1 + 0.3 * (i / 15 % 3)};
                 const Point rots[] = {downwards, {pi - 0.4, 0.3, 0}, {pi, 0, 1.0}, {-2.6, -0.5, -2.0}};
-                const sim::Pose pose{at, rots[i / 45]};
+                const kin::Pose pose{at, rots[i / 45]};
                 const auto joints = arm.inverse(pose, arm.home());
                 QVERIFY2(joints && arm.withinLimits(*joints), qPrintable(shown(pose)));
                 QCOMPARE(shown(arm.forward(*joints)), shown(pose));
             }
             // The posture nearest to the seed, by whole turns of the flange, too.
-            sim::Joints seed = arm.home();
+            kin::Joints seed = arm.home();
             seed.back() += 2 * pi - 0.5;
             const auto turned = arm.inverse(arm.forward(arm.home()), seed);
             QVERIFY(turned && std::abs(turned->back() - arm.home().back() - 2 * pi) < 0.2);
@@ -76,10 +76,10 @@ private slots:
             robot.go([&] { QVERIFY(std::abs(distance(robot.position(), centre) - 0.05) < 1e-8); });
             QVERIFY(std::abs(robot.controller.travelled() - before - 0.1 * pi) < 1e-9);
             // All joints move together, at the tool's speed.
-            const sim::Joints from = robot.controller.posture().joints;
-            const sim::Joints to = robot.joints({-0.15, -0.05, 0.05, 0.15, 0.25, 0.35, 0.1});
+            const kin::Joints from = robot.controller.posture().joints;
+            const kin::Joints to = robot.joints({-0.15, -0.05, 0.05, 0.15, 0.25, 0.35, 0.1});
             robot.go([&] {
-                const sim::Joints joints = robot.controller.posture().joints;
+                const kin::Joints joints = robot.controller.posture().joints;
                 const double fraction = (joints[0] - from[0]) / (to[0] - from[0]);
                 for (size_t i = 0; i < joints.size(); ++i) {
                     QVERIFY(std::abs(joints[i] - from[i] - fraction * (to[i] - from[i])) < 1e-9);

@@ -1,4 +1,4 @@
-#include "simulator/arm.h"
+#include "kinematics/arm.h"
 
 #include <kdl/chain.hpp>
 #include <kdl/chainfksolverpos_recursive.hpp>
@@ -13,7 +13,7 @@
 #include <limits>
 #include <unordered_map>
 
-namespace sim {
+namespace kin {
 
 namespace {
 
@@ -341,4 +341,4 @@ bool Arm::withinLimits(const Joints& joints) const {
     return int(joints.size()) == d_->axes && d_->within(joints);
 }
 
-}  // namespace sim
+}  // namespace kin

@@ -1,4 +1,4 @@
-#include "simulator/track.h"
+#include "kinematics/track.h"
 
 #include <kdl/path_circle.hpp>
 #include <kdl/path_line.hpp>
@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace sim {
+namespace kin {
 
 namespace {
 
@@ -89,7 +89,7 @@ void PoseTrack::append(std::unique_ptr<KDL::Path> path, double toolPath, double 
     part.toolPathBefore = parts_.empty() ? 0 : parts_.back().toolPathBefore + parts_.back().toolPath;
     part.toolPath = toolPath;
     part.steps = std::max(
-        {1, sim::steps(toolPath, knotLength), sim::steps(turn, knotTurn), sim::steps(bend, knotTurn)});
+        {1, kin::steps(toolPath, knotLength), kin::steps(turn, knotTurn), kin::steps(bend, knotTurn)});
     length_ += path->PathLength();
     part.path = std::move(path);
     parts_.push_back(std::move(part));
@@ -185,7 +185,7 @@ JointTrack::JointTrack(const Arm& arm, const Joints& from, const Joints& to)
     for (size_t i = 0; i < from.size(); ++i) {
         widest = std::max(widest, std::abs(to[i] - from[i]));
     }
-    const int count = std::max(1, sim::steps(widest, sampleTurn));
+    const int count = std::max(1, kin::steps(widest, sampleTurn));
     KDL::Vector last = toFrame(arm.forward(from)).p;
     for (int i = 1; i <= count; ++i) {
         const KDL::Vector next = toFrame(arm.forward(mix(from, to, double(i) / count))).p;
@@ -252,4 +252,4 @@ double BlendTrack::travelled(double s) const {
     return table_.toolPath(s);
 }
 
-}  // namespace sim
+}  // namespace kin

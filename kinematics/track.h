@@ -1,6 +1,6 @@
 #pragma once
 
-#include "simulator/arm.h"
+#include "kinematics/arm.h"
 
 #include <kdl/frames.hpp>
 #include <kdl/path.hpp>
@@ -8,7 +8,7 @@
 #include <memory>
 #include <vector>
 
-namespace sim {
+namespace kin {
 
 /// A radian of turning counts as this length where the tool moves less, so that a turn on the spot
 /// takes time, too. Metres.
@@ -132,4 +132,4 @@ private:
     LengthTable table_;
 };
 
-}  // namespace sim
+}  // namespace kin

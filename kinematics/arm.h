@@ -9,7 +9,7 @@ namespace KDL {
 class Frame;
 }
 
-namespace sim {
+namespace kin {
 
 /// A tool pose: position in metres, (rx, ry, rz) in radians with R = Rz·Ry·Rx.
 struct Pose {
@@ -24,7 +24,7 @@ Pose toPose(const KDL::Frame& frame);
 
 using Joints = std::vector<double>;  ///< radians, one per axis
 
-/// The kinematics of the simulated welding arm: a spherical wrist with a torch of 150 mm, and six axes
+/// The kinematics of the welding arm: a spherical wrist with a torch of 150 mm, and six axes
 /// or, with a roll of the upper arm, seven. The Orocos Kinematics and Dynamics Library solves them.
 ///
 /// Denavit-Hartenberg rows: turn by θ about z, move d along z and a along the new x, turn by α about
@@ -69,4 +69,4 @@ private:
     std::unique_ptr<Private> d_;
 };
 
-}  // namespace sim
+}  // namespace kin
