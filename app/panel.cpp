@@ -76,6 +76,9 @@ Panel::Panel() : window_(std::make_unique<PanelWindow>()) {
 Panel::~Panel() {
     if (isComplete_) {
         Preferences::rememberDocks(window_->docks()->columns());
+        if (const QAbstractButton* const full = fullRowsButton()) {
+            Preferences::rememberFullRows(full->isChecked());
+        }
         Preferences::rememberMaximised(window_->isMaximized());
     }
     cell_->close();
@@ -458,6 +461,14 @@ void Panel::complete() {
     for (const QString& dock : open) {
         window_->docks()->open(dock);
     }
+    if (Preferences::fullRows()) {
+        fullRowsButton()->setChecked(true);
+    }
+}
+
+/// Of the package's list; null before the page is there.
+QAbstractButton* Panel::fullRowsButton() const {
+    return page_ ? page_->findChild<QAbstractButton*>(QStringLiteral("btnFullRows")) : nullptr;
 }
 
 void Panel::showPage(const QString& key) {

@@ -12,6 +12,7 @@
 #include <memory>
 #include <optional>
 
+class QAbstractButton;
 class QLabel;
 
 namespace workcell {
@@ -78,8 +79,8 @@ public:
     const SignalRecorder* recorder() const { return recorder_; }
     /// Of the open panel.
     Rail* rail() const { return rail_; }
-    /// Does what can wait until the panel is on the screen: opens the docks that stood open, and makes the
-    /// keys of the tool, which function keys press.
+    /// Does what can wait until the panel is on the screen: opens the docks that stood open, shows the
+    /// lines in full where they were, and makes the keys of the tool, which function keys press.
     void complete();
 
 signals:
@@ -106,6 +107,7 @@ private:
     QWidget* reached(QWidget* content);
     QWidget* makePath();
     QWidget* makeResults();
+    QAbstractButton* fullRowsButton() const;
     QWidget* makeCell();
     void makeTouch();
     void makeStatus();

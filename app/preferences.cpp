@@ -22,6 +22,7 @@ const QString languageKey = QStringLiteral("language");
 const QString folderKey = QStringLiteral("folder");
 const QString ratedWattsKey = QStringLiteral("ratedWatts");
 const QString docksKey = QStringLiteral("docks");
+const QString fullRowsKey = QStringLiteral("fullRows");
 const QString numberPadKey = QStringLiteral("touch/numberPad");
 const QString keyboardKey = QStringLiteral("touch/keyboard");
 const QString maximisedKey = QStringLiteral("maximised");
@@ -117,6 +118,14 @@ QStringList Preferences::docks() {
 
 void Preferences::rememberDocks(const QStringList& docks) {
     Store().setValue(docksKey, docks);
+}
+
+bool Preferences::fullRows() {
+    return Store().value(fullRowsKey).toBool();
+}
+
+void Preferences::rememberFullRows(bool full) {
+    Store().setValue(fullRowsKey, full);
 }
 
 bool Preferences::numberPad() {

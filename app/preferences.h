@@ -31,6 +31,9 @@ public:
     /// The docks that stood open.
     [[nodiscard]] static QStringList docks();
     static void rememberDocks(const QStringList& docks);
+    /// Whether the program's lines are shown with their full text.
+    [[nodiscard]] static bool fullRows();
+    static void rememberFullRows(bool full);
     /// Whether a tap on a field opens the number pad, or the keyboard.
     [[nodiscard]] static bool numberPad();
     static void rememberNumberPad(bool used);

@@ -9,6 +9,7 @@
 #include <QApplication>
 #include <QFileDialog>
 #include <QFileIconProvider>
+#include <QGridLayout>
 #include <QLabel>
 #include <QLayout>
 #include <QListView>
@@ -234,9 +235,26 @@ protected:
         if (auto* const text = message_->findChild<QLabel*>(QStringLiteral("qt_msgbox_label"))) {
             text->setMinimumWidth(std::max(widthFor(*text), titleWidth()));
         }
+        if (message_->icon() == QMessageBox::NoIcon) {
+            alignLeft();
+        }
     }
 
 private:
+    /// Without a sign, its place and the margin behind it are not needed.
+    void alignLeft() {
+        auto* const grid = qobject_cast<QGridLayout*>(message_->layout());
+        QLayoutItem* const behind = grid ? grid->itemAtPosition(0, 1) : nullptr;
+        if (behind && behind->spacerItem()) {
+            behind->spacerItem()->changeSize(0, 0);
+            grid->setHorizontalSpacing(0);
+        }
+        if (auto* const text = message_->findChild<QLabel*>(QStringLiteral("qt_msgbox_label"))) {
+            text->setContentsMargins(0, 0, 0, 0);
+            text->setIndent(0);
+        }
+    }
+
     /// A longer text is broken into lines: with this width the message exceeds what Qt shows as one line.
     static int widthFor(const QLabel& label) {
         constexpr int least = 320, most = 424, margins = 8;

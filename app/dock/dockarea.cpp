@@ -2,6 +2,7 @@
 
 #include "app/dock/dock.h"
 #include "app/framegrid.h"
+#include "look/dialog.h"
 #include "look/scale.h"
 
 #include <QEvent>
@@ -19,6 +20,7 @@ constexpr int leastPage = 656;  // px at factor 1 that two columns leave of the 
 
 DockArea::DockArea(QWidget* stage, QWidget* parent) : QWidget(parent), stage_(stage) {
     stage->setParent(this);
+    setProperty(look::veiledProperty, true);  // by the dialogs of a dock
 }
 
 void DockArea::add(const QString& id, const Make& make, const QString& title, DockWidth width) {

@@ -71,6 +71,9 @@ QVariant EventList::data(const QModelIndex& index, int role) const {
 }
 
 QVariant EventList::headerData(int section, Qt::Orientation orientation, int role) const {
+    if (orientation == Qt::Horizontal && role == Qt::TextAlignmentRole && section == Line) {
+        return int(Qt::AlignRight | Qt::AlignVCenter);
+    }
     if (orientation != Qt::Horizontal || role != Qt::DisplayRole) {
         return QAbstractTableModel::headerData(section, orientation, role);
     }

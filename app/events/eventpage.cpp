@@ -26,7 +26,7 @@ constexpr int rowPx = 44;  // two lines
 constexpr int searchDelayMs = 300;
 constexpr int kindPx = 176, dayPx = 128;
 constexpr int narrowPx = 640;  // narrower, the day stands below the text, and some columns are left out
-constexpr int widthsPx[] = {136, 168, 136, 152, 80};
+constexpr int widthsPx[] = {144, 168, 136, 152, 80};
 
 }  // namespace
 
@@ -123,6 +123,7 @@ void EventPage::setUpTable() {
     table_->setSelectionMode(QAbstractItemView::SingleSelection);
     table_->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
     table_->setTabKeyNavigation(false);
+    table_->setShowGrid(false);
     table_->verticalHeader()->hide();
     table_->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     QHeaderView* const header = table_->horizontalHeader();

@@ -214,6 +214,7 @@ QTableView* ResultsPage::makeTable(const QString& name) {
 /// Widths are fixed: measuring the contents would read the files of all runs.
 void ResultsPage::setUpRuns() {
     runs_->setModel(runList_);
+    runs_->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     runs_->horizontalHeader()->setSectionResizeMode(RunList::Project, QHeaderView::Stretch);
     connect(runs_->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
             [this](const QModelIndex& current) {
@@ -284,7 +285,7 @@ void ResultsPage::arrange() {
 }
 
 void ResultsPage::fitRuns() {
-    constexpr int widths[] = {180, 0, 128, 80, 80, 88};
+    constexpr int widths[] = {184, 0, 168, 80, 80, 88};
     constexpr int allColumns = 640;
     runs_->verticalHeader()->setDefaultSectionSize(look::px(48));
     QHeaderView* const header = runs_->horizontalHeader();

@@ -12,6 +12,10 @@ namespace {
 
 constexpr double msPerS = 1000;
 
+int alignmentOf(int column) {
+    return int((column >= RunList::Duration ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
+}
+
 }  // namespace
 
 RunList::RunList(const RunHistory* history, QObject* parent)
@@ -74,14 +78,16 @@ QVariant RunList::data(const QModelIndex& index, int role) const {
             return index.column() == Limits && line(index.row()).isOutside ? QColor(look::amberInk)
                                                                            : QVariant();
         case Qt::TextAlignmentRole:
-            return index.column() >= Duration ? int(Qt::AlignRight | Qt::AlignVCenter)
-                                              : int(Qt::AlignLeft | Qt::AlignVCenter);
+            return alignmentOf(index.column());
         default:
             return {};
     }
 }
 
 QVariant RunList::headerData(int section, Qt::Orientation orientation, int role) const {
+    if (orientation == Qt::Horizontal && role == Qt::TextAlignmentRole) {
+        return alignmentOf(section);
+    }
     if (orientation != Qt::Horizontal || role != Qt::DisplayRole) {
         return QAbstractTableModel::headerData(section, orientation, role);
     }

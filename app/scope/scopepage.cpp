@@ -30,7 +30,7 @@ constexpr double stretchStep = 2;
 constexpr double msPerS = 1000;
 
 QString seconds(qint64 ms, int decimals) {
-    return QString::number(double(ms) / msPerS, 'f', decimals);
+    return QString::number(double(ms) / msPerS, 'f', decimals).replace(QLatin1Char('-'), QChar(0x2212));
 }
 
 }  // namespace

@@ -197,6 +197,15 @@ Place placeOf(Kind kind, const CellStatus& status) {
     return Place::Project;
 }
 
+/// The page's bar names the project, too.
+QString withoutProject(const QString& detail, const QString& project) {
+    QStringList parts = detail.split(StateText::tr("，"));
+    if (parts.size() > 1) {
+        parts.removeOne(project);
+    }
+    return joined(parts);
+}
+
 }  // namespace
 
 PanelState panelState(const CellStatus& status) {
@@ -204,6 +213,7 @@ PanelState panelState(const CellStatus& status) {
     state.kind = kindOf(status);
     state.word = wordOf(state.kind);
     state.detail = detailOf(state.kind, status);
+    state.shortDetail = withoutProject(state.detail, status.project);
     state.place = placeOf(state.kind, status);
     if (state.place == Place::Project) {
         state.line = status.pausedLine >= 0 ? status.pausedLine : status.line;

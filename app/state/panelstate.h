@@ -19,7 +19,8 @@ struct PanelState {
     QString word;    ///< "RUNNING", in the panel's language
     QString detail;  ///< the second line: project, line, who lit the laser
     Place place = Place::Project;
-    int line = -1;  ///< of the program on the project page, from 0; -1: none
+    int line = -1;             ///< of the program on the project page, from 0; -1: none
+    QString shortDetail = {};  ///< the second line without the project, where that leaves something
 
     friend bool operator==(const PanelState& a, const PanelState& b) {
         return a.kind == b.kind && a.word == b.word && a.detail == b.detail && a.place == b.place &&

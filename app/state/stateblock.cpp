@@ -61,8 +61,10 @@ void StateBlock::paintEvent(QPaintEvent*) {
     painter.drawText(QRect(left, top, room, wordLine), Qt::AlignLeft | Qt::AlignVCenter, state_.word);
     painter.setFont(look::font(look::Size::Caption));
     painter.setPen(QColor(shown.detailInk));
+    const QFontMetrics metrics = painter.fontMetrics();
+    const bool isWhole = metrics.horizontalAdvance(state_.detail) <= room;
     painter.drawText(QRect(left, top + wordLine, room, detailLine), Qt::AlignLeft | Qt::AlignVCenter,
-                     painter.fontMetrics().elidedText(state_.detail, Qt::ElideRight, room));
+                     metrics.elidedText(isWhole ? state_.detail : state_.shortDetail, Qt::ElideRight, room));
 }
 
 }  // namespace app

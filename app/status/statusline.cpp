@@ -81,11 +81,14 @@ void StatusLine::refresh() {
     fit();
 }
 
-/// One line; where it is too long two lines of smaller type; and if they are too short, without its end: the
-/// most important sentences come first.
+/// One line; where it is too long two lines of smaller type; and if they are too short, without its last
+/// sentences: the most important ones come first. Only a first sentence that is too long loses its end.
 void StatusLine::fit() {
+    // Blanks that do not break: a line does not begin with the dot.
+    const QString between = QStringLiteral("\u00a0\u00a0·  ");
     const QRect room = text_->contentsRect();
-    const QString whole = said_.isEmpty() ? watch_->sentences().join(QStringLiteral("  ·  ")) : said_;
+    QStringList sentences = said_.isEmpty() ? watch_->sentences() : QStringList{said_};
+    const QString whole = sentences.join(between);
     const QFont text = look::font(look::Size::Text), caption = look::font(look::Size::Caption);
     const bool isShort = QFontMetrics(text).horizontalAdvance(whole) <= room.width();
     const QFontMetrics metrics(isShort ? text : caption);
@@ -95,8 +98,12 @@ void StatusLine::fit() {
             metrics.boundingRect(0, 0, room.width(), 10 * room.height(), Qt::TextWordWrap, shown);
         return needed.height() <= room.height() && needed.width() <= room.width();
     };
-    for (int end = whole.size(); end > 0 && !fits(); --end) {
-        shown = whole.left(end).trimmed() + QStringLiteral("…");
+    while (sentences.size() > 1 && !fits()) {
+        sentences.removeLast();
+        shown = sentences.join(between) + between + QStringLiteral("…");
+    }
+    for (int end = sentences.value(0).size(); end > 0 && !fits(); --end) {
+        shown = sentences.value(0).left(end).trimmed() + QStringLiteral("…");
     }
     text_->setFont(isShort ? text : caption);
     text_->setText(shown);

@@ -273,8 +273,9 @@ void PortConfigWidget::changeEvent(QEvent* event) {
 void PortConfigWidget::place() {
     const int margin = look::px(16);
     const int small = look::px(8);
-    ui_->titleLayout->setContentsMargins(margin, margin, margin, margin);
-    ui_->titleLayout->setSpacing(margin);
+    ui_->titleLayout->setContentsMargins(margin, small, margin, small);
+    ui_->titleLayout->setSpacing(small);
+    ui_->headLayout->setSpacing(small);
     ui_->tableLayout->setContentsMargins(margin, 0, margin, small);
     ui_->gridLayout->setContentsMargins(margin, small, margin, small);
     ui_->okayBtn->setIconSize(QSize(look::px(20), look::px(20)));

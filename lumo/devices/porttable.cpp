@@ -150,7 +150,7 @@ QRect PortTable::foldedPlace(const QRect& row, int column) const {
     const int half = row.width() / 2;
     const QRect above(row.left(), row.top(), row.width(), height);
     const QRect below(row.left(), row.top() + height, row.width(), height);
-    constexpr int foldedTest = 112;
+    constexpr int foldedTest = 128;
     const int test = std::min(least_[TestColumn], look::px(foldedTest));
     const int use = least_[EnableColumn];
     switch (column) {

@@ -10,6 +10,7 @@
 #include "program/words.h"
 #include "widgets/fieldanswer.h"
 
+#include <QCoreApplication>
 #include <QEvent>
 #include <QPainter>
 
@@ -68,6 +69,13 @@ void Inspector::setWithEntries(bool with) {
         isWithEntries_ = with;
         renewEntries();
         updateGeometry();
+        update();
+    }
+}
+
+void Inspector::setBrief(bool brief) {
+    if (isBrief_ != brief) {
+        isBrief_ = brief;
         update();
     }
 }
@@ -227,8 +235,14 @@ void Inspector::paintEvent(QPaintEvent* /*event*/) {
 void Inspector::paintTitle(QPainter* painter) const {
     const QRect title(0, 0, width(), titleHeight());
     painter->setPen(QColor(look::ink));
-    painter->setFont(look::font(look::Size::Title, look::Weight::Strong));
     const QString number = QString::number(row_ + 1);
+    if (isBrief_) {
+        painter->setFont(look::font(look::Size::Caption, look::Weight::Strong));
+        painter->drawText(title, Qt::AlignLeft | Qt::AlignVCenter,
+                          QCoreApplication::translate("ProgramWidget", "第 %1 行").arg(number));
+        return;
+    }
+    painter->setFont(look::font(look::Size::Title, look::Weight::Strong));
     painter->drawText(title, Qt::AlignLeft | Qt::AlignVCenter, number);
     int x = painter->fontMetrics().horizontalAdvance(number) + gap();
     const int icon = look::px(22);

@@ -28,6 +28,8 @@ public:
 
     /// With entries, for columns that are high enough. At first without.
     void setWithEntries(bool with);
+    /// With the line's number only, beside a run panel that names the line.
+    void setBrief(bool brief);
 
     [[nodiscard]] bool hasHeightForWidth() const override { return true; }
     [[nodiscard]] int heightForWidth(int width) const override;
@@ -57,6 +59,7 @@ private:
 
     ProgramTable* table_;
     bool isWithEntries_ = false;
+    bool isBrief_ = false;
     int row_ = -1;    ///< the selected one; -1: none, or several
     int chosen_ = 0;  ///< how many are selected
     QString type_;

@@ -53,6 +53,12 @@ QStringList untaughtPoints(const ModuleObject* statement, const QString& type) {
     return points;
 }
 
+/// "Speed" of "Speed (mm/s)".
+QString withoutUnit(const QString& caption) {
+    const int bracket = std::max(caption.lastIndexOf(QLatin1Char('(')), caption.lastIndexOf(QChar(0xff08)));
+    return bracket > 0 ? caption.left(bracket).trimmed() : caption;
+}
+
 QString element(QLatin1String list, int index) {
     return mName(list, mIndex(index));
 }
@@ -158,7 +164,7 @@ void PointWidget::refreshOk() {
                                       [](const FieldAnswer* answer) { return !answer->isTaken(); });
     const bool isRefused = refused != answers_.end();
     ui_->okayBtn->setEnabled(!isRefused);
-    ui_->lblWhy->setText(isRefused ? tr("请更正：%1").arg((*refused)->caption())
+    ui_->lblWhy->setText(isRefused ? tr("请更正：%1").arg(withoutUnit((*refused)->caption()))
                          : changed ? tr("先确认更改，再移动机器人。")
                                    : tr("“移到此点”不出光移动机器人，“更新点位”记录其当前位置。"));
 }

@@ -472,7 +472,8 @@ void ProjectFace::placeInspector(const QRect& place) {
     if (!inspector_) {
         inspector_ = new Inspector(form_->tableWidget, page_);
     }
-    inspector_->setWithEntries(width_ == Width::TwoColumns);
+    inspector_->setWithEntries(width_ == Width::TwoColumns && !locked_);
+    inspector_->setBrief(locked_);
     constexpr int leastHeight = 150;
     if (place.height() >= look::px(leastHeight)) {
         show(inspector_, place.adjusted(0, look::px(gap), 0, 0));

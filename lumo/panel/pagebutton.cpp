@@ -4,6 +4,8 @@
 
 #include <QPainter>
 
+#include <algorithm>
+
 namespace lumo {
 
 PageButton::PageButton(QWidget* parent) : WrapToolButton(parent) {}
@@ -14,6 +16,18 @@ void PageButton::setIconName(const QString& name) {
 
 QSize PageButton::sizeHint() const {
     return {look::px(64), look::px(72)};
+}
+
+/// Strong on the chosen page, where the word then leaves air at its sides.
+QFont PageButton::captionFont() const {
+    const QFont strong = look::font(look::Size::Caption, look::Weight::Strong);
+    const int room = width() - look::px(8);
+    const QFontMetrics metrics(strong);
+    const QStringList words = text().split(QLatin1Char(' '));
+    const bool fits = std::all_of(words.begin(), words.end(), [&metrics, room](const QString& word) {
+        return metrics.horizontalAdvance(word) <= room;
+    });
+    return isChecked() && fits ? strong : look::font(look::Size::Caption, look::Weight::Plain);
 }
 
 void PageButton::paintEvent(QPaintEvent* /*event*/) {
@@ -37,7 +51,7 @@ void PageButton::paintEvent(QPaintEvent* /*event*/) {
     }
     ButtonFace shown = face();
     shown.iconPx = look::px(28);
-    shown.font = look::font(look::Size::Caption, isChecked() ? look::Weight::Strong : look::Weight::Plain);
+    shown.font = captionFont();
     painter.setPen(QColor(isChecked() ? look::blue : look::ink2));
     shown.paint(&painter, rect().adjusted(0, edge, 0, -edge), this);
 }

@@ -17,6 +17,9 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+
+private:
+    [[nodiscard]] QFont captionFont() const;
 };
 
 }  // namespace lumo

@@ -3,6 +3,7 @@
 #include "executor/lumoexecutor.h"
 #include "module/globals.h"
 #include "program/words.h"
+#include "widgets/foldingbar.h"
 #include "widgets/messagebox.h"
 #include "widgets/wraptoolbutton.h"
 
@@ -47,6 +48,9 @@ bool UndoBar::standIn(const QWidget* page, const QString& title) {
         const int place = row->indexOf(label);
         if (place >= 0) {
             row->insertWidget(place + 1, this);
+            if (auto* const bar = qobject_cast<FoldingBar*>(row->parentWidget())) {
+                bar->fold();
+            }
             return true;
         }
     }

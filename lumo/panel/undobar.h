@@ -33,6 +33,9 @@ public:
     /// Goes behind the title of a page, a label of this name; false where that stands in no row.
     bool standIn(const QWidget* page, const QString& title);
 
+    /// A row that is short of room takes it from others: these words have no shorter form.
+    [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
+
 private:
     WrapToolButton* makeButton(const char* name, const QString& icon, const QString& word, History::Way way);
     void addKey(const QKeySequence& keys, History::Way way);

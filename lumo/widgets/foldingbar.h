@@ -18,6 +18,9 @@ public:
     /// Gives a button of the bar an icon of look/icons and, where it is the page's main button, its colours.
     void dress(QPushButton* button, const char* icon, bool isPrimary = false);
 
+    /// To be called after something else was put into the row.
+    void fold();
+
     [[nodiscard]] QSize minimumSizeHint() const override;
 
 protected:
@@ -29,7 +32,6 @@ private:
 
     [[nodiscard]] int neededWidth(Fold fold) const;
     void space();
-    void fold();
     void apply(Fold fold);
 
     QHash<QPushButton*, QIcon> icons_;

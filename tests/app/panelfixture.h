@@ -66,7 +66,9 @@ protected:
         qFatal("no widget %s", qPrintable(name));
     }
     void click(const QString& name) const { test::click(find<QWidget>(name)); }
-    QString textOf(const QString& label) const { return find<QLabel>(label)->text(); }
+    QString textOf(const QString& label) const {
+        return find<QLabel>(label)->text().replace(QChar::Nbsp, ' ');
+    }
 
     static void pass(qint64 ms) { sim::VirtualTime::instance()->advance(ms); }
     /// Waits until no program runs and the robot stands.

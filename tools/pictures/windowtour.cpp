@@ -9,6 +9,7 @@
 #include "simulator/time/virtualtime.h"
 #include "tools/pictures/scene.h"
 
+#include <QFile>
 #include <QVector>
 
 #include <iterator>
@@ -229,7 +230,9 @@ const Stop notices[] = {
     {"notice_list",
      [](Scene& s) {
          openText(s, "damaged.json", "[\n  {\"type\": \"moveL\" \"note\": \"\"}\n]\n");
+         s.accept();
          openText(s, "cut_off.json", "[\n  {\"type\": \"moveL\"},");
+         s.accept();
          press(s, "btnNotices");
          s.shoot();
      }},
@@ -319,6 +322,17 @@ const Stop viewRows[] = {
          dock(s, "signals");
          press(s, "btn_vcd");
          s.shoot();
+     }},
+    {"views_signals_overwrite",
+     [](Scene& s) {
+         QFile taken(QStringLiteral("signals.vcd"));
+         taken.open(QIODevice::WriteOnly);
+         taken.close();
+         dock(s, "signals");
+         press(s, "btn_vcd");
+         s.key(QStringLiteral("fileNameEdit"), Qt::Key_Return);
+         s.shoot();
+         taken.remove();
      }},
 };
 

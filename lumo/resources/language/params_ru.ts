@@ -134,7 +134,7 @@
     </message>
     <message>
         <source>第 %1 行使用这组参数，删除后须为其另选参数。</source>
-        <translation>Строки %1 используют этот набор. После удаления выберите для них другой.</translation>
+        <translation>Этот набор используют строки: %1. После удаления выберите для них другой.</translation>
     </message>
     <message>
         <source>频率
