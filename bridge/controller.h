@@ -9,12 +9,14 @@
 #include <QString>
 
 namespace bridge {
+Q_NAMESPACE
 
 /// Whether the robot moves by itself or by hand.
 enum class Mode { Unknown, Manual, Auto };
 
 /// What becomes of a motion.
 enum class MotionEvent { Queued, Started, Passed, Stopped, Dropped, Failed };
+Q_ENUM_NS(MotionEvent)
 
 /// What a controller can do besides moving; a panel hides what is missing.
 struct Abilities {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "bridge/motion.h"
+
 #include <array>
 #include <memory>
 #include <optional>
@@ -11,18 +13,13 @@ class Frame;
 
 namespace kin {
 
-/// A tool pose: position in metres, (rx, ry, rz) in radians with R = Rz·Ry·Rx.
-struct Pose {
-    std::array<double, 3> trans{};
-    std::array<double, 3> rot{};
-};
+using bridge::Joints;
+using bridge::Pose;
 
 /// A pose as the kinematics library has it.
 KDL::Frame toFrame(const Pose& pose);
 /// The pose of a frame. Angles that are -π up to rounding come out as π.
 Pose toPose(const KDL::Frame& frame);
-
-using Joints = std::vector<double>;  ///< radians, one per axis
 
 /// The kinematics of the welding arm: a spherical wrist with a torch of 150 mm, and six axes
 /// or, with a roll of the upper arm, seven. The Orocos Kinematics and Dynamics Library solves them.

@@ -10,6 +10,7 @@ namespace {
 
 using kin::JointTrack;
 using kin::PoseTrack;
+using kin::toFrame;
 using kin::toPose;
 using kin::turnRadius;
 

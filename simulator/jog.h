@@ -1,31 +1,16 @@
 #pragma once
 
+#include "bridge/jog.h"
 #include "simulator/motionplan.h"
+
+#include <optional>
 
 namespace sim {
 
-/// An axis to jog the tool along or about.
-enum class JogAxis { X, Y, Z, Rx, Ry, Rz };
-
-/// What is jogged: one joint, or the tool relative to its own axes or to those of the base.
-enum class JogFrame { Joint, Tool, Base };
-
-/// Whether a jog moves, or why not.
-enum class JogAnswer {
-    Moves,
-    DriveOff,
-    Moving,      ///< the robot moves already, or motions wait to be released
-    OutOfReach,  ///< no posture reaches the target
-    JointLimit,  ///< reached only beyond a joint's limit
-};
-
-/// One jog of a joint, or of the tool about its tip.
-struct JogMove {
-    JogFrame frame = JogFrame::Base;
-    int axis = 0;
-    double distance = 0;  ///< metres or radians; the sign is the direction
-    double speed = 0;     ///< m/s or rad/s, positive
-};
+using bridge::JogAnswer;
+using bridge::JogAxis;
+using bridge::JogFrame;
+using bridge::JogMove;
 
 /// Whether the jog is a turn, in radians.
 bool isTurn(const JogMove& move);

@@ -11,6 +11,7 @@ namespace {
 using kin::BlendTrack;
 using kin::JointTrack;
 using kin::PoseTrack;
+using kin::toFrame;
 using kin::toPose;
 using kin::Track;
 

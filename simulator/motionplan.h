@@ -19,10 +19,7 @@ constexpr double motionAcceleration = 2.0;
 /// motion is passed. The path ends at the last target before a motion that cannot be made.
 class MotionPlan {
 public:
-    struct Posture {
-        Pose pose;
-        Joints joints;
-    };
+    using Posture = bridge::Posture;
     /// When a motion is passed.
     struct Mark {
         int id;

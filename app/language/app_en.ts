@@ -786,6 +786,10 @@ with code %1</translation>
         <translation>Joint limit</translation>
     </message>
     <message>
+        <source>此控制器不支持点动</source>
+        <translation>This controller cannot be jogged from here</translation>
+    </message>
+    <message>
         <source>程序正在运行</source>
         <translation>A program is running</translation>
     </message>

@@ -786,6 +786,10 @@
         <translation>Предел хода оси</translation>
     </message>
     <message>
+        <source>此控制器不支持点动</source>
+        <translation>Этот контроллер не поддерживает ручное перемещение с панели</translation>
+    </message>
+    <message>
         <source>程序正在运行</source>
         <translation>Программа выполняется</translation>
     </message>

@@ -117,6 +117,8 @@ QString JogBox::reason(sim::JogAnswer answer) {
             return tr("超出工作范围");
         case sim::JogAnswer::JointLimit:
             return tr("超出关节限位");
+        case sim::JogAnswer::NotOffered:
+            return tr("此控制器不支持点动");
     }
     return {};
 }

@@ -5,10 +5,10 @@ import pathlib
 import re
 import sys
 
-FLOORS = {"host": [], "program": ["host"], "look": [], "kinematics": [], "simulator": ["kinematics", "host"], "lumo": ["program", "look", "host"],
-          "workcell": ["simulator", "kinematics", "program", "host"], "runner": ["workcell", "simulator", "kinematics", "program", "host"],
-          "app": ["workcell", "simulator", "kinematics", "program", "look", "host"],
-          "tools": ["app", "workcell", "simulator", "kinematics", "program", "look", "host"]}
+FLOORS = {"host": [], "program": ["host"], "look": [], "bridge": ["host"], "kinematics": ["bridge"], "simulator": ["kinematics", "bridge", "host"], "lumo": ["program", "look", "host"],
+          "workcell": ["simulator", "kinematics", "bridge", "program", "host"], "runner": ["workcell", "simulator", "kinematics", "bridge", "program", "host"],
+          "app": ["workcell", "simulator", "kinematics", "bridge", "program", "look", "host"],
+          "tools": ["app", "workcell", "simulator", "kinematics", "bridge", "program", "look", "host"]}
 LEVELS = [["module"], ["widgets", "files", "equipment"], ["undo"], ["executor", "editor", "params", "devices", "stations"], ["panel"]]
 LEVEL = {room: level for level, rooms in enumerate(LEVELS) for room in rooms}
 

@@ -40,6 +40,7 @@ AREAS = {
     "stations": ["lumo/stations/*.cpp"],
     "editor": ["lumo/editor/*.cpp"],
     "panel": ["lumo/panel/*.cpp", "lumo/module/*.cpp", "lumo/params/*.cpp", "lumo/files/*.cpp", "lumo/widgets/*.cpp"],
+    "bridge": ["bridge/*.cpp"],
     "host": ["host/*/*.cpp"],
     "kinematics": ["kinematics/*.cpp"],
     "simulator": ["simulator/*.cpp", "simulator/*/*.cpp"],

@@ -1,12 +1,12 @@
-#include "simulator/motioncommand.h"
+#include "bridge/motionreader.h"
 
+#include "bridge/words.h"
 #include "kord/kordservice.h"
-#include "simulator/words.h"
 
 #include <cmath>
 #include <limits>
 
-namespace sim {
+namespace bridge {
 
 using mendo::ModuleObject;
 
@@ -39,15 +39,15 @@ bool readJoints(const ModuleObject* node, int axes, Joints* joints) {
     return finite && int(joints->size()) == axes;
 }
 
-bool readArc(const ModuleObject* node, std::vector<MotionCommand::Via>* poses) {
-    MotionCommand::Via via;
+bool readArc(const ModuleObject* node, std::vector<Motion::Via>* poses) {
+    Motion::Via via;
     const bool complete = readPose(node->c(QStringLiteral("aux")), &via.aux) &&
                           readPose(node->c(QStringLiteral("point")), &via.end);
     poses->push_back(via);
     return complete;
 }
 
-bool readArcs(const ModuleObject* node, std::vector<MotionCommand::Via>* poses) {
+bool readArcs(const ModuleObject* node, std::vector<Motion::Via>* poses) {
     if (!node->hasCmobj(QStringLiteral("path"))) {
         return readArc(node, poses);
     }
@@ -58,15 +58,15 @@ bool readArcs(const ModuleObject* node, std::vector<MotionCommand::Via>* poses) 
     return complete && !poses->empty();
 }
 
-bool readTarget(const ModuleObject* node, int axes, MotionCommand* motion) {
+bool readTarget(const ModuleObject* node, int axes, Motion* motion) {
     const ModuleObject* point = node->c(QStringLiteral("point"));
     switch (motion->kind) {
-        case MotionCommand::Kind::Joint:
+        case Motion::Kind::Joint:
             return readJoints(point, axes, &motion->joints);
-        case MotionCommand::Kind::Line:
+        case Motion::Kind::Line:
             motion->poses.resize(1);
             return readPose(point, &motion->poses.front().end);
-        case MotionCommand::Kind::Arc:
+        case Motion::Kind::Arc:
             return readArcs(node, &motion->poses);
     }
     return false;
@@ -74,9 +74,8 @@ bool readTarget(const ModuleObject* node, int axes, MotionCommand* motion) {
 
 }  // namespace
 
-bool motionKind(const QString& name, MotionCommand::Kind* kind) {
-    for (const auto candidate :
-         {MotionCommand::Kind::Joint, MotionCommand::Kind::Line, MotionCommand::Kind::Arc}) {
+bool motionKind(const QString& name, Motion::Kind* kind) {
+    for (const auto candidate : {Motion::Kind::Joint, Motion::Kind::Line, Motion::Kind::Arc}) {
         if (name == commandName(candidate)) {
             *kind = candidate;
             return true;
@@ -85,20 +84,20 @@ bool motionKind(const QString& name, MotionCommand::Kind* kind) {
     return false;
 }
 
-QString commandName(MotionCommand::Kind kind) {
+QString commandName(Motion::Kind kind) {
     switch (kind) {
-        case MotionCommand::Kind::Joint:
+        case Motion::Kind::Joint:
             return word::moveJ;
-        case MotionCommand::Kind::Line:
+        case Motion::Kind::Line:
             return word::moveL;
-        case MotionCommand::Kind::Arc:
+        case Motion::Kind::Arc:
             break;
     }
     return word::moveC;
 }
 
-MotionCommand readMotion(const KordCall& call, MotionCommand::Kind kind, int id, int axes) {
-    MotionCommand motion;
+Motion readMotion(const KordCall& call, Motion::Kind kind, int id, int axes) {
+    Motion motion;
     motion.id = id;
     motion.kind = kind;
     const ModuleObject* node = call.node ? call.node : ModuleObject::null();
@@ -115,4 +114,27 @@ MotionCommand readMotion(const KordCall& call, MotionCommand::Kind kind, int id,
     return motion;
 }
 
-}  // namespace sim
+Toolset readToolset(const ModuleObject* node) {
+    const ModuleObject* tool = node->c(QStringLiteral("end"));
+    const ModuleObject* load = tool->c(QStringLiteral("load"));
+    const ModuleObject* object = node->c(QStringLiteral("ref"));
+    Toolset toolset;
+    toolset.tool = tool->c(QStringLiteral("name"))->getString();
+    toolset.workObject = object->c(QStringLiteral("name"))->getString();
+    if (!readPose(tool, &toolset.toolTip)) {
+        toolset.toolTip = {};
+    }
+    if (!readPose(object, &toolset.object)) {
+        toolset.object = {};
+    }
+    toolset.massKg = load->c(QStringLiteral("mass"))->getDouble();
+    if (!readTriple(load->c(QStringLiteral("cog")), &toolset.centreM)) {
+        toolset.centreM = {};
+    }
+    if (!readTriple(load->c(QStringLiteral("inertia")), &toolset.inertia)) {
+        toolset.inertia = {};
+    }
+    return toolset;
+}
+
+}  // namespace bridge

@@ -1,9 +1,9 @@
-#include "simulator/registerwrite.h"
+#include "bridge/registerwrite.h"
 
+#include "bridge/words.h"
 #include "kord/kordservice.h"
-#include "simulator/words.h"
 
-namespace sim {
+namespace bridge {
 
 namespace {
 
@@ -35,4 +35,4 @@ std::vector<RegisterWrite> registerWrites(const KordCall& call) {
     return writes;
 }
 
-}  // namespace sim
+}  // namespace bridge

@@ -7,7 +7,7 @@
 
 struct KordCall;
 
-namespace sim {
+namespace bridge {
 
 /// A write of an element of a register, as a call asks for it.
 struct RegisterWrite {
@@ -19,4 +19,4 @@ struct RegisterWrite {
 /// The writes of a call of "register.write" or "register.write_multi", in their order.
 std::vector<RegisterWrite> registerWrites(const KordCall& call);
 
-}  // namespace sim
+}  // namespace bridge

@@ -2,8 +2,8 @@
 
 #include <QLatin1String>
 
-/// Commands and nodes of the robot service that the simulated controller answers and fills.
-namespace sim::word {
+/// Commands and nodes of the robot service that an adapter answers and fills.
+namespace bridge::word {
 
 // Commands.
 constexpr QLatin1String moveJ("move.j", 6);
@@ -25,9 +25,7 @@ constexpr QLatin1String sysInfo("sys.info", 8);
 constexpr QLatin1String deviceIo("device.io", 9);
 constexpr QLatin1String registerValues("register.values", 15);
 constexpr QLatin1String registerList("rova.robot.register._list", 25);
-constexpr QLatin1String toolList("rova.project.tool._list", 23);
-constexpr QLatin1String wobjList("rova.project.wobj._list", 23);
 constexpr QLatin1String handGuiding[] = {QLatin1String("rova.handle.drag", 16),
                                          QLatin1String("rova.sidemove.drag", 18)};
 
-}  // namespace sim::word
+}  // namespace bridge::word

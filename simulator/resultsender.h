@@ -1,37 +1,32 @@
 #pragma once
 
 #include "simulator/latency.h"
-#include "simulator/motioncommand.h"
 
 #include <QObject>
 
 #include <optional>
 
-class KordService;
-
 namespace sim {
 
-/// Writes results to the command nodes, with the quirks that concern writing.
-class ResultWriter : public QObject {
+/// Sends results when they are due, with the quirks that concern their time and number.
+class ResultSender : public QObject {
     Q_OBJECT
 public:
     struct Result {
-        MotionCommand::Kind kind;
         int id;
         int code;
     };
 
-    /// `delayMs`: how much later than delivered a result is written.
-    ResultWriter(KordService* service, int delayMs, QObject* parent);
+    /// `delayMs`: how much later than delivered a result is sent.
+    ResultSender(int delayMs, QObject* parent);
 
     void setBunch(bool on) { bunch_ = on; }
     void setDouble(bool on) { double_ = on; }
-    void setWrongKind(bool on) { wrongKind_ = on; }
 
     /// `last`: no other result follows for now, so that Quirk::Bunch does not hold it back.
     void deliver(const Result& result, bool last);
     void deliverLater(const Result& result, int ms);
-    /// Writes a result that is held back.
+    /// Sends a result that is held back.
     void deliverHeld();
     /// Forgets a result that is held back.
     void forgetHeld() { held_.reset(); }
@@ -39,18 +34,16 @@ public:
     bool idle() const { return !held_ && scheduled_ == 0 && line_.idle(); }
 
 signals:
-    /// Just before the node is written.
-    void result(const QString& command, int id, int code);
-    /// What was delayed has been written.
+    void due(int id, int code);
+    /// What was delayed has been sent.
     void caughtUp();
 
 private:
-    void writeWithCopy(const Result& result);
-    void write(const Result& written);
+    void sendWithCopy(const Result& result);
+    void send(const Result& result);
 
-    KordService* service_;
     DelayLine line_;
-    bool bunch_ = false, double_ = false, wrongKind_ = false;
+    bool bunch_ = false, double_ = false;
     std::optional<Result> held_;
     int scheduled_ = 0;
 };

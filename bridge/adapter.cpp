@@ -1,0 +1,481 @@
+#include "bridge/adapter.h"
+
+#include "bridge/batch.h"
+#include "bridge/linkstate.h"
+#include "bridge/motionreader.h"
+#include "bridge/nodes.h"
+#include "bridge/registerwrite.h"
+#include "bridge/results.h"
+#include "bridge/signalbank.h"
+#include "bridge/words.h"
+#include "kord/kordservice.h"
+#include "mendo/modulemanager.h"
+
+#include <cmath>
+#include <optional>
+
+namespace bridge {
+
+namespace {
+
+const QString idleWord = QStringLiteral("idle");
+const QString movingWord = QStringLiteral("moving");
+const QLatin1String coordToolset("pel.coord.toolset");
+
+double distance(const Pose& a, const Pose& b) {
+    return std::hypot(a.trans[0] - b.trans[0], a.trans[1] - b.trans[1], a.trans[2] - b.trans[2]);
+}
+
+}  // namespace
+
+/// The adapter's parts and the handlers of their signals.
+struct Adapter::Private {
+    Private(Adapter* adapter, KordService* robotService, Controller* robot, SignalPort* ioDevice,
+            const Options& theOptions);
+
+    void connectBackend();
+    void connectParts();
+    void handle(const KordCall& call);
+    void orderWrites(const KordCall& call);
+    void orderMotion(const KordCall& call, Motion::Kind kind);
+    void release();
+    void stop(bool isReset);
+    void onHanded(const QString& path, const mendo::ModuleObject* node);
+    void sendToolset();
+    void answer(const QString& name, int code);
+    void onResult(Motion::Kind kind, int id, int code);
+    void onPosture(const Posture& told);
+    void onMoving(bool moving);
+    void onPower(bool on);
+    void onMode(Mode mode);
+    void onLink(LinkState::End end, bool up, const QString& reason);
+    void loseLink();
+    void regainLink();
+    void dropMotions();
+    void writePower();
+    void writeMode();
+    void writeState(const QString& newState);
+    void refreshState();
+    JogAnswer jog(const JogMove& move, bool held);
+
+    Adapter* q;
+    KordService* service;
+    Controller* backend;
+    SignalPort* device;
+    Options options;
+    Abilities abilities;
+    SignalBank bank;
+    Results results;
+    Batch batch;
+    LinkState link;
+    bool started = false;
+    bool powered = false;  ///< as the backend tells
+    bool held = false;     ///< the link was lost: off for the package until an operator switches on
+    bool moving = false;   ///< as the backend tells
+    bool braking = false;  ///< stopped, and the backend has not told yet that the arm stands
+    Mode mode = Mode::Unknown;
+    std::optional<Toolset> toolset;  ///< handed last
+    QString state;
+    Posture posture;
+    bool hasPosture = false;
+    double travelled = 0;
+};
+
+Adapter::Private::Private(Adapter* adapter, KordService* robotService, Controller* robot,
+                          SignalPort* ioDevice, const Options& theOptions)
+    : q(adapter),
+      service(robotService),
+      backend(robot),
+      device(ioDevice),
+      options(theOptions),
+      abilities(robot->abilities()),
+      bank(robotService, robot->signalPort(), ioDevice, adapter),
+      results({theOptions.repair, !abilities.progress}, adapter),
+      batch(robot, &results, abilities.refusals),
+      link(ioDevice != nullptr) {}
+
+void Adapter::Private::connectParts() {
+    connect(service, &KordService::issued, q, [this](const KordCall& call) { handle(call); });
+    connect(service, &KordService::handed, q,
+            [this](const QString& path, const mendo::ModuleObject* node) { onHanded(path, node); });
+    connect(&bank, &SignalBank::outputChanged, q, &Adapter::outputChanged);
+    connect(&bank, &SignalBank::inputChanged, q, &Adapter::inputChanged);
+    connect(&bank, &SignalBank::rejected, q, &Adapter::rejected);
+    connect(&bank, &SignalBank::answered, q, &Adapter::caughtUp);
+    connect(&results, &Results::violated, q, &Adapter::violated);
+    connect(&results, &Results::event, q, &Adapter::motion);
+    connect(&results, &Results::due, q,
+            [this](Motion::Kind kind, int id, int code) { onResult(kind, id, code); });
+}
+
+void Adapter::Private::connectBackend() {
+    connect(backend, &Controller::finished, q, [this](int id, int code) { results.take(id, code); });
+    connect(backend, &Controller::postureChanged, q, [this](const Posture& told) { onPosture(told); });
+    connect(backend, &Controller::movingChanged, q, [this](bool on) { onMoving(on); });
+    connect(backend, &Controller::powerChanged, q, [this](bool on) { onPower(on); });
+    connect(backend, &Controller::modeChanged, q, [this](Mode told) { onMode(told); });
+    connect(backend, &Controller::keyChanged, q,
+            [this](const QString& name, bool pressed) { writeKey(q, name, pressed); });
+    connect(backend, &Controller::linkChanged, q,
+            [this](bool up, const QString& reason) { onLink(LinkState::Robot, up, reason); });
+    if (device) {
+        connect(device, &SignalPort::linkChanged, q,
+                [this](bool up, const QString& reason) { onLink(LinkState::Device, up, reason); });
+    }
+    if (abilities.progress) {
+        connect(backend, &Controller::motion, q, &Adapter::motion);
+        connect(backend, &Controller::postureMoved, q, &Adapter::postureMoved);
+        connect(backend, &Controller::cameToRest, q, &Adapter::cameToRest);
+    }
+}
+
+// --- Commands ------------------------------------------------------------------------------------
+
+void Adapter::Private::handle(const KordCall& call) {
+    Motion::Kind kind;
+    if (motionKind(call.name, &kind)) {
+        orderMotion(call, kind);
+        return;
+    }
+    if (call.name == word::registerWrite || call.name == word::registerWriteMulti ||
+        call.name == word::outDo) {
+        orderWrites(call);
+        return;
+    }
+    if (call.name == word::enough) {
+        release();
+    } else if (call.name == word::stop || call.name == word::reset) {
+        stop(call.name == word::reset);
+    }
+    answer(call.name, 0);
+}
+
+/// Writes a command's result: 0, or -1 when a write was rejected.
+void Adapter::Private::answer(const QString& name, int code) {
+    if (service->commandNode(QString())->hasCmobj(name)) {
+        service->commandNode(name)->setValue(q, code);
+    }
+}
+
+/// The call is valid now only; what it asks for may be carried out later.
+void Adapter::Private::orderWrites(const KordCall& call) {
+    if (call.name == word::outDo) {
+        q->write(call.name, {{call.argument(QStringLiteral("name")).toString(), QString(),
+                              call.argument(QStringLiteral("value"))}});
+        return;
+    }
+    if (call.name == word::registerWriteMulti && !service->commandNode(QString())->hasCmobj(call.name)) {
+        emit q->rejected(call.name, QStringLiteral("no such command"));
+        return;
+    }
+    q->write(call.name, registerWrites(call));
+}
+
+void Adapter::Private::orderMotion(const KordCall& call, Motion::Kind kind) {
+    const int id = results.add(kind);
+    const Motion motion = readMotion(call, kind, id, backend->axes());
+    emit q->motion(id, MotionEvent::Queued);
+    results.beginCall();
+    batch.add(motion);
+    results.endCall();
+}
+
+void Adapter::Private::release() {
+    if (!results.hasWaiting() && !abilities.refusals) {
+        return;
+    }
+    const bool isOn = powered && !held && link.isUp();
+    results.beginCall();
+    results.release();
+    if (options.repair && isOn) {
+        refreshState();
+    }
+    batch.release(isOn);
+    results.endCall();
+}
+
+void Adapter::Private::stop(bool isReset) {
+    braking = options.repair && link.isUp(LinkState::Robot) && (moving || results.hasReleased());
+    dropMotions();
+    if (!link.isUp(LinkState::Robot)) {
+        return;
+    }
+    results.beginCall();
+    if (isReset) {
+        backend->reset();
+    } else {
+        backend->stop();
+    }
+    results.endCall();
+}
+
+void Adapter::Private::dropMotions() {
+    batch.clear();
+    results.drop();
+}
+
+void Adapter::Private::onHanded(const QString& path, const mendo::ModuleObject* node) {
+    if (path == coordToolset) {
+        toolset = readToolset(node);
+        sendToolset();
+    }
+}
+
+void Adapter::Private::sendToolset() {
+    if (toolset && link.isUp(LinkState::Robot)) {
+        backend->setToolset(*toolset);
+    }
+}
+
+// --- The backend ---------------------------------------------------------------------------------
+
+void Adapter::Private::onResult(Motion::Kind kind, int id, int code) {
+    if (code < 0) {
+        batch.clear();
+    }
+    if (options.repair) {
+        refreshState();
+    }
+    const QString command = q->resultCommand(kind);
+    emit q->result(command, id, code);
+    service->commandNode(command)->setValue(q, code);
+    if (options.repair) {
+        emit q->caughtUp();
+    }
+}
+
+void Adapter::Private::onPosture(const Posture& told) {
+    travelled += hasPosture ? distance(posture.pose, told.pose) : 0;
+    posture = told;
+    hasPosture = true;
+    results.notePosture();
+    bridge::writePosture(q, service, told);
+    if (!abilities.progress && moving) {
+        emit q->postureMoved();
+    }
+}
+
+void Adapter::Private::onMoving(bool on) {
+    moving = on;
+    if (!on) {
+        braking = false;
+        if (!abilities.progress) {
+            emit q->cameToRest();
+        }
+    }
+    if (options.repair) {
+        refreshState();
+    } else {
+        writeState(on ? movingWord : idleWord);
+    }
+    results.setMoving(on);
+}
+
+/// Moving from the release to the last result.
+void Adapter::Private::refreshState() {
+    const bool isMoving = moving || braking || results.hasReleased();
+    writeState(isMoving ? movingWord : idleWord);
+}
+
+void Adapter::Private::writeState(const QString& newState) {
+    if (newState != state) {
+        state = newState;
+        m(word::state)->setValue(q, newState);
+    }
+}
+
+/// Drives that come on again while there is a link were switched on by somebody.
+void Adapter::Private::onPower(bool on) {
+    held = held && !(link.isUp() && on && !powered);
+    powered = on;
+    if (!on) {
+        dropMotions();
+    }
+    if (link.isUp()) {
+        writePower();
+    }
+}
+
+void Adapter::Private::writePower() {
+    const bool isOn = powered && !held && link.isUp();
+    const QString word = isOn ? QStringLiteral("on") : QStringLiteral("off");
+    if (!options.repair || m(word::power)->getString() != word) {
+        m(word::power)->setValue(q, word);
+    }
+}
+
+void Adapter::Private::onMode(Mode told) {
+    mode = told;
+    if (link.isUp()) {
+        writeMode();
+    }
+}
+
+void Adapter::Private::writeMode() {
+    m(word::mode)->setValue(q, modeWord(link.isUp() ? mode : Mode::Unknown));
+}
+
+// --- The link ------------------------------------------------------------------------------------
+
+void Adapter::Private::onLink(LinkState::End end, bool up, const QString& reason) {
+    const bool wasUp = link.isUp();
+    link.set(end, up, reason);
+    bank.setLinked(end == LinkState::Robot ? backend->signalPort() : device, up, reason);
+    if (wasUp && !link.isUp()) {
+        loseLink();
+    } else if (!wasUp && link.isUp()) {
+        regainLink();
+    }
+    emit q->linkChanged(link.isUp(), link.reason());
+}
+
+/// A package that hears of the loss of power stops the robot and switches all outputs off, as far as they can
+/// be reached.
+void Adapter::Private::loseLink() {
+    held = true;
+    dropMotions();
+    writePower();
+    writeMode();
+    if (link.isUp(LinkState::Robot)) {
+        stop(false);
+        backend->setPower(false);
+        return;
+    }
+    // Whether the arm still moves is not known; no order of a package moves it.
+    moving = braking = false;
+    results.setMoving(false);
+    writeState(idleWord);
+}
+
+void Adapter::Private::regainLink() {
+    if (held) {
+        backend->setPower(false);
+    }
+    sendToolset();
+    writePower();
+    writeMode();
+}
+
+JogAnswer Adapter::Private::jog(const JogMove& move, bool held_) {
+    if (!powered || held || !link.isUp()) {
+        return JogAnswer::DriveOff;
+    }
+    if (!q->standsStill() || results.hasWaiting()) {
+        return JogAnswer::Moving;
+    }
+    return backend->startJog(move, held_);
+}
+
+// --- The adapter ---------------------------------------------------------------------------------
+
+Adapter::Adapter(KordService* service, Controller* backend, SignalPort* device, const Options& options,
+                 QObject* parent)
+    : QObject(parent), d_(std::make_unique<Private>(this, service, backend, device, options)) {}
+
+Adapter::~Adapter() = default;
+
+void Adapter::start() {
+    if (d_->started) {
+        return;
+    }
+    d_->started = true;
+    fillConstantNodes(this, d_->service, d_->backend->axes());
+    d_->service->offerCommand(word::registerWriteMulti, d_->options.writeMulti);
+    d_->connectBackend();
+    d_->connectParts();
+    d_->writeState(idleWord);
+    if (d_->device) {
+        d_->device->start();
+    }
+    d_->backend->signalPort()->start();
+    d_->backend->start();
+    if (!d_->link.isUp()) {
+        d_->writePower();
+        d_->writeMode();
+    }
+}
+
+Abilities Adapter::abilities() const {
+    return d_->abilities;
+}
+
+void Adapter::setPower(bool on) {
+    d_->held = d_->held && !(on && d_->link.isUp());
+    if (d_->link.isUp(LinkState::Robot)) {
+        d_->backend->setPower(on);
+    }
+    if (d_->options.repair && d_->link.isUp()) {
+        d_->writePower();  // of drives that stayed on
+    }
+}
+
+bool Adapter::isPowerHeld() const {
+    return d_->held && d_->powered && d_->link.isUp();
+}
+
+void Adapter::setMode(Mode mode) {
+    d_->backend->setMode(mode);
+}
+
+JogAnswer Adapter::jog(const JogMove& move) {
+    return d_->jog(move, false);
+}
+
+JogAnswer Adapter::startJog(const JogMove& move) {
+    return d_->jog(move, true);
+}
+
+void Adapter::stopJog() {
+    d_->backend->stopJog();
+}
+
+bool Adapter::isLinked() const {
+    return d_->link.isUp();
+}
+
+QString Adapter::linkReason() const {
+    return d_->link.reason();
+}
+
+bool Adapter::input(const QString& name) const {
+    return d_->bank.input(name);
+}
+
+QVariant Adapter::output(const QString& name) const {
+    return d_->bank.output(name);
+}
+
+QStringList Adapter::inputNames() const {
+    return d_->bank.inputNames();
+}
+
+QStringList Adapter::outputNames() const {
+    return d_->bank.outputNames();
+}
+
+bool Adapter::standsStill() const {
+    return !d_->moving && !d_->braking && !d_->results.hasReleased() && d_->bank.idle();
+}
+
+Posture Adapter::posture() const {
+    return roundedPosture(d_->posture);
+}
+
+double Adapter::travelled() const {
+    return d_->travelled;
+}
+
+void Adapter::write(const QString& command, const std::vector<RegisterWrite>& records) {
+    const auto answer = [this, command](bool accepted) { d_->answer(command, accepted ? 0 : -1); };
+    if (command == word::outDo) {
+        d_->bank.writeOutput(records.front().name, records.front().value, answer);
+    } else {
+        d_->bank.writeRegisters(records, answer);
+    }
+}
+
+QString Adapter::resultCommand(Motion::Kind kind) const {
+    return commandName(kind);
+}
+
+}  // namespace bridge
