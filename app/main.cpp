@@ -26,6 +26,7 @@
 #include <unistd.h>
 #include <cstdlib>
 #include <optional>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -195,7 +196,7 @@ bool fill(app::Panel* panel, const app::Options& options) {
     }
     panel->setRatedPower(app::Preferences::ratedWatts());
     panel->keepEdits();
-    QTimer::singleShot(0, panel, &app::Panel::complete);
+    panel->window()->tellNextPaint();
     if (options.example.isEmpty()) {
         offerSetupSoon(panel);
     }
@@ -207,7 +208,8 @@ bool fill(app::Panel* panel, const app::Options& options) {
 
 /// Runs the panel until it quits. `another` is set to the options of the panel that is to follow.
 ///
-/// The frame, with emergency stop and drive power, is on the screen before the package is loaded.
+/// The frame, with emergency stop and drive power, is on the screen before the package is loaded, and its
+/// page before what stands beside it.
 int run(app::Options options, sim::PacedTime* time, std::optional<QStringList>* another) {
     const app::QuitSignals quitSignals;
     QString problem;
@@ -230,8 +232,10 @@ int run(app::Options options, sim::PacedTime* time, std::optional<QStringList>* 
     }
     QObject::connect(
         panel.window(), &app::PanelWindow::painted, &panel,
-        [&panel, &options] {
-            if (!fill(&panel, options)) {
+        [&panel, &options, isFilled = false]() mutable {
+            if (std::exchange(isFilled, true)) {
+                panel.complete();
+            } else if (!fill(&panel, options)) {
                 QCoreApplication::exit(failed);
             }
         },

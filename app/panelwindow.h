@@ -44,11 +44,13 @@ public:
     void prepare();
     /// By what everything grows, whatever the window's size; 0: by its size.
     void setChosenFactor(double factor);
+    /// painted() comes once more.
+    void tellNextPaint() { painted_ = false; }
     /// Asked before the window closes; false: not now.
     void setCloseGuard(std::function<bool()> mayClose) { mayClose_ = std::move(mayClose); }
 
 signals:
-    /// The window has been painted for the first time, and is on the screen.
+    /// The window has been painted, and is on the screen: the first time, and after tellNextPaint().
     void painted();
 
 protected:

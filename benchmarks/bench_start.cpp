@@ -1,5 +1,5 @@
-// Time from the panel's start to its first paint, compared with an empty window; processor time of the idle
-// panel with the drives off.
+// Time from the panel's start to its first paint, and to the paint of the package's page, compared with an
+// empty window; processor time of the idle panel with the drives off.
 
 #include "childrun.h"
 #include "sidebyside.h"
@@ -8,6 +8,7 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <utility>
 
 namespace {
 
@@ -37,17 +38,26 @@ private:
     std::string folder_;
 };
 
-bench::Call withPlugin(const std::string& program, std::vector<std::string> environment) {
-    environment.emplace_back("QT_QPA_GENERIC_PLUGINS=firstpaint");
+/// Ends at the first paint that shows a widget of the class `shown`; of any window without one.
+bench::Call withPlugin(const std::string& program, std::vector<std::string> environment,
+                       const std::string& shown = {}) {
+    environment.emplace_back("QT_QPA_GENERIC_PLUGINS=firstpaint" + (shown.empty() ? shown : ":" + shown));
     environment.emplace_back("QT_PLUGIN_PATH=" PLUGINS);
     return {bench::built(program), {}, std::move(environment)};
 }
 
-/// Starts panel and empty window alternately, each to its first paint.
+/// A paint of the panel: the first one, or the first that shows a widget of a class.
+struct Paint {
+    const char* name;
+    const char* shown;
+    double target;  ///< empty windows
+};
+
+/// Starts panel and empty window alternately, each to its paint.
 void compareStarts(benchmark::State& state, const std::vector<std::string>& environment,
-                   double bench::Spent::*time, double target) {
+                   double bench::Spent::*time, const Paint& paint) {
     constexpr int rounds = 21;
-    const bench::Call panel = withPlugin("lumo-panel", environment);
+    const bench::Call panel = withPlugin("lumo-panel", environment, paint.shown);
     const bench::Call empty = withPlugin("emptywindow", environment);
     bench::run(panel);  // loads the libraries into memory
     std::vector<double> ratios, panelNs, emptyNs;
@@ -63,7 +73,7 @@ void compareStarts(benchmark::State& state, const std::vector<std::string>& envi
             emptyNs.push_back(1e9 * (round % 2 == 0 ? second : first).*time);
             ratios.push_back(panelNs.back() / emptyNs.back());
         }
-        bench::reportRatios(state, ratios, panelNs, emptyNs, target);
+        bench::reportRatios(state, ratios, panelNs, emptyNs, paint.target);
     }
 }
 
@@ -87,16 +97,19 @@ void measureIdle(benchmark::State& state, const std::vector<std::string>& enviro
 }
 
 void addFigures(const std::string& where, const std::vector<std::string>& environment) {
-    constexpr double startTarget = 3.0;
     constexpr double idleTarget = 2.0;
-    bench::add(("start: panel to first paint / empty window, wall clock, " + where).c_str(),
-               [environment](benchmark::State& state) {
-                   compareStarts(state, environment, &bench::Spent::wallS, startTarget);
-               });
-    bench::add(("start: panel to first paint / empty window, processor time, " + where).c_str(),
-               [environment](benchmark::State& state) {
-                   compareStarts(state, environment, &bench::Spent::processorS, startTarget);
-               });
+    constexpr Paint paints[] = {{"first paint", "", 3.0}, {"the package's page", "LumoWidget", 4.2}};
+    constexpr std::pair<const char*, double bench::Spent::*> times[] = {
+        {"wall clock", &bench::Spent::wallS}, {"processor time", &bench::Spent::processorS}};
+    for (const Paint& paint : paints) {
+        for (const auto& [unit, time] : times) {
+            const std::string name =
+                std::string("start: panel to ") + paint.name + " / empty window, " + unit + ", " + where;
+            bench::add(name.c_str(), [environment, paint, time = time](benchmark::State& state) {
+                compareStarts(state, environment, time, paint);
+            });
+        }
+    }
     bench::add(("idle: the panel with its page shown and the drives off, " + where).c_str(),
                [environment](benchmark::State& state) { measureIdle(state, environment, idleTarget); });
 }

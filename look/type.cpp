@@ -2,6 +2,9 @@
 
 #include "look/scale.h"
 
+#include <QFontMetrics>
+#include <QHash>
+#include <QPair>
 #include <QStringList>
 
 namespace look {
@@ -46,6 +49,20 @@ QFont font(Size size, Weight weight) {
     result.setPixelSize(sizePx(size));
     result.setWeight(weightOf(weight));
     return result;
+}
+
+int textWidth(const QFont& font, const QString& text) {
+    constexpr int mostKept = 4000;  // texts that change, as a time that runs, come and go
+    static QHash<QPair<QFont, QString>, int> kept;
+    const auto key = qMakePair(font, text);
+    const auto known = kept.constFind(key);
+    if (known != kept.constEnd()) {
+        return *known;
+    }
+    if (kept.size() >= mostKept) {
+        kept.clear();
+    }
+    return *kept.insert(key, QFontMetrics(font).horizontalAdvance(text));
 }
 
 void setLanguage(const QString& language) {

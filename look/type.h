@@ -25,6 +25,10 @@ int sizePx(Size size);
 /// Roboto, whose digits are equally wide, and Noto Sans CJK SC, which has a real bold.
 QFont font(Size size, Weight weight = Weight::Plain);
 
+/// Width of a text in px. Measured once for a font and a text: layouts ask for the same words again and
+/// again.
+int textWidth(const QFont& font, const QString& text);
+
 /// The language of the captions decides what strong type is: "cn", "en" or "ru".
 void setLanguage(const QString& language);
 /// Weight of strong type on the scale of QFont.

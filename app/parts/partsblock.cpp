@@ -23,10 +23,9 @@ PartsBlock::PartsBlock(QWidget* parent) : QAbstractButton(parent) {
 }
 
 QSize PartsBlock::sizeHint() const {
-    const int made =
-        QFontMetrics(look::font(look::Size::Title, look::Weight::State)).horizontalAdvance(made_);
-    const int target = QFontMetrics(look::font(look::Size::Text)).horizontalAdvance(target_);
-    const int caption = QFontMetrics(look::font(look::Size::Caption)).horizontalAdvance(tr("零件"));
+    const int made = look::textWidth(look::font(look::Size::Title, look::Weight::State), made_);
+    const int target = look::textWidth(look::font(look::Size::Text), target_);
+    const int caption = look::textWidth(look::font(look::Size::Caption), tr("零件"));
     return {std::max(made + target, caption) + look::px(16), look::px(48)};
 }
 

@@ -90,7 +90,7 @@ void StatusLine::fit() {
     QStringList sentences = said_.isEmpty() ? watch_->sentences() : QStringList{said_};
     const QString whole = sentences.join(between);
     const QFont text = look::font(look::Size::Text), caption = look::font(look::Size::Caption);
-    const bool isShort = QFontMetrics(text).horizontalAdvance(whole) <= room.width();
+    const bool isShort = look::textWidth(text, whole) <= room.width();
     const QFontMetrics metrics(isShort ? text : caption);
     QString shown = whole;
     const auto fits = [&] {

@@ -27,8 +27,8 @@ RunStopButton::RunStopButton(QWidget* parent) : QAbstractButton(parent) {
 }
 
 QSize RunStopButton::sizeHint() const {
-    const QFontMetrics word(look::font(look::Size::Text, look::Weight::Strong));
-    const int needed = word.horizontalAdvance(text()) + look::px(squarePx + gapPx + 2 * paddingPx);
+    const QFont word = look::font(look::Size::Text, look::Weight::Strong);
+    const int needed = look::textWidth(word, text()) + look::px(squarePx + gapPx + 2 * paddingPx);
     return {std::max(look::px(widthPx), needed), look::px(heightPx)};
 }
 

@@ -134,7 +134,7 @@ int RowGrid::commandWidth(bool whole) const {
         const QString command = type2cn(row.word);
         const QStringList words = whole ? QStringList{command} : command.split(QLatin1Char(' '));
         for (const QString& word : words) {
-            widest = std::max(widest, textMetrics_.horizontalAdvance(word));
+            widest = std::max(widest, look::textWidth(text_, word));
         }
     }
     return look::px(wordLeft) + widest + gap();
@@ -142,11 +142,10 @@ int RowGrid::commandWidth(bool whole) const {
 
 /// Of its widest word: the header has room for two lines.
 int RowGrid::captionWidth(const QString& caption) const {
-    const QFontMetrics metrics(headerFont_);
     int widest = 0;
     const QStringList words = caption.split(QLatin1Char(' '));
     for (const QString& word : words) {
-        widest = std::max(widest, metrics.horizontalAdvance(word));
+        widest = std::max(widest, look::textWidth(headerFont_, word));
     }
     return widest + gap();
 }

@@ -11,6 +11,7 @@
 #include <QLabel>
 
 #include <algorithm>
+#include <iterator>
 
 namespace lumo {
 
@@ -48,8 +49,8 @@ void RunBar::setParts(const Parts& parts) {
     parts_ = parts;
     weld_->setParts(parts.weldCaption, parts.weld);
     handWeld_->setParts(parts.handWeldCaption, parts.handWeld);
-    connect(parts.dry, &DryRunRow::resized, this, &RunBar::arrange);
-    connect(parts.findings, &FindingsButton::countsShown, this, &RunBar::arrange);
+    connect(parts.dry, &DryRunRow::resized, this, &RunBar::arrangeAnew);
+    connect(parts.findings, &FindingsButton::countsShown, this, &RunBar::arrangeAnew);
 }
 
 int RunBar::buttonWidth(const WrapToolButton* button, bool wordsOver) const {
@@ -80,12 +81,12 @@ int RunBar::neededWidth(const Look& look) const {
 }
 
 RunBar::Look RunBar::lookFor(int width) const {
-    for (const Look& look : looks) {
-        if (neededWidth(look) <= width) {
-            return look;
-        }
+    if (!known_ || known_->first != width) {
+        const Look* const found = std::find_if(std::begin(looks), std::end(looks),
+                                               [&](const Look& look) { return neededWidth(look) <= width; });
+        known_ = {width, found != std::end(looks) ? *found : *std::rbegin(looks)};
     }
-    return *std::rbegin(looks);
+    return known_->second;
 }
 
 int RunBar::heightFor(int width) const {
@@ -157,6 +158,11 @@ void RunBar::arrange() {
     placeSwitches(look, row);
 }
 
+void RunBar::arrangeAnew() {
+    known_.reset();
+    arrange();
+}
+
 void RunBar::resizeEvent(QResizeEvent* event) {
     QFrame::resizeEvent(event);
     arrange();
@@ -165,7 +171,7 @@ void RunBar::resizeEvent(QResizeEvent* event) {
 void RunBar::changeEvent(QEvent* event) {
     QFrame::changeEvent(event);
     if (event->type() == QEvent::StyleChange) {
-        arrange();
+        arrangeAnew();
     }
 }
 

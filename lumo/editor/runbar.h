@@ -2,6 +2,9 @@
 
 #include <QFrame>
 
+#include <optional>
+#include <utility>
+
 class FindingsButton;
 class QLabel;
 class SwitchButton;
@@ -54,6 +57,8 @@ private:
     [[nodiscard]] int buttonWidth(const WrapToolButton* button, bool wordsOver) const;
     void apply(const Look& look);
     void arrange();
+    /// As arrange(), when a part needs another width than before.
+    void arrangeAnew();
     void placeButtons(const Look& look, const QRect& row);
     void placeSwitches(const Look& look, const QRect& row);
 
@@ -61,6 +66,8 @@ private:
     SwitchCell* weld_;
     SwitchCell* handWeld_;
     QFrame* rule_;
+    /// The look that was last asked for: while the page is laid out, the same width is asked for many times.
+    mutable std::optional<std::pair<int, Look>> known_;
 };
 
 }  // namespace lumo

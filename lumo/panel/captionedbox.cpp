@@ -30,9 +30,8 @@ QLabel* CaptionedBox::caption() const {
 }
 
 QSize CaptionedBox::sizeHint() const {
-    const QFontMetrics small(look::font(look::Size::Caption)), usual(look::font(look::Size::Text));
-    const int words = std::max(small.horizontalAdvance(caption()->text()),
-                               usual.horizontalAdvance(selector()->currentText()));
+    const int words = std::max(look::textWidth(look::font(look::Size::Caption), caption()->text()),
+                               look::textWidth(look::font(look::Size::Text), selector()->currentText()));
     return {look::px(left + arrow) + words, look::px(48)};
 }
 

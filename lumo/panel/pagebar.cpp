@@ -40,24 +40,24 @@ constexpr int undoAndRedo = 2;
 
 QFont NameLabel::fontFor(int width) const {
     const QFont large = look::font(look::Size::Title, look::Weight::Strong);
-    return QFontMetrics(large).horizontalAdvance(text()) <= width
-               ? large
-               : look::font(look::Size::Text, look::Weight::Strong);
+    return look::textWidth(large, text()) <= width ? large
+                                                   : look::font(look::Size::Text, look::Weight::Strong);
 }
 
 QSize NameLabel::sizeHint() const {
-    const QFontMetrics metrics(look::font(look::Size::Title, look::Weight::Strong));
-    return {metrics.horizontalAdvance(text()) + 1, metrics.height()};
+    const QFont large = look::font(look::Size::Title, look::Weight::Strong);
+    return {look::textWidth(large, text()) + 1, QFontMetrics(large).height()};
 }
 
 QSize NameLabel::minimumSizeHint() const {
-    const QFontMetrics metrics(look::font(look::Size::Text, look::Weight::Strong));
-    return {metrics.horizontalAdvance(text()) / 2, metrics.height()};
+    const QFont small = look::font(look::Size::Text, look::Weight::Strong);
+    return {look::textWidth(small, text()) / 2, QFontMetrics(small).height()};
 }
 
 int NameLabel::heightForWidth(int width) const {
-    const QFontMetrics metrics(fontFor(width));
-    return metrics.horizontalAdvance(text()) <= width ? metrics.height() : 2 * metrics.height();
+    const QFont font = fontFor(width);
+    const int line = QFontMetrics(font).height();
+    return look::textWidth(font, text()) <= width ? line : 2 * line;
 }
 
 void NameLabel::paintEvent(QPaintEvent* /*event*/) {
@@ -127,9 +127,9 @@ bool PageBar::hasTwoRows() const {
     if (!isSized_) {
         return false;  // most windows have room for one
     }
-    const QFontMetrics name(look::font(look::Size::Text, look::Weight::Strong));
+    const QFont name = look::font(look::Size::Text, look::Weight::Strong);
     const int boxes = boxWidth(parts_.tool) + boxWidth(parts_.workObject) + look::px(gap);
-    const int words = std::max(look::px(leastName), name.horizontalAdvance(parts_.name->text()));
+    const int words = std::max(look::px(leastName), look::textWidth(name, parts_.name->text()));
     const int around = look::px(margin + 2 * gap + rightMargin);
     return around + boxes + words + toolsWidth(toolWidth(look::px(leastTool))) > width();
 }

@@ -70,6 +70,9 @@ bool isAtTriggerLevel(Edge edge, const Signal& input, bool level) {
 }
 
 Edge edgeFrom(const QString& word) {
+    if (word.isEmpty()) {
+        return Edge::None;  // without reading the catalogues, while the panel starts
+    }
     static const QStringList rising = edgeWords(Edge::Rising);
     static const QStringList falling = edgeWords(Edge::Falling);
     if (rising.contains(word)) {

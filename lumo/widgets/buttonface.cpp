@@ -24,10 +24,10 @@ QFont sized(QFont font, int pixelSize) {
     return font;
 }
 
-int widthOf(const QFontMetrics& metrics, const QStringList& lines) {
+int widthOf(const QFont& font, const QStringList& lines) {
     int width = 0;
     for (const QString& line : lines) {
-        width = std::max(width, metrics.horizontalAdvance(line));
+        width = std::max(width, look::textWidth(font, line));
     }
     return width;
 }
@@ -46,12 +46,12 @@ QStringList brokenAt(const QString& text, int at) {
 }
 
 /// The two lines that need the least width; one line if the text cannot be broken.
-QStringList broken(const QString& text, const QFontMetrics& metrics) {
+QStringList broken(const QString& text, const QFont& font) {
     QStringList best{withoutHyphens(text)};
     QTextBoundaryFinder finder(QTextBoundaryFinder::Line, text);
     for (int at = finder.toNextBoundary(); at > 0 && at < text.size(); at = finder.toNextBoundary()) {
         const QStringList lines = brokenAt(text, at);
-        if (widthOf(metrics, lines) < widthOf(metrics, best)) {
+        if (widthOf(font, lines) < widthOf(font, best)) {
             best = lines;
         }
     }
@@ -61,11 +61,12 @@ QStringList broken(const QString& text, const QFontMetrics& metrics) {
 }  // namespace
 
 QSize ButtonFace::sizeOfText(const Setting& setting) const {
-    const QFontMetrics metrics(sized(font, setting.pixelSize));
-    QSize size(widthOf(metrics, setting.lines), setting.lines.size() * metrics.height());
+    const QFont type = sized(font, setting.pixelSize);
+    QSize size(widthOf(type, setting.lines), setting.lines.size() * QFontMetrics(type).height());
     if (!second.isEmpty()) {
-        const QFontMetrics small(sized(font, std::min(setting.pixelSize, look::sizePx(look::Size::Caption))));
-        size = {std::max(size.width(), small.horizontalAdvance(second)), size.height() + small.height()};
+        const QFont small = sized(font, std::min(setting.pixelSize, look::sizePx(look::Size::Caption)));
+        size = {std::max(size.width(), look::textWidth(small, second)),
+                size.height() + QFontMetrics(small).height()};
     }
     return size;
 }
@@ -84,7 +85,7 @@ QSize ButtonFace::sizeOf(const Setting& setting) const {
 /// The better ones first.
 QList<ButtonFace::Setting> ButtonFace::choices(int pixelSize) const {
     const QStringList one{withoutHyphens(text)};
-    const QStringList two = broken(text, QFontMetrics(sized(font, pixelSize)));
+    const QStringList two = broken(text, sized(font, pixelSize));
     QList<Setting> all;
     for (const bool hasIcon : {true, false}) {
         if (hasIcon && icon.isNull()) {

@@ -26,11 +26,11 @@ constexpr int gap = 8;
 constexpr int tightGap = 4;
 constexpr const char* foldProperty = "fold";  ///< 0 open, 1 without icons, 2 tight
 
-int widestWord(const QString& text, const QFontMetrics& metrics) {
+int widestWord(const QString& text, const QFont& font) {
     int width = 0;
     const QStringList words = text.split(QLatin1Char(' '));
     for (const QString& word : words) {
-        width = std::max(width, metrics.horizontalAdvance(word));
+        width = std::max(width, look::textWidth(font, word));
     }
     return width;
 }
@@ -75,7 +75,7 @@ void FoldingBar::space() {
 
 int FoldingBar::neededWidth(Fold fold) const {
     const bool isOpen = fold == Fold::Open;
-    const QFontMetrics metrics(look::font(fold == Fold::Tight ? look::Size::Caption : look::Size::Text));
+    const QFont words = look::font(fold == Fold::Tight ? look::Size::Caption : look::Size::Text);
     const QMargins around = layout()->contentsMargins();
     int width = around.left() + around.right();
     const int between = look::px(fold == Fold::Tight ? tightGap : gap);
@@ -83,12 +83,12 @@ int FoldingBar::neededWidth(Fold fold) const {
         const QWidget* const widget = layout()->itemAt(i)->widget();
         width += i > 0 ? between : 0;
         if (const auto* const button = qobject_cast<const QPushButton*>(widget)) {
-            const int text = metrics.horizontalAdvance(button->text());
+            const int text = look::textWidth(words, button->text());
             width += isOpen ? std::max(look::px(openWidth), text + look::px(iconSize) + 4 + margins)
                             : text + (fold == Fold::Tight ? tightMargins : margins);
         } else if (const auto* const title = qobject_cast<const QLabel*>(widget)) {
-            const QFontMetrics large(title->font());
-            width += isOpen ? large.horizontalAdvance(title->text()) : widestWord(title->text(), large);
+            width += isOpen ? look::textWidth(title->font(), title->text())
+                            : widestWord(title->text(), title->font());
         } else if (widget) {
             width += widget->sizeHint().width();
         }
