@@ -16,6 +16,7 @@
 #include <QMessageBox>
 #include <QPainter>
 #include <QPointer>
+#include <QPushButton>
 #include <QToolButton>
 
 #include <algorithm>
@@ -111,6 +112,8 @@ protected:
     [[nodiscard]] QDialog* dialog() const { return dialog_; }
     /// After the size, the title or the scale has changed.
     virtual void arrange() {}
+    /// When the dialog is shown, before Qt looks for its default button.
+    virtual void prepare() {}
 
 private:
     void appear() {
@@ -118,6 +121,7 @@ private:
         for (QLabel* const text : texts) {
             text->ensurePolished();  // bold type is wider
         }
+        prepare();
         arrange();
         QEvent sizeNow(QEvent::LayoutRequest);  // a message gets its size only when it is shown
         QCoreApplication::sendEvent(dialog_, &sizeNow);
@@ -240,13 +244,22 @@ protected:
         }
     }
 
+    /// A new window flag has taken the focus from the default button, and Qt would make the first one
+    /// default.
+    void prepare() override {
+        if (QPushButton* const button = message_->defaultButton()) {
+            button->setDefault(true);
+            button->setFocus();
+        }
+    }
+
 private:
-    /// Without a sign, its place and the margin behind it are not needed.
+    /// Without a sign, the margin in its place is not needed.
     void alignLeft() {
         auto* const grid = qobject_cast<QGridLayout*>(message_->layout());
-        QLayoutItem* const behind = grid ? grid->itemAtPosition(0, 1) : nullptr;
-        if (behind && behind->spacerItem()) {
-            behind->spacerItem()->changeSize(0, 0);
+        QLayoutItem* const before = grid ? grid->itemAtPosition(0, 0) : nullptr;
+        if (before && before->spacerItem()) {
+            before->spacerItem()->changeSize(0, 0);
             grid->setHorizontalSpacing(0);
         }
         if (auto* const text = message_->findChild<QLabel*>(QStringLiteral("qt_msgbox_label"))) {

@@ -5,6 +5,7 @@
 #include "app/path/seamtrack.h"
 #include "look/scale.h"
 #include "look/seam.h"
+#include "look/tokens.h"
 #include "look/type.h"
 
 #include <QPainter>
@@ -17,6 +18,7 @@ namespace {
 
 constexpr std::size_t longPath = 4000;  // points
 constexpr std::size_t mostParts = 8;    // halos that are drawn one by one
+constexpr int bands = 8;
 
 }  // namespace
 
@@ -48,6 +50,17 @@ std::vector<std::size_t> PathSheet::movesOf(const QSet<int>& lines) const {
 }
 
 void PathSheet::draw(const Camera& camera, const Look& look) {
+    begin(camera, look);
+    {
+        QPainter painter(&base_);
+        drawBase(&painter, camera.area());
+    }
+    extendSeams();
+    drawOver();
+    band_ = bands + 1;
+}
+
+void PathSheet::begin(const Camera& camera, const Look& look) {
     camera_ = camera;
     look_ = look;
     seen_ = seenMoves(camera, *moves_);
@@ -61,12 +74,35 @@ void PathSheet::draw(const Camera& camera, const Look& look) {
     }
     pieces_.clear();
     firstPiece_ = seams_->firstPiece();
-    {
-        QPainter painter(&base_);
-        drawBase(&painter, camera.area());
+    band_ = 0;
+    base_.fill(QColor(::look::white));
+    over_.fill(Qt::transparent);
+}
+
+/// Whole pixels, from the top.
+QRectF PathSheet::bandAt(int band) const {
+    const QRect area = camera_.area().toAlignedRect();
+    const int top = area.top() + area.height() * band / bands;
+    return QRect(QPoint(area.left(), top),
+                 QPoint(area.right(), area.top() + area.height() * (band + 1) / bands - 1));
+}
+
+QRectF PathSheet::drawBand() {
+    if (base_.isNull() || band_ > bands) {
+        return {};
     }
-    extendSeams();
-    drawOver();
+    if (band_ == bands) {
+        drawOver();
+        ++band_;
+        return camera_.area();
+    }
+    if (band_ == 0) {
+        extendSeams();  // their pieces; what is drawn of them here, the bands draw anew
+    }
+    const QRectF part = bandAt(band_++);
+    QPainter painter(&base_);
+    drawBase(&painter, part);
+    return part;
 }
 
 void PathSheet::drawBase(QPainter* painter, const QRectF& part) const {

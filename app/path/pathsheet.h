@@ -39,7 +39,14 @@ public:
         QString title, barText;
         bool draft = false;
     };
+    /// Draws all of it.
     void draw(const Camera& camera, const Look& look);
+    /// Begins to draw it in bands, each with a call of drawBand(): a long path in one piece takes longer than
+    /// a stop may wait.
+    void begin(const Camera& camera, const Look& look);
+    /// Draws the next band, and after the last one points and numbers; where that was. Empty: there is no
+    /// more.
+    QRectF drawBand();
 
     /// Lines of the program get the halo and their numbers as tags. Where that changes the picture.
     QRectF choose(const QSet<int>& lines);
@@ -56,6 +63,7 @@ private:
         double drawnPx = 0;
         bool ended = false;
     };
+    [[nodiscard]] QRectF bandAt(int band) const;
     void drawBase(QPainter* painter, const QRectF& part) const;
     void drawOver();
     [[nodiscard]] QRectF redrawAround(const std::vector<std::size_t>& moves);
@@ -74,6 +82,7 @@ private:
     std::vector<SeenPiece> pieces_;  ///< of the seams
     int firstPiece_ = 0;             ///< the number of the first one, see SeamTrack
     QPixmap base_, over_;
+    int band_ = 0;  ///< the next one to draw
 };
 
 }  // namespace app

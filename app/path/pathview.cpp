@@ -51,6 +51,7 @@ PathView::PathView(const SeamTrack* seams, const sim::Arm* arm, QWidget* parent)
     for (QTimer* timer : {&repaint_, &rest_}) {
         timer->setSingleShot(true);
     }
+    connect(&bands_, &QTimer::timeout, this, &PathView::drawBand);
     repaint_.setInterval(frameMs);
     rest_.setInterval(restMs);
     connect(&repaint_, &QTimer::timeout, this, &PathView::follow);
@@ -207,7 +208,23 @@ void PathView::drawSheet() {
     look.title = titles[int(side_)];
     look.barText = tr("%1 mm").arg(bar * prog::mmPerM);
     look.draft = rest_.isActive();
-    sheet_.draw(camera_, look);
+    if (sheet_.isLong() && !look.draft) {
+        sheet_.begin(camera_, look);
+        bands_.start(0);
+    } else {
+        bands_.stop();
+        sheet_.draw(camera_, look);
+    }
+}
+
+/// Between the bands the panel does what else is due.
+void PathView::drawBand() {
+    const QRectF drawn = sheet_.drawBand();
+    if (drawn.isEmpty()) {
+        bands_.stop();
+    } else {
+        update(drawn.toAlignedRect());
+    }
 }
 
 void PathView::paintEvent(QPaintEvent*) {

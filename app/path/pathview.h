@@ -71,6 +71,7 @@ private:
     void repaintSoon();
     void follow();
     void drawSheet();
+    void drawBand();
     [[nodiscard]] std::vector<Position> skeleton() const;
     [[nodiscard]] QRectF livePlace() const;
     void onPinch(const QPinchGesture* pinch);
@@ -88,6 +89,7 @@ private:
 
     QRectF live_;  ///< where robot and laser were painted
 
+    QTimer bands_;  ///< while a long path is drawn
     QTimer repaint_;
     QTimer rest_;  ///< after a drag of a long path, until it is drawn in full
     QPointF grip_, last_;

@@ -36,7 +36,9 @@ QString shownPortName(const QString& name) {
 }
 
 PortNameBox::PortNameBox(QRgb ground, QWidget* parent) : QComboBox(parent), ground_(ground) {
+    constexpr int atOnce = 6;  // the list stays within the page
     setFocusPolicy(Qt::StrongFocus);
+    setMaxVisibleItems(atOnce);
 }
 
 void PortNameBox::setWarned(bool warned) {

@@ -39,6 +39,7 @@ void SelectParamDialog::setbeginOrparam(int mode) {
         ui_->label_3->hide();
         ui_->label_4->hide();
         ui_->lineEdit->hide();
+        resize(width(), 0);  // no higher than its layout
     }
 }
 

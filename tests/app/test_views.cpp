@@ -1,4 +1,5 @@
 #include "app/path/pathview.h"
+#include "app/path/seamtrack.h"
 #include "app/scope/scopepage.h"
 #include "app/scope/scopeplot.h"
 #include "panelfixture.h"
@@ -7,6 +8,7 @@
 #include <qwt_scale_map.h>
 #include <QFileDialog>
 #include <QMouseEvent>
+#include <QPainter>
 #include <QRegularExpression>
 
 /// The views: the path of a program with its seam, and the recorded signals.
@@ -211,6 +213,54 @@ private slots:
         QVERIFY(test::boxes().value(0).contains("/proc/nothing/signals.vcd"));
         QCOMPARE(textOf("lblWritten"), "");
         test::closeBoxes();
+    }
+
+    /// A long path is drawn in bands, between which a stop has its turn. The picture is the same.
+    void longPath_isDrawnInBands() {
+        constexpr int lines = 2500;
+        const auto moves = std::make_shared<std::vector<app::PathMove>>();
+        app::Extent extent;
+        app::Position from{0.4, 0, 0.3};
+        for (int line = 0; line < lines; ++line) {
+            const app::Position to{0.4 + 0.0001 * line, line % 2 * 0.2, 0.3};
+            app::PathMove move;
+            move.line = line;
+            move.weld = line / 10 % 2 == 1;
+            move.seam = move.weld ? line / 20 : -1;
+            move.path = {from, to};
+            move.target = from = to;
+            moves->push_back(move);
+            extent.add(to);
+        }
+        const auto* const seams = panel_->findChild<app::SeamTrack*>();
+        app::PathSheet whole(seams), banded(seams);
+        app::Camera camera;
+        camera.setArea(QRectF(0, 0, 700, 501));
+        camera.look(2, 0.5);
+        camera.fit(extent, 20);
+        app::PathSheet::Look look;
+        look.size = {700, 501};
+        look.ground = extent;
+        look.title = "From above";
+        look.barText = "20 mm";
+        for (app::PathSheet* const sheet : {&whole, &banded}) {
+            sheet->setMoves(moves);
+            sheet->choose({7, 1234});
+        }
+        whole.draw(camera, look);
+        banded.begin(camera, look);
+        int bands = 0;
+        while (!banded.drawBand().isEmpty()) {
+            ++bands;
+        }
+        QVERIFY(whole.isLong() && bands > 4);
+        const auto pictureOf = [&look](const app::PathSheet& sheet) {
+            QImage image(look.size, QImage::Format_RGB32);
+            QPainter painter(&image);
+            sheet.paint(&painter);
+            return image;
+        };
+        QVERIFY(pictureOf(whole) == pictureOf(banded));
     }
 };
 

@@ -1,4 +1,5 @@
 #include "look/contrast.h"
+#include "look/dialog.h"
 #include "look/icon.h"
 #include "look/scale.h"
 #include "look/sheet.h"
@@ -8,6 +9,8 @@
 #include "support/text.h"
 
 #include <QDirIterator>
+#include <QMessageBox>
+#include <QPushButton>
 
 using namespace look;
 
@@ -53,6 +56,20 @@ private slots:
             }
         }
         QCOMPARE(contrast(0xff000000, 0xffffffff), 21.0);
+    }
+
+    /// Enter answers with the button that was chosen as the safe one.
+    void dressedQuestion_keepsItsDefault() {
+        QWidget page;
+        page.show();
+        QMessageBox question(QMessageBox::Question, "Delete", "Delete?", QMessageBox::Yes | QMessageBox::No,
+                             &page);
+        question.setDefaultButton(QMessageBox::No);
+        look::dress(&question);
+        question.open();
+        QCoreApplication::processEvents();
+        const auto* const no = qobject_cast<QPushButton*>(question.button(QMessageBox::No));
+        QVERIFY(no->isDefault() && question.focusWidget() == no);
     }
 
     /// A placeholder that is misspelt would make Qt drop the sheet.

@@ -134,7 +134,7 @@
     </message>
     <message>
         <source>第 %1 行使用这组参数，删除后须为其另选参数。</source>
-        <translation>Lines %1 use this set. They will have none then: choose another set for them.</translation>
+        <translation>Used in lines: %1. They will have no set then: choose another one for them.</translation>
     </message>
     <message>
         <source>频率
