@@ -1,5 +1,6 @@
 #include "workcell/simulatedarm.h"
 
+#include "kinematics/jointspeed.h"
 #include "program/fullcircle.h"
 #include "simulator/motioncommand.h"
 
@@ -13,12 +14,6 @@ namespace {
 
 using prog::StatementType;
 using sim::MotionCommand;
-
-constexpr double pi = 3.14159265358979323846;
-
-/// °/s, base to flange: of six axes, and of seven with the roll of the upper arm.
-constexpr std::array<double, 6> sixSpeeds = {200, 200, 220, 400, 400, 600};
-constexpr std::array<double, 7> sevenSpeeds = {200, 200, 220, 220, 400, 400, 600};
 
 kin::Pose poseOf(const prog::Position& trans, const prog::Orientation& rot) {
     return {{trans.x, trans.y, trans.z}, rot};
@@ -77,13 +72,6 @@ prog::ArmPosture SimulatedArm::home() const {
     return postureOf(arm_.forward(arm_.home()), arm_.home());
 }
 
-double SimulatedArm::jointSpeed(int axis) const {
-    const auto position = static_cast<std::size_t>(axis);
-    const double degrees =
-        arm_.axes() == int(sevenSpeeds.size()) ? sevenSpeeds.at(position) : sixSpeeds.at(position);
-    return degrees * pi / 180;
-}
-
 std::optional<prog::ReachFault> SimulatedArm::follow(const prog::Statement& move, double speedMmPerS,
                                                      prog::ArmPosture* posture) const {
     const sim::MotionPlan::Posture start{poseOf(posture->trans, posture->rot), posture->joints};
@@ -114,29 +102,15 @@ std::optional<prog::ReachFault> SimulatedArm::follow(const prog::Statement& move
 /// not reach its speed.
 std::optional<prog::ReachFault> SimulatedArm::fasterThanJoints(const sim::MotionPlan& plan,
                                                                double speedMPerS) const {
-    constexpr double sampleM = 0.002;
-    constexpr int fewest = 4;
     const double length = plan.profile().length();
     const double speed = std::min(speedMPerS, std::sqrt(sim::motionAcceleration * length));
-    const int samples = std::max(fewest, int(std::ceil(length / sampleM)));
-    const double step = length / samples;
-    std::optional<prog::ReachFault> worst;
-    double most = 1.0;
-    kin::Joints before = plan.at(0.0).joints;
-    for (int i = 1; i <= samples && step > 0; ++i) {
-        const kin::Joints joints = plan.at(step * i).joints;
-        for (int axis = 0; axis < arm_.axes(); ++axis) {
-            const auto position = static_cast<std::size_t>(axis);
-            const double asked = std::abs(joints[position] - before[position]) / step * speed;
-            if (asked > most * jointSpeed(axis)) {
-                most = asked / jointSpeed(axis);
-                worst = prog::ReachFault{prog::ReachFault::Kind::JointSpeed, axis + 1, asked,
-                                         jointSpeed(axis), step * i * prog::mmPerM};
-            }
-        }
-        before = joints;
+    const auto joints = [&plan](double s) { return plan.at(s).joints; };
+    const auto fast = kin::fastestJoint(length, joints, arm_.axes(), speed);
+    if (!fast) {
+        return std::nullopt;
     }
-    return worst;
+    return prog::ReachFault{prog::ReachFault::Kind::JointSpeed, fast->axis + 1, fast->asked,
+                            kin::jointSpeed(arm_.axes(), fast->axis), fast->atM * prog::mmPerM};
 }
 
 }  // namespace workcell

@@ -17,9 +17,6 @@ public:
     [[nodiscard]] std::optional<prog::ReachFault> follow(const prog::Statement& move, double speedMmPerS,
                                                          prog::ArmPosture* posture) const override;
 
-    /// The highest speed of an axis, from 0, in rad/s.
-    [[nodiscard]] double jointSpeed(int axis) const;
-
 private:
     [[nodiscard]] std::optional<prog::ReachFault> fasterThanJoints(const sim::MotionPlan& plan,
                                                                    double speedMPerS) const;
