@@ -19,7 +19,7 @@ class StationPage;
 class TreeOperator;
 
 /// Finds out when the runner is to end: everything is at rest and no scenario entry is left, or nothing more
-/// can happen, or the time is up.
+/// can happen, or the time is up. On the wall clock it is not seen that nothing more can happen.
 class EndWatch : public QObject {
     Q_OBJECT
 public:

@@ -5,11 +5,13 @@
 #include "runner/session.h"
 #include "runner/stress/stress.h"
 #include "runner/tracediff.h"
+#include "simulator/time/pacedtime.h"
 #include "simulator/time/virtualtime.h"
 #include "workcell/commandline.h"
 
 #include <QApplication>
 
+#include <algorithm>
 #include <memory>
 
 #ifdef __SANITIZE_ADDRESS__
@@ -32,6 +34,14 @@ std::unique_ptr<QApplication> makeApplication(int& argc, char** argv) {
     const __lsan::ScopedDisabler qtsOwn;
 #endif
     return std::make_unique<QApplication>(argc, argv);
+}
+
+/// A robot or a device outside of this process works on the wall clock.
+bool isOnWallClock(const QStringList& arguments) {
+    return std::any_of(arguments.begin(), arguments.end(), [](const QString& argument) {
+        return argument.startsWith(QLatin1String("--controller")) ||
+               argument.startsWith(QLatin1String("--io"));
+    });
 }
 
 int answer(const QStringList& arguments) {
@@ -73,7 +83,11 @@ int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     qInstallMessageHandler(onQtMessage);
     const QStringList arguments = workcell::decodedArguments(argc, argv);
-    sim::VirtualTime::install();
+    if (isOnWallClock(arguments)) {
+        sim::PacedTime::install();
+    } else {
+        sim::VirtualTime::install();
+    }
     int programOnly = 1;  // no options of Qt's own
     const std::unique_ptr<QApplication> application = makeApplication(programOnly, argv);
     QApplication::setQuitOnLastWindowClosed(false);

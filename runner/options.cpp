@@ -125,6 +125,15 @@ QString readPoint(const QString& text, std::vector<double>* numbers) {
                                                   : QStringLiteral("is not of the form X,Y,Z,RX,RY,RZ");
 }
 
+/// "NAME" or "NAME:ARGUMENT"; an argument that names a file becomes absolute.
+QString readOutside(const QString& text, QString* name) {
+    const QString argument = text.section(QLatin1Char(':'), 1);
+    *name = QFileInfo::exists(argument) ? text.section(QLatin1Char(':'), 0, 0) + QLatin1Char(':') +
+                                              QFileInfo(argument).absoluteFilePath()
+                                        : text;
+    return text.isEmpty() ? QStringLiteral("names nothing") : QString();
+}
+
 /// "result=MS,posture=MS,write=MS", each optional.
 QString readLatency(const QString& text, sim::Latency* latency) {
     const std::pair<QLatin1String, int*> parts[] = {{QLatin1String("result"), &latency->resultMs},
@@ -174,6 +183,10 @@ std::vector<Option> runOptions(Options* o) {
              o->once = 1;
              return readLine(v, &*o->once);
          }},
+        {"controller", "NAME", "a robot that is not simulated, on the wall clock: \"linuxcnc\"",
+         [o](const QString& v) { return readOutside(v, &o->controller); }},
+        {"io", "NAME:FILE", "inputs and outputs that are not simulated: \"modbus:MAP.json\"",
+         [o](const QString& v) { return readOutside(v, &o->io); }},
         {"axes", "6|7", "axes of the robot (6)", [o](const QString& v) { return readAxes(v, &o->axes); }},
         workcell::flag("no-write-multi", "a controller that cannot write several registers at once",
                        &o->noWriteMulti),

@@ -28,6 +28,7 @@ struct Options {
     bool lineGiven = false;            ///< whether the caller named it
     std::optional<int> once;           ///< a single step of this line, from 1
     int axes = 6;
+    QString controller, io;  ///< robot and I/O from outside, by their names; empty: simulated
     bool noWriteMulti = false;
     sim::Latency latency;
     QString scenario, scenarioName;

@@ -154,8 +154,7 @@ bool Session::readInput() {
         printError(QStringLiteral("%1: the folder cannot be entered").arg(options_.settings));
         return false;
     }
-    makeCell();
-    if (!checkInput()) {
+    if (!makeCell() || !checkInput()) {
         return false;
     }
     if (options_.everyMs.value_or(input_.scenario().lastMs()) < input_.scenario().lastMs()) {
@@ -175,19 +174,37 @@ void Session::makePlayer(const Scenario& scenario) {
                                                options_.folder());
 }
 
-void Session::makeCell() {
+bool Session::makeCell() {
     stack_ = std::make_unique<QStackedWidget>();
     stack_->resize(1280, 800);
     sim::Controller::Options controller;
     controller.axes = options_.axes;
     controller.writeMulti = !options_.noWriteMulti;
     controller.latency = options_.latency;
+    QString error;
+    if (!outside_.load(options_.controller, options_.io, &error)) {
+        printError(error);
+        return false;
+    }
+    outside_.addTo(&controller);
     cell_ = std::make_unique<workcell::WorkCell>(stack_.get(), controller);
     cell_->controller()->setPower(options_.power);
     cell_->controller()->setMode(options_.mode);
     recorder_.attach(cell_->controller(), options_.posture);
     evidence_.attach(cell_.get(), &follower_, &watch_, [this] { return projectName(); });
     recorder_.attachCell(cell_->cell());
+    connect(cell_->controller(), &sim::Controller::linkChanged, this, [](bool up, const QString& reason) {
+        if (!up && !reason.isEmpty()) {
+            printWarning(reason);
+        }
+    });
+    if (outside_.isAny() && !options_.check &&
+        !workcell::connectOutside(cell_->controller(), options_.power, &error)) {
+        printError(QStringLiteral("%1: %2").arg(
+            options_.controller.isEmpty() ? options_.io : options_.controller, error));
+        return false;
+    }
+    return true;
 }
 
 /// False where nothing is to be run: only the check was asked for, or it refuses the run.
@@ -278,7 +295,7 @@ void Session::connectEnds() {
     connect(messages_.get(), &MessageWatch::shown, &recorder_, &Recorder::message);
     connect(messages_.get(), &MessageWatch::shown, this, &Session::onMessage);
     connect(messages_.get(), &MessageWatch::answered, &recorder_, &Recorder::answer);
-    if (options_.realtime) {
+    if (options_.realtime && sim::VirtualTime::instance()) {
         sim::VirtualTime::instance()->setPace(1);
     }
 }

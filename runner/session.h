@@ -16,6 +16,7 @@
 #include "runner/trace.h"
 #include "runner/treeoperator.h"
 #include "workcell/cellsignals.h"
+#include "workcell/outside.h"
 #include "workcell/runwatch.h"
 #include "workcell/treefollower.h"
 #include "workcell/vcdwriter.h"
@@ -67,7 +68,7 @@ public:
 private:
     bool readInput();
     bool checkInput();
-    void makeCell();
+    bool makeCell();
     bool openFiles();
     bool setUp();
     bool openEvidence();
@@ -116,6 +117,7 @@ private:
     TreeOperator tree_;
     PageOperator pages_;
     std::unique_ptr<QStackedWidget> stack_;
+    workcell::Outside outside_;
     std::unique_ptr<workcell::WorkCell> cell_;
     workcell::PackageFlags package_;
     std::unique_ptr<MessageWatch> messages_;

@@ -34,8 +34,12 @@ Controller::Controller(KordService* service, const Options& options, QObject* pa
 
 Controller::Controller(KordService* service, std::unique_ptr<Backend> backend, const Options& options,
                        QObject* parent)
-    : bridge::Adapter(service, backend.get(), nullptr, {options.writeMulti, false}, parent),
+    : bridge::Adapter(service, options.robot ? options.robot : backend.get(), options.device,
+                      {options.writeMulti, options.robot || options.device}, parent),
       backend_(std::move(backend)),
+      inputs_(options.device ? options.device
+                             : (options.robot ? options.robot : backend_.get())->signalPort()),
+      isOutside_(options.robot),
       writes_(options.latency.writeMs, nullptr) {
     connect(&writes_, &DelayLine::emptied, this, &Controller::caughtUp);
     connect(backend_.get(), &Backend::caughtUp, this, &Controller::caughtUp);
@@ -68,7 +72,10 @@ void Controller::setMode(const QString& mode) {
 }
 
 bool Controller::setInput(const QString& name, bool value) {
-    return backend_->signalPort()->setInput(name, value);
+    bool isSet = false;
+    QMetaObject::invokeMethod(inputs_, "setInput", Qt::DirectConnection, Q_RETURN_ARG(bool, isSet),
+                              Q_ARG(QString, name), Q_ARG(bool, value));
+    return isSet;
 }
 
 void Controller::failMotion(int code) {
@@ -82,11 +89,17 @@ JogAnswer Controller::jog(JogAxis axis, double step) {
 }
 
 JogAnswer Controller::checkPoseMove(const PoseMove& move) const {
+    if (isOutside_) {
+        return JogAnswer::NotOffered;
+    }
     MotionCommand ignored;
     return backend_->planPoseMoveNow(move, &ignored);
 }
 
 JogAnswer Controller::moveToPose(const PoseMove& move) {
+    if (isOutside_) {
+        return JogAnswer::NotOffered;
+    }
     MotionCommand motion;
     const JogAnswer answer = backend_->planPoseMoveNow(move, &motion);
     if (answer == JogAnswer::Moves) {
@@ -118,15 +131,15 @@ bool Controller::reportKey(const QString& name, bool value) {
 }
 
 bool Controller::standsStill() const {
-    return backend_->standsStill() && writes_.idle();
+    return (isOutside_ ? bridge::Adapter::standsStill() : backend_->standsStill()) && writes_.idle();
 }
 
 MotionPlan::Posture Controller::posture() const {
-    return bridge::roundedPosture(backend_->posture());
+    return isOutside_ ? bridge::Adapter::posture() : bridge::roundedPosture(backend_->posture());
 }
 
 double Controller::travelled() const {
-    return backend_->travelled();
+    return isOutside_ ? bridge::Adapter::travelled() : backend_->travelled();
 }
 
 void Controller::write(const QString& command, const std::vector<bridge::RegisterWrite>& records) {

@@ -16,8 +16,9 @@ class KordService;
 
 namespace sim {
 
-/// A simulated robot controller behind the robot service: the adapter with a Backend of its own, which hands
-/// on what a misbehaving controller does.
+/// The controller of a weld cell whose equipment is simulated: the adapter with a Backend of its own, which
+/// hands on what a misbehaving controller does, or with a robot and I/O from outside. With a robot from
+/// outside there are no quirks, failures and jogs to a pose.
 ///
 /// At first: power on, state idle, mode auto, arm at home, all inputs and outputs off. "sys.posture"
 /// shows the pose of the arm's torch, independent of the tool set.
@@ -28,6 +29,8 @@ public:
         int axes = 6;            ///< 6 or 7
         bool writeMulti = true;  ///< offer the command "register.write_multi"
         Latency latency{};
+        bridge::Controller* robot = nullptr;   ///< from outside; must outlive the use
+        bridge::SignalPort* device = nullptr;  ///< the same
     };
 
     Controller(KordService* service, const Options& options, QObject* parent = nullptr);
@@ -40,7 +43,7 @@ public:
     bool emergencyStop() const { return emergencyStop_; }
     /// "auto" or "manual".
     void setMode(const QString& mode);
-    /// `name` is "DI3" or "LUMO_DI.#2"; false for an unknown one.
+    /// `name` is "DI3" or "LUMO_DI.#2"; false for an unknown one, and where inputs are not simulated.
     bool setInput(const QString& name, bool value);
     /// The current motion is braked and ends with this code. Without one, or in a jog, which has no result,
     /// the first motion of the next batch ends with it. Only negative codes have an effect.
@@ -77,7 +80,9 @@ private:
     Controller(KordService* service, std::unique_ptr<Backend> backend, const Options& options,
                QObject* parent);
 
-    std::unique_ptr<Backend> backend_;
+    std::unique_ptr<Backend> backend_;  ///< of a robot from outside only the kinematics are used
+    QObject* inputs_;                   ///< what has a function setInput() for inputs that are simulated
+    bool isOutside_;
     DelayLine writes_;
     bool emergencyStop_ = false;
     bool wrongKind_ = false;

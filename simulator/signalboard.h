@@ -15,7 +15,7 @@ public:
     void write(const QVector<bridge::SignalWrite>& writes, int ticket) override;
 
     /// `name` is "DI3" or "LUMO_DI.#2"; false when it is no digital input.
-    bool setInput(const QString& name, bool value);
+    Q_INVOKABLE bool setInput(const QString& name, bool value);
 };
 
 }  // namespace sim
