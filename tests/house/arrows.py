@@ -5,7 +5,7 @@ import pathlib
 import re
 import sys
 
-FLOORS = {"host": [], "program": ["host"], "look": [], "bridge": ["host"], "kinematics": ["bridge"], "simulator": ["kinematics", "bridge", "host"], "lumo": ["program", "look", "host"],
+FLOORS = {"host": [], "program": ["host"], "look": [], "bridge": ["host"], "kinematics": ["bridge"], "bridge/linuxcnc": ["bridge", "kinematics", "host"], "simulator": ["kinematics", "bridge", "host"], "lumo": ["program", "look", "host"],
           "workcell": ["simulator", "kinematics", "bridge", "program", "host"], "runner": ["workcell", "simulator", "kinematics", "bridge", "program", "host"],
           "app": ["workcell", "simulator", "kinematics", "bridge", "program", "look", "host"],
           "tools": ["app", "workcell", "simulator", "kinematics", "bridge", "program", "look", "host"]}
@@ -14,14 +14,23 @@ LEVEL = {room: level for level, rooms in enumerate(LEVELS) for room in rooms}
 
 root = pathlib.Path(sys.argv[1])
 wrong, seen, count = [], {room: {} for room in LEVEL}, 0
-for path in sorted(p for floor in FLOORS for p in (root / floor).rglob("*") if p.suffix in (".h", ".cpp")):
-    floor, *rooms = path.relative_to(root).parts[:-1]
+
+
+def floor_of(path):
+    """The floor of a file, and the rooms in it that lead there."""
+    parts = path.relative_to(root).parts[:-1]
+    length = 2 if "/".join(parts[:2]) in FLOORS else 1
+    return "/".join(parts[:length]), list(parts[length:])
+
+
+for path in sorted({p for floor in FLOORS for p in (root / floor).rglob("*") if p.suffix in (".h", ".cpp")}):
+    floor, rooms = floor_of(path)
     for name in re.findall(r'^#include "([^"]+)"', path.read_text(), re.M):
         places = [base / name for base in (path.parent, root, root / "lumo", root / "host") if (base / name).exists()]
         if not places:
             continue  # generated from a form
         count += 1
-        to, *inside = places[0].relative_to(root).parts[:-1]
+        to, inside = floor_of(places[0])
         if to not in [floor, *FLOORS[floor]]:
             wrong.append(f"{path.relative_to(root)} includes {name}: {floor} may not see {to}")
         elif to == floor == "lumo" and inside != rooms:

@@ -26,6 +26,12 @@ needed="lumo (= $(dpkg-deb -f "$package" Version)), qtbase5-dev"
 [ "$(dpkg-deb -f "$development" Depends)" = "$needed" ] || fail "$development does not need $needed"
 depends=$(dpkg-deb -f "$package" Depends)
 tr -s ' ,|' '\n' <<<"$depends" >"$work/depends"
+linuxcnc=$(echo "$work"/made/lumo-bridge-linuxcnc_*.deb)
+dpkg-deb -x "$linuxcnc" "$work/unpacked"
+out=$("$prefix/bin/lumo-run" --controller linuxcnc:1 /usr/share/doc/nothing.json 2>&1) || true
+[[ $out != *"no library"* ]] || fail "lumo-run does not find the bridge to LinuxCNC: $out"
+[[ ", $(dpkg-deb -f "$linuxcnc" Depends)," == *", linuxcnc-uspace,"* ]] || fail "$linuxcnc does not need LinuxCNC"
+dpkg-deb -f "$linuxcnc" Depends | tr -s ' ,|' '\n' >>"$work/depends"
 # Into files, as a reader of a pipe that ends early makes its writer fail.
 ldconfig -p >"$work/libraries"
 # Not what was built: that would hide a library which is not in the package.
@@ -42,4 +48,4 @@ done < <(for object in $objects; do objdump -p "$object" | awk '$1 == "NEEDED" {
 desktop-file-validate "$prefix"/share/applications/*.desktop
 appstreamcli validate --no-net --pedantic "$prefix"/share/metainfo/*.xml
 # Building as root is what a container does.
-lintian --allow-root --fail-on error,warning,info "$package" "$development"
+lintian --allow-root --fail-on error,warning,info "$package" "$development" "$linuxcnc"

@@ -1,0 +1,76 @@
+#include "bridge/linuxcnc/jsonlink.h"
+
+#include <QHostAddress>
+#include <QJsonDocument>
+
+namespace bridge::linuxcnc {
+
+namespace {
+constexpr int againMs = 100;
+}
+
+JsonLink::JsonLink(quint16 port, int silenceMs, QObject* parent) : QObject(parent), port_(port) {
+    again_.setSingleShot(true);
+    again_.setInterval(againMs);
+    silence_.setSingleShot(true);
+    silence_.setInterval(silenceMs);
+    connect(&again_, &QTimer::timeout, this, &JsonLink::open);
+    connect(&silence_, &QTimer::timeout, this,
+            [this] { close(QStringLiteral("no answer for %1 ms").arg(silence_.interval())); });
+    connect(&socket_, &QTcpSocket::stateChanged, this, &JsonLink::onState);
+    connect(&socket_, &QTcpSocket::readyRead, this, &JsonLink::onLines);
+}
+
+/// The socket closes itself, which is no news.
+JsonLink::~JsonLink() {
+    socket_.disconnect(this);
+}
+
+void JsonLink::open() {
+    if (socket_.state() == QAbstractSocket::UnconnectedState) {
+        socket_.connectToHost(QHostAddress(QHostAddress::LocalHost), port_);
+    }
+}
+
+void JsonLink::close(const QString& reason) {
+    reason_ = reason;
+    socket_.abort();
+}
+
+void JsonLink::send(const QJsonObject& message) {
+    if (isOpen()) {
+        socket_.write(QJsonDocument(message).toJson(QJsonDocument::Compact) + '\n');
+        socket_.flush();
+    }
+}
+
+void JsonLink::onState(QAbstractSocket::SocketState state) {
+    if (state == QAbstractSocket::ConnectedState) {
+        socket_.setSocketOption(QAbstractSocket::LowDelayOption, 1);
+        wasOpen_ = true;
+        reason_.clear();
+        if (silence_.interval() > 0) {
+            silence_.start();
+        }
+        emit opened();
+    } else if (state == QAbstractSocket::UnconnectedState) {
+        silence_.stop();
+        again_.start();
+        if (wasOpen_) {
+            wasOpen_ = false;
+            emit closed(reason_.isEmpty() ? QStringLiteral("LinuxCNC has closed the connection") : reason_);
+        }
+    }
+}
+
+void JsonLink::onLines() {
+    if (silence_.interval() > 0) {
+        silence_.start();
+    }
+    // A receiver may close the connection.
+    while (isOpen() && socket_.canReadLine()) {
+        emit received(QJsonDocument::fromJson(socket_.readLine()).object());
+    }
+}
+
+}  // namespace bridge::linuxcnc
