@@ -13,7 +13,7 @@ struct MachineState {
     double clock = 0;       ///< s
     Axes joints{}, axes{};  ///< LinuxCNC's
     int batch = 0, line = 0, done = 0;
-    bool idle = true, on = false, homed = false, emergencyStop = false, jointMode = false;
+    bool idle = true, on = false, homed = false, jointMode = false;
     QStringList errors;
 
     static MachineState read(const QJsonObject& line);
@@ -38,7 +38,6 @@ inline MachineState MachineState::read(const QJsonObject& object) {
     state.idle = flag("idle");
     state.on = flag("on");
     state.homed = flag("homed");
-    state.emergencyStop = flag("estop");
     state.jointMode = flag("jointMode");
     for (const QJsonValue error : object[QLatin1String("err")].toArray()) {
         state.errors.append(error.toString());

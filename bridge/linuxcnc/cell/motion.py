@@ -11,13 +11,12 @@ Port 5100, commands, carried out one after the other, each answered by
   {"op":"power","on":BOOL,"id":ID}    also homes, the first time; true when the drives are as asked
   {"op":"batch","b":N,"lines":[…]}    appends G-code lines; N from 1 to 30000, another one than that of the batch before
   {"op":"stop"}                       brakes and forgets all batches; answered at standstill
-  {"op":"estop"}                      emergency stop
   {"op":"quit"}                       ends LinuxCNC
 A client that goes away stops the arm.
 
 Port 5102, state, at once on a change and at least each 10 ms:
   {"t":CLOCK,"j":[joints, deg],"p":[X,Y,Z,A,B,C as LinuxCNC counts on],"b":N,"l":LINE,"e":M,"idle":BOOL,"on":BOOL,
-   "homed":BOOL,"estop":BOOL,"jointMode":BOOL,"err":[TEXT,…]}
+   "homed":BOOL,"jointMode":BOOL,"err":[TEXT,…]}
 Line LINE of batch N is under way, from 1; 0: none. All of batch M is done. CLOCK: monotonic clock, s."""
 import json
 import os
@@ -70,7 +69,6 @@ def tell(client, stat, channel):
                 "p": [round(x, 7) for x in stat.position[:AXES]], "b": int(stat.aout[BEGUN]),
                 "l": max(0, stat.motion_id - LINES_BEFORE), "e": int(stat.aout[DONE]), "idle": bool(is_idle(stat)),
                 "on": stat.task_state == linuxcnc.STATE_ON, "homed": all(stat.homed[:AXES]),
-                "estop": stat.task_state == linuxcnc.STATE_ESTOP,
                 "jointMode": bool(stat.aout[JOINT_MODE]), "err": texts})
             last, due = key, now + STATE_PERIOD_S
         time.sleep(POLL_S)
@@ -169,14 +167,10 @@ class Motion:
                 self.done()
         return stands
 
-    def estop(self, _message):
-        self.command.state(linuxcnc.STATE_ESTOP)
-        return self.done()
-
 
 def serve_commands(end):
     motion, server = Motion(), wire.listen(wire.COMMANDS)
-    operations = {"power": motion.power, "batch": motion.batch, "stop": motion.stop, "estop": motion.estop}
+    operations = {"power": motion.power, "batch": motion.batch, "stop": motion.stop}
     while True:
         client = wire.accept(server)
         try:
