@@ -42,6 +42,7 @@
 #include "app/status/statuswatcher.h"
 #include "app/stop/runstop.h"
 #include "app/stop/runstopbutton.h"
+#include "app/telemetry/telemetrytools.h"
 #include "app/touch/taptip.h"
 #include "app/touch/touchinput.h"
 #include "app/ways.h"
@@ -121,6 +122,7 @@ bool Panel::open(const QString& libraryFile, QString* error) {
     makeState();
     eventRecorder_->follow({packageFlags(), controller(), runs_, project_.get(), status_, page_});
     makeRoles();
+    makeTelemetry();
     makeMenu();
     makeTouch();
     followNavigation();
@@ -130,12 +132,13 @@ bool Panel::open(const QString& libraryFile, QString* error) {
 
 void Panel::makeMenu() {
     menu_ = new MenuTools(window_.get(), page_, history_, this);
-    menu_->setRestoreGuard([this] { return mayRestore(); });
+    menu_->setRestoreGuard([this] { return mayAct(tr("恢复备份")); });
     connect(menu_, &MenuTools::exampleChosen, this,
             [this](const QString& name) { leave([this, name] { emit exampleChosen(name); }); });
     connect(menu_, &MenuTools::languageChosen, this,
             [this](const QString& language) { leave([this, language] { emit languageChosen(language); }); });
     connect(menu_, &MenuTools::rolesAsked, this, &Panel::showRole);
+    connect(menu_, &MenuTools::telemetryAsked, this, &Panel::openTelemetry);
     connect(menu_, &MenuTools::restoreAsked, this, &Panel::leave);
     connect(menu_, &MenuTools::saved, statusLine_, &StatusLine::say);
     connect(menu_, &MenuTools::restored, this, &Panel::restartAsked);
@@ -306,12 +309,37 @@ void Panel::askForCode(const QString& refused) {
     sheet->open();
 }
 
-/// A backup brings ports and stations, which are the integrator's.
-bool Panel::mayRestore() {
+/// What is the integrator's besides pages: a backup brings ports and stations, telemetry has a password.
+bool Panel::mayAct(const QString& what) {
     if (!roles_->isOpen()) {
-        askForCode(tr("恢复备份"));
+        askForCode(what);
     }
     return roles_->isOpen();
+}
+
+void Panel::makeTelemetry() {
+    telemetry_ = std::make_unique<TelemetryTools>(telemetry::Settings::defaultFile());
+    connect(telemetry_.get(), &TelemetryTools::problem, window_->notices(), &NoticeBar::report);
+    telemetry_->begin({runs_, [this] { return QFileInfo(project_->name()).completeBaseName(); },
+                       [flags = packageFlags()] { return flags.mode(); }});
+    telemetry_->setState(status_->state());
+    telemetry_->setParts(parts_->project(), parts_->count());
+    connect(status_, &StatusWatcher::refreshed, telemetry_.get(), &TelemetryTools::setState);
+    connect(parts_, &PartWatcher::changed, telemetry_.get(),
+            [this] { telemetry_->setParts(parts_->project(), parts_->count()); });
+    connect(evidence_, &workcell::EvidenceRecorder::finished, telemetry_->reporter(),
+            &telemetry::Reporter::setRecord);
+    connect(evidence_, &workcell::EvidenceRecorder::faultWhileLit, telemetry_->reporter(),
+            &telemetry::Reporter::setFaultWhileLit);
+}
+
+/// Closes with the integrator's session.
+void Panel::openTelemetry() {
+    if (!mayAct(tr("遥测（MQTT）"))) {
+        return;
+    }
+    const Sheet* const sheet = telemetry_->open(window_->stage());
+    connect(roles_, &RoleKeeper::left, sheet, &Sheet::dismiss);
 }
 
 /// An administrator may have deleted the code's file meanwhile.

@@ -39,6 +39,7 @@ class SeamTrack;
 class SignalRecorder;
 class StatusLine;
 class StatusWatcher;
+class TelemetryTools;
 struct RunResult;
 
 /// The operator panel: a simulated work cell with the package, the windows that show it, and what they
@@ -121,7 +122,9 @@ private:
     void makeEvents();
     void makeRoles();
     void askForCode(const QString& refused);
-    bool mayRestore();
+    [[nodiscard]] bool mayAct(const QString& what);
+    void makeTelemetry();
+    void openTelemetry();
     void showRole();
     void setNewCode();
     void keepResult(const RunResult& result);
@@ -149,6 +152,7 @@ private:
     std::unique_ptr<PanelWindow> window_;
     std::unique_ptr<EventStore> events_;
     std::unique_ptr<EventRecorder> eventRecorder_;
+    std::unique_ptr<TelemetryTools> telemetry_;
     bool isComplete_ = false;
     std::function<void()> afterLeave_;  ///< what waits for the operator's answer about unsaved edits
     QPointer<QWidget> page_;            ///< the package's first page, with its editor

@@ -13,7 +13,7 @@ from pathlib import Path
 
 ROOT = Path(__file__).resolve().parent.parent
 BUILD = ROOT / "build/release"
-PRODUCT = ["app", "bridge", "conform", "host", "kinematics", "look", "lumo", "program", "runner", "simulator", "tools", "workcell"]
+PRODUCT = ["app", "bridge", "conform", "host", "kinematics", "look", "lumo", "program", "runner", "simulator", "telemetry", "tools", "workcell"]
 # Findings in headers count, but not in those that are generated.
 CLANG_TIDY = ["clang-tidy-16", "--quiet", f"--header-filter=^{ROOT}/({'|'.join([*PRODUCT, 'tests'])})/"]
 STRLEN = ROOT / "cmake/clang_strlen.h"

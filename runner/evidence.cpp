@@ -43,7 +43,7 @@ void Evidence::attach(workcell::WorkCell* cell, workcell::TreeFollower* follower
     } else {
         cell->wire();
     }
-    if (!options_.isJudged()) {
+    if (!options_.isJudged() && options_.mqtt.isEmpty()) {
         return;
     }
     recorder_ = std::make_unique<workcell::EvidenceRecorder>(

@@ -29,6 +29,10 @@ public:
                 const std::function<QString()>& projectName);
     /// Opens the files that are written. False, after an error on standard error, when one cannot be.
     [[nodiscard]] bool open();
+    /// What was recorded up to now; empty where nothing is recorded.
+    [[nodiscard]] workcell::RunRecord record() const {
+        return recorder_ ? recorder_->current() : workcell::RunRecord();
+    }
     /// Time 0.
     void begin();
     /// The run is over: judges it, tells on standard error what is wrong, writes the files. False when the

@@ -275,6 +275,8 @@ std::vector<Option> evidenceOptions(Options* o) {
         workcell::flag("strict", "exit status 1 when anything was not as the program says", &o->strict),
         {"wiring", "FILE", "port file of the cell alone (default: that of the settings)",
          [o](const QString& v) { return readFile(v, &o->wiring, &o->wiringName); }},
+        {"mqtt", "FILE", "tell an MQTT broker what the run does (settings: docs/telemetry.md)",
+         [o](const QString& v) { return readFile(v, &o->mqtt, &o->mqttName); }},
         {"rated-power", "WATTS", "of the laser source at 100 %, for the heat of the seams",
          [o](const QString& v) { return readWatts(v, &o->ratedWatts); }},
     };
@@ -299,8 +301,8 @@ std::vector<Option> optionTable(Options* o) {
 /// Checks the options for a run of every project in a folder.
 QString completeLibrary(Options& options, const QString& folder) {
     options.library = folder;
-    for (const char* name :
-         {"line", "once", "scenario", "repeat", "every", "limits", "stress", "trace", "posture", "vcd"}) {
+    for (const char* name : {"line", "once", "scenario", "repeat", "every", "limits", "stress", "trace",
+                             "posture", "vcd", "mqtt"}) {
         if (options.valueOf(QLatin1String(name))) {
             return QStringLiteral("--%1 and a folder of projects exclude each other")
                 .arg(QLatin1String(name));
@@ -338,7 +340,7 @@ QString completeStress(Options& options) {
         return QStringLiteral("--stress-out %1 is no folder").arg(options.stressOut);
     }
     const bool writes = !options.trace.isEmpty() || !options.vcd.isEmpty() || !options.summary.isEmpty() ||
-                        !options.junit.isEmpty();
+                        !options.junit.isEmpty() || !options.mqtt.isEmpty();
     if (options.stress && (writes || !options.scenario.isEmpty() || options.realtime)) {
         return QStringLiteral("--stress excludes --scenario, --realtime and the files of a run");
     }

@@ -44,6 +44,7 @@ struct Options {
     QString junit, junitName;      ///< the same
     QString limits, limitsName;
     QString wiring, wiringName;  ///< port file of the cell; empty: that of the settings
+    QString mqtt, mqttName;      ///< settings of the telemetry; empty: none
     std::optional<double> ratedWatts;
     bool strict = false;
     bool quiet = false;

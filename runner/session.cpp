@@ -45,7 +45,8 @@ Session::Session(const Options& options)
       watch_(&follower_),
       recorder_(&trace_, &follower_),
       stationWatch_([this] { return elapsedMs(); }, [this] { return cell_->cell()->laserOnMs(); }),
-      evidence_(options_) {
+      evidence_(options_),
+      telemetry_(options_) {
     if (options.rules) {
         safety_ = std::make_unique<SafetyWatch>(&follower_);
     }
@@ -146,7 +147,7 @@ bool Session::readInput() {
     status_ = badInput;
     Problem problem;
     const bool hasProgram = input_.readProgram(&problem);
-    if ((!hasProgram && !options_.check) || !evidence_.read(&problem)) {
+    if ((!hasProgram && !options_.check) || !evidence_.read(&problem) || !telemetry_.read(&problem)) {
         printError(problem.text());
         return false;
     }
@@ -236,6 +237,7 @@ bool Session::openEvidence() {
         status_ = badInput;
         return false;
     }
+    telemetry_.begin(cell_.get(), &follower_, &watch_, [this] { return projectName(); });
     return true;
 }
 
@@ -487,6 +489,9 @@ void Session::finish(const QString& ending) {
     const bool written = closeFiles();
     const bool inTime = reason == QLatin1String("quit") || reason == QLatin1String("finished");
     const bool succeeded = inTime && isSuccess() && isSafe;
+    workcell::RunRecord record = evidence_.record();
+    record.reason = reason;
+    telemetry_.finish(record);
     const bool proven = evidence_.finish(result(reason, succeeded));
     status_ = written && succeeded && proven ? 0 : failed;
     end_.stop();

@@ -13,6 +13,7 @@
 #include "runner/scenarioplayer.h"
 #include "runner/stationpage.h"
 #include "runner/stationwatch.h"
+#include "runner/telemetry.h"
 #include "runner/trace.h"
 #include "runner/treeoperator.h"
 #include "workcell/cellsignals.h"
@@ -123,6 +124,7 @@ private:
     std::unique_ptr<MessageWatch> messages_;
     std::unique_ptr<ScenarioPlayer> player_;
     Evidence evidence_;
+    Telemetry telemetry_;
     std::unique_ptr<workcell::CellSignals> signals_;  ///< only with --vcd
     EndWatch end_;
     std::optional<qint64> startMs_;  ///< the host's clock at the start of the run

@@ -80,6 +80,9 @@ ArchiveFiles supportFiles(const SupportFacts& facts) {
                folder.filePath(QLatin1String(name)));
     }
     append(&files, QStringLiteral("settings/") + QFileInfo(facts.preferences).fileName(), facts.preferences);
+    if (!facts.telemetry.isEmpty()) {
+        files.append({QStringLiteral("settings/telemetry.json"), facts.telemetry});
+    }
     if (!facts.project.isEmpty()) {
         const QFileInfo project(facts.project);
         const QString limits =

@@ -8,11 +8,12 @@ namespace app {
 
 /// What a support archive is made of. Files that are not there are left out.
 struct SupportFacts {
-    QString folder;       ///< of settings and projects, and below it the log
-    QString project;      ///< path of the open project; empty when none is open
-    QString preferences;  ///< path of the panel's own settings
-    QString data;         ///< the user's data folder, with results and event log
-    QStringList notices;  ///< shown to the operator, newest first
+    QString folder;        ///< of settings and projects, and below it the log
+    QString project;       ///< path of the open project; empty when none is open
+    QString preferences;   ///< path of the panel's own settings
+    QString data;          ///< the user's data folder, with results and event log
+    QStringList notices;   ///< shown to the operator, newest first
+    QByteArray telemetry;  ///< its settings without the password; empty where there are none
 };
 
 /// The files of a support archive: versions, settings, the open project with its limits and recovery file,

@@ -942,6 +942,10 @@ with code %1</translation>
         <source>字母键盘</source>
         <translation>Keyboard</translation>
     </message>
+    <message>
+        <source>遥测（MQTT）</source>
+        <translation>Telemetry (MQTT)</translation>
+    </message>
 </context>
 <context>
     <name>app::MenuTools</name>
@@ -1114,6 +1118,10 @@ with code %1</translation>
     <message>
         <source>按键</source>
         <translation>Tool keys</translation>
+    </message>
+    <message>
+        <source>遥测（MQTT）</source>
+        <translation>Telemetry (MQTT)</translation>
     </message>
 </context>
 <context>
@@ -2528,6 +2536,168 @@ J/mm</translation>
     <message>
         <source>已按下</source>
         <translation>Pressed</translation>
+    </message>
+</context>
+<context>
+    <name>app::TelemetrySheet</name>
+    <message>
+        <source>遥测（MQTT）</source>
+        <translation>Telemetry (MQTT)</translation>
+    </message>
+    <message>
+        <source>关</source>
+        <translation>Off</translation>
+    </message>
+    <message>
+        <source>开</source>
+        <translation>On</translation>
+    </message>
+    <message>
+        <source>不加密</source>
+        <translation>Plain</translation>
+    </message>
+    <message>
+        <source>保存</source>
+        <translation>Save</translation>
+    </message>
+    <message>
+        <source>向 MQTT 服务器报告单元状态</source>
+        <translation>Tell an MQTT broker what the cell does</translation>
+    </message>
+    <message>
+        <source>连接</source>
+        <translation>Connection</translation>
+    </message>
+    <message>
+        <source>服务器地址</source>
+        <translation>Broker's address</translation>
+    </message>
+    <message>
+        <source>端口</source>
+        <translation>Port</translation>
+    </message>
+    <message>
+        <source>单元名称</source>
+        <translation>Name of this cell</translation>
+    </message>
+    <message>
+        <source>CA 证书文件（空：系统信任的机构）</source>
+        <translation>CA file (empty: those the system trusts)</translation>
+    </message>
+    <message>
+        <source>用户（空：不登录）</source>
+        <translation>User (empty: no login)</translation>
+    </message>
+    <message>
+        <source>密码</source>
+        <translation>Password</translation>
+    </message>
+    <message>
+        <source>客户端证书文件（可空）</source>
+        <translation>Client certificate (may be empty)</translation>
+    </message>
+    <message>
+        <source>客户端私钥文件（可空）</source>
+        <translation>Client key (may be empty)</translation>
+    </message>
+    <message>
+        <source>连接已更改，请重新输入密码</source>
+        <translation>The connection has changed: enter the password again</translation>
+    </message>
+    <message>
+        <source>已设置，留空不变</source>
+        <translation>Set; empty keeps it</translation>
+    </message>
+    <message>
+        <source>主题：%1…</source>
+        <translation>Topics: %1…</translation>
+    </message>
+    <message>
+        <source>密码将以明文通过网络传输。请使用 TLS。</source>
+        <translation>The password would cross the network as plain text. Use TLS.</translation>
+    </message>
+    <message>
+        <source>%1  ·  已发送 %2，已被更新内容取代 %3</source>
+        <translation>%1  ·  %2 sent, %3 replaced by newer ones</translation>
+    </message>
+</context>
+<context>
+    <name>app::TelemetryText</name>
+    <message>
+        <source>找不到该地址</source>
+        <translation>the address is not known</translation>
+    </message>
+    <message>
+        <source>连接被拒绝</source>
+        <translation>the connection is refused</translation>
+    </message>
+    <message>
+        <source>服务器没有应答</source>
+        <translation>the broker does not answer</translation>
+    </message>
+    <message>
+        <source>服务器断开了连接</source>
+        <translation>the broker has closed the connection</translation>
+    </message>
+    <message>
+        <source>用户或密码错误</source>
+        <translation>user or password is wrong</translation>
+    </message>
+    <message>
+        <source>服务器不允许此客户端</source>
+        <translation>the broker does not let this client in</translation>
+    </message>
+    <message>
+        <source>证书不被信任</source>
+        <translation>the certificates are not trusted</translation>
+    </message>
+    <message>
+        <source>已关闭</source>
+        <translation>Off</translation>
+    </message>
+    <message>
+        <source>正在连接</source>
+        <translation>Connecting</translation>
+    </message>
+    <message>
+        <source>已连接</source>
+        <translation>Connected</translation>
+    </message>
+    <message>
+        <source>无法连接：%1</source>
+        <translation>Not reachable: %1</translation>
+    </message>
+    <message>
+        <source>请输入服务器地址</source>
+        <translation>Enter the broker's address</translation>
+    </message>
+    <message>
+        <source>端口应为 1 至 65535</source>
+        <translation>The port is 1 to 65535</translation>
+    </message>
+    <message>
+        <source>请输入单元名称，不含 / + #</source>
+        <translation>Enter the cell's name, without / + #</translation>
+    </message>
+    <message>
+        <source>设置文件中的主题前缀无效</source>
+        <translation>The prefix of the topics in the settings file is not valid</translation>
+    </message>
+    <message>
+        <source>有密码但没有用户</source>
+        <translation>There is a password and no user</translation>
+    </message>
+    <message>
+        <source>证书只用于 TLS 连接</source>
+        <translation>Certificates are for TLS only</translation>
+    </message>
+    <message>
+        <source>客户端证书和私钥必须同时填写</source>
+        <translation>Certificate and key of the client belong together</translation>
+    </message>
+    <message>
+        <source>无法读取文件 %1</source>
+        <translation>%1 cannot be read</translation>
     </message>
 </context>
 <context>

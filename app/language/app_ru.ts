@@ -822,7 +822,7 @@
     </message>
     <message>
         <source>短按：选择和插入；按住 3 秒：拖动示教</source>
-        <translation>Коротко: выбор и вставка. Удержание 3&#xa0;с: ведение рукой</translation>
+        <translation>Коротко: выбор и вставка. Удержание 3 с: ведение рукой</translation>
     </message>
 </context>
 <context>
@@ -941,6 +941,10 @@
     <message>
         <source>字母键盘</source>
         <translation>Клавиатура</translation>
+    </message>
+    <message>
+        <source>遥测（MQTT）</source>
+        <translation>Телеметрия (MQTT)</translation>
     </message>
 </context>
 <context>
@@ -1114,6 +1118,10 @@
     <message>
         <source>按键</source>
         <translation>Кнопки</translation>
+    </message>
+    <message>
+        <source>遥测（MQTT）</source>
+        <translation>Телеметрия (MQTT)</translation>
     </message>
 </context>
 <context>
@@ -2531,6 +2539,168 @@ J/mm</source>
     <message>
         <source>已按下</source>
         <translation>Нажат</translation>
+    </message>
+</context>
+<context>
+    <name>app::TelemetrySheet</name>
+    <message>
+        <source>遥测（MQTT）</source>
+        <translation>Телеметрия (MQTT)</translation>
+    </message>
+    <message>
+        <source>关</source>
+        <translation>Выкл.</translation>
+    </message>
+    <message>
+        <source>开</source>
+        <translation>Вкл.</translation>
+    </message>
+    <message>
+        <source>不加密</source>
+        <translation>Без шифрования</translation>
+    </message>
+    <message>
+        <source>保存</source>
+        <translation>Сохранить</translation>
+    </message>
+    <message>
+        <source>向 MQTT 服务器报告单元状态</source>
+        <translation>Сообщать брокеру MQTT о работе ячейки</translation>
+    </message>
+    <message>
+        <source>连接</source>
+        <translation>Соединение</translation>
+    </message>
+    <message>
+        <source>服务器地址</source>
+        <translation>Адрес брокера</translation>
+    </message>
+    <message>
+        <source>端口</source>
+        <translation>Порт</translation>
+    </message>
+    <message>
+        <source>单元名称</source>
+        <translation>Имя этой ячейки</translation>
+    </message>
+    <message>
+        <source>CA 证书文件（空：系统信任的机构）</source>
+        <translation>Файл ЦС (пусто: доверенные системой)</translation>
+    </message>
+    <message>
+        <source>用户（空：不登录）</source>
+        <translation>Пользователь (пусто: без входа)</translation>
+    </message>
+    <message>
+        <source>密码</source>
+        <translation>Пароль</translation>
+    </message>
+    <message>
+        <source>客户端证书文件（可空）</source>
+        <translation>Сертификат клиента (может быть пуст)</translation>
+    </message>
+    <message>
+        <source>客户端私钥文件（可空）</source>
+        <translation>Ключ клиента (может быть пуст)</translation>
+    </message>
+    <message>
+        <source>连接已更改，请重新输入密码</source>
+        <translation>Соединение изменено: введите пароль ещё раз</translation>
+    </message>
+    <message>
+        <source>已设置，留空不变</source>
+        <translation>Задан; пусто: без изменений</translation>
+    </message>
+    <message>
+        <source>主题：%1…</source>
+        <translation>Темы: %1…</translation>
+    </message>
+    <message>
+        <source>密码将以明文通过网络传输。请使用 TLS。</source>
+        <translation>Пароль пойдёт по сети открытым текстом. Используйте TLS.</translation>
+    </message>
+    <message>
+        <source>%1  ·  已发送 %2，已被更新内容取代 %3</source>
+        <translation>%1  ·  отправлено %2, заменено более новыми %3</translation>
+    </message>
+</context>
+<context>
+    <name>app::TelemetryText</name>
+    <message>
+        <source>找不到该地址</source>
+        <translation>адрес не найден</translation>
+    </message>
+    <message>
+        <source>连接被拒绝</source>
+        <translation>в соединении отказано</translation>
+    </message>
+    <message>
+        <source>服务器没有应答</source>
+        <translation>брокер не отвечает</translation>
+    </message>
+    <message>
+        <source>服务器断开了连接</source>
+        <translation>брокер закрыл соединение</translation>
+    </message>
+    <message>
+        <source>用户或密码错误</source>
+        <translation>неверный пользователь или пароль</translation>
+    </message>
+    <message>
+        <source>服务器不允许此客户端</source>
+        <translation>брокер не допускает этого клиента</translation>
+    </message>
+    <message>
+        <source>证书不被信任</source>
+        <translation>сертификатам нет доверия</translation>
+    </message>
+    <message>
+        <source>已关闭</source>
+        <translation>Выключено</translation>
+    </message>
+    <message>
+        <source>正在连接</source>
+        <translation>Соединение…</translation>
+    </message>
+    <message>
+        <source>已连接</source>
+        <translation>Соединено</translation>
+    </message>
+    <message>
+        <source>无法连接：%1</source>
+        <translation>Нет связи: %1</translation>
+    </message>
+    <message>
+        <source>请输入服务器地址</source>
+        <translation>Введите адрес брокера</translation>
+    </message>
+    <message>
+        <source>端口应为 1 至 65535</source>
+        <translation>Порт: от 1 до 65535</translation>
+    </message>
+    <message>
+        <source>请输入单元名称，不含 / + #</source>
+        <translation>Введите имя ячейки без / + #</translation>
+    </message>
+    <message>
+        <source>设置文件中的主题前缀无效</source>
+        <translation>Префикс тем в файле настроек недопустим</translation>
+    </message>
+    <message>
+        <source>有密码但没有用户</source>
+        <translation>Есть пароль, но нет пользователя</translation>
+    </message>
+    <message>
+        <source>证书只用于 TLS 连接</source>
+        <translation>Сертификаты нужны только для TLS</translation>
+    </message>
+    <message>
+        <source>客户端证书和私钥必须同时填写</source>
+        <translation>Сертификат и ключ клиента указываются вместе</translation>
+    </message>
+    <message>
+        <source>无法读取文件 %1</source>
+        <translation>Не удаётся прочитать %1</translation>
     </message>
 </context>
 <context>

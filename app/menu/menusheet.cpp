@@ -90,6 +90,7 @@ void MenuSheet::addTools() {
         {"btnLog", "history", tr("事件日志（F10）"), openDock(docks::log), false},
         {"btnSetup", "check", tr("首次设置"), [this] { emit setupAsked(); }, false},
         {"btnRoles", "lock", tr("密码和角色"), [this] { emit rolesAsked(); }, false},
+        {"btnTelemetrySettings", "signals", tr("遥测（MQTT）"), [this] { emit telemetryAsked(); }, false},
         {"btnSupport", "export", tr("技术支持文件包…"), [this] { emit supportAsked(); }, false},
         {"btnBackup", "save", tr("备份工程和设置…"), [this] { emit backupAsked(); }, false},
         {"btnRestoreBackup", "import", tr("恢复备份…"), [this] { emit restoreAsked(); }, true},

@@ -9,7 +9,7 @@ namespace app {
 class ExampleLibrary;
 class SegmentedControl;
 
-/// The panel's menu: handbook, results, event log, first setup, roles, backup, examples, size of type and
+/// The panel's menu: handbook, results, event log, first setup, roles, telemetry, backup, examples, size of type and
 /// language. What starts the panel anew is disabled while a program runs.
 class MenuSheet : public Sheet {
     Q_OBJECT
@@ -26,6 +26,7 @@ signals:
     /// "cn", "en" or "ru"; not the present one.
     void languageChosen(const QString& language);
     void rolesAsked();
+    void telemetryAsked();
     void setupAsked();
     void handbookAsked();
     void supportAsked();

@@ -14,6 +14,7 @@
 #include "app/preferences.h"
 #include "app/results/runhistory.h"
 #include "app/setup/setupsheet.h"
+#include "app/telemetry/telemetrytools.h"
 #include "program/words.h"
 
 #include <QAbstractButton>
@@ -64,6 +65,7 @@ void MenuTools::openMenu() {
     connect(menu, &MenuSheet::factorChosen, window_, &PanelWindow::setChosenFactor);
     connect(menu, &MenuSheet::factorChosen, this, [](double factor) { Preferences::rememberFactor(factor); });
     connect(menu, &MenuSheet::rolesAsked, this, &MenuTools::rolesAsked);
+    connect(menu, &MenuSheet::telemetryAsked, this, &MenuTools::telemetryAsked);
     connect(menu, &MenuSheet::setupAsked, this, &MenuTools::openSetup);
     connect(menu, &MenuSheet::handbookAsked, this, &MenuTools::openHandbook);
     connect(menu, &MenuSheet::supportAsked, this, [this] { backup_->saveSupport(facts()); });
@@ -137,9 +139,9 @@ bool MenuTools::hasWelded() {
 }
 
 SupportFacts MenuTools::facts() const {
-    return {QDir::currentPath(), page_ ? page_->property("projectFile").toString() : QString(),
-            Preferences::file(), QStandardPaths::writableLocation(QStandardPaths::AppDataLocation),
-            window_->notices()->texts()};
+    return {QDir::currentPath(),         page_ ? page_->property("projectFile").toString() : QString(),
+            Preferences::file(),         QStandardPaths::writableLocation(QStandardPaths::AppDataLocation),
+            window_->notices()->texts(), TelemetryTools::shownSettings()};
 }
 
 }  // namespace app

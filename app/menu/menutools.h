@@ -39,6 +39,7 @@ signals:
     void exampleChosen(const QString& name);
     void languageChosen(const QString& language);
     void rolesAsked();
+    void telemetryAsked();
     /// Unsaved edits have to be settled before a backup is restored: call `goOn` then.
     void restoreAsked(const std::function<void()>& goOn);
     /// A backup or a support archive was written.

@@ -1,8 +1,8 @@
 #include "app/results/resultcsv.h"
 
 #include "app/csvfield.h"
-#include "app/results/recordjson.h"
 #include "json/jsonwriter.h"
+#include "workcell/recordjson.h"
 
 #include <QStringList>
 
@@ -40,7 +40,7 @@ QString violationsText(const QVector<workcell::Violation>& violations, std::opti
     return names.join(QLatin1Char(' '));
 }
 
-/// In the order of seamColumns, then of seamNumbers().
+/// In the order of seamColumns, then of workcell::seamNumbers().
 QByteArrayList fieldsOf(const SeamRecord& seam, int number, const QString& violations) {
     QByteArrayList fields{
         QByteArray::number(number),
@@ -56,7 +56,7 @@ QByteArrayList fieldsOf(const SeamRecord& seam, int number, const QString& viola
         csvField(seam.faults.join(QLatin1Char(' '))),
         csvField(violations),
     };
-    for (const SeamNumber& column : seamNumbers()) {
+    for (const workcell::SeamNumber& column : workcell::seamNumbers()) {
         fields << mendo::numberText(seam.*column.value);
     }
     return fields;
@@ -72,7 +72,7 @@ QByteArray csvHeader() {
     for (const char* const title : seamColumns) {
         titles << title;
     }
-    for (const SeamNumber& column : seamNumbers()) {
+    for (const workcell::SeamNumber& column : workcell::seamNumbers()) {
         titles << column.name;
     }
     return "\xEF\xBB\xBF" + titles.join(',') + "\r\n";
@@ -91,7 +91,7 @@ QByteArray csvLines(const RunResult& result) {
         lines += (run + fieldsOf(seams[i], number, violationsText(violations, number))).join(',') + "\r\n";
     }
     if (seams.empty()) {
-        const int empty = int(std::size(seamColumns) + seamNumbers().size());
+        const int empty = int(std::size(seamColumns) + workcell::seamNumbers().size());
         lines += run.join(',') + QByteArray(empty, ',') + "\r\n";
     }
     return lines;

@@ -1,7 +1,7 @@
 #include "app/results/runresult.h"
 
-#include "app/results/recordjson.h"
 #include "json/jsonfile.h"
+#include "workcell/recordjson.h"
 
 #include <QFileInfo>
 #include <QJsonArray>
@@ -169,7 +169,7 @@ QJsonObject RunResult::json() const {
     json.insert(QStringLiteral("is_saved"), isSaved);
     json.insert(QStringLiteral("has_welds"), hasWelds);
     json.insert(QStringLiteral("version"), version);
-    json.insert(QStringLiteral("record"), jsonOfRecord(record));
+    json.insert(QStringLiteral("record"), workcell::jsonOfRecord(record));
     json.insert(QStringLiteral("limits_file"), limitsFile);
     json.insert(QStringLiteral("limits"), limits ? QJsonValue(limits->json()) : QJsonValue());
     json.insert(QStringLiteral("files"), arrayOf(files, [](const FileDigest& file) {
@@ -198,7 +198,7 @@ std::optional<RunResult> RunResult::from(const QJsonObject& json) {
     result.isSaved = json.value(QLatin1String("is_saved")).toBool();
     result.hasWelds = json.value(QLatin1String("has_welds")).toBool();
     result.version = text(json, "version");
-    result.record = recordFrom(json.value(QLatin1String("record")).toObject());
+    result.record = workcell::recordFrom(json.value(QLatin1String("record")).toObject());
     result.limitsFile = text(json, "limits_file");
     result.limits = limitsFrom(json.value(QLatin1String("limits")));
     for (const QJsonValue& file : list(json, "files")) {

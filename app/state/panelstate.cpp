@@ -21,7 +21,9 @@ bool runs(const CellStatus& status) {
     return status.busy || status.switchingOff || !status.waiting.isEmpty();
 }
 
-Kind kindOf(const CellStatus& status) {
+}  // namespace
+
+Kind stateKind(const CellStatus& status) {
     if (status.emergencyStop) {
         return Kind::EmergencyStop;
     }
@@ -45,6 +47,32 @@ Kind kindOf(const CellStatus& status) {
     }
     return status.power ? Kind::Ready : Kind::DrivesOff;
 }
+
+QString stateWord(Kind kind) {
+    switch (kind) {
+        case Kind::EmergencyStop:
+            return QStringLiteral("emergency_stop");
+        case Kind::Fault:
+            return QStringLiteral("fault");
+        case Kind::LaserOn:
+            return QStringLiteral("laser_on");
+        case Kind::Paused:
+            return QStringLiteral("paused");
+        case Kind::Running:
+            return QStringLiteral("running");
+        case Kind::Listening:
+            return QStringLiteral("listening");
+        case Kind::Finished:
+            return QStringLiteral("finished");
+        case Kind::DrivesOff:
+            return QStringLiteral("drives_off");
+        case Kind::Ready:
+            break;
+    }
+    return QStringLiteral("ready");
+}
+
+namespace {
 
 QString joined(QStringList parts) {
     parts.removeAll(QString());
@@ -210,7 +238,7 @@ QString withoutProject(const QString& detail, const QString& project) {
 
 PanelState panelState(const CellStatus& status) {
     PanelState state;
-    state.kind = kindOf(status);
+    state.kind = stateKind(status);
     state.word = wordOf(state.kind);
     state.detail = detailOf(state.kind, status);
     state.shortDetail = withoutProject(state.detail, status.project);

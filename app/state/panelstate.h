@@ -32,6 +32,11 @@ struct PanelState {
 /// The state block of a state of the cell. A fault while the laser is on says in its detail that it is on.
 PanelState panelState(const CellStatus& status);
 
+/// The most important state.
+PanelState::Kind stateKind(const CellStatus& status);
+/// A word for it that does not depend on the panel's language: "laser_on".
+QString stateWord(PanelState::Kind kind);
+
 /// How a state looks. The shape says the same as the colour.
 struct StateLook {
     const char* sign;  ///< an icon of look/icon.h

@@ -11,6 +11,10 @@ FLOORS = {"host": [], "program": ["host"], "look": [], "bridge": ["host"], "kine
           "tools": ["app", "workcell", "simulator", "kinematics", "bridge", "program", "look", "host"]}
 LEVELS = [["module"], ["widgets", "files", "equipment"], ["undo"], ["executor", "editor", "params", "devices", "stations"], ["panel"]]
 LEVEL = {room: level for level, rooms in enumerate(LEVELS) for room in rooms}
+# Beside what the programs are made of.
+FLOORS["telemetry"] = ["workcell", "program", "host"]
+for program in ("runner", "app", "tools"):
+    FLOORS[program].append("telemetry")
 
 root = pathlib.Path(sys.argv[1])
 wrong, seen, count = [], {room: {} for room in LEVEL}, 0

@@ -132,6 +132,18 @@ const Stop sheetRows[] = {
          s.type(QStringLiteral("edtPartTarget"), QStringLiteral("40"));
          s.shoot();
      }},
+    {"telemetry",
+     [](Scene& s) {
+         press(s, "btnMenu");
+         press(s, "btnTelemetrySettings");
+         press(s, "btnTelemetry1");
+         s.type(QStringLiteral("edtTelemetryHost"), QStringLiteral("broker.example.org"));
+         s.type(QStringLiteral("edtTelemetryCell"), QStringLiteral("cell-3"));
+         s.type(QStringLiteral("edtTelemetryUser"), QStringLiteral("cell-3"));
+         s.type(QStringLiteral("edtTelemetryPassword"), QStringLiteral("secret"));
+         s.shoot();
+         press(s, "btnSheetClose");
+     }},
     {"role_set",
      [](Scene& s) {
          press(s, "btnMenu");

@@ -6,18 +6,18 @@
 
 #include <vector>
 
-namespace app {
+namespace workcell {
 
 /// A number of a seam that is always there, and its name in files.
 struct SeamNumber {
     const char* name;
-    double workcell::SeamRecord::*value;
+    double SeamRecord::*value;
 };
 [[nodiscard]] const std::vector<SeamNumber>& seamNumbers();
 
 /// The record of a run, with the names of the runner's summary.
-[[nodiscard]] QJsonObject jsonOfRecord(const workcell::RunRecord& record);
+[[nodiscard]] QJsonObject jsonOfRecord(const RunRecord& record);
 /// What is missing is 0, empty or none. All parts belong to the project of the run.
-[[nodiscard]] workcell::RunRecord recordFrom(const QJsonObject& json);
+[[nodiscard]] RunRecord recordFrom(const QJsonObject& json);
 
-}  // namespace app
+}  // namespace workcell

@@ -1,13 +1,10 @@
-#include "app/results/recordjson.h"
+#include "workcell/recordjson.h"
 
 #include <QJsonArray>
 
-namespace app {
+namespace workcell {
 
 namespace {
-
-using workcell::RunRecord;
-using workcell::SeamRecord;
 
 QJsonValue orNull(const std::optional<double>& value) {
     return value ? QJsonValue(*value) : QJsonValue();
@@ -17,7 +14,7 @@ std::optional<double> numberOrNone(const QJsonValue& value) {
     return value.isDouble() ? std::optional<double>(value.toDouble()) : std::nullopt;
 }
 
-QJsonValue jsonOf(const std::optional<workcell::EmissionPoint>& point) {
+QJsonValue jsonOf(const std::optional<EmissionPoint>& point) {
     if (!point) {
         return {};
     }
@@ -26,14 +23,14 @@ QJsonValue jsonOf(const std::optional<workcell::EmissionPoint>& point) {
                        {QStringLiteral("trans_mm"), QJsonArray{mm.x, mm.y, mm.z}}};
 }
 
-std::optional<workcell::EmissionPoint> pointFrom(const QJsonValue& json) {
+std::optional<EmissionPoint> pointFrom(const QJsonValue& json) {
     if (!json.isObject()) {
         return std::nullopt;
     }
     const QJsonObject point = json.toObject();
     const QJsonArray mm = point.value(QLatin1String("trans_mm")).toArray();
-    return workcell::EmissionPoint{point.value(QLatin1String("t_s")).toDouble(),
-                                   {mm.at(0).toDouble(), mm.at(1).toDouble(), mm.at(2).toDouble()}};
+    return EmissionPoint{point.value(QLatin1String("t_s")).toDouble(),
+                         {mm.at(0).toDouble(), mm.at(1).toDouble(), mm.at(2).toDouble()}};
 }
 
 struct RunNumber {
@@ -60,7 +57,7 @@ QJsonObject jsonOf(const SeamRecord& seam) {
         json.insert(QLatin1String(number.name), seam.*number.value);
     }
     QJsonArray gaps;
-    for (const workcell::DarkGap& gap : seam.darkGaps) {
+    for (const DarkGap& gap : seam.darkGaps) {
         gaps.append(
             QJsonObject{{QStringLiteral("from_mm"), gap.fromMm}, {QStringLiteral("to_mm"), gap.toMm}});
     }
@@ -124,13 +121,13 @@ QJsonObject jsonOfRecord(const RunRecord& record) {
     for (const SeamRecord& seam : record.seams) {
         seams.append(jsonOf(seam));
     }
-    for (const workcell::Rejection& rejection : record.rejections) {
+    for (const Rejection& rejection : record.rejections) {
         rejections.append(QJsonArray{rejection.name, rejection.reason, rejection.count});
     }
-    for (const workcell::RefusedStatement& statement : record.refused) {
+    for (const RefusedStatement& statement : record.refused) {
         refused.append(QJsonArray{statement.line, statement.type, statement.isDry});
     }
-    for (const workcell::LitFault& fault : record.faults) {
+    for (const LitFault& fault : record.faults) {
         faults.append(QJsonArray{fault.name, fault.atS, fault.line});
     }
     json.insert(QStringLiteral("dry"), record.isDry);
@@ -175,4 +172,4 @@ RunRecord recordFrom(const QJsonObject& json) {
     return record;
 }
 
-}  // namespace app
+}  // namespace workcell
