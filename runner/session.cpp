@@ -199,12 +199,6 @@ bool Session::makeCell() {
             printWarning(reason);
         }
     });
-    if (outside_.isAny() && !options_.check &&
-        !workcell::connectOutside(cell_->controller(), options_.power, &error)) {
-        printError(QStringLiteral("%1: %2").arg(
-            options_.controller.isEmpty() ? options_.io : options_.controller, error));
-        return false;
-    }
     return true;
 }
 
@@ -260,7 +254,18 @@ bool Session::setUp() {
     tree_.setStationPage(&stationPage_);
     pages_.setPanel(stack_.get(), &stationPage_);
     connectEnds();
-    return true;
+    return connectOutside();
+}
+
+/// When the pages stand: making them takes longer than a heartbeat may.
+bool Session::connectOutside() {
+    QString error;
+    if (!outside_.isAny() || workcell::connectOutside(cell_->controller(), options_.power, &error)) {
+        return true;
+    }
+    printError(QStringLiteral("%1: %2").arg(options_.controller.isEmpty() ? options_.io : options_.controller,
+                                            error));
+    return false;
 }
 
 bool Session::openPanel() {

@@ -74,6 +74,7 @@ private:
     bool setUp();
     bool openEvidence();
     bool openPanel();
+    bool connectOutside();
     void showPages();
     void makePlayer(const Scenario& scenario);
     void connectEnds();

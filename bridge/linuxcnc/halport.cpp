@@ -105,7 +105,13 @@ void HalPort::write(const QVector<SignalWrite>& writes, int ticket) {
     }
     QJsonArray pins;
     for (const SignalWrite& write : writes) {
-        pins.append(pinWrite(write));
+        const QJsonArray pin = pinWrite(write);
+        const QString key = pin[0].toString() + QString::number(pin[1].toInt());
+        on_.remove(key);
+        if (write.value != 0) {
+            on_.insert(key);
+        }
+        pins.append(pin);
     }
     tickets_.insert(ticket);
     link_.send(setMessage(pins, ticket));
@@ -178,6 +184,7 @@ void HalPort::onClosed(const QString& reason) {
     beat_.stop();
     armed_ = follows_ = false;
     tickets_.clear();
+    on_.clear();
     emit closed(reason);
 }
 
@@ -197,7 +204,9 @@ void HalPort::onMessage(const QJsonObject& message) {
         follows_ = value != 0;
         if (isMissed) {
             armed_ = false;
-            emit heartbeatMissed(std::max(longestGapMs_, int(sinceBeat_.elapsed())));
+            const bool wasOn = !on_.isEmpty();
+            on_.clear();
+            emit heartbeatMissed(std::max(longestGapMs_, int(sinceBeat_.elapsed())), wasOn);
         }
     } else if (tickets_.remove(message[QLatin1String("ack")].toInt())) {
         emit written(message[QLatin1String("ack")].toInt(), true);

@@ -33,9 +33,9 @@ public:
 signals:
     void opened();
     void closed(const QString& reason);
-    /// The outputs were switched off because no beat arrived in time. `busyMs`: so long this thread sent
-    /// none.
-    void heartbeatMissed(int busyMs);
+    /// No beat arrived in time, and the outputs are off. `busyMs`: so long this thread sent none. `wasOn`: an
+    /// output was on.
+    void heartbeatMissed(int busyMs, bool wasOn);
 
 private:
     void onOpened();
@@ -54,6 +54,7 @@ private:
     bool armed_ = true;     ///< asked for
     bool follows_ = false;  ///< as LinuxCNC tells
     QSet<int> tickets_;
+    QSet<QString> on_;           ///< outputs that are ordered on, by pin
     QMap<int, bool> simulated_;  ///< inputs that were set here, by pin
 };
 

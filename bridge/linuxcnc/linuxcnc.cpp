@@ -80,8 +80,13 @@ void LinuxCnc::onClosed(const QString& reason) {
 }
 
 /// The outputs are off and the arm holds. The drives go off, so that only the operator goes on from here.
-void LinuxCnc::onHeartbeatMissed(int busyMs) {
+/// Where nothing was on and nothing moved, nothing was lost.
+void LinuxCnc::onHeartbeatMissed(int busyMs, bool wasOn) {
     if (!linked_) {
+        return;
+    }
+    if (!wasOn && sent_.empty() && !moving_) {
+        signals_.arm();
         return;
     }
     linked_ = false;

@@ -44,7 +44,7 @@ private:
 
     void onOpened();
     void onClosed(const QString& reason);
-    void onHeartbeatMissed(int busyMs);
+    void onHeartbeatMissed(int busyMs, bool wasOn);
     void onAnswer(const QJsonObject& answer);
     void onState(const linuxcnc::MachineState& state);
     void tellLink();

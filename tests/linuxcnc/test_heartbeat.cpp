@@ -77,6 +77,7 @@ void TestHeartbeat::aMissedBeat_refusesWritesUntilTheOperatorArms() {
 
     rio.sayFollowing(false);
     QTRY_VERIFY(rio.take() && missed.size() == 1);
+    QVERIFY(missed[0][1].toBool());
     port.write({{SignalRow::Kind::Register, QStringLiteral("LUMO_DO"), 3, 1}}, 42);
     QCOMPARE(written.takeFirst(), (QVariantList{42, false}));
     port.arm();
