@@ -24,6 +24,8 @@ constexpr MotionError rows[] = {
     {-5, TEXT("the motion has no speed"), TEXT("enter a speed above 0 in the line")},
     {-6, TEXT("the target is missing or is not one of this robot"),
      TEXT("teach the point of the line again")},
+    {-7, TEXT("an axis would have to turn faster than it can"),
+     TEXT("enter a lower speed, or teach another posture")},
     {-9, TEXT("the robot reached the target and reported a fault there"),
      TEXT("clear the fault at the robot's controller, then start the program again")},
     {0, TEXT("the robot's controller reports a fault of its own"),

@@ -18,7 +18,7 @@ import tempfile
 import time
 
 HERE = pathlib.Path(__file__).resolve().parent
-CELLS = [HERE / "cell", pathlib.Path("/usr/share/lumo/linuxcnc/cell")]
+CELLS = [HERE / "cell", HERE.parent / "share/lumo/linuxcnc/cell"]  # in a checkout; installed
 LOCK = pathlib.Path("/tmp/lumo-linuxcnc.lock")
 LINUXCNCS_LOCK = pathlib.Path("/tmp/linuxcnc.lock")
 PORT = int(os.environ.get("LUMO_LINUXCNC_PORT", "5100"))

@@ -28,14 +28,14 @@ depends=$(dpkg-deb -f "$package" Depends)
 tr -s ' ,|' '\n' <<<"$depends" >"$work/depends"
 linuxcnc=$(echo "$work"/made/lumo-bridge-linuxcnc_*.deb)
 dpkg-deb -x "$linuxcnc" "$work/unpacked"
-out=$("$prefix/bin/lumo-run" --controller linuxcnc:1 /usr/share/doc/nothing.json 2>&1) || true
-[[ $out != *"no library"* ]] || fail "lumo-run does not find the bridge to LinuxCNC: $out"
+out=$("${clean[@]}" "$prefix/bin/lumo-run" --controller linuxcnc --check "$prefix/share/doc/lumo/examples/lap_seam/lap_seam.json" 2>&1) ||
+    fail "lumo-run with the bridge to LinuxCNC: $out"
 [[ ", $(dpkg-deb -f "$linuxcnc" Depends)," == *", linuxcnc-uspace,"* ]] || fail "$linuxcnc does not need LinuxCNC"
 dpkg-deb -f "$linuxcnc" Depends | tr -s ' ,|' '\n' >>"$work/depends"
 # Into files, as a reader of a pipe that ends early makes its writer fail.
 ldconfig -p >"$work/libraries"
 # Not what was built: that would hide a library which is not in the package.
-objects=$(find "$prefix" -type f \( -path '*/bin/*' -o -name '*.so*' \))
+objects=$(find "$prefix" -type f \( -path '*/bin/lumo-*' ! -name lumo-linuxcnc -o -name '*.so*' \))
 while read -r library; do
     [ -z "$(find "$prefix" -name "$library")" ] || continue
     file=$(awk -v name="$library" '$1 == name { print $NF; exit }' "$work/libraries")

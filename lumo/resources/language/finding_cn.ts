@@ -539,6 +539,14 @@
         <translation>缺少目标点，或目标点不属于此机器人</translation>
     </message>
     <message>
+        <source>an axis would have to turn faster than it can</source>
+        <translation>某个轴需要超过其最高转速</translation>
+    </message>
+    <message>
+        <source>enter a lower speed, or teach another posture</source>
+        <translation>请输入较低的速度，或换一种姿态示教该点</translation>
+    </message>
+    <message>
         <source>teach the point of the line again</source>
         <translation>重新示教该行的点位</translation>
     </message>

@@ -539,6 +539,14 @@
         <translation>цель не задана или не от этого робота</translation>
     </message>
     <message>
+        <source>an axis would have to turn faster than it can</source>
+        <translation>ось должна вращаться быстрее, чем может</translation>
+    </message>
+    <message>
+        <source>enter a lower speed, or teach another posture</source>
+        <translation>введите меньшую скорость или обучите точку в другом положении осей</translation>
+    </message>
+    <message>
         <source>teach the point of the line again</source>
         <translation>обучите точку строки заново</translation>
     </message>
