@@ -1,85 +1,20 @@
 #include "bridge/adapter.h"
 
-#include "bridge/batch.h"
-#include "bridge/linkstate.h"
+#include "bridge/adapterprivate.h"
 #include "bridge/motionreader.h"
 #include "bridge/nodes.h"
 #include "bridge/registerwrite.h"
-#include "bridge/results.h"
-#include "bridge/signalbank.h"
 #include "bridge/words.h"
 #include "kord/kordservice.h"
 #include "mendo/modulemanager.h"
-
-#include <cmath>
-#include <optional>
 
 namespace bridge {
 
 namespace {
 
-const QString idleWord = QStringLiteral("idle");
-const QString movingWord = QStringLiteral("moving");
 const QLatin1String coordToolset("pel.coord.toolset");
 
-double distance(const Pose& a, const Pose& b) {
-    return std::hypot(a.trans[0] - b.trans[0], a.trans[1] - b.trans[1], a.trans[2] - b.trans[2]);
-}
-
 }  // namespace
-
-/// The adapter's parts and the handlers of their signals.
-struct Adapter::Private {
-    Private(Adapter* adapter, KordService* robotService, Controller* robot, SignalPort* ioDevice,
-            const Options& theOptions);
-
-    void connectBackend();
-    void connectParts();
-    void handle(const KordCall& call);
-    void orderWrites(const KordCall& call);
-    void orderMotion(const KordCall& call, Motion::Kind kind);
-    void release();
-    void stop(bool isReset);
-    void onHanded(const QString& path, const mendo::ModuleObject* node);
-    void sendToolset();
-    void answer(const QString& name, int code);
-    void onResult(Motion::Kind kind, int id, int code);
-    void onPosture(const Posture& told);
-    void onMoving(bool moving);
-    void onPower(bool on);
-    void onMode(Mode mode);
-    void onLink(LinkState::End end, bool up, const QString& reason);
-    void loseLink();
-    void regainLink();
-    void dropMotions();
-    void writePower();
-    void writeMode();
-    void writeState(const QString& newState);
-    void refreshState();
-    JogAnswer jog(const JogMove& move, bool held);
-
-    Adapter* q;
-    KordService* service;
-    Controller* backend;
-    SignalPort* device;
-    Options options;
-    Abilities abilities;
-    SignalBank bank;
-    Results results;
-    Batch batch;
-    LinkState link;
-    bool started = false;
-    bool powered = false;  ///< as the backend tells
-    bool held = false;     ///< the link was lost: off for the package until an operator switches on
-    bool moving = false;   ///< as the backend tells
-    bool braking = false;  ///< stopped, and the backend has not told yet that the arm stands
-    Mode mode = Mode::Unknown;
-    std::optional<Toolset> toolset;  ///< handed last
-    QString state;
-    Posture posture;
-    bool hasPosture = false;
-    double travelled = 0;
-};
 
 Adapter::Private::Private(Adapter* adapter, KordService* robotService, Controller* robot,
                           SignalPort* ioDevice, const Options& theOptions)
@@ -212,6 +147,9 @@ void Adapter::Private::stop(bool isReset) {
 void Adapter::Private::dropMotions() {
     batch.clear();
     results.drop();
+    if (options.repair) {
+        refreshState();
+    }
 }
 
 void Adapter::Private::onHanded(const QString& path, const mendo::ModuleObject* node) {
@@ -225,135 +163,6 @@ void Adapter::Private::sendToolset() {
     if (toolset && link.isUp(LinkState::Robot)) {
         backend->setToolset(*toolset);
     }
-}
-
-// --- The backend ---------------------------------------------------------------------------------
-
-void Adapter::Private::onResult(Motion::Kind kind, int id, int code) {
-    if (code < 0) {
-        batch.clear();
-    }
-    if (options.repair) {
-        refreshState();
-    }
-    const QString command = q->resultCommand(kind);
-    emit q->result(command, id, code);
-    service->commandNode(command)->setValue(q, code);
-    if (options.repair) {
-        emit q->caughtUp();
-    }
-}
-
-void Adapter::Private::onPosture(const Posture& told) {
-    travelled += hasPosture ? distance(posture.pose, told.pose) : 0;
-    posture = told;
-    hasPosture = true;
-    results.notePosture();
-    bridge::writePosture(q, service, told);
-    if (!abilities.progress && moving) {
-        emit q->postureMoved();
-    }
-}
-
-void Adapter::Private::onMoving(bool on) {
-    moving = on;
-    if (!on) {
-        braking = false;
-        if (!abilities.progress) {
-            emit q->cameToRest();
-        }
-    }
-    if (options.repair) {
-        refreshState();
-    } else {
-        writeState(on ? movingWord : idleWord);
-    }
-    results.setMoving(on);
-}
-
-/// Moving from the release to the last result.
-void Adapter::Private::refreshState() {
-    const bool isMoving = moving || braking || results.hasReleased();
-    writeState(isMoving ? movingWord : idleWord);
-}
-
-void Adapter::Private::writeState(const QString& newState) {
-    if (newState != state) {
-        state = newState;
-        m(word::state)->setValue(q, newState);
-    }
-}
-
-/// Drives that come on again while there is a link were switched on by somebody.
-void Adapter::Private::onPower(bool on) {
-    held = held && !(link.isUp() && on && !powered);
-    powered = on;
-    if (!on) {
-        dropMotions();
-    }
-    if (link.isUp()) {
-        writePower();
-    }
-}
-
-void Adapter::Private::writePower() {
-    const bool isOn = powered && !held && link.isUp();
-    const QString word = isOn ? QStringLiteral("on") : QStringLiteral("off");
-    if (!options.repair || m(word::power)->getString() != word) {
-        m(word::power)->setValue(q, word);
-    }
-}
-
-void Adapter::Private::onMode(Mode told) {
-    mode = told;
-    if (link.isUp()) {
-        writeMode();
-    }
-}
-
-void Adapter::Private::writeMode() {
-    m(word::mode)->setValue(q, modeWord(link.isUp() ? mode : Mode::Unknown));
-}
-
-// --- The link ------------------------------------------------------------------------------------
-
-void Adapter::Private::onLink(LinkState::End end, bool up, const QString& reason) {
-    const bool wasUp = link.isUp();
-    link.set(end, up, reason);
-    bank.setLinked(end == LinkState::Robot ? backend->signalPort() : device, up, reason);
-    if (wasUp && !link.isUp()) {
-        loseLink();
-    } else if (!wasUp && link.isUp()) {
-        regainLink();
-    }
-    emit q->linkChanged(link.isUp(), link.reason());
-}
-
-/// A package that hears of the loss of power stops the robot and switches all outputs off, as far as they can
-/// be reached.
-void Adapter::Private::loseLink() {
-    held = true;
-    dropMotions();
-    writePower();
-    writeMode();
-    if (link.isUp(LinkState::Robot)) {
-        stop(false);
-        backend->setPower(false);
-        return;
-    }
-    // Whether the arm still moves is not known; no order of a package moves it.
-    moving = braking = false;
-    results.setMoving(false);
-    writeState(idleWord);
-}
-
-void Adapter::Private::regainLink() {
-    if (held) {
-        backend->setPower(false);
-    }
-    sendToolset();
-    writePower();
-    writeMode();
 }
 
 JogAnswer Adapter::Private::jog(const JogMove& move, bool held_) {
@@ -383,7 +192,7 @@ void Adapter::start() {
     d_->service->offerCommand(word::registerWriteMulti, d_->options.writeMulti);
     d_->connectBackend();
     d_->connectParts();
-    d_->writeState(idleWord);
+    d_->refreshState();
     if (d_->device) {
         d_->device->start();
     }

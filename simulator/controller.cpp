@@ -72,6 +72,9 @@ void Controller::setMode(const QString& mode) {
 }
 
 bool Controller::setInput(const QString& name, bool value) {
+    if (inputs_->metaObject()->indexOfMethod("setInput(QString,bool)") < 0) {
+        return false;
+    }
     bool isSet = false;
     QMetaObject::invokeMethod(inputs_, "setInput", Qt::DirectConnection, Q_RETURN_ARG(bool, isSet),
                               Q_ARG(QString, name), Q_ARG(bool, value));

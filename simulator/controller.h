@@ -45,6 +45,8 @@ public:
     void setMode(const QString& mode);
     /// `name` is "DI3" or "LUMO_DI.#2"; false for an unknown one, and where inputs are not simulated.
     bool setInput(const QString& name, bool value);
+    /// Cuts or restores the link to the simulated robot, as a broken cable does; the arm stops by itself.
+    void cutLink(bool cut) { backend_->cutLink(cut); }
     /// The current motion is braked and ends with this code. Without one, or in a jog, which has no result,
     /// the first motion of the next batch ends with it. Only negative codes have an effect.
     void failMotion(int code);
