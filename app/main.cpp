@@ -13,6 +13,7 @@
 #include "program/words.h"
 #include "simulator/time/pacedtime.h"
 #include "workcell/commandline.h"
+#include "workcell/outside.h"
 
 #include <QApplication>
 #include <QDir>
@@ -112,6 +113,18 @@ int becomeAnother(const QString& program, const QStringList& arguments) {
     pointers.push_back(nullptr);
     execv(pointers.front(), pointers.data());
     return fail(QStringLiteral("%1 cannot be started again").arg(program), failed);
+}
+
+/// The options that name the same controller again.
+QStringList controllerOptions(const app::Options& options) {
+    QStringList arguments;
+    if (!options.controller.isEmpty()) {
+        arguments << QStringLiteral("--controller") << options.controller;
+    }
+    if (!options.device.isEmpty()) {
+        arguments << QStringLiteral("--io") << options.device;
+    }
+    return arguments;
 }
 
 /// The options that bring a panel back to where it is: the same example or project, the folder is remembered.
@@ -221,7 +234,13 @@ int run(app::Options options, sim::PacedTime* time, std::optional<QStringList>* 
         return fail(QStringLiteral("the folder of projects and settings cannot be entered"), failed);
     }
     app::installStyle();
-    app::Panel panel;
+    workcell::Outside outside;
+    if (!outside.load(options.controller, options.device, &problem)) {
+        return fail(problem, badUsage);
+    }
+    sim::Controller::Options controller;
+    outside.addTo(&controller);
+    app::Panel panel(controller);
     panel.window()->setChosenFactor(app::Preferences::factor());
     resize(panel.window());
     panel.makeFrame();
@@ -275,5 +294,5 @@ int main(int argc, char** argv) {
         program = QApplication::applicationFilePath();
         status = run(*options, time, &another);
     }
-    return another ? becomeAnother(program, *another) : status;
+    return another ? becomeAnother(program, *another + controllerOptions(*options)) : status;
 }

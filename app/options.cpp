@@ -44,6 +44,11 @@ QString readOutput(const QString& text, QString* path) {
     return canBeWritten ? QString() : QStringLiteral("is no file that can be written");
 }
 
+QString readName(const QString& text, QString* name) {
+    *name = text;
+    return text.isEmpty() ? QStringLiteral("names nothing") : QString();
+}
+
 std::vector<Option> optionTable(Options* o) {
     return {
         workcell::languageOption(&o->language, "language of the panel; remembered (at first: the system's)"),
@@ -59,6 +64,10 @@ std::vector<Option> optionTable(Options* o) {
          [o](const QString& text) { return readExample(text, &o->example); }},
         {"rated-power", "WATTS", "power of the laser source at 100 %, for the heat of seams; remembered",
          [o](const QString& text) { return readWatts(text, &o->ratedWatts); }},
+        {"controller", "NAME", "a robot that is not simulated: NAME:ARGUMENT or FILE.so:ARGUMENT",
+         [o](const QString& text) { return readName(text, &o->controller); }},
+        {"io", "NAME", "inputs and outputs that are not simulated, named likewise",
+         [o](const QString& text) { return readName(text, &o->device); }},
         {"vcd", "FILE", "write the cell's signals as a value change dump at the end",
          [o](const QString& text) { return readOutput(text, &o->vcd); }},
         workcell::flag("version", "print the version and end", &o->version),

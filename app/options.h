@@ -14,6 +14,8 @@ struct Options {
     QString project;                   ///< to be opened at start
     QString example;                   ///< whose copy to open instead
     std::optional<double> ratedWatts;  ///< of the laser source
+    QString controller;                ///< a robot that is not simulated, by its name; empty: simulated
+    QString device;                    ///< the same of inputs and outputs
     QString vcd;                       ///< where the cell's signals are written at the end
     bool help = false;
     bool version = false;

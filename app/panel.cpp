@@ -66,8 +66,8 @@
 
 namespace app {
 
-Panel::Panel() : window_(std::make_unique<PanelWindow>()) {
-    cell_ = new workcell::WorkCell(window_->pages(), {}, this);
+Panel::Panel(const sim::Controller::Options& options) : window_(std::make_unique<PanelWindow>()) {
+    cell_ = new workcell::WorkCell(window_->pages(), options, this);
     controller()->setPower(false);
     connect(m(), &mendo::ModuleManager::fileProblem, window_->notices(), &NoticeBar::report);
     connect(window_->header()->navigation(), &Navigation::chosen, this, &Panel::showPage);
@@ -365,20 +365,12 @@ void Panel::setRatedPower(std::optional<double> watts) {
 }
 
 void Panel::keepResult(const RunResult& result) {
-    constexpr double msPerS = 1000;
     history_->add(result);
     if (!status_) {
         return;
     }
     parts_->add(result);
-    EndedRun run;
-    run.reason = result.record.reason;
-    run.words = reasonText(run.reason);
-    run.station = result.byStation ? result.title() : QString();
-    run.ms = qint64(result.record.seconds * msPerS);
-    run.welded = weldedText(result);
-    run.violations = result.violations().size();
-    status_->setEnded(run);
+    status_->setEnded(endedRun(result));
 }
 
 void Panel::tellFault(const QString& equipment) {
@@ -420,7 +412,10 @@ void Panel::makeDocks() {
     window_->offerDock(docks::path, QStringLiteral("btnPath"), QStringLiteral("path"), tr("路径"));
     window_->offerDock(docks::scope, QStringLiteral("btnSignals"), QStringLiteral("signals"), tr("信号"));
     window_->offerDock(docks::cell, QStringLiteral("btnCell"), QStringLiteral("cell"), tr("单元"));
-    window_->offer(rail_->addKey(QStringLiteral("btnJog"), QStringLiteral("jog"), tr("点动")), docks::jog);
+    if (controller()->abilities().jog) {
+        window_->offer(rail_->addKey(QStringLiteral("btnJog"), QStringLiteral("jog"), tr("点动")),
+                       docks::jog);
+    }
     window_->offer(rail_->addKey(QStringLiteral("btnToolKeys"), QStringLiteral("keys"), tr("按键")),
                    docks::keys);
     const struct {

@@ -48,7 +48,7 @@ class Panel : public QObject {
     Q_OBJECT
 public:
     /// Makes the controller as it is after booting: without drive power, in automatic mode.
-    Panel();
+    explicit Panel(const sim::Controller::Options& options = {});
     ~Panel() override;
 
     /// Makes what needs no package: header, rail with emergency stop and drive power, docks, status line. The

@@ -2402,6 +2402,14 @@ J/mm</translation>
         <translation>Emergency stop is pressed</translation>
     </message>
     <message>
+        <source>无法连接控制器</source>
+        <translation>The controller cannot be reached</translation>
+    </message>
+    <message>
+        <source>无法连接控制器：%1</source>
+        <translation>The controller cannot be reached: %1</translation>
+    </message>
+    <message>
         <source>激光已由程序打开</source>
         <translation>Laser on: by the program</translation>
     </message>

@@ -2403,6 +2403,14 @@ J/mm</source>
         <translation>Аварийный останов нажат</translation>
     </message>
     <message>
+        <source>无法连接控制器</source>
+        <translation>Нет связи с контроллером</translation>
+    </message>
+    <message>
+        <source>无法连接控制器：%1</source>
+        <translation>Нет связи с контроллером: %1</translation>
+    </message>
+    <message>
         <source>激光已由程序打开</source>
         <translation>Лазер включён программой</translation>
     </message>

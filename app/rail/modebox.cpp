@@ -20,6 +20,7 @@ const char* const modes[] = {"auto", "manual"};
 
 ModeBox::ModeBox(sim::Controller* controller, QWidget* parent)
     : QWidget(parent),
+      controller_(controller),
       caption_(new QLabel(tr("模式"))),
       mode_(new SegmentedControl(QStringLiteral("mode"), {tr("自动"), tr("手动")}, Qt::Vertical)) {
     caption_->setProperty("caption", true);
@@ -31,12 +32,14 @@ ModeBox::ModeBox(sim::Controller* controller, QWidget* parent)
     connect(mode_, &SegmentedControl::clicked, this,
             [controller](int index) { controller->setMode(QLatin1String(modes[index])); });
     connect(m(prog::key::robotMode), &mendo::ModuleObject::changed, this, &ModeBox::refresh);
+    connect(controller, &sim::Controller::linkChanged, this, &ModeBox::refresh);
     refresh();
     fit();
 }
 
 void ModeBox::refresh() {
     mode_->setCurrent(m(prog::key::robotMode)->getString() == QLatin1String(modes[0]) ? 0 : 1);
+    mode_->setEnabled(controller_->isLinked() && controller_->abilities().mode);
 }
 
 void ModeBox::fit() {

@@ -25,6 +25,7 @@ private:
     void refresh();
     void fit();
 
+    sim::Controller* controller_;
     QLabel* caption_;
     SegmentedControl* mode_;
 };

@@ -42,6 +42,7 @@ StopBox::StopBox(sim::Controller* controller, QWidget* parent)
     connect(power_, &SegmentedControl::clicked, this,
             [controller](int index) { controller->setPower(index == 1); });
     connect(controller, &sim::Controller::emergencyStopChanged, this, &StopBox::refresh);
+    connect(controller, &sim::Controller::linkChanged, this, &StopBox::refresh);
     connect(m(prog::key::robotPower), &mendo::ModuleObject::changed, this, &StopBox::refresh);
     refresh();
     fit();
@@ -75,6 +76,8 @@ void StopBox::refresh() {
     const bool latched = controller_->emergencyStop();
     stop_->setLatched(latched);
     power_->setVisible(!latched);
+    power_->setEnabled(controller_->isLinked() &&
+                       (controller_->abilities().power || controller_->isPowerHeld()));
     release_->setVisible(latched);
     power_->setCurrent(m(prog::key::robotPower)->getString() == prog::word::on ? 1 : 0);
 }

@@ -365,4 +365,16 @@ QStringList incidentTexts(const RunResult& result) {
     return texts;
 }
 
+EndedRun endedRun(const RunResult& result) {
+    constexpr double msPerS = 1000;
+    EndedRun run;
+    run.reason = result.record.reason;
+    run.words = reasonText(run.reason);
+    run.station = result.byStation ? result.title() : QString();
+    run.ms = qint64(result.record.seconds * msPerS);
+    run.welded = weldedText(result);
+    run.violations = result.violations().size();
+    return run;
+}
+
 }  // namespace app

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/results/runresult.h"
+#include "app/status/statustext.h"
 
 #include <QString>
 #include <QStringList>
@@ -20,6 +21,9 @@ struct SeamCell {
 
 /// "✓", "✗" or nothing.
 [[nodiscard]] QString signOf(Mark mark);
+
+/// What the status line says of a run that is over.
+[[nodiscard]] EndedRun endedRun(const RunResult& result);
 
 /// What is shown of every seam, in the panel's language, and the cells of one seam in the same order.
 [[nodiscard]] QStringList seamHeadings();

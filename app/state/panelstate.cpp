@@ -27,7 +27,7 @@ Kind stateKind(const CellStatus& status) {
     if (status.emergencyStop) {
         return Kind::EmergencyStop;
     }
-    if (!status.faults.isEmpty() || status.lastError < 0) {
+    if (!status.linked || !status.faults.isEmpty() || status.lastError < 0) {
         return Kind::Fault;
     }
     if (status.laser != Laser::Off) {
@@ -142,7 +142,8 @@ QString faultText(const CellStatus& status) {
         status.lastError < 0
             ? StateText::tr("机器人运动错误 -0x%1").arg(QString::number(-qint64(status.lastError), 16))
             : QString();
-    return joined({litText(status), status.faults.join(StateText::tr("、")), error});
+    const QString link = status.linked ? QString() : unreachableText(status.linkReason);
+    return joined({link, litText(status), status.faults.join(StateText::tr("、")), error});
 }
 
 /// "dry run, station, seam, line 5 of 8".
@@ -206,6 +207,9 @@ Place placeOf(Kind kind, const CellStatus& status) {
         case Kind::DrivesOff:
             return Place::Rail;
         case Kind::Fault:
+            if (!status.linked) {
+                return Place::Rail;
+            }
             return status.faults.isEmpty() ? Place::Project : Place::Monitor;
         case Kind::LaserOn:
             if (status.laser == Laser::ByHand || status.laser == Laser::WithoutProgram) {

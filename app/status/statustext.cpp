@@ -194,9 +194,14 @@ bool CellStatus::hasTime() const {
 }
 
 bool CellStatus::isWrong() const {
-    return emergencyStop || !faults.isEmpty() || !laserPorts.isEmpty() || !gasPorts.isEmpty() ||
+    return emergencyStop || !linked || !faults.isEmpty() || !laserPorts.isEmpty() || !gasPorts.isEmpty() ||
            lastError != 0 || errors > 0 || laser == Laser::ByHand || laser == Laser::WithoutProgram ||
            (ended && ended->violations > 0);
+}
+
+QString unreachableText(const QString& reason) {
+    return reason.isEmpty() ? StatusText::tr("无法连接控制器")
+                            : StatusText::tr("无法连接控制器：%1").arg(reason);
 }
 
 QStringList statusText(const CellStatus& state) {
@@ -204,6 +209,9 @@ QStringList statusText(const CellStatus& state) {
     QStringList sentences;
     if (state.emergencyStop) {
         sentences << StatusText::tr("急停已按下");
+    }
+    if (!state.linked) {
+        sentences << unreachableText(state.linkReason);
     }
     sentences << laserText(state.laser);
     if (!state.faults.isEmpty()) {

@@ -97,6 +97,7 @@ StatusWatcher::StatusWatcher(const workcell::PackageFlags& package, const sim::C
     followStations(page);
     followEditor(page);
     connect(controller, &sim::Controller::emergencyStopChanged, this, &StatusWatcher::refreshLater);
+    connect(controller, &sim::Controller::linkChanged, this, &StatusWatcher::refreshLater);
     connect(controller, &sim::Controller::outputChanged, this, [this](const QString& name) {
         if (name == cell_->wiring().laserEnable) {
             refreshLater();
@@ -298,6 +299,8 @@ void StatusWatcher::setEnded(const std::optional<EndedRun>& run) {
 CellStatus StatusWatcher::state() const {
     CellStatus state = readSwitches();
     state.emergencyStop = controller_->emergencyStop();
+    state.linked = controller_->isLinked();
+    state.linkReason = controller_->linkReason();
     state.laser = laser();
     for (const I_PORT port : states) {
         if (isUsed(port) && !isOn(port)) {

@@ -1,3 +1,5 @@
+#include "app/header/header.h"
+#include "app/state/stateblock.h"
 #include "app/status/statuswatcher.h"
 #include "panelfixture.h"
 #include "program/motionerror.h"
@@ -80,6 +82,18 @@ private slots:
         load("lumo.program", "[]");
         pass(500);
         QCOMPARE(line(1), "○ Welding is permitted");
+    }
+
+    void aLostLink_isToldWithItsReason_andTheDrivesStayOff() {
+        robot()->cutLink(true);
+        QCOMPARE(line(1), "⚠ The controller cannot be reached: the cable is cut");
+        QCOMPARE(window()->header()->state()->state().detail,
+                 "The controller cannot be reached: the cable is cut");
+        robot()->cutLink(false);
+        pass(100);
+        QCOMPARE(line(1), "○ No welding: the drives are off");
+        robot()->setPower(true);
+        QCOMPARE(line(1), "✓ Welding is permitted");
     }
 
     void laserByHandAndListening_areShown() {
