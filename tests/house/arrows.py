@@ -11,6 +11,7 @@ FLOORS = {"host": [], "program": ["host"], "look": [], "bridge": ["host"], "kine
           "tools": ["app", "workcell", "simulator", "kinematics", "bridge", "program", "look", "host"]}
 LEVELS = [["module"], ["widgets", "files", "equipment"], ["undo"], ["executor", "editor", "params", "devices", "stations"], ["panel"]]
 LEVEL = {room: level for level, rooms in enumerate(LEVELS) for room in rooms}
+FLOORS["conform"] = ["workcell", "simulator", "bridge", "program", "host"]
 # Beside what the programs are made of.
 FLOORS["telemetry"] = ["workcell", "program", "host"]
 for program in ("runner", "app", "tools"):

@@ -21,15 +21,15 @@ check_programs() {
     local program out
     cd "$work/elsewhere"
     out=$("${clean[@]}" "$1/bin/lumo-run" "$1/share/doc/lumo/examples/lap_seam/lap_seam.json" 2>&1) || fail "$out"
-    for program in lumo-run lumo-panel; do
+    for program in lumo-run lumo-panel lumo-conform; do
         diff <("${clean[@]}" "$1/bin/$program" --help | grep -oE '^  --[a-z-]+' | tr -d ' ') \
             <(zcat "$1/share/man/man1/$program.1.gz" | sed 's/\\-/-/g' | grep -E '^\.B[IR]* --[a-z-]+( |$)' |
                 cut -d' ' -f2) || fail "the man page of $program has other options"
     done
 }
 
-# check_host PREFIX: the host of the integrator's guide is what the guide shows, builds with what is installed
-# and welds a seam.
+# check_host PREFIX: host and bridge of the integrator's guide are what the guide shows and build with what is
+# installed; the host welds a seam, the bridge answers.
 check_host() {
     local docs=$1/share/doc/lumo/docs file
     for file in main.cpp CMakeLists.txt; do
@@ -38,6 +38,14 @@ check_host() {
     done
     cmake -G Ninja -S "$docs/host" -B "$work/host" -DCMAKE_PREFIX_PATH="$1" >"$work/host.log" 2>&1 &&
         cmake --build "$work/host" >>"$work/host.log" 2>&1 || fail "$(tail -n 30 "$work/host.log")"
+    for file in backend.cpp CMakeLists.txt; do
+        awk -v file="bridge/$file" '/^```$/ { shown = 0 } shown; $0 ~ "^```.* " file "$" { shown = 1 }' "$docs/integrator.md" |
+            diff - "$docs/bridge/$file" || fail "integrator.md shows another bridge/$file"
+    done
+    cmake -G Ninja -S "$docs/bridge" -B "$work/bridge" -DCMAKE_PREFIX_PATH="$1" >"$work/host.log" 2>&1 &&
+        cmake --build "$work/bridge" >>"$work/host.log" 2>&1 || fail "$(tail -n 30 "$work/host.log")"
+    "${clean[@]}" timeout 60 "$1/bin/lumo-conform" "$work/bridge/mybridge.so" --only one-result,writes >"$work/conform.log" ||
+        fail "$(cat "$work/conform.log")"
     "${clean[@]}" timeout 60 "$work/host/minihost" "$docs/../examples/lap_seam" lap_seam.json ||
         fail "the host did not weld the seam"
 }
