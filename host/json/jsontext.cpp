@@ -394,6 +394,14 @@ std::vector<JsonText::Duplicate> JsonText::duplicates() const {
     return all;
 }
 
+std::optional<JsonText::Duplicate> JsonText::duplicateInObject() const {
+    DuplicateFinder finder(text_, start_);
+    const std::vector<DuplicateFinder::Found>& found = finder.find();
+    return value_.isObject() && !found.empty()
+               ? std::optional<Duplicate>({-1, found[0].path, placeOf(found[0].offset)})
+               : std::nullopt;
+}
+
 QByteArray JsonText::compact(int element) const {
     JsonWalker walker(text_, elements()[std::size_t(element)].offset);
     JsonWalker end = walker;

@@ -56,6 +56,8 @@ public:
     };
     /// All of them in the elements of an array that are objects, in the order of the text.
     std::vector<Duplicate> duplicates() const;
+    /// The first one in an object; its `element` says nothing.
+    std::optional<Duplicate> duplicateInObject() const;
 
     /// An element as it stands in the text, its keys in their order, without white space; numbers in shortest
     /// form.
