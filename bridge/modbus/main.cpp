@@ -65,10 +65,7 @@ int main(int argc, char** argv) {
     mendo::FileProblem fileProblem;
     const std::optional<bridge::ModbusMap> map = bridge::ModbusMap::read(arguments[0], &fileProblem);
     if (!map) {
-        const auto& [line, column] = fileProblem.place;
-        const QString place =
-            line ? QStringLiteral("%1:%2:%3").arg(arguments[0]).arg(line).arg(column) : arguments[0];
-        return fail(place + QStringLiteral(": ") + fileProblem.text());
+        return fail(bridge::ModbusMap::shown(fileProblem));
     }
     QLoggingCategory::setFilterRules(
         QStringLiteral("qt.modbus*=false"));  // the port tells the same in its words

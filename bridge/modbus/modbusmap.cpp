@@ -391,6 +391,12 @@ std::optional<ModbusMap> ModbusMap::read(const QString& file, mendo::FileProblem
     return text ? from(*text, problem) : std::nullopt;
 }
 
+QString ModbusMap::shown(const mendo::FileProblem& problem) {
+    const auto& [line, column] = problem.place;
+    const QString place = line > 0 ? QStringLiteral(":%1:%2").arg(line).arg(column) : QString();
+    return problem.file + place + QStringLiteral(": ") + problem.text();
+}
+
 std::optional<ModbusMap> ModbusMap::from(const mendo::JsonText& text, mendo::FileProblem* problem) {
     ModbusMap map;
     return ModbusMapReader(text, problem).read(&map) ? std::optional<ModbusMap>(map) : std::nullopt;

@@ -59,6 +59,8 @@ struct ModbusMap {
 
     /// Nothing, with place and reason in `problem`, for a file that cannot be read or describes no device.
     [[nodiscard]] static std::optional<ModbusMap> read(const QString& file, mendo::FileProblem* problem);
+    /// "FILE:LINE:COLUMN: what is wrong".
+    [[nodiscard]] static QString shown(const mendo::FileProblem& problem);
     [[nodiscard]] static std::optional<ModbusMap> from(const mendo::JsonText& text,
                                                        mendo::FileProblem* problem);
 };

@@ -1,7 +1,7 @@
 // modbus_device PORT [MS]: the device of device.py on libmodbus. With MS it switches all its outputs off, and
 // says "watchdog" and after how many ms, when register 31 was not written for that long.
 
-#include <modbus.h>
+#include <modbus/modbus.h>
 
 #include <algorithm>
 #include <cerrno>

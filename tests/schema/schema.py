@@ -16,7 +16,7 @@ for file in folder.glob("*.json"):
     validator.check_schema(validator.schema)
 
 # rework.json is damaged on purpose.
-examples = [f for f in root.glob("examples/*/*.json") if f.name not in {"scenario.json", "rework.json"}
+examples = [f for f in [*root.glob("examples/*/*.json"), *root.glob("bridge/*/*_map.json")] if f.name not in {"scenario.json", "rework.json"}
             and len(f.suffixes) == 1]  # not NAME.limits.json, NAME.scenario.json
 documents = [(f.stem if f.stem in check else "project", f.name, json.loads(f.read_text())) for f in examples]
 kinds = {kind for kind, _, _ in documents}
@@ -45,6 +45,9 @@ refused = {
                   [{"type": "DI"}] * 19, [{**row, "enable": "yes"} for row in defaults["port"]]],
     "lumo_param": [[{"power": 50}], [{"name": "A", "power": None}]],
     "lumo_signalsConfig": [[{"time": "soon"}], [{"time": -1}], [3]],
+    "modbus_map": [{}, {"host": "h", "prot": 1}, {"host": "h", "registers": {"A": {"table": "coils", "address": 1}}},
+                   {"host": "h", "signals": {"DI1": {"table": "coil"}}}, {"host": "h", "heartbeat": {"address": 1}},
+                   {"host": "h", "registers": {"A": {"table": "coil", "address": 65536}}}],
 }
 for kind, bad in refused.items():
     failed += [f"{kind} accepts {document}" for document in bad if check[kind].is_valid(document)]
