@@ -3,7 +3,6 @@
 #include "bridge/modbus/devicewatch.h"
 
 #include <QCoreApplication>
-#include <QLoggingCategory>
 #include <QSocketNotifier>
 
 #include <csignal>
@@ -67,8 +66,6 @@ int main(int argc, char** argv) {
     if (!map) {
         return fail(bridge::ModbusMap::shown(fileProblem));
     }
-    QLoggingCategory::setFilterRules(
-        QStringLiteral("qt.modbus*=false"));  // the port tells the same in its words
     const EndSignals endSignals;
     bridge::DeviceWatch watch(*map, *task);
     return watch.start(&problem) ? QCoreApplication::exec() : fail(problem);
