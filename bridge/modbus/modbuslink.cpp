@@ -13,6 +13,7 @@ namespace bridge {
 namespace {
 
 constexpr int longestPauseMs = 1000;
+constexpr int longestFinishMs = 250;
 /// Qt stops its own timer at the first byte of an answer, so a device that hangs in the middle of one would
 /// be awaited for ever. The deadline here counts; Qt's never comes.
 constexpr int neverMs = 24 * 3600 * 1000;
@@ -196,7 +197,7 @@ void ModbusLink::finish(const std::vector<QModbusDataUnit>& units) {
         drop();
         return;
     }
-    const QDeadlineTimer end(map_.timeoutMs, Qt::PreciseTimer);
+    const QDeadlineTimer end(std::min(map_.timeoutMs, longestFinishMs), Qt::PreciseTimer);
     QPointer<QModbusReply> reply = reply_;
     if (reply) {
         reply->disconnect(this);

@@ -47,7 +47,7 @@ public:
     /// Resets the connection, as after a missing answer.
     void lose(const QString& reason);
     /// Writes all of these without the event loop, then closes the connection for good. Waits for answers up
-    /// to the map's timeout altogether; what is left is sent without waiting.
+    /// to the map's timeout altogether, 250 ms at most; what is left is sent without waiting.
     void finish(const std::vector<QModbusDataUnit>& units);
 
 signals:

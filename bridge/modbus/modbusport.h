@@ -24,7 +24,7 @@ class ModbusPort : public SignalPort {
     Q_OBJECT
 public:
     explicit ModbusPort(const ModbusMap& map, QObject* parent = nullptr);
-    /// Writes all outputs off, if the link is up. Waits for the answers, no longer than the map's timeout.
+    /// Writes all outputs off, if the link is up. Waits for the answers, 250 ms at most.
     ~ModbusPort() override;
 
     QVector<SignalRow> rows() const override { return map_.rows; }
