@@ -140,10 +140,13 @@ private:
     }
 
     bool readHeartbeat(const QJsonValue& value) {
-        ModbusMap::Heartbeat beat{-1, 0};
+        ModbusMap::Heartbeat beat{-1, 0, 0};
         const bool isRead = readObject(value, [&](const QString& key, const QJsonValue& number) {
             if (key == QLatin1String("address")) {
                 return whole(number, 0, addresses - 1, &beat.address);
+            }
+            if (key == QLatin1String("watchdog_ms")) {
+                return whole(number, 1, longestMs, &beat.watchdogMs);
             }
             return key == QLatin1String("period_ms") ? whole(number, 1, longestMs, &beat.periodMs)
                                                      : fail(Kind::UnknownField);

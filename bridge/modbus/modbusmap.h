@@ -42,6 +42,7 @@ struct ModbusMap {
     struct Heartbeat {
         int address = 0;  ///< a holding register
         int periodMs = 0;
+        int watchdogMs = 0;  ///< after which the device switches off; 0: unknown
     };
 
     QString host;

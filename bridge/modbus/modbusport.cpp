@@ -158,7 +158,7 @@ bool ModbusPort::nextOpening() {
 void ModbusPort::comeUp() {
     phase_ = Phase::Up;
     downReason_.clear();
-    beatDueMs_ = nowMs();
+    beatDueMs_ = beatMs_ = nowMs();
     link_.settle();
     emit linkChanged(true, QString());
     for (int i = 0; i < int(values_.size()) && phase_ == Phase::Up; ++i) {
@@ -255,7 +255,15 @@ void ModbusPort::onRead(const ModbusPoll& poll, const ModbusAnswer& answer) {
 }
 
 void ModbusPort::sendBeat() {
-    beatDueMs_ = nowMs() + map_.heartbeat->periodMs;
+    const qint64 now = nowMs();
+    if (map_.heartbeat->watchdogMs > 0 && now - beatMs_ > map_.heartbeat->watchdogMs) {
+        link_.lose(QStringLiteral("%1 got no heartbeat for %2 ms and has switched its outputs off")
+                       .arg(map_.place())
+                       .arg(now - beatMs_));
+        return;
+    }
+    beatMs_ = now;
+    beatDueMs_ = now + map_.heartbeat->periodMs;
     const QModbusDataUnit unit(QModbusDataUnit::HoldingRegisters, map_.heartbeat->address,
                                QVector<quint16>{++beat_});
     link_.write(unit, [this](const ModbusAnswer& answer) {

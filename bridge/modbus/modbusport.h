@@ -82,7 +82,8 @@ private:
     bool isAnswering_ = false;  ///< a listener who writes now waits until the answer is told whole
     quint16 beat_ = 0;
     qint64 beatDueMs_ = 0;
-    QTimer timer_;  ///< until the next poll or beat
+    qint64 beatMs_ = 0;  ///< when the last one was sent
+    QTimer timer_;       ///< until the next poll or beat
     QSet<QString> told_;
     QString downReason_;
 };

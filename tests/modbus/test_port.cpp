@@ -5,6 +5,7 @@
 #include "modbus/fixture.h"
 #include "support/suite.h"
 
+#include <csignal>
 #include <numeric>
 
 using test::Client;
@@ -24,7 +25,7 @@ private slots:
     void hangingDeviceDoesNothingLate_data() { kinds(); }
     void hangingDeviceDoesNothingLate();
     void endSwitchesOff();
-    void deviceSwitchesOffWhenTheProcessDies();
+    void deviceSwitchesOffWhenTheProcessHangsOrDies();
 
 private:
     static void kinds() {
@@ -189,13 +190,13 @@ void PortTest::endSwitchesOff() {
     QVERIFY(!device.log().contains("coil 15 1"));
 }
 
-void PortTest::deviceSwitchesOffWhenTheProcessDies() {
+void PortTest::deviceSwitchesOffWhenTheProcessHangsOrDies() {
     constexpr int watchdogMs = 1500;
     DeviceProcess device(Kind::Libmodbus, watchdogMs);
     QFile map(QStringLiteral("map.json"));
     QVERIFY(map.open(QIODevice::WriteOnly));
     map.write(R"({"host": "127.0.0.1", "port": )" + QByteArray::number(device.port()) +
-              R"(, "timeout_ms": 20000, "heartbeat": {"address": 31, "period_ms": 10},
+              R"(, "timeout_ms": 20000, "heartbeat": {"address": 31, "period_ms": 10, "watchdog_ms": 1500},
                  "signals": {"DO1": {"table": "coil", "address": 3}}})");
     map.close();
     QProcess client;
@@ -207,10 +208,18 @@ void PortTest::deviceSwitchesOffWhenTheProcessDies() {
         QCOMPARE(log[i], QStringLiteral("register 31 %1").arg(i + 1));
     }
     QVERIFY(device.log().filter("watchdog").isEmpty());
+    // After a pause it gives the link up, and switches off before it goes on.
+    ::kill(pid_t(client.processId()), SIGSTOP);
+    QVERIFY(waitFor([&] { return device.log().last().startsWith("watchdog"); }));
+    const int before = device.log().size();
+    ::kill(pid_t(client.processId()), SIGCONT);
+    QVERIFY(waitFor([&] { return device.log().mid(before).contains("coil 3 1"); }));
+    QCOMPARE(device.log().mid(before).filter("coil 3").mid(0, 2), (QStringList{"coil 3 0", "coil 3 1"}));
+    QVERIFY(client.readAllStandardOutput().contains("got no heartbeat for"));
     client.kill();
     client.waitForFinished();
-    waitFor([&] { return device.log().filter("watchdog").size() == 1; });
-    QCOMPARE(device.log().filter("watchdog").size(), 1);
+    waitFor([&] { return device.log().filter("watchdog").size() == 2; });
+    QCOMPARE(device.log().filter("watchdog").size(), 2);
     QVERIFY(device.log().last().startsWith("watchdog"));
 }
 
