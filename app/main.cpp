@@ -209,6 +209,7 @@ bool fill(app::Panel* panel, const app::Options& options) {
     }
     panel->setRatedPower(app::Preferences::ratedWatts());
     panel->keepEdits();
+    panel->setFlightSize(options.flightMb);
     panel->window()->tellNextPaint();
     if (options.example.isEmpty()) {
         offerSetupSoon(panel);

@@ -37,6 +37,14 @@ QString readWatts(const QString& text, std::optional<double>* watts) {
                                                              : QStringLiteral("is no power above 0");
 }
 
+QString readSize(const QString& text, int* mb) {
+    constexpr int most = 1024;
+    bool isNumber = false;
+    *mb = text.toInt(&isNumber);
+    return isNumber && *mb >= 0 && *mb <= most ? QString()
+                                               : QStringLiteral("is no number from 0 to %1").arg(most);
+}
+
 QString readOutput(const QString& text, QString* path) {
     const QFileInfo file(text);
     *path = file.absoluteFilePath();
@@ -70,6 +78,8 @@ std::vector<Option> optionTable(Options* o) {
          [o](const QString& text) { return readName(text, &o->device); }},
         {"vcd", "FILE", "write the cell's signals as a value change dump at the end",
          [o](const QString& text) { return readOutput(text, &o->vcd); }},
+        {"flight-size", "MIB", "size of the flight recorder's file (64; 0: none)",
+         [o](const QString& text) { return readSize(text, &o->flightMb); }},
         workcell::flag("version", "print the version and end", &o->version),
         workcell::flag("help", "print this and end", &o->help),
     };

@@ -17,6 +17,7 @@ struct Options {
     QString controller;                ///< a robot that is not simulated, by its name; empty: simulated
     QString device;                    ///< the same of inputs and outputs
     QString vcd;                       ///< where the cell's signals are written at the end
+    int flightMb = 64;                 ///< size of the flight recorder's file, MiB; 0: none
     bool help = false;
     bool version = false;
 };

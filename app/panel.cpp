@@ -7,6 +7,7 @@
 #include "app/events/eventpage.h"
 #include "app/events/eventrecorder.h"
 #include "app/events/eventstore.h"
+#include "app/events/flightkeeper.h"
 #include "app/header/header.h"
 #include "app/help/helppage.h"
 #include "app/menu/menutools.h"
@@ -67,6 +68,7 @@
 namespace app {
 
 Panel::Panel(const sim::Controller::Options& options) : window_(std::make_unique<PanelWindow>()) {
+    flight_ = new FlightKeeper(window_->notices(), this);
     cell_ = new workcell::WorkCell(window_->pages(), options, this);
     controller()->setPower(false);
     connect(m(), &mendo::ModuleManager::fileProblem, window_->notices(), &NoticeBar::report);
@@ -479,9 +481,9 @@ QWidget* Panel::makeCell() {
 
 void Panel::complete() {
     isComplete_ = true;
+    flight_->begin(flightMb_, packageFlags().runMode, project_.get());
     window_->docks()->content(docks::keys);
-    const QStringList open = Preferences::docks();
-    for (const QString& dock : open) {
+    for (const QString& dock : Preferences::docks()) {
         window_->docks()->open(dock);
     }
     if (Preferences::fullRows()) {

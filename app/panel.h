@@ -26,6 +26,7 @@ namespace app {
 
 class EventRecorder;
 class EventStore;
+class FlightKeeper;
 class MenuTools;
 class PartWatcher;
 class Rail;
@@ -71,6 +72,9 @@ public:
 
     /// The power of the laser source at 100 % in W, for the heat of the seams. For the open panel.
     void setRatedPower(std::optional<double> watts);
+
+    /// Size of the flight recorder's file in MiB; 0: none. Before complete().
+    void setFlightSize(int mb) { flightMb_ = mb; }
 
     PanelWindow* window() const { return window_.get(); }
     sim::Controller* controller() const { return cell_->controller(); }
@@ -153,6 +157,8 @@ private:
     std::unique_ptr<EventStore> events_;
     std::unique_ptr<EventRecorder> eventRecorder_;
     std::unique_ptr<TelemetryTools> telemetry_;
+    FlightKeeper* flight_ = nullptr;
+    int flightMb_ = 0;
     bool isComplete_ = false;
     std::function<void()> afterLeave_;  ///< what waits for the operator's answer about unsaved edits
     QPointer<QWidget> page_;            ///< the package's first page, with its editor

@@ -2,6 +2,7 @@
 #include "runner/options.h"
 #include "runner/pointrecord.h"
 #include "runner/problem.h"
+#include "runner/replay/replay.h"
 #include "runner/session.h"
 #include "runner/stress/stress.h"
 #include "runner/tracediff.h"
@@ -61,6 +62,9 @@ int answer(const QStringList& arguments) {
     }
     if (options->diff) {
         return run::printTraceDiff(options->diff->at(0), options->diff->at(1));
+    }
+    if (!options->replay.isEmpty()) {
+        return run::replay::Replay(*options).run();
     }
     if (!options->library.isEmpty()) {
         return run::runLibrary(*options);

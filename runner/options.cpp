@@ -282,9 +282,29 @@ std::vector<Option> evidenceOptions(Options* o) {
     };
 }
 
+/// The options of the flight recorder.
+std::vector<Option> flightOptions(Options* o) {
+    return {
+        {"flight", "FILE", "record what happens to the package, and what it does, in a ring file",
+         [o](const QString& v) { return readFile(v, &o->flight, &o->flightName); }},
+        {"flight-size", "MIB", "size of a new ring file (64)",
+         [o](const QString& v) { return readNumber(v, 1, &o->flightMb); }},
+        {"replay", "FILE",
+         "run the package against a run of a ring file, and say where it decides\notherwise",
+         [o](const QString& v) { return readFile(v, &o->replay, &o->replayName); }},
+        {"run", "N", "the run that is replayed, from 1 (the last one)",
+         [o](const QString& v) {
+             o->replayRun = 1;
+             return readNumber(v, 1, &*o->replayRun);
+         }},
+        workcell::flag("list", "with --replay: list the runs of the file, and end", &o->replayList),
+    };
+}
+
 std::vector<Option> optionTable(Options* o) {
     std::vector<Option> table = runOptions(o);
-    for (const std::vector<Option>& more : {evidenceOptions(o), stressOptions(o), outputOptions(o)}) {
+    for (const std::vector<Option>& more :
+         {evidenceOptions(o), flightOptions(o), stressOptions(o), outputOptions(o)}) {
         table.insert(table.end(), more.begin(), more.end());
     }
     for (Option& option : table) {
@@ -340,7 +360,7 @@ QString completeStress(Options& options) {
         return QStringLiteral("--stress-out %1 is no folder").arg(options.stressOut);
     }
     const bool writes = !options.trace.isEmpty() || !options.vcd.isEmpty() || !options.summary.isEmpty() ||
-                        !options.junit.isEmpty() || !options.mqtt.isEmpty();
+                        !options.junit.isEmpty() || !options.mqtt.isEmpty() || !options.flight.isEmpty();
     if (options.stress && (writes || !options.scenario.isEmpty() || options.realtime)) {
         return QStringLiteral("--stress excludes --scenario, --realtime and the files of a run");
     }
@@ -356,6 +376,12 @@ QString complete(Options& options, const QStringList& files) {
         *options.diff = files;
         return files.size() == 2 ? QString()
                                  : QStringLiteral("--diff expects two traces, got %1").arg(files.size());
+    }
+    if (!options.replay.isEmpty()) {
+        return files.isEmpty() ? QString() : QStringLiteral("--replay and a project exclude each other");
+    }
+    if (options.replayRun || options.replayList) {
+        return QStringLiteral("--run and --list need --replay");
     }
     const QString stressFault = completeStress(options);
     if (!stressFault.isEmpty()) {
@@ -435,7 +461,8 @@ QString usage() {
                "Usage: lumo-run [options] PROJECT.json\n"
                "       lumo-run [options] --stations DIR\n"
                "       lumo-run [options] DIR\n"
-               "       lumo-run --diff A B\n\n"
+               "       lumo-run --diff A B\n"
+               "       lumo-run --replay FILE [--run N]\n\n"
                "Runs a welding project, or the projects of stations that their inputs start, with the real\n"
                "package on a simulated robot and weld cell, without a screen and on virtual time, and says\n"
                "what happened. A folder of projects: runs each that has a NAME.limits.json beside it, with "
@@ -446,7 +473,7 @@ QString usage() {
                "\nExit status: 0 finished; 1 refused, stopped, failed, stalled or out of time; 2 bad usage\n"
                "or bad input. --check: 0 no errors, 1 errors, 2 a file cannot be read. --diff: 0 equal but "
                "for\n"
-               "the times, 1 not.\n");
+               "the times, 1 not. --replay: 0 the package does the same, 1 not, 2 nothing to replay.\n");
 }
 
 bool Options::takesStandardOutput() const {

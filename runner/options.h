@@ -56,6 +56,11 @@ struct Options {
     QString stressOut;                ///< folder of the scenarios that are found; by default the caller's
     std::vector<double> point;        ///< six numbers, mm and degrees; empty: not asked for
     std::optional<QStringList> diff;  ///< the two traces to be compared, as the caller typed them
+    QString flight, flightName;       ///< file of the flight recorder; empty: none
+    int flightMb = 64;                ///< its size, MiB
+    QString replay, replayName;       ///< a recording of it, of which a run is repeated; empty: none
+    std::optional<int> replayRun;     ///< from 1; none: the last one
+    bool replayList = false;          ///< only list its runs
     QString library;    ///< folder whose projects are run one after the other; empty: a single run
     QStringList given;  ///< the options as "--name=value", in the caller's order
     bool help = false;

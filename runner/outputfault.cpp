@@ -59,7 +59,8 @@ std::vector<OutputFile> outputFiles(const Options& o) {
     for (const OutputFile& output : {OutputFile{"--trace", o.trace, o.traceName},
                                      {"--vcd", o.vcd, o.vcdName},
                                      {"--summary", o.summary, o.summaryName},
-                                     {"--junit", o.junit, o.junitName}}) {
+                                     {"--junit", o.junit, o.junitName},
+                                     {"--flight", o.flight, o.flightName}}) {
         if (!output.file.isEmpty()) {
             files.push_back(output);
         }

@@ -126,6 +126,7 @@ int Session::setCount() const {
 /// All event loops return, and the outermost announces the end to the package, as in any host.
 void Session::quit() {
     quits_ = true;
+    flight_.noteQuitting();
     end_.holdForQuit();
     quitInRun_ = watch_.isRunning() || package_.executor->property("depth").toInt() > 0;
     QCoreApplication::quit();
@@ -222,7 +223,7 @@ bool Session::openFiles() {
         printFileError(QStringLiteral("--vcd"), options_.vcdName, error);
         return false;
     }
-    return true;
+    return flight_.open(options_);
 }
 
 /// Last: nothing is written where nothing runs.
@@ -322,6 +323,7 @@ void Session::connectSafety() {
 }
 
 void Session::begin() {
+    flight_.begin(options_, package_.runMode, [this] { return projectName(); });
     player_->follow(package_.executor);
     recorder_.setRecording(true);
     writeBeginLine(trace_, options_, project_ ? project_->statementCount() : 0);
@@ -478,6 +480,7 @@ void Session::finish(const QString& ending) {
         return;
     }
     finished_ = true;
+    flight_.noteQuitting();
     const QString reason = !quits_ ? ending : QStringLiteral("quit");
     JsonWriter& line = trace_.begin("done").key(QStringLiteral("reason")).string(reason);
     line.key(QStringLiteral("state")).string(m(prog::key::executeState)->getString());

@@ -2,6 +2,7 @@
 
 #include "runner/endwatch.h"
 #include "runner/evidence.h"
+#include "runner/flightlog.h"
 #include "runner/messagewatch.h"
 #include "runner/options.h"
 #include "runner/pageoperator.h"
@@ -127,6 +128,7 @@ private:
     Evidence evidence_;
     Telemetry telemetry_;
     std::unique_ptr<workcell::CellSignals> signals_;  ///< only with --vcd
+    FlightLog flight_;
     EndWatch end_;
     std::optional<qint64> startMs_;  ///< the host's clock at the start of the run
     bool finished_ = false;

@@ -7,7 +7,7 @@ import os
 import subprocess
 import sys
 
-PRODUCT = ("app", "bridge", "conform", "host", "kinematics", "look", "lumo", "program", "runner", "simulator", "telemetry", "tools", "workcell")
+PRODUCT = ("app", "bridge", "conform", "flight", "host", "kinematics", "look", "lumo", "program", "runner", "simulator", "telemetry", "tools", "workcell")
 ENDINGS = (".cpp", ".h", ".py", ".sh", ".cmake", "CMakeLists.txt")
 
 

@@ -1,5 +1,6 @@
 #include "app/backup/support.h"
 
+#include "flight/ringreader.h"
 #include "mendo/clock.h"
 #include "mendo/modulemanager.h"
 #include "program/words.h"
@@ -20,6 +21,7 @@ namespace {
 
 constexpr qint64 mostLogBytes = 2 << 20;
 constexpr int mostResults = 20;
+constexpr qint64 mostFlightBytes = 16 << 20;
 
 /// Appends a file, or its last bytes when it is longer than `most`.
 void append(ArchiveFiles* files, const QString& name, const QString& path, qint64 most = mostFileBytes) {
@@ -98,6 +100,10 @@ ArchiveFiles supportFiles(const SupportFacts& facts) {
                  QStringLiteral("run-*.json"), mostResults, mostFileBytes);
     for (const char* name : {"events.sqlite", "parts.json"}) {
         append(&files, QLatin1String(name), data.filePath(QLatin1String(name)));
+    }
+    const QByteArray flight = flight::newestOf(data.filePath(QStringLiteral("flight.ring")), mostFlightBytes);
+    if (!flight.isEmpty()) {
+        files.append({QStringLiteral("flight.ring"), flight});
     }
     return files;
 }

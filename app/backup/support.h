@@ -18,7 +18,7 @@ struct SupportFacts {
 
 /// The files of a support archive: versions, settings, the open project with its limits and recovery file,
 /// the program and the whole state as they are in the tree now, the end of each log, the last results, the
-/// event log.
+/// event log, the newest part of the flight recording.
 [[nodiscard]] ArchiveFiles supportFiles(const SupportFacts& facts);
 
 }  // namespace app

@@ -725,6 +725,13 @@ with code %1</translation>
     </message>
 </context>
 <context>
+    <name>app::FlightKeeper</name>
+    <message>
+        <source>运行记录器无法写入 %1：%2</source>
+        <translation>The flight recorder cannot write to %1: %2</translation>
+    </message>
+</context>
+<context>
     <name>app::HelpPage</name>
     <message>
         <source>查找</source>

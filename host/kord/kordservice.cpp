@@ -1,6 +1,7 @@
 #include "kord/kordservice.h"
 
 #include "mendo/modulemanager.h"
+#include "mendo/observer.h"
 
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -38,6 +39,11 @@ QJsonObject parsed(const char* text) {
     return QJsonDocument::fromJson(QByteArray(text)).object();
 }
 
+void emitIssued(KordService* service, const KordCall& call) {
+    const mendo::Observed scope([&call](mendo::Observer* observer) { observer->called(call); });
+    emit service->issued(call);
+}
+
 }  // namespace
 
 QVariant KordCall::argument(const QString& key) const {
@@ -64,15 +70,15 @@ KordService* KordService::instance() {
 }
 
 void KordService::command(QObject* sender, const QString& name, const mendo::ModuleObject* node) {
-    emit issued({name, false, sender, node && !node->isNull() ? node : nullptr, QVariant()});
+    emitIssued(this, {name, false, sender, node && !node->isNull() ? node : nullptr, QVariant()});
 }
 
 void KordService::command(QObject* sender, const QString& name, const QVariant& value) {
-    emit issued({name, false, sender, nullptr, value});
+    emitIssued(this, {name, false, sender, nullptr, value});
 }
 
 void KordService::execCommand(QObject* sender, const QString& name, const QVariant& value) {
-    emit issued({name, true, sender, nullptr, value});
+    emitIssued(this, {name, true, sender, nullptr, value});
 }
 
 mendo::ModuleObject* KordService::commandNode(const QString& name) const {

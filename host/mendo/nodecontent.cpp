@@ -3,6 +3,7 @@
 
 #include "mendo/branch.h"
 #include "mendo/convert.h"
+#include "mendo/observer.h"
 
 #include <QDebug>
 #include <QJsonArray>
@@ -207,6 +208,7 @@ QJsonValue jsonOf(const NodeRef& node, bool withNulls) {
 void ModuleObject::replaceContent(QObject* sender, Slot& content, bool notify, bool merge, bool keepValue) {
     const QVariant oldValue = value_;
     adopt(NodeRef(this), content, merge, keepValue);
+    const Observed scope([&](Observer* observer) { observer->contentSet(this, sender); });
     if (notify) {
         const QVariant newValue = value_;
         emit changed(newValue, oldValue, sender);

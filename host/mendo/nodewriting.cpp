@@ -3,6 +3,7 @@
 
 #include "mendo/branch.h"
 #include "mendo/deferreddeletion.h"
+#include "mendo/observer.h"
 #include "mendo/pathcache.h"
 
 #include <QDebug>
@@ -86,12 +87,13 @@ void ModuleObject::announceRemoved(int position, QObject* sender) {
 }
 
 void ModuleObject::setValue(QObject* sender, QVariant value) {
-    if (!observed_) {
+    if (!observed_ && !Observer::current()) {
         value_ = std::move(value);
         return;
     }
     const QVariant oldValue(std::move(value_));
     copyInto(value_, value);
+    const Observed scope([&](Observer* observer) { observer->valueSet(this, {}, value, sender); });
     emit changed(value, oldValue, sender);
 }
 
@@ -103,6 +105,7 @@ void ModuleObject::connectNotify(const QMetaMethod& signal) {
 void ModuleObject::trigger() {
     if (!isNull()) {
         const QVariant current = value_;
+        const Observed scope([this](Observer* observer) { observer->announced(this); });
         emit changed(current, current, nullptr);
     }
 }
@@ -136,6 +139,7 @@ ModuleObject* ModuleObject::set(QObject* sender, const QString& path, const QVar
         node.object()->setValue(sender, value);
     } else {
         node.value() = value;  // a record has no listeners
+        const Observed scope([&](Observer* observer) { observer->valueSet(this, path, value, sender); });
     }
     return this;
 }
@@ -174,13 +178,19 @@ void ModuleObject::createPath(QObject* sender, const NodeRef& parent, QStringVie
     Branch& branch = parent.ensureBranch();
     becomeContainer(branch, isListElement(first));
     branch.insert(branch.size(), std::move(top));
-    if (observed) {
-        const QPointer<ModuleObject> self(this);
-        const QVariant newValue = value;
+    if (!observed) {
+        const Observed scope([&](Observer* observer) { observer->valueSet(this, path, value, sender); });
+        return;
+    }
+    const QPointer<ModuleObject> self(this);
+    const QVariant newValue = value;
+    {
+        const Observed scope(
+            [&](Observer* observer) { observer->inserted(object, branch.size() - 1, sender); });
         object->announceAdded(branch.size() - 1, sender);
-        if (self) {
-            set(sender, path, newValue, false);
-        }
+    }
+    if (self) {
+        set(sender, path, newValue, false);
     }
 }
 
@@ -207,6 +217,7 @@ ModuleObject* ModuleObject::append(QObject* sender, const QString& name) {
     }
     branch.insert(branch.size(), std::move(slot));
     const QPointer<ModuleObject> child(childAt(branch.size() - 1));
+    const Observed scope([&](Observer* observer) { observer->inserted(this, branch.size() - 1, sender); });
     announceAdded(branch.size() - 1, sender);
     return child ? child.data() : null();
 }
@@ -223,6 +234,7 @@ ModuleObject* ModuleObject::detach(int position) {
 }
 
 void ModuleObject::removeChild(QObject* sender, int position, bool notify) {
+    const Observed scope([&](Observer* observer) { observer->removing(this, position, sender); });
     static const QMetaMethod signal = QMetaMethod::fromSignal(&ModuleObject::removed);
     if (notify && isSignalConnected(signal)) {
         const QPointer<ModuleObject> self(this);
@@ -254,6 +266,7 @@ bool ModuleObject::leaveParent(QObject* sender, bool notify) {
     }
     const QPointer<ModuleObject> self(this);
     const ModuleObject* const parent = parent_;
+    const Observed scope([&](Observer* observer) { observer->removing(parent, indexInPmobj(), sender); });
     if (notify) {
         parent_->announceRemoved(indexInPmobj(), sender);
     }
@@ -286,6 +299,7 @@ bool ModuleObject::insert(QObject* sender, ModuleObject* node, bool notify, int 
         return false;
     }
     attach(node, index);
+    const Observed scope([&](Observer* observer) { observer->inserted(this, node->indexInPmobj(), sender); });
     if (notify) {
         announceAdded(node->indexInPmobj(), sender);
     }
@@ -337,6 +351,7 @@ void ModuleObject::clear(QObject* sender, bool notify, bool alsoValue) {
     if (alsoValue) {
         value_ = QVariant();
     }
+    const Observed scope([&](Observer* observer) { observer->contentSet(this, sender); });
     if (notify) {
         const QVariant newValue = value_;
         emit changed(newValue, oldValue, sender);
@@ -353,6 +368,7 @@ void ModuleObject::reorder(QObject* sender, int from, int to) {
     }
     branch_->insert(to, std::move(slot));
     const QVariant current = value_;
+    const Observed scope([&](Observer* observer) { observer->moved(this, from, to, sender); });
     emit changed(current, current, sender);
 }
 

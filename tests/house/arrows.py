@@ -14,8 +14,9 @@ LEVEL = {room: level for level, rooms in enumerate(LEVELS) for room in rooms}
 FLOORS["conform"] = ["workcell", "simulator", "bridge", "program", "host"]
 # Beside what the programs are made of.
 FLOORS["telemetry"] = ["workcell", "program", "host"]
+FLOORS["flight"] = ["program", "host"]
 for program in ("runner", "app", "tools"):
-    FLOORS[program].append("telemetry")
+    FLOORS[program] += ["telemetry", "flight"]
 
 root = pathlib.Path(sys.argv[1])
 wrong, seen, count = [], {room: {} for room in LEVEL}, 0
