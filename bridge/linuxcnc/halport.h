@@ -25,6 +25,7 @@ public:
 
     bool isOpen() const { return link_.isOpen(); }
     void close(const QString& reason) { link_.close(reason); }
+    void rest() { link_.rest(); }
     /// Outputs follow from now on; all are off at first. After a loss only when the operator asks.
     void arm();
     /// An input of a cell that is simulated here: "DI3" or "LUMO_DI.#2"; false for another name.

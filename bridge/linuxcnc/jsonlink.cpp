@@ -37,6 +37,11 @@ void JsonLink::close(const QString& reason) {
     socket_.abort();
 }
 
+void JsonLink::rest() {
+    close(QStringLiteral("the connection was closed here"));
+    again_.stop();
+}
+
 void JsonLink::send(const QJsonObject& message) {
     if (isOpen()) {
         socket_.write(QJsonDocument(message).toJson(QJsonDocument::Compact) + '\n');

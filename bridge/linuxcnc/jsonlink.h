@@ -16,11 +16,13 @@ public:
     JsonLink(quint16 port, int silenceMs, QObject* parent);
     ~JsonLink() override;
 
-    /// Connects, and connects again after each close, until the object is deleted.
+    /// Connects, and connects again after each close, until the object is deleted or rests.
     void open();
     bool isOpen() const { return socket_.state() == QAbstractSocket::ConnectedState; }
     /// At once; nothing that was sent and is still on its way here is kept.
     void close(const QString& reason);
+    /// Does not connect until the next open().
+    void rest();
     /// Sends when open, else does nothing.
     void send(const QJsonObject& message);
 

@@ -12,6 +12,7 @@ using linuxcnc::Progress;
 
 namespace {
 
+constexpr int resultGapMs = 1;
 constexpr int stateSilenceMs = 500;  // of the state, which comes each 10 ms
 constexpr int mostBatches = 30000;   // LinuxCNC's motion keeps the number as a float
 
@@ -35,6 +36,10 @@ LinuxCnc::LinuxCnc(quint16 port, QObject* parent)
         connect(link, &linuxcnc::JsonLink::opened, this, &LinuxCnc::onOpened);
         connect(link, &linuxcnc::JsonLink::closed, this, &LinuxCnc::onClosed);
     }
+    next_.setSingleShot(true);
+    next_.setInterval(resultGapMs);
+    next_.setTimerType(Qt::PreciseTimer);
+    connect(&next_, &QTimer::timeout, this, &LinuxCnc::tellDue);
     connect(&commands_, &linuxcnc::JsonLink::received, this, &LinuxCnc::onAnswer);
     connect(&states_, &linuxcnc::JsonLink::received, this,
             [this](const QJsonObject& line) { onState(MachineState::read(line)); });
@@ -77,6 +82,18 @@ void LinuxCnc::onClosed(const QString& reason) {
         moving_ = on_ = false;
         emit linkChanged(false, reason);
     }
+}
+
+bool LinuxCnc::cutLink(bool cut) {
+    if (cut) {
+        commands_.rest();
+        states_.rest();
+        signals_.rest();
+    } else {
+        signals_.start();
+        start();
+    }
+    return true;
 }
 
 /// The outputs are off and the arm holds. The drives go off, so that only the operator goes on from here.
@@ -226,15 +243,13 @@ void LinuxCnc::onState(const MachineState& state) {
         failByError(state.errors);
         return;
     }
-    tellEnded();
-    if (sent_.empty() && stopOrder_ == 0 && state.idle) {
-        tellMoving(false);
-        settle();
-    }
+    follow();
+    tellDue();
 }
 
 void LinuxCnc::tellPosture() {
     const kin::Joints joints = state_->homed ? linuxcnc::jointsOf(state_->joints) : arm_.home();
+    hasPosture_ = true;
     emit postureChanged({poseOf(kin::toFrame(arm_.forward(joints))), joints});
 }
 
@@ -257,53 +272,61 @@ void LinuxCnc::tellMoving(bool moving) {
     }
 }
 
-/// Whether the arm stands and nothing follows on the batch under way.
-bool LinuxCnc::standsBehindLast() const {
-    return sent_.size() == 1 && state_->idle && sent_.front().isDone(*state_);
+/// Which motions have ended; the batch behind one that has ended comes next.
+void LinuxCnc::follow() {
+    const KDL::Vector tool = kin::toFrame(arm_.forward(linuxcnc::jointsOf(state_->joints))).p;
+    bool isUnderWay = false;
+    for (Progress& progress : sent_) {
+        isUnderWay = isUnderWay || (progress.hasBegun(*state_) && !state_->idle);
+        progress.follow(*state_, tool);
+    }
+    if (isUnderWay) {
+        tellMoving(true);
+    }
 }
 
-/// Tells the motions that have ended; a receiver may order, stop or lose anything meanwhile.
-void LinuxCnc::tellEnded() {
-    while (!sent_.empty() && state_) {
-        Progress& progress = sent_.front();
-        if (progress.hasBegun(*state_) && !state_->idle) {
-            tellMoving(true);
-        }
-        const kin::Joints joints = linuxcnc::jointsOf(state_->joints);
-        const int before = progress.told();
-        const int ended = progress.ended(*state_, kin::toFrame(arm_.forward(joints)).p);
-        const int count = int(progress.batch().targets.size());
-        const bool isLast = ended == count;
-        // The last motion ends when the arm stands, or when the next batch begins.
-        const bool waits = isLast && sent_.size() == 1 && !state_->idle;
-        if (before < ended - (waits ? 1 : 0)) {
-            const int id = progress.tell();
-            if (before + 1 == count && standsBehindLast() && progress.batch().failedId == 0) {
-                tellMoving(false);
-            }
-            emit finished(id, MotionDone);
-            continue;
-        }
-        if (waits || !isLast || !progress.isDone(*state_)) {
-            return;
-        }
-        const int failedId = progress.batch().failedId, failure = progress.batch().failure;
-        if (failedId == 0) {
-            sent_.pop_front();
-            continue;
-        }
-        if (!state_->idle) {
-            return;
-        }
-        tellMoving(false);
-        fail(failedId, failure);
+/// Tells what is due, one result at a time: the posture before each, and a millisecond between two. A
+/// receiver may order, stop or lose anything meanwhile.
+void LinuxCnc::tellDue() {
+    if (next_.isActive() || !linked_ || !state_ || stopOrder_ != 0 || state_->clock < validFrom_) {
         return;
     }
+    while (!sent_.empty() && sent_.front().isTold() && sent_.front().batch().failedId == 0) {
+        sent_.pop_front();
+    }
+    if (sent_.empty()) {
+        if (state_->idle) {
+            tellMoving(false);
+            settle();
+        }
+        return;
+    }
+    Progress& progress = sent_.front();
+    // The last motion ends when the arm stands, or when the next batch begins.
+    const bool isLast = sent_.size() == 1 && progress.untold() == 1;
+    if (progress.isTold() ? !state_->idle : progress.due() == 0 || (isLast && !state_->idle)) {
+        return;
+    }
+    if (!hasPosture_) {
+        tellPosture();
+    }
+    next_.start();
+    if (progress.isTold()) {
+        tellMoving(false);
+        fail(progress.batch().failedId, progress.batch().failure);
+        return;
+    }
+    if (isLast && progress.batch().failedId == 0) {
+        tellMoving(false);
+    }
+    hasPosture_ = false;
+    emit finished(progress.tell(), MotionDone);
 }
 
 /// The motion fails; all behind it is dropped.
 void LinuxCnc::fail(int id, int code) {
     forgetMotions();
+    hasPosture_ = false;
     emit finished(id, code);
 }
 

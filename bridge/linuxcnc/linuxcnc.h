@@ -4,6 +4,8 @@
 #include "bridge/linuxcnc/halport.h"
 #include "bridge/linuxcnc/progress.h"
 
+#include <QTimer>
+
 #include <deque>
 #include <optional>
 
@@ -38,6 +40,8 @@ public:
     void setMode(Mode mode) override;
 
     const kin::Arm& arm() const { return arm_; }
+    /// Closes the connections, or makes them anew: what a broken cable does, for a test of it.
+    Q_INVOKABLE bool cutLink(bool cut);
 
 private:
     using Motions = std::vector<Motion>;
@@ -51,8 +55,8 @@ private:
     void tellPower();
     void tellPosture();
     void tellMoving(bool moving);
-    void tellEnded();
-    bool standsBehindLast() const;
+    void follow();
+    void tellDue();
     void fail(int id, int code);
     void failByError(const QStringList& errors);
     void settle();
@@ -64,7 +68,9 @@ private:
     kin::Arm arm_;
     linuxcnc::HalPort signals_;
     linuxcnc::JsonLink commands_, states_;
+    QTimer next_;                                  ///< runs between two results
     std::optional<linuxcnc::MachineState> state_;  ///< the last; none before the first and without a link
+    bool hasPosture_ = false;                      ///< one was told since the last result
     Mode mode_ = Mode::Auto;
     bool linked_ = false, on_ = false, moving_ = false;  ///< as told
     bool isMissed_ = false;  ///< a beat was missed: no link until the drives are off

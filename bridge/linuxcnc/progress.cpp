@@ -23,13 +23,13 @@ int Progress::current(const MachineState& state) {
     return isOver ? owner + 1 : owner;
 }
 
-int Progress::ended(const MachineState& state, const KDL::Vector& tool) {
+void Progress::follow(const MachineState& state, const KDL::Vector& tool) {
     const int count = int(batch_.targets.size());
     if (isDone(state)) {
         ended_ = count;
     }
     if (!hasBegun(state)) {
-        return ended_;
+        return;
     }
     const int now = current(state);
     while (ended_ < now) {
@@ -45,7 +45,6 @@ int Progress::ended(const MachineState& state, const KDL::Vector& tool) {
         nearest_ = -1;
         ++ended_;
     }
-    return ended_;
 }
 
 int Progress::currentId() const {

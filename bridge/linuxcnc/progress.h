@@ -15,15 +15,17 @@ public:
     bool hasBegun(const MachineState& state) const { return state.batch == number_; }
     bool isDone(const MachineState& state) const { return state.done == number_ || batch_.lines.isEmpty(); }
 
-    /// How many motions have ended, from the first. The line under way changes where a blended corner begins;
-    /// the motion before counts as ended in the corner's middle, when `tool` (m) no longer comes nearer to
-    /// it.
-    int ended(const MachineState& state, const KDL::Vector& tool);
-    /// How many of them were reported.
-    int told() const { return told_; }
-    /// The id of the next to be reported, which counts as reported then.
+    /// Takes LinuxCNC's state. The line under way changes where a blended corner begins; the motion before
+    /// ends in the corner's middle, when `tool` (m) no longer comes nearer to it.
+    void follow(const MachineState& state, const KDL::Vector& tool);
+    /// How many motions have ended and were not told.
+    int due() const { return ended_ - told_; }
+    /// How many were not told.
+    int untold() const { return int(batch_.targets.size()) - told_; }
+    bool isTold() const { return untold() == 0; }
+    /// The id of the next one, which counts as told then.
     int tell() { return batch_.targets[std::size_t(told_++)].id; }
-    /// The id of the first that was not reported; that of the failed one behind all others.
+    /// The id of the first that was not told; that of the failed one behind all others.
     int currentId() const;
 
 private:

@@ -19,6 +19,7 @@ import time
 
 HERE = pathlib.Path(__file__).resolve().parent
 CELLS = [HERE / "cell", HERE.parent / "share/lumo/linuxcnc/cell"]  # in a checkout; installed
+PROC = pathlib.Path("/proc")
 LOCK = pathlib.Path("/tmp/lumo-linuxcnc.lock")
 LINUXCNCS_LOCK = pathlib.Path("/tmp/linuxcnc.lock")
 PORT = int(os.environ.get("LUMO_LINUXCNC_PORT", "5100"))
@@ -33,11 +34,11 @@ class Failure(Exception):
     pass
 
 
-def hurry(priority):
-    """On a machine with other work LinuxCNC goes first, then the command, where that is allowed (root, or a user with
-    rtprio in limits.conf): else beats come late, and the outputs are switched off."""
+def hurry(priority, thread=0):
+    """On a machine with other work the servo thread goes first, then LinuxCNC, then the command, where that is allowed
+    (root, or a user with rtprio in limits.conf): else beats come late, and the outputs are switched off."""
     try:
-        os.sched_setscheduler(0, os.SCHED_RR, os.sched_param(priority))
+        os.sched_setscheduler(thread, os.SCHED_RR, os.sched_param(priority))
     except OSError:
         pass
 
@@ -65,7 +66,7 @@ def is_ours(process, session, folder, user):
 
 
 def remains(last):
-    for process in pathlib.Path("/proc").glob("[0-9]*"):
+    for process in PROC.glob("[0-9]*"):
         try:
             if int(process.name) != os.getpid() and is_ours(process, last["session"], last["folder"], last["user"]):
                 yield int(process.name)
@@ -156,6 +157,11 @@ class LinuxCnc:
                 raise Failure(f"LinuxCNC did not start:\n{self.log_end()}")
             waiting -= listening(waiting)
             time.sleep(0.02)
+        for process in remains(self.recorded):
+            # Without a realtime kernel LinuxCNC makes its servo thread an ordinary one.
+            if (PROC / str(process) / "comm").read_text().strip() == "rtapi_app":
+                for thread in (PROC / str(process) / "task").iterdir():
+                    hurry(3, int(thread.name))
 
     def log_end(self):
         return "\n".join(self.log.read_text(encoding="utf-8", errors="replace").splitlines()[-12:])

@@ -32,6 +32,12 @@ Batch threeMotions() {
 
 const KDL::Vector anywhere(0, 0, 0);
 
+/// How many motions have ended by this state.
+int ended(Progress* progress, const MachineState& state, const KDL::Vector& tool = anywhere) {
+    progress->follow(state, tool);
+    return progress->due();
+}
+
 }  // namespace
 
 /// Which motions have ended, by LinuxCNC's line numbers.
@@ -47,13 +53,13 @@ private slots:
 
 void TestProgress::aLine_endsTheMotionsBeforeIt() {
     Progress progress(7, threeMotions());
-    QCOMPARE(progress.ended(state(6, 6, 5), anywhere), 0);  // another batch's line
-    QCOMPARE(progress.ended(state(7, 0, 6), anywhere), 0);
-    QCOMPARE(progress.ended(state(7, 2, 6), anywhere), 0);
-    QCOMPARE(progress.ended(state(7, 3, 6), anywhere), 1);
-    QCOMPARE(progress.ended(state(7, 0, 6), anywhere), 1);
-    QCOMPARE(progress.ended(state(7, 6, 6), anywhere), 2);
-    QCOMPARE(progress.ended(state(7, 0, 7), anywhere), 3);
+    QCOMPARE(ended(&progress, state(6, 6, 5)), 0);  // another batch's line
+    QCOMPARE(ended(&progress, state(7, 0, 6)), 0);
+    QCOMPARE(ended(&progress, state(7, 2, 6)), 0);
+    QCOMPARE(ended(&progress, state(7, 3, 6)), 1);
+    QCOMPARE(ended(&progress, state(7, 0, 6)), 1);
+    QCOMPARE(ended(&progress, state(7, 6, 6)), 2);
+    QCOMPARE(ended(&progress, state(7, 0, 7)), 3);
     QCOMPARE(progress.tell(), 11);
     QCOMPARE(progress.currentId(), 12);
 }
@@ -63,24 +69,24 @@ void TestProgress::aCorner_endsInItsMiddle() {
     batch.targets[0].isCorner = true;
     Progress progress(1, batch);
     const auto at = [&progress](int line, double mm) {
-        return progress.ended(state(1, line), KDL::Vector(mm / 1000, 0, 0));
+        return ended(&progress, state(1, line), KDL::Vector(mm / 1000, 0, 0));
     };
     QCOMPARE(at(2, 90), 0);
     QCOMPARE(at(3, 94), 0);  // the corner begins
     QCOMPARE(at(3, 97), 0);
     QCOMPARE(at(3, 96), 1);  // it no longer comes nearer
     Progress fast(1, batch);
-    QCOMPARE(fast.ended(state(1, 5), anywhere), 2);  // meanwhile a whole motion has passed
+    QCOMPARE(ended(&fast, state(1, 5)), 2);  // meanwhile a whole motion has passed
 }
 
 void TestProgress::aJointMotion_endsWhenNothingIsUnderWay() {
     Batch batch = threeMotions();
     batch.targets[1].isJoint = true;
     Progress progress(1, batch);
-    QCOMPARE(progress.ended(state(1, 2), anywhere), 0);
-    QCOMPARE(progress.ended(state(1, 0), anywhere), 0);
-    QCOMPARE(progress.ended(state(1, 4), anywhere), 1);
-    QCOMPARE(progress.ended(state(1, 0), anywhere), 2);
+    QCOMPARE(ended(&progress, state(1, 2)), 0);
+    QCOMPARE(ended(&progress, state(1, 0)), 0);
+    QCOMPARE(ended(&progress, state(1, 4)), 1);
+    QCOMPARE(ended(&progress, state(1, 0)), 2);
 }
 
 void TestProgress::errors_haveCodes_data() {
