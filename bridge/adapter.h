@@ -24,13 +24,13 @@ struct RegisterWrite;
 /// result a motion, none for a stopped one. What a backend does wrong is named by `violated` and, with
 /// Options::repair, kept from the package:
 ///
-/// | the backend | the adapter |
-/// |---|---|
-/// | reports a motion twice, before its release, after its stop, or one that nobody ordered | drops the
-/// result | | reports out of order | holds the result back until those before have come | | reports two
-/// motions in one millisecond, or inside a call | writes them at least 1 ms apart | | reports the last motion
-/// while the arm still moves | holds the result back until it stands | | tells no posture before a result |
-/// nothing: the place of a stopped motion is not guessed |
+/// - a motion reported twice, before its release, after its stop, or that nobody ordered: the result is
+/// dropped;
+/// - out of order: the result is held back until those before it have come;
+/// - two in one millisecond, or inside a call: the results are written at least 1 ms apart;
+/// - the last motion reported while the arm still moves: the result is held back until it stands.
+///
+/// A posture that is missing before a result is named only: the place of a motion is not guessed.
 ///
 /// Without a link, to the controller or to the device, the power is off and the mode "unknown" for the
 /// package, all motions are dropped, and motions and writes are refused. When the link is back the drives
