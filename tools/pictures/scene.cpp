@@ -79,12 +79,14 @@ void paintWindow(QPainter* painter, QWidget* widget, const QPixmap& content, con
 }
 
 /// Position of a window relative to the panel's: a sheet where it has put itself, another dialog in the
-/// middle, a popup below its widget. The offscreen screen is smaller than the panel, so that Qt moves the
-/// others.
+/// middle, a list of choices below its field, or above where there is no room. The offscreen screen is
+/// smaller than the panel, so that Qt moves the others.
 QPoint placeOf(const QWidget* widget, const QWidget* window) {
     const QWidget* owner = widget->windowType() == Qt::Popup ? widget->parentWidget() : nullptr;
     if (owner) {
-        return {owner->mapTo(window, QPoint()).x(), widget->y() - window->y()};
+        const QPoint below = owner->mapTo(window, QPoint(0, owner->height()));
+        const bool hasRoom = below.y() + widget->height() <= window->height();
+        return hasRoom ? below : below - QPoint(0, owner->height() + widget->height());
     }
     const bool hasKeys = widget->findChild<QWidget*>(QStringLiteral("touchWindow"));
     if (hasKeys || !qobject_cast<const QDialog*>(widget) ||
