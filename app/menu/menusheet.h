@@ -9,8 +9,8 @@ namespace app {
 class ExampleLibrary;
 class SegmentedControl;
 
-/// The panel's menu: handbook, results, event log, first setup, roles, telemetry, backup, examples, size of type and
-/// language. What starts the panel anew is disabled while a program runs.
+/// The panel's menu: handbook, results, event log, first setup, roles, telemetry, backup, examples, size of
+/// type and language. What starts the panel anew is disabled while a program runs.
 class MenuSheet : public Sheet {
     Q_OBJECT
 public:

@@ -1,8 +1,8 @@
 #include "campaign/draw.h"
 
+#include "kinematics/arm.h"
 #include "program/ports.h"
 #include "runner/stress/course.h"
-#include "kinematics/arm.h"
 
 #include <cmath>
 

@@ -1,7 +1,7 @@
 // The arm, the motion queue and jogging: paths, corners, stops and failures.
 
-#include "robot.h"
 #include "kinematics/arm.h"
+#include "robot.h"
 #include "support/suite.h"
 
 using namespace test;
