@@ -5,6 +5,7 @@
 #include "kord/kordservice.h"
 #include "simulator/projectnodes.h"
 
+#include <algorithm>
 #include <iterator>
 #include <utility>
 
@@ -37,8 +38,8 @@ Controller::Controller(KordService* service, std::unique_ptr<Backend> backend, c
     : bridge::Adapter(service, options.robot ? options.robot : backend.get(), options.device,
                       {options.writeMulti, options.robot || options.device}, parent),
       backend_(std::move(backend)),
-      inputs_(options.device ? options.device
-                             : (options.robot ? options.robot : backend_.get())->signalPort()),
+      device_(options.device),
+      inputs_((options.robot ? options.robot : backend_.get())->signalPort()),
       isOutside_(options.robot),
       writes_(options.latency.writeMs, nullptr) {
     connect(&writes_, &DelayLine::emptied, this, &Controller::caughtUp);
@@ -71,12 +72,22 @@ void Controller::setMode(const QString& mode) {
                                                                           : bridge::Mode::Manual);
 }
 
+/// The device's, where it offers the name; else the robot's.
+bridge::SignalPort* Controller::portOf(const QString& name) const {
+    const QString whole = name.section(QLatin1String(".#"), 0, 0);
+    const QVector<bridge::SignalRow> rows = device_ ? device_->rows() : QVector<bridge::SignalRow>();
+    const bool isDevices = std::any_of(rows.begin(), rows.end(),
+                                       [&whole](const bridge::SignalRow& row) { return row.name == whole; });
+    return isDevices ? device_ : inputs_;
+}
+
 bool Controller::setInput(const QString& name, bool value) {
-    if (inputs_->metaObject()->indexOfMethod("setInput(QString,bool)") < 0) {
+    bridge::SignalPort* const port = portOf(name);
+    if (port->metaObject()->indexOfMethod("setInput(QString,bool)") < 0) {
         return false;
     }
     bool isSet = false;
-    QMetaObject::invokeMethod(inputs_, "setInput", Qt::DirectConnection, Q_RETURN_ARG(bool, isSet),
+    QMetaObject::invokeMethod(port, "setInput", Qt::DirectConnection, Q_RETURN_ARG(bool, isSet),
                               Q_ARG(QString, name), Q_ARG(bool, value));
     return isSet;
 }

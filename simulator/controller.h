@@ -82,8 +82,11 @@ private:
     Controller(KordService* service, std::unique_ptr<Backend> backend, const Options& options,
                QObject* parent);
 
+    bridge::SignalPort* portOf(const QString& name) const;
+
     std::unique_ptr<Backend> backend_;  ///< of a robot from outside only the kinematics are used
-    QObject* inputs_;                   ///< what has a function setInput() for inputs that are simulated
+    bridge::SignalPort* device_;        ///< beside the robot; may be null
+    bridge::SignalPort* inputs_;        ///< the robot's. One with a function setInput() has simulated inputs
     bool isOutside_;
     DelayLine writes_;
     bool emergencyStop_ = false;
