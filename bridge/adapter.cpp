@@ -38,7 +38,7 @@ void Adapter::Private::connectParts() {
     connect(&bank, &SignalBank::rejected, q, &Adapter::rejected);
     connect(&bank, &SignalBank::answered, q, &Adapter::caughtUp);
     connect(&results, &Results::violated, q, &Adapter::violated);
-    connect(&results, &Results::event, q, &Adapter::motion);
+    connect(&results, &Results::happened, q, &Adapter::motion);
     connect(&results, &Results::due, q,
             [this](Motion::Kind kind, int id, int code) { onResult(kind, id, code); });
 }

@@ -102,7 +102,7 @@ std::vector<int> Results::dropAll() {
 
 void Results::tell(int id, MotionEvent what) {
     if (options_.events) {
-        emit event(id, what);
+        emit happened(id, what);
     }
 }
 

@@ -51,7 +51,7 @@ public:
 signals:
     /// A result is to be written; emitted last.
     void due(bridge::Motion::Kind kind, int id, int code);
-    void event(int id, bridge::MotionEvent what);
+    void happened(int id, bridge::MotionEvent what);
     void violated(bridge::Rule rule, int id);
 
 private:
