@@ -141,7 +141,9 @@ void ModbusLink::onFinished() {
 
 ModbusAnswer ModbusLink::answerOf(const QModbusReply& reply) const {
     if (reply.error() == QModbusDevice::ProtocolError) {
-        const int code = reply.rawResult().exceptionCode();
+        // Not exceptionCode(): Qt keeps the function with its exception bit in an enum without such a value.
+        const QByteArray told = reply.rawResult().data();
+        const int code = told.isEmpty() ? 0 : quint8(told.at(0));
         return {false, code, exceptionWords(code), {}};
     }
     // An answer to a read has the values; one to a write repeats a single value (a coil that is on as
