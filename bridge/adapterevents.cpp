@@ -123,7 +123,7 @@ void Adapter::Private::onLink(LinkState::End end, bool up, const QString& reason
     emit q->linkChanged(link.isUp(), link.reason());
 }
 
-/// A package that hears of the loss of power stops the robot and switches all outputs off, as far as they can
+/// A package that sees the loss of power stops the robot and switches all outputs off, as far as they can
 /// be reached.
 void Adapter::Private::loseLink() {
     held = true;

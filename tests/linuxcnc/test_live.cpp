@@ -99,9 +99,8 @@ void TestLive::initTestCase() {
     QVERIFY(linuxcnc_.waitForReadyRead(startMs) || linuxcnc_.state() == QProcess::NotRunning ||
             linuxcnc_.waitForFinished(startMs));
     if (linuxcnc_.state() == QProcess::NotRunning && linuxcnc_.exitCode() == cannotStart) {
-        const QByteArray words = linuxcnc_.readAllStandardError();
-        QVERIFY2(words.contains("runs already"), words);
-        QSKIP("somebody else runs LinuxCNC");
+        // Another one runs already, or this machine does not let it run: start.py says which.
+        QSKIP(linuxcnc_.readAllStandardError());
     }
     robot_ = std::make_unique<LinuxCnc>(port);
     connect(robot_.get(), &Controller::postureChanged, this, [this](const Posture& posture) {
