@@ -14,9 +14,9 @@ struct Subject {
     Bench* bench = nullptr;
     /// Of a backend that can be cut off; cuts (true) or restores (false).
     std::function<void(bool)> cutLink;
-    QString bits;                   ///< a writable register of at least two bits; empty where there is none
-    QString number;                 ///< a writable int16 register; likewise
-    QString loopOutput, loopInput;  ///< an output that is wired to an input; empty without
+    QString bits;    ///< a writable register of at least two bits; empty if the backend has none
+    QString number;  ///< a writable int16 register; empty if the backend has none
+    QString loopOutput, loopInput;  ///< an output that is wired to an input; empty if none is
     int repeats = 20;               ///< of each time that is measured
 };
 

@@ -28,7 +28,8 @@ struct RingEnd {
 };
 RingEnd endOf(const QByteArray& file);
 
-/// The newest segments of a file as a file of its own, at most about `bytes` long; empty when there is none.
+/// The newest segments of a file as a file of its own, at most about `bytes` long; empty if the
+/// file has no whole segment.
 QByteArray newestOf(const QString& path, qint64 bytes);
 
 }  // namespace flight

@@ -30,7 +30,7 @@ public:
     [[nodiscard]] Place placeOf(const mendo::ModuleObject* node) const;
     /// The path from the tree's root; for a key of the pendant its name.
     [[nodiscard]] static QString pathOf(const mendo::ModuleObject* node, Record::Tree tree);
-    /// The node of a recorded path; the null node when there is none.
+    /// The node of a recorded path; the null node if the tree does not have it now.
     [[nodiscard]] mendo::ModuleObject* find(Record::Tree tree, const QString& path) const;
     [[nodiscard]] mendo::ModuleObject* root(Record::Tree tree) const;
     [[nodiscard]] mendo::ModuleObject* posture() const { return posture_; }

@@ -13,7 +13,7 @@
 namespace telemetry {
 
 // What is told, as values: made in the cell's thread, written as JSON in the network's. docs/telemetry.md has
-// an example of each. Words do not depend on the panel's language; lines count from 1, 0 is none.
+// an example of each. Words do not depend on the panel's language; lines count from 1; 0 stands for no line.
 
 /// When something was so.
 struct Stamp {

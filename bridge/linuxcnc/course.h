@@ -41,10 +41,10 @@ struct Course {
 /// Lays the course of a motion from `place`, which becomes its end. Returns a MotionCode or TooFast; `place`
 /// and `course` are valid for MotionDone only.
 ///
-/// LinuxCNC checks neither reach nor joint limits of what it queues as this arm needs it, and no joint speed
-/// at all, so that is done here. It has arcs in planes parallel to the axes; other arcs become chords that
-/// stay within 0.01 mm. It turns A, B and C evenly, not by the shortest rotation, so a turn of more than 10
-/// degrees is split, and the tool then is within half a degree of it.
+/// Reach, joint limits and joint speeds are checked here: LinuxCNC refuses targets that this arm reaches,
+/// and does not check joint speeds at all. It has arcs in planes parallel to the axes; other arcs become
+/// chords that stay within 0.01 mm. It turns A, B and C evenly, not by the shortest rotation, so a turn of
+/// more than 10 degrees is split, and the tool then is within half a degree of it.
 int layCourse(const kin::Arm& arm, const Motion& motion, Place* place, Course* course);
 
 /// A joint would have to turn faster than it can.

@@ -16,7 +16,7 @@ namespace bridge {
 ///
 /// A batch is checked, written as G-code and sent whole; LinuxCNC begins it some 10 ms later. Batches do not
 /// blend into each other. Motions that cannot be made are found before they are sent, with the codes of
-/// MotionCode and TooFast (-7); what LinuxCNC itself reports is -8 where it is none of these.
+/// MotionCode and TooFast (-7). Any other error that LinuxCNC reports ends the motion with -8.
 ///
 /// Until it is homed (with the first power on, without movement) the arm counts as at home.
 class LinuxCnc : public Controller {

@@ -7,7 +7,7 @@ namespace bridge {
 
 namespace {
 
-// What one telegram holds, by the protocol's specification.
+// The most that one telegram of the protocol holds.
 constexpr int coilsWritten = 1968;
 constexpr int registersWritten = 123;
 constexpr int bitsRead = 2000;

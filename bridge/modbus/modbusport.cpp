@@ -137,7 +137,8 @@ void ModbusPort::next() {
     }
 }
 
-/// The next step towards the link; false when there is none left.
+/// Sends the next read or write that must be answered before the link is up. False if all were: it is up
+/// then.
 bool ModbusPort::nextOpening() {
     // First a read: a device that hangs accepts connections, and what is written to them would be carried out
     // later.

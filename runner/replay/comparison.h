@@ -15,9 +15,9 @@ namespace run::replay {
 struct Difference {
     qint64 ms = 0;          ///< since the start of the first run, in the replay
     int line = 0;           ///< of the program, from 1
-    QString recorded;       ///< empty: nothing
-    QString now;            ///< the same
-    qint64 recordedMs = 0;  ///< of what is recorded
+    QString recorded;       ///< empty: the recording has nothing more
+    QString now;            ///< empty: the package does nothing more
+    qint64 recordedMs = 0;  ///< time of the recorded act
 };
 
 /// Compares what the package does, as a recorder hears it, with the recording, one after the other.
