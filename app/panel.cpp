@@ -31,10 +31,7 @@
 #include "app/results/resulttext.h"
 #include "app/results/runcollector.h"
 #include "app/results/runhistory.h"
-#include "app/roles/rolebutton.h"
-#include "app/roles/rolegate.h"
-#include "app/roles/rolekeeper.h"
-#include "app/roles/rolesheet.h"
+#include "app/roles/roletools.h"
 #include "app/scope/scopepage.h"
 #include "app/scope/signalrecorder.h"
 #include "app/state/stateblock.h"
@@ -123,7 +120,7 @@ bool Panel::open(const QString& libraryFile, QString* error) {
     makeStatus();
     makeState();
     eventRecorder_->follow({packageFlags(), controller(), runs_, project_.get(), status_, page_});
-    makeRoles();
+    roles_ = new RoleTools(window_.get(), page_, eventRecorder_.get(), this);
     makeTelemetry();
     makeMenu();
     makeTouch();
@@ -134,12 +131,12 @@ bool Panel::open(const QString& libraryFile, QString* error) {
 
 void Panel::makeMenu() {
     menu_ = new MenuTools(window_.get(), page_, history_, this);
-    menu_->setRestoreGuard([this] { return mayAct(tr("恢复备份")); });
+    menu_->setRestoreGuard([this] { return roles_->mayAct(tr("恢复备份")); });
     connect(menu_, &MenuTools::exampleChosen, this,
             [this](const QString& name) { leave([this, name] { emit exampleChosen(name); }); });
     connect(menu_, &MenuTools::languageChosen, this,
             [this](const QString& language) { leave([this, language] { emit languageChosen(language); }); });
-    connect(menu_, &MenuTools::rolesAsked, this, &Panel::showRole);
+    connect(menu_, &MenuTools::rolesAsked, roles_, &RoleTools::show);
     connect(menu_, &MenuTools::telemetryAsked, this, &Panel::openTelemetry);
     connect(menu_, &MenuTools::restoreAsked, this, &Panel::leave);
     connect(menu_, &MenuTools::saved, statusLine_, &StatusLine::say);
@@ -279,46 +276,6 @@ void Panel::makeEvents() {
             &EventRecorder::onFaultWhileLit);
 }
 
-void Panel::makeRoles() {
-    roles_ = new RoleKeeper(RoleKeeper::defaultFile(), this);
-    gate_ = new RoleGate(roles_, page_, this);
-    auto* button = new RoleButton(roles_);
-    window_->header()->addBeforeStop(button);
-    connect(button, &RoleButton::clicked, this, &Panel::showRole);
-    connect(gate_, &RoleGate::refused, this, &Panel::askForCode);
-    connect(roles_, &RoleKeeper::accepted, gate_, &RoleGate::openRefused);
-    const auto note = [this](const char* detail) {
-        eventRecorder_->note(Event::Kind::Role, QLatin1String(detail));
-    };
-    connect(roles_, &RoleKeeper::accepted, this, [note] { note("integrator"); });
-    connect(roles_, &RoleKeeper::left, this, [note] { note("operator"); });
-    connect(roles_, &RoleKeeper::refused, this, [note] { note("wrong_code"); });
-    connect(roles_, &RoleKeeper::removed, this, [note] { note("code_removed"); });
-    connect(roles_, &RoleKeeper::stored, this, [note](bool done) {
-        if (done) {
-            note("code_set");
-        }
-    });
-}
-
-void Panel::askForCode(const QString& refused) {
-    auto* sheet = new CodeSheet(roles_, refused, window_->stage());
-    connect(sheet, &Sheet::dismissed, this, [this] {
-        if (!roles_->isOpen()) {
-            gate_->forgetRefused();
-        }
-    });
-    sheet->open();
-}
-
-/// What is the integrator's besides pages: a backup brings ports and stations, telemetry has a password.
-bool Panel::mayAct(const QString& what) {
-    if (!roles_->isOpen()) {
-        askForCode(what);
-    }
-    return roles_->isOpen();
-}
-
 void Panel::makeTelemetry() {
     telemetry_ = std::make_unique<TelemetryTools>(telemetry::Settings::defaultFile());
     connect(telemetry_.get(), &TelemetryTools::problem, window_->notices(), &NoticeBar::report);
@@ -337,29 +294,11 @@ void Panel::makeTelemetry() {
 
 /// Closes with the integrator's session.
 void Panel::openTelemetry() {
-    if (!mayAct(tr("遥测（MQTT）"))) {
+    if (!roles_->mayAct(tr("遥测（MQTT）"))) {
         return;
     }
     const Sheet* const sheet = telemetry_->open(window_->stage());
-    connect(roles_, &RoleKeeper::left, sheet, &Sheet::dismiss);
-}
-
-/// An administrator may have deleted the code's file meanwhile.
-void Panel::showRole() {
-    roles_->reload();
-    if (!roles_->hasCode()) {
-        setNewCode();
-    } else if (!roles_->isIntegrator()) {
-        askForCode({});
-    } else {
-        auto* sheet = new SessionSheet(roles_, window_->stage());
-        connect(sheet, &SessionSheet::newCodeAsked, this, &Panel::setNewCode);
-        sheet->open();
-    }
-}
-
-void Panel::setNewCode() {
-    (new NewCodeSheet(roles_, window_->stage()))->open();
+    connect(roles_, &RoleTools::left, sheet, &Sheet::dismiss);
 }
 
 void Panel::setRatedPower(std::optional<double> watts) {

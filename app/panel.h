@@ -30,8 +30,7 @@ class FlightKeeper;
 class MenuTools;
 class PartWatcher;
 class Rail;
-class RoleGate;
-class RoleKeeper;
+class RoleTools;
 class RunCollector;
 class RunHistory;
 class RunStop;
@@ -124,13 +123,8 @@ private:
     void makeMenu();
     void makeEvidence();
     void makeEvents();
-    void makeRoles();
-    void askForCode(const QString& refused);
-    [[nodiscard]] bool mayAct(const QString& what);
     void makeTelemetry();
     void openTelemetry();
-    void showRole();
-    void setNewCode();
     void keepResult(const RunResult& result);
     void tellFault(const QString& equipment);
 
@@ -148,8 +142,7 @@ private:
     RunStop* stop_ = nullptr;
     PartWatcher* parts_ = nullptr;
     QPointer<QLabel> partTimes_;
-    RoleKeeper* roles_ = nullptr;
-    RoleGate* gate_ = nullptr;
+    RoleTools* roles_ = nullptr;
     Rail* rail_ = nullptr;
     Reach reach_;
     std::unique_ptr<workcell::RunningProject> project_;
