@@ -1,6 +1,5 @@
 #include "runner/session.h"
 
-#include "gantu/package.h"
 #include "kord/kordservice.h"
 #include "mendo/clock.h"
 #include "mendo/log.h"
@@ -44,7 +43,8 @@ Session::Session(const Options& options)
               options.stations.isEmpty() ? Report::Progress::Statements : Report::Progress::Stations),
       watch_(&follower_),
       recorder_(&trace_, &follower_),
-      stationWatch_([this] { return elapsedMs(); }, [this] { return cell_->cell()->laserOnMs(); }),
+      stationWatch_([this] { return elapsedMs(); }, [this] { return cell_.cell()->laserOnMs(); }),
+      cell_(options_),
       evidence_(options_),
       telemetry_(options_) {
     if (options.rules) {
@@ -95,13 +95,13 @@ bool Session::vary(const stress::Trial& trial, Problem* problem) {
         return false;
     }
     const Scenario scenario =
-        Scenario::fromText(*entries, cell_->controller()->inputNames(), options_.folder());
+        Scenario::fromText(*entries, cell_.controller()->inputNames(), options_.folder());
     if (scenario.hasErrors()) {
         problem->reason = QStringLiteral("the scenario has errors");
         return false;
     }
     trial.applyTo(&options_);
-    cell_->controller()->setMode(options_.mode);
+    cell_.controller()->setMode(options_.mode);
     if (options_.noWriteMulti) {
         kordservice()->offerCommand(prog::command::registerWriteMulti, false);
     }
@@ -115,7 +115,7 @@ bool Session::vary(const stress::Trial& trial, Problem* problem) {
 /// Only for a scenario that works with them: else a long program's table stays unfilled.
 void Session::showPages() {
     if (stations_ || player_->operatesPages()) {
-        stack_->show();
+        cell_.pages()->show();
     }
 }
 
@@ -172,40 +172,23 @@ bool Session::readInput() {
 }
 
 void Session::makePlayer(const Scenario& scenario) {
-    player_ = std::make_unique<ScenarioPlayer>(scenario, &tree_, &pages_, cell_->controller(), cell_->cell(),
+    player_ = std::make_unique<ScenarioPlayer>(scenario, &tree_, &pages_, cell_.controller(), cell_.cell(),
                                                options_.folder());
 }
 
 bool Session::makeCell() {
-    stack_ = std::make_unique<QStackedWidget>();
-    stack_->resize(1280, 800);
-    sim::Controller::Options controller;
-    controller.axes = options_.axes;
-    controller.writeMulti = !options_.noWriteMulti;
-    controller.latency = options_.latency;
-    QString error;
-    if (!outside_.load(options_.controller, options_.io, &error)) {
-        printError(error);
+    if (!cell_.make()) {
         return false;
     }
-    outside_.addTo(&controller);
-    cell_ = std::make_unique<workcell::WorkCell>(stack_.get(), controller);
-    cell_->controller()->setPower(options_.power);
-    cell_->controller()->setMode(options_.mode);
-    recorder_.attach(cell_->controller(), options_.posture);
-    evidence_.attach(cell_.get(), &follower_, &watch_, [this] { return projectName(); });
-    recorder_.attachCell(cell_->cell());
-    connect(cell_->controller(), &sim::Controller::linkChanged, this, [](bool up, const QString& reason) {
-        if (!up && !reason.isEmpty()) {
-            printWarning(reason);
-        }
-    });
+    recorder_.attach(cell_.controller(), options_.posture);
+    evidence_.attach(cell_.workCell(), &follower_, &watch_, [this] { return projectName(); });
+    recorder_.attachCell(cell_.cell());
     return true;
 }
 
 /// False where nothing is to be run: only the check was asked for, or it refuses the run.
 bool Session::checkInput() {
-    input_.check(cell_->controller()->inputNames(), prog::CellFacts::ofHost(), cell_->arm());
+    input_.check(cell_.controller()->inputNames(), prog::CellFacts::ofHost(), cell_.workCell()->arm());
     if (options_.check) {
         status_ = printFindings(input_);
         return false;
@@ -232,7 +215,7 @@ bool Session::openEvidence() {
         status_ = badInput;
         return false;
     }
-    telemetry_.begin(cell_.get(), &follower_, &watch_, [this] { return projectName(); });
+    telemetry_.begin(cell_.workCell(), &follower_, &watch_, [this] { return projectName(); });
     return true;
 }
 
@@ -240,57 +223,29 @@ bool Session::setUp() {
     status_ = failed;
     messages_ = std::make_unique<MessageWatch>(options_.ackMs);
     if (vcd_.isOpen()) {
-        signals_ = std::make_unique<workcell::CellSignals>(cell_->controller(), cell_->cell(), &follower_);
+        signals_ = std::make_unique<workcell::CellSignals>(cell_.controller(), cell_.cell(), &follower_);
         signals_->setRunningStation([this] { return stationPage_.running(); });
     }
-    if (!openPanel()) {
+    if (!cell_.open()) {
         return false;
     }
-    const bool hasStationPage = stationPage_.find(stack_.get());
+    showPages();
+    package_ = cell_.workCell()->flags();
+    const bool hasStationPage = stationPage_.find(cell_.pages());
     if (!hasStationPage && (stations_ || player_->needsStationPage())) {
         printError(QStringLiteral("the package has no station page"));
         return false;
     }
     tree_.setRunMode(package_.runMode);
     tree_.setStationPage(&stationPage_);
-    pages_.setPanel(stack_.get(), &stationPage_);
+    pages_.setPanel(cell_.pages(), &stationPage_);
     connectEnds();
-    return connectOutside();
-}
-
-/// When the pages stand: making them takes longer than a heartbeat may.
-bool Session::connectOutside() {
-    QString error;
-    if (!outside_.isAny() || workcell::connectOutside(cell_->controller(), options_.power, &error)) {
-        return true;
-    }
-    printError(QStringLiteral("%1: %2").arg(options_.controller.isEmpty() ? options_.io : options_.controller,
-                                            error));
-    return false;
-}
-
-bool Session::openPanel() {
-    workcell::setLanguage(options_.language);
-    QString error;
-    if (cell_->open(gantu::findLibrary(prog::key::lumo), &error)) {
-        stack_->setUpdatesEnabled(false);  // painting would take most of the time
-        showPages();
-        package_ = cell_->flags();
-        if (!package_.executor) {
-            error = QStringLiteral("the package made no executor");
-        } else if (!package_.runMode) {
-            error = QStringLiteral("the package does not export its run mode");
-        }
-    }
-    if (!error.isEmpty()) {
-        printError(error);
-    }
-    return error.isEmpty();
+    return cell_.connectOutside();
 }
 
 /// Any of these may be the last event of a run.
 void Session::connectEnds() {
-    const sim::Controller* controller = cell_->controller();
+    const sim::Controller* controller = cell_.controller();
     connect(controller, &sim::Controller::motion, &end_, &EndWatch::schedule);
     connect(controller, &sim::Controller::result, &end_, &EndWatch::schedule);
     connect(controller, &sim::Controller::caughtUp, &end_, &EndWatch::schedule);
@@ -358,7 +313,7 @@ void Session::begin() {
     if (safety_) {
         safety_->begin();
     }
-    end_.begin({package_.executor, cell_->controller(), &tree_, &pages_, messages_.get(), player_.get(),
+    end_.begin({package_.executor, cell_.controller(), &tree_, &pages_, messages_.get(), player_.get(),
                 stations_ ? &stationPage_ : nullptr},
                options_.untilMs);
     connect(player_.get(), &ScenarioPlayer::roundBegun, &end_, &EndWatch::waitCalmly);
@@ -419,12 +374,12 @@ qint64 Session::elapsedMs() const {
 }
 
 Figures Session::figures(const QString& reason) const {
-    const sim::Cell* cell = cell_->cell();
+    const sim::Cell* cell = cell_.cell();
     Figures f;
     f.reason = reason;
     f.waiting = waitingText(package_.executor->property("waiting").toMap());
     f.lines = watch_.lines();
-    f.pathM = cell_->controller()->travelled();
+    f.pathM = cell_.controller()->travelled();
     f.laserMs = cell->laserOnMs();
     f.weldM = cell->weldLength();
     f.gasMs = cell->gasOnMs();
@@ -493,7 +448,7 @@ void Session::finish(const QString& ending) {
         report_.stations(stationLines());
     }
     report_.table(figures(reason));
-    const bool isSafe = !safety_ || safety_->end(cell_->controller(), reason, !options_.stress);
+    const bool isSafe = !safety_ || safety_->end(cell_.controller(), reason, !options_.stress);
     const bool written = closeFiles();
     const bool inTime = reason == QLatin1String("quit") || reason == QLatin1String("finished");
     const bool succeeded = inTime && isSuccess() && isSafe;

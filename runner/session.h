@@ -9,6 +9,7 @@
 #include "runner/project.h"
 #include "runner/recorder.h"
 #include "runner/report.h"
+#include "runner/runcell.h"
 #include "runner/runinput.h"
 #include "runner/safetywatch.h"
 #include "runner/scenarioplayer.h"
@@ -18,14 +19,11 @@
 #include "runner/trace.h"
 #include "runner/treeoperator.h"
 #include "workcell/cellsignals.h"
-#include "workcell/outside.h"
 #include "workcell/runwatch.h"
 #include "workcell/treefollower.h"
 #include "workcell/vcdwriter.h"
-#include "workcell/workcell.h"
 
 #include <QObject>
-#include <QStackedWidget>
 
 #include <memory>
 #include <optional>
@@ -59,7 +57,7 @@ public:
 
     // Of a prepared session.
     const Project* project() const { return project_ ? &*project_ : nullptr; }
-    const sim::Controller* controller() const { return cell_->controller(); }
+    const sim::Controller* controller() const { return cell_.controller(); }
     /// Parameter sets of the package.
     int setCount() const;
     /// What is recorded for the rules; null without --rules.
@@ -74,8 +72,6 @@ private:
     bool openFiles();
     bool setUp();
     bool openEvidence();
-    bool openPanel();
-    bool connectOutside();
     void showPages();
     void makePlayer(const Scenario& scenario);
     void connectEnds();
@@ -119,9 +115,7 @@ private:
     StationWatch stationWatch_;
     TreeOperator tree_;
     PageOperator pages_;
-    std::unique_ptr<QStackedWidget> stack_;
-    workcell::Outside outside_;
-    std::unique_ptr<workcell::WorkCell> cell_;
+    RunCell cell_;
     workcell::PackageFlags package_;
     std::unique_ptr<MessageWatch> messages_;
     std::unique_ptr<ScenarioPlayer> player_;
