@@ -1,6 +1,7 @@
 #include "workcell/limits.h"
 
 #include "json/jsonfile.h"
+#include "json/jsonreader.h"
 
 #include <QFileInfo>
 
@@ -61,9 +62,9 @@ const QVector<LimitedQuantity>& limitedQuantities() {
 }
 
 /// Reads the document from the top down and stops at the first fault.
-class LimitsReader {
+class LimitsReader : private mendo::JsonReader {
 public:
-    LimitsReader(const mendo::JsonText& text, mendo::FileProblem* problem) : text_(text), problem_(problem) {}
+    using JsonReader::JsonReader;
 
     bool read(const QJsonValue& document, Limits* limits) {
         return readObject(document, [&](const QString& key, const QJsonValue& value) {
@@ -104,33 +105,6 @@ private:
         return isRead && (!allowed->min || !allowed->max || *allowed->min <= *allowed->max ||
                           fail(Kind::LeastAboveMost));
     }
-
-    /// Calls `readEntry` for each entry until it returns false. keys_ leads to the entry then.
-    template <typename ReadEntry>
-    bool readObject(const QJsonValue& value, ReadEntry readEntry) {
-        if (!value.isObject()) {
-            return fail(keys_.isEmpty() ? Kind::NoRecord : Kind::NoObject);
-        }
-        const QJsonObject object = value.toObject();
-        for (auto entry = object.begin(); entry != object.end(); ++entry) {
-            keys_ << entry.key();
-            if (!readEntry(entry.key(), entry.value())) {
-                return false;
-            }
-            keys_.removeLast();
-        }
-        return true;
-    }
-
-    bool fail(Kind kind) {
-        problem_->place = text_.place(keys_);
-        problem_->reasons = {{kind, keys_.mid(keys_.size() - 1)}};
-        return false;
-    }
-
-    const mendo::JsonText& text_;
-    mendo::FileProblem* problem_;
-    QStringList keys_;
 };
 
 std::optional<Limits> Limits::read(const QString& file, mendo::FileProblem* problem) {

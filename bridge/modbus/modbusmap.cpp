@@ -1,8 +1,8 @@
 #include "bridge/modbus/modbusmap.h"
 
 #include "json/jsonfile.h"
+#include "json/jsonreader.h"
 
-#include <QJsonObject>
 #include <QMap>
 
 #include <algorithm>
@@ -89,20 +89,16 @@ QString ModbusMap::place() const {
 }
 
 /// Reads the document from the top down and stops at the first fault.
-class ModbusMapReader {
+class ModbusMapReader : private mendo::JsonReader {
 public:
-    ModbusMapReader(const mendo::JsonText& text, mendo::FileProblem* problem)
-        : text_(text), problem_(problem) {}
+    using JsonReader::JsonReader;
 
     bool read(ModbusMap* map) {
         map_ = map;
-        if (const std::optional<mendo::JsonText::Duplicate> twice = text_.duplicateInObject()) {
+        if (const std::optional<mendo::JsonText::Duplicate> twice = text().duplicateInObject()) {
             return failAt(twice->place, QStringLiteral("'%1' is there twice").arg(twice->path));
         }
-        if (!text_.value().isObject()) {
-            return fail(Kind::NoRecord);
-        }
-        const bool isRead = readObject(text_.value(), [this](const QString& key, const QJsonValue& value) {
+        const bool isRead = readObject(text().value(), [this](const QString& key, const QJsonValue& value) {
             return readTop(key, value);
         });
         return isRead && (!map->host.isEmpty() || missing(QStringLiteral("host"))) && place();
@@ -161,7 +157,7 @@ private:
     bool readEntries(const QJsonValue& value, QMap<QString, Entry>* entries) {
         return readObject(value, [&](const QString& name, const QJsonValue& fields) {
             Entry& entry = (*entries)[name];
-            entry.place = text_.place(keys_);
+            entry.place = text().place(keys());
             const bool isRead = readObject(fields, [&](const QString& key, const QJsonValue& field) {
                 return readField(key, field, &entry);
             });
@@ -329,7 +325,7 @@ private:
         const double number = value.toDouble(least - 1.0);
         if (number < least || number > most || number != std::floor(number)) {
             return fail(QStringLiteral("'%1' is no whole number from %2 to %3")
-                            .arg(keys_.last())
+                            .arg(keys().last())
                             .arg(least)
                             .arg(most));
         }
@@ -337,38 +333,14 @@ private:
         return true;
     }
 
-    /// Calls `readEntry` for each entry until it returns false. keys_ leads to the entry then.
-    template <typename ReadEntry>
-    bool readObject(const QJsonValue& value, ReadEntry readEntry) {
-        if (!value.isObject()) {
-            return fail(Kind::NoObject);
-        }
-        const QJsonObject object = value.toObject();
-        for (auto entry = object.begin(); entry != object.end(); ++entry) {
-            keys_ << entry.key();
-            if (!readEntry(entry.key(), entry.value())) {
-                return false;
-            }
-            keys_.removeLast();
-        }
-        return true;
-    }
-
-    bool fail(Kind kind) { return fail(kind, keys_.mid(keys_.size() - 1)); }
+    using JsonReader::fail;
     bool fail(const QString& words) { return fail(Kind::OtherFault, {words}); }
     bool missing(const QString& key) { return fail(Kind::FieldMissing, {key}); }
-    bool fail(Kind kind, const QStringList& arguments) {
-        problem_->place = text_.place(keys_);
-        problem_->reasons = {{kind, arguments}};
-        return false;
-    }
     bool failIn(const QString& key, const QString& words) {
-        return failAt(text_.place(keys_ + QStringList(key)), words);
+        return failAt(text().place(keys() + QStringList(key)), words);
     }
     bool failAt(const mendo::TextPlace& place, const QString& words) {
-        problem_->place = place;
-        problem_->reasons = {{Kind::OtherFault, {words}}};
-        return false;
+        return JsonReader::failAt(place, {Kind::OtherFault, {words}});
     }
 
     struct Cell {
@@ -379,9 +351,6 @@ private:
         }
     };
 
-    const mendo::JsonText& text_;
-    mendo::FileProblem* problem_;
-    QStringList keys_;
     ModbusMap* map_ = nullptr;
     int pollMs_ = 20;
     QMap<QString, Entry> registers_, signals_;
