@@ -5,7 +5,6 @@
 #include "kord/kordservice.h"
 #include "simulator/projectnodes.h"
 
-#include <algorithm>
 #include <iterator>
 #include <utility>
 
@@ -42,6 +41,10 @@ Controller::Controller(KordService* service, std::unique_ptr<Backend> backend, c
       inputs_((options.robot ? options.robot : backend_.get())->signalPort()),
       isOutside_(options.robot),
       writes_(options.latency.writeMs, nullptr) {
+    const QVector<bridge::SignalRow> rows = device_ ? device_->rows() : QVector<bridge::SignalRow>();
+    for (const bridge::SignalRow& row : rows) {
+        deviceNames_.insert(row.name);
+    }
     connect(&writes_, &DelayLine::emptied, this, &Controller::caughtUp);
     connect(backend_.get(), &Backend::caughtUp, this, &Controller::caughtUp);
     fillProjectNodes(this);
@@ -74,11 +77,7 @@ void Controller::setMode(const QString& mode) {
 
 /// The device's, where it offers the name; else the robot's.
 bridge::SignalPort* Controller::portOf(const QString& name) const {
-    const QString whole = name.section(QLatin1String(".#"), 0, 0);
-    const QVector<bridge::SignalRow> rows = device_ ? device_->rows() : QVector<bridge::SignalRow>();
-    const bool isDevices = std::any_of(rows.begin(), rows.end(),
-                                       [&whole](const bridge::SignalRow& row) { return row.name == whole; });
-    return isDevices ? device_ : inputs_;
+    return deviceNames_.contains(name.section(QLatin1String(".#"), 0, 0)) ? device_ : inputs_;
 }
 
 bool Controller::setInput(const QString& name, bool value) {

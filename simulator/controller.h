@@ -7,6 +7,7 @@
 #include "simulator/quirk.h"
 
 #include <QObject>
+#include <QSet>
 #include <QString>
 #include <QVariant>
 
@@ -86,6 +87,7 @@ private:
 
     std::unique_ptr<Backend> backend_;  ///< of a robot from outside only the kinematics are used
     bridge::SignalPort* device_;        ///< beside the robot; may be null
+    QSet<QString> deviceNames_;         ///< what it offers
     bridge::SignalPort* inputs_;        ///< the robot's. One with a function setInput() has simulated inputs
     bool isOutside_;
     DelayLine writes_;
