@@ -5,18 +5,28 @@ import pathlib
 import re
 import sys
 
-FLOORS = {"host": [], "program": ["host"], "look": [], "bridge": ["host"], "kinematics": ["bridge"], "bridge/linuxcnc": ["bridge", "kinematics", "host"], "simulator": ["kinematics", "bridge", "host"], "lumo": ["program", "look", "host"],
-          "workcell": ["simulator", "kinematics", "bridge", "program", "host"], "runner": ["workcell", "simulator", "kinematics", "bridge", "program", "host"],
-          "app": ["workcell", "simulator", "kinematics", "bridge", "program", "look", "host"],
-          "tools": ["app", "workcell", "simulator", "kinematics", "bridge", "program", "look", "host"]}
-LEVELS = [["module"], ["widgets", "files", "equipment"], ["undo"], ["executor", "editor", "params", "devices", "stations"], ["panel"]]
+CONTROLLERS = ["simulator", "kinematics", "bridge"]
+PROGRAMS = ["workcell", "telemetry", "flight", *CONTROLLERS, "program", "host"]
+FLOORS = {
+    "host": [],
+    "look": [],
+    "program": ["host"],
+    "lumo": ["program", "look", "host"],
+    "bridge": ["host"],
+    "kinematics": ["bridge"],
+    "bridge/linuxcnc": ["bridge", "kinematics", "host"],
+    "simulator": ["kinematics", "bridge", "host"],
+    "workcell": [*CONTROLLERS, "program", "host"],
+    "telemetry": ["workcell", "program", "host"],
+    "flight": ["program", "host"],
+    "conform": ["workcell", "simulator", "bridge", "program", "host"],
+    "runner": PROGRAMS,
+    "app": [*PROGRAMS, "look"],
+    "tools": ["app", *PROGRAMS, "look"],
+}
+LEVELS = [["module"], ["widgets", "files", "equipment"], ["undo"],
+          ["executor", "editor", "params", "devices", "stations"], ["panel"]]
 LEVEL = {room: level for level, rooms in enumerate(LEVELS) for room in rooms}
-FLOORS["conform"] = ["workcell", "simulator", "bridge", "program", "host"]
-# Beside what the programs are made of.
-FLOORS["telemetry"] = ["workcell", "program", "host"]
-FLOORS["flight"] = ["program", "host"]
-for program in ("runner", "app", "tools"):
-    FLOORS[program] += ["telemetry", "flight"]
 
 root = pathlib.Path(sys.argv[1])
 wrong, seen, count = [], {room: {} for room in LEVEL}, 0
