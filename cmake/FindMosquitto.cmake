@@ -1,12 +1,11 @@
-# Finds the client library of mosquitto (Debian package libmosquitto-dev): target Mosquitto::Mosquitto.
+# Finds the header of mosquitto's client library (Debian package libmosquitto-dev): target Mosquitto::Headers. The library
+# is loaded at run time.
 find_path(Mosquitto_INCLUDE_DIR mosquitto.h)
-find_library(Mosquitto_LIBRARY mosquitto)
 include(FindPackageHandleStandardArgs)
-find_package_handle_standard_args(Mosquitto REQUIRED_VARS Mosquitto_LIBRARY Mosquitto_INCLUDE_DIR
+find_package_handle_standard_args(Mosquitto REQUIRED_VARS Mosquitto_INCLUDE_DIR
   REASON_FAILURE_MESSAGE "Install the Debian package libmosquitto-dev.")
-if(Mosquitto_FOUND AND NOT TARGET Mosquitto::Mosquitto)
-  add_library(Mosquitto::Mosquitto UNKNOWN IMPORTED GLOBAL)
-  set_target_properties(Mosquitto::Mosquitto PROPERTIES
-    IMPORTED_LOCATION ${Mosquitto_LIBRARY} INTERFACE_INCLUDE_DIRECTORIES ${Mosquitto_INCLUDE_DIR})
+if(Mosquitto_FOUND AND NOT TARGET Mosquitto::Headers)
+  add_library(Mosquitto::Headers INTERFACE IMPORTED GLOBAL)
+  set_target_properties(Mosquitto::Headers PROPERTIES INTERFACE_INCLUDE_DIRECTORIES ${Mosquitto_INCLUDE_DIR})
 endif()
-mark_as_advanced(Mosquitto_INCLUDE_DIR Mosquitto_LIBRARY)
+mark_as_advanced(Mosquitto_INCLUDE_DIR)

@@ -1,10 +1,9 @@
 #include "telemetry/client.h"
 
 #include "telemetry/connection.h"
+#include "telemetry/mosquittolibrary.h"
 
 #include <QElapsedTimer>
-
-#include <mosquitto.h>
 
 #include <algorithm>
 
@@ -16,9 +15,20 @@ constexpr int firstWaitMs = 1000, longestWaitMs = 30000;
 /// A connection that lasted as long is made anew at once; shorter ones wait longer each time.
 constexpr int stableMs = 30000;
 
+/// Null, and the failure told, where there is no library.
+const MosquittoLibrary* load(Exchange* exchange) {
+    const MosquittoLibrary* const library = MosquittoLibrary::load();
+    if (library) {
+        library->init();
+    } else {
+        exchange->setState(LinkStatus::State::Failed, LinkStatus::Reason::NoLibrary);
+    }
+    return library;
+}
+
 /// The network's thread. It makes connections until it is told to end.
 void work(const std::shared_ptr<Exchange>& exchange) {
-    mosquitto_lib_init();
+    const MosquittoLibrary* library = nullptr;
     int waitMs = firstWaitMs;
     while (!exchange->isEnding()) {
         int change = 0;
@@ -28,9 +38,14 @@ void work(const std::shared_ptr<Exchange>& exchange) {
             exchange->sleepUntilChanged(change);
             continue;
         }
+        library = library ? library : load(exchange.get());
+        if (!library) {
+            exchange->sleepUntilChanged(change);
+            continue;
+        }
         QElapsedTimer lasted;
         lasted.start();
-        Connection(settings, change, exchange.get()).run();
+        Connection(library, settings, change, exchange.get()).run();
         if (exchange->isObsolete(change)) {
             waitMs = firstWaitMs;
             continue;
@@ -39,7 +54,9 @@ void work(const std::shared_ptr<Exchange>& exchange) {
         exchange->sleep(waitMs, change);
         waitMs = std::min(2 * waitMs, longestWaitMs);
     }
-    mosquitto_lib_cleanup();
+    if (library) {
+        library->cleanup();
+    }
     exchange->setEnded();
 }
 

@@ -2,7 +2,6 @@
 
 #include <QFile>
 
-#include <mosquitto.h>
 #include <poll.h>
 
 #include <cerrno>
@@ -45,15 +44,17 @@ Reason reasonOf(int error) {
 
 }  // namespace
 
-Connection::Connection(const Settings& settings, int change, Exchange* exchange)
-    : settings_(settings),
+Connection::Connection(const MosquittoLibrary* library, const Settings& settings, int change,
+                       Exchange* exchange)
+    : library_(*library),
+      settings_(settings),
       change_(change),
       exchange_(exchange),
       root_(settings.root().toUtf8()),
       // The same name at each connection: the broker ends a lost one that it still holds for alive, with its
       // will, before it takes the new one in.
-      mosquitto_(mosquitto_new(QByteArray("lumo-" + settings.cell.toUtf8()).constData(), true, this),
-                 &mosquitto_destroy) {
+      mosquitto_(library->create(QByteArray("lumo-" + settings.cell.toUtf8()).constData(), true, this),
+                 library->destroy) {
     clock_.start();
 }
 
@@ -63,13 +64,13 @@ Connection::~Connection() = default;
 
 bool Connection::prepare() {
     mosquitto* const m = mosquitto_.get();
-    mosquitto_connect_callback_set(m, &Connection::onConnect);
-    mosquitto_publish_callback_set(m, &Connection::onPublish);
-    mosquitto_log_callback_set(m, &Connection::onLog);
+    library_.connect_callback_set(m, &Connection::onConnect);
+    library_.publish_callback_set(m, &Connection::onPublish);
+    library_.log_callback_set(m, &Connection::onLog);
     int code =
-        mosquitto_will_set(m, QByteArray(root_ + onlineTopic).constData(), 5, "false", atLeastOnce, true);
+        library_.will_set(m, QByteArray(root_ + onlineTopic).constData(), 5, "false", atLeastOnce, true);
     if (code == MOSQ_ERR_SUCCESS && !settings_.user.isEmpty()) {
-        code = mosquitto_username_pw_set(m, CText(settings_.user), CText(settings_.password));
+        code = library_.username_pw_set(m, CText(settings_.user), CText(settings_.password));
     }
     if (code != MOSQ_ERR_SUCCESS) {
         failWith(code, errno);
@@ -84,14 +85,14 @@ bool Connection::prepareTls() {
     }
     mosquitto* const m = mosquitto_.get();
     if (settings_.caFile.isEmpty() && settings_.certificateFile.isEmpty()) {
-        return mosquitto_int_option(m, MOSQ_OPT_TLS_USE_OS_CERTS, 1) == MOSQ_ERR_SUCCESS;
+        return library_.int_option(m, MOSQ_OPT_TLS_USE_OS_CERTS, 1) == MOSQ_ERR_SUCCESS;
     }
     const CText authorities(settings_.caFile, true);
     const int code =
-        mosquitto_tls_set(m, authorities, authorities ? nullptr : "/etc/ssl/certs",
-                          CText(settings_.certificateFile, true), CText(settings_.keyFile, true), nullptr);
+        library_.tls_set(m, authorities, authorities ? nullptr : "/etc/ssl/certs",
+                         CText(settings_.certificateFile, true), CText(settings_.keyFile, true), nullptr);
     if (code != MOSQ_ERR_SUCCESS) {
-        fail(Reason::Certificate, QString::fromUtf8(mosquitto_strerror(code)));
+        fail(Reason::Certificate, QString::fromUtf8(library_.strerror(code)));
     }
     return code == MOSQ_ERR_SUCCESS;
 }
@@ -101,8 +102,8 @@ void Connection::run() {
     if (!prepare()) {
         return;
     }
-    const int code = mosquitto_connect_async(mosquitto_.get(), settings_.host.trimmed().toUtf8().constData(),
-                                             settings_.port, keepAliveS);
+    const int code = library_.connect_async(mosquitto_.get(), settings_.host.trimmed().toUtf8().constData(),
+                                            settings_.port, keepAliveS);
     if (code != MOSQ_ERR_SUCCESS) {
         failWith(code, errno);
         return;
@@ -149,9 +150,9 @@ void Connection::onConnect(mosquitto*, void* self, int code) {
 
 /// What ends it: the broker, a document or a change in the exchange, and the time.
 void Connection::wait(int mostMs) {
-    const bool wantsToSend = mosquitto_want_write(mosquitto_.get());
+    const bool wantsToSend = library_.want_write(mosquitto_.get());
     pollfd watched[] = {
-        {mosquitto_socket(mosquitto_.get()), short(wantsToSend ? POLLIN | POLLOUT : POLLIN), 0},
+        {library_.socket(mosquitto_.get()), short(wantsToSend ? POLLIN | POLLOUT : POLLIN), 0},
         {exchange_->wakeDescriptor(), POLLIN, 0}};
     ::poll(watched, 2, isConnected_ ? exchange_->msUntilDue(clock_.elapsed(), mostMs) : mostMs);
     hasHungUp_ = (watched[0].revents & (POLLHUP | POLLERR)) != 0;
@@ -161,7 +162,7 @@ void Connection::wait(int mostMs) {
 /// Lets the library receive and send, without waiting. False when the connection is broken.
 bool Connection::step() {
     errno = 0;
-    const int code = mosquitto_loop(mosquitto_.get(), 0, 1);
+    const int code = library_.loop(mosquitto_.get(), 0, 1);
     if (code == MOSQ_ERR_SUCCESS && refusal_ == 0) {
         return true;
     }
@@ -177,8 +178,8 @@ void Connection::sendDue() {
 
 void Connection::send(const QByteArray& topic, const QByteArray& payload) {
     int message = 0;
-    const int code = mosquitto_publish(mosquitto_.get(), &message, QByteArray(root_ + topic).constData(),
-                                       int(payload.size()), payload.constData(), atLeastOnce, true);
+    const int code = library_.publish(mosquitto_.get(), &message, QByteArray(root_ + topic).constData(),
+                                      int(payload.size()), payload.constData(), atLeastOnce, true);
     if (code == MOSQ_ERR_SUCCESS) {
         if (underWay_.isEmpty()) {
             oldestMs_ = clock_.elapsed();
@@ -230,8 +231,8 @@ void Connection::leave() {
         }
     }
     if (isSaid) {
-        mosquitto_disconnect(mosquitto_.get());
-        mosquitto_loop(mosquitto_.get(), 0, 1);
+        library_.disconnect(mosquitto_.get());
+        library_.loop(mosquitto_.get(), 0, 1);
     }
 }
 
@@ -248,13 +249,13 @@ void Connection::fail(Reason reason, const QString& words) {
 void Connection::failWith(int code, int systemError) {
     constexpr int badLogin = 4, notAllowed = 5;  // answers of a broker to a connection
     const QString words = code == MOSQ_ERR_ERRNO ? QString::fromUtf8(std::strerror(systemError))
-                                                 : QString::fromUtf8(mosquitto_strerror(code));
+                                                 : QString::fromUtf8(library_.strerror(code));
     if (refusal_ == badLogin) {
         fail(Reason::BadLogin);
     } else if (refusal_ == notAllowed) {
         fail(settings_.user.isEmpty() ? Reason::NotAllowed : Reason::BadLogin);
     } else if (refusal_ != 0) {
-        fail(Reason::NotAllowed, QString::fromUtf8(mosquitto_connack_string(refusal_)));
+        fail(Reason::NotAllowed, QString::fromUtf8(library_.connack_string(refusal_)));
     } else if (code == MOSQ_ERR_EAI || code == MOSQ_ERR_UNKNOWN) {
         fail(Reason::UnknownHost);
     } else if (code == MOSQ_ERR_KEEPALIVE) {

@@ -1,13 +1,12 @@
 #pragma once
 
 #include "telemetry/exchange.h"
+#include "telemetry/mosquittolibrary.h"
 
 #include <QElapsedTimer>
 #include <QHash>
 
 #include <memory>
-
-struct mosquitto;
 
 namespace telemetry {
 
@@ -16,8 +15,8 @@ namespace telemetry {
 /// before, so that no more than one of each is under way.
 class Connection {
 public:
-    /// `change`: number of these settings' change; `exchange` must outlive it.
-    Connection(const Settings& settings, int change, Exchange* exchange);
+    /// `change`: number of these settings' change; `library` and `exchange` must outlive it.
+    Connection(const MosquittoLibrary* library, const Settings& settings, int change, Exchange* exchange);
     ~Connection();
     Connection(const Connection&) = delete;
     Connection& operator=(const Connection&) = delete;
@@ -44,6 +43,7 @@ private:
     static void onPublish(mosquitto*, void* self, int message);
     static void onLog(mosquitto*, void* self, int level, const char* text);
 
+    const MosquittoLibrary& library_;
     const Settings settings_;
     const int change_;
     Exchange* exchange_;

@@ -7,6 +7,9 @@ namespace {
 QString reasonText(LinkStatus::Reason reason, const QString& words) {
     using Reason = LinkStatus::Reason;
     switch (reason) {
+        case Reason::NoLibrary:
+            return QStringLiteral(
+                "the library libmosquitto.so.1 is missing: install the package libmosquitto1");
         case Reason::UnknownHost:
             return QStringLiteral("the host's name has no address");
         case Reason::Refused:

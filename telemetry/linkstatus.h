@@ -11,6 +11,7 @@ struct LinkStatus {
     /// Why there is no connection.
     enum class Reason {
         None,
+        NoLibrary,    ///< libmosquitto is not installed
         UnknownHost,  ///< the name has no address
         Refused,      ///< nobody listens at the port, or no way leads there
         NoAnswer,     ///< nothing came back in time

@@ -2639,6 +2639,10 @@ J/mm</translation>
 <context>
     <name>app::TelemetryText</name>
     <message>
+        <source>缺少程序库 libmosquitto.so.1，请安装软件包 libmosquitto1</source>
+        <translation>the library libmosquitto.so.1 is missing: install the package libmosquitto1</translation>
+    </message>
+    <message>
         <source>找不到该地址</source>
         <translation>the address is not known</translation>
     </message>

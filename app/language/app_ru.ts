@@ -2642,6 +2642,10 @@ J/mm</source>
 <context>
     <name>app::TelemetryText</name>
     <message>
+        <source>缺少程序库 libmosquitto.so.1，请安装软件包 libmosquitto1</source>
+        <translation>нет библиотеки libmosquitto.so.1: установите пакет libmosquitto1</translation>
+    </message>
+    <message>
         <source>找不到该地址</source>
         <translation>адрес не найден</translation>
     </message>

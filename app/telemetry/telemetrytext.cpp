@@ -14,6 +14,8 @@ struct Text {
 QString reasonText(const telemetry::LinkStatus& status) {
     using Reason = telemetry::LinkStatus::Reason;
     switch (status.reason) {
+        case Reason::NoLibrary:
+            return Text::tr("缺少程序库 libmosquitto.so.1，请安装软件包 libmosquitto1");
         case Reason::UnknownHost:
             return Text::tr("找不到该地址");
         case Reason::Refused:

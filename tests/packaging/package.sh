@@ -45,6 +45,10 @@ while read -r library; do
     grep -qxF "$owner" "$work/depends" || fail "$library is of $owner; declared: $depends"
 done < <(for object in $objects; do objdump -p "$object" | awk '$1 == "NEEDED" { print $2 }'; done | sort -u)
 
+# What is loaded when it is used.
+recommends=", $(dpkg-deb -f "$package" Recommends),"
+[[ $recommends == *", libmosquitto1,"* && $recommends == *", libgooglepinyin0,"* ]] || fail "recommended:$recommends"
+
 # The bridge to Modbus devices finds its libraries in the package lumo; nothing answers at the address of its example.
 bridge=$(echo "$work"/made/lumo-bridge-modbus_*.deb)
 dpkg-deb -x "$bridge" "$work/unpacked"

@@ -33,6 +33,15 @@ class TelemetryBroker : public QObject {
         runner.start(LUMO_RUN, QStringList{"--quiet", "--trace", name} + more + QStringList{example_});
         return runner.finish();
     }
+    /// Runs the example with a variable of the environment; what it writes to standard error.
+    QByteArray wordsOf(const QString& variable, const QString& value, const QStringList& more) {
+        Process runner;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(variable, value);
+        runner.setProcessEnvironment(environment);
+        runner.start(LUMO_RUN, QStringList{"--quiet"} + more + QStringList{example_});
+        return runner.finish() == 0 ? runner.readAllStandardError() : "it has failed";
+    }
     /// The last document that docs/telemetry.md shows of a topic.
     static QJsonObject documented(const QString& topic) {
         const QString text = test::contentOf(DOCS "/telemetry.md");
@@ -85,6 +94,18 @@ private slots:
         for (const char* name : {"welded_mm", "energy_pct_s", "laser_on_s", "heat_J_per_mm", "set"}) {
             QVERIFY2(!seam[name].isUndefined() && told[name] == seam[name], name);
         }
+    }
+
+    /// It brings OpenSSL. Without it a run goes on, and says what is missing.
+    void library_isLoadedWhenItIsNeeded() {
+        mendo::FileProblem problem;
+        QVERIFY(settingsFor(test::freePort()).write("mqtt.json", &problem));
+        const QByteArray plain = wordsOf("LD_DEBUG", "files", {});
+        QVERIFY(plain.contains("libQt5Core") && !plain.contains("libcrypto"));
+        QVERIFY(wordsOf("LD_DEBUG", "files", {"--mqtt", "mqtt.json"}).contains("libcrypto"));
+        test::writeFile("libmosquitto.so.1", "no library");
+        const QByteArray missing = wordsOf("LD_LIBRARY_PATH", QDir::currentPath(), {"--mqtt", "mqtt.json"});
+        QVERIFY2(missing.contains("install the package libmosquitto1"), missing);
     }
 
     void restartedBroker_getsTheWholeStateAgain() {
