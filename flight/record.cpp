@@ -8,7 +8,7 @@ namespace flight {
 
 namespace {
 
-constexpr int headBytes = 20;
+constexpr int ownBytes = 20;
 
 }  // namespace
 
@@ -17,7 +17,7 @@ QJsonObject Record::object() const {
 }
 
 QByteArray Record::encoded() const {
-    QByteArray bytes(headBytes + body.size(), Qt::Uninitialized);
+    QByteArray bytes(ownBytes + body.size(), Qt::Uninitialized);
     char* const to = bytes.data();
     to[0] = char(kind);
     to[1] = char(by);
@@ -25,12 +25,12 @@ QByteArray Record::encoded() const {
     to[3] = char(tree);
     std::memcpy(to + 4, &ms, sizeof ms);
     std::memcpy(to + 12, &wallMs, sizeof wallMs);
-    std::memcpy(to + headBytes, body.constData(), std::size_t(body.size()));
+    std::memcpy(to + ownBytes, body.constData(), std::size_t(body.size()));
     return bytes;
 }
 
 bool Record::decode(const QByteArray& bytes, Record* record) {
-    if (bytes.size() < headBytes) {
+    if (bytes.size() < ownBytes) {
         return false;
     }
     const char* const from = bytes.constData();
@@ -47,7 +47,7 @@ bool Record::decode(const QByteArray& bytes, Record* record) {
     record->tree = Tree(from[3]);
     std::memcpy(&record->ms, from + 4, sizeof record->ms);
     std::memcpy(&record->wallMs, from + 12, sizeof record->wallMs);
-    record->body = bytes.mid(headBytes);
+    record->body = bytes.mid(ownBytes);
     return true;
 }
 

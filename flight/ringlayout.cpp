@@ -26,17 +26,18 @@ quint32 crc32(const void* bytes, std::size_t count, quint32 crc) {
     const auto* const data = static_cast<const quint8*>(bytes);
     crc = ~crc;
     for (std::size_t i = 0; i < count; ++i) {
+        // cppcheck-suppress objectIndex  ; the bytes of a number
         crc = table[(crc ^ data[i]) & 0xFFU] ^ (crc >> 8);
     }
     return ~crc;
 }
 
 quint32 crcOf(const FileHead& head) {
-    return crc32(&head.segmentBytes, sizeof head.segmentBytes + sizeof head.segments);
+    return crc32(&head.segments, sizeof head.segments, crc32(&head.segmentBytes, sizeof head.segmentBytes));
 }
 
 quint32 crcOf(const SegmentHead& head) {
-    return crc32(&head.sequence, sizeof head.sequence + sizeof head.firstRecord);
+    return crc32(&head.firstRecord, sizeof head.firstRecord, crc32(&head.sequence, sizeof head.sequence));
 }
 
 quint32 crcOf(quint64 sequence, quint8 part, const char* bytes, std::size_t count) {

@@ -15,7 +15,7 @@ bool find(QLibrary& library, const char* name, Function* function) {
 }
 
 bool loadInto(MosquittoLibrary* functions) {
-    QLibrary library(QLatin1String(MosquittoLibrary::fileName));
+    QLibrary library{QLatin1String(MosquittoLibrary::fileName)};
     return library.load() && find(library, "mosquitto_lib_init", &functions->init) &&
            find(library, "mosquitto_lib_cleanup", &functions->cleanup) &&
            find(library, "mosquitto_new", &functions->create) &&

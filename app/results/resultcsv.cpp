@@ -13,7 +13,7 @@ namespace {
 using workcell::SeamRecord;
 
 const char* const runColumns[] = {"begun", "project", "reason", "seconds", "run_violations"};
-const char* const seamColumns[] = {
+const char* const seamTitles[] = {
     "seam",         "open_line",     "close_line",      "set",          "start_s", "end_s",
     "welded_ratio", "heat_J_per_mm", "mean_speed_mm_s", "dark_gaps_mm", "faults",  "violations"};
 
@@ -40,7 +40,7 @@ QString violationsText(const QVector<workcell::Violation>& violations, std::opti
     return names.join(QLatin1Char(' '));
 }
 
-/// In the order of seamColumns, then of workcell::seamNumbers().
+/// In the order of seamTitles, then of workcell::seamNumbers().
 QByteArrayList fieldsOf(const SeamRecord& seam, int number, const QString& violations) {
     QByteArrayList fields{
         QByteArray::number(number),
@@ -69,7 +69,7 @@ QByteArray csvHeader() {
     for (const char* const title : runColumns) {
         titles << title;
     }
-    for (const char* const title : seamColumns) {
+    for (const char* const title : seamTitles) {
         titles << title;
     }
     for (const workcell::SeamNumber& column : workcell::seamNumbers()) {
@@ -91,7 +91,7 @@ QByteArray csvLines(const RunResult& result) {
         lines += (run + fieldsOf(seams[i], number, violationsText(violations, number))).join(',') + "\r\n";
     }
     if (seams.empty()) {
-        const int empty = int(std::size(seamColumns) + workcell::seamNumbers().size());
+        const int empty = int(std::size(seamTitles) + workcell::seamNumbers().size());
         lines += run.join(',') + QByteArray(empty, ',') + "\r\n";
     }
     return lines;

@@ -15,7 +15,7 @@ namespace app {
 
 namespace {
 
-enum Place { Welded, Time, LaserOn, Gas, Verdict, count };
+enum FigurePlace { Welded, Time, LaserOn, Gas, Verdict, count };
 
 /// Minutes and seconds with their tenths.
 QString clock(double seconds) {

@@ -36,7 +36,7 @@ bool number(const QVariant& value, double* result) {
     return converts && std::isfinite(*result);
 }
 
-QString numberText(double value) {
+QString textOfNumber(double value) {
     // Whole numbers without an exponent, as long as a double is exact (2^53).
     constexpr double exactBelow = 9007199254740992.0;
     if (std::abs(value) < exactBelow && std::trunc(value) == value) {
@@ -97,7 +97,7 @@ QString toText(const QVariant& value, const QString& def) {
         case QMetaType::Float:
         case QMetaType::Double: {
             const double numeric = value.toDouble();
-            return std::isfinite(numeric) ? numberText(numeric) : def;
+            return std::isfinite(numeric) ? textOfNumber(numeric) : def;
         }
         default:
             return def;

@@ -19,7 +19,7 @@ namespace {
 
 constexpr double edgePen = 2;
 constexpr double linePen = 1.5;
-constexpr int rampStepMs = 20;  ///< steps that are not further apart are those of a ramp
+constexpr int widestStepMs = 20;  ///< steps that are not further apart are those of a ramp
 
 QPen pen(QRgb colour, double width) {
     return QPen(QColor(colour), width, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin);
@@ -180,7 +180,7 @@ void TimingPicture::drawBar(QPainter* painter, int lane, const Section& section)
     double last = steps.before;
     int lastMs = 0;
     for (const auto& [ms, value] : steps.steps) {
-        if (!isRamp || ms - lastMs > rampStepMs) {
+        if (!isRamp || ms - lastMs > widestStepMs) {
             outline << QPointF(xOf(section, ms), yOf(last));
         }
         outline << QPointF(xOf(section, ms), yOf(value));
