@@ -1,7 +1,9 @@
 #include "app/appearance.h"
 
 #include "app/lookstyle.h"
+#include "gantu/bmodule.h"
 #include "gantu/panel.h"
+#include "kord/managerhelper.h"
 #include "look/scale.h"
 #include "look/sheet.h"
 #include "look/type.h"
@@ -67,6 +69,10 @@ void installLanguage(const QString& language) {
     const QString qtName = language == QLatin1String("cn") ? QStringLiteral("zh_CN") : language;
     const QDir folder(QLibraryInfo::location(QLibraryInfo::TranslationsPath));
     translator()->installQMTranslator(folder.filePath(QStringLiteral("qtbase_%1.qm").arg(qtName)));
+}
+
+QString presentLanguage() {
+    return kord::ManagerHelper::instance()->module()->mobj()->c(QStringLiteral("language"))->getString();
 }
 
 void installStyle() {

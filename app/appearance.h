@@ -10,6 +10,8 @@ namespace app {
 /// Sets the language ("cn", "en", "ru"): the host's setting, which packages read, and the catalogues of the
 /// panel and of Qt. Call it before the first window is made.
 void installLanguage(const QString& language);
+/// The language that was set.
+[[nodiscard]] QString presentLanguage();
 
 /// Sets style, palette and font of the application, independent of the desktop's. Call it before the first
 /// window is made.

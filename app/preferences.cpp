@@ -22,6 +22,7 @@ const QString languageKey = QStringLiteral("language");
 const QString folderKey = QStringLiteral("folder");
 const QString ratedWattsKey = QStringLiteral("ratedWatts");
 const QString docksKey = QStringLiteral("docks");
+const QString helpChapterKey = QStringLiteral("helpChapter");
 const QString fullRowsKey = QStringLiteral("fullRows");
 const QString numberPadKey = QStringLiteral("touch/numberPad");
 const QString keyboardKey = QStringLiteral("touch/keyboard");
@@ -118,6 +119,14 @@ QStringList Preferences::docks() {
 
 void Preferences::rememberDocks(const QStringList& docks) {
     Store().setValue(docksKey, docks);
+}
+
+QString Preferences::helpChapter() {
+    return Store().value(helpChapterKey).toString();
+}
+
+void Preferences::rememberHelpChapter(const QString& chapter) {
+    Store().setValue(helpChapterKey, chapter);
 }
 
 bool Preferences::fullRows() {

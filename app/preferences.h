@@ -31,6 +31,9 @@ public:
     /// The docks that stood open.
     [[nodiscard]] static QStringList docks();
     static void rememberDocks(const QStringList& docks);
+    /// The chapter of the handbook that was read last.
+    [[nodiscard]] static QString helpChapter();
+    static void rememberHelpChapter(const QString& chapter);
     /// Whether the program's lines are shown with their full text.
     [[nodiscard]] static bool fullRows();
     static void rememberFullRows(bool full);

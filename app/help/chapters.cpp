@@ -1,15 +1,17 @@
 #include "app/help/chapters.h"
 
+#include "app/appearance.h"
 #include "mendo/modulemanager.h"
 #include "program/words.h"
 
 #include <QApplication>
-#include <QStringList>
+#include <QFile>
+#include <QTextBlock>
+#include <QTextDocument>
+#include <QUrl>
 #include <QWidget>
 
 namespace app {
-
-const char* const handbookUrl = "qrc:/app/docs/handbook/README.md";
 
 namespace {
 
@@ -64,6 +66,39 @@ QString chapterOfProgram() {
 }
 
 }  // namespace
+
+QUrl handbookUrl() {
+    const QString language = presentLanguage();
+    const QString file = language == QLatin1String("cn") || language == QLatin1String("ru")
+                             ? QStringLiteral("handbook.%1.md").arg(language)
+                             : QStringLiteral("README.md");
+    return QUrl(QStringLiteral("qrc:/app/docs/handbook/") + file);
+}
+
+const QStringList& handbookAnchors() {
+    static const QStringList anchors = [] {
+        QFile file(QStringLiteral(":/app/docs/handbook/README.md"));
+        file.open(QIODevice::ReadOnly);
+        QTextDocument document;
+        document.setMarkdown(QString::fromUtf8(file.readAll()));
+        QStringList all;
+        for (const QTextBlock& heading : headingsOf(document)) {
+            all << anchorOf(heading.text());
+        }
+        return all;
+    }();
+    return anchors;
+}
+
+QVector<QTextBlock> headingsOf(const QTextDocument& document) {
+    QVector<QTextBlock> headings;
+    for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
+        if (block.blockFormat().headingLevel() > 0) {
+            headings << block;
+        }
+    }
+    return headings;
+}
 
 QString anchorOf(const QString& heading) {
     QString anchor;

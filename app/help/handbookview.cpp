@@ -30,7 +30,7 @@ HandbookView::HandbookView(QWidget* parent) : QTextBrowser(parent) {
 }
 
 void HandbookView::openChapter(const QString& anchor) {
-    const QUrl handbook(QString::fromLatin1(handbookUrl));
+    const QUrl handbook = handbookUrl();
     if (source() != handbook) {
         showPage(handbook);
     }
@@ -58,12 +58,28 @@ void HandbookView::showPage(const QUrl& page) {
     dressText();
 }
 
-/// Qt gives headings of Markdown no anchors.
+/// Of the headings shown: the English ones for the handbook, else their own.
+QStringList HandbookView::anchors() const {
+    const QVector<QTextBlock> headings = headingsOf(*document());
+    const bool isHandbook = source().path().startsWith(QLatin1String("/app/docs/handbook/"));
+    if (isHandbook && handbookAnchors().size() == headings.size()) {
+        return handbookAnchors();
+    }
+    QStringList own;
+    for (const QTextBlock& heading : headings) {
+        own << anchorOf(heading.text());
+    }
+    return own;
+}
+
+/// Qt gives headings of Markdown no anchors. Links within a handbook name the headings of its own language.
 bool HandbookView::goTo(const QString& anchor) {
-    for (QTextBlock block = document()->begin(); block.isValid(); block = block.next()) {
-        if (block.blockFormat().headingLevel() > 0 && anchorOf(block.text()) == anchor) {
-            setTextCursor(QTextCursor(block));
-            const double top = document()->documentLayout()->blockBoundingRect(block).top();
+    const QVector<QTextBlock> headings = headingsOf(*document());
+    const QStringList names = anchors();
+    for (int i = 0; i < headings.size(); ++i) {
+        if (names[i] == anchor || anchorOf(headings[i].text()) == anchor) {
+            setTextCursor(QTextCursor(headings[i]));
+            const double top = document()->documentLayout()->blockBoundingRect(headings[i]).top();
             verticalScrollBar()->setValue(int(top));
             return true;
         }
@@ -72,14 +88,13 @@ bool HandbookView::goTo(const QString& anchor) {
 }
 
 QString HandbookView::shownChapter() const {
-    QString chapter;
     const int top = verticalScrollBar()->value() + headingReach;
-    for (QTextBlock block = document()->begin(); block.isValid(); block = block.next()) {
-        if (document()->documentLayout()->blockBoundingRect(block).top() > top) {
-            break;
-        }
-        if (block.blockFormat().headingLevel() > 0) {
-            chapter = anchorOf(block.text());
+    const QVector<QTextBlock> headings = headingsOf(*document());
+    const QStringList names = anchors();
+    QString chapter;
+    for (int i = 0; i < headings.size(); ++i) {
+        if (document()->documentLayout()->blockBoundingRect(headings[i]).top() <= top) {
+            chapter = names[i];
         }
     }
     return chapter;
@@ -134,10 +149,10 @@ QVariant HandbookView::loadResource(int type, const QUrl& name) {
 
 /// The document keeps the pictures that it has loaded.
 void HandbookView::resizeEvent(QResizeEvent* event) {
+    const QString chapter = shownChapter();  // before the text is laid out anew
     QTextBrowser::resizeEvent(event);
     if (std::abs(viewport()->width() - pictureWidth_) >= resizeStep && !source().isEmpty()) {
         pictureWidth_ = viewport()->width();
-        const QString chapter = shownChapter();
         reload();
         dressText();
         goTo(chapter);

@@ -2,6 +2,7 @@
 
 #include "app/appearance.h"
 #include "app/help/handbookview.h"
+#include "app/preferences.h"
 #include "look/icon.h"
 #include "look/scale.h"
 
@@ -28,18 +29,20 @@ QToolButton* makeButton(const QString& name, const QString& icon, const QString&
 }  // namespace
 
 HelpPage::HelpPage(QWidget* parent)
-    : QWidget(parent), view_(new HandbookView), field_(new QLineEdit), result_(new QLabel) {
+    : QWidget(parent),
+      view_(new HandbookView),
+      contents_(makeButton(QStringLiteral("btnHelpContents"), QStringLiteral("document"), tr("目录"))),
+      field_(new QLineEdit),
+      result_(new QLabel) {
     setObjectName(QStringLiteral("helpPage"));
     field_->setObjectName(QStringLiteral("edtHelpSearch"));
     field_->setPlaceholderText(tr("查找"));
     addClearButton(field_);
-    auto* contents = makeButton(QStringLiteral("btnHelpContents"), QStringLiteral("document"), tr("目录"));
-    contents->setText(tr("目录"));
-    contents->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    contents_->setText(tr("目录"));
     auto* back = makeButton(QStringLiteral("btnHelpBefore"), QStringLiteral("up"), tr("上一处"));
     auto* next = makeButton(QStringLiteral("btnHelpNext"), QStringLiteral("down"), tr("下一处"));
     auto* row = new QHBoxLayout;
-    row->addWidget(contents);
+    row->addWidget(contents_);
     row->addWidget(field_, 1);
     row->addWidget(back);
     row->addWidget(next);
@@ -50,12 +53,18 @@ HelpPage::HelpPage(QWidget* parent)
     column->addLayout(row);
     column->addWidget(result_);
     column->addWidget(view_, 1);
-    connect(contents, &QToolButton::clicked, this, [this] { view_->openChapter(QString()); });
+    connect(contents_, &QToolButton::clicked, this, [this] { view_->openChapter(QString()); });
     connect(back, &QToolButton::clicked, this, [this] { search(true); });
     connect(next, &QToolButton::clicked, this, [this] { search(false); });
     connect(field_, &QLineEdit::returnPressed, this, [this] { search(false); });
     connect(field_, &QLineEdit::textChanged, result_, &QWidget::hide);
     fit();
+}
+
+HelpPage::~HelpPage() {
+    if (!view_->source().isEmpty()) {
+        Preferences::rememberHelpChapter(view_->shownChapter());
+    }
 }
 
 void HelpPage::fit() {
@@ -68,10 +77,31 @@ void HelpPage::fit() {
     }
 }
 
+/// The word where it leaves the search enough of the row.
+void HelpPage::fitContents() {
+    constexpr int searchPx = 110, restPx = 156;
+    contents_->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    const bool isRoomy = width() - contents_->sizeHint().width() >= look::px(searchPx + restPx);
+    contents_->setToolButtonStyle(isRoomy ? Qt::ToolButtonTextBesideIcon : Qt::ToolButtonIconOnly);
+}
+
+void HelpPage::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    fitContents();
+}
+
 void HelpPage::changeEvent(QEvent* event) {
     QWidget::changeEvent(event);
     if (event->type() == QEvent::StyleChange) {
         fit();
+        fitContents();
+    }
+}
+
+void HelpPage::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    if (view_->source().isEmpty()) {
+        view_->openChapter(Preferences::helpChapter());
     }
 }
 

@@ -1,11 +1,10 @@
 #include "app/menu/menusheet.h"
 
+#include "app/appearance.h"
 #include "app/cell/segmentedcontrol.h"
 #include "app/dock/docks.h"
 #include "app/examples/examplelibrary.h"
 #include "app/preferences.h"
-#include "gantu/bmodule.h"
-#include "kord/managerhelper.h"
 #include "look/icon.h"
 #include "look/scale.h"
 #include "mendo/modulemanager.h"
@@ -33,10 +32,6 @@ constexpr Language languages[] = {{"cn", "中文"}, {"en", "English"}, {"ru", "�
 
 /// 0: by the size of the window.
 constexpr double factors[] = {0, 1, 1.125, 1.5};
-
-QString presentLanguage() {
-    return kord::ManagerHelper::instance()->module()->mobj()->c(QStringLiteral("language"))->getString();
-}
 
 }  // namespace
 

@@ -7,10 +7,7 @@
 #include "app/touch/dialogplace.h"
 #include "app/touch/keyboard.h"
 #include "app/touch/numberpad.h"
-#include "gantu/bmodule.h"
-#include "kord/managerhelper.h"
 #include "look/scale.h"
-#include "mendo/modulemanager.h"
 
 #include <QAbstractItemView>
 #include <QApplication>
@@ -70,10 +67,7 @@ QRect onScreen(const QWidget* widget) {
 const QString TouchInput::padId = QStringLiteral("numberpad");
 
 TouchInput::TouchInput(DockArea* docks, QObject* parent)
-    : QObject(parent),
-      docks_(docks),
-      language_(
-          kord::ManagerHelper::instance()->module()->mobj()->c(QStringLiteral("language"))->getString()) {
+    : QObject(parent), docks_(docks), language_(presentLanguage()) {
     docks_->add(
         padId,
         [this]() -> QWidget* {

@@ -1,7 +1,12 @@
+#include "app/help/chapters.h"
+#include "app/help/handbookview.h"
+#include "app/help/helppage.h"
+#include "app/menu/menutools.h"
 #include "app/preferences.h"
 #include "panelfixture.h"
 
 #include <QHash>
+#include <QTextBlock>
 
 #include <algorithm>
 
@@ -43,6 +48,27 @@ class AppRest : public test::PanelTest {
         return !all.restless().isEmpty() ? all.restless() : later.areNone() ? QString() : "something";
     }
 
+    /// How many pictures the handbook has, but for those that the panel does not have.
+    static int pictures(app::HandbookView& view) {
+        int count = 0;
+        for (QTextBlock block = view.document()->begin(); block.isValid(); block = block.next()) {
+            for (const QTextLayout::FormatRange& range : block.textFormats()) {
+                const QUrl name(range.format.toImageFormat().name());
+                count += !view.loadResource(QTextDocument::ImageResource, name).isNull();
+            }
+        }
+        return count;
+    }
+    void startAnew() {
+        panel_.reset();
+        panel_ = std::make_unique<app::Panel>();
+        QString error;
+        QVERIFY2(panel_->open(LUMO_LIBRARY, &error), qPrintable(error));
+        window()->show();
+        panel_->complete();
+        pass(100);
+    }
+
 private slots:
     void pages_restWhenShown() {
         openSample();
@@ -74,18 +100,35 @@ private slots:
         docks()->closeAll();
         docks()->open("path");
         click("btnFullRows");
-        panel_.reset();
+        startAnew();
         QVERIFY(app::Preferences::docks() == QStringList("path") && app::Preferences::fullRows());
-        panel_ = std::make_unique<app::Panel>();
-        QString error;
-        QVERIFY2(panel_->open(LUMO_LIBRARY, &error), qPrintable(error));
-        window()->show();
-        panel_->complete();
-        pass(100);
         QVERIFY(docks()->isOpen("path") && find("btnFullRows")->isChecked());
         const QList<QWidget*> tables = window()->findChildren<QWidget*>("tableWidget");
         QVERIFY(std::any_of(tables.begin(), tables.end(),
                             [](const QWidget* table) { return table->property("fullRows").toBool(); }));
+    }
+
+    void handbook_isInTheLanguageOfTheStart_atTheChapterReadLast() {
+        const QPair<const char*, const char*> languages[] = {
+            {"ru", "handbook.ru.md"}, {"cn", "handbook.cn.md"}, {"en", "README.md"}};
+        for (const auto& [language, file] : languages) {
+            docks()->closeAll();
+            docks()->open("help");
+            panel_->menu()->help()->openChapter("ports");
+            app::installLanguage(language);
+            startAnew();
+            QVERIFY(docks()->isOpen("help"));
+            app::HandbookView* const view = panel_->menu()->help()->view();
+            QCOMPARE(view->source().fileName(), file);
+            QCOMPARE(view->shownChapter(), "ports");
+            for (const QString& chapter : app::chapters()) {
+                view->openChapter(chapter);
+                QCOMPARE(view->shownChapter(), chapter);
+            }
+            QVERIFY(!view->toPlainText().contains("**"));  // bold that Markdown does not see
+            const QString picture(QChar::ObjectReplacementCharacter);
+            QCOMPARE(pictures(*view), view->toPlainText().count(picture));
+        }
     }
 };
 
