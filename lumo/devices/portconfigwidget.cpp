@@ -68,7 +68,11 @@ PortConfigWidget::PortConfigWidget(QWidget* parent)
     ui_->tableWidget->setRowCount(ports_->cmobjCount());
     table_ = new PortTable(ui_->tableWidget, portGroups());
     table_->mergeGroups();
-    addRows(m(key::executeState)->getString() == word::busy);
+    if (m(key::executeState)->getString() == word::busy) {
+        QTimer::singleShot(0, this, [this] { addRows(true); });
+    } else {
+        addRows(false);
+    }
     constexpr int periodMs = 160;
     auto* timer = new QTimer(this);
     connect(timer, &QTimer::timeout, this, &PortConfigWidget::refresh);

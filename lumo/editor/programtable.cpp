@@ -19,6 +19,8 @@ namespace {
 
 /// The rows of longer programs are filled only when somebody sees them.
 constexpr int longProgram = 1000;
+/// So many are compared with their statements in about 0.2 ms. A view of 2560x1440 shows fewer.
+constexpr int rowsAtOnce = 50;
 
 QString runFlagText(const ModuleObject* statement) {
     return isExecuted(statement) ? ProgramWidget::tr("运行") : ProgramWidget::tr("不运行");
@@ -26,7 +28,11 @@ QString runFlagText(const ModuleObject* statement) {
 
 }  // namespace
 
-ProgramTable::ProgramTable(QWidget* parent) : RowView(parent) {}
+ProgramTable::ProgramTable(QWidget* parent) : RowView(parent) {
+    catchUp_.setSingleShot(true);
+    catchUp_.setInterval(0);
+    connect(&catchUp_, &QTimer::timeout, this, &ProgramTable::catchUpNext);
+}
 
 void ProgramTable::follow() {
     beginRows();
@@ -164,6 +170,7 @@ void ProgramTable::addStatement(int row) {
 void ProgramTable::delStatement(int row) {
     removeRow(row);
     rowRemoved(row);
+    caughtUp_ = 0;
 }
 
 void ProgramTable::changeStatement(int row) {
@@ -179,8 +186,14 @@ void ProgramTable::changeStatements() {
     if (isEmpty_) {
         return;
     }
+    catchUp_.stop();
+    changeRows(0, rowCount());
+    emit programShown();
+}
+
+void ProgramTable::changeRows(int first, int end) {
     const QList<ModuleObject*> statements = program()->cmobjs();
-    for (int row = 0; row < std::min(rowCount(), statements.size()); ++row) {
+    for (int row = std::max(first, 0); row < std::min({end, rowCount(), statements.size()}); ++row) {
         const ModuleObject* const statement = statements.at(row);
         if (showsOtherThan(row, statement)) {
             drawTexts(row, statement);
@@ -188,7 +201,30 @@ void ProgramTable::changeStatements() {
             rowChanged(row, statement);
         }
     }
-    emit programShown();
+}
+
+void ProgramTable::catchUp() {
+    if (m(key::executeState)->getString() != word::busy) {
+        changeStatements();
+    } else if (!isEmpty_) {
+        const int first = rowAt(0);
+        changeRows(first, first + rowsAtOnce);
+        caughtUp_ = 0;
+        catchUp_.start();
+    }
+}
+
+void ProgramTable::catchUpNext() {
+    if (isEmpty_) {
+        return;
+    }
+    changeRows(caughtUp_, caughtUp_ + rowsAtOnce);
+    caughtUp_ += rowsAtOnce;
+    if (caughtUp_ < rowCount()) {
+        catchUp_.start();
+    } else {
+        emit programShown();
+    }
 }
 
 bool ProgramTable::showsOtherThan(int row, const ModuleObject* statement) const {

@@ -4,6 +4,7 @@
 #include "module/host.h"
 
 #include <QPersistentModelIndex>
+#include <QTimer>
 
 namespace lumo {
 struct Restored;
@@ -29,6 +30,9 @@ public:
     void changeStatement(int row) override;
     /// Shows the present texts of every statement.
     void changeStatements();
+    /// The same; while lines are executed some rows at a time, those in view first: a stop must not wait for a
+    /// long program.
+    void catchUp();
     /// Shows whether a statement is executed, also for one that shows nothing else.
     void showRunFlag(int row);
     /// Moves a statement of the program and redraws the rows between, instead of all.
@@ -66,6 +70,8 @@ private:
     void renumber(int fromRow);
     void drawRow(int row, const ModuleObject* statement);
     bool drawTexts(int row, const ModuleObject* statement);
+    void changeRows(int first, int end);
+    void catchUpNext();
     [[nodiscard]] bool showsOtherThan(int row, const ModuleObject* statement) const;
     void drawRunFlag(int row, const ModuleObject* statement);
     void drawCell(int row, Column column, const QString& text);
@@ -76,4 +82,6 @@ private:
     bool moving_ = false;
     int leaving_ = -1;  ///< of the program: a statement that is about to be removed and has no row any more
     int changesWhileMoving_ = 0;
+    int caughtUp_ = 0;  ///< rows that catchUp() has been through
+    QTimer catchUp_;
 };

@@ -473,7 +473,7 @@ QVariantList ProgramWidget::impossibleLines() const {
 void ProgramWidget::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
     // Other pages may have changed values that rows show: parameter sets, ports and points.
-    ui_->tableWidget->changeStatements();
+    ui_->tableWidget->catchUp();
     stored_->touch();
 }
 

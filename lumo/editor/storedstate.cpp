@@ -19,6 +19,10 @@ namespace {
 constexpr int restMs = 300;
 constexpr char byteOrderMark[] = "\xEF\xBB\xBF";
 
+bool isAtWork() {
+    return m(key::executeState)->getString() == word::busy;
+}
+
 QByteArray digestOf(const QJsonDocument& document) {
     return QCryptographicHash::hash(document.toJson(QJsonDocument::Compact), QCryptographicHash::Sha1);
 }
@@ -28,7 +32,12 @@ QByteArray digestOf(const QJsonDocument& document) {
 StoredState::StoredState(QObject* parent) : QObject(parent) {
     rest_.setSingleShot(true);
     rest_.setInterval(restMs);
-    connect(&rest_, &QTimer::timeout, this, &StoredState::check);
+    connect(&rest_, &QTimer::timeout, this, &StoredState::checkAtRest);
+    connect(m(key::executeState), &ModuleObject::changed, this, [this] {
+        if (isDue_ && !isAtWork()) {
+            rest_.start();
+        }
+    });
     ModuleObject* const toolset = m(key::toolset);
     for (const ModuleObject* node : {toolset, toolset->c(field::end), toolset->c(field::ref)}) {
         connect(node, &ModuleObject::changed, this, &StoredState::touch);
@@ -47,8 +56,17 @@ void StoredState::touch() {
     emit touched();
 }
 
+/// Not while lines are executed: a stop would wait for the comparison of a long program.
+void StoredState::checkAtRest() {
+    isDue_ = isAtWork();
+    if (!isDue_) {
+        check();
+    }
+}
+
 void StoredState::check() {
     rest_.stop();
+    isDue_ = false;
     bool stored = true;
     isEdited_ = false;
     if (!path_.isEmpty()) {
@@ -64,6 +82,7 @@ void StoredState::check() {
 
 void StoredState::saved() {
     rest_.stop();
+    isDue_ = false;
     fileTime_ = QDateTime();
     base_ = Digest();  // the next comparison finds it
     isEdited_ = false;

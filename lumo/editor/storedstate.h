@@ -10,8 +10,8 @@ namespace lumo {
 
 /// Tells whether the project file holds the program and the tool set of the tree.
 ///
-/// It compares contents, some time after the last change: undoing a change makes the state stored again, and
-/// a file written by another program is noticed. It only reads.
+/// It compares contents, some time after the last change and not while lines are executed: undoing a change
+/// makes the state stored again, and a file written by another program is noticed. It only reads.
 class StoredState : public QObject {
     Q_OBJECT
     /// For programs that load the package.
@@ -49,6 +49,7 @@ private:
             return statements == other.statements && toolset == other.toolset;
         }
     };
+    void checkAtRest();
     void setStored(bool stored);
     void readFile();
     [[nodiscard]] static Digest digest(const QJsonValue& document);
@@ -60,6 +61,7 @@ private:
     Digest base_;  ///< of the content when it was last found stored
     bool isStored_ = true;
     bool isEdited_ = false;
+    bool isDue_ = false;  ///< the comparison waits for the end of a run
     QTimer rest_;
 };
 
