@@ -4,6 +4,7 @@
 #include "devices/portstate.h"
 #include "devices/porttable.h"
 #include "devices/porttest.h"
+#include "equipment/handlit.h"
 #include "equipment/ports.h"
 #include "files/settingsfile.h"
 #include "look/icon.h"
@@ -68,7 +69,7 @@ PortConfigWidget::PortConfigWidget(QWidget* parent)
     ui_->tableWidget->setRowCount(ports_->cmobjCount());
     table_ = new PortTable(ui_->tableWidget, portGroups());
     table_->mergeGroups();
-    if (m(key::executeState)->getString() == word::busy) {
+    if (mustStopAtOnce()) {
         QTimer::singleShot(0, this, [this] { addRows(true); });
     } else {
         addRows(false);
@@ -112,7 +113,7 @@ bool PortConfigWidget::hasAllRows() const {
     return nameBoxes_.size() == ui_->tableWidget->rowCount();
 }
 
-/// A row at a time where a program runs: a stop must not wait for the whole page.
+/// A row at a time where a stop must not wait for the whole page.
 void PortConfigWidget::addRows(bool oneByOne) {
     while (!hasAllRows()) {
         const int row = nameBoxes_.size();

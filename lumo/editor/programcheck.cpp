@@ -1,6 +1,7 @@
 #include "editor/programcheck.h"
 
 #include "editor/programtable.h"
+#include "equipment/handlit.h"
 #include "executor/lumoexecutor.h"
 #include "module/globals.h"
 #include "module/host.h"
@@ -71,6 +72,10 @@ void ProgramCheck::touch() {
 void ProgramCheck::check() {
     isDue_ = isRunning();
     if (isDue_ || !table_->window()->isVisible()) {
+        return;
+    }
+    if (isLitByHand(DO_LASER_ENABLE)) {
+        touch();  // checking a long program takes long, and a stop would wait for it
         return;
     }
     checkProgram();

@@ -2,6 +2,7 @@
 
 #include "editor/programwidget.h"
 #include "editor/statementtext.h"
+#include "equipment/handlit.h"
 #include "program/statement.h"
 #include "program/words.h"
 #include "undo/history.h"
@@ -204,7 +205,7 @@ void ProgramTable::changeRows(int first, int end) {
 }
 
 void ProgramTable::catchUp() {
-    if (m(key::executeState)->getString() != word::busy) {
+    if (!mustStopAtOnce()) {
         changeStatements();
     } else if (!isEmpty_) {
         const int first = rowAt(0);

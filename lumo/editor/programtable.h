@@ -30,8 +30,7 @@ public:
     void changeStatement(int row) override;
     /// Shows the present texts of every statement.
     void changeStatements();
-    /// The same; while lines are executed some rows at a time, those in view first: a stop must not wait for a
-    /// long program.
+    /// The same; where a stop must not wait for a long program some rows at a time, those in view first.
     void catchUp();
     /// Shows whether a statement is executed, also for one that shows nothing else.
     void showRunFlag(int row);

@@ -1,5 +1,6 @@
 #include "editor/storedstate.h"
 
+#include "equipment/handlit.h"
 #include "files/projectfile.h"
 #include "module/host.h"
 #include "program/words.h"
@@ -19,10 +20,6 @@ namespace {
 constexpr int restMs = 300;
 constexpr char byteOrderMark[] = "\xEF\xBB\xBF";
 
-bool isAtWork() {
-    return m(key::executeState)->getString() == word::busy;
-}
-
 QByteArray digestOf(const QJsonDocument& document) {
     return QCryptographicHash::hash(document.toJson(QJsonDocument::Compact), QCryptographicHash::Sha1);
 }
@@ -33,11 +30,6 @@ StoredState::StoredState(QObject* parent) : QObject(parent) {
     rest_.setSingleShot(true);
     rest_.setInterval(restMs);
     connect(&rest_, &QTimer::timeout, this, &StoredState::checkAtRest);
-    connect(m(key::executeState), &ModuleObject::changed, this, [this] {
-        if (isDue_ && !isAtWork()) {
-            rest_.start();
-        }
-    });
     ModuleObject* const toolset = m(key::toolset);
     for (const ModuleObject* node : {toolset, toolset->c(field::end), toolset->c(field::ref)}) {
         connect(node, &ModuleObject::changed, this, &StoredState::touch);
@@ -56,17 +48,16 @@ void StoredState::touch() {
     emit touched();
 }
 
-/// Not while lines are executed: a stop would wait for the comparison of a long program.
 void StoredState::checkAtRest() {
-    isDue_ = isAtWork();
-    if (!isDue_) {
+    if (mustStopAtOnce()) {
+        rest_.start();  // comparing a long program takes long
+    } else {
         check();
     }
 }
 
 void StoredState::check() {
     rest_.stop();
-    isDue_ = false;
     bool stored = true;
     isEdited_ = false;
     if (!path_.isEmpty()) {
@@ -82,7 +73,6 @@ void StoredState::check() {
 
 void StoredState::saved() {
     rest_.stop();
-    isDue_ = false;
     fileTime_ = QDateTime();
     base_ = Digest();  // the next comparison finds it
     isEdited_ = false;

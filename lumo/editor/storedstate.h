@@ -10,7 +10,7 @@ namespace lumo {
 
 /// Tells whether the project file holds the program and the tool set of the tree.
 ///
-/// It compares contents, some time after the last change and not while lines are executed: undoing a change
+/// It compares contents, some time after the last change and not while a laser may be on: undoing a change
 /// makes the state stored again, and a file written by another program is noticed. It only reads.
 class StoredState : public QObject {
     Q_OBJECT
@@ -61,7 +61,6 @@ private:
     Digest base_;  ///< of the content when it was last found stored
     bool isStored_ = true;
     bool isEdited_ = false;
-    bool isDue_ = false;  ///< the comparison waits for the end of a run
     QTimer rest_;
 };
 

@@ -1,5 +1,8 @@
 #include "equipment/handlit.h"
 
+#include "module/host.h"
+#include "program/words.h"
+
 #include <array>
 #include <bitset>
 
@@ -27,6 +30,10 @@ int offsByHand(I_PORT device) {
 
 bool isLitByHand() {
     return lit.any();
+}
+
+bool mustStopAtOnce() {
+    return m(key::executeState)->getString() == word::busy || isLitByHand(DO_LASER_ENABLE);
 }
 
 bool isLitByHand(I_PORT device) {

@@ -17,6 +17,9 @@ LUMO_EXPORT void noteByHand(I_PORT device, bool on);
 /// Whether any device, or this one, is on by hand.
 [[nodiscard]] LUMO_EXPORT bool isLitByHand();
 [[nodiscard]] LUMO_EXPORT bool isLitByHand(I_PORT device);
+/// Whether lines are executed or the laser is on by hand: a stop must find the GUI thread free, so that long
+/// work is put off or done in pieces.
+[[nodiscard]] LUMO_EXPORT bool mustStopAtOnce();
 /// The outputs that go to 0 with an output, in the order of an immediate shutdown: itself, and a device's set
 /// points.
 [[nodiscard]] LUMO_EXPORT std::vector<I_PORT> outputsOf(I_PORT device);
