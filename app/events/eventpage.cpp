@@ -22,7 +22,7 @@ namespace app {
 
 namespace {
 
-constexpr int rowPx = 44;  // two lines
+constexpr int rowPx = 48;  // two lines
 constexpr int searchDelayMs = 300;
 constexpr int kindPx = 176, dayPx = 128;
 constexpr int narrowPx = 640;  // narrower, the day stands below the text, and some columns are left out

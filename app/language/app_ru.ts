@@ -2169,7 +2169,7 @@ J/mm</source>
     <name>app::StateSheet</name>
     <message>
         <source>查看监控页面</source>
-        <translation>Показать монитор</translation>
+        <translation>Показать состояние</translation>
     </message>
     <message>
         <source>查看设备页面</source>

@@ -17,6 +17,7 @@ namespace {
 
 /// Below this the remark goes below the parameters.
 constexpr int wideList = 700;
+constexpr int comfortableNote = 200;
 constexpr int leastNote = 120;
 /// Type is measured anew beyond this many shapes.
 constexpr int mostShapes = 4000;
@@ -112,6 +113,16 @@ void RowGrid::fitColumns(int width, int inside, int rowCount, const QStringList&
     if (width >= look::px(wideList) && note >= look::px(leastNote)) {
         mode_ = Mode::Wide;
         details = parameters;
+        // Words that stand in two lines get one where the remarks leave room.
+        const auto widen = [](int* column, int whole, int* remarks) {
+            const int more = whole - *column;
+            if (more > 0 && *remarks - more >= look::px(comfortableNote)) {
+                *remarks -= more;
+                *column = whole;
+            }
+        };
+        widen(&run, look::textWidth(headerFont_, captions.value(ProgramTable::RunColumn)) + gap(), &note);
+        widen(&command, commandWidth(true), &note);
         return;
     }
     command = commandWidth(false);

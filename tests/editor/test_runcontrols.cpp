@@ -60,6 +60,27 @@ private slots:
         QCOMPARE(boxes(), QStringList());
     }
 
+    /// A stop does not wait for a long program.
+    void longProgram_isComparedInPieces_whileItRuns() {
+        load("delay 5000; " + QByteArray("delay 1 off; ").repeated(300) + "delay 1");
+        bench.time.advance(1000);
+        const auto note = [this](int row) { return table()->item(row, ProgramTable::NoteColumn)->text(); };
+        at(1000, [&] {
+            page->hide();
+            for (const int row : {0, 300}) {
+                line(row)->set(this, "note", "edited");
+            }
+            page->show();
+            QCOMPARE(note(0) + note(300), "edited");
+        });
+        at(2000, [&] {
+            QVERIFY(tableTellsTheTruth());
+            QVERIFY(page->stored()->isStored());
+        });
+        act("btnStart");
+        QCOMPARE(storedText(), changed_);
+    }
+
     /// Lines that are not executed count, too.
     void unpairedWelding_isNotStarted() {
         for (const QByteArray lines : {"open; delay", "moveL; open; delay; close; open; close"}) {

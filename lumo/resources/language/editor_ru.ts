@@ -545,7 +545,7 @@
     </message>
     <message>
         <source>运动速度</source>
-        <translation>Макс.</translation>
+        <translation>Ход</translation>
     </message>
 </context>
 <context>
@@ -692,11 +692,11 @@
     </message>
     <message>
         <source>回到中断点，继续焊接</source>
-        <translation>Назад и варить дальше</translation>
+        <translation>Вернуться и продолжить шов</translation>
     </message>
     <message>
         <source>回到中断点，重叠一段后继续焊接</source>
-        <translation>Назад и варить с перекрытием</translation>
+        <translation>Вернуться с перекрытием</translation>
     </message>
     <message>
         <source>取消</source>
@@ -724,7 +724,7 @@
     </message>
     <message>
         <source>剩余 %1 mm 焊缝不焊接，焊接开关将关闭。</source>
-        <translation>%1 мм шва останутся без сварки; сварка выключится.</translation>
+        <translation>%1 мм шва останутся без сварки; переключатель «Сварка» выключится.</translation>
     </message>
     <message>
         <source>选择之前不会有任何动作。</source>
