@@ -195,7 +195,10 @@ void PageOperator::fillFields(const QWidget* page, const QJsonObject& keys) cons
 
 void PageOperator::tickPort(int row, bool enable) {
     button(panel_, "btnPort")->click();  // the page reads the assignment when it is opened
-    const QWidget* page = shownPage("PortConfigWidget");
+    QWidget* page = shownPage("PortConfigWidget");
+    if (page) {
+        QMetaObject::invokeMethod(page, "completeRows");
+    }
     const auto* table = page ? page->findChild<QTableWidget*>(QStringLiteral("tableWidget")) : nullptr;
     QCheckBox* box = table ? checkBox(table, row) : nullptr;
     if (!box) {

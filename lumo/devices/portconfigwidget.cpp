@@ -70,9 +70,9 @@ PortConfigWidget::PortConfigWidget(QWidget* parent)
     table_ = new PortTable(ui_->tableWidget, portGroups());
     table_->mergeGroups();
     if (mustStopAtOnce()) {
-        QTimer::singleShot(0, this, [this] { addRows(true); });
+        QTimer::singleShot(0, this, &PortConfigWidget::addNextRow);
     } else {
-        addRows(false);
+        completeRows();
     }
     constexpr int periodMs = 160;
     auto* timer = new QTimer(this);
@@ -113,16 +113,28 @@ bool PortConfigWidget::hasAllRows() const {
     return nameBoxes_.size() == ui_->tableWidget->rowCount();
 }
 
-/// A row at a time where a stop must not wait for the whole page.
-void PortConfigWidget::addRows(bool oneByOne) {
+void PortConfigWidget::addNextRow() {
+    if (hasAllRows()) {
+        return;
+    }
+    const int row = nameBoxes_.size();
+    addRow(row, ports_->c(row));
+    if (hasAllRows()) {
+        rowsComplete();
+    } else {
+        QTimer::singleShot(0, this, &PortConfigWidget::addNextRow);
+    }
+}
+
+void PortConfigWidget::completeRows() {
     while (!hasAllRows()) {
         const int row = nameBoxes_.size();
         addRow(row, ports_->c(row));
-        if (oneByOne && !hasAllRows()) {
-            QTimer::singleShot(0, this, [this] { addRows(true); });
-            return;
-        }
     }
+    rowsComplete();
+}
+
+void PortConfigWidget::rowsComplete() {
     check();
     if (isVisible()) {
         place();
@@ -352,9 +364,7 @@ void PortConfigWidget::switchOffLeaving() {
 
 void PortConfigWidget::save() {
     const QPointer<PortConfigWidget> self(this);
-    if (!hasAllRows()) {
-        addRows(false);
-    }
+    completeRows();
     switchOffLeaving();
     if (!self) {
         return;

@@ -40,6 +40,10 @@ public:
     /// taken into or out of use, the program's starts of welding follow. The host's file service reports a
     /// file that cannot be written.
     void save();
+    /// Adds what is left of the rows, for a program that operates the page. A page that is opened while lines
+    /// are executed or the laser is on by hand gets one row at a time: a stop must not wait for the whole
+    /// page.
+    Q_INVOKABLE void completeRows();
 
     /// Before a combo box opens or changes, removes from it the names that other ports have.
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -61,7 +65,8 @@ private:
     void showFindings(const prog::Findings& findings);
     void refresh();
     [[nodiscard]] bool hasAllRows() const;
-    void addRows(bool oneByOne);
+    void addNextRow();
+    void rowsComplete();
     void addRow(int row, const ModuleObject* port);
     lumo::PortNameBox* nameBox(int row, const ModuleObject* port);
     void showCount();

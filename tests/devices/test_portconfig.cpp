@@ -128,6 +128,7 @@ private slots:
             lumo::noteByHand(DO_LASER_ENABLE, true);
             lumo::noteByHand(DO_GAS, row.port == DO_GAS_SAFETY_LOCK);
             page_ = std::make_unique<PortConfigWidget>();
+            page_->completeRows();  // one at a time while the laser is on
             box(row.port)->setCurrentText(row.name);
             check(row.port)->setChecked(row.used);
             bench_.robot.mark();
