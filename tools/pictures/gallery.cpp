@@ -61,10 +61,11 @@ bool visit(const Stop& stop, Scene* scene, const QDir& folder, const QString& la
             problem = scene->picture().isNull() ? QStringLiteral("its moment did not come")
                                                 : QStringLiteral("the panel does not fit");
         }
-        if (!scene->picture().isNull() && !scene->picture().save(folder.filePath(file))) {
-            problem = QStringLiteral("it cannot be written");
+        QStringList problems = problem.isEmpty() ? scene->faults() : QStringList{problem};
+        const bool isKept = !scene->picture().isNull() && !(choice.faultyOnly && problems.isEmpty());
+        if (isKept && !scene->picture().save(folder.filePath(file))) {
+            problems << QStringLiteral("it cannot be written");
         }
-        const QStringList problems = problem.isEmpty() ? scene->faults() : QStringList{problem};
         for (const QString& each : problems) {
             complain(file + QStringLiteral(": ") + each);
             whole = false;
@@ -82,6 +83,9 @@ QStringList optionsOf(const Choice& choice) {
     if (choice.size.isValid()) {
         options << QStringLiteral("--size")
                 << QStringLiteral("%1x%2").arg(choice.size.width()).arg(choice.size.height());
+    }
+    if (choice.faultyOnly) {
+        options << QStringLiteral("--faulty");
     }
     return options;
 }

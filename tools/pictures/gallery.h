@@ -9,6 +9,7 @@ namespace pictures {
 struct Choice {
     QString part;  ///< of the picture's name
     QSize size;
+    bool faultyOnly = false;  ///< of the pictures, those are written in which something is wrong
 };
 
 /// Reads "1280x800"; false when it is not of this kind.

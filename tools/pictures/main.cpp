@@ -11,10 +11,10 @@ namespace {
 constexpr int badUsage = 2;
 
 const char* const usage =
-    "Usage: lumo-pictures [--language cn|en|ru] [--size WIDTHxHEIGHT] [--only TEXT] DIR\n\n"
+    "Usage: lumo-pictures [--language cn|en|ru] [--size WIDTHxHEIGHT] [--only TEXT] [--faulty] DIR\n\n"
     "Writes a picture of every page, dialog and message of the operator panel into a folder, in\n"
     "every language (or one) and four sizes (or one); with --only those whose names contain the\n"
-    "text. Needs no screen.\n\n"
+    "text. With --faulty it judges all and writes those in which something is wrong. Needs no screen.\n\n"
     "Exit status: 0 all written; 1 a picture is missing; 2 bad usage.\n";
 
 void onQtMessage(QtMsgType type, const QMessageLogContext&, const QString& text) {
@@ -43,6 +43,7 @@ int main(int argc, char** argv) {
               choice.part = text;
               return QString();
           }},
+         workcell::flag("faulty", "", &choice.faultyOnly),
          workcell::flag("help", "", &help)},
         &folders);
     if (help) {
