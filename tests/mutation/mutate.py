@@ -10,6 +10,7 @@ import pathlib
 import re
 import shlex
 
+from clang import cindex
 from clang.cindex import CursorKind as Kind, Index, TypeKind
 
 HERE = pathlib.Path(__file__).resolve().parent
@@ -31,6 +32,7 @@ CONDITIONS = {Kind.IF_STMT: 0, Kind.WHILE_STMT: 0, Kind.CONDITIONAL_OPERATOR: 0,
 # Statements for developers only. Log lines may be removed, but not exchanged.
 SILENT = re.compile(rb"q(Debug|Info|Warning|Critical)\b|Q_UNUSED|Q_ASSERT")
 LOGGED = re.compile(rb"log[A-Z]\(")
+CONSTANT = re.compile(rb"(static\s+)?constexpr\b")
 ONLY_SPACE = re.compile(rb"(\s|//[^\n]*\n|/\*.*?\*/)*", re.DOTALL)
 
 
@@ -79,6 +81,8 @@ class Source:
     def visit(self, cursor, function):
         if cursor.kind == Kind.STATIC_ASSERT:
             return
+        if cursor.kind in FUNCTIONS and CONSTANT.match(self.text, cursor.extent.start.offset):
+            return  # a constant may be made by it
         if cursor.kind in FUNCTIONS and cursor.is_definition():
             parent = cursor.semantic_parent
             owner = f"{parent.spelling}::" if parent.kind in (Kind.CLASS_DECL, Kind.STRUCT_DECL) else ""
@@ -90,7 +94,7 @@ class Source:
             self.add_condition(children[CONDITIONS[cursor.kind]])
         self.add_statements(children[BODIES[cursor.kind]] if cursor.kind in BODIES else [])
         if cursor.kind == Kind.VAR_DECL:
-            word = re.compile(rb"(static\s+)?constexpr\b").match(self.text, cursor.extent.start.offset)
+            word = CONSTANT.match(self.text, cursor.extent.start.offset)
             if word:
                 self.constants.append((word.end() - len(b"constexpr"), cursor.extent.end.offset, cursor.spelling))
         for child in children:
@@ -255,9 +259,11 @@ def flags_of(command):
     """The flags of the build, without compiler, input and output."""
     command = re.sub(r"\s-(MD|MMD|(o|c|MF|MT|MQ)\s+(\\.|\S)+)(?=\s|$)", "", command)
     flags = itertools.dropwhile(lambda word: not word.startswith("-"), shlex.split(command))
-    # libclang does not find the compiler's own headers by itself.
-    builtin = sorted(map(str, pathlib.Path("/usr/lib/clang").glob("*/include")))[-1:]
-    return [*flags, "-w", "-include", f"{HERE}/../../cmake/clang_strlen.h", *(f"-isystem{path}" for path in builtin)]
+    # libclang does not find the compiler's own headers by itself. Those of another version do not fit.
+    version = cindex.conf.lib.clang_getClangVersion
+    version.restype, version.errcheck = cindex._CXString, cindex._CXString.from_result
+    builtin = f"/usr/lib/clang/{re.search('[0-9.]+', version())[0]}/include"
+    return [*flags, "-w", "-include", f"{HERE}/../../cmake/clang_strlen.h", f"-isystem{builtin}"]
 
 
 def write_copies(root, build, out, names, jobs):

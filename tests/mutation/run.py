@@ -3,10 +3,10 @@
 
     run.py [OPTION …] [--matrix | --compare | --stage STAGE …]
 
-Stages: `mutate` writes the mutated copies. `build` builds the tests with them. `cover` runs each test and records which
-mutants it reaches. `kill` runs each mutant of the sample (N in an area, the same for a seed) against the tests that
-reach it, the fastest first, until one fails, crashes or hangs. `report` prints the tables. Results are stored in
-build/mutants/results.jsonl, and an interrupted run continues; remove the file before a run whose results are published.
+Stages: `mutate` writes the mutated copies of the areas. `build` builds the tests with them. `cover` runs each test and
+records which mutants it reaches. `kill` runs each mutant of the sample (N in an area, the same for a seed) against the
+tests that reach it, the fastest first, until one fails, crashes or hangs. `report` prints the tables. Results are stored
+in build/mutants/results.jsonl, and an interrupted run continues; remove the file before a run whose results are published.
 
 `matrix` records which test functions fail for each mutant that died; `report` then lists the functions that kill none.
 `report --write-baseline` writes all results to baseline.tsv; `compare` repeats the mutants that died there and fails if
@@ -40,17 +40,23 @@ AREAS = {
     "stations": ["lumo/stations/*.cpp"],
     "editor": ["lumo/editor/*.cpp"],
     "panel": ["lumo/panel/*.cpp", "lumo/module/*.cpp", "lumo/params/*.cpp", "lumo/files/*.cpp", "lumo/widgets/*.cpp"],
-    "bridge": ["bridge/*.cpp"],
+    "bridge": ["bridge/*.cpp", "bridge/*/*.cpp"],
+    "conform": ["conform/*.cpp"],
+    "flight": ["flight/*.cpp"],
     "host": ["host/*/*.cpp"],
     "kinematics": ["kinematics/*.cpp"],
+    "look": ["look/*.cpp"],
     "simulator": ["simulator/*.cpp", "simulator/*/*.cpp"],
-    "runner": ["runner/*.cpp", "workcell/*.cpp"],
+    "replay": ["runner/replay/*.cpp"],
+    "runner": ["runner/*.cpp", "runner/stress/*.cpp", "workcell/*.cpp", "workcell/*/*.cpp"],
+    "telemetry": ["telemetry/*.cpp"],
     "app": ["app/*.cpp", "app/*/*.cpp"],
 }
-# main() is not in a library.
-UNCHANGED = re.compile(r"(.*/)?main\.cpp")
-# Not run: tests with random schedules or damaged files, and those that need a display, an installation or ptrace.
-LEFT_OUT = re.compile(r"campaign|long|packaging|fuzz|disk_|display|panel_randomclicks")
+# main() and what a bridge exports are not in a library.
+UNCHANGED = re.compile(r"(.*/)?main\.cpp|bridge/\w+/plugin\.cpp")
+# Not run: tests with random schedules or damaged files, those of pictures, which are slow, and those that need a display,
+# an installation, ptrace or the one LinuxCNC that a machine can run.
+LEFT_OUT = re.compile(r"campaign|long|packaging|fuzz|disk_|display|pictures|panel_randomclicks|linuxcnc_(live|conform)")
 SLOWEST_S = 8.0
 LIMITS = ["prlimit", f"--as={4 << 30}", f"--fsize={64 << 20}", "--core=0"]
 ENVIRONMENT = {"QT_QPA_PLATFORM": "offscreen", "LC_ALL": "C.UTF-8", "QTEST_DISABLE_STACK_DUMP": "1"}
@@ -106,7 +112,8 @@ def mutate(options):
     # Gives the compiler flags and the headers generated from forms.
     run("cmake", "--preset", "release")
     run("cmake", "--build", release, "--target", "lumo_objects_autogen")
-    names = sorted(str(path.relative_to(ROOT)) for globs in AREAS.values() for g in globs for path in ROOT.glob(g))
+    globs = [g for area in options.area for g in AREAS[area]]
+    names = sorted(str(path.relative_to(ROOT)) for g in globs for path in ROOT.glob(g))
     write_copies(ROOT, release, COPIES, [name for name in names if not UNCHANGED.match(name)], options.jobs)
 
 
