@@ -1,16 +1,27 @@
 option(LUMO_PCH "Precompile Qt's headers: builds faster, but hides missing #includes" OFF)
 
-# lumo_qt_headers(TARGET [FROM OTHER] [HEADERS …]): with LUMO_PCH the target uses precompiled Qt headers, its own or
-# those of another target with the same definitions.
+# lumo_qt_headers(TARGET [OWN | FROM OTHER] [HEADERS …]): with LUMO_PCH the target uses precompiled Qt headers, those of all
+# targets, its own, as with other flags or more HEADERS, or those of another target with the same definitions.
 function(lumo_qt_headers target)
   if(NOT LUMO_PCH)
     return()
   endif()
-  cmake_parse_arguments(arg "" "FROM" "HEADERS" ${ARGN})
-  if(arg_FROM)
+  cmake_parse_arguments(arg "OWN" "FROM" "HEADERS" ${ARGN})
+  set(headers <QtWidgets> <functional> <memory>)
+  if(arg_OWN OR arg_HEADERS)
+    target_precompile_headers(${target} PRIVATE ${headers} ${arg_HEADERS})
+  elseif(arg_FROM)
     target_precompile_headers(${target} REUSE_FROM ${arg_FROM})
   else()
-    target_precompile_headers(${target} PRIVATE <QtWidgets> <functional> <memory> ${arg_HEADERS})
+    if(NOT TARGET qt_headers)
+      file(WRITE ${CMAKE_BINARY_DIR}/qt_headers.cpp "")
+      add_library(qt_headers OBJECT ${CMAKE_BINARY_DIR}/qt_headers.cpp)
+      target_link_libraries(qt_headers PRIVATE Qt5::Widgets lumo_warnings)
+      target_precompile_headers(qt_headers PRIVATE ${headers})
+      target_compile_options(qt_headers PRIVATE -fpch-preprocess)
+      set_target_properties(qt_headers PROPERTIES AUTOMOC OFF)
+    endif()
+    target_precompile_headers(${target} REUSE_FROM qt_headers)
   endif()
   target_compile_options(${target} PRIVATE -fpch-preprocess) # ccache needs it
 endfunction()
