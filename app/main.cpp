@@ -8,6 +8,7 @@
 #include "app/quitsignals.h"
 #include "app/scope/scopeexport.h"
 #include "app/scope/signalrecorder.h"
+#include "app/startsteps.h"
 #include "gantu/package.h"
 #include "mendo/modulemanager.h"
 #include "program/words.h"
@@ -27,7 +28,6 @@
 #include <unistd.h>
 #include <cstdlib>
 #include <optional>
-#include <utility>
 #include <vector>
 
 namespace {
@@ -210,7 +210,9 @@ bool fill(app::Panel* panel, const app::Options& options) {
     panel->setRatedPower(app::Preferences::ratedWatts());
     panel->keepEdits();
     panel->setFlightSize(options.flightMb);
-    panel->window()->tellNextPaint();
+    // Where the page's paint takes long, or none comes.
+    constexpr int recordWithinMs = 300;
+    QTimer::singleShot(recordWithinMs, panel, &app::Panel::record);
     if (options.example.isEmpty()) {
         offerSetupSoon(panel);
     }
@@ -241,7 +243,7 @@ int run(app::Options options, sim::PacedTime* time, std::optional<QStringList>* 
     }
     sim::Controller::Options controller;
     outside.addTo(&controller);
-    app::Panel panel(controller);
+    app::Panel panel(controller, outside.names());
     panel.window()->setChosenFactor(app::Preferences::factor());
     resize(panel.window());
     panel.makeFrame();
@@ -250,16 +252,18 @@ int run(app::Options options, sim::PacedTime* time, std::optional<QStringList>* 
     if (!lost.isEmpty()) {
         panel.window()->notices()->report({lost, {}, {{mendo::FileProblem::Kind::NoSuchFolder}}});
     }
-    QObject::connect(
-        panel.window(), &app::PanelWindow::painted, &panel,
-        [&panel, &options, isFilled = false]() mutable {
-            if (std::exchange(isFilled, true)) {
-                panel.complete();
-            } else if (!fill(&panel, options)) {
-                QCoreApplication::exit(failed);
-            }
-        },
-        Qt::QueuedConnection);
+    const auto fillFrame = [&] {
+        const bool isFilled = fill(&panel, options);
+        if (!isFilled) {
+            QCoreApplication::exit(failed);
+        }
+        return isFilled;
+    };
+    const auto complete = [&panel] {
+        panel.complete();
+        return true;
+    };
+    const app::StartSteps steps(panel.window(), {fillFrame, complete});
     show(panel.window());
     mendo::ModuleManager::setOutermostLoop(1);
     const int status = QApplication::exec();

@@ -10,6 +10,7 @@
 #include "app/events/flightkeeper.h"
 #include "app/header/header.h"
 #include "app/help/helppage.h"
+#include "app/link/linkwatch.h"
 #include "app/menu/menutools.h"
 #include "app/navigation.h"
 #include "app/noticebar.h"
@@ -64,9 +65,11 @@
 
 namespace app {
 
-Panel::Panel(const sim::Controller::Options& options) : window_(std::make_unique<PanelWindow>()) {
+Panel::Panel(const sim::Controller::Options& options, const workcell::OutsideNames& names)
+    : window_(std::make_unique<PanelWindow>()) {
     flight_ = new FlightKeeper(window_->notices(), this);
     cell_ = new workcell::WorkCell(window_->pages(), options, this);
+    links_ = new LinkWatch(controller(), names, this);
     controller()->setPower(false);
     connect(m(), &mendo::ModuleManager::fileProblem, window_->notices(), &NoticeBar::report);
     connect(window_->header()->navigation(), &Navigation::chosen, this, &Panel::showPage);
@@ -119,7 +122,7 @@ bool Panel::open(const QString& libraryFile, QString* error) {
     window_->header()->navigation()->select(workcell::WorkCell::firstPage());
     makeStatus();
     makeState();
-    eventRecorder_->follow({packageFlags(), controller(), runs_, project_.get(), status_, page_});
+    eventRecorder_->follow({packageFlags(), controller(), runs_, project_.get(), status_, page_, links_});
     roles_ = new RoleTools(window_.get(), page_, eventRecorder_.get(), this);
     makeTelemetry();
     makeMenu();
@@ -409,7 +412,7 @@ QWidget* Panel::makePath() {
 }
 
 QWidget* Panel::makeCell() {
-    auto* page = new CellPage(controller(), cell_->cell());
+    auto* page = new CellPage(controller(), cell_->cell(), links_);
     connect(page, &CellPage::speedChosen, this, &Panel::speedChosen);
     auto* const button = window_->findChild<QToolButton*>(QStringLiteral("btnCell"));
     connect(page, &CellPage::speedChosen, button, [button](double factor) {
@@ -418,9 +421,13 @@ QWidget* Panel::makeCell() {
     return page;
 }
 
+void Panel::record() {
+    flight_->begin(flightMb_, packageFlags().runMode, project_.get());
+}
+
 void Panel::complete() {
     isComplete_ = true;
-    flight_->begin(flightMb_, packageFlags().runMode, project_.get());
+    record();
     window_->docks()->content(docks::keys);
     for (const QString& dock : Preferences::docks()) {
         window_->docks()->open(dock);

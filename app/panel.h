@@ -3,6 +3,7 @@
 #include "app/panelwindow.h"
 #include "app/state/panelstate.h"
 #include "app/stop/reach.h"
+#include "workcell/outside.h"
 #include "workcell/workcell.h"
 
 #include <QObject>
@@ -27,6 +28,7 @@ namespace app {
 class EventRecorder;
 class EventStore;
 class FlightKeeper;
+class LinkWatch;
 class MenuTools;
 class PartWatcher;
 class Rail;
@@ -48,7 +50,8 @@ class Panel : public QObject {
     Q_OBJECT
 public:
     /// Makes the controller as it is after booting: without drive power, in automatic mode.
-    explicit Panel(const sim::Controller::Options& options = {});
+    /// `names`: what of it is not simulated.
+    explicit Panel(const sim::Controller::Options& options = {}, const workcell::OutsideNames& names = {});
     ~Panel() override;
 
     /// Makes what needs no package: header, rail with emergency stop and drive power, docks, status line. The
@@ -83,8 +86,10 @@ public:
     const SignalRecorder* recorder() const { return recorder_; }
     /// Of the open panel.
     Rail* rail() const { return rail_; }
-    /// Does what can wait until the panel is on the screen: opens the docks that stood open, shows the
-    /// lines in full where they were, and makes the keys of the tool, which function keys press.
+    /// Begins the flight recording, of the open panel; once.
+    void record();
+    /// Does what can wait until the panel is on the screen: records, opens the docks that stood open, shows
+    /// the lines in full where they were, and makes the keys of the tool, which function keys press.
     void complete();
 
 signals:
@@ -129,6 +134,7 @@ private:
     void tellFault(const QString& equipment);
 
     workcell::WorkCell* cell_;
+    LinkWatch* links_ = nullptr;
     workcell::TreeFollower* follower_ = nullptr;
     SignalRecorder* recorder_ = nullptr;
     SeamTrack* seams_ = nullptr;

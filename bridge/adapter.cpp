@@ -52,10 +52,10 @@ void Adapter::Private::connectBackend() {
     connect(backend, &Controller::keyChanged, q,
             [this](const QString& name, bool pressed) { writeKey(q, name, pressed); });
     connect(backend, &Controller::linkChanged, q,
-            [this](bool up, const QString& reason) { onLink(LinkState::Robot, up, reason); });
+            [this](bool up, const LinkReason& reason) { onLink(LinkEnd::Robot, up, reason); });
     if (device) {
         connect(device, &SignalPort::linkChanged, q,
-                [this](bool up, const QString& reason) { onLink(LinkState::Device, up, reason); });
+                [this](bool up, const LinkReason& reason) { onLink(LinkEnd::Device, up, reason); });
     }
     if (abilities.progress) {
         connect(backend, &Controller::motion, q, &Adapter::motion);
@@ -130,9 +130,9 @@ void Adapter::Private::release() {
 }
 
 void Adapter::Private::stop(bool isReset) {
-    braking = options.repair && link.isUp(LinkState::Robot) && (moving || results.hasReleased());
+    braking = options.repair && link.isUp(LinkEnd::Robot) && (moving || results.hasReleased());
     dropMotions();
-    if (!link.isUp(LinkState::Robot)) {
+    if (!link.isUp(LinkEnd::Robot)) {
         return;
     }
     results.beginCall();
@@ -160,7 +160,7 @@ void Adapter::Private::onHanded(const QString& path, const mendo::ModuleObject* 
 }
 
 void Adapter::Private::sendToolset() {
-    if (toolset && link.isUp(LinkState::Robot)) {
+    if (toolset && link.isUp(LinkEnd::Robot)) {
         backend->setToolset(*toolset);
     }
 }
@@ -210,7 +210,7 @@ Abilities Adapter::abilities() const {
 
 void Adapter::setPower(bool on) {
     d_->held = d_->held && !(on && d_->link.isUp());
-    if (d_->link.isUp(LinkState::Robot)) {
+    if (d_->link.isUp(LinkEnd::Robot)) {
         d_->backend->setPower(on);
     }
     if (d_->options.repair && d_->link.isUp()) {
@@ -242,8 +242,20 @@ bool Adapter::isLinked() const {
     return d_->link.isUp();
 }
 
-QString Adapter::linkReason() const {
-    return d_->link.reason();
+LinkReason Adapter::linkReason() const {
+    return linkReason(isLinked(LinkEnd::Robot) ? LinkEnd::Device : LinkEnd::Robot);
+}
+
+bool Adapter::isLinked(LinkEnd end) const {
+    return d_->link.isUp(end);
+}
+
+LinkReason Adapter::linkReason(LinkEnd end) const {
+    return d_->link.reason(end);
+}
+
+bool Adapter::hasDevice() const {
+    return d_->device;
 }
 
 bool Adapter::input(const QString& name) const {

@@ -68,9 +68,13 @@ public:
     JogAnswer startJog(const JogMove& move);
     void stopJog();
 
-    /// Whether controller and device can be reached; linkReason() is the operator's reason why not.
+    /// Whether controller and device can be reached; linkReason() says why the first of them cannot.
     bool isLinked() const;
-    QString linkReason() const;
+    LinkReason linkReason() const;
+    /// Of one of them. A device that is not there counts as reached.
+    bool isLinked(LinkEnd end) const;
+    LinkReason linkReason(LinkEnd end) const;
+    bool hasDevice() const;
 
     /// A digital input: "DI3" or "LUMO_DI.#2"; false for an unknown one.
     bool input(const QString& name) const;
@@ -104,7 +108,8 @@ signals:
     void caughtUp();
     /// The robot stands. The posture was written; the state is written next.
     void cameToRest();
-    void linkChanged(bool up, const QString& reason);
+    /// Of both; told also when only the reason changes.
+    void linkChanged(bool up, const bridge::LinkReason& reason);
     /// The backend broke a rule with this motion (0: with none).
     void violated(bridge::Rule rule, int id);
 

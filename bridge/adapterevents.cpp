@@ -111,16 +111,16 @@ void Adapter::Private::writeMode() {
 
 // --- The link ------------------------------------------------------------------------------------
 
-void Adapter::Private::onLink(LinkState::End end, bool up, const QString& reason) {
+void Adapter::Private::onLink(LinkEnd end, bool up, const LinkReason& reason) {
     const bool wasUp = link.isUp();
     link.set(end, up, reason);
-    bank.setLinked(end == LinkState::Robot ? backend->signalPort() : device, up, reason);
+    bank.setLinked(end == LinkEnd::Robot ? backend->signalPort() : device, up, reason.text());
     if (wasUp && !link.isUp()) {
         loseLink();
     } else if (!wasUp && link.isUp()) {
         regainLink();
     }
-    emit q->linkChanged(link.isUp(), link.reason());
+    emit q->linkChanged(link.isUp(), q->linkReason());
 }
 
 /// A package that sees the loss of power stops the robot and switches all outputs off, as far as they can
@@ -130,7 +130,7 @@ void Adapter::Private::loseLink() {
     dropMotions();
     writePower();
     writeMode();
-    if (link.isUp(LinkState::Robot)) {
+    if (link.isUp(LinkEnd::Robot)) {
         stop(false);
         backend->setPower(false);
         return;

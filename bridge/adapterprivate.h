@@ -34,7 +34,7 @@ struct Adapter::Private {
     void onMoving(bool moving);
     void onPower(bool on);
     void onMode(Mode mode);
-    void onLink(LinkState::End end, bool up, const QString& reason);
+    void onLink(LinkEnd end, bool up, const LinkReason& reason);
     void loseLink();
     void regainLink();
     void dropMotions();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "bridge/jog.h"
+#include "bridge/linkreason.h"
 #include "bridge/motion.h"
 #include "bridge/signalport.h"
 #include "bridge/toolset.h"
@@ -85,9 +86,9 @@ signals:
     /// False: the backend has dropped all motions.
     void powerChanged(bool on);
     void modeChanged(bridge::Mode mode);
-    /// False: the controller cannot be reached, with the reason in words for the operator. The backend has
-    /// dropped all motions and sends none of them when the link is back.
-    void linkChanged(bool up, const QString& reason);
+    /// False: the controller cannot be reached, with the reason. The backend has dropped all motions and
+    /// sends none of them when the link is back. Told anew when the reason changes.
+    void linkChanged(bool up, const bridge::LinkReason& reason);
     /// A key of the end tool: "next", "last", "center", "enter" or "delete".
     void keyChanged(const QString& name, bool pressed);
 

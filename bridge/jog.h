@@ -18,6 +18,7 @@ enum class JogAnswer {
     Moving,      ///< the robot moves already, or motions wait to be released
     OutOfReach,  ///< no posture reaches the target
     JointLimit,  ///< reached only beyond a joint's limit
+    TooFast,     ///< a joint would have to turn faster than it can
     NotOffered,  ///< this controller takes no jogs from here
 };
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QString>
+#include "bridge/linkreason.h"
 
 #include <array>
 
@@ -9,23 +9,21 @@ namespace bridge {
 /// Whether the controller and the device beside it can be reached. At first neither can.
 class LinkState {
 public:
-    enum End { Robot, Device };
+    explicit LinkState(bool hasDevice) { of(LinkEnd::Device).up = !hasDevice; }
 
-    explicit LinkState(bool hasDevice) { ends_[Device].up = !hasDevice; }
-
-    void set(End end, bool up, const QString& reason) { ends_[end] = {up, reason}; }
-    bool isUp(End end) const { return ends_[end].up; }
-    bool isUp() const { return isUp(Robot) && isUp(Device); }
-    /// Of the first that cannot be reached; empty where all can.
-    QString reason() const {
-        return !isUp(Robot) ? ends_[Robot].reason : isUp(Device) ? QString() : ends_[Device].reason;
-    }
+    void set(LinkEnd end, bool up, const LinkReason& reason) { of(end) = {up, up ? LinkReason() : reason}; }
+    bool isUp(LinkEnd end) const { return ends_[std::size_t(end)].up; }
+    bool isUp() const { return isUp(LinkEnd::Robot) && isUp(LinkEnd::Device); }
+    /// Empty where it can be reached, and before anything was told.
+    const LinkReason& reason(LinkEnd end) const { return ends_[std::size_t(end)].reason; }
 
 private:
     struct State {
         bool up = false;
-        QString reason;
+        LinkReason reason;
     };
+    State& of(LinkEnd end) { return ends_[std::size_t(end)]; }
+
     std::array<State, 2> ends_;
 };
 

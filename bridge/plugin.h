@@ -19,7 +19,7 @@ std::unique_ptr<Controller> loadController(const QString& name, QString* error);
 std::unique_ptr<SignalPort> loadSignalPort(const QString& name, QString* error);
 
 /// Of the functions below; a library for another one is not loaded.
-constexpr int pluginVersion = 1;
+constexpr int pluginVersion = 2;
 
 }  // namespace bridge
 

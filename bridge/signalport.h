@@ -1,5 +1,7 @@
 #pragma once
 
+#include "bridge/linkreason.h"
+
 #include <QObject>
 #include <QString>
 #include <QVector>
@@ -48,9 +50,8 @@ signals:
     void written(int ticket, bool accepted);
     /// An element has this value now.
     void changed(bridge::SignalRow::Kind kind, const QString& name, int bias, int value);
-    /// False: the device cannot be reached, with the reason in words for the operator ("no answer from
-    /// 192.168.0.20").
-    void linkChanged(bool up, const QString& reason);
+    /// False: the device cannot be reached, with the reason. Told anew when the reason changes.
+    void linkChanged(bool up, const bridge::LinkReason& reason);
 };
 
 }  // namespace bridge

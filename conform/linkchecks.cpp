@@ -8,7 +8,7 @@ Outcome isGone(Bench* bench) {
     const bool isOff = bench->waitFor([bench] { return bench->power() == QLatin1String("off"); }, 3000);
     const QString text =
         QStringLiteral("power \"%1\", mode \"%2\", reason \"%3\", results %4")
-            .arg(bench->power(), bench->mode(), bench->adapter()->linkReason(), bench->resultText());
+            .arg(bench->power(), bench->mode(), bench->adapter()->linkReason().text(), bench->resultText());
     const bool isTold = !bench->adapter()->isLinked() && !bench->adapter()->linkReason().isEmpty() &&
                         bench->mode() == QLatin1String("unknown");
     return isOff && isTold && bench->results().empty() ? passed(text) : failed(text);

@@ -70,7 +70,7 @@ bool Session::loadBackend(QString* error) {
 bool Session::awaitReady(QString* error) {
     bridge::Adapter* const adapter = bench_->adapter();
     if (!bench_->waitFor([adapter] { return adapter->isLinked(); }, connectMs)) {
-        *error = QStringLiteral("the controller cannot be reached: %1").arg(adapter->linkReason());
+        *error = QStringLiteral("the controller cannot be reached: %1").arg(adapter->linkReason().text());
         return false;
     }
     adapter->setMode(bridge::Mode::Auto);

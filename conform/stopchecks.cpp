@@ -1,6 +1,9 @@
 #include "conform/check.h"
 
+#include <QtMath>
+
 #include <algorithm>
+#include <cmath>
 
 namespace conform {
 
@@ -164,6 +167,43 @@ Outcome jogs(const Subject& subject) {
     return isMoving && isIdle && x > 4 && x < 15 && bench->results().empty() ? passed(text) : failed(text);
 }
 
+/// Steps along an axis of the base, about one of the tool and of a joint; each is 10 mm or some degrees.
+Outcome jogsInSteps(const Subject& subject) {
+    Bench* const bench = subject.bench;
+    if (!bench->adapter()->abilities().jog) {
+        return skipped(QStringLiteral("it cannot be jogged from here"));
+    }
+    using bridge::JogAxis;
+    using bridge::JogFrame;
+    const bridge::JogMove steps[] = {{JogFrame::Base, int(JogAxis::Y), 0.01, 0.02},
+                                     {JogFrame::Tool, int(JogAxis::Rz), 0.1, 0.2},
+                                     {JogFrame::Joint, 0, -0.02, 0.1}};
+    QStringList seen;
+    bool areRight = true;
+    for (const bridge::JogMove& step : steps) {
+        const Posture from = bench->posture();
+        if (bench->adapter()->jog(step) != bridge::JogAnswer::Moves) {
+            return failed(QStringLiteral("a step was refused"));
+        }
+        bench->waitFor([bench] { return bench->state() == QLatin1String("moving"); }, 2000);
+        const bool isIdle = bench->awaitIdle(5000);
+        const Posture to = bench->posture();
+        const double wantedMm = step.frame == JogFrame::Base ? step.distance * 1000 : 0;
+        const double wantedDeg = step.frame == JogFrame::Tool ? qRadiansToDegrees(step.distance) : 0;
+        const double mm = distanceMm(from.pose, to.pose), deg = angleDeg(from.pose, to.pose);
+        const double joint = to.joints.at(0) - from.joints.at(0);
+        const bool isThere =
+            step.frame == JogFrame::Joint
+                ? std::abs(joint - step.distance) < qDegreesToRadians(bench->tolerance().turnDeg)
+                : std::abs(mm - wantedMm) <= bench->tolerance().placeMm &&
+                      std::abs(deg - wantedDeg) <= bench->tolerance().turnDeg;
+        areRight = areRight && isIdle && isThere;
+        seen << QStringLiteral("%1 mm, %2 deg").arg(mm, 0, 'f', 2).arg(deg, 0, 'f', 2);
+    }
+    const QString text = seen.join(QStringLiteral("; ")) + QStringLiteral("; results ") + bench->resultText();
+    return areRight && bench->results().empty() ? passed(text) : failed(text);
+}
+
 Outcome switchesMode(const Subject& subject) {
     Bench* const bench = subject.bench;
     if (!bench->adapter()->abilities().mode) {
@@ -190,6 +230,7 @@ std::vector<Check> stopChecks() {
         {"stop-and-go", "a batch that is ordered while the arm brakes is made", goesOnWhileBraking},
         {"reset", "move.reset forgets the motions that wait", resets},
         {"jog", "a jog moves the tool, ends with the hand and has no result", jogs},
+        {"jog-step", "a jog step ends where it should, by axis, tool or joint", jogsInSteps},
         {"mode", "the mode is told", switchesMode},
         {"power-loss", "a loss of power brakes the arm; its motions have no result", losesPower},
         {"drive-off", "motions without power: -4 for the first, none for the others", refusesWithoutPower},

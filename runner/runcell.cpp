@@ -26,9 +26,9 @@ bool RunCell::make() {
     cell_->controller()->setPower(options_.power);
     cell_->controller()->setMode(options_.mode);
     QObject::connect(cell_->controller(), &sim::Controller::linkChanged, cell_->controller(),
-                     [](bool up, const QString& reason) {
+                     [](bool up, const bridge::LinkReason& reason) {
                          if (!up && !reason.isEmpty()) {
-                             printWarning(reason);
+                             printWarning(reason.text());
                          }
                      });
     return true;

@@ -51,6 +51,8 @@ QString reasonOf(sim::JogAnswer answer) {
             return QStringLiteral("the arm does not reach there");
         case sim::JogAnswer::JointLimit:
             return QStringLiteral("a joint's limit is in the way");
+        case sim::JogAnswer::TooFast:
+            return QStringLiteral("a joint cannot turn that fast");
         case sim::JogAnswer::NotOffered:
             return QStringLiteral("the controller takes no jogs");
     }

@@ -1,5 +1,7 @@
 #include "simulator/backend.h"
 
+#include "kinematics/jog.h"
+
 #include <QTimer>
 
 #include <utility>
@@ -48,7 +50,7 @@ void Backend::start() {
     emit postureChanged(queue_.posture());
     emit powerChanged(powered_);
     emit modeChanged(mode_);
-    emit linkChanged(true, QString());
+    emit linkChanged(true, {});
 }
 
 // --- Orders --------------------------------------------------------------------------------------
@@ -112,7 +114,7 @@ bool Backend::cutLink(bool cut) {
     if (cut) {
         powered_ = false;
         stop();
-        emit linkChanged(false, QStringLiteral("the cable is cut"));
+        emit linkChanged(false, {bridge::LinkReason::Kind::Cut, {}});
     } else {
         powered_ = true;
         start();
@@ -128,11 +130,8 @@ JogAnswer Backend::startJog(const JogMove& move, bool held) {
     }
     const MotionQueue::Posture from = queue_.posture();
     MotionCommand command;
-    JogMove whole = held ? farthestJog(arm_, from, move) : move;
-    if (whole.distance == 0) {
-        whole.distance = move.distance;  // planJog() then gives the reason
-    }
-    const JogAnswer answer = planJog(arm_, from, whole, &command);
+    const JogMove whole = held ? kin::farthestJog(arm_, from, move) : move;
+    const JogAnswer answer = kin::planJog(arm_, from, whole, &command);
     if (answer == JogAnswer::Moves) {
         orderJog(std::move(command));
     }

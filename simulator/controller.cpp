@@ -80,13 +80,16 @@ bridge::SignalPort* Controller::portOf(const QString& name) const {
     return deviceNames_.contains(name.section(QLatin1String(".#"), 0, 0)) ? device_ : inputs_;
 }
 
+bool Controller::takesInput(const QString& name) const {
+    return portOf(name)->metaObject()->indexOfMethod("setInput(QString,bool)") >= 0;
+}
+
 bool Controller::setInput(const QString& name, bool value) {
-    bridge::SignalPort* const port = portOf(name);
-    if (port->metaObject()->indexOfMethod("setInput(QString,bool)") < 0) {
+    bool isSet = false;
+    if (!takesInput(name)) {
         return false;
     }
-    bool isSet = false;
-    QMetaObject::invokeMethod(port, "setInput", Qt::DirectConnection, Q_RETURN_ARG(bool, isSet),
+    QMetaObject::invokeMethod(portOf(name), "setInput", Qt::DirectConnection, Q_RETURN_ARG(bool, isSet),
                               Q_ARG(QString, name), Q_ARG(bool, value));
     return isSet;
 }

@@ -44,8 +44,11 @@ public:
     bool emergencyStop() const { return emergencyStop_; }
     /// "auto" or "manual".
     void setMode(const QString& mode);
-    /// `name` is "DI3" or "LUMO_DI.#2"; false for an unknown one, and where inputs are not simulated.
+    /// `name` is "DI3" or "LUMO_DI.#2"; false for an unknown one, and where that input is not simulated.
     bool setInput(const QString& name, bool value);
+    /// Whether this input is simulated.
+    bool takesInput(const QString& name) const;
+    bool isRobotSimulated() const { return !isOutside_; }
     /// Cuts or restores the link to the simulated robot, as a broken cable does; the arm stops by itself.
     void cutLink(bool cut) { backend_->cutLink(cut); }
     /// The current motion is braked and ends with this code. Without one, or in a jog, which has no result,

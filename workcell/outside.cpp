@@ -36,6 +36,7 @@ bool waitFor(const std::function<bool()>& isDone) {
 }  // namespace
 
 bool Outside::load(const QString& robot, const QString& device, QString* error) {
+    names_ = {robot, device};
     if (!robot.isEmpty()) {
         robot_ = bridge::loadController(robot, error);
     }
@@ -52,8 +53,8 @@ void Outside::addTo(sim::Controller::Options* options) const {
 
 bool connectOutside(sim::Controller* controller, bool power, QString* error) {
     if (!waitFor([controller] { return controller->isLinked(); })) {
-        *error =
-            controller->linkReason().isEmpty() ? QStringLiteral("nothing answers") : controller->linkReason();
+        *error = controller->linkReason().isEmpty() ? QStringLiteral("nothing answers")
+                                                    : controller->linkReason().text();
         return false;
     }
     controller->setPower(power);

@@ -25,19 +25,30 @@ FaultList::FaultList(sim::Controller* controller, sim::Cell* cell, QWidget* pare
     : QWidget(parent), column_(new QVBoxLayout(this)) {
     column_->setContentsMargins(0, 0, look::px(8), look::px(8));
     column_->setSpacing(look::px(4));
-    addHeading(tr("设备故障") + QStringLiteral("  ") + equipmentInputs);
-    addEquipment(cell);
-    addHeading(tr("运动故障"));
-    QPushButton* motion = addButton(QStringLiteral("failMotion"));
-    motion->setText(tr("当前或下一个运动出错\n错误码 %1").arg(motionError));
-    connect(motion, &QPushButton::clicked, controller, [controller] { controller->failMotion(motionError); });
-    addHeading(tr("控制器异常"));
-    addQuirks(controller);
+    addEquipment(cell, equipmentOf(*controller));
+    if (controller->isRobotSimulated()) {
+        addMotion(controller);
+        addQuirks(controller);
+    }
     clear_ = addButton(QStringLiteral("btnClearFaults"));
     clear_->setText(tr("全部恢复正常"));
     column_->addStretch(1);
     connect(clear_, &QPushButton::clicked, this, &FaultList::clearAll);
     refresh();
+}
+
+bool FaultList::isOffered(const sim::Controller& controller) {
+    return controller.isRobotSimulated() || !equipmentOf(controller).isEmpty();
+}
+
+QVector<int> FaultList::equipmentOf(const sim::Controller& controller) {
+    QVector<int> pieces;
+    for (int i = 0; i < sim::Cell::equipment().size(); ++i) {
+        if (controller.takesInput(sim::Cell::inputOf(i))) {
+            pieces << i;
+        }
+    }
+    return pieces;
 }
 
 void FaultList::addHeading(const QString& text) {
@@ -65,7 +76,7 @@ QPushButton* FaultList::addFault(const QString& name, const Fault& fault) {
     return button;
 }
 
-void FaultList::addEquipment(sim::Cell* cell) {
+void FaultList::addEquipment(sim::Cell* cell, const QVector<int>& pieces) {
     const struct {
         const char* name;
         QString caption;
@@ -74,16 +85,25 @@ void FaultList::addEquipment(sim::Cell* cell) {
                      {"chiller", tr("水冷故障")},
                      {"gas", tr("气压不足")},
                      {"temperature", tr("温度过高")}};
-    int bit = 0;
-    for (const auto& piece : equipment) {
-        const QString name = QLatin1String(piece.name);
-        const QPushButton* button =
-            addFault(name, {piece.caption, equipmentInputs + QStringLiteral(".#%1").arg(bit++)});
+    if (!pieces.isEmpty()) {
+        addHeading(tr("设备故障") + QStringLiteral("  ") + equipmentInputs);
+    }
+    for (const int piece : pieces) {
+        const QString name = QLatin1String(equipment[piece].name);
+        const QPushButton* button = addFault(name, {equipment[piece].caption, sim::Cell::inputOf(piece)});
         connect(button, &QPushButton::toggled, cell, [cell, name](bool on) { cell->setFault(name, on); });
     }
 }
 
+void FaultList::addMotion(sim::Controller* controller) {
+    addHeading(tr("运动故障"));
+    QPushButton* motion = addButton(QStringLiteral("failMotion"));
+    motion->setText(tr("当前或下一个运动出错\n错误码 %1").arg(motionError));
+    connect(motion, &QPushButton::clicked, controller, [controller] { controller->failMotion(motionError); });
+}
+
 void FaultList::addQuirks(sim::Controller* controller) {
+    addHeading(tr("控制器异常"));
     const struct {
         const char* name;
         QString caption;

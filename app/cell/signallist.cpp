@@ -73,6 +73,7 @@ void SignalList::addSignals(SignalButton::Kind kind, const QStringList& names) {
         byName_.insert(name, button);
         if (kind == SignalButton::Kind::Input) {
             button->setValue(controller_->input(name));
+            button->setEnabled(controller_->takesInput(name));
             connect(button, &SignalButton::clicked, this,
                     [this, button] { controller_->setInput(button->name(), !button->isOn()); });
         } else {

@@ -2,6 +2,7 @@
 
 #include "app/clocktext.h"
 #include "app/csvfield.h"
+#include "app/link/linktext.h"
 
 #include <QCoreApplication>
 #include <QStringList>
@@ -59,6 +60,9 @@ const struct {
     {"lit", QT_TRANSLATE_NOOP("app::EventText", "%1：激光打开时出现故障")},
     {"on_by_hand", QT_TRANSLATE_NOOP("app::EventText", "手动打开")},
     {"off", QT_TRANSLATE_NOOP("app::EventText", "已关闭")},
+    {"link_lost", QT_TRANSLATE_NOOP("app::EventText", "连接断开：%1")},
+    {"link_back", QT_TRANSLATE_NOOP("app::EventText", "连接恢复：%1")},
+    {"rule", QT_TRANSLATE_NOOP("app::EventText", "控制器违反规则：%1")},
     {"begun", QT_TRANSLATE_NOOP("app::EventText", "面板已启动，版本 %1")},
     {"ended", QT_TRANSLATE_NOOP("app::EventText", "面板已关闭")},
     {"integrator", QT_TRANSLATE_NOOP("app::EventText", "调试员已登录")},
@@ -111,7 +115,10 @@ QString detailText(const Event& event) {
     for (const auto& detail : details) {
         if (event.detail == QLatin1String(detail.word)) {
             const QString text = EventText::tr(detail.text);
-            return text.contains(QLatin1String("%1")) ? text.arg(event.argument) : text;
+            const bool isRule = event.detail == QLatin1String("rule");
+            return text.contains(QLatin1String("%1"))
+                       ? text.arg(isRule ? brokenRuleText(event.argument) : event.argument)
+                       : text;
         }
     }
     return event.argument;

@@ -1,6 +1,8 @@
 #include "app/events/eventrecorder.h"
 
 #include "app/fileproblem.h"
+#include "app/link/linktext.h"
+#include "app/link/linkwatch.h"
 #include "app/results/resulttext.h"
 #include "app/status/statuswatcher.h"
 #include "mendo/clock.h"
@@ -55,6 +57,7 @@ void EventRecorder::follow(const Sources& sources) {
             &EventRecorder::onEmergencyStop);
     connect(sources.status, &StatusWatcher::refreshed, this, &EventRecorder::onStatus);
     followProjects();
+    followLinks();
 }
 
 /// The parts of page and editor that open and save projects.
@@ -68,6 +71,18 @@ void EventRecorder::followProjects() {
         connectByName(part, SIGNAL(saved()), this, SLOT(onSaved()));
         connectByName(part, SIGNAL(projectLoaded()), this, SLOT(onLoaded()));
     }
+}
+
+/// Reasons in the language of their time.
+void EventRecorder::followLinks() {
+    connect(sources_.links, &LinkWatch::lost, this, [this](const LinkFacts& link) {
+        note(Kind::Fault, QStringLiteral("link_lost"),
+             link.name + QStringLiteral(": ") + reasonText(link.lostFor));
+    });
+    connect(sources_.links, &LinkWatch::regained, this,
+            [this](const LinkFacts& link) { note(Kind::Fault, QStringLiteral("link_back"), link.name); });
+    connect(sources_.links, &LinkWatch::broke, this,
+            [this](bridge::Rule rule) { note(Kind::Error, QStringLiteral("rule"), ruleWord(rule)); });
 }
 
 QString EventRecorder::projectName() const {

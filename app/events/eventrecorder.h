@@ -16,10 +16,12 @@ class RunningProject;
 
 namespace app {
 
+class LinkWatch;
 class StatusWatcher;
 
 /// Puts what happens in the panel into the event log: runs with who started them, stops, faults, errors, the
-/// laser by hand, projects saved and opened, begin and end of the panel.
+/// laser by hand, links to controller and device, what the controller does wrong, projects saved and opened,
+/// begin and end of the panel.
 class EventRecorder : public QObject {
     Q_OBJECT
 public:
@@ -31,6 +33,7 @@ public:
         const workcell::RunningProject* project = nullptr;
         const StatusWatcher* status = nullptr;
         QWidget* page = nullptr;  ///< the package's page
+        const LinkWatch* links = nullptr;
     };
     /// Notes the beginning of the panel. Make it before the package is loaded, whose files may be damaged.
     explicit EventRecorder(EventStore* store, QObject* parent = nullptr);
@@ -54,6 +57,7 @@ private slots:
 
 private:
     void followProjects();
+    void followLinks();
     void onBegun();
     void onEnded();
     void onResult(int code);

@@ -404,6 +404,22 @@
         <source>故障</source>
         <translation>Faults</translation>
     </message>
+    <message>
+        <source>设备的输入只显示，不能在此切换；时间不能加快。</source>
+        <translation>The device's inputs are only shown, they cannot be switched here. Time cannot run faster.</translation>
+    </message>
+    <message>
+        <source>运动故障和控制器异常只能在模拟控制器上产生；时间不能加快。</source>
+        <translation>Motion errors and controller faults can be tried on the simulated controller only. Time cannot run faster.</translation>
+    </message>
+    <message>
+        <source>焊接设备的故障由输入报告，不能在此模拟。</source>
+        <translation> Faults of the welding equipment come by its inputs, they cannot be made here.</translation>
+    </message>
+    <message>
+        <source>连接</source>
+        <translation>Link</translation>
+    </message>
 </context>
 <context>
     <name>app::CodeSheet</name>
@@ -654,6 +670,18 @@
         <source>密码已取消</source>
         <translation>Code removed</translation>
     </message>
+    <message>
+        <source>连接断开：%1</source>
+        <translation>Link lost: %1</translation>
+    </message>
+    <message>
+        <source>连接恢复：%1</source>
+        <translation>Link is back: %1</translation>
+    </message>
+    <message>
+        <source>控制器违反规则：%1</source>
+        <translation>The controller broke a rule: %1</translation>
+    </message>
 </context>
 <context>
     <name>app::FaultList</name>
@@ -804,6 +832,10 @@ with code %1</translation>
         <source>速度，mm/s 或 °/s</source>
         <translation>Speed, mm/s or °/s</translation>
     </message>
+    <message>
+        <source>关节会转得过快，请降低速度</source>
+        <translation>A joint would turn too fast: choose a lower speed</translation>
+    </message>
 </context>
 <context>
     <name>app::KeyBox</name>
@@ -877,6 +909,143 @@ with code %1</translation>
     <message>
         <source>没有拼音词库，字母直接输入</source>
         <translation>No pinyin dictionary: letters are written as they are</translation>
+    </message>
+</context>
+<context>
+    <name>app::LinkPage</name>
+    <message>
+        <source>机器人控制器</source>
+        <translation>Robot controller</translation>
+    </message>
+    <message>
+        <source>模拟控制器</source>
+        <translation>simulated</translation>
+    </message>
+    <message>
+        <source>输入输出设备</source>
+        <translation>I/O device</translation>
+    </message>
+    <message>
+        <source>控制器违反的规则</source>
+        <translation>Rules that the controller broke</translation>
+    </message>
+    <message>
+        <source>%1：%2 次，最近 %3</source>
+        <translation>%1: %2 times, last at %3</translation>
+    </message>
+    <message>
+        <source>没有</source>
+        <translation>None</translation>
+    </message>
+    <message>
+        <source>已连接</source>
+        <translation>Connected</translation>
+    </message>
+    <message>
+        <source>尚未连接</source>
+        <translation>Not connected yet</translation>
+    </message>
+    <message>
+        <source>无法连接：%1</source>
+        <translation>Not reachable: %1</translation>
+    </message>
+    <message>
+        <source>启动以来没有断开过</source>
+        <translation>Not lost since the panel's start</translation>
+    </message>
+    <message numerus="yes">
+        <source>断开 %n 次，最近 %1：%2</source>
+        <translation>
+            <numerusform>Lost once, at %1: %2</numerusform>
+            <numerusform>Lost %n times, last at %1: %2</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>app::LinkText</name>
+    <message>
+        <source>返回了没有指令的运动结果</source>
+        <translation>a result of a motion that nobody ordered</translation>
+    </message>
+    <message>
+        <source>同一运动返回了两个结果</source>
+        <translation>a second result of one motion</translation>
+    </message>
+    <message>
+        <source>已停止的运动返回了结果</source>
+        <translation>a result of a stopped motion</translation>
+    </message>
+    <message>
+        <source>运动开始前返回了结果</source>
+        <translation>a result before the motion was released</translation>
+    </message>
+    <message>
+        <source>运动结果的顺序错误</source>
+        <translation>results in another order than the motions</translation>
+    </message>
+    <message>
+        <source>同一毫秒内返回了两个结果</source>
+        <translation>two results in one millisecond</translation>
+    </message>
+    <message>
+        <source>两个结果之间没有位置</source>
+        <translation>no position between two results</translation>
+    </message>
+    <message>
+        <source>最后一个结果返回时机器人仍在运动</source>
+        <translation>the last result while the robot still moves</translation>
+    </message>
+    <message>
+        <source>无法连接 %1（%2）</source>
+        <translation>no connection to %1 (%2)</translation>
+    </message>
+    <message>
+        <source>网络中找不到 %1</source>
+        <translation>the network does not know %1</translation>
+    </message>
+    <message>
+        <source>%1 没有运行，或地址、端口不对</source>
+        <translation>nothing listens at %1: it does not run, or the address is wrong</translation>
+    </message>
+    <message>
+        <source>%1 断开了连接</source>
+        <translation>%1 has closed the connection</translation>
+    </message>
+    <message>
+        <source>与 %1 的连接中断（%2）</source>
+        <translation>the connection to %1 broke (%2)</translation>
+    </message>
+    <message>
+        <source>%1 没有应答</source>
+        <translation>%1 does not answer</translation>
+    </message>
+    <message>
+        <source>%1 应答太慢，写入已等待 %2 ms</source>
+        <translation>%1 answers too slowly, a write has waited %2 ms</translation>
+    </message>
+    <message>
+        <source>%1 在 %2 ms 内没有收到心跳，已关闭输出</source>
+        <translation>%1 got no heartbeat for %2 ms and has switched its outputs off</translation>
+    </message>
+    <message>
+        <source>%1 没有关闭输出 %2</source>
+        <translation>%1 does not switch off the output %2</translation>
+    </message>
+    <message>
+        <source>电缆断开</source>
+        <translation>the cable is cut</translation>
+    </message>
+    <message>
+        <source>无法连接控制器</source>
+        <translation>The controller cannot be reached</translation>
+    </message>
+    <message>
+        <source>无法连接输入输出设备</source>
+        <translation>The I/O device cannot be reached</translation>
+    </message>
+    <message>
+        <source>%1：%2</source>
+        <translation>%1: %2</translation>
     </message>
 </context>
 <context>
@@ -2309,6 +2478,10 @@ J/mm</translation>
         <source>没有工位等待</source>
         <translation>no station waits</translation>
     </message>
+    <message>
+        <source>激光可能仍打开</source>
+        <translation>the laser may be on</translation>
+    </message>
 </context>
 <context>
     <name>app::StatusText</name>
@@ -2407,14 +2580,6 @@ J/mm</translation>
     <message>
         <source>急停已按下</source>
         <translation>Emergency stop is pressed</translation>
-    </message>
-    <message>
-        <source>无法连接控制器</source>
-        <translation>The controller cannot be reached</translation>
-    </message>
-    <message>
-        <source>无法连接控制器：%1</source>
-        <translation>The controller cannot be reached: %1</translation>
     </message>
     <message>
         <source>激光已由程序打开</source>
@@ -2517,6 +2682,10 @@ J/mm</translation>
     <message>
         <source>上次运行失败：机器人运动错误 -0x%1（%2）</source>
         <translation>The last run failed: robot motion error -0x%1 (%2)</translation>
+    </message>
+    <message>
+        <source>激光可能仍打开：看不到它的输出</source>
+        <translation>The laser may be on: its output cannot be seen</translation>
     </message>
 </context>
 <context>

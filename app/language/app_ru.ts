@@ -404,6 +404,22 @@
         <source>故障</source>
         <translation>Сбои</translation>
     </message>
+    <message>
+        <source>设备的输入只显示，不能在此切换；时间不能加快。</source>
+        <translation>Входы устройства только показываются, переключать их здесь нельзя. Ускорить время нельзя.</translation>
+    </message>
+    <message>
+        <source>运动故障和控制器异常只能在模拟控制器上产生；时间不能加快。</source>
+        <translation>Ошибки движения и сбои контроллера можно вызвать только на имитируемом контроллере. Ускорить время нельзя.</translation>
+    </message>
+    <message>
+        <source>焊接设备的故障由输入报告，不能在此模拟。</source>
+        <translation> О неисправностях сварочного оборудования сообщают его входы, вызвать их здесь нельзя.</translation>
+    </message>
+    <message>
+        <source>连接</source>
+        <translation>Связь</translation>
+    </message>
 </context>
 <context>
     <name>app::CodeSheet</name>
@@ -654,6 +670,18 @@
         <source>密码已取消</source>
         <translation>Код снят</translation>
     </message>
+    <message>
+        <source>连接断开：%1</source>
+        <translation>Связь потеряна: %1</translation>
+    </message>
+    <message>
+        <source>连接恢复：%1</source>
+        <translation>Связь восстановлена: %1</translation>
+    </message>
+    <message>
+        <source>控制器违反规则：%1</source>
+        <translation>Контроллер нарушил правило: %1</translation>
+    </message>
 </context>
 <context>
     <name>app::FaultList</name>
@@ -804,6 +832,10 @@
         <source>速度，mm/s 或 °/s</source>
         <translation>Скорость, мм/с или °/с</translation>
     </message>
+    <message>
+        <source>关节会转得过快，请降低速度</source>
+        <translation>Ось вращалась бы слишком быстро: уменьшите скорость</translation>
+    </message>
 </context>
 <context>
     <name>app::KeyBox</name>
@@ -829,7 +861,7 @@
     </message>
     <message>
         <source>短按：选择和插入；按住 3 秒：拖动示教</source>
-        <translation>Коротко: выбор и вставка. Удержание 3 с: ведение рукой</translation>
+        <translation>Коротко: выбор и вставка. Удержание 3&#xa0;с: ведение рукой</translation>
     </message>
 </context>
 <context>
@@ -877,6 +909,144 @@
     <message>
         <source>没有拼音词库，字母直接输入</source>
         <translation>Нет словаря пиньиня: пишутся буквы</translation>
+    </message>
+</context>
+<context>
+    <name>app::LinkPage</name>
+    <message>
+        <source>机器人控制器</source>
+        <translation>Контроллер робота</translation>
+    </message>
+    <message>
+        <source>模拟控制器</source>
+        <translation>имитируется</translation>
+    </message>
+    <message>
+        <source>输入输出设备</source>
+        <translation>Устройство ввода-вывода</translation>
+    </message>
+    <message>
+        <source>控制器违反的规则</source>
+        <translation>Нарушенные контроллером правила</translation>
+    </message>
+    <message>
+        <source>%1：%2 次，最近 %3</source>
+        <translation>%1: раз — %2, последний в %3</translation>
+    </message>
+    <message>
+        <source>没有</source>
+        <translation>Нет</translation>
+    </message>
+    <message>
+        <source>已连接</source>
+        <translation>Подключено</translation>
+    </message>
+    <message>
+        <source>尚未连接</source>
+        <translation>Ещё не подключено</translation>
+    </message>
+    <message>
+        <source>无法连接：%1</source>
+        <translation>Нет связи: %1</translation>
+    </message>
+    <message>
+        <source>启动以来没有断开过</source>
+        <translation>С запуска пульта не терялась</translation>
+    </message>
+    <message numerus="yes">
+        <source>断开 %n 次，最近 %1：%2</source>
+        <translation>
+            <numerusform>Терялась %n раз, последний в %1: %2</numerusform>
+            <numerusform>Терялась %n раза, последний в %1: %2</numerusform>
+            <numerusform>Терялась %n раз, последний в %1: %2</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>app::LinkText</name>
+    <message>
+        <source>返回了没有指令的运动结果</source>
+        <translation>результат движения, которое не заказывали</translation>
+    </message>
+    <message>
+        <source>同一运动返回了两个结果</source>
+        <translation>второй результат одного движения</translation>
+    </message>
+    <message>
+        <source>已停止的运动返回了结果</source>
+        <translation>результат остановленного движения</translation>
+    </message>
+    <message>
+        <source>运动开始前返回了结果</source>
+        <translation>результат раньше начала движения</translation>
+    </message>
+    <message>
+        <source>运动结果的顺序错误</source>
+        <translation>результаты не в порядке движений</translation>
+    </message>
+    <message>
+        <source>同一毫秒内返回了两个结果</source>
+        <translation>два результата в одну миллисекунду</translation>
+    </message>
+    <message>
+        <source>两个结果之间没有位置</source>
+        <translation>нет положения между двумя результатами</translation>
+    </message>
+    <message>
+        <source>最后一个结果返回时机器人仍在运动</source>
+        <translation>последний результат, когда робот ещё движется</translation>
+    </message>
+    <message>
+        <source>无法连接 %1（%2）</source>
+        <translation>нет соединения с %1 (%2)</translation>
+    </message>
+    <message>
+        <source>网络中找不到 %1</source>
+        <translation>в сети нет %1</translation>
+    </message>
+    <message>
+        <source>%1 没有运行，或地址、端口不对</source>
+        <translation>%1 не принимает соединений: не запущен или неверный адрес</translation>
+    </message>
+    <message>
+        <source>%1 断开了连接</source>
+        <translation>%1 закрыл соединение</translation>
+    </message>
+    <message>
+        <source>与 %1 的连接中断（%2）</source>
+        <translation>соединение с %1 прервалось (%2)</translation>
+    </message>
+    <message>
+        <source>%1 没有应答</source>
+        <translation>%1 не отвечает</translation>
+    </message>
+    <message>
+        <source>%1 应答太慢，写入已等待 %2 ms</source>
+        <translation>%1 отвечает слишком медленно, запись ждала %2 мс</translation>
+    </message>
+    <message>
+        <source>%1 在 %2 ms 内没有收到心跳，已关闭输出</source>
+        <translation>%1 не получал сигнала жизни %2 мс и отключил выходы</translation>
+    </message>
+    <message>
+        <source>%1 没有关闭输出 %2</source>
+        <translation>%1 не отключает выход %2</translation>
+    </message>
+    <message>
+        <source>电缆断开</source>
+        <translation>кабель оборван</translation>
+    </message>
+    <message>
+        <source>无法连接控制器</source>
+        <translation>Нет связи с контроллером</translation>
+    </message>
+    <message>
+        <source>无法连接输入输出设备</source>
+        <translation>Нет связи с устройством ввода-вывода</translation>
+    </message>
+    <message>
+        <source>%1：%2</source>
+        <translation>%1: %2</translation>
     </message>
 </context>
 <context>
@@ -2310,6 +2480,10 @@ J/mm</source>
         <source>没有工位等待</source>
         <translation>ни один пост не ждёт</translation>
     </message>
+    <message>
+        <source>激光可能仍打开</source>
+        <translation>лазер может быть включён</translation>
+    </message>
 </context>
 <context>
     <name>app::StatusText</name>
@@ -2410,14 +2584,6 @@ J/mm</source>
         <translation>Аварийный останов нажат</translation>
     </message>
     <message>
-        <source>无法连接控制器</source>
-        <translation>Нет связи с контроллером</translation>
-    </message>
-    <message>
-        <source>无法连接控制器：%1</source>
-        <translation>Нет связи с контроллером: %1</translation>
-    </message>
-    <message>
         <source>激光已由程序打开</source>
         <translation>Лазер включён программой</translation>
     </message>
@@ -2511,7 +2677,7 @@ J/mm</source>
     </message>
     <message>
         <source>超出限值：%1</source>
-        <translation>нарушено пределов: %1</translation>
+        <translation>нарушено пределов:&#xa0;%1</translation>
     </message>
     <message>
         <source>，</source>
@@ -2520,6 +2686,10 @@ J/mm</source>
     <message>
         <source>上次运行失败：机器人运动错误 -0x%1（%2）</source>
         <translation>Прошлый запуск не удался: ошибка движения робота -0x%1 (%2)</translation>
+    </message>
+    <message>
+        <source>激光可能仍打开：看不到它的输出</source>
+        <translation>Лазер может быть включён: его выход не виден</translation>
     </message>
 </context>
 <context>

@@ -117,6 +117,8 @@ QString JogBox::reason(sim::JogAnswer answer) {
             return tr("超出工作范围");
         case sim::JogAnswer::JointLimit:
             return tr("超出关节限位");
+        case sim::JogAnswer::TooFast:
+            return tr("关节会转得过快，请降低速度");
         case sim::JogAnswer::NotOffered:
             return tr("此控制器不支持点动");
     }

@@ -1,6 +1,7 @@
 #include "app/state/panelstate.h"
 
 #include "app/clocktext.h"
+#include "app/link/linktext.h"
 #include "look/tokens.h"
 
 #include <QCoreApplication>
@@ -134,7 +135,9 @@ QString wordOf(Kind kind) {
 
 /// An emergency stop or a fault hides the state of the laser.
 QString litText(const CellStatus& status) {
-    return status.laser == Laser::Off ? QString() : StateText::tr("激光打开");
+    return status.laser == Laser::Off ? QString()
+           : status.linked            ? StateText::tr("激光打开")
+                                      : StateText::tr("激光可能仍打开");
 }
 
 QString faultText(const CellStatus& status) {
@@ -142,7 +145,9 @@ QString faultText(const CellStatus& status) {
         status.lastError < 0
             ? StateText::tr("机器人运动错误 -0x%1").arg(QString::number(-qint64(status.lastError), 16))
             : QString();
-    const QString link = status.linked ? QString() : unreachableText(status.linkReason);
+    const QString link = status.linked                 ? QString()
+                         : status.linkReason.isEmpty() ? unreachableText(status.lostEnd, {})
+                                                       : reasonText(status.linkReason);
     return joined({link, litText(status), status.faults.join(StateText::tr("、")), error});
 }
 

@@ -1,6 +1,7 @@
 #include "app/status/statustext.h"
 
 #include "app/clocktext.h"
+#include "app/link/linktext.h"
 #include "program/motionerror.h"
 #include "program/words.h"
 
@@ -143,8 +144,12 @@ QStringList reasonsAgainstWelding(const CellStatus& state) {
     return reasons;
 }
 
-/// Empty when welding is permitted but an equipment fault was reported before.
+/// Empty where another sentence says why not: equipment is at fault, or a link is lost, and with it power and
+/// mode.
 QString weldText(const CellStatus& state) {
+    if (!state.linked) {
+        return {};
+    }
     if (state.dry) {
         return StatusText::tr("空运行：激光、气体和送丝保持关闭");
     }
@@ -199,11 +204,6 @@ bool CellStatus::isWrong() const {
            (ended && ended->violations > 0);
 }
 
-QString unreachableText(const QString& reason) {
-    return reason.isEmpty() ? StatusText::tr("无法连接控制器")
-                            : StatusText::tr("无法连接控制器：%1").arg(reason);
-}
-
 QStringList statusText(const CellStatus& state) {
     const bool runs = state.busy || state.switchingOff || !state.waiting.isEmpty();
     QStringList sentences;
@@ -211,9 +211,10 @@ QStringList statusText(const CellStatus& state) {
         sentences << StatusText::tr("急停已按下");
     }
     if (!state.linked) {
-        sentences << unreachableText(state.linkReason);
+        sentences << unreachableText(state.lostEnd, state.linkReason);
     }
-    sentences << laserText(state.laser);
+    const bool isUnseen = !state.linked && state.laser != CellStatus::Laser::Off;
+    sentences << (isUnseen ? StatusText::tr("激光可能仍打开：看不到它的输出") : laserText(state.laser));
     if (!state.faults.isEmpty()) {
         sentences << StatusText::tr("设备异常：%1").arg(listed(state.faults));
     }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "bridge/linkreason.h"
+
 #include <QStringList>
 #include <QVector>
 
@@ -34,7 +36,8 @@ struct CellStatus {
     // The cell.
     bool emergencyStop = false;
     bool linked = true;  ///< the robot controller, and a device beside it, can be reached
-    QString linkReason;  ///< why not, in the words of its backend
+    bridge::LinkEnd lostEnd = bridge::LinkEnd::Robot;  ///< the one that cannot
+    bridge::LinkReason linkReason;                     ///< why not
     Laser laser = Laser::Off;
     QStringList faults;  ///< names of the inputs that report a fault, in the panel's language
 
@@ -91,9 +94,6 @@ struct CellStatus {
 /// on, equipment faults, error of the last run, the run, welding permission, a paused program, errors and
 /// warnings of the program in the editor, stations, and why editing is locked.
 QStringList statusText(const CellStatus& state);
-
-/// That the controller cannot be reached.
-QString unreachableText(const QString& reason);
 
 /// "80 ms", "12 s" or "2:05 min".
 QString durationText(qint64 ms);

@@ -300,6 +300,8 @@ CellStatus StatusWatcher::state() const {
     CellStatus state = readSwitches();
     state.emergencyStop = controller_->emergencyStop();
     state.linked = controller_->isLinked();
+    state.lostEnd =
+        controller_->isLinked(bridge::LinkEnd::Robot) ? bridge::LinkEnd::Device : bridge::LinkEnd::Robot;
     state.linkReason = controller_->linkReason();
     state.laser = laser();
     for (const I_PORT port : states) {

@@ -180,7 +180,7 @@ void HalPort::onOpened() {
     emit opened();
 }
 
-void HalPort::onClosed(const QString& reason) {
+void HalPort::onClosed(const LinkReason& reason) {
     beat_.stop();
     armed_ = follows_ = false;
     tickets_.clear();

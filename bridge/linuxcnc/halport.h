@@ -24,7 +24,7 @@ public:
     void write(const QVector<SignalWrite>& writes, int ticket) override;
 
     bool isOpen() const { return link_.isOpen(); }
-    void close(const QString& reason) { link_.close(reason); }
+    void close(const LinkReason& reason) { link_.close(reason); }
     void rest() { link_.rest(); }
     /// Outputs follow from now on; all are off at first. After a loss only when the operator asks.
     void arm();
@@ -33,14 +33,14 @@ public:
 
 signals:
     void opened();
-    void closed(const QString& reason);
+    void closed(const bridge::LinkReason& reason);
     /// No beat arrived in time, and the outputs are off. `busyMs`: so long this thread sent none. `wasOn`: an
     /// output was on.
     void heartbeatMissed(int busyMs, bool wasOn);
 
 private:
     void onOpened();
-    void onClosed(const QString& reason);
+    void onClosed(const LinkReason& reason);
     void onMessage(const QJsonObject& message);
     void beat();
     void tellInput(const QString& pins, int pin, int value);

@@ -15,9 +15,11 @@ JsonLink::JsonLink(quint16 port, int silenceMs, QObject* parent) : QObject(paren
     silence_.setSingleShot(true);
     silence_.setInterval(silenceMs);
     connect(&again_, &QTimer::timeout, this, &JsonLink::open);
-    connect(&silence_, &QTimer::timeout, this,
-            [this] { close(QStringLiteral("no answer for %1 ms").arg(silence_.interval())); });
+    connect(&silence_, &QTimer::timeout, this, [this] {
+        close({LinkReason::Kind::NoAnswer, QStringLiteral("LinuxCNC")});
+    });
     connect(&socket_, &QTcpSocket::stateChanged, this, &JsonLink::onState);
+    connect(&socket_, &QTcpSocket::errorOccurred, this, &JsonLink::onError);
     connect(&socket_, &QTcpSocket::readyRead, this, &JsonLink::onLines);
 }
 
@@ -32,13 +34,13 @@ void JsonLink::open() {
     }
 }
 
-void JsonLink::close(const QString& reason) {
+void JsonLink::close(const LinkReason& reason) {
     reason_ = reason;
     socket_.abort();
 }
 
 void JsonLink::rest() {
-    close(QStringLiteral("the connection was closed here"));
+    close({LinkReason::Kind::Cut, {}});
     again_.stop();
 }
 
@@ -53,7 +55,7 @@ void JsonLink::onState(QAbstractSocket::SocketState state) {
     if (state == QAbstractSocket::ConnectedState) {
         socket_.setSocketOption(QAbstractSocket::LowDelayOption, 1);
         wasOpen_ = true;
-        reason_.clear();
+        reason_ = {};
         if (silence_.interval() > 0) {
             silence_.start();
         }
@@ -63,8 +65,15 @@ void JsonLink::onState(QAbstractSocket::SocketState state) {
         again_.start();
         if (wasOpen_) {
             wasOpen_ = false;
-            emit closed(reason_.isEmpty() ? QStringLiteral("LinuxCNC has closed the connection") : reason_);
+            emit closed(reason_.isEmpty() ? LinkReason(LinkReason::Kind::Closed, QStringLiteral("LinuxCNC"))
+                                          : reason_);
         }
+    }
+}
+
+void JsonLink::onError(QAbstractSocket::SocketError error) {
+    if (!wasOpen_ && error == QAbstractSocket::ConnectionRefusedError) {
+        emit refused({LinkReason::Kind::Refused, QStringLiteral("LinuxCNC, 127.0.0.1:%1").arg(port_)});
     }
 }
 

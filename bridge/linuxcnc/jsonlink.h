@@ -1,5 +1,7 @@
 #pragma once
 
+#include "bridge/linkreason.h"
+
 #include <QJsonObject>
 #include <QObject>
 #include <QTcpSocket>
@@ -20,7 +22,7 @@ public:
     void open();
     bool isOpen() const { return socket_.state() == QAbstractSocket::ConnectedState; }
     /// At once; nothing that was sent and is still on its way here is kept.
-    void close(const QString& reason);
+    void close(const LinkReason& reason);
     /// Does not connect until the next open().
     void rest();
     /// Sends when open, else does nothing.
@@ -29,18 +31,21 @@ public:
 signals:
     void opened();
     void received(const QJsonObject& message);
-    /// Not while open() still tries.
-    void closed(const QString& reason);
+    /// After opened().
+    void closed(const bridge::LinkReason& reason);
+    /// Nothing listens there: LinuxCNC does not run.
+    void refused(const bridge::LinkReason& reason);
 
 private:
     void onState(QAbstractSocket::SocketState state);
+    void onError(QAbstractSocket::SocketError error);
     void onLines();
 
     quint16 port_;
     QTcpSocket socket_;
     QTimer again_, silence_;
     bool wasOpen_ = false;
-    QString reason_;
+    LinkReason reason_;
 };
 
 }  // namespace bridge::linuxcnc

@@ -6,6 +6,7 @@
 
 namespace bridge {
 
+using linuxcnc::jogId;
 using linuxcnc::MachineState;
 using linuxcnc::Place;
 using linuxcnc::Progress;
@@ -35,6 +36,7 @@ LinuxCnc::LinuxCnc(quint16 port, QObject* parent)
     for (linuxcnc::JsonLink* link : {&commands_, &states_}) {
         connect(link, &linuxcnc::JsonLink::opened, this, &LinuxCnc::onOpened);
         connect(link, &linuxcnc::JsonLink::closed, this, &LinuxCnc::onClosed);
+        connect(link, &linuxcnc::JsonLink::refused, this, &LinuxCnc::onRefused);
     }
     next_.setSingleShot(true);
     next_.setInterval(resultGapMs);
@@ -47,7 +49,7 @@ LinuxCnc::LinuxCnc(quint16 port, QObject* parent)
 
 Abilities LinuxCnc::abilities() const {
     Abilities abilities;
-    abilities.power = abilities.mode = true;
+    abilities.jog = abilities.power = abilities.mode = true;
     return abilities;
 }
 
@@ -71,7 +73,7 @@ void LinuxCnc::onOpened() {
 }
 
 /// One lost connection takes the others down: rio.py then switches everything off, motion.py stops the arm.
-void LinuxCnc::onClosed(const QString& reason) {
+void LinuxCnc::onClosed(const LinkReason& reason) {
     const bool wasLinked = std::exchange(linked_, false);
     state_.reset();
     forgetMotions();
@@ -80,6 +82,14 @@ void LinuxCnc::onClosed(const QString& reason) {
     signals_.close(reason);
     if (wasLinked) {
         moving_ = on_ = false;
+        told_ = reason;
+        emit linkChanged(false, reason);
+    }
+}
+
+void LinuxCnc::onRefused(const LinkReason& reason) {
+    if (!linked_ && reason.kind != told_.kind) {
+        told_ = reason;
         emit linkChanged(false, reason);
     }
 }
@@ -108,9 +118,8 @@ void LinuxCnc::onHeartbeatMissed(int busyMs, bool wasOn) {
     }
     linked_ = false;
     isMissed_ = true;
-    emit linkChanged(
-        false, QStringLiteral("LinuxCNC has switched the outputs off: no heartbeat for 80 ms (here for %1)")
-                   .arg(busyMs));
+    told_ = {LinkReason::Kind::NoHeartbeat, QStringLiteral("LinuxCNC"), {}, busyMs};
+    emit linkChanged(false, told_);
     stop();
     setPower(false);
 }
@@ -127,6 +136,7 @@ void LinuxCnc::tellLink() {
     emit powerChanged(on_);
     emit modeChanged(mode_);
     tellPosture();
+    told_ = {};
     emit linkChanged(true, {});
 }
 
@@ -152,6 +162,7 @@ void LinuxCnc::release() {
         return;
     }
     Motions motions = std::exchange(waiting_, {});
+    stopJog();
     if (stopOrder_ != 0 || !state_ || state_->clock < validFrom_) {
         held_.push_back(std::move(motions));
     } else {
@@ -160,7 +171,7 @@ void LinuxCnc::release() {
 }
 
 void LinuxCnc::stop() {
-    const bool stands = sent_.empty() && !moving_ && stopOrder_ == 0;
+    const bool stands = standsStill();
     forgetMotions();
     if (stands) {
         emit movingChanged(false);
@@ -320,14 +331,19 @@ void LinuxCnc::tellDue() {
         tellMoving(false);
     }
     hasPosture_ = false;
-    emit finished(progress.tell(), MotionDone);
+    const int id = progress.tell();
+    if (id != jogId) {
+        emit finished(id, MotionDone);
+    }
 }
 
 /// The motion fails; all behind it is dropped.
 void LinuxCnc::fail(int id, int code) {
     forgetMotions();
     hasPosture_ = false;
-    emit finished(id, code);
+    if (id != jogId) {
+        emit finished(id, code);
+    }
 }
 
 /// LinuxCNC finds an error when it reads ahead, and breaks the motion under way off.
@@ -336,7 +352,9 @@ void LinuxCnc::failByError(const QStringList& errors) {
     const int code = linuxcnc::errorCode(errors.first());
     qWarning("LinuxCNC: %s", qUtf8Printable(errors.join(QStringLiteral("; "))));
     stop();
-    emit finished(id, code);
+    if (id != jogId) {
+        emit finished(id, code);
+    }
 }
 
 /// The arm stands and nothing is under way: what was released during a stop is sent.

@@ -38,6 +38,11 @@ public:
     void setPower(bool on) override;
     /// LinuxCNC has no key switch: this is the mode then.
     void setMode(Mode mode) override;
+    /// A batch of one motion, as far as it may go; letting go stops it as stop() does. So reach and joint
+    /// limits are checked before, and the heartbeat holds it. Near a wrist that would have to turn too fast a
+    /// held jog ends before.
+    JogAnswer startJog(const JogMove& move, bool held) override;
+    void stopJog() override;
 
     const kin::Arm& arm() const { return arm_; }
     /// Closes the connections, or makes them anew: what a broken cable does, for a test of it.
@@ -47,7 +52,8 @@ private:
     using Motions = std::vector<Motion>;
 
     void onOpened();
-    void onClosed(const QString& reason);
+    void onClosed(const LinkReason& reason);
+    void onRefused(const LinkReason& reason);
     void onHeartbeatMissed(int busyMs, bool wasOn);
     void onAnswer(const QJsonObject& answer);
     void onState(const linuxcnc::MachineState& state);
@@ -60,6 +66,8 @@ private:
     void fail(int id, int code);
     void failByError(const QStringList& errors);
     void settle();
+    bool isJogging() const;
+    bool standsStill() const;
     void sendBatch(const Motions& motions);
     void forgetMotions();
     linuxcnc::Place place() const;
@@ -70,6 +78,7 @@ private:
     linuxcnc::JsonLink commands_, states_;
     QTimer next_;                                  ///< runs between two results
     std::optional<linuxcnc::MachineState> state_;  ///< the last; none before the first and without a link
+    LinkReason told_;                              ///< why there is no link
     bool hasPosture_ = false;                      ///< one was told since the last result
     Mode mode_ = Mode::Auto;
     bool linked_ = false, on_ = false, moving_ = false;  ///< as told

@@ -5,6 +5,9 @@
 
 namespace bridge::linuxcnc {
 
+/// The id of a motion that no command ordered: a jog, alone in its batch. It has no result.
+constexpr int jogId = 0;
+
 /// Tells from LinuxCNC's state which motions of a batch have ended.
 class Progress {
 public:
@@ -12,6 +15,7 @@ public:
 
     int number() const { return number_; }
     const Batch& batch() const { return batch_; }
+    bool isJog() const { return !batch_.targets.empty() && batch_.targets.front().id == jogId; }
     bool hasBegun(const MachineState& state) const { return state.batch == number_; }
     bool isDone(const MachineState& state) const { return state.done == number_ || batch_.lines.isEmpty(); }
 

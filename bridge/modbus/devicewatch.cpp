@@ -78,8 +78,8 @@ bool DeviceWatch::start(QString* problem) {
     return true;
 }
 
-void DeviceWatch::onLink(bool isUp, const QString& reason) {
-    print(clock_, isUp ? QStringLiteral("link up") : QStringLiteral("link down: ") + reason);
+void DeviceWatch::onLink(bool isUp, const LinkReason& reason) {
+    print(clock_, isUp ? QStringLiteral("link up") : QStringLiteral("link down: ") + reason.text());
     if (isUp && !task_.output.isEmpty()) {
         QMetaObject::invokeMethod(this, &DeviceWatch::writeOnce, Qt::QueuedConnection);  // behind the values
     } else if (!isUp && task_.times > 0) {

@@ -32,7 +32,7 @@ public:
     [[nodiscard]] bool start(QString* problem);
 
 private:
-    void onLink(bool isUp, const QString& reason);
+    void onLink(bool isUp, const LinkReason& reason);
     void onWritten(int ticket, bool isAccepted);
     void writeOnce();
     void printTimes();

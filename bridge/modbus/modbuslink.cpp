@@ -67,7 +67,7 @@ void ModbusLink::connectNow() {
     connect(client_, &QModbusDevice::stateChanged, this, &ModbusLink::onState);
     deadline_.start(map_.connectMs);
     if (!client_->connectDevice()) {
-        lose(QStringLiteral("no connection to %1: %2").arg(map_.place(), client_->errorString()));
+        lose({LinkReason::Kind::NoConnection, map_.place(), client_->errorString()});
     }
 }
 
@@ -78,9 +78,7 @@ void ModbusLink::onState(QModbusDevice::State state) {
         socket()->setSocketOption(QAbstractSocket::LowDelayOption, 1);
         emit opened();
     } else if (state == QModbusDevice::UnconnectedState) {
-        const QString words =
-            isOpen_ ? QStringLiteral("connection to %1 lost: %2") : QStringLiteral("no connection to %1: %2");
-        lose(words.arg(map_.place(), socket()->errorString()));
+        lose(brokenReason());
     }
 }
 
@@ -91,7 +89,7 @@ void ModbusLink::onDeadline() {
         socket()->waitForReadyRead(0);
     }
     if (!reply || reply == reply_) {
-        lose(QStringLiteral("%1 does not answer").arg(map_.place()));
+        lose({LinkReason::Kind::NoAnswer, map_.place()});
     }
 }
 
@@ -110,7 +108,7 @@ void ModbusLink::write(const QModbusDataUnit& unit, const Then& then) {
 /// The answer comes from the socket, never within the call.
 void ModbusLink::await(QModbusReply* reply, const Then& then) {
     if (!reply) {
-        lose(QStringLiteral("%1 takes no telegram: %2").arg(map_.place(), client_->errorString()));
+        lose({LinkReason::Kind::Lost, map_.place(), client_->errorString()});
         return;
     }
     reply_ = reply;
@@ -127,7 +125,7 @@ void ModbusLink::onFinished() {
     const QModbusDevice::Error error = reply->error();
     if (error != QModbusDevice::NoError && error != QModbusDevice::ProtocolError &&
         error != QModbusDevice::UnknownError) {
-        lose(QStringLiteral("connection to %1 lost: %2").arg(map_.place(), socket()->errorString()));
+        lose(brokenReason());
         return;
     }
     deadline_.stop();
@@ -162,7 +160,22 @@ ModbusAnswer ModbusLink::answerOf(const QModbusReply& reply) const {
     return {true, 0, QString(), got.values()};
 }
 
-void ModbusLink::lose(const QString& reason) {
+/// Why the system has ended the connection, or made none.
+LinkReason ModbusLink::brokenReason() const {
+    using Kind = LinkReason::Kind;
+    switch (socket()->error()) {
+        case QAbstractSocket::ConnectionRefusedError:
+            return {Kind::Refused, map_.place()};
+        case QAbstractSocket::HostNotFoundError:
+            return {Kind::UnknownHost, map_.place()};
+        case QAbstractSocket::RemoteHostClosedError:
+            return {Kind::Closed, map_.place()};
+        default:
+            return {isOpen_ ? Kind::Lost : Kind::NoConnection, map_.place(), socket()->errorString()};
+    }
+}
+
+void ModbusLink::lose(const LinkReason& reason) {
     if (!client_) {
         return;
     }

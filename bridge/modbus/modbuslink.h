@@ -1,5 +1,6 @@
 #pragma once
 
+#include "bridge/linkreason.h"
 #include "bridge/modbus/modbusmap.h"
 
 #include <QModbusTcpClient>
@@ -45,7 +46,7 @@ public:
     /// The device works: the next loss begins with the shortest pause again.
     void settle() { pauseMs_ = shortestPauseMs; }
     /// Resets the connection, as after a missing answer.
-    void lose(const QString& reason);
+    void lose(const LinkReason& reason);
     /// Writes all of these without the event loop, then closes the connection for good. Waits for answers up
     /// to the map's timeout altogether, 250 ms at most; what is left is sent without waiting.
     void finish(const std::vector<QModbusDataUnit>& units);
@@ -53,7 +54,7 @@ public:
 signals:
     void opened();
     /// Not open any more, or no connection was made.
-    void lost(const QString& reason);
+    void lost(const bridge::LinkReason& reason);
 
 private:
     static constexpr int shortestPauseMs = 50;
@@ -65,6 +66,7 @@ private:
     void await(QModbusReply* reply, const Then& then);
     ModbusAnswer answerOf(const QModbusReply& reply) const;
     void drop();
+    LinkReason brokenReason() const;
     QAbstractSocket* socket() const;
 
     const ModbusMap& map_;

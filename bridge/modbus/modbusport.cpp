@@ -88,7 +88,7 @@ void ModbusPort::onOpened() {
     next();
 }
 
-void ModbusPort::onLost(const QString& reason) {
+void ModbusPort::onLost(const LinkReason& reason) {
     timer_.stop();
     const bool wasUp = phase_ == Phase::Up;
     phase_ = Phase::Down;
@@ -120,9 +120,7 @@ void ModbusPort::next() {
         sendBeat();
     } else if (!groups_.empty() && !(isLate && wasWrite_)) {
         if (now - groups_.front().sinceMs > map_.lateMs) {
-            link_.lose(QStringLiteral("%1 answers too slowly: a write has waited %2 ms")
-                           .arg(map_.place())
-                           .arg(now - groups_.front().sinceMs));
+            link_.lose({LinkReason::Kind::TooSlow, map_.place(), {}, int(now - groups_.front().sinceMs)});
             return;
         }
         wasWrite_ = true;
@@ -158,10 +156,10 @@ bool ModbusPort::nextOpening() {
 
 void ModbusPort::comeUp() {
     phase_ = Phase::Up;
-    downReason_.clear();
+    downReason_ = {};
     beatDueMs_ = beatMs_ = nowMs();
     link_.settle();
-    emit linkChanged(true, QString());
+    emit linkChanged(true, {});
     for (int i = 0; i < int(values_.size()) && phase_ == Phase::Up; ++i) {
         emit changed(element(i).kind, element(i).name, element(i).bias, values_[std::size_t(i)]);
     }
@@ -208,8 +206,8 @@ void ModbusPort::onWritten(const ModbusWrite& write, const ModbusAnswer& answer)
         groups_.front().isAccepted = false;
     } else if (phase_ == Phase::Opening && answer.exception > QModbusPdu::IllegalDataValue) {
         // The device has this output and did not switch it off: it may be on.
-        link_.lose(
-            QStringLiteral("%1 does not switch %2 off: %3").arg(map_.place(), first.label(), answer.reason));
+        link_.lose({LinkReason::Kind::StaysOn, map_.place(),
+                    QStringLiteral("%1 (%2)").arg(first.label(), answer.reason)});
     }
 }
 
@@ -258,9 +256,7 @@ void ModbusPort::onRead(const ModbusPoll& poll, const ModbusAnswer& answer) {
 void ModbusPort::sendBeat() {
     const qint64 now = nowMs();
     if (map_.heartbeat->watchdogMs > 0 && now - beatMs_ > map_.heartbeat->watchdogMs) {
-        link_.lose(QStringLiteral("%1 got no heartbeat for %2 ms and has switched its outputs off")
-                       .arg(map_.place())
-                       .arg(now - beatMs_));
+        link_.lose({LinkReason::Kind::NoHeartbeat, map_.place(), {}, int(now - beatMs_)});
         return;
     }
     beatMs_ = now;

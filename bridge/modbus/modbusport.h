@@ -50,7 +50,7 @@ private:
     };
 
     void onOpened();
-    void onLost(const QString& reason);
+    void onLost(const LinkReason& reason);
     void next();
     bool nextOpening();
     void answerGroups();
@@ -85,7 +85,7 @@ private:
     qint64 beatMs_ = 0;  ///< when the last one was sent
     QTimer timer_;       ///< until the next poll or beat
     QSet<QString> told_;
-    QString downReason_;
+    LinkReason downReason_;
 };
 
 }  // namespace bridge

@@ -76,7 +76,7 @@ public:
     void tell(int id, int code = 0) { emit finished(id, code); }
     void tellMoving(bool on) { emit movingChanged(on); }
     void tellPower(bool on) { emit powerChanged(on); }
-    void tellLink(bool up, const QString& reason = {}) { emit linkChanged(up, reason); }
+    void tellLink(bool up, const bridge::LinkReason& reason = {}) { emit linkChanged(up, reason); }
     QStringList takeCalls() { return std::exchange(calls, {}); }
 
     FakePort port;

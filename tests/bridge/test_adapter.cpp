@@ -163,10 +163,10 @@ private slots:
         cell.order("move.opr.enough");
         cell.controller.tellMoving(true);
         cell.take();
-        cell.controller.tellLink(false, "no answer");
+        cell.controller.tellLink(false, QString("no answer"));
         QCOMPARE(cell.take(), "off, unknown, idle");
         QVERIFY(!cell.adapter.isLinked());
-        QCOMPARE(cell.adapter.linkReason(), "no answer");
+        QCOMPARE(cell.adapter.linkReason().text(), "no answer");
         cell.controller.tell(1);
         cell.controller.takeCalls();
         cell.order("move.stop");
@@ -181,7 +181,7 @@ private slots:
         cell.adapter.setPower(true);
         QCOMPARE(cell.take(), "on");
         // Or switched off and on at the controller.
-        cell.controller.tellLink(false, "no answer");
+        cell.controller.tellLink(false, QString("no answer"));
         cell.controller.comeUp();
         cell.controller.tellPower(false);
         QCOMPARE(m("kord.r.power")->getString(), "off");
@@ -198,10 +198,12 @@ private slots:
         cell.lines(1);
         cell.order("move.opr.enough");
         cell.controller.takeCalls();
-        emit device.linkChanged(false, "cable");
+        emit device.linkChanged(false, QString("cable"));
         QCOMPARE(cell.controller.takeCalls(), QStringList({"stop", "off"}));
         QCOMPARE(m("kord.r.power")->getString(), "off");
-        QCOMPARE(cell.adapter.linkReason(), "cable");
+        QVERIFY(cell.adapter.isLinked(bridge::LinkEnd::Robot) &&
+                !cell.adapter.isLinked(bridge::LinkEnd::Device));
+        QCOMPARE(cell.adapter.linkReason().text(), "cable");
         cell.take();
         cell.write("LUMO_AO_1", 0, 5);  // of the controller, which can be reached
         QCOMPARE(cell.take(), "register.write 0");

@@ -70,7 +70,7 @@ private slots:
         emit cell.controller.port.changed(Row::Kind::Register, "LUMO_DO", 0, 1);
         QCOMPARE(shown("register.values.LUMO_DO.#0"), QVariant(false));
         // Lost before its answer: it counts as refused.
-        emit device.linkChanged(false, "cable");
+        emit device.linkChanged(false, QString("cable"));
         QVERIFY(
             cell.take().startsWith("rejected LUMO_DO.#1: the device did not accept the write, "
                                    "register.write_multi -1"));

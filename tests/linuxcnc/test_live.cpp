@@ -77,6 +77,7 @@ private slots:
     void motions_endOneByOneInOrder_whereTheyWereSentTo();
     void aMotionThatCannotBeMade_failsBehindThoseBefore();
     void stop_brakesAndTellsNoResult();
+    void aJog_endsWithTheHand_andHasNoResult();
     void inputs_comeBackThroughHal();
     void aHungPanel_losesLinkAndPower_untilTheOperatorSwitchesOn();
     void cleanupTestCase();
@@ -112,9 +113,9 @@ void TestLive::initTestCase() {
     });
     connect(robot_.get(), &Controller::movingChanged, this, [this](bool on) { told_.moving = on; });
     connect(robot_.get(), &Controller::powerChanged, this, [this](bool on) { told_.power = on; });
-    connect(robot_.get(), &Controller::linkChanged, this, [this](bool up, const QString& reason) {
+    connect(robot_.get(), &Controller::linkChanged, this, [this](bool up, const LinkReason& reason) {
         told_.linked = up;
-        told_.reason = up ? told_.reason : reason;
+        told_.reason = up ? told_.reason : reason.text();
     });
     robot_->signalPort()->start();
     robot_->start();
@@ -191,6 +192,32 @@ void TestLive::stop_brakesAndTellsNoResult() {
     QCOMPARE(told_.results.size(), std::size_t(1));
     QVERIFY2(told_.farthestFromHome < before + 15, qPrintable(QString::number(told_.farthestFromHome)));
     QVERIFY(distanceMm(told_.posture.pose, pose(500, 20, 400)) < 0.001);
+}
+
+void TestLive::aJog_endsWithTheHand_andHasNoResult() {
+    const JogMove along{JogFrame::Base, int(JogAxis::Y), -1, 0.05};
+    QCOMPARE(robot_->startJog(along, true), JogAnswer::Moves);
+    QCOMPARE(robot_->startJog(along, true), JogAnswer::Moving);
+    QTRY_VERIFY_WITH_TIMEOUT(told_.moving && told_.farthestFromHome > 5, answerMs);
+    const double before = told_.farthestFromHome;
+    robot_->stopJog();
+    QTRY_VERIFY_WITH_TIMEOUT(!told_.moving, answerMs);
+    QVERIFY2(told_.farthestFromHome < before + 10, qPrintable(QString::number(told_.farthestFromHome)));
+
+    QCOMPARE(robot_->startJog({JogFrame::Joint, 0, 4, 0.2}, false), JogAnswer::JointLimit);
+    const Joints from = told_.posture.joints;
+    QCOMPARE(robot_->startJog({JogFrame::Joint, 5, 0.05, 0.2}, false), JogAnswer::Moves);
+    QTRY_VERIFY_WITH_TIMEOUT(!told_.moving && std::abs(told_.posture.joints[5] - from[5] - 0.05) < 1e-5,
+                             answerMs);
+    QVERIFY(told_.results.empty());
+
+    // A motion that is ordered ends a jog.
+    QTRY_COMPARE_WITH_TIMEOUT(robot_->startJog(along, true), JogAnswer::Moves, answerMs);
+    QTRY_VERIFY_WITH_TIMEOUT(told_.moving, answerMs);
+    order({line(home_, 100)});
+    QTRY_VERIFY_WITH_TIMEOUT(allTold(1), answerMs);
+    QCOMPARE(told_.results.size(), std::size_t(1));
+    QVERIFY(distanceMm(told_.posture.pose, home_) < 0.001);
 }
 
 void TestLive::inputs_comeBackThroughHal() {

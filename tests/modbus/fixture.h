@@ -50,9 +50,9 @@ class Client : public QObject {
 public:
     explicit Client(const bridge::ModbusMap& map) : port(std::make_unique<bridge::ModbusPort>(map)) {
         using bridge::ModbusPort;
-        connect(port.get(), &ModbusPort::linkChanged, this, [this](bool up, const QString& words) {
+        connect(port.get(), &ModbusPort::linkChanged, this, [this](bool up, const bridge::LinkReason& why) {
             isUp = up;
-            links << (up ? QStringLiteral("up") : words);
+            links << (up ? QStringLiteral("up") : why.text());
         });
         connect(port.get(), &ModbusPort::written, this, [this](int ticket, bool isAccepted) {
             tickets << ticket;

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "bridge/jog.h"
+#include "kinematics/arm.h"
+
+namespace KDL {
+class Frame;
+}
+
+namespace kin {
+
+using bridge::JogAnswer;
+using bridge::JogMove;
+using bridge::Motion;
+using bridge::Posture;
+
+/// Whether the jog is a turn, in radians.
+bool isTurn(const JogMove& move);
+
+/// Plans a jog as a joint motion or a line; the tool turns by less than half a turn. `motion` is written only
+/// for JogAnswer::Moves.
+JogAnswer planJog(const Arm& arm, const Posture& start, const JogMove& move, Motion* motion);
+
+/// Plans a straight move of the tool; as planJog().
+JogAnswer planLine(const Arm& arm, const Posture& start, const KDL::Frame& target, double speed,
+                   Motion* motion);
+
+/// `move` extended as far as the arm gets in its direction: to the joint's limit; or to within 2 mm or
+/// 0.02 rad of where the tool gets on a straight line, at most 3 m or 3 rad. Unchanged where the arm cannot
+/// move in that direction: planJog() says why.
+JogMove farthestJog(const Arm& arm, const Posture& start, const JogMove& move);
+
+}  // namespace kin
