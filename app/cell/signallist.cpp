@@ -47,8 +47,16 @@ int rankOf(const QString& group) {
 }  // namespace
 
 SignalList::SignalList(SignalButton::Kind kind, sim::Controller* controller, QWidget* parent)
-    : QWidget(parent), controller_(controller), column_(new QVBoxLayout(this)) {
+    : QWidget(parent),
+      controller_(controller),
+      column_(new QVBoxLayout(this)),
+      unlinked_(new QLabel(tr("没有连接：这是最后的值"))) {
     column_->setContentsMargins(0, 0, look::px(8), look::px(8));
+    unlinked_->setObjectName(QStringLiteral("lblUnlinked"));
+    unlinked_->setWordWrap(true);
+    column_->addWidget(unlinked_);
+    connect(controller, &sim::Controller::linkChanged, this, &SignalList::refreshLink);
+    refreshLink();
     const bool inputs = kind == SignalButton::Kind::Input;
     QStringList names = inputs ? controller->inputNames() : controller->outputNames();
     std::stable_sort(names.begin(), names.end(), [](const QString& a, const QString& b) {
@@ -101,6 +109,10 @@ SignalList::Section& SignalList::sectionOf(const QString& title) {
 void SignalList::showEvent(QShowEvent* event) {
     refreshLabels();
     QWidget::showEvent(event);
+}
+
+void SignalList::refreshLink() {
+    unlinked_->setHidden(controller_->isLinked());
 }
 
 void SignalList::refreshLabels() {

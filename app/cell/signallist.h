@@ -7,6 +7,7 @@
 #include <QWidget>
 
 class QGridLayout;
+class QLabel;
 class QVBoxLayout;
 
 namespace sim {
@@ -35,10 +36,12 @@ private:
     void addSignals(SignalButton::Kind kind, const QStringList& names);
     Section& sectionOf(const QString& title);
     void refreshLabels();
+    void refreshLink();
     static void arrange(const Section& section);
 
     sim::Controller* controller_;
     QVBoxLayout* column_;
+    QLabel* unlinked_;
     QVector<Section> sections_;
     QHash<QString, SignalButton*> byName_;
 };

@@ -2324,6 +2324,13 @@ J/mm</translation>
     </message>
 </context>
 <context>
+    <name>app::SignalList</name>
+    <message>
+        <source>没有连接：这是最后的值</source>
+        <translation>No link: these are the last values</translation>
+    </message>
+</context>
+<context>
     <name>app::SpeedBox</name>
     <message>
         <source>单元的时间：快速运行时，焊接中的一切比例不变</source>

@@ -167,7 +167,9 @@ void TelemetrySheet::refuse(const mendo::FileProblem& problem) {
 /// Under which topics, and what others could read.
 void TelemetrySheet::showHints() {
     const Settings settings = typed();
-    QString hint = tr("主题：%1…").arg(settings.root());
+    Settings named = settings;
+    named.cell = settings.cell.isEmpty() ? tr("单元名称") : settings.cell;
+    QString hint = tr("主题：%1…").arg(named.root());
     if (settings.exposesPassword()) {
         hint += QLatin1Char('\n') + tr("密码将以明文通过网络传输。请使用 TLS。");
     }
