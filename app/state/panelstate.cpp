@@ -145,9 +145,11 @@ QString faultText(const CellStatus& status) {
         status.lastError < 0
             ? StateText::tr("机器人运动错误 -0x%1").arg(QString::number(-qint64(status.lastError), 16))
             : QString();
-    const QString link = status.linked                 ? QString()
-                         : status.linkReason.isEmpty() ? unreachableText(status.lostEnd, {})
-                                                       : reasonText(status.linkReason);
+    // The block is narrow: a reason that names the place says enough.
+    const bool isEnough = !status.linkReason.place.isEmpty();
+    const QString link = status.linked ? QString()
+                         : isEnough    ? reasonText(status.linkReason)
+                                       : unreachableText(status.lostEnd, status.linkReason);
     return joined({link, litText(status), status.faults.join(StateText::tr("、")), error});
 }
 
