@@ -159,19 +159,25 @@ void EventRecorder::onFaultWhileLit(const QString& name) {
     note(Kind::Fault, QStringLiteral("lit"), equipmentText(name));
 }
 
-void EventRecorder::onStatus(const CellStatus& state) {
-    store_->setQuiet(sources_.status->isActive());
-    for (const QString& fault : state.faults) {
+void EventRecorder::noteFaults(const QStringList& faults) {
+    for (const QString& fault : faults) {
         if (!faults_.contains(fault)) {
             note(Kind::Fault, QStringLiteral("unready"), fault);
         }
     }
     for (const QString& fault : qAsConst(faults_)) {
-        if (!state.faults.contains(fault)) {
+        if (!faults.contains(fault)) {
             note(Kind::Fault, QStringLiteral("ready"), fault);
         }
     }
-    faults_ = state.faults;
+    faults_ = faults;
+}
+
+void EventRecorder::onStatus(const CellStatus& state) {
+    store_->setQuiet(sources_.status->isActive());
+    if (state.linked) {  // else the inputs are not known
+        noteFaults(state.faults);
+    }
     const bool isByHand = state.laser == CellStatus::Laser::ByHand;
     if (isByHand != litByHand_) {
         litByHand_ = isByHand;

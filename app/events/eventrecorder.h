@@ -63,6 +63,7 @@ private:
     void onResult(int code);
     void onEmergencyStop();
     void onStatus(const CellStatus& state);
+    void noteFaults(const QStringList& faults);
     void onFileProblem(const mendo::FileProblem& problem);
     [[nodiscard]] QString projectName() const;
     [[nodiscard]] int lineNow() const;

@@ -150,7 +150,8 @@ QString faultText(const CellStatus& status) {
     const QString link = status.linked ? QString()
                          : isEnough    ? reasonText(status.linkReason)
                                        : unreachableText(status.lostEnd, status.linkReason);
-    return joined({link, litText(status), status.faults.join(StateText::tr("、")), error});
+    const QString faults = status.linked ? status.faults.join(StateText::tr("、")) : QString();
+    return joined({link, litText(status), faults, error});
 }
 
 /// "dry run, station, seam, line 5 of 8".

@@ -215,7 +215,7 @@ QStringList statusText(const CellStatus& state) {
     }
     const bool isUnseen = !state.linked && state.laser != CellStatus::Laser::Off;
     sentences << (isUnseen ? StatusText::tr("激光可能仍打开：看不到它的输出") : laserText(state.laser));
-    if (!state.faults.isEmpty()) {
+    if (state.linked && !state.faults.isEmpty()) {  // else the inputs are not known
         sentences << StatusText::tr("设备异常：%1").arg(listed(state.faults));
     }
     if (state.lastError < 0) {

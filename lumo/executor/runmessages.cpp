@@ -11,6 +11,9 @@ namespace lumo {
 
 namespace {
 
+/// The robot's mode while controller or device cannot be reached.
+const QLatin1String unknownMode("unknown");
+
 /// The context of the executor's texts.
 struct Text {
     Q_DECLARE_TR_FUNCTIONS(lumo::Driver)
@@ -51,6 +54,12 @@ RunMessage RunMessage::noLine(int count) {
 }
 
 RunMessage RunMessage::noPower() {
+    if (m(prog::key::robotMode)->getString() == unknownMode) {
+        return {Text::tr("机器人未上电"),
+                {Text::tr("无法连接控制器或输入输出设备。"),
+                 Text::tr("请等连接恢复，打开驱动电源，然后再试。"),
+                 {}}};
+    }
     return {Text::tr("机器人未上电"), {QString(), Text::tr("请松开急停，打开驱动电源，然后再试。"), {}}};
 }
 

@@ -75,6 +75,14 @@
         <translation>Select the line of the program to begin at, or to move to.</translation>
     </message>
     <message>
+        <source>无法连接控制器或输入输出设备。</source>
+        <translation>The controller or the I/O device cannot be reached.</translation>
+    </message>
+    <message>
+        <source>请等连接恢复，打开驱动电源，然后再试。</source>
+        <translation>Wait until it is reached, switch the drives on, then try again.</translation>
+    </message>
+    <message>
         <source>请松开急停，打开驱动电源，然后再试。</source>
         <translation>Release the emergency stop, switch the drives on, then try again.</translation>
     </message>

@@ -75,6 +75,14 @@
         <translation>Выберите строку программы, с которой начать или к точке которой двигаться.</translation>
     </message>
     <message>
+        <source>无法连接控制器或输入输出设备。</source>
+        <translation>Нет связи с контроллером или устройством ввода-вывода.</translation>
+    </message>
+    <message>
+        <source>请等连接恢复，打开驱动电源，然后再试。</source>
+        <translation>Дождитесь связи, включите приводы и повторите.</translation>
+    </message>
+    <message>
         <source>请松开急停，打开驱动电源，然后再试。</source>
         <translation>Отпустите аварийный останов, включите приводы и повторите.</translation>
     </message>
