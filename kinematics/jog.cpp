@@ -11,10 +11,10 @@ using bridge::JogFrame;
 
 namespace {
 
-// The search for the farthest target of a held jog: coarse and fine steps, and the limit.
-constexpr double lineSteps[] = {0.01, 0.002}, maxLine = 3;  // metres
-constexpr double turnSteps[] = {0.08, 0.02}, maxTurn = 3;   // rad; below π the direction is unambiguous
-constexpr double maxJoint = 4 * 3.14159265358979323846;     // rad
+// The search for the farthest target of a held jog: coarse and fine steps.
+constexpr double lineSteps[] = {0.01, 0.002};            // metres
+constexpr double turnSteps[] = {0.08, 0.02};             // rad
+constexpr double maxJoint = 4 * 3.14159265358979323846;  // rad
 constexpr int halvings = 40;
 constexpr double minJoint = 1e-6;  // rad; less counts as none
 
@@ -94,8 +94,7 @@ double jointRange(const Arm& arm, const Joints& start, JogMove move, double dire
 
 /// How far the tool can move. In steps, because each posture depends on the one before; first in coarse,
 /// then in fine ones.
-double toolRange(const Arm& arm, const Posture& start, JogMove move, double direction) {
-    const double most = isTurn(move) ? maxTurn : maxLine;
+double toolRange(const Arm& arm, const Posture& start, JogMove move, double direction, double most) {
     Joints joints = start.joints;
     double reached = 0;
     for (const double step : isTurn(move) ? turnSteps : lineSteps) {
@@ -144,11 +143,13 @@ JogAnswer planLine(const Arm& arm, const Posture& start, const KDL::Frame& targe
     return JogAnswer::Moves;
 }
 
-JogMove farthestJog(const Arm& arm, const Posture& start, const JogMove& move) {
+JogMove farthestJog(const Arm& arm, const Posture& start, const JogMove& move, double mostLine,
+                    double mostTurn) {
     const double direction = move.distance < 0 ? -1 : 1;
     JogMove farthest = move;
-    const double range = move.frame == JogFrame::Joint ? jointRange(arm, start.joints, move, direction)
-                                                       : toolRange(arm, start, move, direction);
+    const double range = move.frame == JogFrame::Joint
+                             ? jointRange(arm, start.joints, move, direction)
+                             : toolRange(arm, start, move, direction, isTurn(move) ? mostTurn : mostLine);
     farthest.distance = range > 0 ? direction * range : move.distance;
     return farthest;
 }

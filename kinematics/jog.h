@@ -25,9 +25,13 @@ JogAnswer planJog(const Arm& arm, const Posture& start, const JogMove& move, Mot
 JogAnswer planLine(const Arm& arm, const Posture& start, const KDL::Frame& target, double speed,
                    Motion* motion);
 
+constexpr double farthestLine = 3;  ///< m
+constexpr double farthestTurn = 3;  ///< rad; below π the direction is unambiguous
+
 /// `move` extended as far as the arm gets in its direction: to the joint's limit; or to within 2 mm or
-/// 0.02 rad of where the tool gets on a straight line, at most 3 m or 3 rad. Unchanged where the arm cannot
-/// move in that direction: planJog() says why.
-JogMove farthestJog(const Arm& arm, const Posture& start, const JogMove& move);
+/// 0.02 rad of where the tool gets on a straight line, at most `mostLine` or `mostTurn`. Unchanged where the
+/// arm cannot move in that direction: planJog() says why. 3 m may take 50 ms.
+JogMove farthestJog(const Arm& arm, const Posture& start, const JogMove& move, double mostLine = farthestLine,
+                    double mostTurn = farthestTurn);
 
 }  // namespace kin

@@ -58,6 +58,10 @@ void SegmentedControl::setCurrent(int index) {
     if (QAbstractButton* button = buttons_->button(index)) {
         button->setChecked(true);
         setFocusProxy(button);
+    } else if (QAbstractButton* checked = buttons_->checkedButton()) {
+        buttons_->setExclusive(false);
+        checked->setChecked(false);
+        buttons_->setExclusive(true);
     }
 }
 

@@ -18,6 +18,7 @@ public:
     SegmentedControl(const QString& name, const QStringList& texts, Qt::Orientation orientation,
                      QWidget* parent = nullptr);
 
+    /// -1: none is checked.
     void setCurrent(int index);
     int current() const;
     QAbstractButton* button(int index) const;

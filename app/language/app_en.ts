@@ -1004,10 +1004,6 @@ with code %1</translation>
         <translation>the network does not know %1</translation>
     </message>
     <message>
-        <source>%1 没有运行，或地址、端口不对</source>
-        <translation>nothing listens at %1: it does not run, or the address is wrong</translation>
-    </message>
-    <message>
         <source>%1 断开了连接</source>
         <translation>%1 has closed the connection</translation>
     </message>
@@ -1046,6 +1042,10 @@ with code %1</translation>
     <message>
         <source>%1：%2</source>
         <translation>%1: %2</translation>
+    </message>
+    <message>
+        <source>%1 拒绝连接：没有运行，或地址不对</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>

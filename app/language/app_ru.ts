@@ -1005,10 +1005,6 @@
         <translation>в сети нет %1</translation>
     </message>
     <message>
-        <source>%1 没有运行，或地址、端口不对</source>
-        <translation>%1 не принимает соединений: не запущен или неверный адрес</translation>
-    </message>
-    <message>
         <source>%1 断开了连接</source>
         <translation>%1 закрыл соединение</translation>
     </message>
@@ -1047,6 +1043,10 @@
     <message>
         <source>%1：%2</source>
         <translation>%1: %2</translation>
+    </message>
+    <message>
+        <source>%1 拒绝连接：没有运行，或地址不对</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>

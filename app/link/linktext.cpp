@@ -39,7 +39,7 @@ QString reasonText(const bridge::LinkReason& reason) {
         case Kind::UnknownHost:
             return LinkText::tr("网络中找不到 %1").arg(reason.place);
         case Kind::Refused:
-            return LinkText::tr("%1 没有运行，或地址、端口不对").arg(reason.place);
+            return LinkText::tr("%1 拒绝连接：没有运行，或地址不对").arg(reason.place);
         case Kind::Closed:
             return LinkText::tr("%1 断开了连接").arg(reason.place);
         case Kind::Lost:

@@ -38,7 +38,9 @@ ModeBox::ModeBox(sim::Controller* controller, QWidget* parent)
 }
 
 void ModeBox::refresh() {
-    mode_->setCurrent(m(prog::key::robotMode)->getString() == QLatin1String(modes[0]) ? 0 : 1);
+    constexpr int none = -1;  // it is not known
+    const bool isAuto = m(prog::key::robotMode)->getString() == QLatin1String(modes[0]);
+    mode_->setCurrent(!controller_->isLinked() ? none : isAuto ? 0 : 1);
     mode_->setEnabled(controller_->isLinked() && controller_->abilities().mode);
 }
 

@@ -12,6 +12,9 @@ using linuxcnc::Place;
 
 namespace {
 
+// A held jog is made in pieces: to look farther ahead could take longer than LinuxCNC waits for a heartbeat.
+constexpr double pieceLine = 0.15;  // m
+constexpr double pieceTurn = 0.5;   // rad
 // Shorter than a key is held.
 constexpr double shortestLine = 0.001;  // m
 constexpr double shortestTurn = 0.02;   // rad
@@ -38,28 +41,45 @@ JogAnswer LinuxCnc::startJog(const JogMove& move, bool held) {
     if (!standsStill() || !waiting_.empty() || state_->clock < validFrom_) {
         return JogAnswer::Moving;
     }
+    const JogAnswer answer = sendJog(move, held);
+    if (answer == JogAnswer::Moves && held) {
+        heldJog_ = move;
+    }
+    return answer;
+}
+
+/// Sends a step, or the next piece of a held jog.
+JogAnswer LinuxCnc::sendJog(const JogMove& move, bool held) {
     const Place from = place();
     const Posture posture{kin::toPose(from.torch), from.joints};
-    JogMove whole = held ? kin::farthestJog(arm_, posture, move) : move;
+    JogMove whole = held ? kin::farthestJog(arm_, posture, move, pieceLine, pieceTurn) : move;
     const double shortest = kin::isTurn(move) ? shortestTurn : shortestLine;
-    JogAnswer answer = JogAnswer::TooFast;
     while (true) {
         Motion motion;
-        answer = kin::planJog(arm_, posture, whole, &motion);
+        JogAnswer answer = kin::planJog(arm_, posture, whole, &motion);
         if (answer != JogAnswer::Moves) {
             return answer;
         }
         motion.id = jogId;
         Place end = from;
         answer = answerTo(linuxcnc::writeBatch(arm_, {motion}, &end).failure);
-        whole.distance /= 2;
         if (answer == JogAnswer::Moves) {
             sendBatch({motion});
             return answer;
         }
+        whole.distance /= 2;
         if (!held || std::abs(whole.distance) < shortest) {
             return answer;
         }
+    }
+}
+
+/// A jog's batch has ended. Who hears of it may jog on.
+void LinuxCnc::endJog() {
+    sent_.pop_front();
+    if (!heldJog_ || sendJog(*heldJog_, true) != JogAnswer::Moves) {
+        heldJog_.reset();
+        tellMoving(false);
     }
 }
 

@@ -73,7 +73,7 @@ void JsonLink::onState(QAbstractSocket::SocketState state) {
 
 void JsonLink::onError(QAbstractSocket::SocketError error) {
     if (!wasOpen_ && error == QAbstractSocket::ConnectionRefusedError) {
-        emit refused({LinkReason::Kind::Refused, QStringLiteral("LinuxCNC, 127.0.0.1:%1").arg(port_)});
+        emit refused({LinkReason::Kind::Refused, QStringLiteral("LinuxCNC (127.0.0.1:%1)").arg(port_)});
     }
 }
 

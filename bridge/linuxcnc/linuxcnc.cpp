@@ -36,8 +36,8 @@ LinuxCnc::LinuxCnc(quint16 port, QObject* parent)
     for (linuxcnc::JsonLink* link : {&commands_, &states_}) {
         connect(link, &linuxcnc::JsonLink::opened, this, &LinuxCnc::onOpened);
         connect(link, &linuxcnc::JsonLink::closed, this, &LinuxCnc::onClosed);
-        connect(link, &linuxcnc::JsonLink::refused, this, &LinuxCnc::onRefused);
     }
+    connect(&commands_, &linuxcnc::JsonLink::refused, this, &LinuxCnc::onRefused);
     next_.setSingleShot(true);
     next_.setInterval(resultGapMs);
     next_.setTimerType(Qt::PreciseTimer);
@@ -186,6 +186,7 @@ void LinuxCnc::forgetMotions() {
     waiting_.clear();
     held_.clear();
     sent_.clear();
+    heldJog_.reset();
     end_.reset();
 }
 
@@ -327,14 +328,15 @@ void LinuxCnc::tellDue() {
         fail(progress.batch().failedId, progress.batch().failure);
         return;
     }
+    if (progress.isJog()) {
+        endJog();
+        return;
+    }
     if (isLast && progress.batch().failedId == 0) {
         tellMoving(false);
     }
     hasPosture_ = false;
-    const int id = progress.tell();
-    if (id != jogId) {
-        emit finished(id, MotionDone);
-    }
+    emit finished(progress.tell(), MotionDone);
 }
 
 /// The motion fails; all behind it is dropped.

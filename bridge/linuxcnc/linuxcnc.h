@@ -38,9 +38,9 @@ public:
     void setPower(bool on) override;
     /// LinuxCNC has no key switch: this is the mode then.
     void setMode(Mode mode) override;
-    /// A batch of one motion, as far as it may go; letting go stops it as stop() does. So reach and joint
-    /// limits are checked before, and the heartbeat holds it. Near a wrist that would have to turn too fast a
-    /// held jog ends before.
+    /// A batch of one motion, and while held the next one behind it; letting go stops it as stop() does. So
+    /// reach and joint limits are checked before, and the heartbeat holds it. Before a wrist that would have
+    /// to turn too fast a held jog ends.
     JogAnswer startJog(const JogMove& move, bool held) override;
     void stopJog() override;
 
@@ -66,6 +66,8 @@ private:
     void fail(int id, int code);
     void failByError(const QStringList& errors);
     void settle();
+    JogAnswer sendJog(const JogMove& move, bool held);
+    void endJog();
     bool isJogging() const;
     bool standsStill() const;
     void sendBatch(const Motions& motions);
@@ -91,7 +93,8 @@ private:
     std::vector<Motions> held_;            ///< released while a stop is under way
     std::deque<linuxcnc::Progress> sent_;  ///< batches, the first is under way
     int number_ = 0;                       ///< of the last batch
-    std::optional<linuxcnc::Place> end_;   ///< behind all that was sent; none where the state tells it
+    std::optional<JogMove> heldJog_;
+    std::optional<linuxcnc::Place> end_;  ///< behind all that was sent; none where the state tells it
 };
 
 }  // namespace bridge
