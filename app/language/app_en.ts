@@ -1045,7 +1045,7 @@ with code %1</translation>
     </message>
     <message>
         <source>%1 拒绝连接：没有运行，或地址不对</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 takes no connection: not running, or a wrong address</translation>
     </message>
 </context>
 <context>

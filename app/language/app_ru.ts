@@ -1046,7 +1046,7 @@
     </message>
     <message>
         <source>%1 拒绝连接：没有运行，或地址不对</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 не принимает соединение: не запущен или неверный адрес</translation>
     </message>
 </context>
 <context>

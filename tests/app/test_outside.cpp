@@ -62,8 +62,8 @@ private slots:
         emit device_.linkChanged(false, {LinkReason::Kind::NoAnswer, "10.0.0.7:502"});
         emit device_.linkChanged(false, {LinkReason::Kind::Refused, "10.0.0.7:502"});
         QCOMPARE(state(),
-                 "The I/O device cannot be reached: nothing listens at 10.0.0.7:502: it does not run, "
-                 "or the address is wrong");
+                 "The I/O device cannot be reached: 10.0.0.7:502 takes no connection: not running, or a "
+                 "wrong address");
         QVERIFY(textOf("lblLossDevice").startsWith("Lost once"));
         QVERIFY(textOf("lblLossDevice").endsWith(": 10.0.0.7:502 does not answer"));
         QCOMPARE(newestEvent(), "Fault|Link lost: Modbus TCP, map.json: 10.0.0.7:502 does not answer");
