@@ -177,12 +177,13 @@ void HalPort::onOpened() {
         sendArm();
     }
     sendInputs();
+    tellOutputsOff();  // rio.py has switched them off when the connection before ended
     emit opened();
 }
 
 void HalPort::onClosed(const LinkReason& reason) {
     beat_.stop();
-    armed_ = follows_ = false;
+    armed_ = follows_ = hasAnswered_ = false;
     tickets_.clear();
     on_.clear();
     emit closed(reason);
@@ -196,6 +197,7 @@ void HalPort::beat() {
 
 void HalPort::onMessage(const QJsonObject& message) {
     const QString event = message[QLatin1String("ev")].toString();
+    hasAnswered_ = true;
     const int value = message[QLatin1String("value")].toInt();
     if (event == QLatin1String("di") || event == QLatin1String("ai")) {
         tellInput(event, message[QLatin1String("pin")].toInt(), value);
@@ -207,9 +209,19 @@ void HalPort::onMessage(const QJsonObject& message) {
             const bool wasOn = !on_.isEmpty();
             on_.clear();
             emit heartbeatMissed(std::max(longestGapMs_, int(sinceBeat_.elapsed())), wasOn);
+            tellOutputsOff();
         }
     } else if (tickets_.remove(message[QLatin1String("ack")].toInt())) {
         emit written(message[QLatin1String("ack")].toInt(), true);
+    }
+}
+
+void HalPort::tellOutputsOff() {
+    for (const SignalRow& row : rows()) {
+        const bool isOutput = row.kind == SignalRow::Kind::Output || row.writable;
+        for (int bias = 0; isOutput && bias < row.length; ++bias) {
+            emit changed(row.kind, row.name, bias, 0);
+        }
     }
 }
 

@@ -23,7 +23,8 @@ public:
     void start() override { link_.open(); }
     void write(const QVector<SignalWrite>& writes, int ticket) override;
 
-    bool isOpen() const { return link_.isOpen(); }
+    /// Connected, and rio.py has answered: a program that hangs takes connections, too.
+    bool isOpen() const { return hasAnswered_; }
     void close(const LinkReason& reason) { link_.close(reason); }
     void rest() { link_.rest(); }
     /// Outputs follow from now on; all are off at first. After a loss only when the operator asks.
@@ -43,6 +44,7 @@ private:
     void onClosed(const LinkReason& reason);
     void onMessage(const QJsonObject& message);
     void beat();
+    void tellOutputsOff();
     void tellInput(const QString& pins, int pin, int value);
     void sendArm();
     void allOff();
@@ -52,6 +54,7 @@ private:
     QTimer beat_;
     QElapsedTimer sinceBeat_;
     int longestGapMs_ = 0;  ///< of the last ten beats or so
+    bool hasAnswered_ = false;
     bool armed_ = true;     ///< asked for
     bool follows_ = false;  ///< as LinuxCNC tells
     QSet<int> tickets_;

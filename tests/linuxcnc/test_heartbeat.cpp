@@ -75,8 +75,15 @@ void TestHeartbeat::aMissedBeat_refusesWritesUntilTheOperatorArms() {
     QCOMPARE(QJsonDocument(rio.writes).toJson(QJsonDocument::Compact),
              QByteArray(R"([["do",3,1],["ao",1,-5],["do",17,1]])"));
 
+    QStringList off;
+    connect(&port, &SignalPort::changed, this,
+            [&off](SignalRow::Kind, const QString& name, int bias, int value) {
+                off << (value == 0 ? QStringLiteral("%1.%2").arg(name).arg(bias) : QString());
+            });
     rio.sayFollowing(false);
     QTRY_VERIFY(rio.take() && missed.size() == 1);
+    QTRY_COMPARE(off.size(), 55);  // all outputs are told
+    QVERIFY(off.contains(QStringLiteral("LUMO_DO.3")) && !off.contains(QString()));
     QVERIFY(missed[0][1].toBool());
     port.write({{SignalRow::Kind::Register, QStringLiteral("LUMO_DO"), 3, 1}}, 42);
     QCOMPARE(written.takeFirst(), (QVariantList{42, false}));
