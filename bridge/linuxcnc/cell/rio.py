@@ -4,7 +4,8 @@
 # License, version 2, as published by the Free Software Foundation. It comes without any warranty.
 """Inputs, outputs and heartbeat: a HAL component, for one client at a time on port 5101. Commands are carried out in
 their order:
-  {"op":"beat"}                                    the heartbeat, each 10 ms; answered {"ev":"beat"}
+  {"op":"beat"}                                    the heartbeat, each 10 ms; answered {"ev":"beat"} while LinuxCNC's
+                                                   servo thread sees it
   {"op":"arm","on":BOOL}                           true: outputs follow the orders, until a beat is missed
   {"op":"set","w":[["do",3,1],["ao",0,1638]],"id":7}   outputs, from left to right; answered {"ack":7}
   {"op":"sim","w":[["di",3,1]]}                    inputs of a simulated cell, where nothing else is wired to them
@@ -34,7 +35,8 @@ def make_pins():
         pins.newpin(name, hal.HAL_S32, hal.HAL_OUT)
     for kind, _, name in INPUTS:
         pins.newpin(name, hal.HAL_BIT if kind == "di" else hal.HAL_S32, hal.HAL_IN)
-    pins.newpin("ok", hal.HAL_BIT, hal.HAL_IN)
+    for name in ("ok", "echo"):
+        pins.newpin(name, hal.HAL_BIT, hal.HAL_IN)
     return pins
 
 
@@ -60,8 +62,9 @@ class Client:
     def obey(self, message):
         operation = message["op"]
         if operation == "beat":
-            self.pins["beat"] = not self.pins["beat"]
-            wire.send(self.connection, {"ev": "beat"})
+            if self.pins["echo"] == self.pins["beat"]:
+                self.pins["beat"] = not self.pins["beat"]
+                wire.send(self.connection, {"ev": "beat"})
         elif operation == "arm":
             self.pins["arm"] = message["on"]
         elif operation == "set":

@@ -27,13 +27,18 @@ net live and2.$bits.out => rio.ok
 
 # motion.py holds the arm, too, while it stops it.
 loadrt not count=1
-loadrt or2 count=1
+loadrt or2 count=2
 addf not.0 servo-thread
 addf or2.0 servo-thread
 net live => not.0.in
 net dead not.0.out => or2.0.in0
 net stopping => or2.0.in1
 net hold or2.0.out => motion.feed-hold
+
+# The beat as the servo thread has seen it: rio.py does not answer beats for one that has ended.
+addf or2.1 servo-thread
+net beat => or2.1.in0
+net echo or2.1.out => rio.echo
 
 for {set bit 0} {$bit < $bits} {incr bit} {
     set two [format %02d $bit]
