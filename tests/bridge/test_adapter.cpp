@@ -229,7 +229,7 @@ private slots:
         toolset.loadJson(this, QJsonObject{{"end", QJsonObject{{"name", "torch"}}}});
         kordservice()->set(this, "pel.coord.toolset", &toolset);
         QCOMPARE(cell.controller.takeCalls(), QStringList("tool torch"));
-        cell.controller.tellLink(false, "cable");
+        cell.controller.tellLink(false, QString("cable"));
         cell.controller.takeCalls();
         cell.controller.comeUp();
         QVERIFY(cell.controller.takeCalls().contains("tool torch"));
