@@ -1,5 +1,6 @@
 #include "../bridge/fakes.h"
 #include "app/cell/signalbutton.h"
+#include "app/events/eventlist.h"
 #include "app/startsteps.h"
 #include "panelfixture.h"
 
@@ -14,17 +15,20 @@ class AppOutside : public test::PanelTest {
     test::FakeController controller_;
     test::FakePort device_{{{bridge::SignalRow::Kind::Register, "DEVICE_DO", "bit", true, 2}}};
 
-    QString newestEvent() const {
+    /// How often the event log has it: kind and details.
+    int countOf(const QString& event) const {
         docks()->open("log");
         pass(5000);
-        const auto* const table = docks()->content("log")->findChild<QTableView*>("eventTable");
-        QStringList cells;
-        for (int column = 1; column < table->model()->columnCount(); ++column) {
-            cells << table->model()->index(0, column).data().toString();
+        const auto* const rows = docks()->content("log")->findChild<QTableView*>("eventTable")->model();
+        int count = 0;
+        for (int row = 0; row < rows->rowCount(); ++row) {
+            const QString what = rows->index(row, app::EventList::What).data().toString();
+            const QString details = rows->index(row, app::EventList::ColumnCount - 1).data().toString();
+            count += what + '|' + details == event ? 1 : 0;
         }
         docks()->closeAll();
         docks()->open("cell");
-        return cells.first() + '|' + cells.last();
+        return count;
     }
     QString state() const {
         pass(0);
@@ -66,9 +70,9 @@ private slots:
                  "wrong address");
         QVERIFY(textOf("lblLossDevice").startsWith("Lost once"));
         QVERIFY(textOf("lblLossDevice").endsWith(": 10.0.0.7:502 does not answer"));
-        QCOMPARE(newestEvent(), "Fault|Link lost: Modbus TCP, map.json: 10.0.0.7:502 does not answer");
+        QCOMPARE(countOf("Fault|Link lost: Modbus TCP, map.json: 10.0.0.7:502 does not answer"), 1);
         emit device_.linkChanged(true, {});
-        QCOMPARE(newestEvent(), "Fault|Link is back: Modbus TCP, map.json");
+        QCOMPARE(countOf("Fault|Link is back: Modbus TCP, map.json"), 1);
         QCOMPARE(textOf("lblLinkDevice"), "Connected");
 
         // A backend's own words are not translated.
@@ -84,14 +88,10 @@ private slots:
         }
         QVERIFY(textOf("lblBrokenRules").startsWith("•  a result of a motion that nobody ordered: 3 times"));
         const QString event = "Error|The controller broke a rule: a result of a motion that nobody ordered";
-        QCOMPARE(newestEvent(), event);
-        emit device_.linkChanged(false, {LinkReason::Kind::Cut, {}});
-        emit device_.linkChanged(true, {});
-        controller_.tell(77);
-        QVERIFY(newestEvent() != event);
+        QCOMPARE(countOf(event), 1);
         pass(60000);
         controller_.tell(77);
-        QCOMPARE(newestEvent(), event);
+        QCOMPARE(countOf(event), 2);
     }
 
     void whatHasNoEffect_isLeftOut() {
