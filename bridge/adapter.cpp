@@ -286,6 +286,10 @@ double Adapter::travelled() const {
     return d_->travelled;
 }
 
+double Adapter::postureMs() const {
+    return d_->postureMs;
+}
+
 void Adapter::write(const QString& command, const std::vector<RegisterWrite>& records) {
     const auto answer = [this, command](bool accepted) { d_->answer(command, accepted ? 0 : -1); };
     if (command == word::outDo) {

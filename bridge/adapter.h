@@ -89,8 +89,10 @@ public:
     virtual bool standsStill() const;
     /// Where the arm is, as far as told, rounded as in "sys.posture".
     virtual Posture posture() const;
-    /// Length of the tool path since construction, metres.
+    /// Length of the tool path since construction, metres: up to where the arm is, as far as told.
     virtual double travelled() const;
+    /// When the arm was there, ms of the host's clock.
+    virtual double postureMs() const;
 
 signals:
     /// Names and types as in output(). Only when the value changes.

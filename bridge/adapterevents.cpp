@@ -4,6 +4,7 @@
 #include "bridge/nodes.h"
 #include "bridge/words.h"
 #include "kord/kordservice.h"
+#include "mendo/clock.h"
 #include "mendo/modulemanager.h"
 
 #include <cmath>
@@ -41,6 +42,7 @@ void Adapter::Private::onResult(Motion::Kind kind, int id, int code) {
 void Adapter::Private::onPosture(const Posture& told) {
     travelled += hasPosture ? distance(posture.pose, told.pose) : 0;
     posture = told;
+    postureMs = double(mendo::Clock::current().elapsedMs()) - told.ageMs;
     hasPosture = true;
     results.notePosture();
     bridge::writePosture(q, service, told);

@@ -65,6 +65,7 @@ struct Adapter::Private {
     Posture posture;
     bool hasPosture = false;
     double travelled = 0;
+    double postureMs = 0;
 };
 
 }  // namespace bridge

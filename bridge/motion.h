@@ -17,6 +17,8 @@ using Joints = std::vector<double>;  ///< radians, one per axis
 struct Posture {
     Pose pose;  ///< of the torch, independent of the tool set
     Joints joints;
+    /// How long ago the arm was there, ms, where the controller tells; 0: now.
+    double ageMs = 0;
 };
 
 /// Results of motions, as the package reads them. Other negative codes are a controller's own.

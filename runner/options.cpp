@@ -134,18 +134,20 @@ QString readOutside(const QString& text, QString* name) {
     return text.isEmpty() ? QStringLiteral("names nothing") : QString();
 }
 
-/// "result=MS,posture=MS,write=MS", each optional.
+/// "result=MS,posture=MS,write=MS,start=MS,period=MS,corner=MM/S2", each optional.
 QString readLatency(const QString& text, sim::Latency* latency) {
-    const std::pair<QLatin1String, int*> parts[] = {{QLatin1String("result"), &latency->resultMs},
-                                                    {QLatin1String("posture"), &latency->postureMs},
-                                                    {QLatin1String("write"), &latency->writeMs}};
+    const std::pair<QLatin1String, int*> parts[] = {
+        {QLatin1String("result"), &latency->resultMs}, {QLatin1String("posture"), &latency->postureMs},
+        {QLatin1String("write"), &latency->writeMs},   {QLatin1String("start"), &latency->startMs},
+        {QLatin1String("period"), &latency->periodMs}, {QLatin1String("corner"), &latency->cornerMmPerS2}};
     for (const QString& part : text.split(QLatin1Char(','))) {
         const QString name = part.section(QLatin1Char('='), 0, 0);
         const auto known = std::find_if(std::begin(parts), std::end(parts),
                                         [&name](const auto& row) { return name == row.first; });
         const QString number = part.section(QLatin1Char('='), 1);
         if (known == std::end(parts) || !readNumber(number, 0, known->second).isEmpty()) {
-            return QStringLiteral("is not of the form result=MS,posture=MS,write=MS");
+            return QStringLiteral(
+                "is not of the form result=MS,posture=MS,write=MS,start=MS,period=MS,corner=MM/S2");
         }
     }
     return {};
@@ -190,8 +192,9 @@ std::vector<Option> runOptions(Options* o) {
         {"axes", "6|7", "axes of the robot (6)", [o](const QString& v) { return readAxes(v, &o->axes); }},
         workcell::flag("no-write-multi", "a controller that cannot write several registers at once",
                        &o->noWriteMulti),
-        {"latency", "result=MS,posture=MS,write=MS",
-         "a controller that answers and writes that much later (each optional, 0)",
+        {"latency", "result=MS,posture=MS,write=MS,start=MS,period=MS,corner=MM/S2",
+         "a controller that answers, writes and begins to move that much later, and\n"
+         "cuts corners as narrowly as it can (each optional, 0)",
          [o](const QString& v) { return readLatency(v, &o->latency); }},
         {"scenario", "FILE", "what happens to the cell, and when",
          [o](const QString& v) { return readFile(v, &o->scenario, &o->scenarioName); }},
@@ -444,10 +447,20 @@ QString Options::folder() const {
 }
 
 QString latencyText(const sim::Latency& latency) {
-    return QStringLiteral("result=%1,posture=%2,write=%3")
-        .arg(latency.resultMs)
-        .arg(latency.postureMs)
-        .arg(latency.writeMs);
+    QString text = QStringLiteral("result=%1,posture=%2,write=%3")
+                       .arg(latency.resultMs)
+                       .arg(latency.postureMs)
+                       .arg(latency.writeMs);
+    if (latency.startMs > 0) {
+        text += QStringLiteral(",start=%1").arg(latency.startMs);
+    }
+    if (latency.periodMs > 0) {
+        text += QStringLiteral(",period=%1").arg(latency.periodMs);
+    }
+    if (latency.cornerMmPerS2 > 0) {
+        text += QStringLiteral(",corner=%1").arg(latency.cornerMmPerS2);
+    }
+    return text;
 }
 
 QString versionText() {

@@ -18,7 +18,7 @@ constexpr int slowStateMs = 50;
 Backend::Backend(int axes, const Latency& latency, QObject* parent)
     : bridge::Controller(parent),
       arm_(axes),
-      queue_(arm_, nullptr),
+      queue_(arm_, nullptr, latency),
       results_(latency.resultMs, nullptr),
       postures_(latency.postureMs, nullptr) {
     connect(&results_, &ResultSender::due, this, &Backend::finished);

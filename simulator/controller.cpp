@@ -3,6 +3,7 @@
 #include "bridge/nodes.h"
 #include "bridge/registerwrite.h"
 #include "kord/kordservice.h"
+#include "mendo/clock.h"
 #include "simulator/projectnodes.h"
 
 #include <iterator>
@@ -156,6 +157,10 @@ MotionPlan::Posture Controller::posture() const {
 
 double Controller::travelled() const {
     return isOutside_ ? bridge::Adapter::travelled() : backend_->travelled();
+}
+
+double Controller::postureMs() const {
+    return isOutside_ ? bridge::Adapter::postureMs() : double(mendo::Clock::current().elapsedMs());
 }
 
 void Controller::write(const QString& command, const std::vector<bridge::RegisterWrite>& records) {

@@ -72,6 +72,7 @@ public:
     MotionPlan::Posture posture() const override;
     /// Length of the tool path since construction, metres.
     double travelled() const override;
+    double postureMs() const override;
     /// Its kinematics.
     const Arm& arm() const { return backend_->arm(); }
 

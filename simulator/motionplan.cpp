@@ -3,6 +3,7 @@
 #include "kinematics/track.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace sim {
 
@@ -16,6 +17,7 @@ using kin::toPose;
 using kin::Track;
 
 constexpr double minRadius = 1e-6;  // metres; smaller zones count as 0
+constexpr double leastCut = 1e-5;   // metres; of a corner without a change of direction
 
 /// The same pose with its angles in the ranges of Arm::forward().
 Pose normalised(const Pose& pose) {
@@ -34,9 +36,24 @@ int codeOf(Arm::Fault fault) {
     return JointLimit;
 }
 
+/// The tangent of half the change of direction; negative where the path turns back or on the spot.
+double halfAngleTangent(const Track& in, const Track& out) {
+    constexpr double step = 1e-4;    // m
+    constexpr double back = -0.985;  // 170°
+    const KDL::Vector before = in.frame(in.length()).p - in.frame(in.length() - step).p;
+    const KDL::Vector after = out.frame(step).p - out.frame(0).p;
+    const double size = std::sqrt(dot(before, before) * dot(after, after));
+    if (size <= 0) {
+        return -1;
+    }
+    const double cosine = dot(before, after) / size;
+    return cosine < back ? -1 : std::sqrt(std::max(1 - cosine, 0.0) / (1 + cosine));
+}
+
 }  // namespace
 
-MotionPlan::MotionPlan(const Arm& arm, const Posture& start, std::vector<MotionCommand> motions)
+MotionPlan::MotionPlan(const Arm& arm, const Posture& start, std::vector<MotionCommand> motions,
+                       double cornerAcceleration)
     : motions_(std::move(motions)), end_(start) {
     for (size_t i = 0; i < motions_.size(); ++i) {
         failure_.code = makeTrack(arm, motions_[i]);
@@ -54,7 +71,7 @@ MotionPlan::MotionPlan(const Arm& arm, const Posture& start, std::vector<MotionC
         }
         break;
     }
-    layPath(arm);
+    layPath(arm, cornerAcceleration);
 }
 
 MotionPlan::~MotionPlan() = default;
@@ -94,22 +111,18 @@ int MotionPlan::makeTrack(const Arm& arm, const MotionCommand& motion) {
     return code;
 }
 
-void MotionPlan::layPath(const Arm& arm) {
+void MotionPlan::layPath(const Arm& arm, double cornerAcceleration) {
     double cut = 0;  // length of the track that belongs to the corner before it
     std::vector<double> passed;
     for (size_t i = 0; i < tracks_.size(); ++i) {
         const auto& track = tracks_[i];
         const MotionCommand& motion = motions_[i];
-        const bool last = i + 1 == tracks_.size();
-        double radius = last ? 0 : std::min({motion.zone, track->length() / 2, tracks_[i + 1]->length() / 2});
-        if (radius < minRadius) {
-            radius = 0;
-        }
+        const auto [radius, cornerSpeed] = cornerBehind(i, cornerAcceleration);
         lay(track, cut, track->length() - radius, motion.speed, radius == 0);
         const double before = profile_.length();
         if (radius > 0) {
             const auto blend = std::make_shared<BlendTrack>(arm, track, tracks_[i + 1], radius);
-            lay(blend, 0, blend->length(), std::min(motion.speed, motions_[i + 1].speed), false);
+            lay(blend, 0, blend->length(), cornerSpeed, false);
         }
         passed.push_back((before + profile_.length()) / 2);
         cut = radius;
@@ -118,6 +131,33 @@ void MotionPlan::layPath(const Arm& arm) {
     for (size_t i = 0; i < passed.size(); ++i) {
         marks_.push_back({motions_[i].id, profile_.timeAt(passed[i])});
     }
+}
+
+MotionPlan::Corner MotionPlan::cornerBehind(size_t motion, double acceleration) const {
+    if (motion + 1 == tracks_.size()) {
+        return {};
+    }
+    const Track& in = *tracks_[motion];
+    const Track& out = *tracks_[motion + 1];
+    Corner corner{std::min({motions_[motion].zone, in.length() / 2, out.length() / 2}),
+                  std::min(motions_[motion].speed, motions_[motion + 1].speed)};
+    if (corner.radius < minRadius) {
+        return {};
+    }
+    if (acceleration > 0) {
+        const double tangent = halfAngleTangent(in, out);
+        if (in.isJointMotion() || out.isJointMotion() || tangent < 0) {
+            return {};
+        }
+        // An arc of radius v²/a touches both lines so far from where they meet.
+        corner.speed = std::max(motions_[motion].speed, motions_[motion + 1].speed);
+        const double needed = corner.speed * corner.speed / acceleration * tangent;
+        corner.radius = std::min(corner.radius, std::max(needed, leastCut));
+        if (needed > corner.radius) {
+            corner.speed = std::sqrt(acceleration * corner.radius / tangent);
+        }
+    }
+    return corner;
 }
 
 void MotionPlan::lay(std::shared_ptr<const Track> track, double from, double to, double speed, bool stop) {

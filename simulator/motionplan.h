@@ -34,8 +34,9 @@ public:
         double atM = 0;  ///< of a point that cannot be reached: along the motion's track
     };
 
-    /// `arm` must outlive the plan.
-    MotionPlan(const Arm& arm, const Posture& start, std::vector<MotionCommand> motions);
+    /// `arm` must outlive the plan. `cornerAcceleration`: as in Latency, m/s².
+    MotionPlan(const Arm& arm, const Posture& start, std::vector<MotionCommand> motions,
+               double cornerAcceleration = 0);
     ~MotionPlan();
     MotionPlan(MotionPlan&&) noexcept;
     MotionPlan& operator=(MotionPlan&&) noexcept;
@@ -59,8 +60,13 @@ private:
         double start = 0;     ///< where it starts in the plan
         double toolPath = 0;  ///< length of the tool path before it
     };
+    /// The corner behind a motion: it begins and ends `radius` beside the target, 0: the arm stops there.
+    struct Corner {
+        double radius = 0, speed = 0;
+    };
     int makeTrack(const Arm& arm, const MotionCommand& motion);
-    void layPath(const Arm& arm);
+    void layPath(const Arm& arm, double cornerAcceleration);
+    Corner cornerBehind(size_t motion, double acceleration) const;
     void lay(std::shared_ptr<const kin::Track> track, double from, double to, double speed, bool stop);
     const Piece* pieceAt(double s) const;
 

@@ -10,6 +10,7 @@ namespace sim {
 namespace {
 
 constexpr double braking = 4.0;  // m/s²
+constexpr double mmPerM = 1000;
 constexpr int tickMs = 10;
 constexpr int resultGapMs = 1;
 
@@ -37,9 +38,9 @@ double MotionQueue::Brake::at(double time) const {
     return s + speed * t - braking * t * t / 2;
 }
 
-MotionQueue::MotionQueue(const Arm& arm, QObject* parent)
-    : QObject(parent), arm_(arm), posture_{arm.forward(arm.home()), arm.home()} {
-    tick_.setInterval(tickMs);
+MotionQueue::MotionQueue(const Arm& arm, QObject* parent, const Latency& latency)
+    : QObject(parent), arm_(arm), latency_(latency), posture_{arm.forward(arm.home()), arm.home()} {
+    tick_.setInterval(latency.periodMs > 0 ? latency.periodMs : tickMs);
     tick_.setTimerType(Qt::PreciseTimer);
     connect(&tick_, &QTimer::timeout, this, &MotionQueue::ticked);
     event_.setSingleShot(true);
@@ -68,7 +69,7 @@ void MotionQueue::release(int refusal) {
         waiting_.front().refusal = refusal;
     }
     const bool standing = batches_.empty();
-    MotionPlan plan(arm_, endPosture(), std::move(waiting_));
+    MotionPlan plan(arm_, endPosture(), std::move(waiting_), latency_.cornerMmPerS2 / mmPerM);
     waiting_.clear();
     batches_.push_back({std::move(plan)});
     if (standing) {
@@ -181,7 +182,7 @@ double MotionQueue::position() const {
 
 void MotionQueue::startBatch() {
     Batch& front = batches_.front();
-    front.startMs = nowMs();
+    front.startMs = nowMs() + latency_.startMs;
     if (!tick_.isActive()) {
         tick_.start();
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "simulator/latency.h"
 #include "simulator/motionplan.h"
 
 #include <QObject>
@@ -21,8 +22,9 @@ class MotionQueue : public QObject {
 public:
     using Posture = MotionPlan::Posture;
 
-    /// `arm` must outlive the queue. It starts at home.
-    MotionQueue(const Arm& arm, QObject* parent);
+    /// `arm` must outlive the queue. It starts at home. Of the latency, start, period and corners are its
+    /// own.
+    MotionQueue(const Arm& arm, QObject* parent, const Latency& latency = {});
     ~MotionQueue() override;
 
     void add(MotionCommand motion);
@@ -51,14 +53,14 @@ signals:
     void finished(int id, sim::MotionCommand::Kind kind, int code);
     /// The arm has come to rest after stop().
     void braked();
-    /// Every 10 ms of motion.
+    /// Every 10 ms of motion, or as often as the latency says.
     void ticked();
 
 private:
     struct Batch {
         MotionPlan plan;
-        qint64 startMs = 0;
-        size_t next = 0;  ///< index of the next mark
+        qint64 startMs = 0;  ///< of its movement
+        size_t next = 0;     ///< index of the next mark
 
         bool hasMarkToPass() const;
     };
@@ -91,6 +93,7 @@ private:
     void drop(const std::vector<int>& ids);
 
     const Arm& arm_;
+    const Latency latency_;
     std::vector<MotionCommand> waiting_;
     std::deque<Batch> batches_;
     std::optional<Brake> brake_;

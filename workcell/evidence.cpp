@@ -21,6 +21,7 @@ using sim::Controller;
 namespace {
 
 constexpr double msPerS = 1000.0;
+constexpr double longestWaitMs = 1000.0;  // for a moving robot to tell where it was
 
 qint64 nowMs() {
     return mendo::Clock::current().elapsedMs();
@@ -90,7 +91,8 @@ void EvidenceRecorder::begin() {
     isOver_ = false;
     beganMs_ = sinceMs_ = nowMs();
     endedMs_.reset();
-    sinceMm_ = controller_->travelled() * prog::mmPerM;
+    const double travelledMm = controller_->travelled() * prog::mmPerM;
+    shares_.begin(double(beganMs_), travelledMm);
     live_.clear();
     motions_.clear();
     open_ = lit_ = onPath_ = nullptr;
@@ -98,7 +100,7 @@ void EvidenceRecorder::begin() {
     record_.project = project();
     atBegin_ = RunRecord();
     atBegin_.lines = watch_->lines();
-    atBegin_.pathMm = sinceMm_;
+    atBegin_.pathMm = travelledMm;
     atBegin_.laserOnS = double(cell_->laserOnMs()) / msPerS;
     atBegin_.gasS = double(cell_->gasOnMs()) / msPerS;
     atBegin_.wireS = double(cell_->wireOnMs()) / msPerS;
@@ -109,6 +111,7 @@ RunRecord EvidenceRecorder::current() {
         return record_;
     }
     account();
+    shares_.settle(double(nowMs()));
     RunRecord record = record_;
     record.reason = endedMs_ && watch_->isRunning() ? endReason_ : watch_->reason();
     record.lines = watch_->lines() - atBegin_.lines;
@@ -300,7 +303,8 @@ void EvidenceRecorder::keepFinished() {
 }
 
 bool EvidenceRecorder::isFinished(const SeamTally* seam) const {
-    if (!seam->isClosed() || seam == open_ || seam == lit_ || seam == onPath_ || seam->hasGas()) {
+    if (!seam->isClosed() || seam == open_ || seam == lit_ || seam == onPath_ || seam->hasGas() ||
+        shares_.concerns(seam)) {
         return false;
     }
     return std::none_of(motions_.begin(), motions_.end(), [seam](const SeamTally* of) { return of == seam; });
@@ -314,21 +318,18 @@ void EvidenceRecorder::account() {
         return;
     }
     const qint64 now = nowMs();
-    const double travelledMm = controller_->travelled() * prog::mmPerM;
-    Stretch stretch;
-    stretch.seconds = double(now - sinceMs_) / msPerS;
-    stretch.pathMm = travelledMm - sinceMm_;
-    stretch.emitting = isEmitting_;
-    stretch.betweenPulses = isBetweenPulses();
-    stretch.powerPct = power_ / prog::analogueFullScale * 100.0;
-    stretch.atSetPower = power_ + 0.51 >= setPower_;  // the register rounds to the nearest
+    PathShares::Piece piece{double(sinceMs_), double(now), {}, isEmitting_ ? lit_ : nullptr, onPath_};
+    piece.stretch.emitting = isEmitting_;
+    piece.stretch.betweenPulses = isBetweenPulses();
+    piece.stretch.powerPct = power_ / prog::analogueFullScale * 100.0;
+    piece.stretch.atSetPower = power_ + 0.51 >= setPower_;  // the register rounds to the nearest
     sinceMs_ = now;
-    sinceMm_ = travelledMm;
-    if (lit_ && isEmitting_) {
-        lit_->addEmission(stretch);
-    }
-    if (onPath_) {
-        onPath_->addPath(stretch);
+    const bool wasWaiting = shares_.isWaiting();
+    shares_.add(piece);
+    shares_.tell(controller_->postureMs(), controller_->travelled() * prog::mmPerM);
+    shares_.settle(double(now) - longestWaitMs);
+    if (wasWaiting) {
+        keepFinished();
     }
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "simulator/controller.h"
+#include "workcell/pathshares.h"
 #include "workcell/runrecord.h"
 #include "workcell/runwatch.h"
 #include "workcell/seamtally.h"
@@ -128,7 +129,7 @@ private:
 
     // The cell as it is since the last call of account()
     qint64 sinceMs_ = 0;
-    double sinceMm_ = 0.0;
+    PathShares shares_;
     bool isEmitting_ = false;
     bool isEnabled_ = false;  ///< the laser, by the wired output
     qint64 disabledMs_ = 0;

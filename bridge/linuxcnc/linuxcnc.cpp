@@ -2,6 +2,8 @@
 
 #include <QJsonArray>
 
+#include <algorithm>
+#include <chrono>
 #include <utility>
 
 namespace bridge {
@@ -14,8 +16,15 @@ using linuxcnc::Progress;
 namespace {
 
 constexpr int resultGapMs = 1;
-constexpr int stateSilenceMs = 500;  // of the state, which comes each 10 ms
-constexpr int mostBatches = 30000;   // LinuxCNC's motion keeps the number as a float
+constexpr int stateSilenceMs = 500;  // of the state, which comes each 4 ms
+constexpr double msPerS = 1000;
+constexpr double statusAgeMs = 2;   // of what motion.py reads, from servo thread to it (p50)
+constexpr int mostBatches = 30000;  // LinuxCNC's motion keeps the number as a float
+
+/// motion.py's clock, on the same machine.
+double monotonicS() {
+    return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
+}
 
 Pose poseOf(const KDL::Frame& frame) {
     const kin::Pose pose = kin::toPose(frame);
@@ -244,7 +253,8 @@ void LinuxCnc::onState(const MachineState& state) {
     if (!linked_) {
         return;
     }
-    if (isNew) {
+    // While a batch is under way also where the arm still stands: it shows when it began to move.
+    if (isNew || !sent_.empty()) {
         tellPosture();
     }
     tellPower();
@@ -262,7 +272,8 @@ void LinuxCnc::onState(const MachineState& state) {
 void LinuxCnc::tellPosture() {
     const kin::Joints joints = state_->homed ? linuxcnc::jointsOf(state_->joints) : arm_.home();
     hasPosture_ = true;
-    emit postureChanged({poseOf(kin::toFrame(arm_.forward(joints))), joints});
+    const double ageMs = std::max(0.0, (monotonicS() - state_->clock) * msPerS) + statusAgeMs;
+    emit postureChanged({poseOf(kin::toFrame(arm_.forward(joints))), joints, ageMs});
 }
 
 void LinuxCnc::tellPower() {

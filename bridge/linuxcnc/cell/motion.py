@@ -14,7 +14,7 @@ Port 5100, commands, carried out one after the other, each answered by
   {"op":"quit"}                       ends LinuxCNC
 A client that goes away stops the arm.
 
-Port 5102, state, at once on a change and at least each 10 ms:
+Port 5102, state, at once on a change and at least each 5 ms:
   {"t":CLOCK,"j":[joints, deg],"p":[X,Y,Z,A,B,C as LinuxCNC counts on],"b":N,"l":LINE,"e":M,"idle":BOOL,"on":BOOL,
    "homed":BOOL,"jointMode":BOOL,"err":[TEXT,…]}
 Line LINE of batch N is under way, from 1; 0: none. All of batch M is done. CLOCK: monotonic clock, s."""
@@ -31,7 +31,7 @@ import linuxcnc
 import wire
 
 AXES = 6
-STATE_PERIOD_S = 0.01
+STATE_PERIOD_S = 0.004
 POLL_S = 0.001
 HOMING_LIMIT_S = 30
 STOP_LIMIT_S = 2

@@ -1,0 +1,175 @@
+#!/usr/bin/python3
+"""Runs projects on the simulator and several times on a real controller, and compares what was decided and welded:
+
+    bridge/twice.py --controller linuxcnc --start bridge/linuxcnc/start.py \\
+        --io modbus:bridge/modbus/examples_map.json --beside "build/tests/modbus_device 15502 250" \\
+        --latency start=3,result=4,posture=3,period=4,corner=1730 examples/lap_seam/lap_seam.json …
+
+A project's scenario is the scenario.json beside it, without pauses, which at a given second meet another place. With
+--part S a folder of stations runs for S seconds. Prints, for each project, how many runs were equal but for the times
+(lumo-run --diff) and, for each seam, the largest difference from the simulator's record. Exit status: 0 all equal and
+within the tolerance, 1 not, 2 a run could not be made."""
+import argparse
+import json
+import math
+import pathlib
+import shlex
+import subprocess
+import sys
+import tempfile
+import time
+
+ROOT = pathlib.Path(__file__).resolve().parents[1]
+INTERRUPTIONS = {"pause", "resume", "power", "quit"}
+MOST_MM, MOST_PERCENT = 0.5, 1.0
+# What a seam's record says, and whether it is a length that must agree within MOST_MM, too.
+QUANTITIES = {"programmed_mm": True, "welded_mm": True, "full_power_mm": True, "laser_on_s": False,
+              "energy_pct_s": False, "mean_speed_mm_s": False}
+HEADINGS = ["path mm", "welded mm", "at full power mm", "laser on s", "energy %s", "speed mm/s"]
+
+
+def arguments():
+    parser = argparse.ArgumentParser(description=__doc__.split("\n", maxsplit=1)[0])
+    parser.add_argument("--run", default=str(ROOT / "build/bin/lumo-run"), help="the runner")
+    parser.add_argument("--controller", help="as lumo-run takes it")
+    parser.add_argument("--io", help="as lumo-run takes it")
+    parser.add_argument("--latency", help="of the simulator, as lumo-run takes it")
+    parser.add_argument("--repeat", type=int, default=5, help="runs on the controller (5)")
+    parser.add_argument("--start", default="", help="command before each run on the controller")
+    parser.add_argument("--beside", default="", help="command that runs meanwhile, such as the device of --io")
+    parser.add_argument("--part", type=int, help="the projects are folders of stations: seconds of their scenario")
+    parser.add_argument("--out", help="keep traces and summaries in this folder")
+    parser.add_argument("projects", nargs="+", metavar="PROJECT")
+    return parser.parse_args()
+
+
+class Project:
+    def __init__(self, path, options, folder):
+        self.path, self.options = pathlib.Path(path), options
+        self.name = self.path.stem
+        self.base = folder / self.name
+        self.scenario = self.write_scenario()
+
+    def write_scenario(self):
+        file = (self.path if self.options.part else self.path.parent) / "scenario.json"
+        entries = json.loads(file.read_text()) if file.exists() else []
+        if self.options.part:
+            end = self.options.part * 1000
+            entries = [entry for entry in entries if entry["at"] < end] + [{"at": end, "do": "monitor", "value": False}]
+        entries = [entry for entry in entries if entry["do"] not in INTERRUPTIONS]
+        scenario = self.base.with_suffix(".scenario.json")
+        scenario.write_text(json.dumps(entries))
+        return scenario
+
+    def carry_out(self, name, before, *more):
+        """The summary of one run, whose trace lies beside it."""
+        base = f"{self.base}.{name}"
+        what = ["--stations", self.path] if self.options.part else [self.path]
+        command = [*before, self.options.run, *more, "--quiet", "--scenario", self.scenario, "--trace", base + ".jsonl",
+                   "--summary", base + ".json", *what]
+        done = subprocess.run([str(part) for part in command], capture_output=True, text=True, check=False)
+        try:
+            return json.loads(pathlib.Path(base + ".json").read_text())
+        except (OSError, ValueError):
+            sys.exit(f"{self.name} {name}: no summary, exit status {done.returncode}\n{done.stdout}{done.stderr}")
+
+    def simulate(self):
+        latency = ["--latency", self.options.latency] if self.options.latency else []
+        return self.carry_out("simulator", [], *latency)
+
+    def weld(self, number):
+        more = []
+        for key, value in (("--controller", self.options.controller), ("--io", self.options.io)):
+            more += [key, value] if value else []
+        return self.carry_out(f"controller{number}", shlex.split(self.options.start), *more)
+
+    def differences(self, number):
+        """What the two traces say differently, without the times."""
+        done = subprocess.run([self.options.run, "--diff", f"{self.base}.simulator.jsonl",
+                               f"{self.base}.controller{number}.jsonl"], capture_output=True, text=True, check=False)
+        pathlib.Path(f"{self.base}.controller{number}.diff").write_text(done.stdout + done.stderr)
+        return [] if done.returncode == 0 else [line for line in done.stdout.splitlines() if not is_time(line)]
+
+
+def is_time(line):
+    return line.endswith((" ms later", " ms earlier")) and "only in" not in line and ": B" not in line
+
+
+def percent(value, other):
+    return 100 * abs(value - other) / abs(other) if other else 0.0 if value == other else math.inf
+
+
+class Seam:
+    """The largest differences of one seam over all runs."""
+
+    def __init__(self, simulated):
+        self.simulated = simulated
+        self.worst = dict.fromkeys(QUANTITIES, (0.0, 0.0))
+        self.place = 0.0
+
+    def compare(self, record):
+        for key, (amount, share) in self.worst.items():
+            value, other = record[key] or 0.0, self.simulated[key] or 0.0
+            self.worst[key] = (max(amount, abs(value - other)), max(share, percent(value, other)))
+        for point in ("start", "end"):
+            if record[point] and self.simulated[point]:
+                self.place = max(self.place, math.dist(record[point]["trans_mm"], self.simulated[point]["trans_mm"]))
+
+    def is_within(self):
+        return self.place <= MOST_MM and all(
+            share <= MOST_PERCENT and (amount <= MOST_MM or not QUANTITIES[key])
+            for key, (amount, share) in self.worst.items())
+
+    def row(self):
+        cells = [f"{amount:.3f}, {share:.2f} %" for amount, share in self.worst.values()]
+        return " | ".join([*cells, f"{self.place:.3f}", "yes" if self.is_within() else "NO"])
+
+
+def compare(project):
+    simulated = project.simulate()
+    seams = [Seam(record) for record in simulated["seams"]]
+    equal, complaints, seconds = 0, [], []
+    for number in range(1, project.options.repeat + 1):
+        record = project.weld(number)
+        seconds.append(record["seconds"])
+        found = project.differences(number)
+        if len(record["seams"]) != len(seams):
+            found.append(f"{len(record['seams'])} seams, not {len(seams)}")
+        if record.get("stations") != simulated.get("stations"):
+            found.append(f"stations {record.get('stations')}, not {simulated.get('stations')}")
+        equal += not found
+        complaints += [f"run {number}: {line}" for line in found]
+        for seam, welded in zip(seams, record["seams"]):
+            seam.compare(welded)
+    report(project, equal, simulated, seconds, seams)
+    print("\n".join(complaints))
+    return not complaints and all(seam.is_within() for seam in seams)
+
+
+def report(project, equal, simulated, seconds, seams):
+    print(f"\n{project.name}: {equal} of {project.options.repeat} equal but for the times; {simulated['seconds']:.2f} s, on "
+          f"the controller {min(seconds):.2f} to {max(seconds):.2f} s; largest differences:\n")
+    print("| seam | " + " | ".join(HEADINGS) + " | place mm | within |\n|" + "---|" * (len(HEADINGS) + 3))
+    for index, seam in enumerate(seams, 1):
+        print(f"| {index} {seam.simulated['set']} | {seam.row()} |", flush=True)
+    for station in simulated.get("stations") or []:
+        print(f"station {station['row']} {station['name']}: {station['runs']} runs, {station['finished']} finished")
+
+
+def main():
+    options = arguments()
+    with tempfile.TemporaryDirectory() as temporary:
+        folder = pathlib.Path(options.out or temporary)
+        folder.mkdir(parents=True, exist_ok=True)
+        beside = subprocess.Popen(shlex.split(options.beside), stdout=subprocess.DEVNULL) if options.beside else None
+        try:
+            time.sleep(0.5 if beside else 0)
+            return 0 if all([compare(Project(path, options, folder)) for path in options.projects]) else 1
+        finally:
+            if beside:
+                beside.kill()
+                beside.wait()
+
+
+if __name__ == "__main__":
+    sys.exit(main())
