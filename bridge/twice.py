@@ -2,8 +2,8 @@
 """Runs projects on the simulator and several times on a real controller, and compares what was decided and welded:
 
     bridge/twice.py --controller linuxcnc --start bridge/linuxcnc/start.py \\
-        --io modbus:bridge/modbus/examples_map.json --beside "build/tests/modbus_device 15502 250" \\
-        --latency start=3,result=4,posture=3,period=4,corner=1730 examples/lap_seam/lap_seam.json …
+        --io modbus:tests/modbus/device_map.json --beside "chrt -r 1 build/release/tests/modbus_device 15502 250" \\
+        --latency start=5,result=4,posture=3,period=4,corner=1732 examples/lap_seam/lap_seam.json …
 
 A project's scenario is the scenario.json beside it, without pauses, which at a given second meet another place. With
 --part S a folder of stations runs for S seconds. Prints, for each project, how many runs were equal but for the times
@@ -68,6 +68,7 @@ class Project:
         command = [*before, self.options.run, *more, "--quiet", "--scenario", self.scenario, "--trace", base + ".jsonl",
                    "--summary", base + ".json", *what]
         done = subprocess.run([str(part) for part in command], capture_output=True, text=True, check=False)
+        pathlib.Path(base + ".out").write_text(done.stdout + done.stderr)
         try:
             return json.loads(pathlib.Path(base + ".json").read_text())
         except (OSError, ValueError):

@@ -223,6 +223,7 @@ void LinuxCnc::sendBatch(const Motions& motions) {
         message[QStringLiteral("lines")] = QJsonArray::fromStringList(batch.lines);
         commands_.send(message);
     }
+    hasMoved_ = hasMoved_ && !sent_.empty();
     sent_.emplace_back(number_, std::move(batch));
 }
 
@@ -253,8 +254,11 @@ void LinuxCnc::onState(const MachineState& state) {
     if (!linked_) {
         return;
     }
-    // While a batch is under way also where the arm still stands: it shows when it began to move.
-    if (isNew || !sent_.empty()) {
+    // Also while the arm still stands before a batch: it shows when it begins to move. Then the same posture
+    // again means that LinuxCNC was held up.
+    const bool isBefore = !sent_.empty() && !hasMoved_;
+    hasMoved_ = hasMoved_ || isNew;
+    if (isNew || isBefore) {
         tellPosture();
     }
     tellPower();

@@ -35,6 +35,10 @@ private slots:
         cell.controller.tell(2);
         QCOMPARE(cell.take(), "at 0.6, idle, move.l 0");
         QCOMPARE(cell.violations, QStringList());
+        const double nowMs = double(mendo::Clock::current().elapsedMs());
+        QCOMPARE(cell.adapter.postureMs(), nowMs);
+        emit cell.controller.postureChanged({{{0.6, 0, 0.4}, {}}, bridge::Joints(6), 2.5});
+        QCOMPARE(cell.adapter.postureMs(), nowMs - 2.5);
     }
 
     void aMisbehavingBackend_isNamedAndItsResultsAreKeptFromThePackage() {

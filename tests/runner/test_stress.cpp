@@ -82,6 +82,10 @@ private slots:
         QCOMPARE(timesOf(late, "result", "move.l").value(0), timesOf(soon, "result", "move.l").value(0) + 50);
         QCOMPARE(timesOf(late, "output", "LUMO_DO.#3").value(0),
                  timesOf(soon, "output", "LUMO_DO.#3").value(0) + 50 + 30);
+        const Result begun = folder.trace(seam, "[]", {"--latency", "start=9,corner=1000"});
+        QCOMPARE(timesOf(begun, "result", "move.l").value(0), timesOf(soon, "result", "move.l").value(0) + 9);
+        QCOMPARE(begun.trace.first()["options"].toObject()["latency"].toString(),
+                 "result=0,posture=0,write=0,start=9,corner=1000");
         QCOMPARE(folder.run({"p.json", "--latency", "write"}).status, 2);
     }
 };

@@ -120,6 +120,40 @@ private slots:
         }
     }
 
+    /// As on a controller that begins late, tells its place more often, and takes a corner as wide and as
+    /// fast as an acceleration across the path needs and allows.
+    void aLatency_delaysTheStartAndShapesCorners() {
+        struct Row {
+            double firstMmPerS, secondMmPerS, cutMm, mostMmPerS;
+        };
+        for (const Row& row : {Row{20, 20, 0.231, 20}, {20, 120, 5, 93.1}, {120, 20, 5, 93.1}}) {
+            sim::Controller::Options options;
+            options.latency = {0, 0, 0, 7, 4, 1732};
+            Robot robot(options);
+            const double cut = row.cutMm / 1000;
+            const Point corner = {0.53, 0, 0.4}, end = {0.53, 0.03, 0.4};
+            robot.line(corner, row.firstMmPerS / 1000, 0.005);
+            robot.line(end, row.secondMmPerS / 1000);
+            Point before = homePoint;
+            double fastest = 0;  // mm/s
+            int told = 0;
+            connect(&robot.controller, &sim::Controller::postureMoved, this, [&told] { ++told; });
+            robot.go([&] {
+                const Point p = robot.position();
+                QCOMPARE(robot.now() > 7, p[0] > homePoint[0]);
+                const double a = corner[0] - p[0], b = p[1];  // along the two legs
+                if (a < cut && b < cut) {
+                    QVERIFY(std::abs(std::sqrt(a) + std::sqrt(b) - std::sqrt(cut)) < 5e-4);
+                    fastest = std::max(fastest, distance(p, before) * 1e6);
+                }
+                before = p;
+            });
+            QVERIFY2(fastest < row.mostMmPerS * 1.01 && fastest > row.mostMmPerS * 0.8,
+                     qPrintable(QString::number(fastest)));
+            QVERIFY(std::abs(told - int(robot.now()) / 4) <= 1);
+        }
+    }
+
     void script_isCarriedOut_data() {
         QTest::addColumn<QString>("script");
         QTest::addColumn<QString>("log");
