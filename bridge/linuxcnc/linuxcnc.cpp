@@ -16,9 +16,8 @@ using linuxcnc::Progress;
 namespace {
 
 constexpr int resultGapMs = 1;
-constexpr int stateSilenceMs = 500;  // of the state, which comes each 4 ms
+constexpr int stateSilenceMs = 500;  // of the state, which comes at least each 4 ms
 constexpr double msPerS = 1000;
-constexpr double statusAgeMs = 2;   // of what motion.py reads, from servo thread to it (p50)
 constexpr int mostBatches = 30000;  // LinuxCNC's motion keeps the number as a float
 
 /// motion.py's clock, on the same machine.
@@ -276,7 +275,7 @@ void LinuxCnc::onState(const MachineState& state) {
 void LinuxCnc::tellPosture() {
     const kin::Joints joints = state_->homed ? linuxcnc::jointsOf(state_->joints) : arm_.home();
     hasPosture_ = true;
-    const double ageMs = std::max(0.0, (monotonicS() - state_->clock) * msPerS) + statusAgeMs;
+    const double ageMs = std::max(0.0, (monotonicS() - state_->clock) * msPerS);
     emit postureChanged({poseOf(kin::toFrame(arm_.forward(joints))), joints, ageMs});
 }
 
