@@ -1,8 +1,9 @@
 #include "bridge/linuxcnc/linuxcnc.h"
 
+#include "mendo/clock.h"
+
 #include <QJsonArray>
 
-#include <algorithm>
 #include <chrono>
 #include <utility>
 
@@ -275,7 +276,8 @@ void LinuxCnc::onState(const MachineState& state) {
 void LinuxCnc::tellPosture() {
     const kin::Joints joints = state_->homed ? linuxcnc::jointsOf(state_->joints) : arm_.home();
     hasPosture_ = true;
-    const double ageMs = std::max(0.0, (monotonicS() - state_->clock) * msPerS);
+    const double hostMs = double(mendo::Clock::current().elapsedMs());
+    const double ageMs = clockGap_.age(state_->clock * msPerS, monotonicS() * msPerS, hostMs);
     emit postureChanged({poseOf(kin::toFrame(arm_.forward(joints))), joints, ageMs});
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "bridge/controller.h"
+#include "bridge/linuxcnc/clockgap.h"
 #include "bridge/linuxcnc/halport.h"
 #include "bridge/linuxcnc/progress.h"
 
@@ -82,7 +83,8 @@ private:
     std::optional<linuxcnc::MachineState> state_;  ///< the last; none before the first and without a link
     LinkReason told_;                              ///< why there is no link
     bool hasPosture_ = false;                      ///< one was told since the last result
-    bool hasMoved_ = false;                        ///< since the first of the batches under way was sent
+    linuxcnc::ClockGap clockGap_;
+    bool hasMoved_ = false;  ///< since the first of the batches under way was sent
     Mode mode_ = Mode::Auto;
     bool linked_ = false, on_ = false, moving_ = false;  ///< as told
     bool isMissed_ = false;  ///< a beat was missed: no link until the drives are off

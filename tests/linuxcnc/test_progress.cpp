@@ -1,6 +1,9 @@
+#include "bridge/linuxcnc/clockgap.h"
 #include "bridge/linuxcnc/progress.h"
 #include "bridge/motion.h"
 #include "support/suite.h"
+
+#include <cmath>
 
 using namespace bridge;
 using linuxcnc::Batch;
@@ -49,6 +52,7 @@ private slots:
     void aJointMotion_endsWhenNothingIsUnderWay();
     void errors_haveCodes_data();
     void errors_haveCodes();
+    void aState_isAsOldAsTheHostsClockSays();
 };
 
 void TestProgress::aLine_endsTheMotionsBeforeIt() {
@@ -106,6 +110,15 @@ void TestProgress::errors_haveCodes_data() {
 void TestProgress::errors_haveCodes() {
     QFETCH(QString, text);
     QTEST(linuxcnc::errorCode(text), "code");
+}
+
+/// The host's clock began 1000 ms later than the wall clock, and stands for 30 ms of it.
+void TestProgress::aState_isAsOldAsTheHostsClockSays() {
+    linuxcnc::ClockGap gap;
+    QCOMPARE(gap.age(1497, 1500, 500), 3.0);
+    QVERIFY(std::abs(gap.age(1505, 1540, 510) - 5) < 0.1);  // late: 1505 was 505
+    QCOMPARE(gap.age(1530, 1540, 510), 0.0);                // not there yet
+    QVERIFY(std::abs(gap.age(1540, 1545, 545) - 5) < 0.1);
 }
 
 LUMO_TEST(TestProgress)
