@@ -7,21 +7,27 @@ tool=${1:-$here/../../build/bin/lumo-pictures}
 made=$(mktemp -d)
 trap 'rm -rf "$made"' EXIT
 
+# put MADE PICTURE: a picture that looks as before stays, as its file would differ by the date in it.
+put() {
+    mkdir -p "$(dirname "$2")"
+    if ! command -v convert >/dev/null; then
+        cp "$1" "$2"
+    else
+        convert "$1" +dither -colors 200 "png8:$made/small.png"
+        compare -metric AE "$made/small.png" "$2" null: 2>/dev/null || mv "$made/small.png" "$2"
+    fi
+}
+
 # take LANGUAGE HANDBOOK
 take() {
     local picture
     "$tool" --language "$1" --size 1280x800 "$made"
     grep -o 'img/[a-z_/]*\.png' "$here/$2" | sort -u | while read -r picture; do
-        mkdir -p "$(dirname "$here/$picture")"
-        if command -v convert >/dev/null; then
-            convert "$made/$1-1280x800-${picture##*/}" +dither -colors 200 "png8:$here/$picture"
-        else
-            cp "$made/$1-1280x800-${picture##*/}" "$here/$picture"
-        fi
+        put "$made/$1-1280x800-${picture##*/}" "$here/$picture"
     done
 }
 
 take cn handbook.cn.md
 take ru handbook.ru.md
 take en README.md
-cp "$made/look.png" "$here/../img/look.png"
+put "$made/look.png" "$here/../img/look.png"
