@@ -3,9 +3,11 @@
 #include "app/appearance.h"
 #include "look/scale.h"
 #include "look/tokens.h"
+#include "look/type.h"
 
 #include <QApplication>
 #include <QEvent>
+#include <QFontMetrics>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
@@ -111,7 +113,9 @@ QAbstractButton* Sheet::addButton(const QString& name, const QString& text, bool
     auto* button = new QPushButton(text);
     button->setObjectName(name);
     button->setProperty("primary", primary);
-    button->setMinimumWidth(look::px(96));
+    // Wider than its size hint, from whose room Qt takes the border twice when it draws the text.
+    const int textWidth = QFontMetrics(look::font(look::Size::Text)).horizontalAdvance(text);
+    button->setMinimumWidth(std::max(look::px(96), textWidth + look::px(32)));
     if (name == QLatin1String("btnSheetClose")) {
         buttons_->addWidget(button);
         connect(button, &QAbstractButton::clicked, this, &Sheet::dismiss);
