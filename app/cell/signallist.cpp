@@ -7,6 +7,7 @@
 #include <QLabel>
 
 #include <algorithm>
+#include <tuple>
 
 namespace app {
 
@@ -44,6 +45,22 @@ int rankOf(const QString& group) {
     return group == QLatin1String("DI") || group == QLatin1String("DO") ? 1 : 2;
 }
 
+/// Group by group, and by number where controller and device share a group.
+QStringList arranged(QStringList names) {
+    QStringList groups;
+    for (const QString& name : qAsConst(names)) {
+        groups << groupOf(name);
+    }
+    groups.removeDuplicates();
+    const auto place = [&groups](const QString& name) {
+        const QString group = groupOf(name);
+        return std::make_tuple(rankOf(group), groups.indexOf(group), captionOf(name, group).toInt());
+    };
+    std::stable_sort(names.begin(), names.end(),
+                     [&place](const QString& a, const QString& b) { return place(a) < place(b); });
+    return names;
+}
+
 }  // namespace
 
 SignalList::SignalList(SignalButton::Kind kind, sim::Controller* controller, QWidget* parent)
@@ -58,11 +75,7 @@ SignalList::SignalList(SignalButton::Kind kind, sim::Controller* controller, QWi
     connect(controller, &sim::Controller::linkChanged, this, &SignalList::refreshLink);
     refreshLink();
     const bool inputs = kind == SignalButton::Kind::Input;
-    QStringList names = inputs ? controller->inputNames() : controller->outputNames();
-    std::stable_sort(names.begin(), names.end(), [](const QString& a, const QString& b) {
-        return rankOf(groupOf(a)) < rankOf(groupOf(b));
-    });
-    addSignals(kind, names);
+    addSignals(kind, arranged(inputs ? controller->inputNames() : controller->outputNames()));
     column_->addStretch(1);
     if (inputs) {
         connect(controller, &sim::Controller::inputChanged, this,
