@@ -66,7 +66,7 @@ void DeviceCard::addRow(const std::vector<QWidget*>& cells) {
 }
 
 DeviceCard::Form DeviceCard::formFor(int width) const {
-    constexpr int besideFrom = 720;
+    constexpr int besideFrom = 780;
     constexpr int threeFrom = 520;
     const bool isBeside = width >= look::px(besideFrom);
     return {width >= look::px(threeFrom) ? mostColumns : 2, isBeside, look::factor()};
