@@ -4,6 +4,7 @@
 #include <QStringList>
 
 #include <algorithm>
+#include <utility>
 
 namespace bridge::linuxcnc {
 
@@ -177,7 +178,6 @@ void HalPort::onOpened() {
         sendArm();
     }
     sendInputs();
-    tellOutputsOff();  // rio.py has switched them off when the connection before ended
     emit opened();
 }
 
@@ -197,10 +197,13 @@ void HalPort::beat() {
 
 void HalPort::onMessage(const QJsonObject& message) {
     const QString event = message[QLatin1String("ev")].toString();
-    hasAnswered_ = true;
     const int value = message[QLatin1String("value")].toInt();
     if (event == QLatin1String("di") || event == QLatin1String("ai")) {
         tellInput(event, message[QLatin1String("pin")].toInt(), value);
+    } else if (event == QLatin1String("beat")) {
+        if (!std::exchange(hasAnswered_, true)) {
+            tellOutputsOff();  // rio.py has switched them off when the connection before ended
+        }
     } else if (event == QLatin1String("ok")) {
         const bool isMissed = follows_ && value == 0;
         follows_ = value != 0;

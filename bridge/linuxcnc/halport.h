@@ -23,7 +23,7 @@ public:
     void start() override { link_.open(); }
     void write(const QVector<SignalWrite>& writes, int ticket) override;
 
-    /// Connected, and rio.py has answered: a program that hangs takes connections, too.
+    /// Connected, and a beat was answered: a program that hangs takes connections, too.
     bool isOpen() const { return hasAnswered_; }
     void close(const LinkReason& reason) { link_.close(reason); }
     void rest() { link_.rest(); }

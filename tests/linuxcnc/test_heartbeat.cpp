@@ -100,6 +100,7 @@ void TestHeartbeat::silence_closesTheConnection() {
     QSignalSpy closed(&port, &linuxcnc::HalPort::closed);
     port.start();
     QTRY_VERIFY(rio.take() && rio.counts[QStringLiteral("beat")] > 3);
+    QTRY_VERIFY(port.isOpen());
     QCOMPARE(closed.size(), 0);
     rio.answersBeats = false;
     QTRY_VERIFY(rio.take() && closed.size() == 1);
