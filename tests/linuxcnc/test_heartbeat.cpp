@@ -65,6 +65,7 @@ void TestHeartbeat::aMissedBeat_refusesWritesUntilTheOperatorArms() {
     port.start();
     QTRY_VERIFY(rio.take() && rio.counts[QStringLiteral("beat")] > 3);
     QCOMPARE(rio.counts[QStringLiteral("arm")], 1);
+    QTRY_VERIFY(port.isOpen());
     rio.sayFollowing(true);
     port.write({{SignalRow::Kind::Register, QStringLiteral("LUMO_DO"), 3, 1},
                 {SignalRow::Kind::Register, QStringLiteral("LUMO_AO_1"), 0, -5},
