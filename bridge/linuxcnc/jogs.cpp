@@ -38,6 +38,7 @@ JogAnswer LinuxCnc::startJog(const JogMove& move, bool held) {
     if (!linked_ || !on_) {
         return JogAnswer::DriveOff;
     }
+    dropTold();
     if (!standsStill() || !waiting_.empty() || state_->clock < validFrom_) {
         return JogAnswer::Moving;
     }

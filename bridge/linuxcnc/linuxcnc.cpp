@@ -319,9 +319,7 @@ void LinuxCnc::tellDue() {
     if (next_.isActive() || !linked_ || !state_ || stopOrder_ != 0 || state_->clock < validFrom_) {
         return;
     }
-    while (!sent_.empty() && sent_.front().isTold() && sent_.front().batch().failedId == 0) {
-        sent_.pop_front();
-    }
+    dropTold();
     if (sent_.empty()) {
         if (state_->idle) {
             tellMoving(false);
@@ -353,6 +351,13 @@ void LinuxCnc::tellDue() {
     }
     hasPosture_ = false;
     emit finished(progress.tell(), MotionDone);
+}
+
+/// Batches whose motions are all told.
+void LinuxCnc::dropTold() {
+    while (!sent_.empty() && sent_.front().isTold() && sent_.front().batch().failedId == 0) {
+        sent_.pop_front();
+    }
 }
 
 /// The motion fails; all behind it is dropped.

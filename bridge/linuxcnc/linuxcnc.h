@@ -64,6 +64,7 @@ private:
     void tellMoving(bool moving);
     void follow();
     void tellDue();
+    void dropTold();
     void fail(int id, int code);
     void failByError(const QStringList& errors);
     void settle();
