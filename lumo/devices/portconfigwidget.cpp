@@ -127,6 +127,9 @@ void PortConfigWidget::addNextRow() {
 }
 
 void PortConfigWidget::completeRows() {
+    if (hasAllRows()) {
+        return;
+    }
     while (!hasAllRows()) {
         const int row = nameBoxes_.size();
         addRow(row, ports_->c(row));
