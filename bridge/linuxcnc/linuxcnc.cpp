@@ -180,6 +180,7 @@ void LinuxCnc::release() {
 }
 
 void LinuxCnc::stop() {
+    dropTold();
     const bool stands = standsStill();
     forgetMotions();
     if (stands) {
