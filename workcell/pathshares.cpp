@@ -73,6 +73,7 @@ void PathShares::settle(double untilMs) {
                                     [untilMs](const Piece& piece) { return piece.toMs > untilMs; });
     const std::vector<Piece> settled(pieces_.begin(), first);
     pieces_.erase(pieces_.begin(), first);
+    // cppcheck-suppress invalidContainer  ; these are copies
     for (const Piece& piece : settled) {
         toldMs_ = std::max(toldMs_, piece.toMs);
         addPart(partOf(piece, piece.fromMs, piece.toMs, 0.0));
