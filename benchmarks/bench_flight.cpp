@@ -97,8 +97,8 @@ void measureShare(benchmark::State& state) {
     constexpr double mostPercent = 1.0, percent = 100.0;
     constexpr int moves = 200, rounds = 11;
     const QTemporaryDir folder;
-    QString error;
-    const auto ring = flight::RingFile::open(folder.filePath("bench.ring"), 64 << 20, &error);
+    flight::RingProblem problem;
+    const auto ring = flight::RingFile::open(folder.filePath("bench.ring"), 64 << 20, &problem);
     for ([[maybe_unused]] auto iteration : state) {
         std::vector<double> shares;
         for (int round = 0; ring && round < rounds; ++round) {

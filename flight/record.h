@@ -7,6 +7,10 @@
 
 namespace flight {
 
+/// What recordings hold, as they say themselves; those without a number are 1. Since 2 they tell what
+/// operators switch by hand at the device page and the port page.
+constexpr int recordingFormat = 2;
+
 /// One event of a recording.
 struct Record {
     enum class Kind : quint8 {

@@ -69,6 +69,7 @@ void Recorder::writeFacts(JsonWriter* body) const {
     body->key(QStringLiteral("version")).string(facts_.version);
     body->key(QStringLiteral("language")).string(facts_.language);
     body->key(QStringLiteral("exact")).boolean(facts_.isExact);
+    body->key(QStringLiteral("format")).integer(recordingFormat);
 }
 
 // --- Who and where ----------------------------------------------------------------------------------

@@ -68,14 +68,26 @@ int openLocked(const QString& path) {
 
 }  // namespace
 
-std::unique_ptr<RingFile> RingFile::open(const QString& path, qint64 bytes, QString* error) {
+QString RingProblem::text() const {
+    switch (kind) {
+        case Kind::InUse:
+            return QStringLiteral("another process writes to it");
+        case Kind::NoRecording:
+            return QStringLiteral("is another file, no recording");
+        case Kind::System:
+            break;
+    }
+    return reason.text();
+}
+
+std::unique_ptr<RingFile> RingFile::open(const QString& path, qint64 bytes, RingProblem* problem) {
     const qint64 wanted = std::min(bytes, mostBytes) + qint64(segmentBytes) - 1;
     const auto segments = quint32(std::max<qint64>(fewestSegments, wanted / qint64(segmentBytes)));
     const qint64 size = qint64(headBytes) + qint64(segments) * qint64(segmentBytes);
     QDir().mkpath(QFileInfo(path).absolutePath());
-    const auto fail = [error](int file) {
-        *error = errno == EWOULDBLOCK ? QStringLiteral("another process writes to it")
-                                      : QString::fromLocal8Bit(std::strerror(errno));
+    const auto fail = [problem](int file) {
+        *problem = {errno == EWOULDBLOCK ? RingProblem::Kind::InUse : RingProblem::Kind::System,
+                    mendo::systemReason(errno)};
         if (file >= 0) {
             ::close(file);
         }
@@ -84,7 +96,7 @@ std::unique_ptr<RingFile> RingFile::open(const QString& path, qint64 bytes, QStr
     int file = openLocked(path);
     if (file >= 0 && !mayReplace(file)) {
         ::close(file);
-        *error = QStringLiteral("is another file, no recording");
+        problem->kind = RingProblem::Kind::NoRecording;
         return nullptr;
     }
     const qint64 before = file < 0 ? 0 : QFileInfo(path).size();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "flight/record.h"
+#include "json/fileproblem.h"
 
 #include <QString>
 
@@ -8,15 +9,29 @@
 
 namespace flight {
 
+/// Why a file cannot be written to.
+struct RingProblem {
+    enum class Kind {
+        InUse,        ///< another process writes to it
+        NoRecording,  ///< it is somebody's other file
+        System,       ///< see `reason`
+    };
+    Kind kind = Kind::System;
+    mendo::FileProblem::Reason reason{mendo::FileProblem::Kind::OtherError};
+
+    /// In plain English, without a full stop.
+    [[nodiscard]] QString text() const;
+};
+
 /// Writes records to a ring file (ringlayout.h), which is mapped into memory: a record is in the file as soon
 /// as it is appended, whatever becomes of the process. Nothing waits for the disk; what a loss of power
 /// leaves is what the system has written by then. One writer at a time has the file.
 class RingFile : public Sink {
 public:
     /// Makes the file with its whole size, or goes on behind what it holds. An existing one of another size
-    /// or layout is kept as PATH.old. Null, with the reason in `error`, when it cannot be made or another
-    /// process writes to it. `bytes` are rounded up to whole segments, 1 MiB at least.
-    static std::unique_ptr<RingFile> open(const QString& path, qint64 bytes, QString* error);
+    /// or layout is kept as PATH.old. Null where it cannot be made. `bytes` are rounded up to whole segments,
+    /// 1 MiB at least.
+    static std::unique_ptr<RingFile> open(const QString& path, qint64 bytes, RingProblem* problem);
     ~RingFile() override;
 
     quint64 append(const Record& record) override;

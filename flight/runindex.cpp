@@ -103,6 +103,7 @@ RecordedRun begunBy(const Recording& recording, std::size_t position) {
     run.line = body.value(QStringLiteral("v")).toInt();
     run.mode = body.value(QStringLiteral("mode")).toInt();
     run.isExact = body.value(QStringLiteral("exact")).toBool();
+    run.format = body.value(QStringLiteral("format")).toInt(1);
     const QJsonObject sections = body.value(QStringLiteral("sections")).toObject();
     run.hasState = std::all_of(sections.begin(), sections.end(), [&recording](const QJsonValue& number) {
         return find(recording, quint64(number.toDouble()));
@@ -131,38 +132,47 @@ void complete(const Recording& recording, RecordedRun* run) {
     run->endMs = ending.idleMs() >= 0 ? ending.idleMs() : recording.records[at - 1].ms;
 }
 
+/// Whether a run may go on from the one before it. A step between a stop and the run that goes on changes
+/// nothing about the stop.
+bool mayGoOn(const std::vector<RecordedRun>& runs, std::size_t run) {
+    return run > 0 && runs[run].isInSession &&
+           (runs[run - 1].reason != finished || runs[run - 1].trigger == QLatin1String("once"));
+}
+
 }  // namespace
 
 std::vector<RecordedRun> runsOf(const Recording& recording) {
     std::vector<RecordedRun> runs;
     bool isInSession = false;
+    bool isBeginningLost = true;
     for (std::size_t at = 0; at < recording.records.size();) {
         const Record& record = recording.records[at];
         if (beginsRun(record)) {
             runs.push_back(begunBy(recording, at));
             runs.back().isInSession = isInSession;
+            runs.back().isBeginningLost = isBeginningLost;
             complete(recording, &runs.back());
             isInSession = true;
             at = runs.back().end;
             continue;
         }
         isInSession = isInSession && record.kind != Kind::Opened;
+        isBeginningLost = isBeginningLost && record.kind != Kind::Opened;
         ++at;
     }
     return runs;
 }
 
 std::size_t firstOfChain(const std::vector<RecordedRun>& runs, std::size_t run) {
-    const auto goesOn = [&runs](std::size_t at) {
-        const RecordedRun& before = runs[at - 1];
-        // A step between a stop and the run that goes on changes nothing about the stop.
-        return runs[at].isInSession && before.hasState &&
-               (before.reason != finished || before.trigger == QLatin1String("once"));
-    };
-    while (run > 0 && goesOn(run)) {
+    while (mayGoOn(runs, run) && runs[run - 1].hasState) {
         --run;
     }
     return run;
+}
+
+bool mayGoOnFromLost(const std::vector<RecordedRun>& runs, std::size_t firstOfChain) {
+    return mayGoOn(runs, firstOfChain) ||
+           (!runs[firstOfChain].isInSession && runs[firstOfChain].isBeginningLost);
 }
 
 std::optional<std::vector<SectionContent>> stateAt(const Recording& recording, const RecordedRun& run) {

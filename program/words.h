@@ -37,6 +37,9 @@ constexpr QLatin1String processTime = "lumo.processTime"_l1;
 constexpr QLatin1String dialogProgram = "lumo.dialog.program"_l1;
 constexpr QLatin1String dialogStatement = "lumo.dialog.statement"_l1;
 constexpr QLatin1String keypad = "lumo.keypad"_l1;
+/// What operators have switched by hand: `lit` and `off` of outputs (lumo/equipment/handlit.h). Not there
+/// before the first time.
+constexpr QLatin1String byHand = "lumo.byHand"_l1;
 
 // Resume data.
 constexpr QLatin1String current = "lumo.current"_l1;

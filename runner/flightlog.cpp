@@ -9,10 +9,10 @@ bool FlightLog::open(const Options& options) {
     if (options.flight.isEmpty()) {
         return true;
     }
-    QString error;
-    ring_ = flight::RingFile::open(options.flight, qint64(options.flightMb) << 20, &error);
+    flight::RingProblem problem;
+    ring_ = flight::RingFile::open(options.flight, qint64(options.flightMb) << 20, &problem);
     if (!ring_) {
-        printError(QStringLiteral("--flight %1: %2").arg(options.flightName, error));
+        printError(QStringLiteral("--flight %1: %2").arg(options.flightName, problem.text()));
     }
     return ring_ != nullptr;
 }

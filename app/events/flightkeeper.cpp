@@ -1,5 +1,6 @@
 #include "app/events/flightkeeper.h"
 
+#include "app/fileproblem.h"
 #include "app/noticebar.h"
 #include "app/preferences.h"
 #include "workcell/runningproject.h"
@@ -16,6 +17,18 @@ FlightKeeper::FlightKeeper(NoticeBar* notices, QObject* parent) : QObject(parent
 
 FlightKeeper::~FlightKeeper() = default;
 
+QString FlightKeeper::words(const flight::RingProblem& problem) {
+    switch (problem.kind) {
+        case flight::RingProblem::Kind::InUse:
+            return tr("另一个程序正在写入此文件");
+        case flight::RingProblem::Kind::NoRecording:
+            return tr("这是另一个文件，不是运行记录");
+        case flight::RingProblem::Kind::System:
+            break;
+    }
+    return reasonText({defaultFile(), {}, {problem.reason}});
+}
+
 QString FlightKeeper::defaultFile() {
     return QDir(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation))
         .filePath(QStringLiteral("flight.ring"));
@@ -25,10 +38,10 @@ void FlightKeeper::begin(int sizeMb, const int* runMode, const workcell::Running
     if (sizeMb <= 0 || recorder_) {
         return;
     }
-    QString error;
-    ring_ = flight::RingFile::open(defaultFile(), qint64(sizeMb) << 20, &error);
+    flight::RingProblem problem;
+    ring_ = flight::RingFile::open(defaultFile(), qint64(sizeMb) << 20, &problem);
     if (!ring_) {
-        notices_->tell(tr("运行记录器无法写入 %1：%2").arg(defaultFile(), error));
+        notices_->tell(tr("运行记录器无法写入 %1：%2").arg(defaultFile(), words(problem)));
         return;
     }
     flight::Facts facts;

@@ -32,6 +32,7 @@ public:
 
 private:
     void onAboutToQuit();
+    static QString words(const flight::RingProblem& problem);
 
     NoticeBar* notices_;
     std::unique_ptr<flight::RingFile> ring_;

@@ -758,6 +758,14 @@ with code %1</translation>
         <source>运行记录器无法写入 %1：%2</source>
         <translation>The flight recorder cannot write to %1: %2</translation>
     </message>
+    <message>
+        <source>另一个程序正在写入此文件</source>
+        <translation>another program writes to this file</translation>
+    </message>
+    <message>
+        <source>这是另一个文件，不是运行记录</source>
+        <translation>this is another file, no flight recording</translation>
+    </message>
 </context>
 <context>
     <name>app::HelpPage</name>

@@ -758,6 +758,14 @@
         <source>运行记录器无法写入 %1：%2</source>
         <translation>Бортовой самописец не может писать в %1: %2</translation>
     </message>
+    <message>
+        <source>另一个程序正在写入此文件</source>
+        <translation>в этот файл пишет другая программа</translation>
+    </message>
+    <message>
+        <source>这是另一个文件，不是运行记录</source>
+        <translation>это другой файл, не запись самописца</translation>
+    </message>
 </context>
 <context>
     <name>app::HelpPage</name>

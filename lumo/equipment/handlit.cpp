@@ -3,33 +3,55 @@
 #include "module/host.h"
 #include "program/words.h"
 
-#include <array>
-#include <bitset>
-
 using namespace prog;
 
 namespace lumo {
 
 namespace {
 
-std::bitset<portCount> lit;
-std::array<int, portCount> offs{};
+const QString lit = QStringLiteral("lit");
+const QString off = QStringLiteral("off");
+
+bool isNoted(const QString& what, I_PORT port) {
+    return m(key::byHand)->r(mName(what, portInfo(port).word))->getBool();
+}
+
+/// Returns whether it was noted before.
+bool note(QObject* sender, const QString& what, I_PORT port, bool value) {
+    const bool wasNoted = isNoted(what, port);
+    if (wasNoted != value) {
+        m(key::lumo)->set(sender, mName(QStringLiteral("byHand"), what, portInfo(port).word), value);
+    }
+    return wasNoted;
+}
 
 }  // namespace
 
 void noteByHand(I_PORT device, bool on) {
-    if (portInfo(device).kind == word::portOutput) {
-        lit.set(device, on);
-        offs[device] += on ? 0 : 1;
+    if (portInfo(device).kind != word::portOutput) {
+        return;
+    }
+    note(nullptr, lit, device, on);
+    if (!on) {
+        note(nullptr, off, device, true);
     }
 }
 
-int offsByHand(I_PORT device) {
-    return offs[device];
+bool isOffByHand(I_PORT device) {
+    return isNoted(off, device);
+}
+
+void forgetOffByHand(QObject* sender, I_PORT device) {
+    note(sender, off, device, false);
 }
 
 bool isLitByHand() {
-    return lit.any();
+    for (int port = 0; port < portCount; ++port) {
+        if (isLitByHand(static_cast<I_PORT>(port))) {
+            return true;
+        }
+    }
+    return false;
 }
 
 bool mustStopAtOnce() {
@@ -37,7 +59,7 @@ bool mustStopAtOnce() {
 }
 
 bool isLitByHand(I_PORT device) {
-    return lit.test(device);
+    return isNoted(lit, device);
 }
 
 std::vector<I_PORT> outputsOf(I_PORT device) {
@@ -50,22 +72,22 @@ std::vector<I_PORT> outputsOf(I_PORT device) {
     return outputs.empty() ? std::vector<I_PORT>{device} : outputs;
 }
 
-std::vector<I_PORT> takeLitByHand() {
+std::vector<I_PORT> takeLitByHand(QObject* sender) {
     std::vector<I_PORT> outputs;
     for (const ShutdownOutput& row : shutdownOrder) {
-        if (lit.test(row.device)) {
+        if (isLitByHand(row.device)) {
             outputs.push_back(row.output);
         }
     }
     for (const ShutdownOutput& row : shutdownOrder) {
-        lit.reset(row.device);
+        note(sender, lit, row.device, false);
     }
     for (int port = 0; port < portCount; ++port) {  // a test's: alarm and locks
-        if (lit.test(port)) {
-            outputs.push_back(static_cast<I_PORT>(port));
+        const auto output = static_cast<I_PORT>(port);
+        if (note(sender, lit, output, false)) {
+            outputs.push_back(output);
         }
     }
-    lit.reset();
     return outputs;
 }
 

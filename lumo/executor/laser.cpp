@@ -92,8 +92,8 @@ void Laser::closeIfPermitted() {
 }
 
 void Laser::open() {
-    laserOffsByHand_ = offsByHand(DO_LASER_ENABLE);
-    wireOffsByHand_ = offsByHand(DO_WIRE_ENABLE);
+    forgetOffByHand(sender_, DO_LASER_ENABLE);
+    forgetOffByHand(sender_, DO_WIRE_ENABLE);
     carryOut(schedule_.newest(), openingPlan);
 }
 
@@ -201,7 +201,7 @@ void Laser::shutDown() {
     weld_ = Weld::Dark;
     stopPulses();
     schedule_.drop();
-    const std::vector<I_PORT> byHand = takeLitByHand();
+    const std::vector<I_PORT> byHand = takeLitByHand(sender_);
     for (const PortStep& off : shutdownSteps()) {
         writePort(off);
     }
@@ -216,7 +216,7 @@ void Laser::shutDown() {
 }
 
 void Laser::switchOffByHand() {
-    for (const I_PORT output : takeLitByHand()) {
+    for (const I_PORT output : takeLitByHand(sender_)) {
         writePort({output, 0.0, Role::SwitchOff});
     }
 }
@@ -313,8 +313,7 @@ int Laser::pendingSteps() const {
 // --- Ports ----------------------------------------------------------------------------------------
 
 bool Laser::isOffByHand(I_PORT port) const {
-    return (port == DO_LASER_ENABLE && offsByHand(port) != laserOffsByHand_) ||
-           (port == DO_WIRE_ENABLE && offsByHand(port) != wireOffsByHand_);
+    return (port == DO_LASER_ENABLE || port == DO_WIRE_ENABLE) && lumo::isOffByHand(port);
 }
 
 void Laser::writePort(const PortStep& step, ModuleObject* batch) {

@@ -100,11 +100,10 @@ private:
     int openTime = 0, openInterval = 0, stayTime = 0;  ///< ms, of the set that was taken over last
     bool laserOn = false;                              ///< the laser is in the on phase of its pulses
     Weld weld_ = Weld::Dark;
-    bool weldCut_ = false;                          ///< the weld was closed because permission was lost
-    int closing_ = -1;                              ///< number of the sequence whose closing is on the stack
-    int laserOffsByHand_ = 0, wireOffsByHand_ = 0;  ///< when the weld was opened
-    bool paramWaits_ = false;                       ///< a parameter change that came between two pulses
-    double lastPower_ = 0.0;                        ///< laser power that was written last
+    bool weldCut_ = false;     ///< the weld was closed because permission was lost
+    int closing_ = -1;         ///< number of the sequence whose closing is on the stack
+    bool paramWaits_ = false;  ///< a parameter change that came between two pulses
+    double lastPower_ = 0.0;   ///< laser power that was written last
 };
 
 }  // namespace lumo

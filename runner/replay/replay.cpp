@@ -26,6 +26,7 @@ constexpr int different = 1;
 constexpr int badInput = 2;
 /// On the wall clock a handler may be late, and everything behind it.
 constexpr qint64 wallToleranceMs = 100;
+constexpr int handsSinceFormat = 2;
 
 QString secondsText(qint64 ms) {
     constexpr double msPerS = 1000.0;
@@ -198,21 +199,41 @@ QString Replay::heading() const {
         first_ == last_
             ? QStringLiteral("run %1 of %2").arg(last_ + 1).arg(runs_.size())
             : QStringLiteral("runs %1 to %2 of %3").arg(first_ + 1).arg(last_ + 1).arg(runs_.size());
-    return QStringLiteral("%1: %2\n").arg(runs, describe(runs_[last_]));
+    const QString heading = QStringLiteral("%1: %2\n").arg(runs, describe(runs_[last_]));
+    const QString version = runs_[last_].version;
+    return version == QLatin1String(LUMO_VERSION)
+               ? heading
+               : heading +
+                     QStringLiteral("recorded by version %1, repeated by " LUMO_VERSION "\n").arg(version);
+}
+
+/// Why the package may decide otherwise than then although it is the same.
+QString Replay::notes() const {
+    QString notes;
+    if (runs_[last_].format > flight::recordingFormat) {
+        notes += QStringLiteral("a newer version recorded it: what it tells in addition is not repeated\n");
+    }
+    if (script_.handCommands > 0 && runs_[first_].format < handsSinceFormat) {
+        notes +=
+            QStringLiteral(
+                "not repeated: %1 commands that hands gave at the device page, which a recording of this "
+                "age does not tell enough of\n")
+                .arg(script_.handCommands);
+    }
+    if (comparison_->difference() && flight::mayGoOnFromLost(runs_, first_)) {
+        notes +=
+            QStringLiteral("the run before it, from which it may go on, is no longer in the recording\n");
+    }
+    return notes;
 }
 
 QString Replay::resultText() const {
     const std::optional<Difference>& difference = comparison_->difference();
-    const QString note =
-        script_.handCommands == 0
-            ? QString()
-            : QStringLiteral("not repeated: %1 commands that hands gave at the device page\n")
-                  .arg(script_.handCommands);
     if (!difference) {
-        return note + QStringLiteral("equal: %1 commands and writes in %2, times within %3 ms\n")
-                          .arg(comparison_->matched())
-                          .arg(secondsText(script_.stopMs - script_.startMs))
-                          .arg(toleranceMs_);
+        return QStringLiteral("equal: %1 commands and writes in %2, times within %3 ms\n")
+            .arg(comparison_->matched())
+            .arg(secondsText(script_.stopMs - script_.startMs))
+            .arg(toleranceMs_);
     }
     const QString nothing = QStringLiteral("nothing");
     const QString recorded =
@@ -238,7 +259,7 @@ void Replay::finish() {
     comparison_->end();
     status_ = comparison_->difference() ? different : 0;
     if (!options_.quiet) {
-        workcell::print(heading() + resultText());
+        workcell::print(heading() + notes() + resultText());
     }
     QCoreApplication::exit(status_);
 }

@@ -35,6 +35,7 @@ private:
     void begin();
     void finish();
     [[nodiscard]] QString heading() const;
+    [[nodiscard]] QString notes() const;
     [[nodiscard]] QString resultText() const;
     void restoreState(bool ofPackage);
 

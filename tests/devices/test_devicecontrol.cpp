@@ -63,7 +63,7 @@ class TestDeviceControl : public QObject {
 private slots:
     void init() {
         bench_.renew();
-        Q_UNUSED(lumo::takeLitByHand());
+        Q_UNUSED(lumo::takeLitByHand(nullptr));
         bench_.robot.setPower("on");
         bench_.click("btnDeviceControl");
         refresh();
@@ -245,7 +245,7 @@ private slots:
             type("LaserPower", "40");
             bench_.robot.mark();
             inside(write.section(", ", -1), [] {
-                for (const I_PORT output : lumo::takeLitByHand()) {
+                for (const I_PORT output : lumo::takeLitByHand(nullptr)) {
                     clearPort(nullptr, output);
                 }
             });

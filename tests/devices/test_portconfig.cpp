@@ -46,7 +46,7 @@ private slots:
         for (const QString name : {"AO_0", "LUMO_AO_0", "LUMO_AO_1", "LUMO_AO_2", "LUMO_AO_3", "lumo_ao_9"}) {
             kordservice()->dataNode("register.values")->set(this, name + ".#0", 0);
         }
-        Q_UNUSED(lumo::takeLitByHand());
+        Q_UNUSED(lumo::takeLitByHand(nullptr));
         page_ = nullptr;
     }
 

@@ -38,9 +38,9 @@ flight::Recording read(const QString& file) {
 /// A copy of a recording with some records changed.
 void writeChanged(const QString& from, const QString& to,
                   const std::function<void(Record* record, QJsonObject* body)>& change) {
-    QString error;
-    const auto ring = flight::RingFile::open(to, 4 << 20, &error);
-    QVERIFY2(ring, qPrintable(error));
+    flight::RingProblem problem;
+    const auto ring = flight::RingFile::open(to, 4 << 20, &problem);
+    QVERIFY2(ring, qPrintable(problem.text()));
     for (Record record : read(from).records) {
         QJsonObject body = record.object();
         const QJsonObject before = body;
@@ -219,8 +219,8 @@ private slots:
 
     void badUsageAndFilesAreRefused() {
         test::writeFile("no.ring", "no recording");
-        QString error;
-        flight::RingFile::open("empty.ring", 1 << 20, &error);
+        flight::RingProblem problem;
+        flight::RingFile::open("empty.ring", 1 << 20, &problem);
         for (const QStringList& arguments : {QStringList{"--replay", "no.ring"},
                                              {"--replay", "missing.ring"},
                                              {"--replay", "empty.ring"},

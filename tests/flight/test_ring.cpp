@@ -36,8 +36,8 @@ flight::Recording read(const QString& file) {
 }
 
 std::unique_ptr<flight::RingFile> open(const QString& file, qint64 bytes = smallest) {
-    QString error;
-    return flight::RingFile::open(file, bytes, &error);
+    flight::RingProblem problem;
+    return flight::RingFile::open(file, bytes, &problem);
 }
 
 /// Whether each record is the one that was written under its number, without a gap.
