@@ -23,7 +23,7 @@ void Batch::release(bool powered) {
         return;
     }
     const std::vector<Motion> motions = std::exchange(waiting_, {});
-    if (isRefused_) {
+    if (isRefused_ || motions.empty()) {
         return;
     }
     if (!powered) {

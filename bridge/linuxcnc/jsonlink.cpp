@@ -7,7 +7,8 @@ namespace bridge::linuxcnc {
 
 namespace {
 constexpr int againMs = 100;
-}
+constexpr qint64 longestLine = 1 << 20;
+}  // namespace
 
 JsonLink::JsonLink(quint16 port, int silenceMs, QObject* parent) : QObject(parent), port_(port) {
     again_.setSingleShot(true);
@@ -37,6 +38,10 @@ void JsonLink::open() {
 void JsonLink::close(const LinkReason& reason) {
     reason_ = reason;
     socket_.abort();
+}
+
+void JsonLink::closeBroken(const QString& why) {
+    close({LinkReason::Kind::Lost, QStringLiteral("LinuxCNC"), why});
 }
 
 void JsonLink::rest() {
@@ -83,7 +88,15 @@ void JsonLink::onLines() {
     }
     // A receiver may close the connection.
     while (isOpen() && socket_.canReadLine()) {
-        emit received(QJsonDocument::fromJson(socket_.readLine()).object());
+        const QJsonDocument line = QJsonDocument::fromJson(socket_.readLine());
+        if (!line.isObject()) {
+            closeBroken(QStringLiteral("what it sends cannot be read"));
+            return;
+        }
+        emit received(line.object());
+    }
+    if (isOpen() && socket_.bytesAvailable() > longestLine) {
+        closeBroken(QStringLiteral("it sends a line without an end"));
     }
 }
 

@@ -30,6 +30,7 @@ public:
 
 signals:
     void opened();
+    /// A line that is no object closes the connection.
     void received(const QJsonObject& message);
     /// After opened().
     void closed(const bridge::LinkReason& reason);
@@ -40,6 +41,7 @@ private:
     void onState(QAbstractSocket::SocketState state);
     void onError(QAbstractSocket::SocketError error);
     void onLines();
+    void closeBroken(const QString& why);
 
     quint16 port_;
     QTcpSocket socket_;

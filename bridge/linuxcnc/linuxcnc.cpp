@@ -20,6 +20,8 @@ constexpr int resultGapMs = 1;
 constexpr int stateSilenceMs = 500;  // of the state, which comes at least each 4 ms
 constexpr double msPerS = 1000;
 constexpr int mostBatches = 30000;  // LinuxCNC's motion keeps the number as a float
+/// So long an order may go without an answer; homing with the first power on takes longest.
+constexpr int answerMs = 10000, powerAnswerMs = 45000;
 
 /// motion.py's clock, on the same machine.
 double monotonicS() {
@@ -53,7 +55,11 @@ LinuxCnc::LinuxCnc(quint16 port, QObject* parent)
     connect(&next_, &QTimer::timeout, this, &LinuxCnc::tellDue);
     connect(&commands_, &linuxcnc::JsonLink::received, this, &LinuxCnc::onAnswer);
     connect(&states_, &linuxcnc::JsonLink::received, this,
-            [this](const QJsonObject& line) { onState(MachineState::read(line)); });
+            [this](const QJsonObject& line) { onStateLine(line); });
+    unanswered_.setSingleShot(true);
+    connect(&unanswered_, &QTimer::timeout, this, [this] {
+        onClosed({LinkReason::Kind::NoAnswer, QStringLiteral("LinuxCNC")});
+    });
 }
 
 Abilities LinuxCnc::abilities() const {
@@ -71,6 +77,18 @@ QJsonObject LinuxCnc::order(const char* name) {
     return {{QStringLiteral("op"), QLatin1String(name)}, {QStringLiteral("id"), ++orders_}};
 }
 
+/// The arm may move on where nobody carries out a stop: then only the signals' heartbeat can hold it.
+void LinuxCnc::send(const QJsonObject& message) {
+    commands_.send(message);
+    if (!unanswered_.isActive()) {
+        awaitAnswer();
+    }
+}
+
+void LinuxCnc::awaitAnswer() {
+    unanswered_.start(powerOrder_ != 0 ? powerAnswerMs : answerMs);
+}
+
 // --- The link ------------------------------------------------------------------------------------
 
 void LinuxCnc::onOpened() {
@@ -79,12 +97,16 @@ void LinuxCnc::onOpened() {
     stopOrder_ = 0;
     powerOrder_ = 0;
     isMissed_ = false;
+    isStopping_ = false;
+    unanswered_.stop();
 }
 
 /// One lost connection takes the others down: rio.py then switches everything off, motion.py stops the arm.
 void LinuxCnc::onClosed(const LinkReason& reason) {
     const bool wasLinked = std::exchange(linked_, false);
     state_.reset();
+    isStopping_ = false;
+    unanswered_.stop();
     forgetMotions();
     commands_.close(reason);
     states_.close(reason);
@@ -158,7 +180,7 @@ void LinuxCnc::setPower(bool on) {
     QJsonObject message = order("power");
     message[QStringLiteral("on")] = on;
     powerOrder_ = orders_;
-    commands_.send(message);
+    send(message);
 }
 
 void LinuxCnc::setMode(Mode mode) {
@@ -189,7 +211,8 @@ void LinuxCnc::stop() {
     }
     const QJsonObject message = order("stop");
     stopOrder_ = orders_;
-    commands_.send(message);
+    isStopping_ = true;
+    send(message);
 }
 
 void LinuxCnc::forgetMotions() {
@@ -222,7 +245,7 @@ void LinuxCnc::sendBatch(const Motions& motions) {
         QJsonObject message = order("batch");
         message[QStringLiteral("b")] = number_;
         message[QStringLiteral("lines")] = QJsonArray::fromStringList(batch.lines);
-        commands_.send(message);
+        send(message);
     }
     hasMoved_ = hasMoved_ && !sent_.empty();
     sent_.emplace_back(number_, std::move(batch));
@@ -232,6 +255,11 @@ void LinuxCnc::onAnswer(const QJsonObject& answer) {
     const QString name = answer[QLatin1String("op")].toString();
     const int id = answer[QLatin1String("ack")].toInt();
     const bool isDone = answer[QLatin1String("ok")].toBool();
+    if (id == orders_) {
+        unanswered_.stop();
+    } else {
+        awaitAnswer();
+    }
     if (name == QLatin1String("power")) {
         powerOrder_ = id == powerOrder_ ? 0 : powerOrder_;
         validFrom_ = answer[QLatin1String("t")].toDouble();
@@ -248,6 +276,17 @@ void LinuxCnc::onAnswer(const QJsonObject& answer) {
 
 // --- State ---------------------------------------------------------------------------------------
 
+/// A line without a position, as of a joint that has none, is no state: the arm is not at home then.
+void LinuxCnc::onStateLine(const QJsonObject& line) {
+    if (const std::optional<MachineState> state = MachineState::read(line)) {
+        onState(*state);
+    } else {
+        states_.close(
+            {LinkReason::Kind::Lost, QStringLiteral("LinuxCNC"), QStringLiteral("it tells no position")});
+    }
+}
+
+/// A receiver of what is told may end the link.
 void LinuxCnc::onState(const MachineState& state) {
     const bool isNew = !state_ || state.joints != state_->joints || state.homed != state_->homed;
     state_ = state;
@@ -262,8 +301,10 @@ void LinuxCnc::onState(const MachineState& state) {
     if (isNew || isBefore) {
         tellPosture();
     }
-    tellPower();
-    if (stopOrder_ != 0 || state.clock < validFrom_) {
+    if (linked_) {
+        tellPower();
+    }
+    if (!linked_ || stopOrder_ != 0 || state.clock < validFrom_) {
         return;
     }
     if (!state.errors.isEmpty() && !sent_.empty()) {
@@ -294,9 +335,10 @@ void LinuxCnc::tellPower() {
     emit powerChanged(isOn);
 }
 
+/// Behind each stop the standstill, also where the arm had not begun to move.
 void LinuxCnc::tellMoving(bool moving) {
-    if (moving != moving_) {
-        moving_ = moving;
+    const bool endsStop = !moving && std::exchange(isStopping_, false);
+    if (std::exchange(moving_, moving) != moving || endsStop) {
         emit movingChanged(moving);
     }
 }
@@ -334,21 +376,18 @@ void LinuxCnc::tellDue() {
     if (progress.isTold() ? !state_->idle : progress.due() == 0 || (isLast && !state_->idle)) {
         return;
     }
-    if (!hasPosture_) {
-        tellPosture();
-    }
     next_.start();
+    const bool stands = progress.isTold() || (isLast && progress.batch().failedId == 0 && !progress.isJog());
+    if (!tellBefore(stands)) {
+        return;
+    }
     if (progress.isTold()) {
-        tellMoving(false);
         fail(progress.batch().failedId, progress.batch().failure);
         return;
     }
     if (progress.isJog()) {
         endJog();
         return;
-    }
-    if (isLast && progress.batch().failedId == 0) {
-        tellMoving(false);
     }
     hasPosture_ = false;
     emit finished(progress.tell(), MotionDone);
@@ -359,6 +398,20 @@ void LinuxCnc::dropTold() {
     while (!sent_.empty() && sent_.front().isTold() && sent_.front().batch().failedId == 0) {
         sent_.pop_front();
     }
+}
+
+/// What comes before a result of the first batch. False where a receiver of it has stopped or lost that
+/// batch.
+bool LinuxCnc::tellBefore(bool stands) {
+    const int number = sent_.front().number();
+    const auto isThere = [this, number] { return !sent_.empty() && sent_.front().number() == number; };
+    if (!hasPosture_) {
+        tellPosture();
+    }
+    if (stands && isThere()) {
+        tellMoving(false);
+    }
+    return isThere();
 }
 
 /// The motion fails; all behind it is dropped.

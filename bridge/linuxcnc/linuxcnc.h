@@ -57,6 +57,7 @@ private:
     void onRefused(const LinkReason& reason);
     void onHeartbeatMissed(int busyMs, bool wasOn);
     void onAnswer(const QJsonObject& answer);
+    void onStateLine(const QJsonObject& line);
     void onState(const linuxcnc::MachineState& state);
     void tellLink();
     void tellPower();
@@ -65,6 +66,7 @@ private:
     void follow();
     void tellDue();
     void dropTold();
+    bool tellBefore(bool stands);
     void fail(int id, int code);
     void failByError(const QStringList& errors);
     void settle();
@@ -76,11 +78,14 @@ private:
     void forgetMotions();
     linuxcnc::Place place() const;
     QJsonObject order(const char* name);
+    void send(const QJsonObject& message);
+    void awaitAnswer();
 
     kin::Arm arm_;
     linuxcnc::HalPort signals_;
     linuxcnc::JsonLink commands_, states_;
     QTimer next_;                                  ///< runs between two results
+    QTimer unanswered_;                            ///< runs while an order has no answer
     std::optional<linuxcnc::MachineState> state_;  ///< the last; none before the first and without a link
     LinkReason told_;                              ///< why there is no link
     bool hasPosture_ = false;                      ///< one was told since the last result
@@ -88,11 +93,12 @@ private:
     bool hasMoved_ = false;  ///< since the first of the batches under way was sent
     Mode mode_ = Mode::Auto;
     bool linked_ = false, on_ = false, moving_ = false;  ///< as told
-    bool isMissed_ = false;  ///< a beat was missed: no link until the drives are off
-    int orders_ = 0;         ///< sent
-    int powerOrder_ = 0;     ///< the last order of its kind whose answer is missing; 0: none
-    int stopOrder_ = 0;      ///< the same
-    double validFrom_ = 0;   ///< states before this clock are from before the last answer
+    bool isMissed_ = false;    ///< a beat was missed: no link until the drives are off
+    bool isStopping_ = false;  ///< the standstill behind a stop was not told
+    int orders_ = 0;           ///< sent
+    int powerOrder_ = 0;       ///< the last order of its kind whose answer is missing; 0: none
+    int stopOrder_ = 0;        ///< the same
+    double validFrom_ = 0;     ///< states before this clock are from before the last answer
     Motions waiting_;
     std::vector<Motions> held_;            ///< released while a stop is under way
     std::deque<linuxcnc::Progress> sent_;  ///< batches, the first is under way

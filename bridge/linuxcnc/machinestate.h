@@ -6,6 +6,8 @@
 #include <QJsonObject>
 #include <QStringList>
 
+#include <optional>
+
 namespace bridge::linuxcnc {
 
 /// One line of motion.py's state.
@@ -16,14 +18,18 @@ struct MachineState {
     bool idle = true, on = false, homed = false, jointMode = false;
     QStringList errors;
 
-    static MachineState read(const QJsonObject& line);
+    /// Nothing for a line without clock, joints or axes.
+    static std::optional<MachineState> read(const QJsonObject& line);
 };
 
-inline MachineState MachineState::read(const QJsonObject& object) {
-    const auto axes = [&object](const char* key) {
+inline std::optional<MachineState> MachineState::read(const QJsonObject& object) {
+    bool isWhole = object[QLatin1String("t")].isDouble();
+    const auto axes = [&object, &isWhole](const char* key) {
         Axes values{};
         for (int i = 0; i < int(values.size()); ++i) {
-            values[std::size_t(i)] = object[QLatin1String(key)][i].toDouble();
+            const QJsonValue value = object[QLatin1String(key)][i];
+            isWhole = isWhole && value.isDouble();
+            values[std::size_t(i)] = value.toDouble();
         }
         return values;
     };
@@ -42,7 +48,7 @@ inline MachineState MachineState::read(const QJsonObject& object) {
     for (const QJsonValue error : object[QLatin1String("err")].toArray()) {
         state.errors.append(error.toString());
     }
-    return state;
+    return isWhole ? std::make_optional(state) : std::nullopt;
 }
 
 /// The code of the motion under way when LinuxCNC reports an error.

@@ -198,7 +198,7 @@ def serve_commands(end):
                 ok = operations[message["op"]](message)
                 wire.send(client, {"ack": message.get("id"), "op": message["op"], "ok": bool(ok),
                                    "t": round(time.monotonic(), 4)})
-        except (OSError, ValueError, KeyError) as problem:
+        except (OSError, ValueError, KeyError, TypeError, linuxcnc.error) as problem:
             print("motion:", repr(problem), file=sys.stderr)
         client.close()
         motion.stop()

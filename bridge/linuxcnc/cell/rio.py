@@ -101,7 +101,7 @@ def main():
         connection = wire.accept(server)
         try:
             Client(connection, pins).serve()
-        except (OSError, ValueError, KeyError, IndexError, TypeError) as problem:
+        except (OSError, ValueError, KeyError, IndexError, TypeError, OverflowError) as problem:
             print("rio:", repr(problem), file=sys.stderr)
         off(pins)
         connection.close()
