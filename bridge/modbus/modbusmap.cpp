@@ -4,6 +4,7 @@
 #include "json/jsonreader.h"
 
 #include <QMap>
+#include <QSet>
 
 #include <algorithm>
 #include <cmath>
@@ -267,9 +268,8 @@ private:
             ModbusElement element = elementOf(entry, i);
             element.kind = element.isOutput ? SignalRow::Kind::Output : SignalRow::Kind::Input;
             element.name = entry.length == 1 ? name : counted(name, i);
-            const bool isTaken = std::any_of(map_->rows.begin(), map_->rows.end(), [&](const SignalRow& row) {
-                return row.kind != SignalRow::Kind::Register && row.name == element.name;
-            });
+            const bool isTaken = signalNames_.contains(element.name);
+            signalNames_.insert(element.name);
             if (element.name.isEmpty() || isTaken) {
                 return failAt(entry.place,
                               isTaken ? QStringLiteral("'%1' is there twice").arg(element.name)
@@ -354,6 +354,7 @@ private:
     ModbusMap* map_ = nullptr;
     int pollMs_ = 20;
     QMap<QString, Entry> registers_, signals_;
+    QSet<QString> signalNames_;    ///< of single inputs and outputs
     QMap<Cell, QString> written_;  ///< which output is written to a cell
 };
 

@@ -83,6 +83,8 @@ void ModbusPort::onOpened() {
     phase_ = Phase::Opening;
     words_.clear();
     openingPolls_ = 0;
+    isBeatTaken_ = false;
+    beatMs_ = nowMs();
     const std::vector<ModbusWrite> off = writesOff(map_);
     openingWrites_.assign(off.begin(), off.end());
     next();
@@ -150,6 +152,10 @@ bool ModbusPort::nextOpening() {
         sendWrite(write);
         return true;
     }
+    if (map_.heartbeat && !isBeatTaken_) {
+        sendBeat();
+        return true;
+    }
     comeUp();
     return false;
 }
@@ -157,7 +163,6 @@ bool ModbusPort::nextOpening() {
 void ModbusPort::comeUp() {
     phase_ = Phase::Up;
     downReason_ = {};
-    beatDueMs_ = beatMs_ = nowMs();
     link_.settle();
     emit linkChanged(true, {});
     for (int i = 0; i < int(values_.size()) && phase_ == Phase::Up; ++i) {
@@ -259,16 +264,28 @@ void ModbusPort::sendBeat() {
         link_.lose({LinkReason::Kind::NoHeartbeat, map_.place(), {}, int(now - beatMs_)});
         return;
     }
-    beatMs_ = now;
     beatDueMs_ = now + map_.heartbeat->periodMs;
     const QModbusDataUnit unit(QModbusDataUnit::HoldingRegisters, map_.heartbeat->address,
                                QVector<quint16>{++beat_});
-    link_.write(unit, [this](const ModbusAnswer& answer) {
-        if (!answer.isGood) {
-            tell(QStringLiteral("%1 refuses the heartbeat: %2").arg(map_.place(), answer.reason));
+    link_.write(unit, [this, now](const ModbusAnswer& answer) {
+        if (answer.isGood) {
+            isBeatTaken_ = true;
+            beatMs_ = now;
+        } else {
+            onBeatRefused(answer);
         }
         next();
     });
+}
+
+/// A device without heartbeats would leave its outputs on when this process ends. One that is only busy is
+/// lost when it has taken none for the time of its watchdog.
+void ModbusPort::onBeatRefused(const ModbusAnswer& answer) {
+    tell(QStringLiteral("%1 refuses the heartbeat: %2").arg(map_.place(), answer.reason));
+    if (!isBeatTaken_ || answer.exception <= QModbusPdu::IllegalDataValue) {
+        link_.lose({isBeatTaken_ ? LinkReason::Kind::Lost : LinkReason::Kind::NoConnection, map_.place(),
+                    QStringLiteral("it refuses the heartbeat: %1").arg(answer.reason)});
+    }
 }
 
 ModbusPort::Poll* ModbusPort::duePoll(qint64 now) {

@@ -14,9 +14,10 @@ namespace bridge {
 /// The registers, inputs and outputs that a Modbus TCP device has, by a map.
 ///
 /// One telegram is under way at a time: the heartbeat first, then writes in their order, then inputs. With
-/// each connection the inputs are read, then all outputs are written off, then the link is up. What is
-/// ordered while it is down is refused and never sent later. A write that the device refuses is told once and
-/// answered with false; the connection stays. Without an answer in time the connection is reset.
+/// each connection the inputs are read, all outputs are written off, the first heartbeat is taken, then the
+/// link is up. What is ordered while it is down is refused and never sent later. A write that the device
+/// refuses is told once and answered with false; the connection stays. Without an answer in time the
+/// connection is reset.
 ///
 /// The heartbeat is counted up by the event loop of the GUI thread on purpose: where that hangs, nobody
 /// watches the outputs, and the device is to switch them off.
@@ -60,6 +61,7 @@ private:
     void sendPoll(Poll* poll);
     void onRead(const ModbusPoll& poll, const ModbusAnswer& answer);
     void sendBeat();
+    void onBeatRefused(const ModbusAnswer& answer);
     void comeUp();
     Poll* duePoll(qint64 now);
     void sleep(qint64 now);
@@ -82,8 +84,9 @@ private:
     bool isAnswering_ = false;  ///< a listener who writes now waits until the answer is told whole
     quint16 beat_ = 0;
     qint64 beatDueMs_ = 0;
-    qint64 beatMs_ = 0;  ///< when the last one was sent
-    QTimer timer_;       ///< until the next poll or beat
+    qint64 beatMs_ = 0;         ///< when the last one was sent that the device has taken
+    bool isBeatTaken_ = false;  ///< one, on this connection
+    QTimer timer_;              ///< until the next poll or beat
     QSet<QString> told_;
     LinkReason downReason_;
 };

@@ -26,6 +26,7 @@ private slots:
     void hangingDeviceDoesNothingLate();
     void endSwitchesOff();
     void deviceSwitchesOffWhenTheProcessHangsOrDies();
+    void refusedHeartbeatIsNoLink();
 
 private:
     static void kinds() {
@@ -221,6 +222,14 @@ void PortTest::deviceSwitchesOffWhenTheProcessHangsOrDies() {
     waitFor([&] { return device.log().filter("watchdog").size() == 2; });
     QCOMPARE(device.log().filter("watchdog").size(), 2);
     QVERIFY(device.log().last().startsWith("watchdog"));
+}
+
+/// Its outputs would stay on when the panel dies.
+void PortTest::refusedHeartbeatIsNoLink() {
+    DeviceProcess device(Kind::Libmodbus);
+    Client client(test::modbusMap(device.port(), R"(, "heartbeat": {"address": 40, "period_ms": 10})"));
+    QVERIFY(waitFor([&] { return client.links.join('\n').contains("refuses the heartbeat: exception 2"); }));
+    QVERIFY2(!client.links.contains("up"), qPrintable(client.links.join('\n')));
 }
 
 LUMO_TEST_ON(PortTest, test::onWallClock)
