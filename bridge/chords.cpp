@@ -7,14 +7,19 @@ namespace bridge {
 
 namespace {
 
-constexpr int fewest = 8;
+constexpr int fewest = 8, most = 100000;
 constexpr double pi = 3.14159265358979323846;
 constexpr double sameM = 1e-6;  // points nearer than this coincide
 
 using Vector = std::array<double, 3>;
 
-Vector between(const Vector& a, const Vector& b, double part) {
-    return {a[0] + part * (b[0] - a[0]), a[1] + part * (b[1] - a[1]), a[2] + part * (b[2] - a[2])};
+/// Angles, each by the shorter way: where a tool points down, 180° and -180° are the same.
+Vector turned(const Vector& from, const Vector& to, double part) {
+    Vector angles{};
+    for (size_t i = 0; i < angles.size(); ++i) {
+        angles[i] = from[i] + part * std::remainder(to[i] - from[i], 2 * pi);
+    }
+    return angles;
 }
 
 /// (p - o)·(q - o)
@@ -77,7 +82,7 @@ std::optional<std::vector<Pose>> chords(const Pose& from, const Motion::Via& arc
     }
     // A chord over the angle w lies r·(1 - cos(w / 2)) beside the arc.
     const double widest = 2 * std::acos(1 - std::min(1.0, sagM / circle->radius));
-    const int count = std::max(fewest, int(std::ceil(circle->angle / widest)));
+    const int count = int(std::clamp<double>(std::ceil(circle->angle / widest), fewest, most));
     std::vector<Pose> poses;
     for (int i = 1; i < count; ++i) {
         const double u = circle->angle * i / count;
@@ -86,7 +91,7 @@ std::optional<std::vector<Pose>> chords(const Pose& from, const Motion::Via& arc
             pose.trans[k] =
                 circle->centre[k] + std::cos(u) * circle->first[k] + std::sin(u) * circle->second[k];
         }
-        pose.rot = between(from.rot, arc.end.rot, double(i) / count);
+        pose.rot = turned(from.rot, arc.end.rot, double(i) / count);
         poses.push_back(pose);
     }
     poses.push_back(arc.end);

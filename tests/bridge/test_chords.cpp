@@ -48,6 +48,18 @@ private slots:
         }
     }
 
+    /// A tool that points down turns by two degrees, not by 358.
+    void angles_goTheShorterWay() {
+        constexpr double down = 3.14159265358979, tilt = 0.02;
+        const Motion::Via arc{{onCircle(1), {}}, {onCircle(2), {-(down - tilt), 0, 0}}};
+        const auto poses = bridge::chords({onCircle(0), {down - tilt, 0, 0}}, arc, 0.00002);
+        QVERIFY(poses.has_value());
+        for (const Pose& pose : *poses) {
+            QVERIFY2(std::cos(pose.rot[0]) < std::cos(down - 2 * tilt),
+                     qPrintable(QString::number(pose.rot[0])));
+        }
+    }
+
     void pointsOnALine_makeNoCircle() {
         const Pose a{{0.5, 0, 0.4}, {}}, b{{0.6, 0, 0.4}, {}}, c{{0.7, 0, 0.4}, {}};
         for (const auto& [via, end] : {std::pair(b, c), {b, b}, {a, c}, {b, a}}) {
