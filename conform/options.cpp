@@ -1,6 +1,10 @@
 #include "conform/options.h"
 
+#include "conform/check.h"
+#include "simulator/controller.h"
 #include "workcell/commandline.h"
+
+#include <algorithm>
 
 namespace conform {
 
@@ -28,6 +32,25 @@ QString readRepeats(const QString& text, int* repeats) {
     return isNumber && *repeats > 0 ? QString() : QStringLiteral("is no number from 1");
 }
 
+/// A mistyped name would pass by judging nothing.
+QString readChecks(const QString& text, QStringList* ids) {
+    *ids = text.split(QLatin1Char(','));
+    const std::vector<Check> all = allChecks();
+    for (const QString& id : qAsConst(*ids)) {
+        if (std::none_of(all.begin(), all.end(),
+                         [&id](const Check& check) { return id == QLatin1String(check.id); })) {
+            return QStringLiteral("has no check \"%1\", see --list").arg(id);
+        }
+    }
+    return {};
+}
+
+QString readQuirk(const QString& text, QString* name) {
+    sim::Quirk quirk;
+    *name = text;
+    return sim::Controller::quirkFromName(text, &quirk) ? QString() : QStringLiteral("is no quirk");
+}
+
 std::vector<Option> table(Options* o) {
     return {
         {"io", "DEVICE", "I/O device beside the controller: NAME:ARGUMENT or FILE.so:ARGUMENT",
@@ -39,10 +62,7 @@ std::vector<Option> table(Options* o) {
         {"number", "REGISTER", "16-bit register to be written (LUMO_AO_0, or the first)",
          [o](const QString& v) { return readText(v, &o->number); }},
         {"only", "ID,...", "make these checks only; --list has the ids",
-         [o](const QString& v) {
-             o->only = v.split(QLatin1Char(','));
-             return QString();
-         }},
+         [o](const QString& v) { return readChecks(v, &o->only); }},
         {"raw", "",
          "let faults of the backend through, as the simulator does always; by default the\n"
          "adapter repairs what it can and names it",
@@ -52,7 +72,7 @@ std::vector<Option> table(Options* o) {
          }},
         {"quirk", "NAME",
          "of the simulator: bunch, sync, late, double, wrongKind, slowState, noResult, failAtEnd",
-         [o](const QString& v) { return readText(v, &o->quirk); }},
+         [o](const QString& v) { return readQuirk(v, &o->quirk); }},
         {"repeats", "N", "so often each time is measured (20)",
          [o](const QString& v) { return readRepeats(v, &o->repeats); }},
         {"junit", "FILE", "write the results as JUnit XML, too",

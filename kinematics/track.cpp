@@ -40,8 +40,11 @@ double clamped(double s, double length) {
     return std::min(std::max(s, 0.0), length);
 }
 
+/// A target may lie anywhere; nothing of such a length can be reached.
 int steps(double amount, double each) {
-    return int(std::ceil(amount / each - 1e-9));
+    constexpr int most = 1000000;
+    const double count = std::ceil(amount / each - 1e-9);
+    return count < most ? int(count) : most;
 }
 
 }  // namespace

@@ -48,6 +48,15 @@ private slots:
         }
     }
 
+    /// They would pass by judging nothing.
+    void mistypedNames_areRefused() {
+        for (const QStringList& arguments :
+             {QStringList{"simulator", "--only", "stop,stpo"}, {"simulator", "--quirk", "lat"}}) {
+            conform::Options read;
+            QVERIFY2(!conform::readOptions(arguments, &read).isEmpty(), qPrintable(arguments.last()));
+        }
+    }
+
     void eachQuirk_failsTheRuleThatItBreaks_data() {
         QTest::addColumn<QString>("check");
         QTest::newRow("bunch") << "apart";
