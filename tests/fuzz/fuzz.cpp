@@ -1,6 +1,8 @@
 #include "fuzz/fuzz.h"
 
 #include "app/preferences.h"
+#include "bridge/linuxcnc/progress.h"
+#include "bridge/modbus/modbusplan.h"
 #include "editor/statementtext.h"
 #include "editor/storedstate.h"
 #include "equipment/ports.h"
@@ -8,12 +10,14 @@
 #include "executor/laser.h"
 #include "files/projectfile.h"
 #include "files/settingsfile.h"
+#include "flight/posturerecord.h"
 #include "json/jsonwriter.h"
 #include "mendo/log.h"
 #include "mendo/modulemanager.h"
 #include "program/runprogram.h"
 #include "program/words.h"
 #include "runner/project.h"
+#include "runner/replay/script.h"
 #include "runner/scenario.h"
 #include "runner/treeoperator.h"
 #include "stations/station.h"
@@ -241,6 +245,82 @@ void preferences(const QByteArray& input) {
     use(app::Preferences::folder(), app::Preferences::docks(), app::Preferences::factor());
 }
 
+// What other programs send, and what they have left: recordings, a device's map, the states of LinuxCNC.
+
+/// A record from a line: four characters for kind, writer, inside and tree, then the body.
+std::optional<flight::Record> recordOf(const QByteArray& line) {
+    QByteArray bytes(20 + std::max(0, line.size() - 4), char(1));
+    for (int i = 0; i < std::min(4, line.size()); ++i) {
+        bytes[i] = char(line[i] - 'a');
+    }
+    bytes.replace(20, bytes.size(), line.mid(4));
+    flight::Record record;
+    return flight::Record::decode(bytes, &record) ? std::make_optional(record) : std::nullopt;
+}
+
+void recording(const QByteArray& input) {
+    flight::Recording recording;
+    for (const QByteArray& line : input.split('\n')) {
+        if (const auto record = recordOf(line)) {
+            recording.records.push_back(*record);
+            recording.records.back().number = recording.records.size();
+        }
+    }
+    const std::vector<flight::RecordedRun> runs = flight::runsOf(recording);
+    for (std::size_t run = 0; run < runs.size(); ++run) {
+        const std::size_t first = flight::firstOfChain(runs, run);
+        require(first <= run, "a chain begins before its end");
+        use(flight::stateAt(recording, runs[first]), flight::mayGoOnFromLost(runs, first));
+        const run::replay::Script script = run::replay::scriptOf(recording, runs[first], runs[run]);
+        for (const flight::Record* const output : script.outputs) {
+            require(run::replay::isSame(*output, *output), "a record is the same as itself");
+            use(run::replay::textOf(*output));
+        }
+    }
+    const flight::Posture posture = flight::Posture::decoded(input);
+    require(posture.trans.empty() || posture.encoded() == input.left(posture.encoded().size()),
+            "a posture that was read is written as it was");
+}
+
+void modbus(const QByteArray& input) {
+    mendo::FileProblem problem;
+    const std::optional<mendo::JsonText> text = mendo::JsonText::parse(input, &problem);
+    const auto map = text ? bridge::ModbusMap::from(*text, &problem) : std::nullopt;
+    if (!map) {
+        require(!problem.text().isEmpty(), "what is wrong with a map is told");
+        return;
+    }
+    for (const bridge::ModbusWrite& write : bridge::writesOff(*map)) {
+        require(bridge::unitOf(*map, write, {}).valueCount() <= 1968, "a telegram has room");
+    }
+    for (const bridge::ModbusPoll& poll : bridge::pollsOf(*map)) {
+        require(poll.unit.valueCount() <= 2000, "a telegram has room");
+        for (const int index : poll.elements) {
+            const bridge::ModbusElement& element = map->elements[std::size_t(index)];
+            use(element.toDevice(element.fromDevice(0xFFFF)), element.label());
+        }
+    }
+}
+
+void linuxcnc(const QByteArray& input) {
+    using namespace bridge::linuxcnc;
+    Batch batch;
+    for (int id = 1; id < 4; ++id) {
+        batch.lines << QStringLiteral("G1");
+        batch.owners.push_back(id - 1);
+        batch.targets.push_back({id, {}, true, id == 2});
+    }
+    Progress progress(1, batch);
+    for (const QByteArray& line : input.split('\n')) {
+        if (const auto state = MachineState::read(QJsonDocument::fromJson(line).object())) {
+            progress.follow(*state, {});
+            require(progress.due() >= 0 && progress.due() <= progress.untold(), "no motion ends twice");
+            use(progress.due() > 0 ? progress.tell() : 0, progress.currentId());
+            use(state->errors.isEmpty() ? 0 : errorCode(state->errors.first()));
+        }
+    }
+}
+
 bool makeTree() {
     mendo::LogHub::instance()->setConsole(false);
     m()->regist(m(), "lumo")->loadJson(nullptr, mendo::ModuleManager::readFromJson(":/lumo/lumo.json"));
@@ -252,8 +332,9 @@ bool makeTree() {
 void fuzz::read(const QString& target, const QByteArray& input) {
     static const bool isMade = makeTree();
     static const std::map<QString, void (*)(const QByteArray&)> targets{
-        {"params", params},   {"ports", ports},       {"preferences", preferences},
-        {"project", project}, {"scenario", scenario}, {"stations", stations}};
+        {"params", params},    {"ports", ports},       {"preferences", preferences},
+        {"project", project},  {"scenario", scenario}, {"stations", stations},
+        {"flight", recording}, {"modbus", modbus},     {"linuxcnc", linuxcnc}};
     require(isMade && targets.count(target) == 1, "the target is known");
     targets.at(target)(input);
     mendo::ModuleManager::purgeRemoved();

@@ -19,7 +19,7 @@ private slots:
                 ++inputs[target];
             }
         }
-        QCOMPARE(inputs.size(), 6);
+        QCOMPARE(inputs.size(), 9);
         QVERIFY(std::all_of(inputs.begin(), inputs.end(), [](int count) { return count > 1; }));
     }
 };
