@@ -18,7 +18,8 @@ namespace bridge {
 std::unique_ptr<Controller> loadController(const QString& name, QString* error);
 std::unique_ptr<SignalPort> loadSignalPort(const QString& name, QString* error);
 
-/// Of the functions below and of what they return; a library for another one is not loaded.
+/// Version of the functions below and of the types that they return. A library made for another version is
+/// not loaded.
 constexpr int pluginVersion = 2;
 
 }  // namespace bridge

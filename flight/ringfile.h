@@ -13,7 +13,7 @@ namespace flight {
 struct RingProblem {
     enum class Kind {
         InUse,        ///< another process writes to it
-        NoRecording,  ///< it is somebody's other file
+        NoRecording,  ///< the file is no recording
         System,       ///< see `reason`
     };
     Kind kind = Kind::System;

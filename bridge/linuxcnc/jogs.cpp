@@ -75,7 +75,7 @@ JogAnswer LinuxCnc::sendJog(const JogMove& move, bool held) {
     }
 }
 
-/// A jog's batch has ended. Who hears of it may jog on.
+/// A jog's batch has ended; a held jog goes on with the next piece.
 void LinuxCnc::endJog() {
     sent_.pop_front();
     if (!heldJog_ || sendJog(*heldJog_, true) != JogAnswer::Moves) {

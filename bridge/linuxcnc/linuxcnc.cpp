@@ -77,7 +77,8 @@ QJsonObject LinuxCnc::order(const char* name) {
     return {{QStringLiteral("op"), QLatin1String(name)}, {QStringLiteral("id"), ++orders_}};
 }
 
-/// The arm may move on where nobody carries out a stop: then only the signals' heartbeat can hold it.
+/// An order must be answered in time: where a stop is not carried out the arm moves on, and only the signals'
+/// heartbeat can hold it.
 void LinuxCnc::send(const QJsonObject& message) {
     commands_.send(message);
     if (!unanswered_.isActive()) {
@@ -286,7 +287,7 @@ void LinuxCnc::onStateLine(const QJsonObject& line) {
     }
 }
 
-/// A receiver of what is told may end the link.
+/// A slot connected to a signal that is emitted here may end the link.
 void LinuxCnc::onState(const MachineState& state) {
     const bool isNew = !state_ || state.joints != state_->joints || state.homed != state_->homed;
     state_ = state;

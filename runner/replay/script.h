@@ -16,8 +16,8 @@ struct Script {
     };
     std::vector<Input> inputs;
     std::vector<const flight::Record*> outputs;  ///< commands and writes of the executor
-    /// Commands of pages, such as the device page's buttons. Nothing in the package hears of them: what they
-    /// change is repeated, in the cell's answers and in what the tree says of hands.
+    /// Commands of pages, such as the device page's buttons. They are not repeated; what they change is, in
+    /// the cell's answers and in what the tree says of hands.
     int handCommands = 0;
     qint64 startMs = 0;  ///< steady clock of the recording
     qint64 endMs = 0;    ///< the recording, or what belongs to the run, ends then
