@@ -40,7 +40,8 @@ double clamped(double s, double length) {
     return std::min(std::max(s, 0.0), length);
 }
 
-/// A target may lie anywhere; nothing of such a length can be reached.
+/// The number of steps to a target. It is limited, so that a far target in a program does not overflow it; no
+/// arm reaches that far.
 int steps(double amount, double each) {
     constexpr int most = 1000000;
     const double count = std::ceil(amount / each - 1e-9);

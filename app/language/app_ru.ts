@@ -959,7 +959,7 @@
     </message>
     <message>
         <source>启动以来没有断开过</source>
-        <translation>С запуска пульта не терялась</translation>
+        <translation>С запуска панели не терялась</translation>
     </message>
     <message numerus="yes">
         <source>断开 %n 次，最近 %1：%2</source>

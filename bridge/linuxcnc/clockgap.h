@@ -12,8 +12,8 @@ public:
     /// How long ago `thenMs` of the wall clock was, by the host's clock; both clocks show `nowMs` and
     /// `hostMs`.
     double age(double thenMs, double nowMs, double hostMs) {
-        constexpr double creepMs =
-            0.05;  // a call: a host that was too late to catch up stays behind for good
+        // A host that was late for too long does not catch up: the gap follows it slowly, with each call.
+        constexpr double creepMs = 0.05;
         gapMs_ = std::min(nowMs - hostMs, gapMs_ + creepMs);
         return std::max(0.0, hostMs + gapMs_ - thenMs);
     }

@@ -6,8 +6,9 @@
 
 namespace mendo {
 
-/// Base of what reads a JSON object into a value: knows where it is, and stops at the first fault. Text and
-/// problem must outlive it.
+/// Base class of readers that fill a value from a JSON object, entry by entry. A reader keeps the keys that
+/// lead to the present entry, and stops at the first fault, which it tells with its place in the text. `text`
+/// and `problem` must outlive it.
 class JsonReader {
 public:
     JsonReader(const JsonText& text, FileProblem* problem) : text_(text), problem_(problem) {}

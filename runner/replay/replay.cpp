@@ -214,11 +214,10 @@ QString Replay::notes() const {
         notes += QStringLiteral("a newer version recorded it: what it tells in addition is not repeated\n");
     }
     if (script_.handCommands > 0 && runs_[first_].format < handsSinceFormat) {
-        notes +=
-            QStringLiteral(
-                "not repeated: %1 commands that hands gave at the device page, which a recording of this "
-                "age does not tell enough of\n")
-                .arg(script_.handCommands);
+        notes += QStringLiteral(
+                     "not repeated: %1 commands of the device page; recordings of format 1 do not hold what "
+                     "they changed\n")
+                     .arg(script_.handCommands);
     }
     if (comparison_->difference() && flight::mayGoOnFromLost(runs_, first_)) {
         notes +=
